@@ -1,0 +1,40 @@
+# The libraries from outside. Static where Debian ships an archive: a start costs milliseconds, and
+# the dynamic linker's share of it is the largest.
+
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+
+function(zorvane_external name archive header)
+    find_library(${name}_ARCHIVE NAMES ${archive} REQUIRED)
+    find_path(${name}_INCLUDE NAMES ${header} REQUIRED)
+    add_library(${name} INTERFACE)
+    target_include_directories(${name} SYSTEM INTERFACE ${${name}_INCLUDE})
+    target_link_libraries(${name} INTERFACE ${${name}_ARCHIVE})
+endfunction()
+
+zorvane_external(zv_ext_pcre2 libpcre2-8.a pcre2.h)
+target_compile_definitions(zv_ext_pcre2 INTERFACE PCRE2_CODE_UNIT_WIDTH=8)
+zorvane_external(zv_ext_uchardet libuchardet.a uchardet/uchardet.h)
+zorvane_external(zv_ext_icu libicuuc.a unicode/ucnv.h)
+find_library(zv_ext_icudata_ARCHIVE NAMES libicudata.a REQUIRED)
+target_link_libraries(zv_ext_icu INTERFACE ${zv_ext_icudata_ARCHIVE} Threads::Threads dl)
+
+# Header-only use: the hash is inlined where it is called.
+find_path(zv_ext_xxhash_INCLUDE NAMES xxhash.h REQUIRED)
+add_library(zv_ext_xxhash INTERFACE)
+target_include_directories(zv_ext_xxhash SYSTEM INTERFACE ${zv_ext_xxhash_INCLUDE})
+target_compile_definitions(zv_ext_xxhash INTERFACE XXH_INLINE_ALL)
+
+find_package(fmt REQUIRED)
+add_library(zv_ext_fmt ALIAS fmt::fmt-header-only)
+find_path(zv_ext_cli11_INCLUDE NAMES CLI/CLI.hpp REQUIRED)
+add_library(zv_ext_cli11 INTERFACE)
+target_include_directories(zv_ext_cli11 SYSTEM INTERFACE ${zv_ext_cli11_INCLUDE})
+find_package(nlohmann_json REQUIRED)
+
+if(ZORVANE_TESTS)
+    find_package(GTest REQUIRED)
+endif()
+if(ZORVANE_BENCH)
+    find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,78 @@
+# How every target of the project is compiled, and the three ways to declare one.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_library(zorvane_compile_options INTERFACE)
+target_include_directories(zorvane_compile_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(zorvane_compile_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Werror
+    -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(zorvane_compile_options INTERFACE -Wduplicated-cond -Wlogical-op)
+endif()
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+    target_compile_options(zorvane_compile_options INTERFACE -D_FORTIFY_SOURCE=2
+        -D_GLIBCXX_ASSERTIONS)
+endif()
+target_link_options(zorvane_compile_options INTERFACE -Wl,-z,relro -Wl,-z,now)
+if(ZORVANE_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+if(ZORVANE_TSAN)
+    add_compile_options(-fsanitize=thread)
+    add_link_options(-fsanitize=thread)
+endif()
+if(ZORVANE_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+endif()
+
+# zorvane_library(name SOURCES ... USES ...): a layer; USES is its place in the architecture.
+function(zorvane_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    if(ARG_SOURCES)
+        add_library(${name} STATIC ${ARG_SOURCES})
+        target_link_libraries(${name} PUBLIC zorvane_compile_options ${ARG_USES})
+    else()
+        add_library(${name} INTERFACE)
+        target_link_libraries(${name} INTERFACE zorvane_compile_options ${ARG_USES})
+    endif()
+endfunction()
+
+# zorvane_test(name SOURCES ... USES ...): one test program for one folder, run by CTest as a whole.
+function(zorvane_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    if(NOT ARG_SOURCES)
+        return()
+    endif()
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE zorvane_compile_options ${ARG_USES} GTest::gtest_main)
+    target_compile_definitions(${name} PRIVATE
+        ZORVANE_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data"
+        ZORVANE_CORPUS="${CMAKE_SOURCE_DIR}/../shared/corpus")
+    add_test(NAME ${name} COMMAND ${name})
+endfunction()
+
+# zorvane_bench(name SOURCES ... USES ...): one Google Benchmark program.
+function(zorvane_bench name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE zorvane_compile_options ${ARG_USES}
+        benchmark::benchmark_main)
+endfunction()
+
+# zorvane_fuzzer(name SOURCES ... USES ...): one libFuzzer program.
+function(zorvane_fuzzer name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE zorvane_compile_options ${ARG_USES})
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+endfunction()

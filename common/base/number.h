@@ -1,0 +1,51 @@
+// Kinds of numbers as types, so that a paragraph number is never taken for a position in a text.
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+namespace zorvane {
+
+/// One kind of 32-bit number. Numbers of one kind are ordered and move by plain counts; numbers of
+/// two kinds do not mix.
+template <class Kind>
+struct Number {
+    std::int32_t value = 0;
+
+    constexpr Number() = default;
+    constexpr explicit Number(std::int32_t number) : value(number) {}
+
+    friend constexpr auto operator<=>(Number, Number) = default;
+    friend constexpr Number operator+(Number number, std::int32_t count) {
+        return Number{number.value + count};
+    }
+    friend constexpr Number operator-(Number number, std::int32_t count) {
+        return Number{number.value - count};
+    }
+    friend constexpr std::int32_t operator-(Number last, Number first) {
+        return last.value - first.value;
+    }
+    constexpr Number& operator++() {
+        ++value;
+        return *this;
+    }
+    constexpr Number& operator--() {
+        --value;
+        return *this;
+    }
+};
+
+/// 1-based; 0 is the place before the first paragraph. Paragraph k is line k of the engine.
+using ParagraphNumber = Number<struct ParagraphKind>;
+/// 1-based; 0 is the place before the first section (a word with its separator).
+using SectionNumber = Number<struct SectionKind>;
+/// 1-based number of a character in a run of changed sections.
+using CharacterNumber = Number<struct CharacterKind>;
+/// 0-based index of a difference record.
+using RecordIndex = Number<struct RecordKind>;
+/// 0-based index of a UTF-16 code unit in an editor's text.
+using CharPos = Number<struct CharPosKind>;
+/// A twentieth of a point.
+using Twips = Number<struct TwipsKind>;
+
+}  // namespace zorvane

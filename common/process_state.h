@@ -1,0 +1,40 @@
+// The process-wide record, made in `Main` and passed by reference.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "common/platform/ini_profile.h"
+#include "common/platform/platform.h"
+#include "common/translator.h"
+
+namespace zorvane {
+
+struct ProcessState {
+    explicit ProcessState(Platform& system) : platform(system) {}
+
+    Platform& platform;
+    modTranslator translator;
+
+    std::string gsSettingsFile;   ///< full path of the one settings file; empty: defaults only
+    std::string gsDataFolder;     ///< the folder that holds it
+    std::string gsAppDataFolder;
+    std::unique_ptr<IniProfile> settings = MakeMemoryIniProfile();  ///< of `gsSettingsFile`
+    bool gbCommandLineRunning = false;  ///< a command-line run owns the process: no dialogs
+    bool gbAutomationHosted = false;
+    bool gbFrameClosing = false;
+    std::int32_t glDifferencesFound = 0;
+    std::string sHelpFile;
+    std::string sHelpWebRoot;
+    std::string sQuickStartFile;
+    std::string sTempLineFileOriginal;  ///< the two line files of every document-level engine run
+    std::string sTempLineFileModified;
+
+    std::string sLogFile;         ///< where `LogMessage` writes; empty: nowhere
+    bool bShowMessages = false;   ///< also shows each message
+
+    std::string Translate(std::string_view english) { return translator.Translate(english); }
+};
+
+}  // namespace zorvane

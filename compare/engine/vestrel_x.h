@@ -1,0 +1,78 @@
+// The line comparison engine: two line files in, numbered difference records out.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/base/number.h"
+#include "common/base/result.h"
+#include "compare/engine/difference_record.h"
+#include "compare/engine/engine_report.h"
+
+namespace zorvane {
+
+/// One engine. Set the two files and the switches, call `Compare`, read the records; they stay until
+/// the next compare on the same object. A line ends at each CR LF pair and only there; a last line
+/// without an end counts, and the end of the file after a final line end begins no line.
+class VestrelX {
+  public:
+    VestrelX();
+    ~VestrelX();
+    VestrelX(VestrelX&&) noexcept;
+    VestrelX& operator=(VestrelX&&) noexcept;
+
+    void putMasterFile(const std::string& path);
+    void putSourceFile(const std::string& path);
+    void putIgnoreCase(bool on);
+    void putIgnoreWhitespace(bool on);
+    void putIgnoreEmptyLines(bool on);
+    void putReservedSwitch(bool on);  ///< no effect
+    void putCompareFaster(bool on);
+    void putLargerSections(bool on);
+    void putUseLineBracket(bool on);
+    void putLineBracket(std::int32_t lines);
+    /// One or more regular expressions separated by "@@"; what one matches is left out of a line's
+    /// comparison. A "*" is any run of characters. A bad expression fails at `Compare`.
+    void putFilterExpression(const std::string& expressions);
+    void putFilterEnabled(bool on);
+    void putCompareMode(std::int32_t mode);  ///< always 0
+
+    /// Compares the two files, which are read anew. On a failure (a file that cannot be read, a bad
+    /// expression, by name) there are no records.
+    Status Compare();
+    /// The same on line-file text in memory, byte for byte what the files would hold. The text is
+    /// only borrowed for the call.
+    Status CompareText(std::string_view master, std::string_view source);
+
+    /// Number of records of the last compare; 0 before the first.
+    std::int32_t getDifferenceCount() const;
+    /// Nothing when there is no such record. Constant time.
+    std::optional<DifferenceRecord> GetDifference(RecordIndex index) const;
+    const std::vector<DifferenceRecord>& Records() const;
+    /// Lines of the two texts of the last compare, all counted.
+    std::int32_t MasterLineCount() const;
+    std::int32_t SourceLineCount() const;
+
+    // Reports of the last compare of files; titles, look and locale are kept until set again.
+    void putMasterTitle(const std::string& title);
+    void putSourceTitle(const std::string& title);
+    void putReportTitle(const std::string& title);  ///< empty: no title
+    void putHighDetailSummary(bool on);
+    void putDoubleByteLocale(bool on);
+    void putReportLook(const ReportLook& look);
+    /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by side.
+    ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags);
+
+    /// Checks expressions as `putFilterExpression` takes them, without a compare.
+    static Status CheckFilterExpression(const std::string& expressions);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace zorvane
