@@ -17,8 +17,8 @@ struct ProcessState {
     Platform& platform;
     modTranslator translator;
 
-    std::string gsSettingsFile;   ///< full path of the one settings file; empty: defaults only
-    std::string gsDataFolder;     ///< the folder that holds it
+    std::string gsSettingsFile;  ///< full path of the one settings file; empty: defaults only
+    std::string gsDataFolder;    ///< the folder that holds it
     std::string gsAppDataFolder;
     std::unique_ptr<IniProfile> settings = MakeMemoryIniProfile();  ///< of `gsSettingsFile`
     bool gbCommandLineRunning = false;  ///< a command-line run owns the process: no dialogs
@@ -31,8 +31,8 @@ struct ProcessState {
     std::string sTempLineFileOriginal;  ///< the two line files of every document-level engine run
     std::string sTempLineFileModified;
 
-    std::string sLogFile;         ///< where `LogMessage` writes; empty: nowhere
-    bool bShowMessages = false;   ///< also shows each message
+    std::string sLogFile;        ///< where `LogMessage` writes; empty: nowhere
+    bool bShowMessages = false;  ///< also shows each message
 
     std::string Translate(std::string_view english) { return translator.Translate(english); }
 };

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "common/base/result.h"
+#include "common/language_file.h"
 
 namespace zorvane {
 
@@ -16,20 +18,42 @@ struct ProcessState;
 /// own translation.
 class modTranslator {
   public:
-    std::string gsLanguage;                  ///< empty: not started
+    std::string gsLanguage;  ///< empty: not started
     std::string gsLanguageFile;
-    std::int16_t glLanguageFileFormat = 0;   ///< 0 ANSI (read as UTF-8 where it is), -1 UTF-16
+    LanguageFileFormat glLanguageFileFormat = LanguageFileFormat::Ansi;
     std::string gsLanguageFont;
     std::int32_t glLocaleID = 1033;
     bool gbDoubleByteLocale = false;
+    /// Told when a text cannot be appended to the language file.
+    std::function<void(const std::string& message)> show_message;
 
-    /// `sEnglish` in the language in force. A text that the language file lacks is appended to it.
+    /// `sEnglish` in the language in force. A text that the language file lacks is appended to it,
+    /// once in a run. Blank texts come back as they are.
     std::string Translate(std::string_view sEnglish);
-
-    // The rest of the class (start, table, file growth) is for the translator's helper to lay out.
+    /// Fills the dictionary from `gsLanguageFile`; false when it cannot be read.
+    bool LoadLanguageTable();
+    /// Appends one lone-string line; does nothing for a blank text or without a file.
+    void AddToLanguageFile(std::string_view sEnglish);
 
   private:
     std::unordered_map<std::string, std::string> gdicLanguage_;
 };
+
+/// True for the default locales in which an editor counts selected characters in two bytes.
+bool IsDoubleByteLocale(std::int32_t locale_id);
+
+/// Reads the language and starts the dictionary. A language file that is missing or unusable is
+/// told, and the program goes on in English, which is then the stored language. `choose_language`
+/// is asked at the first start of a user whose locale is not English; a run without a window
+/// answers "English".
+void InitializeTranslator(ProcessState& process,
+                          const std::function<std::string()>& choose_language = {});
+
+std::string GetLanguageCode(ProcessState& process);
+void SetLanguageCode(ProcessState& process, const std::string& sLanguage);
+std::string GetLanguageFont(ProcessState& process);
+void SetLanguageFont(ProcessState& process, const std::string& sFont);
+/// Full path of a language's file, "<data folder>/Languages/<language>-Zorvane.txt".
+std::string GetLanguageFileName(const ProcessState& process, const std::string& sLanguage);
 
 }  // namespace zorvane

@@ -10,7 +10,8 @@
 
 namespace zorvane {
 
-/// Why something failed. The one who finds the fault words it; each caller may put context in front.
+/// Why something failed. The one who finds the fault words it; each caller may put context in
+/// front.
 struct Failure {
     std::string reason;
 
@@ -24,7 +25,9 @@ struct Failure {
 class [[nodiscard]] Status {
   public:
     Status() = default;
-    Status(Failure failure) : failure_(std::move(failure)) {}  // NOLINT(google-explicit-constructor): a failure is returned as it stands
+    Status(Failure failure)
+        : failure_(std::move(failure)) {
+    }  // NOLINT(google-explicit-constructor): a failure is returned as it stands
 
     static Status Ok() { return {}; }
 
@@ -43,8 +46,11 @@ class [[nodiscard]] Status {
 template <class T>
 class [[nodiscard]] Result {
   public:
-    Result(T value) : value_(std::move(value)) {}            // NOLINT(google-explicit-constructor): a value is returned as it stands
-    Result(Failure failure) : value_(std::move(failure)) {}  // NOLINT(google-explicit-constructor): likewise
+    Result(T value)
+        : value_(std::move(value)) {
+    }  // NOLINT(google-explicit-constructor): a value is returned as it stands
+    Result(Failure failure)
+        : value_(std::move(failure)) {}  // NOLINT(google-explicit-constructor): likewise
 
     bool ok() const { return std::holds_alternative<T>(value_); }
     /// Only when ok().

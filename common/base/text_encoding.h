@@ -1,5 +1,6 @@
-// Text in and out of the two forms used inside: UTF-16 in editors, UTF-8 everywhere else. Bytes in a
-// foreign encoding are decoded here and nowhere else. Uses ICU for code pages and uchardet to guess.
+// Text in and out of the two forms used inside: UTF-16 in editors, UTF-8 everywhere else. Bytes in
+// a foreign encoding are decoded here and nowhere else. Uses ICU for code pages and uchardet to
+// guess.
 #pragma once
 
 #include <cstdint>
@@ -38,8 +39,8 @@ bool IsLeadByte(CodePage page, unsigned char lead);
 
 /// The encoding in which the bytes of a text file are to be read.
 struct DetectedEncoding {
-    std::string name;         ///< IANA name, "UTF-8", "UTF-16LE", "windows-1252", ...
-    std::size_t bom_size = 0; ///< bytes to pass over
+    std::string name;          ///< IANA name, "UTF-8", "UTF-16LE", "windows-1252", ...
+    std::size_t bom_size = 0;  ///< bytes to pass over
 };
 
 /// In this order: byte-order mark; valid UTF-8; a guess by content; the locale's encoding;

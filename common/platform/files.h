@@ -9,13 +9,14 @@
 
 namespace zorvane {
 
-/// The bytes of a regular file, FIFO or character device. Failures name the file and the reason: "No
-/// such file or directory", "Is a directory", "Permission denied", ...
+/// The bytes of a regular file, FIFO or character device. Failures name the file and the reason:
+/// "No such file or directory", "Is a directory", "Permission denied", ...
 Result<std::string> ReadWholeFile(const std::string& path);
 /// Truncates and writes in place; for the program's own temporary files.
 Status WriteWholeFile(const std::string& path, std::string_view bytes);
-/// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old file as
-/// it was and no half file. A target that is not a regular file (a device, a FIFO) is written in place.
+/// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old
+/// file as it was and no half file. A target that is not a regular file (a device, a FIFO) is
+/// written in place.
 Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode = 0666);
 
 }  // namespace zorvane

@@ -20,8 +20,9 @@ class IniProfile {
                              std::string_view default_value, std::size_t max_bytes = 499) = 0;
     /// In memory until `Flush`; a read sees it at once. A line break ends a value.
     virtual void Write(std::string_view section, std::string_view key, std::string_view value) = 0;
-    /// Writes the pending keys, and only those, into the file as it then stands: under a lock, whole
-    /// to a new file of mode 0600, renamed over the old one. So the last writer wins key by key.
+    /// Writes the pending keys, and only those, into the file as it then stands: under a lock,
+    /// whole to a new file of mode 0600, renamed over the old one. So the last writer wins key by
+    /// key.
     virtual Status Flush() = 0;
 };
 

@@ -7,11 +7,13 @@
 
 namespace zorvane {
 
-/// `\` becomes `/`, a drive such as "C:" in front of a separator is dropped. A path that exists as it
-/// stands (a POSIX name may hold a `\`) is left alone.
+/// `\` becomes `/`, a drive such as "C:" in front of a separator is dropped. A path that exists as
+/// it stands (a POSIX name may hold a `\`) is left alone.
 std::string NativePath(std::string_view path);
 
-constexpr bool IsPathSeparator(char character) { return character == '\\' || character == '/'; }
+constexpr bool IsPathSeparator(char character) {
+    return character == '\\' || character == '/';
+}
 /// Joined by one separator of the kind that `folder` uses ("/" if it uses none).
 std::string JoinPath(std::string_view folder, std::string_view name);
 /// What follows the last separator.

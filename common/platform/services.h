@@ -26,8 +26,8 @@ class Sound {
     virtual void Beep() = 0;  ///< the system's default sound; the terminal bell without a desktop
 };
 
-/// Folders by the numbers of the system's list: 5 documents, 26 configuration, 28 local data, 35 and 46
-/// shared data, 36 system, 38 and 42 programs, 40 home. Never with a separator behind.
+/// Folders by the numbers of the system's list: 5 documents, 26 configuration, 28 local data, 35
+/// and 46 shared data, 36 system, 38 and 42 programs, 40 home. Never with a separator behind.
 class SpecialFolders {
   public:
     virtual ~SpecialFolders() = default;
@@ -46,8 +46,8 @@ class ShellOpen {
 class UserLocale {
   public:
     virtual ~UserLocale() = default;
-    virtual std::int32_t LocaleId() = 0;            ///< 1033 for en_US, 1041 for ja_JP, ...
-    virtual std::string EncodingName() = 0;         ///< of the locale's files: "UTF-8", "ISO-8859-1"
+    virtual std::int32_t LocaleId() = 0;     ///< 1033 for en_US, 1041 for ja_JP, ...
+    virtual std::string EncodingName() = 0;  ///< of the locale's files: "UTF-8", "ISO-8859-1"
 };
 
 /// Per-user values outside the settings file, in a small file of their own.
@@ -85,8 +85,8 @@ class ScopedNamedMutex {
     Result<int> handle_;
 };
 
-/// Names in a folder private to this process, which is removed with all that is in it at the end of the
-/// process, also after SIGINT and SIGTERM. The folder is made at the first call.
+/// Names in a folder private to this process, which is removed with all that is in it at the end of
+/// the process, also after SIGINT and SIGTERM. The folder is made at the first call.
 class TempFiles {
   public:
     virtual ~TempFiles() = default;

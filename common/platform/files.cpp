@@ -1,0 +1,132 @@
+#include "common/platform/files.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "common/platform/native_path.h"
+
+namespace zorvane {
+namespace {
+
+// A descriptor that closes itself.
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0)
+            close(number_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int get() const { return number_; }
+    // False when the system finds a fault only at the end, as on a full network disk.
+    bool Close() {
+        const int number = number_;
+        number_ = -1;
+        return close(number) == 0;
+    }
+
+  private:
+    int number_;
+};
+
+Failure SystemFailure(const std::string& path) {
+    return Failure{path + ": " + std::strerror(errno)};
+}
+
+bool WriteAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+Status WriteInPlace(const std::string& path, const std::string& native, std::string_view bytes,
+                    std::uint32_t mode) {
+    Descriptor file(open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
+    if (file.get() < 0)
+        return SystemFailure(path);
+    if (!WriteAll(file.get(), bytes) || !file.Close())
+        return SystemFailure(path);
+    return Status::Ok();
+}
+
+// Reads on to the end, whatever the size says: a device or a FIFO has none.
+bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
+    while (true) {
+        if (filled == bytes.size())
+            bytes.resize(filled + std::max<std::size_t>(filled / 2, 65536));
+        const ssize_t count = read(descriptor, bytes.data() + filled, bytes.size() - filled);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return false;
+        if (count == 0)
+            break;
+        filled += static_cast<std::size_t>(count);
+    }
+    bytes.resize(filled);
+    return true;
+}
+
+}  // namespace
+
+Result<std::string> ReadWholeFile(const std::string& path) {
+    const Descriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat facts {};
+    if (file.get() < 0 || fstat(file.get(), &facts) != 0)
+        return SystemFailure(path);
+    if (S_ISDIR(facts.st_mode)) {
+        errno = EISDIR;
+        return SystemFailure(path);
+    }
+    std::string bytes;
+    bytes.resize(static_cast<std::size_t>(facts.st_size) + 1);  // one more, to see the end at once
+    if (!ReadRest(file.get(), bytes, 0))
+        return SystemFailure(path);
+    return bytes;
+}
+
+Status WriteWholeFile(const std::string& path, std::string_view bytes) {
+    return WriteInPlace(path, NativePath(path), bytes, 0600);
+}
+
+Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode) {
+    const std::string native = NativePath(path);
+    struct stat facts {};
+    const bool exists = stat(native.c_str(), &facts) == 0;
+    if (exists && S_ISDIR(facts.st_mode)) {
+        errno = EISDIR;
+        return SystemFailure(path);
+    }
+    if (exists && !S_ISREG(facts.st_mode))
+        return WriteInPlace(path, native, bytes, mode);
+    if (exists && access(native.c_str(), W_OK) != 0)
+        return SystemFailure(path);
+    std::string fresh = native + ".XXXXXX";
+    Descriptor file(mkostemp(fresh.data(), O_CLOEXEC));
+    if (file.get() < 0)
+        return SystemFailure(path);
+    const mode_t mask = umask(0);
+    umask(mask);
+    const mode_t wanted = exists && mode == 0666 ? facts.st_mode & 07777U : mode & ~mask;
+    const bool written = WriteAll(file.get(), bytes) && fchmod(file.get(), wanted) == 0 &&
+                         file.Close() && std::rename(fresh.c_str(), native.c_str()) == 0;
+    if (written)
+        return Status::Ok();
+    const Failure failure = SystemFailure(path);
+    unlink(fresh.c_str());
+    return failure;
+}
+
+}  // namespace zorvane

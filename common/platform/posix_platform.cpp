@@ -1,0 +1,293 @@
+// The services of services.h on a POSIX system with a freedesktop.org desktop.
+#include <array>
+#include <atomic>
+#include <clocale>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <langinfo.h>
+#include <spawn.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+#include "common/base/text_encoding.h"
+#include "common/platform/ini_profile.h"
+#include "common/platform/native_path.h"
+#include "common/platform/platform.h"
+#include "common/platform/terminal.h"
+
+extern char** environ;
+
+namespace zorvane {
+namespace {
+
+std::string EnvironmentOr(const char* name, const std::string& otherwise) {
+    const std::string value = Environment(name).value_or("");
+    return value.empty() ? otherwise : value;
+}
+
+class PosixClock : public Clock {
+  public:
+    std::uint32_t TickMilliseconds() override {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        return static_cast<std::uint32_t>(
+            std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+    }
+    void Sleep(std::chrono::milliseconds duration) override {
+        if (duration.count() > 0)
+            std::this_thread::sleep_for(duration);
+    }
+    std::chrono::system_clock::time_point Now() override {
+        return std::chrono::system_clock::now();
+    }
+};
+
+class TerminalBell : public Sound {
+  public:
+    void Beep() override {
+        if (IsTerminal(Stream::Error))
+            IgnoreFailure(WriteStream(Stream::Error, "\a"), "a bell that nobody hears");
+    }
+};
+
+class XdgFolders : public SpecialFolders {
+  public:
+    std::string GetSpecialFolder(std::int32_t csidl) override {
+        const std::string home = EnvironmentOr("HOME", "");
+        switch (csidl) {
+            case 5:
+                return home.empty() ? "(error)" : home + "/Documents";
+            case 26:
+                return Xdg("XDG_CONFIG_HOME", home, "/.config");
+            case 28:
+                return Xdg("XDG_DATA_HOME", home, "/.local/share");
+            case 35:
+            case 46:
+                return "/usr/share";
+            case 36:
+                return "/etc";
+            case 38:
+            case 42:
+                return "/usr";
+            case 40:
+                return home.empty() ? "(error)" : home;
+            default:
+                return "(error)";
+        }
+    }
+    std::string ProgramFolder() override {
+        std::error_code error;
+        return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().string();
+    }
+    std::string RuntimeFolder() override {
+        const std::string runtime = EnvironmentOr("XDG_RUNTIME_DIR", "");
+        if (!runtime.empty() && access(runtime.c_str(), W_OK) == 0)
+            return runtime;
+        const std::string own =
+            EnvironmentOr("TMPDIR", "/tmp") + "/zorvane-" + std::to_string(geteuid());
+        mkdir(own.c_str(), 0700);
+        struct stat facts {};
+        // A folder that somebody else put there is not ours to lock in.
+        const bool safe =
+            lstat(own.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode) && facts.st_uid == geteuid();
+        return safe ? own : "";
+    }
+
+  private:
+    static std::string Xdg(const char* variable, const std::string& home, const char* below) {
+        const std::string folder = EnvironmentOr(variable, "");
+        if (!folder.empty() && folder.front() == '/')
+            return folder;
+        return home.empty() ? "(error)" : home + below;
+    }
+};
+
+class DesktopShell : public ShellOpen {
+  public:
+    Status Open(const std::string& path_or_address) override {
+        const bool address = path_or_address.find("://") != std::string::npos;
+        return Start(address ? path_or_address : NativePath(path_or_address));
+    }
+    Status EditText(const std::string& path) override { return Start(NativePath(path)); }
+
+  private:
+    static Status Start(const std::string& what) {
+        std::string program = "xdg-open";
+        std::string argument = what;
+        std::array<char*, 3> arguments{program.data(), argument.data(), nullptr};
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        pid_t child = 0;
+        const int error =
+            posix_spawnp(&child, program.c_str(), &actions, nullptr, arguments.data(), environ);
+        posix_spawn_file_actions_destroy(&actions);
+        if (error != 0)
+            return Failure{what + ": xdg-open cannot be started: " + std::strerror(error)};
+        return Status::Ok();
+    }
+};
+
+struct LocaleRow {
+    std::string_view language;
+    std::int32_t id;
+};
+// The longest matching row counts; others are United States English.
+constexpr LocaleRow kLocales[] = {
+    {"en_US", 1033}, {"en_GB", 2057}, {"de", 1031},    {"fr", 1036},    {"es", 3082},
+    {"it", 1040},    {"ja", 1041},    {"ko", 1042},    {"zh_CN", 2052}, {"zh_TW", 1028},
+    {"zh_HK", 3076}, {"zh_SG", 4100}, {"zh_MO", 5124}, {"ru", 1049},    {"pt_BR", 1046},
+    {"pt", 2070},    {"nl", 1043},    {"pl", 1045},    {"sv", 1053},    {"zh", 2052},
+};
+
+class EnvironmentLocale : public UserLocale {
+  public:
+    std::int32_t LocaleId() override {
+        const std::string name = Name();
+        for (const LocaleRow& row : kLocales) {
+            if (name.starts_with(row.language))
+                return row.id;
+        }
+        return 1033;
+    }
+    std::string EncodingName() override {
+        const std::string name = Name();
+        const std::size_t dot = name.find('.');
+        return dot == std::string::npos ? "" : name.substr(dot + 1, name.find('@') - dot - 1);
+    }
+
+  private:
+    static std::string Name() {
+        return EnvironmentOr("LC_ALL", EnvironmentOr("LC_CTYPE", EnvironmentOr("LANG", "")));
+    }
+};
+
+class FileRegistryStore : public RegistryStore {
+  public:
+    explicit FileRegistryStore(std::string folder) : folder_(std::move(folder)) {}
+    std::string Get(std::string_view section, std::string_view key,
+                    std::string_view default_value) override {
+        return Profile().Read(section, key, default_value, 4096);
+    }
+    void Set(std::string_view section, std::string_view key, std::string_view value) override {
+        std::error_code error;
+        std::filesystem::create_directories(folder_, error);
+        Profile().Write(section, key, value);
+        IgnoreFailure(Profile().Flush(), "a value that cannot be kept is asked for again");
+    }
+
+  private:
+    IniProfile& Profile() {
+        if (!profile_)
+            profile_ = OpenIniProfile(folder_ + "/registry.ini");
+        return *profile_;
+    }
+    std::string folder_;
+    std::unique_ptr<IniProfile> profile_;
+};
+
+class FileMutexes : public NamedMutexes {
+  public:
+    explicit FileMutexes(SpecialFolders& folders) : folders_(folders) {}
+    Result<int> Lock(std::string_view name) override {
+        const std::string folder = folders_.RuntimeFolder();
+        const std::string path = folder + "/" + std::string(name) + ".lock";
+        const int descriptor =
+            folder.empty() ? -1 : open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+        if (descriptor < 0)
+            return Failure{path + ": " + std::strerror(errno)};
+        while (flock(descriptor, LOCK_EX) != 0 && errno == EINTR) {
+        }
+        return descriptor;
+    }
+    void Unlock(int handle) override { close(handle); }
+
+  private:
+    SpecialFolders& folders_;
+};
+
+// What the signal handler may read: the folder's name and nothing that allocates.
+constexpr std::size_t kFolderBytes = 512;
+std::array<char, kFolderBytes> private_folder{};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables):
+                                                  // a handler has no other way
+std::atomic<bool> has_private_folder{
+    false};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): likewise
+
+void RemovePrivateFolder() {
+    if (!has_private_folder.exchange(false))
+        return;
+    std::error_code error;
+    std::filesystem::remove_all(private_folder.data(), error);
+}
+
+// A child does the removing: after fork it may only exec, which is all that it does.
+extern "C" void CleanUpAndDie(int signal_number) {
+    if (has_private_folder.exchange(false)) {
+        const pid_t child = fork();
+        if (child == 0) {
+            execl("/bin/rm", "rm", "-rf", "--", private_folder.data(), nullptr);
+            _exit(1);
+        }
+        if (child > 0)
+            waitpid(child, nullptr, 0);
+    }
+    std::signal(signal_number, SIG_DFL);
+    raise(signal_number);
+}
+
+class PrivateTempFiles : public TempFiles {
+  public:
+    ~PrivateTempFiles() override { RemovePrivateFolder(); }
+
+    Result<std::string> Folder() override {
+        if (has_private_folder)
+            return std::string(private_folder.data());
+        const std::string pattern = EnvironmentOr("TMPDIR", "/tmp") + "/zorvane-XXXXXX";
+        if (pattern.size() >= kFolderBytes)
+            return Failure{pattern + ": the name of the temporary folder is too long"};
+        std::copy(pattern.begin(), pattern.end() + 1, private_folder.begin());
+        if (mkdtemp(private_folder.data()) == nullptr)
+            return Failure{pattern + ": no temporary folder: " + std::strerror(errno)};
+        has_private_folder = true;
+        for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+            if (std::signal(number, CleanUpAndDie) == SIG_IGN)
+                std::signal(number, SIG_IGN);
+        }
+        return std::string(private_folder.data());
+    }
+
+    Result<std::string> NewName(std::string_view prefix, std::string_view extension) override {
+        const Result<std::string> folder = Folder();
+        if (!folder.ok())
+            return folder;
+        return folder.value() + "/" + std::string(prefix) + std::to_string(++count_) + "." +
+               std::string(extension);
+    }
+
+  private:
+    std::int32_t count_ = 0;
+};
+
+}  // namespace
+
+Platform MakePosixPlatform() {
+    Platform platform;
+    platform.clock = std::make_unique<PosixClock>();
+    platform.sound = std::make_unique<TerminalBell>();
+    platform.folders = std::make_unique<XdgFolders>();
+    platform.shell = std::make_unique<DesktopShell>();
+    platform.locale = std::make_unique<EnvironmentLocale>();
+    platform.registry = std::make_unique<FileRegistryStore>(platform.folders->GetSpecialFolder(26) +
+                                                            "/Tarnwick, Inc/Zorvane");
+    platform.mutexes = std::make_unique<FileMutexes>(*platform.folders);
+    platform.temp_files = std::make_unique<PrivateTempFiles>();
+    return platform;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,127 @@
+#include "common/platform/terminal.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sys/ioctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace zorvane {
+namespace {
+
+int Descriptor(Stream stream) {
+    return static_cast<int>(stream);
+}
+
+winsize TerminalSize() {
+    winsize size{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
+        return {};
+    return size;
+}
+
+// Writes all bytes; false when the reader is gone or the target is full, errno telling which.
+bool WriteAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+std::string PagerCommand() {
+    if (const auto own = Environment("ZORVANE_PAGER"))
+        return *own;
+    if (const auto common = Environment("PAGER"))
+        return *common;
+    return "less";
+}
+
+// A reader that goes away early shall end the writing, not the program.
+class IgnoreBrokenPipe {
+  public:
+    IgnoreBrokenPipe() : old_(std::signal(SIGPIPE, SIG_IGN)) {}
+    ~IgnoreBrokenPipe() { std::signal(SIGPIPE, old_); }
+    IgnoreBrokenPipe(const IgnoreBrokenPipe&) = delete;
+    IgnoreBrokenPipe& operator=(const IgnoreBrokenPipe&) = delete;
+
+  private:
+    void (*old_)(int);
+};
+
+}  // namespace
+
+bool IsTerminal(Stream stream) {
+    return isatty(Descriptor(stream)) == 1;
+}
+
+std::int32_t TerminalColumns() {
+    const winsize size = TerminalSize();
+    return size.ws_col == 0 ? 80 : size.ws_col;
+}
+
+std::int32_t TerminalRows() {
+    const winsize size = TerminalSize();
+    return size.ws_row == 0 ? 24 : size.ws_row;
+}
+
+std::optional<std::string> Environment(const char* name) {
+    const char* value = std::getenv(name);
+    if (value == nullptr)
+        return std::nullopt;
+    return std::string(value);
+}
+
+bool ColorsFit() {
+    return IsTerminal(Stream::Output) && Environment("NO_COLOR").value_or("").empty() &&
+           Environment("TERM").value_or("") != "dumb";
+}
+
+Status WriteStream(Stream stream, std::string_view bytes) {
+    const IgnoreBrokenPipe guard;
+    if (WriteAll(Descriptor(stream), bytes) || errno == EPIPE)
+        return Status::Ok();
+    return Failure{std::string("standard output: ") + std::strerror(errno)};
+}
+
+Result<std::string> ReadStandardInput() {
+    std::string text;
+    std::array<char, 65536> buffer{};
+    while (true) {
+        const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return Failure{std::string("standard input: ") + std::strerror(errno)};
+        if (count == 0)
+            return text;
+        text.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+}
+
+Status ShowPaged(std::string_view text) {
+    const std::string command = PagerCommand();
+    if (command.empty() || command == "cat")
+        return WriteStream(Stream::Output, text);
+    setenv("LESS", "FRX", 0);
+    const IgnoreBrokenPipe guard;
+    FILE* pager = popen(command.c_str(), "w");  // NOLINT(cert-env33-c): the user's own command
+    if (pager == nullptr)
+        return WriteStream(Stream::Output, text);
+    WriteAll(fileno(pager), text);
+    constexpr int kCommandNotFound = 127;
+    const int status = pclose(pager);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kCommandNotFound)
+        return WriteStream(Stream::Output, text);
+    return Status::Ok();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,38 @@
+// The terminal behind the standard streams, and the pager in front of it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "common/base/result.h"
+
+namespace zorvane {
+
+enum class Stream : std::int32_t { Output = 1, Error = 2 };
+
+bool IsTerminal(Stream stream);
+/// Columns and rows of the terminal of standard output; 80 by 24 when there is none.
+std::int32_t TerminalColumns();
+std::int32_t TerminalRows();
+
+/// A variable of the environment; nothing when it is not set.
+std::optional<std::string> Environment(const char* name);
+
+/// True when colours fit: standard output is a terminal, NO_COLOR is not set to a text, TERM is not
+/// "dumb".
+bool ColorsFit();
+
+/// Writes all bytes. A closed pipe is no failure: whoever read has read enough.
+Status WriteStream(Stream stream, std::string_view bytes);
+
+/// All of standard input.
+Result<std::string> ReadStandardInput();
+
+/// Shows `text` through $ZORVANE_PAGER, $PAGER or less, in this order; "" and "cat" mean no pager.
+/// LESS is set to "FRX" when it is not set, so that a short text stays on the screen. Falls back to
+/// standard output.
+Status ShowPaged(std::string_view text);
+
+}  // namespace zorvane
