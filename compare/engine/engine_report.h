@@ -41,7 +41,7 @@ struct ReportLook {
     ReportMark change_modified;
     /// Additions and deletions inside a changed paragraph look like changes of the Modified side.
     bool similar_sub_paragraph_marks = false;
-    bool by_character = false;  ///< letters inside changed words
+    bool by_character = false;     ///< letters inside changed words
     bool filter_sections = false;  ///< the filter expression also holds inside a paragraph
     friend bool operator==(const ReportLook&, const ReportLook&) = default;
 };

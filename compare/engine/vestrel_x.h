@@ -15,9 +15,9 @@
 
 namespace zorvane {
 
-/// One engine. Set the two files and the switches, call `Compare`, read the records; they stay until
-/// the next compare on the same object. A line ends at each CR LF pair and only there; a last line
-/// without an end counts, and the end of the file after a final line end begins no line.
+/// One engine. Set the two files and the switches, call `Compare`, read the records; they stay
+/// until the next compare on the same object. A line ends at each CR LF pair and only there; a last
+/// line without an end counts, and the end of the file after a final line end begins no line.
 class VestrelX {
   public:
     VestrelX();
@@ -56,6 +56,10 @@ class VestrelX {
     /// Lines of the two texts of the last compare, all counted.
     std::int32_t MasterLineCount() const;
     std::int32_t SourceLineCount() const;
+    /// Lines by their 1-based number, without their end; borrowed until the next compare of files,
+    /// and after `CompareText` as long as its texts live.
+    std::string_view MasterLine(std::int32_t number) const;
+    std::string_view SourceLine(std::int32_t number) const;
 
     // Reports of the last compare of files; titles, look and locale are kept until set again.
     void putMasterTitle(const std::string& title);
@@ -64,7 +68,8 @@ class VestrelX {
     void putHighDetailSummary(bool on);
     void putDoubleByteLocale(bool on);
     void putReportLook(const ReportLook& look);
-    /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by side.
+    /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by
+    /// side.
     ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags);
 
     /// Checks expressions as `putFilterExpression` takes them, without a compare.

@@ -1,0 +1,111 @@
+#include "compare/engine/anchors.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace zorvane {
+namespace {
+
+// Mixes one number into the hash of a run.
+std::uint64_t Mix(std::uint64_t hash, std::uint32_t number) {
+    hash ^= number + 0x9E3779B97F4A7C15U;
+    hash *= 0xBF58476D1CE4E5B9U;
+    return hash ^ (hash >> 29);
+}
+
+std::uint64_t HashOfRun(std::span<const std::uint32_t> numbers, std::size_t at,
+                        std::int32_t length) {
+    std::uint64_t hash = 0;
+    for (std::int32_t i = 0; i < length; ++i)
+        hash = Mix(hash, numbers[at + static_cast<std::size_t>(i)]);
+    return hash;
+}
+
+std::size_t RunCount(std::size_t lines, std::int32_t length) {
+    const auto wanted = static_cast<std::size_t>(length);
+    return lines < wanted ? 0 : lines - wanted + 1;
+}
+
+}  // namespace
+
+AnchorFinder::Slot& AnchorFinder::SlotOf(std::uint64_t hash) {
+    std::size_t at = hash & mask_;
+    while (slots_[at].original != kFree && slots_[at].hash != hash)
+        at = (at + 1) & mask_;
+    return slots_[at];
+}
+
+void AnchorFinder::CollectOriginal(std::span<const std::uint32_t> original, std::int32_t length) {
+    const std::size_t count = RunCount(original.size(), length);
+    const std::size_t size = std::bit_ceil(std::max<std::size_t>(2 * count, 16));
+    slots_.assign(size, Slot{});
+    mask_ = size - 1;
+    for (std::size_t at = 0; at < count; ++at) {
+        const std::uint64_t hash = HashOfRun(original, at, length);
+        Slot& slot = SlotOf(hash);
+        slot.original = slot.original == kFree ? static_cast<std::int32_t>(at) : kRepeated;
+        slot.hash = hash;
+    }
+}
+
+void AnchorFinder::CollectModified(std::span<const std::uint32_t> modified, std::int32_t length) {
+    const std::size_t count = RunCount(modified.size(), length);
+    for (std::size_t at = 0; at < count; ++at) {
+        Slot& slot = SlotOf(HashOfRun(modified, at, length));
+        if (slot.original >= 0)
+            slot.modified = slot.modified == kAbsent ? static_cast<std::int32_t>(at) : kRepeated;
+    }
+}
+
+void AnchorFinder::CollectPairs(std::span<const std::uint32_t> original,
+                                std::span<const std::uint32_t> modified, std::int32_t length) {
+    pairs_.clear();
+    for (const Slot& slot : slots_) {
+        if (slot.original < 0 || slot.modified < 0)
+            continue;
+        // Two different runs can share a hash; equal numbers are what counts.
+        const auto first = original.begin() + slot.original;
+        if (std::equal(first, first + length, modified.begin() + slot.modified))
+            pairs_.push_back({slot.original, slot.modified});
+    }
+    std::sort(pairs_.begin(), pairs_.end(), [](MatchedPlaces left, MatchedPlaces right) {
+        return left.original < right.original;
+    });
+}
+
+// The longest sequence of pairs that ascends in the modified, by patience sorting.
+void AnchorFinder::Chain() {
+    tails_.clear();
+    previous_.resize(pairs_.size());
+    for (std::size_t i = 0; i < pairs_.size(); ++i) {
+        const auto place =
+            std::lower_bound(tails_.begin(), tails_.end(), pairs_[i].modified,
+                             [this](std::int32_t pair, std::int32_t modified) {
+                                 return pairs_[static_cast<std::size_t>(pair)].modified < modified;
+                             });
+        previous_[i] = place == tails_.begin() ? -1 : *(place - 1);
+        if (place == tails_.end())
+            tails_.push_back(static_cast<std::int32_t>(i));
+        else
+            *place = static_cast<std::int32_t>(i);
+    }
+    chain_.clear();
+    std::int32_t at = tails_.empty() ? -1 : tails_.back();
+    while (at >= 0) {
+        chain_.push_back(pairs_[static_cast<std::size_t>(at)]);
+        at = previous_[static_cast<std::size_t>(at)];
+    }
+    std::reverse(chain_.begin(), chain_.end());
+}
+
+std::span<const MatchedPlaces> AnchorFinder::Find(std::span<const std::uint32_t> original,
+                                                  std::span<const std::uint32_t> modified,
+                                                  std::int32_t length) {
+    CollectOriginal(original, length);
+    CollectModified(modified, length);
+    CollectPairs(original, modified, length);
+    Chain();
+    return chain_;
+}
+
+}  // namespace zorvane

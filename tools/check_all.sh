@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# The long round before a release: everything of tools/test.sh, the thread sanitizer, clang-tidy over
+# all folders, the fuzzers for a minute each, the benchmarks. Needs clang, clang-tidy and libFuzzer's
+# runtime besides what tools/setup.sh installs (packages clang, clang-tidy, libclang-rt-14-dev).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+jobs=$(nproc)
+seconds=${FUZZ_SECONDS:-60}
+
+tools/test.sh
+
+printf '\n== Thread sanitizer\n'
+cmake --preset tsan >/dev/null
+cmake --build build/tsan -j "$jobs"
+ctest --preset tsan
+
+printf '\n== clang-tidy\n'
+git ls-files '*.cpp' | grep -v -E '^(tests|bench)/' | xargs -P "$jobs" -n 1 clang-tidy -p build/release --quiet
+
+printf '\n== Fuzzers\n'
+cmake --preset fuzz >/dev/null
+cmake --build build/fuzz -j "$jobs"
+for fuzzer in build/fuzz/bench/*_fuzz; do
+    corpus="build/fuzz/corpus/$(basename "$fuzzer")"
+    mkdir -p "$corpus"
+    "$fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 "$corpus"
+done
+
+printf '\n== Benchmarks\n'
+for bench in build/release/bench/*_bench; do
+    "$bench" --benchmark_min_time=0.05
+done

@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# All that CI proves: format, layers, a release build with all tests, the core under the address and
+# undefined-behaviour sanitizers with its tests, the share of tests.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+jobs=$(nproc)
+
+step() { printf '\n== %s\n' "$1"; }
+
+step "Format"
+git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror
+step "Layers"
+python3 tools/check_layers.py
+step "Build and tests (release)"
+cmake --preset release >/dev/null
+cmake --build build/release -j "$jobs"
+ctest --preset release
+step "Core under sanitizers"
+cmake --preset asan >/dev/null
+cmake --build build/asan -j "$jobs"
+ctest --preset asan
+step "Share of tests"
+tools/test_share.sh
