@@ -17,9 +17,7 @@ struct TextRange {
     std::int32_t length = 0;
 
     constexpr CharPos end() const { return first + length; }
-    static constexpr TextRange Between(CharPos first, CharPos end) {
-        return {first, end - first};
-    }
+    static constexpr TextRange Between(CharPos first, CharPos end) { return {first, end - first}; }
     friend bool operator==(TextRange, TextRange) = default;
 };
 
@@ -28,16 +26,16 @@ enum class FileFormat { RichText = 0, PlainText = 1 };
 /// The contract of a rich-text editor.
 ///
 /// Positions. A paragraph break is CR LF and counts two. Behind the text stands one break more, the
-/// last paragraph's own: it is never part of `Text()`, it can be selected (so a selection may end at
-/// `Length() + 2`), and it reads as CR LF in what is taken from such a selection. It cannot be
+/// last paragraph's own: it is never part of `Text()`, it can be selected (so a selection may end
+/// at `Length() + 2`), and it reads as CR LF in what is taken from such a selection. It cannot be
 /// removed: replacing it replaces up to the text's end, and a break at the very end of the new text
-/// merges with it. A position between the CR and the LF of any break is in front of that break: both
-/// ends of a range are moved there.
+/// merges with it. A position between the CR and the LF of any break is in front of that break:
+/// both ends of a range are moved there.
 ///
 /// Ranges. Every range is clipped to 0 .. `Length() + 2` first, so no call fails for its range.
 ///
-/// Cost. Reading, formatting or replacing at a place costs by the distance from the place of the last
-/// edit plus the length touched, or by the logarithm of the size, never by the size. `Text()`,
+/// Cost. Reading, formatting or replacing at a place costs by the distance from the place of the
+/// last edit plus the length touched, or by the logarithm of the size, never by the size. `Text()`,
 /// `Rich()`, `SetText()` and `SetRich()` cost by the size.
 class Editor {
   public:
@@ -47,14 +45,15 @@ class Editor {
     virtual std::int32_t Length() const = 0;
     virtual std::u16string Text() const = 0;
     virtual RichText Rich() const = 0;
-    /// Replaces all. Breaks are normalized; the format is `DefaultFormat()`; the caret goes to 0 and
-    /// the undo list is emptied.
+    /// Replaces all. Breaks are normalized; the format is `DefaultFormat()`; the caret goes to 0
+    /// and the undo list is emptied.
     virtual void SetText(std::u16string_view text) = 0;
     virtual void SetRich(RichText text) = 0;
     virtual void Clear() = 0;
 
     // A range, without regard to the selection.
-    virtual TextRange Clip(TextRange range) const = 0;  ///< the range that a selection of it would be
+    virtual TextRange Clip(
+        TextRange range) const = 0;  ///< the range that a selection of it would be
     virtual std::u16string Text(TextRange range) const = 0;
     virtual RichText Rich(TextRange range) const = 0;
     virtual void Format(TextRange range, const CharFormatChange& change) = 0;

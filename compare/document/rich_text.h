@@ -17,12 +17,13 @@ struct Color {
     friend bool operator==(Color, Color) = default;
 };
 
-/// The name of a font in UTF-8, at most 63 bytes; a longer name is cut at a whole character. Kept in
-/// place, so that a format is copied as plain bytes.
+/// The name of a font in UTF-8, at most 63 bytes; a longer name is cut at a whole character. Kept
+/// in place, so that a format is copied as plain bytes.
 class FontName {
   public:
     constexpr FontName() = default;
-    FontName(std::string_view utf8);  // NOLINT(google-explicit-constructor): a name is written as a literal
+    FontName(std::string_view
+                 utf8);  // NOLINT(google-explicit-constructor): a name is written as a literal
     std::string_view view() const { return {bytes_.data(), size_}; }
     friend bool operator==(const FontName&, const FontName&) = default;
 
@@ -33,9 +34,24 @@ class FontName {
 
 /// The numbers are those of the RTF writer's table; 3 is what the marks of a difference use.
 enum class Underline : std::uint8_t {
-    None = 0, Single = 1, Words = 2, Double = 3, Dotted = 4, Dash = 5, DashDot = 6, DashDotDot = 7,
-    Wave = 8, Thick = 9, DoubleWave = 10, LongDash = 11, HeavyWave = 12, ThickDotted = 13,
-    ThickDash = 14, ThickDashDot = 15, ThickDashDotDot = 16, ThickLongDash = 17
+    None = 0,
+    Single = 1,
+    Words = 2,
+    Double = 3,
+    Dotted = 4,
+    Dash = 5,
+    DashDot = 6,
+    DashDotDot = 7,
+    Wave = 8,
+    Thick = 9,
+    DoubleWave = 10,
+    LongDash = 11,
+    HeavyWave = 12,
+    ThickDotted = 13,
+    ThickDash = 14,
+    ThickDashDot = 15,
+    ThickDashDotDot = 16,
+    ThickLongDash = 17
 };
 
 enum class Baseline : std::uint8_t { Normal, Superscript, Subscript };
@@ -72,8 +88,8 @@ struct ParagraphFormat {
     std::int32_t first_line_indent = 0;
     std::int32_t space_before = 0;
     std::int32_t space_after = 0;
-    std::int32_t line_spacing = 0;        ///< as RTF's \sl: 0 automatic, negative exact
-    bool line_spacing_multiple = false;   ///< as RTF's \slmult
+    std::int32_t line_spacing = 0;       ///< as RTF's \sl: 0 automatic, negative exact
+    bool line_spacing_multiple = false;  ///< as RTF's \slmult
     std::vector<TabStop> tabs;
     friend bool operator==(const ParagraphFormat&, const ParagraphFormat&) = default;
 };
@@ -91,8 +107,8 @@ struct ParagraphRun {
     friend bool operator==(const ParagraphRun&, const ParagraphRun&) = default;
 };
 
-/// The lengths of each list of runs add up to the length of the text. A paragraph break is CR LF and
-/// counts two; the last paragraph needs none. A lone CR or LF does not occur in an editor.
+/// The lengths of each list of runs add up to the length of the text. A paragraph break is CR LF
+/// and counts two; the last paragraph needs none. A lone CR or LF does not occur in an editor.
 struct RichText {
     std::u16string text;
     std::vector<CharRun> char_runs;

@@ -16,8 +16,8 @@ bool LooksLikeRtf(std::string_view bytes);
 ///
 /// Kept visible: list numbers from \pntext and \listtext (each with its tab), footnotes as text at
 /// their place, fields by their result, table cells ended by character 7 with the row ending the
-/// paragraph, \line as character 11. Left out: hidden text, pictures, headers of the document, unknown
-/// destinations.
+/// paragraph, \line as character 11. Left out: hidden text, pictures, headers of the document,
+/// unknown destinations.
 RichText ReadRtf(std::string_view bytes);
 
 }  // namespace zorvane

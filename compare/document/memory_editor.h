@@ -1,0 +1,73 @@
+// The rich-text editor without a window.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "compare/document/editor.h"
+#include "compare/document/gap_runs.h"
+#include "compare/document/gap_text.h"
+
+namespace zorvane {
+
+class MemoryEditor : public Editor {
+  public:
+    std::int32_t Length() const override { return text_.Length(); }
+    std::u16string Text() const override { return text_.Take(0, Length()); }
+    RichText Rich() const override;
+    void SetText(std::u16string_view text) override;
+    void SetRich(RichText text) override;
+    void Clear() override { SetRich({}); }
+
+    TextRange Clip(TextRange range) const override;
+    std::u16string Text(TextRange range) const override;
+    RichText Rich(TextRange range) const override;
+    void Format(TextRange range, const CharFormatChange& change) override;
+    TextRange Replace(TextRange range, std::u16string_view text) override;
+    TextRange Replace(TextRange range, const RichText& text) override;
+
+    TextRange Selection() const override { return selection_; }
+    void Select(TextRange range) override { selection_ = Clip(range); }
+    void ReplaceSelection(std::u16string_view text) override;
+    void ReplaceSelection(const RichText& text) override;
+    CharFormat SelectionFormat() const override;
+
+    CharFormat DefaultFormat() const override { return default_format_; }
+    void SetDefaultFormat(const CharFormat& format) override { default_format_ = format; }
+    std::int32_t LineOfChar(CharPos position) const override;
+    CharPos FirstCharOfLine(std::int32_t line) const override;
+    bool CanUndo() const override { return !undo_.empty(); }
+    void Undo() override;
+    void SetUndoEnabled(bool enabled) override;
+
+    Status LoadFile(const std::string& path, FileFormat format) override;
+    Status SaveFile(const std::string& path, FileFormat format) const override;
+
+  private:
+    // What an edit replaced: putting `old` in place of `length` characters at `first` takes it
+    // back.
+    struct UndoStep {
+        std::int32_t first = 0;
+        std::int32_t length = 0;
+        RichText old;
+    };
+
+    std::int32_t SnapToBreak(std::int32_t position) const;
+    // The range without the break behind the text.
+    TextRange InText(TextRange range) const;
+    CharFormat InsertionFormat(TextRange range) const;
+    ParagraphFormat ParagraphFormatAt(std::int32_t position) const;
+    void Put(TextRange range, const RichText& text);
+    void Remember(TextRange range, std::int32_t new_length);
+    static RichText Normalized(const RichText& text);
+
+    GapText text_;
+    GapRuns<CharRun> char_runs_;
+    GapRuns<ParagraphRun> paragraph_runs_;
+    TextRange selection_;
+    CharFormat default_format_;
+    bool undo_enabled_ = true;
+    std::vector<UndoStep> undo_;
+};
+
+}  // namespace zorvane

@@ -1,0 +1,44 @@
+#include "compare/document/paragraphs.h"
+
+namespace zorvane {
+
+void Paragraphs::Build(std::u16string_view text) {
+    constexpr std::int32_t kBreakLength = 2;  // of the break behind the text
+    Clear();
+    std::int32_t start = 0;
+    for (std::size_t feed = text.find(u'\n'); feed != std::u16string_view::npos;
+         feed = text.find(u'\n', feed + 1)) {
+        const auto end = static_cast<std::int32_t>(feed) + 1;
+        list_.push_back({CharPos{start}, CharPos{end}});
+        start = end;
+    }
+    list_.push_back(
+        {CharPos{start}, CharPos{static_cast<std::int32_t>(text.size()) + kBreakLength}});
+    deltas_.assign(list_.size() + 1, 0);
+}
+
+void Paragraphs::Clear() {
+    list_.clear();
+    deltas_.clear();
+}
+
+void Paragraphs::SetLastChar(ParagraphNumber number, CharPos last) {
+    if (Has(number))
+        list_[static_cast<std::size_t>(number.value - 1)].LastChar = last;
+}
+
+void Paragraphs::AddDelta(ParagraphNumber number, std::int32_t delta) {
+    if (number.value >= 0 && number.value < Count())
+        deltas_[static_cast<std::size_t>(number.value)] = delta;
+}
+
+void Paragraphs::Adjust() {
+    std::int32_t total = 0;
+    for (std::size_t i = 0; i < list_.size(); ++i) {
+        total += deltas_[i + 1];
+        list_[i].FirstChar = list_[i].FirstChar + total;
+        list_[i].LastChar = list_[i].LastChar + total;
+    }
+}
+
+}  // namespace zorvane

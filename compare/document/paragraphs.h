@@ -1,0 +1,45 @@
+// The paragraphs of an editor's text by number, with position changes that wait.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "common/base/number.h"
+
+namespace zorvane {
+
+struct clsParagraph {
+    CharPos FirstChar;  ///< 0-based index of the first character
+    CharPos
+        LastChar;  ///< just behind the break; for the last paragraph, behind the text's own break
+    friend bool operator==(const clsParagraph&, const clsParagraph&) = default;
+};
+
+/// The list is built from a text and is stale after any edit of it; whoever edits knows. Looking up
+/// a paragraph costs a constant.
+class Paragraphs {
+  public:
+    /// One paragraph for each line feed, and a last one behind it, which may be empty.
+    void Build(std::u16string_view text);
+    void Clear();
+    std::int32_t Count() const { return static_cast<std::int32_t>(list_.size()); }
+    bool Has(ParagraphNumber number) const { return number.value >= 1 && number.value <= Count(); }
+    /// Only when `Has(number)`.
+    const clsParagraph& At(ParagraphNumber number) const {
+        return list_[static_cast<std::size_t>(number.value - 1)];
+    }
+    void SetLastChar(ParagraphNumber number, CharPos last);
+
+    /// Keeps a change of length in front of paragraph `number`. A second change there replaces the
+    /// first; one at the last paragraph or behind it is dropped, since nothing lies behind.
+    void AddDelta(ParagraphNumber number, std::int32_t delta);
+    /// Moves paragraph i by the sum of the changes 1 to i, in one pass. The changes are kept.
+    void Adjust();
+
+  private:
+    std::vector<clsParagraph> list_;
+    std::vector<std::int32_t> deltas_;  // a slot for each number, 0 to the count
+};
+
+}  // namespace zorvane

@@ -1,0 +1,72 @@
+#include "compare/document/rich_text.h"
+
+#include <algorithm>
+
+#include "common/base/text_encoding.h"
+
+namespace zorvane {
+namespace {
+
+template <class Run>
+void AppendRun(std::vector<Run>& runs, const Run& run) {
+    if (run.length == 0)
+        return;
+    if (!runs.empty() && runs.back().format == run.format)
+        runs.back().length += run.length;
+    else
+        runs.push_back(run);
+}
+
+}  // namespace
+
+FontName::FontName(std::string_view utf8) {
+    std::size_t size = std::min(utf8.size(), bytes_.size());
+    while (size < utf8.size() && size > 0 &&
+           (static_cast<unsigned char>(utf8[size]) & 0xC0) == 0x80)
+        --size;
+    std::copy_n(utf8.begin(), size, bytes_.begin());
+    size_ = static_cast<std::uint8_t>(size);
+}
+
+RichText RichText::Plain(std::u16string_view text, const CharFormat& format) {
+    RichText rich;
+    rich.text = NormalizeBreaks(text);
+    AppendRun(rich.char_runs, {rich.Length(), format});
+    AppendRun(rich.paragraph_runs, {rich.Length(), ParagraphFormat{}});
+    return rich;
+}
+
+void RichText::Append(const RichText& other) {
+    text += other.text;
+    for (const CharRun& run : other.char_runs)
+        AppendRun(char_runs, run);
+    for (const ParagraphRun& run : other.paragraph_runs)
+        AppendRun(paragraph_runs, run);
+}
+
+void RichText::AppendPlain(std::u16string_view more, const CharFormat& format) {
+    Append(Plain(more, format));
+}
+
+void CharFormatChange::ApplyTo(CharFormat& format) const {
+    if (font)
+        format.font = *font;
+    if (half_points)
+        format.half_points = *half_points;
+    if (fore_color)
+        format.fore_color = *fore_color;
+    if (back_color)
+        format.back_color = *back_color;
+    if (underline)
+        format.underline = *underline;
+    if (baseline)
+        format.baseline = *baseline;
+    if (bold)
+        format.bold = *bold;
+    if (italic)
+        format.italic = *italic;
+    if (strikeout)
+        format.strikeout = *strikeout;
+}
+
+}  // namespace zorvane

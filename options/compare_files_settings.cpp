@@ -1,0 +1,205 @@
+#include "options/compare_files_settings.h"
+
+#include <array>
+#include <charconv>
+#include <variant>
+
+#include "common/string_utilities.h"
+
+namespace zorvane {
+namespace {
+
+using Settings = CompareFilesSettings;
+
+enum class Scope { Own, Shared };
+enum class Reads { Always, Never };  // never: another key counts, this one is only written
+
+using Member = std::variant<bool Settings::*, std::int32_t Settings::*, double Settings::*,
+                            std::string Settings::*>;
+struct SettingRow {
+    const char* key;
+    Scope scope;
+    Member member;
+    Reads reads = Reads::Always;
+};
+// In the order in which they are saved.
+constexpr SettingRow kRows[] = {
+    {"lLastSelectedFileFilterIndex", Scope::Own, &Settings::lLastSelectedFileFilterIndex},
+    {"bWarnedAboutSwitchingPDFConversionMethods", Scope::Own,
+     &Settings::bWarnedAboutSwitchingPDFConversionMethods},
+    {"bWarnedAboutLargeWordDocAlready", Scope::Own, &Settings::bWarnedAboutLargeWordDocAlready},
+    {"bWarnedAboutPPTAlready", Scope::Own, &Settings::bWarnedAboutPPTAlready},
+    {"bWarnedAboutHTMLAlready", Scope::Own, &Settings::bWarnedAboutHTMLAlready},
+    {"bWarnedAboutXLSWordWrapAlready", Scope::Own, &Settings::bWarnedAboutXLSWordWrapAlready},
+    {"mnuWordWrap", Scope::Own, &Settings::mnuWordWrap},
+    {"TextSynchType", Scope::Own, &Settings::TextSynchType},
+    {"WindowState", Scope::Own, &Settings::WindowState},
+    {"Left", Scope::Own, &Settings::Left},
+    {"Top", Scope::Own, &Settings::Top},
+    {"Width", Scope::Own, &Settings::Width},
+    {"Height", Scope::Own, &Settings::Height},
+    {"rbReloadOnRefresh", Scope::Own, &Settings::rbReloadOnRefresh, Reads::Never},
+    {"txtRightMargin", Scope::Own, &Settings::txtRightMargin},
+    {"txtLeftMargin", Scope::Own, &Settings::txtLeftMargin},
+    {"txtBottomMargin", Scope::Own, &Settings::txtBottomMargin},
+    {"txtTopMargin", Scope::Own, &Settings::txtTopMargin},
+    {"msgReportFileDOC_MD", Scope::Own, &Settings::msgReportFileDOC_MD},
+    {"msgReportFileTXT_MD", Scope::Own, &Settings::msgReportFileTXT_MD},
+    {"msgReportFileCSV_MD", Scope::Own, &Settings::msgReportFileCSV_MD},
+    {"msgReportFileHTM_MD", Scope::Own, &Settings::msgReportFileHTM_MD},
+    {"msgReportTitleHTM_MD", Scope::Own, &Settings::msgReportTitleHTM_MD},
+    {"txtReportMasterTitleHTML", Scope::Own, &Settings::txtReportMasterTitleHTML},
+    {"txtReportSourceTitleHTML", Scope::Own, &Settings::txtReportSourceTitleHTML},
+    {"mlReportDefaultFileType_MD", Scope::Own, &Settings::mlReportDefaultFileType_MD},
+    {"mlReportDefaultStyle_MD", Scope::Own, &Settings::mlReportDefaultStyle_MD},
+    {"bReportHTMLShowHighDetailSummary", Scope::Own, &Settings::bReportHTMLShowHighDetailSummary},
+    {"bReportDOC_ShowAllInOneDifferenceViewer", Scope::Own,
+     &Settings::bReportDOC_ShowAllInOneDifferenceViewer},
+    {"bReportDOC_Additions", Scope::Own, &Settings::bReportDOC_Additions},
+    {"bReportDOC_ShowDeletions", Scope::Own, &Settings::bReportDOC_ShowDeletions},
+    {"bReportDOC_ShowChanges", Scope::Own, &Settings::bReportDOC_ShowChanges},
+    {"dRatioTopEditor", Scope::Own, &Settings::dRatioTopEditor},
+    {"dFontSize", Scope::Own, &Settings::dFontSize},
+    {"sFontName", Scope::Own, &Settings::sFontName},
+    {"bBCLMergeParagraph", Scope::Own, &Settings::bBCLMergeParagraph},
+    {"bBCLDetectHeader", Scope::Shared, &Settings::bBCLDetectHeader},
+    {"bConnectHyphens", Scope::Shared, &Settings::bConnectHyphens},
+    {"bRemoveHiddenText", Scope::Shared, &Settings::bRemoveHiddenText},
+    {"bDoQuickTextExtraction", Scope::Own, &Settings::bDoQuickTextExtraction},
+    {"bBCLShrinkFonts", Scope::Own, &Settings::bBCLShrinkFonts},
+    {"bBCLAdjustFontNames", Scope::Own, &Settings::bBCLAdjustFontNames},
+    {"bBCLExtractHyperlinks", Scope::Own, &Settings::bBCLExtractHyperlinks},
+    {"sBCLPasswordUser", Scope::Own, &Settings::sBCLPasswordUser},
+    {"sBCLPasswordOwner", Scope::Own, &Settings::sBCLPasswordOwner},
+    {"bBCLUsingPageRange", Scope::Own, &Settings::bBCLUsingPageRange},
+    {"bBCLLockPageRange", Scope::Own, &Settings::bBCLLockPageRange},
+    {"lBCLPageFrom", Scope::Own, &Settings::lBCLPageFrom},
+    {"lBCLPageTo", Scope::Own, &Settings::lBCLPageTo},
+    {"lBCLPageFromModified", Scope::Own, &Settings::lBCLPageFromModified},
+    {"lBCLPageToModified", Scope::Own, &Settings::lBCLPageToModified},
+    {"lBCLDocumentType", Scope::Shared, &Settings::lBCLDocumentType},
+    {"lBCLConversionMethod", Scope::Shared, &Settings::lBCLConversionMethod},
+    {"lDupMaxDeltaX", Scope::Own, &Settings::lDupMaxDeltaX},
+    {"bConvertAllSlides", Scope::Own, &Settings::bConvertAllSlides},
+    {"lFromSlideOriginal", Scope::Own, &Settings::lFromSlideOriginal},
+    {"lFromSlideModified", Scope::Own, &Settings::lFromSlideModified},
+    {"lToSlideOriginal", Scope::Own, &Settings::lToSlideOriginal},
+    {"lToSlideModified", Scope::Own, &Settings::lToSlideModified},
+    {"bShowSlideAndShapeNumber", Scope::Own, &Settings::bShowSlideAndShapeNumber},
+    {"bIncludeNotes", Scope::Own, &Settings::bIncludeNotes},
+    {"bIncludeNotesOnly", Scope::Own, &Settings::bIncludeNotesOnly},
+};
+
+constexpr const char* kSharedSection = "frmMain";
+
+std::string DecimalText(double number) {
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    return {digits.data(), end};
+}
+
+// How each kind of value reads and shows.
+struct ReadValue {
+    const std::string& text;
+    Settings& settings;
+    void operator()(bool Settings::*member) const { settings.*member = IsTrue(text); }
+    void operator()(std::int32_t Settings::*member) const {
+        settings.*member = static_cast<std::int32_t>(dSafeCDbl(text, settings.*member));
+    }
+    void operator()(double Settings::*member) const {
+        settings.*member = dSafeCDbl(text, settings.*member);
+    }
+    void operator()(std::string Settings::*member) const { settings.*member = text; }
+
+    static bool IsTrue(const std::string& text) {
+        constexpr std::string_view kFalse = "FALSE";
+        if (text.size() != kFalse.size())
+            return true;
+        for (std::size_t i = 0; i < kFalse.size(); ++i) {
+            if ((text[i] & ~0x20) != kFalse[i])
+                return true;
+        }
+        return false;
+    }
+};
+
+struct ShowValue {
+    const Settings& settings;
+    std::string operator()(bool Settings::*member) const {
+        return settings.*member ? "TRUE" : "FALSE";
+    }
+    std::string operator()(std::int32_t Settings::*member) const {
+        return std::to_string(settings.*member);
+    }
+    std::string operator()(double Settings::*member) const { return DecimalText(settings.*member); }
+    std::string operator()(std::string Settings::*member) const { return settings.*member; }
+};
+
+std::string SectionOf(const SettingRow& row, const std::string& own) {
+    return row.scope == Scope::Shared ? kSharedSection : own;
+}
+
+struct ActionRow {
+    std::int32_t code;
+    std::variant<bool Settings::*, std::int32_t Settings::*> member;
+    std::int32_t value;
+};
+constexpr ActionRow kActions[] = {
+    {1, &Settings::lBCLDocumentType, 1},       {2, &Settings::lBCLDocumentType, 2},
+    {3, &Settings::lBCLDocumentType, 3},       {5, &Settings::lBCLConversionMethod, 1},
+    {8, &Settings::lBCLConversionMethod, 3},   {9, &Settings::lBCLConversionMethod, 0},
+    {6, &Settings::bBCLDetectHeader, 1},       {7, &Settings::bBCLDetectHeader, 0},
+    {10, &Settings::bRemoveHiddenText, 1},     {11, &Settings::bRemoveHiddenText, 0},
+    {12, &Settings::bConnectHyphens, 1},       {13, &Settings::bConnectHyphens, 0},
+    {22, &Settings::bBCLMergeParagraph, 1},    {23, &Settings::bBCLMergeParagraph, 0},
+    {24, &Settings::bBCLShrinkFonts, 1},       {25, &Settings::bBCLShrinkFonts, 0},
+    {26, &Settings::bBCLAdjustFontNames, 1},   {27, &Settings::bBCLAdjustFontNames, 0},
+    {28, &Settings::bBCLExtractHyperlinks, 1}, {29, &Settings::bBCLExtractHyperlinks, 0},
+};
+
+}  // namespace
+
+CompareFilesSettings DefaultCompareFilesSettings(const std::string& data_folder) {
+    CompareFilesSettings settings;
+    settings.msgReportFileDOC_MD = data_folder + "\\ZorvaneReport.DOC";
+    settings.msgReportFileTXT_MD = data_folder + "\\ZorvaneReport.TXT";
+    settings.msgReportFileCSV_MD = data_folder + "\\ZorvaneReport.CSV";
+    settings.msgReportFileHTM_MD = data_folder + "\\ZorvaneReport.HTM";
+    return settings;
+}
+
+void ReadCompareFilesSettings(IniProfile& file, const std::string& section,
+                              CompareFilesSettings& settings) {
+    const CompareFilesSettings defaults = settings;
+    for (const SettingRow& row : kRows) {
+        if (row.reads == Reads::Never)
+            continue;
+        const std::string text = file.Read(SectionOf(row, section), row.key,
+                                           std::visit(ShowValue{defaults}, row.member));
+        std::visit(ReadValue{text, settings}, row.member);
+    }
+    // A stored type outside the four is ignored.
+    if (settings.mlReportDefaultFileType_MD < 1 || settings.mlReportDefaultFileType_MD > 4)
+        settings.mlReportDefaultFileType_MD = defaults.mlReportDefaultFileType_MD;
+}
+
+void SaveCompareFilesSettings(IniProfile& file, const std::string& section,
+                              const CompareFilesSettings& settings) {
+    for (const SettingRow& row : kRows)
+        file.Write(SectionOf(row, section), row.key, std::visit(ShowValue{settings}, row.member));
+}
+
+bool ApplyAdvancedAction(std::int32_t code, CompareFilesSettings& settings) {
+    for (const ActionRow& row : kActions) {
+        if (row.code != code)
+            continue;
+        if (const auto* flag = std::get_if<bool Settings::*>(&row.member))
+            settings.*(*flag) = row.value != 0;
+        else
+            settings.*std::get<std::int32_t Settings::*>(row.member) = row.value;
+        return true;
+    }
+    return false;
+}
+
+}  // namespace zorvane
