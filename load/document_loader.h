@@ -1,0 +1,113 @@
+// The road from a file name to text in an editor of the viewer.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "common/base/side.h"
+#include "compare/document/rtb_document.h"
+#include "load/converter.h"
+#include "options/compare_file_options.h"
+#include "options/compare_files_settings.h"
+#include "options/recent_items.h"
+
+namespace zorvane {
+
+struct ProcessState;
+
+/// What a load asks of the user. A command-line run never asks.
+class LoadQuestions {
+  public:
+    virtual ~LoadQuestions() = default;
+    virtual bool AskYesNo(const std::string& text, const std::string& title) = 0;
+    virtual void ShowMessage(const std::string& text, const std::string& title) = 0;
+    /// A file that the user picks for that side; empty when the dialog is cancelled.
+    virtual std::string BrowseFor(Side side) = 0;
+    virtual void PumpEvents() = 0;
+    virtual void SetHourglass(bool on) = 0;
+};
+
+enum class EditorTarget : std::int32_t {
+    AllInOneDiff = 1,
+    OriginalDiffFinal = 2,
+    ModifiedDiffFinal = 3,
+    Original = 4,
+    Modified = 5
+};
+
+enum class Reload { WhenChanged, Forced };
+
+/// What tells that a file is still the one that was loaded; times in text form.
+struct LoadedFileIdentity {
+    std::string Path;
+    std::string DateLastModified;
+    std::string DateLastAccessed;
+    std::string DateCreated;
+    std::int64_t Attributes = 0;
+    std::int64_t Size = 0;
+    friend bool operator==(const LoadedFileIdentity&, const LoadedFileIdentity&) = default;
+};
+
+/// Everything is borrowed from the viewer and outlives the loader.
+struct LoaderParts {
+    ProcessState& process;
+    clsCompareFileOptions& options;
+    CompareFilesSettings& settings;
+    LoadQuestions& questions;
+    PerSide<clsMRU>& recent_files;
+    clsMRU& TextFileExtensions;
+    std::function<clsRTBDocument&(EditorTarget)> document;
+};
+
+class DocumentLoader {
+  public:
+    explicit DocumentLoader(LoaderParts parts);
+
+    /// True when the editor of that side holds the file: loaded now, or unchanged since it was.
+    /// `sFile` is in and out: the user may pick another. A failure has been reported.
+    bool LoadSide(Side side, std::string& sFile, Reload reload);
+    bool LoadOriginalFile(std::string& sFile, Reload reload) {
+        return LoadSide(Side::Original, sFile, reload);
+    }
+    bool LoadModifiedFile(std::string& sFile, Reload reload) {
+        return LoadSide(Side::Modified, sFile, reload);
+    }
+    bool LoadFileIntoEditor(const std::string& sFile, EditorTarget target);
+    /// Fills the temporary file with what an editor can open.
+    bool ConvertFileIfNecessary(const std::string& sFile, const std::string& sTempFile, Side side);
+
+    // Advice that is given once in a user's life, before a reload.
+    void WarnIfPPTAndRetainingFormatting(const PerSide<std::string>& files);
+    void WarnIfHTMLAndRetainingFormatting(const PerSide<std::string>& files);
+    void WarnIfXLSAndWordWrapIsTrue(const PerSide<std::string>& files);
+    void WarnIfDOCAndIsBigFile(const PerSide<std::string>& files, bool all_in_one,
+                               const std::function<void()>& switch_to_side_by_side);
+
+    PerSide<bool> bForceReload{false, false};
+    bool bLoadedAsPlainText = false;
+    bool bSpaceAddedToTextFile = false;
+
+  private:
+    bool SelectFile(Side side, std::string& sFile);
+    bool ReportMissing(const std::string& sFile);
+    std::optional<LoadedFileIdentity> IdentityOf(const std::string& sFile) const;
+    void RememberFile(Side side, const std::string& sFile);
+    bool FillTempFile(const std::string& sFile, const std::string& sTempFile, EditorTarget target);
+    bool FillEditor(const std::string& sFile, const std::string& sTempFile, EditorTarget target);
+    bool ConvertWord(const std::string& sFile, const std::string& sTempFile, WordFormat format,
+                     const WordPasswords& passwords);
+    bool CopyText(const std::string& sFile, const std::string& sTempFile);
+    bool Copy(const std::string& sFile, const std::string& sTempFile);
+    bool RunConversion(const std::string& sFile, const std::string& sTempFile, Side side);
+    void LogFailure(const std::string& text, const std::string& sFile, const std::string& reason);
+    void Advise(bool& warned, const std::string& question, const std::string& done_text);
+
+    LoaderParts parts_;
+    NativeWordConverter word_;
+    PerSide<LoadedFileIdentity> loaded_;
+};
+
+}  // namespace zorvane
