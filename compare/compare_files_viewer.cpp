@@ -1,0 +1,477 @@
+#include "compare/compare_files_viewer.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "common/base/text_encoding.h"
+#include "common/log_message.h"
+#include "common/process_state.h"
+#include "common/string_utilities.h"
+#include "compare/difference_list.h"
+#include "load/file_kind.h"
+#include "reports/rich_report.h"
+
+namespace zorvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::int32_t kMostRecentFiles = 10;
+constexpr std::int32_t kMostExtensions = 15;
+
+}  // namespace
+
+frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest& request,
+                                 CompareFilesWindow& window)
+    : process_(process),
+      request_(request),
+      window_(window),
+      editors_(*process.platform.sound),
+      monitor_(process, window, mbAbortRequested_),
+      loader_({process, options_, settings_, window, recent_files_, TextFileExtensions_,
+               [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); }}) {}
+
+// ---- life ----
+
+void frmCompareFiles::Setup(const std::string& sDescription, bool load) {
+    sDescription_ = sDescription;
+    if (load)
+        ReadIniFile();
+    ApplyFont();
+}
+
+void frmCompareFiles::ReadIniFile() {
+    IniProfile& file = *process_.settings;
+    settings_ = DefaultCompareFilesSettings(process_.gsDataFolder);
+    ReadCompareFilesSettings(file, sDescription_, settings_);
+    for (clsMRU* list : {&recent_files_.original, &recent_files_.modified, &TextFileExtensions_})
+        list->bHistoryOff = request_.bClearHistory;
+    recent_files_.original.Setup(kMostRecentFiles, file, sDescription_ + "mruOriginal", "-1");
+    recent_files_.modified.Setup(kMostRecentFiles, file, sDescription_ + "mruModified", "-1");
+    TextFileExtensions_.Setup(kMostExtensions, file, sDescription_ + "TextFileExtensions",
+                              "txt,log,csv");
+    options_.sSectionName = sDescription_;
+    const Status loaded = options_.LoadStateFromFile(file);
+    if (!loaded.ok())
+        LogMessage(process_, loaded.failure().reason);
+}
+
+void frmCompareFiles::SaveIniFile() {
+    if (sDescription_.empty())
+        return;
+    IniProfile& file = *process_.settings;
+    SaveCompareFilesSettings(file, sDescription_, settings_);
+    options_.SaveStateToFile(file);
+    recent_files_.original.ShutDown();
+    recent_files_.modified.ShutDown();
+    TextFileExtensions_.ShutDown();
+    const Status saved = file.Flush();
+    if (!saved.ok())
+        LogMessage(process_, "The settings cannot be saved: " + saved.failure().reason);
+}
+
+void frmCompareFiles::ApplyFont() {
+    state_.msFontName = settings_.sFontName;
+    state_.msngFontSize = settings_.dFontSize;
+    CharFormat format;
+    format.font = FontName(settings_.sFontName);
+    format.half_points = static_cast<std::int32_t>(settings_.dFontSize * 2);
+    for (DocumentEditor* entry :
+         {&editors_.rtbOriginal, &editors_.rtbModified, &editors_.rtbOriginalDiff,
+          &editors_.rtbModifiedDiff, &editors_.rtbAIODiff, &editors_.rtbScratch})
+        entry->editor.SetDefaultFormat(format);
+    for (MemoryEditor* summary :
+         {&editors_.rtbDeletions, &editors_.rtbAdditions, &editors_.rtbChanges})
+        summary->SetDefaultFormat(format);
+}
+
+clsRTBDocument& frmCompareFiles::DocumentOf(EditorTarget target) {
+    switch (target) {
+        case EditorTarget::AllInOneDiff:
+            return editors_.rtbAIODiff.document;
+        case EditorTarget::OriginalDiffFinal:
+            return editors_.rtbOriginalDiffFinal.document;
+        case EditorTarget::ModifiedDiffFinal:
+            return editors_.rtbModifiedDiffFinal.document;
+        case EditorTarget::Original:
+            return editors_.rtbOriginal.document;
+        case EditorTarget::Modified:
+            break;
+    }
+    return editors_.rtbModified.document;
+}
+
+// ---- runs ----
+
+void frmCompareFiles::Refresh() {
+    if (mbCompareBusy_)
+        return;
+    mlCurrentDifference_ = -1;
+    mlLastDifference_ = -1;
+    RefreshDisplay(options_.bReloadOnRefresh.Data(), true);
+}
+
+bool frmCompareFiles::LoadBoth(Reload reload) {
+    for (const Side side : {Side::Modified, Side::Original}) {
+        std::string file =
+            side == Side::Original ? options_.sFileOriginal.Data() : options_.sFileModified.Data();
+        if (!loader_.LoadSide(side, file, reload))
+            return false;
+        TextChanged(side);
+    }
+    UseViewerFontForText();
+    return true;
+}
+
+// Text has no font of its own.
+void frmCompareFiles::UseViewerFontForText() {
+    const bool text = bIsFileTextOrExcel(options_.sFileOriginal.Data(), TextFileExtensions_) ||
+                      bIsFileTextOrExcel(options_.sFileModified.Data(), TextFileExtensions_);
+    if (!text)
+        return;
+    for (DocumentEditor* entry :
+         {&editors_.rtbOriginal, &editors_.rtbModified, &editors_.rtbOriginalDiffFinal,
+          &editors_.rtbModifiedDiffFinal, &editors_.rtbAIODiff, &editors_.rtbOriginalDiff,
+          &editors_.rtbModifiedDiff})
+        entry->document.ChangeFontAll(state_.msFontName, state_.msngFontSize);
+}
+
+bool frmCompareFiles::ReloadFiles() {
+    window_.ShowStatus(StatusPanel::Main, Translate("Re-loading files") + "...");
+    window_.PumpEvents();
+    const PerSide<std::string> files{options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+    loader_.WarnIfPPTAndRetainingFormatting(files);
+    loader_.WarnIfHTMLAndRetainingFormatting(files);
+    loader_.WarnIfXLSAndWordWrapIsTrue(files);
+    for (DocumentEditor* entry :
+         {&editors_.rtbOriginalDiff, &editors_.rtbModifiedDiff, &editors_.rtbOriginalDiffFinal,
+          &editors_.rtbModifiedDiffFinal, &editors_.rtbAIODiff, &editors_.rtbOriginalDiffTemp,
+          &editors_.rtbModifiedDiffTemp, &editors_.rtbAIODiffTemp, &editors_.rtbScratch})
+        entry->editor.Clear();
+    const bool loaded = LoadBoth(Reload::WhenChanged);
+    state_.mbRemoveFormatting = options_.bRemoveFormatting.Data();
+    return loaded;
+}
+
+void frmCompareFiles::RefreshDisplay(bool bReloadFiles, bool bGoToFirstDifference) {
+    mbAbortRequested_ = false;
+    mbCompareBusy_ = true;
+    mlStartTick_ = process_.platform.clock->TickMilliseconds();
+    if (!process_.gbCommandLineRunning) {
+        window_.ShowPleaseWait(true);
+        if (!bReloadFiles && editors_.rtbOriginal.editor.Length() == 0 &&
+            editors_.rtbModified.editor.Length() == 0)
+            window_.ShowMessage(
+                Translate("Original and Modified editors are empty. Enter text into the editors by "
+                          "typing or pasting in content. If you instead want to load selected "
+                          "files for comparison click the 'Compare Options' tab and change the "
+                          "'Refresh Options'."),
+                Translate("Compare"));
+    }
+    window_.EnableFilterButtons(false);
+    process_.platform.clock->Sleep(10ms);
+    bool loaded = true;
+    if (bReloadFiles)
+        loaded = ReloadFiles();
+    else
+        state_.mbRemoveFormatting = options_.bRemoveFormatting.Data();
+    if (loaded) {
+        (state_.view == View::AllInOne ? state_.mbSBSViewFresh : state_.mbAIOViewFresh) = false;
+        RunCompare(bGoToFirstDifference);
+        window_.EnableFilterButtons(true);
+    } else {
+        window_.ShowStatus(StatusPanel::Main, Translate("Ready"));
+    }
+    window_.ShowPleaseWait(false);
+    mbCompareBusy_ = false;
+    if (mbAbortRequested_)
+        ShowAborted();
+}
+
+void frmCompareFiles::ShowAborted() {
+    window_.ShowStatus(StatusPanel::Main, Translate("Compare Aborted"));
+    window_.PumpEvents();
+}
+
+RunEnd frmCompareFiles::RunCompare(bool bGoToFirstDifference) {
+    const std::int32_t kept_difference = mlCurrentDifference_;
+    window_.SetHourglass(true);
+    window_.PumpEvents();
+    mbAbortRequested_ = false;
+    window_.SetAbortVisible(true);
+    window_.ShowStatus(StatusPanel::Main, Translate("Comparing") + "...");
+    window_.ShowStatus(StatusPanel::Time, "---");
+    window_.PumpEvents();
+    state_.mbOriginalDiffStale = false;
+    state_.mbModifiedDiffStale = false;
+    PassContext context = Context();
+    const RunCalls calls{[this] { return RunDocumentEngine(); },
+                         [this] {
+                             PassContext list_context = Context();
+                             list_ = DifferenceListLines(list_context);
+                             mbUpdatingList_ = true;
+                             window_.SetDifferenceList(list_);
+                             mbUpdatingList_ = false;
+                         }};
+    const RunEnd end =
+        RunCompareSteps(context, state_, window_, calls, process_.gbCommandLineRunning);
+    window_.SetHourglass(false);
+    if (end == RunEnd::Finished)
+        FinishRun(bGoToFirstDifference, kept_difference);
+    else if (end == RunEnd::Aborted)
+        window_.ShowStatus(StatusPanel::Main, Translate("Compare Aborted"));
+    window_.SetAbortVisible(false);
+    return end;
+}
+
+void frmCompareFiles::FinishRun(bool bGoToFirstDifference, std::int32_t kept_difference) {
+    if (VXMacroDiff_.getDifferenceCount() == 0)
+        window_.ShowStatus(StatusPanel::Main,
+                           Translate("Compare Completed. No differences detected."));
+    const std::uint32_t elapsed = process_.platform.clock->TickMilliseconds() - mlStartTick_;
+    mlStartTick_ = elapsed;
+    window_.ShowStatus(StatusPanel::Time, sTimeSpan((elapsed + 500) / 1000, TimeSpanStyle::Colons));
+    if (bGoToFirstDifference) {
+        mlCurrentDifference_ = kept_difference;
+        ShowDifference(true);
+    }
+    PassContext context = Context();
+    PutSummaryFooters(context);
+    window_.EnableFilter(ViewFilter::Deletions, mlDeletions() > 0);
+    window_.EnableFilter(ViewFilter::Additions, mlAdditions() > 0);
+    window_.EnableFilter(ViewFilter::Changes, mlChanges() > 0);
+    window_.ShowFilter(ViewFilter::All);
+    if (options_.bBeepWhenDone.Data())
+        process_.platform.sound->Beep();
+    window_.FlashFrame();
+}
+
+void frmCompareFiles::RefreshDisplayCommandLine(std::int32_t format, bool& failed) {
+    mlStartTick_ = process_.platform.clock->TickMilliseconds();
+    if (!process_.gbCommandLineRunning) {
+        window_.ShowPleaseWait(true);
+        process_.platform.clock->Sleep(10ms);
+    }
+    window_.ShowStatus(StatusPanel::Detail, Translate("Loading files") + "...");
+    state_.view = format == 1 ? View::AllInOne : View::SideBySide;
+    window_.ShowView(state_.view);
+    window_.PumpEvents();
+    failed = !LoadBoth(Reload::WhenChanged);
+    state_.mbRemoveFormatting = options_.bRemoveFormatting.Data();
+    if (!failed)
+        failed = RunCompare(!request_.bExitWhenDone) == RunEnd::Failed;
+    if (!process_.gbCommandLineRunning)
+        window_.ShowPleaseWait(false);
+}
+
+void frmCompareFiles::PrepareLineFiles() {
+    TempFiles& temp_files = *process_.platform.temp_files;
+    for (std::string* name : {&process_.sTempLineFileOriginal, &process_.sTempLineFileModified}) {
+        if (!name->empty())
+            continue;
+        const Result<std::string> fresh = temp_files.NewName("line", "txt");
+        if (fresh.ok())
+            *name = fresh.value();
+    }
+}
+
+Status frmCompareFiles::RunDocumentEngine() {
+    window_.ShowStatus(StatusPanel::Main, Translate("Compare In Process") + "...");
+    window_.SetHourglass(true);
+    PrepareLineFiles();
+    Status status = editors_.rtbOriginal.document.SaveAsLineFile(process_.sTempLineFileOriginal);
+    if (status.ok())
+        status = editors_.rtbModified.document.SaveAsLineFile(process_.sTempLineFileModified);
+    VestrelX& engine = VXMacroDiff_;
+    engine.putMasterFile(process_.sTempLineFileOriginal);
+    engine.putSourceFile(process_.sTempLineFileModified);
+    engine.putIgnoreCase(options_.bIgnoreCase.Data());
+    engine.putIgnoreEmptyLines(options_.bIgnoreEmptyLines.Data());
+    engine.putIgnoreWhitespace(options_.bIgnoreWhitespace.Data());
+    engine.putReservedSwitch(false);
+    engine.putCompareFaster(options_.bCompareFaster.Data());
+    engine.putLargerSections(options_.bShowChangesInLargerSections.Data());
+    engine.putUseLineBracket(options_.bUseLineBracket.Data());
+    engine.putLineBracket(options_.lLineBracket.Data());
+    engine.putFilterExpression(options_.sIgnoreRegularExpression.Data());
+    engine.putFilterEnabled(!Trim(options_.sIgnoreRegularExpression.Data()).empty());
+    engine.putCompareMode(0);
+    if (status.ok())
+        status = engine.Compare();
+    window_.SetHourglass(false);
+    if (!status.ok())
+        LogMessage(process_, status.failure().reason);
+    return status;
+}
+
+void frmCompareFiles::OptionsChanged() {
+    state_.mbOriginalDiffStale = true;
+    state_.mbModifiedDiffStale = true;
+    TextChanged(Side::Original);
+    TextChanged(Side::Modified);
+    window_.ShowStatus(StatusPanel::Main, Translate("Diff View not fresh"));
+}
+
+void frmCompareFiles::TextChanged(Side side) {
+    (side == Side::Original ? state_.mbRebuildOriginalParagraphs
+                            : state_.mbRebuildModifiedParagraphs) = true;
+}
+
+// ---- views and filters ----
+
+void frmCompareFiles::cmdChangeViewFormat_Click() {
+    if (!process_.gbCommandLineRunning) {
+        window_.ShowPleaseWait(true);
+        process_.platform.clock->Sleep(10ms);
+    }
+    mbCompareBusy_ = true;
+    state_.view = state_.view == View::AllInOne ? View::SideBySide : View::AllInOne;
+    window_.ShowFilter(ViewFilter::All);
+    window_.ShowView(state_.view);
+    const bool fresh =
+        state_.view == View::AllInOne ? state_.mbAIOViewFresh : state_.mbSBSViewFresh;
+    if (!fresh) {
+        mlStartTick_ = process_.platform.clock->TickMilliseconds();
+        RunCompare(true);
+    }
+    window_.ShowPleaseWait(false);
+    mbCompareBusy_ = false;
+}
+
+void frmCompareFiles::ShowFilter(ViewFilter filter) {
+    window_.ShowFilter(filter);
+    const auto show = [this](std::int32_t count, const char* words) {
+        window_.ShowStatus(StatusPanel::Main, std::to_string(count) + ": " + Translate(words));
+    };
+    switch (filter) {
+        case ViewFilter::All:
+            UpdateStatusBar();
+            return;
+        case ViewFilter::Additions:
+            show(mlAdditions(), "Number of additions");
+            return;
+        case ViewFilter::Changes:
+            show(mlChanges(), "Number of changes");
+            return;
+        case ViewFilter::Deletions:
+            show(mlDeletions(), "Number of deletions");
+            return;
+    }
+}
+
+// ---- differences ----
+
+void frmCompareFiles::MoveTo(std::int32_t number) {
+    if (mbCompareBusy_ || VXMacroDiff_.getDifferenceCount() == 0)
+        return;
+    mlCurrentDifference_ = number;
+    ShowDifference(true);
+}
+
+void frmCompareFiles::SelectListItem(std::int32_t index) {
+    if (mbCompareBusy_ || mbUpdatingList_ || index < 0)
+        return;
+    mlCurrentDifference_ = index + 1;
+    ShowDifference(true);
+}
+
+void frmCompareFiles::SelectRecord(const DifferenceRecord& record) {
+    const ParagraphNumber first_original{record.first_original};
+    const ParagraphNumber last_original{record.last_original};
+    const ParagraphNumber first_modified{record.first_modified};
+    const ParagraphNumber last_modified{record.last_modified};
+    editors_.rtbOriginal.document.SelectParagraphs(first_original, last_original, LastBreak::Keep);
+    editors_.rtbModified.document.SelectParagraphs(first_modified, last_modified, LastBreak::Keep);
+    const auto only_scroll_to = [this](clsRTBDocument& document) {
+        if (!options_.bSelectTextInDiffViewer.Data())
+            document.RichTB().Select({document.RichTB().Selection().first, 1});
+    };
+    if (state_.view == View::AllInOne) {
+        clsRTBDocument& merged = editors_.rtbAIODiff.document;
+        if (record.type == DifferenceType::Addition)
+            merged.SelectAllTextBetween(first_original, first_original + 1, LastBreak::Keep);
+        else
+            merged.SelectParagraphs(first_original, last_original, LastBreak::Keep);
+        only_scroll_to(merged);
+        return;
+    }
+    clsRTBDocument& left = editors_.rtbOriginalDiffFinal.document;
+    clsRTBDocument& right = editors_.rtbModifiedDiffFinal.document;
+    left.SelectParagraphs(first_original, last_original, LastBreak::Keep);
+    right.SelectParagraphs(first_modified, last_modified, LastBreak::Keep);
+    only_scroll_to(left);
+    only_scroll_to(right);
+}
+
+void frmCompareFiles::ShowDifference(bool bSyncList) {
+    const std::int32_t count = VXMacroDiff_.getDifferenceCount();
+    mlCurrentDifference_ = std::min(mlCurrentDifference_, count);
+    if (mlCurrentDifference_ < 1) {
+        if (count == 0) {
+            window_.EnableNavigation({});
+            return;
+        }
+        mlCurrentDifference_ = 1;
+    }
+    const bool was_busy = std::exchange(mbCompareBusy_, true);
+    if (bSyncList) {
+        mbUpdatingList_ = true;
+        window_.SelectInDifferenceList(mlCurrentDifference_ - 1);
+        mbUpdatingList_ = false;
+    }
+    if (const auto record = VXMacroDiff_.GetDifference(RecordIndex{mlCurrentDifference_ - 1}))
+        SelectRecord(*record);
+    window_.EnableNavigation(NavigationFor(mlCurrentDifference_, count));
+    UpdateStatusBar();
+    mlLastDifference_ = mlCurrentDifference_;
+    mbCompareBusy_ = was_busy;
+}
+
+void frmCompareFiles::UpdateStatusBar() {
+    const RecordIndex index{mlCurrentDifference_ - 1};
+    if (const auto record = VXMacroDiff_.GetDifference(index))
+        window_.ShowStatus(StatusPanel::Main, DifferenceStatus(monitor_, index, *record));
+}
+
+// ---- reports ----
+
+ReportResult frmCompareFiles::CreateReport(std::string& file, ReportType type, std::int32_t style) {
+    return zorvane::CreateReport(*this, file, type, style);
+}
+
+ReportResult frmCompareFiles::CreateReportGUI(Launch launch, const std::string& file) {
+    if (mbCompareBusy_)
+        return ReportResult::Busy;
+    return zorvane::CreateReportGUI(*this, launch, file);
+}
+
+Status frmCompareFiles::SaveDocumentReport(const std::string& file) {
+    const RichReportPieces pieces{
+        settings_.bReportDOC_ShowAllInOneDifferenceViewer ? &editors_.rtbAIODiff.editor : nullptr,
+        settings_.bReportDOC_Additions ? &editors_.rtbAdditions : nullptr,
+        settings_.bReportDOC_ShowDeletions ? &editors_.rtbDeletions : nullptr,
+        settings_.bReportDOC_ShowChanges ? &editors_.rtbChanges : nullptr};
+    return SaveRichReport(pieces, editors_.rtbScratch.editor, file);
+}
+
+void frmCompareFiles::BuildAllInOneView() {
+    if (state_.view == View::AllInOne || state_.mbAIOViewFresh)
+        return;
+    cmdChangeViewFormat_Click();
+    cmdChangeViewFormat_Click();
+}
+
+void frmCompareFiles::ShowReportStatus(const std::string& text) {
+    window_.ShowStatus(StatusPanel::Detail, text);
+    window_.PumpEvents();
+}
+
+void frmCompareFiles::ShowReportMessage(const std::string& text, const std::string& title) {
+    window_.ShowMessage(text, title);
+}
+
+std::string frmCompareFiles::CommandLineTitle() const {
+    return process_.gbCommandLineRunning ? request_.sReportTitle : std::string();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,133 @@
+// The Compare Files viewer: owns the editors, engines, options and state of one compare and makes
+// all its decisions. Its window only shows and asks.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/command_line_request.h"
+#include "common/base/side.h"
+#include "compare/compare_run.h"
+#include "compare/viewer_editors.h"
+#include "compare/viewer_window.h"
+#include "load/document_loader.h"
+#include "options/compare_file_options.h"
+#include "options/compare_files_settings.h"
+#include "options/recent_items.h"
+#include "reports/report_driver.h"
+
+namespace zorvane {
+
+class frmCompareFiles : private ReportSource {
+  public:
+    /// Everything is borrowed and outlives the viewer.
+    frmCompareFiles(ProcessState& process, const CommandLineRequest& request,
+                    CompareFilesWindow& window);
+
+    // ---- life ----
+    /// Names the viewer and reads its settings section.
+    void Setup(const std::string& sDescription, bool load);
+    void ReadIniFile();
+    /// Writes its section; nothing without a name.
+    void SaveIniFile();
+    const std::string& Description() const { return sDescription_; }
+
+    // ---- what a run works on ----
+    clsCompareFileOptions& Options() { return options_; }
+    CompareFilesSettings& Settings() { return settings_; }
+    ViewerEditors& Editors() { return editors_; }
+    VestrelX& VXMacroDiff() { return VXMacroDiff_; }
+    const RunCounters& Counters() const { return counters_; }
+    std::int32_t mlChanges() const { return counters_.document.changes; }
+    std::int32_t mlAdditions() const { return counters_.document.additions; }
+    std::int32_t mlDeletions() const { return counters_.document.deletions; }
+
+    // ---- runs ----
+    /// The Refresh button.
+    void Refresh();
+    void RefreshDisplay(bool bReloadFiles, bool bGoToFirstDifference);
+    RunEnd RunCompare(bool bGoToFirstDifference);
+    /// The start of a run without dialogs. Format 1 shows all in one, any other side by side.
+    /// `failed` when a file could not be loaded or compared; the reason has been told.
+    void RefreshDisplayCommandLine(std::int32_t format, bool& failed);
+    /// Writes the line files and runs the document level. A failure has been told.
+    Status RunDocumentEngine() override;
+    void Abort() { mbAbortRequested_ = true; }
+    /// After an option was changed: the view stays as it is until the next run.
+    void OptionsChanged();
+    /// After a user's edit of one side.
+    void TextChanged(Side side);
+
+    // ---- views and filters ----
+    View CurrentView() const { return state_.view; }
+    void cmdChangeViewFormat_Click();
+    void ShowFilter(ViewFilter filter);
+
+    // ---- differences ----
+    const std::vector<std::string>& ListItems() const { return list_; }
+    std::int32_t mlCurrentDifference() const { return mlCurrentDifference_; }
+    void ShowDifference(bool bSyncList);
+    void ShowDifferenceFirst() { MoveTo(1); }
+    void ShowDifferencePrevious() { MoveTo(mlCurrentDifference_ - 1); }
+    void ShowDifferenceNext() { MoveTo(mlCurrentDifference_ + 1); }
+    void ShowDifferenceLast() { MoveTo(VXMacroDiff_.getDifferenceCount()); }
+    void SelectListItem(std::int32_t index);
+    void UpdateStatusBar();
+
+    // ---- reports ----
+    ReportResult CreateReport(std::string& file, ReportType type, std::int32_t style);
+    ReportResult CreateReportGUI(Launch launch, const std::string& file);
+
+  private:
+    ProcessState& Process() override { return process_; }
+    VestrelX& Engine() override { return VXMacroDiff_; }
+    const clsCompareFileOptions& ReportOptions() const override { return options_; }
+    CompareFilesSettings& ReportSettings() override { return settings_; }
+    Status SaveDocumentReport(const std::string& file) override;
+    void BuildAllInOneView() override;
+    void ShowReportStatus(const std::string& text) override;
+    void ShowReportMessage(const std::string& text, const std::string& title) override;
+    std::string CommandLineTitle() const override;
+
+    PassContext Context() {
+        return {editors_, VXMacroDiff_, VXMiniDiff_, VXMicroDiff_, options_, counters_, monitor_};
+    }
+    clsRTBDocument& DocumentOf(EditorTarget target);
+    bool ReloadFiles();
+    bool LoadBoth(Reload reload);
+    void UseViewerFontForText();
+    void ApplyFont();
+    void PrepareLineFiles();
+    void FinishRun(bool bGoToFirstDifference, std::int32_t kept_difference);
+    void ShowAborted();
+    void MoveTo(std::int32_t number);
+    void SelectRecord(const DifferenceRecord& record);
+    std::string Translate(const char* english) { return process_.Translate(english); }
+
+    ProcessState& process_;
+    const CommandLineRequest& request_;
+    CompareFilesWindow& window_;
+    std::string sDescription_;
+    clsCompareFileOptions options_;
+    CompareFilesSettings settings_;
+    PerSide<clsMRU> recent_files_;
+    clsMRU TextFileExtensions_;
+    ViewerEditors editors_;
+    VestrelX VXMacroDiff_;  ///< paragraphs
+    VestrelX VXMiniDiff_;   ///< sections of a changed paragraph
+    VestrelX VXMicroDiff_;  ///< characters of a changed section
+    RunCounters counters_;
+    RunState state_;
+    bool mbAbortRequested_ = false;
+    bool mbCompareBusy_ = false;
+    bool mbUpdatingList_ = false;
+    std::uint32_t mlStartTick_ = 0;
+    std::int32_t mlCurrentDifference_ = -1;
+    std::int32_t mlLastDifference_ = -1;
+    std::vector<std::string> list_;
+    RunMonitor monitor_;
+    DocumentLoader loader_;
+};
+
+}  // namespace zorvane

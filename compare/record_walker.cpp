@@ -1,0 +1,46 @@
+#include "compare/record_walker.h"
+
+#include <array>
+#include <cstdio>
+
+namespace zorvane {
+namespace {
+
+void Dispatch(RecordIndex index, const DifferenceRecord& record, RecordMarker& marker) {
+    switch (record.type) {
+        case DifferenceType::Addition:
+            marker.Addition(index, record);
+            return;
+        case DifferenceType::Deletion:
+            marker.Deletion(index, record);
+            return;
+        case DifferenceType::Change:
+            marker.Change(index, record);
+            return;
+    }
+}
+
+}  // namespace
+
+std::string PercentText(double percent) {
+    std::array<char, 32> text{};
+    const int size = std::snprintf(text.data(), text.size(), "%.1f", percent);
+    const std::string_view digits(text.data(), static_cast<std::size_t>(size));
+    return std::string(digits.starts_with("0.") ? digits.substr(1) : digits);
+}
+
+WalkEnd WalkRecords(const VestrelX& records, RecordMarker& marker, RunMonitor& monitor) {
+    const std::int32_t count = records.getDifferenceCount();
+    for (RecordIndex index{count - 1}; index >= RecordIndex{0}; --index) {
+        if (!monitor.KeepGoing())
+            return WalkEnd::Aborted;
+        const std::optional<DifferenceRecord> record = records.GetDifference(index);
+        if (!record)
+            return WalkEnd::RecordMissing;
+        Dispatch(index, *record, marker);
+        marker.Progress(100.0 - 100.0 * index.value / count);
+    }
+    return WalkEnd::Finished;
+}
+
+}  // namespace zorvane

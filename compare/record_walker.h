@@ -1,0 +1,29 @@
+// The one walk over difference records, from the last to the first: an edit moves only what lies
+// behind it, so the positions of what is still to come stay valid.
+#pragma once
+
+#include <cstdint>
+
+#include "common/base/number.h"
+#include "compare/engine/vestrel_x.h"
+#include "compare/run_monitor.h"
+
+namespace zorvane {
+
+/// What one level and view does with a record.
+class RecordMarker {
+  public:
+    virtual ~RecordMarker() = default;
+    virtual void Addition(RecordIndex index, const DifferenceRecord& record) = 0;
+    virtual void Deletion(RecordIndex index, const DifferenceRecord& record) = 0;
+    virtual void Change(RecordIndex index, const DifferenceRecord& record) = 0;
+    /// Behind each record: how much of the walk is done.
+    virtual void Progress(double percent) = 0;
+};
+
+enum class WalkEnd { Finished, Aborted, RecordMissing };
+
+/// Yields, tests for an abort and only then reads a record, so none is half applied.
+WalkEnd WalkRecords(const VestrelX& records, RecordMarker& marker, RunMonitor& monitor);
+
+}  // namespace zorvane
