@@ -97,6 +97,17 @@ Result<std::string> ReadWholeFile(const std::string& path) {
     return bytes;
 }
 
+Status CheckReadable(const std::string& path) {
+    const Descriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat facts {};
+    if (file.get() < 0 || fstat(file.get(), &facts) != 0)
+        return SystemFailure(path);
+    if (!S_ISDIR(facts.st_mode))
+        return Status::Ok();
+    errno = EISDIR;
+    return SystemFailure(path);
+}
+
 Status WriteWholeFile(const std::string& path, std::string_view bytes) {
     return WriteInPlace(path, NativePath(path), bytes, 0600);
 }

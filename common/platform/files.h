@@ -12,6 +12,8 @@ namespace zorvane {
 /// The bytes of a regular file, FIFO or character device. Failures name the file and the reason:
 /// "No such file or directory", "Is a directory", "Permission denied", ...
 Result<std::string> ReadWholeFile(const std::string& path);
+/// Whether `ReadWholeFile` would find a file to read; for a clear word before long work.
+Status CheckReadable(const std::string& path);
 /// Truncates and writes in place; for the program's own temporary files.
 Status WriteWholeFile(const std::string& path, std::string_view bytes);
 /// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old

@@ -214,8 +214,9 @@ class FileMutexes : public NamedMutexes {
 
 // What the signal handler may read: the folder's name and nothing that allocates.
 constexpr std::size_t kFolderBytes = 512;
-std::array<char, kFolderBytes> private_folder{};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables):
-                                                  // a handler has no other way
+std::array<char, kFolderBytes>
+    private_folder{};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables):
+                       // a handler has no other way
 std::atomic<bool> has_private_folder{
     false};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): likewise
 

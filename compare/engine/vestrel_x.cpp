@@ -237,6 +237,10 @@ std::string_view VestrelX::SourceLine(std::int32_t number) const {
     return state_->source.lines.Line(number - 1);
 }
 
+std::size_t VestrelX::TextBytes() const {
+    return state_->master.lines.Bytes().size() + state_->source.lines.Bytes().size();
+}
+
 Status VestrelX::CheckFilterExpression(const std::string& expressions) {
     LineFilter filter;
     return filter.Set({false, false, true}, expressions);

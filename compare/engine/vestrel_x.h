@@ -60,6 +60,8 @@ class VestrelX {
     /// and after `CompareText` as long as its texts live.
     std::string_view MasterLine(std::int32_t number) const;
     std::string_view SourceLine(std::int32_t number) const;
+    /// Size of both texts of the last compare.
+    std::size_t TextBytes() const;
 
     // Reports of the last compare of files; titles, look and locale are kept until set again.
     void putMasterTitle(const std::string& title);

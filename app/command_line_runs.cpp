@@ -1,0 +1,181 @@
+#include "app/command_line_runs.h"
+
+#include <string>
+
+#include "app/main_frame.h"
+#include "common/file_utilities.h"
+#include "common/log_message.h"
+#include "common/process_state.h"
+#include "compare/compare_files_viewer.h"
+
+namespace zorvane {
+namespace {
+
+struct StringField {
+    std::string CommandLineRequest::*from;
+    clsVarString clsCompareFileOptions::*to;
+};
+constexpr StringField kStrings[] = {
+    {&CommandLineRequest::sMaster, &clsCompareFileOptions::sFileOriginal},
+    {&CommandLineRequest::sSource, &clsCompareFileOptions::sFileModified},
+    {&CommandLineRequest::sExcelSheetMaster, &clsCompareFileOptions::sExcelSheetNumberMaster},
+    {&CommandLineRequest::sExcelSheetSource, &clsCompareFileOptions::sExcelSheetNumberSource},
+    {&CommandLineRequest::sIgnoreRegEx, &clsCompareFileOptions::sIgnoreRegularExpression},
+    {&CommandLineRequest::sXlsPasswordOpenMaster, &clsCompareFileOptions::sExcelPasswordOriginal},
+    {&CommandLineRequest::sXlsPasswordOpenSource, &clsCompareFileOptions::sExcelPasswordModified},
+    {&CommandLineRequest::sXlsPasswordWriteMaster,
+     &clsCompareFileOptions::sExcelPasswordOriginal_TW},
+    {&CommandLineRequest::sXlsPasswordWriteSource,
+     &clsCompareFileOptions::sExcelPasswordModified_TW},
+    {&CommandLineRequest::sDocPasswordOpenMaster, &clsCompareFileOptions::sDOCPassword_TO_Original},
+    {&CommandLineRequest::sDocPasswordWriteMaster,
+     &clsCompareFileOptions::sDOCPassword_TOTW_Original},
+    {&CommandLineRequest::sDocPasswordTemplateOpenMaster,
+     &clsCompareFileOptions::sDOCPasswordTemplate_TO_Original},
+    {&CommandLineRequest::sDocPasswordTemplateWriteMaster,
+     &clsCompareFileOptions::sDOCPasswordTemplate_TOTW_Original},
+    {&CommandLineRequest::sDocPasswordOpenSource, &clsCompareFileOptions::sDOCPassword_TO_Modified},
+    {&CommandLineRequest::sDocPasswordWriteSource,
+     &clsCompareFileOptions::sDOCPassword_TOTW_Modified},
+    {&CommandLineRequest::sDocPasswordTemplateOpenSource,
+     &clsCompareFileOptions::sDOCPasswordTemplate_TO_Modified},
+    {&CommandLineRequest::sDocPasswordTemplateWriteSource,
+     &clsCompareFileOptions::sDOCPasswordTemplate_TOTW_Modified},
+};
+
+struct BooleanField {
+    bool CommandLineRequest::*from;
+    clsVarBoolean clsCompareFileOptions::*to;
+};
+constexpr BooleanField kBooleans[] = {
+    {&CommandLineRequest::bRemoveBlankLines, &clsCompareFileOptions::bRemoveBlankLines},
+    {&CommandLineRequest::bRemoveFormatting, &clsCompareFileOptions::bRemoveFormatting},
+    {&CommandLineRequest::bIgnoreCase, &clsCompareFileOptions::bIgnoreCase},
+    {&CommandLineRequest::bIgnoreWhitespace, &clsCompareFileOptions::bIgnoreWhitespace},
+    {&CommandLineRequest::bBeepWhenDone, &clsCompareFileOptions::bBeepWhenDone},
+    {&CommandLineRequest::bCompareFaster, &clsCompareFileOptions::bCompareFaster},
+    {&CommandLineRequest::bExcelCompareFormulas, &clsCompareFileOptions::bExcelCompareFormulas},
+    {&CommandLineRequest::bExcelIncludeValues, &clsCompareFileOptions::bExcelIncludeValues},
+    {&CommandLineRequest::bHTMLCompareSource, &clsCompareFileOptions::bHTMLCompareSource},
+};
+
+// A range that was given is used; without one the option keeps the range it had, unused.
+struct RangeField {
+    std::string CommandLineRequest::*from;
+    clsVarBoolean clsCompareFileOptions::*use;
+    clsVarString clsCompareFileOptions::*range;
+};
+constexpr RangeField kRanges[] = {
+    {&CommandLineRequest::sRowsMaster, &clsCompareFileOptions::bExcelUseRowsMaster,
+     &clsCompareFileOptions::sExcelRowsMaster},
+    {&CommandLineRequest::sColsMaster, &clsCompareFileOptions::bExcelUseColsMaster,
+     &clsCompareFileOptions::sExcelColsMaster},
+    {&CommandLineRequest::sRowsSource, &clsCompareFileOptions::bExcelUseRowsSource,
+     &clsCompareFileOptions::sExcelRowsSource},
+    {&CommandLineRequest::sColsSource, &clsCompareFileOptions::bExcelUseColsSource,
+     &clsCompareFileOptions::sExcelColsSource},
+};
+
+void SetOptions(const CommandLineRequest& request, clsCompareFileOptions& options) {
+    for (const StringField& field : kStrings)
+        (options.*field.to).SetData(request.*field.from);
+    for (const BooleanField& field : kBooleans)
+        (options.*field.to).SetData(request.*field.from);
+    for (const RangeField& field : kRanges) {
+        const std::string& range = request.*field.from;
+        (options.*field.use).SetData(!range.empty());
+        if (!range.empty())
+            (options.*field.range).SetData(range);
+    }
+    options.bIgnoreEmptyLines.SetData(false);
+}
+
+void LogLoadFailure(ProcessState& process, const CommandLineRequest& request) {
+    LogMessage(process, process.Translate("Failed to compare. File I/O issue. Original File:") +
+                            " " + request.sMaster + " " + process.Translate("Modified File:") +
+                            " " + request.sSource);
+}
+
+void LogOutcome(ProcessState& process, const CommandLineRequest& request,
+                const frmCompareFiles& viewer) {
+    LogMessage(process, process.Translate("Successfully Compared") + " " + request.sMaster + " " +
+                            process.Translate("to") + " " + request.sSource);
+    const std::int32_t sum = viewer.mlChanges() + viewer.mlAdditions() + viewer.mlDeletions();
+    LogMessage(process,
+               process.Translate("There were ") + std::to_string(sum) +
+                   process.Translate(" Differences.  ") + std::to_string(viewer.mlChanges()) +
+                   process.Translate(" Change(s), ") + std::to_string(viewer.mlAdditions()) +
+                   process.Translate(" Addition(s)  and ") + std::to_string(viewer.mlDeletions()) +
+                   process.Translate(" Deletion(s)"));
+}
+
+// Under /K a run without differences writes no report and exits, even without /X.
+bool WantsReport(CommandLineRequest& request, std::int32_t differences) {
+    if (request.sReportFile.empty())
+        return false;
+    if (differences != 0 || !request.bSkipIfSame)
+        return true;
+    request.bExitWhenDone = true;
+    return false;
+}
+
+void OpenReport(ProcessState& process, const CommandLineRequest& request, const std::string& file) {
+    ShellOpen& shell = *process.platform.shell;
+    const char* why = "the report is written, and whoever runs a script has no desktop";
+    switch (static_cast<ReportType>(request.lReportType)) {
+        case ReportType::Html:
+        case ReportType::Document:
+            IgnoreFailure(shell.Open(file), why);
+            return;
+        case ReportType::Text:
+        case ReportType::Csv:
+            IgnoreFailure(shell.EditText(file), why);
+            return;
+    }
+}
+
+void WriteReport(ProcessState& process, const CommandLineRequest& request,
+                 frmCompareFiles& viewer) {
+    VestrelX& engine = viewer.VXMacroDiff();
+    engine.putMasterTitle(request.sMasterLabel.empty() ? request.sMaster : request.sMasterLabel);
+    engine.putSourceTitle(request.sSourceLabel.empty() ? request.sSource : request.sSourceLabel);
+    engine.putHighDetailSummary(viewer.Settings().bReportHTMLShowHighDetailSummary);
+    std::string file = request.sReportFile;
+    const ReportResult result = viewer.CreateReport(
+        file, static_cast<ReportType>(request.lReportType), request.lViewFormat);
+    if (result == ReportResult::Ok && request.bOpenReport)
+        OpenReport(process, request, file);
+}
+
+}  // namespace
+
+void ApplyAdvancedActions(const CommandLineRequest& request, frmCompareFiles& viewer) {
+    for (const std::int32_t code : request.colAdvancedActions)
+        ApplyAdvancedAction(code, viewer.Settings());  // an unknown code has no effect
+}
+
+void RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
+                               CommandLineRequest& request) {
+    frmCompareFiles& viewer = frame.CreateNewCompareFilesForm();
+    SetOptions(request, viewer.Options());
+    viewer.Settings().sBCLPasswordUser = request.sPdfUserPassword;
+    viewer.Settings().sBCLPasswordOwner = request.sPdfOwnerPassword;
+    ApplyAdvancedActions(request, viewer);
+    bool failed = false;
+    viewer.RefreshDisplayCommandLine(request.lViewFormat, failed);
+    if (failed) {
+        LogLoadFailure(process, request);
+    } else {
+        process.glDifferencesFound = viewer.VXMacroDiff().getDifferenceCount();
+        if (WantsReport(request, process.glDifferencesFound))
+            WriteReport(process, request, viewer);
+        LogOutcome(process, request, viewer);
+    }
+    if (!request.bExitWhenDone)
+        return;
+    process.glDifferencesFound = viewer.VXMacroDiff().getDifferenceCount();
+    DeleteFileWithRetry(*process.platform.clock, process.sTempLineFileOriginal);
+    DeleteFileWithRetry(*process.platform.clock, process.sTempLineFileModified);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,248 @@
+#include "app/compare_run.h"
+
+#include "app/command_line_request.h"
+#include "app/terminal_window.h"
+#include "common/base/side.h"
+#include "common/log_message.h"
+#include "common/platform/files.h"
+#include "common/platform/native_path.h"
+#include "common/platform/terminal.h"
+#include "common/process_state.h"
+#include "compare/compare_files_viewer.h"
+#include "compare/document/rtf_reader.h"
+#include "reports/json_report.h"
+#include "reports/terminal_report.h"
+
+namespace zorvane {
+namespace {
+
+enum ExitStatus : int { kSame = 0, kDifferent = 1, kTrouble = 2 };
+
+class CompareRunner {
+  public:
+    CompareRunner(Platform& platform, const CompareCommand& command)
+        : command_(command),
+          process_(platform),
+          window_(!command.quiet && IsTerminal(Stream::Error)),
+          viewer_(process_, request_, window_) {}
+
+    int Run() {
+        process_.gbCommandLineRunning = true;
+        process_.bShowMessages = true;
+        process_.sLogFile = command_.log_file;
+        request_.bExitWhenDone = true;
+        request_.sReportTitle = command_.title;
+        for (const Status& step : {OpenSettings(), TakeSides()}) {
+            if (!step.ok())
+                return Trouble(step);
+        }
+        viewer_.Setup("1_CompareFile", true);
+        if (const Status set = SetOptions(); !set.ok())
+            return Trouble(set);
+        bool failed = false;
+        viewer_.RefreshDisplayCommandLine(Format(), failed);
+        window_.Clear();
+        if (failed)
+            return kTrouble;
+        if (!WriteReports() || !WriteJson() || !Print())
+            return kTrouble;
+        return viewer_.VXMacroDiff().getDifferenceCount() == 0 ? kSame : kDifferent;
+    }
+
+  private:
+    int Trouble(const Status& status) {
+        window_.Clear();
+        LogMessage(process_, status.failure().reason);
+        return kTrouble;
+    }
+
+    Status OpenSettings() {
+        if (command_.settings_file.empty())
+            return Status::Ok();
+        if (Status readable = CheckReadable(command_.settings_file); !readable.ok())
+            return readable;
+        process_.settings = OpenIniProfile(command_.settings_file);  // and never flushed
+        return Status::Ok();
+    }
+
+    // Standard input becomes a temporary file, rich text by its first characters.
+    Result<std::string> FileOf(const std::string& side) {
+        if (side != "-") {
+            const Status readable = CheckReadable(side);
+            if (!readable.ok())
+                return readable.failure();
+            return side;
+        }
+        const Result<std::string> text = ReadStandardInput();
+        if (!text.ok())
+            return text;
+        Result<std::string> name = process_.platform.temp_files->NewName(
+            "stdin", LooksLikeRtf(text.value()) ? "rtf" : "txt");
+        if (!name.ok())
+            return name;
+        const Status written = WriteWholeFile(name.value(), text.value());
+        if (!written.ok())
+            return written.failure();
+        return name;
+    }
+
+    Status TakeSides() {
+        for (const Side side : kBothSides) {
+            const std::string& given =
+                side == Side::Original ? command_.original : command_.modified;
+            Result<std::string> file = FileOf(given);
+            if (!file.ok())
+                return file.failure();
+            files_[side] = std::move(file).value();
+        }
+        if (!command_.quiet && IsSameFile(files_.original, files_.modified))
+            LogMessage(process_, files_.original + ": both sides are the same file");
+        return Status::Ok();
+    }
+
+    Status SetOptions() {
+        clsCompareFileOptions& options = viewer_.Options();
+        options.sFileOriginal.SetData(files_.original);
+        options.sFileModified.SetData(files_.modified);
+        const auto turn_on = [](bool wanted, clsVarBoolean& option) {
+            if (wanted)
+                option.SetData(true);
+        };
+        turn_on(command_.ignore_case, options.bIgnoreCase);
+        turn_on(command_.ignore_whitespace, options.bIgnoreWhitespace);
+        turn_on(command_.ignore_blank_lines, options.bIgnoreEmptyLines);
+        turn_on(command_.letters, options.bCompareByCharacter);
+        turn_on(command_.faster, options.bCompareFaster);
+        turn_on(command_.larger_sections, options.bShowChangesInLargerSections);
+        turn_on(command_.plain, options.bRemoveFormatting);
+        turn_on(command_.remove_blank_lines, options.bRemoveBlankLines);
+        turn_on(command_.bracket.has_value(), options.bUseLineBracket);
+        if (command_.bracket)
+            options.lLineBracket.SetData(*command_.bracket);
+        SetExpressions(options);
+        for (const auto& [name, value] : command_.settings) {
+            if (Status set = options.SetByName(name, value); !set.ok())
+                return set.failure().WithContext("--set");
+        }
+        return VestrelX::CheckFilterExpression(options.sIgnoreRegularExpression.Data());
+    }
+
+    void SetExpressions(clsCompareFileOptions& options) {
+        std::string joined;
+        for (const std::string& expression : command_.ignore_expressions)
+            joined += (joined.empty() ? "" : "@@") + expression;
+        if (joined.empty())
+            return;
+        options.sIgnoreRegularExpression.SetData(joined);
+        // Who leaves something out on a command line wants it left out of the words too.
+        options.bIgnoreRegExOnBothPasses.SetData(true);
+    }
+
+    // A word-processor report is made from the all-in-one text.
+    std::int32_t Format() const {
+        for (const ReportTarget& report : command_.reports) {
+            if (report.type == ReportType::Document)
+                return static_cast<std::int32_t>(CompareView::AllInOne);
+        }
+        return static_cast<std::int32_t>(command_.view);
+    }
+
+    std::string Label(Side side) const {
+        const std::string& label =
+            side == Side::Original ? command_.original_label : command_.modified_label;
+        const std::string& given = side == Side::Original ? command_.original : command_.modified;
+        if (!label.empty())
+            return label;
+        return given == "-" ? "standard input" : given;
+    }
+
+    bool WriteReports() {
+        VestrelX& engine = viewer_.VXMacroDiff();
+        engine.putMasterTitle(Label(Side::Original));
+        engine.putSourceTitle(Label(Side::Modified));
+        engine.putHighDetailSummary(true);
+        bool good = true;
+        for (const ReportTarget& report : command_.reports) {
+            std::string file = report.file;
+            const ReportResult result =
+                viewer_.CreateReport(file, report.type, static_cast<std::int32_t>(command_.view));
+            good = good && result == ReportResult::Ok;
+            if (result == ReportResult::Ok && command_.open_reports)
+                Open(report.type, file);
+        }
+        return good;
+    }
+
+    void Open(ReportType type, const std::string& file) {
+        ShellOpen& shell = *process_.platform.shell;
+        const Status opened = type == ReportType::Text ? shell.EditText(file) : shell.Open(file);
+        if (!opened.ok())
+            LogMessage(process_, opened.failure().reason);
+    }
+
+    ComparisonModel Model() {
+        const clsCompareFileOptions& options = viewer_.Options();
+        return {viewer_.VXMacroDiff(),
+                command_.title,
+                Label(Side::Original),
+                Label(Side::Modified),
+                true,
+                ReportLookOf(options),
+                {options.bIgnoreCase.Data(), options.bIgnoreWhitespace.Data(),
+                 options.bCompareByCharacter.Data(), options.bIgnoreRegExOnBothPasses.Data(),
+                 options.sIgnoreRegularExpression.Data()}};
+    }
+
+    bool WriteJson() {
+        if (!command_.json)
+            return true;
+        ComparisonModel model = Model();
+        model.original_name = command_.original;
+        model.modified_name = command_.modified;
+        const std::string json = WriteJsonReport(model);
+        const bool to_output = *command_.json == "-";
+        const bool input = IsSameFile(*command_.json, files_.original) ||
+                           IsSameFile(*command_.json, files_.modified);
+        if (!to_output && input)
+            return Report(Failure{*command_.json + ": this is one of the two compared files"});
+        return Report(to_output ? WriteStream(Stream::Output, json)
+                                : ReplaceFile(*command_.json, json));
+    }
+
+    bool Report(const Status& status) {
+        if (!status.ok())
+            LogMessage(process_, status.failure().reason);
+        return status.ok();
+    }
+
+    bool Print() {
+        if (command_.quiet)
+            return true;
+        if (command_.stat)
+            return Report(WriteStream(Stream::Output, WriteStat(Model())));
+        if (!command_.reports.empty() || command_.json)
+            return true;
+        TerminalStyle style;
+        style.color = command_.color == ColorWhen::Always ||
+                      (command_.color == ColorWhen::Auto && ColorsFit());
+        style.context = command_.context;
+        const std::string text = WriteTerminalReport(Model(), style);
+        const bool page = command_.pager && IsTerminal(Stream::Output) && !text.empty();
+        return Report(page ? ShowPaged(text) : WriteStream(Stream::Output, text));
+    }
+
+    const CompareCommand& command_;
+    ProcessState process_;
+    CommandLineRequest request_;
+    TerminalWindow window_;
+    frmCompareFiles viewer_;
+    PerSide<std::string> files_;
+};
+
+}  // namespace
+
+int RunCompareCommand(Platform& platform, const CompareCommand& command) {
+    return CompareRunner(platform, command).Run();
+}
+
+}  // namespace zorvane

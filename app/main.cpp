@@ -1,0 +1,49 @@
+// Builds the objects, hands them to each other, and tells the two command lines apart.
+#include <string>
+#include <vector>
+
+#include "app/compare_command.h"
+#include "app/compare_run.h"
+#include "app/main_frame.h"
+#include "app/run_modes.h"
+#include "common/platform/platform.h"
+#include "common/platform/terminal.h"
+#include "common/process_state.h"
+
+namespace {
+
+using namespace zorvane;
+
+std::string JoinedLine(const std::vector<std::string>& arguments) {
+    std::string line;
+    for (const std::string& argument : arguments)
+        line += (line.empty() ? "" : " ") + argument;
+    return line;
+}
+
+int RunSlashForm(Platform& platform, const std::vector<std::string>& arguments) {
+    ProcessState process(platform);
+    CommandLineRequest request;
+    frmMainMDI frame(process, request, [] { return std::make_unique<SilentWindow>(); });
+    const RunOutcome outcome = Main(process, JoinedLine(arguments), request, frame);
+    frame.UnloadAll();
+    return outcome.exit_code;
+}
+
+int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
+    const CommandLineOutcome outcome = ParseUnixCommandLine(arguments);
+    if (outcome.compare)
+        return RunCompareCommand(platform, *outcome.compare);
+    const bool printed = WriteStream(Stream::Output, outcome.output).ok();
+    IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
+    return printed ? outcome.exit_status : 2;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    const std::vector<std::string> arguments(values + 1, values + count);
+    Platform platform = MakePosixPlatform();
+    return IsSlashForm(arguments) ? RunSlashForm(platform, arguments)
+                                  : RunUnixForm(platform, arguments);
+}

@@ -1,0 +1,87 @@
+#include "app/settings_location.h"
+
+#include <filesystem>
+
+#include "common/base/text_encoding.h"
+#include "common/file_utilities.h"
+#include "common/path_tokens.h"
+#include "common/platform/native_path.h"
+#include "common/process_state.h"
+
+namespace zorvane {
+namespace {
+
+constexpr const char* kDataFolder = "%appdata%\\Tarnwick, Inc\\Zorvane\\";
+constexpr const char* kLanguages = "Languages";
+constexpr std::int32_t kRoamingData = 26;
+
+bool RoundTrips(const std::string& path, const std::string& value) {
+    {
+        const auto writer = OpenIniProfile(path);
+        writer->Write("Main", "Partial", value);
+        if (!writer->Flush().ok())
+            return false;
+    }
+    return OpenIniProfile(path)->Read("Main", "Partial", "0") == value;
+}
+
+}  // namespace
+
+bool ProbeSettingsFile(const std::string& path) {
+    if (path.find("Folder Not Valid On this OS") != std::string::npos ||
+        path.find("Special Folder Does Not Exist") != std::string::npos ||
+        path.find("(error)") != std::string::npos)
+        return false;
+    const std::string folder(ParentOf(path));
+    if (!bDirectoryExists(folder))
+        MakeDirectoryTree(folder);
+    return bDirectoryExists(folder) && RoundTrips(path, "level2") && RoundTrips(path, "Level3");
+}
+
+void LocateSettingsFile(ProcessState& process) {
+    const std::string roaming = process.platform.folders->GetSpecialFolder(kRoamingData);
+    process.gsDataFolder = roaming + "\\Tarnwick, Inc\\Zorvane";
+    const std::string candidate = process.gsDataFolder + "\\Zorvane.INI";
+    if (!ProbeSettingsFile(candidate))
+        return;
+    process.gsSettingsFile = candidate;
+    process.settings = OpenIniProfile(candidate);
+}
+
+void OverrideSettingsFile(ProcessState& process, const std::string& path) {
+    if (!bFileExists(path))
+        return;
+    process.gsSettingsFile = path;
+    process.settings = OpenIniProfile(path);
+}
+
+void InstallUserData(ProcessState& process) {
+    RegistryStore& registry = *process.platform.registry;
+    if (ToUpper(registry.Get("Settings", "bInstalled", "FALSE")) != "FALSE")
+        return;
+    registry.Set("Settings", "bInstalled", "TRUE");
+    const std::string data_folder = sExpandPathTokens(*process.platform.folders, kDataFolder);
+    const std::string target = data_folder + kLanguages;
+    if (bDirectoryExists(target))
+        return;
+    const std::string source = JoinPath(process.platform.folders->ProgramFolder(), kLanguages);
+    std::error_code error;
+    std::filesystem::create_directories(NativePath(data_folder), error);
+    std::filesystem::copy(
+        NativePath(source), NativePath(target),
+        std::filesystem::copy_options::recursive | std::filesystem::copy_options::skip_existing,
+        error);
+}
+
+void SetupHelpFiles(ProcessState& process) {
+    const std::string folder = process.platform.folders->ProgramFolder();
+    const std::string& language = process.translator.gsLanguage;
+    const bool japanese = language == "Japanese";
+    process.sHelpFile = JoinPath(folder, japanese ? "Zorvane-Japanese.chm" : "Zorvane.chm");
+    process.sHelpWebRoot = japanese ? "" : "https://zorvane.example/docs/";
+    process.sQuickStartFile = JoinPath(folder, "Zorvane_QuickStart_" + language + ".RTF");
+    if (!bFileExists(process.sQuickStartFile))
+        process.sQuickStartFile = JoinPath(folder, "Zorvane_QuickStart_English.rtf");
+}
+
+}  // namespace zorvane

@@ -1,0 +1,32 @@
+#include "app/terminal_window.h"
+
+#include "common/platform/terminal.h"
+
+namespace zorvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* kClearLine = "\r\x1B[K";
+constexpr const char* kNobodySees = "progress that cannot be shown is no loss";
+
+}  // namespace
+
+void TerminalWindow::ShowStatus(StatusPanel panel, const std::string& text) {
+    if (!show_progress_ || panel != StatusPanel::Main)
+        return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now - last_ < 100ms)
+        return;
+    last_ = now;
+    shown_ = true;
+    IgnoreFailure(WriteStream(Stream::Error, kClearLine + text), kNobodySees);
+}
+
+void TerminalWindow::Clear() {
+    if (shown_)
+        IgnoreFailure(WriteStream(Stream::Error, kClearLine), kNobodySees);
+    shown_ = false;
+}
+
+}  // namespace zorvane
