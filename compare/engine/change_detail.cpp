@@ -36,6 +36,107 @@ std::u16string_view Part(std::u16string_view text, std::int32_t begin, std::int3
     return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
 }
 
+// One side's sections, and which places between two of them lie inside a break.
+struct SectionSide {
+    std::u16string_view text;
+    const std::vector<std::int32_t>& ends;
+
+    std::int32_t Count() const { return static_cast<std::int32_t>(ends.size()); }
+    // Whether the place behind section `number` is between a CR and its LF.
+    bool InsideBreak(std::int32_t number) const {
+        if (number < 1 || number >= Count())
+            return false;
+        const auto end = static_cast<std::size_t>(ends[static_cast<std::size_t>(number - 1)]);
+        return text[end - 1] == u'\r' && text[end] == u'\n';
+    }
+};
+
+// A record as the places in front of and behind its sections.
+struct Span {
+    std::int32_t original_begin;
+    std::int32_t original_end;
+    std::int32_t modified_begin;
+    std::int32_t modified_end;
+};
+
+Span SpanOf(const DifferenceRecord& record) {
+    const bool addition = record.type == DifferenceType::Addition;
+    const bool deletion = record.type == DifferenceType::Deletion;
+    return {addition ? record.first_original : record.first_original - 1, record.last_original,
+            deletion ? record.first_modified : record.first_modified - 1, record.last_modified};
+}
+
+DifferenceRecord RecordOf(const Span& span) {
+    if (span.original_begin == span.original_end)
+        return {DifferenceType::Addition, span.original_begin, span.original_begin,
+                span.modified_begin + 1, span.modified_end};
+    if (span.modified_begin == span.modified_end)
+        return {DifferenceType::Deletion, span.original_begin + 1, span.original_end,
+                span.modified_begin, span.modified_begin};
+    return {DifferenceType::Change, span.original_begin + 1, span.original_end,
+            span.modified_begin + 1, span.modified_end};
+}
+
+// The two halves of a break are sections of their own and all look alike to the engine (an empty
+// line), so a record may begin or end between them. What people read knows only whole breaks: such
+// a record slides on by one section where that is the same difference, else it takes the half it
+// cuts off with it.
+class BreakAligner {
+  public:
+    BreakAligner(SectionSide original, SectionSide modified)
+        : original_(original), modified_(modified) {}
+
+    std::vector<DifferenceRecord> Run(const std::vector<DifferenceRecord>& records) {
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            const bool last = i + 1 == records.size();
+            const Span end{original_.Count(), 0, modified_.Count(), 0};
+            Take(SpanOf(records[i]), last ? end : SpanOf(records[i + 1]));
+        }
+        std::vector<DifferenceRecord> aligned;
+        aligned.reserve(spans_.size());
+        for (const Span& span : spans_)
+            aligned.push_back(RecordOf(span));
+        return aligned;
+    }
+
+  private:
+    bool CutsAt(std::int32_t original, std::int32_t modified) const {
+        return original_.InsideBreak(original) || modified_.InsideBreak(modified);
+    }
+
+    void Take(Span span, const Span& next) {
+        const bool one_sided =
+            span.original_begin == span.original_end || span.modified_begin == span.modified_end;
+        if (one_sided && original_.InsideBreak(span.original_begin) &&
+            original_.InsideBreak(span.original_end) &&
+            modified_.InsideBreak(span.modified_begin) &&
+            modified_.InsideBreak(span.modified_end) && span.original_end < next.original_begin) {
+            span = {span.original_begin + 1, span.original_end + 1, span.modified_begin + 1,
+                    span.modified_end + 1};
+        }
+        const std::int32_t lowest = spans_.empty() ? 0 : spans_.back().original_end;
+        while (CutsAt(span.original_begin, span.modified_begin) && span.original_begin > lowest) {
+            --span.original_begin;
+            --span.modified_begin;
+        }
+        while (CutsAt(span.original_end, span.modified_end) &&
+               span.original_end < next.original_begin) {
+            ++span.original_end;
+            ++span.modified_end;
+        }
+        if (!spans_.empty() && span.original_begin <= spans_.back().original_end) {
+            spans_.back().original_end = span.original_end;
+            spans_.back().modified_end = span.modified_end;
+            return;
+        }
+        spans_.push_back(span);
+    }
+
+    SectionSide original_;
+    SectionSide modified_;
+    std::vector<Span> spans_;
+};
+
 enum class Sides { Both, Original, Modified };
 
 // Writes records of one level, ascending, over a stretch of both texts.
@@ -146,8 +247,10 @@ void ChangeDetail::Find(std::u16string_view original, std::u16string_view modifi
     const auto modified_size = static_cast<std::int32_t>(modified.size());
     IgnoreFailure(mini_.CompareText(original_lines_, modified_lines_),
                   "a bad expression has failed at document level");
-    sections_.reserve(mini_.Records().size());
-    for (const DifferenceRecord& record : mini_.Records()) {
+    const std::vector<DifferenceRecord> records =
+        BreakAligner({original, original_ends_}, {modified, modified_ends_}).Run(mini_.Records());
+    sections_.reserve(records.size());
+    for (const DifferenceRecord& record : records) {
         SectionDetail section;
         section.type = record.type;
         section.original = PlaceOf(original_ends_, record.first_original, record.last_original,

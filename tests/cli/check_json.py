@@ -118,7 +118,7 @@ def pairs(corpus):
         if seed % 10 == 0:
             yield f"unrelated {seed}", original, [random_paragraph(rng) for _ in range(20)]
     for number, file in enumerate(sorted(corpus.glob("text/*utf8*.txt")) if corpus else []):
-        paragraphs = paragraphs_of(file.read_text(encoding="utf-8-sig", newline=""))
+        paragraphs = paragraphs_of(file.read_bytes().decode("utf-8-sig"))
         for seed in range(10):
             rng = random.Random(1000 * number + seed)
             yield f"{file.name} {seed}", paragraphs, edited(paragraphs, rng, 0.2)
