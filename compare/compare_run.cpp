@@ -129,8 +129,9 @@ class CompareRun {
     bool BuildSideBySide() {
         if (UpdateChangesToRTFFile_SBS(context_) == WalkEnd::Aborted)
             return false;
-        editors_.rtbOriginalDiffFinal.editor.SetRich(editors_.rtbOriginalDiff.editor.Rich());
-        editors_.rtbModifiedDiffFinal.editor.SetRich(editors_.rtbModifiedDiff.editor.Rich());
+        // The working copies hold nothing between runs, so their text moves.
+        editors_.rtbOriginalDiffFinal.editor.SetRich(editors_.rtbOriginalDiff.editor.TakeRich());
+        editors_.rtbModifiedDiffFinal.editor.SetRich(editors_.rtbModifiedDiff.editor.TakeRich());
         editors_.rtbOriginalDiffFinal.document.ParagraphCollectionCreate();
         if (!context_.monitor.KeepGoing())
             return false;

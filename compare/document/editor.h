@@ -1,6 +1,7 @@
 // The rich-text editor as the rest of the program sees it, with a window or without one.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -45,6 +46,11 @@ class Editor {
     virtual std::int32_t Length() const = 0;
     virtual std::u16string Text() const = 0;
     virtual RichText Rich() const = 0;
+    /// The text without a copy, in two pieces to be read one behind the other; a break may be cut
+    /// between them. Borrowed until the next edit.
+    virtual std::array<std::u16string_view, 2> TextPieces() const = 0;
+    /// Moves everything out and leaves the editor empty.
+    virtual RichText TakeRich() = 0;
     /// Replaces all. Breaks are normalized; the format is `DefaultFormat()`; the caret goes to 0
     /// and the undo list is emptied.
     virtual void SetText(std::u16string_view text) = 0;

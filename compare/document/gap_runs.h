@@ -43,6 +43,17 @@ class GapRuns {
         return taken;
     }
 
+    /// Moves all runs out.
+    std::vector<Run> TakeAll() {
+        while (!back_.empty()) {
+            PushFront(back_.back());
+            back_.pop_back();
+        }
+        std::vector<Run> runs = std::move(front_);
+        Assign({});
+        return runs;
+    }
+
     /// The format at a position, or nothing behind the last run.
     const FormatOf* At(std::int32_t position) const {
         std::int32_t at = front_length_;

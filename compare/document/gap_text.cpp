@@ -44,6 +44,14 @@ void GapText::MoveGap(std::size_t place) {
     gap_begin_ = place;
 }
 
+std::u16string GapText::TakeAll() {
+    MoveGap(static_cast<std::size_t>(Length()));
+    buffer_.resize(gap_begin_);
+    std::u16string text = std::move(buffer_);
+    Assign({});
+    return text;
+}
+
 void GapText::GrowGap(std::size_t wanted) {
     if (gap_end_ - gap_begin_ >= wanted)
         return;

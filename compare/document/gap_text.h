@@ -15,6 +15,10 @@ class GapText {
         return static_cast<std::int32_t>(buffer_.size() - (gap_end_ - gap_begin_));
     }
     void Assign(std::u16string text);
+    std::u16string_view Front() const { return {buffer_.data(), gap_begin_}; }
+    std::u16string_view Back() const { return std::u16string_view(buffer_).substr(gap_end_); }
+    /// Moves the text out.
+    std::u16string TakeAll();
     std::u16string Take(std::int32_t first, std::int32_t length) const;
     char16_t At(std::int32_t position) const {
         const auto at = static_cast<std::size_t>(position);

@@ -34,6 +34,16 @@ RichText MemoryEditor::Rich() const {
     return Rich({CharPos{0}, Length()});
 }
 
+RichText MemoryEditor::TakeRich() {
+    RichText rich;
+    rich.text = text_.TakeAll();
+    rich.char_runs = char_runs_.TakeAll();
+    rich.paragraph_runs = paragraph_runs_.TakeAll();
+    selection_ = {};
+    undo_.clear();
+    return rich;
+}
+
 void MemoryEditor::SetText(std::u16string_view text) {
     SetRich(RichText::Plain(text, default_format_));
 }

@@ -15,6 +15,10 @@ class MemoryEditor : public Editor {
     std::int32_t Length() const override { return text_.Length(); }
     std::u16string Text() const override { return text_.Take(0, Length()); }
     RichText Rich() const override;
+    std::array<std::u16string_view, 2> TextPieces() const override {
+        return {text_.Front(), text_.Back()};
+    }
+    RichText TakeRich() override;
     void SetText(std::u16string_view text) override;
     void SetRich(RichText text) override;
     void Clear() override { SetRich({}); }

@@ -2,18 +2,21 @@
 
 namespace zorvane {
 
-void Paragraphs::Build(std::u16string_view text) {
+void Paragraphs::Build(std::u16string_view front, std::u16string_view back) {
     constexpr std::int32_t kBreakLength = 2;  // of the break behind the text
     Clear();
     std::int32_t start = 0;
-    for (std::size_t feed = text.find(u'\n'); feed != std::u16string_view::npos;
-         feed = text.find(u'\n', feed + 1)) {
-        const auto end = static_cast<std::int32_t>(feed) + 1;
-        list_.push_back({CharPos{start}, CharPos{end}});
-        start = end;
+    std::int32_t offset = 0;
+    for (const std::u16string_view piece : {front, back}) {
+        for (std::size_t feed = piece.find(u'\n'); feed != std::u16string_view::npos;
+             feed = piece.find(u'\n', feed + 1)) {
+            const std::int32_t end = offset + static_cast<std::int32_t>(feed) + 1;
+            list_.push_back({CharPos{start}, CharPos{end}});
+            start = end;
+        }
+        offset += static_cast<std::int32_t>(piece.size());
     }
-    list_.push_back(
-        {CharPos{start}, CharPos{static_cast<std::int32_t>(text.size()) + kBreakLength}});
+    list_.push_back({CharPos{start}, CharPos{offset + kBreakLength}});
     deltas_.assign(list_.size() + 1, 0);
 }
 

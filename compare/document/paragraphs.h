@@ -21,7 +21,9 @@ struct clsParagraph {
 class Paragraphs {
   public:
     /// One paragraph for each line feed, and a last one behind it, which may be empty.
-    void Build(std::u16string_view text);
+    void Build(std::u16string_view text) { Build(text, {}); }
+    /// Of a text that lies in two pieces.
+    void Build(std::u16string_view front, std::u16string_view back);
     void Clear();
     std::int32_t Count() const { return static_cast<std::int32_t>(list_.size()); }
     bool Has(ParagraphNumber number) const { return number.value >= 1 && number.value <= Count(); }

@@ -123,20 +123,27 @@ void clsRTBDocument::SetCursorAt(ParagraphNumber number) {
     editor_->Select({place, 0});
 }
 
-bool clsRTBDocument::ParagraphCollectionCreate() {
-    std::u16string text = editor_->Text();
+void clsRTBDocument::RemoveDoubledReturns() {
     constexpr std::u16string_view kTwoReturns = u"\r\r";
-    if (text.find(kTwoReturns) != std::u16string::npos) {
-        std::u16string rest;
-        std::size_t begin = 0;
-        for (std::size_t at = 0; (at = text.find(kTwoReturns, begin)) != std::u16string::npos;
-             begin = at + kTwoReturns.size())
-            rest.append(text, begin, at - begin);
-        rest.append(text, begin);
-        editor_->SetText(rest);
-        text = editor_->Text();
-    }
-    paragraphs_.Build(text);
+    const auto pieces = editor_->TextPieces();
+    const bool across = pieces[0].ends_with(u'\r') && pieces[1].starts_with(u'\r');
+    if (!across && pieces[0].find(kTwoReturns) == std::u16string_view::npos &&
+        pieces[1].find(kTwoReturns) == std::u16string_view::npos)
+        return;
+    const std::u16string text = editor_->Text();
+    std::u16string rest;
+    std::size_t begin = 0;
+    for (std::size_t at = 0; (at = text.find(kTwoReturns, begin)) != std::u16string::npos;
+         begin = at + kTwoReturns.size())
+        rest.append(text, begin, at - begin);
+    rest.append(text, begin);
+    editor_->SetText(rest);
+}
+
+bool clsRTBDocument::ParagraphCollectionCreate() {
+    RemoveDoubledReturns();
+    const auto pieces = editor_->TextPieces();
+    paragraphs_.Build(pieces[0], pieces[1]);
     return true;
 }
 
@@ -180,9 +187,20 @@ void clsRTBDocument::ScrollRTB(bool bUp) {
         editor_->Select({next, 1});
 }
 
+// Most documents hold none of what is replaced at a load; that is told without a copy.
+bool clsRTBDocument::MayOccur(std::u16string_view find, bool bMatchCase) const {
+    if (!bMatchCase)
+        return true;
+    for (const std::u16string_view piece : editor_->TextPieces()) {
+        if (piece.find(find.front()) != std::u16string_view::npos)
+            return true;
+    }
+    return false;
+}
+
 std::int32_t clsRTBDocument::FindAndReplaceString(std::u16string_view find,
                                                   std::u16string_view replace, bool bMatchCase) {
-    if (find.empty())
+    if (find.empty() || !MayOccur(find, bMatchCase))
         return 0;
     const std::u16string text = editor_->Text();
     const std::u16string searched = bMatchCase ? text : FoldCase(text);
@@ -202,9 +220,14 @@ std::int32_t clsRTBDocument::FindAndReplaceString(std::u16string_view find,
 }
 
 std::string clsRTBDocument::LineFileText() const {
-    std::u16string text = editor_->Text();
-    text += kBreak;
-    return ToUtf8(text);
+    const auto pieces = editor_->TextPieces();
+    std::string bytes;
+    bytes.reserve(pieces[0].size() + pieces[1].size() + 16);
+    // A surrogate pair is never cut between the pieces: edits stand at whole characters.
+    for (const std::u16string_view piece : pieces)
+        AppendUtf8(piece, bytes);
+    AppendUtf8(kBreak, bytes);
+    return bytes;
 }
 
 Status clsRTBDocument::SaveAsLineFile(const std::string& path) const {

@@ -80,6 +80,9 @@ class clsRTBDocument {
     Status SaveAsLineFileNew(const std::string& path);
 
   private:
+    void RemoveDoubledReturns();
+    bool MayOccur(std::u16string_view find, bool bMatchCase) const;
+
     Editor* editor_ = nullptr;
     Sound* sound_ = nullptr;
     Paragraphs paragraphs_;

@@ -7,9 +7,9 @@ namespace zorvane {
 
 ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType type,
                                           std::int32_t flags) {
-    if (!ReadWholeFile(state_->master.path).ok())
+    if (!CheckReadable(state_->master.path).ok())
         return ReportResult::MasterNotLoaded;
-    if (!ReadWholeFile(state_->source.path).ok())
+    if (!CheckReadable(state_->source.path).ok())
         return ReportResult::SourceNotLoaded;
     ComparisonModel model{
         *this,

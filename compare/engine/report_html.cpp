@@ -204,17 +204,17 @@ class HtmlWriter {
     std::string Write() {
         WriteBody();
         std::string page;
-        page.reserve(body_.size() + list_.size() + 16384);
         AppendHead(page);
         AppendHeader(page);
         AppendList(page);
         page += one_ ? "<main><div class=\"box one\">\n" : "<main><div class=\"box two\">\n";
         AppendColumnTitles(page);
-        page += body_;
-        page +=
-            "</div></main>\n<footer>n and p go to the next and the previous difference.</footer>\n";
-        page.append("<script>").append(kScript).append("</script>\n</body></html>\n");
-        return page;
+        body_.insert(0, page);  // one move, where a second page would cost its size again
+        body_ +=
+            "</div></main>\n<footer>n and p go to the next and the previous "
+            "difference.</footer>\n";
+        body_.append("<script>").append(kScript).append("</script>\n</body></html>\n");
+        return std::move(body_);
     }
 
   private:

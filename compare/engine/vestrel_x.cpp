@@ -17,6 +17,7 @@ bool IsBlankLine(std::string_view line) {
 }
 
 Status ReadSide(EngineSide& side) {
+    side.bytes = std::string();  // before the new bytes come, so that both are never there together
     Result<std::string> bytes = ReadWholeFile(side.path);
     if (!bytes.ok())
         return bytes.failure();
