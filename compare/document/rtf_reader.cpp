@@ -4,6 +4,7 @@
 #include <charconv>
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "common/base/text_encoding.h"
@@ -16,6 +17,7 @@ constexpr std::size_t kDeepest =
     2000;  // groups below are counted, not kept: no file nests the memory away
 constexpr std::size_t kLongestWord = 32;
 constexpr std::int32_t kMostTabs = 64;
+constexpr std::size_t kLongestFontName = 4096;
 constexpr char16_t kLineInParagraph = 11;
 constexpr char16_t kCellMark = 7;
 
@@ -220,9 +222,8 @@ class Reader {
 
     void TakeBytes(std::string_view text) {
         if (state_.destination == Destination::Fonts) {
-            font_name_ += text;
-            if (font_name_.size() > 4096)
-                font_name_.resize(4096);
+            if (font_bytes_.size() < kLongestFontName)
+                font_bytes_ += text;
             TakeFontName();
         } else if (state_.destination == Destination::Colors) {
             for (const char character : text) {
@@ -434,6 +435,9 @@ class Reader {
                 state_.unicode_destination = state_.destination;
                 SkipGroup();
                 return true;
+            case RtfAction::CellTab:
+                cell_tab_ = true;
+                return true;
             case RtfAction::Visible:
             case RtfAction::UnicodeText:
                 return true;
@@ -448,7 +452,8 @@ class Reader {
     bool ActOnText(const RtfWord& word, std::int32_t number) {
         switch (word.action) {
             case RtfAction::Character:
-                TakeCharacter(static_cast<char16_t>(word.value));
+                TakeCharacter(std::exchange(cell_tab_, false) ? kCellMark
+                                                              : static_cast<char16_t>(word.value));
                 return true;
             case RtfAction::ParagraphEnd:
             case RtfAction::SectionEnd:
@@ -470,8 +475,12 @@ class Reader {
                     out_.EndParagraph(state_.chars, state_.paragraph);
                 return true;
             case RtfAction::Unicode:
-                if (Seen())
+                if (state_.destination == Destination::Fonts) {
+                    FlushFontName();
+                    font_name_ += static_cast<char16_t>(static_cast<std::uint32_t>(number));
+                } else if (Seen()) {
                     TakeUnicode(number);
+                }
                 skip_left_ = static_cast<std::size_t>(state_.unicode_skip);
                 return true;
             case RtfAction::UnicodeSkip:
@@ -657,14 +666,21 @@ class Reader {
         state_.page = font->second.page.number == 0 ? header_.page : font->second.page;
     }
 
-    void TakeFontName() {
-        const std::size_t end = font_name_.find(';');
-        if (end == std::string::npos)
-            return;
+    // Bytes of a name wait as those of the text do.
+    void FlushFontName() {
         const CodePage page = header_.fonts[font_].page;
-        const std::string_view name = Trim(std::string_view(font_name_).substr(0, end));
-        header_.fonts[font_].name = ToUtf8(
-            DecodeCodePage(name, page.number == 0 || page == kSymbolPage ? header_.page : page));
+        const bool own = page.number != 0 && page != kSymbolPage;
+        font_name_ += DecodeCodePage(font_bytes_, own ? page : header_.page);
+        font_bytes_.clear();
+    }
+
+    // A name ends at a semicolon.
+    void TakeFontName() {
+        if (font_bytes_.find(';') == std::string::npos)
+            return;
+        font_bytes_.erase(font_bytes_.find(';'));
+        FlushFontName();
+        header_.fonts[font_].name = std::string(Trim(ToUtf8(font_name_)));
         font_name_.clear();
     }
 
@@ -700,8 +716,10 @@ class Reader {
     std::size_t skip_left_ = 0;
     bool group_begins_ = false;
     bool starred_ = false;
+    bool cell_tab_ = false;
     std::int32_t font_ = 0;
-    std::string font_name_;
+    std::string font_bytes_;
+    std::u16string font_name_;
     Color color_;
     bool has_color_ = false;
 };

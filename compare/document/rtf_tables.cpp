@@ -183,6 +183,7 @@ constexpr RtfWord kWords[] = {
     {"wgrffmtfilter", RtfAction::SkipGroup},
     {"xe", RtfAction::SkipGroup},
     {"xmlnstbl", RtfAction::SkipGroup},
+    {"zvcell", RtfAction::CellTab},
     {"zwbo", RtfAction::Character, 0x200b},
     {"zwj", RtfAction::Character, 0x200d},
     {"zwnbo", RtfAction::Character, 0x2060},

@@ -15,6 +15,7 @@ enum class RtfAction : std::uint8_t {
     LineBreak,
     PageBreak,
     CellEnd,
+    CellTab,  // the next tab is a cell's end
     RowEnd,
     NestedRowEnd,
     ParagraphDefaults,

@@ -179,7 +179,8 @@ class Writer {
                 out_ += "\\line ";
                 return;
             case 7:
-                out_ += "\\'07";
+                // Other readers see a tab; ours knows by the group in front of it what it was.
+                out_ += "{\\*\\zvcell}\\tab ";
                 return;
             default:
                 break;
