@@ -1,0 +1,86 @@
+// A Compare Files viewer over fakes, with a window that records what it is told.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "common/base/text_encoding.h"
+#include "common/process_state.h"
+#include "compare/compare_files_viewer.h"
+#include "tests/support/fakes.h"
+#include "tests/support/rich_text_notation.h"
+
+namespace zorvane {
+
+class RecordingWindow : public SilentWindow {
+  public:
+    void ShowStatus(StatusPanel panel, const std::string& text) override {
+        status[panel] = text;
+        if (panel == StatusPanel::Main)
+            main_texts.push_back(text);
+    }
+    bool AskYesNo(const std::string& text, const std::string&) override {
+        questions.push_back(text);
+        return answer;
+    }
+    void ShowMessage(const std::string& text, const std::string&) override {
+        messages.push_back(text);
+    }
+    void PumpEvents() override {
+        ++pumps;
+        if (on_pump)
+            on_pump();
+    }
+    void SetAbortVisible(bool visible) override { abort_visible = visible; }
+    void EnableFilter(ViewFilter filter, bool enabled) override { filters[filter] = enabled; }
+    void EnableNavigation(const NavigationButtons& buttons) override { navigation = buttons; }
+    void ShowView(View shown) override { view = shown; }
+
+    std::map<StatusPanel, std::string> status;
+    std::vector<std::string> main_texts;
+    std::vector<std::string> questions;
+    std::vector<std::string> messages;
+    std::map<ViewFilter, bool> filters;
+    NavigationButtons navigation;
+    View view = View::SideBySide;
+    bool answer = false;
+    bool abort_visible = false;
+    int pumps = 0;
+    std::function<void()> on_pump;
+};
+
+class ViewerTest : public ::testing::Test {
+  protected:
+    ViewerTest() : process(fakes.platform), viewer(process, request, window) {
+        process.gsDataFolder = fakes.folder.Path();
+        process.gbCommandLineRunning = true;
+        process.sLogFile = fakes.folder.Path("log");
+        viewer.Setup("1_CompareFile", true);
+    }
+
+    /// Both texts loaded from files and compared in one view.
+    bool Compare(const std::string& original, const std::string& modified, View view,
+                 const std::string& extension = "txt") {
+        viewer.Options().sFileOriginal.SetData(fakes.folder.Write("o." + extension, original));
+        viewer.Options().sFileModified.SetData(fakes.folder.Write("m." + extension, modified));
+        bool failed = false;
+        viewer.RefreshDisplayCommandLine(view == View::AllInOne ? 1 : 2, failed);
+        return !failed;
+    }
+    std::string AllInOne() { return Notation(viewer.Editors().rtbAIODiff.editor.Rich()); }
+    std::string Left() { return Notation(viewer.Editors().rtbOriginalDiffFinal.editor.Rich()); }
+    std::string Right() { return Notation(viewer.Editors().rtbModifiedDiffFinal.editor.Rich()); }
+    std::string Log() { return fakes.folder.Read("log"); }
+
+    FakePlatform fakes;
+    ProcessState process;
+    CommandLineRequest request;
+    RecordingWindow window;
+    frmCompareFiles viewer;
+};
+
+}  // namespace zorvane
