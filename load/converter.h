@@ -1,5 +1,5 @@
-// The converters as the loader sees them: a file in, one temporary file out that an editor can
-// open.
+// The converters as the loader sees them: a file in, the bytes of a file that an editor can open
+// out.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@
 
 namespace zorvane {
 
-/// What a word-processor conversion writes.
+/// What a word-processor conversion gives.
 enum class WordFormat : std::int32_t { PlainText = 2, RichText = 6 };
 
 /// Passwords of one side: to open, to write, and the same two of the template.
@@ -21,19 +21,21 @@ class WordConverter {
   public:
     virtual ~WordConverter() = default;
     virtual double WordVersion() const = 0;
-    /// Fails with the reason in a user's words; `sTarget` may then be missing.
-    virtual Status Convert(const std::string& sFile, const std::string& sTarget, WordFormat format,
-                           const WordPasswords& passwords) = 0;
+    /// Plain text comes in UTF-8, and a file that is plain text comes so in either format. Fails
+    /// with the file and the reason in a user's words.
+    virtual Result<std::string> Convert(const std::string& sFile, WordFormat format,
+                                        const WordPasswords& passwords) = 0;
 };
 
-/// Reads RTF and text. Other formats are a failure that names the format and what to do.
+/// Reads RTF and text, told by the bytes, whatever the name says. Any other format is a failure
+/// that says what to do.
 class NativeWordConverter : public WordConverter {
   public:
     explicit NativeWordConverter(std::string locale_encoding)
         : locale_encoding_(std::move(locale_encoding)) {}
     double WordVersion() const override { return 16.0; }
-    Status Convert(const std::string& sFile, const std::string& sTarget, WordFormat format,
-                   const WordPasswords& passwords) override;
+    Result<std::string> Convert(const std::string& sFile, WordFormat format,
+                                const WordPasswords& passwords) override;
 
   private:
     std::string locale_encoding_;

@@ -1,7 +1,8 @@
 #include "load/document_loader.h"
 
-#include <cstring>
+#include <cerrno>
 #include <sys/stat.h>
+#include <utility>
 
 #include "common/base/text_encoding.h"
 #include "common/file_utilities.h"
@@ -35,6 +36,15 @@ class Hourglass {
   private:
     LoadQuestions& questions_;
 };
+
+// What is wrong with a name that denotes no file, when there is more to say than that.
+std::string WhyMissing(const std::string& sFile) {
+    struct stat facts {};
+    if (stat(NativePath(sFile).c_str(), &facts) != 0 && errno == ENOENT)
+        return {};
+    const Status readable = CheckReadable(sFile);
+    return readable.ok() ? std::string() : readable.failure().reason;
+}
 
 std::string TimeText(const timespec& time) {
     return std::to_string(time.tv_sec) + "." + std::to_string(time.tv_nsec);
@@ -73,9 +83,9 @@ DocumentLoader::DocumentLoader(LoaderParts parts)
     : parts_(std::move(parts)), word_(parts_.process.platform.locale->EncodingName()) {}
 
 // The reason in front is the contract's; what the system said follows on a line of its own.
-void DocumentLoader::LogFailure(const std::string& text, const std::string& sFile,
+void DocumentLoader::LogFailure(std::string_view text, const std::string& sFile,
                                 const std::string& reason) {
-    std::string message = "LoadFileIntoEditor(): " + text + "\n\n" + sFile;
+    std::string message = "LoadFileIntoEditor(): " + std::string(text) + "\n\n" + sFile;
     if (!reason.empty())
         message += "\n" + reason;
     LogMessage(parts_.process, message);
@@ -96,10 +106,9 @@ bool DocumentLoader::SelectFile(Side side, std::string& sFile) {
 
 bool DocumentLoader::ReportMissing(const std::string& sFile) {
     ProcessState& process = parts_.process;
-    const Result<std::string> bytes = ReadWholeFile(sFile);  // for the system's own words
     std::string message = process.Translate("File does not exist") + ":\r\n\r\n" + sFile;
-    if (!bytes.ok() && bDirectoryExists(sFile))
-        message += "\r\n" + bytes.failure().reason;
+    if (const std::string reason = WhyMissing(sFile); !reason.empty())
+        message += "\r\n" + reason;
     if (process.gbCommandLineRunning)
         LogMessage(process, message);
     else
@@ -151,138 +160,134 @@ bool DocumentLoader::LoadFileIntoEditor(const std::string& sFile, EditorTarget t
         LogMessage(parts_.process, "Unable to load file. Filename empty");
         return false;
     }
-    const std::string temp_file =
-        GetTempNameWithDocExtension(*parts_.process.platform.temp_files, "RTF");
-    if (temp_file.empty()) {
-        LogFailure("Unable to copy file.", sFile, "There is no temporary folder to write to.");
+    std::optional<std::string> bytes =
+        IsSide(target) ? ConvertFileIfNecessary(sFile, SideOf(target)) : ReadForView(sFile);
+    if (!bytes)
         return false;
-    }
-    if (!FillTempFile(sFile, temp_file, target))
-        return false;
-    const bool filled = FillEditor(sFile, temp_file, target);
-    DeleteFileWithRetry(*parts_.process.platform.clock, temp_file);
-    return filled;
-}
-
-bool DocumentLoader::FillTempFile(const std::string& sFile, const std::string& sTempFile,
-                                  EditorTarget target) {
-    if (IsSide(target)) {
-        if (!ConvertFileIfNecessary(sFile, sTempFile, SideOf(target)))
-            return false;
+    if (IsSide(target))
         RememberFile(SideOf(target), sFile);
-        return true;
-    }
-    if (ExtensionContains(sFile, kCopiedAsIs) ||
-        parts_.TextFileExtensions.bItemExistsInMRU(UpperExtension(sFile), true))
-        return Copy(sFile, sTempFile);
-    const bool plain = parts_.options.bRemoveFormatting.Data();
-    return ConvertWord(sFile, sTempFile, plain ? WordFormat::PlainText : WordFormat::RichText, {});
-}
-
-bool DocumentLoader::FillEditor(const std::string& sFile, const std::string& sTempFile,
-                                EditorTarget target) {
-    clsCompareFileOptions& options = parts_.options;
-    const bool spreadsheet = ExtensionContains(sFile, "CSV XLS");
-    if (IsSide(target) && options.bRemoveBlankLines.Data()) {
-        IgnoreFailure(DeleteEmptyLinesFromTextFile(sTempFile),
-                      "the lines stay, and the read below reports what is wrong with the file");
-        if (spreadsheet)
-            options.bRemoveFormatting.SetData(true);
-    }
-    const bool plain = options.bRemoveFormatting.Data();
-    bLoadedAsPlainText = bIsFileText(sFile, parts_.TextFileExtensions) || plain;
-    if (IsSide(target) && options.bModifyOriginalDocuments.Data() && !plain && !spreadsheet)
-        RemoveNumberedListAndEmptyLines(parts_.process, options, parts_.TextFileExtensions,
-                                        sTempFile, sFile);
-    const Result<std::string> bytes = ReadWholeFile(sTempFile);
-    if (!bytes.ok()) {
-        LogFailure("Unable to copy file.", sFile, bytes.failure().reason);
-        return false;
-    }
-    clsRTBDocument& document = parts_.document(target);
-    Editor& editor = document.RichTB();
-    const bool as_plain_text = IsSide(target) && bLoadedAsPlainText;
-    if (!as_plain_text && LooksLikeRtf(bytes.value()))
-        editor.SetRich(ReadRtf(bytes.value()));
-    else
-        editor.SetText(DecodeText(
-            bytes.value(),
-            DetectEncoding(bytes.value(), parts_.process.platform.locale->EncodingName())));
-    if (!parts_.process.translator.gbDoubleByteLocale && !(IsSide(target) && plain))
-        document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);
-    if (!IsSide(target))
-        return true;
-    bForceReload[SideOf(target)] = false;
-    if (bSpaceAddedToTextFile) {
-        bSpaceAddedToTextFile = false;
-        RemoveFirstSpaceOfRichTextBox(editor);
-    }
+    FillEditor(sFile, std::move(*bytes), target);
     return true;
 }
 
-bool DocumentLoader::ConvertWord(const std::string& sFile, const std::string& sTempFile,
-                                 WordFormat format, const WordPasswords& passwords) {
-    const Status converted = word_.Convert(sFile, sTempFile, format, passwords);
-    if (!converted.ok())
-        LogFailure("Unable to convert Word file.", sFile, converted.failure().reason);
-    return converted.ok();
+std::optional<std::string> DocumentLoader::ReadForView(const std::string& sFile) {
+    if (ExtensionContains(sFile, kCopiedAsIs) ||
+        parts_.TextFileExtensions.bItemExistsInMRU(UpperExtension(sFile), true))
+        return Read(sFile);
+    return ConvertWord(sFile, {});
 }
 
-bool DocumentLoader::Copy(const std::string& sFile, const std::string& sTempFile) {
-    const Status copied = CopyFileReplacingReadOnly(sFile, sTempFile);
-    if (!copied.ok())
-        LogFailure("Unable to copy file.", sFile, copied.failure().reason);
-    return copied.ok();
+std::u16string DocumentLoader::Decode(const std::string& bytes) const {
+    return DecodeText(bytes, DetectEncoding(bytes, parts_.process.platform.locale->EncodingName()));
 }
 
-bool DocumentLoader::CopyText(const std::string& sFile, const std::string& sTempFile) {
-    const bool copied = IsFileUnicode(sFile)
-                            ? ConvertWord(sFile, sTempFile, WordFormat::PlainText, {})
-                            : Copy(sFile, sTempFile);
-    if (!copied)
-        return false;
-    const Result<bool> added = AddSpaceToTextFileIfNecessary(sTempFile);
-    bSpaceAddedToTextFile = added.ok() && added.value();
-    if (!added.ok())
-        LogMessage(parts_.process, "AddSpaceToTextFileIfNecessary() Failed\n\n" + sFile);
-    return added.ok();
-}
-
-bool DocumentLoader::RunConversion(const std::string& sFile, const std::string& sTempFile,
-                                   Side side) {
-    const clsCompareFileOptions& options = parts_.options;
+void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, EditorTarget target) {
+    clsCompareFileOptions& options = parts_.options;
+    const bool side = IsSide(target);
+    const bool spreadsheet = ExtensionContains(sFile, "CSV XLS");
+    const bool remove_blank_lines = side && options.bRemoveBlankLines.Data();
+    if (remove_blank_lines && spreadsheet)
+        options.bRemoveFormatting.SetData(true);
     const bool plain = options.bRemoveFormatting.Data();
-    const auto not_read = [&](const char* text) {
-        LogFailure(text, sFile, sFile + ": this version reads text and RTF");
-        return false;
+    bLoadedAsPlainText = bIsFileText(sFile, parts_.TextFileExtensions) || plain;
+    clsRTBDocument& document = parts_.document(target);
+    if (!(side && bLoadedAsPlainText) && LooksLikeRtf(bytes)) {
+        if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
+            RewriteRichText(sFile, bytes);
+        document.RichTB().SetRich(ReadRtf(bytes));
+    } else {
+        std::u16string text = Decode(bytes);
+        std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
+        if (remove_blank_lines)
+            DeleteEmptyLinesFromText(text);
+        document.RichTB().SetText(text);
+    }
+    if (!parts_.process.translator.gbDoubleByteLocale && !(side && plain))
+        document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);
+    if (!side)
+        return;
+    bForceReload[SideOf(target)] = false;
+    if (std::exchange(bSpaceAddedToTextFile, false))
+        RemoveFirstSpaceOfRichTextBox(document.RichTB());
+}
+
+// The rewriting is done in a temporary file, which is made only when there is something to do.
+void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& bytes) {
+    if (!HasNumberedListOrEmptyLines(bytes, parts_.options.bRemoveBlankLines.Data()))
+        return;
+    ProcessState& process = parts_.process;
+    const std::string temp_file = GetTempNameWithDocExtension(*process.platform.temp_files, "RTF");
+    if (temp_file.empty() || !WriteWholeFile(temp_file, bytes).ok())
+        return;  // the document stays as it came; a rewriting never fails a load
+    RemoveNumberedListAndEmptyLines(process, parts_.options, parts_.TextFileExtensions, temp_file,
+                                    sFile);
+    Result<std::string> rewritten = ReadWholeFile(temp_file);
+    if (rewritten.ok())
+        bytes = std::move(rewritten).value();
+    DeleteFileWithRetry(*process.platform.clock, temp_file);
+}
+
+std::optional<std::string> DocumentLoader::ConvertWord(const std::string& sFile,
+                                                       const WordPasswords& passwords) {
+    const bool plain = parts_.options.bRemoveFormatting.Data();
+    Result<std::string> converted =
+        word_.Convert(sFile, plain ? WordFormat::PlainText : WordFormat::RichText, passwords);
+    if (converted.ok())
+        return std::move(converted).value();
+    LogFailure("Unable to convert Word file.", sFile, converted.failure().reason);
+    return std::nullopt;
+}
+
+std::optional<std::string> DocumentLoader::Read(const std::string& sFile) {
+    Result<std::string> bytes = ReadWholeFile(sFile);
+    if (bytes.ok())
+        return std::move(bytes).value();
+    LogFailure("Unable to copy file.", sFile, bytes.failure().reason);
+    return std::nullopt;
+}
+
+std::optional<std::string> DocumentLoader::ReadText(const std::string& sFile) {
+    std::optional<std::string> bytes = Read(sFile);
+    if (!bytes)
+        return std::nullopt;
+    if (LooksLikeUtf16(*bytes))
+        bytes = ToUtf8(Decode(*bytes));
+    bSpaceAddedToTextFile = AddSpaceToTextFileIfNecessary(*bytes);
+    return bytes;
+}
+
+std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFile, Side side) {
+    const clsCompareFileOptions& options = parts_.options;
+    const auto not_read = [&](std::string_view text, std::string_view kind) {
+        LogFailure(text, sFile,
+                   sFile + ": this version does not read " + std::string(kind) +
+                       "; it reads text and RTF");
+        return std::nullopt;
     };
     // CSV is text too, and read as such until spreadsheets have a reader.
     if (ExtensionContains(sFile, "XLS"))
-        return not_read("Unable to convert Excel file.");
-    const bool rich_text = plain && ExtensionContains(sFile, "RTF");
+        return not_read("Unable to convert spreadsheet.", "spreadsheets");
+    const bool rich_text = options.bRemoveFormatting.Data() && ExtensionContains(sFile, "RTF");
     const bool html = !options.bHTMLCompareSource.Data() &&
                       ExtensionContains(sFile, "JHTM XHTM XML PHP HTML HTM");
     const bool word = ExtensionContains(sFile, "ODT BK TMP DOT REG WPD WPS MCW ANS ASC DOC") ||
                       sFile.find("=Word") != std::string::npos;
     if (rich_text || html || word)
-        return ConvertWord(sFile, sTempFile, plain ? WordFormat::PlainText : WordFormat::RichText,
-                           PasswordsOf(options, side));
+        return ConvertWord(sFile, PasswordsOf(options, side));
     if (ExtensionContains(sFile, "PDF"))
-        return not_read("Unable to convert PDF file.");
+        return not_read("Unable to convert PDF file.", "PDF documents");
     if (ExtensionContains(sFile, "PPT"))
-        return not_read("Unable to convert PowerPoint file.");
-    if (bIsFileText(sFile, parts_.TextFileExtensions))
-        return CopyText(sFile, sTempFile);
-    return Copy(sFile, sTempFile);
+        return not_read("Unable to convert PPT file.  ", "slides");
+    return bIsFileText(sFile, parts_.TextFileExtensions) ? ReadText(sFile) : Read(sFile);
 }
 
-bool DocumentLoader::ConvertFileIfNecessary(const std::string& sFile, const std::string& sTempFile,
-                                            Side side) {
+std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::string& sFile,
+                                                                  Side side) {
     bSpaceAddedToTextFile = false;
-    if (RunConversion(sFile, sTempFile, side))
-        return true;
-    bForceReload = {true, true};
-    return false;
+    std::optional<std::string> bytes = RunConversion(sFile, side);
+    if (!bytes)
+        bForceReload = {true, true};
+    return bytes;
 }
 
 void DocumentLoader::Advise(bool& warned, const std::string& question,

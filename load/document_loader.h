@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "common/base/side.h"
 #include "compare/document/rtb_document.h"
@@ -76,8 +77,10 @@ class DocumentLoader {
         return LoadSide(Side::Modified, sFile, reload);
     }
     bool LoadFileIntoEditor(const std::string& sFile, EditorTarget target);
-    /// Fills the temporary file with what an editor can open.
-    bool ConvertFileIfNecessary(const std::string& sFile, const std::string& sTempFile, Side side);
+    /// The bytes of an RTF or text file that stands for `sFile` in an editor; they are read once,
+    /// so that a pipe serves too. Nothing after a failure, which has been reported and makes the
+    /// next load of both sides a full one.
+    std::optional<std::string> ConvertFileIfNecessary(const std::string& sFile, Side side);
 
     // Advice that is given once in a user's life, before a reload.
     void WarnIfPPTAndRetainingFormatting(const PerSide<std::string>& files);
@@ -95,14 +98,16 @@ class DocumentLoader {
     bool ReportMissing(const std::string& sFile);
     std::optional<LoadedFileIdentity> IdentityOf(const std::string& sFile) const;
     void RememberFile(Side side, const std::string& sFile);
-    bool FillTempFile(const std::string& sFile, const std::string& sTempFile, EditorTarget target);
-    bool FillEditor(const std::string& sFile, const std::string& sTempFile, EditorTarget target);
-    bool ConvertWord(const std::string& sFile, const std::string& sTempFile, WordFormat format,
-                     const WordPasswords& passwords);
-    bool CopyText(const std::string& sFile, const std::string& sTempFile);
-    bool Copy(const std::string& sFile, const std::string& sTempFile);
-    bool RunConversion(const std::string& sFile, const std::string& sTempFile, Side side);
-    void LogFailure(const std::string& text, const std::string& sFile, const std::string& reason);
+    std::optional<std::string> ReadForView(const std::string& sFile);
+    void FillEditor(const std::string& sFile, std::string bytes, EditorTarget target);
+    void RewriteRichText(const std::string& sFile, std::string& bytes);
+    std::u16string Decode(const std::string& bytes) const;
+    std::optional<std::string> ConvertWord(const std::string& sFile,
+                                           const WordPasswords& passwords);
+    std::optional<std::string> Read(const std::string& sFile);
+    std::optional<std::string> ReadText(const std::string& sFile);
+    std::optional<std::string> RunConversion(const std::string& sFile, Side side);
+    void LogFailure(std::string_view text, const std::string& sFile, const std::string& reason);
     void Advise(bool& warned, const std::string& question, const std::string& done_text);
 
     LoaderParts parts_;

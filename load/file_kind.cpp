@@ -2,6 +2,7 @@
 
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
+#include "common/platform/native_path.h"
 #include "options/recent_items.h"
 
 namespace zorvane {
@@ -29,15 +30,15 @@ bool IsOneOf(const std::string& extension, std::string_view list) {
     return !extension.empty() && list.find(" " + extension + " ") != std::string_view::npos;
 }
 
+// Behind a dot in a folder's name there is no extension.
 bool HasDot(std::string_view sFile) {
-    return sFile.find('.') != std::string_view::npos;
+    return FileNameOf(sFile).find('.') != std::string_view::npos;
 }
 
 }  // namespace
 
 std::string UpperExtension(std::string_view sFile) {
-    const std::size_t dot = sFile.rfind('.');
-    return dot == std::string_view::npos ? std::string() : ToUpper(Trim(sFile.substr(dot + 1)));
+    return ToUpper(Trim(ExtensionOf(sFile)));
 }
 
 bool ExtensionContains(std::string_view sFile, std::string_view parts) {

@@ -23,7 +23,8 @@ enum class FileKind : std::int32_t {
     Other = 10000
 };
 
-/// The extension in upper case: what follows the last "."; empty without one.
+/// The extension in upper case: what follows the last "." of the file's own name; empty without
+/// one.
 std::string UpperExtension(std::string_view sFile);
 /// True when the extension contains any of `parts`, which are in upper case and separated by
 /// blanks. So "XLS" also takes XLSX.

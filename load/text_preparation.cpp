@@ -17,6 +17,11 @@ namespace {
 
 constexpr std::int32_t kLongestDelay = 20;  // seconds
 
+constexpr std::string_view kNumbering = "\\pn";
+constexpr std::string_view kParagraphEnds[] = {"\\par \r\n", "\\par\r\n"};
+
+constexpr std::int32_t kPathAccessError = 75;  // the number under which such faults are known
+
 // Numbers of the steps, as the log names them.
 enum class ListStep : std::int32_t { Open = 1, Read = 3, Replace = 4, SecondOpen = 8, Write = 10 };
 
@@ -30,21 +35,17 @@ bool IsExcluded(const std::string& sFile, const clsMRU& extensions) {
 
 void LogStep(ProcessState& process, ListStep step, const std::string& reason) {
     LogMessage(process,
-               "NumberedList " + std::to_string(static_cast<std::int32_t>(step)) + " - " + reason,
+               "NumberedList " + std::to_string(static_cast<std::int32_t>(step)) + " - " +
+                   std::to_string(kPathAccessError) + " :" + reason,
                process.sLogFile, false);
 }
 
 }  // namespace
 
-Result<bool> AddSpaceToTextFileIfNecessary(const std::string& sFile) {
-    const Result<std::string> bytes = ReadWholeFile(sFile);
-    if (!bytes.ok())
-        return bytes.failure();
-    if (!bytes.value().starts_with('{'))
+bool AddSpaceToTextFileIfNecessary(std::string& sText) {
+    if (!sText.starts_with('{'))
         return false;
-    const Status written = WriteWholeFile(sFile, " " + bytes.value());
-    if (!written.ok())
-        return written.failure();
+    sText.insert(0, 1, ' ');
     return true;
 }
 
@@ -53,20 +54,24 @@ void RemoveFirstSpaceOfRichTextBox(Editor& oRichText) {
         oRichText.Replace({CharPos{0}, 1}, u"");
 }
 
-Status DeleteEmptyLinesFromTextFile(const std::string& sFile) {
-    const Result<std::string> bytes = ReadWholeFile(sFile);
-    if (!bytes.ok())
-        return bytes.failure();
-    std::string kept;
-    std::string_view rest = bytes.value();
-    while (!rest.empty()) {
-        const std::size_t end = rest.find('\n');
-        const std::string_view line = rest.substr(0, end == std::string_view::npos ? end : end + 1);
-        if (!Trim(line).empty())
-            kept += line;
-        rest.remove_prefix(line.size());
+void DeleteEmptyLinesFromText(std::u16string& text) {
+    std::size_t kept = 0;
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        std::size_t end = std::min(text.find_first_of(u"\r\n", begin), text.size());
+        const std::size_t first = text.find_first_not_of(u" \t", begin);
+        const bool empty = first == std::u16string::npos || first >= end;
+        if (end < text.size())
+            end += text.compare(end, 2, u"\r\n") == 0 ? 2U : 1U;
+        if (!empty) {
+            std::copy(text.begin() + static_cast<std::ptrdiff_t>(begin),
+                      text.begin() + static_cast<std::ptrdiff_t>(end),
+                      text.begin() + static_cast<std::ptrdiff_t>(kept));
+            kept += end - begin;
+        }
+        begin = end;
     }
-    return WriteWholeFile(sFile, kept);
+    text.resize(kept);
 }
 
 void ReplaceStringFromText(std::string& sText, std::string_view sFind, std::string_view sReplace) {
@@ -79,6 +84,12 @@ void ReplaceStringFromText(std::string& sText, std::string_view sFind, std::stri
         out.append(sText, begin, at - begin).append(sReplace);
     out.append(sText, begin);
     sText = std::move(out);
+}
+
+bool HasNumberedListOrEmptyLines(std::string_view rtf, bool bRemoveBlankLines) {
+    return rtf.find(kNumbering) != std::string_view::npos ||
+           (bRemoveBlankLines && (rtf.find(kParagraphEnds[0]) != std::string_view::npos ||
+                                  rtf.find(kParagraphEnds[1]) != std::string_view::npos));
 }
 
 void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOptions& options,
@@ -94,12 +105,13 @@ void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOption
     std::string text = std::move(bytes).value();
     if (!LooksLikeRtf(text))
         return;
-    ReplaceStringFromText(text, "\\pn", "\\pzn");
+    // Kept: plain replacement, so each word that begins so is spoilt, and its text is skipped.
+    ReplaceStringFromText(text, kNumbering, "\\pzn");
     if (options.bRemoveBlankLines.Data()) {
         // Kept: the end of every paragraph that stands at a line end of the file goes, so the
         // paragraphs of a file written that way are joined.
-        ReplaceStringFromText(text, "\\par \r\n", "");
-        ReplaceStringFromText(text, "\\par\r\n", "");
+        for (const std::string_view paragraph_end : kParagraphEnds)
+            ReplaceStringFromText(text, paragraph_end, "");
     }
     process.platform.clock->Sleep(std::chrono::seconds(options.lLoadDelay.Data()));
     const Status written = WriteWholeFile(sTempFile, text);

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "common/base/result.h"
 #include "compare/document/editor.h"
 
 namespace zorvane {
@@ -14,20 +13,24 @@ class clsMRU;
 class clsCompareFileOptions;
 struct ProcessState;
 
-/// Puts a blank in front of a text file that opens with "{", so that nothing takes it for rich
-/// text. Gives back whether it did; fails as files fail.
-Result<bool> AddSpaceToTextFileIfNecessary(const std::string& sFile);
+/// Puts a blank in front of a text that opens with "{", so that nothing takes it for rich text.
+/// Gives back whether it did.
+bool AddSpaceToTextFileIfNecessary(std::string& sText);
 /// Takes the first character of an editor's text away.
 void RemoveFirstSpaceOfRichTextBox(Editor& oRichText);
-/// Removes lines that are empty but for blanks, in place.
-Status DeleteEmptyLinesFromTextFile(const std::string& sFile);
+/// Removes the lines that are empty but for blanks and tabs, each with its end, of whatever kind.
+void DeleteEmptyLinesFromText(std::u16string& text);
 
 /// Rewrites the raw rich text of a temporary file, so that generated list numbers and, under
 /// `bRemoveBlankLines`, paragraph ends at line ends do not take part. `sFile` is the user's file,
-/// for its extension. A file that is not rich text stays as it is. Never fails a load.
+/// for its extension: those of text and of spreadsheets are left alone. A temporary file that is
+/// not rich text stays as it is. Never fails a load.
 void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOptions& options,
                                      const clsMRU& extensions, const std::string& sTempFile,
                                      const std::string& sFile);
+
+/// Whether that would change anything in these bytes.
+bool HasNumberedListOrEmptyLines(std::string_view rtf, bool bRemoveBlankLines);
 
 /// Plain replacement of all occurrences.
 void ReplaceStringFromText(std::string& sText, std::string_view sFind, std::string_view sReplace);

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -61,6 +62,16 @@ Status WriteInPlace(const std::string& path, const std::string& native, std::str
     return Status::Ok();
 }
 
+// A link stays, and what it leads to is replaced; else "/dev/stdout" led to a file would go.
+std::string BehindLinks(const std::string& native) {
+    struct stat facts {};
+    if (lstat(native.c_str(), &facts) != 0 || !S_ISLNK(facts.st_mode))
+        return native;
+    std::error_code error;
+    const std::string target = std::filesystem::canonical(native, error).string();
+    return error ? native : target;
+}
+
 // Reads on to the end, whatever the size says: a device or a FIFO has none.
 bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
     while (true) {
@@ -98,8 +109,12 @@ Result<std::string> ReadWholeFile(const std::string& path) {
 }
 
 Status CheckReadable(const std::string& path) {
-    const Descriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const std::string native = NativePath(path);
     struct stat facts {};
+    // Who writes to a FIFO takes an open for the reader, and its close for the reader's end.
+    if (stat(native.c_str(), &facts) == 0 && S_ISFIFO(facts.st_mode))
+        return access(native.c_str(), R_OK) == 0 ? Status::Ok() : Status(SystemFailure(path));
+    const Descriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.get() < 0 || fstat(file.get(), &facts) != 0)
         return SystemFailure(path);
     if (!S_ISDIR(facts.st_mode))
@@ -113,7 +128,7 @@ Status WriteWholeFile(const std::string& path, std::string_view bytes) {
 }
 
 Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode) {
-    const std::string native = NativePath(path);
+    const std::string native = BehindLinks(NativePath(path));
     struct stat facts {};
     const bool exists = stat(native.c_str(), &facts) == 0;
     if (exists && S_ISDIR(facts.st_mode)) {

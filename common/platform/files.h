@@ -17,8 +17,8 @@ Status CheckReadable(const std::string& path);
 /// Truncates and writes in place; for the program's own temporary files.
 Status WriteWholeFile(const std::string& path, std::string_view bytes);
 /// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old
-/// file as it was and no half file. A target that is not a regular file (a device, a FIFO) is
-/// written in place.
+/// file as it was and no half file. A link stays and what it leads to is replaced. A target that is
+/// not a regular file (a device, a FIFO) is written in place.
 Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode = 0666);
 
 }  // namespace zorvane

@@ -1,0 +1,341 @@
+#include "load/document_loader.h"
+
+#include <fcntl.h>
+#include <filesystem>
+#include <map>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "common/base/text_encoding.h"
+#include "common/process_state.h"
+#include "compare/document/memory_editor.h"
+#include "tests/support/fakes.h"
+
+namespace zorvane {
+namespace {
+
+using namespace std::literals;
+
+class FakeQuestions : public LoadQuestions {
+  public:
+    bool AskYesNo(const std::string& text, const std::string& title) override {
+        asked.push_back(title + "|" + text);
+        return answer;
+    }
+    void ShowMessage(const std::string& text, const std::string& title) override {
+        shown.push_back(title + "|" + text);
+    }
+    std::string BrowseFor(Side) override { return picked; }
+    void PumpEvents() override {}
+    void SetHourglass(bool on) override { hourglasses += on ? 1 : -1; }
+
+    bool answer = false;
+    std::string picked;
+    std::vector<std::string> asked;
+    std::vector<std::string> shown;
+    int hourglasses = 0;
+};
+
+class DocumentLoaderTest : public testing::Test {
+  protected:
+    DocumentLoaderTest() {
+        process_.sLogFile = system_.folder.Path("log");
+        process_.gbCommandLineRunning = true;
+        EXPECT_TRUE(options_.LoadStateFromFile(*profile_).ok());  // the defaults
+        extensions_.Setup(15, *profile_, "x", "txt,log,csv");
+        for (clsMRU* list : {&recent_.original, &recent_.modified})
+            list->Setup(10, *profile_, "r", "-1");
+    }
+    clsRTBDocument& DocumentOf(EditorTarget target) {
+        auto [entry, fresh] = documents_.try_emplace(target);
+        if (fresh)
+            entry->second.Setup(editors_[target], *system_.platform.sound);
+        return entry->second;
+    }
+    bool Load(std::string file, Side side = Side::Original, Reload reload = Reload::WhenChanged) {
+        return loader_.LoadSide(side, file, reload);
+    }
+    bool Load(std::string_view name, std::string_view bytes) {
+        return Load(system_.folder.Write(name, bytes));
+    }
+    std::string Text(EditorTarget target = EditorTarget::Original) {
+        return ToUtf8(DocumentOf(target).RichTB().Text());
+    }
+    std::string Log() const { return system_.folder.Read("log"); }
+
+    FakePlatform system_;
+    ProcessState process_{system_.platform};
+    clsCompareFileOptions options_;
+    CompareFilesSettings settings_;
+    FakeQuestions questions_;
+    PerSide<clsMRU> recent_;
+    clsMRU extensions_;
+    std::unique_ptr<IniProfile> profile_ = MakeMemoryIniProfile();
+    std::map<EditorTarget, MemoryEditor> editors_;
+    std::map<EditorTarget, clsRTBDocument> documents_;
+    DocumentLoader loader_{
+        {process_, options_, settings_, questions_, recent_, extensions_,
+         [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); }}};
+};
+
+struct TextRow {
+    const char* name;
+    const char* file;
+    std::string_view bytes;
+    std::string_view text;
+};
+constexpr TextRow kTextRows[] = {
+    {"empty", "a.txt", ""sv, ""},
+    {"all line ends", "a.txt", "a\nb\rc\r\nd"sv, "a\r\nb\r\nc\r\nd"},
+    {"UTF-8 mark", "a.txt", "\xEF\xBB\xBF\xC3\xA4"sv, "\xC3\xA4"},
+    {"UTF-16 in a text file", "a.txt", "\xFF\xFE{\0\xE4\0"sv, "{\xC3\xA4"},
+    {"UTF-16 in a file of no kind", "a.zzz", "\xFE\xFF\0a\0\n\0b"sv, "a\r\nb"},
+    {"brace first", "a.txt", "{\n}"sv, "{\r\n}"},
+    {"a text file that holds RTF is shown as it is", "a.txt", "{\\rtf1 x}"sv, "{\\rtf1 x}"},
+    {"RTF under any other name is read", "a.zzz", "{\\rtf1 x}"sv, "x"},
+    {"RTF under a document's name", "a.doc", "{\\rtf1 x}"sv, "x"},
+    {"text under a document's name", "a.doc", "just text\n"sv, "just text\r\n"},
+    {"text under an RTF name", "a.rtf", "just text"sv, "just text"},
+    {"a file without an extension", "makefile", "all:\n"sv, "all:\r\n"},
+    {"NUL bytes", "a.txt", "x\0y\n"sv, "x\0y\r\n"sv},
+    {"commas", "a.csv", "a,b\n"sv, "a,b\r\n"},
+    {"soft hyphens", "a.txt",
+     "a\xC2\xAD"
+     "b"sv,
+     "a-b"},
+};
+
+TEST_F(DocumentLoaderTest, TurnsFilesIntoText) {
+    for (const TextRow& row : kTextRows) {
+        SCOPED_TRACE(row.name);
+        ASSERT_TRUE(Load(row.file, row.bytes));
+        EXPECT_EQ(Text(), row.text);
+        EXPECT_FALSE(loader_.bSpaceAddedToTextFile);
+    }
+    EXPECT_EQ(Log(), "");
+    EXPECT_EQ(questions_.hourglasses, 0);
+}
+
+TEST_F(DocumentLoaderTest, KeepsFormattingUnlessItIsToGo) {
+    ASSERT_TRUE(Load("a.rtf", "{\\rtf1 a{\\b b}}"));
+    EXPECT_TRUE(DocumentOf(EditorTarget::Original)
+                    .RichTB()
+                    .Rich({CharPos{1}, 1})
+                    .char_runs.at(0)
+                    .format.bold);
+    EXPECT_FALSE(loader_.bLoadedAsPlainText);
+    options_.bRemoveFormatting.SetData(true);
+    ASSERT_TRUE(Load("a.rtf", "{\\rtf1 x{\\b y}\\'ad}"));
+    EXPECT_EQ(Text(), "xy\xC2\xAD") << "soft hyphens stay when only text is compared";
+    EXPECT_TRUE(loader_.bLoadedAsPlainText);
+}
+
+TEST_F(DocumentLoaderTest, LeavesSoftHyphensInDoubleByteLocales) {
+    process_.translator.gbDoubleByteLocale = true;
+    ASSERT_TRUE(Load("a.txt", "a\xC2\xAD"));
+    EXPECT_EQ(Text(), "a\xC2\xAD");
+}
+
+TEST_F(DocumentLoaderTest, TakesGeneratedListNumbersOutOnlyWhenAsked) {
+    constexpr const char* kNumbered = "{\\rtf1{\\pntext 1.\\tab}one\\par{\\pntext 2.\\tab}two}";
+    ASSERT_TRUE(Load("a.rtf", kNumbered));
+    EXPECT_EQ(Text(), "one\r\ntwo");
+    options_.bModifyOriginalDocuments.SetData(false);
+    ASSERT_TRUE(Load("b.rtf", kNumbered));
+    EXPECT_EQ(Text(), "1.\tone\r\n2.\ttwo");
+    EXPECT_EQ(system_.folder.Read("b.rtf"), kNumbered) << "a user's file is never written";
+}
+
+TEST_F(DocumentLoaderTest, RemovesBlankLinesAndFormattingOfCommas) {
+    options_.bRemoveBlankLines.SetData(true);
+    ASSERT_TRUE(Load("a.zzz",
+                     "\xFF\xFE"
+                     "a\0\r\0 \0\r\0b\0"sv));
+    EXPECT_EQ(Text(), "a\r\nb");
+    EXPECT_FALSE(options_.bRemoveFormatting.Data());
+    ASSERT_TRUE(Load("a.csv", "a\n\n\nb\n"));
+    EXPECT_EQ(Text(), "a\r\nb\r\n");
+    EXPECT_TRUE(options_.bRemoveFormatting.Data());
+}
+
+TEST_F(DocumentLoaderTest, LoadsOtherTargetsAsTheyStand) {
+    options_.bRemoveBlankLines.SetData(true);
+    const std::string file = system_.folder.Write("a.txt", "{\\rtf1 \\b x\\par\\par y}");
+    ASSERT_TRUE(loader_.LoadFileIntoEditor(file, EditorTarget::AllInOneDiff));
+    EXPECT_EQ(Text(EditorTarget::AllInOneDiff), "x\r\n\r\ny");
+    EXPECT_EQ(recent_.original.Count(), 0);
+}
+
+struct FailureRow {
+    const char* name;
+    const char* file;
+    std::string_view bytes;
+    const char* words;
+    const char* reason;
+};
+constexpr FailureRow kFailureRows[] = {
+    {"a ZIP document", "a.docx", "PK\x03\x04zip"sv, "Unable to convert Word file.", "RTF first"},
+    {"a binary document", "a.doc", "\xD0\xCF\x11\xE0\0\0"sv, "Unable to convert Word file.",
+     "RTF first"},
+    {"markup under a document's name", "a.doc", "<html>"sv, "Unable to convert Word file.",
+     "bHTMLCompareSource"},
+    {"HTML", "a.html", "x"sv, "Unable to convert Word file.", "bHTMLCompareSource"},
+    {"a workbook", "a.xlsx", "x"sv, "Unable to convert spreadsheet.", "spreadsheets"},
+    {"PDF", "a.pdf", "%PDF-1.7"sv, "Unable to convert PDF file.", "PDF"},
+    {"slides", "a.pptx", "x"sv, "Unable to convert PPT file.", "slides"},
+};
+
+TEST_F(DocumentLoaderTest, TellsWhichFileCannotBeReadAndWhy) {
+    for (const FailureRow& row : kFailureRows) {
+        SCOPED_TRACE(row.name);
+        std::filesystem::remove(process_.sLogFile);
+        loader_.bForceReload = {false, false};
+        EXPECT_FALSE(Load(row.file, row.bytes));
+        const std::string head = "LoadFileIntoEditor(): "s + row.words;
+        EXPECT_TRUE(Log().starts_with(head)) << Log();
+        EXPECT_NE(Log().find("\n\n" + system_.folder.Path(row.file) + "\n"), std::string::npos)
+            << Log();
+        EXPECT_NE(Log().find(row.reason), std::string::npos) << Log();
+        EXPECT_TRUE(loader_.bForceReload.original && loader_.bForceReload.modified);
+    }
+    options_.bHTMLCompareSource.SetData(true);
+    ASSERT_TRUE(Load("a.html", "<b>"));
+    EXPECT_EQ(Text(), "<b>");
+}
+
+TEST_F(DocumentLoaderTest, TellsWhyAFileIsMissing) {
+    const std::string missing = system_.folder.Path("none.txt");
+    EXPECT_FALSE(Load(missing));
+    EXPECT_EQ(Log(), "File does not exist:\r\n\r\n" + missing + "\r\n");
+    std::filesystem::remove(process_.sLogFile);
+    EXPECT_FALSE(Load(system_.folder.Path()));
+    EXPECT_NE(Log().find(": Is a directory"), std::string::npos) << Log();
+    std::filesystem::remove(process_.sLogFile);
+    EXPECT_FALSE(Load(system_.folder.Write("file", "") + "/a.txt"));
+    EXPECT_NE(Log().find(": Not a directory"), std::string::npos) << Log();
+    EXPECT_FALSE(loader_.LoadFileIntoEditor("", EditorTarget::Original));
+    EXPECT_NE(Log().find("Unable to load file. Filename empty"), std::string::npos);
+    EXPECT_TRUE(questions_.shown.empty()) << "a command line is never asked nor shown anything";
+}
+
+TEST_F(DocumentLoaderTest, AsksForAFileWhenNoneIsSelected) {
+    process_.gbCommandLineRunning = false;
+    std::string file = " ";
+    EXPECT_FALSE(loader_.LoadModifiedFile(file, Reload::WhenChanged));
+    EXPECT_EQ(questions_.asked,
+              std::vector{"Error|No modified file has been selected. Select now?"s});
+    questions_.answer = true;
+    EXPECT_FALSE(loader_.LoadOriginalFile(file, Reload::WhenChanged)) << "nothing was picked";
+    questions_.picked = system_.folder.Write("picked.txt", "p");
+    EXPECT_TRUE(loader_.LoadOriginalFile(file, Reload::WhenChanged));
+    EXPECT_EQ(file, questions_.picked);
+    EXPECT_EQ(options_.sFileOriginal.Data(), file);
+    EXPECT_EQ(recent_.original.Items(), std::vector{file});
+    file = "none.txt";
+    EXPECT_FALSE(loader_.LoadOriginalFile(file, Reload::WhenChanged));
+    EXPECT_EQ(questions_.shown, std::vector{"Error|File does not exist:\r\n\r\nnone.txt"s});
+}
+
+// An edit in the editor tells whether a load was skipped.
+TEST_F(DocumentLoaderTest, SkipsAFileThatIsAsItWasLoaded) {
+    const std::string file = system_.folder.Write("a.txt", "a");
+    const auto loads_again = [&](Reload reload) {
+        DocumentOf(EditorTarget::Original).RichTB().SetText(u"edited");
+        EXPECT_TRUE(Load(file, Side::Original, reload));
+        return Text() != "edited";
+    };
+    EXPECT_TRUE(Load(file));
+    EXPECT_FALSE(loads_again(Reload::WhenChanged));
+    EXPECT_TRUE(loads_again(Reload::Forced));
+    EXPECT_FALSE(Load(system_.folder.Write("m.pdf", ""), Side::Modified));
+    EXPECT_TRUE(loads_again(Reload::WhenChanged)) << "a failed load of one side forces both";
+    EXPECT_FALSE(loads_again(Reload::WhenChanged));
+    system_.folder.Write("a.txt", "changed");
+    EXPECT_TRUE(loads_again(Reload::WhenChanged));
+    options_.bOptimizeFileLoading.SetData(false);
+    EXPECT_TRUE(loads_again(Reload::WhenChanged));
+}
+
+TEST_F(DocumentLoaderTest, ReadsAPipeOnce) {
+    for (const char* name : {"pipe.txt", "pipe.doc", "pipe"}) {
+        const std::string pipe = system_.folder.Path(name);
+        ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+        std::thread writer([&] {
+            const int end = open(pipe.c_str(), O_WRONLY);
+            EXPECT_EQ(write(end, "from a pipe", 11), 11);
+            close(end);
+        });
+        EXPECT_TRUE(Load(pipe));
+        writer.join();
+        EXPECT_EQ(Text(), "from a pipe");
+    }
+}
+
+TEST_F(DocumentLoaderTest, AdvisesOnceWhateverTheAnswer) {
+    const PerSide<std::string> slides{"a.txt", "b.PPTX"};
+    loader_.WarnIfPPTAndRetainingFormatting(slides);
+    loader_.WarnIfPPTAndRetainingFormatting(slides);
+    ASSERT_EQ(questions_.asked.size(), 1U);
+    EXPECT_EQ(questions_.asked[0],
+              "Compare|When comparing PPT, it is best to remove formatting and do a textual "
+              "compare.  Remove formatting?");
+    EXPECT_TRUE(settings_.bWarnedAboutPPTAlready);
+    EXPECT_FALSE(options_.bRemoveFormatting.Data());
+    // ".XML" counts on the modified side alone.
+    loader_.WarnIfHTMLAndRetainingFormatting({"a.xml", "b.txt"});
+    EXPECT_EQ(questions_.asked.size(), 1U);
+    questions_.answer = true;
+    loader_.WarnIfHTMLAndRetainingFormatting({"a.txt", "b.xml"});
+    EXPECT_EQ(questions_.asked.size(), 2U);
+    EXPECT_TRUE(options_.bRemoveFormatting.Data());
+    settings_.mnuWordWrap = true;
+    loader_.WarnIfXLSAndWordWrapIsTrue({"a.xlsx", "b"});
+    EXPECT_FALSE(settings_.mnuWordWrap);
+    EXPECT_EQ(questions_.shown.size(), 3U);
+}
+
+// ---- documents from outside ----
+
+std::string Corpus(const std::string& name) {
+    return ZORVANE_CORPUS "/"s + name;
+}
+
+TEST_F(DocumentLoaderTest, ReadsOneTextInAllItsEncodings) {
+    const std::vector<std::vector<std::string>> same_texts = {
+        {"german-utf8", "german-utf8-bom", "german-utf16le-bom", "german-utf16be-bom",
+         "german-cp1252", "german-lf-only"},
+        {"russian-cp1251", "russian-koi8r"},
+        {"japanese-eucjp", "japanese-shiftjis"}};
+    if (!std::filesystem::exists(Corpus("text")))
+        GTEST_SKIP() << "no documents";
+    for (const std::vector<std::string>& names : same_texts) {
+        std::string first;
+        for (const std::string& name : names) {
+            SCOPED_TRACE(name);
+            ASSERT_TRUE(Load(Corpus("text/" + name + ".txt")));
+            if (first.empty())
+                first = Text();
+            EXPECT_EQ(Text(), first);
+            EXPECT_EQ(Text().find("\xEF\xBF\xBD"), std::string::npos);
+        }
+    }
+}
+
+TEST_F(DocumentLoaderTest, ReadsRichTextWithoutItsMarkup) {
+    if (!std::filesystem::exists(Corpus("rtf")))
+        GTEST_SKIP() << "no documents";
+    for (const auto& entry : std::filesystem::directory_iterator(Corpus("rtf"))) {
+        SCOPED_TRACE(entry.path().string());
+        ASSERT_TRUE(Load(entry.path().string()));
+        const std::string rich = Text();
+        EXPECT_NE(rich, "");
+        EXPECT_EQ(rich.find("\\par"), std::string::npos);
+        EXPECT_EQ(rich.find("{\\"), std::string::npos);
+    }
+}
+
+}  // namespace
+}  // namespace zorvane
