@@ -235,6 +235,8 @@ std::string GuessByContent(std::string_view bytes) {
         name = uchardet_get_charset(detector);
     }
     uchardet_delete(detector);
+    if (name == "UHC")  // the one library's name for what the other calls by its code page
+        return "windows-949";
     return name == "ASCII" || name == "UTF-8" ? std::string() : name;
 }
 

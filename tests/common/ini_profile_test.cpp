@@ -1,0 +1,77 @@
+#include "common/platform/ini_profile.h"
+
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/temp_folder.h"
+
+namespace zorvane {
+namespace {
+
+TEST(IniProfile, ReadsAsPrivateProfilesDo) {
+    const TempFolder folder;
+    const auto file = OpenIniProfile(folder.Write(
+        "a.ini",
+        "stray=1\r\n[Main]\r\n Key = value with = and ; \r\n; c=comment\r\nquoted=\" x \"\r\n"
+        "key=second\r\nempty=\r\n[ other ]\nKey=o\n"));
+    EXPECT_EQ(file->Read("main", "KEY", "d"), "value with = and ;");
+    EXPECT_EQ(file->Read("Main", "quoted", "d"), " x ");
+    EXPECT_EQ(file->Read("Main", "empty", "d"), "");
+    EXPECT_EQ(file->Read("Main", "missing", " d "), "d");
+    EXPECT_EQ(file->Read("Main", "stray", "d"), "d");
+    EXPECT_EQ(file->Read("Main", "; c", "d"), "d");
+}
+
+TEST(IniProfile, CutsLongValuesAtWholeCharacters) {
+    const auto file = MakeMemoryIniProfile();
+    file->Write("s", "k", std::string(600, 'x'));
+    EXPECT_EQ(file->Read("s", "k", "").size(), 499U);
+    file->Write("s", "k", std::string(498, 'x') + "ä");
+    EXPECT_EQ(file->Read("s", "k", ""), std::string(498, 'x'));
+    file->Write("s", "k", "one\ntwo");
+    EXPECT_EQ(file->Read("s", "k", ""), "one");
+}
+
+TEST(IniProfile, KeepsWhatItDoesNotKnow) {
+    const TempFolder folder;
+    const std::string path = folder.Write("a.ini", "; head\n[A]\nx=1\n\n[B]\ny=2\nodd line\n");
+    const auto file = OpenIniProfile(path);
+    file->Write("A", "X", "3");
+    file->Write("A", "new", "4");
+    file->Write("C", "z", "5");
+    ASSERT_TRUE(file->Flush().ok());
+    EXPECT_EQ(folder.Read("a.ini"),
+              "; head\r\n[A]\r\nx=3\r\nnew=4\r\n\r\n[B]\r\ny=2\r\nodd line\r\n[C]\r\nz=5\r\n");
+    struct stat facts {};
+    ASSERT_EQ(stat(path.c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_mode & 0777U, 0600U) << "passwords stand in it";
+}
+
+TEST(IniProfile, TheLastWriterWinsKeyByKey) {
+    const TempFolder folder;
+    const auto first = OpenIniProfile(folder.Path("a.ini"));
+    const auto second = OpenIniProfile(folder.Path("a.ini"));
+    first->Write("S", "both", "1");
+    first->Write("S", "mine", "1");
+    second->Write("S", "both", "2");
+    second->Write("S", "yours", "2");
+    ASSERT_TRUE(first->Flush().ok());
+    ASSERT_TRUE(second->Flush().ok());
+    const auto reader = OpenIniProfile(folder.Path("a.ini"));
+    EXPECT_EQ(reader->Read("S", "both", ""), "2");
+    EXPECT_EQ(reader->Read("S", "mine", ""), "1");
+    EXPECT_EQ(reader->Read("S", "yours", ""), "2");
+}
+
+TEST(IniProfile, AFailedFlushSaysWhere) {
+    const auto file = OpenIniProfile("/no/such/folder/a.ini");
+    file->Write("S", "k", "v");
+    const Status status = file->Flush();
+    ASSERT_FALSE(status.ok());
+    EXPECT_NE(status.failure().reason.find("/no/such/folder/a.ini"), std::string::npos);
+    EXPECT_EQ(file->Read("S", "k", ""), "v");
+}
+
+}  // namespace
+}  // namespace zorvane

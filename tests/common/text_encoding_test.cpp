@@ -1,0 +1,159 @@
+#include "common/base/text_encoding.h"
+
+#include <filesystem>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "common/platform/files.h"
+
+namespace zorvane {
+namespace {
+
+struct Utf8Row {
+    const char* name;
+    std::string bytes;
+    std::u16string text;
+    bool valid;
+};
+const Utf8Row kUtf8Rows[] = {
+    {"nothing", "", u"", true},
+    {"ASCII of many lengths", "0123456789abcdefg", u"0123456789abcdefg", true},
+    {"two, three and four bytes", "ä€😀", u"ä€😀", true},
+    {"behind a long run", "12345678ä", u"12345678ä", true},
+    {"a lone continuation", "a\x80z", u"a\uFFFDz", false},
+    {"cut off", "a\xE2\x82", u"a\uFFFD\uFFFD", false},
+    {"overlong", "\xC0\xAF", u"\uFFFD\uFFFD", false},
+    {"a surrogate", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD", false},
+    {"beyond Unicode", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD", false},
+};
+TEST(TextEncoding, ReadsUtf8) {
+    for (const Utf8Row& row : kUtf8Rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(ToUtf16(row.bytes), row.text);
+        EXPECT_EQ(IsValidUtf8(row.bytes), row.valid);
+        if (row.valid) {
+            EXPECT_EQ(ToUtf8(row.text), row.bytes);
+            EXPECT_EQ(Utf8Length(row.text), row.bytes.size());
+        }
+    }
+    EXPECT_EQ(ToUtf8(u"a\xD800z"), "a\uFFFDz") << "an unpaired half";
+}
+
+TEST(TextEncodingProperty, Utf8RoundTrips) {
+    std::mt19937 random(2);
+    for (int round = 0; round < 200; ++round) {
+        std::u16string text;
+        for (unsigned i = 0; i < random() % 40; ++i) {
+            const auto unit = static_cast<char16_t>(random() % 0x10000);
+            text += unit >= 0xD800 && unit < 0xE000 ? u"\U00010348" : std::u16string(1, unit);
+        }
+        EXPECT_EQ(ToUtf16(ToUtf8(text)), text);
+    }
+}
+
+struct PageRow {
+    std::int32_t page;
+    std::string bytes;
+    std::u16string text;
+};
+TEST(TextEncoding, ReadsCodePages) {
+    const PageRow rows[] = {
+        {1252, "\x80\xE4\x9F", u"€äŸ"},
+        {1251, "\xCF\xF0", u"Пр"},
+        {932, "\x93\xFA\x96\x7B", u"日本"},
+        {936, "\xD6\xD0", u"中"},
+        {949, "\xC7\xD1", u"한"},
+        {950, "\xA4\xA4", u"中"},
+        {437, "\x84", u"ä"},
+        {10000, "\x8A", u"ä"},
+        {65001, "ä", u"ä"},
+        {31337, "\xE4", u"ä"},
+    };
+    for (const PageRow& row : rows) {
+        SCOPED_TRACE(row.page);
+        EXPECT_EQ(DecodeCodePage(row.bytes, CodePage{row.page}), row.text);
+    }
+    EXPECT_EQ(EncodeCodePage(u"Пр", CodePage{1251}), "\xCF\xF0");
+    EXPECT_FALSE(EncodeCodePage(u"日", CodePage{1251}).has_value());
+    EXPECT_TRUE(IsLeadByte(CodePage{932}, 0x83));
+    EXPECT_FALSE(IsLeadByte(CodePage{1252}, 0x83));
+}
+
+struct DetectRow {
+    const char* name;
+    std::string bytes;
+    const char* locale;
+    const char* encoding;
+    std::u16string text;
+};
+TEST(TextEncoding, DetectsInItsOrder) {
+    const DetectRow rows[] = {
+        {"a mark", "\xEF\xBB\xBFx", "", "UTF-8", u"x"},
+        {"UTF-16 with a mark", std::string("\xFF\xFEx\0", 4), "", "UTF-16LE", u"x"},
+        {"the other order", std::string("\xFE\xFF\0x", 4), "", "UTF-16BE", u"x"},
+        {"UTF-16 by its look", std::string("a\0b\0c\0", 6), "", "UTF-16LE", u"abc"},
+        {"UTF-8 by its form", "zwölf", "ISO-8859-1", "UTF-8", u"zwölf"},
+        {"nothing", "", "", "UTF-8", u""},
+        {"no form at all", "\xFF", "", "WINDOWS-1252", u"ÿ"},
+    };
+    for (const DetectRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const DetectedEncoding detected = DetectEncoding(row.bytes, row.locale);
+        EXPECT_EQ(ToUpper(detected.name), row.encoding);
+        EXPECT_EQ(DecodeText(row.bytes, detected), row.text);
+    }
+}
+
+TEST(TextEncoding, MakesOneKindOfBreak) {
+    EXPECT_EQ(NormalizeBreaks(u"a\nb\rc\r\nd\r\r\n\n"), u"a\r\nb\r\nc\r\nd\r\n\r\n\r\n");
+    EXPECT_EQ(NormalizeBreaks(u""), u"");
+    EXPECT_EQ(NormalizeBreaks(u"\r"), u"\r\n");
+}
+
+TEST(TextEncoding, FoldsAndTrims) {
+    EXPECT_EQ(FoldCase(u"ÄßΣ😀"), FoldCase(u"äßσ😀"));
+    EXPECT_EQ(ToUpper("äbc"), "ÄBC");
+    EXPECT_EQ(ToLower("ÄBC"), "äbc");
+    EXPECT_EQ(Trim(" \t a b \r\n"), "a b");
+    EXPECT_EQ(Trim(" "), "");
+}
+
+struct CorpusRow {
+    const char* file;
+    const char16_t* holds;
+};
+TEST(TextEncodingCorpus, ReadsRealTexts) {
+    const std::string folder = std::string(ZORVANE_CORPUS) + "/text/";
+    if (!std::filesystem::exists(folder))
+        GTEST_SKIP() << "no documents";
+    std::u16string german;
+    for (const char* name : {"german-utf8.txt", "german-utf8-bom.txt", "german-utf16le-bom.txt",
+                             "german-utf16be-bom.txt", "german-cp1252.txt", "german-lf-only.txt"}) {
+        SCOPED_TRACE(name);
+        const Result<std::string> bytes = ReadWholeFile(folder + name);
+        ASSERT_TRUE(bytes.ok());
+        const std::u16string text =
+            NormalizeBreaks(DecodeText(bytes.value(), DetectEncoding(bytes.value(), "")));
+        if (german.empty())
+            german = text;
+        EXPECT_EQ(text, german);
+    }
+    for (const CorpusRow& row : {CorpusRow{"japanese-shiftjis.txt", u"\u5951\u7D04"},
+                                 {"japanese-eucjp.txt", u"\u5951\u7D04"},
+                                 {"korean-euckr.txt", u"\uB2E4"},
+                                 {"russian-cp1251.txt", u"\u0438"},
+                                 {"russian-koi8r.txt", u"\u0438"},
+                                 {"chinese-big5.txt", u"\u7684"},
+                                 {"chinese-gb18030.txt", u"\u7684"}}) {
+        SCOPED_TRACE(row.file);
+        const Result<std::string> bytes = ReadWholeFile(folder + row.file);
+        ASSERT_TRUE(bytes.ok());
+        const std::u16string text = DecodeText(bytes.value(), DetectEncoding(bytes.value(), ""));
+        EXPECT_NE(text.find(row.holds), std::u16string::npos) << ToUtf8(text).substr(0, 200);
+        EXPECT_EQ(text.find(u'\uFFFD'), std::u16string::npos);
+    }
+}
+
+}  // namespace
+}  // namespace zorvane

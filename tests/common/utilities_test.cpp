@@ -1,0 +1,205 @@
+#include <filesystem>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "common/file_utilities.h"
+#include "common/path_tokens.h"
+#include "common/platform/files.h"
+#include "common/platform/native_path.h"
+#include "common/string_utilities.h"
+#include "tests/support/fakes.h"
+
+namespace zorvane {
+namespace {
+
+struct SpanRow {
+    std::int64_t seconds;
+    TimeSpanStyle style;
+    const char* text;
+};
+TEST(StringUtilities, TellsTimeSpans) {
+    const SpanRow rows[] = {
+        {3661, TimeSpanStyle::Words, "1hr 01min 01sec "},
+        {7322, TimeSpanStyle::Words, "2hrs 02mins 02secs"},
+        {86400, TimeSpanStyle::Words, "1 day 0hrs 00mins 00secs"},
+        {0, TimeSpanStyle::Colons, "0:00:00"},
+        {359999, TimeSpanStyle::Letters, "4d 3h 59m 59s"},
+    };
+    for (const SpanRow& row : rows)
+        EXPECT_EQ(sTimeSpan(row.seconds, row.style), row.text);
+}
+
+TEST(StringUtilities, ReplacesDateTokens) {
+    setenv("TZ", "UTC", 1);
+    tzset();
+    const auto time = std::chrono::system_clock::from_time_t(1700000000);  // 2023-11-14 22:13:20
+    EXPECT_EQ(ReplaceDateTokens("r[YMD]-[HIS].htm", time), "r20231114-221320.htm");
+    EXPECT_EQ(ReplaceDateTokens("[Y][M][D][MDY][H][I][S]", time), "2023111411142023221320");
+    EXPECT_EQ(ReplaceDateTokens("[y][Q]", time), "[y][Q]");
+    EXPECT_EQ(ReplaceDateTokens("", time), "");
+    EXPECT_EQ(sMakeTimeStamp(time), "2023/11/14 22:13:20");
+    ASSERT_TRUE(ParseTimeStamp("2023/11/14 22:13:20").ok());
+    EXPECT_EQ(ParseTimeStamp("2023/11/14 22:13:20").value(), time);
+    EXPECT_FALSE(ParseTimeStamp("yesterday").ok());
+}
+
+TEST(StringUtilities, ReadsNumbersOfTwoLocales) {
+    EXPECT_EQ(dSafeCDbl("1.5", 0), 1.5);
+    EXPECT_EQ(dSafeCDbl("1,5", 0), 1.5);
+    EXPECT_EQ(dSafeCDbl("x", 7), 7);
+    EXPECT_EQ(dSafeCDbl("", 7), 7);
+}
+
+TEST(StringUtilities, TicksByTwo) {
+    ProgressTicker ticker;
+    const std::string dots(60, '.');
+    EXPECT_EQ(ticker.sProgressTicker(dots), "");
+    EXPECT_EQ(ticker.sProgressTicker(dots), "..");
+    for (int i = 2; i <= 30; ++i)
+        EXPECT_EQ(ticker.sProgressTicker(dots).size(), static_cast<std::size_t>(2 * i));
+    EXPECT_EQ(ticker.sProgressTicker(dots), "") << "from the beginning again";
+}
+
+TEST(PathTokens, ExpandOneKindOnly) {
+    FakeFolders folders("/r");
+    EXPECT_EQ(sExpandPathTokens(folders, " %appdata%\\x%APPDATA% "), "/r/26\\x/r/26");
+    EXPECT_EQ(sExpandPathTokens(folders, "%UserProfile%%appdata%"), "/r/40%appdata%");
+    EXPECT_EQ(sExpandPathTokens(folders, "%HOMEPATH%\\a"), "%HOMEPATH%\\a") << "kept so";
+    EXPECT_EQ(sExpandPathTokens(folders, "%WINDIR%"), "%WINDIR%") << "no such folder";
+    EXPECT_EQ(sExpandPathTokens(folders, "plain"), "plain");
+}
+
+struct PathRow {
+    const char* path;
+    const char* native;
+    const char* parent;
+    const char* name;
+    const char* extension;
+};
+TEST(NativePath, TakesBothSeparatorsAndDrives) {
+    const PathRow rows[] = {
+        {"c:\\a\\b.txt", "/a/b.txt", "c:\\a", "b.txt", "txt"},
+        {"a\\b/c", "a/b/c", "a\\b", "c", ""},
+        {"/x.y", "/x.y", "/", "x.y", "y"},
+        {"name", "name", "", "name", ""},
+        {"a.b\\c", "a.b/c", "a.b", "c", ""},
+    };
+    for (const PathRow& row : rows) {
+        SCOPED_TRACE(row.path);
+        EXPECT_EQ(NativePath(row.path), row.native);
+        EXPECT_EQ(ParentOf(row.path), row.parent);
+        EXPECT_EQ(FileNameOf(row.path), row.name);
+        EXPECT_EQ(ExtensionOf(row.path), row.extension);
+    }
+    const TempFolder folder;
+    const std::string odd = folder.Write("a\\b", "x");
+    EXPECT_EQ(NativePath(odd), odd) << "a POSIX name may hold a backslash";
+    EXPECT_EQ(JoinPath("a\\b", "c"), "a\\b\\c");
+    EXPECT_EQ(JoinPath("a/", "c"), "a/c");
+}
+
+TEST(Files, ReplaceWholeOrNotAtAll) {
+    const TempFolder folder;
+    const std::string path = folder.Write("f", "old");
+    chmod(path.c_str(), 0640);
+    ASSERT_TRUE(ReplaceFile(path, "new").ok());
+    EXPECT_EQ(folder.Read("f"), "new");
+    struct stat facts {};
+    stat(path.c_str(), &facts);
+    EXPECT_EQ(facts.st_mode & 0777U, 0640U) << "the mode stays";
+    EXPECT_FALSE(ReplaceFile(folder.Path(), "x").ok()) << "a folder";
+    const Status full = ReplaceFile("/dev/full", "x");
+    ASSERT_FALSE(full.ok());
+    EXPECT_EQ(full.failure().reason, "/dev/full: No space left on device");
+    EXPECT_FALSE(ReplaceFile(folder.Path("no/f"), "x").ok());
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1)
+        << "nothing half written is left";
+}
+
+TEST(Files, ReadsWhateverHasBytes) {
+    const TempFolder folder;
+    EXPECT_EQ(ReadWholeFile(folder.Write("e", "")).value(), "");
+    EXPECT_EQ(ReadWholeFile("/dev/null").value(), "");
+    EXPECT_EQ(ReadWholeFile(folder.Path()).failure().reason, folder.Path() + ": Is a directory");
+    EXPECT_FALSE(CheckReadable(folder.Path("none")).ok());
+    EXPECT_TRUE(CheckReadable(folder.Path("e")).ok());
+}
+
+TEST(FileUtilities, AnswersAboutFilesAndFolders) {
+    const TempFolder folder;
+    const std::string file = folder.Write("f.txt", "x");
+    EXPECT_TRUE(bFileExists(" " + file + " "));
+    EXPECT_FALSE(bFileExists(folder.Path()));
+    EXPECT_FALSE(bFileExists(""));
+    EXPECT_TRUE(bDirectoryExists(folder.Path()));
+    EXPECT_FALSE(bDirectoryExists(file));
+    MakeDirectoryTree(folder.Path("a\\b\\c"));
+    EXPECT_TRUE(bDirectoryExists(folder.Path("a/b/c")));
+    EXPECT_EQ(sGetFolderPart("a\\b"), "a\\");
+    EXPECT_EQ(sGetFolderPart("b"), "");
+    EXPECT_EQ(sStripTrailingBackslash("a\\"), "a");
+    FakeClock clock;
+    EXPECT_TRUE(bFolderIsWritable(folder.Path(), clock));
+    EXPECT_FALSE(bFolderIsWritable(folder.Path("none"), clock));
+}
+
+TEST(FileUtilities, RetriesADeleteForTwentySeconds) {
+    FakeClock clock;
+    EXPECT_TRUE(DeleteFileWithRetry(clock, "/no/such/file"));
+    EXPECT_EQ(clock.ticks, 0U);
+    EXPECT_FALSE(DeleteFileWithRetry(clock, "/proc/self/status"));
+    EXPECT_EQ(clock.ticks, 20000U);
+}
+
+TEST(FileUtilities, CopiesOverAProtectedTarget) {
+    const TempFolder folder;
+    const std::string from = folder.Write("a", "new");
+    const std::string to = folder.Write("b", "old");
+    chmod(to.c_str(), 0400);
+    ASSERT_TRUE(CopyFileReplacingReadOnly(from, to).ok());
+    EXPECT_EQ(folder.Read("b"), "new");
+    ASSERT_TRUE(MoveFileByCopy(from, folder.Path("c")).ok());
+    EXPECT_FALSE(bFileExists(from));
+}
+
+TEST(FileUtilities, MakesFreeNames) {
+    FakeTempFiles temp_files;
+    const TempFolder folder;
+    const std::string name = sMakeTempFileName(temp_files, folder.Path(), " ab ", "");
+    EXPECT_EQ(FileNameOf(name).size(), std::string("ab123456.TMP").size());
+    EXPECT_TRUE(FileNameOf(name).starts_with("ab"));
+    EXPECT_EQ(sMakeTempFileName(temp_files, folder.Path(), "abcdefgh", "x"),
+              folder.Path("abcdefgh.x"));
+    folder.Write("abcdefgh.x", "");
+    EXPECT_EQ(sMakeTempFileName(temp_files, folder.Path(), "abcdefgh", "x"), "");
+    EXPECT_TRUE(GetTempNameWithDocExtension(temp_files, "ZV_").ends_with(".DOC"));
+}
+
+// A run that is stopped leaves no temporary files, and dies of the signal.
+TEST(TempFiles, AreGoneAfterASignal) {
+    const TempFolder folder;
+    for (const int number : {SIGINT, SIGTERM}) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            setenv("TMPDIR", folder.Path().c_str(), 1);
+            Platform platform = MakePosixPlatform();
+            const Result<std::string> name = platform.temp_files->NewName("a", "b");
+            const bool made = name.ok() && WriteWholeFile(name.value(), "x").ok();
+            raise(made ? number : SIGKILL);
+            _exit(0);
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status));
+        EXPECT_EQ(WTERMSIG(status), number);
+        EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+    }
+}
+
+}  // namespace
+}  // namespace zorvane
