@@ -73,6 +73,8 @@ class VestrelX {
     /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by
     /// side.
     ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags);
+    /// What the system said when the last report could not be written: the file and the reason.
+    const Status& getReportStatus() const;
 
     /// Checks expressions as `putFilterExpression` takes them, without a compare.
     static Status CheckFilterExpression(const std::string& expressions);
