@@ -60,6 +60,9 @@ class VestrelX {
     /// and after `CompareText` as long as its texts live.
     std::string_view MasterLine(std::int32_t number) const;
     std::string_view SourceLine(std::int32_t number) const;
+    /// Whether a line of the last compare was an empty one that is ignored. Such lines may stand on
+    /// one side alone without a record.
+    bool IsIgnoredLine(std::string_view line) const;
     /// Size of both texts of the last compare.
     std::size_t TextBytes() const;
 
