@@ -1,11 +1,13 @@
 #include "reports/report_driver.h"
 
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "common/base/text_encoding.h"
 #include "common/file_utilities.h"
 #include "common/log_message.h"
+#include "common/path_tokens.h"
 #include "common/platform/native_path.h"
 #include "common/process_state.h"
 #include "common/string_utilities.h"
@@ -36,14 +38,22 @@ void Log(ReportSource& source, const std::string& text) {
     LogMessage(source.Process(), text);
 }
 
-void LogTarget(ReportSource& source, const char* what, const std::string& file) {
+// The system's own words, if any, come on a line behind.
+void LogTarget(ReportSource& source, const char* what, const std::string& file,
+               const std::string& reason) {
     ProcessState& process = source.Process();
-    Log(source, process.Translate(what) + ": " + file + "\r\n\r\n" + process.Translate(kCheckPath));
+    std::string text =
+        process.Translate(what) + ": " + file + "\r\n\r\n" + process.Translate(kCheckPath);
+    if (!reason.empty())
+        text += "\r\n" + reason;
+    Log(source, text);
 }
 
 void LogResult(ReportSource& source, ReportResult result, const std::string& file) {
+    const Status& status = source.Engine().getReportStatus();
+    const std::string reason = status.ok() ? std::string() : status.failure().reason;
     if (result == ReportResult::TargetNotCreated) {
-        LogTarget(source, "Unable to create target file", file);
+        LogTarget(source, "Unable to create target file", file, reason);
         return;
     }
     for (const ResultRow& row : kResults) {
@@ -58,22 +68,45 @@ bool IsInput(ReportSource& source, const std::string& file) {
            IsSameFile(file, options.sFileModified.Data());
 }
 
+// A folder that nobody may write to, or not this user; root is held back by the first alone.
+bool IsReadOnly(const std::string& native_folder) {
+    struct stat facts {};
+    constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+    return stat(native_folder.c_str(), &facts) == 0 &&
+           ((facts.st_mode & kAnyWrite) == 0 || access(native_folder.c_str(), W_OK) != 0);
+}
+
+// A device or a FIFO can be written in a folder that cannot.
+bool IsSpecialFile(const std::string& file) {
+    struct stat facts {};
+    return stat(NativePath(file).c_str(), &facts) == 0 && !S_ISREG(facts.st_mode) &&
+           !S_ISDIR(facts.st_mode);
+}
+
+// The folder that the report will really stand in, behind links.
+std::filesystem::path FolderOf(const std::string& file) {
+    std::filesystem::path native = NativePath(file);
+    std::error_code error;
+    if (std::filesystem::is_symlink(native, error)) {
+        const std::filesystem::path target = std::filesystem::canonical(native, error);
+        if (!error)
+            native = target;
+    }
+    return native.has_parent_path() ? native.parent_path() : ".";
+}
+
 // False when the folder of the report cannot be had; the reason has been told.
 bool PrepareFolder(ReportSource& source, const std::string& file) {
-    std::string folder(ParentOf(file));
-    if (folder.empty())
-        folder = ".";
-    if (!bDirectoryExists(folder))
-        MakeDirectoryTree(folder);
-    if (!bDirectoryExists(folder)) {
-        LogTarget(source, "Unable to create target folder", file);
+    const std::filesystem::path native = FolderOf(file);
+    std::error_code error;
+    std::filesystem::create_directories(native, error);
+    std::error_code no_folder;
+    if (!std::filesystem::is_directory(native, no_folder)) {
+        const std::string reason = error ? error.message() : "Not a directory";
+        LogTarget(source, "Unable to create target folder", file, native.string() + ": " + reason);
         return false;
     }
-    struct stat facts {};
-    const std::string native = NativePath(folder);
-    const bool read_only = stat(native.c_str(), &facts) == 0 && access(native.c_str(), W_OK) != 0;
-    // A target such as a device can be written in a folder that cannot.
-    if (read_only && !bFileExists(file)) {
+    if (IsReadOnly(native) && !IsSpecialFile(file)) {
         Log(source, source.Process().Translate("Report folder is read only. Change the report "
                                                "folder in the 'Report Options' tab."));
         return false;
@@ -130,10 +163,13 @@ void Open(ReportSource& source, const DefaultReport& report, const std::string& 
 
 // A word-processor report that could not be written goes to a temporary name, and later ones too.
 ReportResult FallBack(ReportSource& source, const DefaultReport& report, Launch launch) {
-    std::string temporary =
-        GetTempNameWithDocExtension(*source.Process().platform.temp_files, "ZV_");
-    const ReportResult result = CreateReport(source, temporary, report.type, 0);
     ProcessState& process = source.Process();
+    TempFiles& temp_files = *process.platform.temp_files;
+    // Not in the private folder, which goes with the process: the setting names this file later.
+    const Result<std::string> folder = temp_files.LastingFolder();
+    std::string temporary =
+        sMakeTempFileName(temp_files, folder.ok() ? folder.value() : "", "ZV_", "DOC");
+    const ReportResult result = CreateReport(source, temporary, report.type, 0);
     if (result != ReportResult::Ok) {
         source.ShowReportMessage(
             process.Translate("Unable to save report") + ": " +
@@ -181,7 +217,8 @@ ReportLook ReportLookOf(const clsCompareFileOptions& options) {
 
 ReportResult CreateReport(ReportSource& source, std::string& file, ReportType type,
                           std::int32_t style) {
-    file = ReplaceDateTokens(file, source.Process().platform.clock->Now());
+    Platform& platform = source.Process().platform;
+    file = ReplaceDateTokens(sExpandPathTokens(*platform.folders, file), platform.clock->Now());
     if (IsInput(source, file)) {
         Log(source, file + ": this is one of the two compared files; the report is not written");
         return type == ReportType::Document ? ReportResult::TargetNotWritten

@@ -129,14 +129,19 @@ class TerminalWriter {
     }
 
     void Lines(std::string_view sign, const std::vector<Piece>& pieces) {
-        for (const std::vector<Piece>& paragraph : SplitPieces(pieces)) {
+        for (const PieceParagraph& paragraph : SplitPieces(pieces)) {
             out_ += sign;
-            for (const Piece& piece : paragraph) {
-                const Marks marks = MarksOf(piece.kind);
-                out_.append(marks.open).append(Shown(piece.text)).append(marks.close);
-            }
+            for (const Piece& piece : paragraph.pieces)
+                Marked(piece);
+            if (paragraph.BreakStandsOut())
+                Marked({paragraph.end, u"\u00B6"});
             out_ += '\n';
         }
+    }
+
+    void Marked(const Piece& piece) {
+        const Marks marks = MarksOf(piece.kind);
+        out_.append(marks.open).append(Shown(piece.text)).append(marks.close);
     }
 
     const ComparisonModel& model_;

@@ -249,7 +249,7 @@ class PrivateTempFiles : public TempFiles {
     Result<std::string> Folder() override {
         if (has_private_folder)
             return std::string(private_folder.data());
-        const std::string pattern = EnvironmentOr("TMPDIR", "/tmp") + "/zorvane-XXXXXX";
+        const std::string pattern = SystemFolder() + "/zorvane-XXXXXX";
         if (pattern.size() >= kFolderBytes)
             return Failure{pattern + ": the name of the temporary folder is too long"};
         std::copy(pattern.begin(), pattern.end() + 1, private_folder.begin());
@@ -271,7 +271,10 @@ class PrivateTempFiles : public TempFiles {
                std::string(extension);
     }
 
+    Result<std::string> LastingFolder() override { return SystemFolder(); }
+
   private:
+    static std::string SystemFolder() { return EnvironmentOr("TMPDIR", "/tmp"); }
     std::int32_t count_ = 0;
 };
 

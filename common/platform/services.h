@@ -93,6 +93,8 @@ class TempFiles {
     virtual Result<std::string> Folder() = 0;
     /// A name in the folder that is not in use; `extension` without a dot. The file is not made.
     virtual Result<std::string> NewName(std::string_view prefix, std::string_view extension) = 0;
+    /// The system's own temporary folder, for a file that is to outlive the process.
+    virtual Result<std::string> LastingFolder() { return Folder(); }
 };
 
 }  // namespace zorvane

@@ -7,8 +7,8 @@
 namespace zorvane {
 namespace {
 
-constexpr std::u16string_view kBreak = u"\r\n";
-constexpr std::int64_t kMostPairs = 40000;  // cells of the table that paragraphs are paired by
+// Paragraphs belong together when at least this part of the shorter one stayed.
+constexpr std::int32_t kLeastSharedPart = 4;
 
 std::int32_t EndOf(const std::vector<std::int32_t>& ends, std::int32_t number, std::int32_t size) {
     if (number < 1 || ends.empty())
@@ -124,7 +124,7 @@ class BreakAligner {
             ++span.original_end;
             ++span.modified_end;
         }
-        if (!spans_.empty() && span.original_begin <= spans_.back().original_end) {
+        if (!spans_.empty() && span.original_begin < spans_.back().original_end) {
             spans_.back().original_end = span.original_end;
             spans_.back().modified_end = span.modified_end;
             return;
@@ -139,11 +139,22 @@ class BreakAligner {
 
 enum class Sides { Both, Original, Modified };
 
-// Writes records of one level, ascending, over a stretch of both texts.
+// How many sections each side has, the last with its guard blank.
+struct SectionTotals {
+    std::int32_t original;
+    std::int32_t modified;
+};
+
+bool IsSeparator(char16_t unit) {
+    return unit == u' ' || unit == u'\r' || unit == u'\n' || unit == u'\v' || unit == u'\a';
+}
+
+// Writes the sections, ascending, over both texts.
 class PieceWriter {
   public:
-    PieceWriter(std::u16string_view original, std::u16string_view modified, Sides sides)
-        : original_(original), modified_(modified), sides_(sides) {}
+    PieceWriter(std::u16string_view original, std::u16string_view modified, SectionTotals totals,
+                Sides sides)
+        : original_(original), modified_(modified), totals_(totals), sides_(sides) {}
 
     void Same(std::int32_t original_end, std::int32_t modified_end) {
         if (sides_ == Sides::Modified)
@@ -156,6 +167,8 @@ class PieceWriter {
 
     void Different(DifferenceType type, std::int32_t original_end, std::int32_t modified_end) {
         const bool change = type == DifferenceType::Change;
+        if (change)
+            TrimChange(original_end, modified_end);
         if (sides_ != Sides::Modified)
             Append(pieces_, change ? PieceKind::ChangedOld : PieceKind::Deleted,
                    Part(original_, original_at_, original_end));
@@ -167,7 +180,15 @@ class PieceWriter {
     }
 
     void Section(const SectionDetail& section) {
-        Same(section.original.begin, section.modified.begin);
+        // Behind one side's last word there is no blank; the other side's belongs to what follows.
+        const bool original_ended = section.type == DifferenceType::Addition &&
+                                    section.original.first == totals_.original &&
+                                    EndsInBlank(modified_, section.modified.begin);
+        const bool modified_ended = section.type == DifferenceType::Deletion &&
+                                    section.modified.first == totals_.modified &&
+                                    EndsInBlank(original_, section.original.begin);
+        Same(section.original.begin - (modified_ended ? 1 : 0),
+             section.modified.begin - (original_ended ? 1 : 0));
         for (const DetailRecord& letters : section.characters) {
             Same(section.original.begin + letters.original.begin,
                  section.modified.begin + letters.modified.begin);
@@ -187,21 +208,44 @@ class PieceWriter {
     }
 
   private:
+    static bool EndsInBlank(std::u16string_view text, std::int32_t end) {
+        return end > 0 && text[static_cast<std::size_t>(end - 1)] == u' ';
+    }
+
+    // Whole words that both texts of a change begin with, and blanks and breaks that both end in,
+    // are not what changed.
+    void TrimChange(std::int32_t& original_end, std::int32_t& modified_end) {
+        const std::u16string_view old_text = Part(original_, original_at_, original_end);
+        const std::u16string_view new_text = Part(modified_, modified_at_, modified_end);
+        const auto ends_word = [](std::u16string_view text, std::size_t at) {
+            return at == text.size() || (IsSeparator(text[at]) && text[at] != u'\n');
+        };
+        std::size_t front = 0;
+        for (std::size_t at = 0; at < std::min(old_text.size(), new_text.size()); ++at) {
+            if (old_text[at] != new_text[at])
+                break;
+            if (ends_word(old_text, at + 1) && ends_word(new_text, at + 1))
+                front = at + 1;
+        }
+        Same(original_at_ + static_cast<std::int32_t>(front),
+             modified_at_ + static_cast<std::int32_t>(front));
+        while (original_end > original_at_ && modified_end > modified_at_) {
+            const char16_t last = original_[static_cast<std::size_t>(original_end - 1)];
+            if (!IsSeparator(last) || last != modified_[static_cast<std::size_t>(modified_end - 1)])
+                break;
+            --original_end;
+            --modified_end;
+        }
+    }
+
     std::u16string_view original_;
     std::u16string_view modified_;
+    SectionTotals totals_;
     Sides sides_;
     std::int32_t original_at_ = 0;
     std::int32_t modified_at_ = 0;
     std::vector<Piece> pieces_;
 };
-
-std::vector<Piece> Pieces(std::span<const SectionDetail> sections, std::u16string_view original,
-                          std::u16string_view modified, Sides sides) {
-    PieceWriter writer(original, modified, sides);
-    for (const SectionDetail& section : sections)
-        writer.Section(section);
-    return writer.Finish();
-}
 
 }  // namespace
 
@@ -264,6 +308,25 @@ void ChangeDetail::Find(std::u16string_view original, std::u16string_view modifi
     }
 }
 
+namespace {
+
+DetailPlace CharacterPlace(std::u16string_view text, CharacterRange raw, std::int32_t count) {
+    const CharacterRange range = WholeCharacters(text, raw);
+    const auto size = static_cast<std::int32_t>(text.size());
+    const std::int32_t end = std::min(range.last, size);
+    return {range.first, range.last, count == 0 ? end : std::min(range.first - 1, size), end};
+}
+
+void TakeDoubled(DetailPlace& empty, std::int32_t size, DetailPlace& different) {
+    if (empty.first <= size || different.begin == 0)
+        return;
+    empty.first = empty.last = size;
+    --different.first;
+    --different.begin;
+}
+
+}  // namespace
+
 void ChangeDetail::FindCharacters(SectionDetail& section) {
     const std::u16string_view original =
         Part(original_, section.original.begin, section.original.end);
@@ -274,22 +337,21 @@ void ChangeDetail::FindCharacters(SectionDetail& section) {
     AppendCharacterLines(original, original_lines_);
     AppendCharacterLines(modified, modified_lines_);
     IgnoreFailure(micro_.CompareText(original_lines_, modified_lines_), "nothing is filtered here");
-    const auto place = [](std::u16string_view text, std::int32_t first, std::int32_t last,
-                          std::int32_t count) {
-        const CharacterRange range = WholeCharacters(text, {first, last});
-        const auto size = static_cast<std::int32_t>(text.size());
-        const std::int32_t end = std::min(range.last, size);
-        return DetailPlace{range.first, range.last,
-                           count == 0 ? end : std::min(range.first - 1, size), end};
-    };
     for (const DifferenceRecord& record : micro_.Records()) {
         DetailRecord letters;
         letters.type = record.type;
-        letters.original =
-            place(original, record.first_original, record.last_original, record.OriginalCount());
-        letters.modified =
-            place(modified, record.first_modified, record.last_modified, record.ModifiedCount());
-        // The doubled last character can make a record of nothing.
+        letters.original = CharacterPlace(original, {record.first_original, record.last_original},
+                                          record.OriginalCount());
+        letters.modified = CharacterPlace(modified, {record.first_modified, record.last_modified},
+                                          record.ModifiedCount());
+        // What equals nothing but the doubled last character of the other side is different, too.
+        if (letters.type == DifferenceType::Addition)
+            TakeDoubled(letters.original, static_cast<std::int32_t>(original.size()),
+                        letters.modified);
+        if (letters.type == DifferenceType::Deletion)
+            TakeDoubled(letters.modified, static_cast<std::int32_t>(modified.size()),
+                        letters.original);
+        // The doubled character can also make a record of nothing.
         if (letters.original.Length() == 0 && letters.modified.Length() == 0)
             continue;
         character_counts_.Add(record.type);
@@ -297,84 +359,159 @@ void ChangeDetail::FindCharacters(SectionDetail& section) {
     }
 }
 
-std::vector<Piece> ChangeDetail::MergedPieces() const {
-    return Pieces(sections_, original_, modified_, Sides::Both);
-}
-std::vector<Piece> ChangeDetail::OriginalPieces() const {
-    return Pieces(sections_, original_, modified_, Sides::Original);
-}
-std::vector<Piece> ChangeDetail::ModifiedPieces() const {
-    return Pieces(sections_, original_, modified_, Sides::Modified);
+namespace {
+
+std::vector<Piece> Written(std::span<const SectionDetail> sections, PieceWriter writer) {
+    for (const SectionDetail& section : sections)
+        writer.Section(section);
+    return writer.Finish();
 }
 
-std::vector<std::vector<Piece>> SplitPieces(std::vector<Piece> pieces) {
-    std::vector<std::vector<Piece>> paragraphs(1);
-    for (Piece& piece : pieces) {
-        std::size_t begin = 0;
-        while (true) {
-            const std::size_t end = piece.text.find(kBreak, begin);
-            if (end == std::u16string::npos)
-                break;
-            Append(paragraphs.back(), piece.kind,
-                   std::u16string_view(piece.text).substr(begin, end - begin));
-            paragraphs.emplace_back();
-            begin = end + kBreak.size();
+SectionTotals Totals(const std::vector<std::int32_t>& original,
+                     const std::vector<std::int32_t>& modified) {
+    return {static_cast<std::int32_t>(original.size()), static_cast<std::int32_t>(modified.size())};
+}
+
+}  // namespace
+
+std::vector<Piece> ChangeDetail::MergedPieces() const {
+    return Written(sections_, PieceWriter(original_, modified_,
+                                          Totals(original_ends_, modified_ends_), Sides::Both));
+}
+std::vector<Piece> ChangeDetail::OriginalPieces() const {
+    return Written(sections_, PieceWriter(original_, modified_,
+                                          Totals(original_ends_, modified_ends_), Sides::Original));
+}
+std::vector<Piece> ChangeDetail::ModifiedPieces() const {
+    return Written(sections_, PieceWriter(original_, modified_,
+                                          Totals(original_ends_, modified_ends_), Sides::Modified));
+}
+
+namespace {
+
+// Where a break begins at or behind `from`, and where the text goes on. A mark may have cut a break
+// in two: its CR then stands last in a piece and its LF first in another.
+struct BreakPlace {
+    std::size_t begin;
+    std::size_t next;
+    bool ends_paragraph;
+};
+BreakPlace FindBreak(std::u16string_view text, std::size_t from, bool behind_return) {
+    if (from == 0 && behind_return && text.starts_with(u'\n'))
+        return {0, 1, true};
+    const std::size_t at = text.find(u"\r\n", from);
+    if (at != std::u16string_view::npos)
+        return {at, at + 2, true};
+    const std::size_t end = text.ends_with(u'\r') ? text.size() - 1 : text.size();
+    return {std::max(end, from), text.size(), false};
+}
+
+struct SharedText {
+    std::int32_t original;
+    std::int32_t modified;
+    std::int32_t length;
+};
+
+// How much text each two paragraphs share, in reading order, without what is too little.
+std::vector<SharedText> FindSharedText(const std::vector<PieceParagraph>& merged,
+                                       std::int32_t originals, std::int32_t modifieds) {
+    std::vector<SharedText> shared;
+    std::vector<std::int32_t> original_lengths(static_cast<std::size_t>(originals), 0);
+    std::vector<std::int32_t> modified_lengths(static_cast<std::size_t>(modifieds), 0);
+    std::int32_t original = 0;
+    std::int32_t modified = 0;
+    for (const PieceParagraph& paragraph : merged) {
+        if (original >= originals || modified >= modifieds)
+            break;
+        std::int32_t same = 0;
+        for (const Piece& piece : paragraph.pieces) {
+            const auto length = static_cast<std::int32_t>(piece.text.size());
+            same += piece.kind == PieceKind::Same ? length : 0;
+            if (IsOriginalPiece(piece.kind))
+                original_lengths[static_cast<std::size_t>(original)] += length;
+            if (IsModifiedPiece(piece.kind))
+                modified_lengths[static_cast<std::size_t>(modified)] += length;
         }
-        Append(paragraphs.back(), piece.kind, std::u16string_view(piece.text).substr(begin));
+        if (same > 0)
+            shared.push_back({original, modified, same});
+        original += IsOriginalPiece(paragraph.end) ? 1 : 0;
+        modified += IsModifiedPiece(paragraph.end) ? 1 : 0;
+    }
+    std::erase_if(shared, [&](const SharedText& text) {
+        return text.length * kLeastSharedPart <
+               std::min(original_lengths[static_cast<std::size_t>(text.original)],
+                        modified_lengths[static_cast<std::size_t>(text.modified)]);
+    });
+    return shared;
+}
+
+// The chain of pairs, both sides ascending, with the most shared text. Since the list ascends on
+// both sides, what may stand in front of a pair is always a front part of the list: linear time.
+std::vector<SharedText> BestChain(const std::vector<SharedText>& shared) {
+    std::vector<std::size_t> in_front(shared.size(), 0);
+    std::vector<std::int64_t> best(shared.size() + 1, 0);
+    std::size_t below_original = 0;
+    std::size_t below_modified = 0;
+    for (std::size_t i = 0; i < shared.size(); ++i) {
+        while (shared[below_original].original < shared[i].original)
+            ++below_original;
+        while (shared[below_modified].modified < shared[i].modified)
+            ++below_modified;
+        in_front[i] = std::min(below_original, below_modified);
+        best[i + 1] = std::max(best[i], shared[i].length + best[in_front[i]]);
+    }
+    std::vector<SharedText> chain;
+    std::size_t at = shared.size();
+    while (at > 0) {
+        if (best[at] == best[at - 1]) {
+            --at;
+            continue;
+        }
+        chain.push_back(shared[at - 1]);
+        at = in_front[at - 1];
+    }
+    std::reverse(chain.begin(), chain.end());
+    return chain;
+}
+
+}  // namespace
+
+std::vector<PieceParagraph> SplitPieces(const std::vector<Piece>& pieces) {
+    std::vector<PieceParagraph> paragraphs(1);
+    bool behind_return = false;
+    for (const Piece& piece : pieces) {
+        const std::u16string_view text = piece.text;
+        std::size_t from = 0;
+        while (from < text.size()) {
+            const BreakPlace place = FindBreak(text, from, behind_return);
+            Append(paragraphs.back().pieces, piece.kind, text.substr(from, place.begin - from));
+            if (place.ends_paragraph) {
+                paragraphs.back().end = piece.kind;
+                paragraphs.emplace_back();
+            }
+            from = place.next;
+        }
+        behind_return = text.ends_with(u'\r');
     }
     return paragraphs;
 }
 
-std::vector<ParagraphPair> PairParagraphs(std::span<const Piece> merged, std::int32_t originals,
-                                          std::int32_t modifieds) {
+std::vector<ParagraphPair> PairParagraphs(const std::vector<PieceParagraph>& merged,
+                                          std::int32_t originals, std::int32_t modifieds) {
     std::vector<ParagraphPair> pairs;
-    if (originals == modifieds || std::int64_t{originals} * modifieds > kMostPairs) {
-        for (std::int32_t i = 0; i < std::max(originals, modifieds); ++i)
-            pairs.push_back({i < originals ? i : -1, i < modifieds ? i : -1});
-        return pairs;
-    }
-    const auto columns = static_cast<std::size_t>(modifieds) + 1;
-    const auto at = [columns](std::int32_t original, std::int32_t modified) {
-        return static_cast<std::size_t>(original) * columns + static_cast<std::size_t>(modified);
-    };
-    // How much text each two paragraphs share.
-    std::vector<std::int32_t> shared(at(originals, modifieds) + 1, 0);
     std::int32_t original = 0;
     std::int32_t modified = 0;
-    for (const Piece& piece : merged) {
-        std::size_t begin = 0;
-        while (true) {
-            const std::size_t end = piece.text.find(kBreak, begin);
-            const std::size_t stop = end == std::u16string::npos ? piece.text.size() : end;
-            if (piece.kind == PieceKind::Same)
-                shared[at(std::min(original, originals), std::min(modified, modifieds))] +=
-                    static_cast<std::int32_t>(stop - begin);
-            if (end == std::u16string::npos)
-                break;
-            original += IsOriginalPiece(piece.kind) ? 1 : 0;
-            modified += IsModifiedPiece(piece.kind) ? 1 : 0;
-            begin = end + kBreak.size();
+    const auto pair_by_order_up_to = [&](std::int32_t original_end, std::int32_t modified_end) {
+        while (original < original_end || modified < modified_end) {
+            pairs.push_back({original < original_end ? original++ : -1,
+                             modified < modified_end ? modified++ : -1});
         }
+    };
+    for (const SharedText& text : BestChain(FindSharedText(merged, originals, modifieds))) {
+        pair_by_order_up_to(text.original, text.modified);
+        pairs.push_back({original++, modified++});
     }
-    // The best sum of shared text over pairs that do not cross.
-    std::vector<std::int32_t> best(shared.size() + columns + 1, 0);
-    for (std::int32_t i = originals - 1; i >= 0; --i) {
-        for (std::int32_t j = modifieds - 1; j >= 0; --j)
-            best[at(i, j)] = std::max({best[at(i + 1, j)], best[at(i, j + 1)],
-                                       shared[at(i, j)] + best[at(i + 1, j + 1)]});
-    }
-    std::int32_t i = 0;
-    std::int32_t j = 0;
-    while (i < originals || j < modifieds) {
-        const bool both = i < originals && j < modifieds;
-        if (both && shared[at(i, j)] > 0 &&
-            best[at(i, j)] == shared[at(i, j)] + best[at(i + 1, j + 1)])
-            pairs.push_back({i++, j++});
-        else if (i < originals && (!both || best[at(i, j)] == best[at(i + 1, j)]))
-            pairs.push_back({i++, -1});
-        else
-            pairs.push_back({-1, j++});
-    }
+    pair_by_order_up_to(originals, modifieds);
     return pairs;
 }
 

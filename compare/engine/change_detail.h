@@ -19,7 +19,7 @@ struct DetailSwitches {
     bool ignore_whitespace = false;
     bool by_character = false;
     bool use_expressions = false;
-    std::string expressions;
+    std::string expressions{};
 };
 
 /// A place in one side's text: 1-based numbers as in a difference record, and UTF-16 positions.
@@ -99,17 +99,27 @@ class ChangeDetail {
     std::vector<std::int32_t> modified_ends_;
 };
 
+/// One paragraph of a text in pieces. A break is no part of them.
+struct PieceParagraph {
+    std::vector<Piece> pieces;
+    PieceKind end = PieceKind::Same;  ///< how the break behind it came about
+
+    /// Whether the break came or went by itself, which nothing in the paragraph tells.
+    bool BreakStandsOut() const {
+        return end != PieceKind::Same && (pieces.empty() || pieces.back().kind != end);
+    }
+};
+
+/// Pieces cut at paragraph breaks.
+std::vector<PieceParagraph> SplitPieces(const std::vector<Piece>& pieces);
+
 /// Pairs of paragraphs that belong beside each other, for a change of several: 0-based, -1 for
-/// none. Both columns ascend. By the text that stayed; by their order where the change is too large
-/// for that.
+/// none. Both columns ascend. By the text that stayed; what shares none is paired by its order.
 struct ParagraphPair {
     std::int32_t original = -1;
     std::int32_t modified = -1;
 };
-std::vector<ParagraphPair> PairParagraphs(std::span<const Piece> merged, std::int32_t originals,
-                                          std::int32_t modifieds);
-
-/// Pieces cut at paragraph breaks, one list a paragraph.
-std::vector<std::vector<Piece>> SplitPieces(std::vector<Piece> pieces);
+std::vector<ParagraphPair> PairParagraphs(const std::vector<PieceParagraph>& merged,
+                                          std::int32_t originals, std::int32_t modifieds);
 
 }  // namespace zorvane

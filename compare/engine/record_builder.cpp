@@ -173,10 +173,11 @@ struct LinePair {
     std::int32_t first = 0;
     std::int32_t last = 0;
 };
-LinePair LinesOf(std::span<const std::int32_t> lines, std::int32_t begin, std::int32_t end) {
+LinePair LinesOf(std::span<const std::int32_t> lines, std::int32_t begin, std::int32_t end,
+                 std::int32_t lines_in_front) {
     if (begin < end)
         return {LineOf(lines, begin) + 1, LineOf(lines, end - 1) + 1};
-    const std::int32_t in_front = begin == 0 ? 0 : LineOf(lines, begin - 1) + 1;
+    const std::int32_t in_front = begin == 0 ? lines_in_front : LineOf(lines, begin - 1) + 1;
     return {in_front, in_front};
 }
 
@@ -195,7 +196,7 @@ void SlideBlocks(Flags& changed, const Flags& other, const SideLines& lines) {
 }
 
 void BuildRecords(const ChangedPlaces& changed, std::span<const std::int32_t> original_lines,
-                  std::span<const std::int32_t> modified_lines,
+                  std::span<const std::int32_t> modified_lines, std::int32_t lines_in_front,
                   std::vector<DifferenceRecord>& records) {
     records.clear();
     const auto originals = static_cast<std::int32_t>(changed.original.size());
@@ -210,8 +211,9 @@ void BuildRecords(const ChangedPlaces& changed, std::span<const std::int32_t> or
         while (modified < modifieds && At(changed.modified, modified))
             ++modified;
         if (original > first_original || modified > first_modified) {
-            const LinePair left = LinesOf(original_lines, first_original, original);
-            const LinePair right = LinesOf(modified_lines, first_modified, modified);
+            const LinePair left = LinesOf(original_lines, first_original, original, lines_in_front);
+            const LinePair right =
+                LinesOf(modified_lines, first_modified, modified, lines_in_front);
             const DifferenceType type = original == first_original   ? DifferenceType::Addition
                                         : modified == first_modified ? DifferenceType::Deletion
                                                                      : DifferenceType::Change;

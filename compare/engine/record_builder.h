@@ -26,9 +26,10 @@ void SlideBlocks(std::vector<std::uint8_t>& changed, const std::vector<std::uint
                  const SideLines& lines);
 
 /// Neighbouring changed lines of both sides become one record. `original_lines` and
-/// `modified_lines` give the 0-based line of each place; empty: the place itself.
+/// `modified_lines` give the 0-based line of each place; empty: the place itself. `lines_in_front`
+/// are the lines of each side in front of its first place.
 void BuildRecords(const ChangedPlaces& changed, std::span<const std::int32_t> original_lines,
-                  std::span<const std::int32_t> modified_lines,
+                  std::span<const std::int32_t> modified_lines, std::int32_t lines_in_front,
                   std::vector<DifferenceRecord>& records);
 
 /// Joins records that at most `gap` unchanged lines separate.

@@ -11,17 +11,30 @@ constexpr std::string_view kHeader =
     "Number,Type,Original first,Original last,Modified first,Modified last,Original text,"
     "Modified text\r\n";
 
+// Cell marks as tabs, line breaks as line feeds; what no spreadsheet takes is replaced.
+std::u16string Clean(std::u16string text) {
+    std::erase(text, u'\r');
+    for (char16_t& unit : text) {
+        if (unit == 7)
+            unit = u'\t';
+        else if (unit == 11)
+            unit = u'\n';
+        else if ((unit < 0x20 && unit != u'\t' && unit != u'\n') || (unit >= 0x7F && unit < 0xA0))
+            unit = u'\uFFFD';
+    }
+    return text;
+}
+
 void AppendText(const std::u16string& text, std::string& out) {
-    const std::string utf8 = ToUtf8(text);
+    const std::string utf8 = ToUtf8(Clean(text));
     out += ",\"";
     // A spreadsheet would run these as a formula; the apostrophe makes them text.
-    if (!utf8.empty() && std::string_view("=+-@\t\r").find(utf8.front()) != std::string_view::npos)
+    if (!utf8.empty() && std::string_view("=+-@\t\n").find(utf8.front()) != std::string_view::npos)
         out += '\'';
     for (const char character : utf8) {
         if (character == '"')
             out += '"';
-        if (character != '\r')
-            out += character;
+        out += character;
     }
     out += '"';
 }

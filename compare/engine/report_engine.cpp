@@ -7,9 +7,11 @@ namespace zorvane {
 
 ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType type,
                                           std::int32_t flags) {
-    if (!CheckReadable(state_->master.path).ok())
+    state_->report_status = CheckReadable(state_->master.path);
+    if (!state_->report_status.ok())
         return ReportResult::MasterNotLoaded;
-    if (!CheckReadable(state_->source.path).ok())
+    state_->report_status = CheckReadable(state_->source.path);
+    if (!state_->report_status.ok())
         return ReportResult::SourceNotLoaded;
     ComparisonModel model{
         *this,
@@ -34,7 +36,12 @@ ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType ty
         case ReportType::Document:
             return ReportResult::TargetNotCreated;
     }
-    return ReplaceFile(file, bytes).ok() ? ReportResult::Ok : ReportResult::TargetNotCreated;
+    state_->report_status = ReplaceFile(file, bytes);
+    return state_->report_status.ok() ? ReportResult::Ok : ReportResult::TargetNotCreated;
+}
+
+const Status& VestrelX::getReportStatus() const {
+    return state_->report_status;
 }
 
 }  // namespace zorvane

@@ -1,4 +1,7 @@
 // The text report: the counts, then each record with its words marked, at 80 columns.
+#include <algorithm>
+#include <iterator>
+
 #include "common/base/text_encoding.h"
 #include "compare/engine/comparison_model.h"
 
@@ -8,80 +11,110 @@ namespace {
 constexpr std::size_t kColumns = 80;
 
 struct MarkRow {
-    const char* open;
-    const char* close;
+    const char16_t* open;
+    const char16_t* close;
 };
 MarkRow MarksOf(PieceKind kind) {
     switch (kind) {
         case PieceKind::Same:
-            return {"", ""};
+            return {u"", u""};
         case PieceKind::Deleted:
         case PieceKind::ChangedOld:
-            return {"[-", "-]"};
+            return {u"[-", u"-]"};
         case PieceKind::Added:
         case PieceKind::ChangedNew:
             break;
     }
-    return {"{+", "+}"};
+    return {u"{+", u"+}"};
 }
 
-// Code points, near enough to columns for wrapping.
-std::size_t Width(std::string_view utf8) {
-    std::size_t width = 0;
-    for (const char character : utf8)
-        width += (static_cast<unsigned char>(character) & 0xC0) != 0x80 ? 1U : 0U;
-    return width;
+struct UnitRange {
+    char16_t first;
+    char16_t last;
+};
+constexpr UnitRange kNarrow[] = {
+    {0x0300, 0x036F}, {0x200B, 0x200F}, {0xDC00, 0xDFFF}, {0xFE00, 0xFE0F}};
+// The higher planes (0xD83C and on as first half) hold emoji and Han characters.
+constexpr UnitRange kWide[] = {{0x1100, 0x115F}, {0x2E80, 0xA4CF}, {0xAC00, 0xD7A3},
+                               {0xD83C, 0xDBFF}, {0xF900, 0xFAFF}, {0xFE30, 0xFE6F},
+                               {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}};
+
+// Columns of one unit in a font of fixed width.
+std::size_t Width(char16_t unit) {
+    const auto holds = [unit](const UnitRange& range) {
+        return unit >= range.first && unit <= range.last;
+    };
+    if (unit < 0x300)
+        return 1;
+    if (std::any_of(std::begin(kNarrow), std::end(kNarrow), holds))
+        return 0;
+    return std::any_of(std::begin(kWide), std::end(kWide), holds) ? 2 : 1;
 }
 
-std::string Visible(std::string_view text) {
-    std::string out;
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '\t' || byte == 7)
-            out += "  ";
-        else if (byte == 11)
-            out += ' ';
-        else if (byte >= 0x20 && byte != 0x7F)
-            out += character;
+std::u16string Visible(std::u16string_view text) {
+    std::u16string out;
+    for (const char16_t unit : text) {
+        if (unit == u'\t' || unit == 7)
+            out += u"  ";
+        else if (unit == 11)
+            out += u' ';
         else
-            out += '?';
+            out += unit < 0x20 || (unit >= 0x7F && unit < 0xA0) ? u'\uFFFD' : unit;
     }
     return out;
 }
+std::string VisibleName(const std::string& utf8) {
+    return ToUtf8(Visible(ToUtf16(utf8)));
+}
 
-// One paragraph behind its sign, wrapped at blanks; what follows is indented as far.
-void AppendWrapped(std::string_view sign, const std::string& paragraph, std::string& out) {
+// Where a line that begins at `begin` ends, and where the next one begins: at the last blank that
+// fits, else where the room ends.
+struct LineEnd {
+    std::size_t end;
+    std::size_t next;
+};
+LineEnd FindLineEnd(std::u16string_view text, std::size_t begin, std::size_t room) {
+    std::size_t columns = 0;
+    std::size_t blank = begin;
+    std::size_t at = begin;
+    for (; at < text.size() && columns + Width(text[at]) <= room; ++at) {
+        columns += Width(text[at]);
+        if (text[at] == u' ')
+            blank = at;
+    }
+    if (at == text.size())
+        return {at, at};
+    if (text[at] == u' ')
+        return {at, at + 1};
+    if (blank > begin)
+        return {blank, blank + 1};
+    return {at, at};
+}
+
+// One paragraph behind its sign, wrapped; what follows is indented as far.
+void AppendWrapped(std::string_view sign, std::u16string_view paragraph, std::string& out) {
     const std::string indent(sign.size(), ' ');
     const std::size_t room = kColumns - sign.size();
-    std::string_view rest = paragraph;
     std::string_view front = sign;
+    std::size_t begin = 0;
     do {
-        std::size_t end = rest.size();
-        if (Width(rest) > room) {
-            std::size_t columns = 0;
-            std::size_t last_blank = 0;
-            std::size_t at = 0;
-            for (; at < rest.size() && columns <= room; ++at) {
-                columns += Width(rest.substr(at, 1));
-                if (rest[at] == ' ' && columns <= room + 1)
-                    last_blank = at;
-            }
-            end = last_blank > 0 ? last_blank : std::min(rest.find(' ', at - 1), rest.size());
-        }
-        out.append(front).append(rest.substr(0, end)).append("\r\n");
-        rest.remove_prefix(std::min(rest.size(), end + 1));
+        const LineEnd line = FindLineEnd(paragraph, begin, room);
+        out += front;
+        AppendUtf8(paragraph.substr(begin, line.end - begin), out);
+        out += "\r\n";
+        begin = line.next;
         front = indent;
-    } while (!rest.empty());
+    } while (begin < paragraph.size());
 }
 
 void AppendSide(std::string_view sign, const std::vector<Piece>& pieces, std::string& out) {
-    for (const std::vector<Piece>& paragraph : SplitPieces(pieces)) {
-        std::string text;
-        for (const Piece& piece : paragraph) {
+    for (const PieceParagraph& paragraph : SplitPieces(pieces)) {
+        std::u16string text;
+        for (const Piece& piece : paragraph.pieces) {
             const MarkRow marks = MarksOf(piece.kind);
-            text.append(marks.open).append(ToUtf8(piece.text)).append(marks.close);
+            text.append(marks.open).append(Visible(piece.text)).append(marks.close);
         }
-        AppendWrapped(sign, Visible(text), out);
+        AppendWrapped(sign, text, out);
     }
 }
 
@@ -93,10 +126,13 @@ std::string Header(std::int32_t number, const DifferenceRecord& record) {
 
 std::string WriteTextReport(const ComparisonModel& model) {
     std::string out;
-    if (!model.title.empty())
-        out += Visible(model.title) + "\r\n" + std::string(Width(model.title), '=') + "\r\n\r\n";
-    out += "Original: " + Visible(model.original_name) + "\r\n";
-    out += "Modified: " + Visible(model.modified_name) + "\r\n\r\n";
+    if (!model.title.empty()) {
+        AppendWrapped("", Visible(ToUtf16(model.title)), out);
+        const std::size_t width = std::min(ToUtf16(model.title).size(), kColumns);
+        out += std::string(width, '=') + "\r\n\r\n";
+    }
+    out += "Original: " + VisibleName(model.original_name) + "\r\n";
+    out += "Modified: " + VisibleName(model.modified_name) + "\r\n\r\n";
     out += SummaryText(CountRecords(model.engine)) + "\r\n";
     ChangeDetail detail(model.detail);
     std::int32_t number = 0;

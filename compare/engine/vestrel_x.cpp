@@ -131,7 +131,8 @@ Status VestrelX::State::Run(std::string_view master_text, std::string_view sourc
     search.Run(master.numbers, source.numbers, table.Count(),
                {compare_faster, use_line_bracket ? std::max(line_bracket, 1) : 0});
     Slide(ends, identity);
-    BuildRecords(search.Changed(), master.line_of, source.line_of, records);
+    BuildRecords(search.Changed(), master.line_of, source.line_of,
+                 ignore_empty_lines ? ends.front : 0, records);
     if (larger_sections)
         MergeNearRecords(records, kLargerSectionGap);
     return Status::Ok();
@@ -236,6 +237,11 @@ std::string_view VestrelX::MasterLine(std::int32_t number) const {
 }
 std::string_view VestrelX::SourceLine(std::int32_t number) const {
     return state_->source.lines.Line(number - 1);
+}
+
+bool VestrelX::IsIgnoredLine(std::string_view line) const {
+    std::string buffer;
+    return state_->ignore_empty_lines && state_->filter.Key(line, buffer).empty();
 }
 
 std::size_t VestrelX::TextBytes() const {

@@ -60,6 +60,9 @@ class VestrelX {
     /// and after `CompareText` as long as its texts live.
     std::string_view MasterLine(std::int32_t number) const;
     std::string_view SourceLine(std::int32_t number) const;
+    /// Whether a line of the last compare was an empty one that is ignored. Such lines may stand on
+    /// one side alone without a record.
+    bool IsIgnoredLine(std::string_view line) const;
     /// Size of both texts of the last compare.
     std::size_t TextBytes() const;
 
@@ -73,6 +76,8 @@ class VestrelX {
     /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by
     /// side.
     ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags);
+    /// What the system said when the last report could not be written: the file and the reason.
+    const Status& getReportStatus() const;
 
     /// Checks expressions as `putFilterExpression` takes them, without a compare.
     static Status CheckFilterExpression(const std::string& expressions);

@@ -43,6 +43,7 @@ struct VestrelX::State {
     bool high_detail_summary = false;
     bool double_byte_locale = false;
     ReportLook look;
+    Status report_status;
 
     LineFilter filter;
     LineTable table;

@@ -92,6 +92,7 @@ constexpr TextRow kTextRows[] = {
     {"all line ends", "a.txt", "a\nb\rc\r\nd"sv, "a\r\nb\r\nc\r\nd"},
     {"UTF-8 mark", "a.txt", "\xEF\xBB\xBF\xC3\xA4"sv, "\xC3\xA4"},
     {"UTF-16 in a text file", "a.txt", "\xFF\xFE{\0\xE4\0"sv, "{\xC3\xA4"},
+    {"UTF-16 without a mark, brace first", "a.txt", "{\0a\0b\0c\0"sv, "{abc"},
     {"UTF-16 in a file of no kind", "a.zzz", "\xFE\xFF\0a\0\n\0b"sv, "a\r\nb"},
     {"brace first", "a.txt", "{\n}"sv, "{\r\n}"},
     {"a text file that holds RTF is shown as it is", "a.txt", "{\\rtf1 x}"sv, "{\\rtf1 x}"},

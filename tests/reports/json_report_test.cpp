@@ -1,0 +1,124 @@
+#include "reports/json_report.h"
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "tests/support/compared_pair.h"
+
+namespace zorvane {
+namespace {
+
+using Json = nlohmann::json;
+
+// What docs/zorvane-compare-1.schema.json uses of JSON Schema. The answer is the first fault.
+class SchemaCheck {
+  public:
+    explicit SchemaCheck(const Json& schema) : schema_(schema) {}
+
+    std::string Fault(const Json& value) const { return Fault(value, schema_, "$"); }
+
+  private:
+    std::string Fault(const Json& value, const Json& rule, const std::string& place) const {
+        if (rule.contains("$ref"))
+            return Fault(value,
+                         schema_.at(Json::json_pointer(rule["$ref"].get<std::string>().substr(1))),
+                         place);
+        if (rule.contains("const") && value != rule["const"])
+            return place + ": another constant";
+        if (rule.contains("enum") &&
+            std::find(rule["enum"].begin(), rule["enum"].end(), value) == rule["enum"].end())
+            return place + ": none of the values";
+        if (rule.contains("type") && !HasType(value, rule["type"]))
+            return place + ": no " + rule["type"].get<std::string>();
+        if (rule.contains("minimum") && value < rule["minimum"])
+            return place + ": too small";
+        return value.is_array() ? ArrayFault(value, rule, place) : ObjectFault(value, rule, place);
+    }
+
+    static bool HasType(const Json& value, const std::string& type) {
+        return type == "integer" ? value.is_number_integer() : value.type_name() == type;
+    }
+
+    std::string ArrayFault(const Json& value, const Json& rule, const std::string& place) const {
+        for (std::size_t i = 0; i < value.size(); ++i) {
+            std::string fault = Fault(value[i], rule.at("items"), place + "." + std::to_string(i));
+            if (!fault.empty())
+                return fault;
+        }
+        return "";
+    }
+
+    std::string ObjectFault(const Json& value, const Json& rule, const std::string& place) const {
+        if (!value.is_object())
+            return "";
+        for (const Json& name : rule.at("required")) {
+            if (!value.contains(name.get<std::string>()))
+                return place + ": no " + name.get<std::string>();
+        }
+        for (const auto& [name, member] : value.items()) {
+            if (!rule.at("properties").contains(name))
+                return place + ": unknown " + name;
+            std::string fault = Fault(member, rule["properties"][name], place + "." + name);
+            if (!fault.empty())
+                return fault;
+        }
+        return "";
+    }
+
+    const Json& schema_;
+};
+
+Json Schema() {
+    return Json::parse(std::ifstream(ZORVANE_DOCS "/zorvane-compare-1.schema.json"));
+}
+
+TEST(JsonReport, IsWhatTheDocumentShows) {
+    const ComparedPair pair({"The flat.", "rent 2400 a month", "Signed.", ""},
+                            {"The flat.", "rent 2600 a month", "Signed.", "No pets.", ""});
+    const std::string json = WriteJsonReport(pair.Model(true));
+    std::ifstream file(ZORVANE_DOCS "/json.md");
+    const std::string document((std::istreambuf_iterator<char>(file)), {});
+    EXPECT_NE(document.find("```json\n" + json + "```"), std::string::npos) << json;
+}
+
+TEST(JsonReportProperty, FitsTheSchemaAndMakesTheModified) {
+    const Json schema = Schema();
+    std::mt19937 random(21);
+    for (unsigned round = 0; round < 200; ++round) {
+        SCOPED_TRACE(round);
+        const Paragraphs original = RandomParagraphs(random, random() % 30);
+        const Paragraphs modified = EditedParagraphs(random, original);
+        const ComparedPair pair(original, modified);
+        const std::string bytes = WriteJsonReport(pair.Model(round % 2 == 0));
+        EXPECT_EQ(WriteJsonReport(pair.Model(round % 2 == 0)), bytes);
+        const Json json = Json::parse(bytes);
+        ASSERT_EQ(SchemaCheck(schema).Fault(json), "");
+        Paragraphs made;
+        std::size_t at = 0;
+        for (const Json& record : json["records"]) {
+            const bool addition = record["type"] == "a";
+            const auto begin = record["original"]["first"].get<std::size_t>() - (addition ? 0 : 1);
+            for (; at < begin; ++at)
+                made.push_back(original[at]);
+            at += record["original"]["text"].size();
+            for (const Json& text : record["modified"]["text"])
+                made.push_back(text);
+            EXPECT_EQ(record["modified"]["last"], made.size());
+            EXPECT_EQ(record["sections"].empty(), record["type"] != "c");
+        }
+        made.insert(made.end(), original.begin() + static_cast<std::ptrdiff_t>(at), original.end());
+        EXPECT_EQ(made, modified);
+    }
+}
+
+TEST(JsonReport, EscapesWhatJsonDoesNotTake) {
+    const ComparedPair pair({"\"\\\x01\x7F\xFF\a"}, {"x"});
+    ComparisonModel model = pair.Model();
+    model.original_name = "a\\\xFF";
+    const Json json = Json::parse(WriteJsonReport(model));
+    EXPECT_EQ(json["records"][0]["original"]["text"][0], "\"\\\x01\x7F\uFFFD\a");
+    EXPECT_EQ(json["original"]["path"], "a\\\uFFFD");
+}
+
+}  // namespace
+}  // namespace zorvane

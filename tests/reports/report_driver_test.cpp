@@ -1,0 +1,237 @@
+#include "reports/report_driver.h"
+
+#include <filesystem>
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include "common/platform/files.h"
+#include "common/process_state.h"
+#include "tests/support/fakes.h"
+
+namespace zorvane {
+namespace {
+
+using namespace std::literals;
+
+class FakeSource : public ReportSource {
+  public:
+    explicit FakeSource(const TempFolder& folder) {
+        process_.sLogFile = folder.Path("log");
+        EXPECT_TRUE(options.LoadStateFromFile(*process_.settings).ok());  // the defaults
+        options.sFileOriginal.SetData(folder.Write("a.txt", "x\r\n"));
+        options.sFileModified.SetData(folder.Write("b.txt", "y\r\n"));
+        settings = DefaultCompareFilesSettings(folder.Path());
+        engine_.putMasterFile(folder.Write("line1", "x\r\n"));
+        engine_.putSourceFile(folder.Write("line2", "y\r\n"));
+    }
+    ProcessState& Process() override { return process_; }
+    VestrelX& Engine() override { return engine_; }
+    const clsCompareFileOptions& ReportOptions() const override { return options; }
+    CompareFilesSettings& ReportSettings() override { return settings; }
+    Status RunDocumentEngine() override {
+        ++engine_runs;
+        return engine_.Compare();
+    }
+    Status SaveDocumentReport(const std::string& file) override {
+        if (file == held_by_another)
+            return Failure{file + ": held"};
+        return WriteWholeFile(file, "{\\rtf1}");
+    }
+    void BuildAllInOneView() override { ++views_built; }
+    void ShowReportStatus(const std::string& text) override { status.push_back(text); }
+    void ShowReportMessage(const std::string& text, const std::string& heading) override {
+        shown.push_back(heading + "|" + text);
+    }
+    std::string CommandLineTitle() const override { return title; }
+
+    FakePlatform system;
+    clsCompareFileOptions options;
+    CompareFilesSettings settings;
+    std::string title;
+    std::string held_by_another;
+    int engine_runs = 0;
+    int views_built = 0;
+    std::vector<std::string> status;
+    std::vector<std::string> shown;
+
+  private:
+    ProcessState process_{system.platform};
+    VestrelX engine_;
+};
+
+class ReportDriver : public testing::Test {
+  protected:
+    ReportResult Write(std::string file, ReportType type = ReportType::Html,
+                       std::int32_t style = 1) {
+        return CreateReport(source_, file, type, style);
+    }
+    ReportResult WriteDefault(ReportType type, Launch launch = Launch::Yes,
+                              const std::string& file = "") {
+        source_.settings.mlReportDefaultFileType_MD = static_cast<std::int32_t>(type);
+        return CreateReportGUI(source_, launch, file);
+    }
+    bool Exists(const std::string& name) const {
+        return std::filesystem::exists(folder_.Path(name));
+    }
+    std::string Log() const { return folder_.Read("log"); }
+    std::vector<std::string>& Opened() { return source_.system.shell().calls; }
+
+    TempFolder folder_;
+    FakeSource source_{folder_};
+};
+
+TEST_F(ReportDriver, MakesTheWholeChainOfFolders) {
+    EXPECT_EQ(Write(folder_.Path("p/q\\r/out.htm")), ReportResult::Ok);
+    EXPECT_TRUE(Exists("p/q/r/out.htm"));
+    EXPECT_EQ(Log(), "");
+}
+
+TEST_F(ReportDriver, ExpandsDatesInTheirExactSpellingAndFolders) {
+    std::string file = folder_.Path("[YMD]-[ymd].csv");
+    EXPECT_EQ(CreateReport(source_, file, ReportType::Csv, 0), ReportResult::Ok);
+    EXPECT_TRUE(file.ends_with("/20231114-[ymd].csv") || file.ends_with("/20231115-[ymd].csv"))
+        << file;
+    EXPECT_TRUE(std::filesystem::exists(file));
+    file = "%APPDATA%/r.txt";
+    EXPECT_EQ(CreateReport(source_, file, ReportType::Text, 0), ReportResult::Ok);
+    EXPECT_EQ(file, source_.system.folder.Path("26/r.txt"));
+}
+
+struct FailureRow {
+    const char* name;
+    const char* file;
+    ReportType type;
+    ReportResult result;
+    const char* words;
+    const char* reason;
+};
+constexpr FailureRow kFailureRows[] = {
+    {"full disk", "/dev/full", ReportType::Html, ReportResult::TargetNotCreated,
+     "Unable to create target file: /dev/full\r\n\r\nCheck to make sure path exists in the 'Report "
+     "Options' tab\r\n",
+     "No space left on device"},
+    {"a folder as target", "folder", ReportType::Csv, ReportResult::TargetNotCreated,
+     "Unable to create target file: ", "Is a directory"},
+    {"a folder below a file", "a.txt/r.htm", ReportType::Text, ReportResult::TargetNotWritten,
+     "Unable to create target folder: ", "Not a directory"},
+    {"a folder below a file, document", "a.txt/sub/r.doc", ReportType::Document,
+     ReportResult::TargetNotWritten, "Unable to create target folder: ", "Not a directory"},
+    {"a folder that nobody may write to", "readonly/r.htm", ReportType::Html,
+     ReportResult::TargetNotWritten,
+     "Report folder is read only. Change the report folder in the 'Report Options' tab.", ""},
+    {"a document that cannot be saved", "held.doc", ReportType::Document,
+     ReportResult::TargetNotWritten, "Unable to save report: ", "held"},
+    {"an input", "a.txt", ReportType::Text, ReportResult::TargetNotCreated, "a.txt: this is one of",
+     ""},
+    {"an input by another road", "folder/../b.txt", ReportType::Html,
+     ReportResult::TargetNotCreated, "b.txt: this is one of", ""},
+    {"an input behind a link", "link", ReportType::Document, ReportResult::TargetNotWritten,
+     "link: this is one of", ""},
+};
+
+TEST_F(ReportDriver, TellsWhyAReportIsNotWritten) {
+    std::filesystem::create_directory(folder_.Path("folder"));
+    std::filesystem::create_directory(folder_.Path("readonly"));
+    ASSERT_EQ(chmod(folder_.Path("readonly").c_str(), 0555), 0);
+    std::filesystem::create_symlink("a.txt", folder_.Path("link"));
+    source_.held_by_another = folder_.Path("held.doc");
+    for (const FailureRow& row : kFailureRows) {
+        SCOPED_TRACE(row.name);
+        std::filesystem::remove(folder_.Path("log"));
+        const std::string file = row.file[0] == '/' ? row.file : folder_.Path(row.file);
+        EXPECT_EQ(Write(file, row.type), row.result);
+        EXPECT_NE(Log().find(row.words), std::string::npos) << Log();
+        EXPECT_NE(Log().find(row.reason), std::string::npos) << Log();
+    }
+    EXPECT_EQ(folder_.Read("a.txt"), "x\r\n");
+    EXPECT_EQ(folder_.Read("b.txt"), "y\r\n");
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("folder")));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("readonly")));
+}
+
+TEST_F(ReportDriver, TellsThatALineFileIsGone) {
+    source_.Engine().putMasterFile(folder_.Path("none"));
+    EXPECT_EQ(Write(folder_.Path("r.htm")), ReportResult::MasterNotLoaded);
+    EXPECT_NE(Log().find("Unable to load master file for comparison"), std::string::npos);
+    EXPECT_FALSE(Exists("r.htm"));
+}
+
+TEST_F(ReportDriver, ReplacesWhatALinkLeadsTo) {
+    folder_.Write("real.htm", "old");
+    std::filesystem::create_symlink("real.htm", folder_.Path("link.htm"));
+    EXPECT_EQ(Write(folder_.Path("link.htm")), ReportResult::Ok);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.Path("link.htm")));
+    EXPECT_NE(folder_.Read("real.htm"), "old");
+}
+
+TEST_F(ReportDriver, TakesTheTitleOfTheCommandLineForEngineReportsAlone) {
+    source_.title = "From the command line";
+    EXPECT_EQ(Write(folder_.Path("r.htm")), ReportResult::Ok);
+    EXPECT_NE(folder_.Read("r.htm").find("From the command line"), std::string::npos);
+    EXPECT_EQ(source_.engine_runs, 1);
+    EXPECT_EQ(Write(folder_.Path("r.doc"), ReportType::Document), ReportResult::Ok);
+    EXPECT_EQ(source_.engine_runs, 1) << "a document is made from the editors";
+}
+
+TEST_F(ReportDriver, OpensEachDefaultReportInItsOwnWay) {
+    EXPECT_EQ(WriteDefault(ReportType::Html), ReportResult::Ok);
+    EXPECT_EQ(WriteDefault(ReportType::Text), ReportResult::Ok);
+    EXPECT_EQ(WriteDefault(ReportType::Csv), ReportResult::Ok);
+    EXPECT_EQ(source_.views_built, 0);
+    EXPECT_EQ(WriteDefault(ReportType::Document), ReportResult::Ok);
+    EXPECT_EQ(source_.views_built, 1);
+    const CompareFilesSettings& settings = source_.settings;
+    EXPECT_EQ(Opened(), (std::vector{
+                            "open " + settings.msgReportFileHTM_MD,
+                            "edit " + settings.msgReportFileTXT_MD,
+                            "open " + settings.msgReportFileCSV_MD,
+                            "open " + settings.msgReportFileDOC_MD,
+                        }));
+    Opened().clear();
+    EXPECT_EQ(WriteDefault(ReportType::Html, Launch::Yes, folder_.Path("out.txt")),
+              ReportResult::Ok);
+    EXPECT_TRUE(Exists("out.txt"));
+    EXPECT_EQ(WriteDefault(ReportType::Csv, Launch::No), ReportResult::Ok);
+    EXPECT_TRUE(Opened().empty()) << "an HTML report under another name is not opened";
+}
+
+TEST_F(ReportDriver, WritesNothingWithoutAType) {
+    source_.settings.mlReportDefaultFileType_MD = 5;
+    EXPECT_EQ(CreateReportGUI(source_, Launch::Yes, folder_.Path("r")), ReportResult::Ok);
+    EXPECT_FALSE(Exists("r"));
+    EXPECT_EQ(source_.status, (std::vector{"Creating Report"s, "Ready"s}));
+}
+
+// Kept: a failed text or comma-delimited report ends well, its message having been shown.
+TEST_F(ReportDriver, HandsBackTheFailureOfHtmlAlone) {
+    EXPECT_EQ(WriteDefault(ReportType::Html, Launch::Yes, "/dev/full"),
+              ReportResult::TargetNotCreated);
+    EXPECT_EQ(WriteDefault(ReportType::Text, Launch::Yes, "/dev/full"), ReportResult::Ok);
+    EXPECT_EQ(WriteDefault(ReportType::Csv, Launch::Yes, "/dev/full"), ReportResult::Ok);
+    EXPECT_TRUE(Opened().empty());
+}
+
+TEST_F(ReportDriver, PutsAHeldDocumentUnderATemporaryName) {
+    source_.held_by_another = source_.settings.msgReportFileDOC_MD;
+    EXPECT_EQ(WriteDefault(ReportType::Document), ReportResult::Ok);
+    const std::string& fallback = source_.settings.msgReportFileDOC_MD;
+    EXPECT_NE(fallback.find("/ZV_"), std::string::npos) << fallback;
+    EXPECT_TRUE(fallback.ends_with(".DOC"));
+    EXPECT_TRUE(std::filesystem::exists(fallback));
+    EXPECT_EQ(Opened(), std::vector{"open " + fallback});
+    EXPECT_TRUE(source_.shown.empty());
+}
+
+TEST_F(ReportDriver, HasTheUsersColumnTitlesInHtml) {
+    source_.settings.txtReportMasterTitleHTML = "Left of all";
+    source_.settings.msgReportTitleHTM_MD = "The title";
+    EXPECT_EQ(WriteDefault(ReportType::Html), ReportResult::Ok);
+    const std::string page = folder_.Read("ZorvaneReport.HTM");
+    EXPECT_NE(page.find("Left of all"), std::string::npos);
+    EXPECT_NE(page.find("The title"), std::string::npos);
+    EXPECT_NE(page.find("b.txt"), std::string::npos) << "a blank title is the file's name";
+}
+
+}  // namespace
+}  // namespace zorvane

@@ -1,0 +1,80 @@
+// Two short documents, compared, and a model of the result for the writers of reports.
+#pragma once
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "compare/engine/comparison_model.h"
+
+namespace zorvane {
+
+using Paragraphs = std::vector<std::string>;
+
+class ComparedPair {
+  public:
+    ComparedPair(const Paragraphs& original, const Paragraphs& modified,
+                 bool ignore_empty_lines = false)
+        : original_(LineFile(original)), modified_(LineFile(modified)) {
+        engine_.putIgnoreEmptyLines(ignore_empty_lines);
+        EXPECT_TRUE(engine_.CompareText(original_, modified_).ok());
+    }
+    const VestrelX& engine() const { return engine_; }
+    ComparisonModel Model(bool by_character = false) const {
+        ComparisonModel model{engine_, "", "old.txt", "new.txt", true, {}, {}};
+        model.detail.by_character = by_character;
+        return model;
+    }
+
+  private:
+    static std::string LineFile(const Paragraphs& paragraphs) {
+        std::string text;
+        for (const std::string& paragraph : paragraphs)
+            text += paragraph + "\r\n";
+        return text;
+    }
+
+    std::string original_;
+    std::string modified_;
+    VestrelX engine_;
+};
+
+/// A few words of a small language, so that pairs share much.
+inline std::string RandomParagraph(std::mt19937& random) {
+    static constexpr const char* kWords[] = {"a",  "the", "rent", "is", "<b>", "&amp;", "\"q\"",
+                                             "\t", "tür", "文字", "😀",  "😁",   "3",     ""};
+    std::string text;
+    const unsigned count = static_cast<unsigned>(random()) % 9;
+    for (unsigned i = 0; i < count; ++i)
+        text += (i == 0 ? "" : " ") + std::string(kWords[random() % std::size(kWords)]);
+    return text;
+}
+
+inline Paragraphs RandomParagraphs(std::mt19937& random, std::size_t count) {
+    Paragraphs paragraphs;
+    for (std::size_t i = 0; i < count; ++i)
+        paragraphs.push_back(RandomParagraph(random));
+    return paragraphs;
+}
+
+/// Words and whole paragraphs changed, added and left out.
+inline Paragraphs EditedParagraphs(std::mt19937& random, const Paragraphs& paragraphs) {
+    Paragraphs out;
+    for (const std::string& paragraph : paragraphs) {
+        const unsigned kind = static_cast<unsigned>(random()) % 10;
+        if (kind == 0)
+            continue;
+        if (kind == 1)
+            out.push_back(RandomParagraph(random));
+        const std::size_t blank = paragraph.find(' ');
+        if (kind == 2 && blank != std::string::npos)
+            out.push_back(paragraph.substr(0, blank) + " new" + paragraph.substr(blank));
+        else
+            out.push_back(kind == 3 ? paragraph + " end" : paragraph);
+    }
+    return out;
+}
+
+}  // namespace zorvane
