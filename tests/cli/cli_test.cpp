@@ -1,0 +1,203 @@
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/temp_folder.h"
+
+namespace zorvane {
+namespace {
+
+struct Outcome {
+    int status = -1;
+    std::string output;
+    std::string error;
+};
+
+class CliTest : public ::testing::Test {
+  protected:
+    CliTest() {
+        folder_.Write("old.txt", "one\ntwo words\nthree\n");
+        folder_.Write("new.txt", "one\n2 words\nthree\nfour\n");
+        std::filesystem::create_directories(folder_.Path("home"));
+        std::filesystem::create_directories(folder_.Path("tmp"));
+        std::filesystem::create_directories(folder_.Path("run"));
+    }
+    // In the fresh folder, with a home of its own; `arguments` are the shell's.
+    Outcome Run(const std::string& arguments, const std::string& input = "") {
+        folder_.Write("in", input);
+        const std::string command = "cd '" + folder_.Path() + "' && env -i PATH=\"$PATH\" HOME='" +
+                                    folder_.Path("home") + "' TMPDIR='" + folder_.Path("tmp") +
+                                    "' " + environment_ + " '" + ZORVANE_PROGRAM + "' " +
+                                    arguments + " <in >out 2>err";
+        const int status = std::system(command.c_str());
+        EXPECT_TRUE(WIFEXITED(status)) << "the program was ended by a signal";
+        EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("tmp"))) << "temporary files are left";
+        return {WEXITSTATUS(status), folder_.Read("out"), folder_.Read("err")};
+    }
+
+    TempFolder folder_;
+    std::string environment_ = "LANG=C.UTF-8";
+};
+
+TEST_F(CliTest, PrintsTheChanges) {
+    const Outcome run = Run("compare old.txt new.txt");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.error, "");
+    EXPECT_NE(run.output.find("[-two-]{+2+} words"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("+ {+four+}"), std::string::npos) << run.output;
+    const Outcome colored = Run("compare old.txt new.txt --color always");
+    EXPECT_NE(colored.output.find("\x1B["), std::string::npos);
+    EXPECT_EQ(Run("compare old.txt old.txt").status, 0);
+    EXPECT_EQ(Run("old.txt new.txt").output, run.output) << "two existing paths mean a compare";
+}
+
+TEST_F(CliTest, WritesNoSettings) {
+    Run("compare old.txt new.txt -o r.html");
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("home")));
+}
+
+TEST_F(CliTest, WritesEveryReport) {
+    const Outcome run =
+        Run("compare old.txt new.txt -o r.html -o r.txt -o r.csv -o r.doc --title 'T' --json "
+            "j.json -i");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(folder_.Read("r.html").find("<!DOCTYPE html>"), 0U);
+    EXPECT_NE(folder_.Read("r.txt").find("2 differences: 1 change, 1 addition, 0 deletions."),
+              std::string::npos);
+    EXPECT_NE(folder_.Read("r.csv").find("1,Change,2,2,2,2,\"two words\",\"2 words\"\r\n"),
+              std::string::npos);
+    EXPECT_EQ(folder_.Read("r.doc").find("{\\rtf1"), 0U);
+    EXPECT_NE(folder_.Read("r.doc").find("\\strike"), std::string::npos)
+        << "the all-in-one text, though the view is side by side";
+    const auto json = nlohmann::json::parse(folder_.Read("j.json"));
+    EXPECT_EQ(json["schema"], "zorvane-compare/1");
+    EXPECT_EQ(json["counts"]["sections"]["changes"], 1);
+    const std::string first = folder_.Read("j.json");
+    Run("compare old.txt new.txt --json j.json");
+    EXPECT_EQ(folder_.Read("j.json"), first) << "the same bytes on every run";
+}
+
+TEST_F(CliTest, ReadsStandardInput) {
+    const Outcome run = Run("compare - new.txt --json -", "one\n2 words\nthree\nfour\n");
+    EXPECT_EQ(run.status, 0) << run.output << run.error;
+    EXPECT_EQ(nlohmann::json::parse(run.output)["original"]["path"], "-");
+    EXPECT_EQ(Run("compare new.txt - --stat --plain", "{\\rtf1 one\\par 2 words}").status, 1);
+}
+
+TEST_F(CliTest, ComparesTheExamplePair) {
+    const std::string examples = std::string(ZORVANE_EXAMPLES) + "/";
+    const Outcome run = Run("compare '" + examples + "lease-2025.rtf' '" + examples +
+                            "lease-2026.rtf' --json - --letters");
+    EXPECT_EQ(run.status, 1);
+    const auto json = nlohmann::json::parse(run.output);
+    EXPECT_GE(json["counts"]["records"], 8);
+    EXPECT_GE(json["counts"]["characters"]["changes"], 1);
+}
+
+struct OptionRow {
+    const char* original;
+    const char* modified;
+    const char* options;
+    int status;
+};
+TEST_F(CliTest, OptionsDecideWhatDiffers) {
+    const OptionRow rows[] = {
+        {"A b", "a b", "", 1},
+        {"A b", "a b", "-i", 0},
+        {"a  b", "a b ", "-w", 0},
+        {"a\n\nb", "a\nb", "-B", 0},
+        {"a\n\nb", "a\nb", "--remove-blank-lines", 0},
+        {"v 1", "v 2", "--ignore-regex '[0-9]'", 0},
+        {"v 1 x", "v 2 y", "--ignore-regex '[0-9]' --ignore-regex 'x$' --ignore-regex y", 0},
+        {"A", "a", "--set bIgnoreCase=true", 0},
+        {"A", "a", "--settings s.ini", 0},
+        {"a\r\nb", "a\nb", "", 0},
+    };
+    folder_.Write("s.ini", "[1_CompareFile]\nbIgnoreCase=TRUE\n");
+    for (const OptionRow& row : rows) {
+        SCOPED_TRACE(std::string(row.original) + " / " + row.options);
+        folder_.Write("a.txt", row.original);
+        folder_.Write("b.txt", row.modified);
+        EXPECT_EQ(Run(std::string("compare a.txt b.txt -q ") + row.options).status, row.status);
+    }
+    EXPECT_EQ(folder_.Read("s.ini"), "[1_CompareFile]\nbIgnoreCase=TRUE\n") << "only read";
+}
+
+struct TroubleRow {
+    const char* name;
+    const char* arguments;
+    const char* said;
+};
+TEST_F(CliTest, TroubleNamesTheFileAndTheReason) {
+    const TroubleRow rows[] = {
+        {"missing", "compare none.txt new.txt", "none.txt: No such file or directory"},
+        {"a folder", "compare old.txt home", "home: Is a directory"},
+        {"a bad expression", "compare old.txt new.txt --ignore-regex '(x'", "\"(x\""},
+        {"an unknown option", "compare old.txt new.txt --set nope=1", "nope"},
+        {"a number", "compare old.txt new.txt --set lPadLength=x", "lPadLength=x: not a number"},
+        {"settings", "compare old.txt new.txt --settings none.ini", "none.ini: No such file"},
+        {"a full target", "compare old.txt new.txt -o /dev/full --report-type html", "/dev/full"},
+        {"a full document", "compare old.txt new.txt -o /dev/full --report-type doc", "/dev/full"},
+        {"a full output", "compare old.txt new.txt --json /dev/full", "No space left on device"},
+        {"an input as report", "compare old.txt new.txt -o old.txt", "old.txt"},
+        {"an input as JSON", "compare old.txt new.txt --json ./new.txt", "new.txt"},
+        {"no type", "compare old.txt new.txt -o report", "report: the extension"},
+        {"no reader yet", "compare a.pdf new.txt", "a.pdf"},
+    };
+    folder_.Write("a.pdf", "%PDF-1.4\n");
+    for (const TroubleRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Outcome run = Run(row.arguments);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_NE(run.error.find(row.said), std::string::npos) << run.error;
+    }
+    EXPECT_EQ(folder_.Read("old.txt"), "one\ntwo words\nthree\n");
+}
+
+TEST_F(CliTest, TakesAnythingForAText) {
+    std::string binary;
+    for (int i = 0; i < 5000; ++i)
+        binary += static_cast<char>(i * 7919 >> 3);
+    folder_.Write("binary", binary);
+    folder_.Write("empty", "");
+    folder_.Write("line.txt", std::string(20'000'000, 'x'));
+    folder_.Write("line2.txt", std::string(20'000'000, 'x') + " y");
+    folder_.Write("broken.rtf", "{\\rtf1 {\\fonttbl{\\f0 \\'" + binary);
+    EXPECT_EQ(Run("compare binary old.txt -o r.html").status, 1);
+    EXPECT_EQ(Run("compare empty old.txt -o r.html").status, 1);
+    EXPECT_EQ(Run("compare empty empty").status, 0);
+    EXPECT_EQ(Run("compare line.txt line2.txt -o r.html --letters").status, 1);
+    EXPECT_EQ(Run("compare broken.rtf old.txt -o r.doc").status, 1);
+    environment_ = "LC_ALL=C";
+    EXPECT_EQ(Run("compare binary old.txt --stat").status, 1);
+}
+
+TEST_F(CliTest, KeepsTheSlashForm) {
+    const Outcome run = Run("/M old.txt /S new.txt /T r.htm /L run.log /F1 /X /G");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.output + run.error, "");
+    EXPECT_NE(folder_.Read("run.log").find("There were 2 Differences."), std::string::npos);
+    EXPECT_EQ(folder_.Read("r.htm").find("<!DOCTYPE html>"), 0U);
+    EXPECT_TRUE(
+        std::filesystem::exists(folder_.Path("home/.config/Tarnwick, Inc/Zorvane/Zorvane.INI")));
+    const Outcome shown = Run("/M none.txt /S new.txt /V /X");
+    EXPECT_NE(shown.error.find("Invalid Master file specified"), std::string::npos);
+    EXPECT_NE(shown.error.find("Missing required command line argument(s)"), std::string::npos);
+}
+
+TEST_F(CliTest, TeachesAndTellsItsVersion) {
+    EXPECT_NE(Run("--help").output.find("Examples:"), std::string::npos);
+    EXPECT_NE(Run("compare --help").output.find("--ignore-regex"), std::string::npos);
+    EXPECT_EQ(Run("--version").output.find("zorvane 0."), 0U);
+    EXPECT_EQ(Run("frobnicate").status, 2);
+    EXPECT_EQ(Run("").status, 2);
+}
+
+}  // namespace
+}  // namespace zorvane
