@@ -36,7 +36,7 @@ main{margin-top:18px;padding-bottom:24px}
 .r>b{font-weight:400;font-size:.82em;color:var(--soft);text-align:right;padding-top:5px;white-space:nowrap;font-variant-numeric:tabular-nums;user-select:none;background:var(--tint)}
 .head{position:sticky;top:0;z-index:1;background:var(--paper);border-bottom:1px solid var(--line);font-weight:650}
 .head>div{padding-top:9px;padding-bottom:9px;white-space:normal}
-.d{border-top:1px solid var(--line);border-bottom:1px solid var(--line);margin:6px 0;scroll-margin-top:56px}
+.d{border-top:1px solid var(--line);border-bottom:1px solid var(--line);scroll-margin-top:56px}
 .d:target,.d.at{box-shadow:inset 4px 0 0 #2f6fdd}
 .what{display:flex;gap:1em;padding:4px 14px;font-size:.85em;background:var(--tint)}
 .what a{text-decoration:none;margin-left:.8em}
@@ -45,12 +45,13 @@ main{margin-top:18px;padding-bottom:24px}
 .fold>summary{padding:5px 14px;cursor:pointer;color:var(--soft);font-size:.88em;background:var(--tint);border-top:1px dashed var(--line);border-bottom:1px dashed var(--line)}
 .run{content-visibility:auto;contain-intrinsic-size:auto 2400px}
 ins,del{border-radius:2px;text-decoration-thickness:1px}
+.words del+ins{margin-left:.3em}
 .v,.box ins::before,.box ins::after,.box del::before,.box del::after{position:absolute;width:1px;height:1px;overflow:hidden;clip-path:inset(50%);white-space:nowrap}
 .box ins::before{content:" [added:] "}
 .box del::before{content:" [deleted:] "}
 .box ins::after,.box del::after{content:" [end] "}
-@media (max-width:760px){.two .r{grid-template-columns:var(--num) minmax(0,1fr)}.head{position:static}header,nav,main,footer{padding-left:8px;padding-right:8px}}
-@media print{body{background:#fff;font-size:10pt}header,nav,main,footer{max-width:none;padding:0}nav,footer,.what span{display:none}.box{border:0;overflow:visible}.head{position:static}.r{break-inside:avoid}.run{content-visibility:visible}}
+@media screen and (max-width:760px){.two .r{grid-template-columns:var(--num) minmax(0,1fr)}.head{position:static}header,nav,main,footer{padding-left:8px;padding-right:8px}}
+@media print{@page{margin:14mm 12mm}body{background:#fff;font-size:10pt}header,nav,main,footer{max-width:none;padding:0}nav,footer,.what span{display:none}.box{border:0;overflow:visible}.head{position:static}.r{break-inside:avoid}.run{content-visibility:visible}}
 @media print{.fold::details-content{content-visibility:visible;display:block}}
 )";
 

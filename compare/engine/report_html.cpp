@@ -62,7 +62,8 @@ class HtmlWriter {
         AppendHead(page);
         AppendHeader(page);
         AppendList(page);
-        page += one_ ? "<main><div class=\"box one\">\n" : "<main><div class=\"box two\">\n";
+        page += one_ ? "<main><div class=\"box one" : "<main><div class=\"box two";
+        page += model_.detail.by_character ? "\">\n" : " words\">\n";
         AppendColumnTitles(page);
         body_.insert(0, page);  // one move, where a second page would cost its size again
         body_ += "</div></main>\n";
