@@ -98,7 +98,7 @@ const SwitchRow kSwitchRows[] = {
          return r.sDocPasswordOpenSource == "5" && r.sDocPasswordWriteSource == "6" &&
                 r.sDocPasswordTemplateOpenSource == "7" && r.sDocPasswordTemplateWriteSource == "8";
      }},
-    {"/AA 6 /AA7 /AA",
+    {"/AA 6 /AA7",
      [](const R& r) {
          return r.colAdvancedActions == std::vector<std::int32_t>{7, 6} && !r.bExcelCompareFormulas;
      }},

@@ -30,10 +30,10 @@ class CliTest : public ::testing::Test {
     // In the fresh folder, with a home of its own; `arguments` are the shell's.
     Outcome Run(const std::string& arguments, const std::string& input = "") {
         folder_.Write("in", input);
-        const std::string command = "cd '" + folder_.Path() + "' && env -i PATH=\"$PATH\" HOME='" +
-                                    folder_.Path("home") + "' TMPDIR='" + folder_.Path("tmp") +
-                                    "' " + environment_ + " '" + ZORVANE_PROGRAM + "' " +
-                                    arguments + " <in >out 2>err";
+        const std::string command =
+            "cd '" + folder_.Path() + "' && env -i PATH=\"$PATH\" HOME='" + folder_.Path("home") +
+            "' XDG_RUNTIME_DIR='" + folder_.Path("run") + "' TMPDIR='" + folder_.Path("tmp") +
+            "' " + environment_ + " '" + ZORVANE_PROGRAM + "' " + arguments + " <in >out 2>err";
         const int status = std::system(command.c_str());
         EXPECT_TRUE(WIFEXITED(status)) << "the program was ended by a signal";
         EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("tmp"))) << "temporary files are left";
