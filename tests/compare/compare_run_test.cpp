@@ -152,10 +152,12 @@ TEST_F(CompareRunTest, WritesHeadersAndListLines) {
 
 TEST_F(CompareRunTest, CountsAtThreeLevels) {
     viewer.Options().bCompareByCharacter.SetData(true);
-    ASSERT_TRUE(Compare("alpha beta x more\nx\ngone\ny", "alpha bets x\nx\ny\nnew", View::AllInOne));
+    ASSERT_TRUE(
+        Compare("alpha beta x more\nx\ngone\ny", "alpha bets x\nx\ny\nnew", View::AllInOne));
     const RunCounters expected{{1, 1, 1}, {1, 0, 1}, {1, 0, 0}};
     EXPECT_EQ(viewer.Counters(), expected);
-    ASSERT_TRUE(Compare("alpha beta x more\nx\ngone\ny", "alpha bets x\nx\ny\nnew", View::SideBySide));
+    ASSERT_TRUE(
+        Compare("alpha beta x more\nx\ngone\ny", "alpha bets x\nx\ny\nnew", View::SideBySide));
     EXPECT_EQ(viewer.Counters(), expected);
 }
 
@@ -217,8 +219,8 @@ TEST_F(CompareRunTest, AllInOneHoldsTheOriginalAndKnowsItsParagraphs) {
                                        return format.underline == Underline::Double;
                                    })),
                   Readable(editors.rtbOriginal.editor.Text()));
-        // A paragraph that no record touches stands where the collection says; not so the last, since a
-        // delta there is dropped.
+        // A paragraph that no record touches stands where the collection says; not so the last,
+        // since a delta there is dropped.
         const clsRTBDocument& original = editors.rtbOriginal.document;
         const clsRTBDocument& all_in_one = editors.rtbAIODiff.document;
         std::vector<bool> touched(static_cast<std::size_t>(original.ParagraphCount()) + 2, false);
