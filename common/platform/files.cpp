@@ -124,7 +124,11 @@ Status CheckReadable(const std::string& path) {
 }
 
 Status WriteWholeFile(const std::string& path, std::string_view bytes) {
-    return WriteInPlace(path, NativePath(path), bytes, 0600);
+    const std::string native = NativePath(path);
+    struct stat facts {};
+    if (lstat(native.c_str(), &facts) == 0 && S_ISREG(facts.st_mode))
+        unlink(native.c_str());
+    return WriteInPlace(path, native, bytes, 0600);
 }
 
 Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode) {

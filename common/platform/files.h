@@ -14,7 +14,8 @@ namespace zorvane {
 Result<std::string> ReadWholeFile(const std::string& path);
 /// Whether `ReadWholeFile` would find a file to read; for a clear word before long work.
 Status CheckReadable(const std::string& path);
-/// Truncates and writes in place; for the program's own temporary files.
+/// For the program's own temporary files: an old file goes first, so that whoever has it mapped
+/// keeps it.
 Status WriteWholeFile(const std::string& path, std::string_view bytes);
 /// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old
 /// file as it was and no half file. A link stays and what it leads to is replaced. A target that is

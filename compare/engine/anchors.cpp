@@ -57,20 +57,40 @@ void AnchorFinder::CollectModified(std::span<const std::uint32_t> modified, std:
     }
 }
 
+// In the order of the original, so that the pairs need no sorting.
 void AnchorFinder::CollectPairs(std::span<const std::uint32_t> original,
                                 std::span<const std::uint32_t> modified, std::int32_t length) {
     pairs_.clear();
-    for (const Slot& slot : slots_) {
-        if (slot.original < 0 || slot.modified < 0)
+    const std::size_t count = RunCount(original.size(), length);
+    for (std::size_t at = 0; at < count; ++at) {
+        const Slot& slot = SlotOf(HashOfRun(original, at, length));
+        if (slot.original != static_cast<std::int32_t>(at) || slot.modified < 0)
             continue;
         // Two different runs can share a hash; equal numbers are what counts.
         const auto first = original.begin() + slot.original;
         if (std::equal(first, first + length, modified.begin() + slot.modified))
             pairs_.push_back({slot.original, slot.modified});
     }
-    std::sort(pairs_.begin(), pairs_.end(), [](MatchedPlaces left, MatchedPlaces right) {
-        return left.original < right.original;
-    });
+}
+
+// Single lines need no hash: their numbers are dense.
+void AnchorFinder::CollectSingles(std::span<const std::uint32_t> original,
+                                  std::span<const std::uint32_t> modified) {
+    const std::uint32_t numbers = 1 + std::max(*std::max_element(original.begin(), original.end()),
+                                               *std::max_element(modified.begin(), modified.end()));
+    uses_.assign(numbers, Use{});
+    for (const std::uint32_t number : original)
+        ++uses_[number].originals;
+    for (std::size_t at = 0; at < modified.size(); ++at) {
+        ++uses_[modified[at]].modifieds;
+        uses_[modified[at]].modified = static_cast<std::int32_t>(at);
+    }
+    pairs_.clear();
+    for (std::size_t at = 0; at < original.size(); ++at) {
+        const Use& use = uses_[original[at]];
+        if (use.originals == 1 && use.modifieds == 1)
+            pairs_.push_back({static_cast<std::int32_t>(at), use.modified});
+    }
 }
 
 // The longest sequence of pairs that ascends in the modified, by patience sorting.
@@ -101,9 +121,13 @@ void AnchorFinder::Chain() {
 std::span<const MatchedPlaces> AnchorFinder::Find(std::span<const std::uint32_t> original,
                                                   std::span<const std::uint32_t> modified,
                                                   std::int32_t length) {
-    CollectOriginal(original, length);
-    CollectModified(modified, length);
-    CollectPairs(original, modified, length);
+    if (length == 1) {
+        CollectSingles(original, modified);
+    } else {
+        CollectOriginal(original, length);
+        CollectModified(modified, length);
+        CollectPairs(original, modified, length);
+    }
     Chain();
     return chain_;
 }

@@ -15,7 +15,8 @@ namespace zorvane {
 class AnchorFinder {
   public:
     /// Pairs of first lines, ascending on both sides; empty when there is none. Runs of several
-    /// lines may overlap. Borrowed until the next call.
+    /// lines may overlap. Neither
+    /// part is empty. Borrowed until the next call.
     std::span<const MatchedPlaces> Find(std::span<const std::uint32_t> original,
                                         std::span<const std::uint32_t> modified,
                                         std::int32_t length);
@@ -30,15 +31,25 @@ class AnchorFinder {
     static constexpr std::int32_t kRepeated = -2;
     static constexpr std::int32_t kAbsent = -1;
 
+    // How often a line stands on each side, and where it last stood in the modified.
+    struct Use {
+        std::int32_t originals = 0;
+        std::int32_t modifieds = 0;
+        std::int32_t modified = 0;
+    };
+
     Slot& SlotOf(std::uint64_t hash);
     void CollectOriginal(std::span<const std::uint32_t> original, std::int32_t length);
     void CollectModified(std::span<const std::uint32_t> modified, std::int32_t length);
     void CollectPairs(std::span<const std::uint32_t> original,
                       std::span<const std::uint32_t> modified, std::int32_t length);
+    void CollectSingles(std::span<const std::uint32_t> original,
+                        std::span<const std::uint32_t> modified);
     void Chain();
 
     std::vector<Slot> slots_;
     std::size_t mask_ = 0;
+    std::vector<Use> uses_;
     std::vector<MatchedPlaces> pairs_;
     std::vector<std::int32_t> tails_;  // for each length of a chain, the pair that ends it lowest
     std::vector<std::int32_t> previous_;  // for each pair, the one before it in its chain

@@ -12,7 +12,8 @@ namespace zorvane {
 /// are only borrowed: each must stay where it is until `Clear`.
 class LineTable {
   public:
-    /// Makes room for `lines` keys and forgets the old ones.
+    /// Forgets the old keys and makes ready for at most `lines` new ones; the table grows by what
+    /// is distinct, so that many equal lines stay in the processor's cache.
     void Clear(std::size_t lines);
     std::uint32_t NumberOf(std::string_view key);
     std::uint32_t Count() const { return static_cast<std::uint32_t>(keys_.size()); }
@@ -22,7 +23,10 @@ class LineTable {
         std::uint32_t tag = 0;
         std::uint32_t number_plus_one = 0;  // 0: free
     };
-    std::vector<Slot> slots_;
+    void Grow();
+
+    std::vector<Slot>
+        slots_;  // half full at the most; a line's place is its tag, so growing needs no key
     std::vector<std::string_view> keys_;  // the first line of each number
     std::size_t mask_ = 0;
 };

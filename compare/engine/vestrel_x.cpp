@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "common/platform/files.h"
 #include "compare/engine/vestrel_x_state.h"
 
 namespace zorvane {
@@ -17,13 +16,13 @@ bool IsBlankLine(std::string_view line) {
 }
 
 Status ReadSide(EngineSide& side) {
-    side.bytes = std::string();  // before the new bytes come, so that both are never there together
-    Result<std::string> bytes = ReadWholeFile(side.path);
-    if (!bytes.ok())
-        return bytes.failure();
-    if (bytes.value().size() >= std::numeric_limits<std::uint32_t>::max())
+    side.file = MappedFile();  // before the new bytes come, so that both are never there together
+    Result<MappedFile> file = MappedFile::Open(side.path);
+    if (!file.ok())
+        return file.failure();
+    if (file.value().Bytes().size() >= std::numeric_limits<std::uint32_t>::max())
         return Failure{side.path + ": larger than 4 GiB"};
-    side.bytes = std::move(bytes).value();
+    side.file = std::move(file).value();
     return Status::Ok();
 }
 
@@ -74,7 +73,7 @@ void VestrelX::State::Number(EngineSide& side, CommonEnds ends, bool identity) {
     }
 }
 
-void VestrelX::State::Slide(CommonEnds ends, bool identity) {
+void VestrelX::State::Slide(CommonEnds ends) {
     // Sliding looks past the part that was searched, into the common ends, unless lines were left
     // out.
     const auto lines_of = [&](EngineSide& side) {
@@ -88,10 +87,10 @@ void VestrelX::State::Slide(CommonEnds ends, bool identity) {
             return lines;
         }
         const auto searched = static_cast<std::int32_t>(side.numbers.size());
-        lines.equal = [&side, ends, identity, searched](std::int32_t left, std::int32_t right) {
+        lines.equal = [&side, ends, searched](std::int32_t left, std::int32_t right) {
             const std::int32_t a = left - ends.front;
             const std::int32_t b = right - ends.front;
-            if (!identity && a >= 0 && a < searched && b >= 0 && b < searched)
+            if (a >= 0 && a < searched && b >= 0 && b < searched)
                 return side.numbers[static_cast<std::size_t>(a)] ==
                        side.numbers[static_cast<std::size_t>(b)];
             return side.lines.Line(left) == side.lines.Line(right);
@@ -130,7 +129,7 @@ Status VestrelX::State::Run(std::string_view master_text, std::string_view sourc
     Number(source, ends, identity);
     search.Run(master.numbers, source.numbers, table.Count(),
                {compare_faster, use_line_bracket ? std::max(line_bracket, 1) : 0});
-    Slide(ends, identity);
+    Slide(ends);
     BuildRecords(search.Changed(), master.line_of, source.line_of,
                  ignore_empty_lines ? ends.front : 0, records);
     if (larger_sections)
@@ -206,7 +205,7 @@ Status VestrelX::Compare() {
         if (!read.ok())
             return read;
     }
-    return state_->Run(state_->master.bytes, state_->source.bytes);
+    return state_->Run(state_->master.file.Bytes(), state_->source.file.Bytes());
 }
 
 Status VestrelX::CompareText(std::string_view master, std::string_view source) {

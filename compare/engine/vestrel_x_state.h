@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "common/platform/mapped_file.h"
 #include "compare/engine/difference_search.h"
 #include "compare/engine/line_file.h"
 #include "compare/engine/line_filter.h"
@@ -16,7 +17,7 @@ namespace zorvane {
 /// One side of a compare.
 struct EngineSide {
     std::string path;
-    std::string bytes;  ///< of the file of the last `Compare`; the lines lie in it
+    MappedFile file;  ///< of the last `Compare`; the lines lie in it
     LineFile lines;
     std::vector<std::uint32_t> numbers;  ///< of the lines that take part, between the common ends
     std::vector<std::int32_t>
@@ -59,7 +60,7 @@ struct VestrelX::State {
     };
     CommonEnds FindCommonEnds() const;
     void Number(EngineSide& side, CommonEnds ends, bool identity);
-    void Slide(CommonEnds ends, bool identity);
+    void Slide(CommonEnds ends);
 };
 
 }  // namespace zorvane
