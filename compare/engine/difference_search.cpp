@@ -55,6 +55,8 @@ bool DifferenceSearch::Compact(View view, Part& part) {
     for (const std::int32_t place : view.modified)
         seen_[modified_[static_cast<std::size_t>(place)]] |= kInModified;
     constexpr std::uint8_t kBoth = kInOriginal | kInModified;
+    part.original.reserve(view.original.size());
+    part.modified.reserve(view.modified.size());
     for (const std::int32_t place : view.original) {
         if (seen_[original_[static_cast<std::size_t>(place)]] == kBoth)
             part.original.push_back(place);

@@ -8,6 +8,9 @@ namespace zorvane {
 void LineFile::Split(std::string_view text) {
     text_ = text;
     starts_.clear();
+    // More than prose needs: memory that is not touched costs nothing, moving a grown list does.
+    constexpr std::size_t kShortLine = 8;
+    starts_.reserve(text.size() / kShortLine + 2);
     starts_.push_back(0);
     const char* const begin = text.data();
     const char* const end = begin + text.size();

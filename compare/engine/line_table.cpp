@@ -17,6 +17,7 @@ void LineTable::Clear(std::size_t lines) {
     slots_.assign(size, Slot{});
     mask_ = size - 1;
     keys_.clear();
+    keys_.reserve(lines);
 }
 
 void LineTable::Grow() {
