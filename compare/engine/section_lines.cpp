@@ -36,20 +36,21 @@ void AppendSectionLines(std::u16string_view text, std::string& out) {
 }
 
 void AppendCharacterLines(std::u16string_view text, std::string& out) {
-    const auto append_line = [&](std::size_t at) {
+    // The mark tells the second half of a pair from the first, and the doubled one from both.
+    const auto append_line = [&](std::size_t at, char mark) {
         const bool low = IsLowSurrogate(text[at]) && at > 0 && IsHighSurrogate(text[at - 1]);
         const bool high =
             IsHighSurrogate(text[at]) && at + 1 < text.size() && IsLowSurrogate(text[at + 1]);
         if (low)
-            out += '\1';  // tells the second half from the first
+            out += mark;
         AppendUtf8(text.substr(low ? at - 1 : at, low || high ? 2 : 1), out);
         out += kLineEnd;
     };
     for (std::size_t at = 0; at < text.size(); ++at)
-        append_line(at);
+        append_line(at, '\1');
     // Kept: the last character stands twice.
     if (!text.empty())
-        append_line(text.size() - 1);
+        append_line(text.size() - 1, '\2');
 }
 
 void FindSectionEnds(std::u16string_view text, std::vector<std::int32_t>& ends) {

@@ -13,12 +13,15 @@ namespace zorvane {
 
 using Paragraphs = std::vector<std::string>;
 
+enum class Ignored { Nothing, EmptyLines, Case };
+
 class ComparedPair {
   public:
     ComparedPair(const Paragraphs& original, const Paragraphs& modified,
-                 bool ignore_empty_lines = false)
+                 Ignored ignored = Ignored::Nothing)
         : original_(LineFile(original)), modified_(LineFile(modified)) {
-        engine_.putIgnoreEmptyLines(ignore_empty_lines);
+        engine_.putIgnoreEmptyLines(ignored == Ignored::EmptyLines);
+        engine_.putIgnoreCase(ignored == Ignored::Case);
         EXPECT_TRUE(engine_.CompareText(original_, modified_).ok());
     }
     const VestrelX& engine() const { return engine_; }

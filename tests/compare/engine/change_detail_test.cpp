@@ -204,9 +204,13 @@ TEST(PairParagraphs, PutsWhatBelongsTogetherBesideEachOther) {
          {{0, -1}, {1, 0}, {-1, 1}}},
         {"nothing shared goes by order", {"a", "b"}, {"x", "y", "z"}, {{0, 0}, {1, 1}, {-1, 2}}},
         {"what is too little to belong together",
-         {"a cat and a dog", "birds fly"},
-         {"and", "birds fly high"},
-         {{0, 0}, {1, 1}}},
+         {"five words and nothing more", "keys"},
+         {"something else", "and so it goes on forever", "keys"},
+         {{0, 0}, {-1, 1}, {1, 2}}},
+        {"one becomes two",
+         {"roof and wall rent five"},
+         {"roof and wall", "rent five"},
+         {{0, 0}, {-1, 1}}},
     };
     for (const PairRow& row : rows) {
         SCOPED_TRACE(row.name);

@@ -63,8 +63,8 @@ TEST(HtmlReportProperty, ShowsEveryParagraphOnceWithItsNumber) {
         SCOPED_TRACE(round);
         const Paragraphs original = RandomParagraphs(random, random() % 50);
         const Paragraphs modified = EditedParagraphs(random, original);
-        const bool ignore_empty = round % 3 == 1;
-        const ComparedPair pair(original, modified, ignore_empty);
+        const Ignored ignored = round % 3 == 1 ? Ignored::EmptyLines : Ignored::Nothing;
+        const ComparedPair pair(original, modified, ignored);
         const bool one = round % 2 == 0;
         const HtmlNode page =
             Parsed(WriteHtmlReport(pair.Model(round % 4 < 2), one ? kAllInOne : kSideBySide));
@@ -95,7 +95,7 @@ struct LayoutRow {
     Paragraphs original;
     Paragraphs modified;
     std::int32_t style;
-    bool ignore_empty;
+    Ignored ignored;
     std::vector<std::string> rows;
 };
 TEST(HtmlReport, LaysOutDifferences) {
@@ -104,42 +104,42 @@ TEST(HtmlReport, LaysOutDifferences) {
          {"heat in May", "keys 2"},
          {"heat in June", "no pets", "keys 3"},
          kAllInOne,
-         false,
+         Ignored::Nothing,
          {"- 1|+ 1|heat in MayJune", ".|+ 2|no pets", "- 2|+ 3|keys 23"}},
         {"the same side by side",
          {"heat in May", "keys 2"},
          {"heat in June", "no pets", "keys 3"},
          kSideBySide,
-         false,
+         Ignored::Nothing,
          {"- 1|heat in May|+ 1|heat in June", ".|.|+ 2|no pets", "- 2|keys 2|+ 3|keys 3"}},
         {"two paragraphs joined",
          {"one two", "three"},
          {"one two three"},
          kAllInOne,
-         false,
+         Ignored::Nothing,
          {"- 1|+ 1|one two\u00B6", "- 2|.| three"}},
         {"ignored empty paragraphs stand alone",
          {"a", "b", "c"},
          {"", "a", "", "", "b", "x"},
          kSideBySide,
-         true,
+         Ignored::EmptyLines,
          {".|.|1|.", "1|a|2|a", ".|.|3|.", ".|.|4|.", "2|b|5|b", "- 3|c|+ 6|x"}},
         {"a deletion and an addition",
          {"a", "b", "c"},
          {"b", "c", "d"},
          kSideBySide,
-         false,
+         Ignored::Nothing,
          {"- 1|a|.|.", "2|b|1|b", "3|c|2|c", ".|.|+ 3|d"}},
         {"unchanged text merged is the original's",
-         {"a", "", "b"},
-         {"a", "b"},
+         {"A", "b"},
+         {"a", "c"},
          kAllInOne,
-         true,
-         {"1|1|a", "2|.|.", "3|2|b"}},
+         Ignored::Case,
+         {"1|1|A", "- 2|+ 2|bc"}},
     };
     for (const LayoutRow& row : rows) {
         SCOPED_TRACE(row.name);
-        const ComparedPair pair(row.original, row.modified, row.ignore_empty);
+        const ComparedPair pair(row.original, row.modified, row.ignored);
         std::vector<std::string> shown;
         for (const auto& cells : RowsOf(Parsed(WriteHtmlReport(pair.Model(), row.style)))) {
             if (cells.front().name == "b")
@@ -172,8 +172,10 @@ TEST(HtmlReport, FoldsLongUnchangedStretches) {
 }
 
 TEST(HtmlReport, ListsAndLinksDifferences) {
-    const ComparedPair pair({"a", "b", "c d"}, {"a", "x", "b", "c e"});
+    const std::string long_text = std::string(59, 'x') + "\xF0\x9F\x98\x80";  // its pair at the cut
+    const ComparedPair pair({"a", "b", "c d"}, {"a", long_text, "b", "c e"});
     const HtmlNode page = Parsed(WriteHtmlReport(pair.Model(), kSideBySide));
+    EXPECT_NE(page.Text().find(std::string(59, 'x') + "..."), std::string::npos);
     std::vector<std::string> targets;
     std::vector<std::string> places;
     page.ForEach([&](const HtmlNode& node) {

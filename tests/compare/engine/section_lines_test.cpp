@@ -67,45 +67,58 @@ TEST(CharacterLines, HoldTheLastUnitTwice) {
     EXPECT_EQ(file, "a\r\nü\r\nü\r\n");
 }
 
-// Two characters that share one half of their pair must not be half equal.
-TEST(CharacterLines, NeverCutASurrogatePair) {
-    struct Row {
-        const char* name;
-        std::u16string original;
-        std::u16string modified;
-    };
-    const Row rows[] = {
-        {"equal first halves", u"x\U0001F600y", u"x\U0001F601y"},
-        {"equal second halves", u"x\U0001F600y", u"x\U0001FA00y"},
-        {"one more of the same", u"\U0001F600\U0001F600", u"\U0001F600\U0001F600\U0001F600"},
-        {"swapped", u"\U0001F600\U0001F601", u"\U0001F601\U0001F600"},
-    };
-    const auto cuts = [](std::u16string_view text, CharacterRange range) {
-        const auto low = [text](std::int32_t number) {
-            return number >= 1 && number <= static_cast<std::int32_t>(text.size()) &&
-                   text[static_cast<std::size_t>(number - 1)] >= 0xDC00 &&
-                   text[static_cast<std::size_t>(number - 1)] < 0xE000;
-        };
-        return low(range.first) || low(range.last + 1);
+bool CutsAPair(std::u16string_view text, std::int32_t behind) {
+    if (behind < 1 || behind >= static_cast<std::int32_t>(text.size()))
+        return false;
+    const char16_t next = text[static_cast<std::size_t>(behind)];
+    return next >= 0xDC00 && next < 0xE000;
+}
+
+// Two characters that share one half of their pair must not be half equal, and no block slides into
+// a pair.
+TEST(CharacterLinesProperty, NoRecordCutsASurrogatePair) {
+    std::mt19937 random(9);
+    constexpr const char16_t* kParts[] = {u"\U0001F600", u"\U0001F601", u"\U0001FA00", u" ", u"x"};
+    const auto make = [&] {
+        std::u16string text;
+        for (unsigned count = static_cast<unsigned>(random()) % 12; count > 0; --count)
+            text += kParts[random() % std::size(kParts)];
+        return text;
     };
     VestrelX engine;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (unsigned round = 0; round < 2000; ++round) {
+        const std::u16string original_text = make();
+        const std::u16string modified_text = make();
         std::string original;
         std::string modified;
-        AppendCharacterLines(row.original, original);
-        AppendCharacterLines(row.modified, modified);
+        AppendCharacterLines(original_text, original);
+        AppendCharacterLines(modified_text, modified);
         ASSERT_TRUE(engine.CompareText(original, modified).ok());
-        ASSERT_GT(engine.getDifferenceCount(), 0);
         for (const DifferenceRecord& record : engine.Records()) {
             const auto left =
-                WholeCharacters(row.original, {record.first_original, record.last_original});
+                WholeCharacters(original_text, {record.first_original, record.last_original});
             const auto right =
-                WholeCharacters(row.modified, {record.first_modified, record.last_modified});
-            EXPECT_FALSE(record.OriginalCount() > 0 && cuts(row.original, left));
-            EXPECT_FALSE(record.ModifiedCount() > 0 && cuts(row.modified, right));
+                WholeCharacters(modified_text, {record.first_modified, record.last_modified});
+            const bool cut = record.OriginalCount() > 0
+                                 ? CutsAPair(original_text, left.first - 1) ||
+                                       CutsAPair(original_text, left.last)
+                                 : CutsAPair(modified_text, right.first - 1) ||
+                                       CutsAPair(modified_text, right.last);
+            EXPECT_FALSE(cut) << original << "---\n" << modified;
         }
     }
+}
+
+TEST(CharacterLines, ARangeSlidesBackToWholeCharacters) {
+    constexpr std::u16string_view kText = u"x\U0001F600\U0001F600";
+    const auto range = [&](CharacterRange given) {
+        const CharacterRange whole = WholeCharacters(kText, given);
+        return std::pair(whole.first, whole.last);
+    };
+    EXPECT_EQ(range({3, 4}), std::pair(2, 3));
+    EXPECT_EQ(range({2, 3}), std::pair(2, 3));
+    EXPECT_EQ(range({1, 1}), std::pair(1, 1));
+    EXPECT_EQ(range({6, 6}), std::pair(6, 6));  // the doubled last one
 }
 
 }  // namespace
