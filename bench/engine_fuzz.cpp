@@ -1,0 +1,43 @@
+// Any two texts, any switches, any expression: the records stay in order, within both texts, and
+// the same.
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "compare/engine/vestrel_x.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace zorvane;
+    if (size < 2)
+        return 0;
+    const std::uint8_t switches = data[0];
+    const std::string_view text(reinterpret_cast<const char*>(data) + 2, size - 2);  // NOLINT
+    const std::size_t cut = text.size() * data[1] / 256;
+    const std::string_view master = text.substr(0, cut);
+    const std::string_view source = text.substr(cut);
+    VestrelX engine;
+    engine.putIgnoreCase((switches & 1) != 0);
+    engine.putIgnoreWhitespace((switches & 2) != 0);
+    engine.putIgnoreEmptyLines((switches & 4) != 0);
+    engine.putCompareFaster((switches & 8) != 0);
+    engine.putLargerSections((switches & 16) != 0);
+    engine.putUseLineBracket((switches & 32) != 0);
+    engine.putFilterEnabled((switches & 64) != 0);
+    engine.putFilterExpression(std::string(source.substr(0, 12)));
+    if (!engine.CompareText(master, source).ok())
+        return 0;
+    std::int32_t original = 0;
+    std::int32_t modified = 0;
+    for (const DifferenceRecord& record : engine.Records()) {
+        const bool addition = record.type == DifferenceType::Addition;
+        const bool deletion = record.type == DifferenceType::Deletion;
+        if ((addition ? record.first_original : record.first_original - 1) < original ||
+            (deletion ? record.first_modified : record.first_modified - 1) < modified ||
+            record.last_original > engine.MasterLineCount() ||
+            record.last_modified > engine.SourceLineCount())
+            std::abort();
+        original = record.last_original;
+        modified = record.last_modified;
+    }
+    return 0;
+}
