@@ -493,8 +493,7 @@ class Reader {
 
     void TakeUnicode(std::int32_t number) {
         const auto unit = static_cast<char16_t>(static_cast<std::uint32_t>(number));
-        const bool break_unit = unit == u'\r' || unit == u'\n' || unit == u'\0';
-        if (!break_unit)
+        if (unit >= 0x20 || unit == u'\t')  // no control character has a meaning here
             TakeCharacter(unit);
     }
 

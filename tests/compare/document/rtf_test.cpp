@@ -32,6 +32,7 @@ const ReadRow kReadRows[] = {
      "€x€b€y"},
     {"a negative unicode number", "{\\rtf1\\u-4051?}", "\uF02D"},
     {"a pair of surrogates", "{\\rtf1\\u-10179?\\u-8704?}", "😀"},
+    {"control characters by number", "{\\rtf1 a\\u28 ?\\u13 ?\\u9 ?b}", "a>b"},
     {"a group ends what stands in", "{\\rtf1{\\uc3\\u65 }bcd}", "Abcd"},
     {"bold, italic and plain", "{\\rtf1\\b a\\i b\\plain c}", "[b:a][bi:b]c"},
     {"a group keeps its format", "{\\rtf1 a{\\b b}c}", "a[b:b]c"},
