@@ -31,9 +31,7 @@ std::string Visible(std::string_view text) {
             out += '\t';
         else if (byte == 11)
             out += "\n    ";
-        else if (byte >= 0x20 && byte != 0x7F)
-            out += character;
-        else if (character == '\t')
+        else if ((byte >= 0x20 && byte != 0x7F) || character == '\t')
             out += character;
         else
             out.append("\xE2\x90").append(1, static_cast<char>(byte == 0x7F ? 0xA1 : 0x80 + byte));

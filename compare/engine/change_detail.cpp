@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "compare/engine/break_aligner.h"
 #include "compare/engine/section_lines.h"
 
 namespace zorvane {
 namespace {
-
-// Paragraphs belong together when at least this part of the shorter one stayed.
-constexpr std::int32_t kLeastSharedPart = 4;
 
 std::int32_t EndOf(const std::vector<std::int32_t>& ends, std::int32_t number, std::int32_t size) {
     if (number < 1 || ends.empty())
@@ -23,119 +21,9 @@ DetailPlace PlaceOf(const std::vector<std::int32_t>& ends, std::int32_t first, s
     return {first, last, count == 0 ? end : EndOf(ends, first - 1, size), end};
 }
 
-void Append(std::vector<Piece>& pieces, PieceKind kind, std::u16string_view text) {
-    if (text.empty())
-        return;
-    if (!pieces.empty() && pieces.back().kind == kind)
-        pieces.back().text += text;
-    else
-        pieces.push_back({kind, std::u16string(text)});
-}
-
 std::u16string_view Part(std::u16string_view text, std::int32_t begin, std::int32_t end) {
     return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
 }
-
-// One side's sections, and which places between two of them lie inside a break.
-struct SectionSide {
-    std::u16string_view text;
-    const std::vector<std::int32_t>& ends;
-
-    std::int32_t Count() const { return static_cast<std::int32_t>(ends.size()); }
-    // Whether the place behind section `number` is between a CR and its LF.
-    bool InsideBreak(std::int32_t number) const {
-        if (number < 1 || number >= Count())
-            return false;
-        const auto end = static_cast<std::size_t>(ends[static_cast<std::size_t>(number - 1)]);
-        return text[end - 1] == u'\r' && text[end] == u'\n';
-    }
-};
-
-// A record as the places in front of and behind its sections.
-struct Span {
-    std::int32_t original_begin;
-    std::int32_t original_end;
-    std::int32_t modified_begin;
-    std::int32_t modified_end;
-};
-
-Span SpanOf(const DifferenceRecord& record) {
-    const bool addition = record.type == DifferenceType::Addition;
-    const bool deletion = record.type == DifferenceType::Deletion;
-    return {addition ? record.first_original : record.first_original - 1, record.last_original,
-            deletion ? record.first_modified : record.first_modified - 1, record.last_modified};
-}
-
-DifferenceRecord RecordOf(const Span& span) {
-    if (span.original_begin == span.original_end)
-        return {DifferenceType::Addition, span.original_begin, span.original_begin,
-                span.modified_begin + 1, span.modified_end};
-    if (span.modified_begin == span.modified_end)
-        return {DifferenceType::Deletion, span.original_begin + 1, span.original_end,
-                span.modified_begin, span.modified_begin};
-    return {DifferenceType::Change, span.original_begin + 1, span.original_end,
-            span.modified_begin + 1, span.modified_end};
-}
-
-// The two halves of a break are sections of their own and all look alike to the engine (an empty
-// line), so a record may begin or end between them. What people read knows only whole breaks: such
-// a record slides on by one section where that is the same difference, else it takes the half it
-// cuts off with it.
-class BreakAligner {
-  public:
-    BreakAligner(SectionSide original, SectionSide modified)
-        : original_(original), modified_(modified) {}
-
-    std::vector<DifferenceRecord> Run(const std::vector<DifferenceRecord>& records) {
-        for (std::size_t i = 0; i < records.size(); ++i) {
-            const bool last = i + 1 == records.size();
-            const Span end{original_.Count(), 0, modified_.Count(), 0};
-            Take(SpanOf(records[i]), last ? end : SpanOf(records[i + 1]));
-        }
-        std::vector<DifferenceRecord> aligned;
-        aligned.reserve(spans_.size());
-        for (const Span& span : spans_)
-            aligned.push_back(RecordOf(span));
-        return aligned;
-    }
-
-  private:
-    bool CutsAt(std::int32_t original, std::int32_t modified) const {
-        return original_.InsideBreak(original) || modified_.InsideBreak(modified);
-    }
-
-    void Take(Span span, const Span& next) {
-        const bool one_sided =
-            span.original_begin == span.original_end || span.modified_begin == span.modified_end;
-        if (one_sided && original_.InsideBreak(span.original_begin) &&
-            original_.InsideBreak(span.original_end) &&
-            modified_.InsideBreak(span.modified_begin) &&
-            modified_.InsideBreak(span.modified_end) && span.original_end < next.original_begin) {
-            span = {span.original_begin + 1, span.original_end + 1, span.modified_begin + 1,
-                    span.modified_end + 1};
-        }
-        const std::int32_t lowest = spans_.empty() ? 0 : spans_.back().original_end;
-        while (CutsAt(span.original_begin, span.modified_begin) && span.original_begin > lowest) {
-            --span.original_begin;
-            --span.modified_begin;
-        }
-        while (CutsAt(span.original_end, span.modified_end) &&
-               span.original_end < next.original_begin) {
-            ++span.original_end;
-            ++span.modified_end;
-        }
-        if (!spans_.empty() && span.original_begin < spans_.back().original_end) {
-            spans_.back().original_end = span.original_end;
-            spans_.back().modified_end = span.modified_end;
-            return;
-        }
-        spans_.push_back(span);
-    }
-
-    SectionSide original_;
-    SectionSide modified_;
-    std::vector<Span> spans_;
-};
 
 enum class Sides { Both, Original, Modified };
 
@@ -158,9 +46,9 @@ class PieceWriter {
 
     void Same(std::int32_t original_end, std::int32_t modified_end) {
         if (sides_ == Sides::Modified)
-            Append(pieces_, PieceKind::Same, Part(modified_, modified_at_, modified_end));
+            AppendPiece(pieces_, PieceKind::Same, Part(modified_, modified_at_, modified_end));
         else
-            Append(pieces_, PieceKind::Same, Part(original_, original_at_, original_end));
+            AppendPiece(pieces_, PieceKind::Same, Part(original_, original_at_, original_end));
         original_at_ = original_end;
         modified_at_ = modified_end;
     }
@@ -170,11 +58,11 @@ class PieceWriter {
         if (change)
             TrimChange(original_end, modified_end);
         if (sides_ != Sides::Modified)
-            Append(pieces_, change ? PieceKind::ChangedOld : PieceKind::Deleted,
-                   Part(original_, original_at_, original_end));
+            AppendPiece(pieces_, change ? PieceKind::ChangedOld : PieceKind::Deleted,
+                        Part(original_, original_at_, original_end));
         if (sides_ != Sides::Original)
-            Append(pieces_, change ? PieceKind::ChangedNew : PieceKind::Added,
-                   Part(modified_, modified_at_, modified_end));
+            AppendPiece(pieces_, change ? PieceKind::ChangedNew : PieceKind::Added,
+                        Part(modified_, modified_at_, modified_end));
         original_at_ = original_end;
         modified_at_ = modified_end;
     }
@@ -292,7 +180,7 @@ void ChangeDetail::Find(std::u16string_view original, std::u16string_view modifi
     IgnoreFailure(mini_.CompareText(original_lines_, modified_lines_),
                   "a bad expression has failed at document level");
     const std::vector<DifferenceRecord> records =
-        BreakAligner({original, original_ends_}, {modified, modified_ends_}).Run(mini_.Records());
+        AlignToBreaks(mini_.Records(), {original, original_ends_}, {modified, modified_ends_});
     sections_.reserve(records.size());
     for (const DifferenceRecord& record : records) {
         SectionDetail section;
@@ -385,134 +273,6 @@ std::vector<Piece> ChangeDetail::OriginalPieces() const {
 std::vector<Piece> ChangeDetail::ModifiedPieces() const {
     return Written(sections_, PieceWriter(original_, modified_,
                                           Totals(original_ends_, modified_ends_), Sides::Modified));
-}
-
-namespace {
-
-// Where a break begins at or behind `from`, and where the text goes on. A mark may have cut a break
-// in two: its CR then stands last in a piece and its LF first in another.
-struct BreakPlace {
-    std::size_t begin;
-    std::size_t next;
-    bool ends_paragraph;
-};
-BreakPlace FindBreak(std::u16string_view text, std::size_t from, bool behind_return) {
-    if (from == 0 && behind_return && text.starts_with(u'\n'))
-        return {0, 1, true};
-    const std::size_t at = text.find(u"\r\n", from);
-    if (at != std::u16string_view::npos)
-        return {at, at + 2, true};
-    const std::size_t end = text.ends_with(u'\r') ? text.size() - 1 : text.size();
-    return {std::max(end, from), text.size(), false};
-}
-
-struct SharedText {
-    std::int32_t original;
-    std::int32_t modified;
-    std::int32_t length;
-};
-
-// How much text each two paragraphs share, in reading order, without what is too little.
-std::vector<SharedText> FindSharedText(const std::vector<PieceParagraph>& merged,
-                                       std::int32_t originals, std::int32_t modifieds) {
-    std::vector<SharedText> shared;
-    std::vector<std::int32_t> original_lengths(static_cast<std::size_t>(originals), 0);
-    std::vector<std::int32_t> modified_lengths(static_cast<std::size_t>(modifieds), 0);
-    std::int32_t original = 0;
-    std::int32_t modified = 0;
-    for (const PieceParagraph& paragraph : merged) {
-        if (original >= originals || modified >= modifieds)
-            break;
-        std::int32_t same = 0;
-        for (const Piece& piece : paragraph.pieces) {
-            const auto length = static_cast<std::int32_t>(piece.text.size());
-            same += piece.kind == PieceKind::Same ? length : 0;
-            if (IsOriginalPiece(piece.kind))
-                original_lengths[static_cast<std::size_t>(original)] += length;
-            if (IsModifiedPiece(piece.kind))
-                modified_lengths[static_cast<std::size_t>(modified)] += length;
-        }
-        if (same > 0)
-            shared.push_back({original, modified, same});
-        original += IsOriginalPiece(paragraph.end) ? 1 : 0;
-        modified += IsModifiedPiece(paragraph.end) ? 1 : 0;
-    }
-    std::erase_if(shared, [&](const SharedText& text) {
-        return text.length * kLeastSharedPart <
-               std::min(original_lengths[static_cast<std::size_t>(text.original)],
-                        modified_lengths[static_cast<std::size_t>(text.modified)]);
-    });
-    return shared;
-}
-
-// The chain of pairs, both sides ascending, with the most shared text. Since the list ascends on
-// both sides, what may stand in front of a pair is always a front part of the list: linear time.
-std::vector<SharedText> BestChain(const std::vector<SharedText>& shared) {
-    std::vector<std::size_t> in_front(shared.size(), 0);
-    std::vector<std::int64_t> best(shared.size() + 1, 0);
-    std::size_t below_original = 0;
-    std::size_t below_modified = 0;
-    for (std::size_t i = 0; i < shared.size(); ++i) {
-        while (shared[below_original].original < shared[i].original)
-            ++below_original;
-        while (shared[below_modified].modified < shared[i].modified)
-            ++below_modified;
-        in_front[i] = std::min(below_original, below_modified);
-        best[i + 1] = std::max(best[i], shared[i].length + best[in_front[i]]);
-    }
-    std::vector<SharedText> chain;
-    std::size_t at = shared.size();
-    while (at > 0) {
-        if (best[at] == best[at - 1]) {
-            --at;
-            continue;
-        }
-        chain.push_back(shared[at - 1]);
-        at = in_front[at - 1];
-    }
-    std::reverse(chain.begin(), chain.end());
-    return chain;
-}
-
-}  // namespace
-
-std::vector<PieceParagraph> SplitPieces(const std::vector<Piece>& pieces) {
-    std::vector<PieceParagraph> paragraphs(1);
-    bool behind_return = false;
-    for (const Piece& piece : pieces) {
-        const std::u16string_view text = piece.text;
-        std::size_t from = 0;
-        while (from < text.size()) {
-            const BreakPlace place = FindBreak(text, from, behind_return);
-            Append(paragraphs.back().pieces, piece.kind, text.substr(from, place.begin - from));
-            if (place.ends_paragraph) {
-                paragraphs.back().end = piece.kind;
-                paragraphs.emplace_back();
-            }
-            from = place.next;
-        }
-        behind_return = text.ends_with(u'\r');
-    }
-    return paragraphs;
-}
-
-std::vector<ParagraphPair> PairParagraphs(const std::vector<PieceParagraph>& merged,
-                                          std::int32_t originals, std::int32_t modifieds) {
-    std::vector<ParagraphPair> pairs;
-    std::int32_t original = 0;
-    std::int32_t modified = 0;
-    const auto pair_by_order_up_to = [&](std::int32_t original_end, std::int32_t modified_end) {
-        while (original < original_end || modified < modified_end) {
-            pairs.push_back({original < original_end ? original++ : -1,
-                             modified < modified_end ? modified++ : -1});
-        }
-    };
-    for (const SharedText& text : BestChain(FindSharedText(merged, originals, modifieds))) {
-        pair_by_order_up_to(text.original, text.modified);
-        pairs.push_back({original++, modified++});
-    }
-    pair_by_order_up_to(originals, modifieds);
-    return pairs;
 }
 
 }  // namespace zorvane

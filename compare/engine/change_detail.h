@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "common/base/result.h"
+#include "compare/engine/pieces.h"
 #include "compare/engine/vestrel_x.h"
 
 namespace zorvane {
@@ -40,19 +41,6 @@ struct DetailRecord {
 /// Numbers of letters count within the section's own texts.
 struct SectionDetail : DetailRecord {
     std::vector<DetailRecord> characters;  ///< only of a change, and only by character
-};
-
-/// How a piece of the merged text came about.
-enum class PieceKind : std::uint8_t { Same, Deleted, Added, ChangedOld, ChangedNew };
-constexpr bool IsOriginalPiece(PieceKind kind) {
-    return kind != PieceKind::Added && kind != PieceKind::ChangedNew;
-}
-constexpr bool IsModifiedPiece(PieceKind kind) {
-    return kind != PieceKind::Deleted && kind != PieceKind::ChangedOld;
-}
-struct Piece {
-    PieceKind kind = PieceKind::Same;
-    std::u16string text;
 };
 
 struct DetailCounts {
@@ -98,28 +86,5 @@ class ChangeDetail {
     std::vector<std::int32_t> original_ends_;
     std::vector<std::int32_t> modified_ends_;
 };
-
-/// One paragraph of a text in pieces. A break is no part of them.
-struct PieceParagraph {
-    std::vector<Piece> pieces;
-    PieceKind end = PieceKind::Same;  ///< how the break behind it came about
-
-    /// Whether the break came or went by itself, which nothing in the paragraph tells.
-    bool BreakStandsOut() const {
-        return end != PieceKind::Same && (pieces.empty() || pieces.back().kind != end);
-    }
-};
-
-/// Pieces cut at paragraph breaks.
-std::vector<PieceParagraph> SplitPieces(const std::vector<Piece>& pieces);
-
-/// Pairs of paragraphs that belong beside each other, for a change of several: 0-based, -1 for
-/// none. Both columns ascend. By the text that stayed; what shares none is paired by its order.
-struct ParagraphPair {
-    std::int32_t original = -1;
-    std::int32_t modified = -1;
-};
-std::vector<ParagraphPair> PairParagraphs(const std::vector<PieceParagraph>& merged,
-                                          std::int32_t originals, std::int32_t modifieds);
 
 }  // namespace zorvane

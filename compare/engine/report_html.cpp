@@ -44,6 +44,25 @@ struct Row {
     std::int32_t modified;
 };
 
+// The number of one side's paragraph that waits for the row where its text begins.
+struct NumberInRow {
+    std::int32_t number = 0;
+    bool waits = true;
+
+    bool Begins(const PieceParagraph& row, bool (*is_mine)(PieceKind), bool last_row) {
+        const bool mine = last_row || is_mine(row.end) ||
+                          std::any_of(row.pieces.begin(), row.pieces.end(),
+                                      [&](const Piece& piece) { return is_mine(piece.kind); });
+        const bool begins = waits && mine;
+        waits = waits && !mine;
+        return begins;
+    }
+    void GoOn(bool break_is_mine) {
+        waits = waits || break_is_mine;
+        number += break_is_mine ? 1 : 0;
+    }
+};
+
 std::u16string_view Excerpt(std::u16string_view text) {
     std::size_t size = std::min(text.find(u'\r'), std::min(text.size(), kExcerpt));
     if (size < text.size() && size > 0 && text[size] >= 0xDC00 && text[size] < 0xE000)
@@ -291,10 +310,12 @@ class HtmlWriter {
             fmt::format_to(std::back_inserter(body_), "<a href=\"#d{}\">&#8595; next</a>",
                            number_ + 1);
         body_ += "</span></div>\n";
-        if (record.type == DifferenceType::Change)
-            Change(record, original, modified);
+        if (record.type == DifferenceType::Addition)
+            Added(record);
+        else if (record.type == DifferenceType::Deletion)
+            Deleted(record);
         else
-            Whole(record);
+            Change(record, original, modified);
         body_ += "</section>\n";
         in_section_ = false;
     }
@@ -308,23 +329,25 @@ class HtmlWriter {
     }
 
     // Paragraphs that stand on one side only.
-    void Whole(const DifferenceRecord& record) {
-        const bool addition = record.type == DifferenceType::Addition;
-        const std::int32_t first = addition ? record.first_modified : record.first_original;
-        const std::int32_t count = addition ? record.ModifiedCount() : record.OriginalCount();
-        for (std::int32_t line = first; line < first + count; ++line) {
+    void Added(const DifferenceRecord& record) {
+        for (std::int32_t line = record.first_modified; line <= record.last_modified; ++line) {
             BeginRow();
-            if (addition)
-                body_ += one_ ? "<b></b>" : "<b></b><div class=\"none\"></div>";
-            SignedNumber(addition ? "+ " : "&#8722; ", line);
-            if (!addition && one_)
-                body_ += "<b></b>";
-            body_ += addition ? "<div><ins class=\"a\">" : "<div><del class=\"a\">";
-            AppendHtmlText(addition ? engine_.SourceLine(line) : engine_.MasterLine(line), body_);
-            body_ += addition ? "</ins></div>" : "</del></div>";
-            if (!addition && !one_)
-                body_ += "<b></b><div class=\"none\"></div>";
-            body_ += "</div>\n";
+            body_ += one_ ? "<b></b>" : "<b></b><div class=\"none\"></div>";
+            SignedNumber("+ ", line);
+            body_ += "<div><ins class=\"a\">";
+            AppendHtmlText(engine_.SourceLine(line), body_);
+            body_ += "</ins></div></div>\n";
+        }
+    }
+
+    void Deleted(const DifferenceRecord& record) {
+        for (std::int32_t line = record.first_original; line <= record.last_original; ++line) {
+            BeginRow();
+            SignedNumber("&#8722; ", line);
+            body_ += one_ ? "<b></b><div><del class=\"a\">" : "<div><del class=\"a\">";
+            AppendHtmlText(engine_.MasterLine(line), body_);
+            body_ += one_ ? "</del></div></div>\n"
+                          : "</del></div><b></b><div class=\"none\"></div></div>\n";
         }
     }
 
@@ -377,30 +400,22 @@ class HtmlWriter {
     // A row for each paragraph of the merged text; a number stands in the row where the text of its
     // paragraph begins.
     void MergedRows(const DifferenceRecord& record, const std::vector<PieceParagraph>& merged) {
-        Row at{record.first_original, record.first_modified};
-        bool original_waits = true;
-        bool modified_waits = true;
+        NumberInRow original{record.first_original};
+        NumberInRow modified{record.first_modified};
         for (std::size_t i = 0; i < merged.size(); ++i) {
             const PieceParagraph& paragraph = merged[i];
             const bool last = i + 1 == merged.size();
-            bool original = IsOriginalPiece(paragraph.end) || last;
-            bool modified = IsModifiedPiece(paragraph.end) || last;
-            for (const Piece& piece : paragraph.pieces) {
-                original = original || IsOriginalPiece(piece.kind);
-                modified = modified || IsModifiedPiece(piece.kind);
-            }
             BeginRow();
-            MergedNumber(original && original_waits, "&#8722; ", at.original);
-            MergedNumber(modified && modified_waits, "+ ", at.modified);
+            MergedNumber(original.Begins(paragraph, IsOriginalPiece, last), "&#8722; ",
+                         original.number);
+            MergedNumber(modified.Begins(paragraph, IsModifiedPiece, last), "+ ", modified.number);
             body_ += "<div>";
             AppendPieces(paragraph.pieces);
             if (paragraph.BreakStandsOut())
                 AppendPieces({{paragraph.end, u"\u00B6"}});
             body_ += "</div></div>\n";
-            original_waits = (original_waits && !original) || IsOriginalPiece(paragraph.end);
-            modified_waits = (modified_waits && !modified) || IsModifiedPiece(paragraph.end);
-            at.original += IsOriginalPiece(paragraph.end) ? 1 : 0;
-            at.modified += IsModifiedPiece(paragraph.end) ? 1 : 0;
+            original.GoOn(IsOriginalPiece(paragraph.end));
+            modified.GoOn(IsModifiedPiece(paragraph.end));
         }
     }
 

@@ -58,6 +58,7 @@ TEST(ChangeDetail, MergesBothTexts) {
          "one [<two][>2]\r\n[<three][>3]"},
         {"a paragraph goes with one break", u"p\r\nq\r\nr x", u"p\r\nr y", false,
          "p\r\n[-q\r\n]r [<x][>y]"},
+        {"a lone return at the end", u"a\r", u"b\r", false, "[<a][>b]\r"},
         {"letters", u"a horse", u"a house", true, "a ho[<r][>u]se"},
         {"a letter less at the end", u"cars x", u"car x", true, "car[-s] x"},
         {"a letter more in front", u"ark x", u"bark x", true, "[+b]ark x"},

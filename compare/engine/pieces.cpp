@@ -1,0 +1,154 @@
+#include "compare/engine/pieces.h"
+
+#include <algorithm>
+
+namespace zorvane {
+
+void AppendPiece(std::vector<Piece>& pieces, PieceKind kind, std::u16string_view text) {
+    if (text.empty())
+        return;
+    if (!pieces.empty() && pieces.back().kind == kind)
+        pieces.back().text += text;
+    else
+        pieces.push_back({kind, std::u16string(text)});
+}
+
+namespace {
+
+// Paragraphs belong together when at least this part of the shorter one stayed.
+constexpr std::int32_t kLeastSharedPart = 4;
+
+// Where a break begins at or behind `from`, and where the text goes on. A mark may have cut a break
+// in two: its CR then stands last in a piece and its LF first in another.
+struct BreakPlace {
+    std::size_t begin;
+    std::size_t next;
+    bool ends_paragraph;
+};
+BreakPlace FindBreak(std::u16string_view text, std::size_t from, bool behind_return) {
+    if (from == 0 && behind_return && text.starts_with(u'\n'))
+        return {0, 1, true};
+    const std::size_t at = text.find(u"\r\n", from);
+    if (at != std::u16string_view::npos)
+        return {at, at + 2, true};
+    const std::size_t end = text.ends_with(u'\r') ? text.size() - 1 : text.size();
+    return {std::max(end, from), text.size(), false};
+}
+
+struct SharedText {
+    std::int32_t original;
+    std::int32_t modified;
+    std::int32_t length;
+};
+
+std::int32_t LengthOf(const PieceParagraph& paragraph, bool (*counts)(PieceKind)) {
+    std::int32_t length = 0;
+    for (const Piece& piece : paragraph.pieces)
+        length += counts(piece.kind) ? static_cast<std::int32_t>(piece.text.size()) : 0;
+    return length;
+}
+
+bool Stayed(PieceKind kind) {
+    return kind == PieceKind::Same;
+}
+
+// How much text each two paragraphs share, in reading order, without what is too little.
+std::vector<SharedText> FindSharedText(const std::vector<PieceParagraph>& merged,
+                                       std::size_t originals, std::size_t modifieds) {
+    std::vector<SharedText> shared;
+    std::vector<std::int32_t> original_lengths(originals, 0);
+    std::vector<std::int32_t> modified_lengths(modifieds, 0);
+    std::size_t original = 0;
+    std::size_t modified = 0;
+    for (const PieceParagraph& paragraph : merged) {
+        if (original >= originals || modified >= modifieds)
+            break;
+        original_lengths[original] += LengthOf(paragraph, IsOriginalPiece);
+        modified_lengths[modified] += LengthOf(paragraph, IsModifiedPiece);
+        if (const std::int32_t same = LengthOf(paragraph, Stayed); same > 0)
+            shared.push_back(
+                {static_cast<std::int32_t>(original), static_cast<std::int32_t>(modified), same});
+        original += IsOriginalPiece(paragraph.end) ? 1U : 0U;
+        modified += IsModifiedPiece(paragraph.end) ? 1U : 0U;
+    }
+    std::erase_if(shared, [&](const SharedText& text) {
+        return text.length * kLeastSharedPart <
+               std::min(original_lengths[static_cast<std::size_t>(text.original)],
+                        modified_lengths[static_cast<std::size_t>(text.modified)]);
+    });
+    return shared;
+}
+
+// The chain of pairs, both sides ascending, with the most shared text. Since the list ascends on
+// both sides, what may stand in front of a pair is always a front part of the list: linear time.
+std::vector<SharedText> BestChain(const std::vector<SharedText>& shared) {
+    std::vector<std::size_t> in_front(shared.size(), 0);
+    std::vector<std::int64_t> best(shared.size() + 1, 0);
+    std::size_t below_original = 0;
+    std::size_t below_modified = 0;
+    for (std::size_t i = 0; i < shared.size(); ++i) {
+        while (shared[below_original].original < shared[i].original)
+            ++below_original;
+        while (shared[below_modified].modified < shared[i].modified)
+            ++below_modified;
+        in_front[i] = std::min(below_original, below_modified);
+        best[i + 1] = std::max(best[i], shared[i].length + best[in_front[i]]);
+    }
+    std::vector<SharedText> chain;
+    std::size_t at = shared.size();
+    while (at > 0) {
+        if (best[at] == best[at - 1]) {
+            --at;
+            continue;
+        }
+        chain.push_back(shared[at - 1]);
+        at = in_front[at - 1];
+    }
+    std::reverse(chain.begin(), chain.end());
+    return chain;
+}
+
+}  // namespace
+
+std::vector<PieceParagraph> SplitPieces(const std::vector<Piece>& pieces) {
+    std::vector<PieceParagraph> paragraphs(1);
+    bool behind_return = false;
+    for (const Piece& piece : pieces) {
+        const std::u16string_view text = piece.text;
+        std::size_t from = 0;
+        while (from < text.size()) {
+            const BreakPlace place = FindBreak(text, from, behind_return);
+            AppendPiece(paragraphs.back().pieces, piece.kind,
+                        text.substr(from, place.begin - from));
+            if (place.ends_paragraph) {
+                paragraphs.back().end = piece.kind;
+                paragraphs.emplace_back();
+            }
+            from = place.next;
+        }
+        behind_return = text.ends_with(u'\r');
+    }
+    return paragraphs;
+}
+
+std::vector<ParagraphPair> PairParagraphs(const std::vector<PieceParagraph>& merged,
+                                          std::int32_t originals, std::int32_t modifieds) {
+    std::vector<ParagraphPair> pairs;
+    std::int32_t original = 0;
+    std::int32_t modified = 0;
+    const auto pair_by_order_up_to = [&](std::int32_t original_end, std::int32_t modified_end) {
+        while (original < original_end || modified < modified_end) {
+            pairs.push_back({original < original_end ? original++ : -1,
+                             modified < modified_end ? modified++ : -1});
+        }
+    };
+    for (const SharedText& text : BestChain(FindSharedText(
+             merged, static_cast<std::size_t>(originals), static_cast<std::size_t>(modifieds)))) {
+        pair_by_order_up_to(text.original, text.modified);
+        pairs.push_back({original++, modified++});
+    }
+    pair_by_order_up_to(originals, modifieds);
+    return pairs;
+}
+
+}  // namespace zorvane
