@@ -4,7 +4,6 @@
     tools/make_bench_inputs.py FOLDER && tools/bench_engine.py build/release/bench/zv_engine_diff FOLDER
 """
 
-import os
 import pathlib
 import statistics
 import subprocess
@@ -13,12 +12,19 @@ import sys
 RUNS = 5
 
 
+# The child is started from a small process: a child counts its parent's peak until it is another program.
+STARTER = """import resource, subprocess, sys
+with open(sys.argv[1], "wb") as out:
+    subprocess.run(sys.argv[2:], stdout=out)
+usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+print(usage.ru_utime + usage.ru_stime, usage.ru_maxrss)"""
+
+
 def measure(command, out):
     """Processor seconds and peak KiB of one run."""
-    with open(out, "wb") as target:
-        child = subprocess.Popen(command, stdout=target)
-        _, _, usage = os.wait4(child.pid, 0)
-    return usage.ru_utime + usage.ru_stime, usage.ru_maxrss
+    figures = subprocess.run([sys.executable, "-S", "-c", STARTER, str(out), *command], check=True,
+                             capture_output=True, text=True).stdout.split()
+    return float(figures[0]), int(figures[1])
 
 
 def main():

@@ -25,9 +25,8 @@ struct Failure {
 class [[nodiscard]] Status {
   public:
     Status() = default;
-    Status(Failure failure)
-        : failure_(std::move(failure)) {
-    }  // NOLINT(google-explicit-constructor): a failure is returned as it stands
+    // NOLINTNEXTLINE(google-explicit-constructor): a failure is returned as it stands
+    Status(Failure failure) : failure_(std::move(failure)) {}
 
     static Status Ok() { return {}; }
 
@@ -46,11 +45,10 @@ class [[nodiscard]] Status {
 template <class T>
 class [[nodiscard]] Result {
   public:
-    Result(T value)
-        : value_(std::move(value)) {
-    }  // NOLINT(google-explicit-constructor): a value is returned as it stands
-    Result(Failure failure)
-        : value_(std::move(failure)) {}  // NOLINT(google-explicit-constructor): likewise
+    // NOLINTNEXTLINE(google-explicit-constructor): a value is returned as it stands
+    Result(T value) : value_(std::move(value)) {}
+    // NOLINTNEXTLINE(google-explicit-constructor): likewise
+    Result(Failure failure) : value_(std::move(failure)) {}
 
     bool ok() const { return std::holds_alternative<T>(value_); }
     /// Only when ok().

@@ -224,25 +224,52 @@ void BuildRecords(const ChangedPlaces& changed, std::span<const std::int32_t> or
     }
 }
 
-void MergeNearRecords(std::vector<DifferenceRecord>& records, std::int32_t gap) {
-    std::vector<DifferenceRecord> merged;
-    for (const DifferenceRecord& record : records) {
-        if (merged.empty() ||
-            OriginalCover(record).first - OriginalCover(merged.back()).last - 1 > gap) {
-            merged.push_back(record);
-            continue;
-        }
-        // With the unchanged lines between them both sides have lines, so the two become a change.
-        DifferenceRecord& last = merged.back();
-        if (last.type == DifferenceType::Addition)
-            ++last.first_original;
-        if (last.type == DifferenceType::Deletion)
-            ++last.first_modified;
-        last.type = DifferenceType::Change;
-        last.last_original = record.last_original;
-        last.last_modified = record.last_modified;
+namespace {
+
+// With the unchanged lines between them both sides have lines, so the two become one change.
+void Join(DifferenceRecord& record, const DifferenceRecord& next) {
+    if (record.type == DifferenceType::Addition)
+        ++record.first_original;
+    if (record.type == DifferenceType::Deletion)
+        ++record.first_modified;
+    record.type = DifferenceType::Change;
+    record.last_original = next.last_original;
+    record.last_modified = next.last_modified;
+}
+
+std::int32_t UnchangedBetween(const DifferenceRecord& record, const DifferenceRecord& next) {
+    return OriginalCover(next).first - OriginalCover(record).last - 1;
+}
+
+template <class Belong>
+void JoinWhere(std::vector<DifferenceRecord>& records, const Belong& belong_together) {
+    std::size_t kept = 0;
+    for (std::size_t i = 1; i < records.size(); ++i) {
+        if (belong_together(records[kept], records[i]))
+            Join(records[kept], records[i]);
+        else
+            records[++kept] = records[i];
     }
-    records = std::move(merged);
+    if (!records.empty())
+        records.resize(kept + 1);
+}
+
+}  // namespace
+
+void MergeNearRecords(std::vector<DifferenceRecord>& records, std::int32_t gap) {
+    JoinWhere(records, [gap](const DifferenceRecord& record, const DifferenceRecord& next) {
+        return UnchangedBetween(record, next) <= gap;
+    });
+}
+
+void JoinAcrossCoincidences(std::vector<DifferenceRecord>& records) {
+    constexpr std::int32_t kLarge = 64;  // lines on each side
+    const auto large = [](const DifferenceRecord& record) {
+        return record.OriginalCount() >= kLarge && record.ModifiedCount() >= kLarge;
+    };
+    JoinWhere(records, [&large](const DifferenceRecord& record, const DifferenceRecord& next) {
+        return UnchangedBetween(record, next) == 1 && large(record) && large(next);
+    });
 }
 
 }  // namespace zorvane

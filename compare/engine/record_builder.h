@@ -32,6 +32,10 @@ void BuildRecords(const ChangedPlaces& changed, std::span<const std::int32_t> or
                   std::span<const std::int32_t> modified_lines, std::int32_t lines_in_front,
                   std::vector<DifferenceRecord>& records);
 
+/// A single equal line between two large changes (64 lines and more on each side) is a coincidence,
+/// as in shuffled lists: the two become one.
+void JoinAcrossCoincidences(std::vector<DifferenceRecord>& records);
+
 /// Joins records that at most `gap` unchanged lines separate.
 void MergeNearRecords(std::vector<DifferenceRecord>& records, std::int32_t gap);
 

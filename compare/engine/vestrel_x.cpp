@@ -132,6 +132,8 @@ Status VestrelX::State::Run(std::string_view master_text, std::string_view sourc
     Slide(ends);
     BuildRecords(search.Changed(), master.line_of, source.line_of,
                  ignore_empty_lines ? ends.front : 0, records);
+    if (!ignore_empty_lines)
+        JoinAcrossCoincidences(records);
     if (larger_sections)
         MergeNearRecords(records, kLargerSectionGap);
     return Status::Ok();

@@ -243,6 +243,28 @@ TEST(VestrelX, MergesNearDifferencesIntoLargerSections) {
               (Records{{kC, 1, 3, 1, 4}}));
 }
 
+TEST(VestrelX, OneEqualLineBetweenLargeChangesIsACoincidence) {
+    const auto block = [](const char* word, int lines) {
+        Lines block_lines;
+        for (int i = 0; i < lines; ++i)
+            block_lines.push_back(word + std::to_string(i));
+        return block_lines;
+    };
+    const auto around = [](Lines front, const Lines& back) {
+        front.emplace_back("same");
+        front.insert(front.end(), back.begin(), back.end());
+        return front;
+    };
+    VestrelX engine;
+    EXPECT_EQ(Compared(engine, around(block("a", 64), block("b", 64)),
+                       around(block("x", 64), block("y", 70))),
+              (Records{{kC, 1, 129, 1, 135}}));
+    EXPECT_EQ(Compared(engine, around(block("a", 63), block("b", 64)),
+                       around(block("x", 64), block("y", 70)))
+                  .size(),
+              2U);
+}
+
 TEST(VestrelX, LooksNoFurtherThanTheBracket) {
     Lines master = Split("abcdefgh");
     Lines source = Split("uvwxyzabcdefgh");
