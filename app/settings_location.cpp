@@ -60,6 +60,8 @@ void InstallUserData(ProcessState& process) {
     if (ToUpper(registry.Get("Settings", "bInstalled", "FALSE")) != "FALSE")
         return;
     registry.Set("Settings", "bInstalled", "TRUE");
+    if (process.platform.folders->GetSpecialFolder(kRoamingData) == "(error)")
+        return;
     const std::string data_folder = sExpandPathTokens(*process.platform.folders, kDataFolder);
     const std::string target = data_folder + kLanguages;
     if (bDirectoryExists(target))

@@ -23,7 +23,11 @@ constexpr std::size_t kNameDigits = 8;
 bool DeleteOnce(const std::string& native) {
     if (unlink(native.c_str()) == 0)
         return true;
-    chmod(native.c_str(), 0600);
+    // A write-protected file can be kept by its file system; what a link leads to is not touched.
+    struct stat facts {};
+    if (lstat(native.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
+        chmod(native.c_str(), facts.st_mode | S_IWUSR) != 0)
+        return false;
     return unlink(native.c_str()) == 0;
 }
 
@@ -66,7 +70,7 @@ bool bFolderIsWritable(std::string_view sPath, Clock& clock) {
 bool DeleteFileWithRetry(Clock& clock, const std::string& sPath) {
     if (!bFileExists(sPath))
         return true;
-    const std::string native = NativePath(sPath);
+    const std::string native = NativePath(Trim(sPath));
     for (int attempt = 0; attempt <= kRetries; ++attempt) {
         if (attempt > 0)
             clock.Sleep(1000ms);

@@ -84,7 +84,7 @@ Status AppendLanguageLine(const std::string& path, LanguageFileFormat format,
         return unicode ? Utf16Bytes(ToUtf16(text)) : std::string(text);
     };
     const bool ended = old.value().empty() || old.value().ends_with(in_file("\n"));
-    return ReplaceFile(path, old.value() + (ended ? "" : in_file("\r\n")) + in_file(line));
+    return AppendToFile(path, (ended ? "" : in_file("\r\n")) + in_file(line));
 }
 
 }  // namespace zorvane

@@ -1,9 +1,6 @@
 #include "common/log_message.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include "common/platform/native_path.h"
+#include "common/platform/files.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
 
@@ -12,14 +9,8 @@ namespace {
 
 void AppendLine(ProcessState& process, std::string_view message, const std::string& file) {
     const ScopedNamedMutex lock(*process.platform.mutexes, "Halvern_Global_Mutex");
-    const int descriptor =
-        open(NativePath(file).c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
-    if (descriptor < 0)
-        return;
-    std::string line = std::string(message) + "\r\n";
-    const ssize_t written = write(descriptor, line.data(), line.size());
-    static_cast<void>(written);  // a log that cannot be written must not end the run
-    close(descriptor);
+    IgnoreFailure(AppendToFile(file, std::string(message) + "\r\n"),
+                  "a log that cannot be written must not end the run");
 }
 
 }  // namespace

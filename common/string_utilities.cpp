@@ -28,6 +28,10 @@ std::string Formatted(const std::tm& fields, const char* format) {
 
 std::optional<double> Number(std::string_view text) {
     text = Trim(text);
+    if (text.starts_with('+'))
+        text.remove_prefix(1);
+    if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos)
+        return std::nullopt;  // the library reads "nan" and "inf" too
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size())
@@ -87,7 +91,13 @@ std::string ProgressTicker::sProgressTicker(std::string_view s) {
     constexpr std::size_t kLastCount = 30;
     if (counter_ > kLastCount)
         counter_ = 0;
-    return std::string(s.substr(0, 2 * counter_++));
+    std::size_t end = 0;
+    for (std::size_t left = 2 * counter_++; left > 0 && end < s.size(); --left) {
+        do
+            ++end;
+        while (end < s.size() && (static_cast<unsigned char>(s[end]) & 0xC0) == 0x80);
+    }
+    return std::string(s.substr(0, end));
 }
 
 std::string ReplaceDateTokens(std::string_view sPath, std::chrono::system_clock::time_point now) {

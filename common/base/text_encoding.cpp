@@ -226,9 +226,33 @@ std::string GuessUtf16(std::string_view bytes) {
     return {};
 }
 
+// Encodings of small reach, which the guesser names too often for a handful of accents or quotation
+// marks of Western Europe, and the number of bytes beyond ASCII from which it is believed.
+constexpr std::string_view kRareGuesses[] = {
+    "IBM852",       "IBM855",      "IBM865",       "ISO-8859-2",   "ISO-8859-3",
+    "ISO-8859-4",   "ISO-8859-10", "ISO-8859-13",  "ISO-8859-16",  "MAC-CENTRALEUROPE",
+    "MAC-CYRILLIC", "VISCII",      "WINDOWS-1257", "WINDOWS-1258",
+};
+constexpr std::ptrdiff_t kBelievedFrom = 20;
+
+bool IsGuessBelieved(std::string_view head, std::string_view name) {
+    if (std::find(std::begin(kRareGuesses), std::end(kRareGuesses), name) == std::end(kRareGuesses))
+        return true;
+    return std::count_if(head.begin(), head.end(), [](char byte) {
+               return static_cast<unsigned char>(byte) >= 0x80;
+           }) >= kBelievedFrom;
+}
+
+// The part of a text that tells its encoding: from a little before the first byte beyond ASCII.
+std::string_view TellingPart(std::string_view bytes) {
+    constexpr std::size_t kContext = 4096;
+    const std::size_t ascii = AsciiRun(bytes);
+    return bytes.substr(ascii - std::min(ascii, kContext), kGuessedHead);
+}
+
 std::string GuessByContent(std::string_view bytes) {
     uchardet_t detector = uchardet_new();
-    const std::string_view head = bytes.substr(0, kGuessedHead);
+    const std::string_view head = TellingPart(bytes);
     std::string name;
     if (uchardet_handle_data(detector, head.data(), head.size()) == 0) {
         uchardet_data_end(detector);
@@ -237,6 +261,10 @@ std::string GuessByContent(std::string_view bytes) {
     uchardet_delete(detector);
     if (name == "UHC")  // the one library's name for what the other calls by its code page
         return "windows-949";
+    if (name == "ISO-8859-1")  // the same but for control codes, for which no text has a use
+        return "windows-1252";
+    if (!IsGuessBelieved(head, name))
+        return {};
     return name == "ASCII" || name == "UTF-8" ? std::string() : name;
 }
 
@@ -369,6 +397,8 @@ std::u16string DecodeText(std::string_view bytes, const DetectedEncoding& encodi
         return ToUtf16(bytes);
     if (encoding.name == "UTF-16LE" || encoding.name == "UTF-16BE")
         return DecodeUtf16(bytes, encoding.name == "UTF-16BE");
+    if (encoding.name == "windows-1252" || encoding.name == "WINDOWS-1252")
+        return DecodeWindows1252(bytes);
     const Converter converter = OpenConverter(encoding.name);
     return converter == nullptr ? DecodeWindows1252(bytes) : Decode(converter.get(), bytes);
 }
@@ -398,6 +428,11 @@ std::u16string FoldCase(std::u16string_view text) {
     out.reserve(text.size());
     std::size_t at = 0;
     while (at < text.size()) {
+        if (text[at] < 0x80) {
+            const char16_t unit = text[at++];
+            out.push_back(unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit);
+            continue;
+        }
         const char32_t code = NextCodePoint(text, at);
         AppendCodePoint(
             static_cast<char32_t>(u_foldCase(static_cast<UChar32>(code), U_FOLD_CASE_DEFAULT)),

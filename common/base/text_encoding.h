@@ -44,7 +44,8 @@ struct DetectedEncoding {
 };
 
 /// In this order: byte-order mark; valid UTF-8; a guess by content; the locale's encoding;
-/// windows-1252. Only the head of a long text is guessed at (256 KiB).
+/// windows-1252. Only 256 KiB around the first byte beyond ASCII are guessed at, and a rare
+/// encoding is not believed for a few such bytes.
 DetectedEncoding DetectEncoding(std::string_view bytes, std::string_view locale_encoding);
 
 /// A whole text file as UTF-16, byte-order mark removed, line ends as they stand.

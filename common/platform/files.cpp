@@ -1,11 +1,12 @@
 #include "common/platform/files.h"
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -72,6 +73,15 @@ std::string BehindLinks(const std::string& native) {
     return error ? native : target;
 }
 
+// Another user's file stays that user's where the system lets us, as it lets an administrator.
+void KeepOwner(int descriptor, const struct stat& facts) {
+    const int given = fchown(descriptor, facts.st_uid, facts.st_gid);
+    static_cast<void>(given);
+}
+
+// Text positions have 32 bits, and a text of lone line ends doubles when it is loaded.
+constexpr std::size_t kMostBytes = (std::size_t{1} << 30) - 1;
+
 // Reads on to the end, whatever the size says: a device or a FIFO has none.
 bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
     while (true) {
@@ -85,6 +95,10 @@ bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
         if (count == 0)
             break;
         filled += static_cast<std::size_t>(count);
+        if (filled > kMostBytes) {
+            errno = EFBIG;
+            return false;
+        }
     }
     bytes.resize(filled);
     return true;
@@ -92,7 +106,7 @@ bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
 
 }  // namespace
 
-Result<std::string> ReadWholeFile(const std::string& path) {
+Result<std::string> ReadWholeFile(const std::string& path) try {
     const Descriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
     struct stat facts {};
     if (file.get() < 0 || fstat(file.get(), &facts) != 0)
@@ -101,11 +115,17 @@ Result<std::string> ReadWholeFile(const std::string& path) {
         errno = EISDIR;
         return SystemFailure(path);
     }
+    if (static_cast<std::size_t>(facts.st_size) > kMostBytes) {
+        errno = EFBIG;
+        return SystemFailure(path);
+    }
     std::string bytes;
     bytes.resize(static_cast<std::size_t>(facts.st_size) + 1);  // one more, to see the end at once
     if (!ReadRest(file.get(), bytes, 0))
         return SystemFailure(path);
     return bytes;
+} catch (const std::bad_alloc&) {
+    return Failure{path + ": too large for the memory"};
 }
 
 Status CheckReadable(const std::string& path) {
@@ -131,6 +151,15 @@ Status WriteWholeFile(const std::string& path, std::string_view bytes) {
     return WriteInPlace(path, native, bytes, 0600);
 }
 
+Status AppendToFile(const std::string& path, std::string_view bytes) {
+    constexpr mode_t kMode = 0666;
+    Descriptor file(
+        open(NativePath(path).c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, kMode));
+    if (file.get() < 0 || !WriteAll(file.get(), bytes) || !file.Close())
+        return SystemFailure(path);
+    return Status::Ok();
+}
+
 Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode) {
     const std::string native = BehindLinks(NativePath(path));
     struct stat facts {};
@@ -143,13 +172,16 @@ Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_
         return WriteInPlace(path, native, bytes, mode);
     if (exists && access(native.c_str(), W_OK) != 0)
         return SystemFailure(path);
-    std::string fresh = native + ".XXXXXX";
+    // A name of its own, since the file's with something behind it may be longer than names can be.
+    std::string fresh = JoinPath(ParentOf(native), ".zorvane-XXXXXX");
     Descriptor file(mkostemp(fresh.data(), O_CLOEXEC));
     if (file.get() < 0)
         return SystemFailure(path);
     const mode_t mask = umask(0);
     umask(mask);
     const mode_t wanted = exists && mode == 0666 ? facts.st_mode & 07777U : mode & ~mask;
+    if (exists && facts.st_uid != geteuid())
+        KeepOwner(file.get(), facts);
     const bool written = WriteAll(file.get(), bytes) && fchmod(file.get(), wanted) == 0 &&
                          file.Close() && std::rename(fresh.c_str(), native.c_str()) == 0;
     if (written)

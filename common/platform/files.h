@@ -10,13 +10,15 @@
 namespace zorvane {
 
 /// The bytes of a regular file, FIFO or character device. Failures name the file and the reason:
-/// "No such file or directory", "Is a directory", "Permission denied", ...
+/// "No such file or directory", "Is a directory", "File too large" (1 GiB and more), ...
 Result<std::string> ReadWholeFile(const std::string& path);
 /// Whether `ReadWholeFile` would find a file to read; for a clear word before long work.
 Status CheckReadable(const std::string& path);
 /// For the program's own temporary files: an old file goes first, so that whoever has it mapped
 /// keeps it.
 Status WriteWholeFile(const std::string& path, std::string_view bytes);
+/// Adds to the end, in one write where the system can, so that lines of two processes do not mix.
+Status AppendToFile(const std::string& path, std::string_view bytes);
 /// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old
 /// file as it was and no half file. A link stays and what it leads to is replaced. A target that is
 /// not a regular file (a device, a FIFO) is written in place.

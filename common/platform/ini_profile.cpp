@@ -1,5 +1,6 @@
 #include "common/platform/ini_profile.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <map>
 #include <optional>
@@ -58,6 +59,13 @@ std::optional<Entry> ParseEntry(std::string_view line) {
     if (equals == std::string_view::npos || Trim(line).starts_with(';'))
         return std::nullopt;
     return Entry{Trim(line.substr(0, equals)), line.substr(equals + 1)};
+}
+
+// Files of other makers: a byte-order mark goes, UTF-16 and the old Western code page are read.
+std::string AsUtf8(const std::string& bytes) {
+    if (!LooksLikeUtf16(bytes) && !bytes.starts_with("\xEF\xBB\xBF"))
+        return IsValidUtf8(bytes) ? bytes : ToUtf8(DecodeCodePage(bytes, CodePage{1252}));
+    return ToUtf8(DecodeText(bytes, DetectEncoding(bytes, "")));
 }
 
 std::vector<std::string> LinesOf(std::string_view text) {
@@ -141,8 +149,8 @@ class FileLock {
   public:
     explicit FileLock(const std::string& native)
         : descriptor_(open((native + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-        if (descriptor_ >= 0)
-            flock(descriptor_, LOCK_EX);
+        while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0 && errno == EINTR) {
+        }
     }
     ~FileLock() {
         if (descriptor_ >= 0)
@@ -179,8 +187,11 @@ class FileIniProfile : public IniProfile {
             return Status::Ok();
         const FileLock lock(NativePath(path_));
         const Result<std::string> old = ReadWholeFile(path_);
-        const Status written =
-            ReplaceFile(path_, Merged(old.ok() ? old.value() : std::string(), pending_), 0600);
+        // A file that is there and cannot be read holds settings that must not be lost.
+        if (!old.ok() && access(NativePath(path_).c_str(), F_OK) == 0)
+            return old.failure();
+        const std::string text = old.ok() ? AsUtf8(old.value()) : std::string();
+        const Status written = ReplaceFile(path_, Merged(text, pending_), 0600);
         if (written.ok())
             pending_.clear();
         return written;
@@ -197,7 +208,7 @@ class FileIniProfile : public IniProfile {
             return;
         std::string section;
         bool in_section = false;
-        for (const std::string& line : LinesOf(text.value())) {
+        for (const std::string& line : LinesOf(AsUtf8(text.value()))) {
             if (const auto name = SectionName(line)) {
                 section = Folded(*name);
                 in_section = true;

@@ -60,7 +60,8 @@ std::string_view ParentOf(std::string_view path) {
     const std::size_t last = path.find_last_of(kSeparators);
     if (last == std::string_view::npos)
         return {};
-    return path.substr(0, last == 0 ? 1 : last);
+    const bool root = last == 0 || (last == 2 && HasDrive(path));  // "/" and "C:\\" stay folders
+    return path.substr(0, root ? last + 1 : last);
 }
 
 std::string_view ExtensionOf(std::string_view path) {

@@ -18,7 +18,7 @@ constexpr bool IsPathSeparator(char character) {
 std::string JoinPath(std::string_view folder, std::string_view name);
 /// What follows the last separator.
 std::string_view FileNameOf(std::string_view path);
-/// Up to the last separator, without it; empty if there is none.
+/// Up to the last separator, without it unless it is the root's; empty if there is none.
 std::string_view ParentOf(std::string_view path);
 /// What follows the last "." of the file's name; empty if there is none.
 std::string_view ExtensionOf(std::string_view path);

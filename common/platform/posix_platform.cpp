@@ -1,13 +1,12 @@
 // The services of services.h on a POSIX system with a freedesktop.org desktop.
 #include <array>
 #include <atomic>
-#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <langinfo.h>
+#include <pwd.h>
 #include <spawn.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -58,7 +57,7 @@ class TerminalBell : public Sound {
 class XdgFolders : public SpecialFolders {
   public:
     std::string GetSpecialFolder(std::int32_t csidl) override {
-        const std::string home = EnvironmentOr("HOME", "");
+        const std::string home = Home();
         switch (csidl) {
             case 5:
                 return home.empty() ? "(error)" : home + "/Documents";
@@ -99,6 +98,14 @@ class XdgFolders : public SpecialFolders {
     }
 
   private:
+    // A service or a timed job may run without HOME.
+    static std::string Home() {
+        const std::string home = EnvironmentOr("HOME", "");
+        if (!home.empty())
+            return home;
+        const passwd* user = getpwuid(geteuid());
+        return user == nullptr || user->pw_dir == nullptr ? "" : user->pw_dir;
+    }
     static std::string Xdg(const char* variable, const std::string& home, const char* below) {
         const std::string folder = EnvironmentOr(variable, "");
         if (!folder.empty() && folder.front() == '/')
@@ -111,11 +118,13 @@ class DesktopShell : public ShellOpen {
   public:
     Status Open(const std::string& path_or_address) override {
         const bool address = path_or_address.find("://") != std::string::npos;
-        return Start(address ? path_or_address : NativePath(path_or_address));
+        return Start(address ? path_or_address : WholePath(path_or_address));
     }
-    Status EditText(const std::string& path) override { return Start(NativePath(path)); }
+    Status EditText(const std::string& path) override { return Start(WholePath(path)); }
 
   private:
+    // Whole, so that a name such as "-r.htm" is not taken for an option.
+    static std::string WholePath(const std::string& path) { return NativePath(AbsolutePath(path)); }
     static Status Start(const std::string& what) {
         std::string program = "xdg-open";
         std::string argument = what;
@@ -138,7 +147,8 @@ struct LocaleRow {
     std::string_view language;
     std::int32_t id;
 };
-// The longest matching row counts; others are United States English.
+// The first matching row counts, so a country stands in front of its language; others are United
+// States English.
 constexpr LocaleRow kLocales[] = {
     {"en_US", 1033}, {"en_GB", 2057}, {"de", 1031},    {"fr", 1036},    {"es", 3082},
     {"it", 1040},    {"ja", 1041},    {"ko", 1042},    {"zh_CN", 2052}, {"zh_TW", 1028},
@@ -170,6 +180,7 @@ class EnvironmentLocale : public UserLocale {
 
 class FileRegistryStore : public RegistryStore {
   public:
+    /// Without a folder the values live as long as the process.
     explicit FileRegistryStore(std::string folder) : folder_(std::move(folder)) {}
     std::string Get(std::string_view section, std::string_view key,
                     std::string_view default_value) override {
@@ -177,7 +188,8 @@ class FileRegistryStore : public RegistryStore {
     }
     void Set(std::string_view section, std::string_view key, std::string_view value) override {
         std::error_code error;
-        std::filesystem::create_directories(folder_, error);
+        if (!folder_.empty())
+            std::filesystem::create_directories(folder_, error);
         Profile().Write(section, key, value);
         IgnoreFailure(Profile().Flush(), "a value that cannot be kept is asked for again");
     }
@@ -185,7 +197,8 @@ class FileRegistryStore : public RegistryStore {
   private:
     IniProfile& Profile() {
         if (!profile_)
-            profile_ = OpenIniProfile(folder_ + "/registry.ini");
+            profile_ = folder_.empty() ? MakeMemoryIniProfile()
+                                       : OpenIniProfile(folder_ + "/registry.ini");
         return *profile_;
     }
     std::string folder_;
@@ -197,12 +210,18 @@ class FileMutexes : public NamedMutexes {
     explicit FileMutexes(SpecialFolders& folders) : folders_(folders) {}
     Result<int> Lock(std::string_view name) override {
         const std::string folder = folders_.RuntimeFolder();
+        if (folder.empty())
+            return Failure{std::string(name) + ": no private folder for locks"};
         const std::string path = folder + "/" + std::string(name) + ".lock";
-        const int descriptor =
-            folder.empty() ? -1 : open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+        const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
         if (descriptor < 0)
             return Failure{path + ": " + std::strerror(errno)};
-        while (flock(descriptor, LOCK_EX) != 0 && errno == EINTR) {
+        while (flock(descriptor, LOCK_EX) != 0) {
+            if (errno == EINTR)
+                continue;
+            const Failure failure{path + ": " + std::strerror(errno)};
+            close(descriptor);
+            return failure;
         }
         return descriptor;
     }
@@ -227,10 +246,12 @@ void RemovePrivateFolder() {
     std::filesystem::remove_all(private_folder.data(), error);
 }
 
-// A child does the removing: after fork it may only exec, which is all that it does.
+// A child does the removing: after a fork it may only exec, which is all that it does. `_Fork` is
+// the one that a handler may call. The signal is blocked in the handler and so in the child, which
+// a second Ctrl-C does not stop.
 extern "C" void CleanUpAndDie(int signal_number) {
     if (has_private_folder.exchange(false)) {
-        const pid_t child = fork();
+        const pid_t child = _Fork();
         if (child == 0) {
             execl("/bin/rm", "rm", "-rf", "--", private_folder.data(), nullptr);
             _exit(1);
@@ -242,6 +263,26 @@ extern "C" void CleanUpAndDie(int signal_number) {
     raise(signal_number);
 }
 
+constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+// A signal that comes between the making of the folder and its entry here would leave it behind.
+class SignalsHeldBack {
+  public:
+    SignalsHeldBack() {
+        sigset_t ending;
+        sigemptyset(&ending);
+        for (const int number : kEndingSignals)
+            sigaddset(&ending, number);
+        pthread_sigmask(SIG_BLOCK, &ending, &old_);
+    }
+    ~SignalsHeldBack() { pthread_sigmask(SIG_SETMASK, &old_, nullptr); }
+    SignalsHeldBack(const SignalsHeldBack&) = delete;
+    SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
+
+  private:
+    sigset_t old_{};
+};
+
 class PrivateTempFiles : public TempFiles {
   public:
     ~PrivateTempFiles() override { RemovePrivateFolder(); }
@@ -252,11 +293,13 @@ class PrivateTempFiles : public TempFiles {
         const std::string pattern = SystemFolder() + "/zorvane-XXXXXX";
         if (pattern.size() >= kFolderBytes)
             return Failure{pattern + ": the name of the temporary folder is too long"};
-        std::copy(pattern.begin(), pattern.end() + 1, private_folder.begin());
+        private_folder.fill('\0');
+        std::copy(pattern.begin(), pattern.end(), private_folder.begin());
+        const SignalsHeldBack until_it_is_known;
         if (mkdtemp(private_folder.data()) == nullptr)
             return Failure{pattern + ": no temporary folder: " + std::strerror(errno)};
         has_private_folder = true;
-        for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        for (const int number : kEndingSignals) {
             if (std::signal(number, CleanUpAndDie) == SIG_IGN)
                 std::signal(number, SIG_IGN);
         }
@@ -287,8 +330,9 @@ Platform MakePosixPlatform() {
     platform.folders = std::make_unique<XdgFolders>();
     platform.shell = std::make_unique<DesktopShell>();
     platform.locale = std::make_unique<EnvironmentLocale>();
-    platform.registry = std::make_unique<FileRegistryStore>(platform.folders->GetSpecialFolder(26) +
-                                                            "/Tarnwick, Inc/Zorvane");
+    const std::string configuration = platform.folders->GetSpecialFolder(26);
+    platform.registry = std::make_unique<FileRegistryStore>(
+        configuration == "(error)" ? "" : configuration + "/Tarnwick, Inc/Zorvane");
     platform.mutexes = std::make_unique<FileMutexes>(*platform.folders);
     platform.temp_files = std::make_unique<PrivateTempFiles>();
     return platform;

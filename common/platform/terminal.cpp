@@ -45,15 +45,15 @@ std::string PagerCommand() {
     return "less";
 }
 
-// A reader that goes away early shall end the writing, not the program.
-class IgnoreBrokenPipe {
+class IgnoreSignal {
   public:
-    IgnoreBrokenPipe() : old_(std::signal(SIGPIPE, SIG_IGN)) {}
-    ~IgnoreBrokenPipe() { std::signal(SIGPIPE, old_); }
-    IgnoreBrokenPipe(const IgnoreBrokenPipe&) = delete;
-    IgnoreBrokenPipe& operator=(const IgnoreBrokenPipe&) = delete;
+    explicit IgnoreSignal(int number) : number_(number), old_(std::signal(number, SIG_IGN)) {}
+    ~IgnoreSignal() { std::signal(number_, old_); }
+    IgnoreSignal(const IgnoreSignal&) = delete;
+    IgnoreSignal& operator=(const IgnoreSignal&) = delete;
 
   private:
+    int number_;
     void (*old_)(int);
 };
 
@@ -86,10 +86,12 @@ bool ColorsFit() {
 }
 
 Status WriteStream(Stream stream, std::string_view bytes) {
-    const IgnoreBrokenPipe guard;
+    // A reader that goes away early shall end the writing, not the program.
+    const IgnoreSignal broken_pipe(SIGPIPE);
     if (WriteAll(Descriptor(stream), bytes) || errno == EPIPE)
         return Status::Ok();
-    return Failure{std::string("standard output: ") + std::strerror(errno)};
+    const char* name = stream == Stream::Output ? "standard output: " : "standard error: ";
+    return Failure{std::string(name) + std::strerror(errno)};
 }
 
 Result<std::string> ReadStandardInput() {
@@ -112,10 +114,13 @@ Status ShowPaged(std::string_view text) {
     if (command.empty() || command == "cat")
         return WriteStream(Stream::Output, text);
     setenv("LESS", "FRX", 0);
-    const IgnoreBrokenPipe guard;
     FILE* pager = popen(command.c_str(), "w");  // NOLINT(cert-env33-c): the user's own command
     if (pager == nullptr)
         return WriteStream(Stream::Output, text);
+    // Set behind the start, since a child inherits them. Ctrl-C in a pager ends a search of the
+    // pager; a program that died of it would leave the terminal to two readers.
+    const IgnoreSignal broken_pipe(SIGPIPE);
+    const IgnoreSignal interrupt(SIGINT);
     WriteAll(fileno(pager), text);
     constexpr int kCommandNotFound = 127;
     const int status = pclose(pager);

@@ -1,6 +1,8 @@
 #include "common/platform/ini_profile.h"
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -62,6 +64,60 @@ TEST(IniProfile, TheLastWriterWinsKeyByKey) {
     EXPECT_EQ(reader->Read("S", "both", ""), "2");
     EXPECT_EQ(reader->Read("S", "mine", ""), "1");
     EXPECT_EQ(reader->Read("S", "yours", ""), "2");
+}
+
+// Two programs at once, each with keys of its own, again and again: nothing of either is lost.
+TEST(IniProfile, LosesNothingOfTwoWritersAtOnce) {
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
+    constexpr int kKeys = 60;
+    const auto write = [&](const std::string& prefix) {
+        for (int i = 0; i < kKeys; ++i) {
+            const auto file = OpenIniProfile(path);
+            file->Write("S", prefix + std::to_string(i), std::to_string(i));
+            IgnoreFailure(file->Flush(), "the keys will tell");
+        }
+    };
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        write("his");
+        _exit(0);
+    }
+    write("mine");
+    waitpid(child, nullptr, 0);
+    const auto reader = OpenIniProfile(path);
+    for (int i = 0; i < kKeys; ++i) {
+        EXPECT_EQ(reader->Read("S", "his" + std::to_string(i), ""), std::to_string(i));
+        EXPECT_EQ(reader->Read("S", "mine" + std::to_string(i), ""), std::to_string(i));
+    }
+}
+
+struct ForeignRow {
+    const char* name;
+    std::string bytes;
+};
+TEST(IniProfile, ReadsFilesOfOtherMakers) {
+    const ForeignRow rows[] = {
+        {"UTF-8 with a mark", "\xEF\xBB\xBF[S]\r\nk=\xC3\xA4\r\n"},
+        {"the old code page", "[S]\r\nk=\xE4\r\n"},
+        {"UTF-16", std::string("\xFF\xFE[\0S\0]\0\n\0k\0=\0\xE4\0", 16)},
+    };
+    for (const ForeignRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const TempFolder folder;
+        const auto file = OpenIniProfile(folder.Write("a.ini", row.bytes));
+        EXPECT_EQ(file->Read("S", "k", "d"), "ä");
+        file->Write("S", "n", "1");
+        ASSERT_TRUE(file->Flush().ok());
+        EXPECT_EQ(folder.Read("a.ini"), "[S]\r\nk=ä\r\nn=1\r\n");
+    }
+}
+
+TEST(IniProfile, DoesNotReplaceWhatItCannotRead) {
+    const auto file = OpenIniProfile("/proc/self/mem");
+    file->Write("S", "k", "v");
+    EXPECT_FALSE(file->Flush().ok());
 }
 
 TEST(IniProfile, AFailedFlushSaysWhere) {

@@ -96,6 +96,15 @@ TEST(TextEncoding, DetectsInItsOrder) {
         {"UTF-8 by its form", "zwölf", "ISO-8859-1", "UTF-8", u"zwölf"},
         {"nothing", "", "", "UTF-8", u""},
         {"no form at all", "\xFF", "", "WINDOWS-1252", u"ÿ"},
+        {"one accent", "na\xEFve", "", "WINDOWS-1252", u"naïve"},
+        {"one quotation mark", "It\x92s fine", "", "WINDOWS-1252", u"It’s fine"},
+        {"Spanish", "El ni\xF1o comi\xF3", "", "WINDOWS-1252", u"El niño comió"},
+        {"a few words of Russian", "\xCF\xF0\xE8\xE2\xE5\xF2 \xEC\xE8\xF0", "", "WINDOWS-1251",
+         u"Привет мир"},
+        {"the locale where content tells nothing", "na\xEFve", "KOI8-R", "KOI8-R", u"naОve"},
+        {"the first byte that tells stands far behind",
+         std::string(300000, ' ') + "\xCF\xF0\xE8\xE2\xE5\xF2 \xEC\xE8\xF0", "", "WINDOWS-1251",
+         std::u16string(300000, u' ') + u"Привет мир"},
     };
     for (const DetectRow& row : rows) {
         SCOPED_TRACE(row.name);

@@ -1,6 +1,7 @@
 #include "common/translator.h"
 
 #include <filesystem>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -73,6 +74,22 @@ TEST_F(TranslatorTest, ReadsUnicodeFiles) {
     EXPECT_EQ(fakes.folder.Read(File()).size(), 20U + 10U);
 }
 
+TEST_F(TranslatorTest, AddsLinesToAFileWithoutALastBreak) {
+    Start("\"File\",\"Datei\"");
+    process.Translate("Edit");
+    EXPECT_EQ(fakes.folder.Read(File()), "\"File\",\"Datei\"\r\n\"Edit\"\r\n");
+}
+
+TEST_F(TranslatorTest, TellsWhenAFileCannotGrow) {
+    std::vector<std::string> messages;
+    process.translator.show_message = [&](const std::string& text) { messages.push_back(text); };
+    Start("\"Unable to add to Language file\",\"Geht nicht\"\r\n");
+    std::filesystem::remove(fakes.folder.Path(File()));
+    EXPECT_EQ(process.Translate("x"), "x");
+    EXPECT_EQ(process.Translate("x"), "x");
+    EXPECT_EQ(messages, std::vector<std::string>{"Geht nicht"}) << "once for each new text";
+}
+
 TEST_F(TranslatorTest, AnUnusableFileMeansEnglishForGood) {
     testing::internal::CaptureStderr();
     Start("no quote\r\n");
@@ -97,6 +114,12 @@ TEST_F(TranslatorTest, AsksAtTheFirstStartOfAnotherLocale) {
     EXPECT_TRUE(process.translator.gbDoubleByteLocale);
     EXPECT_EQ(GetLanguageCode(process), "English");
     EXPECT_EQ(process.Translate("x"), "x");
+}
+
+TEST_F(TranslatorTest, EnglishWritesNothing) {
+    InitializeTranslator(process);
+    EXPECT_EQ(process.Translate("File"), "File");
+    EXPECT_TRUE(std::filesystem::is_empty(fakes.folder.Path("26/Tarnwick, Inc/Zorvane/Languages")));
 }
 
 TEST_F(TranslatorTest, LogsALineAMessage) {

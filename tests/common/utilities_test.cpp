@@ -1,7 +1,5 @@
 #include <filesystem>
-#include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -52,6 +50,9 @@ TEST(StringUtilities, ReadsNumbersOfTwoLocales) {
     EXPECT_EQ(dSafeCDbl("1,5", 0), 1.5);
     EXPECT_EQ(dSafeCDbl("x", 7), 7);
     EXPECT_EQ(dSafeCDbl("", 7), 7);
+    EXPECT_EQ(dSafeCDbl(" +2 ", 7), 2);
+    EXPECT_EQ(dSafeCDbl("nan", 7), 7) << "a size or a margin must be a number";
+    EXPECT_EQ(dSafeCDbl("-inf", 7), 7);
 }
 
 TEST(StringUtilities, TicksByTwo) {
@@ -62,6 +63,8 @@ TEST(StringUtilities, TicksByTwo) {
     for (int i = 2; i <= 30; ++i)
         EXPECT_EQ(ticker.sProgressTicker(dots).size(), static_cast<std::size_t>(2 * i));
     EXPECT_EQ(ticker.sProgressTicker(dots), "") << "from the beginning again";
+    EXPECT_EQ(ticker.sProgressTicker("äöü"), "äö") << "whole characters";
+    EXPECT_EQ(ticker.sProgressTicker("äöü"), "äöü") << "and no more than there are";
 }
 
 TEST(PathTokens, ExpandOneKindOnly) {
@@ -86,6 +89,7 @@ TEST(NativePath, TakesBothSeparatorsAndDrives) {
         {"a\\b/c", "a/b/c", "a\\b", "c", ""},
         {"/x.y", "/x.y", "/", "x.y", "y"},
         {"name", "name", "", "name", ""},
+        {"c:\\x.y", "/x.y", "c:\\", "x.y", "y"},
         {"a.b\\c", "a.b/c", "a.b", "c", ""},
     };
     for (const PathRow& row : rows) {
@@ -120,8 +124,33 @@ TEST(Files, ReplaceWholeOrNotAtAll) {
         << "nothing half written is left";
 }
 
+TEST(Files, ReplaceWhatALinkLeadsToAndTakeLongNames) {
+    const TempFolder folder;
+    folder.Write("real", "old");
+    std::filesystem::create_symlink("real", folder.Path("link"));
+    ASSERT_TRUE(ReplaceFile(folder.Path("link"), "new").ok());
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path("link")));
+    EXPECT_EQ(folder.Read("real"), "new");
+    const std::string longest(255, 'n');
+    EXPECT_TRUE(ReplaceFile(folder.Path(longest), "x").ok()) << "the longest name there can be";
+    EXPECT_EQ(folder.Read(longest), "x");
+}
+
+TEST(Files, AppendWithoutTouchingTheRest) {
+    const TempFolder folder;
+    EXPECT_TRUE(AppendToFile(folder.Path("a"), "1").ok());
+    EXPECT_TRUE(AppendToFile(folder.Path("a"), "2").ok());
+    EXPECT_EQ(folder.Read("a"), "12");
+    EXPECT_EQ(AppendToFile("/dev/full", "x").failure().reason,
+              "/dev/full: No space left on device");
+    EXPECT_FALSE(AppendToFile(folder.Path(), "x").ok()) << "a folder";
+}
+
 TEST(Files, ReadsWhateverHasBytes) {
     const TempFolder folder;
+    std::filesystem::resize_file(folder.Write("huge", ""), std::uintmax_t{1} << 30);
+    EXPECT_EQ(ReadWholeFile(folder.Path("huge")).failure().reason,
+              folder.Path("huge") + ": File too large");
     EXPECT_EQ(ReadWholeFile(folder.Write("e", "")).value(), "");
     EXPECT_EQ(ReadWholeFile("/dev/null").value(), "");
     EXPECT_EQ(ReadWholeFile(folder.Path()).failure().reason, folder.Path() + ": Is a directory");
@@ -155,6 +184,18 @@ TEST(FileUtilities, RetriesADeleteForTwentySeconds) {
     EXPECT_EQ(clock.ticks, 20000U);
 }
 
+TEST(FileUtilities, DeletesALinkAndNotWhatItLeadsTo) {
+    const TempFolder folder;
+    const std::string real = folder.Write("real", "x");
+    chmod(real.c_str(), 0444);
+    std::filesystem::create_symlink("real", folder.Path("link"));
+    FakeClock clock;
+    EXPECT_TRUE(DeleteFileWithRetry(clock, " " + folder.Path("link") + " "));
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(folder.Path("link"))));
+    EXPECT_EQ(folder.Read("real"), "x");
+    EXPECT_EQ(clock.ticks, 0U);
+}
+
 TEST(FileUtilities, CopiesOverAProtectedTarget) {
     const TempFolder folder;
     const std::string from = folder.Write("a", "new");
@@ -177,28 +218,6 @@ TEST(FileUtilities, MakesFreeNames) {
     folder.Write("abcdefgh.x", "");
     EXPECT_EQ(sMakeTempFileName(temp_files, folder.Path(), "abcdefgh", "x"), "");
     EXPECT_TRUE(GetTempNameWithDocExtension(temp_files, "ZV_").ends_with(".DOC"));
-}
-
-// A run that is stopped leaves no temporary files, and dies of the signal.
-TEST(TempFiles, AreGoneAfterASignal) {
-    const TempFolder folder;
-    for (const int number : {SIGINT, SIGTERM}) {
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            setenv("TMPDIR", folder.Path().c_str(), 1);
-            Platform platform = MakePosixPlatform();
-            const Result<std::string> name = platform.temp_files->NewName("a", "b");
-            const bool made = name.ok() && WriteWholeFile(name.value(), "x").ok();
-            raise(made ? number : SIGKILL);
-            _exit(0);
-        }
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        ASSERT_TRUE(WIFSIGNALED(status));
-        EXPECT_EQ(WTERMSIG(status), number);
-        EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
-    }
 }
 
 }  // namespace
