@@ -1,5 +1,6 @@
 #include "common/platform/ini_profile.h"
 
+#include <filesystem>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -115,9 +116,14 @@ TEST(IniProfile, ReadsFilesOfOtherMakers) {
 }
 
 TEST(IniProfile, DoesNotReplaceWhatItCannotRead) {
-    const auto file = OpenIniProfile("/proc/self/mem");
+    const TempFolder folder;
+    const std::string path = folder.Write("a.ini", "[S]\r\nold=1\r\n");
+    const std::uintmax_t too_large = std::uintmax_t{1} << 30;
+    std::filesystem::resize_file(path, too_large);
+    const auto file = OpenIniProfile(path);
     file->Write("S", "k", "v");
     EXPECT_FALSE(file->Flush().ok());
+    EXPECT_EQ(std::filesystem::file_size(path), too_large);
 }
 
 TEST(IniProfile, AFailedFlushSaysWhere) {

@@ -1,5 +1,9 @@
+#include <csignal>
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -124,6 +128,25 @@ TEST(Files, ReplaceWholeOrNotAtAll) {
         << "nothing half written is left";
 }
 
+// Stopped in the middle, as by a full disk: the old file stays and nothing lies beside it.
+TEST(Files, AreKeptWhenTheNewOneDoesNotFit) {
+    const TempFolder folder;
+    const std::string path = folder.Write("f", "old");
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit small{10, 10};
+        setrlimit(RLIMIT_FSIZE, &small);
+        _exit(ReplaceFile(path, std::string(100, 'x')).ok() ? 1 : 0);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(folder.Read("f"), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
 TEST(Files, ReplaceWhatALinkLeadsToAndTakeLongNames) {
     const TempFolder folder;
     folder.Write("real", "old");
@@ -194,6 +217,13 @@ TEST(FileUtilities, DeletesALinkAndNotWhatItLeadsTo) {
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(folder.Path("link"))));
     EXPECT_EQ(folder.Read("real"), "x");
     EXPECT_EQ(clock.ticks, 0U);
+    const int descriptor = open(real.c_str(), O_RDONLY | O_CLOEXEC);
+    const std::string stuck = "/proc/self/fd/" + std::to_string(descriptor);
+    EXPECT_FALSE(DeleteFileWithRetry(clock, stuck)) << "a link that cannot go";
+    close(descriptor);
+    struct stat facts {};
+    ASSERT_EQ(stat(real.c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_mode & 0777U, 0444U);
 }
 
 TEST(FileUtilities, CopiesOverAProtectedTarget) {
