@@ -45,9 +45,12 @@ std::string PagerCommand() {
     return "less";
 }
 
+extern "C" void DoNothing(int /*signal_number*/) {}
+
+// A handler that does nothing, since a child starts without it but would inherit SIG_IGN.
 class IgnoreSignal {
   public:
-    explicit IgnoreSignal(int number) : number_(number), old_(std::signal(number, SIG_IGN)) {}
+    explicit IgnoreSignal(int number) : number_(number), old_(std::signal(number, DoNothing)) {}
     ~IgnoreSignal() { std::signal(number_, old_); }
     IgnoreSignal(const IgnoreSignal&) = delete;
     IgnoreSignal& operator=(const IgnoreSignal&) = delete;
@@ -114,13 +117,13 @@ Status ShowPaged(std::string_view text) {
     if (command.empty() || command == "cat")
         return WriteStream(Stream::Output, text);
     setenv("LESS", "FRX", 0);
+    // Ctrl-C in a pager ends a search of the pager; a program that died of it would leave the
+    // terminal to two readers.
+    const IgnoreSignal broken_pipe(SIGPIPE);
+    const IgnoreSignal interrupt(SIGINT);
     FILE* pager = popen(command.c_str(), "w");  // NOLINT(cert-env33-c): the user's own command
     if (pager == nullptr)
         return WriteStream(Stream::Output, text);
-    // Set behind the start, since a child inherits them. Ctrl-C in a pager ends a search of the
-    // pager; a program that died of it would leave the terminal to two readers.
-    const IgnoreSignal broken_pipe(SIGPIPE);
-    const IgnoreSignal interrupt(SIGINT);
     WriteAll(fileno(pager), text);
     constexpr int kCommandNotFound = 127;
     const int status = pclose(pager);
