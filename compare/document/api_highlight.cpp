@@ -11,7 +11,8 @@ void ClsAPIHighlight::APIHighlight(Color color) {
 }
 
 void ClsAPIHighlight::APIUnderline(std::uint8_t type) {
-    if (editor_ == nullptr)
+    constexpr auto kMost = static_cast<std::uint8_t>(Underline::ThickLongDash);
+    if (editor_ == nullptr || type > kMost)
         return;
     CharFormatChange change;
     change.underline = static_cast<Underline>(type);

@@ -12,8 +12,8 @@ namespace zorvane {
 class ClsAPIHighlight {
   public:
     void AssignControls(Editor& editor) { editor_ = &editor; }
-    void APIHighlight(Color color);  ///< 0 is black, not a removal
-    void APIUnderline(std::uint8_t type);
+    void APIHighlight(Color color);        ///< 0 is black, not a removal
+    void APIUnderline(std::uint8_t type);  ///< a number of `Underline`; others do nothing
 
   private:
     Editor* editor_ = nullptr;

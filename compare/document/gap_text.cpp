@@ -7,6 +7,12 @@ namespace {
 
 using Difference = std::u16string::difference_type;
 
+constexpr char16_t kLineInParagraph = 11;
+
+bool EndsLine(char16_t unit) {
+    return unit == u'\n' || unit == kLineInParagraph;
+}
+
 }  // namespace
 
 void GapText::Assign(std::u16string text) {
@@ -55,9 +61,13 @@ std::u16string GapText::TakeAll() {
 void GapText::GrowGap(std::size_t wanted) {
     if (gap_end_ - gap_begin_ >= wanted)
         return;
-    const std::size_t more = wanted + buffer_.size() / 4 + 64;
-    buffer_.insert(gap_begin_, more, u'\0');
-    gap_end_ += more;
+    // Made anew, since a string that grows by itself takes twice its size.
+    const std::size_t gap = wanted + buffer_.size() / 4 + 64;
+    std::u16string grown;
+    grown.reserve(buffer_.size() - (gap_end_ - gap_begin_) + gap);
+    grown.append(buffer_, 0, gap_begin_).append(gap, u'\0').append(buffer_, gap_end_);
+    buffer_ = std::move(grown);
+    gap_end_ = gap_begin_ + gap;
 }
 
 void GapText::Replace(std::int32_t first, std::int32_t length, std::u16string_view text) {
@@ -68,23 +78,17 @@ void GapText::Replace(std::int32_t first, std::int32_t length, std::u16string_vi
     gap_begin_ += text.size();
 }
 
-std::int32_t GapText::Find(char16_t unit, std::int32_t from) const {
-    const std::size_t gap = gap_end_ - gap_begin_;
-    auto at = static_cast<std::size_t>(from);
-    if (at < gap_begin_) {
-        const std::u16string_view front(buffer_.data(), gap_begin_);
-        const std::size_t found = front.find(unit, at);
-        if (found != std::u16string_view::npos)
-            return static_cast<std::int32_t>(found);
-        at = gap_begin_;
+std::int32_t GapText::NextLineEnd(std::int32_t from, std::int32_t before) const {
+    for (std::int32_t at = from; at < before; ++at) {
+        if (EndsLine(At(at)))
+            return at;
     }
-    const std::size_t found = buffer_.find(unit, at + gap);
-    return found == std::u16string::npos ? -1 : static_cast<std::int32_t>(found - gap);
+    return -1;
 }
 
-std::int32_t GapText::FindLast(char16_t unit, std::int32_t before) const {
+std::int32_t GapText::LastLineEnd(std::int32_t before) const {
     for (std::int32_t at = before - 1; at >= 0; --at) {
-        if (At(at) == unit)
+        if (EndsLine(At(at)))
             return at;
     }
     return -1;

@@ -25,10 +25,11 @@ class GapText {
         return buffer_[at < gap_begin_ ? at : at + (gap_end_ - gap_begin_)];
     }
     void Replace(std::int32_t first, std::int32_t length, std::u16string_view text);
-    /// Position of the next `unit` at or behind `from`, or -1.
-    std::int32_t Find(char16_t unit, std::int32_t from) const;
-    /// Position of the last `unit` in front of `before`, or -1.
-    std::int32_t FindLast(char16_t unit, std::int32_t before) const;
+    /// Position of the next end of a line (a line feed, or the break inside a paragraph) at or
+    /// behind `from` and in front of `before`, or -1.
+    std::int32_t NextLineEnd(std::int32_t from, std::int32_t before) const;
+    /// Position of the last end of a line in front of `before`, or -1.
+    std::int32_t LastLineEnd(std::int32_t before) const;
 
   private:
     void MoveGap(std::size_t place);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int32_t kBreakLength = 2;
 constexpr std::size_t kMostUndoSteps = 1000;
-constexpr char16_t kLineInParagraph = 11;
+constexpr std::size_t kMostUndoBytes = std::size_t{64} << 20U;
 
 bool HasLoneBreak(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -28,6 +28,43 @@ bool HasLoneBreak(std::u16string_view text) {
     return false;
 }
 
+// How long a stretch of the text is once every lone break in it has become a pair.
+std::int32_t NormalLength(std::u16string_view text, std::size_t begin, std::size_t end) {
+    std::int32_t length = 0;
+    for (std::size_t at = begin; at < end; ++at) {
+        const bool second = text[at] == u'\n' && at > 0 && text[at - 1] == u'\r';
+        if (text[at] == u'\r' || (text[at] == u'\n' && !second))
+            length += kBreakLength;
+        else if (!second)
+            ++length;
+    }
+    return length;
+}
+
+template <class Run>
+void StretchRuns(std::vector<Run>& runs, std::u16string_view text) {
+    std::vector<Run> stretched;
+    std::size_t begin = 0;
+    for (Run& run : runs) {
+        const std::size_t end = begin + static_cast<std::size_t>(run.length);
+        run.length = NormalLength(text, begin, end);
+        begin = end;
+        if (!stretched.empty() && stretched.back().format == run.format)
+            stretched.back().length += run.length;
+        else if (run.length > 0)
+            stretched.push_back(std::move(run));
+    }
+    runs = std::move(stretched);
+}
+
+// Rich text from elsewhere may hold lone breaks.
+RichText Normalized(RichText text) {
+    StretchRuns(text.char_runs, text.text);
+    StretchRuns(text.paragraph_runs, text.text);
+    text.text = NormalizeBreaks(text.text);
+    return text;
+}
+
 }  // namespace
 
 RichText MemoryEditor::Rich() const {
@@ -40,7 +77,8 @@ RichText MemoryEditor::TakeRich() {
     rich.char_runs = char_runs_.TakeAll();
     rich.paragraph_runs = paragraph_runs_.TakeAll();
     selection_ = {};
-    undo_.clear();
+    line_mark_ = {};
+    ForgetUndo();
     return rich;
 }
 
@@ -48,47 +86,15 @@ void MemoryEditor::SetText(std::u16string_view text) {
     SetRich(RichText::Plain(text, default_format_));
 }
 
-// Rich text from elsewhere may hold lone breaks; its runs are stretched where one becomes a pair.
-RichText MemoryEditor::Normalized(const RichText& text) {
-    RichText normal;
-    std::int32_t at = 0;
-    std::size_t paragraph = 0;
-    std::int32_t paragraph_end = text.paragraph_runs.empty() ? 0 : text.paragraph_runs[0].length;
-    for (const CharRun& run : text.char_runs) {
-        const std::int32_t end = at + run.length;
-        while (at < end) {
-            while (at >= paragraph_end && paragraph + 1 < text.paragraph_runs.size())
-                paragraph_end += text.paragraph_runs[++paragraph].length;
-            const std::int32_t stop = paragraph_end > at ? std::min(end, paragraph_end) : end;
-            RichText piece;
-            for (; at < stop; ++at) {
-                const char16_t unit = text.text[static_cast<std::size_t>(at)];
-                const bool behind_return =
-                    at > 0 && text.text[static_cast<std::size_t>(at - 1)] == u'\r';
-                if (unit == u'\r' || (unit == u'\n' && !behind_return))
-                    piece.text += u"\r\n";
-                else if (unit != u'\n')
-                    piece.text += unit;
-            }
-            piece.char_runs.push_back({piece.Length(), run.format});
-            piece.paragraph_runs.push_back(
-                {piece.Length(), text.paragraph_runs.empty()
-                                     ? ParagraphFormat{}
-                                     : text.paragraph_runs[paragraph].format});
-            normal.Append(piece);
-        }
-    }
-    return normal;
-}
-
 void MemoryEditor::SetRich(RichText text) {
     if (HasLoneBreak(text.text))
-        text = Normalized(text);
+        text = Normalized(std::move(text));
     text_.Assign(std::move(text.text));
     char_runs_.Assign(std::move(text.char_runs));
     paragraph_runs_.Assign(std::move(text.paragraph_runs));
     selection_ = {};
-    undo_.clear();
+    line_mark_ = {};
+    ForgetUndo();
 }
 
 std::int32_t MemoryEditor::SnapToBreak(std::int32_t position) const {
@@ -147,7 +153,11 @@ void MemoryEditor::Format(TextRange range, const CharFormatChange& change) {
     range = InText(Clip(range));
     if (range.length == 0)
         return;
-    Remember(range, range.length);
+    if (undo_enabled_) {
+        UndoStep step{range.first.value, range.length, true, {}};
+        step.old.char_runs = char_runs_.Take(range.first.value, range.length);
+        Remember(std::move(step));
+    }
     char_runs_.ChangeFormats(range.first.value, range.length,
                              [&change](CharFormat& format) { change.ApplyTo(format); });
 }
@@ -167,16 +177,33 @@ ParagraphFormat MemoryEditor::ParagraphFormatAt(std::int32_t position) const {
     return format == nullptr ? ParagraphFormat{} : *format;
 }
 
-void MemoryEditor::Remember(TextRange range, std::int32_t new_length) {
-    if (!undo_enabled_)
-        return;
-    if (undo_.size() == kMostUndoSteps)
-        undo_.erase(undo_.begin(), undo_.begin() + kMostUndoSteps / 4);
-    undo_.push_back({range.first.value, new_length, Rich(range)});
+std::size_t MemoryEditor::UndoStep::Bytes() const {
+    return sizeof(UndoStep) + old.text.size() * sizeof(char16_t) +
+           old.char_runs.size() * sizeof(CharRun) +
+           old.paragraph_runs.size() * sizeof(ParagraphRun);
+}
+
+// The oldest steps go when the list is full, but the last edit can always be taken back.
+void MemoryEditor::Remember(UndoStep step) {
+    undo_bytes_ += step.Bytes();
+    undo_.push_back(std::move(step));
+    while (undo_.size() > 1 && (undo_.size() > kMostUndoSteps || undo_bytes_ > kMostUndoBytes)) {
+        undo_bytes_ -= undo_.front().Bytes();
+        undo_.pop_front();
+    }
+}
+
+void MemoryEditor::ForgetUndo() {
+    undo_.clear();
+    undo_bytes_ = 0;
 }
 
 void MemoryEditor::Put(TextRange range, const RichText& text) {
-    Remember(range, text.Length());
+    if (range.length == 0 && text.Empty())
+        return;
+    if (undo_enabled_)
+        Remember({range.first.value, text.Length(), false, Rich(range)});
+    MoveLineMarkBack(range.first.value);
     text_.Replace(range.first.value, range.length, text.text);
     char_runs_.Replace(range.first.value, range.length, text.char_runs);
     paragraph_runs_.Replace(range.first.value, range.length, text.paragraph_runs);
@@ -185,9 +212,10 @@ void MemoryEditor::Put(TextRange range, const RichText& text) {
 
 TextRange MemoryEditor::Replace(TextRange range, std::u16string_view text) {
     range = Clip(range);
-    RichText rich = RichText::Plain(text, InsertionFormat(InText(range)));
+    const TextRange inside = InText(range);
+    RichText rich = RichText::Plain(text, InsertionFormat(inside));
     if (!rich.Empty())
-        rich.paragraph_runs = {{rich.Length(), ParagraphFormatAt(range.first.value)}};
+        rich.paragraph_runs = {{rich.Length(), ParagraphFormatAt(inside.first.value)}};
     return Replace(range, rich);
 }
 
@@ -223,33 +251,44 @@ CharFormat MemoryEditor::SelectionFormat() const {
     return InsertionFormat(InText(selection_));
 }
 
-std::int32_t MemoryEditor::LineOfChar(CharPos position) const {
-    const std::int32_t end = SnapToBreak(std::clamp(position.value, 0, Length()));
-    std::int32_t line = 0;
-    for (std::int32_t at = 0; at < end; ++at) {
-        const char16_t unit = text_.At(at);
-        line += unit == u'\n' || unit == kLineInParagraph ? 1 : 0;
+void MemoryEditor::MoveLineMarkBack(std::int32_t position) const {
+    while (line_mark_.first > position) {
+        --line_mark_.line;
+        line_mark_.first = text_.LastLineEnd(line_mark_.first - 1) + 1;
     }
-    return line;
+}
+
+std::int32_t MemoryEditor::LineOfChar(CharPos position) const {
+    const std::int32_t place = SnapToBreak(std::clamp(position.value, 0, Length()));
+    MoveLineMarkBack(place);
+    for (std::int32_t end = 0; (end = text_.NextLineEnd(line_mark_.first, place)) >= 0;)
+        line_mark_ = {line_mark_.line + 1, end + 1};
+    return line_mark_.line;
 }
 
 CharPos MemoryEditor::FirstCharOfLine(std::int32_t line) const {
-    std::int32_t first = 0;
-    for (std::int32_t at = 0; at < Length() && line > 0; ++at) {
-        const char16_t unit = text_.At(at);
-        if (unit == u'\n' || unit == kLineInParagraph) {
-            first = at + 1;
-            --line;
-        }
+    while (line_mark_.line > std::max(line, 0))
+        MoveLineMarkBack(line_mark_.first - 1);
+    while (line_mark_.line < line) {
+        const std::int32_t end = text_.NextLineEnd(line_mark_.first, Length());
+        if (end < 0)
+            break;
+        line_mark_ = {line_mark_.line + 1, end + 1};
     }
-    return CharPos{first};
+    return CharPos{line_mark_.first};
 }
 
 void MemoryEditor::Undo() {
     if (undo_.empty())
         return;
+    undo_bytes_ -= undo_.back().Bytes();
     const UndoStep step = std::move(undo_.back());
     undo_.pop_back();
+    if (step.formats_only) {
+        char_runs_.Replace(step.first, step.length, step.old.char_runs);
+        selection_ = {CharPos{step.first}, step.length};
+        return;
+    }
     const bool enabled = std::exchange(undo_enabled_, false);
     Put({CharPos{step.first}, step.length}, step.old);
     undo_enabled_ = enabled;
@@ -258,7 +297,7 @@ void MemoryEditor::Undo() {
 
 void MemoryEditor::SetUndoEnabled(bool enabled) {
     undo_enabled_ = enabled;
-    undo_.clear();
+    ForgetUndo();
 }
 
 Status MemoryEditor::LoadFile(const std::string& path, FileFormat format) {

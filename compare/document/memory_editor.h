@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <deque>
 
 #include "compare/document/editor.h"
 #include "compare/document/gap_runs.h"
@@ -10,6 +10,8 @@
 
 namespace zorvane {
 
+/// Asking for a line costs by its distance from the line asked for last, or from the last edit if
+/// that was in front of it. Not to be asked by two threads at once.
 class MemoryEditor : public Editor {
   public:
     std::int32_t Length() const override { return text_.Length(); }
@@ -49,11 +51,19 @@ class MemoryEditor : public Editor {
 
   private:
     // What an edit replaced: putting `old` in place of `length` characters at `first` takes it
-    // back.
+    // back. Of a change of formats only the character runs are kept.
     struct UndoStep {
         std::int32_t first = 0;
         std::int32_t length = 0;
+        bool formats_only = false;
         RichText old;
+
+        std::size_t Bytes() const;
+    };
+    // A line and its first position.
+    struct LineMark {
+        std::int32_t line = 0;
+        std::int32_t first = 0;
     };
 
     std::int32_t SnapToBreak(std::int32_t position) const;
@@ -62,8 +72,9 @@ class MemoryEditor : public Editor {
     CharFormat InsertionFormat(TextRange range) const;
     ParagraphFormat ParagraphFormatAt(std::int32_t position) const;
     void Put(TextRange range, const RichText& text);
-    void Remember(TextRange range, std::int32_t new_length);
-    static RichText Normalized(const RichText& text);
+    void Remember(UndoStep step);
+    void ForgetUndo();
+    void MoveLineMarkBack(std::int32_t position) const;
 
     GapText text_;
     GapRuns<CharRun> char_runs_;
@@ -71,7 +82,11 @@ class MemoryEditor : public Editor {
     TextRange selection_;
     CharFormat default_format_;
     bool undo_enabled_ = true;
-    std::vector<UndoStep> undo_;
+    std::deque<UndoStep> undo_;
+    std::size_t undo_bytes_ = 0;
+    // The line asked for last, from which the next one is counted. An edit in front of it moves it
+    // back to the line of the edit, so it is always true.
+    mutable LineMark line_mark_;
 };
 
 }  // namespace zorvane

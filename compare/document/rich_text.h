@@ -22,8 +22,8 @@ struct Color {
 class FontName {
   public:
     constexpr FontName() = default;
-    FontName(std::string_view
-                 utf8);  // NOLINT(google-explicit-constructor): a name is written as a literal
+    // NOLINTNEXTLINE(google-explicit-constructor): a name is written as a literal
+    FontName(std::string_view utf8);
     std::string_view view() const { return {bytes_.data(), size_}; }
     friend bool operator==(const FontName&, const FontName&) = default;
 

@@ -17,6 +17,10 @@ std::int32_t HalfPoints(double points) {
     return static_cast<std::int32_t>(std::lround(points * 2));
 }
 
+bool EndsInHighSurrogate(std::u16string_view text) {
+    return !text.empty() && (text.back() & 0xFC00) == 0xD800;
+}
+
 }  // namespace
 
 void clsRTBDocument::Setup(Editor& editor, Sound& sound) {
@@ -43,9 +47,14 @@ TextRange clsRTBDocument::RangeOf(ParagraphNumber first, ParagraphNumber last,
     const CharPos end = last == kBeforeFirst ? CharPos{1} : paragraphs_.At(last).LastChar;
     if (end < begin)
         return {};
+    const TextRange whole = TextRange::Between(begin, end);
+    const TextRange range = editor_->Clip(whole);
+    // The text got shorter since the collection was built.
+    if (range.length != whole.length)
+        return {range.first, 0};
     // One position less falls into the break, and so in front of it.
     const bool shorten = last_break == LastBreak::LeaveOut && last != kBeforeFirst;
-    return editor_->Clip(TextRange::Between(begin, shorten ? end - 1 : end));
+    return shorten ? editor_->Clip({range.first, range.length - 1}) : range;
 }
 
 void clsRTBDocument::SelectParagraphs(ParagraphNumber first, ParagraphNumber last,
@@ -56,13 +65,13 @@ void clsRTBDocument::SelectParagraphs(ParagraphNumber first, ParagraphNumber las
 void clsRTBDocument::SelectAllTextBetween(ParagraphNumber first, ParagraphNumber last,
                                           LastBreak last_break) {
     const std::int32_t count = ParagraphCount();
-    if (last.value > count && paragraphs_.Has(first)) {
-        const CharPos begin = paragraphs_.At(first).LastChar;
-        editor_->Select(TextRange::Between(begin, CharPos{editor_->Length()}));
+    if (!bIsValidSelection(first, last)) {
+        if (last.value > count && paragraphs_.Has(first)) {
+            const CharPos begin = paragraphs_.At(first).LastChar;
+            editor_->Select(TextRange::Between(begin, CharPos{editor_->Length()}));
+        }
         return;
     }
-    if (!bIsValidSelection(first, last))
-        return;
     TextRange range;
     if (first == kBeforeFirst) {
         range.length = last == kBeforeFirst ? 1 : paragraphs_.At(last).LastChar.value;
@@ -223,9 +232,13 @@ std::string clsRTBDocument::LineFileText() const {
     const auto pieces = editor_->TextPieces();
     std::string bytes;
     bytes.reserve(pieces[0].size() + pieces[1].size() + 16);
-    // A surrogate pair is never cut between the pieces: edits stand at whole characters.
-    for (const std::u16string_view piece : pieces)
-        AppendUtf8(piece, bytes);
+    const auto [front, back] = pieces;
+    // An edit may have stood inside a surrogate pair, which must be read as one.
+    const bool cut = EndsInHighSurrogate(front) && !back.empty();
+    AppendUtf8(front.substr(0, front.size() - (cut ? 1U : 0U)), bytes);
+    if (cut)
+        AppendUtf8(std::u16string{front.back(), back.front()}, bytes);
+    AppendUtf8(back.substr(cut ? 1 : 0), bytes);
     AppendUtf8(kBreak, bytes);
     return bytes;
 }

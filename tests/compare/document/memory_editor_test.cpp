@@ -76,6 +76,17 @@ TEST(MemoryEditor, MakesEveryLineEndOneBreak) {
     rich.paragraph_runs = {{3, {}}};
     editor.SetRich(rich);
     EXPECT_EQ(Notation(editor.Rich()), "p|[b:q]");
+    // A break whose halves differ, next to lone ones: the LF's run goes, its neighbours join.
+    rich.text = u"\r\n\r\n\n";
+    rich.char_runs = {{1, {}}, {1, {}}, {1, {}}, {2, {}}};
+    rich.char_runs[1].format.bold = rich.char_runs[3].format.bold = true;
+    rich.paragraph_runs = {{4, {}}, {1, {}}};
+    rich.paragraph_runs[1].format.left_indent = 9;
+    editor.SetRich(rich);
+    EXPECT_EQ(Notation(editor.Rich()), "||[b:|]");
+    EXPECT_EQ(editor.Rich().char_runs.size(), 2U);
+    EXPECT_EQ(editor.Rich().paragraph_runs[0].length, 4);
+    EXPECT_EQ(editor.Rich().paragraph_runs[1].length, 2);
 }
 
 TEST(MemoryEditor, FormatsARangeOnly) {
@@ -140,85 +151,280 @@ TEST(MemoryEditor, LoadsAndSaves) {
     EXPECT_FALSE(editor.SaveFile(folder.Path("no/such/x.rtf"), FileFormat::RichText).ok());
 }
 
-// ---- against a naive editor: a character with its format in a vector ----
+TEST(MemoryEditor, MovesWholeTextsWithoutACopy) {
+    MemoryEditor from;
+    from.SetText(std::u16string(1000, u'x'));
+    from.Replace(At(500, 0), u"middle");
+    from.Format(At(0, 10), Bold());
+    const char16_t* const data = from.TextPieces()[0].data();
+    MemoryEditor to;
+    to.SetRich(from.TakeRich());
+    EXPECT_EQ(to.TextPieces()[0].data(), data);
+    EXPECT_EQ(to.Length(), 1006);
+    EXPECT_EQ(from.Length(), 0);
+}
+
+TEST(MemoryEditor, TextBehindTheLastBreakJoinsTheLastParagraph) {
+    MemoryEditor editor;
+    RichText rich = RichText::Plain(u"ab");
+    rich.paragraph_runs[0].format.left_indent = 100;
+    editor.SetRich(rich);
+    EXPECT_EQ(editor.Replace(At(99, 0), u"c"), At(2, 1));
+    EXPECT_EQ(editor.Rich().paragraph_runs.size(), 1U);
+}
+
+int UndoAll(MemoryEditor& editor) {
+    int steps = 0;
+    for (; editor.CanUndo(); ++steps)
+        editor.Undo();
+    return steps;
+}
+
+TEST(MemoryEditor, UndoIsBounded) {
+    MemoryEditor editor;
+    for (int i = 0; i < 1010; ++i)
+        editor.Replace(At(0, 0), u"x");
+    EXPECT_EQ(UndoAll(editor), 1000);
+    EXPECT_EQ(editor.Length(), 10) << "the oldest edits stay";
+    const std::u16string large(34 << 20, u'x');  // more bytes than the list may hold
+    editor.SetText(large);
+    editor.Replace(At(0, editor.Length()), u"y");
+    editor.Undo();
+    EXPECT_EQ(editor.Length(), 34 << 20) << "the last edit can always be taken back";
+    editor.Replace(At(0, 1), u"a");
+    editor.Replace(At(0, 1), u"b");
+    EXPECT_EQ(UndoAll(editor), 2) << "what was taken back takes no place";
+    editor.Replace(At(0, editor.Length()), u"y");
+    editor.Replace(At(0, 1), u"z");
+    EXPECT_EQ(UndoAll(editor), 1) << "the large one made place";
+    editor.SetUndoEnabled(false);
+    editor.Replace(At(0, 0), u"x");
+    EXPECT_FALSE(editor.CanUndo());
+}
+
+TEST(MemoryEditor, UndoTakesNoStepForNothing) {
+    MemoryEditor editor;
+    editor.SetText(u"ab");
+    editor.Replace(At(2, 2), u"\r\n");
+    editor.Format(At(2, 2), Bold());
+    EXPECT_FALSE(editor.CanUndo());
+    editor.Format(At(0, 1), Bold());
+    editor.Select(At(2, 0));
+    editor.Undo();
+    EXPECT_EQ(Notation(editor.Rich()), "ab");
+    EXPECT_EQ(editor.Selection(), At(0, 1)) << "what was taken back is selected";
+}
+
+// ---- against a naive editor: a unit with its formats in a vector ----
+
+struct Unit {
+    char16_t unit = 0;
+    CharFormat format;
+    ParagraphFormat paragraph;
+};
 
 class NaiveEditor {
   public:
-    void Replace(std::size_t first, std::size_t length, const RichText& text) {
-        std::vector<std::pair<char16_t, CharFormat>> put;
-        std::size_t at = 0;
-        for (const CharRun& run : text.char_runs) {
-            for (std::int32_t i = 0; i < run.length; ++i)
-                put.emplace_back(text.text[at++], run.format);
+    std::size_t Size() const { return units_.size(); }
+
+    void Replace(std::int64_t first, std::int64_t length, std::vector<Unit> put) {
+        const auto [begin, end] = Snapped(first, length);
+        const bool over_the_end = begin < end && end > Size();
+        if (over_the_end && put.size() >= 2 && put.back().unit == u'\n')
+            put.resize(put.size() - 2);
+        const auto place = units_.begin() + Offset(std::min(begin, Size()));
+        const auto behind = units_.erase(place, units_.begin() + Offset(std::min(end, Size())));
+        units_.insert(behind, put.begin(), put.end());
+    }
+    void Replace(std::int64_t first, std::int64_t length, const std::u16string& text) {
+        const auto [begin, end] = Snapped(first, length);
+        const bool replaces = begin < end && begin < Size();
+        Unit like;
+        const std::size_t at = std::min(begin, Size());
+        if (Size() > 0) {
+            like.paragraph = units_[std::min(at, Size() - 1)].paragraph;
+            like.format = units_[replaces || at == 0 ? at : at - 1].format;
         }
-        const auto begin = characters_.begin() + static_cast<std::ptrdiff_t>(first);
-        characters_.erase(begin, begin + static_cast<std::ptrdiff_t>(length));
-        characters_.insert(characters_.begin() + static_cast<std::ptrdiff_t>(first), put.begin(),
-                           put.end());
+        std::vector<Unit> put;
+        for (const char16_t unit : text) {
+            like.unit = unit;
+            put.push_back(like);
+        }
+        Replace(first, length, put);
     }
-    void Format(std::size_t first, std::size_t length, const CharFormatChange& change) {
-        for (std::size_t i = first; i < first + length; ++i)
-            change.ApplyTo(characters_[i].second);
+    void Format(std::int64_t first, std::int64_t length, const CharFormatChange& change) {
+        const auto [begin, end] = Snapped(first, length);
+        for (std::size_t i = begin; i < std::min(end, Size()); ++i)
+            change.ApplyTo(units_[i].format);
     }
-    RichText Rich() const {
+    RichText Rich() const { return Rich(0, Size()); }
+    RichText Rich(std::size_t begin, std::size_t end) const {
         RichText rich;
-        for (const auto& [unit, format] : characters_) {
+        for (std::size_t i = begin; i < end; ++i) {
             RichText one;
-            one.text = unit;
-            one.char_runs.push_back({1, format});
+            one.text = units_[i].unit;
+            one.char_runs.push_back({1, units_[i].format});
+            one.paragraph_runs.push_back({1, units_[i].paragraph});
             rich.Append(one);
         }
         return rich;
     }
-    std::size_t Size() const { return characters_.size(); }
+    std::int32_t LineOf(std::size_t position) const {
+        std::int32_t line = 0;
+        for (std::size_t i = 0; i < Snap(std::min(position, Size())); ++i)
+            line += EndsLine(i) ? 1 : 0;
+        return line;
+    }
+    std::int32_t FirstOfLine(std::int32_t line) const {
+        std::size_t first = 0;
+        for (std::size_t i = 0; i < Size() && line > 0; ++i) {
+            if (EndsLine(i)) {
+                first = i + 1;
+                --line;
+            }
+        }
+        return static_cast<std::int32_t>(first);
+    }
 
   private:
-    std::vector<std::pair<char16_t, CharFormat>> characters_;
+    struct Place {
+        std::size_t begin;
+        std::size_t end;
+    };
+    static std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
+    bool EndsLine(std::size_t at) const {
+        return units_[at].unit == u'\n' || units_[at].unit == u'\v';
+    }
+    std::size_t Snap(std::size_t position) const {
+        if (position == Size() + 1)
+            return Size();
+        const bool inside = position > 0 && position < Size() && units_[position].unit == u'\n';
+        return inside ? position - 1 : position;
+    }
+    Place Snapped(std::int64_t first, std::int64_t length) const {
+        const auto most = static_cast<std::int64_t>(Size()) + 2;
+        const auto clip = [&](std::int64_t position) {
+            return Snap(static_cast<std::size_t>(std::clamp<std::int64_t>(position, 0, most)));
+        };
+        return {clip(first), clip(first + length)};
+    }
+
+    std::vector<Unit> units_;
 };
 
-TEST(MemoryEditorProperty, AgreesWithANaiveEditorAndUndoesEverything) {
-    std::mt19937 random(3);
-    const auto below = [&](std::size_t limit) {
-        return static_cast<std::size_t>(random()) % limit;
-    };
-    for (int round = 0; round < 60; ++round) {
-        SCOPED_TRACE(round);
-        MemoryEditor editor;
-        NaiveEditor naive;
-        RichText start = RichText::Plain(u"The quick brown fox");
-        editor.SetRich(start);
-        naive.Replace(0, 0, start);
-        for (int edit = 0; edit < 40; ++edit) {
-            const std::size_t first = below(naive.Size() + 1);
-            const std::size_t length = below(naive.Size() - first + 1);
-            const TextRange range =
-                At(static_cast<std::int32_t>(first), static_cast<std::int32_t>(length));
-            if (below(2) == 0) {
-                CharFormatChange change;
-                change.bold = below(2) == 0;
-                change.fore_color = Color{static_cast<std::int32_t>(below(3))};
-                editor.Format(range, change);
-                naive.Format(first, length, change);
-            } else {
-                CharFormat format;
-                format.italic = below(2) == 0;
-                const RichText text = RichText::Plain(
-                    std::u16string(below(5), static_cast<char16_t>(u'a' + below(26))), format);
-                editor.Replace(range, text);
-                naive.Replace(first, length, text);
+// An editor and its naive twin, edited alike at random.
+class TwinEditors {
+  public:
+    explicit TwinEditors(unsigned seed) : random_(seed) { Edit(); }
+
+    MemoryEditor editor;
+    NaiveEditor naive;
+    std::vector<NaiveEditor> before;  // each step of the undo list
+
+    void Edit() {
+        const NaiveEditor old = naive;
+        const std::int32_t first = Below(naive.Size() + 6) - 2;
+        const std::int32_t length = Below(Below(3) == 0 ? naive.Size() + 6 : 4);
+        switch (Below(4)) {
+            case 0:
+                Format(first, length);
+                break;
+            case 1: {
+                const std::vector<Unit> units = Units();
+                naive.Replace(first, length, units);
+                NaiveEditor put;
+                put.Replace(0, 0, units);
+                editor.Replace(At(first, length), put.Rich());
+                break;
             }
-            const RichText expected = naive.Rich();
-            const RichText actual = editor.Rich();
-            ASSERT_EQ(actual.text, expected.text);
-            ASSERT_EQ(actual.char_runs, expected.char_runs);
-            const auto pieces = editor.TextPieces();
-            ASSERT_EQ(std::u16string(pieces[0]) + std::u16string(pieces[1]), expected.text);
+            case 2:
+                naive.Replace(first, length, std::u16string(u"p\r\nq"));
+                editor.Replace(At(first, length), u"p\nq");
+                break;
+            default:
+                naive.Replace(first, length, std::u16string());
+                editor.Replace(At(first, length), u"");
         }
-        while (editor.CanUndo())
+        if (naive.Rich() != old.Rich())
+            before.push_back(old);
+    }
+    void Undo() {
+        // A step may have changed nothing, such as bold made bold.
+        while (!before.empty() && editor.CanUndo() && editor.Rich() == naive.Rich())
             editor.Undo();
-        EXPECT_EQ(editor.Rich(), start);
-        EXPECT_EQ(editor.TakeRich(), start);
-        EXPECT_EQ(editor.Length(), 0);
+        if (before.empty())
+            return;
+        naive = before.back();
+        before.pop_back();
+    }
+    void ExpectAlike() {
+        const RichText expected = naive.Rich();
+        ASSERT_EQ(Notation(editor.Rich()), Notation(expected));
+        ASSERT_EQ(editor.Rich(), expected) << "runs";
+        const std::int32_t first = Below(naive.Size() + 1);
+        const std::int32_t length = Below(naive.Size() + 3);
+        const TextRange range = editor.Clip(At(first, length));
+        std::u16string text = expected.text + u"\r\n";
+        text = text.substr(static_cast<std::size_t>(range.first.value),
+                           static_cast<std::size_t>(range.length));
+        ASSERT_EQ(editor.Text(At(first, length)), text);
+        const auto begin = static_cast<std::size_t>(std::min(range.first.value, editor.Length()));
+        const auto end = static_cast<std::size_t>(std::min(range.end().value, editor.Length()));
+        ASSERT_EQ(editor.Rich(
+                      At(static_cast<std::int32_t>(begin), static_cast<std::int32_t>(end - begin))),
+                  naive.Rich(begin, end));
+        ASSERT_EQ(editor.LineOfChar(CharPos{first}), naive.LineOf(static_cast<std::size_t>(first)));
+        const std::int32_t line = Below(8);
+        ASSERT_EQ(editor.FirstCharOfLine(line), CharPos{naive.FirstOfLine(line)});
+    }
+    bool Chance() { return Below(5) == 0; }
+
+  private:
+    std::int32_t Below(std::size_t limit) { return static_cast<std::int32_t>(random_() % limit); }
+    void Format(std::int32_t first, std::int32_t length) {
+        CharFormatChange change;
+        change.bold = Below(2) == 0;
+        change.fore_color = Color{Below(3)};
+        naive.Format(first, length, change);
+        editor.Format(At(first, length), change);
+    }
+    std::vector<Unit> Units() {
+        constexpr std::u16string_view kPieces[] = {u"a", u"b", u"\r\n", u"\v", u"\xD83D\xDE00"};
+        std::vector<Unit> units;
+        Unit unit;
+        for (std::int32_t piece = Below(6); piece > 0; --piece) {
+            unit.format.italic = Below(2) == 0;
+            for (const char16_t code : kPieces[Below(std::size(kPieces))]) {
+                unit.unit = code;
+                units.push_back(unit);
+            }
+            if (units.back().unit == u'\n')
+                unit.paragraph.alignment = Below(2) == 0 ? Alignment::Left : Alignment::Right;
+        }
+        return units;
+    }
+
+    std::mt19937 random_;
+};
+
+TEST(MemoryEditorProperty, AgreesWithANaiveEditor) {
+    for (unsigned seed = 0; seed < 150; ++seed) {
+        SCOPED_TRACE(seed);
+        TwinEditors twins(seed);
+        for (int edit = 0; edit < 60 && !HasFatalFailure(); ++edit) {
+            if (twins.Chance())
+                twins.Undo();
+            else
+                twins.Edit();
+            ASSERT_NO_FATAL_FAILURE(twins.ExpectAlike());
+        }
+        const RichText end = twins.naive.Rich();
+        while (!twins.before.empty()) {
+            twins.Undo();
+            ASSERT_NO_FATAL_FAILURE(twins.ExpectAlike());
+        }
+        twins.editor.SetRich(end);
+        EXPECT_EQ(twins.editor.TakeRich(), end);
     }
 }
 

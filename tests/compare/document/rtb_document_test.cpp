@@ -66,14 +66,44 @@ TEST_F(RtbDocumentTest, SelectsWithAndWithoutTheLastBreak) {
     EXPECT_EQ(sound_.beeps, 1);
 }
 
+TEST_F(RtbDocumentTest, SelectsNothingWhereTheTextGotShorter) {
+    Fill(u"one\r\ntwo");
+    editor_.SetText(u"a\r\nb");
+    EXPECT_EQ(Selected(1, 1, LastBreak::Keep), "");
+    EXPECT_EQ(Selected(2, 2, LastBreak::LeaveOut), "");
+    EXPECT_EQ(sound_.beeps, 0);
+}
+
+struct BetweenRow {
+    const char* name;
+    std::int32_t first;
+    std::int32_t last;
+    LastBreak last_break;
+    TextRange selected;
+    int beeps;
+};
+// "one" stands at 0, "two" at 5, "three" at 10 to 15.
+const BetweenRow kBetweenRows[] = {
+    {"the length is that of both", 1, 2, LastBreak::Keep, {CharPos{5}, 10}, 0},
+    {"without the last break", 1, 1, LastBreak::LeaveOut, {CharPos{5}, 3}, 0},
+    {"from the beginning", 0, 1, LastBreak::Keep, {CharPos{0}, 5}, 0},
+    {"from the beginning, without break", 0, 1, LastBreak::LeaveOut, {CharPos{0}, 3}, 0},
+    {"the place in front", 0, 0, LastBreak::Keep, {CharPos{0}, 1}, 0},
+    {"behind the last: its break", 3, 3, LastBreak::Keep, {CharPos{15}, 2}, 0},
+    {"past the last: the rest", 2, 9, LastBreak::Keep, {CharPos{10}, 5}, 1},
+    {"no such first: as it was", 9, 1, LastBreak::Keep, {CharPos{1}, 1}, 1},
+};
 TEST_F(RtbDocumentTest, SelectsBetweenParagraphs) {
     Fill(u"one\r\ntwo\r\nthree");
-    document_.SelectAllTextBetween(ParagraphNumber{1}, ParagraphNumber{2}, LastBreak::LeaveOut);
-    EXPECT_EQ(editor_.Selection().first, CharPos{5});
-    document_.SelectAllTextBetween(ParagraphNumber{2}, ParagraphNumber{9}, LastBreak::Keep);
-    EXPECT_EQ(Readable(editor_.SelectedText()), "three");
-    document_.SelectAllTextBetween(ParagraphNumber{0}, ParagraphNumber{1}, LastBreak::Keep);
-    EXPECT_EQ(Readable(editor_.SelectedText()), "one|");
+    for (const BetweenRow& row : kBetweenRows) {
+        SCOPED_TRACE(row.name);
+        sound_.beeps = 0;
+        editor_.Select({CharPos{1}, 1});
+        document_.SelectAllTextBetween(ParagraphNumber{row.first}, ParagraphNumber{row.last},
+                                       row.last_break);
+        EXPECT_EQ(editor_.Selection(), row.selected);
+        EXPECT_EQ(sound_.beeps, row.beeps);
+    }
 }
 
 TEST_F(RtbDocumentTest, PutsTheCaretInFrontOfTheBreak) {
@@ -133,6 +163,9 @@ const ReplaceRow kReplaceRows[] = {
     {"overlapping, from the end", u"aaa", u"aa", u"b", true, u"ab", 1},
     {"by case", u"aA", u"A", u"x", true, u"ax", 1},
     {"without case", u"aÄA", u"ä", u"x", false, u"axA", 1},
+    {"over a break", u"ab\r\ncd", u"b\r\nc", u"-", true, u"a-d", 1},
+    {"a line feed stands for its break", u"a\r\nb", u"\n", u" ", true, u"a b", 1},
+    {"a break put in", u"a,b", u",", u"\n", true, u"a\r\nb", 1},
     {"nothing to find", u"a", u"", u"x", true, u"a", 0},
     {"an empty text", u"", u"a", u"x", true, u"", 0},
 };
@@ -154,6 +187,71 @@ TEST_F(RtbDocumentTest, WritesAParagraphALine) {
     EXPECT_EQ(folder.Read("b"), folder.Read("a"));
 }
 
+TEST_F(RtbDocumentTest, ACharacterInTwoPiecesIsWrittenWhole) {
+    Fill(u"a\xD83D\xDE00");
+    editor_.Replace({CharPos{2}, 0}, u"x");
+    editor_.Replace({CharPos{2}, 1}, u"");
+    ASSERT_EQ(editor_.TextPieces()[0].size(), 2U);
+    EXPECT_EQ(document_.LineFileText(), "a😀\r\n");
+    editor_.Replace({CharPos{2}, 1}, u"b");
+    editor_.Replace({CharPos{2}, 1}, u"");
+    EXPECT_EQ(document_.LineFileText(), "a\xEF\xBF\xBD\r\n") << "a lone half";
+}
+
+// An editor that keeps lone returns until its text is set anew, in two pieces.
+class RawEditor : public MemoryEditor {
+  public:
+    using MemoryEditor::Text;
+    std::u16string Text() const override { return raw_ ? front_ + back_ : MemoryEditor::Text(); }
+    std::array<std::u16string_view, 2> TextPieces() const override {
+        return raw_ ? std::array<std::u16string_view, 2>{front_, back_}
+                    : MemoryEditor::TextPieces();
+    }
+    void SetText(std::u16string_view text) override {
+        raw_ = false;
+        MemoryEditor::SetText(text);
+    }
+    void SetRaw(std::u16string front, std::u16string back) {
+        front_ = std::move(front);
+        back_ = std::move(back);
+        raw_ = true;
+    }
+    bool Raw() const { return raw_; }
+
+  private:
+    std::u16string front_;
+    std::u16string back_;
+    bool raw_ = false;
+};
+
+struct ReturnsRow {
+    const char* name;
+    const char16_t* front;
+    const char16_t* back;
+    bool set_anew;
+    const char* text;
+};
+const ReturnsRow kReturnsRows[] = {
+    {"single returns stay", u"a\r\n\r\nb", u"\r\n", false, ""},
+    {"a pair goes", u"a\r\rb\r\n", u"c", true, "ab|c"},
+    {"a pair in the second piece", u"a", u"b\r\rc", true, "abc"},
+    {"a pair across the pieces", u"a\r", u"\rb", true, "ab"},
+    {"three: one is left", u"a\r\r\r\nb", u"", true, "a|b"},
+};
+TEST(RtbDocument, TakesDoubledReturnsOut) {
+    for (const ReturnsRow& row : kReturnsRows) {
+        SCOPED_TRACE(row.name);
+        RawEditor editor;
+        FakeSound sound;
+        clsRTBDocument document;
+        document.Setup(editor, sound);
+        editor.SetRaw(row.front, row.back);
+        EXPECT_TRUE(document.ParagraphCollectionCreate());
+        EXPECT_NE(editor.Raw(), row.set_anew);
+        EXPECT_EQ(Readable(editor.MemoryEditor::Text()), row.text);
+    }
+}
+
 TEST_F(RtbDocumentTest, AdjustsByTheSumOfEarlierDeltas) {
     Fill(u"a\r\nb\r\nc\r\nd");
     document_.ParagraphCollectionAdjustmentAddDelta(ParagraphNumber{2}, 5);
@@ -167,6 +265,57 @@ TEST_F(RtbDocumentTest, AdjustsByTheSumOfEarlierDeltas) {
     EXPECT_EQ(document_.GetFirstCharLocationOfParagraph(ParagraphNumber{3}), CharPos{12});
     EXPECT_EQ(document_.GetFirstCharLocationOfParagraph(ParagraphNumber{4}), CharPos{15})
         << "nothing lies behind the last";
+}
+
+TEST_F(RtbDocumentTest, AdjustedParagraphsAreThoseOfTheNewText) {
+    std::mt19937 random(4);
+    for (int round = 0; round < 200; ++round) {
+        SCOPED_TRACE(round);
+        std::u16string text;
+        for (auto paragraph = random() % 20; paragraph > 0; --paragraph)
+            text += std::u16string(random() % 6, u'x') + u"\r\n";
+        Fill(text);
+        // As a walk does: from the last to the first, positions as they were at the start. What
+        // the last paragraph's own change moves lies behind it.
+        for (std::int32_t i = document_.ParagraphCount() - 2; i >= 1; --i) {
+            if (random() % 2 == 0)
+                continue;
+            const ParagraphNumber number{i};
+            const TextRange old = document_.RangeOf(number, number, LastBreak::LeaveOut);
+            const auto length = static_cast<std::int32_t>(random() % 9);
+            editor_.Replace(old, std::u16string(static_cast<std::size_t>(length), u'y'));
+            document_.ParagraphCollectionAdjustmentAddDelta(number + 1, length - old.length);
+            document_.SetLastCharLocationOfParagraph(
+                number, document_.GetLastCharLocationOfParagraph(number) + (length - old.length));
+        }
+        document_.ParagraphCollectionAdjust();
+        clsRTBDocument anew;
+        anew.Setup(editor_, sound_);
+        anew.ParagraphCollectionCreate();
+        ASSERT_EQ(document_.ParagraphCount(), anew.ParagraphCount());
+        for (ParagraphNumber number{1}; anew.HasParagraph(number); ++number) {
+            EXPECT_EQ(document_.GetFirstCharLocationOfParagraph(number),
+                      anew.GetFirstCharLocationOfParagraph(number));
+            EXPECT_EQ(document_.GetLastCharLocationOfParagraph(number),
+                      anew.GetLastCharLocationOfParagraph(number));
+        }
+    }
+}
+
+TEST_F(RtbDocumentTest, HighlightsTheSelection) {
+    Fill(u"abc");
+    ClsAPIHighlight highlight;
+    highlight.APIHighlight(Color{5});  // without an editor: nothing
+    highlight.AssignControls(editor_);
+    highlight.APIUnderline(3);
+    EXPECT_EQ(Notation(editor_.Rich()), "abc") << "an empty selection";
+    editor_.Select({CharPos{1}, 1});
+    highlight.APIHighlight(Color{0});
+    highlight.APIUnderline(3);
+    EXPECT_EQ(Notation(editor_.Rich()), "a[u3@0:b]c") << "0 is black, not a removal";
+    highlight.APIUnderline(200);
+    EXPECT_EQ(Notation(editor_.Rich()), "a[u3@0:b]c") << "no such underline";
+    EXPECT_EQ(editor_.Selection(), (TextRange{CharPos{1}, 1}));
 }
 
 }  // namespace
