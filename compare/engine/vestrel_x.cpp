@@ -39,7 +39,9 @@ VestrelX::State::CommonEnds VestrelX::State::FindCommonEnds() const {
         left.begin() + static_cast<std::ptrdiff_t>(std::min(left.size(), right.size())),
         right.begin());
     const auto same = static_cast<std::size_t>(differ.first - left.begin());
-    ends.front = std::min(master.lines.CountWithin(same), most);
+    // Both sides are asked: a last line without an end may be no more than the front of its
+    // partner.
+    ends.front = std::min(master.lines.CountWithin(same), source.lines.CountWithin(same));
     while (ends.front < most && master.lines.Line(ends.front) == source.lines.Line(ends.front))
         ++ends.front;
     // Under a bracket it matters how far the end has moved, so the search has to see it.

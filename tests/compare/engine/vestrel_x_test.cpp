@@ -146,6 +146,20 @@ TEST(VestrelX, CountsLinesAtPairsOnly) {
     }
 }
 
+TEST(VestrelX, TakesAPrefixForNoEqual) {
+    const char* const rows[][2] = {
+        {"abc", "abcd"}, {"abcd", "abc"}, {"a\r\nb", "a\r\nbc\r\nd\r\n"}, {"a", "a\r"}};
+    VestrelX engine;
+    for (const auto& [master, source] : rows) {
+        SCOPED_TRACE(master);
+        ASSERT_TRUE(engine.CompareText(master, source).ok());
+        EXPECT_EQ(engine.getDifferenceCount(), 1);
+        EXPECT_EQ(engine.Records().front().type, kC);
+    }
+    ASSERT_TRUE(engine.CompareText("a\r\nb", "a\r\nb\r\n").ok());
+    EXPECT_EQ(engine.getDifferenceCount(), 0);  // a missing line end is no difference
+}
+
 struct SwitchRow {
     const char* name;
     std::function<void(VestrelX&)> set;
