@@ -25,6 +25,15 @@ add_library(zv_ext_xxhash INTERFACE)
 target_include_directories(zv_ext_xxhash SYSTEM INTERFACE ${zv_ext_xxhash_INCLUDE})
 target_compile_definitions(zv_ext_xxhash INTERFACE XXH_INLINE_ALL)
 
+# For the readers in zorvane-convert only. Debian ships libzip and poppler as shared libraries alone.
+zorvane_external(zv_ext_zip libzip.so zip.h)
+zorvane_external(zv_ext_pugixml libpugixml.a pugixml.hpp)
+zorvane_external(zv_ext_gumbo libgumbo.a gumbo.h)
+zorvane_external(zv_ext_crypto libcrypto.so openssl/evp.h)
+zorvane_external(zv_ext_seccomp libseccomp.a seccomp.h)
+zorvane_external(zv_ext_poppler libpoppler.so poppler/PDFDoc.h)
+target_include_directories(zv_ext_poppler SYSTEM INTERFACE ${zv_ext_poppler_INCLUDE}/poppler)
+
 find_package(fmt REQUIRED)
 add_library(zv_ext_fmt ALIAS fmt::fmt-header-only)
 find_path(zv_ext_cli11_INCLUDE NAMES CLI/CLI.hpp REQUIRED)

@@ -1,0 +1,44 @@
+// The pieces of an RTF document as they are written one after another; the tables of fonts and
+// colours, which stand in front, are made at the end.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "compare/document/rich_text.h"
+
+namespace zorvane {
+
+class RtfBody {
+  public:
+    void Reserve(std::size_t bytes) { body_.reserve(bytes); }
+    /// Formats hold until the next call.
+    void ParagraphStart(const ParagraphFormat& format);
+    void Chars(const CharFormat& format);
+    /// CR is a paragraph break and LF nothing; 11 a line in the paragraph; 7 the end of a cell.
+    void Units(std::u16string_view text);
+    /// UTF-8, otherwise as `Units`.
+    void Text(std::string_view utf8);
+    /// A generated number in a group of its own that readers may pass over, with a tab behind it.
+    void ListLabel(std::string_view utf8, const CharFormat& format);
+    std::size_t Size() const { return body_.size(); }
+    /// The whole document in 7-bit ASCII; nothing is left here.
+    std::string Finish();
+
+  private:
+    void Number(std::string_view word, std::int32_t number);
+    void NonZero(std::string_view word, std::int32_t number);
+    void WriteColor(std::string_view word, const std::optional<Color>& color);
+    void WriteSpecial(char16_t unit);
+    std::int32_t FontNumber(const FontName& font);
+    std::int32_t ColorNumber(Color color);
+
+    std::string body_;
+    std::vector<FontName> fonts_;
+    std::vector<Color> colors_;
+};
+
+}  // namespace zorvane

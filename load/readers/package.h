@@ -1,0 +1,47 @@
+// The parts of a ZIP package (DOCX, ODT, XLSX, PPTX, EPUB), under bounds. Uses libzip.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "load/readers/reader.h"
+
+namespace zorvane {
+
+/// A part that is read piece by piece. Belongs to its package and must not outlive it.
+class PartStream {
+  public:
+    virtual ~PartStream() = default;
+    /// Fills up to `size` bytes; 0 at the end and after a fault.
+    virtual std::size_t Read(char* buffer, std::size_t size) = 0;
+    /// True after a damaged part or one that unpacks to more than `kMaxPackageBytes`.
+    virtual bool Failed() const = 0;
+};
+
+class Package {
+  public:
+    /// `bytes` is borrowed and outlives the package. Nothing when it is no ZIP file.
+    static std::unique_ptr<Package> Open(std::string_view bytes);
+    virtual ~Package() = default;
+
+    virtual bool Has(std::string_view name) const = 0;
+    virtual std::vector<std::string> Names() const = 0;
+    /// The unpacked part, at most `kMaxPartBytes`. A leading "/" in the name is passed over and
+    /// names are compared regardless of ASCII case. `error` tells why there is none: Damaged,
+    /// TooLarge, or WrongFormat when there is no such part.
+    virtual std::optional<std::string> Read(std::string_view name, ReadError* error = nullptr) = 0;
+    /// Nothing when there is no such part.
+    virtual std::unique_ptr<PartStream> Stream(std::string_view name) = 0;
+    /// True when a part of the package itself is encrypted (old ZIP encryption).
+    virtual bool Encrypted() const = 0;
+};
+
+/// Folder and file of a reference from one part to another: "word/document.xml" and
+/// "../media/a.xml" give "media/a.xml". Never leaves the package.
+std::string ResolvePart(std::string_view from_part, std::string_view reference);
+
+}  // namespace zorvane

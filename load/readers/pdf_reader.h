@@ -1,0 +1,53 @@
+// PDF by two roads: quick plain text, and rich text with fonts, paragraphs and columns. Uses
+// poppler.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "load/readers/document_sink.h"
+#include "load/readers/reader.h"
+
+namespace zorvane {
+
+struct PdfPages {
+    std::int32_t first = 0;  ///< 1-based; 0 and 0: all pages
+    std::int32_t last = 0;
+};
+
+struct PdfPasswords {
+    std::string user;
+    std::string owner;
+};
+
+/// Field names are settings keys.
+struct PdfRichOptions {
+    std::int32_t lBCLConversionMethod = 3;  ///< 0 scanned with text, 1 layout by blanks and tabs,
+                                            ///< 3 text flow
+    std::int32_t lBCLDocumentType = 1;      ///< 1 one column, 2 several columns, 3 pleading (line
+                                            ///< numbers at the left edge are left out)
+    bool bBCLMergeParagraph = true;         ///< lines become paragraphs, across pages too
+    bool bBCLShrinkFonts = false;
+    bool bBCLAdjustFontNames = false;  ///< embedded subset names become those of the family
+    bool bBCLExtractHyperlinks = false;
+    bool bBCLDetectHeader = false;  ///< running heads and page numbers are left out
+    bool bRemoveHiddenText = true;
+    bool bConnectHyphens = false;
+};
+
+/// Number of pages, or how the opening failed (`PasswordNeeded`, `Damaged`, `WrongFormat`).
+ReadEnd CountPdfPages(std::string_view bytes, const PdfPasswords& passwords, std::int32_t& pages);
+
+/// Plain UTF-8 text in reading order, a line of the page a line, a form feed between pages;
+/// ligatures as their letters. `max_delta_x`: largest horizontal distance in points at which two
+/// equal characters on top of one another count as one. No permission to copy is
+/// `ReadError::Unsupported`.
+ReadEnd ReadPdfText(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
+                    double max_delta_x, std::string& text, ReadMonitor& monitor);
+
+/// Rich text. Either password opens the document.
+ReadEnd ReadPdfRich(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
+                    const PdfRichOptions& options, DocumentSink& sink, ReadMonitor& monitor);
+
+}  // namespace zorvane

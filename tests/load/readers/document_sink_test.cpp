@@ -1,0 +1,58 @@
+#include "load/readers/document_sink.h"
+
+#include <gtest/gtest.h>
+
+#include "common/base/text_encoding.h"
+#include "compare/document/rtf_reader.h"
+
+namespace zorvane {
+namespace {
+
+// Two paragraphs: a numbered one with a bold word, and a row of two cells.
+std::string Written(DocumentSink& sink) {
+    CharFormat plain;
+    CharFormat bold = plain;
+    bold.bold = true;
+    ParagraphWriter writer(sink);
+    writer.ListLabel("1.", plain);
+    writer.Text("a {b\\} ", plain);
+    writer.Text("caf\xC3\xA9 \xF0\x9F\x98\x80", bold);
+    writer.End();
+    writer.Text("x\x07y<&>\x0Bz\x07", plain);
+    writer.End();
+    writer.EndIfBegun();
+    return sink.Finish();
+}
+
+TEST(DocumentSink, RtfReadsBackWithLabelsThatTheNumberingRuleDrops) {
+    std::string rtf = Written(*MakeRtfSink());
+    EXPECT_EQ(ToUtf8(ReadRtf(rtf).text),
+              "1.\ta {b\\} caf\xC3\xA9 \xF0\x9F\x98\x80\r\nx\x07y<&>\x0Bz\x07\r\n");
+    EXPECT_TRUE(ReadRtf(rtf).char_runs.at(1).format.bold);
+    const std::size_t label = rtf.find("\\pn");
+    ASSERT_NE(label, std::string::npos);
+    rtf.replace(label, 3, "\\pzn");
+    EXPECT_EQ(ToUtf8(ReadRtf(rtf).text).substr(0, 8), "a {b\\} c");
+}
+
+TEST(DocumentSink, PlainTextKeepsLabelsAndPartsCellsByTabs) {
+    EXPECT_EQ(Written(*MakePlainSink()),
+              "1.\ta {b\\} caf\xC3\xA9 \xF0\x9F\x98\x80\r\nx\ty<&>\nz\r\n");
+}
+
+TEST(DocumentSink, HtmlEscapesAndClosesItsSpans) {
+    const std::string html = Written(*MakeHtmlSink());
+    EXPECT_NE(html.find("font-weight: bold\">caf\xC3\xA9"), std::string::npos) << html;
+    EXPECT_NE(html.find("y&lt;&amp;&gt;<br>z"), std::string::npos) << html;
+    EXPECT_TRUE(html.ends_with("</span></p>\n</body>\n</html>\n")) << html;
+}
+
+TEST(DocumentSink, ReplayIsTheSameText) {
+    const RichText text = RichText::Plain(u"one\r\n\r\ntwo\r\nthree");
+    const auto sink = MakePlainSink();
+    Replay(text, *sink);
+    EXPECT_EQ(sink->Finish(), "one\r\n\r\ntwo\r\nthree\r\n");
+}
+
+}  // namespace
+}  // namespace zorvane
