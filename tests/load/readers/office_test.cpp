@@ -16,8 +16,10 @@
 
 #include "load/conversion_message.h"
 #include "load/readers/office_files.h"
+#include "load/readers/office_password.h"
 #include "load/readers/office_worker.h"
 #include "load/readers/package.h"
+#include "tests/support/compound_bytes.h"
 #include "tests/support/temp_folder.h"
 
 namespace zorvane {
@@ -153,6 +155,56 @@ TEST(FindOffice, ObeysTheEnvironment) {
 TEST(OfficeFolder, NamesFilesByUrl) {
     EXPECT_EQ(FileUrl("/a-b_c.9/d"), "file:///a-b_c.9/d");
     EXPECT_EQ(FileUrl("/a b%#?~\xC3\xA9"), "file:///a%20b%25%23%3F%7E%C3%A9");
+}
+
+// The smallest workbook with a password, which is "secret": a first record, one with the key and
+// the check sum that follow from the password, and a last one.
+constexpr std::string_view kLockedWorkbook(
+    "\x09\x00\x04\x00\x02\x00\x10\x00"
+    "\x2F\x00\x04\x00\x4D\x01\xA7\xDA"
+    "\x0A\x00\x00\x00",
+    20);
+
+std::string Compound(std::string_view stream, std::string bytes) {
+    CompoundWriter writer;
+    writer.Add("other", "bytes");
+    writer.Add(stream, std::move(bytes));
+    return writer.Finish();
+}
+
+struct LockRow {
+    const char* name;
+    std::string bytes;
+    bool locked;
+};
+
+TEST(OfficePassword, IsToldByEachFormatsOwnMark) {
+    const std::string document = std::string(10, '\xEC') + std::string("\x00\x01", 2);
+    const std::string open_document = std::string(10, '\xEC') + std::string("\xFF\xFE", 2);
+    const std::string user = std::string(12, '\x01') + "\xDF\xC4\xD1\xF3";
+    const std::string workbook(kLockedWorkbook);
+    const LockRow rows[] = {
+        {"nothing", "", false},
+        {"text", "\x09 text \x2F", false},
+        {"an old workbook", workbook, true},
+        {"without the record", workbook.substr(0, 8) + workbook.substr(16), false},
+        {"a record that ends beyond the end", workbook.substr(0, 2) + "\xFF\xFF", false},
+        {"a workbook", Compound("Workbook", workbook), true},
+        {"an older workbook", Compound("Book", workbook), true},
+        {"the mark far inside", Compound("Workbook", std::string(40, '\0') + workbook), false},
+        {"a document", Compound("WordDocument", document), true},
+        {"an open document", Compound("WordDocument", open_document), false},
+        {"a cut document", Compound("WordDocument", document.substr(0, 11)), false},
+        {"a show", Compound("Current User", user), true},
+        {"an open show", Compound("Current User", std::string(16, '\x01')), false},
+        {"a package", Compound("EncryptedPackage", "any"), true},
+        {"another package", Compound("Package", "any"), false},
+        {"cut off", Compound("Workbook", workbook).substr(0, 600), false},
+    };
+    for (const LockRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(IsBehindPassword(row.bytes), row.locked);
+    }
 }
 
 // The road through a child, with programs that only look like the suite.
@@ -410,14 +462,6 @@ TEST_F(RealOffice, TellsWhatIsWrong) {
     EXPECT_EQ(worker_->Convert(rtf, folder_.Path("target"), "docx"), ReadEnd::Ok());
 }
 
-// The smallest workbook with a password, which is "secret": a first record, one with the key and
-// the check sum that follow from the password, and a last one.
-constexpr std::string_view kLockedWorkbook(
-    "\x09\x00\x04\x00\x02\x00\x10\x00"
-    "\x2F\x00\x04\x00\x4D\x01\xA7\xDA"
-    "\x0A\x00\x00\x00",
-    20);
-
 TEST_F(RealOffice, TakesAPasswordAndDoesNotWaitForABetterOne) {
     const std::string source = folder_.Write("locked.xls", kLockedWorkbook);
     const std::string target = folder_.Path("b.xlsx");
@@ -433,6 +477,9 @@ TEST_F(RealOffice, ConvertsThroughAChildWhereThereIsNoLibrary) {
     const std::string source = folder_.Write("a.rtf", kRtf);
     ASSERT_EQ(session->Convert(source, "", folder_.Path("b"), "docx"), ReadEnd::Ok());
     EXPECT_EQ(DocxText("b"), kRtfText);
+    const std::string locked = folder_.Write("locked.xls", kLockedWorkbook);
+    EXPECT_EQ(session->Convert(locked, "secret", folder_.Path("c"), "xlsx").error,
+              ReadError::PasswordNeeded);
 }
 
 }  // namespace
