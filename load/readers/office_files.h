@@ -26,8 +26,8 @@ bool HasPartFor(const OfficePlace& place, OfficeDocumentKind kind);
 std::string FileUrl(std::string_view path);
 
 /// The folder that belongs to one session: the suite's profile, its temporary files, the document
-/// that comes in and the one that goes out. The suite sees no other folder of the user's, so that
-/// it leaves no lock file beside a document and finds no neighbour to link to.
+/// that comes in and the one that goes out. The suite is shown no folder of the user's, where it
+/// could leave a lock file or find what a document links to by its place.
 class OfficeFolder {
   public:
     explicit OfficeFolder(const std::string& path);
