@@ -74,6 +74,7 @@ class SlideDeck {
     std::int32_t first_number_ = 1;
     // In the order of their first use, so that the text of backgrounds keeps its order.
     std::vector<std::pair<const SlideDesignPart*, const SlideDesign*>> backgrounds_;
+    std::unordered_set<const SlideDesignPart*> used_;
     std::unordered_set<std::string> drawings_;
 };
 
@@ -142,8 +143,7 @@ ReadEnd SlideDeck::Notes(std::int32_t number, const SlideRelations& relations) {
 
 void SlideDeck::UseDesign(const pugi::xml_node& slide, const SlideDesign& design) {
     const auto use = [&](const SlideDesignPart* part) {
-        const auto same = [part](const auto& used) { return used.first == part; };
-        if (part != nullptr && std::none_of(backgrounds_.begin(), backgrounds_.end(), same))
+        if (part != nullptr && used_.insert(part).second)
             backgrounds_.emplace_back(part, &design);
     };
     const std::string_view shows = Attribute(slide, "showMasterSp");
