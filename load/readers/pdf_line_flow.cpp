@@ -41,6 +41,20 @@ bool EndsSentence(char32_t letter) {
     return kEnds.find(letter) != std::u32string_view::npos;
 }
 
+// An entry of a table of contents: dots lead to its page.
+bool HasLeader(const PdfLine& line) {
+    constexpr int kDots = 5;
+    int dots = 0;
+    for (const PdfLetter& letter : line.letters) {
+        const bool dot = letter.letter == U'.' || letter.letter == 0x2026 || letter.letter == U'_';
+        if (dot && ++dots == kDots)
+            return true;
+        if (!dot && letter.letter != U' ')
+            dots = 0;
+    }
+    return false;
+}
+
 bool SameSize(const PdfLine& a, const PdfLine& b) {
     return std::fabs(a.size - b.size) <= kSizeStep * std::max(a.size, b.size);
 }
@@ -187,7 +201,7 @@ bool PdfLineFlow::PitchFits(const PdfParagraphSoFar& paragraph, const PdfLine& n
 
 bool PdfLineFlow::GoesOn(const PdfParagraphSoFar& paragraph, const PdfLine& next) const {
     const PdfLine& last = *paragraph.last;
-    if (next.label > 0 || next.wide_gaps > 0 || last.wide_gaps > 0)
+    if (next.label > 0 || next.wide_gaps > 0 || last.wide_gaps > 0 || HasLeader(last))
         return false;
     if (last.direction != next.direction || last.right_to_left != next.right_to_left ||
         !SameSize(last, next) || !PitchFits(paragraph, next))
