@@ -95,6 +95,9 @@ void OdtBody::Block(const pugi::xml_node& node) {
 }
 
 void OdtBody::UseMasterPage(const std::string& name) {
+    if (!started_)
+        starts_on_default_ = name.empty();
+    started_ = true;
     if (!name.empty() &&
         std::find(master_pages_.begin(), master_pages_.end(), name) == master_pages_.end())
         master_pages_.push_back(name);

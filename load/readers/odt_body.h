@@ -22,6 +22,8 @@ class OdtBody {
     void Blocks(const pugi::xml_node& parent, OdtStyles& styles);
     /// Names of the master pages in the order of their first use.
     const std::vector<std::string>& MasterPages() const { return master_pages_; }
+    /// The text begins on a page that no style names.
+    bool StartsOnDefaultPage() const { return starts_on_default_; }
     ReadError Error() const { return error_; }
 
   private:
@@ -83,6 +85,8 @@ class OdtBody {
     std::int32_t repeats_left_ = 100'000;
     std::int32_t formulas_left_ = 1000;
     bool in_note_ = false;
+    bool starts_on_default_ = false;
+    bool started_ = false;
 };
 
 }  // namespace zorvane

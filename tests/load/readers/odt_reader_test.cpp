@@ -311,7 +311,8 @@ TEST(OdtReader, ShowsHeadersAndFootersOfTheUsedPagesOnce) {
                         "<style:style style:name='P1' style:family='paragraph' "
                         "style:master-page-name='First'/>",
                         kNamed),
-              "a|b|[i:h|]f 1|first|");
+              "a|b|first|[i:h|]f 1|");
+    EXPECT_EQ(ShownText("<text:p>a</text:p>", "", kNamed), "a|[i:h|]f 1|");
 }
 
 TEST(OdtReader, ReadsTheTextOfSlidesAndSheets) {
