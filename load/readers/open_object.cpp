@@ -33,11 +33,16 @@ void WriteTitles(const pugi::xml_node& holder, OpenTextWriter& writer) {
     }
 }
 
-// The chart's copy of its sheet: names of series stand in the first row, categories in the first
-// column.
-void WriteNames(const pugi::xml_node& table, OpenTextWriter& writer) {
+// The chart's copy of its sheet: names of series stand in the first row and are seen in the legend
+// (that of a pie names the categories), categories stand in the first column.
+void WriteNames(const pugi::xml_node& chart, OpenTextWriter& writer) {
+    const pugi::xml_node table = Child(chart, "table");
+    const std::string_view kind = Attribute(chart, "class");
+    const bool pie = kind.ends_with("circle") || kind.ends_with("ring");
     int left = kMostNames;
-    const pugi::xml_node head = Child(Child(table, "table-header-rows"), "table-row");
+    pugi::xml_node head;
+    if (Child(chart, "legend") && !pie)
+        head = Child(Child(table, "table-header-rows"), "table-row");
     for (const pugi::xml_node& cell : head.children()) {
         if (left-- > 0)
             WriteText(cell, writer);
@@ -59,7 +64,7 @@ void WriteOpenObject(const pugi::xml_node& root, OpenTextWriter& text) {
     }
     const pugi::xml_node chart = Child(Child(Child(root, "body"), "chart"), "chart");
     WriteTitles(chart, text);
-    WriteNames(Child(chart, "table"), text);
+    WriteNames(chart, text);
 }
 
 }  // namespace zorvane

@@ -307,7 +307,7 @@ bool OpenDeck::Shape(const pugi::xml_node& shape, OpenTextWriter& text, bool num
             return true;
         }
     }
-    if (!OpenTextWriter::HasText(content))
+    if (!text.HasText(content))
         return false;
     NumberLine(text, numbered);
     text.Blocks(content, StyleOf(shape));

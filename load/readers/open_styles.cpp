@@ -5,8 +5,6 @@
 #include <cstdlib>
 #include <vector>
 
-#include "load/readers/slide_styles.h"
-
 namespace zorvane {
 namespace {
 
@@ -162,9 +160,9 @@ void OpenStyles::ForChain(std::string_view family, std::string_view name, Visit 
 }
 
 void OpenStyles::ApplyText(std::string_view family, std::string_view name,
-                           CharFormat& format) const {
+                           SlideRunStyle& run) const {
     ForChain(family, name, [&](const pugi::xml_node& style) {
-        ApplyTextProperties(StylePart(style, "text-properties"), format);
+        ApplyTextProperties(StylePart(style, "text-properties"), run);
     });
 }
 
@@ -175,7 +173,8 @@ void OpenStyles::ApplyParagraph(std::string_view family, std::string_view name,
     });
 }
 
-void OpenStyles::ApplyTextProperties(const pugi::xml_node& properties, CharFormat& format) const {
+void OpenStyles::ApplyTextProperties(const pugi::xml_node& properties, SlideRunStyle& style) const {
+    CharFormat& format = style.format;
     ForStyleAttributes(properties, [&](std::string_view name, std::string_view value) {
         if (name == "fo:font-family") {
             format.font = FontName(WithoutQuotes(value));
@@ -194,6 +193,8 @@ void OpenStyles::ApplyTextProperties(const pugi::xml_node& properties, CharForma
         } else if (name == "fo:color") {
             if (const std::optional<Color> color = ColorOf(value))
                 SetVisibleColor(*color, format);
+        } else if (name == "fo:text-transform") {
+            style.capitals = value == "uppercase";
         } else {
             ApplyDecoration(name, value, format);
         }

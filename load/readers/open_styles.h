@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "compare/document/rich_text.h"
+#include "load/readers/slide_styles.h"
 #include "load/readers/xml_part.h"
 
 namespace zorvane {
@@ -24,8 +25,8 @@ class OpenStyles {
     OpenStyles(const pugi::xml_node& automatic, const pugi::xml_node& common,
                const pugi::xml_node& fonts);
 
-    /// Puts the style and what it inherits on top of `format`. Unknown names do nothing.
-    void ApplyText(std::string_view family, std::string_view name, CharFormat& format) const;
+    /// Puts the style and what it inherits on top. Unknown names do nothing.
+    void ApplyText(std::string_view family, std::string_view name, SlideRunStyle& style) const;
     void ApplyParagraph(std::string_view family, std::string_view name,
                         ParagraphFormat& format) const;
     /// The level's style (from 0) of a list style, or an empty node.
@@ -37,7 +38,7 @@ class OpenStyles {
 
   private:
     void Add(const pugi::xml_node& styles);
-    void ApplyTextProperties(const pugi::xml_node& properties, CharFormat& format) const;
+    void ApplyTextProperties(const pugi::xml_node& properties, SlideRunStyle& style) const;
     template <class Visit>
     void ForChain(std::string_view family, std::string_view name, Visit visit) const;
 

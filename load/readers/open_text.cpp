@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/text_encoding.h"
 #include "load/readers/slide_styles.h"
 #include "load/readers/slide_symbols.h"
 #include "load/readers/slide_text.h"
@@ -19,17 +20,23 @@ bool IsComment(const pugi::xml_node& node) {
     return LocalName(node).starts_with("annotation");
 }
 
-bool HoldsText(const pugi::xml_node& node, int depth) {
+bool IsField(const pugi::xml_node& node) {
+    return Is(node, "page-number") || Is(node, "footer") || Is(node, "date-time");
+}
+
+bool HoldsText(const pugi::xml_node& node, bool with_fields, int depth) {
     if (depth > kMaxDepth || IsComment(node))
         return false;
+    if (IsField(node))
+        return with_fields;
     for (const pugi::xml_node& child : node.children()) {
         const bool text = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
         if (text ? std::string_view(child.value()).find_first_not_of(" \t\r\n") !=
                        std::string_view::npos
-                 : HoldsText(child, depth + 1))
+                 : HoldsText(child, with_fields, depth + 1))
             return true;
     }
-    return Is(node, "page-number") || Is(node, "footer") || Is(node, "date-time");
+    return false;
 }
 
 std::string_view SchemeOf(std::string_view format) {
@@ -68,8 +75,8 @@ std::string BulletOf(const pugi::xml_node& level) {
 
 }  // namespace
 
-bool OpenTextWriter::HasText(const pugi::xml_node& holder) {
-    return HoldsText(holder, 0);
+bool OpenTextWriter::HasText(const pugi::xml_node& holder) const {
+    return HoldsText(holder, fields_.page > 0, 0);
 }
 
 void OpenTextWriter::Blocks(const pugi::xml_node& holder, const OpenShapeStyle& shape) {
@@ -138,19 +145,20 @@ std::string OpenTextWriter::Label(ListPlace& place) {
 }
 
 void OpenTextWriter::Paragraph(const pugi::xml_node& paragraph, ListPlace& place) {
-    CharFormat format = PlainSlideStyle().run.format;
+    SlideRunStyle run = PlainSlideStyle().run;
+    const CharFormat& format = run.format;
     ParagraphFormat layout;
-    styles_.ApplyText(shape_.family, shape_.name, format);
+    styles_.ApplyText(shape_.family, shape_.name, run);
     styles_.ApplyParagraph(shape_.family, shape_.name, layout);
     if (place.level > 0) {
         const std::string outline = styles_.OutlineStyle(shape_.name, place.level);
-        styles_.ApplyText("presentation", outline, format);
+        styles_.ApplyText("presentation", outline, run);
         styles_.ApplyParagraph("presentation", outline, layout);
     }
     if (place.level >= 0)
         ApplyListIndent(styles_.ListLevel(place.style, place.level), layout);
     const std::string_view style = Attribute(paragraph, "style-name");
-    styles_.ApplyText("paragraph", style, format);
+    styles_.ApplyText("paragraph", style, run);
     styles_.ApplyParagraph("paragraph", style, layout);
     after_blank_ = true;
     if (in_cell_ && cell_has_paragraph_)
@@ -158,7 +166,7 @@ void OpenTextWriter::Paragraph(const pugi::xml_node& paragraph, ListPlace& place
     cell_has_paragraph_ = true;
     if (!in_cell_)
         writer_.SetFormat(layout);
-    if (place.label && HoldsText(paragraph, 0)) {
+    if (place.label && HasText(paragraph)) {
         place.label = false;
         const std::string label = CleanText(Label(place));
         // A label in the middle of a row would end in a tab, as cells do.
@@ -167,51 +175,51 @@ void OpenTextWriter::Paragraph(const pugi::xml_node& paragraph, ListPlace& place
         else if (!label.empty())
             writer_.ListLabel(label, format);
     }
-    Inline(paragraph, format, 0);
+    Inline(paragraph, run, 0);
     if (!in_cell_)
         writer_.End();
 }
 
-void OpenTextWriter::Inline(const pugi::xml_node& node, const CharFormat& format, int depth) {
+void OpenTextWriter::Inline(const pugi::xml_node& node, const SlideRunStyle& style, int depth) {
     if (depth > kMaxDepth)
         return;
     for (const pugi::xml_node& child : node.children()) {
         if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
-            Collapsed(child.value(), format);
+            Collapsed(child.value(), style);
         } else if (Is(child, "span")) {
-            CharFormat own = format;
+            SlideRunStyle own = style;
             styles_.ApplyText("text", Attribute(child, "style-name"), own);
             Inline(child, own, depth + 1);
-        } else if (!IsComment(child) && !Special(child, format)) {
-            Inline(child, format, depth + 1);
+        } else if (!IsComment(child) && !Special(child, style)) {
+            Inline(child, style, depth + 1);
         }
     }
 }
 
-bool OpenTextWriter::Special(const pugi::xml_node& node, const CharFormat& format) {
+bool OpenTextWriter::Special(const pugi::xml_node& node, const SlideRunStyle& style) {
     if (Is(node, "s"))
-        Put(std::string(static_cast<std::size_t>(Repeats(node, "c")), ' '), format);
+        Put(std::string(static_cast<std::size_t>(Repeats(node, "c")), ' '), style);
     else if (Is(node, "tab"))
-        Put("\t", format);
+        Put("\t", style);
     else if (Is(node, "line-break"))
-        Put(kLine, format);
-    else if (Is(node, "page-number") && fields_.page > 0)
-        Put(std::to_string(fields_.page), format);
-    else if (Is(node, "page-count") && fields_.pages > 0)
-        Put(std::to_string(fields_.pages), format);
+        Put(kLine, style);
+    else if (Is(node, "page-number"))
+        Put(fields_.page > 0 ? std::to_string(fields_.page) : std::string(), style);
+    else if (Is(node, "page-count"))
+        Put(fields_.pages > 0 ? std::to_string(fields_.pages) : std::string(), style);
     else if (Is(node, "footer"))
-        Put(fields_.footer, format);
+        Put(fields_.footer, style);
     else if (Is(node, "header"))
-        Put(fields_.header, format);
+        Put(fields_.header, style);
     else if (Is(node, "date-time"))
-        Put(fields_.date, format);
+        Put(fields_.date, style);
     else
         return false;
     return true;
 }
 
 // White space in the file is one blank, and none at the start of a paragraph.
-void OpenTextWriter::Collapsed(std::string_view text, const CharFormat& format) {
+void OpenTextWriter::Collapsed(std::string_view text, const SlideRunStyle& style) {
     std::string shown;
     shown.reserve(text.size());
     for (const char character : text) {
@@ -223,13 +231,20 @@ void OpenTextWriter::Collapsed(std::string_view text, const CharFormat& format) 
             shown += ' ';
         after_blank_ = blank;
     }
-    if (!shown.empty())
-        writer_.Text(CleanText(shown), format);
+    Write(shown, style);
 }
 
-void OpenTextWriter::Put(std::string_view text, const CharFormat& format) {
-    writer_.Text(text == kLine ? std::string(text) : CleanText(text), format);
+void OpenTextWriter::Put(std::string_view text, const SlideRunStyle& style) {
+    if (text == kLine)
+        writer_.Text(text, style.format);
+    else
+        Write(text, style);
     after_blank_ = false;
+}
+
+void OpenTextWriter::Write(std::string_view text, const SlideRunStyle& style) {
+    const std::string clean = CleanText(text);
+    writer_.Text(style.capitals ? ToUpper(clean) : clean, style.format);
 }
 
 void OpenTextWriter::Table(const pugi::xml_node& table) {

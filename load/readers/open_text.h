@@ -11,7 +11,7 @@
 
 namespace zorvane {
 
-/// What fields on a slide show.
+/// What fields on a slide show. Page 0 is a background: it has no number yet.
 struct OpenFields {
     std::int32_t page = 0;
     std::int32_t pages = 0;
@@ -32,7 +32,7 @@ class OpenTextWriter {
         : writer_(writer), styles_(styles), fields_(fields) {}
 
     /// True when something below would be seen as text.
-    static bool HasText(const pugi::xml_node& holder);
+    bool HasText(const pugi::xml_node& holder) const;
     /// The paragraphs and lists in `holder`.
     void Blocks(const pugi::xml_node& holder, const OpenShapeStyle& shape);
     void Table(const pugi::xml_node& table);
@@ -49,10 +49,11 @@ class OpenTextWriter {
     void List(const pugi::xml_node& list, ListPlace& place, int depth);
     void Paragraph(const pugi::xml_node& paragraph, ListPlace& place);
     std::string Label(ListPlace& place);
-    void Inline(const pugi::xml_node& node, const CharFormat& format, int depth);
-    bool Special(const pugi::xml_node& node, const CharFormat& format);
-    void Collapsed(std::string_view text, const CharFormat& format);
-    void Put(std::string_view text, const CharFormat& format);
+    void Inline(const pugi::xml_node& node, const SlideRunStyle& style, int depth);
+    bool Special(const pugi::xml_node& node, const SlideRunStyle& style);
+    void Collapsed(std::string_view text, const SlideRunStyle& style);
+    void Put(std::string_view text, const SlideRunStyle& style);
+    void Write(std::string_view text, const SlideRunStyle& style);
     void Rows(const pugi::xml_node& holder, int depth);
     void Row(const pugi::xml_node& row);
 

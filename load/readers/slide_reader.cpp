@@ -86,7 +86,7 @@ ReadEnd SlideDeck::Open() {
         return end;
     if (!Is(presentation_.Root(), "presentation"))
         return ReadEnd::Fault(ReadError::WrongFormat, "the file holds no slides");
-    first_number_ = NumberOf(Attribute(presentation_.Root(), "firstSlideNum"), 1);
+    first_number_ = std::max(NumberOf(Attribute(presentation_.Root(), "firstSlideNum"), 1), 0);
     const SlideRelations relations = ReadRelationships(package_, name);
     std::unordered_set<std::string> seen;
     for (const pugi::xml_node& entry : Child(presentation_.Root(), "sldIdLst").children()) {
@@ -115,7 +115,8 @@ ReadEnd SlideDeck::Slide(std::int32_t slide) {
                          options_.show_numbers};
     SlidePageWriter writer(package_, writer_, page, drawings_);
     if (options_.show_numbers)
-        SlideTextWriter(writer_, design.theme, 0).Line("Slide " + std::to_string(slide));
+        SlideTextWriter(writer_, design.theme, kNoSlideNumber)
+            .Line("Slide " + std::to_string(slide));
     if (!options_.notes_only) {
         UseDesign(part.Root(), design);
         ReadEnd end = writer.Write(Child(Child(part.Root(), "cSld"), "spTree"), SlidePart::All);
@@ -136,7 +137,7 @@ ReadEnd SlideDeck::Notes(std::int32_t number, const SlideRelations& relations) {
     const SlideDesign& design = designs_.Of(own);
     const SlidePage page{own, design, CommonStyle(), number, false};
     if (options_.show_numbers && !options_.notes_only)
-        SlideTextWriter(writer_, design.theme, 0).Line("Notes:");
+        SlideTextWriter(writer_, design.theme, kNoSlideNumber).Line("Notes:");
     SlidePageWriter writer(package_, writer_, page, drawings_);
     return writer.Write(Child(Child(part.Root(), "cSld"), "spTree"), SlidePart::NotesBody);
 }
@@ -158,7 +159,7 @@ void SlideDeck::UseDesign(const pugi::xml_node& slide, const SlideDesign& design
 // a text document are.
 ReadEnd SlideDeck::Backgrounds() {
     for (const auto& [part, design] : backgrounds_) {
-        const SlidePage page{part->relations, *design, CommonStyle(), 0, false};
+        const SlidePage page{part->relations, *design, CommonStyle(), kNoSlideNumber, false};
         SlidePageWriter writer(package_, writer_, page, drawings_);
         if (ReadEnd end = writer.Write(part->Shapes(), SlidePart::OwnShapes); !end.ok())
             return end;
