@@ -3,19 +3,12 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "load/readers/office.h"
 
 namespace zorvane {
-
-/// The first of `program_folders` that holds a suite, else the one that `search_path` (folders
-/// parted by ":") leads to.
-std::optional<OfficePlace> FindOfficeIn(std::span<const std::string> program_folders,
-                                        std::string_view search_path);
 
 /// Numbered as the suite's library numbers them.
 enum class OfficeDocumentKind { Text = 0, Spreadsheet = 1, Presentation = 2, Other = 3 };

@@ -243,7 +243,9 @@ TEST(SlideReader, BackgroundTextComesOnceBehindTheSlides) {
     Deck deck;
     deck.layout_shapes =
         Deck::Shape("type=\"title\"", Deck::Paragraph("Click here")) + Deck::Text("Layout logo");
-    deck.master_shapes = Deck::Text("Confidential");
+    deck.master_shapes =
+        Deck::Text("Confidential") +
+        Deck::Shape("", "<a:p><a:fld type=\"slidenum\"><a:t>#</a:t></a:fld></a:p>");
     deck.AddSlide(Deck::Text("one"));
     deck.AddSlide(Deck::Text("two"));
     EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), "one\ntwo\nLayout logo\nConfidential\n");
@@ -291,16 +293,38 @@ TEST(SlideReader, ReadsTheWordsOfCharts) {
         return "<c:ser><c:tx>" + cache(point(name)) + "</c:tx><c:cat>" +
                cache(point("East") + point("West")) + "</c:cat></c:ser>";
     };
-    Deck deck;
-    deck.AddSlide(Frame("<c:chart r:id=\"rC\"/>"),
-                  Deck::Relation("rC", "chart", "../charts/chart1.xml"));
-    deck.Add("ppt/charts/chart1.xml",
-             "<c:chartSpace><c:chart><c:title><c:tx><c:rich>" + Deck::Paragraph("Sales") +
-                 "</c:rich></c:tx></c:title><c:plotArea><c:barChart>" + series("2020") +
-                 series("2021") + "</c:barChart><c:valAx><c:title><c:tx><c:rich>" +
-                 Deck::Paragraph("Euro") +
-                 "</c:rich></c:tx></c:title></c:valAx></c:plotArea></c:chart></c:chartSpace>");
-    EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), "Sales\n2020\n2021\nEast\nWest\nEuro\n");
+    const auto title = [](const std::string& text) {
+        return "<c:title><c:tx><c:rich>" + Deck::Paragraph(text) + "</c:rich></c:tx></c:title>";
+    };
+    const auto bars = [&](const std::string& all) {
+        return "<c:barChart>" + all + "</c:barChart>";
+    };
+    const auto plot = [](const std::string& all) { return "<c:plotArea>" + all + "</c:plotArea>"; };
+    const SlideRow rows[] = {
+        {"legend names the series",
+         title("Sales") +
+             plot(bars(series("2020") + series("2021")) + "<c:valAx>" + title("Euro") +
+                  "</c:valAx>") +
+             "<c:legend/>",
+         "Sales\n2020\n2021\nEast\nWest\nEuro\n"},
+        {"no legend, no names", title("Sales") + plot(bars(series("2020") + series("2021"))),
+         "Sales\nEast\nWest\n"},
+        {"the only series is the title", plot(bars(series("2020"))), "2020\nEast\nWest\n"},
+        {"unless that is turned off",
+         "<c:autoTitleDeleted val=\"1\"/>" + plot(bars(series("2020"))), "East\nWest\n"},
+        {"a pie's legend names its slices",
+         title("T") + plot("<c:pieChart>" + series("2020") + "</c:pieChart>") + "<c:legend/>",
+         "T\nEast\nWest\n"},
+    };
+    for (const SlideRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        Deck deck;
+        deck.AddSlide(Frame("<c:chart r:id=\"rC\"/>"),
+                      Deck::Relation("rC", "chart", "../charts/chart1.xml"));
+        deck.Add("ppt/charts/chart1.xml",
+                 "<c:chartSpace><c:chart>" + row.shapes + "</c:chart></c:chartSpace>");
+        EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), row.text);
+    }
 }
 
 RichText Rich(const std::string& file) {
