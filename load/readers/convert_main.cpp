@@ -118,7 +118,7 @@ int main(int count, char** values) {
         const ReadEnd end = RunGuarded(*job, monitor, answer);
         answer["error"] = std::to_string(static_cast<std::int32_t>(end.error));
         answer["detail"] = end.detail;
-        answer["safe"] = safe ? "1" : "0";
+        answer["safe"] = std::string(1, safe ? '1' : '0');
         channel.Send(answer);
     }
     return EXIT_SUCCESS;
