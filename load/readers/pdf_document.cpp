@@ -67,19 +67,71 @@ ReadEnd EndOfOpening(int code) {
     }
 }
 
-std::unique_ptr<PDFDoc> Opened(std::string_view bytes, const PdfPasswords& passwords,
-                               ReadEnd& end) {
+std::unique_ptr<PDFDoc> TryBoth(std::string_view bytes, const PdfPasswords& passwords) {
     std::unique_ptr<PDFDoc> document = TryToOpen(bytes, passwords.owner, passwords.user);
     // Either password opens the document, in whichever of the two fields it was typed.
     if (document->getErrorCode() == errEncrypted && passwords.owner != passwords.user)
         document = TryToOpen(bytes, passwords.user, passwords.owner);
-    end = EndOfOpening(document->getErrorCode());
-    if (!end.ok())
+    return document;
+}
+
+enum class Encryption : std::uint8_t {
+    Read,          // by poppler, or there is none
+    StreamsOnly,   // the strings are plain, which poppler takes for no encryption at all
+    StringsOnly,   // the text is readable as it is
+    NotSupported,  // not by a password, or by an unknown method
+};
+
+Encryption EncryptionOf(PDFDoc& document) {
+    XRef* const table = document.getXRef();
+    if (table == nullptr || !table->getTrailerDict()->isDict() || document.isEncrypted())
+        return Encryption::Read;
+    const Object encryption = table->getTrailerDict()->dictLookup("Encrypt");
+    if (!encryption.isDict())
+        return Encryption::Read;
+    if (!encryption.dictLookup("Filter").isName("Standard"))
+        return Encryption::NotSupported;
+    if (document.getErrorCode() == errEncrypted)
+        return Encryption::Read;
+    const Object streams = encryption.dictLookup("StmF");
+    const Object strings = encryption.dictLookup("StrF");
+    if (!streams.isName() || streams.isName("Identity"))
+        return Encryption::StringsOnly;
+    return !strings.isName() || strings.isName("Identity") ? Encryption::StreamsOnly
+                                                           : Encryption::NotSupported;
+}
+
+// Lets the strings be read as the streams are. What a page shows lies in streams; a string that
+// is spoilt by this is an address or a title, and is not shown.
+std::unique_ptr<std::string> WithOneFilter(std::string_view bytes) {
+    constexpr std::string_view kPlain = "/StrF /Identity";
+    constexpr std::string_view kLikeStreams = "/StrF/StdCF    ";
+    static_assert(kPlain.size() == kLikeStreams.size());
+    const std::size_t at = bytes.rfind(kPlain);
+    if (at == std::string_view::npos)
         return nullptr;
-    if (document->isOk() && document->getNumPages() > 0)
-        return document;
-    end = ReadEnd::Fault(ReadError::Damaged, "the PDF file has no pages");
-    return nullptr;
+    auto changed = std::make_unique<std::string>(bytes);
+    changed->replace(at, kPlain.size(), kLikeStreams);
+    return changed;
+}
+
+PdfFile Opened(std::string_view bytes, const PdfPasswords& passwords, ReadEnd& end) {
+    PdfFile file;
+    file.document = TryBoth(bytes, passwords);
+    Encryption encryption = EncryptionOf(*file.document);
+    if (encryption == Encryption::StreamsOnly) {
+        file.changed_bytes = WithOneFilter(bytes);
+        if (file.changed_bytes) {
+            file.document = TryBoth(*file.changed_bytes, passwords);
+            encryption = EncryptionOf(*file.document);
+        }
+    }
+    end = EndOfOpening(file.document->getErrorCode());
+    if (encryption == Encryption::NotSupported || encryption == Encryption::StreamsOnly)
+        end = ReadEnd::Fault(ReadError::Unsupported, "the encryption of the file is not supported");
+    else if (end.ok() && (!file.document->isOk() || file.document->getNumPages() <= 0))
+        end = ReadEnd::Fault(ReadError::Damaged, "the PDF file has no pages");
+    return end.ok() ? std::move(file) : PdfFile{};
 }
 
 ReadEnd EndOfException() {
@@ -117,11 +169,10 @@ ReadEnd Walk(PDFDoc& document, const PdfPages& pages, PageBox box, OutputDev& de
 
 }  // namespace
 
-std::unique_ptr<PDFDoc> OpenPdf(std::string_view bytes, const PdfPasswords& passwords,
-                                ReadEnd& end) {
+PdfFile OpenPdf(std::string_view bytes, const PdfPasswords& passwords, ReadEnd& end) {
     if (!LooksLikePdf(bytes)) {
         end = ReadEnd::Fault(ReadError::WrongFormat, "the file is not a PDF file");
-        return nullptr;
+        return {};
     }
     try {
         PrepareLibrary();
@@ -129,18 +180,17 @@ std::unique_ptr<PDFDoc> OpenPdf(std::string_view bytes, const PdfPasswords& pass
     } catch (...) {
         end = EndOfException();
     }
-    return nullptr;
+    return {};
 }
 
-std::unique_ptr<PDFDoc> OpenPdfForText(std::string_view bytes, const PdfPasswords& passwords,
-                                       ReadEnd& end) {
-    std::unique_ptr<PDFDoc> document = OpenPdf(bytes, passwords, end);
-    if (!document || document->okToCopy())
-        return document;
+PdfFile OpenPdfForText(std::string_view bytes, const PdfPasswords& passwords, ReadEnd& end) {
+    PdfFile file = OpenPdf(bytes, passwords, end);
+    if (!file.document || file.document->okToCopy())
+        return file;
     end = ReadEnd::Fault(ReadError::Unsupported,
                          "the file does not permit its text to be copied without the owner's "
                          "password");
-    return nullptr;
+    return {};
 }
 
 ReadEnd WalkPages(PDFDoc& document, const PdfPages& pages, PageBox box, OutputDev& device,
@@ -166,8 +216,8 @@ PdfPages PagesWithin(const PdfPages& pages, std::int32_t count) {
 
 ReadEnd CountPdfPages(std::string_view bytes, const PdfPasswords& passwords, std::int32_t& pages) {
     ReadEnd end;
-    const std::unique_ptr<PDFDoc> document = OpenPdf(bytes, passwords, end);
-    pages = document ? document->getNumPages() : 0;
+    const PdfFile file = OpenPdf(bytes, passwords, end);
+    pages = file.document ? file.document->getNumPages() : 0;
     return end;
 }
 

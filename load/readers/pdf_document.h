@@ -17,13 +17,17 @@ namespace zorvane {
 /// them in a small file.
 inline constexpr std::int64_t kMaxPageOperators = 20'000'000;
 
-/// The document, or nothing and `end`. `bytes` must outlive it.
-std::unique_ptr<PDFDoc> OpenPdf(std::string_view bytes, const PdfPasswords& passwords,
-                                ReadEnd& end);
+/// A document, and its bytes where they had to be changed before poppler could read them.
+struct PdfFile {
+    std::unique_ptr<std::string> changed_bytes;
+    std::unique_ptr<PDFDoc> document;  // goes before the bytes
+};
+
+/// Has no document when it failed as `end` tells. `bytes` must outlive it.
+PdfFile OpenPdf(std::string_view bytes, const PdfPasswords& passwords, ReadEnd& end);
 
 /// As `OpenPdf`; no permission to copy text is a failure too.
-std::unique_ptr<PDFDoc> OpenPdfForText(std::string_view bytes, const PdfPasswords& passwords,
-                                       ReadEnd& end);
+PdfFile OpenPdfForText(std::string_view bytes, const PdfPasswords& passwords, ReadEnd& end);
 
 /// Which box of a page is shown.
 enum class PageBox : std::uint8_t { Media, Crop };

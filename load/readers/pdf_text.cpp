@@ -93,13 +93,13 @@ void AppendText(void* stream, const char* text, int length) {
 ReadEnd ReadPdfText(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
                     double max_delta_x, std::string& text, ReadMonitor& monitor) {
     ReadEnd end;
-    const std::unique_ptr<PDFDoc> document = OpenPdfForText(bytes, passwords, end);
-    if (!document)
+    const PdfFile file = OpenPdfForText(bytes, passwords, end);
+    if (!file.document)
         return end;
     text.clear();
     ShadowlessDevice device(AppendText, &text, max_delta_x);
     std::size_t page_start = 0;
-    end = WalkPages(*document, pages, PageBox::Media, device, monitor, [&](std::int32_t) {
+    end = WalkPages(*file.document, pages, PageBox::Media, device, monitor, [&](std::int32_t) {
         PlainLetters(text, page_start);
         page_start = text.size();
         return text.size() < kMaxPartBytes;

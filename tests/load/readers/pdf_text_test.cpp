@@ -192,8 +192,8 @@ TEST(PdfText, OpensWithEitherPassword) {
         {"as the user's", "issue6010_1.pdf", {"abc", ""}, ReadError::None},
         {"as the owner's", "issue6010_1.pdf", {"", "abc"}, ReadError::None},
         {"beside a wrong one", "issue6010_1.pdf", {"wrong", "abc"}, ReadError::None},
-        {"another encryption", "bug1782186.pdf", {"Hello", ""}, ReadError::None},
-        {"another encryption, none", "bug1782186.pdf", {}, ReadError::PasswordNeeded},
+        {"streams alone encrypted", "bug1782186.pdf", {"Hello", ""}, ReadError::None},
+        {"streams alone encrypted, none", "bug1782186.pdf", {}, ReadError::PasswordNeeded},
     };
     for (const PasswordRow& row : rows) {
         SCOPED_TRACE(row.name);
