@@ -32,9 +32,10 @@ void ShowMasterPage(const pugi::xml_node& page, OdtBody& body, OdtStyles& styles
 void ShowHeadersAndFooters(OdtBody& body, OdtStyles& styles) {
     constexpr std::size_t kMostPages = 1000;
     std::vector<std::string> pages = body.MasterPages();
-    pages.insert(
-        pages.begin(),
-        std::string(styles.MasterPage("Standard").empty() ? styles.FirstMasterPage() : "Standard"));
+    if (body.StartsOnDefaultPage()) {
+        const bool standard = !styles.MasterPage("Standard").empty();
+        pages.insert(pages.begin(), std::string(standard ? "Standard" : styles.FirstMasterPage()));
+    }
     for (std::size_t place = 0; place < pages.size() && place < kMostPages; ++place) {
         const auto same = [&](const std::string& name) { return name == pages[place]; };
         const auto at = pages.begin() + static_cast<std::ptrdiff_t>(place);

@@ -109,14 +109,18 @@ void PdfLineFlow::LearnPitches(const std::vector<PdfLine>& lines) {
     std::erase_if(pitches_, [&](const auto& entry) { return most[entry.first] < kFewest; });
 }
 
-// The commonest width of full columns, for pages that hold short lines only.
+// The commonest width of columns whose lines fill them; nothing where short lines only are seen.
 void PdfLineFlow::LearnWidth(const std::vector<PdfLine>& lines) {
     std::map<long, int> counts;
     int most = 0;
     constexpr float kStep = 4;  // points
+    constexpr float kLongLine = 15;
+    constexpr float kNearEdge = 2;
     for (const PdfLine& line : lines) {
         const float width = line.region_x1 - line.region_x0;
-        if (line.direction != PdfDirection::Right || line.x1 < line.region_x1 - 2 * line.size)
+        if (line.direction != PdfDirection::Right || line.wide_gaps > 0 ||
+            line.x1 - line.x0 < kLongLine * line.size ||
+            line.x1 < line.region_x1 - kNearEdge * line.size)
             continue;
         const int count = ++counts[std::lround(width / kStep)];
         if (count > most) {
@@ -124,6 +128,9 @@ void PdfLineFlow::LearnWidth(const std::vector<PdfLine>& lines) {
             width_ = width;
         }
     }
+    constexpr int kFewest = 4;
+    if (most < kFewest)
+        width_ = 0;
 }
 
 // Paragraphs with an indentation at the right fill lines of their own length.
@@ -165,7 +172,7 @@ void PdfLineFlow::LearnBlock(const PdfLine* first, const PdfLine* last) {
 float PdfLineFlow::RightEdge(const PdfLine& line) const {
     if (line.direction != PdfDirection::Right)
         return line.region_x1;
-    return std::max(line.region_x1, line.region_x0 + width_);
+    return width_ > 0 ? std::max(line.region_x1, line.region_x0 + width_) : line.margin_x1;
 }
 
 float PdfLineFlow::Room(const PdfLine& line, float edge) const {

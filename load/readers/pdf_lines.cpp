@@ -52,7 +52,12 @@ class PageLines {
         if (words.empty())
             return;
         const std::vector<PdfSegment> segments = SegmentsOf(page_.characters, std::move(words));
-        for (const PdfRegion& region : Regions(segments))
+        const std::vector<PdfRegion> regions = Regions(segments);
+        // Most pages have equal margins.
+        right_margin_ = regions.size() == 1 && direction == PdfDirection::Right
+                            ? page_.width - regions.front().x0
+                            : 0;
+        for (const PdfRegion& region : regions)
             AppendRegion(region, segments, direction);
     }
 
@@ -86,6 +91,7 @@ class PageLines {
         line.region = number;
         line.region_x0 = region.x0;
         line.region_x1 = region.x1;
+        line.margin_x1 = std::max(right_margin_, region.x1);
         line.page = number_;
         line.direction = direction;
         line.right_to_left = ReorderVisualLine(line.letters);
@@ -97,6 +103,7 @@ class PageLines {
     const PdfLineOptions& options_;
     std::vector<PdfLine>& lines_;
     std::size_t first_;
+    float right_margin_ = 0;
     PdfLineBuilder builder_;
 };
 

@@ -30,6 +30,7 @@ struct PdfLine {
     std::uint32_t style = 0;  ///< of most of its letters
     float region_x0 = 0;      ///< the column
     float region_x1 = 0;
+    float margin_x1 = 0;       ///< where lines of a page of one column may end; else `region_x1`
     std::uint32_t region = 0;  ///< ascends in a document
     std::int32_t page = 0;
     float first_word = 0;         ///< width of its first word

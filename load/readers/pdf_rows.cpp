@@ -8,7 +8,8 @@ namespace zorvane {
 namespace {
 
 // All shares are shares of the font size.
-constexpr float kWordGap = 0.1F;       // a wider gap parts two words
+constexpr float kWordGap = 0.1F;  // a wider gap parts two words
+constexpr float kNarrowestBlank = 0.04F;
 constexpr float kFarthestBack = 0.7F;  // an accent is drawn over the letter before it
 constexpr float kSameBaseline = 0.05F;
 constexpr float kSameSize = 0.05F;
@@ -232,7 +233,9 @@ PdfGap GapBetween(const PdfWord& left, const PdfWord& right) {
     const bool blank = neighbours && (left.blank_after || right.blank_before);
     if (gap > size * (blank ? kWideGapBehindBlank : kWideGap))
         return PdfGap::Wide;
-    return blank || gap > size * kWordGap || left.blank_after ? PdfGap::Blank : PdfGap::None;
+    // A blank may be drawn somewhere else.
+    const bool drawn = (left.blank_after || right.blank_before) && gap > size * kNarrowestBlank;
+    return drawn || gap > size * kWordGap ? PdfGap::Blank : PdfGap::None;
 }
 
 std::vector<PdfWord> WordsOf(const std::vector<PdfCharacter>& characters, PdfDirection direction,
