@@ -298,7 +298,11 @@ void PdfLineBuilder::MeasureLabel(const std::u32string& start, const PdfWord& la
 void PdfLineBuilder::SettleStyle() {
     std::map<std::pair<float, std::uint32_t>, std::size_t> counts;
     std::size_t most = 0;
+    line_.smallest = line_.size;
+    line_.largest = 0;
     for (const PdfLetter& letter : line_.letters) {
+        line_.smallest = std::min(line_.smallest, letter.size);
+        line_.largest = std::max(line_.largest, letter.size);
         const std::size_t count = ++counts[{letter.size, letter.style}];
         if (count > most) {
             most = count;

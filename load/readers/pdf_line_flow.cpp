@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 
 namespace zorvane {
 namespace {
@@ -12,7 +13,8 @@ namespace {
 constexpr float kIndent = 0.45F;    // a smaller step is no indentation
 constexpr float kCenter = 0.3F;     // how exactly lines are centred
 constexpr float kBlank = 0.2F;      // the narrowest blank that a line is set with
-constexpr float kSizeStep = 0.08F;  // sizes farther apart differ
+constexpr float kSizeStep = 0.03F;  // sizes farther apart differ
+constexpr float kMixedSizeStep = 0.2F;
 
 constexpr float kWidestPitch = 1.22F;  // of the pitch that is usual or was so far
 constexpr float kNarrowestPitch = 0.8F;
@@ -55,8 +57,12 @@ bool HasLeader(const PdfLine& line) {
     return false;
 }
 
+// Words of another font within a line may be smaller; a heading is larger as a whole.
 bool SameSize(const PdfLine& a, const PdfLine& b) {
-    return std::fabs(a.size - b.size) <= kSizeStep * std::max(a.size, b.size);
+    const float smallest = std::max(a.smallest, b.smallest);
+    const float largest = std::min(a.largest, b.largest);
+    return smallest <= largest * (1 + kSizeStep) &&
+           std::fabs(a.size - b.size) <= kMixedSizeStep * std::max(a.size, b.size);
 }
 
 bool SameMiddle(const PdfLine& a, const PdfLine& b) {
@@ -77,7 +83,7 @@ float TextStart(const PdfLine& line) {
 PdfLineFlow::PdfLineFlow(const std::vector<PdfLine>& lines)
     : begin_(lines.data()), block_edges_(lines.size(), 0.0F) {
     LearnPitches(lines);
-    LearnWidth(lines);
+    LearnEdges(lines);
     LearnBlocks(lines);
 }
 
@@ -109,28 +115,42 @@ void PdfLineFlow::LearnPitches(const std::vector<PdfLine>& lines) {
     std::erase_if(pitches_, [&](const auto& entry) { return most[entry.first] < kFewest; });
 }
 
-// The commonest width of columns whose lines fill them; nothing where short lines only are seen.
-void PdfLineFlow::LearnWidth(const std::vector<PdfLine>& lines) {
-    std::map<long, int> counts;
-    int most = 0;
-    constexpr float kStep = 4;  // points
-    constexpr float kLongLine = 15;
-    constexpr float kNearEdge = 2;
-    for (const PdfLine& line : lines) {
-        const float width = line.region_x1 - line.region_x0;
-        if (line.direction != PdfDirection::Right || line.wide_gaps > 0 ||
-            line.x1 - line.x0 < kLongLine * line.size ||
-            line.x1 < line.region_x1 - kNearEdge * line.size)
+// Pages of one column share an edge; other columns are told by their left edges.
+int PdfLineFlow::ColumnKey(const PdfLine& line) {
+    constexpr float kStep = 8;  // points
+    return line.margin_x1 > 0 ? -1 : static_cast<int>(std::lround(line.region_x0 / kStep));
+}
+
+// A line that goes on in the next one ends before the edge, and the next word goes beyond it: the
+// edge is where most lines agree. What sticks out of a column does not move it.
+void PdfLineFlow::LearnEdges(const std::vector<PdfLine>& lines) {
+    std::map<int, std::vector<std::pair<float, int>>> votes;
+    constexpr float kLongLine = 15;  // of the size
+    for (std::size_t index = 0; index + 1 < lines.size(); ++index) {
+        const PdfLine& line = lines[index];
+        const PdfLine& next = lines[index + 1];
+        if (line.direction != PdfDirection::Right || line.region != next.region ||
+            line.wide_gaps + next.wide_gaps + next.label > 0 || line.right_to_left ||
+            line.x1 - line.x0 < kLongLine * line.size)
             continue;
-        const int count = ++counts[std::lround(width / kStep)];
-        if (count > most) {
-            most = count;
-            width_ = width;
-        }
+        std::vector<std::pair<float, int>>& column = votes[ColumnKey(line)];
+        // An end comes before a start at the same place, and takes its vote back.
+        column.emplace_back(line.x1, 1);
+        column.emplace_back(line.x1 + next.first_word + kBlank * line.size, -1);
     }
     constexpr int kFewest = 4;
-    if (most < kFewest)
-        width_ = 0;
+    for (auto& [key, column] : votes) {
+        std::sort(column.begin(), column.end());
+        int open = 0;
+        int most = kFewest - 1;
+        for (const auto& [x, step] : column) {
+            open += step;
+            if (open > most) {
+                most = open;
+                edges_[key] = x;
+            }
+        }
+    }
 }
 
 // Paragraphs with an indentation at the right fill lines of their own length.
@@ -172,7 +192,8 @@ void PdfLineFlow::LearnBlock(const PdfLine* first, const PdfLine* last) {
 float PdfLineFlow::RightEdge(const PdfLine& line) const {
     if (line.direction != PdfDirection::Right)
         return line.region_x1;
-    return width_ > 0 ? std::max(line.region_x1, line.region_x0 + width_) : line.margin_x1;
+    const auto learned = edges_.find(ColumnKey(line));
+    return learned != edges_.end() ? learned->second : std::max(line.region_x1, line.margin_x1);
 }
 
 float PdfLineFlow::Room(const PdfLine& line, float edge) const {

@@ -91,7 +91,7 @@ class PageLines {
         line.region = number;
         line.region_x0 = region.x0;
         line.region_x1 = region.x1;
-        line.margin_x1 = std::max(right_margin_, region.x1);
+        line.margin_x1 = right_margin_;
         line.page = number_;
         line.direction = direction;
         line.right_to_left = ReorderVisualLine(line.letters);

@@ -26,11 +26,13 @@ struct PdfLine {
     float x0 = 0;
     float x1 = 0;
     float baseline = 0;
-    float size = 0;           ///< of most of its letters
+    float size = 0;      ///< of most of its letters
+    float smallest = 0;  ///< sizes of its letters, scripts left out
+    float largest = 0;
     std::uint32_t style = 0;  ///< of most of its letters
     float region_x0 = 0;      ///< the column
     float region_x1 = 0;
-    float margin_x1 = 0;       ///< where lines of a page of one column may end; else `region_x1`
+    float margin_x1 = 0;       ///< on a page of one column, where its lines may end; else 0
     std::uint32_t region = 0;  ///< ascends in a document
     std::int32_t page = 0;
     float first_word = 0;         ///< width of its first word
