@@ -149,6 +149,8 @@ PdfLineBuilder::PdfLineBuilder(const PdfPage& page, const PdfLineOptions& option
 
 PdfLine PdfLineBuilder::Build(const std::vector<const PdfSegment*>& segments, PdfLine* before) {
     line_ = {};
+    blanks_ = 0;
+    blank_count_ = 0;
     left_ = nullptr;
     last_ = nullptr;
     const PdfSegment& first = *segments.front();
@@ -165,6 +167,9 @@ PdfLine PdfLineBuilder::Build(const std::vector<const PdfSegment*>& segments, Pd
     }
     MeasureStart(segments);
     SettleStyle();
+    constexpr float kUsualBlank = 0.25F;  // of the size
+    line_.blank =
+        blank_count_ > 0 ? blanks_ / static_cast<float>(blank_count_) : kUsualBlank * line_.size;
     return std::move(line_);
 }
 
@@ -216,6 +221,10 @@ void PdfLineBuilder::AddGap(const PdfWord& word) {
     const PdfGap gap = GapBetween(*left_, word);
     if (gap == PdfGap::None)
         return;
+    if (gap == PdfGap::Blank) {
+        blanks_ += word.x0 - left_->x1;
+        ++blank_count_;
+    }
     // A blank under which the line goes on is underlined with its neighbours.
     PdfLetter blank = line_.letters.empty() ? PdfLetter{} : line_.letters.back();
     blank.letter = gap == PdfGap::Wide ? U'\t' : U' ';

@@ -6,13 +6,14 @@
 #include <string_view>
 #include <utility>
 
+#include "load/readers/pdf_line_join.h"
+
 namespace zorvane {
 namespace {
 
 // Shares of the font size.
 constexpr float kIndent = 0.45F;    // a smaller step is no indentation
 constexpr float kCenter = 0.3F;     // how exactly lines are centred
-constexpr float kBlank = 0.2F;      // the narrowest blank that a line is set with
 constexpr float kSizeStep = 0.03F;  // sizes farther apart differ
 constexpr float kMixedSizeStep = 0.2F;
 
@@ -25,17 +26,6 @@ char32_t LastLetter(const PdfLine& line) {
 }
 char32_t FirstLetter(const PdfLine& line) {
     return line.letters.empty() ? 0 : line.letters.front().letter;
-}
-
-bool IsHyphen(char32_t letter) {
-    return letter == U'-' || letter == 0xAD || letter == 0x2010;
-}
-
-// Cased letters of the scripts of Europe; enough to tell whether a sentence goes on.
-bool IsLowerCase(char32_t letter) {
-    return (letter >= U'a' && letter <= U'z') || (letter >= 0xDF && letter <= 0xFF) ||
-           (letter >= 0x3AC && letter <= 0x3CE) || (letter >= 0x430 && letter <= 0x45F) ||
-           (letter >= 0x100 && letter <= 0x17F && letter % 2 == 1);
 }
 
 bool EndsSentence(char32_t letter) {
@@ -136,7 +126,7 @@ void PdfLineFlow::LearnEdges(const std::vector<PdfLine>& lines) {
         std::vector<std::pair<float, int>>& column = votes[ColumnKey(line)];
         // An end comes before a start at the same place, and takes its vote back.
         column.emplace_back(line.x1, 1);
-        column.emplace_back(line.x1 + next.first_word + kBlank * line.size, -1);
+        column.emplace_back(line.x1 + next.first_word + line.blank, -1);
     }
     constexpr int kFewest = 4;
     for (auto& [key, column] : votes) {
@@ -180,7 +170,7 @@ void PdfLineFlow::LearnBlock(const PdfLine* first, const PdfLine* last) {
         return;
     std::ptrdiff_t full = 0;
     for (const PdfLine* line = first; line < last; ++line) {
-        if (edge - line->x1 < line[1].first_word + kBlank * line->size)
+        if (edge - line->x1 < line[1].first_word + line->blank)
             ++full;
     }
     if (full * 5 < (last - first) * 4)
@@ -211,7 +201,7 @@ float PdfLineFlow::Room(const PdfLine& line, float edge) const {
 bool PdfLineFlow::IsFull(const PdfLine& line, const PdfLine& next) const {
     const float block_edge = block_edges_[static_cast<std::size_t>(&line - begin_)];
     const float edge = block_edge > 0 ? block_edge : RightEdge(line);
-    return Room(line, edge) < next.first_word + kBlank * line.size;
+    return Room(line, edge) < next.first_word + line.blank;
 }
 
 bool PdfLineFlow::PitchFits(const PdfParagraphSoFar& paragraph, const PdfLine& next) const {
@@ -238,12 +228,12 @@ bool PdfLineFlow::GoesOn(const PdfParagraphSoFar& paragraph, const PdfLine& next
     if (paragraph.lines > 1 && !(paragraph.centered && centered) &&
         std::fabs(Start(next) - paragraph.body_x0) > kIndent * next.size)
         return false;
-    if (IsHyphen(LastLetter(last)) && IsLowerCase(FirstLetter(next)))
+    if (IsPdfHyphen(LastLetter(last)) && IsPdfLowerCase(FirstLetter(next)))
         return true;
     if (IsFull(last, next))
         return true;
     const float width = RightEdge(last) - last.region_x0;
-    return IsLowerCase(FirstLetter(next)) && !EndsSentence(LastLetter(last)) &&
+    return IsPdfLowerCase(FirstLetter(next)) && !EndsSentence(LastLetter(last)) &&
            last.x1 - last.x0 > 0.5F * width;
 }
 
@@ -258,8 +248,8 @@ bool PdfLineFlow::GoesOnElsewhere(const PdfParagraphSoFar& paragraph, const PdfL
     // The first line of a new paragraph stands farther in than the body of the last.
     if (!last.right_to_left && next_indent > last_indent + kIndent * next.size)
         return false;
-    const bool goes_on = IsLowerCase(FirstLetter(next)) || !EndsSentence(LastLetter(last));
-    return goes_on && (IsHyphen(LastLetter(last)) || IsFull(last, next));
+    const bool goes_on = IsPdfLowerCase(FirstLetter(next)) || !EndsSentence(LastLetter(last));
+    return goes_on && (IsPdfHyphen(LastLetter(last)) || IsFull(last, next));
 }
 
 }  // namespace zorvane
