@@ -296,11 +296,12 @@ void PdfLineBuilder::MeasureLabel(const std::u32string& start, const PdfWord& la
                                   const PdfWord& text) {
     constexpr float kLabelGap = 0.45F;  // wider than a blank
     const std::uint32_t length = LabelLength(start);
-    if (length == 0 || text.x0 - label.x1 < kLabelGap * line_.size)
+    const bool wide = GapBetween(label, text) == PdfGap::Wide;
+    if (length == 0 || (!wide && text.x0 - label.x1 < kLabelGap * line_.size))
         return;
     line_.label = length;
     line_.text_x0 = text.x0;
-    if (line_.letters[length].letter == U'\t')
+    if (wide)
         --line_.wide_gaps;
 }
 

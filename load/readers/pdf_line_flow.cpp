@@ -186,22 +186,18 @@ float PdfLineFlow::RightEdge(const PdfLine& line) const {
     return learned != edges_.end() ? learned->second : std::max(line.region_x1, line.margin_x1);
 }
 
-float PdfLineFlow::Room(const PdfLine& line, float edge) const {
-    const float left = line.x0 - line.region_x0;
-    if (line.right_to_left)
-        return left;
-    const float right = edge - line.x1;
-    // A centred line has room on both sides.
-    const bool centered =
-        left > line.size && std::fabs(left - right) <= std::max(2.0F, kCenter * line.size);
-    return centered ? left + right : right;
-}
-
 // A line that had room for the next word ends its paragraph.
 bool PdfLineFlow::IsFull(const PdfLine& line, const PdfLine& next) const {
     const float block_edge = block_edges_[static_cast<std::size_t>(&line - begin_)];
     const float edge = block_edge > 0 ? block_edge : RightEdge(line);
-    return Room(line, edge) < next.first_word + line.blank;
+    const float left = line.x0 - line.region_x0;
+    const float right = edge - line.x1;
+    float room = line.right_to_left ? left : right;
+    // Centred lines have room on both sides.
+    if (SameMiddle(line, next) && left > line.size &&
+        std::fabs(left - right) <= std::max(2.0F, kCenter * line.size))
+        room = left + right;
+    return room < next.first_word + line.blank;
 }
 
 bool PdfLineFlow::PitchFits(const PdfParagraphSoFar& paragraph, const PdfLine& next) const {

@@ -39,7 +39,6 @@ class PdfLineFlow {
     void LearnBlock(const PdfLine* first, const PdfLine* last);
     bool PitchFits(const PdfParagraphSoFar& paragraph, const PdfLine& next) const;
     bool IsFull(const PdfLine& line, const PdfLine& next) const;
-    float Room(const PdfLine& line, float edge) const;
 
     const PdfLine* begin_ = nullptr;
     std::map<int, float> pitches_;    // by size
