@@ -83,7 +83,8 @@ void ReadMerges(PartStream& part, MergedCells& merges) {
         const std::size_t got = part.Read(buffer.data() + kept, kChunk);
         const std::string_view bytes(buffer.data(), kept + got);
         // What begins near the end is looked at again with the next chunk.
-        const std::size_t safe = got == 0 ? bytes.size() : std::max(kBefore, bytes.size() - kTag);
+        const std::size_t tail = got == 0 ? 0 : std::min(kTag, bytes.size() - kBefore);
+        const std::size_t safe = bytes.size() - tail;
         std::size_t used = kBefore;
         for (std::size_t at = bytes.find(kName, used); at < safe; at = bytes.find(kName, used)) {
             used = at + kName.size();
