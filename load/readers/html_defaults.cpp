@@ -113,8 +113,12 @@ std::int32_t CountItems(std::string_view rest) {
     return count;
 }
 
-bool HasSelected(std::string_view rest) {
-    return ContentUpTo(rest, "</select").find(" selected") != std::string_view::npos;
+// What is looked at is taken from `left`, so that a page of such elements is not read over and
+// over.
+bool HasSelected(std::string_view rest, std::size_t& left) {
+    const std::string_view content = ContentUpTo(rest, "</select");
+    left -= std::min(left, content.size());
+    return content.find(" selected") != std::string_view::npos;
 }
 
 }  // namespace
@@ -387,7 +391,7 @@ void HtmlFlow::BeginSpecial(const HtmlElement& element, Box& box) {
             return InputText(element, box);
         case GUMBO_TAG_SELECT:
             box.listed = element.Has("multiple") || element.Has("size");
-            box.picked = HasSelected(element.rest);
+            box.picked = look_ahead_left_ > 0 && HasSelected(element.rest, look_ahead_left_);
             box.number = 0;
             return;
         case GUMBO_TAG_OPTION:

@@ -110,6 +110,7 @@ class HtmlFlow : public HtmlHandler {
     bool block_waits_ = false;     ///< in a cell, a paragraph has ended
     std::size_t line_breaks_ = 0;  ///< wait for text behind them
     std::string scratch_;
+    std::size_t look_ahead_left_ = std::size_t{1} << 24;
     std::size_t cells_ = 0;  ///< nested open cells
     std::size_t rows_ = 0;
     std::size_t row_cells_ = 0;  ///< of the outermost open row

@@ -6,10 +6,10 @@
 namespace zorvane {
 namespace {
 
-constexpr std::array<std::string_view, 7> kLatin = {"ff", "fi", "fl", "ffi", "ffl", "st", "st"};
-constexpr std::array<std::string_view, 5> kArmenian = {"\xD5\xB4\xD5\xB6", "\xD5\xB4\xD5\xA5",
-                                                       "\xD5\xB4\xD5\xAB", "\xD5\xBE\xD5\xB6",
-                                                       "\xD5\xB4\xD5\xAD"};
+constexpr std::array<std::u32string_view, 7> kLatin = {U"ff",  U"fi", U"fl", U"ffi",
+                                                       U"ffl", U"st", U"st"};
+constexpr std::array<std::u32string_view, 5> kArmenian = {
+    U"\u0574\u0576", U"\u0574\u0565", U"\u0574\u056B", U"\u057E\u0576", U"\u0574\u056D"};
 
 constexpr std::string_view kSoftHyphen = "\xC2\xAD";
 
@@ -49,8 +49,9 @@ std::size_t Replace(std::string_view text, std::size_t at, std::string& result) 
     if (rest.size() >= 3 && rest[0] != '\xC2') {
         if (IsDirectionMark(rest.substr(0, 3)))
             return 3;
-        const std::string_view letters = LettersOfLigature(ThreeByteCharacter(rest));
-        result += letters;
+        const std::u32string_view letters = LettersOfLigature(ThreeByteCharacter(rest));
+        for (const char32_t letter : letters)
+            AppendUtf8(letter, result);
         if (!letters.empty())
             return 3;
     }
@@ -60,12 +61,32 @@ std::size_t Replace(std::string_view text, std::size_t at, std::string& result) 
 
 }  // namespace
 
-std::string_view LettersOfLigature(char32_t character) {
+std::u32string_view LettersOfLigature(char32_t character) {
     if (character >= 0xFB00 && character <= 0xFB06)
         return kLatin[character - 0xFB00];
     if (character >= 0xFB13 && character <= 0xFB17)
         return kArmenian[character - 0xFB13];
     return {};
+}
+
+void AppendUtf8(char32_t character, std::string& text) {
+    const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
+    const auto follow = [&](int shift) { put(0x80 | ((character >> shift) & 0x3F)); };
+    if (character < 0x80) {
+        put(character);
+    } else if (character < 0x800) {
+        put(0xC0 | character >> 6);
+        follow(0);
+    } else if (character < 0x10000) {
+        put(0xE0 | character >> 12);
+        follow(6);
+        follow(0);
+    } else {
+        put(0xF0 | character >> 18);
+        follow(12);
+        follow(6);
+        follow(0);
+    }
 }
 
 void PlainLetters(std::string& text, std::size_t start) {

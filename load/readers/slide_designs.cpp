@@ -16,6 +16,17 @@ std::string_view MasterStyleOf(const SlidePlaceholder& placeholder) {
     return placeholder.IsTitle() ? "titleStyle" : "bodyStyle";
 }
 
+// They are gone through for each shape of each slide.
+constexpr std::size_t kMostPlaceholders = 256;
+
+void FindPlaceholders(SlideDesignPart& part) {
+    for (const pugi::xml_node& shape : part.Shapes().children()) {
+        const SlidePlaceholder placeholder = PlaceholderOf(shape);
+        if (placeholder.is_one && part.placeholders.size() < kMostPlaceholders)
+            part.placeholders.emplace_back(placeholder, shape);
+    }
+}
+
 pugi::xml_node StyleListOf(const pugi::xml_node& shape) {
     return Child(Child(shape, "txBody"), "lstStyle");
 }
@@ -60,10 +71,7 @@ bool SlideDesignPart::ShowsMaster() const {
 
 pugi::xml_node SlideDesignPart::Match(const SlidePlaceholder& wanted) const {
     pugi::xml_node by_family;
-    for (const pugi::xml_node& shape : Shapes().children()) {
-        const SlidePlaceholder placeholder = PlaceholderOf(shape);
-        if (!placeholder.is_one)
-            continue;
+    for (const auto& [placeholder, shape] : placeholders) {
         if (!wanted.index.empty() && placeholder.index == wanted.index)
             return shape;
         if (!by_family && FamilyOf(placeholder) == FamilyOf(wanted))
@@ -106,6 +114,7 @@ const SlideDesignPart* SlideDesigns::Part(const std::string& name) {
         if (!XmlPart::Read(package_, name, part->xml).ok())
             part->xml = XmlPart();
         part->relations = ReadRelationships(package_, name);
+        FindPlaceholders(*part);
     }
     return part.get();
 }

@@ -36,6 +36,7 @@ struct SlideDesignPart {
     std::string name;
     XmlPart xml;
     SlideRelations relations;
+    std::vector<std::pair<SlidePlaceholder, pugi::xml_node>> placeholders;
 
     pugi::xml_node Shapes() const;
     /// The placeholder that `wanted` takes its looks from, or an empty node.

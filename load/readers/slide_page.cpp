@@ -57,7 +57,7 @@ void SlidePageWriter::NumberLine() {
 
 void SlidePageWriter::TextShape(const pugi::xml_node& shape) {
     const pugi::xml_node body = Child(shape, "txBody");
-    if (!SlideTextWriter::HasText(body))
+    if (!text_.HasText(body))
         return;
     NumberLine();
     SlideStyleChain chain = page_.design.ChainFor(PlaceholderOf(shape), page_.common_style);
@@ -120,7 +120,7 @@ void SlidePageWriter::DiagramPoints(const pugi::xml_node& model) {
     for (const pugi::xml_node& point : Child(model, "ptLst").children()) {
         const std::string_view type = Attribute(point, "type");
         const pugi::xml_node body = Child(point, "t");
-        if ((!type.empty() && type != "node" && type != "asst") || !SlideTextWriter::HasText(body))
+        if ((!type.empty() && type != "node" && type != "asst") || !text_.HasText(body))
             continue;
         NumberLine();
         text_.Body(body, page_.design.ChainFor({}, page_.common_style), PlainSlideStyle());

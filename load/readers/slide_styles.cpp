@@ -148,9 +148,7 @@ void ApplyBullet(const pugi::xml_node& child, SlideBullet& bullet) {
 }
 
 void ApplyParagraphAttributes(const pugi::xml_node& properties, ParagraphFormat& format) {
-    for (const pugi::xml_attribute& attribute : properties.attributes()) {
-        const std::string_view name = attribute.name();
-        const std::string_view value = attribute.value();
+    ForStyleAttributes(properties, [&format](std::string_view name, std::string_view value) {
         if (name == "marL")
             format.left_indent = TwipsOf(value);
         else if (name == "marR")
@@ -161,7 +159,7 @@ void ApplyParagraphAttributes(const pugi::xml_node& properties, ParagraphFormat&
             format.alignment = AlignmentOf(value);
         else if (name == "rtl")
             format.right_to_left = IsTrue(value);
-    }
+    });
 }
 
 }  // namespace
@@ -173,19 +171,22 @@ SlideLevelStyle PlainSlideStyle() {
     return style;
 }
 
-void ApplyColor(const pugi::xml_node& holder, const SlideTheme& theme, CharFormat& format) {
-    const std::optional<Color> color = theme.ColorIn(holder);
-    if (!color)
-        return;
+void SetVisibleColor(Color color, CharFormat& format) {
     format.fore_color.reset();
-    if (color->value != 0 && !IsNearlyWhite(*color))
+    if (color.value != 0 && !IsNearlyWhite(color))
         format.fore_color = color;
 }
 
+void ApplyColor(const pugi::xml_node& holder, const SlideTheme& theme, CharFormat& format) {
+    if (const std::optional<Color> color = theme.ColorIn(holder))
+        SetVisibleColor(*color, format);
+}
+
 void ApplyRun(const pugi::xml_node& properties, const SlideTheme& theme, SlideRunStyle& style) {
-    for (const pugi::xml_attribute& attribute : properties.attributes())
-        ApplyRunAttribute(attribute.name(), attribute.value(), style);
-    for (const pugi::xml_node& child : properties.children()) {
+    ForStyleAttributes(properties, [&style](std::string_view name, std::string_view value) {
+        ApplyRunAttribute(name, value, style);
+    });
+    ForStyleParts(properties, [&](const pugi::xml_node& child) {
         if (Is(child, "solidFill")) {
             ApplyColor(child, theme, style.format);
         } else if (Is(child, "highlight")) {
@@ -200,17 +201,17 @@ void ApplyRun(const pugi::xml_node& properties, const SlideTheme& theme, SlideRu
             style.format.underline = Underline::Single;
             style.format.fore_color = theme.SchemeColor("hlink");
         }
-    }
+    });
 }
 
 void ApplyParagraph(const pugi::xml_node& properties, const SlideTheme& theme,
                     SlideLevelStyle& style) {
     ApplyParagraphAttributes(properties, style.paragraph);
     // Spacings in percent are those of the size of the text, so the text comes first.
-    if (const pugi::xml_node run = Child(properties, "defRPr"))
+    if (const pugi::xml_node run = StylePart(properties, "defRPr"))
         ApplyRun(run, theme, style.run);
     const std::int32_t size = style.run.format.half_points;
-    for (const pugi::xml_node& child : properties.children()) {
+    ForStyleParts(properties, [&](const pugi::xml_node& child) {
         if (Is(child, "spcBef"))
             ApplySpacing(child, size, style.paragraph.space_before);
         else if (Is(child, "spcAft"))
@@ -221,7 +222,7 @@ void ApplyParagraph(const pugi::xml_node& properties, const SlideTheme& theme,
             style.paragraph.tabs = TabsOf(child);
         else
             ApplyBullet(child, style.bullet);
-    }
+    });
 }
 
 void ApplyChain(const SlideStyleChain& chain, std::int32_t level, const SlideTheme& theme,
@@ -231,9 +232,9 @@ void ApplyChain(const SlideStyleChain& chain, std::int32_t level, const SlideThe
     for (const pugi::xml_node& list : chain) {
         if (Is(list, "fontRef"))
             ApplyColor(list, theme, style.run.format);
-        if (const pugi::xml_node common = Child(list, "defPPr"))
+        if (const pugi::xml_node common = StylePart(list, "defPPr"))
             ApplyParagraph(common, theme, style);
-        if (const pugi::xml_node own = Child(list, name))
+        if (const pugi::xml_node own = StylePart(list, name))
             ApplyParagraph(own, theme, style);
     }
 }

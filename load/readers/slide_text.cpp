@@ -71,14 +71,16 @@ bool IsBlank(std::string_view text) {
 }
 
 // Any text element below: those of runs and fields, and those of formulas.
-bool HoldsText(const pugi::xml_node& node, int depth) {
-    if (depth > kMaxDepth)
+bool HoldsText(const pugi::xml_node& node, bool with_fields, int depth) {
+    const bool field = Is(node, "fld");
+    if (depth > kMaxDepth || (field && !with_fields))
         return false;
     for (const pugi::xml_node& child : node.children()) {
-        if (Is(child, "t") ? !IsBlank(child.child_value()) : HoldsText(child, depth + 1))
+        if (Is(child, "t") ? !IsBlank(child.child_value())
+                           : HoldsText(child, with_fields, depth + 1))
             return true;
     }
-    return Is(node, "fld") && Attribute(node, "type") == "slidenum";
+    return field && Attribute(node, "type") == "slidenum";
 }
 
 std::int32_t LevelOf(const pugi::xml_node& properties) {
@@ -139,8 +141,8 @@ pugi::xml_node ChosenBranch(const pugi::xml_node& alternate_content) {
     return Child(alternate_content, "Fallback");
 }
 
-bool SlideTextWriter::HasText(const pugi::xml_node& body) {
-    return HoldsText(body, 0);
+bool SlideTextWriter::HasText(const pugi::xml_node& body) const {
+    return HoldsText(body, slide_number_ != kNoSlideNumber, 0);
 }
 
 void SlideTextWriter::Body(const pugi::xml_node& body, const SlideStyleChain& chain,
@@ -161,7 +163,7 @@ void SlideTextWriter::Body(const pugi::xml_node& body, const SlideStyleChain& ch
         ApplyParagraph(properties, theme_, style);
         writer_.SetFormat(style.paragraph);
         // An empty paragraph shows no bullet and takes no number.
-        if (HoldsText(paragraph, 0)) {
+        if (HasText(paragraph)) {
             std::string label = CleanText(numbering.Next(style.bullet, level));
             SlideRunStyle first = style.run;
             ApplyRun(Child(Child(paragraph, "r"), "rPr"), theme_, first);
@@ -200,7 +202,10 @@ void SlideTextWriter::Run(const pugi::xml_node& run, const SlideRunStyle& style)
     SlideRunStyle own = style;
     ApplyRun(Child(run, "rPr"), theme_, own);
     // What is kept of the slide's number is from the last time that it was shown.
-    if (Is(run, "fld") && Attribute(run, "type") == "slidenum" && slide_number_ > 0) {
+    const bool field = Is(run, "fld");
+    if (field && slide_number_ == kNoSlideNumber)
+        return;
+    if (field && Attribute(run, "type") == "slidenum") {
         Put(std::to_string(slide_number_), own);
         return;
     }
@@ -254,7 +259,7 @@ void SlideTextWriter::Cell(const pugi::xml_node& cell, const SlideStyleChain& ch
             Put(kLine, style.run);
         first = false;
         // A label in the middle of a row would end in a tab, as cells do.
-        if (HoldsText(paragraph, 0)) {
+        if (HasText(paragraph)) {
             const std::string label = CleanText(numbering.Next(style.bullet, level));
             if (!label.empty())
                 writer_.Text(label + " ", style.run.format);

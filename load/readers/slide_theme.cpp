@@ -15,14 +15,6 @@ struct Rgb {
     double blue = 0;
 };
 
-std::optional<Color> FromHex(std::string_view text) {
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
-    if (error != std::errc() || text.size() != 6 || end != text.data() + 6)
-        return std::nullopt;
-    return Color{(number >> 16) | (number & 0xFF00) | ((number & 0xFF) << 16)};
-}
-
 std::optional<Color> FromPresetName(std::string_view name) {
     constexpr std::array<std::pair<std::string_view, std::int32_t>, 12> kNames = {
         {{"black", 0x000000},
@@ -81,7 +73,7 @@ Rgb Mixed(const Rgb& rgb, double share, double other) {
 
 Color Changed(Color color, const pugi::xml_node& definition) {
     Rgb rgb = Parts(color);
-    for (const pugi::xml_node& change : definition.children()) {
+    ForStyleParts(definition, [&rgb](const pugi::xml_node& change) {
         const double value = NumberOf(Attribute(change, "val"), 0) / kWhole;
         if (Is(change, "lumMod"))
             rgb = WithLightness(rgb, value, 0);
@@ -91,21 +83,29 @@ Color Changed(Color color, const pugi::xml_node& definition) {
             rgb = Mixed(rgb, value, 1);
         else if (Is(change, "shade"))
             rgb = Mixed(rgb, value, 0);
-    }
+    });
     return Joined(rgb);
 }
 
 }  // namespace
+
+std::optional<Color> ColorFromHex(std::string_view text) {
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
+    if (error != std::errc() || text.size() != 6 || end != text.data() + 6)
+        return std::nullopt;
+    return Color{(number >> 16) | (number & 0xFF00) | ((number & 0xFF) << 16)};
+}
 
 SlideTheme::SlideTheme(const pugi::xml_node& theme) {
     const pugi::xml_node elements = Child(theme, "themeElements");
     const pugi::xml_node fonts = Child(elements, "fontScheme");
     major_font_ = Attribute(Child(Child(fonts, "majorFont"), "latin"), "typeface");
     minor_font_ = Attribute(Child(Child(fonts, "minorFont"), "latin"), "typeface");
-    for (const pugi::xml_node& color : Child(elements, "clrScheme").children()) {
+    ForStyleParts(Child(elements, "clrScheme"), [this](const pugi::xml_node& color) {
         if (const std::optional<Color> value = ColorIn(color))
             colors_.emplace_back(LocalName(color), *value);
-    }
+    });
 }
 
 std::string_view SlideTheme::Font(std::string_view typeface) const {
@@ -118,8 +118,9 @@ std::string_view SlideTheme::Font(std::string_view typeface) const {
 
 void SlideTheme::SetColorMap(const pugi::xml_node& color_map) {
     color_map_.clear();
-    for (const pugi::xml_attribute& attribute : color_map.attributes())
-        color_map_.emplace_back(attribute.name(), attribute.value());
+    ForStyleAttributes(color_map, [this](std::string_view name, std::string_view value) {
+        color_map_.emplace_back(name, value);
+    });
 }
 
 std::optional<Color> SlideTheme::SchemeColor(std::string_view name) const {
@@ -137,20 +138,22 @@ std::optional<Color> SlideTheme::SchemeColor(std::string_view name) const {
 }
 
 std::optional<Color> SlideTheme::ColorIn(const pugi::xml_node& holder) const {
-    for (const pugi::xml_node& definition : holder.children()) {
-        std::optional<Color> color;
+    std::optional<Color> first;
+    ForStyleParts(holder, [&](const pugi::xml_node& definition) {
+        if (first)
+            return;
         if (Is(definition, "srgbClr"))
-            color = FromHex(Attribute(definition, "val"));
+            first = ColorFromHex(Attribute(definition, "val"));
         else if (Is(definition, "schemeClr"))
-            color = SchemeColor(Attribute(definition, "val"));
+            first = SchemeColor(Attribute(definition, "val"));
         else if (Is(definition, "sysClr"))
-            color = FromHex(Attribute(definition, "lastClr"));
+            first = ColorFromHex(Attribute(definition, "lastClr"));
         else if (Is(definition, "prstClr"))
-            color = FromPresetName(Attribute(definition, "val"));
-        if (color)
-            return Changed(*color, definition);
-    }
-    return std::nullopt;
+            first = FromPresetName(Attribute(definition, "val"));
+        if (first)
+            first = Changed(*first, definition);
+    });
+    return first;
 }
 
 }  // namespace zorvane

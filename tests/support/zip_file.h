@@ -5,13 +5,15 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 #include <zip.h>
 
 namespace zorvane {
 
+using ZipParts = std::vector<std::pair<std::string, std::string>>;
+
 /// Name and content of each part, in that order; nothing when it cannot be made.
-inline std::string MakeZip(
-    std::initializer_list<std::pair<std::string_view, std::string_view>> parts) {
+inline std::string MakeZip(const ZipParts& parts) {
     zip_error_t error;
     zip_error_init(&error);
     zip_source_t* target = zip_source_buffer_create(nullptr, 0, 0, &error);
@@ -19,7 +21,7 @@ inline std::string MakeZip(
     zip_t* archive = zip_open_from_source(target, ZIP_TRUNCATE, &error);
     for (const auto& [name, content] : parts) {
         zip_source_t* source = zip_source_buffer(archive, content.data(), content.size(), 0);
-        zip_file_add(archive, std::string(name).c_str(), source, ZIP_FL_ENC_UTF_8);
+        zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
     }
     std::string bytes;
     if (zip_close(archive) == 0 && zip_source_open(target) == 0) {
@@ -32,6 +34,14 @@ inline std::string MakeZip(
     zip_source_free(target);
     zip_error_fini(&error);
     return bytes;
+}
+
+inline std::string MakeZip(
+    std::initializer_list<std::pair<std::string_view, std::string_view>> parts) {
+    ZipParts copies;
+    for (const auto& [name, content] : parts)
+        copies.emplace_back(name, content);
+    return MakeZip(copies);
 }
 
 }  // namespace zorvane

@@ -1,0 +1,70 @@
+#include "load/readers/pdf_pleading.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+
+namespace zorvane {
+namespace {
+
+struct Number {
+    std::size_t word = 0;
+    int value = 0;
+    float x1 = 0;
+    float baseline = 0;
+};
+
+std::optional<int> ValueOf(const std::vector<PdfCharacter>& characters, const PdfWord& word) {
+    constexpr std::uint32_t kMostDigits = 3;
+    if (word.count > kMostDigits)
+        return std::nullopt;
+    int value = 0;
+    for (std::uint32_t index = 0; index < word.count; ++index) {
+        const char32_t letter = characters[word.first + index].letter;
+        if (letter < U'0' || letter > U'9')
+            return std::nullopt;
+        value = value * 10 + static_cast<int>(letter - U'0');
+    }
+    return value;
+}
+
+// The left edge of the words that are no numbers: all of them but a stray few lie right of it.
+float TextEdge(const std::vector<PdfCharacter>& characters, const std::vector<PdfWord>& words) {
+    std::vector<float> edges;
+    for (const PdfWord& word : words) {
+        if (!ValueOf(characters, word))
+            edges.push_back(word.x0);
+    }
+    if (edges.empty())
+        return 0;
+    constexpr std::size_t kStrayShare = 200;
+    const auto place = edges.begin() + static_cast<std::ptrdiff_t>(edges.size() / kStrayShare);
+    std::nth_element(edges.begin(), place, edges.end());
+    return *place;
+}
+
+}  // namespace
+
+void DropLineNumbers(const std::vector<PdfCharacter>& characters, std::vector<PdfWord>& words) {
+    const float edge = TextEdge(characters, words);
+    std::vector<Number> numbers;
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        const std::optional<int> value = ValueOf(characters, words[index]);
+        if (value && words[index].x1 <= edge)
+            numbers.push_back({index, *value, words[index].x1, words[index].baseline});
+    }
+    std::stable_sort(numbers.begin(), numbers.end(),
+                     [](const Number& a, const Number& b) { return a.baseline < b.baseline; });
+    // Numbers of notes at the margin do not go on one by one.
+    std::size_t follow = 0;
+    for (std::size_t index = 1; index < numbers.size(); ++index)
+        follow += static_cast<std::size_t>(numbers[index].value == numbers[index - 1].value + 1);
+    constexpr std::size_t kFewest = 4;
+    if (follow < kFewest || follow * 2 < numbers.size())
+        return;
+    for (const Number& number : numbers)
+        words[number.word].count = 0;
+    std::erase_if(words, [](const PdfWord& word) { return word.count == 0; });
+}
+
+}  // namespace zorvane
