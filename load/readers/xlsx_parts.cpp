@@ -126,13 +126,6 @@ const SheetFormat& SheetStyles::Of(std::uint32_t style) const {
     return formats[style < by_style.size() ? by_style[style] : 0];
 }
 
-std::string_view SharedTexts::At(std::size_t index) const {
-    if (index >= ends.size())
-        return {};
-    const std::size_t begin = index == 0 ? 0 : ends[index - 1];
-    return std::string_view(text).substr(begin, ends[index] - begin);
-}
-
 void ReplaceEscapes(std::string& text, std::size_t from) {
     std::size_t at = text.find("_x", from);
     if (at == std::string::npos)

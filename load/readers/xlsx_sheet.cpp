@@ -71,41 +71,16 @@ bool InTag(std::string_view before) {
            (at + 1 == before.size() || before.back() == ':');
 }
 
-// Finds the merged ranges by their tags alone, since they stand behind all cells.
-void ReadMerges(PartStream& part, MergedCells& merges) {
-    constexpr std::size_t kChunk = std::size_t{256} << 10;
-    constexpr std::size_t kBefore = 16;  // a prefix
-    constexpr std::size_t kTag = 256;    // more than such a tag takes
-    constexpr std::string_view kName = "mergeCell ";
-    std::string buffer(kChunk + kBefore + kTag, '\0');
-    std::size_t kept = kBefore;
-    while (true) {
-        const std::size_t got = part.Read(buffer.data() + kept, kChunk);
-        const std::string_view bytes(buffer.data(), kept + got);
-        // What begins near the end is looked at again with the next chunk.
-        const std::size_t tail = got == 0 ? 0 : std::min(kTag, bytes.size() - kBefore);
-        const std::size_t safe = bytes.size() - tail;
-        std::size_t used = kBefore;
-        for (std::size_t at = bytes.find(kName, used); at < safe; at = bytes.find(kName, used)) {
-            used = at + kName.size();
-            const std::string_view behind = bytes.substr(used);
-            if (InTag(bytes.substr(at - kBefore, kBefore)))
-                AddMerge(behind.substr(0, behind.find('>')), merges);
-        }
-        if (got == 0)
-            return;
-        kept = bytes.size() - std::max(used, safe) + kBefore;
-        std::copy(bytes.end() - static_cast<std::ptrdiff_t>(kept), bytes.end(), buffer.begin());
-    }
-}
-
 class SheetReader {
   public:
-    SheetReader(PartStream& part, const XlsxBook& book, const SheetOptions& options,
-                const RowSink& rows, ReadMonitor& monitor)
-        : scanner_(part), book_(book), options_(options), builder_(rows), monitor_(monitor) {}
-
-    MergedCells& Merges() { return merges_; }
+    SheetReader(PartStream& part, MergedCells& merges, const XlsxBook& book,
+                const SheetOptions& options, const RowSink& rows, ReadMonitor& monitor)
+        : scanner_(part),
+          merges_(merges),
+          book_(book),
+          options_(options),
+          builder_(rows),
+          monitor_(monitor) {}
 
     ReadEnd Run() {
         while (true) {
@@ -334,11 +309,11 @@ class SheetReader {
     }
 
     XmlScanner scanner_;
+    MergedCells& merges_;
     const XlsxBook& book_;
     const SheetOptions& options_;
     RowBuilder builder_;
     ReadMonitor& monitor_;
-    MergedCells merges_;
     Into into_ = Into::Nothing;
     std::int32_t row_ = -1;
     std::int32_t column_ = -1;
@@ -359,11 +334,37 @@ class SheetReader {
 
 }  // namespace
 
-ReadEnd ReadXlsxSheet(PartStream& part, PartStream& merges, const XlsxBook& book,
+// Finds them by their tags alone.
+void ReadXlsxMerges(PartStream& part, MergedCells& merges) {
+    constexpr std::size_t kChunk = std::size_t{256} << 10;
+    constexpr std::size_t kBefore = 16;  // a prefix
+    constexpr std::size_t kTag = 256;    // more than such a tag takes
+    constexpr std::string_view kName = "mergeCell ";
+    std::string buffer(kChunk + kBefore + kTag, '\0');
+    std::size_t kept = kBefore;
+    while (true) {
+        const std::size_t got = part.Read(buffer.data() + kept, kChunk);
+        const std::string_view bytes(buffer.data(), kept + got);
+        // What begins near the end is looked at again with the next chunk.
+        const std::size_t tail = got == 0 ? 0 : std::min(kTag, bytes.size() - kBefore);
+        const std::size_t safe = bytes.size() - tail;
+        std::size_t used = kBefore;
+        for (std::size_t at = bytes.find(kName, used); at < safe; at = bytes.find(kName, used)) {
+            used = at + kName.size();
+            const std::string_view behind = bytes.substr(used);
+            if (InTag(bytes.substr(at - kBefore, kBefore)))
+                AddMerge(behind.substr(0, behind.find('>')), merges);
+        }
+        if (got == 0)
+            return;
+        kept = bytes.size() - std::max(used, safe) + kBefore;
+        std::copy(bytes.end() - static_cast<std::ptrdiff_t>(kept), bytes.end(), buffer.begin());
+    }
+}
+
+ReadEnd ReadXlsxSheet(PartStream& part, MergedCells& merges, const XlsxBook& book,
                       const SheetOptions& options, const RowSink& rows, ReadMonitor& monitor) {
-    SheetReader reader(part, book, options, rows, monitor);
-    ReadMerges(merges, reader.Merges());
-    return reader.Run();
+    return SheetReader(part, merges, book, options, rows, monitor).Run();
 }
 
 }  // namespace zorvane
