@@ -30,15 +30,34 @@ bool IsLibrary(const fs::path& path) {
     return fs::is_regular_file(path, error) && fs::file_size(path, error) > kLongestNote && !error;
 }
 
-/// Each part brings a file of settings of its own. A suite without that folder is laid out in
-/// another way, and is taken to be whole.
+/// Each part has a library of its own, but where all are one.
 void FindParts(OfficePlace& place) {
-    const fs::path registry = fs::path(place.program_folder).parent_path() / "share" / "registry";
-    if (!Exists(registry))
+    const fs::path folder(place.program_folder);
+    const bool writer = Exists(folder / "libswlo.so");
+    const bool calc = Exists(folder / "libsclo.so");
+    const bool impress = Exists(folder / "libsdlo.so");
+    if (!writer && !calc && !impress)
         return;
-    place.has_writer = Exists(registry / "writer.xcd");
-    place.has_calc = Exists(registry / "calc.xcd");
-    place.has_impress = Exists(registry / "impress.xcd");
+    place.has_writer = writer;
+    place.has_calc = calc;
+    place.has_impress = impress;
+}
+
+/// The library prepares a document as if to show it, and ends with a crash at comments or cells
+/// where the descriptions of the windows were left out, as in packages for machines without a
+/// display. Such a suite still converts as a program.
+bool HasWindows(const OfficePlace& place) {
+    constexpr std::ptrdiff_t kFewest = 10;  // of some 60 to 230
+    const fs::path modules = fs::path(place.program_folder).parent_path() / "share" / "config" /
+                             "soffice.cfg" / "modules";
+    const auto lacks = [&](bool installed, const char* module) {
+        std::error_code error;
+        const fs::directory_iterator files(modules / module / "ui", error);
+        return installed && std::distance(begin(files), end(files)) < kFewest;
+    };
+    return !Exists(modules) ||
+           !(lacks(place.has_writer, "swriter") || lacks(place.has_calc, "scalc") ||
+             lacks(place.has_impress, "simpress"));
 }
 
 std::optional<OfficePlace> PlaceAt(const fs::path& folder) {
@@ -47,11 +66,12 @@ std::optional<OfficePlace> PlaceAt(const fs::path& folder) {
     if (place.program_folder.size() > 1 && place.program_folder.ends_with('/'))
         place.program_folder.pop_back();
     place.soffice = fs::path(place.program_folder) / "soffice";
+    FindParts(place);
     place.has_library =
-        IsLibrary(folder / "libmergedlo.so") || IsLibrary(folder / "libsofficeapp.so");
+        (IsLibrary(folder / "libmergedlo.so") || IsLibrary(folder / "libsofficeapp.so")) &&
+        HasWindows(place);
     if (!place.has_library && !IsProgram(place.soffice))
         return std::nullopt;
-    FindParts(place);
     return place;
 }
 

@@ -11,7 +11,7 @@ namespace zorvane {
 struct OfficePlace {
     std::string program_folder;  ///< holds the suite's libraries
     std::string soffice;         ///< the program to start when there is no library to load
-    bool has_library = false;
+    bool has_library = false;    ///< one that works without a display
     // Parts of the suite, which many systems install one by one.
     bool has_writer = true;
     bool has_calc = true;
