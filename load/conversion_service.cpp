@@ -85,7 +85,8 @@ std::string Explain(const ConversionResult& result, const std::string& file) {
     for (const ErrorRow& row : kErrors) {
         if (row.error != result.error)
             continue;
-        const std::string detail = FirstOf(result.detail);
+        const bool clear = result.error == ReadError::PasswordNeeded;  // without a reader's words
+        const std::string detail = clear ? "" : FirstOf(result.detail);
         return file + ": " + std::string(row.text) + (detail.empty() ? "" : ": " + detail);
     }
     return {};

@@ -4,6 +4,7 @@
 #include <new>
 #include <unordered_set>
 
+#include "load/readers/array_formulas.h"
 #include "load/readers/open_formula.h"
 #include "load/readers/row_builder.h"
 #include "load/readers/xml_part.h"
@@ -174,14 +175,27 @@ class OdsSheetReader {
         cell_repeated_ = Repeated(scanner_.Attribute("number-columns-repeated"));
         if (!options_.formulas)
             return;
+        ReadFormula();
+    }
+
+    void ReadFormula() {
+        if (const std::string* const array = arrays_.At(row_, column_))
+            formula_ = *array;
         decoded_.clear();
         AppendDecoded(scanner_.Attribute("formula"), decoded_);
         if (decoded_.empty())
             return;
-        const bool matrix = !scanner_.Attribute("number-matrix-columns-spanned").empty();
-        formula_ += matrix ? "{" : "";
+        const std::string_view columns = scanner_.Attribute("number-matrix-columns-spanned");
+        formula_ = columns.empty() ? "" : "{";
         AppendOpenFormula(decoded_, formula_);
-        formula_ += matrix ? "}" : "";
+        if (columns.empty())
+            return;
+        formula_ += "}";
+        const std::int32_t rows = Repeated(scanner_.Attribute("number-matrix-rows-spanned"));
+        CellRange range{{row_, column_}, {row_, column_}};
+        range.last.row += std::min(rows, kMaxSheetRows) - 1;
+        range.last.column += std::min(Repeated(columns), kMaxSheetColumns) - 1;
+        arrays_.Add(range, formula_);
     }
 
     void EndCell() {
@@ -227,6 +241,7 @@ class OdsSheetReader {
     std::int32_t cell_repeated_ = 1;
     CellText cell_;
     std::string formula_;
+    ArrayFormulas arrays_;
     std::string decoded_;
 };
 

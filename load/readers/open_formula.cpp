@@ -31,8 +31,8 @@ void AppendEnd(std::string_view end, std::string& out) {
         out += end;
         return;
     }
-    if (point > 0) {
-        out += end.substr(0, point);
+    if (point > quote) {
+        out += end.substr(quote, point - quote);  // that the sheet's name is fixed, nobody needs
         out += '!';
     }
     out += end.substr(point + 1);

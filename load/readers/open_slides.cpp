@@ -24,7 +24,7 @@ ShapeRank RankOf(std::string_view presentation_class) {
         return ShapeRank::Free;
     if (presentation_class == "title")
         return ShapeRank::Title;
-    return IsMarginClass(presentation_class) ? ShapeRank::Margin : ShapeRank::Placeholder;
+    return IsMarginClass(presentation_class) ? ShapeRank::Margin : ShapeRank::Free;
 }
 
 bool IsShape(const pugi::xml_node& node) {
@@ -65,6 +65,8 @@ std::vector<PlacedShapes> Gather(const pugi::xml_node& holder, int depth) {
         item.rank = RankOf(Attribute(node, "class"));
         item.left = Place(node, "x", 0);
         item.top = Place(node, "y", 1);
+        item.right = item.left + OpenLength(Attribute(node, "width"));
+        item.bottom = item.top + OpenLength(Attribute(node, "height"));
         if (Is(node, "g") || Is(node, "a")) {
             std::vector<PlacedShapes> inner = Gather(node, depth + 1);
             PutInReadingOrder(inner);
@@ -74,6 +76,8 @@ std::vector<PlacedShapes> Gather(const pugi::xml_node& holder, int depth) {
                 const bool first = &one == inner.data();
                 item.left = first ? one.left : std::min(item.left, one.left);
                 item.top = first ? one.top : std::min(item.top, one.top);
+                item.right = first ? one.right : std::max(item.right, one.right);
+                item.bottom = first ? one.bottom : std::max(item.bottom, one.bottom);
             }
         } else {
             item.shapes = {node};

@@ -10,6 +10,7 @@ namespace {
 // All shares are shares of the font size.
 constexpr float kWordGap = 0.1F;  // a wider gap parts two words
 constexpr float kNarrowestBlank = 0.04F;
+constexpr float kJump = 0.4F;
 constexpr float kFarthestBack = 0.7F;  // an accent is drawn over the letter before it
 constexpr float kSameBaseline = 0.05F;
 constexpr float kSameSize = 0.05F;
@@ -158,9 +159,16 @@ void DropTwins(const std::vector<PdfCharacter>& characters, std::vector<PdfWord>
     words.resize(kept);
 }
 
+// Where blanks are drawn, a gap without one leads to another cell.
+bool IsJump(const PdfWord& left, const PdfWord& right) {
+    return right.jump_before && !left.blank_after;
+}
+
 bool PartsSegments(const PdfWord& left, const PdfWord& right) {
     const float size = std::max(left.size, right.size);
     const float gap = right.x0 - left.x1;
+    if (IsJump(left, right))
+        return gap > size * kJump;
     const bool neighbours = right.number == left.number + 1;
     return gap > size * (neighbours ? kWideGap : kSegmentGap);
 }
@@ -218,6 +226,16 @@ void NumberRows(std::vector<PdfSegment>& segments) {
                      });
 }
 
+void FindJumps(std::vector<PdfWord>& words) {
+    std::size_t blanks = 0;
+    for (const PdfWord& word : words)
+        blanks += word.blank_before ? 1U : 0U;
+    if (blanks * 2 < words.size())
+        return;
+    for (PdfWord& word : words)
+        word.jump_before = !word.blank_before;
+}
+
 }  // namespace
 
 bool IsPdfBlank(char32_t letter) {
@@ -231,6 +249,8 @@ PdfGap GapBetween(const PdfWord& left, const PdfWord& right) {
     const float gap = right.x0 - left.x1;
     const bool neighbours = right.number == left.number + 1;
     const bool blank = neighbours && (left.blank_after || right.blank_before);
+    if (IsJump(left, right) && gap > size * kJump)
+        return PdfGap::Wide;
     if (gap > size * (blank ? kWideGapBehindBlank : kWideGap))
         return PdfGap::Wide;
     // A blank may be drawn somewhere else.
@@ -280,6 +300,7 @@ std::vector<PdfWord> WordsOf(const std::vector<PdfCharacter>& characters, PdfDir
         blank = false;
         last = index;
     }
+    FindJumps(words);
     return words;
 }
 

@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t kMostPadding = std::size_t{64} << 20;
 // Text of one row and of one sheet. One long text may stand in each of a million cells.
 constexpr std::size_t kMostRowBytes = std::size_t{64} << 20;
-constexpr std::size_t kMostSheetBytes = std::size_t{512} << 20;
+constexpr std::size_t kMostSheetBytes = kMaxPartBytes;
 
 }  // namespace
 

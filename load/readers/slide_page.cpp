@@ -29,7 +29,7 @@ SlideLevelStyle BaseOf(const pugi::xml_node& shape, const SlideTheme& theme) {
 
 ReadEnd SlidePageWriter::Write(const pugi::xml_node& tree, SlidePart part) {
     end_ = ReadEnd::Ok();
-    for (const pugi::xml_node& shape : ShapesOf(tree)) {
+    for (const pugi::xml_node& shape : ShapesOf(tree, &page_.design)) {
         if (!IsWanted(shape, part))
             continue;
         ++shape_number_;
@@ -109,7 +109,7 @@ bool SlidePageWriter::DiagramDrawing(const pugi::xml_node& model) {
         if (!reference || !Open(std::string(Attribute(reference, "relId")), drawing))
             continue;
         for (const pugi::xml_node& shape :
-             ShapesOf(Child(drawing.Root(), "spTree"), ShapeOrder::File))
+             ShapesOf(Child(drawing.Root(), "spTree"), nullptr, ShapeOrder::File))
             TextShape(shape);
         return true;
     }

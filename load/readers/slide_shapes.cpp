@@ -1,6 +1,5 @@
 #include "load/readers/slide_shapes.h"
 
-#include "load/readers/slide_designs.h"
 #include "load/readers/slide_order.h"
 #include "load/readers/slide_text.h"
 
@@ -19,11 +18,23 @@ double Coordinate(const pugi::xml_node& node, std::string_view name) {
     return NumberOf(Attribute(node, name), 0);
 }
 
-pugi::xml_node TransformOf(const pugi::xml_node& shape) {
+pugi::xml_node OwnTransform(const pugi::xml_node& shape) {
     if (const pugi::xml_node own = Child(shape, "xfrm"))
         return own;
     const pugi::xml_node properties = Child(shape, Is(shape, "grpSp") ? "grpSpPr" : "spPr");
     return Child(properties, "xfrm");
+}
+
+pugi::xml_node TransformOf(const pugi::xml_node& shape, const SlideDesign* design) {
+    const pugi::xml_node own = OwnTransform(shape);
+    const SlidePlaceholder placeholder = PlaceholderOf(shape);
+    if (own || design == nullptr || !placeholder.is_one)
+        return own;
+    for (const pugi::xml_node& model : design->ModelsOf(placeholder)) {
+        if (const pugi::xml_node transform = OwnTransform(model))
+            return transform;
+    }
+    return own;
 }
 
 Frame Inner(const Frame& frame, const pugi::xml_node& transform) {
@@ -63,12 +74,12 @@ ShapeRank RankOf(const pugi::xml_node& shape) {
         return ShapeRank::Free;
     if (placeholder.IsTitle())
         return ShapeRank::Title;
-    return placeholder.IsMargin() ? ShapeRank::Margin : ShapeRank::Placeholder;
+    return placeholder.IsMargin() ? ShapeRank::Margin : ShapeRank::Free;
 }
 
 class Collector {
   public:
-    explicit Collector(ShapeOrder order) : order_(order) {}
+    Collector(const SlideDesign* design, ShapeOrder order) : design_(design), order_(order) {}
 
     std::vector<pugi::xml_node> Collect(const pugi::xml_node& tree, const Frame& frame, int depth) {
         std::vector<PlacedShapes> items;
@@ -88,12 +99,15 @@ class Collector {
             if (Is(node, "AlternateContent")) {
                 Gather(ChosenBranch(node), frame, depth + 1, items);
             } else if ((group || Is(node, "sp") || Is(node, "graphicFrame")) && !IsHidden(node)) {
-                const pugi::xml_node transform = TransformOf(node);
+                const pugi::xml_node transform = TransformOf(node, design_);
                 PlacedShapes item;
                 item.rank = RankOf(node);
                 const pugi::xml_node place = Child(transform, "off");
                 item.left = frame.shift_x + frame.scale_x * Coordinate(place, "x");
                 item.top = frame.shift_y + frame.scale_y * Coordinate(place, "y");
+                const pugi::xml_node size = Child(transform, "ext");
+                item.right = item.left + frame.scale_x * Coordinate(size, "cx");
+                item.bottom = item.top + frame.scale_y * Coordinate(size, "cy");
                 item.shapes = group ? Collect(node, Inner(frame, transform), depth + 1)
                                     : std::vector<pugi::xml_node>{node};
                 items.push_back(std::move(item));
@@ -101,13 +115,15 @@ class Collector {
         }
     }
 
+    const SlideDesign* design_;
     ShapeOrder order_;
 };
 
 }  // namespace
 
-std::vector<pugi::xml_node> ShapesOf(const pugi::xml_node& tree, ShapeOrder order) {
-    return Collector(order).Collect(tree, Frame(), 0);
+std::vector<pugi::xml_node> ShapesOf(const pugi::xml_node& tree, const SlideDesign* design,
+                                     ShapeOrder order) {
+    return Collector(design, order).Collect(tree, Frame(), 0);
 }
 
 }  // namespace zorvane

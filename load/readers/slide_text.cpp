@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/text_encoding.h"
+#include "load/readers/list_numbers.h"
 #include "load/readers/slide_symbols.h"
 
 namespace zorvane {
@@ -10,35 +11,6 @@ namespace {
 
 constexpr std::string_view kLine(&kLineInParagraph, 1);
 constexpr std::string_view kCell(&kCellEnd, 1);
-
-std::string Letters(std::int32_t number, char first) {
-    // Behind z comes aa, then bb.
-    const std::int32_t letter = (number - 1) % 26;
-    const std::int32_t times = std::min((number - 1) / 26 + 1, 32);
-    return std::string(static_cast<std::size_t>(times), static_cast<char>(first + letter));
-}
-
-std::string Roman(std::int32_t number, bool upper) {
-    constexpr std::array<std::pair<std::int32_t, std::string_view>, 13> kDigits = {{{1000, "M"},
-                                                                                    {900, "CM"},
-                                                                                    {500, "D"},
-                                                                                    {400, "CD"},
-                                                                                    {100, "C"},
-                                                                                    {90, "XC"},
-                                                                                    {50, "L"},
-                                                                                    {40, "XL"},
-                                                                                    {10, "X"},
-                                                                                    {9, "IX"},
-                                                                                    {5, "V"},
-                                                                                    {4, "IV"},
-                                                                                    {1, "I"}}};
-    std::string text;
-    for (const auto& [value, letters] : kDigits) {
-        for (; number >= value; number -= value)
-            text += letters;
-    }
-    return upper ? text : ToLower(text);
-}
 
 std::string Circled(std::int32_t number) {
     if (number > 20)
@@ -96,13 +68,13 @@ bool IsOn(std::string_view value) {
 std::string SlideNumberText(std::string_view scheme, std::int32_t number) {
     std::string text;
     if (scheme.starts_with("alphaLc"))
-        text = Letters(number, 'a');
+        text = NumberText(number, NumberStyle::LowerLetter, true);
     else if (scheme.starts_with("alphaUc"))
-        text = Letters(number, 'A');
+        text = NumberText(number, NumberStyle::UpperLetter, true);
     else if (scheme.starts_with("romanLc"))
-        text = Roman(number, false);
+        text = NumberText(number, NumberStyle::LowerRoman);
     else if (scheme.starts_with("romanUc"))
-        text = Roman(number, true);
+        text = NumberText(number, NumberStyle::UpperRoman);
     else if (scheme.starts_with("circleNum"))
         text = Circled(number);
     else

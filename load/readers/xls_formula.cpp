@@ -285,6 +285,12 @@ class Decompiler {
             AppendColumn(last.column, text);
             return text;
         }
+        if (!offsets && first.column == 0 && last.column == 0xFF) {
+            text = first.row_relative ? "" : "$";
+            text += std::to_string(first.row + 1);
+            text += last.row_relative ? ":" : ":$";
+            return text + std::to_string(last.row + 1);
+        }
         return Cell(first) + ":" + Cell(last);
     }
 
