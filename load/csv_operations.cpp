@@ -12,8 +12,6 @@
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kWidestColumn = 100;
-
 bool IsBlank(char character) {
     return character == ' ' || character == '\t';
 }
@@ -346,22 +344,15 @@ std::string csvTrim(std::string_view utf8, CsvDialect dialect) {
 
 std::string csvPadWithSpaces(std::string_view utf8, CsvDialect dialect) {
     std::vector<std::string_view> fields;
-    std::vector<std::size_t> widths;
-    CsvReader measuring(utf8, dialect);
-    while (measuring.Next(fields)) {
-        widths.resize(std::max(widths.size(), fields.size()));
-        for (std::size_t i = 0; i < fields.size(); ++i)
-            widths[i] = std::max(widths[i], std::min(WidthOf(fields[i]), kWidestColumn));
-    }
     std::string out;
     CsvWriter writer(out);
     CsvReader reader(utf8, dialect);
     std::string padded;
     while (reader.Next(fields)) {
         for (std::size_t i = 0; i < fields.size(); ++i) {
-            const std::size_t width = WidthOf(fields[i]);
             padded = fields[i];
-            padded.append(widths[i] - std::min(width, widths[i]), ' ');
+            if (i + 1 < fields.size())
+                padded += ' ';
             writer.Field(padded);
         }
         writer.EndRecord();

@@ -72,7 +72,8 @@ std::vector<NumberRange> ParseNumberList(std::string_view list);
 /// Blanks and tabs at both ends of each field go, then the empty fields behind the last filled one
 /// of each record, then the empty records behind the last filled one.
 std::string csvTrim(std::string_view utf8, CsvDialect dialect = {});
-/// Blanks behind each field up to the width of its column's widest, but not beyond 100 characters.
+/// One blank behind each field but the last, so that cells are words of their own. No more: a width
+/// that follows the widest cell would make every row differ when one cell grows.
 std::string csvPadWithSpaces(std::string_view utf8, CsvDialect dialect = {});
 /// Each field of the listed columns to `length` characters; a longer one stays whole.
 std::string csvPadForFixedLengthFields(std::string_view utf8, std::size_t length, char fill,

@@ -28,9 +28,11 @@ constexpr std::array kFormats{
 // The settings of a new profile. Without the type "generic_Text" the suite has no text import to
 // fall back on, which would show the bytes of a damaged document as its text. The rest keeps what
 // the document's author saw (no recalculation, no update of links or fields), runs nothing that a
-// document brings, and leaves nothing behind.
+// document brings, and leaves nothing behind. As a profile of a later version it spares the suite
+// what it does for a new one (old settings looked for, the display tested): most of a first start.
 constexpr std::string_view kSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 <oor:items xmlns:oor="http://openoffice.org/2001/registry" xmlns:xs="http://www.w3.org/2001/XMLSchema" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">
+<item oor:path="/org.openoffice.Setup/Product"><prop oor:name="ooSetupLastVersion" oor:op="fuse"><value>99.9</value></prop></item>
 <item oor:path="/org.openoffice.TypeDetection.Types/Types"><node oor:name="generic_Text" oor:op="remove"/></item>
 <item oor:path="/org.openoffice.Office.Common/Security/Scripting"><prop oor:name="DisableMacrosExecution" oor:op="fuse"><value>true</value></prop></item>
 <item oor:path="/org.openoffice.Office.Common/Security/Scripting"><prop oor:name="BlockUntrustedRefererLinks" oor:op="fuse"><value>true</value></prop></item>

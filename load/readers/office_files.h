@@ -3,19 +3,12 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "load/readers/office.h"
 
 namespace zorvane {
-
-/// The first of `program_folders` that holds a suite, else the one that `search_path` (folders
-/// parted by ":") leads to.
-std::optional<OfficePlace> FindOfficeIn(std::span<const std::string> program_folders,
-                                        std::string_view search_path);
 
 /// Numbered as the suite's library numbers them.
 enum class OfficeDocumentKind { Text = 0, Spreadsheet = 1, Presentation = 2, Other = 3 };
@@ -33,8 +26,8 @@ bool HasPartFor(const OfficePlace& place, OfficeDocumentKind kind);
 std::string FileUrl(std::string_view path);
 
 /// The folder that belongs to one session: the suite's profile, its temporary files, the document
-/// that comes in and the one that goes out. The suite sees no other folder of the user's, so that
-/// it leaves no lock file beside a document and finds no neighbour to link to.
+/// that comes in and the one that goes out. The suite is shown no folder of the user's, where it
+/// could leave a lock file or find what a document links to by its place.
 class OfficeFolder {
   public:
     explicit OfficeFolder(const std::string& path);

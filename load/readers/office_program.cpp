@@ -11,7 +11,9 @@
 #include <unistd.h>
 #include <vector>
 
+#include "common/platform/mapped_file.h"
 #include "load/readers/office_files.h"
+#include "load/readers/office_password.h"
 
 namespace zorvane {
 namespace {
@@ -97,6 +99,11 @@ std::vector<std::string> EnvironmentWith(const std::vector<std::string>& entries
     return environment;
 }
 
+bool WantsPassword(const std::string& path) {
+    const Result<MappedFile> file = MappedFile::Open(path);
+    return file.ok() && IsBehindPassword(file.value().Bytes());
+}
+
 class OfficeProgram : public OfficeSession {
   public:
     OfficeProgram(const OfficePlace& place, const std::string& profile_folder,
@@ -167,7 +174,7 @@ ReadEnd OfficeProgram::Run(const std::string& path, const OfficeFormat& format) 
     }
 }
 
-ReadEnd OfficeProgram::Convert(const std::string& source, const std::string& password,
+ReadEnd OfficeProgram::Convert(const std::string& source, const std::string& /*password*/,
                                const std::string& target, const std::string& format) {
     const OfficeFormat* wanted = FindOfficeFormat(format);
     if (wanted == nullptr)
@@ -181,11 +188,11 @@ ReadEnd OfficeProgram::Convert(const std::string& source, const std::string& pas
     std::string path;
     if (ReadEnd end = folder_.Offer(source, path); !end.ok())
         return end;
-    if (ReadEnd end = Run(path, *wanted); !end.ok())
-        return end;
-    ReadEnd end = folder_.Deliver(target);
+    ReadEnd end = Run(path, *wanted);
+    if (end.ok())
+        end = folder_.Deliver(target);
     // The program takes no password, and tells nobody that it wanted one.
-    if (end.error == ReadError::Damaged && !password.empty())
+    if (end.error == ReadError::Damaged && WantsPassword(path))
         return ReadEnd::Fault(ReadError::PasswordNeeded);
     return end;
 }

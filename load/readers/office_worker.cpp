@@ -1,6 +1,5 @@
 #include "load/readers/office_worker.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -9,35 +8,18 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include "load/conversion_message.h"
 #include "load/readers/office.h"
+#include "load/readers/sandbox.h"
 
 namespace zorvane {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr rlim_t kMostMemory = rlim_t{2} << 30;
-
-void Limit(__rlimit_resource_t resource, rlim_t most) {
-    rlimit limit{};
-    if (getrlimit(resource, &limit) != 0)
-        return;
-    limit.rlim_cur = std::min(limit.rlim_max, most);
-    limit.rlim_max = limit.rlim_cur;
-    setrlimit(resource, &limit);
-}
-
-void LimitMemory() {
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-    // A sanitizer's own memory counts as well, so that no limit would mean anything.
-    Limit(RLIMIT_DATA, kMostMemory);
-#endif
-}
+constexpr std::size_t kMostMemory = std::size_t{2} << 30;
 
 /// Above the standard streams, and out of reach of what the suite starts.
 int MoveUp(int file) {
@@ -141,9 +123,8 @@ int ServeAll(int request_file, int reply_file) {
 }  // namespace
 
 int RunOfficeWorker(int request_fd, int reply_fd) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    LimitMemory();
-    Limit(RLIMIT_CORE, 0);
+    DieWithParent();
+    LimitMemory(kMostMemory);
     // The other side may be gone: told by the write itself.
     signal(SIGPIPE, SIG_IGN);
     const int request_file = MoveUp(request_fd);

@@ -11,6 +11,7 @@ namespace {
 
 using Numbers = std::vector<std::uint32_t>;
 
+constexpr float kFullRow = 0.7F;
 constexpr int kMaxSplits = 12;  // columns within columns
 
 class Splitter {
@@ -94,7 +95,7 @@ class Splitter {
         }
         std::sort(edges.begin(), edges.end());
         int open = 0;
-        int most = static_cast<int>(rules_.least_rows) - 1;
+        int most = static_cast<int>(rules_.least_full_rows) - 1;
         std::optional<float> best;
         for (std::size_t index = 0; index + 1 < edges.size(); ++index) {
             open += edges[index].step;
@@ -107,36 +108,26 @@ class Splitter {
     }
 
     bool IsColumn(const Numbers& part) const {
-        if (part.empty())
-            return false;
-        std::vector<float> widths;
-        std::vector<float> sizes;
-        std::size_t rows = 0;
         float x0 = std::numeric_limits<float>::max();
         float x1 = std::numeric_limits<float>::lowest();
-        float row_x0 = 0;
-        for (std::size_t index = 0; index < part.size(); ++index) {
-            const PdfSegment& segment = segments_[part[index]];
-            const bool new_row = index == 0 || segments_[part[index - 1]].row != segment.row;
-            row_x0 = new_row ? segment.x0 : row_x0;
-            rows += new_row ? 1 : 0;
-            if (new_row)
-                widths.push_back(0);
-            // Gaps within a row do not fill it.
-            widths.back() += segment.x1 - segment.x0;
-            sizes.push_back(segment.size);
-            x0 = std::min(x0, segment.x0);
-            x1 = std::max(x1, segment.x1);
+        for (const std::uint32_t number : part) {
+            x0 = std::min(x0, segments_[number].x0);
+            x1 = std::max(x1, segments_[number].x1);
         }
-        const float width = Median(widths);
-        return rows >= rules_.least_rows && width >= rules_.least_fill * (x1 - x0) &&
-               width >= rules_.least_width * Median(sizes);
-    }
-
-    static float Median(std::vector<float>& values) {
-        const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-        std::nth_element(values.begin(), middle, values.end());
-        return *middle;
+        std::size_t rows = 0;
+        std::size_t full_rows = 0;
+        std::size_t index = 0;
+        while (index < part.size()) {
+            const PdfSegment& first = segments_[part[index]];
+            float width = 0;  // without the gaps within the row
+            for (; index < part.size() && segments_[part[index]].row == first.row; ++index)
+                width += segments_[part[index]].x1 - segments_[part[index]].x0;
+            const bool full =
+                width >= kFullRow * (x1 - x0) && width >= rules_.least_width * first.size;
+            full_rows += full ? 1U : 0U;
+            ++rows;
+        }
+        return full_rows >= rules_.least_full_rows && full_rows * rules_.share_of_rows >= rows;
     }
 
     void Emit(const Numbers& part) {

@@ -11,14 +11,14 @@ namespace zorvane {
 /// How readily a gap down the page counts as a gutter between columns. A table has gaps too, but
 /// its cells do not fill their columns.
 struct PdfColumnRules {
-    std::size_t least_rows = 4;  ///< on each side
-    float least_fill = 0.5F;     ///< median width of a segment, as a share of its column
-    float least_width = 6;       ///< median width of a segment, in font sizes
+    std::size_t least_full_rows = 5;  ///< on each side, rows that fill most of their column
+    std::size_t share_of_rows = 4;    ///< one row in so many is full; figures stand in columns too
+    float least_width = 7;            ///< of a full row, in font sizes
 };
-inline constexpr PdfColumnRules kOneColumnRules{5, 0.55F, 7};
+inline constexpr PdfColumnRules kOneColumnRules{5, 3, 7};
+inline constexpr PdfColumnRules kManyColumnsRules{3, 5, 4};
 /// Rows of the whole page.
-inline constexpr PdfColumnRules kNoColumnsRules{1'000'000, 2, 0};
-inline constexpr PdfColumnRules kManyColumnsRules{2, 0.3F, 3};
+inline constexpr PdfColumnRules kNoColumnsRules{1'000'000, 1, 0};
 
 /// A flow of lines: one column, or what spans them. Segments of one row are neighbours.
 struct PdfRegion {

@@ -149,6 +149,8 @@ PdfLineBuilder::PdfLineBuilder(const PdfPage& page, const PdfLineOptions& option
 
 PdfLine PdfLineBuilder::Build(const std::vector<const PdfSegment*>& segments, PdfLine* before) {
     line_ = {};
+    blanks_ = 0;
+    blank_count_ = 0;
     left_ = nullptr;
     last_ = nullptr;
     const PdfSegment& first = *segments.front();
@@ -165,6 +167,9 @@ PdfLine PdfLineBuilder::Build(const std::vector<const PdfSegment*>& segments, Pd
     }
     MeasureStart(segments);
     SettleStyle();
+    constexpr float kUsualBlank = 0.25F;  // of the size
+    line_.blank =
+        blank_count_ > 0 ? blanks_ / static_cast<float>(blank_count_) : kUsualBlank * line_.size;
     return std::move(line_);
 }
 
@@ -216,6 +221,10 @@ void PdfLineBuilder::AddGap(const PdfWord& word) {
     const PdfGap gap = GapBetween(*left_, word);
     if (gap == PdfGap::None)
         return;
+    if (gap == PdfGap::Blank) {
+        blanks_ += word.x0 - left_->x1;
+        ++blank_count_;
+    }
     // A blank under which the line goes on is underlined with its neighbours.
     PdfLetter blank = line_.letters.empty() ? PdfLetter{} : line_.letters.back();
     blank.letter = gap == PdfGap::Wide ? U'\t' : U' ';
@@ -287,18 +296,23 @@ void PdfLineBuilder::MeasureLabel(const std::u32string& start, const PdfWord& la
                                   const PdfWord& text) {
     constexpr float kLabelGap = 0.45F;  // wider than a blank
     const std::uint32_t length = LabelLength(start);
-    if (length == 0 || text.x0 - label.x1 < kLabelGap * line_.size)
+    const bool wide = GapBetween(label, text) == PdfGap::Wide;
+    if (length == 0 || (!wide && text.x0 - label.x1 < kLabelGap * line_.size))
         return;
     line_.label = length;
     line_.text_x0 = text.x0;
-    if (line_.letters[length].letter == U'\t')
+    if (wide && line_.wide_gaps > 0)
         --line_.wide_gaps;
 }
 
 void PdfLineBuilder::SettleStyle() {
     std::map<std::pair<float, std::uint32_t>, std::size_t> counts;
     std::size_t most = 0;
+    line_.smallest = line_.size;
+    line_.largest = 0;
     for (const PdfLetter& letter : line_.letters) {
+        line_.smallest = std::min(line_.smallest, letter.size);
+        line_.largest = std::max(line_.largest, letter.size);
         const std::size_t count = ++counts[{letter.size, letter.style}];
         if (count > most) {
             most = count;

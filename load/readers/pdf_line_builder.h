@@ -59,6 +59,8 @@ class PdfLineBuilder {
     float cell_ = 1;  // width of a blank where places are kept
     float margin_ = 0;
     PdfLine line_;
+    float blanks_ = 0;
+    std::size_t blank_count_ = 0;
     const PdfWord* left_ = nullptr;
     const PdfCharacter* last_ = nullptr;
     const PdfLink* link_ = nullptr;

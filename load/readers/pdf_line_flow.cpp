@@ -4,6 +4,9 @@
 #include <cmath>
 #include <cstddef>
 #include <string_view>
+#include <utility>
+
+#include "load/readers/pdf_line_join.h"
 
 namespace zorvane {
 namespace {
@@ -11,8 +14,8 @@ namespace {
 // Shares of the font size.
 constexpr float kIndent = 0.45F;    // a smaller step is no indentation
 constexpr float kCenter = 0.3F;     // how exactly lines are centred
-constexpr float kBlank = 0.2F;      // the narrowest blank that a line is set with
-constexpr float kSizeStep = 0.08F;  // sizes farther apart differ
+constexpr float kSizeStep = 0.03F;  // sizes farther apart differ
+constexpr float kMixedSizeStep = 0.2F;
 
 constexpr float kWidestPitch = 1.22F;  // of the pitch that is usual or was so far
 constexpr float kNarrowestPitch = 0.8F;
@@ -25,24 +28,31 @@ char32_t FirstLetter(const PdfLine& line) {
     return line.letters.empty() ? 0 : line.letters.front().letter;
 }
 
-bool IsHyphen(char32_t letter) {
-    return letter == U'-' || letter == 0xAD || letter == 0x2010;
-}
-
-// Cased letters of the scripts of Europe; enough to tell whether a sentence goes on.
-bool IsLowerCase(char32_t letter) {
-    return (letter >= U'a' && letter <= U'z') || (letter >= 0xDF && letter <= 0xFF) ||
-           (letter >= 0x3AC && letter <= 0x3CE) || (letter >= 0x430 && letter <= 0x45F) ||
-           (letter >= 0x100 && letter <= 0x17F && letter % 2 == 1);
-}
-
 bool EndsSentence(char32_t letter) {
     constexpr std::u32string_view kEnds = U".!?:;\"\u201D\u3002\uFF01\uFF1F";
     return kEnds.find(letter) != std::u32string_view::npos;
 }
 
+// An entry of a table of contents: dots lead to its page.
+bool HasLeader(const PdfLine& line) {
+    constexpr int kDots = 5;
+    int dots = 0;
+    for (const PdfLetter& letter : line.letters) {
+        const bool dot = letter.letter == U'.' || letter.letter == 0x2026 || letter.letter == U'_';
+        if (dot && ++dots == kDots)
+            return true;
+        if (!dot && letter.letter != U' ')
+            dots = 0;
+    }
+    return false;
+}
+
+// Words of another font within a line may be smaller; a heading is larger as a whole.
 bool SameSize(const PdfLine& a, const PdfLine& b) {
-    return std::fabs(a.size - b.size) <= kSizeStep * std::max(a.size, b.size);
+    const float smallest = std::max(a.smallest, b.smallest);
+    const float largest = std::min(a.largest, b.largest);
+    return smallest <= largest * (1 + kSizeStep) &&
+           std::fabs(a.size - b.size) <= kMixedSizeStep * std::max(a.size, b.size);
 }
 
 bool SameMiddle(const PdfLine& a, const PdfLine& b) {
@@ -63,7 +73,7 @@ float TextStart(const PdfLine& line) {
 PdfLineFlow::PdfLineFlow(const std::vector<PdfLine>& lines)
     : begin_(lines.data()), block_edges_(lines.size(), 0.0F) {
     LearnPitches(lines);
-    LearnWidth(lines);
+    LearnEdges(lines);
     LearnBlocks(lines);
 }
 
@@ -95,19 +105,40 @@ void PdfLineFlow::LearnPitches(const std::vector<PdfLine>& lines) {
     std::erase_if(pitches_, [&](const auto& entry) { return most[entry.first] < kFewest; });
 }
 
-// The commonest width of full columns, for pages that hold short lines only.
-void PdfLineFlow::LearnWidth(const std::vector<PdfLine>& lines) {
-    std::map<long, int> counts;
-    int most = 0;
-    constexpr float kStep = 4;  // points
-    for (const PdfLine& line : lines) {
-        const float width = line.region_x1 - line.region_x0;
-        if (line.direction != PdfDirection::Right || line.x1 < line.region_x1 - 2 * line.size)
+// Pages of one column share an edge; other columns are told by their left edges.
+int PdfLineFlow::ColumnKey(const PdfLine& line) {
+    constexpr float kStep = 8;  // points
+    return line.margin_x1 > 0 ? -1 : static_cast<int>(std::lround(line.region_x0 / kStep));
+}
+
+// A line that goes on in the next one ends before the edge, and the next word goes beyond it: the
+// edge is where most lines agree. What sticks out of a column does not move it.
+void PdfLineFlow::LearnEdges(const std::vector<PdfLine>& lines) {
+    std::map<int, std::vector<std::pair<float, int>>> votes;
+    constexpr float kLongLine = 15;  // of the size
+    for (std::size_t index = 0; index + 1 < lines.size(); ++index) {
+        const PdfLine& line = lines[index];
+        const PdfLine& next = lines[index + 1];
+        if (line.direction != PdfDirection::Right || line.region != next.region ||
+            line.wide_gaps + next.wide_gaps + next.label > 0 || line.right_to_left ||
+            line.x1 - line.x0 < kLongLine * line.size)
             continue;
-        const int count = ++counts[std::lround(width / kStep)];
-        if (count > most) {
-            most = count;
-            width_ = width;
+        std::vector<std::pair<float, int>>& column = votes[ColumnKey(line)];
+        // An end comes before a start at the same place, and takes its vote back.
+        column.emplace_back(line.x1, 1);
+        column.emplace_back(line.x1 + next.first_word + line.blank, -1);
+    }
+    constexpr int kFewest = 4;
+    for (auto& [key, column] : votes) {
+        std::sort(column.begin(), column.end());
+        int open = 0;
+        int most = kFewest - 1;
+        for (const auto& [x, step] : column) {
+            open += step;
+            if (open > most) {
+                most = open;
+                edges_[key] = x;
+            }
         }
     }
 }
@@ -139,7 +170,7 @@ void PdfLineFlow::LearnBlock(const PdfLine* first, const PdfLine* last) {
         return;
     std::ptrdiff_t full = 0;
     for (const PdfLine* line = first; line < last; ++line) {
-        if (edge - line->x1 < line[1].first_word + kBlank * line->size)
+        if (edge - line->x1 < line[1].first_word + line->blank)
             ++full;
     }
     if (full * 5 < (last - first) * 4)
@@ -151,25 +182,22 @@ void PdfLineFlow::LearnBlock(const PdfLine* first, const PdfLine* last) {
 float PdfLineFlow::RightEdge(const PdfLine& line) const {
     if (line.direction != PdfDirection::Right)
         return line.region_x1;
-    return std::max(line.region_x1, line.region_x0 + width_);
-}
-
-float PdfLineFlow::Room(const PdfLine& line, float edge) const {
-    const float left = line.x0 - line.region_x0;
-    if (line.right_to_left)
-        return left;
-    const float right = edge - line.x1;
-    // A centred line has room on both sides.
-    const bool centered =
-        left > line.size && std::fabs(left - right) <= std::max(2.0F, kCenter * line.size);
-    return centered ? left + right : right;
+    const auto learned = edges_.find(ColumnKey(line));
+    return learned != edges_.end() ? learned->second : std::max(line.region_x1, line.margin_x1);
 }
 
 // A line that had room for the next word ends its paragraph.
 bool PdfLineFlow::IsFull(const PdfLine& line, const PdfLine& next) const {
     const float block_edge = block_edges_[static_cast<std::size_t>(&line - begin_)];
     const float edge = block_edge > 0 ? block_edge : RightEdge(line);
-    return Room(line, edge) < next.first_word + kBlank * line.size;
+    const float left = line.x0 - line.region_x0;
+    const float right = edge - line.x1;
+    float room = line.right_to_left ? left : right;
+    // Centred lines have room on both sides.
+    if (SameMiddle(line, next) && left > line.size &&
+        std::fabs(left - right) <= std::max(2.0F, kCenter * line.size))
+        room = left + right;
+    return room < next.first_word + line.blank;
 }
 
 bool PdfLineFlow::PitchFits(const PdfParagraphSoFar& paragraph, const PdfLine& next) const {
@@ -187,7 +215,7 @@ bool PdfLineFlow::PitchFits(const PdfParagraphSoFar& paragraph, const PdfLine& n
 
 bool PdfLineFlow::GoesOn(const PdfParagraphSoFar& paragraph, const PdfLine& next) const {
     const PdfLine& last = *paragraph.last;
-    if (next.label > 0 || next.wide_gaps > 0 || last.wide_gaps > 0)
+    if (next.label > 0 || next.wide_gaps > 0 || last.wide_gaps > 0 || HasLeader(last))
         return false;
     if (last.direction != next.direction || last.right_to_left != next.right_to_left ||
         !SameSize(last, next) || !PitchFits(paragraph, next))
@@ -196,12 +224,12 @@ bool PdfLineFlow::GoesOn(const PdfParagraphSoFar& paragraph, const PdfLine& next
     if (paragraph.lines > 1 && !(paragraph.centered && centered) &&
         std::fabs(Start(next) - paragraph.body_x0) > kIndent * next.size)
         return false;
-    if (IsHyphen(LastLetter(last)) && IsLowerCase(FirstLetter(next)))
+    if (IsPdfHyphen(LastLetter(last)) && IsPdfLowerCase(FirstLetter(next)))
         return true;
     if (IsFull(last, next))
         return true;
     const float width = RightEdge(last) - last.region_x0;
-    return IsLowerCase(FirstLetter(next)) && !EndsSentence(LastLetter(last)) &&
+    return IsPdfLowerCase(FirstLetter(next)) && !EndsSentence(LastLetter(last)) &&
            last.x1 - last.x0 > 0.5F * width;
 }
 
@@ -216,8 +244,8 @@ bool PdfLineFlow::GoesOnElsewhere(const PdfParagraphSoFar& paragraph, const PdfL
     // The first line of a new paragraph stands farther in than the body of the last.
     if (!last.right_to_left && next_indent > last_indent + kIndent * next.size)
         return false;
-    const bool goes_on = IsLowerCase(FirstLetter(next)) || !EndsSentence(LastLetter(last));
-    return goes_on && (IsHyphen(LastLetter(last)) || IsFull(last, next));
+    const bool goes_on = IsPdfLowerCase(FirstLetter(next)) || !EndsSentence(LastLetter(last));
+    return goes_on && (IsPdfHyphen(LastLetter(last)) || IsFull(last, next));
 }
 
 }  // namespace zorvane

@@ -33,16 +33,16 @@ class PdfLineFlow {
   private:
     static int SizeKey(const PdfLine& line);
     void LearnPitches(const std::vector<PdfLine>& lines);
-    void LearnWidth(const std::vector<PdfLine>& lines);
+    static int ColumnKey(const PdfLine& line);
+    void LearnEdges(const std::vector<PdfLine>& lines);
     void LearnBlocks(const std::vector<PdfLine>& lines);
     void LearnBlock(const PdfLine* first, const PdfLine* last);
     bool PitchFits(const PdfParagraphSoFar& paragraph, const PdfLine& next) const;
     bool IsFull(const PdfLine& line, const PdfLine& next) const;
-    float Room(const PdfLine& line, float edge) const;
 
     const PdfLine* begin_ = nullptr;
     std::map<int, float> pitches_;    // by size
-    float width_ = 0;                 // of most columns
+    std::map<int, float> edges_;      // by column
     std::vector<float> block_edges_;  // by line; 0 where the column's counts
 };
 

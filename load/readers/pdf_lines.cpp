@@ -5,9 +5,12 @@
 #include <limits>
 #include <utility>
 
+#include "load/readers/document_sink.h"
 #include "load/readers/pdf_line_builder.h"
+#include "load/readers/pdf_line_join.h"
 #include "load/readers/pdf_order.h"
 #include "load/readers/pdf_pleading.h"
+#include "load/readers/pdf_tables.h"
 
 namespace zorvane {
 namespace {
@@ -52,7 +55,12 @@ class PageLines {
         if (words.empty())
             return;
         const std::vector<PdfSegment> segments = SegmentsOf(page_.characters, std::move(words));
-        for (const PdfRegion& region : Regions(segments))
+        const std::vector<PdfRegion> regions = Regions(segments);
+        // Most pages have equal margins.
+        right_margin_ = regions.size() == 1 && direction == PdfDirection::Right
+                            ? page_.width - regions.front().x0
+                            : 0;
+        for (const PdfRegion& region : regions)
             AppendRegion(region, segments, direction);
     }
 
@@ -67,29 +75,100 @@ class PageLines {
     void AppendRegion(const PdfRegion& region, const std::vector<PdfSegment>& segments,
                       PdfDirection direction) {
         const std::uint32_t number = lines_.empty() ? 1 : lines_.back().region + 1;
-        std::vector<const PdfSegment*> row;
-        for (std::size_t index = 0; index < region.segments.size(); ++index) {
-            const PdfSegment& segment = segments[region.segments[index]];
-            if (!row.empty() && row.back()->row != segment.row)
-                AppendLine(row, region, number, direction);
-            row.push_back(&segment);
+        for (const PdfRowGroup& group : Groups(region, segments, direction)) {
+            PdfLine line = group.cells.empty() ? Built(group.line) : TableRow(group);
+            line.region = number;
+            line.region_x0 = region.x0;
+            line.region_x1 = region.x1;
+            line.margin_x1 = right_margin_;
+            line.page = number_;
+            line.direction = direction;
+            lines_.push_back(std::move(line));
         }
-        if (!row.empty())
-            AppendLine(row, region, number, direction);
     }
 
-    void AppendLine(std::vector<const PdfSegment*>& row, const PdfRegion& region,
-                    std::uint32_t number, PdfDirection direction) {
-        PdfLine* const before = lines_.size() > first_ ? &lines_.back() : nullptr;
-        PdfLine line = builder_.Build(row, before);
-        row.clear();
-        line.region = number;
-        line.region_x0 = region.x0;
-        line.region_x1 = region.x1;
-        line.page = number_;
-        line.direction = direction;
+    // The lines of a region; rows of tables only where the text flows.
+    std::vector<PdfRowGroup> Groups(const PdfRegion& region,
+                                    const std::vector<PdfSegment>& segments,
+                                    PdfDirection direction) const {
+        std::vector<PdfTableLine> rows;
+        for (const std::uint32_t number : region.segments) {
+            const PdfSegment& segment = segments[number];
+            if (rows.empty() || rows.back().segments.back()->row != segment.row)
+                rows.emplace_back();
+            rows.back().segments.push_back(&segment);
+        }
+        for (PdfTableLine& row : rows)
+            row.is_list_item = options_.by_layout || StartsWithLabel(*row.segments.front());
+        return GroupRows(rows,
+                         direction == PdfDirection::Right ? page_.rules : std::vector<PdfBox>());
+    }
+
+    bool StartsWithLabel(const PdfSegment& segment) const {
+        const PdfWord& word = segment.words.front();
+        constexpr std::uint32_t kLongest = 12;
+        if (segment.words.size() > 1 || word.count > kLongest)
+            return false;
+        std::u32string text;
+        for (std::uint32_t index = 0; index < word.count; ++index)
+            text += page_.characters[word.first + index].letter;
+        return LabelLength(text + U' ') > 0;
+    }
+
+    PdfLine* Last() { return lines_.size() > first_ ? &lines_.back() : nullptr; }
+
+    PdfLine Built(const PdfSegmentLine& row) {
+        PdfLine line = builder_.Build(row, Last());
         line.right_to_left = ReorderVisualLine(line.letters);
-        lines_.push_back(std::move(line));
+        return line;
+    }
+
+    PdfLine TableRow(const PdfRowGroup& group) {
+        PdfLine row;
+        bool begun = false;
+        for (std::size_t column = 0; column < group.cells.size(); ++column) {
+            PdfLine cell = Cell(group.cells[column], group.right_edges[column]);
+            if (!begun && !cell.letters.empty()) {
+                const std::vector<PdfLetter> before = std::move(row.letters);
+                row = cell;
+                row.letters = before;
+                begun = true;
+            }
+            row.letters.insert(row.letters.end(), cell.letters.begin(), cell.letters.end());
+            PdfLetter mark = row.letters.empty() ? PdfLetter{} : row.letters.back();
+            mark.letter = group.ruled ? static_cast<char32_t>(kCellEnd) : U'\t';
+            mark.underline = false;
+            mark.strikeout = false;
+            if (group.ruled || column + 1 < group.cells.size())
+                row.letters.push_back(mark);
+            row.x1 = std::max(row.x1, cell.x1);
+        }
+        row.label = 0;
+        row.wide_gaps = 1;
+        return row;
+    }
+
+    // The lines of a cell are one text, parted where the next word had had room.
+    PdfLine Cell(const std::vector<PdfSegmentLine>& cell_lines, float right_edge) {
+        PdfLine cell;
+        for (std::size_t index = 0; index < cell_lines.size(); ++index) {
+            PdfLine line = Built(cell_lines[index]);
+            if (index == 0) {
+                cell = std::move(line);
+                continue;
+            }
+            const bool had_room = cell.x1 + line.first_word + 0.3F * line.size < right_edge;
+            if (had_room) {
+                PdfLetter mark = line.letters.front();
+                mark.letter = static_cast<char32_t>(kLineInParagraph);
+                cell.letters.push_back(mark);
+                cell.letters.insert(cell.letters.end(), line.letters.begin(), line.letters.end());
+            } else {
+                JoinLetters(cell.letters, line.letters, options_.connect_hyphens);
+            }
+            cell.x1 = line.x1;
+        }
+        return cell;
     }
 
     const PdfPage& page_;
@@ -97,6 +176,7 @@ class PageLines {
     const PdfLineOptions& options_;
     std::vector<PdfLine>& lines_;
     std::size_t first_;
+    float right_margin_ = 0;
     PdfLineBuilder builder_;
 };
 

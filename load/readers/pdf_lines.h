@@ -26,13 +26,17 @@ struct PdfLine {
     float x0 = 0;
     float x1 = 0;
     float baseline = 0;
-    float size = 0;           ///< of most of its letters
+    float size = 0;      ///< of most of its letters
+    float smallest = 0;  ///< sizes of its letters, scripts left out
+    float largest = 0;
     std::uint32_t style = 0;  ///< of most of its letters
     float region_x0 = 0;      ///< the column
     float region_x1 = 0;
+    float margin_x1 = 0;       ///< on a page of one column, where its lines may end; else 0
     std::uint32_t region = 0;  ///< ascends in a document
     std::int32_t page = 0;
     float first_word = 0;         ///< width of its first word
+    float blank = 0;              ///< width of its blanks
     float text_x0 = 0;            ///< where the text behind a label begins; else `x0`
     std::uint32_t label = 0;      ///< letters of a number or bullet that a gap parts from the text
     std::uint32_t wide_gaps = 0;  ///< behind a label, none is counted
@@ -46,8 +50,9 @@ enum class PdfDocumentType : std::uint8_t { OneColumn = 1, ManyColumns = 2, Plea
 struct PdfLineOptions {
     PdfDocumentType document_type = PdfDocumentType::OneColumn;
     PdfHiddenText hidden;
-    bool by_layout = false;  ///< places kept by blanks, rows of the whole page as lines
-    bool links = false;      ///< addresses behind the texts
+    bool by_layout = false;        ///< places kept by blanks, rows of the whole page as lines
+    bool connect_hyphens = false;  ///< within the cells of a table
+    bool links = false;            ///< addresses behind the texts
 };
 
 /// Appends the lines of a page. The main direction comes first, then the others.

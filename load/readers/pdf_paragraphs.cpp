@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "load/readers/pdf_line_flow.h"
+#include "load/readers/pdf_line_join.h"
 
 namespace zorvane {
 namespace {
@@ -90,53 +91,6 @@ class Grouper {
     std::size_t current_ = kNone;
 };
 
-bool IsHyphen(char32_t letter) {
-    return letter == U'-' || letter == 0xAD || letter == 0x2010;
-}
-
-bool IsLetter(char32_t letter) {
-    return (letter | 0x20) >= U'a' ? (letter | 0x20) <= U'z' || letter >= 0xC0 : false;
-}
-
-bool IsLowerCase(char32_t letter) {
-    return (letter >= U'a' && letter <= U'z') || (letter >= 0xDF && letter <= 0xFF) ||
-           (letter >= 0x3AC && letter <= 0x3CE) || (letter >= 0x430 && letter <= 0x45F) ||
-           (letter >= 0x100 && letter <= 0x17F && letter % 2 == 1);
-}
-
-// Scripts that are set without blanks.
-bool IsIdeographic(char32_t letter) {
-    return (letter >= 0x3000 && letter <= 0x30FF) || (letter >= 0x3400 && letter <= 0x9FFF) ||
-           (letter >= 0xF900 && letter <= 0xFAFF) || (letter >= 0xFF00 && letter <= 0xFF60) ||
-           (letter >= 0x20000 && letter <= 0x3FFFF);
-}
-
-// Two lines of one paragraph: with a blank between them, or as one word.
-void JoinLine(std::vector<PdfLetter>& letters, const PdfLine& line, bool connect_hyphens) {
-    if (letters.empty() || line.letters.empty()) {
-        letters.insert(letters.end(), line.letters.begin(), line.letters.end());
-        return;
-    }
-    const char32_t last = letters.back().letter;
-    const char32_t first = line.letters.front().letter;
-    if (IsHyphen(last)) {
-        const bool within_word = letters.size() > 1 && IsLetter(letters[letters.size() - 2].letter);
-        const bool goes_on = within_word && IsLowerCase(first);
-        if (last == 0xAD || (goes_on && connect_hyphens))
-            letters.pop_back();
-        else if (!within_word)
-            letters.push_back({U' ', letters.back().style, letters.back().size});
-    } else if (!IsIdeographic(last) || !IsIdeographic(first)) {
-        PdfLetter blank = letters.back();
-        blank.letter = U' ';
-        blank.baseline = Baseline::Normal;
-        blank.underline &= line.letters.front().underline;
-        blank.strikeout &= line.letters.front().strikeout;
-        letters.push_back(blank);
-    }
-    letters.insert(letters.end(), line.letters.begin(), line.letters.end());
-}
-
 // A drawn soft hyphen is a hyphen.
 void ShowSoftHyphens(std::vector<PdfLetter>& letters) {
     for (PdfLetter& letter : letters) {
@@ -171,7 +125,7 @@ PdfParagraph ParagraphOf(const Group& group, const PdfParagraphOptions& options,
     PdfParagraph paragraph;
     paragraph.right_to_left = first.right_to_left;
     for (const PdfLine* const line : group.lines)
-        JoinLine(paragraph.letters, *line, options.connect_hyphens);
+        JoinLetters(paragraph.letters, line->letters, options.connect_hyphens);
     ShowSoftHyphens(paragraph.letters);
     if (options.by_layout)
         return paragraph;

@@ -36,6 +36,7 @@ PdfLineOptions LineOptions(const PdfRichOptions& options) {
     else if (options.lBCLDocumentType == 3)
         result.document_type = PdfDocumentType::Pleading;
     result.by_layout = options.lBCLConversionMethod == kLayout;
+    result.connect_hyphens = options.bConnectHyphens;
     result.links = options.bBCLExtractHyperlinks;
     // On a scanned page the invisible text is the text.
     result.hidden.drop_invisible_mode =

@@ -8,7 +8,9 @@ namespace zorvane {
 namespace {
 
 // All shares are shares of the font size.
-constexpr float kWordGap = 0.1F;       // a wider gap parts two words
+constexpr float kWordGap = 0.1F;  // a wider gap parts two words
+constexpr float kNarrowestBlank = 0.04F;
+constexpr float kJump = 0.4F;
 constexpr float kFarthestBack = 0.7F;  // an accent is drawn over the letter before it
 constexpr float kSameBaseline = 0.05F;
 constexpr float kSameSize = 0.05F;
@@ -16,7 +18,11 @@ constexpr float kTwinX = 0.15F;  // a word this near to an equal one is that wor
 constexpr float kTwinY = 0.2F;
 constexpr float kWideGap = 1.5F;             // where nothing says that a blank is meant
 constexpr float kWideGapBehindBlank = 2.5F;  // a justified line stretches its blanks
-constexpr float kSegmentGap = 0.9F;          // a gutter between columns may be this narrow
+constexpr float kOneRow = 0.12F;             // baselines of one row differ by no more
+constexpr float kNearRow = 0.4F;
+constexpr float kScriptSize = 0.85F;
+constexpr float kScriptGap = 0.4F;
+constexpr float kSegmentGap = 0.9F;  // a gutter between columns may be this narrow
 
 bool IsWanted(const PdfCharacter& character, PdfDirection direction, const PdfHiddenText& hidden) {
     if (character.direction != direction)
@@ -26,9 +32,9 @@ bool IsWanted(const PdfCharacter& character, PdfDirection direction, const PdfHi
     return character.hidden == PdfHidden::No || !hidden.drop_unseen;
 }
 
-bool Continues(const PdfWord& word, const PdfCharacter& last, const PdfCharacter& next) {
+bool Continues(const PdfWord& word, const PdfCharacter& next) {
     const float size = word.size;
-    const float gap = next.x0 - last.x1;
+    const float gap = next.x0 - word.x1;
     return std::fabs(next.baseline - word.baseline) <= kSameBaseline * size &&
            std::fabs(next.size - size) <= kSameSize * size && gap <= kWordGap * size &&
            gap >= -kFarthestBack * size;
@@ -56,45 +62,85 @@ struct Row {
     std::vector<PdfWord> words;
 };
 
-bool IsInRow(const Row& row, const PdfWord& word) {
-    const float smaller = std::min(row.size, word.size);
-    const float top = std::max(row.baseline - 0.75F * row.size, word.baseline - 0.75F * word.size);
-    const float bottom =
-        std::min(row.baseline + 0.25F * row.size, word.baseline + 0.25F * word.size);
-    return bottom - top >= 0.5F * smaller &&
-           std::fabs(row.baseline - word.baseline) <= 0.75F * smaller;
+float Top(const Row& row) {
+    return row.baseline - 0.75F * row.size;
+}
+float Bottom(const Row& row) {
+    return row.baseline + 0.25F * row.size;
 }
 
-void AddToRow(Row& row, const PdfWord& word) {
-    // The largest words carry the row; what is raised or lowered is smaller.
-    if (word.size > row.size * 1.05F) {
-        row.size = word.size;
-        row.baseline = word.baseline;
+void SortByPlace(std::vector<PdfWord>& words) {
+    std::stable_sort(words.begin(), words.end(),
+                     [](const PdfWord& a, const PdfWord& b) { return a.x0 < b.x0; });
+}
+
+// The largest words carry a row; what is raised or lowered is smaller.
+void SettleRow(Row& row) {
+    row.size = 0;
+    for (const PdfWord& word : row.words) {
+        if (word.size > row.size * 1.05F) {
+            row.size = word.size;
+            row.baseline = word.baseline;
+        }
     }
-    row.words.push_back(word);
 }
 
-std::vector<Row> RowsOf(std::vector<PdfWord> words) {
+// Words on one baseline, from top to bottom.
+std::vector<Row> BaselinesOf(std::vector<PdfWord> words) {
     std::stable_sort(words.begin(), words.end(),
                      [](const PdfWord& a, const PdfWord& b) { return a.baseline < b.baseline; });
     std::vector<Row> rows;
-    constexpr std::size_t kLookedAt = 3;  // rows that may still be open at a baseline
     for (const PdfWord& word : words) {
-        const std::size_t end = rows.size();
-        std::size_t best = end;
-        for (std::size_t index = end > kLookedAt ? end - kLookedAt : 0; index < end; ++index) {
-            if (IsInRow(rows[index], word) &&
-                (best == end || std::fabs(rows[index].baseline - word.baseline) <
-                                    std::fabs(rows[best].baseline - word.baseline)))
-                best = index;
-        }
-        if (best == end)
+        if (rows.empty() ||
+            word.baseline - rows.back().baseline > kOneRow * std::min(word.size, rows.back().size))
             rows.push_back({word.baseline, word.size, {}});
-        AddToRow(rows[best], word);
+        rows.back().words.push_back(word);
     }
-    std::stable_sort(rows.begin(), rows.end(),
-                     [](const Row& a, const Row& b) { return a.baseline < b.baseline; });
+    for (Row& row : rows) {
+        SettleRow(row);
+        SortByPlace(row.words);
+    }
     return rows;
+}
+
+// Whether a raised or lowered word stands at, or within, the words of a row.
+bool IsScriptOf(const Row& host, const PdfWord& word) {
+    if (word.size > kScriptSize * host.size)
+        return false;
+    const Row alone{word.baseline, word.size, {}};
+    const float common = std::min(Bottom(host), Bottom(alone)) - std::max(Top(host), Top(alone));
+    if (common < 0.5F * word.size || std::fabs(host.baseline - word.baseline) > 0.6F * host.size)
+        return false;
+    auto next = std::lower_bound(host.words.begin(), host.words.end(), word.x0,
+                                 [](const PdfWord& each, float x) { return each.x0 < x; });
+    const float reach = kScriptGap * host.size;
+    if (next != host.words.end() && next->x0 - word.x1 <= reach)
+        return true;
+    return next != host.words.begin() && word.x0 - (--next)->x1 <= reach;
+}
+
+// Moves scripts from their own baselines to the row that they belong to.
+void AttachScripts(std::vector<Row>& rows) {
+    constexpr std::size_t kLookedAt = 6;  // rows above and below
+    for (std::size_t index = 0; index < rows.size(); ++index) {
+        Row& row = rows[index];
+        const std::size_t first = index > kLookedAt ? index - kLookedAt : 0;
+        const std::size_t end = std::min(rows.size(), index + kLookedAt + 1);
+        std::erase_if(row.words, [&](const PdfWord& word) {
+            for (std::size_t host = first; host < end; ++host) {
+                if (host == index || !IsScriptOf(rows[host], word))
+                    continue;
+                rows[host].words.insert(
+                    std::upper_bound(
+                        rows[host].words.begin(), rows[host].words.end(), word,
+                        [](const PdfWord& a, const PdfWord& b) { return a.x0 < b.x0; }),
+                    word);
+                return true;
+            }
+            return false;
+        });
+    }
+    std::erase_if(rows, [](const Row& row) { return row.words.empty(); });
 }
 
 void DropTwins(const std::vector<PdfCharacter>& characters, std::vector<PdfWord>& words) {
@@ -113,21 +159,28 @@ void DropTwins(const std::vector<PdfCharacter>& characters, std::vector<PdfWord>
     words.resize(kept);
 }
 
+// Where blanks are drawn, a gap without one leads to another cell.
+bool IsJump(const PdfWord& left, const PdfWord& right) {
+    return right.jump_before && !left.blank_after;
+}
+
 bool PartsSegments(const PdfWord& left, const PdfWord& right) {
     const float size = std::max(left.size, right.size);
     const float gap = right.x0 - left.x1;
+    if (IsJump(left, right))
+        return gap > size * kJump;
     const bool neighbours = right.number == left.number + 1;
     return gap > size * (neighbours ? kWideGap : kSegmentGap);
 }
 
-void AddSegments(Row& row, std::uint32_t number, std::vector<PdfSegment>& segments) {
+void AddSegments(const Row& row, std::vector<PdfSegment>& segments) {
     bool open = false;
     float right = 0;  // the farthest end so far: a small word may lie within a wide one
     for (const PdfWord& word : row.words) {
         if (open && PartsSegments(segments.back().words.back(), word) && word.x0 > right)
             open = false;
         if (!open) {
-            segments.push_back({{}, word.x0, word.x1, row.baseline, row.size, number});
+            segments.push_back({{}, word.x0, word.x1, row.baseline, row.size, 0});
             right = word.x1;
             open = true;
         }
@@ -149,6 +202,40 @@ void SettleBaseline(PdfSegment& segment) {
     }
 }
 
+// Segments of nearly one height that leave each other room are one row to a reader.
+void NumberRows(std::vector<PdfSegment>& segments) {
+    constexpr std::size_t kMostLooked = 40;
+    std::size_t first = 0;  // of the row
+    std::uint32_t number = 0;
+    for (std::size_t index = 0; index < segments.size(); ++index) {
+        PdfSegment& segment = segments[index];
+        const float size = std::min(segment.size, segments[first].size);
+        bool joins = std::fabs(segment.baseline - segments[first].baseline) <= kNearRow * size;
+        const std::size_t from = index - first > kMostLooked ? index - kMostLooked : first;
+        for (std::size_t other = from; joins && other < index; ++other)
+            joins = segment.x0 >= segments[other].x1 || segment.x1 <= segments[other].x0;
+        if (!joins) {
+            first = index;
+            ++number;
+        }
+        segment.row = number;
+    }
+    std::stable_sort(segments.begin(), segments.end(),
+                     [](const PdfSegment& a, const PdfSegment& b) {
+                         return a.row != b.row ? a.row < b.row : a.x0 < b.x0;
+                     });
+}
+
+void FindJumps(std::vector<PdfWord>& words) {
+    std::size_t blanks = 0;
+    for (const PdfWord& word : words)
+        blanks += word.blank_before ? 1U : 0U;
+    if (blanks * 2 < words.size())
+        return;
+    for (PdfWord& word : words)
+        word.jump_before = !word.blank_before;
+}
+
 }  // namespace
 
 bool IsPdfBlank(char32_t letter) {
@@ -162,9 +249,13 @@ PdfGap GapBetween(const PdfWord& left, const PdfWord& right) {
     const float gap = right.x0 - left.x1;
     const bool neighbours = right.number == left.number + 1;
     const bool blank = neighbours && (left.blank_after || right.blank_before);
+    if (IsJump(left, right) && gap > size * kJump)
+        return PdfGap::Wide;
     if (gap > size * (blank ? kWideGapBehindBlank : kWideGap))
         return PdfGap::Wide;
-    return blank || gap > size * kWordGap || left.blank_after ? PdfGap::Blank : PdfGap::None;
+    // A blank may be drawn somewhere else.
+    const bool drawn = (left.blank_after || right.blank_before) && gap > size * kNarrowestBlank;
+    return drawn || gap > size * kWordGap ? PdfGap::Blank : PdfGap::None;
 }
 
 std::vector<PdfWord> WordsOf(const std::vector<PdfCharacter>& characters, PdfDirection direction,
@@ -190,7 +281,7 @@ std::vector<PdfWord> WordsOf(const std::vector<PdfCharacter>& characters, PdfDir
             open = false;
             continue;
         }
-        if (!open || !Continues(words.back(), characters[last], character)) {
+        if (!open || !Continues(words.back(), character)) {
             PdfWord word;
             word.first = static_cast<std::uint32_t>(index);
             word.x0 = character.x0;
@@ -209,21 +300,22 @@ std::vector<PdfWord> WordsOf(const std::vector<PdfCharacter>& characters, PdfDir
         blank = false;
         last = index;
     }
+    FindJumps(words);
     return words;
 }
 
 std::vector<PdfSegment> SegmentsOf(const std::vector<PdfCharacter>& characters,
                                    std::vector<PdfWord> words) {
+    std::vector<Row> rows = BaselinesOf(std::move(words));
+    AttachScripts(rows);
     std::vector<PdfSegment> segments;
-    std::uint32_t number = 0;
-    for (Row& row : RowsOf(std::move(words))) {
-        std::stable_sort(row.words.begin(), row.words.end(),
-                         [](const PdfWord& a, const PdfWord& b) { return a.x0 < b.x0; });
+    for (Row& row : rows) {
         DropTwins(characters, row.words);
-        AddSegments(row, number++, segments);
+        AddSegments(row, segments);
     }
     for (PdfSegment& segment : segments)
         SettleBaseline(segment);
+    NumberRows(segments);
     return segments;
 }
 

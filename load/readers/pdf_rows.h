@@ -21,6 +21,7 @@ struct PdfWord {
     std::uint32_t number = 0;  ///< in the order of drawing
     bool blank_before = false;
     bool blank_after = false;
+    bool jump_before = false;  ///< no blank before it on a page that draws its blanks
 };
 
 /// Words on one baseline that no wide gap parts. Small raised or lowered ones belong to it.

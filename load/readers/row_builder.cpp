@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t kMostPadding = std::size_t{64} << 20;
 // Text of one row and of one sheet. One long text may stand in each of a million cells.
 constexpr std::size_t kMostRowBytes = std::size_t{64} << 20;
-constexpr std::size_t kMostSheetBytes = std::size_t{512} << 20;
+constexpr std::size_t kMostSheetBytes = kMaxPartBytes;
 
 }  // namespace
 
@@ -41,22 +41,23 @@ void RowBuilder::Put(std::int32_t column, const Cell& cell) {
     if (column < 0 || column >= kMaxSheetColumns)
         return;
     const auto index = static_cast<std::size_t>(column);
-    if (index >= cells_.size()) {
-        padding_ += index - cells_.size();
+    if (index >= cells_.size())
         cells_.resize(index + 1);
-    }
     cells_[index] = cell;
 }
 
-bool RowBuilder::WithinBounds() {
+bool RowBuilder::WithinBounds(std::int32_t repeated) {
+    const auto times = static_cast<std::size_t>(repeated);
     padding_ += static_cast<std::size_t>(row_ - next_row_);
-    for (const Cell& cell : cells_)
-        bytes_ += cell.size;
+    for (const Cell& cell : cells_) {
+        bytes_ += cell.size * times;
+        padding_ += cell.size == 0 ? times : 0;
+    }
     too_large_ = too_large_ || padding_ > kMostPadding || bytes_ > kMostSheetBytes;
     return !too_large_;
 }
 
-bool RowBuilder::HandOver() {
+bool RowBuilder::HandOver(std::int32_t repeated) {
     views_.clear();
     for (; next_row_ < row_; ++next_row_) {
         if (!sink_(views_))
@@ -65,18 +66,22 @@ bool RowBuilder::HandOver() {
     for (const Cell& cell : cells_)
         views_.emplace_back(cell.data == nullptr ? text_.data() + cell.offset : cell.data,
                             cell.size);
-    ++next_row_;
-    return sink_(views_);
+    for (std::int32_t i = 0; i < repeated; ++i, ++next_row_) {
+        if (!sink_(views_))
+            return false;
+    }
+    return true;
 }
 
-bool RowBuilder::EndRow() {
+bool RowBuilder::EndRow(std::int32_t repeated) {
     if (too_large_)
         return false;
     if (cells_.empty() || row_ >= kMaxSheetRows)
         return true;
-    if (!WithinBounds())
+    repeated = std::clamp(repeated, 1, kMaxSheetRows - row_);
+    if (!WithinBounds(repeated))
         return false;
-    cancelled_ = !HandOver();
+    cancelled_ = !HandOver(repeated);
     cells_.clear();
     return !cancelled_;
 }

@@ -24,8 +24,9 @@ class RowBuilder {
     void EndCell(std::int32_t column);
     /// A cell whose text lives longer than the row and is not copied.
     void AddCell(std::int32_t column, std::string_view text);
-    /// Hands the row over, with empty rows before it. False when the reading is to end.
-    bool EndRow();
+    /// Hands the row over, with empty rows before it, and as often as it repeats. False when the
+    /// reading is to end.
+    bool EndRow(std::int32_t repeated = 1);
 
     /// Why EndRow gave false.
     ReadEnd End() const;
@@ -37,8 +38,8 @@ class RowBuilder {
         std::size_t size = 0;
     };
     void Put(std::int32_t column, const Cell& cell);
-    bool WithinBounds();
-    bool HandOver();
+    bool WithinBounds(std::int32_t repeated);
+    bool HandOver(std::int32_t repeated);
 
     const RowSink& sink_;
     std::string text_;

@@ -94,14 +94,26 @@ SlideStyleChain SlideDesign::ChainFor(const SlidePlaceholder& placeholder,
     if (placeholder.is_one) {
         add(Child(Child(root, "txStyles"), MasterStyleOf(placeholder)));
         add(Child(root, "notesStyle"));
+    }
+    const std::vector<pugi::xml_node> models = ModelsOf(placeholder);
+    for (auto model = models.rbegin(); model != models.rend(); ++model)
+        add(StyleListOf(*model));
+    return chain;
+}
+
+std::vector<pugi::xml_node> SlideDesign::ModelsOf(const SlidePlaceholder& placeholder) const {
+    std::vector<pugi::xml_node> models;
+    if (!placeholder.is_one)
+        return models;
+    if (layout != nullptr)
+        models.push_back(layout->Match(placeholder));
+    if (master != nullptr) {
         // Numbers of placeholders are those of the layout; the master knows families alone.
         SlidePlaceholder family = placeholder;
         family.index = {};
-        add(StyleListOf(master->Match(family)));
+        models.push_back(master->Match(family));
     }
-    if (placeholder.is_one && layout != nullptr)
-        add(StyleListOf(layout->Match(placeholder)));
-    return chain;
+    return models;
 }
 
 const SlideDesignPart* SlideDesigns::Part(const std::string& name) {

@@ -50,6 +50,8 @@ struct SlideDesign {
     const SlideDesignPart* master = nullptr;
     SlideTheme theme;
 
+    /// The placeholders of layout and master that one takes after, the nearest first.
+    std::vector<pugi::xml_node> ModelsOf(const SlidePlaceholder& placeholder) const;
     /// The styles of a shape's text from general to near, without those of the shape itself.
     /// `common` are those of the deck.
     SlideStyleChain ChainFor(const SlidePlaceholder& placeholder,

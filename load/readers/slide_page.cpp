@@ -29,7 +29,7 @@ SlideLevelStyle BaseOf(const pugi::xml_node& shape, const SlideTheme& theme) {
 
 ReadEnd SlidePageWriter::Write(const pugi::xml_node& tree, SlidePart part) {
     end_ = ReadEnd::Ok();
-    for (const pugi::xml_node& shape : ShapesOf(tree)) {
+    for (const pugi::xml_node& shape : ShapesOf(tree, &page_.design)) {
         if (!IsWanted(shape, part))
             continue;
         ++shape_number_;
@@ -57,7 +57,7 @@ void SlidePageWriter::NumberLine() {
 
 void SlidePageWriter::TextShape(const pugi::xml_node& shape) {
     const pugi::xml_node body = Child(shape, "txBody");
-    if (!SlideTextWriter::HasText(body))
+    if (!text_.HasText(body))
         return;
     NumberLine();
     SlideStyleChain chain = page_.design.ChainFor(PlaceholderOf(shape), page_.common_style);
@@ -109,7 +109,7 @@ bool SlidePageWriter::DiagramDrawing(const pugi::xml_node& model) {
         if (!reference || !Open(std::string(Attribute(reference, "relId")), drawing))
             continue;
         for (const pugi::xml_node& shape :
-             ShapesOf(Child(drawing.Root(), "spTree"), ShapeOrder::File))
+             ShapesOf(Child(drawing.Root(), "spTree"), nullptr, ShapeOrder::File))
             TextShape(shape);
         return true;
     }
@@ -120,7 +120,7 @@ void SlidePageWriter::DiagramPoints(const pugi::xml_node& model) {
     for (const pugi::xml_node& point : Child(model, "ptLst").children()) {
         const std::string_view type = Attribute(point, "type");
         const pugi::xml_node body = Child(point, "t");
-        if ((!type.empty() && type != "node" && type != "asst") || !SlideTextWriter::HasText(body))
+        if ((!type.empty() && type != "node" && type != "asst") || !text_.HasText(body))
             continue;
         NumberLine();
         text_.Body(body, page_.design.ChainFor({}, page_.common_style), PlainSlideStyle());

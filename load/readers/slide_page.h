@@ -32,7 +32,6 @@ class SlidePageWriter {
     SlidePageWriter(Package& package, ParagraphWriter& writer, const SlidePage& page,
                     std::unordered_set<std::string>& drawings)
         : package_(package),
-          writer_(writer),
           page_(page),
           text_(writer, page.design.theme, page.number),
           drawings_(drawings) {}
@@ -52,7 +51,6 @@ class SlidePageWriter {
     bool Open(const std::string& id, XmlPart& part);
 
     Package& package_;
-    ParagraphWriter& writer_;
     const SlidePage& page_;
     SlideTextWriter text_;
     std::unordered_set<std::string>& drawings_;

@@ -74,6 +74,7 @@ class SlideDeck {
     std::int32_t first_number_ = 1;
     // In the order of their first use, so that the text of backgrounds keeps its order.
     std::vector<std::pair<const SlideDesignPart*, const SlideDesign*>> backgrounds_;
+    std::unordered_set<const SlideDesignPart*> used_;
     std::unordered_set<std::string> drawings_;
 };
 
@@ -85,7 +86,7 @@ ReadEnd SlideDeck::Open() {
         return end;
     if (!Is(presentation_.Root(), "presentation"))
         return ReadEnd::Fault(ReadError::WrongFormat, "the file holds no slides");
-    first_number_ = NumberOf(Attribute(presentation_.Root(), "firstSlideNum"), 1);
+    first_number_ = std::max(NumberOf(Attribute(presentation_.Root(), "firstSlideNum"), 1), 0);
     const SlideRelations relations = ReadRelationships(package_, name);
     std::unordered_set<std::string> seen;
     for (const pugi::xml_node& entry : Child(presentation_.Root(), "sldIdLst").children()) {
@@ -114,7 +115,8 @@ ReadEnd SlideDeck::Slide(std::int32_t slide) {
                          options_.show_numbers};
     SlidePageWriter writer(package_, writer_, page, drawings_);
     if (options_.show_numbers)
-        SlideTextWriter(writer_, design.theme, 0).Line("Slide " + std::to_string(slide));
+        SlideTextWriter(writer_, design.theme, kNoSlideNumber)
+            .Line("Slide " + std::to_string(slide));
     if (!options_.notes_only) {
         UseDesign(part.Root(), design);
         ReadEnd end = writer.Write(Child(Child(part.Root(), "cSld"), "spTree"), SlidePart::All);
@@ -135,15 +137,14 @@ ReadEnd SlideDeck::Notes(std::int32_t number, const SlideRelations& relations) {
     const SlideDesign& design = designs_.Of(own);
     const SlidePage page{own, design, CommonStyle(), number, false};
     if (options_.show_numbers && !options_.notes_only)
-        SlideTextWriter(writer_, design.theme, 0).Line("Notes:");
+        SlideTextWriter(writer_, design.theme, kNoSlideNumber).Line("Notes:");
     SlidePageWriter writer(package_, writer_, page, drawings_);
     return writer.Write(Child(Child(part.Root(), "cSld"), "spTree"), SlidePart::NotesBody);
 }
 
 void SlideDeck::UseDesign(const pugi::xml_node& slide, const SlideDesign& design) {
     const auto use = [&](const SlideDesignPart* part) {
-        const auto same = [part](const auto& used) { return used.first == part; };
-        if (part != nullptr && std::none_of(backgrounds_.begin(), backgrounds_.end(), same))
+        if (part != nullptr && used_.insert(part).second)
             backgrounds_.emplace_back(part, &design);
     };
     const std::string_view shows = Attribute(slide, "showMasterSp");
@@ -158,7 +159,7 @@ void SlideDeck::UseDesign(const pugi::xml_node& slide, const SlideDesign& design
 // a text document are.
 ReadEnd SlideDeck::Backgrounds() {
     for (const auto& [part, design] : backgrounds_) {
-        const SlidePage page{part->relations, *design, CommonStyle(), 0, false};
+        const SlidePage page{part->relations, *design, CommonStyle(), kNoSlideNumber, false};
         SlidePageWriter writer(package_, writer_, page, drawings_);
         if (ReadEnd end = writer.Write(part->Shapes(), SlidePart::OwnShapes); !end.ok())
             return end;

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "load/readers/slide_designs.h"
 #include "load/readers/xml_part.h"
 
 namespace zorvane {
@@ -13,11 +14,11 @@ enum class ShapeOrder : std::uint8_t {
     File      ///< as they stand, for drawings that a program has laid out
 };
 
-/// Title; the other placeholders as they stand in the file (that is the order of the layout); then
-/// what lies free, by rows from the top and from the left in a row, a group as one; at last date,
-/// footer and number. Groups are opened, the chosen branch of alternate content stands for it,
-/// hidden shapes are left out.
-std::vector<pugi::xml_node> ShapesOf(const pugi::xml_node& tree,
+/// The title; then what lies on the slide as `PutInReadingOrder` says, a group as one; at last
+/// date, footer and number. Groups are opened, the chosen branch of alternate content stands for
+/// it, hidden shapes are left out. A placeholder without a place of its own lies where `design`
+/// says.
+std::vector<pugi::xml_node> ShapesOf(const pugi::xml_node& tree, const SlideDesign* design,
                                      ShapeOrder order = ShapeOrder::Reading);
 
 }  // namespace zorvane

@@ -171,13 +171,15 @@ SlideLevelStyle PlainSlideStyle() {
     return style;
 }
 
-void ApplyColor(const pugi::xml_node& holder, const SlideTheme& theme, CharFormat& format) {
-    const std::optional<Color> color = theme.ColorIn(holder);
-    if (!color)
-        return;
+void SetVisibleColor(Color color, CharFormat& format) {
     format.fore_color.reset();
-    if (color->value != 0 && !IsNearlyWhite(*color))
+    if (color.value != 0 && !IsNearlyWhite(color))
         format.fore_color = color;
+}
+
+void ApplyColor(const pugi::xml_node& holder, const SlideTheme& theme, CharFormat& format) {
+    if (const std::optional<Color> color = theme.ColorIn(holder))
+        SetVisibleColor(*color, format);
 }
 
 void ApplyRun(const pugi::xml_node& properties, const SlideTheme& theme, SlideRunStyle& style) {

@@ -45,6 +45,8 @@ void ApplyRun(const pugi::xml_node& properties, const SlideTheme& theme, SlideRu
 /// Puts paragraph properties (pPr, lvl1pPr) on top, the run properties in them included.
 void ApplyParagraph(const pugi::xml_node& properties, const SlideTheme& theme,
                     SlideLevelStyle& style);
+/// Sets the colour of text unless a white page would swallow it or it is black.
+void SetVisibleColor(Color color, CharFormat& format);
 /// As above for the colour of a shape's style.
 void ApplyColor(const pugi::xml_node& holder, const SlideTheme& theme, CharFormat& format);
 

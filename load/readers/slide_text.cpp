@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/text_encoding.h"
+#include "load/readers/list_numbers.h"
 #include "load/readers/slide_symbols.h"
 
 namespace zorvane {
@@ -10,35 +11,6 @@ namespace {
 
 constexpr std::string_view kLine(&kLineInParagraph, 1);
 constexpr std::string_view kCell(&kCellEnd, 1);
-
-std::string Letters(std::int32_t number, char first) {
-    // Behind z comes aa, then bb.
-    const std::int32_t letter = (number - 1) % 26;
-    const std::int32_t times = std::min((number - 1) / 26 + 1, 32);
-    return std::string(static_cast<std::size_t>(times), static_cast<char>(first + letter));
-}
-
-std::string Roman(std::int32_t number, bool upper) {
-    constexpr std::array<std::pair<std::int32_t, std::string_view>, 13> kDigits = {{{1000, "M"},
-                                                                                    {900, "CM"},
-                                                                                    {500, "D"},
-                                                                                    {400, "CD"},
-                                                                                    {100, "C"},
-                                                                                    {90, "XC"},
-                                                                                    {50, "L"},
-                                                                                    {40, "XL"},
-                                                                                    {10, "X"},
-                                                                                    {9, "IX"},
-                                                                                    {5, "V"},
-                                                                                    {4, "IV"},
-                                                                                    {1, "I"}}};
-    std::string text;
-    for (const auto& [value, letters] : kDigits) {
-        for (; number >= value; number -= value)
-            text += letters;
-    }
-    return upper ? text : ToLower(text);
-}
 
 std::string Circled(std::int32_t number) {
     if (number > 20)
@@ -71,14 +43,16 @@ bool IsBlank(std::string_view text) {
 }
 
 // Any text element below: those of runs and fields, and those of formulas.
-bool HoldsText(const pugi::xml_node& node, int depth) {
-    if (depth > kMaxDepth)
+bool HoldsText(const pugi::xml_node& node, bool with_fields, int depth) {
+    const bool field = Is(node, "fld");
+    if (depth > kMaxDepth || (field && !with_fields))
         return false;
     for (const pugi::xml_node& child : node.children()) {
-        if (Is(child, "t") ? !IsBlank(child.child_value()) : HoldsText(child, depth + 1))
+        if (Is(child, "t") ? !IsBlank(child.child_value())
+                           : HoldsText(child, with_fields, depth + 1))
             return true;
     }
-    return Is(node, "fld") && Attribute(node, "type") == "slidenum";
+    return field && Attribute(node, "type") == "slidenum";
 }
 
 std::int32_t LevelOf(const pugi::xml_node& properties) {
@@ -94,13 +68,13 @@ bool IsOn(std::string_view value) {
 std::string SlideNumberText(std::string_view scheme, std::int32_t number) {
     std::string text;
     if (scheme.starts_with("alphaLc"))
-        text = Letters(number, 'a');
+        text = NumberText(number, NumberStyle::LowerLetter, true);
     else if (scheme.starts_with("alphaUc"))
-        text = Letters(number, 'A');
+        text = NumberText(number, NumberStyle::UpperLetter, true);
     else if (scheme.starts_with("romanLc"))
-        text = Roman(number, false);
+        text = NumberText(number, NumberStyle::LowerRoman);
     else if (scheme.starts_with("romanUc"))
-        text = Roman(number, true);
+        text = NumberText(number, NumberStyle::UpperRoman);
     else if (scheme.starts_with("circleNum"))
         text = Circled(number);
     else
@@ -139,8 +113,8 @@ pugi::xml_node ChosenBranch(const pugi::xml_node& alternate_content) {
     return Child(alternate_content, "Fallback");
 }
 
-bool SlideTextWriter::HasText(const pugi::xml_node& body) {
-    return HoldsText(body, 0);
+bool SlideTextWriter::HasText(const pugi::xml_node& body) const {
+    return HoldsText(body, slide_number_ != kNoSlideNumber, 0);
 }
 
 void SlideTextWriter::Body(const pugi::xml_node& body, const SlideStyleChain& chain,
@@ -161,7 +135,7 @@ void SlideTextWriter::Body(const pugi::xml_node& body, const SlideStyleChain& ch
         ApplyParagraph(properties, theme_, style);
         writer_.SetFormat(style.paragraph);
         // An empty paragraph shows no bullet and takes no number.
-        if (HoldsText(paragraph, 0)) {
+        if (HasText(paragraph)) {
             std::string label = CleanText(numbering.Next(style.bullet, level));
             SlideRunStyle first = style.run;
             ApplyRun(Child(Child(paragraph, "r"), "rPr"), theme_, first);
@@ -200,7 +174,10 @@ void SlideTextWriter::Run(const pugi::xml_node& run, const SlideRunStyle& style)
     SlideRunStyle own = style;
     ApplyRun(Child(run, "rPr"), theme_, own);
     // What is kept of the slide's number is from the last time that it was shown.
-    if (Is(run, "fld") && Attribute(run, "type") == "slidenum" && slide_number_ > 0) {
+    const bool field = Is(run, "fld");
+    if (field && slide_number_ == kNoSlideNumber)
+        return;
+    if (field && Attribute(run, "type") == "slidenum") {
         Put(std::to_string(slide_number_), own);
         return;
     }
@@ -254,7 +231,7 @@ void SlideTextWriter::Cell(const pugi::xml_node& cell, const SlideStyleChain& ch
             Put(kLine, style.run);
         first = false;
         // A label in the middle of a row would end in a tab, as cells do.
-        if (HoldsText(paragraph, 0)) {
+        if (HasText(paragraph)) {
             const std::string label = CleanText(numbering.Next(style.bullet, level));
             if (!label.empty())
                 writer_.Text(label + " ", style.run.format);

@@ -35,12 +35,16 @@ std::string SlideNumberText(std::string_view scheme, std::int32_t number);
 /// known here, otherwise the fallback.
 pugi::xml_node ChosenBranch(const pugi::xml_node& alternate_content);
 
+/// In place of a slide's number: a background, whose fields have nothing to show yet.
+inline constexpr std::int32_t kNoSlideNumber = -1;
+
 class SlideTextWriter {
   public:
     SlideTextWriter(ParagraphWriter& writer, const SlideTheme& theme, std::int32_t slide_number)
         : writer_(writer), theme_(theme), slide_number_(slide_number) {}
 
-    static bool HasText(const pugi::xml_node& body);
+    /// True when something in the body would be seen.
+    bool HasText(const pugi::xml_node& body) const;
     /// Each paragraph of the body, empty ones between too. `base` lies under the chain.
     void Body(const pugi::xml_node& body, const SlideStyleChain& chain,
               const SlideLevelStyle& base);

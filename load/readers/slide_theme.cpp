@@ -15,14 +15,6 @@ struct Rgb {
     double blue = 0;
 };
 
-std::optional<Color> FromHex(std::string_view text) {
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
-    if (error != std::errc() || text.size() != 6 || end != text.data() + 6)
-        return std::nullopt;
-    return Color{(number >> 16) | (number & 0xFF00) | ((number & 0xFF) << 16)};
-}
-
 std::optional<Color> FromPresetName(std::string_view name) {
     constexpr std::array<std::pair<std::string_view, std::int32_t>, 12> kNames = {
         {{"black", 0x000000},
@@ -97,6 +89,14 @@ Color Changed(Color color, const pugi::xml_node& definition) {
 
 }  // namespace
 
+std::optional<Color> ColorFromHex(std::string_view text) {
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
+    if (error != std::errc() || text.size() != 6 || end != text.data() + 6)
+        return std::nullopt;
+    return Color{(number >> 16) | (number & 0xFF00) | ((number & 0xFF) << 16)};
+}
+
 SlideTheme::SlideTheme(const pugi::xml_node& theme) {
     const pugi::xml_node elements = Child(theme, "themeElements");
     const pugi::xml_node fonts = Child(elements, "fontScheme");
@@ -143,11 +143,11 @@ std::optional<Color> SlideTheme::ColorIn(const pugi::xml_node& holder) const {
         if (first)
             return;
         if (Is(definition, "srgbClr"))
-            first = FromHex(Attribute(definition, "val"));
+            first = ColorFromHex(Attribute(definition, "val"));
         else if (Is(definition, "schemeClr"))
             first = SchemeColor(Attribute(definition, "val"));
         else if (Is(definition, "sysClr"))
-            first = FromHex(Attribute(definition, "lastClr"));
+            first = ColorFromHex(Attribute(definition, "lastClr"));
         else if (Is(definition, "prstClr"))
             first = FromPresetName(Attribute(definition, "val"));
         if (first)

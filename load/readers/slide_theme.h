@@ -44,6 +44,9 @@ inline pugi::xml_node StylePart(const pugi::xml_node& node, std::string_view loc
     return found;
 }
 
+/// "4472C4" as a colour.
+std::optional<Color> ColorFromHex(std::string_view text);
+
 class SlideTheme {
   public:
     SlideTheme() = default;

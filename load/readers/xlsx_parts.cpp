@@ -17,13 +17,15 @@ constexpr std::size_t kMostTexts = std::size_t{16} << 20;
 // True for what General shows as it is written: "12", "-3.25", but not "1E5", "1.50" or "007".
 bool IsPlain(std::string_view number) {
     constexpr std::size_t kWidth = 11;
+    if (number == "0")
+        return true;
     if (number.starts_with('-'))
         number.remove_prefix(1);
     if (number.empty() || number.size() > kWidth)
         return false;
     const std::size_t whole = std::min(number.find_first_not_of("0123456789"), number.size());
     if (whole == 0 || (number[0] == '0' && (whole > 1 || number.size() == 1)))
-        return number == "0";
+        return false;
     if (whole == number.size())
         return true;
     return number[whole] == '.' && whole + 1 < number.size() && number.back() != '0' &&
@@ -122,13 +124,6 @@ SheetStyles SheetStyles::Plain() {
 
 const SheetFormat& SheetStyles::Of(std::uint32_t style) const {
     return formats[style < by_style.size() ? by_style[style] : 0];
-}
-
-std::string_view SharedTexts::At(std::size_t index) const {
-    if (index >= ends.size())
-        return {};
-    const std::size_t begin = index == 0 ? 0 : ends[index - 1];
-    return std::string_view(text).substr(begin, ends[index] - begin);
 }
 
 void ReplaceEscapes(std::string& text, std::size_t from) {

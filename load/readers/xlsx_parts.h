@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "load/readers/merged_cells.h"
 #include "load/readers/number_format.h"
 #include "load/readers/package.h"
 #include "load/readers/workbook.h"
@@ -32,7 +33,12 @@ struct SheetStyles {
 struct SharedTexts {
     std::string text;
     std::vector<std::uint32_t> ends;
-    std::string_view At(std::size_t index) const;
+    std::string_view At(std::size_t index) const {
+        if (index >= ends.size())
+            return {};
+        const std::size_t begin = index == 0 ? 0 : ends[index - 1];
+        return {text.data() + begin, ends[index] - begin};
+    }
 };
 
 struct XlsxBook {
@@ -43,8 +49,9 @@ struct XlsxBook {
 
 ReadEnd ReadXlsxStyles(PartStream& part, SheetStyles& styles);
 ReadEnd ReadXlsxTexts(PartStream& part, SharedTexts& texts);
-/// `merges` is the same part once more: merged ranges stand behind the cells.
-ReadEnd ReadXlsxSheet(PartStream& part, PartStream& merges, const XlsxBook& book,
+/// The merged ranges of a sheet, which stand behind its cells: the part is read to its end.
+void ReadXlsxMerges(PartStream& part, MergedCells& merges);
+ReadEnd ReadXlsxSheet(PartStream& part, MergedCells& merges, const XlsxBook& book,
                       const SheetOptions& options, const RowSink& rows, ReadMonitor& monitor);
 
 /// Replaces _x000A_ and the like, in place from `from` on.

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "load/readers/array_formulas.h"
 #include "load/readers/merged_cells.h"
 #include "load/readers/row_builder.h"
 #include "load/readers/xlsx_parts.h"
@@ -14,7 +15,6 @@ using Token = XmlScanner::Token;
 
 constexpr std::size_t kLongestFormula = 32'768;
 constexpr std::size_t kMostSharedFormulas = 65'536;
-constexpr std::size_t kMostArrays = 256;
 constexpr std::int32_t kRowsBetweenProgress = 2048;
 
 // Days since 1899-12-30 of "2011-02-03" and the part of the day of "T12:30:15.5".
@@ -54,44 +54,33 @@ bool ParseIsoDate(std::string_view text, bool date_1904, double& serial) {
     return time == 10;
 }
 
-// Finds the merged ranges by their tags alone, since they stand behind all cells.
-void ReadMerges(PartStream& part, MergedCells& merges) {
-    constexpr std::size_t kChunk = std::size_t{256} << 10;
-    constexpr std::size_t kTag = 256;  // more than such a tag takes
-    constexpr std::string_view kName = "mergeCell ";
-    std::string buffer(kChunk + kTag, '\0');
-    std::size_t kept = 0;
-    while (const std::size_t got = part.Read(buffer.data() + kept, kChunk)) {
-        const std::string_view bytes(buffer.data(), kept + got);
-        // What begins near the end is looked at again with the next chunk.
-        const std::size_t safe = got < kTag ? bytes.size() : bytes.size() - kTag;
-        std::size_t at = bytes.find(kName);
-        std::size_t used = safe;
-        for (; at < safe; at = bytes.find(kName, at + kName.size())) {
-            const std::string_view tag =
-                bytes.substr(at + kName.size(), bytes.find('>', at) - at - kName.size());
-            std::string_view rest = tag;
-            while (true) {
-                const XmlAttribute attribute = NextAttribute(rest);
-                if (attribute.name.empty())
-                    break;
-                if (attribute.name == "ref")
-                    merges.Add(ParseRange(attribute.value));
-            }
-            used = std::max(used, at + kName.size());
-        }
-        kept = bytes.size() - std::min(used, bytes.size());
-        std::copy(bytes.end() - static_cast<std::ptrdiff_t>(kept), bytes.end(), buffer.begin());
+void AddMerge(std::string_view attributes, MergedCells& merges) {
+    while (true) {
+        const XmlAttribute attribute = NextAttribute(attributes);
+        if (attribute.name.empty())
+            return;
+        if (attribute.name == "ref")
+            merges.Add(ParseRange(attribute.value));
     }
+}
+
+// True when a tag's name ends its prefix here: the same letters may stand in a cell's text.
+bool InTag(std::string_view before) {
+    const std::size_t at = before.find_last_of("<> \n");
+    return at != std::string_view::npos && before[at] == '<' &&
+           (at + 1 == before.size() || before.back() == ':');
 }
 
 class SheetReader {
   public:
-    SheetReader(PartStream& part, const XlsxBook& book, const SheetOptions& options,
-                const RowSink& rows, ReadMonitor& monitor)
-        : scanner_(part), book_(book), options_(options), builder_(rows), monitor_(monitor) {}
-
-    MergedCells& Merges() { return merges_; }
+    SheetReader(PartStream& part, MergedCells& merges, const XlsxBook& book,
+                const SheetOptions& options, const RowSink& rows, ReadMonitor& monitor)
+        : scanner_(part),
+          merges_(merges),
+          book_(book),
+          options_(options),
+          builder_(rows),
+          monitor_(monitor) {}
 
     ReadEnd Run() {
         while (true) {
@@ -112,10 +101,6 @@ class SheetReader {
     enum class Into : std::uint8_t { Nothing, Value, Formula };
     struct SharedFormula {
         CellPlace place;
-        std::string text;
-    };
-    struct ArrayFormula {
-        CellRange range;
         std::string text;
     };
 
@@ -284,18 +269,17 @@ class SheetReader {
     bool AppendFormula() {
         std::string& out = builder_.Text();
         if (!has_formula_) {
-            const ArrayFormula* const array = ArrayAt();
-            if (array == nullptr)
-                return false;
-            out += "{=" + array->text + "}";
-            return true;
+            const std::string* const array = arrays_.At(row_, column_);
+            if (array != nullptr)
+                out += *array;
+            return array != nullptr;
         }
         if (formula_.size() > kLongestFormula)
             formula_.resize(kLongestFormula);
         if (formula_type_ == "array") {
-            out += "{=" + formula_ + "}";
-            if (formula_range_.first != formula_range_.last)
-                KeepArray();
+            const std::string text = "{=" + formula_ + "}";
+            out += text;
+            arrays_.Add(formula_range_, text);
             return true;
         }
         if (formula_type_ == "shared")
@@ -324,27 +308,12 @@ class SheetReader {
         return true;
     }
 
-    void KeepArray() {
-        std::erase_if(arrays_,
-                      [this](const ArrayFormula& array) { return array.range.last.row < row_; });
-        if (arrays_.size() < kMostArrays)
-            arrays_.push_back({formula_range_, formula_});
-    }
-
-    const ArrayFormula* ArrayAt() const {
-        for (const ArrayFormula& array : arrays_) {
-            if (array.range.Contains(row_, column_))
-                return &array;
-        }
-        return nullptr;
-    }
-
     XmlScanner scanner_;
+    MergedCells& merges_;
     const XlsxBook& book_;
     const SheetOptions& options_;
     RowBuilder builder_;
     ReadMonitor& monitor_;
-    MergedCells merges_;
     Into into_ = Into::Nothing;
     std::int32_t row_ = -1;
     std::int32_t column_ = -1;
@@ -360,16 +329,42 @@ class SheetReader {
     std::int32_t shared_index_ = -1;
     CellRange formula_range_;
     std::unordered_map<std::int32_t, SharedFormula> shared_;
-    std::vector<ArrayFormula> arrays_;
+    ArrayFormulas arrays_;
 };
 
 }  // namespace
 
-ReadEnd ReadXlsxSheet(PartStream& part, PartStream& merges, const XlsxBook& book,
+// Finds them by their tags alone.
+void ReadXlsxMerges(PartStream& part, MergedCells& merges) {
+    constexpr std::size_t kChunk = std::size_t{256} << 10;
+    constexpr std::size_t kBefore = 16;  // a prefix
+    constexpr std::size_t kTag = 256;    // more than such a tag takes
+    constexpr std::string_view kName = "mergeCell ";
+    std::string buffer(kChunk + kBefore + kTag, '\0');
+    std::size_t kept = kBefore;
+    while (true) {
+        const std::size_t got = part.Read(buffer.data() + kept, kChunk);
+        const std::string_view bytes(buffer.data(), kept + got);
+        // What begins near the end is looked at again with the next chunk.
+        const std::size_t tail = got == 0 ? 0 : std::min(kTag, bytes.size() - kBefore);
+        const std::size_t safe = bytes.size() - tail;
+        std::size_t used = kBefore;
+        for (std::size_t at = bytes.find(kName, used); at < safe; at = bytes.find(kName, used)) {
+            used = at + kName.size();
+            const std::string_view behind = bytes.substr(used);
+            if (InTag(bytes.substr(at - kBefore, kBefore)))
+                AddMerge(behind.substr(0, behind.find('>')), merges);
+        }
+        if (got == 0)
+            return;
+        kept = bytes.size() - std::max(used, safe) + kBefore;
+        std::copy(bytes.end() - static_cast<std::ptrdiff_t>(kept), bytes.end(), buffer.begin());
+    }
+}
+
+ReadEnd ReadXlsxSheet(PartStream& part, MergedCells& merges, const XlsxBook& book,
                       const SheetOptions& options, const RowSink& rows, ReadMonitor& monitor) {
-    SheetReader reader(part, book, options, rows, monitor);
-    ReadMerges(merges, reader.Merges());
-    return reader.Run();
+    return SheetReader(part, merges, book, options, rows, monitor).Run();
 }
 
 }  // namespace zorvane

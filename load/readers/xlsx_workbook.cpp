@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <deque>
 #include <new>
 
 #include "load/readers/xlsx_parts.h"
@@ -10,6 +10,53 @@ namespace {
 using Token = XmlScanner::Token;
 
 constexpr std::size_t kMostSheets = 10'000;
+
+// A part that is read twice: what is not too large is unpacked once and kept, in pieces that go as
+// they are read for the last time.
+class KeptPart : public PartStream {
+  public:
+    explicit KeptPart(PartStream& stream) : stream_(stream) {}
+
+    std::size_t Read(char* buffer, std::size_t size) override {
+        if (rewound_)
+            return ReadKept(buffer, size);
+        const std::size_t got = stream_.Read(buffer, size);
+        if (kept_bytes_ + got <= kMostKept)
+            pieces_.emplace_back(buffer, got);
+        kept_bytes_ += got;
+        if (kept_bytes_ > kMostKept)
+            pieces_.clear();
+        return got;
+    }
+    bool Failed() const override { return stream_.Failed(); }
+
+    /// To the begin. False when too much was read to be kept.
+    bool Rewind() {
+        rewound_ = true;
+        return kept_bytes_ <= kMostKept;
+    }
+
+  private:
+    static constexpr std::size_t kMostKept = std::size_t{48} << 20;
+
+    std::size_t ReadKept(char* buffer, std::size_t size) {
+        while (!pieces_.empty() && place_ == pieces_.front().size()) {
+            pieces_.pop_front();
+            place_ = 0;
+        }
+        if (pieces_.empty())
+            return 0;
+        const std::size_t got = pieces_.front().copy(buffer, size, place_);
+        place_ += got;
+        return got;
+    }
+
+    PartStream& stream_;
+    std::deque<std::string> pieces_;
+    std::size_t place_ = 0;
+    std::size_t kept_bytes_ = 0;
+    bool rewound_ = false;
+};
 
 class XlsxWorkbook : public Workbook {
   public:
@@ -39,11 +86,18 @@ class XlsxWorkbook : public Workbook {
         const std::string& part = parts_[index];
         if (part.empty())  // a chart, which has no cells
             return ReadEnd::Ok();
-        const std::unique_ptr<PartStream> cells = package_->Stream(part);
-        const std::unique_ptr<PartStream> merges = package_->Stream(part);
-        if (cells == nullptr || merges == nullptr)
+        const std::unique_ptr<PartStream> stream = package_->Stream(part);
+        if (stream == nullptr)
             return ReadEnd::Fault(ReadError::Damaged, "the sheet " + part + " is missing");
-        return ReadXlsxSheet(*cells, *merges, book_, options, rows, monitor);
+        MergedCells merges;
+        KeptPart kept(*stream);
+        ReadXlsxMerges(kept, merges);
+        if (kept.Rewind())
+            return ReadXlsxSheet(kept, merges, book_, options, rows, monitor);
+        const std::unique_ptr<PartStream> again = package_->Stream(part);
+        if (again == nullptr)
+            return ReadEnd::Fault(ReadError::Damaged, "the sheet " + part + " is missing");
+        return ReadXlsxSheet(*again, merges, book_, options, rows, monitor);
     } catch (const std::bad_alloc&) {
         return ReadEnd::Fault(ReadError::TooLarge, "the workbook needs more memory than allowed");
     }

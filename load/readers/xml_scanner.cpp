@@ -55,6 +55,7 @@ bool XmlScanner::Fill() {
     if (begin_ > 0) {
         std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
         end_ -= begin_;
+        consumed_ += begin_;
         begin_ = 0;
     }
     if (end_ == buffer_.size()) {
@@ -128,6 +129,7 @@ XmlScanner::Token XmlScanner::Next() {
     while (true) {
         if (begin_ == end_ && !Fill())
             return too_large_ || stream_.Failed() ? Token::Failed : Token::Done;
+        offset_ = consumed_ + begin_;
         if (buffer_[begin_] != '<') {
             std::size_t at = 0;
             if (!Find("<", 0, at)) {

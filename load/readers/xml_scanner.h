@@ -1,6 +1,7 @@
 // Reads XML tag by tag from a part of a package, without a tree: for parts of many megabytes.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,8 @@ class XmlScanner {
     /// Of a start or an end, without its prefix.
     std::string_view Name() const { return name_; }
     bool SelfClosing() const { return self_closing_; }
+    /// Where the last tag or text began, in bytes from the stream's begin.
+    std::uint64_t Offset() const { return offset_; }
     /// Raw value of an attribute by its local name; empty without one.
     std::string_view Attribute(std::string_view local_name) const;
     /// All attributes, for `NextAttribute`.
@@ -44,6 +47,8 @@ class XmlScanner {
     std::string buffer_;
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
+    std::uint64_t consumed_ = 0;  ///< bytes that have left the buffer
+    std::uint64_t offset_ = 0;
     std::string_view name_;
     std::string_view attributes_;
     std::string_view text_;
@@ -59,6 +64,21 @@ struct XmlAttribute {
 };
 /// Takes the next attribute off `rest`.
 XmlAttribute NextAttribute(std::string_view& rest);
+
+/// A part that is in memory already.
+class MemoryStream : public PartStream {
+  public:
+    explicit MemoryStream(std::string_view bytes) : rest_(bytes) {}
+    std::size_t Read(char* buffer, std::size_t size) override {
+        size = rest_.copy(buffer, size);
+        rest_.remove_prefix(size);
+        return size;
+    }
+    bool Failed() const override { return false; }
+
+  private:
+    std::string_view rest_;
+};
 
 /// Replaces the five entities and numeric references; CR LF becomes LF.
 void AppendDecoded(std::string_view raw, std::string& out);

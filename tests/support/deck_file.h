@@ -67,8 +67,9 @@ class Deck {
         const std::string mark = placeholder.empty() ? "" : "<p:ph " + placeholder + "/>";
         return "<p:sp><p:nvSpPr><p:cNvPr id=\"9\" name=\"n\"/><p:nvPr>" + mark +
                "</p:nvPr></p:nvSpPr><p:spPr><a:xfrm><a:off x=\"" + std::to_string(x) + "\" y=\"" +
-               std::to_string(y) + "\"/></a:xfrm></p:spPr><p:txBody><a:bodyPr/>" + paragraphs +
-               "</p:txBody></p:sp>";
+               std::to_string(y) +
+               "\"/><a:ext cx=\"2000000\" cy=\"900000\"/></a:xfrm></p:spPr><p:txBody><a:bodyPr/>" +
+               paragraphs + "</p:txBody></p:sp>";
     }
     static std::string Paragraph(const std::string& text, const std::string& properties = "") {
         return "<a:p>" + properties + "<a:r><a:t>" + text + "</a:t></a:r></a:p>";

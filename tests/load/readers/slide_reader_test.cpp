@@ -42,15 +42,33 @@ TEST(SlideReader, ReadsShapesInReadingOrder) {
     const std::string plain = "<a:off x=\"0\" y=\"0\"/><a:ext cx=\"1\" cy=\"1\"/>";
     const SlideRow rows[] = {
         {"title before all", Deck::Text("free") + title, "title\nfree\n"},
-        {"placeholders by the file, free shapes by place, margins last",
-         Deck::Shape("type=\"ftr\" idx=\"3\"", Deck::Paragraph("foot")) + Deck::Text("free", 0, 1) +
-             Deck::Shape("idx=\"2\"", Deck::Paragraph("b"), 0, 5) +
-             Deck::Shape("idx=\"1\"", Deck::Paragraph("a"), 0, 1) + title,
-         "title\n*\tb\n*\ta\nfree\nfoot\n"},
+        {"margins last",
+         Deck::Shape("type=\"ftr\" idx=\"3\"", Deck::Paragraph("foot"), 0, 0) +
+             Deck::Text("free", 0, 5000000) + title,
+         "title\nfree\nfoot\n"},
+        {"several titles are headings",
+         Deck::Shape("type=\"title\"", Deck::Paragraph("second"), 0, 9000000) +
+             Deck::Text("text", 0, 5000000) +
+             Deck::Shape("type=\"title\"", Deck::Paragraph("first")),
+         "first\ntext\nsecond\n"},
         {"rows from the top, in a row from the left",
-         Deck::Text("right", 500, 900000) + Deck::Text("below", 0, 2000000) +
-             Deck::Text("left", 0, 1000000) + Deck::Text("top", 700, 0),
+         Deck::Text("right", 5000000, 3000100) + Deck::Text("below", 0, 6000000) +
+             Deck::Text("left", 0, 3000000) + Deck::Text("top", 5000000, 0),
          "top\nleft\nright\nbelow\n"},
+        {"columns of headings over their text",
+         Deck::Text("h2", 4000000, 0) + Deck::Text("h1", 0, 0) + Deck::Text("t1", 0, 1000000) +
+             Deck::Text("t2", 4000000, 1000000),
+         "h1\nt1\nh2\nt2\n"},
+        {"two rows of cards, each a heading over its text",
+         Deck::Text("t4", 8000000, 5000000) + Deck::Text("h1", 0, 0) +
+             Deck::Text("t1", 0, 1000000) + Deck::Text("h2", 8000000, 0) +
+             Deck::Text("t2", 8000000, 1000000) + Deck::Text("h3", 0, 4000000) +
+             Deck::Text("h4", 8000000, 4000000) + Deck::Text("t3", 0, 5000000),
+         "h1\nt1\nh2\nt2\nh3\nt3\nh4\nt4\n"},
+        {"overlapping shapes by rows",
+         Deck::Text("c", 100000, 700000) + Deck::Text("b", 400000, 100000) +
+             Deck::Text("a", 0, 200000),
+         "a\nb\nc\n"},
         {"same place keeps the order of the file", Deck::Text("1") + Deck::Text("2"), "1\n2\n"},
         {"a group is one",
          Deck::Text("between", 0, 1000000) +
@@ -85,6 +103,15 @@ TEST(SlideReader, ReadsShapesInReadingOrder) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(OneSlide(row.shapes), row.text);
     }
+}
+
+TEST(SlideReader, PlaceholdersLieWhereTheirLayoutSays) {
+    Deck deck;
+    deck.layout_shapes = Deck::Shape("type=\"body\" idx=\"4\"", "<a:p/>", 0, 5000000);
+    deck.master_shapes = Deck::Shape("type=\"body\" idx=\"1\"", "<a:p/>", 0, 0);
+    deck.AddSlide("<p:sp><p:nvSpPr><p:nvPr><p:ph idx=\"4\"/></p:nvPr></p:nvSpPr><p:txBody>" +
+                  Deck::Paragraph("body") + "</p:txBody></p:sp>" + Deck::Text("above", 0, 2000000));
+    EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), "above\n*\tbody\n");
 }
 
 TEST(SlideReader, ReadsTextBodies) {
@@ -243,7 +270,9 @@ TEST(SlideReader, BackgroundTextComesOnceBehindTheSlides) {
     Deck deck;
     deck.layout_shapes =
         Deck::Shape("type=\"title\"", Deck::Paragraph("Click here")) + Deck::Text("Layout logo");
-    deck.master_shapes = Deck::Text("Confidential");
+    deck.master_shapes =
+        Deck::Text("Confidential") +
+        Deck::Shape("", "<a:p><a:fld type=\"slidenum\"><a:t>#</a:t></a:fld></a:p>");
     deck.AddSlide(Deck::Text("one"));
     deck.AddSlide(Deck::Text("two"));
     EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), "one\ntwo\nLayout logo\nConfidential\n");
@@ -291,22 +320,44 @@ TEST(SlideReader, ReadsTheWordsOfCharts) {
         return "<c:ser><c:tx>" + cache(point(name)) + "</c:tx><c:cat>" +
                cache(point("East") + point("West")) + "</c:cat></c:ser>";
     };
-    Deck deck;
-    deck.AddSlide(Frame("<c:chart r:id=\"rC\"/>"),
-                  Deck::Relation("rC", "chart", "../charts/chart1.xml"));
-    deck.Add("ppt/charts/chart1.xml",
-             "<c:chartSpace><c:chart><c:title><c:tx><c:rich>" + Deck::Paragraph("Sales") +
-                 "</c:rich></c:tx></c:title><c:plotArea><c:barChart>" + series("2020") +
-                 series("2021") + "</c:barChart><c:valAx><c:title><c:tx><c:rich>" +
-                 Deck::Paragraph("Euro") +
-                 "</c:rich></c:tx></c:title></c:valAx></c:plotArea></c:chart></c:chartSpace>");
-    EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), "Sales\n2020\n2021\nEast\nWest\nEuro\n");
+    const auto title = [](const std::string& text) {
+        return "<c:title><c:tx><c:rich>" + Deck::Paragraph(text) + "</c:rich></c:tx></c:title>";
+    };
+    const auto bars = [&](const std::string& all) {
+        return "<c:barChart>" + all + "</c:barChart>";
+    };
+    const auto plot = [](const std::string& all) { return "<c:plotArea>" + all + "</c:plotArea>"; };
+    const SlideRow rows[] = {
+        {"legend names the series",
+         title("Sales") +
+             plot(bars(series("2020") + series("2021")) + "<c:valAx>" + title("Euro") +
+                  "</c:valAx>") +
+             "<c:legend/>",
+         "Sales\n2020\n2021\nEast\nWest\nEuro\n"},
+        {"no legend, no names", title("Sales") + plot(bars(series("2020") + series("2021"))),
+         "Sales\nEast\nWest\n"},
+        {"the only series is the title", plot(bars(series("2020"))), "2020\nEast\nWest\n"},
+        {"unless that is turned off",
+         "<c:autoTitleDeleted val=\"1\"/>" + plot(bars(series("2020"))), "East\nWest\n"},
+        {"a pie's legend names its slices",
+         title("T") + plot("<c:pieChart>" + series("2020") + "</c:pieChart>") + "<c:legend/>",
+         "T\nEast\nWest\n"},
+    };
+    for (const SlideRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        Deck deck;
+        deck.AddSlide(Frame("<c:chart r:id=\"rC\"/>"),
+                      Deck::Relation("rC", "chart", "../charts/chart1.xml"));
+        deck.Add("ppt/charts/chart1.xml",
+                 "<c:chartSpace><c:chart>" + row.shapes + "</c:chart></c:chartSpace>");
+        EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), row.text);
+    }
 }
 
 RichText Rich(const std::string& file) {
     const std::unique_ptr<Package> package = Package::Open(file);
     const auto sink = MakeRtfSink();
-    PatientMonitor monitor;
+    RecordingMonitor monitor;
     EXPECT_TRUE(ReadSlides(*package, {}, *sink, monitor).ok());
     return ReadRtf(sink->Finish());
 }
@@ -367,7 +418,7 @@ TEST(SlideReader, TellsProgressAndStops) {
     const std::string file = deck.Finish();
     const std::unique_ptr<Package> package = Package::Open(file);
     const auto sink = MakePlainSink();
-    PatientMonitor monitor;
+    RecordingMonitor monitor;
     SlideOptions options;
     options.first = 2;
     options.last = 4;
