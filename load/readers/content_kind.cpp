@@ -47,6 +47,10 @@ ContentKind KindOfPackage(Package& package) {
     }
     if (package.Has("word/document.xml"))
         return ContentKind::WordPackage;
+    if (package.Has("ppt/presentation.xml"))
+        return ContentKind::SlidePackage;
+    if (package.Has("xl/workbook.xml") || package.Has("xl/workbook.bin"))
+        return ContentKind::SheetPackage;
     if (package.Has("content.xml"))
         return ContentKind::OpenText;
     return ContentKind::OtherPackage;

@@ -67,41 +67,46 @@ void AppendName(std::string_view name, std::int32_t count, std::string& out) {
         out += name;
 }
 
+void AppendYear(std::int64_t year, std::int32_t count, std::string& out) {
+    if (count <= 2)
+        AppendPadded(year % 100, 2, out);
+    else
+        AppendPadded(year, 4, out);
+}
+
+void AppendMonth(const Moment& moment, std::int32_t count, std::string& out) {
+    if (count <= 2)
+        AppendPadded(moment.month, count, out);
+    else
+        AppendName(kMonths[static_cast<std::size_t>(moment.month - 1)], count, out);
+}
+
+void AppendDay(const Moment& moment, std::int32_t count, std::string& out) {
+    if (count <= 2)
+        AppendPadded(moment.day, count, out);
+    else
+        AppendName(kDays[static_cast<std::size_t>(moment.weekday)], std::min(count, 4), out);
+}
+
 void AppendPart(const Section& section, const Part& part, const Moment& moment, std::string& out) {
+    constexpr std::int64_t kBuddhistYears = 543;  // ahead
     const std::int64_t hour = moment.seconds / 3600;
     const std::int32_t width = std::min(part.count, 2);
     switch (part.what) {
         case 'y':
-            if (part.count <= 2)
-                AppendPadded(moment.year % 100, 2, out);
-            else
-                AppendPadded(moment.year, 4, out);
-            break;
+            return AppendYear(moment.year, part.count, out);
         case 'b':
-            AppendPadded(part.count <= 2 ? (moment.year + 543) % 100 : moment.year + 543, 2, out);
-            break;
+            return AppendYear(moment.year + kBuddhistYears, part.count, out);
         case 'm':
-            if (part.count <= 2)
-                AppendPadded(moment.month, part.count, out);
-            else
-                AppendName(kMonths[static_cast<std::size_t>(moment.month - 1)], part.count, out);
-            break;
+            return AppendMonth(moment, part.count, out);
         case 'd':
-            if (part.count <= 2)
-                AppendPadded(moment.day, part.count, out);
-            else
-                AppendName(kDays[static_cast<std::size_t>(moment.weekday)], part.count == 3 ? 3 : 4,
-                           out);
-            break;
+            return AppendDay(moment, part.count, out);
         case 'h':
-            AppendPadded(section.twelve_hours ? (hour + 11) % 12 + 1 : hour, width, out);
-            break;
+            return AppendPadded(section.twelve_hours ? (hour + 11) % 12 + 1 : hour, width, out);
         case 'n':
-            AppendPadded(moment.seconds / 60 % 60, width, out);
-            break;
+            return AppendPadded(moment.seconds / 60 % 60, width, out);
         default:
-            AppendPadded(moment.seconds % 60, width, out);
-            break;
+            return AppendPadded(moment.seconds % 60, width, out);
     }
 }
 

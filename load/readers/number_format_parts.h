@@ -65,6 +65,9 @@ struct Section {
     std::int32_t most_denominator = 9;  ///< largest one that is tried
 };
 
+/// Tells from the parts of a section what it shows, and counts its digits. False when it holds
+/// more than can be meant.
+bool CompleteSection(Section& section);
 /// Nothing for a code that cannot be understood.
 std::optional<std::vector<Section>> ParseSections(std::string_view code);
 

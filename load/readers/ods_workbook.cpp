@@ -63,17 +63,23 @@ class OdsSheetReader {
     // From the sheet's own tag to its end.
     ReadEnd Run() {
         while (true) {
-            const Token token = scanner_.Next();
-            if (token == Token::Failed)
-                return scanner_.Fault();
-            if (token == Token::Done)
-                return ReadEnd::Ok();
-            if (token == Token::Text)
-                TakeText();
-            else if (token == Token::Start && !Start())
-                return End();
-            else if ((token == Token::End || scanner_.SelfClosing()) && !Close())
-                return End();
+            switch (scanner_.Next()) {
+                case Token::Failed:
+                    return scanner_.Fault();
+                case Token::Done:
+                    return ReadEnd::Ok();
+                case Token::Text:
+                    TakeText();
+                    break;
+                case Token::Start:
+                    if (!Start() || (scanner_.SelfClosing() && !Close()))
+                        return End();
+                    break;
+                case Token::End:
+                    if (!Close())
+                        return End();
+                    break;
+            }
         }
     }
 
@@ -252,29 +258,16 @@ class OdsWorkbook : public Workbook {
     ReadEnd Open() {
         MemoryStream stream(content_);
         XmlScanner scanner(stream);
-        std::unordered_set<std::string> hidden_styles;
-        std::string style;
-        int tables = 0;
         while (true) {
             const Token token = scanner.Next();
             if (token == Token::Failed)
                 return scanner.Fault();
             if (token == Token::Done)
                 break;
-            if (token == Token::Text)
-                continue;
-            const std::string_view name = scanner.Name();
-            const bool start = token == Token::Start;
-            if (name == "style" && start)
-                style = scanner.Attribute("name");
-            else if (name == "table-properties" && start && scanner.Attribute("display") == "false")
-                hidden_styles.insert(style);
-            else if (name == "table" && !start)
-                --tables;
-            else if (name == "table" && tables++ == 0)
-                AddSheet(scanner, hidden_styles);
-            if (name == "table" && start && scanner.SelfClosing())
-                --tables;
+            if (token == Token::Start)
+                TakeStart(scanner);
+            else if (token == Token::End && scanner.Name() == "table")
+                --tables_;
         }
         if (sheets_.empty())
             return ReadEnd::Fault(ReadError::Damaged, "the workbook has no sheets");
@@ -294,17 +287,34 @@ class OdsWorkbook : public Workbook {
     }
 
   private:
-    void AddSheet(const XmlScanner& scanner, const std::unordered_set<std::string>& hidden_styles) {
+    void TakeStart(const XmlScanner& scanner) {
+        const std::string_view name = scanner.Name();
+        if (name == "style") {
+            style_ = scanner.Attribute("name");
+        } else if (name == "table-properties") {
+            if (scanner.Attribute("display") == "false")
+                hidden_styles_.insert(style_);
+        } else if (name == "table") {
+            if (tables_ == 0)  // others stand inside of cells
+                AddSheet(scanner);
+            tables_ += scanner.SelfClosing() ? 0 : 1;
+        }
+    }
+
+    void AddSheet(const XmlScanner& scanner) {
         if (sheets_.size() >= kMostSheets)
             return;
         SheetInfo sheet;
         AppendDecoded(scanner.Attribute("name"), sheet.name);
-        sheet.hidden = hidden_styles.contains(std::string(scanner.Attribute("style-name")));
+        sheet.hidden = hidden_styles_.contains(std::string(scanner.Attribute("style-name")));
         sheets_.push_back(std::move(sheet));
         offsets_.push_back(static_cast<std::size_t>(scanner.Offset()));
     }
 
     std::string content_;
+    std::string style_;
+    std::unordered_set<std::string> hidden_styles_;
+    int tables_ = 0;  // open ones
     std::vector<SheetInfo> sheets_;
     std::vector<std::size_t> offsets_;
 };

@@ -4,6 +4,7 @@
 
 #include "common/base/text_encoding.h"
 #include "load/readers/odt_body.h"
+#include "load/readers/slide_symbols.h"
 
 namespace zorvane {
 namespace {
@@ -161,15 +162,17 @@ void OdtBody::Characters(std::string_view text, const OdtChars& chars) {
     }
     if (scratch_.empty())
         return;
-    if (chars.letters == OdtCase::AsIs)
-        writer_.Text(scratch_, chars.format);
-    else
-        writer_.Text(chars.letters == OdtCase::Upper ? ToUpper(scratch_) : ToLower(scratch_),
-                     chars.format);
+    // Letters of picture fonts lie where no other font has any.
+    const bool symbols =
+        scratch_.find('\xEF') != std::string::npos && IsSymbolFont(chars.format.font.view());
+    if (symbols)
+        scratch_ = SymbolText(scratch_, chars.format.font.view());
+    writer_.Text(scratch_, chars.format);
 }
 
 void OdtBody::Exact(std::string_view text, const OdtChars& chars) {
-    if (chars.hidden || text.empty())
+    const bool blank = in_note_ && !line_.has_text && text.find_first_not_of(' ') == text.npos;
+    if (chars.hidden || text.empty() || blank)
         return;
     TakeBlank();
     writer_.Text(text, chars.format);

@@ -33,7 +33,7 @@ std::string OdtCounters::NumberOfLevel(const OdtListStyle& style, std::size_t le
 std::string OdtCounters::LabelOf(const OdtListStyle& style, std::size_t level) const {
     const OdtListLevel& at = style[level];
     if (at.kind == OdtListLevel::Kind::Bullet)
-        return at.prefix + at.bullet + at.suffix;
+        return at.bullet;
     if (at.kind == OdtListLevel::Kind::None && at.pattern.empty())
         return {};
     std::string label;

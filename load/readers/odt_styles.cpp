@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "load/readers/css_style.h"
+#include "load/readers/slide_symbols.h"
 #include "load/readers/xml_part.h"
 
 namespace zorvane {
@@ -178,7 +179,15 @@ void ReadLevelIndent(const pugi::xml_node& node, OdtListLevel& level) {
     }
 }
 
-OdtListStyle ReadListStyle(const pugi::xml_node& style) {
+void ReadBullet(const pugi::xml_node& node, std::string_view font, OdtListLevel& level) {
+    level.kind = OdtListLevel::Kind::Bullet;
+    const std::string_view bullet = Attribute(node, "bullet-char");
+    level.bullet = bullet.empty() ? std::string(BulletText(0)) : SymbolBullet(bullet, font);
+}
+
+}  // namespace
+
+OdtListStyle OdtStyles::ReadListStyle(const pugi::xml_node& style) const {
     OdtListStyle levels;
     for (const pugi::xml_node& node : style.children()) {
         const std::int32_t number = NumberOf(Attribute(node, "level"), 0);
@@ -198,16 +207,14 @@ OdtListStyle ReadListStyle(const pugi::xml_node& style) {
             level.start = NumberOf(Attribute(node, "start-value"), 1);
             level.shown_levels = std::clamp(NumberOf(Attribute(node, "display-levels"), 1), 1, 10);
         } else {
-            level.kind = OdtListLevel::Kind::Bullet;
-            level.bullet = Attribute(node, "bullet-char");
-            if (level.bullet.empty())
-                level.bullet = BulletText(0);
+            OdtChars chars;
+            ApplyText(Attribute(node, "style-name"), chars);
+            ApplyChars(node, chars);
+            ReadBullet(node, chars.format.font.view(), level);
         }
     }
     return levels;
 }
-
-}  // namespace
 
 std::optional<std::int32_t> OdtLength(std::string_view text) {
     const std::optional<CssLength> length = ParseLength(text);
@@ -305,13 +312,6 @@ void OdtStyles::ApplyChars(const pugi::xml_node& style, OdtChars& chars) const {
     const std::string_view display = Attribute(properties, "display");
     if (!display.empty())
         chars.hidden = display == "none";
-    const std::string_view transform = Attribute(properties, "text-transform");
-    if (transform == "uppercase")
-        chars.letters = OdtCase::Upper;
-    else if (transform == "lowercase")
-        chars.letters = OdtCase::Lower;
-    else if (!transform.empty())
-        chars.letters = OdtCase::AsIs;
 }
 
 const OdtParagraph& OdtStyles::Paragraph(std::string_view name) {

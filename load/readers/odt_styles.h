@@ -15,11 +15,8 @@
 
 namespace zorvane {
 
-enum class OdtCase : std::uint8_t { AsIs, Upper, Lower };
-
 struct OdtChars {
     CharFormat format;
-    OdtCase letters = OdtCase::AsIs;
     bool hidden = false;
     friend bool operator==(const OdtChars&, const OdtChars&) = default;
 };
@@ -76,6 +73,7 @@ class OdtStyles {
     template <class Apply>
     void Inherit(std::string_view family, std::string_view name, Apply&& apply) const;
     void ApplyChars(const pugi::xml_node& style, OdtChars& chars) const;
+    OdtListStyle ReadListStyle(const pugi::xml_node& style) const;
     void ApplyFont(const pugi::xml_node& properties, CharFormat& format) const;
 
     Nodes styles_;

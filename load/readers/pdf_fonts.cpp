@@ -61,14 +61,19 @@ std::string FamilyOfFont(std::string_view name) {
         name = name.substr(0, style);
     for (const std::string_view foundry : {"MT", "PS"})
         CutEnd(name, foundry);
-    for (const std::string_view end : kStyles)
-        CutEnd(name, end);
+    const auto known = [&] {
+        return std::find_if(kFamilies.begin(), kFamilies.end(),
+                            [&](const FamilyRow& row) { return row.name == name; });
+    };
+    if (known() == kFamilies.end()) {
+        for (const std::string_view end : kStyles)
+            CutEnd(name, end);
+    }
     while (name.ends_with(' '))
         name.remove_suffix(1);
     if (name.empty())
         return std::string(whole);
-    const auto* const row = std::find_if(kFamilies.begin(), kFamilies.end(),
-                                         [&](const FamilyRow& each) { return each.name == name; });
+    const auto* const row = known();
     return row != kFamilies.end() ? std::string(row->family) : Spaced(name);
 }
 

@@ -301,7 +301,7 @@ void PdfLineBuilder::MeasureLabel(const std::u32string& start, const PdfWord& la
         return;
     line_.label = length;
     line_.text_x0 = text.x0;
-    if (wide)
+    if (wide && line_.wide_gaps > 0)
         --line_.wide_gaps;
 }
 

@@ -1,11 +1,16 @@
 #include "load/readers/pdf_pleading.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace zorvane {
 namespace {
+
+constexpr float kOneLine = 3;       // points
+constexpr float kMarginWidth = 16;  // points; numbers of one and of three digits
 
 struct Number {
     std::size_t word = 0;
@@ -43,6 +48,28 @@ float TextEdge(const std::vector<PdfCharacter>& characters, const std::vector<Pd
     return *place;
 }
 
+// One number a line, and all below one another; a line's text may begin with a number too.
+void KeepMargin(std::vector<Number>& numbers) {
+    std::vector<Number> margin;
+    for (const Number& number : numbers) {
+        if (margin.empty() || number.baseline - margin.back().baseline > kOneLine)
+            margin.push_back(number);
+        else if (number.x1 < margin.back().x1)
+            margin.back() = number;
+    }
+    numbers = std::move(margin);
+    if (numbers.empty())
+        return;
+    std::vector<float> ends;
+    for (const Number& number : numbers)
+        ends.push_back(number.x1);
+    const auto middle = ends.begin() + static_cast<std::ptrdiff_t>(ends.size() / 2);
+    std::nth_element(ends.begin(), middle, ends.end());
+    std::erase_if(numbers, [&](const Number& number) {
+        return std::fabs(number.x1 - *middle) > kMarginWidth;
+    });
+}
+
 }  // namespace
 
 void DropLineNumbers(const std::vector<PdfCharacter>& characters, std::vector<PdfWord>& words) {
@@ -55,6 +82,7 @@ void DropLineNumbers(const std::vector<PdfCharacter>& characters, std::vector<Pd
     }
     std::stable_sort(numbers.begin(), numbers.end(),
                      [](const Number& a, const Number& b) { return a.baseline < b.baseline; });
+    KeepMargin(numbers);
     // Numbers of notes at the margin do not go on one by one.
     std::size_t follow = 0;
     for (std::size_t index = 1; index < numbers.size(); ++index)

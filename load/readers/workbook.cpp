@@ -43,10 +43,10 @@ class DecryptedWorkbook : public Workbook {
 ReadEnd OpenEncrypted(std::string_view bytes, std::string_view password,
                       std::unique_ptr<Workbook>& workbook) {
     std::string package;
-    if (const ReadEnd end = DecryptPackage(bytes, password, package); !end.ok())
+    if (ReadEnd end = DecryptPackage(bytes, password, package); !end.ok())
         return end;
     auto decrypted = std::make_unique<DecryptedWorkbook>(std::move(package));
-    const ReadEnd end = decrypted->Open();
+    ReadEnd end = decrypted->Open();
     if (end.ok())
         workbook = std::move(decrypted);
     return end;

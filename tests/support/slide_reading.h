@@ -7,7 +7,7 @@
 
 namespace zorvane {
 
-class SlideMonitor : public ReadMonitor {
+class RecordingMonitor : public ReadMonitor {
   public:
     bool Progress(std::int64_t done, std::int64_t total) override {
         calls.emplace_back(done, total);
@@ -26,7 +26,7 @@ inline std::string SlideText(SlideReading read, const std::string& file,
     if (!package)
         return "no package";
     const auto sink = MakePlainSink();
-    SlideMonitor monitor;
+    RecordingMonitor monitor;
     const ReadEnd end = read(*package, options, *sink, monitor);
     if (!end.ok())
         return "error " + std::to_string(static_cast<int>(end.error));

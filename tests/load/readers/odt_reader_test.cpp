@@ -113,7 +113,8 @@ TEST(OdtReader, LeavesOutWhatIsNotShown) {
 
 TEST(OdtReader, PutsNotesAtTheirMarkAndFramesBehindTheirParagraph) {
     constexpr std::string_view kNote =
-        "<text:note><text:note-citation>1</text:note-citation><text:note-body><text:p>n</text:p>"
+        "<text:note><text:note-citation>1</text:note-citation><text:note-body><text:p><text:s/>n</"
+        "text:p>"
         "<text:p>m</text:p></text:note-body></text:note>";
     Check({
         {"a note", "<text:p>a" + std::string(kNote) + " b</text:p>", "a n m b|"},
@@ -142,8 +143,11 @@ TEST(OdtReader, NumbersListsAndHeadings) {
         "<text:list-level-style-number text:level='2' style:num-format='a' style:num-prefix='(' "
         "style:num-suffix=')' text:display-levels='2'/></text:list-style>"
         "<text:list-style style:name='B'><text:list-level-style-bullet text:level='1' "
-        "text:bullet-char='-'/></text:list-style>"
-        "<text:list-style style:name='F'><text:list-level-style-number text:level='1' "
+        "text:bullet-char='-' style:num-suffix='-'/></text:list-style>"
+        "<text:list-style style:name='S'><text:list-level-style-bullet text:level='1' "
+        "text:bullet-char='&#xF0A7;'><style:text-properties fo:font-family='Wingdings'/>"
+        "</text:list-level-style-bullet></text:list-style><text:list-style "
+        "style:name='F'><text:list-level-style-number text:level='1' "
         "style:num-format='I' loext:num-list-format='&lt;%1%&gt;'/></text:list-style>";
     const auto item = [](std::string_view content, std::string_view attributes = "") {
         return "<text:list-item " + std::string(attributes) + "><text:p>" + std::string(content) +
@@ -176,8 +180,9 @@ TEST(OdtReader, NumbersListsAndHeadings) {
              "3.>a|9.>b|"},
             {"bullets and patterns",
              "<text:list text:style-name='B'>" + item("a") +
-                 "</text:list><text:list text:style-name='F'>" + item("b") + "</text:list>",
-             "->a|<I>>b|"},
+                 "</text:list><text:list text:style-name='F'>" + item("b") +
+                 "</text:list><text:list text:style-name='S'>" + item("c") + "</text:list>",
+             "->a|<I>>b|\u25AA>c|"},
             {"headings",
              "<text:h text:outline-level='1'>a</text:h><text:h text:outline-level='2'>b</text:h>"
              "<text:h text:outline-level='1'><text:number>x</text:number>c</text:h>"
@@ -242,7 +247,7 @@ TEST(OdtReader, ResolvesStylesThroughTheirParents) {
         "<style:style style:name='C2' style:family='paragraph' style:parent-style-name='C1'/>"
         "<style:style style:name='T' style:family='text'><style:text-properties "
         "fo:font-weight='normal' style:text-underline-style='wave' style:text-position='super 58%' "
-        "style:text-line-through-style='solid' fo:text-transform='uppercase' "
+        "style:text-line-through-style='solid' "
         "fo:background-color='#00ff00' style:use-window-font-color='true'/></style:style>"
         "</office:styles>";
     Check(
@@ -251,7 +256,7 @@ TEST(OdtReader, ResolvesStylesThroughTheirParents) {
             {"a circle", "<text:p text:style-name='C1'>a</text:p>", "[b:a|]"},
             {"over the paragraph's",
              "<text:p text:style-name='A'>a<text:span text:style-name='T'>b</text:span></text:p>",
-             "[bi#255:a][iu8s^@65280:B|]"},
+             "[bi#255:a][iu8s^@65280:b|]"},
             {"its own style over a named one", "<text:p text:style-name='P'>a</text:p>", "[b:a|]"},
         },
         "<style:style style:name='P' style:family='paragraph' style:parent-style-name='A'>"

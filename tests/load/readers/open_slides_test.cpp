@@ -180,7 +180,7 @@ TEST(OpenSlides, StylesInheritAndCirclesEnd) {
                  "draw:style-name=\"gr1\"")));
     const std::unique_ptr<Package> package = Package::Open(file);
     const auto sink = MakeRtfSink();
-    SlideMonitor monitor;
+    RecordingMonitor monitor;
     ASSERT_TRUE(ReadOpenDocumentSlides(*package, {}, *sink, monitor).ok());
     const RichText text = ReadRtf(sink->Finish());
     ASSERT_EQ(ToUtf8(text.text), "ab\r\n");

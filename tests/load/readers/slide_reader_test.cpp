@@ -357,7 +357,7 @@ TEST(SlideReader, ReadsTheWordsOfCharts) {
 RichText Rich(const std::string& file) {
     const std::unique_ptr<Package> package = Package::Open(file);
     const auto sink = MakeRtfSink();
-    SlideMonitor monitor;
+    RecordingMonitor monitor;
     EXPECT_TRUE(ReadSlides(*package, {}, *sink, monitor).ok());
     return ReadRtf(sink->Finish());
 }
@@ -418,7 +418,7 @@ TEST(SlideReader, TellsProgressAndStops) {
     const std::string file = deck.Finish();
     const std::unique_ptr<Package> package = Package::Open(file);
     const auto sink = MakePlainSink();
-    SlideMonitor monitor;
+    RecordingMonitor monitor;
     SlideOptions options;
     options.first = 2;
     options.last = 4;
