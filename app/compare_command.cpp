@@ -19,6 +19,8 @@ constexpr const char* kExamples = R"(Examples:
   zorvane compare old.txt new.txt --ignore-regex '[0-9]{4}-[0-9]{2}-[0-9]{2}'
                                                   dates are no difference
   git show HEAD:a.txt | zorvane compare - a.txt   one side from standard input
+  zorvane compare old.docx new.pdf -o redline.html documents of any kind against each other
+  zorvane compare old.xlsx new.xlsx --sheets 'Costs' --formulas
   zorvane compare old.txt new.txt --json - | jq .counts
 
 Exit status: 0 no differences, 1 differences, 2 trouble.
@@ -81,7 +83,6 @@ void AddOutputOptions(CLI::App& app, CompareCommand& command, RawOptions& raw) {
         ->type_name("N")
         ->check(CLI::Range(0, 1000000).description(""));
     app.add_flag("--open", command.open_reports, "Open each report when it is written");
-    app.add_option("--log", command.log_file, "Append messages to this file")->type_name("FILE");
 }
 
 void AddReportOptions(CLI::App& app, CompareCommand& command) {
@@ -116,15 +117,6 @@ void AddCompareOptions(CLI::App& app, CompareCommand& command, RawOptions& raw) 
                    "Number of paragraphs before and after to consider while comparing")
         ->type_name("N")
         ->check(CLI::Range(1, 1000000000).description(""));
-    app.add_flag("--plain", command.plain, "Compare and show plain text, without formatting");
-    app.add_flag("--remove-blank-lines", command.remove_blank_lines,
-                 "Remove empty paragraphs while loading");
-    app.add_option("--set", raw.sets, "Set any compare option by its name, such as lPadLength=30")
-        ->type_name("NAME=VALUE")
-        ->allow_extra_args(false);
-    app.add_option("--settings", command.settings_file,
-                   "Start from the options in this settings file; it is only read")
-        ->type_name("FILE");
 }
 
 std::optional<Failure> TakeReports(const RawOptions& raw, CompareCommand& command) {
@@ -141,16 +133,6 @@ std::optional<Failure> TakeReports(const RawOptions& raw, CompareCommand& comman
     return std::nullopt;
 }
 
-std::optional<Failure> TakeSets(const RawOptions& raw, CompareCommand& command) {
-    for (const std::string& set : raw.sets) {
-        const std::size_t equals = set.find('=');
-        if (equals == std::string::npos || equals == 0)
-            return Failure{"--set " + set + ": write NAME=VALUE"};
-        command.settings.emplace_back(set.substr(0, equals), set.substr(equals + 1));
-    }
-    return std::nullopt;
-}
-
 std::optional<Failure> Finish(const CLI::App& app, const RawOptions& raw, CompareCommand& command) {
     if (command.original == "-" && command.modified == "-")
         return Failure{"only one side can come from standard input"};
@@ -161,13 +143,14 @@ std::optional<Failure> Finish(const CLI::App& app, const RawOptions& raw, Compar
     command.pager = !raw.no_pager;
     if (auto failure = TakeReports(raw, command))
         return failure;
-    return TakeSets(raw, command);
+    const Status sets = TakeSets(raw.sets, command.load);
+    return sets.ok() ? std::nullopt : std::optional<Failure>(sets.failure());
 }
 
-CommandLineOutcome Trouble(const std::string& reason) {
+CommandLineOutcome Trouble(const std::string& reason, const char* command) {
     CommandLineOutcome outcome;
     outcome.exit_status = 2;
-    outcome.error = "zorvane: " + reason + "\nTry 'zorvane compare --help'.\n";
+    outcome.error = "zorvane: " + reason + "\nTry 'zorvane " + command + " --help'.\n";
     return outcome;
 }
 
@@ -178,12 +161,64 @@ bool Exists(const std::string& path) {
 
 // Two existing paths and no command mean a compare.
 bool MeansCompare(const std::vector<std::string>& arguments) {
-    return arguments.size() >= 2 && arguments[0] != "compare" && Exists(arguments[0]) &&
-           (arguments[1] == "-" || Exists(arguments[1]));
+    return arguments.size() >= 2 && arguments[0] != "compare" && arguments[0] != "text" &&
+           Exists(arguments[0]) && (arguments[1] == "-" || Exists(arguments[1]));
 }
 
-std::string HelpFor(const CLI::App& app, const CLI::App& compare) {
-    return compare.parsed() ? compare.help() : app.help();
+constexpr const char* kTextExamples = R"(Examples:
+  zorvane text report.docx                        what a compare would see
+  zorvane text deck.pptx --plain --notes | less   the notes of the slides too
+  zorvane text paper.pdf --rtf -o paper.rtf       with its formatting
+  git config diff.office.textconv 'zorvane text'  documents in git diff
+
+Exit status: 0 done, 2 trouble.
+)";
+
+// The commands and what they fill in.
+struct Commands {
+    CLI::App app{"Compares two versions of a document, paragraph by paragraph and word by word.",
+                 "zorvane"};
+    CLI::App* compare = nullptr;
+    CLI::App* text = nullptr;
+    CompareCommand compare_command;
+    TextCommand text_command;
+    RawOptions raw;
+};
+
+void AddCompareCommand(Commands& commands) {
+    commands.compare = commands.app.add_subcommand("compare", "Compare two files");
+    CLI::App& compare = *commands.compare;
+    CompareCommand& command = commands.compare_command;
+    compare.footer(kExamples);
+    compare.set_version_flag("-V,--version", VersionText());
+    compare.add_option("ORIGINAL", command.original, "The first version; - is standard input")
+        ->required();
+    compare.add_option("MODIFIED", command.modified, "The second version; - is standard input")
+        ->required();
+    AddOutputOptions(compare, command, commands.raw);
+    AddReportOptions(compare, command);
+    AddCompareOptions(compare, command, commands.raw);
+    AddLoadOptions(compare, command.load, commands.raw.sets);
+}
+
+void AddTextCommand(Commands& commands) {
+    commands.text = commands.app.add_subcommand("text", "Print what a compare sees of a file");
+    CLI::App& text = *commands.text;
+    TextCommand& command = commands.text_command;
+    text.footer(kTextExamples);
+    text.set_version_flag("-V,--version", VersionText());
+    text.add_option("FILE", command.file, "The document; - is standard input")->required();
+    text.add_flag("--rtf", command.rtf, "As rich text (RTF)");
+    text.add_option("-o,--output", command.output, "Write to this file")->type_name("FILE");
+    AddLoadOptions(text, command.load, commands.raw.sets);
+}
+
+std::string HelpFor(const Commands& commands) {
+    for (CLI::App* command : {commands.compare, commands.text}) {
+        if (command->parsed())
+            return command->help();
+    }
+    return commands.app.help();
 }
 
 }  // namespace
@@ -211,27 +246,18 @@ bool IsSlashForm(const std::vector<std::string>& arguments) {
 }
 
 CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& arguments) {
-    CompareCommand command;
-    RawOptions raw;
-    CLI::App app("Compares two versions of a document, paragraph by paragraph and word by word.",
-                 "zorvane");
+    Commands commands;
+    CLI::App& app = commands.app;
     app.footer(std::string(kExamples) + kFootnote);
     app.set_version_flag("-V,--version", VersionText());
     app.require_subcommand(1);
-    CLI::App& compare = *app.add_subcommand("compare", "Compare two files");
-    compare.footer(kExamples);
-    compare.set_version_flag("-V,--version", VersionText());
-    compare.add_option("ORIGINAL", command.original, "The first version; - is standard input")
-        ->required();
-    compare.add_option("MODIFIED", command.modified, "The second version; - is standard input")
-        ->required();
-    AddOutputOptions(compare, command, raw);
-    AddReportOptions(compare, command);
-    AddCompareOptions(compare, command, raw);
+    AddCompareCommand(commands);
+    AddTextCommand(commands);
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     if (MeansCompare(arguments))
         reversed.emplace_back("compare");
+    const char* name = !arguments.empty() && arguments[0] == "text" ? "text" : "compare";
     CommandLineOutcome outcome;
     try {
         app.parse(reversed);
@@ -239,14 +265,20 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
         outcome.output = VersionText() + "\n";
         return outcome;
     } catch (const CLI::CallForHelp&) {
-        outcome.output = HelpFor(app, compare);
+        outcome.output = HelpFor(commands);
         return outcome;
     } catch (const CLI::ParseError& error) {
-        return Trouble(error.what());
+        return Trouble(error.what(), name);
     }
-    if (const auto failure = Finish(compare, raw, command))
-        return Trouble(failure->reason);
-    outcome.compare = std::move(command);
+    if (commands.text->parsed()) {
+        if (const Status sets = TakeSets(commands.raw.sets, commands.text_command.load); !sets.ok())
+            return Trouble(sets.failure().reason, name);
+        outcome.text = std::move(commands.text_command);
+        return outcome;
+    }
+    if (const auto failure = Finish(*commands.compare, commands.raw, commands.compare_command))
+        return Trouble(failure->reason, name);
+    outcome.compare = std::move(commands.compare_command);
     return outcome;
 }
 

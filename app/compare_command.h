@@ -1,5 +1,5 @@
 // The command line that users of a Unix shell expect: `zorvane compare ORIGINAL MODIFIED
-// [options]`.
+// [options]` and `zorvane text FILE [options]`.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "app/load_options.h"
+#include "app/text_run.h"
 #include "compare/engine/engine_report.h"
 
 namespace zorvane {
@@ -50,16 +52,13 @@ struct CompareCommand {
     bool faster = false;
     bool larger_sections = false;
     std::optional<std::int32_t> bracket;
-    bool plain = false;
-    bool remove_blank_lines = false;
-    std::vector<std::pair<std::string, std::string>> settings;  ///< option name and its value
-    std::string settings_file;
-    std::string log_file;
+    LoadOptions load;
 };
 
 /// What to do with a command line: run a command, or end at once.
 struct CommandLineOutcome {
     std::optional<CompareCommand> compare;
+    std::optional<TextCommand> text;
     int exit_status = 0;  ///< when there is no command
     std::string output;   ///< for standard output: help or version
     std::string error;    ///< for standard error

@@ -1,6 +1,7 @@
 #include "app/compare_run.h"
 
 #include "app/command_line_request.h"
+#include "app/input_file.h"
 #include "app/terminal_window.h"
 #include "common/base/side.h"
 #include "common/log_message.h"
@@ -9,7 +10,6 @@
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"
-#include "compare/document/rtf_reader.h"
 #include "reports/json_report.h"
 #include "reports/terminal_report.h"
 
@@ -29,20 +29,21 @@ class CompareRunner {
     int Run() {
         process_.gbCommandLineRunning = true;
         process_.bShowMessages = true;
-        process_.sLogFile = command_.log_file;
+        process_.sLogFile = command_.load.log_file;
         request_.bExitWhenDone = true;
         request_.sReportTitle = command_.title;
-        for (const Status& step : {OpenSettings(), TakeSides()}) {
+        for (const Status& step :
+             {OpenSettingsFile(process_, command_.load.settings_file), TakeSides()}) {
             if (!step.ok())
                 return Trouble(step);
         }
-        viewer_.Setup("1_CompareFile", true);
+        viewer_.Setup(kFirstViewer, true);
         if (const Status set = SetOptions(); !set.ok())
             return Trouble(set);
         bool failed = false;
         viewer_.RefreshDisplayCommandLine(Format(), failed);
         window_.Clear();
-        if (failed)
+        if (failed || viewer_.SlidesFailed())
             return kTrouble;
         if (!WriteReports() || !WriteJson() || !Print())
             return kTrouble;
@@ -56,41 +57,11 @@ class CompareRunner {
         return kTrouble;
     }
 
-    Status OpenSettings() {
-        if (command_.settings_file.empty())
-            return Status::Ok();
-        if (Status readable = CheckReadable(command_.settings_file); !readable.ok())
-            return readable;
-        process_.settings = OpenIniProfile(command_.settings_file);  // and never flushed
-        return Status::Ok();
-    }
-
-    // Standard input becomes a temporary file, rich text by its first characters.
-    Result<std::string> FileOf(const std::string& side) {
-        if (side != "-") {
-            const Status readable = CheckReadable(side);
-            if (!readable.ok())
-                return readable.failure();
-            return side;
-        }
-        const Result<std::string> text = ReadStandardInput();
-        if (!text.ok())
-            return text;
-        Result<std::string> name = process_.platform.temp_files->NewName(
-            "stdin", LooksLikeRtf(text.value()) ? "rtf" : "txt");
-        if (!name.ok())
-            return name;
-        const Status written = WriteWholeFile(name.value(), text.value());
-        if (!written.ok())
-            return written.failure();
-        return name;
-    }
-
     Status TakeSides() {
         for (const Side side : kBothSides) {
             const std::string& given =
                 side == Side::Original ? command_.original : command_.modified;
-            Result<std::string> file = FileOf(given);
+            Result<std::string> file = InputFile(process_, given);
             if (!file.ok())
                 return file.failure();
             files_[side] = std::move(file).value();
@@ -114,16 +85,13 @@ class CompareRunner {
         turn_on(command_.letters, options.bCompareByCharacter);
         turn_on(command_.faster, options.bCompareFaster);
         turn_on(command_.larger_sections, options.bShowChangesInLargerSections);
-        turn_on(command_.plain, options.bRemoveFormatting);
-        turn_on(command_.remove_blank_lines, options.bRemoveBlankLines);
         turn_on(command_.bracket.has_value(), options.bUseLineBracket);
         if (command_.bracket)
             options.lLineBracket.SetData(*command_.bracket);
         SetExpressions(options);
-        for (const auto& [name, value] : command_.settings) {
-            if (Status set = options.SetByName(name, value); !set.ok())
-                return set.failure().WithContext("--set");
-        }
+        if (Status loads = ApplyLoadOptions(command_.load, options, viewer_.Settings());
+            !loads.ok())
+            return loads;
         return VestrelX::CheckFilterExpression(options.sIgnoreRegularExpression.Data());
     }
 

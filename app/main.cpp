@@ -7,6 +7,7 @@
 #include "app/compare_run.h"
 #include "app/main_frame.h"
 #include "app/run_modes.h"
+#include "app/text_run.h"
 #include "common/platform/platform.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
@@ -35,6 +36,8 @@ int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
     const CommandLineOutcome outcome = ParseUnixCommandLine(arguments);
     if (outcome.compare)
         return RunCompareCommand(platform, *outcome.compare);
+    if (outcome.text)
+        return RunTextCommand(platform, *outcome.text);
     const bool printed = WriteStream(Stream::Output, outcome.output).ok();
     IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
     return printed ? outcome.exit_status : 2;

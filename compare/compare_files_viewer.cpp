@@ -29,7 +29,10 @@ frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest
       editors_(*process.platform.sound),
       monitor_(process, window, mbAbortRequested_),
       loader_({process, options_, settings_, window, recent_files_, TextFileExtensions_,
-               [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); }}) {}
+               [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); },
+               [this](const std::string& text) { window_.ShowStatus(StatusPanel::Detail, text); },
+               [this] { return monitor_.KeepGoing(); },
+               [this] { mlStartTick_ = process_.platform.clock->TickMilliseconds(); }}) {}
 
 // ---- life ----
 

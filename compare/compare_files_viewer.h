@@ -43,6 +43,9 @@ class frmCompareFiles : private ReportSource {
     std::int32_t mlAdditions() const { return counters_.document.additions; }
     std::int32_t mlDeletions() const { return counters_.document.deletions; }
 
+    /// A slide deck could not be read: the run went on with an empty editor.
+    bool SlidesFailed() const { return loader_.bSlidesFailed; }
+
     // ---- runs ----
     /// The Refresh button.
     void Refresh();

@@ -52,6 +52,7 @@ class SilentWindow : public CompareFilesWindow {
     std::string BrowseFor(Side) override { return {}; }
     void PumpEvents() override {}
     void SetHourglass(bool) override {}
+    bool ShowNotice(const std::string&, const std::string&) override { return false; }
     void ShowStatus(StatusPanel, const std::string&) override {}
     void SetAbortVisible(bool) override {}
     void ShowPleaseWait(bool) override {}

@@ -11,8 +11,12 @@
 #include "common/platform/native_path.h"
 #include "common/process_state.h"
 #include "compare/document/rtf_reader.h"
+#include "load/csv_operations.h"
 #include "load/file_kind.h"
+#include "load/pdf_conversion.h"
+#include "load/spreadsheet_preparation.h"
 #include "load/text_preparation.h"
+#include "load/trellis_slide.h"
 
 namespace zorvane {
 namespace {
@@ -80,7 +84,13 @@ clsVarString& FileOption(clsCompareFileOptions& options, Side side) {
 }  // namespace
 
 DocumentLoader::DocumentLoader(LoaderParts parts)
-    : parts_(std::move(parts)), word_(parts_.process.platform.locale->EncodingName()) {}
+    : parts_(std::move(parts)),
+      service_(parts_.process.platform),
+      page_(parts_.process.platform, service_,
+            [this](std::int32_t) { return parts_.keep_going(); }),
+      context_{parts_.process, parts_.options,     parts_.settings,
+               service_,       parts_.show_detail, parts_.keep_going},
+      word_{parts_.process, page_, parts_.restart_time_count} {}
 
 // The reason in front is the contract's; what the system said follows on a line of its own.
 void DocumentLoader::LogFailure(std::string_view text, const std::string& sFile,
@@ -136,7 +146,7 @@ void DocumentLoader::RememberFile(Side side, const std::string& sFile) {
 bool DocumentLoader::LoadSide(Side side, std::string& sFile, Reload reload) {
     if (!SelectFile(side, sFile))
         return false;
-    if (!bLoadingFromSkyDrive(sFile, word_.WordVersion()) && !bFileExists(sFile))
+    if (!bLoadingFromSkyDrive(sFile, page_.WordVersion()) && !bFileExists(sFile))
         return ReportMissing(sFile);
     const bool optimize = parts_.options.bOptimizeFileLoading.Data();
     if (optimize && reload == Reload::WhenChanged && !bForceReload[side]) {
@@ -184,7 +194,7 @@ std::u16string DocumentLoader::Decode(const std::string& bytes) const {
 void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, EditorTarget target) {
     clsCompareFileOptions& options = parts_.options;
     const bool side = IsSide(target);
-    const bool spreadsheet = ExtensionContains(sFile, "CSV XLS");
+    const bool spreadsheet = IsSpreadsheetName(sFile);
     const bool remove_blank_lines = side && options.bRemoveBlankLines.Data();
     if (remove_blank_lines && spreadsheet)
         options.bRemoveFormatting.SetData(true);
@@ -199,7 +209,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
         std::u16string text = Decode(bytes);
         std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
         if (remove_blank_lines)
-            DeleteEmptyLinesFromText(text);
+            RemoveBlankLines(sFile, text);
         document.RichTB().SetText(text);
     }
     if (!parts_.process.translator.gbDoubleByteLocale && !(side && plain))
@@ -227,15 +237,78 @@ void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& byte
     DeleteFileWithRetry(*process.platform.clock, temp_file);
 }
 
+void DocumentLoader::RemoveBlankLines(const std::string& sFile, std::u16string& text) const {
+    if (IsSpreadsheetName(sFile))
+        text = NormalizeBreaks(ToUtf16(csvRemoveEmptyLines(ToUtf8(text))));
+    else
+        DeleteEmptyLinesFromText(text);
+}
+
+// Runs a road with a temporary file to fill, and reads what it left there. After a failure the file
+// stays in the temporary folder.
+std::optional<std::string> DocumentLoader::Converted(
+    const std::function<bool(const std::string&)>& road, const std::string& sFile) {
+    const std::string sTempFile =
+        GetTempNameWithDocExtension(*parts_.process.platform.temp_files, "RTF");
+    if (sTempFile.empty()) {
+        LogFailure("Unable to copy file.", sFile, "no temporary file can be made");
+        return std::nullopt;
+    }
+    if (!road(sTempFile))
+        return std::nullopt;
+    std::optional<std::string> bytes;
+    if (bFileExists(sTempFile))
+        bytes = Read(sTempFile);
+    else
+        bytes.emplace();  // a road that says it went well and left nothing: an empty document
+    DeleteFileWithRetry(*parts_.process.platform.clock, sTempFile);
+    return bytes;
+}
+
 std::optional<std::string> DocumentLoader::ConvertWord(const std::string& sFile,
                                                        const WordPasswords& passwords) {
     const bool plain = parts_.options.bRemoveFormatting.Data();
-    Result<std::string> converted =
-        word_.Convert(sFile, plain ? WordFormat::PlainText : WordFormat::RichText, passwords);
-    if (converted.ok())
-        return std::move(converted).value();
-    LogFailure("Unable to convert Word file.", sFile, converted.failure().reason);
-    return std::nullopt;
+    return Converted(
+        [&](const std::string& sTempFile) {
+            if (word_.ConverterWordDoc(sFile, sTempFile,
+                                       plain ? WordFormat::PlainText : WordFormat::RichText,
+                                       passwords))
+                return true;
+            LogFailure("Unable to convert Word file.", sFile, word_.UnsaidReason());
+            return false;
+        },
+        sFile);
+}
+
+std::optional<std::string> DocumentLoader::ConvertPdf(const std::string& sFile, Side side) {
+    PdfConversion pdf(context_, [this](const std::string& text) {
+        return parts_.questions.ShowNotice(text, parts_.process.Translate("Conversion Failed"));
+    });
+    return Converted(
+        [&](const std::string& sTempFile) {
+            return pdf.Convert(sFile, sTempFile, side, word_, PasswordsOf(parts_.options, side));
+        },
+        sFile);
+}
+
+std::optional<std::string> DocumentLoader::PrepareSpreadsheet(const std::string& sFile, Side side) {
+    SpreadsheetPreparation sheets(context_);
+    return Converted(
+        [&](const std::string& sTempFile) {
+            return sheets.bPrepareExcelFileForComparing(sFile, sTempFile, side);
+        },
+        sFile);
+}
+
+std::optional<std::string> DocumentLoader::PrepareSlides(const std::string& sFile, Side side) {
+    return Converted(
+        [&](const std::string& sTempFile) {
+            const bool prepared =
+                bPreparePowerPointFileForComparing(context_, sFile, sTempFile, side);
+            bSlidesFailed = bSlidesFailed || !bFileExists(sTempFile);
+            return prepared;
+        },
+        sFile);
 }
 
 std::optional<std::string> DocumentLoader::Read(const std::string& sFile) {
@@ -256,29 +329,41 @@ std::optional<std::string> DocumentLoader::ReadText(const std::string& sFile) {
     return bytes;
 }
 
-std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFile, Side side) {
+// Documents that a word processor opens, and web pages and XML while their source isn't asked for.
+bool DocumentLoader::TakesWordRoad(const std::string& sFile) const {
     const clsCompareFileOptions& options = parts_.options;
-    const auto not_read = [&](std::string_view text, std::string_view kind) {
-        LogFailure(text, sFile,
-                   sFile + ": this version does not read " + std::string(kind) +
-                       "; it reads text and RTF");
+    if (options.bRemoveFormatting.Data() && ExtensionContains(sFile, "RTF"))
+        return true;
+    const bool rendered = IsRenderedText(sFile) && !bIsFileText(sFile, parts_.TextFileExtensions);
+    if (!options.bHTMLCompareSource.Data() &&
+        (rendered || ExtensionContains(sFile, "JHTM XHTM XML PHP HTML HTM")))
+        return true;
+    return ExtensionContains(sFile, kWordExtensions) || sFile.find("=Word") != std::string::npos;
+}
+
+// A file whose name says nothing is read as what it holds, so that no document shows as bytes.
+std::optional<std::string> DocumentLoader::ReadUnknown(const std::string& sFile, Side side) {
+    std::optional<std::string> bytes = Read(sFile);
+    if (!bytes)
         return std::nullopt;
-    };
-    // CSV is text too, and read as such until spreadsheets have a reader.
-    if (ExtensionContains(sFile, "XLS"))
-        return not_read("Unable to convert spreadsheet.", "spreadsheets");
-    const bool rich_text = options.bRemoveFormatting.Data() && ExtensionContains(sFile, "RTF");
-    const bool html = !options.bHTMLCompareSource.Data() &&
-                      ExtensionContains(sFile, "JHTM XHTM XML PHP HTML HTM");
-    const bool word = ExtensionContains(sFile, "ODT BK TMP DOT REG WPD WPS MCW ANS ASC DOC") ||
-                      sFile.find("=Word") != std::string::npos;
-    if (rich_text || html || word)
-        return ConvertWord(sFile, PasswordsOf(options, side));
+    if (std::string_view(*bytes).substr(0, 1024).find("%PDF-") != std::string_view::npos)
+        return ConvertPdf(sFile, side);
+    if (bytes->starts_with("PK\x03\x04") || bytes->starts_with("\xD0\xCF\x11\xE0"))
+        return ConvertWord(sFile, PasswordsOf(parts_.options, side));
+    return bytes;
+}
+
+std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFile, Side side) {
+    if (IsSpreadsheetName(sFile))
+        return PrepareSpreadsheet(sFile, side);
+    if (TakesWordRoad(sFile))
+        return ConvertWord(sFile, PasswordsOf(parts_.options, side));
     if (ExtensionContains(sFile, "PDF"))
-        return not_read("Unable to convert PDF file.", "PDF documents");
-    if (ExtensionContains(sFile, "PPT"))
-        return not_read("Unable to convert PPT file.  ", "slides");
-    return bIsFileText(sFile, parts_.TextFileExtensions) ? ReadText(sFile) : Read(sFile);
+        return ConvertPdf(sFile, side);
+    if (IsSlidesName(sFile))
+        return PrepareSlides(sFile, side);
+    return bIsFileText(sFile, parts_.TextFileExtensions) ? ReadText(sFile)
+                                                         : ReadUnknown(sFile, side);
 }
 
 std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::string& sFile,

@@ -10,7 +10,9 @@
 
 #include "common/base/side.h"
 #include "compare/document/rtb_document.h"
-#include "load/converter.h"
+#include "load/conversion_service.h"
+#include "load/load_context.h"
+#include "load/word_conversion.h"
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
 #include "options/recent_items.h"
@@ -29,6 +31,8 @@ class LoadQuestions {
     virtual std::string BrowseFor(Side side) = 0;
     virtual void PumpEvents() = 0;
     virtual void SetHourglass(bool on) = 0;
+    /// A notice with one way on; true when it is never to be shown again.
+    virtual bool ShowNotice(const std::string& text, const std::string& title) = 0;
 };
 
 enum class EditorTarget : std::int32_t {
@@ -61,6 +65,9 @@ struct LoaderParts {
     PerSide<clsMRU>& recent_files;
     clsMRU& TextFileExtensions;
     std::function<clsRTBDocument&(EditorTarget)> document;
+    std::function<void(const std::string&)> show_detail = [](const std::string&) {};
+    std::function<bool()> keep_going = [] { return true; };  ///< yields; false after an abort
+    std::function<void()> restart_time_count = [] {};
 };
 
 class DocumentLoader {
@@ -77,9 +84,9 @@ class DocumentLoader {
         return LoadSide(Side::Modified, sFile, reload);
     }
     bool LoadFileIntoEditor(const std::string& sFile, EditorTarget target);
-    /// The bytes of an RTF or text file that stands for `sFile` in an editor; they are read once,
-    /// so that a pipe serves too. Nothing after a failure, which has been reported and makes the
-    /// next load of both sides a full one.
+    /// The bytes of an RTF or text file that stands for `sFile` in an editor; what needs no
+    /// conversion is read once, so that a pipe serves too. Nothing after a failure, which has been
+    /// reported and makes the next load of both sides a full one.
     std::optional<std::string> ConvertFileIfNecessary(const std::string& sFile, Side side);
 
     // Advice that is given once in a user's life, before a reload.
@@ -92,6 +99,11 @@ class DocumentLoader {
     PerSide<bool> bForceReload{false, false};
     bool bLoadedAsPlainText = false;
     bool bSpaceAddedToTextFile = false;
+    /// A slide deck could not be read and its editor is empty; the load counts as done all the
+    /// same.
+    bool bSlidesFailed = false;
+
+    TrellisPage& Page() { return page_; }
 
   private:
     bool SelectFile(Side side, std::string& sFile);
@@ -104,14 +116,25 @@ class DocumentLoader {
     std::u16string Decode(const std::string& bytes) const;
     std::optional<std::string> ConvertWord(const std::string& sFile,
                                            const WordPasswords& passwords);
+    std::optional<std::string> ConvertPdf(const std::string& sFile, Side side);
+    std::optional<std::string> PrepareSpreadsheet(const std::string& sFile, Side side);
+    std::optional<std::string> PrepareSlides(const std::string& sFile, Side side);
+    std::optional<std::string> Converted(const std::function<bool(const std::string&)>& road,
+                                         const std::string& sFile);
     std::optional<std::string> Read(const std::string& sFile);
     std::optional<std::string> ReadText(const std::string& sFile);
+    std::optional<std::string> ReadUnknown(const std::string& sFile, Side side);
     std::optional<std::string> RunConversion(const std::string& sFile, Side side);
+    bool TakesWordRoad(const std::string& sFile) const;
+    void RemoveBlankLines(const std::string& sFile, std::u16string& text) const;
     void LogFailure(std::string_view text, const std::string& sFile, const std::string& reason);
     void Advise(bool& warned, const std::string& question, const std::string& done_text);
 
     LoaderParts parts_;
-    NativeWordConverter word_;
+    ConversionService service_;
+    NativeTrellisPage page_;
+    LoadContext context_;
+    WordConversion word_;
     PerSide<LoadedFileIdentity> loaded_;
 };
 

@@ -14,13 +14,10 @@ struct KindRow {
 };
 // In the order of the tests: the first that the extension contains counts.
 constexpr KindRow kKinds[] = {
-    {"XLS", FileKind::Spreadsheet},
-    {"CSV", FileKind::CommaDelimited},
-    {"JHTM XHTM PHP HTML HTM", FileKind::Html},
-    {"XML", FileKind::Xml},
-    {"BK ODT TMP DOT REG WPD WPS MCW ANS ASC DOC", FileKind::WordProcessor},
-    {"PDF", FileKind::Pdf},
-    {"PPT", FileKind::Slides},
+    {"XLS XLT ODS OTS", FileKind::Spreadsheet}, {"CSV", FileKind::CommaDelimited},
+    {"JHTM XHTM PHP HTML HTM", FileKind::Html}, {"XML", FileKind::Xml},
+    {kWordExtensions, FileKind::WordProcessor}, {"PDF", FileKind::Pdf},
+    {"PPT PPS POT ODP OTP", FileKind::Slides},
 };
 constexpr std::string_view kTextExtensions =
     " TXT CPP C FRM BAS MOD LOG CSV TSV VB VBS PHP JS ASP RPF ";
@@ -50,6 +47,10 @@ bool ExtensionContains(std::string_view sFile, std::string_view parts) {
         parts.remove_prefix(end == std::string_view::npos ? parts.size() : end + 1);
     }
     return false;
+}
+
+bool IsRenderedText(std::string_view sFile) {
+    return IsOneOf(UpperExtension(sFile), " MD MARKDOWN EML ");
 }
 
 bool bIsFileText(std::string_view sFile, const clsMRU& extensions) {
@@ -84,7 +85,7 @@ FileKind lFileType(const std::string& sFile, bool bRemoveFormatting, const clsMR
             return row.kind;
     }
     if (!bIsFileText(sFile, extensions))
-        return FileKind::Other;
+        return IsRenderedText(sFile) ? FileKind::Html : FileKind::Other;
     return IsFileUnicode(sFile) ? FileKind::UnicodeText : FileKind::Text;
 }
 

@@ -30,6 +30,12 @@ std::string UpperExtension(std::string_view sFile);
 /// blanks. So "XLS" also takes XLSX.
 bool ExtensionContains(std::string_view sFile, std::string_view parts);
 
+/// What a word processor opens, as `ExtensionContains` wants it.
+inline constexpr std::string_view kWordExtensions =
+    "ODT BK TMP DOT REG WPD WPS MCW ANS ASC DOC OTT EPUB";
+/// Text that is rendered like a web page unless its source is asked for: Markdown, e-mail.
+bool IsRenderedText(std::string_view sFile);
+
 /// `extensions` are the user's own text extensions. A text file is told to be Unicode by its bytes.
 FileKind lFileType(const std::string& sFile, bool bRemoveFormatting, const clsMRU& extensions);
 /// By equality, not by containment.

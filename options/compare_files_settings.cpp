@@ -189,6 +189,30 @@ void SaveCompareFilesSettings(IniProfile& file, const std::string& section,
         file.Write(SectionOf(row, section), row.key, std::visit(ShowValue{settings}, row.member));
 }
 
+bool HasSetting(std::string_view key) {
+    for (const SettingRow& row : kRows) {
+        if (row.key == key)
+            return true;
+    }
+    return false;
+}
+
+Status SetSettingByName(CompareFilesSettings& settings, std::string_view key,
+                        const std::string& text) {
+    for (const SettingRow& row : kRows) {
+        if (row.key != key)
+            continue;
+        constexpr double kNoNumber = -1e300;
+        const bool number = std::holds_alternative<std::int32_t Settings::*>(row.member) ||
+                            std::holds_alternative<double Settings::*>(row.member);
+        if (number && dSafeCDbl(text, kNoNumber) == kNoNumber)
+            return Failure{std::string(key) + "=" + text + ": not a number"};
+        std::visit(ReadValue{text, settings}, row.member);
+        return Status::Ok();
+    }
+    return Failure{std::string(key) + ": there is no setting of this name"};
+}
+
 bool ApplyAdvancedAction(std::int32_t code, CompareFilesSettings& settings) {
     for (const ActionRow& row : kActions) {
         if (row.code != code)

@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
+#include "common/base/result.h"
 #include "common/platform/ini_profile.h"
 
 namespace zorvane {
@@ -84,6 +86,12 @@ void ReadCompareFilesSettings(IniProfile& file, const std::string& section,
                               CompareFilesSettings& settings);
 void SaveCompareFilesSettings(IniProfile& file, const std::string& section,
                               const CompareFilesSettings& settings);
+
+/// One setting by its key, from the text that a settings file would hold. Fails, in a user's words,
+/// for a number that is none.
+bool HasSetting(std::string_view key);
+Status SetSettingByName(CompareFilesSettings& settings, std::string_view key,
+                        const std::string& text);
 
 /// Sets what one code of the `/AA` switch stands for; false for an unknown code.
 bool ApplyAdvancedAction(std::int32_t code, CompareFilesSettings& settings);

@@ -6,20 +6,9 @@
 #include <string_view>
 #include <utility>
 
-namespace zorvane {
+#include "load/conversion_error.h"
 
-enum class ReadError : std::int32_t {
-    None = 0,
-    CannotOpen,      ///< missing, vanished, no permission
-    WrongFormat,     ///< not a document of this kind
-    Damaged,         ///< of this kind, but broken
-    PasswordNeeded,  ///< encrypted; none or a wrong one was given
-    Unsupported,     ///< an encryption or a version that nothing here reads
-    NeedsOffice,     ///< only an office suite reads it, and none was found
-    TooLarge,        ///< more than the limits allow once unpacked
-    Cancelled,
-    CannotWrite,  ///< the target
-};
+namespace zorvane {
 
 /// How a reading ended. `detail` is for a user, in one line, without the file's name.
 struct [[nodiscard]] ReadEnd {

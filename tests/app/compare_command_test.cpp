@@ -64,8 +64,8 @@ TEST(CompareCommand, ReadsEveryOption) {
     EXPECT_EQ(command.json, "-");
     EXPECT_TRUE(command.stat && command.open_reports && command.ignore_case &&
                 command.ignore_whitespace && command.ignore_blank_lines && command.letters &&
-                command.faster && command.larger_sections && command.plain &&
-                command.remove_blank_lines);
+                command.faster && command.larger_sections && command.load.plain &&
+                command.load.remove_blank_lines);
     EXPECT_FALSE(command.quiet || command.pager);
     EXPECT_EQ(command.color, ColorWhen::Never);
     EXPECT_EQ(command.context, 5);
@@ -73,11 +73,11 @@ TEST(CompareCommand, ReadsEveryOption) {
     EXPECT_EQ(command.title + command.original_label + command.modified_label, "TLM");
     EXPECT_EQ(command.ignore_expressions, (Arguments{"x*", "y"}));
     EXPECT_EQ(command.bracket, 7);
-    ASSERT_EQ(command.settings.size(), 1U);
-    EXPECT_EQ(command.settings[0].first, "sFontName");
-    EXPECT_EQ(command.settings[0].second, "A=B");
-    EXPECT_EQ(command.settings_file, "s.ini");
-    EXPECT_EQ(command.log_file, "run.log");
+    ASSERT_EQ(command.load.settings.size(), 1U);
+    EXPECT_EQ(command.load.settings[0].first, "sFontName");
+    EXPECT_EQ(command.load.settings[0].second, "A=B");
+    EXPECT_EQ(command.load.settings_file, "s.ini");
+    EXPECT_EQ(command.load.log_file, "run.log");
 }
 
 TEST(CompareCommand, ReportTypeOverridesTheExtension) {

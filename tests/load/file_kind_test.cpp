@@ -25,7 +25,10 @@ struct KindRow {
 };
 constexpr KindRow kKindRows[] = {
     {"workbook by containment", "a.xlsx", false, FileKind::Spreadsheet, false, true},
-    {"template workbook is no text", "a.xltx", false, FileKind::Other, false, false},
+    {"a template of workbooks", "a.xltx", false, FileKind::Spreadsheet, false, false},
+    {"OpenDocument sheets", "a.ods", false, FileKind::Spreadsheet, false, false},
+    {"slides that show at once", "a.ppsx", false, FileKind::Slides, false, false},
+    {"Markdown shows as a page", "a.markdown", false, FileKind::Html, false, false},
     {"commas", "a.csv", false, FileKind::CommaDelimited, true, true},
     {"tabs are text, not a spreadsheet", "a.tsv", false, FileKind::Text, true, true},
     {"PHP is HTML before it is text", "a.php", false, FileKind::Html, true, true},

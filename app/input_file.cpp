@@ -1,0 +1,53 @@
+#include "app/input_file.h"
+
+#include <string_view>
+
+#include "common/platform/files.h"
+#include "common/platform/terminal.h"
+#include "common/process_state.h"
+#include "compare/document/rtf_reader.h"
+
+namespace zorvane {
+namespace {
+
+// Text takes the short road; a document is told by its bytes when its name tells nothing.
+const char* ExtensionFor(std::string_view bytes) {
+    if (LooksLikeRtf(bytes))
+        return "rtf";
+    const bool document = bytes.starts_with("PK\x03\x04") || bytes.starts_with("%PDF-") ||
+                          bytes.starts_with("\xD0\xCF\x11\xE0");
+    return document ? "document" : "txt";
+}
+
+}  // namespace
+
+Status OpenSettingsFile(ProcessState& process, const std::string& file) {
+    if (file.empty())
+        return Status::Ok();
+    if (Status readable = CheckReadable(file); !readable.ok())
+        return readable;
+    process.settings = OpenIniProfile(file);  // and never flushed
+    return Status::Ok();
+}
+
+Result<std::string> InputFile(ProcessState& process, const std::string& given) {
+    if (given != "-") {
+        const Status readable = CheckReadable(given);
+        if (!readable.ok())
+            return readable.failure();
+        return given;
+    }
+    const Result<std::string> bytes = ReadStandardInput();
+    if (!bytes.ok())
+        return bytes;
+    Result<std::string> name =
+        process.platform.temp_files->NewName("stdin", ExtensionFor(bytes.value()));
+    if (!name.ok())
+        return name;
+    const Status written = WriteWholeFile(name.value(), bytes.value());
+    if (!written.ok())
+        return written.failure();
+    return name;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,22 @@
+// What every command of the Unix command line does first: its settings file and its inputs.
+#pragma once
+
+#include <string>
+
+#include "common/base/result.h"
+
+namespace zorvane {
+
+struct ProcessState;
+
+/// The section of a settings file that a run without windows reads.
+inline constexpr const char* kFirstViewer = "1_CompareFile";
+
+/// Reads the settings file into the process; nothing is ever written to it. An empty name is none.
+Status OpenSettingsFile(ProcessState& process, const std::string& file);
+
+/// The name of a file that can be read: `given` itself, or for "-" a temporary file with what came
+/// from standard input, named after what that holds.
+Result<std::string> InputFile(ProcessState& process, const std::string& given);
+
+}  // namespace zorvane

@@ -1,0 +1,172 @@
+#include "app/load_options.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <optional>
+
+#include "options/compare_file_options.h"
+#include "options/compare_files_settings.h"
+
+namespace zorvane {
+namespace {
+
+struct NumberPair {
+    std::int32_t first = 1;
+    std::int32_t last = 1;
+};
+
+std::optional<std::int32_t> WholeNumber(std::string_view text) {
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < 1)
+        return std::nullopt;
+    return number;
+}
+
+// "3" or "2-5".
+std::optional<NumberPair> PairOf(std::string_view text) {
+    const std::size_t dash = text.find('-');
+    const auto first = WholeNumber(text.substr(0, dash));
+    const auto last = dash == std::string_view::npos ? first : WholeNumber(text.substr(dash + 1));
+    if (!first || !last)
+        return std::nullopt;
+    return NumberPair{*first, *last};
+}
+
+void ApplyPasswords(const LoadOptions& from, clsCompareFileOptions& options,
+                    CompareFilesSettings& settings) {
+    const std::string& original =
+        from.original_password.empty() ? from.password : from.original_password;
+    const std::string& modified =
+        from.modified_password.empty() ? from.password : from.modified_password;
+    const auto set = [](const std::string& password, clsVarString& option) {
+        if (!password.empty())
+            option.SetData(password);
+    };
+    set(original, options.sDOCPassword_TO_Original);
+    set(modified, options.sDOCPassword_TO_Modified);
+    set(original, options.sExcelPasswordOriginal);
+    set(modified, options.sExcelPasswordModified);
+    // A PDF is tried with the one and then the other, whichever side it is on.
+    if (!original.empty())
+        settings.sBCLPasswordUser = original;
+    if (!modified.empty())
+        (original.empty() ? settings.sBCLPasswordUser : settings.sBCLPasswordOwner) = modified;
+}
+
+void ApplySheets(const LoadOptions& from, clsCompareFileOptions& options) {
+    if (!from.sheets.empty()) {
+        options.sExcelSheetNumberMaster.SetData(from.sheets);
+        options.sExcelSheetNumberSource.SetData(from.sheets);
+    }
+    if (!from.rows.empty()) {
+        options.bExcelUseRowsMaster.SetData(true);
+        options.bExcelUseRowsSource.SetData(true);
+        options.sExcelRowsMaster.SetData(from.rows);
+        options.sExcelRowsSource.SetData(from.rows);
+    }
+    if (!from.columns.empty()) {
+        options.bExcelUseColsMaster.SetData(true);
+        options.bExcelUseColsSource.SetData(true);
+        options.sExcelColsMaster.SetData(from.columns);
+        options.sExcelColsSource.SetData(from.columns);
+    }
+}
+
+Status ApplyRanges(const LoadOptions& from, CompareFilesSettings& settings) {
+    if (!from.pages.empty()) {
+        const auto pages = PairOf(from.pages);
+        if (!pages)
+            return Failure{"--pages " + from.pages + ": write a page or a range, such as 2-5"};
+        settings.bBCLUsingPageRange = true;
+        settings.lBCLPageFrom = settings.lBCLPageFromModified = pages->first;
+        settings.lBCLPageTo = settings.lBCLPageToModified = pages->last;
+    }
+    if (!from.slides.empty()) {
+        const auto slides = PairOf(from.slides);
+        if (!slides)
+            return Failure{"--slides " + from.slides + ": write a slide or a range, such as 2-5"};
+        settings.bConvertAllSlides = false;
+        settings.lFromSlideOriginal = settings.lFromSlideModified = slides->first;
+        settings.lToSlideOriginal = settings.lToSlideModified = slides->last;
+    }
+    return Status::Ok();
+}
+
+}  // namespace
+
+void AddLoadOptions(CLI::App& app, LoadOptions& options, std::vector<std::string>& sets) {
+    const std::string group = "Loading";
+    const auto text = [&](const char* name, std::string& value, const char* help) {
+        return app.add_option(name, value, help)->type_name("TEXT")->group(group);
+    };
+    app.add_flag("--plain", options.plain, "Compare and show plain text, without formatting")
+        ->group(group);
+    app.add_flag("--remove-blank-lines", options.remove_blank_lines,
+                 "Remove empty paragraphs while loading")
+        ->group(group);
+    text("--password", options.password, "Password to open either document");
+    text("--original-password", options.original_password, "Password to open the first version");
+    text("--modified-password", options.modified_password, "Password to open the second version");
+    text("--sheets", options.sheets,
+         "Sheets of a workbook: numbers, ranges and names, such as 1-2,Costs; * is all (1)")
+        ->type_name("LIST");
+    text("--rows", options.rows, "Rows of a sheet, such as 1,12,30-50")->type_name("LIST");
+    text("--columns", options.columns, "Columns of a sheet, such as 1-3,7")->type_name("LIST");
+    app.add_flag("--formulas", options.formulas, "Formulas of a sheet in place of their values")
+        ->group(group);
+    app.add_flag("--source", options.source, "Web pages, XML and Markdown as source text")
+        ->group(group);
+    text("--pages", options.pages, "Pages of a PDF, such as 2-5")->type_name("RANGE");
+    app.add_flag("--pdf-quick", options.pdf_quick, "Plain text of a PDF, faster")->group(group);
+    text("--slides", options.slides, "Slides of a deck, such as 2-5")->type_name("RANGE");
+    app.add_flag("--notes", options.notes, "Notes of slides too (with --plain)")->group(group);
+    app.add_option("--set", sets, "Set any option by its name, such as lPadLength=30")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false)
+        ->group(group);
+    app.add_option("--settings", options.settings_file,
+                   "Start from the options in this settings file; it is only read")
+        ->type_name("FILE")
+        ->group(group);
+    app.add_option("--log", options.log_file, "Append messages to this file")
+        ->type_name("FILE")
+        ->group(group);
+}
+
+Status TakeSets(const std::vector<std::string>& sets, LoadOptions& options) {
+    for (const std::string& set : sets) {
+        const std::size_t equals = set.find('=');
+        if (equals == std::string::npos || equals == 0)
+            return Failure{"--set " + set + ": write NAME=VALUE"};
+        options.settings.emplace_back(set.substr(0, equals), set.substr(equals + 1));
+    }
+    return Status::Ok();
+}
+
+Status ApplyLoadOptions(const LoadOptions& from, clsCompareFileOptions& options,
+                        CompareFilesSettings& settings) {
+    const auto turn_on = [](bool wanted, clsVarBoolean& option) {
+        if (wanted)
+            option.SetData(true);
+    };
+    turn_on(from.plain, options.bRemoveFormatting);
+    turn_on(from.remove_blank_lines, options.bRemoveBlankLines);
+    turn_on(from.formulas, options.bExcelCompareFormulas);
+    turn_on(from.source, options.bHTMLCompareSource);
+    settings.bDoQuickTextExtraction = settings.bDoQuickTextExtraction || from.pdf_quick;
+    settings.bIncludeNotes = settings.bIncludeNotes || from.notes;
+    ApplyPasswords(from, options, settings);
+    ApplySheets(from, options);
+    if (Status ranges = ApplyRanges(from, settings); !ranges.ok())
+        return ranges;
+    for (const auto& [name, value] : from.settings) {
+        Status set = HasSetting(name) ? SetSettingByName(settings, name, value)
+                                      : options.SetByName(name, value);
+        if (!set.ok())
+            return set.failure().WithContext("--set");
+    }
+    return Status::Ok();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,52 @@
+// The options of a command line that say how files are loaded; `compare` and `text` share them.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/base/result.h"
+
+namespace CLI {
+class App;
+}
+
+namespace zorvane {
+
+class clsCompareFileOptions;
+struct CompareFilesSettings;
+
+/// Unset fields leave the option at its default.
+struct LoadOptions {
+    bool plain = false;
+    bool remove_blank_lines = false;
+    std::string password;  ///< of both sides
+    std::string original_password;
+    std::string modified_password;
+    std::string sheets;  ///< of both sides, such as "1-2,Costs" or "*"
+    std::string rows;
+    std::string columns;
+    bool formulas = false;
+    bool source = false;  ///< web pages, XML and Markdown as text
+    std::string pages;    ///< of PDF on both sides, such as "2-5"
+    bool pdf_quick = false;
+    std::string slides;
+    bool notes = false;
+    std::vector<std::pair<std::string, std::string>> settings;  ///< option name and its value
+    std::string settings_file;
+    std::string log_file;
+    friend bool operator==(const LoadOptions&, const LoadOptions&) = default;
+};
+
+/// Puts them on a command. `sets` takes the raw NAME=VALUE pairs for `TakeSets`.
+void AddLoadOptions(CLI::App& app, LoadOptions& options, std::vector<std::string>& sets);
+Status TakeSets(const std::vector<std::string>& sets, LoadOptions& options);
+
+/// Carries them over to the viewer's options and settings. Fails on an unknown name, a value of the
+/// wrong kind or a bad range, in a user's words.
+Status ApplyLoadOptions(const LoadOptions& from, clsCompareFileOptions& options,
+                        CompareFilesSettings& settings);
+
+}  // namespace zorvane

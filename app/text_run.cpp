@@ -1,0 +1,95 @@
+#include "app/text_run.h"
+
+#include <algorithm>
+
+#include "app/input_file.h"
+#include "common/base/text_encoding.h"
+#include "common/log_message.h"
+#include "common/platform/files.h"
+#include "common/platform/terminal.h"
+#include "common/process_state.h"
+#include "compare/document/memory_editor.h"
+#include "compare/document/rtf_writer.h"
+#include "compare/viewer_window.h"
+#include "load/document_loader.h"
+
+namespace zorvane {
+namespace {
+
+// Breaks as a Unix tool wants them: a row's cells parted by tabs, lines in a paragraph apart.
+std::string ShownText(std::u16string text) {
+    std::erase(text, u'\r');
+    std::replace(text.begin(), text.end(), u'\x0B', u'\n');
+    std::replace(text.begin(), text.end(), u'\x07', u'\t');
+    return ToUtf8(text);
+}
+
+class TextRunner {
+  public:
+    TextRunner(Platform& platform, const TextCommand& command)
+        : command_(command), process_(platform) {}
+
+    int Run() {
+        constexpr int kTrouble = 2;
+        process_.gbCommandLineRunning = true;
+        process_.bShowMessages = true;
+        process_.sLogFile = command_.load.log_file;
+        Status step = OpenSettingsFile(process_, command_.load.settings_file);
+        if (step.ok())
+            step = Load();
+        if (step.ok() && loaded_)
+            step = Write();
+        if (!step.ok())
+            LogMessage(process_, step.failure().reason);
+        return step.ok() && loaded_ ? 0 : kTrouble;
+    }
+
+  private:
+    Status Load() {
+        Result<std::string> file = InputFile(process_, command_.file);
+        if (!file.ok())
+            return file.failure();
+        clsCompareFileOptions options;
+        options.sSectionName = kFirstViewer;
+        IgnoreFailure(options.LoadStateFromFile(*process_.settings),
+                      "an option that cannot be read keeps its default");
+        CompareFilesSettings settings = DefaultCompareFilesSettings(process_.gsDataFolder);
+        ReadCompareFilesSettings(*process_.settings, kFirstViewer, settings);
+        if (Status applied = ApplyLoadOptions(command_.load, options, settings); !applied.ok())
+            return applied;
+        SilentWindow window;
+        PerSide<clsMRU> recent_files;
+        clsMRU extensions;
+        extensions.Setup(kTextExtensions, *process_.settings,
+                         std::string(kFirstViewer) + "TextFileExtensions", "txt,log,csv");
+        clsRTBDocument document;
+        document.Setup(editor_, *process_.platform.sound);
+        DocumentLoader loader({process_, options, settings, window, recent_files, extensions,
+                               [&document](EditorTarget) -> clsRTBDocument& { return document; }});
+        loaded_ = loader.LoadFileIntoEditor(file.value(), EditorTarget::Original) &&
+                  !loader.bSlidesFailed;
+        return Status::Ok();
+    }
+
+    Status Write() {
+        const std::string text =
+            command_.rtf ? WriteRtf(editor_.Rich()) : ShownText(std::u16string(editor_.Text()));
+        return command_.output.empty() ? WriteStream(Stream::Output, text)
+                                       : ReplaceFile(command_.output, text);
+    }
+
+    static constexpr std::int32_t kTextExtensions = 15;
+
+    const TextCommand& command_;
+    ProcessState process_;
+    MemoryEditor editor_;
+    bool loaded_ = false;
+};
+
+}  // namespace
+
+int RunTextCommand(Platform& platform, const TextCommand& command) {
+    return TextRunner(platform, command).Run();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,56 @@
+// PDF to rich text with its formatting, under the option names of the settings.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "load/conversion_service.h"
+#include "options/compare_files_settings.h"
+
+namespace zorvane {
+
+/// Error numbers of a conversion.
+enum class EasyError : std::uint32_t {
+    None = 0,
+    BadPageRange = 0xFFFFFFFC,  ///< -4
+    Conversion = 0x8004FFFF,
+    NoLibrary = 0x80050000,
+    NoPermission = 0x80050001,
+    CannotCreateOutput = 0x80050002,
+    CannotOpenInput = 0x80050003,
+    Internal = 0x80050006,
+    OutOfMemory = 0x80050007,
+    TimedOut = 0x80050008,
+    Stopped = 0x8005000E
+};
+
+class EasyConverter {
+  public:
+    /// Both are borrowed; the options are read at each conversion.
+    EasyConverter(ConversionService& service, const CompareFilesSettings& settings,
+                  ConversionObserver observer)
+        : service_(service), settings_(settings), observer_(std::move(observer)) {}
+
+    /// `pages` is filled on success.
+    EasyError CountPages(const std::string& sFile, const std::string& sPassword,
+                         std::int32_t& pages);
+    /// Pages 0 and 0: all. The target is written whole or not at all.
+    EasyError Convert(const std::string& sFile, const std::string& sTarget,
+                      const std::string& sPassword, std::int32_t first, std::int32_t last);
+    /// The reader's own words on the last failure.
+    const std::string& ErrorDetail() const { return detail_; }
+
+  private:
+    ConversionMessage Job(const char* kind, const std::string& sFile,
+                          const std::string& sPassword) const;
+    EasyError Take(const ConversionResult& result, const std::string& sFile);
+
+    ConversionService& service_;
+    const CompareFilesSettings& settings_;
+    ConversionObserver observer_;
+    std::string detail_;
+};
+
+std::string ReportBCLError(EasyError error);
+
+}  // namespace zorvane

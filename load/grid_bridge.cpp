@@ -1,0 +1,37 @@
+#include "load/grid_bridge.h"
+
+namespace zorvane {
+
+std::int32_t GridBridge::ConvertFile() {
+    const ConversionResult result = service_.Run({{"kind", "sheets"},
+                                                  {"source", source_},
+                                                  {"target", target_},
+                                                  {"sheets", sheets_},
+                                                  {"formulas", formulas_ ? "1" : "0"},
+                                                  {"values", values_ ? "1" : "0"},
+                                                  {"password", password_}},
+                                                 observer_);
+    made_ = SheetFilesOf(result.values);
+    error_ = Explain(result, source_);
+    return static_cast<std::int32_t>(result.error);
+}
+
+std::int32_t GridBridge::ExcelGetProperties() {
+    const ConversionResult result = service_.Run(
+        {{"kind", "sheetnames"}, {"source", source_}, {"password", password_}}, observer_);
+    sheet_names_.clear();
+    const std::int64_t count = NumberOf(result.values, "sheets");
+    for (std::int64_t i = 1; i <= count; ++i)
+        sheet_names_.emplace_back(TextOf(result.values, "sheet" + std::to_string(i)));
+    error_ = Explain(result, source_);
+    return static_cast<std::int32_t>(result.error);
+}
+
+std::int32_t GridBridge::GetSheetName(std::int32_t lIndex, std::string& sName) const {
+    if (lIndex < 1 || lIndex > GetNumberOfSheets())
+        return 1;
+    sName = sheet_names_[static_cast<std::size_t>(lIndex - 1)];
+    return 0;
+}
+
+}  // namespace zorvane

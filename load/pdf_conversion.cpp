@@ -1,0 +1,170 @@
+#include "load/pdf_conversion.h"
+
+#include <fmt/format.h>
+#include <utility>
+
+#include "common/file_utilities.h"
+#include "common/log_message.h"
+#include "common/platform/native_path.h"
+#include "common/process_state.h"
+#include "load/easy_converter.h"
+#include "load/trellis_port.h"
+
+namespace zorvane {
+
+PageRange NormalisedRange(PageRange range, std::int32_t pages) {
+    if (range.to < range.from)
+        std::swap(range.from, range.to);
+    if (range.from < 1 || range.from > pages)
+        range.from = 1;
+    if (range.to < 1 || range.to > pages)
+        range.to = pages;
+    return range;
+}
+
+PageRange PdfConversion::RangeOf(Side side) const {
+    const CompareFilesSettings& settings = context_.settings;
+    if (side == Side::Original)
+        return {settings.lBCLPageFrom, settings.lBCLPageTo};
+    return {settings.lBCLPageFromModified, settings.lBCLPageToModified};
+}
+
+std::string PdfConversion::FailedText(Side side) const {
+    ProcessState& process = context_.process;
+    return process.Translate(side == Side::Original ? "Original File" : "Modified File") + " " +
+           process.Translate("Conversion Failed");
+}
+
+// Before each page: the progress, and the chance to end.
+ConversionObserver PdfConversion::Observer() const {
+    return [this](std::int32_t percent) {
+        if (percent >= 0) {
+            context_.show_detail(context_.process.Translate("Importing PDF: ") +
+                                 fmt::format("{:.1f}", static_cast<double>(percent)) +
+                                 context_.process.Translate("% Complete "));
+        }
+        return context_.keep_going();
+    };
+}
+
+bool PdfConversion::ConverterPDFToTxt(const std::string& sFile, const std::string& sTempFile,
+                                      Side side, std::string& sError) {
+    sError.clear();
+    constexpr double kTenths = 10.0;
+    const CompareFilesSettings& settings = context_.settings;
+    TrellisPort port(context_.service, Observer());
+    port.InputFile = sFile;
+    port.OutputFile = sTempFile;
+    port.PasswordOwner = settings.sBCLPasswordOwner;
+    port.PasswordUser = settings.sBCLPasswordUser;
+    port.tsSetDupMaxDeltaX = settings.lDupMaxDeltaX / kTenths;
+    std::int32_t code = 0;
+    if (settings.bBCLUsingPageRange) {
+        const std::int32_t pages = port.GetNumberOfPages();
+        const PageRange range = NormalisedRange(RangeOf(side), pages);
+        port.FirstPage = range.from;
+        port.LastPage = range.to;
+        code = pages <= 0 ? pages : 0;
+    }
+    if (code == 0)
+        code = port.ConvertPDFToFile();
+    aborted_ = aborted_ || port.Cancelled();
+    if (code == 0)
+        return true;
+    sError = FailedText(side) + ". " + context_.process.Translate(ReportTrellisPortError(code));
+    detail_ = port.ErrorDetail();
+    LogMessage(context_.process, sError, context_.process.sLogFile, false);
+    return false;
+}
+
+bool PdfConversion::ConverterPDFToRTF(const std::string& sFile, const std::string& sTempFile,
+                                      Side side, std::string& sError) {
+    sError.clear();
+    const CompareFilesSettings& settings = context_.settings;
+    EasyConverter converter(context_.service, settings, Observer());
+    const std::string rich = sTempFile + ".RtF";
+    const auto convert = [&](const std::string& password) {
+        if (!settings.bBCLUsingPageRange)
+            return converter.Convert(sFile, rich, password, 0, 0);
+        std::int32_t pages = 0;
+        if (const EasyError error = converter.CountPages(sFile, password, pages);
+            error != EasyError::None)
+            return error;
+        const PageRange range = NormalisedRange(RangeOf(side), pages);
+        return converter.Convert(sFile, rich, password, range.from, range.to);
+    };
+    EasyError error = convert(settings.sBCLPasswordUser);
+    const bool refused = error == EasyError::CannotOpenInput || error == EasyError::NoPermission;
+    if (refused && !settings.sBCLPasswordOwner.empty())
+        error = convert(settings.sBCLPasswordOwner);
+    aborted_ = aborted_ || error == EasyError::Stopped;
+    ProcessState& process = context_.process;
+    if (error == EasyError::None && !MoveFileByCopy(rich, sTempFile).ok())
+        error = EasyError::CannotCreateOutput;
+    if (aborted_)
+        sError = process.Translate("Compare aborted");
+    else if (error != EasyError::None)
+        sError = FailedText(side) + ". LCCBB:" + process.Translate(ReportBCLError(error));
+    if (sError.empty())
+        return true;
+    detail_ = converter.ErrorDetail();
+    LogMessage(process, sError, process.sLogFile, false);
+    return false;
+}
+
+bool PdfConversion::RunRoad(const std::string& sFile, const std::string& sTempFile, Side side,
+                            std::string& sError) {
+    return context_.settings.bDoQuickTextExtraction
+               ? ConverterPDFToTxt(sFile, sTempFile, side, sError)
+               : ConverterPDFToRTF(sFile, sTempFile, side, sError);
+}
+
+// The second stage of the robust road. When it fails the rich text stays.
+void PdfConversion::ToPlainText(const std::string& sTempFile, WordConversion& word,
+                                const WordPasswords& passwords, const std::string& sFile) {
+    const std::string plain = sTempFile + "2";
+    if (!word.ConverterWordDoc(sTempFile, plain, WordFormat::PlainText, passwords)) {
+        LogMessage(context_.process,
+                   "LoadFileIntoEditor(): Unable to convert Word file.\n\n" + sFile);
+        return;
+    }
+    DeleteFileWithRetry(*context_.process.platform.clock, sTempFile);
+    IgnoreFailure(MoveFileByCopy(plain, sTempFile), "an empty text is told by the compare");
+}
+
+void PdfConversion::TellOfOtherRoad(const std::string& sFile) {
+    bool& warned = context_.settings.bWarnedAboutSwitchingPDFConversionMethods;
+    if (context_.process.gbCommandLineRunning || warned || !notice_)
+        return;
+    ProcessState& process = context_.process;
+    warned = notice_(process.Translate("Could not load the PDF file: ") +
+                     std::string(FileNameOf(sFile)) +
+                     process.Translate(", we will try an alternate approach and try again ('Quick "
+                                       "Extraction' vs. 'Robust Extraction'). See 'Compare "
+                                       "Options'\\PDF for more details."));
+}
+
+bool PdfConversion::Convert(const std::string& sFile, const std::string& sTempFile, Side side,
+                            WordConversion& word, const WordPasswords& passwords) {
+    bool& quick = context_.settings.bDoQuickTextExtraction;
+    const bool chosen = quick;
+    aborted_ = false;
+    std::string sError;
+    bool converted = RunRoad(sFile, sTempFile, side, sError);
+    if (!converted && !aborted_) {
+        TellOfOtherRoad(sFile);
+        quick = !quick;
+        converted = RunRoad(sFile, sTempFile, side, sError);
+    }
+    if (converted && !quick && context_.options.bRemoveFormatting.Data())
+        ToPlainText(sTempFile, word, passwords, sFile);
+    quick = chosen;
+    if (!converted && !context_.process.gbCommandLineRunning)
+        context_.show_detail(sError);
+    // The log has it already; who waits at a terminal hears it now, with what to do.
+    if (!converted)
+        LogMessage(context_.process, sError + "\n" + detail_, {}, context_.process.bShowMessages);
+    return converted;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,136 @@
+#include "load/readers/content_kind.h"
+
+#include <algorithm>
+#include <array>
+
+#include "common/base/text_encoding.h"
+#include "compare/document/rtf_reader.h"
+#include "load/readers/compound_file.h"
+#include "load/readers/decrypt.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::size_t kHead = std::size_t{64} * 1024;
+
+std::string LowerExtension(std::string_view name) {
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string_view::npos ? std::string() : ToLower(name.substr(dot + 1));
+}
+
+ContentKind KindOfOpenDocument(std::string_view type) {
+    if (type.find("spreadsheet") != std::string_view::npos)
+        return ContentKind::OpenSheet;
+    if (type.find("presentation") != std::string_view::npos)
+        return ContentKind::OpenSlides;
+    return ContentKind::OpenText;
+}
+
+ContentKind KindOfPackage(Package& package) {
+    if (const auto type = package.Read("mimetype")) {
+        if (type->find("epub") != std::string::npos)
+            return ContentKind::Epub;
+        if (type->find("opendocument") != std::string::npos)
+            return KindOfOpenDocument(*type);
+    }
+    if (package.Has("META-INF/container.xml"))
+        return ContentKind::Epub;
+    if (const auto types = package.Read("[Content_Types].xml")) {
+        if (types->find("wordprocessingml.") != std::string::npos ||
+            types->find("ms-word.") != std::string::npos)
+            return ContentKind::WordPackage;
+        if (types->find("presentationml.") != std::string::npos)
+            return ContentKind::SlidePackage;
+        if (types->find("spreadsheetml.") != std::string::npos ||
+            types->find("ms-excel.") != std::string::npos)
+            return ContentKind::SheetPackage;
+    }
+    if (package.Has("word/document.xml"))
+        return ContentKind::WordPackage;
+    if (package.Has("ppt/presentation.xml"))
+        return ContentKind::SlidePackage;
+    if (package.Has("xl/workbook.xml") || package.Has("xl/workbook.bin"))
+        return ContentKind::SheetPackage;
+    if (package.Has("content.xml"))
+        return ContentKind::OpenText;
+    return ContentKind::OtherPackage;
+}
+
+ContentKind KindOfCompound(std::string_view bytes) {
+    const std::optional<CompoundFile> file = CompoundFile::Open(bytes);
+    if (!file)
+        return ContentKind::OtherCompound;
+    if (file->Has("EncryptedPackage"))
+        return ContentKind::EncryptedPackage;
+    if (file->Has("WordDocument"))
+        return ContentKind::BinaryWord;
+    if (file->Has("Workbook") || file->Has("Book"))
+        return ContentKind::BinarySheet;
+    if (file->Has("PowerPoint Document"))
+        return ContentKind::BinarySlides;
+    return ContentKind::OtherCompound;
+}
+
+bool BeginsWithTag(std::string_view text) {
+    if (text.size() < 2 || text[0] != '<')
+        return false;
+    const char next = text[1];
+    return (next >= 'a' && next <= 'z') || (next >= 'A' && next <= 'Z') || next == '!' ||
+           next == '?';
+}
+
+// A root element or a document type that says HTML, an XML declaration in front or not.
+bool SaysHtml(std::string_view text) {
+    const std::string lower = ToLower(text.substr(0, 2048));
+    for (const std::string_view sign : {"<html", "<!doctype html", "<head", "<body"}) {
+        if (lower.find(sign) != std::string::npos)
+            return true;
+    }
+    return false;
+}
+
+ContentKind KindOfText(std::string_view bytes, std::string_view name) {
+    const std::string extension = LowerExtension(name);
+    if (extension == "md" || extension == "markdown")
+        return ContentKind::Markdown;
+    if (extension == "eml")
+        return ContentKind::Message;
+    std::string_view head = bytes.substr(0, 4096);
+    std::string decoded;
+    if (LooksLikeUtf16(bytes)) {
+        decoded = ToUtf8(DecodeText(head, DetectEncoding(head, "UTF-16LE")));
+        head = decoded;
+    }
+    if (head.starts_with("\xEF\xBB\xBF"))
+        head.remove_prefix(3);
+    head = Trim(head);
+    const bool tagged = BeginsWithTag(head);
+    if (tagged && SaysHtml(head))
+        return ContentKind::Html;
+    if (extension.find("xml") != std::string::npos || (tagged && head.starts_with("<?xml")))
+        return ContentKind::Xml;
+    if (extension.find("htm") != std::string::npos || extension == "php" || tagged)
+        return ContentKind::Html;
+    return ContentKind::Text;
+}
+
+}  // namespace
+
+ContentKind KindOfContent(std::string_view bytes, std::string_view name,
+                          std::unique_ptr<Package>& package) {
+    if (bytes.starts_with("PK\x03\x04") || bytes.starts_with("PK\x05\x06")) {
+        package = Package::Open(bytes);
+        return package ? KindOfPackage(*package) : ContentKind::BrokenPackage;
+    }
+    if (CompoundFile::LooksLike(bytes))
+        return KindOfCompound(bytes);
+    if (LooksLikeRtf(bytes))
+        return ContentKind::Rtf;
+    if (bytes.substr(0, 1024).find("%PDF-") != std::string_view::npos)
+        return ContentKind::Pdf;
+    if (!LooksLikeUtf16(bytes) && bytes.substr(0, kHead).find('\0') != std::string_view::npos)
+        return ContentKind::OtherBinary;
+    return KindOfText(bytes, name);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,108 @@
+// EPUB, by the public description EPUB 3.3: a container names a package document, whose spine
+// names the chapters in reading order.
+#include <algorithm>
+#include <unordered_map>
+#include <vector>
+
+#include "load/readers/html_reader.h"
+#include "load/readers/word_readers.h"
+#include "load/readers/xml_part.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::size_t kMostChapters = 10'000;
+
+// "a%20b.xhtml#part" names the part "a b.xhtml".
+std::string PathOf(std::string_view address) {
+    address = address.substr(0, address.find('#'));
+    std::string path;
+    for (std::size_t at = 0; at < address.size(); ++at) {
+        const auto digit = [&](std::size_t place) {
+            const char character = place < address.size() ? address[place] : '\0';
+            if (character >= '0' && character <= '9')
+                return character - '0';
+            const int letter = character | 0x20;
+            return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
+        };
+        const int high = digit(at + 1);
+        const int low = digit(at + 2);
+        if (address[at] == '%' && high >= 0 && low >= 0) {
+            path += static_cast<char>(high * 16 + low);
+            at += 2;
+        } else {
+            path += address[at];
+        }
+    }
+    return path;
+}
+
+bool IsPage(std::string_view media_type) {
+    return media_type == "application/xhtml+xml" || media_type == "text/html" ||
+           media_type == "application/x-dtbook+xml";
+}
+
+// Address of the package document; empty without one.
+std::string PackageDocument(Package& package) {
+    XmlPart container;
+    if (!XmlPart::Read(package, "META-INF/container.xml", container).ok())
+        return {};
+    for (const pugi::xml_node& file : Child(container.Root(), "rootfiles").children()) {
+        if (Is(file, "rootfile"))
+            return PathOf(Attribute(file, "full-path"));
+    }
+    return {};
+}
+
+std::vector<std::string> Chapters(const pugi::xml_node& root, const std::string& document) {
+    std::unordered_map<std::string, std::string> pages;
+    for (const pugi::xml_node& item : Child(root, "manifest").children()) {
+        if (IsPage(Attribute(item, "media-type")))
+            pages.emplace(Attribute(item, "id"),
+                          ResolvePart(document, PathOf(Attribute(item, "href"))));
+    }
+    std::vector<std::string> chapters;
+    for (const pugi::xml_node& reference : Child(root, "spine").children()) {
+        const auto page = pages.find(std::string(Attribute(reference, "idref")));
+        const bool aside = Attribute(reference, "linear") == "no";
+        if (page != pages.end() && !aside && chapters.size() < kMostChapters)
+            chapters.push_back(page->second);
+    }
+    return chapters;
+}
+
+}  // namespace
+
+ReadEnd ReadEpub(Package& package, DocumentSink& sink, ReadMonitor& monitor) {
+    const std::string document = PackageDocument(package);
+    if (document.empty())
+        return ReadEnd::Fault(ReadError::WrongFormat, "no META-INF/container.xml in the package");
+    if (package.Has("META-INF/encryption.xml") && package.Has("META-INF/rights.xml"))
+        return ReadEnd::Fault(ReadError::Unsupported, "the book is protected");
+    XmlPart opf;
+    if (ReadEnd end = XmlPart::Read(package, document, opf); !end.ok())
+        return end;
+    const std::vector<std::string> chapters = Chapters(opf.Root(), document);
+    std::size_t missing = 0;
+    for (std::size_t place = 0; place < chapters.size(); ++place) {
+        if (!monitor.Progress(static_cast<std::int64_t>(place),
+                              static_cast<std::int64_t>(chapters.size())))
+            return ReadEnd::Fault(ReadError::Cancelled);
+        ReadError error = ReadError::None;
+        const std::optional<std::string> page = package.Read(chapters[place], &error);
+        if (!page && error != ReadError::WrongFormat)
+            return ReadEnd::Fault(error, "cannot read the part " + chapters[place]);
+        if (!page) {
+            ++missing;
+            continue;
+        }
+        const std::string utf8 = HtmlAsUtf8(*page, "UTF-8");
+        if (ReadEnd end = ShowHtml(utf8, HtmlSyntax::Xhtml, sink, monitor); !end.ok())
+            return end;
+    }
+    if (chapters.empty() || missing == chapters.size())
+        return ReadEnd::Fault(ReadError::Damaged, "the book names no chapter that is there");
+    return ReadEnd::Ok();
+}
+
+}  // namespace zorvane

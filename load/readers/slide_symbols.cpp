@@ -1,0 +1,98 @@
+#include "load/readers/slide_symbols.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "common/base/text_encoding.h"
+
+namespace zorvane {
+namespace {
+
+constexpr char16_t kDot = u'\u2022';
+
+using SymbolTable = std::pair<char16_t, char16_t>;
+
+constexpr std::array kPictures = {
+    SymbolTable{0x4A, u'\u263A'}, SymbolTable{0x6C, u'\u25CF'}, SymbolTable{0x6D, u'\u274D'},
+    SymbolTable{0x6E, u'\u25A0'}, SymbolTable{0x6F, u'\u25A1'}, SymbolTable{0x71, u'\u2751'},
+    SymbolTable{0x72, u'\u2752'}, SymbolTable{0x73, u'\u2B27'}, SymbolTable{0x74, u'\u29EB'},
+    SymbolTable{0x75, u'\u25C6'}, SymbolTable{0x76, u'\u2756'}, SymbolTable{0x77, u'\u2B25'},
+    SymbolTable{0x9E, u'\u00B7'}, SymbolTable{0x9F, u'\u2022'}, SymbolTable{0xA1, u'\u25CB'},
+    SymbolTable{0xA7, u'\u25AA'}, SymbolTable{0xA8, u'\u25FB'}, SymbolTable{0xAB, u'\u2605'},
+    SymbolTable{0xD8, u'\u27A2'}, SymbolTable{0xDF, u'\u2190'}, SymbolTable{0xE0, u'\u2192'},
+    SymbolTable{0xE1, u'\u2191'}, SymbolTable{0xE2, u'\u2193'}, SymbolTable{0xE8, u'\u2794'},
+    SymbolTable{0xF0, u'\u21E8'}, SymbolTable{0xFB, u'\u2717'}, SymbolTable{0xFC, u'\u2713'},
+    SymbolTable{0xFD, u'\u2612'}, SymbolTable{0xFE, u'\u2611'}};
+
+constexpr std::array kMathematics = {
+    SymbolTable{0xA3, u'\u2264'}, SymbolTable{0xAB, u'\u2194'}, SymbolTable{0xAC, u'\u2190'},
+    SymbolTable{0xAE, u'\u2192'}, SymbolTable{0xB0, u'\u00B0'}, SymbolTable{0xB1, u'\u00B1'},
+    SymbolTable{0xB3, u'\u2265'}, SymbolTable{0xB4, u'\u00D7'}, SymbolTable{0xB7, u'\u2022'},
+    SymbolTable{0xB8, u'\u00F7'}, SymbolTable{0xB9, u'\u2260'}, SymbolTable{0xBB, u'\u2248'}};
+
+template <std::size_t Size>
+char16_t Find(const std::array<SymbolTable, Size>& table, char16_t code) {
+    const auto* found = std::find_if(table.begin(), table.end(),
+                                     [code](const SymbolTable& row) { return row.first == code; });
+    return found == table.end() ? char16_t{0} : found->second;
+}
+
+// Such fonts lie at U+F000 and are written with that or without.
+char16_t Shown(char16_t unit, std::string_view font) {
+    const bool private_use = unit >= 0xF020 && unit <= 0xF0FF;
+    if (!private_use && unit > 0xFF)
+        return unit;
+    const auto code = static_cast<char16_t>(unit & 0xFF);
+    return font == "Symbol" ? Find(kMathematics, code) : Find(kPictures, code);
+}
+
+bool IsPlain(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char character) {
+        const auto byte = static_cast<unsigned char>(character);
+        return byte == '\t' || (byte >= 0x20 && byte < 0x7F);
+    });
+}
+
+}  // namespace
+
+bool IsSymbolFont(std::string_view font) {
+    return font == "Wingdings" || font == "Symbol";
+}
+
+std::string SymbolText(std::string_view utf8, std::string_view font) {
+    std::u16string text = ToUtf16(utf8);
+    for (char16_t& unit : text) {
+        const char16_t shown = Shown(unit, font);
+        unit = shown == 0 ? unit : shown;
+    }
+    return ToUtf8(text);
+}
+
+std::string SymbolBullet(std::string_view utf8, std::string_view font) {
+    std::u16string text = ToUtf16(utf8);
+    const bool symbols = IsSymbolFont(font);
+    for (char16_t& unit : text) {
+        const bool private_use = unit >= 0xE000 && unit <= 0xF8FF;
+        const char16_t shown = symbols ? Shown(unit, font) : unit;
+        unit = shown == 0 || (!symbols && private_use) ? kDot : shown;
+    }
+    return ToUtf8(text);
+}
+
+std::string CleanText(std::string_view text) {
+    if (IsPlain(text))
+        return std::string(text);
+    std::string clean;
+    clean.reserve(text.size());
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (character == '\n' || character == '\r')
+            clean += ' ';
+        else if (byte >= 0x20 || character == '\t')
+            clean += character;
+    }
+    return IsValidUtf8(clean) ? clean : ToUtf8(ToUtf16(clean));
+}
+
+}  // namespace zorvane

@@ -1,0 +1,121 @@
+#include "load/trellis_page.h"
+
+#include <optional>
+
+#include "common/base/text_encoding.h"
+#include "common/file_utilities.h"
+#include "common/platform/files.h"
+#include "compare/document/rtf_reader.h"
+#include "load/file_kind.h"
+
+namespace zorvane {
+namespace {
+
+// Names of documents that are text to look at and still not shown as such.
+constexpr std::string_view kMarkup = "HTM XML PHP MD MARKDOWN EML";
+
+bool BeginsWithTag(std::string_view bytes) {
+    if (bytes.starts_with("\xEF\xBB\xBF"))
+        bytes.remove_prefix(3);
+    bytes = Trim(bytes.substr(0, 4096));
+    return bytes.starts_with('<');
+}
+
+// RTF and text are ours and safe to read here; the rest is for the other program.
+bool IsReadHere(std::string_view bytes, const std::string& sFile) {
+    constexpr std::size_t kHead = std::size_t{64} * 1024;
+    if (LooksLikeRtf(bytes))
+        return true;
+    if (ExtensionContains(sFile, kMarkup) || bytes.starts_with("PK\x03\x04") ||
+        bytes.substr(0, 1024).find("%PDF-") != std::string_view::npos)
+        return false;
+    if (LooksLikeUtf16(bytes))
+        return true;
+    return bytes.substr(0, kHead).find('\0') == std::string_view::npos && !BeginsWithTag(bytes);
+}
+
+std::string TextIn(std::string bytes, WordFormat format, const std::string& locale) {
+    if (LooksLikeRtf(bytes))
+        return format == WordFormat::RichText ? std::move(bytes) : ToUtf8(ReadRtf(bytes).text);
+    return ToUtf8(DecodeText(bytes, DetectEncoding(bytes, locale)));
+}
+
+WordResult WordResultOf(ReadError error) {
+    switch (error) {
+        case ReadError::None:
+            return WordResult::Ok;
+        case ReadError::CannotOpen:
+        case ReadError::WrongFormat:
+            return WordResult::SourceInvalid;
+        case ReadError::NeedsOffice:
+            return WordResult::NotInstalled;
+        case ReadError::PasswordNeeded:
+            return WordResult::Protected;
+        default:
+            return WordResult::Other;
+    }
+}
+
+}  // namespace
+
+// Whoever may write may read as well, so any of the passwords opens.
+std::string NativeTrellisPage::Password() const {
+    for (const std::string* password :
+         {&InputFile_PassWord, &InputFile_PassWord_TW, &InputFileTemplate_PassWord}) {
+        if (!password->empty())
+            return *password;
+    }
+    return InputFileTemplate_PassWord_TW;
+}
+
+ConversionResult NativeTrellisPage::Convert(const std::string& sFile, const std::string& sTarget,
+                                            WordFormat lFormat) {
+    if (lFormat == WordFormat::PlainText || lFormat == WordFormat::RichText) {
+        Result<std::string> bytes = ReadWholeFile(sFile);
+        if (!bytes.ok())
+            return {ReadError::CannotOpen, bytes.failure().reason, {}};
+        if (IsReadHere(bytes.value(), sFile)) {
+            const Status written = WriteWholeFile(
+                sTarget,
+                TextIn(std::move(bytes).value(), lFormat, platform_.locale->EncodingName()));
+            if (!written.ok())
+                return {ReadError::CannotWrite, written.failure().reason, {}};
+            return {};
+        }
+    }
+    return service_.Run({{"kind", "word"},
+                         {"source", sFile},
+                         {"target", sTarget},
+                         {"format", std::to_string(static_cast<std::int32_t>(lFormat))},
+                         {"password", Password()}},
+                        observer_);
+}
+
+// An office suite writes the document from rich text, whatever the source is.
+ConversionResult NativeTrellisPage::SaveAsDocument(const std::string& sFile,
+                                                   const std::string& sTarget) {
+    const Result<std::string> rich = platform_.temp_files->NewName("save", "rtf");
+    if (!rich.ok())
+        return {ReadError::CannotWrite, rich.failure().reason, {}};
+    ConversionResult result = Convert(sFile, rich.value(), WordFormat::RichText);
+    if (result.ok())
+        result = service_.ConvertByOffice(rich.value(), {}, sTarget, "doc", observer_);
+    DeleteFileWithRetry(*platform_.clock, rich.value());
+    return result;
+}
+
+WordResult NativeTrellisPage::OpenWordSaveAs(const std::string& sFile, const std::string& sTarget,
+                                             WordFormat lFormat) {
+    error_.clear();
+    if (sFile.empty() || sTarget.empty()) {
+        error_ = "the name of the source or of the target is empty";
+        return WordResult::PathEmpty;
+    }
+    const ConversionResult result = lFormat == WordFormat::Document
+                                        ? SaveAsDocument(sFile, sTarget)
+                                        : Convert(sFile, sTarget, lFormat);
+    error_ = Explain(result, sFile);
+    return WordResultOf(result.error);
+}
+
+}  // namespace zorvane

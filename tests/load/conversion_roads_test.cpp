@@ -1,0 +1,331 @@
+// The roads of all file types from a file to the editor, with the real converter.
+#include <gtest/gtest.h>
+
+#include "load/easy_converter.h"
+#include "load/grid_bridge.h"
+#include "load/pdf_conversion.h"
+#include "load/trellis_port.h"
+#include "tests/support/deck_file.h"
+#include "tests/support/loader_fixture.h"
+#include "tests/support/pdf_file.h"
+#include "tests/support/word_file.h"
+#include "tests/support/xlsx_file.h"
+
+namespace zorvane {
+namespace {
+
+using namespace std::literals;
+
+class ConversionRoadsTest : public LoaderFixture {
+  protected:
+    ConversionRoadsTest() { setenv("ZORVANE_OFFICE", "none", 1); }
+    std::string Loaded(std::string_view name, std::string_view bytes, Side side = Side::Original) {
+        const std::string file = system_.folder.Write(name, bytes);
+        loader_.bForceReload = {true, true};
+        if (!Load(file, side))
+            return "failed: " + Log();
+        return Text(side == Side::Original ? EditorTarget::Original : EditorTarget::Modified);
+    }
+};
+
+// ---- word processor ----
+
+std::string ListDocument() {
+    WordFile file;
+    file.body =
+        "<w:p><w:pPr><w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"1\"/></w:numPr></w:pPr><w:r>"
+        "<w:rPr><w:b/></w:rPr><w:t>item</w:t></w:r></w:p>";
+    file.numbering =
+        "<w:abstractNum w:abstractNumId=\"0\"><w:lvl w:ilvl=\"0\"><w:start w:val=\"4\"/><w:lvlText "
+        "w:val=\"%1)\"/></w:lvl></w:abstractNum><w:num w:numId=\"1\"><w:abstractNumId "
+        "w:val=\"0\"/></w:num>";
+    return MakeWordFile(file);
+}
+
+TEST_F(ConversionRoadsTest, ListNumbersOfDocumentsVanishUnlessTheyAreToStay) {
+    EXPECT_EQ(Loaded("a.docx", ListDocument()), "item\r\n");
+    options_.bModifyOriginalDocuments.SetData(false);
+    EXPECT_EQ(Loaded("a.docx", ListDocument()), "4)\titem\r\n");
+    EXPECT_TRUE(DocumentOf(EditorTarget::Original)
+                    .RichTB()
+                    .Rich({CharPos{3}, 1})
+                    .char_runs.at(0)
+                    .format.bold);
+    options_.bRemoveFormatting.SetData(true);
+    EXPECT_EQ(Loaded("a.docx", ListDocument()), "4)\titem\r\n") << "plain text has them as text";
+}
+
+TEST_F(ConversionRoadsTest, DocumentsAreToldByTheirBytes) {
+    EXPECT_EQ(Loaded("a.doc", ListDocument()), "item\r\n");
+    EXPECT_EQ(Loaded("nameless", ListDocument()), "item\r\n");
+    EXPECT_EQ(Loaded("b", test_pdf::MakePdf(test_pdf::Line(72, 700, "Hello"))), "Hello\r\n");
+}
+
+TEST_F(ConversionRoadsTest, OpenWordSaveAsWritesItsFormats) {
+    TrellisPage& page = loader_.Page();
+    const std::string source = system_.folder.Write("a.docx", ListDocument());
+    const std::string target = system_.folder.Path("out");
+    EXPECT_EQ(page.OpenWordSaveAs(source, target, WordFormat::PlainText), WordResult::Ok);
+    EXPECT_EQ(system_.folder.Read("out"), "4)\titem\r\n");
+    EXPECT_EQ(page.OpenWordSaveAs(source, target, WordFormat::RichText), WordResult::Ok);
+    EXPECT_TRUE(system_.folder.Read("out").starts_with("{\\rtf1"));
+    EXPECT_EQ(page.OpenWordSaveAs(source, target, WordFormat::Html), WordResult::Ok);
+    EXPECT_NE(system_.folder.Read("out").find(">item</span>"), std::string::npos);
+    const std::string rtf = system_.folder.Write("a.rtf", "{\\rtf1 x{\\i y}}");
+    EXPECT_EQ(page.OpenWordSaveAs(rtf, target, WordFormat::Html), WordResult::Ok);
+    EXPECT_NE(system_.folder.Read("out").find("font-style: italic\">y"), std::string::npos);
+    EXPECT_EQ(page.OpenWordSaveAs(rtf, target, WordFormat::Document), WordResult::NotInstalled);
+    EXPECT_NE(page.ErrorString().find("install LibreOffice"), std::string::npos);
+    EXPECT_EQ(page.OpenWordSaveAs("", target, WordFormat::RichText), WordResult::PathEmpty);
+    EXPECT_EQ(page.OpenWordSaveAs(system_.folder.Path("none"), target, WordFormat::RichText),
+              WordResult::SourceInvalid);
+}
+
+// A word processor of our making: says what it is told to say.
+class FakePage : public TrellisPage {
+  public:
+    double WordVersion() const override { return version; }
+    bool OptimizeForSpeed() const override { return puts >= puts_until_running; }
+    void putOptimizeForSpeed(bool) override { ++puts; }
+    WordResult OpenWordSaveAs(const std::string&, const std::string&, WordFormat) override {
+        ++conversions;
+        return result;
+    }
+    void HideWordIfVisible() override { ++hides; }
+    std::string ErrorString() const override { return "what it says"; }
+
+    double version = 16.1;
+    WordResult result = WordResult::Ok;
+    int puts_until_running = 1;
+    int puts = 0;
+    int conversions = 0;
+    int hides = 0;
+};
+
+TEST_F(ConversionRoadsTest, EachResultOfTheWordProcessorHasItsLog) {
+    struct Row {
+        WordResult result;
+        std::string_view log;
+    };
+    constexpr Row kRows[] = {
+        {WordResult::Ok, ""},
+        {WordResult::SourceInvalid, "Source file is invalid \n  s\r\n"},
+        {WordResult::NotInstalled, "Failed to Convert.  Check that MS Word is installed\r\n"},
+        {WordResult::PathEmpty, "Source or Target file path is empty\r\n"},
+        {WordResult::Protected, "File is password protected\r\n"},
+        {WordResult::Other, "what it says\r\n"},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.log);
+        std::filesystem::remove(process_.sLogFile);
+        FakePage page;
+        page.result = row.result;
+        WordConversion word{process_, page, {}};
+        EXPECT_EQ(word.ConverterWordDoc("s", "t", WordFormat::RichText, {"1", "2", "3", "4"}),
+                  row.result == WordResult::Ok);
+        EXPECT_EQ(Log(), row.log);
+        EXPECT_EQ(page.hides, 1);
+        EXPECT_EQ(page.InputFileTemplate_PassWord_TW, "4");
+    }
+}
+
+TEST_F(ConversionRoadsTest, ANewerWordProcessorIsRefusedAndAStartIsNotCounted) {
+    FakePage page;
+    int restarts = 0;
+    WordConversion word{process_, page, [&restarts] { ++restarts; }};
+    process_.gbCommandLineRunning = false;
+    EXPECT_TRUE(word.ConverterWordDoc("s", "t", WordFormat::RichText, {}));
+    EXPECT_EQ(restarts, 0);
+    page.puts_until_running = page.puts + 2;
+    EXPECT_TRUE(word.ConverterWordDoc("s", "t", WordFormat::RichText, {}));
+    EXPECT_EQ(restarts, 1);
+    page.version = 16.2;
+    EXPECT_FALSE(word.ConverterWordDoc("s", "t", WordFormat::RichText, {}));
+    EXPECT_EQ(page.conversions, 2);
+    EXPECT_EQ(Log(), "Error 20: Version of MS Word : Version (16.2)\r\n");
+}
+
+// ---- PDF ----
+
+std::string ThreePages() {
+    return test_pdf::MakePdf({{test_pdf::Line(72, 700, "One"), ""},
+                              {test_pdf::Line(72, 700, "Two"), ""},
+                              {test_pdf::Line(72, 700, "Three"), ""}});
+}
+
+TEST(PageRange, IsNormalised) {
+    struct Row {
+        PageRange given;
+        PageRange normal;
+    };
+    constexpr Row kRows[] = {{{10, 5}, {5, 8}}, {{9, 12}, {1, 8}}, {{0, 3}, {1, 3}},
+                             {{3, 3}, {3, 3}},  {{8, 8}, {8, 8}},  {{-1, 9}, {1, 8}}};
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.given.from);
+        EXPECT_EQ(NormalisedRange(row.given, 8), row.normal);
+    }
+}
+
+TEST_F(ConversionRoadsTest, BothRoadsReadTheirSidesPages) {
+    settings_.bBCLUsingPageRange = true;
+    settings_.lBCLPageFrom = settings_.lBCLPageTo = 2;
+    settings_.lBCLPageFromModified = 5;
+    settings_.lBCLPageToModified = 3;
+    for (const bool quick : {false, true}) {
+        SCOPED_TRACE(quick);
+        settings_.bDoQuickTextExtraction = quick;
+        EXPECT_EQ(Trim(Loaded("a.pdf", ThreePages())), "Two");
+        EXPECT_EQ(Trim(Loaded("b.pdf", ThreePages(), Side::Modified)), "Three");
+        EXPECT_EQ(settings_.bDoQuickTextExtraction, quick);
+    }
+    options_.bRemoveFormatting.SetData(true);
+    settings_.bDoQuickTextExtraction = false;
+    EXPECT_EQ(Trim(Loaded("a.pdf", ThreePages())), "Two") << "the second stage gives plain text";
+}
+
+TEST_F(ConversionRoadsTest, AFailureTriesTheOtherRoadOnceAndTellsOnceInALife) {
+    process_.gbCommandLineRunning = false;
+    questions_.answer = true;
+    EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
+    EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
+    ASSERT_EQ(questions_.shown.size(), 1u);
+    EXPECT_TRUE(questions_.shown[0].starts_with(
+        "Conversion Failed|Could not load the PDF file: a.pdf, we will try"))
+        << questions_.shown[0];
+    EXPECT_TRUE(settings_.bWarnedAboutSwitchingPDFConversionMethods);
+    EXPECT_NE(Log().find("Original File Conversion Failed. LCCBB:Cannot open input file. Check "
+                         "file type, permissions etc.\r\nOriginal File Conversion Failed. TPORT: "
+                         "File is invalid or could not open\r\n"),
+              std::string::npos)
+        << Log();
+}
+
+TEST(PdfErrors, HaveTheirTexts) {
+    struct PortRow {
+        std::int32_t code;
+        std::string_view text;
+    };
+    constexpr PortRow kPort[] = {{0, ""},   {-1, ""},  {-2, "TPORT: File is invalid or could"},
+                                 {-13, ""}, {-99, ""}, {-6, "TPORT: PDF File is damaged"}};
+    for (const PortRow& row : kPort) {
+        SCOPED_TRACE(row.code);
+        const std::string text = ReportTrellisPortError(row.code);
+        EXPECT_TRUE(row.text.empty() ? text.empty() : text.starts_with(row.text)) << text;
+    }
+    EXPECT_EQ(ReportBCLError(EasyError::None), "Successfully Converted.");
+    EXPECT_EQ(ReportBCLError(static_cast<EasyError>(0xFFFFFFFD)), "Unknown error.");
+    EXPECT_EQ(ReportBCLError(EasyError::BadPageRange), "Invalid page range numbers.");
+    EXPECT_EQ(ReportBCLError(static_cast<EasyError>(0x80050009)), "Unknown error.");
+    EXPECT_EQ(ReportBCLError(EasyError::TimedOut), "Conversion timed out");
+}
+
+// ---- sheets ----
+
+std::string Workbook() {
+    XlsxParts parts;
+    parts.rows =
+        "<row r=\"1\"><c t=\"inlineStr\"><is><t>a</t></is></c><c><v>1.5</v></c></row>"
+        "<row r=\"3\"><c><f>B1*2</f><v>3</v></c></row>";
+    return MakeXlsx(parts);
+}
+
+struct SheetRow {
+    const char* name;
+    void (*set)(clsCompareFileOptions&);
+    std::string_view shown;
+};
+
+TEST_F(ConversionRoadsTest, SheetsAreCroppedPaddedHeadedAndJoined) {
+    constexpr SheetRow kRows[] = {
+        {"padded to four", [](clsCompareFileOptions& options) { options.lPadLength.SetData(4); },
+         "============= One & only =============\r\na   ,1.5 \r\n    \r\n3   \r\n"},
+        {"all sheets that are seen",
+         [](clsCompareFileOptions& options) { options.sExcelSheetNumberMaster.SetData("*"); },
+         "============= One & only =============\r\na ,1.5\r\n\r\n3\r\n\r\n============= Chart "
+         "=============\r\n"},
+        {"a hidden sheet by its name, a blank line in front of it",
+         [](clsCompareFileOptions& options) {
+             options.sExcelSheetNumberMaster.SetData("1,Secret");
+             options.bExcelAddSheetNameBetweenSheets.SetData(false);
+         },
+         "a ,1.5\r\n\r\n3\r\n\r\n\r\n2\r\n"},
+        {"rows and columns",
+         [](clsCompareFileOptions& options) {
+             options.bExcelAddSheetNameBetweenSheets.SetData(false);
+             options.bExcelUseRowsMaster.SetData(true);
+             options.sExcelRowsMaster.SetData("1");
+             options.bExcelUseColsMaster.SetData(true);
+             options.sExcelColsMaster.SetData("2-");
+         },
+         "1.5\r\n"},
+        {"formulas",
+         [](clsCompareFileOptions& options) {
+             options.bExcelAddSheetNameBetweenSheets.SetData(false);
+             options.bExcelCompareFormulas.SetData(true);
+         },
+         "a ,1.5\r\n\r\n=B1*2\r\n"},
+        {"no such sheet",
+         [](clsCompareFileOptions& options) { options.sExcelSheetNumberMaster.SetData("9"); },
+         "failed: LoadFileIntoEditor(): Unable to convert spreadsheet.\n\n"},
+    };
+    for (const SheetRow& row : kRows) {
+        SCOPED_TRACE(row.name);
+        std::filesystem::remove(process_.sLogFile);
+        ASSERT_TRUE(options_.LoadStateFromFile(*profile_).ok());
+        options_.lPadLength.SetData(0);
+        row.set(options_);
+        const std::string shown = Loaded("a.xlsx", Workbook());
+        EXPECT_EQ(shown.starts_with("failed") ? shown.substr(0, row.shown.size()) : shown,
+                  row.shown);
+    }
+}
+
+TEST_F(ConversionRoadsTest, TheLibraryTellsTheSheetsOfAWorkbook) {
+    ConversionService service(system_.platform);
+    GridBridge bridge(service, {});
+    bridge.OptInputFileSet(system_.folder.Write("a.xlsx", Workbook()));
+    ASSERT_EQ(bridge.ExcelGetProperties(), 0);
+    std::string name;
+    EXPECT_EQ(bridge.GetSheetName(2, name), 0);
+    EXPECT_EQ(name, "Secret");
+    EXPECT_NE(bridge.GetSheetName(bridge.GetNumberOfSheets() + 1, name), 0);
+}
+
+TEST_F(ConversionRoadsTest, CommasOfAnyKindAndEncodingAreRecognised) {
+    options_.lPadLength.SetData(0);
+    EXPECT_EQ(Loaded("a.csv", "n;v\nM\xFCller;1,5\nK\xF6nig;\"a;b\"\n"),
+              "n ,v\r\nM\xC3\xBCller ,\"1,5\"\r\nK\xC3\xB6nig ,a;b\r\n");
+    EXPECT_EQ(Loaded("b.csv",
+                     "\xFF\xFE"
+                     "a\0\t\0b\0\n\0"
+                     "c\0\t\0d\0\n\0"sv),
+              "a ,b\r\nc ,d\r\n");
+}
+
+// ---- slides ----
+
+TEST_F(ConversionRoadsTest, SlidesFollowTheirSettings) {
+    Deck deck;
+    const auto shape = [](const char* text) {
+        return std::string(
+                   "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"a\"/><p:nvPr/></p:nvSpPr>"
+                   "<p:txBody><a:p><a:r><a:t>") +
+               text + "</a:t></a:r></a:p></p:txBody></p:sp>";
+    };
+    deck.AddSlide(shape("first"));
+    deck.AddSlide(shape("second"));
+    deck.AddSlide(shape("third"));
+    const std::string bytes = deck.Finish();
+    EXPECT_EQ(Loaded("a.pptx", bytes), "first\r\nsecond\r\nthird\r\n");
+    settings_.bConvertAllSlides = false;
+    settings_.lFromSlideOriginal = settings_.lToSlideOriginal = 2;
+    EXPECT_EQ(Loaded("a.pptx", bytes), "second\r\n");
+    EXPECT_EQ(Loaded("b.pptx", bytes, Side::Modified), "first\r\nsecond\r\n");
+    settings_.bShowSlideAndShapeNumber = true;
+    options_.bRemoveFormatting.SetData(true);
+    EXPECT_EQ(Loaded("a.pptx", bytes), "Slide 2\r\nShape 1:\r\nsecond\r\n");
+    EXPECT_FALSE(loader_.bSlidesFailed);
+}
+
+}  // namespace
+}  // namespace zorvane

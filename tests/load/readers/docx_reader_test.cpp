@@ -1,0 +1,255 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "load/readers/word_readers.h"
+#include "tests/support/shown_document.h"
+#include "tests/support/word_file.h"
+
+namespace zorvane {
+namespace {
+
+std::string ShownWord(const WordFile& file) {
+    const std::string bytes = MakeWordFile(file);
+    const auto package = Package::Open(bytes);
+    return Shown([&](DocumentSink& sink, ReadMonitor& monitor) {
+        return ReadWordPackage(*package, sink, monitor);
+    });
+}
+
+struct Row {
+    const char* name;
+    std::string_view body;
+    std::string_view shown;
+};
+
+void Check(std::initializer_list<Row> rows, const WordFile& parts = {}) {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        WordFile file = parts;
+        file.body = row.body;
+        EXPECT_EQ(ShownWord(file), row.shown);
+    }
+}
+
+TEST(DocxReader, ReadsTheTextOfRuns) {
+    Check({
+        {"nothing", "", ""},
+        {"an empty paragraph", "<w:p/>", "|"},
+        {"runs and kept blanks",
+         "<w:p><w:r><w:t>a</w:t></w:r><w:r><w:t xml:space=\"preserve\"> </w:t></w:r>"
+         "<w:r><w:t>b&amp;\n</w:t></w:r></w:p>",
+         "a b& |"},
+        {"tabs, lines, no page breaks",
+         "<w:p><w:r><w:t>a</w:t><w:tab/><w:t>b</w:t><w:br/><w:t>c</w:t><w:br w:type=\"page\"/>"
+         "</w:r></w:p>",
+         "a>b/c|"},
+        {"hyphens and symbols",
+         "<w:p><w:r><w:noBreakHyphen/><w:softHyphen/><w:sym w:font=\"Symbol\" w:char=\"F061\"/>"
+         "<w:sym w:font=\"Wingdings\" w:char=\"F0FC\"/></w:r></w:p>",
+         "\xE2\x80\x91\xC2\xAD\xCE\xB1\xE2\x9C\x93|"},
+        {"links and content controls",
+         "<w:p><w:hyperlink><w:r><w:t>a</w:t></w:r></w:hyperlink><w:sdt><w:sdtContent><w:r><w:t>"
+         "b</w:t></w:r></w:sdtContent></w:sdt></w:p>",
+         "ab|"},
+        {"a content control around paragraphs",
+         "<w:sdt><w:sdtContent><w:p><w:r><w:t>a</w:t></w:r></w:p></w:sdtContent></w:sdt>", "a|"},
+        {"ruby",
+         "<w:p><w:ruby><w:rt><w:r><w:t>k</w:t></w:r></w:rt><w:rubyBase><w:r><w:t>K</w:t>"
+         "</w:r></w:rubyBase></w:ruby></w:p>",
+         "K(k)|"},
+        {"a formula", "<w:p><m:oMath><m:r><m:t>x=1</m:t></m:r></m:oMath></w:p>", "x=1|"},
+    });
+}
+
+TEST(DocxReader, ShowsFieldsByTheirResult) {
+    constexpr std::string_view kBegin = "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r>";
+    constexpr std::string_view kSeparate = "<w:r><w:fldChar w:fldCharType=\"separate\"/></w:r>";
+    constexpr std::string_view kEnd = "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
+    const auto run = [](std::string_view text) {
+        return "<w:r><w:t>" + std::string(text) + "</w:t></w:r>";
+    };
+    const std::string begin(kBegin);
+    const std::string nested = "<w:p>" + begin + run("instruction") + begin + run("inner") +
+                               std::string(kSeparate) + run("unseen") + std::string(kEnd) +
+                               std::string(kSeparate) + run("seen") + std::string(kEnd) +
+                               run("after") + "</w:p>";
+    Check(
+        {{"a field in the instruction of another", nested, "seenafter|"},
+         {"a simple field", "<w:p><w:fldSimple><w:r><w:t>3</w:t></w:r></w:fldSimple></w:p>", "3|"},
+         {"a checked box",
+          "<w:p><w:r><w:fldChar w:fldCharType=\"begin\"><w:ffData><w:checkBox><w:checked/>"
+          "</w:checkBox></w:ffData></w:fldChar></w:r></w:p>",
+          "\xE2\x98\x92|"}});
+}
+
+TEST(DocxReader, ReadsTrackedChangesAsAccepted) {
+    Check({
+        {"insertion and deletion",
+         "<w:p><w:ins><w:r><w:t>new</w:t></w:r></w:ins><w:del><w:r><w:delText>old</w:delText></w:r>"
+         "</w:del></w:p>",
+         "new|"},
+        {"a move",
+         "<w:p><w:moveFrom><w:r><w:t>x</w:t></w:r></w:moveFrom></w:p><w:p><w:moveTo><w:r><w:t>x"
+         "</w:t></w:r></w:moveTo></w:p>",
+         "|x|"},
+        {"a deleted paragraph mark joins",
+         "<w:p><w:pPr><w:rPr><w:del/></w:rPr></w:pPr><w:r><w:t>a</w:t></w:r></w:p><w:p><w:r><w:t>b"
+         "</w:t></w:r></w:p>",
+         "ab|"},
+        {"a deleted row",
+         "<w:tbl><w:tr><w:trPr><w:del/></w:trPr><w:tc><w:p/></w:tc></w:tr></w:tbl>", ""},
+    });
+}
+
+TEST(DocxReader, LeavesHiddenTextOutAndNotesIn) {
+    WordFile parts;
+    parts.styles =
+        "<w:style w:type=\"character\" w:styleId=\"H\"><w:rPr><w:vanish/></w:rPr></w:style>";
+    parts.footnotes =
+        "<w:footnote w:id=\"0\" w:type=\"separator\"><w:p><w:r><w:t>-</w:t></w:r></w:p>"
+        "</w:footnote><w:footnote w:id=\"2\"><w:p><w:r><w:footnoteRef/><w:t>note</w:t></w:r></w:p>"
+        "<w:p><w:r><w:t>more</w:t></w:r></w:p></w:footnote>";
+    Check(
+        {{"hidden by its run", "<w:p><w:r><w:rPr><w:vanish/></w:rPr><w:t>x</w:t></w:r></w:p>", "|"},
+         {"hidden by its style",
+          "<w:p><w:r><w:rPr><w:rStyle w:val=\"H\"/></w:rPr><w:t>x</w:t></w:r></w:p>", "|"},
+         {"hidden with its mark leaves no line",
+          "<w:p><w:pPr><w:rPr><w:vanish/></w:rPr></w:pPr></w:p><w:p><w:r><w:t>b</w:t></w:r></w:p>",
+          "b|"},
+         {"a footnote at its place",
+          "<w:p><w:r><w:t>a</w:t><w:footnoteReference w:id=\"2\"/><w:t>b</w:t></w:r></w:p>",
+          "a note/moreb|"},
+         {"a reference to nothing",
+          "<w:p><w:r><w:t>a</w:t><w:footnoteReference w:id=\"7\"/></w:r></w:p>", "a|"}},
+        parts);
+}
+
+TEST(DocxReader, MakesARowAParagraph) {
+    constexpr std::string_view kCell = "<w:tc><w:p><w:r><w:t>c</w:t></w:r></w:p></w:tc>";
+    const std::string cell(kCell);
+    Check({
+        {"cells and lines in them",
+         "<w:tbl><w:tr><w:tc><w:p><w:r><w:t>a</w:t></w:r></w:p><w:p><w:r><w:t>b</w:t></w:r></w:p>"
+         "</w:tc>" +
+             cell + "</w:tr><w:tr>" + cell + "</w:tr></w:tbl>",
+         "a/b!c!|c!|"},
+        {"cells that run on downward",
+         "<w:tbl><w:tr><w:tc><w:tcPr><w:vMerge/></w:tcPr><w:p><w:r><w:t>x</w:t></w:r></w:p></"
+         "w:tc>" +
+             cell + "</w:tr></w:tbl>",
+         "!c!|"},
+        {"a table in a cell",
+         "<w:tbl><w:tr><w:tc><w:tbl><w:tr>" + cell + cell +
+             "</w:tr></w:tbl><w:p/></w:tc></w:tr></w:tbl>",
+         "c>c>/!|"},
+    });
+}
+
+TEST(DocxReader, ReadsTextBoxesBehindTheirParagraphOnce) {
+    constexpr std::string_view kBox =
+        "<w:txbxContent><w:p><w:r><w:t>box</w:t></w:r></w:p></w:txbxContent>";
+    const std::string box(kBox);
+    Check({{"both forms of one box",
+            "<w:p><w:r><w:t>a</w:t><mc:AlternateContent><mc:Choice><w:drawing>" + box +
+                "</w:drawing></mc:Choice><mc:Fallback><w:pict>" + box +
+                "</w:pict></mc:Fallback></mc:AlternateContent><w:t>b</w:t></w:r></w:p>",
+            "ab|box|"}});
+}
+
+constexpr std::string_view kLevels =
+    "<w:lvl w:ilvl=\"0\"><w:start w:val=\"1\"/><w:numFmt w:val=\"decimal\"/><w:lvlText "
+    "w:val=\"%1.\"/></w:lvl><w:lvl w:ilvl=\"1\"><w:start w:val=\"1\"/><w:numFmt "
+    "w:val=\"lowerRoman\"/><w:lvlText w:val=\"%1.%2)\"/></w:lvl>";
+
+std::string Item(const char* list, const char* level, const char* text) {
+    return std::string("<w:p><w:pPr><w:numPr><w:ilvl w:val=\"") + level + "\"/><w:numId w:val=\"" +
+           list + "\"/></w:numPr></w:pPr><w:r><w:t>" + text + "</w:t></w:r></w:p>";
+}
+
+TEST(DocxReader, CountsLists) {
+    WordFile parts;
+    parts.numbering =
+        "<w:abstractNum w:abstractNumId=\"0\">" + std::string(kLevels) +
+        "</w:abstractNum><w:abstractNum w:abstractNumId=\"1\"><w:lvl w:ilvl=\"0\"><w:numFmt "
+        "w:val=\"bullet\"/><w:lvlText w:val=\"\xEF\x82\xB7\"/><w:rPr><w:rFonts "
+        "w:ascii=\"Symbol\"/></w:rPr></w:lvl></w:abstractNum><w:num w:numId=\"1\"><w:abstractNumId "
+        "w:val=\"0\"/></w:num><w:num w:numId=\"2\"><w:abstractNumId w:val=\"0\"/><w:lvlOverride "
+        "w:ilvl=\"0\"><w:startOverride w:val=\"7\"/></w:lvlOverride></w:num><w:num "
+        "w:numId=\"3\"><w:abstractNumId w:val=\"1\"/></w:num>";
+    Check({{"levels start again below an upper one",
+            Item("1", "0", "a") + Item("1", "1", "b") + Item("1", "1", "c") + Item("1", "0", "d") +
+                Item("1", "1", "e"),
+            "1.>a|1.i)>b|1.ii)>c|2.>d|2.i)>e|"},
+           {"a list that starts over",
+            Item("1", "0", "a") + Item("2", "0", "b") + Item("2", "0", "c"), "1.>a|7.>b|8.>c|"},
+           {"a level whose upper one never came", Item("1", "1", "x"), "1.i)>x|"},
+           {"bullets of a symbol font", Item("3", "0", "x"), "\xE2\x80\xA2>x|"},
+           {"no such list", Item("9", "0", "x") + Item("0", "0", "y"), "x|y|"}},
+          parts);
+}
+
+TEST(DocxReader, ResolvesStylesThroughTheirInheritance) {
+    WordFile parts;
+    parts.styles =
+        "<w:docDefaults><w:rPrDefault><w:rPr><w:sz w:val=\"22\"/></w:rPr></w:rPrDefault>"
+        "</w:docDefaults>"
+        "<w:style w:type=\"paragraph\" w:default=\"1\" w:styleId=\"N\"><w:rPr><w:i/></w:rPr>"
+        "</w:style>"
+        "<w:style w:type=\"paragraph\" w:styleId=\"A\"><w:basedOn "
+        "w:val=\"B\"/><w:rPr><w:b/></w:rPr>"
+        "</w:style>"
+        "<w:style w:type=\"paragraph\" w:styleId=\"B\"><w:basedOn w:val=\"A\"/><w:rPr><w:strike/>"
+        "</w:rPr></w:style>"
+        "<w:style w:type=\"character\" w:styleId=\"C\"><w:rPr><w:color w:val=\"FF0000\"/><w:u "
+        "w:val=\"double\"/></w:rPr></w:style>";
+    const auto styled = [](const char* style, const char* run) {
+        return std::string("<w:p><w:pPr><w:pStyle w:val=\"") + style + "\"/></w:pPr><w:r><w:rPr>" +
+               run + "</w:rPr><w:t>x</w:t></w:r></w:p>";
+    };
+    const std::string circle = styled("A", "");
+    const std::string off = styled("A", "<w:b w:val=\"0\"/>");
+    const std::string character = styled("none", "<w:rStyle w:val=\"C\"/><w:i w:val=\"false\"/>");
+    const std::string marks =
+        styled("N", "<w:highlight w:val=\"yellow\"/><w:vertAlign w:val=\"superscript\"/>");
+    Check({{"a circle of styles ends", circle, "[bs:x|]"},
+           {"its own format goes before the style's", off, "[s:x|]"},
+           {"a character style over the default one", character, "[u3#255:x|]"},
+           {"marks", marks, "[i^@65535:x|]"}},
+          parts);
+}
+
+TEST(DocxReader, ReadsHeadersOnceBehindTheBody) {
+    WordFile parts;
+    parts.header = "<w:p><w:r><w:t>head</w:t></w:r></w:p>";
+    constexpr std::string_view kSection =
+        "<w:sectPr><w:headerReference w:type=\"default\" r:id=\"rh\"/></w:sectPr>";
+    const std::string section(kSection);
+    Check(
+        {{"two sections with one header",
+          "<w:p><w:pPr>" + section + "</w:pPr><w:r><w:t>a</w:t></w:r></w:p>" + section, "a|head|"},
+         {"a first page's header that is not shown",
+          "<w:p/><w:sectPr><w:headerReference w:type=\"first\" r:id=\"rh\"/></w:sectPr>", "|"}},
+        parts);
+}
+
+TEST(DocxReader, EndsOnHostileInput) {
+    std::string deep;
+    for (int i = 0; i < 5000; ++i)
+        deep += "<w:sdt>";
+    for (int i = 0; i < 5000; ++i)
+        deep += "</w:sdt>";
+    WordFile nested;
+    nested.body = deep;
+    EXPECT_EQ(ShownWord(nested), "error 3: the document is nested too deeply");
+    const std::string broken = MakeZip({{"word/document.xml", "<w:document><w:body>"}});
+    const auto package = Package::Open(broken);
+    const auto sink = MakePlainSink();
+    SilentMonitor monitor;
+    EXPECT_EQ(ReadWordPackage(*package, *sink, monitor).error, ReadError::Damaged);
+    const std::string empty = MakeZip({{"a", "b"}});
+    EXPECT_EQ(ReadWordPackage(*Package::Open(empty), *sink, monitor).error, ReadError::WrongFormat);
+}
+
+}  // namespace
+}  // namespace zorvane

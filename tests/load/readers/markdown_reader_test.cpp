@@ -1,0 +1,117 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "load/readers/word_readers.h"
+#include "tests/support/shown_document.h"
+
+namespace zorvane {
+namespace {
+
+std::string ShownMarkdown(std::string_view text) {
+    return Shown([text](DocumentSink& sink, ReadMonitor& monitor) {
+        return ReadMarkdown(text, sink, monitor);
+    });
+}
+
+struct Row {
+    const char* name;
+    std::string_view text;
+    std::string_view shown;
+};
+
+void Check(std::initializer_list<Row> rows) {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(ShownMarkdown(row.text), row.shown);
+    }
+}
+
+TEST(MarkdownReader, ReadsBlocks) {
+    Check({
+        {"nothing", "", ""},
+        {"paragraphs", "a\nb\n\n\nc\r\nd", "a b|c d|"},
+        {"headings", "# a #\n## b#\nc\n=\nd\n---\n#e", "[b:a|][b:b#|][b:c|][b:d|]#e|"},
+        {"rules", "a\n\n* * *\n\nb", "a||b|"},
+        {"code", "    a\n\n      b *c*\n\nd", "a||  b *c*|d|"},
+        {"fences", "```cpp\na <b>\n\n~~~\n```\n~~~~\nc\n", "a <b>||~~~|c|"},
+        {"quotes", "> a\nb\n> > c\n\nd", "a b|c|d|"},
+        {"settings in front", "---\ntitle: x\n---\na", "a|"},
+        {"HTML", "<div>a\n*b*</div>\n\n<!-- x\n\ny -->\nc <b>d</b><br>e", "a *b*|c [b:d]/e|"},
+        {"definitions are not shown", "[a]: http://x 'y'\n\nb [a] [c]", "b [u1#15597568:a] [c]|"},
+    });
+}
+
+TEST(MarkdownReader, ReadsLists) {
+    Check({
+        {"bullets", "- a\n- b\n  c\n\n  d\n* e", "\u2022>a|\u2022>b c|d|\u2022>e|"},
+        {"nested", "1. a\n   - b\n     1) c\n2. d", "1.>a|\u25E6>b|1.>c|2.>d|"},
+        {"a start", "7. a\n8. b", "7.>a|8.>b|"},
+        {"an item with code", "-     a\n\n- b\n\n      c", "\u2022>a|\u2022>b|c|"},
+        {"tasks", "- [ ] a\n- [x] b", "\u2022>\u2610 a|\u2022>\u2611 b|"},
+        {"a number does not begin a list inside a paragraph", "in\n1986. a", "in 1986. a|"},
+        {"text behind goes on, behind a blank line not", "- a\nb\n\nc", "\u2022>a b|c|"},
+    });
+}
+
+TEST(MarkdownReader, ReadsTables) {
+    Check({
+        {"a table", "| a | b |\n|:--|--:|\n| c `|` | d\\|e |\n| f |\n\ng",
+         "[b:a]![b:b]!|c `!`!|f!!|g|"},
+        {"without outer bars", "a|b\n-|-\n*c*|d", "[b:a]![b:b]!|[i:c]!d!|"},
+        {"no table", "a | b\nc | d", "a | b c | d|"},
+    });
+}
+
+TEST(MarkdownReader, ReadsInlineMarks) {
+    Check({
+        {"emphasis", "*a* _b_ **c** __d__ ***e*** ~~f~~ g",
+         "[i:a] [i:b] [b:c] [b:d] [bi:e] [s:f] g|"},
+        {"nested", "**a *b* c** *d **e** f* g", "[b:a ][bi:b][b: c] [i:d ][bi:e][i: f] g|"},
+        {"none", "2 * 3 * 4 snake_case_name ** a** ~b~ x",
+         "2 * 3 * 4 snake_case_name ** a** ~b~ x|"},
+        {"inside words", "a*b*c a_b_c d", "a[i:b]c a_b_c d|"},
+        {"unpaired", "**a* b", "*[i:a] b|"},
+        {"code", "a `*b*  <c>` ``d ` e`` `f", "a *b*  <c> d ` e `f|"},
+        {"links", "[a *b*](http://x \"t\") [c][r] [r] <http://y> d\n\n[R]: /z",
+         "[u1#15597568:a ][iu1#15597568:b] [u1#15597568:c] [u1#15597568:r] "
+         "[u1#15597568:http://y] d|"},
+        {"no links", "[a] (b) [c](d e [f", "[a] (b) [c](d e [f|"},
+        {"pictures", "a ![alt *t*](x.png) b", "a alt [i:t] b|"},
+        {"escapes and references", "\\*a\\* \\<b> &copy; &lt; 1 < 2 & c",
+         "*a* <b> \u00A9 < 1 < 2 & c|"},
+        {"tags and what looks like them",
+         "<b title='>' a=1>c</b> <br/><x@y, z> <a@b.c> <1> </b> <b c,d> <>",
+         "[b:c]/<x@y, z> [u1#15597568:a@b.c] <1> <b c,d> <>|"},
+        {"lines", "a  \nb\\\nc\nd", "a/b/c d|"},
+        {"notes", "a[^1] b\n\n[^1]: the *note*\n    goes on\n", "a the [i:note] goes on b|"},
+    });
+}
+
+std::string Repeated(std::string_view piece, std::size_t times) {
+    std::string text;
+    for (std::size_t i = 0; i < times; ++i)
+        text += piece;
+    return text;
+}
+
+TEST(MarkdownReader, EndsSoonOnHostileText) {
+    constexpr std::size_t kMany = 8'000;
+    for (const std::string_view piece :
+         {"[", "![",   "[a](", "*",  "**a ", "_a ",  "*a_b ", "`",  "``` ", "> ",     "- ", "1. ",
+          "<", "<!--", "|",    "a|", "\\",   "[^1]", "&",     "~~", "]",    "![a](b", "<a "}) {
+        SCOPED_TRACE(piece);
+        EXPECT_EQ(ShownMarkdown(Repeated(piece, kMany)).find("error"), std::string::npos);
+    }
+    // Notes that name notes, and short rows of a wide table.
+    std::string notes = "[^0]\n\n";
+    for (int i = 0; i < 50; ++i)
+        notes += "[^" + std::to_string(i) +
+                 "]: " + Repeated("[^" + std::to_string(i + 1) + "]", 100) + "\n\n";
+    EXPECT_LT(ShownMarkdown(notes).size(), 1U << 25);
+    const std::string wide = Repeated("a|", 200) + "\n" + Repeated("-|", 200) + "\n";
+    EXPECT_LT(ShownMarkdown(wide + Repeated("b\n", kMany)).size(), 1U << 20);
+}
+
+}  // namespace
+}  // namespace zorvane

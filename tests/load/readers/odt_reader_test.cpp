@@ -1,0 +1,387 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "load/readers/word_readers.h"
+#include "tests/support/shown_document.h"
+#include "tests/support/zip_file.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::string_view kNames =
+    R"( xmlns:office="o" xmlns:style="s" xmlns:text="t" xmlns:table="b" xmlns:draw="d" xmlns:fo="f")";
+
+std::string Part(std::string_view name, std::string_view content) {
+    return "<office:" + std::string(name) + std::string(kNames) + ">" + std::string(content) +
+           "</office:" + std::string(name) + ">";
+}
+
+std::string ShownPackage(const std::string& content, const std::string& styles,
+                         const std::string& manifest = "<m/>") {
+    const std::string bytes = MakeZip(
+        {{"content.xml", content}, {"styles.xml", styles}, {"META-INF/manifest.xml", manifest}});
+    const auto package = Package::Open(bytes);
+    return Shown([&](DocumentSink& sink, ReadMonitor& monitor) {
+        return ReadOpenDocument(*package, sink, monitor);
+    });
+}
+
+// The text's body, its own styles, and the content of styles.xml.
+std::string ShownText(std::string_view body, std::string_view own = "",
+                      std::string_view named = "") {
+    const std::string automatic =
+        "<office:automatic-styles>" + std::string(own) + "</office:automatic-styles>";
+    return ShownPackage(
+        Part("document-content", automatic + "<office:body><office:text>" + std::string(body) +
+                                     "</office:text></office:body>"),
+        Part("document-styles", named));
+}
+
+struct Row {
+    const char* name;
+    std::string_view body;
+    std::string_view shown;
+};
+
+void Check(std::initializer_list<Row> rows, std::string_view own = "",
+           std::string_view named = "") {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(ShownText(row.body, own, named), row.shown);
+    }
+}
+
+TEST(OdtReader, ReadsTheTextOfParagraphs) {
+    Check({
+        {"nothing", "", ""},
+        {"white space of the file", "<text:p> a\n b <text:span> c </text:span> </text:p>",
+         "a b c|"},
+        {"blanks, tabs, lines",
+         "<text:p>a<text:s text:c='3'/>b<text:tab/>c<text:line-break/>d<text:s/></text:p>",
+         "a   b>c/d |"},
+        {"an empty paragraph", "<text:p/><text:p>a</text:p>", "|a|"},
+        {"fields and links by their text",
+         "<text:p><text:page-number>4</text:page-number><text:a>b<text:bookmark/></text:a>"
+         "<text:meta-field>c</text:meta-field></text:p>",
+         "4bc|"},
+        {"special characters", "<text:p>a\u00A0b\u00ADc &amp; &#x5D0;</text:p>",
+         "a\u00A0b\u00ADc & \u05D0|"},
+        {"sections and an index",
+         "<text:section><text:p>a</text:p></text:section><text:table-of-content>"
+         "<text:table-of-content-source><text:index-title-template>x</text:index-title-template>"
+         "</text:table-of-content-source><text:index-body><text:index-title><text:p>b</text:p>"
+         "</text:index-title><text:p>c<text:tab/>1</text:p></text:index-body>"
+         "</text:table-of-content>",
+         "a|b|c>1|"},
+        {"ruby",
+         "<text:p><text:ruby><text:ruby-base>a</text:ruby-base><text:ruby-text>b</text:ruby-text>"
+         "</text:ruby></text:p>",
+         "a(b)|"},
+    });
+}
+
+TEST(OdtReader, LeavesOutWhatIsNotShown) {
+    Check(
+        {
+            {"deletions",
+             "<text:tracked-changes><text:changed-region><text:deletion><text:p>x</text:p>"
+             "</text:deletion></text:changed-region></text:tracked-changes>"
+             "<text:p>a<text:change/><text:change-start/>b<text:change-end/></text:p>",
+             "ab|"},
+            {"comments",
+             "<text:p>a<office:annotation><text:p>x</text:p></office:annotation>b"
+             "<office:annotation-end/></text:p>",
+             "ab|"},
+            {"hidden text",
+             "<text:p>a<text:span text:style-name='H'>x<text:tab/></text:span>b<text:hidden-text>x"
+             "</text:hidden-text></text:p>",
+             "ab|"},
+            {"hidden sections",
+             "<text:section text:display='none'><text:p>x</text:p></text:section>"
+             "<text:section text:display='condition' text:is-hidden='true'><text:p>x</text:p>"
+             "</text:section><text:p>a</text:p>",
+             "a|"},
+            {"titles of shapes",
+             "<text:p>a<draw:frame><draw:image/><svg:title>x</svg:title><svg:desc>x</svg:desc>"
+             "</draw:frame></text:p>",
+             "a|"},
+        },
+        "<style:style style:name='H' style:family='text'>"
+        "<style:text-properties text:display='none'/></style:style>");
+}
+
+TEST(OdtReader, PutsNotesAtTheirMarkAndFramesBehindTheirParagraph) {
+    constexpr std::string_view kNote =
+        "<text:note><text:note-citation>1</text:note-citation><text:note-body><text:p><text:s/>n</"
+        "text:p>"
+        "<text:p>m</text:p></text:note-body></text:note>";
+    Check({
+        {"a note", "<text:p>a" + std::string(kNote) + " b</text:p>", "a n m b|"},
+        {"behind a blank", "<text:p>a " + std::string(kNote) + ".</text:p>", "a n m.|"},
+        {"frames",
+         "<text:p>a<draw:frame><draw:text-box><text:p>x</text:p><text:p>y</text:p></draw:text-box>"
+         "</draw:frame>b<draw:g><draw:custom-shape><text:p>z</text:p></draw:custom-shape></draw:g>"
+         "</text:p><text:p>c</text:p>",
+         "ab|x|y|z|c|"},
+        {"a frame in a frame",
+         "<text:p>a<draw:frame><draw:text-box><text:p>b<draw:frame><draw:text-box><text:p>c</"
+         "text:p>"
+         "</draw:text-box></draw:frame></text:p></draw:text-box></draw:frame></text:p>",
+         "a|b|c|"},
+        {"a formula",
+         "<text:p>a<draw:frame><draw:object><math><mi>x</mi><mo> = </mo><mn>1</mn>"
+         "<annotation>x over 1</annotation></math></draw:object></draw:frame></text:p>",
+         "ax=1|"},
+    });
+}
+
+TEST(OdtReader, NumbersListsAndHeadings) {
+    constexpr std::string_view kStyles =
+        "<text:list-style style:name='N'><text:list-level-style-number text:level='1' "
+        "style:num-format='1' style:num-suffix='.' text:start-value='3'/>"
+        "<text:list-level-style-number text:level='2' style:num-format='a' style:num-prefix='(' "
+        "style:num-suffix=')' text:display-levels='2'/></text:list-style>"
+        "<text:list-style style:name='B'><text:list-level-style-bullet text:level='1' "
+        "text:bullet-char='-' style:num-suffix='-'/></text:list-style>"
+        "<text:list-style style:name='S'><text:list-level-style-bullet text:level='1' "
+        "text:bullet-char='&#xF0A7;'><style:text-properties fo:font-family='Wingdings'/>"
+        "</text:list-level-style-bullet></text:list-style><text:list-style "
+        "style:name='F'><text:list-level-style-number text:level='1' "
+        "style:num-format='I' loext:num-list-format='&lt;%1%&gt;'/></text:list-style>";
+    const auto item = [](std::string_view content, std::string_view attributes = "") {
+        return "<text:list-item " + std::string(attributes) + "><text:p>" + std::string(content) +
+               "</text:p></text:list-item>";
+    };
+    const std::string open = "<text:list text:style-name='N' ";
+    const std::string nested = "<text:list-item><text:p>b</text:p><text:p>c</text:p><text:list>" +
+                               item("d") + item("e") + "</text:list></text:list-item>";
+    const std::string deep =
+        "<text:list-item><text:list>" + item("e") + "</text:list></text:list-item>";
+    Check(
+        {
+            {"levels", open + ">" + item("a") + nested + item("f") + "</text:list>",
+             "3.>a|4.>b|c|(4.a)>d|(4.b)>e|5.>f|"},
+            {"a header has no number",
+             open + "><text:list-header><text:p>h</text:p></text:list-header>" + item("a") +
+                 "</text:list>",
+             "h|3.>a|"},
+            {"a new list begins anew, another goes on",
+             open + ">" + item("a") + "</text:list><text:p>x</text:p>" + open + ">" + item("b") +
+                 "</text:list>" + open + "text:continue-numbering='true'>" + item("c") +
+                 "</text:list>",
+             "3.>a|x|3.>b|4.>c|"},
+            {"a list goes on by its id",
+             open + "xml:id='l1'>" + item("a") + "</text:list>" + open + ">" + item("b") +
+                 "</text:list>" + open + "text:continue-list='l1'>" + deep + item("c") +
+                 "</text:list>",
+             "3.>a|3.>b|(3.a)>e|4.>c|"},
+            {"start", open + ">" + item("a") + item("b", "text:start-value='9'") + "</text:list>",
+             "3.>a|9.>b|"},
+            {"bullets and patterns",
+             "<text:list text:style-name='B'>" + item("a") +
+                 "</text:list><text:list text:style-name='F'>" + item("b") +
+                 "</text:list><text:list text:style-name='S'>" + item("c") + "</text:list>",
+             "->a|<I>>b|\u25AA>c|"},
+            {"headings",
+             "<text:h text:outline-level='1'>a</text:h><text:h text:outline-level='2'>b</text:h>"
+             "<text:h text:outline-level='1'><text:number>x</text:number>c</text:h>"
+             "<text:h text:is-list-header='true' text:outline-level='1'>d</text:h>",
+             "1>a|1.i>b|2>c|d|"},
+        },
+        kStyles,
+        "<office:styles><text:outline-style><text:outline-level-style text:level='1' "
+        "style:num-format='1'/><text:outline-level-style text:level='2' style:num-format='i' "
+        "text:display-levels='2'/></text:outline-style></office:styles>");
+}
+
+TEST(OdtReader, MakesARowAParagraph) {
+    const auto cell = [](std::string_view content, std::string_view attributes = "") {
+        return "<table:table-cell " + std::string(attributes) + ">" + std::string(content) +
+               "</table:table-cell>";
+    };
+    const auto row = [](const std::string& cells, std::string_view attributes = "") {
+        return "<table:table-row " + std::string(attributes) + ">" + cells + "</table:table-row>";
+    };
+    const auto table = [](const std::string& rows) {
+        return "<table:table>" + rows + "</table:table>";
+    };
+    const std::string a = cell("<text:p>a</text:p>");
+    const std::string inner = table(row(a + a) + row(a));
+    Check({
+        {"rows and paragraphs",
+         table("<table:table-header-rows>" + row(a + cell("<text:p>b</text:p><text:p>c</text:p>")) +
+               "</table:table-header-rows>" + row(a + cell(""))),
+         "a!b/c!|a!!|"},
+        {"covered cells",
+         table(row(cell("<text:p>w</text:p>", "table:number-columns-spanned='2'") +
+                   "<table:covered-table-cell/>" + a) +
+               row(a + "<table:covered-table-cell/>" + a)),
+         "w!a!|a!!a!|"},
+        {"a table in a cell",
+         table(row(cell("<text:p>x</text:p>" + inner + "<text:p>y</text:p>") + a)),
+         "x/a>a/a/y!a!|"},
+        {"repeats",
+         table(row(cell("<text:p>a</text:p>", "table:number-columns-repeated='2'"),
+                   "table:number-rows-repeated='2'")),
+         "a!a!|a!a!|"},
+        {"a list in a cell has its own numbers",
+         table(row(cell("<text:list><text:list-item>"
+                        "<text:p>a</text:p></text:list-item>"
+                        "</text:list>"))),
+         "a!|"},
+    });
+}
+
+TEST(OdtReader, ResolvesStylesThroughTheirParents) {
+    constexpr std::string_view kNamed =
+        "<office:font-face-decls><style:font-face style:name='F' svg:font-family=\"'My Font'\"/>"
+        "</office:font-face-decls><office:styles><style:default-style style:family='paragraph'>"
+        "<style:text-properties fo:font-size='10pt' style:font-name='F'/></style:default-style>"
+        "<style:style style:name='A' style:family='paragraph' style:parent-style-name='B'>"
+        "<style:text-properties fo:font-style='italic' fo:font-size='150%'/></style:style>"
+        "<style:style style:name='B' style:family='paragraph'><style:text-properties "
+        "fo:font-weight='bold' fo:color='#ff0000'/></style:style>"
+        "<style:style style:name='C1' style:family='paragraph' style:parent-style-name='C2'>"
+        "<style:text-properties fo:font-weight='bold'/></style:style>"
+        "<style:style style:name='C2' style:family='paragraph' style:parent-style-name='C1'/>"
+        "<style:style style:name='T' style:family='text'><style:text-properties "
+        "fo:font-weight='normal' style:text-underline-style='wave' style:text-position='super 58%' "
+        "style:text-line-through-style='solid' "
+        "fo:background-color='#00ff00' style:use-window-font-color='true'/></style:style>"
+        "</office:styles>";
+    Check(
+        {
+            {"parents", "<text:p text:style-name='A'>a</text:p>", "[bi#255:a|]"},
+            {"a circle", "<text:p text:style-name='C1'>a</text:p>", "[b:a|]"},
+            {"over the paragraph's",
+             "<text:p text:style-name='A'>a<text:span text:style-name='T'>b</text:span></text:p>",
+             "[bi#255:a][iu8s^@65280:b|]"},
+            {"its own style over a named one", "<text:p text:style-name='P'>a</text:p>", "[b:a|]"},
+        },
+        "<style:style style:name='P' style:family='paragraph' style:parent-style-name='A'>"
+        "<style:text-properties fo:font-style='normal' style:use-window-font-color='true'/>"
+        "<style:paragraph-properties fo:text-align='center'/></style:style>",
+        kNamed);
+}
+
+TEST(OdtReader, ReadsParagraphFormats) {
+    const std::string body =
+        "<text:p text:style-name='P'>a</text:p><text:list text:style-name='N'><text:list-item>"
+        "<text:p>b</text:p></text:list-item></text:list>";
+    const std::string own =
+        "<style:style style:name='P' style:family='paragraph'><style:paragraph-properties "
+        "fo:text-align='end' fo:margin-left='1in' fo:text-indent='-0.5in' fo:margin-top='6pt' "
+        "style:writing-mode='rl-tb' fo:line-height='150%'/></style:style>"
+        "<text:list-style style:name='N'><text:list-level-style-number text:level='1' "
+        "style:num-format='1'><style:list-level-properties><style:list-level-label-alignment "
+        "fo:margin-left='0.5in' fo:text-indent='-0.25in'/></style:list-level-properties>"
+        "</text:list-level-style-number></text:list-style>";
+    const std::string bytes =
+        MakeZip({{"content.xml", Part("document-content",
+                                      "<office:automatic-styles>" + own +
+                                          "</office:automatic-styles><office:body><office:text>" +
+                                          body + "</office:text></office:body>")}});
+    const auto package = Package::Open(bytes);
+    const auto sink = MakeRtfSink();
+    SilentMonitor monitor;
+    ASSERT_TRUE(ReadOpenDocument(*package, *sink, monitor).ok());
+    const RichText text = ReadRtf(sink->Finish());
+    ASSERT_EQ(text.paragraph_runs.size(), 2U);
+    const ParagraphFormat& first = text.paragraph_runs[0].format;
+    EXPECT_EQ(first.alignment, Alignment::Right);
+    EXPECT_EQ(first.left_indent, 1440);
+    EXPECT_EQ(first.first_line_indent, -720);
+    EXPECT_EQ(first.space_before, 120);
+    EXPECT_EQ(first.line_spacing, 360);
+    EXPECT_TRUE(first.right_to_left);
+    EXPECT_EQ(text.paragraph_runs[1].format.left_indent, 720);
+    EXPECT_EQ(text.paragraph_runs[1].format.first_line_indent, -360);
+}
+
+TEST(OdtReader, ShowsHeadersAndFootersOfTheUsedPagesOnce) {
+    constexpr std::string_view kNamed =
+        "<office:automatic-styles><style:style style:name='P1' style:family='paragraph'>"
+        "<style:text-properties fo:font-style='italic'/></style:style></office:automatic-styles>"
+        "<office:master-styles><style:master-page style:name='Standard'><style:header>"
+        "<text:p text:style-name='P1'>h</text:p></style:header><style:footer><text:p>f "
+        "<text:page-number>1</text:page-number></text:p></style:footer><style:footer-left "
+        "style:display='false'><text:p>x</text:p></style:footer-left></style:master-page>"
+        "<style:master-page style:name='First' style:next-style-name='Standard'><style:header>"
+        "<text:p>first</text:p></style:header></style:master-page>"
+        "<style:master-page style:name='Unused'><style:header><text:p>x</text:p></style:header>"
+        "</style:master-page></office:master-styles>";
+    EXPECT_EQ(ShownText("<text:p text:style-name='P1'>a</text:p><text:p text:style-name='P1'>b"
+                        "</text:p>",
+                        "<style:style style:name='P1' style:family='paragraph' "
+                        "style:master-page-name='First'/>",
+                        kNamed),
+              "a|b|first|[i:h|]f 1|");
+    EXPECT_EQ(ShownText("<text:p>a</text:p>", "", kNamed), "a|[i:h|]f 1|");
+}
+
+TEST(OdtReader, ReadsTheTextOfSlidesAndSheets) {
+    EXPECT_EQ(ShownPackage(
+                  Part("document-content",
+                       "<office:body><office:presentation><draw:page><draw:frame><draw:text-box>"
+                       "<text:p>a</text:p></draw:text-box></draw:frame><presentation:notes>"
+                       "<draw:frame><draw:text-box><text:p>n</text:p></draw:text-box></draw:frame>"
+                       "</presentation:notes></draw:page></office:presentation></office:body>"),
+                  Part("document-styles", "")),
+              "a|");
+    EXPECT_EQ(ShownPackage(
+                  Part("document-content",
+                       "<office:body><office:spreadsheet><table:table><table:table-row>"
+                       "<table:table-cell><text:p>a</text:p></table:table-cell><table:table-cell "
+                       "table:number-columns-repeated='16383'/></table:table-row><table:table-row "
+                       "table:number-rows-repeated='1048575'><table:table-cell "
+                       "table:number-columns-repeated='16384'/></table:table-row></table:table>"
+                       "</office:spreadsheet></office:body>"),
+                  Part("document-styles", "")),
+              "a!!|!|");
+}
+
+TEST(OdtReader, TellsWhatItCannotRead) {
+    EXPECT_EQ(ShownPackage("<a><b></a>", "<s/>").substr(0, 8), "error 3:");
+    EXPECT_EQ(ShownPackage("<a/>", "<s/>", "<m><encryption-data/></m>").substr(0, 8), "error 4:");
+    const std::string empty = MakeZip({{"x", "y"}});
+    const auto package = Package::Open(empty);
+    const auto sink = MakePlainSink();
+    SilentMonitor monitor;
+    EXPECT_EQ(ReadOpenDocument(*package, *sink, monitor).error, ReadError::WrongFormat);
+}
+
+std::string Nested(std::string_view open, std::string_view close, int times,
+                   std::string_view inner) {
+    std::string text;
+    for (int i = 0; i < times; ++i)
+        text += open;
+    text += inner;
+    for (int i = 0; i < times; ++i)
+        text += close;
+    return text;
+}
+
+TEST(OdtReader, EndsSoonOnHostileDocuments) {
+    constexpr int kDeep = 100'000;
+    for (const auto& [open, close] :
+         {std::pair{"<text:section>", "</text:section>"},
+          {"<text:p><text:span>", "</text:span></text:p>"},
+          {"<text:list><text:list-item>", "</text:list-item></text:list>"},
+          {"<draw:g>", "</draw:g>"},
+          {"<text:p><draw:frame><draw:text-box>", "</draw:text-box></draw:frame></text:p>"}}) {
+        SCOPED_TRACE(open);
+        EXPECT_EQ(ShownText(Nested(open, close, kDeep, "<text:p>x</text:p>")),
+                  "error 3: elements are nested too deeply");
+    }
+    constexpr std::string_view kRepeat =
+        "<table:table><table:table-row table:number-rows-repeated='2000000000'><table:table-cell "
+        "table:number-columns-repeated='2000000000'>";
+    const std::string bomb = ShownText(Nested(
+        kRepeat, "</table:table-cell></table:table-row></table:table>", 5, "<text:p>x</text:p>"));
+    EXPECT_LT(bomb.size(), 1'000'000U);
+    EXPECT_EQ(ShownText("<text:p>a<text:s text:c='2000000000'/>b</text:p>").size(), 4099U);
+}
+
+}  // namespace
+}  // namespace zorvane

@@ -1,0 +1,29 @@
+// What a reader of documents shows, in the readable form of rich_text_notation.h.
+#pragma once
+
+#include <string>
+
+#include "compare/document/rtf_reader.h"
+#include "load/readers/document_sink.h"
+#include "load/readers/reader.h"
+#include "tests/support/rich_text_notation.h"
+
+namespace zorvane {
+
+class SilentMonitor : public ReadMonitor {
+  public:
+    bool Progress(std::int64_t /*done*/, std::int64_t /*total*/) override { return true; }
+};
+
+/// `read` takes a sink and a monitor and tells how it ended.
+template <class Read>
+std::string Shown(Read&& read) {
+    const auto sink = MakeRtfSink();
+    SilentMonitor monitor;
+    const ReadEnd end = read(*sink, monitor);
+    if (!end.ok())
+        return "error " + std::to_string(static_cast<int>(end.error)) + ": " + end.detail;
+    return Notation(ReadRtf(sink->Finish()));
+}
+
+}  // namespace zorvane
