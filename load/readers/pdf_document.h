@@ -16,7 +16,7 @@ namespace zorvane {
 
 /// Bound on the time of the processor that one page takes. Forms that call one another can stand
 /// for any number of operators in a small file; a map with a million takes a second.
-inline constexpr double kMaxPageSeconds = 4;
+inline constexpr double kMaxPageSeconds = 3;
 
 /// Thrown through poppler, which has no other way out of forms within forms. `WalkPages` catches
 /// it; what poppler leaves behind goes with the process.
