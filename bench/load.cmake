@@ -1,5 +1,6 @@
 if(ZORVANE_FUZZ)
     zorvane_fuzzer(zv_decrypt_fuzz SOURCES decrypt_fuzz.cpp USES zv_readers)
+    zorvane_fuzzer(zv_pdf_fuzz SOURCES pdf_fuzz.cpp USES zv_pdf_reader)
     zorvane_fuzzer(zv_slides_fuzz SOURCES slides_fuzz.cpp USES zv_readers)
     zorvane_fuzzer(zv_workbook_fuzz SOURCES workbook_fuzz.cpp USES zv_readers)
 endif()
