@@ -1,5 +1,7 @@
 if(ZORVANE_FUZZ)
     zorvane_fuzzer(zv_decrypt_fuzz SOURCES decrypt_fuzz.cpp USES zv_readers)
+    zorvane_fuzzer(zv_html_fuzz SOURCES html_fuzz.cpp USES zv_readers)
+    zorvane_fuzzer(zv_odt_fuzz SOURCES odt_fuzz.cpp USES zv_readers)
     zorvane_fuzzer(zv_slides_fuzz SOURCES slides_fuzz.cpp USES zv_readers)
     zorvane_fuzzer(zv_workbook_fuzz SOURCES workbook_fuzz.cpp USES zv_readers)
 endif()
