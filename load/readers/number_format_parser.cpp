@@ -44,6 +44,9 @@ class SectionParser {
         return true;
     }
 
+    /// The section means the long date of the reader's system, whatever it says.
+    bool IsSystemDate() const { return system_date_; }
+
   private:
     bool Next() {
         switch (rest_.front()) {
@@ -103,6 +106,8 @@ class SectionParser {
         if (inside.empty())
             return true;
         const char first = Lower(inside.front());
+        if (StartsWith(inside, "$-f800") || StartsWith(inside, "$-x-sysdate"))
+            system_date_ = true;
         if (first == '$')
             return AddLiteral(inside.substr(1, inside.find('-') - 1));
         if (first == '<' || first == '>' || first == '=')
@@ -227,6 +232,7 @@ class SectionParser {
 
     std::string_view& rest_;
     Section* section_ = nullptr;
+    bool system_date_ = false;
     char last_time_ = 0;  // letter of the date part before, whatever stands between
 };
 
@@ -256,7 +262,14 @@ std::optional<std::vector<Section>> ParseSections(std::string_view code) {
     std::vector<Section> sections;
     while (sections.size() < 4) {
         Section& section = sections.emplace_back();
-        if (!SectionParser(code).Parse(section) || !CompleteSection(section))
+        SectionParser parser(code);
+        bool understood = parser.Parse(section);
+        if (parser.IsSystemDate()) {
+            std::string_view long_date = "dddd, mmmm d, yyyy";
+            section.parts.clear();
+            understood = SectionParser(long_date).Parse(section);
+        }
+        if (!understood || !CompleteSection(section))
             return std::nullopt;
         if (code.empty())
             break;

@@ -87,9 +87,9 @@ struct Decimal {
     }
 };
 
-/// `value` without its sign. True when all shown digits are zero.
+/// `magnitude` is the value without its sign. True when all shown digits are zero.
 bool AppendNumber(const Section& section, double magnitude, std::string& out);
-void AppendFraction(const Section& section, double magnitude, std::string& out);
+bool AppendFraction(const Section& section, double magnitude, std::string& out);
 void AppendDate(const Section& section, double value, bool date_1904, std::string& out);
 
 }  // namespace zorvane::number_format
