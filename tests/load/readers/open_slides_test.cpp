@@ -151,7 +151,7 @@ TEST(OpenSlides, ShowsWhatTheMasterPageGives) {
         "<draw:page draw:master-page-name=\"M\">" +
         Text("second") + "</draw:page>";
     EXPECT_EQ(SlideText(ReadOpenDocumentSlides, Presentation(page)),
-              "body\nfoot\np. 1\nNo. 1\nsecond\nNo. 2\nLogo\n");
+              "body\nNo. 1\nfoot\np. 1\nsecond\nNo. 2\nLogo\n");
 }
 
 TEST(OpenSlides, RangesNotesAndNumbers) {
