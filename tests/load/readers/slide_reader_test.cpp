@@ -272,10 +272,13 @@ TEST(SlideReader, BackgroundTextComesOnceBehindTheSlides) {
         Deck::Shape("type=\"title\"", Deck::Paragraph("Click here")) + Deck::Text("Layout logo");
     deck.master_shapes =
         Deck::Text("Confidential") +
-        Deck::Shape("", "<a:p><a:fld type=\"slidenum\"><a:t>#</a:t></a:fld></a:p>");
+        Deck::Shape("",
+                    "<a:p><a:r><a:t>p. </a:t></a:r><a:fld type=\"slidenum\"><a:t>#</a:t>"
+                    "</a:fld></a:p>");
     deck.AddSlide(Deck::Text("one"));
     deck.AddSlide(Deck::Text("two"));
-    EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), "one\ntwo\nLayout logo\nConfidential\n");
+    EXPECT_EQ(SlideText(ReadSlides, deck.Finish()),
+              "one\np. 1\ntwo\np. 2\nLayout logo\nConfidential\n");
     Deck bare;
     bare.master_shapes = Deck::Text("Confidential");
     bare.AddSlide(Deck::Text("one"), "", "showMasterSp=\"0\"");
