@@ -38,6 +38,8 @@ class PdfCharacterDevice : public OutputDev {
     PdfCharacterDevice(PdfStyles& styles, PdfPageClock& clock) : styles_(styles), clock_(clock) {}
 
     const PdfPage& Page() const { return page_; }
+    /// Adds the links of the page that was shown last.
+    void AddLinks(PDFDoc& document, int number);
     bool Overflow() const { return page_.characters.size() >= kMaxCharacters; }
 
     bool upsideDown() override { return true; }
@@ -77,7 +79,6 @@ class PdfCharacterDevice : public OutputDev {
     void drawImage(GfxState* state, Object* reference, Stream* stream, int width, int height,
                    GfxImageColorMap* colors, bool interpolate, const int* mask_colors,
                    bool inline_image) override;
-    void processLink(AnnotLink* link) override;
 
   private:
     /// A text that stands for the glyphs which are drawn until its end.
@@ -97,6 +98,7 @@ class PdfCharacterDevice : public OutputDev {
     void PaintImage(const GfxState& state);
     void PaintClip(const GfxState& state);
     void AddRule(const PdfBox& box);
+    void AddLink(const Object& annotation);
 
     PdfStyles& styles_;
     PdfPageClock& clock_;
