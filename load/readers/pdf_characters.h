@@ -11,24 +11,9 @@
 
 #include "load/readers/pdf_document.h"
 #include "load/readers/pdf_page.h"
+#include "load/readers/pdf_painted_cells.h"
 
 namespace zorvane {
-
-/// Which parts of a page have something other than white on them, in cells.
-class PaintedCells {
-  public:
-    void Start(double width, double height);
-    void Paint(const PdfBox& box, bool white);
-    bool IsPainted(double x, double y) const;
-
-  private:
-    static constexpr std::size_t kCells = 128;  // each way
-    static std::size_t Cell(double at, double length);
-
-    double width_ = 1;
-    double height_ = 1;
-    std::array<std::array<std::uint8_t, kCells>, kCells> painted_{};
-};
 
 class PdfCharacterDevice : public OutputDev {
   public:
