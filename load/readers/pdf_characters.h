@@ -11,24 +11,9 @@
 
 #include "load/readers/pdf_document.h"
 #include "load/readers/pdf_page.h"
+#include "load/readers/pdf_painted_cells.h"
 
 namespace zorvane {
-
-/// Which parts of a page have something other than white on them, in cells.
-class PaintedCells {
-  public:
-    void Start(double width, double height);
-    void Paint(const PdfBox& box, bool white);
-    bool IsPainted(double x, double y) const;
-
-  private:
-    static constexpr std::size_t kCells = 128;  // each way
-    static std::size_t Cell(double at, double length);
-
-    double width_ = 1;
-    double height_ = 1;
-    std::array<std::array<std::uint8_t, kCells>, kCells> painted_{};
-};
 
 class PdfCharacterDevice : public OutputDev {
   public:
@@ -38,6 +23,8 @@ class PdfCharacterDevice : public OutputDev {
     PdfCharacterDevice(PdfStyles& styles, PdfPageClock& clock) : styles_(styles), clock_(clock) {}
 
     const PdfPage& Page() const { return page_; }
+    /// Adds the links of the page that was shown last.
+    void AddLinks(PDFDoc& document, int number);
     bool Overflow() const { return page_.characters.size() >= kMaxCharacters; }
 
     bool upsideDown() override { return true; }
@@ -77,7 +64,6 @@ class PdfCharacterDevice : public OutputDev {
     void drawImage(GfxState* state, Object* reference, Stream* stream, int width, int height,
                    GfxImageColorMap* colors, bool interpolate, const int* mask_colors,
                    bool inline_image) override;
-    void processLink(AnnotLink* link) override;
 
   private:
     /// A text that stands for the glyphs which are drawn until its end.
@@ -97,6 +83,7 @@ class PdfCharacterDevice : public OutputDev {
     void PaintImage(const GfxState& state);
     void PaintClip(const GfxState& state);
     void AddRule(const PdfBox& box);
+    void AddLink(const Object& annotation);
 
     PdfStyles& styles_;
     PdfPageClock& clock_;

@@ -182,7 +182,7 @@ ReadEnd ReadPdfRich(std::string_view bytes, const PdfPasswords& passwords, const
     end = WalkPages(*file.document, {pages, PageBox::Crop, device, clock}, monitor,
                     [&](std::int32_t page) {
                         if (options.bBCLExtractHyperlinks)
-                            file.document->processLinks(&device, page);
+                            device.AddLinks(*file.document, page);
                         letters += device.Page().characters.size();
                         if (device.Overflow() || letters > kMaxLetters)
                             return false;
