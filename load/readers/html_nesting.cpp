@@ -131,19 +131,15 @@ bool HtmlParser::AdmitStart(const Tag& tag) {
 }
 
 void HtmlParser::CloseForStart(GumboTag tag) {
-    const GumboTag innermost = open_.empty() ? GUMBO_TAG_UNKNOWN : open_.back().tag;
     if (tag == GUMBO_TAG_LI || tag == GUMBO_TAG_DD || tag == GUMBO_TAG_DT)
         CloseItem(tag);
-    if (EndsParagraph(tag)) {
-        if (const std::size_t level = NearestInScope(GUMBO_TAG_P, GUMBO_TAG_BUTTON);
-            level != kNowhere)
-            PopTo(level, true);
-        if (IsHeadingTag(tag) && !open_.empty() && IsHeadingTag(open_.back().tag))
-            PopTo(open_.size() - 1, true);
-    }
+    if (EndsParagraph(tag))
+        CloseParagraph(tag);
+    const GumboTag innermost = open_.empty() ? GUMBO_TAG_UNKNOWN : open_.back().tag;
     const bool option = tag == GUMBO_TAG_OPTION || tag == GUMBO_TAG_OPTGROUP;
     if ((option && innermost == GUMBO_TAG_OPTION) || (IsRubyText(tag) && IsRubyText(innermost)))
         PopTo(open_.size() - 1, true);
+    // Links, buttons and lists of choices do not nest.
     if (tag == GUMBO_TAG_A || tag == GUMBO_TAG_BUTTON || tag == GUMBO_TAG_SELECT) {
         HtmlElement again;
         again.tag = tag;
@@ -152,6 +148,14 @@ void HtmlParser::CloseForStart(GumboTag tag) {
     }
     if (tag == GUMBO_TAG_TABLE)
         CloseBareTable();
+}
+
+void HtmlParser::CloseParagraph(GumboTag tag) {
+    const std::size_t level = NearestInScope(GUMBO_TAG_P, GUMBO_TAG_BUTTON);
+    if (level != kNowhere)
+        PopTo(level, true);
+    if (IsHeadingTag(tag) && !open_.empty() && IsHeadingTag(open_.back().tag))
+        PopTo(open_.size() - 1, true);
 }
 
 // A table right inside a table, outside of its cells, ends that one.
