@@ -8,11 +8,13 @@ other programs find: 2 x longest common subsequence / sum of both counts. Printe
 file and reader, the means for each type, and the files that stay under 0.95 with their best reader.
 
 What is a word: what stands between white space, case and punctuation kept. Characters without width
-and soft hyphens are taken out; each Chinese or Japanese character is a word of its own, since such
-lines are broken anywhere, and so is each bullet. Pandoc draws tables and lists with characters of its own: words that are
-all of - = + | : are left out of its text, and bullets and numbers in front of a line out of both
-texts. Of a spreadsheet the cells of the first sheet are taken. A program that is not installed is
-told and passed over.
+and soft hyphens are taken out, ligatures are their letters, and each Chinese or Japanese character
+is a word of its own, since such lines are broken anywhere. The compare passes over the labels of
+lists, and readers differ in whether they write them: bullets and numbers in front of a line are
+left out of all texts (but those of PDF, where they are text). Pandoc draws tables with characters
+of its own: words that are all of - = + | : are left out of its text. Of a spreadsheet the cells of
+the first sheet are taken, without the line that names it. A program that is not installed is told
+and passed over.
 """
 
 import argparse
@@ -27,16 +29,16 @@ import tempfile
 import unicodedata
 
 INVISIBLE = re.compile("[\u00ad\u200b-\u200f\u202a-\u202e\u2060\ufeff]")
-ALONE = re.compile(
-    "([\u2022\u25cf\u25cb\u25aa\u25e6]|"
-    "[\u3040-\u30ff\u3400-\u9fff\uf900-\ufaff\U00020000-\U0003ffff])"
-)
+IDEOGRAPH = re.compile("([\u3040-\u30ff\u3400-\u9fff\uf900-\ufaff\U00020000-\U0003ffff])")
+LIGATURES = str.maketrans({"\ufb00": "ff", "\ufb01": "fi", "\ufb02": "fl", "\ufb03": "ffi",
+                           "\ufb04": "ffl", "\ufb05": "st", "\ufb06": "st"})
 PAGE_SIZE = re.compile(rb"/MediaBox\s*\[[^\]]*\]")
 DRAWN = re.compile(r"[-=+|:]+")
 LABEL = re.compile(
-    r"^[ \t|]*(?:[-*\u2022\u25cf\u25cb\u25aa\u25e6\u2013\uf0b7\u00b7]|o|"
-    r"\(?(?:\d+(?:\.\d+)*|[A-Za-z]|[ivxlcdmIVXLCDM]+)[.)])(?=\s)"
+    r"^[ \t|]*(?:[\u2022\u25cf\u25cb\u25aa\u25e6\uf0b7\u00b7\u2713\u27a2]|"
+    r"(?:[-*\u2013o]|\(?(?:\d+(?:\.\d+)*|[A-Za-z]|[ivxlcdmIVXLCDM]+)[.)])(?=\s))"
 )
+SHEET_NAME = re.compile(r"^=+ .* =+$", re.MULTILINE)
 LOW = 0.95
 
 WORD_TYPES = {".docx", ".docm", ".dotx", ".odt", ".ott", ".rtf", ".html", ".htm", ".doc"}
@@ -45,14 +47,14 @@ PANDOC = {".docx": "docx", ".docm": "docx", ".dotx": "docx", ".odt": "odt", ".ot
 SHEET_TYPES = {".xlsx", ".xlsm", ".xls", ".ods", ".xlsb"}
 SLIDE_TYPES = {".pptx", ".pptm", ".ppsx", ".potx", ".ppt", ".odp"}
 KNOWN = WORD_TYPES | SHEET_TYPES | SLIDE_TYPES | {".pdf", ".epub", ".md"}
-SHEET_FILTER = 'csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false,1'
+SHEET_FILTER = 'csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false'
 TEXT_FILTER = "txt:Text (encoded):UTF8"
 WEB_TEXT_FILTER = "txt:Text (encoded) (StarWriter/Web):UTF8"
 
 
 def words(text):
-    text = INVISIBLE.sub("", unicodedata.normalize("NFC", text))
-    return ALONE.sub(r" \1 ", text).split()
+    text = INVISIBLE.sub("", unicodedata.normalize("NFC", text)).translate(LIGATURES)
+    return IDEOGRAPH.sub(r" \1 ", text).split()
 
 
 def without_labels(text):
@@ -60,7 +62,10 @@ def without_labels(text):
 
 
 def without_drawing(text):
-    return " ".join(word for word in text.split() if not DRAWN.fullmatch(word))
+    """A lone - stays: it is the bullet of a list."""
+    def kept(line):
+        return " ".join(word for word in line.split() if word == "-" or not DRAWN.fullmatch(word))
+    return "\n".join(kept(line) for line in text.splitlines())
 
 
 def cells(text):
@@ -159,7 +164,7 @@ def readers_of(file, installed, office):
     kind = file.suffix.lower()
     if kind in PANDOC and "pandoc" in installed:
         text = output_of(["pandoc", "-f", PANDOC[kind], "-t", "plain", "--wrap=none", str(file)])
-        yield "pandoc", None if text is None else without_drawing(without_labels(text))
+        yield "pandoc", None if text is None else without_drawing(text)
     if kind in (".xlsx", ".xlsm") and "xlsx2csv" in installed:
         text = output_of(["xlsx2csv", "-s", "1", str(file)])
         yield "xlsx2csv", None if text is None else cells(text)
@@ -176,13 +181,14 @@ def our_text(program, file, passwords):
         command += ["--password", passwords[file.name]]
     text = output_of(command)
     if text is not None and file.suffix.lower() in SHEET_TYPES:
-        text = cells(text)
+        text = cells(SHEET_NAME.sub("", text))
     return text
 
 
 def score(program, files, passwords, installed, office):
     """Rows of file, reader, similarity or nothing, counts of both."""
     for file in files:
+        labels = file.suffix.lower() in SHEET_TYPES | {".pdf"}
         ours = our_text(program, file, passwords)
         if ours is None:
             yield file, "ours fails", None, 0, 0
@@ -191,8 +197,8 @@ def score(program, files, passwords, installed, office):
             if theirs is None:
                 yield file, reader + " fails", None, len(words(ours)), 0
                 continue
-            own = words(without_labels(ours) if reader == "pandoc" else ours)
-            other = words(theirs)
+            own = words(ours if labels else without_labels(ours))
+            other = words(theirs if labels else without_labels(theirs))
             yield file, reader, similarity(own, other), len(own), len(other)
 
 
@@ -247,7 +253,8 @@ def main():
     files = []
     for folder in arguments.folders:
         found = [folder] if folder.is_file() else sorted(folder.rglob("*"))
-        files += [file for file in found if file.is_file() and file.suffix.lower() in KNOWN]
+        files += [file for file in found if file.is_file() and file.suffix.lower() in KNOWN
+                  and file.name != "README.md"]
     if not files:
         sys.exit("no documents found")
     passwords = dict(pair.split("=", 1) for pair in arguments.password)

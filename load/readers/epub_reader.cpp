@@ -71,6 +71,24 @@ std::vector<std::string> Chapters(const pugi::xml_node& root, const std::string&
     return chapters;
 }
 
+// One chapter's progress as that of the whole book.
+class ChapterMonitor : public ReadMonitor {
+  public:
+    ChapterMonitor(ReadMonitor& whole, std::size_t chapters)
+        : whole_(whole), total_(static_cast<std::int64_t>(chapters) * kParts) {}
+    void Next() { begin_ += kParts; }
+    bool Progress(std::int64_t done, std::int64_t total) override {
+        return whole_.Progress(begin_ + done * kParts / std::max<std::int64_t>(total, 1), total_);
+    }
+
+  private:
+    static constexpr std::int64_t kParts = 1000;  // of a chapter
+
+    ReadMonitor& whole_;
+    std::int64_t begin_ = 0;
+    std::int64_t total_;
+};
+
 }  // namespace
 
 ReadEnd ReadEpub(Package& package, DocumentSink& sink, ReadMonitor& monitor) {
@@ -84,21 +102,21 @@ ReadEnd ReadEpub(Package& package, DocumentSink& sink, ReadMonitor& monitor) {
         return end;
     const std::vector<std::string> chapters = Chapters(opf.Root(), document);
     std::size_t missing = 0;
-    for (std::size_t place = 0; place < chapters.size(); ++place) {
-        if (!monitor.Progress(static_cast<std::int64_t>(place),
-                              static_cast<std::int64_t>(chapters.size())))
+    ChapterMonitor progress(monitor, chapters.size());
+    for (const std::string& chapter : chapters) {
+        if (!progress.Progress(0, 1))
             return ReadEnd::Fault(ReadError::Cancelled);
         ReadError error = ReadError::None;
-        const std::optional<std::string> page = package.Read(chapters[place], &error);
+        const std::optional<std::string> page = package.Read(chapter, &error);
         if (!page && error != ReadError::WrongFormat)
-            return ReadEnd::Fault(error, "cannot read the part " + chapters[place]);
-        if (!page) {
-            ++missing;
-            continue;
+            return ReadEnd::Fault(error, "cannot read the part " + chapter);
+        if (page) {
+            const std::string utf8 = HtmlAsUtf8(*page, "UTF-8");
+            if (ReadEnd end = ShowHtml(utf8, HtmlSyntax::Xhtml, sink, progress); !end.ok())
+                return end;
         }
-        const std::string utf8 = HtmlAsUtf8(*page, "UTF-8");
-        if (ReadEnd end = ShowHtml(utf8, HtmlSyntax::Xhtml, sink, monitor); !end.ok())
-            return end;
+        missing += page ? 0U : 1U;
+        progress.Next();
     }
     if (chapters.empty() || missing == chapters.size())
         return ReadEnd::Fault(ReadError::Damaged, "the book names no chapter that is there");

@@ -76,6 +76,10 @@ bool IsNeverShown(const HtmlElement& element) {
     return EqualsLower(element.name, "dialog") && !element.Has("open");
 }
 
+bool IsDrawnText(const HtmlElement& element) {
+    return element.foreign && EqualsLower(element.name, "text");
+}
+
 CssDisplay DisplayOf(const HtmlElement& element) {
     switch (element.tag) {
         case GUMBO_TAG_LI:
@@ -90,8 +94,7 @@ CssDisplay DisplayOf(const HtmlElement& element) {
         default:
             break;
     }
-    const bool drawn_text = element.foreign && EqualsLower(element.name, "text");
-    const bool block = IsBlockTag(element.tag) || drawn_text ||
+    const bool block = IsBlockTag(element.tag) || IsDrawnText(element) ||
                        (element.tag == GUMBO_TAG_UNKNOWN && EqualsLower(element.name, "dialog"));
     return block ? CssDisplay::Block : CssDisplay::Inline;
 }
@@ -138,6 +141,10 @@ void HtmlFlow::ApplyDefaults(const HtmlElement& element, Box& box) {
         box.hidden = true;
         return;
     }
+    if (element.tag == GUMBO_TAG_SVG)
+        box.drawing = true;
+    else if (!element.foreign || element.tag == GUMBO_TAG_FOREIGNOBJECT || IsDrawnText(element))
+        box.drawing = false;
     box.display = DisplayOf(element);
     if (box.display == CssDisplay::Inline) {
         DefaultChars(element, box.chars);
@@ -430,7 +437,9 @@ void HtmlFlow::BeginOption(const HtmlElement& element, Box& box) {
             Write(" ", box);
         return;
     }
-    box.hidden = true;  // of a list of suggestions
+    // Outside of a list it is shown as a block.
+    box.display = CssDisplay::Block;
+    Break();
 }
 
 void HtmlFlow::InputText(const HtmlElement& element, const Box& box) {

@@ -75,7 +75,9 @@ void HtmlFlow::Begin(const HtmlElement& element, Box& box) {
     } else if (box.display == CssDisplay::TableCell) {
         BeginCell(box);
     } else if (box.display != CssDisplay::Inline) {
-        Break();
+        // Text in a table but in none of its cells stands in front of it, on the line before.
+        if (element.tag != GUMBO_TAG_TABLE)
+            Break();
         if (box.display == CssDisplay::ListItem)
             BeginItem(element, box);
     }
@@ -141,7 +143,8 @@ void HtmlFlow::Finish() {
 void HtmlFlow::Text(std::string_view utf8) {
     if (boxes_.empty())
         Write(utf8, RootBox());
-    else if (!boxes_.back().hidden && boxes_.back().tag != GUMBO_TAG_SELECT)
+    else if (!boxes_.back().hidden && !boxes_.back().drawing &&
+             boxes_.back().tag != GUMBO_TAG_SELECT)
         Write(utf8, boxes_.back());
 }
 

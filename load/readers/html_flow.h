@@ -35,6 +35,7 @@ class HtmlFlow : public HtmlHandler {
         CssTransform transform = CssTransform::None;
         bool hidden = false;
         bool line_is_paragraph = false;  ///< of text whose line breaks are kept
+        bool drawing = false;            ///< where text is no part of the picture
         bool cell = false;               ///< a table's cell that ends with a mark
         bool row = false;                ///< a table's row, outside of any cell
         bool picked = false;  ///< ruby with parentheses of its own; a select with its choice made

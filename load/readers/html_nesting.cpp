@@ -35,12 +35,44 @@ bool BoundsFormats(GumboTag tag) {
            tag == GUMBO_TAG_MARQUEE || tag == GUMBO_TAG_APPLET;
 }
 
+// Newer elements, which may stand in a drawing without ending it.
+bool StaysInDrawing(GumboTag tag) {
+    switch (tag) {
+        case GUMBO_TAG_A:
+        case GUMBO_TAG_ADDRESS:
+        case GUMBO_TAG_ARTICLE:
+        case GUMBO_TAG_ASIDE:
+        case GUMBO_TAG_DETAILS:
+        case GUMBO_TAG_FIELDSET:
+        case GUMBO_TAG_FIGCAPTION:
+        case GUMBO_TAG_FIGURE:
+        case GUMBO_TAG_FOOTER:
+        case GUMBO_TAG_FORM:
+        case GUMBO_TAG_HEADER:
+        case GUMBO_TAG_HGROUP:
+        case GUMBO_TAG_MAIN:
+        case GUMBO_TAG_NAV:
+        case GUMBO_TAG_SECTION:
+        case GUMBO_TAG_SUMMARY:
+            return true;
+        default:
+            return false;
+    }
+}
+
 // HTML inside a drawing ends the drawing.
 bool BreaksOut(GumboTag tag) {
     return (EndsParagraph(tag) || IsFormattingTag(tag) || tag == GUMBO_TAG_SPAN ||
             tag == GUMBO_TAG_SUB || tag == GUMBO_TAG_SUP || tag == GUMBO_TAG_BR ||
-            tag == GUMBO_TAG_IMG || tag == GUMBO_TAG_BODY) &&
-           tag != GUMBO_TAG_A;
+            tag == GUMBO_TAG_IMG || tag == GUMBO_TAG_BODY || tag == GUMBO_TAG_HEAD) &&
+           !StaysInDrawing(tag);
+}
+
+// Elements that a page's head may hold; anything else begins its body.
+bool MayStandInHead(GumboTag tag) {
+    return tag == GUMBO_TAG_HTML || tag == GUMBO_TAG_META || tag == GUMBO_TAG_LINK ||
+           tag == GUMBO_TAG_TITLE || tag == GUMBO_TAG_SCRIPT || tag == GUMBO_TAG_STYLE ||
+           tag == GUMBO_TAG_NOSCRIPT || tag == GUMBO_TAG_TEMPLATE || tag == GUMBO_TAG_BASE;
 }
 
 bool HoldsHtml(GumboTag tag) {
@@ -86,9 +118,10 @@ bool HtmlParser::AdmitStart(const Tag& tag) {
     }
     if (InForeign())
         return true;
-    if (name == GUMBO_TAG_HEAD ||
-        ((name == GUMBO_TAG_HTML || name == GUMBO_TAG_BODY) && Nearest(name) != kNowhere))
+    if (name == GUMBO_TAG_HEAD || (name == GUMBO_TAG_HTML && !open_.empty()) ||
+        ((name == GUMBO_TAG_HTML || name == GUMBO_TAG_BODY) && body_begun_))
         return false;
+    body_begun_ = body_begun_ || !MayStandInHead(name);
     if (IsTablePart(name))
         return CloseForTablePart(name);
     CloseForStart(name);
@@ -256,10 +289,7 @@ void HtmlParser::EndElement(const HtmlElement& element) {
     if (tag == GUMBO_TAG_HTML || tag == GUMBO_TAG_BODY || tag == GUMBO_TAG_HEAD)
         return;
     if (tag == GUMBO_TAG_BR) {
-        Tag line;
-        line.element.tag = tag;
-        Push(line);
-        PopEmpty();
+        Insert(tag);
         return;
     }
     if (IsFormattingTag(tag)) {
@@ -294,8 +324,19 @@ void HtmlParser::EndOther(const HtmlElement& element) {
         }
         const bool list = open == GUMBO_TAG_UL || open == GUMBO_TAG_OL;
         if (IsScopeTag(open) || (!block && IsBlockTag(open)) || (item && list))
-            return;
+            break;
     }
+    // Kept by every browser: the end of no paragraph is an empty one.
+    if (element.tag == GUMBO_TAG_P)
+        Insert(GUMBO_TAG_P);
+}
+
+// An element without content that no tag of the page begins.
+void HtmlParser::Insert(GumboTag tag) {
+    Tag inserted;
+    inserted.element.tag = tag;
+    Push(inserted);
+    PopEmpty();
 }
 
 void HtmlParser::EndFormatting(const HtmlElement& element) {

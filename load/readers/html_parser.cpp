@@ -54,7 +54,7 @@ bool HtmlParser::Run() {
         TextRun(mark);
         if (at_ < page_.size())
             Markup();
-        if (at_ < next)
+        if (at_ < next || at_ >= page_.size())
             continue;
         if (!handler_.Proceed(at_, page_.size()))
             return false;
@@ -70,9 +70,11 @@ void HtmlParser::TextRun(std::size_t end) {
         return;
     const std::string_view text = page_.substr(at_, end - at_);
     at_ = end;
-    if (pending_formats_.size() > pending_base_ &&
-        text.find_first_not_of(kBlanks) != std::string_view::npos)
+    if ((!body_begun_ || pending_formats_.size() > pending_base_) &&
+        text.find_first_not_of(kBlanks) != std::string_view::npos) {
+        body_begun_ = true;
         Reopen();
+    }
     if (text.find('&') == std::string_view::npos) {
         handler_.Text(text);
         return;

@@ -102,6 +102,7 @@ class HtmlParser {
     bool CloseForTablePart(GumboTag tag);
     void Push(const Tag& tag);
     void PopEmpty();
+    void Insert(GumboTag tag);
     void PopTo(std::size_t level, bool keep_formats);
     void AddPending(std::size_t at, const Entry& entry);
     void Reopen();
@@ -115,6 +116,7 @@ class HtmlParser {
     HtmlSyntax syntax_;
     HtmlReferences references_;
     std::size_t at_ = 0;
+    bool body_begun_ = false;
     std::size_t passed_over_ = 0;  ///< open elements beyond the greatest depth
     std::vector<Entry> open_;
     std::vector<Entry> pending_formats_;  ///< cut off by the end of a block; go on in the next

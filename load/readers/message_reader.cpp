@@ -6,6 +6,7 @@
 #include "load/readers/html_parser.h"
 #include "load/readers/html_reader.h"
 #include "load/readers/mime.h"
+#include "load/readers/slide_symbols.h"
 #include "load/readers/word_readers.h"
 
 namespace zorvane {
@@ -61,7 +62,7 @@ class MessageText {
             if (value.empty())
                 continue;
             writer_.Text(label, bold_);
-            writer_.Text(DecodeField(value, locale_encoding_), CharFormat());
+            writer_.Text(CleanText(DecodeField(value, locale_encoding_)), CharFormat());
             writer_.End();
         }
         writer_.End();
@@ -71,7 +72,7 @@ class MessageText {
     ReadEnd Part(const MimeEntity& entity, int depth) {
         if (depth >= kMostNested)
             return ReadEnd::Fault(ReadError::Damaged, "parts are nested too deeply");
-        if (!monitor_.Progress(0, 0))
+        if (!monitor_.Progress(0, 1))
             return ReadEnd::Fault(ReadError::Cancelled);
         if (sink_.Size() > kMaxPartBytes)
             return ReadEnd::Fault(ReadError::TooLarge, "the message holds too much text");
@@ -155,7 +156,7 @@ class MessageText {
                 line.remove_prefix(1);
             if (goes_on && without_blank)
                 line.remove_suffix(1);
-            writer_.Text(line, CharFormat());
+            writer_.Text(CleanText(line), CharFormat());
             if (!goes_on)
                 writer_.End();
         }
@@ -165,7 +166,7 @@ class MessageText {
     void Attachments() {
         for (const std::string& name : attachments_) {
             writer_.Text("Attachment: ", bold_);
-            writer_.Text(DecodeField(name, locale_encoding_), CharFormat());
+            writer_.Text(CleanText(DecodeField(name, locale_encoding_)), CharFormat());
             writer_.End();
         }
     }

@@ -81,7 +81,9 @@ class OdtBody {
     std::vector<std::string> master_pages_;
     ReadError error_ = ReadError::None;
     int depth_ = 0;
-    std::int64_t paragraphs_ = 0;
+    int entered_ = 0;  ///< counts up to the next word to the monitor
+    std::int64_t done_ = 0;
+    std::int64_t total_ = 1;
     std::int32_t repeats_left_ = 100'000;
     std::int32_t formulas_left_ = 1000;
     bool in_note_ = false;

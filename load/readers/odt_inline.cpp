@@ -126,7 +126,7 @@ void OdtBody::Formula(const pugi::xml_node& frame, const OdtChars& chars) {
         if (XmlPart::Read(package_, folder + "/content.xml", part).ok() && Is(part.Root(), "math"))
             FormulaText(part.Root(), 0, text);
     }
-    Exact(text, chars);
+    Characters(text, chars);
 }
 
 void OdtBody::TakeBlank() {

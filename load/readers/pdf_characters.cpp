@@ -207,6 +207,9 @@ void PdfCharacterDevice::updateFillColorSpace(GfxState* /*state*/) {
 void PdfCharacterDevice::updateRender(GfxState* /*state*/) {
     style_known_ = false;
 }
+void PdfCharacterDevice::saveState(GfxState* /*state*/) {
+    clock_.Tick();
+}
 void PdfCharacterDevice::restoreState(GfxState* /*state*/) {
     style_known_ = false;
 }

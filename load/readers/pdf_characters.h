@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "load/readers/pdf_document.h"
 #include "load/readers/pdf_page.h"
 
 namespace zorvane {
@@ -34,7 +35,7 @@ class PdfCharacterDevice : public OutputDev {
     /// More characters than this on a page are not collected; see `Overflow`.
     static constexpr std::size_t kMaxCharacters = 4'000'000;
 
-    explicit PdfCharacterDevice(PdfStyles& styles) : styles_(styles) {}
+    PdfCharacterDevice(PdfStyles& styles, PdfPageClock& clock) : styles_(styles), clock_(clock) {}
 
     const PdfPage& Page() const { return page_; }
     bool Overflow() const { return page_.characters.size() >= kMaxCharacters; }
@@ -51,6 +52,7 @@ class PdfCharacterDevice : public OutputDev {
     void updateStrokeColor(GfxState* state) override;
     void updateFillColorSpace(GfxState* state) override;
     void updateRender(GfxState* state) override;
+    void saveState(GfxState* state) override;
     void restoreState(GfxState* state) override;
     void drawChar(GfxState* state, double x, double y, double dx, double dy, double origin_x,
                   double origin_y, CharCode code, int bytes, const Unicode* letters,
@@ -97,6 +99,7 @@ class PdfCharacterDevice : public OutputDev {
     void AddRule(const PdfBox& box);
 
     PdfStyles& styles_;
+    PdfPageClock& clock_;
     PdfPage page_;
     PaintedCells cells_;
     Replacement replacement_;

@@ -59,7 +59,7 @@ class SlidePageWriter {
     bool numbered_ = false;
 };
 
-/// Titles, names of series and categories of a chart.
+/// Titles, names of series, categories and labelled values of a chart.
 void WriteChart(const pugi::xml_node& chart_space, SlideTextWriter& text);
 
 }  // namespace zorvane

@@ -80,19 +80,20 @@ std::string SymbolBullet(std::string_view utf8, std::string_view font) {
     return ToUtf8(text);
 }
 
-std::string CleanText(std::string_view text) {
+std::string_view CleanText(std::string_view text, std::string& scratch) {
     if (IsPlain(text))
-        return std::string(text);
-    std::string clean;
-    clean.reserve(text.size());
+        return text;
+    scratch.clear();
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
         if (character == '\n' || character == '\r')
-            clean += ' ';
+            scratch += ' ';
         else if (byte >= 0x20 || character == '\t')
-            clean += character;
+            scratch += character;
     }
-    return IsValidUtf8(clean) ? clean : ToUtf8(ToUtf16(clean));
+    if (!IsValidUtf8(scratch))
+        scratch = ToUtf8(ToUtf16(scratch));
+    return scratch;
 }
 
 }  // namespace zorvane

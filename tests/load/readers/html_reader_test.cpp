@@ -64,10 +64,11 @@ TEST(HtmlReader, PutsWrongNestingRight) {
         {"paragraphs close by themselves", "<p>a<p>b<div>c", "a|b|c|"},
         {"items and terms", "<dl><dt>a<dd>b<dt>c</dl>", "a|b|c|"},
         {"a second link ends the first", "<a href=x>a<a>b", "[u1#15597568:a]b|"},
-        {"end tags of nothing", "a</b></p></table></div>b", "ab|"},
+        {"end tags of nothing", "a</b></table></div>b</p>c", "ab|c|"},
         {"an end tag does not leave its cell", "<div><table><td>a</div>b</table>c", "ab!|c|"},
         {"cells without a table are text", "<td>a</td><tr>b", "ab|"},
-        {"HTML ends a drawing", "<svg><g>a<p>b</svg>c", "a|bc|"},
+        {"a body that begins late", "<title>t</title>a<html><body>b<body>c", "abc|"},
+        {"HTML ends a drawing", "<svg><text>a<p>b</svg>c", "a|bc|"},
         {"an XHTML element without content",
          "<?xml version='1.0'?><html><title/><script src='a'/><p><a id='x'/>b</p></html>", "b|"},
         {"in HTML the same slash means nothing", "<b/>a", "[b:a|]"},
@@ -117,6 +118,7 @@ TEST(HtmlReader, MakesARowAParagraph) {
         {"sections and implied rows", "<table><thead><th>a<tbody><td>b</table>", "[b:a]!|b!|"},
         {"white space between shows nothing", "<table> <tr> <td> a </td> </tr> </table> b",
          "a!|b|"},
+        {"text beside the cells", "a<table>b<tr><td>c</table>d<table></table>e", "ab|c!|d|e|"},
         {"a wide cell keeps one mark", "<table><tr><td colspan=2>a<td>b</table>", "a!b!|"},
     });
 }
@@ -164,7 +166,7 @@ TEST(HtmlReader, LeavesOutWhatIsNotShown) {
          "bce f|"},
         {"fields", "<input type=hidden value=a><input type=submit><input type=checkbox value=b>",
          "Submit|"},
-        {"drawings", "<svg><title>a</title><defs><text>b</text></defs><text>c</text></svg>", "c|"},
+        {"drawings", "<svg><title>a</title><defs><text>b</text></defs><text>c</text>d</svg>", "c|"},
     });
 }
 

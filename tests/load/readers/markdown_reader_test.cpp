@@ -80,6 +80,9 @@ TEST(MarkdownReader, ReadsInlineMarks) {
         {"pictures", "a ![alt *t*](x.png) b", "a alt [i:t] b|"},
         {"escapes and references", "\\*a\\* \\<b> &copy; &lt; 1 < 2 & c",
          "*a* <b> \u00A9 < 1 < 2 & c|"},
+        {"tags and what looks like them",
+         "<b title='>' a=1>c</b> <br/><x@y, z> <a@b.c> <1> </b> <b c,d> <>",
+         "[b:c]/<x@y, z> [u1#15597568:a@b.c] <1> <b c,d> <>|"},
         {"lines", "a  \nb\\\nc\nd", "a/b/c d|"},
         {"notes", "a[^1] b\n\n[^1]: the *note*\n    goes on\n", "a the [i:note] goes on b|"},
     });
@@ -93,7 +96,7 @@ std::string Repeated(std::string_view piece, std::size_t times) {
 }
 
 TEST(MarkdownReader, EndsSoonOnHostileText) {
-    constexpr std::size_t kMany = 20'000;
+    constexpr std::size_t kMany = 8'000;
     for (const std::string_view piece :
          {"[", "![",   "[a](", "*",  "**a ", "_a ",  "*a_b ", "`",  "``` ", "> ",     "- ", "1. ",
           "<", "<!--", "|",    "a|", "\\",   "[^1]", "&",     "~~", "]",    "![a](b", "<a "}) {

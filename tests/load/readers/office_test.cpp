@@ -1,5 +1,6 @@
 #include "load/readers/office.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -21,155 +22,18 @@
 #include "load/readers/package.h"
 #include "load/readers/sandbox.h"
 #include "tests/support/compound_bytes.h"
+#include "tests/support/fake_suites.h"
 #include "tests/support/temp_folder.h"
 
 namespace zorvane {
 
-void PrintTo(const ReadEnd& end, std::ostream* out) {
+static void PrintTo(const ReadEnd& end, std::ostream* out) {
     *out << static_cast<int>(end.error) << " " << end.detail;
 }
 
 namespace {
 
 namespace fs = std::filesystem;
-
-// Looking for a suite, in folders that only look like one.
-
-class FakeSuites {
-  public:
-    FakeSuites() {
-        AddFile("whole/program/libmergedlo.so", std::string(200, 'x'));
-        AddFile("parts/program/libsofficeapp.so", std::string(200, 'x'));
-        AddFile("parts/program/libsclo.so", "");
-        // The library's name taken by a note on where it went.
-        AddFile("program/program/libsofficeapp.so", "invalid - merged lib\n");
-        AddScript("program/program/soffice", "exit 0");
-        AddFile("rest/program/soffice", "not to be executed");
-        AddScript("script/soffice", "exit 0");
-        for (int number = 0; number < 20; ++number)
-            AddFile("parts/share/config/soffice.cfg/modules/scalc/ui/" + std::to_string(number),
-                    "");
-        // A library that was parted from its windows, with and without the program.
-        for (const std::string name : {"headless", "useless"}) {
-            AddFile(name + "/program/libmergedlo.so", std::string(200, 'x'));
-            AddFile(name + "/share/config/soffice.cfg/modules/swriter/ui/one.ui", "");
-        }
-        AddScript("headless/program/soffice", "exit 0");
-        fs::create_directories(Path("links"));
-        fs::create_symlink("../whole/program/soffice", Path("links/libreoffice"));
-        fs::create_symlink("libreoffice", Path("links/soffice"));
-        AddScript("whole/program/soffice", "exit 0");
-    }
-    void AddFile(const std::string& name, const std::string& bytes) const {
-        fs::create_directories(fs::path(Path(name)).parent_path());
-        root_.Write(name, bytes);
-    }
-    void AddScript(const std::string& name, const std::string& commands) const {
-        AddFile(name, "#!/bin/sh\n" + commands + "\n");
-        fs::permissions(Path(name), fs::perms::owner_all);
-    }
-    std::string Path(const std::string& name) const { return root_.Path(name); }
-
-  private:
-    TempFolder root_;
-};
-
-struct PlaceRow {
-    const char* name;
-    std::vector<std::string> folders;
-    std::string search_path;
-    std::string soffice;  ///< empty: none is found
-    bool has_library;
-};
-
-TEST(FindOffice, TakesTheFirstFolderThatHoldsOneAndThenThePath) {
-    const FakeSuites suites;
-    const std::string whole = suites.Path("whole/program");
-    const PlaceRow rows[] = {
-        {"nowhere", {}, "", "", false},
-        {"no such folder", {suites.Path("none")}, "/none", "", false},
-        {"a library", {suites.Path("none"), whole + "/"}, "", whole + "/soffice", true},
-        {"a note is no library",
-         {suites.Path("program/program"), whole},
-         "",
-         suites.Path("program/program/soffice"),
-         false},
-        {"a library for its own windows",
-         {suites.Path("headless/program")},
-         "",
-         suites.Path("headless/program/soffice"),
-         false},
-        {"nor a program",
-         {suites.Path("useless/program"), suites.Path("parts/program")},
-         "",
-         suites.Path("parts/program/soffice"),
-         true},
-        {"neither", {suites.Path("rest/program"), whole}, "", whole + "/soffice", true},
-        {"links on the path", {}, "/none:" + suites.Path("links"), whole + "/soffice", true},
-        {"a script on the path",
-         {},
-         suites.Path("script") + ":" + suites.Path("links"),
-         suites.Path("script/soffice"),
-         false},
-        {"not from the current folder",
-         {},
-         ":.:" + fs::relative(suites.Path("script")).string(),
-         "",
-         false},
-    };
-    for (const PlaceRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        const std::optional<OfficePlace> place = FindOfficeIn(row.folders, row.search_path);
-        ASSERT_EQ(place.has_value(), !row.soffice.empty());
-        if (!place)
-            continue;
-        EXPECT_EQ(place->soffice, row.soffice);
-        EXPECT_EQ(place->program_folder, fs::path(row.soffice).parent_path());
-        EXPECT_EQ(place->has_library, row.has_library);
-    }
-}
-
-/// Sets a variable of the environment for as long as it lives.
-class Environment {
-  public:
-    Environment(const char* name, const std::string& value) : name_(name) {
-        if (const char* before = std::getenv(name))
-            before_ = before;
-        setenv(name, value.c_str(), 1);
-    }
-    ~Environment() {
-        if (before_)
-            setenv(name_, before_->c_str(), 1);
-        else
-            unsetenv(name_);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-  private:
-    const char* name_;
-    std::optional<std::string> before_;
-};
-
-TEST(FindOffice, ObeysTheEnvironment) {
-    const FakeSuites suites;
-    const Environment path("PATH", suites.Path("links"));
-    {
-        const Environment office("ZORVANE_OFFICE", "none");
-        EXPECT_FALSE(FindOffice());
-    }
-    {
-        const Environment office("ZORVANE_OFFICE", suites.Path("none"));
-        EXPECT_FALSE(FindOffice());
-    }
-    const Environment office("ZORVANE_OFFICE", suites.Path("parts/program"));
-    const std::optional<OfficePlace> place = FindOffice();
-    ASSERT_TRUE(place);
-    EXPECT_EQ(place->program_folder, suites.Path("parts/program"));
-    EXPECT_TRUE(HasPartFor(*place, OfficeDocumentKind::Spreadsheet));
-    EXPECT_FALSE(HasPartFor(*place, OfficeDocumentKind::Text));
-    EXPECT_FALSE(HasPartFor(*place, OfficeDocumentKind::Presentation));
-}
 
 TEST(OfficeFolder, NamesFilesByUrl) {
     EXPECT_EQ(FileUrl("/a-b_c.9/d"), "file:///a-b_c.9/d");
@@ -427,7 +291,7 @@ constexpr std::string_view kRtf =
     R"({\rtf1\ansi\ansicpg1252 Plain and {\b bold} caf\'e9.\par Second line.\par})";
 constexpr std::string_view kRtfText = "Plain and bold caf\xC3\xA9.Second line.";
 
-TEST_F(RealOffice, ConvertsThereAndBackAndQuicklyTheSecondTime) {
+TEST_F(RealOffice, ConvertsThereAndBack) {
     // A name that a URL and a shell would both stumble over.
     const std::string source = folder_.Write("\xC3\xA9 a%20#1?~'\".rtf", kRtf);
     const std::string doc = folder_.Path("made.doc");
@@ -436,13 +300,25 @@ TEST_F(RealOffice, ConvertsThereAndBackAndQuicklyTheSecondTime) {
     // Told by its content, with no extension to help and with a name that is no UTF-8.
     const std::string nameless = folder_.Path("\xFF");
     fs::rename(doc, nameless);
-    const auto begin = std::chrono::steady_clock::now();
     ASSERT_EQ(worker_->Convert(nameless, folder_.Path("b.tmp"), "docx"), ReadEnd::Ok());
-    const std::chrono::seconds limit(place_->has_library ? 1 : 20);  // most often 0.05 and 0.4
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, limit);
     EXPECT_EQ(DocxText("b.tmp"), kRtfText);
     // No lock file and nothing else of the suite's beside the documents.
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator()), 3);
+}
+
+TEST_F(RealOffice, StaysStarted) {
+    if (!place_->has_library)
+        GTEST_SKIP() << "the office suite is one without windows, which starts for each document";
+    const std::string source = folder_.Write("a.rtf", kRtf);
+    Worker worker;
+    std::vector<std::chrono::steady_clock::duration> times;
+    for (int conversion = 0; conversion < 6; ++conversion) {
+        const auto begin = std::chrono::steady_clock::now();
+        ASSERT_EQ(worker.Convert(source, folder_.Path("b"), "docx"), ReadEnd::Ok());
+        times.push_back(std::chrono::steady_clock::now() - begin);
+    }
+    // Some 250 and 30 milliseconds; the best of five, for a machine that has more to do.
+    EXPECT_LT(*std::min_element(times.begin() + 1, times.end()), times.front() / 2);
 }
 
 TEST_F(RealOffice, TellsWhatIsWrong) {
