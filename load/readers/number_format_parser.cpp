@@ -109,7 +109,7 @@ class SectionParser {
         if (StartsWith(inside, "$-f800") || StartsWith(inside, "$-x-sysdate"))
             system_date_ = true;
         if (first == '$')
-            return AddLiteral(inside.substr(1, inside.find('-') - 1));
+            return Locale(inside.substr(1));
         if (first == '<' || first == '>' || first == '=')
             return ReadCondition(inside);
         const bool alike = std::all_of(inside.begin(), inside.end(),
@@ -120,6 +120,15 @@ class SectionParser {
             last_time_ = first;
         }
         return true;  // colours and calendars change nothing that is compared
+    }
+
+    // "€-407": a currency's sign and the number of a language.
+    bool Locale(std::string_view inside) {
+        const std::size_t dash = std::min(inside.rfind('-'), inside.size());
+        if (dash < inside.size())
+            std::from_chars(inside.data() + dash + 1, inside.data() + inside.size(),
+                            section_->locale, 16);
+        return dash == 0 || AddLiteral(inside.substr(0, dash));
     }
 
     bool ReadCondition(std::string_view inside) {
