@@ -156,7 +156,7 @@ class XlsxWorkbook : public Workbook {
             if (stream == nullptr)
                 continue;
             ReadEnd end = styles ? ReadXlsxStyles(*stream, book_.styles)
-                                       : ReadXlsxTexts(*stream, book_.texts);
+                                 : ReadXlsxTexts(*stream, book_.texts);
             if (!end.ok())
                 return end;
         }
