@@ -103,16 +103,6 @@ std::string ParameterValue(std::string_view field, std::size_t& at) {
     return value;
 }
 
-std::string DecodePercent(std::string_view text) {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const int byte = text[at] == '%' ? HexByte(text, at) : -1;
-        bytes += byte >= 0 ? static_cast<char>(byte) : text[at];
-        at += byte >= 0 ? 2 : 0;
-    }
-    return bytes;
-}
-
 // "name*0*=utf-8''a%20b", "name*1=c": pieces of one parameter.
 void AddParameter(MimeValue& value, std::string name, std::string text) {
     const bool encoded = name.ends_with('*');
@@ -168,6 +158,16 @@ EncodedWord ReadEncodedWord(std::string_view text) {
 }
 
 }  // namespace
+
+std::string DecodePercent(std::string_view text) {
+    std::string bytes;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const int byte = text[at] == '%' ? HexByte(text, at) : -1;
+        bytes += byte >= 0 ? static_cast<char>(byte) : text[at];
+        at += byte >= 0 ? 2 : 0;
+    }
+    return bytes;
+}
 
 std::string_view MimeEntity::Field(std::string_view lower) const {
     for (const auto& [name, value] : fields) {
