@@ -36,4 +36,9 @@ std::vector<std::string_view> CellsOf(std::string_view line);
 /// The line between a table's head and its rows.
 bool IsTableRule(std::string_view line);
 
+/// The place of the bracket that ends a tag, outside of quotes.
+std::size_t HtmlTagEnd(std::string_view text);
+/// What stands between the brackets of a tag of HTML.
+bool IsHtmlTag(std::string_view inner);
+
 }  // namespace zorvane

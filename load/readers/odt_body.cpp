@@ -37,19 +37,19 @@ bool IsContainer(std::string_view name) {
     return IsOneOf(name, kNames);
 }
 
-bool IsShape(std::string_view name) {
-    constexpr std::array<std::string_view, 13> kNames = {
-        "frame", "custom-shape", "g",    "rect",    "ellipse",   "circle", "polygon",
-        "line",  "polyline",     "path", "caption", "connector", "measure"};
-    return IsOneOf(name, kNames);
-}
-
 bool IsHiddenByItself(const pugi::xml_node& node) {
     const std::string_view display = Attribute(node, "display");
     return display == "none" || (display == "condition" && Attribute(node, "is-hidden") == "true");
 }
 
 }  // namespace
+
+bool IsOdtShape(std::string_view name) {
+    constexpr std::array<std::string_view, 13> kNames = {
+        "frame", "custom-shape", "g",    "rect",    "ellipse",   "circle", "polygon",
+        "line",  "polyline",     "path", "caption", "connector", "measure"};
+    return IsOneOf(name, kNames);
+}
 
 // False ends the walk: the monitor's wish, too much text, too deep an element.
 bool OdtBody::Enter() {
@@ -94,7 +94,7 @@ void OdtBody::Block(const pugi::xml_node& node) {
         List(node);
     } else if (name == "table") {
         Table(node);
-    } else if (IsShape(name)) {
+    } else if (IsOdtShape(name)) {
         Shape(node);
     } else if (IsContainer(name) && !IsHiddenByItself(node)) {
         Container(node);
@@ -289,7 +289,7 @@ void OdtBody::Shape(const pugi::xml_node& shape) {
     for (const pugi::xml_node& child : shape.children()) {
         const std::string_view name = LocalName(child);
         if (name == "p" || name == "h" || name == "list" || name == "table" || name == "text-box" ||
-            IsShape(name))
+            IsOdtShape(name))
             Block(child);
     }
     --depth_;
