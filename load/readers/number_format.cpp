@@ -26,6 +26,7 @@ struct NumberFormat::Parsed {
         bool own_minus = false;  ///< the section tells the sign by itself
     };
     Choice Choose(double value) const;
+    Choice ByCondition(double value) const;
 };
 
 namespace {
@@ -46,27 +47,21 @@ void AppendInSection(const Section& section, double value, bool date_1904, bool 
     const double magnitude = std::abs(value);
     if (minus)
         out += '-';
-    switch (section.kind) {
-        case SectionKind::Fraction:
-            number_format::AppendFraction(section, magnitude, out);
-            return;
-        case SectionKind::General:
-        case SectionKind::Text:
-            for (const Part& part : section.parts) {
-                if (part.kind == PartKind::General || part.kind == PartKind::Text)
-                    AppendGeneral(magnitude, out);
-                else
-                    out += part.text;
-            }
-            return;
-        default: {
-            const bool zero = number_format::AppendNumber(section, magnitude, out);
-            const bool digits = section.integer_digits + section.decimals > 0;
-            if (minus && zero && digits)
-                out.erase(from, 1);
-            return;
+    if (section.kind == SectionKind::General || section.kind == SectionKind::Text) {
+        for (const Part& part : section.parts) {
+            if (part.kind == PartKind::General || part.kind == PartKind::Text)
+                AppendGeneral(magnitude, out);
+            else
+                out += part.text;
         }
+        return;
     }
+    const bool zero = section.kind == SectionKind::Fraction
+                          ? number_format::AppendFraction(section, magnitude, out)
+                          : number_format::AppendNumber(section, magnitude, out);
+    const bool digits = section.integer_digits + section.decimals > 0;
+    if (minus && zero && digits)
+        out.erase(from, 1);
 }
 
 // "1E+20" from digits and the power of ten of the first.
@@ -99,27 +94,28 @@ void AppendFixed(const Decimal& number, std::string& out) {
 
 }  // namespace
 
-NumberFormat::Parsed::Choice NumberFormat::Parsed::Choose(double value) const {
-    const bool conditions =
-        numbers[0].condition.has_value() || (numbers.size() > 1 && numbers[1].condition);
-    if (!conditions) {
-        if (numbers.size() == 1)
-            return {&numbers[0], false};
-        if (value < 0)
-            return {&numbers[1], true};
-        return {&numbers[value == 0 && numbers.size() > 2 ? 2 : 0], false};
-    }
+NumberFormat::Parsed::Choice NumberFormat::Parsed::ByCondition(double value) const {
     // A section without a condition has that of its place: not negative, negative, the rest.
     const Condition usual[2] = {{numbers.size() > 2 ? ">" : ">=", 0}, {"<", 0}};
     for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const bool last = i + 1 == numbers.size() && !numbers[i].condition;
-        if (last || i == 2)
+        const std::optional<Condition>& own = numbers[i].condition;
+        if (i == 2 || (i + 1 == numbers.size() && !own))
             return {&numbers[i], false};
-        const Condition& condition = numbers[i].condition ? *numbers[i].condition : usual[i];
+        const Condition& condition = own ? *own : usual[i];
         if (condition.Holds(value))
             return {&numbers[i], condition.OnlyNegative()};
     }
     return {};
+}
+
+NumberFormat::Parsed::Choice NumberFormat::Parsed::Choose(double value) const {
+    if (numbers[0].condition || (numbers.size() > 1 && numbers[1].condition))
+        return ByCondition(value);
+    if (numbers.size() == 1)
+        return {&numbers[0], false};
+    if (value < 0)
+        return {&numbers[1], true};
+    return {&numbers[value == 0 && numbers.size() > 2 ? 2 : 0], false};
 }
 
 NumberFormat::NumberFormat(std::string_view code) : parsed_(std::make_unique<Parsed>()) {

@@ -146,6 +146,114 @@ void AppendAligned(std::int64_t number, std::size_t width, char fill, bool right
         out.append(missing, ' ');
 }
 
+// Writes a number part by part: first the whole digits, then the decimals, then the exponent.
+class NumberWriter {
+  public:
+    NumberWriter(const Section& section, const Decimal& number, std::int32_t exponent,
+                 std::string& out)
+        : section_(section),
+          number_(number),
+          exponent_(exponent),
+          decimals_(DecimalsToWrite(section, number)),
+          integer_(number, section.integer_digits, section.grouped),
+          out_(out) {}
+
+    void Put(const Part& part) {
+        switch (part.kind) {
+            case PartKind::Digit:
+                return PutDigit(part.what);
+            case PartKind::Point:
+                return PutPoint();
+            case PartKind::Exponent:
+                behind_exponent_ = true;
+                return AppendExponent(exponent_, section_.exponent_digits, part.what, out_);
+            case PartKind::Percent:
+                out_ += '%';
+                return;
+            default:
+                out_ += part.text;
+                return;
+        }
+    }
+
+  private:
+    void PutDigit(char placeholder) {
+        if (behind_exponent_)
+            return;
+        if (!behind_point_)
+            integer_.Put(placeholder, out_);
+        else if (++decimal_ <= decimals_)
+            out_ += number_.At(-decimal_);
+        else if (placeholder == '?')
+            out_ += ' ';
+    }
+
+    void PutPoint() {
+        // A code such as ".00" has no place for whole digits of its own.
+        if (section_.integer_digits == 0) {
+            for (std::int32_t power = number_.point - 1; power >= 0; --power)
+                out_ += number_.At(power);
+        }
+        out_ += '.';
+        behind_point_ = true;
+    }
+
+    const Section& section_;
+    const Decimal& number_;
+    std::int32_t exponent_;
+    std::int32_t decimals_;
+    IntegerWriter integer_;
+    std::string& out_;
+    std::int32_t decimal_ = 0;
+    bool behind_point_ = false;
+    bool behind_exponent_ = false;
+};
+
+struct MixedNumber {
+    double whole = 0;
+    Ratio ratio;
+};
+
+MixedNumber Split(const Section& section, double magnitude) {
+    constexpr double kLargest = 1e15;  // above it a double has no fraction left
+    const double value = std::min(magnitude, kLargest);
+    MixedNumber number;
+    number.whole = section.integer_digits > 0 ? std::floor(value) : 0;
+    const double rest = value - number.whole;
+    if (section.denominator > 0)
+        number.ratio = {std::llround(rest * section.denominator), section.denominator};
+    else
+        number.ratio = Nearest(rest, section.most_denominator);
+    if (section.integer_digits > 0 && number.ratio.numerator == number.ratio.denominator) {
+        number.whole += 1;
+        number.ratio.numerator = 0;
+    }
+    return number;
+}
+
+// Behind the digits that begin at `index`.
+std::size_t DigitsEnd(const std::vector<Part>& parts, std::size_t index) {
+    while (index < parts.size() && parts[index].kind == PartKind::Digit)
+        ++index;
+    return index;
+}
+
+// The parts of a fraction from its numerator on.
+void AppendRatio(const Section& section, const Ratio& ratio, std::string& out) {
+    bool numerator = true;
+    for (std::size_t i = section.numerator; i < section.parts.size();) {
+        const Part& part = section.parts[i];
+        const std::size_t end = std::max(DigitsEnd(section.parts, i), i + 1);
+        if (part.kind == PartKind::Digit)
+            AppendAligned(numerator ? ratio.numerator : ratio.denominator, end - i,
+                          section.parts[end - 1].what, numerator, out);
+        else
+            out += part.kind == PartKind::Slash ? "/" : part.text;
+        numerator = numerator && part.kind != PartKind::Slash;
+        i = end;
+    }
+}
+
 }  // namespace
 
 Decimal::Decimal(double magnitude) {
@@ -205,93 +313,31 @@ bool AppendNumber(const Section& section, double magnitude, std::string& out) {
         exponent = TakeExponent(section, number);
     else
         number.Round(section.decimals);
-    IntegerWriter integer(number, section.integer_digits, section.grouped);
-    const std::int32_t decimals = DecimalsToWrite(section, number);
-    std::int32_t decimal = 0;
-    bool behind_point = false;
-    bool behind_exponent = false;
-    for (const Part& part : section.parts) {
-        switch (part.kind) {
-            case PartKind::Digit:
-                if (behind_exponent)
-                    break;
-                if (!behind_point)
-                    integer.Put(part.what, out);
-                else if (++decimal <= decimals)
-                    out += number.At(-decimal);
-                else if (part.what == '?')
-                    out += ' ';
-                break;
-            case PartKind::Point:
-                // A code such as ".00" has no place for whole digits of its own.
-                if (section.integer_digits == 0 && number.point > 0) {
-                    for (std::int32_t power = number.point - 1; power >= 0; --power)
-                        out += number.At(power);
-                }
-                out += '.';
-                behind_point = true;
-                break;
-            case PartKind::Exponent:
-                AppendExponent(exponent, section.exponent_digits, part.what, out);
-                behind_exponent = true;
-                break;
-            case PartKind::Percent:
-                out += '%';
-                break;
-            default:
-                out += part.text;
-                break;
-        }
-    }
+    NumberWriter writer(section, number, exponent, out);
+    for (const Part& part : section.parts)
+        writer.Put(part);
     return number.count == 0;
 }
 
-void AppendFraction(const Section& section, double magnitude, std::string& out) {
-    // Above this a double has no fraction left.
-    double value = std::min(magnitude, 1e15);
-    double whole = section.integer_digits > 0 ? std::floor(value) : 0;
-    Ratio ratio;
-    if (section.denominator > 0)
-        ratio = {std::llround((value - whole) * section.denominator), section.denominator};
-    else
-        ratio = Nearest(value - whole, section.most_denominator);
-    if (section.integer_digits > 0 && ratio.numerator == ratio.denominator) {
-        whole += 1;
-        ratio.numerator = 0;
-    }
-    Decimal integer(whole);
-    IntegerWriter writer(integer, section.integer_digits, section.grouped);
-    // A whole number leaves blanks in the place of its fraction.
-    const bool blank = section.integer_digits > 0 && ratio.numerator == 0;
-    const std::size_t from = out.size();
-    std::size_t fraction = std::string::npos;
-    for (std::size_t i = 0; i < section.parts.size(); ++i) {
+bool AppendFraction(const Section& section, double magnitude, std::string& out) {
+    const MixedNumber number = Split(section, magnitude);
+    const Decimal whole(number.whole);
+    IntegerWriter writer(whole, section.integer_digits, section.grouped);
+    const bool zero = number.whole == 0 && number.ratio.numerator == 0;
+    for (std::size_t i = 0; i < section.numerator; ++i) {
         const Part& part = section.parts[i];
-        if (i == section.numerator)
-            fraction = out.size();
-        if (part.kind == PartKind::FixedDenominator) {
+        if (part.kind == PartKind::Digit)
+            writer.Put(zero ? '0' : part.what, out);
+        else
             out += part.text;
-        } else if (part.kind == PartKind::Slash) {
-            out += '/';
-        } else if (part.kind != PartKind::Digit) {
-            out += part.text;
-        } else if (i < section.numerator) {
-            writer.Put(part.what, out);
-        } else {
-            std::size_t width = 1;
-            const bool numerator = section.parts[i].kind == PartKind::Digit &&
-                                   out.find('/', fraction) == std::string::npos;
-            while (i + 1 < section.parts.size() && section.parts[i + 1].kind == PartKind::Digit) {
-                ++width;
-                ++i;
-            }
-            AppendAligned(numerator ? ratio.numerator : ratio.denominator, width, part.what,
-                          numerator, out);
-        }
     }
-    if (blank && fraction != std::string::npos)
-        std::fill(out.begin() + static_cast<std::ptrdiff_t>(std::max(fraction, from)), out.end(),
-                  ' ');
+    const std::size_t from = out.size();
+    AppendRatio(section, number.ratio, out);
+    if (number.ratio.numerator > 0 || section.integer_digits == 0)
+        return number.ratio.numerator == 0;
+    // A whole number leaves blanks in the place of its fraction.
+    std::fill(out.begin() + static_cast<std::ptrdiff_t>(from), out.end(), ' ');
+    return number.whole == 0;
 }
 
 }  // namespace zorvane::number_format

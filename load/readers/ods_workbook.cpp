@@ -63,17 +63,23 @@ class OdsSheetReader {
     // From the sheet's own tag to its end.
     ReadEnd Run() {
         while (true) {
-            const Token token = scanner_.Next();
-            if (token == Token::Failed)
-                return scanner_.Fault();
-            if (token == Token::Done)
-                return ReadEnd::Ok();
-            if (token == Token::Text)
-                TakeText();
-            else if (token == Token::Start && !Start())
-                return End();
-            else if ((token == Token::End || scanner_.SelfClosing()) && !Close())
-                return End();
+            switch (scanner_.Next()) {
+                case Token::Failed:
+                    return scanner_.Fault();
+                case Token::Done:
+                    return ReadEnd::Ok();
+                case Token::Text:
+                    TakeText();
+                    break;
+                case Token::Start:
+                    if (!Start() || (scanner_.SelfClosing() && !Close()))
+                        return End();
+                    break;
+                case Token::End:
+                    if (!Close())
+                        return End();
+                    break;
+            }
         }
     }
 
@@ -245,36 +251,70 @@ class OdsSheetReader {
     std::string decoded_;
 };
 
+// An unpacked part in pieces: one string of its size would be copied as it grows.
+struct Pieces {
+    static constexpr std::size_t kSize = std::size_t{1} << 20;
+    std::vector<std::string> pieces;  ///< all but the last one of that size
+
+    ReadEnd Fill(PartStream& stream) {
+        while (true) {
+            std::string piece(kSize, '\0');
+            std::size_t filled = 0;
+            while (filled < kSize) {
+                const std::size_t got = stream.Read(piece.data() + filled, kSize - filled);
+                if (got == 0)
+                    break;
+                filled += got;
+            }
+            piece.resize(filled);
+            pieces.push_back(std::move(piece));
+            if (stream.Failed())
+                return ReadEnd::Fault(ReadError::Damaged, "the part content.xml is broken");
+            if (filled < kSize)
+                return ReadEnd::Ok();
+            if (pieces.size() * kSize > kMaxPartBytes)
+                return ReadEnd::Fault(ReadError::TooLarge, "the sheets are too large");
+        }
+    }
+};
+
+class PiecesStream : public PartStream {
+  public:
+    PiecesStream(const Pieces& pieces, std::size_t from) : pieces_(pieces), at_(from) {}
+    std::size_t Read(char* buffer, std::size_t size) override {
+        const std::size_t index = at_ / Pieces::kSize;
+        if (index >= pieces_.pieces.size())
+            return 0;
+        const std::string& piece = pieces_.pieces[index];
+        const std::size_t place = at_ % Pieces::kSize;
+        const std::size_t got = place < piece.size() ? piece.copy(buffer, size, place) : 0;
+        at_ += got;
+        return got;
+    }
+    bool Failed() const override { return false; }
+
+  private:
+    const Pieces& pieces_;
+    std::size_t at_;
+};
+
 class OdsWorkbook : public Workbook {
   public:
-    explicit OdsWorkbook(std::string content) : content_(std::move(content)) {}
+    explicit OdsWorkbook(Pieces content) : content_(std::move(content)) {}
 
     ReadEnd Open() {
-        MemoryStream stream(content_);
+        PiecesStream stream(content_, 0);
         XmlScanner scanner(stream);
-        std::unordered_set<std::string> hidden_styles;
-        std::string style;
-        int tables = 0;
         while (true) {
             const Token token = scanner.Next();
             if (token == Token::Failed)
                 return scanner.Fault();
             if (token == Token::Done)
                 break;
-            if (token == Token::Text)
-                continue;
-            const std::string_view name = scanner.Name();
-            const bool start = token == Token::Start;
-            if (name == "style" && start)
-                style = scanner.Attribute("name");
-            else if (name == "table-properties" && start && scanner.Attribute("display") == "false")
-                hidden_styles.insert(style);
-            else if (name == "table" && !start)
-                --tables;
-            else if (name == "table" && tables++ == 0)
-                AddSheet(scanner, hidden_styles);
-            if (name == "table" && start && scanner.SelfClosing())
-                --tables;
+            if (token == Token::Start)
+                TakeStart(scanner);
+            else if (token == Token::End && scanner.Name() == "table")
+                --tables_;
         }
         if (sheets_.empty())
             return ReadEnd::Fault(ReadError::Damaged, "the workbook has no sheets");
@@ -287,27 +327,56 @@ class OdsWorkbook : public Workbook {
                       ReadMonitor& monitor) override try {
         if (index >= offsets_.size())
             return ReadEnd::Fault(ReadError::WrongFormat, "no such sheet");
-        MemoryStream stream(std::string_view(content_).substr(offsets_[index]));
+        PiecesStream stream(content_, offsets_[index]);
         return OdsSheetReader(stream, options, rows, monitor).Run();
     } catch (const std::bad_alloc&) {
         return ReadEnd::Fault(ReadError::TooLarge, "the workbook needs more memory than allowed");
     }
 
   private:
-    void AddSheet(const XmlScanner& scanner, const std::unordered_set<std::string>& hidden_styles) {
+    void TakeStart(const XmlScanner& scanner) {
+        const std::string_view name = scanner.Name();
+        if (name == "style") {
+            style_ = scanner.Attribute("name");
+        } else if (name == "table-properties") {
+            if (scanner.Attribute("display") == "false")
+                hidden_styles_.insert(style_);
+        } else if (name == "table") {
+            if (tables_ == 0)  // others stand inside of cells
+                AddSheet(scanner);
+            tables_ += scanner.SelfClosing() ? 0 : 1;
+        }
+    }
+
+    void AddSheet(const XmlScanner& scanner) {
         if (sheets_.size() >= kMostSheets)
             return;
         SheetInfo sheet;
         AppendDecoded(scanner.Attribute("name"), sheet.name);
-        sheet.hidden = hidden_styles.contains(std::string(scanner.Attribute("style-name")));
+        sheet.hidden = hidden_styles_.contains(std::string(scanner.Attribute("style-name")));
         sheets_.push_back(std::move(sheet));
         offsets_.push_back(static_cast<std::size_t>(scanner.Offset()));
     }
 
-    std::string content_;
+    Pieces content_;
+    std::string style_;
+    std::unordered_set<std::string> hidden_styles_;
+    int tables_ = 0;  // open ones
     std::vector<SheetInfo> sheets_;
     std::vector<std::size_t> offsets_;
 };
+
+std::unique_ptr<Workbook> OpenContent(PartStream& stream, ReadEnd& end) {
+    Pieces content;
+    end = content.Fill(stream);
+    if (!end.ok())
+        return nullptr;
+    auto workbook = std::make_unique<OdsWorkbook>(std::move(content));
+    end = workbook->Open();
+    if (!end.ok())
+        return nullptr;
+    return workbook;
+}
 
 }  // namespace
 
@@ -323,21 +392,17 @@ std::unique_ptr<Workbook> OpenOds(Package& package, ReadEnd& end) {
         end = ReadEnd::Fault(ReadError::Unsupported, "an encrypted OpenDocument file");
         return nullptr;
     }
-    ReadError error = ReadError::None;
-    auto content = package.Read("content.xml", &error);
-    if (!content) {
-        end = ReadEnd::Fault(error, "cannot read the part content.xml");
+    const std::unique_ptr<PartStream> content = package.Stream("content.xml");
+    if (content == nullptr) {
+        end = ReadEnd::Fault(ReadError::WrongFormat, "no sheets inside");
         return nullptr;
     }
-    return OpenFlatOds(std::move(*content), end);
+    return OpenContent(*content, end);
 }
 
-std::unique_ptr<Workbook> OpenFlatOds(std::string content, ReadEnd& end) {
-    auto workbook = std::make_unique<OdsWorkbook>(std::move(content));
-    end = workbook->Open();
-    if (!end.ok())
-        return nullptr;
-    return workbook;
+std::unique_ptr<Workbook> OpenFlatOds(std::string_view content, ReadEnd& end) {
+    MemoryStream stream(content);
+    return OpenContent(stream, end);
 }
 
 }  // namespace zorvane

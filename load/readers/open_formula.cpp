@@ -59,6 +59,48 @@ std::size_t ReferenceEnd(std::string_view text) {
     return std::min(at, text.size());
 }
 
+class FormulaText {
+  public:
+    FormulaText(std::string_view formula, std::string& out) : rest_(formula), out_(out) {}
+
+    void Run() {
+        while (!rest_.empty())
+            rest_.remove_prefix(Item(rest_.front()));
+    }
+
+  private:
+    // Appends what begins here and gives its size.
+    std::size_t Item(char first) {
+        if (first == '"' || first == '\'') {
+            const std::size_t size = QuotedSize(rest_);
+            out_ += rest_.substr(0, size);
+            return size;
+        }
+        if (first == '[') {
+            const std::size_t end = ReferenceEnd(rest_);
+            AppendReference(rest_.substr(1, end - 1), out_);
+            return std::min(end + 1, rest_.size());
+        }
+        out_ += Sign(first);
+        return 1;
+    }
+
+    // Semicolons part arguments; inside of braces bars part rows.
+    char Sign(char sign) {
+        if (sign == '{')
+            ++braces_;
+        if (sign == '}')
+            --braces_;
+        if (sign == ';')
+            return ',';
+        return sign == '|' && braces_ > 0 ? ';' : sign;
+    }
+
+    std::string_view rest_;
+    std::string& out_;
+    int braces_ = 0;
+};
+
 }  // namespace
 
 void AppendOpenFormula(std::string_view formula, std::string& out) {
@@ -72,26 +114,7 @@ void AppendOpenFormula(std::string_view formula, std::string& out) {
         out += formula;
         return;
     }
-    int braces = 0;  // inside of them a semicolon parts the cells of a row
-    while (!formula.empty()) {
-        const char first = formula.front();
-        std::size_t size = 1;
-        if (first == '"' || first == '\'') {
-            size = QuotedSize(formula);
-            out += formula.substr(0, size);
-        } else if (first == '[') {
-            const std::size_t end = ReferenceEnd(formula);
-            AppendReference(formula.substr(1, end - 1), out);
-            size = std::min(end + 1, formula.size());
-        } else {
-            braces += first == '{' ? 1 : first == '}' ? -1 : 0;
-            if (first == ';')
-                out += ',';
-            else
-                out += first == '|' && braces > 0 ? ';' : first;
-        }
-        formula.remove_prefix(size);
-    }
+    FormulaText(formula, out).Run();
 }
 
 }  // namespace zorvane

@@ -43,10 +43,10 @@ class DecryptedWorkbook : public Workbook {
 ReadEnd OpenEncrypted(std::string_view bytes, std::string_view password,
                       std::unique_ptr<Workbook>& workbook) {
     std::string package;
-    if (const ReadEnd end = DecryptPackage(bytes, password, package); !end.ok())
+    if (ReadEnd end = DecryptPackage(bytes, password, package); !end.ok())
         return end;
     auto decrypted = std::make_unique<DecryptedWorkbook>(std::move(package));
-    const ReadEnd end = decrypted->Open();
+    ReadEnd end = decrypted->Open();
     if (end.ok())
         workbook = std::move(decrypted);
     return end;
@@ -70,7 +70,7 @@ ReadEnd OpenBytes(std::string_view bytes, std::string_view password,
         return end;
     }
     if (LooksLikeFlatOds(bytes)) {
-        workbook = OpenFlatOds(std::string(bytes), end);
+        workbook = OpenFlatOds(bytes, end);
         return end;
     }
     return ReadEnd::Fault(ReadError::WrongFormat, "no workbook");

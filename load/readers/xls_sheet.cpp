@@ -27,7 +27,7 @@ class SheetReader {
         : book_(book), options_(options), builder_(rows), monitor_(monitor) {}
 
     ReadEnd Run(std::size_t offset) {
-        if (const ReadEnd end = Collect(offset); !end.ok())
+        if (ReadEnd end = Collect(offset); !end.ok())
             return end;
         const auto before = [](const CellRecord& one, const CellRecord& other) {
             return one.row != other.row ? one.row < other.row : one.column < other.column;

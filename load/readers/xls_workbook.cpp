@@ -39,7 +39,7 @@ class XlsWorkbook : public Workbook {
                 return ReadEnd::Fault(
                     password.empty() ? ReadError::PasswordNeeded : ReadError::Unsupported,
                     "an encrypted workbook of an old version");
-            if (const ReadEnd end = Take(record); !end.ok())
+            if (ReadEnd end = Take(record); !end.ok())
                 return end;
         }
         MakeStyles();

@@ -56,6 +56,82 @@ std::int32_t EscapeAt(std::string_view text) {
     return unit;
 }
 
+// UTF-16 units, one at a time; a character beyond the first plane comes in two.
+class UnitsToText {
+  public:
+    explicit UnitsToText(std::string& out) : out_(out) {}
+    void Add(char32_t unit) {
+        const char32_t lead = lead_;
+        lead_ = 0;
+        if (unit >= 0xD800 && unit < 0xDC00)
+            lead_ = unit;
+        else if (unit < 0xDC00 || unit >= 0xE000)
+            AppendCodePoint(unit, out_);
+        else if (lead == 0)
+            AppendCodePoint(0xFFFD, out_);
+        else
+            AppendCodePoint(0x10000 + ((lead - 0xD800) << 10) + unit - 0xDC00, out_);
+    }
+
+  private:
+    std::string& out_;
+    char32_t lead_ = 0;
+};
+
+class TextsReader {
+  public:
+    TextsReader(PartStream& part, SharedTexts& texts) : scanner_(part), texts_(texts) {}
+
+    ReadEnd Run() {
+        while (true) {
+            const Token token = scanner_.Next();
+            if (token == Token::Failed)
+                return scanner_.Fault();
+            if (token == Token::Done)
+                return ReadEnd::Ok();
+            if (token == Token::Text)
+                TakeText();
+            else if (!TakeTag(token == Token::Start))
+                return ReadEnd::Fault(ReadError::TooLarge, "the texts of the sheets are too large");
+        }
+    }
+
+  private:
+    void TakeText() {
+        if (in_text_ && phonetic_ == 0)
+            scanner_.AppendText(texts_.text);
+    }
+
+    // False when there are too many.
+    bool TakeTag(bool start) {
+        const std::string_view name = scanner_.Name();
+        const bool empty = scanner_.SelfClosing();
+        if (name == "t")
+            in_text_ = start && !empty;
+        else if (name == "rPh" && !empty)
+            phonetic_ += start ? 1 : -1;
+        else if (name == "si" && (!start || empty))
+            return EndItem();
+        return true;
+    }
+
+    bool EndItem() {
+        ReplaceEscapes(texts_.text, begin_);
+        begin_ = texts_.text.size();
+        phonetic_ = 0;
+        if (texts_.ends.size() >= kMostTexts || begin_ > kMaxPartBytes)
+            return false;
+        texts_.ends.push_back(static_cast<std::uint32_t>(begin_));
+        return true;
+    }
+
+    XmlScanner scanner_;
+    SharedTexts& texts_;
+    std::size_t begin_ = 0;
+    bool in_text_ = false;
+    int phonetic_ = 0;  // depth inside of pronunciation hints, which nobody sees
+};
+
 class StylesReader {
   public:
     StylesReader(PartStream& part, SheetStyles& styles) : scanner_(part), styles_(styles) {}
@@ -132,26 +208,15 @@ void ReplaceEscapes(std::string& text, std::size_t from) {
         return;
     std::string replaced;
     std::size_t copied = from;
-    char32_t lead = 0;  // first half of a pair
-    while (at != std::string::npos) {
+    UnitsToText units(replaced);
+    for (; at != std::string::npos; at = text.find("_x", at)) {
         const std::int32_t unit = EscapeAt(std::string_view(text).substr(at));
-        if (unit < 0) {
-            at = text.find("_x", at + 1);
-            continue;
+        if (unit >= 0) {
+            replaced.append(text, copied, at - copied);
+            units.Add(static_cast<char32_t>(unit));
+            copied = at + 7;
         }
-        replaced.append(text, copied, at - copied);
-        const auto code = static_cast<char32_t>(unit);
-        if (code >= 0xD800 && code < 0xDC00)
-            lead = code;
-        else if (code >= 0xDC00 && code < 0xE000)
-            AppendCodePoint(lead == 0 ? 0xFFFD : 0x10000 + ((lead - 0xD800) << 10) + code - 0xDC00,
-                            replaced);
-        else
-            AppendCodePoint(code, replaced);
-        if (code < 0xD800 || code >= 0xDC00)
-            lead = 0;
-        copied = at + 7;
-        at = text.find("_x", copied);
+        at = unit >= 0 ? copied : at + 1;
     }
     replaced.append(text, copied);
     text.replace(from, std::string::npos, replaced);
@@ -177,43 +242,14 @@ bool AppendFormatted(std::string_view number, const SheetFormat& format, bool da
 
 ReadEnd ReadXlsxStyles(PartStream& part, SheetStyles& styles) {
     styles.formats.clear();
-    const ReadEnd end = StylesReader(part, styles).Run();
+    ReadEnd end = StylesReader(part, styles).Run();
     if (styles.formats.empty())
         styles.formats.emplace_back("General");
     return end;
 }
 
 ReadEnd ReadXlsxTexts(PartStream& part, SharedTexts& texts) {
-    XmlScanner scanner(part);
-    std::size_t begin = 0;
-    bool in_text = false;
-    int phonetic = 0;  // depth inside of pronunciation hints, which nobody sees
-    while (true) {
-        const Token token = scanner.Next();
-        if (token == Token::Failed)
-            return scanner.Fault();
-        if (token == Token::Done)
-            return ReadEnd::Ok();
-        if (token == Token::Text) {
-            if (in_text && phonetic == 0)
-                scanner.AppendText(texts.text);
-            continue;
-        }
-        const std::string_view name = scanner.Name();
-        const bool start = token == Token::Start && !scanner.SelfClosing();
-        if (name == "t") {
-            in_text = start;
-        } else if (name == "rPh" && !scanner.SelfClosing()) {
-            phonetic += token == Token::Start ? 1 : -1;
-        } else if (name == "si" && !start) {
-            ReplaceEscapes(texts.text, begin);
-            begin = texts.text.size();
-            if (texts.ends.size() >= kMostTexts || begin > kMaxPartBytes)
-                return ReadEnd::Fault(ReadError::TooLarge, "the texts of the sheets are too large");
-            texts.ends.push_back(static_cast<std::uint32_t>(begin));
-            phonetic = 0;
-        }
-    }
+    return TextsReader(part, texts).Run();
 }
 
 }  // namespace zorvane

@@ -81,7 +81,7 @@ class XlsxWorkbook : public Workbook {
                       ReadMonitor& monitor) override try {
         if (index >= parts_.size())
             return ReadEnd::Fault(ReadError::WrongFormat, "no such sheet");
-        if (const ReadEnd end = ReadShared(); !end.ok())
+        if (ReadEnd end = ReadShared(); !end.ok())
             return end;
         const std::string& part = parts_[index];
         if (part.empty())  // a chart, which has no cells
@@ -155,8 +155,8 @@ class XlsxWorkbook : public Workbook {
             const std::unique_ptr<PartStream> stream = package_->Stream(relationship.target);
             if (stream == nullptr)
                 continue;
-            const ReadEnd end = styles ? ReadXlsxStyles(*stream, book_.styles)
-                                       : ReadXlsxTexts(*stream, book_.texts);
+            ReadEnd end = styles ? ReadXlsxStyles(*stream, book_.styles)
+                                 : ReadXlsxTexts(*stream, book_.texts);
             if (!end.ok())
                 return end;
         }

@@ -7,6 +7,7 @@ namespace zorvane {
 namespace {
 
 constexpr std::size_t kChunk = std::size_t{256} << 10;
+constexpr std::string_view kCdata = "<![CDATA[";
 // One tag or one stretch of text; nothing that an office program writes comes near.
 constexpr std::size_t kLongestToken = std::size_t{32} << 20;
 
@@ -130,53 +131,65 @@ XmlScanner::Token XmlScanner::Next() {
         if (begin_ == end_ && !Fill())
             return too_large_ || stream_.Failed() ? Token::Failed : Token::Done;
         offset_ = consumed_ + begin_;
-        if (buffer_[begin_] != '<') {
-            std::size_t at = 0;
-            if (!Find("<", 0, at)) {
-                at = end_ - begin_;  // text behind the last tag
-                if (too_large_ || stream_.Failed())
-                    return Token::Failed;
-            }
-            text_ = std::string_view(buffer_.data() + begin_, at);
-            raw_text_ = false;
-            begin_ += at;
-            return Token::Text;
-        }
-        while (end_ - begin_ < 9 && Fill()) {
-        }
-        const std::string_view rest(buffer_.data() + begin_, end_ - begin_);
-        if (rest.starts_with("<!--")) {
-            begin_ += 4;
-            if (!PassOver("-->"))
-                return Token::Failed;
-        } else if (rest.starts_with("<![CDATA[")) {
-            std::size_t at = 0;
-            if (!Find("]]>", 9, at))
-                return Token::Failed;
-            text_ = std::string_view(buffer_.data() + begin_ + 9, at - 9);
-            raw_text_ = true;
-            begin_ += at + 3;
-            return Token::Text;
-        } else if (rest.starts_with("<?")) {
-            if (!PassOver("?>"))
-                return Token::Failed;
-        } else {
-            std::size_t at = 0;
-            if (!FindTagEnd(at))
-                return Token::Failed;
-            const Token token = Tag(at);
-            if (token != Token::Text)
-                return token;
-        }
+        Token token = Token::Done;
+        if (buffer_[begin_] != '<')
+            token = PlainText();
+        else
+            token = Markup();
+        if (token != Token::Done)
+            return token;
     }
 }
 
-// Gives Text for what is no element.
+XmlScanner::Token XmlScanner::PlainText() {
+    std::size_t at = 0;
+    if (!Find("<", 0, at)) {
+        at = end_ - begin_;  // text behind the last tag
+        if (too_large_ || stream_.Failed())
+            return Token::Failed;
+    }
+    text_ = std::string_view(buffer_.data() + begin_, at);
+    raw_text_ = false;
+    begin_ += at;
+    return Token::Text;
+}
+
+// Gives Done for what is passed over.
+XmlScanner::Token XmlScanner::Markup() {
+    while (end_ - begin_ < kCdata.size() && Fill()) {
+    }
+    const std::string_view rest(buffer_.data() + begin_, end_ - begin_);
+    const char second = rest.size() > 1 ? rest[1] : '\0';
+    if (rest.starts_with("<!--")) {
+        begin_ += 4;
+        return PassOver("-->") ? Token::Done : Token::Failed;
+    }
+    if (second == '?')
+        return PassOver("?>") ? Token::Done : Token::Failed;
+    if (rest.starts_with(kCdata))
+        return Cdata();
+    std::size_t at = 0;
+    if (!FindTagEnd(at))
+        return Token::Failed;
+    if (second != '!')
+        return Tag(at);
+    begin_ += at + 1;
+    return Token::Done;
+}
+
+XmlScanner::Token XmlScanner::Cdata() {
+    std::size_t at = 0;
+    if (!Find("]]>", kCdata.size(), at))
+        return Token::Failed;
+    text_ = std::string_view(buffer_.data() + begin_, at).substr(kCdata.size());
+    raw_text_ = true;
+    begin_ += at + 3;
+    return Token::Text;
+}
+
 XmlScanner::Token XmlScanner::Tag(std::size_t end) {
     std::string_view tag(buffer_.data() + begin_ + 1, end - 1);
     begin_ += end + 1;
-    if (tag.starts_with('!'))
-        return Token::Text;
     const bool closing = tag.starts_with('/');
     if (closing)
         tag.remove_prefix(1);

@@ -40,6 +40,9 @@ class XmlScanner {
     bool Fill();
     bool Find(std::string_view what, std::size_t from, std::size_t& at);
     bool FindTagEnd(std::size_t& at);
+    Token PlainText();
+    Token Markup();
+    Token Cdata();
     Token Tag(std::size_t end);
     bool PassOver(std::string_view end);
 

@@ -1,5 +1,6 @@
 #include "load/readers/office.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -290,7 +291,7 @@ constexpr std::string_view kRtf =
     R"({\rtf1\ansi\ansicpg1252 Plain and {\b bold} caf\'e9.\par Second line.\par})";
 constexpr std::string_view kRtfText = "Plain and bold caf\xC3\xA9.Second line.";
 
-TEST_F(RealOffice, ConvertsThereAndBackAndQuicklyTheSecondTime) {
+TEST_F(RealOffice, ConvertsThereAndBack) {
     // A name that a URL and a shell would both stumble over.
     const std::string source = folder_.Write("\xC3\xA9 a%20#1?~'\".rtf", kRtf);
     const std::string doc = folder_.Path("made.doc");
@@ -299,13 +300,25 @@ TEST_F(RealOffice, ConvertsThereAndBackAndQuicklyTheSecondTime) {
     // Told by its content, with no extension to help and with a name that is no UTF-8.
     const std::string nameless = folder_.Path("\xFF");
     fs::rename(doc, nameless);
-    const auto begin = std::chrono::steady_clock::now();
     ASSERT_EQ(worker_->Convert(nameless, folder_.Path("b.tmp"), "docx"), ReadEnd::Ok());
-    const std::chrono::seconds limit(place_->has_library ? 1 : 20);  // most often 0.05 and 0.4
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, limit);
     EXPECT_EQ(DocxText("b.tmp"), kRtfText);
     // No lock file and nothing else of the suite's beside the documents.
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator()), 3);
+}
+
+TEST_F(RealOffice, StaysStarted) {
+    if (!place_->has_library)
+        GTEST_SKIP() << "the office suite is one without windows, which starts for each document";
+    const std::string source = folder_.Write("a.rtf", kRtf);
+    Worker worker;
+    std::vector<std::chrono::steady_clock::duration> times;
+    for (int conversion = 0; conversion < 6; ++conversion) {
+        const auto begin = std::chrono::steady_clock::now();
+        ASSERT_EQ(worker.Convert(source, folder_.Path("b"), "docx"), ReadEnd::Ok());
+        times.push_back(std::chrono::steady_clock::now() - begin);
+    }
+    // Some 250 and 30 milliseconds; the best of five, for a machine that has more to do.
+    EXPECT_LT(*std::min_element(times.begin() + 1, times.end()), times.front() / 2);
 }
 
 TEST_F(RealOffice, TellsWhatIsWrong) {
