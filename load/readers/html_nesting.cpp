@@ -181,7 +181,8 @@ void HtmlParser::CloseItem(GumboTag tag) {
             return;
         }
         const bool passed = open == GUMBO_TAG_ADDRESS || open == GUMBO_TAG_DIV ||
-                            open == GUMBO_TAG_P || !(IsBlockTag(open) || IsScopeTag(open));
+                            open == GUMBO_TAG_P ||
+                            !(IsBlockTag(open) || IsScopeTag(open) || BoundsFormats(open));
         if (!passed)
             return;
     }
@@ -317,7 +318,7 @@ void HtmlParser::EndTablePart(GumboTag tag) {
 }
 
 void HtmlParser::EndOther(const HtmlElement& element) {
-    const bool block = IsBlockTag(element.tag);
+    const bool block = IsBlockTag(element.tag) || BoundsFormats(element.tag);
     const bool heading = IsHeadingTag(element.tag);
     const bool item = element.tag == GUMBO_TAG_LI;
     for (std::size_t level = open_.size(); level-- > 0;) {
@@ -327,7 +328,9 @@ void HtmlParser::EndOther(const HtmlElement& element) {
             return;
         }
         const bool list = open == GUMBO_TAG_UL || open == GUMBO_TAG_OL;
-        if (IsScopeTag(open) || (!block && IsBlockTag(open)) || (item && list))
+        const bool special = IsBlockTag(open) || BoundsFormats(open);
+        if (IsScopeTag(open) || (!block && special) || (item && list) ||
+            (element.tag == GUMBO_TAG_P && open == GUMBO_TAG_BUTTON))
             break;
     }
     // Kept by every browser: the end of no paragraph is an empty one.
