@@ -1,5 +1,6 @@
 if(ZORVANE_FUZZ)
     zorvane_fuzzer(zv_decrypt_fuzz SOURCES decrypt_fuzz.cpp USES zv_pdf_reader)
+    zorvane_fuzzer(zv_docx_fuzz SOURCES docx_fuzz.cpp USES zv_pdf_reader)
     zorvane_fuzzer(zv_html_fuzz SOURCES html_fuzz.cpp USES zv_pdf_reader)
     zorvane_fuzzer(zv_odt_fuzz SOURCES odt_fuzz.cpp USES zv_pdf_reader)
     zorvane_fuzzer(zv_pdf_fuzz SOURCES pdf_fuzz.cpp USES zv_pdf_reader)

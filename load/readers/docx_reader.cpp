@@ -215,7 +215,7 @@ class DocxWalker {
                 Blocks(node, depth + 1);
             else if (name == "oMathPara" || name == "oMath")
                 MathText(node, depth + 1);
-            if (nesting_ == 0 && !monitor_.Progress(++done_, total_))
+            if (nesting_ == 0 && !monitor_.Progress(std::min(done_++, total_ - 1), total_))
                 end_ = ReadEnd::Fault(ReadError::Cancelled);
         }
     }
@@ -239,7 +239,7 @@ class DocxWalker {
         if (nesting_ == 0 && !joined)
             writer_.SetFormat(look.format);
         if (!label.empty() && HasContent(node))
-            writer_.ListLabel(label, label_look.chars);
+            writer_.ListLabel(CleanText(label, scratch_), label_look.chars);
         const RunLook outer = std::exchange(base_, look.run);
         Inlines(node, depth);
         base_ = outer;
@@ -409,18 +409,9 @@ class DocxWalker {
         writer_.Text(utf8, look.chars);
     }
 
-    // Line ends in the source of a text are blanks.
     void RunText(const Node& node, const RunLook& look) {
-        for (const Node& piece : node.children()) {
-            std::string_view text = piece.value();
-            while (!text.empty()) {
-                const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-                Write(text.substr(0, end), look);
-                if (end < text.size())
-                    Write(" ", look);
-                text.remove_prefix(std::min(end + 1, text.size()));
-            }
-        }
+        for (const Node& piece : node.children())
+            Write(CleanText(piece.value(), scratch_), look);
     }
 
     void Symbol(const Node& node, const RunLook& look) {
@@ -547,6 +538,7 @@ class DocxWalker {
     bool joins_next_ = false;
     bool in_note_ = false;
     bool note_begins_ = false;
+    std::string scratch_;
     std::int64_t done_ = 0;
     std::int64_t total_ = 0;
 };
