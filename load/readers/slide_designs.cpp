@@ -1,5 +1,7 @@
 #include "load/readers/slide_designs.h"
 
+#include <ranges>
+
 #include "load/readers/slide_shapes.h"
 
 namespace zorvane {
@@ -114,8 +116,8 @@ SlideStyleChain SlideDesign::ChainFor(const SlidePlaceholder& placeholder,
         add(Child(root, "notesStyle"));
     }
     const std::vector<pugi::xml_node> models = ModelsOf(placeholder);
-    for (auto model = models.rbegin(); model != models.rend(); ++model)
-        add(StyleListOf(*model));
+    for (const pugi::xml_node& model : std::views::reverse(models))
+        add(StyleListOf(model));
     return chain;
 }
 
