@@ -1,9 +1,8 @@
 #include "load/readers/pdf_characters.h"
 
-#include <Annot.h>
 #include <GfxFont.h>
 #include <GfxState.h>
-#include <Link.h>
+#include <Page.h>
 #include <UTF.h>
 #include <algorithm>
 #include <cmath>
@@ -17,7 +16,7 @@ namespace {
 
 constexpr double kLargestPlace = 1e5;  // points; what lies farther away is on no page
 constexpr std::size_t kMaxRules = 20'000;
-constexpr std::size_t kMaxLinks = 10'000;
+constexpr int kMaxLinks = 10'000;
 constexpr int kMaxReplacement = 65'536;
 
 constexpr int kStrokeMode = 1;
@@ -149,38 +148,6 @@ PdfDirection DirectionOf(double cosine, double sine) {
 
 }  // namespace
 
-void PaintedCells::Start(double width, double height) {
-    width_ = std::max(width, 1.0);
-    height_ = std::max(height, 1.0);
-    for (auto& row : painted_)
-        row.fill(0);
-}
-
-std::size_t PaintedCells::Cell(double at, double length) {
-    const double cell = at / length * static_cast<double>(kCells);
-    if (!(cell > 0))
-        return 0;
-    return std::min(static_cast<std::size_t>(std::min(cell, 1e6)), kCells);
-}
-
-// A cell is painted when its middle is.
-void PaintedCells::Paint(const PdfBox& box, bool white) {
-    const double half_width = width_ / kCells / 2;
-    const double half_height = height_ / kCells / 2;
-    const std::size_t x0 = Cell(box.x0 + half_width, width_);
-    const std::size_t x1 = Cell(box.x1 + half_width, width_);
-    const std::size_t y1 = Cell(box.y1 + half_height, height_);
-    for (std::size_t y = Cell(box.y0 + half_height, height_); y < y1 && x0 < x1; ++y)
-        std::fill(painted_[y].begin() + static_cast<std::ptrdiff_t>(x0),
-                  painted_[y].begin() + static_cast<std::ptrdiff_t>(x1), white ? 0 : 1);
-}
-
-bool PaintedCells::IsPainted(double x, double y) const {
-    const std::size_t row = Cell(y, height_);
-    const std::size_t column = Cell(x, width_);
-    return row < kCells && column < kCells && painted_[row][column] != 0;
-}
-
 void PdfCharacterDevice::startPage(int /*number*/, GfxState* state, XRef* /*xref*/) {
     page_.width = Narrow(state->getPageWidth());
     page_.height = Narrow(state->getPageHeight());
@@ -206,6 +173,9 @@ void PdfCharacterDevice::updateFillColorSpace(GfxState* /*state*/) {
 }
 void PdfCharacterDevice::updateRender(GfxState* /*state*/) {
     style_known_ = false;
+}
+void PdfCharacterDevice::saveState(GfxState* /*state*/) {
+    clock_.Tick();
 }
 void PdfCharacterDevice::restoreState(GfxState* /*state*/) {
     style_known_ = false;
@@ -477,31 +447,46 @@ void PdfCharacterDevice::drawImage(GfxState* state, Object* reference, Stream* s
                          inline_image);
 }
 
-void PdfCharacterDevice::processLink(AnnotLink* link) {
-    const LinkAction* const action = link->getAction();
-    if (action == nullptr || action->getKind() != actionURI || page_.links.size() >= kMaxLinks)
+void PdfCharacterDevice::AddLinks(PDFDoc& document, int number) {
+    ::Page* const page = document.getPage(number);
+    if (page == nullptr)
         return;
-    PdfLink found;
-    found.address = static_cast<const LinkURI*>(action)->getURI();
+    const Object annotations = page->getAnnotsObject();
+    if (!annotations.isArray())
+        return;
+    for (int index = 0; index < std::min(annotations.arrayGetLength(), kMaxLinks); ++index)
+        AddLink(annotations.arrayGet(index));
+}
+
+void PdfCharacterDevice::AddLink(const Object& annotation) {
+    if (!annotation.isDict() || !annotation.dictLookup("Subtype").isName("Link"))
+        return;
+    const Object action = annotation.dictLookup("A");
+    const Object place = annotation.dictLookup("Rect");
+    if (!action.isDict() || !place.isArray() || place.arrayGetLength() != 4)
+        return;
+    const Object address = action.dictLookup("URI");
+    if (!address.isString())
+        return;
+    PdfLink link;
+    link.address = address.getString()->toStr();
     // An address is ASCII; anything else is none, or was not decrypted.
-    const bool printable = std::all_of(found.address.begin(), found.address.end(),
+    const bool printable = std::all_of(link.address.begin(), link.address.end(),
                                        [](char letter) { return letter > ' ' && letter < 0x7F; });
-    if (found.address.empty() || !printable)
+    if (link.address.empty() || !printable)
         return;
+    std::array<double, 4> corners{};
+    for (int index = 0; index < 4; ++index)
+        corners[static_cast<std::size_t>(index)] = place.arrayGet(index).getNumWithDefaultValue(0);
     const double* matrix = getDefCTM();
-    double x0 = 0;
-    double y0 = 0;
-    double x1 = 0;
-    double y1 = 0;
-    link->getRect(&x0, &y0, &x1, &y1);
-    const auto x = [&](double at_x, double at_y) {
-        return matrix[0] * at_x + matrix[2] * at_y + matrix[4];
+    const auto x = [&](std::size_t corner) {
+        return matrix[0] * corners[corner] + matrix[2] * corners[corner + 1] + matrix[4];
     };
-    const auto y = [&](double at_x, double at_y) {
-        return matrix[1] * at_x + matrix[3] * at_y + matrix[5];
+    const auto y = [&](std::size_t corner) {
+        return matrix[1] * corners[corner] + matrix[3] * corners[corner + 1] + matrix[5];
     };
-    found.box = BoxOf(x(x0, y0), y(x0, y0), x(x1, y1), y(x1, y1));
-    page_.links.push_back(std::move(found));
+    link.box = BoxOf(x(0), y(0), x(2), y(2));
+    page_.links.push_back(std::move(link));
 }
 
 }  // namespace zorvane

@@ -9,34 +9,22 @@
 #include <unordered_map>
 #include <vector>
 
+#include "load/readers/pdf_document.h"
 #include "load/readers/pdf_page.h"
+#include "load/readers/pdf_painted_cells.h"
 
 namespace zorvane {
-
-/// Which parts of a page have something other than white on them, in cells.
-class PaintedCells {
-  public:
-    void Start(double width, double height);
-    void Paint(const PdfBox& box, bool white);
-    bool IsPainted(double x, double y) const;
-
-  private:
-    static constexpr std::size_t kCells = 128;  // each way
-    static std::size_t Cell(double at, double length);
-
-    double width_ = 1;
-    double height_ = 1;
-    std::array<std::array<std::uint8_t, kCells>, kCells> painted_{};
-};
 
 class PdfCharacterDevice : public OutputDev {
   public:
     /// More characters than this on a page are not collected; see `Overflow`.
     static constexpr std::size_t kMaxCharacters = 4'000'000;
 
-    explicit PdfCharacterDevice(PdfStyles& styles) : styles_(styles) {}
+    PdfCharacterDevice(PdfStyles& styles, PdfPageClock& clock) : styles_(styles), clock_(clock) {}
 
     const PdfPage& Page() const { return page_; }
+    /// Adds the links of the page that was shown last.
+    void AddLinks(PDFDoc& document, int number);
     bool Overflow() const { return page_.characters.size() >= kMaxCharacters; }
 
     bool upsideDown() override { return true; }
@@ -51,6 +39,7 @@ class PdfCharacterDevice : public OutputDev {
     void updateStrokeColor(GfxState* state) override;
     void updateFillColorSpace(GfxState* state) override;
     void updateRender(GfxState* state) override;
+    void saveState(GfxState* state) override;
     void restoreState(GfxState* state) override;
     void drawChar(GfxState* state, double x, double y, double dx, double dy, double origin_x,
                   double origin_y, CharCode code, int bytes, const Unicode* letters,
@@ -75,7 +64,6 @@ class PdfCharacterDevice : public OutputDev {
     void drawImage(GfxState* state, Object* reference, Stream* stream, int width, int height,
                    GfxImageColorMap* colors, bool interpolate, const int* mask_colors,
                    bool inline_image) override;
-    void processLink(AnnotLink* link) override;
 
   private:
     /// A text that stands for the glyphs which are drawn until its end.
@@ -95,8 +83,10 @@ class PdfCharacterDevice : public OutputDev {
     void PaintImage(const GfxState& state);
     void PaintClip(const GfxState& state);
     void AddRule(const PdfBox& box);
+    void AddLink(const Object& annotation);
 
     PdfStyles& styles_;
+    PdfPageClock& clock_;
     PdfPage page_;
     PaintedCells cells_;
     Replacement replacement_;

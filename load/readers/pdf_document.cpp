@@ -144,24 +144,22 @@ ReadEnd EndOfException() {
     }
 }
 
-// Counts what a page draws; poppler asks at about every tenth operator.
-struct OperatorBudget {
-    std::int64_t left = kMaxPageOperators / 10;
+bool AskClock(void* clock) {
+    return static_cast<const PdfPageClock*>(clock)->IsOver();
+}
 
-    static bool IsSpent(void* budget) { return --static_cast<OperatorBudget*>(budget)->left < 0; }
-};
-
-ReadEnd Walk(PDFDoc& document, const PdfPages& pages, PageBox box, OutputDev& device,
-             ReadMonitor& monitor, const PageDone& page_done) {
+ReadEnd Walk(PDFDoc& document, const PdfWalk& walk, ReadMonitor& monitor,
+             const PageDone& page_done) {
     constexpr double kResolution = 72.0;
+    const PdfPages pages = PagesWithin(walk.pages, document.getNumPages());
     const std::int32_t total = pages.last - pages.first + 1;
     for (std::int32_t page = pages.first; page <= pages.last; ++page) {
         if (!monitor.Progress(page - pages.first, total))
             return ReadEnd::Fault(ReadError::Cancelled);
-        OperatorBudget budget;
-        document.displayPage(&device, page, kResolution, kResolution, 0, box == PageBox::Media,
-                             false, false, OperatorBudget::IsSpent, &budget);
-        if (!page_done(page) || budget.left < 0)
+        walk.clock.Start();
+        document.displayPage(&walk.device, page, kResolution, kResolution, 0,
+                             walk.box == PageBox::Media, false, false, AskClock, &walk.clock);
+        if (!page_done(page) || walk.clock.IsOver())
             return ReadEnd::Fault(ReadError::TooLarge, "a page holds too much");
     }
     return monitor.Progress(total, total) ? ReadEnd::Ok() : ReadEnd::Fault(ReadError::Cancelled);
@@ -193,11 +191,12 @@ PdfFile OpenPdfForText(std::string_view bytes, const PdfPasswords& passwords, Re
     return {};
 }
 
-ReadEnd WalkPages(PDFDoc& document, const PdfPages& pages, PageBox box, OutputDev& device,
-                  ReadMonitor& monitor, const PageDone& page_done) {
+ReadEnd WalkPages(PDFDoc& document, const PdfWalk& walk, ReadMonitor& monitor,
+                  const PageDone& page_done) {
     try {
-        return Walk(document, PagesWithin(pages, document.getNumPages()), box, device, monitor,
-                    page_done);
+        return Walk(document, walk, monitor, page_done);
+    } catch (const PdfPageTimeIsOver&) {
+        return ReadEnd::Fault(ReadError::TooLarge, "a page holds too much");
     } catch (...) {
         return EndOfException();
     }

@@ -76,6 +76,11 @@ bool Overlap(const PdfCharacter& a, const PdfCharacter& b) {
            (b.letter >= 0x300 && b.letter <= 0x36F);
 }
 
+// No line is broken before these, be there a blank or not.
+bool StaysWithWordBefore(char32_t letter) {
+    return std::u32string_view(U":;!?/,.)]}\u00BB").find(letter) != std::u32string_view::npos;
+}
+
 // The width of most letters, and the left edge of all.
 std::pair<float, float> CellAndMargin(const PdfPage& page) {
     float margin = std::numeric_limits<float>::max();
@@ -282,7 +287,8 @@ void PdfLineBuilder::MeasureStart(const std::vector<const PdfSegment*>& segments
     const PdfWord* last = nullptr;
     for (const PdfSegment* const segment : segments) {
         for (const PdfWord& word : segment->words) {
-            if (last != nullptr && GapBetween(*last, word) != PdfGap::None) {
+            if (last != nullptr && GapBetween(*last, word) != PdfGap::None &&
+                !StaysWithWordBefore(page_.characters[word.first].letter)) {
                 MeasureLabel(start, *last, word);
                 return;
             }

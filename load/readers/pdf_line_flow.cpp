@@ -224,13 +224,16 @@ bool PdfLineFlow::GoesOn(const PdfParagraphSoFar& paragraph, const PdfLine& next
     if (paragraph.lines > 1 && !(paragraph.centered && centered) &&
         std::fabs(Start(next) - paragraph.body_x0) > kIndent * next.size)
         return false;
-    if (IsPdfHyphen(LastLetter(last)) && IsPdfLowerCase(FirstLetter(next)))
-        return true;
-    if (IsFull(last, next))
-        return true;
-    const float width = RightEdge(last) - last.region_x0;
-    return IsPdfLowerCase(FirstLetter(next)) && !EndsSentence(LastLetter(last)) &&
-           last.x1 - last.x0 > 0.5F * width;
+    return SentenceGoesOn(last, next) || IsFull(last, next);
+}
+
+// A word is parted, or a long line is followed by what begins no sentence.
+bool PdfLineFlow::SentenceGoesOn(const PdfLine& line, const PdfLine& next) const {
+    if (!IsPdfLowerCase(FirstLetter(next)))
+        return false;
+    const float width = RightEdge(line) - line.region_x0;
+    return IsPdfHyphen(LastLetter(line)) ||
+           (!EndsSentence(LastLetter(line)) && line.x1 - line.x0 > 0.5F * width);
 }
 
 bool PdfLineFlow::GoesOnElsewhere(const PdfParagraphSoFar& paragraph, const PdfLine& next) const {
@@ -245,7 +248,7 @@ bool PdfLineFlow::GoesOnElsewhere(const PdfParagraphSoFar& paragraph, const PdfL
     if (!last.right_to_left && next_indent > last_indent + kIndent * next.size)
         return false;
     const bool goes_on = IsPdfLowerCase(FirstLetter(next)) || !EndsSentence(LastLetter(last));
-    return goes_on && (IsPdfHyphen(LastLetter(last)) || IsFull(last, next));
+    return SentenceGoesOn(last, next) || (goes_on && IsFull(last, next));
 }
 
 }  // namespace zorvane

@@ -38,6 +38,7 @@ class PdfLineFlow {
     void LearnBlocks(const std::vector<PdfLine>& lines);
     void LearnBlock(const PdfLine* first, const PdfLine* last);
     bool PitchFits(const PdfParagraphSoFar& paragraph, const PdfLine& next) const;
+    bool SentenceGoesOn(const PdfLine& line, const PdfLine& next) const;
     bool IsFull(const PdfLine& line, const PdfLine& next) const;
 
     const PdfLine* begin_ = nullptr;

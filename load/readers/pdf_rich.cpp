@@ -174,19 +174,21 @@ ReadEnd ReadPdfRich(std::string_view bytes, const PdfPasswords& passwords, const
     if (!file.document)
         return end;
     PdfStyles styles;
-    PdfCharacterDevice device(styles);
+    PdfPageClock clock;
+    PdfCharacterDevice device(styles, clock);
     std::vector<PdfLine> lines;
     std::size_t letters = 0;
     const PdfLineOptions line_options = LineOptions(options);
-    end = WalkPages(*file.document, pages, PageBox::Crop, device, monitor, [&](std::int32_t page) {
-        if (options.bBCLExtractHyperlinks)
-            file.document->processLinks(&device, page);
-        letters += device.Page().characters.size();
-        if (device.Overflow() || letters > kMaxLetters)
-            return false;
-        AppendLines(device.Page(), page, line_options, lines);
-        return true;
-    });
+    end = WalkPages(*file.document, {pages, PageBox::Crop, device, clock}, monitor,
+                    [&](std::int32_t page) {
+                        if (options.bBCLExtractHyperlinks)
+                            device.AddLinks(*file.document, page);
+                        letters += device.Page().characters.size();
+                        if (device.Overflow() || letters > kMaxLetters)
+                            return false;
+                        AppendLines(device.Page(), page, line_options, lines);
+                        return true;
+                    });
     if (!end.ok())
         return end;
     try {

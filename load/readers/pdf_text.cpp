@@ -14,11 +14,19 @@
 namespace zorvane {
 namespace {
 
+void AppendText(void* stream, const char* text, int length) {
+    static_cast<std::string*>(stream)->append(text, static_cast<std::size_t>(length));
+}
+
 /// A text device that leaves out a character which lies on an equal one.
 class ShadowlessDevice : public TextOutputDev {
   public:
-    ShadowlessDevice(TextOutputFunc function, void* stream, double max_delta_x)
-        : TextOutputDev(function, stream, false, 0, false), max_delta_x_(max_delta_x) {}
+    ShadowlessDevice(std::string& target, double max_delta_x, PdfPageClock& clock)
+        : TextOutputDev(AppendText, &target, false, 0, false),
+          max_delta_x_(max_delta_x),
+          clock_(clock) {}
+
+    void saveState(GfxState* /*state*/) override { clock_.Tick(); }
 
     void startPage(int page, GfxState* state, XRef* xref) override {
         drawn_.clear();
@@ -81,12 +89,9 @@ class ShadowlessDevice : public TextOutputDev {
     }
 
     double max_delta_x_;
+    PdfPageClock& clock_;
     std::unordered_map<std::uint64_t, std::vector<Place>> drawn_;
 };
-
-void AppendText(void* stream, const char* text, int length) {
-    static_cast<std::string*>(stream)->append(text, static_cast<std::size_t>(length));
-}
 
 }  // namespace
 
@@ -97,13 +102,15 @@ ReadEnd ReadPdfText(std::string_view bytes, const PdfPasswords& passwords, const
     if (!file.document)
         return end;
     text.clear();
-    ShadowlessDevice device(AppendText, &text, max_delta_x);
+    PdfPageClock clock;
+    ShadowlessDevice device(text, max_delta_x, clock);
     std::size_t page_start = 0;
-    end = WalkPages(*file.document, pages, PageBox::Media, device, monitor, [&](std::int32_t) {
-        PlainLetters(text, page_start);
-        page_start = text.size();
-        return text.size() < kMaxPartBytes;
-    });
+    end = WalkPages(*file.document, {pages, PageBox::Media, device, clock}, monitor,
+                    [&](std::int32_t) {
+                        PlainLetters(text, page_start);
+                        page_start = text.size();
+                        return text.size() < kMaxPartBytes;
+                    });
     // A form feed stands between pages, none behind the last one.
     if (text.ends_with('\f'))
         text.pop_back();

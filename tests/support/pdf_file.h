@@ -146,4 +146,28 @@ inline std::string MakePdf(std::string content, Xref xref = Xref::Right) {
     return MakePdf(std::vector<Page>{Page{std::move(content), {}}}, xref);
 }
 
+/// A page that shows a form, which shows the next one `times` times, and so on `depth` times.
+inline std::string MakeFormBomb(int depth, int times) {
+    Writer writer;
+    writer.Add("<< /Type /Catalog /Pages 2 0 R >>");
+    writer.Add("<< /Type /Pages /Count 1 /Kids [3 0 R] >>");
+    writer.Add(
+        "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << /XObject << /F "
+        "5 0 R >> >> /Contents 4 0 R >>");
+    writer.Add("<< /Length 5 >>\nstream\n/F Do\nendstream");
+    for (int level = 0; level < depth; ++level) {
+        std::string content;
+        for (int time = 0; time < times; ++time)
+            content += "/F Do\n";
+        writer.Add(
+            "<< /Type /XObject /Subtype /Form /BBox [0 0 9 9] /Resources << /XObject << /F " +
+            std::to_string(6 + level) + " 0 R >> >> /Length " + std::to_string(content.size()) +
+            " >>\nstream\n" + content + "endstream");
+    }
+    writer.Add(
+        "<< /Type /XObject /Subtype /Form /BBox [0 0 9 9] /Length 4 >>\nstream\nq Q\n"
+        "endstream");
+    return writer.Finish(Xref::Right);
+}
+
 }  // namespace zorvane::test_pdf
