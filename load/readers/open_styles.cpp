@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <ranges>
 #include <vector>
 
 namespace zorvane {
@@ -155,7 +154,8 @@ void OpenStyles::ForChain(std::string_view family, std::string_view name, Visit 
         chain.push_back(style);
         name = Attribute(style, "parent-style-name");
     }
-    for (const pugi::xml_node& style : std::views::reverse(chain))
+    std::reverse(chain.begin(), chain.end());
+    for (const pugi::xml_node& style : chain)
         visit(style);
 }
 

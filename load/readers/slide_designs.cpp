@@ -1,6 +1,6 @@
 #include "load/readers/slide_designs.h"
 
-#include <ranges>
+#include <algorithm>
 
 #include "load/readers/slide_shapes.h"
 
@@ -115,8 +115,9 @@ SlideStyleChain SlideDesign::ChainFor(const SlidePlaceholder& placeholder,
         add(Child(Child(root, "txStyles"), MasterStyleOf(placeholder)));
         add(Child(root, "notesStyle"));
     }
-    const std::vector<pugi::xml_node> models = ModelsOf(placeholder);
-    for (const pugi::xml_node& model : std::views::reverse(models))
+    std::vector<pugi::xml_node> models = ModelsOf(placeholder);
+    std::reverse(models.begin(), models.end());
+    for (const pugi::xml_node& model : models)
         add(StyleListOf(model));
     return chain;
 }
