@@ -64,35 +64,43 @@ double Place(const pugi::xml_node& shape, std::string_view attribute, std::size_
     return OpenLength(own.empty() ? Translated(shape, part) : own);
 }
 
+std::vector<PlacedShapes> Gather(const pugi::xml_node& holder, int depth);
+
+// A group has no place of its own: it lies where its shapes do.
+PlacedShapes GroupOf(const pugi::xml_node& group, int depth) {
+    std::vector<PlacedShapes> inner = Gather(group, depth);
+    PutInReadingOrder(inner);
+    PlacedShapes item = inner.empty() ? PlacedShapes() : inner.front();
+    for (const PlacedShapes& one : inner) {
+        item.left = std::min(item.left, one.left);
+        item.top = std::min(item.top, one.top);
+        item.right = std::max(item.right, one.right);
+        item.bottom = std::max(item.bottom, one.bottom);
+    }
+    item.rank = ShapeRank::Free;
+    item.shapes = Opened(inner);
+    return item;
+}
+
+PlacedShapes ShapeOf(const pugi::xml_node& shape) {
+    PlacedShapes item;
+    item.rank = RankOf(Attribute(shape, "class"));
+    item.left = Place(shape, "x", 0);
+    item.top = Place(shape, "y", 1);
+    item.right = item.left + OpenLength(Attribute(shape, "width"));
+    item.bottom = item.top + OpenLength(Attribute(shape, "height"));
+    item.shapes = {shape};
+    return item;
+}
+
 std::vector<PlacedShapes> Gather(const pugi::xml_node& holder, int depth) {
     std::vector<PlacedShapes> items;
     if (depth > kMaxDepth)
         return items;
     for (const pugi::xml_node& node : holder.children()) {
-        if (!IsShape(node) || Attribute(node, "display") == "none")
-            continue;
-        PlacedShapes item;
-        item.rank = RankOf(Attribute(node, "class"));
-        item.left = Place(node, "x", 0);
-        item.top = Place(node, "y", 1);
-        item.right = item.left + OpenLength(Attribute(node, "width"));
-        item.bottom = item.top + OpenLength(Attribute(node, "height"));
-        if (Is(node, "g") || Is(node, "a")) {
-            std::vector<PlacedShapes> inner = Gather(node, depth + 1);
-            PutInReadingOrder(inner);
-            item.shapes = Opened(inner);
-            // A group has no place of its own.
-            for (const PlacedShapes& one : inner) {
-                const bool first = &one == inner.data();
-                item.left = first ? one.left : std::min(item.left, one.left);
-                item.top = first ? one.top : std::min(item.top, one.top);
-                item.right = first ? one.right : std::max(item.right, one.right);
-                item.bottom = first ? one.bottom : std::max(item.bottom, one.bottom);
-            }
-        } else {
-            item.shapes = {node};
-        }
-        items.push_back(std::move(item));
+        if (IsShape(node) && Attribute(node, "display") != "none")
+            items.push_back(Is(node, "g") || Is(node, "a") ? GroupOf(node, depth + 1)
+                                                           : ShapeOf(node));
     }
     return items;
 }
@@ -126,6 +134,7 @@ class OpenDeck {
     };
 
     ReadEnd Open();
+    void ReadMasters(const pugi::xml_node& style_root);
     ReadEnd Slide(std::int32_t number);
     void UseMaster(Master& master, const OpenFields& fields);
     OpenFields FieldsOf(const pugi::xml_node& page, std::int32_t number) const;
@@ -182,6 +191,11 @@ ReadEnd OpenDeck::Open() {
             declarations_.try_emplace(node.name() + std::string(Attribute(node, "name")),
                                       node.child_value());
     }
+    ReadMasters(style_root);
+    return ReadEnd::Ok();
+}
+
+void OpenDeck::ReadMasters(const pugi::xml_node& style_root) {
     for (const pugi::xml_node& page : Child(style_root, "master-styles").children()) {
         Master& master = masters_[std::string(Attribute(page, "name"))];
         master.page = page;
@@ -192,7 +206,6 @@ ReadEnd OpenDeck::Open() {
                 master.margins.push_back(shape);
         }
     }
-    return ReadEnd::Ok();
 }
 
 ReadEnd OpenDeck::Read() {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
+#include <charconv>
 #include <vector>
 
 namespace zorvane {
@@ -34,24 +34,13 @@ double EmuOf(std::string_view unit) {
 
 // Digits, a point, digits: the C library's reading depends on the locale.
 double ReadDecimal(std::string_view& text) {
+    constexpr std::size_t kLongest = 32;
     double value = 0;
-    double place = 1;
-    bool fraction = false;
-    const bool negative = text.starts_with('-');
-    std::size_t at = negative ? 1 : 0;
-    for (; at < text.size() && at < 32; ++at) {
-        const char character = text[at];
-        if (character == '.' && !fraction) {
-            fraction = true;
-        } else if (character >= '0' && character <= '9') {
-            place = fraction ? place / 10 : place;
-            value = fraction ? value + place * (character - '0') : value * 10 + (character - '0');
-        } else {
-            break;
-        }
-    }
-    text.remove_prefix(at);
-    return negative ? -value : value;
+    const std::size_t size =
+        std::min(text.find_first_not_of("-.0123456789"), std::min(text.size(), kLongest));
+    const auto [end, error] = std::from_chars(text.data(), text.data() + size, value);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return error == std::errc() ? value : 0;
 }
 
 std::int32_t PercentOf(std::string_view text, std::int32_t whole) {
@@ -96,6 +85,14 @@ Baseline BaselineOf(std::string_view position) {
     return shift > 0 ? Baseline::Superscript : Baseline::Normal;
 }
 
+Alignment AlignmentOf(std::string_view name) {
+    if (name == "center")
+        return Alignment::Center;
+    if (name == "end" || name == "right")
+        return Alignment::Right;
+    return name == "justify" ? Alignment::Justify : Alignment::Left;
+}
+
 void ApplyDecoration(std::string_view name, std::string_view value, CharFormat& format) {
     if (name == "style:text-underline-style")
         format.underline = UnderlineOf(value);
@@ -105,6 +102,8 @@ void ApplyDecoration(std::string_view name, std::string_view value, CharFormat& 
         format.baseline = BaselineOf(value);
     else if (name == "fo:background-color")
         format.back_color = ColorOf(value);
+    else if (const std::optional<Color> color = ColorOf(value); color && name == "fo:color")
+        SetVisibleColor(*color, format);
 }
 
 }  // namespace
@@ -155,8 +154,9 @@ void OpenStyles::ForChain(std::string_view family, std::string_view name, Visit 
         chain.push_back(style);
         name = Attribute(style, "parent-style-name");
     }
-    for (auto style = chain.rbegin(); style != chain.rend(); ++style)
-        visit(*style);
+    std::reverse(chain.begin(), chain.end());
+    for (const pugi::xml_node& style : chain)
+        visit(style);
 }
 
 void OpenStyles::ApplyText(std::string_view family, std::string_view name,
@@ -173,31 +173,36 @@ void OpenStyles::ApplyParagraph(std::string_view family, std::string_view name,
     });
 }
 
+bool OpenStyles::ApplyFont(std::string_view name, std::string_view value,
+                           CharFormat& format) const {
+    if (name == "fo:font-family") {
+        format.font = FontName(WithoutQuotes(value));
+    } else if (name == "style:font-name") {
+        const auto font = fonts_.find(std::string(value));
+        format.font = FontName(font == fonts_.end() ? value : font->second);
+    } else if (name == "fo:font-size" && value.ends_with('%')) {
+        format.half_points = PercentOf(value, format.half_points);
+    } else if (name == "fo:font-size") {
+        format.half_points =
+            static_cast<std::int32_t>(std::clamp(OpenLength(value) / 6350, 1.0, 3276.0));
+    } else {
+        return false;
+    }
+    return true;
+}
+
 void OpenStyles::ApplyTextProperties(const pugi::xml_node& properties, SlideRunStyle& style) const {
-    CharFormat& format = style.format;
     ForStyleAttributes(properties, [&](std::string_view name, std::string_view value) {
-        if (name == "fo:font-family") {
-            format.font = FontName(WithoutQuotes(value));
-        } else if (name == "style:font-name") {
-            const auto font = fonts_.find(std::string(value));
-            format.font = FontName(font == fonts_.end() ? value : font->second);
-        } else if (name == "fo:font-size") {
-            format.half_points =
-                value.ends_with('%')
-                    ? PercentOf(value, format.half_points)
-                    : static_cast<std::int32_t>(std::clamp(OpenLength(value) / 6350, 1.0, 3276.0));
-        } else if (name == "fo:font-weight") {
-            format.bold = value == "bold" || (value.size() == 3 && value >= "600");
-        } else if (name == "fo:font-style") {
-            format.italic = value == "italic" || value == "oblique";
-        } else if (name == "fo:color") {
-            if (const std::optional<Color> color = ColorOf(value))
-                SetVisibleColor(*color, format);
-        } else if (name == "fo:text-transform") {
+        if (ApplyFont(name, value, style.format))
+            return;
+        if (name == "fo:font-weight")
+            style.format.bold = value == "bold" || (value.size() == 3 && value >= "600");
+        else if (name == "fo:font-style")
+            style.format.italic = value == "italic" || value == "oblique";
+        else if (name == "fo:text-transform")
             style.capitals = value == "uppercase";
-        } else {
-            ApplyDecoration(name, value, format);
-        }
+        else
+            ApplyDecoration(name, value, style.format);
     });
 }
 
@@ -214,10 +219,7 @@ void ApplyOpenParagraph(const pugi::xml_node& properties, ParagraphFormat& forma
         else if (name == "fo:margin-bottom")
             format.space_after = std::max(OpenTwips(value), 0);
         else if (name == "fo:text-align")
-            format.alignment = value == "center"                    ? Alignment::Center
-                               : value == "end" || value == "right" ? Alignment::Right
-                               : value == "justify"                 ? Alignment::Justify
-                                                                    : Alignment::Left;
+            format.alignment = AlignmentOf(value);
         else if (name == "style:writing-mode")
             format.right_to_left = value.starts_with("rl");
     });

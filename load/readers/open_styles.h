@@ -38,6 +38,7 @@ class OpenStyles {
 
   private:
     void Add(const pugi::xml_node& styles);
+    bool ApplyFont(std::string_view name, std::string_view value, CharFormat& format) const;
     void ApplyTextProperties(const pugi::xml_node& properties, SlideRunStyle& style) const;
     template <class Visit>
     void ForChain(std::string_view family, std::string_view name, Visit visit) const;

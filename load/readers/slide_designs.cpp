@@ -1,5 +1,7 @@
 #include "load/readers/slide_designs.h"
 
+#include <algorithm>
+
 #include "load/readers/slide_shapes.h"
 
 namespace zorvane {
@@ -113,9 +115,10 @@ SlideStyleChain SlideDesign::ChainFor(const SlidePlaceholder& placeholder,
         add(Child(Child(root, "txStyles"), MasterStyleOf(placeholder)));
         add(Child(root, "notesStyle"));
     }
-    const std::vector<pugi::xml_node> models = ModelsOf(placeholder);
-    for (auto model = models.rbegin(); model != models.rend(); ++model)
-        add(StyleListOf(*model));
+    std::vector<pugi::xml_node> models = ModelsOf(placeholder);
+    std::reverse(models.begin(), models.end());
+    for (const pugi::xml_node& model : models)
+        add(StyleListOf(model));
     return chain;
 }
 
