@@ -63,7 +63,7 @@ constexpr ErrorRow kErrors[] = {
     {ReadError::Unsupported, "nothing here reads this kind of document"},
     {ReadError::NeedsOffice,
      "only an office suite reads this format; install LibreOffice (on Debian: apt install "
-     "libreoffice-writer-nogui libreoffice-calc-nogui libreoffice-impress-nogui)"},
+     "libreoffice-writer libreoffice-calc libreoffice-impress)"},
     {ReadError::TooLarge, "the document needs more memory than it may have"},
     {ReadError::Cancelled, "the conversion was cancelled"},
     {ReadError::CannotWrite, "the converted document cannot be written"},

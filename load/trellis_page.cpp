@@ -34,9 +34,27 @@ bool IsReadHere(std::string_view bytes, const std::string& sFile) {
     return bytes.substr(0, kHead).find('\0') == std::string_view::npos && !BeginsWithTag(bytes);
 }
 
+// Cells of a row apart by a tab, none behind the last; lines of a paragraph as lines.
+std::string PlainOf(std::u16string text) {
+    constexpr char16_t kCellEnd = 7;
+    constexpr char16_t kLineInParagraph = 11;
+    std::u16string plain;
+    plain.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool last = at + 1 == text.size() || text[at + 1] == u'\r';
+        if (text[at] == kLineInParagraph)
+            plain += u'\n';
+        else if (text[at] != kCellEnd)
+            plain += text[at];
+        else if (!last)
+            plain += u'\t';
+    }
+    return ToUtf8(plain);
+}
+
 std::string TextIn(std::string bytes, WordFormat format, const std::string& locale) {
     if (LooksLikeRtf(bytes))
-        return format == WordFormat::RichText ? std::move(bytes) : ToUtf8(ReadRtf(bytes).text);
+        return format == WordFormat::RichText ? std::move(bytes) : PlainOf(ReadRtf(bytes).text);
     return ToUtf8(DecodeText(bytes, DetectEncoding(bytes, locale)));
 }
 

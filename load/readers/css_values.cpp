@@ -201,7 +201,7 @@ std::optional<Color> FunctionColor(std::string_view text) {
             continue;
         }
         const bool percent = stop < end && *stop == '%';
-        value = std::clamp(percent ? value * 2.55 : value, 0.0, 255.0);
+        value = std::clamp(percent ? value * 255 / 100 : value, 0.0, 255.0);
         parts[count++] = static_cast<std::uint32_t>(std::lround(value));
         at = stop;
     }

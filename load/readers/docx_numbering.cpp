@@ -2,18 +2,42 @@
 
 #include <algorithm>
 
-#include "common/base/text_encoding.h"
-#include "load/readers/word_numbers.h"
+#include "load/readers/list_numbers.h"
+#include "load/readers/slide_symbols.h"
 
 namespace zorvane {
 namespace {
 
-// A bullet is a single character, in a symbol font often one of its private area.
-std::string BulletText(const std::string& text, std::string_view font) {
-    const std::u16string units = ToUtf16(text);
-    if (units.size() == 1 && (units[0] >= 0xF000 && units[0] <= 0xF0FF))
-        return SymbolCharacter(units[0], font);
-    return text;
+std::string OrdinalNumber(std::int32_t number) {
+    const std::int32_t tens = number / 10 % 10;
+    const std::int32_t ones = number % 10;
+    std::string_view end = "th";
+    if (tens != 1 && ones >= 1 && ones <= 3)
+        end = ones == 1 ? "st" : ones == 2 ? "nd" : "rd";
+    return std::to_string(number) + std::string(end);
+}
+
+struct FormRow {
+    std::string_view form;
+    NumberStyle style;
+};
+constexpr FormRow kForms[] = {{"none", NumberStyle::None},
+                              {"bullet", NumberStyle::None},
+                              {"lowerRoman", NumberStyle::LowerRoman},
+                              {"upperRoman", NumberStyle::UpperRoman},
+                              {"lowerLetter", NumberStyle::LowerLetter},
+                              {"upperLetter", NumberStyle::UpperLetter},
+                              {"decimalZero", NumberStyle::LeadingZero}};
+
+// An unknown form counts in digits.
+std::string FormatListNumber(std::int32_t number, std::string_view form) {
+    if (form == "ordinal")
+        return OrdinalNumber(number);
+    for (const FormRow& row : kForms) {
+        if (row.form == form)
+            return NumberText(number, row.style, true);
+    }
+    return std::to_string(number);
 }
 
 }  // namespace
@@ -123,7 +147,7 @@ std::string DocxNumbering::Label(const Definition& definition, const List& list,
                                  std::size_t level) {
     const Level& own = LevelOf(definition, list, level);
     if (own.form == "bullet")
-        return BulletText(own.text, own.symbol_font);
+        return IsSymbolFont(own.symbol_font) ? SymbolBullet(own.text, own.symbol_font) : own.text;
     std::string label;
     for (std::size_t at = 0; at < own.text.size(); ++at) {
         const char next = at + 1 < own.text.size() ? own.text[at + 1] : '\0';

@@ -8,7 +8,7 @@
 #include "common/base/text_encoding.h"
 #include "load/readers/docx_numbering.h"
 #include "load/readers/docx_styles.h"
-#include "load/readers/word_numbers.h"
+#include "load/readers/slide_symbols.h"
 #include "load/readers/word_readers.h"
 #include "load/readers/xml_part.h"
 
@@ -400,8 +400,13 @@ class DocxWalker {
     }
 
     void Write(std::string_view utf8, const RunLook& look) {
-        if (!InInstruction())
-            writer_.Text(utf8, look.chars);
+        if (InInstruction())
+            return;
+        // Behind its mark a note begins with a blank, and one stands in front of it already.
+        if (note_begins_)
+            utf8.remove_prefix(std::min(utf8.find_first_not_of(' '), utf8.size()));
+        note_begins_ = note_begins_ && utf8.empty();
+        writer_.Text(utf8, look.chars);
     }
 
     // Line ends in the source of a text are blanks.
@@ -420,8 +425,9 @@ class DocxWalker {
 
     void Symbol(const Node& node, const RunLook& look) {
         const std::string code(Attribute(node, "char"));
-        const auto value = static_cast<std::uint32_t>(std::strtoul(code.c_str(), nullptr, 16));
-        Write(SymbolCharacter(value, Attribute(node, "font")), look);
+        const auto unit = static_cast<char16_t>(std::strtoul(code.c_str(), nullptr, 16));
+        if (unit >= 0x20)
+            Write(SymbolText(ToUtf8(std::u16string_view(&unit, 1)), Attribute(node, "font")), look);
     }
 
     // Of a field the result is seen, not the instruction in front of it.
@@ -477,6 +483,7 @@ class DocxWalker {
         if (found == notes.end() || in_note_ || InInstruction())
             return;
         in_note_ = true;
+        note_begins_ = true;
         ++nesting_;
         const bool first = std::exchange(first_in_cell_, true);
         const RunLook outer = base_;
@@ -486,6 +493,7 @@ class DocxWalker {
         first_in_cell_ = first;
         --nesting_;
         in_note_ = false;
+        note_begins_ = false;
     }
 
     // ---- text boxes ----
@@ -538,6 +546,7 @@ class DocxWalker {
     bool first_in_cell_ = true;
     bool joins_next_ = false;
     bool in_note_ = false;
+    bool note_begins_ = false;
     std::int64_t done_ = 0;
     std::int64_t total_ = 0;
 };

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "load/readers/html_reader.h"
+#include "load/readers/mime.h"
 #include "load/readers/word_readers.h"
 #include "load/readers/xml_part.h"
 
@@ -15,26 +16,7 @@ constexpr std::size_t kMostChapters = 10'000;
 
 // "a%20b.xhtml#part" names the part "a b.xhtml".
 std::string PathOf(std::string_view address) {
-    address = address.substr(0, address.find('#'));
-    std::string path;
-    for (std::size_t at = 0; at < address.size(); ++at) {
-        const auto digit = [&](std::size_t place) {
-            const char character = place < address.size() ? address[place] : '\0';
-            if (character >= '0' && character <= '9')
-                return character - '0';
-            const int letter = character | 0x20;
-            return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
-        };
-        const int high = digit(at + 1);
-        const int low = digit(at + 2);
-        if (address[at] == '%' && high >= 0 && low >= 0) {
-            path += static_cast<char>(high * 16 + low);
-            at += 2;
-        } else {
-            path += address[at];
-        }
-    }
-    return path;
+    return DecodePercent(address.substr(0, address.find('#')));
 }
 
 bool IsPage(std::string_view media_type) {
@@ -71,6 +53,36 @@ std::vector<std::string> Chapters(const pugi::xml_node& root, const std::string&
     return chapters;
 }
 
+// One chapter's progress as that of the whole book.
+class ChapterMonitor : public ReadMonitor {
+  public:
+    ChapterMonitor(ReadMonitor& whole, std::size_t chapters)
+        : whole_(whole), total_(static_cast<std::int64_t>(chapters) * kParts) {}
+    void Next() { begin_ += kParts; }
+    bool Progress(std::int64_t done, std::int64_t total) override {
+        return whole_.Progress(begin_ + done * kParts / std::max<std::int64_t>(total, 1), total_);
+    }
+
+  private:
+    static constexpr std::int64_t kParts = 1000;  // of a chapter
+
+    ReadMonitor& whole_;
+    std::int64_t begin_ = 0;
+    std::int64_t total_;
+};
+
+// A part that is not there is no fault of the others: `WrongFormat`.
+ReadEnd ShowChapter(Package& package, const std::string& chapter, DocumentSink& sink,
+                    ReadMonitor& monitor) {
+    if (!monitor.Progress(0, 1))
+        return ReadEnd::Fault(ReadError::Cancelled);
+    ReadError error = ReadError::None;
+    const std::optional<std::string> page = package.Read(chapter, &error);
+    if (!page)
+        return ReadEnd::Fault(error, "cannot read the part " + chapter);
+    return ShowHtml(HtmlAsUtf8(*page, "UTF-8"), HtmlSyntax::Xhtml, sink, monitor);
+}
+
 }  // namespace
 
 ReadEnd ReadEpub(Package& package, DocumentSink& sink, ReadMonitor& monitor) {
@@ -84,21 +96,13 @@ ReadEnd ReadEpub(Package& package, DocumentSink& sink, ReadMonitor& monitor) {
         return end;
     const std::vector<std::string> chapters = Chapters(opf.Root(), document);
     std::size_t missing = 0;
-    for (std::size_t place = 0; place < chapters.size(); ++place) {
-        if (!monitor.Progress(static_cast<std::int64_t>(place),
-                              static_cast<std::int64_t>(chapters.size())))
-            return ReadEnd::Fault(ReadError::Cancelled);
-        ReadError error = ReadError::None;
-        const std::optional<std::string> page = package.Read(chapters[place], &error);
-        if (!page && error != ReadError::WrongFormat)
-            return ReadEnd::Fault(error, "cannot read the part " + chapters[place]);
-        if (!page) {
-            ++missing;
-            continue;
-        }
-        const std::string utf8 = HtmlAsUtf8(*page, "UTF-8");
-        if (ReadEnd end = ShowHtml(utf8, HtmlSyntax::Xhtml, sink, monitor); !end.ok())
+    ChapterMonitor progress(monitor, chapters.size());
+    for (const std::string& chapter : chapters) {
+        ReadEnd end = ShowChapter(package, chapter, sink, progress);
+        if (!end.ok() && end.error != ReadError::WrongFormat)
             return end;
+        missing += end.ok() ? 0U : 1U;
+        progress.Next();
     }
     if (chapters.empty() || missing == chapters.size())
         return ReadEnd::Fault(ReadError::Damaged, "the book names no chapter that is there");

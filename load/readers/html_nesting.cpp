@@ -131,19 +131,15 @@ bool HtmlParser::AdmitStart(const Tag& tag) {
 }
 
 void HtmlParser::CloseForStart(GumboTag tag) {
-    const GumboTag innermost = open_.empty() ? GUMBO_TAG_UNKNOWN : open_.back().tag;
     if (tag == GUMBO_TAG_LI || tag == GUMBO_TAG_DD || tag == GUMBO_TAG_DT)
         CloseItem(tag);
-    if (EndsParagraph(tag)) {
-        if (const std::size_t level = NearestInScope(GUMBO_TAG_P, GUMBO_TAG_BUTTON);
-            level != kNowhere)
-            PopTo(level, true);
-        if (IsHeadingTag(tag) && !open_.empty() && IsHeadingTag(open_.back().tag))
-            PopTo(open_.size() - 1, true);
-    }
+    if (EndsParagraph(tag))
+        CloseParagraph(tag);
+    const GumboTag innermost = open_.empty() ? GUMBO_TAG_UNKNOWN : open_.back().tag;
     const bool option = tag == GUMBO_TAG_OPTION || tag == GUMBO_TAG_OPTGROUP;
     if ((option && innermost == GUMBO_TAG_OPTION) || (IsRubyText(tag) && IsRubyText(innermost)))
         PopTo(open_.size() - 1, true);
+    // Links, buttons and lists of choices do not nest.
     if (tag == GUMBO_TAG_A || tag == GUMBO_TAG_BUTTON || tag == GUMBO_TAG_SELECT) {
         HtmlElement again;
         again.tag = tag;
@@ -152,6 +148,14 @@ void HtmlParser::CloseForStart(GumboTag tag) {
     }
     if (tag == GUMBO_TAG_TABLE)
         CloseBareTable();
+}
+
+void HtmlParser::CloseParagraph(GumboTag tag) {
+    const std::size_t level = NearestInScope(GUMBO_TAG_P, GUMBO_TAG_BUTTON);
+    if (level != kNowhere)
+        PopTo(level, true);
+    if (IsHeadingTag(tag) && !open_.empty() && IsHeadingTag(open_.back().tag))
+        PopTo(open_.size() - 1, true);
 }
 
 // A table right inside a table, outside of its cells, ends that one.
@@ -177,7 +181,8 @@ void HtmlParser::CloseItem(GumboTag tag) {
             return;
         }
         const bool passed = open == GUMBO_TAG_ADDRESS || open == GUMBO_TAG_DIV ||
-                            open == GUMBO_TAG_P || !(IsBlockTag(open) || IsScopeTag(open));
+                            open == GUMBO_TAG_P ||
+                            !(IsBlockTag(open) || IsScopeTag(open) || BoundsFormats(open));
         if (!passed)
             return;
     }
@@ -313,7 +318,7 @@ void HtmlParser::EndTablePart(GumboTag tag) {
 }
 
 void HtmlParser::EndOther(const HtmlElement& element) {
-    const bool block = IsBlockTag(element.tag);
+    const bool block = IsBlockTag(element.tag) || BoundsFormats(element.tag);
     const bool heading = IsHeadingTag(element.tag);
     const bool item = element.tag == GUMBO_TAG_LI;
     for (std::size_t level = open_.size(); level-- > 0;) {
@@ -323,7 +328,9 @@ void HtmlParser::EndOther(const HtmlElement& element) {
             return;
         }
         const bool list = open == GUMBO_TAG_UL || open == GUMBO_TAG_OL;
-        if (IsScopeTag(open) || (!block && IsBlockTag(open)) || (item && list))
+        const bool special = IsBlockTag(open) || BoundsFormats(open);
+        if (IsScopeTag(open) || (!block && special) || (item && list) ||
+            (element.tag == GUMBO_TAG_P && open == GUMBO_TAG_BUTTON))
             break;
     }
     // Kept by every browser: the end of no paragraph is an empty one.

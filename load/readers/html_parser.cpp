@@ -54,7 +54,7 @@ bool HtmlParser::Run() {
         TextRun(mark);
         if (at_ < page_.size())
             Markup();
-        if (at_ < next)
+        if (at_ < next || at_ >= page_.size())
             continue;
         if (!handler_.Proceed(at_, page_.size()))
             return false;

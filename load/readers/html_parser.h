@@ -97,6 +97,7 @@ class HtmlParser {
     std::size_t NearestInScope(GumboTag tag, GumboTag other_bound) const;
     bool AdmitStart(const Tag& tag);
     void CloseForStart(GumboTag tag);
+    void CloseParagraph(GumboTag tag);
     void CloseBareTable();
     void CloseItem(GumboTag tag);
     bool CloseForTablePart(GumboTag tag);

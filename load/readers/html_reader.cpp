@@ -69,7 +69,7 @@ std::string EncodingByLabel(std::string_view label) {
                                               {"x-sjis", "windows-31j"},
                                               {"euc-kr", "windows-949"},
                                               {"ks_c_5601-1987", "windows-949"}}};
-    const std::string lower = ToLower(Trim(label).substr(0, 64));
+    std::string lower = ToLower(Trim(label).substr(0, 64));
     for (const auto& [name, decoded_as] : kNames) {
         if (lower == name)
             return std::string(decoded_as);

@@ -3,6 +3,7 @@
 
 #include "common/base/text_encoding.h"
 #include "load/readers/markdown.h"
+#include "load/readers/markdown_lines.h"
 
 namespace zorvane {
 namespace {
@@ -18,70 +19,6 @@ bool IsPunctuation(char character) {
 
 bool IsBlank(char character) {
     return kBlanks.find(character) != std::string_view::npos;
-}
-
-bool IsLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-
-std::size_t SkipName(std::string_view text, std::size_t at, std::string_view more) {
-    while (at < text.size() && (IsLetter(text[at]) || (text[at] >= '0' && text[at] <= '9') ||
-                                more.find(text[at]) != std::string_view::npos))
-        ++at;
-    return at;
-}
-
-// Behind "= value"; where it was without one, and `kNone` for a broken one.
-std::size_t SkipTagValue(std::string_view text, std::size_t at) {
-    const std::size_t equals = std::min(text.find_first_not_of(kBlanks, at), text.size());
-    if (equals >= text.size() || text[equals] != '=')
-        return at;
-    const std::size_t from = std::min(text.find_first_not_of(kBlanks, equals + 1), text.size());
-    const char quote = from < text.size() ? text[from] : '\0';
-    if (quote != '"' && quote != '\'') {
-        const std::size_t end = std::min(text.find_first_of(" \t\r\n\"'=<>`", from), text.size());
-        return end == from ? kNone : end;
-    }
-    const std::size_t end = text.find(quote, from + 1);
-    return end == std::string_view::npos ? kNone : end + 1;
-}
-
-// The bracket that ends a tag, outside of quotes.
-std::size_t TagEnd(std::string_view text) {
-    char quote = 0;
-    for (std::size_t at = 1; at < text.size(); ++at) {
-        const char character = text[at];
-        if (quote != 0)
-            quote = character == quote ? '\0' : quote;
-        else if (character == '"' || character == '\'')
-            quote = character;
-        else if (character == '>')
-            return at;
-    }
-    return kNone;
-}
-
-// What stands between the brackets of a tag; else they are text.
-bool IsTag(std::string_view inner) {
-    if (inner.starts_with('!') || inner.starts_with('?'))
-        return true;
-    const bool closing = inner.starts_with('/');
-    if (inner.ends_with('/'))
-        inner.remove_suffix(1);
-    inner.remove_prefix(closing && !inner.empty() ? 1 : 0);
-    if (inner.empty() || !IsLetter(inner[0]))
-        return false;
-    std::size_t at = SkipName(inner, 0, "-");
-    while (at < inner.size()) {
-        const std::size_t name = std::min(inner.find_first_not_of(kBlanks, at), inner.size());
-        if (name == inner.size())
-            return true;
-        const std::size_t end = SkipName(inner, name, "_:.-");
-        if (name == at || end == name || closing)
-            return false;
-        at = SkipTagValue(inner, end);
-    }
-    return at == inner.size();
 }
 
 // A no-break or ideographic blank, or punctuation beyond ASCII, is read as a letter: it is rare
@@ -369,9 +306,9 @@ class InlineText {
     void Angle() {
         const std::string_view rest = text_.substr(at_, kLongestTag);
         const bool comment = rest.starts_with("<!--");
-        const std::size_t tag_end = comment ? rest.find("-->") : TagEnd(rest);
-        const bool tag =
-            tag_end != std::string_view::npos && (comment || IsTag(rest.substr(1, tag_end - 1)));
+        const std::size_t tag_end = comment ? rest.find("-->") : HtmlTagEnd(rest);
+        const bool tag = tag_end != std::string_view::npos &&
+                         (comment || IsHtmlTag(rest.substr(1, tag_end - 1)));
         if (tag)
             return Plain(tag_end + (comment ? 3 : 1));
         const std::size_t end = std::min(rest.find('>'), rest.size());

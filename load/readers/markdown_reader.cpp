@@ -10,6 +10,8 @@ ReadEnd ReadMarkdown(std::string_view utf8, DocumentSink& sink, ReadMonitor& mon
         return ReadEnd::Fault(ReadError::TooLarge, "the file is larger than allowed");
     if (utf8.starts_with("\xEF\xBB\xBF"))
         utf8.remove_prefix(3);
+    if (!IsValidUtf8(utf8))
+        return ReadMarkdown(ToUtf8(ToUtf16(utf8)), sink, monitor);
     return ShowHtml(MarkdownToHtml(utf8), HtmlSyntax::Html, sink, monitor);
 }
 

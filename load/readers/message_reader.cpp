@@ -6,6 +6,7 @@
 #include "load/readers/html_parser.h"
 #include "load/readers/html_reader.h"
 #include "load/readers/mime.h"
+#include "load/readers/slide_symbols.h"
 #include "load/readers/word_readers.h"
 
 namespace zorvane {
@@ -61,7 +62,7 @@ class MessageText {
             if (value.empty())
                 continue;
             writer_.Text(label, bold_);
-            writer_.Text(DecodeField(value, locale_encoding_), CharFormat());
+            writer_.Text(CleanText(DecodeField(value, locale_encoding_)), CharFormat());
             writer_.End();
         }
         writer_.End();
@@ -71,7 +72,7 @@ class MessageText {
     ReadEnd Part(const MimeEntity& entity, int depth) {
         if (depth >= kMostNested)
             return ReadEnd::Fault(ReadError::Damaged, "parts are nested too deeply");
-        if (!monitor_.Progress(0, 0))
+        if (!monitor_.Progress(0, 1))
             return ReadEnd::Fault(ReadError::Cancelled);
         if (sink_.Size() > kMaxPartBytes)
             return ReadEnd::Fault(ReadError::TooLarge, "the message holds too much text");
@@ -113,8 +114,10 @@ class MessageText {
         const bool related = type.type.value == "multipart/related";
         for (std::size_t place = 0; place < parts.size(); ++place) {
             // What belongs to a page is its pictures.
-            const bool picture = related && place > 0 && !MimeType(parts[place]).IsAttached();
-            if (picture || (related && place > 0 && parts[place].Field("content-id") != ""))
+            const bool picture =
+                related && place > 0 &&
+                (!MimeType(parts[place]).IsAttached() || !parts[place].Field("content-id").empty());
+            if (picture)
                 continue;
             if (ReadEnd end = Part(parts[place], depth + 1); !end.ok())
                 return end;
@@ -122,22 +125,26 @@ class MessageText {
         return ReadEnd::Ok();
     }
 
-    // The same text in several forms: the page, else what holds one, else plain text.
+    // The same text in several forms: the page, else what holds one, else plain text; of equal
+    // ones the last.
     static const MimeEntity* Best(const std::vector<MimeEntity>& parts) {
         const MimeEntity* best = nullptr;
-        int best_rank = 0;
+        int best_rank = -1;
         for (const MimeEntity& part : parts) {
-            const MimeType type(part);
-            const int rank = type.type.value == "text/html"    ? 3
-                             : type.IsMultipart()              ? 2
-                             : type.type.value == "text/plain" ? 1
-                                                               : 0;
-            if (best == nullptr || rank >= best_rank) {
-                best = rank > 0 || best == nullptr ? &part : best;
-                best_rank = std::max(rank, best_rank);
-            }
+            const int rank = RankOf(MimeType(part));
+            if (rank >= best_rank)
+                best = &part;
+            best_rank = std::max(rank, best_rank);
         }
         return best;
+    }
+
+    static int RankOf(const MimeType& type) {
+        if (type.type.value == "text/html")
+            return 3;
+        if (type.IsMultipart())
+            return 2;
+        return type.type.value == "text/plain" ? 1 : 0;
     }
 
     void Plain(std::string_view text, const MimeValue& type) {
@@ -155,7 +162,7 @@ class MessageText {
                 line.remove_prefix(1);
             if (goes_on && without_blank)
                 line.remove_suffix(1);
-            writer_.Text(line, CharFormat());
+            writer_.Text(CleanText(line), CharFormat());
             if (!goes_on)
                 writer_.End();
         }
@@ -165,7 +172,7 @@ class MessageText {
     void Attachments() {
         for (const std::string& name : attachments_) {
             writer_.Text("Attachment: ", bold_);
-            writer_.Text(DecodeField(name, locale_encoding_), CharFormat());
+            writer_.Text(CleanText(DecodeField(name, locale_encoding_)), CharFormat());
             writer_.End();
         }
     }

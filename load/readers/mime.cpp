@@ -103,16 +103,6 @@ std::string ParameterValue(std::string_view field, std::size_t& at) {
     return value;
 }
 
-std::string DecodePercent(std::string_view text) {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const int byte = text[at] == '%' ? HexByte(text, at) : -1;
-        bytes += byte >= 0 ? static_cast<char>(byte) : text[at];
-        at += byte >= 0 ? 2 : 0;
-    }
-    return bytes;
-}
-
 // "name*0*=utf-8''a%20b", "name*1=c": pieces of one parameter.
 void AddParameter(MimeValue& value, std::string name, std::string text) {
     const bool encoded = name.ends_with('*');
@@ -167,7 +157,60 @@ EncodedWord ReadEncodedWord(std::string_view text) {
     return word;
 }
 
+// A field's text as it comes together. Neighbouring encoded words in one charset are decoded
+// together, since a character may be cut in two; blanks between encoded words are not shown.
+class FieldText {
+  public:
+    explicit FieldText(std::string_view locale_encoding) : locale_encoding_(locale_encoding) {}
+
+    void AddPlain(std::string_view text) {
+        plain_ += text;
+        if (Trim(text).empty())
+            return;
+        Flush(bytes_, charset_);
+        charset_.clear();
+    }
+    void AddWord(const EncodedWord& word) {
+        const bool joined = !charset_.empty() && Trim(plain_).empty();
+        if (joined)
+            plain_.clear();
+        if (!joined || charset_ != word.charset)
+            Flush(bytes_, charset_);
+        Flush(plain_, "");
+        charset_ = word.charset;
+        bytes_ += word.bytes;
+    }
+    std::string Finish() {
+        Flush(bytes_, charset_);
+        Flush(plain_, "");
+        return std::move(text_);
+    }
+
+  private:
+    void Flush(std::string& bytes, std::string_view charset) {
+        if (!bytes.empty())
+            text_ += DecodeCharset(bytes, charset, locale_encoding_);
+        bytes.clear();
+    }
+
+    std::string_view locale_encoding_;
+    std::string text_;
+    std::string plain_;
+    std::string bytes_;    // of the words that are open
+    std::string charset_;  // of these; empty without any
+};
+
 }  // namespace
+
+std::string DecodePercent(std::string_view text) {
+    std::string bytes;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const int byte = text[at] == '%' ? HexByte(text, at) : -1;
+        bytes += byte >= 0 ? static_cast<char>(byte) : text[at];
+        at += byte >= 0 ? 2 : 0;
+    }
+    return bytes;
+}
 
 std::string_view MimeEntity::Field(std::string_view lower) const {
     for (const auto& [name, value] : fields) {
@@ -268,47 +311,24 @@ std::string DecodeCharset(std::string_view bytes, std::string_view charset,
     return ToUtf8(DecodeText(bytes, encoding));
 }
 
-// Neighbouring encoded words in one charset are decoded together, since a character may be cut in
-// two; blanks between encoded words are not shown.
 std::string DecodeField(std::string_view field, std::string_view locale_encoding) {
     std::size_t searches = 4096;  // for the end of a word
-    std::string text;
-    std::string plain;
-    EncodedWord open;
-    const auto flush = [&](std::string& bytes, std::string_view charset) {
-        if (!bytes.empty())
-            text += DecodeCharset(bytes, charset, locale_encoding);
-        bytes.clear();
-    };
+    FieldText text(locale_encoding);
     while (!field.empty()) {
         EncodedWord word;
         if (field.starts_with("=?") && searches > 0) {
             --searches;
             word = ReadEncodedWord(field);
         }
-        if (word.length == 0) {
-            const std::size_t length = std::min(field.find("=?", 1), field.size());
-            plain += field.substr(0, length);
-            if (!Trim(field.substr(0, length)).empty()) {
-                flush(open.bytes, open.charset);
-                open.charset.clear();
-            }
-            field.remove_prefix(length);
-            continue;
-        }
-        const bool joined = !open.charset.empty() && Trim(plain).empty();
-        if (joined)
-            plain.clear();
-        if (!joined || open.charset != word.charset)
-            flush(open.bytes, open.charset);
-        flush(plain, "");
-        open.charset = word.charset;
-        open.bytes += word.bytes;
-        field.remove_prefix(word.length);
+        const std::size_t length =
+            word.length > 0 ? word.length : std::min(field.find("=?", 1), field.size());
+        if (word.length > 0)
+            text.AddWord(word);
+        else
+            text.AddPlain(field.substr(0, length));
+        field.remove_prefix(length);
     }
-    flush(open.bytes, open.charset);
-    flush(plain, "");
-    return text;
+    return text.Finish();
 }
 
 }  // namespace zorvane

@@ -33,6 +33,8 @@ MimeValue ReadMimeValue(std::string_view field);
 std::vector<std::string_view> SplitParts(std::string_view body, std::string_view boundary);
 /// Bytes of a body, by the name of its transfer encoding.
 std::string DecodeBody(std::string_view body, std::string_view encoding);
+/// The bytes of a text with "%20" and the like.
+std::string DecodePercent(std::string_view text);
 /// UTF-8 of text in `charset`; an empty or unknown one is guessed.
 std::string DecodeCharset(std::string_view bytes, std::string_view charset,
                           std::string_view locale_encoding);

@@ -47,27 +47,21 @@ void AppendInSection(const Section& section, double value, bool date_1904, bool 
     const double magnitude = std::abs(value);
     if (minus)
         out += '-';
-    switch (section.kind) {
-        case SectionKind::Fraction:
-            number_format::AppendFraction(section, magnitude, out);
-            return;
-        case SectionKind::General:
-        case SectionKind::Text:
-            for (const Part& part : section.parts) {
-                if (part.kind == PartKind::General || part.kind == PartKind::Text)
-                    AppendGeneral(magnitude, out);
-                else
-                    out += part.text;
-            }
-            return;
-        default: {
-            const bool zero = number_format::AppendNumber(section, magnitude, out);
-            const bool digits = section.integer_digits + section.decimals > 0;
-            if (minus && zero && digits)
-                out.erase(from, 1);
-            return;
+    if (section.kind == SectionKind::General || section.kind == SectionKind::Text) {
+        for (const Part& part : section.parts) {
+            if (part.kind == PartKind::General || part.kind == PartKind::Text)
+                AppendGeneral(magnitude, out);
+            else
+                out += part.text;
         }
+        return;
     }
+    const bool zero = section.kind == SectionKind::Fraction
+                          ? number_format::AppendFraction(section, magnitude, out)
+                          : number_format::AppendNumber(section, magnitude, out);
+    const bool digits = section.integer_digits + section.decimals > 0;
+    if (minus && zero && digits)
+        out.erase(from, 1);
 }
 
 // "1E+20" from digits and the power of ten of the first.

@@ -1,4 +1,4 @@
-#include <array>
+#include <algorithm>
 #include <cmath>
 
 #include "load/readers/number_format_parts.h"
@@ -6,11 +6,6 @@
 namespace zorvane::number_format {
 namespace {
 
-constexpr std::array<std::string_view, 12> kMonths = {
-    "January", "February", "March",     "April",   "May",      "June",
-    "July",    "August",   "September", "October", "November", "December"};
-constexpr std::array<std::string_view, 7> kDays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                   "Thursday", "Friday", "Saturday"};
 constexpr std::int64_t kLastDay = 2'958'465;  // 9999-12-31
 constexpr std::int64_t kDaysTo1904 = 1462;    // between the first days of both systems
 constexpr std::int64_t kSecondsOfDay = 86'400;
@@ -58,15 +53,6 @@ void AppendPadded(std::int64_t number, std::int32_t width, std::string& out) {
     out += text;
 }
 
-void AppendName(std::string_view name, std::int32_t count, std::string& out) {
-    if (count == 3)
-        out += name.substr(0, 3);
-    else if (count == 5)
-        out += name.substr(0, 1);
-    else
-        out += name;
-}
-
 void AppendYear(std::int64_t year, std::int32_t count, std::string& out) {
     if (count <= 2)
         AppendPadded(year % 100, 2, out);
@@ -74,18 +60,22 @@ void AppendYear(std::int64_t year, std::int32_t count, std::string& out) {
         AppendPadded(year, 4, out);
 }
 
-void AppendMonth(const Moment& moment, std::int32_t count, std::string& out) {
-    if (count <= 2)
-        AppendPadded(moment.month, count, out);
-    else
-        AppendName(kMonths[static_cast<std::size_t>(moment.month - 1)], count, out);
+void AppendMonth(const Moment& moment, const Part& part, std::uint32_t locale, std::string& out) {
+    constexpr std::int32_t kLetter = 5;  // mmmmm: the first one alone
+    if (part.count <= 2) {
+        AppendPadded(moment.month, part.count, out);
+        return;
+    }
+    const std::string_view name =
+        MonthName(locale, static_cast<std::size_t>(moment.month - 1), part.count == 3);
+    out += part.count == kLetter ? name.substr(0, 1) : name;
 }
 
-void AppendDay(const Moment& moment, std::int32_t count, std::string& out) {
-    if (count <= 2)
-        AppendPadded(moment.day, count, out);
+void AppendDay(const Moment& moment, const Part& part, std::uint32_t locale, std::string& out) {
+    if (part.count <= 2)
+        AppendPadded(moment.day, part.count, out);
     else
-        AppendName(kDays[static_cast<std::size_t>(moment.weekday)], std::min(count, 4), out);
+        out += DayName(locale, static_cast<std::size_t>(moment.weekday), part.count == 3);
 }
 
 void AppendPart(const Section& section, const Part& part, const Moment& moment, std::string& out) {
@@ -98,9 +88,9 @@ void AppendPart(const Section& section, const Part& part, const Moment& moment, 
         case 'b':
             return AppendYear(moment.year + kBuddhistYears, part.count, out);
         case 'm':
-            return AppendMonth(moment, part.count, out);
+            return AppendMonth(moment, part, section.locale, out);
         case 'd':
-            return AppendDay(moment, part.count, out);
+            return AppendDay(moment, part, section.locale, out);
         case 'h':
             return AppendPadded(section.twelve_hours ? (hour + 11) % 12 + 1 : hour, width, out);
         case 'n':

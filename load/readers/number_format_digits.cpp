@@ -319,22 +319,25 @@ bool AppendNumber(const Section& section, double magnitude, std::string& out) {
     return number.count == 0;
 }
 
-void AppendFraction(const Section& section, double magnitude, std::string& out) {
+bool AppendFraction(const Section& section, double magnitude, std::string& out) {
     const MixedNumber number = Split(section, magnitude);
     const Decimal whole(number.whole);
     IntegerWriter writer(whole, section.integer_digits, section.grouped);
+    const bool zero = number.whole == 0 && number.ratio.numerator == 0;
     for (std::size_t i = 0; i < section.numerator; ++i) {
         const Part& part = section.parts[i];
         if (part.kind == PartKind::Digit)
-            writer.Put(part.what, out);
+            writer.Put(zero ? '0' : part.what, out);
         else
             out += part.text;
     }
     const std::size_t from = out.size();
     AppendRatio(section, number.ratio, out);
+    if (number.ratio.numerator > 0 || section.integer_digits == 0)
+        return number.ratio.numerator == 0;
     // A whole number leaves blanks in the place of its fraction.
-    if (section.integer_digits > 0 && number.ratio.numerator == 0)
-        std::fill(out.begin() + static_cast<std::ptrdiff_t>(from), out.end(), ' ');
+    std::fill(out.begin() + static_cast<std::ptrdiff_t>(from), out.end(), ' ');
+    return number.whole == 0;
 }
 
 }  // namespace zorvane::number_format

@@ -44,6 +44,9 @@ class SectionParser {
         return true;
     }
 
+    /// The section means the long date of the reader's system, whatever it says.
+    bool IsSystemDate() const { return system_date_; }
+
   private:
     bool Next() {
         switch (rest_.front()) {
@@ -103,8 +106,10 @@ class SectionParser {
         if (inside.empty())
             return true;
         const char first = Lower(inside.front());
+        if (StartsWith(inside, "$-f800") || StartsWith(inside, "$-x-sysdate"))
+            system_date_ = true;
         if (first == '$')
-            return AddLiteral(inside.substr(1, inside.find('-') - 1));
+            return Locale(inside.substr(1));
         if (first == '<' || first == '>' || first == '=')
             return ReadCondition(inside);
         const bool alike = std::all_of(inside.begin(), inside.end(),
@@ -115,6 +120,15 @@ class SectionParser {
             last_time_ = first;
         }
         return true;  // colours and calendars change nothing that is compared
+    }
+
+    // "€-407": a currency's sign and the number of a language.
+    bool Locale(std::string_view inside) {
+        const std::size_t dash = std::min(inside.rfind('-'), inside.size());
+        if (dash < inside.size())
+            std::from_chars(inside.data() + dash + 1, inside.data() + inside.size(),
+                            section_->locale, 16);
+        return dash == 0 || AddLiteral(inside.substr(0, dash));
     }
 
     bool ReadCondition(std::string_view inside) {
@@ -227,6 +241,7 @@ class SectionParser {
 
     std::string_view& rest_;
     Section* section_ = nullptr;
+    bool system_date_ = false;
     char last_time_ = 0;  // letter of the date part before, whatever stands between
 };
 
@@ -256,7 +271,14 @@ std::optional<std::vector<Section>> ParseSections(std::string_view code) {
     std::vector<Section> sections;
     while (sections.size() < 4) {
         Section& section = sections.emplace_back();
-        if (!SectionParser(code).Parse(section) || !CompleteSection(section))
+        SectionParser parser(code);
+        bool understood = parser.Parse(section);
+        if (parser.IsSystemDate()) {
+            std::string_view long_date = "dddd, mmmm d, yyyy";
+            section.parts.clear();
+            understood = SectionParser(long_date).Parse(section);
+        }
+        if (!understood || !CompleteSection(section))
             return std::nullopt;
         if (code.empty())
             break;

@@ -59,6 +59,7 @@ struct Section {
     bool twelve_hours = false;
     bool elapsed = false;
     bool has_text = false;              ///< holds an @
+    std::uint32_t locale = 0;           ///< of the names of months and days; 0: English
     std::int32_t sub_seconds = 0;       ///< digits behind the seconds' point
     std::size_t numerator = 0;          ///< index of a fraction's first numerator part
     std::int32_t denominator = 0;       ///< fixed one, 0 without
@@ -70,6 +71,10 @@ struct Section {
 bool CompleteSection(Section& section);
 /// Nothing for a code that cannot be understood.
 std::optional<std::vector<Section>> ParseSections(std::string_view code);
+
+/// Names from 0 on, January and Sunday first. A language that is not known has English ones.
+std::string_view MonthName(std::uint32_t locale, std::size_t month, bool in_short);
+std::string_view DayName(std::uint32_t locale, std::size_t day, bool in_short);
 
 /// A number as decimal digits: 0.d1d2d3... times ten to the power of `point`. 15 digits, as many as
 /// a spreadsheet keeps; zero has none.
@@ -87,9 +92,9 @@ struct Decimal {
     }
 };
 
-/// `value` without its sign. True when all shown digits are zero.
+/// `magnitude` is the value without its sign. True when all shown digits are zero.
 bool AppendNumber(const Section& section, double magnitude, std::string& out);
-void AppendFraction(const Section& section, double magnitude, std::string& out);
+bool AppendFraction(const Section& section, double magnitude, std::string& out);
 void AppendDate(const Section& section, double value, bool date_1904, std::string& out);
 
 }  // namespace zorvane::number_format

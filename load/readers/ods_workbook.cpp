@@ -251,12 +251,59 @@ class OdsSheetReader {
     std::string decoded_;
 };
 
+// An unpacked part in pieces: one string of its size would be copied as it grows.
+struct Pieces {
+    static constexpr std::size_t kSize = std::size_t{1} << 20;
+    std::vector<std::string> pieces;  ///< all but the last one of that size
+
+    ReadEnd Fill(PartStream& stream) {
+        while (true) {
+            std::string piece(kSize, '\0');
+            std::size_t filled = 0;
+            while (filled < kSize) {
+                const std::size_t got = stream.Read(piece.data() + filled, kSize - filled);
+                if (got == 0)
+                    break;
+                filled += got;
+            }
+            piece.resize(filled);
+            pieces.push_back(std::move(piece));
+            if (stream.Failed())
+                return ReadEnd::Fault(ReadError::Damaged, "the part content.xml is broken");
+            if (filled < kSize)
+                return ReadEnd::Ok();
+            if (pieces.size() * kSize > kMaxPartBytes)
+                return ReadEnd::Fault(ReadError::TooLarge, "the sheets are too large");
+        }
+    }
+};
+
+class PiecesStream : public PartStream {
+  public:
+    PiecesStream(const Pieces& pieces, std::size_t from) : pieces_(pieces), at_(from) {}
+    std::size_t Read(char* buffer, std::size_t size) override {
+        const std::size_t index = at_ / Pieces::kSize;
+        if (index >= pieces_.pieces.size())
+            return 0;
+        const std::string& piece = pieces_.pieces[index];
+        const std::size_t place = at_ % Pieces::kSize;
+        const std::size_t got = place < piece.size() ? piece.copy(buffer, size, place) : 0;
+        at_ += got;
+        return got;
+    }
+    bool Failed() const override { return false; }
+
+  private:
+    const Pieces& pieces_;
+    std::size_t at_;
+};
+
 class OdsWorkbook : public Workbook {
   public:
-    explicit OdsWorkbook(std::string content) : content_(std::move(content)) {}
+    explicit OdsWorkbook(Pieces content) : content_(std::move(content)) {}
 
     ReadEnd Open() {
-        MemoryStream stream(content_);
+        PiecesStream stream(content_, 0);
         XmlScanner scanner(stream);
         while (true) {
             const Token token = scanner.Next();
@@ -280,7 +327,7 @@ class OdsWorkbook : public Workbook {
                       ReadMonitor& monitor) override try {
         if (index >= offsets_.size())
             return ReadEnd::Fault(ReadError::WrongFormat, "no such sheet");
-        MemoryStream stream(std::string_view(content_).substr(offsets_[index]));
+        PiecesStream stream(content_, offsets_[index]);
         return OdsSheetReader(stream, options, rows, monitor).Run();
     } catch (const std::bad_alloc&) {
         return ReadEnd::Fault(ReadError::TooLarge, "the workbook needs more memory than allowed");
@@ -311,13 +358,25 @@ class OdsWorkbook : public Workbook {
         offsets_.push_back(static_cast<std::size_t>(scanner.Offset()));
     }
 
-    std::string content_;
+    Pieces content_;
     std::string style_;
     std::unordered_set<std::string> hidden_styles_;
     int tables_ = 0;  // open ones
     std::vector<SheetInfo> sheets_;
     std::vector<std::size_t> offsets_;
 };
+
+std::unique_ptr<Workbook> OpenContent(PartStream& stream, ReadEnd& end) {
+    Pieces content;
+    end = content.Fill(stream);
+    if (!end.ok())
+        return nullptr;
+    auto workbook = std::make_unique<OdsWorkbook>(std::move(content));
+    end = workbook->Open();
+    if (!end.ok())
+        return nullptr;
+    return workbook;
+}
 
 }  // namespace
 
@@ -333,21 +392,17 @@ std::unique_ptr<Workbook> OpenOds(Package& package, ReadEnd& end) {
         end = ReadEnd::Fault(ReadError::Unsupported, "an encrypted OpenDocument file");
         return nullptr;
     }
-    ReadError error = ReadError::None;
-    auto content = package.Read("content.xml", &error);
-    if (!content) {
-        end = ReadEnd::Fault(error, "cannot read the part content.xml");
+    const std::unique_ptr<PartStream> content = package.Stream("content.xml");
+    if (content == nullptr) {
+        end = ReadEnd::Fault(ReadError::WrongFormat, "no sheets inside");
         return nullptr;
     }
-    return OpenFlatOds(std::move(*content), end);
+    return OpenContent(*content, end);
 }
 
-std::unique_ptr<Workbook> OpenFlatOds(std::string content, ReadEnd& end) {
-    auto workbook = std::make_unique<OdsWorkbook>(std::move(content));
-    end = workbook->Open();
-    if (!end.ok())
-        return nullptr;
-    return workbook;
+std::unique_ptr<Workbook> OpenFlatOds(std::string_view content, ReadEnd& end) {
+    MemoryStream stream(content);
+    return OpenContent(stream, end);
 }
 
 }  // namespace zorvane

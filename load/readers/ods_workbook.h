@@ -2,7 +2,7 @@
 #pragma once
 
 #include <memory>
-#include <string>
+#include <string_view>
 
 #include "load/readers/package.h"
 #include "load/readers/workbook.h"
@@ -12,6 +12,6 @@ namespace zorvane {
 bool IsOpenDocumentSheets(Package& package);
 std::unique_ptr<Workbook> OpenOds(Package& package, ReadEnd& end);
 /// The same as one XML file.
-std::unique_ptr<Workbook> OpenFlatOds(std::string content, ReadEnd& end);
+std::unique_ptr<Workbook> OpenFlatOds(std::string_view content, ReadEnd& end);
 
 }  // namespace zorvane

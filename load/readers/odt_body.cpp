@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "common/base/text_encoding.h"
+#include "load/readers/slide_symbols.h"
 
 namespace zorvane {
 namespace {
@@ -37,13 +37,6 @@ bool IsContainer(std::string_view name) {
     return IsOneOf(name, kNames);
 }
 
-bool IsShape(std::string_view name) {
-    constexpr std::array<std::string_view, 13> kNames = {
-        "frame", "custom-shape", "g",    "rect",    "ellipse",   "circle", "polygon",
-        "line",  "polyline",     "path", "caption", "connector", "measure"};
-    return IsOneOf(name, kNames);
-}
-
 bool IsHiddenByItself(const pugi::xml_node& node) {
     const std::string_view display = Attribute(node, "display");
     return display == "none" || (display == "condition" && Attribute(node, "is-hidden") == "true");
@@ -51,22 +44,32 @@ bool IsHiddenByItself(const pugi::xml_node& node) {
 
 }  // namespace
 
+bool IsOdtShape(std::string_view name) {
+    constexpr std::array<std::string_view, 13> kNames = {
+        "frame", "custom-shape", "g",    "rect",    "ellipse",   "circle", "polygon",
+        "line",  "polyline",     "path", "caption", "connector", "measure"};
+    return IsOneOf(name, kNames);
+}
+
 // False ends the walk: the monitor's wish, too much text, too deep an element.
 bool OdtBody::Enter() {
-    constexpr std::int64_t kStep = 1024;
+    constexpr int kStep = 1024;
     if (error_ != ReadError::None)
         return false;
     if (depth_ >= kMaxDepth)
         error_ = ReadError::Damaged;
     else if (writer_.Sink().Size() > kMaxPartBytes)
         error_ = ReadError::TooLarge;
-    else if (++paragraphs_ % kStep == 0 && !monitor_.Progress(paragraphs_, 0))
+    else if ((entered_ = (entered_ + 1) % kStep) == 0 && !monitor_.Progress(done_, total_))
         error_ = ReadError::Cancelled;
     return error_ == ReadError::None;
 }
 
 void OdtBody::Blocks(const pugi::xml_node& parent, OdtStyles& styles) {
     styles_ = &styles;
+    const pugi::xml_node blocks = parent.first_child();
+    done_ = 0;
+    total_ = std::distance(blocks.begin(), blocks.end()) + 1;
     Container(parent);
 }
 
@@ -74,8 +77,12 @@ void OdtBody::Container(const pugi::xml_node& node) {
     if (!Enter())
         return;
     ++depth_;
-    for (const pugi::xml_node& child : node.children())
+    constexpr int kBody = 2;  // office:text in office:body
+    for (const pugi::xml_node& child : node.children()) {
         Block(child);
+        if (depth_ == kBody && done_ + 1 < total_)
+            ++done_;
+    }
     --depth_;
 }
 
@@ -87,7 +94,7 @@ void OdtBody::Block(const pugi::xml_node& node) {
         List(node);
     } else if (name == "table") {
         Table(node);
-    } else if (IsShape(name)) {
+    } else if (IsOdtShape(name)) {
         Shape(node);
     } else if (IsContainer(name) && !IsHiddenByItself(node)) {
         Container(node);
@@ -117,7 +124,7 @@ void OdtBody::Paragraph(const pugi::xml_node& node, bool heading) {
     Label(node, heading, style, format, label);
     writer_.BeginParagraph(format);
     if (!label.empty())
-        writer_.ListLabel(label, style.chars.format);
+        writer_.ListLabel(CleanText(label), style.chars.format);
     Inline(node, style.chars);
     writer_.EndParagraph();
     line_ = outer;
@@ -282,7 +289,7 @@ void OdtBody::Shape(const pugi::xml_node& shape) {
     for (const pugi::xml_node& child : shape.children()) {
         const std::string_view name = LocalName(child);
         if (name == "p" || name == "h" || name == "list" || name == "table" || name == "text-box" ||
-            IsShape(name))
+            IsOdtShape(name))
             Block(child);
     }
     --depth_;

@@ -13,6 +13,9 @@
 
 namespace zorvane {
 
+/// Frames, drawings and what else may hold text of its own.
+bool IsOdtShape(std::string_view local_name);
+
 class OdtBody {
   public:
     OdtBody(Package& package, RowWriter& writer, ReadMonitor& monitor)
@@ -58,10 +61,13 @@ class OdtBody {
     void Shape(const pugi::xml_node& shape);
     void Inline(const pugi::xml_node& parent, const OdtChars& chars);
     void InlineElement(const pugi::xml_node& node, const OdtChars& chars);
+    void Span(const pugi::xml_node& node, bool link, const OdtChars& chars);
+    bool Blank(const pugi::xml_node& node, std::string_view name, const OdtChars& chars);
     void Note(const pugi::xml_node& note, const OdtChars& chars);
     void Formula(const pugi::xml_node& frame, const OdtChars& chars);
     void Ruby(const pugi::xml_node& ruby, const OdtChars& chars);
     void Characters(std::string_view text, const OdtChars& chars);
+    void AddWord(std::string_view word, const OdtChars& chars);
     void Exact(std::string_view text, const OdtChars& chars);
     void TakeBlank();
     void Anchored(std::size_t from);
@@ -81,7 +87,9 @@ class OdtBody {
     std::vector<std::string> master_pages_;
     ReadError error_ = ReadError::None;
     int depth_ = 0;
-    std::int64_t paragraphs_ = 0;
+    int entered_ = 0;  ///< counts up to the next word to the monitor
+    std::int64_t done_ = 0;
+    std::int64_t total_ = 1;
     std::int32_t repeats_left_ = 100'000;
     std::int32_t formulas_left_ = 1000;
     bool in_note_ = false;

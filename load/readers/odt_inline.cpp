@@ -9,16 +9,15 @@
 namespace zorvane {
 namespace {
 
-bool IsBlank(char character) {
-    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
+constexpr std::string_view kBlanks = " \t\r\n";
 
 // Elements inside a paragraph that show nothing, or that show what is made elsewhere.
 bool IsLeftOut(std::string_view name) {
-    constexpr std::array<std::string_view, 15> kNames = {
-        "annotation",  "annotation-end",  "tracked-changes", "number", "note-citation",
-        "hidden-text", "event-listeners", "title",           "desc",   "forms",
-        "control",     "object",          "object-ole",      "image",  "script"};
+    constexpr std::array<std::string_view, 16> kNames = {
+        "annotation",  "annotation-end",   "tracked-changes", "number",     "note-citation",
+        "hidden-text", "hidden-paragraph", "event-listeners", "title",      "desc",
+        "forms",       "control",          "object",          "object-ole", "image",
+        "script"};
     return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
 }
 
@@ -50,36 +49,45 @@ void OdtBody::Inline(const pugi::xml_node& parent, const OdtChars& chars) {
 }
 
 void OdtBody::InlineElement(const pugi::xml_node& node, const OdtChars& chars) {
-    constexpr std::int32_t kMostBlanks = 4096;
     const std::string_view name = LocalName(node);
-    if (name == "span" || name == "a") {
-        OdtChars own = chars;
-        const std::string_view style = Attribute(node, "style-name");
-        const bool link = name == "a" && (style.empty() || !styles_->HasText(style));
-        styles_->ApplyText(link ? "Internet_20_link" : style, own);
-        Inline(node, own);
-    } else if (name == "s") {
+    if (name == "span" || name == "a")
+        Span(node, name == "a", chars);
+    else if (Blank(node, name, chars))
+        return;
+    else if (name == "note")
+        Note(node, chars);
+    else if (name == "ruby")
+        Ruby(node, chars);
+    else if (name == "frame" && Child(node, "object"))
+        Formula(node, chars);
+    else if (IsOdtShape(name))
+        anchored_.push_back(node);
+    else if (!IsLeftOut(name))
+        Inline(node, chars);
+}
+
+void OdtBody::Span(const pugi::xml_node& node, bool link, const OdtChars& chars) {
+    OdtChars own = chars;
+    const std::string_view style = Attribute(node, "style-name");
+    const bool unstyled = link && (style.empty() || !styles_->HasText(style));
+    styles_->ApplyText(unstyled ? "Internet_20_link" : style, own);
+    Inline(node, own);
+}
+
+// False for an element that is no white space.
+bool OdtBody::Blank(const pugi::xml_node& node, std::string_view name, const OdtChars& chars) {
+    constexpr std::int32_t kMostBlanks = 4096;
+    if (name == "s") {
         const std::int32_t count = std::clamp(NumberOf(Attribute(node, "c"), 1), 1, kMostBlanks);
         Exact(std::string(static_cast<std::size_t>(count), ' '), chars);
     } else if (name == "tab") {
         Exact("\t", chars);
     } else if (name == "line-break") {
         Exact(in_note_ ? std::string_view(" ") : std::string_view(&kLineInParagraph, 1), chars);
-    } else if (name == "note") {
-        Note(node, chars);
-    } else if (name == "ruby") {
-        Ruby(node, chars);
-    } else if (name == "frame" && Child(node, "object")) {
-        Formula(node, chars);
-    } else if (name == "frame" || name == "custom-shape" || name == "g" || name == "rect" ||
-               name == "ellipse" || name == "line" || name == "polygon" || name == "caption" ||
-               name == "path" || name == "circle" || name == "connector" || name == "polyline") {
-        anchored_.push_back(node);
-    } else if (name == "hidden-paragraph" || IsLeftOut(name)) {
-        return;
     } else {
-        Inline(node, chars);
+        return false;
     }
+    return true;
 }
 
 // A note's text stands where its mark is, one paragraph behind the other.
@@ -126,7 +134,7 @@ void OdtBody::Formula(const pugi::xml_node& frame, const OdtChars& chars) {
         if (XmlPart::Read(package_, folder + "/content.xml", part).ok() && Is(part.Root(), "math"))
             FormulaText(part.Root(), 0, text);
     }
-    Exact(text, chars);
+    Characters(text, chars);
 }
 
 void OdtBody::TakeBlank() {
@@ -135,30 +143,33 @@ void OdtBody::TakeBlank() {
     line_.blank_waits = false;
 }
 
+// A blank in the format of the word goes with it.
+void OdtBody::AddWord(std::string_view word, const OdtChars& chars) {
+    if (line_.blank_waits && line_.blank_format == chars.format) {
+        line_.blank_waits = false;
+        scratch_ += ' ';
+    }
+    TakeBlank();
+    scratch_ += word;
+    line_.has_text = true;
+}
+
 // White space of the file counts as one blank, and as none at both ends of a paragraph.
 void OdtBody::Characters(std::string_view text, const OdtChars& chars) {
     if (chars.hidden)
         return;
     scratch_.clear();
-    for (std::size_t at = 0; at < text.size();) {
-        if (IsBlank(text[at])) {
-            ++at;
-            if (line_.has_text && !line_.blank_waits) {
-                line_.blank_waits = true;
-                line_.blank_format = chars.format;
-            }
-            continue;
+    while (!text.empty()) {
+        const std::size_t word = std::min(text.find_first_of(kBlanks), text.size());
+        if (word > 0)
+            AddWord(text.substr(0, word), chars);
+        text.remove_prefix(word);
+        const std::size_t blanks = std::min(text.find_first_not_of(kBlanks), text.size());
+        text.remove_prefix(blanks);
+        if (blanks > 0 && line_.has_text && !line_.blank_waits) {
+            line_.blank_waits = true;
+            line_.blank_format = chars.format;
         }
-        const std::size_t from = at;
-        while (at < text.size() && !IsBlank(text[at]))
-            ++at;
-        if (line_.blank_waits && line_.blank_format == chars.format) {
-            line_.blank_waits = false;
-            scratch_ += ' ';
-        }
-        TakeBlank();
-        scratch_ += text.substr(from, at - from);
-        line_.has_text = true;
     }
     if (scratch_.empty())
         return;

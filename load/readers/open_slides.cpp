@@ -12,11 +12,21 @@
 namespace zorvane {
 namespace {
 
-// One of each; they are gone through for each slide.
+// Of a master page; they are gone through for each slide.
 constexpr std::size_t kMostMargins = 8;
 
 bool IsMarginClass(std::string_view name) {
     return name == "footer" || name == "header" || name == "date-time" || name == "page-number";
+}
+
+// Each slide has its own text of such a shape.
+bool HasPageNumber(const pugi::xml_node& node, int depth) {
+    if (Is(node, "page-number") || depth > kMaxDepth)
+        return Is(node, "page-number");
+    const auto all = node.children();
+    return std::any_of(all.begin(), all.end(), [depth](const pugi::xml_node& child) {
+        return HasPageNumber(child, depth + 1);
+    });
 }
 
 ShapeRank RankOf(std::string_view presentation_class) {
@@ -123,6 +133,9 @@ class OpenDeck {
                 const OpenFields& fields);
     bool Shape(const pugi::xml_node& shape, OpenTextWriter& text, bool numbered);
     void Object(const pugi::xml_node& object, OpenTextWriter& text);
+    bool ShowsBackground() const {
+        return Attribute(properties_, "background-objects-visible") != "false";
+    }
     bool IsWanted(const pugi::xml_node& shape, Which which) const;
     void NumberLine(OpenTextWriter& text, bool numbered);
 
@@ -172,8 +185,10 @@ ReadEnd OpenDeck::Open() {
     for (const pugi::xml_node& page : Child(style_root, "master-styles").children()) {
         Master& master = masters_[std::string(Attribute(page, "name"))];
         master.page = page;
-        for (const pugi::xml_node& shape : page.children()) {
-            if (IsMarginClass(Attribute(shape, "class")) && master.margins.size() < kMostMargins)
+        for (const pugi::xml_node& shape : ShapesIn(page)) {
+            const std::string_view name = Attribute(shape, "class");
+            if ((IsMarginClass(name) || (name.empty() && HasPageNumber(shape, 0))) &&
+                master.margins.size() < kMostMargins)
                 master.margins.push_back(shape);
         }
     }
@@ -243,7 +258,7 @@ ReadEnd OpenDeck::Slide(std::int32_t number) {
 
 void OpenDeck::UseMaster(Master& master, const OpenFields& fields) {
     Shapes(master.margins, Which::Margins, *master_styles_, fields);
-    if (master.used || Attribute(properties_, "background-objects-visible") == "false")
+    if (master.used || !ShowsBackground())
         return;
     master.used = true;
     used_masters_.push_back(master.page);
@@ -257,8 +272,10 @@ bool OpenDeck::IsWanted(const pugi::xml_node& shape, Which which) const {
         case Which::Notes:
             return name == "notes";
         case Which::Own:
-            return name.empty();
+            return name.empty() && !HasPageNumber(shape, 0);
         case Which::Margins:
+            if (name.empty())
+                return ShowsBackground();
             return IsMarginClass(name) && name != "header" &&
                    Attribute(properties_, "display-" + std::string(name)) == "true";
     }

@@ -168,12 +168,12 @@ void OpenTextWriter::Paragraph(const pugi::xml_node& paragraph, ListPlace& place
         writer_.SetFormat(layout);
     if (place.label && HasText(paragraph)) {
         place.label = false;
-        const std::string label = CleanText(Label(place));
+        const std::string label = Label(place);
         // A label in the middle of a row would end in a tab, as cells do.
         if (!label.empty() && in_cell_)
-            writer_.Text(label + " ", format);
+            writer_.Text(CleanText(label + " ", scratch_), format);
         else if (!label.empty())
-            writer_.ListLabel(label, format);
+            writer_.ListLabel(CleanText(label, scratch_), format);
     }
     Inline(paragraph, run, 0);
     if (!in_cell_)
@@ -220,18 +220,17 @@ bool OpenTextWriter::Special(const pugi::xml_node& node, const SlideRunStyle& st
 
 // White space in the file is one blank, and none at the start of a paragraph.
 void OpenTextWriter::Collapsed(std::string_view text, const SlideRunStyle& style) {
-    std::string shown;
-    shown.reserve(text.size());
+    shown_.clear();
     for (const char character : text) {
         const bool blank =
             character == ' ' || character == '\t' || character == '\n' || character == '\r';
         if (!blank)
-            shown += character;
+            shown_ += character;
         else if (!after_blank_)
-            shown += ' ';
+            shown_ += ' ';
         after_blank_ = blank;
     }
-    Write(shown, style);
+    Write(shown_, style);
 }
 
 void OpenTextWriter::Put(std::string_view text, const SlideRunStyle& style) {
@@ -243,8 +242,11 @@ void OpenTextWriter::Put(std::string_view text, const SlideRunStyle& style) {
 }
 
 void OpenTextWriter::Write(std::string_view text, const SlideRunStyle& style) {
-    const std::string clean = CleanText(text);
-    writer_.Text(style.capitals ? ToUpper(clean) : clean, style.format);
+    const std::string_view clean = CleanText(text, scratch_);
+    if (style.capitals)
+        writer_.Text(ToUpper(clean), style.format);
+    else
+        writer_.Text(clean, style.format);
 }
 
 void OpenTextWriter::Table(const pugi::xml_node& table) {
@@ -286,7 +288,7 @@ void OpenTextWriter::Row(const pugi::xml_node& row) {
 
 void OpenTextWriter::Line(std::string_view text) {
     writer_.SetFormat({});
-    writer_.Text(CleanText(text), PlainSlideStyle().run.format);
+    writer_.Text(CleanText(text, scratch_), PlainSlideStyle().run.format);
     writer_.End();
 }
 

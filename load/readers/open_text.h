@@ -64,6 +64,8 @@ class OpenTextWriter {
     bool in_cell_ = false;
     bool cell_has_paragraph_ = false;
     bool after_blank_ = true;
+    std::string shown_;  // kept from text to text, as is the next
+    std::string scratch_;
 };
 
 /// The words of a chart or a formula that a slide holds: `root` of its own part.

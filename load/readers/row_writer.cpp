@@ -1,5 +1,7 @@
 #include "load/readers/row_writer.h"
 
+#include "common/base/text_encoding.h"
+
 namespace zorvane {
 
 void RowWriter::BeginParagraph(const ParagraphFormat& format) {
@@ -16,6 +18,10 @@ void RowWriter::BeginParagraph(const ParagraphFormat& format) {
 void RowWriter::Put(std::string_view utf8, const CharFormat& format) {
     if (utf8.empty())
         return;
+    if (!IsValidUtf8(utf8)) {  // XML may hold any bytes, and references to half a character
+        Put(ToUtf8(ToUtf16(utf8)), format);
+        return;
+    }
     sink_.Text(utf8, format);
     const char last = utf8.back();
     needs_blank_ = last != ' ' && last != '\t' && last != kLineInParagraph;

@@ -1,7 +1,9 @@
 // The words of a chart. Source: ECMA-376 part 1, 21.2.
+#include <charconv>
 #include <string>
 #include <vector>
 
+#include "load/readers/number_format.h"
 #include "load/readers/slide_page.h"
 
 namespace zorvane {
@@ -9,24 +11,42 @@ namespace {
 
 constexpr std::size_t kMostNames = 10'000;  // of one list; far beyond what a chart can show
 
+void AddTexts(const pugi::xml_node& cache, std::vector<std::string>& texts) {
+    for (const pugi::xml_node& point : cache.children()) {
+        const std::string_view text = Child(point, "v").child_value();
+        if (Is(point, "pt") && !text.empty() && texts.size() < kMostNames)
+            texts.emplace_back(text);
+    }
+}
+
+// Numbers look as their format tells; years and dates are the usual ones.
+void AddNumbers(const pugi::xml_node& cache, std::vector<std::string>& texts) {
+    const NumberFormat format(Child(cache, "formatCode").child_value());
+    for (const pugi::xml_node& point : cache.children()) {
+        const std::string_view text = Child(point, "v").child_value();
+        double value = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (!Is(point, "pt") || texts.size() >= kMostNames || error != std::errc())
+            continue;
+        texts.emplace_back();
+        format.Apply(value, false, texts.back());
+    }
+}
+
 // The points of the copy that a chart keeps of its sheet.
-std::vector<std::string_view> CachedTexts(const pugi::xml_node& source) {
-    std::vector<std::string_view> texts;
+std::vector<std::string> CachedTexts(const pugi::xml_node& source) {
+    std::vector<std::string> texts;
     for (const pugi::xml_node& reference : source.children()) {
-        pugi::xml_node cache = Child(reference, "strCache");
-        if (!cache && Is(reference, "strLit"))
-            cache = reference;
-        for (const pugi::xml_node& point : cache.children()) {
-            const std::string_view text = Child(point, "v").child_value();
-            if (Is(point, "pt") && !text.empty() && texts.size() < kMostNames)
-                texts.push_back(text);
-        }
+        AddTexts(Is(reference, "strLit") ? reference : Child(reference, "strCache"), texts);
+        AddNumbers(Is(reference, "numLit") ? reference : Child(reference, "numCache"), texts);
+        for (const pugi::xml_node& level : Child(reference, "multiLvlStrCache").children())
+            AddTexts(level, texts);
     }
     return texts;
 }
 
 void WriteTexts(const pugi::xml_node& source, SlideTextWriter& text) {
-    for (const std::string_view line : CachedTexts(source))
+    for (const std::string& line : CachedTexts(source))
         text.Line(line);
 }
 
@@ -63,6 +83,14 @@ bool ShowsSeries(const pugi::xml_node& chart, const pugi::xml_node& plot, std::s
            !IsOn(Child(chart, "autoTitleDeleted"));
 }
 
+// Values are seen where points are labelled with them.
+void WriteLabelledValues(const pugi::xml_node& plot, const pugi::xml_node& series,
+                         SlideTextWriter& text) {
+    const pugi::xml_node own = Child(series, "dLbls");
+    if (IsOn(Child(own ? own : Child(plot, "dLbls"), "showVal")))
+        WriteTexts(Child(series, "val"), text);
+}
+
 std::vector<pugi::xml_node> SeriesOf(const pugi::xml_node& plot) {
     std::vector<pugi::xml_node> all;
     for (const pugi::xml_node& series : plot.children()) {
@@ -92,6 +120,8 @@ void WriteChart(const pugi::xml_node& chart_space, SlideTextWriter& text) {
         if (!categories_written)
             WriteTexts(Child(Child(plot, "ser"), "cat"), text);
         categories_written = true;
+        for (const pugi::xml_node& series : all)
+            WriteLabelledValues(plot, series, text);
     }
 }
 

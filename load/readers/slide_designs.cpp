@@ -1,5 +1,7 @@
 #include "load/readers/slide_designs.h"
 
+#include "load/readers/slide_shapes.h"
+
 namespace zorvane {
 namespace {
 
@@ -18,12 +20,18 @@ std::string_view MasterStyleOf(const SlidePlaceholder& placeholder) {
 
 // They are gone through for each shape of each slide.
 constexpr std::size_t kMostPlaceholders = 256;
+constexpr std::size_t kMostNumbered = 8;
 
-void FindPlaceholders(SlideDesignPart& part) {
+void FindShapes(SlideDesignPart& part) {
     for (const pugi::xml_node& shape : part.Shapes().children()) {
         const SlidePlaceholder placeholder = PlaceholderOf(shape);
         if (placeholder.is_one && part.placeholders.size() < kMostPlaceholders)
             part.placeholders.emplace_back(placeholder, shape);
+    }
+    for (const pugi::xml_node& shape : ShapesOf(part.Shapes(), nullptr)) {
+        if (!PlaceholderOf(shape).is_one && part.numbered.size() < kMostNumbered &&
+            HasSlideNumber(shape))
+            part.numbered.push_back(shape);
     }
 }
 
@@ -46,6 +54,16 @@ SlidePlaceholder PlaceholderOf(const pugi::xml_node& shape) {
         break;
     }
     return placeholder;
+}
+
+bool HasSlideNumber(const pugi::xml_node& shape) {
+    for (const pugi::xml_node& paragraph : Child(shape, "txBody").children()) {
+        for (const pugi::xml_node& run : paragraph.children()) {
+            if (Is(run, "fld") && Attribute(run, "type") == "slidenum")
+                return true;
+        }
+    }
+    return false;
 }
 
 std::string RelatedPart(const SlideRelations& relations, std::string_view type) {
@@ -126,7 +144,7 @@ const SlideDesignPart* SlideDesigns::Part(const std::string& name) {
         if (!XmlPart::Read(package_, name, part->xml).ok())
             part->xml = XmlPart();
         part->relations = ReadRelationships(package_, name);
-        FindPlaceholders(*part);
+        FindShapes(*part);
     }
     return part.get();
 }

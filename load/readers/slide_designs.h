@@ -37,6 +37,8 @@ struct SlideDesignPart {
     XmlPart xml;
     SlideRelations relations;
     std::vector<std::pair<SlidePlaceholder, pugi::xml_node>> placeholders;
+    /// Shapes of its own that show the number of the slide, so that each slide has its own text.
+    std::vector<pugi::xml_node> numbered;
 
     pugi::xml_node Shapes() const;
     /// The placeholder that `wanted` takes its looks from, or an empty node.
@@ -73,6 +75,9 @@ class SlideDesigns {
     std::unordered_map<std::string, std::unique_ptr<SlideDesignPart>> parts_;
     std::unordered_map<std::string, SlideDesign> designs_;
 };
+
+/// True for a shape with a field that shows the number of the slide.
+bool HasSlideNumber(const pugi::xml_node& shape);
 
 /// Target of the first relationship of that type, by the order of their ids; empty without one.
 std::string RelatedPart(const SlideRelations& relations, std::string_view type);

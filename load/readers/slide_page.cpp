@@ -10,7 +10,7 @@ bool IsWanted(const pugi::xml_node& shape, SlidePart part) {
         return true;
     const SlidePlaceholder placeholder = PlaceholderOf(shape);
     if (part == SlidePart::OwnShapes)
-        return !placeholder.is_one;
+        return !placeholder.is_one && !HasSlideNumber(shape);
     return placeholder.is_one && placeholder.type == "body";
 }
 
@@ -39,6 +39,14 @@ ReadEnd SlidePageWriter::Write(const pugi::xml_node& tree, SlidePart part) {
             --shape_number_;
     }
     return end_;
+}
+
+void SlidePageWriter::WriteNumbered(const SlideDesignPart& part) {
+    for (const pugi::xml_node& shape : part.numbered) {
+        ++shape_number_;
+        numbered_ = !page_.show_numbers;
+        TextShape(shape);
+    }
 }
 
 void SlidePageWriter::Shape(const pugi::xml_node& shape) {

@@ -15,7 +15,7 @@ namespace zorvane {
 enum class SlidePart : std::uint8_t {
     All,
     NotesBody,  ///< of a page of notes, its text alone
-    OwnShapes   ///< of a layout or master, what every slide shows of it
+    OwnShapes   ///< of a layout or master, what every slide shows of it in the same words
 };
 
 struct SlidePage {
@@ -38,6 +38,8 @@ class SlidePageWriter {
 
     /// `tree` is the page's tree of shapes.
     ReadEnd Write(const pugi::xml_node& tree, SlidePart part);
+    /// What the slide shows of its layout or master in words of its own.
+    void WriteNumbered(const SlideDesignPart& part);
 
   private:
     void Shape(const pugi::xml_node& shape);
@@ -59,7 +61,7 @@ class SlidePageWriter {
     bool numbered_ = false;
 };
 
-/// Titles, names of series and categories of a chart.
+/// Titles, names of series, categories and labelled values of a chart.
 void WriteChart(const pugi::xml_node& chart_space, SlideTextWriter& text);
 
 }  // namespace zorvane

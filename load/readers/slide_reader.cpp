@@ -28,6 +28,20 @@ std::string RelationId(const pugi::xml_node& entry) {
     return {};
 }
 
+// The layout and the master whose shapes a slide shows.
+std::vector<const SlideDesignPart*> ShownUnder(const pugi::xml_node& slide,
+                                               const SlideDesign& design) {
+    std::vector<const SlideDesignPart*> parts;
+    const std::string_view shows = Attribute(slide, "showMasterSp");
+    if (shows == "0" || shows == "false")
+        return parts;
+    if (design.layout != nullptr)
+        parts.push_back(design.layout);
+    if (design.master != nullptr && (design.layout == nullptr || design.layout->ShowsMaster()))
+        parts.push_back(design.master);
+    return parts;
+}
+
 class SlideDeck {
   public:
     SlideDeck(Package& package, const SlideOptions& options, DocumentSink& sink,
@@ -61,7 +75,6 @@ class SlideDeck {
     ReadEnd Slide(std::int32_t slide);
     ReadEnd Notes(std::int32_t number, const SlideRelations& relations);
     ReadEnd Backgrounds();
-    void UseDesign(const pugi::xml_node& slide, const SlideDesign& design);
     pugi::xml_node CommonStyle() const { return Child(presentation_.Root(), "defaultTextStyle"); }
 
     Package& package_;
@@ -118,10 +131,14 @@ ReadEnd SlideDeck::Slide(std::int32_t slide) {
         SlideTextWriter(writer_, design.theme, kNoSlideNumber)
             .Line("Slide " + std::to_string(slide));
     if (!options_.notes_only) {
-        UseDesign(part.Root(), design);
         ReadEnd end = writer.Write(Child(Child(part.Root(), "cSld"), "spTree"), SlidePart::All);
         if (!end.ok())
             return end;
+        for (const SlideDesignPart* background : ShownUnder(part.Root(), design)) {
+            writer.WriteNumbered(*background);
+            if (used_.insert(background).second)
+                backgrounds_.emplace_back(background, &design);
+        }
     }
     return options_.notes || options_.notes_only ? Notes(page.number, relations) : ReadEnd::Ok();
 }
@@ -140,19 +157,6 @@ ReadEnd SlideDeck::Notes(std::int32_t number, const SlideRelations& relations) {
         SlideTextWriter(writer_, design.theme, kNoSlideNumber).Line("Notes:");
     SlidePageWriter writer(package_, writer_, page, drawings_);
     return writer.Write(Child(Child(part.Root(), "cSld"), "spTree"), SlidePart::NotesBody);
-}
-
-void SlideDeck::UseDesign(const pugi::xml_node& slide, const SlideDesign& design) {
-    const auto use = [&](const SlideDesignPart* part) {
-        if (part != nullptr && used_.insert(part).second)
-            backgrounds_.emplace_back(part, &design);
-    };
-    const std::string_view shows = Attribute(slide, "showMasterSp");
-    if (shows == "0" || shows == "false")
-        return;
-    use(design.layout);
-    if (design.layout == nullptr || design.layout->ShowsMaster())
-        use(design.master);
 }
 
 // What a layout or master puts on every slide is written once, behind the slides, as the headers of

@@ -26,10 +26,30 @@ constexpr std::array kPictures = {
     SymbolTable{0xFD, u'\u2612'}, SymbolTable{0xFE, u'\u2611'}};
 
 constexpr std::array kMathematics = {
-    SymbolTable{0xA3, u'\u2264'}, SymbolTable{0xAB, u'\u2194'}, SymbolTable{0xAC, u'\u2190'},
-    SymbolTable{0xAE, u'\u2192'}, SymbolTable{0xB0, u'\u00B0'}, SymbolTable{0xB1, u'\u00B1'},
-    SymbolTable{0xB3, u'\u2265'}, SymbolTable{0xB4, u'\u00D7'}, SymbolTable{0xB7, u'\u2022'},
-    SymbolTable{0xB8, u'\u00F7'}, SymbolTable{0xB9, u'\u2260'}, SymbolTable{0xBB, u'\u2248'}};
+    SymbolTable{0xA3, u'\u2264'}, SymbolTable{0xA5, u'\u221E'}, SymbolTable{0xA7, u'\u2663'},
+    SymbolTable{0xA8, u'\u2666'}, SymbolTable{0xA9, u'\u2665'}, SymbolTable{0xAA, u'\u2660'},
+    SymbolTable{0xAB, u'\u2194'}, SymbolTable{0xAC, u'\u2190'}, SymbolTable{0xAD, u'\u2191'},
+    SymbolTable{0xAE, u'\u2192'}, SymbolTable{0xAF, u'\u2193'}, SymbolTable{0xB0, u'\u00B0'},
+    SymbolTable{0xB1, u'\u00B1'}, SymbolTable{0xB3, u'\u2265'}, SymbolTable{0xB4, u'\u00D7'},
+    SymbolTable{0xB5, u'\u221D'}, SymbolTable{0xB6, u'\u2202'}, SymbolTable{0xB7, u'\u2022'},
+    SymbolTable{0xB8, u'\u00F7'}, SymbolTable{0xB9, u'\u2260'}, SymbolTable{0xBA, u'\u2261'},
+    SymbolTable{0xBB, u'\u2248'}, SymbolTable{0xBC, u'\u2026'}, SymbolTable{0xC5, u'\u2295'},
+    SymbolTable{0xC7, u'\u2229'}, SymbolTable{0xC8, u'\u222A'}, SymbolTable{0xCC, u'\u2282'},
+    SymbolTable{0xCE, u'\u2208'}, SymbolTable{0xD2, u'\u00AE'}, SymbolTable{0xD3, u'\u00A9'},
+    SymbolTable{0xD4, u'\u2122'}, SymbolTable{0xD5, u'\u220F'}, SymbolTable{0xD6, u'\u221A'},
+    SymbolTable{0xD7, u'\u22C5'}, SymbolTable{0xDB, u'\u21D4'}, SymbolTable{0xDE, u'\u21D2'},
+    SymbolTable{0xE2, u'\u00AE'}, SymbolTable{0xE3, u'\u00A9'}, SymbolTable{0xE4, u'\u2122'},
+    SymbolTable{0xE5, u'\u2211'}, SymbolTable{0xF2, u'\u222B'}};
+
+// Greek letters by their codes from 0x41 and from 0x61, in that font's own order.
+constexpr std::u16string_view kGreekCapitals =
+    u"\u0391\u0392\u03A7\u2206\u0395\u03A6\u0393\u0397\u0399"
+    u"\u03D1\u039A\u039B\u039C\u039D\u039F\u03A0\u0398\u03A1"
+    u"\u03A3\u03A4\u03A5\u03C2\u2126\u039E\u03A8\u0396";
+constexpr std::u16string_view kGreekSmall =
+    u"\u03B1\u03B2\u03C7\u03B4\u03B5\u03C6\u03B3\u03B7\u03B9\u03D5"
+    u"\u03BA\u03BB\u03BC\u03BD\u03BF\u03C0\u03B8\u03C1\u03C3\u03C4"
+    u"\u03C5\u03D6\u03C9\u03BE\u03C8\u03B6";
 
 template <std::size_t Size>
 char16_t Find(const std::array<SymbolTable, Size>& table, char16_t code) {
@@ -38,13 +58,21 @@ char16_t Find(const std::array<SymbolTable, Size>& table, char16_t code) {
     return found == table.end() ? char16_t{0} : found->second;
 }
 
+char16_t Mathematical(char16_t code) {
+    if (code >= 0x41 && code < 0x41 + kGreekCapitals.size())
+        return kGreekCapitals[static_cast<std::size_t>(code - 0x41)];
+    if (code >= 0x61 && code < 0x61 + kGreekSmall.size())
+        return kGreekSmall[static_cast<std::size_t>(code - 0x61)];
+    return Find(kMathematics, code);
+}
+
 // Such fonts lie at U+F000 and are written with that or without.
 char16_t Shown(char16_t unit, std::string_view font) {
     const bool private_use = unit >= 0xF020 && unit <= 0xF0FF;
     if (!private_use && unit > 0xFF)
         return unit;
     const auto code = static_cast<char16_t>(unit & 0xFF);
-    return font == "Symbol" ? Find(kMathematics, code) : Find(kPictures, code);
+    return font == "Symbol" ? Mathematical(code) : Find(kPictures, code);
 }
 
 bool IsPlain(std::string_view text) {
@@ -80,19 +108,20 @@ std::string SymbolBullet(std::string_view utf8, std::string_view font) {
     return ToUtf8(text);
 }
 
-std::string CleanText(std::string_view text) {
+std::string_view CleanText(std::string_view text, std::string& scratch) {
     if (IsPlain(text))
-        return std::string(text);
-    std::string clean;
-    clean.reserve(text.size());
+        return text;
+    scratch.clear();
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
         if (character == '\n' || character == '\r')
-            clean += ' ';
+            scratch += ' ';
         else if (byte >= 0x20 || character == '\t')
-            clean += character;
+            scratch += character;
     }
-    return IsValidUtf8(clean) ? clean : ToUtf8(ToUtf16(clean));
+    if (!IsValidUtf8(scratch))
+        scratch = ToUtf8(ToUtf16(scratch));
+    return scratch;
 }
 
 }  // namespace zorvane

@@ -14,6 +14,12 @@ std::string SymbolText(std::string_view utf8, std::string_view font);
 std::string SymbolBullet(std::string_view utf8, std::string_view font);
 
 /// Without control characters but the tab; line ends become blanks, ill-formed bytes U+FFFD.
-std::string CleanText(std::string_view text);
+/// The text itself where nothing is to be changed, else `scratch`.
+std::string_view CleanText(std::string_view text, std::string& scratch);
+/// The same for a text that is needed once.
+inline std::string CleanText(std::string_view text) {
+    std::string scratch;
+    return std::string(CleanText(text, scratch));
+}
 
 }  // namespace zorvane

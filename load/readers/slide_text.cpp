@@ -136,7 +136,8 @@ void SlideTextWriter::Body(const pugi::xml_node& body, const SlideStyleChain& ch
         writer_.SetFormat(style.paragraph);
         // An empty paragraph shows no bullet and takes no number.
         if (HasText(paragraph)) {
-            std::string label = CleanText(numbering.Next(style.bullet, level));
+            const std::string numbered = numbering.Next(style.bullet, level);
+            const std::string_view label = CleanText(numbered, scratch_);
             SlideRunStyle first = style.run;
             ApplyRun(Child(Child(paragraph, "r"), "rPr"), theme_, first);
             first.format.underline = Underline::None;
@@ -164,7 +165,7 @@ void SlideTextWriter::Runs(const pugi::xml_node& paragraph, const SlideRunStyle&
         else if (Is(child, "AlternateContent"))
             Runs(ChosenBranch(child), style, depth + 1);
         else if (Is(child, "t"))  // of a formula
-            Put(CleanText(child.child_value()), style);
+            Put(CleanText(child.child_value(), scratch_), style);
         else if (!Is(child, "pPr") && !Is(child, "endParaRPr"))
             Runs(child, style, depth + 1);
     }
@@ -183,7 +184,7 @@ void SlideTextWriter::Run(const pugi::xml_node& run, const SlideRunStyle& style)
     }
     for (const pugi::xml_node& text : run.children()) {
         if (Is(text, "t"))
-            Put(CleanText(text.child_value()), own);
+            Put(CleanText(text.child_value(), scratch_), own);
     }
 }
 
@@ -232,9 +233,9 @@ void SlideTextWriter::Cell(const pugi::xml_node& cell, const SlideStyleChain& ch
         first = false;
         // A label in the middle of a row would end in a tab, as cells do.
         if (HasText(paragraph)) {
-            const std::string label = CleanText(numbering.Next(style.bullet, level));
+            const std::string label = numbering.Next(style.bullet, level);
             if (!label.empty())
-                writer_.Text(label + " ", style.run.format);
+                writer_.Text(CleanText(label + " ", scratch_), style.run.format);
         }
         Paragraph(paragraph, style);
     }
@@ -242,7 +243,7 @@ void SlideTextWriter::Cell(const pugi::xml_node& cell, const SlideStyleChain& ch
 
 void SlideTextWriter::Line(std::string_view text) {
     writer_.SetFormat({});
-    writer_.Text(CleanText(text), PlainSlideStyle().run.format);
+    writer_.Text(CleanText(text, scratch_), PlainSlideStyle().run.format);
     writer_.End();
 }
 

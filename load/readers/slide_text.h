@@ -63,6 +63,7 @@ class SlideTextWriter {
     ParagraphWriter& writer_;
     const SlideTheme& theme_;
     std::int32_t slide_number_;
+    std::string scratch_;  // kept from text to text
 };
 
 }  // namespace zorvane

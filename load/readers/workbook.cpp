@@ -70,7 +70,7 @@ ReadEnd OpenBytes(std::string_view bytes, std::string_view password,
         return end;
     }
     if (LooksLikeFlatOds(bytes)) {
-        workbook = OpenFlatOds(std::string(bytes), end);
+        workbook = OpenFlatOds(bytes, end);
         return end;
     }
     return ReadEnd::Fault(ReadError::WrongFormat, "no workbook");

@@ -101,7 +101,7 @@ class SheetReader {
             if (token == Token::Text) {
                 TakeText();
             } else if (!(token == Token::Start ? Start() : End())) {
-                return stopped_ ? ReadEnd::Fault(ReadError::Cancelled) : builder_.End();
+                return WhyStopped();
             }
         }
     }
@@ -112,6 +112,14 @@ class SheetReader {
         CellPlace place;
         std::string text;
     };
+
+    ReadEnd WhyStopped() const {
+        if (stopped_)
+            return ReadEnd::Fault(ReadError::Cancelled);
+        if (outside_)
+            return ReadEnd::Fault(ReadError::TooLarge, "the sheet has more cells than any can");
+        return builder_.End();
+    }
 
     void TakeText() {
         if (into_ == Into::Value && phonetic_ == 0)
@@ -126,7 +134,8 @@ class SheetReader {
         const bool empty = scanner_.SelfClosing();
         if (name == "c") {
             BeginCell();
-            return !empty || EndCell();
+            outside_ = column_ >= kMaxSheetColumns;
+            return !outside_ && (!empty || EndCell());
         }
         if (name == "v" || name == "t")
             into_ = empty ? Into::Nothing : Into::Value;
@@ -162,9 +171,10 @@ class SheetReader {
             return false;
         builder_.BeginRow(row_);
         row_ = std::max(row_, builder_.Row());
+        outside_ = row_ >= kMaxSheetRows;
         if (++rows_seen_ % kRowsBetweenProgress == 0)
             stopped_ = !monitor_.Progress(row_, std::max(row_, 1));
-        return !stopped_;
+        return !stopped_ && !outside_;
     }
 
     void BeginCell() {
@@ -331,6 +341,7 @@ class SheetReader {
     std::int32_t column_ = -1;
     std::int32_t rows_seen_ = 0;
     bool stopped_ = false;
+    bool outside_ = false;  // a row or a column that no sheet has
     std::uint32_t style_ = 0;
     char type_ = 'n';
     int phonetic_ = 0;

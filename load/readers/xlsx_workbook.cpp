@@ -20,6 +20,8 @@ class KeptPart : public PartStream {
     std::size_t Read(char* buffer, std::size_t size) override {
         if (rewound_)
             return ReadKept(buffer, size);
+        if (TooLarge())
+            return 0;
         const std::size_t got = stream_.Read(buffer, size);
         if (kept_bytes_ + got <= kMostKept)
             pieces_.emplace_back(buffer, got);
@@ -30,6 +32,8 @@ class KeptPart : public PartStream {
     }
     bool Failed() const override { return stream_.Failed(); }
 
+    /// More than any sheet that could be shown takes; the reading has ended.
+    bool TooLarge() const { return kept_bytes_ > kMostBytes; }
     /// To the begin. False when too much was read to be kept.
     bool Rewind() {
         rewound_ = true;
@@ -38,6 +42,7 @@ class KeptPart : public PartStream {
 
   private:
     static constexpr std::size_t kMostKept = std::size_t{48} << 20;
+    static constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
     std::size_t ReadKept(char* buffer, std::size_t size) {
         while (!pieces_.empty() && place_ == pieces_.front().size()) {
@@ -92,6 +97,8 @@ class XlsxWorkbook : public Workbook {
         MergedCells merges;
         KeptPart kept(*stream);
         ReadXlsxMerges(kept, merges);
+        if (kept.TooLarge())
+            return ReadEnd::Fault(ReadError::TooLarge, "the sheet is too large");
         if (kept.Rewind())
             return ReadXlsxSheet(kept, merges, book_, options, rows, monitor);
         const std::unique_ptr<PartStream> again = package_->Stream(part);
@@ -156,7 +163,7 @@ class XlsxWorkbook : public Workbook {
             if (stream == nullptr)
                 continue;
             ReadEnd end = styles ? ReadXlsxStyles(*stream, book_.styles)
-                                       : ReadXlsxTexts(*stream, book_.texts);
+                                 : ReadXlsxTexts(*stream, book_.texts);
             if (!end.ok())
                 return end;
         }

@@ -44,13 +44,14 @@ pugi::xml_node Next(const pugi::xml_node& node, const pugi::xml_node& top) {
 
 class XmlWalk {
   public:
-    XmlWalk(DocumentSink& sink, ReadMonitor& monitor) : writer_(sink), monitor_(monitor) {}
+    XmlWalk(std::size_t bytes, DocumentSink& sink, ReadMonitor& monitor)
+        : writer_(sink), monitor_(monitor), bytes_(static_cast<std::int64_t>(bytes)) {}
 
     // Without recursion, since elements may nest as deep as a file is long.
     ReadEnd Run(const pugi::xml_node& root) {
         pugi::xml_node node = root;
         while (node) {
-            if (++count_ % kStep == 0 && !monitor_.Progress(count_, 0))
+            if (++count_ % kStep == 0 && !monitor_.Progress(PlaceOf(node), bytes_ + 1))
                 return ReadEnd::Fault(ReadError::Cancelled);
             if (writer_.Sink().Size() > kMaxPartBytes)
                 return ReadEnd::Fault(ReadError::TooLarge, "the document holds too much text");
@@ -66,6 +67,10 @@ class XmlWalk {
     }
 
   private:
+    std::int64_t PlaceOf(const pugi::xml_node& node) const {
+        return std::clamp<std::int64_t>(node.offset_debug(), 0, bytes_);
+    }
+
     void Paragraph(const pugi::xml_node& element) {
         blank_waits_ = begun_ = false;
         for (pugi::xml_node node = element.first_child(); node; node = Next(node, element)) {
@@ -88,11 +93,12 @@ class XmlWalk {
             begun_ = true;
             line += character;
         }
-        writer_.Text(line, CharFormat());
+        writer_.Text(IsValidUtf8(line) ? line : ToUtf8(ToUtf16(line)), CharFormat());
     }
 
     ParagraphWriter writer_;
     ReadMonitor& monitor_;
+    std::int64_t bytes_;
     std::int64_t count_ = 0;
     bool blank_waits_ = false;
     bool begun_ = false;
@@ -150,7 +156,7 @@ ReadEnd ReadXml(std::string_view bytes, DocumentSink& sink, ReadMonitor& monitor
                               "broken XML in line " +
                                   Place(text, static_cast<std::size_t>(result.offset)) + ": " +
                                   result.description());
-    XmlWalk walk(sink, monitor);
+    XmlWalk walk(text.size(), sink, monitor);
     return walk.Run(document.document_element());
 }
 

@@ -7,6 +7,7 @@ namespace zorvane {
 namespace {
 
 constexpr std::size_t kChunk = std::size_t{256} << 10;
+constexpr std::string_view kCdata = "<![CDATA[";
 // One tag or one stretch of text; nothing that an office program writes comes near.
 constexpr std::size_t kLongestToken = std::size_t{32} << 20;
 
@@ -155,32 +156,35 @@ XmlScanner::Token XmlScanner::PlainText() {
 
 // Gives Done for what is passed over.
 XmlScanner::Token XmlScanner::Markup() {
-    constexpr std::string_view kCdata = "<![CDATA[";
     while (end_ - begin_ < kCdata.size() && Fill()) {
     }
     const std::string_view rest(buffer_.data() + begin_, end_ - begin_);
     const char second = rest.size() > 1 ? rest[1] : '\0';
-    std::size_t at = 0;
-    if (second != '!' && second != '?')
-        return FindTagEnd(at) ? Tag(at) : Token::Failed;
     if (rest.starts_with("<!--")) {
         begin_ += 4;
         return PassOver("-->") ? Token::Done : Token::Failed;
     }
-    if (rest.starts_with(kCdata)) {
-        if (!Find("]]>", kCdata.size(), at))
-            return Token::Failed;
-        text_ = std::string_view(buffer_.data() + begin_, at).substr(kCdata.size());
-        raw_text_ = true;
-        begin_ += at + 3;
-        return Token::Text;
-    }
     if (second == '?')
         return PassOver("?>") ? Token::Done : Token::Failed;
+    if (rest.starts_with(kCdata))
+        return Cdata();
+    std::size_t at = 0;
     if (!FindTagEnd(at))
         return Token::Failed;
+    if (second != '!')
+        return Tag(at);
     begin_ += at + 1;
     return Token::Done;
+}
+
+XmlScanner::Token XmlScanner::Cdata() {
+    std::size_t at = 0;
+    if (!Find("]]>", kCdata.size(), at))
+        return Token::Failed;
+    text_ = std::string_view(buffer_.data() + begin_, at).substr(kCdata.size());
+    raw_text_ = true;
+    begin_ += at + 3;
+    return Token::Text;
 }
 
 XmlScanner::Token XmlScanner::Tag(std::size_t end) {

@@ -42,6 +42,7 @@ class XmlScanner {
     bool FindTagEnd(std::size_t& at);
     Token PlainText();
     Token Markup();
+    Token Cdata();
     Token Tag(std::size_t end);
     bool PassOver(std::string_view end);
 

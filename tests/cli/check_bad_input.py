@@ -37,9 +37,10 @@ def word(document, **more):
 
 def open_document(kind, body):
     return package({"mimetype": "application/vnd.oasis.opendocument." + kind,
-                    "content.xml": '<o:document-content xmlns:o="o" xmlns:t="t" xmlns:b="b" '
-                                   'xmlns:s="s" xmlns:d="d"><o:body><o:' + kind + '>' + body +
-                                   '</o:' + kind + '></o:body></o:document-content>',
+                    "content.xml": '<office:document-content xmlns:office="o" xmlns:text="t" '
+                                   'xmlns:table="b" xmlns:draw="d"><office:body><office:' + kind +
+                                   '>' + body + '</office:' + kind +
+                                   '></office:body></office:document-content>',
                     "styles.xml": "<x/>"})
 
 
@@ -98,10 +99,11 @@ def hostile():
     yield "external.xml", b'<!DOCTYPE a [<!ENTITY e SYSTEM "file:///etc/passwd">]><a>[&e;]</a>'
     yield "deep.rtf.doc", ("{\\rtf1" + "{" * deep).encode()
     yield "deep.md", (">" * deep).encode()
-    yield "deep.odt", open_document("text", "<t:section>" * 50_000 + "</t:section>" * 50_000)
+    yield "deep.odt", open_document("text", "<text:section>" * 50_000 + "</text:section>" * 50_000)
     yield "wide.ods", open_document(
-        "spreadsheet", '<b:table b:name="a"><b:table-row b:number-rows-repeated="1048576"><b:table-cell '
-        'b:number-columns-repeated="16384"><t:p>x</t:p></b:table-cell></b:table-row></b:table>')
+        "spreadsheet", '<table:table table:name="a"><table:table-row '
+        'table:number-rows-repeated="1048576"><table:table-cell table:number-columns-repeated="16384">'
+        '<text:p>x</text:p></table:table-cell></table:table-row></table:table>')
     yield "far.xlsx", workbook('<row r="1048576"><c r="XFD1048576"><v>1</v></c></row>')
     yield "beyond.xlsx", workbook('<row r="99999999999"><c r="ZZZZZZ9"><v>1</v></c></row>')
     yield "broken-xref.pdf", (b"%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"

@@ -56,6 +56,86 @@ TEST_F(CliTest, PrintsTheChanges) {
     EXPECT_EQ(Run("old.txt new.txt").output, run.output) << "two existing paths mean a compare";
 }
 
+// Two versions of a web page, with list numbers and a table.
+void WritePages(const TempFolder& folder) {
+    folder.Write("old.html", "<ol><li>one</li></ol><table><tr><td>a</td><td>b</td></tr></table>");
+    folder.Write("new.html",
+                 "<p>x</p><ol><li>one</li></ol><table><tr><td>a</td><td>c</td></tr></table>");
+}
+
+TEST_F(CliTest, PrintsWhatACompareSees) {
+    WritePages(folder_);
+    const Outcome text = Run("text old.html");
+    EXPECT_EQ(text.status, 0);
+    EXPECT_EQ(text.error, "");
+    EXPECT_EQ(text.output, "1.\tone\na\tb\t\n");
+    EXPECT_EQ(Run("text old.html --plain").output, "1.\tone\na\tb\n");
+    EXPECT_EQ(Run("text old.html --source").output, folder_.Read("old.html"));
+    EXPECT_TRUE(Run("text old.html --rtf").output.starts_with("{\\rtf1"));
+    EXPECT_EQ(Run("text old.html -o out.txt").output, "");
+    EXPECT_EQ(folder_.Read("out.txt"), text.output);
+    EXPECT_EQ(Run("text -", "plain\n").output, "plain\n");
+}
+
+TEST_F(CliTest, ComparesDocumentsOfDifferentKinds) {
+    WritePages(folder_);
+    folder_.Write("new.rtf", "{\\rtf1 1.\\tab one\\par\\trowd\\intbl a\\cell b\\cell\\row}");
+    EXPECT_EQ(Run("compare -q old.html new.rtf").status, 0);
+    const Outcome run = Run("compare old.html new.html");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.output.find("{+x+}"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("[-b-]{+c+}"), std::string::npos) << run.output;
+    EXPECT_EQ(Run("compare old.html new.html -o r.html").status, 1);
+    EXPECT_NE(folder_.Read("r.html").find("<html"), std::string::npos);
+}
+
+TEST_F(CliTest, TellsWhatCannotBeReadAndExitsWithTrouble) {
+    environment_ += " ZORVANE_OFFICE=none";
+    folder_.Write("broken.docx", "PK\x03\x04 no package");
+    folder_.Write("old.doc",
+                  std::string("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1") + std::string(600, '\0'));
+    folder_.Write("broken.pptx", "no deck");
+    struct Row {
+        const char* arguments;
+        const char* said;
+    };
+    constexpr Row kRows[] = {
+        {"text broken.docx", "broken.docx: the document is damaged"},
+        {"compare broken.docx old.txt", "broken.docx: the document is damaged"},
+        {"compare old.txt old.doc", "install LibreOffice"},
+        {"compare old.txt broken.pptx", "Unable to convert PPT file."},
+        {"text none.pdf", "none.pdf: No such file"},
+        {"text old.txt --pages x", "--pages x"},
+        {"text old.txt -o none/out.txt", "none/out.txt"},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.arguments);
+        const Outcome run = Run(row.arguments);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.output, "");
+        EXPECT_NE(run.error.find(row.said), std::string::npos) << run.error;
+    }
+}
+
+TEST_F(CliTest, SwitchesOfTheSlashFormReachTheConverters) {
+    WritePages(folder_);
+    const auto report = [this](const std::string& switches) {
+        Run("'/M old.html /S new.html /T r.txt /R2 /F1 /X " + switches + "'");
+        return folder_.Read("r.txt");
+    };
+    EXPECT_EQ(report("").find("<td>"), std::string::npos);
+    EXPECT_NE(report("/H").find("<td>"), std::string::npos);
+    folder_.Write("old.csv", "a,b,c\nd,e,f\n");
+    folder_.Write("new.csv", "a,x,c\nd,e,y\n");
+    const auto count = [this](const std::string& switches) {
+        return Run("'/M old.csv /S new.csv /X /G " + switches + "'").status;
+    };
+    EXPECT_EQ(count(""), 1) << "two rows that differ stand together";
+    EXPECT_EQ(count("/1 1 /3 1"), 1);
+    EXPECT_EQ(count("/2 1 /4 1"), 0);
+    EXPECT_EQ(count("/1 2 /2 1-2 /3 2 /4 1-2"), 0);
+}
+
 TEST_F(CliTest, WritesNoSettings) {
     Run("compare old.txt new.txt -o r.html");
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("home")));

@@ -3,6 +3,7 @@
 
 #include "load/easy_converter.h"
 #include "load/grid_bridge.h"
+#include "load/office_place.h"
 #include "load/pdf_conversion.h"
 #include "load/trellis_port.h"
 #include "tests/support/deck_file.h"
@@ -143,6 +144,26 @@ TEST_F(ConversionRoadsTest, ANewerWordProcessorIsRefusedAndAStartIsNotCounted) {
     EXPECT_FALSE(word.ConverterWordDoc("s", "t", WordFormat::RichText, {}));
     EXPECT_EQ(page.conversions, 2);
     EXPECT_EQ(Log(), "Error 20: Version of MS Word : Version (16.2)\r\n");
+}
+
+TEST_F(ConversionRoadsTest, AnOfficeSuiteReadsAndWritesWhatOnlyItCan) {
+    unsetenv("ZORVANE_OFFICE");
+    if (!FindOffice())
+        GTEST_SKIP() << "no office suite is installed";
+    TrellisPage& page = loader_.Page();
+    page.putOptimizeForSpeed(true);
+    const std::string source = system_.folder.Write("a.rtf", "{\\rtf1 one{\\b two}\\par three}");
+    const std::string document = system_.folder.Path("b.doc");
+    ASSERT_EQ(page.OpenWordSaveAs(source, document, WordFormat::Document), WordResult::Ok)
+        << page.ErrorString();
+    EXPECT_TRUE(system_.folder.Read("b.doc").starts_with("\xD0\xCF\x11\xE0"));
+    ASSERT_TRUE(Load(document)) << Log();
+    EXPECT_EQ(Trim(Text()), "onetwo\r\nthree");
+    EXPECT_TRUE(DocumentOf(EditorTarget::Original)
+                    .RichTB()
+                    .Rich({CharPos{4}, 1})
+                    .char_runs.at(0)
+                    .format.bold);
 }
 
 // ---- PDF ----

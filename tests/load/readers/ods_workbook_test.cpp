@@ -43,6 +43,19 @@ TEST(OdsWorkbook, ListsSheetsAndReadsEachFromItsPlace) {
     EXPECT_EQ(ShownSheet(*workbook, 2), "2\n");
 }
 
+// Larger than the pieces in which the content is kept, and as one XML file without a package.
+TEST(OdsWorkbook, ReadsALargeFlatFile) {
+    std::string content =
+        "<office:document office:mimetype=\"application/vnd.oasis.opendocument.spreadsheet\">"
+        "<table:table table:name=\"One\"><table:table-row><table:table-cell><text:p>" +
+        std::string(3'000'000, 'x') +
+        "</text:p></table:table-cell></table:table-row></table:table><table:table "
+        "table:name=\"Two\"><table:table-row><table:table-cell><text:p>2</text:p>"
+        "</table:table-cell></table:table-row></table:table></office:document>";
+    EXPECT_EQ(ShownSheet(content, 0), std::string(3'000'000, 'x') + "\n");
+    EXPECT_EQ(ShownSheet(content, 1), "2\n");
+}
+
 TEST(OdsWorkbook, ShowsEachKindOfCell) {
     const struct {
         const char* name;

@@ -44,7 +44,9 @@ constexpr const char* kStyles =
     "presentation:class=\"page-number\"><draw:text-box><text:p>p. <text:page-number>n</"
     "text:page-number></text:p></draw:text-box></draw:frame><draw:frame "
     "presentation:class=\"date-time\"><draw:text-box><text:p><presentation:date-time/></text:p>"
-    "</draw:text-box></draw:frame><draw:frame><draw:text-box><text:p>Logo</text:p></draw:text-box>"
+    "</draw:text-box></draw:frame><draw:frame><draw:text-box><text:p>No. "
+    "<text:page-number/></text:p></draw:text-box></"
+    "draw:frame><draw:frame><draw:text-box><text:p>Logo</text:p></draw:text-box>"
     "</draw:frame></style:master-page></office:master-styles></office:document-styles>";
 
 std::string Presentation(const std::string& pages) {
@@ -149,7 +151,7 @@ TEST(OpenSlides, ShowsWhatTheMasterPageGives) {
         "<draw:page draw:master-page-name=\"M\">" +
         Text("second") + "</draw:page>";
     EXPECT_EQ(SlideText(ReadOpenDocumentSlides, Presentation(page)),
-              "body\nfoot\np. 1\nsecond\nLogo\n");
+              "body\nNo. 1\nfoot\np. 1\nsecond\nNo. 2\nLogo\n");
 }
 
 TEST(OpenSlides, RangesNotesAndNumbers) {

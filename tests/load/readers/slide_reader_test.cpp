@@ -272,10 +272,13 @@ TEST(SlideReader, BackgroundTextComesOnceBehindTheSlides) {
         Deck::Shape("type=\"title\"", Deck::Paragraph("Click here")) + Deck::Text("Layout logo");
     deck.master_shapes =
         Deck::Text("Confidential") +
-        Deck::Shape("", "<a:p><a:fld type=\"slidenum\"><a:t>#</a:t></a:fld></a:p>");
+        Deck::Shape("",
+                    "<a:p><a:r><a:t>p. </a:t></a:r><a:fld type=\"slidenum\"><a:t>#</a:t>"
+                    "</a:fld></a:p>");
     deck.AddSlide(Deck::Text("one"));
     deck.AddSlide(Deck::Text("two"));
-    EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), "one\ntwo\nLayout logo\nConfidential\n");
+    EXPECT_EQ(SlideText(ReadSlides, deck.Finish()),
+              "one\np. 1\ntwo\np. 2\nLayout logo\nConfidential\n");
     Deck bare;
     bare.master_shapes = Deck::Text("Confidential");
     bare.AddSlide(Deck::Text("one"), "", "showMasterSp=\"0\"");
@@ -320,6 +323,10 @@ TEST(SlideReader, ReadsTheWordsOfCharts) {
         return "<c:ser><c:tx>" + cache(point(name)) + "</c:tx><c:cat>" +
                cache(point("East") + point("West")) + "</c:cat></c:ser>";
     };
+    const auto numbers = [&](const std::string& format, const std::string& value) {
+        return "<c:numRef><c:numCache><c:formatCode>" + format + "</c:formatCode>" + point(value) +
+               "</c:numCache></c:numRef>";
+    };
     const auto title = [](const std::string& text) {
         return "<c:title><c:tx><c:rich>" + Deck::Paragraph(text) + "</c:rich></c:tx></c:title>";
     };
@@ -342,6 +349,11 @@ TEST(SlideReader, ReadsTheWordsOfCharts) {
         {"a pie's legend names its slices",
          title("T") + plot("<c:pieChart>" + series("2020") + "</c:pieChart>") + "<c:legend/>",
          "T\nEast\nWest\n"},
+        {"numbers as categories, values where points are labelled",
+         plot(bars("<c:ser><c:dLbls><c:showVal val=\"1\"/></c:dLbls><c:cat>" +
+                   numbers("yyyy", "43831") + "</c:cat><c:val>" + numbers("0.0", "7.25") +
+                   "</c:val></c:ser><c:ser><c:val>" + numbers("0", "9") + "</c:val></c:ser>")),
+         "2020\n7.3\n"},
     };
     for (const SlideRow& row : rows) {
         SCOPED_TRACE(row.name);

@@ -196,8 +196,9 @@ TEST(XlsWorkbook, GivesUpOnFormulasThatGrowWithoutEnd) {
     parts.globals = XlsRecord(
         0x18, Low(0) + Low(0, 1) + Low(255, 1) + std::string(10, '\0') + XlsText(true, name));
     std::string tokens = "\x23" + Low(1) + Low(0);
-    for (int i = 0; i < 600; ++i)
+    for (int i = 0; i < 60; ++i)
         tokens += "\x23" + Low(1) + Low(0) + "\x08";
+    tokens += std::string(1000, '\x12');  // each moves the text before it
     for (int row = 0; row < 200; ++row)
         parts.cells += FormulaCell(row, 0, LowDouble(1), tokens);
     const std::string shown = ShownSheet(MakeXls(parts), 0, {.formulas = true});

@@ -1,0 +1,138 @@
+#include "app/load_options.h"
+
+#include <gtest/gtest.h>
+
+#include "app/compare_command.h"
+#include "options/compare_file_options.h"
+#include "options/compare_files_settings.h"
+
+namespace zorvane {
+namespace {
+
+class LoadOptionsTest : public testing::Test {
+  protected:
+    LoadOptionsTest() {
+        const auto profile = MakeMemoryIniProfile();
+        EXPECT_TRUE(options_.LoadStateFromFile(*profile).ok());
+    }
+    std::string Reason(const LoadOptions& from) {
+        const Status status = ApplyLoadOptions(from, options_, settings_);
+        return status.ok() ? "" : status.failure().reason;
+    }
+
+    clsCompareFileOptions options_;
+    CompareFilesSettings settings_;
+};
+
+TEST(TextCommand, IsReadFromItsLine) {
+    const CommandLineOutcome outcome = ParseUnixCommandLine(
+        {"text",        "a.pdf",    "--rtf",      "-o",       "a.rtf",   "--plain",
+         "--password",  "p",        "--sheets",   "1,B",      "--rows",  "2-",
+         "--columns",   "3",        "--formulas", "--source", "--pages", "2-5",
+         "--pdf-quick", "--slides", "3",          "--notes",  "--set",   "lPadLength=4",
+         "--log",       "l"});
+    ASSERT_TRUE(outcome.text.has_value()) << outcome.error;
+    EXPECT_FALSE(outcome.compare.has_value());
+    const TextCommand& command = *outcome.text;
+    EXPECT_EQ(command.file, "a.pdf");
+    EXPECT_TRUE(command.rtf);
+    EXPECT_EQ(command.output, "a.rtf");
+    LoadOptions expected;
+    expected.plain = expected.formulas = expected.source = expected.pdf_quick = true;
+    expected.notes = true;
+    expected.password = "p";
+    expected.sheets = "1,B";
+    expected.rows = "2-";
+    expected.columns = "3";
+    expected.pages = "2-5";
+    expected.slides = "3";
+    expected.settings = {{"lPadLength", "4"}};
+    expected.log_file = "l";
+    EXPECT_EQ(command.load, expected);
+    EXPECT_NE(ParseUnixCommandLine({"text"}).error.find("zorvane text --help"), std::string::npos);
+    EXPECT_NE(ParseUnixCommandLine({"text", "--help"}).output.find("textconv"), std::string::npos);
+}
+
+TEST_F(LoadOptionsTest, ReachBothSides) {
+    LoadOptions from;
+    from.password = "both";
+    from.modified_password = "mine";
+    from.sheets = "2";
+    from.rows = "1-3";
+    from.columns = "4";
+    from.pages = "7";
+    from.slides = "2-6";
+    EXPECT_EQ(Reason(from), "");
+    EXPECT_EQ(options_.sDOCPassword_TO_Original.Data(), "both");
+    EXPECT_EQ(options_.sDOCPassword_TO_Modified.Data(), "mine");
+    EXPECT_EQ(options_.sExcelPasswordOriginal.Data(), "both");
+    EXPECT_EQ(options_.sExcelPasswordModified.Data(), "mine");
+    EXPECT_EQ(settings_.sBCLPasswordUser, "both");
+    EXPECT_EQ(settings_.sBCLPasswordOwner, "mine");
+    EXPECT_EQ(options_.sExcelSheetNumberSource.Data(), "2");
+    EXPECT_TRUE(options_.bExcelUseRowsMaster.Data() && options_.bExcelUseColsSource.Data());
+    EXPECT_EQ(options_.sExcelRowsSource.Data(), "1-3");
+    EXPECT_EQ(options_.sExcelColsMaster.Data(), "4");
+    EXPECT_TRUE(settings_.bBCLUsingPageRange);
+    EXPECT_EQ(settings_.lBCLPageFromModified, 7);
+    EXPECT_EQ(settings_.lBCLPageTo, 7);
+    EXPECT_FALSE(settings_.bConvertAllSlides);
+    EXPECT_EQ(settings_.lFromSlideOriginal, 2);
+    EXPECT_EQ(settings_.lToSlideModified, 6);
+}
+
+TEST_F(LoadOptionsTest, LeaveAloneWhatIsNotAsked) {
+    const CompareFilesSettings untouched = settings_;
+    EXPECT_EQ(Reason({}), "");
+    EXPECT_EQ(settings_, untouched);
+    EXPECT_EQ(options_.sExcelSheetNumberMaster.Data(), "1");
+    EXPECT_FALSE(options_.bRemoveFormatting.Data());
+    EXPECT_FALSE(options_.bExcelUseRowsMaster.Data());
+}
+
+TEST_F(LoadOptionsTest, SetReachesOptionsAndSettings) {
+    LoadOptions from;
+    from.settings = {{"lPadLength", "0"},
+                     {"bDoQuickTextExtraction", "TRUE"},
+                     {"lBCLDocumentType", "2"},
+                     {"bBCLMergeParagraph", "FALSE"}};
+    EXPECT_EQ(Reason(from), "");
+    EXPECT_EQ(options_.lPadLength.Data(), 0);
+    EXPECT_TRUE(settings_.bDoQuickTextExtraction);
+    EXPECT_EQ(settings_.lBCLDocumentType, 2);
+    EXPECT_FALSE(settings_.bBCLMergeParagraph);
+}
+
+struct WrongRow {
+    const char* name;
+    void (*set)(LoadOptions&);
+    const char* said;
+};
+constexpr WrongRow kWrong[] = {
+    {"no page", [](LoadOptions& from) { from.pages = "x"; }, "--pages x: write"},
+    {"page 0", [](LoadOptions& from) { from.pages = "0"; }, "--pages 0: write"},
+    {"half a range", [](LoadOptions& from) { from.pages = "2-"; }, "--pages 2-: write"},
+    {"slides", [](LoadOptions& from) { from.slides = "1,2"; }, "--slides 1,2: write"},
+    {"no such name",
+     [](LoadOptions& from) {
+         from.settings = {{"bNone", "1"}};
+     },
+     "--set: bNone: there is no option"},
+    {"a setting that is no number",
+     [](LoadOptions& from) {
+         from.settings = {{"lBCLPageFrom", "one"}};
+     },
+     "--set: lBCLPageFrom=one: not a number"},
+};
+
+TEST_F(LoadOptionsTest, SayWhatIsWrong) {
+    for (const WrongRow& row : kWrong) {
+        SCOPED_TRACE(row.name);
+        LoadOptions from;
+        row.set(from);
+        EXPECT_TRUE(Reason(from).starts_with(row.said)) << Reason(from);
+    }
+}
+
+}  // namespace
+}  // namespace zorvane
