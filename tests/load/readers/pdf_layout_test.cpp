@@ -348,6 +348,13 @@ TEST(PdfLayout, PutsRightToLeftLinesIntoTheirOrder) {
     // Drawn from the left: the last word first, each word turned round, the number as it reads.
     Put(page, 50, 50, U"12 \u05D2\u05D1\u05D0 \u05E0\u05DE\u05DC");
     EXPECT_EQ(LinesOf(page), "\xD7\x9C\xD7\x9E\xD7\xA0 \xD7\x90\xD7\x91\xD7\x92 12\n");
+    // A number with a sign at its end, which stands at its left when drawn.
+    PdfPage mixed = EmptyPage();
+    Put(mixed, 50, 50, U"\u05D2\u05D1 !12 \u05D0\u05E9");
+    EXPECT_EQ(LinesOf(mixed), "\xD7\xA9\xD7\x90 12! \xD7\x91\xD7\x92\n");
+    PdfPage words = EmptyPage();
+    Put(words, 50, 50, U"\u05D2\u05D1 12 ab \u05D0\u05E9");
+    EXPECT_EQ(LinesOf(words), "\xD7\xA9\xD7\x90 12 ab \xD7\x91\xD7\x92\n");
     std::vector<PdfLetter> latin = {{U'a'}, {U'b'}};
     EXPECT_FALSE(ReorderVisualLine(latin));
     EXPECT_EQ(Utf8(latin), "ab");

@@ -73,6 +73,14 @@ const ParagraphRow kParagraphRows[] = {
     {"a gap parts paragraphs", Prose(200, 700) + Prose(200, 630), std::string(kProse) + kProse},
     {"a short last line parts them without a gap", Prose(200, 700) + Prose(200, 644),
      std::string(kProse) + kProse},
+    {"a gap behind a full line",
+     Lines(200, 700,
+           {"This is a paragraph of several words",
+            "whose last line is full up to its right edge."}) +
+         Lines(200, 660,
+               {"Another begins here, and it goes on", "in a line that is as long as others."}),
+     "This is a paragraph of several words whose last line is full up to its right edge.\n"
+     "Another begins here, and it goes on in a line that is as long as others.\n"},
     {"a short line is a paragraph of its own", Line(200, 714, "A short one") + Prose(200, 700),
      std::string("A short one\n") + kProse},
     {"a first line that stands farther in",
