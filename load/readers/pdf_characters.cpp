@@ -201,7 +201,7 @@ void PdfCharacterDevice::UseStyle(const GfxState& state) {
         return;
     style_known_ = true;
     UseFont(state);
-    GfxRGB rgb;
+    GfxRGB rgb{};
     if (state.getRender() % 4 == kStrokeMode)
         state.getStrokeRGB(&rgb);
     else
@@ -269,6 +269,7 @@ PdfCharacter PdfCharacterDevice::Placed(const GfxState& state, double x, double 
     return place;
 }
 
+// NOLINTNEXTLINE(readability-function-size): poppler's signature
 void PdfCharacterDevice::drawChar(GfxState* state, double x, double y, double dx, double dy,
                                   double /*origin_x*/, double /*origin_y*/, CharCode code,
                                   int /*bytes*/, const Unicode* letters, int count) {
@@ -334,7 +335,7 @@ void PdfCharacterDevice::beginActualText(GfxState* /*state*/, const GooString* t
     Unicode* letters = nullptr;
     const int count = TextStringToUCS4(text->toStr(), &letters);
     for (int index = 0; index < std::min(count, kMaxReplacement); ++index)
-        replacement_.text += letters[index];
+        replacement_.text += static_cast<char32_t>(letters[index]);
     gfree(letters);
 }
 
@@ -364,7 +365,7 @@ void PdfCharacterDevice::stroke(GfxState* state) {
 }
 
 void PdfCharacterDevice::PaintPath(const GfxState& state) {
-    GfxRGB rgb;
+    GfxRGB rgb{};
     state.getFillRGB(&rgb);
     const bool white = IsWhite(ColorOf(rgb));
     if (state.getFillOpacity() <= 0)
@@ -390,6 +391,7 @@ void PdfCharacterDevice::PaintClip(const GfxState& state) {
     cells_.Paint(ClipOf(state), false);
 }
 
+// NOLINTNEXTLINE(readability-function-size): poppler's signature
 bool PdfCharacterDevice::tilingPatternFill(GfxState* state, Gfx* /*gfx*/, Catalog* /*catalog*/,
                                            GfxTilingPattern* /*pattern*/, const double* /*matrix*/,
                                            int /*x0*/, int /*y0*/, int /*x1*/, int /*y1*/,
@@ -431,6 +433,7 @@ void PdfCharacterDevice::PaintImage(const GfxState& state) {
     cells_.Paint(Common(BoxOf(x0, y0, x1, y1), ClipOf(state)), false);
 }
 
+// NOLINTNEXTLINE(readability-function-size): poppler's signature
 void PdfCharacterDevice::drawImageMask(GfxState* state, Object* reference, Stream* stream,
                                        int width, int height, bool invert, bool interpolate,
                                        bool inline_image) {
@@ -439,6 +442,7 @@ void PdfCharacterDevice::drawImageMask(GfxState* state, Object* reference, Strea
                              inline_image);
 }
 
+// NOLINTNEXTLINE(readability-function-size): poppler's signature
 void PdfCharacterDevice::drawImage(GfxState* state, Object* reference, Stream* stream, int width,
                                    int height, GfxImageColorMap* colors, bool interpolate,
                                    const int* mask_colors, bool inline_image) {

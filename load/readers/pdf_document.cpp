@@ -174,6 +174,7 @@ PdfFile OpenPdf(std::string_view bytes, const PdfPasswords& passwords, ReadEnd& 
     }
     try {
         PrepareLibrary();
+        // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the document owns its stream
         return Opened(bytes, passwords, end);
     } catch (...) {
         end = EndOfException();

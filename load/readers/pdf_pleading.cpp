@@ -61,6 +61,7 @@ void KeepMargin(std::vector<Number>& numbers) {
     if (numbers.empty())
         return;
     std::vector<float> ends;
+    ends.reserve(numbers.size());
     for (const Number& number : numbers)
         ends.push_back(number.x1);
     const auto middle = ends.begin() + static_cast<std::ptrdiff_t>(ends.size() / 2);

@@ -108,21 +108,27 @@ class Grouping {
         std::size_t rows = 0;
         std::size_t end = first;
         for (std::size_t index = first; index < lines_.size(); ++index) {
-            const bool far = index > first && Pitch(index) > kFarthestRow * Size(lines_[index]);
-            Columns before = columns_;
-            if (far || (index > first && IsRuledTwice(index)) || lines_[index].is_list_item ||
-                !columns_.Add(lines_[index].segments))
+            const std::size_t columns = columns_.Count();
+            if (EndsTable(index, first) || !columns_.Add(lines_[index].segments))
                 break;
             const bool row = IsRowOfCells(index);
             const bool wrapped = index == end && Pitch(index) <= kTightest * Size(lines_[index]) &&
-                                 columns_.Count() == before.Count();
+                                 columns_.Count() == columns;
             rows += row ? 1U : 0U;
-            if (row || wrapped)
-                end = index + 1;
-            kept_ = row || wrapped ? columns_ : kept_;
+            if (!row && !wrapped)
+                continue;
+            end = index + 1;
+            kept_ = columns_;
         }
         columns_ = kept_;
         return rows >= kFewestRows ? end : first;
+    }
+
+    bool EndsTable(std::size_t line, std::size_t first) const {
+        if (lines_[line].is_list_item)
+            return true;
+        return line > first &&
+               (Pitch(line) > kFarthestRow * Size(lines_[line]) || IsRuledTwice(line));
     }
 
     float Pitch(std::size_t line) const {

@@ -33,6 +33,7 @@ class ShadowlessDevice : public TextOutputDev {
         TextOutputDev::startPage(page, state, xref);
     }
 
+    // NOLINTNEXTLINE(readability-function-size): poppler's signature
     void drawChar(GfxState* state, double x, double y, double dx, double dy, double origin_x,
                   double origin_y, CharCode code, int bytes, const Unicode* letters,
                   int count) override {
