@@ -162,6 +162,9 @@ TEST(OdtReader, NumbersListsAndHeadings) {
         {
             {"levels", open + ">" + item("a") + nested + item("f") + "</text:list>",
              "3.>a|4.>b|c|(4.a)>d|(4.b)>e|5.>f|"},
+            {"an inner list begins anew in each item",
+             open + ">" + nested + nested + "</text:list>",
+             "3.>b|c|(3.a)>d|(3.b)>e|4.>b|c|(4.a)>d|(4.b)>e|"},
             {"a header has no number",
              open + "><text:list-header><text:p>h</text:p></text:list-header>" + item("a") +
                  "</text:list>",
