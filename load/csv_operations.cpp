@@ -123,7 +123,32 @@ std::string csvPadForFixedLengthFields(std::string_view utf8, std::size_t length
     return out;
 }
 
+namespace {
+
+bool IsControl(char character) {
+    return static_cast<unsigned char>(character) < 0x20 && character != '\t';
+}
+
+// True for text that the operations themselves wrote and that holds no quoted field: no control
+// character but whole line ends.
+bool HasNothingToRemove(std::string_view utf8) {
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        if (utf8[i] == '"')
+            return false;
+        if (!IsControl(utf8[i]))
+            continue;
+        if (utf8[i] != '\r' || i + 1 == utf8.size() || utf8[i + 1] != '\n')
+            return false;
+        ++i;
+    }
+    return utf8.empty() || utf8.back() == '\n';
+}
+
+}  // namespace
+
 std::string csvRemoveControlCharacters(std::string_view utf8, CsvDialect dialect) {
+    if (dialect == CsvDialect{} && HasNothingToRemove(utf8))
+        return std::string(utf8);
     std::string out;
     out.reserve(utf8.size());
     CsvWriter writer(out);
@@ -132,6 +157,10 @@ std::string csvRemoveControlCharacters(std::string_view utf8, CsvDialect dialect
     std::string clean;
     while (reader.Next(fields)) {
         for (const std::string_view field : fields) {
+            if (std::none_of(field.begin(), field.end(), IsControl)) {
+                writer.Field(field);
+                continue;
+            }
             clean.clear();
             for (std::size_t i = 0; i < field.size(); ++i) {
                 const auto byte = static_cast<unsigned char>(field[i]);

@@ -251,9 +251,11 @@ ReadEnd XmlScanner::Fault() const {
 
 void AppendDecoded(std::string_view raw, std::string& out) {
     while (true) {
-        const std::size_t special = raw.find_first_of("&\r");
+        std::size_t special = 0;
+        while (special < raw.size() && raw[special] != '&' && raw[special] != '\r')
+            ++special;
         out += raw.substr(0, special);
-        if (special == std::string_view::npos)
+        if (special == raw.size())
             return;
         raw.remove_prefix(special);
         if (raw[0] == '\r') {
