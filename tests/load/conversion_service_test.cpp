@@ -1,0 +1,97 @@
+#include "load/conversion_service.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/loader_fixture.h"
+
+namespace zorvane {
+namespace {
+
+class ConversionServiceTest : public LoaderFixture {
+  protected:
+    ConversionMessage Job(std::string_view name, std::string_view bytes) {
+        return {{"kind", "word"},
+                {"source", system_.folder.Write(name, bytes)},
+                {"target", system_.folder.Path(std::string(name) + ".out")},
+                {"format", "2"}};
+    }
+    ConversionService service_{system_.platform};
+};
+
+TEST_F(ConversionServiceTest, ExplainsEveryErrorWithTheFile) {
+    for (std::int32_t code = 1; code <= static_cast<std::int32_t>(ReadError::TimedOut); ++code) {
+        SCOPED_TRACE(code);
+        const auto error = static_cast<ReadError>(code);
+        const std::string text = Explain({error, "detail\nmore", {}}, "a.docx");
+        EXPECT_TRUE(text.starts_with("a.docx: ")) << text;
+        EXPECT_EQ(text.find('\n'), std::string::npos) << "one line";
+        EXPECT_EQ(text.find("detail") != std::string::npos, error != ReadError::PasswordNeeded);
+    }
+    EXPECT_EQ(Explain({}, "a.docx"), "");
+}
+
+TEST_F(ConversionServiceTest, LeavesNoTargetAfterAFailure) {
+    const ConversionMessage job = Job("a.docx", "PK\x03\x04 broken");
+    EXPECT_EQ(service_.Run(job, {}).error, ReadError::Damaged);
+    EXPECT_FALSE(std::filesystem::exists(std::string(TextOf(job, "target"))));
+    ConversionMessage unwritable = Job("b.html", "<p>x</p>");
+    unwritable["target"] = system_.folder.Path("none/out");
+    EXPECT_EQ(service_.Run(unwritable, {}).error, ReadError::CannotWrite);
+    ConversionMessage vanished = Job("c.html", "<p>x</p>");
+    std::filesystem::remove(system_.folder.Path("c.html"));
+    EXPECT_EQ(service_.Run(vanished, {}).error, ReadError::CannotOpen);
+}
+
+TEST_F(ConversionServiceTest, ACancelEndsAtOnce) {
+    std::string page;
+    for (int i = 0; i < 400000; ++i)
+        page += "<p>a paragraph</p>";
+    const ConversionMessage job = Job("a.html", page);
+    EXPECT_EQ(service_.Run(job, [](std::int32_t) { return false; }).error, ReadError::Cancelled);
+    EXPECT_FALSE(std::filesystem::exists(std::string(TextOf(job, "target"))));
+}
+
+TEST_F(ConversionServiceTest, SeveralFilesConvertAtOnce) {
+    constexpr int kFiles = 4;
+    std::vector<ConversionMessage> jobs;
+    for (int i = 0; i < kFiles; ++i)
+        jobs.push_back(Job(std::to_string(i) + ".html", "<p>page " + std::to_string(i) + "</p>"));
+    std::vector<ConverterProcess> processes(kFiles);
+    for (int i = 0; i < kFiles; ++i) {
+        jobs[static_cast<std::size_t>(i)]["name"] = "a.html";
+        ASSERT_TRUE(processes[static_cast<std::size_t>(i)].Start(ZORVANE_CONVERTER, {}));
+        processes[static_cast<std::size_t>(i)].Send(jobs[static_cast<std::size_t>(i)]);
+    }
+    for (int i = 0; i < kFiles; ++i) {
+        const ConversionAnswer answer =
+            processes[static_cast<std::size_t>(i)].Wait(std::chrono::seconds(30), {});
+        EXPECT_EQ(answer.end, ConversionEnd::Answered);
+        EXPECT_EQ(NumberOf(answer.values, "error"), 0);
+        EXPECT_EQ(system_.folder.Read(std::to_string(i) + ".html.out"),
+                  "page " + std::to_string(i) + "\r\n");
+    }
+}
+
+TEST_F(ConversionServiceTest, OneProcessServesRequestAfterRequest) {
+    ConverterProcess process;
+    ASSERT_TRUE(process.Start(ZORVANE_CONVERTER, {}));
+    for (const char* name : {"a.html", "b.html"}) {
+        process.Send(Job(name, "<p>" + std::string(name) + "</p>"));
+        EXPECT_EQ(process.Wait(std::chrono::seconds(30), {}).end, ConversionEnd::Answered);
+        EXPECT_EQ(system_.folder.Read(std::string(name) + ".out"), std::string(name) + "\r\n");
+    }
+    process.Send({{"kind", "nonsense"}, {"source", system_.folder.Path("a.html")}});
+    const ConversionAnswer answer = process.Wait(std::chrono::seconds(30), {});
+    EXPECT_EQ(static_cast<ReadError>(NumberOf(answer.values, "error")), ReadError::Unsupported);
+}
+
+TEST_F(ConversionServiceTest, WithoutAnOfficeSuiteItsFormatsAreRefused) {
+    setenv("ZORVANE_OFFICE", "none", 1);
+    EXPECT_FALSE(service_.OfficeInstalled());
+    const std::string binary = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1" + std::string(600, '\0');
+    EXPECT_EQ(service_.Run(Job("a.doc", binary), {}).error, ReadError::NeedsOffice);
+    unsetenv("ZORVANE_OFFICE");
+}
+
+}  // namespace
+}  // namespace zorvane
