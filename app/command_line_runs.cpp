@@ -143,8 +143,10 @@ void WriteReport(ProcessState& process, const CommandLineRequest& request,
     std::string file = request.sReportFile;
     const ReportResult result = viewer.CreateReport(
         file, static_cast<ReportType>(request.lReportType), request.lViewFormat);
-    if (result == ReportResult::Ok && request.bOpenReport)
-        OpenReport(process, request, file);
+    if (result != ReportResult::Ok || !request.bOpenReport)
+        return;
+    viewer.ShutDownAppsIfRequired(file);
+    OpenReport(process, request, file);
 }
 
 }  // namespace

@@ -142,6 +142,7 @@ class CompareRunner {
     }
 
     void Open(ReportType type, const std::string& file) {
+        viewer_.ShutDownAppsIfRequired(file);
         ShellOpen& shell = *process_.platform.shell;
         const Status opened = type == ReportType::Text ? shell.EditText(file) : shell.Open(file);
         if (!opened.ok())

@@ -13,7 +13,8 @@ constexpr const char* kNobodySees = "progress that cannot be shown is no loss";
 }  // namespace
 
 void TerminalWindow::ShowStatus(StatusPanel panel, const std::string& text) {
-    if (!show_progress_ || panel != StatusPanel::Main)
+    const bool progress = panel == StatusPanel::Main || panel == StatusPanel::Detail;
+    if (!show_progress_ || !progress || text.empty())
         return;
     const auto now = std::chrono::steady_clock::now();
     if (now - last_ < 100ms)

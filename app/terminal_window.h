@@ -8,8 +8,8 @@
 
 namespace zorvane {
 
-/// Shows what the main status panel says, at most ten times a second, when standard error is a
-/// terminal.
+/// Shows what the main and the detail status panel say, at most ten times a second, when standard
+/// error is a terminal.
 class TerminalWindow : public SilentWindow {
   public:
     explicit TerminalWindow(bool show_progress) : show_progress_(show_progress) {}

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/input_file.h"
+#include "app/terminal_window.h"
 #include "common/base/text_encoding.h"
 #include "common/log_message.h"
 #include "common/platform/files.h"
@@ -57,15 +58,17 @@ class TextRunner {
         ReadCompareFilesSettings(*process_.settings, kFirstViewer, settings);
         if (Status applied = ApplyLoadOptions(command_.load, options, settings); !applied.ok())
             return applied;
-        SilentWindow window;
+        TerminalWindow window(IsTerminal(Stream::Error));
         PerSide<clsMRU> recent_files;
         clsMRU extensions;
         extensions.Setup(kTextExtensions, *process_.settings,
                          std::string(kFirstViewer) + "TextFileExtensions", "txt,log,csv");
         clsRTBDocument document;
         document.Setup(editor_, *process_.platform.sound);
-        DocumentLoader loader({process_, options, settings, window, recent_files, extensions,
-                               [&document](EditorTarget) -> clsRTBDocument& { return document; }});
+        DocumentLoader loader(
+            {process_, options, settings, window, recent_files, extensions,
+             [&document](EditorTarget) -> clsRTBDocument& { return document; },
+             [&window](const std::string& text) { window.ShowStatus(StatusPanel::Detail, text); }});
         loaded_ = loader.LoadFileIntoEditor(file.value(), EditorTarget::Original) &&
                   !loader.bSlidesFailed;
         return Status::Ok();

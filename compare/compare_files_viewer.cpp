@@ -59,6 +59,12 @@ void frmCompareFiles::ReadIniFile() {
         LogMessage(process_, loaded.failure().reason);
 }
 
+void frmCompareFiles::ShutDownAppsIfRequired(const std::string& path) {
+    // One worker serves documents and sheets.
+    if (ExtensionContains(path, "XLS CSV DOC RTF"))
+        loader_.Page().putOptimizeForSpeed(false);
+}
+
 void frmCompareFiles::SaveIniFile() {
     if (sDescription_.empty())
         return;

@@ -45,6 +45,9 @@ class frmCompareFiles : private ReportSource {
 
     /// A slide deck could not be read: the run went on with an empty editor.
     bool SlidesFailed() const { return loader_.bSlidesFailed; }
+    /// Lets go of an office suite that stays for the next file, when `path` is of a type that the
+    /// user's own copy is about to open.
+    void ShutDownAppsIfRequired(const std::string& path);
 
     // ---- runs ----
     /// The Refresh button.
