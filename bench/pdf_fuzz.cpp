@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "load/readers/document_sink.h"
-#include "load/readers/pdf_reader.h"
+#include "load/readers/pdf/pdf_reader.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "bench/fuzz_package.h"
 #include "bench/strict_sink.h"
-#include "load/readers/slide_reader.h"
+#include "load/readers/slides/slide_reader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace zorvane;

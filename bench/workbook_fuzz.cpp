@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "load/readers/workbook.h"
+#include "load/readers/sheets/workbook.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
-#include "load/readers/compound_file.h"
-#include "load/readers/decrypt.h"
+#include "load/readers/crypto/compound_file.h"
+#include "load/readers/crypto/decrypt.h"
 
 namespace zorvane {
 namespace {

@@ -7,10 +7,10 @@
 #include "common/platform/mapped_file.h"
 #include "common/platform/native_path.h"
 #include "load/csv_operations.h"
-#include "load/readers/pdf_reader.h"
-#include "load/readers/slide_reader.h"
+#include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/sheets/workbook.h"
+#include "load/readers/slides/slide_reader.h"
 #include "load/readers/word_job.h"
-#include "load/readers/workbook.h"
 
 namespace zorvane {
 namespace {

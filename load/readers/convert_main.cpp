@@ -13,7 +13,7 @@
 
 #include "load/conversion_message.h"
 #include "load/readers/convert_jobs.h"
-#include "load/readers/office_worker.h"
+#include "load/readers/office/office_worker.h"
 #include "load/readers/sandbox.h"
 
 namespace {

@@ -5,9 +5,9 @@
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 #include "load/readers/content_kind.h"
-#include "load/readers/decrypt.h"
-#include "load/readers/pdf_reader.h"
-#include "load/readers/word_readers.h"
+#include "load/readers/crypto/decrypt.h"
+#include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/word/word_readers.h"
 
 namespace zorvane {
 namespace {

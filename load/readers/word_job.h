@@ -7,8 +7,8 @@
 #include "load/conversion_message.h"
 #include "load/readers/document_sink.h"
 #include "load/readers/reader.h"
-#include "load/readers/slide_reader.h"
-#include "load/readers/workbook.h"
+#include "load/readers/sheets/workbook.h"
+#include "load/readers/slides/slide_reader.h"
 
 namespace zorvane {
 

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "load/readers/pdf_letters.h"
-#include "load/readers/pdf_lines.h"
-#include "load/readers/pdf_page.h"
+#include "load/readers/pdf/pdf_letters.h"
+#include "load/readers/pdf/pdf_lines.h"
+#include "load/readers/pdf/pdf_page.h"
 
 namespace zorvane::test_pdf {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "load/readers/workbook.h"
+#include "load/readers/sheets/workbook.h"
 
 namespace zorvane {
 

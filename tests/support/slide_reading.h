@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "load/readers/slide_reader.h"
+#include "load/readers/slides/slide_reader.h"
 
 namespace zorvane {
 

@@ -1,8 +1,8 @@
-#include "load/readers/cell_reference.h"
+#include "load/readers/sheets/cell_reference.h"
 
 #include <gtest/gtest.h>
 
-#include "load/readers/merged_cells.h"
+#include "load/readers/sheets/merged_cells.h"
 
 namespace zorvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "load/readers/decrypt.h"
+#include "load/readers/crypto/decrypt.h"
 
 #include <fstream>
 #include <random>

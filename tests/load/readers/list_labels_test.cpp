@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "load/readers/list_numbers.h"
-#include "load/readers/slide_symbols.h"
-#include "load/readers/word_readers.h"
+#include "load/readers/symbol_fonts.h"
+#include "load/readers/word/word_readers.h"
 #include "tests/support/shown_document.h"
 #include "tests/support/word_file.h"
 

@@ -1,4 +1,4 @@
-#include "load/readers/mime.h"
+#include "load/readers/html/mime.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "load/readers/number_format.h"
+#include "load/readers/sheets/number_format.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "load/readers/office.h"
+#include "load/readers/office/office.h"
 
 #include <algorithm>
 #include <chrono>
@@ -16,9 +16,9 @@
 #include <gtest/gtest.h>
 
 #include "load/conversion_message.h"
-#include "load/readers/office_files.h"
-#include "load/readers/office_password.h"
-#include "load/readers/office_worker.h"
+#include "load/readers/office/office_files.h"
+#include "load/readers/office/office_password.h"
+#include "load/readers/office/office_worker.h"
 #include "load/readers/package.h"
 #include "load/readers/sandbox.h"
 #include "tests/support/compound_bytes.h"

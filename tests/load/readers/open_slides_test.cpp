@@ -7,7 +7,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
-#include "load/readers/open_styles.h"
+#include "load/readers/slides/open_styles.h"
 #include "tests/support/slide_reading.h"
 #include "tests/support/zip_file.h"
 

@@ -4,11 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/pdf_fonts.h"
-#include "load/readers/pdf_line_join.h"
-#include "load/readers/pdf_lines.h"
-#include "load/readers/pdf_order.h"
-#include "load/readers/pdf_running.h"
+#include "load/readers/pdf/pdf_fonts.h"
+#include "load/readers/pdf/pdf_line_join.h"
+#include "load/readers/pdf/pdf_lines.h"
+#include "load/readers/pdf/pdf_order.h"
+#include "load/readers/pdf/pdf_running.h"
 #include "tests/support/pdf_page_maker.h"
 
 namespace zorvane {

@@ -12,7 +12,7 @@
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 #include "load/readers/document_sink.h"
-#include "load/readers/pdf_reader.h"
+#include "load/readers/pdf/pdf_reader.h"
 #include "tests/support/pdf_file.h"
 
 namespace zorvane {

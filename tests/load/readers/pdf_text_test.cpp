@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/pdf_letters.h"
-#include "load/readers/pdf_reader.h"
+#include "load/readers/pdf/pdf_letters.h"
+#include "load/readers/pdf/pdf_reader.h"
 #include "tests/support/pdf_file.h"
 
 namespace zorvane {

@@ -1,4 +1,4 @@
-#include "load/readers/row_writer.h"
+#include "load/readers/word/row_writer.h"
 
 #include <string>
 

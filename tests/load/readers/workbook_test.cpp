@@ -1,4 +1,4 @@
-#include "load/readers/workbook.h"
+#include "load/readers/sheets/workbook.h"
 
 #include <chrono>
 #include <filesystem>

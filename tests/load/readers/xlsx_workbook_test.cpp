@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "load/readers/workbook.h"
+#include "load/readers/sheets/workbook.h"
 #include "tests/support/encrypted_package.h"
 #include "tests/support/shown_workbook.h"
 #include "tests/support/xlsx_file.h"

@@ -1,0 +1,20 @@
+// Two lines of one text.
+#pragma once
+
+#include <vector>
+
+#include "load/readers/pdf/pdf_lines.h"
+
+namespace zorvane {
+
+bool IsPdfHyphen(char32_t letter);
+
+/// Cased letters of the scripts of Europe; enough to tell whether a sentence goes on.
+bool IsPdfLowerCase(char32_t letter);
+
+/// Puts `next` behind `letters`: with a blank between them, or as one word. A hyphen goes only
+/// when `connect_hyphens` is set and the next line begins in lower case; a soft one always.
+void JoinLetters(std::vector<PdfLetter>& letters, const std::vector<PdfLetter>& next,
+                 bool connect_hyphens);
+
+}  // namespace zorvane

@@ -1,0 +1,64 @@
+// The PDF readers of zorvane-convert: each call goes to the module, which lies beside the program
+// or in ../lib/zorvane.
+#include <dlfcn.h>
+#include <filesystem>
+#include <string>
+
+#include "load/readers/pdf/pdf_module.h"
+
+namespace zorvane {
+namespace {
+
+void* OpenModule(std::string& fault) {
+    std::error_code error;
+    const std::filesystem::path folder =
+        std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    for (const std::filesystem::path& place :
+         {folder / kPdfModuleFile, folder / "../lib/zorvane" / kPdfModuleFile}) {
+        // Never closed: the readers live as long as the process.
+        if (void* module = dlopen(place.c_str(), RTLD_NOW | RTLD_LOCAL))
+            return module;
+        const char* reason = dlerror();
+        if (fault.empty())
+            fault = reason == nullptr ? "it cannot be loaded" : reason;
+    }
+    return nullptr;
+}
+
+const PdfModule* Module(std::string& fault) {
+    void* module = OpenModule(fault);
+    void* entry = module == nullptr ? nullptr : dlsym(module, kPdfModuleEntry);
+    return entry == nullptr ? nullptr : reinterpret_cast<PdfModuleEntry>(entry)();
+}
+
+template <class Call>
+ReadEnd WithModule(Call&& call) {
+    std::string fault;
+    const PdfModule* module = Module(fault);
+    if (module == nullptr)
+        return ReadEnd::Fault(ReadError::NotStarted, fault);
+    return call(*module);
+}
+
+}  // namespace
+
+ReadEnd CountPdfPages(std::string_view bytes, const PdfPasswords& passwords, std::int32_t& pages) {
+    return WithModule(
+        [&](const PdfModule& module) { return module.count_pages(bytes, passwords, pages); });
+}
+
+ReadEnd ReadPdfText(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
+                    double max_delta_x, std::string& text, ReadMonitor& monitor) {
+    return WithModule([&](const PdfModule& module) {
+        return module.read_text(bytes, passwords, pages, max_delta_x, text, monitor);
+    });
+}
+
+ReadEnd ReadPdfRich(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
+                    const PdfRichOptions& options, DocumentSink& sink, ReadMonitor& monitor) {
+    return WithModule([&](const PdfModule& module) {
+        return module.read_rich(bytes, passwords, pages, options, sink, monitor);
+    });
+}
+
+}  // namespace zorvane

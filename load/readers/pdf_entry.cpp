@@ -1,7 +1,0 @@
-#include "load/readers/pdf_module.h"
-
-extern "C" __attribute__((visibility("default"))) const zorvane::PdfModule* ZorvanePdfModule() {
-    static constexpr zorvane::PdfModule kModule{&zorvane::CountPdfPages, &zorvane::ReadPdfText,
-                                                &zorvane::ReadPdfRich};
-    return &kModule;
-}

@@ -1,0 +1,100 @@
+// The walk through an OpenDocument text, from its elements to paragraphs.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "load/readers/package.h"
+#include "load/readers/word/odt_lists.h"
+#include "load/readers/word/odt_styles.h"
+#include "load/readers/word/row_writer.h"
+#include "load/readers/xml_part.h"
+
+namespace zorvane {
+
+/// Frames, drawings and what else may hold text of its own.
+bool IsOdtShape(std::string_view local_name);
+
+class OdtBody {
+  public:
+    OdtBody(Package& package, RowWriter& writer, ReadMonitor& monitor)
+        : package_(package), writer_(writer), monitor_(monitor) {}
+
+    /// The paragraphs, lists, tables, ... that are children of `parent`.
+    void Blocks(const pugi::xml_node& parent, OdtStyles& styles);
+    /// Names of the master pages in the order of their first use.
+    const std::vector<std::string>& MasterPages() const { return master_pages_; }
+    /// The text begins on a page that no style names.
+    bool StartsOnDefaultPage() const { return starts_on_default_; }
+    ReadError Error() const { return error_; }
+
+  private:
+    struct ListPlace {
+        const OdtListStyle* style = nullptr;
+        OdtCounters* counters = nullptr;
+        std::size_t level = 0;
+        bool label_waits = false;
+        std::optional<std::int32_t> start;
+    };
+    /// What a paragraph has shown so far.
+    struct Line {
+        OdtChars base;
+        bool blank_waits = false;
+        bool has_text = false;  ///< white space in front of the text is not shown
+        CharFormat blank_format;
+    };
+
+    bool Enter();
+    void Block(const pugi::xml_node& node);
+    void Container(const pugi::xml_node& node);
+    void Paragraph(const pugi::xml_node& node, bool heading);
+    void Label(const pugi::xml_node& node, bool heading, const OdtParagraph& style,
+               ParagraphFormat& format, std::string& label);
+    void List(const pugi::xml_node& node);
+    void ListItems(const pugi::xml_node& node);
+    void Table(const pugi::xml_node& table);
+    void TableRows(const pugi::xml_node& parent);
+    void Row(const pugi::xml_node& row);
+    void Cells(const pugi::xml_node& row);
+    void Cell(const pugi::xml_node& cell);
+    void Shape(const pugi::xml_node& shape);
+    void Inline(const pugi::xml_node& parent, const OdtChars& chars);
+    void InlineElement(const pugi::xml_node& node, const OdtChars& chars);
+    void Span(const pugi::xml_node& node, bool link, const OdtChars& chars);
+    bool Blank(const pugi::xml_node& node, std::string_view name, const OdtChars& chars);
+    void Note(const pugi::xml_node& note, const OdtChars& chars);
+    void Formula(const pugi::xml_node& frame, const OdtChars& chars);
+    void Ruby(const pugi::xml_node& ruby, const OdtChars& chars);
+    void Characters(std::string_view text, const OdtChars& chars);
+    void AddWord(std::string_view word, const OdtChars& chars);
+    void Exact(std::string_view text, const OdtChars& chars);
+    void TakeBlank();
+    void Anchored(std::size_t from);
+    void UseMasterPage(const std::string& name);
+    std::int32_t Repeats(const pugi::xml_node& node, std::string_view attribute, bool filled);
+
+    Package& package_;
+    RowWriter& writer_;
+    ReadMonitor& monitor_;
+    OdtStyles* styles_ = nullptr;
+    OdtLists lists_;
+    OdtCounters outline_;
+    ListPlace list_;
+    Line line_;
+    std::string scratch_;
+    std::vector<pugi::xml_node> anchored_;  ///< shown behind the paragraph
+    std::vector<std::string> master_pages_;
+    ReadError error_ = ReadError::None;
+    int depth_ = 0;
+    int entered_ = 0;  ///< counts up to the next word to the monitor
+    std::int64_t done_ = 0;
+    std::int64_t total_ = 1;
+    std::int32_t repeats_left_ = 100'000;
+    std::int32_t formulas_left_ = 1000;
+    bool in_note_ = false;
+    bool starts_on_default_ = false;
+    bool started_ = false;
+};
+
+}  // namespace zorvane
