@@ -121,6 +121,7 @@ void frmCompareFiles::Refresh() {
 }
 
 bool frmCompareFiles::LoadBoth(Reload reload) {
+    loader_.Expect(Side::Original, options_.sFileOriginal.Data(), reload);
     for (const Side side : {Side::Modified, Side::Original}) {
         std::string file =
             side == Side::Original ? options_.sFileOriginal.Data() : options_.sFileModified.Data();

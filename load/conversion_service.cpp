@@ -96,20 +96,61 @@ std::string ConversionService::Program() const {
     return platform_.folders->ProgramFolder() + "/zorvane-convert";
 }
 
-ConversionResult ConversionService::RunOnce(const ConversionMessage& job,
-                                            const ConversionObserver& observer) {
+Milliseconds ConversionService::StallOf(const ConversionMessage& job) {
+    return kBaseStall +
+           Milliseconds(SizeOf(std::string(TextOf(job, "source"))) / kBytesPerMillisecond);
+}
+
+bool ConversionService::StartOnce(const ConversionMessage& job, ConverterProcess& process) {
     ConversionMessage request = job;
     const std::string source(TextOf(job, "source"));
-    const std::uint64_t size = SizeOf(source);
+    const std::uint64_t memory = kBaseMemory + SizeOf(source) * kMemoryPerByte;
     request["source"] = NativePath(source);
     request["locale"] = platform_.locale->EncodingName();
-    request["memory"] = std::to_string(std::min(kBaseMemory + size * kMemoryPerByte, kMostMemory));
+    request["memory"] = std::to_string(std::min(memory, kMostMemory));
     request.try_emplace("name", source);
-    ConverterProcess process;
     if (!process.Start(Program(), {}))
-        return {ReadError::NotStarted, {}, {}};
+        return false;
     process.Send(request);
-    return ResultOf(process.Wait(kBaseStall + Milliseconds(size / kBytesPerMillisecond), observer));
+    return true;
+}
+
+void ConversionService::Expect(ConversionMessage job) {
+    expected_.reset();
+    const Result<std::string> target = platform_.temp_files->NewName("ahead", "tmp");
+    if (!target.ok())
+        return;  // the request will be carried out when it is asked for
+    auto expected = std::make_unique<Expected>();
+    expected->target = target.value();
+    job["target"] = expected->target;
+    if (!StartOnce(job, expected->process))
+        return;
+    job.erase("target");
+    expected->job = std::move(job);
+    expected_ = std::move(expected);
+}
+
+std::optional<ConversionResult> ConversionService::TakeExpected(
+    const ConversionMessage& job, const ConversionObserver& observer) {
+    ConversionMessage wanted = job;
+    wanted.erase("target");
+    if (!expected_ || expected_->job != wanted)
+        return std::nullopt;
+    const std::unique_ptr<Expected> expected = std::move(expected_);
+    ConversionResult result = ResultOf(expected->process.Wait(StallOf(job), observer));
+    if (result.ok() && !MoveFileByCopy(expected->target, std::string(TextOf(job, "target"))).ok())
+        result.error = ReadError::CannotWrite;
+    return result;
+}
+
+ConversionResult ConversionService::RunOnce(const ConversionMessage& job,
+                                            const ConversionObserver& observer) {
+    if (std::optional<ConversionResult> expected = TakeExpected(job, observer))
+        return *expected;
+    ConverterProcess process;
+    if (!StartOnce(job, process))
+        return {ReadError::NotStarted, {}, {}};
+    return ResultOf(process.Wait(StallOf(job), observer));
 }
 
 ConversionResult ConversionService::Run(ConversionMessage job, const ConversionObserver& observer) {

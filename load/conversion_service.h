@@ -2,7 +2,10 @@
 // nothing else helps. One object for a viewer; its children end with it.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "common/platform/platform.h"
@@ -31,6 +34,9 @@ class ConversionService {
     /// reads goes through one first, when there is one. `job` as `RunJob` wants it, "source" as the
     /// user gave it.
     ConversionResult Run(ConversionMessage job, const ConversionObserver& observer);
+    /// Starts a request that `Run` will be asked for soon, so that it is carried out beside another
+    /// one. The job as `Run` will get it; its target does not matter. One at a time.
+    void Expect(ConversionMessage job);
     /// `format`: "docx", "xlsx", "pptx", "doc", ...
     ConversionResult ConvertByOffice(const std::string& source, const std::string& password,
                                      const std::string& target, const std::string& format,
@@ -42,6 +48,16 @@ class ConversionService {
     void SetOfficeStays(bool stays);
 
   private:
+    /// A request that is under way before it is asked for.
+    struct Expected {
+        ConversionMessage job;  ///< without a target
+        std::string target;
+        ConverterProcess process;
+    };
+    static std::chrono::milliseconds StallOf(const ConversionMessage& job);
+    bool StartOnce(const ConversionMessage& job, ConverterProcess& process);
+    std::optional<ConversionResult> TakeExpected(const ConversionMessage& job,
+                                                 const ConversionObserver& observer);
     ConversionResult RunOnce(const ConversionMessage& job, const ConversionObserver& observer);
     ConversionResult ThroughOffice(ConversionMessage job, const std::string& format,
                                    const ConversionObserver& observer);
@@ -50,6 +66,7 @@ class ConversionService {
 
     Platform& platform_;
     ConverterProcess office_;
+    std::unique_ptr<Expected> expected_;
     bool office_stays_ = false;
 };
 

@@ -12,6 +12,7 @@
 #include "common/process_state.h"
 #include "compare/document/rtf_reader.h"
 #include "load/csv_operations.h"
+#include "load/easy_converter.h"
 #include "load/file_kind.h"
 #include "load/pdf_conversion.h"
 #include "load/spreadsheet_preparation.h"
@@ -143,19 +144,38 @@ bool DocumentLoader::LoadSide(Side side, std::string& sFile, Reload reload) {
         return false;
     if (!bLoadingFromSkyDrive(sFile, page_.WordVersion()) && !bFileExists(sFile))
         return ReportMissing(sFile);
-    const bool optimize = parts_.options.bOptimizeFileLoading.Data();
-    if (optimize && reload == Reload::WhenChanged && !bForceReload[side]) {
-        const auto identity = IdentityOf(sFile);
-        if (identity && *identity == loaded_[side])
-            return true;
-    }
+    if (IsAsItWasLoaded(side, sFile, reload))
+        return true;
     RememberFile(side, sFile);
     if (!LoadFileIntoEditor(
             sFile, side == Side::Original ? EditorTarget::Original : EditorTarget::Modified))
         return false;
-    if (const auto identity = IdentityOf(sFile); identity && optimize)
+    if (const auto identity = IdentityOf(sFile);
+        identity && parts_.options.bOptimizeFileLoading.Data())
         loaded_[side] = *identity;
     return true;
+}
+
+bool DocumentLoader::IsAsItWasLoaded(Side side, const std::string& sFile, Reload reload) const {
+    if (!parts_.options.bOptimizeFileLoading.Data() || reload == Reload::Forced ||
+        bForceReload[side])
+        return false;
+    const std::optional<LoadedFileIdentity> identity = IdentityOf(sFile);
+    return identity && *identity == loaded_[side];
+}
+
+void DocumentLoader::Expect(Side side, const std::string& sFile, Reload reload) {
+    if (!bFileExists(sFile) || IsSpreadsheetName(sFile) || IsAsItWasLoaded(side, sFile, reload))
+        return;
+    if (TakesWordRoad(sFile)) {
+        const bool plain = parts_.options.bRemoveFormatting.Data();
+        word_.TakePasswords(PasswordsOf(parts_.options, side));
+        page_.Expect(sFile, plain ? WordFormat::PlainText : WordFormat::RichText);
+    } else if (ExtensionContains(sFile, "PDF") && !parts_.settings.bDoQuickTextExtraction &&
+               !parts_.settings.bBCLUsingPageRange) {
+        EasyConverter(service_, parts_.settings, {})
+            .Expect(sFile, parts_.settings.sBCLPasswordUser);
+    }
 }
 
 bool DocumentLoader::LoadFileIntoEditor(const std::string& sFile, EditorTarget target) {

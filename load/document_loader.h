@@ -83,6 +83,9 @@ class DocumentLoader {
     bool LoadModifiedFile(std::string& sFile, Reload reload) {
         return LoadSide(Side::Modified, sFile, reload);
     }
+    /// Starts the conversion of a side that is loaded next but one, so that both sides are
+    /// converted at once. Changes nothing else; a file that will not be converted is left alone.
+    void Expect(Side side, const std::string& sFile, Reload reload);
     bool LoadFileIntoEditor(const std::string& sFile, EditorTarget target);
     /// The bytes of an RTF or text file that stands for `sFile` in an editor; what needs no
     /// conversion is read once, so that a pipe serves too. Nothing after a failure, which has been
@@ -108,6 +111,7 @@ class DocumentLoader {
   private:
     bool SelectFile(Side side, std::string& sFile);
     bool ReportMissing(const std::string& sFile);
+    bool IsAsItWasLoaded(Side side, const std::string& sFile, Reload reload) const;
     std::optional<LoadedFileIdentity> IdentityOf(const std::string& sFile) const;
     void RememberFile(Side side, const std::string& sFile);
     std::optional<std::string> ReadForView(const std::string& sFile);

@@ -90,14 +90,24 @@ EasyError EasyConverter::CountPages(const std::string& sFile, const std::string&
     return Take(result, sFile);
 }
 
-EasyError EasyConverter::Convert(const std::string& sFile, const std::string& sTarget,
-                                 const std::string& sPassword, std::int32_t first,
-                                 std::int32_t last) {
+ConversionMessage EasyConverter::RichJob(const std::string& sFile, const std::string& sTarget,
+                                         const std::string& sPassword, std::int32_t first,
+                                         std::int32_t last) const {
     ConversionMessage job = Job("pdfrich", sFile, sPassword);
     job["target"] = sTarget;
     job["first"] = std::to_string(first);
     job["last"] = std::to_string(last);
-    return Take(service_.Run(std::move(job), observer_), sFile);
+    return job;
+}
+
+void EasyConverter::Expect(const std::string& sFile, const std::string& sPassword) {
+    service_.Expect(RichJob(sFile, {}, sPassword, 0, 0));
+}
+
+EasyError EasyConverter::Convert(const std::string& sFile, const std::string& sTarget,
+                                 const std::string& sPassword, std::int32_t first,
+                                 std::int32_t last) {
+    return Take(service_.Run(RichJob(sFile, sTarget, sPassword, first, last), observer_), sFile);
 }
 
 std::string ReportBCLError(EasyError error) {

@@ -37,10 +37,15 @@ class EasyConverter {
     /// Pages 0 and 0: all. The target is written whole or not at all.
     EasyError Convert(const std::string& sFile, const std::string& sTarget,
                       const std::string& sPassword, std::int32_t first, std::int32_t last);
+    /// Starts a conversion that will be asked for soon.
+    void Expect(const std::string& sFile, const std::string& sPassword);
     /// The reader's own words on the last failure.
     const std::string& ErrorDetail() const { return detail_; }
 
   private:
+    ConversionMessage RichJob(const std::string& sFile, const std::string& sTarget,
+                              const std::string& sPassword, std::int32_t first,
+                              std::int32_t last) const;
     ConversionMessage Job(const char* kind, const std::string& sFile,
                           const std::string& sPassword) const;
     EasyError Take(const ConversionResult& result, const std::string& sFile);

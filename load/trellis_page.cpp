@@ -101,12 +101,22 @@ ConversionResult NativeTrellisPage::Convert(const std::string& sFile, const std:
             return {};
         }
     }
-    return service_.Run({{"kind", "word"},
-                         {"source", sFile},
-                         {"target", sTarget},
-                         {"format", std::to_string(static_cast<std::int32_t>(lFormat))},
-                         {"password", Password()}},
-                        observer_);
+    return service_.Run(Job(sFile, sTarget, lFormat), observer_);
+}
+
+ConversionMessage NativeTrellisPage::Job(const std::string& sFile, const std::string& sTarget,
+                                         WordFormat lFormat) const {
+    return {{"kind", "word"},
+            {"source", sFile},
+            {"target", sTarget},
+            {"format", std::to_string(static_cast<std::int32_t>(lFormat))},
+            {"password", Password()}};
+}
+
+void NativeTrellisPage::Expect(const std::string& sFile, WordFormat lFormat) {
+    const Result<std::string> bytes = ReadWholeFile(sFile);
+    if (bytes.ok() && !IsReadHere(bytes.value(), sFile))
+        service_.Expect(Job(sFile, {}, lFormat));
 }
 
 // An office suite writes the document from rich text, whatever the source is.

@@ -55,6 +55,9 @@ class NativeTrellisPage : public TrellisPage {
     void putOptimizeForSpeed(bool keep) override { service_.SetOfficeStays(keep); }
     WordResult OpenWordSaveAs(const std::string& sFile, const std::string& sTarget,
                               WordFormat lFormat) override;
+    /// Starts a conversion to plain or rich text that will be asked for soon, with the passwords as
+    /// they stand; nothing for a file that is read in this process.
+    void Expect(const std::string& sFile, WordFormat lFormat);
     void HideWordIfVisible() override {}  // nothing that could show is ever started
     std::string ErrorString() const override { return error_; }
 
@@ -62,6 +65,8 @@ class NativeTrellisPage : public TrellisPage {
     ConversionResult SaveAsDocument(const std::string& sFile, const std::string& sTarget);
     ConversionResult Convert(const std::string& sFile, const std::string& sTarget,
                              WordFormat lFormat);
+    ConversionMessage Job(const std::string& sFile, const std::string& sTarget,
+                          WordFormat lFormat) const;
     std::string Password() const;
 
     Platform& platform_;

@@ -17,6 +17,13 @@ bool WordConversion::CheckVersion() const {
     return false;
 }
 
+void WordConversion::TakePasswords(const WordPasswords& passwords) {
+    page.InputFile_PassWord = passwords[0];
+    page.InputFile_PassWord_TW = passwords[1];
+    page.InputFileTemplate_PassWord = passwords[2];
+    page.InputFileTemplate_PassWord_TW = passwords[3];
+}
+
 bool WordConversion::ConverterWordDoc(const std::string& sFile, const std::string& sTarget,
                                       WordFormat lFormat, const WordPasswords& passwords) {
     if (!CheckVersion())
@@ -27,10 +34,7 @@ bool WordConversion::ConverterWordDoc(const std::string& sFile, const std::strin
         if (!process.gbCommandLineRunning && restart_time_count)
             restart_time_count();
     }
-    page.InputFile_PassWord = passwords[0];
-    page.InputFile_PassWord_TW = passwords[1];
-    page.InputFileTemplate_PassWord = passwords[2];
-    page.InputFileTemplate_PassWord_TW = passwords[3];
+    TakePasswords(passwords);
     const WordResult result = page.OpenWordSaveAs(sFile, sTarget, lFormat);
     page.HideWordIfVisible();
     ReportTrellisPageError(result, sFile);

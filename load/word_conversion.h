@@ -24,6 +24,7 @@ struct WordConversion {
     /// True when the target is written. The cause of a failure has been logged.
     bool ConverterWordDoc(const std::string& sFile, const std::string& sTarget, WordFormat lFormat,
                           const WordPasswords& passwords);
+    void TakePasswords(const WordPasswords& passwords);
     /// The log of a result other than 0.
     void ReportTrellisPageError(WordResult result, const std::string& sFile);
     /// The reason of the last failure as far as its log has not told it yet.

@@ -72,6 +72,19 @@ TEST_F(ConversionServiceTest, SeveralFilesConvertAtOnce) {
     }
 }
 
+TEST_F(ConversionServiceTest, ARequestThatWasExpectedIsUnderWayAlready) {
+    const ConversionMessage job = Job("a.html", "<p>text</p>");
+    ConversionMessage other = job;
+    other["format"] = "8";
+    service_.Expect(job);
+    EXPECT_TRUE(service_.Run(other, {}).ok()) << "another request is carried out by itself";
+    EXPECT_NE(system_.folder.Read("a.html.out").find("text</span>"), std::string::npos);
+    std::filesystem::remove(system_.folder.Path("program/zorvane-convert"));
+    EXPECT_TRUE(service_.Run(job, {}).ok()) << "no second start is needed";
+    EXPECT_EQ(system_.folder.Read("a.html.out"), "text\r\n");
+    EXPECT_EQ(service_.Run(job, {}).error, ReadError::NotStarted) << "it is expected once";
+}
+
 TEST_F(ConversionServiceTest, OneProcessServesRequestAfterRequest) {
     ConverterProcess process;
     ASSERT_TRUE(process.Start(ZORVANE_CONVERTER, {}));
