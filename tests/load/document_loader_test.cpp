@@ -10,6 +10,7 @@
 
 #include "common/base/text_encoding.h"
 #include "tests/support/loader_fixture.h"
+#include "tests/support/pdf_file.h"
 
 namespace zorvane {
 namespace {
@@ -149,6 +150,28 @@ TEST_F(DocumentLoaderTest, TellsWhenTheConverterIsMissing) {
     std::filesystem::remove(system_.folder.Path("program/zorvane-convert"));
     EXPECT_FALSE(Load("a.html", "<b>x</b>"));
     EXPECT_NE(Log().find("zorvane-convert is missing"), std::string::npos) << Log();
+}
+
+TEST_F(DocumentLoaderTest, ASideThatIsExpectedIsConvertedBesideTheOther) {
+    const std::string page = system_.folder.Write("a.html", "<p>page</p>");
+    const std::string pdf =
+        system_.folder.Write("a.pdf", test_pdf::MakePdf(test_pdf::Line(72, 700, "paper")));
+    for (const auto& [file, text] : {std::pair(page, "page"), std::pair(pdf, "paper")}) {
+        SCOPED_TRACE(file);
+        loader_.Expect(Side::Original, file, Reload::WhenChanged);
+        // A conversion that is under way needs no second start.
+        std::filesystem::remove(system_.folder.Path("program/zorvane-convert"));
+        EXPECT_TRUE(Load(file)) << Log();
+        EXPECT_EQ(Trim(Text()), text);
+        std::filesystem::create_symlink(ZORVANE_CONVERTER,
+                                        system_.folder.Path("program/zorvane-convert"));
+    }
+    // Nothing is expected of what is not converted, is missing or is as it was loaded.
+    for (const std::string& file :
+         {pdf, system_.folder.Path("none.docx"), system_.folder.Write("a.txt", "text")})
+        loader_.Expect(Side::Original, file, Reload::WhenChanged);
+    EXPECT_EQ(Trim(Text()), "paper");
+    EXPECT_EQ(Log(), "");
 }
 
 TEST_F(DocumentLoaderTest, ADeckThatCannotBeReadIsLoggedAndLeavesAnEmptyEditor) {
