@@ -1,8 +1,10 @@
 #include "app/input_file.h"
 
+#include <filesystem>
 #include <string_view>
 
 #include "common/platform/files.h"
+#include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
 #include "compare/document/rtf_reader.h"
@@ -31,17 +33,21 @@ Status OpenSettingsFile(ProcessState& process, const std::string& file) {
 }
 
 Result<std::string> InputFile(ProcessState& process, const std::string& given) {
-    if (given != "-") {
+    const bool input = given == "-";
+    if (!input) {
         const Status readable = CheckReadable(given);
         if (!readable.ok())
             return readable.failure();
-        return given;
+        std::error_code error;
+        if (std::filesystem::is_regular_file(NativePath(given), error))
+            return given;
     }
-    const Result<std::string> bytes = ReadStandardInput();
+    const Result<std::string> bytes = input ? ReadStandardInput() : ReadWholeFile(given);
     if (!bytes.ok())
         return bytes;
-    Result<std::string> name =
-        process.platform.temp_files->NewName("stdin", ExtensionFor(bytes.value()));
+    const std::string own = input ? std::string() : std::string(ExtensionOf(given));
+    Result<std::string> name = process.platform.temp_files->NewName(
+        "input", own.empty() ? ExtensionFor(bytes.value()) : own);
     if (!name.ok())
         return name;
     const Status written = WriteWholeFile(name.value(), bytes.value());

@@ -15,8 +15,8 @@ inline constexpr const char* kFirstViewer = "1_CompareFile";
 /// Reads the settings file into the process; nothing is ever written to it. An empty name is none.
 Status OpenSettingsFile(ProcessState& process, const std::string& file);
 
-/// The name of a file that can be read: `given` itself, or for "-" a temporary file with what came
-/// from standard input, named after what that holds.
+/// The name of a file that can be read more than once: `given` itself, or for "-" and for a pipe a
+/// temporary file with what came from there, named after what that holds.
 Result<std::string> InputFile(ProcessState& process, const std::string& given);
 
 }  // namespace zorvane

@@ -70,13 +70,13 @@ class TextRunner {
              [&document](EditorTarget) -> clsRTBDocument& { return document; },
              [&window](const std::string& text) { window.ShowStatus(StatusPanel::Detail, text); }});
         loaded_ = loader.LoadFileIntoEditor(file.value(), EditorTarget::Original) &&
-                  !loader.bSlidesFailed;
+                  !loader.bSlidesFailed.original;
         return Status::Ok();
     }
 
     Status Write() {
         const std::string text =
-            command_.rtf ? WriteRtf(editor_.Rich()) : ShownText(std::u16string(editor_.Text()));
+            command_.rtf ? WriteRtf(editor_.Rich()) : ShownText(editor_.Text());
         return command_.output.empty() ? WriteStream(Stream::Output, text)
                                        : ReplaceFile(command_.output, text);
     }

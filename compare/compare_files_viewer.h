@@ -44,7 +44,9 @@ class frmCompareFiles : private ReportSource {
     std::int32_t mlDeletions() const { return counters_.document.deletions; }
 
     /// A slide deck could not be read: the run went on with an empty editor.
-    bool SlidesFailed() const { return loader_.bSlidesFailed; }
+    bool SlidesFailed() const {
+        return loader_.bSlidesFailed.original || loader_.bSlidesFailed.modified;
+    }
     /// Lets go of an office suite that stays for the next file, when `path` is of a type that the
     /// user's own copy is about to open.
     void ShutDownAppsIfRequired(const std::string& path);

@@ -320,7 +320,7 @@ std::optional<std::string> DocumentLoader::PrepareSlides(const std::string& sFil
         [&](const std::string& sTempFile) {
             const bool prepared =
                 bPreparePowerPointFileForComparing(context_, sFile, sTempFile, side);
-            bSlidesFailed = bSlidesFailed || !bFileExists(sTempFile);
+            bSlidesFailed[side] = !bFileExists(sTempFile);
             return prepared;
         },
         sFile);
@@ -358,14 +358,14 @@ bool DocumentLoader::TakesWordRoad(const std::string& sFile) const {
 
 // A file whose name says nothing is read as what it holds, so that no document shows as bytes.
 std::optional<std::string> DocumentLoader::ReadUnknown(const std::string& sFile, Side side) {
-    std::optional<std::string> bytes = Read(sFile);
-    if (!bytes)
-        return std::nullopt;
-    if (std::string_view(*bytes).substr(0, 1024).find("%PDF-") != std::string_view::npos)
-        return ConvertPdf(sFile, side);
-    if (bytes->starts_with("PK\x03\x04") || bytes->starts_with("\xD0\xCF\x11\xE0"))
-        return ConvertWord(sFile, PasswordsOf(parts_.options, side));
-    return bytes;
+    constexpr std::size_t kHead = 1024;
+    if (const Result<std::string> head = ReadFileHead(sFile, kHead); head.ok()) {
+        if (head.value().find("%PDF-") != std::string::npos)
+            return ConvertPdf(sFile, side);
+        if (head.value().starts_with("PK\x03\x04") || head.value().starts_with("\xD0\xCF\x11\xE0"))
+            return ConvertWord(sFile, PasswordsOf(parts_.options, side));
+    }
+    return Read(sFile);
 }
 
 std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFile, Side side) {
@@ -384,6 +384,7 @@ std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFil
 std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::string& sFile,
                                                                   Side side) {
     bSpaceAddedToTextFile = false;
+    bSlidesFailed[side] = false;
     std::optional<std::string> bytes = RunConversion(sFile, side);
     if (!bytes)
         bForceReload = {true, true};

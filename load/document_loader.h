@@ -104,7 +104,7 @@ class DocumentLoader {
     bool bSpaceAddedToTextFile = false;
     /// A slide deck could not be read and its editor is empty; the load counts as done all the
     /// same.
-    bool bSlidesFailed = false;
+    PerSide<bool> bSlidesFailed{false, false};
 
     TrellisPage& Page() { return page_; }
 

@@ -21,9 +21,10 @@ bool BeginsWithTag(std::string_view bytes) {
     return bytes.starts_with('<');
 }
 
+constexpr std::size_t kHead = std::size_t{64} * 1024;  // bytes that tell what a file holds
+
 // RTF and text are ours and safe to read here; the rest is for the other program.
 bool IsReadHere(std::string_view bytes, const std::string& sFile) {
-    constexpr std::size_t kHead = std::size_t{64} * 1024;
     if (LooksLikeRtf(bytes))
         return true;
     if (ExtensionContains(sFile, kMarkup) || bytes.starts_with("PK\x03\x04") ||
@@ -34,8 +35,14 @@ bool IsReadHere(std::string_view bytes, const std::string& sFile) {
     return bytes.substr(0, kHead).find('\0') == std::string_view::npos && !BeginsWithTag(bytes);
 }
 
+// False for what is no regular file: of a pipe nothing may be read in advance.
+bool IsForeign(const std::string& sFile) {
+    const Result<std::string> head = ReadFileHead(sFile, kHead);
+    return head.ok() && !IsReadHere(head.value(), sFile);
+}
+
 // Cells of a row apart by a tab, none behind the last; lines of a paragraph as lines.
-std::string PlainOf(std::u16string text) {
+std::string PlainOf(std::u16string_view text) {
     constexpr char16_t kCellEnd = 7;
     constexpr char16_t kLineInParagraph = 11;
     std::u16string plain;
@@ -88,20 +95,19 @@ std::string NativeTrellisPage::Password() const {
 
 ConversionResult NativeTrellisPage::Convert(const std::string& sFile, const std::string& sTarget,
                                             WordFormat lFormat) {
-    if (lFormat == WordFormat::PlainText || lFormat == WordFormat::RichText) {
-        Result<std::string> bytes = ReadWholeFile(sFile);
-        if (!bytes.ok())
-            return {ReadError::CannotOpen, bytes.failure().reason, {}};
-        if (IsReadHere(bytes.value(), sFile)) {
-            const Status written = WriteWholeFile(
-                sTarget,
-                TextIn(std::move(bytes).value(), lFormat, platform_.locale->EncodingName()));
-            if (!written.ok())
-                return {ReadError::CannotWrite, written.failure().reason, {}};
-            return {};
-        }
-    }
-    return service_.Run(Job(sFile, sTarget, lFormat), observer_);
+    const bool readable = lFormat == WordFormat::PlainText || lFormat == WordFormat::RichText;
+    if (!readable || IsForeign(sFile))
+        return service_.Run(Job(sFile, sTarget, lFormat), observer_);
+    Result<std::string> bytes = ReadWholeFile(sFile);
+    if (!bytes.ok())
+        return {ReadError::CannotOpen, bytes.failure().reason, {}};
+    if (!IsReadHere(bytes.value(), sFile))
+        return service_.Run(Job(sFile, sTarget, lFormat), observer_);
+    const Status written = WriteWholeFile(
+        sTarget, TextIn(std::move(bytes).value(), lFormat, platform_.locale->EncodingName()));
+    if (!written.ok())
+        return {ReadError::CannotWrite, written.failure().reason, {}};
+    return {};
 }
 
 ConversionMessage NativeTrellisPage::Job(const std::string& sFile, const std::string& sTarget,
@@ -114,8 +120,7 @@ ConversionMessage NativeTrellisPage::Job(const std::string& sFile, const std::st
 }
 
 void NativeTrellisPage::Expect(const std::string& sFile, WordFormat lFormat) {
-    const Result<std::string> bytes = ReadWholeFile(sFile);
-    if (bytes.ok() && !IsReadHere(bytes.value(), sFile))
+    if (IsForeign(sFile))
         service_.Expect(Job(sFile, {}, lFormat));
 }
 

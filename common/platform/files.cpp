@@ -128,6 +128,22 @@ Result<std::string> ReadWholeFile(const std::string& path) try {
     return Failure{path + ": too large for the memory"};
 }
 
+Result<std::string> ReadFileHead(const std::string& path, std::size_t most) {
+    const std::string native = NativePath(path);
+    struct stat facts {};
+    if (stat(native.c_str(), &facts) != 0)
+        return SystemFailure(path);
+    if (!S_ISREG(facts.st_mode))
+        return Failure{path + ": not a regular file"};
+    const Descriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC));
+    std::string head(most, '\0');
+    const ssize_t count = file.get() < 0 ? -1 : read(file.get(), head.data(), head.size());
+    if (count < 0)
+        return SystemFailure(path);
+    head.resize(static_cast<std::size_t>(count));
+    return head;
+}
+
 Status CheckReadable(const std::string& path) {
     const std::string native = NativePath(path);
     struct stat facts {};

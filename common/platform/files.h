@@ -1,6 +1,7 @@
 // Reading and writing whole files, with failures in a user's words.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -12,6 +13,9 @@ namespace zorvane {
 /// The bytes of a regular file, FIFO or character device. Failures name the file and the reason:
 /// "No such file or directory", "Is a directory", "File too large" (1 GiB and more), ...
 Result<std::string> ReadWholeFile(const std::string& path);
+/// At most the first `most` bytes of a regular file, to see what it is. Anything else is a failure
+/// and is not opened: what is read of a FIFO is gone.
+Result<std::string> ReadFileHead(const std::string& path, std::size_t most);
 /// Whether `ReadWholeFile` would find a file to read; for a clear word before long work.
 Status CheckReadable(const std::string& path);
 /// For the program's own temporary files: an old file goes first, so that whoever has it mapped

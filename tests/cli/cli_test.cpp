@@ -2,11 +2,14 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include "tests/support/pdf_file.h"
 #include "tests/support/temp_folder.h"
 
 namespace zorvane {
@@ -87,6 +90,25 @@ TEST_F(CliTest, ComparesDocumentsOfDifferentKinds) {
     EXPECT_NE(run.output.find("[-b-]{+c+}"), std::string::npos) << run.output;
     EXPECT_EQ(Run("compare old.html new.html -o r.html").status, 1);
     EXPECT_NE(folder_.Read("r.html").find("<html"), std::string::npos);
+}
+
+// What a pipe gives is there once, whatever kind of document it is and however its name ends.
+TEST_F(CliTest, ReadsDocumentsFromPipes) {
+    WritePages(folder_);
+    folder_.Write("paper.pdf", test_pdf::MakePdf(test_pdf::Line(72, 700, "paper")));
+    struct Row {
+        const char* pipe;
+        const char* file;
+    };
+    for (const Row& row : {Row{"pipe.html", "old.html"}, Row{"pipe", "paper.pdf"}}) {
+        SCOPED_TRACE(row.pipe);
+        ASSERT_EQ(mkfifo(folder_.Path(row.pipe).c_str(), 0600), 0);
+        std::thread writer([&] { folder_.Write(row.pipe, folder_.Read(row.file)); });
+        const Outcome run = Run(std::string("compare -q ") + row.pipe + " " + row.file);
+        writer.join();
+        EXPECT_EQ(run.status, 0) << run.error;
+    }
+    EXPECT_EQ(Run("text -", folder_.Read("paper.pdf")).output, "paper\n");
 }
 
 TEST_F(CliTest, TellsWhatCannotBeReadAndExitsWithTrouble) {
