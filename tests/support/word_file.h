@@ -14,6 +14,7 @@ struct WordFile {
     std::string numbering;  ///< of w:numbering
     std::string footnotes;  ///< of w:footnotes
     std::string header;     ///< of w:hdr, relationship "rh"
+    std::string settings;   ///< of w:settings
 };
 
 inline std::string WordPart(std::string_view root, std::string_view content) {
@@ -34,6 +35,7 @@ inline std::string MakeWordFile(const WordFile& file) {
         "<Relationships><Relationship Id=\"rs\" Type=\"http://x/styles\" Target=\"styles.xml\"/>"
         "<Relationship Id=\"rn\" Type=\"http://x/numbering\" Target=\"numbering.xml\"/>"
         "<Relationship Id=\"rf\" Type=\"http://x/footnotes\" Target=\"footnotes.xml\"/>"
+        "<Relationship Id=\"rt\" Type=\"http://x/settings\" Target=\"settings.xml\"/>"
         "<Relationship Id=\"rh\" Type=\"http://x/header\" Target=\"header1.xml\"/></Relationships>";
     return MakeZip(
         {{"[Content_Types].xml", kTypes},
@@ -43,6 +45,7 @@ inline std::string MakeWordFile(const WordFile& file) {
          {"word/styles.xml", WordPart("styles", file.styles)},
          {"word/numbering.xml", WordPart("numbering", file.numbering)},
          {"word/footnotes.xml", WordPart("footnotes", file.footnotes)},
+         {"word/settings.xml", WordPart("settings", file.settings)},
          {"word/header1.xml", WordPart("hdr", file.header)}});
 }
 

@@ -102,6 +102,8 @@ class DocxWalker {
         for (const auto& [id, part] : parts_) {
             if (part.type == "numbering")
                 numbering = part.target;
+            if (part.type == "settings")
+                ReadSettings(part.target);
             if (part.type == "footnotes")
                 ReadNotes(part.target, footnotes_part_, footnotes_);
             if (part.type == "endnotes")
@@ -116,6 +118,7 @@ class DocxWalker {
             return ReadEnd::Fault(ReadError::WrongFormat, "no document text in the package");
         total_ = std::distance(body.children().begin(), body.children().end());
         Blocks(body, 0);
+        EndOpenParagraph();
         HeadersAndFooters(document.Root());
         return end_;
     }
@@ -142,6 +145,15 @@ class DocxWalker {
         }
     }
 
+    void ReadSettings(const std::string& name) {
+        XmlPart part;
+        if (!XmlPart::Read(package_, name, part).ok())
+            return;
+        const Node even = Child(part.Root(), "evenAndOddHeaders");
+        const std::string_view value = Attribute(even, "val");
+        even_pages_differ_ = even && value != "0" && value != "false";
+    }
+
     // Each part once, and a text that says what another said once as well.
     void HeadersAndFooters(const Node& document) {
         std::vector<Node> sections;
@@ -158,8 +170,11 @@ class DocxWalker {
     }
 
     // A first page's or even pages' header is there only when the document says that they differ.
-    static bool Shown(const Node& reference, const Node& section) {
-        return Attribute(reference, "type") != "first" || Child(section, "titlePg");
+    bool Shown(const Node& reference, const Node& section) const {
+        const std::string_view type = Attribute(reference, "type");
+        if (type == "first")
+            return static_cast<bool>(Child(section, "titlePg"));
+        return type != "even" || even_pages_differ_;
     }
 
     void CollectSections(const Node& node, std::vector<Node>& sections, int depth) {
@@ -263,6 +278,12 @@ class DocxWalker {
             Blocks(box, depth + 1);
     }
 
+    // A deleted mark with nothing behind it to join: the text's end, a table.
+    void EndOpenParagraph() {
+        joins_next_ = false;
+        writer_.EndIfBegun();
+    }
+
     // Inside a cell or a note the paragraphs are lines of one paragraph.
     void BeginNested(bool joined) {
         if (!first_in_cell_ && !joined)
@@ -270,8 +291,7 @@ class DocxWalker {
         first_in_cell_ = false;
     }
 
-    // A list's number in front of nothing isn't shown as text by readers of other formats either,
-    // but it is seen; it stays unless the paragraph holds only a section's end.
+    // The number of an empty paragraph is seen, but for one that is there to end a section only.
     static bool HasContent(const Node& paragraph) {
         return !Child(Child(paragraph, "pPr"), "sectPr") || Child(paragraph, "r");
     }
@@ -295,10 +315,12 @@ class DocxWalker {
         if (Child(properties, "del") || Child(properties, "hidden"))
             return;
         const bool nested = nesting_ > 0;
-        if (nested)
+        if (nested) {
             BeginNested(false);
-        else
+        } else {
+            EndOpenParagraph();
             writer_.SetFormat({});
+        }
         Cells(row, nested, depth + 1);
         if (!nested) {
             writer_.End();
@@ -319,6 +341,7 @@ class DocxWalker {
             first_in_cell_ = true;
             if (!ContinuesCellAbove(cell))
                 Blocks(cell, depth + 1);
+            joins_next_ = false;
             --nesting_;
             writer_.Text(nested ? std::string_view("\t") : kCell, base_.chars);
         }
@@ -536,6 +559,7 @@ class DocxWalker {
     int nesting_ = 0;                   // open cells and notes
     bool first_in_cell_ = true;
     bool joins_next_ = false;
+    bool even_pages_differ_ = false;
     bool in_note_ = false;
     bool note_begins_ = false;
     std::string scratch_;

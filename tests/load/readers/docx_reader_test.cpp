@@ -97,6 +97,10 @@ TEST(DocxReader, ReadsTrackedChangesAsAccepted) {
          "<w:p><w:pPr><w:rPr><w:del/></w:rPr></w:pPr><w:r><w:t>a</w:t></w:r></w:p><w:p><w:r><w:t>b"
          "</w:t></w:r></w:p>",
          "ab|"},
+        {"a deleted mark joins no table",
+         "<w:p><w:pPr><w:rPr><w:del/></w:rPr></w:pPr><w:r><w:t>a</w:t></w:r></w:p><w:tbl><w:tr>"
+         "<w:tc><w:p><w:r><w:t>b</w:t></w:r></w:p></w:tc></w:tr></w:tbl>",
+         "a|b!|"},
         {"a deleted row",
          "<w:tbl><w:tr><w:trPr><w:del/></w:trPr><w:tc><w:p/></w:tc></w:tr></w:tbl>", ""},
     });
@@ -231,6 +235,15 @@ TEST(DocxReader, ReadsHeadersOnceBehindTheBody) {
          {"a first page's header that is not shown",
           "<w:p/><w:sectPr><w:headerReference w:type=\"first\" r:id=\"rh\"/></w:sectPr>", "|"}},
         parts);
+}
+
+TEST(DocxReader, ReadsEvenPagesHeadersWhereTheyDiffer) {
+    WordFile parts;
+    parts.header = "<w:p><w:r><w:t>even</w:t></w:r></w:p>";
+    parts.settings = "<w:evenAndOddHeaders/>";
+    Check({{"even", "<w:p/><w:sectPr><w:headerReference w:type=\"even\" r:id=\"rh\"/></w:sectPr>",
+            "|even|"}},
+          parts);
 }
 
 TEST(DocxReader, EndsOnHostileInput) {
