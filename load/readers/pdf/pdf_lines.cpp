@@ -8,6 +8,7 @@
 #include "load/readers/document_sink.h"
 #include "load/readers/pdf/pdf_line_builder.h"
 #include "load/readers/pdf/pdf_line_join.h"
+#include "load/readers/pdf/pdf_list_rows.h"
 #include "load/readers/pdf/pdf_order.h"
 #include "load/readers/pdf/pdf_pleading.h"
 #include "load/readers/pdf/pdf_tables.h"
@@ -98,21 +99,14 @@ class PageLines {
                 rows.emplace_back();
             rows.back().segments.push_back(&segment);
         }
-        for (PdfTableLine& row : rows)
-            row.is_list_item = options_.by_layout || StartsWithLabel(*row.segments.front());
+        if (options_.by_layout) {
+            for (PdfTableLine& row : rows)
+                row.is_list_item = true;  // rows are kept as lines
+        } else {
+            MarkListItems(page_.characters, rows);
+        }
         return GroupRows(rows,
                          direction == PdfDirection::Right ? page_.rules : std::vector<PdfBox>());
-    }
-
-    bool StartsWithLabel(const PdfSegment& segment) const {
-        const PdfWord& word = segment.words.front();
-        constexpr std::uint32_t kLongest = 12;
-        if (segment.words.size() > 1 || word.count > kLongest)
-            return false;
-        std::u32string text;
-        for (std::uint32_t index = 0; index < word.count; ++index)
-            text += page_.characters[word.first + index].letter;
-        return LabelLength(text + U' ') > 0;
     }
 
     PdfLine* Last() { return lines_.size() > first_ ? &lines_.back() : nullptr; }

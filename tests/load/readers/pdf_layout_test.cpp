@@ -292,21 +292,6 @@ TEST(PdfLayout, TellsLinksBehindTheirTexts) {
     EXPECT_EQ(LinesOf(page, options), "see the site of <http://a>\nours <http://b> or not\n");
 }
 
-struct LabelRow {
-    const char32_t* text;
-    std::uint32_t length;
-};
-TEST(PdfLayout, KnowsLabelsOfLists) {
-    const LabelRow rows[] = {{U"1. x", 2},     {U"(a) x", 3},     {U"iv) x", 3},  {U"1.2.3 x", 5},
-                             {U"\u2022 x", 1}, {U"\u2022\tx", 1}, {U"1990 x", 0}, {U"word. x", 0},
-                             {U"I went", 0},   {U"-x", 0},        {U"", 0},       {U"12.", 0},
-                             {U". x", 0},      {U"() x", 0}};
-    for (const LabelRow& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(std::u32string(row.text)));
-        EXPECT_EQ(LabelLength(row.text), row.length);
-    }
-}
-
 struct JoinRow {
     const char* name;
     const char32_t* first;
