@@ -115,8 +115,10 @@ PdfLineBuilder::PdfLineBuilder(const PdfPage& page, const PdfLineOptions& option
         std::tie(cell_, margin_) = CellAndMargin(page);
 }
 
-PdfLine PdfLineBuilder::Build(const std::vector<const PdfSegment*>& segments, PdfLine* before) {
+PdfLine PdfLineBuilder::Build(const std::vector<const PdfSegment*>& segments, PdfLine* before,
+                              bool stretched) {
     line_ = {};
+    stretched_ = stretched;
     blanks_ = 0;
     blank_count_ = 0;
     left_ = nullptr;
@@ -186,10 +188,12 @@ void PdfLineBuilder::AddWord(const PdfSegment& segment, const PdfWord& word) {
 }
 
 void PdfLineBuilder::AddGap(const PdfWord& word) {
-    const PdfGap gap = GapBetween(*left_, word);
+    PdfGap gap = GapBetween(*left_, word);
     if (gap == PdfGap::None)
         return;
-    if (gap == PdfGap::Blank) {
+    if (stretched_)
+        gap = PdfGap::Blank;
+    if (gap == PdfGap::Blank && !stretched_) {
         blanks_ += word.x0 - left_->x1;
         ++blank_count_;
     }

@@ -126,7 +126,7 @@ const ListRow kListRows[] = {
      {{"5.", "five"}, {"6.", "six"}},
      96,
      "5. five\n6. six\n"},
-    {"numbers that jump", {{"1.", "one"}, {"3.", "three"}}, 96, "1. one\n3. three\n"},
+    {"numbers that jump", {{"1.", "one"}, {"3.", "three"}}, 96, "1.\tone\n3.\tthree\n"},
     {"days with a blank behind them",
      {{"1.", "January"}, {"2.", "January"}},
      84,

@@ -106,7 +106,7 @@ const PageRow kWordRows[] = {
              Put(page, 300, y + 5, U"right");
          }
      },
-     "left\nright\nleft\nright\nleft\nright\n"},
+     "left\nleft\nleft\nright\nright\nright\n"},
     {"text that runs down stands behind the rest",
      [](PdfPage& page) {
          Put(page, 10, 20, U"aside");
