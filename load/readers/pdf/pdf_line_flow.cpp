@@ -90,8 +90,8 @@ void PdfLineFlow::LearnPitches(const std::vector<PdfLine>& lines) {
         const PdfLine& above = lines[index - 1];
         const PdfLine& line = lines[index];
         const float pitch = line.baseline - above.baseline;
-        if (above.region == line.region && SameSize(above, line) && pitch > 0 &&
-            pitch <= 4 * line.size)
+        if (above.region == line.region && SameSize(above, line) &&
+            pitch >= kNarrowestPitch * line.size && pitch <= 4 * line.size)
             ++counts[SizeKey(line)][std::lround(pitch * kSteps)];
     }
     // Twice is no habit.
