@@ -43,11 +43,18 @@ class PdfConversion {
     void TellOfOtherRoad(const std::string& sFile);
     PageRange RangeOf(Side side) const;
     std::string FailedText(Side side) const;
-    ConversionObserver Observer() const;
+    ConversionObserver Observer();
+    void StartTime(const std::string& sFile);
+    bool OutOfTime() const;
+    bool SecondRoadHasTime() const;
 
     LoadContext& context_;
     std::function<bool(const std::string&)> notice_;
     bool aborted_ = false;
+    // The count of the pages and both roads share one limit.
+    std::uint32_t started_ = 0;
+    std::uint32_t limit_ = 0;  // milliseconds
+    bool out_of_time_ = false;
     std::string detail_;  // the reader's own words on the last failure
 };
 

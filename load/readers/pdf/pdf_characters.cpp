@@ -97,11 +97,26 @@ PdfDirection DirectionOf(double cosine, double sine) {
     return PdfDirection::Slanting;
 }
 
+// On a page of kilometres, places are told from near the point that its text counts from: a page so
+// large is one by mistake, and a float holds no places so far away.
+bool ShiftHugePage(GfxState& state) {
+    constexpr double kHuge = 20'000;  // points; more than the format allows a page
+    constexpr double kRoom = 14'400;  // above that point
+    double x = 0;
+    double y = 0;
+    state.transform(0, 0, &x, &y);
+    if (state.getPageWidth() <= kHuge && state.getPageHeight() <= kHuge)
+        return false;
+    state.shiftCTMAndClip(-x, kRoom - y);
+    return true;
+}
+
 }  // namespace
 
 void PdfCharacterDevice::startPage(int /*number*/, GfxState* state, XRef* /*xref*/) {
     page_.width = Narrow(state->getPageWidth());
     page_.height = Narrow(state->getPageHeight());
+    huge_ = ShiftHugePage(*state);
     page_.characters.clear();
     page_.rules.clear();
     page_.uprights.clear();
@@ -195,7 +210,8 @@ PdfHidden PdfCharacterDevice::HiddenAt(const GfxState& state, double x, double y
     const auto reach = Narrow(size);
     const auto at_x = Narrow(middle_x);
     const auto at_y = Narrow(middle_y);
-    const bool outside = at_x < 0 || at_y < 0 || at_x > page_.width || at_y - reach > page_.height;
+    const bool outside =
+        !huge_ && (at_x < 0 || at_y < 0 || at_x > page_.width || at_y - reach > page_.height);
     const bool clipped = at_x < clip.x0 - reach || at_x > clip.x1 + reach ||
                          at_y < clip.y0 - reach || at_y - reach > clip.y1;
     if (outside || clipped)

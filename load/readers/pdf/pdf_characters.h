@@ -105,6 +105,7 @@ class PdfCharacterDevice : public OutputDev {
     double font_height_ = 1;  // of a Type 3 font, whose size alone says nothing
     bool nameless_font_ = false;
     std::uint32_t style_ = 0;
+    bool huge_ = false;  // the page, so that nothing is outside of it
     bool white_ = false;
     bool plain_ = false;  // filled with one colour
     Color color_;
