@@ -16,7 +16,7 @@
 namespace zorvane {
 namespace {
 
-constexpr const char* kTookTooLong = "reading the document took too long and was stopped";
+constexpr const char* kTookTooLong = ": reading the document took too long and was stopped";
 
 }  // namespace
 
@@ -54,10 +54,22 @@ void PdfConversion::StartTime(const std::string& sFile) {
     limit_ = kLimit + static_cast<std::uint32_t>(std::min(more, kLongest));
     started_ = context_.process.platform.clock->TickMilliseconds();
     out_of_time_ = false;
+    percent_ = -1;
 }
 
-bool PdfConversion::OutOfTime() const {
-    return limit_ > 0 && context_.process.platform.clock->TickMilliseconds() - started_ > limit_;
+// Behind the limit, pages that still follow one another briskly are given some more: the machine
+// has other things to do. The reader itself counts the time of the processor.
+bool PdfConversion::OutOfTime(std::int32_t percent) {
+    constexpr std::uint32_t kBrisk = 2000;  // milliseconds
+    constexpr std::uint32_t kMost = 3;
+    const std::uint32_t now = context_.process.platform.clock->TickMilliseconds();
+    if (percent != percent_) {
+        percent_ = percent;
+        moved_ = now;
+    }
+    const std::uint32_t elapsed = now - started_;
+    return limit_ > 0 && elapsed > limit_ &&
+           (percent <= 0 || now - moved_ > kBrisk || elapsed / kMost > limit_);
 }
 
 // What took one road most of the time leaves too little for the other.
@@ -69,7 +81,7 @@ bool PdfConversion::SecondRoadHasTime() const {
 // Before each page: the progress, and the chance to end.
 ConversionObserver PdfConversion::Observer() {
     return [this](std::int32_t percent) {
-        out_of_time_ = out_of_time_ || OutOfTime();
+        out_of_time_ = out_of_time_ || OutOfTime(percent);
         if (out_of_time_)
             return false;
         if (percent >= 0) {
@@ -102,11 +114,15 @@ bool PdfConversion::ConverterPDFToTxt(const std::string& sFile, const std::strin
     }
     if (code == 0)
         code = port.ConvertPDFToFile();
-    aborted_ = aborted_ || (port.Cancelled() && !out_of_time_);
+    constexpr std::int32_t kDamaged = -6;  // as for any time that ran out
+    if (port.Cancelled() && out_of_time_)
+        code = kDamaged;
+    else
+        aborted_ = aborted_ || port.Cancelled();
     if (code == 0)
         return true;
     sError = FailedText(side) + ". " + context_.process.Translate(ReportTrellisPortError(code));
-    detail_ = out_of_time_ ? kTookTooLong : port.ErrorDetail();
+    detail_ = out_of_time_ ? sFile + kTookTooLong : port.ErrorDetail();
     LogMessage(context_.process, sError, context_.process.sLogFile, false);
     return false;
 }
@@ -143,7 +159,7 @@ bool PdfConversion::ConverterPDFToRTF(const std::string& sFile, const std::strin
         sError = FailedText(side) + ". LCCBB:" + process.Translate(ReportBCLError(error));
     if (sError.empty())
         return true;
-    detail_ = out_of_time_ ? kTookTooLong : converter.ErrorDetail();
+    detail_ = out_of_time_ ? sFile + kTookTooLong : converter.ErrorDetail();
     LogMessage(process, sError, process.sLogFile, false);
     return false;
 }

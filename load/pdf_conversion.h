@@ -45,7 +45,7 @@ class PdfConversion {
     std::string FailedText(Side side) const;
     ConversionObserver Observer();
     void StartTime(const std::string& sFile);
-    bool OutOfTime() const;
+    bool OutOfTime(std::int32_t percent);
     bool SecondRoadHasTime() const;
 
     LoadContext& context_;
@@ -55,7 +55,9 @@ class PdfConversion {
     std::uint32_t started_ = 0;
     std::uint32_t limit_ = 0;  // milliseconds
     bool out_of_time_ = false;
-    std::string detail_;  // the reader's own words on the last failure
+    std::int32_t percent_ = -1;
+    std::uint32_t moved_ = 0;  // when the percentage changed
+    std::string detail_;       // the reader's own words on the last failure
 };
 
 }  // namespace zorvane

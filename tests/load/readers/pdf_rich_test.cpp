@@ -376,6 +376,16 @@ TEST(PdfRich, ReadsTurnedPages) {
     EXPECT_EQ(TextOf(MakePdf({page})), "turned text\n");
 }
 
+TEST(PdfRich, ReadsAPageOfAnySize) {
+    for (const double size : {30'000.0, 1e6, 1e9}) {
+        SCOPED_TRACE(size);
+        Page page{Line(72, 700, "two words") + Line(72, 20'000, "above"), {}};
+        page.width = size;
+        page.height = size;
+        EXPECT_EQ(TextOf(MakePdf(std::vector<Page>{page})), "above\ntwo words\n");
+    }
+}
+
 TEST(PdfRich, TakesTheTextThatStandsForGlyphs) {
     EXPECT_EQ(
         TextOf(MakePdf("/Span << /ActualText (shown) >> BDC\n" + Line(72, 700, "xyzzy") + "EMC\n")),
