@@ -230,6 +230,8 @@ PdfGap GapBetween(const PdfWord& left, const PdfWord& right) {
     const float gap = right.x0 - left.x1;
     const bool neighbours = right.number == left.number + 1;
     const bool blank = neighbours && (left.blank_after || right.blank_before);
+    if ((left.leader || right.leader) && gap > size * kWordGap)
+        return PdfGap::Blank;
     if (IsJump(left, right) && gap > size * kJump)
         return PdfGap::Wide;
     if (gap > size * (blank ? kWideGapBehindBlank : kWideGap))

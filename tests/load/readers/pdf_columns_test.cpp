@@ -143,7 +143,7 @@ TEST(PdfColumns, AreFoundInSortedWords) {
     PdfPage page = EmptyPage();
     for (int line = 0; line < 10; ++line) {
         const float y = 70 + 12 * static_cast<float>(line);
-        for (const float x : {40.0F, 200.0F}) {
+        for (const float x : {40.0F, 163.0F}) {
             float at = x;
             for (const char32_t* const word : {U"every", U"line", U"has", U"words", U"here"}) {
                 Put(page, at, y, word);
@@ -241,8 +241,9 @@ const GridRow kGridRows[] = {
          PutDown(page, 40, 50, 100);
          PutDown(page, 440, 50, 100);
          Put(page, 44, 65, U"text in a frame");
+         Put(page, 44, 85, U"below it more");
      },
-     "text in a frame\n"},
+     "text in a frame\nbelow it more\n"},
     {"a line between columns is no table",
      [](PdfPage& page) {
          PutDown(page, 200, 50, 140);
@@ -271,6 +272,16 @@ TEST(PdfColumns, TakeRuledTablesWhole) {
         row.draw(page);
         EXPECT_EQ(LinesOf(page), row.expected);
     }
+}
+
+TEST(PdfColumns, JoinWhatDotsLeadTo) {
+    PdfPage page = EmptyPage();
+    for (const float y : {50.0F, 62.0F}) {
+        Put(page, 40, y, U"chapter");
+        Put(page, 100, y, U"......");
+        Put(page, 150, y, U"17");
+    }
+    EXPECT_EQ(LinesOf(page), "chapter ...... 17\nchapter ...... 17\n");
 }
 
 // A justified line with wide gaps is no row of cells.
