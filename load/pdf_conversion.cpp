@@ -60,7 +60,7 @@ void PdfConversion::StartTime(const std::string& sFile) {
 // Behind the limit, pages that still follow one another briskly are given some more: the machine
 // has other things to do. The reader itself counts the time of the processor.
 bool PdfConversion::OutOfTime(std::int32_t percent) {
-    constexpr std::uint32_t kBrisk = 2000;  // milliseconds
+    constexpr std::uint32_t kBrisk = 700;  // milliseconds for one in a hundred
     constexpr std::uint32_t kMost = 3;
     const std::uint32_t now = context_.process.platform.clock->TickMilliseconds();
     if (percent != percent_) {
