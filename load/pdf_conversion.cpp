@@ -1,6 +1,9 @@
 #include "load/pdf_conversion.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <fmt/format.h>
+#include <system_error>
 #include <utility>
 
 #include "common/file_utilities.h"
@@ -11,6 +14,11 @@
 #include "load/trellis_port.h"
 
 namespace zorvane {
+namespace {
+
+constexpr const char* kTookTooLong = ": reading the document took too long and was stopped";
+
+}  // namespace
 
 PageRange NormalisedRange(PageRange range, std::int32_t pages) {
     if (range.to < range.from)
@@ -35,9 +43,47 @@ std::string PdfConversion::FailedText(Side side) const {
            process.Translate("Conversion Failed");
 }
 
+// A file of some megabytes holds that much more to read; pages that are none do not.
+void PdfConversion::StartTime(const std::string& sFile) {
+    constexpr std::uint32_t kLimit = 8000;
+    constexpr std::uint64_t kBytesPerMillisecond = 200;
+    constexpr std::uint64_t kLongest = 3'600'000;
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(NativePath(sFile), error);
+    const std::uint64_t more = error ? 0 : std::uint64_t{size} / kBytesPerMillisecond;
+    limit_ = kLimit + static_cast<std::uint32_t>(std::min(more, kLongest));
+    started_ = context_.process.platform.clock->TickMilliseconds();
+    out_of_time_ = false;
+    percent_ = -1;
+}
+
+// Behind the limit, pages that still follow one another briskly are given some more: the machine
+// has other things to do. The reader itself counts the time of the processor.
+bool PdfConversion::OutOfTime(std::int32_t percent) {
+    constexpr std::uint32_t kBrisk = 700;  // milliseconds for one in a hundred
+    constexpr std::uint32_t kMost = 3;
+    const std::uint32_t now = context_.process.platform.clock->TickMilliseconds();
+    if (percent != percent_) {
+        percent_ = percent;
+        moved_ = now;
+    }
+    const std::uint32_t elapsed = now - started_;
+    return limit_ > 0 && elapsed > limit_ &&
+           (percent <= 0 || now - moved_ > kBrisk || elapsed / kMost > limit_);
+}
+
+// What took one road most of the time leaves too little for the other.
+bool PdfConversion::SecondRoadHasTime() const {
+    return !out_of_time_ &&
+           context_.process.platform.clock->TickMilliseconds() - started_ <= limit_ / 2;
+}
+
 // Before each page: the progress, and the chance to end.
-ConversionObserver PdfConversion::Observer() const {
+ConversionObserver PdfConversion::Observer() {
     return [this](std::int32_t percent) {
+        out_of_time_ = out_of_time_ || OutOfTime(percent);
+        if (out_of_time_)
+            return false;
         if (percent >= 0) {
             context_.show_detail(context_.process.Translate("Importing PDF: ") +
                                  fmt::format("{:.1f}", static_cast<double>(percent)) +
@@ -68,11 +114,15 @@ bool PdfConversion::ConverterPDFToTxt(const std::string& sFile, const std::strin
     }
     if (code == 0)
         code = port.ConvertPDFToFile();
-    aborted_ = aborted_ || port.Cancelled();
+    constexpr std::int32_t kDamaged = -6;  // as for any time that ran out
+    if (port.Cancelled() && out_of_time_)
+        code = kDamaged;
+    else
+        aborted_ = aborted_ || port.Cancelled();
     if (code == 0)
         return true;
     sError = FailedText(side) + ". " + context_.process.Translate(ReportTrellisPortError(code));
-    detail_ = port.ErrorDetail();
+    detail_ = out_of_time_ ? sFile + kTookTooLong : port.ErrorDetail();
     LogMessage(context_.process, sError, context_.process.sLogFile, false);
     return false;
 }
@@ -97,6 +147,8 @@ bool PdfConversion::ConverterPDFToRTF(const std::string& sFile, const std::strin
     const bool refused = error == EasyError::CannotOpenInput || error == EasyError::NoPermission;
     if (refused && !settings.sBCLPasswordOwner.empty())
         error = convert(settings.sBCLPasswordOwner);
+    if (error == EasyError::Stopped && out_of_time_)
+        error = EasyError::TimedOut;
     aborted_ = aborted_ || error == EasyError::Stopped;
     ProcessState& process = context_.process;
     if (error == EasyError::None && !MoveFileByCopy(rich, sTempFile).ok())
@@ -107,7 +159,7 @@ bool PdfConversion::ConverterPDFToRTF(const std::string& sFile, const std::strin
         sError = FailedText(side) + ". LCCBB:" + process.Translate(ReportBCLError(error));
     if (sError.empty())
         return true;
-    detail_ = converter.ErrorDetail();
+    detail_ = out_of_time_ ? sFile + kTookTooLong : converter.ErrorDetail();
     LogMessage(process, sError, process.sLogFile, false);
     return false;
 }
@@ -149,9 +201,10 @@ bool PdfConversion::Convert(const std::string& sFile, const std::string& sTempFi
     bool& quick = context_.settings.bDoQuickTextExtraction;
     const bool chosen = quick;
     aborted_ = false;
+    StartTime(sFile);
     std::string sError;
     bool converted = RunRoad(sFile, sTempFile, side, sError);
-    if (!converted && !aborted_) {
+    if (!converted && !aborted_ && SecondRoadHasTime()) {
         TellOfOtherRoad(sFile);
         quick = !quick;
         converted = RunRoad(sFile, sTempFile, side, sError);

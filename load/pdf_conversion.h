@@ -43,12 +43,21 @@ class PdfConversion {
     void TellOfOtherRoad(const std::string& sFile);
     PageRange RangeOf(Side side) const;
     std::string FailedText(Side side) const;
-    ConversionObserver Observer() const;
+    ConversionObserver Observer();
+    void StartTime(const std::string& sFile);
+    bool OutOfTime(std::int32_t percent);
+    bool SecondRoadHasTime() const;
 
     LoadContext& context_;
     std::function<bool(const std::string&)> notice_;
     bool aborted_ = false;
-    std::string detail_;  // the reader's own words on the last failure
+    // The count of the pages and both roads share one limit.
+    std::uint32_t started_ = 0;
+    std::uint32_t limit_ = 0;  // milliseconds
+    bool out_of_time_ = false;
+    std::int32_t percent_ = -1;
+    std::uint32_t moved_ = 0;  // when the percentage changed
+    std::string detail_;       // the reader's own words on the last failure
 };
 
 }  // namespace zorvane

@@ -92,6 +92,28 @@ TEST_F(CliTest, ComparesDocumentsOfDifferentKinds) {
     EXPECT_NE(folder_.Read("r.html").find("<html"), std::string::npos);
 }
 
+// A date or an amount at the start of a line is no label of a list.
+TEST_F(CliTest, FindsOtherDatesAndAmountsInAPdf) {
+    const auto statement = [](const std::vector<std::string>& starts) {
+        std::string page;
+        double y = 700;
+        for (const std::string& start : starts) {
+            page += test_pdf::Line(72, y, start) + test_pdf::Line(160, y, "payment received");
+            y -= 16;
+        }
+        return test_pdf::MakePdf(page);
+    };
+    folder_.Write("a.pdf", statement({"12.03.2024", "(250)", "2.5", "1.", "3."}));
+    folder_.Write("b.pdf", statement({"14.05.2025", "(380)", "2.7", "2.", "8."}));
+    EXPECT_EQ(Run("compare -q a.pdf a.pdf").status, 0);
+    const Outcome run = Run("compare a.pdf b.pdf");
+    EXPECT_EQ(run.status, 1);
+    for (const char* const start : {"14.05.2025", "(380)", "2.7", "2.", "8."})
+        EXPECT_NE(run.output.find(std::string("{+") + start), std::string::npos) << run.output;
+    const Outcome quick = Run("compare -q --pdf-quick a.pdf b.pdf");
+    EXPECT_EQ(quick.status, 1) << quick.output;
+}
+
 // What a pipe gives is there once, whatever kind of document it is and however its name ends.
 TEST_F(CliTest, ReadsDocumentsFromPipes) {
     WritePages(folder_);

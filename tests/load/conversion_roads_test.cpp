@@ -221,6 +221,23 @@ TEST_F(ConversionRoadsTest, AFailureTriesTheOtherRoadOnceAndTellsOnceInALife) {
         << Log();
 }
 
+// Ten forms that each show the next one ten times: some seconds of work in a small file.
+TEST_F(ConversionRoadsTest, TheRoadsOfAPdfShareOneLimit) {
+    const std::string bomb = test_pdf::MakeFormBomb(10, 10);
+    system_.clock().step = 30'000;  // between two looks, more than the limit
+    for (const bool quick : {false, true}) {
+        SCOPED_TRACE(quick);
+        settings_.bDoQuickTextExtraction = quick;
+        EXPECT_EQ(Loaded("a.pdf", bomb).substr(0, 7), "failed:");
+        EXPECT_NE(Log().find(quick ? "TPORT: PDF File is damaged" : "LCCBB:Conversion timed out"),
+                  std::string::npos)
+            << Log();
+        EXPECT_EQ(Log().find("TPORT") == std::string::npos, !quick) << "the other road was tried";
+        EXPECT_EQ(Log().find("LCCBB") == std::string::npos, quick) << "the other road was tried";
+        system_.folder.Write("log", "");
+    }
+}
+
 TEST(PdfErrors, HaveTheirTexts) {
     struct PortRow {
         std::int32_t code;

@@ -14,13 +14,14 @@ namespace zorvane {
 /// Sleeping takes no time and moves the clock.
 class FakeClock : public Clock {
   public:
-    std::uint32_t TickMilliseconds() override { return ticks; }
+    std::uint32_t TickMilliseconds() override { return ticks += step; }
     void Sleep(std::chrono::milliseconds duration) override {
         ticks += static_cast<std::uint32_t>(duration.count());
     }
     std::chrono::system_clock::time_point Now() override { return now; }
 
     std::uint32_t ticks = 0;
+    std::uint32_t step = 0;  ///< between two looks
     std::chrono::system_clock::time_point now = std::chrono::system_clock::from_time_t(1700000000);
 };
 

@@ -2,47 +2,24 @@
 
 #include <GfxFont.h>
 #include <GfxState.h>
-#include <Page.h>
 #include <UTF.h>
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <string>
 #include <string_view>
 
+#include "load/readers/pdf/pdf_font_style.h"
+#include "load/readers/pdf/pdf_graphics.h"
 #include "load/readers/pdf/pdf_letters.h"
 
 namespace zorvane {
 namespace {
 
-constexpr double kLargestPlace = 1e5;  // points; what lies farther away is on no page
-constexpr std::size_t kMaxRules = 20'000;
-constexpr int kMaxLinks = 10'000;
 constexpr int kMaxReplacement = 65'536;
 
 constexpr int kStrokeMode = 1;
 constexpr int kInvisibleMode = 3;
 constexpr int kClipMode = 7;
-
-bool IsPlace(double value) {
-    return std::fabs(value) < kLargestPlace;  // false for what is no number
-}
-
-float Narrow(double value) {
-    return static_cast<float>(value);
-}
-
-Color ColorOf(const GfxRGB& rgb) {
-    return {colToByte(rgb.r) | colToByte(rgb.g) << 8 | colToByte(rgb.b) << 16};
-}
-
-bool IsWhite(Color color) {
-    constexpr std::int32_t kNearWhite = 0xFA;
-    for (const int shift : {0, 8, 16}) {
-        if (((color.value >> shift) & 0xFF) < kNearWhite)
-            return false;
-    }
-    return true;
-}
 
 // Letters that fonts of symbols put into the private area.
 char32_t PublicLetter(char32_t letter) {
@@ -58,6 +35,13 @@ char32_t PublicLetter(char32_t letter) {
         default:
             return letter;
     }
+}
+
+// In TeX's fonts of drawings, which name no letters, ff, fi, fl, ffi and ffl have these codes.
+char32_t LigatureOfCode(char32_t letter) {
+    constexpr char32_t kFirst = 0x1B;
+    constexpr char32_t kLast = 0x1F;
+    return letter >= kFirst && letter <= kLast ? 0xFB00 + letter - kFirst : letter;
 }
 
 bool IsDropped(char32_t letter) {
@@ -76,19 +60,12 @@ std::string NameOf(const GfxFont& font) {
     return subset ? name.substr(kPrefix + 1) : name;
 }
 
-bool HasWord(std::string_view name, std::initializer_list<std::string_view> words) {
-    return std::any_of(words.begin(), words.end(), [&](std::string_view word) {
-        return name.find(word) != std::string_view::npos;
-    });
-}
-
 PdfFont FontOf(const GfxFont& font) {
     PdfFont result;
     result.name = NameOf(font);
-    result.bold = font.isBold() || font.getWeight() >= GfxFont::W600 ||
-                  HasWord(result.name, {"Bold", "bold", "Black", "Heavy", "Demi"});
-    result.italic = font.isItalic() ||
-                    HasWord(result.name, {"Italic", "italic", "Oblique", "oblique", "Slanted"});
+    const PdfFontStyle style = StyleOfFontName(result.name);
+    result.bold = font.isBold() || font.getWeight() >= GfxFont::W600 || style.bold;
+    result.italic = font.isItalic() || style.italic;
     return result;
 }
 
@@ -104,37 +81,11 @@ double HeightOf(const GfxFont& font) {
     return usual || !(height > 0) || height > kLargestPlace ? 1 : height;
 }
 
-PdfBox BoxOf(double x0, double y0, double x1, double y1) {
-    return {Narrow(std::min(x0, x1)), Narrow(std::min(y0, y1)), Narrow(std::max(x0, x1)),
-            Narrow(std::max(y0, y1))};
-}
-
-PdfBox ClipOf(const GfxState& state) {
-    double x0 = 0;
-    double y0 = 0;
-    double x1 = 0;
-    double y1 = 0;
-    state.getClipBBox(&x0, &y0, &x1, &y1);
-    return BoxOf(x0, y0, x1, y1);
-}
-
-PdfBox Common(const PdfBox& a, const PdfBox& b) {
-    return {std::max(a.x0, b.x0), std::max(a.y0, b.y0), std::min(a.x1, b.x1), std::min(a.y1, b.y1)};
-}
-
-PdfBox BoxOfPath(const GfxState& state, const GfxSubpath& path) {
-    PdfBox box{std::numeric_limits<float>::max(), std::numeric_limits<float>::max(),
-               std::numeric_limits<float>::lowest(), std::numeric_limits<float>::lowest()};
-    for (int point = 0; point < path.getNumPoints(); ++point) {
-        double x = 0;
-        double y = 0;
-        state.transform(path.getX(point), path.getY(point), &x, &y);
-        box.x0 = std::min(box.x0, Narrow(x));
-        box.y0 = std::min(box.y0, Narrow(y));
-        box.x1 = std::max(box.x1, Narrow(x));
-        box.y1 = std::max(box.y1, Narrow(y));
-    }
-    return box;
+// Filled with one colour; a pattern has none.
+bool InPlainColor(GfxState& state) {
+    constexpr int kFillOnly = 0;
+    return state.getRender() % 4 == kFillOnly && state.getFillColorSpace() != nullptr &&
+           state.getFillColorSpace()->getMode() != csPattern;
 }
 
 PdfDirection DirectionOf(double cosine, double sine) {
@@ -146,17 +97,40 @@ PdfDirection DirectionOf(double cosine, double sine) {
     return PdfDirection::Slanting;
 }
 
+// On a page of kilometres, places are told from near the point that its text counts from: a page so
+// large is one by mistake, and a float holds no places so far away.
+bool ShiftHugePage(GfxState& state) {
+    constexpr double kHuge = 20'000;  // points; more than the format allows a page
+    constexpr double kRoom = 14'400;  // above that point
+    double x = 0;
+    double y = 0;
+    state.transform(0, 0, &x, &y);
+    if (state.getPageWidth() <= kHuge && state.getPageHeight() <= kHuge)
+        return false;
+    state.shiftCTMAndClip(-x, kRoom - y);
+    return true;
+}
+
 }  // namespace
 
 void PdfCharacterDevice::startPage(int /*number*/, GfxState* state, XRef* /*xref*/) {
     page_.width = Narrow(state->getPageWidth());
     page_.height = Narrow(state->getPageHeight());
+    huge_ = ShiftHugePage(*state);
     page_.characters.clear();
     page_.rules.clear();
+    page_.uprights.clear();
     page_.links.clear();
+    ground_.Start();
+    masked_ = false;
+    groups_ = 0;
     cells_.Start(page_.width, page_.height);
     replacement_ = {};
     style_known_ = false;
+}
+
+void PdfCharacterDevice::endPage() {
+    ground_.Settle(page_.characters);
 }
 
 void PdfCharacterDevice::updateFont(GfxState* /*state*/) {
@@ -183,10 +157,12 @@ void PdfCharacterDevice::restoreState(GfxState* /*state*/) {
 
 void PdfCharacterDevice::UseFont(const GfxState& state) {
     font_height_ = 1;
+    nameless_font_ = false;
     PdfFont font;
     if (state.getFont()) {
         font = FontOf(*state.getFont());
         font_height_ = HeightOf(*state.getFont());
+        nameless_font_ = state.getFont()->getType() == fontType3;
     }
     const std::string key = font.name + (font.bold ? "\nB" : "\n") + (font.italic ? "I" : "");
     const auto [found, added] =
@@ -196,7 +172,7 @@ void PdfCharacterDevice::UseFont(const GfxState& state) {
     font_ = found->second;
 }
 
-void PdfCharacterDevice::UseStyle(const GfxState& state) {
+void PdfCharacterDevice::UseStyle(GfxState& state) {
     if (style_known_)
         return;
     style_known_ = true;
@@ -208,6 +184,8 @@ void PdfCharacterDevice::UseStyle(const GfxState& state) {
         state.getFillRGB(&rgb);
     const Color color = ColorOf(rgb);
     white_ = IsWhite(color);
+    color_ = color;
+    plain_ = InPlainColor(state);
     const std::uint64_t key = std::uint64_t{font_} << 32 | static_cast<std::uint32_t>(color.value);
     const auto [found, added] =
         style_numbers_.try_emplace(key, static_cast<std::uint32_t>(styles_.styles.size()));
@@ -232,7 +210,8 @@ PdfHidden PdfCharacterDevice::HiddenAt(const GfxState& state, double x, double y
     const auto reach = Narrow(size);
     const auto at_x = Narrow(middle_x);
     const auto at_y = Narrow(middle_y);
-    const bool outside = at_x < 0 || at_y < 0 || at_x > page_.width || at_y - reach > page_.height;
+    const bool outside =
+        !huge_ && (at_x < 0 || at_y < 0 || at_x > page_.width || at_y - reach > page_.height);
     const bool clipped = at_x < clip.x0 - reach || at_x > clip.x1 + reach ||
                          at_y < clip.y0 - reach || at_y - reach > clip.y1;
     if (outside || clipped)
@@ -266,6 +245,8 @@ PdfCharacter PdfCharacterDevice::Placed(const GfxState& state, double x, double 
     place.style = style_;
     place.direction = DirectionOf(cosine, sine);
     place.hidden = HiddenAt(state, x, y, dx, dy);
+    if (place.hidden == PdfHidden::No && !white_ && plain_ && ground_.HasColorOf(place, color_))
+        place.hidden = PdfHidden::Unseen;
     return place;
 }
 
@@ -310,7 +291,8 @@ void PdfCharacterDevice::drawChar(GfxState* state, double x, double y, double dx
 void PdfCharacterDevice::Add(const PdfCharacter& place, std::u32string_view letters) {
     std::u32string expanded;
     for (const char32_t letter : letters) {
-        const std::u32string_view parts = LettersOfLigature(letter);
+        const std::u32string_view parts =
+            LettersOfLigature(nameless_font_ ? LigatureOfCode(letter) : letter);
         if (!parts.empty())
             expanded += parts;
         else if (!IsDropped(letter))
@@ -343,154 +325,6 @@ void PdfCharacterDevice::endActualText(GfxState* /*state*/) {
     if (replacement_.active && replacement_.drawn && !Overflow())
         Add(replacement_.place, replacement_.text);
     replacement_ = {};
-}
-
-void PdfCharacterDevice::AddRule(const PdfBox& box) {
-    constexpr float kThickest = 3;
-    constexpr float kShortest = 2;
-    if (box.y1 - box.y0 <= kThickest && box.x1 - box.x0 >= kShortest &&
-        page_.rules.size() < kMaxRules)
-        page_.rules.push_back(box);
-}
-
-void PdfCharacterDevice::stroke(GfxState* state) {
-    const GfxPath& path = *state->getPath();
-    const auto half = Narrow(std::min(state->getTransformedLineWidth(), 100.0) / 2);
-    for (int index = 0; index < path.getNumSubpaths(); ++index) {
-        PdfBox box = BoxOfPath(*state, *path.getSubpath(index));
-        box.y0 -= half;
-        box.y1 += half;
-        AddRule(box);
-    }
-}
-
-void PdfCharacterDevice::PaintPath(const GfxState& state) {
-    GfxRGB rgb{};
-    state.getFillRGB(&rgb);
-    const bool white = IsWhite(ColorOf(rgb));
-    if (state.getFillOpacity() <= 0)
-        return;
-    const PdfBox clip = ClipOf(state);
-    const GfxPath& path = *state.getPath();
-    for (int index = 0; index < path.getNumSubpaths(); ++index) {
-        const PdfBox box = Common(BoxOfPath(state, *path.getSubpath(index)), clip);
-        cells_.Paint(box, white);
-        if (!white)
-            AddRule(box);
-    }
-}
-
-void PdfCharacterDevice::fill(GfxState* state) {
-    PaintPath(*state);
-}
-void PdfCharacterDevice::eoFill(GfxState* state) {
-    PaintPath(*state);
-}
-
-void PdfCharacterDevice::PaintClip(const GfxState& state) {
-    cells_.Paint(ClipOf(state), false);
-}
-
-// NOLINTNEXTLINE(readability-function-size): poppler's signature
-bool PdfCharacterDevice::tilingPatternFill(GfxState* state, Gfx* /*gfx*/, Catalog* /*catalog*/,
-                                           GfxTilingPattern* /*pattern*/, const double* /*matrix*/,
-                                           int /*x0*/, int /*y0*/, int /*x1*/, int /*y1*/,
-                                           double /*step_x*/, double /*step_y*/) {
-    PaintClip(*state);
-    return true;
-}
-bool PdfCharacterDevice::functionShadedFill(GfxState* state, GfxFunctionShading* /*shading*/) {
-    PaintClip(*state);
-    return true;
-}
-bool PdfCharacterDevice::axialShadedFill(GfxState* state, GfxAxialShading* /*shading*/,
-                                         double /*low*/, double /*high*/) {
-    PaintClip(*state);
-    return true;
-}
-bool PdfCharacterDevice::radialShadedFill(GfxState* state, GfxRadialShading* /*shading*/,
-                                          double /*low*/, double /*high*/) {
-    PaintClip(*state);
-    return true;
-}
-bool PdfCharacterDevice::gouraudTriangleShadedFill(GfxState* state,
-                                                   GfxGouraudTriangleShading* /*shading*/) {
-    PaintClip(*state);
-    return true;
-}
-bool PdfCharacterDevice::patchMeshShadedFill(GfxState* state, GfxPatchMeshShading* /*shading*/) {
-    PaintClip(*state);
-    return true;
-}
-
-void PdfCharacterDevice::PaintImage(const GfxState& state) {
-    double x0 = 0;
-    double y0 = 0;
-    double x1 = 0;
-    double y1 = 0;
-    state.transform(0, 0, &x0, &y0);
-    state.transform(1, 1, &x1, &y1);
-    cells_.Paint(Common(BoxOf(x0, y0, x1, y1), ClipOf(state)), false);
-}
-
-// NOLINTNEXTLINE(readability-function-size): poppler's signature
-void PdfCharacterDevice::drawImageMask(GfxState* state, Object* reference, Stream* stream,
-                                       int width, int height, bool invert, bool interpolate,
-                                       bool inline_image) {
-    PaintImage(*state);
-    OutputDev::drawImageMask(state, reference, stream, width, height, invert, interpolate,
-                             inline_image);
-}
-
-// NOLINTNEXTLINE(readability-function-size): poppler's signature
-void PdfCharacterDevice::drawImage(GfxState* state, Object* reference, Stream* stream, int width,
-                                   int height, GfxImageColorMap* colors, bool interpolate,
-                                   const int* mask_colors, bool inline_image) {
-    PaintImage(*state);
-    OutputDev::drawImage(state, reference, stream, width, height, colors, interpolate, mask_colors,
-                         inline_image);
-}
-
-void PdfCharacterDevice::AddLinks(PDFDoc& document, int number) {
-    ::Page* const page = document.getPage(number);
-    if (page == nullptr)
-        return;
-    const Object annotations = page->getAnnotsObject();
-    if (!annotations.isArray())
-        return;
-    for (int index = 0; index < std::min(annotations.arrayGetLength(), kMaxLinks); ++index)
-        AddLink(annotations.arrayGet(index));
-}
-
-void PdfCharacterDevice::AddLink(const Object& annotation) {
-    if (!annotation.isDict() || !annotation.dictLookup("Subtype").isName("Link"))
-        return;
-    const Object action = annotation.dictLookup("A");
-    const Object place = annotation.dictLookup("Rect");
-    if (!action.isDict() || !place.isArray() || place.arrayGetLength() != 4)
-        return;
-    const Object address = action.dictLookup("URI");
-    if (!address.isString())
-        return;
-    PdfLink link;
-    link.address = address.getString()->toStr();
-    // An address is ASCII; anything else is none, or was not decrypted.
-    const bool printable = std::all_of(link.address.begin(), link.address.end(),
-                                       [](char letter) { return letter > ' ' && letter < 0x7F; });
-    if (link.address.empty() || !printable)
-        return;
-    std::array<double, 4> corners{};
-    for (int index = 0; index < 4; ++index)
-        corners[static_cast<std::size_t>(index)] = place.arrayGet(index).getNumWithDefaultValue(0);
-    const double* matrix = getDefCTM();
-    const auto x = [&](std::size_t corner) {
-        return matrix[0] * corners[corner] + matrix[2] * corners[corner + 1] + matrix[4];
-    };
-    const auto y = [&](std::size_t corner) {
-        return matrix[1] * corners[corner] + matrix[3] * corners[corner + 1] + matrix[5];
-    };
-    link.box = BoxOf(x(0), y(0), x(2), y(2));
-    page_.links.push_back(std::move(link));
 }
 
 }  // namespace zorvane

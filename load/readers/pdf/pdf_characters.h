@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "load/readers/pdf/pdf_document.h"
+#include "load/readers/pdf/pdf_hidden.h"
 #include "load/readers/pdf/pdf_page.h"
 #include "load/readers/pdf/pdf_painted_cells.h"
 
@@ -34,6 +35,7 @@ class PdfCharacterDevice : public OutputDev {
     bool useShadedFills(int /*type*/) override { return true; }
 
     void startPage(int number, GfxState* state, XRef* xref) override;
+    void endPage() override;
     void updateFont(GfxState* state) override;
     void updateFillColor(GfxState* state) override;
     void updateStrokeColor(GfxState* state) override;
@@ -49,6 +51,12 @@ class PdfCharacterDevice : public OutputDev {
     void stroke(GfxState* state) override;
     void fill(GfxState* state) override;
     void eoFill(GfxState* state) override;
+    void beginTransparencyGroup(GfxState* state, const double* box, GfxColorSpace* space,
+                                bool isolated, bool knockout, bool for_mask) override;
+    void endTransparencyGroup(GfxState* state) override;
+    void setSoftMask(GfxState* state, const double* box, bool alpha, Function* transfer,
+                     GfxColor* backdrop) override;
+    void clearSoftMask(GfxState* state) override;
     bool tilingPatternFill(GfxState* state, Gfx* gfx, Catalog* catalog, GfxTilingPattern* pattern,
                            const double* matrix, int x0, int y0, int x1, int y1, double step_x,
                            double step_y) override;
@@ -75,7 +83,7 @@ class PdfCharacterDevice : public OutputDev {
     };
 
     void UseFont(const GfxState& state);
-    void UseStyle(const GfxState& state);
+    void UseStyle(GfxState& state);
     PdfCharacter Placed(const GfxState& state, double x, double y, double dx, double dy) const;
     PdfHidden HiddenAt(const GfxState& state, double x, double y, double dx, double dy) const;
     void Add(const PdfCharacter& place, std::u32string_view letters);
@@ -89,13 +97,20 @@ class PdfCharacterDevice : public OutputDev {
     PdfPageClock& clock_;
     PdfPage page_;
     PaintedCells cells_;
+    PdfGround ground_;
     Replacement replacement_;
     std::unordered_map<std::string, std::uint32_t> font_numbers_;
     std::unordered_map<std::uint64_t, std::uint32_t> style_numbers_;
     std::uint32_t font_ = 0;
     double font_height_ = 1;  // of a Type 3 font, whose size alone says nothing
+    bool nameless_font_ = false;
     std::uint32_t style_ = 0;
+    bool huge_ = false;  // the page, so that nothing is outside of it
     bool white_ = false;
+    bool plain_ = false;  // filled with one colour
+    Color color_;
+    bool masked_ = false;  // by a soft mask: nothing that is painted hides what lies below
+    int groups_ = 0;       // open groups, which may be painted in any way
     bool style_known_ = false;
 };
 

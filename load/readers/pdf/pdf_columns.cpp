@@ -4,135 +4,91 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <optional>
+#include <map>
+#include <utility>
+
+#include "load/readers/pdf/pdf_bands.h"
 
 namespace zorvane {
 namespace {
 
-using Numbers = std::vector<std::uint32_t>;
-
-constexpr float kFullRow = 0.7F;
-constexpr int kMaxSplits = 12;  // columns within columns
+constexpr int kMostLevels = 14;  // columns within columns
+constexpr std::size_t kMostCandidates = 48;
+constexpr std::size_t kMostSegments = 20'000;  // a page with more is no text
 
 class Splitter {
   public:
-    Splitter(const std::vector<PdfSegment>& segments, const PdfColumnRules& rules)
-        : segments_(segments), rules_(rules) {}
+    Splitter(const std::vector<PdfSegment>& segments, const PdfSides& sides)
+        : segments_(segments), sides_(sides) {}
 
-    std::vector<PdfRegion> Split() {
-        Numbers all(segments_.size());
+    std::vector<PdfRegion> Split(bool columns) {
+        PdfNumbers all(segments_.size());
         for (std::uint32_t index = 0; index < all.size(); ++index)
             all[index] = index;
-        Split(all, 0);
+        Split(all, columns && all.size() <= kMostSegments ? 0 : kMostLevels);
         return std::move(regions_);
     }
 
   private:
-    struct Edge {
-        float x = 0;
-        int step = 0;
-        friend bool operator<(const Edge& a, const Edge& b) {
-            return a.x != b.x ? a.x < b.x : a.step < b.step;
+    void Split(const PdfNumbers& part, int level) {
+        if (part.empty())
+            return;
+        PdfParting best;
+        if (level < kMostLevels) {
+            for (const float gutter : Candidates(part)) {
+                PdfParting parting = PartAt(segments_, part, gutter, sides_);
+                if (parting.worth > best.worth)
+                    best = std::move(parting);
+            }
         }
-    };
-
-    void Split(const Numbers& part, int depth) {
-        const std::optional<float> gutter = depth < kMaxSplits ? Gutter(part) : std::nullopt;
-        if (!gutter) {
+        if (best.worth <= 0) {
             Emit(part);
             return;
         }
-        // What crosses the gutter parts the columns above from those below.
-        Numbers flow;
-        Numbers strip;
-        bool split = false;
+        for (const PdfStretch& stretch : best.stretches) {
+            if (!stretch.columns) {
+                Split(stretch.segments, level + 1);
+                continue;
+            }
+            PdfNumbers left;
+            PdfNumbers right;
+            for (const std::uint32_t number : stretch.segments)
+                (segments_[number].x0 < best.gutter ? left : right).push_back(number);
+            Split(left, level + 1);
+            Split(right, level + 1);
+        }
+    }
+
+    // Left edges of segments that have something at their left, the most frequent ones.
+    std::vector<float> Candidates(const PdfNumbers& part) const {
+        constexpr float kSlack = 0.5F;  // points
+        float first_end = std::numeric_limits<float>::max();
+        for (const std::uint32_t number : part)
+            first_end = std::min(first_end, segments_[number].x1);
+        std::map<long, std::pair<std::size_t, float>> edges;
         for (const std::uint32_t number : part) {
-            const PdfSegment& segment = segments_[number];
-            if (segment.x0 < *gutter && segment.x1 > *gutter) {
-                split |= EndStrip(flow, strip, *gutter, depth);
-                flow.push_back(number);
-            } else {
-                strip.push_back(number);
-            }
+            const float x0 = segments_[number].x0;
+            if (x0 < first_end)
+                continue;
+            auto& [count, edge] = edges.try_emplace(std::lround(x0), 0, x0).first->second;
+            ++count;
+            edge = std::min(edge, x0);
         }
-        split |= EndStrip(flow, strip, *gutter, depth);
-        if (!split && flow.size() == part.size())
-            Emit(flow);
-        else if (!flow.empty())
-            Split(flow, depth + 1);
+        std::vector<std::pair<std::size_t, float>> order;
+        order.reserve(edges.size());
+        for (const auto& [key, edge] : edges)
+            order.push_back(edge);
+        std::stable_sort(order.begin(), order.end(),
+                         [](const auto& a, const auto& b) { return a.first > b.first; });
+        order.resize(std::min(order.size(), kMostCandidates));
+        std::vector<float> candidates;
+        candidates.reserve(order.size());
+        for (const auto& [count, edge] : order)
+            candidates.push_back(edge - kSlack);
+        return candidates;
     }
 
-    // Columns are put out, with what stands above them before; anything else joins the flow.
-    bool EndStrip(Numbers& flow, Numbers& strip, float gutter, int depth) {
-        Numbers left;
-        Numbers right;
-        for (const std::uint32_t number : strip)
-            (segments_[number].x1 <= gutter ? left : right).push_back(number);
-        const bool columns = IsColumn(left) && IsColumn(right);
-        if (columns) {
-            if (!flow.empty())
-                Split(flow, depth + 1);
-            flow.clear();
-            Split(left, depth + 1);
-            Split(right, depth + 1);
-        } else {
-            flow.insert(flow.end(), strip.begin(), strip.end());
-        }
-        strip.clear();
-        return columns;
-    }
-
-    // The place with the most gaps between neighbours in a row.
-    std::optional<float> Gutter(const Numbers& part) const {
-        std::vector<Edge> edges;
-        for (std::size_t index = 1; index < part.size(); ++index) {
-            const PdfSegment& left = segments_[part[index - 1]];
-            const PdfSegment& right = segments_[part[index]];
-            if (left.row == right.row && right.x0 > left.x1) {
-                edges.push_back({left.x1, 1});
-                edges.push_back({right.x0, -1});
-            }
-        }
-        std::sort(edges.begin(), edges.end());
-        int open = 0;
-        int most = static_cast<int>(rules_.least_full_rows) - 1;
-        std::optional<float> best;
-        for (std::size_t index = 0; index + 1 < edges.size(); ++index) {
-            open += edges[index].step;
-            if (open > most && edges[index + 1].x > edges[index].x) {
-                most = open;
-                best = (edges[index].x + edges[index + 1].x) / 2;
-            }
-        }
-        return best;
-    }
-
-    bool IsColumn(const Numbers& part) const {
-        float x0 = std::numeric_limits<float>::max();
-        float x1 = std::numeric_limits<float>::lowest();
-        for (const std::uint32_t number : part) {
-            x0 = std::min(x0, segments_[number].x0);
-            x1 = std::max(x1, segments_[number].x1);
-        }
-        std::size_t rows = 0;
-        std::size_t full_rows = 0;
-        std::size_t index = 0;
-        while (index < part.size()) {
-            const PdfSegment& first = segments_[part[index]];
-            float width = 0;  // without the gaps within the row
-            for (; index < part.size() && segments_[part[index]].row == first.row; ++index)
-                width += segments_[part[index]].x1 - segments_[part[index]].x0;
-            const bool full =
-                width >= kFullRow * (x1 - x0) && width >= rules_.least_width * first.size;
-            full_rows += full ? 1U : 0U;
-            ++rows;
-        }
-        return full_rows >= rules_.least_full_rows && full_rows * rules_.share_of_rows >= rows;
-    }
-
-    void Emit(const Numbers& part) {
-        if (part.empty())
-            return;
+    void Emit(const PdfNumbers& part) {
         PdfRegion region{part, std::numeric_limits<float>::max(),
                          std::numeric_limits<float>::lowest()};
         for (const std::uint32_t number : part) {
@@ -143,15 +99,17 @@ class Splitter {
     }
 
     const std::vector<PdfSegment>& segments_;
-    const PdfColumnRules& rules_;
+    const PdfSides& sides_;
     std::vector<PdfRegion> regions_;
 };
 
 }  // namespace
 
-std::vector<PdfRegion> RegionsOf(const std::vector<PdfSegment>& segments,
-                                 const PdfColumnRules& rules) {
-    return Splitter(segments, rules).Split();
+std::vector<PdfRegion> RegionsOf(const std::vector<PdfCharacter>& characters,
+                                 const std::vector<PdfSegment>& segments,
+                                 const std::vector<PdfBox>& rules, PdfColumnSense sense) {
+    const PdfSides sides(characters, segments, rules, sense);
+    return Splitter(segments, sides).Split(sense != PdfColumnSense::None);
 }
 
 }  // namespace zorvane

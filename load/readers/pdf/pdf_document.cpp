@@ -148,11 +148,20 @@ bool AskClock(void* clock) {
     return static_cast<const PdfPageClock*>(clock)->IsOver();
 }
 
+// When the time of the processor for the pages is over.
+std::clock_t LastTick(PDFDoc& document) {
+    constexpr double kMegabyte = 1e6;
+    const double size = static_cast<double>(document.getBaseStream()->getLength());
+    const double seconds = kDocumentSeconds + kDocumentSecondsPerMegabyte * size / kMegabyte;
+    return std::clock() + static_cast<std::clock_t>(seconds * CLOCKS_PER_SEC);
+}
+
 ReadEnd Walk(PDFDoc& document, const PdfWalk& walk, ReadMonitor& monitor,
              const PageDone& page_done) {
     constexpr double kResolution = 72.0;
     const PdfPages pages = PagesWithin(walk.pages, document.getNumPages());
     const std::int32_t total = pages.last - pages.first + 1;
+    const std::clock_t last = LastTick(document);
     for (std::int32_t page = pages.first; page <= pages.last; ++page) {
         if (!monitor.Progress(page - pages.first, total))
             return ReadEnd::Fault(ReadError::Cancelled);
@@ -161,6 +170,8 @@ ReadEnd Walk(PDFDoc& document, const PdfWalk& walk, ReadMonitor& monitor,
                              walk.box == PageBox::Media, false, false, AskClock, &walk.clock);
         if (!page_done(page) || walk.clock.IsOver())
             return ReadEnd::Fault(ReadError::TooLarge, "a page holds too much");
+        if (std::clock() > last)
+            return ReadEnd::Fault(ReadError::TooLarge, "the pages hold too much");
     }
     return monitor.Progress(total, total) ? ReadEnd::Ok() : ReadEnd::Fault(ReadError::Cancelled);
 }

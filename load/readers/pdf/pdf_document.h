@@ -18,6 +18,11 @@ namespace zorvane {
 /// for any number of operators in a small file; a map with a million takes a second.
 inline constexpr double kMaxPageSeconds = 3;
 
+/// The same for a document: some seconds, and more only for what the file really holds. Many pages
+/// alone give no time, since a small file may have any number of pages that unpack to gigabytes.
+inline constexpr double kDocumentSeconds = 6;
+inline constexpr double kDocumentSecondsPerMegabyte = 5;
+
 /// Thrown through poppler, which has no other way out of forms within forms. `WalkPages` catches
 /// it; what poppler leaves behind goes with the process.
 struct PdfPageTimeIsOver {};

@@ -8,6 +8,7 @@
 #include <tuple>
 #include <utility>
 
+#include "load/readers/pdf/pdf_labels.h"
 #include "load/readers/pdf/pdf_order.h"
 
 namespace zorvane {
@@ -28,44 +29,6 @@ float Height(const PdfBox& box) {
 
 float MiddleX(const PdfWord& word) {
     return (word.x0 + word.x1) / 2;
-}
-
-bool IsBulletLetter(char32_t letter) {
-    constexpr std::u32string_view kBullets =
-        U"\u2022\u25AA\u25CF\u25CB\u25A0\u25A1\u2023\u2043\u25E6\u25B6\u27A2\u2713\u2756\u25C6-"
-        U"\u2013*o\u00B7";
-    return kBullets.find(letter) != std::u32string_view::npos;
-}
-
-bool IsAsciiLetter(char32_t letter) {
-    return (letter | 0x20) >= U'a' && (letter | 0x20) <= U'z';
-}
-bool IsDigit(char32_t letter) {
-    return letter >= U'0' && letter <= U'9';
-}
-
-// "12.", "1.2.3", "(a)", "iv)", "B.".
-bool IsNumberLabel(std::u32string_view word) {
-    constexpr std::size_t kLongest = 10;
-    if (word.empty() || word.size() > kLongest)
-        return false;
-    const bool opened = word.front() == U'(';
-    if (opened)
-        word.remove_prefix(1);
-    const bool closed = !word.empty() && (word.back() == U')' || word.back() == U'.');
-    if (closed)
-        word.remove_suffix(1);
-    if (word.empty())
-        return false;
-    if (std::all_of(word.begin(), word.end(), IsAsciiLetter))
-        return closed &&
-               (word.size() == 1 || std::all_of(word.begin(), word.end(), [](char32_t l) {
-                    return std::u32string_view(U"ivxIVX").find(l) != std::u32string_view::npos;
-                }));
-    const bool number =
-        std::all_of(word.begin(), word.end(), [](char32_t l) { return IsDigit(l) || l == U'.'; });
-    return number && IsDigit(word.front()) &&
-           (closed || word.find(U'.') != std::u32string_view::npos);
 }
 
 bool Overlap(const PdfCharacter& a, const PdfCharacter& b) {
@@ -152,8 +115,10 @@ PdfLineBuilder::PdfLineBuilder(const PdfPage& page, const PdfLineOptions& option
         std::tie(cell_, margin_) = CellAndMargin(page);
 }
 
-PdfLine PdfLineBuilder::Build(const std::vector<const PdfSegment*>& segments, PdfLine* before) {
+PdfLine PdfLineBuilder::Build(const std::vector<const PdfSegment*>& segments, PdfLine* before,
+                              bool stretched) {
     line_ = {};
+    stretched_ = stretched;
     blanks_ = 0;
     blank_count_ = 0;
     left_ = nullptr;
@@ -223,10 +188,12 @@ void PdfLineBuilder::AddWord(const PdfSegment& segment, const PdfWord& word) {
 }
 
 void PdfLineBuilder::AddGap(const PdfWord& word) {
-    const PdfGap gap = GapBetween(*left_, word);
+    PdfGap gap = GapBetween(*left_, word);
     if (gap == PdfGap::None)
         return;
-    if (gap == PdfGap::Blank) {
+    if (stretched_)
+        gap = PdfGap::Blank;
+    if (gap == PdfGap::Blank && !stretched_) {
         blanks_ += word.x0 - left_->x1;
         ++blank_count_;
     }
@@ -298,17 +265,15 @@ void PdfLineBuilder::MeasureStart(const std::vector<const PdfSegment*>& segments
     }
 }
 
+// What may be a label; whether it is one is told when all lines are known.
 void PdfLineBuilder::MeasureLabel(const std::u32string& start, const PdfWord& label,
                                   const PdfWord& text) {
-    constexpr float kLabelGap = 0.45F;  // wider than a blank
-    const std::uint32_t length = LabelLength(start);
-    const bool wide = GapBetween(label, text) == PdfGap::Wide;
-    if (length == 0 || (!wide && text.x0 - label.x1 < kLabelGap * line_.size))
+    line_.label = LabelLength(start);
+    if (line_.label == 0)
         return;
-    line_.label = length;
+    line_.label_is_wide = GapBetween(label, text) == PdfGap::Wide;
+    line_.label_gap = (text.x0 - label.x1) / std::max(line_.size, 0.1F);
     line_.text_x0 = text.x0;
-    if (wide && line_.wide_gaps > 0)
-        --line_.wide_gaps;
 }
 
 void PdfLineBuilder::SettleStyle() {
@@ -326,15 +291,6 @@ void PdfLineBuilder::SettleStyle() {
             line_.style = letter.style;
         }
     }
-}
-
-std::uint32_t LabelLength(const std::u32string& text) {
-    const std::size_t end = text.find_first_of(U" \t");
-    if (end == std::u32string::npos || end == 0)
-        return 0;
-    const std::u32string_view word = std::u32string_view(text).substr(0, end);
-    const bool bullet = word.size() == 1 && IsBulletLetter(word[0]);
-    return bullet || IsNumberLabel(word) ? static_cast<std::uint32_t>(end) : 0;
 }
 
 }  // namespace zorvane

@@ -37,8 +37,9 @@ class PdfLineBuilder {
     PdfLineBuilder(const PdfPage& page, const PdfLineOptions& options);
 
     /// The line of the segments of one row, which are neighbours in a region. An address that
-    /// belongs behind the line `before` is put there.
-    PdfLine Build(const std::vector<const PdfSegment*>& segments, PdfLine* before);
+    /// belongs behind the line `before` is put there. The gaps of a stretched line are blanks.
+    PdfLine Build(const std::vector<const PdfSegment*>& segments, PdfLine* before,
+                  bool stretched = false);
     /// Puts an address that is still to be told behind the last line.
     void CloseLink(PdfLine& line);
 
@@ -59,6 +60,7 @@ class PdfLineBuilder {
     float cell_ = 1;  // width of a blank where places are kept
     float margin_ = 0;
     PdfLine line_;
+    bool stretched_ = false;
     float blanks_ = 0;
     std::size_t blank_count_ = 0;
     const PdfWord* left_ = nullptr;

@@ -81,28 +81,33 @@ int PdfLineFlow::SizeKey(const PdfLine& line) {
     return static_cast<int>(std::lround(line.size * 2));
 }
 
-// The commonest distance between lines of one size.
+// The least of the usual distances between lines of one size: where many paragraphs have but one
+// line, the distance between paragraphs is the commonest.
 void PdfLineFlow::LearnPitches(const std::vector<PdfLine>& lines) {
-    std::map<std::pair<int, long>, int> counts;
-    std::map<int, int> most;
+    std::map<int, std::map<long, int>> counts;
     constexpr float kSteps = 5;  // in a point
     for (std::size_t index = 1; index < lines.size(); ++index) {
         const PdfLine& above = lines[index - 1];
         const PdfLine& line = lines[index];
         const float pitch = line.baseline - above.baseline;
-        if (above.region != line.region || !SameSize(above, line) || pitch <= 0 ||
-            pitch > 4 * line.size)
-            continue;
-        const int key = SizeKey(line);
-        const int count = ++counts[{key, std::lround(pitch * kSteps)}];
-        if (count > most[key]) {
-            most[key] = count;
-            pitches_[key] = pitch;
-        }
+        if (above.region == line.region && SameSize(above, line) &&
+            pitch >= kNarrowestPitch * line.size && pitch <= 4 * line.size)
+            ++counts[SizeKey(line)][std::lround(pitch * kSteps)];
     }
     // Twice is no habit.
     constexpr int kFewest = 3;
-    std::erase_if(pitches_, [&](const auto& entry) { return most[entry.first] < kFewest; });
+    constexpr int kShare = 6;  // of the commonest
+    for (const auto& [size, pitches] : counts) {
+        int most = 0;
+        for (const auto& [pitch, count] : pitches)
+            most = std::max(most, count);
+        for (const auto& [pitch, count] : pitches) {
+            if (count >= kFewest && count * kShare >= most) {
+                pitches_[size] = static_cast<float>(pitch) / kSteps;
+                break;
+            }
+        }
+    }
 }
 
 // Pages of one column share an edge; other columns are told by their left edges.

@@ -1,10 +1,12 @@
 #include "load/readers/pdf/pdf_line_join.h"
 
+#include <unicode/uchar.h>
+
 namespace zorvane {
 namespace {
 
 bool IsLetter(char32_t letter) {
-    return (letter | 0x20) >= U'a' ? (letter | 0x20) <= U'z' || letter >= 0xC0 : false;
+    return u_isalpha(static_cast<UChar32>(letter)) != 0;
 }
 
 // Scripts that are set without blanks.
@@ -21,9 +23,7 @@ bool IsPdfHyphen(char32_t letter) {
 }
 
 bool IsPdfLowerCase(char32_t letter) {
-    return (letter >= U'a' && letter <= U'z') || (letter >= 0xDF && letter <= 0xFF) ||
-           (letter >= 0x3AC && letter <= 0x3CE) || (letter >= 0x430 && letter <= 0x45F) ||
-           (letter >= 0x100 && letter <= 0x17F && letter % 2 == 1);
+    return u_islower(static_cast<UChar32>(letter)) != 0;
 }
 
 void JoinLetters(std::vector<PdfLetter>& letters, const std::vector<PdfLetter>& next,

@@ -9,7 +9,7 @@ namespace zorvane {
 
 bool IsPdfHyphen(char32_t letter);
 
-/// Cased letters of the scripts of Europe; enough to tell whether a sentence goes on.
+/// Of any script; tells whether a sentence goes on.
 bool IsPdfLowerCase(char32_t letter);
 
 /// Puts `next` behind `letters`: with a blank between them, or as one word. A hyphen goes only

@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <utility>
 
 #include "load/readers/document_sink.h"
+#include "load/readers/pdf/pdf_grid_rows.h"
+#include "load/readers/pdf/pdf_grids.h"
 #include "load/readers/pdf/pdf_line_builder.h"
 #include "load/readers/pdf/pdf_line_join.h"
+#include "load/readers/pdf/pdf_list_rows.h"
 #include "load/readers/pdf/pdf_order.h"
 #include "load/readers/pdf/pdf_pleading.h"
 #include "load/readers/pdf/pdf_tables.h"
@@ -54,8 +58,13 @@ class PageLines {
             DropLineNumbers(page_.characters, words);
         if (words.empty())
             return;
-        const std::vector<PdfSegment> segments = SegmentsOf(page_.characters, std::move(words));
-        const std::vector<PdfRegion> regions = Regions(segments);
+        const bool right = direction == PdfDirection::Right;
+        std::vector<PdfSegment> segments = SegmentsOf(
+            page_.characters, std::move(words), right ? page_.uprights : std::vector<PdfBox>());
+        grids_.clear();
+        if (right && !options_.by_layout)
+            grids_ = TakeGrids(page_, segments);
+        const std::vector<PdfRegion> regions = Regions(segments, direction);
         // Most pages have equal margins.
         right_margin_ = regions.size() == 1 && direction == PdfDirection::Right
                             ? page_.width - regions.front().x0
@@ -64,19 +73,28 @@ class PageLines {
             AppendRegion(region, segments, direction);
     }
 
-    std::vector<PdfRegion> Regions(const std::vector<PdfSegment>& segments) const {
+    std::vector<PdfRegion> Regions(const std::vector<PdfSegment>& segments,
+                                   PdfDirection direction) const {
+        PdfColumnSense sense = PdfColumnSense::Usual;
         if (options_.by_layout || options_.document_type == PdfDocumentType::Pleading)
-            return RegionsOf(segments, kNoColumnsRules);
-        return RegionsOf(segments, options_.document_type == PdfDocumentType::ManyColumns
-                                       ? kManyColumnsRules
-                                       : kOneColumnRules);
+            sense = PdfColumnSense::None;
+        else if (options_.document_type == PdfDocumentType::ManyColumns)
+            sense = PdfColumnSense::Keen;
+        return RegionsOf(page_.characters, segments, Rules(direction), sense);
+    }
+
+    // Rules are told in the frame of the page.
+    const std::vector<PdfBox>& Rules(PdfDirection direction) const {
+        static const std::vector<PdfBox> kNone;
+        return direction == PdfDirection::Right ? page_.rules : kNone;
     }
 
     void AppendRegion(const PdfRegion& region, const std::vector<PdfSegment>& segments,
                       PdfDirection direction) {
         const std::uint32_t number = lines_.empty() ? 1 : lines_.back().region + 1;
         for (const PdfRowGroup& group : Groups(region, segments, direction)) {
-            PdfLine line = group.cells.empty() ? Built(group.line) : TableRow(group);
+            PdfLine line =
+                group.cells.empty() ? Built(group.line, group.stretched) : TableRow(group);
             line.region = number;
             line.region_x0 = region.x0;
             line.region_x1 = region.x1;
@@ -87,38 +105,66 @@ class PageLines {
         }
     }
 
-    // The lines of a region; rows of tables only where the text flows.
+    // The lines of a region, with the rows of the tables that stand in it.
     std::vector<PdfRowGroup> Groups(const PdfRegion& region,
                                     const std::vector<PdfSegment>& segments,
                                     PdfDirection direction) const {
-        std::vector<PdfTableLine> rows;
+        std::vector<PdfRowGroup> groups;
+        std::vector<const PdfSegment*> run;
+        const auto put_run = [&] {
+            Append(groups, TextGroups(run, direction));
+            run.clear();
+        };
         for (const std::uint32_t number : region.segments) {
             const PdfSegment& segment = segments[number];
-            if (rows.empty() || rows.back().segments.back()->row != segment.row)
-                rows.emplace_back();
-            rows.back().segments.push_back(&segment);
+            if (segment.table == kNoPdfTable) {
+                run.push_back(&segment);
+                continue;
+            }
+            put_run();
+            Append(groups, GridGroups(grids_[segment.table], direction));
         }
-        for (PdfTableLine& row : rows)
-            row.is_list_item = options_.by_layout || StartsWithLabel(*row.segments.front());
-        return GroupRows(rows,
-                         direction == PdfDirection::Right ? page_.rules : std::vector<PdfBox>());
+        put_run();
+        return groups;
     }
 
-    bool StartsWithLabel(const PdfSegment& segment) const {
-        const PdfWord& word = segment.words.front();
-        constexpr std::uint32_t kLongest = 12;
-        if (segment.words.size() > 1 || word.count > kLongest)
-            return false;
-        std::u32string text;
-        for (std::uint32_t index = 0; index < word.count; ++index)
-            text += page_.characters[word.first + index].letter;
-        return LabelLength(text + U' ') > 0;
+    static void Append(std::vector<PdfRowGroup>& groups, std::vector<PdfRowGroup> more) {
+        std::move(more.begin(), more.end(), std::back_inserter(groups));
+    }
+
+    // Without vertical lines the gaps in its rows tell its columns.
+    std::vector<PdfRowGroup> GridGroups(const PdfGrid& grid, PdfDirection direction) const {
+        if (!grid.columns.empty())
+            return RowsOfGrid(page_.characters, grid);
+        std::vector<const PdfSegment*> run;
+        for (const PdfSegment& segment : grid.segments)
+            run.push_back(&segment);
+        return TextGroups(run, direction);
+    }
+
+    // Rows of tables only where the text flows.
+    std::vector<PdfRowGroup> TextGroups(const std::vector<const PdfSegment*>& run,
+                                        PdfDirection direction) const {
+        std::vector<PdfTableLine> rows;
+        for (const PdfSegment* const segment : run) {
+            if (rows.empty() || rows.back().segments.back()->row != segment->row)
+                rows.emplace_back();
+            rows.back().segments.push_back(segment);
+        }
+        if (options_.by_layout) {
+            for (PdfTableLine& row : rows)
+                row.is_list_item = true;  // rows are kept as lines
+        } else {
+            MarkListItems(page_.characters, rows);
+            MarkStretchedLines(rows);
+        }
+        return GroupRows(page_.characters, rows, Rules(direction));
     }
 
     PdfLine* Last() { return lines_.size() > first_ ? &lines_.back() : nullptr; }
 
-    PdfLine Built(const PdfSegmentLine& row) {
-        PdfLine line = builder_.Build(row, Last());
+    PdfLine Built(const PdfSegmentLine& row, bool stretched = false) {
+        PdfLine line = builder_.Build(row, Last(), stretched);
         line.right_to_left = ReorderVisualLine(line.letters);
         return line;
     }
@@ -177,6 +223,7 @@ class PageLines {
     std::vector<PdfLine>& lines_;
     std::size_t first_;
     float right_margin_ = 0;
+    std::vector<PdfGrid> grids_;  // of the direction at hand
     PdfLineBuilder builder_;
 };
 

@@ -38,8 +38,10 @@ struct PdfLine {
     float first_word = 0;         ///< width of its first word
     float blank = 0;              ///< width of its blanks
     float text_x0 = 0;            ///< where the text behind a label begins; else `x0`
-    std::uint32_t label = 0;      ///< letters of a number or bullet that a gap parts from the text
-    std::uint32_t wide_gaps = 0;  ///< behind a label, none is counted
+    std::uint32_t label = 0;      ///< letters of what may be a number or bullet; see `SettleLabels`
+    float label_gap = 0;          ///< behind it, in font sizes
+    bool label_is_wide = false;   ///< whether that gap is one of the wide ones
+    std::uint32_t wide_gaps = 0;  ///< behind a proven label, none is counted
     bool right_to_left = false;
     bool running = false;  ///< a head or foot of the page
     PdfDirection direction = PdfDirection::Right;
@@ -58,8 +60,5 @@ struct PdfLineOptions {
 /// Appends the lines of a page. The main direction comes first, then the others.
 void AppendLines(const PdfPage& page, std::int32_t page_number, const PdfLineOptions& options,
                  std::vector<PdfLine>& lines);
-
-/// Letters of a number or bullet at the start of a text, up to the blank behind it; else 0.
-std::uint32_t LabelLength(const std::u32string& text);
 
 }  // namespace zorvane

@@ -32,8 +32,8 @@ struct PdfStyles {
 /// Why nobody sees a character.
 enum class PdfHidden : std::uint8_t {
     No,
-    InvisibleMode,  ///< drawn in the invisible mode, as the text of a scanned page is
-    Unseen,         ///< white on the white page, off the page, clipped away, transparent
+    InvisibleMode,  ///< drawn in the invisible mode, but not as the text of a scanned page
+    Unseen,  ///< in the colour of its ground, covered, off the page, clipped away, transparent
 };
 
 /// The direction in which a text runs; each has a frame of its own, in which `x` grows along the
@@ -70,7 +70,8 @@ struct PdfPage {
     float width = 0;
     float height = 0;
     std::vector<PdfCharacter> characters;
-    std::vector<PdfBox> rules;  ///< thin horizontal lines
+    std::vector<PdfBox> rules;     ///< thin horizontal lines
+    std::vector<PdfBox> uprights;  ///< thin vertical lines
     std::vector<PdfLink> links;
 };
 

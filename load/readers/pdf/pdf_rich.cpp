@@ -12,6 +12,7 @@
 #include "load/readers/pdf/pdf_characters.h"
 #include "load/readers/pdf/pdf_document.h"
 #include "load/readers/pdf/pdf_fonts.h"
+#include "load/readers/pdf/pdf_labels.h"
 #include "load/readers/pdf/pdf_letters.h"
 #include "load/readers/pdf/pdf_lines.h"
 #include "load/readers/pdf/pdf_paragraphs.h"
@@ -152,6 +153,7 @@ ReadEnd Put(std::vector<PdfLine> lines, const PdfStyles& styles, const PdfRichOp
     MarkRunningLines(lines);
     if (options.bBCLDetectHeader)
         std::erase_if(lines, [](const PdfLine& line) { return line.running; });
+    SettleLabels(lines);
     PdfParagraphOptions paragraph_options;
     paragraph_options.by_layout = options.lBCLConversionMethod == kLayout;
     paragraph_options.merge = options.bBCLMergeParagraph && !paragraph_options.by_layout;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include "load/readers/pdf/pdf_fragments.h"
+
 namespace zorvane {
 namespace {
 
@@ -22,7 +24,6 @@ constexpr float kOneRow = 0.12F;             // baselines of one row differ by n
 constexpr float kNearRow = 0.4F;
 constexpr float kScriptSize = 0.85F;
 constexpr float kScriptGap = 0.4F;
-constexpr float kSegmentGap = 0.9F;  // a gutter between columns may be this narrow
 
 bool IsWanted(const PdfCharacter& character, PdfDirection direction, const PdfHiddenText& hidden) {
     if (character.direction != direction)
@@ -55,12 +56,7 @@ bool EqualLetters(const std::vector<PdfCharacter>& characters, const PdfWord& a,
     return true;
 }
 
-/// Rows as they are found from top to bottom.
-struct Row {
-    float baseline = 0;
-    float size = 0;
-    std::vector<PdfWord> words;
-};
+using Row = PdfWordRow;
 
 float Top(const Row& row) {
     return row.baseline - 0.75F * row.size;
@@ -164,33 +160,6 @@ bool IsJump(const PdfWord& left, const PdfWord& right) {
     return right.jump_before && !left.blank_after;
 }
 
-bool PartsSegments(const PdfWord& left, const PdfWord& right) {
-    const float size = std::max(left.size, right.size);
-    const float gap = right.x0 - left.x1;
-    if (IsJump(left, right))
-        return gap > size * kJump;
-    const bool neighbours = right.number == left.number + 1;
-    return gap > size * (neighbours ? kWideGap : kSegmentGap);
-}
-
-void AddSegments(const Row& row, std::vector<PdfSegment>& segments) {
-    bool open = false;
-    float right = 0;  // the farthest end so far: a small word may lie within a wide one
-    for (const PdfWord& word : row.words) {
-        if (open && PartsSegments(segments.back().words.back(), word) && word.x0 > right)
-            open = false;
-        if (!open) {
-            segments.push_back({{}, word.x0, word.x1, row.baseline, row.size, 0});
-            right = word.x1;
-            open = true;
-        }
-        PdfSegment& segment = segments.back();
-        segment.words.push_back(word);
-        right = std::max(right, word.x1);
-        segment.x1 = right;
-    }
-}
-
 // A row may hold columns whose baselines and sizes differ: each segment takes its own.
 void SettleBaseline(PdfSegment& segment) {
     segment.size = 0;
@@ -226,6 +195,18 @@ void NumberRows(std::vector<PdfSegment>& segments) {
                      });
 }
 
+// Three dots and more, and nothing else.
+void MarkLeaders(const std::vector<PdfCharacter>& characters, std::vector<PdfWord>& words) {
+    constexpr std::uint32_t kFewest = 3;
+    for (PdfWord& word : words) {
+        word.leader = word.count >= kFewest;
+        for (std::uint32_t index = 0; word.leader && index < word.count; ++index) {
+            const char32_t letter = characters[word.first + index].letter;
+            word.leader = letter == U'.' || letter == 0x2026 || letter == U'_' || letter == 0xB7;
+        }
+    }
+}
+
 void FindJumps(std::vector<PdfWord>& words) {
     std::size_t blanks = 0;
     for (const PdfWord& word : words)
@@ -249,6 +230,8 @@ PdfGap GapBetween(const PdfWord& left, const PdfWord& right) {
     const float gap = right.x0 - left.x1;
     const bool neighbours = right.number == left.number + 1;
     const bool blank = neighbours && (left.blank_after || right.blank_before);
+    if ((left.leader || right.leader) && gap > size * kWordGap)
+        return PdfGap::Blank;
     if (IsJump(left, right) && gap > size * kJump)
         return PdfGap::Wide;
     if (gap > size * (blank ? kWideGapBehindBlank : kWideGap))
@@ -305,14 +288,18 @@ std::vector<PdfWord> WordsOf(const std::vector<PdfCharacter>& characters, PdfDir
 }
 
 std::vector<PdfSegment> SegmentsOf(const std::vector<PdfCharacter>& characters,
-                                   std::vector<PdfWord> words) {
+                                   std::vector<PdfWord> words, std::vector<PdfBox> uprights) {
+    std::sort(uprights.begin(), uprights.end(),
+              [](const PdfBox& a, const PdfBox& b) { return a.x0 < b.x0; });
+    MarkLeaders(characters, words);
     std::vector<Row> rows = BaselinesOf(std::move(words));
     AttachScripts(rows);
     std::vector<PdfSegment> segments;
-    for (Row& row : rows) {
+    for (Row& row : rows)
         DropTwins(characters, row.words);
-        AddSegments(row, segments);
-    }
+    MarkClearGaps(rows);
+    for (const Row& row : rows)
+        AppendSegments(row, uprights, segments);
     for (PdfSegment& segment : segments)
         SettleBaseline(segment);
     NumberRows(segments);

@@ -21,8 +21,12 @@ struct PdfWord {
     std::uint32_t number = 0;  ///< in the order of drawing
     bool blank_before = false;
     bool blank_after = false;
-    bool jump_before = false;  ///< no blank before it on a page that draws its blanks
+    bool jump_before = false;    ///< no blank before it on a page that draws its blanks
+    bool gutter_before = false;  ///< a gap that stays clear over several rows
+    bool leader = false;         ///< dots that lead to what stands behind them
 };
+
+inline constexpr std::uint32_t kNoPdfTable = static_cast<std::uint32_t>(-1);
 
 /// Words on one baseline that no wide gap parts. Small raised or lowered ones belong to it.
 struct PdfSegment {
@@ -31,10 +35,12 @@ struct PdfSegment {
     float x1 = 0;
     float baseline = 0;
     float size = 0;
-    std::uint32_t row = 0;  ///< equal for segments of one row; ascends down the page
+    std::uint32_t row = 0;              ///< equal for segments of one row; ascends down the page
+    std::uint32_t table = kNoPdfTable;  ///< a ruled table, which stands here as one
+    float height = 0;                   ///< of that table, down from its first baseline
 
     float Top() const { return baseline - 0.75F * size; }
-    float Bottom() const { return baseline + 0.25F * size; }
+    float Bottom() const { return baseline + 0.25F * size + height; }
 };
 
 /// How two neighbours in a row are told apart.
@@ -52,8 +58,8 @@ std::vector<PdfWord> WordsOf(const std::vector<PdfCharacter>& characters, PdfDir
                              const PdfHiddenText& hidden);
 
 /// The segments of the rows, from top to bottom and from left to right. A word drawn twice at one
-/// place, as for a bold look, is there once.
+/// place, as for a bold look, is there once. Vertical rules part them.
 std::vector<PdfSegment> SegmentsOf(const std::vector<PdfCharacter>& characters,
-                                   std::vector<PdfWord> words);
+                                   std::vector<PdfWord> words, std::vector<PdfBox> uprights = {});
 
 }  // namespace zorvane

@@ -1,8 +1,11 @@
 #include "load/readers/pdf/pdf_tables.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <utility>
+
+#include "load/readers/pdf/pdf_cell_flow.h"
 
 namespace zorvane {
 namespace {
@@ -36,6 +39,7 @@ class Columns {
     }
     std::size_t Count() const { return columns_.size(); }
     float RightEdge(std::size_t column) const { return columns_[column].x1; }
+    float LeftEdge(std::size_t column) const { return columns_[column].x0; }
     std::size_t Of(const PdfSegment& segment) const {
         const float middle = (segment.x0 + segment.x1) / 2;
         std::size_t column = 0;
@@ -71,10 +75,32 @@ float Size(const PdfTableLine& line) {
     return line.segments.front()->size;
 }
 
+// Whether the neighbour has text over every gap of the line, and ends where the line ends.
+bool RunsOver(const PdfTableLine& neighbour, const PdfTableLine& line) {
+    constexpr float kNear = 1.7F;
+    constexpr float kSameEdge = 0.2F;
+    const float size = Size(line);
+    if (std::fabs(Baseline(neighbour) - Baseline(line)) > kNear * size ||
+        std::fabs(neighbour.segments.back()->x1 - line.segments.back()->x1) > kSameEdge * size)
+        return false;
+    for (std::size_t index = 1; index < line.segments.size(); ++index) {
+        const float x0 = line.segments[index - 1]->x1;
+        const float x1 = line.segments[index]->x0;
+        const bool over = std::any_of(
+            neighbour.segments.begin(), neighbour.segments.end(), [&](const PdfSegment* segment) {
+                return std::min(segment->x1, x1) - std::max(segment->x0, x0) > 0.5F * (x1 - x0);
+            });
+        if (!over)
+            return false;
+    }
+    return true;
+}
+
 class Grouping {
   public:
-    Grouping(const std::vector<PdfTableLine>& lines, const std::vector<PdfBox>& rules)
-        : lines_(lines), rules_(rules) {
+    Grouping(const std::vector<PdfCharacter>& characters, const std::vector<PdfTableLine>& lines,
+             const std::vector<PdfBox>& rules)
+        : characters_(characters), lines_(lines), rules_(rules) {
         std::sort(rules_.begin(), rules_.end(),
                   [](const PdfBox& a, const PdfBox& b) { return a.y0 < b.y0; });
     }
@@ -85,7 +111,8 @@ class Grouping {
             const std::size_t end = EndOfTable(index);
             if (end == index) {
                 PdfRowGroup group;
-                group.line = lines_[index++].segments;
+                group.line = lines_[index].segments;
+                group.stretched = lines_[index++].stretched;
                 groups_.push_back(std::move(group));
                 continue;
             }
@@ -97,7 +124,8 @@ class Grouping {
 
   private:
     bool IsRowOfCells(std::size_t line) const {
-        return lines_[line].segments.size() > 1 && !lines_[line].is_list_item;
+        return lines_[line].segments.size() > 1 && !lines_[line].is_list_item &&
+               !lines_[line].stretched;
     }
 
     // Behind the last line of the table that begins at `first`, or `first`.
@@ -214,9 +242,39 @@ class Grouping {
     bool StartsRow(std::size_t line, const Spacing& spacing) const {
         if (spacing.ruled || IsRuled(line))
             return IsRuled(line);
-        if (Pitch(line) > spacing.tight)
+        if (spacing.tight > 0 && Pitch(line) > spacing.tight)
             return true;
-        return spacing.rows_are_tight && columns_.Of(*lines_[line].segments.front()) == 0;
+        return !GoesOnInCells(line);
+    }
+
+    // Every cell of the line goes on in one that was full in the row so far.
+    bool GoesOnInCells(std::size_t line) const {
+        constexpr float kGap = 6;       // points between two columns
+        constexpr float kPitch = 1.6F;  // of the size
+        if (Pitch(line) > kPitch * Size(lines_[line]))
+            return false;
+        const std::vector<std::vector<PdfSegmentLine>>& row = groups_.back().cells;
+        const std::vector<PdfSegmentLine> cells = CellsOf(lines_[line].segments);
+        for (std::size_t column = 0; column < cells.size(); ++column) {
+            if (cells[column].empty())
+                continue;
+            if (row[column].empty() ||
+                row[column].back().front()->baseline < Baseline(lines_[line - 1]) - 1)
+                return false;
+            const float edge = column + 1 < columns_.Count() ? columns_.LeftEdge(column + 1) - kGap
+                                                             : columns_.RightEdge(column);
+            if (StepBetween(CellLineOf(characters_, row[column].back()),
+                            CellLineOf(characters_, cells[column]), edge) == PdfCellStep::NewCell)
+                return false;
+        }
+        return true;
+    }
+
+    std::vector<PdfSegmentLine> CellsOf(const PdfSegmentLine& segments) const {
+        std::vector<PdfSegmentLine> cells(columns_.Count());
+        for (const PdfSegment* const segment : segments)
+            cells[columns_.Of(*segment)].push_back(segment);
+        return cells;
     }
 
     void PutTable(std::size_t first, std::size_t end) {
@@ -245,6 +303,7 @@ class Grouping {
         }
     }
 
+    const std::vector<PdfCharacter>& characters_;
     const std::vector<PdfTableLine>& lines_;
     std::vector<PdfBox> rules_;
     std::vector<PdfRowGroup> groups_;
@@ -254,9 +313,20 @@ class Grouping {
 
 }  // namespace
 
-std::vector<PdfRowGroup> GroupRows(const std::vector<PdfTableLine>& lines,
+std::vector<PdfRowGroup> GroupRows(const std::vector<PdfCharacter>& characters,
+                                   const std::vector<PdfTableLine>& lines,
                                    const std::vector<PdfBox>& rules) {
-    return Grouping(lines, rules).Groups();
+    return Grouping(characters, lines, rules).Groups();
+}
+
+void MarkStretchedLines(std::vector<PdfTableLine>& lines) {
+    for (std::size_t index = 0; index < lines.size(); ++index) {
+        if (lines[index].segments.size() < 2 || lines[index].is_list_item)
+            continue;
+        lines[index].stretched =
+            (index > 0 && RunsOver(lines[index - 1], lines[index])) ||
+            (index + 1 < lines.size() && RunsOver(lines[index + 1], lines[index]));
+    }
 }
 
 }  // namespace zorvane

@@ -13,7 +13,8 @@ using PdfSegmentLine = std::vector<const PdfSegment*>;
 
 /// A line of text, or a row of a table whose cells may take several lines.
 struct PdfRowGroup {
-    PdfSegmentLine line;  ///< of a text; empty for a row of a table
+    PdfSegmentLine line;     ///< of a text; empty for a row of a table
+    bool stretched = false;  ///< the gaps in that line are blanks
     std::vector<std::vector<PdfSegmentLine>> cells;
     std::vector<float> right_edges;  ///< of the cells' columns
     bool ruled = false;              ///< lines are drawn between the rows of the table
@@ -23,9 +24,14 @@ struct PdfRowGroup {
 struct PdfTableLine {
     PdfSegmentLine segments;
     bool is_list_item = false;
+    bool stretched = false;  ///< a line of a text whose blanks are wide; see `MarkStretchedLines`
 };
 
-std::vector<PdfRowGroup> GroupRows(const std::vector<PdfTableLine>& lines,
+/// A line is no row of cells when a neighbour runs over its gaps and ends at the same edge.
+void MarkStretchedLines(std::vector<PdfTableLine>& lines);
+
+std::vector<PdfRowGroup> GroupRows(const std::vector<PdfCharacter>& characters,
+                                   const std::vector<PdfTableLine>& lines,
                                    const std::vector<PdfBox>& rules);
 
 }  // namespace zorvane

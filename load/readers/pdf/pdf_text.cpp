@@ -7,8 +7,10 @@
 #include <unordered_map>
 #include <vector>
 
+#include "load/readers/pdf/pdf_characters.h"
 #include "load/readers/pdf/pdf_document.h"
 #include "load/readers/pdf/pdf_letters.h"
+#include "load/readers/pdf/pdf_lines.h"
 #include "load/readers/pdf/pdf_reader.h"
 
 namespace zorvane {
@@ -17,6 +19,11 @@ namespace {
 void AppendText(void* stream, const char* text, int length) {
     static_cast<std::string*>(stream)->append(text, static_cast<std::size_t>(length));
 }
+
+class NoMonitor : public ReadMonitor {
+  public:
+    bool Progress(std::int64_t /*done*/, std::int64_t /*total*/) override { return true; }
+};
 
 /// A text device that leaves out a character which lies on an equal one.
 class ShadowlessDevice : public TextOutputDev {
@@ -28,8 +35,13 @@ class ShadowlessDevice : public TextOutputDev {
 
     void saveState(GfxState* /*state*/) override { clock_.Tick(); }
 
+    /// Whether the page that was shown last has so many scattered pieces of text that sorting them
+    /// would take seconds; its text was left out.
+    bool Crowded() const { return pieces_ > kMostPieces; }
+
     void startPage(int page, GfxState* state, XRef* xref) override {
         drawn_.clear();
+        pieces_ = 0;
         TextOutputDev::startPage(page, state, xref);
     }
 
@@ -37,13 +49,33 @@ class ShadowlessDevice : public TextOutputDev {
     void drawChar(GfxState* state, double x, double y, double dx, double dy, double origin_x,
                   double origin_y, CharCode code, int bytes, const Unicode* letters,
                   int count) override {
+        CountPiece(*state, x, y, dx);
+        if (Crowded())
+            return;
         if (max_delta_x_ > 0 && count > 0 && IsShadow(*state, x, y, dx, letters[0]))
             return;
         TextOutputDev::drawChar(state, x, y, dx, dy, origin_x, origin_y, code, bytes, letters,
                                 count);
     }
 
+    void endPage() override {
+        if (!Crowded())
+            TextOutputDev::endPage();
+    }
+
   private:
+    static constexpr std::size_t kMostPieces = 12'000;
+
+    // A letter that does not stand behind the last one begins a piece.
+    void CountPiece(const GfxState& state, double x, double y, double dx) {
+        Place here;
+        state.transform(x, y, &here.x, &here.y);
+        const double reach = 3 * state.getTransformedFontSize();
+        if (std::fabs(here.y - end_.y) > reach / 10 || std::fabs(here.x - end_.x) > reach)
+            ++pieces_;
+        state.transform(x + dx, y, &end_.x, &end_.y);
+    }
+
     struct Place {
         double x = 0;
         double y = 0;
@@ -89,10 +121,34 @@ class ShadowlessDevice : public TextOutputDev {
         return (static_cast<std::uint64_t>(cell) << 24) ^ letter;
     }
 
+    Place end_;  // of the last letter
+    std::size_t pieces_ = 0;
     double max_delta_x_;
     PdfPageClock& clock_;
     std::unordered_map<std::uint64_t, std::vector<Place>> drawn_;
 };
+
+// The text of a page by the layout of the robust road, which has a bound for each step.
+ReadEnd CrowdedText(PDFDoc& document, std::int32_t page, std::string& text) {
+    PdfStyles styles;
+    PdfPageClock clock;
+    PdfCharacterDevice device(styles, clock);
+    NoMonitor monitor;
+    std::vector<PdfLine> lines;
+    const ReadEnd end = WalkPages(document, {{page, page}, PageBox::Media, device, clock}, monitor,
+                                  [&](std::int32_t number) {
+                                      AppendLines(device.Page(), number, {}, lines);
+                                      return !device.Overflow();
+                                  });
+    for (const PdfLine& line : lines) {
+        for (const PdfLetter& letter : line.letters)
+            AppendUtf8(letter.letter == static_cast<char32_t>(kCellEnd) ? U'\t' : letter.letter,
+                       text);
+        text += '\n';
+    }
+    text += '\f';
+    return end;
+}
 
 }  // namespace
 
@@ -107,7 +163,9 @@ ReadEnd ReadPdfText(std::string_view bytes, const PdfPasswords& passwords, const
     ShadowlessDevice device(text, max_delta_x, clock);
     std::size_t page_start = 0;
     end = WalkPages(*file.document, {pages, PageBox::Media, device, clock}, monitor,
-                    [&](std::int32_t) {
+                    [&](std::int32_t page) {
+                        if (device.Crowded() && !CrowdedText(*file.document, page, text).ok())
+                            return false;
                         PlainLetters(text, page_start);
                         page_start = text.size();
                         return text.size() < kMaxPartBytes;

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "load/readers/pdf/pdf_font_style.h"
 #include "load/readers/pdf/pdf_fonts.h"
 #include "load/readers/pdf/pdf_line_join.h"
 #include "load/readers/pdf/pdf_lines.h"
@@ -105,7 +106,7 @@ const PageRow kWordRows[] = {
              Put(page, 300, y + 5, U"right");
          }
      },
-     "left\nright\nleft\nright\nleft\nright\n"},
+     "left\nleft\nleft\nright\nright\nright\n"},
     {"text that runs down stands behind the rest",
      [](PdfPage& page) {
          Put(page, 10, 20, U"aside");
@@ -292,21 +293,6 @@ TEST(PdfLayout, TellsLinksBehindTheirTexts) {
     EXPECT_EQ(LinesOf(page, options), "see the site of <http://a>\nours <http://b> or not\n");
 }
 
-struct LabelRow {
-    const char32_t* text;
-    std::uint32_t length;
-};
-TEST(PdfLayout, KnowsLabelsOfLists) {
-    const LabelRow rows[] = {{U"1. x", 2},     {U"(a) x", 3},     {U"iv) x", 3},  {U"1.2.3 x", 5},
-                             {U"\u2022 x", 1}, {U"\u2022\tx", 1}, {U"1990 x", 0}, {U"word. x", 0},
-                             {U"I went", 0},   {U"-x", 0},        {U"", 0},       {U"12.", 0},
-                             {U". x", 0},      {U"() x", 0}};
-    for (const LabelRow& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(std::u32string(row.text)));
-        EXPECT_EQ(LabelLength(row.text), row.length);
-    }
-}
-
 struct JoinRow {
     const char* name;
     const char32_t* first;
@@ -317,6 +303,10 @@ struct JoinRow {
 TEST(PdfLayout, JoinsLines) {
     const JoinRow rows[] = {
         {"words", U"one", U"two", "one two", "one two"},
+        {"a hyphen before a letter with a stroke", U"prze-", U"\u0142om", "prze-\xC5\x82om",
+         "prze\xC5\x82om"},
+        {"a hyphen before a capital with a mark", U"Bia\u0142o-", U"\u0141\u0119ka",
+         "Bia\xC5\x82o-\xC5\x81\xC4\x99ka", "Bia\xC5\x82o-\xC5\x81\xC4\x99ka"},
         {"a hyphen within a word", U"connec-", U"tion", "connec-tion", "connection"},
         {"a name", U"Trace-", U"Monkey", "Trace-Monkey", "Trace-Monkey"},
         {"a dash", U"this -", U"that", "this - that", "this - that"},
@@ -385,6 +375,42 @@ TEST(PdfLayout, TellsTheFamilyOfAFont) {
     for (const FamilyRow& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(FamilyOfFont(row.name), row.family);
+    }
+}
+
+struct StyleRow {
+    const char* name;
+    bool bold;
+    bool italic;
+};
+TEST(PdfLayout, TellsTheStyleOfAFontByItsName) {
+    const StyleRow rows[] = {{"CMBX12", true, false},
+                             {"CMR10", false, false},
+                             {"CMTI10", false, true},
+                             {"CMMI7", false, true},
+                             {"CMBXTI10", true, true},
+                             {"SFBX1200", true, false},
+                             {"SFRM1095", false, false},
+                             {"SFTI1000", false, true},
+                             {"SFBI1000", true, true},
+                             {"CMSY10", false, false},
+                             {"NimbusRomNo9L-Medi", true, false},
+                             {"NimbusRomNo9L-MediItal", true, true},
+                             {"NimbusRomNo9L-ReguItal", false, true},
+                             {"Roboto-Medium", false, false},
+                             {"Arial-BoldMT", true, false},
+                             {"LMRoman10-Italic", false, true},
+                             {"LMRoman10-Bold", true, false},
+                             {"MyriadPro-It", false, true},
+                             {"Frutiger-B", true, false},
+                             {"MyriadPro-Bd", true, false},
+                             {"ItemList", false, false},
+                             {"CMBXVERSION", false, false}};
+    for (const StyleRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const PdfFontStyle style = StyleOfFontName(row.name);
+        EXPECT_EQ(style.bold, row.bold);
+        EXPECT_EQ(style.italic, row.italic);
     }
 }
 

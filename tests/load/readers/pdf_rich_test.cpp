@@ -196,6 +196,9 @@ TEST(PdfRich, ReadsTwoColumnsInOrder) {
     EXPECT_NE(TextOf(MakePdf(TwoColumns()), layout).find("is number 3    "), std::string::npos);
 }
 
+/// One grey dot, 200 points wide, over the line at 700.
+const std::string kPicture = "q 200 0 0 30 60 690 cm\nBI /W 1 /H 1 /CS /G /BPC 8 ID x\nEI Q\n";
+
 struct HiddenRow {
     const char* name;
     std::string content;
@@ -204,7 +207,36 @@ struct HiddenRow {
 };
 TEST(PdfRich, LeavesOutWhatNobodySees) {
     const HiddenRow rows[] = {
-        {"invisible mode", "3 Tr\n" + Line(72, 700, "text"), "", "text\n"},
+        {"invisible mode on a page with other text",
+         Line(72, 600, "seen") + "3 Tr\n" + Line(72, 700, "text"), "seen\n", "text\nseen\n"},
+        {"invisible mode alone", "3 Tr\n" + Line(72, 700, "text"), "text\n", "text\n"},
+        {"invisible mode under a picture",
+         Line(72, 600, "seen") + "3 Tr\n" + Line(72, 700, "text") + kPicture, "text\nseen\n",
+         "text\nseen\n"},
+        {"invisible mode over a picture",
+         Line(72, 600, "seen") + kPicture + "3 Tr\n" + Line(72, 700, "text"), "text\nseen\n",
+         "text\nseen\n"},
+        {"invisible mode beside a picture",
+         Line(72, 600, "seen") + kPicture + "3 Tr\n" + Line(72, 500, "text"), "seen\n",
+         "seen\ntext\n"},
+        {"under a picture", Line(72, 700, "text") + kPicture, "text\n", "text\n"},
+        {"covered", Line(72, 600, "seen") + Line(72, 700, "text") + "60 690 200 30 re f\n",
+         "seen\n", "seen\n"},
+        {"covered, as all of the page", Line(72, 700, "text") + "60 690 200 30 re f\n", "text\n",
+         "text\n"},
+        {"struck through", Line(72, 600, "seen") + Line(72, 700, "text") + "60 702 200 2 re f\n",
+         "text\nseen\n", "text\nseen\n"},
+        {"over what covers",
+         Line(72, 600, "seen") + "1 0 0 rg 60 690 200 30 re f 0 g\n" + Line(72, 700, "text"),
+         "text\nseen\n", "text\nseen\n"},
+        {"in the colour of its ground", "1 0 0 rg 60 690 200 30 re f\n" + Line(72, 700, "text"), "",
+         ""},
+        {"in the colour below its ground",
+         "1 0 0 rg 60 690 200 30 re f 0 1 0 rg 70 695 100 20 re f 1 0 0 rg\n" +
+             Line(72, 700, "text"),
+         "text\n", "text\n"},
+        {"in the colour of a frame",
+         "60 690 200 30 re 65 695 190 20 re f*\n" + Line(72, 700, "text"), "text\n", "text\n"},
         {"white on the white page", "1 1 1 rg\n" + Line(72, 700, "text"), "", ""},
         {"white on a dark box", "0 0 1 rg 60 680 200 60 re f\n1 1 1 rg\n" + Line(72, 700, "text"),
          "text\n", "text\n"},
@@ -343,6 +375,16 @@ TEST(PdfRich, ReadsTurnedPages) {
     EXPECT_EQ(TextOf(MakePdf({page})), "turned text\n");
     page.rotate = 0;
     EXPECT_EQ(TextOf(MakePdf({page})), "turned text\n");
+}
+
+TEST(PdfRich, ReadsAPageOfAnySize) {
+    for (const double size : {30'000.0, 1e6, 1e9}) {
+        SCOPED_TRACE(size);
+        Page page{Line(72, 700, "two words") + Line(72, 20'000, "above"), {}};
+        page.width = size;
+        page.height = size;
+        EXPECT_EQ(TextOf(MakePdf(std::vector<Page>{page})), "above\ntwo words\n");
+    }
 }
 
 TEST(PdfRich, TakesTheTextThatStandsForGlyphs) {

@@ -1,3 +1,4 @@
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -159,6 +160,21 @@ constexpr EndRow kEndRows[] = {
     {"the header alone", "%PDF-1.4\n", ReadError::Damaged},
     {"a pointer into nothing", "x\nstartxref\n5\n%%EOF", ReadError::Damaged},
 };
+// Sorting so many pieces of text is not left to the library, whose time grows with their square.
+TEST(PdfText, ReadsAPageOfScatteredWords) {
+    std::string content;
+    constexpr int kWords = 15'000;
+    for (int word = 0; word < kWords; ++word) {
+        content += test_pdf::Line(10 + (word * 7919) % 580, 10 + (word * 104'729) % 770,
+                                  "w" + std::to_string(word), 5);
+    }
+    const std::clock_t start = std::clock();
+    const std::string text = TextOf(MakePdf(content));
+    EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, 5.0);
+    for (const int word : {0, 777, kWords - 1})
+        EXPECT_NE(text.find("w" + std::to_string(word)), std::string::npos);
+}
+
 TEST(PdfText, TellsWhyItCannotRead) {
     for (const EndRow& row : kEndRows) {
         SCOPED_TRACE(row.name);
