@@ -219,7 +219,11 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     if (!(side && bLoadedAsPlainText) && LooksLikeRtf(bytes)) {
         if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
             RewriteRichText(sFile, bytes);
-        document.RichTB().SetRich(ReadRtf(bytes));
+        RichText rich = ReadRtf(bytes);
+        std::string().swap(bytes);
+        if (remove_blank_lines)
+            RemoveEmptyParagraphs(rich);
+        document.RichTB().SetRich(rich);
     } else {
         std::u16string text = Decode(bytes);
         std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
@@ -238,7 +242,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
 
 // The rewriting is done in a temporary file, which is made only when there is something to do.
 void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& bytes) {
-    if (!HasNumberedListOrEmptyLines(bytes, parts_.options.bRemoveBlankLines.Data()))
+    if (!HasNumberedList(bytes))
         return;
     ProcessState& process = parts_.process;
     const std::string temp_file = GetTempNameWithDocExtension(*process.platform.temp_files, "RTF");
