@@ -71,6 +71,20 @@ ContentKind KindOfCompound(std::string_view bytes) {
     return ContentKind::OtherCompound;
 }
 
+// Text may hold a stray NUL; bytes that are no text are full of control characters.
+bool IsBinary(std::string_view bytes) {
+    constexpr std::ptrdiff_t kTextPerControl = 32;
+    const std::string_view head = bytes.substr(0, kHead);
+    if (head.find('\0') == std::string_view::npos || LooksLikeUtf16(bytes))
+        return false;
+    const auto controls = std::count_if(head.begin(), head.end(), [](char character) {
+        constexpr std::string_view kOfText = "\t\n\r\f\v\x1B";
+        return static_cast<unsigned char>(character) < 0x20 &&
+               kOfText.find(character) == std::string_view::npos;
+    });
+    return controls * kTextPerControl > static_cast<std::ptrdiff_t>(head.size());
+}
+
 bool BeginsWithTag(std::string_view text) {
     if (text.size() < 2 || text[0] != '<')
         return false;
@@ -128,7 +142,8 @@ ContentKind KindOfContent(std::string_view bytes, std::string_view name,
         return ContentKind::Rtf;
     if (bytes.substr(0, 1024).find("%PDF-") != std::string_view::npos)
         return ContentKind::Pdf;
-    if (!LooksLikeUtf16(bytes) && bytes.substr(0, kHead).find('\0') != std::string_view::npos)
+    // A message may carry its attachments as bytes.
+    if (IsBinary(bytes) && LowerExtension(name) != "eml")
         return ContentKind::OtherBinary;
     return KindOfText(bytes, name);
 }
