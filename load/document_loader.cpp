@@ -214,7 +214,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     if (remove_blank_lines && spreadsheet)
         options.bRemoveFormatting.SetData(true);
     const bool plain = options.bRemoveFormatting.Data();
-    bLoadedAsPlainText = bIsFileText(sFile, parts_.TextFileExtensions) || plain;
+    bLoadedAsPlainText = plain || (IsComparedAsText(sFile) && !TakesWordRoad(sFile));
     clsRTBDocument& document = parts_.document(target);
     if (!(side && bLoadedAsPlainText) && LooksLikeRtf(bytes)) {
         if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
@@ -348,18 +348,6 @@ std::optional<std::string> DocumentLoader::ReadText(const std::string& sFile) {
     return bytes;
 }
 
-// Documents that a word processor opens, and web pages and XML while their source isn't asked for.
-bool DocumentLoader::TakesWordRoad(const std::string& sFile) const {
-    const clsCompareFileOptions& options = parts_.options;
-    if (options.bRemoveFormatting.Data() && ExtensionContains(sFile, "RTF"))
-        return true;
-    const bool rendered = IsRenderedText(sFile) && !bIsFileText(sFile, parts_.TextFileExtensions);
-    if (!options.bHTMLCompareSource.Data() &&
-        (rendered || ExtensionContains(sFile, "JHTM XHTM XML PHP HTML HTM")))
-        return true;
-    return ExtensionContains(sFile, kWordExtensions) || sFile.find("=Word") != std::string::npos;
-}
-
 // A file whose name says nothing is read as what it holds, so that no document shows as bytes.
 std::optional<std::string> DocumentLoader::ReadUnknown(const std::string& sFile, Side side) {
     constexpr std::size_t kHead = 1024;
@@ -379,10 +367,9 @@ std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFil
         return ConvertWord(sFile, PasswordsOf(parts_.options, side));
     if (ExtensionContains(sFile, "PDF"))
         return ConvertPdf(sFile, side);
-    if (IsSlidesName(sFile))
+    if (IsSlidesName(sFile) && !IsTranslationSource(sFile))
         return PrepareSlides(sFile, side);
-    return bIsFileText(sFile, parts_.TextFileExtensions) ? ReadText(sFile)
-                                                         : ReadUnknown(sFile, side);
+    return IsComparedAsText(sFile) ? ReadText(sFile) : ReadUnknown(sFile, side);
 }
 
 std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::string& sFile,

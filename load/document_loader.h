@@ -11,6 +11,7 @@
 #include "common/base/side.h"
 #include "compare/document/rtb_document.h"
 #include "load/conversion_service.h"
+#include "load/file_kind.h"
 #include "load/load_context.h"
 #include "load/word_conversion.h"
 #include "options/compare_file_options.h"
@@ -129,7 +130,13 @@ class DocumentLoader {
     std::optional<std::string> ReadText(const std::string& sFile);
     std::optional<std::string> ReadUnknown(const std::string& sFile, Side side);
     std::optional<std::string> RunConversion(const std::string& sFile, Side side);
-    bool TakesWordRoad(const std::string& sFile) const;
+    bool TakesWordRoad(const std::string& sFile) const {
+        return zorvane::TakesWordRoad(sFile, parts_.options, parts_.TextFileExtensions);
+    }
+    bool IsComparedAsText(const std::string& sFile) const {
+        return IsSourceCode(sFile) || IsTranslationSource(sFile) ||
+               bIsFileText(sFile, parts_.TextFileExtensions);
+    }
     void RemoveBlankLines(const std::string& sFile, std::u16string& text) const;
     void LogFailure(std::string_view text, const std::string& sFile, const std::string& reason);
     void Advise(bool& warned, const std::string& question, const std::string& done_text);

@@ -103,11 +103,21 @@ bool SaysHtml(std::string_view text) {
     return false;
 }
 
+// Source code of a page: what a page shows of it is not what changes in it.
+bool IsScript(std::string_view text) {
+    return text.starts_with("<?php") || text.starts_with("<?=") || text.starts_with("<%");
+}
+
+// E-mail, and a web page kept as one.
+bool IsMessageName(std::string_view extension) {
+    return extension == "eml" || extension == "mht" || extension == "mhtml";
+}
+
 ContentKind KindOfText(std::string_view bytes, std::string_view name) {
     const std::string extension = LowerExtension(name);
     if (extension == "md" || extension == "markdown")
         return ContentKind::Markdown;
-    if (extension == "eml")
+    if (IsMessageName(extension))
         return ContentKind::Message;
     std::string_view head = bytes.substr(0, 4096);
     std::string decoded;
@@ -118,12 +128,14 @@ ContentKind KindOfText(std::string_view bytes, std::string_view name) {
     if (head.starts_with("\xEF\xBB\xBF"))
         head.remove_prefix(3);
     head = Trim(head);
+    if (IsScript(head))
+        return ContentKind::Text;
     const bool tagged = BeginsWithTag(head);
     if (tagged && SaysHtml(head))
         return ContentKind::Html;
     if (extension.find("xml") != std::string::npos || (tagged && head.starts_with("<?xml")))
         return ContentKind::Xml;
-    if (extension.find("htm") != std::string::npos || extension == "php" || tagged)
+    if (extension.find("htm") != std::string::npos || tagged)
         return ContentKind::Html;
     return ContentKind::Text;
 }
@@ -143,7 +155,7 @@ ContentKind KindOfContent(std::string_view bytes, std::string_view name,
     if (bytes.substr(0, 1024).find("%PDF-") != std::string_view::npos)
         return ContentKind::Pdf;
     // A message may carry its attachments as bytes.
-    if (IsBinary(bytes) && LowerExtension(name) != "eml")
+    if (IsBinary(bytes) && !IsMessageName(LowerExtension(name)))
         return ContentKind::OtherBinary;
     return KindOfText(bytes, name);
 }
