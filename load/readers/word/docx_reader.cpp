@@ -44,6 +44,8 @@ ReadEnd DocxWalker::Read() {
     parts_ = ReadRelationships(package_, main);
     styles_.Read(package_, parts_);
     ReadParts();
+    if (!end_.ok())
+        return end_;
     XmlPart document;
     if (ReadEnd end = XmlPart::Read(package_, main, document); !end.ok())
         return end;
@@ -80,8 +82,18 @@ std::string DocxWalker::MainPart() {
     return "word/document.xml";
 }
 
+// False without such a part. One that holds text and cannot be read ends the reading: what is
+// missing would pass for unchanged.
+bool DocxWalker::ReadPart(const std::string& name, XmlPart& part) {
+    ReadEnd end = XmlPart::Read(package_, name, part);
+    const bool read = end.ok();
+    if (!read && end.error != ReadError::WrongFormat && end_.ok())
+        end_ = std::move(end);
+    return read;
+}
+
 void DocxWalker::ReadNotes(const std::string& name, XmlPart& part, Notes& notes) {
-    if (!XmlPart::Read(package_, name, part).ok())
+    if (!ReadPart(name, part))
         return;
     for (const Node& note : part.Root().children()) {
         const std::string_view type = Attribute(note, "type");
@@ -123,7 +135,7 @@ void DocxWalker::HeaderPart(const std::string& relationship, std::set<std::strin
     const auto found = parts_.find(relationship);
     XmlPart part;
     if (found == parts_.end() || !seen.insert("part " + found->second.target).second ||
-        !XmlPart::Read(package_, found->second.target, part).ok())
+        !ReadPart(found->second.target, part))
         return;
     std::string text;
     PlainText(part.Root(), text, 0);

@@ -32,6 +32,7 @@ class DocxWalker {
     // The package: docx_reader.cpp.
     std::string MainPart();
     void ReadParts();
+    bool ReadPart(const std::string& name, XmlPart& part);
     void ReadNotes(const std::string& name, XmlPart& part, Notes& notes);
     void ReadSettings(const std::string& name);
     void HeadersAndFooters(const Node& document);

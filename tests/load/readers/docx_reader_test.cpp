@@ -323,6 +323,16 @@ TEST(DocxReader, ReadsEvenPagesHeadersWhereTheyDiffer) {
           parts);
 }
 
+TEST(DocxReader, TellsOfAPartWithTextThatCannotBeRead) {
+    WordFile notes;
+    notes.footnotes = "<w:footnote>";
+    EXPECT_TRUE(ShownWord(notes).starts_with("error 3: broken XML"));
+    WordFile header;
+    header.body = "<w:sectPr><w:headerReference w:type=\"default\" r:id=\"rh\"/></w:sectPr>";
+    header.header = "<w:p>";
+    EXPECT_TRUE(ShownWord(header).starts_with("error 3: broken XML"));
+}
+
 TEST(DocxReader, EndsOnHostileInput) {
     std::string deep;
     for (int i = 0; i < 5000; ++i)
