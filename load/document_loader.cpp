@@ -1,6 +1,5 @@
 #include "load/document_loader.h"
 
-#include <cerrno>
 #include <sys/stat.h>
 #include <utility>
 
@@ -42,15 +41,6 @@ class Hourglass {
     LoadQuestions& questions_;
 };
 
-// What is wrong with a name that denotes no file, when there is more to say than that.
-std::string WhyMissing(const std::string& sFile) {
-    struct stat facts {};
-    if (stat(NativePath(sFile).c_str(), &facts) != 0 && errno == ENOENT)
-        return {};
-    const Status readable = CheckReadable(sFile);
-    return readable.ok() ? std::string() : readable.failure().reason;
-}
-
 std::string TimeText(const timespec& time) {
     return std::to_string(time.tv_sec) + "." + std::to_string(time.tv_nsec);
 }
@@ -88,15 +78,6 @@ DocumentLoader::DocumentLoader(LoaderParts parts)
                service_,       parts_.show_detail, parts_.keep_going},
       word_{parts_.process, page_, parts_.restart_time_count} {}
 
-// The reason in front is the contract's; what the system said follows on a line of its own.
-void DocumentLoader::LogFailure(std::string_view text, const std::string& sFile,
-                                const std::string& reason) {
-    std::string message = "LoadFileIntoEditor(): " + std::string(text) + "\n\n" + sFile;
-    if (!reason.empty())
-        message += "\n" + reason;
-    LogMessage(parts_.process, message);
-}
-
 bool DocumentLoader::SelectFile(Side side, std::string& sFile) {
     if (parts_.process.gbCommandLineRunning || !Trim(sFile).empty())
         return true;
@@ -108,18 +89,6 @@ bool DocumentLoader::SelectFile(Side side, std::string& sFile) {
         return false;
     sFile = parts_.questions.BrowseFor(side);
     return bFileExists(sFile);
-}
-
-bool DocumentLoader::ReportMissing(const std::string& sFile) {
-    ProcessState& process = parts_.process;
-    std::string message = process.Translate("File does not exist") + ":\r\n\r\n" + sFile;
-    if (const std::string reason = WhyMissing(sFile); !reason.empty())
-        message += "\r\n" + reason;
-    if (process.gbCommandLineRunning)
-        LogMessage(process, message);
-    else
-        parts_.questions.ShowMessage(message, process.Translate("Error"));
-    return false;
 }
 
 std::optional<LoadedFileIdentity> DocumentLoader::IdentityOf(const std::string& sFile) const {
@@ -223,12 +192,16 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
         std::string().swap(bytes);
         if (remove_blank_lines)
             RemoveEmptyParagraphs(rich);
+        if (side)
+            TakeNoText(sFile, rich.text, SideOf(target));
         document.RichTB().SetRich(rich);
     } else {
         std::u16string text = Decode(bytes);
         std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
         if (remove_blank_lines)
             RemoveBlankLines(sFile, text);
+        if (side)
+            TakeNoText(sFile, text, SideOf(target));
         document.RichTB().SetText(text);
     }
     if (!parts_.process.translator.gbDoubleByteLocale && !(side && plain))
@@ -376,7 +349,8 @@ std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::str
                                                                   Side side) {
     bSpaceAddedToTextFile = false;
     bSlidesFailed[side] = false;
-    std::optional<std::string> bytes = RunConversion(sFile, side);
+    std::optional<std::string> bytes =
+        parts_.process.bTellsPlainly ? RunTellingPlainly(sFile, side) : RunConversion(sFile, side);
     if (!bytes)
         bForceReload = {true, true};
     return bytes;

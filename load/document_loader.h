@@ -107,6 +107,9 @@ class DocumentLoader {
     /// same.
     PerSide<bool> bSlidesFailed{false, false};
 
+    /// Why the loaded file of a side gave no text although it holds something; empty otherwise.
+    PerSide<std::string> sNoText;
+
     TrellisPage& Page() { return page_; }
 
   private:
@@ -117,6 +120,7 @@ class DocumentLoader {
     void RememberFile(Side side, const std::string& sFile);
     std::optional<std::string> ReadForView(const std::string& sFile);
     void FillEditor(const std::string& sFile, std::string bytes, EditorTarget target);
+    void TakeNoText(const std::string& sFile, std::u16string_view text, Side side);
     void RewriteRichText(const std::string& sFile, std::string& bytes);
     std::u16string Decode(const std::string& bytes) const;
     std::optional<std::string> ConvertWord(const std::string& sFile,
@@ -129,6 +133,7 @@ class DocumentLoader {
     std::optional<std::string> Read(const std::string& sFile);
     std::optional<std::string> ReadText(const std::string& sFile);
     std::optional<std::string> ReadUnknown(const std::string& sFile, Side side);
+    std::optional<std::string> RunTellingPlainly(const std::string& sFile, Side side);
     std::optional<std::string> RunConversion(const std::string& sFile, Side side);
     bool TakesWordRoad(const std::string& sFile) const {
         return zorvane::TakesWordRoad(sFile, parts_.options, parts_.TextFileExtensions);
@@ -147,6 +152,7 @@ class DocumentLoader {
     LoadContext context_;
     WordConversion word_;
     PerSide<LoadedFileIdentity> loaded_;
+    std::string system_reason_;  ///< of the last failure, as far as the system told one
 };
 
 }  // namespace zorvane

@@ -134,6 +134,11 @@ class MessageText {
         std::vector<MimeEntity> parts;
         for (const std::string_view part : SplitParts(entity.body, type.type.Parameter("boundary")))
             parts.push_back(ReadEntity(part));
+        // Without the boundary that it names, the message is what stands there.
+        if (parts.empty() && !Trim(entity.body).empty()) {
+            Plain(DecodeCharset(entity.body, "", locale_encoding_), {});
+            return ReadEnd::Ok();
+        }
         if (type.type.value == "multipart/alternative") {
             const MimeEntity* best = Best(parts);
             return best == nullptr ? ReadEnd::Ok() : Part(*best, depth + 1);

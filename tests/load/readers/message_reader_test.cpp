@@ -117,7 +117,10 @@ TEST(MessageReader, ShowsThePartsOfAMessage) {
          "message/rfc822\n\nSubject: b\n\ninner\n--x--",
          "[b:Subject: ]a||[b:Subject: ]b||inner|"},
         {"cut off", "Content-Type: multipart/mixed; boundary=x\n\n--x\n\ntext", "|text|"},
-        {"no boundary", "Content-Type: multipart/mixed\n\ntext", "|"},
+        {"no boundary", "Content-Type: multipart/mixed\n\ntext", "|text|"},
+        {"another boundary", "Content-Type: multipart/mixed; boundary=x\n\n--y\n\ntext\n",
+         "|--y||text|"},
+        {"parts that are empty", "Content-Type: multipart/mixed; boundary=x\n\n--x\n--x--\n", "|"},
     });
 }
 
