@@ -64,6 +64,26 @@ class RtfOutput {
         paragraph_begin_ = rich_.Length();
     }
     bool AtParagraphBegin() const { return rich_.Length() == paragraph_begin_; }
+    /// True when the paragraph at work holds nothing but blanks and ends of cells and lines.
+    bool IsBlankParagraph() const {
+        const auto begin = static_cast<std::size_t>(paragraph_begin_);
+        return std::all_of(rich_.text.begin() + static_cast<std::ptrdiff_t>(begin),
+                           rich_.text.end(),
+                           [](char16_t unit) { return unit == u'\t' || PartsWords(unit); });
+    }
+    void DropParagraph() {
+        std::int32_t length = rich_.Length() - paragraph_begin_;
+        rich_.text.resize(static_cast<std::size_t>(paragraph_begin_));
+        while (length > 0) {
+            CharRun& last = rich_.char_runs.back();
+            const std::int32_t part = std::min(length, last.length);
+            last.length -= part;
+            length -= part;
+            if (last.length == 0)
+                rich_.char_runs.pop_back();
+        }
+        blank_due_ = false;
+    }
     RichText Take() {
         paragraph_begin_ = 0;
         blank_due_ = false;

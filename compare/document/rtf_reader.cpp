@@ -267,7 +267,18 @@ class Reader {
             }
         } else if (Seen()) {
             pending_ += text;
+        } else if (state_.chars.hidden && state_.destination == Destination::Body) {
+            row_hides_ = row_hides_ || text.find_first_not_of(' ') != std::string_view::npos;
         }
+    }
+
+    // A row whose text is hidden in every cell is not seen, though the ends of its cells may be.
+    void EndRow() {
+        const bool hidden = std::exchange(row_hides_, false) && Out().IsBlankParagraph();
+        if (hidden)
+            Out().DropParagraph();
+        else if (Seen() && !Out().AtParagraphBegin())
+            EndParagraphOf();
     }
 
     // Bytes wait until something else comes, so that both halves of a double-byte character are
@@ -313,6 +324,7 @@ class Reader {
     }
 
     void EndParagraphOf() {
+        row_hides_ = false;
         if (state_.boxes > 0)
             box_.EndParagraph(state_.chars, state_.paragraph);
         else
@@ -515,8 +527,7 @@ class Reader {
                 TakeCharacter(kRtfCell);
                 return true;
             case RtfAction::RowEnd:
-                if (Seen() && !Out().AtParagraphBegin())
-                    EndParagraphOf();
+                EndRow();
                 return true;
             case RtfAction::Unicode:
                 if (state_.destination == Destination::Fonts) {
@@ -524,6 +535,8 @@ class Reader {
                     font_name_ += static_cast<char16_t>(static_cast<std::uint32_t>(number));
                 } else if (Seen()) {
                     TakeUnicode(number);
+                } else if (state_.chars.hidden) {
+                    row_hides_ = true;
                 }
                 skip_left_ = static_cast<std::size_t>(state_.unicode_skip);
                 return true;
@@ -762,6 +775,7 @@ class Reader {
     bool group_begins_ = false;
     bool starred_ = false;
     bool cell_tab_ = false;
+    bool row_hides_ = false;  // the paragraph at work has hidden text
     std::int32_t font_ = 0;
     std::string font_bytes_;
     std::u16string font_name_;

@@ -77,6 +77,11 @@ const ReadRow kReadRows[] = {
      "[note: n]!a [note: n]!|"},
     {"a note of deleted text", "{\\rtf1 a{\\deleted b{\\footnote\\plain n}}c}", "ac"},
     {"an empty note", "{\\rtf1 a{\\footnote\\pard }b}", "ab"},
+    {"a row hidden but for the ends of its cells",
+     "{\\rtf1 x\\par\\trowd\\intbl{\\v a}\\cell{\\v b}\\cell\\row\\trowd{\\v c}\\cell "
+     "d\\cell\\row\\trowd"
+     "\\cell\\cell\\row}",
+     "x|!d!|!!|"},
     {"a hidden row", "{\\rtf1\\trowd\\intbl\\v a\\cell b\\cell\\v0\\row\\trowd c\\cell\\row}",
      "c!|"},
     {"two texts for two kinds of reader", "{\\rtf1{\\upr{old}{\\*\\ud{new}}}}", "new"},
