@@ -168,7 +168,7 @@ TEST_F(LoadOptionsTest, SetObeysOrRefusesEveryName) {
     EXPECT_TRUE(settings_.bBCLUsingPageRange);
     EXPECT_FALSE(settings_.bConvertAllSlides);
     EXPECT_FALSE(settings_.bConnectHyphens);
-    from.settings = {{"lLineBracket", "3"}, {"bUseLineBracket", "FALSE"}};
+    from.settings = {{"bUseLineBracket", "FALSE"}, {"lLineBracket", "3"}};
     EXPECT_EQ(Reason(from), "");
     EXPECT_FALSE(options_.bUseLineBracket.Data()) << "what is said goes before what is implied";
 }

@@ -222,6 +222,7 @@ TEST(DocxReader, LeavesHiddenRowsOut) {
     const std::string hidden = "<w:p><w:pPr>" + vanish + "</w:pPr><w:r>" + vanish +
                                "<w:t>x</w:t></w:r><w:bookmarkStart/></w:p>";
     const std::string seen = "<w:p>" + Words("a") + "</w:p>";
+    const std::string half_hidden = "<w:p><w:pPr>" + vanish + "</w:pPr>" + Words("b") + "</w:p>";
     const auto row = [](const char* properties, const std::string& cells) {
         return "<w:tr><w:trPr>" + std::string(properties) + "</w:trPr>" + cells + "</w:tr>";
     };
@@ -229,12 +230,12 @@ TEST(DocxReader, LeavesHiddenRowsOut) {
                                     row("<w:hidden w:val=\"0\"/>", Cell(seen)) + "</w:tbl>";
     const std::string by_text = "<w:tbl>" + row("", Cell(hidden) + Cell(hidden)) +
                                 row("", Cell(hidden) + Cell(seen)) + row("", Cell("<w:p/>")) +
-                                "</w:tbl>";
+                                row("", Cell(half_hidden)) + "</w:tbl>";
     const std::string nested =
         "<w:tbl>" + row("", Cell(seen + "<w:tbl>" + row("<w:hidden/>", Cell(seen)) + "</w:tbl>")) +
         "</w:tbl>";
     Check({{"by its property", by_property, "a!|"},
-           {"by all that is in it", by_text, "!a!|!|"},
+           {"by all that is in it", by_text, "!a!|!|b!|"},
            {"in a table in a cell", nested, "a!|"}});
 }
 

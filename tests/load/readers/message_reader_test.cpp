@@ -84,9 +84,9 @@ TEST(MessageReader, ReadsWhatAProgramSavedInAnotherEncoding) {
     EXPECT_EQ(ShownMessage("\xEF\xBB\xBF\r\n" + ToUtf8(text)), shown);
     const std::string encoded =
         "\xEF\xBB\xBF"
-        "Content-Type: text/plain; charset=iso-8859-1\nContent-Transfer-Encoding: "
-        "quoted-printable\n\n=E9";
-    EXPECT_EQ(ShownMessage(encoded), "|\u00E9|") << "encoded bytes keep their own charset";
+        "Content-Type: text/plain; charset=windows-1251\nContent-Transfer-Encoding: "
+        "quoted-printable\n\n=C0=E1";
+    EXPECT_EQ(ShownMessage(encoded), "|\u0410\u0431|") << "encoded bytes keep their own charset";
     const std::string page =
         "\xEF\xBB\xBF"
         "Content-Type: text/html\n\n<meta charset=iso-8859-1><p>\u00E9";
