@@ -27,13 +27,11 @@ class CompareRunner {
           viewer_(process_, request_, window_) {}
 
     int Run() {
-        process_.gbCommandLineRunning = true;
-        process_.bShowMessages = true;
         process_.sLogFile = command_.load.log_file;
         request_.bExitWhenDone = true;
         request_.sReportTitle = command_.title;
         for (const Status& step :
-             {OpenSettingsFile(process_, command_.load.settings_file), TakeSides()}) {
+             {BeginCommand(process_, command_.load.settings_file), TakeSides()}) {
             if (!step.ok())
                 return Trouble(step);
         }
@@ -43,7 +41,7 @@ class CompareRunner {
         bool failed = false;
         viewer_.RefreshDisplayCommandLine(Format(), failed);
         window_.Clear();
-        if (failed || viewer_.SlidesFailed())
+        if (failed || viewer_.SlidesFailed() || !HasText())
             return kTrouble;
         if (!WriteReports() || !WriteJson() || !Print())
             return kTrouble;
@@ -55,6 +53,16 @@ class CompareRunner {
         window_.Clear();
         LogMessage(process_, status.failure().reason);
         return kTrouble;
+    }
+
+    // A side without any text would be called unchanged, or wholly deleted: neither is known.
+    bool HasText() {
+        bool good = true;
+        for (const Side side : kBothSides) {
+            const std::string& reason = viewer_.NoTextReasons()[side];
+            good = Report(reason.empty() ? Status::Ok() : Status(Failure{reason})) && good;
+        }
+        return good;
     }
 
     Status TakeSides() {
@@ -89,7 +97,8 @@ class CompareRunner {
         if (command_.bracket)
             options.lLineBracket.SetData(*command_.bracket);
         SetExpressions(options);
-        if (Status loads = ApplyLoadOptions(command_.load, options, viewer_.Settings());
+        if (Status loads =
+                ApplyLoadOptions(command_.load, SetBy::Compare, options, viewer_.Settings());
             !loads.ok())
             return loads;
         return VestrelX::CheckFilterExpression(options.sIgnoreRegularExpression.Data());

@@ -23,12 +23,16 @@ const char* ExtensionFor(std::string_view bytes) {
 
 }  // namespace
 
-Status OpenSettingsFile(ProcessState& process, const std::string& file) {
-    if (file.empty())
+Status BeginCommand(ProcessState& process, const std::string& settings_file) {
+    process.gbCommandLineRunning = true;
+    process.bShowMessages = true;
+    process.bTellsPlainly = true;
+    InitializeLocale(process);
+    if (settings_file.empty())
         return Status::Ok();
-    if (Status readable = CheckReadable(file); !readable.ok())
+    if (Status readable = CheckReadable(settings_file); !readable.ok())
         return readable;
-    process.settings = OpenIniProfile(file);  // and never flushed
+    process.settings = OpenIniProfile(settings_file);  // and never flushed
     return Status::Ok();
 }
 
@@ -53,6 +57,7 @@ Result<std::string> InputFile(ProcessState& process, const std::string& given) {
     const Status written = WriteWholeFile(name.value(), bytes.value());
     if (!written.ok())
         return written.failure();
+    process.shown_names[name.value()] = input ? "standard input" : given;
     return name;
 }
 

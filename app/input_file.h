@@ -12,8 +12,9 @@ struct ProcessState;
 /// The section of a settings file that a run without windows reads.
 inline constexpr const char* kFirstViewer = "1_CompareFile";
 
-/// Reads the settings file into the process; nothing is ever written to it. An empty name is none.
-Status OpenSettingsFile(ProcessState& process, const std::string& file);
+/// Makes the process one that has no windows, tells each fault once and in a user's words, and
+/// starts from a settings file, which is only read. An empty name is none.
+Status BeginCommand(ProcessState& process, const std::string& settings_file);
 
 /// The name of a file that can be read more than once: `given` itself, or for "-" and for a pipe a
 /// temporary file with what came from there, named after what that holds.

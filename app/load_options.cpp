@@ -4,6 +4,7 @@
 #include <charconv>
 #include <optional>
 
+#include "load/csv_operations.h"
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
 
@@ -93,6 +94,29 @@ Status ApplyRanges(const LoadOptions& from, CompareFilesSettings& settings) {
     return Status::Ok();
 }
 
+// A list without a number would keep all rows, and what it was meant to leave out would be
+// compared.
+Status CheckLists(const clsCompareFileOptions& options) {
+    struct ListRow {
+        const clsVarBoolean& used;
+        const clsVarString& list;
+        const char* option;
+        const char* example;
+    };
+    const ListRow rows[] = {
+        {options.bExcelUseRowsMaster, options.sExcelRowsMaster, "--rows", "1,12,30-50"},
+        {options.bExcelUseRowsSource, options.sExcelRowsSource, "--rows", "1,12,30-50"},
+        {options.bExcelUseColsMaster, options.sExcelColsMaster, "--columns", "1-3,7"},
+        {options.bExcelUseColsSource, options.sExcelColsSource, "--columns", "1-3,7"},
+    };
+    for (const ListRow& row : rows) {
+        if (row.used.Data() && !IsNumberList(row.list.Data()))
+            return Failure{std::string(row.option) + " " + row.list.Data() +
+                           ": write numbers and ranges, such as " + row.example};
+    }
+    return Status::Ok();
+}
+
 }  // namespace
 
 void AddLoadOptions(CLI::App& app, LoadOptions& options, std::vector<std::string>& sets) {
@@ -144,7 +168,7 @@ Status TakeSets(const std::vector<std::string>& sets, LoadOptions& options) {
     return Status::Ok();
 }
 
-Status ApplyLoadOptions(const LoadOptions& from, clsCompareFileOptions& options,
+Status ApplyLoadOptions(const LoadOptions& from, SetBy command, clsCompareFileOptions& options,
                         CompareFilesSettings& settings) {
     const auto turn_on = [](bool wanted, clsVarBoolean& option) {
         if (wanted)
@@ -160,13 +184,11 @@ Status ApplyLoadOptions(const LoadOptions& from, clsCompareFileOptions& options,
     ApplySheets(from, options);
     if (Status ranges = ApplyRanges(from, settings); !ranges.ok())
         return ranges;
-    for (const auto& [name, value] : from.settings) {
-        Status set = HasSetting(name) ? SetSettingByName(settings, name, value)
-                                      : options.SetByName(name, value);
-        if (!set.ok())
-            return set.failure().WithContext("--set");
-    }
-    return Status::Ok();
+    if (Status set = ApplySets(from.settings, command, options, settings); !set.ok())
+        return set;
+    // A settings file may say otherwise for windows; nothing loaded would compare as equal.
+    options.bReloadOnRefresh.SetData(true);
+    return CheckLists(options);
 }
 
 }  // namespace zorvane

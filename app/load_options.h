@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/set_names.h"
 #include "common/base/result.h"
 
 namespace CLI {
@@ -34,7 +35,7 @@ struct LoadOptions {
     bool pdf_quick = false;
     std::string slides;
     bool notes = false;
-    std::vector<std::pair<std::string, std::string>> settings;  ///< option name and its value
+    NamedValues settings;
     std::string settings_file;
     std::string log_file;
     friend bool operator==(const LoadOptions&, const LoadOptions&) = default;
@@ -44,9 +45,9 @@ struct LoadOptions {
 void AddLoadOptions(CLI::App& app, LoadOptions& options, std::vector<std::string>& sets);
 Status TakeSets(const std::vector<std::string>& sets, LoadOptions& options);
 
-/// Carries them over to the viewer's options and settings. Fails on an unknown name, a value of the
-/// wrong kind or a bad range, in a user's words.
-Status ApplyLoadOptions(const LoadOptions& from, clsCompareFileOptions& options,
+/// Carries them over to the viewer's options and settings. Fails on a name that is unknown or has
+/// no effect on the command, a value of the wrong kind or a bad range, in a user's words.
+Status ApplyLoadOptions(const LoadOptions& from, SetBy command, clsCompareFileOptions& options,
                         CompareFilesSettings& settings);
 
 }  // namespace zorvane

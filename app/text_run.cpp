@@ -32,10 +32,8 @@ class TextRunner {
 
     int Run() {
         constexpr int kTrouble = 2;
-        process_.gbCommandLineRunning = true;
-        process_.bShowMessages = true;
         process_.sLogFile = command_.load.log_file;
-        Status step = OpenSettingsFile(process_, command_.load.settings_file);
+        Status step = BeginCommand(process_, command_.load.settings_file);
         if (step.ok())
             step = Load();
         if (step.ok() && loaded_)
@@ -56,7 +54,8 @@ class TextRunner {
                       "an option that cannot be read keeps its default");
         CompareFilesSettings settings = DefaultCompareFilesSettings(process_.gsDataFolder);
         ReadCompareFilesSettings(*process_.settings, kFirstViewer, settings);
-        if (Status applied = ApplyLoadOptions(command_.load, options, settings); !applied.ok())
+        if (Status applied = ApplyLoadOptions(command_.load, SetBy::Text, options, settings);
+            !applied.ok())
             return applied;
         TerminalWindow window(IsTerminal(Stream::Error));
         PerSide<clsMRU> recent_files;
@@ -71,6 +70,9 @@ class TextRunner {
              [&window](const std::string& text) { window.ShowStatus(StatusPanel::Detail, text); }});
         loaded_ = loader.LoadFileIntoEditor(file.value(), EditorTarget::Original) &&
                   !loader.bSlidesFailed.original;
+        // The output is right as it is, but whoever reads it may wonder.
+        if (loaded_ && !loader.sNoText.original.empty())
+            LogMessage(process_, loader.sNoText.original);
         return Status::Ok();
     }
 

@@ -56,7 +56,7 @@ class FuzzPackage : public Package {
             left_.remove_prefix(got);
             return got;
         }
-        bool Failed() const override { return false; }
+        ReadError Error() const override { return ReadError::None; }
 
       private:
         std::string_view left_;

@@ -2,14 +2,23 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "common/platform/ini_profile.h"
 #include "common/platform/platform.h"
 #include "common/translator.h"
 
 namespace zorvane {
+
+/// A message that waits for how a step ends.
+struct HeldMessage {
+    std::string message;
+    std::string file;
+    bool show = false;
+};
 
 struct ProcessState {
     explicit ProcessState(Platform& system) : platform(system) {}
@@ -33,6 +42,10 @@ struct ProcessState {
 
     std::string sLogFile;        ///< where `LogMessage` writes; empty: nowhere
     bool bShowMessages = false;  ///< also shows each message
+    /// One sentence that names the file, in place of the fixed texts that scripts look for.
+    bool bTellsPlainly = false;
+    std::vector<HeldMessage>* held_messages = nullptr;  ///< of the open `MessageHold`
+    std::map<std::string, std::string> shown_names;     ///< of files that stand for something else
 
     std::string Translate(std::string_view english) { return translator.Translate(english); }
 };

@@ -121,11 +121,16 @@ std::string GetLanguageFileName(const ProcessState& process, const std::string& 
            sLanguage + "-Zorvane.txt";
 }
 
-void InitializeTranslator(ProcessState& process,
-                          const std::function<std::string()>& choose_language) {
+void InitializeLocale(ProcessState& process) {
     modTranslator& translator = process.translator;
     translator.glLocaleID = process.platform.locale->LocaleId();
     translator.gbDoubleByteLocale = IsDoubleByteLocale(translator.glLocaleID);
+}
+
+void InitializeTranslator(ProcessState& process,
+                          const std::function<std::string()>& choose_language) {
+    InitializeLocale(process);
+    modTranslator& translator = process.translator;
     translator.gsLanguage = GetLanguageCode(process);
     if (translator.gsLanguage.empty()) {
         translator.gsLanguage = FirstLanguage(translator.glLocaleID, choose_language);

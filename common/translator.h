@@ -46,6 +46,9 @@ bool IsDoubleByteLocale(std::int32_t locale_id);
 /// told, and the program goes on in English, which is then the stored language. `choose_language`
 /// is asked at the first start of a user whose locale is not English; a run without a window
 /// answers "English".
+/// The locale and what follows from it; the first step of the next, and all that a run without
+/// language files needs.
+void InitializeLocale(ProcessState& process);
 void InitializeTranslator(ProcessState& process,
                           const std::function<std::string()>& choose_language = {});
 

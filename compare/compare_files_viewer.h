@@ -44,6 +44,8 @@ class frmCompareFiles : private ReportSource {
     std::int32_t mlDeletions() const { return counters_.document.deletions; }
 
     /// A slide deck could not be read: the run went on with an empty editor.
+    /// Why a side gave no text although its file holds something; empty texts otherwise.
+    const PerSide<std::string>& NoTextReasons() const { return loader_.sNoText; }
     bool SlidesFailed() const {
         return loader_.bSlidesFailed.original || loader_.bSlidesFailed.modified;
     }

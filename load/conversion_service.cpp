@@ -154,6 +154,20 @@ ConversionResult ConversionService::RunOnce(const ConversionMessage& job,
 }
 
 ConversionResult ConversionService::Run(ConversionMessage job, const ConversionObserver& observer) {
+    const std::string source(TextOf(job, "source"));
+    ConversionResult result = RunHereOrThroughOffice(std::move(job), observer);
+    if (!result.ok())
+        NoteFailure(result, source);
+    return result;
+}
+
+void ConversionService::NoteFailure(const ConversionResult& result, const std::string& file) {
+    if (first_failure_.empty())
+        first_failure_ = Explain(result, file);
+}
+
+ConversionResult ConversionService::RunHereOrThroughOffice(ConversionMessage job,
+                                                           const ConversionObserver& observer) {
     ConversionResult result = RunOnce(job, observer);
     const std::string format(TextOf(result.values, "office"));
     if (result.error != ReadError::NeedsOffice || format.empty() || !OfficeInstalled())

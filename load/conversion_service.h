@@ -34,6 +34,12 @@ class ConversionService {
     /// reads goes through one first, when there is one. `job` as `RunJob` wants it, "source" as the
     /// user gave it.
     ConversionResult Run(ConversionMessage job, const ConversionObserver& observer);
+    /// What the first request that failed since `ForgetFailures` ended with, in a user's words;
+    /// empty without one. Later ones are other roads to the same end.
+    const std::string& FirstFailure() const { return first_failure_; }
+    /// For a failure that was known without a request.
+    void NoteFailure(const ConversionResult& result, const std::string& file);
+    void ForgetFailures() { first_failure_.clear(); }
     /// Starts a request that `Run` will be asked for soon, so that it is carried out beside another
     /// one. The job as `Run` will get it; its target does not matter. One at a time.
     void Expect(ConversionMessage job);
@@ -59,6 +65,8 @@ class ConversionService {
     std::optional<ConversionResult> TakeExpected(const ConversionMessage& job,
                                                  const ConversionObserver& observer);
     ConversionResult RunOnce(const ConversionMessage& job, const ConversionObserver& observer);
+    ConversionResult RunHereOrThroughOffice(ConversionMessage job,
+                                            const ConversionObserver& observer);
     ConversionResult ThroughOffice(ConversionMessage job, const std::string& format,
                                    const ConversionObserver& observer);
     bool StartOffice();
@@ -68,6 +76,7 @@ class ConversionService {
     ConverterProcess office_;
     std::unique_ptr<Expected> expected_;
     bool office_stays_ = false;
+    std::string first_failure_;
 };
 
 }  // namespace zorvane

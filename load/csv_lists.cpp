@@ -112,6 +112,18 @@ std::vector<NumberRange> ParseNumberList(std::string_view list) {
     return joined;
 }
 
+bool IsNumberList(std::string_view list) {
+    while (true) {
+        const std::size_t comma = list.find(',');
+        const auto range = ParseItem(list.substr(0, comma));
+        if (!range || range->first < 1)
+            return false;
+        if (comma == std::string_view::npos)
+            return true;
+        list.remove_prefix(comma + 1);
+    }
+}
+
 std::vector<std::size_t> SelectSheets(std::string_view list,
                                       const std::vector<std::string>& names) {
     std::vector<std::string> lower_names;

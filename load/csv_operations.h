@@ -67,6 +67,9 @@ struct NumberRange {
 /// without overlaps. What is neither of these is passed over.
 std::vector<NumberRange> ParseNumberList(std::string_view list);
 
+/// True when each item is one of those, and none is below 1.
+bool IsNumberList(std::string_view list);
+
 // The operations. `dialect` is that of the text that comes in; what goes out has commas.
 
 /// Blanks and tabs at both ends of each field go, then the empty fields behind the last filled one

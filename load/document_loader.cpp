@@ -1,6 +1,5 @@
 #include "load/document_loader.h"
 
-#include <cerrno>
 #include <sys/stat.h>
 #include <utility>
 
@@ -42,15 +41,6 @@ class Hourglass {
     LoadQuestions& questions_;
 };
 
-// What is wrong with a name that denotes no file, when there is more to say than that.
-std::string WhyMissing(const std::string& sFile) {
-    struct stat facts {};
-    if (stat(NativePath(sFile).c_str(), &facts) != 0 && errno == ENOENT)
-        return {};
-    const Status readable = CheckReadable(sFile);
-    return readable.ok() ? std::string() : readable.failure().reason;
-}
-
 std::string TimeText(const timespec& time) {
     return std::to_string(time.tv_sec) + "." + std::to_string(time.tv_nsec);
 }
@@ -88,15 +78,6 @@ DocumentLoader::DocumentLoader(LoaderParts parts)
                service_,       parts_.show_detail, parts_.keep_going},
       word_{parts_.process, page_, parts_.restart_time_count} {}
 
-// The reason in front is the contract's; what the system said follows on a line of its own.
-void DocumentLoader::LogFailure(std::string_view text, const std::string& sFile,
-                                const std::string& reason) {
-    std::string message = "LoadFileIntoEditor(): " + std::string(text) + "\n\n" + sFile;
-    if (!reason.empty())
-        message += "\n" + reason;
-    LogMessage(parts_.process, message);
-}
-
 bool DocumentLoader::SelectFile(Side side, std::string& sFile) {
     if (parts_.process.gbCommandLineRunning || !Trim(sFile).empty())
         return true;
@@ -108,18 +89,6 @@ bool DocumentLoader::SelectFile(Side side, std::string& sFile) {
         return false;
     sFile = parts_.questions.BrowseFor(side);
     return bFileExists(sFile);
-}
-
-bool DocumentLoader::ReportMissing(const std::string& sFile) {
-    ProcessState& process = parts_.process;
-    std::string message = process.Translate("File does not exist") + ":\r\n\r\n" + sFile;
-    if (const std::string reason = WhyMissing(sFile); !reason.empty())
-        message += "\r\n" + reason;
-    if (process.gbCommandLineRunning)
-        LogMessage(process, message);
-    else
-        parts_.questions.ShowMessage(message, process.Translate("Error"));
-    return false;
 }
 
 std::optional<LoadedFileIdentity> DocumentLoader::IdentityOf(const std::string& sFile) const {
@@ -214,17 +183,25 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     if (remove_blank_lines && spreadsheet)
         options.bRemoveFormatting.SetData(true);
     const bool plain = options.bRemoveFormatting.Data();
-    bLoadedAsPlainText = bIsFileText(sFile, parts_.TextFileExtensions) || plain;
+    bLoadedAsPlainText = plain || (IsComparedAsText(sFile) && !TakesWordRoad(sFile));
     clsRTBDocument& document = parts_.document(target);
     if (!(side && bLoadedAsPlainText) && LooksLikeRtf(bytes)) {
         if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
             RewriteRichText(sFile, bytes);
-        document.RichTB().SetRich(ReadRtf(bytes));
+        RichText rich = ReadRtf(bytes);
+        std::string().swap(bytes);
+        if (remove_blank_lines)
+            RemoveEmptyParagraphs(rich);
+        if (side)
+            TakeNoText(sFile, rich.text, SideOf(target));
+        document.RichTB().SetRich(rich);
     } else {
         std::u16string text = Decode(bytes);
         std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
         if (remove_blank_lines)
             RemoveBlankLines(sFile, text);
+        if (side)
+            TakeNoText(sFile, text, SideOf(target));
         document.RichTB().SetText(text);
     }
     if (!parts_.process.translator.gbDoubleByteLocale && !(side && plain))
@@ -238,7 +215,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
 
 // The rewriting is done in a temporary file, which is made only when there is something to do.
 void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& bytes) {
-    if (!HasNumberedListOrEmptyLines(bytes, parts_.options.bRemoveBlankLines.Data()))
+    if (!HasNumberedList(bytes))
         return;
     ProcessState& process = parts_.process;
     const std::string temp_file = GetTempNameWithDocExtension(*process.platform.temp_files, "RTF");
@@ -344,18 +321,6 @@ std::optional<std::string> DocumentLoader::ReadText(const std::string& sFile) {
     return bytes;
 }
 
-// Documents that a word processor opens, and web pages and XML while their source isn't asked for.
-bool DocumentLoader::TakesWordRoad(const std::string& sFile) const {
-    const clsCompareFileOptions& options = parts_.options;
-    if (options.bRemoveFormatting.Data() && ExtensionContains(sFile, "RTF"))
-        return true;
-    const bool rendered = IsRenderedText(sFile) && !bIsFileText(sFile, parts_.TextFileExtensions);
-    if (!options.bHTMLCompareSource.Data() &&
-        (rendered || ExtensionContains(sFile, "JHTM XHTM XML PHP HTML HTM")))
-        return true;
-    return ExtensionContains(sFile, kWordExtensions) || sFile.find("=Word") != std::string::npos;
-}
-
 // A file whose name says nothing is read as what it holds, so that no document shows as bytes.
 std::optional<std::string> DocumentLoader::ReadUnknown(const std::string& sFile, Side side) {
     constexpr std::size_t kHead = 1024;
@@ -375,17 +340,17 @@ std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFil
         return ConvertWord(sFile, PasswordsOf(parts_.options, side));
     if (ExtensionContains(sFile, "PDF"))
         return ConvertPdf(sFile, side);
-    if (IsSlidesName(sFile))
+    if (IsSlidesName(sFile) && !IsTranslationSource(sFile))
         return PrepareSlides(sFile, side);
-    return bIsFileText(sFile, parts_.TextFileExtensions) ? ReadText(sFile)
-                                                         : ReadUnknown(sFile, side);
+    return IsComparedAsText(sFile) ? ReadText(sFile) : ReadUnknown(sFile, side);
 }
 
 std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::string& sFile,
                                                                   Side side) {
     bSpaceAddedToTextFile = false;
     bSlidesFailed[side] = false;
-    std::optional<std::string> bytes = RunConversion(sFile, side);
+    std::optional<std::string> bytes =
+        parts_.process.bTellsPlainly ? RunTellingPlainly(sFile, side) : RunConversion(sFile, side);
     if (!bytes)
         bForceReload = {true, true};
     return bytes;

@@ -11,6 +11,7 @@
 #include "common/base/side.h"
 #include "compare/document/rtb_document.h"
 #include "load/conversion_service.h"
+#include "load/file_kind.h"
 #include "load/load_context.h"
 #include "load/word_conversion.h"
 #include "options/compare_file_options.h"
@@ -106,6 +107,9 @@ class DocumentLoader {
     /// same.
     PerSide<bool> bSlidesFailed{false, false};
 
+    /// Why the loaded file of a side gave no text although it holds something; empty otherwise.
+    PerSide<std::string> sNoText;
+
     TrellisPage& Page() { return page_; }
 
   private:
@@ -116,6 +120,7 @@ class DocumentLoader {
     void RememberFile(Side side, const std::string& sFile);
     std::optional<std::string> ReadForView(const std::string& sFile);
     void FillEditor(const std::string& sFile, std::string bytes, EditorTarget target);
+    void TakeNoText(const std::string& sFile, std::u16string_view text, Side side);
     void RewriteRichText(const std::string& sFile, std::string& bytes);
     std::u16string Decode(const std::string& bytes) const;
     std::optional<std::string> ConvertWord(const std::string& sFile,
@@ -128,8 +133,15 @@ class DocumentLoader {
     std::optional<std::string> Read(const std::string& sFile);
     std::optional<std::string> ReadText(const std::string& sFile);
     std::optional<std::string> ReadUnknown(const std::string& sFile, Side side);
+    std::optional<std::string> RunTellingPlainly(const std::string& sFile, Side side);
     std::optional<std::string> RunConversion(const std::string& sFile, Side side);
-    bool TakesWordRoad(const std::string& sFile) const;
+    bool TakesWordRoad(const std::string& sFile) const {
+        return zorvane::TakesWordRoad(sFile, parts_.options, parts_.TextFileExtensions);
+    }
+    bool IsComparedAsText(const std::string& sFile) const {
+        return IsSourceCode(sFile) || IsTranslationSource(sFile) ||
+               bIsFileText(sFile, parts_.TextFileExtensions);
+    }
     void RemoveBlankLines(const std::string& sFile, std::u16string& text) const;
     void LogFailure(std::string_view text, const std::string& sFile, const std::string& reason);
     void Advise(bool& warned, const std::string& question, const std::string& done_text);
@@ -140,6 +152,7 @@ class DocumentLoader {
     LoadContext context_;
     WordConversion word_;
     PerSide<LoadedFileIdentity> loaded_;
+    std::string system_reason_;  ///< of the last failure, as far as the system told one
 };
 
 }  // namespace zorvane

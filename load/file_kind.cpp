@@ -3,6 +3,7 @@
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
+#include "options/compare_file_options.h"
 #include "options/recent_items.h"
 
 namespace zorvane {
@@ -50,7 +51,12 @@ bool ExtensionContains(std::string_view sFile, std::string_view parts) {
 }
 
 bool IsRenderedText(std::string_view sFile) {
-    return IsOneOf(UpperExtension(sFile), " MD MARKDOWN EML ");
+    return IsOneOf(UpperExtension(sFile), " MD MARKDOWN EML MHT ");
+}
+
+bool IsSourceCode(std::string_view sFile) {
+    return ExtensionContains(sFile, "PHP PHTM") ||
+           IsOneOf(UpperExtension(sFile), " CSHTML VBHTML RHTML TMPL ASCX ");
 }
 
 bool bIsFileText(std::string_view sFile, const clsMRU& extensions) {
@@ -58,6 +64,29 @@ bool bIsFileText(std::string_view sFile, const clsMRU& extensions) {
         return false;
     const std::string extension = UpperExtension(sFile);
     return IsOneOf(extension, kTextExtensions) || extensions.bItemExistsInMRU(extension, true);
+}
+
+bool IsTranslationSource(const std::string& sFile) {
+    constexpr std::size_t kHead = 4096;
+    if (UpperExtension(sFile) != "POT")
+        return false;
+    const Result<std::string> head = ReadFileHead(sFile, kHead);
+    return head.ok() && head.value().find('\0') == std::string::npos &&
+           !head.value().starts_with("PK");
+}
+
+bool TakesWordRoad(const std::string& sFile, const clsCompareFileOptions& options,
+                   const clsMRU& extensions) {
+    if (sFile.find("=Word") != std::string::npos)
+        return true;
+    if (IsSourceCode(sFile) || bIsFileText(sFile, extensions))
+        return false;
+    if (options.bRemoveFormatting.Data() && ExtensionContains(sFile, "RTF"))
+        return true;
+    if (!options.bHTMLCompareSource.Data() &&
+        (IsRenderedText(sFile) || ExtensionContains(sFile, "JHTM XHTM XML HTML HTM")))
+        return true;
+    return ExtensionContains(sFile, kWordExtensions);
 }
 
 bool bIsFileTextOrExcel(std::string_view sFile, const clsMRU& extensions) {

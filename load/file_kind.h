@@ -7,6 +7,7 @@
 
 namespace zorvane {
 
+class clsCompareFileOptions;
 class clsMRU;
 
 /// The codes are those that the viewer's options button knows.
@@ -35,6 +36,16 @@ inline constexpr std::string_view kWordExtensions =
     "ODT BK TMP DOT REG WPD WPS MCW ANS ASC DOC OTT EPUB";
 /// Text that is rendered like a web page unless its source is asked for: Markdown, e-mail.
 bool IsRenderedText(std::string_view sFile);
+/// Source code whose name or look is near that of a web page or document: it is compared as text,
+/// since a page made from it would hide most of it.
+bool IsSourceCode(std::string_view sFile);
+
+/// A list of texts to translate, whose extension is that of a template of slides: told by its
+/// bytes.
+bool IsTranslationSource(const std::string& sFile);
+/// Documents that a word processor opens, and web pages and XML while their source isn't asked for.
+bool TakesWordRoad(const std::string& sFile, const clsCompareFileOptions& options,
+                   const clsMRU& extensions);
 
 /// `extensions` are the user's own text extensions. A text file is told to be Unicode by its bytes.
 FileKind lFileType(const std::string& sFile, bool bRemoveFormatting, const clsMRU& extensions);

@@ -70,7 +70,9 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparing(const std::string& sF
         if (!installed) {
             LogLoadFailure(context_.process.Translate("Please install correct version of Excel."),
                            sFile);
-            LogMessage(context_.process, Explain({ReadError::NeedsOffice, {}, {}}, sFile));
+            const ConversionResult missing{ReadError::NeedsOffice, {}, {}};
+            context_.service.NoteFailure(missing, sFile);
+            LogMessage(context_.process, Explain(missing, sFile));
             return false;
         }
         context_.options.bExcelQuickTextExtraction.SetData(false);

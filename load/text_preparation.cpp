@@ -18,12 +18,58 @@ namespace {
 constexpr std::int32_t kLongestDelay = 20;  // seconds
 
 constexpr std::string_view kNumbering = "\\pn";
-constexpr std::string_view kParagraphEnds[] = {"\\par \r\n", "\\par\r\n"};
 
 constexpr std::int32_t kPathAccessError = 75;  // the number under which such faults are known
 
 // Numbers of the steps, as the log names them.
 enum class ListStep : std::int32_t { Open = 1, Read = 3, Replace = 4, SecondOpen = 8, Write = 10 };
+
+struct Line {
+    std::size_t end;  // behind its break
+    bool empty;
+};
+
+// The line or paragraph that begins there. A page's empty paragraph often holds a no-break space.
+Line LineFrom(std::u16string_view text, std::size_t begin) {
+    std::size_t end = std::min(text.find_first_of(u"\r\n", begin), text.size());
+    const std::size_t first = text.find_first_not_of(u" \t\v\u00A0", begin);
+    const bool empty = first == std::u16string_view::npos || first >= end;
+    if (end < text.size())
+        end += text.substr(end, 2) == u"\r\n" ? 2U : 1U;
+    return {end, empty};
+}
+
+// Goes through the runs of a text, stretch by stretch, each of which is kept or not.
+template <typename Run>
+class RunCutter {
+  public:
+    explicit RunCutter(const std::vector<Run>& runs) : runs_(runs) {}
+    void Take(std::int32_t length, std::vector<Run>* kept) {
+        while (length > 0 && run_ < runs_.size()) {
+            const std::int32_t part = std::min(length, runs_[run_].length - taken_);
+            if (kept != nullptr)
+                Keep(part, *kept);
+            length -= part;
+            taken_ += part;
+            if (taken_ == runs_[run_].length) {
+                ++run_;
+                taken_ = 0;
+            }
+        }
+    }
+
+  private:
+    void Keep(std::int32_t part, std::vector<Run>& kept) const {
+        if (!kept.empty() && kept.back().format == runs_[run_].format)
+            kept.back().length += part;
+        else
+            kept.push_back({part, runs_[run_].format});
+    }
+
+    const std::vector<Run>& runs_;
+    std::size_t run_ = 0;
+    std::int32_t taken_ = 0;  // of that run
+};
 
 bool IsExcluded(const std::string& sFile, const clsMRU& extensions) {
     const std::string extension = UpperExtension(sFile);
@@ -58,12 +104,9 @@ void DeleteEmptyLinesFromText(std::u16string& text) {
     std::size_t kept = 0;
     std::size_t begin = 0;
     while (begin < text.size()) {
-        std::size_t end = std::min(text.find_first_of(u"\r\n", begin), text.size());
-        const std::size_t first = text.find_first_not_of(u" \t", begin);
-        const bool empty = first == std::u16string::npos || first >= end;
-        if (end < text.size())
-            end += text.compare(end, 2, u"\r\n") == 0 ? 2U : 1U;
-        if (!empty) {
+        const Line line = LineFrom(text, begin);
+        const std::size_t end = line.end;
+        if (!line.empty) {
             std::copy(text.begin() + static_cast<std::ptrdiff_t>(begin),
                       text.begin() + static_cast<std::ptrdiff_t>(end),
                       text.begin() + static_cast<std::ptrdiff_t>(kept));
@@ -72,6 +115,23 @@ void DeleteEmptyLinesFromText(std::u16string& text) {
         begin = end;
     }
     text.resize(kept);
+}
+
+void RemoveEmptyParagraphs(RichText& rich) {
+    RichText kept;
+    kept.text.reserve(rich.text.size());
+    RunCutter chars(rich.char_runs);
+    RunCutter paragraphs(rich.paragraph_runs);
+    for (std::size_t begin = 0; begin < rich.text.size();) {
+        const Line line = LineFrom(rich.text, begin);
+        const auto length = static_cast<std::int32_t>(line.end - begin);
+        if (!line.empty)
+            kept.text.append(rich.text, begin, line.end - begin);
+        chars.Take(length, line.empty ? nullptr : &kept.char_runs);
+        paragraphs.Take(length, line.empty ? nullptr : &kept.paragraph_runs);
+        begin = line.end;
+    }
+    rich = std::move(kept);
 }
 
 void ReplaceStringFromText(std::string& sText, std::string_view sFind, std::string_view sReplace) {
@@ -86,10 +146,8 @@ void ReplaceStringFromText(std::string& sText, std::string_view sFind, std::stri
     sText = std::move(out);
 }
 
-bool HasNumberedListOrEmptyLines(std::string_view rtf, bool bRemoveBlankLines) {
-    return rtf.find(kNumbering) != std::string_view::npos ||
-           (bRemoveBlankLines && (rtf.find(kParagraphEnds[0]) != std::string_view::npos ||
-                                  rtf.find(kParagraphEnds[1]) != std::string_view::npos));
+bool HasNumberedList(std::string_view rtf) {
+    return rtf.find(kNumbering) != std::string_view::npos;
 }
 
 void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOptions& options,
@@ -107,12 +165,6 @@ void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOption
         return;
     // Kept: plain replacement, so each word that begins so is spoilt, and its text is skipped.
     ReplaceStringFromText(text, kNumbering, "\\pzn");
-    if (options.bRemoveBlankLines.Data()) {
-        // Kept: the end of every paragraph that stands at a line end of the file goes, so the
-        // paragraphs of a file written that way are joined.
-        for (const std::string_view paragraph_end : kParagraphEnds)
-            ReplaceStringFromText(text, paragraph_end, "");
-    }
     process.platform.clock->Sleep(std::chrono::seconds(options.lLoadDelay.Data()));
     const Status written = WriteWholeFile(sTempFile, text);
     if (written.ok())

@@ -18,19 +18,21 @@ struct ProcessState;
 bool AddSpaceToTextFileIfNecessary(std::string& sText);
 /// Takes the first character of an editor's text away.
 void RemoveFirstSpaceOfRichTextBox(Editor& oRichText);
-/// Removes the lines that are empty but for blanks and tabs, each with its end, of whatever kind.
+/// Removes the lines that are empty but for blanks, tabs and no-break spaces, each with its end, of
+/// whatever kind.
 void DeleteEmptyLinesFromText(std::u16string& text);
+/// The same with the paragraphs of a document; all others keep their formats.
+void RemoveEmptyParagraphs(RichText& rich);
 
-/// Rewrites the raw rich text of a temporary file, so that generated list numbers and, under
-/// `bRemoveBlankLines`, paragraph ends at line ends do not take part. `sFile` is the user's file,
-/// for its extension: those of text and of spreadsheets are left alone. A temporary file that is
-/// not rich text stays as it is. Never fails a load.
+/// Rewrites the raw rich text of a temporary file, so that generated list numbers do not take part.
+/// `sFile` is the user's file, for its extension: those of text and of spreadsheets are left alone.
+/// A temporary file that is not rich text stays as it is. Never fails a load.
 void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOptions& options,
                                      const clsMRU& extensions, const std::string& sTempFile,
                                      const std::string& sFile);
 
 /// Whether that would change anything in these bytes.
-bool HasNumberedListOrEmptyLines(std::string_view rtf, bool bRemoveBlankLines);
+bool HasNumberedList(std::string_view rtf);
 
 /// Plain replacement of all occurrences.
 void ReplaceStringFromText(std::string& sText, std::string_view sFind, std::string_view sReplace);

@@ -12,7 +12,7 @@ namespace zorvane {
 namespace {
 
 // Names of documents that are text to look at and still not shown as such.
-constexpr std::string_view kMarkup = "HTM XML PHP MD MARKDOWN EML";
+constexpr std::string_view kMarkup = "HTM XML MD MARKDOWN EML MHT";
 
 bool BeginsWithTag(std::string_view bytes) {
     if (bytes.starts_with("\xEF\xBB\xBF"))

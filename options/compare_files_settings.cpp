@@ -4,6 +4,7 @@
 #include <charconv>
 #include <variant>
 
+#include "common/base/text_encoding.h"
 #include "common/string_utilities.h"
 
 namespace zorvane {
@@ -207,6 +208,15 @@ Status SetSettingByName(CompareFilesSettings& settings, std::string_view key,
                             std::holds_alternative<double Settings::*>(row.member);
         if (number && dSafeCDbl(text, kNoNumber) == kNoNumber)
             return Failure{std::string(key) + "=" + text + ": not a number"};
+        if (const auto* flag = std::get_if<bool Settings::*>(&row.member)) {
+            // Stricter than a stored value, of which all but FALSE is true.
+            const std::string upper = ToUpper(text);
+            const bool on = upper == "TRUE" || upper == "YES" || upper == "1";
+            if (!on && upper != "FALSE" && upper != "NO" && upper != "0")
+                return Failure{std::string(key) + "=" + text + ": write true or false"};
+            settings.*(*flag) = on;
+            return Status::Ok();
+        }
         std::visit(ReadValue{text, settings}, row.member);
         return Status::Ok();
     }

@@ -47,7 +47,8 @@ PANDOC = {".docx": "docx", ".docm": "docx", ".dotx": "docx", ".odt": "odt", ".ot
 SHEET_TYPES = {".xlsx", ".xlsm", ".xls", ".ods", ".xlsb"}
 SLIDE_TYPES = {".pptx", ".pptm", ".ppsx", ".potx", ".ppt", ".odp"}
 KNOWN = WORD_TYPES | SHEET_TYPES | SLIDE_TYPES | {".pdf", ".epub", ".md"}
-SHEET_FILTER = 'csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false'
+# The ninth value has cells exported as they are shown: without it no number format is scored.
+SHEET_FILTER = 'csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,true,false,false'
 TEXT_FILTER = "txt:Text (encoded):UTF8"
 WEB_TEXT_FILTER = "txt:Text (encoded) (StarWriter/Web):UTF8"
 
@@ -70,7 +71,8 @@ def without_drawing(text):
 
 def cells(text):
     """A sheet as text: its cells apart by blanks, quotes of the form undone."""
-    delimiter = "\t" if "\t" in text[:65536] else ","
+    first = text[:65536].split("\n", 1)[0]  # a cell may hold a tab, further down or in quotes
+    delimiter = "\t" if "\t" in first and "," not in first else ","
     csv.field_size_limit(1 << 30)
     return "\n".join(" ".join(row) for row in csv.reader(io.StringIO(text), delimiter=delimiter))
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/base/text_encoding.h"
+#include "compare/document/rtf_output.h"
 #include "compare/document/rtf_tables.h"
 
 namespace zorvane {
@@ -18,8 +19,6 @@ constexpr std::size_t kDeepest =
 constexpr std::size_t kLongestWord = 32;
 constexpr std::int32_t kMostTabs = 64;
 constexpr std::size_t kLongestFontName = 4096;
-constexpr char16_t kLineInParagraph = 11;
-constexpr char16_t kCellMark = 7;
 
 enum class Destination : std::uint8_t { Body, Footnote, Fonts, Colors, Skip };
 
@@ -33,6 +32,7 @@ struct State {
     Destination unicode_destination = Destination::Skip;  // of the second text of an \upr group
     bool in_table = false;
     bool deleted = false;
+    int boxes = 0;  // that are open
 };
 
 struct Font {
@@ -57,44 +57,6 @@ std::optional<unsigned> HexDigit(char digit) {
     return std::nullopt;
 }
 
-// The text as it grows, with its runs.
-class Output {
-  public:
-    void Append(std::u16string_view text, const CharFormat& format) {
-        if (text.empty())
-            return;
-        rich_.text += text;
-        const auto length = static_cast<std::int32_t>(text.size());
-        if (!rich_.char_runs.empty() && rich_.char_runs.back().format == format)
-            rich_.char_runs.back().length += length;
-        else
-            rich_.char_runs.push_back({length, format});
-    }
-    void EndParagraph(const CharFormat& format, const ParagraphFormat& paragraph) {
-        Append(u"\r\n", format);
-        CloseParagraph(paragraph);
-    }
-    void CloseParagraph(const ParagraphFormat& paragraph) {
-        const std::int32_t length = rich_.Length() - paragraph_begin_;
-        if (length == 0)
-            return;
-        if (!rich_.paragraph_runs.empty() && rich_.paragraph_runs.back().format == paragraph)
-            rich_.paragraph_runs.back().length += length;
-        else
-            rich_.paragraph_runs.push_back({length, paragraph});
-        paragraph_begin_ = rich_.Length();
-    }
-    bool AtParagraphBegin() const { return rich_.Length() == paragraph_begin_; }
-    bool EndsInBlank() const {
-        return AtParagraphBegin() || rich_.text.back() == u' ' || rich_.text.back() == u'\t';
-    }
-    RichText Take() { return std::move(rich_); }
-
-  private:
-    RichText rich_;
-    std::int32_t paragraph_begin_ = 0;
-};
-
 // The values of the document that the text refers to.
 struct Header {
     std::map<std::int32_t, Font> fonts;
@@ -112,7 +74,9 @@ class Reader {
         while (at_ < bytes_.size())
             Step();
         Flush();
+        const bool open = !out_.AtParagraphBegin();
         out_.CloseParagraph(state_.paragraph);
+        ShowLastBoxes(open);
         return out_.Take();
     }
 
@@ -166,7 +130,8 @@ class Reader {
 
     void NextDocument() {
         if (!out_.AtParagraphBegin())
-            out_.EndParagraph(state_.chars, state_.paragraph);
+            EndBodyParagraph();
+        ShowBoxes();
         BeginDocument();
     }
 
@@ -187,6 +152,11 @@ class Reader {
         stack_.pop_back();
         if (ends_fonts)
             TakeFontName();
+        if (state_.destination == Destination::Footnote &&
+            outer.destination != Destination::Footnote)
+            Out().CloseNote(outer.chars);
+        if (state_.boxes > outer.boxes)
+            CloseBox(outer.boxes > 0);
         // Kept: a paragraph that was begun inside the last group of a document keeps that group's
         // format.
         if (stack_.empty() && same_place) {
@@ -197,6 +167,71 @@ class Reader {
         if (ends_fonts && state_.destination != Destination::Fonts)
             UseFont(header_.default_font);
     }
+
+    // The note of text that is not seen is not seen either, whatever it says of itself.
+    void OpenNote() {
+        if (!Seen()) {
+            SkipGroup();
+        } else if (state_.destination != Destination::Footnote) {
+            Out().OpenNote();
+            state_.destination = Destination::Footnote;
+        }
+    }
+
+    // ---- text boxes: paragraphs of their own behind the paragraph or row that anchors them ----
+
+    void OpenBox() {
+        if (!Seen()) {
+            SkipGroup();
+            return;
+        }
+        if (state_.boxes > 0 && !box_.AtParagraphBegin())
+            box_.EndParagraph(state_.chars, state_.paragraph);
+        state_.destination = Destination::Body;
+        ++state_.boxes;
+        state_.in_table = false;
+    }
+
+    void CloseBox(bool in_another) {
+        if (in_another) {
+            if (!box_.AtParagraphBegin())
+                box_.EndParagraph(state_.chars, state_.paragraph);
+            return;
+        }
+        box_.CloseParagraph(state_.paragraph);
+        if (RichText box = box_.Take(); !box.text.empty())
+            boxes_.push_back(std::move(box));
+    }
+
+    void EndBodyParagraph() {
+        out_.EndParagraph(state_.chars, state_.paragraph);
+        ShowBoxes();
+    }
+
+    void ShowBoxes() {
+        for (const RichText& box : std::exchange(boxes_, {}))
+            ShowBox(box, true);
+    }
+
+    // Whether a box that is shown ends with a break depends on what follows.
+    void ShowBox(const RichText& box, bool ended) {
+        out_.Append(box);
+        if (ended && !box.text.ends_with(u"\r\n"))
+            out_.EndParagraph(box.char_runs.back().format, box.paragraph_runs.back().format);
+    }
+
+    void ShowLastBoxes(bool paragraph_open) {
+        if (boxes_.empty())
+            return;
+        if (paragraph_open)
+            out_.EndParagraph(state_.chars, state_.paragraph);
+        const RichText last = std::move(boxes_.back());
+        boxes_.pop_back();
+        ShowBoxes();
+        ShowBox(last, false);
+    }
+
+    RtfOutput& Out() { return state_.boxes > 0 ? box_ : out_; }
 
     // ---- text ----
 
@@ -232,7 +267,18 @@ class Reader {
             }
         } else if (Seen()) {
             pending_ += text;
+        } else if (state_.chars.hidden && state_.destination == Destination::Body) {
+            row_hides_ = row_hides_ || text.find_first_not_of(' ') != std::string_view::npos;
         }
+    }
+
+    // A row whose text is hidden in every cell is not seen, though the ends of its cells may be.
+    void EndRow() {
+        const bool hidden = std::exchange(row_hides_, false) && Out().IsBlankParagraph();
+        if (hidden)
+            Out().DropParagraph();
+        else if (Seen() && !Out().AtParagraphBegin())
+            EndParagraphOf();
     }
 
     // Bytes wait until something else comes, so that both halves of a double-byte character are
@@ -243,8 +289,8 @@ class Reader {
         std::u16string text = state_.page == kSymbolPage ? SymbolText(pending_)
                                                          : DecodeCodePage(pending_, state_.page);
         std::erase_if(
-            text, [](char16_t unit) { return unit < 0x20 && unit != u'\t' && unit != kCellMark; });
-        out_.Append(text, state_.chars);
+            text, [](char16_t unit) { return unit < 0x20 && unit != u'\t' && unit != kRtfCell; });
+        Out().Append(text, state_.chars);
         pending_.clear();
     }
 
@@ -264,23 +310,32 @@ class Reader {
     void TakeCharacter(char16_t unit) {
         Flush();
         if (Seen())
-            out_.Append({&unit, 1}, state_.chars);
+            Out().Append({&unit, 1}, state_.chars);
     }
 
     void EndParagraph() {
         Flush();
         if (!Seen() && state_.destination != Destination::Body)
             return;
-        if (state_.destination == Destination::Footnote) {
-            TakeCharacter(u' ');
-            return;
-        }
-        if (state_.in_table) {
-            TakeCharacter(kLineInParagraph);
-            return;
-        }
-        if (!state_.deleted)
-            out_.EndParagraph(state_.chars, state_.paragraph);
+        if (state_.destination == Destination::Footnote || state_.in_table)
+            BreakLine();
+        else if (!state_.deleted)
+            EndParagraphOf();
+    }
+
+    void EndParagraphOf() {
+        row_hides_ = false;
+        if (state_.boxes > 0)
+            box_.EndParagraph(state_.chars, state_.paragraph);
+        else
+            EndBodyParagraph();
+    }
+
+    void BreakLine() {
+        if (state_.destination == Destination::Footnote)
+            Out().BreakInNote();
+        else
+            TakeCharacter(kRtfLine);
     }
 
     // ---- control words ----
@@ -427,9 +482,10 @@ class Reader {
                 state_.destination = Destination::Colors;
                 return true;
             case RtfAction::Footnote:
-                if (!out_.EndsInBlank())
-                    TakeCharacter(u' ');
-                state_.destination = Destination::Footnote;
+                OpenNote();
+                return true;
+            case RtfAction::Box:
+                OpenBox();
                 return true;
             case RtfAction::AnsiAndUnicode:
                 state_.unicode_destination = state_.destination;
@@ -452,7 +508,7 @@ class Reader {
     bool ActOnText(const RtfWord& word, std::int32_t number) {
         switch (word.action) {
             case RtfAction::Character:
-                TakeCharacter(std::exchange(cell_tab_, false) ? kCellMark
+                TakeCharacter(std::exchange(cell_tab_, false) ? kRtfCell
                                                               : static_cast<char16_t>(word.value));
                 return true;
             case RtfAction::ParagraphEnd:
@@ -461,18 +517,17 @@ class Reader {
                 return true;
             case RtfAction::LineBreak:
             case RtfAction::NestedRowEnd:
-                TakeCharacter(kLineInParagraph);
+                BreakLine();
                 return true;
             case RtfAction::PageBreak:
-                if (!out_.AtParagraphBegin())
-                    TakeCharacter(kLineInParagraph);
+                if (!Out().AtParagraphBegin())
+                    BreakLine();
                 return true;
             case RtfAction::CellEnd:
-                TakeCharacter(kCellMark);
+                TakeCharacter(kRtfCell);
                 return true;
             case RtfAction::RowEnd:
-                if (Seen() && !out_.AtParagraphBegin())
-                    out_.EndParagraph(state_.chars, state_.paragraph);
+                EndRow();
                 return true;
             case RtfAction::Unicode:
                 if (state_.destination == Destination::Fonts) {
@@ -480,6 +535,8 @@ class Reader {
                     font_name_ += static_cast<char16_t>(static_cast<std::uint32_t>(number));
                 } else if (Seen()) {
                     TakeUnicode(number);
+                } else if (state_.chars.hidden) {
+                    row_hides_ = true;
                 }
                 skip_left_ = static_cast<std::size_t>(state_.unicode_skip);
                 return true;
@@ -710,12 +767,15 @@ class Reader {
     std::size_t documents_ = 0;  // that have ended
     State state_;
     Header header_;
-    Output out_;
+    RtfOutput out_;
+    RtfOutput box_;                // the one at work
+    std::vector<RichText> boxes_;  // of the paragraph at work
     std::string pending_;
     std::size_t skip_left_ = 0;
     bool group_begins_ = false;
     bool starred_ = false;
     bool cell_tab_ = false;
+    bool row_hides_ = false;  // the paragraph at work has hidden text
     std::int32_t font_ = 0;
     std::string font_bytes_;
     std::u16string font_name_;

@@ -71,6 +71,20 @@ ContentKind KindOfCompound(std::string_view bytes) {
     return ContentKind::OtherCompound;
 }
 
+// Text may hold a stray NUL; bytes that are no text are full of control characters.
+bool IsBinary(std::string_view bytes) {
+    constexpr std::ptrdiff_t kTextPerControl = 32;
+    const std::string_view head = bytes.substr(0, kHead);
+    if (head.find('\0') == std::string_view::npos || LooksLikeUtf16(bytes))
+        return false;
+    const auto controls = std::count_if(head.begin(), head.end(), [](char character) {
+        constexpr std::string_view kOfText = "\t\n\r\f\v\x1B";
+        return static_cast<unsigned char>(character) < 0x20 &&
+               kOfText.find(character) == std::string_view::npos;
+    });
+    return controls * kTextPerControl > static_cast<std::ptrdiff_t>(head.size());
+}
+
 bool BeginsWithTag(std::string_view text) {
     if (text.size() < 2 || text[0] != '<')
         return false;
@@ -89,11 +103,21 @@ bool SaysHtml(std::string_view text) {
     return false;
 }
 
+// Source code of a page: what a page shows of it is not what changes in it.
+bool IsScript(std::string_view text) {
+    return text.starts_with("<?php") || text.starts_with("<?=") || text.starts_with("<%");
+}
+
+// E-mail, and a web page kept as one.
+bool IsMessageName(std::string_view extension) {
+    return extension == "eml" || extension == "mht" || extension == "mhtml";
+}
+
 ContentKind KindOfText(std::string_view bytes, std::string_view name) {
     const std::string extension = LowerExtension(name);
     if (extension == "md" || extension == "markdown")
         return ContentKind::Markdown;
-    if (extension == "eml")
+    if (IsMessageName(extension))
         return ContentKind::Message;
     std::string_view head = bytes.substr(0, 4096);
     std::string decoded;
@@ -104,12 +128,14 @@ ContentKind KindOfText(std::string_view bytes, std::string_view name) {
     if (head.starts_with("\xEF\xBB\xBF"))
         head.remove_prefix(3);
     head = Trim(head);
+    if (IsScript(head))
+        return ContentKind::Text;
     const bool tagged = BeginsWithTag(head);
     if (tagged && SaysHtml(head))
         return ContentKind::Html;
     if (extension.find("xml") != std::string::npos || (tagged && head.starts_with("<?xml")))
         return ContentKind::Xml;
-    if (extension.find("htm") != std::string::npos || extension == "php" || tagged)
+    if (extension.find("htm") != std::string::npos || tagged)
         return ContentKind::Html;
     return ContentKind::Text;
 }
@@ -128,7 +154,8 @@ ContentKind KindOfContent(std::string_view bytes, std::string_view name,
         return ContentKind::Rtf;
     if (bytes.substr(0, 1024).find("%PDF-") != std::string_view::npos)
         return ContentKind::Pdf;
-    if (!LooksLikeUtf16(bytes) && bytes.substr(0, kHead).find('\0') != std::string_view::npos)
+    // A message may carry its attachments as bytes.
+    if (IsBinary(bytes) && !IsMessageName(LowerExtension(name)))
         return ContentKind::OtherBinary;
     return KindOfText(bytes, name);
 }

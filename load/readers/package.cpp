@@ -7,10 +7,19 @@
 namespace zorvane {
 namespace {
 
+// Some programs write the separator of their own system.
+std::string WithSlashes(std::string_view name) {
+    std::string path(name);
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return path;
+}
+
 std::string Key(std::string_view name) {
-    while (name.starts_with('/'))
-        name.remove_prefix(1);
-    std::string key(name);
+    std::string key = WithSlashes(name);
+    std::size_t begin = 0;
+    while (key.compare(begin, 1, "/") == 0 || key.compare(begin, 2, "./") == 0)
+        ++begin;
+    key.erase(0, begin);
     for (char& character : key) {
         if (character >= 'A' && character <= 'Z')
             character = static_cast<char>(character - 'A' + 'a');
@@ -20,7 +29,7 @@ std::string Key(std::string_view name) {
 
 // What is left of the bound for all parts of one package.
 struct Budget {
-    std::size_t left = kMaxPackageBytes;
+    std::size_t left;
 };
 
 class ZipStream : public PartStream {
@@ -31,32 +40,35 @@ class ZipStream : public PartStream {
     ZipStream& operator=(const ZipStream&) = delete;
 
     std::size_t Read(char* buffer, std::size_t size) override {
-        if (failed_)
+        if (Failed())
             return 0;
         const zip_int64_t read = zip_fread(file_, buffer, size);
         const auto got = static_cast<std::size_t>(std::max<zip_int64_t>(read, 0));
-        failed_ = read < 0 || got > budget_.left;
-        if (failed_)
+        if (read < 0)
+            error_ = ReadError::Damaged;
+        else if (got > budget_.left)
+            error_ = ReadError::TooLarge;
+        if (Failed())
             return 0;
         budget_.left -= got;
         return got;
     }
-    bool Failed() const override { return failed_; }
+    ReadError Error() const override { return error_; }
 
   private:
     zip_file_t* file_;
     Budget& budget_;
-    bool failed_ = false;
+    ReadError error_ = ReadError::None;
 };
 
 class ZipPackage : public Package {
   public:
-    explicit ZipPackage(zip_t* archive) : archive_(archive) {
+    ZipPackage(zip_t* archive, std::size_t most_bytes) : archive_(archive), budget_{most_bytes} {
         const zip_int64_t count = zip_get_num_entries(archive_, 0);
         for (zip_int64_t i = 0; i < count; ++i) {
             const auto index = static_cast<zip_uint64_t>(i);
             if (const char* name = zip_get_name(archive_, index, 0)) {
-                names_.emplace_back(name);
+                names_.push_back(WithSlashes(name));
                 places_.try_emplace(Key(name), index);
             }
         }
@@ -124,7 +136,7 @@ class ZipPackage : public Package {
             const std::size_t got = stream.Read(bytes.data() + old, room);
             bytes.resize(old + got);
             if (stream.Failed()) {
-                why = ReadError::Damaged;
+                why = stream.Error();
                 return std::nullopt;
             }
             if (got == 0)
@@ -144,7 +156,7 @@ class ZipPackage : public Package {
 
 }  // namespace
 
-std::unique_ptr<Package> Package::Open(std::string_view bytes) {
+std::unique_ptr<Package> Package::Open(std::string_view bytes, std::size_t most_bytes) {
     if (!bytes.starts_with("PK"))
         return nullptr;
     zip_error_t error;
@@ -154,14 +166,14 @@ std::unique_ptr<Package> Package::Open(std::string_view bytes) {
     if (archive == nullptr && source != nullptr)
         zip_source_free(source);
     zip_error_fini(&error);
-    return archive == nullptr ? nullptr : std::make_unique<ZipPackage>(archive);
+    return archive == nullptr ? nullptr : std::make_unique<ZipPackage>(archive, most_bytes);
 }
 
 std::string ResolvePart(std::string_view from_part, std::string_view reference) {
     std::vector<std::string_view> folders;
     const auto walk = [&folders](std::string_view path, bool with_last) {
         while (!path.empty()) {
-            const std::size_t slash = path.find('/');
+            const std::size_t slash = path.find_first_of("/\\");
             const std::string_view step = path.substr(0, slash);
             if (slash == std::string_view::npos && !with_last)
                 return;
@@ -174,7 +186,7 @@ std::string ResolvePart(std::string_view from_part, std::string_view reference) 
             path.remove_prefix(slash + 1);
         }
     };
-    if (!reference.starts_with('/'))
+    if (!reference.starts_with('/') && !reference.starts_with('\\'))
         walk(from_part, false);
     walk(reference, true);
     std::string part;

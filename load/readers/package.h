@@ -18,21 +18,26 @@ class PartStream {
     virtual ~PartStream() = default;
     /// Fills up to `size` bytes; 0 at the end and after a fault.
     virtual std::size_t Read(char* buffer, std::size_t size) = 0;
-    /// True after a damaged part or one that unpacks to more than `kMaxPackageBytes`.
-    virtual bool Failed() const = 0;
+    /// Damaged; TooLarge when all parts together unpack to more than the package may.
+    virtual ReadError Error() const = 0;
+    bool Failed() const { return Error() != ReadError::None; }
 };
 
 class Package {
   public:
-    /// `bytes` is borrowed and outlives the package. Nothing when it is no ZIP file.
-    static std::unique_ptr<Package> Open(std::string_view bytes);
+    /// `bytes` is borrowed and outlives the package. Nothing when it is no ZIP file. All parts
+    /// together may unpack to `most_bytes`.
+    static std::unique_ptr<Package> Open(std::string_view bytes,
+                                         std::size_t most_bytes = kMaxPackageBytes);
     virtual ~Package() = default;
 
     virtual bool Has(std::string_view name) const = 0;
+    /// With "/" between folders, whatever the file has.
     virtual std::vector<std::string> Names() const = 0;
-    /// The unpacked part, at most `kMaxPartBytes`. A leading "/" in the name is passed over and
-    /// names are compared regardless of ASCII case. `error` tells why there is none: Damaged,
-    /// TooLarge, or WrongFormat when there is no such part.
+    /// The unpacked part, at most `kMaxPartBytes`. A leading "/" or "./" in the name is passed
+    /// over,
+    /// "\\" is "/", since some programs write it, and ASCII case does not count. `error` tells why
+    /// there is none: Damaged, TooLarge, or WrongFormat when there is no such part.
     virtual std::optional<std::string> Read(std::string_view name, ReadError* error = nullptr) = 0;
     /// Nothing when there is no such part.
     virtual std::unique_ptr<PartStream> Stream(std::string_view name) = 0;
@@ -41,7 +46,7 @@ class Package {
 };
 
 /// Folder and file of a reference from one part to another: "word/document.xml" and
-/// "../media/a.xml" give "media/a.xml". Never leaves the package.
+/// "../media/a.xml" give "media/a.xml"; a "\\" parts folders, too. Never leaves the package.
 std::string ResolvePart(std::string_view from_part, std::string_view reference);
 
 }  // namespace zorvane

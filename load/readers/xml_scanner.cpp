@@ -244,7 +244,7 @@ void XmlScanner::AppendText(std::string& out) const {
 }
 
 ReadEnd XmlScanner::Fault() const {
-    if (too_large_)
+    if (too_large_ || stream_.Error() == ReadError::TooLarge)
         return ReadEnd::Fault(ReadError::TooLarge, "a part of the document is too large");
     return ReadEnd::Fault(ReadError::Damaged, "a part of the document ends too early");
 }

@@ -77,7 +77,7 @@ class MemoryStream : public PartStream {
         rest_.remove_prefix(size);
         return size;
     }
-    bool Failed() const override { return false; }
+    ReadError Error() const override { return ReadError::None; }
 
   private:
     std::string_view rest_;

@@ -15,8 +15,8 @@ class LoadOptionsTest : public testing::Test {
         const auto profile = MakeMemoryIniProfile();
         EXPECT_TRUE(options_.LoadStateFromFile(*profile).ok());
     }
-    std::string Reason(const LoadOptions& from) {
-        const Status status = ApplyLoadOptions(from, options_, settings_);
+    std::string Reason(const LoadOptions& from, SetBy command = SetBy::Compare) {
+        const Status status = ApplyLoadOptions(from, command, options_, settings_);
         return status.ok() ? "" : status.failure().reason;
     }
 
@@ -112,6 +112,21 @@ constexpr WrongRow kWrong[] = {
     {"no page", [](LoadOptions& from) { from.pages = "x"; }, "--pages x: write"},
     {"page 0", [](LoadOptions& from) { from.pages = "0"; }, "--pages 0: write"},
     {"half a range", [](LoadOptions& from) { from.pages = "2-"; }, "--pages 2-: write"},
+    {"rows", [](LoadOptions& from) { from.rows = "abc"; }, "--rows abc: write"},
+    {"a row among words", [](LoadOptions& from) { from.rows = "1,x"; }, "--rows 1,x: write"},
+    {"row 0", [](LoadOptions& from) { from.rows = "0"; }, "--rows 0: write"},
+    {"no rows at all", [](LoadOptions& from) { from.rows = ","; }, "--rows ,: write"},
+    {"columns by letters", [](LoadOptions& from) { from.columns = "A-C"; }, "--columns A-C: write"},
+    {"rows by their name",
+     [](LoadOptions& from) {
+         from.settings = {{"sExcelRowsSource", "x"}};
+     },
+     "--rows x: write"},
+    {"a switch that is neither",
+     [](LoadOptions& from) {
+         from.settings = {{"bDoQuickTextExtraction", "maybe"}};
+     },
+     "--set: bDoQuickTextExtraction=maybe: write true or false"},
     {"slides", [](LoadOptions& from) { from.slides = "1,2"; }, "--slides 1,2: write"},
     {"no such name",
      [](LoadOptions& from) {
@@ -128,9 +143,71 @@ constexpr WrongRow kWrong[] = {
 TEST_F(LoadOptionsTest, SayWhatIsWrong) {
     for (const WrongRow& row : kWrong) {
         SCOPED_TRACE(row.name);
+        const auto defaults = MakeMemoryIniProfile();
+        ASSERT_TRUE(options_.LoadStateFromFile(*defaults).ok());
         LoadOptions from;
         row.set(from);
         EXPECT_TRUE(Reason(from).starts_with(row.said)) << Reason(from);
+    }
+}
+
+TEST_F(LoadOptionsTest, SetObeysOrRefusesEveryName) {
+    // What a name would not do without another is done.
+    LoadOptions from;
+    from.settings = {{"sExcelRowsMaster", "2-"}, {"sExcelColsSource", "*"},
+                     {"lBCLPageTo", "4"},        {"lFromSlideOriginal", "2"},
+                     {"lLineBracket", "3"},      {"bExcelIncludeValues", "TRUE"},
+                     {"bConnectHyphens", "0"}};
+    settings_.bConnectHyphens = true;
+    EXPECT_EQ(Reason(from), "");
+    EXPECT_TRUE(options_.bExcelUseRowsMaster.Data());
+    EXPECT_FALSE(options_.bExcelUseRowsSource.Data());
+    EXPECT_TRUE(options_.bExcelUseColsSource.Data());
+    EXPECT_TRUE(options_.bUseLineBracket.Data());
+    EXPECT_TRUE(options_.bExcelCompareFormulas.Data());
+    EXPECT_TRUE(settings_.bBCLUsingPageRange);
+    EXPECT_FALSE(settings_.bConvertAllSlides);
+    EXPECT_FALSE(settings_.bConnectHyphens);
+    from.settings = {{"bUseLineBracket", "FALSE"}, {"lLineBracket", "3"}};
+    EXPECT_EQ(Reason(from), "");
+    EXPECT_FALSE(options_.bUseLineBracket.Data()) << "what is said goes before what is implied";
+}
+
+TEST_F(LoadOptionsTest, SetRefusesWhatHasNoEffect) {
+    struct Row {
+        const char* name;
+        const char* value;
+        bool compare;  // obeys it
+        bool text;
+    };
+    constexpr Row kRows[] = {
+        {"sFileOriginal", "x", false, false},
+        {"sFileModified", "x", false, false},
+        {"bReportHTMLShowHighDetailSummary", "TRUE", false, false},
+        {"msgReportTitleHTM_MD", "x", false, false},
+        {"msgReportFileDOC_MD", "x", false, false},
+        {"mlReportDefaultStyle_MD", "1", false, false},
+        {"sFontName", "Arial", false, false},
+        {"dFontSize", "12", false, false},
+        {"bReloadOnRefresh", "FALSE", false, false},
+        {"Left", "1", false, false},
+        {"bWarnedAboutPPTAlready", "TRUE", false, false},
+        {"bIgnoreCase", "TRUE", true, false},
+        {"lViewChangeForeColorOriginal", "1", true, false},
+        {"bReportDOC_Additions", "TRUE", true, false},
+        {"lPadLength", "3", true, true},
+        {"sExcelSheetNumberMaster", "2", true, true},
+        {"sExcelSheetNumberSource", "2", true, false},
+        {"lToSlideModified", "2", true, false},
+        {"bRemoveHiddenText", "TRUE", true, true},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.name);
+        LoadOptions from;
+        from.settings = {{row.name, row.value}};
+        const std::string refused = "--set " + std::string(row.name) + ": ";
+        EXPECT_EQ(Reason(from).starts_with(refused), !row.compare) << Reason(from);
+        EXPECT_EQ(Reason(from, SetBy::Text).starts_with(refused), !row.text);
     }
 }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -147,7 +148,7 @@ TEST_F(CliTest, TellsWhatCannotBeReadAndExitsWithTrouble) {
         {"text broken.docx", "broken.docx: the document is damaged"},
         {"compare broken.docx old.txt", "broken.docx: the document is damaged"},
         {"compare old.txt old.doc", "install LibreOffice"},
-        {"compare old.txt broken.pptx", "Unable to convert PPT file."},
+        {"compare old.txt broken.pptx", "broken.pptx: this is no document of its kind"},
         {"text none.pdf", "none.pdf: No such file"},
         {"text old.txt --pages x", "--pages x"},
         {"text old.txt -o none/out.txt", "none/out.txt"},
@@ -159,6 +160,70 @@ TEST_F(CliTest, TellsWhatCannotBeReadAndExitsWithTrouble) {
         EXPECT_EQ(run.output, "");
         EXPECT_NE(run.error.find(row.said), std::string::npos) << run.error;
     }
+}
+
+// Whoever is told "no differences" about two scans believes it.
+TEST_F(CliTest, ASideWithoutTextIsNeverUnchanged) {
+    folder_.Write("scan.pdf", test_pdf::MakePdf(""));
+    folder_.Write("page.html", "<html><img src='a.png'></html>");
+    folder_.Write("blank.rtf", "{\\rtf1{\\pict 00}}");
+    folder_.Write("table.csv", "a,b\n1,2\n");
+    folder_.Write("commas.csv", ",,\n");
+    folder_.Write("empty.txt", "");
+    folder_.Write("lines.txt", " \n\n");
+    folder_.Write("empty.docx", "");
+    struct Row {
+        const char* arguments;
+        int status;
+        const char* said;
+    };
+    constexpr Row kRows[] = {
+        {"scan.pdf scan.pdf", 2, "scan.pdf: no text was found on its pages; they may be pictures"},
+        {"scan.pdf old.txt", 2, "scan.pdf: no text"},
+        {"old.txt scan.pdf", 2, "scan.pdf: no text"},
+        {"page.html page.html", 2, "page.html: no text was found in what it shows; --source"},
+        {"page.html page.html --source", 0, ""},
+        {"blank.rtf blank.rtf", 2, "blank.rtf: no text"},
+        {"table.csv table.csv --rows 9", 2, "nothing was found in the chosen rows; choose others"},
+        {"table.csv table.csv --columns 9-", 2, "in the chosen columns; choose others"},
+        {"table.csv table.csv --rows 2", 0, ""},
+        {"commas.csv empty.txt", 0, ""},
+        {"empty.txt empty.docx", 0, ""},
+        {"lines.txt lines.txt", 0, ""},
+        {"old.txt empty.txt", 1, ""},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.arguments);
+        const Outcome run = Run("compare -q " + std::string(row.arguments));
+        EXPECT_EQ(run.status, row.status) << run.error;
+        EXPECT_NE(run.error.find(row.said), std::string::npos) << run.error;
+        EXPECT_EQ(run.error.empty(), row.status != 2) << run.error;
+    }
+    const Outcome piped = Run("compare -q - old.txt", folder_.Read("scan.pdf"));
+    EXPECT_EQ(piped.status, 2);
+    EXPECT_TRUE(piped.error.starts_with("zorvane: standard input: no text")) << piped.error;
+    const Outcome text = Run("text scan.pdf");
+    EXPECT_EQ(text.status, 0);
+    EXPECT_NE(text.error.find("no text was found"), std::string::npos);
+}
+
+TEST_F(CliTest, TellsAFaultOnceAndInWordsOfItsUser) {
+    environment_ += " ZORVANE_OFFICE=none";
+    folder_.Write("broken.eml", "no message\n");
+    folder_.Write("broken.pdf", "%PDF-1.4\n");
+    folder_.Write("broken.xlsx", "no workbook");
+    folder_.Write("a.xlsb", "PK");
+    for (const char* file : {"broken.eml", "broken.pdf", "broken.xlsx", "a.xlsb"}) {
+        SCOPED_TRACE(file);
+        const Outcome run = Run("text " + std::string(file));
+        EXPECT_EQ(run.status, 2);
+        EXPECT_TRUE(run.error.starts_with("zorvane: " + std::string(file) + ": ")) << run.error;
+        EXPECT_EQ(std::count(run.error.begin(), run.error.end(), '\n'), 1) << run.error;
+        for (const char* word : {"Word", "Compare Options", "LoadFileIntoEditor", "TPORT", "PPT"})
+            EXPECT_EQ(run.error.find(word), std::string::npos) << run.error;
+    }
+    const Outcome piped = Run("text -", "PK\x03\x04 no package");
+    EXPECT_TRUE(piped.error.starts_with("zorvane: standard input: ")) << piped.error;
 }
 
 TEST_F(CliTest, SwitchesOfTheSlashFormReachTheConverters) {
@@ -292,7 +357,7 @@ TEST_F(CliTest, TakesAnythingForAText) {
     folder_.Write("empty", "");
     folder_.Write("line.txt", std::string(20'000'000, 'x'));
     folder_.Write("line2.txt", std::string(20'000'000, 'x') + " y");
-    folder_.Write("broken.rtf", "{\\rtf1 {\\fonttbl{\\f0 \\'" + binary);
+    folder_.Write("broken.rtf", "{\\rtf1 a {\\fonttbl{\\f0 \\'" + binary);
     EXPECT_EQ(Run("compare binary old.txt -o r.html").status, 1);
     EXPECT_EQ(Run("compare empty old.txt -o r.html").status, 1);
     EXPECT_EQ(Run("compare empty empty").status, 0);

@@ -62,6 +62,51 @@ TEST_F(ConversionRoadsTest, DocumentsAreToldByTheirBytes) {
     EXPECT_EQ(Loaded("b", test_pdf::MakePdf(test_pdf::Line(72, 700, "Hello"))), "Hello\r\n");
 }
 
+TEST_F(ConversionRoadsTest, NothingIsShownAsItsMarkup) {
+    // Every extension of the word processor's road, and some that only contain one.
+    for (const char* extension :
+         {"jhtm", "xhtm", "xhtml", "html", "htm",   "odt", "ott",       "epub",     "bk",
+          "bkp",  "tmp",  "dot",   "dotx", "reg",   "wpd", "wps",       "mcw",      "ans",
+          "asc",  "doc",  "docx",  "fodt", "shtml", "rtf", "=Word.txt", "=Word.php"}) {
+        for (const bool plain : {false, true}) {
+            SCOPED_TRACE(std::string(extension) + (plain ? " plain" : ""));
+            options_.bRemoveFormatting.SetData(plain);
+            const std::string name = "a." + std::string(extension);
+            EXPECT_EQ(Loaded(name, "{\\rtf1 one\\par\r\ntwo}"), "one\r\ntwo");
+            if (std::string_view(extension) == "rtf")
+                continue;
+            EXPECT_EQ(Loaded(name, "<html><p>one<p>two</html>"), "one\r\ntwo\r\n");
+        }
+    }
+}
+
+TEST_F(ConversionRoadsTest, SourceCodeIsComparedAsSourceCode) {
+    constexpr std::string_view kSource =
+        "<html><p class=\"a\"><?php if ($a < 1) { echo '{\\rtf1 x}'; } ?></p>\n<%= b %>\n</html>\n";
+    const std::string shown =
+        "<html><p class=\"a\"><?php if ($a < 1) { echo '{\\rtf1 x}'; } ?></p>\r\n<%= b %>\r\n"
+        "</html>\r\n";
+    extensions_.AddUniqueItemToCollection("xml");
+    for (const char* extension : {"php", "PHP5", "phps", "phtml", "cshtml", "vbhtml", "rhtml",
+                                  "tmpl", "ascx", "asp", "js", "vb", "xml"}) {
+        SCOPED_TRACE(extension);
+        EXPECT_EQ(Loaded("a." + std::string(extension), kSource), shown);
+    }
+    // Under the name of something else it is told by its first characters.
+    for (const char* code : {"<?php $a = 1; ?>", "<?= $a ?>", "<%@ Page %><p>"})
+        EXPECT_EQ(Loaded("a.bk", code), std::string(code) + "\r\n");
+    EXPECT_EQ(Loaded("a.pot", "msgid \"a\"\n"), "msgid \"a\"\r\n");
+}
+
+TEST_F(ConversionRoadsTest, APageKeptAsAMessageIsAPage) {
+    constexpr std::string_view kKept =
+        "MIME-Version: 1.0\nContent-Type: multipart/related; boundary=x\n\n--x\nContent-Type: "
+        "text/html\nContent-Transfer-Encoding: quoted-printable\n\n<p "
+        "class=3D1>one=\n</p>\n--x--\n";
+    EXPECT_EQ(Loaded("a.mht", kKept), "\r\none\r\n");
+    EXPECT_EQ(Loaded("a.mhtml", kKept), "\r\none\r\n");
+}
+
 TEST_F(ConversionRoadsTest, OpenWordSaveAsWritesItsFormats) {
     TrellisPage& page = loader_.Page();
     const std::string source = system_.folder.Write("a.docx", ListDocument());

@@ -102,6 +102,19 @@ TEST_F(DocumentLoaderTest, RemovesBlankLinesAndFormattingOfCommas) {
     EXPECT_TRUE(options_.bRemoveFormatting.Data());
 }
 
+TEST_F(DocumentLoaderTest, RemovesEmptyParagraphsAloneWhereverBreaksStand) {
+    options_.bRemoveBlankLines.SetData(true);
+    constexpr const char* kBreaksAtLineEnds =
+        "{\\rtf1 one\\par\r\n\\par\r\n{\\b two}\\par \r\n \\par three}";
+    for (const bool rewrites : {true, false}) {
+        options_.bModifyOriginalDocuments.SetData(rewrites);
+        ASSERT_TRUE(Load("a.rtf", kBreaksAtLineEnds));
+        EXPECT_EQ(Text(), "one\r\ntwo\r\nthree");
+        ASSERT_TRUE(Load("a.doc", kBreaksAtLineEnds));
+        EXPECT_EQ(Text(), "one\r\ntwo\r\nthree");
+    }
+}
+
 TEST_F(DocumentLoaderTest, LoadsOtherTargetsAsTheyStand) {
     options_.bRemoveBlankLines.SetData(true);
     const std::string file = system_.folder.Write("a.txt", "{\\rtf1 \\b x\\par\\par y}");

@@ -7,9 +7,11 @@
 #include <gtest/gtest.h>
 
 #include "common/process_state.h"
+#include "compare/document/rtf_reader.h"
 #include "options/compare_file_options.h"
 #include "options/recent_items.h"
 #include "tests/support/fakes.h"
+#include "tests/support/rich_text_notation.h"
 
 namespace zorvane {
 namespace {
@@ -33,6 +35,31 @@ TEST(EmptyLines, GoWithTheirEndOfWhateverKind) {
         std::u16string text = row.text;
         DeleteEmptyLinesFromText(text);
         EXPECT_EQ(text, row.expected);
+    }
+}
+
+TEST(EmptyParagraphs, AloneAreRemoved) {
+    struct Row {
+        const char* rtf;
+        const char* left;
+    };
+    constexpr Row kRows[] = {
+        {"{\\rtf1 a\\par\r\n\\par\r\n\\b b\\par \r\n}", "a|[b:b|]"},
+        {"{\\rtf1\\par\r\n \\tab\\par\\~\\line\\par a}", "a"},
+        {"{\\rtf1 a\\par\\par}", "a|"},
+        {"{\\rtf1\\par\r\n\\par}", ""},
+        {"{\\rtf1\\trowd\\cell\\cell\\row\\pard\\par b}", "!!|b"},
+        {"{\\rtf1\\li100 a\\par\\par\\li200 b\\par}", "a|b|"},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.rtf);
+        RichText rich = ReadRtf(row.rtf);
+        RemoveEmptyParagraphs(rich);
+        EXPECT_EQ(Notation(rich), row.left);
+        std::int32_t covered = 0;
+        for (const ParagraphRun& run : rich.paragraph_runs)
+            covered += run.length;
+        EXPECT_EQ(covered, rich.Length());
     }
 }
 
@@ -102,8 +129,6 @@ constexpr const char* kList = "{\\rtf1{\\pntext 1.}\\pnlvl a\\par\r\nb\\par \r\n
 TEST_F(ListNumbers, AreSpoiltInRichTextAlone) {
     EXPECT_EQ(Removed(kList, "a.doc"),
               "{\\rtf1{\\pzntext 1.}\\pznlvl a\\par\r\nb\\par \r\nc\\par\n}");
-    options_.bRemoveBlankLines.SetData(true);
-    EXPECT_EQ(Removed(kList, "a.rtf"), "{\\rtf1{\\pzntext 1.}\\pznlvl abc\\par\n}");
     EXPECT_EQ(Removed("plain \\pn", "a.doc"), "plain \\pn");
     for (const char* text_file : {"a.c", "a.cpp", "a.TXT", "a.html", "a.js", "a.xlsx"})
         EXPECT_EQ(Removed(kList, text_file), kList) << text_file;

@@ -12,8 +12,8 @@ namespace zorvane {
 struct MarkdownDefinitions {
     std::unordered_map<std::string, std::string> links;
     std::unordered_map<std::string, std::string> notes;
-    std::size_t address_bytes_left = std::size_t{1} << 23;  ///< looked through for ends of links
-    std::size_t note_bytes_left = std::size_t{1} << 20;     ///< notes may name notes
+    std::size_t bytes_left = std::size_t{1} << 23;  ///< looked through for ends that are not there
+    std::size_t note_bytes_left = std::size_t{1} << 20;  ///< notes may name notes
 };
 
 /// The text of a paragraph or heading.

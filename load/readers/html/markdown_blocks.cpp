@@ -19,7 +19,7 @@ class MarkdownText {
   public:
     std::string Run(std::string_view text) {
         Lines lines = Split(text);
-        PassFrontMatter(lines);
+        FrontMatter(lines);
         Define(lines);
         Blocks(lines, 0);
         return std::move(html_);
@@ -50,13 +50,15 @@ class MarkdownText {
         return kept_.emplace_back(text + std::string(line.substr(at)));
     }
 
-    // A heading of settings between two lines "---" is not shown.
-    static void PassFrontMatter(Lines& lines) {
-        if (lines.size() < 3 || lines[0] != "---" || lines[1].find(':') == std::string_view::npos)
+    // Settings in front of the text, between two lines "---" or "+++": shown line by line, since
+    // they say something, and in no other way, since they are no Markdown.
+    void FrontMatter(Lines& lines) {
+        if (lines.size() < 3 || (lines[0] != "---" && lines[0] != "+++") ||
+            lines[1].find_first_of(":=") == std::string_view::npos)
             return;
-        constexpr std::size_t kMostLines = 200;
-        for (std::size_t at = 1; at < lines.size() && at < kMostLines; ++at) {
-            if (lines[at] == "---" || lines[at] == "...") {
+        for (std::size_t at = 1; at < lines.size(); ++at) {
+            if (lines[at] == lines[0] || (lines[0] == "---" && lines[at] == "...")) {
+                Code({lines.begin() + 1, lines.begin() + static_cast<std::ptrdiff_t>(at)});
                 lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(at) + 1);
                 return;
             }

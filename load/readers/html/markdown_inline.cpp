@@ -3,6 +3,7 @@
 
 #include "common/base/text_encoding.h"
 #include "load/readers/html/markdown.h"
+#include "load/readers/html/markdown_emphasis.h"
 #include "load/readers/html/markdown_lines.h"
 
 namespace zorvane {
@@ -11,7 +12,7 @@ namespace {
 constexpr std::string_view kPunctuation = "!\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-constexpr std::size_t kLongestTag = 4096;
+constexpr std::size_t kShortTag = 4096;
 
 bool IsPunctuation(char character) {
     return kPunctuation.find(character) != std::string_view::npos;
@@ -44,24 +45,14 @@ class InlineText {
     std::string Run() {
         while (at_ < text_.size())
             Step();
-        Emphasize(0);
+        EmphasizeMarkdown(pieces_, 0);
         std::string html;
-        for (const Piece& piece : pieces_)
+        for (const MarkdownPiece& piece : pieces_)
             html += piece.close_tags + piece.text + piece.open_tags;
         return html;
     }
 
   private:
-    // A stretch of the result. A delimiter keeps its unused marks as text.
-    struct Piece {
-        std::string text;
-        std::string close_tags;
-        std::string open_tags;
-        char mark = 0;
-        bool opens = false;
-        bool closes = false;
-        std::size_t count = 0;  ///< of marks as they stood
-    };
     struct Bracket {
         std::size_t piece = 0;
         std::size_t place = 0;  ///< in the text, behind the bracket
@@ -174,7 +165,7 @@ class InlineText {
         const Flanks flanks = FlanksOf(before, after);
         if (mark == '~' && count != 2)
             return Plain(count);
-        Piece piece;
+        MarkdownPiece piece;
         piece.text = text_.substr(at_, count);
         piece.mark = mark;
         piece.count = count;
@@ -190,7 +181,7 @@ class InlineText {
             return;
         if (brackets_.size() >= kMostOpen)
             return Plain(image ? 2 : 1);
-        Piece piece;
+        MarkdownPiece piece;
         piece.text = image ? "![" : "[";
         piece.mark = '[';
         at_ += piece.text.size();
@@ -198,7 +189,7 @@ class InlineText {
         pieces_.push_back(std::move(piece));
     }
 
-    // "[^label]": the note's text stands here.
+    // "[^label]": the note's text stands here, in brackets as in the other formats.
     bool Note() {
         const std::size_t end = text_.substr(0, at_ + 256).find(']', at_);
         if (!text_.substr(at_).starts_with("[^") || end == std::string_view::npos)
@@ -211,7 +202,7 @@ class InlineText {
             return false;
         definitions_.note_bytes_left -= note->second.size();
         const std::string text = note->second;
-        Tail() += " " + MarkdownInline(text, definitions_, depth_ + 1);
+        Tail() += " [note: " + MarkdownInline(text, definitions_, depth_ + 1) + "] ";
         at_ = end + 1;
         return true;
     }
@@ -226,8 +217,8 @@ class InlineText {
         const std::size_t behind = around_link ? kNone : LinkEnd(bracket);
         if (behind == kNone)
             return Plain(1);
-        Emphasize(bracket.piece + 1);
-        Piece& opener = pieces_[bracket.piece];
+        EmphasizeMarkdown(pieces_, bracket.piece + 1);
+        MarkdownPiece& opener = pieces_[bracket.piece];
         opener.mark = 0;
         opener.text = bracket.image ? "" : "<a href=\"\">";
         at_ = behind;
@@ -241,13 +232,11 @@ class InlineText {
     std::size_t LinkEnd(const Bracket& bracket) {
         const std::size_t next = at_ + 1;
         const char character = next < text_.size() ? text_[next] : '\0';
-        if (character == '(' && definitions_.address_bytes_left > 0) {
-            const std::size_t end = AddressEnd(next + 1);
-            const std::size_t looked_at = std::min(kLongestTag, text_.size() - next);
-            definitions_.address_bytes_left -=
-                std::min(definitions_.address_bytes_left, end == kNone ? looked_at : end - next);
-            if (end != kNone)
+        if (character == '(' && definitions_.bytes_left > 0) {
+            std::size_t end = next + 1;
+            if (AddressEnd(end))
                 return end;
+            CountLookedAt(end - next);
         }
         constexpr std::size_t kLongestLabel = 1000;
         const std::string_view own = text_.substr(bracket.place, at_ - bracket.place);
@@ -270,18 +259,24 @@ class InlineText {
         return std::min(text_.find_first_not_of(kBlanks, at), text_.size());
     }
 
-    // Behind "(address "title")", from behind its bracket.
-    std::size_t AddressEnd(std::size_t at) const {
+    // Of what is found the text goes on behind it, but what is not found may be looked for again
+    // and again: so that is bounded, and an address, which may be a whole picture, is not.
+    void CountLookedAt(std::size_t bytes) {
+        definitions_.bytes_left -= std::min(definitions_.bytes_left, bytes);
+    }
+
+    // Moves `at` from behind the bracket to behind "(address "title")", or to where it ceased to
+    // be one.
+    bool AddressEnd(std::size_t& at) const {
         at = SkipBlanks(at);
         if (at < text_.size() && text_[at] == '<') {
-            at = text_.substr(0, at + kLongestTag).find_first_of(">\n", at);
-            if (at == std::string_view::npos || text_[at] == '\n')
-                return kNone;
+            at = std::min(text_.find_first_of(">\n", at), text_.size());
+            if (at == text_.size() || text_[at] == '\n')
+                return false;
             ++at;
         } else {
             int depth = 0;
-            const std::size_t limit = std::min(text_.size(), at + kLongestTag);
-            for (; at < limit && !IsBlank(text_[at]); ++at) {
+            for (; at < text_.size() && !IsBlank(text_[at]); ++at) {
                 if (text_[at] == '\\')
                     ++at;
                 else if (text_[at] == '(')
@@ -293,24 +288,35 @@ class InlineText {
         at = SkipBlanks(std::min(at, text_.size()));
         const char quote = at < text_.size() ? text_[at] : '\0';
         if (quote == '"' || quote == '\'' || quote == '(') {
-            const std::size_t end =
-                text_.substr(0, at + kLongestTag).find(quote == '(' ? ')' : quote, at + 1);
-            if (end == std::string_view::npos)
-                return kNone;
-            at = SkipBlanks(end + 1);
+            at = std::min(text_.find(quote == '(' ? ')' : quote, at + 1), text_.size());
+            at = SkipBlanks(std::min(at + 1, text_.size()));
         }
-        return at < text_.size() && text_[at] == ')' ? at + 1 : kNone;
+        if (at >= text_.size() || text_[at] != ')')
+            return false;
+        ++at;
+        return true;
+    }
+
+    // The length of a tag or comment of HTML that begins here; 0 for none.
+    std::size_t TagLength() {
+        const std::string_view rest =
+            text_.substr(at_, definitions_.bytes_left > 0 ? text_.npos : kShortTag);
+        const bool comment = rest.starts_with("<!--");
+        const std::size_t end = comment ? rest.find("-->") : HtmlTagEnd(rest);
+        if (end == std::string_view::npos)
+            CountLookedAt(rest.size());
+        else if (comment || IsHtmlTag(rest.substr(1, end - 1)))
+            return end + (comment ? 3 : 1);
+        else
+            CountLookedAt(end);
+        return 0;
     }
 
     // A tag or comment of HTML stands as it is, an address in brackets by its text.
     void Angle() {
-        const std::string_view rest = text_.substr(at_, kLongestTag);
-        const bool comment = rest.starts_with("<!--");
-        const std::size_t tag_end = comment ? rest.find("-->") : HtmlTagEnd(rest);
-        const bool tag = tag_end != std::string_view::npos &&
-                         (comment || IsHtmlTag(rest.substr(1, tag_end - 1)));
-        if (tag)
-            return Plain(tag_end + (comment ? 3 : 1));
+        if (const std::size_t length = TagLength(); length > 0)
+            return Plain(length);
+        const std::string_view rest = text_.substr(at_, kShortTag);
         const std::size_t end = std::min(rest.find('>'), rest.size());
         const std::string_view inner = rest.substr(1, end - 1);
         const std::size_t mark =
@@ -327,73 +333,11 @@ class InlineText {
         }
     }
 
-    // Pairs the delimiters from `bottom` on: CommonMark's own procedure.
-    void Emphasize(std::size_t bottom) {
-        std::vector<std::size_t> openers;
-        // Below these places no opener fits a closer of that mark, kind and length.
-        std::array<std::size_t, 18> floors{};
-        for (std::size_t place = bottom; place < pieces_.size(); ++place) {
-            Piece& closer = pieces_[place];
-            if (closer.mark == 0 || closer.mark == '[')
-                continue;
-            while (closer.closes && !closer.text.empty()) {
-                const std::size_t kind = KindOf(closer);
-                const std::size_t opener = FindOpener(openers, closer, floors[kind]);
-                if (opener == kNone) {
-                    floors[kind] = openers.size();
-                    break;
-                }
-                Pair(pieces_[openers[opener]], closer);
-                openers.resize(opener + (pieces_[openers[opener]].text.empty() ? 0 : 1));
-                for (std::size_t& floor : floors)
-                    floor = std::min(floor, openers.size());
-            }
-            if (closer.opens && !closer.text.empty())
-                openers.push_back(place);
-        }
-        for (std::size_t place = bottom; place < pieces_.size(); ++place) {
-            Piece& piece = pieces_[place];
-            if (piece.mark != '[')
-                piece.mark = piece.mark == 0 ? '\0' : kDone;
-        }
-    }
-
-    static std::size_t KindOf(const Piece& closer) {
-        const std::size_t mark = closer.mark == '*' ? 0 : closer.mark == '_' ? 1 : 2;
-        return mark * 6 + (closer.opens ? 3U : 0U) + closer.count % 3;
-    }
-
-    std::size_t FindOpener(const std::vector<std::size_t>& openers, const Piece& closer,
-                           std::size_t floor) const {
-        for (std::size_t place = openers.size(); place-- > floor;) {
-            const Piece& opener = pieces_[openers[place]];
-            if (opener.mark != closer.mark)
-                continue;
-            const bool both = opener.closes || closer.opens;
-            const bool odd = both && (opener.count + closer.count) % 3 == 0 &&
-                             (opener.count % 3 != 0 || closer.count % 3 != 0);
-            if (!odd)
-                return place;
-        }
-        return kNone;
-    }
-
-    static void Pair(Piece& opener, Piece& closer) {
-        const std::size_t used = opener.text.size() >= 2 && closer.text.size() >= 2 ? 2U : 1U;
-        const std::string_view name = opener.mark == '~' ? "del" : used == 2 ? "strong" : "em";
-        opener.text.resize(opener.text.size() - used);
-        closer.text.resize(closer.text.size() - used);
-        opener.open_tags = "<" + std::string(name) + ">" + opener.open_tags;
-        closer.close_tags += "</" + std::string(name) + ">";
-    }
-
-    static constexpr char kDone = '.';  // paired, or found to be text
-
     std::string_view text_;
     MarkdownDefinitions& definitions_;
     int depth_;
     std::size_t at_ = 0;
-    std::vector<Piece> pieces_;
+    std::vector<MarkdownPiece> pieces_;
     std::vector<Bracket> brackets_;
     std::size_t inactive_below_ = 0;
     std::array<bool, 64> no_closer_{};

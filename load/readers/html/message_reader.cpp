@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 #include "common/base/text_encoding.h"
 #include "load/readers/html/html_parser.h"
@@ -35,10 +36,32 @@ struct MimeType {
     bool IsMultipart() const { return type.value.starts_with("multipart/"); }
 };
 
+// The bytes of a message as a program saved it: in UTF-16 or UTF-32, or behind a byte-order mark.
+// Nothing for one that stands as it was sent.
+std::optional<std::string> Resaved(std::string_view bytes) {
+    const DetectedEncoding encoding =
+        DetectEncoding(bytes.substr(0, bytes.size() - bytes.size() % 2), {});
+    const bool wide = encoding.name.starts_with("UTF-16") || encoding.name.starts_with("UTF-32");
+    if (!wide && encoding.bom_size == 0)
+        return std::nullopt;
+    return ToUtf8(DecodeText(bytes, encoding));
+}
+
+bool IsEncoded(std::string_view transfer_encoding) {
+    const std::string name = ToLower(Trim(transfer_encoding));
+    return name == "base64" || name == "quoted-printable";
+}
+
 class MessageText {
   public:
-    MessageText(std::string_view locale_encoding, DocumentSink& sink, ReadMonitor& monitor)
-        : locale_encoding_(locale_encoding), sink_(sink), writer_(sink), monitor_(monitor) {
+    /// `resaved`: the message is UTF-8 now, whatever its parts say of themselves.
+    MessageText(std::string_view locale_encoding, bool resaved, DocumentSink& sink,
+                ReadMonitor& monitor)
+        : locale_encoding_(locale_encoding),
+          sink_(sink),
+          writer_(sink),
+          monitor_(monitor),
+          resaved_(resaved) {
         bold_.bold = true;
     }
 
@@ -84,14 +107,18 @@ class MessageText {
             return ReadEnd::Ok();
         }
         const std::string_view encoding = entity.Field("content-transfer-encoding");
-        if (type.type.value == "message/rfc822") {
-            const std::string inner = DecodeBody(entity.body, encoding);
-            return Message(ReadEntity(inner), depth + 1);
-        }
         const std::string bytes = DecodeBody(entity.body, encoding);
-        const std::string_view charset = type.type.Parameter("charset");
+        const bool outer = std::exchange(resaved_, resaved_ && !IsEncoded(encoding));
+        ReadEnd end = type.type.value == "message/rfc822" ? Message(ReadEntity(bytes), depth + 1)
+                                                          : Body(bytes, type);
+        resaved_ = outer;
+        return end;
+    }
+
+    ReadEnd Body(const std::string& bytes, const MimeType& type) {
+        const std::string_view charset = resaved_ ? "" : type.type.Parameter("charset");
         if (type.type.value == "text/html") {
-            const std::string page = charset.empty()
+            const std::string page = charset.empty() && !resaved_
                                          ? HtmlAsUtf8(bytes, locale_encoding_)
                                          : DecodeCharset(bytes, charset, locale_encoding_);
             return ShowHtml(page, HtmlSyntax::Html, sink_, monitor_);
@@ -107,6 +134,11 @@ class MessageText {
         std::vector<MimeEntity> parts;
         for (const std::string_view part : SplitParts(entity.body, type.type.Parameter("boundary")))
             parts.push_back(ReadEntity(part));
+        // Without the boundary that it names, the message is what stands there.
+        if (parts.empty() && !Trim(entity.body).empty()) {
+            Plain(DecodeCharset(entity.body, "", locale_encoding_), {});
+            return ReadEnd::Ok();
+        }
         if (type.type.value == "multipart/alternative") {
             const MimeEntity* best = Best(parts);
             return best == nullptr ? ReadEnd::Ok() : Part(*best, depth + 1);
@@ -183,6 +215,7 @@ class MessageText {
     ReadMonitor& monitor_;
     CharFormat bold_;
     std::vector<std::string> attachments_;
+    bool resaved_;
 };
 
 }  // namespace
@@ -191,12 +224,16 @@ ReadEnd ReadMessage(std::string_view bytes, std::string_view locale_encoding, Do
                     ReadMonitor& monitor) {
     if (bytes.size() > kMaxPartBytes)
         return ReadEnd::Fault(ReadError::TooLarge, "the file is larger than allowed");
+    const std::optional<std::string> resaved = Resaved(bytes);
+    if (resaved)
+        bytes = *resaved;
+    bytes.remove_prefix(std::min(bytes.find_first_not_of("\r\n"), bytes.size()));
     if (bytes.starts_with("From "))  // the line in front of a message in a mailbox
         bytes.remove_prefix(std::min(bytes.find('\n') + 1, bytes.size()));
     const MimeEntity message = ReadEntity(bytes);
     if (message.fields.empty())
         return ReadEnd::Fault(ReadError::WrongFormat, "the file does not begin as a message does");
-    return MessageText(locale_encoding, sink, monitor).Run(message);
+    return MessageText(locale_encoding, resaved.has_value(), sink, monitor).Run(message);
 }
 
 }  // namespace zorvane

@@ -6,6 +6,7 @@
 
 #include "load/readers/sheets/array_formulas.h"
 #include "load/readers/sheets/open_formula.h"
+#include "load/readers/sheets/part_pieces.h"
 #include "load/readers/sheets/row_builder.h"
 #include "load/readers/xml_part.h"
 #include "load/readers/xml_scanner.h"
@@ -251,56 +252,9 @@ class OdsSheetReader {
     std::string decoded_;
 };
 
-// An unpacked part in pieces: one string of its size would be copied as it grows.
-struct Pieces {
-    static constexpr std::size_t kSize = std::size_t{1} << 20;
-    std::vector<std::string> pieces;  ///< all but the last one of that size
-
-    ReadEnd Fill(PartStream& stream) {
-        while (true) {
-            std::string piece(kSize, '\0');
-            std::size_t filled = 0;
-            while (filled < kSize) {
-                const std::size_t got = stream.Read(piece.data() + filled, kSize - filled);
-                if (got == 0)
-                    break;
-                filled += got;
-            }
-            piece.resize(filled);
-            pieces.push_back(std::move(piece));
-            if (stream.Failed())
-                return ReadEnd::Fault(ReadError::Damaged, "the part content.xml is broken");
-            if (filled < kSize)
-                return ReadEnd::Ok();
-            if (pieces.size() * kSize > kMaxPartBytes)
-                return ReadEnd::Fault(ReadError::TooLarge, "the sheets are too large");
-        }
-    }
-};
-
-class PiecesStream : public PartStream {
-  public:
-    PiecesStream(const Pieces& pieces, std::size_t from) : pieces_(pieces), at_(from) {}
-    std::size_t Read(char* buffer, std::size_t size) override {
-        const std::size_t index = at_ / Pieces::kSize;
-        if (index >= pieces_.pieces.size())
-            return 0;
-        const std::string& piece = pieces_.pieces[index];
-        const std::size_t place = at_ % Pieces::kSize;
-        const std::size_t got = place < piece.size() ? piece.copy(buffer, size, place) : 0;
-        at_ += got;
-        return got;
-    }
-    bool Failed() const override { return false; }
-
-  private:
-    const Pieces& pieces_;
-    std::size_t at_;
-};
-
 class OdsWorkbook : public Workbook {
   public:
-    explicit OdsWorkbook(Pieces content) : content_(std::move(content)) {}
+    explicit OdsWorkbook(PartPieces content) : content_(std::move(content)) {}
 
     ReadEnd Open() {
         PiecesStream stream(content_, 0);
@@ -358,7 +312,7 @@ class OdsWorkbook : public Workbook {
         offsets_.push_back(static_cast<std::size_t>(scanner.Offset()));
     }
 
-    Pieces content_;
+    PartPieces content_;
     std::string style_;
     std::unordered_set<std::string> hidden_styles_;
     int tables_ = 0;  // open ones
@@ -367,7 +321,7 @@ class OdsWorkbook : public Workbook {
 };
 
 std::unique_ptr<Workbook> OpenContent(PartStream& stream, ReadEnd& end) {
-    Pieces content;
+    PartPieces content;
     end = content.Fill(stream);
     if (!end.ok())
         return nullptr;

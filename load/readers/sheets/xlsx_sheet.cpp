@@ -1,8 +1,8 @@
-#include <charconv>
-#include <cmath>
+#include <algorithm>
 #include <unordered_map>
 
 #include "load/readers/sheets/array_formulas.h"
+#include "load/readers/sheets/iso_date.h"
 #include "load/readers/sheets/merged_cells.h"
 #include "load/readers/sheets/row_builder.h"
 #include "load/readers/sheets/xlsx_parts.h"
@@ -16,52 +16,6 @@ using Token = XmlScanner::Token;
 constexpr std::size_t kLongestFormula = 32'768;
 constexpr std::size_t kMostSharedFormulas = 65'536;
 constexpr std::int32_t kRowsBetweenProgress = 2048;
-
-// Number of `count` digits at a place of the text.
-bool ReadDigits(std::string_view text, std::size_t at, std::size_t count, int& value) {
-    if (text.size() < at + count)
-        return false;
-    const char* begin = text.data() + at;
-    return std::from_chars(begin, begin + count, value).ptr == begin + count;
-}
-
-// "2011-02-03" as days of the book's date system.
-bool ParseIsoDay(std::string_view text, bool date_1904, int& days) {
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    if (!ReadDigits(text, 0, 4, year) || !ReadDigits(text, 5, 2, month) ||
-        !ReadDigits(text, 8, 2, day) || month < 1 || month > 12)
-        return false;
-    const int shifted = year - (month <= 2 ? 1 : 0);
-    const int day_of_year = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    days = 365 * shifted + shifted / 4 - shifted / 100 + shifted / 400 + day_of_year - 693'899;
-    if (date_1904)
-        days -= 1462;
-    else if (days < 61)
-        --days;  // before the leap day of 1900 that only sheets have
-    return true;
-}
-
-// A date, a time, or both with a T between.
-bool ParseIsoDate(std::string_view text, bool date_1904, double& serial) {
-    int days = 0;
-    const bool has_day = ParseIsoDay(text, date_1904, days);
-    serial = days;
-    if (has_day)
-        text.remove_prefix(10);
-    if (text.starts_with('T'))
-        text.remove_prefix(1);
-    int hour = 0;
-    int minute = 0;
-    double second = 0;
-    if (!ReadDigits(text, 0, 2, hour) || !ReadDigits(text, 3, 2, minute))
-        return has_day;
-    if (text.size() > 6)
-        std::from_chars(text.data() + 6, text.data() + text.size(), second);
-    serial += (hour * 3600 + minute * 60 + second) / 86'400;
-    return true;
-}
 
 void AddMerge(std::string_view attributes, MergedCells& merges) {
     while (true) {
@@ -107,7 +61,7 @@ class SheetReader {
     }
 
   private:
-    enum class Into : std::uint8_t { Nothing, Value, Formula };
+    enum class Into : std::uint8_t { Nothing, Value, OwnText, Formula };
     struct SharedFormula {
         CellPlace place;
         std::string text;
@@ -124,6 +78,8 @@ class SheetReader {
     void TakeText() {
         if (into_ == Into::Value && phonetic_ == 0)
             scanner_.AppendText(value_);
+        else if (into_ == Into::OwnText && phonetic_ == 0)
+            scanner_.AppendText(own_text_);
         else if (into_ == Into::Formula)
             scanner_.AppendText(formula_);
     }
@@ -138,7 +94,7 @@ class SheetReader {
             return !outside_ && (!empty || EndCell());
         }
         if (name == "v" || name == "t")
-            into_ = empty ? Into::Nothing : Into::Value;
+            into_ = empty ? Into::Nothing : name == "v" ? Into::Value : Into::OwnText;
         else if (name == "f")
             BeginFormula();
         else if (name == "row")
@@ -181,7 +137,9 @@ class SheetReader {
         ++column_;
         style_ = 0;
         type_ = 'n';
+        own_type_ = false;
         value_.clear();
+        own_text_.clear();
         has_formula_ = false;
         phonetic_ = 0;
         std::string_view rest = scanner_.Attributes();
@@ -196,6 +154,7 @@ class SheetReader {
                 style_ = static_cast<std::uint32_t>(NumberOf(attribute.value, 0));
             } else if (attribute.name == "t") {
                 type_ = TypeOf(attribute.value);
+                own_type_ = attribute.value == "inlineStr";
             }
         }
     }
@@ -228,6 +187,9 @@ class SheetReader {
 
     bool EndCell() {
         into_ = Into::Nothing;
+        // Some programs write a value beside a cell's own text; it is the same text again.
+        if (!own_text_.empty() && (own_type_ || value_.empty()))
+            value_.swap(own_text_);
         if (merges_.Covers(row_, column_))
             return true;
         if (options_.formulas && AppendFormula()) {
@@ -345,7 +307,9 @@ class SheetReader {
     std::uint32_t style_ = 0;
     char type_ = 'n';
     int phonetic_ = 0;
+    bool own_type_ = false;  // its text stands in the cell
     std::string value_;
+    std::string own_text_;
     bool has_formula_ = false;
     std::string formula_;
     std::string formula_type_;

@@ -30,7 +30,7 @@ class KeptPart : public PartStream {
             pieces_.clear();
         return got;
     }
-    bool Failed() const override { return stream_.Failed(); }
+    ReadError Error() const override { return stream_.Error(); }
 
     /// More than any sheet that could be shown takes; the reading has ended.
     bool TooLarge() const { return kept_bytes_ > kMostBytes; }

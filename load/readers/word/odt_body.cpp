@@ -95,7 +95,7 @@ void OdtBody::Block(const pugi::xml_node& node) {
     } else if (name == "table") {
         Table(node);
     } else if (IsOdtShape(name)) {
-        Shape(node);
+        TakeShape(node);
     } else if (IsContainer(name) && !IsHiddenByItself(node)) {
         Container(node);
     }
@@ -115,6 +115,8 @@ void OdtBody::Paragraph(const pugi::xml_node& node, bool heading) {
         return;
     const OdtParagraph& style = styles_->Paragraph(Attribute(node, "style-name"));
     UseMasterPage(style.master_page);
+    if (IsHiddenParagraph(node, style.chars))
+        return;
     const Line outer = line_;
     const std::size_t anchored = anchored_.size();
     line_ = Line();
@@ -122,6 +124,7 @@ void OdtBody::Paragraph(const pugi::xml_node& node, bool heading) {
     ParagraphFormat format = style.format;
     std::string label;
     Label(node, heading, style, format, label);
+    brackets_.BeginParagraph();  // of a cell as well: what stands in front parts words
     writer_.BeginParagraph(format);
     if (!label.empty())
         writer_.ListLabel(CleanText(label), style.chars.format);
@@ -131,8 +134,10 @@ void OdtBody::Paragraph(const pugi::xml_node& node, bool heading) {
     Anchored(anchored);
 }
 
-// Frames are shown behind the paragraph that holds them.
+// Frames are shown behind the paragraph, or the table row, that holds them.
 void OdtBody::Anchored(std::size_t from) {
+    if (open_rows_ > 0)
+        return;
     const std::vector<pugi::xml_node> shapes(anchored_.begin() + static_cast<std::ptrdiff_t>(from),
                                              anchored_.end());
     anchored_.resize(from);
@@ -224,7 +229,8 @@ void OdtBody::TableRows(const pugi::xml_node& parent) {
         const std::string_view name = LocalName(node);
         if (name == "table-row")
             Row(node);
-        else if (name == "table-header-rows" || name == "table-rows" || name == "table-row-group")
+        else if (name == "table-header-rows" || name == "table-rows" ||
+                 (name == "table-row-group" && Attribute(node, "display") != "false"))
             TableRows(node);
     }
     --depth_;
@@ -240,17 +246,20 @@ std::int32_t OdtBody::Repeats(const pugi::xml_node& node, std::string_view attri
 }
 
 void OdtBody::Row(const pugi::xml_node& row) {
-    const std::string_view visibility = Attribute(row, "visibility");
-    if (visibility == "collapse" || visibility == "filter")
+    if (IsHiddenRow(row))
         return;
     const bool filled = std::any_of(row.begin(), row.end(), [](const pugi::xml_node& cell) {
         return !cell.first_child().empty();
     });
     const std::int32_t repeats = Repeats(row, "number-rows-repeated", filled);
     for (std::int32_t i = 0; i < repeats && Enter(); ++i) {
+        const std::size_t anchored = anchored_.size();
+        ++open_rows_;
         writer_.BeginRow();
         Cells(row);
         writer_.EndRow();
+        --open_rows_;
+        Anchored(anchored);
     }
 }
 
@@ -280,6 +289,14 @@ void OdtBody::Cell(const pugi::xml_node& cell) {
     if (!Is(cell, "covered-table-cell"))
         Container(cell);
     writer_.EndCell(styles_->Paragraph({}).chars.format);
+}
+
+// One that stands in a cell beside its paragraphs waits for the end of the row.
+void OdtBody::TakeShape(const pugi::xml_node& shape) {
+    if (open_rows_ > 0)
+        anchored_.push_back(shape);
+    else
+        Shape(shape);
 }
 
 void OdtBody::Shape(const pugi::xml_node& shape) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "load/readers/package.h"
+#include "load/readers/word/note_brackets.h"
 #include "load/readers/word/odt_lists.h"
 #include "load/readers/word/odt_styles.h"
 #include "load/readers/word/row_writer.h"
@@ -45,7 +46,13 @@ class OdtBody {
         CharFormat blank_format;
     };
 
+    /// What a paragraph's text is, the strongest last.
+    enum class Sight { Nothing, Hidden, Seen };
+
     bool Enter();
+    Sight SightOf(const pugi::xml_node& parent, const OdtChars& chars, int depth) const;
+    bool IsHiddenParagraph(const pugi::xml_node& paragraph, const OdtChars& chars) const;
+    bool IsHiddenRow(const pugi::xml_node& row) const;
     void Block(const pugi::xml_node& node);
     void Container(const pugi::xml_node& node);
     void Paragraph(const pugi::xml_node& node, bool heading);
@@ -58,12 +65,16 @@ class OdtBody {
     void Row(const pugi::xml_node& row);
     void Cells(const pugi::xml_node& row);
     void Cell(const pugi::xml_node& cell);
+    void TakeShape(const pugi::xml_node& shape);
     void Shape(const pugi::xml_node& shape);
     void Inline(const pugi::xml_node& parent, const OdtChars& chars);
     void InlineElement(const pugi::xml_node& node, const OdtChars& chars);
     void Span(const pugi::xml_node& node, bool link, const OdtChars& chars);
     bool Blank(const pugi::xml_node& node, std::string_view name, const OdtChars& chars);
     void Note(const pugi::xml_node& note, const OdtChars& chars);
+    void NoteBlocks(const pugi::xml_node& parent);
+    void LineBreak(const OdtChars& chars);
+    void Write(std::string_view text, const CharFormat& format);
     void Formula(const pugi::xml_node& frame, const OdtChars& chars);
     void Ruby(const pugi::xml_node& ruby, const OdtChars& chars);
     void Characters(std::string_view text, const OdtChars& chars);
@@ -76,6 +87,7 @@ class OdtBody {
 
     Package& package_;
     RowWriter& writer_;
+    NoteBrackets brackets_;
     ReadMonitor& monitor_;
     OdtStyles* styles_ = nullptr;
     OdtLists lists_;
@@ -92,7 +104,7 @@ class OdtBody {
     std::int64_t total_ = 1;
     std::int32_t repeats_left_ = 100'000;
     std::int32_t formulas_left_ = 1000;
-    bool in_note_ = false;
+    int open_rows_ = 0;
     bool starts_on_default_ = false;
     bool started_ = false;
 };

@@ -83,7 +83,7 @@ bool OdtBody::Blank(const pugi::xml_node& node, std::string_view name, const Odt
     } else if (name == "tab") {
         Exact("\t", chars);
     } else if (name == "line-break") {
-        Exact(in_note_ ? std::string_view(" ") : std::string_view(&kLineInParagraph, 1), chars);
+        LineBreak(chars);
     } else {
         return false;
     }
@@ -92,27 +92,33 @@ bool OdtBody::Blank(const pugi::xml_node& node, std::string_view name, const Odt
 
 // A note's text stands where its mark is, one paragraph behind the other.
 void OdtBody::Note(const pugi::xml_node& note, const OdtChars& chars) {
-    if (chars.hidden || in_note_)
+    if (chars.hidden || brackets_.InNote())
         return;
-    const Line outer = line_;
-    in_note_ = true;
     TakeBlank();
-    if (writer_.NeedsBlank())
-        writer_.Text(" ", chars.format);
-    bool first = true;
-    for (const pugi::xml_node& paragraph : Child(note, "note-body").children()) {
-        if (!first && writer_.NeedsBlank())
-            writer_.Text(" ", chars.format);
-        first = false;
-        const OdtChars own = styles_->Paragraph(Attribute(paragraph, "style-name")).chars;
+    const Line outer = line_;
+    brackets_.Open();
+    NoteBlocks(Child(note, "note-body"));
+    writer_.Text(brackets_.Close(), chars.format);
+    line_ = outer;
+    line_.has_text = true;
+}
+
+void OdtBody::NoteBlocks(const pugi::xml_node& parent) {
+    if (!Enter())
+        return;
+    ++depth_;
+    for (const pugi::xml_node& block : parent.children()) {
+        if (!Is(block, "p") && !Is(block, "h")) {
+            NoteBlocks(block);
+            continue;
+        }
+        brackets_.BreakInNote();
+        const OdtChars own = styles_->Paragraph(Attribute(block, "style-name")).chars;
         line_ = Line();
         line_.base = own;
-        Inline(paragraph, own);
+        Inline(block, own);
     }
-    in_note_ = false;
-    line_ = outer;
-    line_.blank_waits = false;
-    line_.has_text = true;
+    --depth_;
 }
 
 void OdtBody::Ruby(const pugi::xml_node& ruby, const OdtChars& chars) {
@@ -137,9 +143,22 @@ void OdtBody::Formula(const pugi::xml_node& frame, const OdtChars& chars) {
     Characters(text, chars);
 }
 
+// The lines of a note stand behind each other.
+void OdtBody::LineBreak(const OdtChars& chars) {
+    if (brackets_.InNote())
+        brackets_.BreakInNote();
+    else
+        Exact(std::string_view(&kLineInParagraph, 1), chars);
+}
+
+void OdtBody::Write(std::string_view text, const CharFormat& format) {
+    writer_.Text(brackets_.InFrontOf(text), format);
+    writer_.Text(text, format);
+}
+
 void OdtBody::TakeBlank() {
     if (line_.blank_waits)
-        writer_.Text(" ", line_.blank_format);
+        Write(" ", line_.blank_format);
     line_.blank_waits = false;
 }
 
@@ -178,15 +197,14 @@ void OdtBody::Characters(std::string_view text, const OdtChars& chars) {
         scratch_.find('\xEF') != std::string::npos && IsSymbolFont(chars.format.font.view());
     if (symbols)
         scratch_ = SymbolText(scratch_, chars.format.font.view());
-    writer_.Text(scratch_, chars.format);
+    Write(scratch_, chars.format);
 }
 
 void OdtBody::Exact(std::string_view text, const OdtChars& chars) {
-    const bool blank = in_note_ && !line_.has_text && text.find_first_not_of(' ') == text.npos;
-    if (chars.hidden || text.empty() || blank)
+    if (chars.hidden || text.empty())
         return;
     TakeBlank();
-    writer_.Text(text, chars.format);
+    Write(text, chars.format);
     line_.has_text = true;
 }
 

@@ -5,7 +5,6 @@
 namespace zorvane {
 
 void RowWriter::BeginParagraph(const ParagraphFormat& format) {
-    needs_blank_ = false;
     if (cells_.empty()) {
         sink_.BeginParagraph(format);
         return;
@@ -23,8 +22,6 @@ void RowWriter::Put(std::string_view utf8, const CharFormat& format) {
         return;
     }
     sink_.Text(utf8, format);
-    const char last = utf8.back();
-    needs_blank_ = last != ' ' && last != '\t' && last != kLineInParagraph;
 }
 
 void RowWriter::Text(std::string_view utf8, const CharFormat& format) {

@@ -24,8 +24,6 @@ class RowWriter {
     void EndCell(const CharFormat& format);
     void EndRow();
 
-    /// False when nothing stands in front in this paragraph, or a blank does.
-    bool NeedsBlank() const { return needs_blank_; }
     DocumentSink& Sink() { return sink_; }
 
   private:
@@ -34,7 +32,6 @@ class RowWriter {
     DocumentSink& sink_;
     std::vector<std::size_t> cells_;  ///< so far, of each open row
     bool line_waits_ = false;         ///< in a cell, in front of the next paragraph
-    bool needs_blank_ = false;
 };
 
 }  // namespace zorvane

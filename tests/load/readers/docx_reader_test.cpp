@@ -123,7 +123,7 @@ TEST(DocxReader, LeavesHiddenTextOutAndNotesIn) {
           "b|"},
          {"a footnote at its place",
           "<w:p><w:r><w:t>a</w:t><w:footnoteReference w:id=\"2\"/><w:t>b</w:t></w:r></w:p>",
-          "a note/moreb|"},
+          "a [note: note more] b|"},
          {"a reference to nothing",
           "<w:p><w:r><w:t>a</w:t><w:footnoteReference w:id=\"7\"/></w:r></w:p>", "a|"}},
         parts);
@@ -159,6 +159,84 @@ TEST(DocxReader, ReadsTextBoxesBehindTheirParagraphOnce) {
                 "</w:drawing></mc:Choice><mc:Fallback><w:pict>" + box +
                 "</w:pict></mc:Fallback></mc:AlternateContent><w:t>b</w:t></w:r></w:p>",
             "ab|box|"}});
+}
+
+std::string Words(std::string_view text) {
+    return "<w:r><w:t xml:space=\"preserve\">" + std::string(text) + "</w:t></w:r>";
+}
+std::string Cell(const std::string& content) {
+    return "<w:tc>" + content + "</w:tc>";
+}
+
+TEST(DocxReader, KeepsANoteApartFromTheWordsAroundItsMark) {
+    WordFile parts;
+    parts.footnotes = "<w:footnote w:id=\"1\"><w:p><w:r><w:footnoteRef/></w:r>" + Words(" See") +
+                      Words(" it.") + "<w:r><w:br/></w:r>" + Words("Or not.") +
+                      "</w:p></w:footnote><w:footnote w:id=\"2\"><w:p/>" + "</w:footnote>";
+    const std::string mark = "<w:r><w:footnoteReference w:id=\"1\"/></w:r>";
+    const std::string own_mark =
+        "<w:r><w:footnoteReference w:customMarkFollows=\"1\" w:id=\"1\"/><w:t>*</w:t></w:r>";
+    const std::string note = "[note: See it. Or not.]";
+    const auto paragraph = [](const std::string& content) { return "<w:p>" + content + "</w:p>"; };
+    const std::string between_words = paragraph(Words("a") + mark + Words("b"));
+    const std::string before_sign = paragraph(Words("a") + mark + Words(", b"));
+    const std::string between_blanks = paragraph(Words("a ") + mark + Words(" b"));
+    const std::string alone = paragraph(mark) + paragraph(Words("b"));
+    const std::string two = paragraph(Words("a") + mark + mark);
+    const std::string tab = paragraph(Words("a") + mark + "<w:r><w:tab/></w:r>");
+    const std::string line = paragraph(mark + "<w:r><w:br/></w:r>" + mark);
+    const std::string own = paragraph(Words("a") + own_mark + Words(" b"));
+    const std::string empty =
+        paragraph(Words("a") + "<w:r><w:footnoteReference w:id=\"2\"/></w:r>" + Words("b"));
+    const std::string cell = "<w:tbl><w:tr>" + Cell(paragraph(Words("a") + mark)) +
+                             Cell(paragraph(mark)) + "</w:tr></w:tbl>";
+    Check({{"between two words", between_words, "a " + note + " b|"},
+           {"in front of a sign", before_sign, "a " + note + " , b|"},
+           {"blanks are not doubled", between_blanks, "a " + note + " b|"},
+           {"at both ends of a paragraph", alone, note + "|b|"},
+           {"two notes", two, "a " + note + " " + note + "|"},
+           {"a tab parts no words", tab, "a " + note + " >|"},
+           {"a line does", line, note + "/" + note + "|"},
+           {"behind a mark of its author", own, "a* " + note + " b|"},
+           {"nothing in it", empty, "ab|"},
+           {"in cells", cell, "a " + note + "!" + note + "!|"}},
+          parts);
+}
+
+TEST(DocxReader, ReadsABoxInACellBehindItsRow) {
+    const auto box = [](const char* text) {
+        return "<w:r><w:pict><w:txbxContent><w:p>" + Words(text) +
+               "</w:p></w:txbxContent></w:pict></w:r>";
+    };
+    const std::string in_cell = "<w:tbl><w:tr>" + Cell("<w:p>" + Words("a") + box("x") + "</w:p>") +
+                                Cell("<w:p>" + box("y") + Words("b") + "</w:p>") + "</w:tr><w:tr>" +
+                                Cell("<w:p/>") + "</w:tr></w:tbl>";
+    const std::string at_the_end =
+        "<w:p><w:pPr><w:rPr><w:del/></w:rPr></w:pPr>" + Words("a") + box("x") + "</w:p>";
+    Check({{"in a cell", in_cell, "a!b!|x|y|!|"},
+           {"in a last paragraph without an end", at_the_end, "a|x|"}});
+}
+
+TEST(DocxReader, LeavesHiddenRowsOut) {
+    const std::string vanish = "<w:rPr><w:vanish/></w:rPr>";
+    const std::string hidden = "<w:p><w:pPr>" + vanish + "</w:pPr><w:r>" + vanish +
+                               "<w:t>x</w:t></w:r><w:bookmarkStart/></w:p>";
+    const std::string seen = "<w:p>" + Words("a") + "</w:p>";
+    const std::string half_hidden = "<w:p><w:pPr>" + vanish + "</w:pPr>" + Words("b") + "</w:p>";
+    const auto row = [](const char* properties, const std::string& cells) {
+        return "<w:tr><w:trPr>" + std::string(properties) + "</w:trPr>" + cells + "</w:tr>";
+    };
+    const std::string by_property = "<w:tbl>" + row("<w:hidden/>", Cell(seen)) +
+                                    row("<w:hidden w:val=\"0\"/>", Cell(seen)) + "</w:tbl>";
+    const std::string by_text = "<w:tbl>" + row("", Cell(hidden) + Cell(hidden)) +
+                                row("", Cell(hidden) + Cell(seen)) + row("", Cell("<w:p/>")) +
+                                row("", Cell(half_hidden)) + "</w:tbl>";
+    const std::string nested =
+        "<w:tbl>" + row("", Cell(seen + "<w:tbl>" + row("<w:hidden/>", Cell(seen)) + "</w:tbl>")) +
+        "</w:tbl>";
+    Check({{"by its property", by_property, "a!|"},
+           {"by all that is in it", by_text, "!a!|!|b!|"},
+           {"in a table in a cell", nested, "a!|"}});
 }
 
 constexpr std::string_view kLevels =
@@ -244,6 +322,16 @@ TEST(DocxReader, ReadsEvenPagesHeadersWhereTheyDiffer) {
     Check({{"even", "<w:p/><w:sectPr><w:headerReference w:type=\"even\" r:id=\"rh\"/></w:sectPr>",
             "|even|"}},
           parts);
+}
+
+TEST(DocxReader, TellsOfAPartWithTextThatCannotBeRead) {
+    WordFile notes;
+    notes.footnotes = "<w:footnote>";
+    EXPECT_TRUE(ShownWord(notes).starts_with("error 3: broken XML"));
+    WordFile header;
+    header.body = "<w:sectPr><w:headerReference w:type=\"default\" r:id=\"rh\"/></w:sectPr>";
+    header.header = "<w:p>";
+    EXPECT_TRUE(ShownWord(header).starts_with("error 3: broken XML"));
 }
 
 TEST(DocxReader, EndsOnHostileInput) {

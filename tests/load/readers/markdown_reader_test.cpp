@@ -36,7 +36,6 @@ TEST(MarkdownReader, ReadsBlocks) {
         {"code", "    a\n\n      b *c*\n\nd", "a||  b *c*|d|"},
         {"fences", "```cpp\na <b>\n\n~~~\n```\n~~~~\nc\n", "a <b>||~~~|c|"},
         {"quotes", "> a\nb\n> > c\n\nd", "a b|c|d|"},
-        {"settings in front", "---\ntitle: x\n---\na", "a|"},
         {"HTML", "<div>a\n*b*</div>\n\n<!-- x\n\ny -->\nc <b>d</b><br>e", "a *b*|c [b:d]/e|"},
         {"definitions are not shown", "[a]: http://x 'y'\n\nb [a] [c]", "b [u1#15597568:a] [c]|"},
     });
@@ -84,7 +83,8 @@ TEST(MarkdownReader, ReadsInlineMarks) {
          "<b title='>' a=1>c</b> <br/><x@y, z> <a@b.c> <1> </b> <b c,d> <>",
          "[b:c]/<x@y, z> [u1#15597568:a@b.c] <1> <b c,d> <>|"},
         {"lines", "a  \nb\\\nc\nd", "a/b/c d|"},
-        {"notes", "a[^1] b\n\n[^1]: the *note*\n    goes on\n", "a the [i:note] goes on b|"},
+        {"notes", "a[^1] b\n\n[^1]: the *note*\n    goes on\n",
+         "a [note: the [i:note] goes on] b|"},
     });
 }
 
@@ -93,6 +93,26 @@ std::string Repeated(std::string_view piece, std::size_t times) {
     for (std::size_t i = 0; i < times; ++i)
         text += piece;
     return text;
+}
+
+TEST(MarkdownReader, ShowsNoPictureAsItsBytes) {
+    const std::string data = "data:image/png;base64," + Repeated("QUJD", 40'000);
+    const std::string link = "[u1#15597568:b|]";
+    const std::string picture = "![a](" + data + ") [b](<" + data + "> \"" + data + "\")";
+    EXPECT_EQ(ShownMarkdown(picture), "a " + link);
+    EXPECT_EQ(ShownMarkdown("[b][p]\n\n[p]: " + data), link);
+    EXPECT_EQ(ShownMarkdown("a <img src='" + data + "'> b <!--" + data + "--> c"), "a b c|");
+    // More pictures than what may be looked through in vain.
+    EXPECT_EQ(ShownMarkdown(Repeated("![a](" + data + ")", 100) + "[b](x)"),
+              Repeated("a", 100) + link);
+}
+
+TEST(MarkdownReader, ShowsTheSettingsInFrontOfTheText) {
+    Check({
+        {"between rules", "---\ntitle: *A*\ntags:\n  - x\n---\nb", "title: *A*|tags:|  - x|b|"},
+        {"of the other kind", "+++\na = 1\n+++\n\nb", "a = 1|b|"},
+        {"a rule and text", "---\ntext\n", "|text|"},
+    });
 }
 
 TEST(MarkdownReader, EndsSoonOnHostileText) {

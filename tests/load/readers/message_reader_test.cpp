@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/base/text_encoding.h"
 #include "load/readers/word/word_readers.h"
 #include "tests/support/shown_document.h"
 
@@ -59,6 +60,40 @@ TEST(MessageReader, DecodesBodies) {
     });
 }
 
+// As an editor saves it: in another encoding than the message says of itself.
+std::string Saved(std::u16string_view text, bool big_endian) {
+    std::string bytes;
+    for (const char16_t unit : text) {
+        const char high = static_cast<char>(unit >> 8);
+        const char low = static_cast<char>(unit & 0xFF);
+        bytes += big_endian ? high : low;
+        bytes += big_endian ? low : high;
+    }
+    return bytes;
+}
+
+TEST(MessageReader, ReadsWhatAProgramSavedInAnotherEncoding) {
+    const std::u16string text =
+        u"From: a\r\nSubject: \u00E9\r\nContent-Type: text/plain; charset=iso-8859-1\r\n\r\nb "
+        u"\u20AC\r\n";
+    const std::string shown = "[b:From: ]a|[b:Subject: ]\u00E9||b \u20AC|";
+    EXPECT_EQ(ShownMessage(Saved(u"\uFEFF" + text, false)), shown);
+    EXPECT_EQ(ShownMessage(Saved(u"\uFEFF" + text, true)), shown);
+    EXPECT_EQ(ShownMessage(Saved(text, false)), shown);
+    EXPECT_EQ(ShownMessage(Saved(text, true) + '\n'), shown) << "half a character at the end";
+    EXPECT_EQ(ShownMessage("\xEF\xBB\xBF\r\n" + ToUtf8(text)), shown);
+    const std::string encoded =
+        "\xEF\xBB\xBF"
+        "Content-Type: text/plain; charset=windows-1251\nContent-Transfer-Encoding: "
+        "quoted-printable\n\n=C0=E1";
+    EXPECT_EQ(ShownMessage(encoded), "|\u0410\u0431|") << "encoded bytes keep their own charset";
+    const std::string page =
+        "\xEF\xBB\xBF"
+        "Content-Type: text/html\n\n<meta charset=iso-8859-1><p>\u00E9";
+    EXPECT_EQ(ShownMessage(page), "|\u00E9|");
+    EXPECT_EQ(ShownMessage(std::string("Subject: a\0b\n\nc\0d\n", 18)), "[b:Subject: ]ab||cd|");
+}
+
 TEST(MessageReader, ShowsThePartsOfAMessage) {
     Check({
         {"the better of two forms",
@@ -82,7 +117,10 @@ TEST(MessageReader, ShowsThePartsOfAMessage) {
          "message/rfc822\n\nSubject: b\n\ninner\n--x--",
          "[b:Subject: ]a||[b:Subject: ]b||inner|"},
         {"cut off", "Content-Type: multipart/mixed; boundary=x\n\n--x\n\ntext", "|text|"},
-        {"no boundary", "Content-Type: multipart/mixed\n\ntext", "|"},
+        {"no boundary", "Content-Type: multipart/mixed\n\ntext", "|text|"},
+        {"another boundary", "Content-Type: multipart/mixed; boundary=x\n\n--y\n\ntext\n",
+         "|--y||text|"},
+        {"parts that are empty", "Content-Type: multipart/mixed; boundary=x\n\n--x\n--x--\n", "|"},
     });
 }
 

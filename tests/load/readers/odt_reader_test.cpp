@@ -117,8 +117,8 @@ TEST(OdtReader, PutsNotesAtTheirMarkAndFramesBehindTheirParagraph) {
         "text:p>"
         "<text:p>m</text:p></text:note-body></text:note>";
     Check({
-        {"a note", "<text:p>a" + std::string(kNote) + " b</text:p>", "a n m b|"},
-        {"behind a blank", "<text:p>a " + std::string(kNote) + ".</text:p>", "a n m.|"},
+        {"a note", "<text:p>a" + std::string(kNote) + " b</text:p>", "a [note: n m] b|"},
+        {"behind a blank", "<text:p>a " + std::string(kNote) + ".</text:p>", "a [note: n m] .|"},
         {"frames",
          "<text:p>a<draw:frame><draw:text-box><text:p>x</text:p><text:p>y</text:p></draw:text-box>"
          "</draw:frame>b<draw:g><draw:custom-shape><text:p>z</text:p></draw:custom-shape></draw:g>"
@@ -134,6 +134,76 @@ TEST(OdtReader, PutsNotesAtTheirMarkAndFramesBehindTheirParagraph) {
          "<annotation>x over 1</annotation></math></draw:object></draw:frame></text:p>",
          "ax=1|"},
     });
+}
+
+TEST(OdtReader, KeepsANoteApartFromTheWordsAroundItsMark) {
+    const auto note = [](const std::string& body) {
+        return "<text:note><text:note-citation>1</text:note-citation><text:note-body>" + body +
+               "</text:note-body></text:note>";
+    };
+    const std::string simple = note("<text:p>n</text:p>");
+    const std::string list = note(
+        "<text:p>n<text:line-break/>m</text:p><text:list><text:list-item><text:p>o</text:p>"
+        "</text:list-item></text:list>");
+    Check({
+        {"between two words", "<text:p>a" + simple + "b</text:p>", "a [note: n] b|"},
+        {"at both ends", "<text:p>" + simple + "</text:p><text:p>b</text:p>", "[note: n]|b|"},
+        {"two notes", "<text:p>a" + simple + simple + ".</text:p>", "a [note: n] [note: n] .|"},
+        {"lines and a list in it", "<text:p>a " + list + " b</text:p>", "a [note: n m o] b|"},
+        {"nothing in it", "<text:p>a" + note("<text:p/>") + "b</text:p>", "ab|"},
+        {"in a cell",
+         "<table:table><table:table-row><table:table-cell><text:p>a" + simple +
+             "</text:p><text:p>" + simple +
+             "</text:p></table:table-cell></table:table-row>"
+             "</table:table>",
+         "a [note: n]/[note: n]!|"},
+    });
+}
+
+TEST(OdtReader, ReadsABoxInACellBehindItsRow) {
+    const auto box = [](const char* text) {
+        return "<draw:frame><draw:text-box><text:p>" + std::string(text) +
+               "</text:p></draw:text-box></draw:frame>";
+    };
+    const auto cell = [](const std::string& content) {
+        return "<table:table-cell>" + content + "</table:table-cell>";
+    };
+    const std::string row = "<table:table-row>" + cell("<text:p>a" + box("x") + "</text:p>") +
+                            cell(box("y") + "<text:p>b</text:p>") + "</table:table-row>";
+    Check({
+        {"in and beside a cell's paragraph",
+         "<table:table>" + row + "</table:table><text:p>c</text:p>", "a!b!|x|y|c|"},
+        {"in a table in a cell",
+         "<table:table><table:table-row>" + cell("<table:table>" + row + "</table:table>") +
+             "</table:table-row></table:table>",
+         "a>b!|x|y|"},
+    });
+}
+
+TEST(OdtReader, LeavesHiddenRowsAndParagraphsOut) {
+    const auto row = [](const char* attributes, const char* text) {
+        return "<table:table-row" + std::string(attributes) + "><table:table-cell><text:p>" + text +
+               "</text:p></table:table-cell></table:table-row>";
+    };
+    const char* hidden = "<text:span text:style-name='H'>x</text:span>";
+    Check(
+        {
+            {"rows",
+             "<table:table>" + row(" table:visibility='collapse'", "x") + row("", hidden) +
+                 "<table:table-row-group table:display='false'>" + row("", "x") +
+                 "</table:table-row-group>" + row("", "a") + row("", "") + "</table:table>",
+             "a!|!|"},
+            {"paragraphs",
+             "<text:p>" + std::string(hidden) +
+                 "</text:p><text:p text:style-name='P'>x</text:p>"
+                 "<text:p>x<text:hidden-paragraph text:is-hidden='true'/></text:p><text:p/>"
+                 "<text:p>" +
+                 hidden + "a</text:p>",
+             "|a|"},
+        },
+        "<style:style style:name='H' style:family='text'><style:text-properties "
+        "text:display='none'/></style:style><style:style style:name='P' "
+        "style:family='paragraph'><style:text-properties text:display='none'/></style:style>");
 }
 
 TEST(OdtReader, NumbersListsAndHeadings) {

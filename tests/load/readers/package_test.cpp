@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "load/readers/xml_part.h"
+#include "load/readers/xml_scanner.h"
 #include "tests/support/zip_file.h"
 
 namespace zorvane {
@@ -47,6 +48,40 @@ TEST(Package, APartThatUnpacksToTooMuchIsRefusedAndAStreamIsNot) {
     EXPECT_FALSE(stream->Failed());
 }
 
+TEST(Package, PartsOverTheBudgetOfAllAreTooLargeAndNotDamaged) {
+    const std::string part(40'000, 'x');
+    const std::string bytes = MakeZip({{"a", part}, {"b", part}, {"c", part}});
+    const auto package = Package::Open(bytes, 100'000);
+    ReadError error = ReadError::None;
+    EXPECT_EQ(package->Read("a"), part);
+    EXPECT_EQ(package->Read("b"), part);
+    EXPECT_FALSE(package->Read("c", &error).has_value());
+    EXPECT_EQ(error, ReadError::TooLarge);
+    const auto stream = package->Stream("c");
+    std::string buffer(part.size(), ' ');
+    EXPECT_EQ(stream->Read(buffer.data(), buffer.size()), 0u);
+    EXPECT_EQ(stream->Error(), ReadError::TooLarge);
+    XmlScanner scanner(*stream);
+    EXPECT_EQ(scanner.Next(), XmlScanner::Token::Failed);
+    EXPECT_EQ(scanner.Fault().error, ReadError::TooLarge);
+    XmlPart xml;
+    EXPECT_EQ(XmlPart::Read(*package, "c", xml).error, ReadError::TooLarge);
+}
+
+TEST(Package, FindsPartsWhateverSeparatorTheirNamesHave) {
+    const std::string bytes = MakeZip({{"word\\document.xml", "text"},
+                                       {"./word/styles.xml", "styles"},
+                                       {"word\\_rels\\document.xml.rels",
+                                        "<Relationships><Relationship Id=\"a\" Type=\"x/notes\" "
+                                        "Target=\"..\\word\\styles.xml\"/></Relationships>"}});
+    const auto package = Package::Open(bytes);
+    EXPECT_EQ(package->Read("word/document.xml"), "text");
+    EXPECT_EQ(package->Read("\\word\\Document.xml"), "text");
+    EXPECT_EQ(package->Names().front(), "word/document.xml");
+    const auto parts = ReadRelationships(*package, "word/document.xml");
+    EXPECT_EQ(package->Read(parts.at("a").target), "styles");
+}
+
 TEST(Package, ABrokenPartIsToldAsDamaged) {
     std::string bytes = MakeZip({{"a", "some text that packs, packs, packs, packs, packs"}});
     const std::size_t data = bytes.find('a', 26) + 4;
@@ -71,6 +106,8 @@ constexpr ResolveRow kResolveRows[] = {
     {"a/b.xml", "../../../../etc/passwd", "etc/passwd"},
     {"a/b.xml", "./c//d.xml", "a/c/d.xml"},
     {"a/b.xml", "", "a"},
+    {"xl/book.xml", "sheets\\a.xml", "xl/sheets/a.xml"},
+    {"xl/book.xml", "\\xl\\..\\a.xml", "a.xml"},
 };
 
 TEST(Package, ReferencesNeverLeaveIt) {

@@ -1,0 +1,77 @@
+// How a load tells what went wrong: in the fixed texts that scripts look for, or plainly.
+#include <cerrno>
+#include <sys/stat.h>
+
+#include "common/log_message.h"
+#include "common/platform/files.h"
+#include "common/platform/native_path.h"
+#include "common/process_state.h"
+#include "load/document_loader.h"
+#include "load/no_text.h"
+
+namespace zorvane {
+namespace {
+
+// What is wrong with a name that denotes no file, when there is more to say than that.
+std::string WhyMissing(const std::string& sFile) {
+    struct stat facts {};
+    if (stat(NativePath(sFile).c_str(), &facts) != 0 && errno == ENOENT)
+        return {};
+    const Status readable = CheckReadable(sFile);
+    return readable.ok() ? std::string() : readable.failure().reason;
+}
+
+}  // namespace
+
+// The reason in front is the contract's; what the system said follows on a line of its own.
+void DocumentLoader::LogFailure(std::string_view text, const std::string& sFile,
+                                const std::string& reason) {
+    system_reason_ = reason;
+    std::string message = "LoadFileIntoEditor(): " + std::string(text) + "\n\n" + sFile;
+    if (!reason.empty())
+        message += "\n" + reason;
+    LogMessage(parts_.process, message);
+}
+
+bool DocumentLoader::ReportMissing(const std::string& sFile) {
+    ProcessState& process = parts_.process;
+    std::string message = process.Translate("File does not exist") + ":\r\n\r\n" + sFile;
+    if (const std::string reason = WhyMissing(sFile); !reason.empty())
+        message += "\r\n" + reason;
+    if (process.gbCommandLineRunning)
+        LogMessage(process, message);
+    else
+        parts_.questions.ShowMessage(message, process.Translate("Error"));
+    return false;
+}
+
+void DocumentLoader::TakeNoText(const std::string& sFile, std::u16string_view text, Side side) {
+    sNoText[side].clear();
+    if (!bSlidesFailed[side])  // that has been told already
+        sNoText[side] = WhyNoText({sFile, ShownName(parts_.process, sFile), text, parts_.options,
+                                   parts_.settings, side});
+}
+
+// What is wrong is told once, by the file's name, and not by the steps that found it.
+std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& sFile, Side side) {
+    ProcessState& process = parts_.process;
+    service_.ForgetFailures();
+    system_reason_.clear();
+    MessageHold hold(process);
+    std::optional<std::string> bytes = RunConversion(sFile, side);
+    const bool failed = !bytes || bSlidesFailed[side];
+    std::string reason = service_.FirstFailure();
+    if (!failed && (reason.empty() || hold.Empty())) {
+        hold.Release();
+        return bytes;
+    }
+    hold.Drop();
+    if (reason.empty())
+        reason = sFile + ": " + (system_reason_.empty() ? "it cannot be read" : system_reason_);
+    if (reason.starts_with(sFile))
+        reason.replace(0, sFile.size(), ShownName(process, sFile));
+    LogMessage(process, failed ? reason : reason + "; it was read as plain text instead");
+    return bytes;
+}
+
+}  // namespace zorvane
