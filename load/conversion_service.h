@@ -9,19 +9,13 @@
 #include <string>
 
 #include "common/platform/platform.h"
+#include "load/answer_file.h"
+#include "load/conversion_answer.h"
 #include "load/conversion_error.h"
 #include "load/conversion_message.h"
 #include "load/converter_process.h"
 
 namespace zorvane {
-
-struct ConversionResult {
-    ReadError error = ReadError::None;
-    std::string detail;  ///< the reader's own words, in one line; may be empty
-    ConversionMessage values;
-
-    bool ok() const { return error == ReadError::None; }
-};
 
 /// What went wrong with `file` and what to do, for a user. Empty for none.
 std::string Explain(const ConversionResult& result, const std::string& file);
@@ -31,9 +25,10 @@ class ConversionService {
     explicit ConversionService(Platform& platform) : platform_(platform) {}
 
     /// Carries out one request in a fresh child under limits. A file that only an office suite
-    /// reads goes through one first, when there is one. `job` as `RunJob` wants it, "source" as the
-    /// user gave it.
-    ConversionResult Run(ConversionMessage job, const ConversionObserver& observer);
+    /// reads goes through one first, when there is one. `job` as `RunJob` wants it, and "source"
+    /// and "target" as the user gave them. What the answer holds goes to the target, and further
+    /// sheets to files beside it.
+    ConversionResult Run(const ConversionMessage& job, const ConversionObserver& observer);
     /// Starts a request that `Run` will be asked for soon, so that it is carried out beside another
     /// one. The job as `Run` will get it; its target does not matter. One at a time.
     void Expect(ConversionMessage job);
@@ -48,25 +43,37 @@ class ConversionService {
     void SetOfficeStays(bool stays);
 
   private:
-    /// A request that is under way before it is asked for.
-    struct Expected {
+    /// A request that is under way.
+    struct Started {
         ConversionMessage job;  ///< without a target
-        std::string target;
+        std::chrono::milliseconds stall{0};
+        AnswerFile answer;
         ConverterProcess process;
     };
-    static std::chrono::milliseconds StallOf(const ConversionMessage& job);
-    bool StartOnce(const ConversionMessage& job, ConverterProcess& process);
-    std::optional<ConversionResult> TakeExpected(const ConversionMessage& job,
-                                                 const ConversionObserver& observer);
-    ConversionResult RunOnce(const ConversionMessage& job, const ConversionObserver& observer);
-    ConversionResult ThroughOffice(ConversionMessage job, const std::string& format,
-                                   const ConversionObserver& observer);
-    bool StartOffice();
+    /// What an answer says, and the file that its parts lie in.
+    struct Answered {
+        ConversionResult result;
+        AnswerFile file;
+    };
+    using Document = Result<FileDescriptor>;
+
+    Document OpenSource(const std::string& source);
+    ConversionResult Start(const ConversionMessage& job, const FileDescriptor& document,
+                           Started& started);
+    Answered Finish(Started& started, const ConversionObserver& observer);
+    std::unique_ptr<Started> TakeExpected(const ConversionMessage& job);
+    Answered RunOnce(const ConversionMessage& job, const Document& document,
+                     const ConversionObserver& observer);
+    Answered ThroughOffice(ConversionMessage job, const std::string& format,
+                           const ConversionObserver& observer);
+    Answered AskOffice(const std::string& source, const std::string& password,
+                       const std::string& format, const ConversionObserver& observer);
+    bool StartOffice(const std::string& profile);
     std::string Program() const;
 
     Platform& platform_;
     ConverterProcess office_;
-    std::unique_ptr<Expected> expected_;
+    std::unique_ptr<Started> expected_;
     bool office_stays_ = false;
 };
 

@@ -70,7 +70,7 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparing(const std::string& sF
         if (!installed) {
             LogLoadFailure(context_.process.Translate("Please install correct version of Excel."),
                            sFile);
-            LogMessage(context_.process, Explain({ReadError::NeedsOffice, {}, {}}, sFile));
+            LogMessage(context_.process, Explain(FailedConversion(ReadError::NeedsOffice), sFile));
             return false;
         }
         context_.options.bExcelQuickTextExtraction.SetData(false);
