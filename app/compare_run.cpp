@@ -30,6 +30,7 @@ class CompareRunner {
         process_.gbCommandLineRunning = true;
         process_.bShowMessages = true;
         process_.sLogFile = command_.load.log_file;
+        process_.bWithoutSandbox = command_.load.no_sandbox;
         request_.bExitWhenDone = true;
         request_.sReportTitle = command_.title;
         for (const Status& step :

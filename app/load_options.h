@@ -37,6 +37,7 @@ struct LoadOptions {
     std::vector<std::pair<std::string, std::string>> settings;  ///< option name and its value
     std::string settings_file;
     std::string log_file;
+    bool no_sandbox = false;
     friend bool operator==(const LoadOptions&, const LoadOptions&) = default;
 };
 

@@ -35,6 +35,7 @@ class TextRunner {
         process_.gbCommandLineRunning = true;
         process_.bShowMessages = true;
         process_.sLogFile = command_.load.log_file;
+        process_.bWithoutSandbox = command_.load.no_sandbox;
         Status step = OpenSettingsFile(process_, command_.load.settings_file);
         if (step.ok())
             step = Load();

@@ -18,6 +18,7 @@ using Milliseconds = std::chrono::milliseconds;
 constexpr std::uint64_t kBaseMemory = std::uint64_t{448} << 20;
 constexpr std::uint64_t kMemoryPerByte = 24;
 constexpr std::uint64_t kMostMemory = std::uint64_t{8} << 30;
+constexpr std::uint64_t kMostAnswer = std::uint64_t{1} << 30;  // as any file that is read
 // Longest time without progress: a reader tells it between pages, sheets and parts.
 constexpr Milliseconds kBaseStall{8000};
 constexpr std::uint64_t kBytesPerMillisecond = 4096;
@@ -77,9 +78,20 @@ ConversionResult Delivered(ConversionResult result, const AnswerFile& answer,
     return result;
 }
 
+// What a suite finds in its environment: folders of its own, and nothing of the user's.
+std::vector<std::string> OfficeEnvironment(const std::string& profile) {
+    std::vector<std::string> environment{"PATH=/usr/local/bin:/usr/bin:/bin", "LC_ALL=C.UTF-8",
+                                         "SAL_USE_VCLPLUGIN=svp",
+                                         "TMPDIR=" + profile + "/temporary"};
+    for (const char* name : {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME",
+                             "XDG_RUNTIME_DIR", "XDG_STATE_HOME"})
+        environment.push_back(std::string(name) + "=" + profile);
+    return environment;
+}
+
 struct ErrorRow {
     ReadError error;
-    std::string_view text;
+    std::string_view text;  ///< "#": where the reader's own words go, else behind it
 };
 constexpr ErrorRow kErrors[] = {
     {ReadError::CannotOpen, "the file cannot be opened"},
@@ -101,7 +113,9 @@ constexpr ErrorRow kErrors[] = {
      "the reader of this document failed; the document is probably damaged, nothing else is "
      "affected"},
     {ReadError::TimedOut, "reading the document took too long and was stopped"},
-    {ReadError::NoSandbox, "the system offers no sandbox for reading documents"},
+    {ReadError::NoSandbox,
+     "the system offers no sandbox for reading documents (#); --no-sandbox "
+     "reads them without"},
 };
 
 std::string FirstOf(const std::string& detail) {
@@ -116,7 +130,10 @@ std::string Explain(const ConversionResult& result, const std::string& file) {
             continue;
         const bool clear = result.error == ReadError::PasswordNeeded;  // without a reader's words
         const std::string detail = clear ? "" : FirstOf(result.detail);
-        return file + ": " + std::string(row.text) + (detail.empty() ? "" : ": " + detail);
+        const std::string text(row.text);
+        if (const std::size_t place = text.find('#'); place != std::string::npos)
+            return file + ": " + text.substr(0, place) + detail + text.substr(place + 1);
+        return file + ": " + text + (detail.empty() ? "" : ": " + detail);
     }
     return {};
 }
@@ -146,7 +163,10 @@ ConversionResult ConversionService::Start(const ConversionMessage& job,
     request.erase("source");
     request["locale"] = platform_.locale->EncodingName();
     request["memory"] = std::to_string(std::min(kBaseMemory + size * kMemoryPerByte, kMostMemory));
-    if (!started.process.Start(Program(), {}))
+    request["filebytes"] = std::to_string(kMostAnswer);
+    request["seconds"] = std::to_string(
+        std::chrono::duration_cast<std::chrono::seconds>(kLongestConversion).count());
+    if (!started.process.Start(Program(), {in_sandbox_ ? "--reader" : "--no-sandbox"}))
         return FailedConversion(ReadError::NotStarted);
     started.process.Send(request, std::array{document.Get(), started.answer.Descriptor()});
     return {};
@@ -226,37 +246,63 @@ bool ConversionService::OfficeInstalled() {
     return FindOffice().has_value();
 }
 
+void ConversionService::SetInSandbox(bool in_sandbox) {
+    if (in_sandbox != in_sandbox_)
+        office_.Kill();
+    in_sandbox_ = in_sandbox;
+}
+
 bool ConversionService::StartOffice(const std::string& profile) {
     if (office_.Running())
         return true;
     const std::optional<OfficePlace> place = FindOffice();
-    return place && office_.Start(Program(), {"--office", profile, place->program_folder,
-                                              place->soffice, place->has_library ? "1" : "0"});
+    if (!place)
+        return false;
+    const bool library = place->has_library && !office_library_fails_;
+    return office_.Start(Program(),
+                         {"--office", profile, place->program_folder, place->soffice,
+                          library ? "1" : "0", in_sandbox_ ? "--reader" : "--no-sandbox"},
+                         OfficeEnvironment(profile));
 }
 
 // The worker knows no path of the user's: it gets the document and the file for its answer open.
-ConversionService::Answered ConversionService::AskOffice(const std::string& source,
-                                                         const std::string& password,
-                                                         const std::string& format,
+ConversionService::Answered ConversionService::AskWorker(const OfficeJob& job,
                                                          const ConversionObserver& observer) {
-    if (!OfficeInstalled())
-        return {FailedConversion(ReadError::NeedsOffice), {}};
-    const Document document = OpenSource(source);
-    if (!document.ok())
-        return {FailedConversion(ReadError::CannotOpen, document.failure().reason), {}};
     const Result<std::string> folder = platform_.temp_files->Folder();
     Result<AnswerFile> answer = folder.ok() ? AnswerFile::Make(folder.value()) : folder.failure();
     if (!answer.ok())
         return {FailedConversion(ReadError::CannotWrite, answer.failure().reason), {}};
     if (!StartOffice(folder.value() + "/office"))
         return {FailedConversion(ReadError::NotStarted), {}};
-    office_.Send(
-        {{"name", std::string(FileNameOf(source))}, {"format", format}, {"password", password}},
-        std::array{document.value().Get(), answer.value().Descriptor()});
+    office_.Send(job.request, std::array{job.document.value().Get(), answer.value().Descriptor()});
     const ConversionAnswer said = office_.Wait({kOfficeStall, kOfficeStall}, observer);
     if (!office_stays_)
         office_.Kill();
     return {ResultOf(said, AnswerShape::OneDocument, answer.value()), std::move(answer).value()};
+}
+
+ConversionService::Answered ConversionService::AskOffice(const std::string& source,
+                                                         const std::string& password,
+                                                         const std::string& format,
+                                                         const ConversionObserver& observer) {
+    const std::optional<OfficePlace> place = FindOffice();
+    if (!place)
+        return {FailedConversion(ReadError::NeedsOffice), {}};
+    const Document document = OpenSource(source);
+    if (!document.ok())
+        return {FailedConversion(ReadError::CannotOpen, document.failure().reason), {}};
+    const OfficeJob job{
+        document,
+        {{"name", std::string(FileNameOf(source))}, {"format", format}, {"password", password}}};
+    Answered answered = AskWorker(job, observer);
+    // A closed worker that loads the library starts no program, so that another one has to.
+    if (answered.result.error == ReadError::NeedsOffice && place->has_library &&
+        !office_library_fails_) {
+        office_.Kill();
+        office_library_fails_ = true;
+        answered = AskWorker(job, observer);
+    }
+    return answered;
 }
 
 void ConversionService::SetOfficeStays(bool stays) {

@@ -37,6 +37,8 @@ class ConversionService {
                                      const std::string& target, const std::string& format,
                                      const ConversionObserver& observer);
     bool OfficeInstalled();
+    /// False reads documents where the system lets nobody close a process in. True at first.
+    void SetInSandbox(bool in_sandbox);
     /// The office worker stays for the next file.
     bool OfficeStays() const { return office_stays_; }
     /// False ends a worker that stayed.
@@ -68,13 +70,21 @@ class ConversionService {
                            const ConversionObserver& observer);
     Answered AskOffice(const std::string& source, const std::string& password,
                        const std::string& format, const ConversionObserver& observer);
+    /// The request of one document to the suite, the same whichever road it takes.
+    struct OfficeJob {
+        const Document& document;
+        ConversionMessage request;
+    };
     bool StartOffice(const std::string& profile);
+    Answered AskWorker(const OfficeJob& job, const ConversionObserver& observer);
     std::string Program() const;
 
     Platform& platform_;
     ConverterProcess office_;
     std::unique_ptr<Started> expected_;
     bool office_stays_ = false;
+    bool office_library_fails_ = false;  ///< its start program has to do
+    bool in_sandbox_ = true;
 };
 
 }  // namespace zorvane

@@ -29,10 +29,12 @@ struct ConversionAnswer {
     std::optional<std::int32_t> forbidden_call;
 };
 
+inline constexpr std::chrono::minutes kLongestConversion{15};
+
 /// How long a child is waited for.
 struct ConversionPatience {
-    std::chrono::milliseconds stall;                             ///< without progress
-    std::chrono::milliseconds total = std::chrono::minutes(15);  ///< in all
+    std::chrono::milliseconds stall;                       ///< without progress
+    std::chrono::milliseconds total = kLongestConversion;  ///< in all
 };
 
 /// Told some times a second and at each progress, with -1 or 0 to 100. False cancels.

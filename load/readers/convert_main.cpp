@@ -2,10 +2,10 @@
 // libraries, so that nothing in a document can touch the program itself.
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <malloc.h>
 #include <new>
+#include <openssl/crypto.h>
 #include <string_view>
 #include <unistd.h>
 
@@ -14,8 +14,10 @@
 #include "load/office_place.h"
 #include "load/readers/convert_jobs.h"
 #include "load/readers/office/office_worker.h"
+#include "load/readers/pdf/pdf_reader.h"
 #include "load/readers/request_channel.h"
-#include "load/readers/sandbox.h"
+#include "load/readers/sandbox/open_tables.h"
+#include "load/readers/sandbox/sandbox.h"
 
 namespace {
 
@@ -65,48 +67,69 @@ ReadEnd RunGuarded(std::string_view bytes, const ConversionMessage& job, ReadMon
     }
 }
 
-ReadEnd Carry(Request& request, ReadMonitor& monitor, JobOutput& output) {
+// What a library would load when it is wanted: nothing can be loaded later.
+void LoadInAdvance(std::string_view bytes, std::string_view kind, OpenTables& tables) {
+    // No file of the system's has a say in how a document is opened.
+    OPENSSL_init_crypto(OPENSSL_INIT_NO_LOAD_CONFIG, nullptr);
+    if (kind.starts_with("pdf") || LooksLikePdf(bytes))
+        static_cast<void>(PreparePdf(tables));  // told again when it is read
+}
+
+ProcessLimits LimitsOf(const ConversionMessage& job, int highest_file) {
+    const auto number = [&job](const char* key) {
+        return static_cast<std::uint64_t>(std::max<std::int64_t>(NumberOf(job, key), 0));
+    };
+    return {number("memory"), number("filebytes"), number("seconds"), highest_file};
+}
+
+// Only behind the last step is the first byte of the document looked into.
+ReadEnd Carry(Request& request, bool in_sandbox, ReadMonitor& monitor, JobOutput& output) {
     const Result<MappedFile> document = MappedFile::Of(request.document.Get());
     if (!document.ok())
         return ReadEnd::Fault(ReadError::CannotOpen, document.failure().reason);
     request.document.Close();
-    if (const std::int64_t memory = NumberOf(request.message, "memory"); memory > 0)
-        LimitMemory(static_cast<std::size_t>(memory));
-    // Best effort: where the system knows no such filter, the bounds of the readers have to do.
-    static_cast<void>(ForbidNetwork() && ForbidPrograms());
+    static OpenTables tables;  // lives as long as the process
+    LoadInAdvance(document.value().Bytes(), TextOf(request.message, "kind"), tables);
+    SetLimits(LimitsOf(request.message, std::max(tables.HighestFile(), request.answer.Get())));
+    if (in_sandbox) {
+        if (const Status closed = EnterReaderSandbox(tables); !closed.ok())
+            return ReadEnd::Fault(ReadError::NoSandbox, closed.failure().reason);
+    }
     return RunGuarded(document.value().Bytes(), request.message, monitor, output);
 }
 
-int ServeReader() {
+int ServeReader(bool in_sandbox) {
     mallopt(M_ARENA_MAX, 1);
-    DieWithParent();
-    std::signal(SIGPIPE, SIG_IGN);
+    if (!CloseToOthers())
+        return EXIT_FAILURE;
     RequestChannel channel(STDIN_FILENO);
     std::optional<Request> request = channel.Next();
     if (!request)
         return EXIT_FAILURE;
     ChannelMonitor monitor(channel);
     JobOutput output(request->answer.Get());
-    const ReadEnd end = Carry(*request, monitor, output);
+    const ReadEnd end = Carry(*request, in_sandbox, monitor, output);
     output.answer["error"] = std::to_string(static_cast<std::int32_t>(end.error));
     output.answer["detail"] = end.detail.substr(0, kMostTextBytes + 1);
     return channel.Send(output.answer) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-// The office suite starts programs of its own, so only the network is closed to it.
-int ServeOffice(const OfficePlace& place, const std::string& profile) {
-    DieWithParent();
-    if (!ForbidNetwork())
+int ServeOffice(const OfficeWork& work) {
+    if (!CloseToOthers())
         return EXIT_FAILURE;
-    return RunOfficeWorker(STDIN_FILENO, place, profile);
+    return RunOfficeWorker(STDIN_FILENO, work);
 }
 
 }  // namespace
 
+// "--reader" or "--no-sandbox"; or "--office", the profile folder, the suite's program folder, its
+// start program, 1 when its library is to be loaded, and one of the first two.
 int main(int count, char** values) {
-    constexpr int kOfficeArguments = 6;
+    constexpr std::string_view kOpen = "--no-sandbox";
+    constexpr int kOfficeArguments = 7;
     const std::string_view mode = count > 1 ? values[1] : "";
     if (mode == "--office" && count == kOfficeArguments)
-        _exit(ServeOffice(OfficeAt(values[3], values[4], *values[5] == '1'), values[2]));
-    _exit(ServeReader());
+        _exit(ServeOffice(
+            {OfficeAt(values[3], values[4], *values[5] == '1'), values[2], values[6] != kOpen}));
+    _exit(ServeReader(mode != kOpen));
 }

@@ -69,7 +69,12 @@ TEST_F(ConversionServiceTest, SeveralFilesConvertAtOnce) {
         ASSERT_TRUE(document.ok() && answer.ok());
         answers[i] = std::move(answer).value();
         ASSERT_TRUE(processes[i].Start(ZORVANE_CONVERTER, {}));
-        processes[i].Send({{"kind", "word"}, {"name", "a.html"}, {"format", "2"}},
+        processes[i].Send({{"kind", "word"},
+                           {"name", "a.html"},
+                           {"format", "2"},
+                           {"memory", "500000000"},
+                           {"filebytes", "1000000"},
+                           {"seconds", "30"}},
                           std::array{document.value().Get(), answers[i].Descriptor()});
     }
     for (std::size_t i = 0; i < kFiles; ++i) {

@@ -1,8 +1,8 @@
 #include "load/readers/office/office_worker.h"
 
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,12 +10,15 @@
 #include "load/conversion_message.h"
 #include "load/readers/office/office.h"
 #include "load/readers/request_channel.h"
-#include "load/readers/sandbox.h"
+#include "load/readers/sandbox/sandbox.h"
 
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kMostMemory = std::size_t{2} << 30;
+constexpr std::uint64_t kMostMemory = std::uint64_t{2} << 30;
+constexpr std::uint64_t kMostAnswer = std::uint64_t{1} << 30;
+// Of a worker's whole life; who waits for one document has less patience.
+constexpr std::uint64_t kMostSeconds = 3600;
 
 /// Above the standard streams, and out of reach of what the suite starts.
 int MoveUp(int file) {
@@ -39,34 +42,71 @@ bool Reply(const RequestChannel& channel, int file, const ReadEnd& end) {
     return channel.Send(answer);
 }
 
-int ServeAll(int socket, OfficeSession& session) {
+// `closed`: how the closing in went; nothing is read where it failed.
+ReadEnd Serve(const Request& request, const Status& closed, OfficeSession& session) {
+    if (!closed.ok())
+        return ReadEnd::Fault(ReadError::NoSandbox, closed.failure().reason);
+    const ConversionMessage& message = request.message;
+    return session.Convert(
+        {request.document.Get(), request.answer.Get(), std::string(TextOf(message, "name")),
+         std::string(TextOf(message, "password")), std::string(TextOf(message, "format"))});
+}
+
+int ServeAll(int socket, const Status& closed, OfficeSession& session) {
     RequestChannel channel(socket);
     while (const std::optional<Request> request = channel.Next()) {
-        const ConversionMessage& message = request->message;
-        const int answer = request->answer.Get();
-        const ReadEnd end = session.Convert(
-            {request->document.Get(), answer, std::string(TextOf(message, "name")),
-             std::string(TextOf(message, "password")), std::string(TextOf(message, "format"))});
-        if (!Reply(channel, answer, end))
+        if (!Reply(channel, request->answer.Get(), Serve(*request, closed, session)))
             return 1;
     }
     return channel.EndedWell() ? 0 : 1;
 }
 
+Status CloseIn(const OfficeWork& work) {
+    std::error_code error;
+    std::filesystem::create_directories(work.profile, error);
+    if (!work.in_sandbox)
+        return Status::Ok();
+    return EnterOfficeSandbox(OfficeRights(work.place, work.profile), !work.place.has_library);
+}
+
 }  // namespace
 
-int RunOfficeWorker(int socket, const OfficePlace& place, const std::string& profile) {
-    DieWithParent();
-    LimitMemory(kMostMemory);
-    // The other side may be gone: told by the write itself.
-    std::signal(SIGPIPE, SIG_IGN);
+FolderRights OfficeRights(const OfficePlace& place, const std::string& profile) {
+    namespace fs = std::filesystem;
+    FolderRights rights;
+    rights.read_and_execute = {"/usr",
+                               "/lib",
+                               "/lib32",
+                               "/lib64",
+                               "/bin",
+                               "/sbin",
+                               fs::path(place.program_folder).parent_path(),
+                               fs::path(place.soffice).parent_path()};
+    // Of the suite's own folder, links lead to the first three.
+    rights.read = {"/etc/libreoffice", "/var/lib/libreoffice",    "/var/spool/libreoffice",
+                   "/etc/fonts",       "/var/cache/fontconfig",   "/etc/ld.so.cache",
+                   "/etc/localtime",   "/sys/devices/system/cpu", "/dev/urandom"};
+    rights.write_device = {"/dev/null"};
+    rights.own = {profile};
+    return rights;
+}
+
+int RunOfficeWorker(int socket, const OfficeWork& work) {
     const int own_socket = MoveUp(socket);
     if (own_socket < 0)
         return 1;
     SilenceStandardStreams();
+    ProcessLimits limits;
+    limits.memory = kMostMemory;
+    limits.file_bytes = kMostAnswer;
+    limits.cpu_seconds = kMostSeconds;
+    limits.may_start_threads = true;
+    SetLimits(limits);
     try {
-        const std::unique_ptr<OfficeSession> session = OfficeSession::Make(place, profile);
-        return ServeAll(own_socket, *session);
+        const Status closed = CloseIn(work);
+        const std::unique_ptr<OfficeSession> session =
+            OfficeSession::Make(work.place, work.profile);
+        return ServeAll(own_socket, closed, *session);
     } catch (const std::exception&) {  // out of memory
         return 1;
     }

@@ -170,7 +170,8 @@ class Worker {
     bool Start(const OfficePlace& place) {
         return process_.Start(ZORVANE_CONVERTER,
                               {"--office", folder_.Path("profile"), place.program_folder,
-                               place.soffice, place.has_library ? "1" : "0"});
+                               place.soffice, place.has_library ? "1" : "0", "--reader"},
+                              {"PATH=/usr/bin:/bin"});
     }
     ReadEnd Convert(const std::string& source, const std::string& target, const std::string& format,
                     const std::string& password = {}) {
