@@ -198,7 +198,8 @@ constexpr Road kRoads[] = {
     {"fork", [] { return Worked(syscall(SYS_clone, SIGCHLD, 0, 0, 0, 0)); }},
     {"clone3", [] { return StartsBySize(SYS_clone3); }},
     {"thread", StartsThread},
-    {"ptrace", [] { return Worked(ptrace(PTRACE_ATTACH, g_prey.parent, nullptr, nullptr)); }},
+    // Without stopping it: the road is also tried where it is open.
+    {"ptrace", [] { return Worked(ptrace(PTRACE_SEIZE, g_prey.parent, nullptr, nullptr)); }},
     {"process_vm_writev", WritesParent},
     {"process_vm_readv", ReadsParent},
     {"parent's memory", [] { return OpensOfParent("mem"); }},
