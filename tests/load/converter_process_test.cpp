@@ -148,7 +148,8 @@ TEST_F(ConverterProcessTest, OnlyProgressThatRisesGivesMoreTime) {
         SCOPED_TRACE(progress);
         const std::string script =
             "for i in 1 2 3 4 5 6 7 8; do printf \"progress=1:" + std::string(progress) +
-            "\\n\\n\" >&0; sleep 0.3; done; exec sleep 60";
+            "\\n\\n\" >&0; sleep 0.3; done; "
+            "printf 'error=1:0\\n\\n' >&0; exec sleep 60";
         EXPECT_EQ(Run(script, {700ms}).end, ConversionEnd::TimedOut);
     }
 }

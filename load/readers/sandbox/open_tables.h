@@ -1,6 +1,7 @@
 // Files opened in advance, for a library that opens them by name while nothing can be opened.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@ class OpenTables {
     /// Every file below `folder`, by its full path; none for a folder that is not there.
     void AddAllBelow(const std::string& folder);
 
+    std::size_t Count() const { return tables_.size(); }
     /// -1 for none. May be called in a signal handler.
     int Find(const char* path) const;
     /// -1 for none.
