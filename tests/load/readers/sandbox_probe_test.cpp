@@ -39,6 +39,7 @@ constexpr std::uint64_t kMemory = std::uint64_t{64} << 20;
 struct Prey {
     char folder[256];
     char witness[256];   // "stays", which anybody may write
+    char fresh[256];     // a name that nothing has yet
     char table[256];     // opened in advance
     char address[108];   // of a socket that somebody listens at
     int inherited = -1;  // of the witness
@@ -231,17 +232,17 @@ constexpr Road kRoads[] = {
 #endif
      }},
     {"openat2", Opens2},
-    {"create", [] { return Opens(openat(AT_FDCWD, "/tmp/zv-probe", O_CREAT | O_RDWR, 0600)); }},
+    {"create", [] { return Opens(openat(AT_FDCWD, g_prey.fresh, O_CREAT | O_RDWR, 0600)); }},
     {"append", [] { return Opens(open(g_prey.witness, O_WRONLY | O_APPEND)); }},
     {"write to a table", [] { return Opens(open(g_prey.table, O_RDWR)); }},
     {"unlink", [] { return Worked(unlink(g_prey.witness)); }},
-    {"rename", [] { return Worked(rename(g_prey.witness, "/tmp/zv-probe")); }},
+    {"rename", [] { return Worked(rename(g_prey.witness, g_prey.fresh)); }},
     {"truncate", [] { return Worked(truncate(g_prey.witness, 0)); }},
     {"chmod", [] { return Worked(chmod(g_prey.witness, 0)); }},
     {"chmod by descriptor", [] { return Worked(fchmod(g_prey.inherited, 0)); }},
-    {"mkdir", [] { return Worked(mkdir("/tmp/zv-probe", 0700)); }},
-    {"symlink", [] { return Worked(symlink("/", "/tmp/zv-probe")); }},
-    {"link", [] { return Worked(link(g_prey.witness, "/tmp/zv-probe")); }},
+    {"mkdir", [] { return Worked(mkdir(g_prey.fresh, 0700)); }},
+    {"symlink", [] { return Worked(symlink("/", g_prey.fresh)); }},
+    {"link", [] { return Worked(link(g_prey.witness, g_prey.fresh)); }},
     {"stat",
      [] {
          struct stat facts {};
@@ -304,6 +305,7 @@ class SandboxProbe : public testing::Test {
         chmod(folder_.Path().c_str(), 0777);
         keep(g_prey.folder, sizeof g_prey.folder, folder_.Path());
         keep(g_prey.witness, sizeof g_prey.witness, folder_.Write("witness", "stays"));
+        keep(g_prey.fresh, sizeof g_prey.fresh, folder_.Path("fresh"));
         keep(g_prey.table, sizeof g_prey.table, folder_.Write("table", "of characters"));
         keep(g_prey.address, sizeof g_prey.address, folder_.Path("socket"));
         chmod(g_prey.witness, 0666);
@@ -340,7 +342,7 @@ TEST_F(SandboxProbe, NoRoadLeadsOut) {
                 << static_cast<int>(end);
             EXPECT_EQ(folder_.Read("witness"), "stays");
             EXPECT_EQ(g_prey.secret, 42);
-            EXPECT_FALSE(std::filesystem::exists("/tmp/zv-probe"));
+            EXPECT_FALSE(std::filesystem::exists(g_prey.fresh));
         }
     }
 }
@@ -351,7 +353,7 @@ TEST_F(SandboxProbe, MostRoadsAreOpenWithoutIt) {
     for (const Road& road : kRoads) {
         if (Probe([] { return true; }, road.reached) == ProbeEnd::Reached)
             ++open_roads;
-        std::filesystem::remove_all("/tmp/zv-probe");
+        std::filesystem::remove_all(g_prey.fresh);
         folder_.Write("witness", "stays");
         chmod(g_prey.witness, 0666);
     }
