@@ -28,6 +28,7 @@ class CompareRunner {
 
     int Run() {
         process_.sLogFile = command_.load.log_file;
+        process_.bWithoutSandbox = command_.load.no_sandbox;
         request_.bExitWhenDone = true;
         request_.sReportTitle = command_.title;
         for (const Status& step :

@@ -153,6 +153,9 @@ void AddLoadOptions(CLI::App& app, LoadOptions& options, std::vector<std::string
                    "Start from the options in this settings file; it is only read")
         ->type_name("FILE")
         ->group(group);
+    app.add_flag("--no-sandbox", options.no_sandbox,
+                 "Read documents even where the system offers no sandbox for it")
+        ->group(group);
     app.add_option("--log", options.log_file, "Append messages to this file")
         ->type_name("FILE")
         ->group(group);

@@ -38,6 +38,7 @@ struct LoadOptions {
     NamedValues settings;
     std::string settings_file;
     std::string log_file;
+    bool no_sandbox = false;
     friend bool operator==(const LoadOptions&, const LoadOptions&) = default;
 };
 

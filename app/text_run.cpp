@@ -33,6 +33,7 @@ class TextRunner {
     int Run() {
         constexpr int kTrouble = 2;
         process_.sLogFile = command_.load.log_file;
+        process_.bWithoutSandbox = command_.load.no_sandbox;
         Status step = BeginCommand(process_, command_.load.settings_file);
         if (step.ok())
             step = Load();

@@ -40,6 +40,8 @@ struct ProcessState {
     std::string sTempLineFileOriginal;  ///< the two line files of every document-level engine run
     std::string sTempLineFileModified;
 
+    bool bWithoutSandbox = false;  ///< documents are read by a process that is not closed in
+
     std::string sLogFile;        ///< where `LogMessage` writes; empty: nowhere
     bool bShowMessages = false;  ///< also shows each message
     /// One sentence that names the file, in place of the fixed texts that scripts look for.

@@ -20,7 +20,9 @@ enum class ReadError : std::int32_t {
     // Told by the side that waits.
     NotStarted,  ///< zorvane-convert is missing
     Crashed,     ///< it ended without an answer
-    TimedOut     ///< it made no progress and was stopped
+    TimedOut,    ///< it made no progress and was stopped
+    // Told by the child before it has read a byte.
+    NoSandbox  ///< the system refuses what closes the child in
 };
 
 }  // namespace zorvane

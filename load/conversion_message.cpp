@@ -1,12 +1,51 @@
 #include "load/conversion_message.h"
 
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kMaxValue = std::size_t{64} << 20;
+constexpr std::size_t kMostDigits = 6;  // of the longest value
+
+bool IsKeyCharacter(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9');
+}
+
+bool IsKey(std::string_view text) {
+    return !text.empty() && text.size() <= kLongestMessageKey &&
+           std::all_of(text.begin(), text.end(), IsKeyCharacter);
+}
+
+// What stands in front of a value: "key=length:".
+struct EntryHead {
+    std::string_view key;
+    std::size_t length = 0;
+    std::size_t size = 0;
+};
+
+enum class HeadState { Whole, Partial, Broken };
+
+// Looks no further than a head can reach, so that a flood of bytes without one is not searched
+// again and again.
+HeadState ReadHead(std::string_view bytes, EntryHead& head) {
+    const std::size_t equals = bytes.substr(0, kLongestMessageKey + 1).find('=');
+    if (equals == std::string_view::npos)
+        return bytes.size() > kLongestMessageKey ? HeadState::Broken : HeadState::Partial;
+    head.key = bytes.substr(0, equals);
+    const std::string_view rest = bytes.substr(equals + 1);
+    const std::size_t digits = rest.substr(0, kMostDigits + 1).find(':');
+    if (digits == std::string_view::npos)
+        return rest.size() > kMostDigits ? HeadState::Broken : HeadState::Partial;
+    const char* const end = rest.data() + digits;
+    const auto [parsed, error] = std::from_chars(rest.data(), end, head.length);
+    head.size = equals + 1 + digits + 1;
+    const bool good = IsKey(head.key) && error == std::errc() && parsed == end &&
+                      head.length <= kLongestMessageValue;
+    return good ? HeadState::Whole : HeadState::Broken;
+}
 
 }  // namespace
 
@@ -17,32 +56,52 @@ std::string EncodeMessage(const ConversionMessage& message) {
     return bytes + "\n";
 }
 
+void MessageReader::Break() {
+    *this = MessageReader();
+    broken_ = true;
+}
+
+void MessageReader::Feed(std::string_view bytes) {
+    if (broken_)
+        return;
+    // What is read already goes, so that a message takes its own size and not twice that.
+    bytes_.erase(0, std::exchange(at_, 0));
+    if (bytes.size() > kMostMessageBytes || bytes_.size() > kMostMessageBytes)
+        Break();
+    else
+        bytes_ += bytes;
+}
+
 // False when the entry is not whole yet, or broken.
 bool MessageReader::TakeEntry() {
     const std::string_view rest = std::string_view(bytes_).substr(at_);
-    const std::size_t equals = rest.find('=');
-    const std::size_t colon = rest.find(':', equals);
-    if (equals == std::string_view::npos || colon == std::string_view::npos)
+    EntryHead head;
+    const HeadState state = ReadHead(rest, head);
+    const std::size_t size = head.size + head.length + 1;
+    const bool too_much = state == HeadState::Whole && (message_bytes_ + size > kMostMessageBytes ||
+                                                        message_.size() >= kMostMessageEntries);
+    if (state == HeadState::Broken || too_much) {
+        Break();
         return false;
-    std::size_t length = 0;
-    const char* const number_end = rest.data() + colon;
-    const auto [end, error] = std::from_chars(rest.data() + equals + 1, number_end, length);
-    broken_ = error != std::errc() || end != number_end || length > kMaxValue;
-    if (broken_ || rest.size() - colon - 1 <= length)
+    }
+    if (state == HeadState::Partial || rest.size() < size)
         return false;
-    broken_ = rest[colon + 1 + length] != '\n';
-    if (broken_)
+    const auto [entry, fresh] =
+        message_.try_emplace(std::string(head.key), rest.substr(head.size, head.length));
+    if (!fresh || rest[size - 1] != '\n') {
+        Break();
         return false;
-    message_[std::string(rest.substr(0, equals))] = rest.substr(colon + 1, length);
-    at_ += colon + length + 2;
+    }
+    at_ += size;
+    message_bytes_ += size;
     return true;
 }
 
 std::optional<ConversionMessage> MessageReader::Next() {
     while (!broken_ && at_ < bytes_.size()) {
         if (bytes_[at_] == '\n') {
-            bytes_.erase(0, at_ + 1);
-            at_ = 0;
+            ++at_;
+            message_bytes_ = 0;
             return std::exchange(message_, {});
         }
         if (!TakeEntry())
@@ -59,8 +118,8 @@ std::string_view TextOf(const ConversionMessage& message, const std::string& key
 std::int64_t NumberOf(const ConversionMessage& message, const std::string& key) {
     const std::string_view text = TextOf(message, key);
     std::int64_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? number : 0;
 }
 
 }  // namespace zorvane

@@ -1,10 +1,11 @@
 #include "load/conversion_service.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
+#include <sys/stat.h>
 #include <utility>
 
-#include "common/file_utilities.h"
 #include "common/platform/native_path.h"
 #include "load/office_place.h"
 
@@ -17,41 +18,80 @@ using Milliseconds = std::chrono::milliseconds;
 constexpr std::uint64_t kBaseMemory = std::uint64_t{448} << 20;
 constexpr std::uint64_t kMemoryPerByte = 24;
 constexpr std::uint64_t kMostMemory = std::uint64_t{8} << 30;
+constexpr std::uint64_t kMostAnswer = std::uint64_t{1} << 30;  // as any file that is read
 // Longest time without progress: a reader tells it between pages, sheets and parts.
 constexpr Milliseconds kBaseStall{8000};
 constexpr std::uint64_t kBytesPerMillisecond = 4096;
 // An office suite starts slowly, on a cold disk more so.
 constexpr Milliseconds kOfficeStall{120000};
 
-std::uint64_t SizeOf(const std::string& file) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(NativePath(file), error);
-    return error ? 0 : static_cast<std::uint64_t>(size);
+// What a file tells of itself; 0 when it tells nothing.
+std::uint64_t SizeOf(const FileDescriptor& file) {
+    struct stat facts {};
+    const bool known = fstat(file.Get(), &facts) == 0 && facts.st_size > 0;
+    return known ? static_cast<std::uint64_t>(facts.st_size) : 0;
 }
 
-ConversionResult ResultOf(ConversionAnswer answer) {
+AnswerShape ShapeOf(std::string_view kind) {
+    if (kind == "sheets")
+        return AnswerShape::Sheets;
+    if (kind == "sheetnames")
+        return AnswerShape::SheetNames;
+    return kind == "pdfpages" ? AnswerShape::PageCount : AnswerShape::OneDocument;
+}
+
+ConversionResult ResultOf(const ConversionAnswer& answer, AnswerShape shape,
+                          const AnswerFile& file) {
     switch (answer.end) {
         case ConversionEnd::NotStarted:
-            return {ReadError::NotStarted, {}, {}};
+            return FailedConversion(ReadError::NotStarted);
         case ConversionEnd::Crashed:
-            return {ReadError::Crashed, {}, {}};
+            return FailedConversion(
+                ReadError::Crashed,
+                answer.forbidden_call
+                    ? "it made the forbidden system call " + std::to_string(*answer.forbidden_call)
+                    : std::string());
         case ConversionEnd::TimedOut:
-            return {ReadError::TimedOut, {}, {}};
+            return FailedConversion(ReadError::TimedOut);
         case ConversionEnd::Cancelled:
-            return {ReadError::Cancelled, {}, {}};
+            return FailedConversion(ReadError::Cancelled);
         case ConversionEnd::Answered:
             break;
     }
-    ConversionResult result;
-    result.error = static_cast<ReadError>(NumberOf(answer.values, "error"));
-    result.detail = TextOf(answer.values, "detail");
-    result.values = std::move(answer.values);
+    return CheckedAnswer(answer.values, shape, file.Size());
+}
+
+// Each part to its file: the target, and further ones beside it. All of them or none.
+ConversionResult Delivered(ConversionResult result, const AnswerFile& answer,
+                           const std::string& target) {
+    for (const AnswerPart& part : result.parts) {
+        const std::size_t number = result.files.size() + 1;
+        const std::string file = number == 1 ? target : target + "_" + std::to_string(number);
+        if (const Status copied = answer.CopyTo(part, file); !copied.ok()) {
+            std::error_code ignored;
+            for (const std::string& made : result.files)
+                std::filesystem::remove(NativePath(made), ignored);
+            return FailedConversion(ReadError::CannotWrite, copied.failure().reason);
+        }
+        result.files.push_back(file);
+    }
     return result;
+}
+
+// What a suite finds in its environment: folders of its own, and nothing of the user's.
+std::vector<std::string> OfficeEnvironment(const std::string& profile) {
+    std::vector<std::string> environment{"PATH=/usr/local/bin:/usr/bin:/bin", "LC_ALL=C.UTF-8",
+                                         "SAL_USE_VCLPLUGIN=svp",
+                                         "TMPDIR=" + profile + "/temporary"};
+    for (const char* name : {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME",
+                             "XDG_RUNTIME_DIR", "XDG_STATE_HOME"})
+        environment.push_back(std::string(name) + "=" + profile);
+    return environment;
 }
 
 struct ErrorRow {
     ReadError error;
-    std::string_view text;
+    std::string_view text;  ///< "#": where the reader's own words go, else behind it
 };
 constexpr ErrorRow kErrors[] = {
     {ReadError::CannotOpen, "the file cannot be opened"},
@@ -73,6 +113,9 @@ constexpr ErrorRow kErrors[] = {
      "the reader of this document failed; the document is probably damaged, nothing else is "
      "affected"},
     {ReadError::TimedOut, "reading the document took too long and was stopped"},
+    {ReadError::NoSandbox,
+     "the system offers no sandbox for reading documents (#); --no-sandbox "
+     "reads them without"},
 };
 
 std::string FirstOf(const std::string& detail) {
@@ -87,7 +130,10 @@ std::string Explain(const ConversionResult& result, const std::string& file) {
             continue;
         const bool clear = result.error == ReadError::PasswordNeeded;  // without a reader's words
         const std::string detail = clear ? "" : FirstOf(result.detail);
-        return file + ": " + std::string(row.text) + (detail.empty() ? "" : ": " + detail);
+        const std::string text(row.text);
+        if (const std::size_t place = text.find('#'); place != std::string::npos)
+            return file + ": " + text.substr(0, place) + detail + text.substr(place + 1);
+        return file + ": " + text + (detail.empty() ? "" : ": " + detail);
     }
     return {};
 }
@@ -96,68 +142,76 @@ std::string ConversionService::Program() const {
     return platform_.folders->ProgramFolder() + "/zorvane-convert";
 }
 
-Milliseconds ConversionService::StallOf(const ConversionMessage& job) {
-    return kBaseStall +
-           Milliseconds(SizeOf(std::string(TextOf(job, "source"))) / kBytesPerMillisecond);
+ConversionService::Document ConversionService::OpenSource(const std::string& source) {
+    const Result<std::string> folder = platform_.temp_files->Folder();
+    return folder.ok() ? OpenDocument(source, folder.value()) : Document(folder.failure());
 }
 
-bool ConversionService::StartOnce(const ConversionMessage& job, ConverterProcess& process) {
+// A failure says that the child was not started, and why.
+ConversionResult ConversionService::Start(const ConversionMessage& job,
+                                          const FileDescriptor& document, Started& started) {
+    const std::uint64_t size = SizeOf(document);
+    const Result<std::string> folder = platform_.temp_files->Folder();
+    Result<AnswerFile> answer = folder.ok() ? AnswerFile::Make(folder.value()) : folder.failure();
+    if (!answer.ok())
+        return FailedConversion(ReadError::CannotWrite, answer.failure().reason);
+    started.answer = std::move(answer).value();
+    started.job = job;
+    started.stall = kBaseStall + Milliseconds(size / kBytesPerMillisecond);
     ConversionMessage request = job;
-    const std::string source(TextOf(job, "source"));
-    const std::uint64_t memory = kBaseMemory + SizeOf(source) * kMemoryPerByte;
-    request["source"] = NativePath(source);
+    request.try_emplace("name", TextOf(job, "source"));
+    request.erase("source");
     request["locale"] = platform_.locale->EncodingName();
-    request["memory"] = std::to_string(std::min(memory, kMostMemory));
-    request.try_emplace("name", source);
-    if (!process.Start(Program(), {}))
-        return false;
-    process.Send(request);
-    return true;
+    request["memory"] = std::to_string(std::min(kBaseMemory + size * kMemoryPerByte, kMostMemory));
+    request["filebytes"] = std::to_string(kMostAnswer);
+    request["seconds"] = std::to_string(
+        std::chrono::duration_cast<std::chrono::seconds>(kLongestConversion).count());
+    if (!started.process.Start(Program(), {in_sandbox_ ? "--reader" : "--no-sandbox"}))
+        return FailedConversion(ReadError::NotStarted);
+    started.process.Send(request, std::array{document.Get(), started.answer.Descriptor()});
+    return {};
+}
+
+// The child has ended when its answer is looked at.
+ConversionService::Answered ConversionService::Finish(Started& started,
+                                                      const ConversionObserver& observer) {
+    const ConversionAnswer answer = started.process.Wait({started.stall}, observer);
+    started.process.Kill();
+    const AnswerShape shape = ShapeOf(TextOf(started.job, "kind"));
+    return {ResultOf(answer, shape, started.answer), std::move(started.answer)};
 }
 
 void ConversionService::Expect(ConversionMessage job) {
     expected_.reset();
-    const Result<std::string> target = platform_.temp_files->NewName("ahead", "tmp");
-    if (!target.ok())
-        return;  // the request will be carried out when it is asked for
-    auto expected = std::make_unique<Expected>();
-    expected->target = target.value();
-    job["target"] = expected->target;
-    if (!StartOnce(job, expected->process))
-        return;
     job.erase("target");
-    expected->job = std::move(job);
-    expected_ = std::move(expected);
+    const Document document = OpenSource(std::string(TextOf(job, "source")));
+    auto expected = std::make_unique<Started>();
+    // Otherwise the request will be carried out when it is asked for.
+    if (document.ok() && Start(job, document.value(), *expected).ok())
+        expected_ = std::move(expected);
 }
 
-std::optional<ConversionResult> ConversionService::TakeExpected(
-    const ConversionMessage& job, const ConversionObserver& observer) {
-    ConversionMessage wanted = job;
-    wanted.erase("target");
-    if (!expected_ || expected_->job != wanted)
-        return std::nullopt;
-    const std::unique_ptr<Expected> expected = std::move(expected_);
-    ConversionResult result = ResultOf(expected->process.Wait(StallOf(job), observer));
-    if (result.ok() && !MoveFileByCopy(expected->target, std::string(TextOf(job, "target"))).ok())
-        result.error = ReadError::CannotWrite;
-    return result;
+std::unique_ptr<ConversionService::Started> ConversionService::TakeExpected(
+    const ConversionMessage& job) {
+    return expected_ && expected_->job == job ? std::move(expected_) : nullptr;
 }
 
-ConversionResult ConversionService::RunOnce(const ConversionMessage& job,
-                                            const ConversionObserver& observer) {
-    if (std::optional<ConversionResult> expected = TakeExpected(job, observer))
-        return *expected;
-    ConverterProcess process;
-    if (!StartOnce(job, process))
-        return {ReadError::NotStarted, {}, {}};
-    return ResultOf(process.Wait(StallOf(job), observer));
+ConversionService::Answered ConversionService::RunOnce(const ConversionMessage& job,
+                                                       const Document& document,
+                                                       const ConversionObserver& observer) {
+    if (!document.ok())
+        return {FailedConversion(ReadError::CannotOpen, document.failure().reason), {}};
+    Started started;
+    if (ConversionResult start = Start(job, document.value(), started); !start.ok())
+        return {std::move(start), {}};
+    return Finish(started, observer);
 }
 
-ConversionResult ConversionService::Run(ConversionMessage job, const ConversionObserver& observer) {
-    const std::string source(TextOf(job, "source"));
-    ConversionResult result = RunHereOrThroughOffice(std::move(job), observer);
+ConversionResult ConversionService::Run(const ConversionMessage& job,
+                                        const ConversionObserver& observer) {
+    ConversionResult result = RunHereOrThroughOffice(job, observer);
     if (!result.ok())
-        NoteFailure(result, source);
+        NoteFailure(result, std::string(TextOf(job, "source")));
     return result;
 }
 
@@ -166,41 +220,30 @@ void ConversionService::NoteFailure(const ConversionResult& result, const std::s
         first_failure_ = Explain(result, file);
 }
 
-ConversionResult ConversionService::RunHereOrThroughOffice(ConversionMessage job,
+ConversionResult ConversionService::RunHereOrThroughOffice(const ConversionMessage& job,
                                                            const ConversionObserver& observer) {
-    ConversionResult result = RunOnce(job, observer);
-    const std::string format(TextOf(result.values, "office"));
-    if (result.error != ReadError::NeedsOffice || format.empty() || !OfficeInstalled())
-        return result;
-    return ThroughOffice(std::move(job), format, observer);
+    ConversionMessage request = job;
+    request.erase("target");
+    const std::unique_ptr<Started> expected = TakeExpected(request);
+    Answered answered =
+        expected ? Finish(*expected, observer)
+                 : RunOnce(request, OpenSource(std::string(TextOf(job, "source"))), observer);
+    const std::string format = answered.result.office;
+    if (answered.result.error == ReadError::NeedsOffice && !format.empty() && OfficeInstalled())
+        answered = ThroughOffice(std::move(request), format, observer);
+    return Delivered(std::move(answered.result), answered.file, std::string(TextOf(job, "target")));
 }
 
 // The suite turns the file into the modern form of its kind, which is then read as ever.
-ConversionResult ConversionService::ThroughOffice(ConversionMessage job, const std::string& format,
-                                                  const ConversionObserver& observer) {
-    const Result<std::string> modern = platform_.temp_files->NewName("office", format);
-    if (!modern.ok())
-        return {ReadError::CannotWrite, modern.failure().reason, {}};
-    const std::string source(TextOf(job, "source"));
-    ConversionResult result = ConvertByOffice(source, std::string(TextOf(job, "password")),
-                                              modern.value(), format, observer);
-    if (result.ok()) {
-        job["source"] = modern.value();
-        job["name"] = modern.value();
-        result = RunOnce(job, observer);
-    }
-    DeleteFileWithRetry(*platform_.clock, modern.value());
-    return result;
-}
-
-bool ConversionService::OfficeInstalled() {
-    return FindOffice().has_value();
-}
-
-bool ConversionService::StartOffice() {
-    if (office_.Running())
-        return true;
-    return office_.Start(Program(), {"--office"});
+ConversionService::Answered ConversionService::ThroughOffice(ConversionMessage job,
+                                                             const std::string& format,
+                                                             const ConversionObserver& observer) {
+    Answered modern = AskOffice(std::string(TextOf(job, "source")),
+                                std::string(TextOf(job, "password")), format, observer);
+    if (!modern.result.ok())
+        return modern;
+    job["name"] = "document." + format;
+    return RunOnce(job, std::move(modern.file).TakeDescriptor(), observer);
 }
 
 ConversionResult ConversionService::ConvertByOffice(const std::string& source,
@@ -208,25 +251,71 @@ ConversionResult ConversionService::ConvertByOffice(const std::string& source,
                                                     const std::string& target,
                                                     const std::string& format,
                                                     const ConversionObserver& observer) {
-    if (!OfficeInstalled())
-        return {ReadError::NeedsOffice, {}, {}};
-    if (!StartOffice())
-        return {ReadError::NotStarted, {}, {}};
+    Answered answered = AskOffice(source, password, format, observer);
+    return Delivered(std::move(answered.result), answered.file, target);
+}
+
+bool ConversionService::OfficeInstalled() {
+    return FindOffice().has_value();
+}
+
+void ConversionService::SetInSandbox(bool in_sandbox) {
+    if (in_sandbox != in_sandbox_)
+        office_.Kill();
+    in_sandbox_ = in_sandbox;
+}
+
+bool ConversionService::StartOffice(const std::string& profile) {
+    if (office_.Running())
+        return true;
+    const std::optional<OfficePlace> place = FindOffice();
+    if (!place)
+        return false;
+    const bool library = place->has_library && !office_library_fails_;
+    return office_.Start(Program(),
+                         {"--office", profile, place->program_folder, place->soffice,
+                          library ? "1" : "0", in_sandbox_ ? "--reader" : "--no-sandbox"},
+                         OfficeEnvironment(profile));
+}
+
+// The worker knows no path of the user's: it gets the document and the file for its answer open.
+ConversionService::Answered ConversionService::AskWorker(const OfficeJob& job,
+                                                         const ConversionObserver& observer) {
     const Result<std::string> folder = platform_.temp_files->Folder();
-    if (!folder.ok())
-        return {ReadError::CannotWrite, folder.failure().reason, {}};
-    std::error_code ignored;
-    const std::string full = std::filesystem::absolute(NativePath(source), ignored).string();
-    const std::string full_target = std::filesystem::absolute(NativePath(target), ignored).string();
-    office_.Send({{"source", full},
-                  {"target", full_target},
-                  {"format", format},
-                  {"password", password},
-                  {"profile", folder.value() + "/office"}});
-    ConversionResult result = ResultOf(office_.Wait(kOfficeStall, observer));
+    Result<AnswerFile> answer = folder.ok() ? AnswerFile::Make(folder.value()) : folder.failure();
+    if (!answer.ok())
+        return {FailedConversion(ReadError::CannotWrite, answer.failure().reason), {}};
+    if (!StartOffice(folder.value() + "/office"))
+        return {FailedConversion(ReadError::NotStarted), {}};
+    office_.Send(job.request, std::array{job.document.value().Get(), answer.value().Descriptor()});
+    const ConversionAnswer said = office_.Wait({kOfficeStall, kOfficeStall}, observer);
     if (!office_stays_)
         office_.Kill();
-    return result;
+    return {ResultOf(said, AnswerShape::OneDocument, answer.value()), std::move(answer).value()};
+}
+
+ConversionService::Answered ConversionService::AskOffice(const std::string& source,
+                                                         const std::string& password,
+                                                         const std::string& format,
+                                                         const ConversionObserver& observer) {
+    const std::optional<OfficePlace> place = FindOffice();
+    if (!place)
+        return {FailedConversion(ReadError::NeedsOffice), {}};
+    const Document document = OpenSource(source);
+    if (!document.ok())
+        return {FailedConversion(ReadError::CannotOpen, document.failure().reason), {}};
+    const OfficeJob job{
+        document,
+        {{"name", std::string(FileNameOf(source))}, {"format", format}, {"password", password}}};
+    Answered answered = AskWorker(job, observer);
+    // A closed worker that loads the library starts no program, so that another one has to.
+    if (answered.result.error == ReadError::NeedsOffice && place->has_library &&
+        !office_library_fails_) {
+        office_.Kill();
+        office_library_fails_ = true;
+        answered = AskWorker(job, observer);
+    }
+    return answered;
 }
 
 void ConversionService::SetOfficeStays(bool stays) {

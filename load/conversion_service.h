@@ -9,19 +9,13 @@
 #include <string>
 
 #include "common/platform/platform.h"
+#include "load/answer_file.h"
+#include "load/conversion_answer.h"
 #include "load/conversion_error.h"
 #include "load/conversion_message.h"
 #include "load/converter_process.h"
 
 namespace zorvane {
-
-struct ConversionResult {
-    ReadError error = ReadError::None;
-    std::string detail;  ///< the reader's own words, in one line; may be empty
-    ConversionMessage values;
-
-    bool ok() const { return error == ReadError::None; }
-};
 
 /// What went wrong with `file` and what to do, for a user. Empty for none.
 std::string Explain(const ConversionResult& result, const std::string& file);
@@ -31,9 +25,10 @@ class ConversionService {
     explicit ConversionService(Platform& platform) : platform_(platform) {}
 
     /// Carries out one request in a fresh child under limits. A file that only an office suite
-    /// reads goes through one first, when there is one. `job` as `RunJob` wants it, "source" as the
-    /// user gave it.
-    ConversionResult Run(ConversionMessage job, const ConversionObserver& observer);
+    /// reads goes through one first, when there is one. `job` as `RunJob` wants it, and "source"
+    /// and "target" as the user gave them. What the answer holds goes to the target, and further
+    /// sheets to files beside it.
+    ConversionResult Run(const ConversionMessage& job, const ConversionObserver& observer);
     /// What the first request that failed since `ForgetFailures` ended with, in a user's words;
     /// empty without one. Later ones are other roads to the same end.
     const std::string& FirstFailure() const { return first_failure_; }
@@ -48,35 +43,57 @@ class ConversionService {
                                      const std::string& target, const std::string& format,
                                      const ConversionObserver& observer);
     bool OfficeInstalled();
+    /// False reads documents where the system lets nobody close a process in. True at first.
+    void SetInSandbox(bool in_sandbox);
     /// The office worker stays for the next file.
     bool OfficeStays() const { return office_stays_; }
     /// False ends a worker that stayed.
     void SetOfficeStays(bool stays);
 
   private:
-    /// A request that is under way before it is asked for.
-    struct Expected {
+    /// A request that is under way.
+    struct Started {
         ConversionMessage job;  ///< without a target
-        std::string target;
+        std::chrono::milliseconds stall{0};
+        AnswerFile answer;
         ConverterProcess process;
     };
-    static std::chrono::milliseconds StallOf(const ConversionMessage& job);
-    bool StartOnce(const ConversionMessage& job, ConverterProcess& process);
-    std::optional<ConversionResult> TakeExpected(const ConversionMessage& job,
-                                                 const ConversionObserver& observer);
-    ConversionResult RunOnce(const ConversionMessage& job, const ConversionObserver& observer);
-    ConversionResult RunHereOrThroughOffice(ConversionMessage job,
+    /// What an answer says, and the file that its parts lie in.
+    struct Answered {
+        ConversionResult result;
+        AnswerFile file;
+    };
+    using Document = Result<FileDescriptor>;
+
+    Document OpenSource(const std::string& source);
+    ConversionResult Start(const ConversionMessage& job, const FileDescriptor& document,
+                           Started& started);
+    Answered Finish(Started& started, const ConversionObserver& observer);
+    std::unique_ptr<Started> TakeExpected(const ConversionMessage& job);
+    Answered RunOnce(const ConversionMessage& job, const Document& document,
+                     const ConversionObserver& observer);
+    ConversionResult RunHereOrThroughOffice(const ConversionMessage& job,
                                             const ConversionObserver& observer);
-    ConversionResult ThroughOffice(ConversionMessage job, const std::string& format,
-                                   const ConversionObserver& observer);
-    bool StartOffice();
+    Answered ThroughOffice(ConversionMessage job, const std::string& format,
+                           const ConversionObserver& observer);
+    Answered AskOffice(const std::string& source, const std::string& password,
+                       const std::string& format, const ConversionObserver& observer);
+    /// The request of one document to the suite, the same whichever road it takes.
+    struct OfficeJob {
+        const Document& document;
+        ConversionMessage request;
+    };
+    bool StartOffice(const std::string& profile);
+    Answered AskWorker(const OfficeJob& job, const ConversionObserver& observer);
     std::string Program() const;
 
     Platform& platform_;
     ConverterProcess office_;
-    std::unique_ptr<Expected> expected_;
-    bool office_stays_ = false;
+    std::unique_ptr<Started> expected_;
     std::string first_failure_;
+    bool office_stays_ = false;
+    bool office_library_fails_ = false;  ///< its start program has to do
+    bool in_sandbox_ = true;
 };
 
 }  // namespace zorvane

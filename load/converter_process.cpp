@@ -3,9 +3,12 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <fcntl.h>
+#include <mutex>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,14 +19,45 @@ namespace {
 using Milliseconds = std::chrono::milliseconds;
 using SteadyClock = std::chrono::steady_clock;
 
-// What a child inherits: the socket as standard input, nothing to print on, no blocked signals.
+// Closes this process to others of the same user while it has children. The mark is the system's
+// and of the whole process, hence a count of the whole process. It cannot stay set: debuggers and
+// leak checkers need the process open at other times.
+struct LivingChildren {
+    std::mutex lock;
+    int count = 0;
+};
+LivingChildren& AllChildren() {
+    static LivingChildren children;
+    return children;
+}
+
+void CountChild(int change) {
+    LivingChildren& children = AllChildren();
+    const std::lock_guard guard(children.lock);
+    children.count += change;
+    prctl(PR_SET_DUMPABLE, children.count == 0 ? 1 : 0);
+}
+
+std::vector<char*> Pointers(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (std::string& text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+// What a child inherits: the socket as standard input, nothing to print on, no other open file, no
+// blocked signals.
 class SpawnSetup {
   public:
     explicit SpawnSetup(int socket) {
+        constexpr int kFirstOther = 3;
         posix_spawn_file_actions_init(&actions_);
         posix_spawn_file_actions_adddup2(&actions_, socket, STDIN_FILENO);
         posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
         posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addclosefrom_np(&actions_, kFirstOther);
         posix_spawnattr_init(&attributes_);
         sigset_t signals;
         sigemptyset(&signals);
@@ -39,17 +73,15 @@ class SpawnSetup {
     SpawnSetup(const SpawnSetup&) = delete;
     SpawnSetup& operator=(const SpawnSetup&) = delete;
 
-    int Spawn(const std::string& program, const std::vector<std::string>& arguments) {
+    int Spawn(const std::string& program, const std::vector<std::string>& arguments,
+              std::vector<std::string> environment) {
         std::vector<std::string> texts = {program};
         texts.insert(texts.end(), arguments.begin(), arguments.end());
-        std::vector<char*> values;
-        values.reserve(texts.size() + 1);
-        for (std::string& text : texts)
-            values.push_back(text.data());
-        values.push_back(nullptr);
+        const std::vector<char*> values = Pointers(texts);
+        const std::vector<char*> variables = Pointers(environment);
         pid_t process = -1;
-        const int error =
-            posix_spawn(&process, program.c_str(), &actions_, &attributes_, values.data(), environ);
+        const int error = posix_spawn(&process, program.c_str(), &actions_, &attributes_,
+                                      values.data(), variables.data());
         return error == 0 ? process : -1;
     }
 
@@ -58,19 +90,54 @@ class SpawnSetup {
     posix_spawnattr_t attributes_{};
 };
 
+constexpr std::size_t kMostFiles = 2;
+
+// The bytes, and the files with the first of them. Never waits.
+ssize_t SendPiece(int socket, std::string_view bytes, std::span<const int> files) {
+    iovec data{const_cast<char*>(bytes.data()), bytes.size()};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(kMostFiles * sizeof(int))> control{};
+    msghdr message{};
+    message.msg_iov = &data;
+    message.msg_iovlen = 1;
+    if (!files.empty() && files.size() <= kMostFiles) {
+        message.msg_control = control.data();
+        message.msg_controllen = CMSG_SPACE(files.size_bytes());
+        cmsghdr* const header = CMSG_FIRSTHDR(&message);
+        header->cmsg_level = SOL_SOCKET;
+        header->cmsg_type = SCM_RIGHTS;
+        header->cmsg_len = CMSG_LEN(files.size_bytes());
+        std::memcpy(CMSG_DATA(header), files.data(), files.size_bytes());
+    }
+    return sendmsg(socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT);
+}
+
+std::int32_t PercentOf(std::int64_t progress) {
+    constexpr std::int64_t kHundred = 100;
+    return static_cast<std::int32_t>(progress * kHundred / kWholeProgress);
+}
+
 }  // namespace
 
-bool ConverterProcess::Start(const std::string& program,
-                             const std::vector<std::string>& arguments) {
+// What has been heard of one request so far.
+struct ConverterProcess::Course {
+    Milliseconds stall;
+    SteadyClock::time_point deadline;
+    std::int64_t progress = -1;
+};
+
+bool ConverterProcess::Start(const std::string& program, const std::vector<std::string>& arguments,
+                             const std::vector<std::string>& environment) {
     Kill();
     std::array<int, 2> sockets{};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0)
         return false;
-    process_ = SpawnSetup(sockets[1]).Spawn(program, arguments);
+    CountChild(1);  // before there is one
+    process_ = SpawnSetup(sockets[1]).Spawn(program, arguments, environment);
     close(sockets[1]);
     socket_ = sockets[0];
     if (process_ > 0)
         return true;
+    CountChild(-1);
     Kill();
     return false;
 }
@@ -81,6 +148,7 @@ void ConverterProcess::Kill() {
         kill(process_, SIGKILL);
         while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
         }
+        CountChild(-1);
     }
     if (socket_ >= 0)
         close(socket_);
@@ -89,14 +157,23 @@ void ConverterProcess::Kill() {
     reader_ = {};
 }
 
-void ConverterProcess::Send(const ConversionMessage& request) {
+void ConverterProcess::Send(const ConversionMessage& request, std::span<const int> files) {
+    constexpr Milliseconds kPatience{5000};  // a child that does not read is no child of ours
+    const auto until = SteadyClock::now() + kPatience;
     const std::string bytes = EncodeMessage(request);
     std::string_view rest = bytes;
-    while (!rest.empty()) {
-        const ssize_t sent = send(socket_, rest.data(), rest.size(), MSG_NOSIGNAL);
-        if (sent < 0 && errno != EINTR)
+    while (!rest.empty() && SteadyClock::now() < until) {
+        const ssize_t sent = SendPiece(socket_, rest, files);
+        if (sent > 0) {
+            rest.remove_prefix(static_cast<std::size_t>(sent));
+            files = {};
+        } else if (errno == EAGAIN) {
+            constexpr int kTick = 50;
+            pollfd place{socket_, POLLOUT, 0};
+            poll(&place, 1, kTick);
+        } else if (errno != EINTR) {
             return;  // the child is gone, which the wait will tell
-        rest.remove_prefix(static_cast<std::size_t>(sent < 0 ? 0 : sent));
+        }
     }
 }
 
@@ -118,7 +195,7 @@ ConversionAnswer ConverterProcess::Cancel() {
     constexpr int kPatience = 500;  // milliseconds; a child between two pages ends by itself
     Send({{"cancel", "1"}});
     const auto until = SteadyClock::now() + Milliseconds(kPatience);
-    while (SteadyClock::now() < until) {
+    while (SteadyClock::now() < until && !reader_.Broken()) {
         if (Receive(kPatience) == Received::End)
             break;
         const std::optional<ConversionMessage> message = reader_.Next();
@@ -126,32 +203,54 @@ ConversionAnswer ConverterProcess::Cancel() {
             break;
     }
     Kill();
-    return {ConversionEnd::Cancelled, {}};
+    return {ConversionEnd::Cancelled, {}, {}};
 }
 
-ConversionAnswer ConverterProcess::Wait(Milliseconds stall, const ConversionObserver& observer) {
+ConversionAnswer ConverterProcess::Crash(std::optional<std::int32_t> forbidden_call) {
+    Kill();
+    return {ConversionEnd::Crashed, {}, forbidden_call};
+}
+
+// Nothing while the answer is still to come.
+std::optional<ConversionAnswer> ConverterProcess::TakeMessages(Course& course) {
+    while (std::optional<ConversionMessage> message = reader_.Next()) {
+        if (message->contains("error"))
+            return ConversionAnswer{ConversionEnd::Answered, std::move(*message), {}};
+        if (message->contains("call"))
+            return Crash(static_cast<std::int32_t>(NumberOf(*message, "call") & 0xFFFF));
+        const std::int64_t progress = NumberOf(*message, "progress");
+        if (!message->contains("progress") || progress < 0 || progress > kWholeProgress)
+            return Crash();
+        // One that does not rise is no progress: a child could tell it for ever.
+        if (progress <= course.progress)
+            continue;
+        course.progress = progress;
+        course.deadline = SteadyClock::now() + course.stall;
+    }
+    if (reader_.Broken())
+        return Crash();
+    return std::nullopt;
+}
+
+ConversionAnswer ConverterProcess::Wait(const ConversionPatience& patience,
+                                        const ConversionObserver& observer) {
     constexpr int kTick = 50;  // milliseconds between two looks at the abort
     if (!Running())
         return {};
-    auto deadline = SteadyClock::now() + stall;
-    std::int32_t percent = -1;
+    const auto begin = SteadyClock::now();
+    Course course{patience.stall, begin + patience.stall};
     while (true) {
         const Received received = Receive(kTick);
-        while (std::optional<ConversionMessage> message = reader_.Next()) {
-            if (message->contains("error"))
-                return {ConversionEnd::Answered, std::move(*message)};
-            percent = static_cast<std::int32_t>(NumberOf(*message, "progress"));
-            deadline = SteadyClock::now() + stall;
-        }
-        if (received == Received::End || reader_.Broken()) {
-            Kill();
-            return {ConversionEnd::Crashed, {}};
-        }
-        if (observer && !observer(percent))
+        if (std::optional<ConversionAnswer> answer = TakeMessages(course))
+            return std::move(*answer);
+        if (received == Received::End)
+            return Crash();
+        if (observer && !observer(course.progress < 0 ? -1 : PercentOf(course.progress)))
             return Cancel();
-        if (SteadyClock::now() > deadline) {
+        const auto now = SteadyClock::now();
+        if (now > course.deadline || now > begin + patience.total) {
             Kill();
-            return {ConversionEnd::TimedOut, {}};
+            return {ConversionEnd::TimedOut, {}, {}};
         }
     }
 }

@@ -134,6 +134,7 @@ bool DocumentLoader::IsAsItWasLoaded(Side side, const std::string& sFile, Reload
 }
 
 void DocumentLoader::Expect(Side side, const std::string& sFile, Reload reload) {
+    service_.SetInSandbox(!parts_.process.bWithoutSandbox);
     if (!bFileExists(sFile) || IsSpreadsheetName(sFile) || IsAsItWasLoaded(side, sFile, reload))
         return;
     if (TakesWordRoad(sFile)) {
@@ -149,6 +150,7 @@ void DocumentLoader::Expect(Side side, const std::string& sFile, Reload reload) 
 
 bool DocumentLoader::LoadFileIntoEditor(const std::string& sFile, EditorTarget target) {
     const Hourglass hourglass(parts_.questions);
+    service_.SetInSandbox(!parts_.process.bWithoutSandbox);
     parts_.questions.PumpEvents();
     if (sFile.empty()) {
         LogMessage(parts_.process, "Unable to load file. Filename empty");

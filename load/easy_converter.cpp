@@ -50,6 +50,7 @@ EasyError ErrorOf(ReadError error) {
         case ReadError::Damaged:
             return EasyError::CannotOpenInput;
         case ReadError::NeedsOffice:
+        case ReadError::NoSandbox:
             break;
     }
     return EasyError::Conversion;
@@ -86,7 +87,7 @@ EasyError EasyConverter::Take(const ConversionResult& result, const std::string&
 EasyError EasyConverter::CountPages(const std::string& sFile, const std::string& sPassword,
                                     std::int32_t& pages) {
     const ConversionResult result = service_.Run(Job("pdfpages", sFile, sPassword), observer_);
-    pages = static_cast<std::int32_t>(NumberOf(result.values, "pages"));
+    pages = result.pages;
     return Take(result, sFile);
 }
 

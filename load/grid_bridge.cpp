@@ -11,7 +11,7 @@ std::int32_t GridBridge::ConvertFile() {
                                                   {"values", values_ ? "1" : "0"},
                                                   {"password", password_}},
                                                  observer_);
-    made_ = SheetFilesOf(result.values);
+    made_ = {result.files, result.sheets};
     error_ = Explain(result, source_);
     return static_cast<std::int32_t>(result.error);
 }
@@ -19,10 +19,7 @@ std::int32_t GridBridge::ConvertFile() {
 std::int32_t GridBridge::ExcelGetProperties() {
     const ConversionResult result = service_.Run(
         {{"kind", "sheetnames"}, {"source", source_}, {"password", password_}}, observer_);
-    sheet_names_.clear();
-    const std::int64_t count = NumberOf(result.values, "sheets");
-    for (std::int64_t i = 1; i <= count; ++i)
-        sheet_names_.emplace_back(TextOf(result.values, "sheet" + std::to_string(i)));
+    sheet_names_ = result.sheets;
     error_ = Explain(result, source_);
     return static_cast<std::int32_t>(result.error);
 }

@@ -146,6 +146,16 @@ std::optional<OfficePlace> FindOfficeIn(std::span<const std::string> program_fol
     return std::nullopt;
 }
 
+OfficePlace OfficeAt(const std::string& program_folder, const std::string& soffice,
+                     bool has_library) {
+    OfficePlace place;
+    place.program_folder = program_folder;
+    place.soffice = soffice;
+    place.has_library = has_library;
+    FindParts(place);
+    return place;
+}
+
 std::optional<OfficePlace> FindOffice() {
     const std::string_view wish = Variable("ZORVANE_OFFICE");
     if (wish == "none")

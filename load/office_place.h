@@ -27,4 +27,8 @@ std::optional<OfficePlace> FindOffice();
 std::optional<OfficePlace> FindOfficeIn(std::span<const std::string> program_folders,
                                         std::string_view search_path);
 
+/// A place that is known to be one. `soffice`: the program to start.
+OfficePlace OfficeAt(const std::string& program_folder, const std::string& soffice,
+                     bool has_library);
+
 }  // namespace zorvane

@@ -70,7 +70,7 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparing(const std::string& sF
         if (!installed) {
             LogLoadFailure(context_.process.Translate("Please install correct version of Excel."),
                            sFile);
-            const ConversionResult missing{ReadError::NeedsOffice, {}, {}};
+            const ConversionResult missing = FailedConversion(ReadError::NeedsOffice);
             context_.service.NoteFailure(missing, sFile);
             LogMessage(context_.process, Explain(missing, sFile));
             return false;

@@ -23,16 +23,6 @@ std::int32_t Rewrite(const std::string& sIn, const std::string& sOut,
 
 }  // namespace
 
-SheetFiles SheetFilesOf(const ConversionMessage& answer) {
-    SheetFiles made;
-    const std::int64_t count = NumberOf(answer, "files");
-    for (std::int64_t i = 1; i <= count; ++i) {
-        made.files.emplace_back(TextOf(answer, "file" + std::to_string(i)));
-        made.names.emplace_back(TextOf(answer, "sheet" + std::to_string(i)));
-    }
-    return made;
-}
-
 std::int32_t TrellisGrid::OpenXLSSaveAs(const std::string& sFile, const std::string& sTarget,
                                         const std::string& sSheets, bool bFormulas, bool bValues) {
     const ConversionResult result = service_.Run(
@@ -44,7 +34,7 @@ std::int32_t TrellisGrid::OpenXLSSaveAs(const std::string& sFile, const std::str
          {"values", bValues ? "1" : "0"},
          {"password", InputFile_PassWord.empty() ? InputFile_PassWord_TW : InputFile_PassWord}},
         observer_);
-    made_ = SheetFilesOf(result.values);
+    made_ = {result.files, result.sheets};
     error_ = Explain(result, sFile);
     return static_cast<std::int32_t>(result.error);
 }

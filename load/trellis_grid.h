@@ -66,7 +66,4 @@ class TrellisGrid {
     std::string error_;
 };
 
-/// The files and names that a conversion answered.
-SheetFiles SheetFilesOf(const ConversionMessage& answer);
-
 }  // namespace zorvane

@@ -100,13 +100,13 @@ ConversionResult NativeTrellisPage::Convert(const std::string& sFile, const std:
         return service_.Run(Job(sFile, sTarget, lFormat), observer_);
     Result<std::string> bytes = ReadWholeFile(sFile);
     if (!bytes.ok())
-        return {ReadError::CannotOpen, bytes.failure().reason, {}};
+        return FailedConversion(ReadError::CannotOpen, bytes.failure().reason);
     if (!IsReadHere(bytes.value(), sFile))
         return service_.Run(Job(sFile, sTarget, lFormat), observer_);
     const Status written = WriteWholeFile(
         sTarget, TextIn(std::move(bytes).value(), lFormat, platform_.locale->EncodingName()));
     if (!written.ok())
-        return {ReadError::CannotWrite, written.failure().reason, {}};
+        return FailedConversion(ReadError::CannotWrite, written.failure().reason);
     return {};
 }
 
@@ -129,7 +129,7 @@ ConversionResult NativeTrellisPage::SaveAsDocument(const std::string& sFile,
                                                    const std::string& sTarget) {
     const Result<std::string> rich = platform_.temp_files->NewName("save", "rtf");
     if (!rich.ok())
-        return {ReadError::CannotWrite, rich.failure().reason, {}};
+        return FailedConversion(ReadError::CannotWrite, rich.failure().reason);
     ConversionResult result = Convert(sFile, rich.value(), WordFormat::RichText);
     if (result.ok())
         result = service_.ConvertByOffice(rich.value(), {}, sTarget, "doc", observer_);

@@ -49,8 +49,7 @@ std::int32_t TrellisPort::GetNumberOfPages() {
     const ConversionResult result = service_.Run(Job("pdfpages"), observer_);
     if (const std::int32_t code = Take(result); code != 0)
         return code;
-    const auto pages = static_cast<std::int32_t>(NumberOf(result.values, "pages"));
-    return pages > 0 ? pages : kNoCatalog;
+    return result.pages > 0 ? result.pages : kNoCatalog;
 }
 
 std::int32_t TrellisPort::ConvertPDFToFile() {

@@ -1,5 +1,7 @@
 #include "common/platform/mapped_file.h"
 
+#include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -36,21 +38,35 @@ void MappedFile::Unmap() {
     address_ = nullptr;
 }
 
+// False for what cannot be mapped: an empty file, or one that is no regular one.
+bool MappedFile::Map(int descriptor) {
+    struct stat facts {};
+    if (fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode) || facts.st_size <= 0)
+        return false;
+    size_ = static_cast<std::size_t>(facts.st_size);
+    void* const address =
+        mmap(nullptr, size_, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descriptor, 0);
+    address_ = address == MAP_FAILED ? nullptr : address;
+    return address_ != nullptr;
+}
+
+Result<MappedFile> MappedFile::Of(int descriptor) {
+    MappedFile file;
+    struct stat facts {};
+    if (file.Map(descriptor))
+        return file;
+    if (fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_size == 0)
+        return file;
+    return Failure{std::string("it cannot be mapped: ") + std::strerror(errno)};
+}
+
 Result<MappedFile> MappedFile::Open(const std::string& path) {
     MappedFile file;
     const int descriptor = open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    struct stat facts {};
-    const bool mappable = descriptor >= 0 && fstat(descriptor, &facts) == 0 &&
-                          S_ISREG(facts.st_mode) && facts.st_size > 0;
-    if (mappable) {
-        file.size_ = static_cast<std::size_t>(facts.st_size);
-        void* const address =
-            mmap(nullptr, file.size_, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descriptor, 0);
-        file.address_ = address == MAP_FAILED ? nullptr : address;
-    }
+    const bool mapped = descriptor >= 0 && file.Map(descriptor);
     if (descriptor >= 0)
         close(descriptor);
-    if (file.address_ != nullptr)
+    if (mapped)
         return file;
     Result<std::string> bytes = ReadWholeFile(path);
     if (!bytes.ok())

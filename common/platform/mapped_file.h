@@ -20,6 +20,8 @@ class MappedFile {
     MappedFile& operator=(MappedFile&& other) noexcept;
 
     static Result<MappedFile> Open(const std::string& path);
+    /// The whole of an open regular file, which may be closed afterwards.
+    static Result<MappedFile> Of(int descriptor);
     std::string_view Bytes() const {
         return address_ == nullptr ? std::string_view(read_)
                                    : std::string_view(static_cast<const char*>(address_), size_);
@@ -27,6 +29,7 @@ class MappedFile {
 
   private:
     void Unmap();
+    bool Map(int descriptor);
 
     void* address_ = nullptr;  // of the mapping; nothing: the bytes were read
     std::size_t size_ = 0;

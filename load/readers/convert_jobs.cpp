@@ -1,13 +1,10 @@
 #include "load/readers/convert_jobs.h"
 
-#include <filesystem>
 #include <utility>
 
-#include "common/platform/files.h"
-#include "common/platform/mapped_file.h"
-#include "common/platform/native_path.h"
 #include "load/csv_operations.h"
 #include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/sheet_progress.h"
 #include "load/readers/sheets/workbook.h"
 #include "load/readers/slides/slide_reader.h"
 #include "load/readers/word_job.h"
@@ -17,15 +14,6 @@ namespace {
 
 std::int32_t SmallNumber(const ConversionMessage& job, const std::string& key) {
     return static_cast<std::int32_t>(NumberOf(job, key));
-}
-
-ReadEnd WriteTarget(const std::string& target, std::string_view bytes) {
-    const Status written = WriteWholeFile(target, bytes);
-    if (written.ok())
-        return ReadEnd::Ok();
-    std::error_code ignored;
-    std::filesystem::remove(NativePath(target), ignored);
-    return ReadEnd::Fault(ReadError::CannotWrite, written.failure().reason);
 }
 
 std::unique_ptr<DocumentSink> SinkFor(const ConversionMessage& job) {
@@ -41,10 +29,10 @@ std::unique_ptr<DocumentSink> SinkFor(const ConversionMessage& job) {
 }
 
 ReadEnd WordTo(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
-               ConversionMessage& answer) {
+               JobOutput& output) {
     const auto sink = SinkFor(job);
-    ReadEnd end = ReadWordDocument(bytes, job, *sink, monitor, answer);
-    return end.ok() ? WriteTarget(std::string(TextOf(job, "target")), sink->Finish()) : end;
+    ReadEnd end = ReadWordDocument(bytes, job, *sink, monitor, output.answer);
+    return end.ok() ? output.Add(sink->Finish()) : end;
 }
 
 PdfPasswords PasswordsOf(const ConversionMessage& job) {
@@ -55,15 +43,17 @@ PdfPages PagesOf(const ConversionMessage& job) {
     return {SmallNumber(job, "first"), SmallNumber(job, "last")};
 }
 
-ReadEnd PdfToText(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor) {
+ReadEnd PdfToText(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
+                  JobOutput& output) {
     std::string text;
     constexpr double kTenths = 10.0;
     ReadEnd end = ReadPdfText(bytes, PasswordsOf(job), PagesOf(job),
                               static_cast<double>(NumberOf(job, "delta")) / kTenths, text, monitor);
-    return end.ok() ? WriteTarget(std::string(TextOf(job, "target")), text) : end;
+    return end.ok() ? output.Add(text) : end;
 }
 
-ReadEnd PdfToRich(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor) {
+ReadEnd PdfToRich(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
+                  JobOutput& output) {
     PdfRichOptions options;
     options.lBCLConversionMethod = SmallNumber(job, "lBCLConversionMethod");
     options.lBCLDocumentType = SmallNumber(job, "lBCLDocumentType");
@@ -76,7 +66,7 @@ ReadEnd PdfToRich(std::string_view bytes, const ConversionMessage& job, ReadMoni
     options.bConnectHyphens = IsSet(job, "bConnectHyphens");
     const auto sink = MakeRtfSink();
     ReadEnd end = ReadPdfRich(bytes, PasswordsOf(job), PagesOf(job), options, *sink, monitor);
-    return end.ok() ? WriteTarget(std::string(TextOf(job, "target")), sink->Finish()) : end;
+    return end.ok() ? output.Add(sink->Finish()) : end;
 }
 
 ReadEnd PdfCount(std::string_view bytes, const ConversionMessage& job, ConversionMessage& answer) {
@@ -87,7 +77,7 @@ ReadEnd PdfCount(std::string_view bytes, const ConversionMessage& job, Conversio
 }
 
 ReadEnd SlidesTo(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
-                 ConversionMessage& answer) {
+                 JobOutput& output) {
     SlideOptions options;
     options.first = SmallNumber(job, "first");
     options.last = SmallNumber(job, "last");
@@ -95,8 +85,8 @@ ReadEnd SlidesTo(std::string_view bytes, const ConversionMessage& job, ReadMonit
     options.notes = IsSet(job, "notes");
     options.notes_only = IsSet(job, "notesonly");
     const auto sink = SinkFor(job);
-    ReadEnd end = ReadSlideDocument(bytes, job, options, *sink, monitor, answer);
-    return end.ok() ? WriteTarget(std::string(TextOf(job, "target")), sink->Finish()) : end;
+    ReadEnd end = ReadSlideDocument(bytes, job, options, *sink, monitor, output.answer);
+    return end.ok() ? output.Add(sink->Finish()) : end;
 }
 
 std::vector<std::string> NamesOf(const Workbook& book) {
@@ -114,8 +104,22 @@ std::vector<std::size_t> ChosenSheets(const Workbook& book, std::string_view lis
     return chosen;
 }
 
+// One more sheet than an answer may hold would be no answer.
+ReadEnd CheckSheetCount(std::size_t count) {
+    return count <= kMostSheets
+               ? ReadEnd::Ok()
+               : ReadEnd::Fault(ReadError::TooLarge,
+                                "more than " + std::to_string(kMostSheets) + " sheets");
+}
+
+void TellSheet(std::size_t number, const SheetInfo& sheet, ConversionMessage& answer) {
+    // What does not fit a message is no name that anybody could read.
+    answer["sheet" + std::to_string(number)] = sheet.name.substr(0, kMostTextBytes + 1);
+    answer["sheets"] = std::to_string(number);
+}
+
 ReadEnd SheetTo(Workbook& book, std::size_t index, const ConversionMessage& job,
-                const std::string& target, ReadMonitor& monitor) {
+                ReadMonitor& monitor, JobOutput& output) {
     const SheetOptions options{IsSet(job, "formulas"), IsSet(job, "values")};
     std::string text;
     CsvWriter writer(text);
@@ -128,66 +132,63 @@ ReadEnd SheetTo(Workbook& book, std::size_t index, const ConversionMessage& job,
             return true;
         },
         monitor);
-    return end.ok() ? WriteTarget(target, text) : end;
+    return end.ok() ? output.Add(text) : end;
 }
 
 ReadEnd SheetsTo(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
-                 ConversionMessage& answer) {
+                 JobOutput& output) {
     std::unique_ptr<Workbook> book;
-    if (ReadEnd end = OpenSheets(bytes, job, book, answer); !end.ok())
+    if (ReadEnd end = OpenSheets(bytes, job, book, output.answer); !end.ok())
         return end;
-    const std::string target(TextOf(job, "target"));
     const std::vector<std::size_t> chosen = ChosenSheets(*book, TextOf(job, "sheets"));
     if (chosen.empty())
         return ReadEnd::Fault(ReadError::WrongFormat, "no sheet is called or numbered " +
                                                           std::string(TextOf(job, "sheets")));
+    if (ReadEnd end = CheckSheetCount(chosen.size()); !end.ok())
+        return end;
+    SheetProgress progress(monitor, chosen.size());
     std::size_t count = 0;
     for (const std::size_t index : chosen) {
-        const std::string number = std::to_string(++count);
-        const std::string file = count == 1 ? target : target + "_" + number;
-        if (ReadEnd end = SheetTo(*book, index, job, file, monitor); !end.ok())
+        progress.BeginNext();
+        if (ReadEnd end = SheetTo(*book, index, job, progress, output); !end.ok())
             return end;
-        answer["file" + number] = file;
-        answer["sheet" + number] = book->Sheets()[index].name;
+        TellSheet(++count, book->Sheets()[index], output.answer);
     }
-    answer["files"] = std::to_string(count);
     return ReadEnd::Ok();
 }
 
-ReadEnd SheetNames(std::string_view bytes, const ConversionMessage& job,
-                   ConversionMessage& answer) {
+ReadEnd SheetNames(std::string_view bytes, const ConversionMessage& job, JobOutput& output) {
     std::unique_ptr<Workbook> book;
-    if (ReadEnd end = OpenSheets(bytes, job, book, answer); !end.ok())
+    if (ReadEnd end = OpenSheets(bytes, job, book, output.answer); !end.ok())
         return end;
+    if (ReadEnd end = CheckSheetCount(book->Sheets().size()); !end.ok())
+        return end;
+    output.answer["sheets"] = "0";
     std::size_t count = 0;
     for (const SheetInfo& sheet : book->Sheets())
-        answer["sheet" + std::to_string(++count)] = sheet.name;
-    answer["sheets"] = std::to_string(count);
+        TellSheet(++count, sheet, output.answer);
     return ReadEnd::Ok();
 }
 
 }  // namespace
 
-ReadEnd RunJob(const ConversionMessage& job, ReadMonitor& monitor, ConversionMessage& answer) {
-    const Result<MappedFile> file = MappedFile::Open(std::string(TextOf(job, "source")));
-    if (!file.ok())
-        return ReadEnd::Fault(ReadError::CannotOpen, file.failure().reason);
-    const std::string_view bytes = file.value().Bytes();
+ReadEnd RunJob(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
+               JobOutput& output) {
     const std::string_view kind = TextOf(job, "kind");
     if (kind == "word")
-        return WordTo(bytes, job, monitor, answer);
+        return WordTo(bytes, job, monitor, output);
     if (kind == "pdftext")
-        return PdfToText(bytes, job, monitor);
+        return PdfToText(bytes, job, monitor, output);
     if (kind == "pdfrich")
-        return PdfToRich(bytes, job, monitor);
+        return PdfToRich(bytes, job, monitor, output);
     if (kind == "pdfpages")
-        return PdfCount(bytes, job, answer);
+        return PdfCount(bytes, job, output.answer);
     if (kind == "slides")
-        return SlidesTo(bytes, job, monitor, answer);
+        return SlidesTo(bytes, job, monitor, output);
     if (kind == "sheets")
-        return SheetsTo(bytes, job, monitor, answer);
+        return SheetsTo(bytes, job, monitor, output);
     if (kind == "sheetnames")
-        return SheetNames(bytes, job, answer);
+        return SheetNames(bytes, job, output);
     return ReadEnd::Fault(ReadError::Unsupported, "no such request: " + std::string(kind));
 }
 

@@ -1,68 +1,32 @@
-// zorvane-convert: reads requests from the socket at standard input, carries out one after another,
-// answers there. It holds all foreign libraries, so that nothing in a document can touch the
-// program itself.
-#include <array>
+// zorvane-convert: reads one document that it is handed open, and ends. It holds all foreign
+// libraries, so that nothing in a document can touch the program itself.
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <malloc.h>
 #include <new>
-#include <poll.h>
+#include <openssl/crypto.h>
 #include <string_view>
-#include <sys/socket.h>
 #include <unistd.h>
 
+#include "common/platform/mapped_file.h"
 #include "load/conversion_message.h"
+#include "load/office_place.h"
 #include "load/readers/convert_jobs.h"
 #include "load/readers/office/office_worker.h"
-#include "load/readers/sandbox.h"
+#include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/request_channel.h"
+#include "load/readers/sandbox/open_tables.h"
+#include "load/readers/sandbox/sandbox.h"
 
 namespace {
 
 using namespace zorvane;
 
-class Channel {
-  public:
-    /// Nothing at the end of the requests.
-    std::optional<ConversionMessage> Next() {
-        while (true) {
-            if (std::optional<ConversionMessage> message = reader_.Next())
-                return message;
-            if (reader_.Broken() || !Fill())
-                return std::nullopt;
-        }
-    }
-    void Send(const ConversionMessage& message) {
-        const std::string bytes = EncodeMessage(message);
-        if (send(STDIN_FILENO, bytes.data(), bytes.size(), MSG_NOSIGNAL) < 0)
-            std::_Exit(EXIT_FAILURE);  // nobody waits for an answer any more
-    }
-    bool CancelAsked() {
-        pollfd place{STDIN_FILENO, POLLIN, 0};
-        while (poll(&place, 1, 0) > 0) {
-            if (!Fill())
-                std::_Exit(EXIT_FAILURE);
-            if (const auto message = reader_.Next(); message && message->contains("cancel"))
-                return true;
-        }
-        return false;
-    }
-
-  private:
-    bool Fill() {
-        std::array<char, 65536> bytes{};
-        const ssize_t got = recv(STDIN_FILENO, bytes.data(), bytes.size(), 0);
-        if (got > 0)
-            reader_.Feed({bytes.data(), static_cast<std::size_t>(got)});
-        return got > 0;
-    }
-
-    MessageReader reader_;
-};
-
 // Progress goes out a few times a second; more would cost time and tell nobody anything.
 class ChannelMonitor : public ReadMonitor {
   public:
-    explicit ChannelMonitor(Channel& channel) : channel_(channel) {}
+    explicit ChannelMonitor(RequestChannel& channel) : channel_(channel) {}
     bool Progress(std::int64_t done, std::int64_t total) override {
         const auto now = std::chrono::steady_clock::now();
         if (now - last_ < std::chrono::milliseconds(50))
@@ -70,19 +34,32 @@ class ChannelMonitor : public ReadMonitor {
         last_ = now;
         cancelled_ = cancelled_ || channel_.CancelAsked();
         if (!cancelled_)
-            channel_.Send({{"progress", std::to_string(total > 0 ? done * 100 / total : 0)}});
+            Tell(total > 0 ? std::clamp<double>(
+                                 static_cast<double>(done) / static_cast<double>(total), 0, 1)
+                           : 0);
         return !cancelled_;
     }
 
   private:
-    Channel& channel_;
+    void Tell(double share) {
+        const auto progress = static_cast<std::int64_t>(share * kWholeProgress);
+        if (progress <= told_)
+            return;
+        told_ = progress;
+        if (!channel_.Send({{"progress", std::to_string(progress)}}))
+            _exit(EXIT_FAILURE);  // nobody waits for an answer any more
+    }
+
+    RequestChannel& channel_;
     std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
+    std::int64_t told_ = -1;
     bool cancelled_ = false;
 };
 
-ReadEnd RunGuarded(const ConversionMessage& job, ReadMonitor& monitor, ConversionMessage& answer) {
+ReadEnd RunGuarded(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
+                   JobOutput& output) {
     try {
-        return RunJob(job, monitor, answer);
+        return RunJob(bytes, job, monitor, output);
     } catch (const std::bad_alloc&) {
         return ReadEnd::Fault(ReadError::TooLarge, "the document needs more memory than allowed");
     } catch (const std::exception& error) {
@@ -90,36 +67,69 @@ ReadEnd RunGuarded(const ConversionMessage& job, ReadMonitor& monitor, Conversio
     }
 }
 
-// The office suite starts programs of its own, so only the network is closed to it.
-int ServeOffice() {
-    DieWithParent();
-    if (!ForbidNetwork())
+// What a library would load when it is wanted: nothing can be loaded later.
+void LoadInAdvance(std::string_view bytes, std::string_view kind, OpenTables& tables) {
+    // No file of the system's has a say in how a document is opened.
+    OPENSSL_init_crypto(OPENSSL_INIT_NO_LOAD_CONFIG, nullptr);
+    if (kind.starts_with("pdf") || LooksLikePdf(bytes))
+        static_cast<void>(PreparePdf(tables));  // told again when it is read
+}
+
+ProcessLimits LimitsOf(const ConversionMessage& job, int highest_file) {
+    const auto number = [&job](const char* key) {
+        return static_cast<std::uint64_t>(std::max<std::int64_t>(NumberOf(job, key), 0));
+    };
+    return {number("memory"), number("filebytes"), number("seconds"), highest_file};
+}
+
+// Only behind the last step is the first byte of the document looked into.
+ReadEnd Carry(Request& request, bool in_sandbox, ReadMonitor& monitor, JobOutput& output) {
+    const Result<MappedFile> document = MappedFile::Of(request.document.Get());
+    if (!document.ok())
+        return ReadEnd::Fault(ReadError::CannotOpen, document.failure().reason);
+    request.document.Close();
+    static OpenTables tables;  // lives as long as the process
+    LoadInAdvance(document.value().Bytes(), TextOf(request.message, "kind"), tables);
+    SetLimits(LimitsOf(request.message, std::max(tables.HighestFile(), request.answer.Get())));
+    if (in_sandbox) {
+        if (const Status closed = EnterReaderSandbox(tables); !closed.ok())
+            return ReadEnd::Fault(ReadError::NoSandbox, closed.failure().reason);
+    }
+    return RunGuarded(document.value().Bytes(), request.message, monitor, output);
+}
+
+int ServeReader(bool in_sandbox) {
+    mallopt(M_ARENA_MAX, 1);
+    if (!CloseToOthers())
         return EXIT_FAILURE;
-    _exit(RunOfficeWorker(STDIN_FILENO, STDIN_FILENO));
+    RequestChannel channel(STDIN_FILENO);
+    std::optional<Request> request = channel.Next();
+    if (!request)
+        return EXIT_FAILURE;
+    ChannelMonitor monitor(channel);
+    JobOutput output(request->answer.Get());
+    const ReadEnd end = Carry(*request, in_sandbox, monitor, output);
+    output.answer["error"] = std::to_string(static_cast<std::int32_t>(end.error));
+    output.answer["detail"] = end.detail.substr(0, kMostTextBytes + 1);
+    return channel.Send(output.answer) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int ServeOffice(const OfficeWork& work) {
+    if (!CloseToOthers())
+        return EXIT_FAILURE;
+    return RunOfficeWorker(STDIN_FILENO, work);
 }
 
 }  // namespace
 
+// "--reader" or "--no-sandbox"; or "--office", the profile folder, the suite's program folder, its
+// start program, 1 when its library is to be loaded, and one of the first two.
 int main(int count, char** values) {
-    if (count > 1 && std::string_view(values[1]) == "--office")
-        return ServeOffice();
-    mallopt(M_ARENA_MAX, 1);
-    DieWithParent();
-    Channel channel;
-    std::optional<ConversionMessage> job = channel.Next();
-    if (!job)
-        return EXIT_FAILURE;
-    // Best effort: where the system knows no such filter, the bounds of the readers have to do.
-    static_cast<void>(ForbidNetwork() && ForbidPrograms());
-    for (; job; job = channel.Next()) {
-        if (const std::int64_t memory = NumberOf(*job, "memory"); memory > 0)
-            LimitMemory(static_cast<std::size_t>(memory));
-        ConversionMessage answer;
-        ChannelMonitor monitor(channel);
-        const ReadEnd end = RunGuarded(*job, monitor, answer);
-        answer["error"] = std::to_string(static_cast<std::int32_t>(end.error));
-        answer["detail"] = end.detail;
-        channel.Send(answer);
-    }
-    return EXIT_SUCCESS;
+    constexpr std::string_view kOpen = "--no-sandbox";
+    constexpr int kOfficeArguments = 7;
+    const std::string_view mode = count > 1 ? values[1] : "";
+    if (mode == "--office" && count == kOfficeArguments)
+        _exit(ServeOffice(
+            {OfficeAt(values[3], values[4], *values[5] == '1'), values[2], values[6] != kOpen}));
+    _exit(ServeReader(mode != kOpen));
 }

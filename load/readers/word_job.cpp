@@ -1,5 +1,6 @@
 #include "load/readers/word_job.h"
 
+#include <algorithm>
 #include <string>
 
 #include "common/base/text_encoding.h"
@@ -7,6 +8,7 @@
 #include "load/readers/content_kind.h"
 #include "load/readers/crypto/decrypt.h"
 #include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/sheet_progress.h"
 #include "load/readers/word/word_readers.h"
 
 namespace zorvane {
@@ -30,7 +32,9 @@ ReadEnd ReadPdf(std::string_view bytes, const std::string& password, DocumentSin
 
 // Every sheet that is seen, a row a paragraph.
 ReadEnd ReadAllSheets(Workbook& book, DocumentSink& sink, ReadMonitor& monitor) {
+    SheetProgress progress(monitor, std::max<std::size_t>(book.Sheets().size(), 1));
     for (std::size_t index = 0; index < book.Sheets().size(); ++index) {
+        progress.BeginNext();
         if (book.Sheets()[index].hidden)
             continue;
         const auto row = [&sink](const std::vector<std::string_view>& cells) {
@@ -42,7 +46,7 @@ ReadEnd ReadAllSheets(Workbook& book, DocumentSink& sink, ReadMonitor& monitor) 
             sink.EndParagraph();
             return true;
         };
-        if (ReadEnd end = book.ReadSheet(index, {}, row, monitor); !end.ok())
+        if (ReadEnd end = book.ReadSheet(index, {}, row, progress); !end.ok())
             return end;
     }
     return ReadEnd::Ok();

@@ -26,11 +26,11 @@ class LoadOptionsTest : public testing::Test {
 
 TEST(TextCommand, IsReadFromItsLine) {
     const CommandLineOutcome outcome = ParseUnixCommandLine(
-        {"text",        "a.pdf",    "--rtf",      "-o",       "a.rtf",   "--plain",
-         "--password",  "p",        "--sheets",   "1,B",      "--rows",  "2-",
-         "--columns",   "3",        "--formulas", "--source", "--pages", "2-5",
-         "--pdf-quick", "--slides", "3",          "--notes",  "--set",   "lPadLength=4",
-         "--log",       "l"});
+        {"text",        "a.pdf",    "--rtf",       "-o",       "a.rtf",   "--plain",
+         "--password",  "p",        "--sheets",    "1,B",      "--rows",  "2-",
+         "--columns",   "3",        "--formulas",  "--source", "--pages", "2-5",
+         "--pdf-quick", "--slides", "3",           "--notes",  "--set",   "lPadLength=4",
+         "--log",       "l",        "--no-sandbox"});
     ASSERT_TRUE(outcome.text.has_value()) << outcome.error;
     EXPECT_FALSE(outcome.compare.has_value());
     const TextCommand& command = *outcome.text;
@@ -48,6 +48,7 @@ TEST(TextCommand, IsReadFromItsLine) {
     expected.slides = "3";
     expected.settings = {{"lPadLength", "4"}};
     expected.log_file = "l";
+    expected.no_sandbox = true;
     EXPECT_EQ(command.load, expected);
     EXPECT_NE(ParseUnixCommandLine({"text"}).error.find("zorvane text --help"), std::string::npos);
     EXPECT_NE(ParseUnixCommandLine({"text", "--help"}).output.find("textconv"), std::string::npos);

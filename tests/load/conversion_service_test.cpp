@@ -1,5 +1,10 @@
 #include "load/conversion_service.h"
 
+#include <array>
+#include <fstream>
+#include <sys/stat.h>
+#include <thread>
+
 #include <gtest/gtest.h>
 
 #include "tests/support/loader_fixture.h"
@@ -19,10 +24,10 @@ class ConversionServiceTest : public LoaderFixture {
 };
 
 TEST_F(ConversionServiceTest, ExplainsEveryErrorWithTheFile) {
-    for (std::int32_t code = 1; code <= static_cast<std::int32_t>(ReadError::TimedOut); ++code) {
+    for (std::int32_t code = 1; code <= static_cast<std::int32_t>(ReadError::NoSandbox); ++code) {
         SCOPED_TRACE(code);
         const auto error = static_cast<ReadError>(code);
-        const std::string text = Explain({error, "detail\nmore", {}}, "a.docx");
+        const std::string text = Explain(FailedConversion(error, "detail\nmore"), "a.docx");
         EXPECT_TRUE(text.starts_with("a.docx: ")) << text;
         EXPECT_EQ(text.find('\n'), std::string::npos) << "one line";
         EXPECT_EQ(text.find("detail") != std::string::npos, error != ReadError::PasswordNeeded);
@@ -51,25 +56,58 @@ TEST_F(ConversionServiceTest, ACancelEndsAtOnce) {
     EXPECT_FALSE(std::filesystem::exists(std::string(TextOf(job, "target"))));
 }
 
+// Sent by hand, without the service that runs one at a time.
 TEST_F(ConversionServiceTest, SeveralFilesConvertAtOnce) {
-    constexpr int kFiles = 4;
-    std::vector<ConversionMessage> jobs;
-    for (int i = 0; i < kFiles; ++i)
-        jobs.push_back(Job(std::to_string(i) + ".html", "<p>page " + std::to_string(i) + "</p>"));
+    constexpr std::size_t kFiles = 4;
+    std::vector<AnswerFile> answers(kFiles);
     std::vector<ConverterProcess> processes(kFiles);
-    for (int i = 0; i < kFiles; ++i) {
-        jobs[static_cast<std::size_t>(i)]["name"] = "a.html";
-        ASSERT_TRUE(processes[static_cast<std::size_t>(i)].Start(ZORVANE_CONVERTER, {}));
-        processes[static_cast<std::size_t>(i)].Send(jobs[static_cast<std::size_t>(i)]);
+    for (std::size_t i = 0; i < kFiles; ++i) {
+        const std::string source = system_.folder.Write(std::to_string(i) + ".html",
+                                                        "<p>page " + std::to_string(i) + "</p>");
+        const Result<FileDescriptor> document = OpenDocument(source, system_.folder.Path());
+        Result<AnswerFile> answer = AnswerFile::Make(system_.folder.Path());
+        ASSERT_TRUE(document.ok() && answer.ok());
+        answers[i] = std::move(answer).value();
+        ASSERT_TRUE(processes[i].Start(ZORVANE_CONVERTER, {}));
+        processes[i].Send({{"kind", "word"},
+                           {"name", "a.html"},
+                           {"format", "2"},
+                           {"memory", "500000000"},
+                           {"filebytes", "1000000"},
+                           {"seconds", "30"}},
+                          std::array{document.value().Get(), answers[i].Descriptor()});
     }
-    for (int i = 0; i < kFiles; ++i) {
-        const ConversionAnswer answer =
-            processes[static_cast<std::size_t>(i)].Wait(std::chrono::seconds(30), {});
-        EXPECT_EQ(answer.end, ConversionEnd::Answered);
-        EXPECT_EQ(NumberOf(answer.values, "error"), 0);
-        EXPECT_EQ(system_.folder.Read(std::to_string(i) + ".html.out"),
-                  "page " + std::to_string(i) + "\r\n");
+    for (std::size_t i = 0; i < kFiles; ++i) {
+        const ConversionAnswer answer = processes[i].Wait({std::chrono::seconds(30)}, {});
+        ASSERT_EQ(answer.end, ConversionEnd::Answered);
+        const ConversionResult result =
+            CheckedAnswer(answer.values, AnswerShape::OneDocument, answers[i].Size());
+        ASSERT_EQ(result.parts.size(), 1u);
+        EXPECT_TRUE(answers[i].CopyTo(result.parts[0], system_.folder.Path("out")).ok());
+        EXPECT_EQ(system_.folder.Read("out"), "page " + std::to_string(i) + "\r\n");
     }
+}
+
+TEST_F(ConversionServiceTest, AProcessReadsOneDocumentAndEnds) {
+    ConverterProcess process;
+    ASSERT_TRUE(process.Start(ZORVANE_CONVERTER, {}));
+    process.Send({{"kind", "nonsense"}});
+    EXPECT_EQ(process.Wait({std::chrono::seconds(30)}, {}).end, ConversionEnd::Crashed)
+        << "a request brings its files";
+    ConversionMessage job = Job("a.html", "<p>x</p>");
+    job["kind"] = "nonsense";
+    EXPECT_EQ(service_.Run(job, {}).error, ReadError::Unsupported);
+}
+
+TEST_F(ConversionServiceTest, APipeIsReadToItsEnd) {
+    const std::string pipe = system_.folder.Path("pipe.html");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::thread writer([&pipe] { std::ofstream(pipe) << "<p>from a pipe</p>"; });
+    ConversionMessage job = Job("a.html", "");
+    job["source"] = pipe;
+    EXPECT_TRUE(service_.Run(job, {}).ok());
+    writer.join();
+    EXPECT_EQ(system_.folder.Read("a.html.out"), "from a pipe\r\n");
 }
 
 TEST_F(ConversionServiceTest, ARequestThatWasExpectedIsUnderWayAlready) {
@@ -83,19 +121,6 @@ TEST_F(ConversionServiceTest, ARequestThatWasExpectedIsUnderWayAlready) {
     EXPECT_TRUE(service_.Run(job, {}).ok()) << "no second start is needed";
     EXPECT_EQ(system_.folder.Read("a.html.out"), "text\r\n");
     EXPECT_EQ(service_.Run(job, {}).error, ReadError::NotStarted) << "it is expected once";
-}
-
-TEST_F(ConversionServiceTest, OneProcessServesRequestAfterRequest) {
-    ConverterProcess process;
-    ASSERT_TRUE(process.Start(ZORVANE_CONVERTER, {}));
-    for (const char* name : {"a.html", "b.html"}) {
-        process.Send(Job(name, "<p>" + std::string(name) + "</p>"));
-        EXPECT_EQ(process.Wait(std::chrono::seconds(30), {}).end, ConversionEnd::Answered);
-        EXPECT_EQ(system_.folder.Read(std::string(name) + ".out"), std::string(name) + "\r\n");
-    }
-    process.Send({{"kind", "nonsense"}, {"source", system_.folder.Path("a.html")}});
-    const ConversionAnswer answer = process.Wait(std::chrono::seconds(30), {});
-    EXPECT_EQ(static_cast<ReadError>(NumberOf(answer.values, "error")), ReadError::Unsupported);
 }
 
 TEST_F(ConversionServiceTest, WithoutAnOfficeSuiteItsFormatsAreRefused) {

@@ -15,6 +15,14 @@ namespace zorvane {
 /// such limit of its own: whoever runs the process ends it.
 inline constexpr std::chrono::milliseconds kOfficeTimeLimit{120'000};
 
+struct OfficeTask {
+    int document = -1;     ///< open for reading, borrowed
+    int answer = -1;       ///< open for writing and empty, borrowed
+    std::string name;      ///< of the document, which it may show
+    std::string password;  ///< empty: none
+    std::string format;    ///< "docx", "xlsx", "pptx", "odt", "doc", "rtf", ...
+};
+
 /// Converts files in this process (through the suite's own library) or through a child. Starting
 /// the suite is done by the first conversion and costs seconds; later ones are quick.
 class OfficeSession {
@@ -24,12 +32,10 @@ class OfficeSession {
         const OfficePlace& place, const std::string& profile_folder,
         std::chrono::milliseconds child_time_limit = kOfficeTimeLimit);
     virtual ~OfficeSession() = default;
-    /// `format`: "docx", "xlsx", "pptx", "odt", "doc", "rtf", ... An empty password is none.
-    /// `CannotOpen`, `PasswordNeeded`, `Damaged` (the suite could not read it), `WrongFormat` (it
-    /// reads it as a kind of document that cannot become `format`), `CannotWrite`, `NeedsOffice`
-    /// (the part of the suite for `format` is missing), `Unsupported` (no such `format`).
-    virtual ReadEnd Convert(const std::string& source, const std::string& password,
-                            const std::string& target, const std::string& format) = 0;
+    /// `PasswordNeeded`, `Damaged` (the suite could not read it), `WrongFormat` (it reads it as a
+    /// kind of document that cannot become the format), `CannotWrite`, `NeedsOffice` (the part of
+    /// the suite for the format is missing), `Unsupported` (no such format).
+    virtual ReadEnd Convert(const OfficeTask& task) = 0;
 };
 
 }  // namespace zorvane

@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstring>
 #include <fstream>
-#include <unistd.h>
 
 #include "common/base/text_encoding.h"
+#include "common/platform/files.h"
+#include "common/platform/mapped_file.h"
+#include "load/readers/request_channel.h"
 
 namespace zorvane {
 namespace {
@@ -143,37 +147,33 @@ bool OfficeFolder::Prepare() const {
     return file.good();
 }
 
-ReadEnd OfficeFolder::Offer(const std::string& source, std::string& path) const {
-    std::error_code error;
-    const fs::path absolute = fs::absolute(source, error);
-    if (error || !fs::is_regular_file(absolute, error) || access(absolute.c_str(), R_OK) != 0)
+ReadEnd OfficeFolder::Offer(const OfficeTask& task, std::string& path) const {
+    const Result<MappedFile> document = MappedFile::Of(task.document);
+    if (!document.ok())
         return ReadEnd::Fault(ReadError::CannotOpen, "The file cannot be opened.");
     // The suite shows an empty file as an empty document, whatever its kind.
-    if (fs::file_size(absolute, error) == 0 || error)
+    if (document.value().Bytes().empty())
         return ReadEnd::Fault(ReadError::Damaged, "The file is empty.");
     const fs::path incoming = path_ / "source";
     if (!MakeEmpty(incoming) || !MakeEmpty(ResultFolder()))
         return ReadEnd::Fault(ReadError::CannotWrite, "There is no temporary folder.");
-    const fs::path link = incoming / NameInside(absolute);
-    fs::create_symlink(absolute, link, error);
-    if (error)
-        return ReadEnd::Fault(ReadError::CannotWrite, "There is no temporary folder.");
-    path = link.string();
-    return ReadEnd::Ok();
+    path = incoming / NameInside(fs::path(task.name).filename());
+    const Status copied = WriteWholeFile(path, document.value().Bytes());
+    return copied.ok() ? ReadEnd::Ok()
+                       : ReadEnd::Fault(ReadError::CannotWrite, copied.failure().reason);
 }
 
-ReadEnd OfficeFolder::Deliver(const std::string& target) const {
+ReadEnd OfficeFolder::Deliver(const OfficeTask& task) const {
     std::error_code error;
     const fs::directory_iterator first(ResultFolder(), error);
     if (error || first == fs::directory_iterator{})
         return ReadEnd::Fault(ReadError::Damaged, "The office suite could not read it.");
-    const fs::path result = first->path();
-    fs::rename(result, target, error);
-    if (!error)
-        return ReadEnd::Ok();
-    // The target may lie on another file system.
-    const bool copied = fs::copy_file(result, target, fs::copy_options::overwrite_existing, error);
-    return copied ? ReadEnd::Ok() : ReadEnd::Fault(ReadError::CannotWrite, error.message());
+    const Result<MappedFile> result = MappedFile::Open(first->path());
+    if (!result.ok())
+        return ReadEnd::Fault(ReadError::CannotWrite, result.failure().reason);
+    return WriteBytes(task.answer, result.value().Bytes())
+               ? ReadEnd::Ok()
+               : ReadEnd::Fault(ReadError::CannotWrite, std::strerror(errno));
 }
 
 }  // namespace zorvane

@@ -39,10 +39,10 @@ class OfficeFolder {
     std::string Temporary() const { return path_ / "temporary"; }
     std::string ResultFolder() const { return path_ / "result"; }
 
-    /// Puts `source` in under its own name, which a document may show. `path` is where.
-    ReadEnd Offer(const std::string& source, std::string& path) const;
-    /// Moves the only file of the result folder to `target`.
-    ReadEnd Deliver(const std::string& target) const;
+    /// Copies the document in under its own name, which it may show. `path` is where.
+    ReadEnd Offer(const OfficeTask& task, std::string& path) const;
+    /// Copies the only file of the result folder out.
+    ReadEnd Deliver(const OfficeTask& task) const;
 
   private:
     std::filesystem::path path_;

@@ -83,8 +83,7 @@ class OfficeLibrary : public OfficeSession {
     OfficeLibrary(const OfficeLibrary&) = delete;
     OfficeLibrary& operator=(const OfficeLibrary&) = delete;
 
-    ReadEnd Convert(const std::string& source, const std::string& password,
-                    const std::string& target, const std::string& format) override;
+    ReadEnd Convert(const OfficeTask& task) override;
 
   private:
     bool Start();
@@ -165,16 +164,15 @@ ReadEnd OfficeLibrary::Save(KitDocument& document, const OfficeFormat& format) {
     return ReadEnd::Ok();
 }
 
-ReadEnd OfficeLibrary::Convert(const std::string& source, const std::string& password,
-                               const std::string& target, const std::string& format) {
-    const OfficeFormat* wanted = FindOfficeFormat(format);
+ReadEnd OfficeLibrary::Convert(const OfficeTask& task) {
+    const OfficeFormat* wanted = FindOfficeFormat(task.format);
     if (wanted == nullptr || !HasPartFor(place_, wanted->kind) || !Start())
-        return other_road_->Convert(source, password, target, format);
+        return other_road_->Convert(task);
     std::string path;
-    if (ReadEnd end = folder_.Offer(source, path); !end.ok())
+    if (ReadEnd end = folder_.Offer(task, path); !end.ok())
         return end;
     {
-        const OpenDocument document = Load(FileUrl(path), password);
+        const OpenDocument document = Load(FileUrl(path), task.password);
         if (!document && questions_ > 0)
             return ReadEnd::Fault(ReadError::PasswordNeeded);
         if (!document)
@@ -182,7 +180,7 @@ ReadEnd OfficeLibrary::Convert(const std::string& source, const std::string& pas
         if (ReadEnd end = Save(*document, *wanted); !end.ok())
             return end;
     }
-    return folder_.Deliver(target);
+    return folder_.Deliver(task);
 }
 
 }  // namespace

@@ -110,8 +110,7 @@ class OfficeProgram : public OfficeSession {
                   std::chrono::milliseconds time_limit)
         : place_(place), folder_(profile_folder), time_limit_(time_limit) {}
 
-    ReadEnd Convert(const std::string& source, const std::string& password,
-                    const std::string& target, const std::string& format) override;
+    ReadEnd Convert(const OfficeTask& task) override;
 
   private:
     ReadEnd Run(const std::string& path, const OfficeFormat& format) const;
@@ -174,9 +173,8 @@ ReadEnd OfficeProgram::Run(const std::string& path, const OfficeFormat& format) 
     }
 }
 
-ReadEnd OfficeProgram::Convert(const std::string& source, const std::string& /*password*/,
-                               const std::string& target, const std::string& format) {
-    const OfficeFormat* wanted = FindOfficeFormat(format);
+ReadEnd OfficeProgram::Convert(const OfficeTask& task) {
+    const OfficeFormat* wanted = FindOfficeFormat(task.format);
     if (wanted == nullptr)
         return ReadEnd::Fault(ReadError::Unsupported, "No such format to convert to.");
     if (!HasPartFor(place_, wanted->kind)) {
@@ -186,11 +184,11 @@ ReadEnd OfficeProgram::Convert(const std::string& source, const std::string& /*p
     if (!folder_.Prepare())
         return ReadEnd::Fault(ReadError::CannotWrite, "There is no temporary folder.");
     std::string path;
-    if (ReadEnd end = folder_.Offer(source, path); !end.ok())
+    if (ReadEnd end = folder_.Offer(task, path); !end.ok())
         return end;
     ReadEnd end = Run(path, *wanted);
     if (end.ok())
-        end = folder_.Deliver(target);
+        end = folder_.Deliver(task);
     // The program takes no password, and tells nobody that it wanted one.
     if (end.error == ReadError::Damaged && WantsPassword(path))
         return ReadEnd::Fault(ReadError::PasswordNeeded);

@@ -1,25 +1,24 @@
 #include "load/readers/office/office_worker.h"
 
-#include <array>
-#include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
-#include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "load/conversion_message.h"
 #include "load/readers/office/office.h"
-#include "load/readers/sandbox.h"
+#include "load/readers/request_channel.h"
+#include "load/readers/sandbox/sandbox.h"
 
 namespace zorvane {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr std::size_t kMostMemory = std::size_t{2} << 30;
+constexpr std::uint64_t kMostMemory = std::uint64_t{2} << 30;
+constexpr std::uint64_t kMostAnswer = std::uint64_t{1} << 30;
+// Of a worker's whole life; who waits for one document has less patience.
+constexpr std::uint64_t kMostSeconds = 3600;
 
 /// Above the standard streams, and out of reach of what the suite starts.
 int MoveUp(int file) {
@@ -34,106 +33,80 @@ void SilenceStandardStreams() {
     close(nothing);
 }
 
-bool WriteAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
+bool Reply(const RequestChannel& channel, int file, const ReadEnd& end) {
+    ConversionMessage answer{{"error", std::to_string(static_cast<std::int32_t>(end.error))},
+                             {"detail", end.detail.substr(0, kMostTextBytes + 1)}};
+    struct stat facts {};
+    if (end.ok() && fstat(file, &facts) == 0)
+        answer["part1"] = "0 " + std::to_string(facts.st_size);
+    return channel.Send(answer);
 }
 
-class OfficeWorker {
-  public:
-    OfficeWorker() = default;
-    ~OfficeWorker() {
-        session_.reset();
-        std::error_code error;
-        if (!own_folder_.empty())
-            fs::remove_all(own_folder_, error);
-    }
-    OfficeWorker(const OfficeWorker&) = delete;
-    OfficeWorker& operator=(const OfficeWorker&) = delete;
-
-    ReadEnd Serve(const ConversionMessage& request);
-
-  private:
-    ReadEnd Open(std::string profile);
-
-    std::unique_ptr<OfficeSession> session_;
-    std::string own_folder_;
-};
-
-ReadEnd OfficeWorker::Open(std::string profile) {
-    const std::optional<OfficePlace> place = FindOffice();
-    if (!place)
-        return ReadEnd::Fault(ReadError::NeedsOffice, "No office suite was found.");
-    if (profile.empty()) {
-        std::error_code error;
-        own_folder_ = fs::temp_directory_path(error) / "zorvane-office-XXXXXX";
-        if (mkdtemp(own_folder_.data()) == nullptr) {
-            own_folder_.clear();
-            return ReadEnd::Fault(ReadError::CannotWrite, "There is no temporary folder.");
-        }
-        profile = own_folder_;
-    }
-    session_ = OfficeSession::Make(*place, profile);
-    return ReadEnd::Ok();
+// `closed`: how the closing in went; nothing is read where it failed.
+ReadEnd Serve(const Request& request, const Status& closed, OfficeSession& session) {
+    if (!closed.ok())
+        return ReadEnd::Fault(ReadError::NoSandbox, closed.failure().reason);
+    const ConversionMessage& message = request.message;
+    return session.Convert(
+        {request.document.Get(), request.answer.Get(), std::string(TextOf(message, "name")),
+         std::string(TextOf(message, "password")), std::string(TextOf(message, "format"))});
 }
 
-ReadEnd OfficeWorker::Serve(const ConversionMessage& request) {
-    if (session_ == nullptr) {
-        if (ReadEnd end = Open(std::string(TextOf(request, "profile"))); !end.ok())
-            return end;
-    }
-    return session_->Convert(
-        std::string(TextOf(request, "source")), std::string(TextOf(request, "password")),
-        std::string(TextOf(request, "target")), std::string(TextOf(request, "format")));
-}
-
-bool Reply(int file, const ReadEnd& end) {
-    return WriteAll(file,
-                    EncodeMessage({{"error", std::to_string(static_cast<std::int32_t>(end.error))},
-                                   {"detail", end.detail}}));
-}
-
-int ServeAll(int request_file, int reply_file) {
-    OfficeWorker worker;
-    MessageReader reader;
-    std::array<char, 4096> bytes{};
-    for (;;) {
-        const ssize_t count = read(request_file, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return count == 0 ? 0 : 1;
-        reader.Feed({bytes.data(), static_cast<std::size_t>(count)});
-        while (const std::optional<ConversionMessage> request = reader.Next()) {
-            if (!Reply(reply_file, worker.Serve(*request)))
-                return 1;
-        }
-        if (reader.Broken())
+int ServeAll(int socket, const Status& closed, OfficeSession& session) {
+    RequestChannel channel(socket);
+    while (const std::optional<Request> request = channel.Next()) {
+        if (!Reply(channel, request->answer.Get(), Serve(*request, closed, session)))
             return 1;
     }
+    return channel.EndedWell() ? 0 : 1;
+}
+
+Status CloseIn(const OfficeWork& work) {
+    std::error_code error;
+    std::filesystem::create_directories(work.profile, error);
+    if (!work.in_sandbox)
+        return Status::Ok();
+    return EnterOfficeSandbox(OfficeRights(work.place, work.profile), !work.place.has_library);
 }
 
 }  // namespace
 
-int RunOfficeWorker(int request_fd, int reply_fd) {
-    DieWithParent();
-    LimitMemory(kMostMemory);
-    // The other side may be gone: told by the write itself.
-    signal(SIGPIPE, SIG_IGN);
-    const int request_file = MoveUp(request_fd);
-    const int reply_file = MoveUp(reply_fd);
-    if (request_file < 0 || reply_file < 0)
+FolderRights OfficeRights(const OfficePlace& place, const std::string& profile) {
+    namespace fs = std::filesystem;
+    FolderRights rights;
+    rights.read_and_execute = {"/usr",
+                               "/lib",
+                               "/lib32",
+                               "/lib64",
+                               "/bin",
+                               "/sbin",
+                               fs::path(place.program_folder).parent_path(),
+                               fs::path(place.soffice).parent_path()};
+    // Of the suite's own folder, links lead to the first three.
+    rights.read = {"/etc/libreoffice", "/var/lib/libreoffice",    "/var/spool/libreoffice",
+                   "/etc/fonts",       "/var/cache/fontconfig",   "/etc/ld.so.cache",
+                   "/etc/localtime",   "/sys/devices/system/cpu", "/dev/urandom"};
+    rights.write_device = {"/dev/null"};
+    rights.own = {profile};
+    return rights;
+}
+
+int RunOfficeWorker(int socket, const OfficeWork& work) {
+    const int own_socket = MoveUp(socket);
+    if (own_socket < 0)
         return 1;
     SilenceStandardStreams();
+    ProcessLimits limits;
+    limits.memory = kMostMemory;
+    limits.file_bytes = kMostAnswer;
+    limits.cpu_seconds = kMostSeconds;
+    limits.may_start_threads = true;
+    SetLimits(limits);
     try {
-        return ServeAll(request_file, reply_file);
+        const Status closed = CloseIn(work);
+        const std::unique_ptr<OfficeSession> session =
+            OfficeSession::Make(work.place, work.profile);
+        return ServeAll(own_socket, closed, *session);
     } catch (const std::exception&) {  // out of memory
         return 1;
     }

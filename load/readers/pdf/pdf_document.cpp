@@ -12,28 +12,22 @@
 #include <utility>
 
 #include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/sandbox/open_tables.h"
 
 namespace zorvane {
 namespace {
 
 void IgnoreMessage(ErrorCategory /*category*/, Goffset /*position*/, const char* /*message*/) {}
 
+// Where the library's tables of characters are; told to it, so that both mean the same.
+constexpr const char* kDataFolder = "/usr/share/poppler";
+
 void PrepareLibrary() {
     if (globalParams)
         return;
     setErrorCallback(IgnoreMessage);
-    globalParams = std::make_unique<GlobalParams>();
+    globalParams = std::make_unique<GlobalParams>(kDataFolder);
     globalParams->setTextEncoding("UTF-8");
-}
-
-// Readers of the format accept a header within the first 1024 bytes; a file that has lost it is
-// still told by the pointer to its cross-reference table.
-bool LooksLikePdf(std::string_view bytes) {
-    constexpr std::size_t kReach = 1024;
-    if (bytes.substr(0, kReach).find("%PDF-") != std::string_view::npos)
-        return true;
-    const std::size_t tail = bytes.size() > kReach ? bytes.size() - kReach : 0;
-    return bytes.substr(tail).find("startxref") != std::string_view::npos;
 }
 
 std::optional<GooString> Password(const std::string& password) {
@@ -177,6 +171,13 @@ ReadEnd Walk(PDFDoc& document, const PdfWalk& walk, ReadMonitor& monitor,
 }
 
 }  // namespace
+
+ReadEnd PreparePdf(OpenTables& tables) {
+    PrepareLibrary();
+    for (const char* folder : {"/cMap", "/cidToUnicode", "/unicodeMap"})
+        tables.AddAllBelow(std::string(kDataFolder) + folder);
+    return ReadEnd::Ok();
+}
 
 PdfFile OpenPdf(std::string_view bytes, const PdfPasswords& passwords, ReadEnd& end) {
     if (!LooksLikePdf(bytes)) {

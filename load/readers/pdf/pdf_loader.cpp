@@ -25,22 +25,35 @@ void* OpenModule(std::string& fault) {
     return nullptr;
 }
 
-const PdfModule* Module(std::string& fault) {
-    void* module = OpenModule(fault);
-    void* entry = module == nullptr ? nullptr : dlsym(module, kPdfModuleEntry);
-    return entry == nullptr ? nullptr : reinterpret_cast<PdfModuleEntry>(entry)();
+// Loaded once, before anything of a document is looked into.
+struct LoadedModule {
+    const PdfModule* module = nullptr;
+    ReadEnd fault = ReadEnd::Fault(ReadError::Unsupported, "a PDF inside another document");
+};
+LoadedModule& Loaded() {
+    static LoadedModule loaded;
+    return loaded;
 }
 
 template <class Call>
 ReadEnd WithModule(Call&& call) {
-    std::string fault;
-    const PdfModule* module = Module(fault);
-    if (module == nullptr)
-        return ReadEnd::Fault(ReadError::NotStarted, fault);
-    return call(*module);
+    const LoadedModule& loaded = Loaded();
+    return loaded.module == nullptr ? loaded.fault : call(*loaded.module);
 }
 
 }  // namespace
+
+ReadEnd PreparePdf(OpenTables& tables) {
+    std::string fault;
+    void* module = OpenModule(fault);
+    void* entry = module == nullptr ? nullptr : dlsym(module, kPdfModuleEntry);
+    if (entry == nullptr) {
+        Loaded().fault = ReadEnd::Fault(ReadError::NotStarted, fault);
+        return Loaded().fault;
+    }
+    Loaded().module = reinterpret_cast<PdfModuleEntry>(entry)();
+    return Loaded().module->prepare(tables);
+}
 
 ReadEnd CountPdfPages(std::string_view bytes, const PdfPasswords& passwords, std::int32_t& pages) {
     return WithModule(

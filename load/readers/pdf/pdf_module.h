@@ -7,6 +7,7 @@
 namespace zorvane {
 
 struct PdfModule {
+    decltype(&PreparePdf) prepare;
     decltype(&CountPdfPages) count_pages;
     decltype(&ReadPdfText) read_text;
     decltype(&ReadPdfRich) read_rich;

@@ -11,6 +11,8 @@
 
 namespace zorvane {
 
+class OpenTables;
+
 struct PdfPages {
     std::int32_t first = 0;  ///< 1-based; 0 and 0: all pages
     std::int32_t last = 0;
@@ -35,6 +37,21 @@ struct PdfRichOptions {
     bool bRemoveHiddenText = true;
     bool bConnectHyphens = false;
 };
+
+/// Loads what the calls below would load when it is wanted: after the sandbox is closed nothing can
+/// be. `tables` gets the files that the library opens by names that stand in a document. A failure
+/// is told again by each of those calls; without this call none of them reads.
+ReadEnd PreparePdf(OpenTables& tables);
+
+/// Readers of the format accept a header within the first 1024 bytes; a file that has lost it is
+/// still told by the pointer to its cross-reference table.
+inline bool LooksLikePdf(std::string_view bytes) {
+    constexpr std::size_t kReach = 1024;
+    if (bytes.substr(0, kReach).find("%PDF-") != std::string_view::npos)
+        return true;
+    const std::size_t tail = bytes.size() > kReach ? bytes.size() - kReach : 0;
+    return bytes.substr(tail).find("startxref") != std::string_view::npos;
+}
 
 /// Number of pages, or how the opening failed (`PasswordNeeded`, `Damaged`, `WrongFormat`).
 ReadEnd CountPdfPages(std::string_view bytes, const PdfPasswords& passwords, std::int32_t& pages);

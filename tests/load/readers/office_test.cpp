@@ -1,26 +1,23 @@
 #include "load/readers/office/office.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
 #include <optional>
-#include <poll.h>
 #include <random>
-#include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "load/conversion_message.h"
+#include "load/answer_file.h"
+#include "load/converter_process.h"
 #include "load/readers/office/office_files.h"
 #include "load/readers/office/office_password.h"
-#include "load/readers/office/office_worker.h"
 #include "load/readers/package.h"
-#include "load/readers/sandbox.h"
 #include "tests/support/compound_bytes.h"
 #include "tests/support/fake_suites.h"
 #include "tests/support/temp_folder.h"
@@ -90,6 +87,14 @@ TEST(OfficePassword, IsToldByEachFormatsOwnMark) {
     }
 }
 
+ReadEnd Convert(OfficeSession& session, const std::string& source, const std::string& target,
+                const std::string& format, const std::string& password = {}) {
+    const FileDescriptor document(open(source.c_str(), O_RDONLY));
+    const FileDescriptor answer(open(target.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600));
+    return session.Convert(
+        {document.Get(), answer.Get(), fs::path(source).filename(), password, format});
+}
+
 // The road through a child, with programs that only look like the suite.
 
 struct ProgramRow {
@@ -122,7 +127,7 @@ TEST(OfficeProgram, TellsHowTheChildEnded) {
         ASSERT_TRUE(place);
         const auto session = OfficeSession::Make(*place, folder.Path("profile"));
         const std::string source = folder.Write("a source.doc", "bytes");
-        EXPECT_EQ(session->Convert(source, "", folder.Path("target"), "docx").error, row.error);
+        EXPECT_EQ(Convert(*session, source, folder.Path("target"), "docx").error, row.error);
         EXPECT_EQ(folder.Read("target"), row.error == ReadError::None ? "bytes" : "");
     }
 }
@@ -147,7 +152,7 @@ TEST(OfficeProgram, EndsTheChildAndWhatItStartedWhenItIsTooSlow) {
         OfficeSession::Make(*place, folder.Path("profile"), std::chrono::milliseconds(500));
     const std::string source = folder.Write("a.doc", "bytes");
     const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(session->Convert(source, "", folder.Path("b"), "docx").detail,
+    EXPECT_EQ(Convert(*session, source, folder.Path("b"), "docx").detail,
               "The office suite did not end in time.");
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
     const int sleeper = std::atoi(folder.Read("id").c_str());
@@ -159,107 +164,69 @@ TEST(OfficeProgram, EndsTheChildAndWhatItStartedWhenItIsTooSlow) {
 
 // The worker with a real suite: one for all of these tests, since a start takes a second.
 
-/// A worker in a child of this process and without a network, as the program runs it.
+/// A worker as the program runs it.
 class Worker {
   public:
-    Worker() {
-        int sockets[2];
-        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets) != 0)
-            return;
-        process_ = fork();
-        if (process_ == 0) {
-            close(sockets[1]);
-            if (!ForbidNetwork())
-                _exit(2);
-            _exit(RunOfficeWorker(sockets[0], sockets[0]));
-        }
-        close(sockets[0]);
-        socket_ = sockets[1];
-    }
-    ~Worker() {
-        End();
-        close(socket_);
-    }
-    Worker(const Worker&) = delete;
-    Worker& operator=(const Worker&) = delete;
-
-    bool Write(const std::string& bytes) const {
-        return send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
-               static_cast<ssize_t>(bytes.size());
-    }
-    /// No message when the worker ends or hangs.
-    std::optional<ConversionMessage> Read() {
-        constexpr int kLongestAnswer = 60'000;
-        char bytes[4096];
-        for (;;) {
-            if (std::optional<ConversionMessage> message = reader_.Next())
-                return message;
-            pollfd ready{socket_, POLLIN, 0};
-            if (process_ > 0 && poll(&ready, 1, kLongestAnswer) <= 0)
-                kill(process_, SIGKILL);
-            const ssize_t count = recv(socket_, bytes, sizeof bytes, 0);
-            if (count <= 0)
-                return std::nullopt;
-            reader_.Feed({bytes, static_cast<std::size_t>(count)});
-        }
+    bool Start(const OfficePlace& place) {
+        return process_.Start(ZORVANE_CONVERTER,
+                              {"--office", folder_.Path("profile"), place.program_folder,
+                               place.soffice, place.has_library ? "1" : "0", "--reader"},
+                              {"PATH=/usr/bin:/bin"});
     }
     ReadEnd Convert(const std::string& source, const std::string& target, const std::string& format,
                     const std::string& password = {}) {
-        Write(EncodeMessage(
-            {{"source", source}, {"target", target}, {"format", format}, {"password", password}}));
-        const std::optional<ConversionMessage> reply = Read();
-        if (!reply)
-            return ReadEnd::Fault(ReadError::Cancelled, "The worker gave no answer.");
-        return {static_cast<ReadError>(NumberOf(*reply, "error")),
-                std::string(TextOf(*reply, "detail"))};
+        const Result<FileDescriptor> document = OpenDocument(source, folder_.Path());
+        const Result<AnswerFile> answer = AnswerFile::Make(folder_.Path());
+        if (!document.ok() || !answer.ok())
+            return ReadEnd::Fault(ReadError::CannotOpen);
+        process_.Send(
+            {{"name", fs::path(source).filename()}, {"format", format}, {"password", password}},
+            std::array{document.value().Get(), answer.value().Descriptor()});
+        const ConversionAnswer said = process_.Wait({std::chrono::minutes(1)}, {});
+        if (said.end != ConversionEnd::Answered)
+            return ReadEnd::Fault(ReadError::Crashed, "The worker gave no answer.");
+        const ConversionResult result =
+            CheckedAnswer(said.values, AnswerShape::OneDocument, answer.value().Size());
+        if (result.ok() && !answer.value().CopyTo(result.parts[0], target).ok())
+            return ReadEnd::Fault(ReadError::CannotWrite);
+        return {result.error, result.detail};
     }
-    /// Ends the requests and gives the worker's exit status; -1 when it did not exit.
-    int End() {
-        shutdown(socket_, SHUT_WR);
-        int status = -1;
-        if (process_ > 0)
-            waitpid(std::exchange(process_, -1), &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
+    ConverterProcess& Process() { return process_; }
 
   private:
-    int process_ = -1;
-    int socket_ = -1;
-    MessageReader reader_;
+    TempFolder folder_;
+    ConverterProcess process_;
 };
 
-TEST(OfficeWorker, AnswersEachRequestAndEndsWithThem) {
-    const Environment office("ZORVANE_OFFICE", "none");
+TEST(OfficeWorker, AnswersRequestAfterRequest) {
+    const FakeSuites suites;
+    suites.AddScript("fake/soffice", std::string(kArguments) + "cat \"$in\" >\"$out/any.docx\"");
+    const std::optional<OfficePlace> place = FindOfficeIn({}, suites.Path("fake"));
+    ASSERT_TRUE(place);
+    const TempFolder folder;
     Worker worker;
-    const std::string request = EncodeMessage({{"source", "/a.doc"}, {"format", "docx"}});
-    EXPECT_TRUE(worker.Write(request + request.substr(0, 10)));
-    EXPECT_TRUE(worker.Write(request.substr(10)));
-    for (int reply = 0; reply < 2; ++reply) {
-        const std::optional<ConversionMessage> message = worker.Read();
-        ASSERT_TRUE(message);
-        EXPECT_EQ(NumberOf(*message, "error"), static_cast<int>(ReadError::NeedsOffice));
+    ASSERT_TRUE(worker.Start(*place));
+    for (const char* bytes : {"one", "two"}) {
+        const std::string source = folder.Write("a.doc", bytes);
+        EXPECT_EQ(worker.Convert(source, folder.Path("b"), "docx"), ReadEnd::Ok());
+        EXPECT_EQ(folder.Read("b"), bytes);
     }
-    EXPECT_EQ(worker.End(), 0);
-
-    Worker other;
-    EXPECT_TRUE(other.Write("source=no number:\n"));
-    EXPECT_FALSE(other.Read());
-    EXPECT_EQ(other.End(), 1);
+    EXPECT_EQ(worker.Convert(folder.Write("c.doc", ""), folder.Path("d"), "docx").error,
+              ReadError::Damaged);
+    worker.Process().Send({{"name", "without its files"}, {"format", "docx"}});
+    EXPECT_EQ(worker.Process().Wait({std::chrono::minutes(1)}, {}).end, ConversionEnd::Crashed);
 }
 
 class RealOffice : public testing::Test {
   protected:
     static void SetUpTestSuite() {
         place_ = FindOffice();
-        if (place_)
-            worker_ = std::make_unique<Worker>();
-    }
-    static void TearDownTestSuite() {
-        if (worker_ == nullptr)
+        if (!place_)
             return;
-        EXPECT_EQ(worker_->End(), 0);
-        worker_.reset();
+        worker_ = std::make_unique<Worker>();
+        EXPECT_TRUE(worker_->Start(*place_));
     }
+    static void TearDownTestSuite() { worker_.reset(); }
     void SetUp() override {
         if (!place_)
             GTEST_SKIP() << "no office suite is installed";
@@ -311,6 +278,7 @@ TEST_F(RealOffice, StaysStarted) {
         GTEST_SKIP() << "the office suite is one without windows, which starts for each document";
     const std::string source = folder_.Write("a.rtf", kRtf);
     Worker worker;
+    ASSERT_TRUE(worker.Start(*place_));
     std::vector<std::chrono::steady_clock::duration> times;
     for (int conversion = 0; conversion < 6; ++conversion) {
         const auto begin = std::chrono::steady_clock::now();
@@ -336,8 +304,6 @@ TEST_F(RealOffice, TellsWhatIsWrong) {
         ReadError error;
     };
     const Row rows[] = {
-        {"missing", folder_.Path("missing.doc"), "docx", ReadError::CannotOpen},
-        {"a folder", folder_.Path(), "docx", ReadError::CannotOpen},
         {"empty", folder_.Write("empty.doc", ""), "docx", ReadError::Damaged},
         {"cut off", folder_.Write("cut.doc", doc.substr(0, doc.size() / 3)), "docx",
          ReadError::Damaged},
@@ -357,8 +323,6 @@ TEST_F(RealOffice, TellsWhatIsWrong) {
                   row.error);
         EXPECT_FALSE(fs::exists(folder_.Path("target")));
     }
-    EXPECT_EQ(worker_->Convert(rtf, folder_.Path("none/target"), "docx").error,
-              ReadError::CannotWrite);
     EXPECT_EQ(worker_->Convert(rtf, folder_.Path("target"), "docx"), ReadEnd::Ok());
 }
 
@@ -377,10 +341,10 @@ TEST_F(RealOffice, ConvertsThroughAChildWhereThereIsNoLibrary) {
     place.has_library = false;
     const auto session = OfficeSession::Make(place, folder_.Path("profile"));
     const std::string source = folder_.Write("a.rtf", kRtf);
-    ASSERT_EQ(session->Convert(source, "", folder_.Path("b"), "docx"), ReadEnd::Ok());
+    ASSERT_EQ(Convert(*session, source, folder_.Path("b"), "docx"), ReadEnd::Ok());
     EXPECT_EQ(DocxText("b"), kRtfText);
     const std::string locked = folder_.Write("locked.xls", kLockedWorkbook);
-    EXPECT_EQ(session->Convert(locked, "secret", folder_.Path("c"), "xlsx").error,
+    EXPECT_EQ(Convert(*session, locked, folder_.Path("c"), "xlsx", "secret").error,
               ReadError::PasswordNeeded);
 }
 
