@@ -156,9 +156,10 @@ ConversionResult ConversionService::RunOnce(const ConversionMessage& job,
 ConversionResult ConversionService::Run(ConversionMessage job, const ConversionObserver& observer) {
     ConversionResult result = RunOnce(job, observer);
     const std::string format(TextOf(result.values, "office"));
-    if (result.error != ReadError::NeedsOffice || format.empty() || !OfficeInstalled())
-        return result;
-    return ThroughOffice(std::move(job), format, observer);
+    if (result.error == ReadError::NeedsOffice && !format.empty() && OfficeInstalled())
+        result = ThroughOffice(std::move(job), format, observer);
+    AddBeside(TextOf(result.values, "beside"));
+    return result;
 }
 
 // The suite turns the file into the modern form of its kind, which is then read as ever.

@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "common/platform/platform.h"
 #include "load/conversion_error.h"
@@ -34,6 +36,11 @@ class ConversionService {
     /// reads goes through one first, when there is one. `job` as `RunJob` wants it, "source" as the
     /// user gave it.
     ConversionResult Run(ConversionMessage job, const ConversionObserver& observer);
+    /// What lay beside the texts that were converted to a form without a place for it, as a list
+    /// of `EncodeBesideList`; nothing is left here.
+    std::string TakeBeside() { return std::exchange(beside_, {}); }
+    /// Such a list of a conversion that needed no child.
+    void AddBeside(std::string_view list) { beside_ += list; }
     /// Starts a request that `Run` will be asked for soon, so that it is carried out beside another
     /// one. The job as `Run` will get it; its target does not matter. One at a time.
     void Expect(ConversionMessage job);
@@ -67,6 +74,7 @@ class ConversionService {
     Platform& platform_;
     ConverterProcess office_;
     std::unique_ptr<Expected> expected_;
+    std::string beside_;
     bool office_stays_ = false;
 };
 

@@ -216,15 +216,20 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     const bool plain = options.bRemoveFormatting.Data();
     bLoadedAsPlainText = bIsFileText(sFile, parts_.TextFileExtensions) || plain;
     clsRTBDocument& document = parts_.document(target);
-    if (!(side && bLoadedAsPlainText) && LooksLikeRtf(bytes)) {
+    std::vector<BesideItem> unused;
+    std::vector<BesideItem>& beside = side ? beside_[SideOf(target)] : unused;
+    const bool rich = !(side && bLoadedAsPlainText) && LooksLikeRtf(bytes);
+    if (side)
+        looks_[SideOf(target)] = rich ? UpperExtension(sFile) : "";
+    if (rich) {
         if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
             RewriteRichText(sFile, bytes);
-        document.RichTB().SetRich(ReadRtf(bytes));
+        document.RichTB().SetRich(ReadRtf(bytes, beside));
     } else {
         std::u16string text = Decode(bytes);
         std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
         if (remove_blank_lines)
-            RemoveBlankLines(sFile, text);
+            RemoveBlankLines(sFile, text, beside);
         document.RichTB().SetText(text);
     }
     if (!parts_.process.translator.gbDoubleByteLocale && !(side && plain))
@@ -252,11 +257,29 @@ void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& byte
     DeleteFileWithRetry(*process.platform.clock, temp_file);
 }
 
-void DocumentLoader::RemoveBlankLines(const std::string& sFile, std::u16string& text) const {
-    if (IsSpreadsheetName(sFile))
+void DocumentLoader::RemoveBlankLines(const std::string& sFile, std::u16string& text,
+                                      std::vector<BesideItem>& beside) const {
+    if (IsSpreadsheetName(sFile)) {
         text = NormalizeBreaks(ToUtf16(csvRemoveEmptyLines(ToUtf8(text))));
-    else
-        DeleteEmptyLinesFromText(text);
+        return;
+    }
+    NumberWithoutEmptyLines(text, beside);
+    DeleteEmptyLinesFromText(text);
+}
+
+// What two files of one kind differ in was put there by somebody; two kinds have little in common
+// but the marks, and a PDF's looks are guessed from its page.
+FormatDepth DocumentLoader::FormattingDepth() const {
+    const std::string& original = looks_.original;
+    const std::string& modified = looks_.modified;
+    if (original.empty() || modified.empty())
+        return FormatDepth::None;
+    const bool guessed = original == "PDF" || modified == "PDF";
+    const auto family = [](const std::string& extension) {
+        return ExtensionContains("." + extension, "DOC DOT") ? std::string("DOC") : extension;
+    };
+    return !guessed && family(original) == family(modified) ? FormatDepth::Full
+                                                            : FormatDepth::Marks;
 }
 
 // Runs a road with a temporary file to fill, and reads what it left there. After a failure the file
@@ -385,7 +408,9 @@ std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::str
                                                                   Side side) {
     bSpaceAddedToTextFile = false;
     bSlidesFailed[side] = false;
+    service_.TakeBeside();  // of another load
     std::optional<std::string> bytes = RunConversion(sFile, side);
+    beside_[side] = DecodeBesideList(service_.TakeBeside());
     if (!bytes)
         bForceReload = {true, true};
     return bytes;

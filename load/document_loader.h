@@ -7,8 +7,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "common/base/side.h"
+#include "compare/document/beside.h"
+#include "compare/document/format_compare.h"
 #include "compare/document/rtb_document.h"
 #include "load/conversion_service.h"
 #include "load/load_context.h"
@@ -106,6 +109,11 @@ class DocumentLoader {
     /// same.
     PerSide<bool> bSlidesFailed{false, false};
 
+    /// What lies beside the text that was loaded last, with the numbers of its paragraphs.
+    const std::vector<BesideItem>& Beside(Side side) const { return beside_[side]; }
+    /// How far the looks of the two texts that were loaded last can be compared.
+    FormatDepth FormattingDepth() const;
+
     TrellisPage& Page() { return page_; }
 
   private:
@@ -130,7 +138,8 @@ class DocumentLoader {
     std::optional<std::string> ReadUnknown(const std::string& sFile, Side side);
     std::optional<std::string> RunConversion(const std::string& sFile, Side side);
     bool TakesWordRoad(const std::string& sFile) const;
-    void RemoveBlankLines(const std::string& sFile, std::u16string& text) const;
+    void RemoveBlankLines(const std::string& sFile, std::u16string& text,
+                          std::vector<BesideItem>& beside) const;
     void LogFailure(std::string_view text, const std::string& sFile, const std::string& reason);
     void Advise(bool& warned, const std::string& question, const std::string& done_text);
 
@@ -140,6 +149,8 @@ class DocumentLoader {
     LoadContext context_;
     WordConversion word_;
     PerSide<LoadedFileIdentity> loaded_;
+    PerSide<std::vector<BesideItem>> beside_;
+    PerSide<std::string> looks_;  ///< the extension of a side with formatting, else empty
 };
 
 }  // namespace zorvane

@@ -74,6 +74,27 @@ void DeleteEmptyLinesFromText(std::u16string& text) {
     text.resize(kept);
 }
 
+void NumberWithoutEmptyLines(std::u16string_view text, std::vector<BesideItem>& beside) {
+    std::vector<std::int32_t> numbers;  // by the number of the line
+    std::int32_t number = 1;
+    for (std::size_t begin = 0; !beside.empty() && begin < text.size();) {
+        std::size_t end = std::min(text.find_first_of(u"\r\n", begin), text.size());
+        const std::size_t first = text.find_first_not_of(u" \t", begin);
+        numbers.push_back(number);
+        if (first < end)
+            ++number;
+        if (end < text.size())
+            end += text.substr(end, 2) == u"\r\n" ? 2U : 1U;
+        begin = end;
+    }
+    for (BesideItem& item : beside) {
+        if (item.paragraph > 0)
+            item.paragraph = item.paragraph <= std::ssize(numbers)
+                                 ? numbers[static_cast<std::size_t>(item.paragraph - 1)]
+                                 : number;
+    }
+}
+
 void ReplaceStringFromText(std::string& sText, std::string_view sFind, std::string_view sReplace) {
     if (sFind.empty() || sText.find(sFind) == std::string::npos)
         return;

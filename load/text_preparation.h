@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "compare/document/beside.h"
 #include "compare/document/editor.h"
 
 namespace zorvane {
@@ -20,6 +22,9 @@ bool AddSpaceToTextFileIfNecessary(std::string& sText);
 void RemoveFirstSpaceOfRichTextBox(Editor& oRichText);
 /// Removes the lines that are empty but for blanks and tabs, each with its end, of whatever kind.
 void DeleteEmptyLinesFromText(std::u16string& text);
+/// The numbers of items as they will be behind that; an item of a line that goes belongs to the
+/// next one.
+void NumberWithoutEmptyLines(std::u16string_view text, std::vector<BesideItem>& beside);
 
 /// Rewrites the raw rich text of a temporary file, so that generated list numbers and, under
 /// `bRemoveBlankLines`, paragraph ends at line ends do not take part. `sFile` is the user's file,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/base/text_encoding.h"
+#include "compare/document/rtf_beside.h"
 #include "compare/document/rtf_tables.h"
 
 namespace zorvane {
@@ -73,7 +74,10 @@ class Output {
     void EndParagraph(const CharFormat& format, const ParagraphFormat& paragraph) {
         Append(u"\r\n", format);
         CloseParagraph(paragraph);
+        ++paragraph_;
     }
+    /// The number of the paragraph that is being written.
+    std::int32_t Paragraph() const { return paragraph_; }
     void CloseParagraph(const ParagraphFormat& paragraph) {
         const std::int32_t length = rich_.Length() - paragraph_begin_;
         if (length == 0)
@@ -93,6 +97,7 @@ class Output {
   private:
     RichText rich_;
     std::int32_t paragraph_begin_ = 0;
+    std::int32_t paragraph_ = 1;
 };
 
 // The values of the document that the text refers to.
@@ -105,13 +110,16 @@ struct Header {
 
 class Reader {
   public:
-    explicit Reader(std::string_view bytes) : bytes_(bytes) {}
+    /// `beside` may be null.
+    Reader(std::string_view bytes, std::vector<BesideItem>* beside)
+        : bytes_(bytes), beside_(beside) {}
 
     RichText Read() {
         BeginDocument();
         while (at_ < bytes_.size())
             Step();
         Flush();
+        beside_.Finish(out_.Paragraph());
         out_.CloseParagraph(state_.paragraph);
         return out_.Take();
     }
@@ -206,6 +214,12 @@ class Reader {
         return text && !state_.chars.hidden && !state_.deleted;
     }
 
+    // Text of the document that is hidden or was deleted.
+    bool IsUnseenText() const {
+        return state_.destination == Destination::Body ||
+               state_.destination == Destination::Footnote;
+    }
+
     void RawText() {
         std::size_t end = at_;
         while (end < bytes_.size() && bytes_[end] != '{' && bytes_[end] != '}' &&
@@ -232,6 +246,8 @@ class Reader {
             }
         } else if (Seen()) {
             pending_ += text;
+        } else if (IsUnseenText()) {
+            beside_.Unseen(text, state_.page, state_.deleted);
         }
     }
 
@@ -265,6 +281,8 @@ class Reader {
         Flush();
         if (Seen())
             out_.Append({&unit, 1}, state_.chars);
+        else if (IsUnseenText())
+            beside_.Unseen(unit, state_.deleted);
     }
 
     void EndParagraph() {
@@ -279,6 +297,7 @@ class Reader {
             TakeCharacter(kLineInParagraph);
             return;
         }
+        beside_.EndParagraph(out_.Paragraph());
         if (!state_.deleted)
             out_.EndParagraph(state_.chars, state_.paragraph);
     }
@@ -418,6 +437,7 @@ class Reader {
     bool ActOnGroup(const RtfWord& word, bool begins_group) {
         switch (word.action) {
             case RtfAction::SkipGroup:
+                beside_.Group(word.name, bytes_.substr(at_), out_.Paragraph(), state_.page);
                 SkipGroup();
                 return true;
             case RtfAction::FontTable:
@@ -478,7 +498,7 @@ class Reader {
                 if (state_.destination == Destination::Fonts) {
                     FlushFontName();
                     font_name_ += static_cast<char16_t>(static_cast<std::uint32_t>(number));
-                } else if (Seen()) {
+                } else {
                     TakeUnicode(number);
                 }
                 skip_left_ = static_cast<std::size_t>(state_.unicode_skip);
@@ -711,6 +731,7 @@ class Reader {
     State state_;
     Header header_;
     Output out_;
+    RtfBeside beside_;
     std::string pending_;
     std::size_t skip_left_ = 0;
     bool group_begins_ = false;
@@ -737,7 +758,11 @@ bool LooksLikeRtf(std::string_view bytes) {
 }
 
 RichText ReadRtf(std::string_view bytes) {
-    return Reader(WithoutMark(bytes)).Read();
+    return Reader(WithoutMark(bytes), nullptr).Read();
+}
+
+RichText ReadRtf(std::string_view bytes, std::vector<BesideItem>& beside) {
+    return Reader(WithoutMark(bytes), &beside).Read();
 }
 
 }  // namespace zorvane

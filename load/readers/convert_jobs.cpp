@@ -40,11 +40,19 @@ std::unique_ptr<DocumentSink> SinkFor(const ConversionMessage& job) {
     }
 }
 
+// The text, and beside it in the answer what a form without a place for it leaves out.
+ReadEnd WriteDocument(const ConversionMessage& job, DocumentSink& sink, ConversionMessage& answer) {
+    const std::vector<BesideItem> beside = sink.TakeBeside();
+    if (!beside.empty())
+        answer["beside"] = EncodeBesideList(beside);
+    return WriteTarget(std::string(TextOf(job, "target")), sink.Finish());
+}
+
 ReadEnd WordTo(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
                ConversionMessage& answer) {
     const auto sink = SinkFor(job);
     ReadEnd end = ReadWordDocument(bytes, job, *sink, monitor, answer);
-    return end.ok() ? WriteTarget(std::string(TextOf(job, "target")), sink->Finish()) : end;
+    return end.ok() ? WriteDocument(job, *sink, answer) : end;
 }
 
 PdfPasswords PasswordsOf(const ConversionMessage& job) {
@@ -96,7 +104,7 @@ ReadEnd SlidesTo(std::string_view bytes, const ConversionMessage& job, ReadMonit
     options.notes_only = IsSet(job, "notesonly");
     const auto sink = SinkFor(job);
     ReadEnd end = ReadSlideDocument(bytes, job, options, *sink, monitor, answer);
-    return end.ok() ? WriteTarget(std::string(TextOf(job, "target")), sink->Finish()) : end;
+    return end.ok() ? WriteDocument(job, *sink, answer) : end;
 }
 
 std::vector<std::string> NamesOf(const Workbook& book) {

@@ -23,6 +23,13 @@ ReadEnd ReadPlainText(std::string_view bytes, const std::string& locale, Documen
     return ReadEnd::Ok();
 }
 
+ReadEnd ReadRtfDocument(std::string_view bytes, DocumentSink& sink) {
+    std::vector<BesideItem> beside;
+    const RichText text = ReadRtf(bytes, beside);
+    Replay(text, sink, beside);
+    return ReadEnd::Ok();
+}
+
 ReadEnd ReadPdf(std::string_view bytes, const std::string& password, DocumentSink& sink,
                 ReadMonitor& monitor) {
     return ReadPdfRich(bytes, {password, password}, {}, {}, sink, monitor);
@@ -91,8 +98,7 @@ ReadEnd ReadByKind(const Source& source, DocumentSink& sink, ReadMonitor& monito
                    ConversionMessage& answer) {
     switch (source.kind) {
         case ContentKind::Rtf:
-            Replay(ReadRtf(source.bytes), sink);
-            return ReadEnd::Ok();
+            return ReadRtfDocument(source.bytes, sink);
         case ContentKind::Text:
             return ReadPlainText(source.bytes, source.locale, sink);
         case ContentKind::Html:
