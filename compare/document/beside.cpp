@@ -71,6 +71,15 @@ std::optional<std::int32_t> Number(std::string_view text) {
     return number;
 }
 
+std::string Digits(const XXH128_hash_t& hash) {
+    std::string digits;
+    for (const std::uint64_t half : {hash.high64, hash.low64}) {
+        for (int shift = 60; shift >= 0; shift -= 4)
+            digits += kHex[static_cast<std::size_t>((half >> shift) & 0xF)];
+    }
+    return digits;
+}
+
 bool IsDigest(std::string_view text) {
     return text.size() == kDigestDigits &&
            text.find_first_not_of(kHex) == std::string_view::npos;
@@ -129,14 +138,26 @@ Result<std::set<BesideKind>> ParseBesideKinds(std::string_view list) {
     return kinds;
 }
 
+struct BesideHash::State {
+    XXH3_state_t hash;
+};
+
+BesideHash::BesideHash() : state_(std::make_unique<State>()) {
+    XXH3_128bits_reset(&state_->hash);
+}
+
+BesideHash::~BesideHash() = default;
+
+void BesideHash::Add(std::string_view piece) {
+    XXH3_128bits_update(&state_->hash, piece.data(), piece.size());
+}
+
+std::string BesideHash::Digest() const {
+    return Digits(XXH3_128bits_digest(&state_->hash));
+}
+
 std::string BesideDigest(std::string_view content) {
-    const XXH128_hash_t hash = XXH3_128bits(content.data(), content.size());
-    std::string digits;
-    for (const std::uint64_t half : {hash.high64, hash.low64}) {
-        for (int shift = 60; shift >= 0; shift -= 4)
-            digits += kHex[static_cast<std::size_t>((half >> shift) & 0xF)];
-    }
-    return digits;
+    return Digits(XXH3_128bits(content.data(), content.size()));
 }
 
 std::string BesideText(std::string_view utf8) {

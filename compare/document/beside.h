@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -62,6 +63,20 @@ inline constexpr std::size_t kMostBesideItems = 4000;
 
 /// 32 hexadecimal digits of XXH3-128.
 std::string BesideDigest(std::string_view content);
+/// The same of a content that comes in pieces.
+class BesideHash {
+  public:
+    BesideHash();
+    ~BesideHash();
+    BesideHash(const BesideHash&) = delete;
+    BesideHash& operator=(const BesideHash&) = delete;
+    void Add(std::string_view piece);
+    std::string Digest() const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
 /// White space as single blanks, without control characters, cut at a letter's begin.
 std::string BesideText(std::string_view utf8);
 /// The place of an item of the whole document: what stands in front of ": " in its text.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/base/text_encoding.h"
+#include "load/readers/beside/docx_beside.h"
 #include "load/readers/symbol_fonts.h"
 #include "load/readers/word/docx_numbering.h"
 #include "load/readers/word/docx_styles.h"
@@ -92,12 +93,13 @@ Node Chosen(const Node& alternate) {
 class DocxWalker {
   public:
     DocxWalker(Package& package, DocumentSink& sink, ReadMonitor& monitor)
-        : package_(package), monitor_(monitor), writer_(sink) {}
+        : package_(package), monitor_(monitor), writer_(sink), beside_(package, styles_, sink) {}
 
     ReadEnd Read() {
         const std::string main = MainPart();
         parts_ = ReadRelationships(package_, main);
         styles_.Read(package_, parts_);
+        beside_.Begin(main);
         std::string numbering = "word/numbering.xml";
         for (const auto& [id, part] : parts_) {
             if (part.type == "numbering")
@@ -196,6 +198,7 @@ class DocxWalker {
         PlainText(part.Root(), text, 0);
         if (Trim(text).empty() || !seen.insert("text " + text).second)
             return;
+        beside_.UseMarginPart(found->second.target);
         Blocks(part.Root(), 0);
     }
 
@@ -245,6 +248,7 @@ class DocxWalker {
         ParagraphLook look = styles_.Paragraph(properties);
         RunLook mark = look.run;
         styles_.ApplyRun(Child(properties, "rPr"), mark);
+        beside_.Paragraph(node, look.run);
         const bool joined = std::exchange(joins_next_, false);
         if (nesting_ > 0)
             BeginNested(joined);
@@ -313,7 +317,7 @@ class DocxWalker {
     void Row(const Node& row, int depth) {
         const Node properties = Child(row, "trPr");
         if (Child(properties, "del") || Child(properties, "hidden"))
-            return;
+            return beside_.HiddenRow(row);
         const bool nested = nesting_ > 0;
         if (nested) {
             BeginNested(false);
@@ -565,6 +569,7 @@ class DocxWalker {
     std::string scratch_;
     std::int64_t done_ = 0;
     std::int64_t total_ = 0;
+    DocxBeside beside_;
 };
 
 }  // namespace
