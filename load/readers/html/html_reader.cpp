@@ -92,8 +92,8 @@ std::string HtmlAsUtf8(std::string_view bytes, std::string_view locale_encoding)
 }
 
 ReadEnd ShowHtml(std::string_view utf8, HtmlSyntax syntax, DocumentSink& sink,
-                 ReadMonitor& monitor) {
-    HtmlFlow flow(sink, monitor);
+                 ReadMonitor& monitor, HtmlFileDigest digest_of) {
+    HtmlFlow flow(sink, monitor, std::move(digest_of));
     HtmlParser parser(utf8, syntax, flow);
     if (!parser.Run())
         return ReadEnd::Fault(flow.Error());

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "common/base/text_encoding.h"
+#include "load/readers/beside/markdown_address.h"
 #include "load/readers/html/markdown.h"
 #include "load/readers/html/markdown_lines.h"
 
@@ -229,7 +230,9 @@ class InlineText {
         Emphasize(bracket.piece + 1);
         Piece& opener = pieces_[bracket.piece];
         opener.mark = 0;
-        opener.text = bracket.image ? "" : "<a href=\"\">";
+        opener.text = MarkdownOpenTag(
+            bracket.image, text_.substr(bracket.place, at_ - bracket.place),
+            text_.substr(at_ + 1, behind - at_ - 1), definitions_);
         at_ = behind;
         if (bracket.image)
             return;
@@ -317,7 +320,7 @@ class InlineText {
             end == rest.size() ? std::string_view::npos : inner.find_first_of(":@");
         if (mark != std::string_view::npos && mark > 0 &&
             inner.find_first_of(" \t\r\n\"'<") == std::string_view::npos) {
-            Tail() += "<a href=\"\">";
+            Tail() += MarkdownOpenTag(inner);
             AppendEscaped(inner, Tail());
             Tail() += "</a>";
             at_ += end + 1;

@@ -81,6 +81,7 @@ class MessageText {
             return Multipart(entity, type, depth);
         if (type.IsAttached()) {
             attachments_.push_back(type.name.empty() ? type.type.value : type.name);
+            ReportPart(BesideKind::Object, entity, type);
             return ReadEnd::Ok();
         }
         const std::string_view encoding = entity.Field("content-transfer-encoding");
@@ -99,8 +100,21 @@ class MessageText {
         if (type.type.value.starts_with("text/"))
             Plain(DecodeCharset(bytes, charset, locale_encoding_), type.type);
         else
-            attachments_.push_back(type.type.value);
+            AttachOther(entity, type);
         return ReadEnd::Ok();
+    }
+
+    void AttachOther(const MimeEntity& entity, const MimeType& type) {
+        attachments_.push_back(type.type.value);
+        ReportPart(BesideKind::Object, entity, type);
+    }
+
+    // What the part holds is told by its digest alone.
+    void ReportPart(BesideKind kind, const MimeEntity& entity, const MimeType& type) {
+        const std::string name = type.name.empty() ? type.type.value : type.name;
+        sink_.Beside(MakeBeside(kind, DecodeField(name, locale_encoding_),
+                                DecodeBody(entity.body,
+                                           entity.Field("content-transfer-encoding"))));
     }
 
     ReadEnd Multipart(const MimeEntity& entity, const MimeType& type, int depth) {
@@ -117,8 +131,10 @@ class MessageText {
             const bool picture =
                 related && place > 0 &&
                 (!MimeType(parts[place]).IsAttached() || !parts[place].Field("content-id").empty());
-            if (picture)
+            if (picture) {
+                ReportPart(BesideKind::Picture, parts[place], MimeType(parts[place]));
                 continue;
+            }
             if (ReadEnd end = Part(parts[place], depth + 1); !end.ok())
                 return end;
         }
