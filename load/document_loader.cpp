@@ -1,5 +1,6 @@
 #include "load/document_loader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <sys/stat.h>
 #include <utility>
@@ -71,6 +72,22 @@ bool IsSide(EditorTarget target) {
 }
 Side SideOf(EditorTarget target) {
     return target == EditorTarget::Original ? Side::Original : Side::Modified;
+}
+
+// What stands behind the last paragraph is told at it.
+void KeepInText(const Editor& editor, std::vector<BesideItem>& beside) {
+    if (beside.empty())
+        return;
+    std::int32_t paragraphs = 1;
+    char16_t last = 0;
+    for (const std::u16string_view piece : editor.TextPieces()) {
+        paragraphs += static_cast<std::int32_t>(std::count(piece.begin(), piece.end(), u'\n'));
+        last = piece.empty() ? last : piece.back();
+    }
+    if (last == u'\n')
+        --paragraphs;
+    for (BesideItem& item : beside)
+        item.paragraph = std::clamp(item.paragraph, 0, paragraphs);
 }
 
 clsVarString& FileOption(clsCompareFileOptions& options, Side side) {
@@ -236,6 +253,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
         document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);
     if (!side)
         return;
+    KeepInText(document.RichTB(), beside);
     bForceReload[SideOf(target)] = false;
     if (std::exchange(bSpaceAddedToTextFile, false))
         RemoveFirstSpaceOfRichTextBox(document.RichTB());
