@@ -111,7 +111,7 @@ void OdtBeside::Walk(const Node& node, const OdtChars& chars, int depth) {
 void OdtBeside::Element(const Node& node, const OdtChars& chars, int depth) {
     const std::string_view name = LocalName(node);
     if (IsOdtShape(name))
-        return Shape(node);
+        return Shape(node, depth);
     if (Special(node, name))
         return;
     if (name == "a") {
@@ -157,8 +157,8 @@ void OdtBeside::Change(std::string_view id) {
         Send(MakeBeside(BesideKind::TrackedChange, found->second));
 }
 
-void OdtBeside::Shape(const Node& shape) {
-    if (!told_.insert(shape.hash_value()).second)
+void OdtBeside::Shape(const Node& shape, int depth) {
+    if (depth > kMaxDepth || !told_.insert(shape.hash_value()).second)
         return;
     const std::string_view name = LocalName(shape);
     if (name == "frame")
@@ -167,7 +167,7 @@ void OdtBeside::Shape(const Node& shape) {
         Drawing(shape, name);
     for (const Node& child : shape.children()) {
         if (IsOdtShape(LocalName(child)))
-            Shape(child);
+            Shape(child, depth + 1);
     }
 }
 

@@ -22,7 +22,7 @@ class OdtBeside {
     /// for themselves. `chars` are those of its text.
     void Paragraph(const pugi::xml_node& paragraph, const OdtStyles& styles, const OdtChars& chars);
     /// A frame or drawing outside of a paragraph.
-    void Shape(const pugi::xml_node& shape);
+    void Shape(const pugi::xml_node& shape, int depth = 0);
     /// A section, table or row that is not shown.
     void Hidden(const pugi::xml_node& node, std::string_view what);
 
