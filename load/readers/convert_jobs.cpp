@@ -63,12 +63,19 @@ PdfPages PagesOf(const ConversionMessage& job) {
     return {SmallNumber(job, "first"), SmallNumber(job, "last")};
 }
 
-ReadEnd PdfToText(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor) {
+ReadEnd PdfToText(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
+                  ConversionMessage& answer) {
     std::string text;
     constexpr double kTenths = 10.0;
     ReadEnd end = ReadPdfText(bytes, PasswordsOf(job), PagesOf(job),
                               static_cast<double>(NumberOf(job, "delta")) / kTenths, text, monitor);
-    return end.ok() ? WriteTarget(std::string(TextOf(job, "target")), text) : end;
+    if (!end.ok())
+        return end;
+    const auto items = MakePlainSink();
+    end = ReadPdfBeside(bytes, PasswordsOf(job), PagesOf(job), text, *items);
+    if (end.ok())
+        answer["beside"] = EncodeBesideList(items->TakeBeside());
+    return WriteTarget(std::string(TextOf(job, "target")), text);
 }
 
 ReadEnd PdfToRich(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor) {
@@ -185,7 +192,7 @@ ReadEnd RunJob(const ConversionMessage& job, ReadMonitor& monitor, ConversionMes
     if (kind == "word")
         return WordTo(bytes, job, monitor, answer);
     if (kind == "pdftext")
-        return PdfToText(bytes, job, monitor);
+        return PdfToText(bytes, job, monitor, answer);
     if (kind == "pdfrich")
         return PdfToRich(bytes, job, monitor);
     if (kind == "pdfpages")

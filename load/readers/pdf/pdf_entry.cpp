@@ -2,6 +2,6 @@
 
 extern "C" __attribute__((visibility("default"))) const zorvane::PdfModule* ZorvanePdfModule() {
     static constexpr zorvane::PdfModule kModule{&zorvane::CountPdfPages, &zorvane::ReadPdfText,
-                                                &zorvane::ReadPdfRich};
+                                                &zorvane::ReadPdfBeside, &zorvane::ReadPdfRich};
     return &kModule;
 }

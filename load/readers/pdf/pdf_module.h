@@ -9,6 +9,7 @@ namespace zorvane {
 struct PdfModule {
     decltype(&CountPdfPages) count_pages;
     decltype(&ReadPdfText) read_text;
+    decltype(&ReadPdfBeside) read_beside;
     decltype(&ReadPdfRich) read_rich;
 };
 
