@@ -7,6 +7,7 @@
 #include "common/platform/mapped_file.h"
 #include "common/platform/native_path.h"
 #include "load/csv_operations.h"
+#include "load/readers/beside/sheet_beside.h"
 #include "load/readers/pdf/pdf_reader.h"
 #include "load/readers/sheets/workbook.h"
 #include "load/readers/slides/slide_reader.h"
@@ -165,6 +166,12 @@ ReadEnd SheetsTo(std::string_view bytes, const ConversionMessage& job, ReadMonit
         answer["file" + number] = file;
         answer["sheet" + number] = book->Sheets()[index].name;
     }
+    const auto items = MakePlainSink();
+    if (ReadEnd end = ReportSheetBeside(bytes, TextOf(job, "password"), *book, chosen, *items,
+                                        monitor);
+        end.error == ReadError::Cancelled)
+        return end;
+    answer["beside"] = EncodeBesideList(items->TakeBeside());
     answer["files"] = std::to_string(count);
     return ReadEnd::Ok();
 }

@@ -4,6 +4,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
+#include "load/readers/beside/sheet_beside.h"
 #include "load/readers/content_kind.h"
 #include "load/readers/crypto/decrypt.h"
 #include "load/readers/pdf/pdf_reader.h"
@@ -58,8 +59,15 @@ ReadEnd ReadAllSheets(Workbook& book, DocumentSink& sink, ReadMonitor& monitor) 
 ReadEnd ReadAnySheets(std::string_view bytes, const std::string& password, DocumentSink& sink,
                       ReadMonitor& monitor) {
     std::unique_ptr<Workbook> book;
-    ReadEnd end = OpenWorkbook(bytes, password, book);
-    return end.ok() ? ReadAllSheets(*book, sink, monitor) : end;
+    if (ReadEnd end = OpenWorkbook(bytes, password, book); !end.ok())
+        return end;
+    std::vector<std::size_t> shown;
+    for (std::size_t index = 0; index < book->Sheets().size(); ++index) {
+        if (!book->Sheets()[index].hidden)
+            shown.push_back(index);
+    }
+    const ReadEnd told = ReportSheetBeside(bytes, password, *book, shown, sink, monitor);
+    return told.error == ReadError::Cancelled ? told : ReadAllSheets(*book, sink, monitor);
 }
 
 // What a reading of a document needs, whatever kind it turns out to be.

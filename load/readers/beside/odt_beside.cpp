@@ -171,6 +171,26 @@ void OdtBeside::Shape(const Node& shape, int depth) {
     }
 }
 
+void OdtBeside::Page(const Node& page, int depth) {
+    if (depth > kMaxDepth)
+        return;
+    for (const Node& child : page.children()) {
+        const std::string_view name = LocalName(child);
+        if (name == "notes")
+            continue;
+        if (name == "annotation") {
+            Comment(child);
+            continue;
+        }
+        if (IsOdtShape(name))
+            Shape(child);
+        if (name == "p" || name == "h")
+            Walk(child, OdtChars(), depth + 1);
+        else
+            Page(child, depth + 1);
+    }
+}
+
 void OdtBeside::Drawing(const Node& shape, std::string_view name) {
     constexpr std::array<std::string_view, 8> kLook = {
         "width", "height", "viewBox", "points", "d", "type", "enhanced-path", "transform"};

@@ -23,6 +23,8 @@ class OdtBeside {
     void Paragraph(const pugi::xml_node& paragraph, const OdtStyles& styles, const OdtChars& chars);
     /// A frame or drawing outside of a paragraph.
     void Shape(const pugi::xml_node& shape, int depth = 0);
+    /// All that a slide holds, in one go.
+    void Page(const pugi::xml_node& page, int depth = 0);
     /// A section, table or row that is not shown.
     void Hidden(const pugi::xml_node& node, std::string_view what);
 
