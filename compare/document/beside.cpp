@@ -81,8 +81,7 @@ std::string Digits(const XXH128_hash_t& hash) {
 }
 
 bool IsDigest(std::string_view text) {
-    return text.size() == kDigestDigits &&
-           text.find_first_not_of(kHex) == std::string_view::npos;
+    return text.size() == kDigestDigits && text.find_first_not_of(kHex) == std::string_view::npos;
 }
 
 }  // namespace

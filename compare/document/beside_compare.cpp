@@ -24,8 +24,8 @@ bool Floats(BesideKind kind) {
 
 class KindCompare {
   public:
-    KindCompare(BesideKind kind, Entries original, Entries modified, const ParagraphPartners& partners,
-                std::vector<BesideDifference>& out)
+    KindCompare(BesideKind kind, Entries original, Entries modified,
+                const ParagraphPartners& partners, std::vector<BesideDifference>& out)
         : kind_(kind),
           original_(std::move(original)),
           modified_(std::move(modified)),

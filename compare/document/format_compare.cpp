@@ -63,8 +63,8 @@ class Document {
             std::upper_bound(paragraph_ends_.begin(), paragraph_ends_.end(), position);
         return found == paragraph_ends_.end()
                    ? nullptr
-                   : &text_.paragraph_runs[static_cast<std::size_t>(found -
-                                                                    paragraph_ends_.begin())]
+                   : &text_
+                          .paragraph_runs[static_cast<std::size_t>(found - paragraph_ends_.begin())]
                           .format;
     }
 
@@ -238,8 +238,8 @@ class WordPairs {
         };
         for (std::size_t i = old_end; i-- > begin;) {
             for (std::size_t j = new_end; j-- > begin;)
-                cell(i, j) = Same(i, j) ? cell(i + 1, j + 1) + 1
-                                        : std::max(cell(i + 1, j), cell(i, j + 1));
+                cell(i, j) =
+                    Same(i, j) ? cell(i + 1, j + 1) + 1 : std::max(cell(i + 1, j), cell(i, j + 1));
         }
         for (std::size_t i = begin, j = begin; i < old_end && j < new_end;) {
             if (Same(i, j))
@@ -305,8 +305,7 @@ class ParagraphCompare {
             const CharRun* const new_run = modified_.RunAt(new_at, new_end);
             if (old_run == nullptr || new_run == nullptr)
                 return;
-            const std::size_t step =
-                std::min({stop - new_at, old_end - old_at, new_end - new_at});
+            const std::size_t step = std::min({stop - new_at, old_end - old_at, new_end - new_at});
             CompareRun(*old_run, *new_run, new_at, step);
             old_at += step;
             new_at += step;

@@ -81,8 +81,7 @@ std::string BytesOf(std::string_view group) {
         } else if (group[at] == '\\') {
             const std::size_t past = PastEscape(group, at);
             if (group.substr(at, 4) == "\\bin") {
-                std::size_t begin =
-                    std::min(group.find_first_not_of("0123456789", at + 4), past);
+                std::size_t begin = std::min(group.find_first_not_of("0123456789", at + 4), past);
                 begin += begin < past && group[begin] == ' ' ? 1U : 0U;
                 bytes += group.substr(begin, past - begin);
                 at = past;

@@ -17,8 +17,7 @@ class RtfBeside {
     explicit RtfBeside(std::vector<BesideItem>* items) : items_(items) {}
 
     /// A group that is left out: `name` is its control word, `rest` the file behind that.
-    void Group(std::string_view name, std::string_view rest, std::int32_t paragraph,
-               CodePage page);
+    void Group(std::string_view name, std::string_view rest, std::int32_t paragraph, CodePage page);
     /// Text that is left out, hidden or deleted.
     void Unseen(std::string_view bytes, CodePage page, bool deleted);
     void Unseen(char16_t unit, bool deleted);

@@ -167,8 +167,8 @@ ReadEnd SheetsTo(std::string_view bytes, const ConversionMessage& job, ReadMonit
         answer["sheet" + number] = book->Sheets()[index].name;
     }
     const auto items = MakePlainSink();
-    if (ReadEnd end = ReportSheetBeside(bytes, TextOf(job, "password"), *book, chosen, *items,
-                                        monitor);
+    if (ReadEnd end =
+            ReportSheetBeside(bytes, TextOf(job, "password"), *book, chosen, *items, monitor);
         end.error == ReadError::Cancelled)
         return end;
     answer["beside"] = EncodeBesideList(items->TakeBeside());

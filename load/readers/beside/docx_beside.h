@@ -65,7 +65,7 @@ class DocxBeside {
     std::unordered_map<std::string, std::string> comments_;  ///< by id
     RunLook base_;
     Unseen unseen_;
-    std::string instruction_;  ///< of the field whose code is being read
+    std::string instruction_;    ///< of the field whose code is being read
     std::vector<bool> in_code_;  ///< one for each open field
 };
 

@@ -109,7 +109,7 @@ class FormulaWriter {
         const std::vector<Node> elements = Elements(node);
         const bool named = !shape.operands[0].empty();
         for (std::size_t i = 0; i < shape.operands.size(); ++i) {
-            const Node operand = named ? Child(node, shape.operands[i])
+            const Node operand = named                 ? Child(node, shape.operands[i])
                                  : i < elements.size() ? elements[i]
                                                        : Node();
             if (!operand)

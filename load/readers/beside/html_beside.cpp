@@ -66,8 +66,7 @@ void HtmlBeside::Special(const HtmlElement& element) {
         case GUMBO_TAG_IMG:
             return Picture(element, "src");
         case GUMBO_TAG_SVG: {
-            const std::string_view drawing =
-                ContentUpTo(element.rest, "</svg", look_ahead_left_);
+            const std::string_view drawing = ContentUpTo(element.rest, "</svg", look_ahead_left_);
             return sink_.Beside(MakeBeside(BesideKind::Drawing, "drawing", drawing));
         }
         case GUMBO_TAG_MATH:

@@ -17,9 +17,9 @@ std::string AddressIn(std::string_view text) {
         text.remove_prefix(1);
     std::string address;
     for (std::size_t at = 0; at < text.size(); ++at) {
-        const bool escaped = text[at] == '\\' && at + 1 < text.size() &&
-                             std::string_view("()<>[]\\\"'*_#!").find(text[at + 1]) !=
-                                 std::string_view::npos;
+        const bool escaped =
+            text[at] == '\\' && at + 1 < text.size() &&
+            std::string_view("()<>[]\\\"'*_#!").find(text[at + 1]) != std::string_view::npos;
         if (escaped) {
             address += text[++at];
             continue;

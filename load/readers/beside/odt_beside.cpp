@@ -23,23 +23,41 @@ bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& 
 
 // Elements whose text is made by the program when it shows the document.
 bool IsField(std::string_view name) {
-    constexpr std::array<std::string_view, 26> kNames = {
-        "date",           "time",           "page-number",      "page-count",
-        "author-name",    "author-initials", "chapter",         "file-name",
-        "sheet-name",     "variable-get",   "variable-set",     "variable-input",
-        "user-field-get", "expression",     "sequence",         "text-input",
-        "placeholder",    "conditional-text", "database-display", "bookmark-ref",
-        "reference-ref",  "sequence-ref",   "note-ref",         "title",
-        "subject",        "page-continuation"};
+    constexpr std::array<std::string_view, 26> kNames = {"date",
+                                                         "time",
+                                                         "page-number",
+                                                         "page-count",
+                                                         "author-name",
+                                                         "author-initials",
+                                                         "chapter",
+                                                         "file-name",
+                                                         "sheet-name",
+                                                         "variable-get",
+                                                         "variable-set",
+                                                         "variable-input",
+                                                         "user-field-get",
+                                                         "expression",
+                                                         "sequence",
+                                                         "text-input",
+                                                         "placeholder",
+                                                         "conditional-text",
+                                                         "database-display",
+                                                         "bookmark-ref",
+                                                         "reference-ref",
+                                                         "sequence-ref",
+                                                         "note-ref",
+                                                         "title",
+                                                         "subject",
+                                                         "page-continuation"};
     return IsOneOf(name, kNames);
 }
 
 // The attributes of a field that say what it is, not what it showed last.
 std::string FieldText(const Node& field, std::string_view name) {
     std::string text(name);
-    for (const std::string_view attribute : {"name", "ref-name", "formula", "condition",
-                                             "reference-format", "display", "table-name",
-                                             "column-name"}) {
+    for (const std::string_view attribute :
+         {"name", "ref-name", "formula", "condition", "reference-format", "display", "table-name",
+          "column-name"}) {
         if (const std::string_view value = Attribute(field, attribute); !value.empty())
             text += " " + std::string(value);
     }
@@ -243,7 +261,10 @@ bool OdtBeside::Object(const Node& frame, const std::string& name) {
     const Node body = Child(content.Root(), "body");
     const bool chart = static_cast<bool>(Child(body, "chart"));
     Send(MakeBeside(chart ? BesideKind::Chart : BesideKind::Object,
-                    !name.empty() ? name : chart ? "chart" : "object", ChartText(body)));
+                    !name.empty() ? name
+                    : chart       ? "chart"
+                                  : "object",
+                    ChartText(body)));
     return true;
 }
 

@@ -44,8 +44,8 @@ class OdtBeside {
     DocumentSink& sink_;
     const OdtStyles* styles_ = nullptr;
     std::unordered_map<std::string, std::string> changes_;  ///< by id
-    std::unordered_set<std::size_t> told_;  ///< frames, by the place of their nodes
-    std::string hidden_;                    ///< of the paragraph at work
+    std::unordered_set<std::size_t> told_;                  ///< frames, by the place of their nodes
+    std::string hidden_;                                    ///< of the paragraph at work
 };
 
 }  // namespace zorvane

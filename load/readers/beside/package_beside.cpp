@@ -123,7 +123,9 @@ void ReportOfficeProperties(Package& package, DocumentSink& sink) {
     std::size_t count = 0;
     for (const pugi::xml_node& property : own.Root().children()) {
         const std::string name(Attribute(property, "name"));
-        if (!name.empty() && ++count < kMostProperties)
+        // Names of that form are a program's own, for its next start or for labels of a company.
+        const bool internal = name.starts_with('_') || name.starts_with("MSIP_");
+        if (!name.empty() && !internal && ++count < kMostProperties)
             Report(sink, name, TextInside(property));
     }
 }

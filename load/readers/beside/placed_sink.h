@@ -18,7 +18,9 @@ class PlacedSink : public DocumentSink {
         BesideItem placed = item;
         placed.paragraph = 0;
         if (item.paragraph != 0)
-            placed.text = BesideText(place_ + ": " + item.text);
+            placed.text = BesideText(
+                place_ + ": " +
+                (item.text.empty() ? std::string(NameOf(item.kind).singular) : item.text));
         sink_.Beside(placed);
     }
     void BeginParagraph(const ParagraphFormat& /*format*/) override {}

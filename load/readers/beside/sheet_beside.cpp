@@ -103,8 +103,7 @@ class XlsxBeside {
             if (token != Token::Start || scanner.Name() != "hyperlink")
                 continue;
             const auto found = relations.find(std::string(scanner.Attribute("id")));
-            std::string target =
-                found == relations.end() ? std::string() : found->second.target;
+            std::string target = found == relations.end() ? std::string() : found->second.target;
             std::string place;
             AppendDecoded(scanner.Attribute("location"), place);
             if (!place.empty())
@@ -122,10 +121,10 @@ class XlsxBeside {
         for (const Node& anchor : xml.Root().children()) {
             const Node from = Child(anchor, "from");
             const std::string cell =
-                from ? CellName(std::clamp(NumberOf(Child(from, "col").text().get(), 0), 0, 99999),
-                                std::clamp(NumberOf(Child(from, "row").text().get(), 0), 0,
-                                           9999999))
-                     : std::string();
+                from
+                    ? CellName(std::clamp(NumberOf(Child(from, "col").text().get(), 0), 0, 99999),
+                               std::clamp(NumberOf(Child(from, "row").text().get(), 0), 0, 9999999))
+                    : std::string();
             Anchored(anchor, cell, relations, 0);
         }
     }
@@ -137,8 +136,8 @@ class XlsxBeside {
         for (const Node& child : node.children()) {
             const std::string_view name = LocalName(child);
             const bool picture = name == "blip";
-            const auto found = relations.find(
-                std::string(Attribute(child, picture ? "embed" : "id")));
+            const auto found =
+                relations.find(std::string(Attribute(child, picture ? "embed" : "id")));
             if ((picture || name == "chart") && found != relations.end()) {
                 const std::string& target = found->second.target;
                 Send(picture ? BesideKind::Picture : BesideKind::Chart, cell, FileOfPart(target),
@@ -293,8 +292,8 @@ ReadEnd ReportHiddenSheets(Workbook& book, const std::vector<std::size_t>& chose
         ReadEnd end = book.ReadSheet(index, {}, row, monitor);
         if (end.error == ReadError::Cancelled)
             return end;
-        sink.Beside({BesideKind::HiddenText, 0, BesideText(sheet.name + ": hidden sheet"),
-                     hash.Digest()});
+        sink.Beside(
+            {BesideKind::HiddenText, 0, BesideText(sheet.name + ": hidden sheet"), hash.Digest()});
     }
     return ReadEnd::Ok();
 }

@@ -64,8 +64,8 @@ void SlideBeside::Begin(std::int32_t number, const std::string& part, const Node
 
 void SlideBeside::End() {
     if (drawn_ > 0 && sink_.Size() == size_)
-        placed_.Beside({BesideKind::PageWithoutText, kBesideHere, "picture",
-                        BesideDigest(slide_digest_)});
+        placed_.Beside(
+            {BesideKind::PageWithoutText, kBesideHere, "picture", BesideDigest(slide_digest_)});
 }
 
 void SlideBeside::Walk(const Node& node, int depth) {
@@ -119,9 +119,11 @@ void SlideBeside::Shape(const Node& shape) {
     const Node size = Child(Child(properties, "xfrm"), "ext");
     std::string look = std::string(kind) + " " + std::string(Attribute(size, "cx")) + " " +
                        std::string(Attribute(size, "cy"));
-    const BesideItem item = MakeBeside(
-        BesideKind::Drawing, !name_.empty() ? std::string_view(name_) : kind.empty() ? "shape" : kind,
-        look);
+    const BesideItem item = MakeBeside(BesideKind::Drawing,
+                                       !name_.empty() ? std::string_view(name_)
+                                       : kind.empty() ? "shape"
+                                                      : kind,
+                                       look);
     slide_digest_ += item.digest;
     ++drawn_;
     placed_.Beside(item);
@@ -132,12 +134,11 @@ void SlideBeside::Part(BesideKind kind, std::string_view relation, std::string_v
     if (found == relations_.end())
         return;
     const Relationship& part = found->second;
-    const std::string digest =
-        part.external ? BesideDigest(part.target) : digests_.Of(part.target);
+    const std::string digest = part.external ? BesideDigest(part.target) : digests_.Of(part.target);
     slide_digest_ += digest;
     ++drawn_;
-    placed_.Beside({kind, kBesideHere, BesideText(name.empty() ? FileOfPart(part.target) : name),
-                    digest});
+    placed_.Beside(
+        {kind, kBesideHere, BesideText(name.empty() ? FileOfPart(part.target) : name), digest});
 }
 
 void SlideBeside::Comments(const std::string& part) {

@@ -38,7 +38,7 @@ class HtmlFlow : public HtmlHandler {
         CssSpace space = CssSpace::Normal;
         CssTransform transform = CssTransform::None;
         bool hidden = false;
-        bool never_shown = false;  ///< hidden by its kind, not by the page
+        bool never_shown = false;        ///< hidden by its kind, not by the page
         bool line_is_paragraph = false;  ///< of text whose line breaks are kept
         bool drawing = false;            ///< where text is no part of the picture
         bool cell = false;               ///< a table's cell that ends with a mark

@@ -10,8 +10,8 @@
 
 namespace zorvane {
 
-ReadEnd ShowHtml(std::string_view utf8, HtmlSyntax syntax, DocumentSink& sink,
-                 ReadMonitor& monitor, HtmlFileDigest digest_of = {});
+ReadEnd ShowHtml(std::string_view utf8, HtmlSyntax syntax, DocumentSink& sink, ReadMonitor& monitor,
+                 HtmlFileDigest digest_of = {});
 
 /// The page as UTF-8: by its byte-order mark, its own words, its look.
 std::string HtmlAsUtf8(std::string_view bytes, std::string_view locale_encoding);

@@ -230,9 +230,9 @@ class InlineText {
         Emphasize(bracket.piece + 1);
         Piece& opener = pieces_[bracket.piece];
         opener.mark = 0;
-        opener.text = MarkdownOpenTag(
-            bracket.image, text_.substr(bracket.place, at_ - bracket.place),
-            text_.substr(at_ + 1, behind - at_ - 1), definitions_);
+        opener.text =
+            MarkdownOpenTag(bracket.image, text_.substr(bracket.place, at_ - bracket.place),
+                            text_.substr(at_ + 1, behind - at_ - 1), definitions_);
         at_ = behind;
         if (bracket.image)
             return;

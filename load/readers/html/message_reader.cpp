@@ -112,9 +112,9 @@ class MessageText {
     // What the part holds is told by its digest alone.
     void ReportPart(BesideKind kind, const MimeEntity& entity, const MimeType& type) {
         const std::string name = type.name.empty() ? type.type.value : type.name;
-        sink_.Beside(MakeBeside(kind, DecodeField(name, locale_encoding_),
-                                DecodeBody(entity.body,
-                                           entity.Field("content-transfer-encoding"))));
+        sink_.Beside(
+            MakeBeside(kind, DecodeField(name, locale_encoding_),
+                       DecodeBody(entity.body, entity.Field("content-transfer-encoding"))));
     }
 
     ReadEnd Multipart(const MimeEntity& entity, const MimeType& type, int depth) {

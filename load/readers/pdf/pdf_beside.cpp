@@ -75,8 +75,7 @@ void PdfBeside::Document() {
 
 void PdfBeside::EmbeddedFiles() {
     Catalog* const catalog = document_.getCatalog();
-    const int count =
-        catalog == nullptr ? 0 : std::min(catalog->numEmbeddedFiles(), kMostFiles);
+    const int count = catalog == nullptr ? 0 : std::min(catalog->numEmbeddedFiles(), kMostFiles);
     for (int index = 0; index < count; ++index) {
         const std::unique_ptr<FileSpec> file = catalog->embeddedFile(index);
         if (!file || !file->isOk() || file->getEmbeddedFile() == nullptr)
@@ -169,8 +168,7 @@ void PdfBeside::Picture(Object& stream, int number) {
         const Object value = stream.streamGetDict()->lookup(key);
         return value.isInt() ? std::to_string(value.getInt()) : std::string("?");
     };
-    Send(BesideKind::Picture, "picture " + size("Width") + " x " + size("Height"),
-         digest->second);
+    Send(BesideKind::Picture, "picture " + size("Width") + " x " + size("Height"), digest->second);
 }
 
 // Of the bytes as the file holds them, decrypted but not unpacked.

@@ -86,14 +86,26 @@ TEST(BesideCompare, TellsWhatChanged) {
          {Picture(1, "b"), Picture(2, "a")},
          straight,
          "pictures replaced 1>1 a>b;pictures replaced 2>2 b>a;"},
-        {"a picture that went to the next paragraph", {Picture(2, "p")}, {Picture(3, "p")},
-         straight, ""},
-        {"a picture that went farther", {Picture(1, "p")}, {Picture(4, "p")}, straight,
+        {"a picture that went to the next paragraph",
+         {Picture(2, "p")},
+         {Picture(3, "p")},
+         straight,
+         ""},
+        {"a picture that went farther",
+         {Picture(1, "p")},
+         {Picture(4, "p")},
+         straight,
          "pictures moved 1>4 p>p;"},
-        {"a link that went to the next paragraph", {Link(2, "a")}, {Link(3, "a")}, straight,
+        {"a link that went to the next paragraph",
+         {Link(2, "a")},
+         {Link(3, "a")},
+         straight,
          "links moved 2>3 a>a;"},
-        {"out of a paragraph that was deleted", {Picture(2, "p")}, {Picture(3, "p")},
-         second_deleted, ""},
+        {"out of a paragraph that was deleted",
+         {Picture(2, "p")},
+         {Picture(3, "p")},
+         second_deleted,
+         ""},
         {"gone with its paragraph",
          {Picture(2, "p"), Link(2, "a")},
          {},
@@ -152,12 +164,12 @@ TEST(BesideCompare, SaysItInOneSentence) {
     EXPECT_EQ(BesideSentence(many),
               "Beside the words: formatting changed in 9 paragraphs (1, 2, 3, 4, 5, 6 and 3 "
               "more).");
-    EXPECT_EQ(BesideSentence({{BesideKind::Metadata, BesideChange::Changed, 0, 0, "title: a",
-                               "title: b"},
-                              {BesideKind::PageWithoutText, BesideChange::Added, 0, 0, "",
-                               "page 3: picture"}}),
-              "Beside the words: 1 document property changed (title), 1 page without text added "
-              "(page 3).");
+    EXPECT_EQ(
+        BesideSentence(
+            {{BesideKind::Metadata, BesideChange::Changed, 0, 0, "title: a", "title: b"},
+             {BesideKind::PageWithoutText, BesideChange::Added, 0, 0, "", "page 3: picture"}}),
+        "Beside the words: 1 document property changed (title), 1 page without text added "
+        "(page 3).");
 }
 
 struct FormatRow {
@@ -199,9 +211,10 @@ TEST(FormatCompare, TellsOneDifferenceForAParagraph) {
         {"a side without formatting", "{\\b a}", "a", FormatDepth::None, ""},
     };
     const auto read = [](std::string_view content) {
-        return ReadRtf("{\\rtf1{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue255;"
-                       "\\red0\\green0\\blue0;}" +
-                       std::string(content) + "}");
+        return ReadRtf(
+            "{\\rtf1{\\colortbl;\\red255\\green0\\blue0;\\red0\\green0\\blue255;"
+            "\\red0\\green0\\blue0;}" +
+            std::string(content) + "}");
     };
     for (const FormatRow& row : rows) {
         SCOPED_TRACE(row.name);

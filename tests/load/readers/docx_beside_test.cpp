@@ -36,27 +36,28 @@ std::string Replaced(std::string text, std::string_view what, std::string_view w
 }
 
 std::vector<BesideItem> ItemsOf(const Parts& parts) {
-    const std::string bytes = MakeZip(
-        {{"_rels/.rels",
-          "<Relationships><Relationship Id=\"r1\" Type=\"http://x/officeDocument\" "
-          "Target=\"word/document.xml\"/></Relationships>"},
-         {"word/_rels/document.xml.rels",
-          Replaced(std::string(kRelations), "http://a.example/", parts.link)},
-         {"word/document.xml", WordPart("document", "<w:body>" + parts.body + "</w:body>")},
-         {"word/styles.xml",
-          WordPart("styles", "<w:style w:type=\"character\" w:styleId=\"H\"><w:rPr><w:vanish/>"
-                             "</w:rPr></w:style>")},
-         {"word/media/one.png", parts.picture},
-         {"word/media/two.png", "second picture"},
-         {"word/charts/chart1.xml", parts.chart},
-         {"word/embeddings/book.xlsx", parts.object},
-         {"word/comments.xml",
-          WordPart("comments", "<w:comment w:id=\"7\" w:author=\"Ann\"><w:p><w:r><w:t>" +
-                                   parts.comment + "</w:t></w:r></w:p></w:comment>")},
-         {"docProps/core.xml", "<cp:coreProperties><dc:title>" + parts.title +
-                                   "</dc:title><dcterms:modified>2020</dcterms:modified>"
-                                   "<cp:lastModifiedBy>Bob</cp:lastModifiedBy>"
-                                   "</cp:coreProperties>"}});
+    const std::string bytes =
+        MakeZip({{"_rels/.rels",
+                  "<Relationships><Relationship Id=\"r1\" Type=\"http://x/officeDocument\" "
+                  "Target=\"word/document.xml\"/></Relationships>"},
+                 {"word/_rels/document.xml.rels",
+                  Replaced(std::string(kRelations), "http://a.example/", parts.link)},
+                 {"word/document.xml", WordPart("document", "<w:body>" + parts.body + "</w:body>")},
+                 {"word/styles.xml",
+                  WordPart("styles",
+                           "<w:style w:type=\"character\" w:styleId=\"H\"><w:rPr><w:vanish/>"
+                           "</w:rPr></w:style>")},
+                 {"word/media/one.png", parts.picture},
+                 {"word/media/two.png", "second picture"},
+                 {"word/charts/chart1.xml", parts.chart},
+                 {"word/embeddings/book.xlsx", parts.object},
+                 {"word/comments.xml",
+                  WordPart("comments", "<w:comment w:id=\"7\" w:author=\"Ann\"><w:p><w:r><w:t>" +
+                                           parts.comment + "</w:t></w:r></w:p></w:comment>")},
+                 {"docProps/core.xml", "<cp:coreProperties><dc:title>" + parts.title +
+                                           "</dc:title><dcterms:modified>2020</dcterms:modified>"
+                                           "<cp:lastModifiedBy>Bob</cp:lastModifiedBy>"
+                                           "</cp:coreProperties>"}});
     const auto package = Package::Open(bytes);
     return BesideItemsOf([&](DocumentSink& sink, ReadMonitor& monitor) {
         return ReadWordPackage(*package, sink, monitor);
@@ -96,7 +97,8 @@ TEST(DocxBeside, TellsEachThingAtItsParagraph) {
                          "</w:hyperlink><w:hyperlink w:anchor=\"here\">" + Text("c") +
                          "</w:hyperlink><w:hyperlink w:anchor=\"_Toc1\"/>"),
          "links 2 http://a.example/; links 2 #here; "},
-        {"pictures, old and new", InParagraph(Picture("r2", "Logo")) +
+        {"pictures, old and new",
+         InParagraph(Picture("r2", "Logo")) +
              InParagraph("<w:r><w:pict><v:shape><v:imagedata r:id=\"r3\"/></v:shape></w:pict>"
                          "</w:r>"),
          "pictures 1 Logo; pictures 2 two.png; "},
@@ -123,11 +125,11 @@ TEST(DocxBeside, TellsEachThingAtItsParagraph) {
          InParagraph("<w:r><w:object><v:shape><v:imagedata r:id=\"r2\"/></v:shape><o:OLEObject "
                      "ProgID=\"Sheet.12\" r:id=\"r5\"/></w:object></w:r>"),
          "objects 1 Sheet.12; "},
-        {"a comment",
-         InParagraph(Text("a") + "<w:r><w:commentReference w:id=\"7\"/></w:r>"),
+        {"a comment", InParagraph(Text("a") + "<w:r><w:commentReference w:id=\"7\"/></w:r>"),
          "comments 1 Ann: why?; "},
         {"tracked changes",
-         InParagraph("<w:ins>" + Text("new") + "</w:ins><w:del><w:r><w:delText>old</w:delText>"
+         InParagraph("<w:ins>" + Text("new") +
+                     "</w:ins><w:del><w:r><w:delText>old</w:delText>"
                      "</w:r></w:del>"),
          "tracked 1 inserted: new; tracked 1 deleted: old; "},
         {"a deleted row",
@@ -161,8 +163,9 @@ TEST(DocxBeside, SeesEachThingThatChangesAndNothingElse) {
     parts.body = InParagraph("<w:hyperlink r:id=\"r1\">" + Text("b") + "</w:hyperlink>") +
                  InParagraph(Picture("r2", "Logo")) +
                  InParagraph("<w:r><w:drawing><c:chart r:id=\"r4\"/></w:drawing></w:r>") +
-                 InParagraph("<w:r><w:object><o:OLEObject ProgID=\"S\" r:id=\"r5\"/></w:object>"
-                             "</w:r><w:r><w:commentReference w:id=\"7\"/></w:r>");
+                 InParagraph(
+                     "<w:r><w:object><o:OLEObject ProgID=\"S\" r:id=\"r5\"/></w:object>"
+                     "</w:r><w:r><w:commentReference w:id=\"7\"/></w:r>");
     const auto told = [&](const Parts& other) {
         return BesideSentence(CompareBeside(ItemsOf(parts), ItemsOf(other), {1, 2, 3, 4}));
     };

@@ -20,24 +20,29 @@ TEST(FormulaText, WritesTheStructureAsOneLine) {
         {"an index", "<m:oMath><m:sSub><m:e>x</m:e><m:sub>2</m:sub></m:sSub></m:oMath>", "x_2"},
         {"a fraction", "<m:oMath><m:f><m:num>a+b</m:num><m:den>2</m:den></m:f></m:oMath>",
          "(a+b)/2"},
-        {"both limits", "<m:oMath><m:nary><m:naryPr><m:chr m:val=\"S\"/></m:naryPr><m:sub><m:r>"
-                        "i=1</m:r></m:sub><m:sup><m:r>n</m:r></m:sup><m:e>i</m:e></m:nary>"
-                        "</m:oMath>",
+        {"both limits",
+         "<m:oMath><m:nary><m:naryPr><m:chr m:val=\"S\"/></m:naryPr><m:sub><m:r>"
+         "i=1</m:r></m:sub><m:sup><m:r>n</m:r></m:sup><m:e>i</m:e></m:nary>"
+         "</m:oMath>",
          "S_(i=1)^n i"},
         {"no limits", "<m:oMath><m:nary><m:sub/><m:sup/><m:e>x</m:e></m:nary></m:oMath>",
          "\xE2\x88\xAB x"},
-        {"roots", "<m:oMath><m:rad><m:deg/><m:e>x</m:e></m:rad><m:rad><m:deg>3</m:deg><m:e>y"
-                  "</m:e></m:rad></m:oMath>",
+        {"roots",
+         "<m:oMath><m:rad><m:deg/><m:e>x</m:e></m:rad><m:rad><m:deg>3</m:deg><m:e>y"
+         "</m:e></m:rad></m:oMath>",
          "\xE2\x88\x9A(x)[3]\xE2\x88\x9A(y)"},
-        {"brackets", "<m:oMath><m:d><m:dPr><m:begChr m:val=\"[\"/></m:dPr><m:e>a</m:e><m:e>b"
-                     "</m:e></m:d></m:oMath>",
+        {"brackets",
+         "<m:oMath><m:d><m:dPr><m:begChr m:val=\"[\"/></m:dPr><m:e>a</m:e><m:e>b"
+         "</m:e></m:d></m:oMath>",
          "[a|b)"},
-        {"a matrix", "<m:oMath><m:m><m:mr><m:e>a</m:e><m:e>b</m:e></m:mr><m:mr><m:e>c</m:e><m:e>d"
-                     "</m:e></m:mr></m:m></m:oMath>",
+        {"a matrix",
+         "<m:oMath><m:m><m:mr><m:e>a</m:e><m:e>b</m:e></m:mr><m:mr><m:e>c</m:e><m:e>d"
+         "</m:e></m:mr></m:m></m:oMath>",
          "[a, b; c, d]"},
-        {"MathML", "<math><semantics><mrow><msup><mi>x</mi><mn>2</mn></msup><mo> + </mo><msubsup>"
-                   "<mi>a</mi><mi>i</mi><mn>10</mn></msubsup></mrow><annotation>x</annotation>"
-                   "</semantics></math>",
+        {"MathML",
+         "<math><semantics><mrow><msup><mi>x</mi><mn>2</mn></msup><mo> + </mo><msubsup>"
+         "<mi>a</mi><mi>i</mi><mn>10</mn></msubsup></mrow><annotation>x</annotation>"
+         "</semantics></math>",
          "x^2+a_i^(10)"},
         {"MathML's fractions and roots",
          "<math><mfrac><mn>1</mn><msqrt><mi>x</mi><mi>y</mi></msqrt></mfrac><mroot><mi>z</mi>"

@@ -32,8 +32,9 @@ std::vector<BesideItem> ItemsOf(const Parts& parts) {
                           "</office:meta></office:document-meta>"},
          {"Pictures/one.png", parts.picture},
          {"Object 1/content.xml", "<office:document-content><office:body><office:chart>" +
-                                      parts.chart + "</office:chart></office:body>"
-                                                    "</office:document-content>"},
+                                      parts.chart +
+                                      "</office:chart></office:body>"
+                                      "</office:document-content>"},
          {"Object 2/content.xml", "<math>" + parts.formula + "</math>"}});
     const auto package = Package::Open(bytes);
     return BesideItemsOf([&](DocumentSink& sink, ReadMonitor& monitor) {
@@ -76,14 +77,14 @@ TEST(OdtBeside, TellsEachThingAtItsParagraph) {
              "</table:table-cell></table:table-row></table:table>",
          "pictures 2 one.png; "},
         {"a chart without its likeness and a formula",
-         P(std::string(kChart)) + P(std::string(kFormula)),
-         "charts 1 chart; formulas 2 x^2; "},
+         P(std::string(kChart)) + P(std::string(kFormula)), "charts 1 chart; formulas 2 x^2; "},
         {"a shape by its words, none for one that shows text",
          P("<draw:rect svg:width=\"1cm\"><svg:desc>Box</svg:desc></draw:rect><draw:rect>" +
            P("text") + "</draw:rect>"),
          "drawings 1 Box; "},
-        {"a comment", P("a<office:annotation><dc:creator>Ann</dc:creator><dc:date>2020</dc:date>" +
-                        P("why?") + "</office:annotation>b"),
+        {"a comment",
+         P("a<office:annotation><dc:creator>Ann</dc:creator><dc:date>2020</dc:date>" + P("why?") +
+           "</office:annotation>b"),
          "comments 1 Ann: why?; "},
         {"tracked changes at their places",
          "<text:tracked-changes><text:changed-region text:id=\"c1\"><text:deletion>"
@@ -91,8 +92,9 @@ TEST(OdtBeside, TellsEachThingAtItsParagraph) {
              P("gone") +
              "</text:deletion></text:changed-region><text:changed-region text:id=\"c2\">"
              "<text:insertion/></text:changed-region></text:tracked-changes>" +
-             P("a") + P("<text:change text:change-id=\"c1\"/>b<text:change-start "
-                        "text:change-id=\"c2\"/>c<text:change-end text:change-id=\"c2\"/>"),
+             P("a") +
+             P("<text:change text:change-id=\"c1\"/>b<text:change-start "
+               "text:change-id=\"c2\"/>c<text:change-end text:change-id=\"c2\"/>"),
          "tracked 2 deleted: gone; tracked 2 inserted; "},
         {"hidden text by its style, hidden sections and rows",
          P("a<text:span text:style-name=\"H\">b</text:span>") +
@@ -105,9 +107,9 @@ TEST(OdtBeside, TellsEachThingAtItsParagraph) {
          P("<text:page-number>3</text:page-number><text:user-field-get text:name=\"n\">v"
            "</text:user-field-get>"),
          "fields 1 page-number; fields 1 user-field-get n; "},
-        {"in a note", P("a<text:note><text:note-body>" +
-                        P("<text:a xlink:href=\"http://n/\">b</text:a>") +
-                        "</text:note-body></text:note>"),
+        {"in a note",
+         P("a<text:note><text:note-body>" + P("<text:a xlink:href=\"http://n/\">b</text:a>") +
+           "</text:note-body></text:note>"),
          "links 1 http://n/; "},
     };
     for (const Row& row : rows) {
@@ -129,8 +131,8 @@ TEST(OdtBeside, TellsEachThingAtItsParagraph) {
 
 TEST(OdtBeside, SeesEachThingThatChangesAndNothingElse) {
     Parts parts;
-    parts.body = P("a" + std::string(kPicture)) + P(std::string(kChart)) +
-                 P(std::string(kFormula) + "b");
+    parts.body =
+        P("a" + std::string(kPicture)) + P(std::string(kChart)) + P(std::string(kFormula) + "b");
     const auto told = [&](const Parts& other) {
         return BesideSentence(CompareBeside(ItemsOf(parts), ItemsOf(other), {1, 2, 3}));
     };
@@ -144,8 +146,7 @@ TEST(OdtBeside, SeesEachThingThatChangesAndNothingElse) {
         {&Parts::picture, "two", "1 picture replaced (paragraph 1)."},
         {&Parts::chart, "<chart:chart><text:p>13</text:p></chart:chart>",
          "1 chart replaced (paragraph 2)."},
-        {&Parts::formula, "<msub><mi>x</mi><mn>2</mn></msub>",
-         "1 formula changed (paragraph 3)."},
+        {&Parts::formula, "<msub><mi>x</mi><mn>2</mn></msub>", "1 formula changed (paragraph 3)."},
         {&Parts::title, "Plans", "1 document property changed (title)."},
     };
     for (const Change& change : changes) {

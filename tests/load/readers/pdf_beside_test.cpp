@@ -47,8 +47,9 @@ std::string MakeScan(const Scan& scan) {
     writer.Add("<< /Type /Font /Subtype /Type1 /BaseFont /Times-Roman >>");
     writer.Add(content(Line(72, 700, "words") + "q 9 0 0 9 0 0 cm /A Do Q"));
     writer.Add(content("q 612 0 0 792 0 0 cm /F Do Q"));
-    writer.Add("<< /Type /XObject /Subtype /Form /BBox [0 0 1 1] /Resources << /XObject << /B "
-               "6 0 R >> >> /Length 5 >>\nstream\n/B Do\nendstream");
+    writer.Add(
+        "<< /Type /XObject /Subtype /Form /BBox [0 0 1 1] /Resources << /XObject << /B "
+        "6 0 R >> >> /Length 5 >>\nstream\n/B Do\nendstream");
     writer.Add("<< /Title <FEFF" + scan.title + "> /Author (\\304nn) /Producer (x) >>");
     std::string pdf = writer.Finish(test_pdf::Xref::Right);
     const std::string root = "/Root 1 0 R";
@@ -88,8 +89,9 @@ TEST(PdfBeside, SeesEachThingThatChangesAndNothingElse) {
     EXPECT_EQ(told(scan), "");
     Scan other = scan;
     other.first = "1ne";
-    EXPECT_EQ(told(other), "Beside the words: 1 picture replaced (page 1), 1 page without text "
-                           "replaced (page 2).")
+    EXPECT_EQ(told(other),
+              "Beside the words: 1 picture replaced (page 1), 1 page without text "
+              "replaced (page 2).")
         << "the second page may show any picture of the shared list";
     other = scan;
     other.title = "0050";

@@ -1,10 +1,11 @@
 // What workbooks of both kinds hold beside the text of their cells.
+#include "load/readers/beside/sheet_beside.h"
+
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "compare/document/beside_compare.h"
-#include "load/readers/beside/sheet_beside.h"
 #include "tests/support/shown_beside.h"
 #include "tests/support/zip_file.h"
 
@@ -55,8 +56,8 @@ std::string MakeBook(const Parts& parts) {
          relations(relation("r1", "hyperlink", parts.target, "TargetMode=\"External\"") +
                    relation("r2", "comments", "comments1.xml") +
                    relation("r3", "drawing", "drawings/d.xml"))},
-        {"xl/comments1.xml", "<comments><commentList>" + parts.comments +
-                                 "</commentList></comments>"},
+        {"xl/comments1.xml",
+         "<comments><commentList>" + parts.comments + "</commentList></comments>"},
         {"xl/drawings/d.xml",
          "<xdr:wsDr><xdr:twoCellAnchor><xdr:from><xdr:col>27</xdr:col><xdr:row>4</xdr:row>"
          "</xdr:from><xdr:pic><a:blip r:embed=\"r1\"/></xdr:pic></xdr:twoCellAnchor>"
@@ -64,9 +65,8 @@ std::string MakeBook(const Parts& parts) {
          "<xdr:graphicFrame><c:chart r:id=\"r2\"/></xdr:graphicFrame></xdr:twoCellAnchor>"
          "<xdr:absoluteAnchor><xdr:sp><xdr:txBody><a:p><a:t>note</a:t></a:p></xdr:txBody></xdr:sp>"
          "</xdr:absoluteAnchor></xdr:wsDr>"},
-        {"xl/drawings/_rels/d.xml.rels",
-         relations(relation("r1", "image", "../media/i.png") +
-                   relation("r2", "chart", "../charts/c.xml"))},
+        {"xl/drawings/_rels/d.xml.rels", relations(relation("r1", "image", "../media/i.png") +
+                                                   relation("r2", "chart", "../charts/c.xml"))},
         {"xl/media/i.png", parts.picture},
         {"xl/charts/c.xml", parts.chart},
         {"docProps/core.xml", "<p><dc:title>" + parts.title + "</dc:title></p>"}});

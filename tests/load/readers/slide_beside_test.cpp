@@ -48,7 +48,8 @@ std::string MakeDeck(const Parts& parts) {
     deck.Add("ppt/notesSlides/n.xml",
              "<p:notes><p:cSld><p:spTree><p:sp><p:nvSpPr><p:nvPr><p:ph type=\"body\"/></p:nvPr>"
              "</p:nvSpPr><p:txBody><a:p><a:r><a:t>" +
-                 parts.notes + "</a:t></a:r></a:p></p:txBody></p:sp></p:spTree></p:cSld></p:notes>");
+                 parts.notes +
+                 "</a:t></a:r></a:p></p:txBody></p:sp></p:spTree></p:cSld></p:notes>");
     return deck.Finish();
 }
 
@@ -64,11 +65,9 @@ TEST(SlideBeside, TellsEachThingWithItsSlide) {
     constexpr std::string_view kSecond =
         "pictures 0 slide 2: Logo; drawings 0 slide 2: star5; links 0 slide 2: http://x/; objects "
         "0 slide 2: Sheet; comments 0 slide 2: why?; ";
-    constexpr std::string_view kThird =
-        "pictures 0 slide 3: scan.png; pages 0 slide 3: picture; ";
-    EXPECT_EQ(ShownItems(ItemsOf({})), std::string(kSecond) +
-                                           "hidden 0 slide 2: notes: say this; " +
-                                           std::string(kThird));
+    constexpr std::string_view kThird = "pictures 0 slide 3: scan.png; pages 0 slide 3: picture; ";
+    EXPECT_EQ(ShownItems(ItemsOf({})),
+              std::string(kSecond) + "hidden 0 slide 2: notes: say this; " + std::string(kThird));
     SlideOptions options;
     options.notes = true;
     EXPECT_EQ(ShownItems(ItemsOf({}, options)), std::string(kSecond) + std::string(kThird));
@@ -83,8 +82,9 @@ TEST(SlideBeside, SeesEachThingThatChangesAndNothingElse) {
     EXPECT_EQ(told({}), "");
     Parts other;
     other.picture = "two";
-    EXPECT_EQ(told(other), "Beside the words: 2 pictures replaced (slide 2, slide 3), 1 page "
-                           "without text replaced (slide 3).");
+    EXPECT_EQ(told(other),
+              "Beside the words: 2 pictures replaced (slide 2, slide 3), 1 page "
+              "without text replaced (slide 3).");
     other = Parts();
     other.target = "http://y/";
     EXPECT_EQ(told(other), "Beside the words: 1 link target changed (slide 2).");
@@ -98,9 +98,9 @@ TEST(SlideBeside, SeesEachThingThatChangesAndNothingElse) {
 
 std::vector<BesideItem> OpenItems(const std::string& page, std::string_view picture = "one") {
     const std::string bytes = MakeZip(ZipParts{
-        {"content.xml",
-         "<office:document-content><office:body><office:presentation><draw:page/>" + page +
-             "</office:presentation></office:body></office:document-content>"},
+        {"content.xml", "<office:document-content><office:body><office:presentation><draw:page/>" +
+                            page +
+                            "</office:presentation></office:body></office:document-content>"},
         {"styles.xml", "<office:document-styles/>"},
         {"Pictures/a.png", std::string(picture)},
         {"meta.xml", "<m><office:meta><dc:title>Talk</dc:title></office:meta></m>"}});

@@ -46,8 +46,9 @@ TEST(HtmlBeside, TellsEachThingAtItsParagraph) {
         {"a drawing and a formula",
          "<p>a<svg><circle r=5 /></svg><p>b<math><msup><mi>x</mi><mn>2</mn></msup></math>",
          "drawings 1 drawing; formulas 2 x^2; "},
-        {"other pages and films", "<p>a<iframe src='http://y/'>z</iframe><video src=v.mp4>no"
-                                  "</video>",
+        {"other pages and films",
+         "<p>a<iframe src='http://y/'>z</iframe><video src=v.mp4>no"
+         "</video>",
          "objects 1 http://y/; objects 1 v.mp4; "},
         {"what the page says of itself",
          "<head><title>T &amp; U</title><meta name=Author content=Ann><meta name=generator "
@@ -67,8 +68,7 @@ TEST(HtmlBeside, TellsEachThingAtItsParagraph) {
 
 TEST(HtmlBeside, SeesAPictureInsideOfThePageChange) {
     const auto told = [](std::string_view original, std::string_view modified) {
-        return BesideSentence(
-            CompareBeside(PageItems(original), PageItems(modified), {1, 2, 3}));
+        return BesideSentence(CompareBeside(PageItems(original), PageItems(modified), {1, 2, 3}));
     };
     constexpr std::string_view kPage = "<p>a<p>b<img alt=p src='data:image/png;base64,YWI='>";
     EXPECT_EQ(told(kPage, "<p>a<p>b<img alt=p src='data:image/png;base64,\n YWI ='>"), "");
@@ -76,21 +76,23 @@ TEST(HtmlBeside, SeesAPictureInsideOfThePageChange) {
               "Beside the words: 1 picture replaced (paragraph 2).");
     EXPECT_EQ(told("<svg><circle r=5></svg>", "<svg><circle r=6></svg>"),
               "Beside the words: 1 drawing replaced (paragraph 1).");
-    EXPECT_EQ(told("<math><msup><mi>x</mi><mn>2</mn></msup></math>",
-                   "<math><mi>x</mi><mn>2</mn></math>"),
-              "Beside the words: 1 formula changed (paragraph 1).");
+    EXPECT_EQ(
+        told("<math><msup><mi>x</mi><mn>2</mn></msup></math>", "<math><mi>x</mi><mn>2</mn></math>"),
+        "Beside the words: 1 formula changed (paragraph 1).");
 }
 
 TEST(MarkdownBeside, KnowsTheAddressesOfLinksAndPictures) {
     const Row rows[] = {
-        {"in parentheses", "a\n\n[x](http://y/) [z](<b c> 't')", "links 2 http://y/; links 2 b c; "},
+        {"in parentheses", "a\n\n[x](http://y/) [z](<b c> 't')",
+         "links 2 http://y/; links 2 b c; "},
         {"parentheses and quotes inside", "[x](a_(b)) [y](c\\)d) [z](e\"f)",
          "links 1 a_(b); links 1 c)d; links 1 e\"f; "},
         {"by a label, by its own text", "[x][L] [m]\n\n[l]: http://l/ 't'\n[m]: http://m/\n",
          "links 1 http://l/; links 1 http://m/; "},
         {"an address by itself", "<http://x/>", "links 1 http://x/; "},
         {"a picture", "a\n\n![Logo](p/x.png)\n", "pictures 2 x.png; "},
-        {"a picture as a link", "[![Logo](x.png)](http://y/)", "links 1 http://y/; pictures 1 x.png; "},
+        {"a picture as a link", "[![Logo](x.png)](http://y/)",
+         "links 1 http://y/; pictures 1 x.png; "},
         {"no link", "[x] (y)", ""},
     };
     for (const Row& row : rows) {
