@@ -11,8 +11,8 @@
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kMostTextBytes = std::size_t{1} << 14;  // of a group that is read as text
-constexpr std::size_t kMostUnseen = std::size_t{1} << 14;     // of a paragraph
+constexpr std::size_t kMostTextBytes = std::size_t{1} << 20;  // of a group that is read as text
+constexpr std::size_t kMostUnseen = std::size_t{1} << 20;     // of a paragraph
 
 bool IsLetter(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
@@ -60,7 +60,7 @@ std::string_view GroupContent(std::string_view rest) {
 std::string TextOf(std::string_view group, CodePage page) {
     const std::string document = "{\\rtf1\\ansi\\ansicpg" + std::to_string(page.number) + "{}" +
                                  std::string(group.substr(0, kMostTextBytes)) + "}";
-    return BesideText(ToUtf8(ReadRtf(document).text));
+    return std::string(Trim(ToUtf8(ReadRtf(document).text)));
 }
 
 int HexValue(char digit) {
@@ -98,6 +98,29 @@ std::string BytesOf(std::string_view group) {
         }
     }
     return bytes;
+}
+
+// A formula's letters and the words of its structure, without looks and ids.
+std::string FormulaShape(std::string_view group) {
+    std::string shape;
+    for (std::size_t at = 0; at < group.size() && shape.size() < kMostTextBytes;) {
+        if (group[at] != '\\') {
+            if (static_cast<unsigned char>(group[at]) > 0x20)
+                shape += group[at];
+            ++at;
+            continue;
+        }
+        std::size_t end = at + 1;
+        while (end < group.size() && IsLetter(group[end]))
+            ++end;
+        const std::string_view word = group.substr(at + 1, end - at - 1);
+        const bool letter = word.empty() || word == "u";
+        end = std::min(group.find_first_not_of("-0123456789", end), group.size());
+        if (letter || word.starts_with('m'))
+            shape += group.substr(at, std::max(end, at + 2) - at);
+        at = std::max(end, at + 2);
+    }
+    return shape;
 }
 
 std::string_view PictureKind(std::string_view group) {
@@ -185,6 +208,10 @@ void RtfBeside::Group(std::string_view name, std::string_view rest, std::int32_t
         Object(GroupContent(rest), paragraph);
     } else if (name == "fldinst") {
         FieldCode(TextOf(GroupContent(rest), page), paragraph);
+    } else if (name == "moMath") {
+        const std::string_view formula = GroupContent(rest);
+        Add(MakeBeside(BesideKind::Formula, TextOf(formula, page), FormulaShape(formula)),
+            paragraph);
     } else if (name == "info") {
         Info(GroupContent(rest), page);
     } else if (name == "atnauthor") {

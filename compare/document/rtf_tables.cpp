@@ -89,6 +89,7 @@ constexpr RtfWord kWords[] = {
     {"ltrpar", RtfAction::RightToLeft, 0},
     {"mac", RtfAction::CodePageFixed, 10000},
     {"mmathPr", RtfAction::SkipGroup},
+    {"moMath", RtfAction::SkipGroup},
     {"nestcell", RtfAction::Character, 9},
     {"nestrow", RtfAction::NestedRowEnd},
     {"nonesttables", RtfAction::SkipGroup},

@@ -14,7 +14,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-constexpr std::size_t kMostUnseen = std::size_t{1} << 14;  // bytes of one paragraph
+constexpr std::size_t kMostUnseen = std::size_t{1} << 20;  // bytes of one paragraph
 constexpr std::size_t kMostComments = 20'000;
 
 template <std::size_t kCount>
@@ -43,7 +43,7 @@ void RunText(const Node& node, int depth, std::string& text) {
 // How a shape looks, without the ids that each saving makes anew.
 void Look(const Node& node, int depth, std::string& look) {
     constexpr std::array<std::string_view, 3> kIds = {"id", "spid", "name"};
-    constexpr std::size_t kLongest = 4096;
+    constexpr std::size_t kLongest = std::size_t{1} << 16;
     if (depth > kMaxDepth || look.size() > kLongest)
         return;
     look += LocalName(node);

@@ -12,7 +12,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-constexpr std::size_t kLongest = 4096;
+constexpr std::size_t kLongest = std::size_t{1} << 16;
 constexpr int kDeepest = 100;
 constexpr std::string_view kRoot = "\xE2\x88\x9A";
 constexpr std::string_view kIntegral = "\xE2\x88\xAB";

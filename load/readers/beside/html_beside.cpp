@@ -13,7 +13,7 @@ namespace zorvane {
 namespace {
 
 constexpr std::size_t kFarthest = std::size_t{1} << 20;  // of one drawing or formula
-constexpr std::size_t kMostHidden = std::size_t{1} << 14;
+constexpr std::size_t kMostHidden = std::size_t{1} << 20;
 
 // The element's content, as it stands, up to its end tag.
 std::string_view ContentUpTo(std::string_view rest, std::string_view end_tag, std::size_t& left) {

@@ -13,7 +13,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-constexpr std::size_t kMostHidden = std::size_t{1} << 14;
+constexpr std::size_t kMostHidden = std::size_t{1} << 20;
 constexpr std::size_t kMostChanges = 50'000;
 
 template <std::size_t kCount>

@@ -132,6 +132,33 @@ BesideItem At(std::int32_t paragraph, BesideKind kind, std::string_view text) {
     return At(paragraph, kind, text, text);
 }
 
+TEST(Beside, RichTextFormulasDifferByTheirStructure) {
+    const auto formula = [](std::string_view structure) {
+        const auto items = BesideOf("{\\rtf1 a{\\*\\moMath" + std::string(structure) + "}b}", "ab");
+        EXPECT_EQ(items.size(), 1U);
+        return items.at(0);
+    };
+    const BesideItem power = formula("{\\msSup{\\me{\\mr\\i x}}{\\msup{\\mr 2}}}");
+    EXPECT_EQ(power.text, "x2");
+    EXPECT_EQ(power, formula("{\\msSup{\\me{\\mr\\i\\f5 x}}{\\msup{\\mr 2}}}"));
+    EXPECT_NE(power.digest, formula("{\\msSub{\\me{\\mr x}}{\\msub{\\mr 2}}}").digest);
+    EXPECT_NE(power.digest, formula("{\\msSup{\\me{\\mr y}}{\\msup{\\mr 2}}}").digest);
+    EXPECT_NE(formula("{\\mr\\u945?}").digest, formula("{\\mr\\u946?}").digest);
+}
+
+TEST(Beside, WhatIsLongerThanItsTextIsStillTold) {
+    const std::string start(500, 'x');
+    for (const char* group : {"{\\*\\annotation ", "{\\v ", "{\\*\\fldinst ", "{\\deleted "}) {
+        SCOPED_TRACE(group);
+        const auto item = [&](const char* end) {
+            return BesideOf("{\\rtf1 " + (group + start) + end + "}a}", "a").at(0);
+        };
+        EXPECT_EQ(item("a"), item("a"));
+        EXPECT_EQ(item("a").text, item("b").text);
+        EXPECT_NE(item("a").digest, item("b").digest);
+    }
+}
+
 TEST(Beside, RichTextOfOthersTellsWhatItLeavesOut) {
     const RtfRow rows[] = {
         {"nothing", "a\\par b", "a|b", {}},
