@@ -33,9 +33,11 @@ class KindCompare {
           out_(out) {}
 
     void Run() {
-        for (std::size_t i = 0; i < partners_.size(); ++i) {
-            if (partners_[i] > 0)
-                source_[partners_[i]] = static_cast<std::int32_t>(i) + 1;
+        std::int32_t number = 0;
+        for (const std::int32_t partner : partners_) {
+            ++number;
+            if (partner > 0)
+                source_[partner] = number;
         }
         EqualInPlace();
         EqualOfWholeDocument();

@@ -39,6 +39,16 @@ std::string PlacesOf(const std::vector<const BesideDifference*>& group) {
     return text + ")";
 }
 
+std::vector<const BesideDifference*> Group(const std::vector<BesideDifference>& differences,
+                                           BesideKind kind, BesideChange change) {
+    std::vector<const BesideDifference*> group;
+    for (const BesideDifference& difference : differences) {
+        if (difference.kind == kind && difference.change == change)
+            group.push_back(&difference);
+    }
+    return group;
+}
+
 std::string Clause(const std::vector<const BesideDifference*>& group) {
     const BesideDifference& first = *group.front();
     const BesideKindName& name = NameOf(first.kind);
@@ -74,11 +84,7 @@ std::string BesideSentence(const std::vector<BesideDifference>& differences) {
     for (const BesideKindName& name : BesideKindNames()) {
         for (const BesideChange change : {BesideChange::Changed, BesideChange::Removed,
                                           BesideChange::Added, BesideChange::Moved}) {
-            std::vector<const BesideDifference*> group;
-            for (const BesideDifference& difference : differences) {
-                if (difference.kind == name.kind && difference.change == change)
-                    group.push_back(&difference);
-            }
+            const auto group = Group(differences, name.kind, change);
             if (!group.empty())
                 sentence += (sentence.empty() ? "Beside the words: " : ", ") + Clause(group);
         }

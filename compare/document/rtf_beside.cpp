@@ -70,32 +70,45 @@ int HexValue(char digit) {
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
+// Takes the bytes of a \bin at `at` and gives the place behind them.
+std::size_t TakeBinary(std::string_view group, std::size_t at, std::string& bytes) {
+    const std::size_t past = PastEscape(group, at);
+    std::size_t begin = std::min(group.find_first_not_of("0123456789", at + 4), past);
+    begin += begin < past && group[begin] == ' ' ? 1U : 0U;
+    bytes += group.substr(begin, past - begin);
+    return past;
+}
+
+// Bytes from their hexadecimal digits.
+class HexBytes {
+  public:
+    void Take(char digit, std::string& bytes) {
+        const int value = HexValue(digit);
+        if (value < 0)
+            return;
+        if (high_ >= 0)
+            bytes += static_cast<char>(high_ * 16 + value);
+        high_ = high_ >= 0 ? -1 : value;
+    }
+
+  private:
+    int high_ = -1;
+};
+
 // The bytes that a group writes as hexadecimal digits or as they are; groups inside and control
 // words are passed over.
 std::string BytesOf(std::string_view group) {
     std::string bytes;
-    int high = -1;
+    HexBytes digits;
     for (std::size_t at = 0; at < group.size();) {
-        if (group[at] == '{') {
+        if (group[at] == '{')
             at += GroupContent(group.substr(at + 1)).size() + 2;
-        } else if (group[at] == '\\') {
-            const std::size_t past = PastEscape(group, at);
-            if (group.substr(at, 4) == "\\bin") {
-                std::size_t begin = std::min(group.find_first_not_of("0123456789", at + 4), past);
-                begin += begin < past && group[begin] == ' ' ? 1U : 0U;
-                bytes += group.substr(begin, past - begin);
-                at = past;
-                continue;
-            }
+        else if (group.substr(at, 4) == "\\bin")
+            at = TakeBinary(group, at, bytes);
+        else if (group[at] == '\\')
             at = std::min(group.find_first_of(" \r\n{}\\", at + 1), group.size());
-        } else {
-            const int value = HexValue(group[at++]);
-            if (value < 0)
-                continue;
-            if (high >= 0)
-                bytes += static_cast<char>(high * 16 + value);
-            high = high >= 0 ? -1 : value;
-        }
+        else
+            digits.Take(group[at++], bytes);
     }
     return bytes;
 }
@@ -138,6 +151,12 @@ std::string_view PictureKind(std::string_view group) {
             return name;
     }
     return "picture";
+}
+
+bool IsMargin(std::string_view group) {
+    constexpr std::array<std::string_view, 8> kMargins = {
+        "header", "headerf", "headerl", "headerr", "footer", "footerf", "footerl", "footerr"};
+    return std::find(kMargins.begin(), kMargins.end(), group) != kMargins.end();
 }
 
 std::string_view NextWord(std::string_view& rest) {
@@ -188,10 +207,25 @@ void RtfBeside::Add(BesideItem item, std::int32_t paragraph) {
 
 void RtfBeside::Group(std::string_view name, std::string_view rest, std::int32_t paragraph,
                       CodePage page) {
-    constexpr std::array<std::string_view, 8> kMargins = {
-        "header", "headerf", "headerl", "headerr", "footer", "footerf", "footerl", "footerr"};
-    if (items_ == nullptr)
+    if (items_ == nullptr || Thing(name, rest, paragraph, page))
         return;
+    if (name == "fldinst") {
+        FieldCode(TextOf(GroupContent(rest), page), paragraph);
+    } else if (name == "atnauthor") {
+        author_ = TextOf(GroupContent(rest), page);
+    } else if (name == "annotation") {
+        Comment(TextOf(GroupContent(rest), page), paragraph);
+    } else if (name == "info") {
+        Info(GroupContent(rest), page);
+    } else if (IsMargin(name)) {
+        if (auto item = MakeMetadata(name.substr(0, 6), TextOf(GroupContent(rest), page)))
+            Add(std::move(*item), paragraph);
+    }
+}
+
+// What is no text. False for other groups.
+bool RtfBeside::Thing(std::string_view name, std::string_view rest, std::int32_t paragraph,
+                      CodePage page) {
     if (name == "zvbeside") {
         if (std::optional<BesideItem> item = DecodeBeside(GroupContent(rest)))
             Add(std::move(*item), paragraph);
@@ -206,23 +240,14 @@ void RtfBeside::Group(std::string_view name, std::string_view rest, std::int32_t
         class_ = TextOf(GroupContent(rest), page);
     } else if (name == "objdata") {
         Object(GroupContent(rest), paragraph);
-    } else if (name == "fldinst") {
-        FieldCode(TextOf(GroupContent(rest), page), paragraph);
     } else if (name == "moMath") {
         const std::string_view formula = GroupContent(rest);
         Add(MakeBeside(BesideKind::Formula, TextOf(formula, page), FormulaShape(formula)),
             paragraph);
-    } else if (name == "info") {
-        Info(GroupContent(rest), page);
-    } else if (name == "atnauthor") {
-        author_ = TextOf(GroupContent(rest), page);
-    } else if (name == "annotation") {
-        Comment(TextOf(GroupContent(rest), page), paragraph);
-    } else if (std::find(kMargins.begin(), kMargins.end(), name) != kMargins.end()) {
-        const std::string_view place = name.substr(0, 6);
-        if (auto item = MakeMetadata(place, TextOf(GroupContent(rest), page)))
-            Add(std::move(*item), paragraph);
+    } else {
+        return false;
     }
+    return true;
 }
 
 void RtfBeside::Picture(std::string_view group, std::int32_t paragraph) {

@@ -27,6 +27,7 @@ class RtfBeside {
 
   private:
     void Add(BesideItem item, std::int32_t paragraph);
+    bool Thing(std::string_view name, std::string_view rest, std::int32_t paragraph, CodePage page);
     void Picture(std::string_view group, std::int32_t paragraph);
     void Object(std::string_view group, std::int32_t paragraph);
     void FieldCode(std::string_view code, std::int32_t paragraph);

@@ -65,8 +65,11 @@ class FormulaWriter {
             return;
         }
         const std::string_view name = LocalName(node);
-        if (name.ends_with("Pr") || name.starts_with("annotation"))
-            return;
+        if (!name.ends_with("Pr") && !name.starts_with("annotation"))
+            Element(node, name, depth);
+    }
+
+    void Element(const Node& node, std::string_view name, int depth) {
         for (const ShapeRow& shape : kShapes) {
             if (name == shape.name)
                 return Shape(node, shape, depth);

@@ -17,7 +17,8 @@ constexpr std::string_view kRelations =
     "Target=\"media/two.png\"/><Relationship Id=\"r4\" Type=\"http://x/chart\" "
     "Target=\"charts/chart1.xml\"/><Relationship Id=\"r5\" Type=\"http://x/oleObject\" "
     "Target=\"embeddings/book.xlsx\"/><Relationship Id=\"r6\" Type=\"http://x/comments\" "
-    "Target=\"comments.xml\"/></Relationships>";
+    "Target=\"comments.xml\"/><Relationship Id=\"r7\" Type=\"http://x/footer\" "
+    "Target=\"footer1.xml\"/></Relationships>";
 
 /// A document whose parts can be exchanged one by one.
 struct Parts {
@@ -47,6 +48,13 @@ std::vector<BesideItem> ItemsOf(const Parts& parts) {
                   WordPart("styles",
                            "<w:style w:type=\"character\" w:styleId=\"H\"><w:rPr><w:vanish/>"
                            "</w:rPr></w:style>")},
+                 {"word/footer1.xml",
+                  WordPart("ftr",
+                           "<w:p><w:hyperlink r:id=\"r1\"><w:r><w:t>foot</w:t></w:r></w:hyperlink>"
+                           "</w:p>")},
+                 {"word/_rels/footer1.xml.rels",
+                  "<Relationships><Relationship Id=\"r1\" Type=\"http://x/hyperlink\" "
+                  "TargetMode=\"External\" Target=\"http://foot.example/\"/></Relationships>"},
                  {"word/media/one.png", parts.picture},
                  {"word/media/two.png", "second picture"},
                  {"word/charts/chart1.xml", parts.chart},
@@ -129,9 +137,9 @@ TEST(DocxBeside, TellsEachThingAtItsParagraph) {
          "comments 1 Ann: why?; "},
         {"tracked changes",
          InParagraph("<w:ins>" + Text("new") +
-                     "</w:ins><w:del><w:r><w:delText>old</w:delText>"
-                     "</w:r></w:del>"),
-         "tracked 1 inserted: new; tracked 1 deleted: old; "},
+                     "</w:ins><w:del><w:r><w:delText>old </w:delText>"
+                     "</w:r></w:del><w:moveFrom><w:r><w:t>gone</w:t></w:r></w:moveFrom>"),
+         "tracked 1 inserted: new; tracked 1 deleted: old gone; "},
         {"a deleted row",
          "<w:tbl><w:tr><w:trPr><w:del/></w:trPr><w:tc>" + InParagraph(Text("x")) +
              "</w:tc></w:tr></w:tbl>" + InParagraph(Text("a")),
@@ -145,6 +153,10 @@ TEST(DocxBeside, TellsEachThingAtItsParagraph) {
                      Text("5") + "</w:fldSimple>") +
              InParagraph(code + " HYPERLINK \"http://b.example/\" " + result),
          "fields 1 PAGE; fields 1 DATE \\@ y; links 2 http://b.example/; "},
+        {"a footer's relations are its own",
+         InParagraph("<w:hyperlink r:id=\"r1\">" + Text("a") + "</w:hyperlink>") +
+             "<w:sectPr><w:footerReference w:type=\"default\" r:id=\"r7\"/></w:sectPr>",
+         "links 1 http://a.example/; links 2 http://foot.example/; "},
         {"in a table's row, which is one paragraph",
          InParagraph(Text("a")) + "<w:tbl><w:tr><w:tc>" + InParagraph(Text("x")) +
              InParagraph(Picture("r2", "Logo")) + "</w:tc></w:tr></w:tbl>",

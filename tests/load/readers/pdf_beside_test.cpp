@@ -19,6 +19,7 @@ struct Scan {
     std::string second = "two";
     std::string title = "Plan";
     std::string annotations;
+    std::string second_words;
 };
 
 std::string Picture(std::string_view bytes) {
@@ -46,7 +47,7 @@ std::string MakeScan(const Scan& scan) {
     writer.Add(Picture(scan.second));
     writer.Add("<< /Type /Font /Subtype /Type1 /BaseFont /Times-Roman >>");
     writer.Add(content(Line(72, 700, "words") + "q 9 0 0 9 0 0 cm /A Do Q"));
-    writer.Add(content("q 612 0 0 792 0 0 cm /F Do Q"));
+    writer.Add(content(scan.second_words + "q 612 0 0 792 0 0 cm /F Do Q"));
     writer.Add(
         "<< /Type /XObject /Subtype /Form /BBox [0 0 1 1] /Resources << /XObject << /B "
         "6 0 R >> >> /Length 5 >>\nstream\n/B Do\nendstream");
@@ -99,6 +100,15 @@ TEST(PdfBeside, SeesEachThingThatChangesAndNothingElse) {
     other = scan;
     other.annotations = Link(0, 0, 9, 9, "http://y/");
     EXPECT_EQ(told(other), "Beside the words: 1 link target changed (page 1).");
+}
+
+TEST(PdfBeside, TellsAPictureOfSeveralPagesOnce) {
+    Scan scan;
+    scan.title = kPlanInUtf16;
+    scan.second_words = Line(72, 700, "more words");
+    EXPECT_EQ(ShownItems(ItemsOf(MakeScan(scan))),
+              "metadata 0 title: Plan; metadata 0 author: \xC3\x84nn; pictures 0 page 1: picture "
+              "3 x 1; pictures 0 page 1: picture 3 x 1; ");
 }
 
 TEST(PdfBeside, TheQuickRoadTellsTheSame) {
