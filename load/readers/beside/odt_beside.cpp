@@ -66,11 +66,27 @@ std::string FieldText(const Node& field, std::string_view name) {
 
 std::string NameOfFrame(const Node& frame) {
     for (const std::string_view element : {"desc", "title"}) {
-        const std::string name = TextInside(Child(frame, element));
+        std::string name = TextInside(Child(frame, element));
         if (!Trim(name).empty())
             return name;
     }
     return {};
+}
+
+// What a tracked change did; empty for what is none.
+std::string ChangeText(const Node& change) {
+    if (Is(change, "insertion"))
+        return "inserted";
+    if (Is(change, "format-change"))
+        return "format";
+    if (!Is(change, "deletion"))
+        return {};
+    std::string text = "deleted: ";
+    for (const Node& part : change.children()) {
+        if (!Is(part, "change-info"))
+            text += TextInside(part);
+    }
+    return text;
 }
 
 bool HasText(const Node& node, int depth) {
@@ -87,21 +103,9 @@ void OdtBeside::TakeChanges(const Node& changes) {
     for (const Node& region : changes.children()) {
         const std::string id(Attribute(region, "id"));
         for (const Node& change : region.children()) {
-            const std::string_view kind = LocalName(change);
-            if (changes_.size() >= kMostChanges)
-                return;
-            if (kind == "deletion") {
-                std::string text;
-                for (const Node& part : change.children()) {
-                    if (!Is(part, "change-info"))
-                        text += TextInside(part);
-                }
-                changes_[id] = "deleted: " + text;
-            } else if (kind == "insertion") {
-                changes_[id] = "inserted";
-            } else if (kind == "format-change") {
-                changes_[id] = "format";
-            }
+            const std::string text = ChangeText(change);
+            if (!text.empty() && changes_.size() < kMostChanges)
+                changes_[id] = text;
         }
     }
 }

@@ -134,23 +134,31 @@ class XlsxBeside {
         if (depth > kMaxDepth)
             return;
         for (const Node& child : node.children()) {
-            const std::string_view name = LocalName(child);
-            const bool picture = name == "blip";
-            const auto found =
-                relations.find(std::string(Attribute(child, picture ? "embed" : "id")));
-            if ((picture || name == "chart") && found != relations.end()) {
-                const std::string& target = found->second.target;
-                Send(picture ? BesideKind::Picture : BesideKind::Chart, cell, FileOfPart(target),
-                     picture ? digests_.Of(target) : digests_.OfText(target));
-            } else if (name == "sp") {
-                const std::string text(Trim(TextInside(Child(child, "txBody"))));
-                const std::string_view kind =
-                    Attribute(Child(Child(child, "spPr"), "prstGeom"), "prst");
-                Send(BesideKind::Drawing, cell, text.empty() ? kind : std::string_view(text),
-                     BesideDigest(std::string(kind) + "\n" + text));
-            }
+            if (Is(child, "blip"))
+                Part(BesideKind::Picture, cell, relations, Attribute(child, "embed"));
+            else if (Is(child, "chart"))
+                Part(BesideKind::Chart, cell, relations, Attribute(child, "id"));
+            else if (Is(child, "sp"))
+                Shape(child, cell);
             Anchored(child, cell, relations, depth + 1);
         }
+    }
+
+    void Part(BesideKind kind, const std::string& cell, const Relationships& relations,
+              std::string_view relation) {
+        const auto found = relations.find(std::string(relation));
+        if (found == relations.end())
+            return;
+        const std::string& target = found->second.target;
+        Send(kind, cell, FileOfPart(target),
+             kind == BesideKind::Picture ? digests_.Of(target) : digests_.OfText(target));
+    }
+
+    void Shape(const Node& shape, const std::string& cell) {
+        const std::string text(Trim(TextInside(Child(shape, "txBody"))));
+        const std::string_view kind = Attribute(Child(Child(shape, "spPr"), "prstGeom"), "prst");
+        Send(BesideKind::Drawing, cell, text.empty() ? kind : std::string_view(text),
+             BesideDigest(std::string(kind) + "\n" + text));
     }
 
     PartDigests digests_;
@@ -303,6 +311,7 @@ void ReportPackage(Package& package, Workbook& book, const std::vector<std::size
     if (package.Has("content.xml")) {
         ReportOpenDocumentProperties(package, sink);
         std::vector<std::string> names;
+        names.reserve(chosen.size());
         for (const std::size_t index : chosen)
             names.push_back(book.Sheets()[index].name);
         OdsBeside(package, sink, std::move(names)).Run();
