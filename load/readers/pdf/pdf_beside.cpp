@@ -114,15 +114,8 @@ void PdfBeside::Annotation(const Object& annotation) {
     if (!annotation.isDict())
         return;
     const Object subtype = annotation.dictLookup("Subtype");
-    if (subtype.isName("Link")) {
-        const Object action = annotation.dictLookup("A");
-        std::string target = action.isDict() ? TextOf(action.dictLookup("URI")) : std::string();
-        if (target.empty() && action.isDict())
-            target = TextOf(action.dictLookup("F"));
-        if (!target.empty())
-            Send(BesideKind::Link, target, BesideDigest(target));
-        return;
-    }
+    if (subtype.isName("Link"))
+        return Link(annotation.dictLookup("A"));
     const std::string contents = TextOf(annotation.dictLookup("Contents"));
     if (subtype.isName("FileAttachment")) {
         Send(BesideKind::Object, contents.empty() ? "file" : contents, BesideDigest(contents));
@@ -131,6 +124,16 @@ void PdfBeside::Annotation(const Object& annotation) {
         const std::string text = author.empty() ? contents : author + ": " + contents;
         Send(BesideKind::Comment, text, BesideDigest(text));
     }
+}
+
+void PdfBeside::Link(const Object& action) {
+    if (!action.isDict())
+        return;
+    std::string target = TextOf(action.dictLookup("URI"));
+    if (target.empty())
+        target = TextOf(action.dictLookup("F"));
+    if (!target.empty())
+        Send(BesideKind::Link, target, BesideDigest(target));
 }
 
 // Pictures may lie in forms, which may lie in forms.

@@ -28,6 +28,7 @@ class PdfBeside {
     void Info(const char* key, std::string_view name);
     void EmbeddedFiles();
     void Annotation(const Object& annotation);
+    void Link(const Object& action);
     void Pictures(Dict* resources, int depth);
     void Picture(Object& stream, int number);
     std::string DigestOf(Object& stream);
