@@ -28,10 +28,12 @@ std::string PlacesOf(const std::vector<const BesideDifference*>& group) {
     }
     if (places.empty())
         return {};
-    std::string text = " (";
     const BesideDifference& first = *group.front();
-    if (places.size() == 1 && first.modified_paragraph + first.original_paragraph > 0)
-        text += "paragraph ";
+    if (places.size() == 1 && first.modified_paragraph > 0)
+        return " (paragraph " + places[0] + ")";
+    if (places.size() == 1 && first.original_paragraph > 0)
+        return " (paragraph " + std::to_string(first.original_paragraph) + " of the original)";
+    std::string text = " (";
     for (std::size_t i = 0; i < std::min(places.size(), kMostPlaces); ++i)
         text += (i == 0 ? "" : ", ") + places[i];
     if (places.size() > kMostPlaces)

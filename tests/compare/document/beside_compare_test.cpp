@@ -156,7 +156,7 @@ TEST(BesideCompare, SaysItInOneSentence) {
                               change(BesideKind::Link, BesideChange::Removed, 7, 0),
                               change(BesideKind::Formatting, BesideChange::Changed, 1, 1)}),
               "Beside the words: 1 picture replaced (paragraph 3), 2 link targets changed (12, "
-              "40), 1 link target removed (paragraph original 7), formatting changed in 1 "
+              "40), 1 link target removed (paragraph 7 of the original), formatting changed in 1 "
               "paragraph (paragraph 1).");
     std::vector<BesideDifference> many;
     for (std::int32_t i = 1; i <= 9; ++i)
