@@ -95,6 +95,23 @@ Status AnswerFile::CopyTo(const AnswerPart& part, const std::string& target) con
     return failure;
 }
 
+Result<std::string> AnswerFile::Read(const AnswerPart& part) const {
+    std::string bytes(part.length, '\0');
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got = pread(file_.Get(), bytes.data() + done, bytes.size() - done,
+                                  static_cast<off_t>(part.offset + done));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got == 0)
+            errno = EIO;
+        if (got <= 0)
+            return Failure{std::strerror(errno)};
+        done += static_cast<std::size_t>(got);
+    }
+    return bytes;
+}
+
 Status AnswerFile::Fill(std::string_view bytes) {
     return WriteAll(file_.Get(), bytes) ? Status::Ok() : Status(Failure{std::strerror(errno)});
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "common/base/result.h"
 #include "common/platform/file_descriptor.h"
@@ -22,6 +23,8 @@ class AnswerFile {
     std::uint64_t Size() const;
     /// Writes a part to a new file; an old one goes first.
     Status CopyTo(const AnswerPart& part, const std::string& target) const;
+    /// A part that fits the memory; empty for an empty one.
+    Result<std::string> Read(const AnswerPart& part) const;
     Status Fill(std::string_view bytes);
     /// The file as something to read.
     FileDescriptor TakeDescriptor() && { return std::move(file_); }

@@ -48,6 +48,18 @@ std::optional<AnswerPart> PartOf(std::string_view text, std::uint64_t answer_siz
     return AnswerPart{*offset, *length};
 }
 
+// The list of what lies beside the text, behind the last part where there is one.
+bool TakeBeside(const ConversionMessage& answer, std::uint64_t end, std::uint64_t answer_size,
+                ConversionResult& result) {
+    if (answer.find("beside") == answer.end())
+        return true;
+    const auto part = PartOf(TextOf(answer, "beside"), answer_size);
+    if (!part || part->offset < end || part->length > kMostBesideBytes)
+        return false;
+    result.beside = *part;
+    return true;
+}
+
 bool TakeParts(const ConversionMessage& answer, std::size_t count, std::uint64_t answer_size,
                ConversionResult& result) {
     std::uint64_t end = 0;
@@ -59,7 +71,7 @@ bool TakeParts(const ConversionMessage& answer, std::size_t count, std::uint64_t
         end = part->offset + part->length;
         result.parts.push_back(*part);
     }
-    return true;
+    return TakeBeside(answer, end, answer_size, result);
 }
 
 bool TakeSheets(const ConversionMessage& answer, std::size_t& count, ConversionResult& result) {

@@ -19,6 +19,9 @@ struct AnswerPart {
     friend bool operator==(const AnswerPart&, const AnswerPart&) = default;
 };
 
+/// Much more than the longest list of what lies beside a text.
+inline constexpr std::uint64_t kMostBesideBytes = std::uint64_t{16} << 20;
+
 /// What a request is to bring.
 enum class AnswerShape {
     OneDocument,  ///< one part
@@ -31,6 +34,7 @@ struct ConversionResult {
     ReadError error = ReadError::None;
     std::string detail;  ///< the reader's own words, in one line; may be empty
     std::vector<AnswerPart> parts;
+    AnswerPart beside;  ///< what lies beside the text, by `EncodeBesideList`; may be empty
     std::vector<std::string> sheets;  ///< names, for a user
     std::int32_t pages = 0;
     std::string office;  ///< after `NeedsOffice`: the format that it is to be converted to

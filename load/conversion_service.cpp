@@ -231,7 +231,18 @@ ConversionResult ConversionService::RunHereOrThroughOffice(const ConversionMessa
     const std::string format = answered.result.office;
     if (answered.result.error == ReadError::NeedsOffice && !format.empty() && OfficeInstalled())
         answered = ThroughOffice(std::move(request), format, observer);
-    return Delivered(std::move(answered.result), answered.file, std::string(TextOf(job, "target")));
+    ConversionResult result =
+        Delivered(std::move(answered.result), answered.file, std::string(TextOf(job, "target")));
+    return result.ok() ? WithBeside(std::move(result), answered.file) : result;
+}
+
+// What an answer cannot show is not left out in silence, so that a failure fails the conversion.
+ConversionResult ConversionService::WithBeside(ConversionResult result, const AnswerFile& file) {
+    const Result<std::string> list = file.Read(result.beside);
+    if (!list.ok())
+        return FailedConversion(ReadError::CannotOpen, list.failure().reason);
+    AddBeside(list.value());
+    return result;
 }
 
 // The suite turns the file into the modern form of its kind, which is then read as ever.

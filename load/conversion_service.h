@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "common/platform/platform.h"
 #include "load/answer_file.h"
@@ -35,6 +37,11 @@ class ConversionService {
     /// For a failure that was known without a request.
     void NoteFailure(const ConversionResult& result, const std::string& file);
     void ForgetFailures() { first_failure_.clear(); }
+    /// What lay beside the texts that were converted to a form without a place for it, as a list
+    /// of `EncodeBesideList`; nothing is left here.
+    std::string TakeBeside() { return std::exchange(beside_, {}); }
+    /// Such a list of a conversion that needed no child.
+    void AddBeside(std::string_view list) { beside_ += list; }
     /// Starts a request that `Run` will be asked for soon, so that it is carried out beside another
     /// one. The job as `Run` will get it; its target does not matter. One at a time.
     void Expect(ConversionMessage job);
@@ -74,6 +81,7 @@ class ConversionService {
                      const ConversionObserver& observer);
     ConversionResult RunHereOrThroughOffice(const ConversionMessage& job,
                                             const ConversionObserver& observer);
+    ConversionResult WithBeside(ConversionResult result, const AnswerFile& file);
     Answered ThroughOffice(ConversionMessage job, const std::string& format,
                            const ConversionObserver& observer);
     Answered AskOffice(const std::string& source, const std::string& password,
@@ -91,6 +99,7 @@ class ConversionService {
     ConverterProcess office_;
     std::unique_ptr<Started> expected_;
     std::string first_failure_;
+    std::string beside_;
     bool office_stays_ = false;
     bool office_library_fails_ = false;  ///< its start program has to do
     bool in_sandbox_ = true;

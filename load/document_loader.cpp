@@ -1,5 +1,6 @@
 #include "load/document_loader.h"
 
+#include <algorithm>
 #include <sys/stat.h>
 #include <utility>
 
@@ -61,6 +62,22 @@ bool IsSide(EditorTarget target) {
 }
 Side SideOf(EditorTarget target) {
     return target == EditorTarget::Original ? Side::Original : Side::Modified;
+}
+
+// What stands behind the last paragraph is told at it.
+void KeepInText(const Editor& editor, std::vector<BesideItem>& beside) {
+    if (beside.empty())
+        return;
+    std::int32_t paragraphs = 1;
+    char16_t last = 0;
+    for (const std::u16string_view piece : editor.TextPieces()) {
+        paragraphs += static_cast<std::int32_t>(std::count(piece.begin(), piece.end(), u'\n'));
+        last = piece.empty() ? last : piece.back();
+    }
+    if (last == u'\n')
+        --paragraphs;
+    for (BesideItem& item : beside)
+        item.paragraph = std::clamp(item.paragraph, 0, paragraphs);
 }
 
 clsVarString& FileOption(clsCompareFileOptions& options, Side side) {
@@ -187,21 +204,28 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     const bool plain = options.bRemoveFormatting.Data();
     bLoadedAsPlainText = plain || (IsComparedAsText(sFile) && !TakesWordRoad(sFile));
     clsRTBDocument& document = parts_.document(target);
-    if (!(side && bLoadedAsPlainText) && LooksLikeRtf(bytes)) {
+    std::vector<BesideItem> unused;
+    std::vector<BesideItem>& beside = side ? beside_[SideOf(target)] : unused;
+    const bool rich = !(side && bLoadedAsPlainText) && LooksLikeRtf(bytes);
+    if (side)
+        looks_[SideOf(target)] = rich ? UpperExtension(sFile) : "";
+    if (rich) {
         if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
             RewriteRichText(sFile, bytes);
-        RichText rich = ReadRtf(bytes);
+        RichText text = ReadRtf(bytes, beside);
         std::string().swap(bytes);
-        if (remove_blank_lines)
-            RemoveEmptyParagraphs(rich);
+        if (remove_blank_lines) {
+            NumberWithoutEmptyLines(text.text, beside);
+            RemoveEmptyParagraphs(text);
+        }
         if (side)
-            TakeNoText(sFile, rich.text, SideOf(target));
-        document.RichTB().SetRich(rich);
+            TakeNoText(sFile, text.text, SideOf(target));
+        document.RichTB().SetRich(text);
     } else {
         std::u16string text = Decode(bytes);
         std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
         if (remove_blank_lines)
-            RemoveBlankLines(sFile, text);
+            RemoveBlankLines(sFile, text, beside);
         if (side)
             TakeNoText(sFile, text, SideOf(target));
         document.RichTB().SetText(text);
@@ -210,6 +234,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
         document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);
     if (!side)
         return;
+    KeepInText(document.RichTB(), beside);
     bForceReload[SideOf(target)] = false;
     if (std::exchange(bSpaceAddedToTextFile, false))
         RemoveFirstSpaceOfRichTextBox(document.RichTB());
@@ -231,11 +256,29 @@ void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& byte
     DeleteFileWithRetry(*process.platform.clock, temp_file);
 }
 
-void DocumentLoader::RemoveBlankLines(const std::string& sFile, std::u16string& text) const {
-    if (IsSpreadsheetName(sFile))
+void DocumentLoader::RemoveBlankLines(const std::string& sFile, std::u16string& text,
+                                      std::vector<BesideItem>& beside) const {
+    if (IsSpreadsheetName(sFile)) {
         text = NormalizeBreaks(ToUtf16(csvRemoveEmptyLines(ToUtf8(text))));
-    else
-        DeleteEmptyLinesFromText(text);
+        return;
+    }
+    NumberWithoutEmptyLines(text, beside);
+    DeleteEmptyLinesFromText(text);
+}
+
+// What two files of one kind differ in was put there by somebody; two kinds have little in common
+// but the marks, and a PDF's looks are guessed from its page.
+FormatDepth DocumentLoader::FormattingDepth() const {
+    const std::string& original = looks_.original;
+    const std::string& modified = looks_.modified;
+    if (original.empty() || modified.empty())
+        return FormatDepth::None;
+    const bool guessed = original == "PDF" || modified == "PDF";
+    const auto family = [](const std::string& extension) {
+        return ExtensionContains("." + extension, "DOC DOT") ? std::string("DOC") : extension;
+    };
+    return !guessed && family(original) == family(modified) ? FormatDepth::Full
+                                                            : FormatDepth::Marks;
 }
 
 // Runs a road with a temporary file to fill, and reads what it left there. After a failure the file
@@ -351,8 +394,10 @@ std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::str
                                                                   Side side) {
     bSpaceAddedToTextFile = false;
     bSlidesFailed[side] = false;
+    service_.TakeBeside();  // of another load
     std::optional<std::string> bytes =
         parts_.process.bTellsPlainly ? RunTellingPlainly(sFile, side) : RunConversion(sFile, side);
+    beside_[side] = DecodeBesideList(service_.TakeBeside());
     if (!bytes)
         bForceReload = {true, true};
     return bytes;

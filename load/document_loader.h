@@ -7,8 +7,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "common/base/side.h"
+#include "compare/document/beside.h"
+#include "compare/document/format_compare.h"
 #include "compare/document/rtb_document.h"
 #include "load/conversion_service.h"
 #include "load/file_kind.h"
@@ -110,6 +113,11 @@ class DocumentLoader {
     /// Why the loaded file of a side gave no text although it holds something; empty otherwise.
     PerSide<std::string> sNoText;
 
+    /// What lies beside the text that was loaded last, with the numbers of its paragraphs.
+    const std::vector<BesideItem>& Beside(Side side) const { return beside_[side]; }
+    /// How far the looks of the two texts that were loaded last can be compared.
+    FormatDepth FormattingDepth() const;
+
     TrellisPage& Page() { return page_; }
 
   private:
@@ -142,7 +150,8 @@ class DocumentLoader {
         return IsSourceCode(sFile) || IsTranslationSource(sFile) ||
                bIsFileText(sFile, parts_.TextFileExtensions);
     }
-    void RemoveBlankLines(const std::string& sFile, std::u16string& text) const;
+    void RemoveBlankLines(const std::string& sFile, std::u16string& text,
+                          std::vector<BesideItem>& beside) const;
     void LogFailure(std::string_view text, const std::string& sFile, const std::string& reason);
     void Advise(bool& warned, const std::string& question, const std::string& done_text);
 
@@ -153,6 +162,8 @@ class DocumentLoader {
     WordConversion word_;
     PerSide<LoadedFileIdentity> loaded_;
     std::string system_reason_;  ///< of the last failure, as far as the system told one
+    PerSide<std::vector<BesideItem>> beside_;
+    PerSide<std::string> looks_;  ///< the extension of a side with formatting, else empty
 };
 
 }  // namespace zorvane

@@ -134,6 +134,24 @@ void RemoveEmptyParagraphs(RichText& rich) {
     rich = std::move(kept);
 }
 
+void NumberWithoutEmptyLines(std::u16string_view text, std::vector<BesideItem>& beside) {
+    std::vector<std::int32_t> numbers;  // by the number of the line
+    std::int32_t number = 1;
+    for (std::size_t begin = 0; !beside.empty() && begin < text.size();) {
+        const Line line = LineFrom(text, begin);
+        numbers.push_back(number);
+        if (!line.empty)
+            ++number;
+        begin = line.end;
+    }
+    for (BesideItem& item : beside) {
+        if (item.paragraph > 0)
+            item.paragraph = item.paragraph <= std::ssize(numbers)
+                                 ? numbers[static_cast<std::size_t>(item.paragraph - 1)]
+                                 : number;
+    }
+}
+
 void ReplaceStringFromText(std::string& sText, std::string_view sFind, std::string_view sReplace) {
     if (sFind.empty() || sText.find(sFind) == std::string::npos)
         return;

@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "compare/document/beside.h"
 #include "compare/document/editor.h"
 
 namespace zorvane {
@@ -23,6 +25,9 @@ void RemoveFirstSpaceOfRichTextBox(Editor& oRichText);
 void DeleteEmptyLinesFromText(std::u16string& text);
 /// The same with the paragraphs of a document; all others keep their formats.
 void RemoveEmptyParagraphs(RichText& rich);
+/// The numbers of items as they will be behind that; an item of a line that goes belongs to the
+/// next one.
+void NumberWithoutEmptyLines(std::u16string_view text, std::vector<BesideItem>& beside);
 
 /// Rewrites the raw rich text of a temporary file, so that generated list numbers do not take part.
 /// `sFile` is the user's file, for its extension: those of text and of spreadsheets are left alone.

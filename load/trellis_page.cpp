@@ -59,9 +59,34 @@ std::string PlainOf(std::u16string_view text) {
     return ToUtf8(plain);
 }
 
-std::string TextIn(std::string bytes, WordFormat format, const std::string& locale) {
+// The items' paragraphs as lines of the plain text: a line inside a paragraph counts there.
+void NumberByLines(std::u16string_view text, std::vector<BesideItem>& beside) {
+    constexpr char16_t kLineInParagraph = 11;
+    std::vector<std::int32_t> first_lines = {1};
+    std::int32_t line = 1;
+    for (const char16_t unit : text) {
+        if (unit == kLineInParagraph || unit == u'\n')
+            ++line;
+        if (unit == u'\n')
+            first_lines.push_back(line);
+    }
+    for (BesideItem& item : beside) {
+        if (item.paragraph > 0 && item.paragraph <= std::ssize(first_lines))
+            item.paragraph = first_lines[static_cast<std::size_t>(item.paragraph - 1)];
+    }
+}
+
+std::string PlainOfRtf(std::string_view bytes, std::vector<BesideItem>& beside) {
+    const std::u16string text = ReadRtf(bytes, beside).text;
+    NumberByLines(text, beside);
+    return PlainOf(text);
+}
+
+// Rich text holds what lies beside it; of plain text it is given back.
+std::string TextIn(std::string bytes, WordFormat format, const std::string& locale,
+                   std::vector<BesideItem>& beside) {
     if (LooksLikeRtf(bytes))
-        return format == WordFormat::RichText ? std::move(bytes) : PlainOf(ReadRtf(bytes).text);
+        return format == WordFormat::RichText ? std::move(bytes) : PlainOfRtf(bytes, beside);
     return ToUtf8(DecodeText(bytes, DetectEncoding(bytes, locale)));
 }
 
@@ -103,10 +128,13 @@ ConversionResult NativeTrellisPage::Convert(const std::string& sFile, const std:
         return FailedConversion(ReadError::CannotOpen, bytes.failure().reason);
     if (!IsReadHere(bytes.value(), sFile))
         return service_.Run(Job(sFile, sTarget, lFormat), observer_);
+    std::vector<BesideItem> beside;
     const Status written = WriteWholeFile(
-        sTarget, TextIn(std::move(bytes).value(), lFormat, platform_.locale->EncodingName()));
+        sTarget,
+        TextIn(std::move(bytes).value(), lFormat, platform_.locale->EncodingName(), beside));
     if (!written.ok())
         return FailedConversion(ReadError::CannotWrite, written.failure().reason);
+    service_.AddBeside(EncodeBesideList(beside));
     return {};
 }
 

@@ -139,6 +139,12 @@ void RtfBody::ListLabel(std::string_view utf8, const CharFormat& format) {
     body_ += "\\tab}";
 }
 
+void RtfBody::Beside(const BesideItem& item) {
+    body_ += "{\\*\\zvbeside ";
+    body_ += EncodeBeside(item);
+    body_ += '}';
+}
+
 void RtfBody::WriteSpecial(char16_t unit) {
     switch (unit) {
         case u'\\':

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "compare/document/beside.h"
 #include "compare/document/rich_text.h"
 
 namespace zorvane {
@@ -24,6 +25,8 @@ class RtfBody {
     void Text(std::string_view utf8);
     /// A generated number in a group of its own that readers may pass over, with a tab behind it.
     void ListLabel(std::string_view utf8, const CharFormat& format);
+    /// What lies beside the text here, in a group that every reader but ours passes over.
+    void Beside(const BesideItem& item);
     std::size_t Size() const { return body_.size(); }
     /// The whole document in 7-bit ASCII; nothing is left here.
     std::string Finish();

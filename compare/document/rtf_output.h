@@ -41,6 +41,8 @@ class RtfOutput {
         for (const ParagraphRun& run : text.paragraph_runs)
             AddParagraphRun(run.length, run.format);
         paragraph_begin_ = rich_.Length();
+        paragraph_ +=
+            static_cast<std::int32_t>(std::count(text.text.begin(), text.text.end(), u'\n'));
     }
     void OpenNote() { note_ = Note::Waits; }
     /// The paragraphs and lines of a note stand behind each other.
@@ -55,7 +57,10 @@ class RtfOutput {
         blank_due_ = false;
         AppendAsIs(u"\r\n", format);
         CloseParagraph(paragraph);
+        ++paragraph_;
     }
+    /// The number of the paragraph that is being written, from 1.
+    std::int32_t Paragraph() const { return paragraph_; }
     void CloseParagraph(const ParagraphFormat& paragraph) {
         const std::int32_t length = rich_.Length() - paragraph_begin_;
         if (length == 0)
@@ -86,6 +91,7 @@ class RtfOutput {
     }
     RichText Take() {
         paragraph_begin_ = 0;
+        paragraph_ = 1;
         blank_due_ = false;
         return std::exchange(rich_, {});
     }
@@ -115,6 +121,7 @@ class RtfOutput {
 
     RichText rich_;
     std::int32_t paragraph_begin_ = 0;
+    std::int32_t paragraph_ = 1;
     Note note_ = Note::None;
     bool blank_due_ = false;
 };

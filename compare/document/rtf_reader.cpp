@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/base/text_encoding.h"
+#include "compare/document/rtf_beside.h"
 #include "compare/document/rtf_output.h"
 #include "compare/document/rtf_tables.h"
 
@@ -67,13 +68,16 @@ struct Header {
 
 class Reader {
   public:
-    explicit Reader(std::string_view bytes) : bytes_(bytes) {}
+    /// `beside` may be null.
+    Reader(std::string_view bytes, std::vector<BesideItem>* beside)
+        : bytes_(bytes), beside_(beside) {}
 
     RichText Read() {
         BeginDocument();
         while (at_ < bytes_.size())
             Step();
         Flush();
+        beside_.Finish(Paragraph());
         const bool open = !out_.AtParagraphBegin();
         out_.CloseParagraph(state_.paragraph);
         ShowLastBoxes(open);
@@ -199,8 +203,18 @@ class Reader {
             return;
         }
         box_.CloseParagraph(state_.paragraph);
-        if (RichText box = box_.Take(); !box.text.empty())
+        const std::int32_t paragraphs = box_.Paragraph() - (box_.AtParagraphBegin() ? 1 : 0);
+        if (RichText box = box_.Take(); !box.text.empty()) {
             boxes_.push_back(std::move(box));
+            box_paragraphs_ += paragraphs;
+        }
+    }
+
+    // The number that the paragraph at work has in the text. Those of a box come behind the one
+    // that anchors it.
+    std::int32_t Paragraph() const {
+        const std::int32_t body = out_.Paragraph();
+        return state_.boxes > 0 ? body + box_paragraphs_ + box_.Paragraph() : body;
     }
 
     void EndBodyParagraph() {
@@ -209,6 +223,7 @@ class Reader {
     }
 
     void ShowBoxes() {
+        box_paragraphs_ = 0;
         for (const RichText& box : std::exchange(boxes_, {}))
             ShowBox(box, true);
     }
@@ -241,6 +256,12 @@ class Reader {
         return text && !state_.chars.hidden && !state_.deleted;
     }
 
+    // Text of the document that is hidden or was deleted.
+    bool IsUnseenText() const {
+        return state_.destination == Destination::Body ||
+               state_.destination == Destination::Footnote;
+    }
+
     void RawText() {
         std::size_t end = at_;
         while (end < bytes_.size() && bytes_[end] != '{' && bytes_[end] != '}' &&
@@ -267,18 +288,23 @@ class Reader {
             }
         } else if (Seen()) {
             pending_ += text;
-        } else if (state_.chars.hidden && state_.destination == Destination::Body) {
-            row_hides_ = row_hides_ || text.find_first_not_of(' ') != std::string_view::npos;
+        } else if (IsUnseenText()) {
+            const bool row = state_.chars.hidden && state_.destination == Destination::Body &&
+                             text.find_first_not_of(' ') != std::string_view::npos;
+            row_hides_ = row_hides_ || row;
+            beside_.Unseen(text, state_.page, state_.deleted);
         }
     }
 
     // A row whose text is hidden in every cell is not seen, though the ends of its cells may be.
     void EndRow() {
         const bool hidden = std::exchange(row_hides_, false) && Out().IsBlankParagraph();
-        if (hidden)
+        if (hidden) {
+            beside_.EndParagraph(Paragraph());
             Out().DropParagraph();
-        else if (Seen() && !Out().AtParagraphBegin())
+        } else if (Seen() && !Out().AtParagraphBegin()) {
             EndParagraphOf();
+        }
     }
 
     // Bytes wait until something else comes, so that both halves of a double-byte character are
@@ -311,6 +337,8 @@ class Reader {
         Flush();
         if (Seen())
             Out().Append({&unit, 1}, state_.chars);
+        else if (IsUnseenText())
+            beside_.Unseen(unit, state_.deleted);
     }
 
     void EndParagraph() {
@@ -319,12 +347,15 @@ class Reader {
             return;
         if (state_.destination == Destination::Footnote || state_.in_table)
             BreakLine();
-        else if (!state_.deleted)
+        else if (state_.deleted)
+            beside_.EndParagraph(Paragraph());
+        else
             EndParagraphOf();
     }
 
     void EndParagraphOf() {
         row_hides_ = false;
+        beside_.EndParagraph(Paragraph());
         if (state_.boxes > 0)
             box_.EndParagraph(state_.chars, state_.paragraph);
         else
@@ -473,6 +504,7 @@ class Reader {
     bool ActOnGroup(const RtfWord& word, bool begins_group) {
         switch (word.action) {
             case RtfAction::SkipGroup:
+                beside_.Group(word.name, bytes_.substr(at_), Paragraph(), state_.page);
                 SkipGroup();
                 return true;
             case RtfAction::FontTable:
@@ -533,10 +565,9 @@ class Reader {
                 if (state_.destination == Destination::Fonts) {
                     FlushFontName();
                     font_name_ += static_cast<char16_t>(static_cast<std::uint32_t>(number));
-                } else if (Seen()) {
+                } else {
+                    row_hides_ = row_hides_ || state_.chars.hidden;
                     TakeUnicode(number);
-                } else if (state_.chars.hidden) {
-                    row_hides_ = true;
                 }
                 skip_left_ = static_cast<std::size_t>(state_.unicode_skip);
                 return true;
@@ -768,8 +799,10 @@ class Reader {
     State state_;
     Header header_;
     RtfOutput out_;
-    RtfOutput box_;                // the one at work
-    std::vector<RichText> boxes_;  // of the paragraph at work
+    RtfOutput box_;                    // the one at work
+    std::vector<RichText> boxes_;      // of the paragraph at work
+    std::int32_t box_paragraphs_ = 0;  // in those
+    RtfBeside beside_;
     std::string pending_;
     std::size_t skip_left_ = 0;
     bool group_begins_ = false;
@@ -797,7 +830,11 @@ bool LooksLikeRtf(std::string_view bytes) {
 }
 
 RichText ReadRtf(std::string_view bytes) {
-    return Reader(WithoutMark(bytes)).Read();
+    return Reader(WithoutMark(bytes), nullptr).Read();
+}
+
+RichText ReadRtf(std::string_view bytes, std::vector<BesideItem>& beside) {
+    return Reader(WithoutMark(bytes), &beside).Read();
 }
 
 }  // namespace zorvane

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
+#include "compare/document/beside.h"
 #include "compare/document/rich_text.h"
 
 namespace zorvane {
@@ -19,5 +21,7 @@ bool LooksLikeRtf(std::string_view bytes);
 /// paragraph, \line as character 11. Left out: hidden text, pictures, headers of the document,
 /// unknown destinations.
 RichText ReadRtf(std::string_view bytes);
+/// The same; what the text leaves out is added to `beside`, in its order, with its paragraphs.
+RichText ReadRtf(std::string_view bytes, std::vector<BesideItem>& beside);
 
 }  // namespace zorvane

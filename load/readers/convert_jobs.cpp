@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "load/csv_operations.h"
+#include "load/readers/beside/sheet_beside.h"
 #include "load/readers/pdf/pdf_reader.h"
 #include "load/readers/sheet_progress.h"
 #include "load/readers/sheets/workbook.h"
@@ -28,11 +29,18 @@ std::unique_ptr<DocumentSink> SinkFor(const ConversionMessage& job) {
     }
 }
 
+// The text, and beside it in the answer what a form without a place for it leaves out.
+ReadEnd WriteDocument(DocumentSink& sink, JobOutput& output) {
+    const std::vector<BesideItem> beside = sink.TakeBeside();
+    ReadEnd end = output.Add(sink.Finish());
+    return end.ok() ? output.AddBeside(beside) : end;
+}
+
 ReadEnd WordTo(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
                JobOutput& output) {
     const auto sink = SinkFor(job);
     ReadEnd end = ReadWordDocument(bytes, job, *sink, monitor, output.answer);
-    return end.ok() ? output.Add(sink->Finish()) : end;
+    return end.ok() ? WriteDocument(*sink, output) : end;
 }
 
 PdfPasswords PasswordsOf(const ConversionMessage& job) {
@@ -49,7 +57,13 @@ ReadEnd PdfToText(std::string_view bytes, const ConversionMessage& job, ReadMoni
     constexpr double kTenths = 10.0;
     ReadEnd end = ReadPdfText(bytes, PasswordsOf(job), PagesOf(job),
                               static_cast<double>(NumberOf(job, "delta")) / kTenths, text, monitor);
-    return end.ok() ? output.Add(text) : end;
+    if (!end.ok())
+        return end;
+    const auto items = MakePlainSink();
+    const ReadEnd told = ReadPdfBeside(bytes, PasswordsOf(job), PagesOf(job), text, *items);
+    if (end = output.Add(text); !end.ok() || !told.ok())
+        return end;
+    return output.AddBeside(items->TakeBeside());
 }
 
 ReadEnd PdfToRich(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
@@ -86,7 +100,7 @@ ReadEnd SlidesTo(std::string_view bytes, const ConversionMessage& job, ReadMonit
     options.notes_only = IsSet(job, "notesonly");
     const auto sink = SinkFor(job);
     ReadEnd end = ReadSlideDocument(bytes, job, options, *sink, monitor, output.answer);
-    return end.ok() ? output.Add(sink->Finish()) : end;
+    return end.ok() ? WriteDocument(*sink, output) : end;
 }
 
 std::vector<std::string> NamesOf(const Workbook& book) {
@@ -146,7 +160,7 @@ ReadEnd SheetsTo(std::string_view bytes, const ConversionMessage& job, ReadMonit
                                                           std::string(TextOf(job, "sheets")));
     if (ReadEnd end = CheckSheetCount(chosen.size()); !end.ok())
         return end;
-    SheetProgress progress(monitor, chosen.size());
+    SheetProgress progress(monitor, chosen.size() + 1);
     std::size_t count = 0;
     for (const std::size_t index : chosen) {
         progress.BeginNext();
@@ -154,7 +168,11 @@ ReadEnd SheetsTo(std::string_view bytes, const ConversionMessage& job, ReadMonit
             return end;
         TellSheet(++count, book->Sheets()[index], output.answer);
     }
-    return ReadEnd::Ok();
+    const auto items = MakePlainSink();
+    progress.BeginNext();
+    const ReadEnd told =
+        ReportSheetBeside(bytes, TextOf(job, "password"), *book, chosen, *items, progress);
+    return told.error == ReadError::Cancelled ? told : output.AddBeside(items->TakeBeside());
 }
 
 ReadEnd SheetNames(std::string_view bytes, const ConversionMessage& job, JobOutput& output) {

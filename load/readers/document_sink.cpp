@@ -26,8 +26,16 @@ class RtfSink : public DocumentSink {
         body_.ListLabel(utf8, format);
     }
     void EndParagraph() override { body_.Units(u"\r"); }
+    void Beside(const BesideItem& item) override {
+        if (beside_.Add(item))
+            body_.Beside(item);
+    }
     std::size_t Size() const override { return body_.Size(); }
-    std::string Finish() override { return body_.Finish(); }
+    std::string Finish() override {
+        for (const BesideItem& item : beside_.TakeOverflow())
+            body_.Beside(item);
+        return body_.Finish();
+    }
 
   private:
     void UseChars(const CharFormat& format) {
@@ -38,6 +46,7 @@ class RtfSink : public DocumentSink {
     }
 
     RtfBody body_;
+    BesideList beside_;  // counts
     std::optional<ParagraphFormat> paragraph_;
     std::optional<CharFormat> chars_;
 };
@@ -58,7 +67,15 @@ class PlainSink : public DocumentSink {
         if (last_cell_end_ == text_.size() && !text_.empty())
             text_.pop_back();
         text_ += "\r\n";
+        ++lines_;
     }
+    void Beside(const BesideItem& item) override {
+        BesideItem placed = item;
+        if (placed.paragraph != 0)
+            placed.paragraph = lines_ + 1;
+        beside_.Add(std::move(placed));
+    }
+    std::vector<BesideItem> TakeBeside() override { return beside_.Take(); }
     std::size_t Size() const override { return text_.size(); }
     std::string Finish() override { return std::move(text_); }
 
@@ -66,6 +83,7 @@ class PlainSink : public DocumentSink {
     void Put(char character) {
         if (character == kLineInParagraph) {
             text_ += '\n';
+            ++lines_;
         } else if (character == kCellEnd) {
             text_ += '\t';
             last_cell_end_ = text_.size();
@@ -75,6 +93,8 @@ class PlainSink : public DocumentSink {
     }
 
     std::string text_;
+    BesideList beside_;
+    std::int32_t lines_ = 0;
     std::size_t last_cell_end_ = 0;
 };
 
@@ -226,8 +246,35 @@ std::unique_ptr<DocumentSink> MakeHtmlSink() {
     return std::make_unique<HtmlSink>();
 }
 
-void Replay(const RichText& text, DocumentSink& sink) {
+namespace {
+
+// Sends the items up to a paragraph, once; they come in the order of their paragraphs.
+class BesideReplay {
+  public:
+    BesideReplay(const std::vector<BesideItem>& items, DocumentSink& sink)
+        : items_(items), sink_(sink) {}
+    void UpTo(std::int32_t paragraph) {
+        while (next_ < items_.size() && items_[next_].paragraph <= paragraph)
+            sink_.Beside(items_[next_++]);
+    }
+    void Rest() {
+        while (next_ < items_.size())
+            sink_.Beside(items_[next_++]);
+    }
+
+  private:
+    const std::vector<BesideItem>& items_;
+    DocumentSink& sink_;
+    std::size_t next_ = 0;
+};
+
+}  // namespace
+
+void Replay(const RichText& text, DocumentSink& sink, const std::vector<BesideItem>& beside) {
     ParagraphWriter writer(sink);
+    BesideReplay items(beside, sink);
+    std::int32_t number = 1;
+    items.UpTo(number);
     std::size_t paragraph = 0;
     std::int32_t paragraph_end = 0;
     std::int32_t at = 0;
@@ -247,8 +294,10 @@ void Replay(const RichText& text, DocumentSink& sink) {
             if (stop > from)
                 writer.Text(ToUtf8(std::u16string_view(text.text).substr(from, stop - from)),
                             run.format);
-            if (ends)
+            if (ends) {
                 writer.End();
+                items.UpTo(++number);
+            }
             at = static_cast<std::int32_t>(stop);
             while (at < end &&
                    (text.text[static_cast<std::size_t>(at)] == u'\r' ||
@@ -257,6 +306,7 @@ void Replay(const RichText& text, DocumentSink& sink) {
                 ++at;
         }
     }
+    items.Rest();
     writer.EndIfBegun();
 }
 

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "compare/document/beside.h"
 #include "compare/document/rich_text.h"
 
 namespace zorvane {
@@ -27,6 +28,11 @@ class DocumentSink {
     /// A generated number or bullet, without the tab that stands behind it.
     virtual void ListLabel(std::string_view utf8, const CharFormat& format) = 0;
     virtual void EndParagraph() = 0;
+    /// What lies beside the text at this place, in a paragraph or between two (then it belongs to
+    /// the next one), or in the whole document when the item's paragraph is 0.
+    virtual void Beside(const BesideItem& /*item*/) {}
+    /// The items, numbered by the paragraphs of `Finish`, of a form that cannot hold them itself.
+    virtual std::vector<BesideItem> TakeBeside() { return {}; }
     /// Bytes written so far; a reader of hostile input stops at a bound.
     virtual std::size_t Size() const = 0;
     /// Ends the document and hands it over. Once.
@@ -41,8 +47,8 @@ std::unique_ptr<DocumentSink> MakePlainSink();
 /// A whole page in UTF-8 with the formats inline.
 std::unique_ptr<DocumentSink> MakeHtmlSink();
 
-/// Sends a text that is already rich to a sink.
-void Replay(const RichText& text, DocumentSink& sink);
+/// Sends a text that is already rich to a sink, with what lies beside it.
+void Replay(const RichText& text, DocumentSink& sink, const std::vector<BesideItem>& beside = {});
 
 /// Opens paragraphs by itself: for readers that meet text before they know of a paragraph.
 class ParagraphWriter {

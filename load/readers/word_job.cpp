@@ -5,6 +5,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
+#include "load/readers/beside/sheet_beside.h"
 #include "load/readers/content_kind.h"
 #include "load/readers/crypto/decrypt.h"
 #include "load/readers/pdf/pdf_reader.h"
@@ -22,6 +23,13 @@ ReadEnd NeedOffice(const char* format, ConversionMessage& answer) {
 // Text as it stands, a line a paragraph.
 ReadEnd ReadPlainText(std::string_view bytes, const std::string& locale, DocumentSink& sink) {
     Replay(RichText::Plain(DecodeText(bytes, DetectEncoding(bytes, locale))), sink);
+    return ReadEnd::Ok();
+}
+
+ReadEnd ReadRtfDocument(std::string_view bytes, DocumentSink& sink) {
+    std::vector<BesideItem> beside;
+    const RichText text = ReadRtf(bytes, beside);
+    Replay(text, sink, beside);
     return ReadEnd::Ok();
 }
 
@@ -55,8 +63,18 @@ ReadEnd ReadAllSheets(Workbook& book, DocumentSink& sink, ReadMonitor& monitor) 
 ReadEnd ReadAnySheets(std::string_view bytes, const std::string& password, DocumentSink& sink,
                       ReadMonitor& monitor) {
     std::unique_ptr<Workbook> book;
-    ReadEnd end = OpenWorkbook(bytes, password, book);
-    return end.ok() ? ReadAllSheets(*book, sink, monitor) : end;
+    if (ReadEnd end = OpenWorkbook(bytes, password, book); !end.ok())
+        return end;
+    std::vector<std::size_t> shown;
+    for (std::size_t index = 0; index < book->Sheets().size(); ++index) {
+        if (!book->Sheets()[index].hidden)
+            shown.push_back(index);
+    }
+    SheetProgress progress(monitor, 2);
+    progress.BeginNext();
+    const ReadEnd told = ReportSheetBeside(bytes, password, *book, shown, sink, progress);
+    progress.BeginNext();
+    return told.error == ReadError::Cancelled ? told : ReadAllSheets(*book, sink, progress);
 }
 
 // What a reading of a document needs, whatever kind it turns out to be.
@@ -95,8 +113,7 @@ ReadEnd ReadByKind(const Source& source, DocumentSink& sink, ReadMonitor& monito
                    ConversionMessage& answer) {
     switch (source.kind) {
         case ContentKind::Rtf:
-            Replay(ReadRtf(source.bytes), sink);
-            return ReadEnd::Ok();
+            return ReadRtfDocument(source.bytes, sink);
         case ContentKind::Text:
             return ReadPlainText(source.bytes, source.locale, sink);
         case ContentKind::Html:

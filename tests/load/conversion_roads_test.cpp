@@ -56,6 +56,71 @@ TEST_F(ConversionRoadsTest, ListNumbersOfDocumentsVanishUnlessTheyAreToStay) {
     EXPECT_EQ(Loaded("a.docx", ListDocument()), "4)\titem\r\n") << "plain text has them as text";
 }
 
+// ---- what lies beside the words ----
+
+std::string ShownBeside(const std::vector<BesideItem>& items) {
+    std::string text;
+    for (const BesideItem& item : items)
+        text += std::string(NameOf(item.kind).option) + " " + std::to_string(item.paragraph) + " " +
+                item.text + "; ";
+    return text;
+}
+
+TEST_F(ConversionRoadsTest, WhatLiesBesideTheWordsComesOnEveryRoad) {
+    constexpr std::string_view kPage =
+        "<title>T</title><p>a<br>b<p> <p><a href='http://x/'>c</a><p><img src=p.png>";
+    struct Row {
+        const char* name;
+        bool plain;
+        bool without_blank_lines;
+        std::string_view text;
+        std::string_view items;
+    };
+    constexpr std::string_view kRich = "metadata 0 title: T; links 2 http://x/; pictures 2 p.png; ";
+    constexpr std::string_view kPlain =
+        "metadata 0 title: T; links 3 http://x/; pictures 3 p.png; ";
+    const Row rows[] = {
+        {"rich text", false, false, "a\vb\r\nc\r\n", kRich},
+        {"plain text, where a line is a paragraph", true, false, "a\r\nb\r\nc\r\n", kPlain},
+        {"plain text without blank lines", true, true, "a\r\nb\r\nc\r\n", kPlain},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        options_.bRemoveFormatting.SetData(row.plain);
+        options_.bRemoveBlankLines.SetData(row.without_blank_lines);
+        EXPECT_EQ(Loaded("a.html", kPage), row.text);
+        EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), row.items);
+    }
+    EXPECT_EQ(Loaded("b.txt", "words"), "words");
+    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "") << "nothing of the file before";
+    EXPECT_EQ(Log(), "");
+}
+
+TEST_F(ConversionRoadsTest, WhatLiesBesideRichTextComesWithoutItsFormattingToo) {
+    constexpr std::string_view kRich =
+        "{\\rtf1 a\\line b\\par\\par {\\field{\\*\\fldinst HYPERLINK http://x/}{\\fldrslt c}}}";
+    EXPECT_EQ(Loaded("a.rtf", kRich), "a\vb\r\n\r\nc");
+    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 3 http://x/; ");
+    options_.bRemoveFormatting.SetData(true);
+    EXPECT_EQ(Loaded("a.rtf", kRich), "a\r\nb\r\n\r\nc");
+    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 4 http://x/; ");
+    options_.bRemoveBlankLines.SetData(true);
+    EXPECT_EQ(Loaded("a.rtf", kRich), "a\r\nb\r\nc");
+    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 3 http://x/; ");
+}
+
+TEST_F(ConversionRoadsTest, LooksAreComparedAsFarAsBothSidesHaveThem) {
+    const auto depth = [this](const char* original, const char* modified) {
+        Loaded(original, "{\\rtf1 a}");
+        Loaded(modified, "{\\rtf1 a}", Side::Modified);
+        return loader_.FormattingDepth();
+    };
+    EXPECT_EQ(depth("a.rtf", "b.rtf"), FormatDepth::Full);
+    EXPECT_EQ(depth("a.doc", "b.docx"), FormatDepth::Full);
+    EXPECT_EQ(depth("a.rtf", "b.doc"), FormatDepth::Marks);
+    EXPECT_EQ(depth("a.rtf", "b.txt"), FormatDepth::None);
+}
+
 TEST_F(ConversionRoadsTest, DocumentsAreToldByTheirBytes) {
     EXPECT_EQ(Loaded("a.doc", ListDocument()), "item\r\n");
     EXPECT_EQ(Loaded("nameless", ListDocument()), "item\r\n");

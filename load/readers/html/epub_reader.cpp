@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "load/readers/beside/package_beside.h"
 #include "load/readers/html/html_reader.h"
 #include "load/readers/html/mime.h"
 #include "load/readers/word/word_readers.h"
@@ -72,15 +73,19 @@ class ChapterMonitor : public ReadMonitor {
 };
 
 // A part that is not there is no fault of the others: `WrongFormat`.
-ReadEnd ShowChapter(Package& package, const std::string& chapter, DocumentSink& sink,
+ReadEnd ShowChapter(PartDigests& digests, const std::string& chapter, DocumentSink& sink,
                     ReadMonitor& monitor) {
     if (!monitor.Progress(0, 1))
         return ReadEnd::Fault(ReadError::Cancelled);
     ReadError error = ReadError::None;
-    const std::optional<std::string> page = package.Read(chapter, &error);
+    const std::optional<std::string> page = digests.Parts().Read(chapter, &error);
     if (!page)
         return ReadEnd::Fault(error, "cannot read the part " + chapter);
-    return ShowHtml(HtmlAsUtf8(*page, "UTF-8"), HtmlSyntax::Xhtml, sink, monitor);
+    const auto digest_of = [&](std::string_view address) {
+        const std::string part = ResolvePart(chapter, PathOf(address));
+        return digests.Parts().Has(part) ? digests.Of(part) : std::string();
+    };
+    return ShowHtml(HtmlAsUtf8(*page, "UTF-8"), HtmlSyntax::Xhtml, sink, monitor, digest_of);
 }
 
 }  // namespace
@@ -95,10 +100,12 @@ ReadEnd ReadEpub(Package& package, DocumentSink& sink, ReadMonitor& monitor) {
     if (ReadEnd end = XmlPart::Read(package, document, opf); !end.ok())
         return end;
     const std::vector<std::string> chapters = Chapters(opf.Root(), document);
+    ReportDublinCore(Child(opf.Root(), "metadata"), sink);
+    PartDigests digests(package);
     std::size_t missing = 0;
     ChapterMonitor progress(monitor, chapters.size());
     for (const std::string& chapter : chapters) {
-        ReadEnd end = ShowChapter(package, chapter, sink, progress);
+        ReadEnd end = ShowChapter(digests, chapter, sink, progress);
         if (!end.ok() && end.error != ReadError::WrongFormat)
             return end;
         missing += end.ok() ? 0U : 1U;

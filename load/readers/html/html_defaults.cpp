@@ -138,7 +138,7 @@ const HtmlFlow::Box& HtmlFlow::RootBox() {
 
 void HtmlFlow::ApplyDefaults(const HtmlElement& element, Box& box) {
     if (IsNeverShown(element)) {
-        box.hidden = true;
+        box.hidden = box.never_shown = true;
         return;
     }
     if (element.tag == GUMBO_TAG_SVG)
@@ -332,6 +332,7 @@ void HtmlFlow::BeginOption(const HtmlElement& element, Box& box) {
             continue;
         const bool first = select.number++ == 0;
         box.hidden = !select.listed && !(select.picked ? element.Has("selected") : first);
+        box.never_shown = box.hidden;
         if (select.listed && !first)
             Write(" ", box);
         return;

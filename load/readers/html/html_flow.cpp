@@ -39,6 +39,7 @@ void HtmlFlow::Open(const HtmlElement& element) {
     boxes_.push_back(box);
     if (!box.hidden)
         Begin(element, boxes_.back());
+    beside_.Open(element, boxes_.back().hidden);
 }
 
 void HtmlFlow::SetUp(const HtmlElement& element, const Box& outer, Box& box) {
@@ -87,8 +88,11 @@ void HtmlFlow::Begin(const HtmlElement& element, Box& box) {
 void HtmlFlow::Close() {
     const Box box = boxes_.back();
     boxes_.pop_back();
-    if (box.hidden)
+    if (box.hidden) {
+        if (boxes_.empty() || !boxes_.back().hidden)
+            beside_.EndHidden();
         return;
+    }
     if (box.tag == GUMBO_TAG_Q)
         Write("\u201D", box);
     if (box.tag == GUMBO_TAG_RT && box.picked)
@@ -136,6 +140,7 @@ bool HtmlFlow::Proceed(std::size_t done, std::size_t total) {
 }
 
 void HtmlFlow::Finish() {
+    beside_.EndHidden();
     Break();
     writer_.EndIfBegun();
 }
@@ -146,6 +151,8 @@ void HtmlFlow::Text(std::string_view utf8) {
     else if (!boxes_.back().hidden && !boxes_.back().drawing &&
              boxes_.back().tag != GUMBO_TAG_SELECT)
         Write(utf8, boxes_.back());
+    else if (boxes_.back().hidden && !boxes_.back().never_shown)
+        beside_.Hidden(utf8);
 }
 
 void HtmlFlow::Write(std::string_view utf8, const Box& box) {

@@ -4,8 +4,10 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "load/readers/beside/html_beside.h"
 #include "load/readers/document_sink.h"
 #include "load/readers/html/css_style.h"
 #include "load/readers/html/html_parser.h"
@@ -14,7 +16,9 @@ namespace zorvane {
 
 class HtmlFlow : public HtmlHandler {
   public:
-    HtmlFlow(DocumentSink& sink, ReadMonitor& monitor) : writer_(sink), monitor_(monitor) {}
+    /// `digest_of` tells of files that come with the page; it may be empty.
+    HtmlFlow(DocumentSink& sink, ReadMonitor& monitor, HtmlFileDigest digest_of = {})
+        : writer_(sink), monitor_(monitor), beside_(sink, std::move(digest_of)) {}
 
     void Open(const HtmlElement& element) override;
     void Close() override;
@@ -34,6 +38,7 @@ class HtmlFlow : public HtmlHandler {
         CssSpace space = CssSpace::Normal;
         CssTransform transform = CssTransform::None;
         bool hidden = false;
+        bool never_shown = false;        ///< hidden by its kind, not by the page
         bool line_is_paragraph = false;  ///< of text whose line breaks are kept
         bool drawing = false;            ///< where text is no part of the picture
         bool cell = false;               ///< a table's cell that ends with a mark
@@ -99,6 +104,7 @@ class HtmlFlow : public HtmlHandler {
 
     ParagraphWriter writer_;
     ReadMonitor& monitor_;
+    HtmlBeside beside_;
     ReadError error_ = ReadError::None;
     CssSheet sheet_;
     HtmlReferences references_;

@@ -91,9 +91,9 @@ std::string HtmlAsUtf8(std::string_view bytes, std::string_view locale_encoding)
     return ToUtf8(DecodeText(bytes, encoding));
 }
 
-ReadEnd ShowHtml(std::string_view utf8, HtmlSyntax syntax, DocumentSink& sink,
-                 ReadMonitor& monitor) {
-    HtmlFlow flow(sink, monitor);
+ReadEnd ShowHtml(std::string_view utf8, HtmlSyntax syntax, DocumentSink& sink, ReadMonitor& monitor,
+                 HtmlFileDigest digest_of) {
+    HtmlFlow flow(sink, monitor, std::move(digest_of));
     HtmlParser parser(utf8, syntax, flow);
     if (!parser.Run())
         return ReadEnd::Fault(flow.Error());

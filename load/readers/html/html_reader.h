@@ -3,14 +3,15 @@
 
 #include <string_view>
 
+#include "load/readers/beside/html_beside.h"
 #include "load/readers/document_sink.h"
 #include "load/readers/html/html_parser.h"
 #include "load/readers/reader.h"
 
 namespace zorvane {
 
-ReadEnd ShowHtml(std::string_view utf8, HtmlSyntax syntax, DocumentSink& sink,
-                 ReadMonitor& monitor);
+ReadEnd ShowHtml(std::string_view utf8, HtmlSyntax syntax, DocumentSink& sink, ReadMonitor& monitor,
+                 HtmlFileDigest digest_of = {});
 
 /// The page as UTF-8: by its byte-order mark, its own words, its look.
 std::string HtmlAsUtf8(std::string_view bytes, std::string_view locale_encoding);

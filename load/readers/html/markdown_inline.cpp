@@ -2,6 +2,7 @@
 #include <array>
 
 #include "common/base/text_encoding.h"
+#include "load/readers/beside/markdown_address.h"
 #include "load/readers/html/markdown.h"
 #include "load/readers/html/markdown_emphasis.h"
 #include "load/readers/html/markdown_lines.h"
@@ -220,7 +221,9 @@ class InlineText {
         EmphasizeMarkdown(pieces_, bracket.piece + 1);
         MarkdownPiece& opener = pieces_[bracket.piece];
         opener.mark = 0;
-        opener.text = bracket.image ? "" : "<a href=\"\">";
+        opener.text =
+            MarkdownOpenTag(bracket.image, text_.substr(bracket.place, at_ - bracket.place),
+                            text_.substr(at_ + 1, behind - at_ - 1), definitions_);
         at_ = behind;
         if (bracket.image)
             return;
@@ -323,7 +326,7 @@ class InlineText {
             end == rest.size() ? std::string_view::npos : inner.find_first_of(":@");
         if (mark != std::string_view::npos && mark > 0 &&
             inner.find_first_of(" \t\r\n\"'<") == std::string_view::npos) {
-            Tail() += "<a href=\"\">";
+            Tail() += MarkdownOpenTag(inner);
             AppendEscaped(inner, Tail());
             Tail() += "</a>";
             at_ += end + 1;

@@ -104,6 +104,7 @@ class MessageText {
             return Multipart(entity, type, depth);
         if (type.IsAttached()) {
             attachments_.push_back(type.name.empty() ? type.type.value : type.name);
+            ReportPart(BesideKind::Object, type, Content(entity));
             return ReadEnd::Ok();
         }
         const std::string_view encoding = entity.Field("content-transfer-encoding");
@@ -126,8 +127,23 @@ class MessageText {
         if (type.type.value.starts_with("text/"))
             Plain(DecodeCharset(bytes, charset, locale_encoding_), type.type);
         else
-            attachments_.push_back(type.type.value);
+            AttachOther(type, bytes);
         return ReadEnd::Ok();
+    }
+
+    void AttachOther(const MimeType& type, std::string_view bytes) {
+        attachments_.push_back(type.type.value);
+        ReportPart(BesideKind::Object, type, bytes);
+    }
+
+    // What the part holds is told by its digest alone.
+    void ReportPart(BesideKind kind, const MimeType& type, std::string_view content) {
+        const std::string name = type.name.empty() ? type.type.value : type.name;
+        sink_.Beside(MakeBeside(kind, DecodeField(name, locale_encoding_), content));
+    }
+
+    static std::string Content(const MimeEntity& entity) {
+        return DecodeBody(entity.body, entity.Field("content-transfer-encoding"));
     }
 
     ReadEnd Multipart(const MimeEntity& entity, const MimeType& type, int depth) {
@@ -149,8 +165,10 @@ class MessageText {
             const bool picture =
                 related && place > 0 &&
                 (!MimeType(parts[place]).IsAttached() || !parts[place].Field("content-id").empty());
-            if (picture)
+            if (picture) {
+                ReportPart(BesideKind::Picture, MimeType(parts[place]), Content(parts[place]));
                 continue;
+            }
             if (ReadEnd end = Part(parts[place], depth + 1); !end.ok())
                 return end;
         }

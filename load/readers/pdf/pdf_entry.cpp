@@ -2,6 +2,7 @@
 
 extern "C" __attribute__((visibility("default"))) const zorvane::PdfModule* ZorvanePdfModule() {
     static constexpr zorvane::PdfModule kModule{&zorvane::PreparePdf, &zorvane::CountPdfPages,
-                                                &zorvane::ReadPdfText, &zorvane::ReadPdfRich};
+                                                &zorvane::ReadPdfText, &zorvane::ReadPdfBeside,
+                                                &zorvane::ReadPdfRich};
     return &kModule;
 }

@@ -67,6 +67,13 @@ ReadEnd ReadPdfText(std::string_view bytes, const PdfPasswords& passwords, const
     });
 }
 
+ReadEnd ReadPdfBeside(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
+                      std::string_view text, DocumentSink& sink) {
+    return WithModule([&](const PdfModule& module) {
+        return module.read_beside(bytes, passwords, pages, text, sink);
+    });
+}
+
 ReadEnd ReadPdfRich(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
                     const PdfRichOptions& options, DocumentSink& sink, ReadMonitor& monitor) {
     return WithModule([&](const PdfModule& module) {

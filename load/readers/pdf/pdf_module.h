@@ -10,6 +10,7 @@ struct PdfModule {
     decltype(&PreparePdf) prepare;
     decltype(&CountPdfPages) count_pages;
     decltype(&ReadPdfText) read_text;
+    decltype(&ReadPdfBeside) read_beside;
     decltype(&ReadPdfRich) read_rich;
 };
 

@@ -63,6 +63,11 @@ ReadEnd CountPdfPages(std::string_view bytes, const PdfPasswords& passwords, std
 ReadEnd ReadPdfText(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
                     double max_delta_x, std::string& text, ReadMonitor& monitor);
 
+/// What lies beside that text, which tells the pages without words. Every item is one of the whole
+/// document.
+ReadEnd ReadPdfBeside(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
+                      std::string_view text, DocumentSink& sink);
+
 /// Rich text. Either password opens the document.
 ReadEnd ReadPdfRich(std::string_view bytes, const PdfPasswords& passwords, const PdfPages& pages,
                     const PdfRichOptions& options, DocumentSink& sink, ReadMonitor& monitor);

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "load/readers/pdf/pdf_beside.h"
 #include "load/readers/pdf/pdf_characters.h"
 #include "load/readers/pdf/pdf_document.h"
 #include "load/readers/pdf/pdf_fonts.h"
@@ -181,10 +182,15 @@ ReadEnd ReadPdfRich(std::string_view bytes, const PdfPasswords& passwords, const
     std::vector<PdfLine> lines;
     std::size_t letters = 0;
     const PdfLineOptions line_options = LineOptions(options);
+    PdfBeside beside(*file.document, sink);
+    bool first_page = true;
     end = WalkPages(*file.document, {pages, PageBox::Crop, device, clock}, monitor,
                     [&](std::int32_t page) {
                         if (options.bBCLExtractHyperlinks)
                             device.AddLinks(*file.document, page);
+                        if (std::exchange(first_page, false))
+                            beside.Document();
+                        beside.Page(page, !device.Page().characters.empty());
                         letters += device.Page().characters.size();
                         if (device.Overflow() || letters > kMaxLetters)
                             return false;

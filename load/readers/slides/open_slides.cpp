@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "load/readers/beside/odt_beside.h"
+#include "load/readers/beside/slide_beside.h"
 #include "load/readers/slides/open_text.h"
 #include "load/readers/slides/slide_order.h"
 #include "load/readers/slides/slide_range.h"
@@ -211,10 +213,15 @@ void OpenDeck::ReadMasters(const pugi::xml_node& style_root) {
 ReadEnd OpenDeck::Read() {
     if (ReadEnd end = Open(); !end.ok())
         return end;
+    ReportOpenDocumentProperties(package_, writer_.Sink());
+    PlacedSink placed(writer_.Sink());
+    OdtBeside beside(package_, placed);
     const SlideRange range = RangeOf(options_, static_cast<std::int32_t>(pages_.size()));
     for (std::int32_t slide = range.first; slide <= range.last; ++slide) {
         if (!monitor_.Progress(slide - range.first, range.last - range.first + 1))
             return ReadEnd::Fault(ReadError::Cancelled);
+        ReportOpenSlide(beside, placed, pages_[static_cast<std::size_t>(slide - 1)], slide,
+                        options_.notes || options_.notes_only);
         if (ReadEnd end = Slide(slide); !end.ok())
             return end;
     }

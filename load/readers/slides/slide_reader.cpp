@@ -4,6 +4,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "load/readers/beside/slide_beside.h"
 #include "load/readers/slides/slide_designs.h"
 #include "load/readers/slides/slide_page.h"
 #include "load/readers/slides/slide_range.h"
@@ -50,7 +51,8 @@ class SlideDeck {
           options_(options),
           writer_(sink),
           monitor_(monitor),
-          designs_(package) {}
+          designs_(package),
+          beside_(package, sink) {}
 
     ReadEnd Read() {
         if (ReadEnd end = Open(); !end.ok())
@@ -89,6 +91,7 @@ class SlideDeck {
     std::vector<std::pair<const SlideDesignPart*, const SlideDesign*>> backgrounds_;
     std::unordered_set<const SlideDesignPart*> used_;
     std::unordered_set<std::string> drawings_;
+    SlideBeside beside_;
 };
 
 ReadEnd SlideDeck::Open() {
@@ -130,6 +133,7 @@ ReadEnd SlideDeck::Slide(std::int32_t slide) {
     if (options_.show_numbers)
         SlideTextWriter(writer_, design.theme, kNoSlideNumber)
             .Line("Slide " + std::to_string(slide));
+    beside_.Begin(slide, name, part.Root(), options_.notes || options_.notes_only);
     if (!options_.notes_only) {
         ReadEnd end = writer.Write(Child(Child(part.Root(), "cSld"), "spTree"), SlidePart::All);
         if (!end.ok())
@@ -140,6 +144,7 @@ ReadEnd SlideDeck::Slide(std::int32_t slide) {
                 backgrounds_.emplace_back(background, &design);
         }
     }
+    beside_.End();
     return options_.notes || options_.notes_only ? Notes(page.number, relations) : ReadEnd::Ok();
 }
 

@@ -69,6 +69,7 @@ void DocxWalker::Paragraph(const Node& node, int depth) {
     ParagraphLook look = styles_.Paragraph(properties);
     RunLook mark = look.run;
     styles_.ApplyRun(Child(properties, "rPr"), mark);
+    beside_.Paragraph(node, look.run);
     const bool joined = std::exchange(joins_next_, false);
     if (nesting_ > 0)
         BeginNested(joined);
@@ -148,7 +149,7 @@ void DocxWalker::Table(const Node& table, int depth) {
 
 void DocxWalker::Row(const Node& row, int depth) {
     if (IsHiddenRow(row))
-        return;
+        return beside_.HiddenRow(row);
     const bool nested = nesting_ > 0;
     if (nested) {
         BeginNested(false);

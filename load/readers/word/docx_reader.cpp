@@ -43,6 +43,7 @@ ReadEnd DocxWalker::Read() {
     const std::string main = MainPart();
     parts_ = ReadRelationships(package_, main);
     styles_.Read(package_, parts_);
+    beside_.Begin(main);
     ReadParts();
     if (!end_.ok())
         return end_;
@@ -141,6 +142,7 @@ void DocxWalker::HeaderPart(const std::string& relationship, std::set<std::strin
     PlainText(part.Root(), text, 0);
     if (Trim(text).empty() || !seen.insert("text " + text).second)
         return;
+    beside_.UseMarginPart(found->second.target);
     Blocks(part.Root(), 0);
     EndOpenParagraph(0);
 }

@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "load/readers/beside/docx_beside.h"
 #include "load/readers/word/docx_numbering.h"
 #include "load/readers/word/docx_styles.h"
 #include "load/readers/word/note_brackets.h"
@@ -21,7 +22,7 @@ namespace zorvane {
 class DocxWalker {
   public:
     DocxWalker(Package& package, DocumentSink& sink, ReadMonitor& monitor)
-        : package_(package), monitor_(monitor), writer_(sink) {}
+        : package_(package), monitor_(monitor), writer_(sink), beside_(package, styles_, sink) {}
 
     ReadEnd Read();
 
@@ -97,6 +98,7 @@ class DocxWalker {
     std::string scratch_;
     std::int64_t done_ = 0;
     std::int64_t total_ = 0;
+    DocxBeside beside_;
 };
 
 /// Which of the two forms of one thing is read: never both.

@@ -95,9 +95,15 @@ void OdtBody::Block(const pugi::xml_node& node) {
     } else if (name == "table") {
         Table(node);
     } else if (IsOdtShape(name)) {
+        beside_.Shape(node);
         TakeShape(node);
-    } else if (IsContainer(name) && !IsHiddenByItself(node)) {
-        Container(node);
+    } else if (name == "tracked-changes") {
+        beside_.TakeChanges(node);
+    } else if (IsContainer(name)) {
+        if (IsHiddenByItself(node))
+            beside_.Hidden(node, "section");
+        else
+            Container(node);
     }
 }
 
@@ -115,6 +121,7 @@ void OdtBody::Paragraph(const pugi::xml_node& node, bool heading) {
         return;
     const OdtParagraph& style = styles_->Paragraph(Attribute(node, "style-name"));
     UseMasterPage(style.master_page);
+    beside_.Paragraph(node, *styles_, style.chars);
     if (IsHiddenParagraph(node, style.chars))
         return;
     const Line outer = line_;
@@ -213,8 +220,10 @@ void OdtBody::ListItems(const pugi::xml_node& node) {
 }
 
 void OdtBody::Table(const pugi::xml_node& table) {
-    if (!Enter() || IsHiddenByItself(table))
+    if (!Enter())
         return;
+    if (IsHiddenByItself(table))
+        return beside_.Hidden(table, "table");
     const ListPlace outer = list_;
     list_ = ListPlace();
     TableRows(table);
@@ -247,7 +256,7 @@ std::int32_t OdtBody::Repeats(const pugi::xml_node& node, std::string_view attri
 
 void OdtBody::Row(const pugi::xml_node& row) {
     if (IsHiddenRow(row))
-        return;
+        return beside_.Hidden(row, "row");
     const bool filled = std::any_of(row.begin(), row.end(), [](const pugi::xml_node& cell) {
         return !cell.first_child().empty();
     });

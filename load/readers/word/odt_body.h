@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "load/readers/beside/odt_beside.h"
 #include "load/readers/package.h"
 #include "load/readers/word/note_brackets.h"
 #include "load/readers/word/odt_lists.h"
@@ -20,7 +21,7 @@ bool IsOdtShape(std::string_view local_name);
 class OdtBody {
   public:
     OdtBody(Package& package, RowWriter& writer, ReadMonitor& monitor)
-        : package_(package), writer_(writer), monitor_(monitor) {}
+        : package_(package), writer_(writer), monitor_(monitor), beside_(package, writer.Sink()) {}
 
     /// The paragraphs, lists, tables, ... that are children of `parent`.
     void Blocks(const pugi::xml_node& parent, OdtStyles& styles);
@@ -107,6 +108,7 @@ class OdtBody {
     int open_rows_ = 0;
     bool starts_on_default_ = false;
     bool started_ = false;
+    OdtBeside beside_;
 };
 
 }  // namespace zorvane

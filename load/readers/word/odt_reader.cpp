@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "load/readers/beside/package_beside.h"
 #include "load/readers/word/odt_body.h"
 #include "load/readers/word/word_readers.h"
 
@@ -80,6 +81,7 @@ ReadEnd ReadOpenDocument(Package& package, DocumentSink& sink, ReadMonitor& moni
     styles.AddFonts(Child(content.Root(), "font-face-decls"));
     styles.Add(Child(content.Root(), "automatic-styles"));
 
+    ReportOpenDocumentProperties(package, sink);
     RowWriter writer(sink);
     OdtBody body(package, writer, monitor);
     body.Blocks(Child(content.Root(), "body"), styles);

@@ -47,6 +47,43 @@ TEST(DocumentSink, HtmlEscapesAndClosesItsSpans) {
     EXPECT_TRUE(html.ends_with("</span></p>\n</body>\n</html>\n")) << html;
 }
 
+TEST(DocumentSink, ItemsAreAtTheirPlacesAndBounded) {
+    const auto fill = [](DocumentSink& sink, std::size_t links) {
+        ParagraphWriter writer(sink);
+        writer.Text(
+            "a\x0B"
+            "b",
+            {});
+        writer.End();
+        writer.Text("c", {});
+        for (std::size_t i = 0; i < links; ++i)
+            sink.Beside(MakeBeside(BesideKind::Link, "x"));
+        sink.Beside(*MakeMetadata("title", "T"));
+        writer.End();
+    };
+    const auto plain = MakePlainSink();
+    fill(*plain, 1);
+    std::vector<BesideItem> items = plain->TakeBeside();
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[0].paragraph, 3) << "of plain text each line is a paragraph";
+    EXPECT_EQ(items[1].paragraph, 0);
+    for (const std::size_t links : {std::size_t{1}, kMostBesideItems, 3 * kMostBesideItems}) {
+        const auto rich = MakeRtfSink();
+        fill(*rich, links);
+        items.clear();
+        EXPECT_EQ(ToUtf8(ReadRtf(rich->Finish(), items).text),
+                  "a\x0B"
+                  "b\r\nc\r\n");
+        EXPECT_EQ(items.front().paragraph, 2);
+        EXPECT_EQ(items.size(), links == 1                  ? 2U
+                                : links == kMostBesideItems ? links + 1
+                                                            : kMostBesideItems + 2);
+    }
+    const auto page = MakeHtmlSink();
+    fill(*page, 1);
+    EXPECT_EQ(page->Finish().find("title: T"), std::string::npos);
+}
+
 TEST(DocumentSink, ReplayIsTheSameText) {
     const RichText text = RichText::Plain(u"one\r\n\r\ntwo\r\nthree");
     const auto sink = MakePlainSink();

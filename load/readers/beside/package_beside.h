@@ -1,0 +1,45 @@
+// What lies beside the text in packages of every kind: digests of parts, properties of documents.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "load/readers/document_sink.h"
+#include "load/readers/package.h"
+#include "load/readers/xml_part.h"
+
+namespace zorvane {
+
+/// Digests of a package's parts, each read once.
+class PartDigests {
+  public:
+    explicit PartDigests(Package& package) : package_(package) {}
+    /// Of a part that is missing, that of its name. Of more than `kMaxPartBytes`, and of all parts
+    /// together of more than three times that, only what comes first counts.
+    const std::string& Of(const std::string& part);
+    /// Of the words of an XML part, so that a file that was only saved again has the same.
+    std::string OfText(const std::string& part);
+    Package& Parts() { return package_; }
+
+  private:
+    Package& package_;
+    std::size_t left_ = 3 * kMaxPartBytes;
+    std::unordered_map<std::string, std::string> digests_;
+};
+
+/// The file's own name in "media/image1.png".
+std::string_view FileOfPart(std::string_view part);
+/// The text inside an element, its paragraphs apart by a blank; bounded.
+std::string TextInside(const pugi::xml_node& node);
+/// The words of a chart: its titles, names and values.
+std::string ChartText(const pugi::xml_node& root);
+
+/// Title, author, ... of an Office Open XML package, and the properties that its users made.
+void ReportOfficeProperties(Package& package, DocumentSink& sink);
+/// Those of an OpenDocument package.
+void ReportOpenDocumentProperties(Package& package, DocumentSink& sink);
+/// The children of an element of Dublin Core (`title`, `creator`, `subject`, ...), as in EPUB.
+void ReportDublinCore(const pugi::xml_node& parent, DocumentSink& sink);
+
+}  // namespace zorvane
