@@ -1,6 +1,5 @@
 #include "load/document_loader.h"
 
-#include <algorithm>
 #include <sys/stat.h>
 #include <utility>
 
@@ -14,6 +13,7 @@
 #include "load/csv_operations.h"
 #include "load/easy_converter.h"
 #include "load/file_kind.h"
+#include "load/loaded_beside.h"
 #include "load/pdf_conversion.h"
 #include "load/spreadsheet_preparation.h"
 #include "load/text_preparation.h"
@@ -62,22 +62,6 @@ bool IsSide(EditorTarget target) {
 }
 Side SideOf(EditorTarget target) {
     return target == EditorTarget::Original ? Side::Original : Side::Modified;
-}
-
-// What stands behind the last paragraph is told at it.
-void KeepInText(const Editor& editor, std::vector<BesideItem>& beside) {
-    if (beside.empty())
-        return;
-    std::int32_t paragraphs = 1;
-    char16_t last = 0;
-    for (const std::u16string_view piece : editor.TextPieces()) {
-        paragraphs += static_cast<std::int32_t>(std::count(piece.begin(), piece.end(), u'\n'));
-        last = piece.empty() ? last : piece.back();
-    }
-    if (last == u'\n')
-        --paragraphs;
-    for (BesideItem& item : beside)
-        item.paragraph = std::clamp(item.paragraph, 0, paragraphs);
 }
 
 clsVarString& FileOption(clsCompareFileOptions& options, Side side) {
@@ -234,7 +218,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
         document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);
     if (!side)
         return;
-    KeepInText(document.RichTB(), beside);
+    KeepBesideInText(document.RichTB(), beside);
     bForceReload[SideOf(target)] = false;
     if (std::exchange(bSpaceAddedToTextFile, false))
         RemoveFirstSpaceOfRichTextBox(document.RichTB());

@@ -48,8 +48,8 @@ bool DocumentLoader::ReportMissing(const std::string& sFile) {
 void DocumentLoader::TakeNoText(const std::string& sFile, std::u16string_view text, Side side) {
     sNoText[side].clear();
     if (!bSlidesFailed[side])  // that has been told already
-        sNoText[side] = WhyNoText({sFile, ShownName(parts_.process, sFile), text, parts_.options,
-                                   parts_.settings, side});
+        sNoText[side] = WhyNoText(
+            {sFile, ShownName(parts_.process, sFile), text, parts_.options, parts_.settings, side});
 }
 
 // What is wrong is told once, by the file's name, and not by the steps that found it.

@@ -197,13 +197,14 @@ class Reader {
     }
 
     void CloseBox(bool in_another) {
+        beside_.EndParagraph(Paragraph());
         if (in_another) {
             if (!box_.AtParagraphBegin())
                 box_.EndParagraph(state_.chars, state_.paragraph);
             return;
         }
-        box_.CloseParagraph(state_.paragraph);
         const std::int32_t paragraphs = box_.Paragraph() - (box_.AtParagraphBegin() ? 1 : 0);
+        box_.CloseParagraph(state_.paragraph);
         if (RichText box = box_.Take(); !box.text.empty()) {
             boxes_.push_back(std::move(box));
             box_paragraphs_ += paragraphs;

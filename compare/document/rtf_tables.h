@@ -61,7 +61,7 @@ enum class RtfAction : std::uint8_t {
     Green,
     Blue,
     Footnote,
-    Box,  // a text box
+    Box,             // a text box
     AnsiAndUnicode,  // a group with the same text twice
     UnicodeText,     // the second of the two
     Visible,         // a starred group whose text is seen

@@ -30,6 +30,22 @@ TEST(CheckedAnswer, BelievesOnlyWhatAReaderCanSay) {
          AnswerShape::OneDocument,
          {{"error", "0"}, {"part1", "100 0"}},
          ReadError::None},
+        {"what lies beside it",
+         AnswerShape::OneDocument,
+         {{"error", "0"}, {"part1", "0 60"}, {"beside", "60 40"}},
+         ReadError::None},
+        {"what lies beside it, inside of it",
+         AnswerShape::OneDocument,
+         {{"error", "0"}, {"part1", "0 60"}, {"beside", "59 1"}},
+         ReadError::Crashed},
+        {"what lies beside it, behind the end",
+         AnswerShape::OneDocument,
+         {{"error", "0"}, {"part1", "0 60"}, {"beside", "60 41"}},
+         ReadError::Crashed},
+        {"a list in place of its place",
+         AnswerShape::OneDocument,
+         {{"error", "0"}, {"part1", "0 60"}, {"beside", "links 1 x"}},
+         ReadError::Crashed},
         {"no part", AnswerShape::OneDocument, {{"error", "0"}}, ReadError::Crashed},
         {"a part one byte too long",
          AnswerShape::OneDocument,
@@ -120,6 +136,17 @@ TEST(CheckedAnswer, BelievesOnlyWhatAReaderCanSay) {
     for (const AnswerRow& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(CheckedAnswer(row.answer, row.shape, kSize).error, row.error);
+    }
+}
+
+TEST(CheckedAnswer, BoundsWhatIsReadIntoMemory) {
+    for (const std::uint64_t more : {0U, 1U}) {
+        const std::uint64_t length = kMostBesideBytes + more;
+        const ConversionResult result = CheckedAnswer(
+            {{"error", "0"}, {"part1", "0 1"}, {"beside", "1 " + std::to_string(length)}},
+            AnswerShape::OneDocument, length + 1);
+        EXPECT_EQ(result.ok(), more == 0);
+        EXPECT_EQ(result.beside.length, more == 0 ? length : 0);
     }
 }
 

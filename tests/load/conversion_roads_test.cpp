@@ -101,12 +101,28 @@ TEST_F(ConversionRoadsTest, WhatLiesBesideRichTextComesWithoutItsFormattingToo) 
         "{\\rtf1 a\\line b\\par\\par {\\field{\\*\\fldinst HYPERLINK http://x/}{\\fldrslt c}}}";
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\vb\r\n\r\nc");
     EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 3 http://x/; ");
+    options_.bRemoveBlankLines.SetData(true);
+    EXPECT_EQ(Loaded("a.rtf", kRich), "a\vb\r\nc");
+    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 2 http://x/; ");
+    options_.bRemoveBlankLines.SetData(false);
     options_.bRemoveFormatting.SetData(true);
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\r\nb\r\n\r\nc");
     EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 4 http://x/; ");
     options_.bRemoveBlankLines.SetData(true);
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\r\nb\r\nc");
     EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 3 http://x/; ");
+}
+
+TEST_F(ConversionRoadsTest, AsMuchAsMayLieBesideTheWordsComesWhole) {
+    std::string page;
+    for (std::size_t i = 0; i < kMostBesideItems + 5; ++i)
+        page += "<p><a href='http://host/" + std::to_string(i) + std::string(100, 'x') + "'>c</a>";
+    options_.bRemoveFormatting.SetData(true);
+    Loaded("a.html", page);
+    const std::vector<BesideItem>& items = loader_.Beside(Side::Original);
+    ASSERT_EQ(items.size(), kMostBesideItems + 1);
+    EXPECT_TRUE(items[kMostBesideItems - 1].text.starts_with("http://host/3999x"));
+    EXPECT_EQ(items[kMostBesideItems].text, "others: 5");
 }
 
 TEST_F(ConversionRoadsTest, LooksAreComparedAsFarAsBothSidesHaveThem) {

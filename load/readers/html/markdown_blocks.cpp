@@ -3,11 +3,21 @@
 #include <optional>
 
 #include "common/base/text_encoding.h"
+#include "compare/document/beside.h"
 #include "load/readers/html/markdown.h"
 #include "load/readers/html/markdown_lines.h"
 
 namespace zorvane {
 namespace {
+
+// An address stands at every link that names it, so that a long one is told by its digest.
+std::string SharedAddress(const std::string& address) {
+    constexpr std::size_t kLongest = 512;
+    return address.size() <= kLongest
+               ? address
+               : address.substr(0, std::min<std::size_t>(address.find_first_of(" \t"), 60)) +
+                     BesideDigest(address);
+}
 
 using Lines = std::vector<std::string_view>;
 using Marker = MarkdownMarker;
@@ -90,7 +100,7 @@ class MarkdownText {
         const std::string label = MarkdownLabel(line.substr(note ? 2 : 1, end - (note ? 2 : 1)));
         std::string content(Trim(line.substr(end + 2)));
         if (!note) {
-            definitions_.links.emplace(label, content);
+            definitions_.links.emplace(label, SharedAddress(content));
             return !content.empty();
         }
         while (at + 1 < lines.size() &&
