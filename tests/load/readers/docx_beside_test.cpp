@@ -144,6 +144,11 @@ TEST(DocxBeside, TellsEachThingAtItsParagraph) {
          "<w:tbl><w:tr><w:trPr><w:del/></w:trPr><w:tc>" + InParagraph(Text("x")) +
              "</w:tc></w:tr></w:tbl>" + InParagraph(Text("a")),
          "tracked 1 deleted row: x; "},
+        {"a row that is hidden since all text in it is",
+         "<w:tbl><w:tr><w:tc><w:p><w:pPr><w:rPr><w:vanish/></w:rPr></w:pPr><w:r><w:rPr><w:vanish/>"
+         "</w:rPr><w:t>x</w:t></w:r></w:p></w:tc></w:tr></w:tbl>" +
+             InParagraph(Text("a")),
+         "hidden 1 row: x; "},
         {"hidden text, by itself and by its style",
          InParagraph(Text("a") + "<w:r><w:rPr><w:vanish/></w:rPr><w:t>b</w:t></w:r>") +
              InParagraph("<w:r><w:rPr><w:rStyle w:val=\"H\"/></w:rPr><w:t>c</w:t></w:r>"),

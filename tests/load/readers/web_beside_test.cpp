@@ -101,6 +101,20 @@ TEST(MarkdownBeside, KnowsTheAddressesOfLinksAndPictures) {
     }
 }
 
+TEST(MarkdownBeside, KnowsLongAddressesThatManyLinksShare) {
+    const auto items = [](const std::string& end) {
+        std::string page = "[a]: http://x/" + std::string(100'000, 'y') + end + "\n\n";
+        for (int i = 0; i < 10'000; ++i)
+            page += "[a]\n";
+        return MarkdownItems(page);
+    };
+    const std::vector<BesideItem> first = items("1");
+    ASSERT_FALSE(first.empty());
+    EXPECT_TRUE(first[0].text.starts_with("http://x/yyy")) << first[0].text;
+    EXPECT_EQ(first, items("1"));
+    EXPECT_NE(first[0].digest, items("2").at(0).digest);
+}
+
 TEST(MarkdownBeside, GoesWithPlainTextByItsLines) {
     const auto sink = MakePlainSink();
     SilentMonitor monitor;
