@@ -301,6 +301,13 @@ void RtfBeside::Unseen(char16_t unit, bool deleted) {
         text += unit;
 }
 
+void RtfBeside::UnseenGroup(std::string_view rest, CodePage page, bool deleted) {
+    if (items_ == nullptr)
+        return;
+    for (const char16_t unit : ToUtf16(TextOf(GroupContent(rest), page)))
+        Unseen(unit, deleted);
+}
+
 void RtfBeside::EndParagraph(std::int32_t paragraph) {
     if (!hidden_.empty())
         Add(MakeBeside(BesideKind::HiddenText, ToUtf8(hidden_)), paragraph);

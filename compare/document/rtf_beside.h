@@ -21,6 +21,8 @@ class RtfBeside {
     /// Text that is left out, hidden or deleted.
     void Unseen(std::string_view bytes, CodePage page, bool deleted);
     void Unseen(char16_t unit, bool deleted);
+    /// A note or box of such text: `rest` begins behind its control word.
+    void UnseenGroup(std::string_view rest, CodePage page, bool deleted);
     void EndParagraph(std::int32_t paragraph);
     /// Behind the document.
     void Finish(std::int32_t paragraph);

@@ -175,7 +175,7 @@ class Reader {
     // The note of text that is not seen is not seen either, whatever it says of itself.
     void OpenNote() {
         if (!Seen()) {
-            SkipGroup();
+            SkipUnseenGroup();
         } else if (state_.destination != Destination::Footnote) {
             Out().OpenNote();
             state_.destination = Destination::Footnote;
@@ -186,7 +186,7 @@ class Reader {
 
     void OpenBox() {
         if (!Seen()) {
-            SkipGroup();
+            SkipUnseenGroup();
             return;
         }
         if (state_.boxes > 0 && !box_.AtParagraphBegin())
@@ -488,6 +488,12 @@ class Reader {
         std::from_chars(bytes_.data() + at_, bytes_.data() + end, number);  // 0 when out of range
         at_ = end;
         return number;
+    }
+
+    void SkipUnseenGroup() {
+        if (IsUnseenText())
+            beside_.UnseenGroup(bytes_.substr(at_), state_.page, state_.deleted);
+        SkipGroup();
     }
 
     void SkipGroup() { state_.destination = Destination::Skip; }

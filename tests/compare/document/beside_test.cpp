@@ -205,6 +205,11 @@ TEST(Beside, RichTextOfOthersTellsWhatItLeavesOut) {
          "a|x|y|z|b",
          {At(3, BesideKind::Comment, "n"), At(3, BesideKind::HiddenText, "h"),
           At(4, BesideKind::Comment, "o"), At(5, BesideKind::Comment, "m")}},
+        {"notes and boxes of hidden and deleted text",
+         "a{\\v b{\\footnote\\plain n}{\\shp{\\*\\shpinst{\\shptxt\\plain o}}}}"
+         "{\\deleted c{\\footnote m}}",
+         "a",
+         {At(1, BesideKind::HiddenText, "bno"), At(1, BesideKind::TrackedChange, "deleted: cm")}},
         {"in a row that is hidden as a whole",
          "\\trowd\\intbl{\\v s}\\cell\\row\\pard b{\\v t}",
          "b",
