@@ -11,6 +11,8 @@ step "Format"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror
 step "Layers"
 python3 tools/check_layers.py
+step "Measures of the scoring tool"
+python3 tools/score_pairing.py --self-test
 step "Build and tests (release)"
 cmake --preset release >/dev/null
 cmake --build build/release -j "$jobs"
