@@ -134,11 +134,19 @@ void OpenReport(ProcessState& process, const CommandLineRequest& request, const 
     }
 }
 
+// Only a window that stays, and the word-processor report, show editors.
+BuildViews ViewsFor(const CommandLineRequest& request) {
+    const bool document = !request.sReportFile.empty() &&
+                          static_cast<ReportType>(request.lReportType) == ReportType::Document;
+    return document || !request.bExitWhenDone ? BuildViews::Yes : BuildViews::No;
+}
+
 void WriteReport(ProcessState& process, const CommandLineRequest& request,
                  frmCompareFiles& viewer) {
     VestrelX& engine = viewer.VXMacroDiff();
     engine.putMasterTitle(request.sMasterLabel.empty() ? request.sMaster : request.sMasterLabel);
     engine.putSourceTitle(request.sSourceLabel.empty() ? request.sSource : request.sSourceLabel);
+    engine.putFileDates({ReportDateOf(request.sMaster), ReportDateOf(request.sSource)});
     engine.putHighDetailSummary(viewer.Settings().bReportHTMLShowHighDetailSummary);
     std::string file = request.sReportFile;
     const ReportResult result = viewer.CreateReport(
@@ -164,7 +172,7 @@ void RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
     viewer.Settings().sBCLPasswordOwner = request.sPdfOwnerPassword;
     ApplyAdvancedActions(request, viewer);
     bool failed = false;
-    viewer.RefreshDisplayCommandLine(request.lViewFormat, failed);
+    viewer.RefreshDisplayCommandLine(request.lViewFormat, ViewsFor(request), failed);
     if (failed) {
         LogLoadFailure(process, request);
     } else {

@@ -54,6 +54,7 @@ struct RawOptions {
     std::string report_type;
     std::string json;
     std::vector<std::string> sets;
+    std::string also;
     std::int32_t bracket = 0;
     bool no_pager = false;
 };
@@ -92,6 +93,14 @@ void AddReportOptions(CLI::App& app, CompareCommand& command) {
                    "View of the HTML report: side-by-side (default) or all-in-one")
         ->type_name("VIEW")
         ->transform(CLI::CheckedTransformer(views).description(""));
+    const std::map<std::string, UnchangedText> unchanged{{"all", UnchangedText::All},
+                                                         {"folded", UnchangedText::Folded},
+                                                         {"none", UnchangedText::None}};
+    app.add_option("--unchanged", command.unchanged,
+                   "Unchanged text in the HTML report: all, folded or none. Without it long "
+                   "stretches are folded, and left out where the page would grow too large")
+        ->type_name("HOW")
+        ->transform(CLI::CheckedTransformer(unchanged).description(""));
     app.add_option("--title", command.title, "Title of the report")->type_name("TEXT");
     app.add_option("--original-label", command.original_label, "Name of the original in the report")
         ->type_name("TEXT");
@@ -113,6 +122,13 @@ void AddCompareOptions(CLI::App& app, CompareCommand& command, RawOptions& raw) 
     app.add_flag("--faster", command.faster,
                  "Search less; for very large files with many small changes");
     app.add_flag("--larger-sections", command.larger_sections, "Show changes in larger sections");
+    app.add_flag(
+        "--no-moves", command.no_moves,
+        "Tell a moved paragraph as deleted and added, without looking for its other place");
+    app.add_option("--also", raw.also,
+                   "Kinds beside the words that count as differences in the exit status: all, or "
+                   "any of pictures, links, formatting, comments, ... with commas between")
+        ->type_name("KINDS");
     app.add_option("--bracket", raw.bracket,
                    "Number of paragraphs before and after to consider while comparing")
         ->type_name("N")
@@ -140,6 +156,12 @@ std::optional<Failure> Finish(const CLI::App& app, const RawOptions& raw, Compar
         command.json = raw.json;
     if (app.count("--bracket") > 0)
         command.bracket = raw.bracket;
+    if (app.count("--also") > 0) {
+        Result<std::set<BesideKind>> kinds = ParseBesideKinds(raw.also);
+        if (!kinds.ok())
+            return kinds.failure().WithContext("--also");
+        command.also = std::move(kinds).value();
+    }
     command.pager = !raw.no_pager;
     if (auto failure = TakeReports(raw, command))
         return failure;

@@ -4,12 +4,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "app/load_options.h"
 #include "app/text_run.h"
+#include "compare/document/beside.h"
 #include "compare/engine/engine_report.h"
 
 namespace zorvane {
@@ -40,6 +42,7 @@ struct CompareCommand {
     bool open_reports = false;
 
     CompareView view = CompareView::SideBySide;
+    UnchangedText unchanged = UnchangedText::Fitting;
     std::string title;
     std::string original_label;
     std::string modified_label;
@@ -51,6 +54,8 @@ struct CompareCommand {
     bool letters = false;
     bool faster = false;
     bool larger_sections = false;
+    bool no_moves = false;
+    std::set<BesideKind> also;  ///< kinds beside the words that count as differences
     std::optional<std::int32_t> bracket;
     LoadOptions load;
 };

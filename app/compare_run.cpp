@@ -1,5 +1,7 @@
 #include "app/compare_run.h"
 
+#include <algorithm>
+
 #include "app/command_line_request.h"
 #include "app/input_file.h"
 #include "app/terminal_window.h"
@@ -37,16 +39,18 @@ class CompareRunner {
                 return Trouble(step);
         }
         viewer_.Setup(kFirstViewer, true);
+        viewer_.LookForMoves(!command_.no_moves);
         if (const Status set = SetOptions(); !set.ok())
             return Trouble(set);
         bool failed = false;
-        viewer_.RefreshDisplayCommandLine(Format(), failed);
+        viewer_.RefreshDisplayCommandLine(
+            Format(), WantsDocument() ? BuildViews::Yes : BuildViews::No, failed);
         window_.Clear();
         if (failed || viewer_.SlidesFailed() || !HasText())
             return kTrouble;
         if (!WriteReports() || !WriteJson() || !Print())
             return kTrouble;
-        return viewer_.VXMacroDiff().getDifferenceCount() == 0 ? kSame : kDifferent;
+        return viewer_.Compared().Same() && !DiffersBeside() ? kSame : kDifferent;
     }
 
   private:
@@ -54,6 +58,15 @@ class CompareRunner {
         window_.Clear();
         LogMessage(process_, status.failure().reason);
         return kTrouble;
+    }
+
+    // In a kind that was asked for.
+    bool DiffersBeside() const {
+        const std::vector<BesideNote>& notes = viewer_.Compared().beside;
+        return std::any_of(notes.begin(), notes.end(), [this](const BesideNote& note) {
+            return std::any_of(command_.also.begin(), command_.also.end(),
+                               [&](BesideKind kind) { return NameOf(kind).option == note.kind; });
+        });
     }
 
     // A side without any text would be called unchanged, or wholly deleted: neither is known.
@@ -116,13 +129,15 @@ class CompareRunner {
         options.bIgnoreRegExOnBothPasses.SetData(true);
     }
 
+    bool WantsDocument() const {
+        return std::any_of(
+            command_.reports.begin(), command_.reports.end(),
+            [](const ReportTarget& report) { return report.type == ReportType::Document; });
+    }
+
     // A word-processor report is made from the all-in-one text.
     std::int32_t Format() const {
-        for (const ReportTarget& report : command_.reports) {
-            if (report.type == ReportType::Document)
-                return static_cast<std::int32_t>(CompareView::AllInOne);
-        }
-        return static_cast<std::int32_t>(command_.view);
+        return static_cast<std::int32_t>(WantsDocument() ? CompareView::AllInOne : command_.view);
     }
 
     std::string Label(Side side) const {
@@ -134,10 +149,18 @@ class CompareRunner {
         return given == "-" ? "standard input" : given;
     }
 
+    // Of what came through a pipe there is only a copy, which has no date of its own.
+    std::string DateOf(Side side) const {
+        const std::string& given = side == Side::Original ? command_.original : command_.modified;
+        return files_[side] == given ? ReportDateOf(given) : std::string();
+    }
+
     bool WriteReports() {
         VestrelX& engine = viewer_.VXMacroDiff();
         engine.putMasterTitle(Label(Side::Original));
         engine.putSourceTitle(Label(Side::Modified));
+        engine.putFileDates({DateOf(Side::Original), DateOf(Side::Modified)});
+        engine.putUnchangedText(command_.unchanged);
         engine.putHighDetailSummary(true);
         bool good = true;
         for (const ReportTarget& report : command_.reports) {
@@ -159,25 +182,18 @@ class CompareRunner {
             LogMessage(process_, opened.failure().reason);
     }
 
-    ComparisonModel Model() {
-        const clsCompareFileOptions& options = viewer_.Options();
-        return {viewer_.VXMacroDiff(),
-                command_.title,
-                Label(Side::Original),
-                Label(Side::Modified),
-                true,
-                ReportLookOf(options),
-                {options.bIgnoreCase.Data(), options.bIgnoreWhitespace.Data(),
-                 options.bCompareByCharacter.Data(), options.bIgnoreRegExOnBothPasses.Data(),
-                 options.sIgnoreRegularExpression.Data()}};
+    ReportModel Model() const {
+        ReportModel model{viewer_.Compared()};
+        model.title = command_.title;
+        model.names = {Label(Side::Original), Label(Side::Modified)};
+        return model;
     }
 
     bool WriteJson() {
         if (!command_.json)
             return true;
-        ComparisonModel model = Model();
-        model.original_name = command_.original;
-        model.modified_name = command_.modified;
+        ReportModel model = Model();
+        model.names = {command_.original, command_.modified};
         const std::string json = WriteJsonReport(model);
         const bool to_output = *command_.json == "-";
         const bool input = IsSameFile(*command_.json, files_.original) ||

@@ -1,10 +1,13 @@
-// The engine on line-file text in memory: the thousands of small runs inside a document, and how
-// time grows with the size of one large run.
+// The engine in memory: the thousands of changed paragraphs inside a document, and how time grows
+// with the size of one text.
 #include <random>
 #include <string>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 
+#include "common/base/text_encoding.h"
+#include "compare/engine/pairing/section_finder.h"
 #include "compare/engine/vestrel_x.h"
 
 namespace zorvane {
@@ -31,20 +34,30 @@ std::string Edited(const std::string& text, std::int64_t every) {
 }
 
 // One changed paragraph, as in a thousand of a document.
-void BM_SectionRun(benchmark::State& state) {
+void BM_Sections(benchmark::State& state) {
     std::mt19937 random(1);
-    const std::string original = WordLines(random, state.range(0));
-    const std::string modified = Edited(original, 10);
-    VestrelX engine;
+    const auto paragraph = [](std::string words) {
+        for (std::size_t at = words.find("\r\n"); at != std::string::npos; at = words.find("\r\n"))
+            words.erase(at, 2);
+        return ToUtf16(words);
+    };
+    const std::string words = WordLines(random, state.range(0));
+    const std::u16string original = paragraph(words);
+    const std::u16string modified = paragraph(Edited(words, 10));
+    SectionFinder finder({});
+    std::vector<FoundSection> sections;
+    std::vector<FoundLetters> letters;
     for (auto _ : state) {
-        if (!engine.CompareText(original, modified).ok() || engine.getDifferenceCount() == 0) {
-            state.SkipWithError("the records are missing");
+        sections.clear();
+        finder.Find(original, modified, nullptr, sections, letters);
+        if (sections.empty()) {
+            state.SkipWithError("the sections are missing");
             break;
         }
-        benchmark::DoNotOptimize(engine.Records().data());
+        benchmark::DoNotOptimize(sections.data());
     }
 }
-BENCHMARK(BM_SectionRun)->ArgName("words")->Arg(20)->Arg(40)->Arg(60);
+BENCHMARK(BM_Sections)->ArgName("words")->Arg(20)->Arg(40)->Arg(60);
 
 // A whole document; the time per line should stay as the size doubles.
 void BM_Compare(benchmark::State& state) {

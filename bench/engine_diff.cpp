@@ -1,7 +1,9 @@
-// Compares two line files and prints the records as a "normal" listing, for measuring against other
-// tools: `zv_engine_diff [-q] ORIGINAL MODIFIED`. -q prints only the number of records.
+// Compares two line files and prints a "normal" listing, for measuring against other tools:
+// `zv_engine_diff [-q] ORIGINAL MODIFIED`. -q prints only the number of hunks. Records between
+// which no equal line stands are one hunk.
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 #include "compare/engine/vestrel_x.h"
 
@@ -11,10 +13,45 @@ void PrintRange(std::int32_t first, std::int32_t last) {
     std::printf(first == last ? "%d" : "%d,%d", first, last);
 }
 
-void PrintRecord(const zorvane::DifferenceRecord& record) {
-    PrintRange(record.first_original, record.last_original);
-    std::printf("%c", static_cast<char>(record.type));
-    PrintRange(record.first_modified, record.last_modified);
+using zorvane::DifferenceRecord;
+using zorvane::DifferenceType;
+
+// Records that no equal line parts are one hunk, as in the listings of other tools.
+bool Touch(const DifferenceRecord& front, const DifferenceRecord& back) {
+    const auto begin = [](std::int32_t last, std::int32_t count) { return last - count; };
+    return begin(back.last_original, back.OriginalCount()) == front.last_original &&
+           begin(back.last_modified, back.ModifiedCount()) == front.last_modified;
+}
+
+DifferenceRecord Joined(const DifferenceRecord& front, const DifferenceRecord& back) {
+    const std::int32_t originals = front.OriginalCount() + back.OriginalCount();
+    const std::int32_t modifieds = front.ModifiedCount() + back.ModifiedCount();
+    DifferenceRecord joined = back;
+    joined.type = originals == 0   ? DifferenceType::Addition
+                  : modifieds == 0 ? DifferenceType::Deletion
+                                   : DifferenceType::Change;
+    joined.first_original =
+        originals == 0 ? back.last_original : back.last_original - originals + 1;
+    joined.first_modified =
+        modifieds == 0 ? back.last_modified : back.last_modified - modifieds + 1;
+    return joined;
+}
+
+std::vector<DifferenceRecord> Hunks(const std::vector<DifferenceRecord>& records) {
+    std::vector<DifferenceRecord> hunks;
+    for (const DifferenceRecord& record : records) {
+        if (!hunks.empty() && Touch(hunks.back(), record))
+            hunks.back() = Joined(hunks.back(), record);
+        else
+            hunks.push_back(record);
+    }
+    return hunks;
+}
+
+void PrintHunk(const DifferenceRecord& hunk) {
+    PrintRange(hunk.first_original, hunk.last_original);
+    std::printf("%c", static_cast<char>(hunk.type));
+    PrintRange(hunk.first_modified, hunk.last_modified);
     std::printf("\n");
 }
 
@@ -35,11 +72,12 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "%s\n", status.failure().reason.c_str());
         return 2;
     }
+    const std::vector<DifferenceRecord> hunks = Hunks(engine.Records());
     if (quiet)
-        std::printf("%d\n", engine.getDifferenceCount());
-    for (const zorvane::DifferenceRecord& record : engine.Records()) {
+        std::printf("%zu\n", hunks.size());
+    for (const DifferenceRecord& hunk : hunks) {
         if (!quiet)
-            PrintRecord(record);
+            PrintHunk(hunk);
     }
     return engine.getDifferenceCount() == 0 ? 0 : 1;
 }

@@ -33,8 +33,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const bool deletion = record.type == DifferenceType::Deletion;
         if ((addition ? record.first_original : record.first_original - 1) < original ||
             (deletion ? record.first_modified : record.first_modified - 1) < modified ||
-            record.last_original > engine.MasterLineCount() ||
-            record.last_modified > engine.SourceLineCount())
+            record.last_original > engine.Compared().Paragraphs(Side::Original) ||
+            record.last_modified > engine.Compared().Paragraphs(Side::Modified))
             std::abort();
         original = record.last_original;
         modified = record.last_modified;

@@ -4,7 +4,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include "compare/engine/comparison_model.h"
+#include "compare/engine/compare_texts.h"
+#include "compare/engine/report_model.h"
 #include "reports/json_report.h"
 #include "reports/terminal_report.h"
 
@@ -31,27 +32,31 @@ LineFiles MakeLineFiles(std::int64_t paragraphs) {
     return files;
 }
 
-using Writer = std::string (*)(const ComparisonModel&);
+using Writer = std::string (*)(const ReportModel&);
 
-std::string SideBySide(const ComparisonModel& model) {
+std::string SideBySide(const ReportModel& model) {
     return WriteHtmlReport(model, 2);
 }
-std::string AllInOne(const ComparisonModel& model) {
+std::string AllInOne(const ReportModel& model) {
     return WriteHtmlReport(model, 1);
 }
-std::string Terminal(const ComparisonModel& model) {
+std::string Terminal(const ReportModel& model) {
     return WriteTerminalReport(model, {true, 2});
 }
 
 void BM_Report(benchmark::State& state, Writer writer) {
     const LineFiles files = MakeLineFiles(state.range(0));
-    VestrelX engine;
-    if (!engine.CompareText(files.original, files.modified).ok() ||
-        engine.getDifferenceCount() != state.range(0) / 10) {
+    const Result<Comparison> compared = CompareLineFiles(
+        {std::string_view(files.original), std::string_view(files.modified)}, {}, nullptr);
+    if (!compared.ok() ||
+        compared.value().record_counts.All() != static_cast<std::int32_t>(state.range(0) / 10)) {
         state.SkipWithError("the compare does not find the changes");
         return;
     }
-    const ComparisonModel model{engine, "Title", "original", "modified", true, {}, {}};
+    const ReportModel model{.comparison = compared.value(),
+                            .title = "Title",
+                            .names = {"original", "modified"},
+                            .high_detail = true};
     for (auto _ : state) {
         std::string report = writer(model);
         benchmark::DoNotOptimize(report);

@@ -7,7 +7,10 @@
 #include "common/log_message.h"
 #include "common/process_state.h"
 #include "common/string_utilities.h"
+#include "compare/beside_notes.h"
 #include "compare/difference_list.h"
+#include "compare/document/document_look_of.h"
+#include "compare/run_options.h"
 #include "load/file_kind.h"
 #include "reports/rich_report.h"
 
@@ -256,7 +259,8 @@ void frmCompareFiles::FinishRun(bool bGoToFirstDifference, std::int32_t kept_dif
     window_.FlashFrame();
 }
 
-void frmCompareFiles::RefreshDisplayCommandLine(std::int32_t format, bool& failed) {
+void frmCompareFiles::RefreshDisplayCommandLine(std::int32_t format, BuildViews views,
+                                                bool& failed) {
     mlStartTick_ = process_.platform.clock->TickMilliseconds();
     if (!process_.gbCommandLineRunning) {
         window_.ShowPleaseWait(true);
@@ -264,6 +268,7 @@ void frmCompareFiles::RefreshDisplayCommandLine(std::int32_t format, bool& faile
     }
     window_.ShowStatus(StatusPanel::Detail, Translate("Loading files") + "...");
     state_.view = format == 1 ? View::AllInOne : View::SideBySide;
+    state_.show_views = views == BuildViews::Yes;
     window_.ShowView(state_.view);
     window_.PumpEvents();
     failed = !LoadBoth(Reload::WhenChanged);
@@ -274,44 +279,54 @@ void frmCompareFiles::RefreshDisplayCommandLine(std::int32_t format, bool& faile
         window_.ShowPleaseWait(false);
 }
 
-void frmCompareFiles::PrepareLineFiles() {
-    TempFiles& temp_files = *process_.platform.temp_files;
-    for (std::string* name : {&process_.sTempLineFileOriginal, &process_.sTempLineFileModified}) {
-        if (!name->empty())
-            continue;
-        const Result<std::string> fresh = temp_files.NewName("line", "txt");
-        if (fresh.ok())
-            *name = fresh.value();
-    }
+std::shared_ptr<const RichText> frmCompareFiles::TakeRich(Side side) {
+    Editor& editor = (side == Side::Original ? editors_.rtbOriginal : editors_.rtbModified).editor;
+    return std::make_shared<const RichText>(state_.show_views ? editor.Rich() : editor.TakeRich());
+}
+
+void frmCompareFiles::TellBeside(const PerSide<std::shared_ptr<const RichText>>& texts) {
+    BesideFound found =
+        FindBeside(Compared(), {{&loader_.Beside(Side::Original), &loader_.Beside(Side::Modified)},
+                                {texts.original.get(), texts.modified.get()},
+                                loader_.FormattingDepth()});
+    const bool nothing = Compared().Same() && found.notes.empty();
+    VXMacroDiff_.putSameFiles(
+        nothing && HaveSameBytes({options_.sFileOriginal.Data(), options_.sFileModified.Data()}));
+    VXMacroDiff_.putBeside(std::move(found.notes), found.sentence);
+    VXMacroDiff_.putDocumentLooks({LookOf(*texts.original), LookOf(*texts.modified)});
 }
 
 Status frmCompareFiles::RunDocumentEngine() {
+    struct Watcher : CompareWatcher {
+        explicit Watcher(RunMonitor& run) : monitor(run) {}
+        bool KeepGoing(double /*part*/) override { return monitor.KeepGoing(); }
+        RunMonitor& monitor;
+    };
     window_.ShowStatus(StatusPanel::Main, Translate("Compare In Process") + "...");
     window_.SetHourglass(true);
-    PrepareLineFiles();
-    Status status = editors_.rtbOriginal.document.SaveAsLineFile(process_.sTempLineFileOriginal);
+    Watcher watcher(monitor_);
+    CompareOptions asked = CompareOptionsOf(options_);
+    asked.find_moves = find_moves_;
+    VXMacroDiff_.SetOptions(asked);
+    const PerSide<std::shared_ptr<const RichText>> texts{TakeRich(Side::Original),
+                                                         TakeRich(Side::Modified)};
+    const auto text_of = [](const std::shared_ptr<const RichText>& rich) {
+        return std::shared_ptr<const std::u16string>(rich, &rich->text);
+    };
+    const Status status =
+        VXMacroDiff_.CompareEditors({text_of(texts.original), text_of(texts.modified)}, &watcher);
     if (status.ok())
-        status = editors_.rtbModified.document.SaveAsLineFile(process_.sTempLineFileModified);
-    VestrelX& engine = VXMacroDiff_;
-    engine.putMasterFile(process_.sTempLineFileOriginal);
-    engine.putSourceFile(process_.sTempLineFileModified);
-    engine.putIgnoreCase(options_.bIgnoreCase.Data());
-    engine.putIgnoreEmptyLines(options_.bIgnoreEmptyLines.Data());
-    engine.putIgnoreWhitespace(options_.bIgnoreWhitespace.Data());
-    engine.putReservedSwitch(false);
-    engine.putCompareFaster(options_.bCompareFaster.Data());
-    engine.putLargerSections(options_.bShowChangesInLargerSections.Data());
-    engine.putUseLineBracket(options_.bUseLineBracket.Data());
-    engine.putLineBracket(options_.lLineBracket.Data());
-    engine.putFilterExpression(options_.sIgnoreRegularExpression.Data());
-    engine.putFilterEnabled(!Trim(options_.sIgnoreRegularExpression.Data()).empty());
-    engine.putCompareMode(0);
-    if (status.ok())
-        status = engine.Compare();
+        TellBeside(texts);
     window_.SetHourglass(false);
-    if (!status.ok())
+    if (!status.ok() && !mbAbortRequested_)
         LogMessage(process_, status.failure().reason);
     return status;
+}
+
+Status frmCompareFiles::EnsureFreshComparison() {
+    if (!state_.mbRebuildOriginalParagraphs && !state_.mbRebuildModifiedParagraphs)
+        return Status::Ok();
+    return RunDocumentEngine();
 }
 
 void frmCompareFiles::OptionsChanged() {

@@ -19,6 +19,9 @@
 
 namespace zorvane {
 
+/// A run whose result nobody looks at in editors marks none.
+enum class BuildViews { Yes, No };
+
 class frmCompareFiles : private ReportSource {
   public:
     /// Everything is borrowed and outlives the viewer.
@@ -38,6 +41,7 @@ class frmCompareFiles : private ReportSource {
     CompareFilesSettings& Settings() { return settings_; }
     ViewerEditors& Editors() { return editors_; }
     VestrelX& VXMacroDiff() { return VXMacroDiff_; }
+    const Comparison& Compared() const { return VXMacroDiff_.Compared(); }
     const RunCounters& Counters() const { return counters_; }
     std::int32_t mlChanges() const { return counters_.document.changes; }
     std::int32_t mlAdditions() const { return counters_.document.additions; }
@@ -58,11 +62,14 @@ class frmCompareFiles : private ReportSource {
     void Refresh();
     void RefreshDisplay(bool bReloadFiles, bool bGoToFirstDifference);
     RunEnd RunCompare(bool bGoToFirstDifference);
-    /// The start of a run without dialogs. Format 1 shows all in one, any other side by side.
-    /// `failed` when a file could not be loaded or compared; the reason has been told.
-    void RefreshDisplayCommandLine(std::int32_t format, bool& failed);
-    /// Writes the line files and runs the document level. A failure has been told.
-    Status RunDocumentEngine() override;
+    /// The start of a run without dialogs. Format 1 shows all in one, any other side by side;
+    /// without views the loaded texts go into the comparison and the editors stay empty. `failed`
+    /// when a file could not be loaded or compared; the reason has been told.
+    void RefreshDisplayCommandLine(std::int32_t format, BuildViews views, bool& failed);
+    /// Whether the next compare tells what moved; on at first.
+    void LookForMoves(bool on) { find_moves_ = on; }
+    /// Compares the two texts. A failure has been told; an abort is one of its own.
+    Status RunDocumentEngine();
     void Abort() { mbAbortRequested_ = true; }
     /// After an option was changed: the view stays as it is until the next run.
     void OptionsChanged();
@@ -94,6 +101,7 @@ class frmCompareFiles : private ReportSource {
     VestrelX& Engine() override { return VXMacroDiff_; }
     const clsCompareFileOptions& ReportOptions() const override { return options_; }
     CompareFilesSettings& ReportSettings() override { return settings_; }
+    Status EnsureFreshComparison() override;
     Status SaveDocumentReport(const std::string& file) override;
     void BuildAllInOneView() override;
     void ShowReportStatus(const std::string& text) override;
@@ -101,14 +109,15 @@ class frmCompareFiles : private ReportSource {
     std::string CommandLineTitle() const override;
 
     PassContext Context() {
-        return {editors_, VXMacroDiff_, VXMiniDiff_, VXMicroDiff_, options_, counters_, monitor_};
+        return {editors_, VXMacroDiff_.Compared(), options_, counters_, monitor_};
     }
     clsRTBDocument& DocumentOf(EditorTarget target);
     bool ReloadFiles();
     bool LoadBoth(Reload reload);
     void UseViewerFontForText();
     void ApplyFont();
-    void PrepareLineFiles();
+    std::shared_ptr<const RichText> TakeRich(Side side);
+    void TellBeside(const PerSide<std::shared_ptr<const RichText>>& texts);
     void FinishRun(bool bGoToFirstDifference, std::int32_t kept_difference);
     void ShowAborted();
     void MoveTo(std::int32_t number);
@@ -124,9 +133,8 @@ class frmCompareFiles : private ReportSource {
     PerSide<clsMRU> recent_files_;
     clsMRU TextFileExtensions_;
     ViewerEditors editors_;
-    VestrelX VXMacroDiff_;  ///< paragraphs
-    VestrelX VXMiniDiff_;   ///< sections of a changed paragraph
-    VestrelX VXMicroDiff_;  ///< characters of a changed section
+    VestrelX VXMacroDiff_;
+    bool find_moves_ = true;
     RunCounters counters_;
     RunState state_;
     bool mbAbortRequested_ = false;

@@ -2,6 +2,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document_markers.h"
+#include "compare/engine/compare_texts.h"
 
 namespace zorvane {
 namespace {
@@ -36,30 +37,41 @@ class CompareRun {
           command_line_(command_line) {}
 
     RunEnd Run() {
-        CopyTexts();
-        BuildParagraphs();
+        if (state_.show_views) {
+            CopyTexts();
+            BuildParagraphs();
+        }
         if (!context_.monitor.KeepGoing())
             return RunEnd::Aborted;
-        if (!calls_.run_document_engine().ok())
-            return RunEnd::Failed;
+        if (const Status compared = calls_.run_document_engine(); !compared.ok())
+            return compared.failure().reason == kCompareStopped ? RunEnd::Aborted : RunEnd::Failed;
         if (!context_.monitor.KeepGoing())
             return RunEnd::Aborted;
-        calls_.update_difference_list();
+        if (state_.show_views)
+            calls_.update_difference_list();
         if (!context_.monitor.KeepGoing())
             return RunEnd::Aborted;
         EmptySummaries();
-        context_.counters = RunCounters{};
+        CountAll();
+        if (!state_.show_views) {
+            BeFresh();
+            return RunEnd::Finished;
+        }
         const bool finished = state_.view == View::AllInOne ? BuildAllInOne() : BuildSideBySide();
         if (!finished)
             return RunEnd::Aborted;
         editors_.rtbOriginalDiff.editor.Clear();
         editors_.rtbModifiedDiff.editor.Clear();
-        state_.mbRebuildOriginalParagraphs = false;
-        state_.mbRebuildModifiedParagraphs = false;
+        BeFresh();
         return RunEnd::Finished;
     }
 
   private:
+    void BeFresh() {
+        state_.mbRebuildOriginalParagraphs = false;
+        state_.mbRebuildModifiedParagraphs = false;
+    }
+
     void CopyTexts() {
         if (state_.mbRemoveFormatting) {
             for (DocumentEditor* entry :
@@ -90,6 +102,15 @@ class CompareRun {
             return;
         editors_.rtbOriginalDiff.document.ParagraphCollectionCreate();
         editors_.rtbModifiedDiff.document.ParagraphCollectionCreate();
+    }
+
+    void CountAll() {
+        const auto level = [](const DetailCounts& counts) {
+            return LevelCounters{counts.changes, counts.additions, counts.deletions};
+        };
+        const Comparison& comparison = context_.comparison;
+        context_.counters = {level(comparison.record_counts), level(comparison.section_counts),
+                             level(comparison.character_counts)};
     }
 
     void EmptySummaries() {

@@ -17,6 +17,7 @@ struct RunState {
     bool mbOriginalDiffStale = false;  ///< an option was changed since the last run
     bool mbModifiedDiffStale = false;
     View view = View::SideBySide;
+    bool show_views = true;  ///< false: nobody looks at editors, so none is marked
     std::string msFontName = "Courier";
     double msngFontSize = 10;
 };

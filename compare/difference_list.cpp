@@ -74,7 +74,7 @@ std::string DifferenceListLine(PassContext& context, RecordIndex index,
 
 std::vector<std::string> DifferenceListLines(PassContext& context) {
     ListMarker marker(context);
-    WalkRecords(context.VXMacroDiff, marker, context.monitor);
+    WalkRecords(context.comparison, marker, context.monitor);
     return marker.Take();
 }
 

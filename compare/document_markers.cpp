@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "common/base/text_encoding.h"
-#include "compare/section_markers.h"
+#include "compare/document/api_highlight.h"
+#include "compare/engine/report_model.h"
+#include "compare/section_pass.h"
 
 namespace zorvane {
 namespace {
@@ -39,30 +41,31 @@ class DocumentMarker : public RecordMarker {
         : context_(context), editors_(context.editors), monitor_(context.monitor) {}
 
     void Addition(RecordIndex index, const DifferenceRecord& record) override {
-        ++context_.counters.document.additions;
         Prepend(editors_.rtbAdditions, MarkAddition(record), index, record);
     }
     void Deletion(RecordIndex index, const DifferenceRecord& record) override {
-        ++context_.counters.document.deletions;
-        Prepend(editors_.rtbDeletions, MarkDeletion(record), index, record);
+        Prepend(editors_.rtbDeletions, MarkDeletion(static_cast<std::size_t>(index.value), record),
+                index, record);
     }
     void Change(RecordIndex index, const DifferenceRecord& record) override {
-        ++context_.counters.document.changes;
-        Prepend(editors_.rtbChanges, MarkChange(record), index, record);
+        Prepend(editors_.rtbChanges, MarkChange(static_cast<std::size_t>(index.value), record),
+                index, record);
     }
 
   protected:
     // Each marks the record in its view and gives the text of the summary entry.
     virtual RichText MarkAddition(const DifferenceRecord& record) = 0;
-    virtual RichText MarkDeletion(const DifferenceRecord& record) = 0;
-    virtual RichText MarkChange(const DifferenceRecord& record) = 0;
+    virtual RichText MarkDeletion(std::size_t index, const DifferenceRecord& record) = 0;
+    virtual RichText MarkChange(std::size_t index, const DifferenceRecord& record) = 0;
 
-    // Fills the two small editors with the changed paragraphs, each with a guard blank behind it.
-    void FillChangeEditors(const DifferenceRecord& record) {
-        FillOne(editors_.rtbOriginal.document, OriginalParagraphs(record),
-                editors_.rtbOriginalDiffTemp.editor);
-        FillOne(editors_.rtbModified.document, ModifiedParagraphs(record),
-                editors_.rtbModifiedDiffTemp.editor);
+    // Fills the small editors with the changed paragraphs.
+    ChangeEditors FillChangeEditors(const DifferenceRecord& record, DocumentEditor& original) {
+        original.editor.SetRich(Paragraphs(editors_.rtbOriginal.document,
+                                           OriginalParagraphs(record), LastBreak::LeaveOut));
+        MemoryEditor& modified = editors_.rtbModifiedDiffTemp.editor;
+        modified.SetRich(Paragraphs(editors_.rtbModified.document, ModifiedParagraphs(record),
+                                    LastBreak::LeaveOut));
+        return {original.editor, modified};
     }
 
     PassContext& context_;
@@ -70,19 +73,33 @@ class DocumentMarker : public RecordMarker {
     RunMonitor& monitor_;
 
   private:
-    static void FillOne(clsRTBDocument& from, ParagraphRange range, MemoryEditor& to) {
-        to.SetRich(Paragraphs(from, range, LastBreak::LeaveOut));
-        to.Replace({CharPos{to.Length()}, 0}, u" ");
-    }
-
     void Prepend(MemoryEditor& summary, RichText entry, RecordIndex index,
                  const DifferenceRecord& record) {
         EndWithBreak(entry);
         summary.Replace({CharPos{0}, 0}, entry);
-        RichText header = RichText::Plain(ToUtf16(EntryHeader(monitor_, index, record)),
-                                          editors_.rtbScratch.editor.DefaultFormat());
-        EndWithBreak(header);
-        summary.Replace({CharPos{0}, 0}, header);
+        PrependLine(summary, MoveLine(static_cast<std::size_t>(index.value)));
+        PrependLine(summary, EntryHeader(monitor_, index, record));
+    }
+
+    void PrependLine(MemoryEditor& summary, const std::string& line) {
+        if (line.empty())
+            return;
+        RichText text = RichText::Plain(ToUtf16(line), editors_.rtbScratch.editor.DefaultFormat());
+        EndWithBreak(text);
+        summary.Replace({CharPos{0}, 0}, text);
+    }
+
+    // Where the other half of a move stands, and its number in the summaries.
+    std::string MoveLine(std::size_t index) {
+        const Comparison& comparison = context_.comparison;
+        const Move* move = comparison.MoveOf(index);
+        if (move == nullptr)
+            return {};
+        const DifferenceType own = comparison.records[index].type;
+        const bool here = own == DifferenceType::Deletion;
+        return monitor_.Translate(here ? "moved to " : "moved from ") +
+               MovedPlace(comparison, *move, here ? Side::Modified : Side::Original) + ", <<<" +
+               std::to_string(PartnerOf(*move, own) + 1) + ">>>";
     }
 };
 
@@ -104,6 +121,8 @@ class AllInOneMarker : public DocumentMarker {
         // A block that opens the document ends with a break, all others begin with one.
         const bool opens = record.first_original < 1;
         work.editor.Replace({CharPos{opens ? work.editor.Length() : 0}, 0}, kBreak);
+        // Once more: of a blank paragraph the break is all that shows.
+        work.document.ColorizeAll(context_.Style(Mark::Addition));
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
         merged.SetCursorAt(ParagraphNumber{record.first_original});
         merged.RichTB().ReplaceSelection(work.editor.Rich());
@@ -113,16 +132,44 @@ class AllInOneMarker : public DocumentMarker {
     }
 
     // Deleted text stays where it is; nothing moves.
-    RichText MarkDeletion(const DifferenceRecord& record) override {
+    RichText MarkDeletion(std::size_t index, const DifferenceRecord& record) override {
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
         const ParagraphRange range = OriginalParagraphs(record);
-        merged.ColorizeParagraphs(range.first, range.last, context_.Style(Mark::Deletion));
-        return Paragraphs(merged, range, LastBreak::Keep);
+        const MarkStyle style = context_.Style(Mark::Deletion);
+        const std::int32_t added = AddedBehind(index);
+        if (added == 0) {
+            merged.ColorizeParagraphs(range.first, range.last, style);
+            return Paragraphs(merged, range, LastBreak::Keep);
+        }
+        // What was added stands in front of the last paragraph's own break.
+        Editor& editor = merged.RichTB();
+        const TextRange text = merged.RangeOf(range.first, range.last, LastBreak::LeaveOut);
+        ApplyMark(editor, text, style);
+        if (const CharPos end = text.end() + added; end.value < editor.Length())
+            ApplyMark(editor, {end, static_cast<std::int32_t>(kBreak.size())}, style);
+        return Paragraphs(merged, range, LastBreak::LeaveOut);
     }
 
-    RichText MarkChange(const DifferenceRecord& record) override {
+    // How much text the additions directly behind a record have put into the document.
+    std::int32_t AddedBehind(std::size_t index) {
+        const std::vector<DifferenceRecord>& records = context_.comparison.records;
+        std::int32_t added = 0;
+        for (std::size_t i = index + 1; i < records.size(); ++i) {
+            if (records[i].type != DifferenceType::Addition ||
+                records[i].first_original != records[index].last_original)
+                break;
+            const ParagraphRange range = ModifiedParagraphs(records[i]);
+            added +=
+                editors_.rtbModified.document.RangeOf(range.first, range.last, LastBreak::LeaveOut)
+                    .length +
+                static_cast<std::int32_t>(kBreak.size());
+        }
+        return added;
+    }
+
+    RichText MarkChange(std::size_t index, const DifferenceRecord& record) override {
         MemoryEditor& work = editors_.rtbAIODiffTemp.editor;
-        ColorizeParagraphsInRTB_AIO(record);
+        ColorizeParagraphsInRTB_AIO(index, record);
         // Kept: the changed text stands twice in the summary.
         RichText entry = work.Rich();
         EndWithBreak(entry);
@@ -131,13 +178,11 @@ class AllInOneMarker : public DocumentMarker {
     }
 
   private:
-    void ColorizeParagraphsInRTB_AIO(const DifferenceRecord& record) {
-        FillChangeEditors(record);
+    void ColorizeParagraphsInRTB_AIO(std::size_t index, const DifferenceRecord& record) {
         MemoryEditor& work = editors_.rtbAIODiffTemp.editor;
         const ParagraphRange range = OriginalParagraphs(record);
-        work.SetRich(Paragraphs(editors_.rtbOriginal.document, range, LastBreak::LeaveOut));
-        IgnoreFailure(RunSectionEngine(context_), "the expressions were good at document level");
-        UpdateChangesToParagraphsRTF_AIO(context_);
+        const ChangeEditors change = FillChangeEditors(record, editors_.rtbAIODiffTemp);
+        UpdateChangesToParagraphsRTF_AIO(context_, index, change);
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
         const TextRange old = merged.RangeOf(range.first, range.last, LastBreak::LeaveOut);
         merged.RichTB().Replace(old, work.Rich());
@@ -162,14 +207,13 @@ class SideBySideMarker : public DocumentMarker {
         return MarkWhole(editors_.rtbModifiedDiff.document, ModifiedParagraphs(record),
                          Mark::Addition);
     }
-    RichText MarkDeletion(const DifferenceRecord& record) override {
+    RichText MarkDeletion(std::size_t /*index*/, const DifferenceRecord& record) override {
         return MarkWhole(editors_.rtbOriginalDiff.document, OriginalParagraphs(record),
                          Mark::Deletion);
     }
-    RichText MarkChange(const DifferenceRecord& record) override {
-        FillChangeEditors(record);
-        IgnoreFailure(RunSectionEngine(context_), "the expressions were good at document level");
-        UpdateChangesToParagraphsRTF_SBS(context_);
+    RichText MarkChange(std::size_t index, const DifferenceRecord& record) override {
+        const ChangeEditors change = FillChangeEditors(record, editors_.rtbOriginalDiffTemp);
+        UpdateChangesToParagraphsRTF_SBS(context_, index, change);
         RichText entry = PutBack(editors_.rtbOriginalDiffTemp.editor,
                                  editors_.rtbOriginalDiff.document, OriginalParagraphs(record));
         EndWithBreak(entry);
@@ -184,11 +228,10 @@ class SideBySideMarker : public DocumentMarker {
         return Paragraphs(document, range, LastBreak::Keep);
     }
 
-    // The marked text without its guard blank, which is also put in the place of the same text
-    // unmarked.
+    // The marked text, which is also put in the place of the same text unmarked.
     static RichText PutBack(const MemoryEditor& marked, clsRTBDocument& document,
                             ParagraphRange range) {
-        RichText text = marked.Rich({CharPos{0}, marked.Length() - 1});
+        RichText text = marked.Rich();
         document.RichTB().Replace(document.RangeOf(range.first, range.last, LastBreak::LeaveOut),
                                   text);
         return text;
@@ -228,14 +271,14 @@ WalkEnd UpdateChangesToRTFFileAIO(PassContext& context) {
     AllInOneMarker marker(context);
     context.monitor.Show(StatusPanel::Main, context.monitor.Translate("Document: ") + "0" +
                                                 context.monitor.Translate("% Done."));
-    return WalkRecords(context.VXMacroDiff, marker, context.monitor);
+    return WalkRecords(context.comparison, marker, context.monitor);
 }
 
 WalkEnd UpdateChangesToRTFFile_SBS(PassContext& context) {
     SideBySideMarker marker(context);
     context.monitor.Show(StatusPanel::Main, context.monitor.Translate("Document: ") + "0" +
                                                 context.monitor.Translate("% Done."));
-    return WalkRecords(context.VXMacroDiff, marker, context.monitor);
+    return WalkRecords(context.comparison, marker, context.monitor);
 }
 
 }  // namespace zorvane

@@ -1,7 +1,7 @@
-// What the three passes share: the editors, the engines, the options, the counters.
+// What the passes share: the editors, the comparison, the options, the counters.
 #pragma once
 
-#include "compare/engine/vestrel_x.h"
+#include "compare/engine/comparison.h"
 #include "compare/run_counters.h"
 #include "compare/run_monitor.h"
 #include "compare/viewer_editors.h"
@@ -13,9 +13,7 @@ namespace zorvane {
 /// All borrowed from the viewer.
 struct PassContext {
     ViewerEditors& editors;
-    VestrelX& VXMacroDiff;
-    VestrelX& VXMiniDiff;
-    VestrelX& VXMicroDiff;
+    const Comparison& comparison;
     const clsCompareFileOptions& options;
     RunCounters& counters;
     RunMonitor& monitor;

@@ -29,15 +29,12 @@ std::string PercentText(double percent) {
     return std::string(digits.starts_with("0.") ? digits.substr(1) : digits);
 }
 
-WalkEnd WalkRecords(const VestrelX& records, RecordMarker& marker, RunMonitor& monitor) {
-    const std::int32_t count = records.getDifferenceCount();
+WalkEnd WalkRecords(const Comparison& comparison, RecordMarker& marker, RunMonitor& monitor) {
+    const auto count = static_cast<std::int32_t>(comparison.records.size());
     for (RecordIndex index{count - 1}; index >= RecordIndex{0}; --index) {
         if (!monitor.KeepGoing())
             return WalkEnd::Aborted;
-        const std::optional<DifferenceRecord> record = records.GetDifference(index);
-        if (!record)
-            return WalkEnd::RecordMissing;
-        Dispatch(index, *record, marker);
+        Dispatch(index, comparison.records[static_cast<std::size_t>(index.value)], marker);
         marker.Progress(100.0 - 100.0 * index.value / count);
     }
     return WalkEnd::Finished;

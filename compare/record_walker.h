@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "common/base/number.h"
-#include "compare/engine/vestrel_x.h"
+#include "compare/engine/comparison.h"
 #include "compare/run_monitor.h"
 
 namespace zorvane {
@@ -21,9 +21,9 @@ class RecordMarker {
     virtual void Progress(double percent) = 0;
 };
 
-enum class WalkEnd { Finished, Aborted, RecordMissing };
+enum class WalkEnd { Finished, Aborted };
 
 /// Yields, tests for an abort and only then reads a record, so none is half applied.
-WalkEnd WalkRecords(const VestrelX& records, RecordMarker& marker, RunMonitor& monitor);
+WalkEnd WalkRecords(const Comparison& comparison, RecordMarker& marker, RunMonitor& monitor);
 
 }  // namespace zorvane

@@ -12,8 +12,7 @@ ViewerEditors::ViewerEditors(Sound& sound) {
     for (MemoryEditor* editor :
          {&rtbOriginalDiff.editor, &rtbModifiedDiff.editor, &rtbOriginalDiffFinal.editor,
           &rtbModifiedDiffFinal.editor, &rtbAIODiff.editor, &rtbOriginalDiffTemp.editor,
-          &rtbModifiedDiffTemp.editor, &rtbAIODiffTemp.editor, &rtbScratch.editor,
-          &rtbOriginalDiffCharacterTemp, &rtbModifiedDiffCharacterTemp, &rtbDeletions,
+          &rtbModifiedDiffTemp.editor, &rtbAIODiffTemp.editor, &rtbScratch.editor, &rtbDeletions,
           &rtbAdditions, &rtbChanges})
         editor->SetUndoEnabled(false);
 }

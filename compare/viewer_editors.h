@@ -27,9 +27,7 @@ struct ViewerEditors {
     DocumentEditor rtbOriginalDiffTemp;  ///< the work of one change
     DocumentEditor rtbModifiedDiffTemp;
     DocumentEditor rtbAIODiffTemp;
-    DocumentEditor rtbScratch;                  ///< header lines, and the report
-    MemoryEditor rtbOriginalDiffCharacterTemp;  ///< the work of one changed section
-    MemoryEditor rtbModifiedDiffCharacterTemp;
+    DocumentEditor rtbScratch;  ///< header lines, and the report
     MemoryEditor rtbDeletions;  ///< the summaries
     MemoryEditor rtbAdditions;
     MemoryEditor rtbChanges;

@@ -19,6 +19,8 @@ void AppendString(std::string_view text, std::string& out) {
             out.append({'\\', character});
         else if (byte < 0x20 || byte == 0x7F)
             fmt::format_to(std::back_inserter(out), "\\u{:04x}", byte);
+        else if (byte == 0xA0 && out.back() == '\xC2')
+            out.replace(out.size() - 1, 1, "\\u00a0");  // told apart from a blank by its name
         else
             out += character;
     }
@@ -44,81 +46,119 @@ void AppendCounts(const DetailCounts& counts, std::string& out) {
 
 class JsonWriter {
   public:
-    explicit JsonWriter(const ComparisonModel& model)
-        : model_(model), engine_(model.engine), detail_(model.detail) {}
+    explicit JsonWriter(const ReportModel& model) : model_(model), comparison_(model.comparison) {}
 
     std::string Write() {
-        std::string records;
-        std::int32_t number = 0;
-        for (const DifferenceRecord& record : engine_.Records())
-            Record(++number, record, records);
-        std::string out = "{\"schema\":\"zorvane-compare/1\",\n";
-        Side("original", model_.original_name, engine_.MasterLineCount(), out);
-        Side("modified", model_.modified_name, engine_.SourceLineCount(), out);
-        fmt::format_to(std::back_inserter(out), "\"counts\":{{\"records\":{},", number);
-        AppendCounts(CountRecords(engine_), out);
-        out += ",\"sections\":{";
-        AppendCounts(detail_.SectionCounts(), out);
-        out += "},\"characters\":{";
-        AppendCounts(detail_.CharacterCounts(), out);
-        out += "}},\n\"records\":[" + records + (number == 0 ? "]}\n" : "\n]}\n");
-        return out;
+        const std::size_t count = comparison_.records.size();
+        out_ = "{\"schema\":\"zorvane-compare/1\",\n";
+        WriteSide("original", Side::Original);
+        WriteSide("modified", Side::Modified);
+        fmt::format_to(std::back_inserter(out_), "\"counts\":{{\"records\":{},\"moves\":{},", count,
+                       comparison_.moves.size());
+        AppendCounts(comparison_.record_counts, out_);
+        out_ += ",\"sections\":{";
+        AppendCounts(comparison_.section_counts, out_);
+        out_ += "},\"characters\":{";
+        AppendCounts(comparison_.character_counts, out_);
+        out_ += "}},\n\"records\":[";
+        for (std::size_t i = 0; i < count; ++i)
+            Record(i);
+        out_ += count == 0 ? "],\n\"moves\":[" : "\n],\n\"moves\":[";
+        for (std::size_t i = 0; i < comparison_.moves.size(); ++i)
+            WriteMove(i);
+        out_ += comparison_.moves.empty() ? "],\n\"beside\":[" : "\n],\n\"beside\":[";
+        for (std::size_t i = 0; i < comparison_.beside.size(); ++i)
+            Beside(comparison_.beside[i], i == 0);
+        out_ += comparison_.beside.empty() ? "],\n" : "\n],\n";
+        out_ += "\"verdict\":";
+        AppendString(VerdictText(comparison_), out_);
+        out_ += "}\n";
+        return std::move(out_);
     }
 
   private:
-    static void Side(const char* name, const std::string& path, std::int32_t paragraphs,
-                     std::string& out) {
-        fmt::format_to(std::back_inserter(out), "\"{}\":{{\"path\":", name);
-        AppendString(path, out);
-        fmt::format_to(std::back_inserter(out), ",\"paragraphs\":{}}},\n", paragraphs);
+    void WriteSide(const char* name, Side side) {
+        fmt::format_to(std::back_inserter(out_), "\"{}\":{{\"path\":", name);
+        AppendString(model_.names[side], out_);
+        fmt::format_to(std::back_inserter(out_), ",\"paragraphs\":{}}},\n",
+                       comparison_.Paragraphs(side));
     }
 
-    void Record(std::int32_t number, const DifferenceRecord& record, std::string& out) {
-        fmt::format_to(std::back_inserter(out), "{}\n{{\"number\":{},\"type\":\"{}\",",
-                       number == 1 ? "" : ",", number, Letter(record.type));
-        Lines("original", record.first_original, record.last_original, record.OriginalCount(),
-              &VestrelX::MasterLine, out);
-        out += ',';
-        Lines("modified", record.first_modified, record.last_modified, record.ModifiedCount(),
-              &VestrelX::SourceLine, out);
-        out += ",\"sections\":[";
-        if (record.type == DifferenceType::Change)
-            Sections(record, out);
-        out += "]}";
+    void Record(std::size_t index) {
+        const DifferenceRecord& record = comparison_.records[index];
+        fmt::format_to(std::back_inserter(out_), "{}\n{{\"number\":{},\"type\":\"{}\",",
+                       index == 0 ? "" : ",", index + 1, Letter(record.type));
+        Lines("original", Side::Original, record);
+        out_ += ',';
+        Lines("modified", Side::Modified, record);
+        if (const Move* move = comparison_.MoveOf(index))
+            fmt::format_to(std::back_inserter(out_), ",\"moved\":{}",
+                           PartnerOf(*move, record.type) + 1);
+        out_ += ",\"sections\":";
+        Sections(comparison_.SectionsOf(index), comparison_.Text(Side::Original, record),
+                 comparison_.Text(Side::Modified, record));
+        out_ += '}';
     }
 
-    void Lines(const char* side, std::int32_t first, std::int32_t last, std::int32_t count,
-               std::string_view (VestrelX::*line)(std::int32_t) const, std::string& out) {
-        fmt::format_to(std::back_inserter(out), "\"{}\":{{\"first\":{},\"last\":{},\"text\":[",
-                       side, first, last);
-        for (std::int32_t i = 0; i < count; ++i) {
+    void WriteMove(std::size_t index) {
+        const Move& move = comparison_.moves[index];
+        fmt::format_to(std::back_inserter(out_),
+                       "{}\n{{\"deletion\":{},\"addition\":{},\"sections\":", index == 0 ? "" : ",",
+                       move.deletion + 1, move.addition + 1);
+        Sections(comparison_.SectionsOf(move),
+                 comparison_.Text(Side::Original,
+                                  comparison_.records[static_cast<std::size_t>(move.deletion)]),
+                 comparison_.Text(Side::Modified,
+                                  comparison_.records[static_cast<std::size_t>(move.addition)]));
+        out_ += '}';
+    }
+
+    void Beside(const BesideNote& note, bool first) {
+        out_ += first ? "\n{\"kind\":" : ",\n{\"kind\":";
+        AppendString(note.kind, out_);
+        out_ += ",\"change\":";
+        AppendString(note.change, out_);
+        fmt::format_to(std::back_inserter(out_),
+                       ",\"original\":{{\"paragraph\":{},\"text\":", note.original_paragraph);
+        AppendString(note.old_text, out_);
+        fmt::format_to(std::back_inserter(out_),
+                       "}},\"modified\":{{\"paragraph\":{},\"text\":", note.modified_paragraph);
+        AppendString(note.new_text, out_);
+        out_ += "}}";
+    }
+
+    void Lines(const char* name, Side side, const DifferenceRecord& record) {
+        const std::int32_t first = FirstOf(record, side);
+        fmt::format_to(std::back_inserter(out_), "\"{}\":{{\"first\":{},\"last\":{},\"text\":[",
+                       name, first, LastOf(record, side));
+        for (std::int32_t i = 0; i < CountOf(record, side); ++i) {
             if (i > 0)
-                out += ',';
-            AppendString((engine_.*line)(first + i), out);
+                out_ += ',';
+            AppendString(comparison_.Paragraph(side, first + i), out_);
         }
-        out += "]}";
+        out_ += "]}";
     }
 
-    void Sections(const DifferenceRecord& record, std::string& out) {
-        const std::u16string original = OriginalText(engine_, record);
-        const std::u16string modified = ModifiedText(engine_, record);
-        detail_.Find(original, modified);
+    void Sections(std::span<const SectionDetail> sections, const std::u16string& original,
+                  const std::u16string& modified) {
+        out_ += '[';
         bool first = true;
-        for (const SectionDetail& section : detail_.Sections()) {
-            out += first ? "" : ",";
+        for (const SectionDetail& section : sections) {
+            out_ += first ? "" : ",";
             first = false;
-            Detail(section, original, modified, out);
-            out += ",\"characters\":[";
+            Detail(section, original, modified);
+            out_ += ",\"characters\":[";
             bool first_letter = true;
-            for (const DetailRecord& letters : section.characters) {
-                out += first_letter ? "" : ",";
+            for (const DetailRecord& letters : comparison_.CharactersOf(section)) {
+                out_ += first_letter ? "" : ",";
                 first_letter = false;
                 Detail(letters, PlaceText(original, section.original),
-                       PlaceText(modified, section.modified), out);
-                out += '}';
+                       PlaceText(modified, section.modified));
+                out_ += '}';
             }
-            out += "]}";
+            out_ += "]}";
         }
+        out_ += ']';
     }
 
     static std::u16string_view PlaceText(std::u16string_view text, const DetailPlace& place) {
@@ -127,30 +167,30 @@ class JsonWriter {
     }
 
     // Leaves the object open.
-    static void Detail(const DetailRecord& record, std::u16string_view original,
-                       std::u16string_view modified, std::string& out) {
-        fmt::format_to(std::back_inserter(out), "{{\"type\":\"{}\",", Letter(record.type));
-        Place("original", record.original, original, out);
-        out += ',';
-        Place("modified", record.modified, modified, out);
+    void Detail(const DetailRecord& record, std::u16string_view original,
+                std::u16string_view modified) {
+        fmt::format_to(std::back_inserter(out_), "{{\"type\":\"{}\",", Letter(record.type));
+        Place("original", record.original, original);
+        out_ += ',';
+        Place("modified", record.modified, modified);
     }
 
-    static void Place(const char* side, const DetailPlace& place, std::u16string_view text,
-                      std::string& out) {
-        fmt::format_to(std::back_inserter(out), "\"{}\":{{\"first\":{},\"last\":{},\"text\":", side,
-                       place.first, place.last);
-        AppendString(ToUtf8(PlaceText(text, place)), out);
-        out += '}';
+    void Place(const char* side, const DetailPlace& place, std::u16string_view text) {
+        fmt::format_to(std::back_inserter(out_),
+                       "\"{}\":{{\"first\":{},\"last\":{},\"begin\":{},\"end\":{},\"text\":", side,
+                       place.first, place.last, place.begin, place.end);
+        AppendString(ToUtf8(PlaceText(text, place)), out_);
+        out_ += '}';
     }
 
-    const ComparisonModel& model_;
-    const VestrelX& engine_;
-    ChangeDetail detail_;
+    const ReportModel& model_;
+    const Comparison& comparison_;
+    std::string out_;
 };
 
 }  // namespace
 
-std::string WriteJsonReport(const ComparisonModel& model) {
+std::string WriteJsonReport(const ReportModel& model) {
     return JsonWriter(model).Write();
 }
 

@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "compare/engine/comparison_model.h"
+#include "compare/engine/report_model.h"
 
 namespace zorvane {
 
 /// "zorvane-compare/1". The same compare gives the same bytes. The names of the model are the
 /// paths.
-std::string WriteJsonReport(const ComparisonModel& model);
+std::string WriteJsonReport(const ReportModel& model);
 
 }  // namespace zorvane

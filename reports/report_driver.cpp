@@ -1,5 +1,7 @@
 #include "reports/report_driver.h"
 
+#include <array>
+#include <ctime>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -128,7 +130,7 @@ ReportResult WriteEngineReport(ReportSource& source, const std::string& file, Re
     VestrelX& engine = source.Engine();
     if (const std::string title = source.CommandLineTitle(); !title.empty())
         engine.putReportTitle(title);
-    const Status run = source.RunDocumentEngine();
+    const Status run = source.EnsureFreshComparison();
     if (!run.ok())
         return ReportResult::MasterNotLoaded;
     engine.putDoubleByteLocale(source.Process().translator.gbDoubleByteLocale);
@@ -191,6 +193,8 @@ void SetTitles(ReportSource& source, ReportType type) {
     const CompareFilesSettings& settings = source.ReportSettings();
     engine.putMasterTitle(source.ReportOptions().sFileOriginal.Data());
     engine.putSourceTitle(source.ReportOptions().sFileModified.Data());
+    engine.putFileDates({ReportDateOf(source.ReportOptions().sFileOriginal.Data()),
+                         ReportDateOf(source.ReportOptions().sFileModified.Data())});
     engine.putHighDetailSummary(settings.bReportHTMLShowHighDetailSummary);
     if (type != ReportType::Html)
         return;
@@ -203,6 +207,17 @@ void SetTitles(ReportSource& source, ReportType type) {
 
 }  // namespace
 
+std::string ReportDateOf(const std::string& file) {
+    struct stat facts {};
+    struct tm local {};
+    if (stat(NativePath(file).c_str(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
+        localtime_r(&facts.st_mtime, &local) == nullptr)
+        return {};
+    std::array<char, 32> text{};
+    const std::size_t size = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M", &local);
+    return {text.data(), size};
+}
+
 ReportLook ReportLookOf(const clsCompareFileOptions& options) {
     ReportLook look;
     look.addition = MarkOf(StyleFor(options, Mark::Addition));
@@ -210,8 +225,6 @@ ReportLook ReportLookOf(const clsCompareFileOptions& options) {
     look.change_original = MarkOf(StyleFor(options, Mark::ChangeOriginal));
     look.change_modified = MarkOf(StyleFor(options, Mark::ChangeModified));
     look.similar_sub_paragraph_marks = options.bShowSubParagraphChangesSimilarly.Data();
-    look.by_character = options.bCompareByCharacter.Data();
-    look.filter_sections = options.bIgnoreRegExOnBothPasses.Data();
     return look;
 }
 

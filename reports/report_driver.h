@@ -20,8 +20,8 @@ class ReportSource {
     virtual VestrelX& Engine() = 0;
     virtual const clsCompareFileOptions& ReportOptions() const = 0;
     virtual CompareFilesSettings& ReportSettings() = 0;
-    /// Runs the document level again, so that the engine has fresh line files.
-    virtual Status RunDocumentEngine() = 0;
+    /// Compares again where a text or an option was changed since; otherwise the result stands.
+    virtual Status EnsureFreshComparison() = 0;
     /// Puts the word-processor report together in the scratch editor and saves it.
     virtual Status SaveDocumentReport(const std::string& file) = 0;
     /// Brings the all-in-one text into being when the side-by-side view is shown and it is not
@@ -43,6 +43,9 @@ enum class Launch { No, Yes };
 /// The report of the viewer's default type with its default titles; an empty `file` is the type's
 /// default. Kept: a failed text or comma-delimited report gives Ok, its message having been shown.
 ReportResult CreateReportGUI(ReportSource& source, Launch launch, std::string file);
+
+/// When a regular file was last written, in local time, for a report's head; empty: not known.
+std::string ReportDateOf(const std::string& file);
 
 /// The user's marks as the engine's writers take them.
 ReportLook ReportLookOf(const clsCompareFileOptions& options);

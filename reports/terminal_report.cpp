@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "common/base/text_encoding.h"
+#include "compare/engine/pieces.h"
 
 namespace zorvane {
 namespace {
@@ -51,17 +52,25 @@ std::string Shown(std::string_view utf8) {
     return Shown(ToUtf16(utf8));
 }
 
+// The last words, and what lies beside the others.
+std::string WriteVerdict(const ReportModel& model) {
+    std::string out = Shown(VerdictText(model.comparison)) + "\n";
+    for (const BesideNote& note : model.comparison.beside)
+        out += "  " + Shown(DescribeBeside(note)) + "\n";
+    return out;
+}
+
 class TerminalWriter {
   public:
-    TerminalWriter(const ComparisonModel& model, const TerminalStyle& style)
-        : model_(model), engine_(model.engine), style_(style), detail_(model.detail) {}
+    TerminalWriter(const ReportModel& model, const TerminalStyle& style)
+        : model_(model), comparison_(model.comparison), style_(style) {}
 
     std::string Write() {
-        Paint(kBold, "--- " + Shown(model_.original_name));
-        Paint(kBold, "+++ " + Shown(model_.modified_name));
-        std::int32_t number = 0;
-        for (const DifferenceRecord& record : engine_.Records())
-            Record(++number, record);
+        Paint(kBold, "--- " + Shown(model_.names.original));
+        Paint(kBold, "+++ " + Shown(model_.names.modified));
+        for (std::size_t i = 0; i < comparison_.records.size(); ++i)
+            Record(i);
+        out_ += "\n" + WriteVerdict(model_);
         return std::move(out_);
     }
 
@@ -73,49 +82,61 @@ class TerminalWriter {
             out_.append(line).append("\n");
     }
 
-    static std::int32_t Begin(const DifferenceRecord& record) {
-        return record.type == DifferenceType::Addition ? record.first_original + 1
-                                                       : record.first_original;
+    std::int32_t Begin(std::size_t index) const {
+        if (index >= comparison_.records.size())
+            return comparison_.Paragraphs(Side::Original) + 1;
+        const DifferenceRecord& record = comparison_.records[index];
+        return record.last_original - record.OriginalCount() + 1;
     }
 
-    void Record(std::int32_t number, const DifferenceRecord& record) {
-        const std::int32_t begin = Begin(record);
-        const std::int32_t end = record.last_original + 1;
-        const auto next = engine_.GetDifference(RecordIndex{number});
-        const std::int32_t next_begin = next ? Begin(*next) : engine_.MasterLineCount() + 1;
+    void Record(std::size_t index) {
+        const std::int32_t begin = Begin(index);
+        const std::int32_t end = comparison_.records[index].last_original + 1;
         // Paragraphs that the record before has shown are not shown again.
-        if (begin - style_.context > shown_to_) {
+        if (begin - style_.context > shown_to_)
             out_ += '\n';
-            Paint(kHeaderColor, fmt::format("@@ {}. {} @@", number, DescribeRecord(record)));
-        } else {
-            Paint(kHeaderColor, fmt::format("@@ {}. {} @@", number, DescribeRecord(record)));
-        }
+        Paint(kHeaderColor,
+              fmt::format("@@ {}. {} @@", index + 1, DescribeRecord(comparison_, index)));
         Unchanged(std::max(begin - style_.context, shown_to_), begin);
-        Body(record);
-        shown_to_ = std::min(end + style_.context, next_begin);
+        Body(index);
+        shown_to_ = std::min(end + style_.context, Begin(index + 1));
         Unchanged(end, shown_to_);
     }
 
     void Unchanged(std::int32_t begin, std::int32_t end) {
-        for (std::int32_t line = begin; line < end; ++line)
-            out_.append("  ").append(Shown(engine_.MasterLine(line))).append("\n");
+        for (std::int32_t number = begin; number < end; ++number)
+            out_.append("  ")
+                .append(Shown(comparison_.Paragraph(Side::Original, number)))
+                .append("\n");
     }
 
-    void Body(const DifferenceRecord& record) {
-        const std::u16string original = OriginalText(engine_, record);
-        const std::u16string modified = ModifiedText(engine_, record);
+    void Body(std::size_t index) {
+        const DifferenceRecord& record = comparison_.records[index];
+        const std::u16string original = comparison_.Text(Side::Original, record);
+        const std::u16string modified = comparison_.Text(Side::Modified, record);
+        const Move* move = comparison_.MoveOf(index);
         switch (record.type) {
             case DifferenceType::Addition:
-                Lines("+ ", {{PieceKind::Added, modified}});
+                if (move != nullptr && move->section_count > 0)
+                    Moved(*move, modified);
+                else
+                    Lines("+ ", {{PieceKind::Added, modified}});
                 return;
             case DifferenceType::Deletion:
                 Lines("- ", {{PieceKind::Deleted, original}});
                 return;
             case DifferenceType::Change:
-                detail_.Find(original, modified);
-                Lines("~ ", detail_.MergedPieces());
+                Lines("~ ", MergedPieces(comparison_,
+                                         {original, modified, comparison_.SectionsOf(index)}));
                 return;
         }
+    }
+
+    // At the new place stands what changed on the way.
+    void Moved(const Move& move, const std::u16string& modified) {
+        const std::u16string original = comparison_.Text(
+            Side::Original, comparison_.records[static_cast<std::size_t>(move.deletion)]);
+        Lines("> ", MergedPieces(comparison_, {original, modified, comparison_.SectionsOf(move)}));
     }
 
     Marks MarksOf(PieceKind kind) const {
@@ -139,13 +160,12 @@ class TerminalWriter {
 
     void Marked(const Piece& piece) {
         const Marks marks = MarksOf(piece.kind);
-        out_.append(marks.open).append(Shown(piece.text)).append(marks.close);
+        out_.append(marks.open).append(Shown(ToldText(piece))).append(marks.close);
     }
 
-    const ComparisonModel& model_;
-    const VestrelX& engine_;
+    const ReportModel& model_;
+    const Comparison& comparison_;
     TerminalStyle style_;
-    ChangeDetail detail_;
     std::int32_t shown_to_ = 1;  // the first paragraph of the original that has not been shown
     std::string out_;
 };
@@ -157,32 +177,30 @@ void AppendStatRow(std::string_view name, const DetailCounts& counts, std::strin
 
 }  // namespace
 
-std::string WriteTerminalReport(const ComparisonModel& model, const TerminalStyle& style) {
-    if (model.engine.getDifferenceCount() == 0)
-        return {};
+std::string WriteTerminalReport(const ReportModel& model, const TerminalStyle& style) {
+    if (model.comparison.Same())
+        return WriteVerdict(model);
     return TerminalWriter(model, style).Write();
 }
 
-std::string WriteStat(const ComparisonModel& model) {
-    ChangeDetail detail(model.detail);
-    for (const DifferenceRecord& record : model.engine.Records()) {
-        if (record.type != DifferenceType::Change)
-            continue;
-        const std::u16string original = OriginalText(model.engine, record);
-        const std::u16string modified = ModifiedText(model.engine, record);
-        detail.Find(original, modified);
-    }
-    std::string out =
-        fmt::format("original: {} ({})\nmodified: {} ({})\n", Shown(model.original_name),
-                    CountText(model.engine.MasterLineCount(), "paragraph", "paragraphs"),
-                    Shown(model.modified_name),
-                    CountText(model.engine.SourceLineCount(), "paragraph", "paragraphs"));
+std::string WriteStat(const ReportModel& model) {
+    const Comparison& comparison = model.comparison;
+    std::string out;
+    for (const Side side : kBothSides)
+        fmt::format_to(std::back_inserter(out), "{}: {} ({})\n",
+                       side == Side::Original ? "original" : "modified", Shown(model.names[side]),
+                       CountText(comparison.Paragraphs(side), "paragraph", "paragraphs"));
     fmt::format_to(std::back_inserter(out), "{:<12}{:>10}{:>10}{:>10}\n", "", "changes",
                    "additions", "deletions");
-    AppendStatRow("paragraphs", CountRecords(model.engine), out);
-    AppendStatRow("words", detail.SectionCounts(), out);
-    if (model.detail.by_character)
-        AppendStatRow("letters", detail.CharacterCounts(), out);
+    AppendStatRow("paragraphs", comparison.record_counts, out);
+    AppendStatRow("words", comparison.section_counts, out);
+    if (comparison.by_character)
+        AppendStatRow("letters", comparison.character_counts, out);
+    if (!comparison.moves.empty())
+        out += CountText(static_cast<std::int64_t>(comparison.moves.size()), "move", "moves") +
+               ", each also one addition and one deletion\n";
+    if (comparison.Same() || !comparison.beside_sentence.empty())
+        out += WriteVerdict(model);
     return out;
 }
 

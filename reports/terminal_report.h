@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "compare/engine/comparison_model.h"
+#include "compare/engine/report_model.h"
 
 namespace zorvane {
 
@@ -15,9 +15,9 @@ struct TerminalStyle {
 };
 
 /// Control characters of the documents are shown and never sent to the terminal.
-std::string WriteTerminalReport(const ComparisonModel& model, const TerminalStyle& style);
+std::string WriteTerminalReport(const ReportModel& model, const TerminalStyle& style);
 
 /// The counts on one screen.
-std::string WriteStat(const ComparisonModel& model);
+std::string WriteStat(const ReportModel& model);
 
 }  // namespace zorvane

@@ -9,6 +9,8 @@
 #include <unicode/uchar.h>
 #include <unicode/ucnv.h>
 
+#include "common/base/unit_search.h"
+
 namespace zorvane {
 namespace {
 
@@ -413,7 +415,7 @@ std::u16string NormalizeBreaks(std::u16string_view text) {
     out.reserve(text.size() + text.size() / 16);
     std::size_t begin = 0;
     while (true) {
-        const std::size_t end = text.find_first_of(u"\r\n", begin);
+        const std::size_t end = FindEitherUnit(text, u'\r', u'\n', begin);
         if (end == std::u16string_view::npos)
             break;
         out.append(text.substr(begin, end - begin)).append(u"\r\n");

@@ -176,7 +176,27 @@ Status AppendToFile(const std::string& path, std::string_view bytes) {
     return Status::Ok();
 }
 
-Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode) {
+struct FileReplacement::State {
+    State(std::string shown_path, std::string native_path, int descriptor)
+        : path(std::move(shown_path)), native(std::move(native_path)), file(descriptor) {}
+
+    std::string path;    // as the caller named it
+    std::string native;  // behind links
+    std::string fresh;   // beside it; empty: the target is written in place
+    mode_t mode = 0;
+    Descriptor file;
+    Status status;
+};
+
+FileReplacement::FileReplacement(std::unique_ptr<State> state) : state_(std::move(state)) {}
+FileReplacement::FileReplacement(FileReplacement&&) noexcept = default;
+FileReplacement& FileReplacement::operator=(FileReplacement&&) noexcept = default;
+FileReplacement::~FileReplacement() {
+    if (state_ && !state_->fresh.empty())
+        unlink(state_->fresh.c_str());
+}
+
+Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uint32_t mode) {
     const std::string native = BehindLinks(NativePath(path));
     struct stat facts {};
     const bool exists = stat(native.c_str(), &facts) == 0;
@@ -184,27 +204,56 @@ Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_
         errno = EISDIR;
         return SystemFailure(path);
     }
-    if (exists && !S_ISREG(facts.st_mode))
-        return WriteInPlace(path, native, bytes, mode);
+    if (exists && !S_ISREG(facts.st_mode)) {
+        constexpr int kInPlace = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
+        auto state = std::make_unique<State>(path, native, open(native.c_str(), kInPlace, mode));
+        if (state->file.get() < 0)
+            return SystemFailure(path);
+        return FileReplacement(std::move(state));
+    }
     if (exists && access(native.c_str(), W_OK) != 0)
         return SystemFailure(path);
     // A name of its own, since the file's with something behind it may be longer than names can be.
     std::string fresh = JoinPath(ParentOf(native), ".zorvane-XXXXXX");
-    Descriptor file(mkostemp(fresh.data(), O_CLOEXEC));
-    if (file.get() < 0)
+    auto state = std::make_unique<State>(path, native, mkostemp(fresh.data(), O_CLOEXEC));
+    if (state->file.get() < 0)
         return SystemFailure(path);
+    state->fresh = std::move(fresh);
     const mode_t mask = umask(0);
     umask(mask);
-    const mode_t wanted = exists && mode == 0666 ? facts.st_mode & 07777U : mode & ~mask;
+    state->mode = exists && mode == 0666 ? facts.st_mode & 07777U : mode & ~mask;
     if (exists && facts.st_uid != geteuid())
-        KeepOwner(file.get(), facts);
-    const bool written = WriteAll(file.get(), bytes) && fchmod(file.get(), wanted) == 0 &&
-                         file.Close() && std::rename(fresh.c_str(), native.c_str()) == 0;
-    if (written)
-        return Status::Ok();
-    const Failure failure = SystemFailure(path);
-    unlink(fresh.c_str());
-    return failure;
+        KeepOwner(state->file.get(), facts);
+    return FileReplacement(std::move(state));
+}
+
+Status FileReplacement::Write(std::string_view bytes) {
+    if (state_->status.ok() && !WriteAll(state_->file.get(), bytes))
+        state_->status = SystemFailure(state_->path);
+    return state_->status;
+}
+
+Status FileReplacement::Finish() {
+    State& state = *state_;
+    if (!state.status.ok())
+        return state.status;
+    const bool in_place = state.fresh.empty();
+    const bool finished = (in_place || fchmod(state.file.get(), state.mode) == 0) &&
+                          state.file.Close() &&
+                          (in_place || std::rename(state.fresh.c_str(), state.native.c_str()) == 0);
+    if (!finished)
+        return state.status = SystemFailure(state.path);
+    state.fresh.clear();
+    return state.status;
+}
+
+Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode) {
+    Result<FileReplacement> file = FileReplacement::Begin(path, mode);
+    if (!file.ok())
+        return file.failure();
+    if (const Status written = file.value().Write(bytes); !written.ok())
+        return written;
+    return file.value().Finish();
 }
 
 }  // namespace zorvane

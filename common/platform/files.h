@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -27,5 +28,24 @@ Status AppendToFile(const std::string& path, std::string_view bytes);
 /// file as it was and no half file. A link stays and what it leads to is replaced. A target that is
 /// not a regular file (a device, a FIFO) is written in place.
 Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode = 0666);
+
+/// The same for a file that comes in parts, so that nobody has to hold all of it.
+class FileReplacement {
+  public:
+    static Result<FileReplacement> Begin(const std::string& path, std::uint32_t mode = 0666);
+    ~FileReplacement();  ///< without `Finish` the old file is as it was
+    FileReplacement(FileReplacement&&) noexcept;
+    FileReplacement& operator=(FileReplacement&&) noexcept;
+
+    /// After a failure every call fails with the first reason.
+    Status Write(std::string_view bytes);
+    /// The new file takes its place.
+    Status Finish();
+
+  private:
+    struct State;
+    explicit FileReplacement(std::unique_ptr<State> state);
+    std::unique_ptr<State> state_;
+};
 
 }  // namespace zorvane

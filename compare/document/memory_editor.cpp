@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/base/text_encoding.h"
+#include "common/base/unit_search.h"
 #include "common/platform/files.h"
 #include "compare/document/rtf_reader.h"
 #include "compare/document/rtf_writer.h"
@@ -16,14 +17,11 @@ constexpr std::size_t kMostUndoSteps = 1000;
 constexpr std::size_t kMostUndoBytes = std::size_t{64} << 20U;
 
 bool HasLoneBreak(std::u16string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == u'\n')
+    std::size_t at = 0;
+    while ((at = FindEitherUnit(text, u'\r', u'\n', at)) != std::u16string_view::npos) {
+        if (text[at] == u'\n' || at + 1 == text.size() || text[at + 1] != u'\n')
             return true;
-        if (text[i] != u'\r')
-            continue;
-        if (i + 1 == text.size() || text[i + 1] != u'\n')
-            return true;
-        ++i;
+        at += 2;
     }
     return false;
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "common/base/text_encoding.h"
+#include "common/base/unit_search.h"
 #include "common/platform/files.h"
 #include "common/platform/services.h"
 
@@ -201,7 +202,7 @@ bool clsRTBDocument::MayOccur(std::u16string_view find, bool bMatchCase) const {
     if (!bMatchCase)
         return true;
     for (const std::u16string_view piece : editor_->TextPieces()) {
-        if (piece.find(find.front()) != std::u16string_view::npos)
+        if (FindUnit(piece, find.front()) != std::u16string_view::npos)
             return true;
     }
     return false;

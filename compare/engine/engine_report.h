@@ -22,6 +22,14 @@ enum class ReportResult : std::int32_t {
     TargetNotWritten = -21
 };
 
+/// How much of what did not change a page holds.
+enum class UnchangedText {
+    Fitting,  ///< folded; left out, with its count told, where it would make the page too large
+    All,      ///< open
+    Folded,   ///< folded, whatever the size
+    None      ///< only the paragraphs beside differences
+};
+
 /// How a difference is marked. Colours have red in the low byte.
 struct ReportMark {
     std::int32_t fore_color = 0;
@@ -33,16 +41,14 @@ struct ReportMark {
     friend bool operator==(const ReportMark&, const ReportMark&) = default;
 };
 
-/// The user's marks, and how deep a changed paragraph is looked into.
+/// The user's marks; as here where the user chose nothing.
 struct ReportLook {
-    ReportMark addition;
-    ReportMark deletion;
-    ReportMark change_original;
-    ReportMark change_modified;
+    ReportMark addition{.fore_color = 0x008000, .bold = true, .underline = true};
+    ReportMark deletion{.fore_color = 0xFF0000, .bold = true, .strikeout = true};
+    ReportMark change_original{.fore_color = 0x0000FF, .bold = true, .strikeout = true};
+    ReportMark change_modified{.fore_color = 0x0000FF, .bold = true, .underline = true};
     /// Additions and deletions inside a changed paragraph look like changes of the Modified side.
     bool similar_sub_paragraph_marks = false;
-    bool by_character = false;     ///< letters inside changed words
-    bool filter_sections = false;  ///< the filter expression also holds inside a paragraph
     friend bool operator==(const ReportLook&, const ReportLook&) = default;
 };
 

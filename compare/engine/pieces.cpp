@@ -4,6 +4,21 @@
 
 namespace zorvane {
 
+std::u16string ToldText(const Piece& piece) {
+    const bool blank = piece.text.find_first_not_of(u" \u00A0") == std::u16string::npos;
+    const bool changed = piece.kind == PieceKind::ChangedOld || piece.kind == PieceKind::ChangedNew;
+    if (piece.kind == PieceKind::Same || (!changed && !blank))
+        return piece.text;
+    std::u16string told;
+    for (const char16_t unit : piece.text) {
+        if (unit == 0xA0)
+            told += u"\\u00a0";
+        else
+            told += unit;
+    }
+    return told;
+}
+
 void AppendPiece(std::vector<Piece>& pieces, PieceKind kind, std::u16string_view text) {
     if (text.empty())
         return;
@@ -17,23 +32,6 @@ namespace {
 
 // Paragraphs belong together when at least this part of the shorter one stayed.
 constexpr std::int32_t kLeastSharedPart = 4;
-
-// Where a break begins at or behind `from`, and where the text goes on. A mark may have cut a break
-// in two: its CR then stands last in a piece and its LF first in another.
-struct BreakPlace {
-    std::size_t begin;
-    std::size_t next;
-    bool ends_paragraph;
-};
-BreakPlace FindBreak(std::u16string_view text, std::size_t from, bool behind_return) {
-    if (from == 0 && behind_return && text.starts_with(u'\n'))
-        return {0, 1, true};
-    const std::size_t at = text.find(u"\r\n", from);
-    if (at != std::u16string_view::npos)
-        return {at, at + 2, true};
-    const std::size_t end = text.ends_with(u'\r') ? text.size() - 1 : text.size();
-    return {std::max(end, from), text.size(), false};
-}
 
 struct SharedText {
     std::int32_t original;
@@ -111,22 +109,20 @@ std::vector<SharedText> BestChain(const std::vector<SharedText>& shared) {
 }  // namespace
 
 std::vector<PieceParagraph> SplitPieces(const std::vector<Piece>& pieces) {
+    constexpr std::u16string_view kBreak = u"\r\n";
     std::vector<PieceParagraph> paragraphs(1);
-    bool behind_return = false;
     for (const Piece& piece : pieces) {
         const std::u16string_view text = piece.text;
         std::size_t from = 0;
         while (from < text.size()) {
-            const BreakPlace place = FindBreak(text, from, behind_return);
-            AppendPiece(paragraphs.back().pieces, piece.kind,
-                        text.substr(from, place.begin - from));
-            if (place.ends_paragraph) {
-                paragraphs.back().end = piece.kind;
-                paragraphs.emplace_back();
-            }
-            from = place.next;
+            const std::size_t end = text.find(kBreak, from);
+            AppendPiece(paragraphs.back().pieces, piece.kind, text.substr(from, end - from));
+            if (end == std::u16string_view::npos)
+                break;
+            paragraphs.back().end = piece.kind;
+            paragraphs.emplace_back();
+            from = end + kBreak.size();
         }
-        behind_return = text.ends_with(u'\r');
     }
     return paragraphs;
 }

@@ -3,9 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "compare/engine/comparison.h"
 
 namespace zorvane {
 
@@ -21,6 +24,44 @@ struct Piece {
     PieceKind kind = PieceKind::Same;
     std::u16string text;
 };
+
+/// A piece by its places in the two texts; of what one side alone has the other place is empty.
+struct PiecePlace {
+    PieceKind kind = PieceKind::Same;
+    PieceKind merged_kind = PieceKind::Same;  ///< as part of the merged text
+    bool in_merged = true;  ///< not: a blank that a break of the other side takes the place of
+    PerSide<std::int32_t> begin;
+    PerSide<std::int32_t> end;
+
+    std::u16string_view Of(Side side, std::u16string_view text) const {
+        return text.substr(static_cast<std::size_t>(begin[side]),
+                           static_cast<std::size_t>(end[side] - begin[side]));
+    }
+};
+
+/// What a change is looked at in: both its texts and the differences in them.
+struct ChangeText {
+    std::u16string_view original;
+    std::u16string_view modified;
+    std::span<const SectionDetail> sections;
+};
+
+/// Both texts in pieces, in reading order: what went stands in front of what came for it. Cheap: no
+/// text is copied.
+void FindPieces(const Comparison& comparison, const ChangeText& change,
+                std::vector<PiecePlace>& pieces);
+
+/// The text with everything in it: what stayed, what went and what came, in reading order. What
+/// stayed is the original's spelling. A blank, cell mark or line break that both words of a change
+/// end in stays; a blank that a break takes the place of is left out, the break being what a reader
+/// sees.
+std::vector<Piece> MergedPieces(const Comparison& comparison, const ChangeText& change);
+/// The text of one side in pieces. What stayed is that side's own spelling.
+std::vector<Piece> SidePieces(const Comparison& comparison, const ChangeText& change, Side side);
+
+/// The text of a piece with a no-break space as \u00a0 where it is what changed, since it looks
+/// like a blank.
+std::u16string ToldText(const Piece& piece);
 
 /// Adds a piece; text of the same kind as the last goes on in it.
 void AppendPiece(std::vector<Piece>& pieces, PieceKind kind, std::u16string_view text);

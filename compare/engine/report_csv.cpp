@@ -1,6 +1,6 @@
 // The comma-delimited report (RFC 4180): a header row, then a record a line.
 #include "common/base/text_encoding.h"
-#include "compare/engine/comparison_model.h"
+#include "compare/engine/report_model.h"
 
 namespace zorvane {
 namespace {
@@ -9,7 +9,7 @@ constexpr std::string_view kByteOrderMark =
     "\xEF\xBB\xBF";  // spreadsheets take the file for UTF-8 by it
 constexpr std::string_view kHeader =
     "Number,Type,Original first,Original last,Modified first,Modified last,Original text,"
-    "Modified text\r\n";
+    "Modified text,Moved with\r\n";
 
 // Cell marks as tabs, line breaks as line feeds; what no spreadsheet takes is replaced.
 std::u16string Clean(std::u16string text) {
@@ -53,18 +53,33 @@ const char* TypeText(DifferenceType type) {
 
 }  // namespace
 
-std::string WriteCsvReport(const ComparisonModel& model) {
+std::string WriteCsvReport(const ReportModel& model) {
+    const Comparison& comparison = model.comparison;
     std::string out(kByteOrderMark);
     out += kHeader;
-    std::int32_t number = 0;
-    for (const DifferenceRecord& record : model.engine.Records()) {
-        out += std::to_string(++number) + "," + TypeText(record.type);
+    for (std::size_t i = 0; i < comparison.records.size(); ++i) {
+        const DifferenceRecord& record = comparison.records[i];
+        out += std::to_string(i + 1) + "," + TypeText(record.type);
         for (const std::int32_t line : {record.first_original, record.last_original,
                                         record.first_modified, record.last_modified})
             out += "," + std::to_string(line);
-        AppendText(OriginalText(model.engine, record), out);
-        AppendText(ModifiedText(model.engine, record), out);
+        AppendText(comparison.Text(Side::Original, record), out);
+        AppendText(comparison.Text(Side::Modified, record), out);
+        out += ",";
+        if (const Move* move = comparison.MoveOf(i))
+            out += std::to_string(PartnerOf(*move, record.type) + 1);
         out += "\r\n";
+    }
+    // What lies beside the words has no number, since it is no record.
+    for (const BesideNote& note : comparison.beside) {
+        out += ",Beside";
+        for (const std::int32_t line : {note.original_paragraph, note.original_paragraph,
+                                        note.modified_paragraph, note.modified_paragraph})
+            out += "," + std::to_string(line);
+        const std::string what = note.what + " " + note.change + ": ";
+        AppendText(ToUtf16(what + note.old_text), out);
+        AppendText(ToUtf16(what + note.new_text), out);
+        out += ",\r\n";
     }
     return out;
 }

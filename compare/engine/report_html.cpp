@@ -2,218 +2,255 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-#include "common/base/text_encoding.h"
-#include "compare/engine/comparison_model.h"
 #include "compare/engine/html_markup.h"
+#include "compare/engine/html_rows.h"
+#include "compare/engine/html_style.h"
+#include "compare/engine/report_counts.h"
+#include "compare/engine/report_model.h"
+#include "compare/engine/unchanged_plan.h"
 
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kContext = 3;      // unchanged paragraphs left open around a difference
-constexpr std::size_t kLeastFolded = 4;  // fewer are not worth a fold
-constexpr std::size_t kRun = 60;  // rows of a block that a browser lays out only when it is near
 constexpr std::size_t kExcerpt = 60;
-
-void AppendNumber(std::int32_t number, std::string& out) {
-    fmt::format_to(std::back_inserter(out), "{}", number);
-}
-
-struct Tag {
-    std::string_view open;
-    std::string_view close;
-};
-Tag TagOf(PieceKind kind) {
-    switch (kind) {
-        case PieceKind::Same:
-            return {"", ""};
-        case PieceKind::Deleted:
-            return {"<del class=\"w\">", "</del>"};
-        case PieceKind::Added:
-            return {"<ins class=\"w\">", "</ins>"};
-        case PieceKind::ChangedOld:
-            return {"<del class=\"c\">", "</del>"};
-        case PieceKind::ChangedNew:
-            break;
-    }
-    return {"<ins class=\"c\">", "</ins>"};
-}
-
-// Paragraphs beside each other by their numbers; 0: none on that side.
-struct Row {
-    std::int32_t original;
-    std::int32_t modified;
-};
-
-// The number of one side's paragraph that waits for the row where its text begins.
-struct NumberInRow {
-    std::int32_t number = 0;
-    bool waits = true;
-
-    bool Begins(const PieceParagraph& row, bool (*is_mine)(PieceKind), bool last_row) {
-        const bool mine = last_row || is_mine(row.end) ||
-                          std::any_of(row.pieces.begin(), row.pieces.end(),
-                                      [&](const Piece& piece) { return is_mine(piece.kind); });
-        const bool begins = waits && mine;
-        waits = waits && !mine;
-        return begins;
-    }
-    void GoOn(bool break_is_mine) {
-        waits = waits || break_is_mine;
-        number += break_is_mine ? 1 : 0;
-    }
-};
-
-std::u16string_view Excerpt(std::u16string_view text) {
-    std::size_t size = std::min(text.find(u'\r'), std::min(text.size(), kExcerpt));
-    if (size < text.size() && size > 0 && text[size] >= 0xDC00 && text[size] < 0xE000)
-        --size;
-    return text.substr(0, size);
-}
+constexpr std::int32_t kMostListed = 2000;           // more differences nobody reads as a list
+constexpr std::size_t kPart = std::size_t{1} << 18;  // bytes that are handed on at once
 
 class HtmlWriter {
   public:
-    HtmlWriter(const ComparisonModel& model, bool all_in_one)
-        : model_(model), engine_(model.engine), one_(all_in_one), detail_(model.detail) {}
+    HtmlWriter(const ReportModel& model, bool all_in_one, const PageTarget& target)
+        : model_(model),
+          comparison_(model.comparison),
+          one_(all_in_one),
+          target_(target),
+          rows_(model, all_in_one, page_),
+          plan_(PlanUnchanged(comparison_, model.unchanged, all_in_one ? 1 : 2)) {
+        page_.reserve(kPart * 2);
+    }
 
-    std::string Write() {
-        WriteBody();
-        std::string page;
-        AppendHead(page);
-        AppendHeader(page);
-        AppendList(page);
-        page += one_ ? "<main><div class=\"box one" : "<main><div class=\"box two";
-        page += model_.detail.by_character ? "\">\n" : " words\">\n";
-        AppendColumnTitles(page);
-        body_.insert(0, page);  // one move, where a second page would cost its size again
-        body_ += "</div></main>\n";
-        if (engine_.getDifferenceCount() > 0)
-            body_ +=
-                "<footer>n and p go to the next and the previous difference.</footer>\n<script>";
-        if (engine_.getDifferenceCount() > 0)
-            body_.append(HtmlScript()).append("</script>\n");
-        body_ += "</body></html>\n";
-        return std::move(body_);
+    Status Write() {
+        Head();
+        Header();
+        Beside();
+        List();
+        page_ += one_ ? "<main><div class=\"box one" : "<main><div class=\"box two";
+        page_ += model_.document_looks.original || model_.document_looks.modified ? " rich" : "";
+        page_ += comparison_.by_character ? "\">\n" : " words\">\n";
+        ColumnTitles();
+        Body();
+        page_ += "</div></main>\n";
+        if (Count() > 0) {
+            page_ += "<footer>n and p go to the next and the previous difference.</footer>\n";
+            page_.append("<script>").append(HtmlScript()).append("</script>\n");
+        }
+        page_ += "</body></html>\n";
+        HandOn(0);
+        return status_;
     }
 
   private:
+    std::int32_t Count() const { return static_cast<std::int32_t>(comparison_.records.size()); }
+
+    template <class... Values>
+    void Print(fmt::format_string<Values...> format, Values&&... values) {
+        fmt::format_to(std::back_inserter(page_), format, std::forward<Values>(values)...);
+    }
+
+    // What has grown beyond `most` bytes goes to the target.
+    void HandOn(std::size_t most) {
+        if (page_.size() <= most)
+            return;
+        if (status_.ok())
+            status_ = target_(page_);
+        page_.clear();
+    }
+
     // ---- the frame ----
 
-    void AppendHead(std::string& page) const {
-        page +=
+    void Head() {
+        page_ +=
             "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"/>"
             "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/><title>";
-        if (model_.title.empty())
-            AppendNames(" / ", page);
-        else
-            AppendHtmlText(model_.title, page);
-        page += "</title><style>";
-        page +=
-            HtmlStyle(model_.look, std::max(engine_.MasterLineCount(), engine_.SourceLineCount()));
-        page += "</style></head>\n<body>\n";
+        Title();
+        page_ += "</title><style>";
+        page_ += HtmlStyle(model_.look, std::max(comparison_.Paragraphs(Side::Original),
+                                                 comparison_.Paragraphs(Side::Modified)));
+        page_ += "</style></head>\n<body>\n";
     }
 
-    void AppendNames(std::string_view between, std::string& page) const {
-        AppendHtmlText(model_.original_name, page);
-        page += between;
-        AppendHtmlText(model_.modified_name, page);
-    }
-
-    void AppendHeader(std::string& page) const {
-        page += model_.title.empty() ? "<header><h1 class=\"v\">" : "<header><h1>";
-        if (model_.title.empty())
-            AppendNames(" / ", page);
-        else
-            AppendHtmlText(model_.title, page);
-        page += "</h1><p class=\"sum\">" + SummaryText(CountRecords(engine_)) + "</p>";
-        if (model_.high_detail && engine_.getDifferenceCount() > 0) {
-            page += "<p class=\"sub\">" + SubCounts("Words", detail_.SectionCounts());
-            if (model_.detail.by_character)
-                page += "<br/>" + SubCounts("Letters", detail_.CharacterCounts());
-            page += "</p>";
-        }
-        if (engine_.getDifferenceCount() > 0) {
-            page +=
-                "<p class=\"key\"><span><del class=\"a\">deleted</del></span>"
-                "<span><ins class=\"a\">added</ins></span><span><del class=\"c\">changed "
-                "from</del> "
-                "<ins class=\"c\">changed to</ins></span></p>";
-        }
-        page += "</header>\n";
-    }
-
-    static std::string SubCounts(std::string_view what, const DetailCounts& counts) {
-        return fmt::format("{} inside changed paragraphs: {}, {}, {}.", what,
-                           CountText(counts.changes, "change", "changes"),
-                           CountText(counts.additions, "addition", "additions"),
-                           CountText(counts.deletions, "deletion", "deletions"));
-    }
-
-    void AppendList(std::string& page) const {
-        if (list_.empty())
+    void Title() {
+        if (!model_.title.empty()) {
+            AppendHtmlText(model_.title, page_);
             return;
-        page +=
-            "<nav aria-label=\"Differences\"><details><summary>List of differences</summary><ol>\n";
-        page += list_;
-        page += "</ol></details></nav>\n";
+        }
+        AppendHtmlText(model_.names.original, page_);
+        page_ += " / ";
+        AppendHtmlText(model_.names.modified, page_);
     }
 
-    void AppendColumnTitles(std::string& page) const {
-        page += one_ ? "<div class=\"r head\"><div></div><div></div><div>"
-                     : "<div class=\"r head\"><div></div><div>";
-        AppendNames(one_ ? " &#8594; " : "</div><div></div><div>", page);
-        page += "</div></div>\n";
+    // Without a title of its own the page is headed by the names in the column titles.
+    void Header() {
+        page_ += model_.title.empty() ? "<header><h1 class=\"q\">" : "<header><h1>";
+        Title();
+        page_ += "</h1>";
+        const auto differences = Count() - static_cast<std::int32_t>(comparison_.moves.size());
+        if (Count() == 0)
+            page_ += comparison_.same_files ? "<p class=\"sum\">The files are identical.</p>"
+                                            : "<p class=\"sum\">No differences.</p>";
+        else
+            Print("<p class=\"sum\">{}.</p>", CountText(differences, "difference", "differences"));
+        if (Count() > 0)
+            Counts();
+        if (model_.high_detail && comparison_.section_counts.All() > 0) {
+            page_ += "<p class=\"sub\">" + SubCounts("Words", comparison_.section_counts);
+            if (comparison_.by_character && comparison_.character_counts.All() > 0)
+                page_ += "<br/>" + SubCounts("Letters", comparison_.character_counts);
+            page_ += "</p>";
+        }
+        page_ += "</header>\n";
+    }
+
+    void CountOf(std::string_view classes, std::string_view sign, const std::string& words) {
+        Print("<li class=\"{}\"><i>{}</i>{}</li>\n", classes, sign, words);
+    }
+
+    // What they count is also the key to signs and colours.
+    void Counts() {
+        const ReportCounts counts = CountForReaders(comparison_);
+        const auto paragraphs = [](std::int64_t count, std::string_view what) {
+            return CountText(count, "paragraph ", "paragraphs ") + std::string(what);
+        };
+        page_ += "<ul class=\"counts\">\n";
+        CountOf("c", "\u2260", paragraphs(counts.paragraphs_changed, "changed"));
+        CountOf("p", "+", paragraphs(counts.paragraphs_added, "added"));
+        CountOf("x", "\u2212", paragraphs(counts.paragraphs_deleted, "deleted"));
+        if (counts.paragraphs_moved > 0)
+            CountOf("m", "\u2195", paragraphs(counts.paragraphs_moved, "moved"));
+        CountOf("w", "+", CountText(counts.words_added, "word added", "words added"));
+        CountOf("w", "\u2212", CountText(counts.words_deleted, "word deleted", "words deleted"));
+        page_ += "</ul>";
+    }
+
+    // Without zeros: "0 additions" would be read as the whole document's.
+    static std::string SubCounts(std::string_view what, const DetailCounts& counts) {
+        std::string text = std::string(what) + " inside changed paragraphs: ";
+        std::string_view between;
+        const auto add = [&](std::int32_t count, std::string_view one, std::string_view many) {
+            if (count > 0)
+                text.append(std::exchange(between, ", ")).append(CountText(count, one, many));
+        };
+        add(counts.changes, "change", "changes");
+        add(counts.additions, "addition", "additions");
+        add(counts.deletions, "deletion", "deletions");
+        return text + ".";
+    }
+
+    void Beside() {
+        const Comparison& comparison = model_.comparison;
+        if (comparison.beside_sentence.empty())
+            return;
+        page_ += "<div class=\"beside\"><section><h2>";
+        AppendHtmlText(comparison.beside_sentence, page_);
+        page_ += "</h2><ul>\n";
+        for (const BesideNote& note : comparison.beside) {
+            page_ += "<li>";
+            AppendHtmlText(DescribeBeside(note), page_);
+            page_ += "</li>\n";
+        }
+        page_ += "</ul></section></div>\n";
+    }
+
+    void List() {
+        if (Count() == 0)
+            return;
+        page_ +=
+            "<nav aria-label=\"Differences\"><details><summary>List of differences</summary><ol>\n";
+        for (std::int32_t number = 1; number <= std::min(Count(), kMostListed); ++number)
+            ListEntry(number);
+        page_ += "</ol>";
+        if (Count() > kMostListed)
+            Print("<p>{} more are not listed.</p>", Count() - kMostListed);
+        page_ += "</details></nav>\n";
+    }
+
+    void ListEntry(std::int32_t number) {
+        const auto index = static_cast<std::size_t>(number - 1);
+        const DifferenceRecord& record = comparison_.records[index];
+        const Side side = record.OriginalCount() > 0 ? Side::Original : Side::Modified;
+        const std::u16string_view text = comparison_.Text(side, record, buffer_);
+        const std::u16string_view excerpt = Excerpt(text, kExcerpt);
+        Print("<li><a href=\"#d{}\">{}</a> <q>", number, DescribeRecord(comparison_, index));
+        AppendHtmlText(excerpt, page_);
+        page_ += excerpt.size() < text.size() ? "&#8230;</q></li>\n" : "</q></li>\n";
+        HandOn(kPart);
+    }
+
+    void ColumnTitle(Side side) {
+        Print("<small>{}</small>", side == Side::Original ? "Original" : "Modified");
+        AppendHtmlText(model_.names[side], page_);
+        if (model_.dates[side].empty())
+            return;
+        page_ += "<small>";
+        AppendHtmlText(model_.dates[side], page_);
+        page_ += "</small>";
+    }
+
+    void ColumnTitles() {
+        page_ += one_ ? "<div class=\"r head\"><b></b><b></b><div class=\"names\"><span>"
+                      : "<div class=\"r head\"><b></b><div>";
+        ColumnTitle(Side::Original);
+        page_ += one_ ? "</span><span>" : "</div><b></b><div>";
+        ColumnTitle(Side::Modified);
+        page_ += one_ ? "</span></div></div>\n" : "</div></div>\n";
     }
 
     // ---- the paragraphs ----
 
-    void WriteBody() {
-        body_.reserve(engine_.TextBytes() * (one_ ? 1U : 2U) +
-                      static_cast<std::size_t>(engine_.MasterLineCount()) * 64U);
-        Row at{1, 1};
-        for (const DifferenceRecord& record : engine_.Records()) {
+    void Body() {
+        PageRow at{1, 1};
+        for (const DifferenceRecord& record : comparison_.records) {
             // An addition or a deletion has its place behind the paragraph that it names.
             const bool addition = record.type == DifferenceType::Addition;
             const bool deletion = record.type == DifferenceType::Deletion;
             Unchanged(at, {record.first_original + (addition ? 1 : 0),
                            record.first_modified + (deletion ? 1 : 0)});
             ++number_;
-            Difference(record);
+            Difference();
             at = {record.last_original + 1, record.last_modified + 1};
         }
         last_ = true;
-        Unchanged(at, {engine_.MasterLineCount() + 1, engine_.SourceLineCount() + 1});
+        Unchanged(at, {comparison_.Paragraphs(Side::Original) + 1,
+                       comparison_.Paragraphs(Side::Modified) + 1});
         EndRun();
     }
 
     // The paragraphs between two differences beside each other. Those that are ignored may stand on
     // one side alone.
-    void PairUnchanged(Row at, Row end) {
-        rows_.clear();
+    void PairUnchanged(PageRow at, PageRow end) {
+        unchanged_.clear();
         while (at.original < end.original || at.modified < end.modified) {
             const bool original = at.original < end.original;
             const bool modified = at.modified < end.modified;
             const bool original_ignored =
-                original && engine_.IsIgnoredLine(engine_.MasterLine(at.original));
+                original && comparison_.IsIgnored(Side::Original, at.original);
             const bool modified_ignored =
-                modified && engine_.IsIgnoredLine(engine_.SourceLine(at.modified));
+                modified && comparison_.IsIgnored(Side::Modified, at.modified);
             if (original && modified && original_ignored == modified_ignored)
-                rows_.push_back({at.original++, at.modified++});
+                unchanged_.push_back({at.original++, at.modified++});
             else if (original_ignored || !modified)
-                rows_.push_back({at.original++, 0});
+                unchanged_.push_back({at.original++, 0});
             else
-                rows_.push_back({0, at.modified++});
+                unchanged_.push_back({0, at.modified++});
         }
     }
 
     // Long stretches are folded, but for some paragraphs beside the differences.
-    void Unchanged(Row at, Row end) {
+    void Unchanged(PageRow at, PageRow end) {
         PairUnchanged(at, end);
-        const bool first = number_ == 0;
-        const std::size_t count = rows_.size();
-        const std::size_t before = first ? 0 : kContext;
-        const std::size_t behind = last_ ? 0 : kContext;
-        const bool nothing_differs = first && last_;
-        if (nothing_differs || count < before + behind + kLeastFolded) {
+        const std::size_t count = unchanged_.size();
+        const std::size_t before = number_ == 0 ? 0 : plan_.context;
+        const std::size_t behind = last_ ? 0 : plan_.context;
+        if (!plan_.fold || count < before + behind + plan_.least_folded) {
             Rows(0, count);
             return;
         }
@@ -224,227 +261,108 @@ class HtmlWriter {
 
     void Fold(std::size_t begin, std::size_t end) {
         EndRun();
-        fmt::format_to(std::back_inserter(body_),
-                       "<details class=\"fold\"><summary>{} unchanged paragraphs", end - begin);
-        if (rows_[begin].original > 0 && rows_[end - 1].original > 0)
-            fmt::format_to(std::back_inserter(body_), " ({} to {})", rows_[begin].original,
-                           rows_[end - 1].original);
-        body_ += "</summary>\n";
+        const PageRow first = unchanged_[begin];
+        const PageRow last = unchanged_[end - 1];
+        const bool numbered = first.original > 0 && last.original > 0;
+        std::int64_t size = 0;
+        if (numbered)
+            size = comparison_.Lines(Side::Original).Units(first.original - 1, last.original);
+        const bool kept = size <= plan_.most_kept;
+        page_ += kept ? "<details class=\"fold\"><summary>" : "<p class=\"fold\">";
+        page_ += CountText(static_cast<std::int64_t>(end - begin), "unchanged paragraph",
+                           "unchanged paragraphs");
+        if (numbered && last.original > first.original)
+            Print(" ({} to {})", first.original, last.original);
+        else if (numbered)
+            Print(" ({})", first.original);
+        if (!kept) {
+            page_ += ", left out of this page</p>\n";
+            return;
+        }
+        page_ += "</summary>\n";
         Rows(begin, end);
         EndRun();
-        body_ += "</details>\n";
+        page_ += "</details>\n";
     }
 
     void Rows(std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end; ++i) {
-            const Row row = rows_[i];
-            BeginRow();
-            if (one_) {
-                UnchangedNumber(row.original);
-                UnchangedNumber(row.modified);
-                body_ += "<div>";
-                AppendHtmlText(row.original > 0 ? engine_.MasterLine(row.original)
-                                                : engine_.SourceLine(row.modified),
-                               body_);
-                body_ += "</div></div>\n";
-                continue;
-            }
-            UnchangedNumber(row.original);
-            body_ += "<div>";
-            if (row.original > 0)
-                AppendHtmlText(engine_.MasterLine(row.original), body_);
-            body_ += "</div>";
-            UnchangedNumber(row.modified);
-            body_ += "<div>";
-            if (row.modified > 0)
-                AppendHtmlText(engine_.SourceLine(row.modified), body_);
-            body_ += "</div></div>\n";
+            BeginRun();
+            ++run_rows_;
+            rows_.Unchanged(unchanged_[i]);
+            HandOn(kPart);
         }
     }
 
-    void UnchangedNumber(std::int32_t number) {
-        body_ += "<b>";
-        if (number > 0)
-            AppendNumber(number, body_);
-        body_ += "</b>";
-    }
-
     void BeginRun() {
-        if (run_rows_ >= kRun)
+        if (run_rows_ >= HtmlRows::kRun)
             EndRun();
         if (!in_run_)
-            body_ += "<div class=\"run\">\n";
+            page_ += "<div class=\"run\">\n";
         in_run_ = true;
     }
 
     void EndRun() {
         if (in_run_)
-            body_ += "</div>\n";
+            page_ += "</div>\n";
         in_run_ = false;
         run_rows_ = 0;
     }
 
-    void BeginRow() {
-        if (!in_section_)
+    void Difference() {
+        const auto index = static_cast<std::size_t>(number_ - 1);
+        const DifferenceRecord& record = comparison_.records[index];
+        const auto rows = static_cast<std::size_t>(record.OriginalCount() + record.ModifiedCount());
+        // A long one brings runs of its own.
+        if (rows > HtmlRows::kRun)
+            EndRun();
+        else
             BeginRun();
-        ++run_rows_;
-        body_ += "<div class=\"r\">";
-    }
-
-    // ---- the differences ----
-
-    void Difference(const DifferenceRecord& record) {
-        const std::u16string original = OriginalText(engine_, record);
-        const std::u16string modified = ModifiedText(engine_, record);
-        ListEntry(record, original.empty() ? modified : original);
-        BeginRun();
-        in_section_ = true;
-        fmt::format_to(
-            std::back_inserter(body_),
-            "<section class=\"d\" id=\"d{0}\"><div class=\"what\"><h2>{0}. {1}</h2><span>", number_,
-            DescribeRecord(record));
+        run_rows_ += rows;
+        Print("<section class=\"d\" id=\"d{0}\"><div class=\"what\"><h2>{0}. {1}</h2><span>",
+              number_, DescribeRecord(comparison_, index));
         if (number_ > 1)
-            fmt::format_to(std::back_inserter(body_), "<a href=\"#d{}\">&#8593; previous</a>",
-                           number_ - 1);
-        if (number_ < engine_.getDifferenceCount())
-            fmt::format_to(std::back_inserter(body_), "<a href=\"#d{}\">&#8595; next</a>",
-                           number_ + 1);
-        body_ += "</span></div>\n";
-        if (record.type == DifferenceType::Addition)
-            Added(record);
-        else if (record.type == DifferenceType::Deletion)
-            Deleted(record);
-        else
-            Change(record, original, modified);
-        body_ += "</section>\n";
-        in_section_ = false;
+            Print("<a href=\"#d{}\">&#8593; previous</a>", number_ - 1);
+        if (number_ < Count())
+            Print("<a href=\"#d{}\">&#8595; next</a>", number_ + 1);
+        page_ += "</span></div>\n";
+        rows_.Difference(index);
+        page_ += "</section>\n";
+        HandOn(kPart);
     }
 
-    void ListEntry(const DifferenceRecord& record, const std::u16string& text) {
-        fmt::format_to(std::back_inserter(list_), "<li><a href=\"#d{}\">{}</a> <q>", number_,
-                       DescribeRecord(record));
-        const std::u16string_view excerpt = Excerpt(text);
-        AppendHtmlText(ToUtf8(excerpt), list_);
-        list_ += excerpt.size() < text.size() ? "&#8230;</q></li>\n" : "</q></li>\n";
-    }
-
-    // Paragraphs that stand on one side only.
-    void Added(const DifferenceRecord& record) {
-        for (std::int32_t line = record.first_modified; line <= record.last_modified; ++line) {
-            BeginRow();
-            body_ += one_ ? "<b></b>" : "<b></b><div class=\"none\"></div>";
-            SignedNumber("+ ", line);
-            body_ += "<div><ins class=\"a\">";
-            AppendHtmlText(engine_.SourceLine(line), body_);
-            body_ += "</ins></div></div>\n";
-        }
-    }
-
-    void Deleted(const DifferenceRecord& record) {
-        for (std::int32_t line = record.first_original; line <= record.last_original; ++line) {
-            BeginRow();
-            SignedNumber("&#8722; ", line);
-            body_ += one_ ? "<b></b><div><del class=\"a\">" : "<div><del class=\"a\">";
-            AppendHtmlText(engine_.MasterLine(line), body_);
-            body_ += one_ ? "</del></div></div>\n"
-                          : "</del></div><b></b><div class=\"none\"></div></div>\n";
-        }
-    }
-
-    void SignedNumber(std::string_view sign, std::int32_t number) {
-        body_.append("<b>").append(sign);
-        AppendNumber(number, body_);
-        body_ += "</b>";
-    }
-
-    void Change(const DifferenceRecord& record, const std::u16string& original,
-                const std::u16string& modified) {
-        detail_.Find(original, modified);
-        const std::vector<PieceParagraph> merged = SplitPieces(detail_.MergedPieces());
-        if (one_) {
-            MergedRows(record, merged);
-            return;
-        }
-        const auto left = SplitPieces(detail_.OriginalPieces());
-        const auto right = SplitPieces(detail_.ModifiedPieces());
-        for (const ParagraphPair pair :
-             PairParagraphs(merged, record.OriginalCount(), record.ModifiedCount())) {
-            BeginRow();
-            Cell(left, pair.original, record.first_original, "&#8722; ");
-            Cell(right, pair.modified, record.first_modified, "+ ");
-            body_ += "</div>\n";
-        }
-    }
-
-    void Cell(const std::vector<PieceParagraph>& paragraphs, std::int32_t index,
-              std::int32_t first_line, std::string_view sign) {
-        if (index < 0 || index >= static_cast<std::int32_t>(paragraphs.size())) {
-            body_ += "<b></b><div class=\"none\"></div>";
-            return;
-        }
-        SignedNumber(sign, first_line + index);
-        body_ += "<div>";
-        AppendPieces(paragraphs[static_cast<std::size_t>(index)].pieces);
-        body_ += "</div>";
-    }
-
-    void AppendPieces(const std::vector<Piece>& pieces) {
-        for (const Piece& piece : pieces) {
-            const Tag tag = TagOf(piece.kind);
-            body_ += tag.open;
-            AppendHtmlText(ToUtf8(piece.text), body_);
-            body_ += tag.close;
-        }
-    }
-
-    // A row for each paragraph of the merged text; a number stands in the row where the text of its
-    // paragraph begins.
-    void MergedRows(const DifferenceRecord& record, const std::vector<PieceParagraph>& merged) {
-        NumberInRow original{record.first_original};
-        NumberInRow modified{record.first_modified};
-        for (std::size_t i = 0; i < merged.size(); ++i) {
-            const PieceParagraph& paragraph = merged[i];
-            const bool last = i + 1 == merged.size();
-            BeginRow();
-            MergedNumber(original.Begins(paragraph, IsOriginalPiece, last), "&#8722; ",
-                         original.number);
-            MergedNumber(modified.Begins(paragraph, IsModifiedPiece, last), "+ ", modified.number);
-            body_ += "<div>";
-            AppendPieces(paragraph.pieces);
-            if (paragraph.BreakStandsOut())
-                AppendPieces({{paragraph.end, u"\u00B6"}});
-            body_ += "</div></div>\n";
-            original.GoOn(IsOriginalPiece(paragraph.end));
-            modified.GoOn(IsModifiedPiece(paragraph.end));
-        }
-    }
-
-    void MergedNumber(bool shown, std::string_view sign, std::int32_t number) {
-        if (shown)
-            SignedNumber(sign, number);
-        else
-            body_ += "<b></b>";
-    }
-
-    const ComparisonModel& model_;
-    const VestrelX& engine_;
+    const ReportModel& model_;
+    const Comparison& comparison_;
     bool one_;
-    ChangeDetail detail_;
+    const PageTarget& target_;
+    std::string page_;
+    HtmlRows rows_;
+    UnchangedPlan plan_;
+    Status status_;
     std::int32_t number_ = 0;  // of the difference that was written last
     bool last_ = false;        // behind the last difference
     bool in_run_ = false;
-    bool in_section_ = false;
     std::size_t run_rows_ = 0;
-    std::vector<Row> rows_;
-    std::string body_;
-    std::string list_;
+    std::vector<PageRow> unchanged_;
+    std::u16string buffer_;
 };
 
 }  // namespace
 
-std::string WriteHtmlReport(const ComparisonModel& model, std::int32_t style) {
+Status WriteHtmlReport(const ReportModel& model, std::int32_t style, const PageTarget& target) {
     constexpr std::int32_t kAllInOne = 1;
-    return HtmlWriter(model, style == kAllInOne).Write();
+    return HtmlWriter(model, style == kAllInOne, target).Write();
+}
+
+std::string WriteHtmlReport(const ReportModel& model, std::int32_t style) {
+    std::string page;
+    IgnoreFailure(WriteHtmlReport(model, style,
+                                  [&](std::string_view part) {
+                                      page += part;
+                                      return Status::Ok();
+                                  }),
+                  "memory takes everything");
+    return page;
 }
 
 }  // namespace zorvane

@@ -3,7 +3,8 @@
 #include <iterator>
 
 #include "common/base/text_encoding.h"
-#include "compare/engine/comparison_model.h"
+#include "compare/engine/pieces.h"
+#include "compare/engine/report_model.h"
 
 namespace zorvane {
 namespace {
@@ -112,44 +113,65 @@ void AppendSide(std::string_view sign, const std::vector<Piece>& pieces, std::st
         std::u16string text;
         for (const Piece& piece : paragraph.pieces) {
             const MarkRow marks = MarksOf(piece.kind);
-            text.append(marks.open).append(Visible(piece.text)).append(marks.close);
+            text.append(marks.open).append(Visible(ToldText(piece))).append(marks.close);
         }
         AppendWrapped(sign, text, out);
     }
 }
 
-std::string Header(std::int32_t number, const DifferenceRecord& record) {
-    return "<<<" + std::to_string(number) + ">>> " + DescribeRecord(record) + "\r\n";
+void AppendMarked(const Comparison& comparison, const ChangeText& change, std::string& out) {
+    AppendSide("- ", SidePieces(comparison, change, Side::Original), out);
+    AppendSide("+ ", SidePieces(comparison, change, Side::Modified), out);
+}
+
+void AppendRecord(const Comparison& comparison, std::size_t index, std::string& out) {
+    const DifferenceRecord& record = comparison.records[index];
+    out +=
+        "\r\n<<<" + std::to_string(index + 1) + ">>> " + DescribeRecord(comparison, index) + "\r\n";
+    const std::u16string original = comparison.Text(Side::Original, record);
+    const std::u16string modified = comparison.Text(Side::Modified, record);
+    const Move* move = comparison.MoveOf(index);
+    if (record.type == DifferenceType::Change) {
+        AppendMarked(comparison, {original, modified, comparison.SectionsOf(index)}, out);
+    } else if (record.type == DifferenceType::Deletion) {
+        AppendSide("- ", {{PieceKind::Same, original}}, out);
+    } else if (move == nullptr || move->section_count == 0) {
+        AppendSide("+ ", {{PieceKind::Same, modified}}, out);
+    } else {
+        // What changed on the way is told at the new place.
+        const std::u16string old_text = comparison.Text(
+            Side::Original, comparison.records[static_cast<std::size_t>(move->deletion)]);
+        AppendMarked(comparison, {old_text, modified, comparison.SectionsOf(*move)}, out);
+    }
+}
+
+void AppendBeside(const Comparison& comparison, std::string& out) {
+    if (comparison.beside_sentence.empty())
+        return;
+    out += "\r\n";
+    const std::string words = comparison.Same() ? "No differences in the words. " : "";
+    AppendWrapped("", Visible(ToUtf16(words + comparison.beside_sentence)), out);
+    for (const BesideNote& note : comparison.beside)
+        AppendWrapped("* ", Visible(ToUtf16(DescribeBeside(note))), out);
 }
 
 }  // namespace
 
-std::string WriteTextReport(const ComparisonModel& model) {
+std::string WriteTextReport(const ReportModel& model) {
     std::string out;
     if (!model.title.empty()) {
         AppendWrapped("", Visible(ToUtf16(model.title)), out);
         const std::size_t width = std::min(ToUtf16(model.title).size(), kColumns);
         out += std::string(width, '=') + "\r\n\r\n";
     }
-    out += "Original: " + VisibleName(model.original_name) + "\r\n";
-    out += "Modified: " + VisibleName(model.modified_name) + "\r\n\r\n";
-    out += SummaryText(CountRecords(model.engine)) + "\r\n";
-    ChangeDetail detail(model.detail);
-    std::int32_t number = 0;
-    for (const DifferenceRecord& record : model.engine.Records()) {
-        out += "\r\n" + Header(++number, record);
-        const std::u16string original = OriginalText(model.engine, record);
-        const std::u16string modified = ModifiedText(model.engine, record);
-        if (record.type == DifferenceType::Change) {
-            detail.Find(original, modified);
-            AppendSide("- ", detail.OriginalPieces(), out);
-            AppendSide("+ ", detail.ModifiedPieces(), out);
-        } else if (record.type == DifferenceType::Deletion) {
-            AppendSide("- ", {{PieceKind::Same, original}}, out);
-        } else {
-            AppendSide("+ ", {{PieceKind::Same, modified}}, out);
-        }
-    }
+    out += "Original: " + VisibleName(model.names.original) + "\r\n";
+    out += "Modified: " + VisibleName(model.names.modified) + "\r\n\r\n";
+    out += (model.comparison.same_files ? VerdictText(model.comparison)
+                                        : SummaryText(model.comparison)) +
+           "\r\n";
+    for (std::size_t i = 0; i < model.comparison.records.size(); ++i)
+        AppendRecord(model.comparison, i, out);
+    AppendBeside(model.comparison, out);
     return out;
 }
 

@@ -10,7 +10,9 @@
 
 #include "common/base/number.h"
 #include "common/base/result.h"
+#include "compare/engine/compare_texts.h"
 #include "compare/engine/difference_record.h"
+#include "compare/engine/document_look.h"
 #include "compare/engine/engine_report.h"
 
 namespace zorvane {
@@ -45,34 +47,40 @@ class VestrelX {
     /// expression, by name) there are no records.
     Status Compare();
     /// The same on line-file text in memory, byte for byte what the files would hold. The text is
-    /// only borrowed for the call.
+    /// borrowed until the next compare.
     Status CompareText(std::string_view master, std::string_view source);
+    /// The same on the texts of two editors, without files; words, letters and moves are found too.
+    /// Fails with `kCompareStopped` when the watcher stopped it; nullptr: nobody watches.
+    Status CompareEditors(PerSide<std::shared_ptr<const std::u16string>> texts,
+                          CompareWatcher* watcher);
+    /// Takes a result over, as if it had been compared here.
+    void Show(Comparison comparison);
+    /// Everything of the last compare: what every view and report reads.
+    const Comparison& Compared() const;
+    /// Adds to the last compare what it did not look at itself.
+    void putBeside(std::vector<BesideNote> notes, const std::string& sentence);
+    void putSameFiles(bool same);
+    /// All switches at once.
+    void SetOptions(const CompareOptions& options);
 
     /// Number of records of the last compare; 0 before the first.
     std::int32_t getDifferenceCount() const;
     /// Nothing when there is no such record. Constant time.
     std::optional<DifferenceRecord> GetDifference(RecordIndex index) const;
     const std::vector<DifferenceRecord>& Records() const;
-    /// Lines of the two texts of the last compare, all counted.
-    std::int32_t MasterLineCount() const;
-    std::int32_t SourceLineCount() const;
-    /// Lines by their 1-based number, without their end; borrowed until the next compare of files,
-    /// and after `CompareText` as long as its texts live.
-    std::string_view MasterLine(std::int32_t number) const;
-    std::string_view SourceLine(std::int32_t number) const;
-    /// Whether a line of the last compare was an empty one that is ignored. Such lines may stand on
-    /// one side alone without a record.
-    bool IsIgnoredLine(std::string_view line) const;
-    /// Size of both texts of the last compare.
-    std::size_t TextBytes() const;
 
-    // Reports of the last compare of files; titles, look and locale are kept until set again.
+    // Reports of the last compare; titles, look and locale are kept until set again.
     void putMasterTitle(const std::string& title);
     void putSourceTitle(const std::string& title);
+    /// When the two files were written, for people; empty: not known.
+    void putFileDates(PerSide<std::string> dates);
+    /// How the two documents look that `CompareEditors` compared.
+    void putDocumentLooks(PerSide<DocumentLook> looks);
     void putReportTitle(const std::string& title);  ///< empty: no title
     void putHighDetailSummary(bool on);
     void putDoubleByteLocale(bool on);
     void putReportLook(const ReportLook& look);
+    void putUnchangedText(UnchangedText unchanged);
     /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by
     /// side.
     ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags);

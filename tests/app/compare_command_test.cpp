@@ -31,6 +31,8 @@ TEST(CompareCommand, ReadsEveryOption) {
                                                              "run.log",
                                                              "--view",
                                                              "all-in-one",
+                                                             "--unchanged",
+                                                             "none",
                                                              "--title",
                                                              "T",
                                                              "--original-label",
@@ -70,6 +72,7 @@ TEST(CompareCommand, ReadsEveryOption) {
     EXPECT_EQ(command.color, ColorWhen::Never);
     EXPECT_EQ(command.context, 5);
     EXPECT_EQ(command.view, CompareView::AllInOne);
+    EXPECT_EQ(command.unchanged, UnchangedText::None);
     EXPECT_EQ(command.title + command.original_label + command.modified_label, "TLM");
     EXPECT_EQ(command.ignore_expressions, (Arguments{"x*", "y"}));
     EXPECT_EQ(command.bracket, 7);
@@ -105,6 +108,9 @@ const TroubleRow kTroubles[] = {
     {"bracket is no number", {"compare", "a", "b", "--bracket", "x"}, "--bracket"},
     {"bracket of nothing", {"compare", "a", "b", "--bracket", "0"}, "--bracket"},
     {"no such view", {"compare", "a", "b", "--view", "diagonal"}, "--view"},
+    {"no such choice of unchanged text",
+     {"compare", "a", "b", "--unchanged", "some"},
+     "--unchanged"},
     {"no such colour", {"compare", "a", "b", "--color", "blue"}, "--color"},
     {"no command", {"no-such-file", "no-such-file-either"}, ""},
 };

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Applies the records of `zorvane compare --json` to the Original and expects the Modified.
+"""Applies the records, sections, letters and moves of `zorvane compare --json` to the Original, expects
+the Modified, and swaps the sides.
 
 Reads the documents by itself, so that nothing of the program is trusted: random pairs from fixed seeds,
 and the text files of a folder of real documents, each against edited copies of itself.
@@ -25,22 +26,52 @@ def paragraphs_of(text):
 
 
 def random_paragraph(rng):
-    return " ".join(rng.choice(WORDS) for _ in range(rng.choice([0, 1, 3, 8, 20])))
+    kind = rng.random()
+    if kind < 0.1:
+        return ""
+    if kind < 0.2:
+        return "| " + " | ".join(rng.choice(WORDS) for _ in range(4)) + " |"
+    words = [rng.choice(WORDS) for _ in range(rng.choice([1, 3, 8, 20]))]
+    return " ".join(words) + rng.choice(["", "", ".", " ", "\u00a0", "  "])
+
+
+def edited_paragraph(paragraph, rng):
+    """The paragraphs that one edit makes of one."""
+    words = paragraph.split(" ")
+    at = rng.randrange(len(words))
+    kind = rng.randrange(6)
+    if kind == 0:
+        return [" ".join(words[:at]), " ".join(words[at:])]
+    if kind == 1:
+        return [paragraph + rng.choice([" ", "\u00a0", "  "])]
+    if kind == 2:
+        return [paragraph.replace(" ", "\u00a0", 1)]
+    if kind == 3:
+        return [paragraph.rstrip()]
+    words[at] = rng.choice(WORDS)
+    return [" ".join(words)]
 
 
 def edited(paragraphs, rng, rate):
     result = []
     for paragraph in paragraphs:
         kind = rng.random()
-        if kind < rate / 3:
+        if kind < rate / 4:
             continue
-        if kind < rate * 2 / 3:
-            words = paragraph.split(" ")
-            words[rng.randrange(len(words))] = rng.choice(WORDS)
-            paragraph = " ".join(words)
-        elif kind < rate:
-            result.append(random_paragraph(rng))
-        result.append(paragraph)
+        if kind < rate * 2 / 4:
+            result += edited_paragraph(paragraph, rng)
+        elif kind < rate * 3 / 4 and result:
+            result[-1] += " " + paragraph  # two became one
+        else:
+            if kind < rate:
+                result.append(random_paragraph(rng))
+            result.append(paragraph)
+    if len(result) > 6 and rng.random() < 0.5:
+        begin, size = rng.randrange(len(result) - 3), rng.randrange(1, 4)
+        block = result[begin:begin + size]
+        del result[begin:begin + size]
+        at = rng.randrange(len(result) + 1)
+        result[at:at] = block
     return result or [""]
 
 
@@ -65,38 +96,102 @@ def applied(records, original):
     return result + original[at:], None
 
 
-def applied_sections(record):
-    """True when the section records turn the words of the original side into the modified's."""
-    def sections(texts):
-        out, text = [], "\r\n".join(texts)
-        begin = 0
-        for index, character in enumerate(text):
-            if character in "\x07\n\v\r ":
-                out.append(text[begin:index + 1])
-                begin = index + 1
-        return out + [text[begin:] + " "]  # the last word is compared with a separator behind it
-    original, modified = sections(record["original"]["text"]), sections(record["modified"]["text"])
-    result, at = [], 0
-    for section in record["sections"]:
-        first, last = section["original"]["first"], section["original"]["last"]
-        begin = first if section["type"] == "a" else first - 1
-        result += original[at:begin]
-        at = begin if section["type"] == "a" else last
-        if section["type"] != "d":
-            place = section["modified"]
-            result += modified[place["first"] - 1:place["last"]]
-    return "".join(result + original[at:]).rstrip(" ") == "".join(modified).rstrip(" ")
+def units(text):
+    """As UTF-16, in which positions are counted."""
+    return text.encode("utf-16-le", "surrogatepass")
+
+
+def part(text, begin, end):
+    return text[2 * begin:2 * end]
+
+
+def applied_details(details, original, modified, letters):
+    """A complaint when sections or letters do not turn the one text (UTF-16) into the other."""
+    result, at = b"", 0
+    for detail in details:
+        old, new = detail["original"], detail["modified"]
+        if old["begin"] < at or old["end"] < old["begin"] or new["end"] < new["begin"]:
+            return "a place goes back"
+        result += part(original, at, old["begin"])
+        if len(result) != 2 * new["begin"]:
+            return "a place in the modified is wrong"
+        for side, text in ((old, original), (new, modified)):
+            if part(text, side["begin"], side["end"]) != units(side["text"]):
+                return "another text is quoted"
+            for end in (side["begin"], side["end"]):
+                if part(text, end - 1, end + 1) == units("\r\n") and end > 0:
+                    return "a break is cut"
+                if end > 0 and 0xDC <= (part(text, end, end + 1) or b"\0\0")[1] <= 0xDF:
+                    return "a character is cut"
+        if old["text"] == new["text"]:
+            return "equal texts are marked"
+        kind = "a" if not old["text"] else "d" if not new["text"] else "c"
+        if detail["type"] != kind:
+            return f"type {detail['type']} instead of {kind}"
+        result += part(modified, new["begin"], new["end"])
+        at = old["end"]
+        if letters and detail["characters"]:
+            complaint = applied_details(detail["characters"], units(old["text"]),
+                                        units(new["text"]), False)
+            if complaint:
+                return "letters: " + complaint
+    return None if result + original[2 * at:] == modified else "what is made is not the modified"
+
+
+def joined(place):
+    return units("\r\n".join(place["text"]))
+
+
+def complaint_about_moves(result):
+    records = {record["number"]: record for record in result["records"]}
+    moved = {number for number, record in records.items() if "moved" in record}
+    for move in result["moves"]:
+        deletion, addition = records[move["deletion"]], records[move["addition"]]
+        if deletion["type"] != "d" or addition["type"] != "a":
+            return "a move is not of a deletion and an addition"
+        if (deletion.get("moved"), addition.get("moved")) != (addition["number"],
+                                                              deletion["number"]):
+            return "the records of a move do not name each other"
+        moved -= {deletion["number"], addition["number"]}
+        complaint = applied_details(move["sections"], joined(deletion["original"]),
+                                    joined(addition["modified"]), True)
+        if complaint:
+            return f"move to record {addition['number']}: {complaint}"
+    if moved or len(result["moves"]) != result["counts"]["moves"]:
+        return "a record names a move that is not there"
+    return None
+
+
+def mirrored(result):
+    """What the swapped compare must tell, as far as the order of "d" and "a" leaves it alone."""
+    def own(records, side, kinds):
+        return [(r[side]["first"], r[side]["last"]) for r in records if r["type"] in kinds]
+    records, flip = result["records"], {"original": "modified", "modified": "original"}
+    changes = [[(s[a]["begin"], s[a]["end"], s[b]["begin"], s[b]["end"], len(s["characters"]))
+                for a, b in [("original", "modified")] for s in r["sections"]]
+               for r in records if r["type"] == "c"]
+    swapped = [[(m, n, o, p, c) for o, p, m, n, c in sections] for sections in changes]
+    sides = {side: own(records, side, "cd" if side == "original" else "ca") for side in flip}
+    return (sides, changes), ({flip[side]: ranges for side, ranges in sides.items()}, swapped)
+
+
+def run_compare(program, folder, names, options):
+    run = subprocess.run([program, "compare", *names, "--json", "-", *options], cwd=folder,
+                         capture_output=True, check=False)
+    if run.returncode not in (0, 1):
+        return None, f"exit status {run.returncode}: {run.stderr.decode()}"
+    result = json.loads(run.stdout)
+    if (run.returncode == 0) != (not result["records"]):
+        return None, "the exit status does not tell whether there are records"
+    return result, None
 
 
 def complaint_about(program, folder, original, modified, options):
     """None when the program's records fit the pair."""
-    run = subprocess.run([program, "compare", "original.txt", "modified.txt", "--json", "-",
-                          *options], cwd=folder, capture_output=True, check=False)
-    if run.returncode not in (0, 1):
-        return f"exit status {run.returncode}: {run.stderr.decode()}"
-    result = json.loads(run.stdout)
-    if (run.returncode == 0) != (not result["records"]):
-        return "the exit status does not tell whether there are records"
+    names = ["original.txt", "modified.txt"]
+    result, complaint = run_compare(program, folder, names, options)
+    if complaint:
+        return complaint
     for side, paragraphs in (("original", original), ("modified", modified)):
         if result[side]["paragraphs"] != len(paragraphs):
             return f"{result[side]['paragraphs']} {side} paragraphs instead of {len(paragraphs)}"
@@ -104,8 +199,16 @@ def complaint_about(program, folder, original, modified, options):
     if complaint is None and made != modified:
         complaint = "the records do not make the modified"
     for record in result["records"]:
-        if complaint is None and record["type"] == "c" and not applied_sections(record):
-            complaint = f"the sections of record {record['number']} do not make its modified text"
+        if complaint is None and record["type"] == "c":
+            complaint = applied_details(record["sections"], joined(record["original"]),
+                                        joined(record["modified"]), True)
+            complaint = complaint and f"record {record['number']}: {complaint}"
+    complaint = complaint or complaint_about_moves(result)
+    if complaint:
+        return complaint
+    swapped, complaint = run_compare(program, folder, names[::-1], options)
+    if complaint is None and mirrored(swapped)[0] != mirrored(result)[1]:
+        complaint = "the swapped sides are no mirror image"
     return complaint
 
 

@@ -239,7 +239,7 @@ TEST_F(CliTest, SwitchesOfTheSlashFormReachTheConverters) {
     const auto count = [this](const std::string& switches) {
         return Run("'/M old.csv /S new.csv /X /G " + switches + "'").status;
     };
-    EXPECT_EQ(count(""), 1) << "two rows that differ stand together";
+    EXPECT_EQ(count(""), 2) << "a row and its counterpart are one difference";
     EXPECT_EQ(count("/1 1 /3 1"), 1);
     EXPECT_EQ(count("/2 1 /4 1"), 0);
     EXPECT_EQ(count("/1 2 /2 1-2 /3 2 /4 1-2"), 0);
@@ -248,6 +248,46 @@ TEST_F(CliTest, SwitchesOfTheSlashFormReachTheConverters) {
 TEST_F(CliTest, WritesNoSettings) {
     Run("compare old.txt new.txt -o r.html");
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("home")));
+}
+
+TEST_F(CliTest, PageShowsAsMuchUnchangedTextAsAskedFor) {
+    std::string same;
+    for (int i = 0; i < 20; ++i)
+        same += "the same words\n";
+    folder_.Write("a.txt", same + "one thing to say\n");
+    folder_.Write("b.txt", same + "two things to say\n");
+    struct Row {
+        const char* options;
+        bool folded;
+        bool left_out;
+    };
+    for (const Row& row :
+         {Row{"", true, false}, Row{"--unchanged all", false, false},
+          Row{"--unchanged folded", true, false}, Row{"--unchanged none", false, true}}) {
+        SCOPED_TRACE(row.options);
+        Run(std::string("compare a.txt b.txt -o r.html ") + row.options);
+        const std::string page = folder_.Read("r.html");
+        EXPECT_EQ(page.find("<details class=\"fold\">") != std::string::npos, row.folded);
+        EXPECT_EQ(page.find("left out of this page") != std::string::npos, row.left_out);
+    }
+}
+
+TEST_F(CliTest, PageShowsTheDatesOfFilesAndTheLookOfDocuments) {
+    folder_.Write("a.html", "<h1>Title</h1><p>Some <b>bold words</b> stand here.</p>");
+    folder_.Write("b.html", "<h1>Title</h1><p>Some <b>bold words</b> stood here.</p>");
+    Run("compare - b.html -o r.html < a.html");
+    std::string page = folder_.Read("r.html");
+    const std::string date = "<small>20";
+    EXPECT_EQ(page.find(date), page.rfind(date)) << "what came through a pipe has no date";
+    EXPECT_NE(page.find(date), std::string::npos);
+    Run("compare a.html b.html -o r.html");
+    page = folder_.Read("r.html");
+    EXPECT_NE(page.find(date), page.rfind(date));
+    EXPECT_NE(page.find("class=\"h1\"><strong>Title"), std::string::npos);
+    EXPECT_NE(page.find("<strong>bold words</strong>"), std::string::npos);
+    const std::string first = page;
+    Run("compare a.html b.html -o r.html");
+    EXPECT_EQ(folder_.Read("r.html"), first) << "the same bytes on every run";
 }
 
 TEST_F(CliTest, WritesEveryReport) {
@@ -259,7 +299,7 @@ TEST_F(CliTest, WritesEveryReport) {
     EXPECT_EQ(folder_.Read("r.html").find("<!DOCTYPE html>"), 0U);
     EXPECT_NE(folder_.Read("r.txt").find("2 differences: 1 change, 1 addition, 0 deletions."),
               std::string::npos);
-    EXPECT_NE(folder_.Read("r.csv").find("1,Change,2,2,2,2,\"two words\",\"2 words\"\r\n"),
+    EXPECT_NE(folder_.Read("r.csv").find("1,Change,2,2,2,2,\"two words\",\"2 words\""),
               std::string::npos);
     EXPECT_EQ(folder_.Read("r.doc").find("{\\rtf1"), 0U);
     EXPECT_NE(folder_.Read("r.doc").find("\\strike"), std::string::npos)

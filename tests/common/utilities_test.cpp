@@ -147,6 +147,35 @@ TEST(Files, AreKeptWhenTheNewOneDoesNotFit) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
+TEST(FileReplacement, LeavesTheOldFileUntilItIsFinished) {
+    const TempFolder folder;
+    const std::string path = folder.Write("f", "old");
+    const auto files = [&] {
+        return std::distance(std::filesystem::directory_iterator(folder.Path()),
+                             std::filesystem::directory_iterator());
+    };
+    {
+        Result<FileReplacement> file = FileReplacement::Begin(path);
+        ASSERT_TRUE(file.ok());
+        EXPECT_TRUE(file.value().Write("half").ok());
+        FileReplacement moved = std::move(file).value();
+        EXPECT_EQ(folder.Read("f"), "old");
+    }
+    EXPECT_EQ(folder.Read("f"), "old");
+    EXPECT_EQ(files(), 1);
+    Result<FileReplacement> file = FileReplacement::Begin(path);
+    ASSERT_TRUE(file.ok());
+    EXPECT_TRUE(file.value().Write("new ").ok());
+    EXPECT_TRUE(file.value().Write("words").ok());
+    EXPECT_TRUE(file.value().Finish().ok());
+    EXPECT_EQ(folder.Read("f"), "new words");
+    EXPECT_EQ(files(), 1);
+    Result<FileReplacement> full = FileReplacement::Begin("/dev/full");
+    ASSERT_TRUE(full.ok());
+    EXPECT_FALSE(full.value().Write("x").ok());
+    EXPECT_FALSE(full.value().Finish().ok()) << "the first reason stays";
+}
+
 TEST(Files, ReplaceWhatALinkLeadsToAndTakeLongNames) {
     const TempFolder folder;
     folder.Write("real", "old");

@@ -35,6 +35,20 @@ const ViewRow kViewRows[] = {
     {"added at the end", "a", "a\nb\nc", false, "a" ADD("|b|c"), "a", "a|" ADD("b|c")},
     {"deleted", "a\nb\nc", "a\nc", false, "a|" DEL("b|") "c", "a|" DEL("b|") "c", "a|c"},
     {"deleted at the end", "a\nb", "a", false, "a|" DEL("b"), "a|" DEL("b"), "a"},
+    {"a blank paragraph added", "a\nc", "a\n\nc", false, "a" ADD("|") "|c", "a|c",
+     "a|" ADD("|") "c"},
+    {"a paragraph became two", "one two three. Four five six.", "one two three.\nFour five six.",
+     false, "one two three." OLD(" ") NEW("|") "Four five six.",
+     "one two three." OLD(" ") "Four five six.", "one two three." NEW("|") "Four five six."},
+    {"two became one", "one two three.\nFour five six.", "one two three. Four five six.", false,
+     "one two three." OLD("|") NEW(" ") "Four five six.",
+     "one two three." OLD("|") "Four five six.", "one two three." NEW(" ") "Four five six."},
+    {"a trailing blank", "one two\nx", "one two \nx", false, "one two" ADD(" ") "|x", "one two|x",
+     "one two" ADD(" ") "|x"},
+    {"another paragraph", "a\nold\nc", "a\nnew\nc", false, "a|" DEL("old") ADD("|new") DEL("|") "c",
+     "a|" DEL("old|") "c", "a|" ADD("new|") "c"},
+    {"another at the end", "a\nold", "a\nnew", false, "a|" DEL("old") ADD("|new"), "a|" DEL("old"),
+     "a|" ADD("new")},
     {"a word changed", "one two three", "one 2 three", false, "one " OLD("two ") NEW(" 2 ") "three",
      "one " OLD("two ") "three", "one " NEW("2 ") "three"},
     {"a word added", "one three", "one two three", false, "one " ADD(" two ") "three", "one three",
@@ -43,9 +57,9 @@ const ViewRow kViewRows[] = {
      ADD("one ") "two x"},
     {"a word deleted", "one two three", "one three", false, "one " DEL("two ") "three",
      "one " DEL("two ") "three", "one three"},
-    {"the last word", "one two\nx", "one 2\nx", false, "one " OLD("two") NEW(" 2 ") "|x",
+    {"the last word", "one two\nx", "one 2\nx", false, "one " OLD("two") NEW(" 2") "|x",
      "one " OLD("two") "|x", "one " NEW("2") "|x"},
-    {"the last word of all", "one two", "one 2", false, "one " OLD("two") NEW(" 2 "),
+    {"the last word of all", "one two", "one 2", false, "one " OLD("two") NEW(" 2"),
      "one " OLD("two"), "one " NEW("2")},
     {"a letter lost", "one house two", "one hose two", true, "one ho" DEL("u") "se two",
      "one ho" DEL("u") "se two", "one hose two"},
@@ -70,20 +84,20 @@ TEST_F(CompareRunTest, MarksWhatDiffers) {
 
 TEST_F(CompareRunTest, SubParagraphChangesCanLookAlike) {
     viewer.Options().bShowSubParagraphChangesSimilarly.SetData(true);
-    ASSERT_TRUE(Compare("one two\nx", "two 3\nx\ny", View::AllInOne));
-    EXPECT_EQ(AllInOne(), "[bu3#255:one ]two[bu3#255: 3 ]|x" ADD("|y"));
+    ASSERT_TRUE(Compare("one two three\nx", "two three 4\nx\ny", View::AllInOne));
+    EXPECT_EQ(AllInOne(), "[bu3#255:one ]two three[bu3#255: 4]|x" ADD("|y"));
 }
 
 TEST_F(CompareRunTest, KeepsTheFormatsOfTheDocuments) {
     ASSERT_TRUE(Compare("{\\rtf1\\i a\\par b {\\b bold} word\\par}",
                         "{\\rtf1\\i a\\par b {\\b bold} term\\par}", View::AllInOne, "rtf"));
-    EXPECT_EQ(AllInOne(), "[i:a|b ][bi:bold][i: ]" OLD("word") NEW(" term ") "[i:|]");
+    EXPECT_EQ(AllInOne(), "[i:a|b ][bi:bold][i: ]" OLD("word") NEW(" term") "[i:|]");
 }
 
 TEST_F(CompareRunTest, PlainTextDropsThem) {
     viewer.Options().bRemoveFormatting.SetData(true);
-    ASSERT_TRUE(Compare("{\\rtf1\\i a}", "{\\rtf1\\i b}", View::SideBySide, "rtf"));
-    EXPECT_EQ(Left(), OLD("a"));
+    ASSERT_TRUE(Compare("{\\rtf1\\i oak a}", "{\\rtf1\\i oak b}", View::SideBySide, "rtf"));
+    EXPECT_EQ(Left(), "oak " OLD("a"));
 }
 
 TEST_F(CompareRunTest, SummariesAreInOrderUnderTheirFooters) {
@@ -104,7 +118,7 @@ TEST_F(CompareRunTest, AChangeStandsTwiceInTheAllInOneSummary) {
     ASSERT_TRUE(Compare("a b", "a c", View::AllInOne));
     EXPECT_EQ(Readable(viewer.Editors().rtbChanges.Text()),
               "^^^^^^^ Change Summary. 1 changes found ^^^^^^^|"
-              "<<<1>>> 1 change at paragraph (1) |a b c |a b c |");
+              "<<<1>>> 1 change at paragraph (1) |a b c|a b c|");
 }
 
 struct HeaderRow {
@@ -139,10 +153,8 @@ TEST_F(CompareRunTest, WritesHeadersAndListLines) {
     };
     bool abort = false;
     RunMonitor monitor(process, window, abort);
-    VestrelX engine;
     RunCounters counters;
-    PassContext context{viewer.Editors(), engine,   engine, engine,
-                        viewer.Options(), counters, monitor};
+    PassContext context{viewer.Editors(), viewer.Compared(), viewer.Options(), counters, monitor};
     for (const HeaderRow& row : rows) {
         SCOPED_TRACE(row.header);
         EXPECT_EQ(EntryHeader(monitor, RecordIndex{4}, row.record), row.header);
@@ -152,12 +164,12 @@ TEST_F(CompareRunTest, WritesHeadersAndListLines) {
 
 TEST_F(CompareRunTest, CountsAtThreeLevels) {
     viewer.Options().bCompareByCharacter.SetData(true);
-    ASSERT_TRUE(
-        Compare("alpha beta x more\nx\ngone\ny", "alpha bets x\nx\ny\nnew", View::AllInOne));
+    ASSERT_TRUE(Compare("alpha beta wooden more\nx\ngone\ny", "alpha bets wooden\nx\ny\nnew",
+                        View::AllInOne));
     const RunCounters expected{{1, 1, 1}, {1, 0, 1}, {1, 0, 0}};
     EXPECT_EQ(viewer.Counters(), expected);
-    ASSERT_TRUE(
-        Compare("alpha beta x more\nx\ngone\ny", "alpha bets x\nx\ny\nnew", View::SideBySide));
+    ASSERT_TRUE(Compare("alpha beta wooden more\nx\ngone\ny", "alpha bets wooden\nx\ny\nnew",
+                        View::SideBySide));
     EXPECT_EQ(viewer.Counters(), expected);
 }
 

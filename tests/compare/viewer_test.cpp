@@ -1,4 +1,7 @@
 // The viewer's decisions: aborts, freshness, views, navigation, settings.
+#include <filesystem>
+#include <set>
+
 #include <gtest/gtest.h>
 
 #include "tests/support/printers.h"
@@ -9,6 +12,15 @@ namespace {
 
 class FrmCompareFilesTest : public ViewerTest {
   protected:
+    std::set<std::string> Files() const {
+        std::set<std::string> names;
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(fakes.folder.Path())) {
+            if (entry.is_regular_file())
+                names.insert(entry.path().filename());
+        }
+        return names;
+    }
     std::string Many(int changed) const {
         std::string text;
         for (int i = 0; i < 20; ++i)
@@ -26,6 +38,32 @@ TEST_F(FrmCompareFilesTest, TellsWhenNothingDiffers) {
     EXPECT_EQ(window.status[StatusPanel::Time], "0:00:00");
     EXPECT_TRUE(viewer.ListItems().empty());
     EXPECT_EQ(window.navigation, NavigationButtons{});
+}
+
+// A run to a report that shows no editors marks none and leaves no files of its own behind.
+TEST_F(FrmCompareFilesTest, BuildsOnlyWhatIsAskedFor) {
+    ASSERT_TRUE(Compare(Many(1), Many(2), View::SideBySide, "txt", BuildViews::No));
+    EXPECT_EQ(viewer.VXMacroDiff().getDifferenceCount(), 5);
+    EXPECT_EQ(viewer.mlChanges(), 5);
+    ViewerEditors& editors = viewer.Editors();
+    for (const DocumentEditor* entry :
+         {&editors.rtbOriginal, &editors.rtbModified, &editors.rtbOriginalDiff,
+          &editors.rtbModifiedDiff, &editors.rtbOriginalDiffFinal, &editors.rtbModifiedDiffFinal,
+          &editors.rtbAIODiff})
+        EXPECT_EQ(entry->editor.Length(), 0);
+    EXPECT_TRUE(viewer.ListItems().empty());
+    const auto report = [&](const char* name) {
+        std::string file = fakes.folder.Path(name);
+        EXPECT_EQ(viewer.CreateReport(file, ReportType::Html, 2), ReportResult::Ok);
+        return fakes.folder.Read(name);
+    };
+    const std::string page = report("no_views.htm");
+    EXPECT_NE(page.find("5 differences"), std::string::npos);
+    EXPECT_EQ(Files(), (std::set<std::string>{"m.txt", "no_views.htm", "o.txt"}))
+        << "no line files";
+    ASSERT_TRUE(Compare(Many(1), Many(2), View::SideBySide));
+    EXPECT_NE(Left(), "");
+    EXPECT_EQ(report("views.htm"), page) << "the page does not depend on the editors";
 }
 
 // At whichever yield the user asks for it, a run ends, and the next one is whole.
@@ -87,9 +125,10 @@ TEST_F(FrmCompareFilesTest, BuildsEachViewWhenItIsFirstShown) {
 }
 
 TEST_F(FrmCompareFilesTest, MovesFromDifferenceToDifference) {
-    ASSERT_TRUE(Compare("a\nb\nc\nd\ne", "1\nb\n2\nd\n3\n4", View::SideBySide));
+    ASSERT_TRUE(
+        Compare("a oak\nb\nc oak\nd\ne oak", "1 oak\nb\n2 oak\nd\n3 oak", View::SideBySide));
     ASSERT_EQ(viewer.ListItems().size(), 3U);
-    EXPECT_EQ(viewer.ListItems()[1], "[2] 1 change at paragraph (3) :\"c\"");
+    EXPECT_EQ(viewer.ListItems()[1], "[2] 1 change at paragraph (3) :\"c oak\"");
     viewer.ShowDifferenceLast();
     EXPECT_EQ(viewer.mlCurrentDifference(), 3);
     EXPECT_EQ(window.navigation, (NavigationButtons{true, true, false, false, true}));
@@ -100,16 +139,16 @@ TEST_F(FrmCompareFilesTest, MovesFromDifferenceToDifference) {
     EXPECT_EQ(window.navigation, (NavigationButtons{true, true, true, true, true}));
     viewer.ShowDifferenceFirst();
     EXPECT_EQ(window.navigation, (NavigationButtons{false, false, true, true, true}));
-    EXPECT_EQ(Readable(viewer.Editors().rtbOriginal.editor.SelectedText()), "a|");
+    EXPECT_EQ(Readable(viewer.Editors().rtbOriginal.editor.SelectedText()), "a oak|");
     EXPECT_EQ(viewer.Editors().rtbOriginalDiffFinal.editor.Selection().length, 1)
         << "the result only scrolls";
     viewer.Options().bSelectTextInDiffViewer.SetData(true);
     viewer.SelectListItem(2);
-    EXPECT_EQ(Readable(viewer.Editors().rtbModifiedDiffFinal.editor.SelectedText()), "3|4|");
+    EXPECT_EQ(Readable(viewer.Editors().rtbModifiedDiffFinal.editor.SelectedText()), "3 oak|");
 }
 
 TEST_F(FrmCompareFilesTest, FiltersTellTheirCounts) {
-    ASSERT_TRUE(Compare("a\nb\nc", "a\nx\nc\nd", View::SideBySide));
+    ASSERT_TRUE(Compare("a\nb oak\nc", "a\nx oak\nc\nd", View::SideBySide));
     viewer.ShowFilter(ViewFilter::Additions);
     EXPECT_EQ(window.status[StatusPanel::Main], "1: Number of additions");
     viewer.ShowFilter(ViewFilter::Deletions);
@@ -169,7 +208,7 @@ TEST_F(FrmCompareFilesTest, AMissingFileFailsWithItsName) {
     viewer.Options().sFileOriginal.SetData(fakes.folder.Path("none.txt"));
     viewer.Options().sFileModified.SetData(fakes.folder.Write("m.txt", "x"));
     bool failed = false;
-    viewer.RefreshDisplayCommandLine(2, failed);
+    viewer.RefreshDisplayCommandLine(2, BuildViews::Yes, failed);
     EXPECT_TRUE(failed);
     EXPECT_NE(Log().find("File does not exist:\r\n\r\n" + fakes.folder.Path("none.txt")),
               std::string::npos);

@@ -73,12 +73,21 @@ Json Schema() {
 }
 
 TEST(JsonReport, IsWhatTheDocumentShows) {
-    const ComparedPair pair({"The flat.", "rent 2400 a month", "Signed.", ""},
-                            {"The flat.", "rent 2600 a month", "Signed.", "No pets.", ""});
-    const std::string json = WriteJsonReport(pair.Model(true));
+    constexpr const char* kOwner =
+        "The owner keeps the roof, the windows and the heating in good order and tells the tenant "
+        "a "
+        "week ahead when work is to be done.";
+    const ComparedPair pair(
+        {"The flat.", "rent 2400 a month",
+         "The tenant cleans the stairs every second Saturday and sweeps the yard.", kOwner, ""},
+        {"The flat.", "rent 2600 a month", kOwner,
+         "The tenant cleans the stairs every other Saturday and sweeps the yard.", ""},
+        {.by_character = true});
+    const std::string json = WriteJsonReport(pair.Model());
     std::ifstream file(ZORVANE_DOCS "/json.md");
     const std::string document((std::istreambuf_iterator<char>(file)), {});
     EXPECT_NE(document.find("```json\n" + json + "```"), std::string::npos) << json;
+    EXPECT_EQ(SchemaCheck(Schema()).Fault(Json::parse(json)), "") << "with a move and letters";
 }
 
 TEST(JsonReportProperty, FitsTheSchemaAndMakesTheModified) {
@@ -88,9 +97,9 @@ TEST(JsonReportProperty, FitsTheSchemaAndMakesTheModified) {
         SCOPED_TRACE(round);
         const Paragraphs original = RandomParagraphs(random, random() % 30);
         const Paragraphs modified = EditedParagraphs(random, original);
-        const ComparedPair pair(original, modified);
-        const std::string bytes = WriteJsonReport(pair.Model(round % 2 == 0));
-        EXPECT_EQ(WriteJsonReport(pair.Model(round % 2 == 0)), bytes);
+        const ComparedPair pair(original, modified, {.by_character = round % 2 == 0});
+        const std::string bytes = WriteJsonReport(pair.Model());
+        EXPECT_EQ(WriteJsonReport(pair.Model()), bytes);
         const Json json = Json::parse(bytes);
         ASSERT_EQ(SchemaCheck(schema).Fault(json), "");
         Paragraphs made;
@@ -113,8 +122,8 @@ TEST(JsonReportProperty, FitsTheSchemaAndMakesTheModified) {
 
 TEST(JsonReport, EscapesWhatJsonDoesNotTake) {
     const ComparedPair pair({"\"\\\x01\x7F\xFF\a"}, {"x"});
-    ComparisonModel model = pair.Model();
-    model.original_name = "a\\\xFF";
+    ReportModel model = pair.Model();
+    model.names.original = "a\\\xFF";
     const Json json = Json::parse(WriteJsonReport(model));
     EXPECT_EQ(json["records"][0]["original"]["text"][0], "\"\\\x01\x7F\uFFFD\a");
     EXPECT_EQ(json["original"]["path"], "a\\\uFFFD");

@@ -29,7 +29,7 @@ class FakeSource : public ReportSource {
     VestrelX& Engine() override { return engine_; }
     const clsCompareFileOptions& ReportOptions() const override { return options; }
     CompareFilesSettings& ReportSettings() override { return settings; }
-    Status RunDocumentEngine() override {
+    Status EnsureFreshComparison() override {
         ++engine_runs;
         return engine_.Compare();
     }
@@ -85,6 +85,16 @@ TEST_F(ReportDriver, MakesTheWholeChainOfFolders) {
     EXPECT_EQ(Write(folder_.Path("p/q\\r/out.htm")), ReportResult::Ok);
     EXPECT_TRUE(Exists("p/q/r/out.htm"));
     EXPECT_EQ(Log(), "");
+}
+
+// A page paints what the user left alone in its own palette, so both must know the same defaults.
+TEST(ReportLook, IsTheOptionsWhereNothingWasChosen) {
+    const auto file = MakeMemoryIniProfile();
+    clsCompareFileOptions options;
+    ASSERT_TRUE(options.LoadStateFromFile(*file).ok());
+    EXPECT_EQ(ReportLookOf(options), ReportLook{});
+    options.lViewDeletionForeColor.SetData(0x123456);
+    EXPECT_NE(ReportLookOf(options), ReportLook{});
 }
 
 TEST_F(ReportDriver, ExpandsDatesInTheirExactSpellingAndFolders) {

@@ -28,27 +28,52 @@ TEST(TerminalReport, ShowsDifferencesWithTheirSurroundings) {
          "--- old.txt\n+++ new.txt\n@@ 1. Deletion of 2 paragraphs at paragraph 1 @@\n- [-a-]\n"
          "- [-1-]\n  b\n  c\n@@ 2. Addition of 1 paragraph behind paragraph 5 @@\n  2\n+ {+d+}\n"},
         {"none around",
-         {"1", "a"},
-         {"1", "b"},
+         {"1", "oak a"},
+         {"1", "oak b"},
          0,
-         "--- old.txt\n+++ new.txt\n\n@@ 1. Change at paragraph 2 @@\n~ [-a-]{+b+}\n"},
+         "--- old.txt\n+++ new.txt\n\n@@ 1. Change at paragraph 2 @@\n~ oak [-a-]{+b+}\n"},
+        {"unlike neighbours",
+         {"a"},
+         {"b"},
+         0,
+         "--- old.txt\n+++ new.txt\n@@ 1. Deletion of 1 paragraph at paragraph 1 @@\n- [-a-]\n"
+         "@@ 2. Addition of 1 paragraph behind paragraph 1 @@\n+ {+b+}\n"},
         {"a break that goes",
-         {"one two", "three"},
-         {"one two three"},
+         {"one two three four", "five six seven eight"},
+         {"one two three four five six seven eight"},
          0,
          "--- old.txt\n+++ new.txt\n@@ 1. Change of 2 paragraphs to 1 at paragraph 1 @@\n"
-         "~ one two[-\u00B6-]\n~ {+ +}three\n"},
+         "~ one two three four[-\u00B6-]\n~ five six seven eight\n"},
         {"what steers a terminal is shown",
          {"\x1B[2J\x7F\xC2\x9B"},
          {"\t\a"},
          0,
-         "--- old.txt\n+++ new.txt\n@@ 1. Change at paragraph 1 @@\n"
-         "~ [-\u241B[2J\u2421\uFFFD-]{+\t\t+}\n"},
+         "--- old.txt\n+++ new.txt\n@@ 1. Deletion of 1 paragraph at paragraph 1 @@\n"
+         "- [-\u241B[2J\u2421\uFFFD-]\n@@ 2. Addition of 1 paragraph behind paragraph 1 @@\n"
+         "+ {+\t\t+}\n"},
+        {"a move, edited on the way",
+         {"Oil lanterns must be emptied, dried and stored upright before the winter begins.",
+          "The boat house is locked at sunset by the warden of the week who also puts out the "
+          "fire."},
+         {"The boat house is locked at sunset by the warden of the week who also puts out the "
+          "fire.",
+          "Oil lanterns must be emptied, cleaned and stored upright before the winter begins."},
+         0,
+         "--- old.txt\n+++ new.txt\n@@ 1. 1 paragraph moved to paragraph 2 @@\n- [-Oil lanterns "
+         "must "
+         "be emptied, dried and stored upright before the winter begins.-]\n\n@@ 2. 1 paragraph "
+         "moved "
+         "from paragraph 1 @@\n> Oil lanterns must be emptied, [-dried-]{+cleaned+} and stored "
+         "upright "
+         "before the winter begins.\n"},
     };
     for (const TerminalRow& row : rows) {
         SCOPED_TRACE(row.name);
         const ComparedPair pair(row.original, row.modified);
-        EXPECT_EQ(WriteTerminalReport(pair.Model(), {false, row.context}), row.text);
+        const Comparison& comparison = pair.comparison();
+        const std::string verdict =
+            (comparison.Same() ? "" : "\n") + VerdictText(comparison) + "\n";
+        EXPECT_EQ(WriteTerminalReport(pair.Model(), {false, row.context}), row.text + verdict);
     }
 }
 
@@ -67,7 +92,10 @@ TEST(Stat, CountsOnEachLevel) {
         "paragraphs           1         0         1\n"
         "words                1         0         0\n";
     EXPECT_EQ(WriteStat(pair.Model()), words);
-    EXPECT_EQ(WriteStat(pair.Model(true)), words + "letters              1         0         0\n");
+    const ComparedPair with_letters({"a horse b", "x", "gone"}, {"a house b", "x"},
+                                    {.by_character = true});
+    EXPECT_EQ(WriteStat(with_letters.Model()),
+              words + "letters              1         0         0\n");
 }
 
 }  // namespace

@@ -7,28 +7,30 @@
 
 #include <gtest/gtest.h>
 
-#include "compare/engine/comparison_model.h"
+#include "compare/engine/compare_texts.h"
+#include "compare/engine/report_model.h"
 
 namespace zorvane {
 
 using Paragraphs = std::vector<std::string>;
 
-enum class Ignored { Nothing, EmptyLines, Case };
-
 class ComparedPair {
   public:
     ComparedPair(const Paragraphs& original, const Paragraphs& modified,
-                 Ignored ignored = Ignored::Nothing)
-        : original_(LineFile(original)), modified_(LineFile(modified)) {
-        engine_.putIgnoreEmptyLines(ignored == Ignored::EmptyLines);
-        engine_.putIgnoreCase(ignored == Ignored::Case);
-        EXPECT_TRUE(engine_.CompareText(original_, modified_).ok());
+                 const CompareOptions& options = {})
+        : texts_{LineFile(original), LineFile(modified)} {
+        Result<Comparison> result =
+            CompareLineFiles({std::string_view(texts_.original), std::string_view(texts_.modified)},
+                             options, nullptr);
+        EXPECT_TRUE(result.ok());
+        comparison_ = std::move(result).value();
     }
-    const VestrelX& engine() const { return engine_; }
-    ComparisonModel Model(bool by_character = false) const {
-        ComparisonModel model{engine_, "", "old.txt", "new.txt", true, {}, {}};
-        model.detail.by_character = by_character;
-        return model;
+    ComparedPair(const ComparedPair&) = delete;  // the comparison borrows the texts
+    ComparedPair& operator=(const ComparedPair&) = delete;
+
+    const Comparison& comparison() const { return comparison_; }
+    ReportModel Model() const {
+        return {.comparison = comparison_, .names = {"old.txt", "new.txt"}, .high_detail = true};
     }
 
   private:
@@ -39,9 +41,8 @@ class ComparedPair {
         return text;
     }
 
-    std::string original_;
-    std::string modified_;
-    VestrelX engine_;
+    PerSide<std::string> texts_;
+    Comparison comparison_;
 };
 
 /// A few words of a small language, so that pairs share much.

@@ -64,11 +64,11 @@ class ViewerTest : public ::testing::Test {
 
     /// Both texts loaded from files and compared in one view.
     bool Compare(const std::string& original, const std::string& modified, View view,
-                 const std::string& extension = "txt") {
+                 const std::string& extension = "txt", BuildViews views = BuildViews::Yes) {
         viewer.Options().sFileOriginal.SetData(fakes.folder.Write("o." + extension, original));
         viewer.Options().sFileModified.SetData(fakes.folder.Write("m." + extension, modified));
         bool failed = false;
-        viewer.RefreshDisplayCommandLine(view == View::AllInOne ? 1 : 2, failed);
+        viewer.RefreshDisplayCommandLine(view == View::AllInOne ? 1 : 2, views, failed);
         return !failed;
     }
     std::string AllInOne() { return Notation(viewer.Editors().rtbAIODiff.editor.Rich()); }

@@ -1,0 +1,76 @@
+#include "compare/engine/compare_texts.h"
+
+#include <utility>
+
+#include "compare/engine/comparison_builder.h"
+#include "compare/engine/line_filter.h"
+#include "compare/engine/pairing/document_pairs.h"
+
+namespace zorvane {
+namespace {
+
+// The side that comes first when texts are ordered by length, then by bytes. Pairing in that order
+// and mirroring the result makes the two directions of a compare mirror images, whatever a tie is
+// decided by.
+Side CanonicalFirst(const Comparison& comparison) {
+    const std::string_view original = comparison.Lines(Side::Original).AllBytes();
+    const std::string_view modified = comparison.Lines(Side::Modified).AllBytes();
+    if (original.size() != modified.size())
+        return original.size() < modified.size() ? Side::Original : Side::Modified;
+    return original <= modified ? Side::Original : Side::Modified;
+}
+
+Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
+                           CompareWatcher* watcher) {
+    const bool expressions = !options.expressions.empty();
+    LineFilter filter;
+    LineFilter line_words;  // with the blanks that part them
+    LineFilter word_filter;
+    for (const Status& status :
+         {filter.Set({options.ignore_case, options.ignore_whitespace, expressions},
+                     options.expressions),
+          line_words.Set({options.ignore_case, false, expressions}, options.expressions),
+          word_filter.Set({options.ignore_case, false, expressions && options.filter_sections},
+                          options.expressions)}) {
+        if (!status.ok())
+            return status.failure();
+    }
+    PerSide<CompareSide> sides;
+    for (const Side side : kBothSides) {
+        sides[side].Prepare(comparison.Lines(side), filter, options.ignore_empty_lines,
+                            &line_words);
+        comparison.ignored[side] = sides[side].LeftOut();
+    }
+    SectionSwitches sections;
+    sections.tokens = {options.ignore_case, options.ignore_whitespace,
+                       word_filter.IsIdentity() ? nullptr : &word_filter};
+    sections.by_character = options.by_character;
+    sections.larger = options.larger_sections;
+    const Side first = CanonicalFirst(comparison);
+    const DocumentPairs pairs =
+        PairDocuments(sides[first], sides[OtherSide(first)], options, sections, watcher);
+    if (pairs.stopped)
+        return Failure{std::string(kCompareStopped)};
+    comparison.by_character = options.by_character;
+    BuildComparison({{&sides.original, &sides.modified}, pairs, first == Side::Modified}, options,
+                    sections, comparison);
+    return comparison;
+}
+
+}  // namespace
+
+Result<Comparison> CompareTexts(PerSide<std::shared_ptr<const std::u16string>> texts,
+                                const CompareOptions& options, CompareWatcher* watcher) {
+    Comparison comparison;
+    comparison.SetEditorTexts(std::move(texts));
+    return Compare(std::move(comparison), options, watcher);
+}
+
+Result<Comparison> CompareLineFiles(PerSide<std::string_view> texts, const CompareOptions& options,
+                                    CompareWatcher* watcher) {
+    Comparison comparison;
+    comparison.SetFileTexts(texts);
+    return Compare(std::move(comparison), options, watcher);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,142 @@
+#include "compare/engine/comparison.h"
+
+#include <algorithm>
+
+#include "compare/engine/pairing/word_runs.h"
+
+namespace zorvane {
+namespace {
+
+bool IsDelimiter(char16_t unit) {
+    return unit == u',' || unit == u';' || unit == u'|';
+}
+
+}  // namespace
+
+bool IsBlankParagraph(std::u16string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        // A delimiter counts as padding only behind a padded cell: a lone comma is text.
+        if (PartsWords(text[i]) || (IsDelimiter(text[i]) && i > 0 && PartsWords(text[i - 1])))
+            continue;
+        return false;
+    }
+    return true;
+}
+
+void DetailCounts::Add(DifferenceType type) {
+    switch (type) {
+        case DifferenceType::Addition:
+            ++additions;
+            return;
+        case DifferenceType::Deletion:
+            ++deletions;
+            return;
+        case DifferenceType::Change:
+            ++changes;
+            return;
+    }
+}
+
+std::int32_t CountOf(const DifferenceRecord& record, Side side) {
+    return side == Side::Original ? record.OriginalCount() : record.ModifiedCount();
+}
+std::int32_t FirstOf(const DifferenceRecord& record, Side side) {
+    return side == Side::Original ? record.first_original : record.first_modified;
+}
+std::int32_t LastOf(const DifferenceRecord& record, Side side) {
+    return side == Side::Original ? record.last_original : record.last_modified;
+}
+const DetailPlace& PlaceOf(const DetailRecord& record, Side side) {
+    return side == Side::Original ? record.original : record.modified;
+}
+
+void Comparison::SetEditorTexts(PerSide<std::shared_ptr<const std::u16string>> texts) {
+    storage_ = std::move(texts);
+    for (const Side side : kBothSides)
+        lines_[side].SplitEditor(*storage_[side]);
+}
+
+void Comparison::SetFileTexts(PerSide<std::string_view> texts) {
+    storage_ = {};
+    for (const Side side : kBothSides)
+        lines_[side].SplitFile(texts[side]);
+}
+
+std::u16string Comparison::Text(Side side, const DifferenceRecord& record) const {
+    const std::int32_t count = CountOf(record, side);
+    if (count == 0)
+        return {};
+    return lines_[side].Joined(FirstOf(record, side) - 1, LastOf(record, side));
+}
+
+std::u16string_view Comparison::Text(Side side, const DifferenceRecord& record,
+                                     std::u16string& buffer) const {
+    if (CountOf(record, side) == 0)
+        return {};
+    return lines_[side].Joined(FirstOf(record, side) - 1, LastOf(record, side), buffer);
+}
+
+bool Comparison::IsIgnored(Side side, std::int32_t number) const {
+    const std::vector<bool>& flags = ignored[side];
+    return !flags.empty() && flags[static_cast<std::size_t>(number - 1)];
+}
+
+std::span<const SectionDetail> Comparison::SectionsOf(std::size_t record) const {
+    const RecordDetail& detail = details[record];
+    return {sections.data() + detail.first_section, detail.section_count};
+}
+
+std::span<const SectionDetail> Comparison::SectionsOf(const Move& move) const {
+    return {sections.data() + move.first_section, move.section_count};
+}
+
+std::span<const DetailRecord> Comparison::CharactersOf(const SectionDetail& section) const {
+    return {characters.data() + section.first_character, section.character_count};
+}
+
+std::vector<std::int32_t> Comparison::Partners() const {
+    std::vector<std::int32_t> partners(static_cast<std::size_t>(Paragraphs(Side::Original)), 0);
+    const auto pair = [&](std::int32_t original, std::int32_t modified) {
+        partners[static_cast<std::size_t>(original - 1)] = modified;
+    };
+    std::int32_t original = 1;
+    std::int32_t modified = 1;
+    // Equal paragraphs side by side; what was not looked at may stand on one side alone.
+    const auto equal_up_to = [&](std::int32_t original_end, std::int32_t modified_end) {
+        while (original < original_end && modified < modified_end) {
+            if (IsIgnored(Side::Original, original) == IsIgnored(Side::Modified, modified))
+                pair(original++, modified++);
+            else if (IsIgnored(Side::Original, original))
+                ++original;
+            else
+                ++modified;
+        }
+    };
+    for (const DifferenceRecord& record : records) {
+        equal_up_to(record.last_original - record.OriginalCount() + 1,
+                    record.last_modified - record.ModifiedCount() + 1);
+        if (record.type == DifferenceType::Change) {
+            // Several against several: each with the one at the same part of the way.
+            for (std::int32_t i = 0; i < record.OriginalCount(); ++i)
+                pair(record.first_original + i,
+                     record.first_modified + std::min(i, record.ModifiedCount() - 1));
+        }
+        original = record.last_original + 1;
+        modified = record.last_modified + 1;
+    }
+    equal_up_to(Paragraphs(Side::Original) + 1, Paragraphs(Side::Modified) + 1);
+    for (const Move& move : moves) {
+        const DifferenceRecord& from = records[static_cast<std::size_t>(move.deletion)];
+        const DifferenceRecord& to = records[static_cast<std::size_t>(move.addition)];
+        for (std::int32_t i = 0; i < std::min(from.OriginalCount(), to.ModifiedCount()); ++i)
+            pair(from.first_original + i, to.first_modified + i);
+    }
+    return partners;
+}
+
+const Move* Comparison::MoveOf(std::size_t record) const {
+    const std::int32_t move = details[record].move;
+    return move < 0 ? nullptr : &moves[static_cast<std::size_t>(move)];
+}
+
+}  // namespace zorvane

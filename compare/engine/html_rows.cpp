@@ -1,0 +1,329 @@
+#include "compare/engine/html_rows.h"
+
+#include <algorithm>
+#include <array>
+#include <fmt/format.h>
+
+#include "compare/engine/html_markup.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::string_view kMoveSign = "\u2195";
+
+struct KindRow {
+    std::string_view classes;
+    std::string_view sign;
+};
+// In the order of `RowKind`.
+constexpr std::array<KindRow, 4> kKinds = {
+    {{"r", ""}, {"r c", "\u2260"}, {"r x", "\u2212"}, {"r p", "+"}}};
+const KindRow& Row(RowKind kind) {
+    return kKinds[static_cast<std::size_t>(kind)];
+}
+
+// The number of one side's paragraph that waits for the row where its text begins.
+struct NumberInRow {
+    std::int32_t number = 0;  // 0: the side is not numbered here
+    bool waits = true;
+
+    // Of the row: its number, or 0.
+    std::int32_t Take(bool is_here) {
+        const bool begins = waits && is_here;
+        waits = waits && !is_here;
+        return begins ? number : 0;
+    }
+    void GoOn(bool break_is_mine) {
+        waits = waits || break_is_mine;
+        number += break_is_mine && number > 0 ? 1 : 0;
+    }
+};
+
+bool IsHere(const CutText& text, std::size_t row, bool (*is_mine)(PieceKind)) {
+    const auto pieces = text.PiecesOf(row);
+    return row + 1 == text.Count() || is_mine(text.Paragraph(row).end) ||
+           std::any_of(pieces.begin(), pieces.end(),
+                       [&](const CutPiece& piece) { return is_mine(piece.kind); });
+}
+
+}  // namespace
+
+HtmlRows::HtmlRows(const ReportModel& model, bool all_in_one, std::string& page)
+    : model_(model),
+      comparison_(model.comparison),
+      one_(all_in_one),
+      page_(page),
+      text_(model, page) {}
+
+// ---- parts of a row ----
+
+void HtmlRows::Begin(std::string_view classes) {
+    if (cuts_runs_ && run_ == kRun) {
+        page_ += "</div><div class=\"run\">\n";
+        run_ = 0;
+    }
+    ++run_;
+    page_.append("<div class=\"").append(classes).append("\">");
+}
+
+void HtmlRows::Gutter(std::int32_t number, RowKind kind) {
+    Gutter(number, Row(kind).sign);
+}
+
+void HtmlRows::Gutter(std::int32_t number, std::string_view sign) {
+    page_ += "<b>";
+    if (number > 0)
+        fmt::format_to(std::back_inserter(page_), "{}", number);
+    if (!sign.empty())
+        page_.append("<i>").append(sign).append("</i>");
+    page_ += "</b>";
+}
+
+// The place beside a paragraph that the other side has not; its label stands in the first row.
+void HtmlRows::Nothing(std::string_view label, std::int32_t linked_record, bool first) {
+    if (linked_record > 0 && first)
+        fmt::format_to(std::back_inserter(page_),
+                       "<div class=\"n k\"><a href=\"#d{}\">{}</a></div>", linked_record, label);
+    else if (first)
+        page_.append("<div class=\"n\"><span>").append(label).append("</span></div>");
+    else
+        page_ += "<div class=\"n\"></div>";
+}
+
+std::string HtmlRows::MoveLabel(const Move& move, Side shown) const {
+    return std::string(shown == Side::Original ? "moved to " : "moved from ") +
+           MovedPlace(comparison_, move, OtherSide(shown));
+}
+
+// All in one: a line of its own above the paragraphs.
+void HtmlRows::MoveLink(const std::string& label, std::int32_t linked_record) {
+    Begin("r m");
+    fmt::format_to(std::back_inserter(page_),
+                   "<b></b><b></b><div class=\"k\"><a href=\"#d{}\">{}</a></div></div>\n",
+                   linked_record, label);
+}
+
+// ---- rows ----
+
+void HtmlRows::Unchanged(PageRow row) {
+    page_ += row.original > 0 && row.modified > 0 ? "<div class=\"r\">" : "<div class=\"r o\">";
+    if (one_) {
+        Gutter(row.original, "");
+        Gutter(row.modified, "");
+        const Side side = row.original > 0 ? Side::Original : Side::Modified;
+        text_.Paragraph(side, side == Side::Original ? row.original : row.modified,
+                        CellMark::Pieces);
+        page_ += "</div>\n";
+        return;
+    }
+    for (const Side side : kBothSides) {
+        const std::int32_t number = side == Side::Original ? row.original : row.modified;
+        Gutter(number, "");
+        if (number > 0)
+            text_.Paragraph(side, number, CellMark::Pieces);
+        else
+            page_ += "<div></div>";
+    }
+    page_ += "</div>\n";
+}
+
+void HtmlRows::Difference(std::size_t index) {
+    const DifferenceRecord& record = comparison_.records[index];
+    const auto rows = static_cast<std::size_t>(record.OriginalCount() + record.ModifiedCount());
+    cuts_runs_ = rows > 2 * kRun;
+    run_ = 0;
+    if (cuts_runs_)
+        page_ += "<div class=\"run\">\n";
+    const Move* move = comparison_.MoveOf(index);
+    if (record.type == DifferenceType::Change)
+        Change(index);
+    else if (move != nullptr && record.type == DifferenceType::Addition)
+        MovedHere(index, *move);
+    else
+        OneSided(index, record.type == DifferenceType::Deletion ? Side::Original : Side::Modified);
+    if (cuts_runs_)
+        page_ += "</div>\n";
+    cuts_runs_ = false;
+}
+
+// Paragraphs that stand on one side only, or have gone elsewhere from here.
+void HtmlRows::OneSided(std::size_t index, Side side) {
+    const DifferenceRecord& record = comparison_.records[index];
+    const Move* move = comparison_.MoveOf(index);
+    const bool original = side == Side::Original;
+    const RowKind kind = original ? RowKind::Deleted : RowKind::Added;
+    const std::string_view sign = move != nullptr ? kMoveSign : Row(kind).sign;
+    const std::int32_t count = CountOf(record, side);
+    const std::int32_t linked = move != nullptr ? PartnerOf(*move, record.type) + 1 : 0;
+    std::string label = original ? "only in Original" : "only in Modified";
+    if (move != nullptr)
+        label = MoveLabel(*move, side);
+    else if (count > 1)
+        label += ", " + CountText(count, "paragraph", "paragraphs");
+    if (one_ && move != nullptr)
+        MoveLink(label, linked);
+    CellMark mark = original ? CellMark::WholeDeleted : CellMark::WholeAdded;
+    if (move != nullptr)
+        mark = CellMark::Moved;
+    for (std::int32_t number = FirstOf(record, side); number <= LastOf(record, side); ++number) {
+        const bool first = number == FirstOf(record, side);
+        Begin(move != nullptr ? "r m" : Row(kind).classes);
+        if (!original && one_)
+            Gutter(0, "");
+        else if (!original)
+            Nothing(label, linked, first);
+        Gutter(number, original && one_ ? "" : sign);
+        if (original && one_)
+            Gutter(0, sign);
+        text_.Paragraph(side, number, mark);
+        if (original && !one_)
+            Nothing(label, linked, first);
+        page_ += "</div>\n";
+    }
+}
+
+// What moved stands here with what was changed on the way.
+void HtmlRows::MovedHere(std::size_t index, const Move& move) {
+    const DifferenceRecord& from = comparison_.records[static_cast<std::size_t>(move.deletion)];
+    const DifferenceRecord& to = comparison_.records[index];
+    if (move.section_count == 0) {
+        OneSided(index, Side::Modified);
+        return;
+    }
+    const ChangeText change{comparison_.Text(Side::Original, from, buffers_.original),
+                            comparison_.Text(Side::Modified, to, buffers_.modified),
+                            comparison_.SectionsOf(move)};
+    FindPieces(comparison_, change, places_);
+    merged_.Cut(change, places_, CutFor::MergedAsModified);
+    const std::string label = MoveLabel(move, Side::Modified);
+    if (one_)
+        MoveLink(label, move.deletion + 1);
+    NumberInRow number{to.first_modified};
+    const PerSide<std::int32_t> first{from.first_original, to.first_modified};
+    for (std::size_t row = 0; row < merged_.Count(); ++row) {
+        const std::int32_t shown = number.Take(IsHere(merged_, row, IsModifiedPiece));
+        Begin("r m");
+        if (one_)
+            Gutter(0, "");
+        else
+            Nothing(label, move.deletion + 1, row == 0);
+        Gutter(shown, kMoveSign);
+        text_.Pieces(change, merged_, row, first, {0, std::max(number.number, 1)}, CellMark::Moved);
+        page_ += "</div>\n";
+        number.GoOn(IsModifiedPiece(merged_.Paragraph(row).end));
+    }
+}
+
+void HtmlRows::Change(std::size_t index) {
+    const DifferenceRecord& record = comparison_.records[index];
+    const ChangeText change{comparison_.Text(Side::Original, record, buffers_.original),
+                            comparison_.Text(Side::Modified, record, buffers_.modified),
+                            comparison_.SectionsOf(index)};
+    FindPieces(comparison_, change, places_);
+    if (one_)
+        Merged(change, {record.first_original, record.first_modified});
+    else if (record.OriginalCount() == 1 && record.ModifiedCount() == 1)
+        OneToOne(change, record);
+    else
+        Pairs(change, record);
+}
+
+// Nearly all changes. The right cell holds what went, too, for a screen that has room for one.
+void HtmlRows::OneToOne(const ChangeText& change, const DifferenceRecord& record) {
+    const PerSide<std::int32_t> first{record.first_original, record.first_modified};
+    left_.Cut(change, places_, CutFor::OriginalSide);
+    merged_.Cut(change, places_, CutFor::MergedAsModified);
+    Begin("r c s");
+    Gutter(first.original, RowKind::Changed);
+    text_.Pieces(change, left_, 0, first, {first.original, 0}, CellMark::Pieces);
+    Gutter(first.modified, RowKind::Changed);
+    text_.Pieces(change, merged_, 0, first, {0, first.modified}, CellMark::Pieces);
+    page_ += "</div>\n";
+}
+
+// The rows of the merged text that hold one paragraph of each side, whole, by the paragraph of the
+// modified; -1: none.
+std::vector<std::int32_t> HtmlRows::CleanRows(const DifferenceRecord& record) const {
+    std::vector<std::int32_t> rows(static_cast<std::size_t>(record.ModifiedCount()), -1);
+    std::size_t modified = 0;
+    bool begins = true;
+    for (std::size_t row = 0; row < merged_.Count() && modified < rows.size(); ++row) {
+        const PieceKind end = merged_.Paragraph(row).end;
+        if (begins && end == PieceKind::Same && RowKindOf(merged_, row) == RowKind::Changed)
+            rows[modified] = static_cast<std::int32_t>(row);
+        begins = end == PieceKind::Same;
+        modified += IsModifiedPiece(end) ? 1U : 0U;
+    }
+    return rows;
+}
+
+// Paragraphs that share text stand beside each other.
+void HtmlRows::Pairs(const ChangeText& change, const DifferenceRecord& record) {
+    left_.Cut(change, places_, CutFor::OriginalSide);
+    right_.Cut(change, places_, CutFor::ModifiedSide);
+    merged_.Cut(change, places_, CutFor::MergedAsModified);
+    const std::vector<std::int32_t> clean = CleanRows(record);
+    for (const ParagraphPair pair :
+         PairParagraphs(SplitPieces(MergedPieces(comparison_, change)), record.OriginalCount(),
+                        record.ModifiedCount())) {
+        const bool both = pair.original >= 0 && pair.modified >= 0;
+        PairRow(change, record, pair, both ? clean[static_cast<std::size_t>(pair.modified)] : -1);
+    }
+}
+
+void HtmlRows::PairRow(const ChangeText& change, const DifferenceRecord& record, ParagraphPair pair,
+                       std::int32_t merged_row) {
+    const PerSide<std::int32_t> first{record.first_original, record.first_modified};
+    const auto row_of = [](const CutText& text, std::int32_t index) {
+        const bool there = index >= 0 && static_cast<std::size_t>(index) < text.Count();
+        return there ? RowKindOf(text, static_cast<std::size_t>(index)) : RowKind::Same;
+    };
+    RowKind kind = row_of(left_, pair.original);
+    const RowKind other = row_of(right_, pair.modified);
+    if (pair.original < 0 || (pair.modified >= 0 && kind != other))
+        kind = pair.original < 0 ? other : RowKind::Changed;
+    // What one side alone shows is a paragraph that was cut or joined.
+    if (kind == RowKind::Same && (pair.original < 0 || pair.modified < 0))
+        kind = RowKind::Changed;
+    Begin(merged_row >= 0 ? "r c s" : Row(kind).classes);
+    for (const Side side : kBothSides) {
+        const std::int32_t index = side == Side::Original ? pair.original : pair.modified;
+        if (index < 0 && kind == RowKind::Changed) {
+            page_ += "<b></b><div></div>";  // its text stands in another row
+            continue;
+        }
+        if (index < 0) {
+            Nothing("", 0, false);
+            continue;
+        }
+        PerSide<std::int32_t> shown{0, 0};
+        shown[side] = first[side] + index;
+        Gutter(shown[side], kind);
+        const bool all = side == Side::Modified && merged_row >= 0;
+        const CutText& text = all ? merged_ : side == Side::Original ? left_ : right_;
+        text_.Pieces(change, text, static_cast<std::size_t>(all ? merged_row : index), first, shown,
+                     CellMark::Pieces);
+    }
+    page_ += "</div>\n";
+}
+
+// A row for each paragraph of the merged text; a number stands in the row where the text of its
+// paragraph begins.
+void HtmlRows::Merged(const ChangeText& change, PerSide<std::int32_t> numbers) {
+    merged_.Cut(change, places_, CutFor::Merged);
+    NumberInRow original{numbers.original};
+    NumberInRow modified{numbers.modified};
+    for (std::size_t row = 0; row < merged_.Count(); ++row) {
+        const RowKind kind = RowKindOf(merged_, row);
+        Begin(Row(kind).classes);
+        Gutter(original.Take(IsHere(merged_, row, IsOriginalPiece)), "");
+        Gutter(modified.Take(IsHere(merged_, row, IsModifiedPiece)), kind);
+        text_.Pieces(change, merged_, row, numbers, {original.number, modified.number},
+                     CellMark::Pieces);
+        page_ += "</div>\n";
+        original.GoOn(IsOriginalPiece(merged_.Paragraph(row).end));
+        modified.GoOn(IsModifiedPiece(merged_.Paragraph(row).end));
+    }
+}
+
+}  // namespace zorvane

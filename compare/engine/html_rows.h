@@ -1,0 +1,64 @@
+// The rows of the HTML report: paragraphs with their numbers and signs, side by side or all in one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "compare/engine/cut_text.h"
+#include "compare/engine/html_text.h"
+#include "compare/engine/report_model.h"
+
+namespace zorvane {
+
+/// Paragraphs beside each other by their numbers; 0: none on that side.
+struct PageRow {
+    std::int32_t original = 0;
+    std::int32_t modified = 0;
+};
+
+class HtmlRows {
+  public:
+    /// Writes behind what `page` holds.
+    HtmlRows(const ReportModel& model, bool all_in_one, std::string& page);
+
+    void Unchanged(PageRow row);
+    /// All rows of a record, in runs where they are many.
+    void Difference(std::size_t record);
+
+    /// Rows that a browser lays out only when they are near: for each this many a block.
+    static constexpr std::size_t kRun = 60;
+
+  private:
+    void OneSided(std::size_t record, Side side);
+    void MovedHere(std::size_t record, const Move& move);
+    void Change(std::size_t record);
+    void OneToOne(const ChangeText& change, const DifferenceRecord& record);
+    void Pairs(const ChangeText& change, const DifferenceRecord& record);
+    void Merged(const ChangeText& change, PerSide<std::int32_t> numbers);
+    void PairRow(const ChangeText& change, const DifferenceRecord& record, ParagraphPair pair,
+                 std::int32_t merged_row);
+    std::vector<std::int32_t> CleanRows(const DifferenceRecord& record) const;
+
+    void Begin(std::string_view classes);
+    void Gutter(std::int32_t number, RowKind kind);
+    void Gutter(std::int32_t number, std::string_view sign);
+    void Nothing(std::string_view label, std::int32_t linked_record, bool first);
+    void MoveLink(const std::string& label, std::int32_t linked_record);
+    std::string MoveLabel(const Move& move, Side shown) const;
+
+    const ReportModel& model_;
+    const Comparison& comparison_;
+    bool one_;
+    std::string& page_;
+    HtmlText text_;
+    std::size_t run_ = 0;     // rows in the open block
+    bool cuts_runs_ = false;  // the record at hand has so many rows that it is cut
+    PerSide<std::u16string> buffers_;
+    std::vector<PiecePlace> places_;
+    CutText left_;
+    CutText right_;
+    CutText merged_;
+};
+
+}  // namespace zorvane

@@ -1,0 +1,187 @@
+#include "compare/engine/pairing/document_pairs.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "compare/engine/pairing/alike_lines.h"
+#include "compare/engine/pairing/moves.h"
+#include "compare/engine/pairing/trusted_runs.h"
+
+namespace zorvane {
+namespace {
+
+// No runs may mean that there are none, or that the search for them was stopped.
+struct FirstStop : CompareWatcher {
+    explicit FirstStop(CompareWatcher* asked) : watcher(asked) {}
+    bool KeepGoing(double part) override {
+        stopped = !watcher->KeepGoing(part);
+        return !stopped;
+    }
+    CompareWatcher* watcher;
+    bool stopped = false;
+};
+
+class DocumentPairer {
+  public:
+    DocumentPairer(const CompareSide& first, const CompareSide& second,
+                   const CompareOptions& options, const SectionSwitches& sections,
+                   CompareWatcher* watcher)
+        : first_(first), second_(second), options_(options), finder_(sections), watcher_(watcher) {}
+
+    DocumentPairs Run() {
+        FirstStop first_stop(watcher_);
+        const std::vector<EqualRun> runs =
+            FindTrustedRuns(first_, second_, watcher_ == nullptr ? nullptr : &first_stop);
+        pairs_.stopped = first_stop.stopped;
+        if (pairs_.stopped)
+            return std::move(pairs_);
+        PlaceRange stretch;
+        for (const EqualRun& run : runs) {
+            stretch.first_end = run.first;
+            stretch.second_end = run.second;
+            Stretch(stretch);
+            if (pairs_.stopped)
+                return std::move(pairs_);
+            Equal(run);
+            stretch.first_begin = run.first + run.length;
+            stretch.second_begin = run.second + run.length;
+        }
+        stretch.first_end = first_.Count();
+        stretch.second_end = second_.Count();
+        Stretch(stretch);
+        if (options_.bracket > 0)
+            KeepWithinBracket();
+        if (options_.find_moves && !pairs_.stopped)
+            AddMoves();
+        return std::move(pairs_);
+    }
+
+  private:
+    bool KeepGoing(std::int32_t place) {
+        constexpr std::int64_t kUnitsBetween = 1 << 16;
+        constexpr double kPairingPart = 0.9;
+        if (watcher_ == nullptr || pairs_.stopped)
+            return !pairs_.stopped;
+        const std::int64_t done = first_.Lines().Units(0, first_.LineOf(place));
+        if (done < told_ + kUnitsBetween)
+            return true;
+        told_ = done;
+        const auto all = static_cast<double>(first_.Lines().Units(0, first_.Lines().Count()));
+        pairs_.stopped = !watcher_->KeepGoing(kPairingPart * static_cast<double>(done) / all);
+        return !pairs_.stopped;
+    }
+
+    void Equal(const EqualRun& run) {
+        for (std::int32_t i = 0; run.only_alike && i < run.length; ++i) {
+            if (!KeepGoing(run.first + i))
+                return;
+            Changed({{run.first + i, run.first + i + 1, run.second + i, run.second + i + 1}, false},
+                    nullptr);
+        }
+        if (run.only_alike)
+            return;
+        pairs_.blocks.push_back(
+            {{run.first, run.first + run.length, run.second, run.second + run.length}, true});
+    }
+
+    void Stretch(const PlaceRange& range) {
+        if (range.FirstCount() == 0 || range.SecondCount() == 0)
+            return;
+        if (range.FirstCount() == 1 && range.SecondCount() == 1 &&
+            AreLonePartners(range.first_begin, range.second_begin)) {
+            Changed({range, false}, nullptr);
+            return;
+        }
+        const StretchText text(first_, second_, range);
+        for (const PairedBlock& block : PairStretch(first_, second_, text, options_)) {
+            if (!KeepGoing(block.range.first_begin))
+                return;
+            if (block.equal)
+                pairs_.blocks.push_back({block.range, true});
+            else
+                Changed(block, &text);
+        }
+    }
+
+    // One changed paragraph between equal ones, the commonest stretch: half of its text in common
+    // at the ends is enough.
+    bool AreLonePartners(std::int32_t first, std::int32_t second) const {
+        const std::string_view left = first_.Key(first);
+        const std::string_view right = second_.Key(second);
+        return CommonEnds(left, right, first_.UnitSize()) * 2 >=
+               std::max(left.size(), right.size());
+    }
+
+    void Changed(const PairedBlock& block, const StretchText* weights) {
+        pairs_.blocks.push_back({block.range, false});
+        FindSections(pairs_.blocks.back(), weights);
+    }
+
+    void FindSections(FoundBlock& block, const StretchText* weights) {
+        block.first_section = static_cast<std::uint32_t>(pairs_.sections.size());
+        if (options_.find_sections) {
+            const std::u16string first =
+                TextOfPlaces(first_, block.range.first_begin, block.range.first_end);
+            const std::u16string second =
+                TextOfPlaces(second_, block.range.second_begin, block.range.second_end);
+            finder_.Find(first, second, weights, pairs_.sections, pairs_.letters);
+        }
+        block.section_count =
+            static_cast<std::uint32_t>(pairs_.sections.size()) - block.first_section;
+    }
+
+    // Each block that stays moves the place where the next one is expected.
+    void KeepWithinBracket() {
+        std::int32_t shift = 0;
+        std::erase_if(pairs_.blocks, [&](const FoundBlock& block) {
+            const std::int32_t found = block.range.second_begin - block.range.first_begin;
+            if (std::abs(found - shift) > options_.bracket)
+                return true;
+            shift = block.range.second_end - block.range.first_end;
+            return false;
+        });
+    }
+
+    void AddMoves() {
+        std::vector<PlaceRange> gaps;
+        PlaceRange gap;
+        for (const FoundBlock& block : pairs_.blocks) {
+            gap.first_end = block.range.first_begin;
+            gap.second_end = block.range.second_begin;
+            if (!gap.Empty())
+                gaps.push_back(gap);
+            gap.first_begin = block.range.first_end;
+            gap.second_begin = block.range.second_end;
+        }
+        gap.first_end = first_.Count();
+        gap.second_end = second_.Count();
+        if (!gap.Empty())
+            gaps.push_back(gap);
+        for (const PlaceRange& move : FindMoves(first_, second_, gaps)) {
+            pairs_.moves.push_back({move, false});
+            FindSections(pairs_.moves.back(), nullptr);
+        }
+    }
+
+    const CompareSide& first_;
+    const CompareSide& second_;
+    const CompareOptions& options_;
+    SectionFinder finder_;
+    CompareWatcher* watcher_;
+    DocumentPairs pairs_;
+    std::int64_t told_ = 0;
+};
+
+}  // namespace
+
+std::u16string TextOfPlaces(const CompareSide& side, std::int32_t begin, std::int32_t end) {
+    return side.Lines().Joined(side.LineOf(begin), side.LineOf(end - 1) + 1);
+}
+
+DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,
+                            const CompareOptions& options, const SectionSwitches& sections,
+                            CompareWatcher* watcher) {
+    return DocumentPairer(first, second, options, sections, watcher).Run();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,38 @@
+// Two whole documents paired: the blocks that belong together, what changed in each, the moves.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "compare/engine/compare_options.h"
+#include "compare/engine/pairing/compare_side.h"
+#include "compare/engine/pairing/section_finder.h"
+#include "compare/engine/pairing/stretch_pairs.h"
+
+namespace zorvane {
+
+/// A block, or a move, and its sections: positions in the texts of its lines joined by CR LF.
+struct FoundBlock {
+    PlaceRange range;
+    bool equal = false;
+    std::uint32_t first_section = 0;
+    std::uint32_t section_count = 0;
+};
+
+struct DocumentPairs {
+    std::vector<FoundBlock> blocks;  ///< ascending; what stands between has no partner
+    std::vector<FoundBlock> moves;   ///< ascending by the first side
+    std::vector<FoundSection> sections;
+    std::vector<FoundLetters> letters;
+    bool stopped = false;
+};
+
+/// `sections`: how to look into a block; the filter of paragraphs is in the sides already.
+DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,
+                            const CompareOptions& options, const SectionSwitches& sections,
+                            CompareWatcher* watcher);
+
+/// The text of some places: all lines from the first to the last of them.
+std::u16string TextOfPlaces(const CompareSide& side, std::int32_t begin, std::int32_t end);
+
+}  // namespace zorvane

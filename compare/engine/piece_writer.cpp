@@ -1,0 +1,158 @@
+// Differences to pieces of text.
+#include <algorithm>
+
+#include "compare/engine/pieces.h"
+
+namespace zorvane {
+namespace {
+
+bool OnlyBlanks(std::u16string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit == u' '; });
+}
+
+// In the same blank, line break or cell mark, which is then not what changed.
+bool EndAlike(std::u16string_view original, std::u16string_view modified) {
+    constexpr std::u16string_view kSeparators = u" \v\a";
+    return !original.empty() && !modified.empty() && original.back() == modified.back() &&
+           kSeparators.find(original.back()) != std::u16string_view::npos;
+}
+
+bool HasBreak(std::u16string_view text) {
+    return text.find(u'\n') != std::u16string_view::npos;
+}
+
+// Lays the differences, ascending, over both texts.
+class PieceFinder {
+  public:
+    PieceFinder(const Comparison& comparison, const ChangeText& change,
+                std::vector<PiecePlace>& pieces)
+        : comparison_(comparison), change_(change), pieces_(pieces) {}
+
+    void Find() {
+        pieces_.clear();
+        for (const SectionDetail& section : change_.sections)
+            Section(section);
+        Same({static_cast<std::int32_t>(change_.original.size()),
+              static_cast<std::int32_t>(change_.modified.size())});
+    }
+
+  private:
+    using Ends = PerSide<std::int32_t>;
+
+    void Section(const SectionDetail& section) {
+        const Ends begin{section.original.begin, section.modified.begin};
+        Same(begin);
+        const auto letters = comparison_.CharactersOf(section);
+        for (const DetailRecord& letter : letters) {
+            Same({begin.original + letter.original.begin, begin.modified + letter.modified.begin});
+            Different(letter.type,
+                      {begin.original + letter.original.end, begin.modified + letter.modified.end});
+        }
+        const Ends end{section.original.end, section.modified.end};
+        if (letters.empty())
+            Different(section.type, end);
+        else
+            Same(end);
+    }
+
+    void Same(const Ends& end) {
+        PiecePlace piece;
+        piece.begin = at_;
+        piece.end = end;
+        at_ = end;
+        if (piece.begin == piece.end)
+            return;
+        if (!pieces_.empty() && pieces_.back().kind == PieceKind::Same)
+            pieces_.back().end = end;
+        else
+            pieces_.push_back(piece);
+    }
+
+    void Different(DifferenceType type, Ends end) {
+        const Ends whole_end = end;
+        PerSide<std::u16string_view> texts{Part(change_.original, at_.original, end.original),
+                                           Part(change_.modified, at_.modified, end.modified)};
+        const bool change = type == DifferenceType::Change;
+        if (change && EndAlike(texts.original, texts.modified)) {
+            for (const Side side : kBothSides) {
+                texts[side].remove_suffix(1);
+                --end[side];
+            }
+        }
+        const bool both = change && !texts.original.empty() && !texts.modified.empty();
+        PerSide<bool> gives_way{false, false};
+        for (const Side side : kBothSides)
+            gives_way[side] = both && OnlyBlanks(texts[side]) && HasBreak(texts[OtherSide(side)]);
+        const bool alone = gives_way.original || gives_way.modified;
+        for (const Side side : kBothSides) {
+            const bool original = side == Side::Original;
+            const PieceKind whole = original ? PieceKind::Deleted : PieceKind::Added;
+            PiecePlace piece;
+            piece.kind = !both ? whole : original ? PieceKind::ChangedOld : PieceKind::ChangedNew;
+            piece.merged_kind = alone ? whole : piece.kind;
+            piece.in_merged = !gives_way[side];
+            piece.begin = at_;
+            at_[side] = end[side];
+            piece.end = at_;
+            if (!texts[side].empty())
+                Add(piece);
+        }
+        Same(whole_end);
+    }
+
+    void Add(const PiecePlace& piece) {
+        const bool goes_on = !pieces_.empty() && pieces_.back().kind == piece.kind &&
+                             pieces_.back().merged_kind == piece.merged_kind &&
+                             pieces_.back().in_merged == piece.in_merged;
+        if (goes_on)
+            pieces_.back().end = piece.end;
+        else
+            pieces_.push_back(piece);
+    }
+
+    static std::u16string_view Part(std::u16string_view text, std::int32_t begin,
+                                    std::int32_t end) {
+        return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
+    }
+
+    const Comparison& comparison_;
+    const ChangeText& change_;
+    std::vector<PiecePlace>& pieces_;
+    Ends at_;
+};
+
+}  // namespace
+
+void FindPieces(const Comparison& comparison, const ChangeText& change,
+                std::vector<PiecePlace>& pieces) {
+    PieceFinder(comparison, change, pieces).Find();
+}
+
+std::vector<Piece> MergedPieces(const Comparison& comparison, const ChangeText& change) {
+    std::vector<PiecePlace> places;
+    FindPieces(comparison, change, places);
+    std::vector<Piece> pieces;
+    for (const PiecePlace& place : places) {
+        if (!place.in_merged)
+            continue;
+        const Side side = IsOriginalPiece(place.kind) ? Side::Original : Side::Modified;
+        AppendPiece(pieces, place.merged_kind,
+                    place.Of(side, side == Side::Original ? change.original : change.modified));
+    }
+    return pieces;
+}
+
+std::vector<Piece> SidePieces(const Comparison& comparison, const ChangeText& change, Side side) {
+    std::vector<PiecePlace> places;
+    FindPieces(comparison, change, places);
+    std::vector<Piece> pieces;
+    const bool original = side == Side::Original;
+    for (const PiecePlace& place : places) {
+        if (original ? IsOriginalPiece(place.kind) : IsModifiedPiece(place.kind))
+            AppendPiece(pieces, place.kind,
+                        place.Of(side, original ? change.original : change.modified));
+    }
+    return pieces;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,95 @@
+#include "compare/engine/report_counts.h"
+
+#include <algorithm>
+
+#include "compare/engine/pairing/word_runs.h"
+
+namespace zorvane {
+namespace {
+
+// Kana and Han in the first plane; the rest of such scripts lies in surrogates and is rare.
+bool IsWordOfItsOwn(char16_t unit) {
+    return (unit >= 0x3040 && unit <= 0x30FF) || (unit >= 0x3400 && unit <= 0x9FFF) ||
+           (unit >= 0xF900 && unit <= 0xFAFF);
+}
+
+class Counter {
+  public:
+    explicit Counter(const Comparison& comparison) : comparison_(comparison) {}
+
+    ReportCounts Count() {
+        for (std::size_t i = 0; i < comparison_.records.size(); ++i)
+            Record(i);
+        for (const Move& move : comparison_.moves) {
+            const DifferenceRecord& from =
+                comparison_.records[static_cast<std::size_t>(move.deletion)];
+            const DifferenceRecord& to =
+                comparison_.records[static_cast<std::size_t>(move.addition)];
+            counts_.paragraphs_moved += std::max(from.OriginalCount(), to.ModifiedCount());
+            Sections(from, to, comparison_.SectionsOf(move));
+        }
+        return counts_;
+    }
+
+  private:
+    void Record(std::size_t index) {
+        const DifferenceRecord& record = comparison_.records[index];
+        if (record.type == DifferenceType::Change) {
+            counts_.paragraphs_changed += std::max(record.OriginalCount(), record.ModifiedCount());
+            Sections(record, record, comparison_.SectionsOf(index));
+            return;
+        }
+        if (comparison_.MoveOf(index) != nullptr)
+            return;
+        counts_.paragraphs_added += record.ModifiedCount();
+        counts_.paragraphs_deleted += record.OriginalCount();
+        counts_.words_added += CountWords(TextOf(Side::Modified, record));
+        counts_.words_deleted += CountWords(TextOf(Side::Original, record));
+    }
+
+    void Sections(const DifferenceRecord& from, const DifferenceRecord& to,
+                  std::span<const SectionDetail> sections) {
+        if (sections.empty())
+            return;
+        Sections(Side::Original, from, sections, counts_.words_deleted);
+        Sections(Side::Modified, to, sections, counts_.words_added);
+    }
+
+    void Sections(Side side, const DifferenceRecord& record,
+                  std::span<const SectionDetail> sections, std::int64_t& words) {
+        const std::u16string_view text = TextOf(side, record);
+        for (const SectionDetail& section : sections) {
+            const DetailPlace& place = PlaceOf(section, side);
+            words += CountWords(text.substr(static_cast<std::size_t>(place.begin),
+                                            static_cast<std::size_t>(place.Length())));
+        }
+    }
+
+    std::u16string_view TextOf(Side side, const DifferenceRecord& record) {
+        return comparison_.Text(side, record, buffer_);
+    }
+
+    const Comparison& comparison_;
+    ReportCounts counts_;
+    std::u16string buffer_;
+};
+
+}  // namespace
+
+std::int64_t CountWords(std::u16string_view text) {
+    std::int64_t words = 0;
+    bool inside = false;
+    for (const char16_t unit : text) {
+        const bool alone = IsWordOfItsOwn(unit);
+        const bool part = !alone && !PartsWords(unit);
+        words += alone || (part && !inside) ? 1 : 0;
+        inside = part;
+    }
+    return words;
+}
+
+ReportCounts CountForReaders(const Comparison& comparison) {
+    return Counter(comparison).Count();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,122 @@
+#include "compare/engine/report_model.h"
+
+#include "common/platform/files.h"
+
+namespace zorvane {
+namespace {
+
+std::string DescribeMove(const Comparison& comparison, const DifferenceRecord& record,
+                         const Move& move) {
+    const bool here = record.type == DifferenceType::Deletion;
+    return CountText(here ? record.OriginalCount() : record.ModifiedCount(), "paragraph",
+                     "paragraphs") +
+           " moved " +
+           (here ? "to " + MovedPlace(comparison, move, Side::Modified)
+                 : "from " + MovedPlace(comparison, move, Side::Original));
+}
+
+}  // namespace
+
+std::string CountText(std::int64_t count, std::string_view singular, std::string_view plural) {
+    return std::to_string(count) + " " + std::string(count == 1 ? singular : plural);
+}
+
+std::string MovedPlace(const Comparison& comparison, const Move& move, Side side) {
+    const auto index =
+        static_cast<std::size_t>(side == Side::Original ? move.deletion : move.addition);
+    const DifferenceRecord& record = comparison.records[index];
+    const std::string first = std::to_string(FirstOf(record, side));
+    if (CountOf(record, side) == 1)
+        return "paragraph " + first;
+    return "paragraphs " + first + " to " + std::to_string(LastOf(record, side));
+}
+
+std::string SummaryText(const Comparison& comparison) {
+    if (comparison.Same())
+        return "No differences.";
+    const auto moves = static_cast<std::int32_t>(comparison.moves.size());
+    const DetailCounts& counts = comparison.record_counts;
+    std::string text = CountText(counts.All() - moves, "difference", "differences") + ": " +
+                       CountText(counts.changes, "change", "changes") + ", " +
+                       CountText(counts.additions - moves, "addition", "additions") + ", " +
+                       CountText(counts.deletions - moves, "deletion", "deletions");
+    if (moves > 0)
+        text += ", " + CountText(moves, "move", "moves");
+    return text + ".";
+}
+
+std::string VerdictText(const Comparison& comparison) {
+    if (comparison.same_files)
+        return "The files are identical.";
+    if (comparison.beside_sentence.empty())
+        return SummaryText(comparison);
+    const std::string words =
+        comparison.Same() ? "No differences in the words." : SummaryText(comparison);
+    return words + " " + comparison.beside_sentence;
+}
+
+std::string DescribeBeside(const BesideNote& note) {
+    std::string text = note.what + " " + note.change;
+    if (note.modified_paragraph > 0)
+        text += ", paragraph " + std::to_string(note.modified_paragraph);
+    else if (note.original_paragraph > 0)
+        text += ", paragraph " + std::to_string(note.original_paragraph) + " of the original";
+    if (note.old_text.empty() && note.new_text.empty())
+        return text;
+    text += ": " + note.old_text;
+    if (note.old_text != note.new_text && !note.new_text.empty())
+        text += (note.old_text.empty() ? "" : " \u2192 ") + note.new_text;
+    return text;
+}
+
+std::string DescribeRecord(const Comparison& comparison, std::size_t index) {
+    const DifferenceRecord& record = comparison.records[index];
+    if (const Move* move = comparison.MoveOf(index))
+        return DescribeMove(comparison, record, *move);
+    const auto place = std::to_string(record.first_original);
+    switch (record.type) {
+        case DifferenceType::Addition:
+            return "Addition of " + CountText(record.ModifiedCount(), "paragraph", "paragraphs") +
+                   (record.first_original == 0 ? " at the beginning"
+                                               : " behind paragraph " + place);
+        case DifferenceType::Deletion:
+            return "Deletion of " + CountText(record.OriginalCount(), "paragraph", "paragraphs") +
+                   " at paragraph " + place;
+        case DifferenceType::Change:
+            break;
+    }
+    if (record.OriginalCount() == 1 && record.ModifiedCount() == 1)
+        return "Change at paragraph " + place;
+    return "Change of " + CountText(record.OriginalCount(), "paragraph", "paragraphs") + " to " +
+           std::to_string(record.ModifiedCount()) + " at paragraph " + place;
+}
+
+namespace {
+
+Status WritePage(const ReportModel& model, const std::string& path, std::int32_t style) {
+    Result<FileReplacement> file = FileReplacement::Begin(path);
+    if (!file.ok())
+        return file.failure();
+    const Status written = WriteHtmlReport(
+        model, style, [&](std::string_view part) { return file.value().Write(part); });
+    return written.ok() ? file.value().Finish() : written;
+}
+
+}  // namespace
+
+Status WriteEngineReport(const ReportModel& model, const std::string& file, ReportType type,
+                         std::int32_t style) {
+    switch (type) {
+        case ReportType::Html:
+            return WritePage(model, file, style);
+        case ReportType::Text:
+            return ReplaceFile(file, WriteTextReport(model));
+        case ReportType::Csv:
+            return ReplaceFile(file, WriteCsvReport(model));
+        case ReportType::Document:
+            break;
+    }
+    return Failure{file + ": a word-processor report is made from the marked text"};
+}
+
+}  // namespace zorvane

@@ -1,0 +1,138 @@
+#include "compare/section_pass.h"
+
+#include "compare/document/api_highlight.h"
+#include "compare/record_walker.h"
+
+namespace zorvane {
+namespace {
+
+TextRange RangeOf(const DetailPlace& place, std::int32_t offset = 0) {
+    return {CharPos{offset + place.begin}, place.Length()};
+}
+
+// From the last difference to the first, so that the places of those still to come stay valid.
+class SectionPass {
+  public:
+    SectionPass(PassContext& context, const ChangeEditors& editors)
+        : context_(context),
+          original_(editors.original),
+          modified_(editors.modified),
+          addition_(context.SubParagraphStyle(Mark::Addition)),
+          deletion_(context.SubParagraphStyle(Mark::Deletion)),
+          change_original_(context.Style(Mark::ChangeOriginal)),
+          change_modified_(context.Style(Mark::ChangeModified)) {}
+    virtual ~SectionPass() = default;
+
+    bool Run(std::size_t record) {
+        const auto sections = context_.comparison.SectionsOf(record);
+        Show("Section: ", 0, sections.size());
+        for (std::size_t i = sections.size(); i > 0; --i) {
+            if (!context_.monitor.KeepGoing())
+                return false;
+            Section(sections[i - 1]);
+            Show("Section: ", sections.size() - i + 1, sections.size());
+        }
+        context_.monitor.Show(StatusPanel::Detail, "");
+        return true;
+    }
+
+  protected:
+    virtual void Mark(const DetailRecord& difference, std::int32_t original_offset,
+                      std::int32_t modified_offset, bool letters) = 0;
+
+    MarkStyle OriginalStyle(DifferenceType type) const {
+        return type == DifferenceType::Change ? change_original_ : deletion_;
+    }
+    MarkStyle ModifiedStyle(DifferenceType type) const {
+        return type == DifferenceType::Change ? change_modified_ : addition_;
+    }
+
+    PassContext& context_;
+    Editor& original_;
+    Editor& modified_;
+
+  private:
+    void Section(const SectionDetail& section) {
+        const auto letters = context_.comparison.CharactersOf(section);
+        if (letters.empty()) {
+            Mark(section, 0, 0, false);
+            return;
+        }
+        for (std::size_t i = letters.size(); i > 0; --i) {
+            Mark(letters[i - 1], section.original.begin, section.modified.begin, true);
+            Show("By Character: ", letters.size() - i + 1, letters.size());
+        }
+    }
+
+    void Show(const char* what, std::size_t done, std::size_t count) {
+        const double percent =
+            count == 0 ? 0 : 100.0 * static_cast<double>(done) / static_cast<double>(count);
+        RunMonitor& monitor = context_.monitor;
+        monitor.Show(StatusPanel::Detail,
+                     monitor.Translate(what) + PercentText(percent) + monitor.Translate("% Done"));
+    }
+
+    MarkStyle addition_;
+    MarkStyle deletion_;
+    MarkStyle change_original_;
+    MarkStyle change_modified_;
+};
+
+class AllInOnePass : public SectionPass {
+  public:
+    using SectionPass::SectionPass;
+
+  protected:
+    void Mark(const DetailRecord& difference, std::int32_t original_offset,
+              std::int32_t modified_offset, bool letters) override {
+        const TextRange old_range = RangeOf(difference.original, original_offset);
+        if (old_range.length > 0)
+            ApplyMark(original_, old_range, OriginalStyle(difference.type));
+        TextRange new_range = RangeOf(difference.modified, modified_offset);
+        if (new_range.length == 0)
+            return;
+        const TextRange place{old_range.end(), 0};
+        const TextRange inserted =
+            letters ? original_.Replace(place, modified_.Rich(new_range))
+                    : original_.Replace(place, modified_.Text(WithBlankInFront(new_range)));
+        ApplyMark(original_, inserted, ModifiedStyle(difference.type));
+    }
+
+  private:
+    // New words come with the blank that parts them from what stands in front of them.
+    TextRange WithBlankInFront(TextRange range) const {
+        if (range.first.value > 0 && modified_.Text({range.first - 1, 1}) == u" ")
+            return {range.first - 1, range.length + 1};
+        return range;
+    }
+};
+
+class SideBySidePass : public SectionPass {
+  public:
+    using SectionPass::SectionPass;
+
+  protected:
+    void Mark(const DetailRecord& difference, std::int32_t original_offset,
+              std::int32_t modified_offset, bool /*letters*/) override {
+        if (difference.modified.Length() > 0)
+            ApplyMark(modified_, RangeOf(difference.modified, modified_offset),
+                      ModifiedStyle(difference.type));
+        if (difference.original.Length() > 0)
+            ApplyMark(original_, RangeOf(difference.original, original_offset),
+                      OriginalStyle(difference.type));
+    }
+};
+
+}  // namespace
+
+bool UpdateChangesToParagraphsRTF_AIO(PassContext& context, std::size_t record,
+                                      const ChangeEditors& editors) {
+    return AllInOnePass(context, editors).Run(record);
+}
+
+bool UpdateChangesToParagraphsRTF_SBS(PassContext& context, std::size_t record,
+                                      const ChangeEditors& editors) {
+    return SideBySidePass(context, editors).Run(record);
+}
+
+}  // namespace zorvane
