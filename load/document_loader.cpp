@@ -204,7 +204,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
         }
         if (side)
             TakeNoText(sFile, text.text, SideOf(target));
-        document.RichTB().SetRich(text);
+        document.RichTB().SetRich(std::move(text));
     } else {
         std::u16string text = Decode(bytes);
         std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
@@ -212,7 +212,8 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
             RemoveBlankLines(sFile, text, beside);
         if (side)
             TakeNoText(sFile, text, SideOf(target));
-        document.RichTB().SetText(text);
+        document.RichTB().SetRich(
+            RichText::PlainFrom(std::move(text), document.RichTB().DefaultFormat()));
     }
     if (!parts_.process.translator.gbDoubleByteLocale && !(side && plain))
         document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);

@@ -422,7 +422,8 @@ std::u16string NormalizeBreaks(std::u16string_view text) {
         const bool pair = text[end] == u'\r' && end + 1 < text.size() && text[end + 1] == u'\n';
         begin = end + (pair ? 2 : 1);
     }
-    return out.append(text.substr(begin));
+    out.append(text.substr(begin));
+    return out;  // and not what append() gives, which would be copied
 }
 
 std::u16string FoldCase(std::u16string_view text) {

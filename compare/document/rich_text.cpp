@@ -31,9 +31,23 @@ FontName::FontName(std::string_view utf8) {
 RichText RichText::Plain(std::u16string_view text, const CharFormat& format) {
     RichText rich;
     rich.text = NormalizeBreaks(text);
-    AppendRun(rich.char_runs, {rich.Length(), format});
-    AppendRun(rich.paragraph_runs, {rich.Length(), ParagraphFormat{}});
+    rich.SetOneFormat(format);
     return rich;
+}
+
+RichText RichText::PlainFrom(std::u16string&& text, const CharFormat& format) {
+    RichText rich;
+    rich.text = NormalizeBreaks(text);
+    std::u16string().swap(text);
+    rich.SetOneFormat(format);
+    return rich;
+}
+
+void RichText::SetOneFormat(const CharFormat& format) {
+    char_runs.clear();
+    paragraph_runs.clear();
+    AppendRun(char_runs, {Length(), format});
+    AppendRun(paragraph_runs, {Length(), ParagraphFormat{}});
 }
 
 void RichText::Append(const RichText& other) {

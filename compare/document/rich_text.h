@@ -116,12 +116,16 @@ struct RichText {
 
     /// `text` in one format, breaks normalized to CR LF.
     static RichText Plain(std::u16string_view text, const CharFormat& format = {});
+    /// The same of a large text that is not needed any more: at no time are there three copies.
+    static RichText PlainFrom(std::u16string&& text, const CharFormat& format);
 
     std::int32_t Length() const { return static_cast<std::int32_t>(text.size()); }
     bool Empty() const { return text.empty(); }
     /// Puts `other` behind this text and joins equal neighbours. Linear in `other`.
     void Append(const RichText& other);
     void AppendPlain(std::u16string_view more, const CharFormat& format);
+    /// All of the text in one format, its paragraphs in the default one.
+    void SetOneFormat(const CharFormat& format);
     friend bool operator==(const RichText&, const RichText&) = default;
 };
 
