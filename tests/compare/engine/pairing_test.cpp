@@ -59,6 +59,17 @@ const GoldenRow kGolden[] = {
      "The boat house is locked at sunset by the warden of the week. / Ropes are coiled and hung on "
      "the pegs behind the door. / See also the map.",
      "d See also the map. | a See also the map."},
+    {"a text that stands twice on one side never moves",
+     "The warden counts the boats twice a day and writes the number down. / The boat house is "
+     "locked at sunset by the warden of the week. / Ropes are coiled and hung on the pegs behind "
+     "the door. / Sails are dried on the upper floor of the shed after rain.",
+     "The boat house is locked at sunset by the warden of the week. / Ropes are coiled and hung on "
+     "the pegs behind the door. / The warden counts the boats twice a day and writes the number "
+     "down. / Sails are dried on the upper floor of the shed after rain. / The warden counts the "
+     "boats twice a day and writes the number down.",
+     "d The warden counts the boats twice a day and writes the number down. | "
+     "a The warden counts the boats twice a day and writes the number down. | "
+     "a The warden counts the boats twice a day and writes the number down."},
     {"rows of a table", "| Oak | 12 | 340.00 | / | Elm | 7 | 120.00 | / | Ash | 9 | 210.00 |",
      "| Oak | 12 | 355.00 | / | Fir | 3 | 80.00 | / | Elm | 7 | 120.00 | / | Ash | 8 | 210.00 |",
      "c | Oak | 12 | [-340.00 -]{+355.00 +}| | a | Fir | 3 | 80.00 | | "
@@ -192,6 +203,19 @@ TEST(Pairing, PairsAsAReaderPairs) {
 }
 
 // A text without its blanks has no words left to find partners by.
+TEST(Pairing, CopiesNeverMoveWhicheverSideHasThem) {
+    std::int32_t rows = 0;
+    for (const GoldenRow& row : kGolden) {
+        if (std::string_view(row.name).find("never moves") == std::string_view::npos)
+            continue;
+        SCOPED_TRACE(row.name);
+        ++rows;
+        EXPECT_TRUE(Compared(row.original, row.modified).moves.empty());
+        EXPECT_TRUE(Compared(row.modified, row.original).moves.empty());
+    }
+    EXPECT_EQ(rows, 2);
+}
+
 TEST(Pairing, IgnoredBlanksLeaveTheWords) {
     const char* original =
         "Guests sign the book when they arrive at the lodge in the evening. / Dogs stay on the "
