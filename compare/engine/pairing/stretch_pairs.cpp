@@ -18,6 +18,41 @@ std::int32_t PartnersKept(const StretchText& text, const CompareOptions& options
     return text.FirstCount() + text.SecondCount() > kLargeStretch ? 2 : 4;
 }
 
+// Whether both sides have paragraphs between two neighbours of the chain.
+bool PartBoth(const Candidate& front, const Candidate& back) {
+    return back.first - front.first > 1 && back.second - front.second > 1;
+}
+
+// Equal lines in a row that weigh next to nothing (a brace, a row of dashes) and stand between
+// paragraphs that changed on both sides would cut one change in two: they are no anchor. Whoever
+// fills the gap may still pair them.
+std::vector<Candidate> WithoutLightIslands(const std::vector<Candidate>& chain,
+                                           const StretchText& text) {
+    constexpr std::int64_t kLightScore = 1500;  // what it costs to open another stretch
+    const Candidate before{-1, -1};
+    const Candidate behind{text.FirstCount(), text.SecondCount()};
+    std::vector<Candidate> kept;
+    std::size_t begin = 0;
+    while (begin < chain.size()) {
+        std::size_t end = begin;
+        std::int64_t score = 0;
+        bool equal = true;
+        do {
+            score += chain[end].score;
+            equal = equal && chain[end].equal;
+            ++end;
+        } while (end < chain.size() && chain[end].first == chain[end - 1].first + 1 &&
+                 chain[end].second == chain[end - 1].second + 1);
+        const bool island = PartBoth(begin == 0 ? before : chain[begin - 1], chain[begin]) &&
+                            PartBoth(chain[end - 1], end == chain.size() ? behind : chain[end]);
+        if (!island || !equal || score >= kLightScore)
+            kept.insert(kept.end(), chain.begin() + static_cast<std::ptrdiff_t>(begin),
+                        chain.begin() + static_cast<std::ptrdiff_t>(end));
+        begin = end;
+    }
+    return kept;
+}
+
 // Equal neighbours become one block, and all get the places of the whole sides.
 std::vector<PairedBlock> InPlaces(const std::vector<PairedBlock>& blocks, const PlaceRange& range) {
     std::vector<PairedBlock> placed;
@@ -45,8 +80,9 @@ std::vector<PairedBlock> InPlaces(const std::vector<PairedBlock>& blocks, const 
 std::vector<PairedBlock> PairStretch(const CompareSide& first, const CompareSide& second,
                                      const StretchText& text, const CompareOptions& options) {
     PairScorer scorer(text);
-    const std::vector<Candidate> chain =
-        BestChain(FindCandidates(text, scorer, {PartnersKept(text, options)}), text.SecondCount());
+    const std::vector<Candidate> chain = WithoutLightIslands(
+        BestChain(FindCandidates(text, scorer, {PartnersKept(text, options)}), text.SecondCount()),
+        text);
     std::vector<PairedBlock> blocks;
     blocks.reserve(chain.size());
     for (const Candidate& pair : chain)

@@ -70,6 +70,36 @@ const GoldenRow kGolden[] = {
      "d The warden counts the boats twice a day and writes the number down. | "
      "a The warden counts the boats twice a day and writes the number down. | "
      "a The warden counts the boats twice a day and writes the number down."},
+    {"nor one that stands twice in the shorter document: never moves",
+     "The boat house is locked at sunset by the warden of the week. / Ropes are coiled and hung on "
+     "the pegs behind the door. / The warden counts the boats twice a day and writes the number "
+     "down. / Sails are dried on the upper floor of the shed after rain. / The warden counts the "
+     "boats twice a day and writes the number down.",
+     "The warden counts the boats twice a day and writes the number down. / The boat house is "
+     "locked at sunset by the warden of the week. / Ropes are coiled and hung on the pegs behind "
+     "the door. / Sails are dried on the upper floor of the shed after rain. / Visitors may rent a "
+     "boat for half a day between the first of May and the last Sunday of September each year. / "
+     "Children under twelve wear a vest on the water and are never alone in a boat of the club.",
+     "a The warden counts the boats twice a day and writes the number down. | "
+     "d The warden counts the boats twice a day and writes the number down. | "
+     "d The warden counts the boats twice a day and writes the number down. | "
+     "a Visitors may rent a boat for half a day between the first of May and the last Sunday of "
+     "September each year.¶Children under twelve wear a vest on the water and are never alone in a "
+     "boat of the club."},
+    {"a light equal line does not split a changed block",
+     "start of all things / walnut chestnut hazel / } / lemon cherry quince / end of all things",
+     "start of all things / copper silver bronze / } / marble granite basalt / end of all things",
+     "d walnut chestnut hazel¶}¶lemon cherry quince | "
+     "a copper silver bronze¶}¶marble granite basalt"},
+    {"many small words in common do not make partners",
+     "The warden of the club is to see to it that the key of the shed is on the hook by the door "
+     "at "
+     "the end of the day.",
+     "The mayor of the town is to say in all of the news that the road to the mill is in need of a "
+     "new bed for the sum of it.",
+     "d The warden of the club is to see to it that the key of the shed is on the hook by the door "
+     "at the end of the day. | a The mayor of the town is to say in all of the news that the road "
+     "to the mill is in need of a new bed for the sum of it."},
     {"rows of a table", "| Oak | 12 | 340.00 | / | Elm | 7 | 120.00 | / | Ash | 9 | 210.00 |",
      "| Oak | 12 | 355.00 | / | Fir | 3 | 80.00 | / | Elm | 7 | 120.00 | / | Ash | 8 | 210.00 |",
      "c | Oak | 12 | [-340.00 -]{+355.00 +}| | a | Fir | 3 | 80.00 | | "
@@ -213,7 +243,17 @@ TEST(Pairing, CopiesNeverMoveWhicheverSideHasThem) {
         EXPECT_TRUE(Compared(row.original, row.modified).moves.empty());
         EXPECT_TRUE(Compared(row.modified, row.original).moves.empty());
     }
-    EXPECT_EQ(rows, 2);
+    EXPECT_EQ(rows, 3);
+}
+
+TEST(Pairing, EachPairMovesWhatTheBracketExpects) {
+    CompareOptions options;
+    options.bracket = 1;
+    EXPECT_EQ(NotationOf(Compared("oak wood is hard / elm wood is tough / ash wood is light",
+                                  "new one / oak wood is hard / new two / elm wood is tough / new "
+                                  "three / ash wood is light",
+                                  options)),
+              "a new one | a new two | a new three");
 }
 
 TEST(Pairing, IgnoredBlanksLeaveTheWords) {
