@@ -17,6 +17,7 @@ struct PassContext {
     const clsCompareFileOptions& options;
     RunCounters& counters;
     RunMonitor& monitor;
+    bool number_records = false;  ///< a small number in front of each record of the all-in-one text
 
     MarkStyle Style(Mark mark) const { return StyleFor(options, mark); }
     MarkStyle SubParagraphStyle(Mark mark) const { return SubParagraphStyleFor(options, mark); }

@@ -57,6 +57,16 @@ std::int32_t RtfBody::ColorNumber(Color color) {
     return PlaceIn(colors_, color) + 1;
 }
 
+void RtfBody::RowStart(const std::vector<std::int32_t>& cell_ends) {
+    body_ += "\\trowd\\trgaph100";
+    for (const std::int32_t end : cell_ends) {
+        for (const std::string_view edge : {"t", "l", "b", "r"})
+            body_.append("\\clbrdr").append(edge).append("\\brdrs\\brdrw10");
+        Number("\\cellx", end);
+    }
+    body_ += ' ';
+}
+
 void RtfBody::ParagraphStart(const ParagraphFormat& format) {
     body_ += "\\pard";
     body_ += kAlignments[static_cast<std::size_t>(format.alignment)];

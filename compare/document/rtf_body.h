@@ -16,6 +16,12 @@ namespace zorvane {
 class RtfBody {
   public:
     void Reserve(std::size_t bytes) { body_.reserve(bytes); }
+    /// In front of the paragraph that holds a table's row: where its cells end, in twips.
+    void RowStart(const std::vector<std::int32_t>& cell_ends);
+    /// Behind `ParagraphStart`: the paragraph belongs to the row.
+    void InRow() { body_ += "\\intbl "; }
+    void CellEnd() { body_ += "\\cell "; }
+    void RowEnd() { body_ += "\\row\r\n"; }
     /// Formats hold until the next call.
     void ParagraphStart(const ParagraphFormat& format);
     void Chars(const CharFormat& format);
