@@ -212,7 +212,8 @@ class AllInOneMarker : public DocumentMarker {
         CharFormat format;
         if (!there.char_runs.empty()) {
             format.font = there.char_runs.front().format.font;
-            format.half_points = there.char_runs.front().format.half_points;
+            format.half_points = std::min(there.char_runs.front().format.half_points,
+                                          format.half_points);  // small beside a heading too
         }
         format.baseline = Baseline::Superscript;
         RichText text = RichText::Plain(number, format);

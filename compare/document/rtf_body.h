@@ -41,11 +41,13 @@ class RtfBody {
     void Number(std::string_view word, std::int32_t number);
     void NonZero(std::string_view word, std::int32_t number);
     void WriteColor(std::string_view word, const std::optional<Color>& color);
+    void EndBaseline();
     void WriteSpecial(char16_t unit);
     std::int32_t FontNumber(const FontName& font);
     std::int32_t ColorNumber(Color color);
 
     std::string body_;
+    bool off_baseline_ = false;
     std::vector<FontName> fonts_;
     std::vector<Color> colors_;
 };
