@@ -139,8 +139,9 @@ class AllInOneMarker : public DocumentMarker {
         RichText entry = ColorizeDeletion(index, range);
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
         const TextRange text = merged.RangeOf(range.first, range.last, LastBreak::LeaveOut);
-        if (const std::int32_t growth = PutNumber(merged.RichTB(), text.first, index); growth > 0)
-            merged.ParagraphCollectionAdjustmentAddDelta(range.first + 1, growth);
+        // Without a delta: it would replace that of an addition directly behind, and nobody
+        // navigates in a text with numbers.
+        PutNumber(merged.RichTB(), text.first, index);
         return entry;
     }
 
