@@ -97,9 +97,11 @@ TEST_F(CompareRunTest, KeepsTheFormatsOfTheDocuments) {
 // A heading that comes in as part of a change is still one; its size is no mark of ours.
 TEST_F(CompareRunTest, WholeParagraphsInAChangeBringTheirOwnFormats) {
     ASSERT_TRUE(
-        Compare("{\\rtf1 one two three four five\\par end\\par}",
-                "{\\rtf1 one two three four six\\par {\\i\\fs48 New heading}\\par end\\par}",
+        Compare("{\\rtf1 one two three four five six seven eight\\par end\\par}",
+                "{\\rtf1 one two three four\\par {\\i\\fs48 New heading\\par}five six seven "
+                "eight\\par end\\par}",
                 View::AllInOne, "rtf"));
+    ASSERT_EQ(viewer.mlChanges(), 1);
     const RichText merged = viewer.Editors().rtbAIODiff.editor.Rich();
     const std::size_t heading = merged.text.find(u"New heading");
     ASSERT_NE(heading, std::u16string::npos);
