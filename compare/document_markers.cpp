@@ -191,7 +191,7 @@ class AllInOneMarker : public DocumentMarker {
 
     // "[3] ", of a move "[3 moved to 7] "; empty where none is wanted.
     std::u16string NumberText(std::size_t index) const {
-        if (!context_.number_records)
+        if (!context_.presented)
             return {};
         const Comparison& comparison = context_.comparison;
         std::string text = "[" + std::to_string(index + 1);

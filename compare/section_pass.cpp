@@ -91,7 +91,7 @@ class AllInOnePass : public SectionPass {
               std::int32_t modified_offset, bool letters) override {
         const TextRange old_range = RangeOf(difference.original, original_offset);
         const TextRange new_range = RangeOf(difference.modified, modified_offset);
-        if (!letters && MarkCells(difference.type, old_range, new_range))
+        if (context_.presented && !letters && MarkCells(difference.type, old_range, new_range))
             return;
         if (old_range.length > 0)
             ApplyMark(original_, old_range, OriginalStyle(difference.type));
