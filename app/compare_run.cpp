@@ -40,6 +40,7 @@ class CompareRunner {
         }
         viewer_.Setup(kFirstViewer, true);
         viewer_.LookForMoves(!command_.no_moves);
+        viewer_.PresentDocumentReport({Label(Side::Original), Label(Side::Modified)});
         if (const Status set = SetOptions(); !set.ok())
             return Trouble(set);
         bool failed = false;

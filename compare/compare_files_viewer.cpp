@@ -12,6 +12,7 @@
 #include "compare/document/document_look_of.h"
 #include "compare/run_options.h"
 #include "load/file_kind.h"
+#include "options/marking_styles.h"
 #include "reports/rich_report.h"
 
 namespace zorvane {
@@ -471,11 +472,21 @@ ReportResult frmCompareFiles::CreateReportGUI(Launch launch, const std::string& 
 }
 
 Status frmCompareFiles::SaveDocumentReport(const std::string& file) {
-    const RichReportPieces pieces{
+    RichReportPieces pieces{
         settings_.bReportDOC_ShowAllInOneDifferenceViewer ? &editors_.rtbAIODiff.editor : nullptr,
         settings_.bReportDOC_Additions ? &editors_.rtbAdditions : nullptr,
         settings_.bReportDOC_ShowDeletions ? &editors_.rtbDeletions : nullptr,
-        settings_.bReportDOC_ShowChanges ? &editors_.rtbChanges : nullptr};
+        settings_.bReportDOC_ShowChanges ? &editors_.rtbChanges : nullptr, &Compared()};
+    RichReportHead head;
+    if (report_names_) {
+        head = {CommandLineTitle(),
+                *report_names_,
+                StyleFor(options_, Mark::Addition),
+                StyleFor(options_, Mark::Deletion),
+                StyleFor(options_, Mark::ChangeOriginal),
+                StyleFor(options_, Mark::ChangeModified)};
+        pieces.head = &head;
+    }
     return SaveRichReport(pieces, editors_.rtbScratch.editor, file);
 }
 

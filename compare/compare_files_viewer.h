@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -93,6 +94,9 @@ class frmCompareFiles : private ReportSource {
     void UpdateStatusBar();
 
     // ---- reports ----
+    /// From the next run on the word-processor report has a head with these names, numbers at its
+    /// differences and tables; without it, the fixed form that scripts rely on.
+    void PresentDocumentReport(const PerSide<std::string>& names) { report_names_ = names; }
     ReportResult CreateReport(std::string& file, ReportType type, std::int32_t style);
     ReportResult CreateReportGUI(Launch launch, const std::string& file);
 
@@ -109,7 +113,8 @@ class frmCompareFiles : private ReportSource {
     std::string CommandLineTitle() const override;
 
     PassContext Context() {
-        return {editors_, VXMacroDiff_.Compared(), options_, counters_, monitor_};
+        return {editors_, VXMacroDiff_.Compared(),  options_, counters_,
+                monitor_, report_names_.has_value()};
     }
     clsRTBDocument& DocumentOf(EditorTarget target);
     bool ReloadFiles();
@@ -135,6 +140,7 @@ class frmCompareFiles : private ReportSource {
     ViewerEditors editors_;
     VestrelX VXMacroDiff_;
     bool find_moves_ = true;
+    std::optional<PerSide<std::string>> report_names_;
     RunCounters counters_;
     RunState state_;
     bool mbAbortRequested_ = false;

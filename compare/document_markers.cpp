@@ -41,7 +41,8 @@ class DocumentMarker : public RecordMarker {
         : context_(context), editors_(context.editors), monitor_(context.monitor) {}
 
     void Addition(RecordIndex index, const DifferenceRecord& record) override {
-        Prepend(editors_.rtbAdditions, MarkAddition(record), index, record);
+        Prepend(editors_.rtbAdditions, MarkAddition(static_cast<std::size_t>(index.value), record),
+                index, record);
     }
     void Deletion(RecordIndex index, const DifferenceRecord& record) override {
         Prepend(editors_.rtbDeletions, MarkDeletion(static_cast<std::size_t>(index.value), record),
@@ -54,7 +55,7 @@ class DocumentMarker : public RecordMarker {
 
   protected:
     // Each marks the record in its view and gives the text of the summary entry.
-    virtual RichText MarkAddition(const DifferenceRecord& record) = 0;
+    virtual RichText MarkAddition(std::size_t index, const DifferenceRecord& record) = 0;
     virtual RichText MarkDeletion(std::size_t index, const DifferenceRecord& record) = 0;
     virtual RichText MarkChange(std::size_t index, const DifferenceRecord& record) = 0;
 
@@ -112,7 +113,7 @@ class AllInOneMarker : public DocumentMarker {
     }
 
   protected:
-    RichText MarkAddition(const DifferenceRecord& record) override {
+    RichText MarkAddition(std::size_t index, const DifferenceRecord& record) override {
         DocumentEditor& work = editors_.rtbAIODiffTemp;
         work.editor.SetRich(Paragraphs(editors_.rtbModified.document, ModifiedParagraphs(record),
                                        LastBreak::LeaveOut));
@@ -123,6 +124,8 @@ class AllInOneMarker : public DocumentMarker {
         work.editor.Replace({CharPos{opens ? work.editor.Length() : 0}, 0}, kBreak);
         // Once more: of a blank paragraph the break is all that shows.
         work.document.ColorizeAll(context_.Style(Mark::Addition));
+        PutNumber(work.editor, CharPos{opens ? 0 : static_cast<std::int32_t>(kBreak.size())},
+                  index);
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
         merged.SetCursorAt(ParagraphNumber{record.first_original});
         merged.RichTB().ReplaceSelection(work.editor.Rich());
@@ -131,10 +134,29 @@ class AllInOneMarker : public DocumentMarker {
         return entry;
     }
 
-    // Deleted text stays where it is; nothing moves.
     RichText MarkDeletion(std::size_t index, const DifferenceRecord& record) override {
-        clsRTBDocument& merged = editors_.rtbAIODiff.document;
         const ParagraphRange range = OriginalParagraphs(record);
+        RichText entry = ColorizeDeletion(index, range);
+        clsRTBDocument& merged = editors_.rtbAIODiff.document;
+        const TextRange text = merged.RangeOf(range.first, range.last, LastBreak::LeaveOut);
+        // Without a delta: it would replace that of an addition directly behind, and nobody
+        // navigates in a text with numbers.
+        PutNumber(merged.RichTB(), text.first, index);
+        return entry;
+    }
+
+    RichText MarkChange(std::size_t index, const DifferenceRecord& record) override {
+        RichText entry = ColorizeParagraphsInRTB_AIO(index, record);
+        // Kept: the changed text stands twice in the summary.
+        EndWithBreak(entry);
+        entry.Append(RichText(entry));
+        return entry;
+    }
+
+  private:
+    // Deleted text stays where it is; nothing moves.
+    RichText ColorizeDeletion(std::size_t index, ParagraphRange range) {
+        clsRTBDocument& merged = editors_.rtbAIODiff.document;
         const MarkStyle style = context_.Style(Mark::Deletion);
         const std::int32_t added = AddedBehind(index);
         if (added == 0) {
@@ -162,27 +184,54 @@ class AllInOneMarker : public DocumentMarker {
             added +=
                 editors_.rtbModified.document.RangeOf(range.first, range.last, LastBreak::LeaveOut)
                     .length +
-                static_cast<std::int32_t>(kBreak.size());
+                static_cast<std::int32_t>(kBreak.size() + NumberText(i).size());
         }
         return added;
     }
 
-    RichText MarkChange(std::size_t index, const DifferenceRecord& record) override {
-        MemoryEditor& work = editors_.rtbAIODiffTemp.editor;
-        ColorizeParagraphsInRTB_AIO(index, record);
-        // Kept: the changed text stands twice in the summary.
-        RichText entry = work.Rich();
-        EndWithBreak(entry);
-        entry.Append(RichText(entry));
-        return entry;
+    // "[3] ", of a move "[3 moved to 7] "; empty where none is wanted.
+    std::u16string NumberText(std::size_t index) const {
+        if (!context_.presented)
+            return {};
+        const Comparison& comparison = context_.comparison;
+        std::string text = "[" + std::to_string(index + 1);
+        if (const Move* move = comparison.MoveOf(index)) {
+            const DifferenceType own = comparison.records[index].type;
+            text += monitor_.Translate(own == DifferenceType::Deletion ? " moved to "
+                                                                       : " moved from ") +
+                    std::to_string(PartnerOf(*move, own) + 1);
+        }
+        return ToUtf16(text + "] ");
     }
 
-  private:
-    void ColorizeParagraphsInRTB_AIO(std::size_t index, const DifferenceRecord& record) {
+    // Small and raised, without a mark: the number is no part of the text. Returns its length.
+    std::int32_t PutNumber(Editor& editor, CharPos place, std::size_t index) const {
+        const std::u16string number = NumberText(index);
+        if (number.empty())
+            return 0;
+        const RichText there = editor.Rich({place, static_cast<std::int32_t>(kBreak.size())});
+        CharFormat format;
+        if (!there.char_runs.empty()) {
+            format.font = there.char_runs.front().format.font;
+            format.half_points = std::min(there.char_runs.front().format.half_points,
+                                          format.half_points);  // small beside a heading too
+        }
+        format.baseline = Baseline::Superscript;
+        RichText text = RichText::Plain(number, format);
+        if (!there.paragraph_runs.empty())
+            text.paragraph_runs = {{text.Length(), there.paragraph_runs.front().format}};
+        editor.Replace({place, 0}, text);
+        return text.Length();
+    }
+
+    // Returns the marked text.
+    RichText ColorizeParagraphsInRTB_AIO(std::size_t index, const DifferenceRecord& record) {
         MemoryEditor& work = editors_.rtbAIODiffTemp.editor;
         const ParagraphRange range = OriginalParagraphs(record);
         const ChangeEditors change = FillChangeEditors(record, editors_.rtbAIODiffTemp);
         UpdateChangesToParagraphsRTF_AIO(context_, index, change);
+        RichText entry = work.Rich();
+        PutNumber(work, CharPos{0}, index);
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
         const TextRange old = merged.RangeOf(range.first, range.last, LastBreak::LeaveOut);
         merged.RichTB().Replace(old, work.Rich());
@@ -191,6 +240,7 @@ class AllInOneMarker : public DocumentMarker {
         merged.SetLastCharLocationOfParagraph(
             range.last,
             editors_.rtbOriginal.document.GetLastCharLocationOfParagraph(range.last) + growth);
+        return entry;
     }
 };
 
@@ -203,7 +253,7 @@ class SideBySideMarker : public DocumentMarker {
     }
 
   protected:
-    RichText MarkAddition(const DifferenceRecord& record) override {
+    RichText MarkAddition(std::size_t /*index*/, const DifferenceRecord& record) override {
         return MarkWhole(editors_.rtbModifiedDiff.document, ModifiedParagraphs(record),
                          Mark::Addition);
     }

@@ -17,6 +17,9 @@ struct PassContext {
     const clsCompareFileOptions& options;
     RunCounters& counters;
     RunMonitor& monitor;
+    /// The all-in-one text is for a report with a head: each record has a small number in front,
+    /// and changes in a table stay in their cells.
+    bool presented = false;
 
     MarkStyle Style(Mark mark) const { return StyleFor(options, mark); }
     MarkStyle SubParagraphStyle(Mark mark) const { return SubParagraphStyleFor(options, mark); }

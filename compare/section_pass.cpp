@@ -1,5 +1,9 @@
 #include "compare/section_pass.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "compare/document/api_highlight.h"
 #include "compare/record_walker.h"
 
@@ -86,19 +90,66 @@ class AllInOnePass : public SectionPass {
     void Mark(const DetailRecord& difference, std::int32_t original_offset,
               std::int32_t modified_offset, bool letters) override {
         const TextRange old_range = RangeOf(difference.original, original_offset);
+        const TextRange new_range = RangeOf(difference.modified, modified_offset);
+        if (context_.presented && !letters && MarkCells(difference.type, old_range, new_range))
+            return;
         if (old_range.length > 0)
             ApplyMark(original_, old_range, OriginalStyle(difference.type));
-        TextRange new_range = RangeOf(difference.modified, modified_offset);
         if (new_range.length == 0)
             return;
         const TextRange place{old_range.end(), 0};
-        const TextRange inserted =
-            letters ? original_.Replace(place, modified_.Rich(new_range))
-                    : original_.Replace(place, modified_.Text(WithBlankInFront(new_range)));
-        ApplyMark(original_, inserted, ModifiedStyle(difference.type));
+        ApplyMark(original_, Insert(place, new_range, letters), ModifiedStyle(difference.type));
     }
 
   private:
+    // Words take the looks of those in front of them; whole paragraphs bring their own, so that a
+    // heading stays one.
+    TextRange Insert(TextRange place, TextRange new_range, bool letters) {
+        if (letters)
+            return original_.Replace(place, modified_.Rich(new_range));
+        const TextRange words = WithBlankInFront(new_range);
+        const std::u16string text = modified_.Text(words);
+        if (text.find(u'\r') != std::u16string::npos)
+            return original_.Replace(place, modified_.Rich(words));
+        return original_.Replace(place, text);
+    }
+
+    static std::vector<TextRange> CellsOf(const Editor& editor, TextRange range) {
+        constexpr char16_t kCell = 7;
+        const std::u16string text = editor.Text(range);
+        std::vector<TextRange> cells;
+        std::size_t begin = 0;
+        for (std::size_t end = 0; end != std::u16string::npos; begin = end + 1) {
+            end = text.find(kCell, begin);
+            cells.push_back({range.first + static_cast<std::int32_t>(begin),
+                             static_cast<std::int32_t>(std::min(end, text.size()) - begin)});
+        }
+        return cells;
+    }
+
+    // Between as many ends of cells the words are marked cell by cell, so that old and new stand in
+    // one cell and the row keeps its columns. False when this is no such change.
+    bool MarkCells(DifferenceType type, TextRange old_range, TextRange new_range) {
+        const std::vector<TextRange> old_cells = CellsOf(original_, old_range);
+        const std::vector<TextRange> new_cells = CellsOf(modified_, new_range);
+        if (old_cells.size() == 1 || old_cells.size() != new_cells.size())
+            return false;
+        for (std::size_t i = old_cells.size(); i > 0; --i) {
+            const TextRange old_cell = old_cells[i - 1];
+            const std::u16string words = modified_.Text(new_cells[i - 1]);
+            if (words == original_.Text(old_cell))
+                continue;
+            ApplyMark(original_, old_cell, OriginalStyle(type));
+            if (words.empty())
+                continue;
+            const bool part = old_cell.length > 0 && words.front() != u' ';
+            const TextRange place{old_cell.end(), 0};
+            ApplyMark(original_, original_.Replace(place, part ? u" " + words : words),
+                      ModifiedStyle(type));
+        }
+        return true;
+    }
+
     // New words come with the blank that parts them from what stands in front of them.
     TextRange WithBlankInFront(TextRange range) const {
         if (range.first.value > 0 && modified_.Text({range.first - 1, 1}) == u" ")

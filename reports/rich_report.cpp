@@ -1,21 +1,155 @@
 #include "reports/rich_report.h"
 
+#include <algorithm>
+
+#include "common/base/text_encoding.h"
+#include "common/platform/files.h"
+#include "compare/document/api_highlight.h"
+#include "compare/document/rtf_page.h"
+#include "compare/engine/report_counts.h"
+#include "compare/engine/report_model.h"
+
 namespace zorvane {
+namespace {
+
+constexpr std::u16string_view kBreak = u"\r\n";
+
+// Puts lines behind what the editor holds, in one font.
+class LineWriter {
+  public:
+    LineWriter(Editor& editor, const CharFormat& format) : editor_(editor), format_(format) {}
+
+    void Text(const std::string& utf8) { Put(utf8, format_); }
+    void Bold(const std::string& utf8, std::int32_t half_points) {
+        CharFormat bold = format_;
+        bold.bold = true;
+        bold.half_points = half_points;
+        Put(utf8, bold);
+    }
+    void Marked(const std::string& utf8, const MarkStyle& style) {
+        const CharPos begin{editor_.Length()};
+        Put(utf8, format_);
+        ApplyMark(editor_, TextRange::Between(begin, CharPos{editor_.Length()}), style);
+    }
+    void EndLine() { Insert(RichText::Plain(kBreak, format_)); }
+    void Line(const std::string& utf8) {
+        Text(utf8);
+        EndLine();
+    }
+
+  private:
+    // A name or a note may hold anything; here it stands on one line.
+    void Put(const std::string& utf8, const CharFormat& format) {
+        std::u16string text = ToUtf16(utf8);
+        std::replace_if(
+            text.begin(), text.end(), [](char16_t unit) { return unit < 0x20; }, u' ');
+        Insert(RichText::Plain(text, format));
+    }
+    void Insert(RichText text) {
+        if (!text.Empty())
+            text.paragraph_runs = {{text.Length(), ParagraphFormat{}}};
+        editor_.Replace({CharPos{editor_.Length()}, 0}, text);
+    }
+
+    Editor& editor_;
+    CharFormat format_;
+};
+
+std::string CountsText(const Comparison& comparison) {
+    const ReportCounts counts = CountForReaders(comparison);
+    std::string text;
+    const auto add = [&text](std::int64_t count, std::string_view noun, std::string_view what) {
+        if (count == 0)
+            return;
+        text += (text.empty() ? "" : ", ") +
+                CountText(count, noun, std::string(noun) + "s").append(" ").append(what);
+    };
+    add(counts.paragraphs_changed, "paragraph", "changed");
+    add(counts.paragraphs_added, "paragraph", "added");
+    add(counts.paragraphs_deleted, "paragraph", "deleted");
+    add(counts.paragraphs_moved, "paragraph", "moved");
+    add(counts.words_added, "word", "added");
+    add(counts.words_deleted, "word", "deleted");
+    return text.empty() ? text : text + ".";
+}
+
+void WriteLegend(const RichReportPieces& pieces, LineWriter& writer) {
+    const RichReportHead& head = *pieces.head;
+    writer.Text("Marks: ");
+    writer.Marked("added", head.addition);
+    writer.Text(", ");
+    writer.Marked("deleted", head.deletion);
+    writer.Text(", changed from ");
+    writer.Marked("old words", head.change_original);
+    writer.Text(" to ");
+    writer.Marked("new words", head.change_modified);
+    writer.Text(".");
+    if (pieces.all_in_one != nullptr)
+        writer.Text(" A number in brackets is that of the difference.");
+    if (!pieces.comparison->moves.empty())
+        writer.Text(" Moved paragraphs are marked at both places.");
+    if (head.deletion.bStrikeout && head.change_original.bStrikeout)
+        writer.Text(" A link is underlined, but not struck through.");
+    writer.EndLine();
+}
+
+void WriteHead(const RichReportPieces& pieces, LineWriter& writer) {
+    constexpr std::int32_t kTitleSize = 36;
+    const RichReportHead& head = *pieces.head;
+    const Comparison& comparison = *pieces.comparison;
+    if (!head.title.empty()) {
+        writer.Bold(head.title, kTitleSize);
+        writer.EndLine();
+    }
+    writer.Line("Original: " + head.names.original);
+    writer.Line("Modified: " + head.names.modified);
+    writer.Line(comparison.same_files ? VerdictText(comparison) : SummaryText(comparison));
+    if (!comparison.Same()) {
+        if (const std::string counts = CountsText(comparison); !counts.empty())
+            writer.Line(counts);
+        WriteLegend(pieces, writer);
+    }
+    writer.EndLine();
+}
+
+void WriteBeside(const Comparison& comparison, LineWriter& writer) {
+    if (comparison.beside_sentence.empty())
+        return;
+    writer.EndLine();
+    writer.Line(VerdictText(comparison));
+    for (const BesideNote& note : comparison.beside)
+        writer.Line("- " + DescribeBeside(note));
+}
+
+// With its last break behind it, so that what follows begins on a line of its own.
+void AppendPiece(const Editor& piece, Editor& scratch) {
+    RichText text = piece.Rich({CharPos{0}, piece.Length() + 2});
+    scratch.Replace({CharPos{scratch.Length()}, 0}, text);
+}
+
+}  // namespace
 
 Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std::string& file) {
     scratch.Clear();
-    const TextRange whole_text{};
-    scratch.Select(whole_text);
-    if (pieces.all_in_one != nullptr) {
-        // With the break behind the text, so that the summaries begin on a line of their own.
-        scratch.ReplaceSelection(
-            pieces.all_in_one->Rich({CharPos{0}, pieces.all_in_one->Length() + 2}));
-    }
+    const bool any = pieces.all_in_one != nullptr || pieces.additions != nullptr ||
+                     pieces.deletions != nullptr || pieces.changes != nullptr;
+    const bool headed = pieces.head != nullptr && pieces.comparison != nullptr;
+    CharFormat own = scratch.DefaultFormat();
+    if (headed)
+        own.font = FontName("Arial");
+    LineWriter writer(scratch, own);
+    if (any && headed)
+        WriteHead(pieces, writer);
+    if (pieces.all_in_one != nullptr)
+        AppendPiece(*pieces.all_in_one, scratch);
     for (const Editor* summary : {pieces.additions, pieces.deletions, pieces.changes}) {
         if (summary != nullptr)
-            scratch.ReplaceSelection(summary->Rich());
+            scratch.Replace({CharPos{scratch.Length()}, 0}, summary->Rich());
     }
-    return scratch.SaveFile(file, FileFormat::RichText);
+    if (any && pieces.comparison != nullptr)
+        WriteBeside(*pieces.comparison, writer);
+    return ReplaceFile(file,
+                       WriteRtfPage(scratch.Rich(), headed ? TableForm::Cells : TableForm::Tabs));
 }
 
 }  // namespace zorvane

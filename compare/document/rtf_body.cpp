@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 #include "common/base/text_encoding.h"
 
@@ -57,6 +58,16 @@ std::int32_t RtfBody::ColorNumber(Color color) {
     return PlaceIn(colors_, color) + 1;
 }
 
+void RtfBody::RowStart(const std::vector<std::int32_t>& cell_ends) {
+    body_ += "\\trowd\\trgaph100";
+    for (const std::int32_t end : cell_ends) {
+        for (const std::string_view edge : {"t", "l", "b", "r"})
+            body_.append("\\clbrdr").append(edge).append("\\brdrs\\brdrw10");
+        Number("\\cellx", end);
+    }
+    body_ += ' ';
+}
+
 void RtfBody::ParagraphStart(const ParagraphFormat& format) {
     body_ += "\\pard";
     body_ += kAlignments[static_cast<std::size_t>(format.alignment)];
@@ -83,7 +94,16 @@ void RtfBody::WriteColor(std::string_view word, const std::optional<Color>& colo
         Number(word, ColorNumber(*color));
 }
 
+// Some readers hold raised and lowered text back until its end is told, and lose the rest of the
+// paragraph when it is not.
+void RtfBody::EndBaseline() {
+    if (std::exchange(off_baseline_, false))
+        body_ += "\\nosupersub";
+}
+
 void RtfBody::Chars(const CharFormat& format) {
+    EndBaseline();
+    off_baseline_ = format.baseline != Baseline::Normal;
     Number("\\plain\\f", FontNumber(format.font));
     Number("\\fs", format.half_points);
     if (format.bold)
@@ -94,7 +114,7 @@ void RtfBody::Chars(const CharFormat& format) {
         body_ += kUnderlines[static_cast<std::size_t>(format.underline)];
     if (format.strikeout)
         body_ += "\\strike";
-    if (format.baseline != Baseline::Normal)
+    if (off_baseline_)
         body_ += format.baseline == Baseline::Superscript ? "\\super" : "\\sub";
     WriteColor("\\cf", format.fore_color);
     // One word for each family of readers.
@@ -178,6 +198,7 @@ void RtfBody::WriteSpecial(char16_t unit) {
 }
 
 std::string RtfBody::Finish() {
+    EndBaseline();
     if (fonts_.empty())
         fonts_.emplace_back(CharFormat{}.font);
     std::string head = "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff0{\\fonttbl";

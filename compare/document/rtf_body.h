@@ -16,6 +16,12 @@ namespace zorvane {
 class RtfBody {
   public:
     void Reserve(std::size_t bytes) { body_.reserve(bytes); }
+    /// In front of the paragraph that holds a table's row: where its cells end, in twips.
+    void RowStart(const std::vector<std::int32_t>& cell_ends);
+    /// Behind `ParagraphStart`: the paragraph belongs to the row.
+    void InRow() { body_ += "\\intbl "; }
+    void CellEnd() { body_ += "\\cell "; }
+    void RowEnd() { body_ += "\\row\r\n"; }
     /// Formats hold until the next call.
     void ParagraphStart(const ParagraphFormat& format);
     void Chars(const CharFormat& format);
@@ -35,11 +41,13 @@ class RtfBody {
     void Number(std::string_view word, std::int32_t number);
     void NonZero(std::string_view word, std::int32_t number);
     void WriteColor(std::string_view word, const std::optional<Color>& color);
+    void EndBaseline();
     void WriteSpecial(char16_t unit);
     std::int32_t FontNumber(const FontName& font);
     std::int32_t ColorNumber(Color color);
 
     std::string body_;
+    bool off_baseline_ = false;
     std::vector<FontName> fonts_;
     std::vector<Color> colors_;
 };

@@ -304,6 +304,9 @@ TEST_F(CliTest, WritesEveryReport) {
     EXPECT_EQ(folder_.Read("r.doc").find("{\\rtf1"), 0U);
     EXPECT_NE(folder_.Read("r.doc").find("\\strike"), std::string::npos)
         << "the all-in-one text, though the view is side by side";
+    for (const char* part : {"\\b T", "Original: old.txt\\par", "Modified: new.txt\\par",
+                             "\\super [1] \\nosupersub", "\\super [2] \\nosupersub"})
+        EXPECT_NE(folder_.Read("r.doc").find(part), std::string::npos) << part;
     const auto json = nlohmann::json::parse(folder_.Read("j.json"));
     EXPECT_EQ(json["schema"], "zorvane-compare/1");
     EXPECT_EQ(json["counts"]["sections"]["changes"], 1);

@@ -94,6 +94,89 @@ TEST_F(CompareRunTest, KeepsTheFormatsOfTheDocuments) {
     EXPECT_EQ(AllInOne(), "[i:a|b ][bi:bold][i: ]" OLD("word") NEW(" term") "[i:|]");
 }
 
+// A heading that comes in as part of a change is still one; its size is no mark of ours.
+TEST_F(CompareRunTest, WholeParagraphsInAChangeBringTheirOwnFormats) {
+    ASSERT_TRUE(
+        Compare("{\\rtf1 one two three four five six seven eight\\par end\\par}",
+                "{\\rtf1 one two three four\\par {\\i\\fs48 New heading\\par}five six seven "
+                "eight\\par end\\par}",
+                View::AllInOne, "rtf"));
+    ASSERT_EQ(viewer.mlChanges(), 1);
+    const RichText merged = viewer.Editors().rtbAIODiff.editor.Rich();
+    const std::size_t heading = merged.text.find(u"New heading");
+    ASSERT_NE(heading, std::u16string::npos);
+    std::size_t at = 0;
+    for (const CharRun& run : merged.char_runs) {
+        if (at <= heading && heading < at + static_cast<std::size_t>(run.length)) {
+            EXPECT_EQ(run.format.half_points, 48);
+        }
+        at += static_cast<std::size_t>(run.length);
+    }
+}
+
+struct CellRow {
+    const char* name;
+    const char* original;
+    const char* modified;
+    const char* all_in_one;
+};
+const CellRow kCellRows[] = {
+    {"one cell", "a\\cell b\\cell", "a\\cell c\\cell", "a!" OLD("b") NEW(" c") "!|"},
+    {"two cells side by side", "w a\\cell b x\\cell", "w c\\cell d x\\cell",
+     "w " OLD("a") NEW(" c") "!" OLD("b ") NEW(" d ") "x!|"},
+    {"a word in front", "w a\\cell b\\cell", "w c\\cell b\\cell", "w " OLD("a") NEW(" c") "!b!|"},
+};
+TEST_F(CompareRunTest, MarksCellByCell) {
+    const auto table = [](const char* row) {
+        return std::string("{\\rtf1 top\\par\\trowd\\cellx900\\cellx1800\\intbl ") + row +
+               "\\row\\pard end\\par}";
+    };
+    ASSERT_TRUE(Compare(table("a\\cell b\\cell"), table("a\\cell c\\cell"), View::AllInOne, "rtf"));
+    EXPECT_EQ(AllInOne(), "top|a!" OLD("b!") NEW("c!") "|end|")
+        << "kept: the text as it was marked";
+    viewer.PresentDocumentReport({"o", "m"});
+    for (const CellRow& row : kCellRows) {
+        SCOPED_TRACE(row.name);
+        ASSERT_TRUE(Compare(table(row.original), table(row.modified), View::AllInOne, "rtf"));
+        EXPECT_EQ(AllInOne(), "top|[^:[1] ]" + std::string(row.all_in_one) + "end|");
+    }
+}
+
+// Numbers stand in front of what is marked and in no summary; without names there are none.
+TEST_F(CompareRunTest, NumbersTheDifferencesOfAPresentedReport) {
+    const char* original = "gone one\nx\nold words\ny\nz";
+    const char* modified = "x\nnew words\ny\nlast\nz\nmore\nand more";
+    ASSERT_TRUE(Compare(original, modified, View::AllInOne));
+    const std::string plain = AllInOne();
+    EXPECT_EQ(plain.find('^'), std::string::npos);
+    const std::u16string summary = viewer.Editors().rtbAdditions.Text();
+    viewer.PresentDocumentReport({"o", "m"});
+    ASSERT_TRUE(Compare(original, modified, View::AllInOne));
+    EXPECT_EQ(Readable(viewer.Editors().rtbAIODiff.editor.Text()),
+              "[1] gone one|x|[2] old new words|y|[3] last|z|[4] more|and more");
+    std::string bare = AllInOne();
+    for (const char* number : {"[^:[1] ]", "[^:[2] ]", "[^:[3] ]", "[^:[4] ]"}) {
+        const std::size_t at = bare.find(number);
+        ASSERT_NE(at, std::string::npos) << number << bare;
+        bare.erase(at, std::string(number).size());
+    }
+    EXPECT_EQ(viewer.Editors().rtbAdditions.Text(), summary);
+}
+
+// An addition directly behind a deletion, and one that opens the document.
+TEST_F(CompareRunTest, NumbersLeaveTheMarksWhereTheyBelong) {
+    viewer.PresentDocumentReport({"o", "m"});
+    ASSERT_TRUE(Compare("alpha beta gamma\nend", "1 2 3 4 5 6 7 8\nend", View::AllInOne));
+    const std::string merged = AllInOne();
+    EXPECT_NE(merged.find(DEL("alpha beta gamma")), std::string::npos) << merged;
+    EXPECT_NE(merged.find("1 2 3 4 5 6 7 8"), std::string::npos) << merged;
+    EXPECT_TRUE(merged.ends_with("end")) << merged;
+    ASSERT_TRUE(Compare("end", "first\nend", View::AllInOne));
+    EXPECT_EQ(AllInOne(), "[^:[1] ]" ADD("first|") "end");
+    ASSERT_TRUE(Compare("", "first", View::AllInOne));
+    EXPECT_NE(AllInOne().find(ADD("first")), std::string::npos);
+}
+
 TEST_F(CompareRunTest, PlainTextDropsThem) {
     viewer.Options().bRemoveFormatting.SetData(true);
     ASSERT_TRUE(Compare("{\\rtf1\\i oak a}", "{\\rtf1\\i oak b}", View::SideBySide, "rtf"));

@@ -5,6 +5,8 @@
 #include "common/base/text_encoding.h"
 #include "compare/document/memory_editor.h"
 #include "compare/document/rtf_reader.h"
+#include "tests/support/comparison_notation.h"
+#include "tests/support/rich_text_notation.h"
 #include "tests/support/temp_folder.h"
 
 namespace zorvane {
@@ -52,6 +54,64 @@ TEST_F(RichReport, KeepsTheMarks) {
 TEST_F(RichReport, LeavesOutWhatIsOff) {
     EXPECT_TRUE(ToUtf8(Saved({.deletions = &deletions_}).text).starts_with("- none"));
     EXPECT_EQ(Saved({}).text, u"") << "all off: an empty document, none of the last report";
+}
+
+TEST_F(RichReport, EndsWithWhatLiesBesideTheWords) {
+    Comparison comparison = Compared("one a / same", "one b / same");
+    EXPECT_EQ(Readable(Saved({.all_in_one = &all_, .comparison = &comparison}).text), "one|two|")
+        << "nothing beside: nothing more";
+    comparison.beside = {{"links", "link target", "changed", 2, 2, "x\ny", "z"},
+                         {"pictures", "picture", "added", 0, 3}};
+    comparison.beside_sentence = "Beside the words: much.";
+    const std::string end =
+        "|1 difference: 1 change, 0 additions, 0 deletions. Beside the words: much.|"
+        "- link target changed, paragraph 2: x y \u2192 z|- picture added, paragraph 3|";
+    EXPECT_EQ(Readable(Saved({.all_in_one = &all_, .comparison = &comparison}).text),
+              "one|two|" + end);
+    EXPECT_EQ(Readable(Saved({.changes = &changes_, .comparison = &comparison}).text),
+              "^ none|" + end);
+    const RichReportHead head{"T", {"o", "m"}};
+    EXPECT_EQ(Saved({.comparison = &comparison, .head = &head}).text, u"") << "all off";
+    comparison.records.clear();
+    EXPECT_NE(Readable(Saved({.all_in_one = &all_, .comparison = &comparison}).text)
+                  .find("|No differences in the words. Beside the words: much.|"),
+              std::string::npos);
+}
+
+TEST_F(RichReport, ItsHeadSaysWhatTheReaderSees) {
+    RichReportHead head{"The\ttitle", {"old {1}.txt", "n\nw.txt"}};
+    head.addition.bUnderline = true;
+    head.deletion.bStrikeout = true;
+    head.change_original = {255, 0xFFFFFF, true, false, true};
+    head.change_modified = {255, 0xFFFFFF, true, true};
+    const Comparison comparison = Compared("keep / one two / x", "keep / one 2 / x / y z");
+    const RichText report = Saved({.all_in_one = &all_, .comparison = &comparison, .head = &head});
+    EXPECT_EQ(Notation(report),
+              "[b:The title]|Original: old {1}.txt|Modified: n w.txt|"
+              "2 differences: 1 change, 1 addition, 0 deletions.|"
+              "1 paragraph changed, 1 paragraph added, 3 words added, 1 word deleted.|"
+              "Marks: [u3#0:added], [s#0:deleted], changed from [bs#255:old words] to "
+              "[bu3#255:new words]. A number in brackets is that of the difference. A link is "
+              "underlined, but not struck through.||one|[#255:two|]");
+    const Comparison same = Compared("a", "a");
+    head.title.clear();
+    EXPECT_EQ(Readable(Saved({.changes = &changes_, .comparison = &same, .head = &head}).text),
+              "Original: old {1}.txt|Modified: n w.txt|No differences.||^ none|");
+}
+
+// With a head, tables are tables; without, the fixed form.
+TEST_F(RichReport, KeepsTablesForWhoReads) {
+    all_.SetText(u"a\u0007b\u0007\nend");
+    const Comparison comparison = Compared("a", "a");
+    const RichReportHead head;
+    const auto rows = [&](const RichReportHead* with) {
+        const RichText report =
+            Saved({.all_in_one = &all_, .comparison = &comparison, .head = with});
+        EXPECT_NE(Readable(report.text).find("a!b!|end|"), std::string::npos);
+        return folder_.Read("r.doc").find("\\trowd") != std::string::npos;
+    };
+    EXPECT_TRUE(rows(&head));
+    EXPECT_FALSE(rows(nullptr));
 }
 
 TEST_F(RichReport, NamesAFileThatCannotBeWritten) {

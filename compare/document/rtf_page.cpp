@@ -1,0 +1,169 @@
+#include "compare/document/rtf_page.h"
+
+#include <algorithm>
+#include <numeric>
+#include <string_view>
+#include <vector>
+
+#include "compare/document/rtf_body.h"
+#include "compare/document/rtf_output.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::int32_t kPageWidth = 9000;  // twips, what fits on A4 and on Letter
+constexpr std::size_t kMostColumns = 63;   // what word processors take
+
+struct Paragraph {
+    std::size_t begin = 0;
+    std::size_t end = 0;    // without its break
+    std::size_t cells = 0;  // ends of cells in it
+};
+
+// Runs that are walked from the beginning on.
+template <class Run>
+class Walk {
+  public:
+    explicit Walk(const std::vector<Run>& runs) : runs_(runs) {}
+    // The format at `place`, nullptr behind the last; `End` is then where it ends.
+    const decltype(Run::format)* At(std::size_t place) {
+        while (next_ < runs_.size() && end_ <= place)
+            end_ += static_cast<std::size_t>(runs_[next_++].length);
+        return next_ == 0 || end_ <= place ? nullptr : &runs_[next_ - 1].format;
+    }
+    std::size_t End() const { return end_; }
+
+  private:
+    const std::vector<Run>& runs_;
+    std::size_t next_ = 0;
+    std::size_t end_ = 0;
+};
+
+std::vector<Paragraph> ParagraphsOf(std::u16string_view text) {
+    std::vector<Paragraph> paragraphs;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find(u'\r', begin), text.size());
+        const std::u16string_view own = text.substr(begin, end - begin);
+        paragraphs.push_back(
+            {begin, end, static_cast<std::size_t>(std::count(own.begin(), own.end(), kRtfCell))});
+        begin = end + 2;
+    }
+    return paragraphs;
+}
+
+// Where the cells of neighbouring rows end: each column as wide as its longest text asks for,
+// within the page.
+std::vector<std::int32_t> CellEnds(std::u16string_view text, const Paragraph* first,
+                                   const Paragraph* last) {
+    std::vector<std::int32_t> widths;
+    for (const Paragraph* row = first; row != last; ++row) {
+        std::size_t begin = row->begin;
+        for (std::size_t cell = 0; cell < row->cells; ++cell) {
+            const std::size_t end = text.find(kRtfCell, begin);
+            const auto units = static_cast<std::int32_t>(std::min<std::size_t>(end - begin, 60));
+            if (cell == widths.size())
+                widths.push_back(0);
+            widths[cell] = std::max(widths[cell], 400 + 120 * std::max(units, 4));
+            begin = end + 1;
+        }
+    }
+    const std::int32_t whole = std::accumulate(widths.begin(), widths.end(), 0);
+    std::int32_t end = 0;
+    for (std::int32_t& width : widths)
+        width = end += whole > kPageWidth ? std::max(width * kPageWidth / whole, 60) : width;
+    return widths;
+}
+
+class PageWriter {
+  public:
+    PageWriter(const RichText& text, TableForm tables)
+        : text_(text),
+          tables_(tables),
+          chars_(text.char_runs),
+          formats_(text.paragraph_runs),
+          paragraphs_(ParagraphsOf(text.text)) {}
+
+    std::string Write() {
+        body_.Reserve(text_.text.size() + text_.text.size() / 4 + 4096);
+        std::size_t table_end = 0;
+        std::vector<std::int32_t> ends;
+        for (std::size_t i = 0; i < paragraphs_.size(); ++i) {
+            if (!IsRow(paragraphs_[i])) {
+                Plain(paragraphs_[i]);
+                continue;
+            }
+            if (i >= table_end) {
+                for (table_end = i; table_end < paragraphs_.size();)
+                    if (!IsRow(paragraphs_[table_end++])) {
+                        --table_end;
+                        break;
+                    }
+                ends = CellEnds(text_.text, &paragraphs_[i], paragraphs_.data() + table_end);
+            }
+            Row(paragraphs_[i], ends);
+        }
+        return body_.Finish();
+    }
+
+  private:
+    bool IsRow(const Paragraph& paragraph) const {
+        return tables_ == TableForm::Cells && paragraph.cells > 0 &&
+               paragraph.cells <= kMostColumns;
+    }
+
+    void Start(const Paragraph& paragraph) {
+        const ParagraphFormat* format = formats_.At(paragraph.begin);
+        body_.ParagraphStart(format == nullptr ? ParagraphFormat{} : *format);
+    }
+
+    // Up to `end`, which lies in front of the paragraph's break or behind it.
+    void Chars(std::size_t begin, std::size_t end) {
+        while (begin < end) {
+            if (const CharFormat* format = chars_.At(begin))
+                body_.Chars(*format);
+            const std::size_t stop = chars_.End() > begin ? std::min(end, chars_.End()) : end;
+            body_.Units(std::u16string_view(text_.text).substr(begin, stop - begin));
+            begin = stop;
+        }
+    }
+
+    void Plain(const Paragraph& paragraph) {
+        Start(paragraph);
+        Chars(paragraph.begin, std::min(paragraph.end + 2, text_.text.size()));
+    }
+
+    // What stands behind the last end of a cell belongs to that cell.
+    void Row(const Paragraph& paragraph, const std::vector<std::int32_t>& ends) {
+        const auto own = ends.begin() + static_cast<std::ptrdiff_t>(paragraph.cells);
+        body_.RowStart({ends.begin(), own});
+        Start(paragraph);
+        body_.InRow();
+        std::size_t begin = paragraph.begin;
+        for (std::size_t cell = 1; cell < paragraph.cells; ++cell) {
+            const std::size_t end = text_.text.find(kRtfCell, begin);
+            Chars(begin, end);
+            body_.CellEnd();
+            begin = end + 1;
+        }
+        const std::size_t last = text_.text.find(kRtfCell, begin);
+        Chars(begin, last);
+        Chars(last + 1, paragraph.end);
+        body_.CellEnd();
+        body_.RowEnd();
+    }
+
+    const RichText& text_;
+    TableForm tables_;
+    Walk<CharRun> chars_;
+    Walk<ParagraphRun> formats_;
+    std::vector<Paragraph> paragraphs_;
+    RtfBody body_;
+};
+
+}  // namespace
+
+std::string WriteRtfPage(const RichText& text, TableForm tables) {
+    return PageWriter(text, tables).Write();
+}
+
+}  // namespace zorvane
