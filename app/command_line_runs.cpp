@@ -181,11 +181,8 @@ void RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
             WriteReport(process, request, viewer);
         LogOutcome(process, request, viewer);
     }
-    if (!request.bExitWhenDone)
-        return;
-    process.glDifferencesFound = viewer.VXMacroDiff().getDifferenceCount();
-    DeleteFileWithRetry(*process.platform.clock, process.sTempLineFileOriginal);
-    DeleteFileWithRetry(*process.platform.clock, process.sTempLineFileModified);
+    if (request.bExitWhenDone)
+        process.glDifferencesFound = viewer.VXMacroDiff().getDifferenceCount();
 }
 
 }  // namespace zorvane

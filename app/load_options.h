@@ -20,6 +20,7 @@ class clsCompareFileOptions;
 struct CompareFilesSettings;
 
 /// Unset fields leave the option at its default.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): one of them, in the order of the help
 struct LoadOptions {
     bool plain = false;
     bool remove_blank_lines = false;

@@ -48,9 +48,9 @@ class frmCompareFiles : private ReportSource {
     std::int32_t mlAdditions() const { return counters_.document.additions; }
     std::int32_t mlDeletions() const { return counters_.document.deletions; }
 
-    /// A slide deck could not be read: the run went on with an empty editor.
     /// Why a side gave no text although its file holds something; empty texts otherwise.
     const PerSide<std::string>& NoTextReasons() const { return loader_.sNoText; }
+    /// A slide deck could not be read: the run went on with an empty editor.
     bool SlidesFailed() const {
         return loader_.bSlidesFailed.original || loader_.bSlidesFailed.modified;
     }

@@ -291,7 +291,7 @@ class SideBySideMarker : public DocumentMarker {
 }  // namespace
 
 std::string EntryHeader(RunMonitor& monitor, RecordIndex index, const DifferenceRecord& record) {
-    const std::string number = "<<<" + std::to_string(index.value + 1);
+    std::string number = "<<<" + std::to_string(index.value + 1);
     const std::string place = std::to_string(record.first_original);
     const std::int32_t lines = std::max(record.OriginalCount(), record.ModifiedCount());
     const std::string count = std::to_string(lines);

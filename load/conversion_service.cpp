@@ -130,10 +130,12 @@ std::string Explain(const ConversionResult& result, const std::string& file) {
             continue;
         const bool clear = result.error == ReadError::PasswordNeeded;  // without a reader's words
         const std::string detail = clear ? "" : FirstOf(result.detail);
-        const std::string text(row.text);
+        std::string text(row.text);
         if (const std::size_t place = text.find('#'); place != std::string::npos)
-            return file + ": " + text.substr(0, place) + detail + text.substr(place + 1);
-        return file + ": " + text + (detail.empty() ? "" : ": " + detail);
+            text.replace(place, 1, detail);
+        else if (!detail.empty())
+            text.append(": ").append(detail);
+        return file + ": " + text;
     }
     return {};
 }

@@ -144,6 +144,19 @@ bool HasNothingToRemove(std::string_view utf8) {
     return utf8.empty() || utf8.back() == '\n';
 }
 
+// A break becomes one blank, other control characters go.
+void CleanField(std::string_view field, std::string& clean) {
+    clean.clear();
+    for (std::size_t i = 0; i < field.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(field[i]);
+        const bool second = byte == '\n' && i > 0 && field[i - 1] == '\r';
+        if (byte >= 0x20 || byte == '\t')
+            clean += field[i];
+        else if ((byte == '\r' || byte == '\n') && !second)
+            clean += ' ';
+    }
+}
+
 }  // namespace
 
 std::string csvRemoveControlCharacters(std::string_view utf8, CsvDialect dialect) {
@@ -161,15 +174,7 @@ std::string csvRemoveControlCharacters(std::string_view utf8, CsvDialect dialect
                 writer.Field(field);
                 continue;
             }
-            clean.clear();
-            for (std::size_t i = 0; i < field.size(); ++i) {
-                const auto byte = static_cast<unsigned char>(field[i]);
-                const bool second = byte == '\n' && i > 0 && field[i - 1] == '\r';
-                if (byte >= 0x20 || byte == '\t')
-                    clean += field[i];
-                else if ((byte == '\r' || byte == '\n') && !second)
-                    clean += ' ';
-            }
+            CleanField(field, clean);
             writer.Field(clean);
         }
         writer.EndRecord();

@@ -139,6 +139,7 @@ ReportResult WriteEngineReport(ReportSource& source, const std::string& file, Re
 }
 
 // What is different between the four default reports.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): four, read in this order
 struct DefaultReport {
     ReportType type;
     std::string CompareFilesSettings::*file;
@@ -246,32 +247,39 @@ ReportResult CreateReport(ReportSource& source, std::string& file, ReportType ty
     return result;
 }
 
-ReportResult CreateReportGUI(ReportSource& source, Launch launch, std::string file) {
-    ProcessState& process = source.Process();
+namespace {
+
+ReportResult CreateDefaultReport(ReportSource& source, const DefaultReport& report, Launch launch,
+                                 std::string file) {
     CompareFilesSettings& settings = source.ReportSettings();
+    if (report.type == ReportType::Document)
+        source.BuildAllInOneView();
+    SetTitles(source, report.type);
+    if (file.empty())
+        file = settings.*report.file;
+    const std::int32_t style = settings.mlReportDefaultStyle_MD == 1 ? 1 : 2;
+    const ReportResult written =
+        CreateReport(source, file, report.type, report.type == ReportType::Html ? style : 0);
+    if (written == ReportResult::Ok) {
+        source.ShowReportStatus(source.Process().Translate("Launching Report"));
+        if (launch == Launch::Yes)
+            Open(source, report, file);
+    }
+    if (report.type == ReportType::Document && written == ReportResult::TargetNotWritten)
+        return FallBack(source, report, launch);
+    return report.gives_result ? written : ReportResult::Ok;
+}
+
+}  // namespace
+
+ReportResult CreateReportGUI(ReportSource& source, Launch launch, const std::string& file) {
+    ProcessState& process = source.Process();
     source.ShowReportStatus(process.Translate("Creating Report"));
-    const std::int32_t wanted = settings.mlReportDefaultFileType_MD;
+    const std::int32_t wanted = source.ReportSettings().mlReportDefaultFileType_MD;
     ReportResult result = ReportResult::Ok;
     for (const DefaultReport& report : kDefaults) {
-        if (static_cast<std::int32_t>(report.type) != wanted)
-            continue;
-        if (report.type == ReportType::Document)
-            source.BuildAllInOneView();
-        SetTitles(source, report.type);
-        if (file.empty())
-            file = settings.*report.file;
-        const std::int32_t style = settings.mlReportDefaultStyle_MD == 1 ? 1 : 2;
-        const ReportResult written =
-            CreateReport(source, file, report.type, report.type == ReportType::Html ? style : 0);
-        if (written == ReportResult::Ok) {
-            source.ShowReportStatus(process.Translate("Launching Report"));
-            if (launch == Launch::Yes)
-                Open(source, report, file);
-        }
-        if (report.gives_result)
-            result = written;
-        if (report.type == ReportType::Document && written == ReportResult::TargetNotWritten)
-            result = FallBack(source, report, launch);
+        if (static_cast<std::int32_t>(report.type) == wanted)
+            result = CreateDefaultReport(source, report, launch, file);
     }
     source.ShowReportStatus(process.Translate("Ready"));
     return result;

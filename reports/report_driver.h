@@ -42,7 +42,7 @@ ReportResult CreateReport(ReportSource& source, std::string& file, ReportType ty
 enum class Launch { No, Yes };
 /// The report of the viewer's default type with its default titles; an empty `file` is the type's
 /// default. Kept: a failed text or comma-delimited report gives Ok, its message having been shown.
-ReportResult CreateReportGUI(ReportSource& source, Launch launch, std::string file);
+ReportResult CreateReportGUI(ReportSource& source, Launch launch, const std::string& file);
 
 /// When a regular file was last written, in local time, for a report's head; empty: not known.
 std::string ReportDateOf(const std::string& file);

@@ -70,6 +70,7 @@ class KindCompare {
     template <class OldKey, class NewKey, class Take>
     void Pair(OldKey&& old_key, NewKey&& new_key, Take&& take) {
         std::unordered_map<std::string, std::vector<Entry*>> waiting;
+        // NOLINTNEXTLINE(modernize-loop-convert): backwards
         for (auto entry = modified_.rbegin(); entry != modified_.rend(); ++entry) {
             if (!entry->done)
                 waiting[new_key(*entry->item)].push_back(&*entry);

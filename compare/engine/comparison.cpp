@@ -94,37 +94,38 @@ std::span<const DetailRecord> Comparison::CharactersOf(const SectionDetail& sect
     return {characters.data() + section.first_character, section.character_count};
 }
 
+void Comparison::PairEqual(const PerSide<std::int32_t>& begin, const PerSide<std::int32_t>& end,
+                           std::vector<std::int32_t>& partners) const {
+    PerSide<std::int32_t> at = begin;
+    while (at.original < end.original && at.modified < end.modified) {
+        const bool first_ignored = IsIgnored(Side::Original, at.original);
+        if (first_ignored == IsIgnored(Side::Modified, at.modified))
+            partners[static_cast<std::size_t>(at.original++) - 1] = at.modified++;
+        else
+            ++at[first_ignored ? Side::Original : Side::Modified];
+    }
+}
+
 std::vector<std::int32_t> Comparison::Partners() const {
     std::vector<std::int32_t> partners(static_cast<std::size_t>(Paragraphs(Side::Original)), 0);
     const auto pair = [&](std::int32_t original, std::int32_t modified) {
-        partners[static_cast<std::size_t>(original - 1)] = modified;
+        partners[static_cast<std::size_t>(original) - 1] = modified;
     };
-    std::int32_t original = 1;
-    std::int32_t modified = 1;
-    // Equal paragraphs side by side; what was not looked at may stand on one side alone.
-    const auto equal_up_to = [&](std::int32_t original_end, std::int32_t modified_end) {
-        while (original < original_end && modified < modified_end) {
-            if (IsIgnored(Side::Original, original) == IsIgnored(Side::Modified, modified))
-                pair(original++, modified++);
-            else if (IsIgnored(Side::Original, original))
-                ++original;
-            else
-                ++modified;
-        }
-    };
+    PerSide<std::int32_t> equal{1, 1};  // where the equal paragraphs in front of a record begin
     for (const DifferenceRecord& record : records) {
-        equal_up_to(record.last_original - record.OriginalCount() + 1,
-                    record.last_modified - record.ModifiedCount() + 1);
-        if (record.type == DifferenceType::Change) {
-            // Several against several: each with the one at the same part of the way.
-            for (std::int32_t i = 0; i < record.OriginalCount(); ++i)
-                pair(record.first_original + i,
-                     record.first_modified + std::min(i, record.ModifiedCount() - 1));
-        }
-        original = record.last_original + 1;
-        modified = record.last_modified + 1;
+        PairEqual(equal,
+                  {record.last_original - record.OriginalCount() + 1,
+                   record.last_modified - record.ModifiedCount() + 1},
+                  partners);
+        equal = {record.last_original + 1, record.last_modified + 1};
+        if (record.type != DifferenceType::Change)
+            continue;
+        // Several against several: each with the one at the same part of the way.
+        for (std::int32_t i = 0; i < record.OriginalCount(); ++i)
+            pair(record.first_original + i,
+                 record.first_modified + std::min(i, record.ModifiedCount() - 1));
     }
-    equal_up_to(Paragraphs(Side::Original) + 1, Paragraphs(Side::Modified) + 1);
+    PairEqual(equal, {Paragraphs(Side::Original) + 1, Paragraphs(Side::Modified) + 1}, partners);
     for (const Move& move : moves) {
         const DifferenceRecord& from = records[static_cast<std::size_t>(move.deletion)];
         const DifferenceRecord& to = records[static_cast<std::size_t>(move.addition)];

@@ -130,6 +130,10 @@ class Comparison {
     const Move* MoveOf(std::size_t record) const;
 
   private:
+    /// Equal paragraphs side by side; what was not looked at may stand on one side alone.
+    void PairEqual(const PerSide<std::int32_t>& begin, const PerSide<std::int32_t>& end,
+                   std::vector<std::int32_t>& partners) const;
+
     PerSide<std::shared_ptr<const std::u16string>> storage_;
     PerSide<LineText> lines_;
 };

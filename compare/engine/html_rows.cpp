@@ -129,7 +129,8 @@ void HtmlRows::Unchanged(PageRow row) {
 
 void HtmlRows::Difference(std::size_t index) {
     const DifferenceRecord& record = comparison_.records[index];
-    const auto rows = static_cast<std::size_t>(record.OriginalCount() + record.ModifiedCount());
+    const std::size_t rows = static_cast<std::size_t>(record.OriginalCount()) +
+                             static_cast<std::size_t>(record.ModifiedCount());
     cuts_runs_ = rows > 2 * kRun;
     run_ = 0;
     if (cuts_runs_)
@@ -146,40 +147,53 @@ void HtmlRows::Difference(std::size_t index) {
     cuts_runs_ = false;
 }
 
+HtmlRows::OneSidedLook HtmlRows::LookOf(std::size_t index, Side side) const {
+    const DifferenceRecord& record = comparison_.records[index];
+    const bool original = side == Side::Original;
+    if (const Move* move = comparison_.MoveOf(index))
+        return {MoveLabel(*move, side), PartnerOf(*move, record.type) + 1, "r m", kMoveSign,
+                CellMark::Moved};
+    const KindRow& kind = Row(original ? RowKind::Deleted : RowKind::Added);
+    const std::int32_t count = CountOf(record, side);
+    std::string label = original ? "only in Original" : "only in Modified";
+    if (count > 1)
+        label += ", " + CountText(count, "paragraph", "paragraphs");
+    return {std::move(label), 0, kind.classes, kind.sign,
+            original ? CellMark::WholeDeleted : CellMark::WholeAdded};
+}
+
 // Paragraphs that stand on one side only, or have gone elsewhere from here.
 void HtmlRows::OneSided(std::size_t index, Side side) {
     const DifferenceRecord& record = comparison_.records[index];
-    const Move* move = comparison_.MoveOf(index);
-    const bool original = side == Side::Original;
-    const RowKind kind = original ? RowKind::Deleted : RowKind::Added;
-    const std::string_view sign = move != nullptr ? kMoveSign : Row(kind).sign;
-    const std::int32_t count = CountOf(record, side);
-    const std::int32_t linked = move != nullptr ? PartnerOf(*move, record.type) + 1 : 0;
-    std::string label = original ? "only in Original" : "only in Modified";
-    if (move != nullptr)
-        label = MoveLabel(*move, side);
-    else if (count > 1)
-        label += ", " + CountText(count, "paragraph", "paragraphs");
-    if (one_ && move != nullptr)
-        MoveLink(label, linked);
-    CellMark mark = original ? CellMark::WholeDeleted : CellMark::WholeAdded;
-    if (move != nullptr)
-        mark = CellMark::Moved;
-    for (std::int32_t number = FirstOf(record, side); number <= LastOf(record, side); ++number) {
-        const bool first = number == FirstOf(record, side);
-        Begin(move != nullptr ? "r m" : Row(kind).classes);
-        if (!original && one_)
-            Gutter(0, "");
-        else if (!original)
-            Nothing(label, linked, first);
-        Gutter(number, original && one_ ? "" : sign);
-        if (original && one_)
-            Gutter(0, sign);
-        text_.Paragraph(side, number, mark);
-        if (original && !one_)
-            Nothing(label, linked, first);
+    const OneSidedLook look = LookOf(index, side);
+    if (one_ && look.linked_record > 0)
+        MoveLink(look.label, look.linked_record);
+    const std::int32_t first = FirstOf(record, side);
+    for (std::int32_t number = first; number <= LastOf(record, side); ++number) {
+        Begin(look.classes);
+        if (one_)
+            OneSidedInOne(look, side, number);
+        else
+            OneSidedInTwo(look, side, number, number == first);
         page_ += "</div>\n";
     }
+}
+
+void HtmlRows::OneSidedInOne(const OneSidedLook& look, Side side, std::int32_t number) {
+    // The sign stands in the second gutter, whichever side is numbered.
+    const bool original = side == Side::Original;
+    Gutter(original ? number : 0, "");
+    Gutter(original ? 0 : number, look.sign);
+    text_.Paragraph(side, number, look.mark);
+}
+
+void HtmlRows::OneSidedInTwo(const OneSidedLook& look, Side side, std::int32_t number, bool first) {
+    if (side == Side::Modified)
+        Nothing(look.label, look.linked_record, first);
+    Gutter(number, look.sign);
+    text_.Paragraph(side, number, look.mark);
+    if (side == Side::Original)
+        Nothing(look.label, look.linked_record, first);
 }
 
 // What moved stands here with what was changed on the way.
@@ -271,40 +285,52 @@ void HtmlRows::Pairs(const ChangeText& change, const DifferenceRecord& record) {
     }
 }
 
+RowKind HtmlRows::KindOf(ParagraphPair pair) const {
+    const auto kind_in = [](const CutText& text, std::int32_t index) {
+        const bool there = static_cast<std::size_t>(index) < text.Count();
+        return there ? RowKindOf(text, static_cast<std::size_t>(index)) : RowKind::Same;
+    };
+    if (pair.original >= 0 && pair.modified >= 0) {
+        const RowKind kind = kind_in(left_, pair.original);
+        return kind == kind_in(right_, pair.modified) ? kind : RowKind::Changed;
+    }
+    const RowKind kind = pair.original >= 0   ? kind_in(left_, pair.original)
+                         : pair.modified >= 0 ? kind_in(right_, pair.modified)
+                                              : RowKind::Same;
+    // What one side alone shows is a paragraph that was cut or joined.
+    return kind == RowKind::Same ? RowKind::Changed : kind;
+}
+
 void HtmlRows::PairRow(const ChangeText& change, const DifferenceRecord& record, ParagraphPair pair,
                        std::int32_t merged_row) {
     const PerSide<std::int32_t> first{record.first_original, record.first_modified};
-    const auto row_of = [](const CutText& text, std::int32_t index) {
-        const bool there = index >= 0 && static_cast<std::size_t>(index) < text.Count();
-        return there ? RowKindOf(text, static_cast<std::size_t>(index)) : RowKind::Same;
-    };
-    RowKind kind = row_of(left_, pair.original);
-    const RowKind other = row_of(right_, pair.modified);
-    if (pair.original < 0 || (pair.modified >= 0 && kind != other))
-        kind = pair.original < 0 ? other : RowKind::Changed;
-    // What one side alone shows is a paragraph that was cut or joined.
-    if (kind == RowKind::Same && (pair.original < 0 || pair.modified < 0))
-        kind = RowKind::Changed;
+    const RowKind kind = KindOf(pair);
     Begin(merged_row >= 0 ? "r c s" : Row(kind).classes);
     for (const Side side : kBothSides) {
-        const std::int32_t index = side == Side::Original ? pair.original : pair.modified;
-        if (index < 0 && kind == RowKind::Changed) {
-            page_ += "<b></b><div></div>";  // its text stands in another row
-            continue;
-        }
+        const bool original = side == Side::Original;
+        const std::int32_t index = original ? pair.original : pair.modified;
         if (index < 0) {
-            Nothing("", 0, false);
+            PairGap(kind);
             continue;
         }
         PerSide<std::int32_t> shown{0, 0};
         shown[side] = first[side] + index;
         Gutter(shown[side], kind);
-        const bool all = side == Side::Modified && merged_row >= 0;
-        const CutText& text = all ? merged_ : side == Side::Original ? left_ : right_;
-        text_.Pieces(change, text, static_cast<std::size_t>(all ? merged_row : index), first, shown,
-                     CellMark::Pieces);
+        if (!original && merged_row >= 0)
+            text_.Pieces(change, merged_, static_cast<std::size_t>(merged_row), first, shown,
+                         CellMark::Pieces);
+        else
+            text_.Pieces(change, original ? left_ : right_, static_cast<std::size_t>(index), first,
+                         shown, CellMark::Pieces);
     }
     page_ += "</div>\n";
+}
+
+void HtmlRows::PairGap(RowKind kind) {
+    if (kind == RowKind::Changed)
+        page_ += "<b></b><div></div>";  // its text stands in another row
+    else
+        Nothing("", 0, false);
 }
 
 // A row for each paragraph of the merged text; a number stands in the row where the text of its

@@ -30,7 +30,19 @@ class HtmlRows {
     static constexpr std::size_t kRun = 60;
 
   private:
+    /// How the paragraphs of a record look that stand on one side.
+    struct OneSidedLook {
+        std::string label;               ///< of the place beside them, or above them
+        std::int32_t linked_record = 0;  ///< where they went or came from; 0: nowhere
+        std::string_view classes;
+        std::string_view sign;
+        CellMark mark = CellMark::Pieces;
+    };
+
+    OneSidedLook LookOf(std::size_t record, Side side) const;
     void OneSided(std::size_t record, Side side);
+    void OneSidedInOne(const OneSidedLook& look, Side side, std::int32_t number);
+    void OneSidedInTwo(const OneSidedLook& look, Side side, std::int32_t number, bool first);
     void MovedHere(std::size_t record, const Move& move);
     void Change(std::size_t record);
     void OneToOne(const ChangeText& change, const DifferenceRecord& record);
@@ -38,6 +50,9 @@ class HtmlRows {
     void Merged(const ChangeText& change, PerSide<std::int32_t> numbers);
     void PairRow(const ChangeText& change, const DifferenceRecord& record, ParagraphPair pair,
                  std::int32_t merged_row);
+    /// The place in a row of pairs that a side leaves empty.
+    void PairGap(RowKind kind);
+    RowKind KindOf(ParagraphPair pair) const;
     std::vector<std::int32_t> CleanRows(const DifferenceRecord& record) const;
 
     void Begin(std::string_view classes);

@@ -62,6 +62,21 @@ std::vector<std::size_t> CellWidths(std::u16string_view text) {
     return widths;
 }
 
+std::string ClassesOf(const ParagraphLook* look, bool table) {
+    std::string classes = table ? "t" : "";
+    if (look == nullptr)
+        return classes;
+    const auto add = [&](std::string_view name) {
+        classes.append(classes.empty() || name.empty() ? "" : " ").append(name);
+    };
+    add(kAlignments[static_cast<std::size_t>(look->alignment)]);
+    add(look->indent > 0 && look->hanging ? "hang" : "");
+    add(look->indent > 0 && !table ? "in" : "");
+    if (look->heading > 0)
+        add(fmt::format("h{}", look->heading));
+    return classes;
+}
+
 }  // namespace
 
 const ParagraphLook* HtmlText::LookOf(Side side, std::int32_t number) const {
@@ -111,17 +126,7 @@ const std::string& HtmlText::ColumnsOf(Side side, std::int32_t number) {
 
 void HtmlText::Open(Side side, std::int32_t number, bool table) {
     const ParagraphLook* look = LookOf(side, number);
-    std::string classes = table ? "t" : "";
-    const auto add = [&](std::string_view name) {
-        classes.append(classes.empty() || name.empty() ? "" : " ").append(name);
-    };
-    if (look != nullptr) {
-        add(kAlignments[static_cast<std::size_t>(look->alignment)]);
-        add(look->indent > 0 && look->hanging ? "hang" : "");
-        add(look->indent > 0 && !table ? "in" : "");
-        if (look->heading > 0)
-            add(fmt::format("h{}", look->heading));
-    }
+    const std::string classes = ClassesOf(look, table);
     page_ += "<div";
     if (!classes.empty())
         fmt::format_to(std::back_inserter(page_), " class=\"{}\"", classes);
@@ -147,6 +152,14 @@ void HtmlText::Close(bool table) {
     page_ += "</div>";
 }
 
+void HtmlText::LookedWords(const WordsLook& look, std::u16string_view text) {
+    page_ += look.bold ? "<strong>" : "";
+    page_ += look.italic ? "<em>" : "";
+    AppendHtmlText(text, page_);
+    page_ += look.italic ? "</em>" : "";
+    page_ += look.bold ? "</strong>" : "";
+}
+
 void HtmlText::Words(const TextPart& part) {
     if (part.look == nullptr || part.look->words.empty()) {
         AppendHtmlText(part.text, page_);
@@ -162,11 +175,7 @@ void HtmlText::Words(const TextPart& part) {
         const std::size_t end = next == words.end()
                                     ? part.text.size()
                                     : std::min(part.text.size(), next->begin - part.place);
-        page_ += look.bold ? "<strong>" : "";
-        page_ += look.italic ? "<em>" : "";
-        AppendHtmlText(part.text.substr(at, end - at), page_);
-        page_ += look.italic ? "</em>" : "";
-        page_ += look.bold ? "</strong>" : "";
+        LookedWords(look, part.text.substr(at, end - at));
         at = end;
         if (next != words.end())
             ++next;

@@ -43,6 +43,7 @@ class HtmlText {
     void PutIntoCells(const TextPart& part, PerSide<std::size_t>& at);
     void Marked(const TextPart& part, CellMark mark);
     void Words(const TextPart& part);
+    void LookedWords(const WordsLook& look, std::u16string_view text);
     std::size_t PlaceOf(Side side, std::int32_t number) const;
     const std::string& ColumnsOf(Side side, std::int32_t number);
 

@@ -21,6 +21,19 @@ bool HasBreak(std::u16string_view text) {
     return text.find(u'\n') != std::u16string_view::npos;
 }
 
+// Blanks against a break: where both sides stand in one text, the break tells it all.
+bool GivesWay(std::u16string_view own, std::u16string_view other) {
+    return OnlyBlanks(own) && HasBreak(other);
+}
+
+PieceKind WholeKind(Side side) {
+    return side == Side::Original ? PieceKind::Deleted : PieceKind::Added;
+}
+
+PieceKind ChangedKind(Side side) {
+    return side == Side::Original ? PieceKind::ChangedOld : PieceKind::ChangedNew;
+}
+
 // Lays the differences, ascending, over both texts.
 class PieceFinder {
   public:
@@ -80,16 +93,13 @@ class PieceFinder {
             }
         }
         const bool both = change && !texts.original.empty() && !texts.modified.empty();
-        PerSide<bool> gives_way{false, false};
-        for (const Side side : kBothSides)
-            gives_way[side] = both && OnlyBlanks(texts[side]) && HasBreak(texts[OtherSide(side)]);
+        const PerSide<bool> gives_way{both && GivesWay(texts.original, texts.modified),
+                                      both && GivesWay(texts.modified, texts.original)};
         const bool alone = gives_way.original || gives_way.modified;
         for (const Side side : kBothSides) {
-            const bool original = side == Side::Original;
-            const PieceKind whole = original ? PieceKind::Deleted : PieceKind::Added;
             PiecePlace piece;
-            piece.kind = !both ? whole : original ? PieceKind::ChangedOld : PieceKind::ChangedNew;
-            piece.merged_kind = alone ? whole : piece.kind;
+            piece.kind = both ? ChangedKind(side) : WholeKind(side);
+            piece.merged_kind = alone ? WholeKind(side) : piece.kind;
             piece.in_merged = !gives_way[side];
             piece.begin = at_;
             at_[side] = end[side];

@@ -312,7 +312,8 @@ class HtmlWriter {
     void Difference() {
         const auto index = static_cast<std::size_t>(number_ - 1);
         const DifferenceRecord& record = comparison_.records[index];
-        const auto rows = static_cast<std::size_t>(record.OriginalCount() + record.ModifiedCount());
+        const std::size_t rows = static_cast<std::size_t>(record.OriginalCount()) +
+                                 static_cast<std::size_t>(record.ModifiedCount());
         // A long one brings runs of its own.
         if (rows > HtmlRows::kRun)
             EndRun();

@@ -63,34 +63,40 @@ class AffineTable {
         unsigned from = 0;
         if (i == 0 && j == 0)
             scores.paired = 0;
-        if (i > 0 && j > 0) {
-            const std::int64_t brings = gain(i - 1, j - 1);
-            if (brings >= 0) {
-                const Scores& before = above_[static_cast<std::size_t>(j - 1)];
-                const std::int64_t ended =
-                    std::max(before.deleting, before.adding) - close(i - 1, j - 1);
-                const unsigned state = before.adding > before.deleting ? kAdding : kDeleting;
-                from |= ended > before.paired ? state : kPaired;
-                scores.paired = std::max(before.paired, ended) + brings;
-            }
-        }
+        if (i > 0 && j > 0)
+            from |= Pair(i, j, gain, close, scores);
         if (i > 0) {
             const Scores& before = above_[static_cast<std::size_t>(j)];
             const std::int64_t opened = before.paired - open(i - 1, j);
             scores.deleting = std::max(opened, before.deleting);
             from |= (before.deleting >= opened ? kDeleting : kPaired) << kDeletingShift;
         }
-        if (j > 0) {
-            const Scores& before = row_[static_cast<std::size_t>(j - 1)];
-            const std::int64_t opened = before.paired - open(i, j - 1);
-            scores.adding = std::max({opened, before.deleting, before.adding});
-            const unsigned state = scores.adding == before.adding     ? kAdding
-                                   : scores.adding == before.deleting ? kDeleting
-                                                                      : kPaired;
-            from |= state << kAddingShift;
-        }
+        if (j > 0)
+            from |= Add(j, open(i, j - 1), scores) << kAddingShift;
         steps = static_cast<std::uint8_t>(from);
         return scores;
+    }
+
+    /// Sets what the cell brings as a pair; returns the state in front.
+    template <class Gain, class Close>
+    unsigned Pair(std::int32_t i, std::int32_t j, Gain& gain, Close& close, Scores& scores) const {
+        const std::int64_t brings = gain(i - 1, j - 1);
+        if (brings < 0)
+            return kPaired;
+        const Scores& before = above_[static_cast<std::size_t>(j - 1)];
+        const std::int64_t ended = std::max(before.deleting, before.adding) - close(i - 1, j - 1);
+        const unsigned state = before.adding > before.deleting ? kAdding : kDeleting;
+        scores.paired = std::max(before.paired, ended) + brings;
+        return ended > before.paired ? state : kPaired;
+    }
+
+    /// Sets what the cell brings as an addition; returns the state in front.
+    unsigned Add(std::int32_t j, std::int64_t opening, Scores& scores) const {
+        const Scores& before = row_[static_cast<std::size_t>(j - 1)];
+        scores.adding = std::max({before.paired - opening, before.deleting, before.adding});
+        if (scores.adding == before.adding)
+            return kAdding;
+        return scores.adding == before.deleting ? kDeleting : kPaired;
     }
 
     std::vector<AlignedPair> Trace(std::int32_t i, std::int32_t j, const Scores& last,

@@ -152,10 +152,28 @@ class PartnerFinder {
     std::vector<std::int32_t> partners_;
 };
 
+using Standing = std::vector<std::int32_t>;
+
+// Where one text stands on both sides: each place with each, of many copies the same ranks.
+void AddCopies(const Standing& left, const Standing& right, std::vector<Place>& places) {
+    if (left.size() * right.size() <= kMostEqualPairs) {
+        for (const std::int32_t first : left) {
+            for (const std::int32_t second : right)
+                places.emplace_back(first, second);
+        }
+        return;
+    }
+    const std::size_t ranks = std::min(left.size(), right.size());
+    for (std::size_t rank = 0; rank < ranks; ++rank) {
+        places.emplace_back(left[rank], right[rank]);
+        places.emplace_back(left[left.size() - 1 - rank], right[right.size() - 1 - rank]);
+    }
+}
+
 void AddEqual(const StretchText& text, std::vector<Place>& places) {
-    // Where a text stands, side by side; blank ones nowhere.
-    std::vector<std::vector<std::int32_t>> firsts(text.NumberCount());
-    std::vector<std::vector<std::int32_t>> seconds(text.NumberCount());
+    // Blank texts stand nowhere.
+    std::vector<Standing> firsts(text.NumberCount());
+    std::vector<Standing> seconds(text.NumberCount());
     for (std::int32_t i = 0; i < text.FirstCount(); ++i) {
         if (text.First(i, i + 1).weight > 0)
             firsts[text.FirstNumber(i)].push_back(i);
@@ -164,22 +182,8 @@ void AddEqual(const StretchText& text, std::vector<Place>& places) {
         if (text.Second(i, i + 1).weight > 0)
             seconds[text.SecondNumber(i)].push_back(i);
     }
-    for (std::size_t number = 0; number < firsts.size(); ++number) {
-        const auto& left = firsts[number];
-        const auto& right = seconds[number];
-        if (left.size() * right.size() <= kMostEqualPairs) {
-            for (const std::int32_t first : left) {
-                for (const std::int32_t second : right)
-                    places.emplace_back(first, second);
-            }
-            continue;
-        }
-        const std::size_t ranks = std::min(left.size(), right.size());
-        for (std::size_t rank = 0; rank < ranks; ++rank) {
-            places.emplace_back(left[rank], right[rank]);
-            places.emplace_back(left[left.size() - 1 - rank], right[right.size() - 1 - rank]);
-        }
-    }
+    for (std::size_t number = 0; number < firsts.size(); ++number)
+        AddCopies(firsts[number], seconds[number], places);
 }
 
 // Equal paragraphs as a shortest list of differences pairs them: where there are only copies.

@@ -36,6 +36,11 @@ std::u16string_view Part(std::u16string_view text, std::int32_t begin, std::int3
     return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
 }
 
+// A break of two units, a letter of two.
+bool AreOne(char16_t unit, char16_t next) {
+    return (unit == u'\r' && next == u'\n') || (IsHigh(unit) && IsLow(next));
+}
+
 }  // namespace
 
 void LetterFinder::Cut(std::u16string_view text, bool ignore_case, Letters& letters) {
@@ -44,9 +49,7 @@ void LetterFinder::Cut(std::u16string_view text, bool ignore_case, Letters& lett
     std::size_t at = 0;
     while (at < text.size()) {
         const std::size_t begin = at++;
-        if (text[begin] == u'\r' && at < text.size() && text[at] == u'\n')
-            ++at;
-        else if (IsHigh(text[begin]) && at < text.size() && IsLow(text[at]))
+        if (at < text.size() && AreOne(text[begin], text[at]))
             ++at;
         while (at < text.size() && GoesWithLetterInFront(text[at]))
             ++at;
@@ -71,7 +74,44 @@ bool LetterFinder::Same(std::size_t i, std::size_t j) const {
     return left.size() == 1 ? right.size() == 1 : left == right;
 }
 
-// Between the equal letters at both ends.
+std::vector<AlignedPair> LetterFinder::AlignByTable(std::size_t front, std::int32_t lefts,
+                                                    std::int32_t rights) {
+    const auto gain = [&](std::int32_t i, std::int32_t j) {
+        return Same(front + static_cast<std::size_t>(i), front + static_cast<std::size_t>(j))
+                   ? kLetterKeep
+                   : -1;
+    };
+    return table_.Run(
+        lefts, rights, gain, [](std::int32_t, std::int32_t) { return kLetterChunkCost; },
+        [](std::int32_t, std::int32_t) { return 0; });
+}
+
+std::vector<AlignedPair> LetterFinder::AlignBySearch(std::size_t front, std::int32_t lefts,
+                                                     std::int32_t rights) {
+    LineTable table;
+    table.Clear(static_cast<std::size_t>(lefts) + static_cast<std::size_t>(rights));
+    const auto numbers_of = [&](std::u16string_view text, const Letters& letters,
+                                std::int32_t count) {
+        std::vector<std::uint32_t> numbers;
+        for (std::int32_t i = 0; i < count; ++i) {
+            const std::size_t at = front + static_cast<std::size_t>(i);
+            const std::u16string_view letter =
+                Part(text, letters.begins[at], letters.begins[at + 1]);
+            const bool single = letter.size() == 1;
+            const char* bytes = single ? reinterpret_cast<const char*>(&letters.ids[at])
+                                       : reinterpret_cast<const char*>(letter.data());
+            numbers.push_back(table.NumberOf({bytes, single ? 2 : letter.size() * 2}));
+        }
+        return numbers;
+    };
+    const std::vector<std::uint32_t> first = numbers_of(first_text_, first_, lefts);
+    const std::vector<std::uint32_t> second = numbers_of(second_text_, second_, rights);
+    return AlignCheaply(
+        first, second, table.Count(), [](std::int32_t) { return kLetterKeep; }, kLetterChunkCost,
+        search_);
+}
+
+// Searched is only what stands between the equal letters at both ends.
 std::vector<AlignedPair> LetterFinder::Align() {
     const std::size_t most = std::min(first_.ids.size(), second_.ids.size());
     std::size_t front = 0;
@@ -82,38 +122,9 @@ std::vector<AlignedPair> LetterFinder::Align() {
         ++back;
     const auto lefts = static_cast<std::int32_t>(first_.ids.size() - front - back);
     const auto rights = static_cast<std::int32_t>(second_.ids.size() - front - back);
-    std::vector<AlignedPair> middle;
-    if (static_cast<std::int64_t>(lefts) * rights <= kMostCells) {
-        const auto gain = [&](std::int32_t i, std::int32_t j) {
-            return Same(front + static_cast<std::size_t>(i), front + static_cast<std::size_t>(j))
-                       ? kLetterKeep
-                       : -1;
-        };
-        middle = table_.Run(
-            lefts, rights, gain, [](std::int32_t, std::int32_t) { return kLetterChunkCost; },
-            [](std::int32_t, std::int32_t) { return 0; });
-    } else {
-        LineTable table;
-        table.Clear(static_cast<std::size_t>(lefts + rights));
-        std::vector<std::uint32_t> numbers[2];
-        const auto number = [&](std::u16string_view text, const Letters& letters,
-                                std::int32_t count, std::vector<std::uint32_t>& out) {
-            for (std::int32_t i = 0; i < count; ++i) {
-                const std::size_t at = front + static_cast<std::size_t>(i);
-                const std::u16string_view letter =
-                    Part(text, letters.begins[at], letters.begins[at + 1]);
-                const bool single = letter.size() == 1;
-                const char* bytes = single ? reinterpret_cast<const char*>(&letters.ids[at])
-                                           : reinterpret_cast<const char*>(letter.data());
-                out.push_back(table.NumberOf({bytes, single ? 2 : letter.size() * 2}));
-            }
-        };
-        number(first_text_, first_, lefts, numbers[0]);
-        number(second_text_, second_, rights, numbers[1]);
-        middle = AlignCheaply(
-            numbers[0], numbers[1], table.Count(), [](std::int32_t) { return kLetterKeep; },
-            kLetterChunkCost, search_);
-    }
+    const std::vector<AlignedPair> middle = static_cast<std::int64_t>(lefts) * rights <= kMostCells
+                                                ? AlignByTable(front, lefts, rights)
+                                                : AlignBySearch(front, lefts, rights);
     std::vector<AlignedPair> pairs;
     for (std::size_t i = 0; i < front; ++i)
         pairs.push_back({static_cast<std::int32_t>(i), static_cast<std::int32_t>(i)});

@@ -44,11 +44,15 @@ class LetterFinder {
     };
     static void Cut(std::u16string_view text, bool ignore_case, Letters& letters);
     std::vector<AlignedPair> Align();
+    /// The `lefts` and `rights` letters behind the first `front`, whose pairs count from there.
+    std::vector<AlignedPair> AlignByTable(std::size_t front, std::int32_t lefts,
+                                          std::int32_t rights);
+    std::vector<AlignedPair> AlignBySearch(std::size_t front, std::int32_t lefts,
+                                           std::int32_t rights);
     bool Same(std::size_t i, std::size_t j) const;
 
     std::u16string_view first_text_;
     std::u16string_view second_text_;
-    bool ignore_case_ = false;
     Letters first_;
     Letters second_;
     AffineTable table_;

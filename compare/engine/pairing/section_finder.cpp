@@ -51,15 +51,16 @@ std::vector<AlignedPair> SectionFinder::AlignByTable(std::int32_t front, std::in
     const std::vector<SectionToken>& first = first_.Tokens();
     const std::vector<SectionToken>& second = second_.Tokens();
     const auto border_of = [](const std::vector<SectionToken>& tokens, std::int32_t behind) {
-        return behind == 0 ? kSentenceBorder : tokens[static_cast<std::size_t>(behind - 1)].border;
+        return behind == 0 ? kSentenceBorder : tokens[static_cast<std::size_t>(behind) - 1].border;
     };
     const auto end_border = [&](const std::vector<SectionToken>& tokens, std::int32_t behind) {
         return behind == static_cast<std::int32_t>(tokens.size()) ? kSentenceBorder
                                                                   : border_of(tokens, behind);
     };
+    const auto skipped = static_cast<std::size_t>(front);
     const auto gain = [&](std::int32_t i, std::int32_t j) {
-        const SectionToken& own = first[static_cast<std::size_t>(front + i)];
-        return own.hash == second[static_cast<std::size_t>(front + j)].hash &&
+        const SectionToken& own = first[skipped + static_cast<std::size_t>(i)];
+        return own.hash == second[skipped + static_cast<std::size_t>(j)].hash &&
                        Same(front + i, front + j)
                    ? own.keep
                    : -1;
@@ -77,7 +78,7 @@ std::vector<AlignedPair> SectionFinder::AlignByTable(std::int32_t front, std::in
 std::vector<AlignedPair> SectionFinder::AlignBySearch(std::int32_t front, std::int32_t first_end,
                                                       std::int32_t second_end) {
     LineTable table;
-    table.Clear(static_cast<std::size_t>(first_end + second_end));
+    table.Clear(static_cast<std::size_t>(first_end) + static_cast<std::size_t>(second_end));
     const auto numbers_of = [&](const TokenizedText& text, std::int32_t end) {
         std::vector<std::uint32_t> numbers;
         for (std::int32_t i = front; i < end; ++i) {
@@ -91,7 +92,7 @@ std::vector<AlignedPair> SectionFinder::AlignBySearch(std::int32_t front, std::i
     const std::vector<std::uint32_t> first = numbers_of(first_, first_end);
     const std::vector<std::uint32_t> second = numbers_of(second_, second_end);
     const auto keep = [&](std::int32_t i) {
-        return first_.Tokens()[static_cast<std::size_t>(front + i)].keep;
+        return first_.Tokens()[static_cast<std::size_t>(front) + static_cast<std::size_t>(i)].keep;
     };
     return AlignCheaply(first, second, table.Count(), keep, ChunkCost(), search_);
 }

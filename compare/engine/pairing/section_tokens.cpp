@@ -37,6 +37,30 @@ std::int32_t BorderBehind(std::u16string_view word, std::u16string_view separato
     return kClause.find(word[last]) != std::u16string_view::npos ? kClauseBorder : 0;
 }
 
+std::size_t BehindBlanks(std::u16string_view text, std::size_t at) {
+    while (at < text.size() && IsBlankInLine(text[at]))
+        ++at;
+    return at;
+}
+
+std::size_t BehindBreak(std::u16string_view text, std::size_t at) {
+    if (HasBreakAt(text, at))
+        return at + 2;
+    const bool single = at < text.size() && (text[at] == u'\r' || text[at] == u'\n');
+    return single ? at + 1 : at;
+}
+
+// Blanks that follow no word are one separator.
+std::size_t BehindSeparator(std::u16string_view text, std::size_t at, bool no_word) {
+    if (HasBreakAt(text, at))
+        return at + 2;
+    if (at == text.size())
+        return at;
+    if (no_word && text[at] == u' ')
+        return std::min(text.find_first_not_of(u' ', at), text.size());
+    return at + 1;
+}
+
 }  // namespace
 
 void TokenizedText::Cut(std::u16string_view text, const TokenSwitches& switches) {
@@ -59,29 +83,22 @@ void TokenizedText::CutOne(std::int32_t begin, bool ignore_whitespace) {
     const auto is_end = [&](char16_t unit) {
         return IsSeparator(unit) || (ignore_whitespace && PartsWords(unit));
     };
+    const auto behind_blanks = [&](std::size_t at) {
+        return ignore_whitespace ? BehindBlanks(text_, at) : at;
+    };
     SectionToken token;
     token.begin = begin;
-    auto at = static_cast<std::size_t>(begin);
-    while (ignore_whitespace && at < text_.size() && IsBlankInLine(text_[at]))
-        ++at;
+    std::size_t at = behind_blanks(static_cast<std::size_t>(begin));
     token.word_begin = static_cast<std::int32_t>(at);
     while (at < text_.size() && !is_end(text_[at]))
         ++at;
     token.word_end = static_cast<std::int32_t>(at);
-    while (ignore_whitespace && at < text_.size() && IsBlankInLine(text_[at]))
-        ++at;
-    const bool no_word = token.word_begin == token.word_end;
-    if (HasBreakAt(text_, at))
-        at += 2;
-    else if (!ignore_whitespace && no_word && at < text_.size() && text_[at] == u' ')
-        at = std::min(text_.find_first_not_of(u' ', at), text_.size());
-    else if (!ignore_whitespace && at < text_.size())
-        ++at;
-    else if (at < text_.size() && (text_[at] == u'\r' || text_[at] == u'\n'))
-        ++at;
-    while (ignore_whitespace && at < text_.size() && IsBlankInLine(text_[at]))
-        ++at;
-    token.end = static_cast<std::int32_t>(at);
+    at = behind_blanks(at);
+    if (ignore_whitespace)
+        at = BehindBreak(text_, at);
+    else
+        at = BehindSeparator(text_, at, token.word_begin == token.word_end);
+    token.end = static_cast<std::int32_t>(behind_blanks(at));
     tokens_.push_back(token);
 }
 

@@ -27,10 +27,12 @@ struct Numbered {
 
 Numbered NumberLines(const CompareSide& first, const CompareSide& second, const PlaceRange& range) {
     LineTable table;
-    table.Clear(static_cast<std::size_t>(range.FirstCount() + range.SecondCount()));
+    const auto firsts = static_cast<std::size_t>(range.FirstCount());
+    const auto seconds = static_cast<std::size_t>(range.SecondCount());
+    table.Clear(firsts + seconds);
     Numbered numbers;
-    numbers.first.reserve(static_cast<std::size_t>(range.FirstCount()));
-    numbers.second.reserve(static_cast<std::size_t>(range.SecondCount()));
+    numbers.first.reserve(firsts);
+    numbers.second.reserve(seconds);
     for (std::int32_t place = range.first_begin; place < range.first_end; ++place)
         numbers.first.push_back(table.NumberOf(first.Key(place)));
     for (std::int32_t place = range.second_begin; place < range.second_end; ++place)
