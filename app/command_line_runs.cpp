@@ -3,7 +3,6 @@
 #include <string>
 
 #include "app/main_frame.h"
-#include "common/file_utilities.h"
 #include "common/log_message.h"
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"

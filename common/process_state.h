@@ -37,8 +37,6 @@ struct ProcessState {
     std::string sHelpFile;
     std::string sHelpWebRoot;
     std::string sQuickStartFile;
-    std::string sTempLineFileOriginal;  ///< the two line files of every document-level engine run
-    std::string sTempLineFileModified;
 
     bool bWithoutSandbox = false;  ///< documents are read by a process that is not closed in
 

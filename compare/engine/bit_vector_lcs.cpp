@@ -51,8 +51,7 @@ void BitVectorLcs::FillRows(std::span<const std::uint32_t> modified) {
             const std::uint64_t sum = with_carry + step;
             carry = static_cast<std::uint64_t>(with_carry < old) +
                     static_cast<std::uint64_t>(sum < with_carry);
-            // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): words_ is 0 where there is no
-            // row
+            // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): no row, no words
             row[word] = sum | (old & ~equal);
         }
         above = row;
