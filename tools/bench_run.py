@@ -27,6 +27,30 @@ def peak_and_cpu(command):
     return float(out[0]), float(out[1]), time.monotonic() - begin
 
 
+def word(rng):
+    return "".join(rng.choice("abcdefghijklmnop") for _ in range(6))
+
+
+def rows_of(rng, words, count):
+    return [[str(number), rng.choice(words), rng.choice(words), str(rng.randrange(100_000)), rng.choice(words),
+             f"{rng.randrange(10_000)}.{rng.randrange(100):02}", rng.choice(words)] for number in range(count)]
+
+
+def unlike_inputs(rng):
+    """Name and both texts of inputs that have next to nothing in common."""
+    words = [word(rng) for _ in range(30_000)]
+    yield ("100,000 unlike short paragraphs a side", "txt",
+           *(["\n".join(" ".join(rng.choice(words) for _ in range(5)) for _ in range(100_000)) for _ in "ab"]))
+    yield ("2,000,000 one-letter lines against others", "txt",
+           *("\n".join(rng.choice(letters) for _ in range(2_000_000)) for letters in ("abcdefghijklm",
+                                                                                     "nopqrstuvwxyz")))
+    rows = rows_of(rng, words, 1_000_000)
+    before = "\n".join(map(",".join, rows))
+    for row in rows:
+        row[rng.randrange(1, 7)] = rng.choice(words)
+    yield "CSV of 1,000,000 rows, a field changed in each", "csv", before, "\n".join(map(",".join, rows))
+
+
 def main():
     program, folder = sys.argv[1], pathlib.Path(sys.argv[2])
     folder.mkdir(parents=True, exist_ok=True)
@@ -41,6 +65,12 @@ def main():
         print(f"{count} paragraphs, 10 % changed, to HTML: "
               f"{statistics.median(r[1] for r in runs):.2f} s processor, "
               f"{statistics.median(r[0] for r in runs):.0f} MiB")
+    for name, kind, *texts in unlike_inputs(rng):
+        sides = [folder / f"unlike.{side}.{kind}" for side in "ab"]
+        for file, text in zip(sides, texts):
+            file.write_text(text + "\n")
+        memory, cpu, _ = peak_and_cpu([program, "compare", *map(str, sides), "-o", str(folder / "r.html")])
+        print(f"{name}, to HTML: {cpu:.2f} s processor, {memory:.0f} MiB")
     for side, text in (("a", "one\ntwo\n"), ("b", "one\nthree\n")):
         (folder / f"small.{side}.txt").write_text(text)
     command = [program, "compare", str(folder / "small.a.txt"), str(folder / "small.b.txt")]

@@ -1,0 +1,66 @@
+#!/usr/bin/env python3
+"""Makes the pictures in docs/images from the example pair: the HTML page, the terminal, the word-processor report.
+
+    tools/make_pictures.py build/release/zorvane
+
+Needs Chromium, LibreOffice and pdftoppm, which neither building nor testing needs."""
+
+import html
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+PAIR = ["examples/lease-2025.rtf", "examples/lease-2026.rtf"]
+COLORS = {"1": "font-weight:bold", "36": "color:#0b7285", "31;9": "color:#b02a37;text-decoration:line-through",
+          "32;4": "color:#0a7d3c;text-decoration:underline", "0": None}
+
+
+def run(*command, **options):
+    return subprocess.run([str(part) for part in command], check=False, cwd=ROOT, capture_output=True, **options)
+
+
+def shoot(page, picture, size, folder):
+    run("chromium", "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", f"--window-size={size}",
+        f"--user-data-dir={folder / 'profile'}", f"--screenshot={picture}", f"file://{page}")
+
+
+def terminal_page(text):
+    """The escape sequences of the terminal report as a page."""
+    out, is_open = [], False
+    for part in re.split(r"(\x1b\[[0-9;]*m)", text):
+        code = re.fullmatch(r"\x1b\[([0-9;]*)m", part)
+        if not code:
+            out.append(html.escape(part))
+            continue
+        if is_open:
+            out.append("</span>")
+        style = COLORS.get(code.group(1))
+        is_open = style is not None
+        if is_open:
+            out.append(f'<span style="{style}">')
+    return ('<meta charset="utf-8"><body style="margin:24px;background:#fdfdfb"><pre style="font:15px/1.5 monospace;'
+            'white-space:pre-wrap">' + "".join(out) + "</pre>")
+
+
+def main():
+    program = pathlib.Path(sys.argv[1]).resolve()
+    images = ROOT / "docs/images"
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        run(program, "compare", *PAIR, "--title", "Lease, 2025 and 2026", "-o", folder / "lease.html",
+            "-o", folder / "lease.doc")
+        shoot(folder / "lease.html", images / "report.png", "1280,1100", folder)
+        shown = run(program, "compare", *PAIR, "--color=always", "--no-pager", "-U", "0").stdout.decode()
+        (folder / "terminal.html").write_text(terminal_page(shown), encoding="utf-8")
+        shoot(folder / "terminal.html", images / "terminal.png", "1100,900", folder)
+        run("soffice", f"-env:UserInstallation=file://{folder / 'office'}", "--headless", "--convert-to", "pdf",
+            "--outdir", folder, folder / "lease.doc")
+        run("pdftoppm", "-png", "-r", "80", "-f", "1", "-l", "1", "-singlefile", folder / "lease.pdf",
+            images / "document")
+
+
+if __name__ == "__main__":
+    main()
