@@ -7,9 +7,8 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int32_t kFewEdits = 128;   // tried exactly before a large part is cut at anchors
-constexpr std::int32_t kManyEdits = 512;  // where there are no anchors
-constexpr std::int32_t kFasterEdits = 32;
+constexpr std::int32_t kFewEdits = 128;       // tried exactly before a large part is cut at anchors
+constexpr std::int32_t kManyEdits = 512;      // where there are no anchors
 constexpr std::int32_t kExhaustedEdits = 24;  // when the work budget is spent
 constexpr std::int64_t kBudgetPerLine = 256;
 constexpr std::int64_t kLeastBudget = std::int64_t{1} << 22;
@@ -100,9 +99,8 @@ void DifferenceSearch::SolveHalves(View view, SplitPlace place) {
 
 bool DifferenceSearch::SplitByFewEdits(View view) {
     Gather(view);
-    const std::int32_t limit = switches_.faster ? kFasterEdits : kFewEdits;
-    const auto place =
-        middle_snake_.Find(gathered_original_, gathered_modified_, limit, WhenTooExpensive::GiveUp);
+    const auto place = middle_snake_.Find(gathered_original_, gathered_modified_, kFewEdits,
+                                          WhenTooExpensive::GiveUp);
     if (!place)
         return false;
     SolveHalves(view, *place);
@@ -141,7 +139,7 @@ bool DifferenceSearch::SplitByAnchors(View view) {
 std::int32_t DifferenceSearch::EditLimit() const {
     if (middle_snake_.Work() > budget_)
         return kExhaustedEdits;
-    return switches_.faster ? kFasterEdits : kManyEdits;
+    return kManyEdits;
 }
 
 // The smaller piece of each cut is solved at once and the larger is cut again, in a loop over one
@@ -198,34 +196,11 @@ void DifferenceSearch::Solve(View view) {
     Solve({part.original, part.modified, part.depth});
 }
 
-// Partners in ascending order; each moves the place where the next one is expected.
-void DifferenceSearch::ApplyBracket(std::int32_t bracket) {
-    std::int32_t shift = 0;
-    std::size_t modified = 0;
-    for (std::size_t original = 0; original < changed_.original.size(); ++original) {
-        if (changed_.original[original] != 0)
-            continue;
-        while (changed_.modified[modified] != 0)
-            ++modified;
-        const auto found =
-            static_cast<std::int32_t>(modified) - static_cast<std::int32_t>(original);
-        if (std::abs(found - shift) <= bracket) {
-            shift = found;
-        } else {
-            changed_.original[original] = 1;
-            changed_.modified[modified] = 1;
-        }
-        ++modified;
-    }
-}
-
 void DifferenceSearch::Run(std::span<const std::uint32_t> original,
-                           std::span<const std::uint32_t> modified, std::uint32_t number_count,
-                           const SearchSwitches& switches) {
+                           std::span<const std::uint32_t> modified, std::uint32_t number_count) {
     original_ = original;
     modified_ = modified;
     number_count_ = number_count;
-    switches_ = switches;
     changed_.original.assign(original.size(), 1);
     changed_.modified.assign(modified.size(), 1);
     seen_.resize(std::max<std::size_t>(seen_.size(), number_count), 0);
@@ -236,8 +211,6 @@ void DifferenceSearch::Run(std::span<const std::uint32_t> original,
     std::iota(all_original_.begin(), all_original_.end(), 0);
     std::iota(all_modified_.begin(), all_modified_.end(), 0);
     Solve({all_original_, all_modified_, 0});
-    if (switches.bracket > 0)
-        ApplyBracket(switches.bracket);
 }
 
 }  // namespace zorvane

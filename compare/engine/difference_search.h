@@ -18,11 +18,6 @@ struct ChangedPlaces {
     std::vector<std::uint8_t> modified;
 };
 
-struct SearchSwitches {
-    bool faster = false;       ///< smaller budgets: quicker, with more and larger differences
-    std::int32_t bracket = 0;  ///< 0: none; else a partner stands at most this far from its place
-};
-
 /// Compares two sequences of dense numbers. The same input gives the same result on every run.
 ///
 /// Small parts are solved exactly. A large part is first tried exactly with few edits; then it is
@@ -34,9 +29,8 @@ struct SearchSwitches {
 class DifferenceSearch {
   public:
     void Run(std::span<const std::uint32_t> original, std::span<const std::uint32_t> modified,
-             std::uint32_t number_count, const SearchSwitches& switches);
+             std::uint32_t number_count);
     const ChangedPlaces& Changed() const { return changed_; }
-    ChangedPlaces& Changed() { return changed_; }
 
   private:
     using Places = std::span<const std::int32_t>;
@@ -72,12 +66,10 @@ class DifferenceSearch {
     void SplitByBest(View whole);
     std::int32_t EditLimit() const;
     void SolveHalves(View view, SplitPlace place);
-    void ApplyBracket(std::int32_t bracket);
 
     std::span<const std::uint32_t> original_;
     std::span<const std::uint32_t> modified_;
     std::uint32_t number_count_ = 0;
-    SearchSwitches switches_;
     std::int64_t budget_ = 0;
     ChangedPlaces changed_;
     std::vector<std::uint32_t> gathered_original_;

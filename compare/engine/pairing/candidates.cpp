@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "compare/engine/pairing/cheap_alignment.h"
 #include "compare/engine/pairing/heaviest_chain.h"
 
 namespace zorvane {
@@ -189,17 +190,10 @@ void AddEqual(const StretchText& text, std::vector<Place>& places) {
 // Equal paragraphs as a shortest list of differences pairs them: where there are only copies.
 void AddShortest(const StretchText& text, std::vector<Place>& places) {
     DifferenceSearch search;
-    search.Run(text.FirstNumbers(), text.SecondNumbers(), text.NumberCount(), {});
-    const ChangedPlaces& changed = search.Changed();
-    std::int32_t second = 0;
-    for (std::int32_t first = 0; first < text.FirstCount(); ++first) {
-        if (changed.original[static_cast<std::size_t>(first)] != 0)
-            continue;
-        while (changed.modified[static_cast<std::size_t>(second)] != 0)
-            ++second;
-        if (text.First(first, first + 1).weight > 0)
-            places.emplace_back(first, second);
-        ++second;
+    search.Run(text.FirstNumbers(), text.SecondNumbers(), text.NumberCount());
+    for (const AlignedPair& pair : MatchedPairs(search.Changed())) {
+        if (text.First(pair.first, pair.first + 1).weight > 0)
+            places.emplace_back(pair.first, pair.second);
     }
 }
 

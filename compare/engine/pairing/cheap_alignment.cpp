@@ -1,7 +1,6 @@
 #include "compare/engine/pairing/cheap_alignment.h"
 
 namespace zorvane {
-namespace {
 
 std::vector<AlignedPair> MatchedPairs(const ChangedPlaces& changed) {
     std::vector<AlignedPair> pairs;
@@ -16,14 +15,12 @@ std::vector<AlignedPair> MatchedPairs(const ChangedPlaces& changed) {
     return pairs;
 }
 
-}  // namespace
-
 std::vector<AlignedPair> AlignCheaply(std::span<const std::uint32_t> first,
                                       std::span<const std::uint32_t> second,
                                       std::uint32_t number_count,
                                       const std::function<std::int32_t(std::int32_t)>& keep,
                                       std::int32_t chunk_cost, DifferenceSearch& search) {
-    search.Run(first, second, number_count, {});
+    search.Run(first, second, number_count);
     const std::vector<AlignedPair> pairs = MatchedPairs(search.Changed());
     std::vector<AlignedPair> kept;
     std::size_t begin = 0;

@@ -11,6 +11,9 @@
 
 namespace zorvane {
 
+/// The partners that a search has found, ascending.
+std::vector<AlignedPair> MatchedPairs(const ChangedPlaces& changed);
+
 /// Equal elements have equal numbers below `number_count`. `keep(i)`: what it brings to keep
 /// element i of the first side. Islands of kept elements between two changes that bring less than
 /// `chunk_cost` are given up. Near linear time.

@@ -72,7 +72,7 @@ std::int64_t PairScorer::KeptByTable(std::span<const std::uint32_t> first,
 
 std::int64_t PairScorer::KeptBySearch(std::span<const std::uint32_t> first,
                                       std::span<const std::uint32_t> second) {
-    search_.Run(first, second, static_cast<std::uint32_t>(text_.RunCount()), {});
+    search_.Run(first, second, static_cast<std::uint32_t>(text_.RunCount()));
     std::int64_t kept = 0;
     for (std::size_t i = 0; i < first.size(); ++i)
         kept += search_.Changed().original[i] == 0 ? text_.Weight(first[i]) : 0;

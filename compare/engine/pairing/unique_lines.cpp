@@ -6,6 +6,7 @@
 #include "compare/engine/difference_search.h"
 #include "compare/engine/line_table.h"
 #include "compare/engine/pairing/alike_lines.h"
+#include "compare/engine/pairing/cheap_alignment.h"
 #include "compare/engine/pairing/heaviest_chain.h"
 
 namespace zorvane {
@@ -83,17 +84,9 @@ void AppendShortest(const Numbered& numbers, const PlaceRange& range, const Plac
     DifferenceSearch search;
     search.Run(part(numbers.first, gap.first_begin - range.first_begin, gap.FirstCount()),
                part(numbers.second, gap.second_begin - range.second_begin, gap.SecondCount()),
-               numbers.count, {});
-    const ChangedPlaces& changed = search.Changed();
-    std::size_t second = 0;
-    for (std::size_t i = 0; i < changed.original.size(); ++i) {
-        if (changed.original[i] != 0)
-            continue;
-        while (changed.modified[second] != 0)
-            ++second;
-        AppendPlace(runs, gap.first_begin + static_cast<std::int32_t>(i),
-                    gap.second_begin + static_cast<std::int32_t>(second++));
-    }
+               numbers.count);
+    for (const AlignedPair& pair : MatchedPairs(search.Changed()))
+        AppendPlace(runs, gap.first_begin + pair.first, gap.second_begin + pair.second);
 }
 
 // Up to the run in front, and down to the next.
