@@ -330,6 +330,40 @@ TEST(RichDocument, FormatsWholeParagraphs) {
     }
 }
 
+TEST(RichDocument, AnEmptyLastParagraphHasAFormat) {
+    for (const char16_t* text : {u"", u"a\r\n"}) {
+        RichDocument document;
+        document.SetText(text);
+        Mirror mirror(document);
+        const CharPos end{document.Length()};
+        ParagraphFormatChange change;
+        change.alignment = Alignment::Center;
+        document.MoveCaret(end);
+        document.FormatParagraphs({end, 0}, change);
+        EXPECT_EQ(mirror.edits, 1);
+        change = {};
+        change.left_indent = 100;
+        document.FormatParagraphs(At(0, 99), change);
+        const auto last = [&] { return document.ParagraphFormatAt(end); };
+        EXPECT_EQ(last().alignment, Alignment::Center);
+        document.Type(u"x");
+        EXPECT_EQ(last().alignment, Alignment::Center) << "what is typed there takes it";
+        EXPECT_EQ(last().left_indent, 100);
+        document.Undo();
+        EXPECT_EQ(last().left_indent, 100);
+        document.Undo();
+        EXPECT_EQ(last().left_indent, 0);
+        EXPECT_EQ(last().alignment, Alignment::Center);
+        document.Undo();
+        EXPECT_EQ(last(), ParagraphFormat{});
+        document.Redo();
+        document.Redo();
+        EXPECT_EQ(last().left_indent, 100);
+        document.SetText(u"");
+        EXPECT_EQ(last(), ParagraphFormat{});
+    }
+}
+
 TEST(RichDocumentProperty, NoticesMakeTheSameTextAndUndoGoesThroughAllStates) {
     for (unsigned seed = 0; seed < 120; ++seed) {
         SCOPED_TRACE(seed);

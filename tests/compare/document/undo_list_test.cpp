@@ -13,7 +13,7 @@ struct Text {
 
     void Put(std::int32_t first, std::int32_t length, std::u16string_view put,
              EditKind kind = EditKind::Other) {
-        EditStep step{EditStep::Part::Text, CharPos{first}, length, RichText::Plain(put)};
+        EditStep step{EditStep::Part::Text, CharPos{first}, length, RichText::Plain(put), {}};
         Swap(step);
         list.Add(std::move(step), kind, put, {}, {});
     }
