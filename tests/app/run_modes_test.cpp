@@ -17,9 +17,7 @@ namespace {
 
 class RunModesTest : public ::testing::Test {
   protected:
-    RunModesTest()
-        : process(fakes.platform),
-          frame(process, request, [] { return std::make_unique<SilentWindow>(); }) {
+    RunModesTest() : process(fakes.platform), frame(process, frame_window, SilentViewers(process)) {
         fakes.folder.Write("a.txt", "one\ntwo words\nthree\n");
         fakes.folder.Write("b.txt", "one\n2 words\nthree\nfour\n");
     }
@@ -41,6 +39,7 @@ class RunModesTest : public ::testing::Test {
     FakePlatform fakes;
     ProcessState process;
     CommandLineRequest request;
+    SilentFrame frame_window;
     frmMainMDI frame;
 };
 
@@ -158,7 +157,7 @@ TEST_F(RunModesTest, PreparesTheUserOnce) {
 
 TEST_F(RunModesTest, AutomationDrivesTheSameRun) {
     std::vector<std::pair<std::string, std::int32_t>> events;
-    clsZorvane client(process, request, frame, [&](const std::string& message, std::int32_t code) {
+    clsZorvane client(process, frame, [&](const std::string& message, std::int32_t code) {
         events.emplace_back(message, code);
     });
     std::string line = Line("/X");
@@ -172,16 +171,6 @@ TEST_F(RunModesTest, AutomationDrivesTheSameRun) {
     EXPECT_EQ(events[0], std::pair(std::string("Command line is empty"), -2));
     EXPECT_EQ(events[1].second, -3);
     frame.UnloadAll();
-}
-
-TEST_F(RunModesTest, NumbersViewersByTheirCount) {
-    frame.CreateNewCompareFilesForm();
-    EXPECT_EQ(frame.CreateNewCompareFilesForm().Description(), "2_CompareFile");
-    EXPECT_EQ(frame.frmGetCFNumber(1).Description(), "1_CompareFile");
-    EXPECT_EQ(frame.frmGetCFNumber(7).Description(), "3_CompareFile") << "made when there is none";
-    EXPECT_EQ(frame.NumberOpenScreens(), 3);
-    frame.UnloadAll();
-    EXPECT_EQ(frame.NumberOpenScreens(), 0);
 }
 
 }  // namespace
