@@ -1,7 +1,7 @@
 #include "app/start.h"
 
+#include "app/compare_command.h"
 #include "common/base/text_encoding.h"
-#include "common/file_utilities.h"
 #include "common/platform/exec_program.h"
 #include "common/platform/services.h"
 #include "common/platform/terminal.h"
@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::size_t kClearHistoryAlone = 15;  // a line shorter than this holds nothing else
 constexpr const char* kWindowProgram = "/zorvane-window";
-
-bool Exists(const std::string& path) {
-    return bFileExists(path) || bDirectoryExists(path);
-}
 
 StartPlace WindowWhereItCan(const StartFacts& facts) {
     return facts.display && !facts.window_program.empty() ? StartPlace::Window : StartPlace::Here;
@@ -61,7 +57,7 @@ StartPlace WhereToStart(const StartDecision& decision, const CommandLineRequest&
 }
 
 StartPlace WhereToStart(const std::vector<std::string>& arguments, const StartFacts& facts) {
-    const bool two_paths = arguments.size() == 2 && Exists(arguments[0]) && Exists(arguments[1]);
+    const bool two_paths = arguments.size() == 2 && MeansCompare(arguments) && arguments[1] != "-";
     return two_paths ? WindowWhereItCan(facts) : StartPlace::Here;
 }
 
