@@ -1,24 +1,18 @@
 // The process-wide record, made in `Main` and passed by reference.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
+#include "common/message_sink.h"
 #include "common/platform/ini_profile.h"
 #include "common/platform/platform.h"
+#include "common/run_telling.h"
 #include "common/translator.h"
 
 namespace zorvane {
-
-/// A message that waits for how a step ends.
-struct HeldMessage {
-    std::string message;
-    std::string file;
-    bool show = false;
-};
 
 struct ProcessState {
     explicit ProcessState(Platform& system) : platform(system) {}
@@ -29,23 +23,25 @@ struct ProcessState {
     std::string gsSettingsFile;  ///< full path of the one settings file; empty: defaults only
     std::string gsDataFolder;    ///< the folder that holds it
     std::string gsAppDataFolder;
-    std::unique_ptr<IniProfile> settings = MakeMemoryIniProfile();  ///< of `gsSettingsFile`
-    bool gbCommandLineRunning = false;  ///< a command-line run owns the process: no dialogs
+    /// Of `gsSettingsFile`. Who goes on to use the one that was read shares it: `/+` opens another.
+    std::shared_ptr<IniProfile> settings = MakeMemoryIniProfile();
+    /// A command-line run owns the process: the frame restores no viewers and does not end the
+    /// process. Who asks and shows nothing is told by the viewer of the run, not by this.
+    bool gbCommandLineRunning = false;
+    bool bHistoryOff = false;  ///< `/CLEARHISTORY` at the start: no viewer keeps recent items
     bool gbAutomationHosted = false;
     bool gbFrameClosing = false;
-    std::int32_t glDifferencesFound = 0;
+    /// Of the last run that ended; an automation client reads it at any time.
+    std::atomic<std::int32_t> glDifferencesFound = 0;
     std::string sHelpFile;
     std::string sHelpWebRoot;
     std::string sQuickStartFile;
 
     bool bWithoutSandbox = false;  ///< documents are read by a process that is not closed in
 
-    std::string sLogFile;        ///< where `LogMessage` writes; empty: nowhere
-    bool bShowMessages = false;  ///< also shows each message
-    /// One sentence that names the file, in place of the fixed texts that scripts look for.
-    bool bTellsPlainly = false;
-    std::vector<HeldMessage>* held_messages = nullptr;  ///< of the open `MessageHold`
-    std::map<std::string, std::string> shown_names;     ///< of files that stand for something else
+    MessageSink messages{platform};
+    /// Of the start, and of all that belongs to no run. A viewer has its own.
+    RunTelling telling{messages};
 
     std::string Translate(std::string_view english) { return translator.Translate(english); }
 };

@@ -3,13 +3,16 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/command_line_request.h"
 #include "common/base/side.h"
+#include "common/run_telling.h"
 #include "compare/compare_run.h"
+#include "compare/viewer.h"
 #include "compare/viewer_editors.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
@@ -23,19 +26,31 @@ namespace zorvane {
 /// A run whose result nobody looks at in editors marks none.
 enum class BuildViews { Yes, No };
 
-class frmCompareFiles : private ReportSource {
+class frmCompareFiles : public Viewer, private ReportSource {
   public:
-    /// Everything is borrowed and outlives the viewer.
+    /// The process and the window are borrowed and outlive the viewer; the request is copied.
     frmCompareFiles(ProcessState& process, const CommandLineRequest& request,
                     CompareFilesWindow& window);
 
     // ---- life ----
     /// Names the viewer and reads its settings section.
-    void Setup(const std::string& sDescription, bool load);
-    void ReadIniFile();
+    void Setup(const std::string& sDescription, bool load) override;
+    void ReadIniFile() override;
     /// Writes its section; nothing without a name.
-    void SaveIniFile();
-    const std::string& Description() const { return sDescription_; }
+    void SaveIniFile() override;
+    const std::string& Description() const override { return sDescription_; }
+    ViewerKind Kind() const override { return ViewerKind::CompareFiles; }
+    std::vector<std::string> FileNames() const override;
+    void Activate() override { window_.Activate(); }
+    bool MayClose() override { return window_.ConfirmClose(); }
+    void Close() override;
+
+    // ---- the command line of a run ----
+    /// From here to the end the viewer works for a command line: its log file and messages (which
+    /// stay), its title, and its silence, which is this viewer's alone.
+    void BeginCommandLine(const CommandLineRequest& request, bool silent);
+    void EndCommandLine();
+    RunTelling& Telling() override { return telling_; }
 
     // ---- what a run works on ----
     clsCompareFileOptions& Options() { return options_; }
@@ -71,7 +86,11 @@ class frmCompareFiles : private ReportSource {
     void LookForMoves(bool on) { find_moves_ = on; }
     /// Compares the two texts. A failure has been told; an abort is one of its own.
     Status RunDocumentEngine();
-    void Abort() { mbAbortRequested_ = true; }
+    bool Busy() const override { return telling_.InRun(); }
+    void Abort() override {
+        mbAbortRequested_ = true;
+        telling_.Stop();
+    }
     /// After an option was changed: the view stays as it is until the next run.
     void OptionsChanged();
     /// After a user's edit of one side.
@@ -130,7 +149,9 @@ class frmCompareFiles : private ReportSource {
     std::string Translate(const char* english) { return process_.Translate(english); }
 
     ProcessState& process_;
-    const CommandLineRequest& request_;
+    RunTelling telling_;
+    std::shared_ptr<IniProfile> settings_file_;  ///< that the lists were read from
+    CommandLineRequest request_;                 ///< its own: the next line changes nothing here
     CompareFilesWindow& window_;
     std::string sDescription_;
     clsCompareFileOptions options_;

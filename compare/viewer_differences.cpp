@@ -16,6 +16,7 @@ using namespace std::chrono_literals;
 // ---- views and filters ----
 
 void frmCompareFiles::cmdChangeViewFormat_Click() {
+    const TellingRun run(telling_);
     if (!process_.gbCommandLineRunning) {
         window_.ShowPleaseWait(true);
         process_.platform.clock->Sleep(10ms);
@@ -132,12 +133,14 @@ void frmCompareFiles::UpdateStatusBar() {
 // ---- reports ----
 
 ReportResult frmCompareFiles::CreateReport(std::string& file, ReportType type, std::int32_t style) {
+    const TellingRun run(telling_);
     return zorvane::CreateReport(*this, file, type, style);
 }
 
 ReportResult frmCompareFiles::CreateReportGUI(Launch launch, const std::string& file) {
     if (mbCompareBusy_)
         return ReportResult::Busy;
+    const TellingRun run(telling_);
     return zorvane::CreateReportGUI(*this, launch, file);
 }
 
@@ -177,7 +180,7 @@ void frmCompareFiles::ShowReportMessage(const std::string& text, const std::stri
 }
 
 std::string frmCompareFiles::CommandLineTitle() const {
-    return process_.gbCommandLineRunning ? request_.sReportTitle : std::string();
+    return request_.sReportTitle;
 }
 
 }  // namespace zorvane
