@@ -32,7 +32,8 @@ std::string Upper(std::string_view text) {
 
 }  // namespace
 
-OptionValue::OptionValue(OptionSet& set, const char* name) : set_(set), name_(name) {
+OptionValue::OptionValue(OptionSet& set, const char* name, std::string default_text)
+    : set_(set), name_(name), default_(std::move(default_text)) {
     set.options_.push_back(this);
 }
 
@@ -45,7 +46,7 @@ void OptionValue::CreateReport_ActiveData(std::string& out) const {
 }
 
 Status clsVarBoolean::LoadStateFromFile(IniProfile& file, std::string_view section) {
-    SetData(Upper(file.Read(section, Name(), default_ ? "True" : "False")) != "FALSE");
+    SetData(Upper(file.Read(section, Name(), Default())) != "FALSE");
     return Status::Ok();
 }
 
@@ -63,10 +64,10 @@ Status clsVarBoolean::SetFromText(std::string_view text) {
 }
 
 Status clsVarLong::LoadStateFromFile(IniProfile& file, std::string_view section) {
-    const std::string text = file.Read(section, Name(), default_);
+    const std::string text = file.Read(section, Name(), Default());
     if (SetFromText(text).ok())
         return Status::Ok();
-    SetData(Long(default_).value_or(0));
+    SetData(Long(Default()).value_or(0));
     return Failure{"[" + std::string(section) + "] " + Name() + "=" + text + ": not a number"};
 }
 
@@ -83,7 +84,7 @@ Status clsVarLong::SetFromText(std::string_view text) {
 }
 
 Status clsVarString::LoadStateFromFile(IniProfile& file, std::string_view section) {
-    SetData(file.Read(section, Name(), default_));
+    SetData(file.Read(section, Name(), Default()));
     return Status::Ok();
 }
 
@@ -140,6 +141,7 @@ void OptionSet::CopyFrom(const OptionSet& other) {
     sSectionName = other.sSectionName;
     std::vector<const OptionValue*> changed;
     for (std::size_t i = 0; i < options_.size(); ++i) {
+        options_[i]->default_ = other.options_[i]->default_;
         if (options_[i]->TakeData(*other.options_[i]))
             changed.push_back(options_[i]);
     }

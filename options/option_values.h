@@ -19,7 +19,7 @@ class OptionSet;
 /// One option of a set. It enrols itself in the set, so that it is copied with its set alone.
 class OptionValue {
   public:
-    OptionValue(OptionSet& set, const char* name);
+    OptionValue(OptionSet& set, const char* name, std::string default_text);
     virtual ~OptionValue() = default;
     OptionValue(const OptionValue&) = delete;
     OptionValue& operator=(const OptionValue&) = delete;
@@ -36,6 +36,8 @@ class OptionValue {
 
   protected:
     void TellListeners() const;
+    /// What a load reads where the file has nothing.
+    const std::string& Default() const { return default_; }
 
   private:
     friend class OptionSet;
@@ -45,6 +47,7 @@ class OptionValue {
 
     OptionSet& set_;
     std::string name_;
+    std::string default_;
 };
 
 /// What the three kinds share.
@@ -61,8 +64,8 @@ class OptionOf : public OptionValue {
     }
 
   protected:
-    OptionOf(OptionSet& set, const char* name, T before_load)
-        : OptionValue(set, name), data_(std::move(before_load)) {}
+    OptionOf(OptionSet& set, const char* name, std::string default_text, T before_load)
+        : OptionValue(set, name, std::move(default_text)), data_(std::move(before_load)) {}
 
   private:
     bool HasSameData(const OptionValue& other) const override {
@@ -80,41 +83,32 @@ class OptionOf : public OptionValue {
 class clsVarBoolean : public OptionOf<bool> {
   public:
     clsVarBoolean(OptionSet& set, const char* name, bool default_value)
-        : OptionOf(set, name, false), default_(default_value) {}
+        : OptionOf(set, name, default_value ? "True" : "False", false) {}
     /// Any text but "FALSE", in any case, reads as true.
     Status LoadStateFromFile(IniProfile& file, std::string_view section) override;
     void SaveStateToFile(IniProfile& file, std::string_view section) const override;
     Status SetFromText(std::string_view text) override;
     std::string ActiveData() const override { return Data() ? "True" : "False"; }
-
-  private:
-    bool default_;
 };
 
 class clsVarLong : public OptionOf<std::int32_t> {
   public:
     clsVarLong(OptionSet& set, const char* name, std::int32_t default_value)
-        : OptionOf(set, name, 0), default_(std::to_string(default_value)) {}
+        : OptionOf(set, name, std::to_string(default_value), 0) {}
     Status LoadStateFromFile(IniProfile& file, std::string_view section) override;
     void SaveStateToFile(IniProfile& file, std::string_view section) const override;
     Status SetFromText(std::string_view text) override;
     std::string ActiveData() const override { return std::to_string(Data()); }
-
-  private:
-    std::string default_;
 };
 
 class clsVarString : public OptionOf<std::string> {
   public:
     clsVarString(OptionSet& set, const char* name, std::string default_value)
-        : OptionOf(set, name, "Not Initialized"), default_(std::move(default_value)) {}
+        : OptionOf(set, name, std::move(default_value), "Not Initialized") {}
     Status LoadStateFromFile(IniProfile& file, std::string_view section) override;
     void SaveStateToFile(IniProfile& file, std::string_view section) const override;
     Status SetFromText(std::string_view text) override;
     std::string ActiveData() const override { return Data(); }
-
-  private:
-    std::string default_;
 };
 
 /// The options of a viewer. Defaults reach the data only through a load. A set is a value: a class

@@ -273,6 +273,62 @@ TEST(CompareFilesSettings, ReadsAnotherLocaleAndRefusesAnUnknownType) {
     EXPECT_EQ(settings.lDupMaxDeltaX, 0);
 }
 
+TEST(CompareFilesSettings, SaveAPlaceOfAWindowOfNormalSizeOnly) {
+    struct Row {
+        const char* name;
+        std::int32_t state;
+        WindowPlace place;
+        const char* saved_state;
+        const char* saved_left;
+    };
+    for (const Row& row : {Row{"normal", 0, WindowPlace::Save, "0", "33"},
+                           Row{"maximised", 2, WindowPlace::Save, "2", "none"},
+                           Row{"stands in for a dialog", 0, WindowPlace::Leave, "none", "none"}}) {
+        SCOPED_TRACE(row.name);
+        const auto file = MakeMemoryIniProfile();
+        CompareFilesSettings settings;
+        settings.WindowState = row.state;
+        settings.Left = 33;
+        SaveCompareFilesSettings(*file, kSection, settings, row.place);
+        EXPECT_EQ(file->Read(kSection, "WindowState", "none"), row.saved_state);
+        EXPECT_EQ(file->Read(kSection, "Left", "none"), row.saved_left);
+        EXPECT_EQ(file->Read(kSection, "sFontName", "none"), "Courier");
+    }
+}
+
+TEST(CompareFilesView, ComesBackWithTheSettings) {
+    const auto file = MakeMemoryIniProfile();
+    CompareFilesSettings settings;
+    EXPECT_TRUE(settings.view.KeepParagraphsOpposite) << "on at first";
+    settings.view.KeepParagraphsOpposite = false;
+    settings.view.Layout = PaneLayout::Result;
+    settings.view.RatioColumns = 0.3;
+    settings.view.ZoomPercent = 150;
+    SaveCompareFilesSettings(*file, kSection, settings);
+    EXPECT_EQ(file->Read("1_CompareFileView", "KeepParagraphsOpposite", ""), "FALSE");
+    EXPECT_EQ(file->Read(kSection, "ZoomPercent", "none"), "none") << "in a section of its own";
+    CompareFilesSettings again;
+    ReadCompareFilesSettings(*file, kSection, again);
+    EXPECT_EQ(again, settings);
+}
+
+TEST(CompareFilesView, BringsBadValuesIntoRange) {
+    const auto file = MakeMemoryIniProfile();
+    for (const auto& [key, text] : {std::pair{"ZoomPercent", "0"},
+                                    {"PanelWidth", "1e9"},
+                                    {"RatioColumns", "-4"},
+                                    {"Layout", "7"},
+                                    {"OptionsTab", "99999999999"}})
+        file->Write("1_CompareFileView", key, text);
+    CompareFilesView view;
+    ReadCompareFilesView(*file, kSection, view);
+    EXPECT_EQ(view.ZoomPercent, 25);
+    EXPECT_EQ(view.PanelWidth, 2000);
+    EXPECT_EQ(view.RatioColumns, 0.1);
+    EXPECT_EQ(view.Layout, PaneLayout::EditorsAndResult);
+    EXPECT_EQ(view.OptionsTab, 0) << "no number of ours";
+}
+
 TEST(AdvancedActions, SetTheirSetting) {
     CompareFilesSettings settings;
     EXPECT_TRUE(ApplyAdvancedAction(3, settings));
