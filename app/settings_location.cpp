@@ -1,9 +1,11 @@
 #include "app/settings_location.h"
 
+#include <chrono>
 #include <filesystem>
 
 #include "common/base/text_encoding.h"
 #include "common/file_utilities.h"
+#include "common/log_message.h"
 #include "common/path_tokens.h"
 #include "common/platform/native_path.h"
 #include "common/process_state.h"
@@ -15,37 +17,55 @@ constexpr const char* kDataFolder = "%appdata%\\Tarnwick, Inc\\Zorvane\\";
 constexpr const char* kLanguages = "Languages";
 constexpr std::int32_t kRoamingData = 26;
 
-bool RoundTrips(const std::string& path, const std::string& value) {
-    {
-        const auto writer = OpenIniProfile(path);
-        writer->Write("Main", "Partial", value);
-        if (!writer->Flush().ok())
-            return false;
-    }
-    return OpenIniProfile(path)->Read("Main", "Partial", "0") == value;
+enum class Probe { Good, Bad, LockedElsewhere };
+
+Probe RoundTrip(const std::string& path, const std::string& value) {
+    const auto writer = OpenIniProfile(path);
+    writer->Write("Main", "Partial", value);
+    if (!writer->Flush().ok())
+        return writer->IsLockedElsewhere() ? Probe::LockedElsewhere : Probe::Bad;
+    return OpenIniProfile(path)->Read("Main", "Partial", "0") == value ? Probe::Good : Probe::Bad;
+}
+
+Probe ProbeFile(const std::string& path) {
+    if (path.find("Folder Not Valid On this OS") != std::string::npos ||
+        path.find("Special Folder Does Not Exist") != std::string::npos ||
+        path.find("(error)") != std::string::npos)
+        return Probe::Bad;
+    const std::string folder(ParentOf(path));
+    if (!bDirectoryExists(folder))
+        MakeDirectoryTree(folder);
+    if (!bDirectoryExists(folder))
+        return Probe::Bad;
+    const Probe first = RoundTrip(path, "level2");
+    return first == Probe::Good ? RoundTrip(path, "Level3") : first;
 }
 
 }  // namespace
 
 bool ProbeSettingsFile(const std::string& path) {
-    if (path.find("Folder Not Valid On this OS") != std::string::npos ||
-        path.find("Special Folder Does Not Exist") != std::string::npos ||
-        path.find("(error)") != std::string::npos)
-        return false;
-    const std::string folder(ParentOf(path));
-    if (!bDirectoryExists(folder))
-        MakeDirectoryTree(folder);
-    return bDirectoryExists(folder) && RoundTrips(path, "level2") && RoundTrips(path, "Level3");
+    return ProbeFile(path) == Probe::Good;
 }
 
 void LocateSettingsFile(ProcessState& process) {
     const std::string roaming = process.platform.folders->GetSpecialFolder(kRoamingData);
     process.gsDataFolder = roaming + "\\Tarnwick, Inc\\Zorvane";
     const std::string candidate = process.gsDataFolder + "\\Zorvane.INI";
-    if (!ProbeSettingsFile(candidate))
+    const Probe probe = ProbeFile(candidate);
+    if (probe == Probe::Bad)
         return;
+    // A hanging program is no reason to lose the user's settings from sight; who waited once does
+    // not wait again.
+    if (probe == Probe::LockedElsewhere)
+        LogMessage(
+            process,
+            process.Translate("Settings cannot be saved, another program keeps them locked") +
+                ": " + candidate,
+            "", true);
     process.gsSettingsFile = candidate;
-    process.settings = OpenIniProfile(candidate);
+    process.settings =
+        OpenIniProfile(candidate, probe == Probe::LockedElsewhere ? std::chrono::milliseconds(0)
+                                                                  : kSettingsLockPatience);
 }
 
 void OverrideSettingsFile(ProcessState& process, const std::string& path) {

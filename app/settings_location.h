@@ -9,7 +9,8 @@ struct ProcessState;
 
 /// Finds the settings file, proves that it can be written, and opens it as `process.settings`. Sets
 /// `gsSettingsFile` and `gsDataFolder`. With no usable place the program runs on defaults and loses
-/// what it writes: the path is then empty and the settings live in memory.
+/// what it writes: the path is then empty and the settings live in memory. Where another program
+/// keeps the file locked, that is told, and the settings are read from it all the same.
 void LocateSettingsFile(ProcessState& process);
 
 /// True when two values written to section `Main`, key `Partial`, come back as written. Makes the
