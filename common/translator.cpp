@@ -1,5 +1,7 @@
 #include "common/translator.h"
 
+#include <algorithm>
+
 #include "common/base/text_encoding.h"
 #include "common/choose_language.h"
 #include "common/file_utilities.h"
@@ -84,6 +86,19 @@ std::string modTranslator::Translate(std::string_view sEnglish) {
     if (gsLanguage != kEnglish)
         AddToLanguageFile(key);
     return key;
+}
+
+std::string modTranslator::TranslateLines(std::string_view sEnglish) {
+    std::string lines;
+    while (!sEnglish.empty()) {
+        const std::size_t end = std::min(sEnglish.find_first_of("\r\n"), sEnglish.size());
+        lines += Translate(sEnglish.substr(0, end));
+        sEnglish.remove_prefix(end);
+        const std::size_t next = std::min(sEnglish.find_first_not_of("\r\n"), sEnglish.size());
+        lines += sEnglish.substr(0, next);
+        sEnglish.remove_prefix(next);
+    }
+    return lines;
 }
 
 void modTranslator::EmptyLanguageTable() {

@@ -33,6 +33,9 @@ class modTranslator {
     /// `sEnglish` in the language in force. A text that the language file lacks is appended to it,
     /// once in a run. Blank texts come back as they are. Safe from any thread once it is started.
     std::string Translate(std::string_view sEnglish);
+    /// A text of several lines, each line a text of its own, since no line of a language file can
+    /// hold them together. Line ends and blank lines stay.
+    std::string TranslateLines(std::string_view sEnglish);
     void EmptyLanguageTable();
     /// Fills the dictionary from `gsLanguageFile`; false when it cannot be read.
     bool LoadLanguageTable();

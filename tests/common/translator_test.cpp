@@ -103,6 +103,14 @@ TEST_F(TranslatorTest, WritesNothingThatWouldReadBackAsSomethingElse) {
     EXPECT_EQ(fakes.folder.Read(File()), table + "\"say \"yes\"\"\r\n") << "quotes inside are fine";
 }
 
+TEST_F(TranslatorTest, TranslatesLineByLine) {
+    Start("\"a\",\"A\"\r\n\" b\",\" B\"\r\n");
+    const std::pair<const char*, const char*> rows[] = {
+        {"", ""}, {"a", "A"}, {"a\n\n b", "A\n\n B"}, {"\r\na\r\n", "\r\nA\r\n"}, {"\n", "\n"}};
+    for (const auto& [english, german] : rows)
+        EXPECT_EQ(process.translator.TranslateLines(english), german);
+}
+
 TEST_F(TranslatorTest, AnswersSeveralThreads) {
     Start("\"File\",\"Datei\"\r\n");
     const auto ask = [this](int from) {
