@@ -2,9 +2,9 @@
 """The texts that the program passes to Translate, as its source has them.
 
   list_phrases.py                     prints them, one a line, as a language file would hold them
-  list_phrases.py --check FILE...     fails where a language file lacks one, has one that nobody
-                                      asks for, or says one twice; and where the source asks for a
-                                      text that this tool cannot find
+  list_phrases.py --check FILE...     fails where a language file lacks one or says one twice, and
+                                      where the source asks for a text that this tool cannot find;
+                                      names those that nobody asks for
   list_phrases.py --self-test         checks the tool itself
 """
 
@@ -25,6 +25,8 @@ INDIRECT = {
     "row.title": [r"kFooters\[\] = \{(.*?)\n\};"],
     "row.none": [],
     "row.some": [],
+    "FilterWords(filter)": [r"FilterWords\([^)]*\) \{(.*?)\n\}"],
+    "RowOf(kind).words": [r"\{ViewerKind::\w+, \"\w+\", \"\w+\", \d+, (\"[^\"]+\")\}"],
     "question": [r"const char\* question = (.*?);", r"\n    Advise\((.*?)\);"],
     "done_text": [],
     "text": [r"\bkUnable =(.*?);", r"\bFail\([^;]*?, *((?:\"(?:[^\"\\]|\\.)*\"\s*)+)\)"],
@@ -88,7 +90,7 @@ def lines_of(text):
 
 def phrases_of(files):
     """From name to source: the phrases, and what could not be resolved."""
-    phrases, unknown = {}, []
+    phrases, unknown, asked = {}, [], set()
     whole = "\n".join(files.values())
 
     def add(text, name):
@@ -108,18 +110,18 @@ def phrases_of(files):
             own = literals(whole_argument)
             for text in own:
                 add(text, name)
-            indirect = INDIRECT.get(argument.removeprefix("bridge."))
-            if indirect is None and not own and argument not in HANDED_ON:
+            asked.add(argument)
+            if argument not in INDIRECT and not own and argument not in HANDED_ON:
                 unknown.append(f"{name}: Translate({argument})")
-    for patterns in INDIRECT.values():
-        for pattern in patterns:
-            regions = list(re.finditer(pattern, whole, re.S))
-            if not regions:
-                unknown.append(f"nothing matches {pattern}")
-            for region in regions:
-                for text in literals(region[1]):
-                    if re.search(r"\w", text) and (" " in text or len(text) > 1):
-                        add(text, pattern)
+    for argument in sorted(asked & INDIRECT.keys()):
+        patterns = INDIRECT[argument]
+        regions = [region for pattern in patterns for region in re.finditer(pattern, whole, re.S)]
+        if patterns and not regions:
+            unknown.append(f"nothing is found for Translate({argument})")
+        for region in regions:
+            for text in literals(region[1]):
+                if re.search(r"\w", text):
+                    add(text, argument)
     return phrases, unknown
 
 
@@ -153,8 +155,8 @@ def check(path, phrases):
     table, twice = table_of(path.read_text(encoding="utf-8-sig"))
     problems = [f"stands twice: {text!r}" for text in twice]
     problems += [f"missing: {text!r} ({where})" for text, where in phrases.items() if text not in table]
-    problems += [f"nobody asks for: {text!r}" for text in table if text not in phrases]
-    for problem in problems:
+    unused = [f"nobody asks for (no failure): {text!r}" for text in table if text not in phrases]
+    for problem in problems + unused:
         print(f"{path.name}: {problem}")
     return not problems
 
