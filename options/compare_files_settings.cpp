@@ -1,5 +1,6 @@
 #include "options/compare_files_settings.h"
 
+#include <algorithm>
 #include <variant>
 
 #include "common/base/text_encoding.h"
@@ -97,6 +98,8 @@ constexpr KeyRow kRows[] = {
 };
 
 constexpr const char* kSharedSection = "frmMain";
+constexpr double kSmallestFont = 1;
+constexpr double kLargestFont = 400;
 
 std::string SectionOf(const KeyRow& row, const std::string& own) {
     return row.scope == Scope::Shared ? kSharedSection : own;
@@ -141,6 +144,12 @@ void ReadCompareFilesSettings(IniProfile& file, const std::string& section,
     // A stored type outside the four is ignored.
     if (settings.mlReportDefaultFileType_MD < 1 || settings.mlReportDefaultFileType_MD > 4)
         settings.mlReportDefaultFileType_MD = defaults.mlReportDefaultFileType_MD;
+    // A file from elsewhere may hold what no window can show.
+    settings.dFontSize = std::clamp(settings.dFontSize, kSmallestFont, kLargestFont);
+    if (settings.dRatioTopEditor <= 0 || settings.dRatioTopEditor >= 1)
+        settings.dRatioTopEditor = CompareFilesSettings().dRatioTopEditor;
+    for (const auto size : {&Settings::Width, &Settings::Height})
+        settings.*size = settings.*size > 0 ? settings.*size : defaults.*size;
     ReadCompareFilesView(file, section, settings.view);
 }
 

@@ -25,7 +25,6 @@ constexpr SettingRow<Settings> kRows[] = {
     {"FontItalic", &Settings::FontItalic},
 };
 
-constexpr double kNoRatio = 12345;
 constexpr std::int32_t kMostItems = 20;
 constexpr std::string_view kMissing = "+-!#";
 
@@ -52,8 +51,11 @@ void ReadFindSettings(IniProfile& file, const std::string& section, FindSettings
     const FindSettings before = settings;
     ReadSettings<Settings>(file, section, kRows, settings);
     for (const auto ratio :
-         {&Settings::dDividerPrimaryRatioLast, &Settings::dDividerSecondaryRatio})
-        settings.*ratio = settings.*ratio == kNoRatio ? before.*ratio : settings.*ratio;
+         {&Settings::dDividerPrimaryRatioLast, &Settings::dDividerSecondaryRatio}) {
+        // 12345 stands for no value; the others would hide a part for good.
+        if (settings.*ratio <= 0 || settings.*ratio >= 1)
+            settings.*ratio = before.*ratio;
+    }
     ForEachWidth(settings, [&](const std::string& key, std::int32_t& width) {
         ReadSetting(file, section, key, width);
     });

@@ -18,7 +18,8 @@ struct FindSettings {
     std::int32_t Top = 200;
     std::int32_t Width = 6500;
     std::int32_t Height = 6500;
-    /// Share of the height above the primary divider. A stored 12345 stands for no value.
+    /// Share of the height above the primary divider. A stored 12345, and any other value outside
+    /// 0 to 1, stands for none.
     double dDividerPrimaryRatioLast = 0.85;
     double dDividerSecondaryRatio = 0.5;  ///< likewise
     std::array<std::int32_t, 5> fgFilesColWidth = {600, 5700, 700, 700, 8100};

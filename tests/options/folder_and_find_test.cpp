@@ -112,8 +112,9 @@ TEST(FindSettings, ComeBack) {
 }
 
 TEST(FindSettings, ReadOddRatios) {
-    const std::pair<const char*, double> rows[] = {
-        {"0,4", 0.4}, {"12345", 0.85}, {"half", 0.85}, {"nan", 0.85}};
+    const std::pair<const char*, double> rows[] = {{"0,4", 0.4},  {"12345", 0.85}, {"half", 0.85},
+                                                   {"nan", 0.85}, {"1", 0.85},     {"-0.5", 0.85},
+                                                   {"0", 0.85}};
     for (const auto& [text, ratio] : rows) {
         const auto file = MakeMemoryIniProfile();
         file->Write("1_FindText", "dDividerPrimaryRatioLast", text);

@@ -273,6 +273,31 @@ TEST(CompareFilesSettings, ReadsAnotherLocaleAndRefusesAnUnknownType) {
     EXPECT_EQ(settings.lDupMaxDeltaX, 0);
 }
 
+TEST(CompareFilesSettings, BringsIntoRangeWhatNoWindowCanShow) {
+    struct Row {
+        const char* font;
+        double font_read;
+        const char* ratio;
+        double ratio_read;
+        const char* width;
+        std::int32_t width_read;
+    };
+    for (const Row& row :
+         {Row{"1e300", 400, "0.25", 0.25, "1", 1}, Row{"-3", 1, "12345", 12345, "0", 12000},
+          Row{"10.5", 10.5, "-1", 12345, "-7", 12000}}) {
+        SCOPED_TRACE(row.font);
+        const auto file = MakeMemoryIniProfile();
+        file->Write(kSection, "dFontSize", row.font);
+        file->Write(kSection, "dRatioTopEditor", row.ratio);
+        file->Write(kSection, "Width", row.width);
+        CompareFilesSettings settings;
+        ReadCompareFilesSettings(*file, kSection, settings);
+        EXPECT_EQ(settings.dFontSize, row.font_read);
+        EXPECT_EQ(settings.dRatioTopEditor, row.ratio_read);
+        EXPECT_EQ(settings.Width, row.width_read);
+    }
+}
+
 TEST(CompareFilesSettings, SaveAPlaceOfAWindowOfNormalSizeOnly) {
     struct Row {
         const char* name;
