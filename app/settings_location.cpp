@@ -1,53 +1,83 @@
 #include "app/settings_location.h"
 
+#include <chrono>
 #include <filesystem>
 
 #include "common/base/text_encoding.h"
 #include "common/file_utilities.h"
-#include "common/path_tokens.h"
+#include "common/installed_data.h"
+#include "common/log_message.h"
 #include "common/platform/native_path.h"
 #include "common/process_state.h"
+#include "common/translator.h"
 
 namespace zorvane {
 namespace {
 
-constexpr const char* kDataFolder = "%appdata%\\Tarnwick, Inc\\Zorvane\\";
-constexpr const char* kLanguages = "Languages";
 constexpr std::int32_t kRoamingData = 26;
 
-bool RoundTrips(const std::string& path, const std::string& value) {
-    {
-        const auto writer = OpenIniProfile(path);
-        writer->Write("Main", "Partial", value);
-        if (!writer->Flush().ok())
-            return false;
+enum class Probe { Good, Bad, LockedElsewhere };
+
+Probe RoundTrip(const std::string& path, const std::string& value,
+                std::chrono::milliseconds lock_patience) {
+    const auto writer = OpenIniProfile(path, lock_patience);
+    writer->Write("Main", "Partial", value);
+    if (!writer->Flush().ok())
+        return writer->IsLockedElsewhere() ? Probe::LockedElsewhere : Probe::Bad;
+    return OpenIniProfile(path)->Read("Main", "Partial", "0") == value ? Probe::Good : Probe::Bad;
+}
+
+Probe ProbeFile(const std::string& path, std::chrono::milliseconds lock_patience) {
+    if (path.find("Folder Not Valid On this OS") != std::string::npos ||
+        path.find("Special Folder Does Not Exist") != std::string::npos ||
+        path.find("(error)") != std::string::npos)
+        return Probe::Bad;
+    const std::string folder(ParentOf(path));
+    if (!bDirectoryExists(folder))
+        MakeDirectoryTree(folder);
+    if (!bDirectoryExists(folder))
+        return Probe::Bad;
+    const Probe first = RoundTrip(path, "level2", lock_patience);
+    return first == Probe::Good ? RoundTrip(path, "Level3", lock_patience) : first;
+}
+
+// Language files grow while the program runs; those of the system may be for reading only.
+void MakeWritable(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::directory_iterator entries(folder, error);
+    for (; !error && entries != std::filesystem::directory_iterator(); entries.increment(error)) {
+        std::error_code ignored;
+        std::filesystem::permissions(entries->path(), std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::add, ignored);
     }
-    return OpenIniProfile(path)->Read("Main", "Partial", "0") == value;
 }
 
 }  // namespace
 
 bool ProbeSettingsFile(const std::string& path) {
-    if (path.find("Folder Not Valid On this OS") != std::string::npos ||
-        path.find("Special Folder Does Not Exist") != std::string::npos ||
-        path.find("(error)") != std::string::npos)
-        return false;
-    const std::string folder(ParentOf(path));
-    if (!bDirectoryExists(folder))
-        MakeDirectoryTree(folder);
-    return bDirectoryExists(folder) && RoundTrips(path, "level2") && RoundTrips(path, "Level3");
+    return ProbeFile(path, kSettingsLockPatience) == Probe::Good;
 }
 
-void LocateSettingsFile(ProcessState& process) {
+void LocateSettingsFile(ProcessState& process, std::chrono::milliseconds lock_patience) {
     if (!process.gsSettingsFile.empty())
         return;
     const std::string roaming = process.platform.folders->GetSpecialFolder(kRoamingData);
     process.gsDataFolder = roaming + "\\Tarnwick, Inc\\Zorvane";
     const std::string candidate = process.gsDataFolder + "\\Zorvane.INI";
-    if (!ProbeSettingsFile(candidate))
+    const Probe probe = ProbeFile(candidate, lock_patience);
+    if (probe == Probe::Bad)
         return;
+    // A hanging program is no reason to lose the user's settings from sight; who waited once does
+    // not wait again.
+    if (probe == Probe::LockedElsewhere)
+        LogMessage(
+            process.telling,
+            process.Translate("Settings cannot be saved, another program keeps them locked") +
+                ": " + candidate,
+            "", true);
     process.gsSettingsFile = candidate;
-    process.settings = OpenIniProfile(candidate);
+    process.settings = OpenIniProfile(
+        candidate, probe == Probe::LockedElsewhere ? std::chrono::milliseconds(0) : lock_patience);
 }
 
 void OverrideSettingsFile(ProcessState& process, const std::string& path) {
@@ -64,28 +94,31 @@ void InstallUserData(ProcessState& process) {
     registry.Set("Settings", "bInstalled", "TRUE");
     if (process.platform.folders->GetSpecialFolder(kRoamingData) == "(error)")
         return;
-    const std::string data_folder = sExpandPathTokens(*process.platform.folders, kDataFolder);
-    const std::string target = data_folder + kLanguages;
+    const std::string target = LanguageFolder(process);
     if (bDirectoryExists(target))
         return;
-    const std::string source = JoinPath(process.platform.folders->ProgramFolder(), kLanguages);
+    const std::string source = InstalledData(*process.platform.folders, "Languages");
     std::error_code error;
-    std::filesystem::create_directories(NativePath(data_folder), error);
+    std::filesystem::create_directories(NativePath(ParentOf(sStripTrailingBackslash(target))),
+                                        error);
     std::filesystem::copy(
         NativePath(source), NativePath(target),
         std::filesystem::copy_options::recursive | std::filesystem::copy_options::skip_existing,
         error);
+    MakeWritable(NativePath(target));
 }
 
 void SetupHelpFiles(ProcessState& process) {
-    const std::string folder = process.platform.folders->ProgramFolder();
+    SpecialFolders& folders = *process.platform.folders;
     const std::string& language = process.translator.gsLanguage;
     const bool japanese = language == "Japanese";
-    process.sHelpFile = JoinPath(folder, japanese ? "Zorvane-Japanese.chm" : "Zorvane.chm");
+    process.sHelpFile = InstalledData(folders, "help/Zorvane-" + language + ".html");
+    if (!japanese && !bFileExists(process.sHelpFile))
+        process.sHelpFile = InstalledData(folders, "help/Zorvane.html");
     process.sHelpWebRoot = japanese ? "" : "https://zorvane.example/docs/";
-    process.sQuickStartFile = JoinPath(folder, "Zorvane_QuickStart_" + language + ".RTF");
+    process.sQuickStartFile = InstalledData(folders, "Zorvane_QuickStart_" + language + ".rtf");
     if (!bFileExists(process.sQuickStartFile))
-        process.sQuickStartFile = JoinPath(folder, "Zorvane_QuickStart_English.rtf");
+        process.sQuickStartFile = InstalledData(folders, "Zorvane_QuickStart_English.rtf");
 }
 
 }  // namespace zorvane

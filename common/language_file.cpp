@@ -73,6 +73,13 @@ Result<std::string> ReadLanguageFile(const std::string& path, LanguageFileFormat
     return IsValidUtf8(text) ? text : ToUtf8(DecodeCodePage(text, CodePage{1252}));
 }
 
+bool CanStandInLanguageFile(std::string_view sEnglish) {
+    const std::string text(sEnglish);
+    const std::string line = "\"" + text + "\"";
+    return text.find_first_of("\r\n") == std::string::npos && !EndsLanguageTable(line) &&
+           ParseLanguageLine(line) == LanguageEntry{text, text};
+}
+
 Status AppendLanguageLine(const std::string& path, LanguageFileFormat format,
                           std::string_view sEnglish) {
     const Result<std::string> old = ReadWholeFile(path);

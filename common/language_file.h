@@ -29,6 +29,9 @@ bool EndsLanguageTable(std::string_view line);
 
 /// The whole file as UTF-8. Fails as a file fails.
 Result<std::string> ReadLanguageFile(const std::string& path, LanguageFileFormat format);
+/// Whether `sEnglish` reads back from a line of its own: it holds no line break and does not look
+/// like a pair, a comment or the end of the table.
+bool CanStandInLanguageFile(std::string_view sEnglish);
 /// Appends `"sEnglish"` as a line.
 Status AppendLanguageLine(const std::string& path, LanguageFileFormat format,
                           std::string_view sEnglish);

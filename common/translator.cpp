@@ -1,6 +1,9 @@
 #include "common/translator.h"
 
+#include <algorithm>
+
 #include "common/base/text_encoding.h"
+#include "common/choose_language.h"
 #include "common/file_utilities.h"
 #include "common/log_message.h"
 #include "common/path_tokens.h"
@@ -34,14 +37,23 @@ std::string StartLanguage(const ProcessState& process, modTranslator& translator
     return {};
 }
 
-std::string FirstLanguage(std::int32_t locale_id,
-                          const std::function<std::string()>& choose_language) {
+bool IsEnglishLocale(std::int32_t locale_id) {
     constexpr std::int32_t kUnitedStates = 1033;
     constexpr std::int32_t kUnitedKingdom = 2057;
-    if (locale_id == kUnitedStates || locale_id == kUnitedKingdom || !choose_language)
-        return kEnglish;
-    const std::string chosen = choose_language();
-    return chosen.empty() ? kEnglish : chosen;
+    return locale_id == kUnitedStates || locale_id == kUnitedKingdom;
+}
+
+// At the first start of a user.
+void PickFirstLanguage(ProcessState& process, LanguageQuestions* questions) {
+    modTranslator& translator = process.translator;
+    translator.gsLanguage = kEnglish;
+    const bool asks = !IsEnglishLocale(translator.glLocaleID);
+    if (asks && questions == nullptr)
+        return;
+    bool notify_user = false;
+    if (asks)
+        ChooseLanguage(process, *questions, notify_user);
+    SetLanguageCode(process, translator.gsLanguage);
 }
 
 }  // namespace
@@ -65,16 +77,37 @@ std::string modTranslator::Translate(std::string_view sEnglish) {
     if (Trim(sEnglish).empty() || Trim(gsLanguage).empty())
         return std::string(sEnglish);
     std::string key(sEnglish);
-    const auto found = gdicLanguage_.find(key);
-    if (found != gdicLanguage_.end())
-        return found->second;
-    gdicLanguage_.emplace(key, key);
+    {
+        const std::lock_guard lock(guard_);
+        const auto [found, added] = gdicLanguage_.emplace(key, key);
+        if (!added)
+            return found->second;
+    }
     if (gsLanguage != kEnglish)
         AddToLanguageFile(key);
     return key;
 }
 
+std::string modTranslator::TranslateLines(std::string_view sEnglish) {
+    std::string lines;
+    while (!sEnglish.empty()) {
+        const std::size_t end = std::min(sEnglish.find_first_of("\r\n"), sEnglish.size());
+        lines += Translate(sEnglish.substr(0, end));
+        sEnglish.remove_prefix(end);
+        const std::size_t next = std::min(sEnglish.find_first_not_of("\r\n"), sEnglish.size());
+        lines += sEnglish.substr(0, next);
+        sEnglish.remove_prefix(next);
+    }
+    return lines;
+}
+
+void modTranslator::EmptyLanguageTable() {
+    const std::lock_guard lock(guard_);
+    gdicLanguage_.clear();
+}
+
 bool modTranslator::LoadLanguageTable() {
+    const std::lock_guard lock(guard_);
     gdicLanguage_.clear();
     const Result<std::string> text = ReadLanguageFile(gsLanguageFile, glLanguageFileFormat);
     if (!text.ok())
@@ -95,7 +128,7 @@ bool modTranslator::LoadLanguageTable() {
 }
 
 void modTranslator::AddToLanguageFile(std::string_view sEnglish) {
-    if (Trim(sEnglish).empty() || gsLanguageFile.empty())
+    if (Trim(sEnglish).empty() || gsLanguageFile.empty() || !CanStandInLanguageFile(sEnglish))
         return;
     const Status added = AppendLanguageLine(gsLanguageFile, glLanguageFileFormat, sEnglish);
     if (!added.ok() && show_message)
@@ -115,10 +148,16 @@ void SetLanguageFont(ProcessState& process, const std::string& sFont) {
     Store(process, kFontKey, sFont);
 }
 
-std::string GetLanguageFileName(const ProcessState& process, const std::string& sLanguage) {
+std::string LanguageFolder(const ProcessState& process) {
     return sExpandPathTokens(*process.platform.folders,
-                             "%appdata%\\Tarnwick, Inc\\Zorvane\\Languages\\") +
-           sLanguage + "-Zorvane.txt";
+                             "%appdata%\\Tarnwick, Inc\\Zorvane\\Languages\\");
+}
+
+std::string GetLanguageFileName(const ProcessState& process, const std::string& sLanguage) {
+    const modTranslator& translator = process.translator;
+    if (!translator.sLanguageFileOverride.empty())
+        return translator.sLanguageFileOverride;
+    return LanguageFolder(process) + sLanguage + "-" + translator.gsProductName + ".txt";
 }
 
 void InitializeLocale(ProcessState& process) {
@@ -127,15 +166,17 @@ void InitializeLocale(ProcessState& process) {
     translator.gbDoubleByteLocale = IsDoubleByteLocale(translator.glLocaleID);
 }
 
-void InitializeTranslator(ProcessState& process,
-                          const std::function<std::string()>& choose_language) {
+void InitializeTranslator(ProcessState& process, LanguageQuestions* questions) {
     InitializeLocale(process);
     modTranslator& translator = process.translator;
+    if (!translator.show_message)
+        translator.show_message = [&process](const std::string& text) {
+            LogMessage(process.telling, text);
+        };
+    translator.EmptyLanguageTable();
     translator.gsLanguage = GetLanguageCode(process);
-    if (translator.gsLanguage.empty()) {
-        translator.gsLanguage = FirstLanguage(translator.glLocaleID, choose_language);
-        SetLanguageCode(process, translator.gsLanguage);
-    }
+    if (translator.gsLanguage.empty())
+        PickFirstLanguage(process, questions);
     if (translator.gsLanguage != kEnglish) {
         const std::string reason = StartLanguage(process, translator);
         if (!reason.empty()) {

@@ -66,6 +66,7 @@ void frmCompareFiles::Setup(const std::string& sDescription, bool load) {
 void frmCompareFiles::ReadIniFile() {
     settings_file_ = process_.settings;
     IniProfile& file = *settings_file_;
+    file.Refresh();
     settings_ = DefaultCompareFilesSettings(process_.gsDataFolder);
     ReadCompareFilesSettings(file, sDescription_, settings_);
     for (clsMRU* list : {&recent_files_.original, &recent_files_.modified, &TextFileExtensions_})
@@ -100,7 +101,10 @@ void frmCompareFiles::SaveIniFile() {
     for (IniProfile* written : {options_file.get(), settings_file_.get()}) {
         const Status saved = written == nullptr ? Status::Ok() : written->Flush();
         if (!saved.ok())
-            LogMessage(telling_, "The settings cannot be saved: " + saved.failure().reason);
+            LogMessage(telling_,
+                       Translate("The settings cannot be saved") + ": " + saved.failure().reason);
+        if (settings_file_ == options_file)
+            break;
     }
 }
 

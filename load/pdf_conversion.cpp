@@ -121,7 +121,8 @@ bool PdfConversion::ConverterPDFToTxt(const std::string& sFile, const std::strin
         aborted_ = aborted_ || port.Cancelled();
     if (code == 0)
         return true;
-    sError = FailedText(side) + ". " + context_.process.Translate(ReportTrellisPortError(code));
+    sError = FailedText(side) + ". " +
+             context_.process.translator.TranslateLines(ReportTrellisPortError(code));
     detail_ = out_of_time_ ? sFile + kTookTooLong : port.ErrorDetail();
     LogMessage(context_.telling, sError, context_.telling.manner.sLogFile, false);
     return false;
@@ -156,7 +157,8 @@ bool PdfConversion::ConverterPDFToRTF(const std::string& sFile, const std::strin
     if (aborted_)
         sError = process.Translate("Compare aborted");
     else if (error != EasyError::None)
-        sError = FailedText(side) + ". LCCBB:" + process.Translate(ReportBCLError(error));
+        sError = FailedText(side) +
+                 ". LCCBB:" + process.translator.TranslateLines(ReportBCLError(error));
     if (sError.empty())
         return true;
     detail_ = out_of_time_ ? sFile + kTookTooLong : converter.ErrorDetail();

@@ -1,30 +1,36 @@
 #include "options/compare_files_settings.h"
 
-#include <array>
-#include <charconv>
+#include <algorithm>
 #include <variant>
 
 #include "common/base/text_encoding.h"
 #include "common/string_utilities.h"
+#include "options/setting_rows.h"
 
 namespace zorvane {
 namespace {
 
 using Settings = CompareFilesSettings;
 
-enum class Scope { Own, Shared };
-enum class Reads { Always, Never };  // never: another key counts, this one is only written
+using Member = SettingRow<Settings>::Member;
 
-using Member = std::variant<bool Settings::*, std::int32_t Settings::*, double Settings::*,
-                            std::string Settings::*>;
-struct SettingRow {
+enum class Scope { Own, Shared };
+enum class Use {
+    Plain,
+    State,     // of the window
+    Place,     // of the window, while its state is normal
+    OnlySaved  // another key counts when it is read
+};
+
+struct KeyRow {
     const char* key;
     Scope scope;
     Member member;
-    Reads reads = Reads::Always;
+    Use use = Use::Plain;
+    SettingRow<Settings> Row() const { return {key, member}; }
 };
 // In the order in which they are saved.
-constexpr SettingRow kRows[] = {
+constexpr KeyRow kRows[] = {
     {"lLastSelectedFileFilterIndex", Scope::Own, &Settings::lLastSelectedFileFilterIndex},
     {"bWarnedAboutSwitchingPDFConversionMethods", Scope::Own,
      &Settings::bWarnedAboutSwitchingPDFConversionMethods},
@@ -34,12 +40,12 @@ constexpr SettingRow kRows[] = {
     {"bWarnedAboutXLSWordWrapAlready", Scope::Own, &Settings::bWarnedAboutXLSWordWrapAlready},
     {"mnuWordWrap", Scope::Own, &Settings::mnuWordWrap},
     {"TextSynchType", Scope::Own, &Settings::TextSynchType},
-    {"WindowState", Scope::Own, &Settings::WindowState},
-    {"Left", Scope::Own, &Settings::Left},
-    {"Top", Scope::Own, &Settings::Top},
-    {"Width", Scope::Own, &Settings::Width},
-    {"Height", Scope::Own, &Settings::Height},
-    {"rbReloadOnRefresh", Scope::Own, &Settings::rbReloadOnRefresh, Reads::Never},
+    {"WindowState", Scope::Own, &Settings::WindowState, Use::State},
+    {"Left", Scope::Own, &Settings::Left, Use::Place},
+    {"Top", Scope::Own, &Settings::Top, Use::Place},
+    {"Width", Scope::Own, &Settings::Width, Use::Place},
+    {"Height", Scope::Own, &Settings::Height, Use::Place},
+    {"rbReloadOnRefresh", Scope::Own, &Settings::rbReloadOnRefresh, Use::OnlySaved},
     {"txtRightMargin", Scope::Own, &Settings::txtRightMargin},
     {"txtLeftMargin", Scope::Own, &Settings::txtLeftMargin},
     {"txtBottomMargin", Scope::Own, &Settings::txtBottomMargin},
@@ -92,51 +98,10 @@ constexpr SettingRow kRows[] = {
 };
 
 constexpr const char* kSharedSection = "frmMain";
+constexpr double kSmallestFont = 1;
+constexpr double kLargestFont = 400;
 
-std::string DecimalText(double number) {
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    return {digits.data(), end};
-}
-
-// How each kind of value reads and shows.
-struct ReadValue {
-    const std::string& text;
-    Settings& settings;
-    void operator()(bool Settings::*member) const { settings.*member = IsTrue(text); }
-    void operator()(std::int32_t Settings::*member) const {
-        settings.*member = static_cast<std::int32_t>(dSafeCDbl(text, settings.*member));
-    }
-    void operator()(double Settings::*member) const {
-        settings.*member = dSafeCDbl(text, settings.*member);
-    }
-    void operator()(std::string Settings::*member) const { settings.*member = text; }
-
-    static bool IsTrue(const std::string& text) {
-        constexpr std::string_view kFalse = "FALSE";
-        if (text.size() != kFalse.size())
-            return true;
-        for (std::size_t i = 0; i < kFalse.size(); ++i) {
-            if ((text[i] & ~0x20) != kFalse[i])
-                return true;
-        }
-        return false;
-    }
-};
-
-struct ShowValue {
-    const Settings& settings;
-    std::string operator()(bool Settings::*member) const {
-        return settings.*member ? "TRUE" : "FALSE";
-    }
-    std::string operator()(std::int32_t Settings::*member) const {
-        return std::to_string(settings.*member);
-    }
-    std::string operator()(double Settings::*member) const { return DecimalText(settings.*member); }
-    std::string operator()(std::string Settings::*member) const { return settings.*member; }
-};
-
-std::string SectionOf(const SettingRow& row, const std::string& own) {
+std::string SectionOf(const KeyRow& row, const std::string& own) {
     return row.scope == Scope::Shared ? kSharedSection : own;
 }
 
@@ -172,26 +137,37 @@ CompareFilesSettings DefaultCompareFilesSettings(const std::string& data_folder)
 void ReadCompareFilesSettings(IniProfile& file, const std::string& section,
                               CompareFilesSettings& settings) {
     const CompareFilesSettings defaults = settings;
-    for (const SettingRow& row : kRows) {
-        if (row.reads == Reads::Never)
-            continue;
-        const std::string text = file.Read(SectionOf(row, section), row.key,
-                                           std::visit(ShowValue{defaults}, row.member));
-        std::visit(ReadValue{text, settings}, row.member);
+    for (const KeyRow& row : kRows) {
+        if (row.use != Use::OnlySaved)
+            ReadSetting(file, SectionOf(row, section), row.Row(), settings);
     }
     // A stored type outside the four is ignored.
     if (settings.mlReportDefaultFileType_MD < 1 || settings.mlReportDefaultFileType_MD > 4)
         settings.mlReportDefaultFileType_MD = defaults.mlReportDefaultFileType_MD;
+    // A file from elsewhere may hold what no window can show.
+    settings.dFontSize = std::clamp(settings.dFontSize, kSmallestFont, kLargestFont);
+    if (settings.dRatioTopEditor <= 0 || settings.dRatioTopEditor >= 1)
+        settings.dRatioTopEditor = CompareFilesSettings().dRatioTopEditor;
+    for (const auto size : {&Settings::Width, &Settings::Height})
+        settings.*size = settings.*size > 0 ? settings.*size : defaults.*size;
+    ReadCompareFilesView(file, section, settings.view);
 }
 
 void SaveCompareFilesSettings(IniProfile& file, const std::string& section,
-                              const CompareFilesSettings& settings) {
-    for (const SettingRow& row : kRows)
-        file.Write(SectionOf(row, section), row.key, std::visit(ShowValue{settings}, row.member));
+                              const CompareFilesSettings& settings, WindowPlace place) {
+    constexpr std::int32_t kNormal = 0;
+    const bool saves_state = place == WindowPlace::Save;
+    const bool saves_place = saves_state && settings.WindowState == kNormal;
+    for (const KeyRow& row : kRows) {
+        if ((row.use == Use::State && !saves_state) || (row.use == Use::Place && !saves_place))
+            continue;
+        SaveSetting(file, SectionOf(row, section), row.Row(), settings);
+    }
+    SaveCompareFilesView(file, section, settings.view);
 }
 
 bool HasSetting(std::string_view key) {
-    for (const SettingRow& row : kRows) {
+    for (const KeyRow& row : kRows) {
         if (row.key == key)
             return true;
     }
@@ -200,7 +176,7 @@ bool HasSetting(std::string_view key) {
 
 Status SetSettingByName(CompareFilesSettings& settings, std::string_view key,
                         const std::string& text) {
-    for (const SettingRow& row : kRows) {
+    for (const KeyRow& row : kRows) {
         if (row.key != key)
             continue;
         constexpr double kNoNumber = -1e300;
@@ -217,7 +193,7 @@ Status SetSettingByName(CompareFilesSettings& settings, std::string_view key,
             settings.*(*flag) = on;
             return Status::Ok();
         }
-        std::visit(ReadValue{text, settings}, row.member);
+        std::visit([&](auto member) { SetFromSettingText(text, settings.*member); }, row.member);
         return Status::Ok();
     }
     return Failure{std::string(key) + ": there is no setting of this name"};

@@ -8,6 +8,7 @@
 
 #include "common/base/result.h"
 #include "common/platform/ini_profile.h"
+#include "options/compare_files_view.h"
 
 namespace zorvane {
 
@@ -21,7 +22,8 @@ struct CompareFilesSettings {
     bool bWarnedAboutHTMLAlready = false;
     bool bWarnedAboutXLSWordWrapAlready = false;
     bool mnuWordWrap = true;
-    std::int32_t TextSynchType = 0;
+    std::int32_t TextSynchType =
+        1;  ///< of the scroll link: 0 none, 1 vertical, 2 horizontal, 3 both
     std::int32_t WindowState = 2;
     std::int32_t Left = 0;
     std::int32_t Top = 0;
@@ -76,6 +78,7 @@ struct CompareFilesSettings {
     bool bShowSlideAndShapeNumber = false;
     bool bIncludeNotes = false;
     bool bIncludeNotesOnly = false;
+    CompareFilesView view;  ///< in a section of its own
     friend bool operator==(const CompareFilesSettings&, const CompareFilesSettings&) = default;
 };
 
@@ -84,8 +87,12 @@ CompareFilesSettings DefaultCompareFilesSettings(const std::string& data_folder)
 /// A missing key keeps the value that `settings` has.
 void ReadCompareFilesSettings(IniProfile& file, const std::string& section,
                               CompareFilesSettings& settings);
+/// A viewer that stands in for a dialog leaves the place that the true one has; and no place is
+/// saved while the window is not of its normal size.
+enum class WindowPlace { Save, Leave };
 void SaveCompareFilesSettings(IniProfile& file, const std::string& section,
-                              const CompareFilesSettings& settings);
+                              const CompareFilesSettings& settings,
+                              WindowPlace place = WindowPlace::Save);
 
 /// One setting by its key, from the text that a settings file would hold. Fails, in a user's words,
 /// for a number that is none.

@@ -13,6 +13,10 @@ step "Layers"
 python3 tools/check_layers.py
 step "Measures of the scoring tool"
 python3 tools/score_pairing.py --self-test
+step "Languages and guides"
+python3 tools/list_phrases.py --self-test
+python3 tools/list_phrases.py --check installed/Languages/*.txt
+python3 tools/make_guides.py --check
 step "Build and tests (release)"
 cmake --preset release >/dev/null
 cmake --build build/release -j "$jobs"

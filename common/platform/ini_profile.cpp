@@ -5,6 +5,8 @@
 #include <map>
 #include <optional>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -145,11 +147,21 @@ std::string Merged(std::string_view old_text, PendingMap pending) {
 }
 
 // Held while the file is read, merged and replaced, so that two writers lose nothing of each other.
+// Where the system has no locks, or no place for one, the work is done without.
 class FileLock {
   public:
-    explicit FileLock(const std::string& native)
+    FileLock(const std::string& native, std::chrono::milliseconds patience)
         : descriptor_(open((native + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-        while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0 && errno == EINTR) {
+        constexpr std::chrono::milliseconds kBetweenTries{10};
+        const auto end = std::chrono::steady_clock::now() + patience;
+        while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
+            if (errno != EINTR && errno != EWOULDBLOCK)
+                return;
+            if (std::chrono::steady_clock::now() >= end) {
+                timed_out_ = true;
+                return;
+            }
+            std::this_thread::sleep_for(kBetweenTries);
         }
     }
     ~FileLock() {
@@ -159,13 +171,34 @@ class FileLock {
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
+    bool TimedOut() const { return timed_out_; }
+
   private:
     int descriptor_;
+    bool timed_out_ = false;
 };
+
+// What tells one state of a file from another; a replaced file is another file.
+struct FileStamp {
+    dev_t device = 0;
+    ino_t file = 0;
+    off_t size = -1;
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
+FileStamp StampOf(const std::string& path) {
+    struct stat facts {};
+    if (path.empty() || stat(NativePath(path).c_str(), &facts) != 0)
+        return {};
+    return {facts.st_dev, facts.st_ino, facts.st_size, facts.st_mtim.tv_sec, facts.st_mtim.tv_nsec};
+}
 
 class FileIniProfile : public IniProfile {
   public:
-    explicit FileIniProfile(std::string path) : path_(std::move(path)) {}
+    FileIniProfile(std::string path, std::chrono::milliseconds lock_patience)
+        : path_(std::move(path)), lock_patience_(lock_patience), patience_(lock_patience) {}
 
     std::string Read(std::string_view section, std::string_view key, std::string_view default_value,
                      std::size_t max_bytes) override {
@@ -183,32 +216,58 @@ class FileIniProfile : public IniProfile {
     }
 
     Status Flush() override {
+        locked_elsewhere_ = false;
         if (pending_.empty() || path_.empty())
             return Status::Ok();
-        const FileLock lock(NativePath(path_));
+        const FileLock lock(NativePath(path_), patience_);
+        locked_elsewhere_ = lock.TimedOut();
+        if (locked_elsewhere_) {
+            patience_ = std::chrono::milliseconds(0);
+            return Failure{path_ + ": another program keeps it locked"};
+        }
+        patience_ = lock_patience_;
         const Result<std::string> old = ReadWholeFile(path_);
         // A file that is there and cannot be read holds settings that must not be lost.
         if (!old.ok() && access(NativePath(path_).c_str(), F_OK) == 0)
             return old.failure();
-        const std::string text = old.ok() ? AsUtf8(old.value()) : std::string();
-        const Status written = ReplaceFile(path_, Merged(text, pending_), 0600);
-        if (written.ok())
-            pending_.clear();
+        const std::string text = Merged(old.ok() ? AsUtf8(old.value()) : std::string(), pending_);
+        const Status written = ReplaceFile(path_, text, 0600);
+        if (!written.ok())
+            return written;
+        pending_.clear();
+        stamp_ = StampOf(path_);
+        Take(text);
         return written;
     }
+
+    void Refresh() override {
+        if (loaded_ && !path_.empty() && StampOf(path_) != stamp_) {
+            loaded_ = false;
+            Load();
+        }
+    }
+
+    bool IsLockedElsewhere() const override { return locked_elsewhere_; }
 
   private:
     void Load() {
         if (loaded_)
             return;
         loaded_ = true;
+        // The stamp first: a file that is replaced in between is then read again.
+        stamp_ = StampOf(path_);
         const Result<std::string> text =
             path_.empty() ? Result<std::string>(std::string()) : ReadWholeFile(path_);
-        if (!text.ok())
-            return;
+        Take(text.ok() ? AsUtf8(text.value()) : std::string());
+    }
+
+    void Take(std::string_view text) {
+        values_.clear();
+        for (const auto& [name, pending] : pending_)
+            values_.emplace(name, pending.value);
         std::string section;
         bool in_section = false;
-        for (const std::string& line : LinesOf(AsUtf8(text.value()))) {
+        for (const std::string& line : LinesOf(text)) {
             if (const auto name = SectionName(line)) {
                 section = Folded(*name);
                 in_section = true;
@@ -219,19 +278,24 @@ class FileIniProfile : public IniProfile {
     }
 
     std::string path_;
+    std::chrono::milliseconds lock_patience_;
+    std::chrono::milliseconds patience_;  // none after waiting in vain
+    bool locked_elsewhere_ = false;
     bool loaded_ = false;
+    FileStamp stamp_;
     std::map<Name, std::string> values_;
     PendingMap pending_;
 };
 
 }  // namespace
 
-std::unique_ptr<IniProfile> OpenIniProfile(const std::string& path) {
-    return std::make_unique<FileIniProfile>(path);
+std::unique_ptr<IniProfile> OpenIniProfile(const std::string& path,
+                                           std::chrono::milliseconds lock_patience) {
+    return std::make_unique<FileIniProfile>(path, lock_patience);
 }
 
 std::unique_ptr<IniProfile> MakeMemoryIniProfile() {
-    return std::make_unique<FileIniProfile>("");
+    return std::make_unique<FileIniProfile>("", kSettingsLockPatience);
 }
 
 }  // namespace zorvane

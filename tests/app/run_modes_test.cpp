@@ -143,17 +143,6 @@ TEST_F(RunModesTest, DecidesWhatARefusedLineMeans) {
     }
 }
 
-TEST_F(RunModesTest, PreparesTheUserOnce) {
-    std::filesystem::create_directories(fakes.folder.Path("program/Languages"));
-    fakes.folder.Write("program/Languages/German-Zorvane.txt", "\"x\"");
-    const std::string copied = fakes.folder.Path("26/Tarnwick, Inc/Zorvane/Languages");
-    InstallUserData(process);
-    EXPECT_TRUE(std::filesystem::exists(copied + "/German-Zorvane.txt"));
-    std::filesystem::remove_all(copied);
-    InstallUserData(process);
-    EXPECT_FALSE(std::filesystem::exists(copied)) << "once in a user's life";
-}
-
 TEST_F(RunModesTest, FoldersAreToldWhereThereIsNoViewer) {
     testing::internal::CaptureStderr();
     const std::string folder = Path("");

@@ -1,8 +1,12 @@
 #include "common/platform/ini_profile.h"
 
+#include <chrono>
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -92,6 +96,73 @@ TEST(IniProfile, LosesNothingOfTwoWritersAtOnce) {
         EXPECT_EQ(reader->Read("S", "his" + std::to_string(i), ""), std::to_string(i));
         EXPECT_EQ(reader->Read("S", "mine" + std::to_string(i), ""), std::to_string(i));
     }
+}
+
+TEST(IniProfile, SeesWhatAnotherProgramWroteSince) {
+    const TempFolder folder;
+    const std::string path = folder.Write("a.ini", "[S]\r\nk=1\r\ngone=1\r\nmine=1\r\n");
+    const auto file = OpenIniProfile(path);
+    EXPECT_EQ(file->Read("S", "k", ""), "1");
+    file->Write("S", "mine", "2");
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const auto other = OpenIniProfile(path);
+        other->Write("S", "k", "3");
+        other->Write("S", "mine", "3");
+        _exit(other->Flush().ok() ? 0 : 1);
+    }
+    int ended = 1;
+    waitpid(child, &ended, 0);
+    ASSERT_EQ(ended, 0);
+    EXPECT_EQ(file->Read("S", "k", ""), "1") << "one state until it is asked for another";
+    file->Refresh();
+    EXPECT_EQ(file->Read("S", "k", ""), "3");
+    EXPECT_EQ(file->Read("S", "mine", ""), "2") << "what waits to be written is ours";
+    // Of the same length and written in place, as an editor may do it.
+    folder.Write("a.ini", "[S]\r\nk=4\r\nmine=3\r\n");
+    file->Refresh();
+    EXPECT_EQ(file->Read("S", "gone", "no"), "no");
+    ASSERT_TRUE(file->Flush().ok());
+    EXPECT_EQ(file->Read("S", "k", ""), "4") << "a flush reads the file as it stands";
+    EXPECT_EQ(folder.Read("a.ini"), "[S]\r\nk=4\r\nmine=2\r\n");
+}
+
+TEST(IniProfile, WaitsForALockButNotForEver) {
+    using std::chrono::milliseconds;
+    const TempFolder folder;
+    const std::string path = folder.Write("a.ini", "[S]\r\nk=1\r\n");
+    const int held = open((path + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    const auto file = OpenIniProfile(path, milliseconds(80));
+    file->Write("S", "k", "2");
+    const auto start = std::chrono::steady_clock::now();
+    const Status status = file->Flush();
+    EXPECT_GE(std::chrono::steady_clock::now() - start, milliseconds(80));
+    ASSERT_FALSE(status.ok());
+    EXPECT_TRUE(file->IsLockedElsewhere());
+    EXPECT_EQ(status.failure().reason, path + ": another program keeps it locked");
+    EXPECT_EQ(file->Read("S", "k", ""), "2") << "it goes on without saving";
+    EXPECT_EQ(folder.Read("a.ini"), "[S]\r\nk=1\r\n");
+    close(held);
+    ASSERT_TRUE(file->Flush().ok()) << "the keys were still pending";
+    EXPECT_FALSE(file->IsLockedElsewhere());
+    EXPECT_EQ(folder.Read("a.ini"), "[S]\r\nk=2\r\n");
+}
+
+TEST(IniProfile, ALockThatComesFreeInTimeIsTaken) {
+    const TempFolder folder;
+    const std::string path = folder.Path("a.ini");
+    const int held = open((path + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    std::thread lets_go([held] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        close(held);
+    });
+    const auto file = OpenIniProfile(path);
+    file->Write("S", "k", "2");
+    EXPECT_TRUE(file->Flush().ok());
+    lets_go.join();
 }
 
 struct ForeignRow {

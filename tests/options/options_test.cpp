@@ -1,5 +1,8 @@
 #include <map>
+#include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -141,6 +144,86 @@ TEST(OptionSet, SetsByName) {
     }
 }
 
+class ListenedOptions : public ::testing::Test {
+  protected:
+    ListenedOptions() {
+        EXPECT_TRUE(options_.LoadStateFromFile(*file_).ok());
+        listening_ = options_.Listen([this](const OptionValue& changed) {
+            told_.push_back(changed.Name() + "=" + changed.ActiveData());
+        });
+    }
+    using Told = std::vector<std::string>;
+    Told TellsSince() { return std::exchange(told_, {}); }
+
+    std::unique_ptr<IniProfile> file_ = MakeMemoryIniProfile();
+    clsCompareFileOptions options_;
+    Told told_;
+    std::shared_ptr<void> listening_;
+};
+
+TEST_F(ListenedOptions, TellOfAnotherValueOnlyAndByWhateverRoadItComes) {
+    options_.bIgnoreCase.SetData(true);
+    options_.bIgnoreCase.SetData(true);
+    options_.lPadLength.SetData(20);
+    EXPECT_EQ(TellsSince(), (Told{"bIgnoreCase=True"}));
+    ASSERT_TRUE(options_.SetByName("sExcelRowsMaster", "1-5").ok());
+    ASSERT_TRUE(options_.SetByName("bIgnoreCase", "yes").ok());
+    EXPECT_FALSE(options_.SetByName("lPadLength", "many").ok());
+    EXPECT_EQ(TellsSince(), (Told{"sExcelRowsMaster=1-5"}));
+    file_->Write("CompareFileOptions", "lPadLength", "7");
+    file_->Write("CompareFileOptions", "sExcelRowsMaster", "1-5");
+    ASSERT_TRUE(options_.LoadStateFromFile(*file_).ok());
+    EXPECT_EQ(TellsSince(), (Told{"bIgnoreCase=False", "lPadLength=7"}));
+    listening_.reset();
+    options_.bIgnoreCase.SetData(true);
+    EXPECT_EQ(told_, Told{});
+}
+
+TEST_F(ListenedOptions, CopiesAreValuesThatNobodyListensTo) {
+    options_.sSectionName = kSection;
+    clsCompareFileOptions copy = options_;
+    EXPECT_EQ(copy, options_);
+    EXPECT_EQ(copy.sSectionName, kSection);
+    copy.bIgnoreCase.SetData(true);
+    copy.sFileModified.SetData("new.txt");
+    EXPECT_FALSE(options_.bIgnoreCase.Data());
+    EXPECT_FALSE(copy == options_);
+    EXPECT_EQ(told_, Told{}) << "the copy is another set";
+    std::size_t seen = 0;
+    const auto whole = options_.Listen(
+        [&](const OptionValue&) { seen += static_cast<std::size_t>(options_ == copy); });
+    options_ = copy;
+    EXPECT_EQ(TellsSince(), (Told{"sFileModified=new.txt", "bIgnoreCase=True"}));
+    EXPECT_EQ(seen, 2U) << "told once all is in place";
+}
+
+TEST_F(ListenedOptions, AnyOptionMakesACopyAnother) {
+    for (std::size_t i = 0; i < options_.colOptions().size(); ++i) {
+        clsCompareFileOptions copy = options_;
+        OptionValue& option = *copy.colOptions()[i];
+        SCOPED_TRACE(option.Name());
+        const std::string other = option.ActiveData() == "True" ? "no" : "1";
+        ASSERT_TRUE(option.SetFromText(option.ActiveData() == other ? "2" : other).ok());
+        EXPECT_FALSE(copy == options_);
+        const clsCompareFileOptions again = copy;
+        EXPECT_EQ(again.colOptions()[i]->ActiveData(), option.ActiveData());
+    }
+}
+
+TEST_F(ListenedOptions, AListenerMayEndAnotherAndBeginOne) {
+    std::vector<std::shared_ptr<void>> more;
+    int late = 0;
+    const auto ends = options_.Listen([&](const OptionValue&) {
+        if (more.size() == 1)
+            more = {options_.Listen([&](const OptionValue&) { ++late; }), nullptr};
+    });
+    more.push_back(options_.Listen([](const OptionValue&) { FAIL() << "was ended before"; }));
+    options_.bIgnoreCase.SetData(true);
+    EXPECT_EQ(late, 0);
+    options_.bIgnoreCase.SetData(false);
+    EXPECT_EQ(late, 1);
+}
+
 TEST(MarkingStyles, ComeFromTheirFourRows) {
     const auto file = MakeMemoryIniProfile();
     clsCompareFileOptions options;
@@ -188,6 +271,87 @@ TEST(CompareFilesSettings, ReadsAnotherLocaleAndRefusesAnUnknownType) {
     EXPECT_EQ(settings.dFontSize, 10.5);
     EXPECT_EQ(settings.mlReportDefaultFileType_MD, 4);
     EXPECT_EQ(settings.lDupMaxDeltaX, 0);
+}
+
+TEST(CompareFilesSettings, BringsIntoRangeWhatNoWindowCanShow) {
+    struct Row {
+        const char* font;
+        double font_read;
+        const char* ratio;
+        double ratio_read;
+        const char* width;
+        std::int32_t width_read;
+    };
+    for (const Row& row :
+         {Row{"1e300", 400, "0.25", 0.25, "1", 1}, Row{"-3", 1, "12345", 12345, "0", 12000},
+          Row{"10.5", 10.5, "-1", 12345, "-7", 12000}}) {
+        SCOPED_TRACE(row.font);
+        const auto file = MakeMemoryIniProfile();
+        file->Write(kSection, "dFontSize", row.font);
+        file->Write(kSection, "dRatioTopEditor", row.ratio);
+        file->Write(kSection, "Width", row.width);
+        CompareFilesSettings settings;
+        ReadCompareFilesSettings(*file, kSection, settings);
+        EXPECT_EQ(settings.dFontSize, row.font_read);
+        EXPECT_EQ(settings.dRatioTopEditor, row.ratio_read);
+        EXPECT_EQ(settings.Width, row.width_read);
+    }
+}
+
+TEST(CompareFilesSettings, SaveAPlaceOfAWindowOfNormalSizeOnly) {
+    struct Row {
+        const char* name;
+        std::int32_t state;
+        WindowPlace place;
+        const char* saved_state;
+        const char* saved_left;
+    };
+    for (const Row& row : {Row{"normal", 0, WindowPlace::Save, "0", "33"},
+                           Row{"maximised", 2, WindowPlace::Save, "2", "none"},
+                           Row{"stands in for a dialog", 0, WindowPlace::Leave, "none", "none"}}) {
+        SCOPED_TRACE(row.name);
+        const auto file = MakeMemoryIniProfile();
+        CompareFilesSettings settings;
+        settings.WindowState = row.state;
+        settings.Left = 33;
+        SaveCompareFilesSettings(*file, kSection, settings, row.place);
+        EXPECT_EQ(file->Read(kSection, "WindowState", "none"), row.saved_state);
+        EXPECT_EQ(file->Read(kSection, "Left", "none"), row.saved_left);
+        EXPECT_EQ(file->Read(kSection, "sFontName", "none"), "Courier");
+    }
+}
+
+TEST(CompareFilesView, ComesBackWithTheSettings) {
+    const auto file = MakeMemoryIniProfile();
+    CompareFilesSettings settings;
+    EXPECT_TRUE(settings.view.KeepParagraphsOpposite) << "on at first";
+    settings.view.KeepParagraphsOpposite = false;
+    settings.view.Layout = PaneLayout::Result;
+    settings.view.RatioColumns = 0.3;
+    settings.view.ZoomPercent = 150;
+    SaveCompareFilesSettings(*file, kSection, settings);
+    EXPECT_EQ(file->Read("1_CompareFileView", "KeepParagraphsOpposite", ""), "FALSE");
+    EXPECT_EQ(file->Read(kSection, "ZoomPercent", "none"), "none") << "in a section of its own";
+    CompareFilesSettings again;
+    ReadCompareFilesSettings(*file, kSection, again);
+    EXPECT_EQ(again, settings);
+}
+
+TEST(CompareFilesView, BringsBadValuesIntoRange) {
+    const auto file = MakeMemoryIniProfile();
+    for (const auto& [key, text] : {std::pair{"ZoomPercent", "0"},
+                                    {"PanelWidth", "1e9"},
+                                    {"RatioColumns", "-4"},
+                                    {"Layout", "7"},
+                                    {"OptionsTab", "99999999999"}})
+        file->Write("1_CompareFileView", key, text);
+    CompareFilesView view;
+    ReadCompareFilesView(*file, kSection, view);
+    EXPECT_EQ(view.ZoomPercent, 25);
+    EXPECT_EQ(view.PanelWidth, 2000);
+    EXPECT_EQ(view.RatioColumns, 0.1);
+    EXPECT_EQ(view.Layout, PaneLayout::EditorsAndResult);
+    EXPECT_EQ(view.OptionsTab, 0) << "no number of ours";
 }
 
 TEST(AdvancedActions, SetTheirSetting) {

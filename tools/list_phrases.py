@@ -1,0 +1,196 @@
+#!/usr/bin/env python3
+"""The texts that the program passes to Translate, as its source has them.
+
+  list_phrases.py                     prints them, one a line, as a language file would hold them
+  list_phrases.py --check FILE...     fails where a language file lacks one or says one twice, and
+                                      where the source asks for a text that this tool cannot find;
+                                      names those that nobody asks for
+  list_phrases.py --self-test         checks the tool itself
+"""
+
+import pathlib
+import re
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+FOLDERS = ["app", "common", "compare", "find", "folders", "load", "options", "reports"]
+
+# Calls whose text stands elsewhere: what is passed, and where its literals are found. Group 1 is
+# the stretch of source that holds them; all its literals are phrases.
+INDIRECT = {
+    "what": [r'\bShow\(("[^"]*")', r'\bLogTarget\(\w+, ("[^"]*")'],
+    "words": [r'\bshow\([^,]*, ("[^"]*")'],
+    "row.words": [r"kResults\[\] = \{(.*?)\n\};"],
+    "kCheckPath": [r'kCheckPath = ("[^"]*")'],
+    "row.title": [r"kFooters\[\] = \{(.*?)\n\};"],
+    "row.none": [],
+    "row.some": [],
+    "FilterWords(filter)": [r"FilterWords\([^)]*\) \{(.*?)\n\}"],
+    "RowOf(kind).words": [r"\{ViewerKind::\w+, \"\w+\", \"\w+\", \d+, (\"[^\"]+\")\}"],
+    "question": [r"const char\* question = (.*?);", r"\n    Advise\((.*?)\);"],
+    "done_text": [],
+    "text": [r"\bkUnable =(.*?);", r"\bFail\([^;]*?, *((?:\"(?:[^\"\\]|\\.)*\"\s*)+)\)"],
+    "ReportTrellisPortError(code)": [r"ReportTrellisPortError\([^)]*\) \{(.*?)\n\}", r"kChangePassword =(.*?);"],
+    "ReportBCLError(error)": [r"kTexts\[\] = \{(.*?)\n\};", r"ReportBCLError\([^)]*\) \{(.*?)\n\}"],
+}
+# The declarations of Translate itself, and calls that hand on what another call was given.
+HANDED_ON = {"std::string_view sEnglish", "std::string_view english", "const char* english",
+             "english", "sEnglish", "sEnglish.substr(0, end)"}
+# Made of a literal and a blank.
+MADE = {'frame + " "': "{} ", '" " + frame': " {}"}
+
+LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
+ESCAPES = {"n": "\n", "r": "\r", "t": "\t", '"': '"', "\\": "\\", "'": "'", "0": "\0"}
+
+
+def without_comments(source):
+    pattern = re.compile(r'"(?:[^"\\\n]|\\.)*"|\'(?:[^\'\\\n]|\\.)+\'|//[^\n]*|/\*.*?\*/', re.S)
+    return pattern.sub(lambda m: m[0] if m[0][0] in "\"'" else " ", source)
+
+
+def unescaped(text):
+    return re.sub(r"\\(.)", lambda m: ESCAPES.get(m[1], m[0]), text, flags=re.S)
+
+
+def literals(source):
+    """The literals of a stretch of source, neighbours joined as the compiler joins them."""
+    found, end = [], None
+    for match in LITERAL.finditer(source):
+        if end is not None and not source[end:match.start()].strip():
+            found[-1] += unescaped(match[1])
+        else:
+            found.append(unescaped(match[1]))
+        end = match.end()
+    return found
+
+
+def first_argument(source, start):
+    depth, place = 0, start
+    while place < len(source):
+        character = source[place]
+        if character == '"':
+            place = LITERAL.match(source, place).end()
+            continue
+        if character in "([{":
+            depth += 1
+        elif character in ")]}":
+            if depth == 0:
+                break
+            depth -= 1
+        elif character == "," and depth == 0:
+            break
+        place += 1
+    return source[start:place]
+
+
+def lines_of(text):
+    """A text of several lines is asked for line by line."""
+    return [line for line in re.split(r"[\r\n]+", text) if line.strip()]
+
+
+def phrases_of(files):
+    """From name to source: the phrases, and what could not be resolved."""
+    phrases, unknown, asked = {}, [], set()
+    whole = "\n".join(files.values())
+
+    def add(text, name):
+        for line in lines_of(text):
+            phrases.setdefault(line, name)
+
+    for name, source in files.items():
+        for call in re.finditer(r"\bTranslate(?:Lines)?\(", source):
+            whole_argument = first_argument(source, call.end())
+            argument = " ".join(whole_argument.split())
+            if argument in MADE:
+                for region in re.finditer(INDIRECT["row.title"][0], whole, re.S):
+                    frames = [text for text in literals(region[1]) if not re.search(r"\w", text)]
+                    for frame in frames:
+                        add(MADE[argument].format(frame), name)
+                continue
+            own = literals(whole_argument)
+            for text in own:
+                add(text, name)
+            asked.add(argument)
+            if argument not in INDIRECT and not own and argument not in HANDED_ON:
+                unknown.append(f"{name}: Translate({argument})")
+    for argument in sorted(asked & INDIRECT.keys()):
+        patterns = INDIRECT[argument]
+        regions = [region for pattern in patterns for region in re.finditer(pattern, whole, re.S)]
+        if patterns and not regions:
+            unknown.append(f"nothing is found for Translate({argument})")
+        for region in regions:
+            for text in literals(region[1]):
+                if re.search(r"\w", text):
+                    add(text, argument)
+    return phrases, unknown
+
+
+def source_files():
+    files = {}
+    for folder in FOLDERS:
+        for path in sorted((ROOT / folder).rglob("*")):
+            if path.suffix in (".cpp", ".h"):
+                name = str(path.relative_to(ROOT))
+                files[name] = without_comments(path.read_text(encoding="utf-8"))
+    return files
+
+
+def table_of(text):
+    """The entries of a language file, as the program reads them; and keys that stand twice."""
+    table, twice = {}, []
+    for line in text.splitlines():
+        if not line.strip() or line.startswith('"!'):
+            continue
+        if line.startswith('"****'):
+            break
+        key, between, rest = line.partition('","')
+        english = key[1:] if between else line[1:-1]
+        if english in table:
+            twice.append(english)
+        table.setdefault(english, rest[:-1] if between else english)
+    return table, twice
+
+
+def check(path, phrases):
+    table, twice = table_of(path.read_text(encoding="utf-8-sig"))
+    problems = [f"stands twice: {text!r}" for text in twice]
+    problems += [f"missing: {text!r} ({where})" for text, where in phrases.items() if text not in table]
+    unused = [f"nobody asks for (no failure): {text!r}" for text in table if text not in phrases]
+    for problem in problems + unused:
+        print(f"{path.name}: {problem}")
+    return not problems
+
+
+def self_test():
+    files = {"a.cpp": without_comments('''
+        Translate("one"); // Translate("never")
+        process.Translate(many ? "two\\" quoted" : "thr"
+                          "ee") + Translate("last\\n\\nlines");
+        Translate(mystery); Translate(words); show(f(1), "four");
+    ''')}
+    phrases, unknown = phrases_of(files)
+    assert set(phrases) == {"one", 'two" quoted', "three", "last", "lines", "four"}, phrases
+    assert "a.cpp: Translate(mystery)" in unknown, unknown
+    assert not any("never" in text for text in phrases)
+    table, twice = table_of('"! a"\n"x","y"\n"x","z"\n"lone"\n"k","a","b"\n"****"\n"behind"\n')
+    assert table == {"x": "y", "lone": "lone", "k": 'a","b'} and twice == ["x"], table
+    print("list_phrases.py: all well")
+
+
+def main(arguments):
+    if arguments == ["--self-test"]:
+        self_test()
+        return 0
+    phrases, unknown = phrases_of(source_files())
+    for problem in unknown:
+        print(f"cannot tell what is asked for: {problem}", file=sys.stderr)
+    if arguments[:1] == ["--check"]:
+        good = [check(pathlib.Path(name), phrases) for name in arguments[1:]]
+        return 0 if all(good) and not unknown else 1
+    for text in phrases:
+        print(f'"{text}"')
+    return 1 if unknown else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
