@@ -6,9 +6,12 @@
 #include "app/compare_command.h"
 #include "app/compare_run.h"
 #include "app/main_frame.h"
+#include "app/output_check.h"
+#include "app/passwords.h"
 #include "app/run_modes.h"
 #include "app/text_run.h"
 #include "common/platform/platform.h"
+#include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
 
@@ -32,12 +35,24 @@ int RunSlashForm(Platform& platform, const std::vector<std::string>& arguments) 
     return outcome.exit_code;
 }
 
+// False, with the reason told, for a command that would harm what it reads or lacks a password.
+template <class Command>
+bool IsReady(Command& command) {
+    Status ready = CheckOutputs(command);
+    if (ready.ok())
+        ready = FillPasswords(command.load);
+    if (!ready.ok())
+        IgnoreFailure(WriteStream(Stream::Error, "zorvane: " + ready.failure().reason + "\n"),
+                      "there is no other place for it");
+    return ready.ok();
+}
+
 int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
-    const CommandLineOutcome outcome = ParseUnixCommandLine(arguments);
+    CommandLineOutcome outcome = ParseUnixCommandLine(arguments);
     if (outcome.compare)
-        return RunCompareCommand(platform, *outcome.compare);
+        return IsReady(*outcome.compare) ? RunCompareCommand(platform, *outcome.compare) : 2;
     if (outcome.text)
-        return RunTextCommand(platform, *outcome.text);
+        return IsReady(*outcome.text) ? RunTextCommand(platform, *outcome.text) : 2;
     const bool printed = WriteStream(Stream::Output, outcome.output).ok();
     IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
     return printed ? outcome.exit_status : 2;
@@ -56,6 +71,7 @@ void KeepFreedMemory() {
 
 int main(int count, char** values) {
     KeepFreedMemory();
+    PrepareForBadEndings();
     const std::vector<std::string> arguments(values + 1, values + count);
     Platform platform = MakePosixPlatform();
     return IsSlashForm(arguments) ? RunSlashForm(platform, arguments)
