@@ -129,9 +129,16 @@ void AddLoadOptions(CLI::App& app, LoadOptions& options, std::vector<std::string
     app.add_flag("--remove-blank-lines", options.remove_blank_lines,
                  "Remove empty paragraphs while loading")
         ->group(group);
-    text("--password", options.password, "Password to open either document");
+    text("--password", options.password,
+         "Password to open either document; other users may see it in the list of processes");
     text("--original-password", options.original_password, "Password to open the first version");
     text("--modified-password", options.modified_password, "Password to open the second version");
+    text("--password-file", options.password_file,
+         "Read the password from the first line of this file; a second line is that of the second "
+         "version. $ZORVANE_PASSWORD works too")
+        ->type_name("FILE");
+    app.add_flag("--ask-password", options.ask_password, "Ask for the password on the terminal")
+        ->group(group);
     text("--sheets", options.sheets,
          "Sheets of a workbook: numbers, ranges and names, such as 1-2,Costs; * is all (1)")
         ->type_name("LIST");

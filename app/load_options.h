@@ -27,6 +27,8 @@ struct LoadOptions {
     std::string password;  ///< of both sides
     std::string original_password;
     std::string modified_password;
+    std::string password_file;
+    bool ask_password = false;
     std::string sheets;  ///< of both sides, such as "1-2,Costs" or "*"
     std::string rows;
     std::string columns;

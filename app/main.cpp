@@ -7,11 +7,14 @@
 #include "app/compare_command.h"
 #include "app/compare_run.h"
 #include "app/main_frame.h"
+#include "app/output_check.h"
+#include "app/passwords.h"
 #include "app/run_modes.h"
 #include "app/start.h"
 #include "app/text_run.h"
 #include "common/platform/exec_program.h"
 #include "common/platform/platform.h"
+#include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
 
@@ -49,6 +52,15 @@ int RunHere(Platform& platform, const std::string& line) {
     return outcome.exit_code;
 }
 
+// What a command would harm, or lacks, is told before it begins.
+template <class Command, class Run>
+int RunReady(Platform& platform, Command& command, Run run) {
+    Status ready = CheckOutputs(command);
+    if (ready.ok())
+        ready = FillPasswords(command.load);
+    return ready.ok() ? run(platform, command) : Complain(ready.failure().reason);
+}
+
 // Where the line goes on is known before it has any effect, such as the head of its log.
 int RunSlashForm(Platform& platform, const std::vector<std::string>& arguments) {
     const std::string line = JoinedLine(arguments);
@@ -74,11 +86,11 @@ int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
     const StartFacts facts = FindStartFacts(*platform.folders);
     if (WhereToStart(arguments, facts) == StartPlace::Window)
         return GoOnInWindows(facts, arguments);
-    const CommandLineOutcome outcome = ParseUnixCommandLine(arguments);
+    CommandLineOutcome outcome = ParseUnixCommandLine(arguments);
     if (outcome.compare)
-        return RunCompareCommand(platform, *outcome.compare);
+        return RunReady(platform, *outcome.compare, RunCompareCommand);
     if (outcome.text)
-        return RunTextCommand(platform, *outcome.text);
+        return RunReady(platform, *outcome.text, RunTextCommand);
     const bool printed = WriteStream(Stream::Output, outcome.output).ok();
     IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
     return printed ? outcome.exit_status : kTrouble;
@@ -97,6 +109,7 @@ void KeepFreedMemory() {
 
 int main(int count, char** values) {
     KeepFreedMemory();
+    PrepareForBadEndings();
     const std::vector<std::string> arguments(values + 1, values + count);
     Platform platform = MakePosixPlatform();
     return arguments.empty() || IsSlashForm(arguments) ? RunSlashForm(platform, arguments)

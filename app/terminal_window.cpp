@@ -1,5 +1,6 @@
 #include "app/terminal_window.h"
 
+#include "common/base/visible_text.h"
 #include "common/platform/terminal.h"
 
 namespace zorvane {
@@ -21,7 +22,8 @@ void TerminalWindow::ShowStatus(StatusPanel panel, const std::string& text) {
         return;
     last_ = now;
     shown_ = true;
-    IgnoreFailure(WriteStream(Stream::Error, kClearLine + text), kNobodySees);
+    IgnoreFailure(WriteStream(Stream::Error, kClearLine + VisibleText(text, LineEnds::Shown)),
+                  kNobodySees);
 }
 
 void TerminalWindow::Clear() {

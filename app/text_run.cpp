@@ -5,6 +5,7 @@
 #include "app/input_file.h"
 #include "app/terminal_window.h"
 #include "common/base/text_encoding.h"
+#include "common/base/visible_text.h"
 #include "common/log_message.h"
 #include "common/platform/files.h"
 #include "common/platform/terminal.h"
@@ -80,8 +81,10 @@ class TextRunner {
     Status Write() {
         const std::string text =
             command_.rtf ? WriteRtf(editor_.Rich()) : ShownText(editor_.Text());
-        return command_.output.empty() ? WriteStream(Stream::Output, text)
-                                       : ReplaceFile(command_.output, text);
+        if (!command_.output.empty())
+            return ReplaceFile(command_.output, text);
+        const bool shown = IsTerminal(Stream::Output);
+        return WriteStream(Stream::Output, shown ? VisibleText(text, LineEnds::Kept) : text);
     }
 
     static constexpr std::int32_t kTextExtensions = 15;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/base/visible_text.h"
 #include "common/platform/files.h"
 #include "common/platform/platform.h"
 #include "common/platform/terminal.h"
@@ -20,7 +21,7 @@ void MessageSink::Show(std::string_view message) {
     {
         const std::lock_guard lock(guard_);
         if (!wake_) {
-            IgnoreFailure(WriteStream(Stream::Error, "zorvane: " + std::string(message) + "\n"),
+            IgnoreFailure(WriteStream(Stream::Error, "zorvane: " + VisibleText(message, LineEnds::Indented) + "\n"),
                           "there is no other place to complain to");
             return;
         }

@@ -13,6 +13,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "common/platform/process_end.h"
+
 namespace zorvane {
 namespace {
 
@@ -132,7 +134,12 @@ bool ConverterProcess::Start(const std::string& program, const std::vector<std::
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0)
         return false;
     CountChild(1);  // before there is one
-    process_ = SpawnSetup(sockets[1]).Spawn(program, arguments, environment);
+    {
+        const EndingSignalsHeldBack until_it_is_known;
+        process_ = SpawnSetup(sockets[1]).Spawn(program, arguments, environment);
+        if (process_ > 0)
+            EndWithThisProcess(process_);
+    }
     close(sockets[1]);
     socket_ = sockets[0];
     if (process_ > 0)
@@ -146,6 +153,7 @@ void ConverterProcess::Kill() {
     if (process_ > 0) {
         kill(-process_, SIGKILL);
         kill(process_, SIGKILL);
+        ForgetChild(process_);
         while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
         }
         CountChild(-1);

@@ -274,7 +274,9 @@ std::optional<std::string> DocumentLoader::Converted(
     const std::string sTempFile =
         GetTempNameWithDocExtension(*parts_.process.platform.temp_files, "RTF");
     if (sTempFile.empty()) {
-        LogFailure("Unable to copy file.", sFile, "no temporary file can be made");
+        const Result<std::string> folder = parts_.process.platform.temp_files->Folder();
+        LogFailure("Unable to copy file.", sFile,
+                   folder.ok() ? "no temporary file can be made" : folder.failure().reason);
         return std::nullopt;
     }
     if (!road(sTempFile))

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "common/base/text_encoding.h"
+#include "common/base/visible_text.h"
 #include "compare/engine/pieces.h"
 
 namespace zorvane {
@@ -22,31 +23,20 @@ constexpr std::string_view kHeaderColor = "\x1B[36m";
 constexpr std::string_view kBold = "\x1B[1m";
 constexpr std::string_view kReset = "\x1B[0m";
 
-// Control characters as their pictures (U+2400 and on), a cell mark as a tab, a line break as
-// itself.
-std::string Visible(std::string_view text) {
+// A cell mark as a tab, a line break inside a paragraph as a new line of it.
+std::string Shown(const std::u16string& text) {
+    constexpr std::string_view kNextLine = "\n    ";
     std::string out;
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte == 7)
-            out += '\t';
-        else if (byte == 11)
-            out += "\n    ";
-        else if ((byte >= 0x20 && byte != 0x7F) || character == '\t')
-            out += character;
-        else
-            out.append("\xE2\x90").append(1, static_cast<char>(byte == 0x7F ? 0xA1 : 0x80 + byte));
+    const std::string utf8 = ToUtf8(text);
+    for (std::string_view rest = utf8; !rest.empty();) {
+        const std::size_t end = std::min(rest.find_first_of("\x07\x0B"), rest.size());
+        out += VisibleText(rest.substr(0, end), LineEnds::Shown);
+        if (end == rest.size())
+            break;
+        out += rest[end] == '\x07' ? std::string_view("\t") : kNextLine;
+        rest.remove_prefix(end + 1);
     }
     return out;
-}
-
-// C1 controls (U+0080 to U+009F) steer some terminals too.
-std::string Shown(std::u16string text) {
-    for (char16_t& unit : text) {
-        if (unit >= 0x80 && unit < 0xA0)
-            unit = u'\uFFFD';
-    }
-    return Visible(ToUtf8(text));
 }
 std::string Shown(std::string_view utf8) {
     return Shown(ToUtf16(utf8));

@@ -63,14 +63,31 @@ Status WriteInPlace(const std::string& path, const std::string& native, std::str
     return Status::Ok();
 }
 
+bool IsLink(const std::string& native) {
+    struct stat facts {};
+    return lstat(native.c_str(), &facts) == 0 && S_ISLNK(facts.st_mode);
+}
+
+// The name that a link gives to a file that is still to come.
+std::string EndOfLinks(std::filesystem::path place) {
+    constexpr int kMostLinks = 40;  // as the system
+    std::error_code error;
+    for (int links = 0; links < kMostLinks && IsLink(place.string()); ++links)
+        place = place.parent_path() / std::filesystem::read_symlink(place, error);
+    return place.string();
+}
+
 // A link stays, and what it leads to is replaced; else "/dev/stdout" led to a file would go.
 std::string BehindLinks(const std::string& native) {
-    struct stat facts {};
-    if (lstat(native.c_str(), &facts) != 0 || !S_ISLNK(facts.st_mode))
+    if (!IsLink(native))
         return native;
     std::error_code error;
     const std::string target = std::filesystem::canonical(native, error).string();
-    return error ? native : target;
+    if (!error)
+        return target;
+    struct stat facts {};
+    const bool leads_somewhere = stat(native.c_str(), &facts) == 0;  // to a pipe, say
+    return leads_somewhere || errno != ENOENT ? native : EndOfLinks(native);
 }
 
 // Another user's file stays that user's where the system lets us, as it lets an administrator.
@@ -82,11 +99,16 @@ void KeepOwner(int descriptor, const struct stat& facts) {
 // Text positions have 32 bits, and a text of lone line ends doubles when it is loaded.
 constexpr std::size_t kMostBytes = (std::size_t{1} << 30) - 1;
 
+Failure TooLarge(const std::string& path) {
+    return Failure{path + ": larger than 1 GiB, which is the most that is read"};
+}
+
 // Reads on to the end, whatever the size says: a device or a FIFO has none.
 bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
     while (true) {
         if (filled == bytes.size())
-            bytes.resize(filled + std::max<std::size_t>(filled / 2, 65536));
+            bytes.resize(
+                std::min(filled + std::max<std::size_t>(filled / 2, 65536), kMostBytes + 1));
         const ssize_t count = read(descriptor, bytes.data() + filled, bytes.size() - filled);
         if (count < 0 && errno == EINTR)
             continue;
@@ -104,7 +126,22 @@ bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
     return true;
 }
 
+// `room`: one more than the size, to see the end at once.
+Result<std::string> ReadAll(int descriptor, const std::string& name, std::size_t room) {
+    std::string bytes;
+    bytes.resize(room);
+    if (!ReadRest(descriptor, bytes, 0))
+        return errno == EFBIG ? TooLarge(name) : SystemFailure(name);
+    return bytes;
+}
+
 }  // namespace
+
+Result<std::string> ReadStandardInput() try {
+    return ReadAll(STDIN_FILENO, "standard input", 0);
+} catch (const std::bad_alloc&) {
+    return Failure{"standard input: too large for the memory"};
+}
 
 Result<std::string> ReadWholeFile(const std::string& path) try {
     const Descriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
@@ -115,15 +152,9 @@ Result<std::string> ReadWholeFile(const std::string& path) try {
         errno = EISDIR;
         return SystemFailure(path);
     }
-    if (static_cast<std::size_t>(facts.st_size) > kMostBytes) {
-        errno = EFBIG;
-        return SystemFailure(path);
-    }
-    std::string bytes;
-    bytes.resize(static_cast<std::size_t>(facts.st_size) + 1);  // one more, to see the end at once
-    if (!ReadRest(file.get(), bytes, 0))
-        return SystemFailure(path);
-    return bytes;
+    if (static_cast<std::size_t>(facts.st_size) > kMostBytes)
+        return TooLarge(path);
+    return ReadAll(file.get(), path, static_cast<std::size_t>(facts.st_size) + 1);
 } catch (const std::bad_alloc&) {
     return Failure{path + ": too large for the memory"};
 }

@@ -12,8 +12,10 @@
 namespace zorvane {
 
 /// The bytes of a regular file, FIFO or character device. Failures name the file and the reason:
-/// "No such file or directory", "Is a directory", "File too large" (1 GiB and more), ...
+/// "No such file or directory", "Is a directory", larger than 1 GiB, ...
 Result<std::string> ReadWholeFile(const std::string& path);
+/// All of standard input, under the same limit.
+Result<std::string> ReadStandardInput();
 /// At most the first `most` bytes of a regular file, to see what it is. Anything else is a failure
 /// and is not opened: what is read of a FIFO is gone.
 Result<std::string> ReadFileHead(const std::string& path, std::size_t most);
@@ -25,8 +27,8 @@ Status WriteWholeFile(const std::string& path, std::string_view bytes);
 /// Adds to the end, in one write where the system can, so that lines of two processes do not mix.
 Status AppendToFile(const std::string& path, std::string_view bytes);
 /// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old
-/// file as it was and no half file. A link stays and what it leads to is replaced. A target that is
-/// not a regular file (a device, a FIFO) is written in place.
+/// file as it was and no half file. A link stays and what it leads to is replaced, or made where it
+/// leads nowhere yet. A target that is not a regular file (a device, a FIFO) is written in place.
 Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode = 0666);
 
 /// The same for a file that comes in parts, so that nobody has to hold all of it.

@@ -1,7 +1,5 @@
 // The services of services.h on a POSIX system with a freedesktop.org desktop.
 #include <array>
-#include <atomic>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -10,14 +8,16 @@
 #include <spawn.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
 #include "common/base/text_encoding.h"
+#include "common/platform/desktop_shell.h"
+#include "common/platform/files.h"
 #include "common/platform/ini_profile.h"
 #include "common/platform/native_path.h"
 #include "common/platform/platform.h"
+#include "common/platform/private_folder.h"
 #include "common/platform/terminal.h"
 
 extern char** environ;
@@ -60,7 +60,7 @@ class XdgFolders : public SpecialFolders {
         const std::string home = Home();
         switch (csidl) {
             case 5:
-                return home.empty() ? "(error)" : home + "/Documents";
+                return home.empty() ? "(error)" : Documents(home);
             case 26:
                 return Xdg("XDG_CONFIG_HOME", home, "/.config");
             case 28:
@@ -106,40 +106,27 @@ class XdgFolders : public SpecialFolders {
         const passwd* user = getpwuid(geteuid());
         return user == nullptr || user->pw_dir == nullptr ? "" : user->pw_dir;
     }
+    // As the desktop's own setting has it, in the user's language.
+    static std::string Documents(const std::string& home) {
+        constexpr std::string_view kKey = "XDG_DOCUMENTS_DIR=\"";
+        const std::string configuration = Xdg("XDG_CONFIG_HOME", home, "/.config");
+        const Result<std::string> setting = ReadWholeFile(configuration + "/user-dirs.dirs");
+        const std::string text = setting.ok() ? "\n" + setting.value() : std::string();
+        const std::size_t found = text.find("\n" + std::string(kKey));
+        if (found == std::string::npos)
+            return home + "/Documents";
+        const std::size_t begin = found + 1 + kKey.size();
+        const std::string value = text.substr(begin, text.find_first_of("\"\n", begin) - begin);
+        constexpr std::string_view kHome = "$HOME";
+        const std::string folder =
+            value.starts_with(kHome) ? home + value.substr(kHome.size()) : value;
+        return folder.starts_with('/') ? folder : home + "/Documents";
+    }
     static std::string Xdg(const char* variable, const std::string& home, const char* below) {
         const std::string folder = EnvironmentOr(variable, "");
         if (!folder.empty() && folder.front() == '/')
             return folder;
         return home.empty() ? "(error)" : home + below;
-    }
-};
-
-class DesktopShell : public ShellOpen {
-  public:
-    Status Open(const std::string& path_or_address) override {
-        const bool address = path_or_address.find("://") != std::string::npos;
-        return Start(address ? path_or_address : WholePath(path_or_address));
-    }
-    Status EditText(const std::string& path) override { return Start(WholePath(path)); }
-
-  private:
-    // Whole, so that a name such as "-r.htm" is not taken for an option.
-    static std::string WholePath(const std::string& path) { return NativePath(AbsolutePath(path)); }
-    static Status Start(const std::string& what) {
-        std::string program = "xdg-open";
-        std::string argument = what;
-        std::array<char*, 3> arguments{program.data(), argument.data(), nullptr};
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-        pid_t child = 0;
-        const int error =
-            posix_spawnp(&child, program.c_str(), &actions, nullptr, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        if (error != 0)
-            return Failure{what + ": xdg-open cannot be started: " + std::strerror(error)};
-        return Status::Ok();
     }
 };
 
@@ -229,96 +216,6 @@ class FileMutexes : public NamedMutexes {
 
   private:
     SpecialFolders& folders_;
-};
-
-// What the signal handler may read: the folder's name and nothing that allocates.
-constexpr std::size_t kFolderBytes = 512;
-std::array<char, kFolderBytes>
-    private_folder{};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables):
-                       // a handler has no other way
-std::atomic<bool> has_private_folder{
-    false};  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): likewise
-
-void RemovePrivateFolder() {
-    if (!has_private_folder.exchange(false))
-        return;
-    std::error_code error;
-    std::filesystem::remove_all(private_folder.data(), error);
-}
-
-// A child does the removing: after a fork it may only exec, which is all that it does. `_Fork` is
-// the one that a handler may call. The signal is blocked in the handler and so in the child, which
-// a second Ctrl-C does not stop.
-extern "C" void CleanUpAndDie(int signal_number) {
-    if (has_private_folder.exchange(false)) {
-        const pid_t child = _Fork();
-        if (child == 0) {
-            execl("/bin/rm", "rm", "-rf", "--", private_folder.data(), nullptr);
-            _exit(1);
-        }
-        if (child > 0)
-            waitpid(child, nullptr, 0);
-    }
-    std::signal(signal_number, SIG_DFL);
-    raise(signal_number);
-}
-
-constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
-
-// A signal that comes between the making of the folder and its entry here would leave it behind.
-class SignalsHeldBack {
-  public:
-    SignalsHeldBack() {
-        sigset_t ending;
-        sigemptyset(&ending);
-        for (const int number : kEndingSignals)
-            sigaddset(&ending, number);
-        pthread_sigmask(SIG_BLOCK, &ending, &old_);
-    }
-    ~SignalsHeldBack() { pthread_sigmask(SIG_SETMASK, &old_, nullptr); }
-    SignalsHeldBack(const SignalsHeldBack&) = delete;
-    SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
-
-  private:
-    sigset_t old_{};
-};
-
-class PrivateTempFiles : public TempFiles {
-  public:
-    ~PrivateTempFiles() override { RemovePrivateFolder(); }
-
-    Result<std::string> Folder() override {
-        if (has_private_folder)
-            return std::string(private_folder.data());
-        const std::string pattern = SystemFolder() + "/zorvane-XXXXXX";
-        if (pattern.size() >= kFolderBytes)
-            return Failure{pattern + ": the name of the temporary folder is too long"};
-        private_folder.fill('\0');
-        std::copy(pattern.begin(), pattern.end(), private_folder.begin());
-        const SignalsHeldBack until_it_is_known;
-        if (mkdtemp(private_folder.data()) == nullptr)
-            return Failure{pattern + ": no temporary folder: " + std::strerror(errno)};
-        has_private_folder = true;
-        for (const int number : kEndingSignals) {
-            if (std::signal(number, CleanUpAndDie) == SIG_IGN)
-                std::signal(number, SIG_IGN);
-        }
-        return std::string(private_folder.data());
-    }
-
-    Result<std::string> NewName(std::string_view prefix, std::string_view extension) override {
-        const Result<std::string> folder = Folder();
-        if (!folder.ok())
-            return folder;
-        return folder.value() + "/" + std::string(prefix) + std::to_string(++count_) + "." +
-               std::string(extension);
-    }
-
-    Result<std::string> LastingFolder() override { return SystemFolder(); }
-
-  private:
-    static std::string SystemFolder() { return EnvironmentOr("TMPDIR", "/tmp"); }
-    std::int32_t count_ = 0;
 };
 
 }  // namespace

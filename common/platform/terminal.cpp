@@ -1,14 +1,17 @@
 #include "common/platform/terminal.h"
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
+
+#include "common/platform/file_descriptor.h"
 
 namespace zorvane {
 namespace {
@@ -89,27 +92,29 @@ bool ColorsFit() {
 }
 
 Status WriteStream(Stream stream, std::string_view bytes) {
-    // A reader that goes away early shall end the writing, not the program.
     const IgnoreSignal broken_pipe(SIGPIPE);
-    if (WriteAll(Descriptor(stream), bytes) || errno == EPIPE)
+    if (WriteAll(Descriptor(stream), bytes))
         return Status::Ok();
     const char* name = stream == Stream::Output ? "standard output: " : "standard error: ";
     return Failure{std::string(name) + std::strerror(errno)};
 }
 
-Result<std::string> ReadStandardInput() {
-    std::string text;
-    std::array<char, 65536> buffer{};
-    while (true) {
-        const ssize_t count = read(STDIN_FILENO, buffer.data(), buffer.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return Failure{std::string("standard input: ") + std::strerror(errno)};
-        if (count == 0)
-            return text;
-        text.append(buffer.data(), static_cast<std::size_t>(count));
-    }
+Result<std::string> AskSecret(std::string_view prompt) {
+    const FileDescriptor terminal(open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
+    termios shown{};
+    if (!terminal.IsOpen() || tcgetattr(terminal.Get(), &shown) != 0)
+        return Failure{"there is no terminal to ask on"};
+    termios hidden = shown;
+    hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    tcsetattr(terminal.Get(), TCSAFLUSH, &hidden);
+    WriteAll(terminal.Get(), prompt);
+    std::string line;
+    char letter = 0;
+    while (read(terminal.Get(), &letter, 1) == 1 && letter != '\n')
+        line += letter;
+    tcsetattr(terminal.Get(), TCSAFLUSH, &shown);
+    WriteAll(terminal.Get(), "\n");
+    return line;
 }
 
 Status ShowPaged(std::string_view text) {

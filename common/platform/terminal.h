@@ -24,11 +24,12 @@ std::optional<std::string> Environment(const char* name);
 /// "dumb".
 bool ColorsFit();
 
-/// Writes all bytes. A closed pipe is no failure: whoever read has read enough.
+/// Writes all bytes.
 Status WriteStream(Stream stream, std::string_view bytes);
 
-/// All of standard input.
-Result<std::string> ReadStandardInput();
+/// Asks for one line on the terminal of this process, whatever the standard streams are, without
+/// showing what is typed. Fails without a terminal.
+Result<std::string> AskSecret(std::string_view prompt);
 
 /// Shows `text` through $ZORVANE_PAGER, $PAGER or less, in this order; "" and "cat" mean no pager.
 /// LESS is set to "FRX" when it is not set, so that a short text stays on the screen. Falls back to

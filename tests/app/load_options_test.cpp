@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "app/compare_command.h"
+#include "app/passwords.h"
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
+#include "tests/support/temp_folder.h"
 
 namespace zorvane {
 namespace {
@@ -23,6 +25,43 @@ class LoadOptionsTest : public testing::Test {
     clsCompareFileOptions options_;
     CompareFilesSettings settings_;
 };
+
+struct PasswordCase {
+    const char* name;
+    const char* file;  // its text; null: no file is given
+    const char* variable;
+    const char* given;
+    const char* both;
+    const char* original;
+    const char* modified;
+};
+TEST(Passwords, ComeOnRoadsThatNobodySees) {
+    const PasswordCase rows[] = {
+        {"a variable", nullptr, "v", "", "v", "", ""},
+        {"what is given counts more", nullptr, "v", "g", "g", "", ""},
+        {"a file", "one\n", "v", "", "", "one", "one"},
+        {"a file of two lines", "one\r\ntwo", nullptr, "", "", "one", "two"},
+        {"nothing", nullptr, nullptr, "", "", "", ""},
+    };
+    for (const PasswordCase& row : rows) {
+        SCOPED_TRACE(row.name);
+        const TempFolder folder;
+        LoadOptions options;
+        options.password = row.given;
+        if (row.file != nullptr)
+            options.password_file = folder.Write("passwords", row.file);
+        row.variable == nullptr ? unsetenv("ZORVANE_PASSWORD")
+                                : setenv("ZORVANE_PASSWORD", row.variable, 1);
+        ASSERT_TRUE(FillPasswords(options).ok());
+        unsetenv("ZORVANE_PASSWORD");
+        EXPECT_EQ(options.password, row.both);
+        EXPECT_EQ(options.original_password, row.original);
+        EXPECT_EQ(options.modified_password, row.modified);
+    }
+    LoadOptions missing;
+    missing.password_file = "/no/such/file";
+    EXPECT_FALSE(FillPasswords(missing).ok());
+}
 
 TEST(TextCommand, IsReadFromItsLine) {
     const CommandLineOutcome outcome = ParseUnixCommandLine(

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/platform/desktop_shell.h"
 #include "common/platform/files.h"
 #include "common/platform/platform.h"
 #include "common/platform/terminal.h"
@@ -101,6 +102,21 @@ TEST(PosixFolders, AreTheDesktops) {
     EXPECT_TRUE(platform.folders->GetSpecialFolder(40).starts_with('/')) << "by the user's entry";
 }
 
+TEST(PosixFolders, DocumentsAreWhereTheDesktopHasThem) {
+    const TempFolder folder;
+    const ScopedVariable home("HOME", "/home/u");
+    const ScopedVariable configuration("XDG_CONFIG_HOME", folder.Path());
+    const auto documents = [] { return MakePosixPlatform().folders->GetSpecialFolder(5); };
+    EXPECT_EQ(documents(), "/home/u/Documents");
+    folder.Write("user-dirs.dirs",
+                 "# XDG_DOCUMENTS_DIR=\"no\"\nXDG_DOCUMENTS_DIR=\"$HOME/Dokumente\"\n");
+    EXPECT_EQ(documents(), "/home/u/Dokumente");
+    folder.Write("user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"/data/d\"\n");
+    EXPECT_EQ(documents(), "/data/d");
+    folder.Write("user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"relative\"\n");
+    EXPECT_EQ(documents(), "/home/u/Documents");
+}
+
 TEST(PosixFolders, KeepLocksPrivate) {
     const TempFolder folder;
     const ScopedVariable runtime("XDG_RUNTIME_DIR", folder.Path("missing"));
@@ -165,9 +181,55 @@ TEST(PosixShell, HandsWholeNamesToTheDesktop) {
     const std::string here = (std::filesystem::current_path() / "-r x.htm").string();
     EXPECT_EQ(told(platform.shell->Open("-r x.htm")), "1\n" + here + "\n");
     EXPECT_EQ(told(platform.shell->Open("https://a.example/?b")), "1\nhttps://a.example/?b\n");
-    EXPECT_EQ(told(platform.shell->EditText("c:\\a\\b.txt")), "1\n/a/b.txt\n");
+    EXPECT_EQ(told(platform.shell->Open("c:\\a\\b.txt")), "1\n/a/b.txt\n");
     const ScopedVariable nothing("PATH", folder.Path("none"));
     EXPECT_FALSE(platform.shell->Open("a").ok());
+}
+
+TEST(PosixShell, EditsTextWithTheProgramForPlainText) {
+    const TempFolder folder;
+    folder.Write("xdg-mime", "#!/bin/sh\necho writer.desktop\n");
+    folder.Write("writer",
+                 "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$0.part\"\n"
+                 "mv \"$0.part\" \"$0.told\"\n");
+    for (const char* program : {"xdg-mime", "writer"})
+        chmod(folder.Path(program).c_str(), 0700);
+    std::filesystem::create_directory(folder.Path("applications"));
+    folder.Write("applications/writer.desktop",
+                 "[Other]\nExec=no\n[Desktop Entry]\nName=W\nExec=writer --new %U\n"
+                 "[Action a]\nExec=no\n");
+    const ScopedVariable path("PATH", folder.Path() + ":/usr/bin:/bin");
+    const ScopedVariable data("XDG_DATA_DIRS", "/none:" + folder.Path());
+    const ScopedVariable own("XDG_DATA_HOME", folder.Path("own"));
+    const Platform platform = MakePosixPlatform();
+    ASSERT_TRUE(platform.shell->EditText("/a b/-c.csv").ok());
+    wait(nullptr);
+    EXPECT_EQ(folder.Read("writer.told"), "--new\n/a b/-c.csv\n");
+    std::filesystem::remove(folder.Path("applications/writer.desktop"));
+    const Status none = platform.shell->EditText("/a.txt");
+    ASSERT_FALSE(none.ok());
+    EXPECT_NE(none.failure().reason.find("VISUAL"), std::string::npos);
+}
+
+struct EntryCase {
+    const char* exec;
+    std::vector<std::string> words;  // none: it cannot be read
+};
+TEST(DesktopEntry, TakesTheFileWhereItSaysSo) {
+    const EntryCase rows[] = {
+        {"edit %f", {"edit", "/f x"}},
+        {"edit", {"edit", "/f x"}},
+        {"edit %i --file=%u -w", {"edit", "--file=/f x", "-w"}},
+        {"\"my editor\" \"a\\\"b\" %F", {"my editor", "a\"b", "/f x"}},
+        {"edit 100%% %f %f", {"edit", "100%", "/f x"}},
+        {"edit \"\" %f", {"edit", "", "/f x"}},
+        {"edit \"open %f", {}},
+        {"", {}},
+    };
+    for (const EntryCase& row : rows) {
+        SCOPED_TRACE(row.exec);
+        EXPECT_EQ(CommandOfEntry(row.exec, "/f x").value_or(std::vector<std::string>{}), row.words);
+    }
 }
 
 TEST(TempFiles, ArePrivateAndGoWithTheirOwner) {
@@ -245,7 +307,7 @@ TEST(Pager, ShowsTheTextOrGivesItThrough) {
     }
 }
 
-TEST(Stream, AFullTargetIsAFailureAndAClosedPipeIsNone) {
+TEST(Stream, AFullTargetAndAClosedPipeAreFailures) {
     const int full = InChild([] {
         dup2(open("/dev/full", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
         _exit(WriteStream(Stream::Output, "x").ok() ? 1 : 0);
@@ -257,7 +319,7 @@ TEST(Stream, AFullTargetIsAFailureAndAClosedPipeIsNone) {
             _exit(2);
         close(ends[0]);
         dup2(ends[1], STDOUT_FILENO);
-        _exit(WriteStream(Stream::Output, "x").ok() ? 0 : 1);
+        _exit(WriteStream(Stream::Output, "x").ok() ? 1 : 0);
     });
     EXPECT_EQ(closed, 0);
 }

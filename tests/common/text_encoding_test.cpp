@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/base/visible_text.h"
 #include "common/platform/files.h"
 
 namespace zorvane {
@@ -162,6 +163,31 @@ TEST(TextEncodingCorpus, ReadsRealTexts) {
         EXPECT_NE(text.find(row.holds), std::u16string::npos) << ToUtf8(text).substr(0, 200);
         EXPECT_EQ(text.find(u'\uFFFD'), std::u16string::npos);
     }
+}
+
+struct VisibleCase {
+    const char* name;
+    const char* text;
+    LineEnds ends;
+    const char* shown;
+};
+TEST(VisibleText, LetsNothingSteerATerminal) {
+    const VisibleCase rows[] = {
+        {"an escape sequence", "a\x1B[2Jb\x7F", LineEnds::Kept, "a\u241B[2Jb\u2421"},
+        {"a control of one byte in two", "\u009B2J", LineEnds::Kept, "\uFFFD2J"},
+        {"no-break space stays", "a\u00A0b", LineEnds::Kept, "a\u00A0b"},
+        {"turned text", "\u202Egpj.exe", LineEnds::Kept, "[U+202E]gpj.exe"},
+        {"isolates and marks", "\u2066\u2069\u200F\u061C", LineEnds::Kept,
+         "[U+2066][U+2069][U+200F][U+061C]"},
+        {"their neighbours stay", "\u200D\u2010\u2026\u2065\u0628", LineEnds::Kept,
+         "\u200D\u2010\u2026\u2065\u0628"},
+        {"lines", "a\r\nb\nc\rd\te", LineEnds::Kept, "a\nb\nc\u240Dd\te"},
+        {"a message", "no\nzorvane: yes", LineEnds::Indented, "no\n  zorvane: yes"},
+        {"a name", "a\nb\r\n", LineEnds::Shown, "a\u240Ab\u240D\u240A"},
+        {"a cut character", "\xE2\x80", LineEnds::Shown, "\xE2\x80"},
+    };
+    for (const VisibleCase& row : rows)
+        EXPECT_EQ(VisibleText(row.text, row.ends), row.shown) << row.name;
 }
 
 }  // namespace

@@ -202,7 +202,7 @@ TEST(Files, ReadsWhateverHasBytes) {
     const TempFolder folder;
     std::filesystem::resize_file(folder.Write("huge", ""), std::uintmax_t{1} << 30);
     EXPECT_EQ(ReadWholeFile(folder.Path("huge")).failure().reason,
-              folder.Path("huge") + ": File too large");
+              folder.Path("huge") + ": larger than 1 GiB, which is the most that is read");
     EXPECT_EQ(ReadWholeFile(folder.Write("e", "")).value(), "");
     EXPECT_EQ(ReadWholeFile("/dev/null").value(), "");
     EXPECT_EQ(ReadWholeFile(folder.Path()).failure().reason, folder.Path() + ": Is a directory");

@@ -1,0 +1,67 @@
+#include "app/output_check.h"
+
+#include <filesystem>
+
+#include "app/compare_command.h"
+#include "common/platform/native_path.h"
+
+namespace zorvane {
+namespace {
+
+// Where a name leads, links and all, whether there is a file yet or not.
+std::filesystem::path PlaceOf(const std::string& name) {
+    std::error_code error;
+    std::filesystem::path place = NativePath(AbsolutePath(name));
+    constexpr int kMostLinks = 40;  // as the system
+    for (int links = 0; links < kMostLinks && std::filesystem::is_symlink(place, error); ++links)
+        place = place.parent_path() / std::filesystem::read_symlink(place, error);
+    const std::filesystem::path known = std::filesystem::weakly_canonical(place, error);
+    return error ? place : known;
+}
+
+bool IsSpecial(const std::string& name) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(NativePath(name), error);
+    return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
+}
+
+bool LeadToOneFile(const std::string& first, const std::string& second) {
+    return IsSameFile(first, second) || PlaceOf(first) == PlaceOf(second);
+}
+
+}  // namespace
+
+Status CheckOutputs(const std::vector<std::string>& inputs,
+                    const std::vector<NamedOutput>& outputs) {
+    for (std::size_t index = 0; index < outputs.size(); ++index) {
+        const NamedOutput& output = outputs[index];
+        if (output.file.empty() || output.file == "-" || IsSpecial(output.file))
+            continue;
+        for (const std::string& input : inputs) {
+            if (input != "-" && LeadToOneFile(output.file, input))
+                return Failure{output.option + ": " + output.file +
+                               ": this is a document that is read; name another file"};
+        }
+        for (std::size_t other = 0; other < index; ++other) {
+            if (LeadToOneFile(output.file, outputs[other].file))
+                return Failure{output.option + ": " + output.file + ": " + outputs[other].option +
+                               " writes to this file too; name another one"};
+        }
+    }
+    return Status::Ok();
+}
+
+Status CheckOutputs(const CompareCommand& command) {
+    std::vector<NamedOutput> outputs{{"--log", command.load.log_file}};
+    for (const ReportTarget& report : command.reports)
+        outputs.push_back({"--report", report.file});
+    outputs.push_back({"--json", command.json.value_or("")});
+    return CheckOutputs({command.original, command.modified}, outputs);
+}
+
+Status CheckOutputs(const TextCommand& command) {
+    return CheckOutputs({command.file},
+                        {{"--log", command.load.log_file}, {"--output", command.output}});
+}
+
+}  // namespace zorvane

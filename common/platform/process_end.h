@@ -1,0 +1,39 @@
+// What has to happen however this process ends: its children go first, then its temporary folder.
+#pragma once
+
+#include <csignal>
+#include <string>
+
+namespace zorvane {
+
+/// For `main`, before any thread: a fault that nobody handles ("not enough memory") ends with a
+/// message and status 2, and writing to a closed pipe or beyond a file-size limit is a failure of
+/// that write. What a child is started with is not touched.
+void PrepareForBadEndings();
+
+/// The folder is removed by SIGINT, SIGTERM, SIGHUP and a fault that nobody handles. One folder at
+/// most, under 512 bytes; false when it is longer.
+bool RemoveAtBadEnd(const std::string& folder);
+/// Its owner removes it, or did.
+void KeepAtBadEnd();
+
+/// A child that leads a process group, killed with the group when this process is ended. Beyond 64
+/// at once they are left to the system, which ends them with this process.
+void EndWithThisProcess(int child);
+/// Before it is waited for, so that no other process of that number is hit.
+void ForgetChild(int child);
+
+/// While it lives, an ending signal waits: between the making of a thing and its entry above, it
+/// would leave the thing behind.
+class EndingSignalsHeldBack {
+  public:
+    EndingSignalsHeldBack();
+    ~EndingSignalsHeldBack();
+    EndingSignalsHeldBack(const EndingSignalsHeldBack&) = delete;
+    EndingSignalsHeldBack& operator=(const EndingSignalsHeldBack&) = delete;
+
+  private:
+    sigset_t old_{};
+};
+
+}  // namespace zorvane
