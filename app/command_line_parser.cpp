@@ -5,6 +5,8 @@
 #include <limits>
 #include <optional>
 
+#include "app/command_line_runs.h"
+#include "app/output_check.h"
 #include "app/settings_location.h"
 #include "common/base/text_encoding.h"
 #include "common/file_utilities.h"
@@ -232,6 +234,19 @@ bool Check(const Request& request, std::vector<std::string>& failures) {
     return failures.size() == before;
 }
 
+// A log in the place of a document would be the end of it.
+bool KeepApart(Request& request, LineEffects& effects) {
+    Status apart = CheckOutputs({request.sMaster, request.sSource}, {{"/L", request.sLogFile}});
+    if (apart.ok())
+        apart = CheckOutputs({}, {{"/T", request.sReportFile}, {"/L", request.sLogFile}});
+    if (apart.ok())
+        return true;
+    effects.failures.push_back(apart.failure().reason);
+    effects.log_files.clear();
+    request.sLogFile.clear();
+    return false;
+}
+
 struct LongRow {
     std::string_view name;
     std::string Request::*text;
@@ -359,7 +374,8 @@ bool ReadCommandLine(SpecialFolders& folders, std::string& line, const std::stri
     bool good = true;
     if (Trim(request.sMaster).empty() || Trim(request.sSource).empty())
         good = TakePositional(process_line, request);
-    return Check(request, effects.failures) && good;
+    good = Check(request, effects.failures) && good;
+    return KeepApart(request, effects) && good;
 }
 
 bool ParseCommandLine(ProcessState& process, std::string& line, const std::string& process_line,
@@ -374,7 +390,7 @@ bool ParseCommandLine(ProcessState& process, std::string& line, const std::strin
     if (effects.help)
         IgnoreFailure(process.platform.shell->Open(kHelpPage), "there may be no desktop");
     for (const std::string& words : effects.failures)
-        LogMessage(process.telling, words, request.sLogFile, request.bShowMessages);
+        LogMessage(process.telling, words, request.sLogFile, ShowsFailures(process, request));
     return good;
 }
 

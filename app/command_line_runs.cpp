@@ -4,6 +4,7 @@
 
 #include "app/main_frame.h"
 #include "common/log_message.h"
+#include "common/platform/terminal.h"
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"
 
@@ -96,16 +97,17 @@ void LogLoadFailure(ProcessState& process, RunTelling& telling, const CommandLin
 }
 
 void LogOutcome(ProcessState& process, const CommandLineRequest& request, frmCompareFiles& viewer) {
-    LogMessage(viewer.Telling(), process.Translate("Successfully Compared") + " " +
-                                     request.sMaster + " " + process.Translate("to") + " " +
-                                     request.sSource);
+    const auto tell = [&](const std::string& words) {
+        LogMessage(viewer.Telling(), words, request.sLogFile, request.bShowMessages);
+    };
+    tell(process.Translate("Successfully Compared") + " " + request.sMaster + " " +
+         process.Translate("to") + " " + request.sSource);
     const std::int32_t sum = viewer.mlChanges() + viewer.mlAdditions() + viewer.mlDeletions();
-    LogMessage(viewer.Telling(),
-               process.Translate("There were ") + std::to_string(sum) +
-                   process.Translate(" Differences.  ") + std::to_string(viewer.mlChanges()) +
-                   process.Translate(" Change(s), ") + std::to_string(viewer.mlAdditions()) +
-                   process.Translate(" Addition(s)  and ") + std::to_string(viewer.mlDeletions()) +
-                   process.Translate(" Deletion(s)"));
+    tell(process.Translate("There were ") + std::to_string(sum) +
+         process.Translate(" Differences.  ") + std::to_string(viewer.mlChanges()) +
+         process.Translate(" Change(s), ") + std::to_string(viewer.mlAdditions()) +
+         process.Translate(" Addition(s)  and ") + std::to_string(viewer.mlDeletions()) +
+         process.Translate(" Deletion(s)"));
 }
 
 // Under /K a run without differences writes no report and exits, even without /X.
@@ -163,6 +165,10 @@ void ApplyAdvancedActions(const CommandLineRequest& request, frmCompareFiles& vi
         ApplyAdvancedAction(code, viewer.Settings());  // an unknown code has no effect
 }
 
+bool ShowsFailures(const ProcessState& process, const CommandLineRequest& request) {
+    return request.bShowMessages || (!process.messages.HasWindow() && IsTerminal(Stream::Error));
+}
+
 bool RunCommandLine(ProcessState& process, frmMainMDI& frame, const CommandLineRun& run) {
     if (!run.request.bCompareFolders)
         return RunCommandLineFileCompare(process, frame, run);
@@ -178,6 +184,7 @@ bool RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
         return false;
     frmCompareFiles& viewer = *made;
     viewer.BeginCommandLine(request, run.silence == Silence::Silent);
+    viewer.Telling().manner.bShowMessages = ShowsFailures(process, request);
     if (run.started)
         run.started(viewer);
     SetOptions(request, viewer.Options());

@@ -23,6 +23,10 @@ struct CommandLineRun {
     std::function<void(Viewer&)> started;  ///< told the viewer before it works; may be empty
 };
 
+/// Whether failures are shown: under `/V`, and on a terminal without a window, where silence would
+/// leave its user wondering.
+bool ShowsFailures(const ProcessState& process, const CommandLineRequest& request);
+
 /// The run that the request asks for. False when there is no viewer to make it with, which has been
 /// told.
 bool RunCommandLine(ProcessState& process, frmMainMDI& frame, const CommandLineRun& run);

@@ -55,7 +55,7 @@ RunOutcome Main(ProcessState& process, const std::string& raw_line, CommandLineR
     const StartDecision decision = WhatToDo(raw_line, request, parsed);
     request.bShowMessages = request.bShowMessages || decision.show_messages;
     process.telling.manner.sLogFile = request.sLogFile;
-    process.telling.manner.bShowMessages = request.bShowMessages;
+    process.telling.manner.bShowMessages = ShowsFailures(process, request);
     process.bHistoryOff = request.bClearHistory;
     switch (decision.action) {
         case StartAction::Run:

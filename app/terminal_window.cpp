@@ -22,7 +22,7 @@ void TerminalWindow::ShowStatus(StatusPanel panel, const std::string& text) {
         return;
     last_ = now;
     shown_ = true;
-    IgnoreFailure(WriteStream(Stream::Error, kClearLine + VisibleText(text, LineEnds::Shown)),
+    IgnoreFailure(WriteStream(Stream::Error, kClearLine + VisibleText(text, LineBreaks::Shown)),
                   kNobodySees);
 }
 

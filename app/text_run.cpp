@@ -84,7 +84,7 @@ class TextRunner {
         if (!command_.output.empty())
             return ReplaceFile(command_.output, text);
         const bool shown = IsTerminal(Stream::Output);
-        return WriteStream(Stream::Output, shown ? VisibleText(text, LineEnds::Kept) : text);
+        return WriteStream(Stream::Output, shown ? VisibleText(text, LineBreaks::Kept) : text);
     }
 
     static constexpr std::int32_t kTextExtensions = 15;

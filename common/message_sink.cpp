@@ -21,8 +21,10 @@ void MessageSink::Show(std::string_view message) {
     {
         const std::lock_guard lock(guard_);
         if (!wake_) {
-            IgnoreFailure(WriteStream(Stream::Error, "zorvane: " + VisibleText(message, LineEnds::Indented) + "\n"),
-                          "there is no other place to complain to");
+            IgnoreFailure(
+                WriteStream(Stream::Error,
+                            "zorvane: " + VisibleText(message, LineBreaks::Indented) + "\n"),
+                "there is no other place to complain to");
             return;
         }
         waiting_.emplace_back(message);

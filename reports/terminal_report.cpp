@@ -30,7 +30,7 @@ std::string Shown(const std::u16string& text) {
     const std::string utf8 = ToUtf8(text);
     for (std::string_view rest = utf8; !rest.empty();) {
         const std::size_t end = std::min(rest.find_first_of("\x07\x0B"), rest.size());
-        out += VisibleText(rest.substr(0, end), LineEnds::Shown);
+        out += VisibleText(rest.substr(0, end), LineBreaks::Shown);
         if (end == rest.size())
             break;
         out += rest[end] == '\x07' ? std::string_view("\t") : kNextLine;

@@ -34,7 +34,8 @@ void AppendPicture(std::string& out, unsigned char byte) {
 
 class VisibleWriter {
   public:
-    VisibleWriter(std::string_view text, LineEnds line_ends) : rest_(text), ends_(line_ends) {}
+    VisibleWriter(std::string_view text, LineBreaks line_breaks)
+        : rest_(text), ends_(line_breaks) {}
 
     std::string Write() {
         out_.reserve(rest_.size());
@@ -65,8 +66,8 @@ class VisibleWriter {
         const bool pair = rest_.starts_with("\r\n");
         if (byte == '\t') {
             out_ += '\t';
-        } else if (ends_ != LineEnds::Shown && (byte == '\n' || pair)) {
-            out_ += ends_ == LineEnds::Indented ? "\n  " : "\n";
+        } else if (ends_ != LineBreaks::Shown && (byte == '\n' || pair)) {
+            out_ += ends_ == LineBreaks::Indented ? "\n  " : "\n";
             return pair ? 2 : 1;
         } else {
             AppendPicture(out_, byte);
@@ -75,14 +76,14 @@ class VisibleWriter {
     }
 
     std::string_view rest_;
-    LineEnds ends_;
+    LineBreaks ends_;
     std::string out_;
 };
 
 }  // namespace
 
-std::string VisibleText(std::string_view utf8, LineEnds line_ends) {
-    return VisibleWriter(utf8, line_ends).Write();
+std::string VisibleText(std::string_view utf8, LineBreaks line_breaks) {
+    return VisibleWriter(utf8, line_breaks).Write();
 }
 
 }  // namespace zorvane

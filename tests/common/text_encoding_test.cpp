@@ -168,23 +168,23 @@ TEST(TextEncodingCorpus, ReadsRealTexts) {
 struct VisibleCase {
     const char* name;
     const char* text;
-    LineEnds ends;
+    LineBreaks ends;
     const char* shown;
 };
 TEST(VisibleText, LetsNothingSteerATerminal) {
     const VisibleCase rows[] = {
-        {"an escape sequence", "a\x1B[2Jb\x7F", LineEnds::Kept, "a\u241B[2Jb\u2421"},
-        {"a control of one byte in two", "\u009B2J", LineEnds::Kept, "\uFFFD2J"},
-        {"no-break space stays", "a\u00A0b", LineEnds::Kept, "a\u00A0b"},
-        {"turned text", "\u202Egpj.exe", LineEnds::Kept, "[U+202E]gpj.exe"},
-        {"isolates and marks", "\u2066\u2069\u200F\u061C", LineEnds::Kept,
+        {"an escape sequence", "a\x1B[2Jb\x7F", LineBreaks::Kept, "a\u241B[2Jb\u2421"},
+        {"a control of one byte in two", "\u009B2J", LineBreaks::Kept, "\uFFFD2J"},
+        {"no-break space stays", "a\u00A0b", LineBreaks::Kept, "a\u00A0b"},
+        {"turned text", "\u202Egpj.exe", LineBreaks::Kept, "[U+202E]gpj.exe"},
+        {"isolates and marks", "\u2066\u2069\u200F\u061C", LineBreaks::Kept,
          "[U+2066][U+2069][U+200F][U+061C]"},
-        {"their neighbours stay", "\u200D\u2010\u2026\u2065\u0628", LineEnds::Kept,
+        {"their neighbours stay", "\u200D\u2010\u2026\u2065\u0628", LineBreaks::Kept,
          "\u200D\u2010\u2026\u2065\u0628"},
-        {"lines", "a\r\nb\nc\rd\te", LineEnds::Kept, "a\nb\nc\u240Dd\te"},
-        {"a message", "no\nzorvane: yes", LineEnds::Indented, "no\n  zorvane: yes"},
-        {"a name", "a\nb\r\n", LineEnds::Shown, "a\u240Ab\u240D\u240A"},
-        {"a cut character", "\xE2\x80", LineEnds::Shown, "\xE2\x80"},
+        {"lines", "a\r\nb\nc\rd\te", LineBreaks::Kept, "a\nb\nc\u240Dd\te"},
+        {"a message", "no\nzorvane: yes", LineBreaks::Indented, "no\n  zorvane: yes"},
+        {"a name", "a\nb\r\n", LineBreaks::Shown, "a\u240Ab\u240D\u240A"},
+        {"a cut character", "\xE2\x80", LineBreaks::Shown, "\xE2\x80"},
     };
     for (const VisibleCase& row : rows)
         EXPECT_EQ(VisibleText(row.text, row.ends), row.shown) << row.name;
