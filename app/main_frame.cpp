@@ -257,11 +257,27 @@ bool frmMainMDI::IsOpen(const Viewer* viewer) const {
                        [viewer](const OpenViewer& open) { return open.viewer.get() == viewer; });
 }
 
+void frmMainMDI::Poll() {
+    if (polled_ != nullptr)
+        return;
+    std::vector<Viewer*> open_now;
+    for (const OpenViewer& open : viewers_)
+        open_now.push_back(open.viewer.get());
+    for (Viewer* viewer : open_now) {
+        if (!IsOpen(viewer))
+            continue;
+        polled_ = viewer;
+        viewer->Poll();
+        polled_ = nullptr;
+    }
+    FinishClosing();
+    ShowMessages();
+}
+
 // ---- the end ----
 
 CloseResult frmMainMDI::CloseViewer(Viewer& viewer) {
-    // The question runs the window's events, in which the viewer may go by another road.
-    if (!viewer.MayClose())
+    if (!Ask(viewer))
         return CloseResult::Refused;
     for (OpenViewer& open : viewers_) {
         if (open.viewer.get() == &viewer)
@@ -271,17 +287,25 @@ CloseResult frmMainMDI::CloseViewer(Viewer& viewer) {
     return IsOpen(&viewer) ? CloseResult::Stopping : CloseResult::Closed;
 }
 
+// The question runs the window's events: the user may close the same viewer once more, or another.
+bool frmMainMDI::Ask(Viewer& viewer) {
+    if (std::find(asked_.begin(), asked_.end(), &viewer) != asked_.end())
+        return false;
+    asked_.push_back(&viewer);
+    const bool agreed = viewer.MayClose();
+    asked_.pop_back();
+    return agreed;
+}
+
 bool frmMainMDI::AllMayClose() {
     std::vector<Viewer*> asked;
     for (auto open = viewers_.rbegin(); open != viewers_.rend(); ++open) {
         if (!open->leaving)
             asked.push_back(open->viewer.get());
     }
-    asking_ = true;
     bool agreed = true;
     for (Viewer* viewer : asked)
-        agreed = agreed && (!IsOpen(viewer) || viewer->MayClose());
-    asking_ = false;
+        agreed = agreed && (!IsOpen(viewer) || Ask(*viewer));
     return agreed;
 }
 
@@ -289,7 +313,7 @@ CloseResult frmMainMDI::CloseFrame(Session session) {
     if (closing_)
         return FinishClosing();
     // A question stands open, and the user closes the frame once more.
-    if (asking_ || !AllMayClose())
+    if (!asked_.empty() || !AllMayClose())
         return CloseResult::Refused;
     closing_ = true;
     process_.gbFrameClosing = true;
@@ -348,7 +372,7 @@ CloseResult frmMainMDI::FinishClosing() {
     for (Viewer* viewer : leaving) {
         if (viewer->Busy())
             viewer->Abort();
-        if (viewer->Busy())
+        if (viewer->Busy() || viewer == polled_)
             stopping = true;
         else
             Unload(viewer);
