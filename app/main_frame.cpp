@@ -1,63 +1,13 @@
 #include "app/main_frame.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <fmt/format.h>
 #include <utility>
 
-#include "common/base/text_encoding.h"
+#include "app/viewer_kinds.h"
 #include "common/log_message.h"
 #include "common/process_state.h"
 
 namespace zorvane {
-namespace {
-
-constexpr std::string_view kMain = "Main";
-constexpr std::string_view kRectangle = "frmMainMDISettings";
-// No user opens so many; a damaged count must not open viewers until memory ends.
-constexpr std::int32_t kMostRestored = 250;
-
-struct KindRow {
-    ViewerKind kind;
-    const char* suffix;
-    const char* count_key;
-    std::int32_t restored_at_first;
-    const char* words;
-};
-constexpr KindRow kKinds[] = {
-    {ViewerKind::CompareFiles, "_CompareFile", "numCFForms", 1, "Compare Files"},
-    {ViewerKind::CompareFolders, "_CompareDir", "numCDForms", 0, "Compare Folders"},
-    {ViewerKind::FindText, "_FindText", "numFTForms", 0, "Find Text In Files"},
-};
-const KindRow& RowOf(ViewerKind kind) {
-    return kKinds[static_cast<std::size_t>(kind)];
-}
-
-std::string NameOf(ViewerKind kind, std::int32_t number) {
-    return std::to_string(number) + RowOf(kind).suffix;
-}
-
-template <class Number>
-Number NumberOr(const std::string& text, Number otherwise) {
-    const std::string_view trimmed = Trim(text);
-    Number number{};
-    const auto [end, error] =
-        std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), number);
-    return error == std::errc() && end == trimmed.data() + trimmed.size() ? number : otherwise;
-}
-
-struct Edge {
-    const char* key;
-    float FrameRectangle::*value;
-    bool positive;
-};
-constexpr Edge kEdges[] = {{"Left", &FrameRectangle::left, false},
-                           {"Top", &FrameRectangle::top, false},
-                           {"Width", &FrameRectangle::width, true},
-                           {"Height", &FrameRectangle::height, true}};
-
-}  // namespace
 
 MadeViewer MakeCompareFiles(ProcessState& process, const CommandLineRequest& request,
                             std::unique_ptr<CompareFilesWindow> window) {
@@ -79,65 +29,6 @@ frmMainMDI::frmMainMDI(ProcessState& process, FrameWindow& window, ViewerFactori
     : process_(process), window_(window), factories_(std::move(factories)) {}
 
 frmMainMDI::~frmMainMDI() = default;
-
-// ---- start ----
-
-void frmMainMDI::Load() {
-    if (std::exchange(loaded_, true))
-        return;
-    process_.gbFrameClosing = false;
-    window_.Load();
-    if (process_.gbCommandLineRunning)
-        window_.SetState(WindowState::Minimised);
-    else
-        ReadIniFile();
-}
-
-void frmMainMDI::ReadIniFile() {
-    RestoreRectangle();
-    for (const KindRow& row : kKinds) {
-        const std::string text =
-            process_.settings->Read(kMain, row.count_key, std::to_string(row.restored_at_first));
-        const std::int32_t count = std::min(NumberOr(text, row.restored_at_first), kMostRestored);
-        for (std::int32_t number = 1; number <= count; ++number) {
-            if (Open(row.kind, number, {}) == nullptr)
-                break;  // told once for all of them
-        }
-    }
-    RestoreActive();
-}
-
-void frmMainMDI::RestoreRectangle() {
-    RegistryStore& store = *process_.platform.registry;
-    FrameRectangle rectangle;
-    for (const Edge& edge : kEdges) {
-        const float value = NumberOr(store.Get(kRectangle, edge.key, ""), rectangle.*edge.value);
-        if (std::isfinite(value) && (!edge.positive || value > 0))
-            rectangle.*edge.value = value;
-    }
-    window_.SetRectangle(rectangle);
-    const auto state =
-        static_cast<WindowState>(NumberOr(store.Get(kRectangle, "WindowState", ""),
-                                          static_cast<std::int32_t>(WindowState::Maximised)));
-    // A frame that was closed while it was minimised would come back unseen.
-    window_.SetState(state == WindowState::Maximised ? state : WindowState::Normal);
-}
-
-void frmMainMDI::RestoreActive() {
-    const std::string name = process_.settings->Read(kMain, "ActiveForm", "None");
-    // From the last to the first and on to the end: of two with one name the first has the focus.
-    for (std::size_t at = viewers_.size(); at-- > 0;) {
-        if (viewers_[at].viewer->Description() == name)
-            Activate(*viewers_[at].viewer);
-    }
-}
-
-void frmMainMDI::ShowAfterRun(std::int32_t lWindowState) {
-    window_.SetState(WindowState::Normal);
-    RestoreRectangle();
-    if (lWindowState >= 0 && lWindowState <= static_cast<std::int32_t>(WindowState::Maximised))
-        window_.SetState(static_cast<WindowState>(lWindowState));
-}
 
 // ---- viewers ----
 
@@ -257,11 +148,27 @@ bool frmMainMDI::IsOpen(const Viewer* viewer) const {
                        [viewer](const OpenViewer& open) { return open.viewer.get() == viewer; });
 }
 
+void frmMainMDI::Poll() {
+    if (polled_ != nullptr)
+        return;
+    std::vector<Viewer*> open_now;
+    for (const OpenViewer& open : viewers_)
+        open_now.push_back(open.viewer.get());
+    for (Viewer* viewer : open_now) {
+        if (!IsOpen(viewer))
+            continue;
+        polled_ = viewer;
+        viewer->Poll();
+        polled_ = nullptr;
+    }
+    FinishClosing();
+    ShowMessages();
+}
+
 // ---- the end ----
 
 CloseResult frmMainMDI::CloseViewer(Viewer& viewer) {
-    // The question runs the window's events, in which the viewer may go by another road.
-    if (!viewer.MayClose())
+    if (!Ask(viewer))
         return CloseResult::Refused;
     for (OpenViewer& open : viewers_) {
         if (open.viewer.get() == &viewer)
@@ -271,17 +178,25 @@ CloseResult frmMainMDI::CloseViewer(Viewer& viewer) {
     return IsOpen(&viewer) ? CloseResult::Stopping : CloseResult::Closed;
 }
 
+// The question runs the window's events: the user may close the same viewer once more, or another.
+bool frmMainMDI::Ask(Viewer& viewer) {
+    if (std::find(asked_.begin(), asked_.end(), &viewer) != asked_.end())
+        return false;
+    asked_.push_back(&viewer);
+    const bool agreed = viewer.MayClose();
+    asked_.pop_back();
+    return agreed;
+}
+
 bool frmMainMDI::AllMayClose() {
     std::vector<Viewer*> asked;
     for (auto open = viewers_.rbegin(); open != viewers_.rend(); ++open) {
         if (!open->leaving)
             asked.push_back(open->viewer.get());
     }
-    asking_ = true;
     bool agreed = true;
     for (Viewer* viewer : asked)
-        agreed = agreed && (!IsOpen(viewer) || viewer->MayClose());
-    asking_ = false;
+        agreed = agreed && (!IsOpen(viewer) || Ask(*viewer));
     return agreed;
 }
 
@@ -289,7 +204,7 @@ CloseResult frmMainMDI::CloseFrame(Session session) {
     if (closing_)
         return FinishClosing();
     // A question stands open, and the user closes the frame once more.
-    if (asking_ || !AllMayClose())
+    if (!asked_.empty() || !AllMayClose())
         return CloseResult::Refused;
     closing_ = true;
     process_.gbFrameClosing = true;
@@ -301,27 +216,6 @@ CloseResult frmMainMDI::CloseFrame(Session session) {
     for (OpenViewer& open : viewers_)
         open.leaving = true;
     return FinishClosing();
-}
-
-void frmMainMDI::CountOpen() {
-    for (const KindRow& row : kKinds) {
-        const auto open =
-            std::count_if(viewers_.begin(), viewers_.end(), [&](const OpenViewer& entry) {
-                return entry.viewer->Kind() == row.kind && !entry.leaving;
-            });
-        counts_.emplace_back(row.kind, static_cast<std::int32_t>(open));
-    }
-}
-
-void frmMainMDI::SaveIniFile() {
-    RegistryStore& store = *process_.platform.registry;
-    const FrameRectangle rectangle = window_.Rectangle();
-    for (const Edge& edge : kEdges)
-        store.Set(kRectangle, edge.key, fmt::format("{}", rectangle.*edge.value));
-    store.Set(kRectangle, "WindowState",
-              std::to_string(static_cast<std::int32_t>(window_.State())));
-    if (const Viewer* active = ActiveViewer(); active != nullptr)
-        process_.settings->Write(kMain, "ActiveForm", active->Description());
 }
 
 void frmMainMDI::Unload(const Viewer* viewer) {
@@ -348,7 +242,7 @@ CloseResult frmMainMDI::FinishClosing() {
     for (Viewer* viewer : leaving) {
         if (viewer->Busy())
             viewer->Abort();
-        if (viewer->Busy())
+        if (viewer->Busy() || viewer == polled_)
             stopping = true;
         else
             Unload(viewer);
@@ -361,17 +255,6 @@ CloseResult frmMainMDI::FinishClosing() {
             window_.EndProgram();
     }
     return CloseResult::Closed;
-}
-
-void frmMainMDI::WriteCounts() {
-    for (const auto& [kind, count] : counts_) {
-        // What this program cannot restore stays for one that can.
-        if (FactoryOf(kind))
-            process_.settings->Write(kMain, RowOf(kind).count_key, std::to_string(count));
-    }
-    const Status saved = process_.settings->Flush();
-    if (!saved.ok())
-        LogMessage(process_, "The settings cannot be saved: " + saved.failure().reason);
 }
 
 void frmMainMDI::UnloadAll() {

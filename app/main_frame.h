@@ -102,13 +102,18 @@ class frmMainMDI {
     /// The window tells that the user moved the focus.
     void WasActivated(Viewer& viewer);
 
+    /// Some 30 times a second, by whoever runs the events: polls each viewer, lets go of those that
+    /// leave, and shows waiting messages. Does nothing inside itself, when a question of a viewer
+    /// runs the events.
+    void Poll();
+
     // ---- the end ----
     /// The user closes one.
     CloseResult CloseViewer(Viewer& viewer);
     /// The user closes the frame: every viewer is asked first, then all go, and the counts of what
     /// was open are written. Then the program ends, unless a command-line run owns it.
     CloseResult CloseFrame(Session session = Session::Save);
-    /// Lets go of viewers whose runs have ended since. To be called by whoever runs the events.
+    /// Lets go of viewers whose runs have ended since; `Poll` calls it.
     CloseResult FinishClosing();
     /// The end of a command-line run: from the last viewer to the first each saves its section and
     /// goes, without a question. The session that a user left is kept for the next one.
@@ -137,6 +142,7 @@ class frmMainMDI {
     void RestoreRectangle();
     void RestoreActive();
     bool AllMayClose();
+    bool Ask(Viewer& viewer);
     void CountOpen();
     void WriteCounts();
 
@@ -147,7 +153,9 @@ class frmMainMDI {
     std::vector<Viewer*> focus_order_;  ///< the one that had the focus last is last
     std::vector<std::pair<ViewerKind, std::int32_t>> counts_;  ///< at the close of the frame
     bool loaded_ = false;
-    bool asking_ = false;
+    // Viewers with a call of ours on the stack, which may run the events of the window.
+    std::vector<const Viewer*> asked_;
+    const Viewer* polled_ = nullptr;
     bool closing_ = false;
     bool closed_ = false;
 };

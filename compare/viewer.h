@@ -38,6 +38,9 @@ class Viewer {
     virtual bool Busy() const = 0;
     /// Asks the run to stop and comes back at once. Without a run nothing happens.
     virtual void Abort() = 0;
+    /// Called some 30 times a second: brings the window up to date with a run on another thread,
+    /// and takes its result over. True when the run has ended. It may ask the user.
+    virtual bool Poll() { return false; }
 
     // ---- the end ----
     /// Asks about what would be lost; false when the user wants to stay. Changes nothing.

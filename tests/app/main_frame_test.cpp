@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "app/settings_location.h"
+#include "common/log_message.h"
 #include "common/process_state.h"
 #include "tests/support/fake_viewer.h"
 #include "tests/support/fakes.h"
@@ -216,10 +217,31 @@ TEST_F(MainFrameTest, AQuestionRunsTheEventsOfTheWindow) {
     FakeViewer& asking = session.Create(ViewerKind::CompareFiles);
     asking.on_question = [&] {
         EXPECT_EQ(session.frame.CloseFrame(), CloseResult::Refused) << "it is being asked";
+        EXPECT_EQ(session.frame.CloseViewer(asking), CloseResult::Refused) << "likewise";
         EXPECT_EQ(session.frame.CloseViewer(first), CloseResult::Closed);
     };
     EXPECT_EQ(session.frame.CloseFrame(), CloseResult::Closed);
     EXPECT_EQ(session.Main("numCFForms"), "1");
+}
+
+TEST_F(MainFrameTest, PollingEndsWhatLeaves) {
+    Life session(fakes);
+    FakeViewer& running = session.Create(ViewerKind::CompareFiles);
+    FakeViewer& other = session.Create(ViewerKind::CompareFiles);
+    running.busy = true;
+    int polls = 0;
+    running.on_poll = [&] {
+        ++polls;
+        session.frame.Poll();  // a question of the viewer runs the events
+        running.busy = false;
+        EXPECT_EQ(session.frame.CloseViewer(running), CloseResult::Stopping) << "on the stack";
+        EXPECT_EQ(session.frame.CloseViewer(other), CloseResult::Closed);
+        LogMessage(session.process.telling, "said", "", true);
+    };
+    session.frame.Poll();
+    EXPECT_EQ(polls, 1);
+    EXPECT_EQ(session.frame.NumberOpenScreens(), 0);
+    EXPECT_EQ(session.window.messages, Texts{"said"});
 }
 
 TEST_F(MainFrameTest, TheFocusGoesBackToWhereItWas) {

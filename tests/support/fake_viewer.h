@@ -34,6 +34,11 @@ class FakeViewer : public Viewer {
         if (stops_at_once)
             busy = false;
     }
+    bool Poll() override {
+        if (on_poll)
+            on_poll();
+        return !busy;
+    }
     bool MayClose() override {
         if (on_question)
             on_question();
@@ -49,6 +54,7 @@ class FakeViewer : public Viewer {
     bool stops_at_once = false;
     bool answer = true;
     std::function<void()> on_question;
+    std::function<void()> on_poll;
 
   private:
     ProcessState& process_;

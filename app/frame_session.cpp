@@ -1,0 +1,134 @@
+// What the frame keeps for the next session: its place, how many viewers of each kind, the active
+// one.
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <fmt/format.h>
+#include <string_view>
+#include <utility>
+
+#include "app/main_frame.h"
+#include "app/viewer_kinds.h"
+#include "common/base/text_encoding.h"
+#include "common/log_message.h"
+#include "common/process_state.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::string_view kMain = "Main";
+constexpr std::string_view kRectangle = "frmMainMDISettings";
+// No user opens so many; a damaged count must not open viewers until memory ends.
+constexpr std::int32_t kMostRestored = 250;
+
+template <class Number>
+Number NumberOr(const std::string& text, Number otherwise) {
+    const std::string_view trimmed = Trim(text);
+    Number number{};
+    const auto [end, error] =
+        std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), number);
+    return error == std::errc() && end == trimmed.data() + trimmed.size() ? number : otherwise;
+}
+
+struct Edge {
+    const char* key;
+    float FrameRectangle::*value;
+    bool positive;
+};
+constexpr Edge kEdges[] = {{"Left", &FrameRectangle::left, false},
+                           {"Top", &FrameRectangle::top, false},
+                           {"Width", &FrameRectangle::width, true},
+                           {"Height", &FrameRectangle::height, true}};
+
+}  // namespace
+
+void frmMainMDI::Load() {
+    if (std::exchange(loaded_, true))
+        return;
+    process_.gbFrameClosing = false;
+    window_.Load();
+    if (process_.gbCommandLineRunning)
+        window_.SetState(WindowState::Minimised);
+    else
+        ReadIniFile();
+}
+
+void frmMainMDI::ReadIniFile() {
+    RestoreRectangle();
+    for (const ViewerKindRow& row : kViewerKinds) {
+        const std::string text =
+            process_.settings->Read(kMain, row.count_key, std::to_string(row.restored_at_first));
+        const std::int32_t count = std::min(NumberOr(text, row.restored_at_first), kMostRestored);
+        for (std::int32_t number = 1; number <= count; ++number) {
+            if (Open(row.kind, number, {}) == nullptr)
+                break;  // told once for all of them
+        }
+    }
+    RestoreActive();
+}
+
+void frmMainMDI::RestoreRectangle() {
+    RegistryStore& store = *process_.platform.registry;
+    FrameRectangle rectangle;
+    for (const Edge& edge : kEdges) {
+        const float value = NumberOr(store.Get(kRectangle, edge.key, ""), rectangle.*edge.value);
+        if (std::isfinite(value) && (!edge.positive || value > 0))
+            rectangle.*edge.value = value;
+    }
+    window_.SetRectangle(rectangle);
+    const auto state =
+        static_cast<WindowState>(NumberOr(store.Get(kRectangle, "WindowState", ""),
+                                          static_cast<std::int32_t>(WindowState::Maximised)));
+    // A frame that was closed while it was minimised would come back unseen.
+    window_.SetState(state == WindowState::Maximised ? state : WindowState::Normal);
+}
+
+void frmMainMDI::RestoreActive() {
+    const std::string name = process_.settings->Read(kMain, "ActiveForm", "None");
+    // From the last to the first and on to the end: of two with one name the first has the focus.
+    for (std::size_t at = viewers_.size(); at-- > 0;) {
+        if (viewers_[at].viewer->Description() == name)
+            Activate(*viewers_[at].viewer);
+    }
+}
+
+void frmMainMDI::ShowAfterRun(std::int32_t lWindowState) {
+    window_.SetState(WindowState::Normal);
+    RestoreRectangle();
+    if (lWindowState >= 0 && lWindowState <= static_cast<std::int32_t>(WindowState::Maximised))
+        window_.SetState(static_cast<WindowState>(lWindowState));
+}
+
+void frmMainMDI::CountOpen() {
+    for (const ViewerKindRow& row : kViewerKinds) {
+        const auto open =
+            std::count_if(viewers_.begin(), viewers_.end(), [&](const OpenViewer& entry) {
+                return entry.viewer->Kind() == row.kind && !entry.leaving;
+            });
+        counts_.emplace_back(row.kind, static_cast<std::int32_t>(open));
+    }
+}
+
+void frmMainMDI::SaveIniFile() {
+    RegistryStore& store = *process_.platform.registry;
+    const FrameRectangle rectangle = window_.Rectangle();
+    for (const Edge& edge : kEdges)
+        store.Set(kRectangle, edge.key, fmt::format("{}", rectangle.*edge.value));
+    store.Set(kRectangle, "WindowState",
+              std::to_string(static_cast<std::int32_t>(window_.State())));
+    if (const Viewer* active = ActiveViewer(); active != nullptr)
+        process_.settings->Write(kMain, "ActiveForm", active->Description());
+}
+
+void frmMainMDI::WriteCounts() {
+    for (const auto& [kind, count] : counts_) {
+        // What this program cannot restore stays for one that can.
+        if (FactoryOf(kind))
+            process_.settings->Write(kMain, RowOf(kind).count_key, std::to_string(count));
+    }
+    const Status saved = process_.settings->Flush();
+    if (!saved.ok())
+        LogMessage(process_, "The settings cannot be saved: " + saved.failure().reason);
+}
+
+}  // namespace zorvane
