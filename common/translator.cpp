@@ -62,6 +62,7 @@ bool IsDoubleByteLocale(std::int32_t locale_id) {
 }
 
 std::string modTranslator::Translate(std::string_view sEnglish) {
+    const std::lock_guard guard(lock_);
     if (Trim(sEnglish).empty() || Trim(gsLanguage).empty())
         return std::string(sEnglish);
     std::string key(sEnglish);
@@ -75,6 +76,7 @@ std::string modTranslator::Translate(std::string_view sEnglish) {
 }
 
 bool modTranslator::LoadLanguageTable() {
+    const std::lock_guard guard(lock_);
     gdicLanguage_.clear();
     const Result<std::string> text = ReadLanguageFile(gsLanguageFile, glLanguageFileFormat);
     if (!text.ok())
@@ -95,6 +97,7 @@ bool modTranslator::LoadLanguageTable() {
 }
 
 void modTranslator::AddToLanguageFile(std::string_view sEnglish) {
+    const std::lock_guard guard(lock_);
     if (Trim(sEnglish).empty() || gsLanguageFile.empty())
         return;
     const Status added = AppendLanguageLine(gsLanguageFile, glLanguageFileFormat, sEnglish);

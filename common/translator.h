@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,7 +16,7 @@ namespace zorvane {
 struct ProcessState;
 
 /// The dictionary of the language in force. Before it is started, and in English, every text is its
-/// own translation.
+/// own translation. Several runs may translate at once; the fields are set while none goes on.
 class modTranslator {
   public:
     std::string gsLanguage;  ///< empty: not started
@@ -36,6 +37,7 @@ class modTranslator {
     void AddToLanguageFile(std::string_view sEnglish);
 
   private:
+    std::recursive_mutex lock_;  // recursive: a failed append is told in the language in force
     std::unordered_map<std::string, std::string> gdicLanguage_;
 };
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <mutex>
 #include <pwd.h>
 #include <spawn.h>
 #include <sys/file.h>
@@ -288,6 +289,7 @@ class PrivateTempFiles : public TempFiles {
     ~PrivateTempFiles() override { RemovePrivateFolder(); }
 
     Result<std::string> Folder() override {
+        const std::lock_guard guard(lock_);  // two runs may come for it at once
         if (has_private_folder)
             return std::string(private_folder.data());
         const std::string pattern = SystemFolder() + "/zorvane-XXXXXX";
@@ -318,7 +320,8 @@ class PrivateTempFiles : public TempFiles {
 
   private:
     static std::string SystemFolder() { return EnvironmentOr("TMPDIR", "/tmp"); }
-    std::int32_t count_ = 0;
+    std::mutex lock_;
+    std::atomic<std::int32_t> count_{0};
 };
 
 }  // namespace
