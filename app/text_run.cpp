@@ -1,6 +1,7 @@
 #include "app/text_run.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "app/input_file.h"
 #include "app/terminal_window.h"
@@ -12,6 +13,7 @@
 #include "common/process_state.h"
 #include "compare/document/memory_editor.h"
 #include "compare/document/rtf_writer.h"
+#include "compare/run/run_control.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
 
@@ -66,15 +68,27 @@ class TextRunner {
                          std::string(kFirstViewer) + "TextFileExtensions", "txt,log,csv");
         clsRTBDocument document;
         document.Setup(editor_, *process_.platform.sound);
+        RunControl control;
+        control.CallWhileRunning(
+            [&] { window.ShowStatus(StatusPanel::Detail, control.Texts(process_).detail); },
+            kProgress);
         DocumentLoader loader(
-            {process_, process_.telling, options, settings, window, recent_files, extensions,
+            {process_,
+             process_.telling,
+             options,
+             settings,
+             window,
+             recent_files,
+             extensions,
              [&document](EditorTarget) -> clsRTBDocument& { return document; },
-             [&window](const std::string& text) { window.ShowStatus(StatusPanel::Detail, text); }});
+             [&window](const std::string& text) { window.ShowStatus(StatusPanel::Detail, text); },
+             {},
+             &control});
         loaded_ = loader.LoadFileIntoEditor(file.value(), EditorTarget::Original) &&
-                  !loader.bSlidesFailed.original;
+                  !loader.Memory().bSlidesFailed.original;
         // The output is right as it is, but whoever reads it may wonder.
-        if (loaded_ && !loader.sNoText.original.empty())
-            LogMessage(process_, loader.sNoText.original);
+        if (loaded_ && !loader.Memory().sNoText.original.empty())
+            LogMessage(process_, loader.Memory().sNoText.original);
         return Status::Ok();
     }
 
@@ -88,6 +102,7 @@ class TextRunner {
     }
 
     static constexpr std::int32_t kTextExtensions = 15;
+    static constexpr std::chrono::milliseconds kProgress{100};
 
     const TextCommand& command_;
     ProcessState process_;

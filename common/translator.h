@@ -16,7 +16,7 @@ namespace zorvane {
 struct ProcessState;
 
 /// The dictionary of the language in force. Before it is started, and in English, every text is its
-/// own translation.
+/// own translation. Several runs may translate at once; the fields are set while none goes on.
 class modTranslator {
   public:
     std::string gsLanguage;  ///< empty: not started

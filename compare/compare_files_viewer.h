@@ -1,8 +1,11 @@
-// The Compare Files viewer: owns the editors, engines, options and state of one compare and makes
-// all its decisions. Its window only shows and asks.
+// The Compare Files viewer: owns the editors, options and result of one compare and makes all its
+// decisions. Its window only shows and asks. Everything here belongs to the viewer's thread; a run
+// works on values of its own (run/compare_job.h), and its result is taken over in one place.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,7 +14,9 @@
 #include "app/command_line_request.h"
 #include "common/base/side.h"
 #include "common/run_telling.h"
-#include "compare/compare_run.h"
+#include "compare/run/compare_job.h"
+#include "compare/run/report_run.h"
+#include "compare/run/viewer_run.h"
 #include "compare/viewer.h"
 #include "compare/viewer_editors.h"
 #include "compare/viewer_window.h"
@@ -19,18 +24,35 @@
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
 #include "options/recent_items.h"
-#include "reports/report_driver.h"
 
 namespace zorvane {
 
-/// A run whose result nobody looks at in editors marks none.
-enum class BuildViews { Yes, No };
+/// What a viewer is about. Only `Idle` takes new work.
+enum class ViewerState { Idle, Loading, Comparing, Reporting, Closing };
 
-class frmCompareFiles : public Viewer, private ReportSource {
+/// What a window offers, as far as a state can exclude it.
+enum class ViewerCommand {
+    Refresh,
+    Abort,
+    ChangeView,
+    Filter,
+    Navigate,
+    Report,
+    Save,  ///< of a result
+    Edit,  ///< of the two texts
+    ChangeOptions,
+    Close
+};
+
+class frmCompareFiles : public Viewer {
   public:
     /// The process and the window are borrowed and outlive the viewer; the request is copied.
     frmCompareFiles(ProcessState& process, const CommandLineRequest& request,
                     CompareFilesWindow& window);
+    /// Stops what is under way.
+    ~frmCompareFiles() override;
+    frmCompareFiles(const frmCompareFiles&) = delete;
+    frmCompareFiles& operator=(const frmCompareFiles&) = delete;
 
     // ---- life ----
     /// Names the viewer and reads its settings section.
@@ -43,6 +65,8 @@ class frmCompareFiles : public Viewer, private ReportSource {
     std::vector<std::string> FileNames() const override;
     void Activate() override { window_.Activate(); }
     bool MayClose() override { return window_.ConfirmClose(); }
+    /// Stops a run, waits for its end, and takes no more work; its result is dropped. Then saves its
+    /// section.
     void Close() override;
 
     // ---- the command line of a run ----
@@ -50,12 +74,13 @@ class frmCompareFiles : public Viewer, private ReportSource {
     /// stay), its title, and its silence, which is this viewer's alone.
     void BeginCommandLine(const CommandLineRequest& request, bool silent);
     void EndCommandLine();
-    RunTelling& Telling() override { return telling_; }
+    RunTelling& Telling() { return telling_; }
 
     // ---- what a run works on ----
     clsCompareFileOptions& Options() { return options_; }
     CompareFilesSettings& Settings() { return settings_; }
     ViewerEditors& Editors() { return editors_; }
+    /// Holds the last whole result. Nobody else's while a report is written.
     VestrelX& VXMacroDiff() { return VXMacroDiff_; }
     const Comparison& Compared() const { return VXMacroDiff_.Compared(); }
     const RunCounters& Counters() const { return counters_; }
@@ -64,40 +89,55 @@ class frmCompareFiles : public Viewer, private ReportSource {
     std::int32_t mlDeletions() const { return counters_.document.deletions; }
 
     /// Why a side gave no text although its file holds something; empty texts otherwise.
-    const PerSide<std::string>& NoTextReasons() const { return loader_.sNoText; }
+    const PerSide<std::string>& NoTextReasons() const { return load_memory_.sNoText; }
     /// A slide deck could not be read: the run went on with an empty editor.
     bool SlidesFailed() const {
-        return loader_.bSlidesFailed.original || loader_.bSlidesFailed.modified;
+        return load_memory_.bSlidesFailed.original || load_memory_.bSlidesFailed.modified;
     }
     /// Lets go of an office suite that stays for the next file, when `path` is of a type that the
     /// user's own copy is about to open.
     void ShutDownAppsIfRequired(const std::string& path);
 
+    // ---- states ----
+    /// Runs go on beside the window from here on: commands return at once, and `Poll` is called
+    /// some 30 times a second until it says that the run has ended. At first a command returns when
+    /// its run has ended, as a command line wants it.
+    void RunInBackground(bool on) { where_ = on ? RunOn::Worker : RunOn::ThisThread; }
+    ViewerState State() const;
+    bool Busy() const override { return run_ != nullptr; }
+    /// A command that is not is refused by its function too.
+    bool IsEnabled(ViewerCommand command) const;
+    /// Brings the window up to date with the run: its texts, its questions, its result. True when
+    /// the run has ended; another one may have begun behind it.
+    bool Poll() override;
+    /// How often a run on the viewer's own thread lets the window live.
+    void PumpEvery(std::chrono::milliseconds interval) { pump_interval_ = interval; }
+
     // ---- runs ----
     /// The Refresh button.
     void Refresh();
     void RefreshDisplay(bool bReloadFiles, bool bGoToFirstDifference);
-    RunEnd RunCompare(bool bGoToFirstDifference);
+    /// Compares what the editors hold, for the view that is shown.
+    void RunCompare(bool bGoToFirstDifference);
     /// The start of a run without dialogs. Format 1 shows all in one, any other side by side;
-    /// without views the loaded texts go into the comparison and the editors stay empty. `failed`
-    /// when a file could not be loaded or compared; the reason has been told.
+    /// without views the editors stay empty. `failed` when a file could not be loaded or compared;
+    /// the reason has been told. A run beside the window has not failed yet.
     void RefreshDisplayCommandLine(std::int32_t format, BuildViews views, bool& failed);
     /// Whether the next compare tells what moved; on at first.
     void LookForMoves(bool on) { find_moves_ = on; }
-    /// Compares the two texts. A failure has been told; an abort is one of its own.
-    Status RunDocumentEngine();
-    bool Busy() const override { return telling_.InRun(); }
-    void Abort() override {
-        mbAbortRequested_ = true;
-        telling_.Stop();
-    }
+    /// The run stops within a tenth of a second; the last whole result stands.
+    void Abort() override;
     /// After an option was changed: the view stays as it is until the next run.
     void OptionsChanged();
     /// After a user's edit of one side.
-    void TextChanged(Side side);
+    void TextChanged(Side side) { ++now_.texts[side]; }
+    /// Whether the shown result is of other texts or options than are there now.
+    bool IsStale() const { return !shown_ || *shown_ != now_; }
+    /// The word of the last run: a stopped one leaves the old result, of which no report is made.
+    RunEnd LastRun() const { return last_run_; }
 
     // ---- views and filters ----
-    View CurrentView() const { return state_.view; }
+    View CurrentView() const { return view_; }
     void cmdChangeViewFormat_Click();
     void ShowFilter(ViewFilter filter);
 
@@ -116,36 +156,71 @@ class frmCompareFiles : public Viewer, private ReportSource {
     /// From the next run on the word-processor report has a head with these names, numbers at its
     /// differences and tables; without it, the fixed form that scripts rely on.
     void PresentDocumentReport(const PerSide<std::string>& names) { report_names_ = names; }
+    /// On the caller's thread, whatever runs do. Where the result is stale, it compares first.
     ReportResult CreateReport(std::string& file, ReportType type, std::int32_t style);
     ReportResult CreateReportGUI(Launch launch, const std::string& file);
+    /// The report button: the default report, opened; beside the window where runs are.
+    void cmdViewReport();
+    ReportResult LastReport() const { return last_report_; }
 
   private:
-    ProcessState& Process() override { return process_; }
-    VestrelX& Engine() override { return VXMacroDiff_; }
-    const clsCompareFileOptions& ReportOptions() const override { return options_; }
-    CompareFilesSettings& ReportSettings() override { return settings_; }
-    Status EnsureFreshComparison() override;
-    Status SaveDocumentReport(const std::string& file) override;
-    void BuildAllInOneView() override;
-    void ShowReportStatus(const std::string& text) override;
-    void ShowReportMessage(const std::string& text, const std::string& title) override;
-    std::string CommandLineTitle() const override;
+    /// What the shown result was made from.
+    struct Revisions {
+        PerSide<std::uint32_t> texts{0, 0};
+        std::uint32_t options = 0;
+        bool operator==(const Revisions& other) const {
+            return texts.original == other.texts.original &&
+                   texts.modified == other.texts.modified && options == other.options;
+        }
+    };
+    /// A run that is wanted.
+    struct Plan {
+        RunSource source = RunSource::Texts;
+        View view = View::SideBySide;
+        BuildViews views = BuildViews::Yes;
+        bool show_first = false;  ///< goes to the difference that was selected, or the first
+        RunOn where = RunOn::ThisThread;
+        std::function<void(RunEnd)> then;  ///< what goes on behind it
+    };
+    /// What a run was started from.
+    struct Begun {
+        Plan plan;
+        Revisions revisions;
+        std::int32_t kept_difference = -1;
+        clsCompareFileOptions options;
+        CompareFilesSettings settings;
+    };
+    using ReportDone = std::function<void(const ReportOutcome&)>;
 
-    PassContext Context() {
-        return {editors_, VXMacroDiff_.Compared(),  options_, counters_,
-                monitor_, report_names_.has_value()};
-    }
-    clsRTBDocument& DocumentOf(EditorTarget target);
-    bool ReloadFiles();
-    bool LoadBoth(Reload reload);
-    void UseViewerFontForText();
+    // viewer_runs.cpp
+    void StartCompare(Plan plan);
+    CompareInput InputFor(const Plan& plan);
+    SharedText TextOf(Side side);
+    void StartRun(RunOn where, RunStep first, ViewerRun::Steps steps);
+    void EndRun();
+    void ShowProgress();
+    void ShowEarly(EarlyOutcome early);
+    void HandOver(Begun& begun, CompareOutcome& outcome);
+    void TakeLoad(const Begun& begun, CompareOutcome& outcome);
+    void TakeTexts(Begun& begun, CompareOutcome& outcome);
+    void TakeView(CompareOutcome& outcome);
+    void ShowResult(const Begun& begun, const CompareOutcome& outcome);
+    void Wait(bool shown);
+
+    // viewer_reports.cpp
+    void BeginReport(ReportWanted wanted, RunOn where, ReportDone done);
+    void StartReport(ReportWanted wanted, RunOn where, ReportDone done);
+    bool RefuseReport(const ReportDone& done);
+    DocumentReportTexts DocumentTexts();
+    bool IsDocument(const ReportWanted& wanted) const;
+    ReportResult ReportHere(ReportWanted wanted, std::string& file);
+
+    void EndWork();
     void ApplyFont();
-    std::shared_ptr<const RichText> TakeRich(Side side);
-    void TellBeside(const PerSide<std::shared_ptr<const RichText>>& texts);
-    void FinishRun(bool bGoToFirstDifference, std::int32_t kept_difference);
-    void ShowAborted();
+    CharFormat ViewerFormat() const;
     void MoveTo(std::int32_t number);
     void SelectRecord(const DifferenceRecord& record);
+    bool Silent() const { return telling_.manner.bSilent; }
     std::string Translate(const char* english) { return process_.Translate(english); }
 
     ProcessState& process_;
@@ -159,20 +234,32 @@ class frmCompareFiles : public Viewer, private ReportSource {
     PerSide<clsMRU> recent_files_;
     clsMRU TextFileExtensions_;
     ViewerEditors editors_;
-    VestrelX VXMacroDiff_;
+    ConversionService conversions_;  ///< of the run while there is one
     bool find_moves_ = true;
     std::optional<PerSide<std::string>> report_names_;
+
+    // The last whole result.
+    VestrelX VXMacroDiff_;
+    PerSide<SharedText> compared_texts_;
+    LoadMemory load_memory_;
     RunCounters counters_;
-    RunState state_;
-    bool mbAbortRequested_ = false;
-    bool mbCompareBusy_ = false;
+    std::vector<std::string> list_;
+    std::optional<Revisions> shown_;  ///< nothing: there is no result yet
+    bool mbSBSViewFresh_ = false;
+    bool mbAIOViewFresh_ = false;
+    RunEnd last_run_ = RunEnd::Finished;
+    ReportResult last_report_ = ReportResult::Ok;
+
+    Revisions now_;
+    View view_ = View::SideBySide;
     bool mbUpdatingList_ = false;
-    std::uint32_t mlStartTick_ = 0;
     std::int32_t mlCurrentDifference_ = -1;
     std::int32_t mlLastDifference_ = -1;
-    std::vector<std::string> list_;
-    RunMonitor monitor_;
-    DocumentLoader loader_;
+    bool closing_ = false;
+    BuildViews views_ = BuildViews::Yes;
+    RunOn where_ = RunOn::ThisThread;
+    std::chrono::milliseconds pump_interval_{33};
+    std::unique_ptr<ViewerRun> run_;  ///< the one under way; the last member, so that it goes first
 };
 
 }  // namespace zorvane

@@ -26,12 +26,7 @@ class ListMarker : public RecordMarker {
         Add(index, record);
     }
     void Change(RecordIndex index, const DifferenceRecord& record) override { Add(index, record); }
-    void Progress(double percent) override {
-        RunMonitor& monitor = context_.monitor;
-        monitor.Show(StatusPanel::Main, monitor.Translate("Updating List Box: ") +
-                                            PercentText(percent) + " " +
-                                            monitor.Translate("% Done. Click here to Abort."));
-    }
+    RunStep Step() const override { return RunStep::List; }
     std::vector<std::string> Take() {
         std::reverse(lines_.begin(), lines_.end());  // undoes the backward walk
         return std::move(lines_);
@@ -78,17 +73,17 @@ std::vector<std::string> DifferenceListLines(PassContext& context) {
     return marker.Take();
 }
 
-std::string DifferenceStatus(RunMonitor& monitor, RecordIndex index,
+std::string DifferenceStatus(ProcessState& process, RecordIndex index,
                              const DifferenceRecord& record) {
     const std::string number = "[" + std::to_string(index.value + 1) + "] ";
     const std::string place = ": " + std::to_string(record.first_original);
     if (record.type == DifferenceType::Change)
-        return number + monitor.Translate("Change at paragraph") + place;
+        return number + process.Translate("Change at paragraph") + place;
     const bool addition = record.type == DifferenceType::Addition;
     const std::int32_t lines = std::max(record.OriginalCount(), record.ModifiedCount());
-    return number + monitor.Translate(addition ? "Addition of" : "Deletion of") + " " +
+    return number + process.Translate(addition ? "Addition of" : "Deletion of") + " " +
            std::to_string(lines) + " " +
-           monitor.Translate(lines == 1 ? "line at paragraph" : "lines at paragraph") + place;
+           process.Translate(lines == 1 ? "line at paragraph" : "lines at paragraph") + place;
 }
 
 NavigationButtons NavigationFor(std::int32_t current, std::int32_t count) {

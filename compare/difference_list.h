@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "compare/pass_context.h"
+#include "compare/viewer_window.h"
 
 namespace zorvane {
 
@@ -16,7 +17,7 @@ std::string DifferenceListLine(PassContext& context, RecordIndex index,
 std::vector<std::string> DifferenceListLines(PassContext& context);
 
 /// What the status bar says of the selected record.
-std::string DifferenceStatus(RunMonitor& monitor, RecordIndex index,
+std::string DifferenceStatus(ProcessState& process, RecordIndex index,
                              const DifferenceRecord& record);
 
 /// Which buttons fit difference `current` (1-based) of `count`.

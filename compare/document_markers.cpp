@@ -70,7 +70,7 @@ class DocumentMarker : public RecordMarker {
     }
 
     PassContext& context_;
-    ViewerEditors& editors_;
+    RunEditors& editors_;
     RunMonitor& monitor_;
 
   private:
@@ -107,10 +107,7 @@ class DocumentMarker : public RecordMarker {
 class AllInOneMarker : public DocumentMarker {
   public:
     using DocumentMarker::DocumentMarker;
-    void Progress(double percent) override {
-        monitor_.Show(StatusPanel::Main, monitor_.Translate("Document: ") + PercentText(percent) +
-                                             monitor_.Translate("% Done."));
-    }
+    RunStep Step() const override { return RunStep::MarkAllInOne; }
 
   protected:
     RichText MarkAddition(std::size_t index, const DifferenceRecord& record) override {
@@ -247,10 +244,7 @@ class AllInOneMarker : public DocumentMarker {
 class SideBySideMarker : public DocumentMarker {
   public:
     using DocumentMarker::DocumentMarker;
-    void Progress(double percent) override {
-        monitor_.Show(StatusPanel::Main, monitor_.Translate("Document ") + PercentText(percent) +
-                                             monitor_.Translate("% Done. Click here to Abort."));
-    }
+    RunStep Step() const override { return RunStep::MarkSideBySide; }
 
   protected:
     RichText MarkAddition(std::size_t /*index*/, const DifferenceRecord& record) override {
@@ -319,15 +313,13 @@ std::string EntryHeader(RunMonitor& monitor, RecordIndex index, const Difference
 
 WalkEnd UpdateChangesToRTFFileAIO(PassContext& context) {
     AllInOneMarker marker(context);
-    context.monitor.Show(StatusPanel::Main, context.monitor.Translate("Document: ") + "0" +
-                                                context.monitor.Translate("% Done."));
+    context.monitor.Progress(RunStep::BeginMarking, 0);
     return WalkRecords(context.comparison, marker, context.monitor);
 }
 
 WalkEnd UpdateChangesToRTFFile_SBS(PassContext& context) {
     SideBySideMarker marker(context);
-    context.monitor.Show(StatusPanel::Main, context.monitor.Translate("Document: ") + "0" +
-                                                context.monitor.Translate("% Done."));
+    context.monitor.Progress(RunStep::BeginMarking, 0);
     return WalkRecords(context.comparison, marker, context.monitor);
 }
 

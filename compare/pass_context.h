@@ -2,17 +2,17 @@
 #pragma once
 
 #include "compare/engine/comparison.h"
+#include "compare/run/run_editors.h"
 #include "compare/run_counters.h"
 #include "compare/run_monitor.h"
-#include "compare/viewer_editors.h"
 #include "options/compare_file_options.h"
 #include "options/marking_styles.h"
 
 namespace zorvane {
 
-/// All borrowed from the viewer.
+/// All borrowed from the run.
 struct PassContext {
-    ViewerEditors& editors;
+    RunEditors& editors;
     const Comparison& comparison;
     const clsCompareFileOptions& options;
     RunCounters& counters;

@@ -1,8 +1,5 @@
 #include "compare/record_walker.h"
 
-#include <array>
-#include <cstdio>
-
 namespace zorvane {
 namespace {
 
@@ -22,22 +19,16 @@ void Dispatch(RecordIndex index, const DifferenceRecord& record, RecordMarker& m
 
 }  // namespace
 
-std::string PercentText(double percent) {
-    std::array<char, 32> text{};
-    const int size = std::snprintf(text.data(), text.size(), "%.1f", percent);
-    const std::string_view digits(text.data(), static_cast<std::size_t>(size));
-    return std::string(digits.starts_with("0.") ? digits.substr(1) : digits);
-}
-
 WalkEnd WalkRecords(const Comparison& comparison, RecordMarker& marker, RunMonitor& monitor) {
     const auto count = static_cast<std::int32_t>(comparison.records.size());
     for (RecordIndex index{count - 1}; index >= RecordIndex{0}; --index) {
         if (!monitor.KeepGoing())
             return WalkEnd::Aborted;
         Dispatch(index, comparison.records[static_cast<std::size_t>(index.value)], marker);
-        marker.Progress(100.0 - 100.0 * index.value / count);
+        monitor.Progress(marker.Step(), 1.0 - static_cast<double>(index.value) / count);
     }
-    return WalkEnd::Finished;
+    // A stop inside the last one is seen here.
+    return monitor.KeepGoing() ? WalkEnd::Finished : WalkEnd::Aborted;
 }
 
 }  // namespace zorvane

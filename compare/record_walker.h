@@ -17,13 +17,13 @@ class RecordMarker {
     virtual void Addition(RecordIndex index, const DifferenceRecord& record) = 0;
     virtual void Deletion(RecordIndex index, const DifferenceRecord& record) = 0;
     virtual void Change(RecordIndex index, const DifferenceRecord& record) = 0;
-    /// Behind each record: how much of the walk is done.
-    virtual void Progress(double percent) = 0;
+    /// What the walk is called.
+    virtual RunStep Step() const = 0;
 };
 
 enum class WalkEnd { Finished, Aborted };
 
-/// Yields, tests for an abort and only then reads a record, so none is half applied.
+/// Asks in front of each record whether to go on.
 WalkEnd WalkRecords(const Comparison& comparison, RecordMarker& marker, RunMonitor& monitor);
 
 }  // namespace zorvane

@@ -29,14 +29,14 @@ class SectionPass {
 
     bool Run(std::size_t record) {
         const auto sections = context_.comparison.SectionsOf(record);
-        Show("Section: ", 0, sections.size());
+        Show(RunStep::MarkSections, 0, sections.size());
         for (std::size_t i = sections.size(); i > 0; --i) {
             if (!context_.monitor.KeepGoing())
                 return false;
             Section(sections[i - 1]);
-            Show("Section: ", sections.size() - i + 1, sections.size());
+            Show(RunStep::MarkSections, sections.size() - i + 1, sections.size());
         }
-        context_.monitor.Show(StatusPanel::Detail, "");
+        context_.monitor.Progress(RunStep::None, 0);
         return true;
     }
 
@@ -64,16 +64,13 @@ class SectionPass {
         }
         for (std::size_t i = letters.size(); i > 0; --i) {
             Mark(letters[i - 1], section.original.begin, section.modified.begin, true);
-            Show("By Character: ", letters.size() - i + 1, letters.size());
+            Show(RunStep::MarkLetters, letters.size() - i + 1, letters.size());
         }
     }
 
-    void Show(const char* what, std::size_t done, std::size_t count) {
-        const double percent =
-            count == 0 ? 0 : 100.0 * static_cast<double>(done) / static_cast<double>(count);
-        RunMonitor& monitor = context_.monitor;
-        monitor.Show(StatusPanel::Detail,
-                     monitor.Translate(what) + PercentText(percent) + monitor.Translate("% Done"));
+    void Show(RunStep step, std::size_t done, std::size_t count) {
+        context_.monitor.Progress(
+            step, count == 0 ? 0 : static_cast<double>(done) / static_cast<double>(count));
     }
 
     MarkStyle addition_;

@@ -4,9 +4,7 @@ namespace zorvane {
 
 ViewerEditors::ViewerEditors(Sound& sound) {
     for (DocumentEditor* entry :
-         {&rtbOriginal, &rtbModified, &rtbOriginalDiff, &rtbModifiedDiff, &rtbOriginalDiffFinal,
-          &rtbModifiedDiffFinal, &rtbAIODiff, &rtbOriginalDiffTemp, &rtbModifiedDiffTemp,
-          &rtbAIODiffTemp, &rtbScratch})
+         {&rtbOriginal, &rtbModified, &rtbOriginalDiffFinal, &rtbModifiedDiffFinal, &rtbAIODiff})
         entry->document.Setup(entry->editor, sound);
 }
 

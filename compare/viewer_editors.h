@@ -1,33 +1,19 @@
-// The editors of a Compare Files viewer, by their names.
+// The editors that a Compare Files viewer shows, by their names. Only the viewer's thread touches
+// them; what a run works in is in run/run_editors.h.
 #pragma once
 
-#include "compare/document/memory_editor.h"
-#include "compare/document/rtb_document.h"
+#include "compare/run/run_editors.h"
 
 namespace zorvane {
-
-class Sound;
-
-/// An editor with its numbered paragraphs.
-struct DocumentEditor {
-    MemoryEditor editor;
-    clsRTBDocument document;
-};
 
 struct ViewerEditors {
     explicit ViewerEditors(Sound& sound);
 
     DocumentEditor rtbOriginal;  ///< what the user loaded or typed
     DocumentEditor rtbModified;
-    DocumentEditor rtbOriginalDiff;  ///< working copies of the side-by-side result
-    DocumentEditor rtbModifiedDiff;
     DocumentEditor rtbOriginalDiffFinal;  ///< the side-by-side result
     DocumentEditor rtbModifiedDiffFinal;
-    DocumentEditor rtbAIODiff;           ///< the all-in-one result
-    DocumentEditor rtbOriginalDiffTemp;  ///< the work of one change
-    DocumentEditor rtbModifiedDiffTemp;
-    DocumentEditor rtbAIODiffTemp;
-    DocumentEditor rtbScratch;  ///< header lines, and the report
+    DocumentEditor rtbAIODiff;  ///< the all-in-one result
     MemoryEditor rtbDeletions;  ///< the summaries
     MemoryEditor rtbAdditions;
     MemoryEditor rtbChanges;

@@ -72,15 +72,17 @@ clsVarString& FileOption(clsCompareFileOptions& options, Side side) {
 
 DocumentLoader::DocumentLoader(LoaderParts parts)
     : parts_(std::move(parts)),
-      service_(parts_.process.platform),
-      page_(parts_.process.platform, service_,
-            [this](std::int32_t) { return parts_.keep_going(); }),
-      context_{parts_.process, parts_.telling,     parts_.options,   parts_.settings,
-               service_,       parts_.show_detail, parts_.keep_going},
+      own_service_(parts_.service == nullptr
+                       ? std::make_unique<ConversionService>(parts_.process.platform)
+                       : nullptr),
+      service_(parts_.service == nullptr ? *own_service_ : *parts_.service),
+      page_(parts_.process.platform, service_, [this](std::int32_t) { return KeepGoing(); }),
+      context_{parts_.process, parts_.telling,     parts_.options, parts_.settings,
+               service_,       parts_.show_detail, parts_.watcher},
       word_{parts_.process, parts_.telling, page_, parts_.restart_time_count} {}
 
 bool DocumentLoader::SelectFile(Side side, std::string& sFile) {
-    if (parts_.process.gbCommandLineRunning || !Trim(sFile).empty())
+    if (parts_.telling.manner.bSilent || !Trim(sFile).empty())
         return true;
     const char* question = side == Side::Original
                                ? "No original file has been selected. Select now?"
@@ -122,16 +124,16 @@ bool DocumentLoader::LoadSide(Side side, std::string& sFile, Reload reload) {
         return false;
     if (const auto identity = IdentityOf(sFile);
         identity && parts_.options.bOptimizeFileLoading.Data())
-        loaded_[side] = *identity;
+        kept_.loaded[side] = *identity;
     return true;
 }
 
 bool DocumentLoader::IsAsItWasLoaded(Side side, const std::string& sFile, Reload reload) const {
     if (!parts_.options.bOptimizeFileLoading.Data() || reload == Reload::Forced ||
-        bForceReload[side])
+        kept_.bForceReload[side])
         return false;
     const std::optional<LoadedFileIdentity> identity = IdentityOf(sFile);
-    return identity && *identity == loaded_[side];
+    return identity && *identity == kept_.loaded[side];
 }
 
 void DocumentLoader::Expect(Side side, const std::string& sFile, Reload reload) {
@@ -190,10 +192,10 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     clsRTBDocument& document = parts_.document(target);
     const ProgrammeEdit load(document.RichTB());
     std::vector<BesideItem> unused;
-    std::vector<BesideItem>& beside = side ? beside_[SideOf(target)] : unused;
+    std::vector<BesideItem>& beside = side ? kept_.beside[SideOf(target)] : unused;
     const bool rich = !(side && bLoadedAsPlainText) && LooksLikeRtf(bytes);
     if (side)
-        looks_[SideOf(target)] = rich ? UpperExtension(sFile) : "";
+        kept_.looks[SideOf(target)] = rich ? UpperExtension(sFile) : "";
     if (rich) {
         if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
             RewriteRichText(sFile, bytes);
@@ -221,7 +223,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     if (!side)
         return;
     KeepBesideInText(document.RichTB(), beside);
-    bForceReload[SideOf(target)] = false;
+    kept_.bForceReload[SideOf(target)] = false;
     if (std::exchange(bSpaceAddedToTextFile, false))
         RemoveFirstSpaceOfRichTextBox(document.RichTB());
 }
@@ -254,9 +256,9 @@ void DocumentLoader::RemoveBlankLines(const std::string& sFile, std::u16string& 
 
 // What two files of one kind differ in was put there by somebody; two kinds have little in common
 // but the marks, and a PDF's looks are guessed from its page.
-FormatDepth DocumentLoader::FormattingDepth() const {
-    const std::string& original = looks_.original;
-    const std::string& modified = looks_.modified;
+FormatDepth LoadMemory::FormattingDepth() const {
+    const std::string& original = looks.original;
+    const std::string& modified = looks.modified;
     if (original.empty() || modified.empty())
         return FormatDepth::None;
     const bool guessed = original == "PDF" || modified == "PDF";
@@ -330,7 +332,7 @@ std::optional<std::string> DocumentLoader::PrepareSlides(const std::string& sFil
         [&](const std::string& sTempFile) {
             const bool prepared =
                 bPreparePowerPointFileForComparing(context_, sFile, sTempFile, side);
-            bSlidesFailed[side] = !bFileExists(sTempFile);
+            kept_.bSlidesFailed[side] = !bFileExists(sTempFile);
             return prepared;
         },
         sFile);
@@ -381,14 +383,14 @@ std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFil
 std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::string& sFile,
                                                                   Side side) {
     bSpaceAddedToTextFile = false;
-    bSlidesFailed[side] = false;
+    kept_.bSlidesFailed[side] = false;
     service_.TakeBeside();  // of another load
     std::optional<std::string> bytes = parts_.telling.manner.bTellsPlainly
                                            ? RunTellingPlainly(sFile, side)
                                            : RunConversion(sFile, side);
-    beside_[side] = DecodeBesideList(service_.TakeBeside());
+    kept_.beside[side] = DecodeBesideList(service_.TakeBeside());
     if (!bytes)
-        bForceReload = {true, true};
+        kept_.bForceReload = {true, true};
     return bytes;
 }
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "common/base/side.h"
 #include "compare/document/beside.h"
 #include "compare/document/format_compare.h"
@@ -61,7 +62,25 @@ struct LoadedFileIdentity {
     friend bool operator==(const LoadedFileIdentity&, const LoadedFileIdentity&) = default;
 };
 
-/// Everything is borrowed from the viewer and outlives the loader.
+/// What a load leaves for the next one and for whoever compares, side by side. A value: a run works
+/// on a copy, and the viewer takes it over with the rest of the result.
+struct LoadMemory {
+    PerSide<LoadedFileIdentity> loaded;
+    PerSide<bool> bForceReload{false, false};
+    /// A slide deck could not be read and its editor is empty; the load counts as done all the
+    /// same.
+    PerSide<bool> bSlidesFailed{false, false};
+    /// Why the loaded file of a side gave no text although it holds something; empty otherwise.
+    PerSide<std::string> sNoText;
+    /// What lies beside the text that was loaded last, with the numbers of its paragraphs.
+    PerSide<std::vector<BesideItem>> beside;
+    PerSide<std::string> looks;  ///< the extension of a side with formatting, else empty
+
+    /// How far the looks of the two texts that were loaded last can be compared.
+    FormatDepth FormattingDepth() const;
+};
+
+/// Everything is borrowed from the run and outlives the loader.
 struct LoaderParts {
     ProcessState& process;
     RunTelling& telling;  ///< of the run that loads
@@ -72,8 +91,9 @@ struct LoaderParts {
     clsMRU& TextFileExtensions;
     std::function<clsRTBDocument&(EditorTarget)> document;
     std::function<void(const std::string&)> show_detail = [](const std::string&) {};
-    std::function<bool()> keep_going = [] { return true; };  ///< yields; false after an abort
-    std::function<void()> restart_time_count = [] {};
+    std::function<void()> restart_time_count = {};  ///< empty: nobody counts
+    RunWatcher* watcher = nullptr;
+    ConversionService* service = nullptr;  ///< nullptr: the loader has one of its own
 };
 
 class DocumentLoader {
@@ -105,21 +125,11 @@ class DocumentLoader {
     void WarnIfDOCAndIsBigFile(const PerSide<std::string>& files, bool all_in_one,
                                const std::function<void()>& switch_to_side_by_side);
 
-    PerSide<bool> bForceReload{false, false};
     bool bLoadedAsPlainText = false;
     bool bSpaceAddedToTextFile = false;
-    /// A slide deck could not be read and its editor is empty; the load counts as done all the
-    /// same.
-    PerSide<bool> bSlidesFailed{false, false};
 
-    /// Why the loaded file of a side gave no text although it holds something; empty otherwise.
-    PerSide<std::string> sNoText;
-
-    /// What lies beside the text that was loaded last, with the numbers of its paragraphs.
-    const std::vector<BesideItem>& Beside(Side side) const { return beside_[side]; }
-    /// How far the looks of the two texts that were loaded last can be compared.
-    FormatDepth FormattingDepth() const;
-
+    /// Of the load before, until a run puts its own there.
+    LoadMemory& Memory() { return kept_; }
     TrellisPage& Page() { return page_; }
 
   private:
@@ -157,15 +167,16 @@ class DocumentLoader {
     void LogFailure(std::string_view text, const std::string& sFile, const std::string& reason);
     void Advise(bool& warned, const std::string& question, const std::string& done_text);
 
+    bool KeepGoing() const { return zorvane::KeepGoing(parts_.watcher); }
+
     LoaderParts parts_;
-    ConversionService service_;
+    std::unique_ptr<ConversionService> own_service_;
+    ConversionService& service_;
     NativeTrellisPage page_;
     LoadContext context_;
     WordConversion word_;
-    PerSide<LoadedFileIdentity> loaded_;
+    LoadMemory kept_;
     std::string system_reason_;  ///< of the last failure, as far as the system told one
-    PerSide<std::vector<BesideItem>> beside_;
-    PerSide<std::string> looks_;  ///< the extension of a side with formatting, else empty
 };
 
 }  // namespace zorvane

@@ -1,9 +1,11 @@
-// What the roads of all file types need of the viewer. Everything is borrowed.
+// What the roads of all file types need of a run. Everything is borrowed.
 #pragma once
 
 #include <functional>
 #include <string>
 
+#include "common/base/run_watcher.h"
+#include "common/run_telling.h"
 #include "load/conversion_service.h"
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
@@ -11,7 +13,6 @@
 namespace zorvane {
 
 struct ProcessState;
-class RunTelling;
 
 struct LoadContext {
     ProcessState& process;
@@ -20,7 +21,9 @@ struct LoadContext {
     CompareFilesSettings& settings;
     ConversionService& service;
     std::function<void(const std::string&)> show_detail;  ///< panel 2 of the status bar
-    std::function<bool()> keep_going;                     ///< yields; false after an abort
+    RunWatcher* watcher = nullptr;
+
+    bool KeepGoing() const { return zorvane::KeepGoing(watcher); }
 };
 
 }  // namespace zorvane

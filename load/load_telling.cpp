@@ -38,7 +38,7 @@ bool DocumentLoader::ReportMissing(const std::string& sFile) {
     std::string message = process.Translate("File does not exist") + ":\r\n\r\n" + sFile;
     if (const std::string reason = WhyMissing(sFile); !reason.empty())
         message += "\r\n" + reason;
-    if (process.gbCommandLineRunning)
+    if (parts_.telling.manner.bSilent)
         LogMessage(parts_.telling, message);
     else
         parts_.questions.ShowMessage(message, process.Translate("Error"));
@@ -46,9 +46,9 @@ bool DocumentLoader::ReportMissing(const std::string& sFile) {
 }
 
 void DocumentLoader::TakeNoText(const std::string& sFile, std::u16string_view text, Side side) {
-    sNoText[side].clear();
-    if (!bSlidesFailed[side])  // that has been told already
-        sNoText[side] = WhyNoText(
+    kept_.sNoText[side].clear();
+    if (!kept_.bSlidesFailed[side])  // that has been told already
+        kept_.sNoText[side] = WhyNoText(
             {sFile, ShownName(parts_.telling, sFile), text, parts_.options, parts_.settings, side});
 }
 
@@ -58,7 +58,7 @@ std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& 
     system_reason_.clear();
     MessageHold hold(parts_.telling);
     std::optional<std::string> bytes = RunConversion(sFile, side);
-    const bool failed = !bytes || bSlidesFailed[side];
+    const bool failed = !bytes || kept_.bSlidesFailed[side];
     std::string reason = service_.FirstFailure();
     if (!failed && (reason.empty() || hold.Empty())) {
         hold.Release();

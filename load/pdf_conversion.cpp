@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fmt/format.h>
 #include <system_error>
 #include <utility>
 
@@ -85,11 +84,10 @@ ConversionObserver PdfConversion::Observer() {
         if (out_of_time_)
             return false;
         if (percent >= 0) {
-            context_.show_detail(context_.process.Translate("Importing PDF: ") +
-                                 fmt::format("{:.1f}", static_cast<double>(percent)) +
-                                 context_.process.Translate("% Complete "));
+            constexpr double kPercent = 100;
+            TellProgress(context_.watcher, RunStep::ImportPdf, percent / kPercent);
         }
-        return context_.keep_going();
+        return context_.KeepGoing();
     };
 }
 
@@ -188,7 +186,7 @@ void PdfConversion::ToPlainText(const std::string& sTempFile, WordConversion& wo
 
 void PdfConversion::TellOfOtherRoad(const std::string& sFile) {
     bool& warned = context_.settings.bWarnedAboutSwitchingPDFConversionMethods;
-    if (context_.process.gbCommandLineRunning || warned || !notice_)
+    if (context_.telling.manner.bSilent || warned || !notice_)
         return;
     ProcessState& process = context_.process;
     warned = notice_(process.Translate("Could not load the PDF file: ") +
@@ -214,7 +212,7 @@ bool PdfConversion::Convert(const std::string& sFile, const std::string& sTempFi
     if (converted && !quick && context_.options.bRemoveFormatting.Data())
         ToPlainText(sTempFile, word, passwords, sFile);
     quick = chosen;
-    if (!converted && !context_.process.gbCommandLineRunning)
+    if (!converted && !context_.telling.manner.bSilent)
         context_.show_detail(sError);
     // The log has it already; who waits at a terminal hears it now, with what to do.
     if (!converted)

@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view kWorkbooks = "XLS XLT ODS OTS";
 
 ConversionObserver Quietly(const LoadContext& context) {
-    return [&context](std::int32_t) { return context.keep_going(); };
+    return [&context](std::int32_t) { return context.KeepGoing(); };
 }
 
 }  // namespace

@@ -36,10 +36,10 @@ bool bPreparePowerPointFileForComparing(LoadContext& context, const std::string&
     const bool original = side == Side::Original;
     TrellisSlide slides(context.service, [&](std::int32_t percent) {
         if (percent >= 0) {
-            context.show_detail(process.Translate("Importing PPT: ") + std::to_string(percent) +
-                                process.Translate("% Complete "));
+            constexpr double kPercent = 100;
+            TellProgress(context.watcher, RunStep::ImportSlides, percent / kPercent);
         }
-        return context.keep_going();
+        return context.KeepGoing();
     });
     slides.putTargetFormat = context.options.bRemoveFormatting.Data() ? kPlainText : kRichText;
     slides.putSourceFile = sFile;

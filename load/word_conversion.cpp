@@ -31,7 +31,7 @@ bool WordConversion::ConverterWordDoc(const std::string& sFile, const std::strin
     page.putOptimizeForSpeed(true);
     if (!page.OptimizeForSpeed()) {  // it has just been started for this run
         page.putOptimizeForSpeed(true);
-        if (!process.gbCommandLineRunning && restart_time_count)
+        if (restart_time_count)
             restart_time_count();
     }
     TakePasswords(passwords);

@@ -54,14 +54,10 @@ void LogTarget(ReportSource& source, const char* what, const std::string& file,
 void LogResult(ReportSource& source, ReportResult result, const std::string& file) {
     const Status& status = source.Engine().getReportStatus();
     const std::string reason = status.ok() ? std::string() : status.failure().reason;
-    if (result == ReportResult::TargetNotCreated) {
+    if (result == ReportResult::TargetNotCreated)
         LogTarget(source, "Unable to create target file", file, reason);
-        return;
-    }
-    for (const ResultRow& row : kResults) {
-        if (row.result == result)
-            Log(source, source.Process().Translate(row.words));
-    }
+    else
+        TellReportResult(source.Process(), source.Telling(), result);
 }
 
 bool IsInput(ReportSource& source, const std::string& file) {
@@ -120,6 +116,8 @@ ReportResult WriteDocument(ReportSource& source, const std::string& file) {
     const Status saved = source.SaveDocumentReport(file);
     if (saved.ok())
         return ReportResult::Ok;
+    if (!KeepGoing(source.Watcher()))
+        return ReportResult::Aborted;
     Log(source,
         source.Process().Translate("Unable to save report") + ": " + saved.failure().reason);
     return ReportResult::TargetNotWritten;
@@ -130,12 +128,9 @@ ReportResult WriteEngineReport(ReportSource& source, const std::string& file, Re
     VestrelX& engine = source.Engine();
     if (const std::string title = source.CommandLineTitle(); !title.empty())
         engine.putReportTitle(title);
-    const Status run = source.EnsureFreshComparison();
-    if (!run.ok())
-        return ReportResult::MasterNotLoaded;
     engine.putDoubleByteLocale(source.Process().translator.gbDoubleByteLocale);
     engine.putReportLook(ReportLookOf(source.ReportOptions()));
-    return engine.CreateEngineReport(file, type, style);
+    return engine.CreateEngineReport(file, type, style, source.Watcher());
 }
 
 // What is different between the four default reports.
@@ -183,7 +178,7 @@ ReportResult FallBack(ReportSource& source, const DefaultReport& report, Launch 
         return result;
     }
     source.ReportSettings().msgReportFileDOC_MD = temporary;
-    source.ShowReportStatus(process.Translate("Launching Report"));
+    source.TellStep(RunStep::LaunchReport);
     if (launch == Launch::Yes)
         Open(source, report, temporary);
     return result;
@@ -219,6 +214,13 @@ std::string ReportDateOf(const std::string& file) {
     return {text.data(), size};
 }
 
+void TellReportResult(ProcessState& process, RunTelling& telling, ReportResult result) {
+    for (const ResultRow& row : kResults) {
+        if (row.result == result)
+            LogMessage(telling, process.Translate(row.words));
+    }
+}
+
 ReportLook ReportLookOf(const clsCompareFileOptions& options) {
     ReportLook look;
     look.addition = MarkOf(StyleFor(options, Mark::Addition));
@@ -252,8 +254,6 @@ namespace {
 ReportResult CreateDefaultReport(ReportSource& source, const DefaultReport& report, Launch launch,
                                  std::string file) {
     CompareFilesSettings& settings = source.ReportSettings();
-    if (report.type == ReportType::Document)
-        source.BuildAllInOneView();
     SetTitles(source, report.type);
     if (file.empty())
         file = settings.*report.file;
@@ -261,7 +261,7 @@ ReportResult CreateDefaultReport(ReportSource& source, const DefaultReport& repo
     const ReportResult written =
         CreateReport(source, file, report.type, report.type == ReportType::Html ? style : 0);
     if (written == ReportResult::Ok) {
-        source.ShowReportStatus(source.Process().Translate("Launching Report"));
+        source.TellStep(RunStep::LaunchReport);
         if (launch == Launch::Yes)
             Open(source, report, file);
     }
@@ -273,15 +273,13 @@ ReportResult CreateDefaultReport(ReportSource& source, const DefaultReport& repo
 }  // namespace
 
 ReportResult CreateReportGUI(ReportSource& source, Launch launch, const std::string& file) {
-    ProcessState& process = source.Process();
-    source.ShowReportStatus(process.Translate("Creating Report"));
+    source.TellStep(RunStep::WriteReport);
     const std::int32_t wanted = source.ReportSettings().mlReportDefaultFileType_MD;
     ReportResult result = ReportResult::Ok;
     for (const DefaultReport& report : kDefaults) {
         if (static_cast<std::int32_t>(report.type) == wanted)
             result = CreateDefaultReport(source, report, launch, file);
     }
-    source.ShowReportStatus(process.Translate("Ready"));
     return result;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "common/base/run_watcher.h"
 #include "compare/engine/vestrel_x.h"
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
@@ -13,23 +14,19 @@ namespace zorvane {
 struct ProcessState;
 class RunTelling;
 
-/// What the driver needs of a viewer.
+/// What the driver needs: a comparison that is fresh, the texts of its views, the user's wishes.
 class ReportSource {
   public:
     virtual ~ReportSource() = default;
     virtual ProcessState& Process() = 0;
     virtual RunTelling& Telling() = 0;
+    virtual RunWatcher* Watcher() = 0;  ///< nullptr: nobody can stop a report
     virtual VestrelX& Engine() = 0;
     virtual const clsCompareFileOptions& ReportOptions() const = 0;
     virtual CompareFilesSettings& ReportSettings() = 0;
-    /// Compares again where a text or an option was changed since; otherwise the result stands.
-    virtual Status EnsureFreshComparison() = 0;
-    /// Puts the word-processor report together in the scratch editor and saves it.
+    /// Puts the word-processor report together and saves it.
     virtual Status SaveDocumentReport(const std::string& file) = 0;
-    /// Brings the all-in-one text into being when the side-by-side view is shown and it is not
-    /// fresh.
-    virtual void BuildAllInOneView() = 0;
-    virtual void ShowReportStatus(const std::string& text) = 0;
+    virtual void TellStep(RunStep step) = 0;
     virtual void ShowReportMessage(const std::string& text, const std::string& title) = 0;
     /// The title that a command line gave; empty: none.
     virtual std::string CommandLineTitle() const = 0;
@@ -40,6 +37,10 @@ class ReportSource {
 /// two inputs is refused.
 ReportResult CreateReport(ReportSource& source, std::string& file, ReportType type,
                           std::int32_t style);
+
+/// The words of a result that has some of its own: a run that was stopped, or goes on, a file that
+/// cannot be loaded.
+void TellReportResult(ProcessState& process, RunTelling& telling, ReportResult result);
 
 enum class Launch { No, Yes };
 /// The report of the viewer's default type with its default titles; an empty `file` is the type's

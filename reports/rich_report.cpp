@@ -129,7 +129,8 @@ void AppendPiece(const Editor& piece, Editor& scratch) {
 
 }  // namespace
 
-Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std::string& file) {
+Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std::string& file,
+                      RunWatcher* watcher) {
     scratch.Clear();
     const bool any = pieces.all_in_one != nullptr || pieces.additions != nullptr ||
                      pieces.deletions != nullptr || pieces.changes != nullptr;
@@ -148,8 +149,11 @@ Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std
     }
     if (any && pieces.comparison != nullptr)
         WriteBeside(*pieces.comparison, writer);
-    return ReplaceFile(file,
-                       WriteRtfPage(scratch.Rich(), headed ? TableForm::Cells : TableForm::Tabs));
+    if (!KeepGoing(watcher))
+        return Failure{std::string(kReportStopped)};
+    const std::string rtf =
+        WriteRtfPage(scratch.Rich(), headed ? TableForm::Cells : TableForm::Tabs, watcher);
+    return KeepGoing(watcher) ? ReplaceFile(file, rtf) : Failure{std::string(kReportStopped)};
 }
 
 }  // namespace zorvane

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "common/base/result.h"
+#include "common/base/run_watcher.h"
 #include "common/base/side.h"
 #include "compare/document/editor.h"
 #include "compare/engine/comparison.h"
@@ -36,6 +37,8 @@ struct RichReportPieces {
 /// Puts the pieces together in `scratch`, whose old content goes, and saves it. The name decides
 /// nothing: a ".DOC" file holds rich text. Without any of the four texts the document is empty. A
 /// failure names the file.
-Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std::string& file);
+/// A report that the watcher stopped is a failure and leaves no file.
+Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std::string& file,
+                      RunWatcher* watcher = nullptr);
 
 }  // namespace zorvane

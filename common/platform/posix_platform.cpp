@@ -4,6 +4,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <mutex>
 #include <pwd.h>
 #include <spawn.h>
 #include <sys/file.h>

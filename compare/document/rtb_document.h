@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "common/base/number.h"
 #include "common/base/result.h"
@@ -58,6 +59,9 @@ class clsRTBDocument {
     void ParagraphCollectionAdjustmentAddDelta(ParagraphNumber number, std::int32_t delta);
     void ParagraphCollectionAdjust();
     void ParagraphCollectionEmpty();
+    /// The collection as a value: a run builds it where the text is not shown yet.
+    Paragraphs TakeParagraphs() { return std::exchange(paragraphs_, {}); }
+    void SetParagraphs(Paragraphs paragraphs) { paragraphs_ = std::move(paragraphs); }
 
     Status LoadFile(const std::string& path);
     Status LoadFile2(const std::string& path, FileFormat format);

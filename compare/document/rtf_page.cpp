@@ -76,18 +76,19 @@ std::vector<std::int32_t> CellEnds(std::u16string_view text, const Paragraph* fi
 
 class PageWriter {
   public:
-    PageWriter(const RichText& text, TableForm tables)
+    PageWriter(const RichText& text, TableForm tables, RunWatcher* watcher)
         : text_(text),
           tables_(tables),
           chars_(text.char_runs),
           formats_(text.paragraph_runs),
-          paragraphs_(ParagraphsOf(text.text)) {}
+          paragraphs_(ParagraphsOf(text.text)),
+          stop_(watcher) {}
 
     std::string Write() {
         body_.Reserve(text_.text.size() + text_.text.size() / 4 + 4096);
         std::size_t table_end = 0;
         std::vector<std::int32_t> ends;
-        for (std::size_t i = 0; i < paragraphs_.size(); ++i) {
+        for (std::size_t i = 0; i < paragraphs_.size() && !stop_.Stopped(); ++i) {
             if (!IsRow(paragraphs_[i])) {
                 Plain(paragraphs_[i]);
                 continue;
@@ -122,6 +123,8 @@ class PageWriter {
             if (const CharFormat* format = chars_.At(begin))
                 body_.Chars(*format);
             const std::size_t stop = chars_.End() > begin ? std::min(end, chars_.End()) : end;
+            if (!stop_.KeepGoing(static_cast<std::int64_t>(stop - begin)))
+                return;
             body_.Units(std::u16string_view(text_.text).substr(begin, stop - begin));
             begin = stop;
         }
@@ -158,12 +161,13 @@ class PageWriter {
     Walk<ParagraphRun> formats_;
     std::vector<Paragraph> paragraphs_;
     RtfBody body_;
+    StopCheck stop_;
 };
 
 }  // namespace
 
-std::string WriteRtfPage(const RichText& text, TableForm tables) {
-    return PageWriter(text, tables).Write();
+std::string WriteRtfPage(const RichText& text, TableForm tables, RunWatcher* watcher) {
+    return PageWriter(text, tables, watcher).Write();
 }
 
 }  // namespace zorvane

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "common/base/run_watcher.h"
 #include "compare/document/rich_text.h"
 
 namespace zorvane {
@@ -12,6 +13,6 @@ enum class TableForm { Tabs, Cells };
 /// As `WriteRtf`, but each paragraph has one format, that of its first character: text that was put
 /// together from several documents can hold a paragraph with a break of another's. With
 /// `TableForm::Cells` a paragraph that holds ends of cells becomes a row of a table.
-std::string WriteRtfPage(const RichText& text, TableForm tables);
+std::string WriteRtfPage(const RichText& text, TableForm tables, RunWatcher* watcher = nullptr);
 
 }  // namespace zorvane

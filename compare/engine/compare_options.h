@@ -1,8 +1,10 @@
-// What one compare is asked for, and who watches it.
+// What one compare is asked for.
 #pragma once
 
 #include <cstdint>
 #include <string>
+
+#include "common/base/run_watcher.h"
 
 namespace zorvane {
 
@@ -21,15 +23,6 @@ struct CompareOptions {
     bool by_character = false;     ///< letters inside changed words
     bool find_moves = true;
     friend bool operator==(const CompareOptions&, const CompareOptions&) = default;
-};
-
-/// Told how far a compare is, and asked whether it goes on. Called from the thread that compares,
-/// every few milliseconds.
-class CompareWatcher {
-  public:
-    virtual ~CompareWatcher() = default;
-    /// `part` of the work is done, 0 to 1. False stops the compare, which then gives no result.
-    virtual bool KeepGoing(double part) = 0;
 };
 
 }  // namespace zorvane

@@ -21,7 +21,7 @@ Side CanonicalFirst(const Comparison& comparison) {
 }
 
 Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
-                           CompareWatcher* watcher) {
+                           RunWatcher* watcher) {
     const bool expressions = !options.expressions.empty();
     LineFilter filter;
     LineFilter line_words;  // with the blanks that part them
@@ -60,14 +60,14 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
 }  // namespace
 
 Result<Comparison> CompareTexts(PerSide<std::shared_ptr<const std::u16string>> texts,
-                                const CompareOptions& options, CompareWatcher* watcher) {
+                                const CompareOptions& options, RunWatcher* watcher) {
     Comparison comparison;
     comparison.SetEditorTexts(std::move(texts));
     return Compare(std::move(comparison), options, watcher);
 }
 
 Result<Comparison> CompareLineFiles(PerSide<std::string_view> texts, const CompareOptions& options,
-                                    CompareWatcher* watcher) {
+                                    RunWatcher* watcher) {
     Comparison comparison;
     comparison.SetFileTexts(texts);
     return Compare(std::move(comparison), options, watcher);

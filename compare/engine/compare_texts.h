@@ -20,10 +20,10 @@ inline constexpr std::string_view kCompareStopped = "Compare Aborted";
 /// Fails with the expression's own text when one cannot be understood, and with `kCompareStopped`
 /// when the watcher stopped it.
 Result<Comparison> CompareTexts(PerSide<std::shared_ptr<const std::u16string>> texts,
-                                const CompareOptions& options, CompareWatcher* watcher);
+                                const CompareOptions& options, RunWatcher* watcher);
 
 /// Line files in UTF-8, borrowed as long as the comparison lives.
 Result<Comparison> CompareLineFiles(PerSide<std::string_view> texts, const CompareOptions& options,
-                                    CompareWatcher* watcher);
+                                    RunWatcher* watcher);
 
 }  // namespace zorvane

@@ -102,6 +102,11 @@ Status WritePage(const ReportModel& model, const std::string& path, std::int32_t
     return written.ok() ? file.value().Finish() : written;
 }
 
+Status WriteWhole(const ReportModel& model, const std::string& path, std::string_view report) {
+    return KeepGoing(model.watcher) ? ReplaceFile(path, report)
+                                    : Failure{std::string(kReportStopped)};
+}
+
 }  // namespace
 
 Status WriteEngineReport(const ReportModel& model, const std::string& file, ReportType type,
@@ -110,9 +115,9 @@ Status WriteEngineReport(const ReportModel& model, const std::string& file, Repo
         case ReportType::Html:
             return WritePage(model, file, style);
         case ReportType::Text:
-            return ReplaceFile(file, WriteTextReport(model));
+            return WriteWhole(model, file, WriteTextReport(model));
         case ReportType::Csv:
-            return ReplaceFile(file, WriteCsvReport(model));
+            return WriteWhole(model, file, WriteCsvReport(model));
         case ReportType::Document:
             break;
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/base/result.h"
+#include "common/base/run_watcher.h"
 #include "compare/engine/comparison.h"
 #include "compare/engine/document_look.h"
 #include "compare/engine/engine_report.h"
@@ -23,6 +24,7 @@ struct ReportModel {
     ReportLook look{};
     UnchangedText unchanged = UnchangedText::Fitting;
     PerSide<const DocumentLook*> document_looks{};  ///< borrowed; nullptr: plain text
+    RunWatcher* watcher = nullptr;  ///< a writer that it stopped leaves half a text or fails
 };
 
 /// What a record is, for people: "Change at paragraph 3", "Addition of 2 paragraphs behind
@@ -45,6 +47,9 @@ std::string DescribeBeside(const BesideNote& note);
 
 /// One of the two places of a move, for people: "paragraph 12", "paragraphs 12 to 14".
 std::string MovedPlace(const Comparison& comparison, const Move& move, Side side);
+
+/// The reason of a report that was stopped.
+inline constexpr std::string_view kReportStopped = "stopped";
 
 /// Takes a page in parts, so that a large one is nowhere whole in memory.
 using PageTarget = std::function<Status(std::string_view)>;

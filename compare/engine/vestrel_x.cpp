@@ -173,7 +173,7 @@ Status VestrelX::CompareText(std::string_view master, std::string_view source) {
 }
 
 Status VestrelX::CompareEditors(PerSide<std::shared_ptr<const std::u16string>> texts,
-                                CompareWatcher* watcher) {
+                                RunWatcher* watcher) {
     state_->comparison = Comparison();
     state_->from_files = false;
     return state_->Take(CompareTexts(std::move(texts), state_->Asked(), watcher));
@@ -212,7 +212,7 @@ const std::vector<DifferenceRecord>& VestrelX::Records() const {
 }
 
 ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType type,
-                                          std::int32_t flags) {
+                                          std::int32_t flags, RunWatcher* watcher) {
     State& state = *state_;
     state.report_status = Status::Ok();
     if (type == ReportType::Document)
@@ -240,7 +240,10 @@ ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType ty
     model.high_detail = state.high_detail_summary;
     model.look = state.look;
     model.unchanged = state.unchanged;
+    model.watcher = watcher;
     state.report_status = WriteEngineReport(model, file, type, flags);
+    if (!KeepGoing(watcher))
+        return ReportResult::Aborted;
     return state.report_status.ok() ? ReportResult::Ok : ReportResult::TargetNotCreated;
 }
 

@@ -52,7 +52,7 @@ class VestrelX {
     /// The same on the texts of two editors, without files; words, letters and moves are found too.
     /// Fails with `kCompareStopped` when the watcher stopped it; nullptr: nobody watches.
     Status CompareEditors(PerSide<std::shared_ptr<const std::u16string>> texts,
-                          CompareWatcher* watcher);
+                          RunWatcher* watcher);
     /// Takes a result over, as if it had been compared here.
     void Show(Comparison comparison);
     /// Everything of the last compare: what every view and report reads.
@@ -83,7 +83,9 @@ class VestrelX {
     void putUnchangedText(UnchangedText unchanged);
     /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by
     /// side.
-    ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags);
+    /// A report that the watcher stopped leaves no file.
+    ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags,
+                                    RunWatcher* watcher = nullptr);
     /// What the system said when the last report could not be written: the file and the reason.
     const Status& getReportStatus() const;
 

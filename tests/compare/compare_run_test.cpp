@@ -234,10 +234,15 @@ TEST_F(CompareRunTest, WritesHeadersAndListLines) {
          "<<<5>>> 3 changes at paragraph (1) ",
          "[5] 3 changes at paragraph (1) :\"p1\""},
     };
-    bool abort = false;
-    RunMonitor monitor(process, window, abort);
+    RunControl control;
+    RunMonitor monitor(process, control);
     RunCounters counters;
-    PassContext context{viewer.Editors(), viewer.Compared(), viewer.Options(), counters, monitor};
+    RunEditors editors(fakes.sound());
+    editors.rtbOriginal.editor.SetRich(viewer.Editors().rtbOriginal.editor.Rich());
+    editors.rtbModified.editor.SetRich(viewer.Editors().rtbModified.editor.Rich());
+    editors.rtbOriginal.document.ParagraphCollectionCreate();
+    editors.rtbModified.document.ParagraphCollectionCreate();
+    PassContext context{editors, viewer.Compared(), viewer.Options(), counters, monitor};
     for (const HeaderRow& row : rows) {
         SCOPED_TRACE(row.header);
         EXPECT_EQ(EntryHeader(monitor, RecordIndex{4}, row.record), row.header);

@@ -47,9 +47,8 @@ TEST_F(FrmCompareFilesTest, BuildsOnlyWhatIsAskedFor) {
     EXPECT_EQ(viewer.mlChanges(), 5);
     ViewerEditors& editors = viewer.Editors();
     for (const DocumentEditor* entry :
-         {&editors.rtbOriginal, &editors.rtbModified, &editors.rtbOriginalDiff,
-          &editors.rtbModifiedDiff, &editors.rtbOriginalDiffFinal, &editors.rtbModifiedDiffFinal,
-          &editors.rtbAIODiff})
+         {&editors.rtbOriginal, &editors.rtbModified, &editors.rtbOriginalDiffFinal,
+          &editors.rtbModifiedDiffFinal, &editors.rtbAIODiff})
         EXPECT_EQ(entry->editor.Length(), 0);
     EXPECT_TRUE(viewer.ListItems().empty());
     const auto report = [&](const char* name) {
@@ -68,7 +67,9 @@ TEST_F(FrmCompareFilesTest, BuildsOnlyWhatIsAskedFor) {
 
 // At whichever yield the user asks for it, a run ends, and the next one is whole.
 TEST_F(FrmCompareFilesTest, EndsAtAnyYieldAndRunsAgain) {
+    viewer.PumpEvery(std::chrono::milliseconds(0));
     for (const View view : {View::SideBySide, View::AllInOne}) {
+        window.pumps = 0;
         ASSERT_TRUE(Compare(Many(1), Many(2), view));
         const int pumps_of_a_run = window.pumps;
         const std::string whole = view == View::AllInOne ? AllInOne() : Left();
@@ -92,6 +93,7 @@ TEST_F(FrmCompareFilesTest, EndsAtAnyYieldAndRunsAgain) {
 }
 
 TEST_F(FrmCompareFilesTest, ShowsProgressOfTheWalk) {
+    viewer.PumpEvery(std::chrono::milliseconds(0));
     ASSERT_TRUE(Compare("a\nb\nc\nd", "1\nb\n2\nd", View::AllInOne));
     const auto& texts = window.main_texts;
     const auto has = [&](const char* text) {
@@ -108,7 +110,8 @@ TEST_F(FrmCompareFilesTest, ShowsProgressOfTheWalk) {
 }
 
 TEST_F(FrmCompareFilesTest, BuildsEachViewWhenItIsFirstShown) {
-    process.gbCommandLineRunning = false;
+    viewer.PumpEvery(std::chrono::milliseconds(0));
+    viewer.Telling().manner.bSilent = false;
     ASSERT_TRUE(Compare("a\nb", "a\nc", View::SideBySide));
     EXPECT_EQ(AllInOne(), "");
     viewer.cmdChangeViewFormat_Click();
@@ -169,13 +172,13 @@ TEST_F(FrmCompareFilesTest, AsksOnlyWithAUserAndAboveTheLimit) {
     std::string lines;
     for (std::int32_t i = 1; i < kParagraphsBeforeAsking; ++i)
         lines += "x\n";  // and the paragraph behind the last break
-    process.gbCommandLineRunning = false;
+    viewer.Telling().manner.bSilent = false;
     ASSERT_TRUE(Compare(lines, lines + "y", View::AllInOne));
     EXPECT_TRUE(window.questions.empty());
     ASSERT_TRUE(Compare(lines + "\n", lines + "\ny", View::AllInOne));
     ASSERT_EQ(window.questions.size(), 1U);
     EXPECT_NE(window.questions[0].find("50,000 paragraphs.  The comparison"), std::string::npos);
-    process.gbCommandLineRunning = true;
+    viewer.Telling().manner.bSilent = true;
     ASSERT_TRUE(Compare(lines + "\n", lines + "\nz", View::AllInOne));
     EXPECT_EQ(window.questions.size(), 1U);
 }
@@ -196,7 +199,7 @@ TEST_F(FrmCompareFilesTest, KeepsItsSectionAndRecentFiles) {
 }
 
 TEST_F(FrmCompareFilesTest, RefreshWithEmptyEditorsSaysSo) {
-    process.gbCommandLineRunning = false;
+    viewer.Telling().manner.bSilent = false;
     viewer.Options().bReloadOnRefresh.SetData(false);
     viewer.Refresh();
     ASSERT_EQ(window.messages.size(), 1U);

@@ -22,7 +22,7 @@ class ConversionRoadsTest : public LoaderFixture {
     ConversionRoadsTest() { setenv("ZORVANE_OFFICE", "none", 1); }
     std::string Loaded(std::string_view name, std::string_view bytes, Side side = Side::Original) {
         const std::string file = system_.folder.Write(name, bytes);
-        loader_.bForceReload = {true, true};
+        loader_.Memory().bForceReload = {true, true};
         if (!Load(file, side))
             return "failed: " + Log();
         return Text(side == Side::Original ? EditorTarget::Original : EditorTarget::Modified);
@@ -89,10 +89,11 @@ TEST_F(ConversionRoadsTest, WhatLiesBesideTheWordsComesOnEveryRoad) {
         options_.bRemoveFormatting.SetData(row.plain);
         options_.bRemoveBlankLines.SetData(row.without_blank_lines);
         EXPECT_EQ(Loaded("a.html", kPage), row.text);
-        EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), row.items);
+        EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), row.items);
     }
     EXPECT_EQ(Loaded("b.txt", "words"), "words");
-    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "") << "nothing of the file before";
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "")
+        << "nothing of the file before";
     EXPECT_EQ(Log(), "");
 }
 
@@ -100,17 +101,17 @@ TEST_F(ConversionRoadsTest, WhatLiesBesideRichTextComesWithoutItsFormattingToo) 
     constexpr std::string_view kRich =
         "{\\rtf1 a\\line b\\par\\par {\\field{\\*\\fldinst HYPERLINK http://x/}{\\fldrslt c}}}";
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\vb\r\n\r\nc");
-    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 3 http://x/; ");
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "links 3 http://x/; ");
     options_.bRemoveBlankLines.SetData(true);
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\vb\r\nc");
-    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 2 http://x/; ");
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "links 2 http://x/; ");
     options_.bRemoveBlankLines.SetData(false);
     options_.bRemoveFormatting.SetData(true);
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\r\nb\r\n\r\nc");
-    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 4 http://x/; ");
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "links 4 http://x/; ");
     options_.bRemoveBlankLines.SetData(true);
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\r\nb\r\nc");
-    EXPECT_EQ(ShownBeside(loader_.Beside(Side::Original)), "links 3 http://x/; ");
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "links 3 http://x/; ");
 }
 
 TEST_F(ConversionRoadsTest, AsMuchAsMayLieBesideTheWordsComesWhole) {
@@ -119,7 +120,7 @@ TEST_F(ConversionRoadsTest, AsMuchAsMayLieBesideTheWordsComesWhole) {
         page += "<p><a href='http://host/" + std::to_string(i) + std::string(100, 'x') + "'>c</a>";
     options_.bRemoveFormatting.SetData(true);
     Loaded("a.html", page);
-    const std::vector<BesideItem>& items = loader_.Beside(Side::Original);
+    const std::vector<BesideItem>& items = loader_.Memory().beside[Side::Original];
     ASSERT_EQ(items.size(), kMostBesideItems + 1);
     EXPECT_TRUE(items[kMostBesideItems - 1].text.starts_with("http://host/3999x"));
     EXPECT_EQ(items[kMostBesideItems].text, "others: 5");
@@ -129,7 +130,7 @@ TEST_F(ConversionRoadsTest, LooksAreComparedAsFarAsBothSidesHaveThem) {
     const auto depth = [this](const char* original, const char* modified) {
         Loaded(original, "{\\rtf1 a}");
         Loaded(modified, "{\\rtf1 a}", Side::Modified);
-        return loader_.FormattingDepth();
+        return loader_.Memory().FormattingDepth();
     };
     EXPECT_EQ(depth("a.rtf", "b.rtf"), FormatDepth::Full);
     EXPECT_EQ(depth("a.doc", "b.docx"), FormatDepth::Full);
@@ -260,7 +261,7 @@ TEST_F(ConversionRoadsTest, ANewerWordProcessorIsRefusedAndAStartIsNotCounted) {
     FakePage page;
     int restarts = 0;
     WordConversion word{process_, process_.telling, page, [&restarts] { ++restarts; }};
-    process_.gbCommandLineRunning = false;
+    process_.telling.manner.bSilent = false;
     EXPECT_TRUE(word.ConverterWordDoc("s", "t", WordFormat::RichText, {}));
     EXPECT_EQ(restarts, 0);
     page.puts_until_running = page.puts + 2;
@@ -331,7 +332,7 @@ TEST_F(ConversionRoadsTest, BothRoadsReadTheirSidesPages) {
 }
 
 TEST_F(ConversionRoadsTest, AFailureTriesTheOtherRoadOnceAndTellsOnceInALife) {
-    process_.gbCommandLineRunning = false;
+    process_.telling.manner.bSilent = false;
     questions_.answer = true;
     EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
     EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
@@ -488,7 +489,7 @@ TEST_F(ConversionRoadsTest, SlidesFollowTheirSettings) {
     settings_.bShowSlideAndShapeNumber = true;
     options_.bRemoveFormatting.SetData(true);
     EXPECT_EQ(Loaded("a.pptx", bytes), "Slide 2\r\nShape 1:\r\nsecond\r\n");
-    EXPECT_FALSE(loader_.bSlidesFailed.original);
+    EXPECT_FALSE(loader_.Memory().bSlidesFailed.original);
 }
 
 }  // namespace

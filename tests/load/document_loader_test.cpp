@@ -147,11 +147,12 @@ TEST_F(DocumentLoaderTest, TellsWhichFileCannotBeReadAndWhy) {
     for (const FailureRow& row : kFailureRows) {
         SCOPED_TRACE(row.name);
         std::filesystem::remove(process_.telling.manner.sLogFile);
-        loader_.bForceReload = {false, false};
+        loader_.Memory().bForceReload = {false, false};
         EXPECT_FALSE(Load(row.file, row.bytes));
         EXPECT_NE(Log().find(row.words), std::string::npos) << Log();
         EXPECT_NE(Log().find(row.reason), std::string::npos) << Log();
-        EXPECT_TRUE(loader_.bForceReload.original && loader_.bForceReload.modified);
+        EXPECT_TRUE(loader_.Memory().bForceReload.original &&
+                    loader_.Memory().bForceReload.modified);
     }
     EXPECT_FALSE(settings_.bDoQuickTextExtraction) << "the other road is tried, not chosen";
     options_.bHTMLCompareSource.SetData(true);
@@ -190,7 +191,7 @@ TEST_F(DocumentLoaderTest, ASideThatIsExpectedIsConvertedBesideTheOther) {
 TEST_F(DocumentLoaderTest, ADeckThatCannotBeReadIsLoggedAndLeavesAnEmptyEditor) {
     EXPECT_TRUE(Load("a.pptx", "x"));
     EXPECT_EQ(Text(), "");
-    EXPECT_TRUE(loader_.bSlidesFailed.original);
+    EXPECT_TRUE(loader_.Memory().bSlidesFailed.original);
     EXPECT_TRUE(Log().starts_with("LoadFileIntoEditor(): Unable to convert PPT file.  \n\n"))
         << Log();
 }
@@ -211,7 +212,7 @@ TEST_F(DocumentLoaderTest, TellsWhyAFileIsMissing) {
 }
 
 TEST_F(DocumentLoaderTest, AsksForAFileWhenNoneIsSelected) {
-    process_.gbCommandLineRunning = false;
+    process_.telling.manner.bSilent = false;
     std::string file = " ";
     EXPECT_FALSE(loader_.LoadModifiedFile(file, Reload::WhenChanged));
     EXPECT_EQ(questions_.asked,

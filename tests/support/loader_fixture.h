@@ -46,7 +46,7 @@ class LoaderFixture : public testing::Test {
   protected:
     LoaderFixture() {
         process_.telling.manner.sLogFile = system_.folder.Path("log");
-        process_.gbCommandLineRunning = true;
+        process_.telling.manner.bSilent = true;
         EXPECT_TRUE(options_.LoadStateFromFile(*profile_).ok());  // the defaults
         extensions_.Setup(15, *profile_, "x", "txt,log,csv");
         std::filesystem::create_directories(system_.folder.Path("program"));

@@ -57,7 +57,7 @@ class ViewerTest : public ::testing::Test {
   protected:
     ViewerTest() : process(fakes.platform), viewer(process, request, window) {
         process.gsDataFolder = fakes.folder.Path();
-        process.gbCommandLineRunning = true;
+        viewer.Telling().manner.bSilent = true;
         viewer.Telling().manner.sLogFile = fakes.folder.Path("log");
         viewer.Setup("1_CompareFile", true);
     }

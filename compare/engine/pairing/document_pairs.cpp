@@ -10,29 +10,17 @@
 namespace zorvane {
 namespace {
 
-// No runs may mean that there are none, or that the search for them was stopped.
-struct FirstStop : CompareWatcher {
-    explicit FirstStop(CompareWatcher* asked) : watcher(asked) {}
-    bool KeepGoing(double part) override {
-        stopped = !watcher->KeepGoing(part);
-        return !stopped;
-    }
-    CompareWatcher* watcher;
-    bool stopped = false;
-};
-
 class DocumentPairer {
   public:
     DocumentPairer(const CompareSide& first, const CompareSide& second,
                    const CompareOptions& options, const SectionSwitches& sections,
-                   CompareWatcher* watcher)
+                   RunWatcher* watcher)
         : first_(first), second_(second), options_(options), finder_(sections), watcher_(watcher) {}
 
     DocumentPairs Run() {
-        FirstStop first_stop(watcher_);
-        const std::vector<EqualRun> runs =
-            FindTrustedRuns(first_, second_, watcher_ == nullptr ? nullptr : &first_stop);
-        pairs_.stopped = first_stop.stopped;
+        const std::vector<EqualRun> runs = FindTrustedRuns(first_, second_, watcher_);
+        // No runs may mean that there are none, or that the search for them was stopped.
+        pairs_.stopped = !zorvane::KeepGoing(watcher_);
         if (pairs_.stopped)
             return std::move(pairs_);
         PlaceRange stretch;
@@ -67,7 +55,8 @@ class DocumentPairer {
             return true;
         told_ = done;
         const auto all = static_cast<double>(first_.Lines().Units(0, first_.Lines().Count()));
-        pairs_.stopped = !watcher_->KeepGoing(kPairingPart * static_cast<double>(done) / all);
+        watcher_->Progress(RunStep::Compare, kPairingPart * static_cast<double>(done) / all);
+        pairs_.stopped = !watcher_->KeepGoing();
         return !pairs_.stopped;
     }
 
@@ -167,7 +156,7 @@ class DocumentPairer {
     const CompareSide& second_;
     const CompareOptions& options_;
     SectionFinder finder_;
-    CompareWatcher* watcher_;
+    RunWatcher* watcher_;
     DocumentPairs pairs_;
     std::int64_t told_ = 0;
 };
@@ -180,7 +169,7 @@ std::u16string TextOfPlaces(const CompareSide& side, std::int32_t begin, std::in
 
 DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,
                             const CompareOptions& options, const SectionSwitches& sections,
-                            CompareWatcher* watcher) {
+                            RunWatcher* watcher) {
     return DocumentPairer(first, second, options, sections, watcher).Run();
 }
 

@@ -30,7 +30,7 @@ struct DocumentPairs {
 /// `sections`: how to look into a block; the filter of paragraphs is in the sides already.
 DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,
                             const CompareOptions& options, const SectionSwitches& sections,
-                            CompareWatcher* watcher);
+                            RunWatcher* watcher);
 
 /// The text of some places: all lines from the first to the last of them.
 std::u16string TextOfPlaces(const CompareSide& side, std::int32_t begin, std::int32_t end);

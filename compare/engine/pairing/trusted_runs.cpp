@@ -168,12 +168,12 @@ std::vector<EqualRun> KeepTrusted(const std::vector<EqualRun>& runs, const Compa
 }  // namespace
 
 std::vector<EqualRun> FindTrustedRuns(const CompareSide& first, const CompareSide& second,
-                                      CompareWatcher* watcher) {
+                                      RunWatcher* watcher) {
     Walk walk(first, second);
     std::vector<EqualRun> runs = walk.Run();
     const EqualRun back = walk.Back();
     if (walk.AtFirst() < back.first && walk.AtSecond() < back.second) {
-        if (watcher != nullptr && !watcher->KeepGoing(0.05))
+        if (!KeepGoing(watcher))
             return {};
         const PlaceRange range{walk.AtFirst(), back.first, walk.AtSecond(), back.second};
         const std::vector<EqualRun> more = RunsAtUniqueLines(first, second, range);

@@ -16,6 +16,6 @@ namespace zorvane {
 /// those are given back, ascending, across which nothing heavier could be paired; every other line
 /// is left to a closer look. Nothing is hashed that the walk has matched. Empty when stopped.
 std::vector<EqualRun> FindTrustedRuns(const CompareSide& first, const CompareSide& second,
-                                      CompareWatcher* watcher);
+                                      RunWatcher* watcher);
 
 }  // namespace zorvane

@@ -112,8 +112,8 @@ TEST(TrustedRunsProperty, AscendAndAreEqualAndMirrored) {
 }
 
 TEST(TrustedRuns, AreNoneAfterAStop) {
-    struct Stop : CompareWatcher {
-        bool KeepGoing(double /*part*/) override { return false; }
+    struct Stop : RunWatcher {
+        bool KeepGoing() override { return false; }
     } stop;
     const TestSide left("abcdefghijklmnopqrstuvwxyz");
     const TestSide right("zyxwvutsrqponmlkjihgfedcba");

@@ -1,0 +1,258 @@
+#include "compare/run/compare_job.h"
+
+#include <utility>
+
+#include "common/log_message.h"
+#include "compare/beside_notes.h"
+#include "compare/difference_list.h"
+#include "compare/document/document_look_of.h"
+#include "compare/engine/compare_texts.h"
+#include "compare/run/view_builder.h"
+#include "compare/run_options.h"
+#include "load/file_kind.h"
+
+namespace zorvane {
+namespace {
+
+/// A run's places are its own; a bad one is a fault of the program, not of the user.
+class NoSound : public Sound {
+  public:
+    void Beep() override {}
+};
+
+LevelCounters LevelOf(const DetailCounts& counts) {
+    return {counts.changes, counts.additions, counts.deletions};
+}
+
+class CompareJob {
+  public:
+    CompareJob(CompareInput input, RunWatcher& watcher)
+        : input_(std::move(input)),
+          watcher_(watcher),
+          editors_(no_sound_),
+          monitor_(input_.process, watcher),
+          started_(input_.process.platform.clock->TickMilliseconds()) {
+        for (DocumentEditor* entry :
+             {&editors_.rtbOriginal, &editors_.rtbModified, &editors_.rtbOriginalDiff,
+              &editors_.rtbModifiedDiff, &editors_.rtbAIODiff, &editors_.rtbScratch})
+            entry->editor.SetDefaultFormat(input_.default_format);
+        for (MemoryEditor* summary :
+             {&editors_.rtbDeletions, &editors_.rtbAdditions, &editors_.rtbChanges})
+            summary->SetDefaultFormat(input_.default_format);
+    }
+
+    CompareOutcome Run() {
+        const bool loads =
+            input_.source == RunSource::Files || input_.source == RunSource::ReloadedFiles;
+        RunEnd end = RunEnd::Finished;
+        if (loads && !Load()) {
+            out_.load_failed = true;
+            end = RunEnd::Failed;
+        }
+        if (end == RunEnd::Finished)
+            end = Compare();
+        if (!watcher_.KeepGoing() && end == RunEnd::Failed)
+            end = RunEnd::Aborted;
+        out_.options = std::move(input_.options);
+        out_.settings = std::move(input_.settings);
+        out_.end = end;
+        if (end == RunEnd::Finished)
+            HandOut();
+        return std::move(out_);
+    }
+
+  private:
+    bool Silent() const { return input_.telling.manner.bSilent; }
+    bool ViewsWanted() const { return input_.views == BuildViews::Yes; }
+    bool Plain() const { return input_.options.bRemoveFormatting.Data(); }
+    DocumentEditor& EditorOf(Side side) {
+        return side == Side::Original ? editors_.rtbOriginal : editors_.rtbModified;
+    }
+    ViewWanted Wanted() const {
+        return {input_.view, Plain(), input_.settings.sFontName, input_.settings.dFontSize,
+                Silent() ? nullptr : input_.questions};
+    }
+    PassContext Context() {
+        return {editors_, Compared(), input_.options, out_.counters, monitor_, input_.presented};
+    }
+    const Comparison& Compared() const {
+        return out_.comparison ? *out_.comparison : *input_.compared;
+    }
+
+    // ---- loading ----
+
+    DocumentLoader MakeLoader(PerSide<clsMRU>& unused) {
+        return DocumentLoader({input_.process, input_.telling, input_.options, input_.settings,
+                               *input_.questions, unused, input_.TextFileExtensions,
+                               [this](EditorTarget target) -> clsRTBDocument& {
+                                   const Side side = target == EditorTarget::Original
+                                                         ? Side::Original
+                                                         : Side::Modified;
+                                   out_.loaded[side] = true;
+                                   return EditorOf(side).document;
+                               },
+                               [this](const std::string& text) { out_.detail = text; },
+                               [this] {
+                                   if (!Silent())
+                                       started_ = input_.process.platform.clock->TickMilliseconds();
+                               },
+                               &watcher_, input_.service});
+    }
+
+    bool Load() {
+        const bool again = input_.source == RunSource::ReloadedFiles;
+        watcher_.Progress(again ? RunStep::ReloadFiles : RunStep::LoadFiles, 0);
+        PerSide<clsMRU> unused;  // the viewer remembers what was loaded
+        DocumentLoader loader = MakeLoader(unused);
+        loader.Memory() = std::move(input_.memory);
+        if (again && !Silent())
+            Advise(loader);
+        loader.Expect(Side::Original, input_.options.sFileOriginal.Data(), Reload::WhenChanged);
+        bool loaded = true;
+        for (const Side side : {Side::Modified, Side::Original}) {
+            std::string file = side == Side::Original ? input_.options.sFileOriginal.Data()
+                                                      : input_.options.sFileModified.Data();
+            loaded =
+                loaded && watcher_.KeepGoing() && loader.LoadSide(side, file, Reload::WhenChanged);
+            out_.tried[side] = unused[side].Count() > 0;
+        }
+        out_.memory = std::move(loader.Memory());
+        return loaded && watcher_.KeepGoing();
+    }
+
+    void Advise(DocumentLoader& loader) {
+        const PerSide<std::string> files{input_.options.sFileOriginal.Data(),
+                                         input_.options.sFileModified.Data()};
+        loader.WarnIfPPTAndRetainingFormatting(files);
+        loader.WarnIfHTMLAndRetainingFormatting(files);
+        loader.WarnIfXLSAndWordWrapIsTrue(files);
+    }
+
+    bool IsText() const {
+        const clsCompareFileOptions& options = input_.options;
+        return bIsFileTextOrExcel(options.sFileOriginal.Data(), input_.TextFileExtensions) ||
+               bIsFileTextOrExcel(options.sFileModified.Data(), input_.TextFileExtensions);
+    }
+
+    // ---- comparing ----
+
+    // What was not loaded comes from the input.
+    void TakeTexts() {
+        const bool loads =
+            input_.source == RunSource::Files || input_.source == RunSource::ReloadedFiles;
+        for (const Side side : kBothSides) {
+            if (!out_.loaded[side] && input_.texts[side] != nullptr)
+                EditorOf(side).editor.SetRich(RichText(*input_.texts[side]));
+        }
+        out_.viewer_font = (loads && IsText()) || (ViewsWanted() && Plain());
+        if (loads && IsText())
+            UseFont(editors_, Wanted());
+        if (ViewsWanted())
+            PrepareTexts(editors_, Wanted());
+    }
+
+    RunEnd Compare() {
+        watcher_.Progress(RunStep::PrepareCompare, 0);
+        TakeTexts();
+        if (!watcher_.KeepGoing())
+            return RunEnd::Aborted;
+        if (input_.compared == nullptr) {
+            if (const Status compared = RunEngine(); !compared.ok()) {
+                if (!watcher_.KeepGoing())
+                    return RunEnd::Aborted;
+                LogMessage(input_.telling, compared.failure().reason);
+                return RunEnd::Failed;
+            }
+        }
+        if (!watcher_.KeepGoing())
+            return RunEnd::Aborted;
+        out_.counters = {LevelOf(Compared().record_counts), LevelOf(Compared().section_counts),
+                         LevelOf(Compared().character_counts)};
+        if (!ViewsWanted())
+            return RunEnd::Finished;
+        PassContext context = Context();
+        out_.list = DifferenceListLines(context);
+        return BuildView(context, Wanted()) ? RunEnd::Finished : RunEnd::Aborted;
+    }
+
+    Status RunEngine() {
+        watcher_.Progress(RunStep::Compare, 0);
+        CompareOptions asked = CompareOptionsOf(input_.options);
+        asked.find_moves = input_.find_moves;
+        for (const Side side : kBothSides) {
+            Editor& editor = EditorOf(side).editor;
+            out_.texts[side] =
+                std::make_shared<const RichText>(ViewsWanted() ? editor.Rich() : editor.TakeRich());
+        }
+        const auto text_of = [this](Side side) {
+            const SharedText& rich = out_.texts[side];
+            return std::shared_ptr<const std::u16string>(rich, &rich->text);
+        };
+        Result<Comparison> compared =
+            CompareTexts({text_of(Side::Original), text_of(Side::Modified)}, asked, &watcher_);
+        if (!compared.ok())
+            return compared.failure();
+        out_.comparison = std::move(compared).value();
+        TellBeside();
+        return Status::Ok();
+    }
+
+    void TellBeside() {
+        Comparison& comparison = *out_.comparison;
+        const LoadMemory& memory = Memory();
+        BesideFound found =
+            FindBeside(comparison, {{&memory.beside.original, &memory.beside.modified},
+                                    {out_.texts.original.get(), out_.texts.modified.get()},
+                                    memory.FormattingDepth()});
+        comparison.same_files = comparison.Same() && found.notes.empty() &&
+                                HaveSameBytes({input_.options.sFileOriginal.Data(),
+                                               input_.options.sFileModified.Data()});
+        comparison.beside = std::move(found.notes);
+        comparison.beside_sentence = std::move(found.sentence);
+        out_.looks = {LookOf(*out_.texts.original), LookOf(*out_.texts.modified)};
+    }
+
+    const LoadMemory& Memory() const {
+        return input_.source == RunSource::Texts ? input_.memory : out_.memory;
+    }
+
+    // ---- the result ----
+
+    static ResultText Take(DocumentEditor& editor) {
+        return {editor.editor.TakeRich(), editor.document.TakeParagraphs()};
+    }
+
+    void HandOut() {
+        out_.memory = Memory();
+        out_.view = input_.view;
+        out_.views_built = ViewsWanted();
+        if (ViewsWanted()) {
+            out_.sources = {Take(editors_.rtbOriginal), Take(editors_.rtbModified)};
+            if (input_.view == View::AllInOne)
+                out_.all_in_one = Take(editors_.rtbAIODiff);
+            else
+                out_.side_by_side = {Take(editors_.rtbOriginalDiff),
+                                     Take(editors_.rtbModifiedDiff)};
+            out_.deletions = editors_.rtbDeletions.TakeRich();
+            out_.additions = editors_.rtbAdditions.TakeRich();
+            out_.changes = editors_.rtbChanges.TakeRich();
+        }
+        out_.elapsed = input_.process.platform.clock->TickMilliseconds() - started_;
+    }
+
+    CompareInput input_;
+    RunWatcher& watcher_;
+    NoSound no_sound_;
+    RunEditors editors_;
+    RunMonitor monitor_;
+    std::uint32_t started_;
+    CompareOutcome out_;
+};
+
+}  // namespace
+
+CompareOutcome RunCompareJob(CompareInput input, RunWatcher& watcher) {
+    return CompareJob(std::move(input), watcher).Run();
+}
+
+}  // namespace zorvane

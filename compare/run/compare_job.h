@@ -1,0 +1,122 @@
+// One run as a computation: values in, a value out. It touches nothing of a viewer, so it may go on
+// on any thread, and two may go on at once.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/base/run_watcher.h"
+#include "common/base/side.h"
+#include "common/process_state.h"
+#include "compare/document/paragraphs.h"
+#include "compare/document/rich_text.h"
+#include "compare/engine/comparison.h"
+#include "compare/engine/document_look.h"
+#include "compare/run_counters.h"
+#include "compare/viewer_window.h"
+#include "load/document_loader.h"
+#include "options/compare_file_options.h"
+#include "options/compare_files_settings.h"
+#include "options/recent_items.h"
+
+namespace zorvane {
+
+/// A run whose result nobody looks at in editors marks none.
+enum class BuildViews { Yes, No };
+
+enum class RunEnd { Finished, Aborted, Failed };
+
+/// Above this many paragraphs the last scan takes noticeable time, so a user with a window is
+/// asked.
+inline constexpr std::int32_t kParagraphsBeforeAsking = 50000;
+
+/// From so many paragraphs on a window shows the paragraph level first.
+inline constexpr std::int32_t kParagraphsOfEarlyResult = 20000;
+
+using SharedText = std::shared_ptr<const RichText>;
+
+/// Where the two texts come from.
+enum class RunSource {
+    Texts,          ///< `CompareInput::texts`
+    Files,          ///< the two files of the options, for a command line
+    ReloadedFiles,  ///< the same, for the Refresh button, with the advice that a user gets
+    Compared        ///< `texts`, which `compared` tells of already: only the view is built
+};
+
+/// A text with its numbered paragraphs, ready for an editor.
+struct ResultText {
+    RichText text;
+    Paragraphs paragraphs;
+};
+
+/// The paragraph level of a long compare, before the words are looked for.
+struct EarlyOutcome {
+    Comparison comparison;
+    View view = View::SideBySide;
+    PerSide<ResultText> side_by_side;
+    ResultText all_in_one;
+    std::vector<std::string> list;
+};
+
+/// All of it is the run's own, but for what is borrowed for as long as the run goes on.
+struct CompareInput {
+    CompareInput(ProcessState& services, RunTelling& own) : process(services), telling(own) {}
+
+    ProcessState& process;  ///< borrowed: its services and language are safe from any thread
+    RunTelling& telling;    ///< borrowed; its manner says whether anybody is asked
+    clsCompareFileOptions options;
+    CompareFilesSettings settings;
+    clsMRU TextFileExtensions;
+    LoadMemory memory;
+    RunSource source = RunSource::Texts;
+    PerSide<SharedText> texts;             ///< of the editors; of what is not loaded anew
+    const Comparison* compared = nullptr;  ///< borrowed
+    View view = View::SideBySide;
+    BuildViews views = BuildViews::Yes;
+    bool find_moves = true;
+    bool presented = false;                        ///< see `PassContext::presented`
+    CharFormat default_format;                     ///< of plain text
+    ConversionService* service = nullptr;          ///< borrowed, of no other run meanwhile
+    LoadQuestions* questions = nullptr;            ///< borrowed
+    std::function<void(EarlyOutcome)> show_early;  ///< empty: nobody waits for it
+};
+
+struct CompareOutcome {
+    RunEnd end = RunEnd::Failed;
+    bool load_failed = false;
+    std::string detail;  ///< a last word for the detail panel
+
+    // What a load changes; there after a failed one too.
+    PerSide<bool> tried{false, false};  ///< the load of that side was begun: its name is known
+    clsCompareFileOptions options;      ///< as they were in the end
+    CompareFilesSettings settings;
+    LoadMemory memory;
+
+    // Only after a whole run.
+    PerSide<SharedText> texts;  ///< as they were compared
+    PerSide<bool> loaded{false, false};
+    PerSide<ResultText> sources;           ///< of a side that was loaded, for its editor
+    std::optional<Comparison> comparison;  ///< nothing when the run got one
+    bool viewer_font = false;              ///< both texts were given the viewer's font
+    PerSide<DocumentLook> looks;
+    View view = View::SideBySide;  ///< the one that was built
+    bool views_built = false;
+    PerSide<ResultText> side_by_side;
+    ResultText all_in_one;
+    RichText deletions;  ///< the summaries, each with its head line
+    RichText additions;
+    RichText changes;
+    std::vector<std::string> list;
+    RunCounters counters;
+    std::uint32_t elapsed = 0;  ///< milliseconds
+};
+
+/// Never half a result: what is there after `Finished` is whole, and after anything else nothing is
+/// but what the load tells.
+CompareOutcome RunCompareJob(CompareInput input, RunWatcher& watcher);
+
+}  // namespace zorvane

@@ -1,0 +1,75 @@
+#include "compare/run/report_run.h"
+
+#include <utility>
+
+#include "common/run_telling.h"
+#include "compare/document/memory_editor.h"
+
+namespace zorvane {
+namespace {
+
+class ReportRun : private ReportSource {
+  public:
+    ReportRun(ReportInput input, RunWatcher& watcher)
+        : input_(std::move(input)), watcher_(watcher) {}
+
+    ReportOutcome Run() {
+        ReportOutcome out;
+        out.file = input_.wanted.file;
+        out.result = input_.wanted.defaults
+                         ? CreateReportGUI(*this, input_.wanted.launch, out.file)
+                         : CreateReport(*this, out.file, input_.wanted.type, input_.wanted.style);
+        out.document_target = input_.settings.msgReportFileDOC_MD;
+        return out;
+    }
+
+  private:
+    ProcessState& Process() override { return input_.process; }
+    RunTelling& Telling() override { return input_.telling; }
+    RunWatcher* Watcher() override { return &watcher_; }
+    VestrelX& Engine() override { return input_.engine; }
+    const clsCompareFileOptions& ReportOptions() const override { return input_.options; }
+    CompareFilesSettings& ReportSettings() override { return input_.settings; }
+    void TellStep(RunStep step) override { watcher_.Progress(step, 0); }
+    void ShowReportMessage(const std::string& text, const std::string& title) override {
+        input_.questions->ShowMessage(text, title);
+    }
+    std::string CommandLineTitle() const override { return input_.title; }
+
+    // An editor over a text of the report.
+    static const Editor* Fill(std::optional<RichText>& text, MemoryEditor& editor) {
+        if (!text)
+            return nullptr;
+        editor.SetRich(*text);  // a copy: the driver may save again under another name
+        return &editor;
+    }
+
+    Status SaveDocumentReport(const std::string& file) override {
+        DocumentReportTexts& texts = input_.texts;
+        MemoryEditor all_in_one;
+        MemoryEditor additions;
+        MemoryEditor deletions;
+        MemoryEditor changes;
+        MemoryEditor scratch;
+        for (MemoryEditor* editor : {&all_in_one, &additions, &deletions, &changes, &scratch})
+            editor->SetUndoEnabled(false);
+        scratch.SetDefaultFormat(texts.format);
+        RichReportPieces pieces{Fill(texts.all_in_one, all_in_one),
+                                Fill(texts.additions, additions), Fill(texts.deletions, deletions),
+                                Fill(texts.changes, changes), &input_.engine.Compared()};
+        if (texts.head)
+            pieces.head = &*texts.head;
+        return SaveRichReport(pieces, scratch, file, &watcher_);
+    }
+
+    ReportInput input_;
+    RunWatcher& watcher_;
+};
+
+}  // namespace
+
+ReportOutcome RunReport(ReportInput input, RunWatcher& watcher) {
+    return ReportRun(std::move(input), watcher).Run();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,54 @@
+// The writing of one report, as a computation beside the screen.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "compare/document/rich_text.h"
+#include "load/document_loader.h"
+#include "reports/report_driver.h"
+#include "reports/rich_report.h"
+
+namespace zorvane {
+
+/// The texts of a word-processor report as they were when it was asked for.
+struct DocumentReportTexts {
+    std::optional<RichText> all_in_one;
+    std::optional<RichText> additions;
+    std::optional<RichText> deletions;
+    std::optional<RichText> changes;
+    std::optional<RichReportHead> head;
+    CharFormat format;
+};
+
+/// The viewer's default report, or one that is named.
+struct ReportWanted {
+    bool defaults = false;
+    Launch launch = Launch::No;  ///< of the default one
+    std::string file;
+    ReportType type = ReportType::Html;
+    std::int32_t style = 1;
+};
+
+/// What is borrowed is of no other run meanwhile; the rest is the run's own.
+struct ReportInput {
+    ProcessState& process;
+    RunTelling& telling;
+    VestrelX& engine;
+    clsCompareFileOptions options;
+    CompareFilesSettings settings;
+    std::string title;  ///< of a command line
+    DocumentReportTexts texts;
+    ReportWanted wanted;
+    LoadQuestions* questions = nullptr;
+};
+
+struct ReportOutcome {
+    ReportResult result = ReportResult::Aborted;
+    std::string file;             ///< its tokens replaced
+    std::string document_target;  ///< where later word-processor reports go
+};
+
+ReportOutcome RunReport(ReportInput input, RunWatcher& watcher);
+
+}  // namespace zorvane
