@@ -115,77 +115,74 @@ std::string OutputPath(const std::string& value) {
 }
 
 // And, when it is not there, in the program's own folder.
-std::string InputPath(ProcessState& process, const std::string& value) {
+std::string InputPath(SpecialFolders& folders, const std::string& value) {
     const std::string path = OutputPath(value);
     if (value.find('\\') != std::string::npos || bFileExists(path) || bDirectoryExists(path))
         return path;
-    const std::string beside =
-        process.platform.folders->ProgramFolder() + "\\" + Trimmed(sStripQuotes(value));
+    const std::string beside = folders.ProgramFolder() + "\\" + Trimmed(sStripQuotes(value));
     return SlashesToBackslashes(beside);
 }
 
-void OpenLog(ProcessState& process, const std::string& file) {
-    process.telling.manner.sLogFile = file;
-    LogMessage(process.telling,
-               std::string(29, '-') + "Zorvane" + std::string(7, '-') + "\r\n" +
-                   process.Translate("Date") + ": " + sMakeTimeStamp(process.platform.clock->Now()),
-               file, false);
-}
-
-void UseSettings(ProcessState& process, const std::string& value, Request& request) {
-    std::string path = sExpandPathTokens(*process.platform.folders, value);
+std::string SettingsPath(SpecialFolders& folders, const std::string& value) {
+    std::string path = sExpandPathTokens(folders, value);
     if (path.find('\\') == std::string::npos && !path.starts_with('/'))
         path = Absolute(path);
-    request.sSettingsOverride = sStripQuotes(path);
-    OverrideSettingsFile(process, request.sSettingsOverride);
+    return sStripQuotes(path);
 }
 
-// False when parsing is to end.
-bool Act(ProcessState& process, const SwitchRow& row, const std::string& value, Request& request) {
-    switch (row.kind) {
-        case SwitchValue::Flag:
-            request.*row.flag = true;
-            process.telling.manner.bShowMessages = request.bShowMessages;
-            return true;
-        case SwitchValue::Number:
-            request.*row.number = Number(value).value_or(request.*row.number);
-            return true;
-        case SwitchValue::Text:
-            request.*row.text = sStripQuotes(value);
-            return true;
-        case SwitchValue::InputPath:
-            request.*row.text = InputPath(process, value);
-            return true;
-        case SwitchValue::OutputPath:
-            request.*row.text = OutputPath(value);
-            return true;
-        case SwitchValue::LogPath:
-            request.*row.text = OutputPath(value);
-            OpenLog(process, request.*row.text);
-            return true;
-        case SwitchValue::SettingsPath:
-            UseSettings(process, value, request);
-            return true;
-        case SwitchValue::Help:
-            break;
-    }
-    IgnoreFailure(process.platform.shell->Open(kHelpPage), "there may be no desktop");
-    return false;
-}
+// What one line says, token by token; nothing is done to the process.
+struct LineReader {
+    SpecialFolders& folders;
+    Request& request;
+    LineEffects& effects;
 
-bool TakeTokens(ProcessState& process, const std::string& line, Request& request) {
-    const std::int16_t count = CountSwitchTokens(line, '/');
-    std::string letter;
-    for (std::int32_t index = 2; index <= count; ++index) {
-        const std::string value = GetSwitchToken(index, line, '/', letter);
-        const std::string upper = ToUpper(letter);
-        for (const SwitchRow& row : kSwitches) {
-            if (upper.size() == 1 && upper[0] == row.letter && !Act(process, row, value, request))
-                return false;
+    // False when parsing is to end.
+    bool Take(const SwitchRow& row, const std::string& value) {
+        switch (row.kind) {
+            case SwitchValue::Flag:
+                request.*row.flag = true;
+                return true;
+            case SwitchValue::Number:
+                request.*row.number = Number(value).value_or(request.*row.number);
+                return true;
+            case SwitchValue::Text:
+                request.*row.text = sStripQuotes(value);
+                return true;
+            case SwitchValue::InputPath:
+                request.*row.text = InputPath(folders, value);
+                return true;
+            case SwitchValue::OutputPath:
+                request.*row.text = OutputPath(value);
+                return true;
+            case SwitchValue::LogPath:
+                request.*row.text = OutputPath(value);
+                effects.log_files.push_back(request.*row.text);
+                return true;
+            case SwitchValue::SettingsPath:
+                request.*row.text = SettingsPath(folders, value);
+                effects.settings_files.push_back(request.*row.text);
+                return true;
+            case SwitchValue::Help:
+                break;
         }
+        effects.help = true;
+        return false;
     }
-    return true;
-}
+
+    bool TakeTokens(const std::string& line) {
+        const std::int16_t count = CountSwitchTokens(line, '/');
+        std::string letter;
+        for (std::int32_t index = 2; index <= count; ++index) {
+            const std::string value = GetSwitchToken(index, line, '/', letter);
+            const std::string upper = ToUpper(letter);
+            for (const SwitchRow& row : kSwitches) {
+                if (upper.size() == 1 && upper[0] == row.letter && !Take(row, value))
+                    return false;
+            }
+        }
+        return true;
+    }
+};
 
 // ---- the positional form ----
 
@@ -217,13 +214,11 @@ bool TakePositional(const std::string& line, Request& request) {
 // ---- checks ----
 
 // All are made, so that each failure is told.
-bool Check(ProcessState& process, const Request& request) {
-    bool good = true;
+bool Check(const Request& request, std::vector<std::string>& failures) {
+    const std::size_t before = failures.size();
     const auto require = [&](bool holds, const char* words) {
-        if (holds)
-            return;
-        LogMessage(process, words);
-        good = false;
+        if (!holds)
+            failures.emplace_back(words);
     };
     if (request.bCompareFolders) {
         require(bDirectoryExists(request.sSource), "Invalid Source folder specified");
@@ -234,7 +229,7 @@ bool Check(ProcessState& process, const Request& request) {
     }
     require(request.lViewFormat != 2 || request.lReportType != 4,
             "Document report type is only available for ALL IN ONE format (use /F1).");
-    return good;
+    return failures.size() == before;
 }
 
 struct LongRow {
@@ -274,6 +269,11 @@ void TakeExpression(std::string& line, Request& request) {
     request.sIgnoreRegEx = line.substr(at + kName.size());
     line.erase(at + kName.size());
     RemoveAll(line, kName);
+}
+
+std::string LogHeader(ProcessState& process) {
+    return std::string(29, '-') + "Zorvane" + std::string(7, '-') + "\r\n" +
+           process.Translate("Date") + ": " + sMakeTimeStamp(process.platform.clock->Now());
 }
 
 bool TakeActions(std::string& line, Request& request) {
@@ -346,19 +346,36 @@ bool ExtractLongSwitches(std::string& line, CommandLineRequest& request) {
     return TakeActions(line, request);
 }
 
-bool ParseCommandLine(ProcessState& process, std::string& line, const std::string& process_line,
-                      CommandLineRequest& request) {
+bool ReadCommandLine(SpecialFolders& folders, std::string& line, const std::string& process_line,
+                     CommandLineRequest& request, LineEffects& effects) {
     if (line.empty())
         line = process_line;
     request = CommandLineRequest{};
+    effects = LineEffects{};
     if (!ExtractLongSwitches(line, request))
         return false;
-    if (!TakeTokens(process, line, request))
+    if (!LineReader{folders, request, effects}.TakeTokens(line))
         return false;
     bool good = true;
     if (Trim(request.sMaster).empty() || Trim(request.sSource).empty())
         good = TakePositional(process_line, request);
-    return Check(process, request) && good;
+    return Check(request, effects.failures) && good;
+}
+
+bool ParseCommandLine(ProcessState& process, std::string& line, const std::string& process_line,
+                      CommandLineRequest& request) {
+    LineEffects effects;
+    const bool good =
+        ReadCommandLine(*process.platform.folders, line, process_line, request, effects);
+    for (const std::string& file : effects.log_files)
+        LogMessage(process.telling, LogHeader(process), file, false);
+    for (const std::string& file : effects.settings_files)
+        OverrideSettingsFile(process, file);
+    if (effects.help)
+        IgnoreFailure(process.platform.shell->Open(kHelpPage), "there may be no desktop");
+    for (const std::string& words : effects.failures)
+        LogMessage(process.telling, words, request.sLogFile, request.bShowMessages);
+    return good;
 }
 
 }  // namespace zorvane

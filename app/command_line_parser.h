@@ -4,19 +4,32 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/command_line_request.h"
 
 namespace zorvane {
 
 struct ProcessState;
+class SpecialFolders;
+
+/// What a line asks for at once, in the order of its switches.
+struct LineEffects {
+    std::vector<std::string> log_files;       ///< of `/L`: each gets the header
+    std::vector<std::string> settings_files;  ///< of `/+`
+    bool help = false;                        ///< `/?`: nothing behind it was read
+    std::vector<std::string> failures;        ///< for `LogMessage`
+};
 
 /// Fills `request` (all fields from their defaults) and says whether a run may start. An empty
 /// `line` is replaced by `process_line`, the process's own raw line, which is also what the
-/// positional form of two absolute paths is read from. `line` is changed by the first pass.
-/// Reported through `LogMessage`. `/L` and
-/// `/V` set where messages go, `/+` replaces the settings file, `/?` opens the page on the command
-/// line.
+/// positional form of two absolute paths is read from. `line` is changed by the first pass. Looks
+/// at files and changes nothing.
+bool ReadCommandLine(SpecialFolders& folders, std::string& line, const std::string& process_line,
+                     CommandLineRequest& request, LineEffects& effects);
+
+/// The same with its effects: `/L` writes the head of its log, `/+` replaces the settings file,
+/// `/?` opens the page on the command line, failures are told as the line itself asks.
 bool ParseCommandLine(ProcessState& process, std::string& line, const std::string& process_line,
                       CommandLineRequest& request);
 

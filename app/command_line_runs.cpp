@@ -163,10 +163,23 @@ void ApplyAdvancedActions(const CommandLineRequest& request, frmCompareFiles& vi
         ApplyAdvancedAction(code, viewer.Settings());  // an unknown code has no effect
 }
 
-void RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
-                               CommandLineRequest& request) {
-    frmCompareFiles& viewer = frame.CreateNewCompareFilesForm();
-    viewer.BeginCommandLine(request, process.gbCommandLineRunning);
+bool RunCommandLine(ProcessState& process, frmMainMDI& frame, const CommandLineRun& run) {
+    if (!run.request.bCompareFolders)
+        return RunCommandLineFileCompare(process, frame, run);
+    frame.TellMissing(ViewerKind::CompareFolders);
+    return false;
+}
+
+bool RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
+                               const CommandLineRun& run) {
+    CommandLineRequest& request = run.request;
+    frmCompareFiles* made = frame.CreateNewCompareFilesForm(request);
+    if (made == nullptr)
+        return false;
+    frmCompareFiles& viewer = *made;
+    viewer.BeginCommandLine(request, run.silence == Silence::Silent);
+    if (run.started)
+        run.started(viewer);
     SetOptions(request, viewer.Options());
     viewer.Settings().sBCLPasswordUser = request.sPdfUserPassword;
     viewer.Settings().sBCLPasswordOwner = request.sPdfOwnerPassword;
@@ -185,6 +198,7 @@ void RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
         process.glDifferencesFound = viewer.VXMacroDiff().getDifferenceCount();
     else
         viewer.EndCommandLine();
+    return true;
 }
 
 }  // namespace zorvane

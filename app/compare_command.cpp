@@ -181,12 +181,6 @@ bool Exists(const std::string& path) {
     return std::filesystem::exists(NativePath(path), error);
 }
 
-// Two existing paths and no command mean a compare.
-bool MeansCompare(const std::vector<std::string>& arguments) {
-    return arguments.size() >= 2 && arguments[0] != "compare" && arguments[0] != "text" &&
-           Exists(arguments[0]) && (arguments[1] == "-" || Exists(arguments[1]));
-}
-
 constexpr const char* kTextExamples = R"(Examples:
   zorvane text report.docx                        what a compare would see
   zorvane text deck.pptx --plain --notes | less   the notes of the slides too
@@ -251,6 +245,11 @@ std::string VersionText() {
 
 std::optional<ReportType> ReportTypeOf(const std::string& file) {
     return ReportTypeNamed(ToLower(ExtensionOf(file)));
+}
+
+bool MeansCompare(const std::vector<std::string>& arguments) {
+    return arguments.size() >= 2 && arguments[0] != "compare" && arguments[0] != "text" &&
+           Exists(arguments[0]) && (arguments[1] == "-" || Exists(arguments[1]));
 }
 
 bool IsSlashForm(const std::vector<std::string>& arguments) {

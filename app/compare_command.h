@@ -72,6 +72,9 @@ struct CommandLineOutcome {
 /// `arguments` without the program's name. Never ends the process and prints nothing.
 CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& arguments);
 
+/// Two existing paths in front and no command: a compare of both. The second may be "-".
+bool MeansCompare(const std::vector<std::string>& arguments);
+
 /// True when the arguments are in the slash form: the first begins with "/" and is no existing
 /// path, or the line holds a drive and a "\" such as "C:\".
 bool IsSlashForm(const std::vector<std::string>& arguments);

@@ -3,11 +3,14 @@
 #include <string>
 #include <vector>
 
+#include "app/command_line_parser.h"
 #include "app/compare_command.h"
 #include "app/compare_run.h"
 #include "app/main_frame.h"
 #include "app/run_modes.h"
+#include "app/start.h"
 #include "app/text_run.h"
+#include "common/platform/exec_program.h"
 #include "common/platform/platform.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
@@ -23,16 +26,54 @@ std::string JoinedLine(const std::vector<std::string>& arguments) {
     return line;
 }
 
-int RunSlashForm(Platform& platform, const std::vector<std::string>& arguments) {
+constexpr int kTrouble = 2;
+
+int Complain(const std::string& message) {
+    IgnoreFailure(WriteStream(Stream::Error, "zorvane: " + message + "\n"),
+                  "there is no other place for it");
+    return kTrouble;
+}
+
+// Comes back only when the windows cannot be started.
+int GoOnInWindows(const StartFacts& facts, const std::vector<std::string>& arguments) {
+    return Complain(BecomeProgram(facts.window_program, arguments).failure().reason);
+}
+
+int RunHere(Platform& platform, const std::string& line) {
     ProcessState process(platform);
     CommandLineRequest request;
-    frmMainMDI frame(process, request, [] { return std::make_unique<SilentWindow>(); });
-    const RunOutcome outcome = Main(process, JoinedLine(arguments), request, frame);
+    SilentFrame window;
+    frmMainMDI frame(process, window, SilentViewers(process));
+    const RunOutcome outcome = Main(process, line, request, frame);
     frame.UnloadAll();
     return outcome.exit_code;
 }
 
+// Where the line goes on is known before it has any effect, such as the head of its log.
+int RunSlashForm(Platform& platform, const std::vector<std::string>& arguments) {
+    const std::string line = JoinedLine(arguments);
+    std::string read = line;
+    CommandLineRequest request;
+    LineEffects effects;
+    const bool parsed = ReadCommandLine(*platform.folders, read, line, request, effects);
+    const StartFacts facts = FindStartFacts(*platform.folders);
+    const StartPlace place = WhereToStart(WhatToDo(line, request, parsed), request, facts);
+    switch (place) {
+        case StartPlace::Window:
+            return GoOnInWindows(facts, arguments);
+        case StartPlace::NoDisplay:
+        case StartPlace::NotInstalled:
+            return Complain(WhyNoWindow(place));
+        case StartPlace::Here:
+            break;
+    }
+    return RunHere(platform, line);
+}
+
 int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
+    const StartFacts facts = FindStartFacts(*platform.folders);
+    if (WhereToStart(arguments, facts) == StartPlace::Window)
+        return GoOnInWindows(facts, arguments);
     const CommandLineOutcome outcome = ParseUnixCommandLine(arguments);
     if (outcome.compare)
         return RunCompareCommand(platform, *outcome.compare);
@@ -40,7 +81,7 @@ int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
         return RunTextCommand(platform, *outcome.text);
     const bool printed = WriteStream(Stream::Output, outcome.output).ok();
     IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
-    return printed ? outcome.exit_status : 2;
+    return printed ? outcome.exit_status : kTrouble;
 }
 
 // Large texts come and go in a run; kept in the heap, their pages are not asked for anew each time.
@@ -58,6 +99,6 @@ int main(int count, char** values) {
     KeepFreedMemory();
     const std::vector<std::string> arguments(values + 1, values + count);
     Platform platform = MakePosixPlatform();
-    return IsSlashForm(arguments) ? RunSlashForm(platform, arguments)
-                                  : RunUnixForm(platform, arguments);
+    return arguments.empty() || IsSlashForm(arguments) ? RunSlashForm(platform, arguments)
+                                                       : RunUnixForm(platform, arguments);
 }

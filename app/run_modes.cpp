@@ -5,7 +5,7 @@
 #include "app/command_line_parser.h"
 #include "app/command_line_runs.h"
 #include "app/settings_location.h"
-#include "common/base/text_encoding.h"
+#include "app/start.h"
 #include "common/log_message.h"
 #include "common/path_tokens.h"
 #include "common/process_state.h"
@@ -13,22 +13,22 @@
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kClearHistoryAlone = 15;  // a line shorter than this holds nothing else
+constexpr int kTrouble = 2;
 
-RunOutcome RefusedLine(ProcessState& process, const std::string& line,
-                       CommandLineRequest& request) {
-    const std::string_view trimmed = Trim(line);
-    if (request.bClearHistory && trimmed.size() < kClearHistoryAlone)
-        return {RunMode::Interactive, 0};
-    if (line.find("/?") != std::string::npos)
-        return {RunMode::Nothing, 0};
-    if (trimmed.empty()) {
-        request.bShowMessages = true;
-        process.telling.manner.bShowMessages = true;
-        return {RunMode::Interactive, 0};
+RunOutcome RunLine(ProcessState& process, CommandLineRequest& request, frmMainMDI& frame) {
+    process.gbCommandLineRunning = true;
+    frame.Load();
+    frame.Window().SetState(WindowState::Minimised);
+    const bool ran = RunCommandLine(process, frame, {request, Silence::Silent, {}});
+    RunOutcome outcome{RunMode::CommandLine, ran ? 0 : kTrouble};
+    if (ran && request.bExitWhenDone && request.bExitCodeIsCount)
+        outcome.exit_code = ExitCodeOf(process.glDifferencesFound);
+    if (!request.bExitWhenDone) {
+        process.gbCommandLineRunning = false;
+        frame.ShowAfterRun(request.lWindowState);
+        outcome.mode = RunMode::Interactive;
     }
-    LogMessage(process, "Missing required command line argument(s)");
-    return {RunMode::Nothing, 0};
+    return outcome;
 }
 
 }  // namespace
@@ -51,23 +51,25 @@ RunOutcome Main(ProcessState& process, const std::string& raw_line, CommandLineR
     StartServices(process);
     process.gbCommandLineRunning = false;
     std::string line = raw_line;
-    if (!ParseCommandLine(process, line, raw_line, request))
-        return RefusedLine(process, raw_line, request);
-
-    process.gbCommandLineRunning = true;
-    frame.SetState(WindowState::Minimised);
-    RunCommandLineFileCompare(process, frame, request);
-    RunOutcome outcome{RunMode::CommandLine, 0};
-    if (request.bExitWhenDone && request.bExitCodeIsCount)
-        outcome.exit_code = ExitCodeOf(process.glDifferencesFound);
-    if (!request.bExitWhenDone) {
-        process.gbCommandLineRunning = false;
-        frame.SetState(WindowState::Normal);
-        if (request.lWindowState != -1)
-            frame.SetState(static_cast<WindowState>(request.lWindowState));
-        outcome.mode = RunMode::Interactive;
+    const bool parsed = ParseCommandLine(process, line, raw_line, request);
+    const StartDecision decision = WhatToDo(raw_line, request, parsed);
+    request.bShowMessages = request.bShowMessages || decision.show_messages;
+    process.telling.manner.sLogFile = request.sLogFile;
+    process.telling.manner.bShowMessages = request.bShowMessages;
+    process.bHistoryOff = request.bClearHistory;
+    switch (decision.action) {
+        case StartAction::Run:
+            return RunLine(process, request, frame);
+        case StartAction::ShowFrame:
+            frame.Load();
+            return {RunMode::Interactive, 0};
+        case StartAction::Refuse:
+            LogMessage(process, "Missing required command line argument(s)");
+            break;
+        case StartAction::Nothing:
+            break;
     }
-    return outcome;
+    return {RunMode::Nothing, 0};
 }
 
 }  // namespace zorvane

@@ -1,5 +1,4 @@
-// The entry of the slash form: finds the settings, reads the line, and decides how the process
-// lives.
+// The entry of the slash form: finds the settings, reads the line, and lives as it says.
 #pragma once
 
 #include <string>
@@ -13,7 +12,7 @@ struct ProcessState;
 
 /// How a start ended, for whoever ends the process.
 enum class RunMode {
-    Interactive,  ///< the frame is to be shown; without a window there is nothing to show
+    Interactive,  ///< the frame is open and lives on; without windows there is nothing to show
     CommandLine,  ///< a run was made, and the process ends
     Nothing       ///< help was opened, or the arguments were refused
 };

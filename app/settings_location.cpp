@@ -59,6 +59,8 @@ bool ProbeSettingsFile(const std::string& path) {
 }
 
 void LocateSettingsFile(ProcessState& process, std::chrono::milliseconds lock_patience) {
+    if (!process.gsSettingsFile.empty())
+        return;
     const std::string roaming = process.platform.folders->GetSpecialFolder(kRoamingData);
     process.gsDataFolder = roaming + "\\Tarnwick, Inc\\Zorvane";
     const std::string candidate = process.gsDataFolder + "\\Zorvane.INI";

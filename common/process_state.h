@@ -1,6 +1,7 @@
 // The process-wide record, made in `Main` and passed by reference.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -24,10 +25,14 @@ struct ProcessState {
     std::string gsAppDataFolder;
     /// Of `gsSettingsFile`. Who goes on to use the one that was read shares it: `/+` opens another.
     std::shared_ptr<IniProfile> settings = MakeMemoryIniProfile();
-    bool gbCommandLineRunning = false;  ///< a command-line run owns the process: no dialogs
+    /// A command-line run owns the process: the frame restores no viewers and does not end the
+    /// process. Who asks and shows nothing is told by the viewer of the run, not by this.
+    bool gbCommandLineRunning = false;
+    bool bHistoryOff = false;  ///< `/CLEARHISTORY` at the start: no viewer keeps recent items
     bool gbAutomationHosted = false;
     bool gbFrameClosing = false;
-    std::int32_t glDifferencesFound = 0;
+    /// Of the last run that ended; an automation client reads it at any time.
+    std::atomic<std::int32_t> glDifferencesFound = 0;
     std::string sHelpFile;
     std::string sHelpWebRoot;
     std::string sQuickStartFile;

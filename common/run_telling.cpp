@@ -34,6 +34,11 @@ void RunTelling::Stop() {
     stopped_ = runs_ > 0;
 }
 
+bool RunTelling::InRun() const {
+    const std::lock_guard lock(guard_);
+    return runs_ > 0;
+}
+
 void RunTelling::EndRun() {
     std::vector<std::string> boxes;
     {

@@ -48,12 +48,13 @@ class RunTelling {
     /// from any thread; without a run it does nothing.
     void Stop();
     void EndRun();
+    bool InRun() const;
 
   private:
     friend class MessageHold;
 
     MessageSink& sink_;
-    std::mutex guard_;  ///< over all below
+    mutable std::mutex guard_;  ///< over all below
     int runs_ = 0;
     bool stopped_ = false;
     std::vector<std::string> boxes_;           ///< for the end of the run

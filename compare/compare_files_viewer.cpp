@@ -70,7 +70,7 @@ void frmCompareFiles::ReadIniFile() {
     settings_ = DefaultCompareFilesSettings(process_.gsDataFolder);
     ReadCompareFilesSettings(file, sDescription_, settings_);
     for (clsMRU* list : {&recent_files_.original, &recent_files_.modified, &TextFileExtensions_})
-        list->bHistoryOff = request_.bClearHistory;
+        list->bHistoryOff = request_.bClearHistory || process_.bHistoryOff;
     recent_files_.original.Setup(kMostRecentFiles, file, sDescription_ + "mruOriginal", "-1");
     recent_files_.modified.Setup(kMostRecentFiles, file, sDescription_ + "mruModified", "-1");
     TextFileExtensions_.Setup(kMostExtensions, file, sDescription_ + "TextFileExtensions",
@@ -106,6 +106,16 @@ void frmCompareFiles::SaveIniFile() {
         if (settings_file_ == options_file)
             break;
     }
+}
+
+std::vector<std::string> frmCompareFiles::FileNames() const {
+    return {options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+}
+
+void frmCompareFiles::Close() {
+    window_.CloseDialogs();
+    SaveIniFile();
+    loader_.Page().putOptimizeForSpeed(false);  // lets go of an office suite
 }
 
 void frmCompareFiles::ApplyFont() {

@@ -12,6 +12,7 @@
 #include "common/base/side.h"
 #include "common/run_telling.h"
 #include "compare/compare_run.h"
+#include "compare/viewer.h"
 #include "compare/viewer_editors.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
@@ -25,7 +26,7 @@ namespace zorvane {
 /// A run whose result nobody looks at in editors marks none.
 enum class BuildViews { Yes, No };
 
-class frmCompareFiles : private ReportSource {
+class frmCompareFiles : public Viewer, private ReportSource {
   public:
     /// The process and the window are borrowed and outlive the viewer; the request is copied.
     frmCompareFiles(ProcessState& process, const CommandLineRequest& request,
@@ -33,11 +34,16 @@ class frmCompareFiles : private ReportSource {
 
     // ---- life ----
     /// Names the viewer and reads its settings section.
-    void Setup(const std::string& sDescription, bool load);
-    void ReadIniFile();
+    void Setup(const std::string& sDescription, bool load) override;
+    void ReadIniFile() override;
     /// Writes its section; nothing without a name.
-    void SaveIniFile();
-    const std::string& Description() const { return sDescription_; }
+    void SaveIniFile() override;
+    const std::string& Description() const override { return sDescription_; }
+    ViewerKind Kind() const override { return ViewerKind::CompareFiles; }
+    std::vector<std::string> FileNames() const override;
+    void Activate() override { window_.Activate(); }
+    bool MayClose() override { return window_.ConfirmClose(); }
+    void Close() override;
 
     // ---- the command line of a run ----
     /// From here to the end the viewer works for a command line: its log file and messages (which
@@ -80,7 +86,8 @@ class frmCompareFiles : private ReportSource {
     void LookForMoves(bool on) { find_moves_ = on; }
     /// Compares the two texts. A failure has been told; an abort is one of its own.
     Status RunDocumentEngine();
-    void Abort() {
+    bool Busy() const override { return telling_.InRun(); }
+    void Abort() override {
         mbAbortRequested_ = true;
         telling_.Stop();
     }

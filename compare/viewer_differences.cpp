@@ -133,12 +133,14 @@ void frmCompareFiles::UpdateStatusBar() {
 // ---- reports ----
 
 ReportResult frmCompareFiles::CreateReport(std::string& file, ReportType type, std::int32_t style) {
+    const TellingRun run(telling_);
     return zorvane::CreateReport(*this, file, type, style);
 }
 
 ReportResult frmCompareFiles::CreateReportGUI(Launch launch, const std::string& file) {
     if (mbCompareBusy_)
         return ReportResult::Busy;
+    const TellingRun run(telling_);
     return zorvane::CreateReportGUI(*this, launch, file);
 }
 

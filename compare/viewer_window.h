@@ -42,6 +42,12 @@ class CompareFilesWindow : public LoadQuestions {
     virtual void SelectInDifferenceList(std::int32_t index) = 0;  ///< 0-based
     virtual void EnableNavigation(const NavigationButtons& buttons) = 0;
     virtual void FlashFrame() = 0;
+    /// Shows the viewer and gives it the focus.
+    virtual void Activate() = 0;
+    /// Asks about edits that are not saved; false when the user wants to stay.
+    virtual bool ConfirmClose() = 0;
+    /// The viewer goes: find and replace, and whatever else of it is open.
+    virtual void CloseDialogs() = 0;
 };
 
 /// Shows nothing, never asks, answers no.
@@ -64,6 +70,9 @@ class SilentWindow : public CompareFilesWindow {
     void SelectInDifferenceList(std::int32_t) override {}
     void EnableNavigation(const NavigationButtons&) override {}
     void FlashFrame() override {}
+    void Activate() override {}
+    bool ConfirmClose() override { return true; }
+    void CloseDialogs() override {}
 };
 
 }  // namespace zorvane

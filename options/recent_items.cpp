@@ -33,6 +33,7 @@ void clsMRU::Setup(std::int32_t lMaxItems, IniProfile& file, const std::string& 
 void clsMRU::ShutDown() {
     WriteCollectionToIniFile();
     items_.clear();
+    dirty_ = false;  // or a second end would write the empty list over this one
 }
 
 bool clsMRU::bItemExistsInMRU(std::string_view item, bool ignoreCase) const {

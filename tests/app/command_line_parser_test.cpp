@@ -121,8 +121,7 @@ TEST_F(CommandLineParserTest, ANumberThatIsNoneMakesTheLineUnusable) {
 }
 
 TEST_F(CommandLineParserTest, AWordProcessorReportNeedsAllInOne) {
-    process.telling.manner.sLogFile = fakes.folder.Path("log");
-    EXPECT_FALSE(ParseSwitches("/R4"));
+    EXPECT_FALSE(ParseSwitches("/R4 /L " + Backslashed(fakes.folder.Path("log"))));
     EXPECT_NE(fakes.folder.Read("log").find("Document report type is only available for ALL IN ONE "
                                             "format (use /F1)."),
               std::string::npos);
@@ -136,7 +135,7 @@ TEST_F(CommandLineParserTest, TellsEachMissingFile) {
     EXPECT_TRUE(text.starts_with(std::string(29, '-') + "Zorvane-------\r\nDate: ")) << text;
     EXPECT_TRUE(
         text.ends_with("Invalid Source file specified\r\nInvalid Master file specified\r\n"));
-    EXPECT_FALSE(Parse("/D /M \\no\\a /S " + Backslashed(fakes.folder.Path())));
+    EXPECT_FALSE(Parse("/L " + log + " /D /M \\no\\a /S " + Backslashed(fakes.folder.Path())));
     EXPECT_TRUE(fakes.folder.Read("log").ends_with("Invalid Master folder specified\r\n"));
 }
 

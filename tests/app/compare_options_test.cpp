@@ -51,7 +51,8 @@ class CommandOptionsTest : public ::testing::Test {
         };
         ProcessState process(fakes_.platform);
         CommandLineRequest request;
-        frmMainMDI frame(process, request, [] { return std::make_unique<SilentWindow>(); });
+        SilentFrame window;
+        frmMainMDI frame(process, window, SilentViewers(process));
         Main(process,
              "/M " + path("o.txt") + " /S " + path("m.txt") + " /L " + path("log") + " /T " +
                  path("r.txt") + " /R2 /X " + switches,

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "app/automation.h"
 #include "app/command_line_runs.h"
 #include "app/settings_location.h"
 #include "common/process_state.h"
@@ -17,9 +16,7 @@ namespace {
 
 class RunModesTest : public ::testing::Test {
   protected:
-    RunModesTest()
-        : process(fakes.platform),
-          frame(process, request, [] { return std::make_unique<SilentWindow>(); }) {
+    RunModesTest() : process(fakes.platform), frame(process, frame_window, SilentViewers(process)) {
         fakes.folder.Write("a.txt", "one\ntwo words\nthree\n");
         fakes.folder.Write("b.txt", "one\n2 words\nthree\nfour\n");
     }
@@ -41,6 +38,7 @@ class RunModesTest : public ::testing::Test {
     FakePlatform fakes;
     ProcessState process;
     CommandLineRequest request;
+    SilentFrame frame_window;
     frmMainMDI frame;
 };
 
@@ -145,32 +143,42 @@ TEST_F(RunModesTest, DecidesWhatARefusedLineMeans) {
     }
 }
 
-TEST_F(RunModesTest, AutomationDrivesTheSameRun) {
-    std::vector<std::pair<std::string, std::int32_t>> events;
-    clsZorvane client(process, request, frame, [&](const std::string& message, std::int32_t code) {
-        events.emplace_back(message, code);
-    });
-    std::string line = Line("/X");
-    EXPECT_EQ(client.DoCommandLine(line), 0);
-    EXPECT_EQ(client.NumDifferencesFound(), 2);
-    line.clear();
-    EXPECT_EQ(client.DoCommandLine(line), -2);
-    line = "/M only";
-    EXPECT_EQ(client.DoCommandLine(line), -3);
-    ASSERT_EQ(events.size(), 2U);
-    EXPECT_EQ(events[0], std::pair(std::string("Command line is empty"), -2));
-    EXPECT_EQ(events[1].second, -3);
-    frame.UnloadAll();
+TEST_F(RunModesTest, FoldersAreToldWhereThereIsNoViewer) {
+    testing::internal::CaptureStderr();
+    const std::string folder = Path("");
+    const RunOutcome outcome = Run("/D /X /M " + folder + " /S " + folder);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "zorvane: Compare Folders: This program does not have this kind of viewer.\n");
+    EXPECT_EQ(outcome.exit_code, 2);
 }
 
-TEST_F(RunModesTest, NumbersViewersByTheirCount) {
+TEST_F(RunModesTest, SilenceEndsWithTheRun) {
+    Main(process, Line("/WS 2"), request, frame);
+    EXPECT_EQ(frame_window.State(), WindowState::Maximised);
+    EXPECT_FALSE(process.gbCommandLineRunning);
+    EXPECT_FALSE(frame.frmGetCFNumber(1)->Telling().manner.bSilent);
+    EXPECT_EQ(frame.OpenScreens()[0].files,
+              (std::vector<std::string>{Path("a.txt"), Path("b.txt")}));
+    RunOutcome ends = Main(process, Line("/X"), request, frame);
+    EXPECT_EQ(ends.mode, RunMode::CommandLine);
+    EXPECT_TRUE(frame.frmGetCFNumber(2)->Telling().manner.bSilent);
+    EXPECT_FALSE(frame.frmGetCFNumber(1)->Telling().manner.bSilent) << "the user's own viewer";
+}
+
+TEST_F(RunModesTest, HistoryStaysOutOfUseForTheWholeSession) {
+    ProcessState before(fakes.platform);
+    LocateSettingsFile(before);
+    before.settings->Write("1_CompareFilemruOriginal", "1_CompareFilemruOriginal1", "old.txt");
+    ASSERT_TRUE(before.settings->Flush().ok());
+    Main(process, "/CLEARHISTORY", request, frame);
     frame.CreateNewCompareFilesForm();
-    EXPECT_EQ(frame.CreateNewCompareFilesForm().Description(), "2_CompareFile");
-    EXPECT_EQ(frame.frmGetCFNumber(1).Description(), "1_CompareFile");
-    EXPECT_EQ(frame.frmGetCFNumber(7).Description(), "3_CompareFile") << "made when there is none";
-    EXPECT_EQ(frame.NumberOpenScreens(), 3);
-    frame.UnloadAll();
-    EXPECT_EQ(frame.NumberOpenScreens(), 0);
+    frame.CloseFrame();
+    ProcessState after(fakes.platform);
+    LocateSettingsFile(after);
+    EXPECT_EQ(after.settings->Read("1_CompareFilemruOriginal", "1_CompareFilemruOriginal1", ""),
+              "old.txt");
+    EXPECT_EQ(after.settings->Read("2_CompareFilemruOriginal", "2_CompareFilemruOriginal1", "none"),
+              "none");
 }
 
 }  // namespace

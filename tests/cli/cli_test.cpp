@@ -37,7 +37,7 @@ class CliTest : public ::testing::Test {
         const std::string command =
             "cd '" + folder_.Path() + "' && env -i PATH=\"$PATH\" HOME='" + folder_.Path("home") +
             "' XDG_RUNTIME_DIR='" + folder_.Path("run") + "' TMPDIR='" + folder_.Path("tmp") +
-            "' " + environment_ + " '" + ZORVANE_PROGRAM + "' " + arguments + " <in >out 2>err";
+            "' " + environment_ + " '" + program_ + "' " + arguments + " <in >out 2>err";
         const int status = std::system(command.c_str());
         EXPECT_TRUE(WIFEXITED(status)) << "the program was ended by a signal";
         EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("tmp"))) << "temporary files are left";
@@ -46,6 +46,7 @@ class CliTest : public ::testing::Test {
 
     TempFolder folder_;
     std::string environment_ = "LANG=C.UTF-8";
+    std::string program_ = ZORVANE_PROGRAM;
 };
 
 TEST_F(CliTest, PrintsTheChanges) {
@@ -428,7 +429,47 @@ TEST_F(CliTest, TeachesAndTellsItsVersion) {
     EXPECT_NE(Run("compare --help").output.find("--ignore-regex"), std::string::npos);
     EXPECT_EQ(Run("--version").output.find("zorvane 0."), 0U);
     EXPECT_EQ(Run("frobnicate").status, 2);
-    EXPECT_EQ(Run("").status, 2);
+}
+
+TEST_F(CliTest, WithoutADisplayASessionIsATellingFailure) {
+    for (const char* line : {"", "/CLEARHISTORY"}) {
+        const Outcome run = Run(line);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.output, "");
+        EXPECT_NE(run.error.find("there is no display to open a window on"), std::string::npos)
+            << run.error;
+    }
+    environment_ += " DISPLAY=:9";
+    EXPECT_NE(Run("").error.find("the windows are not installed: the package zorvane-window"),
+              std::string::npos);
+    EXPECT_EQ(Run("old.txt new.txt").status, 1) << "as without a display";
+}
+
+// The program as installed, beside a stand-in for the one with the windows.
+TEST_F(CliTest, HandsWhatWantsAWindowToTheWindowProgram) {
+    namespace fs = std::filesystem;
+    for (const char* folder : {"bin", "libexec"})
+        fs::create_directories(folder_.Path(folder));
+    fs::copy_file(ZORVANE_PROGRAM, folder_.Path("bin/zorvane"));
+    program_ = folder_.Path("bin/zorvane");
+    folder_.Write("libexec/zorvane-window", "#!/bin/sh\nprintf '<%s>' \"$@\"\nexit 7\n");
+    fs::permissions(folder_.Path("libexec/zorvane-window"), fs::perms::owner_all);
+    const std::string run = "/M old.txt /S new.txt /L run.log";
+    EXPECT_EQ(Run(run).output, "") << "no display: it runs here";
+    const std::string log = folder_.Read("run.log");
+    environment_ += " WAYLAND_DISPLAY=w";
+    for (const auto& [line, given] : {std::pair<std::string, std::string>{"", "<>"},
+                                      {"/CLEARHISTORY", "</CLEARHISTORY>"},
+                                      {"old.txt 'new.txt'", "<old.txt><new.txt>"},
+                                      {run, "</M><old.txt></S><new.txt></L><run.log>"}}) {
+        const Outcome outcome = Run(line);
+        EXPECT_EQ(outcome.output, given);
+        EXPECT_EQ(outcome.status, 7);
+    }
+    EXPECT_EQ(folder_.Read("run.log"), log) << "the run here never began";
+    EXPECT_EQ(Run("compare -q old.txt new.txt").status, 1);
+    EXPECT_EQ(Run(run + " /X /G").status, 2);
+    EXPECT_GT(folder_.Read("run.log").size(), log.size());
 }
 
 }  // namespace
