@@ -13,8 +13,8 @@ struct ProcessState;
 /// Finds the settings file, proves that it can be written, and opens it as `process.settings`. Sets
 /// `gsSettingsFile` and `gsDataFolder`. With no usable place the program runs on defaults and loses
 /// what it writes: the path is then empty and the settings live in memory. Where another program
-/// keeps the file locked, that is told, and the settings are read from it all the same. Once found
-/// it stays.
+/// keeps the file locked, that is told, and the settings are read from it all the same. Once
+/// found it stays.
 void LocateSettingsFile(ProcessState& process,
                         std::chrono::milliseconds lock_patience = kSettingsLockPatience);
 
