@@ -165,7 +165,8 @@ void RichDocument::Type(std::u16string_view text) {
 }
 
 void RichDocument::TypeOver(std::u16string_view text) {
-    if (!selection_.Empty())
+    // A break is put in, not typed over a character.
+    if (!selection_.Empty() || text.find_first_of(u"\r\n") != std::u16string_view::npos)
         return Type(text);
     const CharPos caret = selection_.Caret();
     const TextRange over = CharactersBehind(text_, caret, CountCharacters(text));

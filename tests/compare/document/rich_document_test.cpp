@@ -287,9 +287,14 @@ TEST(RichDocument, TypesOverNoBreak) {
     document.MoveCaret(CharPos{1});
     document.TypeOver(u"x");
     EXPECT_EQ(document.Text(), u"ax\r\nb") << "a character, not a unit";
+    document.TypeOver(u"\r\n");
+    EXPECT_EQ(document.Text(), u"ax\r\n\r\nb") << "nor does one take a character";
+    document.Undo();
+    document.MoveCaret(CharPos{2});
     document.TypeOver(u"yz");
     EXPECT_EQ(document.Text(), u"axyz\r\nb");
     EXPECT_EQ(document.Selection(), At(4, 0));
+    document.Undo();
     document.Undo();
     EXPECT_EQ(document.Text(), u"a\xD83D\xDE00\r\nb");
 }

@@ -112,6 +112,20 @@ TEST(UndoList, TellsTheWholeRangeOfABatch) {
     EXPECT_EQ(text.text, u"01abc345679");
 }
 
+TEST(UndoList, AnUndoInsideABatchEndsItsEntry) {
+    Text text({});
+    text.Put(0, 0, u"a");
+    text.list.BeginBatch();
+    text.Put(1, 0, u"b");
+    text.Undo();
+    text.Put(1, 0, u"c");
+    text.list.EndBatch();
+    EXPECT_EQ(text.text, u"ac");
+    text.Undo();
+    EXPECT_EQ(text.text, u"a");
+    EXPECT_EQ(text.UndoAll(), 1);
+}
+
 TEST(UndoList, ABatchOfNothingIsNothing) {
     Text text({});
     text.list.BeginBatch();
