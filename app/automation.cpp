@@ -50,8 +50,7 @@ void clsZorvane::Submit(std::string line, Reply reply) {
         return;
     }
     waiting_.push_back({std::move(line), std::move(reply)});
-    if (!running_)
-        ServeWaiting();
+    ServeWaiting();
 }
 
 void clsZorvane::ServeWaiting() {

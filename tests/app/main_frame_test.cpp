@@ -121,7 +121,9 @@ struct PlaceRow {
 TEST_F(MainFrameTest, ADamagedPlaceIsTheFirstOne) {
     const PlaceRow rows[] = {
         {"Left", "-300.5", {-300.5F, 1000, 6500, 6500}, WindowState::Maximised},
+        {"Left", "nan", {}, WindowState::Maximised},
         {"Top", "x", {}, WindowState::Maximised},
+        {"Width", "inf", {}, WindowState::Maximised},
         {"Top", "7", {1000, 7, 6500, 6500}, WindowState::Maximised},
         {"Width", "0", {}, WindowState::Maximised},
         {"Width", "800", {1000, 1000, 800, 6500}, WindowState::Maximised},

@@ -171,7 +171,11 @@ TEST_F(RunModesTest, HistoryStaysOutOfUseForTheWholeSession) {
     before.settings->Write("1_CompareFilemruOriginal", "1_CompareFilemruOriginal1", "old.txt");
     ASSERT_TRUE(before.settings->Flush().ok());
     Main(process, "/CLEARHISTORY", request, frame);
-    frame.CreateNewCompareFilesForm();
+    for (frmCompareFiles* viewer : {frame.frmGetCFNumber(1), frame.CreateNewCompareFilesForm()}) {
+        viewer->Options().sFileOriginal.SetData(Path("a.txt"));
+        viewer->Options().sFileModified.SetData(Path("b.txt"));
+        viewer->RefreshDisplay(true, true);
+    }
     frame.CloseFrame();
     ProcessState after(fakes.platform);
     LocateSettingsFile(after);
