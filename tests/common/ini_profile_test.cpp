@@ -128,6 +128,19 @@ TEST(IniProfile, SeesWhatAnotherProgramWroteSince) {
     EXPECT_EQ(folder.Read("a.ini"), "[S]\r\nk=4\r\nmine=2\r\n");
 }
 
+TEST(IniProfile, WritesAKeyOnce) {
+    const TempFolder folder;
+    const auto first = OpenIniProfile(folder.Path("a.ini"));
+    const auto second = OpenIniProfile(folder.Path("a.ini"));
+    first->Write("S", "k", "1");
+    ASSERT_TRUE(first->Flush().ok());
+    second->Write("S", "k", "2");
+    ASSERT_TRUE(second->Flush().ok());
+    first->Write("S", "other", "1");
+    ASSERT_TRUE(first->Flush().ok());
+    EXPECT_EQ(folder.Read("a.ini"), "[S]\r\nk=2\r\nother=1\r\n") << "what is written is let go";
+}
+
 TEST(IniProfile, WaitsForALockButNotForEver) {
     using std::chrono::milliseconds;
     const TempFolder folder;
