@@ -189,8 +189,7 @@ TEST_F(RtbDocumentTest, WritesAParagraphALine) {
 
 TEST_F(RtbDocumentTest, ACharacterInTwoPiecesIsWrittenWhole) {
     Fill(u"a\xD83D\xDE00");
-    editor_.Replace({CharPos{2}, 0}, u"x");
-    editor_.Replace({CharPos{2}, 1}, u"");
+    editor_.Replace({CharPos{2}, 1}, u"\xDE00");
     ASSERT_EQ(editor_.TextPieces()[0].size(), 2U);
     EXPECT_EQ(document_.LineFileText(), "a😀\r\n");
     editor_.Replace({CharPos{2}, 1}, u"b");
@@ -203,9 +202,10 @@ class RawEditor : public MemoryEditor {
   public:
     using MemoryEditor::Text;
     std::u16string Text() const override { return raw_ ? front_ + back_ : MemoryEditor::Text(); }
-    std::array<std::u16string_view, 2> TextPieces() const override {
-        return raw_ ? std::array<std::u16string_view, 2>{front_, back_}
-                    : MemoryEditor::TextPieces();
+    using MemoryEditor::TextPieces;
+    std::vector<std::u16string_view> TextPieces(TextRange range) const override {
+        return raw_ ? std::vector<std::u16string_view>{front_, back_}
+                    : MemoryEditor::TextPieces(range);
     }
     void SetText(std::u16string_view text) override {
         raw_ = false;
