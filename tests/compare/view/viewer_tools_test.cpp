@@ -125,14 +125,14 @@ TEST_F(ViewerToolsTest, ComparesWhatIsSelected) {
                         View::SideBySide, "rtf"));
     viewer.Options().bIgnoreCase.SetData(true);
     viewer.Editors().rtbOriginal.editor.Select({CharPos{4}, 9});
-    viewer.Editors().rtbModified.editor.Select({CharPos{4}, 1});
+    viewer.Editors().rtbModified.editor.Select({CharPos{4}, 7});
     RecordingWindow other_window;
     frmCompareFiles other(process, request, other_window);
     other.Setup("2_CompareFile", true);
     CompareSelectedText(viewer, [] { return nullptr; });
     CompareSelectedText(viewer, [&] { return &other; });
     EXPECT_EQ(Notation(other.Editors().rtbOriginal.editor.Rich()), "[b:two] three");
-    EXPECT_EQ(Readable(other.Editors().rtbModified.editor.Text()), "2");
+    EXPECT_EQ(Readable(other.Editors().rtbModified.editor.Text()), "2 three");
     EXPECT_TRUE(other.Options().bIgnoreCase.Data());
     EXPECT_EQ(other.Options().sSectionName, "2_CompareFile") << "settings of its own";
     EXPECT_EQ(other.Differences().Count(), 1);
