@@ -9,8 +9,8 @@ constexpr std::int32_t kBreakLength = 2;
 
 struct Inserted {
     std::int32_t breaks = 0;
-    bool begins_in_break = true;  // of nothing too
-    bool ends_in_break = true;
+    bool begins_in_break = false;
+    bool ends_in_break = false;
 };
 
 Inserted LookAt(const Editor& editor, TextRange range) {
@@ -41,9 +41,9 @@ void RowsFollower::Reset() {
     rows_.Reset(side_, LookAt(editor_, {CharPos{0}, editor_.Length()}).breaks + 1);
 }
 
-// Where whole paragraphs come and go, those beside them are untouched: what begins at the start of
-// a paragraph and ends at the start of another leaves the second, what goes from end to end leaves
-// the first. Only an edit from the middle of one to the middle of another joins or parts some.
+// Where whole paragraphs come and go those beside them are untouched: the first is if nothing of it
+// goes and a break follows it, the last if nothing of it goes and a break stands in front of it.
+// Only an edit from the middle of one to the middle of another joins or parts some.
 void RowsFollower::Replaced(CharPos first, std::int32_t removed, std::int32_t inserted) {
     const CharPos old_end = first + removed;
     const Inserted now = LookAt(editor_, {first, inserted});
@@ -53,13 +53,15 @@ void RowsFollower::Replaced(CharPos first, std::int32_t removed, std::int32_t in
     const std::int32_t came = now.breaks;
     const bool from_start = blocks_.OfParagraph(head).first == first;
     const bool to_end = EndOf(tail) == old_end;
-    const bool leaves_tail =
-        from_start && blocks_.OfParagraph(tail).first == old_end && now.ends_in_break;
-    const bool leaves_head = to_end && EndOf(head) == first && now.begins_in_break;
+    const bool leaves_head = EndOf(head) == first && (inserted > 0 ? now.begins_in_break : to_end);
+    const bool leaves_tail = blocks_.OfParagraph(tail).first == old_end &&
+                             (inserted > 0 ? now.ends_in_break : from_start);
     if (removed == 0 && inserted == 0)
         return;
     if (went == 0 && came == 0) {
         Apply(head, 1, 1);
+    } else if (leaves_head && leaves_tail && went > 0 && came > 0) {
+        Apply(head + 1, went - 1, came - 1, false);
     } else if (leaves_tail) {
         Apply(head, went, came);
     } else if (leaves_head) {
