@@ -19,7 +19,11 @@ frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest
       request_(request),
       window_(window),
       editors_(*process.platform.sound),
-      conversions_(process.platform) {
+      conversions_(process.platform),
+      tools_(
+          editors_, window,
+          [this](std::string_view english) { return process_.Translate(english); },
+          [this] { return Busy(); }) {
     telling_.manner = process.telling.manner;
 }
 
@@ -49,6 +53,7 @@ void frmCompareFiles::Setup(const std::string& sDescription, bool load) {
     sDescription_ = sDescription;
     if (load)
         ReadIniFile();
+    tools_.SetSynchType(settings_.TextSynchType);
     ApplyFont();
 }
 
@@ -80,6 +85,7 @@ void frmCompareFiles::SaveIniFile() {
     if (sDescription_.empty())
         return;
     IniProfile& file = *process_.settings;
+    settings_.TextSynchType = tools_.Scrolls().TextSynchType();
     SaveCompareFilesSettings(file, sDescription_, settings_);
     options_.SaveStateToFile(file);
     recent_files_.original.ShutDown();

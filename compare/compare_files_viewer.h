@@ -14,9 +14,11 @@
 #include "app/command_line_request.h"
 #include "common/base/side.h"
 #include "common/run_telling.h"
+#include "compare/difference_list.h"
 #include "compare/run/compare_job.h"
 #include "compare/run/report_run.h"
 #include "compare/run/viewer_run.h"
+#include "compare/view/viewer_tools.h"
 #include "compare/viewer.h"
 #include "compare/viewer_editors.h"
 #include "compare/viewer_window.h"
@@ -142,15 +144,21 @@ class frmCompareFiles : public Viewer {
     void ShowFilter(ViewFilter filter);
 
     // ---- differences ----
-    const std::vector<std::string>& ListItems() const { return list_; }
+    const DifferenceList& Differences() const { return list_; }
     std::int32_t mlCurrentDifference() const { return mlCurrentDifference_; }
     void ShowDifference(bool bSyncList);
     void ShowDifferenceFirst() { MoveTo(1); }
     void ShowDifferencePrevious() { MoveTo(mlCurrentDifference_ - 1); }
     void ShowDifferenceNext() { MoveTo(mlCurrentDifference_ + 1); }
     void ShowDifferenceLast() { MoveTo(VXMacroDiff_.getDifferenceCount()); }
+    /// Asks for the number of a difference and goes there.
+    void tbShowDifferenceUnknown();
     void SelectListItem(std::int32_t index);
     void UpdateStatusBar();
+    void UpdateNavigationalDropDownListBox();
+
+    // ---- the shown editors ----
+    ViewerTools& Tools() { return tools_; }
 
     // ---- reports ----
     /// From the next run on the word-processor report has a head with these names, numbers at its
@@ -243,7 +251,7 @@ class frmCompareFiles : public Viewer {
     PerSide<SharedText> compared_texts_;
     LoadMemory load_memory_;
     RunCounters counters_;
-    std::vector<std::string> list_;
+    DifferenceList list_;
     std::optional<Revisions> shown_;  ///< nothing: there is no result yet
     bool mbSBSViewFresh_ = false;
     bool mbAIOViewFresh_ = false;
@@ -253,10 +261,12 @@ class frmCompareFiles : public Viewer {
     Revisions now_;
     View view_ = View::SideBySide;
     bool mbUpdatingList_ = false;
+    bool mbUpdatingFilter_ = false;
     std::int32_t mlCurrentDifference_ = -1;
     std::int32_t mlLastDifference_ = -1;
     bool closing_ = false;
     BuildViews views_ = BuildViews::Yes;
+    ViewerTools tools_;
     RunOn where_ = RunOn::ThisThread;
     std::chrono::milliseconds pump_interval_{33};
     std::unique_ptr<ViewerRun> run_;  ///< the one under way; the last member, so that it goes first

@@ -4,7 +4,6 @@
 
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"
-#include "compare/difference_list.h"
 
 namespace zorvane {
 
@@ -16,8 +15,10 @@ void frmCompareFiles::cmdChangeViewFormat_Click() {
     if (!IsEnabled(ViewerCommand::ChangeView))
         return;
     view_ = view_ == View::AllInOne ? View::SideBySide : View::AllInOne;
+    const bool was_updating = std::exchange(mbUpdatingFilter_, true);
     window_.ShowFilter(ViewFilter::All);
     window_.ShowView(view_);
+    mbUpdatingFilter_ = was_updating;
     if (view_ == View::AllInOne ? mbAIOViewFresh_ : mbSBSViewFresh_)
         return;
     Plan plan;
@@ -29,26 +30,23 @@ void frmCompareFiles::cmdChangeViewFormat_Click() {
 }
 
 void frmCompareFiles::ShowFilter(ViewFilter filter) {
+    if (mbUpdatingFilter_)
+        return;  // the window's own echo
     if (!IsEnabled(ViewerCommand::Filter))
         return;
+    mbUpdatingFilter_ = true;
     window_.ShowFilter(filter);
-    const auto show = [this](std::int32_t count, const char* words) {
-        window_.ShowStatus(StatusPanel::Main, std::to_string(count) + ": " + Translate(words));
-    };
-    switch (filter) {
-        case ViewFilter::All:
-            UpdateStatusBar();
-            return;
-        case ViewFilter::Additions:
-            show(mlAdditions(), "Number of additions");
-            return;
-        case ViewFilter::Changes:
-            show(mlChanges(), "Number of changes");
-            return;
-        case ViewFilter::Deletions:
-            show(mlDeletions(), "Number of deletions");
-            return;
+    mbUpdatingFilter_ = false;
+    window_.FocusEditor(ArrangementOf(view_, filter).focus);
+    if (filter == ViewFilter::All) {
+        UpdateStatusBar();
+        return;
     }
+    const std::int32_t count = filter == ViewFilter::Additions ? mlAdditions()
+                               : filter == ViewFilter::Changes ? mlChanges()
+                                                               : mlDeletions();
+    window_.ShowStatus(StatusPanel::Main,
+                       std::to_string(count) + ": " + Translate(FilterWords(filter)));
 }
 
 // ---- differences ----
@@ -58,6 +56,18 @@ void frmCompareFiles::MoveTo(std::int32_t number) {
         return;
     mlCurrentDifference_ = number;
     ShowDifference(true);
+    window_.FocusEditor(ShownEditor::Original);
+}
+
+void frmCompareFiles::tbShowDifferenceUnknown() {
+    const std::int32_t count = list_.Count();
+    if (count == 0) {
+        window_.ShowMessage(Translate("No differences to go to"), Translate("Error"));
+        return;
+    }
+    const std::int32_t number = window_.AskDifferenceNumber(mlCurrentDifference_, count);
+    if (number >= 1 && number <= count)
+        SelectListItem(number - 1);
 }
 
 void frmCompareFiles::SelectListItem(std::int32_t index) {
@@ -74,6 +84,8 @@ void frmCompareFiles::SelectRecord(const DifferenceRecord& record) {
     const ParagraphNumber last_modified{record.last_modified};
     editors_.rtbOriginal.document.SelectParagraphs(first_original, last_original, LastBreak::Keep);
     editors_.rtbModified.document.SelectParagraphs(first_modified, last_modified, LastBreak::Keep);
+    window_.RevealSelection(ShownEditor::Original);
+    window_.RevealSelection(ShownEditor::Modified);
     const auto only_scroll_to = [this](clsRTBDocument& document) {
         if (!options_.bSelectTextInDiffViewer.Data())
             document.RichTB().Select({document.RichTB().Selection().first, 1});
@@ -85,6 +97,7 @@ void frmCompareFiles::SelectRecord(const DifferenceRecord& record) {
         else
             merged.SelectParagraphs(first_original, last_original, LastBreak::Keep);
         only_scroll_to(merged);
+        window_.RevealSelection(ShownEditor::AllInOneDiff);
         return;
     }
     clsRTBDocument& left = editors_.rtbOriginalDiffFinal.document;
@@ -93,6 +106,8 @@ void frmCompareFiles::SelectRecord(const DifferenceRecord& record) {
     right.SelectParagraphs(first_modified, last_modified, LastBreak::Keep);
     only_scroll_to(left);
     only_scroll_to(right);
+    window_.RevealSelection(ShownEditor::OriginalDiffFinal);
+    window_.RevealSelection(ShownEditor::ModifiedDiffFinal);
 }
 
 void frmCompareFiles::ShowDifference(bool bSyncList) {
@@ -110,17 +125,29 @@ void frmCompareFiles::ShowDifference(bool bSyncList) {
         window_.SelectInDifferenceList(mlCurrentDifference_ - 1);
         mbUpdatingList_ = false;
     }
-    if (const auto record = VXMacroDiff_.GetDifference(RecordIndex{mlCurrentDifference_ - 1}))
+    if (const auto record = VXMacroDiff_.GetDifference(RecordIndex{mlCurrentDifference_ - 1})) {
+        const ViewerTools::Moving moving(tools_);
         SelectRecord(*record);
+    }
     window_.EnableNavigation(NavigationFor(mlCurrentDifference_, count));
     UpdateStatusBar();
     mlLastDifference_ = mlCurrentDifference_;
 }
 
 void frmCompareFiles::UpdateStatusBar() {
-    const RecordIndex index{mlCurrentDifference_ - 1};
-    if (const auto record = VXMacroDiff_.GetDifference(index))
-        window_.ShowStatus(StatusPanel::Main, DifferenceStatus(process_, index, *record));
+    const std::string text = list_.Status(mlCurrentDifference_ - 1);
+    if (!text.empty())
+        window_.ShowStatus(StatusPanel::Main, text);
+}
+
+// The lines are made when the list is unfolded, so there is nothing to fill and to wait for.
+void frmCompareFiles::UpdateNavigationalDropDownListBox() {
+    list_.Show(Compared(),
+               [this](std::string_view english) { return process_.Translate(english); });
+    tools_.TakeRows(Compared());
+    const bool was_updating = std::exchange(mbUpdatingList_, true);
+    window_.SetDifferenceList(list_);
+    mbUpdatingList_ = was_updating;
 }
 
 }  // namespace zorvane

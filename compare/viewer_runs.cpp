@@ -289,10 +289,7 @@ void frmCompareFiles::TakeView(CompareOutcome& outcome) {
     editors_.rtbDeletions.SetRich(std::move(outcome.deletions));
     editors_.rtbAdditions.SetRich(std::move(outcome.additions));
     editors_.rtbChanges.SetRich(std::move(outcome.changes));
-    list_ = std::move(outcome.list);
-    mbUpdatingList_ = true;
-    window_.SetDifferenceList(list_);
-    mbUpdatingList_ = false;
+    UpdateNavigationalDropDownListBox();
 }
 
 void frmCompareFiles::ShowResult(const Begun& begun, const CompareOutcome& outcome) {
@@ -308,7 +305,9 @@ void frmCompareFiles::ShowResult(const Begun& begun, const CompareOutcome& outco
     window_.EnableFilter(ViewFilter::Deletions, mlDeletions() > 0);
     window_.EnableFilter(ViewFilter::Additions, mlAdditions() > 0);
     window_.EnableFilter(ViewFilter::Changes, mlChanges() > 0);
+    mbUpdatingFilter_ = true;
     window_.ShowFilter(ViewFilter::All);
+    mbUpdatingFilter_ = false;
     if (IsStale())
         window_.ShowStatus(StatusPanel::Main, Translate("Diff View not fresh"));
     if (options_.bBeepWhenDone.Data())

@@ -171,7 +171,6 @@ class CompareJob {
         if (!ViewsWanted())
             return RunEnd::Finished;
         PassContext context = Context();
-        out_.list = DifferenceListLines(context);
         return BuildView(context, Wanted()) ? RunEnd::Finished : RunEnd::Aborted;
     }
 

@@ -59,7 +59,6 @@ struct EarlyOutcome {
     View view = View::SideBySide;
     PerSide<ResultText> side_by_side;
     ResultText all_in_one;
-    std::vector<std::string> list;
 };
 
 /// All of it is the run's own, but for what is borrowed for as long as the run goes on.
@@ -110,7 +109,6 @@ struct CompareOutcome {
     RichText deletions;  ///< the summaries, each with its head line
     RichText additions;
     RichText changes;
-    std::vector<std::string> list;
     RunCounters counters;
     std::uint32_t elapsed = 0;  ///< milliseconds
 };
