@@ -21,10 +21,14 @@ frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest
       editors_(*process.platform.sound),
       conversions_(process.platform) {
     telling_.manner = process.telling.manner;
+    editors_.rtbOriginal.editor.AddObserver(watch_original_);
+    editors_.rtbModified.editor.AddObserver(watch_modified_);
 }
 
 frmCompareFiles::~frmCompareFiles() {
     Close();
+    editors_.rtbOriginal.editor.RemoveObserver(watch_original_);
+    editors_.rtbModified.editor.RemoveObserver(watch_modified_);
 }
 
 // ---- the command line of a run ----
@@ -102,11 +106,11 @@ CharFormat frmCompareFiles::ViewerFormat() const {
 
 void frmCompareFiles::ApplyFont() {
     const CharFormat format = ViewerFormat();
-    for (DocumentEditor* entry :
+    for (ShownDocument* entry :
          {&editors_.rtbOriginal, &editors_.rtbModified, &editors_.rtbOriginalDiffFinal,
           &editors_.rtbModifiedDiffFinal, &editors_.rtbAIODiff})
         entry->editor.SetDefaultFormat(format);
-    for (MemoryEditor* summary :
+    for (RichDocument* summary :
          {&editors_.rtbDeletions, &editors_.rtbAdditions, &editors_.rtbChanges})
         summary->SetDefaultFormat(format);
 }
@@ -115,8 +119,13 @@ void frmCompareFiles::ApplyFont() {
 
 void frmCompareFiles::Close() {
     closing_ = true;
-    if (run_ != nullptr)
-        Abort();
+    if (run_ == nullptr)
+        return;
+    Abort();
+    // A run on this thread is further down this very stack; it ends by itself.
+    if (!run_->OnWorker())
+        return;
+    run_->Finish();
     run_.reset();
 }
 

@@ -51,8 +51,6 @@ class ReportRun : private ReportSource {
         MemoryEditor deletions;
         MemoryEditor changes;
         MemoryEditor scratch;
-        for (MemoryEditor* editor : {&all_in_one, &additions, &deletions, &changes, &scratch})
-            editor->SetUndoEnabled(false);
         scratch.SetDefaultFormat(texts.format);
         RichReportPieces pieces{Fill(texts.all_in_one, all_in_one),
                                 Fill(texts.additions, additions), Fill(texts.deletions, deletions),

@@ -7,10 +7,7 @@ RunEditors::RunEditors(Sound& sound) {
          {&rtbOriginal, &rtbModified, &rtbOriginalDiff, &rtbModifiedDiff, &rtbAIODiff,
           &rtbOriginalDiffTemp, &rtbModifiedDiffTemp, &rtbAIODiffTemp, &rtbScratch}) {
         entry->document.Setup(entry->editor, sound);
-        entry->editor.SetUndoEnabled(false);
     }
-    for (MemoryEditor* editor : {&rtbDeletions, &rtbAdditions, &rtbChanges})
-        editor->SetUndoEnabled(false);
 }
 
 }  // namespace zorvane
