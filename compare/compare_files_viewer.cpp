@@ -25,10 +25,14 @@ frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest
           [this](std::string_view english) { return process_.Translate(english); },
           [this] { return Busy(); }) {
     telling_.manner = process.telling.manner;
+    editors_.rtbOriginal.editor.AddObserver(watch_original_);
+    editors_.rtbModified.editor.AddObserver(watch_modified_);
 }
 
 frmCompareFiles::~frmCompareFiles() {
     EndWork();
+    editors_.rtbOriginal.editor.RemoveObserver(watch_original_);
+    editors_.rtbModified.editor.RemoveObserver(watch_modified_);
 }
 
 // ---- the command line of a run ----
@@ -112,11 +116,11 @@ CharFormat frmCompareFiles::ViewerFormat() const {
 
 void frmCompareFiles::ApplyFont() {
     const CharFormat format = ViewerFormat();
-    for (DocumentEditor* entry :
+    for (ShownDocument* entry :
          {&editors_.rtbOriginal, &editors_.rtbModified, &editors_.rtbOriginalDiffFinal,
           &editors_.rtbModifiedDiffFinal, &editors_.rtbAIODiff})
         entry->editor.SetDefaultFormat(format);
-    for (MemoryEditor* summary :
+    for (RichDocument* summary :
          {&editors_.rtbDeletions, &editors_.rtbAdditions, &editors_.rtbChanges})
         summary->SetDefaultFormat(format);
 }
@@ -136,8 +140,13 @@ std::vector<std::string> frmCompareFiles::FileNames() const {
 
 void frmCompareFiles::EndWork() {
     closing_ = true;
-    if (run_ != nullptr)
-        Abort();
+    if (run_ == nullptr)
+        return;
+    Abort();
+    // A run on this thread is further down this very stack; it ends by itself.
+    if (!run_->OnWorker())
+        return;
+    run_->Finish();
     run_.reset();
 }
 

@@ -107,6 +107,8 @@ class frmCompareFiles : public Viewer {
     void RunInBackground(bool on) { where_ = on ? RunOn::Worker : RunOn::ThisThread; }
     ViewerState State() const;
     bool Busy() const override { return run_ != nullptr; }
+    /// What is shown is the paragraph level of a run that goes on.
+    bool ShowsEarlyResult() const { return before_early_.has_value(); }
     /// A command that is not is refused by its function too.
     bool IsEnabled(ViewerCommand command) const;
     /// Brings the window up to date with the run: its texts, its questions, its result. True when
@@ -131,8 +133,6 @@ class frmCompareFiles : public Viewer {
     void Abort() override;
     /// After an option was changed: the view stays as it is until the next run.
     void OptionsChanged();
-    /// After a user's edit of one side.
-    void TextChanged(Side side) { ++now_.texts[side]; }
     /// Whether the shown result is of other texts or options than are there now.
     bool IsStale() const { return !shown_ || *shown_ != now_; }
     /// The word of the last run: a stopped one leaves the old result, of which no report is made.
@@ -181,6 +181,17 @@ class frmCompareFiles : public Viewer {
                    texts.modified == other.texts.modified && options == other.options;
         }
     };
+    /// Counts the edits of one side, whoever makes them.
+    class EditCounter : public DocumentObserver {
+      public:
+        explicit EditCounter(std::uint32_t& edits) : edits_(edits) {}
+        void Replaced(CharPos, std::int32_t, std::int32_t) override { ++edits_; }
+        void Reformatted(CharPos, std::int32_t) override { ++edits_; }
+        void Reset() override { ++edits_; }
+
+      private:
+        std::uint32_t& edits_;
+    };
     /// A run that is wanted.
     struct Plan {
         RunSource source = RunSource::Texts;
@@ -208,6 +219,7 @@ class frmCompareFiles : public Viewer {
     void EndRun();
     void ShowProgress();
     void ShowEarly(EarlyOutcome early);
+    void PutBackEarly();
     void HandOver(Begun& begun, CompareOutcome& outcome);
     void TakeLoad(const Begun& begun, CompareOutcome& outcome);
     void TakeTexts(Begun& begun, CompareOutcome& outcome);
@@ -253,12 +265,16 @@ class frmCompareFiles : public Viewer {
     RunCounters counters_;
     DifferenceList list_;
     std::optional<Revisions> shown_;  ///< nothing: there is no result yet
+    std::optional<EarlyOutcome> before_early_;  ///< what an early result stands in the place of
+    std::shared_ptr<const Comparison> early_comparison_;  ///< that the list tells of meanwhile
     bool mbSBSViewFresh_ = false;
     bool mbAIOViewFresh_ = false;
     RunEnd last_run_ = RunEnd::Finished;
     ReportResult last_report_ = ReportResult::Ok;
 
     Revisions now_;
+    EditCounter watch_original_{now_.texts.original};
+    EditCounter watch_modified_{now_.texts.modified};
     View view_ = View::SideBySide;
     bool mbUpdatingList_ = false;
     bool mbUpdatingFilter_ = false;
@@ -269,7 +285,7 @@ class frmCompareFiles : public Viewer {
     ViewerTools tools_;
     RunOn where_ = RunOn::ThisThread;
     std::chrono::milliseconds pump_interval_{33};
-    std::unique_ptr<ViewerRun> run_;  ///< the one under way; the last member, so that it goes first
+    std::shared_ptr<ViewerRun> run_;  ///< the one under way; the last member, so that it goes first
 };
 
 }  // namespace zorvane

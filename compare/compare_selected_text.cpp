@@ -13,8 +13,6 @@ void CompareSelectedText(frmCompareFiles& viewer,
     ViewerEditors& to = other->Editors();
     to.rtbOriginal.editor.SetRich(from.rtbOriginal.editor.SelectedRich());
     to.rtbModified.editor.SetRich(from.rtbModified.editor.SelectedRich());
-    for (const Side side : kBothSides)
-        other->TextChanged(side);
     const std::string own_section = other->Options().sSectionName;
     other->Options() = viewer.Options();
     other->Options().sSectionName = own_section;

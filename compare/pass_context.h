@@ -20,6 +20,8 @@ struct PassContext {
     /// The all-in-one text is for a report with a head: each record has a small number in front,
     /// and changes in a table stay in their cells.
     bool presented = false;
+    /// The words inside changed paragraphs are not known yet: each is marked as a whole.
+    bool paragraphs_only = false;
 
     MarkStyle Style(Mark mark) const { return StyleFor(options, mark); }
     MarkStyle SubParagraphStyle(Mark mark) const { return SubParagraphStyleFor(options, mark); }

@@ -29,6 +29,10 @@ class SectionPass {
 
     bool Run(std::size_t record) {
         const auto sections = context_.comparison.SectionsOf(record);
+        if (context_.paragraphs_only) {
+            MarkWhole();
+            return true;
+        }
         Show(RunStep::MarkSections, 0, sections.size());
         for (std::size_t i = sections.size(); i > 0; --i) {
             if (!context_.monitor.KeepGoing())
@@ -56,6 +60,13 @@ class SectionPass {
     Editor& modified_;
 
   private:
+    void MarkWhole() {
+        DetailRecord whole;
+        whole.original.end = original_.Length();
+        whole.modified.end = modified_.Length();
+        Mark(whole, 0, 0, true);
+    }
+
     void Section(const SectionDetail& section) {
         const auto letters = context_.comparison.CharactersOf(section);
         if (letters.empty()) {
@@ -63,6 +74,8 @@ class SectionPass {
             return;
         }
         for (std::size_t i = letters.size(); i > 0; --i) {
+            if (!context_.monitor.KeepGoing())
+                return;
             Mark(letters[i - 1], section.original.begin, section.modified.begin, true);
             Show(RunStep::MarkLetters, letters.size() - i + 1, letters.size());
         }

@@ -142,9 +142,9 @@ void frmCompareFiles::UpdateStatusBar() {
 
 // The lines are made when the list is unfolded, so there is nothing to fill and to wait for.
 void frmCompareFiles::UpdateNavigationalDropDownListBox() {
-    list_.Show(Compared(),
-               [this](std::string_view english) { return process_.Translate(english); });
-    tools_.TakeRows(Compared());
+    const Comparison& shown = early_comparison_ != nullptr ? *early_comparison_ : Compared();
+    list_.Show(shown, [this](std::string_view english) { return process_.Translate(english); });
+    tools_.TakeRows(shown);
     const bool was_updating = std::exchange(mbUpdatingList_, true);
     window_.SetDifferenceList(list_);
     mbUpdatingList_ = was_updating;

@@ -3,7 +3,7 @@
 namespace zorvane {
 
 ViewerEditors::ViewerEditors(Sound& sound) {
-    for (DocumentEditor* entry :
+    for (ShownDocument* entry :
          {&rtbOriginal, &rtbModified, &rtbOriginalDiffFinal, &rtbModifiedDiffFinal, &rtbAIODiff})
         entry->document.Setup(entry->editor, sound);
 }

@@ -2,21 +2,31 @@
 // them; what a run works in is in run/run_editors.h.
 #pragma once
 
-#include "compare/run/run_editors.h"
+#include "compare/document/rich_document.h"
+#include "compare/document/rtb_document.h"
 
 namespace zorvane {
+
+class Sound;
+
+/// An editor that is shown, with its numbered paragraphs. The user's edits can be undone; what a
+/// load or a run puts there cannot.
+struct ShownDocument {
+    RichDocument editor;
+    clsRTBDocument document;
+};
 
 struct ViewerEditors {
     explicit ViewerEditors(Sound& sound);
 
-    DocumentEditor rtbOriginal;  ///< what the user loaded or typed
-    DocumentEditor rtbModified;
-    DocumentEditor rtbOriginalDiffFinal;  ///< the side-by-side result
-    DocumentEditor rtbModifiedDiffFinal;
-    DocumentEditor rtbAIODiff;  ///< the all-in-one result
-    MemoryEditor rtbDeletions;  ///< the summaries
-    MemoryEditor rtbAdditions;
-    MemoryEditor rtbChanges;
+    ShownDocument rtbOriginal;  ///< what the user loaded or typed
+    ShownDocument rtbModified;
+    ShownDocument rtbOriginalDiffFinal;  ///< the side-by-side result
+    ShownDocument rtbModifiedDiffFinal;
+    ShownDocument rtbAIODiff;   ///< the all-in-one result
+    RichDocument rtbDeletions;  ///< the summaries
+    RichDocument rtbAdditions;
+    RichDocument rtbChanges;
 };
 
 }  // namespace zorvane

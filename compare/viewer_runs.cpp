@@ -69,7 +69,7 @@ SharedText frmCompareFiles::TextOf(Side side) {
     const bool unchanged = shown_ && shown_->texts[side] == now_.texts[side];
     if (unchanged && compared_texts_[side] != nullptr)
         return compared_texts_[side];
-    const DocumentEditor& entry =
+    const ShownDocument& entry =
         side == Side::Original ? editors_.rtbOriginal : editors_.rtbModified;
     return std::make_shared<const RichText>(entry.editor.Rich());
 }
@@ -130,7 +130,8 @@ void frmCompareFiles::StartCompare(Plan plan) {
 }
 
 void frmCompareFiles::StartRun(RunOn where, RunStep first, ViewerRun::Steps steps) {
-    run_ = std::make_unique<ViewerRun>(where, telling_, window_);
+    const auto run = std::make_shared<ViewerRun>(where, telling_, window_);
+    run_ = run;
     run_->first = first;
     run_->Control().Progress(first, 0);
     ShowProgress();
@@ -141,7 +142,7 @@ void frmCompareFiles::StartRun(RunOn where, RunStep first, ViewerRun::Steps step
                 window_.PumpEvents();
             },
             pump_interval_);
-    run_->Start(std::move(steps));
+    run->Start(std::move(steps));
     if (where == RunOn::ThisThread)
         EndRun();
 }
@@ -160,16 +161,18 @@ void frmCompareFiles::ShowProgress() {
 bool frmCompareFiles::Poll() {
     if (run_ == nullptr)
         return false;
-    ViewerRun* const polled = run_.get();
+    // A question may end with the closing of the viewer, which lets go of the run.
+    const std::shared_ptr<ViewerRun> polled = run_;
     polled->AnswerQuestions();
-    if (run_.get() != polled)
-        return true;  // a question ended with the viewer's closing
+    if (run_ != polled)
+        return true;
     ShowProgress();
     if (polled->Ended()) {
         EndRun();
         return true;
     }
-    if (std::optional<EarlyOutcome> early = polled->TakeEarly())
+    std::optional<EarlyOutcome> early = polled->TakeEarly();
+    if (early && !polled->Control().Stopped())
         ShowEarly(std::move(*early));
     return false;
 }
@@ -180,7 +183,7 @@ void frmCompareFiles::EndRun() {
     ShowProgress();  // what the last pass put there stays
     const std::function<void()> hand_over = run_->Finish();
     // The messages of the run are told when it goes, behind its result.
-    const std::unique_ptr<ViewerRun> ended = std::move(run_);
+    const std::shared_ptr<ViewerRun> ended = std::move(run_);
     if (!closing_)
         hand_over();
 }
@@ -193,6 +196,10 @@ void frmCompareFiles::HandOver(Begun& begun, CompareOutcome& outcome) {
         window_.ShowStatus(StatusPanel::Detail, outcome.detail);
     if (outcome.end != RunEnd::Aborted)
         TakeLoad(begun, outcome);
+    if (outcome.end != RunEnd::Finished)
+        PutBackEarly();
+    before_early_.reset();
+    early_comparison_.reset();
     if (outcome.end == RunEnd::Finished) {
         TakeTexts(begun, outcome);
         TakeView(outcome);
@@ -247,16 +254,17 @@ void frmCompareFiles::TakeLoad(const Begun& begun, CompareOutcome& outcome) {
 void frmCompareFiles::TakeTexts(Begun& begun, CompareOutcome& outcome) {
     load_memory_ = std::move(outcome.memory);
     for (const Side side : kBothSides) {
-        DocumentEditor& entry =
-            side == Side::Original ? editors_.rtbOriginal : editors_.rtbModified;
+        ShownDocument& entry = side == Side::Original ? editors_.rtbOriginal : editors_.rtbModified;
+        const bool edited = begun.revisions.texts[side] != now_.texts[side];
         if (outcome.loaded[side]) {
-            ++now_.texts[side];
-            begun.revisions.texts[side] = now_.texts[side];
             if (outcome.views_built)
                 entry.editor.SetRich(std::move(outcome.sources[side].text));
         } else if (outcome.viewer_font) {
+            const ProgrammeEdit not_the_users(entry.editor);
             entry.document.ChangeFontAll(settings_.sFontName, settings_.dFontSize);
         }
+        if (outcome.loaded[side] || !edited)
+            begun.revisions.texts[side] = now_.texts[side];  // what was just put there is no edit
         if (outcome.views_built && begun.revisions.texts[side] == now_.texts[side])
             entry.document.SetParagraphs(std::move(outcome.sources[side].paragraphs));
     }
@@ -274,7 +282,7 @@ void frmCompareFiles::TakeView(CompareOutcome& outcome) {
     counters_ = outcome.counters;
     if (!outcome.views_built)
         return;
-    const auto put = [](DocumentEditor& entry, ResultText& marked) {
+    const auto put = [](ShownDocument& entry, ResultText& marked) {
         entry.editor.SetRich(std::move(marked.text));
         entry.document.SetParagraphs(std::move(marked.paragraphs));
     };
@@ -315,8 +323,32 @@ void frmCompareFiles::ShowResult(const Begun& begun, const CompareOutcome& outco
     window_.FlashFrame();
 }
 
+// What was there is kept, in case the run is stopped.
 void frmCompareFiles::ShowEarly(EarlyOutcome early) {
-    (void)early;
+    EarlyOutcome before;
+    before.view = early.view;
+    const auto swap = [](ShownDocument& entry, ResultText& shown, ResultText& kept) {
+        kept = {entry.editor.TakeRich(), entry.document.TakeParagraphs()};
+        entry.editor.SetRich(std::move(shown.text));
+        entry.document.SetParagraphs(std::move(shown.paragraphs));
+    };
+    if (early.view == View::AllInOne) {
+        swap(editors_.rtbAIODiff, early.all_in_one, before.all_in_one);
+    } else {
+        swap(editors_.rtbOriginalDiffFinal, early.side_by_side.original,
+             before.side_by_side.original);
+        swap(editors_.rtbModifiedDiffFinal, early.side_by_side.modified,
+             before.side_by_side.modified);
+    }
+    before.comparison = std::exchange(early_comparison_, std::move(early.comparison));
+    UpdateNavigationalDropDownListBox();
+    before_early_ = std::move(before);
+}
+
+void frmCompareFiles::PutBackEarly() {
+    if (before_early_)
+        ShowEarly(std::move(*std::exchange(before_early_, std::nullopt)));
+    before_early_.reset();
 }
 
 }  // namespace zorvane

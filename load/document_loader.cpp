@@ -166,7 +166,7 @@ bool DocumentLoader::LoadFileIntoEditor(const std::string& sFile, EditorTarget t
     if (IsSide(target))
         RememberFile(SideOf(target), sFile);
     FillEditor(sFile, std::move(*bytes), target);
-    return true;
+    return KeepGoing();
 }
 
 std::optional<std::string> DocumentLoader::ReadForView(const std::string& sFile) {
@@ -199,7 +199,9 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     if (rich) {
         if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
             RewriteRichText(sFile, bytes);
-        RichText text = ReadRtf(bytes, beside);
+        RichText text = ReadRtf(bytes, beside, parts_.watcher);
+        if (!KeepGoing())
+            return;
         std::string().swap(bytes);
         if (remove_blank_lines) {
             NumberWithoutEmptyLines(text.text, beside);

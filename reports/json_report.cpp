@@ -61,7 +61,7 @@ class JsonWriter {
         out_ += "},\"characters\":{";
         AppendCounts(comparison_.character_counts, out_);
         out_ += "}},\n\"records\":[";
-        for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t i = 0; i < count && stop_.KeepGoing(); ++i)
             Record(i);
         out_ += count == 0 ? "],\n\"moves\":[" : "\n],\n\"moves\":[";
         for (std::size_t i = 0; i < comparison_.moves.size(); ++i)
@@ -185,6 +185,7 @@ class JsonWriter {
 
     const ReportModel& model_;
     const Comparison& comparison_;
+    StopCheck stop_{model_.watcher, kBetweenStops};
     std::string out_;
 };
 

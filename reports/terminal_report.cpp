@@ -58,7 +58,8 @@ class TerminalWriter {
     std::string Write() {
         Paint(kBold, "--- " + Shown(model_.names.original));
         Paint(kBold, "+++ " + Shown(model_.names.modified));
-        for (std::size_t i = 0; i < comparison_.records.size(); ++i)
+        StopCheck stop(model_.watcher, kBetweenStops);
+        for (std::size_t i = 0; i < comparison_.records.size() && stop.KeepGoing(); ++i)
             Record(i);
         out_ += "\n" + WriteVerdict(model_);
         return std::move(out_);

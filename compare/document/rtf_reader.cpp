@@ -69,12 +69,12 @@ struct Header {
 class Reader {
   public:
     /// `beside` may be null.
-    Reader(std::string_view bytes, std::vector<BesideItem>* beside)
-        : bytes_(bytes), beside_(beside) {}
+    Reader(std::string_view bytes, std::vector<BesideItem>* beside, RunWatcher* watcher)
+        : bytes_(bytes), beside_(beside), stop_(watcher) {}
 
     RichText Read() {
         BeginDocument();
-        while (at_ < bytes_.size())
+        while (at_ < bytes_.size() && stop_.KeepGoing())
             Step();
         Flush();
         beside_.Finish(Paragraph());
@@ -821,6 +821,7 @@ class Reader {
     std::u16string font_name_;
     Color color_;
     bool has_color_ = false;
+    StopCheck stop_;
 };
 
 std::string_view WithoutMark(std::string_view bytes) {
@@ -837,11 +838,11 @@ bool LooksLikeRtf(std::string_view bytes) {
 }
 
 RichText ReadRtf(std::string_view bytes) {
-    return Reader(WithoutMark(bytes), nullptr).Read();
+    return Reader(WithoutMark(bytes), nullptr, nullptr).Read();
 }
 
-RichText ReadRtf(std::string_view bytes, std::vector<BesideItem>& beside) {
-    return Reader(WithoutMark(bytes), &beside).Read();
+RichText ReadRtf(std::string_view bytes, std::vector<BesideItem>& beside, RunWatcher* watcher) {
+    return Reader(WithoutMark(bytes), &beside, watcher).Read();
 }
 
 }  // namespace zorvane

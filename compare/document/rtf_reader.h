@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/document/beside.h"
 #include "compare/document/rich_text.h"
 
@@ -22,6 +23,8 @@ bool LooksLikeRtf(std::string_view bytes);
 /// unknown destinations.
 RichText ReadRtf(std::string_view bytes);
 /// The same; what the text leaves out is added to `beside`, in its order, with its paragraphs.
-RichText ReadRtf(std::string_view bytes, std::vector<BesideItem>& beside);
+/// What a stop left of it is not whole.
+RichText ReadRtf(std::string_view bytes, std::vector<BesideItem>& beside,
+                 RunWatcher* watcher = nullptr);
 
 }  // namespace zorvane

@@ -37,11 +37,15 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
     }
     PerSide<CompareSide> sides;
     for (const Side side : kBothSides) {
+        sides[side].Watch(watcher);
         sides[side].Prepare(comparison.Lines(side), filter, options.ignore_empty_lines,
                             &line_words);
         comparison.ignored[side] = sides[side].LeftOut();
     }
+    if (!KeepGoing(watcher))
+        return Failure{std::string(kCompareStopped)};
     SectionSwitches sections;
+    sections.watcher = watcher;
     sections.tokens = {options.ignore_case, options.ignore_whitespace,
                        word_filter.IsIdentity() ? nullptr : &word_filter};
     sections.by_character = options.by_character;
@@ -49,11 +53,13 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
     const Side first = CanonicalFirst(comparison);
     const DocumentPairs pairs =
         PairDocuments(sides[first], sides[OtherSide(first)], options, sections, watcher);
-    if (pairs.stopped)
+    if (pairs.stopped || !KeepGoing(watcher))
         return Failure{std::string(kCompareStopped)};
     comparison.by_character = options.by_character;
     BuildComparison({{&sides.original, &sides.modified}, pairs, first == Side::Modified}, options,
                     sections, comparison);
+    if (!KeepGoing(watcher))
+        return Failure{std::string(kCompareStopped)};
     return comparison;
 }
 

@@ -6,6 +6,7 @@
 namespace zorvane {
 namespace {
 
+constexpr std::int64_t kBetweenStops = 256;  // paragraphs between two looks for a stop
 constexpr std::int32_t kLargerSectionGap = 3;  // unchanged lines that do not part two differences
 
 struct Places {
@@ -62,6 +63,7 @@ class ComparisonBuilder {
           pairs_(documents.pairs),
           options_(options),
           finder_(sections),
+          stop_(sections.watcher, kBetweenStops),
           out_(comparison) {
         for (std::size_t i = 0; i < pairs_.moves.size(); ++i) {
             for (const Side side : kBothSides)
@@ -83,8 +85,11 @@ class ComparisonBuilder {
              {at.modified, documents_.sides.modified->Count()}});
         if (options_.larger_sections)
             JoinNear();
-        for (const Item& item : items_)
+        for (const Item& item : items_) {
+            if (!stop_.KeepGoing(item.record.OriginalCount() + item.record.ModifiedCount()))
+                return;
             Emit(item);
+        }
         FinishMoves();
     }
 
@@ -324,6 +329,7 @@ class ComparisonBuilder {
     const DocumentPairs& pairs_;
     const CompareOptions& options_;
     SectionFinder finder_;
+    StopCheck stop_;
     Comparison& out_;
     PerSide<std::map<std::int32_t, std::size_t>> moves_;  // by their first place
     std::vector<Item> items_;

@@ -12,6 +12,7 @@ constexpr std::int32_t kManyEdits = 512;      // where there are no anchors
 constexpr std::int32_t kExhaustedEdits = 24;  // when the work budget is spent
 constexpr std::int64_t kBudgetPerLine = 256;
 constexpr std::int64_t kLeastBudget = std::int64_t{1} << 22;
+constexpr std::int64_t kEditsWork = 1 << 12;  // what a cut costs, as the stop is asked for
 constexpr std::int32_t kDeepestAnchors = 24;  // deeper parts are halved, so no input nests for ever
 constexpr std::array<std::int32_t, 4> kRunLengths = {1, 2, 4, 16};
 constexpr std::uint8_t kInOriginal = 1;
@@ -154,7 +155,7 @@ void DifferenceSearch::SplitByBest(const View whole) {
     while (!BitVectorLcs::Fits(originals.size(), modifieds.size())) {
         const std::optional<SplitPlace> place =
             middle_snake_.Find(originals, modifieds, EditLimit(), WhenTooExpensive::TakeBest);
-        if (!place)
+        if (!place || !stop_.KeepGoing(kEditsWork))
             return;
         const auto at_original = static_cast<std::size_t>(place->original);
         const auto at_modified = static_cast<std::size_t>(place->modified);
@@ -181,6 +182,8 @@ void DifferenceSearch::SolveLarge(View view) {
 }
 
 void DifferenceSearch::Solve(View view) {
+    if (!stop_.KeepGoing(static_cast<std::int64_t>(view.Size())))
+        return;
     view = Trim(view);
     if (view.original.empty() || view.modified.empty())
         return;

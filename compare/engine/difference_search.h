@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/engine/anchors.h"
 #include "compare/engine/bit_vector_lcs.h"
 #include "compare/engine/middle_snake.h"
@@ -31,6 +32,9 @@ class DifferenceSearch {
     void Run(std::span<const std::uint32_t> original, std::span<const std::uint32_t> modified,
              std::uint32_t number_count);
     const ChangedPlaces& Changed() const { return changed_; }
+
+    /// What is found when it stops is not whole. Borrowed.
+    void Watch(RunWatcher* watcher) { stop_ = StopCheck(watcher); }
 
   private:
     using Places = std::span<const std::int32_t>;
@@ -81,6 +85,7 @@ class DifferenceSearch {
     BitVectorLcs bit_vector_;
     MiddleSnake middle_snake_;
     AnchorFinder anchors_;
+    StopCheck stop_{nullptr};
 };
 
 }  // namespace zorvane

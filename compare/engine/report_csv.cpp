@@ -57,7 +57,8 @@ std::string WriteCsvReport(const ReportModel& model) {
     const Comparison& comparison = model.comparison;
     std::string out(kByteOrderMark);
     out += kHeader;
-    for (std::size_t i = 0; i < comparison.records.size(); ++i) {
+    StopCheck stop(model.watcher, kBetweenStops);
+    for (std::size_t i = 0; i < comparison.records.size() && stop.KeepGoing(); ++i) {
         const DifferenceRecord& record = comparison.records[i];
         out += std::to_string(i + 1) + "," + TypeText(record.type);
         for (const std::int32_t line : {record.first_original, record.last_original,

@@ -61,7 +61,8 @@ class HtmlWriter {
         if (page_.size() <= most)
             return;
         if (status_.ok())
-            status_ = target_(page_);
+            status_ = KeepGoing(model_.watcher) ? target_(page_)
+                                                : Failure{std::string(kReportStopped)};
         page_.clear();
     }
 
@@ -165,7 +166,8 @@ class HtmlWriter {
             return;
         page_ +=
             "<nav aria-label=\"Differences\"><details><summary>List of differences</summary><ol>\n";
-        for (std::int32_t number = 1; number <= std::min(Count(), kMostListed); ++number)
+        for (std::int32_t number = 1; number <= std::min(Count(), kMostListed) && status_.ok();
+             ++number)
             ListEntry(number);
         page_ += "</ol>";
         if (Count() > kMostListed)
@@ -209,6 +211,8 @@ class HtmlWriter {
     void Body() {
         PageRow at{1, 1};
         for (const DifferenceRecord& record : comparison_.records) {
+            if (!status_.ok())
+                return;
             // An addition or a deletion has its place behind the paragraph that it names.
             const bool addition = record.type == DifferenceType::Addition;
             const bool deletion = record.type == DifferenceType::Deletion;
@@ -286,7 +290,7 @@ class HtmlWriter {
     }
 
     void Rows(std::size_t begin, std::size_t end) {
-        for (std::size_t i = begin; i < end; ++i) {
+        for (std::size_t i = begin; i < end && status_.ok(); ++i) {
             BeginRun();
             ++run_rows_;
             rows_.Unchanged(unchanged_[i]);

@@ -48,6 +48,9 @@ std::string DescribeBeside(const BesideNote& note);
 /// One of the two places of a move, for people: "paragraph 12", "paragraphs 12 to 14".
 std::string MovedPlace(const Comparison& comparison, const Move& move, Side side);
 
+/// Records between two looks for a stop.
+inline constexpr std::int64_t kBetweenStops = 32;
+
 /// The reason of a report that was stopped.
 inline constexpr std::string_view kReportStopped = "stopped";
 

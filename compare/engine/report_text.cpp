@@ -169,7 +169,8 @@ std::string WriteTextReport(const ReportModel& model) {
     out += (model.comparison.same_files ? VerdictText(model.comparison)
                                         : SummaryText(model.comparison)) +
            "\r\n";
-    for (std::size_t i = 0; i < model.comparison.records.size(); ++i)
+    StopCheck stop(model.watcher, kBetweenStops);
+    for (std::size_t i = 0; i < model.comparison.records.size() && stop.KeepGoing(); ++i)
         AppendRecord(model.comparison, i, out);
     AppendBeside(model.comparison, out);
     return out;

@@ -1,5 +1,6 @@
 #include "compare/run/compare_job.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "common/log_message.h"
@@ -187,13 +188,45 @@ class CompareJob {
             const SharedText& rich = out_.texts[side];
             return std::shared_ptr<const std::u16string>(rich, &rich->text);
         };
-        Result<Comparison> compared =
-            CompareTexts({text_of(Side::Original), text_of(Side::Modified)}, asked, &watcher_);
+        const PerSide<std::shared_ptr<const std::u16string>> texts{text_of(Side::Original),
+                                                                   text_of(Side::Modified)};
+        ShowEarly(texts, asked);
+        Result<Comparison> compared = CompareTexts(texts, asked, &watcher_);
         if (!compared.ok())
             return compared.failure();
         out_.comparison = std::move(compared).value();
         TellBeside();
         return Status::Ok();
+    }
+
+    // Of a long text the paragraphs are shown before the words are looked for.
+    void ShowEarly(const PerSide<std::shared_ptr<const std::u16string>>& texts,
+                   CompareOptions asked) {
+        const std::int32_t paragraphs = std::max(editors_.rtbOriginal.document.ParagraphCount(),
+                                                 editors_.rtbModified.document.ParagraphCount());
+        if (!input_.show_early || !ViewsWanted() || paragraphs < kParagraphsOfEarlyResult)
+            return;
+        asked.find_sections = false;
+        asked.find_moves = false;
+        asked.faster = true;
+        Result<Comparison> found = CompareTexts(texts, asked, &watcher_);
+        if (!found.ok())
+            return;  // told by the compare that follows
+        EarlyOutcome early;
+        early.comparison = std::make_shared<const Comparison>(std::move(found).value());
+        PassContext context{editors_, *early.comparison, input_.options, out_.counters, monitor_,
+                            false,    true};
+        early.view = input_.view;
+        ViewWanted wanted = Wanted();
+        wanted.questions = nullptr;
+        if (!BuildView(context, wanted))
+            return;
+        if (input_.view == View::AllInOne)
+            early.all_in_one = Take(editors_.rtbAIODiff);
+        else
+            early.side_by_side = {Take(editors_.rtbOriginalDiff), Take(editors_.rtbModifiedDiff)};
+        input_.show_early(std::move(early));
+        watcher_.Progress(RunStep::Compare, 0);
     }
 
     void TellBeside() {

@@ -53,12 +53,13 @@ struct ResultText {
     Paragraphs paragraphs;
 };
 
-/// The paragraph level of a long compare, before the words are looked for.
+/// The paragraph level of a long compare, before the words are looked for. Not whole: it is shown
+/// until the result comes, and nothing is made from it.
 struct EarlyOutcome {
-    Comparison comparison;
     View view = View::SideBySide;
     PerSide<ResultText> side_by_side;
     ResultText all_in_one;
+    std::shared_ptr<const Comparison> comparison;  ///< of paragraphs, without words and moves
 };
 
 /// All of it is the run's own, but for what is borrowed for as long as the run goes on.

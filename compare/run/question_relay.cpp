@@ -55,6 +55,7 @@ void QuestionRelay::Answer(LoadQuestions& window) {
 void QuestionRelay::StopAsking() {
     const std::lock_guard guard(lock_);
     stopped_ = true;
+    question_ = nullptr;  // nobody is to be asked any more
     changed_.notify_all();
 }
 

@@ -47,13 +47,13 @@ class ViewerRun {
     // ---- from the thread of the viewer ----
     void Stop();
     bool Ended() const { return ended_; }
+    bool OnWorker() const { return where_ == RunOn::Worker; }
     void AnswerQuestions() { relay_.Answer(window_); }
     std::optional<EarlyOutcome> TakeEarly();
     /// Waits for the end of the thread and gives back what to do then.
     std::function<void()> Finish();
 
     RunTexts shown;                 ///< what the window shows of it
-    bool early_shown = false;       ///< the window shows a result without its words
     RunStep first = RunStep::None;  ///< what it is until it says more
 
   private:

@@ -85,7 +85,7 @@ void ViewerTools::RefreshStatusBarItems(ShownEditor editor) {
 }
 
 void ViewerTools::ChangeCurrentLine(bool bUp, View view) {
-    const auto scroll = [&](DocumentEditor& entry, ShownEditor editor) {
+    const auto scroll = [&](ShownDocument& entry, ShownEditor editor) {
         entry.document.ScrollRTB(bUp);
         window_.RevealSelection(editor);
     };

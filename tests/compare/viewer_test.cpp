@@ -46,7 +46,7 @@ TEST_F(FrmCompareFilesTest, BuildsOnlyWhatIsAskedFor) {
     EXPECT_EQ(viewer.VXMacroDiff().getDifferenceCount(), 5);
     EXPECT_EQ(viewer.mlChanges(), 5);
     ViewerEditors& editors = viewer.Editors();
-    for (const DocumentEditor* entry :
+    for (const ShownDocument* entry :
          {&editors.rtbOriginal, &editors.rtbModified, &editors.rtbOriginalDiffFinal,
           &editors.rtbModifiedDiffFinal, &editors.rtbAIODiff})
         EXPECT_EQ(entry->editor.Length(), 0);

@@ -10,6 +10,7 @@
 namespace zorvane {
 namespace {
 
+constexpr std::int64_t kBetweenStops = 64;   // paragraphs between two looks for a stop
 constexpr std::int32_t kMostHolders = 64;    // a run in more paragraphs leads nowhere
 constexpr std::int32_t kMostVisits = 512;    // entries looked at for one paragraph
 constexpr std::int64_t kGoodPart = 600;      // of the best partner's score, in thousandths
@@ -86,7 +87,9 @@ class PartnerFinder {
 
     template <class Call>
     void Run(std::int32_t most, Call call) {
-        for (std::int32_t paragraph = 0; paragraph < from_count_; ++paragraph) {
+        StopCheck stop(text_.Watcher(), kBetweenStops);
+        for (std::int32_t paragraph = 0; paragraph < from_count_ && stop.KeepGoing();
+             ++paragraph) {
             Collect(paragraph);
             Choose(paragraph, most, call);
         }
@@ -223,7 +226,10 @@ std::int64_t TotalScore(std::int64_t kept, std::int32_t likeness, bool equal) {
 std::vector<Candidate> FindCandidates(const StretchText& text, PairScorer& scorer,
                                       const CandidateSwitches& switches) {
     std::vector<Candidate> candidates;
+    StopCheck stop(text.Watcher(), kBetweenStops);
     for (const Place& place : FindPlaces(text, switches.most)) {
+        if (!stop.KeepGoing())
+            break;
         Candidate candidate{place.first(), place.second(),
                             text.Equal(place.first(), place.second())};
         PairScore score;

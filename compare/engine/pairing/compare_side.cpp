@@ -19,7 +19,10 @@ void CompareSide::Prepare(const LineText& lines, const LineFilter& filter, bool 
     std::string buffer;
     std::string utf8;
     std::u16string text;
+    StopCheck stop(watcher_);
     for (std::int32_t line = 0; line < lines.Count(); ++line) {
+        if (!stop.KeepGoing(lines.Units(line, line + 1)))
+            return;  // nothing of it is used
         utf8.clear();
         if (!identity) {
             lines.AppendUtf8(line, utf8);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/engine/line_filter.h"
 #include "compare/engine/line_text.h"
 
@@ -37,6 +38,9 @@ class CompareSide {
     /// Units of a stretch of places: how much there is to pair in it.
     std::int64_t Units(std::int32_t first, std::int32_t end) const;
     const LineText& Lines() const { return *lines_; }
+    /// Who may stop whatever is done with this side; to be set before `Prepare`. Borrowed.
+    void Watch(RunWatcher* watcher) { watcher_ = watcher; }
+    RunWatcher* Watcher() const { return watcher_; }
     /// The lines that were left out; empty when none can be.
     std::vector<bool> LeftOut() const;
 
@@ -47,6 +51,7 @@ class CompareSide {
     std::vector<std::int32_t> lines_of_;
     std::vector<std::string> keys_;
     bool leaves_out_ = false;
+    RunWatcher* watcher_ = nullptr;
 };
 
 }  // namespace zorvane

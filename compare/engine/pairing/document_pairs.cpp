@@ -10,6 +10,8 @@
 namespace zorvane {
 namespace {
 
+constexpr std::size_t kLongRecord = 1 << 16;
+
 class DocumentPairer {
   public:
     DocumentPairer(const CompareSide& first, const CompareSide& second,
@@ -45,6 +47,11 @@ class DocumentPairer {
     }
 
   private:
+    bool StillGoing() {
+        pairs_.stopped = pairs_.stopped || !zorvane::KeepGoing(watcher_);
+        return !pairs_.stopped;
+    }
+
     bool KeepGoing(std::int32_t place) {
         constexpr std::int64_t kUnitsBetween = 1 << 16;
         constexpr double kPairingPart = 0.9;
@@ -82,6 +89,8 @@ class DocumentPairer {
             return;
         }
         const StretchText text(first_, second_, range);
+        if (!StillGoing())
+            return;
         for (const PairedBlock& block : PairStretch(first_, second_, text, options_)) {
             if (!KeepGoing(block.range.first_begin))
                 return;
@@ -114,6 +123,9 @@ class DocumentPairer {
             const std::u16string second =
                 TextOfPlaces(second_, block.range.second_begin, block.range.second_end);
             finder_.Find(first, second, weights, pairs_.sections, pairs_.letters);
+            // One record may be the whole document: half of its sections are none.
+            if (first.size() + second.size() > kLongRecord)
+                StillGoing();
         }
         block.section_count =
             static_cast<std::uint32_t>(pairs_.sections.size()) - block.first_section;
@@ -146,7 +158,11 @@ class DocumentPairer {
         gap.second_end = second_.Count();
         if (!gap.Empty())
             gaps.push_back(gap);
+        if (!StillGoing())
+            return;
         for (const PlaceRange& move : FindMoves(first_, second_, gaps)) {
+            if (!StillGoing())
+                return;
             pairs_.moves.push_back({move, false});
             FindSections(pairs_.moves.back(), nullptr);
         }

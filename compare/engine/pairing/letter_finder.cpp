@@ -47,7 +47,7 @@ void LetterFinder::Cut(std::u16string_view text, bool ignore_case, Letters& lett
     letters.ids.clear();
     letters.begins.clear();
     std::size_t at = 0;
-    while (at < text.size()) {
+    while (at < text.size() && stop_.KeepGoing()) {
         const std::size_t begin = at++;
         if (at < text.size() && AreOne(text[begin], text[at]))
             ++at;
@@ -93,7 +93,7 @@ std::vector<AlignedPair> LetterFinder::AlignBySearch(std::size_t front, std::int
     const auto numbers_of = [&](std::u16string_view text, const Letters& letters,
                                 std::int32_t count) {
         std::vector<std::uint32_t> numbers;
-        for (std::int32_t i = 0; i < count; ++i) {
+        for (std::int32_t i = 0; i < count && stop_.KeepGoing(); ++i) {
             const std::size_t at = front + static_cast<std::size_t>(i);
             const std::u16string_view letter =
                 Part(text, letters.begins[at], letters.begins[at + 1]);
@@ -106,6 +106,8 @@ std::vector<AlignedPair> LetterFinder::AlignBySearch(std::size_t front, std::int
     };
     const std::vector<std::uint32_t> first = numbers_of(first_text_, first_, lefts);
     const std::vector<std::uint32_t> second = numbers_of(second_text_, second_, rights);
+    if (stop_.Stopped())
+        return {};
     return AlignCheaply(
         first, second, table.Count(), [](std::int32_t) { return kLetterKeep; }, kLetterChunkCost,
         search_);
@@ -143,6 +145,8 @@ void LetterFinder::Find(std::u16string_view first, std::u16string_view second,
     second_text_ = second;
     Cut(first, switches.ignore_case, first_);
     Cut(second, switches.ignore_case, second_);
+    if (stop_.Stopped())
+        return;
     std::vector<AlignedPair> pairs = Align();
     pairs.push_back({static_cast<std::int32_t>(first_.ids.size()),
                      static_cast<std::int32_t>(second_.ids.size())});

@@ -37,12 +37,18 @@ class LetterFinder {
     void Find(std::u16string_view first, std::u16string_view second, const LetterSwitches& switches,
               std::vector<FoundLetters>& found);
 
+    /// What is found when it stops is not whole. Borrowed.
+    void Watch(RunWatcher* watcher) {
+        stop_ = StopCheck(watcher);
+        search_.Watch(watcher);
+    }
+
   private:
     struct Letters {
         std::vector<std::uint32_t> ids;
         std::vector<std::int32_t> begins;  // one more than there are letters
     };
-    static void Cut(std::u16string_view text, bool ignore_case, Letters& letters);
+    void Cut(std::u16string_view text, bool ignore_case, Letters& letters);
     std::vector<AlignedPair> Align();
     /// The `lefts` and `rights` letters behind the first `front`, whose pairs count from there.
     std::vector<AlignedPair> AlignByTable(std::size_t front, std::int32_t lefts,
@@ -57,6 +63,7 @@ class LetterFinder {
     Letters second_;
     AffineTable table_;
     DifferenceSearch search_;
+    StopCheck stop_{nullptr};
 };
 
 }  // namespace zorvane

@@ -81,7 +81,7 @@ std::vector<AlignedPair> SectionFinder::AlignBySearch(std::int32_t front, std::i
     table.Clear(static_cast<std::size_t>(first_end) + static_cast<std::size_t>(second_end));
     const auto numbers_of = [&](const TokenizedText& text, std::int32_t end) {
         std::vector<std::uint32_t> numbers;
-        for (std::int32_t i = front; i < end; ++i) {
+        for (std::int32_t i = front; i < end && stop_.KeepGoing(); ++i) {
             const std::u16string_view key = text.Key(i);
             // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): hashed as bytes
             numbers.push_back(
@@ -91,6 +91,8 @@ std::vector<AlignedPair> SectionFinder::AlignBySearch(std::int32_t front, std::i
     };
     const std::vector<std::uint32_t> first = numbers_of(first_, first_end);
     const std::vector<std::uint32_t> second = numbers_of(second_, second_end);
+    if (stop_.Stopped())
+        return {};
     const auto keep = [&](std::int32_t i) {
         return first_.Tokens()[static_cast<std::size_t>(front) + static_cast<std::size_t>(i)].keep;
     };
@@ -128,8 +130,10 @@ std::vector<AlignedPair> SectionFinder::Align(const StretchText* weights) {
         back = std::max(0, back - kSlack);
         const std::int32_t first_end = first_.Count() - back;
         const std::int32_t second_end = second_.Count() - back;
-        first_.Weigh(std::max(0, front - 1), first_end, weights);
-        second_.Weigh(std::max(0, front - 1), second_end, weights);
+        first_.Weigh(std::max(0, front - 1), first_end, weights, stop_);
+        second_.Weigh(std::max(0, front - 1), second_end, weights, stop_);
+        if (stop_.Stopped())
+            return {};
         const std::int64_t cells =
             static_cast<std::int64_t>(first_end - front) * (second_end - front);
         middle = cells <= kMostCells ? AlignByTable(front, first_end, second_end)
@@ -183,8 +187,10 @@ void SectionFinder::Emit(UnitRange first, UnitRange second, std::vector<FoundSec
 void SectionFinder::Find(std::u16string_view first, std::u16string_view second,
                          const StretchText* weights, std::vector<FoundSection>& sections,
                          std::vector<FoundLetters>& letters) {
-    first_.Cut(first, switches_.tokens);
-    second_.Cut(second, switches_.tokens);
+    first_.Cut(first, switches_.tokens, stop_);
+    second_.Cut(second, switches_.tokens, stop_);
+    if (stop_.Stopped())
+        return;
     std::vector<AlignedPair> pairs = Align(weights);
     pairs.push_back({first_.Count(), second_.Count()});
     AlignedPair next;              // behind the pair before
@@ -194,6 +200,8 @@ void SectionFinder::Find(std::u16string_view first, std::u16string_view second,
                                      : text.Tokens()[static_cast<std::size_t>(token)].begin;
     };
     for (const AlignedPair& pair : pairs) {
+        if (!stop_.KeepGoing())
+            return;
         UnitRange left{begin_of(first_, next.first), begin_of(first_, pair.first)};
         UnitRange right{begin_of(second_, next.second), begin_of(second_, pair.second)};
         if (OnlyNothing(next.first, pair.first, next.second, pair.second))

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/engine/difference_search.h"
 #include "compare/engine/pairing/affine_table.h"
 #include "compare/engine/pairing/letter_finder.h"
@@ -23,7 +24,8 @@ struct FoundSection {
 struct SectionSwitches {
     TokenSwitches tokens;
     bool by_character = false;
-    bool larger = false;  ///< a chunk costs twice as much
+    bool larger = false;            ///< a chunk costs twice as much
+    RunWatcher* watcher = nullptr;  ///< what was found when it stopped is not whole
 };
 
 /// Fewest marked words and fewest chunks weighed against each other: keeping a word brings what it
@@ -34,7 +36,11 @@ struct SectionSwitches {
 /// its own. Ranges never begin or end between the halves of a break, and differ in their texts.
 class SectionFinder {
   public:
-    explicit SectionFinder(const SectionSwitches& switches) : switches_(switches) {}
+    explicit SectionFinder(const SectionSwitches& switches)
+        : switches_(switches), stop_(switches.watcher) {
+        search_.Watch(switches.watcher);
+        letters_.Watch(switches.watcher);
+    }
 
     /// Appends what differs, ascending. `weights` as `TokenizedText::Weigh` takes them.
     void Find(std::u16string_view first, std::u16string_view second, const StretchText* weights,
@@ -56,6 +62,7 @@ class SectionFinder {
               std::vector<FoundLetters>& letters);
 
     SectionSwitches switches_;
+    StopCheck stop_;
     TokenizedText first_;
     TokenizedText second_;
     AffineTable table_;

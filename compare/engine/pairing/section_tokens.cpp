@@ -63,19 +63,20 @@ std::size_t BehindSeparator(std::u16string_view text, std::size_t at, bool no_wo
 
 }  // namespace
 
-void TokenizedText::Cut(std::u16string_view text, const TokenSwitches& switches) {
+void TokenizedText::Cut(std::u16string_view text, const TokenSwitches& switches,
+                        StopCheck& stop) {
     text_ = text;
     tokens_.clear();
     keys_.clear();
     std::int32_t end = 0;
-    while (end < static_cast<std::int32_t>(text.size())) {
+    while (end < static_cast<std::int32_t>(text.size()) && stop.KeepGoing()) {
         CutOne(end, switches.ignore_whitespace);
         end = tokens_.back().end;
     }
     if (switches.filter == nullptr)
         return;
     keys_.resize(tokens_.size());
-    for (std::int32_t i = 0; i < Count(); ++i)
+    for (std::int32_t i = 0; i < Count() && stop.KeepGoing(); ++i)
         MakeKey(i, *switches.filter);
 }
 
@@ -111,8 +112,9 @@ void TokenizedText::MakeKey(std::int32_t index, const LineFilter& filter) {
     keys_[static_cast<std::size_t>(index)] = ToUtf16(filter.Key(utf8_, buffer_));
 }
 
-void TokenizedText::Weigh(std::int32_t begin, std::int32_t end, const StretchText* weights) {
-    for (std::int32_t index = begin; index < end; ++index) {
+void TokenizedText::Weigh(std::int32_t begin, std::int32_t end, const StretchText* weights,
+                          StopCheck& stop) {
+    for (std::int32_t index = begin; index < end && stop.KeepGoing(); ++index) {
         SectionToken& token = tokens_[static_cast<std::size_t>(index)];
         const std::u16string_view key = Key(index);
         token.border = BorderBehind(key, Separator(index));

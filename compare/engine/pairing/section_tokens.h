@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/engine/line_filter.h"
 #include "compare/engine/pairing/stretch_text.h"
 
@@ -34,10 +35,10 @@ struct TokenSwitches {
 class TokenizedText {
   public:
     /// The text is borrowed.
-    void Cut(std::u16string_view text, const TokenSwitches& switches);
+    void Cut(std::u16string_view text, const TokenSwitches& switches, StopCheck& stop);
     /// Fills hash, keep and border of the tokens from `begin` up to `end`. `weights`: of the
     /// stretch the text comes from; nullptr: words weigh by their kind alone.
-    void Weigh(std::int32_t begin, std::int32_t end, const StretchText* weights);
+    void Weigh(std::int32_t begin, std::int32_t end, const StretchText* weights, StopCheck& stop);
 
     const std::vector<SectionToken>& Tokens() const { return tokens_; }
     std::int32_t Count() const { return static_cast<std::int32_t>(tokens_.size()); }

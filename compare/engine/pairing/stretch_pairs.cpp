@@ -83,12 +83,16 @@ std::vector<PairedBlock> PairStretch(const CompareSide& first, const CompareSide
     const std::vector<Candidate> chain = WithoutLightIslands(
         BestChain(FindCandidates(text, scorer, {PartnersKept(text, options)}), text.SecondCount()),
         text);
+    if (!KeepGoing(text.Watcher()))
+        return {};
     std::vector<PairedBlock> blocks;
     blocks.reserve(chain.size());
     for (const Candidate& pair : chain)
         blocks.push_back({{pair.first, pair.first + 1, pair.second, pair.second + 1}, pair.equal});
     if (!options.faster)
         JoinSplits(text, scorer, blocks);
+    if (!KeepGoing(text.Watcher()))
+        return {};
     blocks = FillGaps({first, second, text, scorer}, blocks);
     if (!options.faster)
         JoinWrappedLines({first, second, text, scorer}, blocks);

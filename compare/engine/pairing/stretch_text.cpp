@@ -121,8 +121,8 @@ class WordHashes {
 
 class StretchText::Builder {
   public:
-    explicit Builder(std::size_t paragraphs)
-        : table_(std::make_shared<RunTable>(paragraphs * 8)), runs_(*table_) {
+    Builder(std::size_t paragraphs, RunWatcher* watcher)
+        : table_(std::make_shared<RunTable>(paragraphs * 8)), runs_(*table_), stop_(watcher) {
         lines_.Clear(paragraphs);
     }
 
@@ -136,7 +136,8 @@ class StretchText::Builder {
         side.numbers.push_back(lines_.NumberOf(from.Key(place)));
         const std::u16string_view text = from.KeyText(place, buffer_);
         cut_.clear();
-        CutIntoRuns(text, cut_);
+        if (stop_.KeepGoing(static_cast<std::int64_t>(text.size())))
+            CutIntoRuns(text, cut_, &stop_);
         AddRuns(side, text, is_first);
         ++holder_;
     }
@@ -162,6 +163,8 @@ class StretchText::Builder {
     void AddRuns(SideText& side, std::u16string_view text, bool is_first) {
         WordHashes hashes(text);
         for (const WordRun& run : cut_) {
+            if (!stop_.KeepGoing())
+                break;
             const std::uint32_t id = runs_.IdOf(run);
             RunTable::Entry& entry = runs_.Entries()[id];
             if (entry.last_holder != holder_) {
@@ -182,12 +185,14 @@ class StretchText::Builder {
     std::int32_t holder_ = 0;
     std::u16string buffer_;
     std::vector<WordRun> cut_;
+    StopCheck stop_;
 };
 
 StretchText::StretchText(const CompareSide& first, const CompareSide& second,
                          const PlaceRange& range)
-    : range_(range) {
-    Builder builder(static_cast<std::size_t>(range.FirstCount() + range.SecondCount()));
+    : range_(range), watcher_(first.Watcher()) {
+    Builder builder(static_cast<std::size_t>(range.FirstCount() + range.SecondCount()),
+                    first.Watcher());
     builder.Reserve(first_, static_cast<std::size_t>(range.FirstCount()));
     builder.Reserve(second_, static_cast<std::size_t>(range.SecondCount()));
     for (std::int32_t place = range.first_begin; place < range.first_end; ++place)
@@ -199,8 +204,9 @@ StretchText::StretchText(const CompareSide& first, const CompareSide& second,
 
 StretchText::StretchText(const CompareSide& first, const CompareSide& second,
                          std::span<const std::int32_t> first_places,
-                         std::span<const std::int32_t> second_places) {
-    Builder builder(first_places.size() + second_places.size());
+                         std::span<const std::int32_t> second_places)
+    : watcher_(first.Watcher()) {
+    Builder builder(first_places.size() + second_places.size(), first.Watcher());
     builder.Reserve(first_, first_places.size());
     builder.Reserve(second_, second_places.size());
     for (const std::int32_t place : first_places)

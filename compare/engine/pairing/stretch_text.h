@@ -37,6 +37,8 @@ class StretchText {
                 std::span<const std::int32_t> first_places,
                 std::span<const std::int32_t> second_places);
 
+    /// Who may stop whatever is done with it.
+    RunWatcher* Watcher() const { return watcher_; }
     std::int32_t FirstCount() const { return static_cast<std::int32_t>(first_.numbers.size()); }
     std::int32_t SecondCount() const { return static_cast<std::int32_t>(second_.numbers.size()); }
     const PlaceRange& Range() const { return range_; }
@@ -86,6 +88,7 @@ class StretchText {
     std::vector<std::int32_t> holders_;
     std::shared_ptr<const RunTable> table_;
     std::uint32_t number_count_ = 0;
+    RunWatcher* watcher_ = nullptr;
 };
 
 }  // namespace zorvane

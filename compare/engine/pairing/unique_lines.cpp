@@ -34,9 +34,12 @@ Numbered NumberLines(const CompareSide& first, const CompareSide& second, const 
     Numbered numbers;
     numbers.first.reserve(firsts);
     numbers.second.reserve(seconds);
-    for (std::int32_t place = range.first_begin; place < range.first_end; ++place)
+    StopCheck stop(first.Watcher());
+    for (std::int32_t place = range.first_begin; place < range.first_end && stop.KeepGoing();
+         ++place)
         numbers.first.push_back(table.NumberOf(first.Key(place)));
-    for (std::int32_t place = range.second_begin; place < range.second_end; ++place)
+    for (std::int32_t place = range.second_begin; place < range.second_end && stop.KeepGoing();
+         ++place)
         numbers.second.push_back(table.NumberOf(second.Key(place)));
     numbers.count = table.Count();
     return numbers;
@@ -72,7 +75,7 @@ std::vector<EqualRun> UniqueRuns(const Numbered& numbers, const PlaceRange& rang
 // A large gap between unique lines (copies of few lines, as in data): a shortest list of
 // differences finds its runs.
 void AppendShortest(const Numbered& numbers, const PlaceRange& range, const PlaceRange& gap,
-                    std::vector<EqualRun>& runs) {
+                    RunWatcher* watcher, std::vector<EqualRun>& runs) {
     constexpr std::int32_t kLeastLines = 512;  // less is for the closer look
     if (gap.FirstCount() < kLeastLines || gap.SecondCount() < kLeastLines)
         return;
@@ -82,6 +85,7 @@ void AppendShortest(const Numbered& numbers, const PlaceRange& range, const Plac
                                        static_cast<std::size_t>(count));
     };
     DifferenceSearch search;
+    search.Watch(watcher);
     search.Run(part(numbers.first, gap.first_begin - range.first_begin, gap.FirstCount()),
                part(numbers.second, gap.second_begin - range.second_begin, gap.SecondCount()),
                numbers.count);
@@ -123,7 +127,7 @@ void FillGap(const Sides& sides, const Numbered& numbers, const PlaceRange& rang
              const PlaceRange& gap, std::vector<EqualRun>& runs) {
     constexpr std::int32_t kManyLines = 2000;
     std::vector<EqualRun> equal;
-    AppendShortest(numbers, range, gap, equal);
+    AppendShortest(numbers, range, gap, sides.first.Watcher(), equal);
     equal.push_back({gap.first_end, gap.second_end, 0});
     PlaceRange rest = gap;
     for (const EqualRun& run : equal) {
@@ -145,6 +149,8 @@ void FillGap(const Sides& sides, const Numbered& numbers, const PlaceRange& rang
 std::vector<EqualRun> RunsAtUniqueLines(const CompareSide& first, const CompareSide& second,
                                         const PlaceRange& range) {
     const Numbered numbers = NumberLines(first, second, range);
+    if (!KeepGoing(first.Watcher()))
+        return {};
     std::vector<EqualRun> chain = HeaviestChain(UniqueRuns(numbers, range), first, range);
     Grow(chain, first, second, range);
     chain.push_back({range.first_end, range.second_end, 0});

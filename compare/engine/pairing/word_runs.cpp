@@ -51,11 +51,12 @@ std::uint64_t Mixed(std::uint64_t hash, char32_t code) {
 
 class RunCutter {
   public:
-    RunCutter(std::u16string_view text, std::vector<WordRun>& runs) : text_(text), runs_(runs) {}
+    RunCutter(std::u16string_view text, std::vector<WordRun>& runs, StopCheck* stop)
+        : text_(text), runs_(runs), stop_(stop) {}
 
     std::int32_t Cut() {
         std::size_t at = 0;
-        while (at < text_.size()) {
+        while (at < text_.size() && (stop_ == nullptr || stop_->KeepGoing())) {
             const char32_t code = Take(at);
             Unit(code, KindOf(code), at);
         }
@@ -133,6 +134,7 @@ class RunCutter {
 
     std::u16string_view text_;
     std::vector<WordRun>& runs_;
+    StopCheck* stop_;
     std::uint64_t hash_ = 0;
     std::uint64_t signs_ = 0;
     std::int32_t letters_ = 0;
@@ -148,8 +150,8 @@ bool PartsWords(char16_t unit) {
            (unit >= 0x2000 && unit <= 0x200A);
 }
 
-std::int32_t CutIntoRuns(std::u16string_view text, std::vector<WordRun>& runs) {
-    return RunCutter(text, runs).Cut();
+std::int32_t CutIntoRuns(std::u16string_view text, std::vector<WordRun>& runs, StopCheck* stop) {
+    return RunCutter(text, runs, stop).Cut();
 }
 
 }  // namespace zorvane

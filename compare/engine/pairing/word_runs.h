@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
+
 namespace zorvane {
 
 /// Weights are thousandths: 1000 is a rare long word.
@@ -20,7 +22,9 @@ struct WordRun {
 };
 
 /// Appends the runs of `text` and gives back the number of its words.
-std::int32_t CutIntoRuns(std::u16string_view text, std::vector<WordRun>& runs);
+/// What a stop left of it is not whole.
+std::int32_t CutIntoRuns(std::u16string_view text, std::vector<WordRun>& runs,
+                         StopCheck* stop = nullptr);
 
 /// Whether a unit parts words for pairing: any blank, tab, break or cell mark.
 bool PartsWords(char16_t unit);

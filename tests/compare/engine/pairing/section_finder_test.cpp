@@ -16,7 +16,8 @@ namespace {
 
 std::string TokensOf(std::u16string_view text, const TokenSwitches& switches = {}) {
     TokenizedText tokens;
-    tokens.Cut(text, switches);
+    StopCheck never(nullptr);
+    tokens.Cut(text, switches, never);
     std::string out;
     std::int32_t at = 0;
     for (std::int32_t i = 0; i < tokens.Count(); ++i) {
@@ -60,7 +61,8 @@ TEST(TokenizedText, KeysAreFiltered) {
     ASSERT_TRUE(filter.Set({true, false, true}, "[0-9]+").ok());
     EXPECT_EQ(TokensOf(u"The 12 B4", {.filter = &filter}), "<the> <> <b>");
     TokenizedText tokens;
-    tokens.Cut(u"The 12 B4 ", {.filter = &filter});
+    StopCheck never(nullptr);
+    tokens.Cut(u"The 12 B4 ", {.filter = &filter}, never);
     EXPECT_FALSE(tokens.IsNothing(0));
     EXPECT_TRUE(tokens.IsNothing(1));
 }

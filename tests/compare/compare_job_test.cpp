@@ -1,0 +1,182 @@
+// A run as a computation: what it gives, what a stop leaves, and that two at once share nothing.
+#include "compare/run/compare_job.h"
+
+#include <cstdio>
+#include <random>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/fakes.h"
+#include "tests/support/rich_text_notation.h"
+#include "tests/support/stopping_watcher.h"
+
+namespace zorvane {
+namespace {
+
+class NoQuestions : public SilentWindow {};
+
+class CompareJobTest : public ::testing::Test {
+  protected:
+    CompareJobTest() {
+        telling.manner.bSilent = true;
+        EXPECT_TRUE(options.LoadStateFromFile(*process.settings).ok());
+    }
+    CompareInput Input(const PerSide<std::string>& texts, View view) {
+        CompareInput input(process, telling);
+        input.options = options;
+        input.settings = DefaultCompareFilesSettings(fakes.folder.Path());
+        input.view = view;
+        input.questions = &questions;
+        input.service = &service;
+        for (const Side side : kBothSides)
+            input.texts[side] =
+                std::make_shared<const RichText>(RichText::Plain(ToUtf16(texts[side]), {}));
+        return input;
+    }
+    CompareInput FromFiles(const PerSide<std::string>& texts, const std::string& extension) {
+        CompareInput input = Input({"", ""}, View::SideBySide);
+        input.source = RunSource::Files;
+        input.options.sFileOriginal.SetData(fakes.folder.Write("o." + extension, texts.original));
+        input.options.sFileModified.SetData(fakes.folder.Write("m." + extension, texts.modified));
+        return input;
+    }
+    static std::string Shown(const CompareOutcome& outcome) {
+        return Notation(outcome.side_by_side.original.text) + "\n" +
+               Notation(outcome.side_by_side.modified.text) + "\n" +
+               Notation(outcome.all_in_one.text) + "\n" + Notation(outcome.changes) +
+               Notation(outcome.additions) + Notation(outcome.deletions);
+    }
+
+    FakePlatform fakes;
+    ProcessState process{fakes.platform};
+    RunTelling telling{process.messages};
+    clsCompareFileOptions options;
+    NoQuestions questions;
+    ConversionService service{fakes.platform};
+};
+
+std::string Words(std::mt19937& random, int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += "word" + std::to_string(random() % 5000) + (i % 12 == 11 ? ".\r\n" : " ");
+    return text;
+}
+
+std::string Edited(std::string text, std::mt19937& random, int edits) {
+    for (int i = 0; i < edits; ++i)
+        text.insert(random() % text.size(), i % 3 == 0 ? " put\r\nin " : " in ");
+    return text;
+}
+
+TEST_F(CompareJobTest, GivesAWholeResultOrNone) {
+    std::mt19937 random(7);
+    options.bCompareByCharacter.SetData(true);
+    const std::string original = Words(random, 3000);
+    const PerSide<std::string> texts{original, Edited(original, random, 60)};
+    for (const View view : {View::SideBySide, View::AllInOne}) {
+        StoppingWatcher whole(-1);
+        const CompareOutcome expected = RunCompareJob(Input(texts, view), whole);
+        ASSERT_EQ(expected.end, RunEnd::Finished);
+        ASSERT_GT(whole.asked, 50) << "nobody could stop this";
+        const std::int64_t step = 1 + whole.asked / 60;
+        for (std::int64_t at = 1; at <= whole.asked; at += step) {
+            StoppingWatcher watcher(at);
+            const CompareOutcome stopped = RunCompareJob(Input(texts, view), watcher);
+            EXPECT_EQ(stopped.end, RunEnd::Aborted) << at;
+            EXPECT_FALSE(stopped.views_built) << at;
+            EXPECT_LE(watcher.asked, at + 20) << "went on after the stop";
+        }
+        StoppingWatcher again(-1);
+        EXPECT_EQ(Shown(RunCompareJob(Input(texts, view), again)), Shown(expected));
+    }
+}
+
+TEST_F(CompareJobTest, StopsWhileItLoads) {
+    std::mt19937 random(8);
+    const std::string body = Words(random, 20000);
+    std::string rtf = "{\\rtf1 ";
+    for (const char letter : body)
+        rtf += letter == '\n' ? std::string("\\par ") : std::string(1, letter);
+    rtf += "}";
+    for (const auto& [extension, text] :
+         {std::pair<std::string, std::string>{"txt", body}, {"rtf", rtf}}) {
+        StoppingWatcher watcher(2);
+        const CompareOutcome stopped =
+            RunCompareJob(FromFiles({text, text + " "}, extension), watcher);
+        EXPECT_EQ(stopped.end, RunEnd::Aborted) << extension;
+        EXPECT_FALSE(stopped.comparison.has_value());
+    }
+}
+
+TEST_F(CompareJobTest, TwoAtOnceGiveWhatOneAfterTheOtherGives) {
+    std::mt19937 random(9);
+    std::vector<PerSide<std::string>> pairs;
+    for (int i = 0; i < 4; ++i) {
+        const std::string original = Words(random, 2000 + 500 * i);
+        pairs.push_back({original, Edited(original, random, 40)});
+    }
+    std::vector<std::string> alone(pairs.size());
+    std::vector<std::string> beside(pairs.size());
+    const auto run = [&](std::size_t i, std::string& shown) {
+        RunTelling own(process.messages);
+        own.manner.bSilent = true;
+        CompareInput input = Input(pairs[i], i % 2 == 0 ? View::SideBySide : View::AllInOne);
+        StoppingWatcher watcher(-1);
+        shown = Shown(RunCompareJob(std::move(input), watcher));
+    };
+    for (std::size_t i = 0; i < pairs.size(); ++i)
+        run(i, alone[i]);
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < pairs.size(); ++i)
+        threads.emplace_back([&, i] { run(i, beside[i]); });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(beside, alone);
+}
+
+TEST_F(CompareJobTest, BuildsAnotherViewFromTheSameComparison) {
+    const PerSide<std::string> texts{"a\r\nold words here\r\nc", "a\r\nnew words here\r\nc\r\nd"};
+    StoppingWatcher watcher(-1);
+    const CompareOutcome first = RunCompareJob(Input(texts, View::SideBySide), watcher);
+    const CompareOutcome whole = RunCompareJob(Input(texts, View::AllInOne), watcher);
+    CompareInput input = Input(texts, View::AllInOne);
+    input.source = RunSource::Compared;
+    input.compared = &*first.comparison;
+    const CompareOutcome view = RunCompareJob(std::move(input), watcher);
+    EXPECT_EQ(Shown(view), Shown(whole));
+    EXPECT_FALSE(view.comparison.has_value()) << "nothing was compared again";
+}
+
+// How long a run goes on after somebody wants it to stop. A loaded machine stretches it, so the
+// bound is far above what is seen; the figures are printed for who works on it.
+TEST_F(CompareJobTest, AsksOftenOnLongInputs) {
+    constexpr double kBound = 1000;
+    std::mt19937 random(10);
+    std::string one;
+    for (int i = 0; i < 400000; ++i)
+        one += "w" + std::to_string(random() % 70000) + " ";
+    std::string one_edited = one;
+    for (std::size_t at = 900; at < one_edited.size(); at += 1000)
+        one_edited.replace(at, 3, "new");
+    const std::string many = Words(random, 600000);
+    const struct {
+        const char* name;
+        PerSide<std::string> texts;
+    } rows[] = {{"one changed paragraph", {one, one_edited}},
+                {"many paragraphs", {many, Edited(many, random, 2000)}},
+                {"nothing in common", {Words(random, 60000), one}}};
+    for (const auto& row : rows) {
+        for (const View view : {View::SideBySide, View::AllInOne}) {
+            GapWatcher watcher;
+            const CompareOutcome outcome = RunCompareJob(Input(row.texts, view), watcher);
+            EXPECT_EQ(outcome.end, RunEnd::Finished);
+            std::printf("%s: longest without a question %.0f ms, in step %d\n", row.name,
+                        watcher.longest, static_cast<int>(watcher.longest_step));
+            EXPECT_LT(watcher.longest, kBound) << row.name;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zorvane
