@@ -63,6 +63,7 @@ class DocumentMarker : public RecordMarker {
     ChangeEditors FillChangeEditors(const DifferenceRecord& record, DocumentEditor& original) {
         original.editor.SetRich(Paragraphs(editors_.rtbOriginal.document,
                                            OriginalParagraphs(record), LastBreak::LeaveOut));
+        monitor_.KeepGoing();  // a long record: the stop is seen by the pass
         MemoryEditor& modified = editors_.rtbModifiedDiffTemp.editor;
         modified.SetRich(Paragraphs(editors_.rtbModified.document, ModifiedParagraphs(record),
                                     LastBreak::LeaveOut));
@@ -76,6 +77,8 @@ class DocumentMarker : public RecordMarker {
   private:
     void Prepend(MemoryEditor& summary, RichText entry, RecordIndex index,
                  const DifferenceRecord& record) {
+        if (!monitor_.KeepGoing())
+            return;
         EndWithBreak(entry);
         summary.Replace({CharPos{0}, 0}, entry);
         PrependLine(summary, MoveLine(static_cast<std::size_t>(index.value)));
@@ -144,6 +147,8 @@ class AllInOneMarker : public DocumentMarker {
 
     RichText MarkChange(std::size_t index, const DifferenceRecord& record) override {
         RichText entry = ColorizeParagraphsInRTB_AIO(index, record);
+        if (!monitor_.KeepGoing())
+            return {};
         // Kept: the changed text stands twice in the summary.
         EndWithBreak(entry);
         entry.Append(RichText(entry));
@@ -226,7 +231,8 @@ class AllInOneMarker : public DocumentMarker {
         MemoryEditor& work = editors_.rtbAIODiffTemp.editor;
         const ParagraphRange range = OriginalParagraphs(record);
         const ChangeEditors change = FillChangeEditors(record, editors_.rtbAIODiffTemp);
-        UpdateChangesToParagraphsRTF_AIO(context_, index, change);
+        if (!UpdateChangesToParagraphsRTF_AIO(context_, index, change) || !monitor_.KeepGoing())
+            return {};
         RichText entry = work.Rich();
         PutNumber(work, CharPos{0}, index);
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
@@ -257,9 +263,12 @@ class SideBySideMarker : public DocumentMarker {
     }
     RichText MarkChange(std::size_t index, const DifferenceRecord& record) override {
         const ChangeEditors change = FillChangeEditors(record, editors_.rtbOriginalDiffTemp);
-        UpdateChangesToParagraphsRTF_SBS(context_, index, change);
+        if (!UpdateChangesToParagraphsRTF_SBS(context_, index, change) || !monitor_.KeepGoing())
+            return {};
         RichText entry = PutBack(editors_.rtbOriginalDiffTemp.editor,
                                  editors_.rtbOriginalDiff.document, OriginalParagraphs(record));
+        if (!monitor_.KeepGoing())
+            return {};
         EndWithBreak(entry);
         entry.Append(PutBack(editors_.rtbModifiedDiffTemp.editor, editors_.rtbModifiedDiff.document,
                              ModifiedParagraphs(record)));

@@ -144,6 +144,8 @@ class JsonWriter {
         out_ += '[';
         bool first = true;
         for (const SectionDetail& section : sections) {
+            if (!stop_.KeepGoing())
+                break;
             out_ += first ? "" : ",";
             first = false;
             Detail(section, original, modified);

@@ -40,7 +40,7 @@ void AnchorFinder::CollectOriginal(std::span<const std::uint32_t> original, std:
     const std::size_t size = std::bit_ceil(std::max<std::size_t>(2 * count, 16));
     slots_.assign(size, Slot{});
     mask_ = size - 1;
-    for (std::size_t at = 0; at < count; ++at) {
+    for (std::size_t at = 0; at < count && stop_.KeepGoing(length); ++at) {
         const std::uint64_t hash = HashOfRun(original, at, length);
         Slot& slot = SlotOf(hash);
         slot.original = slot.original == kFree ? static_cast<std::int32_t>(at) : kRepeated;
@@ -50,7 +50,7 @@ void AnchorFinder::CollectOriginal(std::span<const std::uint32_t> original, std:
 
 void AnchorFinder::CollectModified(std::span<const std::uint32_t> modified, std::int32_t length) {
     const std::size_t count = RunCount(modified.size(), length);
-    for (std::size_t at = 0; at < count; ++at) {
+    for (std::size_t at = 0; at < count && stop_.KeepGoing(length); ++at) {
         Slot& slot = SlotOf(HashOfRun(modified, at, length));
         if (slot.original >= 0)
             slot.modified = slot.modified == kAbsent ? static_cast<std::int32_t>(at) : kRepeated;
@@ -62,7 +62,7 @@ void AnchorFinder::CollectPairs(std::span<const std::uint32_t> original,
                                 std::span<const std::uint32_t> modified, std::int32_t length) {
     pairs_.clear();
     const std::size_t count = RunCount(original.size(), length);
-    for (std::size_t at = 0; at < count; ++at) {
+    for (std::size_t at = 0; at < count && stop_.KeepGoing(length); ++at) {
         const Slot& slot = SlotOf(HashOfRun(original, at, length));
         if (slot.original != static_cast<std::int32_t>(at) || slot.modified < 0)
             continue;

@@ -7,6 +7,8 @@
 
 #include "compare/engine/bit_vector_lcs.h"
 
+#include "common/base/run_watcher.h"
+
 namespace zorvane {
 
 /// Finds a chain of anchors: runs of `length` lines that are unique in the original and in the
@@ -20,6 +22,9 @@ class AnchorFinder {
     std::span<const MatchedPlaces> Find(std::span<const std::uint32_t> original,
                                         std::span<const std::uint32_t> modified,
                                         std::int32_t length);
+
+    /// What is found when it stops is not whole. Borrowed.
+    void Watch(RunWatcher* watcher) { stop_ = StopCheck(watcher); }
 
   private:
     struct Slot {
@@ -54,6 +59,7 @@ class AnchorFinder {
     std::vector<std::int32_t> tails_;  // for each length of a chain, the pair that ends it lowest
     std::vector<std::int32_t> previous_;  // for each pair, the one before it in its chain
     std::vector<MatchedPlaces> chain_;
+    StopCheck stop_{nullptr};
 };
 
 }  // namespace zorvane

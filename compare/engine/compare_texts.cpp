@@ -69,6 +69,8 @@ Result<Comparison> CompareTexts(PerSide<std::shared_ptr<const std::u16string>> t
                                 const CompareOptions& options, RunWatcher* watcher) {
     Comparison comparison;
     comparison.SetEditorTexts(std::move(texts));
+    if (!KeepGoing(watcher))
+        return Failure{std::string(kCompareStopped)};
     return Compare(std::move(comparison), options, watcher);
 }
 

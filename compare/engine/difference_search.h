@@ -34,7 +34,10 @@ class DifferenceSearch {
     const ChangedPlaces& Changed() const { return changed_; }
 
     /// What is found when it stops is not whole. Borrowed.
-    void Watch(RunWatcher* watcher) { stop_ = StopCheck(watcher); }
+    void Watch(RunWatcher* watcher) {
+        stop_ = StopCheck(watcher);
+        anchors_.Watch(watcher);
+    }
 
   private:
     using Places = std::span<const std::int32_t>;

@@ -258,7 +258,10 @@ void HtmlText::Pieces(const ChangeText& change, const CutText& text, std::size_t
     Open(side, shown[side], table);
     cells_.assign(1, {});
     PerSide<std::size_t> at{0, 0};
+    StopCheck stop(model_.watcher, kBetweenStops);
     for (const CutPiece& piece : pieces) {
+        if (!stop.KeepGoing())
+            return;  // half a page is no report
         const TextPart part{
             piece.kind, text.TextOf(change, piece), model_.document_looks[piece.side],
             PlaceOf(piece.side, first[piece.side]) + static_cast<std::size_t>(piece.begin)};

@@ -57,8 +57,12 @@ class CompareJob {
         out_.options = std::move(input_.options);
         out_.settings = std::move(input_.settings);
         out_.end = end;
-        if (end == RunEnd::Finished)
+        if (end == RunEnd::Finished) {
             HandOut();
+        } else {
+            out_.comparison.reset();
+            out_.list.clear();
+        }
         return std::move(out_);
     }
 
@@ -142,13 +146,13 @@ class CompareJob {
         const bool loads =
             input_.source == RunSource::Files || input_.source == RunSource::ReloadedFiles;
         for (const Side side : kBothSides) {
-            if (!out_.loaded[side] && input_.texts[side] != nullptr)
+            if (!out_.loaded[side] && input_.texts[side] != nullptr && watcher_.KeepGoing())
                 EditorOf(side).editor.SetRich(RichText(*input_.texts[side]));
         }
         out_.viewer_font = (loads && IsText()) || (ViewsWanted() && Plain());
         if (loads && IsText())
             UseFont(editors_, Wanted());
-        if (ViewsWanted())
+        if (ViewsWanted() && watcher_.KeepGoing())
             PrepareTexts(editors_, Wanted());
     }
 
@@ -177,12 +181,15 @@ class CompareJob {
 
     Status RunEngine() {
         watcher_.Progress(RunStep::Compare, 0);
+        const Failure stopped{std::string(kCompareStopped)};
         CompareOptions asked = CompareOptionsOf(input_.options);
         asked.find_moves = input_.find_moves;
         for (const Side side : kBothSides) {
             Editor& editor = EditorOf(side).editor;
             out_.texts[side] =
                 std::make_shared<const RichText>(ViewsWanted() ? editor.Rich() : editor.TakeRich());
+            if (!watcher_.KeepGoing())
+                return stopped;
         }
         const auto text_of = [this](Side side) {
             const SharedText& rich = out_.texts[side];
@@ -196,7 +203,7 @@ class CompareJob {
             return compared.failure();
         out_.comparison = std::move(compared).value();
         TellBeside();
-        return Status::Ok();
+        return watcher_.KeepGoing() ? Status::Ok() : Status(stopped);
     }
 
     // Of a long text the paragraphs are shown before the words are looked for.
@@ -239,6 +246,8 @@ class CompareJob {
         comparison.same_files = comparison.Same() && found.notes.empty() &&
                                 HaveSameBytes({input_.options.sFileOriginal.Data(),
                                                input_.options.sFileModified.Data()});
+        if (!watcher_.KeepGoing())
+            return;
         comparison.beside = std::move(found.notes);
         comparison.beside_sentence = std::move(found.sentence);
         out_.looks = {LookOf(*out_.texts.original), LookOf(*out_.texts.modified)};

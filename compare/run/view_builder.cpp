@@ -60,10 +60,14 @@ bool BuildAllInOne(PassContext& context, const ViewWanted& wanted) {
 bool BuildSideBySide(PassContext& context, const ViewWanted& wanted) {
     RunEditors& editors = context.editors;
     Copy(editors.rtbModified, editors.rtbModifiedDiff, wanted.plain);
+    if (!context.monitor.KeepGoing())
+        return false;
     Copy(editors.rtbOriginal, editors.rtbOriginalDiff, wanted.plain);
     if (UpdateChangesToRTFFile_SBS(context) == WalkEnd::Aborted)
         return false;
     editors.rtbOriginalDiff.document.ParagraphCollectionCreate();
+    if (!context.monitor.KeepGoing())
+        return false;
     editors.rtbModifiedDiff.document.ParagraphCollectionCreate();
     return context.monitor.KeepGoing();
 }

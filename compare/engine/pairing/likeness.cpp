@@ -37,7 +37,9 @@ std::size_t CommonBack(std::span<const std::uint32_t> first,
 }  // namespace
 
 PairScorer::PairScorer(const StretchText& text)
-    : text_(text), bag_(static_cast<std::size_t>(text.RunCount()), 0) {}
+    : text_(text), bag_(static_cast<std::size_t>(text.RunCount()), 0) {
+    search_.Watch(text.Watcher());
+}
 
 std::int64_t PairScorer::CommonBag(const Sequence& first, const Sequence& second) {
     for (const std::uint32_t run : first.runs)
