@@ -47,3 +47,12 @@ endif()
 if(ZORVANE_BENCH)
     find_package(benchmark REQUIRED)
 endif()
+
+# For the windows only. "emit" and its like are names of ours as well as macros of Qt.
+if(ZORVANE_GUI)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Gui PrintSupport Svg Test Widgets)
+    add_library(zv_ext_qt INTERFACE)
+    target_link_libraries(zv_ext_qt INTERFACE Qt6::Core Qt6::Gui Qt6::Widgets Qt6::Svg)
+    target_compile_definitions(zv_ext_qt INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH
+        QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+endif()

@@ -81,3 +81,20 @@ function(zorvane_fuzzer name)
     target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
 endfunction()
+
+# zorvane_ui_library(name SOURCES ... USES ...): windows; the only code that sees Qt.
+function(zorvane_ui_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    zorvane_library(${name} SOURCES ${ARG_SOURCES} USES ${ARG_USES} zv_ext_qt)
+    if(ARG_SOURCES)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    endif()
+endfunction()
+
+# zorvane_ui_test(name SOURCES ... USES ...): a test of windows, which runs without a display.
+function(zorvane_ui_test name)
+    zorvane_test(${name} ${ARGN})
+    target_link_libraries(${name} PRIVATE Qt6::Test)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
