@@ -17,6 +17,8 @@ using namespace measures;
 
 namespace {
 
+constexpr int kTabGap = 20;
+
 class HandleWithGrip : public QSplitterHandle {
   public:
     HandleWithGrip(Qt::Orientation orientation, QSplitter* parent)
@@ -61,7 +63,7 @@ QSplitterHandle* Splitter::createHandle() {
 StatusBar::StatusBar(int panels, QWidget* parent) : QFrame(parent) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(kWindowEdge, 1, kWindowEdge, 0);
-    layout->setSpacing(kMedium);
+    layout->setSpacing(2 * kMedium);
     setMinimumHeight(kStatusBarHeight);
     for (int number = 1; number <= panels; ++number) {
         auto* label = new QLabel(this);
@@ -91,7 +93,7 @@ void StatusBar::paintEvent(QPaintEvent*) {
     for (std::size_t at = 0; at < panels_.size(); ++at) {
         const QRect panel = panels_[at]->geometry();
         const bool last = at + 1 == panels_.size();
-        const int x = last ? panel.left() - kMedium : panel.right() + kMedium / 2 + 1;
+        const int x = last ? panel.left() - kMedium : panel.right() + kMedium;
         if (!panels_[at]->text().isEmpty() || last)
             painter.drawLine(x, 8, x, height() - 8);
     }
@@ -166,7 +168,8 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
 
 QSize TabStrip::tabSizeHint(int index) const {
     const QFontMetrics heavy(Semibold(font()));
-    return {heavy.size(Qt::TextShowMnemonic, tabText(index)).width() + kColumnGap, kTabHeight};
+    return {heavy.size(Qt::TextShowMnemonic, tabText(index)).width() + kColumnGap + kTiny,
+            kTabHeight};
 }
 
 void TabStrip::paintEvent(QPaintEvent*) {
@@ -174,19 +177,20 @@ void TabStrip::paintEvent(QPaintEvent*) {
     const ColorTokens& tokens = Tokens();
     for (int index = 0; index < count(); ++index) {
         const bool current = index == currentIndex();
-        const QRect place = tabRect(index);
+        // The room between tabs stands behind each, so that the first is flush with the edge.
+        const bool rightward = layoutDirection() == Qt::LeftToRight;
+        const QRect place =
+            tabRect(index).adjusted(rightward ? 0 : kTabGap, 0, rightward ? -kTabGap : 0, 0);
         painter.setFont(current ? Semibold(font()) : font());
         painter.setPen(tokens[!isTabEnabled(index) ? Token::Disabled
                               : current            ? Token::Text
                                                    : Token::Text2]);
-        painter.drawText(place.adjusted(kTiny, 0, -kTiny, 0),
-                         Qt::AlignCenter | Qt::TextShowMnemonic, tabText(index));
+        painter.drawText(place, Qt::AlignCenter | Qt::TextShowMnemonic, tabText(index));
         if (current)
-            painter.fillRect(QRect(place.left() + kTiny, place.bottom() - 1,
-                                   place.width() - 2 * kTiny, kFocusLine),
+            painter.fillRect(QRect(place.left(), place.bottom() - 1, place.width(), kFocusLine),
                              tokens[Token::Ink]);
         if (current && ShowsFocus(*this))
-            PaintFocus(painter, QRectF(place).adjusted(1, 4, -1, -5), kControlCorner);
+            PaintFocus(painter, QRectF(place).adjusted(0, 4, 0, -5), kControlCorner);
     }
 }
 

@@ -1,7 +1,10 @@
 #include "common/ui/buttons.h"
 
+#include <algorithm>
+
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QStyleOption>
 #include <QVariant>
 
 #include "common/ui/command_table.h"
@@ -123,12 +126,9 @@ class SegmentButton : public QRadioButton {
 }  // namespace
 
 Button::Button(const QString& text, ButtonLook look, const QString& icon, QWidget* parent)
-    : QPushButton(text, parent), caption_(text) {
+    : QPushButton(text, parent), look_(look), caption_(text), icon_(icon) {
     setProperty(look::kProperty, QString::fromLatin1(SelectorOf(look)));
     setAutoDefault(false);
-    setIconSize(QSize(kIconSize, kIconSize));
-    if (!icon.isEmpty())
-        setIcon(LookIcon(icon, look == ButtonLook::Primary ? Token::InkText : Token::Text));
 }
 
 void Button::SetDot(bool shown) {
@@ -144,24 +144,59 @@ void Button::SetCaptionShown(bool shown) {
         setToolTip(caption_);
 }
 
-QSize Button::sizeHint() const {
-    // Fusion puts no room between icon and words that the sheet could set.
-    QSize size = QPushButton::sizeHint();
-    if (!icon().isNull() && !text().isEmpty())
-        size.rwidth() += kTiny;
-    return size;
+QFont Button::Face() const {
+    return look_ == ButtonLook::Primary ? Semibold(font()) : font();
 }
 
-void Button::paintEvent(QPaintEvent* event) {
-    QPushButton::paintEvent(event);
+Token Button::InkToken() const {
+    if (!isEnabled())
+        return Token::Disabled;
+    return look_ == ButtonLook::Primary ? Token::InkText : Token::Text;
+}
+
+QSize Button::sizeHint() const {
+    const int padding = look_ == ButtonLook::Flat || text().isEmpty() ? kMedium : kLarge;
+    const QFontMetrics metrics(Face());
+    int width = 2 * padding;
+    if (!icon_.isEmpty())
+        width += kIconSize + (text().isEmpty() ? 0 : kSmall);
+    width += metrics.size(Qt::TextShowMnemonic, text()).width();
+    return {width, std::max(kControlHeight, metrics.height() + kSmall)};
+}
+
+// By hand, since below a style sheet icon and words stand too close.
+void Button::PaintContents(QPainter& painter, const QStyleOptionButton& option) {
+    const QFontMetrics metrics(Face());
+    const int text_width = metrics.size(Qt::TextShowMnemonic, text()).width();
+    const int icon_width = icon_.isEmpty() ? 0 : kIconSize + (text().isEmpty() ? 0 : kSmall);
+    int x = (width() - text_width - icon_width) / 2;
+    const auto visual = [&](const QRect& place) {
+        return QStyle::visualRect(layoutDirection(), rect(), place);
+    };
+    const QColor ink = Tokens()[InkToken()];
+    if (!icon_.isEmpty())
+        PaintIcon(painter, icon_, visual({x, (height() - kIconSize) / 2, kIconSize, kIconSize}),
+                  ink);
+    x += icon_width;
+    int flags = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextShowMnemonic;
+    if (style()->styleHint(QStyle::SH_UnderlineShortcut, &option, this) == 0)
+        flags |= Qt::TextHideMnemonic;
+    painter.setFont(Face());
+    painter.setPen(ink);
+    painter.drawText(visual({x, 0, text_width + 1, height()}), flags, text());
+}
+
+void Button::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.text.clear();
+    style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
+    PaintContents(painter, option);
     if (!dot_)
         return;
-    QPainter painter(this);
     const int x = layoutDirection() == Qt::LeftToRight ? width() - kDot - 5 : 5;
-    PaintBox(painter, QRectF(x, 5, kDot, kDot), kDot / 2.0,
-             Tokens()[property(look::kProperty) == QLatin1String(look::kPrimary) ? Token::InkText
-                                                                                 : Token::Ink],
-             QColor());
+    PaintBox(painter, QRectF(x, 5, kDot, kDot), kDot / 2.0, Tokens()[InkToken()], QColor());
 }
 
 IconButton::IconButton(const QString& icon, const QString& name, const QString& keys,

@@ -9,6 +9,10 @@
 #include <QRadioButton>
 #include <QToolButton>
 
+#include "common/ui/color_tokens.h"
+
+class QStyleOptionButton;
+
 namespace zorvane {
 
 enum class ButtonLook : std::uint8_t {
@@ -29,12 +33,19 @@ class Button : public QPushButton {
     void SetCaptionShown(bool shown);
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    QFont Face() const;
+    Token InkToken() const;
+    void PaintContents(QPainter& painter, const QStyleOptionButton& option);
+
+    ButtonLook look_;
     QString caption_;
+    QString icon_;
     bool dot_ = false;
 };
 

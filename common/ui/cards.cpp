@@ -162,7 +162,8 @@ void MessageBar::paintEvent(QPaintEvent*) {
     }
 }
 
-Chip::Chip(QWidget* parent) : QPushButton(parent) {
+Chip::Chip(QWidget* parent) : QToolButton(parent) {
+    setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     hide();
 }

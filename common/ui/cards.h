@@ -4,6 +4,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
+#include <QToolButton>
 
 class QBoxLayout;
 class QHBoxLayout;
@@ -52,7 +53,7 @@ class MessageBar : public QFrame {
 };
 
 /// A few amber words that mind of something and lead to it.
-class Chip : public QPushButton {
+class Chip : public QToolButton {
     Q_OBJECT
   public:
     explicit Chip(QWidget* parent = nullptr);

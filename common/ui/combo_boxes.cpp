@@ -124,4 +124,14 @@ NumberBox::NumberBox(int least, int most, QWidget* parent) : QSpinBox(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
+// Not left to Qt: below a style sheet it does not ask the style.
+QSize NumberBox::sizeHint() const {
+    constexpr int kArrowsAndEdges = 52;
+    const int digits =
+        std::max({fontMetrics().horizontalAdvance(prefix() + QString::number(minimum()) + suffix()),
+                  fontMetrics().horizontalAdvance(prefix() + QString::number(maximum()) + suffix()),
+                  fontMetrics().horizontalAdvance(QStringLiteral("00"))});
+    return {digits + kArrowsAndEdges, std::max(kControlHeight, fontMetrics().height() + kSmall)};
+}
+
 }  // namespace zorvane

@@ -51,6 +51,9 @@ class NumberBox : public QSpinBox {
     Q_OBJECT
   public:
     NumberBox(int least, int most, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
 }  // namespace zorvane

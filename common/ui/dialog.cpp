@@ -46,6 +46,7 @@ QLabel* FormColumn::AddAbove(const QString& caption, QWidget* field) {
 QLabel* FormColumn::AddBeside(const QString& caption, QWidget* field) {
     const int row = grid_->rowCount();
     auto* label = new QLabel(caption, this);
+    label->setProperty(look::kProperty, QString::fromLatin1(look::kBeside));
     label->setBuddy(field);
     label->setContentsMargins(0, 6, 0, 6);
     grid_->addWidget(label, row, 0);

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
@@ -27,6 +28,10 @@ qsizetype LastSlash(const QString& path, qsizetype from = -1) {
 QString WithHomeShort(const QString& path) {
     const QString home = QDir::homePath() + u'/';
     return path.startsWith(home) ? QStringLiteral("~/") + path.mid(home.size()) : path;
+}
+
+bool IsEnter(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
 QStringList LocalFiles(const QMimeData& data) {
@@ -73,7 +78,6 @@ FileBox::FileBox(const QString& name, const QString& icon, QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     connect(this, &QComboBox::activated, this,
             [this](int row) { Q_EMIT PathChosen(recent_.value(row)); });
-    connect(lineEdit(), &QLineEdit::returnPressed, this, [this] { Q_EMIT PathChosen(Path()); });
 }
 
 void FileBox::SetRecent(const QStringList& paths) {
@@ -102,6 +106,11 @@ bool FileBox::eventFilter(QObject* watched, QEvent* event) {
     if (watched == lineEdit()) {
         if (event->type() == QEvent::Paint && !lineEdit()->hasFocus())
             return true;
+        if (event->type() == QEvent::KeyPress && IsEnter(*static_cast<QKeyEvent*>(event))) {
+            // Here, since the box would hand it to the line a second time.
+            Q_EMIT PathChosen(Path());
+            return true;
+        }
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
             update();
     }

@@ -23,14 +23,15 @@ void PaintFocus(QPainter& painter, const QRectF& place, double corner) {
 
 void PaintShadow(QPainter& painter, const QRectF& place, double corner) {
     const bool dark = Tokens().GetScheme() == Scheme::Dark;
-    constexpr int kSteps = 12;
+    constexpr int kSteps = 20;
+    constexpr int kBelow = 6;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     for (int step = kSteps; step > 0; --step) {
-        painter.setBrush(QColor(0, 0, 0, dark ? 14 : 4));
-        painter.drawRoundedRect(place.adjusted(-step, -step + 4, step, step + 4), corner + step,
-                                corner + step);
+        painter.setBrush(QColor(0, 0, 0, dark ? 8 : 2));
+        painter.drawRoundedRect(place.adjusted(-step, -step + kBelow, step, step + kBelow),
+                                corner + step, corner + step);
     }
     painter.restore();
 }

@@ -178,6 +178,8 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
         case SH_Widget_Animate:
         case SH_Widget_Animation_Duration:
             return 0;
+        case SH_UnderlineShortcut:
+            return alt_held_ || qobject_cast<const QMenu*>(widget) != nullptr ? 1 : 0;
         case SH_Menu_MouseTracking:
         case SH_ComboBox_ListMouseTracking:
             return 1;

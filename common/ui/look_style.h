@@ -17,6 +17,8 @@ class LookStyle : public QProxyStyle {
     const ColorTokens& GetTokens() const { return tokens_; }
     /// Gives every window its palette; whoever calls it has them painted anew.
     void SetTokens(const ColorTokens& tokens);
+    /// Mnemonics are underlined while Alt is held, and in open menus.
+    void SetAltHeld(bool held) { alt_held_ = held; }
 
     void polish(QWidget* widget) override;
     using QProxyStyle::polish;
@@ -42,6 +44,7 @@ class LookStyle : public QProxyStyle {
 
   private:
     ColorTokens tokens_ = ColorTokens::Light();
+    bool alt_held_ = false;
 };
 
 /// The tokens in force: those of the application's style, light ones where it is another's.

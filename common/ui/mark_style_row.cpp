@@ -12,7 +12,8 @@ namespace zorvane {
 
 using namespace measures;
 
-ColorButton::ColorButton(const QString& name, QWidget* parent) : QPushButton(parent) {
+ColorButton::ColorButton(const QString& name, QWidget* parent) : QToolButton(parent) {
+    setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(name);
     setToolTip(name);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -134,7 +135,7 @@ void MarkStyleRow::AddColor(const QString& name, std::int32_t StoredColors::*fie
     auto* button = new ColorButton(name, this);
     layout()->addWidget(button);
     colors_.emplace_back(button, field);
-    connect(button, &QPushButton::clicked, this, [this, name, field] { AskColor(name, field); });
+    connect(button, &QToolButton::clicked, this, [this, name, field] { AskColor(name, field); });
 }
 
 void MarkStyleRow::AskColor(const QString& title, std::int32_t StoredColors::*field) {

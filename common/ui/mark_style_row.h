@@ -4,7 +4,6 @@
 #include <utility>
 #include <vector>
 
-#include <QPushButton>
 #include <QToolButton>
 #include <QWidget>
 
@@ -14,7 +13,7 @@
 namespace zorvane {
 
 /// A swatch that opens the choice of a colour.
-class ColorButton : public QPushButton {
+class ColorButton : public QToolButton {
     Q_OBJECT
   public:
     explicit ColorButton(const QString& name, QWidget* parent = nullptr);

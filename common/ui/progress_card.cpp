@@ -83,11 +83,11 @@ QFrame* ProgressCard::MakeCard() {
     card->setFixedWidth(kCardWidth);
     auto* rows = new QVBoxLayout(card);
     rows->setContentsMargins(kDialogEdge, kDialogEdge, kDialogEdge, 20);
-    rows->setSpacing(kMedium);
+    rows->setSpacing(14);
     auto* head = new QHBoxLayout;
     stage_ = MakeLabel(QString(), look::kHeading, card);
     share_ = new QLabel(card);
-    share_->setProperty(look::kProperty, QString::fromLatin1(look::kCaption));
+    share_->setProperty(look::kProperty, QString::fromLatin1(look::kBeside));
     head->addWidget(stage_, 1);
     head->addWidget(share_);
     rows->addLayout(head);
@@ -96,7 +96,7 @@ QFrame* ProgressCard::MakeCard() {
     auto* told = new QHBoxLayout;
     words_ = new QLabel(card);
     left_ = new QLabel(card);
-    left_->setProperty(look::kProperty, QString::fromLatin1(look::kCaption));
+    left_->setProperty(look::kProperty, QString::fromLatin1(look::kBeside));
     told->addWidget(words_, 1);
     told->addWidget(left_);
     rows->addLayout(told);

@@ -46,6 +46,8 @@ QToolButton[look="icon"]:focus { border-color: @ink; }
 constexpr const char* kLabelRules = R"(
 QLabel[look="caption"], QLabel[look="hint"] { color: @text2; font-size: %1pt; }
 QLabel[look="caption"]:disabled, QLabel[look="hint"]:disabled { color: @disabled; }
+QLabel[look="beside"] { color: @text2; }
+QLabel[look="beside"]:disabled { color: @disabled; }
 QLabel[look="heading"] { color: @text; font-weight: 600; }
 QLabel[look="error"] { color: @errortext; font-size: %1pt; }
 QLabel[look="keys"] { color: @text2; background: @paper; border: 1px solid @hairline;

@@ -13,13 +13,12 @@ inline constexpr const char* kProperty = "look";
 inline constexpr const char* kPrimary = "primary";
 inline constexpr const char* kFlat = "flat";
 inline constexpr const char* kIcon = "icon";
-inline constexpr const char* kToggle = "toggle";
 inline constexpr const char* kCaption = "caption";
 inline constexpr const char* kHeading = "heading";
+inline constexpr const char* kBeside = "beside";
 inline constexpr const char* kHint = "hint";
 inline constexpr const char* kError = "error";
 inline constexpr const char* kKeys = "keys";
-inline constexpr const char* kBar = "bar";
 }  // namespace look
 
 /// Names buttons, tool tips, scroll bars, headers and labels by their look alone, so that nothing

@@ -1,7 +1,11 @@
 #include "common/ui/theme.h"
 
+#include <QAbstractButton>
 #include <QEvent>
 #include <QFontInfo>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
 
 #include "common/ui/style_sheet.h"
 
@@ -13,6 +17,8 @@ Theme::Theme(QApplication& application) : application_(application), style_(new 
     QApplication::setStyle(style_);
     style_->SetTokens(tokens);
     sheet_ = StyleSheetOf(tokens, QFontInfo(QApplication::font()).pointSizeF());
+    // Without it a style sheet would cut all below it off from the window's palette and font.
+    QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
     application_.installEventFilter(this);
 }
 
@@ -34,7 +40,28 @@ bool Theme::eventFilter(QObject* watched, QEvent* event) {
                                  event->type() == QEvent::ApplicationFontChange;
     if (palette_or_font && watched == &application_)
         Follow();
+    const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    if (key && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt)
+        ShowMnemonics(event->type() == QEvent::KeyPress);
+    // The release may go to another window.
+    if (event->type() == QEvent::WindowDeactivate)
+        ShowMnemonics(false);
     return QObject::eventFilter(watched, event);
+}
+
+void Theme::ShowMnemonics(bool shown) {
+    if (style_ == nullptr)
+        return;
+    style_->SetAltHeld(shown);
+    // Not all widgets: views of text have none and are costly to paint.
+    if (const QWidget* window = QApplication::activeWindow()) {
+        for (QMenuBar* bar : window->findChildren<QMenuBar*>())
+            bar->update();
+        for (QAbstractButton* button : window->findChildren<QAbstractButton*>())
+            button->update();
+        for (QLabel* label : window->findChildren<QLabel*>())
+            label->update();
+    }
 }
 
 void Theme::Follow() {

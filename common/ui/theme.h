@@ -34,6 +34,7 @@ class Theme : public QObject {
 
   private:
     void Follow();
+    void ShowMnemonics(bool shown);
 
     QApplication& application_;
     QPointer<LookStyle> style_;  // the application's

@@ -209,6 +209,7 @@ TEST(Theme, ChangesOpenWindowsAndLeavesViewsOfTextAlone) {
     paper->setParent(&window);
     auto* button = new QPushButton(QStringLiteral("Press"), &window);
     window.resize(300, 200);
+    window.ensurePolished();
     const QImage bare = paper->grab().toImage();
     theme.Dress(window);
     EXPECT_EQ(paper->grab().toImage(), bare);
