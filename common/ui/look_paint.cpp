@@ -29,7 +29,7 @@ void PaintShadow(QPainter& painter, const QRectF& place, double corner) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     for (int step = kSteps; step > 0; --step) {
-        painter.setBrush(QColor(0, 0, 0, dark ? 8 : 2));
+        painter.setBrush(QColor(0, 0, 0, dark ? 6 : 1));
         painter.drawRoundedRect(place.adjusted(-step, -step + kBelow, step, step + kBelow),
                                 corner + step, corner + step);
     }

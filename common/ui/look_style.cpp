@@ -21,6 +21,7 @@ using namespace measures;
 
 namespace {
 
+constexpr const char* kOwnPalette = "ownPalette";
 constexpr int kArrowWidth = 28;
 constexpr int kFieldPadding = 8;
 
@@ -115,8 +116,10 @@ LookStyle::LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void LookStyle::SetTokens(const ColorTokens& tokens) {
     tokens_ = tokens;
-    for (QWidget* window : QApplication::topLevelWidgets())
-        window->setPalette(tokens_.Palette());
+    const QPalette palette = tokens_.Palette();
+    for (QWidget* widget : QApplication::allWidgets())
+        if (widget->isWindow() || widget->property(kOwnPalette).toBool())
+            widget->setPalette(palette);
 }
 
 void LookStyle::polish(QWidget* widget) {
@@ -124,6 +127,13 @@ void LookStyle::polish(QWidget* widget) {
     // The application's palette stays the desktop's, so that its changes are heard of.
     if (widget->isWindow() && widget->windowType() != Qt::Desktop)
         widget->setPalette(tokens_.Palette());
+    // A widget that is put below a style sheet later does not inherit its parent's palette.
+    const QWidget* parent = widget->parentWidget();
+    if (!widget->isWindow() && parent != nullptr && parent->testAttribute(Qt::WA_StyleSheet) &&
+        widget->palette().resolveMask() == 0) {
+        widget->setProperty(kOwnPalette, true);
+        widget->setPalette(tokens_.Palette());
+    }
     if (qobject_cast<QMenu*>(widget) != nullptr)
         widget->setAttribute(Qt::WA_TranslucentBackground);
 }

@@ -335,7 +335,7 @@ void SaveWindows(Theme& theme, bool german, const QString& folder, const QString
     progress.setGeometry(frame->rect());
     progress.show();
     Save(*frame, folder, QStringLiteral("progress") + end);
-    progress.hide();
+    progress.End();
     auto* commands = frame->findChild<CommandSet*>();
     for (const char* id : {"view.fold", "view.unfold_all", "window.new_compare_folders"})
         commands->Bind(id, {.run = [] {}});

@@ -234,6 +234,22 @@ TEST(Theme, ChangesOpenWindowsAndLeavesViewsOfTextAlone) {
     EXPECT_EQ(theme.GetTokens(), ColorTokens::Light());
 }
 
+TEST(Theme, ReachesWhatIsPutIntoAnOpenWindowLater) {
+    auto& application = *static_cast<QApplication*>(QCoreApplication::instance());
+    Theme theme(application);
+    theme.Force(ColorTokens::Dark());
+    QWidget window;
+    theme.Dress(window);
+    window.show();
+    auto* outer = new QWidget(&window);
+    auto* inner = new QPushButton(QStringLiteral("Late"), outer);
+    outer->show();
+    EXPECT_EQ(inner->palette().color(QPalette::Text), ColorTokens::Dark()[Token::Text]);
+    theme.Force(std::nullopt);
+    EXPECT_EQ(outer->palette().color(QPalette::Text), ColorTokens::Light()[Token::Text]);
+    EXPECT_EQ(inner->palette().color(QPalette::Base), ColorTokens::Light()[Token::Paper]);
+}
+
 QColor DarkestOf(const QImage& image) {
     QColor darkest = Qt::white;
     for (int y = 0; y < image.height(); ++y)
