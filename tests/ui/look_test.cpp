@@ -1,6 +1,7 @@
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QImage>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 
@@ -242,7 +243,7 @@ TEST(Theme, ReachesWhatIsPutIntoAnOpenWindowLater) {
     theme.Dress(window);
     window.show();
     auto* outer = new QWidget(&window);
-    auto* inner = new QPushButton(QStringLiteral("Late"), outer);
+    auto* inner = new QLineEdit(QStringLiteral("Late"), outer);
     outer->show();
     EXPECT_EQ(inner->palette().color(QPalette::Text), ColorTokens::Dark()[Token::Text]);
     theme.Force(std::nullopt);
