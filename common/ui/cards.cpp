@@ -165,7 +165,6 @@ void MessageBar::paintEvent(QPaintEvent*) {
 Chip::Chip(QWidget* parent) : QToolButton(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    hide();
 }
 
 void Chip::SetWords(const QString& words, int count) {
@@ -173,7 +172,9 @@ void Chip::SetWords(const QString& words, int count) {
     count_ = count;
     setAccessibleName(words);
     setToolTip(words);
-    setVisible(count > 0);
+    // Shown before it stands in a window it would be one of its own.
+    if (count == 0 || parentWidget() != nullptr)
+        setVisible(count > 0);
     updateGeometry();
     update();
 }
