@@ -1,0 +1,59 @@
+// Boxes with a list that drops down.
+#pragma once
+
+#include <QComboBox>
+#include <QSpinBox>
+
+#include "common/ui/list_rows.h"
+
+namespace zorvane {
+
+/// Its text is cut by "..." where room is short, which Qt's own is not.
+class ComboBox : public QComboBox {
+    Q_OBJECT
+  public:
+    explicit ComboBox(QWidget* parent = nullptr);
+
+    void showPopup() override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    /// What stands in the box while it is not edited.
+    virtual QString ShownText(const QFontMetrics& metrics, int width) const;
+    virtual ListRow ShownRow() const;
+};
+
+/// The list of differences: rows with their sign, made when they are looked at.
+class DifferenceBox : public ComboBox {
+    Q_OBJECT
+  public:
+    explicit DifferenceBox(const QString& name, QWidget* parent = nullptr);
+
+    /// `none` stands in the box when there are no rows.
+    void SetRows(int count, RowModel::Provider provider, const QString& none);
+    /// 0-based; -1: no row is current. Tells nobody.
+    void SetCurrent(int row);
+
+  Q_SIGNALS:
+    void Chosen(int row);
+
+  protected:
+    QString ShownText(const QFontMetrics& metrics, int width) const override;
+    ListRow ShownRow() const override;
+
+  private:
+    RowModel rows_;
+    QString none_;
+};
+
+/// A number that is as wide as its values.
+class NumberBox : public QSpinBox {
+    Q_OBJECT
+  public:
+    NumberBox(int least, int most, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+}  // namespace zorvane

@@ -1,0 +1,307 @@
+#include <QAccessible>
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include "common/ui/bars.h"
+#include "common/ui/buttons.h"
+#include "common/ui/cards.h"
+#include "common/ui/check_boxes.h"
+#include "common/ui/combo_boxes.h"
+#include "common/ui/file_box.h"
+#include "common/ui/look_style.h"
+#include "common/ui/mark_style_row.h"
+#include "common/ui/measures.h"
+#include "common/ui/progress_card.h"
+#include "common/ui/question.h"
+
+namespace zorvane {
+namespace {
+
+TEST(DifferenceBox, AsksOnlyForRowsThatAreLookedAt) {
+    constexpr int kRows = 50'000;
+    int asked = 0;
+    QWidget window;
+    window.resize(900, 200);
+    auto* box = new DifferenceBox(QStringLiteral("Differences"), &window);
+    box->resize(400, 32);
+    box->SetRows(
+        kRows,
+        [&](int row) {
+            ++asked;
+            return ListRow{.text = QStringLiteral("[%1]").arg(row + 1)};
+        },
+        QString());
+    box->SetCurrent(40'000);
+    window.show();
+    EXPECT_FALSE(box->grab().isNull());
+    box->showPopup();
+    QApplication::processEvents();
+    box->hidePopup();
+    EXPECT_LT(asked, 1'000);
+    EXPECT_EQ(box->currentText(), QStringLiteral("[40001]"));
+
+    box->SetRows(0, {}, QStringLiteral("No differences"));
+    EXPECT_FALSE(box->isEnabled());
+    EXPECT_EQ(box->count(), 0);
+    EXPECT_FALSE(box->grab().isNull());
+}
+
+TEST(DifferenceBox, TellsWhatThePersonChoseAndNotWhatTheProgramSet) {
+    DifferenceBox box(QStringLiteral("Differences"));
+    box.SetRows(
+        3, [](int row) { return ListRow{.text = QString::number(row)}; }, QString());
+    QList<int> chosen;
+    QObject::connect(&box, &DifferenceBox::Chosen, [&](int row) { chosen.append(row); });
+    box.SetCurrent(2);
+    EXPECT_TRUE(chosen.isEmpty());
+    QTest::keyClick(&box, Qt::Key_Up);
+    EXPECT_EQ(chosen, QList<int>{1});
+}
+
+TEST(ElidedPath, KeepsTheNameAsLongAsItCan) {
+    const QFontMetrics metrics{QFont()};
+    const QString path = QStringLiteral("/home/anna/contracts/2026/draft 3.docx");
+    const auto width = [&](const char* text) {
+        return metrics.horizontalAdvance(QString::fromUtf8(text));
+    };
+    EXPECT_EQ(ElidedPath(path, metrics, width("/home/anna/contracts/2026/draft 3.docx")), path);
+    EXPECT_EQ(ElidedPath(path, metrics, width("…/contracts/2026/draft 3.docx")),
+              QString::fromUtf8("…/contracts/2026/draft 3.docx"));
+    EXPECT_EQ(ElidedPath(path, metrics, width("…/contracts/2026/draft 3.docx") - 1),
+              QString::fromUtf8("…/2026/draft 3.docx"));
+    const QString narrow = ElidedPath(path, metrics, width("draft 3.do"));
+    EXPECT_LE(metrics.horizontalAdvance(narrow), width("draft 3.do"));
+    EXPECT_TRUE(narrow.startsWith(u'd') && narrow.endsWith(u'x')) << narrow.toStdString();
+    EXPECT_EQ(
+        ElidedPath(QStringLiteral("C:\\a very long folder\\b.doc"), metrics, width("…\\b.doc")),
+        QString::fromUtf8("…\\b.doc"));
+}
+
+TEST(FileBox, GivesBackThePathThatItShowsCut) {
+    FileBox box(QStringLiteral("Original"), QStringLiteral("file"));
+    box.resize(120, 32);
+    QStringList chosen;
+    QObject::connect(&box, &FileBox::PathChosen, [&](const QString& path) { chosen << path; });
+    box.SetRecent({"/a/one.txt", "/b/two.txt"});
+    EXPECT_EQ(box.Path(), QString()) << "the list of the last ones is no choice";
+    box.SetPath(QStringLiteral("/a/very/long/way/to/the/document.docx"));
+    box.SetRecent({"/a/one.txt"});
+    EXPECT_EQ(box.Path(), QStringLiteral("/a/very/long/way/to/the/document.docx"));
+    EXPECT_TRUE(chosen.isEmpty());
+    box.lineEdit()->setText(QStringLiteral("/typed.txt"));
+    QTest::keyClick(box.lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(chosen, QStringList{"/typed.txt"});
+}
+
+int TabStops(const QWidget& widget) {
+    int stops = 0;
+    for (const QWidget* child : widget.findChildren<QWidget*>())
+        stops += (child->focusPolicy() & Qt::TabFocus) != 0 ? 1 : 0;
+    return stops;
+}
+
+TEST(ToolBar, IsOneStopInWhichArrowsMove) {
+    QWidget window;
+    auto* bar = new ToolBar(QStringLiteral("Bar"), &window);
+    auto* first = new Button(QStringLiteral("Compare"));
+    auto* group = new SegmentedGroup(QStringLiteral("Layout"));
+    group->Add(1, QStringLiteral("A"), QString(), QString());
+    group->Add(2, QStringLiteral("B"), QString(), QString());
+    auto* last = new Button(QStringLiteral("Options"));
+    bar->Add(first);
+    bar->Add(group);
+    bar->Add(last);
+    window.show();
+    EXPECT_EQ(TabStops(*bar), 1);
+    first->setFocus();
+    const auto press = [&](int key) {
+        QTest::keyClick(window.focusWidget(), static_cast<Qt::Key>(key));
+        return window.focusWidget();
+    };
+    EXPECT_EQ(press(Qt::Key_Right), group->Segment(1));
+    EXPECT_EQ(group->Current(), 1);
+    group->Segment(2)->setEnabled(false);
+    EXPECT_EQ(press(Qt::Key_Right), last) << "what is greyed is passed over";
+    EXPECT_EQ(press(Qt::Key_Right), last);
+    EXPECT_EQ(press(Qt::Key_Home), first);
+    EXPECT_EQ(TabStops(*bar), 1);
+    first->setEnabled(false);
+    EXPECT_EQ(TabStops(*bar), 1);
+    EXPECT_TRUE(group->Segment(1)->focusPolicy() & Qt::TabFocus)
+        << "a bar whose stop is greyed can still be reached";
+}
+
+TEST(SegmentedGroup, IsToldAsRadioButtonsWithTheirCounts) {
+    SegmentedGroup group(QStringLiteral("Show"));
+    group.Add(7, QStringLiteral("Changes"), QString(), QString());
+    group.Add(9, QStringLiteral("Additions"), QString(), QString());
+    group.SetCount(7, 8);
+    QAccessibleInterface* told = QAccessible::queryAccessibleInterface(group.Segment(7));
+    EXPECT_EQ(told->role(), QAccessible::RadioButton);
+    EXPECT_EQ(told->text(QAccessible::Name), QStringLiteral("Changes, 8"));
+    QList<int> chosen;
+    QObject::connect(&group, &SegmentedGroup::Chosen, [&](int id) { chosen.append(id); });
+    group.SetCurrent(9);
+    EXPECT_TRUE(chosen.isEmpty());
+    QTest::mouseClick(group.Segment(7), Qt::LeftButton);
+    EXPECT_EQ(chosen, QList<int>{7});
+}
+
+TEST(WrappingCheckBox, GrowsInHeightWhereWidthIsShort) {
+    const QString caption = QStringLiteral("Die Zahl der Änderungen auch innerhalb der Absätze");
+    WrappingCheckBox box(caption);
+    const int wide = box.sizeHint().width();
+    EXPECT_EQ(box.heightForWidth(wide), box.sizeHint().height());
+    EXPECT_GT(box.heightForWidth(wide / 2), box.heightForWidth(wide));
+    EXPECT_LT(box.minimumSizeHint().width(), wide);
+    box.resize(wide, 28);
+    QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, QPoint(wide - 4, 14));
+    EXPECT_TRUE(box.isChecked()) << "the caption is part of it";
+}
+
+/// A dialog with one field, which must not be empty.
+class NameDialog : public Dialog {
+  public:
+    NameDialog() : Dialog(QStringLiteral("Name"), measures::kNarrowDialog, nullptr) {
+        AddColumn()->AddAbove(QStringLiteral("Name"), &field);
+        SetButtons(QStringLiteral("OK"), QStringLiteral("Cancel"));
+        SetFirstFocus(&field);
+    }
+    QLineEdit field;
+
+  protected:
+    bool Check() override {
+        if (field.text().isEmpty())
+            ShowError(&field, QStringLiteral("A name is needed"));
+        return !field.text().isEmpty();
+    }
+};
+
+TEST(Dialog, StaysOpenWithTheWrongFieldTold) {
+    NameDialog dialog;
+    dialog.show();
+    EXPECT_EQ(dialog.focusWidget(), &dialog.field);
+    const auto* error = dialog.findChild<QLabel*>(QStringLiteral(".error"));
+    ASSERT_NE(error, nullptr);
+    EXPECT_FALSE(error->isVisible());
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(error->isVisible());
+    EXPECT_EQ(error->text(), QStringLiteral("A name is needed"));
+    EXPECT_TRUE(dialog.field.property(kWrongProperty).toBool());
+    dialog.field.setText(QStringLiteral("Anna"));
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog.field.property(kWrongProperty).toBool());
+}
+
+TEST(Dialog, PutsCancelBeforeTheFilledButtonAndTheThirdLeft) {
+    NameDialog dialog;
+    const Button* third = dialog.AddThirdButton(QStringLiteral("Restore"));
+    dialog.show();
+    EXPECT_LT(third->x(), dialog.CancelButton()->x());
+    EXPECT_LT(dialog.CancelButton()->x(), dialog.AcceptButton()->x());
+    EXPECT_TRUE(dialog.AcceptButton()->isDefault());
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+}
+
+TEST(Dialog, IsWiderThanItsKindOnlyWhereWordsNeedIt) {
+    Dialog usual(QStringLiteral("T"), measures::kNarrowDialog, nullptr);
+    usual.SetButtons(QStringLiteral("OK"), QStringLiteral("Cancel"));
+    usual.show();
+    EXPECT_EQ(usual.width(), measures::kNarrowDialog);
+    Dialog long_words(QStringLiteral("T"), measures::kNarrowDialog, nullptr);
+    long_words.SetButtons(QStringLiteral("Alle Einstellungen übernehmen"),
+                          QStringLiteral("Nichts davon übernehmen"));
+    long_words.show();
+    EXPECT_GT(long_words.width(), measures::kNarrowDialog);
+    EXPECT_GE(long_words.CancelButton()->x(), measures::kDialogEdge);
+}
+
+TEST(Question, AnswersByEnterAndEscAndNeverDeletesByEnter) {
+    struct Row {
+        const char* name;
+        bool deletes;
+        Qt::Key key;
+        int answer;
+    };
+    const Row rows[] = {
+        {"Enter takes the usual one", false, Qt::Key_Return, 2},
+        {"Esc is the way out", false, Qt::Key_Escape, 0},
+        {"Enter does not delete", true, Qt::Key_Return, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QuestionDialog dialog({.title = "Delete",
+                               .text = "Delete it?",
+                               .choices = {"No", "To the Bin", "Delete"},
+                               .usual = 2,
+                               .escape = 0,
+                               .deletes = row.deletes},
+                              nullptr);
+        dialog.show();
+        QTest::keyClick(dialog.focusWidget(), row.key);
+        EXPECT_FALSE(dialog.isVisible());
+        EXPECT_EQ(dialog.Answer(), row.answer);
+    }
+}
+
+TEST(ProgressCard, AppearsLateAndNeverGoesBack) {
+    QWidget window;
+    window.resize(800, 600);
+    ProgressCard card(UiText(), &window);
+    window.show();
+    const auto shown = [&] {
+        QStringList texts;
+        for (const QLabel* label : card.findChildren<QLabel*>())
+            texts.append(label->text());
+        return texts;
+    };
+    card.Begin(QStringLiteral("Comparing"));
+    EXPECT_FALSE(card.isVisible());
+    card.SetProgress(40, QStringLiteral("Document"));
+    card.SetProgress(30, QStringLiteral("Document"));
+    EXPECT_TRUE(shown().contains(QStringLiteral("40 %")));
+    card.End();
+    card.Begin(QStringLiteral("Comparing"));
+    EXPECT_TRUE(shown().contains(QStringLiteral("0 %"))) << "a new run starts anew";
+    card.End();
+}
+
+TEST(MarkStyleRow, TellsWhatThePersonPressed) {
+    MarkStyleRow row(MarkKind::Deleted, QStringLiteral("Deleted"), UiText());
+    int changes = 0;
+    QObject::connect(&row, &MarkStyleRow::Changed, [&] { ++changes; });
+    MarkChoice choice{.colors = DefaultColors(MarkKind::Deleted), .strike = true};
+    row.SetChoice(choice);
+    EXPECT_EQ(changes, 0);
+    const QList<FaceToggle*> toggles = row.findChildren<FaceToggle*>();
+    ASSERT_EQ(toggles.size(), 4);
+    EXPECT_TRUE(toggles[3]->isChecked());
+    QTest::mouseClick(toggles[0], Qt::LeftButton);
+    choice.bold = true;
+    EXPECT_EQ(row.Choice(), choice);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST(StatusBar, ShowsAndTellsItsPanelsByNumber) {
+    StatusBar bar(3);
+    bar.SetPanel(2, QStringLiteral("Ready. Click here to Abort."));
+    bar.SetPanel(3, QStringLiteral("00:00:01"));
+    bar.resize(600, 28);
+    bar.show();
+    EXPECT_EQ(bar.Panel(2), QStringLiteral("Ready. Click here to Abort."));
+    QList<int> clicked;
+    QObject::connect(&bar, &StatusBar::PanelClicked, [&](int number) { clicked.append(number); });
+    QTest::mouseClick(&bar, Qt::LeftButton, Qt::NoModifier, QPoint(600 - 20, 14));
+    EXPECT_EQ(clicked, QList<int>{3});
+}
+
+}  // namespace
+}  // namespace zorvane
