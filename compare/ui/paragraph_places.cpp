@@ -1,0 +1,323 @@
+// The way between positions and points of a laid out block, and what is painted over its text.
+#include <algorithm>
+#include <cmath>
+
+#include "compare/ui/paragraph_layout.h"
+
+namespace zorvane {
+namespace {
+
+constexpr double kSamePlace = 0.5;
+
+bool IsBlank(QChar unit) {
+    return unit.isSpace() || unit == QChar::LineSeparator;
+}
+
+Qt::PenStyle PenStyleOf(Underline kind) {
+    switch (kind) {
+        case Underline::ThickDotted:
+            return Qt::DotLine;
+        case Underline::ThickDash:
+        case Underline::ThickLongDash:
+            return Qt::DashLine;
+        case Underline::ThickDashDot:
+            return Qt::DashDotLine;
+        case Underline::ThickDashDotDot:
+            return Qt::DashDotDotLine;
+        default:
+            return Qt::SolidLine;
+    }
+}
+
+}  // namespace
+
+double ParagraphLayout::Ascent() const {
+    const QTextLine line = cells_.front().layout->lineAt(0);
+    return line.isValid() ? line.y() + line.ascent() : room_above_;
+}
+
+double ParagraphLayout::FirstMiddle() const {
+    const std::vector<Line>& lines = cells_.front().lines;
+    return lines.empty() ? room_above_ : lines.front().top + lines.front().height / 2;
+}
+
+// `behind_preedit`: which side of the composed text the place of composing itself stands for.
+std::int32_t ParagraphLayout::ToCell(const Cell& cell, std::int32_t position,
+                                     bool behind_preedit) const {
+    const bool composing = preedit_length_ > 0 && preedit_at_ >= cell.first &&
+                           preedit_at_ <= cell.first + cell.length;
+    const bool shifted = position > preedit_at_ || (position == preedit_at_ && behind_preedit);
+    return position - cell.first + (composing && shifted ? preedit_length_ : 0);
+}
+
+std::int32_t ParagraphLayout::FromCell(const Cell& cell, std::int32_t at) const {
+    const bool composing = preedit_length_ > 0 && preedit_at_ >= cell.first &&
+                           preedit_at_ <= cell.first + cell.length;
+    const std::int32_t begin = preedit_at_ - cell.first;
+    if (composing && at > begin)
+        at = std::max(begin, at - preedit_length_);
+    return cell.first + at;
+}
+
+const ParagraphLayout::Cell& ParagraphLayout::CellOf(std::int32_t position) const {
+    const auto behind = std::upper_bound(
+        cells_.begin(), cells_.end(), position,
+        [](std::int32_t place, const Cell& cell) { return place < cell.first; });
+    return behind == cells_.begin() ? cells_.front() : *std::prev(behind);
+}
+
+std::int32_t ParagraphLayout::PositionAt(QPointF point) const {
+    const Cell* cell = &cells_.front();
+    for (const Cell& other : cells_) {
+        if (other.x <= point.x())
+            cell = &other;
+    }
+    std::int32_t number = 0;
+    const auto count = static_cast<std::int32_t>(cell->lines.size());
+    while (number + 1 < count) {
+        const Line& line = cell->lines[static_cast<std::size_t>(number)];
+        if (point.y() < line.top + line.height)
+            break;
+        ++number;
+    }
+    const QTextLine line = cell->layout->lineAt(number);
+    if (!line.isValid())
+        return cell->first;
+    int at = line.xToCursor(point.x());
+    // The end of a wrapped line is the begin of the next one; a click stays on the line it hit.
+    if (number + 1 < count && at >= line.textStart() + line.textLength())
+        at = cell->layout->previousCursorPosition(line.textStart() + line.textLength());
+    return FromCell(*cell, std::max(at, line.textStart()));
+}
+
+QRectF ParagraphLayout::CaretIn(const Cell& cell, std::int32_t at) const {
+    const QTextLine line = cell.layout->lineForTextPosition(at);
+    if (!line.isValid())
+        return {cell.x, room_above_, 0, height_ - room_above_ - room_below_};
+    return {line.cursorToX(at), line.y(), 0, line.height()};
+}
+
+QRectF ParagraphLayout::CaretRect(std::int32_t position) const {
+    const Cell& cell = CellOf(position);
+    return CaretIn(cell, ToCell(cell, position, false));
+}
+
+QRectF ParagraphLayout::PreeditCaretRect() const {
+    const Cell& cell = CellOf(preedit_at_);
+    return CaretIn(cell, ToCell(cell, preedit_at_, false) + preedit_caret_);
+}
+
+void ParagraphLayout::AddBidiBoxes(const QTextLine& line, std::int32_t begin, std::int32_t end,
+                                   RangeBox box, double x, std::vector<RangeBox>& boxes) const {
+    bool open = false;
+    for (int at = begin; at < end; ++at) {
+        const double leading = line.cursorToX(at, QTextLine::Leading) + x;
+        const double trailing = line.cursorToX(at, QTextLine::Trailing) + x;
+        const double left = std::min(leading, trailing);
+        const double right = std::max(leading, trailing);
+        if (right - left <= 0)
+            continue;
+        if (open && std::abs(left - boxes.back().rect.right()) < kSamePlace) {
+            boxes.back().rect.setRight(right);
+            continue;
+        }
+        if (open && std::abs(right - boxes.back().rect.left()) < kSamePlace) {
+            boxes.back().rect.setLeft(left);
+            continue;
+        }
+        box.rect.setLeft(left);
+        box.rect.setRight(right);
+        boxes.push_back(box);
+        open = true;
+    }
+}
+
+// `begin` and `end` are positions of the cell's layout.
+void ParagraphLayout::AddBoxes(const Cell& cell, std::int32_t begin, std::int32_t end, Trim trim,
+                               std::vector<RangeBox>& boxes) const {
+    const QString text = cell.layout->text();
+    for (int number = 0; number < cell.layout->lineCount(); ++number) {
+        const QTextLine line = cell.layout->lineAt(number);
+        std::int32_t from = std::max(begin, line.textStart());
+        std::int32_t to = std::min(end, line.textStart() + line.textLength());
+        if (trim == Trim::Blanks) {
+            while (from < to && IsBlank(text.at(from)))
+                ++from;
+            while (from < to && IsBlank(text.at(to - 1)))
+                --to;
+        }
+        if (from >= to)
+            continue;
+        const Line& place = cell.lines[static_cast<std::size_t>(number)];
+        RangeBox box;
+        box.rect = QRectF(0, place.top, 0, place.height);
+        box.baseline = line.y() + line.ascent();
+        box.ascent = line.ascent();
+        box.natural_top = line.y();
+        box.natural_height = line.height();
+        if (bidi_) {
+            AddBidiBoxes(line, from, to, box, 0, boxes);
+            continue;
+        }
+        box.rect.setLeft(line.cursorToX(from));
+        // The trailing edge, because the end of a line is no place on it.
+        box.rect.setRight(line.cursorToX(to - 1, QTextLine::Trailing));
+        boxes.push_back(box);
+    }
+}
+
+std::vector<RangeBox> ParagraphLayout::Boxes(std::int32_t first, std::int32_t length,
+                                             Trim trim) const {
+    std::vector<RangeBox> boxes;
+    for (const Cell& cell : cells_) {
+        const std::int32_t from = std::max(first, cell.first);
+        const std::int32_t to = std::min(first + length, cell.first + cell.length);
+        if (from < to)
+            AddBoxes(cell, ToCell(cell, from, true), ToCell(cell, to, false), trim, boxes);
+    }
+    return boxes;
+}
+
+std::vector<RangeBox> ParagraphLayout::PreeditBoxes() const {
+    std::vector<RangeBox> boxes;
+    if (preedit_length_ == 0)
+        return boxes;
+    const Cell& cell = CellOf(preedit_at_);
+    const std::int32_t begin = preedit_at_ - cell.first;
+    AddBoxes(cell, begin, begin + preedit_length_, Trim::No, boxes);
+    return boxes;
+}
+
+std::int32_t ParagraphLayout::VisualStep(std::int32_t position, bool right) const {
+    const Cell& cell = CellOf(position);
+    const int at = ToCell(cell, position, right);
+    const int next = right ? cell.layout->rightCursorPosition(at)
+                           : cell.layout->leftCursorPosition(at);
+    if (next != at)
+        return FromCell(cell, next);
+    // Beyond a cell's edge comes its neighbour.
+    const auto index = static_cast<std::size_t>(&cell - cells_.data());
+    if (right && index + 1 < cells_.size())
+        return cells_[index + 1].first;
+    if (!right && index > 0)
+        return cells_[index - 1].first + cells_[index - 1].length;
+    return -1;
+}
+
+std::int32_t ParagraphLayout::LineCount() const {
+    std::int32_t count = 0;
+    for (const Cell& cell : cells_)
+        count += cell.layout->lineCount();
+    return count;
+}
+
+ParagraphLayout::LinePlace ParagraphLayout::PlaceOf(std::int32_t line) const {
+    for (const Cell& cell : cells_) {
+        if (line < cell.layout->lineCount())
+            return {&cell, line};
+        line -= cell.layout->lineCount();
+    }
+    return {&cells_.back(), cells_.back().layout->lineCount() - 1};
+}
+
+std::int32_t ParagraphLayout::LineOf(std::int32_t position) const {
+    const Cell& own = CellOf(position);
+    std::int32_t line = 0;
+    for (const Cell& cell : cells_) {
+        if (&cell == &own)
+            break;
+        line += cell.layout->lineCount();
+    }
+    const QTextLine found = own.layout->lineForTextPosition(ToCell(own, position, false));
+    return line + (found.isValid() ? found.lineNumber() : 0);
+}
+
+std::int32_t ParagraphLayout::LineStart(std::int32_t line) const {
+    const LinePlace place = PlaceOf(line);
+    return FromCell(*place.cell, place.cell->layout->lineAt(place.line).textStart());
+}
+
+std::int32_t ParagraphLayout::LineEnd(std::int32_t line) const {
+    const LinePlace place = PlaceOf(line);
+    const QTextLine found = place.cell->layout->lineAt(place.line);
+    const int end = found.textStart() + found.textLength();
+    if (place.line + 1 >= place.cell->layout->lineCount())
+        return FromCell(*place.cell, end);
+    return FromCell(*place.cell,
+                    std::max(found.textStart(), place.cell->layout->previousCursorPosition(end)));
+}
+
+QRectF ParagraphLayout::LineRect(std::int32_t line) const {
+    const LinePlace place = PlaceOf(line);
+    const Line& box = place.cell->lines[static_cast<std::size_t>(std::max(place.line, 0))];
+    return {place.cell->x, box.top, place.cell->width, box.height};
+}
+
+void ParagraphLayout::Draw(QPainter& painter, QPointF origin,
+                           const QList<QTextLayout::FormatRange>& selections,
+                           const QRectF& clip) const {
+    if (IsTableRow())
+        DrawCellBorders(painter, origin);
+    for (const Cell& cell : cells_) {
+        QList<QTextLayout::FormatRange> own;
+        for (const QTextLayout::FormatRange& range : selections) {
+            const std::int32_t from = std::max(range.start, cell.first);
+            const std::int32_t to = std::min(range.start + range.length, cell.first + cell.length);
+            if (from >= to)
+                continue;
+            QTextLayout::FormatRange moved;
+            moved.start = ToCell(cell, from, true);
+            moved.length = ToCell(cell, to, false) - moved.start;
+            moved.format = range.format;
+            own.append(moved);
+        }
+        cell.layout->draw(&painter, origin, own, clip);
+    }
+    DrawOwnLines(painter, origin);
+}
+
+// The lines that Qt's formats lack, on the boxes of their text.
+void ParagraphLayout::DrawOwnLines(QPainter& painter, QPointF origin) const {
+    for (const OwnLine& own : own_lines_) {
+        const bool twice = own.kind == Underline::Double || own.kind == Underline::DoubleWave;
+        const bool thin = twice || own.kind == Underline::Words;
+        QPen pen(own.color, thin ? 1.0 : 2.0, PenStyleOf(own.kind), Qt::FlatCap);
+        painter.setPen(pen);
+        const QString text = cells_.front().layout->text();
+        const auto draw = [&](std::int32_t first, std::int32_t length) {
+            for (const RangeBox& box : Boxes(first, length, Trim::No)) {
+                const QPointF from = origin + QPointF(box.rect.left(), box.baseline + 2);
+                const QPointF to = origin + QPointF(box.rect.right(), box.baseline + 2);
+                painter.drawLine(from, to);
+                if (twice)
+                    painter.drawLine(from + QPointF(0, 2), to + QPointF(0, 2));
+            }
+        };
+        if (own.kind != Underline::Words || IsTableRow()) {
+            draw(own.first, own.length);
+            continue;
+        }
+        // Under words only: from one blank to the next.
+        const std::int32_t end = std::min(own.first + own.length,
+                                          static_cast<std::int32_t>(text.size()));
+        for (std::int32_t at = own.first; at < end;) {
+            std::int32_t stop = at;
+            while (stop < end && !IsBlank(text.at(stop)))
+                ++stop;
+            if (stop > at)
+                draw(at, stop - at);
+            at = stop + 1;
+        }
+    }
+}
+
+void ParagraphLayout::DrawCellBorders(QPainter& painter, QPointF origin) const {
+    painter.setPen(QPen(border_, 1));
+    for (const Cell& cell : cells_) {
+        if (cell.width > 0)
+            painter.drawRect(
+                QRectF(origin.x() + cell.x + 0.5, origin.y() - 0.5, cell.width, height_));
+    }
+}
+
+}  // namespace zorvane
