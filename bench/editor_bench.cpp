@@ -65,13 +65,12 @@ void AskLine(MemoryEditor& editor, std::int32_t first) {
     benchmark::DoNotOptimize(editor.LineOfChar(CharPos{first}));
 }
 
-void BM_WalkFromTheEnd(benchmark::State& state, Edit edit, bool undo) {
+void BM_WalkFromTheEnd(benchmark::State& state, Edit edit) {
     const RichText text = MakeText(state.range(0));
     for (auto unused : state) {
         state.PauseTiming();
         MemoryEditor editor;
         editor.SetRich(text);
-        editor.SetUndoEnabled(undo);
         state.ResumeTiming();
         for (std::int32_t first = text.Length() - kStep; first >= 0; first -= kStep)
             edit(editor, first);
@@ -80,21 +79,17 @@ void BM_WalkFromTheEnd(benchmark::State& state, Edit edit, bool undo) {
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) *
                             (text.Length() / kStep));
 }
-BENCHMARK_CAPTURE(BM_WalkFromTheEnd, replace, ReplaceParagraph, false)
+BENCHMARK_CAPTURE(BM_WalkFromTheEnd, replace, ReplaceParagraph)
     ->RangeMultiplier(2)
     ->Range(kLeast, kMost)
     ->ArgName("characters")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_WalkFromTheEnd, replace_with_undo, ReplaceParagraph, true)
-    ->Arg(kMost)
-    ->ArgName("characters")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_WalkFromTheEnd, format, FormatParagraph, false)
+BENCHMARK_CAPTURE(BM_WalkFromTheEnd, format, FormatParagraph)
     ->RangeMultiplier(2)
     ->Range(kLeast, kMost)
     ->ArgName("characters")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_WalkFromTheEnd, lines, AskLine, false)
+BENCHMARK_CAPTURE(BM_WalkFromTheEnd, lines, AskLine)
     ->RangeMultiplier(2)
     ->Range(kLeast, kMost)
     ->ArgName("characters")
@@ -130,7 +125,6 @@ BENCHMARK(BM_CopyWholeText)->Arg(kMost)->ArgName("characters")->Unit(benchmark::
 void BM_OneSmallChange(benchmark::State& state) {
     const RichText text = MakeText(kParagraphLength);
     MemoryEditor editor;
-    editor.SetUndoEnabled(false);
     for (auto unused : state) {
         editor.SetRich(text);
         editor.Replace({CharPos{editor.Length()}, 0}, u" ");
@@ -145,7 +139,6 @@ struct DocumentBench {
     explicit DocumentBench(std::int64_t characters) {
         document.Setup(editor, silence);
         editor.SetRich(MakeText(characters));
-        editor.SetUndoEnabled(false);
     }
     Silence silence;
     MemoryEditor editor;

@@ -8,13 +8,6 @@ ViewerEditors::ViewerEditors(Sound& sound) {
           &rtbModifiedDiffFinal, &rtbAIODiff, &rtbOriginalDiffTemp, &rtbModifiedDiffTemp,
           &rtbAIODiffTemp, &rtbScratch})
         entry->document.Setup(entry->editor, sound);
-    // Nobody undoes what only a run writes.
-    for (MemoryEditor* editor :
-         {&rtbOriginalDiff.editor, &rtbModifiedDiff.editor, &rtbOriginalDiffFinal.editor,
-          &rtbModifiedDiffFinal.editor, &rtbAIODiff.editor, &rtbOriginalDiffTemp.editor,
-          &rtbModifiedDiffTemp.editor, &rtbAIODiffTemp.editor, &rtbScratch.editor, &rtbDeletions,
-          &rtbAdditions, &rtbChanges})
-        editor->SetUndoEnabled(false);
 }
 
 }  // namespace zorvane

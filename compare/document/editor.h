@@ -1,10 +1,11 @@
 // The rich-text editor as the rest of the program sees it, with a window or without one.
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "common/base/number.h"
 #include "common/base/result.h"
@@ -46,9 +47,13 @@ class Editor {
     virtual std::int32_t Length() const = 0;
     virtual std::u16string Text() const = 0;
     virtual RichText Rich() const = 0;
-    /// The text without a copy, in two pieces to be read one behind the other; a break may be cut
-    /// between them. Borrowed until the next edit.
-    virtual std::array<std::u16string_view, 2> TextPieces() const = 0;
+    /// The text without a copy, in pieces to be read one behind the other; breaks and characters
+    /// may be cut between them. Borrowed until the next edit.
+    std::vector<std::u16string_view> TextPieces() const {
+        return TextPieces({CharPos{0}, Length()});
+    }
+    /// Of a range, clipped and without the break behind the text.
+    virtual std::vector<std::u16string_view> TextPieces(TextRange range) const = 0;
     /// Moves everything out and leaves the editor empty.
     virtual RichText TakeRich() = 0;
     /// Replaces all. Breaks are normalized; the format is `DefaultFormat()`; the caret goes to 0
@@ -67,6 +72,8 @@ class Editor {
     /// Gives back the range of what was inserted.
     virtual TextRange Replace(TextRange range, std::u16string_view text) = 0;
     virtual TextRange Replace(TextRange range, const RichText& text) = 0;
+    /// Of every paragraph that the range touches, if only with one end.
+    virtual void FormatParagraphs(TextRange range, const ParagraphFormatChange& change) = 0;
 
     // The selection.
     virtual TextRange Selection() const = 0;
@@ -88,16 +95,53 @@ class Editor {
     /// of lines, and a line past the last, give the last line.
     virtual std::int32_t LineOfChar(CharPos position) const = 0;
     virtual CharPos FirstCharOfLine(std::int32_t line) const = 0;
-    virtual bool CanUndo() const = 0;
-    virtual void Undo() = 0;
-    /// Undo costs memory for each edit; an editor that only a run writes keeps none. On at first.
-    virtual void SetUndoEnabled(bool enabled) = 0;
+    /// An editor that only a run writes keeps nothing to undo. Gives the range that was changed.
+    virtual bool CanUndo() const { return false; }
+    virtual std::optional<TextRange> Undo() { return std::nullopt; }
 
     // Files. RTF is told by its first characters even when rich text is asked for: a file without
     // "{\rtf" is read as plain text in the encoding that its bytes show. An RTF file is written
     // whole to a new file and renamed. Failures name the file.
     virtual Status LoadFile(const std::string& path, FileFormat format) = 0;
     virtual Status SaveFile(const std::string& path, FileFormat format) const = 0;
+
+  protected:
+    friend class EditBatch;
+    friend class ProgrammeEdit;
+
+    // Of interest only where somebody hears of edits or undoes them.
+    virtual void BeginBatch() {}
+    virtual void EndBatch() {}
+    virtual void BeginProgrammeEdit() {}
+    virtual void EndProgrammeEdit() {}
+};
+
+/// As long as it lives, all edits of the editor are one: one undo, one notice at the end.
+class EditBatch {
+  public:
+    explicit EditBatch(Editor& editor) : editor_(editor) { editor_.BeginBatch(); }
+    ~EditBatch() { editor_.EndBatch(); }
+    EditBatch(const EditBatch&) = delete;
+    EditBatch& operator=(const EditBatch&) = delete;
+
+  private:
+    Editor& editor_;
+};
+
+/// As long as it lives, the edits are the programme's own and nothing that a user could undo. They
+/// are a batch as well.
+class ProgrammeEdit {
+  public:
+    explicit ProgrammeEdit(Editor& editor) : batch_(editor), editor_(editor) {
+        editor_.BeginProgrammeEdit();
+    }
+    ~ProgrammeEdit() { editor_.EndProgrammeEdit(); }
+    ProgrammeEdit(const ProgrammeEdit&) = delete;
+    ProgrammeEdit& operator=(const ProgrammeEdit&) = delete;
+
+  private:
+    EditBatch batch_;
+    Editor& editor_;
 };
 
 }  // namespace zorvane

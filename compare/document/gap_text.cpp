@@ -20,6 +20,20 @@ void GapText::Assign(std::u16string text) {
     gap_begin_ = gap_end_ = buffer_.size();
 }
 
+std::vector<std::u16string_view> GapText::Pieces(std::int32_t first, std::int32_t length) const {
+    const auto begin = static_cast<std::size_t>(first);
+    const auto end = begin + static_cast<std::size_t>(length);
+    const std::size_t gap = gap_end_ - gap_begin_;
+    const std::u16string_view all = buffer_;
+    std::vector<std::u16string_view> pieces;
+    if (begin < std::min(end, gap_begin_))
+        pieces.push_back(all.substr(begin, std::min(end, gap_begin_) - begin));
+    const std::size_t from = std::max(begin, gap_begin_);
+    if (end > from)
+        pieces.push_back(all.substr(from + gap, end - from));
+    return pieces;
+}
+
 std::u16string GapText::Take(std::int32_t first, std::int32_t length) const {
     const auto begin = static_cast<std::size_t>(first);
     const auto end = begin + static_cast<std::size_t>(length);

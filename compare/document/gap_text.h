@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zorvane {
 
@@ -15,8 +16,7 @@ class GapText {
         return static_cast<std::int32_t>(buffer_.size() - (gap_end_ - gap_begin_));
     }
     void Assign(std::u16string text);
-    std::u16string_view Front() const { return {buffer_.data(), gap_begin_}; }
-    std::u16string_view Back() const { return std::u16string_view(buffer_).substr(gap_end_); }
+    std::vector<std::u16string_view> Pieces(std::int32_t first, std::int32_t length) const;
     /// Moves the text out.
     std::u16string TakeAll();
     std::u16string Take(std::int32_t first, std::int32_t length) const;

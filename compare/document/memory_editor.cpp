@@ -13,8 +13,6 @@ namespace zorvane {
 namespace {
 
 constexpr std::int32_t kBreakLength = 2;
-constexpr std::size_t kMostUndoSteps = 1000;
-constexpr std::size_t kMostUndoBytes = std::size_t{64} << 20U;
 
 bool HasLoneBreak(std::u16string_view text) {
     std::size_t at = 0;
@@ -76,7 +74,6 @@ RichText MemoryEditor::TakeRich() {
     rich.paragraph_runs = paragraph_runs_.TakeAll();
     selection_ = {};
     line_mark_ = {};
-    ForgetUndo();
     return rich;
 }
 
@@ -92,7 +89,6 @@ void MemoryEditor::SetRich(RichText text) {
     paragraph_runs_.Assign(std::move(text.paragraph_runs));
     selection_ = {};
     line_mark_ = {};
-    ForgetUndo();
 }
 
 std::int32_t MemoryEditor::SnapToBreak(std::int32_t position) const {
@@ -141,7 +137,7 @@ RichText MemoryEditor::Rich(TextRange range) const {
         last_break.char_runs.push_back({kBreakLength, rich.char_runs.empty()
                                                           ? InsertionFormat(inside)
                                                           : rich.char_runs.back().format});
-        last_break.paragraph_runs.push_back({kBreakLength, ParagraphFormatAt(Length())});
+        last_break.paragraph_runs.push_back({kBreakLength, ParagraphFormatAt(CharPos{Length()})});
         rich.Append(last_break);
     }
     return rich;
@@ -151,16 +147,12 @@ void MemoryEditor::Format(TextRange range, const CharFormatChange& change) {
     range = InText(Clip(range));
     if (range.length == 0)
         return;
-    if (undo_enabled_) {
-        UndoStep step{range.first.value, range.length, true, {}};
-        step.old.char_runs = char_runs_.Take(range.first.value, range.length);
-        Remember(std::move(step));
-    }
     char_runs_.ChangeFormats(range.first.value, range.length,
                              [&change](CharFormat& format) { change.ApplyTo(format); });
 }
 
 CharFormat MemoryEditor::InsertionFormat(TextRange range) const {
+    range = InText(range);
     const std::int32_t first = range.first.value;
     const bool replaces = range.length > 0;
     const CharFormat* format =
@@ -168,39 +160,55 @@ CharFormat MemoryEditor::InsertionFormat(TextRange range) const {
     return format == nullptr ? default_format_ : *format;
 }
 
-ParagraphFormat MemoryEditor::ParagraphFormatAt(std::int32_t position) const {
-    const ParagraphFormat* format = paragraph_runs_.At(position);
-    if (format == nullptr && position > 0)
-        format = paragraph_runs_.At(position - 1);
+CharFormat MemoryEditor::FormatAt(CharPos position) const {
+    const CharFormat* format = char_runs_.At(position.value);
+    return format == nullptr ? InsertionFormat({position, 0}) : *format;
+}
+
+ParagraphFormat MemoryEditor::ParagraphFormatAt(CharPos position) const {
+    const ParagraphFormat* format = paragraph_runs_.At(position.value);
+    if (format == nullptr && position > CharPos{0})
+        format = paragraph_runs_.At(position.value - 1);
     return format == nullptr ? ParagraphFormat{} : *format;
 }
 
-std::size_t MemoryEditor::UndoStep::Bytes() const {
-    return sizeof(UndoStep) + old.text.size() * sizeof(char16_t) +
-           old.char_runs.size() * sizeof(CharRun) +
-           old.paragraph_runs.size() * sizeof(ParagraphRun);
+std::vector<CharRun> MemoryEditor::CharRuns(TextRange range) const {
+    return char_runs_.Take(range.first.value, range.length);
 }
 
-// The oldest steps go when the list is full, but the last edit can always be taken back.
-void MemoryEditor::Remember(UndoStep step) {
-    undo_bytes_ += step.Bytes();
-    undo_.push_back(std::move(step));
-    while (undo_.size() > 1 && (undo_.size() > kMostUndoSteps || undo_bytes_ > kMostUndoBytes)) {
-        undo_bytes_ -= undo_.front().Bytes();
-        undo_.pop_front();
+void MemoryEditor::SetCharRuns(TextRange range, const std::vector<CharRun>& runs) {
+    char_runs_.Replace(range.first.value, range.length, runs);
+}
+
+std::vector<ParagraphRun> MemoryEditor::ParagraphRuns(TextRange range) const {
+    return paragraph_runs_.Take(range.first.value, range.length);
+}
+
+void MemoryEditor::SetParagraphRuns(TextRange range, const std::vector<ParagraphRun>& runs) {
+    paragraph_runs_.Replace(range.first.value, range.length, runs);
+}
+
+TextRange MemoryEditor::ParagraphsOf(TextRange range) const {
+    range = InText(Clip(range));
+    std::int32_t begin = range.first.value;
+    while (begin > 0 && text_.At(begin - 1) != u'\n')
+        --begin;
+    std::int32_t end = range.end().value;
+    const bool ends_in_break = range.length > 0 && text_.At(end - 1) == u'\n';
+    while (!ends_in_break && end < Length() && text_.At(end++) != u'\n') {
     }
+    return {CharPos{begin}, end - begin};
 }
 
-void MemoryEditor::ForgetUndo() {
-    undo_.clear();
-    undo_bytes_ = 0;
+void MemoryEditor::FormatParagraphs(TextRange range, const ParagraphFormatChange& change) {
+    range = ParagraphsOf(range);
+    paragraph_runs_.ChangeFormats(range.first.value, range.length,
+                                  [&change](ParagraphFormat& format) { change.ApplyTo(format); });
 }
 
 void MemoryEditor::Put(TextRange range, const RichText& text) {
     if (range.length == 0 && text.Empty())
         return;
-    if (undo_enabled_)
-        Remember({range.first.value, text.Length(), false, Rich(range)});
     MoveLineMarkBack(range.first.value);
     text_.Replace(range.first.value, range.length, text.text);
     char_runs_.Replace(range.first.value, range.length, text.char_runs);
@@ -208,13 +216,16 @@ void MemoryEditor::Put(TextRange range, const RichText& text) {
     selection_ = Clip(selection_);
 }
 
-TextRange MemoryEditor::Replace(TextRange range, std::u16string_view text) {
-    range = Clip(range);
-    const TextRange inside = InText(range);
+RichText MemoryEditor::Dressed(TextRange range, std::u16string_view text) const {
+    const TextRange inside = InText(Clip(range));
     RichText rich = RichText::Plain(text, InsertionFormat(inside));
     if (!rich.Empty())
-        rich.paragraph_runs = {{rich.Length(), ParagraphFormatAt(inside.first.value)}};
-    return Replace(range, rich);
+        rich.paragraph_runs = {{rich.Length(), ParagraphFormatAt(inside.first)}};
+    return rich;
+}
+
+TextRange MemoryEditor::Replace(TextRange range, std::u16string_view text) {
+    return Replace(range, Dressed(range, text));
 }
 
 TextRange MemoryEditor::Replace(TextRange range, const RichText& text) {
@@ -246,7 +257,7 @@ void MemoryEditor::ReplaceSelection(const RichText& text) {
 }
 
 CharFormat MemoryEditor::SelectionFormat() const {
-    return InsertionFormat(InText(selection_));
+    return InsertionFormat(selection_);
 }
 
 void MemoryEditor::MoveLineMarkBack(std::int32_t position) const {
@@ -274,28 +285,6 @@ CharPos MemoryEditor::FirstCharOfLine(std::int32_t line) const {
         line_mark_ = {line_mark_.line + 1, end + 1};
     }
     return CharPos{line_mark_.first};
-}
-
-void MemoryEditor::Undo() {
-    if (undo_.empty())
-        return;
-    undo_bytes_ -= undo_.back().Bytes();
-    const UndoStep step = std::move(undo_.back());
-    undo_.pop_back();
-    if (step.formats_only) {
-        char_runs_.Replace(step.first, step.length, step.old.char_runs);
-        selection_ = {CharPos{step.first}, step.length};
-        return;
-    }
-    const bool enabled = std::exchange(undo_enabled_, false);
-    Put({CharPos{step.first}, step.length}, step.old);
-    undo_enabled_ = enabled;
-    selection_ = Clip({CharPos{step.first}, step.old.Length()});
-}
-
-void MemoryEditor::SetUndoEnabled(bool enabled) {
-    undo_enabled_ = enabled;
-    ForgetUndo();
 }
 
 Status MemoryEditor::LoadFile(const std::string& path, FileFormat format) {

@@ -1,8 +1,8 @@
 // The rich-text editor without a window.
 #pragma once
 
-#include <cstddef>
-#include <deque>
+#include <cstdint>
+#include <vector>
 
 #include "compare/document/editor.h"
 #include "compare/document/gap_runs.h"
@@ -17,8 +17,10 @@ class MemoryEditor : public Editor {
     std::int32_t Length() const override { return text_.Length(); }
     std::u16string Text() const override { return text_.Take(0, Length()); }
     RichText Rich() const override;
-    std::array<std::u16string_view, 2> TextPieces() const override {
-        return {text_.Front(), text_.Back()};
+    using Editor::TextPieces;
+    std::vector<std::u16string_view> TextPieces(TextRange range) const override {
+        range = InText(Clip(range));
+        return text_.Pieces(range.first.value, range.length);
     }
     RichText TakeRich() override;
     void SetText(std::u16string_view text) override;
@@ -31,6 +33,7 @@ class MemoryEditor : public Editor {
     void Format(TextRange range, const CharFormatChange& change) override;
     TextRange Replace(TextRange range, std::u16string_view text) override;
     TextRange Replace(TextRange range, const RichText& text) override;
+    void FormatParagraphs(TextRange range, const ParagraphFormatChange& change) override;
 
     TextRange Selection() const override { return selection_; }
     void Select(TextRange range) override { selection_ = Clip(range); }
@@ -42,24 +45,27 @@ class MemoryEditor : public Editor {
     void SetDefaultFormat(const CharFormat& format) override { default_format_ = format; }
     std::int32_t LineOfChar(CharPos position) const override;
     CharPos FirstCharOfLine(std::int32_t line) const override;
-    bool CanUndo() const override { return !undo_.empty(); }
-    void Undo() override;
-    void SetUndoEnabled(bool enabled) override;
 
     Status LoadFile(const std::string& path, FileFormat format) override;
     Status SaveFile(const std::string& path, FileFormat format) const override;
 
-  private:
-    // What an edit replaced: putting `old` in place of `length` characters at `first` takes it
-    // back. Of a change of formats only the character runs are kept.
-    struct UndoStep {
-        std::int32_t first = 0;
-        std::int32_t length = 0;
-        bool formats_only = false;
-        RichText old;
+    // For who writes on top of it. Ranges are as `Clip` and `InText` give them.
+    /// A clipped range without the break behind the text.
+    TextRange InText(TextRange range) const;
+    /// All of the paragraphs that hold a unit of the range, or its place if it is empty.
+    TextRange ParagraphsOf(TextRange range) const;
+    /// Of the character at a position; behind the text, of the last one.
+    CharFormat FormatAt(CharPos position) const;
+    ParagraphFormat ParagraphFormatAt(CharPos position) const;
+    /// That new text in place of the range takes, and such text.
+    CharFormat InsertionFormat(TextRange range) const;
+    RichText Dressed(TextRange range, std::u16string_view text) const;
+    std::vector<CharRun> CharRuns(TextRange range) const;
+    void SetCharRuns(TextRange range, const std::vector<CharRun>& runs);
+    std::vector<ParagraphRun> ParagraphRuns(TextRange range) const;
+    void SetParagraphRuns(TextRange range, const std::vector<ParagraphRun>& runs);
 
-        std::size_t Bytes() const;
-    };
+  private:
     // A line and its first position.
     struct LineMark {
         std::int32_t line = 0;
@@ -67,13 +73,7 @@ class MemoryEditor : public Editor {
     };
 
     std::int32_t SnapToBreak(std::int32_t position) const;
-    // The range without the break behind the text.
-    TextRange InText(TextRange range) const;
-    CharFormat InsertionFormat(TextRange range) const;
-    ParagraphFormat ParagraphFormatAt(std::int32_t position) const;
     void Put(TextRange range, const RichText& text);
-    void Remember(UndoStep step);
-    void ForgetUndo();
     void MoveLineMarkBack(std::int32_t position) const;
 
     GapText text_;
@@ -81,9 +81,6 @@ class MemoryEditor : public Editor {
     GapRuns<ParagraphRun> paragraph_runs_;
     TextRange selection_;
     CharFormat default_format_;
-    bool undo_enabled_ = true;
-    std::deque<UndoStep> undo_;
-    std::size_t undo_bytes_ = 0;
     // The line asked for last, from which the next one is counted. An edit in front of it moves it
     // back to the line of the edit, so it is always true.
     mutable LineMark line_mark_;

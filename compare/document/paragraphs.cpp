@@ -2,12 +2,12 @@
 
 namespace zorvane {
 
-void Paragraphs::Build(std::u16string_view front, std::u16string_view back) {
+void Paragraphs::Build(std::span<const std::u16string_view> pieces) {
     constexpr std::int32_t kBreakLength = 2;  // of the break behind the text
     Clear();
     std::int32_t start = 0;
     std::int32_t offset = 0;
-    for (const std::u16string_view piece : {front, back}) {
+    for (const std::u16string_view piece : pieces) {
         for (std::size_t feed = piece.find(u'\n'); feed != std::u16string_view::npos;
              feed = piece.find(u'\n', feed + 1)) {
             const std::int32_t end = offset + static_cast<std::int32_t>(feed) + 1;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -21,9 +22,9 @@ struct clsParagraph {
 class Paragraphs {
   public:
     /// One paragraph for each line feed, and a last one behind it, which may be empty.
-    void Build(std::u16string_view text) { Build(text, {}); }
-    /// Of a text that lies in two pieces.
-    void Build(std::u16string_view front, std::u16string_view back);
+    void Build(std::u16string_view text) { Build({&text, 1}); }
+    /// Of a text that lies in pieces.
+    void Build(std::span<const std::u16string_view> pieces);
     void Clear();
     std::int32_t Count() const { return static_cast<std::int32_t>(list_.size()); }
     bool Has(ParagraphNumber number) const { return number.value >= 1 && number.value <= Count(); }

@@ -83,4 +83,21 @@ void CharFormatChange::ApplyTo(CharFormat& format) const {
         format.strikeout = *strikeout;
 }
 
+void ParagraphFormatChange::ApplyTo(ParagraphFormat& format) const {
+    if (alignment)
+        format.alignment = *alignment;
+    if (right_to_left)
+        format.right_to_left = *right_to_left;
+    if (left_indent)
+        format.left_indent = *left_indent;
+    if (right_indent)
+        format.right_indent = *right_indent;
+    if (first_line_indent)
+        format.first_line_indent = *first_line_indent;
+    if (space_before)
+        format.space_before = *space_before;
+    if (space_after)
+        format.space_after = *space_after;
+}
+
 }  // namespace zorvane

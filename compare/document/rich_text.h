@@ -144,4 +144,17 @@ struct CharFormatChange {
     void ApplyTo(CharFormat& format) const;
 };
 
+/// The same for paragraphs.
+struct ParagraphFormatChange {
+    std::optional<Alignment> alignment;
+    std::optional<bool> right_to_left;
+    std::optional<std::int32_t> left_indent;
+    std::optional<std::int32_t> right_indent;
+    std::optional<std::int32_t> first_line_indent;
+    std::optional<std::int32_t> space_before;
+    std::optional<std::int32_t> space_after;
+
+    void ApplyTo(ParagraphFormat& format) const;
+};
+
 }  // namespace zorvane

@@ -92,12 +92,14 @@ void clsRTBDocument::SelectAllTextBetween(ParagraphNumber first, ParagraphNumber
 
 void clsRTBDocument::ColorizeParagraphs(ParagraphNumber first, ParagraphNumber last,
                                         const MarkStyle& mark) {
+    const ProgrammeEdit programme(*editor_);
     const TextRange range = RangeOf(first, last, LastBreak::Keep);
     ApplyMark(*editor_, range, mark);
     editor_->Select({range.first, 0});
 }
 
 void clsRTBDocument::ColorizeAll(const MarkStyle& mark) {
+    const ProgrammeEdit programme(*editor_);
     ApplyMark(*editor_, {CharPos{0}, editor_->Length()}, mark);
     editor_->Select({});
 }
@@ -108,6 +110,7 @@ void clsRTBDocument::ChangeFontAll(std::string_view font_name, double font_size)
         change.font = FontName(font_name);
     if (font_size > 0)
         change.half_points = HalfPoints(font_size);
+    const ProgrammeEdit programme(*editor_);
     editor_->Format({CharPos{0}, editor_->Length()}, change);
     CharFormat format = editor_->DefaultFormat();
     change.ApplyTo(format);
@@ -135,10 +138,14 @@ void clsRTBDocument::SetCursorAt(ParagraphNumber number) {
 
 void clsRTBDocument::RemoveDoubledReturns() {
     constexpr std::u16string_view kTwoReturns = u"\r\r";
-    const auto pieces = editor_->TextPieces();
-    const bool across = pieces[0].ends_with(u'\r') && pieces[1].starts_with(u'\r');
-    if (!across && pieces[0].find(kTwoReturns) == std::u16string_view::npos &&
-        pieces[1].find(kTwoReturns) == std::u16string_view::npos)
+    bool doubled = false;
+    char16_t last = 0;
+    for (const std::u16string_view piece : editor_->TextPieces()) {
+        doubled = doubled || (last == u'\r' && piece.starts_with(u'\r')) ||
+                  piece.find(kTwoReturns) != std::u16string_view::npos;
+        last = piece.empty() ? last : piece.back();
+    }
+    if (!doubled)
         return;
     const std::u16string text = editor_->Text();
     std::u16string rest;
@@ -152,8 +159,7 @@ void clsRTBDocument::RemoveDoubledReturns() {
 
 bool clsRTBDocument::ParagraphCollectionCreate() {
     RemoveDoubledReturns();
-    const auto pieces = editor_->TextPieces();
-    paragraphs_.Build(pieces[0], pieces[1]);
+    paragraphs_.Build(editor_->TextPieces());
     return true;
 }
 
@@ -216,6 +222,7 @@ std::int32_t clsRTBDocument::FindAndReplaceString(std::u16string_view find,
     const std::u16string searched = bMatchCase ? text : FoldCase(text);
     const std::u16string wanted = bMatchCase ? std::u16string(find) : FoldCase(find);
     const auto length = static_cast<std::int32_t>(find.size());
+    const EditBatch batch(*editor_);
     std::int32_t count = 0;
     std::size_t before = searched.size();
     while (before >= wanted.size()) {
@@ -230,16 +237,23 @@ std::int32_t clsRTBDocument::FindAndReplaceString(std::u16string_view find,
 }
 
 std::string clsRTBDocument::LineFileText() const {
-    const auto pieces = editor_->TextPieces();
     std::string bytes;
-    bytes.reserve(pieces[0].size() + pieces[1].size() + 16);
-    const auto [front, back] = pieces;
+    bytes.reserve(static_cast<std::size_t>(editor_->Length()) + 16);
     // An edit may have stood inside a surrogate pair, which must be read as one.
-    const bool cut = EndsInHighSurrogate(front) && !back.empty();
-    AppendUtf8(front.substr(0, front.size() - (cut ? 1U : 0U)), bytes);
-    if (cut)
-        AppendUtf8(std::u16string{front.back(), back.front()}, bytes);
-    AppendUtf8(back.substr(cut ? 1 : 0), bytes);
+    std::u16string half;
+    for (std::u16string_view piece : editor_->TextPieces()) {
+        if (!half.empty()) {
+            AppendUtf8(half + piece.front(), bytes);
+            piece.remove_prefix(1);
+            half.clear();
+        }
+        if (EndsInHighSurrogate(piece)) {
+            half = piece.back();
+            piece.remove_suffix(1);
+        }
+        AppendUtf8(piece, bytes);
+    }
+    AppendUtf8(half, bytes);
     AppendUtf8(kBreak, bytes);
     return bytes;
 }

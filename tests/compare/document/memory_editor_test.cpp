@@ -173,48 +173,6 @@ TEST(MemoryEditor, TextBehindTheLastBreakJoinsTheLastParagraph) {
     EXPECT_EQ(editor.Rich().paragraph_runs.size(), 1U);
 }
 
-int UndoAll(MemoryEditor& editor) {
-    int steps = 0;
-    for (; editor.CanUndo(); ++steps)
-        editor.Undo();
-    return steps;
-}
-
-TEST(MemoryEditor, UndoIsBounded) {
-    MemoryEditor editor;
-    for (int i = 0; i < 1010; ++i)
-        editor.Replace(At(0, 0), u"x");
-    EXPECT_EQ(UndoAll(editor), 1000);
-    EXPECT_EQ(editor.Length(), 10) << "the oldest edits stay";
-    const std::u16string large(34 << 20, u'x');  // more bytes than the list may hold
-    editor.SetText(large);
-    editor.Replace(At(0, editor.Length()), u"y");
-    editor.Undo();
-    EXPECT_EQ(editor.Length(), 34 << 20) << "the last edit can always be taken back";
-    editor.Replace(At(0, 1), u"a");
-    editor.Replace(At(0, 1), u"b");
-    EXPECT_EQ(UndoAll(editor), 2) << "what was taken back takes no place";
-    editor.Replace(At(0, editor.Length()), u"y");
-    editor.Replace(At(0, 1), u"z");
-    EXPECT_EQ(UndoAll(editor), 1) << "the large one made place";
-    editor.SetUndoEnabled(false);
-    editor.Replace(At(0, 0), u"x");
-    EXPECT_FALSE(editor.CanUndo());
-}
-
-TEST(MemoryEditor, UndoTakesNoStepForNothing) {
-    MemoryEditor editor;
-    editor.SetText(u"ab");
-    editor.Replace(At(2, 2), u"\r\n");
-    editor.Format(At(2, 2), Bold());
-    EXPECT_FALSE(editor.CanUndo());
-    editor.Format(At(0, 1), Bold());
-    editor.Select(At(2, 0));
-    editor.Undo();
-    EXPECT_EQ(Notation(editor.Rich()), "ab");
-    EXPECT_EQ(editor.Selection(), At(0, 1)) << "what was taken back is selected";
-}
-
 // ---- against a naive editor: a unit with its formats in a vector ----
 
 struct Unit {
@@ -319,10 +277,8 @@ class TwinEditors {
 
     MemoryEditor editor;
     NaiveEditor naive;
-    std::vector<NaiveEditor> before;  // each step of the undo list
 
     void Edit() {
-        const NaiveEditor old = naive;
         const std::int32_t first = Below(naive.Size() + 6) - 2;
         const std::int32_t length = Below(Below(3) == 0 ? naive.Size() + 6 : 4);
         switch (Below(4)) {
@@ -345,17 +301,6 @@ class TwinEditors {
                 naive.Replace(first, length, std::u16string());
                 editor.Replace(At(first, length), u"");
         }
-        if (naive.Rich() != old.Rich())
-            before.push_back(old);
-    }
-    void Undo() {
-        // A step may have changed nothing, such as bold made bold.
-        while (!before.empty() && editor.CanUndo() && editor.Rich() == naive.Rich())
-            editor.Undo();
-        if (before.empty())
-            return;
-        naive = before.back();
-        before.pop_back();
     }
     void ExpectAlike() {
         const RichText expected = naive.Rich();
@@ -377,7 +322,6 @@ class TwinEditors {
         const std::int32_t line = Below(8);
         ASSERT_EQ(editor.FirstCharOfLine(line), CharPos{naive.FirstOfLine(line)});
     }
-    bool Chance() { return Below(5) == 0; }
 
   private:
     std::int32_t Below(std::size_t limit) { return static_cast<std::int32_t>(random_() % limit); }
@@ -412,17 +356,10 @@ TEST(MemoryEditorProperty, AgreesWithANaiveEditor) {
         SCOPED_TRACE(seed);
         TwinEditors twins(seed);
         for (int edit = 0; edit < 60 && !HasFatalFailure(); ++edit) {
-            if (twins.Chance())
-                twins.Undo();
-            else
-                twins.Edit();
+            twins.Edit();
             ASSERT_NO_FATAL_FAILURE(twins.ExpectAlike());
         }
         const RichText end = twins.naive.Rich();
-        while (!twins.before.empty()) {
-            twins.Undo();
-            ASSERT_NO_FATAL_FAILURE(twins.ExpectAlike());
-        }
         twins.editor.SetRich(end);
         EXPECT_EQ(twins.editor.TakeRich(), end);
     }

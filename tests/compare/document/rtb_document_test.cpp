@@ -203,9 +203,10 @@ class RawEditor : public MemoryEditor {
   public:
     using MemoryEditor::Text;
     std::u16string Text() const override { return raw_ ? front_ + back_ : MemoryEditor::Text(); }
-    std::array<std::u16string_view, 2> TextPieces() const override {
-        return raw_ ? std::array<std::u16string_view, 2>{front_, back_}
-                    : MemoryEditor::TextPieces();
+    using MemoryEditor::TextPieces;
+    std::vector<std::u16string_view> TextPieces(TextRange range) const override {
+        return raw_ ? std::vector<std::u16string_view>{front_, back_}
+                    : MemoryEditor::TextPieces(range);
     }
     void SetText(std::u16string_view text) override {
         raw_ = false;
