@@ -7,7 +7,6 @@
 #include "common/process_state.h"
 #include "common/string_utilities.h"
 #include "compare/beside_notes.h"
-#include "compare/difference_list.h"
 #include "compare/document/document_look_of.h"
 #include "compare/run_options.h"
 #include "load/file_kind.h"
@@ -217,13 +216,7 @@ RunEnd frmCompareFiles::RunCompare(bool bGoToFirstDifference) {
     state_.mbModifiedDiffStale = false;
     PassContext context = Context();
     const RunCalls calls{[this] { return RunDocumentEngine(); },
-                         [this] {
-                             PassContext list_context = Context();
-                             list_ = DifferenceListLines(list_context);
-                             mbUpdatingList_ = true;
-                             window_.SetDifferenceList(list_);
-                             mbUpdatingList_ = false;
-                         }};
+                         [this] { UpdateNavigationalDropDownListBox(); }};
     const RunEnd end =
         RunCompareSteps(context, state_, window_, calls, process_.gbCommandLineRunning);
     window_.SetHourglass(false);
@@ -251,7 +244,9 @@ void frmCompareFiles::FinishRun(bool bGoToFirstDifference, std::int32_t kept_dif
     window_.EnableFilter(ViewFilter::Deletions, mlDeletions() > 0);
     window_.EnableFilter(ViewFilter::Additions, mlAdditions() > 0);
     window_.EnableFilter(ViewFilter::Changes, mlChanges() > 0);
+    mbUpdatingFilter_ = true;
     window_.ShowFilter(ViewFilter::All);
+    mbUpdatingFilter_ = false;
     if (options_.bBeepWhenDone.Data())
         process_.platform.sound->Beep();
     window_.FlashFrame();

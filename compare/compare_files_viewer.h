@@ -10,6 +10,7 @@
 #include "app/command_line_request.h"
 #include "common/base/side.h"
 #include "compare/compare_run.h"
+#include "compare/difference_list.h"
 #include "compare/viewer_editors.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
@@ -83,7 +84,7 @@ class frmCompareFiles : private ReportSource {
     void ShowFilter(ViewFilter filter);
 
     // ---- differences ----
-    const std::vector<std::string>& ListItems() const { return list_; }
+    const DifferenceList& Differences() const { return list_; }
     std::int32_t mlCurrentDifference() const { return mlCurrentDifference_; }
     void ShowDifference(bool bSyncList);
     void ShowDifferenceFirst() { MoveTo(1); }
@@ -92,6 +93,7 @@ class frmCompareFiles : private ReportSource {
     void ShowDifferenceLast() { MoveTo(VXMacroDiff_.getDifferenceCount()); }
     void SelectListItem(std::int32_t index);
     void UpdateStatusBar();
+    void UpdateNavigationalDropDownListBox();
 
     // ---- reports ----
     /// From the next run on the word-processor report has a head with these names, numbers at its
@@ -146,10 +148,11 @@ class frmCompareFiles : private ReportSource {
     bool mbAbortRequested_ = false;
     bool mbCompareBusy_ = false;
     bool mbUpdatingList_ = false;
+    bool mbUpdatingFilter_ = false;
     std::uint32_t mlStartTick_ = 0;
     std::int32_t mlCurrentDifference_ = -1;
     std::int32_t mlLastDifference_ = -1;
-    std::vector<std::string> list_;
+    DifferenceList list_;
     RunMonitor monitor_;
     DocumentLoader loader_;
 };

@@ -1,94 +1,113 @@
 #include "compare/difference_list.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "common/base/text_encoding.h"
-#include "compare/record_walker.h"
 
 namespace zorvane {
 namespace {
 
-constexpr std::int32_t kExcerptLength = 100;
+constexpr std::size_t kExcerptLength = 100;
 
-std::string Excerpt(clsRTBDocument& document, ParagraphNumber number) {
-    TextRange range = document.RangeOf(number, number, LastBreak::LeaveOut);
-    range.length = std::min(range.length, kExcerptLength);
-    return "\"" + ToUtf8(document.RichTB().Text(range)) + "\"";
+bool IsHighSurrogate(char16_t unit) {
+    return (unit & 0xFC00) == 0xD800;
 }
 
-class ListMarker : public RecordMarker {
-  public:
-    explicit ListMarker(PassContext& context) : context_(context) {}
-    void Addition(RecordIndex index, const DifferenceRecord& record) override {
-        Add(index, record);
-    }
-    void Deletion(RecordIndex index, const DifferenceRecord& record) override {
-        Add(index, record);
-    }
-    void Change(RecordIndex index, const DifferenceRecord& record) override { Add(index, record); }
-    void Progress(double percent) override {
-        RunMonitor& monitor = context_.monitor;
-        monitor.Show(StatusPanel::Main, monitor.Translate("Updating List Box: ") +
-                                            PercentText(percent) + " " +
-                                            monitor.Translate("% Done. Click here to Abort."));
-    }
-    std::vector<std::string> Take() {
-        std::reverse(lines_.begin(), lines_.end());  // undoes the backward walk
-        return std::move(lines_);
-    }
+std::int32_t LinesOf(const DifferenceRecord& record) {
+    return std::max(record.OriginalCount(), record.ModifiedCount());
+}
 
-  private:
-    void Add(RecordIndex index, const DifferenceRecord& record) {
-        lines_.push_back(DifferenceListLine(context_, index, record));
-    }
-
-    PassContext& context_;
-    std::vector<std::string> lines_;
-};
+// In half paragraphs, so that a place between two has one too.
+std::int64_t Distance(const DifferenceRecord& record, Side side, std::int32_t number) {
+    const std::int64_t at = std::int64_t{2} * number;
+    const std::int64_t first = std::int64_t{2} * FirstOf(record, side);
+    if (CountOf(record, side) == 0)
+        return std::abs(at - first - 1);
+    const std::int64_t last = std::int64_t{2} * LastOf(record, side);
+    return std::max({std::int64_t{0}, first - at, at - last});
+}
 
 }  // namespace
 
-std::string DifferenceListLine(PassContext& context, RecordIndex index,
-                               const DifferenceRecord& record) {
-    RunMonitor& monitor = context.monitor;
-    const std::int32_t lines = std::max(record.OriginalCount(), record.ModifiedCount());
-    const std::string count = std::to_string(lines);
-    const std::string place = std::to_string(record.first_original);
-    std::string text = "[" + std::to_string(index.value + 1) + "] ";
-    if (record.type == DifferenceType::Change) {
-        text += count + " " +
-                monitor.Translate(lines == 1 ? "change at paragraph" : "changes at paragraph") +
-                " (" + place + ") :";
-    } else {
-        const bool addition = record.type == DifferenceType::Addition;
-        text += monitor.Translate(addition ? "Addition of" : "Deletion of") + " " + count +
-                monitor.Translate(lines == 1 ? " line at paragraph (" : " lines at paragraph (") +
-                place + ") : ";
-    }
-    const bool modified_side = record.type == DifferenceType::Addition;
-    return text + (modified_side ? Excerpt(context.editors.rtbModified.document,
-                                           ParagraphNumber{record.first_modified})
-                                 : Excerpt(context.editors.rtbOriginal.document,
-                                           ParagraphNumber{record.first_original}));
+void DifferenceList::Show(const Comparison& comparison, TranslateText translate) {
+    comparison_ = &comparison;
+    translate_ = std::move(translate);
 }
 
-std::vector<std::string> DifferenceListLines(PassContext& context) {
-    ListMarker marker(context);
-    WalkRecords(context.comparison, marker, context.monitor);
-    return marker.Take();
+void DifferenceList::Clear() {
+    comparison_ = nullptr;
 }
 
-std::string DifferenceStatus(RunMonitor& monitor, RecordIndex index,
-                             const DifferenceRecord& record) {
-    const std::string number = "[" + std::to_string(index.value + 1) + "] ";
-    const std::string place = ": " + std::to_string(record.first_original);
-    if (record.type == DifferenceType::Change)
-        return number + monitor.Translate("Change at paragraph") + place;
-    const bool addition = record.type == DifferenceType::Addition;
-    const std::int32_t lines = std::max(record.OriginalCount(), record.ModifiedCount());
-    return number + monitor.Translate(addition ? "Addition of" : "Deletion of") + " " +
+std::int32_t DifferenceList::Count() const {
+    return comparison_ == nullptr ? 0 : static_cast<std::int32_t>(comparison_->records.size());
+}
+
+const DifferenceRecord* DifferenceList::RecordAt(std::int32_t index) const {
+    if (index < 0 || index >= Count())
+        return nullptr;
+    return &comparison_->records[static_cast<std::size_t>(index)];
+}
+
+std::string DifferenceList::Excerpt(const DifferenceRecord& record) const {
+    const Side side = record.type == DifferenceType::Addition ? Side::Modified : Side::Original;
+    std::u16string buffer;
+    std::u16string_view text = comparison_->Lines(side).Text(FirstOf(record, side) - 1, buffer);
+    if (text.size() > kExcerptLength)
+        text = text.substr(0, kExcerptLength - (IsHighSurrogate(text[kExcerptLength - 1]) ? 1 : 0));
+    return "\"" + ToUtf8(text) + "\"";
+}
+
+std::string DifferenceList::Line(std::int32_t index) const {
+    const DifferenceRecord* record = RecordAt(index);
+    if (record == nullptr)
+        return {};
+    const std::int32_t lines = LinesOf(*record);
+    const std::string number = "[" + std::to_string(index + 1) + "] ";
+    const std::string place = std::to_string(record->first_original);
+    if (record->type == DifferenceType::Change)
+        return number + std::to_string(lines) + " " +
+               translate_(lines == 1 ? "change at paragraph" : "changes at paragraph") + " (" +
+               place + ") :" + Excerpt(*record);
+    const bool addition = record->type == DifferenceType::Addition;
+    return number + translate_(addition ? "Addition of" : "Deletion of") + " " +
+           std::to_string(lines) +
+           translate_(lines == 1 ? " line at paragraph (" : " lines at paragraph (") + place +
+           ") : " + Excerpt(*record);
+}
+
+std::string DifferenceList::Status(std::int32_t index) const {
+    const DifferenceRecord* record = RecordAt(index);
+    if (record == nullptr)
+        return {};
+    const std::string number = "[" + std::to_string(index + 1) + "] ";
+    const std::string place = ": " + std::to_string(record->first_original);
+    if (record->type == DifferenceType::Change)
+        return number + translate_("Change at paragraph") + place;
+    const bool addition = record->type == DifferenceType::Addition;
+    const std::int32_t lines = LinesOf(*record);
+    return number + translate_(addition ? "Addition of" : "Deletion of") + " " +
            std::to_string(lines) + " " +
-           monitor.Translate(lines == 1 ? "line at paragraph" : "lines at paragraph") + place;
+           translate_(lines == 1 ? "line at paragraph" : "lines at paragraph") + place;
+}
+
+std::optional<std::int32_t> DifferenceList::Nearest(Side side, ParagraphNumber number) const {
+    if (Count() == 0)
+        return std::nullopt;
+    const std::vector<DifferenceRecord>& records = comparison_->records;
+    const auto distance = [&](std::ptrdiff_t index) {
+        return Distance(records[static_cast<std::size_t>(index)], side, number.value);
+    };
+    // The first that does not end in front of the paragraph: it or the one in front is the nearest.
+    const auto behind = std::partition_point(
+        records.begin(), records.end(),
+        [&](const DifferenceRecord& record) { return LastOf(record, side) < number.value; });
+    std::ptrdiff_t nearest = behind - records.begin();
+    if (behind == records.end() || (nearest > 0 && distance(nearest - 1) <= distance(nearest)))
+        --nearest;
+    while (nearest > 0 && distance(nearest - 1) == distance(nearest))  // additions at one place
+        --nearest;
+    return static_cast<std::int32_t>(nearest);
 }
 
 NavigationButtons NavigationFor(std::int32_t current, std::int32_t count) {

@@ -5,7 +5,6 @@
 
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"
-#include "compare/difference_list.h"
 #include "options/marking_styles.h"
 #include "reports/rich_report.h"
 
@@ -22,8 +21,10 @@ void frmCompareFiles::cmdChangeViewFormat_Click() {
     }
     mbCompareBusy_ = true;
     state_.view = state_.view == View::AllInOne ? View::SideBySide : View::AllInOne;
+    const bool was_updating = std::exchange(mbUpdatingFilter_, true);
     window_.ShowFilter(ViewFilter::All);
     window_.ShowView(state_.view);
+    mbUpdatingFilter_ = was_updating;
     const bool fresh =
         state_.view == View::AllInOne ? state_.mbAIOViewFresh : state_.mbSBSViewFresh;
     if (!fresh) {
@@ -35,7 +36,11 @@ void frmCompareFiles::cmdChangeViewFormat_Click() {
 }
 
 void frmCompareFiles::ShowFilter(ViewFilter filter) {
+    if (mbUpdatingFilter_)
+        return;  // the window's own echo
+    mbUpdatingFilter_ = true;
     window_.ShowFilter(filter);
+    mbUpdatingFilter_ = false;
     const auto show = [this](std::int32_t count, const char* words) {
         window_.ShowStatus(StatusPanel::Main, std::to_string(count) + ": " + Translate(words));
     };
@@ -124,9 +129,18 @@ void frmCompareFiles::ShowDifference(bool bSyncList) {
 }
 
 void frmCompareFiles::UpdateStatusBar() {
-    const RecordIndex index{mlCurrentDifference_ - 1};
-    if (const auto record = VXMacroDiff_.GetDifference(index))
-        window_.ShowStatus(StatusPanel::Main, DifferenceStatus(monitor_, index, *record));
+    const std::string text = list_.Status(mlCurrentDifference_ - 1);
+    if (!text.empty())
+        window_.ShowStatus(StatusPanel::Main, text);
+}
+
+// The lines are made when the list is unfolded, so there is nothing to fill and to wait for.
+void frmCompareFiles::UpdateNavigationalDropDownListBox() {
+    list_.Show(Compared(),
+               [this](std::string_view english) { return process_.Translate(english); });
+    const bool was_updating = std::exchange(mbUpdatingList_, true);
+    window_.SetDifferenceList(list_);
+    mbUpdatingList_ = was_updating;
 }
 
 // ---- reports ----

@@ -4,14 +4,28 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "load/document_loader.h"
 
 namespace zorvane {
 
-/// The panels of the status bar that a run writes to.
-enum class StatusPanel : std::int32_t { Detail = 2, Main = 3, Time = 5 };
+class DifferenceList;
+class frmCompareFilesFindReplace;
+
+/// The panels of the status bar that a viewer writes to.
+enum class StatusPanel : std::int32_t { Caret = 1, Detail = 2, Main = 3, Time = 5 };
+
+/// The editors that a window shows; the first five scroll together, and these are their numbers.
+enum class ShownEditor : std::int32_t {
+    Original = 1,
+    Modified = 2,
+    OriginalDiffFinal = 3,
+    ModifiedDiffFinal = 4,
+    AllInOneDiff = 5,
+    Additions = 6,
+    Deletions = 7,
+    Changes = 8
+};
 
 /// The numbers are the tags of the view button.
 enum class View : std::int32_t { SideBySide = 1, AllInOne = 2 };
@@ -38,10 +52,20 @@ class CompareFilesWindow : public LoadQuestions {
     virtual void EnableFilter(ViewFilter filter, bool enabled) = 0;
     virtual void ShowView(View view) = 0;
     virtual void ShowFilter(ViewFilter filter) = 0;
-    virtual void SetDifferenceList(const std::vector<std::string>& lines) = 0;
+    /// The model belongs to the viewer and outlives the window; called again whenever it changed.
+    virtual void SetDifferenceList(const DifferenceList& list) = 0;
     virtual void SelectInDifferenceList(std::int32_t index) = 0;  ///< 0-based
     virtual void EnableNavigation(const NavigationButtons& buttons) = 0;
     virtual void FlashFrame() = 0;
+    virtual void FocusEditor(ShownEditor editor) = 0;
+    /// Scrolls so far that the selection is in sight.
+    virtual void RevealSelection(ShownEditor editor) = 0;
+    virtual void CheckScrollLock(bool vertical, bool horizontal) = 0;
+    virtual void CheckAlignParagraphs(bool on) = 0;
+    /// Asks for the number of a difference; -1 when the user cancels.
+    virtual std::int32_t AskDifferenceNumber(std::int32_t current, std::int32_t count) = 0;
+    /// Shows the find window over its state, which belongs to the viewer.
+    virtual void ShowFindReplace(frmCompareFilesFindReplace& find) = 0;
 };
 
 /// Shows nothing, never asks, answers no.
@@ -60,10 +84,16 @@ class SilentWindow : public CompareFilesWindow {
     void EnableFilter(ViewFilter, bool) override {}
     void ShowView(View) override {}
     void ShowFilter(ViewFilter) override {}
-    void SetDifferenceList(const std::vector<std::string>&) override {}
+    void SetDifferenceList(const DifferenceList&) override {}
     void SelectInDifferenceList(std::int32_t) override {}
     void EnableNavigation(const NavigationButtons&) override {}
     void FlashFrame() override {}
+    void FocusEditor(ShownEditor) override {}
+    void RevealSelection(ShownEditor) override {}
+    void CheckScrollLock(bool, bool) override {}
+    void CheckAlignParagraphs(bool) override {}
+    std::int32_t AskDifferenceNumber(std::int32_t, std::int32_t) override { return -1; }
+    void ShowFindReplace(frmCompareFilesFindReplace&) override {}
 };
 
 }  // namespace zorvane

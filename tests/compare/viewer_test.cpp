@@ -36,7 +36,7 @@ TEST_F(FrmCompareFilesTest, TellsWhenNothingDiffers) {
     EXPECT_FALSE(window.filters[ViewFilter::Additions] || window.filters[ViewFilter::Changes] ||
                  window.filters[ViewFilter::Deletions]);
     EXPECT_EQ(window.status[StatusPanel::Time], "0:00:00");
-    EXPECT_TRUE(viewer.ListItems().empty());
+    EXPECT_EQ(viewer.Differences().Count(), 0);
     EXPECT_EQ(window.navigation, NavigationButtons{});
 }
 
@@ -51,7 +51,7 @@ TEST_F(FrmCompareFilesTest, BuildsOnlyWhatIsAskedFor) {
           &editors.rtbModifiedDiff, &editors.rtbOriginalDiffFinal, &editors.rtbModifiedDiffFinal,
           &editors.rtbAIODiff})
         EXPECT_EQ(entry->editor.Length(), 0);
-    EXPECT_TRUE(viewer.ListItems().empty());
+    EXPECT_EQ(viewer.Differences().Count(), 0);
     const auto report = [&](const char* name) {
         std::string file = fakes.folder.Path(name);
         EXPECT_EQ(viewer.CreateReport(file, ReportType::Html, 2), ReportResult::Ok);
@@ -99,7 +99,6 @@ TEST_F(FrmCompareFilesTest, ShowsProgressOfTheWalk) {
     };
     EXPECT_TRUE(has("Comparing..."));
     EXPECT_TRUE(has("Compare In Process..."));
-    EXPECT_TRUE(has("Updating List Box: 50.0 % Done. Click here to Abort."));
     EXPECT_TRUE(has("Document: 0% Done."));
     EXPECT_TRUE(has("Document: 50.0% Done."));
     EXPECT_TRUE(has("Document: 100.0% Done."));
@@ -127,8 +126,8 @@ TEST_F(FrmCompareFilesTest, BuildsEachViewWhenItIsFirstShown) {
 TEST_F(FrmCompareFilesTest, MovesFromDifferenceToDifference) {
     ASSERT_TRUE(
         Compare("a oak\nb\nc oak\nd\ne oak", "1 oak\nb\n2 oak\nd\n3 oak", View::SideBySide));
-    ASSERT_EQ(viewer.ListItems().size(), 3U);
-    EXPECT_EQ(viewer.ListItems()[1], "[2] 1 change at paragraph (3) :\"c oak\"");
+    ASSERT_EQ(viewer.Differences().Count(), 3);
+    EXPECT_EQ(viewer.Differences().Line(1), "[2] 1 change at paragraph (3) :\"c oak\"");
     viewer.ShowDifferenceLast();
     EXPECT_EQ(viewer.mlCurrentDifference(), 3);
     EXPECT_EQ(window.navigation, (NavigationButtons{true, true, false, false, true}));
