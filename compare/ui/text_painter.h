@@ -31,6 +31,8 @@ using FindInText = std::function<std::vector<TextRange>(std::u16string_view)>;
 struct ViewLabels {
     std::function<QString(std::int32_t folded)> fold;
     std::function<QString(const RoomRun&)> room;
+    /// A difference in words, for screen readers.
+    std::function<QString(std::int32_t record)> difference;
 };
 
 /// Everything of a view that a paint needs besides its page.
