@@ -73,7 +73,7 @@ RichText MemoryEditor::TakeRich() {
     rich.char_runs = char_runs_.TakeAll();
     rich.paragraph_runs = paragraph_runs_.TakeAll();
     selection_ = {};
-    line_mark_ = {};
+    line_ends_.Forget();
     return rich;
 }
 
@@ -85,10 +85,10 @@ void MemoryEditor::SetRich(RichText text) {
     if (HasLoneBreak(text.text))
         text = Normalized(std::move(text));
     text_.Assign(std::move(text.text));
-    char_runs_.Assign(std::move(text.char_runs));
-    paragraph_runs_.Assign(std::move(text.paragraph_runs));
+    char_runs_.Assign(text.char_runs);
+    paragraph_runs_.Assign(text.paragraph_runs);
     selection_ = {};
-    line_mark_ = {};
+    line_ends_.Forget();
 }
 
 std::int32_t MemoryEditor::SnapToBreak(std::int32_t position) const {
@@ -190,12 +190,11 @@ void MemoryEditor::SetParagraphRuns(TextRange range, const std::vector<Paragraph
 
 TextRange MemoryEditor::ParagraphsOf(TextRange range) const {
     range = InText(Clip(range));
-    std::int32_t begin = range.first.value;
-    while (begin > 0 && text_.At(begin - 1) != u'\n')
-        --begin;
+    const std::int32_t begin = text_.Last(u'\n', range.first.value) + 1;
     std::int32_t end = range.end().value;
-    const bool ends_in_break = range.length > 0 && text_.At(end - 1) == u'\n';
-    while (!ends_in_break && end < Length() && text_.At(end++) != u'\n') {
+    if (range.length == 0 || text_.At(end - 1) != u'\n') {
+        const std::int32_t feed = text_.Next(u'\n', end);
+        end = feed < 0 ? Length() : feed + 1;
     }
     return {CharPos{begin}, end - begin};
 }
@@ -209,7 +208,7 @@ void MemoryEditor::FormatParagraphs(TextRange range, const ParagraphFormatChange
 void MemoryEditor::Put(TextRange range, const RichText& text) {
     if (range.length == 0 && text.Empty())
         return;
-    MoveLineMarkBack(range.first.value);
+    line_ends_.Replaced(range.first.value, range.length, text.text);
     text_.Replace(range.first.value, range.length, text.text);
     char_runs_.Replace(range.first.value, range.length, text.char_runs);
     paragraph_runs_.Replace(range.first.value, range.length, text.paragraph_runs);
@@ -260,31 +259,19 @@ CharFormat MemoryEditor::SelectionFormat() const {
     return InsertionFormat(selection_);
 }
 
-void MemoryEditor::MoveLineMarkBack(std::int32_t position) const {
-    while (line_mark_.first > position) {
-        --line_mark_.line;
-        line_mark_.first = text_.LastLineEnd(line_mark_.first - 1) + 1;
-    }
+const LineEnds& MemoryEditor::Lines() const {
+    if (!line_ends_.Known())
+        line_ends_.Build(TextPieces());
+    return line_ends_;
 }
 
 std::int32_t MemoryEditor::LineOfChar(CharPos position) const {
-    const std::int32_t place = SnapToBreak(std::clamp(position.value, 0, Length()));
-    MoveLineMarkBack(place);
-    for (std::int32_t end = 0; (end = text_.NextLineEnd(line_mark_.first, place)) >= 0;)
-        line_mark_ = {line_mark_.line + 1, end + 1};
-    return line_mark_.line;
+    return Lines().CountBefore(SnapToBreak(std::clamp(position.value, 0, Length())));
 }
 
 CharPos MemoryEditor::FirstCharOfLine(std::int32_t line) const {
-    while (line_mark_.line > std::max(line, 0))
-        MoveLineMarkBack(line_mark_.first - 1);
-    while (line_mark_.line < line) {
-        const std::int32_t end = text_.NextLineEnd(line_mark_.first, Length());
-        if (end < 0)
-            break;
-        line_mark_ = {line_mark_.line + 1, end + 1};
-    }
-    return CharPos{line_mark_.first};
+    const std::int32_t wanted = std::min(line, Lines().Count());
+    return CharPos{wanted <= 0 ? 0 : Lines().At(wanted - 1) + 1};
 }
 
 Status MemoryEditor::LoadFile(const std::string& path, FileFormat format) {
