@@ -41,23 +41,16 @@ void frmCompareFiles::ShowFilter(ViewFilter filter) {
     mbUpdatingFilter_ = true;
     window_.ShowFilter(filter);
     mbUpdatingFilter_ = false;
-    const auto show = [this](std::int32_t count, const char* words) {
-        window_.ShowStatus(StatusPanel::Main, std::to_string(count) + ": " + Translate(words));
-    };
-    switch (filter) {
-        case ViewFilter::All:
-            UpdateStatusBar();
-            return;
-        case ViewFilter::Additions:
-            show(mlAdditions(), "Number of additions");
-            return;
-        case ViewFilter::Changes:
-            show(mlChanges(), "Number of changes");
-            return;
-        case ViewFilter::Deletions:
-            show(mlDeletions(), "Number of deletions");
-            return;
+    window_.FocusEditor(ArrangementOf(state_.view, filter).focus);
+    if (filter == ViewFilter::All) {
+        UpdateStatusBar();
+        return;
     }
+    const std::int32_t count = filter == ViewFilter::Additions ? mlAdditions()
+                               : filter == ViewFilter::Changes ? mlChanges()
+                                                               : mlDeletions();
+    window_.ShowStatus(StatusPanel::Main,
+                       std::to_string(count) + ": " + Translate(FilterWords(filter)));
 }
 
 // ---- differences ----

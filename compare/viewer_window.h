@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "compare/view/view_state.h"
 #include "load/document_loader.h"
 
 namespace zorvane {
@@ -14,23 +15,6 @@ class frmCompareFilesFindReplace;
 
 /// The panels of the status bar that a viewer writes to.
 enum class StatusPanel : std::int32_t { Caret = 1, Detail = 2, Main = 3, Time = 5 };
-
-/// The editors that a window shows; the first five scroll together, and these are their numbers.
-enum class ShownEditor : std::int32_t {
-    Original = 1,
-    Modified = 2,
-    OriginalDiffFinal = 3,
-    ModifiedDiffFinal = 4,
-    AllInOneDiff = 5,
-    Additions = 6,
-    Deletions = 7,
-    Changes = 8
-};
-
-/// The numbers are the tags of the view button.
-enum class View : std::int32_t { SideBySide = 1, AllInOne = 2 };
-
-enum class ViewFilter { All, Additions, Deletions, Changes };
 
 /// Which of the navigation buttons can be pressed.
 struct NavigationButtons {
