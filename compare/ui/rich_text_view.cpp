@@ -27,6 +27,7 @@ constexpr double kLabelPoints = 9;
 constexpr double kLeastColumn = 60;
 constexpr int kFocusLine = 2;
 constexpr int kAutoScrollInterval = 40;
+constexpr int kEstimateDelay = 300;
 constexpr double kMostBarUnits = 1e9;  // a bar counts in int
 constexpr int kLineStep = 20;
 
@@ -52,6 +53,14 @@ RichTextView::RichTextView(RichDocument& document, QWidget* parent)
     setAcceptDrops(true);
     auto_scroll_.setInterval(kAutoScrollInterval);
     connect(&auto_scroll_, &QTimer::timeout, this, [this] { AutoScroll(); });
+    estimate_.setInterval(kEstimateDelay);
+    estimate_.setSingleShot(true);
+    connect(&estimate_, &QTimer::timeout, this, [this] {
+        page_.EstimateAnew();
+        UpdateBars();
+        if (events_.shown_anew)
+            events_.shown_anew();
+    });
     document_.AddObserver(*this);
     StyleChanged();
 }
@@ -127,6 +136,7 @@ void RichTextView::StyleChanged() {
     style_.width = columns_.text_width;
     page_.SetWindowHeight(viewport()->height());
     page_.SetStyle(style_);
+    estimate_.start();
     viewport()->update();
     update();
     UpdateBars();
@@ -295,7 +305,7 @@ void RichTextView::MovedBy(double moved) {
         events_.top_moved(moved);
 }
 
-void RichTextView::FollowTop(const TopPlace& top, double moved) {
+void RichTextView::FollowTop(const PageTop& top, double moved) {
     page_.SetTop(top);
     BlitOrUpdate(moved);
     UpdateBars();
@@ -362,9 +372,69 @@ void RichTextView::ShowPosition(CharPos position) {
     }
 }
 
+void RichTextView::PutRow(std::int32_t row, double part_of_window) {
+    page_.PutRow(row, part_of_window);
+    MovedBy(0);
+}
+
 void RichTextView::ShowRow(std::int32_t row) {
     if (page_.ShowRow(row))
         MovedBy(0);
+}
+
+// ---- of the link between editors ----
+
+std::int32_t RichTextView::FirstVisibleLine() const {
+    return document_.LineOfChar(page_.Index().At(page_.TopBlock()).first);
+}
+
+std::int32_t RichTextView::Position(ScrollAxis axis) const {
+    return axis == ScrollAxis::Vertical ? verticalScrollBar()->value()
+                                        : horizontalScrollBar()->value();
+}
+
+void RichTextView::Scroll(const ScrollMessage& message) {
+    QScrollBar* bar =
+        message.axis == ScrollAxis::Vertical ? verticalScrollBar() : horizontalScrollBar();
+    switch (message.code) {
+        case ScrollCode::LineBack:
+            bar->triggerAction(QAbstractSlider::SliderSingleStepSub);
+            break;
+        case ScrollCode::LineForward:
+            bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+            break;
+        case ScrollCode::PageBack:
+            bar->triggerAction(QAbstractSlider::SliderPageStepSub);
+            break;
+        case ScrollCode::PageForward:
+            bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+            break;
+        case ScrollCode::ThumbPosition:
+        case ScrollCode::ThumbTrack:
+            bar->setValue(message.thumb);
+            break;
+        case ScrollCode::Begin:
+            bar->setValue(bar->minimum());
+            break;
+        case ScrollCode::End:
+            bar->setValue(bar->maximum());
+            break;
+        case ScrollCode::EndScroll:
+            break;
+    }
+}
+
+TopPlace RichTextView::Top() const {
+    const Block block = page_.Index().At(page_.TopBlock());
+    const double height = std::max(1.0F, block.height);
+    return {block.paragraph, std::clamp(page_.Top().offset / height, 0.0, 1.0)};
+}
+
+void RichTextView::SetTop(const TopPlace& place) {
+    const Block block = page_.Index().OfParagraph(place.paragraph);
+    const std::int32_t row = page_.Rows().RowOfBlock(block.number);
+    page_.SetTop({row, std::round(place.part * page_.RowHeight(row))});
+    MovedBy(0);
 }
 
 // ---- notices of the document ----

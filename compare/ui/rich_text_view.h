@@ -11,6 +11,7 @@
 #include "compare/ui/input_method_bridge.h"
 #include "compare/ui/text_painter.h"
 #include "compare/ui/view_page.h"
+#include "compare/view/scroll_link.h"
 
 namespace zorvane {
 
@@ -33,7 +34,7 @@ struct RichTextViewEvents {
 
 enum class NumberColumns : unsigned char { None, One, Two };
 
-class RichTextView : public QAbstractScrollArea, public DocumentObserver {
+class RichTextView : public QAbstractScrollArea, public DocumentObserver, public ScrollTarget {
     Q_OBJECT
 
   public:
@@ -87,11 +88,11 @@ class RichTextView : public QAbstractScrollArea, public DocumentObserver {
     // ---- places ----
     void EnsureCaretVisible();
     void ShowRow(std::int32_t row);
+    void PutRow(std::int32_t row, double part_of_window);
     void ShowPosition(CharPos position);
     void ScrollByPixels(double distance);
     /// As a partner scrolled: to the same place, having moved by so much.
-    void FollowTop(const TopPlace& top, double moved);
-    const TopPlace& Top() const { return page_.Top(); }
+    void FollowTop(const PageTop& top, double moved);
     /// Of the viewport.
     QRectF CaretRectOf(CharPos position);
     CharPos PositionAt(QPointF viewport_point);
@@ -104,6 +105,14 @@ class RichTextView : public QAbstractScrollArea, public DocumentObserver {
     void Reformatted(CharPos first, std::int32_t length) override;
     void Reset() override;
     void SelectionChanged() override;
+
+    // ---- of the link between editors ----
+    /// Lines as the core counts them: paragraphs and the breaks inside them.
+    std::int32_t FirstVisibleLine() const override;
+    std::int32_t Position(ScrollAxis axis) const override;
+    void Scroll(const ScrollMessage& message) override;
+    TopPlace Top() const override;
+    void SetTop(const TopPlace& place) override;
 
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
@@ -182,6 +191,7 @@ class RichTextView : public QAbstractScrollArea, public DocumentObserver {
     QPoint mouse_at_;
     qint64 double_click_time_ = 0;
     QTimer auto_scroll_;
+    QTimer estimate_;  // of a long text, once resizing rests
     CharPos drop_place_{-1};
 };
 

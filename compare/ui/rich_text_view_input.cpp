@@ -93,7 +93,7 @@ bool RichTextView::HandleMove(QKeyEvent* event) {
         document_.MoveCaret(to_end ? std::min(range.end(), CharPos{document_.Length()})
                                    : range.first);
     } else {
-        const TopPlace top = page_.Top();
+        const PageTop top = page_.Top();
         const CaretMover::Target target = mover_.Go(*way, document_.Caret());
         if (select)
             document_.ExtendSelection(target.place);

@@ -12,6 +12,8 @@ constexpr std::int32_t kLongestWrapped = 8192;
 constexpr std::int32_t kLongestUnwrapped = 2048;
 // Rows nearer than this are reached by real heights, farther ones by the sums.
 constexpr std::int32_t kNearRows = 200;
+// Texts of so many blocks are measured anew within a frame.
+constexpr std::int32_t kQuickBlocks = 20000;
 constexpr double kUpperThird = 1.0 / 3;
 
 BlockRules RulesOf(const TextStyle& style, const QTextCharFormat& format) {
@@ -20,6 +22,7 @@ BlockRules RulesOf(const TextStyle& style, const QTextCharFormat& format) {
     rules.longest_block = style.wrap ? kLongestWrapped : kLongestUnwrapped;
     rules.row_height = static_cast<float>(metrics.height() * style.line_factor);
     const double units = style.width / std::max(1.0, metrics.averageCharWidth());
+    rules.room = static_cast<float>((style.room_above + style.room_below) * style.zoom);
     rules.units_in_row = style.wrap ? std::max(1, static_cast<std::int32_t>(units)) : 0;
     return rules;
 }
@@ -35,14 +38,30 @@ ViewPage::ViewPage(RichDocument& document)
       blocks_before_(index_.BlockCount()) {}
 
 void ViewPage::SetStyle(const TextStyle& style) {
-    const CharPos top = index_.At(TopBlock()).first;
+    const bool cut_anew = style.wrap != Style().wrap;
     cache_.SetStyle(style);
+    widest_ = 0;
+    // While a window is being resized only what is in sight counts; the estimates of a long text
+    // follow when there is time.
+    if (cut_anew || index_.BlockCount() <= kQuickBlocks)
+        EstimateAnew();
+    else
+        KeepEndAtBottom();
+}
+
+void ViewPage::EstimateAnew() {
+    const CharPos top = index_.At(TopBlock()).first;
+    const TextStyle& style = Style();
     FormatMaker formats;
     index_.SetRules(RulesOf(style, formats.Of(document_->FormatAt(CharPos{0}), style.zoom)));
+    const bool cut_anew = blocks_before_ != index_.BlockCount();
     blocks_before_ = index_.BlockCount();
-    widest_ = 0;
-    if (rows_ == &block_rows_)
+    if (cut_anew)
+        cache_.Clear();
+    if (rows_ == &block_rows_ && cut_anew)
         SetTop({index_.OfChar(top).number, 0});
+    else if (rows_ == &block_rows_)
+        KeepEndAtBottom();
 }
 
 void ViewPage::SetRows(ViewRows* rows) {
@@ -57,7 +76,7 @@ void ViewPage::RowsChanged(std::int32_t top_block) {
         return;
     }
     const std::int32_t block = std::clamp(top_block, 0, index_.BlockCount() - 1);
-    SetTop({rows_->RowOfBlock(block), 0});
+    SetTop({rows_->RowOfBlock(block), top_.offset});
 }
 
 void ViewPage::Replaced(CharPos first, std::int32_t removed, std::int32_t inserted) {
@@ -155,7 +174,7 @@ std::int32_t ViewPage::TopBlock() const {
     return 0;
 }
 
-void ViewPage::SetTop(TopPlace top) {
+void ViewPage::SetTop(PageTop top) {
     top_ = top;
     top_.row = std::clamp(top_.row, 0, std::max(0, rows_->Count() - 1));
     Normalize();
@@ -200,7 +219,7 @@ void ViewPage::KeepEndAtBottom() {
 
 double ViewPage::ScrollBy(double distance) {
     const double wanted = distance;
-    const TopPlace before = top_;
+    const PageTop before = top_;
     if (std::abs(distance) > 2 * window_height_) {
         const double y = Y();
         GoToY(y + distance);
@@ -290,26 +309,31 @@ CharPos ViewPage::PositionAt(QPointF point) {
     return block.block.first + layout.PositionAt(point - QPointF(0, block.y));
 }
 
+void ViewPage::PutRow(std::int32_t row, double part) {
+    row = std::clamp(row, 0, std::max(0, rows_->Count() - 1));
+    SetTop({row, -std::floor(window_height_ * part)});
+}
+
 bool ViewPage::ShowRow(std::int32_t row) {
-    const TopPlace before = top_;
+    const PageTop before = top_;
     row = std::clamp(row, 0, std::max(0, rows_->Count() - 1));
     const double y = RowY(row);
     const bool near = std::abs(row - top_.row) <= kNearRows;
     if (near && y >= 0 && y + std::min(RowHeight(row), window_height_) <= window_height_)
         return false;
-    SetTop({row, -std::floor(window_height_ * kUpperThird)});
+    PutRow(row, kUpperThird);
     return !(top_ == before);
 }
 
 bool ViewPage::Show(CharPos position) {
-    const TopPlace before = top_;
+    const PageTop before = top_;
     const QRectF caret = CaretRect(position);
     if (caret.top() >= 0 && caret.bottom() <= window_height_)
         return false;
     const std::int32_t number = index_.OfChar(position).number;
     const std::int32_t row = rows_->RowOfBlock(number);
     if (std::abs(row - top_.row) > kNearRows || std::abs(caret.top()) > 2 * window_height_) {
-        SetTop({row, -std::floor(window_height_ * kUpperThird)});
+        PutRow(row, kUpperThird);
         // The place may be deep inside its row.
         const double inside = CaretRect(position).top() - window_height_ * kUpperThird;
         if (inside > window_height_ * kUpperThird)

@@ -17,16 +17,16 @@ namespace zorvane {
 
 /// What stands at the window's upper edge. Kept instead of a sum of pixels: estimates above may
 /// become exact without anything moving.
-struct TopPlace {
+struct PageTop {
     std::int32_t row = 0;
     double offset = 0;  ///< how much of the row is above the edge
-    friend bool operator==(const TopPlace&, const TopPlace&) = default;
+    friend bool operator==(const PageTop&, const PageTop&) = default;
 };
 
 /// A row in sight; `y` counts from the window's upper edge.
 struct ShownRow {
     std::int32_t row = 0;
-    ViewRow what;
+    ViewRow what{};
     double y = 0;
     double height = 0;
 };
@@ -51,6 +51,8 @@ class ViewPage {
 
     // ---- what the layout depends on ----
     void SetStyle(const TextStyle& style);
+    /// Brings the estimated heights up to the style; costs by the length of the text.
+    void EstimateAnew();
     const TextStyle& Style() const { return cache_.Style(); }
     /// nullptr: each block is a row.
     void SetRows(ViewRows* rows);
@@ -72,9 +74,9 @@ class ViewPage {
     std::int32_t TopBlock() const;
 
     // ---- scrolling ----
-    const TopPlace& Top() const { return top_; }
+    const PageTop& Top() const { return top_; }
     /// Clipped so that the text ends at the window's lower edge at the latest.
-    void SetTop(TopPlace top);
+    void SetTop(PageTop top);
     /// Goes by real heights; gives back by how much the text moved.
     double ScrollBy(double distance);
     void GoToY(double y);
@@ -83,6 +85,8 @@ class ViewPage {
     /// Scrolls as little as is needed, or brings a far place to the upper third. True if it moved.
     bool Show(CharPos position);
     bool ShowRow(std::int32_t row);
+    /// A row's upper edge at a part of the window's height.
+    void PutRow(std::int32_t row, double part);
 
     // ---- positions and points, both of the window; x from the text column's left edge ----
     QRectF CaretRect(CharPos position);
@@ -109,7 +113,7 @@ class ViewPage {
     BlockRows block_rows_;
     ViewRows* rows_;
     LayoutCache cache_;
-    TopPlace top_;
+    PageTop top_;
     double window_height_ = 0;
     double widest_ = 0;
     std::int32_t blocks_before_ = 0;  // as they were before the edit that is being told

@@ -18,7 +18,8 @@ struct ViewRow {
     std::int32_t folded = 0;  ///< so many paragraphs are hidden behind this row
     MarkKind kind = MarkKind::None;
     std::int32_t record = -1;  ///< the difference of a row of room; of text, the marks tell it
-    bool IsRoom() const { return block_count == 0 && folded == 0; }
+    bool of_pair = false;      ///< room beside the longer half of a pair, not of a missing one
+    bool IsRoom() const { return block_count == 0 && folded == 0 && !of_pair; }
 };
 
 /// Rows of room that belong together and carry one label.
