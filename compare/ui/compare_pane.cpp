@@ -279,7 +279,7 @@ void ComparePane::MarksOfOverview() {
                 aligner_->Rows().RowsOfRecord(static_cast<std::int32_t>(record));
             if (span.count > 0)
                 marks.push_back({span.first / rows, span.end() / rows,
-                                 MarkKindOf(*result, record)});
+                                 MarkKindOf(*result, record), span.count});
         }
     }
     overview_->SetMarks(std::move(marks));

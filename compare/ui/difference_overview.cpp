@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kDelay = 100;
 constexpr double kLeastMark = 4;
+constexpr double kMostOfParagraph = 8;
 constexpr double kLeastFrame = 16;
 constexpr double kMargin = 4;
 constexpr double kFrameRadius = 3;
@@ -71,7 +72,10 @@ void DifferenceOverview::MakePicture() {
     double last_bottom[4] = {-1e9, -1e9, -1e9, -1e9};
     for (const OverviewMark& mark : marks_) {
         const double top = std::floor(mark.begin * height());
-        const double tall = std::max(kLeastMark, std::round((mark.end - mark.begin) * height()));
+        // In a short text a paragraph's part of the strip would be a heavy block.
+        const double most = std::min((mark.end - mark.begin) * height(),
+                                     kMostOfParagraph * mark.paragraphs);
+        const double tall = std::max(kLeastMark, std::round(most));
         // Of many marks in one place one is seen.
         double& bottom = last_bottom[static_cast<std::size_t>(mark.kind) % 4];
         if (top + tall <= bottom)

@@ -20,6 +20,7 @@ struct OverviewMark {
     double begin = 0;
     double end = 0;
     MarkKind kind = MarkKind::None;
+    std::int32_t paragraphs = 1;
 };
 
 /// The picture is made anew by a timer after the marks or the size changed: painting 50,000 marks

@@ -47,6 +47,7 @@ BlockText LayoutCache::TextOf(const Block& block) const {
         text.runs.empty() ? document_->FormatAt(block.first) : text.runs.front().format;
     text.paragraph = rich.paragraph_runs.empty() ? document_->ParagraphFormatAt(block.first)
                                                  : rich.paragraph_runs.front().format;
+    text.begins_table = !document_->Text({block.first - 3, 3}).starts_with(u'\a');
     CharPos begin = block.first;
     if (block.continues)
         begin = index_->OfParagraph(block.paragraph).first;

@@ -123,6 +123,7 @@ ParagraphLayout::ParagraphLayout(const BlockText& block, const TextStyle& style,
       preedit_caret_(block.preedit.caret),
       right_to_left_(block.right_to_left),
       bidi_(block.right_to_left || MayBeBidi(block.text) || MayBeBidi(block.preedit.text)),
+      begins_table_(block.begins_table),
       border_(style.colors.hairline) {
     SplitCells(block, style);
     const ParagraphFormat& format = block.paragraph;

@@ -33,6 +33,7 @@ struct BlockText {
     bool right_to_left = false;  ///< of the whole paragraph, so of each of its slices
     bool first_slice = true;
     bool last_slice = true;
+    bool begins_table = false;  ///< a row of cells behind something else
     ParagraphMark mark;
     std::vector<WordMark> words;
     Preedit preedit;
@@ -140,6 +141,7 @@ class ParagraphLayout {
     std::int32_t preedit_caret_ = 0;
     bool right_to_left_ = false;
     bool bidi_ = false;
+    bool begins_table_ = false;
     double room_above_ = 0;
     double room_below_ = 0;
     double height_ = 0;

@@ -313,10 +313,13 @@ void ParagraphLayout::DrawOwnLines(QPainter& painter, QPointF origin) const {
 
 void ParagraphLayout::DrawCellBorders(QPainter& painter, QPointF origin) const {
     painter.setPen(QPen(border_, 1));
+    painter.setBrush(Qt::NoBrush);
+    // The upper edge of a row is the lower one of the row above it.
+    const double top = origin.y() + (begins_table_ ? 0.5 : -0.5);
+    const double bottom = origin.y() + height_ - 0.5;
     for (const Cell& cell : cells_) {
         if (cell.width > 0)
-            painter.drawRect(
-                QRectF(origin.x() + cell.x + 0.5, origin.y() - 0.5, cell.width, height_));
+            painter.drawRect(QRectF(origin.x() + cell.x + 0.5, top, cell.width, bottom - top));
     }
 }
 

@@ -23,8 +23,8 @@ int DrawPictures(const std::string& original_file, const std::string& modified_f
                  const std::string& folder) {
     RichDocument original;
     RichDocument modified;
-    if (!original.LoadFile(original_file, FileFormat::RichText) ||
-        !modified.LoadFile(modified_file, FileFormat::RichText)) {
+    if (!original.LoadFile(original_file, FileFormat::RichText).ok() ||
+        !modified.LoadFile(modified_file, FileFormat::RichText).ok()) {
         std::cerr << "a file could not be read\n";
         return 2;
     }
@@ -32,14 +32,14 @@ int DrawPictures(const std::string& original_file, const std::string& modified_f
         CompareTexts({std::make_shared<const std::u16string>(original.Text()),
                       std::make_shared<const std::u16string>(modified.Text())},
                      CompareOptions(), nullptr);
-    if (!result) {
-        std::cerr << result.error() << '\n';
+    if (!result.ok()) {
+        std::cerr << "the files could not be compared" << '\n';
         return 2;
     }
     ComparePane pane(original, modified);
     pane.resize(1440, 900);
     pane.copy_over = [](std::int32_t, Side) {};
-    pane.SetComparison(std::make_shared<const Comparison>(std::move(*result)));
+    pane.SetComparison(std::make_shared<const Comparison>(std::move(result).value()));
     pane.show();
     bool saved = true;
     for (const bool dark : {false, true}) {
