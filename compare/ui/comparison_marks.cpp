@@ -80,8 +80,12 @@ std::vector<WordMark> ComparisonMarks::Words(ParagraphNumber paragraph) const {
     // Where the paragraph lies in the record's text, by the lines as they were compared.
     const DifferenceRecord& record = comparison_->records[static_cast<std::size_t>(mark.record)];
     const RowSpan span = rows_->RowsOfRecord(mark.record);
-    const std::int32_t within =
-        paragraph - rows_->Row(span.first).paragraphs[side_].first;
+    const ParagraphNumber begin_now = rows_->Row(span.first).paragraphs[side_].first;
+    const ParagraphNumber end_now = rows_->Row(span.end() - 1).paragraphs[side_].end();
+    // Where paragraphs of the record were edited, which of them this is cannot be told.
+    if (end_now - begin_now != CountOf(record, side_))
+        return words;
+    const std::int32_t within = paragraph - begin_now;
     const std::int32_t first = FirstOf(record, side_);
     const std::int32_t line = first + within - 1;
     const LineText& lines = comparison_->Lines(side_);

@@ -79,9 +79,10 @@ const ParagraphLayout& LayoutCache::Of(std::int32_t block) {
         return *found->second.layout;
     }
     DropOld();
-    auto layout = std::make_unique<ParagraphLayout>(TextOf(index_->At(block)), style_, formats_);
+    const Block own = index_->At(block);
+    auto layout = std::make_unique<ParagraphLayout>(TextOf(own), style_, formats_);
     ++made_;
-    return *layouts_.emplace(block, Entry{std::move(layout), ++clock_}).first->second.layout;
+    return *layouts_.emplace(block, Entry{std::move(layout), ++clock_, own}).first->second.layout;
 }
 
 // The older half goes, so that it is seldom done.
@@ -119,15 +120,39 @@ void LayoutCache::Clear() {
     layouts_.clear();
 }
 
-void LayoutCache::Edited(std::int32_t first, std::int32_t last, std::int32_t moved) {
+void LayoutCache::Drop(std::int32_t first, std::int32_t last) {
+    std::erase_if(layouts_,
+                  [&](const auto& item) { return item.first >= first && item.first <= last; });
+}
+
+void LayoutCache::Replaced(CharPos first, std::int32_t removed, std::int32_t inserted,
+                           std::int32_t moved) {
+    // All slices of a paragraph run as its first letters do.
+    const Block touched = index_->OfChar(first);
+    const CharPos begin = index_->OfParagraph(touched.paragraph).first;
+    const bool right_to_left = document_->ParagraphFormatAt(begin).right_to_left ||
+                               StartsRightToLeft(document_->Text({begin, kDirectionUnits}));
     std::unordered_map<std::int32_t, Entry> kept;
-    for (auto& [block, entry] : layouts_) {
-        if (block < first)
-            kept.emplace(block, std::move(entry));
-        else if (block > last - moved)
-            kept.emplace(block + moved, std::move(entry));
+    for (auto& [number, entry] : layouts_) {
+        const Block& old = entry.block;
+        const bool behind = old.first >= first + removed;
+        if (!behind && old.first + old.length > first)
+            continue;
+        const std::int32_t now = number + (behind ? moved : 0);
+        const Block block = index_->At(now);
+        const CharPos place = old.first + (behind ? inserted - removed : 0);
+        if (block.number != now || block.first != place || block.length != old.length ||
+            block.continues != old.continues)
+            continue;
+        if (block.paragraph == touched.paragraph &&
+            entry.layout->RightToLeft() != right_to_left)
+            continue;
+        entry.block = block;
+        kept.emplace(now, std::move(entry));
     }
     layouts_ = std::move(kept);
+    // An insertion at the very begin or end of a block is in it.
+    Drop(touched.number, index_->OfChar(first + inserted).number);
 }
 
 }  // namespace zorvane

@@ -31,9 +31,11 @@ class LayoutCache {
 
     /// Everything must be laid out anew: fonts, screen, marks.
     void Clear();
-    /// After an edit: blocks `first` to `last` (as they are numbered now) are new, what stood behind
-    /// moved by `moved` numbers.
-    void Edited(std::int32_t first, std::int32_t last, std::int32_t moved);
+    /// After an edit by which the blocks behind it moved by `moved` numbers: what is still a block
+    /// of the same text is kept, so that a letter typed into a long paragraph costs one slice.
+    void Replaced(CharPos first, std::int32_t removed, std::int32_t inserted, std::int32_t moved);
+    /// These blocks must be laid out anew.
+    void Drop(std::int32_t first, std::int32_t last);
     std::size_t Size() const { return layouts_.size(); }
     /// How many blocks were laid out so far, for benches and tests.
     std::int64_t Made() const { return made_; }
@@ -42,6 +44,7 @@ class LayoutCache {
     struct Entry {
         std::unique_ptr<ParagraphLayout> layout;
         std::uint64_t used = 0;
+        Block block;  // as it was laid out
     };
 
     BlockText TextOf(const Block& block) const;

@@ -120,9 +120,9 @@ void PairAligner::SideObserver::Replaced(CharPos first, std::int32_t /*removed*/
     const ParagraphNumber end = index.OfChar(first + inserted).paragraph;
     const std::int32_t more = index.ParagraphCount() - own.paragraphs_[side_];
     const std::int32_t now = end - begin + 1;
+    const std::int32_t rows = own.rows_.Rows();
     own.rows_.Apply(side_, {begin, now - more, now, true});
-    own.views_[side_]->MarksChanged();
-    own.Rebuild();
+    own.Touched(side_, rows, {begin, now});
 }
 
 void PairAligner::SideObserver::Reset() {
@@ -130,8 +130,32 @@ void PairAligner::SideObserver::Reset() {
     if (own.comparison_ == nullptr)
         return;
     own.rows_.Reset(side_, own.IndexOf(side_).ParagraphCount());
-    own.views_[side_]->MarksChanged();
+    for (const Side side : kBothSides)
+        own.views_[side]->MarksChanged();
     own.Rebuild();
+}
+
+// A letter typed into a paragraph changes no row but its own, which is unmarked from now on.
+void PairAligner::Touched(Side side, std::int32_t rows_before, const ParagraphSpan& paragraphs) {
+    const bool same_rows = rows_.Rows() == rows_before &&
+                           paragraphs_[side] == IndexOf(side).ParagraphCount() &&
+                           blocks_[side] == IndexOf(side).BlockCount();
+    if (!same_rows) {
+        for (const Side each : kBothSides)
+            views_[each]->MarksChanged();
+        Rebuild();
+        return;
+    }
+    const Side other = OtherSide(side);
+    const ParagraphRow first = rows_.Row(rows_.RowOf(side, paragraphs.first));
+    const ParagraphRow last = rows_.Row(rows_.RowOf(side, paragraphs.end() - 1));
+    const BlockIndex& index = IndexOf(other);
+    const std::int32_t begin = index.OfParagraph(first.paragraphs[other].first).number;
+    const std::int32_t end = index.OfParagraph(last.paragraphs[other].end()).number;
+    views_[other]->Page().Layouts().Drop(begin, end);
+    views_[other]->viewport()->update();
+    if (rows_changed)
+        rows_changed();
 }
 
 }  // namespace zorvane

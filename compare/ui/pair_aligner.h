@@ -52,6 +52,7 @@ class PairAligner {
     const BlockIndex& IndexOf(Side side) const { return views_[side]->Page().Index(); }
     void NoteCounts();
     void Rebuild();
+    void Touched(Side side, std::int32_t rows_before, const ParagraphSpan& paragraphs);
 
     PerSide<RichTextView*> views_;
     std::shared_ptr<const Comparison> comparison_;

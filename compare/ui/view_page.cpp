@@ -83,13 +83,8 @@ void ViewPage::Replaced(CharPos first, std::int32_t removed, std::int32_t insert
     index_.Replaced(first, removed, inserted);
     const std::int32_t moved = index_.BlockCount() - blocks_before_;
     blocks_before_ = index_.BlockCount();
-    // A long paragraph may be cut elsewhere, from its first slice to its last.
-    const Block begin = index_.OfParagraph(index_.OfChar(first).paragraph);
-    const Block end = index_.OfChar(first + inserted);
-    std::int32_t last = end.number;
-    while (last + 1 < index_.BlockCount() && index_.At(last + 1).continues)
-        ++last;
-    cache_.Edited(begin.number, last, moved);
+    cache_.Replaced(first, removed, inserted, moved);
+    const std::int32_t last = index_.OfChar(first + inserted).number;
     if (rows_ != &block_rows_)
         return;  // whoever made the rows makes them anew
     // What is in the window stays where it is when something above it changes.
@@ -104,7 +99,7 @@ void ViewPage::Reformatted(CharPos first, std::int32_t length) {
     index_.Reformatted(first, length);
     const Block begin = index_.OfChar(first);
     const Block end = index_.OfChar(first + length);
-    cache_.Edited(begin.number, end.number, 0);
+    cache_.Drop(begin.number, end.number);
     KeepEndAtBottom();
 }
 
