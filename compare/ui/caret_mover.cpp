@@ -132,7 +132,7 @@ CharPos CaretMover::LineStep(CharPos from, bool down, double x) {
         return place.block.first + candidate;
     const std::int32_t neighbour = Neighbour(place.block.number, down);
     if (neighbour < 0)
-        return down ? CharPos{page_.Document().Length()} : CharPos{0};
+        return down ? EndOf(place.block.number) : place.block.first;
     const ParagraphLayout& layout = page_.Layouts().Of(neighbour);
     const std::int32_t at = layout.PositionAt({x, down ? -kBeyond : kBeyond});
     return page_.Index().At(neighbour).first + at;
@@ -166,7 +166,7 @@ CharPos CaretMover::ParagraphStep(CharPos from, bool down) {
     do {
         neighbour = Neighbour(neighbour, down);
         if (neighbour < 0)
-            return down ? CharPos{page_.Document().Length()} : CharPos{0};
+            return down ? EndOf(block.number) : begin;
     } while (index.At(neighbour).paragraph == block.paragraph);
     return index.OfParagraph(index.At(neighbour).paragraph).first;
 }

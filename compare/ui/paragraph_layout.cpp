@@ -66,7 +66,7 @@ void SetTabs(QTextOption& option, const ParagraphFormat& format, double zoom) {
     option.setTabStopDistance(PixelsOf(kDefaultTab, zoom));
 }
 
-QTextOption OptionOf(const BlockText& block, const TextStyle& style) {
+QTextOption OptionOf(const BlockText& block, const TextStyle& style, bool wrap) {
     QTextOption option;
     switch (block.paragraph.alignment) {
         case Alignment::Center:
@@ -76,15 +76,14 @@ QTextOption OptionOf(const BlockText& block, const TextStyle& style) {
             option.setAlignment(Qt::AlignRight);
             break;
         case Alignment::Justify:
-            option.setAlignment(style.wrap ? Qt::AlignJustify : Qt::AlignLeft);
+            option.setAlignment(wrap ? Qt::AlignJustify : Qt::AlignLeft);
             break;
         case Alignment::Left:
             option.setAlignment(Qt::AlignLeft);
             break;
     }
     option.setTextDirection(block.right_to_left ? Qt::RightToLeft : Qt::LeftToRight);
-    option.setWrapMode(style.wrap ? QTextOption::WrapAtWordBoundaryOrAnywhere
-                                  : QTextOption::ManualWrap);
+    option.setWrapMode(wrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
     SetTabs(option, block.paragraph, style.zoom);
     return option;
 }
@@ -257,13 +256,15 @@ double ParagraphLayout::LayOut(Cell& cell, const BlockText& block, const TextSty
         std::make_unique<QTextLayout>(shown, formats.Of(base, style.zoom).font());
     cell.layout->setCacheEnabled(true);
     cell.layout->setCursorMoveStyle(Qt::VisualMoveStyle);
-    cell.layout->setTextOption(OptionOf(block, style));
+    // A cell has a neighbour, so its text wraps always.
+    const bool wrap = style.wrap || IsTableRow();
+    cell.layout->setTextOption(OptionOf(block, style, wrap));
     cell.layout->setFormats(Formats(block, cell, style, formats));
 
     const double padding = IsTableRow() ? 2 * kCellPadding : 0;
     const double room = std::max(cell.width - padding, IsTableRow() ? 0.0 : kLeastWidth);
     const double bottom = PlaceLines(cell, block, style, room);
-    if (style.wrap)
+    if (wrap)
         return bottom;
     // Without wrapping the longest line decides how wide the text is, and lines are aligned in it.
     double longest = 0;

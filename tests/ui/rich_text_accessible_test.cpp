@@ -21,7 +21,7 @@ const UnitRow kUnits[] = {
     {"word", QAccessible::WordBoundary, 5, " ", "two", "."},
     {"first word", QAccessible::WordBoundary, 0, "", "one", " "},
     {"letter", QAccessible::CharBoundary, 4, " ", "t", "w"},
-    {"paragraph", QAccessible::ParagraphBoundary, 12, "one two. It\r\n", "three\r\n", "four"},
+    {"paragraph", QAccessible::ParagraphBoundary, 13, "one two. It\r\n", "three\r\n", "four"},
     {"line", QAccessible::LineBoundary, 14, "one two. It\r\n", "three\r\n", "four"},
     {"sentence", QAccessible::SentenceBoundary, 2, "", "one two. ", "It\r\n"},
     {"the text's end", QAccessible::ParagraphBoundary, 24, "three\r\n", "four", ""},

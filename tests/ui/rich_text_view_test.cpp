@@ -270,6 +270,8 @@ TEST(RichTextView, TakesDroppedTextAtThePointer) {
     QMimeData mime;
     mime.setText(QStringLiteral("two "));
     const QPointF at = shown.view.CaretRectOf(CharPos{4}).center();
+    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(shown.view.viewport(), &enter);
     QDropEvent drop(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(shown.view.viewport(), &drop);
     EXPECT_EQ(shown.document.Text(), u"one two three");

@@ -24,13 +24,21 @@ void ExpectSameAsNew(ShownView& shown) {
     fresh.SetStyle(shown.view.Page().Style());
     fresh.SetWindowHeight(shown.view.Page().WindowHeight());
     ViewPage& own = shown.view.Page();
-    ASSERT_EQ(own.Index().BlockCount(), fresh.Index().BlockCount());
     ASSERT_EQ(own.Index().ParagraphCount(), fresh.Index().ParagraphCount());
     for (const ShownRow& row : own.Shown()) {
         const Block block = own.Index().At(row.row);
-        EXPECT_EQ(block.first, fresh.Index().At(row.row).first);
-        ASSERT_EQ(row.height, fresh.RowHeight(row.row)) << "row " << row.row;
-        EXPECT_EQ(own.Layouts().Of(row.row).Length(), fresh.Layouts().Of(row.row).Length());
+        const ParagraphLayout& layout = own.Layouts().Of(row.row);
+        const std::u16string text = shown.document.Text({block.first, block.length});
+        const std::int32_t ending = text.ends_with(u"\r\n") ? 2 : 0;
+        ASSERT_EQ(layout.Length(), block.length - ending) << "row " << row.row;
+        // A long paragraph may be cut elsewhere when it is cut anew.
+        const Block other = fresh.Index().OfParagraph(block.paragraph);
+        if (block.continues || other.length != block.length)
+            continue;
+        EXPECT_EQ(block.first, other.first);
+        EXPECT_EQ(row.height, fresh.Layouts().Of(other.number).Height()) << "row " << row.row;
+        for (const std::int32_t at : {0, layout.Length() / 2, layout.Length()})
+            EXPECT_EQ(layout.CaretRect(at), fresh.Layouts().Of(other.number).CaretRect(at));
     }
 }
 
