@@ -51,8 +51,7 @@ double MillisecondsOf(const std::function<void()>& step) {
     const auto begin = std::chrono::steady_clock::now();
     step();
     QApplication::processEvents();
-    const std::chrono::duration<double, std::milli> time =
-        std::chrono::steady_clock::now() - begin;
+    const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - begin;
     return time.count();
 }
 
@@ -97,8 +96,7 @@ void BM_HandOver(benchmark::State& state) {
     std::vector<double> times;
     for (auto run : state) {
         RichText copy = text;
-        const double time =
-            MillisecondsOf([&] { shown.document.SetRich(std::move(copy)); });
+        const double time = MillisecondsOf([&] { shown.document.SetRich(std::move(copy)); });
         times.push_back(time);
         state.SetIterationTime(time / 1000);
         static_cast<void>(run);
@@ -182,8 +180,8 @@ struct ShownPair {
 void BM_PairHandOver(benchmark::State& state) {
     ShownPair shown(static_cast<int>(state.range(0)));
     for (auto run : state) {
-        state.SetIterationTime(
-            MillisecondsOf([&] { shown.pane.SetComparison(shown.comparison); }) / 1000);
+        state.SetIterationTime(MillisecondsOf([&] { shown.pane.SetComparison(shown.comparison); }) /
+                               1000);
         static_cast<void>(run);
     }
 }
@@ -200,8 +198,9 @@ void BM_PairWalk(benchmark::State& state) {
     const auto records = static_cast<std::int32_t>(shown.comparison->records.size());
     std::mt19937 random(1);
     Measure(state, [&](int step) {
-        shown.pane.SetCurrent(step % 2 == 0 ? step
-                                            : std::uniform_int_distribution<std::int32_t>(0, records - 1)(random));
+        shown.pane.SetCurrent(
+            step % 2 == 0 ? step
+                          : std::uniform_int_distribution<std::int32_t>(0, records - 1)(random));
     });
 }
 BENCHMARK(BM_PairWalk)->Arg(50000)->Arg(500000)->Iterations(1);

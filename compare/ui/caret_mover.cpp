@@ -152,8 +152,7 @@ CharPos CaretMover::PageStep(CharPos from, bool down, double x) {
 CharPos CaretMover::LineEdge(CharPos from, bool end) {
     const ViewPage::Place place = page_.PlaceOf(from);
     const std::int32_t line = place.layout->LineOf(place.at);
-    return place.block.first +
-           (end ? place.layout->LineEnd(line) : place.layout->LineStart(line));
+    return place.block.first + (end ? place.layout->LineEnd(line) : place.layout->LineStart(line));
 }
 
 CharPos CaretMover::ParagraphStep(CharPos from, bool down) {
@@ -175,7 +174,8 @@ TextRange CaretMover::WordAt(CharPos position) const {
     const Block block = page_.Index().OfChar(position);
     const std::u16string around = TextAround(block);
     const QString text = ToQt(around);
-    const std::int32_t at = std::min(position - block.first, static_cast<std::int32_t>(text.size()));
+    const std::int32_t at =
+        std::min(position - block.first, static_cast<std::int32_t>(text.size()));
     QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
     finder.setPosition(at);
     // On a boundary the word behind it is meant; at the end of the text the one in front.

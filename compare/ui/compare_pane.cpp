@@ -44,9 +44,7 @@ ComparePane::ComparePane(RichDocument& original, RichDocument& modified, QWidget
     merged_view_->SetReadOnly(true);
     merged_view_->hide();
     // The overview scrolls; a bar beside it would tell the same twice.
-    ForViews([](RichTextView& view) {
-        view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    });
+    ForViews([](RichTextView& view) { view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); });
     ConnectViews();
     SetTexts(texts_);
     SetColors(ViewColors::Light());
@@ -78,8 +76,7 @@ void ComparePane::ConnectViews() {
     merged_view_->Events().top_moved = [this](double /*moved*/) { WindowOfOverview(); };
     merged_view_->Events().shown_anew = [this] { WindowOfOverview(); };
     merged_view_->Events().fold_opened = [this](std::int32_t row) {
-        const Block block =
-            merged_view_->Page().Index().At(merged_rows_->At(row).block.original);
+        const Block block = merged_view_->Page().Index().At(merged_rows_->At(row).block.original);
         merged_folds_.opened.insert(block.paragraph.value);
         const std::int32_t top = merged_view_->Page().TopBlock();
         FoldRows(*merged_marks_, merged_view_->Page().Index(), merged_folds_, *merged_rows_);
@@ -170,8 +167,8 @@ void ComparePane::MakeMerged() {
         merged_document_.Clear();
         return;
     }
-    MergedText merged = MergeTexts(
-        *result, {&views_.original->Document(), &views_.modified->Document()});
+    MergedText merged =
+        MergeTexts(*result, {&views_.original->Document(), &views_.modified->Document()});
     merged_marks_ = std::make_unique<MergedMarks>(std::move(merged.marks));
     merged_document_.SetRich(std::move(merged.text));
     merged_view_->SetMarks(merged_marks_.get());
@@ -275,11 +272,10 @@ void ComparePane::MarksOfOverview() {
     if (result != nullptr && aligner_->Rows().Rows() > 0) {
         const double rows = aligner_->Rows().Rows();
         for (std::size_t record = 0; record < result->records.size(); ++record) {
-            const RowSpan span =
-                aligner_->Rows().RowsOfRecord(static_cast<std::int32_t>(record));
+            const RowSpan span = aligner_->Rows().RowsOfRecord(static_cast<std::int32_t>(record));
             if (span.count > 0)
-                marks.push_back({span.first / rows, span.end() / rows,
-                                 MarkKindOf(*result, record), span.count});
+                marks.push_back({span.first / rows, span.end() / rows, MarkKindOf(*result, record),
+                                 span.count});
         }
     }
     overview_->SetMarks(std::move(marks));
@@ -327,8 +323,7 @@ void ComparePane::GoToPart(double part) {
     }
     const auto wanted = static_cast<std::int32_t>(part * rows.Rows());
     const ParagraphRow row = rows.Row(std::min(wanted, rows.Rows() - 1));
-    const Side side =
-        row.paragraphs.original.count > 0 ? Side::Original : Side::Modified;
+    const Side side = row.paragraphs.original.count > 0 ? Side::Original : Side::Modified;
     RichTextView& view = *views_[side];
     const std::int32_t block = view.Page().Index().OfParagraph(row.paragraphs[side].first).number;
     view.PutRow(view.Page().Rows().RowOfBlock(block), 0.5);

@@ -18,11 +18,11 @@ inline constexpr double kLineLength = 760;  // of "all in one", at 100 %
 
 /// What a pane says, in the user's language. Each may be empty.
 struct PaneTexts {
-    std::function<QString(std::int32_t paragraphs)> fold;          ///< "14 unchanged paragraphs"
+    std::function<QString(std::int32_t paragraphs)> fold;  ///< "14 unchanged paragraphs"
     std::function<QString(Side only, std::int32_t paragraphs)> only_in;
     std::function<QString(std::int32_t paragraph)> moved_to;
-    std::function<QString(std::int32_t record, Side from)> copy;   ///< name of a button
-    std::function<QString(std::int32_t record)> difference;        ///< for screen readers
+    std::function<QString(std::int32_t record, Side from)> copy;  ///< name of a button
+    std::function<QString(std::int32_t record)> difference;       ///< for screen readers
     static PaneTexts English();
 };
 

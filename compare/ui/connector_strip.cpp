@@ -49,7 +49,8 @@ void CopyButton::leaveEvent(QEvent* /*event*/) {
 }
 
 ConnectorStrip::ConnectorStrip(RichTextView& view, QWidget* parent)
-    : QWidget(parent), view_(view),
+    : QWidget(parent),
+      view_(view),
       buttons_{new CopyButton(Side::Original, this), new CopyButton(Side::Modified, this)} {
     setFixedWidth(kStripWidth);
     setMouseTracking(true);

@@ -73,8 +73,8 @@ void DifferenceOverview::MakePicture() {
     for (const OverviewMark& mark : marks_) {
         const double top = std::floor(mark.begin * height());
         // In a short text a paragraph's part of the strip would be a heavy block.
-        const double most = std::min((mark.end - mark.begin) * height(),
-                                     kMostOfParagraph * mark.paragraphs);
+        const double most =
+            std::min((mark.end - mark.begin) * height(), kMostOfParagraph * mark.paragraphs);
         const double tall = std::max(kLeastMark, std::round(most));
         // Of many marks in one place one is seen.
         double& bottom = last_bottom[static_cast<std::size_t>(mark.kind) % 4];

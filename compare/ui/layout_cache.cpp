@@ -53,9 +53,9 @@ BlockText LayoutCache::TextOf(const Block& block) const {
         begin = index_->OfParagraph(block.paragraph).first;
     text.right_to_left = text.paragraph.right_to_left;
     if (!text.right_to_left) {
-        text.right_to_left =
-            block.continues ? StartsRightToLeft(document_->Text({begin, kDirectionUnits}))
-                            : MayBeBidi(text.text) && StartsRightToLeft(text.text);
+        text.right_to_left = block.continues
+                                 ? StartsRightToLeft(document_->Text({begin, kDirectionUnits}))
+                                 : MayBeBidi(text.text) && StartsRightToLeft(text.text);
     }
     if (marks_ != nullptr) {
         text.mark = marks_->Of(block.paragraph);
@@ -66,8 +66,8 @@ BlockText LayoutCache::TextOf(const Block& block) const {
     // At the border of two slices it is in the second, as the caret is.
     if (HasPreedit() && index_->OfChar(preedit_place_).number == block.number) {
         text.preedit = preedit_;
-        text.preedit.at = std::min(preedit_place_ - block.first,
-                                   static_cast<std::int32_t>(text.text.size()));
+        text.preedit.at =
+            std::min(preedit_place_ - block.first, static_cast<std::int32_t>(text.text.size()));
     }
     return text;
 }
@@ -144,8 +144,7 @@ void LayoutCache::Replaced(CharPos first, std::int32_t removed, std::int32_t ins
         if (block.number != now || block.first != place || block.length != old.length ||
             block.continues != old.continues)
             continue;
-        if (block.paragraph == touched.paragraph &&
-            entry.layout->RightToLeft() != right_to_left)
+        if (block.paragraph == touched.paragraph && entry.layout->RightToLeft() != right_to_left)
             continue;
         entry.block = block;
         kept.emplace(now, std::move(entry));

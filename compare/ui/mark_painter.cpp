@@ -12,8 +12,8 @@ namespace {
 constexpr double kIconWidth = 1.5;
 constexpr double kMarkWidth = 1.2;
 constexpr double kHatchStep = 8;
-constexpr double kUnderlineGap = 2.8;   // below the baseline, clear of most descenders
-constexpr double kStrikePart = 0.27;    // of the ascent: the middle of small letters
+constexpr double kUnderlineGap = 2.8;  // below the baseline, clear of most descenders
+constexpr double kStrikePart = 0.27;   // of the ascent: the middle of small letters
 
 void SetIconPen(QPainter& painter, const QColor& color) {
     painter.setPen(QPen(color, kIconWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -33,8 +33,7 @@ void DrawSign(QPainter& painter, MarkKind kind, QPointF middle, const QColor& co
     SetIconPen(painter, color);
     switch (kind) {
         case MarkKind::Changed:
-            Lines(painter, middle,
-                  {{-5, -2, 5, -2}, {-5, 2, 5, 2}, {3, -5.5, -3, 5.5}});
+            Lines(painter, middle, {{-5, -2, 5, -2}, {-5, 2, 5, 2}, {3, -5.5, -3, 5.5}});
             break;
         case MarkKind::Deleted:
             Lines(painter, middle, {{-5, 0, 5, 0}});
@@ -44,8 +43,11 @@ void DrawSign(QPainter& painter, MarkKind kind, QPointF middle, const QColor& co
             break;
         case MarkKind::Moved:
             Lines(painter, middle,
-                  {{0, -5.5, 0, 5.5}, {0, -5.5, -3, -2.5}, {0, -5.5, 3, -2.5},
-                   {0, 5.5, -3, 2.5}, {0, 5.5, 3, 2.5}});
+                  {{0, -5.5, 0, 5.5},
+                   {0, -5.5, -3, -2.5},
+                   {0, -5.5, 3, -2.5},
+                   {0, 5.5, -3, 2.5},
+                   {0, 5.5, 3, 2.5}});
             break;
         case MarkKind::None:
             break;

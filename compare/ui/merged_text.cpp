@@ -25,8 +25,8 @@ class Merger {
             else
                 Whole(at);
         }
-        Equal(done, {comparison_.Paragraphs(Side::Original),
-                     comparison_.Paragraphs(Side::Modified)});
+        Equal(done,
+              {comparison_.Paragraphs(Side::Original), comparison_.Paragraphs(Side::Modified)});
         return std::move(merged_);
     }
 
@@ -44,9 +44,8 @@ class Merger {
 
     void Take(Side side, std::int32_t begin, std::int32_t end) {
         const TextRange range = TextRange::Between(CharPos{begin}, CharPos{end});
-        merged_.text.Append(
-            editors_[side]->Rich({range.first, std::min(range.length, editors_[side]->Length() -
-                                                                          range.first.value)}));
+        merged_.text.Append(editors_[side]->Rich(
+            {range.first, std::min(range.length, editors_[side]->Length() - range.first.value)}));
     }
 
     // Paragraphs that are the same on both sides; the original's spelling is shown. What was not

@@ -92,11 +92,12 @@ void PairAligner::Rebuild() {
     PerSide<std::int32_t> top{views_.original->Page().TopBlock(),
                               views_.modified->Page().TopBlock()};
     if (aligned_) {
-        PairRows(rows_, {&IndexOf(Side::Original), &IndexOf(Side::Modified)},
-                 [this](std::int32_t record) {
-                     return MarkKindOf(*comparison_, static_cast<std::size_t>(record));
-                 },
-                 folds_, paired_);
+        PairRows(
+            rows_, {&IndexOf(Side::Original), &IndexOf(Side::Modified)},
+            [this](std::int32_t record) {
+                return MarkKindOf(*comparison_, static_cast<std::size_t>(record));
+            },
+            folds_, paired_);
     }
     for (const Side side : kBothSides) {
         ViewRows* rows = aligned_ ? &paired_.Of(side) : nullptr;

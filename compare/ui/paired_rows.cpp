@@ -162,9 +162,8 @@ void PairRows(const ParagraphRows& rows, const PerSide<const BlockIndex*>& index
     auto fold = foldable.begin();
     for (std::int32_t first = 0; first < rows.Rows();) {
         const ParagraphRow run = rows.RunAt(first);
-        const MarkKind kind = run.record < 0 || run.kind == RowKind::Edited
-                                  ? MarkKind::None
-                                  : kind_of(run.record);
+        const MarkKind kind =
+            run.record < 0 || run.kind == RowKind::Edited ? MarkKind::None : kind_of(run.record);
         for (std::int32_t at = 0; at < run.rows.count; ++at) {
             const std::int32_t number = run.rows.first + at;
             while (fold != foldable.end() && fold->end() <= number)
@@ -218,8 +217,8 @@ void FoldRows(const MarkSource& marks, const BlockIndex& index, const FoldState&
         // Of an unchanged stretch what lies next to a difference stays.
         const std::int32_t from = first == 1 ? first : first + folds.rule.context_above;
         const std::int32_t to = end > count ? end : end - folds.rule.context_below;
-        const bool fold = folds.folded && to - from >= folds.rule.least &&
-                          !folds.opened.contains(from);
+        const bool fold =
+            folds.folded && to - from >= folds.rule.least && !folds.opened.contains(from);
         for (std::int32_t paragraph = first; paragraph < end; ++paragraph) {
             if (fold && paragraph == from)
                 put(paragraph, to - from);

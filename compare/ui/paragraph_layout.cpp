@@ -172,8 +172,8 @@ QTextCharFormat ParagraphLayout::FormatOf(const CharFormat& format, const WordMa
     CharFormat plain = format;
     plain.bold = word != nullptr || (format.bold && !whole);
     QTextCharFormat text = formats.Of(plain, style.zoom);
-    QColor ground = block.mark.kind == MarkKind::None ? colors.paper
-                                                      : colors.Of(block.mark.kind).row;
+    QColor ground =
+        block.mark.kind == MarkKind::None ? colors.paper : colors.Of(block.mark.kind).row;
     if (word != nullptr) {
         text.setForeground(colors.Of(word->kind).text);
     } else if (whole) {
@@ -245,17 +245,15 @@ QList<QTextLayout::FormatRange> ParagraphLayout::Formats(const BlockText& block,
 
 double ParagraphLayout::LayOut(Cell& cell, const BlockText& block, const TextStyle& style,
                                FormatMaker& formats) {
-    QString shown = ShownText(std::u16string_view(block.text)
-                                  .substr(static_cast<std::size_t>(cell.first),
-                                          static_cast<std::size_t>(cell.length)));
+    QString shown = ShownText(
+        std::u16string_view(block.text)
+            .substr(static_cast<std::size_t>(cell.first), static_cast<std::size_t>(cell.length)));
     const bool composing = preedit_length_ > 0 && &CellOf(preedit_at_) == &cell;
     if (composing)
         shown.insert(preedit_at_ - cell.first, ShownText(block.preedit.text));
     const CharFormat base = block.runs.empty() ? block.default_format : block.runs.front().format;
-    cell.layout =
-        std::make_unique<QTextLayout>(shown, formats.Of(base, style.zoom).font());
+    cell.layout = std::make_unique<QTextLayout>(shown, formats.Of(base, style.zoom).font());
     cell.layout->setCacheEnabled(true);
-    cell.layout->setCursorMoveStyle(Qt::VisualMoveStyle);
     // A cell has a neighbour, so its text wraps always.
     const bool wrap = style.wrap || IsTableRow();
     cell.layout->setTextOption(OptionOf(block, style, wrap));

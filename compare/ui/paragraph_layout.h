@@ -76,7 +76,8 @@ class ParagraphLayout {
     /// One step to the right or left as the eye sees it, or -1 beyond the block's edge.
     std::int32_t VisualStep(std::int32_t position, bool right) const;
     std::int32_t LineCount() const;
-    std::int32_t LineOf(std::int32_t position) const;  ///< 0-based; cells count one behind the other
+    std::int32_t LineOf(
+        std::int32_t position) const;  ///< 0-based; cells count one behind the other
     std::int32_t LineStart(std::int32_t line) const;
     std::int32_t LineEnd(std::int32_t line) const;  ///< the last place that is still on that line
     QRectF LineRect(std::int32_t line) const;
@@ -85,8 +86,8 @@ class ParagraphLayout {
 
     /// Paints text, document underlines and cell borders. `selections` are in positions of the
     /// block; only the foregrounds of their formats are used.
-    void Draw(QPainter& painter, QPointF origin,
-              const QList<QTextLayout::FormatRange>& selections, const QRectF& clip) const;
+    void Draw(QPainter& painter, QPointF origin, const QList<QTextLayout::FormatRange>& selections,
+              const QRectF& clip) const;
 
   private:
     struct Line {
@@ -115,8 +116,8 @@ class ParagraphLayout {
     void SplitCells(const BlockText& block, const TextStyle& style);
     QList<QTextLayout::FormatRange> Formats(const BlockText& block, const Cell& cell,
                                             const TextStyle& style, FormatMaker& formats);
-    QTextCharFormat FormatOf(const CharFormat& format, const WordMark* word,
-                             const BlockText& block, const TextStyle& style, FormatMaker& formats);
+    QTextCharFormat FormatOf(const CharFormat& format, const WordMark* word, const BlockText& block,
+                             const TextStyle& style, FormatMaker& formats);
     double LayOut(Cell& cell, const BlockText& block, const TextStyle& style, FormatMaker& formats);
     double PlaceLines(Cell& cell, const BlockText& block, const TextStyle& style, double width);
     std::int32_t ToCell(const Cell& cell, std::int32_t position, bool behind_preedit) const;
@@ -125,8 +126,16 @@ class ParagraphLayout {
     LinePlace PlaceOf(std::int32_t line) const;
     void AddBoxes(const Cell& cell, std::int32_t begin, std::int32_t end, Trim trim,
                   std::vector<RangeBox>& boxes) const;
-    void AddBidiBoxes(const QTextLine& line, std::int32_t begin, std::int32_t end, RangeBox box,
-                      double x, std::vector<RangeBox>& boxes) const;
+    void AddBidiBoxes(const Cell& cell, const QTextLine& line, std::int32_t begin, std::int32_t end,
+                      RangeBox box, std::vector<RangeBox>& boxes) const;
+    // Places of the caret on a line with text of both directions.
+    struct Stop {
+        double x = 0;
+        std::int32_t at = 0;
+    };
+    std::vector<Stop> StopsOf(const Cell& cell, const QTextLine& line) const;
+    std::int32_t BidiStep(const Cell& cell, std::int32_t at, bool right) const;
+    std::int32_t HitLine(const Cell& cell, const QTextLine& line, double x) const;
     QRectF CaretIn(const Cell& cell, std::int32_t at) const;
     void DrawOwnLines(QPainter& painter, QPointF origin) const;
     void DrawCellBorders(QPainter& painter, QPointF origin) const;

@@ -1,6 +1,7 @@
 // The way between positions and points of a laid out block, and what is painted over its text.
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "compare/ui/paragraph_layout.h"
 
@@ -8,6 +9,7 @@ namespace zorvane {
 namespace {
 
 constexpr double kSamePlace = 0.5;
+constexpr double kSameStop = 0.01;
 
 bool IsBlank(QChar unit) {
     return unit.isSpace() || unit == QChar::LineSeparator;
@@ -44,15 +46,15 @@ double ParagraphLayout::FirstMiddle() const {
 // `behind_preedit`: which side of the composed text the place of composing itself stands for.
 std::int32_t ParagraphLayout::ToCell(const Cell& cell, std::int32_t position,
                                      bool behind_preedit) const {
-    const bool composing = preedit_length_ > 0 && preedit_at_ >= cell.first &&
-                           preedit_at_ <= cell.first + cell.length;
+    const bool composing =
+        preedit_length_ > 0 && preedit_at_ >= cell.first && preedit_at_ <= cell.first + cell.length;
     const bool shifted = position > preedit_at_ || (position == preedit_at_ && behind_preedit);
     return position - cell.first + (composing && shifted ? preedit_length_ : 0);
 }
 
 std::int32_t ParagraphLayout::FromCell(const Cell& cell, std::int32_t at) const {
-    const bool composing = preedit_length_ > 0 && preedit_at_ >= cell.first &&
-                           preedit_at_ <= cell.first + cell.length;
+    const bool composing =
+        preedit_length_ > 0 && preedit_at_ >= cell.first && preedit_at_ <= cell.first + cell.length;
     const std::int32_t begin = preedit_at_ - cell.first;
     if (composing && at > begin)
         at = std::max(begin, at - preedit_length_);
@@ -60,9 +62,9 @@ std::int32_t ParagraphLayout::FromCell(const Cell& cell, std::int32_t at) const 
 }
 
 const ParagraphLayout::Cell& ParagraphLayout::CellOf(std::int32_t position) const {
-    const auto behind = std::upper_bound(
-        cells_.begin(), cells_.end(), position,
-        [](std::int32_t place, const Cell& cell) { return place < cell.first; });
+    const auto behind =
+        std::upper_bound(cells_.begin(), cells_.end(), position,
+                         [](std::int32_t place, const Cell& cell) { return place < cell.first; });
     return behind == cells_.begin() ? cells_.front() : *std::prev(behind);
 }
 
@@ -83,11 +85,65 @@ std::int32_t ParagraphLayout::PositionAt(QPointF point) const {
     const QTextLine line = cell->layout->lineAt(number);
     if (!line.isValid())
         return cell->first;
-    int at = line.xToCursor(point.x());
+    return FromCell(*cell, HitLine(*cell, line, point.x()));
+}
+
+// Where the caret can stand on a line, by the cell's positions.
+std::vector<ParagraphLayout::Stop> ParagraphLayout::StopsOf(const Cell& cell,
+                                                            const QTextLine& line) const {
+    std::vector<Stop> stops;
+    const bool last = line.lineNumber() + 1 >= cell.layout->lineCount();
+    const int end = line.textStart() + line.textLength() - (last ? 0 : 1);
+    for (int at = line.textStart(); at <= end; ++at) {
+        if (cell.layout->isValidCursorPosition(at))
+            stops.push_back({line.cursorToX(at), at});
+    }
+    return stops;
+}
+
+// In text of both directions the letter that is hit and the place where the caret shows may lie
+// apart; the nearest place where it shows is what a click means.
+std::int32_t ParagraphLayout::HitLine(const Cell& cell, const QTextLine& line, double x) const {
+    if (bidi_) {
+        const std::vector<Stop> stops = StopsOf(cell, line);
+        const auto nearest =
+            std::min_element(stops.begin(), stops.end(), [&](const Stop& one, const Stop& other) {
+                return std::abs(one.x - x) < std::abs(other.x - x);
+            });
+        return nearest == stops.end() ? line.textStart() : nearest->at;
+    }
+    int at = line.xToCursor(x);
     // The end of a wrapped line is the begin of the next one; a click stays on the line it hit.
-    if (number + 1 < count && at >= line.textStart() + line.textLength())
-        at = cell->layout->previousCursorPosition(line.textStart() + line.textLength());
-    return FromCell(*cell, std::max(at, line.textStart()));
+    const bool last = line.lineNumber() + 1 >= cell.layout->lineCount();
+    if (!last && at >= line.textStart() + line.textLength())
+        at = cell.layout->previousCursorPosition(line.textStart() + line.textLength());
+    return std::max(at, line.textStart());
+}
+
+// To the next place where the caret shows on this side, or on the line before or behind.
+std::int32_t ParagraphLayout::BidiStep(const Cell& cell, std::int32_t at, bool right) const {
+    const QTextLine line = cell.layout->lineForTextPosition(at);
+    if (!line.isValid())
+        return -1;
+    const double x = line.cursorToX(at);
+    const Stop* best = nullptr;
+    const std::vector<Stop> stops = StopsOf(cell, line);
+    for (const Stop& stop : stops) {
+        const bool on_side = right ? stop.x > x + kSameStop : stop.x < x - kSameStop;
+        if (on_side && (best == nullptr || (right ? stop.x < best->x : stop.x > best->x)))
+            best = &stop;
+    }
+    if (best != nullptr)
+        return best->at;
+    const int number = line.lineNumber() + (right != right_to_left_ ? 1 : -1);
+    if (number < 0 || number >= cell.layout->lineCount())
+        return -1;
+    const std::vector<Stop> others = StopsOf(cell, cell.layout->lineAt(number));
+    const auto edge =
+        std::min_element(others.begin(), others.end(), [&](const Stop& one, const Stop& other) {
+            return right ? one.x < other.x : one.x > other.x;
+        });
+    return edge == others.end() ? -1 : edge->at;
 }
 
 QRectF ParagraphLayout::CaretIn(const Cell& cell, std::int32_t at) const {
@@ -107,28 +163,40 @@ QRectF ParagraphLayout::PreeditCaretRect() const {
     return CaretIn(cell, ToCell(cell, preedit_at_, false) + preedit_caret_);
 }
 
-void ParagraphLayout::AddBidiBoxes(const QTextLine& line, std::int32_t begin, std::int32_t end,
-                                   RangeBox box, double x, std::vector<RangeBox>& boxes) const {
-    bool open = false;
+// By visual moves the place of a letter is its left edge, whichever way it runs; it reaches to the
+// next edge to the right.
+void ParagraphLayout::AddBidiBoxes(const Cell& cell, const QTextLine& line, std::int32_t begin,
+                                   std::int32_t end, RangeBox box,
+                                   std::vector<RangeBox>& boxes) const {
+    cell.layout->setCursorMoveStyle(Qt::VisualMoveStyle);
+    std::vector<double> edges;
+    std::vector<double> lefts;
+    const int line_end = line.textStart() + line.textLength();
+    for (int at = line.textStart(); at < line_end; ++at) {
+        lefts.push_back(line.cursorToX(at));
+        edges.push_back(lefts.back());
+    }
+    cell.layout->setCursorMoveStyle(Qt::LogicalMoveStyle);
+    const double width = line.horizontalAdvance();
+    edges.push_back(*std::min_element(lefts.begin(), lefts.end()) + width);
+    std::sort(edges.begin(), edges.end());
+    std::vector<std::pair<double, double>> parts;
     for (int at = begin; at < end; ++at) {
-        const double leading = line.cursorToX(at, QTextLine::Leading) + x;
-        const double trailing = line.cursorToX(at, QTextLine::Trailing) + x;
-        const double left = std::min(leading, trailing);
-        const double right = std::max(leading, trailing);
-        if (right - left <= 0)
-            continue;
-        if (open && std::abs(left - boxes.back().rect.right()) < kSamePlace) {
-            boxes.back().rect.setRight(right);
-            continue;
-        }
-        if (open && std::abs(right - boxes.back().rect.left()) < kSamePlace) {
-            boxes.back().rect.setLeft(left);
+        const double left = lefts[static_cast<std::size_t>(at - line.textStart())];
+        const auto next = std::upper_bound(edges.begin(), edges.end(), left + kSameStop);
+        if (next != edges.end())
+            parts.emplace_back(left, *next);
+    }
+    std::sort(parts.begin(), parts.end());
+    const std::size_t before = boxes.size();
+    for (const auto& [left, right] : parts) {
+        if (boxes.size() > before && left <= boxes.back().rect.right() + kSamePlace) {
+            boxes.back().rect.setRight(std::max(boxes.back().rect.right(), right));
             continue;
         }
         box.rect.setLeft(left);
         box.rect.setRight(right);
         boxes.push_back(box);
-        open = true;
     }
 }
 
@@ -156,7 +224,7 @@ void ParagraphLayout::AddBoxes(const Cell& cell, std::int32_t begin, std::int32_
         box.natural_top = line.y();
         box.natural_height = line.height();
         if (bidi_) {
-            AddBidiBoxes(line, from, to, box, 0, boxes);
+            AddBidiBoxes(cell, line, from, to, box, boxes);
             continue;
         }
         box.rect.setLeft(line.cursorToX(from));
@@ -191,10 +259,16 @@ std::vector<RangeBox> ParagraphLayout::PreeditBoxes() const {
 std::int32_t ParagraphLayout::VisualStep(std::int32_t position, bool right) const {
     const Cell& cell = CellOf(position);
     const int at = ToCell(cell, position, right);
-    const int next = right ? cell.layout->rightCursorPosition(at)
-                           : cell.layout->leftCursorPosition(at);
-    if (next != at)
-        return FromCell(cell, next);
+    if (bidi_) {
+        const std::int32_t step = BidiStep(cell, at, right);
+        if (step >= 0)
+            return FromCell(cell, step);
+    } else {
+        const int next =
+            right ? cell.layout->nextCursorPosition(at) : cell.layout->previousCursorPosition(at);
+        if (next != at)
+            return FromCell(cell, next);
+    }
     // Beyond a cell's edge comes its neighbour.
     const auto index = static_cast<std::size_t>(&cell - cells_.data());
     if (right && index + 1 < cells_.size())
@@ -298,8 +372,8 @@ void ParagraphLayout::DrawOwnLines(QPainter& painter, QPointF origin) const {
             continue;
         }
         // Under words only: from one blank to the next.
-        const std::int32_t end = std::min(own.first + own.length,
-                                          static_cast<std::int32_t>(text.size()));
+        const std::int32_t end =
+            std::min(own.first + own.length, static_cast<std::int32_t>(text.size()));
         for (std::int32_t at = own.first; at < end;) {
             std::int32_t stop = at;
             while (stop < end && !IsBlank(text.at(stop)))

@@ -40,7 +40,10 @@ QFont SmallFont(const QFont& font, double points) {
 }  // namespace
 
 RichTextView::RichTextView(RichDocument& document, QWidget* parent)
-    : QAbstractScrollArea(parent), document_(document), page_(document), input_(page_),
+    : QAbstractScrollArea(parent),
+      document_(document),
+      page_(document),
+      input_(page_),
       mover_(page_) {
     RichTextAccessible::Install();
     setFrameShape(QFrame::NoFrame);

@@ -88,8 +88,8 @@ bool RichTextView::HandleMove(QKeyEvent* event) {
     const bool sideways = *way == CaretMove::Left || *way == CaretMove::Right;
     if (!select && sideways && range.length > 0) {
         // A step without Shift goes to the selection's edge.
-        const bool to_end = (*way == CaretMove::Right) !=
-                            page_.PlaceOf(range.first).layout->RightToLeft();
+        const bool to_end =
+            (*way == CaretMove::Right) != page_.PlaceOf(range.first).layout->RightToLeft();
         document_.MoveCaret(to_end ? std::min(range.end(), CharPos{document_.Length()})
                                    : range.first);
     } else {
@@ -273,8 +273,8 @@ QVariant RichTextView::inputMethodQuery(Qt::InputMethodQuery query) const {
             const CharPos place = query == Qt::ImCursorRectangle ? document_.Caret().Caret()
                                                                  : document_.Caret().Anchor();
             const QPoint origin = viewport()->pos();
-            return page.CaretRect(place).translated(
-                columns_.text_left - scrolled_x_ + origin.x(), origin.y());
+            return page.CaretRect(place).translated(columns_.text_left - scrolled_x_ + origin.x(),
+                                                    origin.y());
         }
         default:
             break;
@@ -402,8 +402,7 @@ void RichTextView::mouseMoveEvent(QMouseEvent* event) {
     if ((event->buttons() & Qt::LeftButton) == 0) {
         const double x = event->position().x();
         const bool on_row = page_.Rows().At(RowAt(event->position().y())).block_count == 0;
-        viewport()->setCursor(x < columns_.text_left || on_row ? Qt::ArrowCursor
-                                                               : Qt::IBeamCursor);
+        viewport()->setCursor(x < columns_.text_left || on_row ? Qt::ArrowCursor : Qt::IBeamCursor);
         return;
     }
     if (may_drag_) {

@@ -165,10 +165,10 @@ void TextPainter::PaintWords(const ShownBlock& block, const ParagraphLayout& lay
     for (const WordMark& word : layout.Words()) {
         painter_.setBrush(Colors().Of(word.kind).word);
         for (const RangeBox& box : layout.Boxes(word.first, word.length, Trim::Blanks)) {
-            const QRectF rect(box.rect.left() - kWordReach, box.natural_top - 0.5,
-                              box.rect.width() + 2 * kWordReach -
-                                  (word.gap_behind ? kWordReach : 0),
-                              box.natural_height + 1);
+            const QRectF rect(
+                box.rect.left() - kWordReach, box.natural_top - 0.5,
+                box.rect.width() + 2 * kWordReach - (word.gap_behind ? kWordReach : 0),
+                box.natural_height + 1);
             painter_.drawRoundedRect(rect.translated(TextX(), block.y), kWordRadius, kWordRadius);
         }
     }
@@ -198,8 +198,7 @@ void TextPainter::PaintFound(const ShownBlock& block, const ParagraphLayout& lay
                              QList<QTextLayout::FormatRange>& selections) {
     if (!state_.find)
         return;
-    const std::u16string text =
-        page_.Document().Text({block.block.first, layout.Length()});
+    const std::u16string text = page_.Document().Text({block.block.first, layout.Length()});
     painter_.setRenderHint(QPainter::Antialiasing);
     painter_.setPen(Qt::NoPen);
     for (const TextRange& hit : state_.find(text)) {
@@ -257,9 +256,9 @@ void TextPainter::PaintSelectedEnd(const ShownBlock& block, const ParagraphLayou
     const double left = layout.RightToLeft() ? caret.x() - kSelectedEnd : caret.x();
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(Colors().selection);
-    painter_.drawRoundedRect(QRectF(TextX() + left, block.y + line.top(), kSelectedEnd,
-                                    line.height()),
-                             kSelectionRadius, kSelectionRadius);
+    painter_.drawRoundedRect(
+        QRectF(TextX() + left, block.y + line.top(), kSelectedEnd, line.height()), kSelectionRadius,
+        kSelectionRadius);
 }
 
 void TextPainter::PaintPreedit(const ShownBlock& block, const ParagraphLayout& layout) {
@@ -272,9 +271,9 @@ void TextPainter::PaintPreedit(const ShownBlock& block, const ParagraphLayout& l
 
 void TextPainter::PaintCaret() {
     const QRectF caret = page_.CaretRect(state_.caret_place);
-    painter_.fillRect(QRectF(TextX() + caret.x() - kCaretWidth / 2, caret.y(), kCaretWidth,
-                             caret.height()),
-                      Colors().text);
+    painter_.fillRect(
+        QRectF(TextX() + caret.x() - kCaretWidth / 2, caret.y(), kCaretWidth, caret.height()),
+        Colors().text);
 }
 
 // Ink lines above and below the current difference, edges where the pair of views ends.

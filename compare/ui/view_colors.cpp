@@ -102,9 +102,8 @@ QColor ReadableOn(const QColor& color, const QColor& ground) {
     float far = lighter ? 1.0F : 0.0F;
     for (int step = 0; step < 12; ++step) {
         const float middle = (near + far) / 2;
-        const bool enough =
-            ContrastOf(QColor::fromHslF(std::max(hue, 0.0F), saturation, middle), ground) >=
-            kReadable;
+        const bool enough = ContrastOf(QColor::fromHslF(std::max(hue, 0.0F), saturation, middle),
+                                       ground) >= kReadable;
         (enough ? far : near) = middle;
     }
     return QColor::fromHslF(std::max(hue, 0.0F), saturation, far);

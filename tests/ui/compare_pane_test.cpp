@@ -72,8 +72,7 @@ TEST(ComparePane, KeepsPairsAtOneHeightWhereverItIsScrolled) {
     for (int step = 0; step < 300; ++step) {
         const Side side = step % 2 == 0 ? Side::Original : Side::Modified;
         const int far = step % 5 == 0 ? 20000 : 300;
-        shown.pane.View(side).ScrollByPixels(
-            std::uniform_int_distribution<int>(-far, far)(random));
+        shown.pane.View(side).ScrollByPixels(std::uniform_int_distribution<int>(-far, far)(random));
         pairs += EqualPairsInSight(shown, worst);
         ASSERT_EQ(shown.Page(Side::Original).Top(), shown.Page(Side::Modified).Top());
     }
@@ -174,8 +173,14 @@ TEST(ComparePane, FoldsWhatDidNotChangeAndOpensItAgain) {
     QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
     for (int step = 0; step < 3; ++step)
         QApplication::sendEvent(&shown.pane.View(Side::Original), &down);
-    EXPECT_EQ(shown.Page(Side::Original).Rows().At(shown.Page(Side::Original).Rows().RowOfBlock(
-                  shown.Page(Side::Original).Index().OfChar(shown.original.Caret().Caret()).number))
+    EXPECT_EQ(shown.Page(Side::Original)
+                  .Rows()
+                  .At(shown.Page(Side::Original)
+                          .Rows()
+                          .RowOfBlock(shown.Page(Side::Original)
+                                          .Index()
+                                          .OfChar(shown.original.Caret().Caret())
+                                          .number))
                   .folded,
               0);
     shown.pane.View(Side::Original).Events().fold_opened(fold_row);

@@ -30,8 +30,9 @@ struct TextRow {
 const TextRow kTexts[] = {
     {"empty", u""},
     {"one letter", u"a"},
-    {"several lines", u"The Tenant pays the rent in advance on the first working day of each month "
-                      u"and keeps the premises clean and in good repair."},
+    {"several lines",
+     u"The Tenant pays the rent in advance on the first working day of each month "
+     u"and keeps the premises clean and in good repair."},
     {"tabs", u"1.\tThe first\tpoint of it"},
     {"a break inside", u"one line\vand another\v"},
     {"a row of cells", u"Item\aMonthly amount\aAdjusted\a"},
@@ -42,18 +43,9 @@ const TextRow kTexts[] = {
     {"no blank to wrap at", std::u16string(200, u'x')},
 };
 
-bool IsHebrew(char16_t unit) {
-    return unit >= 0x5D0 && unit <= 0x5EA;
-}
-
-// Places that are two to the eye are passed over: inside a letter of two units, and where text of
-// two directions meets.
-bool HasOnePlace(const std::u16string& text, std::int32_t at) {
-    const auto place = static_cast<std::size_t>(at);
-    if (place == 0 || place >= text.size())
-        return true;
-    return (text[place - 1] & 0xFC00) != 0xD800 &&
-           (IsHebrew(text[place - 1]) == IsHebrew(text[place]) || text.front() > 0x500);
+// A place inside a letter of two units is none.
+bool IsPlace(const std::u16string& text, std::int32_t at) {
+    return at == 0 || (text[static_cast<std::size_t>(at - 1)] & 0xFC00) != 0xD800;
 }
 
 TEST(ParagraphLayout, GoesFromPositionsToPointsAndBack) {
@@ -62,7 +54,7 @@ TEST(ParagraphLayout, GoesFromPositionsToPointsAndBack) {
             SCOPED_TRACE(std::string(row.name) + (wrap ? ", wrapped" : ", unwrapped"));
             const ParagraphLayout layout = LayOut(BlockOf(row.text), 300, wrap);
             for (std::int32_t at = 0; at <= layout.Length(); ++at) {
-                if (!HasOnePlace(row.text, at))
+                if (!IsPlace(row.text, at))
                     continue;
                 const QRectF caret = layout.CaretRect(at);
                 const std::int32_t back = layout.PositionAt(caret.center());

@@ -22,10 +22,9 @@ namespace {
 void Mouse(ShownView& shown, QEvent::Type type, QPointF at,
            Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     const bool moves = type == QEvent::MouseMove;
-    QMouseEvent event(type, at, shown.view.viewport()->mapToGlobal(at),
-                      moves ? Qt::NoButton : Qt::LeftButton,
-                      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
-                      modifiers);
+    QMouseEvent event(
+        type, at, shown.view.viewport()->mapToGlobal(at), moves ? Qt::NoButton : Qt::LeftButton,
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, modifiers);
     QApplication::sendEvent(shown.view.viewport(), &event);
 }
 
@@ -193,8 +192,8 @@ TEST(RichTextView, KeepsComposedTextOutOfTheDocument) {
     EXPECT_FALSE(shown.document.CanUndo());
     EXPECT_GT(shown.view.CaretRectOf(CharPos{2}).x(), before + 5);
     const QRectF asked = shown.view.inputMethodQuery(Qt::ImCursorRectangle).toRectF();
-    EXPECT_NEAR(asked.y(),
-                shown.view.CaretRectOf(CharPos{1}).y() + shown.view.viewport()->y(), 0.01);
+    EXPECT_NEAR(asked.y(), shown.view.CaretRectOf(CharPos{1}).y() + shown.view.viewport()->y(),
+                0.01);
     QInputMethodEvent commit;
     commit.setCommitString(QStringLiteral("\u4eee\u540d"));
     QApplication::sendEvent(&shown.view, &commit);
@@ -245,7 +244,8 @@ TEST(RichTextView, CarriesFormatsThroughTheClipboard) {
     plain.document.MoveCaret(CharPos{1});
     plain.Key(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_FALSE(plain.document.FormatAt(CharPos{8}).bold);
-    EXPECT_EQ(QGuiApplication::clipboard()->text().left(12), QStringLiteral("plain b\u00f6ld\n\u05e9"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text().left(12),
+              QStringLiteral("plain b\u00f6ld\n\u05e9"));
 }
 
 TEST(RichTextView, PastesWhatItCanOfBrokenFormats) {
@@ -311,8 +311,7 @@ TEST(RichTextView, PaintsTheSameScrolledAndAnew) {
     for (const double step : {60.0, 13.0, -40.0, 7.0, 200.0}) {
         shown.view.ScrollByPixels(step);
         QApplication::processEvents();
-        const QImage scrolled =
-            shown.view.grab(QRect(shown.view.viewport()->geometry())).toImage();
+        const QImage scrolled = shown.view.grab(QRect(shown.view.viewport()->geometry())).toImage();
         ShownView fresh(text);
         fresh.view.FollowTop(shown.view.Page().Top(), 0);
         const QImage anew = fresh.view.grab(QRect(fresh.view.viewport()->geometry())).toImage();

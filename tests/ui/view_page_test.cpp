@@ -48,8 +48,8 @@ TEST(ViewPage, IsAfterRandomEditsWhatAPageMadeAnewIs) {
     const auto upto = [&](std::int32_t most) {
         return std::uniform_int_distribution<std::int32_t>(0, most)(random);
     };
-    const std::u16string pieces[] = {u"", u"x", u"\r\n", u"two\r\nlines", u"\r\n\r\n",
-                                     std::u16string(20000, u'y'), u"a\ab\a"};
+    const std::u16string pieces[] = {
+        u"", u"x", u"\r\n", u"two\r\nlines", u"\r\n\r\n", std::u16string(20000, u'y'), u"a\ab\a"};
     for (int step = 0; step < 200; ++step) {
         SCOPED_TRACE(step);
         const CharPos first{upto(shown.document.Length())};
