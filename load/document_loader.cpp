@@ -188,6 +188,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     const bool plain = options.bRemoveFormatting.Data();
     bLoadedAsPlainText = plain || (IsComparedAsText(sFile) && !TakesWordRoad(sFile));
     clsRTBDocument& document = parts_.document(target);
+    const ProgrammeEdit load(document.RichTB());
     std::vector<BesideItem> unused;
     std::vector<BesideItem>& beside = side ? beside_[SideOf(target)] : unused;
     const bool rich = !(side && bLoadedAsPlainText) && LooksLikeRtf(bytes);

@@ -72,7 +72,7 @@ class Editor {
     /// Gives back the range of what was inserted.
     virtual TextRange Replace(TextRange range, std::u16string_view text) = 0;
     virtual TextRange Replace(TextRange range, const RichText& text) = 0;
-    /// Of every paragraph that the range touches, if only with one end.
+    /// Of the paragraphs that hold a unit of the range, or its place if it is empty.
     virtual void FormatParagraphs(TextRange range, const ParagraphFormatChange& change) = 0;
 
     // The selection.

@@ -74,6 +74,7 @@ RichText MemoryEditor::TakeRich() {
     rich.paragraph_runs = paragraph_runs_.TakeAll();
     selection_ = {};
     line_ends_.Forget();
+    empty_last_paragraph_.reset();
     return rich;
 }
 
@@ -89,6 +90,7 @@ void MemoryEditor::SetRich(RichText text) {
     paragraph_runs_.Assign(text.paragraph_runs);
     selection_ = {};
     line_ends_.Forget();
+    empty_last_paragraph_.reset();
 }
 
 std::int32_t MemoryEditor::SnapToBreak(std::int32_t position) const {
@@ -167,6 +169,8 @@ CharFormat MemoryEditor::FormatAt(CharPos position) const {
 
 ParagraphFormat MemoryEditor::ParagraphFormatAt(CharPos position) const {
     const ParagraphFormat* format = paragraph_runs_.At(position.value);
+    if (format == nullptr && empty_last_paragraph_)
+        return *empty_last_paragraph_;
     if (format == nullptr && position > CharPos{0})
         format = paragraph_runs_.At(position.value - 1);
     return format == nullptr ? ParagraphFormat{} : *format;
@@ -200,6 +204,14 @@ TextRange MemoryEditor::ParagraphsOf(TextRange range) const {
 }
 
 void MemoryEditor::FormatParagraphs(TextRange range, const ParagraphFormatChange& change) {
+    range = Clip(range);
+    // A selection up to its begin does not touch it.
+    if (LastParagraphIsEmpty() &&
+        (range.end().value > Length() || range == TextRange{CharPos{Length()}, 0})) {
+        ParagraphFormat format = ParagraphFormatAt(CharPos{Length()});
+        change.ApplyTo(format);
+        empty_last_paragraph_ = format;
+    }
     range = ParagraphsOf(range);
     paragraph_runs_.ChangeFormats(range.first.value, range.length,
                                   [&change](ParagraphFormat& format) { change.ApplyTo(format); });
@@ -208,6 +220,8 @@ void MemoryEditor::FormatParagraphs(TextRange range, const ParagraphFormatChange
 void MemoryEditor::Put(TextRange range, const RichText& text) {
     if (range.length == 0 && text.Empty())
         return;
+    if (range.end().value == Length())
+        empty_last_paragraph_.reset();
     line_ends_.Replaced(range.first.value, range.length, text.text);
     text_.Replace(range.first.value, range.length, text.text);
     char_runs_.Replace(range.first.value, range.length, text.char_runs);

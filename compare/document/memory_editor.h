@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "compare/document/editor.h"
@@ -66,15 +67,25 @@ class MemoryEditor : public Editor {
     void SetCharRuns(TextRange range, const std::vector<CharRun>& runs);
     std::vector<ParagraphRun> ParagraphRuns(TextRange range) const;
     void SetParagraphRuns(TextRange range, const std::vector<ParagraphRun>& runs);
+    /// The format of an empty last paragraph, which no unit of the text carries. Nothing: as the
+    /// paragraph in front. Text put at the end takes it over.
+    const std::optional<ParagraphFormat>& EmptyLastParagraph() const {
+        return empty_last_paragraph_;
+    }
+    void SetEmptyLastParagraph(const std::optional<ParagraphFormat>& format) {
+        empty_last_paragraph_ = format;
+    }
 
   private:
     std::int32_t SnapToBreak(std::int32_t position) const;
     void Put(TextRange range, const RichText& text);
     const LineEnds& Lines() const;
+    bool LastParagraphIsEmpty() const { return Length() == 0 || text_.At(Length() - 1) == u'\n'; }
 
     PieceText text_;
     FormatRuns<CharRun> char_runs_;
     FormatRuns<ParagraphRun> paragraph_runs_;
+    std::optional<ParagraphFormat> empty_last_paragraph_;
     TextRange selection_;
     CharFormat default_format_;
     // Found when a line is first asked for, then kept through edits.

@@ -39,6 +39,10 @@ Status RichDocument::LoadFile(const std::string& path, FileFormat format) {
 
 // ---- edits ----
 
+EditStep RichDocument::NewStep(EditStep::Part part, TextRange range) const {
+    return {part, range.first, range.length, {}, text_.EmptyLastParagraph()};
+}
+
 void RichDocument::Remember(EditStep step, EditKind kind, std::u16string_view typed,
                             SelectionMark before) {
     if (ByUser())
@@ -49,7 +53,7 @@ TextRange RichDocument::Put(TextRange range, const RichText& text, EditKind kind
     range = Clip(range);
     const std::int32_t length = Length();
     const TextRange inside = text_.InText(range);
-    EditStep step{EditStep::Part::Text, inside.first, 0, {}};
+    EditStep step = NewStep(EditStep::Part::Text, inside);
     if (ByUser())
         step.old = Rich(inside);
     const SelectionMark before = Mark();
@@ -80,7 +84,7 @@ void RichDocument::Format(TextRange range, const CharFormatChange& change) {
     range = text_.InText(Clip(range));
     if (range.length == 0)
         return;
-    EditStep step{EditStep::Part::CharFormats, range.first, range.length, {}};
+    EditStep step = NewStep(EditStep::Part::CharFormats, range);
     if (ByUser())
         step.old.char_runs = text_.CharRuns(range);
     text_.Format(range, change);
@@ -90,14 +94,12 @@ void RichDocument::Format(TextRange range, const CharFormatChange& change) {
 }
 
 void RichDocument::FormatParagraphs(TextRange range, const ParagraphFormatChange& change) {
-    range = text_.ParagraphsOf(range);
-    if (range.length == 0)
-        return;
-    EditStep step{EditStep::Part::ParagraphFormats, range.first, range.length, {}};
+    const TextRange paragraphs = text_.ParagraphsOf(range);
+    EditStep step = NewStep(EditStep::Part::ParagraphFormats, paragraphs);
     if (ByUser())
-        step.old.paragraph_runs = text_.ParagraphRuns(range);
+        step.old.paragraph_runs = text_.ParagraphRuns(paragraphs);
     text_.FormatParagraphs(range, change);
-    NoteReformatted(range);
+    NoteReformatted(paragraphs);
     Remember(std::move(step), EditKind::Other, {}, Mark());
     SendPending();
 }
@@ -163,7 +165,8 @@ void RichDocument::Type(std::u16string_view text) {
 }
 
 void RichDocument::TypeOver(std::u16string_view text) {
-    if (!selection_.Empty())
+    // A break is put in, not typed over a character.
+    if (!selection_.Empty() || text.find_first_of(u"\r\n") != std::u16string_view::npos)
         return Type(text);
     const CharPos caret = selection_.Caret();
     const TextRange over = CharactersBehind(text_, caret, CountCharacters(text));
@@ -193,6 +196,7 @@ void RichDocument::DeleteForward(TextUnit unit) {
 void RichDocument::SwapStep(EditStep& step) {
     const TextRange range{step.first, step.length};
     RichText now;
+    const std::optional<ParagraphFormat> empty_now = text_.EmptyLastParagraph();
     switch (step.part) {
         case EditStep::Part::Text:
             now = Rich(range);
@@ -211,6 +215,7 @@ void RichDocument::SwapStep(EditStep& step) {
             NoteReformatted(range);
     }
     step.old = std::move(now);
+    text_.SetEmptyLastParagraph(std::exchange(step.empty_last_paragraph, empty_now));
 }
 
 std::optional<TextRange> RichDocument::AfterUndo(const std::optional<UndoList::Change>& change) {

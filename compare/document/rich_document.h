@@ -138,6 +138,7 @@ class RichDocument : public Editor {
     void Delete(TextRange range, EditKind kind);
     void SwapStep(EditStep& step);
     std::optional<TextRange> AfterUndo(const std::optional<UndoList::Change>& change);
+    EditStep NewStep(EditStep::Part part, TextRange range) const;
     void Remember(EditStep step, EditKind kind, std::u16string_view typed, SelectionMark before);
     void NoteReplaced(std::int32_t first, std::int32_t removed, std::int32_t inserted);
     void NoteReformatted(TextRange range);

@@ -6,6 +6,8 @@
 namespace zorvane {
 namespace {
 
+constexpr std::int32_t kLongestJoined = 10'000;  // a key held down long enough is several undos
+
 bool IsBlank(char16_t unit) {
     return unit == u' ' || unit == u'\t' || unit == 0x00A0 || unit == 0x3000;
 }
@@ -67,6 +69,8 @@ bool UndoList::Join(const EditStep& step, EditKind kind, std::u16string_view typ
     if (entry.kind != kind)
         return false;
     EditStep& last = entry.steps.back();
+    if (last.old.Length() > kLongestJoined)
+        return false;
     const CharPos end = last.first + last.length;
     switch (kind) {
         case EditKind::Typing:
@@ -141,6 +145,7 @@ std::optional<UndoList::Change> UndoList::Undo(const Swap& swap) {
     if (!CanUndo())
         return std::nullopt;
     Seal();
+    batch_open_ = false;
     Entry& entry = entries_[--done_];
     bytes_ -= entry.Bytes();
     ChangedRange changed;
@@ -157,6 +162,7 @@ std::optional<UndoList::Change> UndoList::Redo(const Swap& swap) {
     if (!CanRedo())
         return std::nullopt;
     Seal();
+    batch_open_ = false;
     Entry& entry = entries_[done_++];
     bytes_ -= entry.Bytes();
     ChangedRange changed;

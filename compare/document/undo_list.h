@@ -21,6 +21,7 @@ struct EditStep {
     CharPos first;
     std::int32_t length = 0;
     RichText old;
+    std::optional<ParagraphFormat> empty_last_paragraph;  ///< as it was
 
     std::size_t Bytes() const;
 };

@@ -287,9 +287,14 @@ TEST(RichDocument, TypesOverNoBreak) {
     document.MoveCaret(CharPos{1});
     document.TypeOver(u"x");
     EXPECT_EQ(document.Text(), u"ax\r\nb") << "a character, not a unit";
+    document.TypeOver(u"\r\n");
+    EXPECT_EQ(document.Text(), u"ax\r\n\r\nb") << "nor does one take a character";
+    document.Undo();
+    document.MoveCaret(CharPos{2});
     document.TypeOver(u"yz");
     EXPECT_EQ(document.Text(), u"axyz\r\nb");
     EXPECT_EQ(document.Selection(), At(4, 0));
+    document.Undo();
     document.Undo();
     EXPECT_EQ(document.Text(), u"a\xD83D\xDE00\r\nb");
 }
@@ -327,6 +332,40 @@ TEST(RichDocument, FormatsWholeParagraphs) {
         EXPECT_EQ(mirror.Rich(), document.Rich());
         document.Undo();
         EXPECT_EQ(document.Rich().paragraph_runs.size(), 1U);
+    }
+}
+
+TEST(RichDocument, AnEmptyLastParagraphHasAFormat) {
+    for (const char16_t* text : {u"", u"a\r\n"}) {
+        RichDocument document;
+        document.SetText(text);
+        Mirror mirror(document);
+        const CharPos end{document.Length()};
+        ParagraphFormatChange change;
+        change.alignment = Alignment::Center;
+        document.MoveCaret(end);
+        document.FormatParagraphs({end, 0}, change);
+        EXPECT_EQ(mirror.edits, 1);
+        change = {};
+        change.left_indent = 100;
+        document.FormatParagraphs(At(0, 99), change);
+        const auto last = [&] { return document.ParagraphFormatAt(end); };
+        EXPECT_EQ(last().alignment, Alignment::Center);
+        document.Type(u"x");
+        EXPECT_EQ(last().alignment, Alignment::Center) << "what is typed there takes it";
+        EXPECT_EQ(last().left_indent, 100);
+        document.Undo();
+        EXPECT_EQ(last().left_indent, 100);
+        document.Undo();
+        EXPECT_EQ(last().left_indent, 0);
+        EXPECT_EQ(last().alignment, Alignment::Center);
+        document.Undo();
+        EXPECT_EQ(last(), ParagraphFormat{});
+        document.Redo();
+        document.Redo();
+        EXPECT_EQ(last().left_indent, 100);
+        document.SetText(u"");
+        EXPECT_EQ(last(), ParagraphFormat{});
     }
 }
 

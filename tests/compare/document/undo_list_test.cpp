@@ -13,7 +13,7 @@ struct Text {
 
     void Put(std::int32_t first, std::int32_t length, std::u16string_view put,
              EditKind kind = EditKind::Other) {
-        EditStep step{EditStep::Part::Text, CharPos{first}, length, RichText::Plain(put)};
+        EditStep step{EditStep::Part::Text, CharPos{first}, length, RichText::Plain(put), {}};
         Swap(step);
         list.Add(std::move(step), kind, put, {}, {});
     }
@@ -110,6 +110,20 @@ TEST(UndoList, TellsTheWholeRangeOfABatch) {
     EXPECT_EQ(text.text, u"0123456789");
     EXPECT_EQ(text.Redo()->range, (TextRange{CharPos{2}, 8}));
     EXPECT_EQ(text.text, u"01abc345679");
+}
+
+TEST(UndoList, AnUndoInsideABatchEndsItsEntry) {
+    Text text({});
+    text.Put(0, 0, u"a");
+    text.list.BeginBatch();
+    text.Put(1, 0, u"b");
+    text.Undo();
+    text.Put(1, 0, u"c");
+    text.list.EndBatch();
+    EXPECT_EQ(text.text, u"ac");
+    text.Undo();
+    EXPECT_EQ(text.text, u"a");
+    EXPECT_EQ(text.UndoAll(), 1);
 }
 
 TEST(UndoList, ABatchOfNothingIsNothing) {
