@@ -27,6 +27,10 @@ frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest
       request_(request),
       window_(window),
       editors_(*process.platform.sound),
+      tools_(
+          editors_, window,
+          [this](std::string_view english) { return process_.Translate(english); },
+          [this] { return mbCompareBusy_; }),
       monitor_(process, window, mbAbortRequested_),
       loader_({process, options_, settings_, window, recent_files_, TextFileExtensions_,
                [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); },
@@ -40,6 +44,7 @@ void frmCompareFiles::Setup(const std::string& sDescription, bool load) {
     sDescription_ = sDescription;
     if (load)
         ReadIniFile();
+    tools_.SetSynchType(settings_.TextSynchType);
     ApplyFont();
 }
 
@@ -69,6 +74,7 @@ void frmCompareFiles::SaveIniFile() {
     if (sDescription_.empty())
         return;
     IniProfile& file = *process_.settings;
+    settings_.TextSynchType = tools_.Scrolls().TextSynchType();
     SaveCompareFilesSettings(file, sDescription_, settings_);
     options_.SaveStateToFile(file);
     recent_files_.original.ShutDown();

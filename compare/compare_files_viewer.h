@@ -11,6 +11,7 @@
 #include "common/base/side.h"
 #include "compare/compare_run.h"
 #include "compare/difference_list.h"
+#include "compare/view/viewer_tools.h"
 #include "compare/viewer_editors.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
@@ -91,9 +92,14 @@ class frmCompareFiles : private ReportSource {
     void ShowDifferencePrevious() { MoveTo(mlCurrentDifference_ - 1); }
     void ShowDifferenceNext() { MoveTo(mlCurrentDifference_ + 1); }
     void ShowDifferenceLast() { MoveTo(VXMacroDiff_.getDifferenceCount()); }
+    /// Asks for the number of a difference and goes there.
+    void tbShowDifferenceUnknown();
     void SelectListItem(std::int32_t index);
     void UpdateStatusBar();
     void UpdateNavigationalDropDownListBox();
+
+    // ---- the shown editors ----
+    ViewerTools& Tools() { return tools_; }
 
     // ---- reports ----
     /// From the next run on the word-processor report has a head with these names, numbers at its
@@ -153,6 +159,7 @@ class frmCompareFiles : private ReportSource {
     std::int32_t mlCurrentDifference_ = -1;
     std::int32_t mlLastDifference_ = -1;
     DifferenceList list_;
+    ViewerTools tools_;
     RunMonitor monitor_;
     DocumentLoader loader_;
 };

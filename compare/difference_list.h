@@ -1,19 +1,15 @@
 // The list of differences that a user moves in: a line of text for each record.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "common/base/number.h"
 #include "compare/engine/comparison.h"
+#include "compare/view/translate_text.h"
 #include "compare/viewer_window.h"
 
 namespace zorvane {
-
-/// English text in, the text to show out.
-using TranslateText = std::function<std::string(std::string_view)>;
 
 /// A model for a list box: a line is made when somebody asks for it, so a list of 50,000 entries
 /// costs nothing until it is unfolded. Indices are 0-based; every look-up is a constant or by

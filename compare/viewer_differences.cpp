@@ -60,6 +60,18 @@ void frmCompareFiles::MoveTo(std::int32_t number) {
         return;
     mlCurrentDifference_ = number;
     ShowDifference(true);
+    window_.FocusEditor(ShownEditor::Original);
+}
+
+void frmCompareFiles::tbShowDifferenceUnknown() {
+    const std::int32_t count = list_.Count();
+    if (count == 0) {
+        window_.ShowMessage(Translate("No differences to go to"), Translate("Error"));
+        return;
+    }
+    const std::int32_t number = window_.AskDifferenceNumber(mlCurrentDifference_, count);
+    if (number >= 1 && number <= count)
+        SelectListItem(number - 1);
 }
 
 void frmCompareFiles::SelectListItem(std::int32_t index) {
@@ -76,6 +88,8 @@ void frmCompareFiles::SelectRecord(const DifferenceRecord& record) {
     const ParagraphNumber last_modified{record.last_modified};
     editors_.rtbOriginal.document.SelectParagraphs(first_original, last_original, LastBreak::Keep);
     editors_.rtbModified.document.SelectParagraphs(first_modified, last_modified, LastBreak::Keep);
+    window_.RevealSelection(ShownEditor::Original);
+    window_.RevealSelection(ShownEditor::Modified);
     const auto only_scroll_to = [this](clsRTBDocument& document) {
         if (!options_.bSelectTextInDiffViewer.Data())
             document.RichTB().Select({document.RichTB().Selection().first, 1});
@@ -87,6 +101,7 @@ void frmCompareFiles::SelectRecord(const DifferenceRecord& record) {
         else
             merged.SelectParagraphs(first_original, last_original, LastBreak::Keep);
         only_scroll_to(merged);
+        window_.RevealSelection(ShownEditor::AllInOneDiff);
         return;
     }
     clsRTBDocument& left = editors_.rtbOriginalDiffFinal.document;
@@ -95,6 +110,8 @@ void frmCompareFiles::SelectRecord(const DifferenceRecord& record) {
     right.SelectParagraphs(first_modified, last_modified, LastBreak::Keep);
     only_scroll_to(left);
     only_scroll_to(right);
+    window_.RevealSelection(ShownEditor::OriginalDiffFinal);
+    window_.RevealSelection(ShownEditor::ModifiedDiffFinal);
 }
 
 void frmCompareFiles::ShowDifference(bool bSyncList) {
@@ -113,8 +130,10 @@ void frmCompareFiles::ShowDifference(bool bSyncList) {
         window_.SelectInDifferenceList(mlCurrentDifference_ - 1);
         mbUpdatingList_ = false;
     }
-    if (const auto record = VXMacroDiff_.GetDifference(RecordIndex{mlCurrentDifference_ - 1}))
+    if (const auto record = VXMacroDiff_.GetDifference(RecordIndex{mlCurrentDifference_ - 1})) {
+        const ViewerTools::Moving moving(tools_);
         SelectRecord(*record);
+    }
     window_.EnableNavigation(NavigationFor(mlCurrentDifference_, count));
     UpdateStatusBar();
     mlLastDifference_ = mlCurrentDifference_;
@@ -131,6 +150,7 @@ void frmCompareFiles::UpdateStatusBar() {
 void frmCompareFiles::UpdateNavigationalDropDownListBox() {
     list_.Show(Compared(),
                [this](std::string_view english) { return process_.Translate(english); });
+    tools_.TakeRows(Compared());
     const bool was_updating = std::exchange(mbUpdatingList_, true);
     window_.SetDifferenceList(list_);
     mbUpdatingList_ = was_updating;

@@ -73,6 +73,7 @@ std::int32_t frmCompareFilesFindReplace::ReplaceAll() {
         return 0;
     }
     const std::u16string text = NormalizeBreaks(ToUtf16(Text2));
+    const EditBatch one_step(*editor_);
     // From the last to the first: an edit moves only what lies behind it.
     for (auto hit = hits.rbegin(); hit != hits.rend(); ++hit)
         editor_->Replace(*hit, text);

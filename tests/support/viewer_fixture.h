@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -39,6 +40,18 @@ class RecordingWindow : public SilentWindow {
     void EnableFilter(ViewFilter filter, bool enabled) override { filters[filter] = enabled; }
     void EnableNavigation(const NavigationButtons& buttons) override { navigation = buttons; }
     void ShowView(View shown) override { view = shown; }
+    void ShowFilter(ViewFilter filter) override {
+        if (on_filter)
+            on_filter(filter);
+    }
+    void FocusEditor(ShownEditor editor) override { focus = editor; }
+    void RevealSelection(ShownEditor editor) override { revealed.push_back(editor); }
+    void CheckScrollLock(bool vertical, bool horizontal) override {
+        scroll_locks = {vertical, horizontal};
+    }
+    void CheckAlignParagraphs(bool on) override { aligned = on; }
+    std::int32_t AskDifferenceNumber(std::int32_t, std::int32_t) override { return number; }
+    void ShowFindReplace(frmCompareFilesFindReplace& shown) override { find = &shown; }
 
     std::map<StatusPanel, std::string> status;
     std::vector<std::string> main_texts;
@@ -47,6 +60,13 @@ class RecordingWindow : public SilentWindow {
     std::map<ViewFilter, bool> filters;
     NavigationButtons navigation;
     View view = View::SideBySide;
+    ShownEditor focus = ShownEditor::Changes;
+    std::vector<ShownEditor> revealed;
+    std::pair<bool, bool> scroll_locks;
+    bool aligned = true;
+    std::int32_t number = -1;
+    frmCompareFilesFindReplace* find = nullptr;
+    std::function<void(ViewFilter)> on_filter;
     bool answer = false;
     bool abort_visible = false;
     int pumps = 0;
