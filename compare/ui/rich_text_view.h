@@ -20,6 +20,10 @@ struct RichTextViewEvents {
     /// The text moved by so many pixels (0: jumped); for a partner that follows.
     std::function<void(double moved)> top_moved;
     std::function<void()> scrolled_sideways;
+    /// A person does something to a scroll bar, and the text is about to follow.
+    std::function<void(const ScrollMessage&)> bar_used;
+    /// A mouse button went down in the text.
+    std::function<void()> pressed;
     /// 1-based row (paragraph) and column of the caret.
     std::function<void(std::int32_t row, std::int32_t column)> caret_moved;
     std::function<void(std::int32_t row)> fold_opened;
@@ -143,6 +147,7 @@ class RichTextView : public QAbstractScrollArea, public DocumentObserver, public
     PaintState MakeState() const;
     void LayOutColumns();
     void StyleChanged();
+    void ConnectBars();
     void UpdateBars();
     void MovedBy(double moved);
     void BlitOrUpdate(double moved);
