@@ -29,9 +29,9 @@ void BlockIndex::SetRules(const BlockRules& rules) {
 
 float BlockIndex::Estimate(std::int32_t length) const {
     if (rules_.units_in_row <= 0)
-        return rules_.row_height;
+        return rules_.row_height + rules_.room;
     const std::int32_t rows = std::max((length + rules_.units_in_row - 1) / rules_.units_in_row, 1);
-    return rules_.row_height * static_cast<float>(rows);
+    return rules_.row_height * static_cast<float>(rows) + rules_.room;
 }
 
 // ---- cutting a text into blocks ----

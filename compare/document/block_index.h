@@ -17,6 +17,7 @@ struct BlockRules {
     std::int32_t longest_block = 8192;
     float row_height = 16;
     std::int32_t units_in_row = 80;  ///< 0: rows do not wrap
+    float room = 0;                  ///< above and below the rows of a block
 };
 
 struct Block {
@@ -50,6 +51,15 @@ class BlockIndex : public DocumentObserver {
     Block AtY(double y) const;
     /// The first block of a paragraph.
     Block OfParagraph(ParagraphNumber number) const;
+
+    /// All blocks in order, far cheaper than one after the other: `visit(continues, height)`.
+    template <class Visit>
+    void VisitAll(const Visit& visit) const {
+        for (const Chunk& chunk : chunks_) {
+            for (const Entry& entry : chunk.entries)
+                visit(static_cast<bool>(entry.continues), entry.height);
+        }
+    }
 
     /// The height that a layout found.
     void SetHeight(std::int32_t block, float height);

@@ -1,0 +1,235 @@
+#include "compare/ui/paired_rows.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zorvane {
+namespace {
+
+// A pair of more blocks than this is cut into rows of one slice each.
+constexpr std::int32_t kMostBlocksInRow = 8;
+
+// Where each paragraph's blocks begin, and their estimated heights.
+class BlockTable {
+  public:
+    explicit BlockTable(const BlockIndex* index) {
+        if (index == nullptr)
+            return;
+        heights_.reserve(static_cast<std::size_t>(index->BlockCount()));
+        sliced_ = index->BlockCount() != index->ParagraphCount();
+        index->VisitAll([&](bool continues, float height) {
+            if (sliced_ && !continues)
+                starts_.push_back(static_cast<std::int32_t>(heights_.size()));
+            heights_.push_back(height);
+        });
+    }
+
+    /// Of the 1-based paragraph; of the one behind the last the number of blocks.
+    std::int32_t Start(std::int32_t paragraph) const {
+        if (!sliced_)
+            return std::min(paragraph - 1, Count());
+        const auto at = static_cast<std::size_t>(paragraph - 1);
+        return at < starts_.size() ? starts_[at] : Count();
+    }
+    std::int32_t Count() const { return static_cast<std::int32_t>(heights_.size()); }
+    float Height(std::int32_t first, std::int32_t count) const {
+        float height = 0;
+        for (std::int32_t block = first; block < std::min(first + count, Count()); ++block)
+            height += heights_[static_cast<std::size_t>(block)];
+        return height;
+    }
+
+  private:
+    bool sliced_ = false;
+    std::vector<std::int32_t> starts_;
+    std::vector<float> heights_;
+};
+
+class RowWriter {
+  public:
+    RowWriter(const BlockTable& original, const BlockTable& modified)
+        : original_(original), modified_(modified) {}
+
+    void Put(const PairedRow& row) {
+        const bool pair = row.count.original > 0 && row.count.modified > 0;
+        const std::int32_t longest = std::max(row.count.original, row.count.modified);
+        if (longest <= kMostBlocksInRow) {
+            Add(row);
+            return;
+        }
+        for (std::int32_t at = 0; at < longest; ++at) {
+            PairedRow part = row;
+            for (const Side side : kBothSides) {
+                part.block[side] = row.block[side] + std::min(at, row.count[side]);
+                part.count[side] = at < row.count[side] ? 1 : 0;
+            }
+            part.of_pair = pair;
+            Add(part);
+        }
+    }
+
+    std::vector<PairedRow> rows;
+    std::vector<float> heights;
+
+  private:
+    void Add(const PairedRow& row) {
+        rows.push_back(row);
+        heights.push_back(row.folded > 0
+                              ? static_cast<float>(kFoldRowHeight)
+                              : std::max(original_.Height(row.block.original, row.count.original),
+                                         modified_.Height(row.block.modified, row.count.modified)));
+    }
+
+    const BlockTable& original_;
+    const BlockTable& modified_;
+};
+
+}  // namespace
+
+void PairedRows::Assign(std::vector<PairedRow> rows, std::vector<float> heights) {
+    rows_ = std::move(rows);
+    heights_.Assign(std::move(heights));
+    runs_.clear();
+    for (std::int32_t row = 0; row < Count(); ++row) {
+        const std::int32_t record = At(row).record;
+        if (record < 0)
+            continue;
+        if (!runs_.empty() && runs_.back().end() == row && At(row - 1).record == record)
+            ++runs_.back().count;
+        else
+            runs_.push_back({row, 1});
+    }
+}
+
+RowSpan PairedRows::RowsOfRecord(std::int32_t record) const {
+    // Records ascend, but an edit may have taken the rows of some.
+    const auto found = std::lower_bound(
+        runs_.begin(), runs_.end(), record,
+        [&](const RowSpan& run, std::int32_t wanted) { return At(run.first).record < wanted; });
+    if (found == runs_.end() || At(found->first).record != record)
+        return {};
+    return *found;
+}
+
+ViewRow PairedRows::SideRows::At(std::int32_t row) const {
+    const PairedRow& own = pair_->At(row);
+    ViewRow what;
+    what.first_block = own.count[side_] > 0 ? own.block[side_] : -1;
+    what.block_count = own.count[side_];
+    what.folded = own.folded;
+    what.kind = own.kind;
+    what.record = own.record;
+    what.of_pair = own.of_pair;
+    return what;
+}
+
+// Rows of room and folds tell the block that follows (or that they hide first), so the last row
+// that does not lie behind the block has it.
+std::int32_t PairedRows::SideRows::RowOfBlock(std::int32_t block) const {
+    const auto behind = std::upper_bound(
+        pair_->rows_.begin(), pair_->rows_.end(), block,
+        [&](std::int32_t place, const PairedRow& row) { return place < row.block[side_]; });
+    const auto at = static_cast<std::int32_t>(behind - pair_->rows_.begin());
+    return std::max(0, at - 1);
+}
+
+RoomRun PairedRows::SideRows::RunAt(std::int32_t row) const {
+    const PairedRow& own = pair_->At(row);
+    RoomRun run{row, 1, own.record, own.kind, own.count[OtherSide(side_)]};
+    const auto found = std::upper_bound(
+        pair_->runs_.begin(), pair_->runs_.end(), row,
+        [](std::int32_t place, const RowSpan& span) { return place < span.first; });
+    if (own.record < 0 || found == pair_->runs_.begin())
+        return run;
+    run.first_row = std::prev(found)->first;
+    run.row_count = std::prev(found)->count;
+    run.paragraphs = run.row_count;
+    return run;
+}
+
+double PairedRows::SideRows::LeastHeight(std::int32_t row) const {
+    const auto& content = pair_->content_[OtherSide(side_)];
+    return content ? content(row) : 0;
+}
+
+void PairRows(const ParagraphRows& rows, const PerSide<const BlockIndex*>& indexes,
+              const std::function<MarkKind(std::int32_t)>& kind_of, const FoldState& folds,
+              PairedRows& paired) {
+    const PerSide<BlockTable> tables{BlockTable(indexes.original), BlockTable(indexes.modified)};
+    RowWriter writer(tables.original, tables.modified);
+    const std::vector<RowSpan> foldable =
+        folds.folded ? FoldableRows(rows, folds.rule) : std::vector<RowSpan>();
+    auto fold = foldable.begin();
+    for (std::int32_t first = 0; first < rows.Rows();) {
+        const ParagraphRow run = rows.RunAt(first);
+        const MarkKind kind =
+            run.record < 0 || run.kind == RowKind::Edited ? MarkKind::None : kind_of(run.record);
+        for (std::int32_t at = 0; at < run.rows.count; ++at) {
+            const std::int32_t number = run.rows.first + at;
+            while (fold != foldable.end() && fold->end() <= number)
+                ++fold;
+            const bool hidden = fold != foldable.end() && fold->first <= number &&
+                                !folds.opened.contains(fold->first);
+            if (hidden && number > fold->first)
+                continue;
+            const bool last = at + 1 == run.rows.count;
+            PairedRow row;
+            row.record = run.record;
+            row.kind = kind;
+            row.folded = hidden ? fold->count : 0;
+            for (const Side side : kBothSides) {
+                const ParagraphSpan& span = run.paragraphs[side];
+                const std::int32_t paragraph = span.first.value + std::min(at, span.count);
+                const std::int32_t end = last ? span.end().value : paragraph + 1;
+                row.block[side] = tables[side].Start(paragraph);
+                if (!hidden && at < span.count)
+                    row.count[side] = tables[side].Start(end) - row.block[side];
+            }
+            writer.Put(row);
+        }
+        first = run.rows.end();
+    }
+    paired.Assign(std::move(writer.rows), std::move(writer.heights));
+}
+
+void FoldRows(const MarkSource& marks, const BlockIndex& index, const FoldState& folds,
+              PairedRows& rows) {
+    const BlockTable table(&index);
+    const BlockTable none(nullptr);
+    RowWriter writer(table, none);
+    const std::int32_t count = index.ParagraphCount();
+    const auto put = [&](std::int32_t paragraph, std::int32_t folded) {
+        PairedRow row;
+        row.block.original = table.Start(paragraph);
+        row.folded = folded;
+        if (folded == 0) {
+            row.count.original = table.Start(paragraph + 1) - row.block.original;
+            const ParagraphMark mark = marks.Of(ParagraphNumber{paragraph});
+            row.record = mark.record;
+            row.kind = mark.kind;
+        }
+        writer.Put(row);
+    };
+    for (std::int32_t first = 1; first <= count;) {
+        std::int32_t end = first;
+        while (end <= count && marks.Of(ParagraphNumber{end}).kind == MarkKind::None)
+            ++end;
+        // Of an unchanged stretch what lies next to a difference stays.
+        const std::int32_t from = first == 1 ? first : first + folds.rule.context_above;
+        const std::int32_t to = end > count ? end : end - folds.rule.context_below;
+        const bool fold =
+            folds.folded && to - from >= folds.rule.least && !folds.opened.contains(from);
+        for (std::int32_t paragraph = first; paragraph < end; ++paragraph) {
+            if (fold && paragraph == from)
+                put(paragraph, to - from);
+            else if (!fold || paragraph < from || paragraph >= to)
+                put(paragraph, 0);
+        }
+        if (end <= count)
+            put(end++, 0);
+        first = end;
+    }
+    rows.Assign(std::move(writer.rows), std::move(writer.heights));
+}
+
+}  // namespace zorvane
