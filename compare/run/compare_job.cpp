@@ -61,7 +61,6 @@ class CompareJob {
             HandOut();
         } else {
             out_.comparison.reset();
-            out_.list.clear();
         }
         return std::move(out_);
     }
