@@ -67,8 +67,8 @@ class frmCompareFiles : public Viewer {
     std::vector<std::string> FileNames() const override;
     void Activate() override { window_.Activate(); }
     bool MayClose() override { return window_.ConfirmClose(); }
-    /// Stops a run, waits for its end, and takes no more work; its result is dropped. Then saves its
-    /// section.
+    /// Stops a run, waits for its end, and takes no more work; its result is dropped. Then saves
+    /// its section.
     void Close() override;
 
     // ---- the command line of a run ----
@@ -264,7 +264,7 @@ class frmCompareFiles : public Viewer {
     LoadMemory load_memory_;
     RunCounters counters_;
     DifferenceList list_;
-    std::optional<Revisions> shown_;  ///< nothing: there is no result yet
+    std::optional<Revisions> shown_;            ///< nothing: there is no result yet
     std::optional<EarlyOutcome> before_early_;  ///< what an early result stands in the place of
     std::shared_ptr<const Comparison> early_comparison_;  ///< that the list tells of meanwhile
     bool mbSBSViewFresh_ = false;

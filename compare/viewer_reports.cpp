@@ -72,7 +72,7 @@ DocumentReportTexts frmCompareFiles::DocumentTexts() {
     if (settings_.bReportDOC_ShowChanges)
         texts.changes = editors_.rtbChanges.Rich();
     if (report_names_) {
-        texts.head = RichReportHead{Silent() ? request_.sReportTitle : std::string(),
+        texts.head = RichReportHead{request_.sReportTitle,
                                     *report_names_,
                                     StyleFor(options_, Mark::Addition),
                                     StyleFor(options_, Mark::Deletion),
@@ -85,8 +85,7 @@ DocumentReportTexts frmCompareFiles::DocumentTexts() {
 void frmCompareFiles::StartReport(ReportWanted wanted, RunOn where, ReportDone done) {
     const auto outcome = std::make_shared<ReportOutcome>();
     const auto input = std::make_shared<ReportInput>(ReportInput{
-        process_, telling_, VXMacroDiff_, options_, settings_,
-        Silent() ? request_.sReportTitle : std::string(),
+        process_, telling_, VXMacroDiff_, options_, settings_, request_.sReportTitle,
         IsDocument(wanted) ? DocumentTexts() : DocumentReportTexts(), std::move(wanted), nullptr});
     window_.SetHourglass(true);
     window_.SetAbortVisible(true);

@@ -57,8 +57,10 @@ TEST_F(ViewerToolsTest, AFilterThatComesBackIsNoChoice) {
 
 TEST_F(ViewerToolsTest, TheScrollLocksAreTwoSwitches) {
     ViewerTools& tools = viewer.Tools();
+    EXPECT_EQ(tools.Scrolls().TextSynchType(), 1) << "of a fresh settings file";
     tools.mnuScrollLockVertical_Click();
-    EXPECT_EQ(tools.Scrolls().TextSynchType(), 1);
+    EXPECT_EQ(tools.Scrolls().TextSynchType(), 0);
+    tools.mnuScrollLockVertical_Click();
     tools.mnuScrollLockHorizontal_Click();
     EXPECT_EQ(tools.Scrolls().TextSynchType(), 3);
     EXPECT_EQ(window.scroll_locks, std::make_pair(true, true));
@@ -96,7 +98,7 @@ TEST_F(ViewerToolsTest, ChangesTheLineOfWhatIsShown) {
     };
     editors.rtbAIODiff.editor.SetText(u"a\r\nb");
     for (ShownDocument* entry : {&editors.rtbOriginal, &editors.rtbModified,
-                                  &editors.rtbOriginalDiffFinal, &editors.rtbModifiedDiffFinal})
+                                 &editors.rtbOriginalDiffFinal, &editors.rtbModifiedDiffFinal})
         entry->editor.Select({CharPos{3}, 0});
     viewer.Tools().ChangeCurrentLine(false, View::SideBySide);
     EXPECT_EQ(places(), (std::vector<std::int32_t>{6, 6, 6, 6, 0}));
