@@ -125,8 +125,8 @@ std::string InputPath(ProcessState& process, const std::string& value) {
 }
 
 void OpenLog(ProcessState& process, const std::string& file) {
-    process.sLogFile = file;
-    LogMessage(process,
+    process.telling.manner.sLogFile = file;
+    LogMessage(process.telling,
                std::string(29, '-') + "Zorvane" + std::string(7, '-') + "\r\n" +
                    process.Translate("Date") + ": " + sMakeTimeStamp(process.platform.clock->Now()),
                file, false);
@@ -145,7 +145,7 @@ bool Act(ProcessState& process, const SwitchRow& row, const std::string& value, 
     switch (row.kind) {
         case SwitchValue::Flag:
             request.*row.flag = true;
-            process.bShowMessages = request.bShowMessages;
+            process.telling.manner.bShowMessages = request.bShowMessages;
             return true;
         case SwitchValue::Number:
             request.*row.number = Number(value).value_or(request.*row.number);

@@ -89,18 +89,18 @@ void SetOptions(const CommandLineRequest& request, clsCompareFileOptions& option
     options.bIgnoreEmptyLines.SetData(false);
 }
 
-void LogLoadFailure(ProcessState& process, const CommandLineRequest& request) {
-    LogMessage(process, process.Translate("Failed to compare. File I/O issue. Original File:") +
+void LogLoadFailure(ProcessState& process, RunTelling& telling, const CommandLineRequest& request) {
+    LogMessage(telling, process.Translate("Failed to compare. File I/O issue. Original File:") +
                             " " + request.sMaster + " " + process.Translate("Modified File:") +
                             " " + request.sSource);
 }
 
-void LogOutcome(ProcessState& process, const CommandLineRequest& request,
-                const frmCompareFiles& viewer) {
-    LogMessage(process, process.Translate("Successfully Compared") + " " + request.sMaster + " " +
-                            process.Translate("to") + " " + request.sSource);
+void LogOutcome(ProcessState& process, const CommandLineRequest& request, frmCompareFiles& viewer) {
+    LogMessage(viewer.Telling(), process.Translate("Successfully Compared") + " " +
+                                     request.sMaster + " " + process.Translate("to") + " " +
+                                     request.sSource);
     const std::int32_t sum = viewer.mlChanges() + viewer.mlAdditions() + viewer.mlDeletions();
-    LogMessage(process,
+    LogMessage(viewer.Telling(),
                process.Translate("There were ") + std::to_string(sum) +
                    process.Translate(" Differences.  ") + std::to_string(viewer.mlChanges()) +
                    process.Translate(" Change(s), ") + std::to_string(viewer.mlAdditions()) +
@@ -166,6 +166,7 @@ void ApplyAdvancedActions(const CommandLineRequest& request, frmCompareFiles& vi
 void RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
                                CommandLineRequest& request) {
     frmCompareFiles& viewer = frame.CreateNewCompareFilesForm();
+    viewer.BeginCommandLine(request, process.gbCommandLineRunning);
     SetOptions(request, viewer.Options());
     viewer.Settings().sBCLPasswordUser = request.sPdfUserPassword;
     viewer.Settings().sBCLPasswordOwner = request.sPdfOwnerPassword;
@@ -173,7 +174,7 @@ void RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
     bool failed = false;
     viewer.RefreshDisplayCommandLine(request.lViewFormat, ViewsFor(request), failed);
     if (failed) {
-        LogLoadFailure(process, request);
+        LogLoadFailure(process, viewer.Telling(), request);
     } else {
         process.glDifferencesFound = viewer.VXMacroDiff().getDifferenceCount();
         if (WantsReport(request, process.glDifferencesFound))
@@ -182,6 +183,8 @@ void RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
     }
     if (request.bExitWhenDone)
         process.glDifferencesFound = viewer.VXMacroDiff().getDifferenceCount();
+    else
+        viewer.EndCommandLine();
 }
 
 }  // namespace zorvane

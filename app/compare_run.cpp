@@ -26,18 +26,17 @@ class CompareRunner {
         : command_(command),
           process_(platform),
           window_(!command.quiet && IsTerminal(Stream::Error)),
-          viewer_(process_, request_, window_) {}
+          viewer_(process_, CommandLineRequest(), window_) {}
 
     int Run() {
-        process_.sLogFile = command_.load.log_file;
+        process_.telling.manner.sLogFile = command_.load.log_file;
         process_.bWithoutSandbox = command_.load.no_sandbox;
-        request_.bExitWhenDone = true;
-        request_.sReportTitle = command_.title;
         for (const Status& step :
              {BeginCommand(process_, command_.load.settings_file), TakeSides()}) {
             if (!step.ok())
                 return Trouble(step);
         }
+        BeginCommandLine();
         viewer_.Setup(kFirstViewer, true);
         viewer_.LookForMoves(!command_.no_moves);
         viewer_.PresentDocumentReport({Label(Side::Original), Label(Side::Modified)});
@@ -55,6 +54,14 @@ class CompareRunner {
     }
 
   private:
+    void BeginCommandLine() {
+        CommandLineRequest request;
+        request.bExitWhenDone = true;
+        request.sReportTitle = command_.title;
+        viewer_.BeginCommandLine(request, true);
+        viewer_.Telling().manner = process_.telling.manner;
+    }
+
     int Trouble(const Status& status) {
         window_.Clear();
         LogMessage(process_, status.failure().reason);
@@ -229,7 +236,6 @@ class CompareRunner {
 
     const CompareCommand& command_;
     ProcessState process_;
-    CommandLineRequest request_;
     TerminalWindow window_;
     frmCompareFiles viewer_;
     PerSide<std::string> files_;

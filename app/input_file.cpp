@@ -25,8 +25,9 @@ const char* ExtensionFor(std::string_view bytes) {
 
 Status BeginCommand(ProcessState& process, const std::string& settings_file) {
     process.gbCommandLineRunning = true;
-    process.bShowMessages = true;
-    process.bTellsPlainly = true;
+    process.telling.manner.bShowMessages = true;
+    process.telling.manner.bTellsPlainly = true;
+    process.telling.manner.bSilent = true;
     InitializeLocale(process);
     if (settings_file.empty())
         return Status::Ok();
@@ -57,7 +58,7 @@ Result<std::string> InputFile(ProcessState& process, const std::string& given) {
     const Status written = WriteWholeFile(name.value(), bytes.value());
     if (!written.ok())
         return written.failure();
-    process.shown_names[name.value()] = input ? "standard input" : given;
+    process.telling.manner.shown_names[name.value()] = input ? "standard input" : given;
     return name;
 }
 

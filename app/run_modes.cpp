@@ -24,7 +24,7 @@ RunOutcome RefusedLine(ProcessState& process, const std::string& line,
         return {RunMode::Nothing, 0};
     if (trimmed.empty()) {
         request.bShowMessages = true;
-        process.bShowMessages = true;
+        process.telling.manner.bShowMessages = true;
         return {RunMode::Interactive, 0};
     }
     LogMessage(process, "Missing required command line argument(s)");

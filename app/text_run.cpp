@@ -32,7 +32,7 @@ class TextRunner {
 
     int Run() {
         constexpr int kTrouble = 2;
-        process_.sLogFile = command_.load.log_file;
+        process_.telling.manner.sLogFile = command_.load.log_file;
         process_.bWithoutSandbox = command_.load.no_sandbox;
         Status step = BeginCommand(process_, command_.load.settings_file);
         if (step.ok())
@@ -66,7 +66,7 @@ class TextRunner {
         clsRTBDocument document;
         document.Setup(editor_, *process_.platform.sound);
         DocumentLoader loader(
-            {process_, options, settings, window, recent_files, extensions,
+            {process_, process_.telling, options, settings, window, recent_files, extensions,
              [&document](EditorTarget) -> clsRTBDocument& { return document; },
              [&window](const std::string& text) { window.ShowStatus(StatusPanel::Detail, text); }});
         loaded_ = loader.LoadFileIntoEditor(file.value(), EditorTarget::Original) &&

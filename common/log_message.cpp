@@ -2,60 +2,56 @@
 
 #include <utility>
 
-#include "common/platform/files.h"
-#include "common/platform/terminal.h"
-#include "common/process_state.h"
-
 namespace zorvane {
-namespace {
 
-void AppendLine(ProcessState& process, std::string_view message, const std::string& file) {
-    const ScopedNamedMutex lock(*process.platform.mutexes, "Halvern_Global_Mutex");
-    IgnoreFailure(AppendToFile(file, std::string(message) + "\r\n"),
-                  "a log that cannot be written must not end the run");
+void LogMessage(RunTelling& telling, std::string_view sMessage, const std::string& sLogFile,
+                bool bShow) {
+    telling.Tell({std::string(sMessage), sLogFile, bShow});
 }
 
-}  // namespace
-
-void LogMessage(ProcessState& process, std::string_view sMessage, const std::string& sLogFile,
-                bool bShow) {
-    if (process.held_messages != nullptr) {
-        process.held_messages->push_back({std::string(sMessage), sLogFile, bShow});
-        return;
-    }
-    if (!sLogFile.empty())
-        AppendLine(process, sMessage, sLogFile);
-    if (bShow)
-        IgnoreFailure(WriteStream(Stream::Error, "zorvane: " + std::string(sMessage) + "\n"),
-                      "there is no other place to complain to");
+void LogMessage(RunTelling& telling, std::string_view sMessage) {
+    LogMessage(telling, sMessage, telling.manner.sLogFile, telling.manner.bShowMessages);
 }
 
 void LogMessage(ProcessState& process, std::string_view sMessage) {
-    LogMessage(process, sMessage, process.sLogFile, process.bShowMessages);
+    LogMessage(process.telling, sMessage);
 }
 
-MessageHold::MessageHold(ProcessState& process) : process_(process) {
-    process_.held_messages = &held_;
+MessageHold::MessageHold(RunTelling& telling) : telling_(telling) {
+    const std::lock_guard lock(telling_.guard_);
+    telling_.held_ = &held_;
 }
 
 MessageHold::~MessageHold() {
     Drop();
 }
 
+bool MessageHold::Empty() const {
+    const std::lock_guard lock(telling_.guard_);
+    return held_.empty();
+}
+
+// After the end of this hold another one may be open: it is not ours to end.
+std::vector<RunMessage> MessageHold::End() {
+    const std::lock_guard lock(telling_.guard_);
+    if (telling_.held_ == &held_)
+        telling_.held_ = nullptr;
+    return std::exchange(held_, {});
+}
+
 void MessageHold::Release() {
-    process_.held_messages = nullptr;
-    for (const HeldMessage& held : std::exchange(held_, {}))
-        LogMessage(process_, held.message, held.file, held.show);
+    for (RunMessage& held : End())
+        telling_.Tell(std::move(held));
 }
 
 void MessageHold::Drop() {
-    process_.held_messages = nullptr;
-    held_.clear();
+    End();
 }
 
-std::string ShownName(const ProcessState& process, const std::string& file) {
-    const auto known = process.shown_names.find(file);
-    return known == process.shown_names.end() ? file : known->second;
+std::string ShownName(const RunTelling& telling, const std::string& file) {
+    const auto& names = telling.manner.shown_names;
+    const auto known = names.find(file);
+    return known == names.end() ? file : known->second;
 }
 
 }  // namespace zorvane

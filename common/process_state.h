@@ -2,23 +2,16 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
+#include "common/message_sink.h"
 #include "common/platform/ini_profile.h"
 #include "common/platform/platform.h"
+#include "common/run_telling.h"
 #include "common/translator.h"
 
 namespace zorvane {
-
-/// A message that waits for how a step ends.
-struct HeldMessage {
-    std::string message;
-    std::string file;
-    bool show = false;
-};
 
 struct ProcessState {
     explicit ProcessState(Platform& system) : platform(system) {}
@@ -29,7 +22,8 @@ struct ProcessState {
     std::string gsSettingsFile;  ///< full path of the one settings file; empty: defaults only
     std::string gsDataFolder;    ///< the folder that holds it
     std::string gsAppDataFolder;
-    std::unique_ptr<IniProfile> settings = MakeMemoryIniProfile();  ///< of `gsSettingsFile`
+    /// Of `gsSettingsFile`. Who goes on to use the one that was read shares it: `/+` opens another.
+    std::shared_ptr<IniProfile> settings = MakeMemoryIniProfile();
     bool gbCommandLineRunning = false;  ///< a command-line run owns the process: no dialogs
     bool gbAutomationHosted = false;
     bool gbFrameClosing = false;
@@ -40,12 +34,9 @@ struct ProcessState {
 
     bool bWithoutSandbox = false;  ///< documents are read by a process that is not closed in
 
-    std::string sLogFile;        ///< where `LogMessage` writes; empty: nowhere
-    bool bShowMessages = false;  ///< also shows each message
-    /// One sentence that names the file, in place of the fixed texts that scripts look for.
-    bool bTellsPlainly = false;
-    std::vector<HeldMessage>* held_messages = nullptr;  ///< of the open `MessageHold`
-    std::map<std::string, std::string> shown_names;     ///< of files that stand for something else
+    MessageSink messages{platform};
+    /// Of the start, and of all that belongs to no run. A viewer has its own.
+    RunTelling telling{messages};
 
     std::string Translate(std::string_view english) { return translator.Translate(english); }
 };

@@ -139,7 +139,7 @@ void InitializeTranslator(ProcessState& process,
     if (translator.gsLanguage != kEnglish) {
         const std::string reason = StartLanguage(process, translator);
         if (!reason.empty()) {
-            LogMessage(process, reason + "\nDefaulting to English", "", true);
+            LogMessage(process.telling, reason + "\nDefaulting to English", "", true);
             translator.gsLanguage = kEnglish;
             translator.gsLanguageFile.clear();
             SetLanguageCode(process, kEnglish);

@@ -25,15 +25,34 @@ constexpr std::int32_t kMostExtensions = 15;
 frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest& request,
                                  CompareFilesWindow& window)
     : process_(process),
+      telling_(process.messages),
       request_(request),
       window_(window),
       editors_(*process.platform.sound),
       monitor_(process, window, mbAbortRequested_),
-      loader_({process, options_, settings_, window, recent_files_, TextFileExtensions_,
+      loader_({process, telling_, options_, settings_, window, recent_files_, TextFileExtensions_,
                [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); },
                [this](const std::string& text) { window_.ShowStatus(StatusPanel::Detail, text); },
                [this] { return monitor_.KeepGoing(); },
-               [this] { mlStartTick_ = process_.platform.clock->TickMilliseconds(); }}) {}
+               [this] { mlStartTick_ = process_.platform.clock->TickMilliseconds(); }}) {
+    telling_.manner = process.telling.manner;
+}
+
+// ---- the command line of a run ----
+
+void frmCompareFiles::BeginCommandLine(const CommandLineRequest& request, bool silent) {
+    const bool history_off = request_.bClearHistory;
+    request_ = request;
+    request_.bClearHistory = history_off;  // the lists were read when the viewer was set up
+    telling_.manner.sLogFile = request.sLogFile;
+    telling_.manner.bShowMessages = request.bShowMessages;
+    telling_.manner.bSilent = silent;
+}
+
+void frmCompareFiles::EndCommandLine() {
+    request_.sReportTitle.clear();
+    telling_.manner.bSilent = false;
+}
 
 // ---- life ----
 
@@ -45,7 +64,8 @@ void frmCompareFiles::Setup(const std::string& sDescription, bool load) {
 }
 
 void frmCompareFiles::ReadIniFile() {
-    IniProfile& file = *process_.settings;
+    settings_file_ = process_.settings;
+    IniProfile& file = *settings_file_;
     settings_ = DefaultCompareFilesSettings(process_.gsDataFolder);
     ReadCompareFilesSettings(file, sDescription_, settings_);
     for (clsMRU* list : {&recent_files_.original, &recent_files_.modified, &TextFileExtensions_})
@@ -57,7 +77,7 @@ void frmCompareFiles::ReadIniFile() {
     options_.sSectionName = sDescription_;
     const Status loaded = options_.LoadStateFromFile(file);
     if (!loaded.ok())
-        LogMessage(process_, loaded.failure().reason);
+        LogMessage(telling_, loaded.failure().reason);
 }
 
 void frmCompareFiles::ShutDownAppsIfRequired(const std::string& path) {
@@ -75,9 +95,13 @@ void frmCompareFiles::SaveIniFile() {
     recent_files_.original.ShutDown();
     recent_files_.modified.ShutDown();
     TextFileExtensions_.ShutDown();
-    const Status saved = file.Flush();
-    if (!saved.ok())
-        LogMessage(process_, "The settings cannot be saved: " + saved.failure().reason);
+    // Kept: after "/+" the options go to the new file, the lists to the one that they came from.
+    const std::shared_ptr<IniProfile> options_file = process_.settings;
+    for (IniProfile* written : {options_file.get(), settings_file_.get()}) {
+        const Status saved = written == nullptr ? Status::Ok() : written->Flush();
+        if (!saved.ok())
+            LogMessage(telling_, "The settings cannot be saved: " + saved.failure().reason);
+    }
 }
 
 void frmCompareFiles::ApplyFont() {
@@ -165,6 +189,7 @@ bool frmCompareFiles::ReloadFiles() {
 }
 
 void frmCompareFiles::RefreshDisplay(bool bReloadFiles, bool bGoToFirstDifference) {
+    const TellingRun run(telling_);
     mbAbortRequested_ = false;
     mbCompareBusy_ = true;
     mlStartTick_ = process_.platform.clock->TickMilliseconds();
@@ -259,6 +284,7 @@ void frmCompareFiles::FinishRun(bool bGoToFirstDifference, std::int32_t kept_dif
 
 void frmCompareFiles::RefreshDisplayCommandLine(std::int32_t format, BuildViews views,
                                                 bool& failed) {
+    const TellingRun run(telling_);
     mlStartTick_ = process_.platform.clock->TickMilliseconds();
     if (!process_.gbCommandLineRunning) {
         window_.ShowPleaseWait(true);
@@ -317,7 +343,7 @@ Status frmCompareFiles::RunDocumentEngine() {
         TellBeside(texts);
     window_.SetHourglass(false);
     if (!status.ok() && !mbAbortRequested_)
-        LogMessage(process_, status.failure().reason);
+        LogMessage(telling_, status.failure().reason);
     return status;
 }
 

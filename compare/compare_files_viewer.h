@@ -3,12 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/command_line_request.h"
 #include "common/base/side.h"
+#include "common/run_telling.h"
 #include "compare/compare_run.h"
 #include "compare/viewer_editors.h"
 #include "compare/viewer_window.h"
@@ -25,7 +27,7 @@ enum class BuildViews { Yes, No };
 
 class frmCompareFiles : private ReportSource {
   public:
-    /// Everything is borrowed and outlives the viewer.
+    /// The process and the window are borrowed and outlive the viewer; the request is copied.
     frmCompareFiles(ProcessState& process, const CommandLineRequest& request,
                     CompareFilesWindow& window);
 
@@ -36,6 +38,13 @@ class frmCompareFiles : private ReportSource {
     /// Writes its section; nothing without a name.
     void SaveIniFile();
     const std::string& Description() const { return sDescription_; }
+
+    // ---- the command line of a run ----
+    /// From here to the end the viewer works for a command line: its log file and messages (which
+    /// stay), its title, and its silence, which is this viewer's alone.
+    void BeginCommandLine(const CommandLineRequest& request, bool silent);
+    void EndCommandLine();
+    RunTelling& Telling() override { return telling_; }
 
     // ---- what a run works on ----
     clsCompareFileOptions& Options() { return options_; }
@@ -71,7 +80,10 @@ class frmCompareFiles : private ReportSource {
     void LookForMoves(bool on) { find_moves_ = on; }
     /// Compares the two texts. A failure has been told; an abort is one of its own.
     Status RunDocumentEngine();
-    void Abort() { mbAbortRequested_ = true; }
+    void Abort() {
+        mbAbortRequested_ = true;
+        telling_.Stop();
+    }
     /// After an option was changed: the view stays as it is until the next run.
     void OptionsChanged();
     /// After a user's edit of one side.
@@ -130,7 +142,9 @@ class frmCompareFiles : private ReportSource {
     std::string Translate(const char* english) { return process_.Translate(english); }
 
     ProcessState& process_;
-    const CommandLineRequest& request_;
+    RunTelling telling_;
+    std::shared_ptr<IniProfile> settings_file_;  ///< that the lists were read from
+    CommandLineRequest request_;                 ///< its own: the next line changes nothing here
     CompareFilesWindow& window_;
     std::string sDescription_;
     clsCompareFileOptions options_;

@@ -16,6 +16,7 @@ using namespace std::chrono_literals;
 // ---- views and filters ----
 
 void frmCompareFiles::cmdChangeViewFormat_Click() {
+    const TellingRun run(telling_);
     if (!process_.gbCommandLineRunning) {
         window_.ShowPleaseWait(true);
         process_.platform.clock->Sleep(10ms);
@@ -177,7 +178,7 @@ void frmCompareFiles::ShowReportMessage(const std::string& text, const std::stri
 }
 
 std::string frmCompareFiles::CommandLineTitle() const {
-    return process_.gbCommandLineRunning ? request_.sReportTitle : std::string();
+    return request_.sReportTitle;
 }
 
 }  // namespace zorvane

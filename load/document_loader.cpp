@@ -75,9 +75,9 @@ DocumentLoader::DocumentLoader(LoaderParts parts)
       service_(parts_.process.platform),
       page_(parts_.process.platform, service_,
             [this](std::int32_t) { return parts_.keep_going(); }),
-      context_{parts_.process, parts_.options,     parts_.settings,
+      context_{parts_.process, parts_.telling,     parts_.options,   parts_.settings,
                service_,       parts_.show_detail, parts_.keep_going},
-      word_{parts_.process, page_, parts_.restart_time_count} {}
+      word_{parts_.process, parts_.telling, page_, parts_.restart_time_count} {}
 
 bool DocumentLoader::SelectFile(Side side, std::string& sFile) {
     if (parts_.process.gbCommandLineRunning || !Trim(sFile).empty())
@@ -154,7 +154,7 @@ bool DocumentLoader::LoadFileIntoEditor(const std::string& sFile, EditorTarget t
     service_.SetInSandbox(!parts_.process.bWithoutSandbox);
     parts_.questions.PumpEvents();
     if (sFile.empty()) {
-        LogMessage(parts_.process, "Unable to load file. Filename empty");
+        LogMessage(parts_.telling, "Unable to load file. Filename empty");
         return false;
     }
     std::optional<std::string> bytes =
@@ -233,8 +233,8 @@ void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& byte
     const std::string temp_file = GetTempNameWithDocExtension(*process.platform.temp_files, "RTF");
     if (temp_file.empty() || !WriteWholeFile(temp_file, bytes).ok())
         return;  // the document stays as it came; a rewriting never fails a load
-    RemoveNumberedListAndEmptyLines(process, parts_.options, parts_.TextFileExtensions, temp_file,
-                                    sFile);
+    RemoveNumberedListAndEmptyLines(process, parts_.telling, parts_.options,
+                                    parts_.TextFileExtensions, temp_file, sFile);
     Result<std::string> rewritten = ReadWholeFile(temp_file);
     if (rewritten.ok())
         bytes = std::move(rewritten).value();
@@ -380,8 +380,9 @@ std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::str
     bSpaceAddedToTextFile = false;
     bSlidesFailed[side] = false;
     service_.TakeBeside();  // of another load
-    std::optional<std::string> bytes =
-        parts_.process.bTellsPlainly ? RunTellingPlainly(sFile, side) : RunConversion(sFile, side);
+    std::optional<std::string> bytes = parts_.telling.manner.bTellsPlainly
+                                           ? RunTellingPlainly(sFile, side)
+                                           : RunConversion(sFile, side);
     beside_[side] = DecodeBesideList(service_.TakeBeside());
     if (!bytes)
         bForceReload = {true, true};

@@ -24,6 +24,7 @@
 namespace zorvane {
 
 struct ProcessState;
+class RunTelling;
 
 /// What a load asks of the user. A command-line run never asks.
 class LoadQuestions {
@@ -63,6 +64,7 @@ struct LoadedFileIdentity {
 /// Everything is borrowed from the viewer and outlives the loader.
 struct LoaderParts {
     ProcessState& process;
+    RunTelling& telling;  ///< of the run that loads
     clsCompareFileOptions& options;
     CompareFilesSettings& settings;
     LoadQuestions& questions;

@@ -11,9 +11,11 @@
 namespace zorvane {
 
 struct ProcessState;
+class RunTelling;
 
 struct LoadContext {
     ProcessState& process;
+    RunTelling& telling;
     clsCompareFileOptions& options;
     CompareFilesSettings& settings;
     ConversionService& service;

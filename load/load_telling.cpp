@@ -30,7 +30,7 @@ void DocumentLoader::LogFailure(std::string_view text, const std::string& sFile,
     std::string message = "LoadFileIntoEditor(): " + std::string(text) + "\n\n" + sFile;
     if (!reason.empty())
         message += "\n" + reason;
-    LogMessage(parts_.process, message);
+    LogMessage(parts_.telling, message);
 }
 
 bool DocumentLoader::ReportMissing(const std::string& sFile) {
@@ -39,7 +39,7 @@ bool DocumentLoader::ReportMissing(const std::string& sFile) {
     if (const std::string reason = WhyMissing(sFile); !reason.empty())
         message += "\r\n" + reason;
     if (process.gbCommandLineRunning)
-        LogMessage(process, message);
+        LogMessage(parts_.telling, message);
     else
         parts_.questions.ShowMessage(message, process.Translate("Error"));
     return false;
@@ -49,15 +49,14 @@ void DocumentLoader::TakeNoText(const std::string& sFile, std::u16string_view te
     sNoText[side].clear();
     if (!bSlidesFailed[side])  // that has been told already
         sNoText[side] = WhyNoText(
-            {sFile, ShownName(parts_.process, sFile), text, parts_.options, parts_.settings, side});
+            {sFile, ShownName(parts_.telling, sFile), text, parts_.options, parts_.settings, side});
 }
 
 // What is wrong is told once, by the file's name, and not by the steps that found it.
 std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& sFile, Side side) {
-    ProcessState& process = parts_.process;
     service_.ForgetFailures();
     system_reason_.clear();
-    MessageHold hold(process);
+    MessageHold hold(parts_.telling);
     std::optional<std::string> bytes = RunConversion(sFile, side);
     const bool failed = !bytes || bSlidesFailed[side];
     std::string reason = service_.FirstFailure();
@@ -69,8 +68,8 @@ std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& 
     if (reason.empty())
         reason = sFile + ": " + (system_reason_.empty() ? "it cannot be read" : system_reason_);
     if (reason.starts_with(sFile))
-        reason.replace(0, sFile.size(), ShownName(process, sFile));
-    LogMessage(process, failed ? reason : reason + "; it was read as plain text instead");
+        reason.replace(0, sFile.size(), ShownName(parts_.telling, sFile));
+    LogMessage(parts_.telling, failed ? reason : reason + "; it was read as plain text instead");
     return bytes;
 }
 

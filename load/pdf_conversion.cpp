@@ -123,7 +123,7 @@ bool PdfConversion::ConverterPDFToTxt(const std::string& sFile, const std::strin
         return true;
     sError = FailedText(side) + ". " + context_.process.Translate(ReportTrellisPortError(code));
     detail_ = out_of_time_ ? sFile + kTookTooLong : port.ErrorDetail();
-    LogMessage(context_.process, sError, context_.process.sLogFile, false);
+    LogMessage(context_.telling, sError, context_.telling.manner.sLogFile, false);
     return false;
 }
 
@@ -160,7 +160,7 @@ bool PdfConversion::ConverterPDFToRTF(const std::string& sFile, const std::strin
     if (sError.empty())
         return true;
     detail_ = out_of_time_ ? sFile + kTookTooLong : converter.ErrorDetail();
-    LogMessage(process, sError, process.sLogFile, false);
+    LogMessage(context_.telling, sError, context_.telling.manner.sLogFile, false);
     return false;
 }
 
@@ -176,7 +176,7 @@ void PdfConversion::ToPlainText(const std::string& sTempFile, WordConversion& wo
                                 const WordPasswords& passwords, const std::string& sFile) {
     const std::string plain = sTempFile + "2";
     if (!word.ConverterWordDoc(sTempFile, plain, WordFormat::PlainText, passwords)) {
-        LogMessage(context_.process,
+        LogMessage(context_.telling,
                    "LoadFileIntoEditor(): Unable to convert Word file.\n\n" + sFile);
         return;
     }
@@ -216,7 +216,8 @@ bool PdfConversion::Convert(const std::string& sFile, const std::string& sTempFi
         context_.show_detail(sError);
     // The log has it already; who waits at a terminal hears it now, with what to do.
     if (!converted)
-        LogMessage(context_.process, sError + "\n" + detail_, {}, context_.process.bShowMessages);
+        LogMessage(context_.telling, sError + "\n" + detail_, {},
+                   context_.telling.manner.bShowMessages);
     return converted;
 }
 

@@ -51,11 +51,11 @@ bool SpreadsheetPreparation::AnyPassword() const {
 }
 
 void SpreadsheetPreparation::LogLoadFailure(const std::string& text, const std::string& sFile) {
-    LogMessage(context_.process, "LoadFileIntoEditor(): " + text + "\n\n" + sFile);
+    LogMessage(context_.telling, "LoadFileIntoEditor(): " + text + "\n\n" + sFile);
 }
 
 bool SpreadsheetPreparation::Fail(std::string_view tag, std::string_view text) {
-    LogMessage(context_.process, std::string(tag) + ": " + context_.process.Translate(text));
+    LogMessage(context_.telling, std::string(tag) + ": " + context_.process.Translate(text));
     return false;
 }
 
@@ -72,7 +72,7 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparing(const std::string& sF
                            sFile);
             const ConversionResult missing = FailedConversion(ReadError::NeedsOffice);
             context_.service.NoteFailure(missing, sFile);
-            LogMessage(context_.process, Explain(missing, sFile));
+            LogMessage(context_.telling, Explain(missing, sFile));
             return false;
         }
         context_.options.bExcelQuickTextExtraction.SetData(false);
@@ -114,7 +114,7 @@ bool SpreadsheetPreparation::CheckVersion() const {
     const double read = grid_.ExcelVersion();
     if ((read >= kInTenths ? read / 10 : read) <= kNewestVersion)
         return true;
-    LogMessage(context_.process, context_.process.Translate("Error 20: Version of MS Excel") +
+    LogMessage(context_.telling, context_.process.Translate("Error 20: Version of MS Excel") +
                                      fmt::format(" : Version ({})", read));
     return false;
 }

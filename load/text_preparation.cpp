@@ -79,11 +79,11 @@ bool IsExcluded(const std::string& sFile, const clsMRU& extensions) {
            extensions.bItemExistsInMRU(extension, true);
 }
 
-void LogStep(ProcessState& process, ListStep step, const std::string& reason) {
-    LogMessage(process,
+void LogStep(RunTelling& telling, ListStep step, const std::string& reason) {
+    LogMessage(telling,
                "NumberedList " + std::to_string(static_cast<std::int32_t>(step)) + " - " +
                    std::to_string(kPathAccessError) + " :" + reason,
-               process.sLogFile, false);
+               telling.manner.sLogFile, false);
 }
 
 }  // namespace
@@ -168,14 +168,14 @@ bool HasNumberedList(std::string_view rtf) {
     return rtf.find(kNumbering) != std::string_view::npos;
 }
 
-void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOptions& options,
-                                     const clsMRU& extensions, const std::string& sTempFile,
-                                     const std::string& sFile) {
+void RemoveNumberedListAndEmptyLines(ProcessState& process, RunTelling& telling,
+                                     clsCompareFileOptions& options, const clsMRU& extensions,
+                                     const std::string& sTempFile, const std::string& sFile) {
     if (IsExcluded(sFile, extensions))
         return;
     Result<std::string> bytes = ReadWholeFile(sTempFile);
     if (!bytes.ok()) {
-        LogStep(process, ListStep::Open, bytes.failure().reason);
+        LogStep(telling, ListStep::Open, bytes.failure().reason);
         return;
     }
     std::string text = std::move(bytes).value();
@@ -190,7 +190,7 @@ void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOption
     // Whoever holds the file may let go of it later: the next load waits longer.
     if (options.lLoadDelay.Data() < kLongestDelay)
         options.lLoadDelay.SetData(options.lLoadDelay.Data() + 1);
-    LogStep(process, ListStep::SecondOpen, written.failure().reason);
+    LogStep(telling, ListStep::SecondOpen, written.failure().reason);
 }
 
 bool bIsValidExtension(std::string& sText, const clsMRU& extensions) {

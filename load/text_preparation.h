@@ -14,6 +14,7 @@ namespace zorvane {
 class clsMRU;
 class clsCompareFileOptions;
 struct ProcessState;
+class RunTelling;
 
 /// Puts a blank in front of a text that opens with "{", so that nothing takes it for rich text.
 /// Gives back whether it did.
@@ -32,9 +33,9 @@ void NumberWithoutEmptyLines(std::u16string_view text, std::vector<BesideItem>& 
 /// Rewrites the raw rich text of a temporary file, so that generated list numbers do not take part.
 /// `sFile` is the user's file, for its extension: those of text and of spreadsheets are left alone.
 /// A temporary file that is not rich text stays as it is. Never fails a load.
-void RemoveNumberedListAndEmptyLines(ProcessState& process, clsCompareFileOptions& options,
-                                     const clsMRU& extensions, const std::string& sTempFile,
-                                     const std::string& sFile);
+void RemoveNumberedListAndEmptyLines(ProcessState& process, RunTelling& telling,
+                                     clsCompareFileOptions& options, const clsMRU& extensions,
+                                     const std::string& sTempFile, const std::string& sFile);
 
 /// Whether that would change anything in these bytes.
 bool HasNumberedList(std::string_view rtf);

@@ -56,7 +56,7 @@ bool bPreparePowerPointFileForComparing(LoadContext& context, const std::string&
     slides.putPassword = original ? context.options.sDOCPassword_TO_Original.Data()
                                   : context.options.sDOCPassword_TO_Modified.Data();
     if (slides.Convert() != 0) {
-        LogMessage(process,
+        LogMessage(context.telling,
                    "LoadFileIntoEditor(): " + process.Translate("Unable to convert PPT file.  ") +
                        "\n\n" + slides.getErrorText() + "\n\n" + sFile);
     }

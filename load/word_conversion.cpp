@@ -12,7 +12,7 @@ bool WordConversion::CheckVersion() const {
     const double version = page.WordVersion();
     if (version <= kNewestVersion)
         return true;
-    LogMessage(process, process.Translate("Error 20: Version of MS Word") +
+    LogMessage(telling, process.Translate("Error 20: Version of MS Word") +
                             fmt::format(" : Version ({})", version));
     return false;
 }
@@ -45,20 +45,20 @@ void WordConversion::ReportTrellisPageError(WordResult result, const std::string
     told_whole_reason = result == WordResult::Other;
     switch (result) {
         case WordResult::SourceInvalid:
-            LogMessage(process, process.Translate("Source file is invalid") + " \n  " + sFile);
+            LogMessage(telling, process.Translate("Source file is invalid") + " \n  " + sFile);
             return;
         case WordResult::NotInstalled:
-            LogMessage(process,
+            LogMessage(telling,
                        process.Translate("Failed to Convert.  Check that MS Word is installed"));
             return;
         case WordResult::PathEmpty:
-            LogMessage(process, process.Translate("Source or Target file path is empty"));
+            LogMessage(telling, process.Translate("Source or Target file path is empty"));
             return;
         case WordResult::Protected:
-            LogMessage(process, process.Translate("File is password protected"));
+            LogMessage(telling, process.Translate("File is password protected"));
             return;
         case WordResult::Other:
-            LogMessage(process, page.ErrorString());
+            LogMessage(telling, page.ErrorString());
             return;
         case WordResult::Ok:
             return;

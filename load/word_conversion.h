@@ -10,12 +10,14 @@
 namespace zorvane {
 
 struct ProcessState;
+class RunTelling;
 
 /// Passwords of one side: to open, to write, and the same two of the template.
 using WordPasswords = std::array<std::string, 4>;
 
 struct WordConversion {
     ProcessState& process;
+    RunTelling& telling;
     TrellisPage& page;
     /// Called when the word processor was started for this run, so that its start does not count
     /// as time of the compare. May be empty.

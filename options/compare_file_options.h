@@ -10,6 +10,16 @@ namespace zorvane {
 class clsCompareFileOptions : public OptionSet {
   public:
     clsCompareFileOptions() : OptionSet("CompareFileOptions") {}
+    clsCompareFileOptions(const clsCompareFileOptions& other) : clsCompareFileOptions() {
+        CopyFrom(other);
+    }
+    clsCompareFileOptions& operator=(const clsCompareFileOptions& other) {
+        CopyFrom(other);
+        return *this;
+    }
+    friend bool operator==(const clsCompareFileOptions& one, const clsCompareFileOptions& two) {
+        return one.HasSameData(two);
+    }
 
     // The two files; "Uninitialized": none was chosen yet.
     clsVarString sFileOriginal{*this, "sFileOriginal", "Uninitialized"};

@@ -1,5 +1,7 @@
 #include "options/option_values.h"
 
+#include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <optional>
 
@@ -30,8 +32,12 @@ std::string Upper(std::string_view text) {
 
 }  // namespace
 
-OptionValue::OptionValue(OptionSet& set, const char* name) : name_(name) {
+OptionValue::OptionValue(OptionSet& set, const char* name) : set_(set), name_(name) {
     set.options_.push_back(this);
+}
+
+void OptionValue::TellListeners() const {
+    set_.Tell(*this);
 }
 
 void OptionValue::CreateReport_ActiveData(std::string& out) const {
@@ -39,12 +45,12 @@ void OptionValue::CreateReport_ActiveData(std::string& out) const {
 }
 
 Status clsVarBoolean::LoadStateFromFile(IniProfile& file, std::string_view section) {
-    data_ = Upper(file.Read(section, Name(), default_ ? "True" : "False")) != "FALSE";
+    SetData(Upper(file.Read(section, Name(), default_ ? "True" : "False")) != "FALSE");
     return Status::Ok();
 }
 
 void clsVarBoolean::SaveStateToFile(IniProfile& file, std::string_view section) const {
-    file.Write(section, Name(), data_ ? "TRUE" : "FALSE");
+    file.Write(section, Name(), Data() ? "TRUE" : "FALSE");
 }
 
 Status clsVarBoolean::SetFromText(std::string_view text) {
@@ -52,7 +58,7 @@ Status clsVarBoolean::SetFromText(std::string_view text) {
     if (upper != "TRUE" && upper != "YES" && upper != "1" && upper != "FALSE" && upper != "NO" &&
         upper != "0")
         return Failure{Name() + "=" + std::string(text) + ": write true or false"};
-    data_ = upper == "TRUE" || upper == "YES" || upper == "1";
+    SetData(upper == "TRUE" || upper == "YES" || upper == "1");
     return Status::Ok();
 }
 
@@ -60,33 +66,33 @@ Status clsVarLong::LoadStateFromFile(IniProfile& file, std::string_view section)
     const std::string text = file.Read(section, Name(), default_);
     if (SetFromText(text).ok())
         return Status::Ok();
-    data_ = Long(default_).value_or(0);
+    SetData(Long(default_).value_or(0));
     return Failure{"[" + std::string(section) + "] " + Name() + "=" + text + ": not a number"};
 }
 
 void clsVarLong::SaveStateToFile(IniProfile& file, std::string_view section) const {
-    file.Write(section, Name(), std::to_string(data_));
+    file.Write(section, Name(), std::to_string(Data()));
 }
 
 Status clsVarLong::SetFromText(std::string_view text) {
     const std::optional<std::int32_t> number = Long(text);
     if (!number)
         return Failure{Name() + "=" + std::string(text) + ": not a number"};
-    data_ = *number;
+    SetData(*number);
     return Status::Ok();
 }
 
 Status clsVarString::LoadStateFromFile(IniProfile& file, std::string_view section) {
-    data_ = file.Read(section, Name(), default_);
+    SetData(file.Read(section, Name(), default_));
     return Status::Ok();
 }
 
 void clsVarString::SaveStateToFile(IniProfile& file, std::string_view section) const {
-    file.Write(section, Name(), data_);
+    file.Write(section, Name(), Data());
 }
 
 Status clsVarString::SetFromText(std::string_view text) {
-    data_ = text;
+    SetData(std::string(text));
     return Status::Ok();
 }
 
@@ -111,6 +117,40 @@ Status OptionSet::SetByName(std::string_view name, std::string_view text) {
             return option->SetFromText(text);
     }
     return Failure{std::string(name) + ": there is no option of this name"};
+}
+
+std::shared_ptr<void> OptionSet::Listen(Listener listener) {
+    auto kept = std::make_shared<Listener>(std::move(listener));
+    listeners_.push_back(kept);
+    return kept;
+}
+
+void OptionSet::Tell(const OptionValue& changed) {
+    std::erase_if(listeners_, [](const auto& listener) { return listener.expired(); });
+    // A listener may end itself or another one, and begin a new one.
+    const std::vector<std::weak_ptr<Listener>> told = listeners_;
+    for (const std::weak_ptr<Listener>& listener : told) {
+        if (const std::shared_ptr<Listener> alive = listener.lock())
+            (*alive)(changed);
+    }
+}
+
+void OptionSet::CopyFrom(const OptionSet& other) {
+    assert(options_.size() == other.options_.size());
+    sSectionName = other.sSectionName;
+    std::vector<const OptionValue*> changed;
+    for (std::size_t i = 0; i < options_.size(); ++i) {
+        if (options_[i]->TakeData(*other.options_[i]))
+            changed.push_back(options_[i]);
+    }
+    for (const OptionValue* option : changed)
+        Tell(*option);
+}
+
+bool OptionSet::HasSameData(const OptionSet& other) const {
+    return std::equal(
+        options_.begin(), options_.end(), other.options_.begin(), other.options_.end(),
+        [](const OptionValue* one, const OptionValue* two) { return one->HasSameData(*two); });
 }
 
 }  // namespace zorvane

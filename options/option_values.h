@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "common/base/result.h"
@@ -13,7 +16,7 @@ namespace zorvane {
 
 class OptionSet;
 
-/// One option of a set. It enrols itself in the set, so neither is ever copied or moved.
+/// One option of a set. It enrols itself in the set, so that it is copied with its set alone.
 class OptionValue {
   public:
     OptionValue(OptionSet& set, const char* name);
@@ -31,60 +34,92 @@ class OptionValue {
     /// Appends three blanks, the name, " = ", the data and a line end.
     void CreateReport_ActiveData(std::string& out) const;
 
+  protected:
+    void TellListeners() const;
+
   private:
+    friend class OptionSet;
+    /// Of the same option of another set; true if the data was another before. Tells nobody.
+    virtual bool TakeData(const OptionValue& other) = 0;
+    virtual bool HasSameData(const OptionValue& other) const = 0;
+
+    OptionSet& set_;
     std::string name_;
 };
 
-class clsVarBoolean : public OptionValue {
+/// What the three kinds share.
+template <typename T>
+class OptionOf : public OptionValue {
+  public:
+    const T& Data() const { return data_; }
+    /// Tells the set's listeners if this is another value.
+    void SetData(T data) {
+        if (data == data_)
+            return;
+        data_ = std::move(data);
+        TellListeners();
+    }
+
+  protected:
+    OptionOf(OptionSet& set, const char* name, T before_load)
+        : OptionValue(set, name), data_(std::move(before_load)) {}
+
+  private:
+    bool HasSameData(const OptionValue& other) const override {
+        return data_ == static_cast<const OptionOf&>(other).data_;
+    }
+    bool TakeData(const OptionValue& other) override {
+        const bool changed = !HasSameData(other);
+        data_ = static_cast<const OptionOf&>(other).data_;
+        return changed;
+    }
+
+    T data_;
+};
+
+class clsVarBoolean : public OptionOf<bool> {
   public:
     clsVarBoolean(OptionSet& set, const char* name, bool default_value)
-        : OptionValue(set, name), default_(default_value) {}
-    bool Data() const { return data_; }
-    void SetData(bool data) { data_ = data; }
+        : OptionOf(set, name, false), default_(default_value) {}
     /// Any text but "FALSE", in any case, reads as true.
     Status LoadStateFromFile(IniProfile& file, std::string_view section) override;
     void SaveStateToFile(IniProfile& file, std::string_view section) const override;
     Status SetFromText(std::string_view text) override;
-    std::string ActiveData() const override { return data_ ? "True" : "False"; }
+    std::string ActiveData() const override { return Data() ? "True" : "False"; }
 
   private:
     bool default_;
-    bool data_ = false;
 };
 
-class clsVarLong : public OptionValue {
+class clsVarLong : public OptionOf<std::int32_t> {
   public:
     clsVarLong(OptionSet& set, const char* name, std::int32_t default_value)
-        : OptionValue(set, name), default_(std::to_string(default_value)) {}
-    std::int32_t Data() const { return data_; }
-    void SetData(std::int32_t data) { data_ = data; }
+        : OptionOf(set, name, 0), default_(std::to_string(default_value)) {}
     Status LoadStateFromFile(IniProfile& file, std::string_view section) override;
     void SaveStateToFile(IniProfile& file, std::string_view section) const override;
     Status SetFromText(std::string_view text) override;
-    std::string ActiveData() const override { return std::to_string(data_); }
+    std::string ActiveData() const override { return std::to_string(Data()); }
 
   private:
     std::string default_;
-    std::int32_t data_ = 0;
 };
 
-class clsVarString : public OptionValue {
+class clsVarString : public OptionOf<std::string> {
   public:
-    clsVarString(OptionSet& set, const char* name, const char* default_value)
-        : OptionValue(set, name), default_(default_value) {}
-    const std::string& Data() const { return data_; }
-    void SetData(std::string data) { data_ = std::move(data); }
+    clsVarString(OptionSet& set, const char* name, std::string default_value)
+        : OptionOf(set, name, "Not Initialized"), default_(std::move(default_value)) {}
     Status LoadStateFromFile(IniProfile& file, std::string_view section) override;
     void SaveStateToFile(IniProfile& file, std::string_view section) const override;
     Status SetFromText(std::string_view text) override;
-    std::string ActiveData() const override { return data_; }
+    std::string ActiveData() const override { return Data(); }
 
   private:
     std::string default_;
-    std::string data_ = "Not Initialized";
 };
 
-/// The options of a viewer. Defaults reach the data only through a load.
+/// The options of a viewer. Defaults reach the data only through a load. A set is a value: a class
+/// of options offers copies by `CopyFrom` and comparison by `HasSameData`. For one thread at a
+/// time.
 class OptionSet {
   public:
     explicit OptionSet(const char* section) : sSectionName(section) {}
@@ -101,9 +136,23 @@ class OptionSet {
     Status SetByName(std::string_view name, std::string_view text);
     const std::vector<OptionValue*>& colOptions() const { return options_; }
 
+    using Listener = std::function<void(const OptionValue& changed)>;
+    /// `listener` is told of each option of this very set that gets another value, however it gets
+    /// it, for as long as the result lives. Copies have no listeners.
+    [[nodiscard]] std::shared_ptr<void> Listen(Listener listener);
+
+  protected:
+    /// The data and section of a set of the same class. Listeners are told once all is in place.
+    void CopyFrom(const OptionSet& other);
+    /// Wherever the two are kept.
+    bool HasSameData(const OptionSet& other) const;
+
   private:
     friend class OptionValue;
+    void Tell(const OptionValue& changed);
+
     std::vector<OptionValue*> options_;
+    std::vector<std::weak_ptr<Listener>> listeners_;
 };
 
 }  // namespace zorvane

@@ -37,7 +37,7 @@ ReportMark MarkOf(const MarkStyle& style) {
 }
 
 void Log(ReportSource& source, const std::string& text) {
-    LogMessage(source.Process(), text);
+    LogMessage(source.Telling(), text);
 }
 
 // The system's own words, if any, come on a line behind.

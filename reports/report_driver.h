@@ -11,12 +11,14 @@
 namespace zorvane {
 
 struct ProcessState;
+class RunTelling;
 
 /// What the driver needs of a viewer.
 class ReportSource {
   public:
     virtual ~ReportSource() = default;
     virtual ProcessState& Process() = 0;
+    virtual RunTelling& Telling() = 0;
     virtual VestrelX& Engine() = 0;
     virtual const clsCompareFileOptions& ReportOptions() const = 0;
     virtual CompareFilesSettings& ReportSettings() = 0;

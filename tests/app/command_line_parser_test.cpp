@@ -121,7 +121,7 @@ TEST_F(CommandLineParserTest, ANumberThatIsNoneMakesTheLineUnusable) {
 }
 
 TEST_F(CommandLineParserTest, AWordProcessorReportNeedsAllInOne) {
-    process.sLogFile = fakes.folder.Path("log");
+    process.telling.manner.sLogFile = fakes.folder.Path("log");
     EXPECT_FALSE(ParseSwitches("/R4"));
     EXPECT_NE(fakes.folder.Read("log").find("Document report type is only available for ALL IN ONE "
                                             "format (use /F1)."),

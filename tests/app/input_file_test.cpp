@@ -26,9 +26,9 @@ TEST(BeginCommand, KnowsDoubleByteLocalesAsTheSlashFormDoes) {
 TEST(MessageHold, SaysWhatItHeldOnlyWhenItIsReleased) {
     FakePlatform system;
     ProcessState process(system.platform);
-    process.sLogFile = system.folder.Path("log");
+    process.telling.manner.sLogFile = system.folder.Path("log");
     {
-        MessageHold hold(process);
+        MessageHold hold(process.telling);
         LogMessage(process, "one");
         EXPECT_FALSE(hold.Empty());
         EXPECT_EQ(system.folder.Read("log"), "");
@@ -38,7 +38,7 @@ TEST(MessageHold, SaysWhatItHeldOnlyWhenItIsReleased) {
     }
     EXPECT_EQ(system.folder.Read("log"), "one\r\ntwo\r\n");
     {
-        MessageHold hold(process);
+        MessageHold hold(process.telling);
         LogMessage(process, "three");
     }
     LogMessage(process, "four");

@@ -139,9 +139,9 @@ TEST_F(RunModesTest, DecidesWhatARefusedLineMeans) {
     };
     for (const RefusedRow& row : rows) {
         SCOPED_TRACE(row.line);
-        process.bShowMessages = false;
+        process.telling.manner.bShowMessages = false;
         EXPECT_EQ(Main(process, row.line, request, frame).mode, row.mode);
-        EXPECT_EQ(process.bShowMessages, row.shows_messages);
+        EXPECT_EQ(process.telling.manner.bShowMessages, row.shows_messages);
     }
 }
 

@@ -123,12 +123,12 @@ TEST_F(TranslatorTest, EnglishWritesNothing) {
 }
 
 TEST_F(TranslatorTest, LogsALineAMessage) {
-    process.sLogFile = fakes.folder.Path("log");
+    process.telling.manner.sLogFile = fakes.folder.Path("log");
     LogMessage(process, "one");
     LogMessage(process, "two");
     EXPECT_EQ(fakes.folder.Read("log"), "one\r\ntwo\r\n");
     EXPECT_EQ(static_cast<FakeMutexes&>(*fakes.platform.mutexes).locked, 0);
-    process.sLogFile = "/no/such/folder/log";
+    process.telling.manner.sLogFile = "/no/such/folder/log";
     LogMessage(process, "three");  // and no harm done
 }
 

@@ -244,10 +244,10 @@ TEST_F(ConversionRoadsTest, EachResultOfTheWordProcessorHasItsLog) {
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.log);
-        std::filesystem::remove(process_.sLogFile);
+        std::filesystem::remove(process_.telling.manner.sLogFile);
         FakePage page;
         page.result = row.result;
-        WordConversion word{process_, page, {}};
+        WordConversion word{process_, process_.telling, page, {}};
         EXPECT_EQ(word.ConverterWordDoc("s", "t", WordFormat::RichText, {"1", "2", "3", "4"}),
                   row.result == WordResult::Ok);
         EXPECT_EQ(Log(), row.log);
@@ -259,7 +259,7 @@ TEST_F(ConversionRoadsTest, EachResultOfTheWordProcessorHasItsLog) {
 TEST_F(ConversionRoadsTest, ANewerWordProcessorIsRefusedAndAStartIsNotCounted) {
     FakePage page;
     int restarts = 0;
-    WordConversion word{process_, page, [&restarts] { ++restarts; }};
+    WordConversion word{process_, process_.telling, page, [&restarts] { ++restarts; }};
     process_.gbCommandLineRunning = false;
     EXPECT_TRUE(word.ConverterWordDoc("s", "t", WordFormat::RichText, {}));
     EXPECT_EQ(restarts, 0);
@@ -434,7 +434,7 @@ TEST_F(ConversionRoadsTest, SheetsAreCroppedPaddedHeadedAndJoined) {
     };
     for (const SheetRow& row : kRows) {
         SCOPED_TRACE(row.name);
-        std::filesystem::remove(process_.sLogFile);
+        std::filesystem::remove(process_.telling.manner.sLogFile);
         ASSERT_TRUE(options_.LoadStateFromFile(*profile_).ok());
         options_.lPadLength.SetData(0);
         row.set(options_);

@@ -146,7 +146,7 @@ TEST_F(DocumentLoaderTest, TellsWhichFileCannotBeReadAndWhy) {
     setenv("ZORVANE_OFFICE", "none", 1);
     for (const FailureRow& row : kFailureRows) {
         SCOPED_TRACE(row.name);
-        std::filesystem::remove(process_.sLogFile);
+        std::filesystem::remove(process_.telling.manner.sLogFile);
         loader_.bForceReload = {false, false};
         EXPECT_FALSE(Load(row.file, row.bytes));
         EXPECT_NE(Log().find(row.words), std::string::npos) << Log();
@@ -199,10 +199,10 @@ TEST_F(DocumentLoaderTest, TellsWhyAFileIsMissing) {
     const std::string missing = system_.folder.Path("none.txt");
     EXPECT_FALSE(Load(missing));
     EXPECT_EQ(Log(), "File does not exist:\r\n\r\n" + missing + "\r\n");
-    std::filesystem::remove(process_.sLogFile);
+    std::filesystem::remove(process_.telling.manner.sLogFile);
     EXPECT_FALSE(Load(system_.folder.Path()));
     EXPECT_NE(Log().find(": Is a directory"), std::string::npos) << Log();
-    std::filesystem::remove(process_.sLogFile);
+    std::filesystem::remove(process_.telling.manner.sLogFile);
     EXPECT_FALSE(Load(system_.folder.Write("file", "") + "/a.txt"));
     EXPECT_NE(Log().find(": Not a directory"), std::string::npos) << Log();
     EXPECT_FALSE(loader_.LoadFileIntoEditor("", EditorTarget::Original));

@@ -105,12 +105,13 @@ TEST(UserExtensions, AreCheckedAndStripped) {
 class ListNumbers : public testing::Test {
   protected:
     ListNumbers() {
-        process_.sLogFile = system_.folder.Path("log");
+        process_.telling.manner.sLogFile = system_.folder.Path("log");
         EXPECT_TRUE(options_.LoadStateFromFile(*profile_).ok());  // the defaults
         extensions_.Setup(15, *profile_, "x", "txt");
     }
     void Remove(const std::string& temp_file, const std::string& file) {
-        RemoveNumberedListAndEmptyLines(process_, options_, extensions_, temp_file, file);
+        RemoveNumberedListAndEmptyLines(process_, process_.telling, options_, extensions_,
+                                        temp_file, file);
     }
     std::string Removed(const std::string& bytes, const std::string& file) {
         Remove(system_.folder.Write("temp", bytes), file);

@@ -17,7 +17,7 @@ using namespace std::literals;
 class FakeSource : public ReportSource {
   public:
     explicit FakeSource(const TempFolder& folder) {
-        process_.sLogFile = folder.Path("log");
+        process_.telling.manner.sLogFile = folder.Path("log");
         EXPECT_TRUE(options.LoadStateFromFile(*process_.settings).ok());  // the defaults
         options.sFileOriginal.SetData(folder.Write("a.txt", "x\r\n"));
         options.sFileModified.SetData(folder.Write("b.txt", "y\r\n"));
@@ -26,6 +26,7 @@ class FakeSource : public ReportSource {
         engine_.putSourceFile(folder.Write("line2", "y\r\n"));
     }
     ProcessState& Process() override { return process_; }
+    RunTelling& Telling() override { return process_.telling; }
     VestrelX& Engine() override { return engine_; }
     const clsCompareFileOptions& ReportOptions() const override { return options; }
     CompareFilesSettings& ReportSettings() override { return settings; }

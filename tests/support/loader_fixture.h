@@ -45,7 +45,7 @@ class FakeQuestions : public LoadQuestions {
 class LoaderFixture : public testing::Test {
   protected:
     LoaderFixture() {
-        process_.sLogFile = system_.folder.Path("log");
+        process_.telling.manner.sLogFile = system_.folder.Path("log");
         process_.gbCommandLineRunning = true;
         EXPECT_TRUE(options_.LoadStateFromFile(*profile_).ok());  // the defaults
         extensions_.Setup(15, *profile_, "x", "txt,log,csv");
@@ -83,7 +83,7 @@ class LoaderFixture : public testing::Test {
     std::map<EditorTarget, MemoryEditor> editors_;
     std::map<EditorTarget, clsRTBDocument> documents_;
     DocumentLoader loader_{
-        {process_, options_, settings_, questions_, recent_, extensions_,
+        {process_, process_.telling, options_, settings_, questions_, recent_, extensions_,
          [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); }}};
 };
 

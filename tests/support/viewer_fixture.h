@@ -58,7 +58,7 @@ class ViewerTest : public ::testing::Test {
     ViewerTest() : process(fakes.platform), viewer(process, request, window) {
         process.gsDataFolder = fakes.folder.Path();
         process.gbCommandLineRunning = true;
-        process.sLogFile = fakes.folder.Path("log");
+        viewer.Telling().manner.sLogFile = fakes.folder.Path("log");
         viewer.Setup("1_CompareFile", true);
     }
 
