@@ -150,9 +150,12 @@ bool frmCompareFiles::LoadBoth(Reload reload) {
     for (const Side side : {Side::Modified, Side::Original}) {
         std::string file =
             side == Side::Original ? options_.sFileOriginal.Data() : options_.sFileModified.Data();
+        const std::optional<FileStamp> stamp = file_watch_.StampOf(file);
         if (!loader_.LoadSide(side, file, reload))
             return false;
-        TextChanged(side);
+        MarkStale(side);
+        edited_[side] = edited_[side] && loader_.bLoadSkipped;
+        file_watch_.Watch(side, file, stamp);
     }
     UseViewerFontForText();
     return true;
@@ -356,12 +359,17 @@ Status frmCompareFiles::EnsureFreshComparison() {
 void frmCompareFiles::OptionsChanged() {
     state_.mbOriginalDiffStale = true;
     state_.mbModifiedDiffStale = true;
-    TextChanged(Side::Original);
-    TextChanged(Side::Modified);
+    MarkStale(Side::Original);
+    MarkStale(Side::Modified);
     window_.ShowStatus(StatusPanel::Main, Translate("Diff View not fresh"));
 }
 
 void frmCompareFiles::TextChanged(Side side) {
+    edited_[side] = true;
+    MarkStale(side);
+}
+
+void frmCompareFiles::MarkStale(Side side) {
     (side == Side::Original ? state_.mbRebuildOriginalParagraphs
                             : state_.mbRebuildModifiedParagraphs) = true;
 }

@@ -12,7 +12,11 @@
 #include "common/base/side.h"
 #include "common/run_telling.h"
 #include "compare/compare_run.h"
+#include "compare/file_watch.h"
+#include "compare/unsaved_edits.h"
 #include "compare/viewer_editors.h"
+#include "compare/viewer_printing.h"
+#include "compare/viewer_saving.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
 #include "options/compare_file_options.h"
@@ -65,7 +69,7 @@ class frmCompareFiles : private ReportSource {
     }
     /// Lets go of an office suite that stays for the next file, when `path` is of a type that the
     /// user's own copy is about to open.
-    void ShutDownAppsIfRequired(const std::string& path);
+    void ShutDownAppsIfRequired(const std::string& path) override;
 
     // ---- runs ----
     /// The Refresh button.
@@ -88,6 +92,18 @@ class frmCompareFiles : private ReportSource {
     void OptionsChanged();
     /// After a user's edit of one side.
     void TextChanged(Side side);
+
+    // ---- files ----
+    /// The editor that last had the focus.
+    void SetActiveEditor(EditorTarget target) { mlActiveEditor_ = target; }
+    EditorTarget mlActiveEditor() const { return mlActiveEditor_; }
+    /// Both do nothing while a compare runs.
+    SaveOutcome SaveActiveEditorAs();
+    PrintEnd PrintActiveEditor();
+    /// Asks about edits that were not saved; true when the step may be taken.
+    bool MayLoseEdits(LosingStep step);
+    /// For the window's timer: tells of files that somebody else changed, and loads them again.
+    void CheckFilesOnDisk();
 
     // ---- views and filters ----
     View CurrentView() const { return state_.view; }
@@ -129,6 +145,11 @@ class frmCompareFiles : private ReportSource {
                 monitor_, report_names_.has_value()};
     }
     clsRTBDocument& DocumentOf(EditorTarget target);
+    SaveOutcome SaveEditor(EditorTarget target);
+    void SelectSavedFile(Side side, const std::string& file);
+    std::string TitleOf(EditorTarget target) const;
+    void LoadAgain(Side side, std::string file);
+    void MarkStale(Side side);
     bool ReloadFiles();
     bool LoadBoth(Reload reload);
     void UseViewerFontForText();
@@ -164,6 +185,10 @@ class frmCompareFiles : private ReportSource {
     std::int32_t mlCurrentDifference_ = -1;
     std::int32_t mlLastDifference_ = -1;
     std::vector<std::string> list_;
+    EditorTarget mlActiveEditor_ = EditorTarget::Original;
+    PerSide<bool> edited_{false, false};  ///< since it was loaded or saved
+    FileWatch file_watch_;
+    bool asking_about_files_ = false;
     RunMonitor monitor_;
     DocumentLoader loader_;
 };

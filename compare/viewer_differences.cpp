@@ -133,12 +133,14 @@ void frmCompareFiles::UpdateStatusBar() {
 // ---- reports ----
 
 ReportResult frmCompareFiles::CreateReport(std::string& file, ReportType type, std::int32_t style) {
+    if (mbCompareBusy_)
+        return TellReportResult(*this, ReportResult::Busy);
     return zorvane::CreateReport(*this, file, type, style);
 }
 
 ReportResult frmCompareFiles::CreateReportGUI(Launch launch, const std::string& file) {
     if (mbCompareBusy_)
-        return ReportResult::Busy;
+        return TellReportResult(*this, ReportResult::Busy);
     return zorvane::CreateReportGUI(*this, launch, file);
 }
 

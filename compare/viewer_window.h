@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "compare/file_window.h"
 #include "load/document_loader.h"
 
 namespace zorvane {
@@ -28,7 +29,7 @@ struct NavigationButtons {
     friend bool operator==(const NavigationButtons&, const NavigationButtons&) = default;
 };
 
-class CompareFilesWindow : public LoadQuestions {
+class CompareFilesWindow : public LoadQuestions, public FileWindow {
   public:
     virtual void ShowStatus(StatusPanel panel, const std::string& text) = 0;
     virtual void SetAbortVisible(
@@ -64,6 +65,14 @@ class SilentWindow : public CompareFilesWindow {
     void SelectInDifferenceList(std::int32_t) override {}
     void EnableNavigation(const NavigationButtons&) override {}
     void FlashFrame() override {}
+    std::int32_t Choose(const WindowQuestion& question) override { return question.safe; }
+    std::string PickFile(FileQuestion&) override { return {}; }
+    std::unique_ptr<PagePainter> PickPrinter(PrintQuestion&) override { return nullptr; }
+    std::string DefaultPrinter() override { return {}; }
+    void SetDefaultPrinter(const std::string&) override {}
+    void RefreshMargins() override {}
+    void RefreshFileList(Side) override {}
+    void RefreshCaption() override {}
 };
 
 }  // namespace zorvane

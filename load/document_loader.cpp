@@ -114,7 +114,8 @@ bool DocumentLoader::LoadSide(Side side, std::string& sFile, Reload reload) {
         return false;
     if (!bLoadingFromSkyDrive(sFile, page_.WordVersion()) && !bFileExists(sFile))
         return ReportMissing(sFile);
-    if (IsAsItWasLoaded(side, sFile, reload))
+    bLoadSkipped = IsAsItWasLoaded(side, sFile, reload);
+    if (bLoadSkipped)
         return true;
     RememberFile(side, sFile);
     if (!LoadFileIntoEditor(

@@ -106,6 +106,7 @@ class DocumentLoader {
                                const std::function<void()>& switch_to_side_by_side);
 
     PerSide<bool> bForceReload{false, false};
+    bool bLoadSkipped = false;  ///< the last `LoadSide` left the editor as it was
     bool bLoadedAsPlainText = false;
     bool bSpaceAddedToTextFile = false;
     /// A slide deck could not be read and its editor is empty; the load counts as done all the

@@ -58,10 +58,9 @@ void LogResult(ReportSource& source, ReportResult result, const std::string& fil
         LogTarget(source, "Unable to create target file", file, reason);
         return;
     }
-    for (const ResultRow& row : kResults) {
-        if (row.result == result)
-            Log(source, source.Process().Translate(row.words));
-    }
+    if (result == ReportResult::NotCompared && !reason.empty())
+        Log(source, reason);
+    TellReportResult(source, result);
 }
 
 bool IsInput(ReportSource& source, const std::string& file) {
@@ -132,7 +131,8 @@ ReportResult WriteEngineReport(ReportSource& source, const std::string& file, Re
         engine.putReportTitle(title);
     const Status run = source.EnsureFreshComparison();
     if (!run.ok())
-        return ReportResult::MasterNotLoaded;
+        return run.failure().reason == kCompareStopped ? ReportResult::Aborted
+                                                       : engine.WhyNotCompared();
     engine.putDoubleByteLocale(source.Process().translator.gbDoubleByteLocale);
     engine.putReportLook(ReportLookOf(source.ReportOptions()));
     return engine.CreateEngineReport(file, type, style);
@@ -144,16 +144,21 @@ struct DefaultReport {
     ReportType type;
     std::string CompareFilesSettings::*file;
     bool opened_as_text;
+    bool opened_by_office;
     bool gives_result;
 };
 constexpr DefaultReport kDefaults[] = {
-    {ReportType::Html, &CompareFilesSettings::msgReportFileHTM_MD, false, true},
-    {ReportType::Text, &CompareFilesSettings::msgReportFileTXT_MD, true, false},
-    {ReportType::Csv, &CompareFilesSettings::msgReportFileCSV_MD, false, false},
-    {ReportType::Document, &CompareFilesSettings::msgReportFileDOC_MD, false, true},
+    {ReportType::Html, &CompareFilesSettings::msgReportFileHTM_MD, false, false, true},
+    {ReportType::Text, &CompareFilesSettings::msgReportFileTXT_MD, true, false, false},
+    {ReportType::Csv, &CompareFilesSettings::msgReportFileCSV_MD, false, true, false},
+    {ReportType::Document, &CompareFilesSettings::msgReportFileDOC_MD, false, true, true},
 };
 
-void Open(ReportSource& source, const DefaultReport& report, const std::string& file) {
+// `named` is what the report was to be called, `file` what it is.
+void Open(ReportSource& source, const DefaultReport& report, const std::string& named,
+          const std::string& file) {
+    if (report.opened_by_office)
+        source.ShutDownAppsIfRequired(named);
     const std::string upper = ToUpper(file);
     const bool html_name =
         upper.find("DOC") != std::string::npos || upper.find("HTM") != std::string::npos;
@@ -165,7 +170,8 @@ void Open(ReportSource& source, const DefaultReport& report, const std::string& 
 }
 
 // A word-processor report that could not be written goes to a temporary name, and later ones too.
-ReportResult FallBack(ReportSource& source, const DefaultReport& report, Launch launch) {
+ReportResult FallBack(ReportSource& source, const DefaultReport& report, Launch launch,
+                      const std::string& failed) {
     ProcessState& process = source.Process();
     TempFiles& temp_files = *process.platform.temp_files;
     // Not in the private folder, which goes with the process: the setting names this file later.
@@ -185,7 +191,7 @@ ReportResult FallBack(ReportSource& source, const DefaultReport& report, Launch 
     source.ReportSettings().msgReportFileDOC_MD = temporary;
     source.ShowReportStatus(process.Translate("Launching Report"));
     if (launch == Launch::Yes)
-        Open(source, report, temporary);
+        Open(source, report, failed, temporary);
     return result;
 }
 
@@ -229,6 +235,14 @@ ReportLook ReportLookOf(const clsCompareFileOptions& options) {
     return look;
 }
 
+ReportResult TellReportResult(ReportSource& source, ReportResult result) {
+    for (const ResultRow& row : kResults) {
+        if (row.result == result)
+            Log(source, source.Process().Translate(row.words));
+    }
+    return result;
+}
+
 ReportResult CreateReport(ReportSource& source, std::string& file, ReportType type,
                           std::int32_t style) {
     Platform& platform = source.Process().platform;
@@ -263,10 +277,10 @@ ReportResult CreateDefaultReport(ReportSource& source, const DefaultReport& repo
     if (written == ReportResult::Ok) {
         source.ShowReportStatus(source.Process().Translate("Launching Report"));
         if (launch == Launch::Yes)
-            Open(source, report, file);
+            Open(source, report, file, file);
     }
     if (report.type == ReportType::Document && written == ReportResult::TargetNotWritten)
-        return FallBack(source, report, launch);
+        return FallBack(source, report, launch, file);
     return report.gives_result ? written : ReportResult::Ok;
 }
 

@@ -30,6 +30,8 @@ class ReportSource {
     /// fresh.
     virtual void BuildAllInOneView() = 0;
     virtual void ShowReportStatus(const std::string& text) = 0;
+    /// Lets go of an office suite that holds files of that type, before the user's own opens one.
+    virtual void ShutDownAppsIfRequired(const std::string& file) = 0;
     virtual void ShowReportMessage(const std::string& text, const std::string& title) = 0;
     /// The title that a command line gave; empty: none.
     virtual std::string CommandLineTitle() const = 0;
@@ -40,6 +42,10 @@ class ReportSource {
 /// two inputs is refused.
 ReportResult CreateReport(ReportSource& source, std::string& file, ReportType type,
                           std::int32_t style);
+
+/// Says why there is no report, for a cause that was known before anything was written; gives it
+/// back.
+ReportResult TellReportResult(ReportSource& source, ReportResult result);
 
 enum class Launch { No, Yes };
 /// The report of the viewer's default type with its default titles; an empty `file` is the type's

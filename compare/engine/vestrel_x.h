@@ -84,6 +84,9 @@ class VestrelX {
     /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by
     /// side.
     ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags);
+    /// Why a compare of the two files gave nothing: one of them cannot be read (then
+    /// `getReportStatus` says more), or there is another reason, which the compare told.
+    ReportResult WhyNotCompared();
     /// What the system said when the last report could not be written: the file and the reason.
     const Status& getReportStatus() const;
 

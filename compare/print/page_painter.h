@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "common/base/result.h"
@@ -71,6 +72,8 @@ class PagePainter : public TextMeasurer {
     virtual void FillBox(const PageBox& box, Color color) = 0;
     /// The job is complete. Without this call nothing of it counts: no file, no job in the queue.
     virtual Status Finish() = 0;
+    /// What is to be told of a finished job: letters that it could not show. Empty: nothing.
+    virtual std::string Remark() const { return {}; }
 };
 
 }  // namespace zorvane

@@ -178,7 +178,7 @@ Status PdfPainter::Finish() {
     return status_.ok() ? file_.Finish() : status_;
 }
 
-std::string PdfPainter::UnshownText() const {
+std::string PdfPainter::Remark() const {
     if (shown_.UnknownCount() == 0)
         return {};
     return fmt::format(

@@ -25,9 +25,7 @@ class PdfPainter : public PagePainter {
     void DrawLine(const Stroke& stroke) override;
     void FillBox(const PageBox& box, Color color) override;
     Status Finish() override;
-
-    /// "" when all letters could be shown, else a sentence for the user.
-    std::string UnshownText() const;
+    std::string Remark() const override;
 
   private:
     PdfPainter(FileReplacement file, std::string title)
