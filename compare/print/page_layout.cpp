@@ -137,10 +137,10 @@ std::size_t PageLayout::LinesThatFit(const ParagraphFormat& format, std::size_t 
     }
     std::size_t count = end - first;
     const std::size_t left = lines_.size() - end;
+    const bool alone = count == 1 || (count == 2 && left == 1);
     if (left == 1 && count >= 3)
         --count;
-    const bool alone = count == 1 || (count == 2 && left == 1);
-    if (left > 0 && first == 0 && alone && !Fresh())
+    else if (left > 0 && first == 0 && alone && !Fresh())
         count = 0;
     return first + (count == 0 && Fresh() ? 1 : count);
 }
