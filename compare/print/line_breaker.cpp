@@ -1,6 +1,7 @@
 #include "compare/print/line_breaker.h"
 
 #include <algorithm>
+#include <limits>
 #include <optional>
 #include <unicode/ubrk.h>
 #include <unicode/uchar.h>
@@ -11,6 +12,7 @@ namespace zorvane {
 namespace {
 
 constexpr std::u16string_view kControls = u"\t\a\v\f";  // tab, end of a cell, line, page
+constexpr std::size_t kLinesUnasked = 500;
 constexpr std::u16string_view kBlanks = u" \u3000";
 
 bool StaysWithPrevious(UChar32 character) {
@@ -76,18 +78,20 @@ struct LineBreaker::Places {
 
 class LineBreaker::Job {
   public:
-    Job(const ParagraphMeasure& measure, const ParagraphRoom& room, std::vector<PrintLine>& lines)
+    Job(const ParagraphMeasure& measure, const ParagraphRoom& room, std::vector<PrintLine>& lines,
+        const std::function<bool()>& keep_going)
         : measure_(measure),
           text_(measure.Paragraph().text),
           room_(room),
           lines_(lines),
+          keep_going_(keep_going),
           line_room_(room.First()) {
         StartLine(0);
     }
 
     // Up to `end`, where a line may end.
     void Take(std::int32_t end) {
-        while (at_ < end) {
+        while (!stopped_ && at_ < end) {
             const std::size_t control = text_.find_first_of(kControls, Size(at_));
             const auto stop = static_cast<std::int32_t>(std::min(control, Size(end)));
             if (stop > at_)
@@ -97,6 +101,7 @@ class LineBreaker::Job {
                 Control(text_[Size(at_)]);
         }
     }
+    bool Stopped() const { return stopped_; }
     void Finish() { EndLine(static_cast<std::int32_t>(text_.size()), true, false); }
 
   private:
@@ -111,6 +116,8 @@ class LineBreaker::Job {
     void EndLine(std::int32_t end, bool whole, bool ends_page) {
         lines_.push_back(
             {begin_, end, measure_.Height(begin_, end), lines_.empty(), whole, ends_page});
+        if (lines_.size() % kLinesUnasked == 0 && !keep_going_())
+            stopped_ = true;
     }
 
     void Control(char16_t control) {
@@ -150,22 +157,29 @@ class LineBreaker::Job {
         const std::int32_t ink_end = last == std::u16string_view::npos
                                          ? begin
                                          : std::max(begin, static_cast<std::int32_t>(last) + 1);
-        double ink = measure_.Width(begin, ink_end);
+        double ink = InkWidth(begin, ink_end);
         if (!empty_ && EndWith(ink, ToPoint(begin, ink_end)) > line_room_.end) {
             EndLine(begin, false, false);
             StartLine(begin);
         }
-        while (EndWith(ink, ToPoint(begin, ink_end)) > line_room_.end) {
+        while (!stopped_ && EndWith(ink, ToPoint(begin, ink_end)) > line_room_.end) {
             const std::int32_t cut = FittingEnd(begin, ink_end);
             if (cut >= ink_end)
                 break;
             EndLine(cut, false, false);
             StartLine(cut);
             begin = cut;
-            ink = measure_.Width(begin, ink_end);
+            ink = InkWidth(begin, ink_end);
         }
         pen_->Add(ink_end < end ? measure_.Width(begin, end) : ink, ToPoint(begin, ink_end));
         empty_ = false;
+    }
+
+    // Of a word that no line can hold only that is known, since each of its lines asks again.
+    double InkWidth(std::int32_t begin, std::int32_t end) const {
+        constexpr std::int32_t kMostOnALine = 4096;
+        return end - begin > kMostOnALine ? std::numeric_limits<double>::infinity()
+                                          : measure_.Width(begin, end);
     }
 
     // How much of a word that is longer than a line fits: at least one character.
@@ -195,6 +209,8 @@ class LineBreaker::Job {
     std::u16string_view text_;
     const ParagraphRoom& room_;
     std::vector<PrintLine>& lines_;
+    const std::function<bool()>& keep_going_;
+    bool stopped_ = false;
     LineRoom line_room_;
     std::optional<LinePen> pen_;
     std::int32_t begin_ = 0;
@@ -207,20 +223,15 @@ LineBreaker::~LineBreaker() = default;
 
 bool LineBreaker::Break(const ParagraphMeasure& measure, const ParagraphRoom& room,
                         std::vector<PrintLine>& lines, const std::function<bool()>& keep_going) {
-    constexpr std::int32_t kUnitsUnasked = 50'000;
     lines.clear();
     const std::u16string_view text = measure.Paragraph().text;
     const auto size = static_cast<std::int32_t>(text.size());
-    Job job(measure, room, lines);
+    Job job(measure, room, lines, keep_going);
     places_->Set(text);
-    std::int32_t ask_at = kUnitsUnasked;
     for (std::int32_t place = 0; place < size;) {
         place = places_->Next(place);
         job.Take(place);
-        if (place < ask_at)
-            continue;
-        ask_at = place + kUnitsUnasked;
-        if (!keep_going())
+        if (job.Stopped())
             return false;
     }
     job.Finish();

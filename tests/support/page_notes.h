@@ -27,6 +27,7 @@ class PageNotes : public PagePainter {
     };
 
     double Width(std::u16string_view text, const PrintFont& font) override {
+        measured += text.size();
         return static_cast<double>(text.size()) * font.points * 10;
     }
     FontHeight Height(const PrintFont& font) override {
@@ -65,6 +66,7 @@ class PageNotes : public PagePainter {
     }
 
     std::vector<Page> pages;
+    std::size_t measured = 0;  ///< units, in all
     bool finished = false;
     int fails_at_page = 0;
     std::string remark;

@@ -317,18 +317,38 @@ TEST_F(Printed, StopsWhenTheWatcherSaysSoAndTellsHowFarItIs) {
         EXPECT_NEAR(watcher.last, part, 0.02);
         EXPECT_EQ(notes.pages.empty(), part < 0.4);
     }
-    // One paragraph as long as a book is left in mid-way as well.
-    const RichText book = RichText::Plain(std::u16string(3'000'000, u'x'));
-    PageNotes notes;
+}
+
+// One word as long as a book costs by its length, and is left in mid-way as well.
+TEST_F(Printed, AWordWithoutEndIsCutInTimeAndCanBeStopped) {
+    const RichText book = RichText::Plain(std::u16string(600'000, u'x'));
+    PageNotes whole;
+    ASSERT_TRUE(PrintRTF({book, SmallPage()}, whole, nullptr).ok());
+    EXPECT_EQ(whole.pages.size(), 600'000U / 100);
+    EXPECT_LT(whole.measured, 600'000U * 60);
     struct StopSoon : CompareWatcher {
         bool KeepGoing(double) override { return ++asked < 5; }
         int asked = 0;
     } soon;
-    EXPECT_FALSE(PrintRTF({RichText::Plain(std::u16string(300'000, u'x') + u" " +
-                                           std::u16string(300'000, u'y')),
-                           SmallPage()},
-                          notes, &soon)
-                     .ok());
+    PageNotes stopped;
+    EXPECT_FALSE(PrintRTF({book, SmallPage()}, stopped, &soon).ok());
+    EXPECT_LT(stopped.measured, whole.measured / 10);
+}
+
+TEST_F(Printed, HiddenTextTakesNoRoom) {
+    RichText text = RichText::Plain(u"a");
+    CharFormat hidden = text.char_runs[0].format;
+    hidden.hidden = true;
+    text.AppendPlain(u"secret", hidden);
+    text.AppendPlain(u"b", text.char_runs[0].format);
+    PrintRich(text);
+    EXPECT_EQ(notes_.Lines(0), Strings{"a|b"});
+    EXPECT_EQ(Drawn(1).x, 200);
+    RichText words = RichText::Plain(u"1234567890 ");
+    words.AppendPlain(u"secret secret ", hidden);
+    words.AppendPlain(u"123456789", words.char_runs[0].format);
+    PrintRich(words);
+    EXPECT_EQ(notes_.Lines(0).size(), 1U);
 }
 
 TEST_F(Printed, APrinterThatFailsEndsTheJobWithItsReason) {
