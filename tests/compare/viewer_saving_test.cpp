@@ -283,6 +283,7 @@ TEST_F(FilesOfViewer, AFileThatSomebodyChangesIsLoadedAgain) {
     std::filesystem::remove(fakes.folder.Path("m.txt"));
     look_twice();
     EXPECT_EQ(window.files.asked.size(), 3U);
+    EXPECT_TRUE(window.messages.empty()) << "what is gone is not loaded again";
     EXPECT_EQ(viewer.Editors().rtbModified.editor.Text(), u"longer still than it was\r\n");
 }
 
