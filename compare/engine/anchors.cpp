@@ -79,14 +79,17 @@ void AnchorFinder::CollectSingles(std::span<const std::uint32_t> original,
     const std::uint32_t numbers = 1 + std::max(*std::max_element(original.begin(), original.end()),
                                                *std::max_element(modified.begin(), modified.end()));
     uses_.assign(numbers, Use{});
-    for (const std::uint32_t number : original)
+    for (const std::uint32_t number : original) {
         ++uses_[number].originals;
-    for (std::size_t at = 0; at < modified.size(); ++at) {
+        if (!stop_.KeepGoing())
+            break;
+    }
+    for (std::size_t at = 0; at < modified.size() && stop_.KeepGoing(); ++at) {
         ++uses_[modified[at]].modifieds;
         uses_[modified[at]].modified = static_cast<std::int32_t>(at);
     }
     pairs_.clear();
-    for (std::size_t at = 0; at < original.size(); ++at) {
+    for (std::size_t at = 0; at < original.size() && stop_.KeepGoing(); ++at) {
         const Use& use = uses_[original[at]];
         if (use.originals == 1 && use.modifieds == 1)
             pairs_.push_back({static_cast<std::int32_t>(at), use.modified});
@@ -97,7 +100,7 @@ void AnchorFinder::CollectSingles(std::span<const std::uint32_t> original,
 void AnchorFinder::Chain() {
     tails_.clear();
     previous_.resize(pairs_.size());
-    for (std::size_t i = 0; i < pairs_.size(); ++i) {
+    for (std::size_t i = 0; i < pairs_.size() && stop_.KeepGoing(); ++i) {
         const auto place =
             std::lower_bound(tails_.begin(), tails_.end(), pairs_[i].modified,
                              [this](std::int32_t pair, std::int32_t modified) {
@@ -128,6 +131,8 @@ std::span<const MatchedPlaces> AnchorFinder::Find(std::span<const std::uint32_t>
         CollectModified(modified, length);
         CollectPairs(original, modified, length);
     }
+    if (!stop_.KeepGoing())
+        pairs_.clear();
     Chain();
     return chain_;
 }

@@ -50,7 +50,7 @@ class CompareJob {
         }
         if (end == RunEnd::Finished && input_.source != RunSource::LoadedAgain)
             end = Compare();
-        if (!watcher_.KeepGoing() && end == RunEnd::Failed)
+        if (!watcher_.KeepGoing())
             end = RunEnd::Aborted;
         out_.options = std::move(input_.options);
         out_.settings = std::move(input_.settings);

@@ -295,7 +295,11 @@ void ComparePane::WindowOfOverview() {
     const auto part_of = [&](const ShownRow& row, double inside) {
         const BlockIndex& index = view.Page().Index();
         if (all_in_one_ || !aligner_->Aligned()) {
-            const std::int32_t block = std::max(0, row.what.first_block);
+            // A fold tells what it hides first.
+            const std::int32_t block =
+                all_in_one_ && &view.Page().Rows() == &merged_rows_->Of(Side::Original)
+                    ? merged_rows_->At(row.row).block.original
+                    : std::max(0, row.what.first_block);
             return (index.At(block).paragraph.value - 1 + inside) / index.ParagraphCount();
         }
         const PairedRow& pair = aligner_->Shown().At(row.row);

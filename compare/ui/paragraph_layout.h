@@ -126,8 +126,8 @@ class ParagraphLayout {
     LinePlace PlaceOf(std::int32_t line) const;
     void AddBoxes(const Cell& cell, std::int32_t begin, std::int32_t end, Trim trim,
                   std::vector<RangeBox>& boxes) const;
-    void AddBidiBoxes(const Cell& cell, const QTextLine& line, std::int32_t begin, std::int32_t end,
-                      RangeBox box, std::vector<RangeBox>& boxes) const;
+    static void AddBidiBoxes(const QTextLine& line, std::int32_t begin, std::int32_t end,
+                             RangeBox box, std::vector<RangeBox>& boxes);
     // Places of the caret on a line with text of both directions.
     struct Stop {
         double x = 0;

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <utility>
 
+#include <QGlyphRun>
+
 #include "compare/ui/paragraph_layout.h"
 
 namespace zorvane {
@@ -13,6 +15,16 @@ constexpr double kSameStop = 0.01;
 
 bool IsBlank(QChar unit) {
     return unit.isSpace() || unit == QChar::LineSeparator;
+}
+
+// Left edges of the letters of a stretch, in no order.
+std::vector<double> LeftEdges(const QTextLine& line, std::int32_t begin, std::int32_t length) {
+    std::vector<double> edges;
+    for (const QGlyphRun& run : line.glyphRuns(begin, length)) {
+        for (const QPointF& place : run.positions())
+            edges.push_back(place.x());
+    }
+    return edges;
 }
 
 }  // namespace
@@ -147,26 +159,17 @@ QRectF ParagraphLayout::PreeditCaretRect() const {
     return CaretIn(cell, ToCell(cell, preedit_at_, false) + preedit_caret_);
 }
 
-// By visual moves the place of a letter is its left edge, whichever way it runs; it reaches to the
-// next edge to the right.
-void ParagraphLayout::AddBidiBoxes(const Cell& cell, const QTextLine& line, std::int32_t begin,
-                                   std::int32_t end, RangeBox box,
-                                   std::vector<RangeBox>& boxes) const {
-    cell.layout->setCursorMoveStyle(Qt::VisualMoveStyle);
-    std::vector<double> edges;
-    std::vector<double> lefts;
-    const int line_end = line.textStart() + line.textLength();
-    for (int at = line.textStart(); at < line_end; ++at) {
-        lefts.push_back(line.cursorToX(at));
-        edges.push_back(lefts.back());
-    }
-    cell.layout->setCursorMoveStyle(Qt::LogicalMoveStyle);
-    const double width = line.horizontalAdvance();
-    edges.push_back(*std::min_element(lefts.begin(), lefts.end()) + width);
+// By the glyphs, since the edges of letters that the layout tells belong to the caret: where two
+// directions meet they are another letter's. A letter reaches to the next one to its right.
+void ParagraphLayout::AddBidiBoxes(const QTextLine& line, std::int32_t begin, std::int32_t end,
+                                   RangeBox box, std::vector<RangeBox>& boxes) {
+    std::vector<double> edges = LeftEdges(line, line.textStart(), line.textLength());
+    if (edges.empty())
+        return;
     std::sort(edges.begin(), edges.end());
+    edges.push_back(edges.front() + line.horizontalAdvance());
     std::vector<std::pair<double, double>> parts;
-    for (int at = begin; at < end; ++at) {
-        const double left = lefts[static_cast<std::size_t>(at - line.textStart())];
+    for (const double left : LeftEdges(line, begin, end - begin)) {
         const auto next = std::upper_bound(edges.begin(), edges.end(), left + kSameStop);
         if (next != edges.end())
             parts.emplace_back(left, *next);
@@ -208,7 +211,7 @@ void ParagraphLayout::AddBoxes(const Cell& cell, std::int32_t begin, std::int32_
         box.natural_top = line.y();
         box.natural_height = line.height();
         if (bidi_) {
-            AddBidiBoxes(cell, line, from, to, box, boxes);
+            AddBidiBoxes(line, from, to, box, boxes);
             continue;
         }
         box.rect.setLeft(line.cursorToX(from));

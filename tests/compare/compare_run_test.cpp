@@ -221,13 +221,6 @@ TEST_F(CompareRunTest, WritesHeaders) {
     };
     RunControl control;
     RunMonitor monitor(process, control);
-    RunCounters counters;
-    RunEditors editors(fakes.sound());
-    editors.rtbOriginal.editor.SetRich(viewer.Editors().rtbOriginal.editor.Rich());
-    editors.rtbModified.editor.SetRich(viewer.Editors().rtbModified.editor.Rich());
-    editors.rtbOriginal.document.ParagraphCollectionCreate();
-    editors.rtbModified.document.ParagraphCollectionCreate();
-    PassContext context{editors, viewer.Compared(), viewer.Options(), counters, monitor};
     for (const HeaderRow& row : rows) {
         SCOPED_TRACE(row.header);
         EXPECT_EQ(EntryHeader(monitor, RecordIndex{4}, row.record), row.header);

@@ -1,6 +1,7 @@
 // Stand-ins for the services of the system.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <string>
 #include <utility>
@@ -20,7 +21,7 @@ class FakeClock : public Clock {
     }
     std::chrono::system_clock::time_point Now() override { return now; }
 
-    std::uint32_t ticks = 0;
+    std::atomic<std::uint32_t> ticks = 0;  // two runs may look at once
     std::uint32_t step = 0;  ///< between two looks
     std::chrono::system_clock::time_point now = std::chrono::system_clock::from_time_t(1700000000);
 };
@@ -81,7 +82,7 @@ class FakeMutexes : public NamedMutexes {
   public:
     Result<int> Lock(std::string_view) override { return ++locked; }
     void Unlock(int) override { --locked; }
-    int locked = 0;
+    std::atomic<int> locked = 0;
 };
 
 class FakeTempFiles : public TempFiles {
@@ -94,7 +95,7 @@ class FakeTempFiles : public TempFiles {
 
   private:
     TempFolder folder_;
-    int count_ = 0;
+    std::atomic<int> count_ = 0;
 };
 
 /// A platform of fakes under a fresh folder.

@@ -246,5 +246,55 @@ TEST(ComparePane, ShowsEachDifferenceAndItsPlaceInTheOverview) {
     EXPECT_EQ(shown.pane.Overview().PicturesMade(), pictures);
 }
 
+// Whatever is switched in whatever order, both sides stay paired and nothing is left behind.
+TEST(ComparePane, TakesEverySwitchInAnyOrder) {
+    const PerSide<RichText> texts = TwoTexts(80);
+    ShownPair shown(texts.original, texts.modified);
+    std::mt19937 random(4);
+    for (int step = 0; step < 120; ++step) {
+        SCOPED_TRACE(step);
+        const bool on = random() % 2 == 0;
+        switch (random() % 10) {
+            case 0:
+                shown.pane.SetAligned(on);
+                break;
+            case 1:
+                shown.pane.SetFolded(on);
+                break;
+            case 2:
+                shown.pane.SetAllInOne(on);
+                break;
+            case 3:
+                shown.pane.SetWrap(on);
+                break;
+            case 4:
+                shown.pane.SetZoom(on ? 2 : 1);
+                break;
+            case 5:
+                shown.pane.SetComparison(on ? shown.comparison : nullptr);
+                break;
+            case 6:
+                shown.original.SetText(on ? u"" : u"another text\r\nof two paragraphs");
+                shown.Compare();
+                break;
+            case 7:
+                shown.original.SetRich(texts.original);
+                break;
+            case 8:
+                shown.pane.resize(on ? 1 : 900, on ? 1 : 500);
+                break;
+            default:
+                shown.pane.SetCurrent(0);
+                break;
+        }
+        QApplication::processEvents();
+        shown.pane.View(Side::Modified).ScrollByPixels(on ? 100 : -40);
+        if (shown.pane.Aligner().Aligned() && shown.pane.Aligner().Result() != nullptr) {
+            EXPECT_EQ(shown.Page(Side::Original).Rows().Count(),
+                      shown.Page(Side::Modified).Rows().Count());
+        }
+    }
+}
+
 }  // namespace
 }  // namespace zorvane

@@ -161,5 +161,23 @@ TEST(ParagraphLayout, BoxesOfRightToLeftTextLieWhereItsLettersDo) {
     EXPECT_EQ(layout.Boxes(11, 4, Trim::No).size(), 2U);
 }
 
+// In either direction of the paragraph, letter by letter, nothing is left out or covered twice.
+TEST(ParagraphLayout, BoxesOfLettersFillTheirLine) {
+    for (const std::u16string& text :
+         {std::u16string(u"the word \u05e9\u05dc\u05d5\u05dd means"),
+          std::u16string(u"\u05e9\u05dc\u05d5\u05dd, EUR 4,200 \u05dc\u05db\u05dc")}) {
+        const ParagraphLayout layout = LayOut(BlockOf(text), 1000);
+        double sum = 0;
+        for (std::int32_t at = 0; at < layout.Length(); ++at) {
+            for (const RangeBox& box : layout.Boxes(at, 1, Trim::No))
+                sum += box.rect.width();
+        }
+        const auto all = layout.Boxes(0, layout.Length(), Trim::No);
+        ASSERT_EQ(all.size(), 1U);
+        EXPECT_NEAR(sum, all[0].rect.width(), 0.1);
+        EXPECT_NEAR(sum, layout.Width(), 1);
+    }
+}
+
 }  // namespace
 }  // namespace zorvane

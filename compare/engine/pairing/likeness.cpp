@@ -37,15 +37,21 @@ std::size_t CommonBack(std::span<const std::uint32_t> first,
 }  // namespace
 
 PairScorer::PairScorer(const StretchText& text)
-    : text_(text), bag_(static_cast<std::size_t>(text.RunCount()), 0) {
+    : text_(text),
+      bag_(static_cast<std::size_t>(text.RunCount()), 0),
+      stop_(text.Watcher()) {
     search_.Watch(text.Watcher());
 }
 
 std::int64_t PairScorer::CommonBag(const Sequence& first, const Sequence& second) {
-    for (const std::uint32_t run : first.runs)
+    for (const std::uint32_t run : first.runs) {
         ++bag_[run];
+        stop_.KeepGoing();
+    }
     std::int64_t common = 0;
     for (const std::uint32_t run : second.runs) {
+        if (!stop_.KeepGoing())
+            break;
         if (bag_[run] > 0) {
             --bag_[run];
             common += text_.Weight(run);
@@ -138,6 +144,8 @@ PairScore PairScorer::Score(const Sequence& first, const Sequence& second, std::
     if (bound < least)
         return {bag, bound};
     PairScore score;
+    if (stop_.Stopped())
+        return score;
     score.kept = Kept(first, second);
     score.likeness = LikenessOf(score.kept, first, second);
     const std::int64_t cells = static_cast<std::int64_t>(first.WordCount()) * second.WordCount();

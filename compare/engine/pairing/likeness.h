@@ -53,6 +53,7 @@ class PairScorer {
     std::vector<std::int64_t> row_;
     AffineTable table_;
     DifferenceSearch search_;
+    StopCheck stop_;
 };
 
 /// Letter pairs that two texts share: twice the common ones of all (Dice), 0 to 1000. In lower

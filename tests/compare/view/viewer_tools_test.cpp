@@ -88,14 +88,14 @@ TEST_F(ViewerToolsTest, ChangesTheLineOfWhatIsShown) {
     ViewerEditors& editors = viewer.Editors();
     const auto places = [&] {
         std::vector<std::int32_t> found;
-        for (const DocumentEditor* entry :
+        for (const ShownDocument* entry :
              {&editors.rtbOriginal, &editors.rtbModified, &editors.rtbOriginalDiffFinal,
               &editors.rtbModifiedDiffFinal, &editors.rtbAIODiff})
             found.push_back(entry->editor.Selection().first.value);
         return found;
     };
     editors.rtbAIODiff.editor.SetText(u"a\r\nb");
-    for (DocumentEditor* entry : {&editors.rtbOriginal, &editors.rtbModified,
+    for (ShownDocument* entry : {&editors.rtbOriginal, &editors.rtbModified,
                                   &editors.rtbOriginalDiffFinal, &editors.rtbModifiedDiffFinal})
         entry->editor.Select({CharPos{3}, 0});
     viewer.Tools().ChangeCurrentLine(false, View::SideBySide);
