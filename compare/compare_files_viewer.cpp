@@ -2,7 +2,6 @@
 
 #include "common/log_message.h"
 #include "common/process_state.h"
-#include "load/file_kind.h"
 
 namespace zorvane {
 namespace {
@@ -80,9 +79,8 @@ void frmCompareFiles::ReadIniFile() {
 }
 
 void frmCompareFiles::ShutDownAppsIfRequired(const std::string& path) {
-    // One worker serves documents and sheets. A run that goes on needs it.
-    if (!Busy() && ExtensionContains(path, "XLS CSV DOC RTF"))
-        conversions_.SetOfficeStays(false);
+    if (!Busy())  // a run that goes on needs it
+        LetGoOfOffice(conversions_, path);
 }
 
 void frmCompareFiles::SaveIniFile() {
@@ -165,6 +163,8 @@ ViewerState frmCompareFiles::State() const {
             return ViewerState::Loading;
         case RunStep::WriteReport:
         case RunStep::LaunchReport:
+        case RunStep::Save:
+        case RunStep::Print:
             return ViewerState::Reporting;
         case RunStep::PrepareCompare:
         case RunStep::Compare:

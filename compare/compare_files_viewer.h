@@ -15,12 +15,16 @@
 #include "common/base/side.h"
 #include "common/run_telling.h"
 #include "compare/difference_list.h"
+#include "compare/file_watch.h"
 #include "compare/run/compare_job.h"
 #include "compare/run/report_run.h"
 #include "compare/run/viewer_run.h"
+#include "compare/unsaved_edits.h"
 #include "compare/view/viewer_tools.h"
 #include "compare/viewer.h"
 #include "compare/viewer_editors.h"
+#include "compare/viewer_printing.h"
+#include "compare/viewer_saving.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
 #include "options/compare_file_options.h"
@@ -66,7 +70,7 @@ class frmCompareFiles : public Viewer {
     ViewerKind Kind() const override { return ViewerKind::CompareFiles; }
     std::vector<std::string> FileNames() const override;
     void Activate() override { window_.Activate(); }
-    bool MayClose() override { return window_.ConfirmClose(); }
+    bool MayClose() override { return MayLoseEdits(LosingStep::Close) && window_.ConfirmClose(); }
     /// Stops a run, waits for its end, and takes no more work; its result is dropped. Then saves
     /// its section.
     void Close() override;
@@ -138,6 +142,20 @@ class frmCompareFiles : public Viewer {
     /// The word of the last run: a stopped one leaves the old result, of which no report is made.
     RunEnd LastRun() const { return last_run_; }
 
+    // ---- files ----
+    /// The editor that last had the focus.
+    void SetActiveEditor(EditorTarget target) { mlActiveEditor_ = target; }
+    EditorTarget mlActiveEditor() const { return mlActiveEditor_; }
+    /// Each is a run on this thread, which can be stopped; nothing happens while another goes on.
+    /// A result is saved and printed as it is shown, stale or not.
+    SaveOutcome SaveActiveEditorAs();
+    PrintEnd PrintActiveEditor();
+    /// Asks about texts with edits that were not saved; true when the step may be taken.
+    bool MayLoseEdits(LosingStep step);
+    /// For the window's timer: tells of files that somebody else changed, and loads them again
+    /// where runs are. Nothing while a run goes on.
+    void CheckFilesOnDisk();
+
     // ---- views and filters ----
     View CurrentView() const { return view_; }
     void cmdChangeViewFormat_Click();
@@ -197,6 +215,7 @@ class frmCompareFiles : public Viewer {
         RunSource source = RunSource::Texts;
         View view = View::SideBySide;
         BuildViews views = BuildViews::Yes;
+        PerSide<std::string> load_again;  ///< the files of `LoadedAgain`; empty: not that side
         bool show_first = false;  ///< goes to the difference that was selected, or the first
         RunOn where = RunOn::ThisThread;
         std::function<void(RunEnd)> then;  ///< what goes on behind it
@@ -227,11 +246,23 @@ class frmCompareFiles : public Viewer {
     void ShowResult(const Begun& begun, const CompareOutcome& outcome);
     void Wait(bool shown);
 
+    // viewer_files.cpp
+    ShownDocument& DocumentOf(EditorTarget target);
+    SaveOutcome SaveEditor(EditorTarget target);
+    ReportResult SaveAllInOne(std::string& file, ViewerRun& run);
+    void SelectSavedFile(Side side, const std::string& file, std::uint32_t edits);
+    std::string TitleOf(EditorTarget target) const;
+    bool SaveBeforeLosing(Side side);
+    void LoadAgain(const PerSide<std::string>& files);
+    void TakeLoadedAgain(Begun& begun, CompareOutcome& outcome);
+    void WatchLoaded(const CompareOutcome& outcome);
+
     // viewer_reports.cpp
     void BeginReport(ReportWanted wanted, RunOn where, ReportDone done);
     void StartReport(ReportWanted wanted, RunOn where, ReportDone done);
     bool RefuseReport(const ReportDone& done);
     DocumentReportTexts DocumentTexts();
+    ReportInput ReportInputFor(ReportWanted wanted, DocumentReportTexts texts);
     bool IsDocument(const ReportWanted& wanted) const;
     ReportResult ReportHere(ReportWanted wanted, std::string& file);
 
@@ -280,6 +311,9 @@ class frmCompareFiles : public Viewer {
     bool mbUpdatingFilter_ = false;
     std::int32_t mlCurrentDifference_ = -1;
     std::int32_t mlLastDifference_ = -1;
+    EditorTarget mlActiveEditor_ = EditorTarget::Original;
+    FileWatch file_watch_;
+    bool asking_about_files_ = false;
     bool closing_ = false;
     BuildViews views_ = BuildViews::Yes;
     ViewerTools tools_;

@@ -50,8 +50,7 @@ void frmCompareFiles::BeginReport(ReportWanted wanted, RunOn where, ReportDone d
     plan.then = [this, wanted = std::move(wanted), where, done = std::move(done)](RunEnd end) {
         if (end == RunEnd::Failed) {
             ReportOutcome failed;
-            failed.result = ReportResult::MasterNotLoaded;
-            TellReportResult(process_, telling_, failed.result);
+            failed.result = ReportResult::NotCompared;  // the run told why
             done(failed);
             return;
         }
@@ -82,11 +81,18 @@ DocumentReportTexts frmCompareFiles::DocumentTexts() {
     return texts;
 }
 
+ReportInput frmCompareFiles::ReportInputFor(ReportWanted wanted, DocumentReportTexts texts) {
+    return {process_,         telling_,          VXMacroDiff_,
+            options_,         settings_,         request_.sReportTitle,
+            std::move(texts), std::move(wanted), nullptr,
+            &conversions_};
+}
+
 void frmCompareFiles::StartReport(ReportWanted wanted, RunOn where, ReportDone done) {
     const auto outcome = std::make_shared<ReportOutcome>();
-    const auto input = std::make_shared<ReportInput>(ReportInput{
-        process_, telling_, VXMacroDiff_, options_, settings_, request_.sReportTitle,
-        IsDocument(wanted) ? DocumentTexts() : DocumentReportTexts(), std::move(wanted), nullptr});
+    DocumentReportTexts texts = IsDocument(wanted) ? DocumentTexts() : DocumentReportTexts();
+    const auto input =
+        std::make_shared<ReportInput>(ReportInputFor(std::move(wanted), std::move(texts)));
     window_.SetHourglass(true);
     window_.SetAbortVisible(true);
     const std::string target_before = settings_.msgReportFileDOC_MD;

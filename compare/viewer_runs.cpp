@@ -81,7 +81,16 @@ CompareInput frmCompareFiles::InputFor(const Plan& plan) {
     input.TextFileExtensions = TextFileExtensions_;
     input.memory = load_memory_;
     input.source = plan.source;
-    input.texts = {TextOf(Side::Original), TextOf(Side::Modified)};
+    if (plan.source == RunSource::LoadedAgain) {
+        for (const Side side : kBothSides) {
+            input.load_again[side] = !plan.load_again[side].empty();
+            if (input.load_again[side])
+                (side == Side::Original ? input.options.sFileOriginal : input.options.sFileModified)
+                    .SetData(plan.load_again[side]);
+        }
+    } else {
+        input.texts = {TextOf(Side::Original), TextOf(Side::Modified)};
+    }
     input.compared = plan.source == RunSource::Compared ? &Compared() : nullptr;
     input.view = plan.view;
     input.views = plan.views;
@@ -105,16 +114,18 @@ void frmCompareFiles::StartCompare(Plan plan) {
     const auto begun = std::make_shared<Begun>();
     begun->revisions = now_;
     begun->kept_difference = mlCurrentDifference_;
-    begun->options = options_;
+    begun->options = input->options;
     begun->settings = settings_;
     Wait(true);
     window_.EnableFilterButtons(false);
     window_.SetHourglass(true);
     window_.SetAbortVisible(true);
     window_.ShowStatus(StatusPanel::Time, "---");
-    const RunStep first = plan.source == RunSource::ReloadedFiles ? RunStep::ReloadFiles
-                          : plan.source == RunSource::Files       ? RunStep::LoadFiles
-                                                                  : RunStep::PrepareCompare;
+    const bool reloads =
+        plan.source == RunSource::ReloadedFiles || plan.source == RunSource::LoadedAgain;
+    const RunStep first = reloads                           ? RunStep::ReloadFiles
+                          : plan.source == RunSource::Files ? RunStep::LoadFiles
+                                                            : RunStep::PrepareCompare;
     const RunOn where = plan.where;
     begun->plan = std::move(plan);
     StartRun(where, first,
@@ -191,6 +202,10 @@ void frmCompareFiles::EndRun() {
 // ---- its result ----
 
 void frmCompareFiles::HandOver(Begun& begun, CompareOutcome& outcome) {
+    if (begun.plan.source == RunSource::LoadedAgain) {
+        TakeLoadedAgain(begun, outcome);
+        return;
+    }
     last_run_ = outcome.end;
     if (!outcome.detail.empty())
         window_.ShowStatus(StatusPanel::Detail, outcome.detail);
@@ -253,6 +268,7 @@ void frmCompareFiles::TakeLoad(const Begun& begun, CompareOutcome& outcome) {
 // An edit or a change of options since the beginning of the run leaves the result stale.
 void frmCompareFiles::TakeTexts(Begun& begun, CompareOutcome& outcome) {
     load_memory_ = std::move(outcome.memory);
+    WatchLoaded(outcome);
     for (const Side side : kBothSides) {
         ShownDocument& entry = side == Side::Original ? editors_.rtbOriginal : editors_.rtbModified;
         const bool edited = begun.revisions.texts[side] != now_.texts[side];

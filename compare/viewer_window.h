@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "compare/file_window.h"
 #include "compare/view/view_state.h"
 #include "load/document_loader.h"
 
@@ -26,7 +27,7 @@ struct NavigationButtons {
     friend bool operator==(const NavigationButtons&, const NavigationButtons&) = default;
 };
 
-class CompareFilesWindow : public LoadQuestions {
+class CompareFilesWindow : public LoadQuestions, public FileWindow {
   public:
     virtual void ShowStatus(StatusPanel panel, const std::string& text) = 0;
     virtual void SetAbortVisible(
@@ -43,7 +44,8 @@ class CompareFilesWindow : public LoadQuestions {
     virtual void FlashFrame() = 0;
     /// Shows the viewer and gives it the focus.
     virtual void Activate() = 0;
-    /// Asks about edits that are not saved; false when the user wants to stay.
+    /// Asks what the window itself has open, behind the viewer's question about edits; false when
+    /// the user wants to stay.
     virtual bool ConfirmClose() = 0;
     /// The viewer goes: find and replace, and whatever else of it is open.
     virtual void CloseDialogs() = 0;
@@ -87,6 +89,14 @@ class SilentWindow : public CompareFilesWindow {
     void CheckAlignParagraphs(bool) override {}
     std::int32_t AskDifferenceNumber(std::int32_t, std::int32_t) override { return -1; }
     void ShowFindReplace(frmCompareFilesFindReplace&) override {}
+    std::int32_t Choose(const WindowQuestion& question) override { return question.safe; }
+    std::string PickFile(FileQuestion&) override { return {}; }
+    std::unique_ptr<PagePainter> PickPrinter(PrintQuestion&) override { return nullptr; }
+    std::string DefaultPrinter() override { return {}; }
+    void SetDefaultPrinter(const std::string&) override {}
+    void RefreshMargins() override {}
+    void RefreshFileList(Side) override {}
+    void RefreshCaption() override {}
 };
 
 }  // namespace zorvane

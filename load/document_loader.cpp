@@ -238,7 +238,7 @@ void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& byte
     const std::string temp_file = GetTempNameWithDocExtension(*process.platform.temp_files, "RTF");
     if (temp_file.empty() || !WriteWholeFile(temp_file, bytes).ok())
         return;  // the document stays as it came; a rewriting never fails a load
-    RemoveNumberedListAndEmptyLines(process, parts_.telling, parts_.options,
+    RemoveNumberedListAndEmptyLines(Wait(), parts_.telling, parts_.options,
                                     parts_.TextFileExtensions, temp_file, sFile);
     Result<std::string> rewritten = ReadWholeFile(temp_file);
     if (rewritten.ok())
@@ -338,14 +338,6 @@ std::optional<std::string> DocumentLoader::PrepareSlides(const std::string& sFil
             return prepared;
         },
         sFile);
-}
-
-std::optional<std::string> DocumentLoader::Read(const std::string& sFile) {
-    Result<std::string> bytes = ReadWholeFile(sFile);
-    if (bytes.ok())
-        return std::move(bytes).value();
-    LogFailure("Unable to copy file.", sFile, bytes.failure().reason);
-    return std::nullopt;
 }
 
 std::optional<std::string> DocumentLoader::ReadText(const std::string& sFile) {

@@ -17,6 +17,7 @@
 #include "load/conversion_service.h"
 #include "load/file_kind.h"
 #include "load/load_context.h"
+#include "load/text_stream.h"
 #include "load/word_conversion.h"
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
@@ -150,6 +151,7 @@ class DocumentLoader {
     std::optional<std::string> PrepareSlides(const std::string& sFile, Side side);
     std::optional<std::string> Converted(const std::function<bool(const std::string&)>& road,
                                          const std::string& sFile);
+    StreamWait Wait() const;
     std::optional<std::string> Read(const std::string& sFile);
     std::optional<std::string> ReadText(const std::string& sFile);
     std::optional<std::string> ReadUnknown(const std::string& sFile, Side side);

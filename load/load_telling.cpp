@@ -24,6 +24,24 @@ std::string WhyMissing(const std::string& sFile) {
 }  // namespace
 
 // The reason in front is the contract's; what the system said follows on a line of its own.
+StreamWait DocumentLoader::Wait() const {
+    return {*parts_.process.platform.clock, [this] { return KeepGoing(); }};
+}
+
+std::optional<std::string> DocumentLoader::Read(const std::string& sFile) {
+    Result<SettledFile> file = ReadSettledFile(sFile, Wait());
+    if (!file.ok()) {
+        LogFailure("Unable to copy file.", sFile, file.failure().reason);
+        return std::nullopt;
+    }
+    if (file.value().changing)
+        LogMessage(parts_.telling,
+                   ShownName(parts_.telling, sFile) + ": " +
+                       parts_.process.Translate("another program is writing to this file; it is "
+                                                "compared as it stood a moment ago"));
+    return std::move(file.value().bytes);
+}
+
 void DocumentLoader::LogFailure(std::string_view text, const std::string& sFile,
                                 const std::string& reason) {
     system_reason_ = reason;

@@ -6,6 +6,7 @@
 #include "common/base/text_encoding.h"
 #include "common/log_message.h"
 #include "common/platform/files.h"
+#include "common/platform/services.h"
 #include "common/process_state.h"
 #include "compare/document/rtf_reader.h"
 #include "load/file_kind.h"
@@ -168,23 +169,30 @@ bool HasNumberedList(std::string_view rtf) {
     return rtf.find(kNumbering) != std::string_view::npos;
 }
 
-void RemoveNumberedListAndEmptyLines(ProcessState& process, RunTelling& telling,
+void RemoveNumberedListAndEmptyLines(const StreamWait& wait, RunTelling& telling,
                                      clsCompareFileOptions& options, const clsMRU& extensions,
                                      const std::string& sTempFile, const std::string& sFile) {
     if (IsExcluded(sFile, extensions))
         return;
-    Result<std::string> bytes = ReadWholeFile(sTempFile);
-    if (!bytes.ok()) {
-        LogStep(telling, ListStep::Open, bytes.failure().reason);
+    std::string text;
+    const Status read = OpenTextStreamWithDelay(wait, [&]() -> Status {
+        Result<std::string> bytes = ReadWholeFile(sTempFile);
+        if (!bytes.ok())
+            return bytes.failure();
+        text = std::move(bytes).value();
+        return Status::Ok();
+    });
+    if (!read.ok()) {
+        LogStep(telling, ListStep::Open, read.failure().reason);
         return;
     }
-    std::string text = std::move(bytes).value();
     if (!LooksLikeRtf(text))
         return;
     // Kept: plain replacement, so each word that begins so is spoilt, and its text is skipped.
     ReplaceStringFromText(text, kNumbering, "\\pzn");
-    process.platform.clock->Sleep(std::chrono::seconds(options.lLoadDelay.Data()));
-    const Status written = WriteWholeFile(sTempFile, text);
+    wait.clock.Sleep(std::chrono::seconds(options.lLoadDelay.Data()));
+    const Status written =
+        OpenTextStreamWithDelay(wait, [&] { return WriteWholeFile(sTempFile, text); });
     if (written.ok())
         return;
     // Whoever holds the file may let go of it later: the next load waits longer.

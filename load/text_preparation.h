@@ -8,12 +8,12 @@
 
 #include "compare/document/beside.h"
 #include "compare/document/editor.h"
+#include "load/text_stream.h"
 
 namespace zorvane {
 
 class clsMRU;
 class clsCompareFileOptions;
-struct ProcessState;
 class RunTelling;
 
 /// Puts a blank in front of a text that opens with "{", so that nothing takes it for rich text.
@@ -33,7 +33,7 @@ void NumberWithoutEmptyLines(std::u16string_view text, std::vector<BesideItem>& 
 /// Rewrites the raw rich text of a temporary file, so that generated list numbers do not take part.
 /// `sFile` is the user's file, for its extension: those of text and of spreadsheets are left alone.
 /// A temporary file that is not rich text stays as it is. Never fails a load.
-void RemoveNumberedListAndEmptyLines(ProcessState& process, RunTelling& telling,
+void RemoveNumberedListAndEmptyLines(const StreamWait& wait, RunTelling& telling,
                                      clsCompareFileOptions& options, const clsMRU& extensions,
                                      const std::string& sTempFile, const std::string& sFile);
 

@@ -5,6 +5,7 @@
 #include "common/base/text_encoding.h"
 #include "common/file_utilities.h"
 #include "common/platform/files.h"
+#include "compare/document/clipboard.h"
 #include "compare/document/rtf_reader.h"
 #include "load/file_kind.h"
 
@@ -41,24 +42,6 @@ bool IsForeign(const std::string& sFile) {
     return head.ok() && !IsReadHere(head.value(), sFile);
 }
 
-// Cells of a row apart by a tab, none behind the last; lines of a paragraph as lines.
-std::string PlainOf(std::u16string_view text) {
-    constexpr char16_t kCellEnd = 7;
-    constexpr char16_t kLineInParagraph = 11;
-    std::u16string plain;
-    plain.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const bool last = at + 1 == text.size() || text[at + 1] == u'\r';
-        if (text[at] == kLineInParagraph)
-            plain += u'\n';
-        else if (text[at] != kCellEnd)
-            plain += text[at];
-        else if (!last)
-            plain += u'\t';
-    }
-    return ToUtf8(plain);
-}
-
 // The items' paragraphs as lines of the plain text: a line inside a paragraph counts there.
 void NumberByLines(std::u16string_view text, std::vector<BesideItem>& beside) {
     constexpr char16_t kLineInParagraph = 11;
@@ -79,7 +62,7 @@ void NumberByLines(std::u16string_view text, std::vector<BesideItem>& beside) {
 std::string PlainOfRtf(std::string_view bytes, std::vector<BesideItem>& beside) {
     const std::u16string text = ReadRtf(bytes, beside).text;
     NumberByLines(text, beside);
-    return PlainOf(text);
+    return ToUtf8(PlainTextOf(text));
 }
 
 // Rich text holds what lies beside it; of plain text it is given back.

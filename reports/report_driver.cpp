@@ -54,10 +54,13 @@ void LogTarget(ReportSource& source, const char* what, const std::string& file,
 void LogResult(ReportSource& source, ReportResult result, const std::string& file) {
     const Status& status = source.Engine().getReportStatus();
     const std::string reason = status.ok() ? std::string() : status.failure().reason;
-    if (result == ReportResult::TargetNotCreated)
+    if (result == ReportResult::TargetNotCreated) {
         LogTarget(source, "Unable to create target file", file, reason);
-    else
-        TellReportResult(source.Process(), source.Telling(), result);
+        return;
+    }
+    if (result == ReportResult::NotCompared && !reason.empty())
+        Log(source, reason);
+    TellReportResult(source.Process(), source.Telling(), result);
 }
 
 bool IsInput(ReportSource& source, const std::string& file) {
@@ -139,16 +142,21 @@ struct DefaultReport {
     ReportType type;
     std::string CompareFilesSettings::*file;
     bool opened_as_text;
+    bool opened_by_office;
     bool gives_result;
 };
 constexpr DefaultReport kDefaults[] = {
-    {ReportType::Html, &CompareFilesSettings::msgReportFileHTM_MD, false, true},
-    {ReportType::Text, &CompareFilesSettings::msgReportFileTXT_MD, true, false},
-    {ReportType::Csv, &CompareFilesSettings::msgReportFileCSV_MD, false, false},
-    {ReportType::Document, &CompareFilesSettings::msgReportFileDOC_MD, false, true},
+    {ReportType::Html, &CompareFilesSettings::msgReportFileHTM_MD, false, false, true},
+    {ReportType::Text, &CompareFilesSettings::msgReportFileTXT_MD, true, false, false},
+    {ReportType::Csv, &CompareFilesSettings::msgReportFileCSV_MD, false, true, false},
+    {ReportType::Document, &CompareFilesSettings::msgReportFileDOC_MD, false, true, true},
 };
 
-void Open(ReportSource& source, const DefaultReport& report, const std::string& file) {
+// `named` is what the report was to be called, `file` what it is.
+void Open(ReportSource& source, const DefaultReport& report, const std::string& named,
+          const std::string& file) {
+    if (report.opened_by_office)
+        source.ShutDownAppsIfRequired(named);
     const std::string upper = ToUpper(file);
     const bool html_name =
         upper.find("DOC") != std::string::npos || upper.find("HTM") != std::string::npos;
@@ -160,7 +168,8 @@ void Open(ReportSource& source, const DefaultReport& report, const std::string& 
 }
 
 // A word-processor report that could not be written goes to a temporary name, and later ones too.
-ReportResult FallBack(ReportSource& source, const DefaultReport& report, Launch launch) {
+ReportResult FallBack(ReportSource& source, const DefaultReport& report, Launch launch,
+                      const std::string& failed) {
     ProcessState& process = source.Process();
     TempFiles& temp_files = *process.platform.temp_files;
     // Not in the private folder, which goes with the process: the setting names this file later.
@@ -180,7 +189,7 @@ ReportResult FallBack(ReportSource& source, const DefaultReport& report, Launch 
     source.ReportSettings().msgReportFileDOC_MD = temporary;
     source.TellStep(RunStep::LaunchReport);
     if (launch == Launch::Yes)
-        Open(source, report, temporary);
+        Open(source, report, failed, temporary);
     return result;
 }
 
@@ -263,10 +272,10 @@ ReportResult CreateDefaultReport(ReportSource& source, const DefaultReport& repo
     if (written == ReportResult::Ok) {
         source.TellStep(RunStep::LaunchReport);
         if (launch == Launch::Yes)
-            Open(source, report, file);
+            Open(source, report, file, file);
     }
     if (report.type == ReportType::Document && written == ReportResult::TargetNotWritten)
-        return FallBack(source, report, launch);
+        return FallBack(source, report, launch, file);
     return report.gives_result ? written : ReportResult::Ok;
 }
 

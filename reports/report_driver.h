@@ -27,6 +27,8 @@ class ReportSource {
     /// Puts the word-processor report together and saves it.
     virtual Status SaveDocumentReport(const std::string& file) = 0;
     virtual void TellStep(RunStep step) = 0;
+    /// Lets go of an office suite that holds files of that type, before the user's own opens one.
+    virtual void ShutDownAppsIfRequired(const std::string& file) = 0;
     virtual void ShowReportMessage(const std::string& text, const std::string& title) = 0;
     /// The title that a command line gave; empty: none.
     virtual std::string CommandLineTitle() const = 0;

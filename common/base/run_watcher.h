@@ -21,7 +21,9 @@ enum class RunStep : std::uint8_t {
     MarkSections,  ///< detail of the marking
     MarkLetters,   ///< detail of the marking
     WriteReport,
-    LaunchReport
+    LaunchReport,
+    Save,  ///< of an editor
+    Print
 };
 
 /// One for a whole run: loading, engine, marking, reports. Called from the thread that computes.

@@ -6,6 +6,7 @@
 #include "common/base/unit_search.h"
 #include "common/platform/files.h"
 #include "common/platform/services.h"
+#include "compare/document/clipboard.h"
 
 namespace zorvane {
 namespace {
@@ -128,6 +129,24 @@ CharPos clsRTBDocument::GetLastCharLocationOfParagraph(ParagraphNumber number) c
 
 void clsRTBDocument::SetLastCharLocationOfParagraph(ParagraphNumber number, CharPos value) {
     paragraphs_.SetLastChar(number, value);
+}
+
+void clsRTBDocument::Cut(Clipboard& clipboard) {
+    if (editor_->Selection().length == 0)
+        return;
+    Copy(clipboard);
+    editor_->ReplaceSelection(std::u16string_view());
+}
+
+void clsRTBDocument::Copy(Clipboard& clipboard) const {
+    if (editor_->Selection().length > 0)
+        clipboard.Put(ClipboardTextOf(editor_->SelectedRich()));
+}
+
+void clsRTBDocument::Paste(const Clipboard& clipboard) {
+    const RichText text = RichTextOf(clipboard.Get(), editor_->SelectionFormat());
+    if (!text.Empty())
+        editor_->ReplaceSelection(text);
 }
 
 void clsRTBDocument::SetCursorAt(ParagraphNumber number) {

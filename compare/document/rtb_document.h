@@ -15,6 +15,7 @@
 
 namespace zorvane {
 
+class Clipboard;
 class Clock;
 class Sound;
 
@@ -50,6 +51,11 @@ class clsRTBDocument {
 
     void Clear() { editor_->Clear(); }
     void SelectAll() { editor_->SelectAll(); }
+    /// The selection goes to the clipboard; nothing selected leaves both as they are.
+    void Cut(Clipboard& clipboard);
+    void Copy(Clipboard& clipboard) const;
+    /// In place of the selection, the caret behind it; an empty clipboard changes nothing.
+    void Paste(const Clipboard& clipboard);
     void Undo() { editor_->Undo(); }
     /// The caret in front of the break of a paragraph; for 0 in front of the first.
     void SetCursorAt(ParagraphNumber number);

@@ -1,12 +1,12 @@
 #include "compare/document/rtf_page.h"
 
 #include <algorithm>
-#include <numeric>
 #include <string_view>
 #include <vector>
 
 #include "compare/document/rtf_body.h"
 #include "compare/document/rtf_output.h"
+#include "compare/document/table_columns.h"
 
 namespace zorvane {
 namespace {
@@ -51,29 +51,6 @@ std::vector<Paragraph> ParagraphsOf(std::u16string_view text) {
     return paragraphs;
 }
 
-// Where the cells of neighbouring rows end: each column as wide as its longest text asks for,
-// within the page.
-std::vector<std::int32_t> CellEnds(std::u16string_view text, const Paragraph* first,
-                                   const Paragraph* last) {
-    std::vector<std::int32_t> widths;
-    for (const Paragraph* row = first; row != last; ++row) {
-        std::size_t begin = row->begin;
-        for (std::size_t cell = 0; cell < row->cells; ++cell) {
-            const std::size_t end = text.find(kRtfCell, begin);
-            const auto units = static_cast<std::int32_t>(std::min<std::size_t>(end - begin, 60));
-            if (cell == widths.size())
-                widths.push_back(0);
-            widths[cell] = std::max(widths[cell], 400 + 120 * std::max(units, 4));
-            begin = end + 1;
-        }
-    }
-    const std::int32_t whole = std::accumulate(widths.begin(), widths.end(), 0);
-    std::int32_t end = 0;
-    for (std::int32_t& width : widths)
-        width = end += whole > kPageWidth ? std::max(width * kPageWidth / whole, 60) : width;
-    return widths;
-}
-
 class PageWriter {
   public:
     PageWriter(const RichText& text, TableForm tables, RunWatcher* watcher)
@@ -99,7 +76,10 @@ class PageWriter {
                         --table_end;
                         break;
                     }
-                ends = CellEnds(text_.text, &paragraphs_[i], paragraphs_.data() + table_end);
+                const std::size_t first = paragraphs_[i].begin;
+                ends = CellEnds(std::u16string_view(text_.text)
+                                    .substr(first, paragraphs_[table_end - 1].end - first),
+                                kPageWidth);
             }
             Row(paragraphs_[i], ends);
         }

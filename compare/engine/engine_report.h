@@ -19,6 +19,7 @@ enum class ReportResult : std::int32_t {
     MasterNotLoaded = -3,
     SourceNotLoaded = -4,
     TargetNotCreated = -5,
+    NotCompared = -6,  ///< both files are there; the reason was told: a bad expression
     TargetNotWritten = -21
 };
 

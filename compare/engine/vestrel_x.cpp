@@ -211,6 +211,18 @@ const std::vector<DifferenceRecord>& VestrelX::Records() const {
     return state_->comparison.records;
 }
 
+ReportResult VestrelX::WhyNotCompared() {
+    State& state = *state_;
+    state.report_status = Status::Ok();
+    if (!state.from_files)
+        return ReportResult::NotCompared;
+    state.report_status = CheckReadable(state.files.original.path);
+    if (!state.report_status.ok())
+        return ReportResult::MasterNotLoaded;
+    state.report_status = CheckReadable(state.files.modified.path);
+    return state.report_status.ok() ? ReportResult::NotCompared : ReportResult::SourceNotLoaded;
+}
+
 ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType type,
                                           std::int32_t flags, RunWatcher* watcher) {
     State& state = *state_;
@@ -218,16 +230,12 @@ ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType ty
     if (type == ReportType::Document)
         return ReportResult::TargetNotCreated;
     if (state.from_files) {
-        state.report_status = CheckReadable(state.files.original.path);
-        if (!state.report_status.ok())
-            return ReportResult::MasterNotLoaded;
-        state.report_status = CheckReadable(state.files.modified.path);
-        if (!state.report_status.ok())
-            return ReportResult::SourceNotLoaded;
+        if (const ReportResult why = WhyNotCompared(); why != ReportResult::NotCompared)
+            return why;
         state.report_status = state.CompareBytes(
             {state.files.original.file.Bytes(), state.files.modified.file.Bytes()}, true);
         if (!state.report_status.ok())
-            return ReportResult::MasterNotLoaded;
+            return ReportResult::NotCompared;
     }
     ReportModel model{state.comparison};
     model.title = state.report_title;

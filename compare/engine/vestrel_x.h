@@ -86,6 +86,9 @@ class VestrelX {
     /// A report that the watcher stopped leaves no file.
     ReportResult CreateEngineReport(const std::string& file, ReportType type, std::int32_t flags,
                                     RunWatcher* watcher = nullptr);
+    /// Why a compare of the two files gave nothing: one of them cannot be read (then
+    /// `getReportStatus` says more), or there is another reason, which the compare told.
+    ReportResult WhyNotCompared();
     /// What the system said when the last report could not be written: the file and the reason.
     const Status& getReportStatus() const;
 

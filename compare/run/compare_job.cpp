@@ -43,14 +43,12 @@ class CompareJob {
     }
 
     CompareOutcome Run() {
-        const bool loads =
-            input_.source == RunSource::Files || input_.source == RunSource::ReloadedFiles;
         RunEnd end = RunEnd::Finished;
-        if (loads && !Load()) {
+        if (Loads() && !Load()) {
             out_.load_failed = true;
             end = RunEnd::Failed;
         }
-        if (end == RunEnd::Finished)
+        if (end == RunEnd::Finished && input_.source != RunSource::LoadedAgain)
             end = Compare();
         if (!watcher_.KeepGoing())
             end = RunEnd::Aborted;
@@ -67,6 +65,9 @@ class CompareJob {
 
   private:
     bool Silent() const { return input_.telling.manner.bSilent; }
+    bool Loads() const {
+        return input_.source != RunSource::Texts && input_.source != RunSource::Compared;
+    }
     bool ViewsWanted() const { return input_.views == BuildViews::Yes; }
     bool Plain() const { return input_.options.bRemoveFormatting.Data(); }
     DocumentEditor& EditorOf(Side side) {
@@ -103,25 +104,46 @@ class CompareJob {
                                &watcher_, input_.service});
     }
 
+    bool Wants(Side side) const {
+        return input_.source != RunSource::LoadedAgain || input_.load_again[side];
+    }
+
     bool Load() {
         const bool again = input_.source == RunSource::ReloadedFiles;
-        watcher_.Progress(again ? RunStep::ReloadFiles : RunStep::LoadFiles, 0);
+        watcher_.Progress(
+            input_.source == RunSource::Files ? RunStep::LoadFiles : RunStep::ReloadFiles, 0);
         PerSide<clsMRU> unused;  // the viewer remembers what was loaded
         DocumentLoader loader = MakeLoader(unused);
         loader.Memory() = std::move(input_.memory);
         if (again && !Silent())
             Advise(loader);
-        loader.Expect(Side::Original, input_.options.sFileOriginal.Data(), Reload::WhenChanged);
+        if (Wants(Side::Original))
+            loader.Expect(Side::Original, input_.options.sFileOriginal.Data(), HowToLoad());
         bool loaded = true;
         for (const Side side : {Side::Modified, Side::Original}) {
-            std::string file = side == Side::Original ? input_.options.sFileOriginal.Data()
-                                                      : input_.options.sFileModified.Data();
-            loaded =
-                loaded && watcher_.KeepGoing() && loader.LoadSide(side, file, Reload::WhenChanged);
+            loaded = loaded && (!Wants(side) || (watcher_.KeepGoing() && LoadSide(loader, side)));
             out_.tried[side] = unused[side].Count() > 0;
         }
         out_.memory = std::move(loader.Memory());
         return loaded && watcher_.KeepGoing();
+    }
+
+    Reload HowToLoad() const {
+        return input_.source == RunSource::LoadedAgain ? Reload::Forced : Reload::WhenChanged;
+    }
+
+    bool LoadSide(DocumentLoader& loader, Side side) {
+        const std::string wanted = side == Side::Original ? input_.options.sFileOriginal.Data()
+                                                          : input_.options.sFileModified.Data();
+        std::string file = wanted;
+        // Before the load: what is written meanwhile is then seen as a change.
+        out_.stamps[side] = FileStampOf(file);
+        if (!loader.LoadSide(side, file, HowToLoad()))
+            return false;
+        if (file != wanted)  // the user picked another
+            out_.stamps[side] = FileStampOf(file);
+        out_.looked_at[side] = true;
+        return true;
     }
 
     void Advise(DocumentLoader& loader) {
@@ -142,14 +164,12 @@ class CompareJob {
 
     // What was not loaded comes from the input.
     void TakeTexts() {
-        const bool loads =
-            input_.source == RunSource::Files || input_.source == RunSource::ReloadedFiles;
         for (const Side side : kBothSides) {
             if (!out_.loaded[side] && input_.texts[side] != nullptr && watcher_.KeepGoing())
                 EditorOf(side).editor.SetRich(RichText(*input_.texts[side]));
         }
-        out_.viewer_font = (loads && IsText()) || (ViewsWanted() && Plain());
-        if (loads && IsText())
+        out_.viewer_font = (Loads() && IsText()) || (ViewsWanted() && Plain());
+        if (Loads() && IsText())
             UseFont(editors_, Wanted());
         if (ViewsWanted() && watcher_.KeepGoing())
             PrepareTexts(editors_, Wanted());
@@ -252,9 +272,7 @@ class CompareJob {
         out_.looks = {LookOf(*out_.texts.original), LookOf(*out_.texts.modified)};
     }
 
-    const LoadMemory& Memory() const {
-        return input_.source == RunSource::Texts ? input_.memory : out_.memory;
-    }
+    const LoadMemory& Memory() const { return Loads() ? out_.memory : input_.memory; }
 
     // ---- the result ----
 
@@ -262,8 +280,21 @@ class CompareJob {
         return {editor.editor.TakeRich(), editor.document.TakeParagraphs()};
     }
 
+    void HandOutTexts() {
+        for (const Side side : kBothSides) {
+            if (!out_.loaded[side])
+                continue;
+            EditorOf(side).document.ParagraphCollectionCreate();
+            out_.sources[side] = Take(EditorOf(side));
+        }
+    }
+
     void HandOut() {
         out_.memory = Memory();
+        if (input_.source == RunSource::LoadedAgain) {
+            HandOutTexts();
+            return;
+        }
         out_.view = input_.view;
         out_.views_built = ViewsWanted();
         if (ViewsWanted()) {

@@ -11,6 +11,7 @@
 
 #include "common/base/run_watcher.h"
 #include "common/base/side.h"
+#include "common/platform/file_stamp.h"
 #include "common/process_state.h"
 #include "compare/document/paragraphs.h"
 #include "compare/document/rich_text.h"
@@ -44,6 +45,7 @@ enum class RunSource {
     Texts,          ///< `CompareInput::texts`
     Files,          ///< the two files of the options, for a command line
     ReloadedFiles,  ///< the same, for the Refresh button, with the advice that a user gets
+    LoadedAgain,    ///< the files of `load_again`, which are loaded and not compared
     Compared        ///< `texts`, which `compared` tells of already: only the view is built
 };
 
@@ -73,7 +75,8 @@ struct CompareInput {
     clsMRU TextFileExtensions;
     LoadMemory memory;
     RunSource source = RunSource::Texts;
-    PerSide<SharedText> texts;             ///< of the editors; of what is not loaded anew
+    PerSide<SharedText> texts;  ///< of the editors; of what is not loaded anew
+    PerSide<bool> load_again{false, false};
     const Comparison* compared = nullptr;  ///< borrowed
     View view = View::SideBySide;
     BuildViews views = BuildViews::Yes;
@@ -99,6 +102,8 @@ struct CompareOutcome {
     // Only after a whole run.
     PerSide<SharedText> texts;  ///< as they were compared
     PerSide<bool> loaded{false, false};
+    PerSide<bool> looked_at{false, false};  ///< its file is the one that `stamps` tells of
+    PerSide<std::optional<FileStamp>> stamps;
     PerSide<ResultText> sources;           ///< of a side that was loaded, for its editor
     std::optional<Comparison> comparison;  ///< nothing when the run got one
     bool viewer_font = false;              ///< both texts were given the viewer's font

@@ -4,6 +4,7 @@
 
 #include "common/run_telling.h"
 #include "compare/document/memory_editor.h"
+#include "load/file_kind.h"
 
 namespace zorvane {
 namespace {
@@ -31,6 +32,9 @@ class ReportRun : private ReportSource {
     const clsCompareFileOptions& ReportOptions() const override { return input_.options; }
     CompareFilesSettings& ReportSettings() override { return input_.settings; }
     void TellStep(RunStep step) override { watcher_.Progress(step, 0); }
+    void ShutDownAppsIfRequired(const std::string& file) override {
+        LetGoOfOffice(*input_.service, file);
+    }
     void ShowReportMessage(const std::string& text, const std::string& title) override {
         input_.questions->ShowMessage(text, title);
     }
@@ -65,6 +69,12 @@ class ReportRun : private ReportSource {
 };
 
 }  // namespace
+
+void LetGoOfOffice(ConversionService& service, const std::string& file) {
+    // One worker serves documents and sheets.
+    if (ExtensionContains(file, "XLS CSV DOC RTF"))
+        service.SetOfficeStays(false);
+}
 
 ReportOutcome RunReport(ReportInput input, RunWatcher& watcher) {
     return ReportRun(std::move(input), watcher).Run();

@@ -30,6 +30,10 @@ struct ReportWanted {
     std::int32_t style = 1;
 };
 
+/// An office suite that stays for the next file goes, where the user's own copy is about to open
+/// `file`.
+void LetGoOfOffice(ConversionService& service, const std::string& file);
+
 /// What is borrowed is of no other run meanwhile; the rest is the run's own.
 struct ReportInput {
     ProcessState& process;
@@ -41,6 +45,7 @@ struct ReportInput {
     DocumentReportTexts texts;
     ReportWanted wanted;
     LoadQuestions* questions = nullptr;
+    ConversionService* service = nullptr;  ///< whose office suite is let go of
 };
 
 struct ReportOutcome {

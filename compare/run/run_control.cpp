@@ -25,7 +25,8 @@ struct StepRow {
     const char* front;
     Number number;
     const char* back;
-    const char* fixed_back = "";  ///< behind it, in every language
+    const char* fixed_back = "";   ///< behind it, in every language
+    const char* fixed_front = "";  ///< between the front and the number
 };
 constexpr StepRow kSteps[] = {
     {RunStep::LoadFiles, true, "Loading files", Number::None, "", "..."},
@@ -43,6 +44,8 @@ constexpr StepRow kSteps[] = {
     {RunStep::MarkLetters, true, "By Character: ", Number::Percent, "% Done"},
     {RunStep::WriteReport, true, "Creating Report", Number::None, ""},
     {RunStep::LaunchReport, true, "Launching Report", Number::None, ""},
+    {RunStep::Save, true, "Saving", Number::None, "", "..."},
+    {RunStep::Print, true, "Printing", Number::Percent, "", "%", ": "},
 };
 
 const StepRow* RowOf(RunStep step) {
@@ -83,8 +86,8 @@ std::string StepText(ProcessState& process, RunStep step, double part) {
     const StepRow* row = RowOf(step);
     if (row == nullptr)
         return {};
-    return process.Translate(row->front) + NumberText(*row, part) + process.Translate(row->back) +
-           row->fixed_back;
+    return process.Translate(row->front) + row->fixed_front + NumberText(*row, part) +
+           process.Translate(row->back) + row->fixed_back;
 }
 
 void RunControl::Progress(RunStep step, double part) {

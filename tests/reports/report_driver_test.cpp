@@ -1,6 +1,7 @@
 #include "reports/report_driver.h"
 
 #include <filesystem>
+#include <functional>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
@@ -38,6 +39,9 @@ class FakeSource : public ReportSource {
         return WriteWholeFile(file, "{\\rtf1}");
     }
     void TellStep(RunStep step) override { steps.push_back(step); }
+    void ShutDownAppsIfRequired(const std::string& file) override {
+        system.shell().calls.push_back("let go " + file);
+    }
     void ShowReportMessage(const std::string& text, const std::string& heading) override {
         shown.push_back(heading + "|" + text);
     }
@@ -157,11 +161,45 @@ TEST_F(ReportDriver, TellsWhyAReportIsNotWritten) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("readonly")));
 }
 
-TEST_F(ReportDriver, TellsThatALineFileIsGone) {
-    source_.Engine().putMasterFile(folder_.Path("none"));
-    EXPECT_EQ(Write(folder_.Path("r.htm")), ReportResult::MasterNotLoaded);
-    EXPECT_NE(Log().find("Unable to load master file for comparison"), std::string::npos);
-    EXPECT_FALSE(Exists("r.htm"));
+// Each code has its own cause and its own words, and no other cause has them.
+TEST_F(ReportDriver, HasACodeForEachCause) {
+    struct Row {
+        const char* name;
+        std::function<void(FakeSource&)> cause;
+        ReportResult result;
+        const char* words;  // all that is told, but for the system's own words
+    };
+    struct Stop : RunWatcher {
+        bool KeepGoing() override { return false; }
+    } stop;
+    const Row rows[] = {
+        {"nothing", [](FakeSource&) {}, ReportResult::Ok, ""},
+        {"the user stopped the report", [&](FakeSource& source) { source.watcher = &stop; },
+         ReportResult::Aborted, "Compare was aborted, no report can be generated\r\n"},
+        {"the original is gone",
+         [](FakeSource& source) { source.Engine().putMasterFile("/none/m"); },
+         ReportResult::MasterNotLoaded, "Unable to load master file for comparison\r\n"},
+        {"the modified is gone",
+         [](FakeSource& source) { source.Engine().putSourceFile("/none/s"); },
+         ReportResult::SourceNotLoaded, "Unable to load source file for comparison\r\n"},
+        {"an expression that cannot be understood",
+         [](FakeSource& source) {
+             source.Engine().putFilterExpression("(");
+             source.Engine().putFilterEnabled(true);
+         },
+         ReportResult::NotCompared, "XX\r\n"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        FakeSource source(folder_);
+        row.cause(source);
+        std::filesystem::remove(folder_.Path("log"));
+        std::filesystem::remove(folder_.Path("r.htm"));
+        std::string file = folder_.Path("r.htm");
+        EXPECT_EQ(CreateReport(source, file, ReportType::Html, 1), row.result);
+        EXPECT_EQ(Log(), row.words);
+        EXPECT_EQ(Exists("r.htm"), row.result == ReportResult::Ok);
+    }
 }
 
 TEST_F(ReportDriver, ReplacesWhatALinkLeadsTo) {
@@ -188,7 +226,9 @@ TEST_F(ReportDriver, OpensEachDefaultReportInItsOwnWay) {
     EXPECT_EQ(Opened(), (std::vector{
                             "open " + settings.msgReportFileHTM_MD,
                             "edit " + settings.msgReportFileTXT_MD,
+                            "let go " + settings.msgReportFileCSV_MD,
                             "open " + settings.msgReportFileCSV_MD,
+                            "let go " + settings.msgReportFileDOC_MD,
                             "open " + settings.msgReportFileDOC_MD,
                         }));
     Opened().clear();
@@ -216,13 +256,14 @@ TEST_F(ReportDriver, HandsBackTheFailureOfHtmlAlone) {
 }
 
 TEST_F(ReportDriver, PutsAHeldDocumentUnderATemporaryName) {
-    source_.held_by_another = source_.settings.msgReportFileDOC_MD;
+    const std::string held = source_.settings.msgReportFileDOC_MD;
+    source_.held_by_another = held;
     EXPECT_EQ(WriteDefault(ReportType::Document), ReportResult::Ok);
     const std::string& fallback = source_.settings.msgReportFileDOC_MD;
     EXPECT_NE(fallback.find("/ZV_"), std::string::npos) << fallback;
     EXPECT_TRUE(fallback.ends_with(".DOC"));
     EXPECT_TRUE(std::filesystem::exists(fallback));
-    EXPECT_EQ(Opened(), std::vector{"open " + fallback});
+    EXPECT_EQ(Opened(), (std::vector{"let go " + held, "open " + fallback}));
     EXPECT_TRUE(source_.shown.empty());
 }
 

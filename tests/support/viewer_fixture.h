@@ -13,6 +13,7 @@
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"
 #include "tests/support/fakes.h"
+#include "tests/support/file_answers.h"
 #include "tests/support/rich_text_notation.h"
 
 namespace zorvane {
@@ -52,6 +53,13 @@ class RecordingWindow : public SilentWindow {
     void CheckAlignParagraphs(bool on) override { aligned = on; }
     std::int32_t AskDifferenceNumber(std::int32_t, std::int32_t) override { return number; }
     void ShowFindReplace(frmCompareFilesFindReplace& shown) override { find = &shown; }
+    std::int32_t Choose(const WindowQuestion& question) override { return files.Choose(question); }
+    std::string PickFile(FileQuestion& question) override { return files.PickFile(question); }
+    std::unique_ptr<PagePainter> PickPrinter(PrintQuestion& question) override {
+        return files.PickPrinter(question);
+    }
+
+    FileAnswers files;
 
     std::map<StatusPanel, std::string> status;
     std::vector<std::string> main_texts;

@@ -1,0 +1,44 @@
+#include "compare/document/table_columns.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "compare/document/rtf_output.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::size_t kMostUnits = 60;  // a longer text wraps
+constexpr std::size_t kLeastUnits = 4;
+constexpr std::int32_t kLeastWidth = 60;
+
+}  // namespace
+
+std::vector<std::int32_t> CellEnds(std::u16string_view rows, std::int32_t page_width) {
+    constexpr std::u16string_view kMarks = u"\a\r";  // the end of a cell, the end of a row
+    std::vector<std::int32_t> widths;
+    std::size_t column = 0;
+    for (std::size_t begin = 0; begin < rows.size();) {
+        const std::size_t end = std::min(rows.find_first_of(kMarks, begin), rows.size());
+        if (end < rows.size() && rows[end] == kRtfCell) {
+            const auto units =
+                static_cast<std::int32_t>(std::clamp(end - begin, kLeastUnits, kMostUnits));
+            if (column == widths.size())
+                widths.push_back(0);
+            widths[column] = std::max(widths[column], 400 + 120 * units);
+            ++column;
+            begin = end + 1;
+        } else {
+            column = 0;
+            begin = end + 2;
+        }
+    }
+    const std::int32_t whole = std::accumulate(widths.begin(), widths.end(), 0);
+    std::int32_t end = 0;
+    for (std::int32_t& width : widths)
+        width = end +=
+            whole > page_width ? std::max(width * page_width / whole, kLeastWidth) : width;
+    return widths;
+}
+
+}  // namespace zorvane

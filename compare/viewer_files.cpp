@@ -1,0 +1,216 @@
+// The Compare Files viewer and files: saving and printing of its editors, and what happens to the
+// compared files on the disk.
+#include <utility>
+
+#include "common/process_state.h"
+#include "compare/compare_files_viewer.h"
+#include "compare/viewer_printing.h"
+#include "compare/viewer_saving.h"
+
+namespace zorvane {
+
+namespace {
+
+EditorTarget TargetOf(Side side) {
+    return side == Side::Original ? EditorTarget::Original : EditorTarget::Modified;
+}
+
+}  // namespace
+
+ShownDocument& frmCompareFiles::DocumentOf(EditorTarget target) {
+    switch (target) {
+        case EditorTarget::AllInOneDiff:
+            return editors_.rtbAIODiff;
+        case EditorTarget::OriginalDiffFinal:
+            return editors_.rtbOriginalDiffFinal;
+        case EditorTarget::ModifiedDiffFinal:
+            return editors_.rtbModifiedDiffFinal;
+        case EditorTarget::Original:
+            return editors_.rtbOriginal;
+        case EditorTarget::Modified:
+            break;
+    }
+    return editors_.rtbModified;
+}
+
+// ---- saving ----
+
+SaveOutcome frmCompareFiles::SaveActiveEditorAs() {
+    return SaveEditor(mlActiveEditor_);
+}
+
+SaveOutcome frmCompareFiles::SaveEditor(EditorTarget target) {
+    SaveOutcome outcome;
+    if (!IsEnabled(ViewerCommand::Save))
+        return outcome;
+    window_.SetHourglass(true);
+    window_.SetAbortVisible(true);
+    PerSide<std::uint32_t> saved;  // how often each text was edited when it was written
+    const auto work = [this, target, &outcome, &saved](ViewerRun& run) {
+        RunControl& control = run.Control();
+        NativeTrellisPage page(process_.platform, conversions_,
+                               [&control](std::int32_t) { return control.KeepGoing(); });
+        outcome = SaveEditorAs({process_, telling_, window_, settings_, TextFileExtensions_, page,
+                                [this, &saved](EditorTarget shown) -> const Editor& {
+                                    saved = now_.texts;
+                                    return DocumentOf(shown).editor;
+                                },
+                                [this, &run](std::string& file) { return SaveAllInOne(file, run); },
+                                [this, &saved](Side side, const std::string& file) {
+                                    SelectSavedFile(side, file, saved[side]);
+                                },
+                                &control},
+                               target);
+    };
+    StartRun(RunOn::ThisThread, RunStep::Save, {work, [this] {
+                                                    window_.SetHourglass(false);
+                                                    window_.SetAbortVisible(false);
+                                                    window_.ShowStatus(StatusPanel::Detail,
+                                                                       Translate("Ready"));
+                                                }});
+    return outcome;
+}
+
+// What is shown is saved, so nothing is compared before.
+ReportResult frmCompareFiles::SaveAllInOne(std::string& file, ViewerRun& run) {
+    DocumentReportTexts texts = DocumentTexts();
+    texts.all_in_one = editors_.rtbAIODiff.editor.Rich();
+    texts.additions.reset();
+    texts.deletions.reset();
+    texts.changes.reset();
+    ReportInput input =
+        ReportInputFor({false, Launch::No, file, ReportType::Document, 0}, std::move(texts));
+    input.questions = &run.Questions();
+    return RunReport(std::move(input), run.Control()).result;
+}
+
+// What was typed while the text was converted is not in the file.
+void frmCompareFiles::SelectSavedFile(Side side, const std::string& file, std::uint32_t edits) {
+    recent_files_[side].AddUniqueItemToCollection(file);
+    (side == Side::Original ? options_.sFileOriginal : options_.sFileModified).SetData(file);
+    if (edits == now_.texts[side])
+        DocumentOf(TargetOf(side)).editor.SetCleanPoint();
+    file_watch_.Watch(side, file, file_watch_.StampOf(file));
+}
+
+// ---- printing ----
+
+PrintEnd frmCompareFiles::PrintActiveEditor() {
+    PrintEnd end = PrintEnd::Cancelled;
+    if (!IsEnabled(ViewerCommand::Save))
+        return end;
+    window_.SetAbortVisible(true);
+    const auto work = [this, &end](ViewerRun& run) {
+        end = PrintEditor({process_, telling_, window_, settings_, &run.Control()},
+                          DocumentOf(mlActiveEditor_).editor, TitleOf(mlActiveEditor_));
+    };
+    const auto tell = [this, &end] {
+        window_.SetAbortVisible(false);
+        window_.ShowStatus(StatusPanel::Detail,
+                           Translate(end == PrintEnd::Stopped ? kPrintStopped : "Ready"));
+    };
+    StartRun(RunOn::ThisThread, RunStep::Print, {work, tell});
+    return end;
+}
+
+// A side's file says more than what its editor is called.
+std::string frmCompareFiles::TitleOf(EditorTarget target) const {
+    const std::string& original = options_.sFileOriginal.Data();
+    const std::string& modified = options_.sFileModified.Data();
+    if (target == EditorTarget::Original && !original.empty())
+        return original;
+    if (target == EditorTarget::Modified && !modified.empty())
+        return modified;
+    return EditorTitle(target);
+}
+
+// ---- what would be lost ----
+
+bool frmCompareFiles::MayLoseEdits(LosingStep step) {
+    std::vector<EditedText> texts;
+    for (const Side side : kBothSides)
+        texts.push_back({TitleOf(TargetOf(side)),
+                         [this, side] { return DocumentOf(TargetOf(side)).editor.IsModified(); },
+                         [this, side] { return SaveBeforeLosing(side); }});
+    return UnsavedEdits(process_, window_).MayGoOn(step, texts);
+}
+
+bool frmCompareFiles::SaveBeforeLosing(Side side) {
+    if (!IsEnabled(ViewerCommand::Save)) {
+        window_.ShowMessage(
+            Translate("Nothing can be saved while a compare goes on. Abort it or wait for its end, "
+                      "and try again."),
+            Translate("Save"));
+        return false;
+    }
+    return SaveEditor(TargetOf(side)).end == SaveEnd::Saved;
+}
+
+// ---- files on the disk ----
+
+void frmCompareFiles::CheckFilesOnDisk() {
+    // A question runs the window's events, and with them the timer that comes here.
+    if (!IsEnabled(ViewerCommand::Refresh) || asking_about_files_)
+        return;
+    asking_about_files_ = true;
+    PerSide<std::string> again;
+    for (const FileNotice& notice : file_watch_.Poll(process_.platform.clock->TickMilliseconds())) {
+        bool unsaved = false;
+        for (const Side side : kBothSides)
+            unsaved =
+                unsaved || (notice.sides[side] && DocumentOf(TargetOf(side)).editor.IsModified());
+        const bool load = window_.Choose(QuestionOf(process_, notice, unsaved)) == 0;
+        for (const Side side : kBothSides) {
+            if (load && notice.news == FileNews::Changed && notice.sides[side])
+                again[side] = notice.path;
+        }
+    }
+    asking_about_files_ = false;
+    if (!again.original.empty() || !again.modified.empty())
+        LoadAgain(again);
+}
+
+void frmCompareFiles::LoadAgain(const PerSide<std::string>& files) {
+    Plan plan;
+    plan.source = RunSource::LoadedAgain;
+    plan.view = view_;
+    plan.where = where_;
+    plan.load_again = files;
+    StartCompare(std::move(plan));
+}
+
+// Nothing was compared: the last result stays, and is stale by its text.
+void frmCompareFiles::TakeLoadedAgain(Begun& begun, CompareOutcome& outcome) {
+    const bool finished = outcome.end == RunEnd::Finished;
+    if (outcome.end != RunEnd::Aborted)
+        TakeLoad(begun, outcome);
+    if (finished) {
+        load_memory_ = std::move(outcome.memory);
+        WatchLoaded(outcome);
+        for (const Side side : kBothSides) {
+            if (!outcome.loaded[side])
+                continue;
+            ShownDocument& shown = DocumentOf(TargetOf(side));
+            shown.editor.SetRich(std::move(outcome.sources[side].text));
+            shown.document.SetParagraphs(std::move(outcome.sources[side].paragraphs));
+        }
+    }
+    window_.SetHourglass(false);
+    Wait(false);
+    window_.ShowStatus(StatusPanel::Time, "");
+    window_.ShowStatus(StatusPanel::Main, Translate(finished ? "Diff View not fresh" : "Ready"));
+    window_.SetAbortVisible(false);
+    window_.EnableFilterButtons(true);
+}
+
+void frmCompareFiles::WatchLoaded(const CompareOutcome& outcome) {
+    for (const Side side : kBothSides) {
+        if (outcome.looked_at[side])
+            file_watch_.Watch(side,
+                              side == Side::Original ? outcome.options.sFileOriginal.Data()
+                                                     : outcome.options.sFileModified.Data(),
+                              outcome.stamps[side]);
+    }
+}
+
+}  // namespace zorvane

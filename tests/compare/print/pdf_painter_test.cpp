@@ -1,0 +1,97 @@
+#include "compare/print/pdf_painter.h"
+
+#include <gtest/gtest.h>
+
+#include "common/platform/files.h"
+#include "compare/print/print_job.h"
+#include "tests/support/temp_folder.h"
+
+namespace zorvane {
+namespace {
+
+std::string Found(const std::string& text, const std::string& word) {
+    const std::size_t at = text.find(word);
+    return at == std::string::npos ? "" : text.substr(at, word.size());
+}
+
+class PdfFile : public testing::Test {
+  protected:
+    std::string Print(std::u16string_view text) {
+        file_ = folder_.Path("out.pdf");
+        Result<PdfPainter> painter = PdfPainter::Begin(file_, "A title");
+        EXPECT_TRUE(painter.ok());
+        const RichText rich = RichText::Plain(text);
+        EXPECT_TRUE(PrintRTF({rich, {}, {"t", "d"}}, painter.value(), nullptr).ok());
+        remark_ = painter.value().Remark();
+        return folder_.Read("out.pdf");
+    }
+
+    TempFolder folder_;
+    std::string file_;
+    std::string remark_;
+};
+
+// Every entry of the table of places leads to the object of its number.
+TEST_F(PdfFile, IsWhole) {
+    const std::string pdf = Print(u"one\ftwo\fthree");
+    EXPECT_TRUE(pdf.starts_with("%PDF-1.4"));
+    EXPECT_TRUE(pdf.ends_with("%%EOF\n"));
+    EXPECT_EQ(Found(pdf, "/Count 3"), "/Count 3");
+    const std::size_t start = pdf.rfind("startxref\n") + 10;
+    std::size_t row = std::stoul(pdf.substr(start));
+    ASSERT_EQ(pdf.substr(row, 7), "xref\n0 ");
+    const std::size_t count = std::stoul(pdf.substr(row + 7));
+    row = pdf.find('\n', row + 7) + 1;
+    for (std::size_t number = 1; number < count; ++number) {
+        const std::size_t place = std::stoul(pdf.substr(row + 20 * number, 10));
+        EXPECT_EQ(pdf.substr(place, std::to_string(number).size() + 6),
+                  std::to_string(number) + " 0 obj");
+    }
+    EXPECT_EQ(remark_, "");
+}
+
+TEST_F(PdfFile, SaysWhatItCannotShow) {
+    const std::string pdf = Print(u"(a\\b) \u20AC\u2019 \u03B1\u03B1\u0416 x\u2011y\u00AD");
+    EXPECT_EQ(Found(pdf, "(\\(a\\\\b\\) \x80\x92 ??? x-y\xAD)"),
+              "(\\(a\\\\b\\) \x80\x92 ??? x-y\xAD)");
+    EXPECT_EQ(remark_,
+              "3 characters cannot be shown by the fonts of this PDF and stand as \"?\": "
+              "\u03B1\u0416");
+}
+
+TEST(PdfFonts, AreOfTheFamilyThatTheNameSays) {
+    struct Row {
+        const char* name;
+        const char* font;
+    };
+    for (const Row& row : {Row{"Arial", "Helvetica"}, Row{"Times New Roman", "Times-Roman"},
+                           Row{"Courier New", "Courier"}, Row{"DejaVu Sans Mono", "Courier"},
+                           Row{"Noto Serif", "Times-Roman"}, Row{"MS Sans Serif", "Helvetica"}})
+        EXPECT_EQ(PdfFontName(PdfFontFor({FontName(row.name), 10, false, false})), row.font);
+    EXPECT_EQ(PdfFontName(PdfFontFor({FontName("Times"), 10, true, true})), "Times-BoldItalic");
+    EXPECT_EQ(PdfFontName(PdfFontFor({FontName("Arial"), 10, false, true})), "Helvetica-Oblique");
+    // "WA." at 10 points: 944 + 667 + 278 thousandths.
+    EXPECT_NEAR(PdfWidth("WA.", 0, 10), 1.889 * 200, 0.001);
+    EXPECT_NEAR(PdfWidth("WA.", 8, 10), 1.8 * 200, 0.001);
+}
+
+TEST(PdfFiles, StayAsTheyWereUntilTheJobIsDone) {
+    TempFolder folder;
+    const std::string file = folder.Write("old.pdf", "old");
+    {
+        Result<PdfPainter> painter = PdfPainter::Begin(file, "");
+        ASSERT_TRUE(painter.ok());
+        EXPECT_TRUE(painter.value().NewPage(1000, 1000).ok());
+    }
+    EXPECT_EQ(folder.Read("old.pdf"), "old");
+    const Result<PdfPainter> none = PdfPainter::Begin(folder.Path("none/x.pdf"), "");
+    ASSERT_FALSE(none.ok());
+    EXPECT_NE(none.failure().reason.find("none/x.pdf"), std::string::npos);
+    Result<PdfPainter> full = PdfPainter::Begin("/dev/full", "");
+    if (full.ok()) {
+        EXPECT_FALSE(PrintRTF({RichText::Plain(u"a")}, full.value(), nullptr).ok());
+    }
+}
+
+}  // namespace
+}  // namespace zorvane

@@ -1,0 +1,260 @@
+// A viewer and its files: what is saved and printed, what would be lost, what changes on the disk.
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "compare/document/rtf_reader.h"
+#include "tests/support/page_notes.h"
+#include "tests/support/viewer_fixture.h"
+
+namespace zorvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+class FilesOfViewer : public ViewerTest {
+  protected:
+    RichDocument& Text(Side side) {
+        return side == Side::Original ? viewer.Editors().rtbOriginal.editor
+                                      : viewer.Editors().rtbModified.editor;
+    }
+    void Edit(Side side, std::u16string_view text) { Text(side).Replace({CharPos{0}, 0}, text); }
+    SaveEnd SaveAs(EditorTarget target, const std::string& name, std::int32_t type) {
+        viewer.SetActiveEditor(target);
+        window.files.file = fakes.folder.Path(name);
+        window.files.filter_index = type;
+        return viewer.SaveActiveEditorAs().end;
+    }
+    // Long enough for a change to be still.
+    void LookAtDisk() {
+        for (int look = 0; look < 3; ++look) {
+            fakes.clock().ticks += 2000;
+            viewer.CheckFilesOnDisk();
+        }
+    }
+    void WaitForEnd() {
+        for (int i = 0; i < 20000 && viewer.Busy(); ++i) {
+            viewer.Poll();
+            std::this_thread::sleep_for(1ms);
+        }
+        EXPECT_FALSE(viewer.Busy());
+    }
+};
+
+TEST_F(FilesOfViewer, ASavedSideIsSelectedAndHasNothingToLose) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    Edit(Side::Original, u"more ");
+    EXPECT_EQ(SaveAs(EditorTarget::Original, "saved.txt", 2), SaveEnd::Saved) << Log();
+    EXPECT_EQ(fakes.folder.Read("saved.txt"), "more a\n");
+    EXPECT_EQ(viewer.Options().sFileOriginal.Data(), fakes.folder.Path("saved.txt"));
+    EXPECT_TRUE(viewer.MayClose());
+    EXPECT_TRUE(window.files.asked.empty());
+    LookAtDisk();
+    EXPECT_TRUE(window.files.asked.empty()) << "its own save is no news";
+    EXPECT_TRUE(Text(Side::Original).CanUndo());
+    Text(Side::Original).Undo();
+    EXPECT_FALSE(viewer.MayClose()) << "what was saved is another text";
+}
+
+// A conversion lets the window live, and its user type.
+TEST_F(FilesOfViewer, WhatIsTypedDuringASaveIsNotSaved) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    Edit(Side::Modified, u"first ");
+    viewer.PumpEvery(0ms);
+    int pumps = 0;
+    window.on_pump = [&] {
+        if (++pumps == 2)
+            Edit(Side::Modified, u"second ");
+        EXPECT_EQ(viewer.State(), ViewerState::Reporting);
+    };
+    EXPECT_EQ(SaveAs(EditorTarget::Modified, "m.rtf", 1), SaveEnd::Saved) << Log();
+    window.on_pump = nullptr;
+    ASSERT_GE(pumps, 2);
+    EXPECT_EQ(ReadRtf(fakes.folder.Read("m.rtf")).text, u"first b\r\n");
+    EXPECT_FALSE(viewer.MayLoseEdits(LosingStep::Close));
+}
+
+TEST_F(FilesOfViewer, TheAllInOneTextIsSavedAsItIsShown) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::AllInOne));
+    Edit(Side::Original, u"stale ");
+    const std::u16string shown = viewer.Editors().rtbAIODiff.editor.Text();
+    const CompareFilesSettings before = viewer.Settings();
+    EXPECT_EQ(SaveAs(EditorTarget::AllInOneDiff, "all.rtf", 1), SaveEnd::Saved) << Log();
+    EXPECT_EQ(ReadRtf(fakes.folder.Read("all.rtf")).text, shown + u"\r\n") << "and no summaries";
+    EXPECT_EQ(viewer.Editors().rtbAIODiff.editor.Text(), shown);
+    EXPECT_TRUE(viewer.IsStale());
+    EXPECT_EQ(viewer.Settings().bReportDOC_Additions, before.bReportDOC_Additions);
+}
+
+TEST_F(FilesOfViewer, ASaveThatIsStoppedLeavesTheOldFileAndTheQuestion) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    Edit(Side::Original, u"more ");
+    fakes.folder.Write("old.txt", "old");
+    window.files.answer = 0;
+    viewer.PumpEvery(0ms);
+    window.on_pump = [&] {
+        EXPECT_TRUE(window.abort_visible);
+        viewer.Abort();
+    };
+    EXPECT_EQ(SaveAs(EditorTarget::Original, "old.txt", 2), SaveEnd::Stopped);
+    window.on_pump = nullptr;
+    EXPECT_FALSE(window.abort_visible);
+    EXPECT_EQ(fakes.folder.Read("old.txt"), "old");
+    EXPECT_EQ(Log(), "");
+    window.files.answer.reset();
+    EXPECT_FALSE(viewer.MayClose());
+    EXPECT_EQ(viewer.LastRun(), RunEnd::Finished) << "the result is as good as before";
+}
+
+TEST_F(FilesOfViewer, PrintsWhatIsShownAndStops) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    EXPECT_EQ(viewer.PrintActiveEditor(), PrintEnd::Cancelled);
+    window.files.printer = std::make_unique<PageNotes>();
+    EXPECT_EQ(viewer.PrintActiveEditor(), PrintEnd::Printed);
+    EXPECT_EQ(window.status[StatusPanel::Detail], "Ready");
+    window.files.printer = std::make_unique<PageNotes>();
+    viewer.PumpEvery(0ms);
+    window.on_pump = [&] {
+        EXPECT_EQ(viewer.PrintActiveEditor(), PrintEnd::Cancelled) << "one at a time";
+        viewer.Abort();
+    };
+    EXPECT_EQ(viewer.PrintActiveEditor(), PrintEnd::Stopped);
+    window.on_pump = nullptr;
+    EXPECT_EQ(window.status[StatusPanel::Detail], "Printing Aborted");
+    EXPECT_FALSE(window.abort_visible);
+    EXPECT_EQ(viewer.State(), ViewerState::Idle);
+}
+
+TEST_F(FilesOfViewer, EditsAreAskedAbout) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    EXPECT_TRUE(viewer.MayClose());
+    viewer.OptionsChanged();
+    EXPECT_TRUE(viewer.MayClose()) << "an option is no edit";
+    Edit(Side::Modified, u"x");
+    EXPECT_FALSE(viewer.MayClose()) << "nobody there to ask";
+    ASSERT_EQ(window.files.asked.size(), 1U);
+    EXPECT_NE(window.files.asked[0].text.find("m.txt"), std::string::npos);
+    viewer.RunCompare(false);
+    EXPECT_FALSE(viewer.MayClose()) << "a compare saves nothing";
+    window.files.answer = 1;
+    EXPECT_TRUE(viewer.MayClose());
+}
+
+TEST_F(FilesOfViewer, NothingIsSavedDuringARun) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    Edit(Side::Original, u"x");
+    window.files.answer = 0;
+    viewer.PumpEvery(0ms);
+    int asked = 0;
+    window.on_pump = [&] {
+        if (asked++ > 0)
+            return;
+        EXPECT_EQ(viewer.SaveActiveEditorAs(), SaveOutcome{});
+        EXPECT_FALSE(viewer.MayClose());
+    };
+    viewer.RunCompare(false);
+    window.on_pump = nullptr;
+    EXPECT_GT(asked, 0);
+    ASSERT_EQ(window.messages.size(), 1U);
+    EXPECT_NE(window.messages[0].find("Nothing can be saved"), std::string::npos);
+}
+
+TEST_F(FilesOfViewer, AFileThatSomebodyChangesIsLoadedAgain) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    LookAtDisk();
+    EXPECT_TRUE(window.files.asked.empty());
+    fakes.folder.Write("m.txt", "longer than it was\n");
+    LookAtDisk();
+    ASSERT_EQ(window.files.asked.size(), 1U) << "kept, and told once";
+    EXPECT_EQ(Text(Side::Modified).Text(), u"b\r\n");
+    Edit(Side::Original, u"edited ");
+    Edit(Side::Modified, u"lost ");
+    fakes.folder.Write("m.txt", "longer still than it was\n");
+    window.files.answer = 0;
+    LookAtDisk();
+    ASSERT_EQ(window.files.asked.size(), 2U);
+    EXPECT_NE(window.files.asked[1].text.find("would be lost"), std::string::npos);
+    EXPECT_EQ(Text(Side::Modified).Text(), u"longer still than it was\r\n");
+    EXPECT_FALSE(Text(Side::Modified).IsModified());
+    EXPECT_EQ(Text(Side::Original).Text(), u"edited a\r\n");
+    EXPECT_TRUE(Text(Side::Original).IsModified());
+    EXPECT_EQ(window.status[StatusPanel::Main], "Diff View not fresh");
+    EXPECT_TRUE(viewer.IsStale());
+    EXPECT_EQ(viewer.LastRun(), RunEnd::Finished);
+    std::filesystem::remove(fakes.folder.Path("m.txt"));
+    LookAtDisk();
+    EXPECT_EQ(window.files.asked.size(), 3U);
+    EXPECT_TRUE(window.messages.empty()) << "what is gone is not loaded again";
+    EXPECT_EQ(Text(Side::Modified).Text(), u"longer still than it was\r\n");
+    viewer.RunCompare(false);
+    EXPECT_EQ(Right(), "longer still than it was^") << Right();
+}
+
+// Both sides come in one run, and what the user selected meanwhile for the next run stays.
+TEST_F(FilesOfViewer, BothSidesAreLoadedAgainBesideTheWindow) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    viewer.RunInBackground(true);
+    fakes.folder.Write("o.txt", "original anew\n");
+    fakes.folder.Write("m.txt", "modified anew\n");
+    const std::string next = fakes.folder.Write("next.txt", "next\n");
+    viewer.Options().sFileOriginal.SetData(next);
+    window.files.answer = 0;
+    LookAtDisk();
+    EXPECT_EQ(window.files.asked.size(), 2U);
+    WaitForEnd();
+    EXPECT_EQ(Text(Side::Original).Text(), u"original anew\r\n");
+    EXPECT_EQ(Text(Side::Modified).Text(), u"modified anew\r\n");
+    EXPECT_EQ(viewer.Options().sFileOriginal.Data(), next);
+    LookAtDisk();
+    EXPECT_EQ(window.files.asked.size(), 2U) << "what was loaded is watched as it was then";
+}
+
+TEST_F(FilesOfViewer, AChangeDuringTheLoadIsTold) {
+    bool changed = false;
+    viewer.PumpEvery(0ms);
+    window.on_pump = [&] {
+        if (viewer.State() == ViewerState::Comparing && !std::exchange(changed, true))
+            fakes.folder.Write("o.txt", "changed behind the load\n");
+    };
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    window.on_pump = nullptr;
+    ASSERT_TRUE(changed);
+    LookAtDisk();
+    ASSERT_EQ(window.files.asked.size(), 1U);
+    EXPECT_NE(window.files.asked[0].text.find("o.txt"), std::string::npos);
+}
+
+// Each refusal has its own code and words.
+TEST_F(FilesOfViewer, AReportIsRefusedForItsOwnCause) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    std::string file = fakes.folder.Path("r.htm");
+    viewer.PumpEvery(0ms);
+    bool asked = false;
+    window.on_pump = [&] {
+        if (!std::exchange(asked, true))
+            EXPECT_EQ(viewer.CreateReport(file, ReportType::Html, 1), ReportResult::Busy);
+    };
+    viewer.Refresh();
+    EXPECT_TRUE(asked);
+    EXPECT_EQ(Log(),
+              "Compare is in progress, no report can be generated until compare is complete\r\n");
+    window.on_pump = [&] { viewer.Abort(); };
+    viewer.Refresh();
+    window.on_pump = nullptr;
+    std::filesystem::remove(fakes.folder.Path("log"));
+    EXPECT_EQ(viewer.CreateReport(file, ReportType::Html, 1), ReportResult::Aborted);
+    EXPECT_EQ(Log(), "Compare was aborted, no report can be generated\r\n");
+    viewer.RunCompare(false);
+    viewer.Options().sIgnoreRegularExpression.SetData("(");
+    viewer.OptionsChanged();
+    std::filesystem::remove(fakes.folder.Path("log"));
+    EXPECT_EQ(viewer.CreateReport(file, ReportType::Html, 1), ReportResult::NotCompared);
+    EXPECT_EQ(Log().find("file"), std::string::npos) << Log();
+    EXPECT_FALSE(Log().empty());
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+}  // namespace
+}  // namespace zorvane
