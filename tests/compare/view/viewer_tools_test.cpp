@@ -57,6 +57,7 @@ TEST_F(ViewerToolsTest, AFilterThatComesBackIsNoChoice) {
 
 TEST_F(ViewerToolsTest, TheScrollLocksAreTwoSwitches) {
     ViewerTools& tools = viewer.Tools();
+    tools.SetSynchType(0);
     tools.mnuScrollLockVertical_Click();
     EXPECT_EQ(tools.Scrolls().TextSynchType(), 1);
     tools.mnuScrollLockHorizontal_Click();
@@ -96,7 +97,7 @@ TEST_F(ViewerToolsTest, ChangesTheLineOfWhatIsShown) {
     };
     editors.rtbAIODiff.editor.SetText(u"a\r\nb");
     for (ShownDocument* entry : {&editors.rtbOriginal, &editors.rtbModified,
-                                  &editors.rtbOriginalDiffFinal, &editors.rtbModifiedDiffFinal})
+                                 &editors.rtbOriginalDiffFinal, &editors.rtbModifiedDiffFinal})
         entry->editor.Select({CharPos{3}, 0});
     viewer.Tools().ChangeCurrentLine(false, View::SideBySide);
     EXPECT_EQ(places(), (std::vector<std::int32_t>{6, 6, 6, 6, 0}));
