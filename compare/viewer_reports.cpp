@@ -71,7 +71,7 @@ DocumentReportTexts frmCompareFiles::DocumentTexts() {
     if (settings_.bReportDOC_ShowChanges)
         texts.changes = editors_.rtbChanges.Rich();
     if (report_names_) {
-        texts.head = RichReportHead{Silent() ? request_.sReportTitle : std::string(),
+        texts.head = RichReportHead{request_.sReportTitle,
                                     *report_names_,
                                     StyleFor(options_, Mark::Addition),
                                     StyleFor(options_, Mark::Deletion),
@@ -83,7 +83,7 @@ DocumentReportTexts frmCompareFiles::DocumentTexts() {
 
 ReportInput frmCompareFiles::ReportInputFor(ReportWanted wanted, DocumentReportTexts texts) {
     return {process_,         telling_,          VXMacroDiff_,
-            options_,         settings_,         Silent() ? request_.sReportTitle : std::string(),
+            options_,         settings_,         request_.sReportTitle,
             std::move(texts), std::move(wanted), nullptr,
             &conversions_};
 }

@@ -27,15 +27,18 @@ INDIRECT = {
     "row.some": [],
     "FilterWords(filter)": [r"FilterWords\([^)]*\) \{(.*?)\n\}"],
     "RowOf(kind).words": [r"\{ViewerKind::\w+, \"\w+\", \"\w+\", \d+, (\"[^\"]+\")\}"],
+    "row->front": [r"StepRow kSteps\[\] = \{(.*?)\n\};"],
+    "row->back": [],
     "question": [r"const char\* question = (.*?);", r"\n    Advise\((.*?)\);"],
     "done_text": [],
-    "text": [r"\bkUnable =(.*?);", r"\bFail\([^;]*?, *((?:\"(?:[^\"\\]|\\.)*\"\s*)+)\)"],
+    "text": [r"\bkUnable =(.*?);", r"show_message_\((\"[^\"]*\")", r"\bFail\([^;]*?, *((?:\"(?:[^\"\\]|\\.)*\"\s*)+)\)"],
     "ReportTrellisPortError(code)": [r"ReportTrellisPortError\([^)]*\) \{(.*?)\n\}", r"kChangePassword =(.*?);"],
     "ReportBCLError(error)": [r"kTexts\[\] = \{(.*?)\n\};", r"ReportBCLError\([^)]*\) \{(.*?)\n\}"],
 }
 # The declarations of Translate itself, and calls that hand on what another call was given.
 HANDED_ON = {"std::string_view sEnglish", "std::string_view english", "const char* english",
-             "english", "sEnglish", "sEnglish.substr(0, end)"}
+             "english", "sEnglish", "sEnglish.substr(0, end)", "translate",
+             "std::move(translate)"}
 # Made of a literal and a blank.
 MADE = {'frame + " "': "{} ", '" " + frame': " {}"}
 
@@ -98,7 +101,7 @@ def phrases_of(files):
             phrases.setdefault(line, name)
 
     for name, source in files.items():
-        for call in re.finditer(r"\bTranslate(?:Lines)?\(", source):
+        for call in re.finditer(r"(?:\bTranslate(?:Lines)?|(?<![.>\w])translate_?)\(", source):
             whole_argument = first_argument(source, call.end())
             argument = " ".join(whole_argument.split())
             if argument in MADE:

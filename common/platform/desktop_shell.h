@@ -20,7 +20,7 @@ class DesktopShell : public ShellOpen {
 
 /// The words of a desktop entry's `Exec` value with `path` in the place of its field codes, or
 /// behind it when it has none. Nothing for a value that cannot be read.
-/// Source: the Desktop Entry Specification, "The Exec key".
+/// Source: the public description of desktop entries by freedesktop.org, "The Exec key".
 std::optional<std::vector<std::string>> CommandOfEntry(const std::string& exec,
                                                        const std::string& path);
 

@@ -5,9 +5,8 @@
 #include <span>
 #include <vector>
 
-#include "compare/engine/bit_vector_lcs.h"
-
 #include "common/base/run_watcher.h"
+#include "compare/engine/bit_vector_lcs.h"
 
 namespace zorvane {
 

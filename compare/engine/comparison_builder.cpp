@@ -6,7 +6,7 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int64_t kBetweenStops = 256;  // paragraphs between two looks for a stop
+constexpr std::int64_t kBetweenStops = 256;    // paragraphs between two looks for a stop
 constexpr std::int32_t kLargerSectionGap = 3;  // unchanged lines that do not part two differences
 
 struct Places {

@@ -61,8 +61,8 @@ class HtmlWriter {
         if (page_.size() <= most)
             return;
         if (status_.ok())
-            status_ = KeepGoing(model_.watcher) ? target_(page_)
-                                                : Failure{std::string(kReportStopped)};
+            status_ =
+                KeepGoing(model_.watcher) ? target_(page_) : Failure{std::string(kReportStopped)};
         page_.clear();
     }
 

@@ -155,8 +155,8 @@ TEST_F(TranslatorTest, TellsWhyALanguageCannotBeUsed) {
         process.settings->Write("Language", "Language_Code", "German");
         InitializeTranslator(process);
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
-                  std::string("zorvane: ") + row.words + ": \n" +
-                      GetLanguageFileName(process, "German") + "\nDefaulting to English\n");
+                  std::string("zorvane: ") + row.words + ": \n  " +
+                      GetLanguageFileName(process, "German") + "\n  Defaulting to English\n");
         EXPECT_EQ(process.translator.gsLanguage, "English");
         EXPECT_EQ(GetLanguageCode(process), "English") << "for good";
         EXPECT_EQ(process.Translate("x"), "x");

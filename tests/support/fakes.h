@@ -22,7 +22,7 @@ class FakeClock : public Clock {
     std::chrono::system_clock::time_point Now() override { return now; }
 
     std::atomic<std::uint32_t> ticks = 0;  // two runs may look at once
-    std::uint32_t step = 0;  ///< between two looks
+    std::uint32_t step = 0;                ///< between two looks
     std::chrono::system_clock::time_point now = std::chrono::system_clock::from_time_t(1700000000);
 };
 

@@ -88,8 +88,7 @@ class PartnerFinder {
     template <class Call>
     void Run(std::int32_t most, Call call) {
         StopCheck stop(text_.Watcher(), kBetweenStops);
-        for (std::int32_t paragraph = 0; paragraph < from_count_ && stop.KeepGoing();
-             ++paragraph) {
+        for (std::int32_t paragraph = 0; paragraph < from_count_ && stop.KeepGoing(); ++paragraph) {
             Collect(paragraph);
             Choose(paragraph, most, call);
         }

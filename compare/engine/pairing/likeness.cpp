@@ -37,9 +37,7 @@ std::size_t CommonBack(std::span<const std::uint32_t> first,
 }  // namespace
 
 PairScorer::PairScorer(const StretchText& text)
-    : text_(text),
-      bag_(static_cast<std::size_t>(text.RunCount()), 0),
-      stop_(text.Watcher()) {
+    : text_(text), bag_(static_cast<std::size_t>(text.RunCount()), 0), stop_(text.Watcher()) {
     search_.Watch(text.Watcher());
 }
 

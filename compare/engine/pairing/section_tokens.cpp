@@ -63,8 +63,7 @@ std::size_t BehindSeparator(std::u16string_view text, std::size_t at, bool no_wo
 
 }  // namespace
 
-void TokenizedText::Cut(std::u16string_view text, const TokenSwitches& switches,
-                        StopCheck& stop) {
+void TokenizedText::Cut(std::u16string_view text, const TokenSwitches& switches, StopCheck& stop) {
     text_ = text;
     tokens_.clear();
     keys_.clear();

@@ -57,9 +57,10 @@ TEST_F(ViewerToolsTest, AFilterThatComesBackIsNoChoice) {
 
 TEST_F(ViewerToolsTest, TheScrollLocksAreTwoSwitches) {
     ViewerTools& tools = viewer.Tools();
-    tools.SetSynchType(0);
+    EXPECT_EQ(tools.Scrolls().TextSynchType(), 1) << "of a fresh settings file";
     tools.mnuScrollLockVertical_Click();
-    EXPECT_EQ(tools.Scrolls().TextSynchType(), 1);
+    EXPECT_EQ(tools.Scrolls().TextSynchType(), 0);
+    tools.mnuScrollLockVertical_Click();
     tools.mnuScrollLockHorizontal_Click();
     EXPECT_EQ(tools.Scrolls().TextSynchType(), 3);
     EXPECT_EQ(window.scroll_locks, std::make_pair(true, true));
