@@ -11,6 +11,7 @@
 #include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
+#include "common/text_privacy.h"
 #include "compare/compare_files_viewer.h"
 #include "reports/json_report.h"
 #include "reports/terminal_report.h"
@@ -208,8 +209,9 @@ class CompareRunner {
                            IsSameFile(*command_.json, files_.modified);
         if (!to_output && input)
             return Report(Failure{*command_.json + ": this is one of the two compared files"});
-        return Report(to_output ? WriteStream(Stream::Output, json)
-                                : ReplaceFile(*command_.json, json));
+        return Report(
+            to_output ? WriteStream(Stream::Output, json)
+                      : ReplaceFile(*command_.json, json, ModeForTextOf(process_.telling, files_)));
     }
 
     bool Report(const Status& status) {

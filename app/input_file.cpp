@@ -58,7 +58,7 @@ Result<std::string> InputFile(ProcessState& process, const std::string& given) {
     const Status written = WriteWholeFile(name.value(), bytes.value());
     if (!written.ok())
         return written.failure();
-    process.telling.manner.shown_names[name.value()] = input ? "standard input" : given;
+    process.telling.manner.shown_names[name.value()] = input ? kStandardInputName : given;
     return name;
 }
 

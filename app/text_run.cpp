@@ -11,6 +11,7 @@
 #include "common/platform/files.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
+#include "common/text_privacy.h"
 #include "compare/document/memory_editor.h"
 #include "compare/document/rtf_writer.h"
 #include "compare/run/run_control.h"
@@ -52,6 +53,7 @@ class TextRunner {
         Result<std::string> file = InputFile(process_, command_.file);
         if (!file.ok())
             return file.failure();
+        mode_ = ModeForTextOf(process_.telling, {file.value(), {}});
         clsCompareFileOptions options;
         options.sSectionName = kFirstViewer;
         IgnoreFailure(options.LoadStateFromFile(*process_.settings),
@@ -96,7 +98,7 @@ class TextRunner {
         const std::string text =
             command_.rtf ? WriteRtf(editor_.Rich()) : ShownText(editor_.Text());
         if (!command_.output.empty())
-            return ReplaceFile(command_.output, text);
+            return ReplaceFile(command_.output, text, mode_);
         const bool shown = IsTerminal(Stream::Output);
         return WriteStream(Stream::Output, shown ? VisibleText(text, LineBreaks::Kept) : text);
     }
@@ -107,6 +109,7 @@ class TextRunner {
     const TextCommand& command_;
     ProcessState process_;
     MemoryEditor editor_;
+    std::uint32_t mode_ = 0;  // of the output
     bool loaded_ = false;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -25,7 +26,9 @@ bool bFolderIsWritable(std::string_view sPath, Clock& clock);
 /// second, 20 times.
 bool DeleteFileWithRetry(Clock& clock, const std::string& sPath);
 /// Copies; a protected target is unprotected, overwritten, and protected again.
-Status CopyFileReplacingReadOnly(const std::string& sFrom, const std::string& sTo);
+/// `mode`: see `ReplaceFile`.
+Status CopyFileReplacingReadOnly(const std::string& sFrom, const std::string& sTo,
+                                 std::uint32_t mode = 0666);
 Status MoveFileByCopy(const std::string& sFrom, const std::string& sTo);
 
 /// A free name: folder, prefix, a random number of 8 digits less the prefix, ".", extension ("TMP"

@@ -19,6 +19,9 @@ struct RunMessage {
     bool show = false;
 };
 
+/// What a copy of standard input stands for, in `shown_names`.
+inline constexpr const char* kStandardInputName = "standard input";
+
 /// Set before a run begins, and only read while it lasts.
 struct TellingManner {
     std::string sLogFile;        ///< where `LogMessage` writes; empty: nowhere

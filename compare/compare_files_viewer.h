@@ -251,6 +251,7 @@ class frmCompareFiles : public Viewer {
     SaveOutcome SaveEditor(EditorTarget target);
     ReportResult SaveAllInOne(std::string& file, ViewerRun& run);
     void SelectSavedFile(Side side, const std::string& file, std::uint32_t edits);
+    PerSide<std::string> FilesOf(EditorTarget target) const;
     std::string TitleOf(EditorTarget target) const;
     bool SaveBeforeLosing(Side side);
     void LoadAgain(const PerSide<std::string>& files);

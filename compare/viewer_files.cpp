@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "common/process_state.h"
+#include "common/text_privacy.h"
 #include "compare/compare_files_viewer.h"
 #include "compare/viewer_printing.h"
 #include "compare/viewer_saving.h"
@@ -59,7 +60,7 @@ SaveOutcome frmCompareFiles::SaveEditor(EditorTarget target) {
                                 [this, &saved](Side side, const std::string& file) {
                                     SelectSavedFile(side, file, saved[side]);
                                 },
-                                &control},
+                                ModeForTextOf(telling_, FilesOf(target)), &control},
                                target);
     };
     StartRun(RunOn::ThisThread, RunStep::Save, {work, [this] {
@@ -91,6 +92,16 @@ void frmCompareFiles::SelectSavedFile(Side side, const std::string& file, std::u
     if (edits == now_.texts[side])
         DocumentOf(TargetOf(side)).editor.SetCleanPoint();
     file_watch_.Watch(side, file, file_watch_.StampOf(file));
+}
+
+// The files that the text of an editor comes from.
+PerSide<std::string> frmCompareFiles::FilesOf(EditorTarget target) const {
+    PerSide<std::string> files{options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+    if (target == EditorTarget::Original)
+        files.modified.clear();
+    if (target == EditorTarget::Modified)
+        files.original.clear();
+    return files;
 }
 
 // ---- printing ----

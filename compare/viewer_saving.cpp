@@ -8,6 +8,7 @@
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/process_state.h"
+#include "compare/document/rtf_writer.h"
 #include "load/text_preparation.h"
 #include "load/word_conversion.h"
 
@@ -110,7 +111,8 @@ class Saving {
     bool ProduceRichText() {
         if (target_ == EditorTarget::AllInOneDiff)
             return parts_.create_all_in_one(temp_) == ReportResult::Ok;
-        return Told(parts_.editor(target_).SaveFile(temp_, FileFormat::RichText));
+        constexpr std::uint32_t kOwnerAlone = 0600;  // it stays there
+        return Told(ReplaceFile(temp_, WriteRtf(parts_.editor(target_).Rich()), kOwnerAlone));
     }
 
     bool Told(const Status& status) {
@@ -121,7 +123,7 @@ class Saving {
 
     bool Write() {
         if (type_ == SaveType::RichText)
-            return Told(CopyFileReplacingReadOnly(temp_, file_));
+            return Told(CopyFileReplacingReadOnly(temp_, file_, parts_.mode));
         WordConversion word{parts_.process, parts_.telling, parts_.page, {}};
         if (!word.CheckVersion())
             return false;
@@ -151,7 +153,7 @@ class Saving {
             if (Status status = WriteWholeFile(converted, text.value()); !status.ok())
                 return status;
         }
-        return CopyFileReplacingReadOnly(converted, file_);
+        return CopyFileReplacingReadOnly(converted, file_, parts_.mode);
     }
 
     std::string ExtensionFor() const {

@@ -39,6 +39,7 @@ struct SavingParts {
     std::function<ReportResult(std::string& file)> create_all_in_one;
     /// The saved file becomes the selected file of that side.
     std::function<void(Side, const std::string&)> select_file;
+    std::uint32_t mode = 0666;      ///< of the file, see `ReplaceFile`
     RunWatcher* watcher = nullptr;  ///< stops the save until the user's file is replaced
 };
 

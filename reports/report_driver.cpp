@@ -13,6 +13,7 @@
 #include "common/platform/native_path.h"
 #include "common/process_state.h"
 #include "common/string_utilities.h"
+#include "common/text_privacy.h"
 #include "options/marking_styles.h"
 
 namespace zorvane {
@@ -115,8 +116,15 @@ bool PrepareFolder(ReportSource& source, const std::string& file) {
     return true;
 }
 
+// As private as what it tells of.
+std::uint32_t ModeOf(ReportSource& source) {
+    const clsCompareFileOptions& options = source.ReportOptions();
+    return ModeForTextOf(source.Telling(),
+                         {options.sFileOriginal.Data(), options.sFileModified.Data()});
+}
+
 ReportResult WriteDocument(ReportSource& source, const std::string& file) {
-    const Status saved = source.SaveDocumentReport(file);
+    const Status saved = source.SaveDocumentReport(file, ModeOf(source));
     if (saved.ok())
         return ReportResult::Ok;
     if (!KeepGoing(source.Watcher()))
@@ -132,6 +140,7 @@ ReportResult WriteEngineReport(ReportSource& source, const std::string& file, Re
     if (const std::string title = source.CommandLineTitle(); !title.empty())
         engine.putReportTitle(title);
     engine.putDoubleByteLocale(source.Process().translator.gbDoubleByteLocale);
+    engine.putReportMode(ModeOf(source));
     engine.putReportLook(ReportLookOf(source.ReportOptions()));
     return engine.CreateEngineReport(file, type, style, source.Watcher());
 }

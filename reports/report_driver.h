@@ -24,8 +24,8 @@ class ReportSource {
     virtual VestrelX& Engine() = 0;
     virtual const clsCompareFileOptions& ReportOptions() const = 0;
     virtual CompareFilesSettings& ReportSettings() = 0;
-    /// Puts the word-processor report together and saves it.
-    virtual Status SaveDocumentReport(const std::string& file) = 0;
+    /// Puts the word-processor report together and saves it, with that mode (see `ReplaceFile`).
+    virtual Status SaveDocumentReport(const std::string& file, std::uint32_t mode) = 0;
     virtual void TellStep(RunStep step) = 0;
     /// Lets go of an office suite that holds files of that type, before the user's own opens one.
     virtual void ShutDownAppsIfRequired(const std::string& file) = 0;

@@ -130,7 +130,7 @@ void AppendPiece(const Editor& piece, Editor& scratch) {
 }  // namespace
 
 Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std::string& file,
-                      RunWatcher* watcher) {
+                      RunWatcher* watcher, std::uint32_t mode) {
     scratch.Clear();
     const bool any = pieces.all_in_one != nullptr || pieces.additions != nullptr ||
                      pieces.deletions != nullptr || pieces.changes != nullptr;
@@ -153,7 +153,7 @@ Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std
         return Failure{std::string(kReportStopped)};
     const std::string rtf =
         WriteRtfPage(scratch.Rich(), headed ? TableForm::Cells : TableForm::Tabs, watcher);
-    return KeepGoing(watcher) ? ReplaceFile(file, rtf) : Failure{std::string(kReportStopped)};
+    return KeepGoing(watcher) ? ReplaceFile(file, rtf, mode) : Failure{std::string(kReportStopped)};
 }
 
 }  // namespace zorvane

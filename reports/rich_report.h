@@ -1,6 +1,7 @@
 // The word-processor report: up to four texts one behind the other, saved as rich text.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "common/base/result.h"
@@ -37,8 +38,8 @@ struct RichReportPieces {
 /// Puts the pieces together in `scratch`, whose old content goes, and saves it. The name decides
 /// nothing: a ".DOC" file holds rich text. Without any of the four texts the document is empty. A
 /// failure names the file.
-/// A report that the watcher stopped is a failure and leaves no file.
+/// A report that the watcher stopped is a failure and leaves no file. `mode`: see `ReplaceFile`.
 Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std::string& file,
-                      RunWatcher* watcher = nullptr);
+                      RunWatcher* watcher = nullptr, std::uint32_t mode = 0666);
 
 }  // namespace zorvane

@@ -252,7 +252,9 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
     state->fresh = std::move(fresh);
     const mode_t mask = umask(0);
     umask(mask);
-    state->mode = exists && mode == 0666 ? facts.st_mode & 07777U : mode & ~mask;
+    constexpr mode_t kAnybody = 0666;
+    const mode_t kept = facts.st_mode & (mode == kAnybody ? 07777U : mode);
+    state->mode = exists ? kept : mode & ~mask;
     if (exists && facts.st_uid != geteuid())
         KeepOwner(state->file.get(), facts);
     return FileReplacement(std::move(state));

@@ -29,6 +29,8 @@ Status AppendToFile(const std::string& path, std::string_view bytes);
 /// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old
 /// file as it was and no half file. A link stays and what it leads to is replaced, or made where it
 /// leads nowhere yet. A target that is not a regular file (a device, a FIFO) is written in place.
+/// `mode` is that of a new file, before the user's mask; an old one keeps its own, less what `mode`
+/// lacks.
 Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode = 0666);
 
 /// The same for a file that comes in parts, so that nobody has to hold all of it.

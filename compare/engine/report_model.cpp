@@ -94,7 +94,7 @@ std::string DescribeRecord(const Comparison& comparison, std::size_t index) {
 namespace {
 
 Status WritePage(const ReportModel& model, const std::string& path, std::int32_t style) {
-    Result<FileReplacement> file = FileReplacement::Begin(path);
+    Result<FileReplacement> file = FileReplacement::Begin(path, model.file_mode);
     if (!file.ok())
         return file.failure();
     const Status written = WriteHtmlReport(
@@ -103,7 +103,7 @@ Status WritePage(const ReportModel& model, const std::string& path, std::int32_t
 }
 
 Status WriteWhole(const ReportModel& model, const std::string& path, std::string_view report) {
-    return KeepGoing(model.watcher) ? ReplaceFile(path, report)
+    return KeepGoing(model.watcher) ? ReplaceFile(path, report, model.file_mode)
                                     : Failure{std::string(kReportStopped)};
 }
 

@@ -24,7 +24,8 @@ struct ReportModel {
     ReportLook look{};
     UnchangedText unchanged = UnchangedText::Fitting;
     PerSide<const DocumentLook*> document_looks{};  ///< borrowed; nullptr: plain text
-    RunWatcher* watcher = nullptr;  ///< a writer that it stopped leaves half a text or fails
+    std::uint32_t file_mode = 0666;  ///< of the file it is written to, see `ReplaceFile`
+    RunWatcher* watcher = nullptr;   ///< a writer that it stopped leaves half a text or fails
 };
 
 /// What a record is, for people: "Change at paragraph 3", "Addition of 2 paragraphs behind

@@ -43,6 +43,7 @@ struct VestrelX::State {
     std::string report_title;
     bool high_detail_summary = false;
     bool double_byte_locale = false;
+    std::uint32_t report_mode = 0666;
     ReportLook look;
     UnchangedText unchanged = UnchangedText::Fitting;
     Status report_status;
@@ -134,6 +135,9 @@ void VestrelX::putDoubleByteLocale(bool on) {
 }
 void VestrelX::putReportLook(const ReportLook& look) {
     state_->look = look;
+}
+void VestrelX::putReportMode(std::uint32_t mode) {
+    state_->report_mode = mode;
 }
 void VestrelX::putUnchangedText(UnchangedText unchanged) {
     state_->unchanged = unchanged;
@@ -248,6 +252,7 @@ ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType ty
     model.high_detail = state.high_detail_summary;
     model.look = state.look;
     model.unchanged = state.unchanged;
+    model.file_mode = state.report_mode;
     model.watcher = watcher;
     state.report_status = WriteEngineReport(model, file, type, flags);
     if (!KeepGoing(watcher))

@@ -80,6 +80,8 @@ class VestrelX {
     void putHighDetailSummary(bool on);
     void putDoubleByteLocale(bool on);
     void putReportLook(const ReportLook& look);
+    /// Who may read the reports from here on, see `ReplaceFile`.
+    void putReportMode(std::uint32_t mode);
     void putUnchangedText(UnchangedText unchanged);
     /// Writes one report whole to a new file and renames it. `flags`: 1 all in one, else side by
     /// side.

@@ -48,7 +48,7 @@ class ReportRun : private ReportSource {
         return &editor;
     }
 
-    Status SaveDocumentReport(const std::string& file) override {
+    Status SaveDocumentReport(const std::string& file, std::uint32_t mode) override {
         DocumentReportTexts& texts = input_.texts;
         MemoryEditor all_in_one;
         MemoryEditor additions;
@@ -61,7 +61,7 @@ class ReportRun : private ReportSource {
                                 Fill(texts.changes, changes), &input_.engine.Compared()};
         if (texts.head)
             pieces.head = &*texts.head;
-        return SaveRichReport(pieces, scratch, file, &watcher_);
+        return SaveRichReport(pieces, scratch, file, &watcher_, mode);
     }
 
     ReportInput input_;

@@ -119,6 +119,17 @@ TEST(Files, ReplaceWholeOrNotAtAll) {
     struct stat facts {};
     stat(path.c_str(), &facts);
     EXPECT_EQ(facts.st_mode & 0777U, 0640U) << "the mode stays";
+    struct Row {
+        mode_t old;
+        mode_t asked;
+        mode_t kept;
+    };
+    for (const Row& row : {Row{0644, 0600, 0600}, Row{0755, 0640, 0640}, Row{0600, 0640, 0600}}) {
+        chmod(path.c_str(), row.old);
+        ASSERT_TRUE(ReplaceFile(path, "new", row.asked).ok());
+        stat(path.c_str(), &facts);
+        EXPECT_EQ(facts.st_mode & 0777U, row.kept) << "no more than was asked for, nor than it had";
+    }
     EXPECT_FALSE(ReplaceFile(folder.Path(), "x").ok()) << "a folder";
     const Status full = ReplaceFile("/dev/full", "x");
     ASSERT_FALSE(full.ok());

@@ -7,7 +7,7 @@
 
 #include "common/platform/files.h"
 #include "common/process_state.h"
-#include "compare/document/rtf_reader.h"
+#include "compare/document/memory_editor.h"
 #include "tests/support/fakes.h"
 #include "tests/support/file_answers.h"
 
@@ -59,7 +59,7 @@ class SavingTest : public testing::Test {
                             ? ReportResult::Ok
                             : ReportResult::TargetNotWritten;
              },
-             [this](Side side, const std::string& file) { selected[side] = file; }, watcher},
+             [this](Side side, const std::string& file) { selected[side] = file; }, mode, watcher},
             target);
     }
     std::string Log() { return fakes.folder.Read("log"); }
@@ -74,6 +74,7 @@ class SavingTest : public testing::Test {
     MemoryEditor editor;
     PerSide<std::string> selected;
     bool report_made = true;
+    std::uint32_t mode = 0666;
     RunWatcher* watcher = nullptr;
 };
 

@@ -8,6 +8,7 @@
 
 #include "common/platform/files.h"
 #include "common/process_state.h"
+#include "common/text_privacy.h"
 #include "tests/support/fakes.h"
 
 namespace zorvane {
@@ -33,10 +34,10 @@ class FakeSource : public ReportSource {
     const clsCompareFileOptions& ReportOptions() const override { return options; }
     CompareFilesSettings& ReportSettings() override { return settings; }
     RunWatcher* Watcher() override { return watcher; }
-    Status SaveDocumentReport(const std::string& file) override {
+    Status SaveDocumentReport(const std::string& file, std::uint32_t mode) override {
         if (file == held_by_another)
             return Failure{file + ": held"};
-        return WriteWholeFile(file, "{\\rtf1}");
+        return ReplaceFile(file, "{\\rtf1}", mode);
     }
     void TellStep(RunStep step) override { steps.push_back(step); }
     void ShutDownAppsIfRequired(const std::string& file) override {
@@ -187,7 +188,8 @@ TEST_F(ReportDriver, HasACodeForEachCause) {
              source.Engine().putFilterExpression("(");
              source.Engine().putFilterEnabled(true);
          },
-         ReportResult::NotCompared, "XX\r\n"},
+         ReportResult::NotCompared,
+         "The expression \"(\" cannot be used: missing closing parenthesis\r\n"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -208,6 +210,62 @@ TEST_F(ReportDriver, ReplacesWhatALinkLeadsTo) {
     EXPECT_EQ(Write(folder_.Path("link.htm")), ReportResult::Ok);
     EXPECT_TRUE(std::filesystem::is_symlink(folder_.Path("link.htm")));
     EXPECT_NE(folder_.Read("real.htm"), "old");
+}
+
+// Whoever cannot read one of the two files cannot read what tells of it.
+TEST_F(ReportDriver, IsAsPrivateAsItsFiles) {
+    struct Row {
+        const char* name;
+        mode_t original;
+        mode_t modified;
+        mode_t fresh;  // of a new report, under a mask that takes nothing
+        mode_t old;    // of one that anybody could read
+    };
+    const Row rows[] = {
+        {"both public", 0644, 0644, 0666, 0644},
+        {"the original is the owner's", 0600, 0644, 0600, 0600},
+        {"the modified is the owner's", 0644, 0400, 0600, 0600},
+        {"a group's", 0640, 0644, 0660, 0640},
+        {"a group's and another's", 0640, 0604, 0600, 0600},
+    };
+    const mode_t mask = umask(0);
+    const auto mode_of = [](const std::string& file) {
+        struct stat facts {};
+        return stat(file.c_str(), &facts) == 0 ? facts.st_mode & 0777U : 0U;
+    };
+    for (const Row& row : rows) {
+        for (const ReportType type :
+             {ReportType::Html, ReportType::Text, ReportType::Csv, ReportType::Document}) {
+            SCOPED_TRACE(row.name + (" " + std::to_string(static_cast<int>(type))));
+            chmod(folder_.Path("a.txt").c_str(), row.original);
+            chmod(folder_.Path("b.txt").c_str(), row.modified);
+            const std::string fresh = folder_.Path("fresh");
+            std::filesystem::remove(fresh);
+            EXPECT_EQ(Write(fresh, type), ReportResult::Ok);
+            EXPECT_EQ(mode_of(fresh), row.fresh);
+            const std::string old = folder_.Write("old", "old");
+            chmod(old.c_str(), 0644);
+            EXPECT_EQ(Write(old, type), ReportResult::Ok);
+            EXPECT_EQ(mode_of(old), row.old);
+        }
+    }
+    umask(mask);
+}
+
+// A copy of what came through a pipe is the program's own, whatever its permissions.
+TEST_F(ReportDriver, IsNotMadePrivateByItsOwnCopies) {
+    const std::string copy = folder_.Path("a.txt");
+    chmod(copy.c_str(), 0600);
+    const PerSide<std::string> files{copy, folder_.Path("b.txt")};
+    EXPECT_EQ(ModeForTextOf(source_.Telling(), files), 0600U);
+    source_.Telling().manner.shown_names[copy] = "/dev/null";
+    EXPECT_EQ(ModeForTextOf(source_.Telling(), files), 0666U);
+    const std::string link = folder_.Path("link");
+    std::filesystem::create_symlink(folder_.Write("secret", "x"), link);
+    chmod(folder_.Path("secret").c_str(), 0600);
+    source_.Telling().manner.shown_names[copy] = link;
+    EXPECT_EQ(ModeForTextOf(source_.Telling(), files), 0600U) << "what a name leads to counts";
+    EXPECT_EQ(ModeForTextOf(source_.Telling(), {"", "/none"}), 0666U);
 }
 
 TEST_F(ReportDriver, TakesTheTitleOfTheCommandLineForEngineReportsAlone) {
