@@ -10,7 +10,8 @@ BesideFound FindBeside(const Comparison& comparison, const BesideSides& sides) {
     std::vector<BesideDifference> differences =
         CompareBeside(*sides.items.original, *sides.items.modified, partners);
     for (BesideDifference& look :
-         CompareFormatting(*sides.texts.original, *sides.texts.modified, partners, sides.depth))
+         CompareFormatting(*sides.texts.original, *sides.texts.modified, partners, sides.depth,
+                           sides.watcher))
         differences.push_back(std::move(look));
     BesideFound found;
     found.sentence = BesideSentence(differences);

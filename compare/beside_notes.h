@@ -17,6 +17,7 @@ struct BesideSides {
     PerSide<const std::vector<BesideItem>*> items;
     PerSide<const RichText*> texts;
     FormatDepth depth = FormatDepth::None;
+    RunWatcher* watcher = nullptr;  ///< what is found when it stops is not whole
 };
 
 struct BesideFound {

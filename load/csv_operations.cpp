@@ -56,11 +56,11 @@ class ListCursor {
 
 }  // namespace
 
-std::string csvTrim(std::string_view utf8, CsvDialect dialect) {
+std::string csvTrim(std::string_view utf8, const CsvInput& input) {
     std::string out;
     out.reserve(utf8.size());
     CsvWriter writer(out);
-    CsvReader reader(utf8, dialect);
+    CsvReader reader(utf8, input);
     std::vector<std::string_view> fields;
     std::size_t filled_end = 0;
     while (reader.Next(fields)) {
@@ -77,11 +77,11 @@ std::string csvTrim(std::string_view utf8, CsvDialect dialect) {
     return out;
 }
 
-std::string csvPadWithSpaces(std::string_view utf8, CsvDialect dialect) {
+std::string csvPadWithSpaces(std::string_view utf8, const CsvInput& input) {
     std::vector<std::string_view> fields;
     std::string out;
     CsvWriter writer(out);
-    CsvReader reader(utf8, dialect);
+    CsvReader reader(utf8, input);
     std::string padded;
     while (reader.Next(fields)) {
         for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -97,11 +97,11 @@ std::string csvPadWithSpaces(std::string_view utf8, CsvDialect dialect) {
 
 std::string csvPadForFixedLengthFields(std::string_view utf8, std::size_t length, char fill,
                                        bool left_aligned, std::string_view columns,
-                                       CsvDialect dialect) {
+                                       const CsvInput& input) {
     const std::vector<NumberRange> list = ParseNumberList(columns);
     std::string out;
     CsvWriter writer(out);
-    CsvReader reader(utf8, dialect);
+    CsvReader reader(utf8, input);
     std::vector<std::string_view> fields;
     std::string padded;
     while (reader.Next(fields)) {
@@ -159,13 +159,13 @@ void CleanField(std::string_view field, std::string& clean) {
 
 }  // namespace
 
-std::string csvRemoveControlCharacters(std::string_view utf8, CsvDialect dialect) {
-    if (dialect == CsvDialect{} && HasNothingToRemove(utf8))
+std::string csvRemoveControlCharacters(std::string_view utf8, const CsvInput& input) {
+    if (input.dialect == CsvDialect{} && HasNothingToRemove(utf8))
         return std::string(utf8);
     std::string out;
     out.reserve(utf8.size());
     CsvWriter writer(out);
-    CsvReader reader(utf8, dialect);
+    CsvReader reader(utf8, input);
     std::vector<std::string_view> fields;
     std::string clean;
     while (reader.Next(fields)) {
@@ -182,14 +182,14 @@ std::string csvRemoveControlCharacters(std::string_view utf8, CsvDialect dialect
     return out;
 }
 
-std::string csvCropRows(std::string_view utf8, std::string_view rows, CsvDialect dialect) {
+std::string csvCropRows(std::string_view utf8, std::string_view rows, const CsvInput& input) {
     std::vector<NumberRange> list = ParseNumberList(rows);
     if (list.empty())
         list.emplace_back();
     ListCursor cursor(list);
     std::string out;
     CsvWriter writer(out);
-    CsvReader reader(utf8, dialect);
+    CsvReader reader(utf8, input);
     std::vector<std::string_view> fields;
     for (std::int64_t row = 1; reader.Next(fields); ++row) {
         if (cursor.Contains(row))
@@ -198,13 +198,13 @@ std::string csvCropRows(std::string_view utf8, std::string_view rows, CsvDialect
     return out;
 }
 
-std::string csvCropCols(std::string_view utf8, std::string_view columns, CsvDialect dialect) {
+std::string csvCropCols(std::string_view utf8, std::string_view columns, const CsvInput& input) {
     std::vector<NumberRange> list = ParseNumberList(columns);
     if (list.empty())
         list.emplace_back();
     std::string out;
     CsvWriter writer(out);
-    CsvReader reader(utf8, dialect);
+    CsvReader reader(utf8, input);
     std::vector<std::string_view> fields;
     while (reader.Next(fields)) {
         ListCursor cursor(list);
@@ -217,10 +217,10 @@ std::string csvCropCols(std::string_view utf8, std::string_view columns, CsvDial
     return out;
 }
 
-std::string csvRemoveEmptyLines(std::string_view utf8, CsvDialect dialect) {
+std::string csvRemoveEmptyLines(std::string_view utf8, const CsvInput& input) {
     std::string out;
     CsvWriter writer(out);
-    CsvReader reader(utf8, dialect);
+    CsvReader reader(utf8, input);
     std::vector<std::string_view> fields;
     while (reader.Next(fields)) {
         if (!IsEmptyRecord(fields))

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "common/base/run_watcher.h"
+
 namespace zorvane {
 
 struct CsvDialect {
@@ -21,13 +23,20 @@ struct CsvDialect {
 /// occurs. A comma inside of numbers (1,5) speaks against it where another one fits.
 CsvDialect DetectCsv(std::string_view utf8);
 
+/// What a text is read with. A stop by the watcher is to a reader the end of its text, so what an
+/// operation gives then is not whole.
+struct CsvInput {
+    CsvDialect dialect;
+    RunWatcher* watcher = nullptr;
+};
+
 /// Reads records one by one. A byte-order mark is passed over; CR LF, LF and CR end a record; the
 /// break behind the last record opens no further one. A quote inside of a plain field is a
 /// character like any other, and a quoted field that is never closed reaches to the end.
 class CsvReader {
   public:
     /// `utf8` is borrowed.
-    CsvReader(std::string_view utf8, CsvDialect dialect);
+    CsvReader(std::string_view utf8, CsvInput input);
     /// False at the end. The views live until the next call. An empty line is one empty field.
     bool Next(std::vector<std::string_view>& fields);
 
@@ -38,7 +47,9 @@ class CsvReader {
 
     std::string_view text_;
     char delimiter_;
+    StopCheck stop_;
     std::size_t at_ = 0;
+    std::size_t told_ = 0;  // up to where the stop has been asked for
     std::string unescaped_;
     std::vector<std::pair<std::size_t, std::size_t>> places_;
 };
@@ -70,26 +81,26 @@ std::vector<NumberRange> ParseNumberList(std::string_view list);
 /// True when each item is one of those, and none is below 1.
 bool IsNumberList(std::string_view list);
 
-// The operations. `dialect` is that of the text that comes in; what goes out has commas.
+// The operations. `input` tells of the text that comes in; what goes out has commas.
 
 /// Blanks and tabs at both ends of each field go, then the empty fields behind the last filled one
 /// of each record, then the empty records behind the last filled one.
-std::string csvTrim(std::string_view utf8, CsvDialect dialect = {});
+std::string csvTrim(std::string_view utf8, const CsvInput& input = {});
 /// One blank behind each field but the last, so that cells are words of their own. No more: a width
 /// that follows the widest cell would make every row differ when one cell grows.
-std::string csvPadWithSpaces(std::string_view utf8, CsvDialect dialect = {});
+std::string csvPadWithSpaces(std::string_view utf8, const CsvInput& input = {});
 /// Each field of the listed columns to `length` characters; a longer one stays whole.
 std::string csvPadForFixedLengthFields(std::string_view utf8, std::size_t length, char fill,
                                        bool left_aligned, std::string_view columns,
-                                       CsvDialect dialect = {});
+                                       const CsvInput& input = {});
 /// Control characters other than tab go; a line break inside of a cell becomes a blank.
-std::string csvRemoveControlCharacters(std::string_view utf8, CsvDialect dialect = {});
+std::string csvRemoveControlCharacters(std::string_view utf8, const CsvInput& input = {});
 /// Keep the listed records or columns alone, in the order of the text. A list without any number
 /// keeps all, since nobody compares nothing.
-std::string csvCropRows(std::string_view utf8, std::string_view rows, CsvDialect dialect = {});
-std::string csvCropCols(std::string_view utf8, std::string_view columns, CsvDialect dialect = {});
+std::string csvCropRows(std::string_view utf8, std::string_view rows, const CsvInput& input = {});
+std::string csvCropCols(std::string_view utf8, std::string_view columns, const CsvInput& input = {});
 /// Records that hold nothing but blanks go.
-std::string csvRemoveEmptyLines(std::string_view utf8, CsvDialect dialect = {});
+std::string csvRemoveEmptyLines(std::string_view utf8, const CsvInput& input = {});
 
 /// The sheets of a list such as "1-2, 12, 20, *" or "Sales,Costs", as indices from 0 in the order
 /// of the list, each once. At each place a sheet's name goes first, the longest one that fits up to

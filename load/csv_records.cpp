@@ -31,7 +31,7 @@ std::string WithoutQuoted(std::string_view text) {
 // How evenly one delimiter cuts the first records, 0 to 1.
 double ScoreOf(std::string_view sample, char delimiter) {
     constexpr std::size_t kMostRecords = 200;
-    CsvReader reader(sample, {delimiter});
+    CsvReader reader(sample, {{delimiter}});
     std::vector<std::string_view> fields;
     std::map<std::size_t, std::size_t> records_by_count;
     std::size_t records = 0;
@@ -87,8 +87,8 @@ CsvDialect DetectCsv(std::string_view utf8) {
     return dialect;
 }
 
-CsvReader::CsvReader(std::string_view utf8, CsvDialect dialect)
-    : text_(utf8), delimiter_(dialect.delimiter) {
+CsvReader::CsvReader(std::string_view utf8, CsvInput input)
+    : text_(utf8), delimiter_(input.dialect.delimiter), stop_(input.watcher) {
     if (text_.starts_with("\xEF\xBB\xBF"))
         text_.remove_prefix(3);
 }
@@ -135,8 +135,9 @@ std::string_view CsvReader::Quoted() {
 
 bool CsvReader::Next(std::vector<std::string_view>& fields) {
     fields.clear();
-    if (at_ >= text_.size())
+    if (at_ >= text_.size() || !stop_.KeepGoing(static_cast<std::int64_t>(at_ - told_)))
         return false;
+    told_ = at_;
     unescaped_.clear();
     places_.clear();
     std::vector<std::size_t> copied;  // fields whose text moves until the record is complete

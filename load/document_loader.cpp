@@ -180,6 +180,18 @@ std::u16string DocumentLoader::Decode(const std::string& bytes) const {
     return DecodeText(bytes, DetectEncoding(bytes, parts_.process.platform.locale->EncodingName()));
 }
 
+// As it was decoded, in no format yet.
+RichText DocumentLoader::PlainText(const std::string& sFile, const std::string& bytes,
+                                   bool remove_blank_lines,
+                                   std::vector<BesideItem>& beside) const {
+    RichText text;
+    if (KeepGoing())
+        text.text = Decode(bytes);
+    if (remove_blank_lines && KeepGoing())
+        RemoveBlankLines(sFile, text.text, beside);
+    return text;
+}
+
 void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, EditorTarget target) {
     clsCompareFileOptions& options = parts_.options;
     const bool side = IsSide(target);
@@ -196,30 +208,26 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     const bool rich = !(side && bLoadedAsPlainText) && LooksLikeRtf(bytes);
     if (side)
         kept_.looks[SideOf(target)] = rich ? UpperExtension(sFile) : "";
-    if (rich) {
-        if (side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
-            RewriteRichText(sFile, bytes);
-        RichText text = ReadRtf(bytes, beside, parts_.watcher);
-        if (!KeepGoing())
-            return;
-        std::string().swap(bytes);
-        if (remove_blank_lines) {
-            NumberWithoutEmptyLines(text.text, beside);
-            RemoveEmptyParagraphs(text);
-        }
-        if (side)
-            TakeNoText(sFile, text.text, SideOf(target));
-        document.RichTB().SetRich(std::move(text));
-    } else {
-        std::u16string text = Decode(bytes);
-        std::string().swap(bytes);  // a text can be large, and the editor makes its own copy
-        if (remove_blank_lines)
-            RemoveBlankLines(sFile, text, beside);
-        if (side)
-            TakeNoText(sFile, text, SideOf(target));
-        document.RichTB().SetRich(
-            RichText::PlainFrom(std::move(text), document.RichTB().DefaultFormat()));
+    if (rich && side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
+        RewriteRichText(sFile, bytes);
+    RichText text = rich ? ReadRtf(bytes, beside, parts_.watcher)
+                         : PlainText(sFile, bytes, remove_blank_lines, beside);
+    if (!KeepGoing())
+        return;
+    std::string().swap(bytes);  // a text can be large
+    if (rich && remove_blank_lines) {
+        NumberWithoutEmptyLines(text.text, beside);
+        RemoveEmptyParagraphs(text);
     }
+    if (side)
+        TakeNoText(sFile, text.text, SideOf(target));
+    if (!rich)
+        text = RichText::PlainFrom(std::move(text.text), document.RichTB().DefaultFormat());
+    if (!KeepGoing())
+        return;
+    document.RichTB().SetRich(std::move(text));
+    if (!KeepGoing())
+        return;
     if (!parts_.process.translator.gbDoubleByteLocale && !(side && plain))
         document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);
     if (!side)
@@ -249,7 +257,7 @@ void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& byte
 void DocumentLoader::RemoveBlankLines(const std::string& sFile, std::u16string& text,
                                       std::vector<BesideItem>& beside) const {
     if (IsSpreadsheetName(sFile)) {
-        text = NormalizeBreaks(ToUtf16(csvRemoveEmptyLines(ToUtf8(text))));
+        text = NormalizeBreaks(ToUtf16(csvRemoveEmptyLines(ToUtf8(text), {{}, parts_.watcher})));
         return;
     }
     NumberWithoutEmptyLines(text, beside);

@@ -140,6 +140,8 @@ class DocumentLoader {
     std::optional<LoadedFileIdentity> IdentityOf(const std::string& sFile) const;
     void RememberFile(Side side, const std::string& sFile);
     std::optional<std::string> ReadForView(const std::string& sFile);
+    RichText PlainText(const std::string& sFile, const std::string& bytes, bool remove_blank_lines,
+                       std::vector<BesideItem>& beside) const;
     void FillEditor(const std::string& sFile, std::string bytes, EditorTarget target);
     void TakeNoText(const std::string& sFile, std::u16string_view text, Side side);
     void RewriteRichText(const std::string& sFile, std::string& bytes);

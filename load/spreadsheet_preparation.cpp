@@ -25,7 +25,7 @@ bool IsSpreadsheetName(std::string_view sFile) {
 }
 
 SpreadsheetPreparation::SpreadsheetPreparation(LoadContext& context)
-    : context_(context), grid_(context.service, Quietly(context)), observer_(Quietly(context)) {}
+    : context_(context), grid_(context.service, Quietly(context), context.watcher), observer_(Quietly(context)) {}
 
 SpreadsheetPreparation::SideOptions SpreadsheetPreparation::OptionsOf(Side side) const {
     const clsCompareFileOptions& options = context_.options;
@@ -55,6 +55,8 @@ void SpreadsheetPreparation::LogLoadFailure(const std::string& text, const std::
 }
 
 bool SpreadsheetPreparation::Fail(std::string_view tag, std::string_view text) {
+    if (!context_.KeepGoing())
+        return false;  // a user's own stop is no error
     LogMessage(context_.telling, std::string(tag) + ": " + context_.process.Translate(text));
     return false;
 }

@@ -1,27 +1,28 @@
 #include "load/trellis_grid.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
-#include "load/csv_operations.h"
 
 namespace zorvane {
 namespace {
 
 constexpr std::int32_t kFailed = 1;
 
-// One operation from file to file.
-std::int32_t Rewrite(const std::string& sIn, const std::string& sOut,
-                     const std::function<std::string(const std::string&)>& operation) {
-    const Result<std::string> text = ReadWholeFile(sIn);
-    if (!text.ok())
-        return kFailed;
-    return WriteWholeFile(sOut, operation(text.value())).ok() ? 0 : kFailed;
-}
-
 }  // namespace
+
+std::int32_t TrellisGrid::Rewrite(
+    const std::string& sIn, const std::string& sOut,
+    const std::function<std::string(const std::string&)>& operation) const {
+    const Result<std::string> text = ReadWholeFile(sIn);
+    if (!text.ok() || !KeepGoing(watcher_))
+        return kFailed;
+    const std::string made = operation(text.value());
+    if (!KeepGoing(watcher_))
+        return kFailed;
+    return WriteWholeFile(sOut, made).ok() && KeepGoing(watcher_) ? 0 : kFailed;
+}
 
 std::int32_t TrellisGrid::OpenXLSSaveAs(const std::string& sFile, const std::string& sTarget,
                                         const std::string& sSheets, bool bFormulas, bool bValues) {
@@ -41,11 +42,14 @@ std::int32_t TrellisGrid::OpenXLSSaveAs(const std::string& sFile, const std::str
 
 std::int32_t TrellisGrid::csvRecogniseFile(const std::string& sIn, const std::string& sOut,
                                            const std::string& sLocaleEncoding) {
-    return Rewrite(sIn, sOut, [&sLocaleEncoding](const std::string& bytes) {
-        const std::string text = ToUtf8(DecodeText(bytes, DetectEncoding(bytes, sLocaleEncoding)));
+    return Rewrite(sIn, sOut, [this, &sLocaleEncoding](const std::string& bytes) {
+        const std::u16string wide = DecodeText(bytes, DetectEncoding(bytes, sLocaleEncoding));
         std::string out;
+        if (!KeepGoing(watcher_))
+            return out;
+        const std::string text = ToUtf8(wide);
         CsvWriter writer(out);
-        CsvReader reader(text, DetectCsv(text));
+        CsvReader reader(text, {DetectCsv(text), watcher_});
         std::vector<std::string_view> fields;
         while (reader.Next(fields)) {
             for (const std::string_view field : fields)
@@ -57,44 +61,44 @@ std::int32_t TrellisGrid::csvRecogniseFile(const std::string& sIn, const std::st
 }
 
 std::int32_t TrellisGrid::csvTrimCSVFile(const std::string& sIn, const std::string& sOut) {
-    return Rewrite(sIn, sOut, [](const std::string& text) { return csvTrim(text); });
+    return Rewrite(sIn, sOut, [this](const std::string& text) { return csvTrim(text, Input()); });
 }
 
 std::int32_t TrellisGrid::csvPadWithSpaces(const std::string& sIn, const std::string& sOut) {
     return Rewrite(sIn, sOut,
-                   [](const std::string& text) { return zorvane::csvPadWithSpaces(text); });
+                   [this](const std::string& text) { return zorvane::csvPadWithSpaces(text, Input()); });
 }
 
 std::int32_t TrellisGrid::csvPadForFixedLengthFields(const std::string& sIn,
                                                      const std::string& sOut,
                                                      std::int32_t lLength) {
-    return Rewrite(sIn, sOut, [lLength](const std::string& text) {
+    return Rewrite(sIn, sOut, [this, lLength](const std::string& text) {
         return zorvane::csvPadForFixedLengthFields(
-            text, static_cast<std::size_t>(std::max(lLength, 0)), ' ', true, "*");
+            text, static_cast<std::size_t>(std::max(lLength, 0)), ' ', true, "*", Input());
     });
 }
 
 std::int32_t TrellisGrid::csvRemoveControlCharactersFromFile(const std::string& sIn,
                                                              const std::string& sOut) {
     return Rewrite(sIn, sOut,
-                   [](const std::string& text) { return csvRemoveControlCharacters(text); });
+                   [this](const std::string& text) { return csvRemoveControlCharacters(text, Input()); });
 }
 
 std::int32_t TrellisGrid::csvCropCSVFileRows(const std::string& sIn, const std::string& sOut,
                                              const std::string& sRows) {
     return Rewrite(sIn, sOut,
-                   [&sRows](const std::string& text) { return csvCropRows(text, sRows); });
+                   [this, &sRows](const std::string& text) { return csvCropRows(text, sRows, Input()); });
 }
 
 std::int32_t TrellisGrid::csvCropCSVFileCols(const std::string& sIn, const std::string& sOut,
                                              const std::string& sCols) {
     return Rewrite(sIn, sOut,
-                   [&sCols](const std::string& text) { return csvCropCols(text, sCols); });
+                   [this, &sCols](const std::string& text) { return csvCropCols(text, sCols, Input()); });
 }
 
 std::int32_t TrellisGrid::csvRemoveEmptyLines(const std::string& sIn, const std::string& sOut) {
     return Rewrite(sIn, sOut,
-                   [](const std::string& text) { return zorvane::csvRemoveEmptyLines(text); });
+                   [this](const std::string& text) { return zorvane::csvRemoveEmptyLines(text, Input()); });
 }
 
 std::int32_t TrellisGrid::ConcatenateTwoTextFilesEx(const std::string& sFirst,

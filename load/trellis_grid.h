@@ -3,10 +3,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "load/conversion_service.h"
+#include "load/csv_operations.h"
 
 namespace zorvane {
 
@@ -19,9 +22,11 @@ struct SheetFiles {
 /// Results are 0 on success. A file may be worked on in place.
 class TrellisGrid {
   public:
-    /// `service` is borrowed.
-    TrellisGrid(ConversionService& service, ConversionObserver observer)
-        : service_(service), observer_(std::move(observer)) {}
+    /// `service` and `watcher` are borrowed. What the watcher stops fails and leaves the file as it
+    /// was.
+    TrellisGrid(ConversionService& service, ConversionObserver observer,
+                RunWatcher* watcher = nullptr)
+        : service_(service), observer_(std::move(observer)), watcher_(watcher) {}
 
     bool ExcelIsInstalled() { return service_.OfficeInstalled(); }
     double ExcelVersion() const { return 16.0; }
@@ -60,8 +65,14 @@ class TrellisGrid {
     std::int32_t ConcatenateTwoTextFilesEx(const std::string& sFirst, const std::string& sSecond);
 
   private:
+    /// One operation from file to file.
+    std::int32_t Rewrite(const std::string& sIn, const std::string& sOut,
+                         const std::function<std::string(const std::string&)>& operation) const;
+    CsvInput Input() const { return {{}, watcher_}; }
+
     ConversionService& service_;
     ConversionObserver observer_;
+    RunWatcher* watcher_;
     SheetFiles made_;
     std::string error_;
 };

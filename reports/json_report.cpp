@@ -7,12 +7,7 @@
 namespace zorvane {
 namespace {
 
-void AppendString(std::string_view text, std::string& out) {
-    if (!IsValidUtf8(text)) {
-        AppendString(ToUtf8(ToUtf16(text)), out);
-        return;
-    }
-    out += '"';
+void AppendEscaped(std::string_view text, std::string& out) {
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
         if (character == '"' || character == '\\')
@@ -24,6 +19,15 @@ void AppendString(std::string_view text, std::string& out) {
         else
             out += character;
     }
+}
+
+void AppendString(std::string_view text, std::string& out) {
+    if (!IsValidUtf8(text)) {
+        AppendString(ToUtf8(ToUtf16(text)), out);
+        return;
+    }
+    out += '"';
+    AppendEscaped(text, out);
     out += '"';
 }
 
@@ -61,7 +65,7 @@ class JsonWriter {
         out_ += "},\"characters\":{";
         AppendCounts(comparison_.character_counts, out_);
         out_ += "}},\n\"records\":[";
-        for (std::size_t i = 0; i < count && stop_.KeepGoing(); ++i)
+        for (std::size_t i = 0; i < count && stop_.KeepGoing(kUnitsOfRecord); ++i)
             Record(i);
         out_ += count == 0 ? "],\n\"moves\":[" : "\n],\n\"moves\":[";
         for (std::size_t i = 0; i < comparison_.moves.size(); ++i)
@@ -95,8 +99,7 @@ class JsonWriter {
             fmt::format_to(std::back_inserter(out_), ",\"moved\":{}",
                            PartnerOf(*move, record.type) + 1);
         out_ += ",\"sections\":";
-        Sections(comparison_.SectionsOf(index), comparison_.Text(Side::Original, record),
-                 comparison_.Text(Side::Modified, record));
+        Sections(comparison_.SectionsOf(index), record, record);
         out_ += '}';
     }
 
@@ -106,10 +109,8 @@ class JsonWriter {
                        "{}\n{{\"deletion\":{},\"addition\":{},\"sections\":", index == 0 ? "" : ",",
                        move.deletion + 1, move.addition + 1);
         Sections(comparison_.SectionsOf(move),
-                 comparison_.Text(Side::Original,
-                                  comparison_.records[static_cast<std::size_t>(move.deletion)]),
-                 comparison_.Text(Side::Modified,
-                                  comparison_.records[static_cast<std::size_t>(move.addition)]));
+                 comparison_.records[static_cast<std::size_t>(move.deletion)],
+                 comparison_.records[static_cast<std::size_t>(move.addition)]);
         out_ += '}';
     }
 
@@ -129,22 +130,35 @@ class JsonWriter {
 
     void Lines(const char* name, Side side, const DifferenceRecord& record) {
         const std::int32_t first = FirstOf(record, side);
+        std::u16string buffer;
         fmt::format_to(std::back_inserter(out_), "\"{}\":{{\"first\":{},\"last\":{},\"text\":[",
                        name, first, LastOf(record, side));
         for (std::int32_t i = 0; i < CountOf(record, side); ++i) {
             if (i > 0)
                 out_ += ',';
-            AppendString(comparison_.Paragraph(side, first + i), out_);
+            Text(comparison_.Lines(side).Text(first + i - 1, buffer));
         }
         out_ += "]}";
     }
 
-    void Sections(std::span<const SectionDetail> sections, const std::u16string& original,
-                  const std::u16string& modified) {
+    void Text(std::u16string_view text) {
+        out_ += '"';
+        WriteInParts(text, stop_,
+                     [this](std::u16string_view part) { AppendEscaped(ToUtf8(part), out_); });
+        out_ += '"';
+    }
+
+    // In the texts of one record, or of the two records of a move.
+    void Sections(std::span<const SectionDetail> sections, const DifferenceRecord& from,
+                  const DifferenceRecord& to) {
+        PerSide<std::u16string> buffers;
+        const std::u16string_view original =
+            comparison_.Text(Side::Original, from, buffers.original);
+        const std::u16string_view modified = comparison_.Text(Side::Modified, to, buffers.modified);
         out_ += '[';
         bool first = true;
         for (const SectionDetail& section : sections) {
-            if (!stop_.KeepGoing())
+            if (!stop_.KeepGoing(kUnitsOfRecord))
                 break;
             out_ += first ? "" : ",";
             first = false;
@@ -181,13 +195,13 @@ class JsonWriter {
         fmt::format_to(std::back_inserter(out_),
                        "\"{}\":{{\"first\":{},\"last\":{},\"begin\":{},\"end\":{},\"text\":", side,
                        place.first, place.last, place.begin, place.end);
-        AppendString(ToUtf8(PlaceText(text, place)), out_);
+        Text(PlaceText(text, place));
         out_ += '}';
     }
 
     const ReportModel& model_;
     const Comparison& comparison_;
-    StopCheck stop_{model_.watcher, kBetweenStops};
+    StopCheck stop_{model_.watcher, kUnitsBetweenStops};
     std::string out_;
 };
 

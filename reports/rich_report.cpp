@@ -121,10 +121,22 @@ void WriteBeside(const Comparison& comparison, LineWriter& writer) {
         writer.Line("- " + DescribeBeside(note));
 }
 
-// With its last break behind it, so that what follows begins on a line of its own.
-void AppendPiece(const Editor& piece, Editor& scratch) {
-    RichText text = piece.Rich({CharPos{0}, piece.Length() + 2});
-    scratch.Replace({CharPos{scratch.Length()}, 0}, text);
+// The merged text with its last break behind it, so that what follows begins on a line of its own.
+// False after a stop.
+bool AppendPieces(const RichReportPieces& pieces, Editor& scratch, RunWatcher* watcher) {
+    for (const Editor* piece :
+         {pieces.all_in_one, pieces.additions, pieces.deletions, pieces.changes}) {
+        if (piece == nullptr)
+            continue;
+        const std::int32_t last_break = piece == pieces.all_in_one ? 2 : 0;
+        const RichText text = piece->Rich({CharPos{0}, piece->Length() + last_break});
+        if (!KeepGoing(watcher))
+            return false;
+        scratch.Replace({CharPos{scratch.Length()}, 0}, text);
+        if (!KeepGoing(watcher))
+            return false;
+    }
+    return true;
 }
 
 }  // namespace
@@ -141,18 +153,17 @@ Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std
     LineWriter writer(scratch, own);
     if (any && headed)
         WriteHead(pieces, writer);
-    if (pieces.all_in_one != nullptr)
-        AppendPiece(*pieces.all_in_one, scratch);
-    for (const Editor* summary : {pieces.additions, pieces.deletions, pieces.changes}) {
-        if (summary != nullptr)
-            scratch.Replace({CharPos{scratch.Length()}, 0}, summary->Rich());
-    }
+    if (!AppendPieces(pieces, scratch, watcher))
+        return Failure{std::string(kReportStopped)};
     if (any && pieces.comparison != nullptr)
         WriteBeside(*pieces.comparison, writer);
     if (!KeepGoing(watcher))
         return Failure{std::string(kReportStopped)};
+    const RichText whole = scratch.Rich();
+    if (!KeepGoing(watcher))
+        return Failure{std::string(kReportStopped)};
     const std::string rtf =
-        WriteRtfPage(scratch.Rich(), headed ? TableForm::Cells : TableForm::Tabs, watcher);
+        WriteRtfPage(whole, headed ? TableForm::Cells : TableForm::Tabs, watcher);
     return KeepGoing(watcher) ? ReplaceFile(file, rtf, mode) : Failure{std::string(kReportStopped)};
 }
 

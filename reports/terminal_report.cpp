@@ -24,7 +24,7 @@ constexpr std::string_view kBold = "\x1B[1m";
 constexpr std::string_view kReset = "\x1B[0m";
 
 // A cell mark as a tab, a line break inside a paragraph as a new line of it.
-std::string Shown(const std::u16string& text) {
+std::string Shown(std::u16string_view text) {
     constexpr std::string_view kNextLine = "\n    ";
     std::string out;
     const std::string utf8 = ToUtf8(text);
@@ -58,8 +58,8 @@ class TerminalWriter {
     std::string Write() {
         Paint(kBold, "--- " + Shown(model_.names.original));
         Paint(kBold, "+++ " + Shown(model_.names.modified));
-        StopCheck stop(model_.watcher, kBetweenStops);
-        for (std::size_t i = 0; i < comparison_.records.size() && stop.KeepGoing(); ++i)
+        const std::size_t count = comparison_.records.size();
+        for (std::size_t i = 0; i < count && stop_.KeepGoing(kUnitsOfRecord); ++i)
             Record(i);
         out_ += "\n" + WriteVerdict(model_);
         return std::move(out_);
@@ -95,26 +95,32 @@ class TerminalWriter {
     }
 
     void Unchanged(std::int32_t begin, std::int32_t end) {
-        for (std::int32_t number = begin; number < end; ++number)
-            out_.append("  ")
-                .append(Shown(comparison_.Paragraph(Side::Original, number)))
-                .append("\n");
+        std::u16string buffer;
+        for (std::int32_t number = begin; number < end; ++number) {
+            out_ += "  ";
+            WriteInParts(comparison_.Lines(Side::Original).Text(number - 1, buffer), stop_,
+                         [this](std::u16string_view part) { out_ += Shown(part); });
+            out_ += "\n";
+        }
     }
 
     void Body(std::size_t index) {
         const DifferenceRecord& record = comparison_.records[index];
-        const std::u16string original = comparison_.Text(Side::Original, record);
-        const std::u16string modified = comparison_.Text(Side::Modified, record);
+        PerSide<std::u16string> buffers;
+        const std::u16string_view original =
+            comparison_.Text(Side::Original, record, buffers.original);
+        const std::u16string_view modified =
+            comparison_.Text(Side::Modified, record, buffers.modified);
         const Move* move = comparison_.MoveOf(index);
         switch (record.type) {
             case DifferenceType::Addition:
                 if (move != nullptr && move->section_count > 0)
                     Moved(*move, modified);
                 else
-                    Lines("+ ", {{PieceKind::Added, modified}});
+                    Lines("+ ", {{PieceKind::Added, std::u16string(modified)}});
                 return;
             case DifferenceType::Deletion:
-                Lines("- ", {{PieceKind::Deleted, original}});
+                Lines("- ", {{PieceKind::Deleted, std::u16string(original)}});
                 return;
             case DifferenceType::Change:
                 Lines("~ ", MergedPieces(comparison_,
@@ -124,7 +130,7 @@ class TerminalWriter {
     }
 
     // At the new place stands what changed on the way.
-    void Moved(const Move& move, const std::u16string& modified) {
+    void Moved(const Move& move, std::u16string_view modified) {
         const std::u16string original = comparison_.Text(
             Side::Original, comparison_.records[static_cast<std::size_t>(move.deletion)]);
         Lines("> ", MergedPieces(comparison_, {original, modified, comparison_.SectionsOf(move)}));
@@ -151,12 +157,16 @@ class TerminalWriter {
 
     void Marked(const Piece& piece) {
         const Marks marks = MarksOf(piece.kind);
-        out_.append(marks.open).append(Shown(ToldText(piece))).append(marks.close);
+        out_ += marks.open;
+        WriteInParts(ToldText(piece), stop_,
+                     [this](std::u16string_view part) { out_ += Shown(part); });
+        out_ += marks.close;
     }
 
     const ReportModel& model_;
     const Comparison& comparison_;
     TerminalStyle style_;
+    StopCheck stop_{model_.watcher, kUnitsBetweenStops};
     std::int32_t shown_to_ = 1;  // the first paragraph of the original that has not been shown
     std::string out_;
 };

@@ -339,13 +339,15 @@ class ParagraphCompare {
 
 std::vector<BesideDifference> CompareFormatting(const RichText& original, const RichText& modified,
                                                 const ParagraphPartners& partners,
-                                                FormatDepth depth) {
+                                                FormatDepth depth, RunWatcher* watcher) {
+    constexpr std::int64_t kBetweenStops = 512;  // paragraphs
     std::vector<BesideDifference> differences;
     if (depth == FormatDepth::None)
         return differences;
     const Document old_side(original);
     const Document new_side(modified);
-    for (std::size_t i = 0; i < partners.size(); ++i) {
+    StopCheck stop(watcher, kBetweenStops);
+    for (std::size_t i = 0; i < partners.size() && stop.KeepGoing(); ++i) {
         ParagraphCompare compare(old_side, new_side, depth);
         if (auto found = compare.Run(static_cast<std::int32_t>(i) + 1, partners[i]))
             differences.push_back(std::move(*found));

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/document/beside_compare.h"
 #include "compare/document/rich_text.h"
 
@@ -22,6 +23,6 @@ enum class FormatDepth : std::uint8_t {
 /// words and what they look like: "“price” not bold" and "“price” bold".
 std::vector<BesideDifference> CompareFormatting(const RichText& original, const RichText& modified,
                                                 const ParagraphPartners& partners,
-                                                FormatDepth depth);
+                                                FormatDepth depth, RunWatcher* watcher = nullptr);
 
 }  // namespace zorvane

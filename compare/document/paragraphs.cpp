@@ -1,5 +1,7 @@
 #include "compare/document/paragraphs.h"
 
+#include "common/base/unit_search.h"
+
 namespace zorvane {
 
 void Paragraphs::Build(std::span<const std::u16string_view> pieces) {
@@ -8,8 +10,8 @@ void Paragraphs::Build(std::span<const std::u16string_view> pieces) {
     std::int32_t start = 0;
     std::int32_t offset = 0;
     for (const std::u16string_view piece : pieces) {
-        for (std::size_t feed = piece.find(u'\n'); feed != std::u16string_view::npos;
-             feed = piece.find(u'\n', feed + 1)) {
+        for (std::size_t feed = FindUnit(piece, u'\n'); feed != std::u16string_view::npos;
+             feed = FindUnit(piece, u'\n', feed + 1)) {
             const std::int32_t end = offset + static_cast<std::int32_t>(feed) + 1;
             list_.push_back({CharPos{start}, CharPos{end}});
             start = end;

@@ -155,13 +155,26 @@ void clsRTBDocument::SetCursorAt(ParagraphNumber number) {
     editor_->Select({place, 0});
 }
 
+namespace {
+
+constexpr std::u16string_view kTwoReturns = u"\r\r";
+
+bool HasTwoReturns(std::u16string_view text) {
+    for (std::size_t at = 0; (at = FindUnit(text, u'\r', at)) != std::u16string_view::npos; ++at) {
+        if (text.substr(at, kTwoReturns.size()) == kTwoReturns)
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
 void clsRTBDocument::RemoveDoubledReturns() {
-    constexpr std::u16string_view kTwoReturns = u"\r\r";
     bool doubled = false;
     char16_t last = 0;
     for (const std::u16string_view piece : editor_->TextPieces()) {
         doubled = doubled || (last == u'\r' && piece.starts_with(u'\r')) ||
-                  piece.find(kTwoReturns) != std::u16string_view::npos;
+                  HasTwoReturns(piece);
         last = piece.empty() ? last : piece.back();
     }
     if (!doubled)

@@ -66,6 +66,7 @@ class clsRTBDocument {
     void ParagraphCollectionAdjust();
     void ParagraphCollectionEmpty();
     /// The collection as a value: a run builds it where the text is not shown yet.
+    const Paragraphs& AllParagraphs() const { return paragraphs_; }
     Paragraphs TakeParagraphs() { return std::exchange(paragraphs_, {}); }
     void SetParagraphs(Paragraphs paragraphs) { paragraphs_ = std::move(paragraphs); }
 

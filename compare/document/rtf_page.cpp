@@ -39,6 +39,8 @@ class Walk {
     std::size_t end_ = 0;
 };
 
+constexpr std::size_t kUnitsBetweenStops = 1 << 16;
+
 std::vector<Paragraph> ParagraphsOf(std::u16string_view text) {
     std::vector<Paragraph> paragraphs;
     for (std::size_t begin = 0; begin < text.size();) {
@@ -102,7 +104,9 @@ class PageWriter {
         while (begin < end) {
             if (const CharFormat* format = chars_.At(begin))
                 body_.Chars(*format);
-            const std::size_t stop = chars_.End() > begin ? std::min(end, chars_.End()) : end;
+            // One run may be the whole document.
+            const std::size_t most = std::min(end, begin + kUnitsBetweenStops);
+            const std::size_t stop = chars_.End() > begin ? std::min(most, chars_.End()) : most;
             if (!stop_.KeepGoing(static_cast<std::int64_t>(stop - begin)))
                 return;
             body_.Units(std::u16string_view(text_.text).substr(begin, stop - begin));

@@ -38,7 +38,12 @@ AnchorFinder::Slot& AnchorFinder::SlotOf(std::uint64_t hash) {
 void AnchorFinder::CollectOriginal(std::span<const std::uint32_t> original, std::int32_t length) {
     const std::size_t count = RunCount(original.size(), length);
     const std::size_t size = std::bit_ceil(std::max<std::size_t>(2 * count, 16));
-    slots_.assign(size, Slot{});
+    // In parts: to clear the table of a long text takes longer than a stop may wait.
+    constexpr std::size_t kPart = 1 << 18;
+    slots_.clear();
+    slots_.reserve(size);
+    while (slots_.size() < size && stop_.KeepGoing(kPart))
+        slots_.resize(std::min(slots_.size() + kPart, size));
     mask_ = size - 1;
     for (std::size_t at = 0; at < count && stop_.KeepGoing(length); ++at) {
         const std::uint64_t hash = HashOfRun(original, at, length);

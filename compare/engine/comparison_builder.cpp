@@ -240,8 +240,9 @@ class ComparisonBuilder {
         }
         detail.first_section = static_cast<std::uint32_t>(out_.sections.size());
         if (item.record.type == DifferenceType::Change && options_.find_sections) {
-            const PerSide<std::u16string> texts{out_.Text(Side::Original, item.record),
-                                                out_.Text(Side::Modified, item.record)};
+            const PerSide<std::u16string_view> texts{
+                out_.Text(Side::Original, item.record, buffers_.original),
+                out_.Text(Side::Modified, item.record, buffers_.modified)};
             if (item.block != nullptr)
                 Sections(*item.block, pairs_.sections, pairs_.letters, texts);
             else
@@ -262,7 +263,7 @@ class ComparisonBuilder {
             out_.character_counts.Add(letters.type);
     }
 
-    void FindSections(const PerSide<std::u16string>& texts) {
+    void FindSections(const PerSide<std::u16string_view>& texts) {
         std::vector<FoundSection> sections;
         std::vector<FoundLetters> letters;
         finder_.Find(documents_.mirrored ? texts.modified : texts.original,
@@ -274,10 +275,10 @@ class ComparisonBuilder {
     }
 
     void Sections(const FoundBlock& block, const std::vector<FoundSection>& sections,
-                  const std::vector<FoundLetters>& letters, const PerSide<std::u16string>& texts) {
+                  const std::vector<FoundLetters>& letters, const PerSide<std::u16string_view>& texts) {
         SectionNumbers original(texts.original);
         SectionNumbers modified(texts.modified);
-        for (std::uint32_t i = 0; i < block.section_count; ++i) {
+        for (std::uint32_t i = 0; i < block.section_count && stop_.KeepGoing(); ++i) {
             const FoundSection& found = sections[block.first_section + i];
             SectionDetail section;
             SetPlaces(found.first, found.second, section);
@@ -316,9 +317,11 @@ class ComparisonBuilder {
         for (std::size_t i = 0; i < pairs_.moves.size(); ++i) {
             Move& move = out_.moves[i];
             move.first_section = static_cast<std::uint32_t>(out_.sections.size());
-            const PerSide<std::u16string> texts{
-                out_.Text(Side::Original, out_.records[static_cast<std::size_t>(move.deletion)]),
-                out_.Text(Side::Modified, out_.records[static_cast<std::size_t>(move.addition)])};
+            const PerSide<std::u16string_view> texts{
+                out_.Text(Side::Original, out_.records[static_cast<std::size_t>(move.deletion)],
+                          buffers_.original),
+                out_.Text(Side::Modified, out_.records[static_cast<std::size_t>(move.addition)],
+                          buffers_.modified)};
             Sections(pairs_.moves[i], pairs_.sections, pairs_.letters, texts);
             move.section_count =
                 static_cast<std::uint32_t>(out_.sections.size()) - move.first_section;
@@ -333,6 +336,7 @@ class ComparisonBuilder {
     Comparison& out_;
     PerSide<std::map<std::int32_t, std::size_t>> moves_;  // by their first place
     std::vector<Item> items_;
+    PerSide<std::u16string> buffers_;  // of texts that have to be decoded
 };
 
 }  // namespace

@@ -185,14 +185,18 @@ void DifferenceSearch::Solve(View view) {
     if (!stop_.KeepGoing(static_cast<std::int64_t>(view.Size())))
         return;
     view = Trim(view);
-    if (view.original.empty() || view.modified.empty())
+    const auto work = static_cast<std::int64_t>(view.Size());
+    if (view.original.empty() || view.modified.empty() || !stop_.KeepGoing(work))
         return;
     if (BitVectorLcs::Fits(view.original.size(), view.modified.size())) {
         SolveSmall(view);
         return;
     }
     Part part;
-    if (!Compact(view, part)) {
+    const bool smaller = Compact(view, part);
+    if (!stop_.KeepGoing(work))
+        return;
+    if (!smaller) {
         SolveLarge(view);
         return;
     }

@@ -38,6 +38,8 @@ class DifferenceSearch {
         stop_ = StopCheck(watcher);
         anchors_.Watch(watcher);
     }
+    /// For who goes through what was found.
+    bool KeepGoing(std::int64_t work) { return stop_.KeepGoing(work); }
 
   private:
     using Places = std::span<const std::int32_t>;

@@ -12,7 +12,8 @@ constexpr std::string_view kHeader =
     "Modified text,Moved with\r\n";
 
 // Cell marks as tabs, line breaks as line feeds; what no spreadsheet takes is replaced.
-std::u16string Clean(std::u16string text) {
+std::u16string Clean(std::u16string_view part) {
+    std::u16string text(part);
     std::erase(text, u'\r');
     for (char16_t& unit : text) {
         if (unit == 7)
@@ -25,17 +26,22 @@ std::u16string Clean(std::u16string text) {
     return text;
 }
 
-void AppendText(const std::u16string& text, std::string& out) {
-    const std::string utf8 = ToUtf8(Clean(text));
+void AppendText(std::u16string_view text, std::string& out, StopCheck& stop) {
     out += ",\"";
-    // A spreadsheet would run these as a formula; the apostrophe makes them text.
-    if (!utf8.empty() && std::string_view("=+-@\t\n").find(utf8.front()) != std::string_view::npos)
-        out += '\'';
-    for (const char character : utf8) {
-        if (character == '"')
-            out += '"';
-        out += character;
-    }
+    bool first = true;
+    WriteInParts(text, stop, [&](std::u16string_view part) {
+        const std::string utf8 = ToUtf8(Clean(part));
+        // A spreadsheet would run these as a formula; the apostrophe makes them text.
+        if (first && !utf8.empty() &&
+            std::string_view("=+-@\t\n").find(utf8.front()) != std::string_view::npos)
+            out += '\'';
+        first = first && utf8.empty();
+        for (const char character : utf8) {
+            if (character == '"')
+                out += '"';
+            out += character;
+        }
+    });
     out += '"';
 }
 
@@ -57,15 +63,16 @@ std::string WriteCsvReport(const ReportModel& model) {
     const Comparison& comparison = model.comparison;
     std::string out(kByteOrderMark);
     out += kHeader;
-    StopCheck stop(model.watcher, kBetweenStops);
-    for (std::size_t i = 0; i < comparison.records.size() && stop.KeepGoing(); ++i) {
+    StopCheck stop(model.watcher, kUnitsBetweenStops);
+    PerSide<std::u16string> buffers;
+    for (std::size_t i = 0; i < comparison.records.size() && stop.KeepGoing(kUnitsOfRecord); ++i) {
         const DifferenceRecord& record = comparison.records[i];
         out += std::to_string(i + 1) + "," + TypeText(record.type);
         for (const std::int32_t line : {record.first_original, record.last_original,
                                         record.first_modified, record.last_modified})
             out += "," + std::to_string(line);
-        AppendText(comparison.Text(Side::Original, record), out);
-        AppendText(comparison.Text(Side::Modified, record), out);
+        for (const Side side : kBothSides)
+            AppendText(comparison.Text(side, record, buffers[side]), out, stop);
         out += ",";
         if (const Move* move = comparison.MoveOf(i))
             out += std::to_string(PartnerOf(*move, record.type) + 1);
@@ -78,8 +85,8 @@ std::string WriteCsvReport(const ReportModel& model) {
                                         note.modified_paragraph, note.modified_paragraph})
             out += "," + std::to_string(line);
         const std::string what = note.what + " " + note.change + ": ";
-        AppendText(ToUtf16(what + note.old_text), out);
-        AppendText(ToUtf16(what + note.new_text), out);
+        AppendText(ToUtf16(what + note.old_text), out, stop);
+        AppendText(ToUtf16(what + note.new_text), out, stop);
         out += ",\r\n";
     }
     return out;

@@ -52,6 +52,27 @@ std::string MovedPlace(const Comparison& comparison, const Move& move, Side side
 /// Records between two looks for a stop.
 inline constexpr std::int64_t kBetweenStops = 32;
 
+/// Units of text between two looks for a stop, and how many of them a record counts for.
+inline constexpr std::int64_t kUnitsBetweenStops = 1 << 16;
+inline constexpr std::int64_t kUnitsOfRecord = kUnitsBetweenStops / kBetweenStops;
+
+/// Calls `write` for parts of a text that may be long, until the watcher stops it. What belongs
+/// together, a surrogate pair or CR LF, stays in one part.
+template <class Write>
+void WriteInParts(std::u16string_view text, StopCheck& stop, const Write& write) {
+    constexpr std::size_t kPart = 1 << 14;
+    while (text.size() > kPart && !stop.Stopped()) {
+        const char16_t last = text[kPart - 1];
+        const bool half = last == u'\r' || (last >= 0xD800 && last < 0xDC00);
+        const std::size_t size = half ? kPart - 1 : kPart;
+        write(text.substr(0, size));
+        text.remove_prefix(size);
+        stop.KeepGoing(static_cast<std::int64_t>(size));
+    }
+    if (stop.KeepGoing(static_cast<std::int64_t>(text.size())))
+        write(text);
+}
+
 /// The reason of a report that was stopped.
 inline constexpr std::string_view kReportStopped = "stopped";
 

@@ -93,7 +93,8 @@ LineEnd FindLineEnd(std::u16string_view text, std::size_t begin, std::size_t roo
 }
 
 // One paragraph behind its sign, wrapped; what follows is indented as far.
-void AppendWrapped(std::string_view sign, std::u16string_view paragraph, std::string& out) {
+void AppendWrapped(std::string_view sign, std::u16string_view paragraph, std::string& out,
+                   StopCheck& stop) {
     const std::string indent(sign.size(), ' ');
     const std::size_t room = kColumns - sign.size();
     std::string_view front = sign;
@@ -105,62 +106,74 @@ void AppendWrapped(std::string_view sign, std::u16string_view paragraph, std::st
         out += "\r\n";
         begin = line.next;
         front = indent;
-    } while (begin < paragraph.size());
+    } while (begin < paragraph.size() && stop.KeepGoing(kColumns));
 }
 
-void AppendSide(std::string_view sign, const std::vector<Piece>& pieces, std::string& out) {
+void AppendSide(std::string_view sign, const std::vector<Piece>& pieces, std::string& out,
+                StopCheck& stop) {
     for (const PieceParagraph& paragraph : SplitPieces(pieces)) {
         std::u16string text;
         for (const Piece& piece : paragraph.pieces) {
             const MarkRow marks = MarksOf(piece.kind);
-            text.append(marks.open).append(Visible(ToldText(piece))).append(marks.close);
+            text.append(marks.open);
+            WriteInParts(ToldText(piece), stop,
+                         [&text](std::u16string_view part) { text += Visible(part); });
+            text.append(marks.close);
         }
-        AppendWrapped(sign, text, out);
+        if (stop.Stopped())
+            return;
+        AppendWrapped(sign, text, out, stop);
     }
 }
 
-void AppendMarked(const Comparison& comparison, const ChangeText& change, std::string& out) {
-    AppendSide("- ", SidePieces(comparison, change, Side::Original), out);
-    AppendSide("+ ", SidePieces(comparison, change, Side::Modified), out);
+void AppendMarked(const Comparison& comparison, const ChangeText& change, std::string& out,
+                  StopCheck& stop) {
+    const auto length = static_cast<std::int64_t>(change.original.size() + change.modified.size());
+    AppendSide("- ", SidePieces(comparison, change, Side::Original), out, stop);
+    if (stop.KeepGoing(length))
+        AppendSide("+ ", SidePieces(comparison, change, Side::Modified), out, stop);
 }
 
-void AppendRecord(const Comparison& comparison, std::size_t index, std::string& out) {
+void AppendRecord(const Comparison& comparison, std::size_t index, std::string& out,
+                  StopCheck& stop) {
     const DifferenceRecord& record = comparison.records[index];
     out +=
         "\r\n<<<" + std::to_string(index + 1) + ">>> " + DescribeRecord(comparison, index) + "\r\n";
-    const std::u16string original = comparison.Text(Side::Original, record);
-    const std::u16string modified = comparison.Text(Side::Modified, record);
+    PerSide<std::u16string> buffers;
+    const std::u16string_view original = comparison.Text(Side::Original, record, buffers.original);
+    const std::u16string_view modified = comparison.Text(Side::Modified, record, buffers.modified);
     const Move* move = comparison.MoveOf(index);
     if (record.type == DifferenceType::Change) {
-        AppendMarked(comparison, {original, modified, comparison.SectionsOf(index)}, out);
+        AppendMarked(comparison, {original, modified, comparison.SectionsOf(index)}, out, stop);
     } else if (record.type == DifferenceType::Deletion) {
-        AppendSide("- ", {{PieceKind::Same, original}}, out);
+        AppendSide("- ", {{PieceKind::Same, std::u16string(original)}}, out, stop);
     } else if (move == nullptr || move->section_count == 0) {
-        AppendSide("+ ", {{PieceKind::Same, modified}}, out);
+        AppendSide("+ ", {{PieceKind::Same, std::u16string(modified)}}, out, stop);
     } else {
         // What changed on the way is told at the new place.
         const std::u16string old_text = comparison.Text(
             Side::Original, comparison.records[static_cast<std::size_t>(move->deletion)]);
-        AppendMarked(comparison, {old_text, modified, comparison.SectionsOf(*move)}, out);
+        AppendMarked(comparison, {old_text, modified, comparison.SectionsOf(*move)}, out, stop);
     }
 }
 
-void AppendBeside(const Comparison& comparison, std::string& out) {
+void AppendBeside(const Comparison& comparison, std::string& out, StopCheck& stop) {
     if (comparison.beside_sentence.empty())
         return;
     out += "\r\n";
     const std::string words = comparison.Same() ? "No differences in the words. " : "";
-    AppendWrapped("", Visible(ToUtf16(words + comparison.beside_sentence)), out);
+    AppendWrapped("", Visible(ToUtf16(words + comparison.beside_sentence)), out, stop);
     for (const BesideNote& note : comparison.beside)
-        AppendWrapped("* ", Visible(ToUtf16(DescribeBeside(note))), out);
+        AppendWrapped("* ", Visible(ToUtf16(DescribeBeside(note))), out, stop);
 }
 
 }  // namespace
 
 std::string WriteTextReport(const ReportModel& model) {
     std::string out;
+    StopCheck stop(model.watcher, kUnitsBetweenStops);
     if (!model.title.empty()) {
-        AppendWrapped("", Visible(ToUtf16(model.title)), out);
+        AppendWrapped("", Visible(ToUtf16(model.title)), out, stop);
         const std::size_t width = std::min(ToUtf16(model.title).size(), kColumns);
         out += std::string(width, '=') + "\r\n\r\n";
     }
@@ -169,10 +182,10 @@ std::string WriteTextReport(const ReportModel& model) {
     out += (model.comparison.same_files ? VerdictText(model.comparison)
                                         : SummaryText(model.comparison)) +
            "\r\n";
-    StopCheck stop(model.watcher, kBetweenStops);
-    for (std::size_t i = 0; i < model.comparison.records.size() && stop.KeepGoing(); ++i)
-        AppendRecord(model.comparison, i, out);
-    AppendBeside(model.comparison, out);
+    const std::size_t count = model.comparison.records.size();
+    for (std::size_t i = 0; i < count && stop.KeepGoing(kUnitsOfRecord); ++i)
+        AppendRecord(model.comparison, i, out, stop);
+    AppendBeside(model.comparison, out, stop);
     return out;
 }
 

@@ -255,9 +255,9 @@ ReportResult VestrelX::CreateEngineReport(const std::string& file, ReportType ty
     model.file_mode = state.report_mode;
     model.watcher = watcher;
     state.report_status = WriteEngineReport(model, file, type, flags);
-    if (!KeepGoing(watcher))
-        return ReportResult::Aborted;
-    return state.report_status.ok() ? ReportResult::Ok : ReportResult::TargetNotCreated;
+    if (state.report_status.ok())
+        return ReportResult::Ok;  // a stop behind the last question came too late
+    return KeepGoing(watcher) ? ReportResult::TargetNotCreated : ReportResult::Aborted;
 }
 
 const Status& VestrelX::getReportStatus() const {

@@ -54,12 +54,11 @@ class CompareJob {
             end = RunEnd::Aborted;
         out_.options = std::move(input_.options);
         out_.settings = std::move(input_.settings);
+        if (end == RunEnd::Finished && !HandOut())
+            end = RunEnd::Aborted;
         out_.end = end;
-        if (end == RunEnd::Finished) {
-            HandOut();
-        } else {
-            out_.comparison.reset();
-        }
+        if (end != RunEnd::Finished)
+            DropResult();
         return std::move(out_);
     }
 
@@ -172,7 +171,7 @@ class CompareJob {
         if (Loads() && IsText())
             UseFont(editors_, Wanted());
         if (ViewsWanted() && watcher_.KeepGoing())
-            PrepareTexts(editors_, Wanted());
+            PrepareTexts(editors_, Wanted(), watcher_);
     }
 
     RunEnd Compare() {
@@ -261,7 +260,10 @@ class CompareJob {
         BesideFound found =
             FindBeside(comparison, {{&memory.beside.original, &memory.beside.modified},
                                     {out_.texts.original.get(), out_.texts.modified.get()},
-                                    memory.FormattingDepth()});
+                                    memory.FormattingDepth(),
+                                    &watcher_});
+        if (!watcher_.KeepGoing())
+            return;
         comparison.same_files = comparison.Same() && found.notes.empty() &&
                                 HaveSameBytes({input_.options.sFileOriginal.Data(),
                                                input_.options.sFileModified.Data()});
@@ -269,7 +271,10 @@ class CompareJob {
             return;
         comparison.beside = std::move(found.notes);
         comparison.beside_sentence = std::move(found.sentence);
-        out_.looks = {LookOf(*out_.texts.original), LookOf(*out_.texts.modified)};
+        for (const Side side : kBothSides) {
+            if (watcher_.KeepGoing())
+                out_.looks[side] = LookOf(*out_.texts[side]);
+        }
     }
 
     const LoadMemory& Memory() const { return Loads() ? out_.memory : input_.memory; }
@@ -289,26 +294,50 @@ class CompareJob {
         }
     }
 
-    void HandOut() {
+    // A text in many pieces is put together here, so each may take its time.
+    bool HandOutViews() {
+        const auto take = [this](DocumentEditor& from, ResultText& to) {
+            if (watcher_.KeepGoing())
+                to = Take(from);
+        };
+        take(editors_.rtbOriginal, out_.sources.original);
+        take(editors_.rtbModified, out_.sources.modified);
+        if (input_.view == View::AllInOne) {
+            take(editors_.rtbAIODiff, out_.all_in_one);
+        } else {
+            take(editors_.rtbOriginalDiff, out_.side_by_side.original);
+            take(editors_.rtbModifiedDiff, out_.side_by_side.modified);
+        }
+        if (!watcher_.KeepGoing())
+            return false;
+        out_.deletions = editors_.rtbDeletions.TakeRich();
+        out_.additions = editors_.rtbAdditions.TakeRich();
+        out_.changes = editors_.rtbChanges.TakeRich();
+        return watcher_.KeepGoing();
+    }
+
+    // False after a stop.
+    bool HandOut() {
         out_.memory = Memory();
         if (input_.source == RunSource::LoadedAgain) {
             HandOutTexts();
-            return;
+            return watcher_.KeepGoing();
         }
+        if (ViewsWanted() && !HandOutViews())
+            return false;
         out_.view = input_.view;
         out_.views_built = ViewsWanted();
-        if (ViewsWanted()) {
-            out_.sources = {Take(editors_.rtbOriginal), Take(editors_.rtbModified)};
-            if (input_.view == View::AllInOne)
-                out_.all_in_one = Take(editors_.rtbAIODiff);
-            else
-                out_.side_by_side = {Take(editors_.rtbOriginalDiff),
-                                     Take(editors_.rtbModifiedDiff)};
-            out_.deletions = editors_.rtbDeletions.TakeRich();
-            out_.additions = editors_.rtbAdditions.TakeRich();
-            out_.changes = editors_.rtbChanges.TakeRich();
-        }
         out_.elapsed = input_.process.platform.clock->TickMilliseconds() - started_;
+        return true;
+    }
+
+    void DropResult() {
+        out_.comparison.reset();
+        out_.texts = {};
+        out_.sources = {};
+        out_.side_by_side = {};
+        out_.all_in_one = {};
+        out_.deletions = out_.additions = out_.changes = {};
     }
 
     CompareInput input_;

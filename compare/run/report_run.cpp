@@ -4,6 +4,7 @@
 
 #include "common/run_telling.h"
 #include "compare/document/memory_editor.h"
+#include "compare/engine/report_model.h"
 #include "load/file_kind.h"
 
 namespace zorvane {
@@ -41,10 +42,12 @@ class ReportRun : private ReportSource {
     std::string CommandLineTitle() const override { return input_.title; }
 
     // An editor over a text of the report.
-    static const Editor* Fill(std::optional<RichText>& text, MemoryEditor& editor) {
-        if (!text)
+    const Editor* Fill(std::optional<RichText>& text, MemoryEditor& editor) {
+        if (!text || !watcher_.KeepGoing())
             return nullptr;
-        editor.SetRich(*text);  // a copy: the driver may save again under another name
+        RichText copy = *text;  // the driver may save again under another name
+        if (watcher_.KeepGoing())
+            editor.SetRich(std::move(copy));
         return &editor;
     }
 
@@ -59,6 +62,8 @@ class ReportRun : private ReportSource {
         RichReportPieces pieces{Fill(texts.all_in_one, all_in_one),
                                 Fill(texts.additions, additions), Fill(texts.deletions, deletions),
                                 Fill(texts.changes, changes), &input_.engine.Compared()};
+        if (!watcher_.KeepGoing())
+            return Failure{std::string(kReportStopped)};
         if (texts.head)
             pieces.head = &*texts.head;
         return SaveRichReport(pieces, scratch, file, &watcher_, mode);

@@ -1,5 +1,7 @@
 #include "compare/run/view_builder.h"
 
+#include <utility>
+
 #include "common/base/text_encoding.h"
 #include "compare/document_markers.h"
 #include "compare/run/compare_job.h"
@@ -24,12 +26,20 @@ constexpr FooterRow kFooters[] = {
      "No changes found", "changes found"},
 };
 
-void Copy(const DocumentEditor& from, DocumentEditor& to, bool plain) {
-    if (plain)
-        to.editor.SetText(from.editor.Text());
-    else
-        to.editor.SetRich(from.editor.Rich());
-    to.document.ParagraphCollectionCreate();
+// The same text has the same paragraphs, so these are not looked for again.
+bool Copy(const DocumentEditor& from, DocumentEditor& to, bool plain, RunMonitor& monitor) {
+    RichText text;
+    if (plain) {
+        text.text = from.editor.Text();
+        text.SetOneFormat(to.editor.DefaultFormat());
+    } else {
+        text = from.editor.Rich();
+    }
+    if (!monitor.KeepGoing())
+        return false;
+    to.editor.SetRich(std::move(text));
+    to.document.SetParagraphs(from.document.AllParagraphs());
+    return monitor.KeepGoing();
 }
 
 bool UserWantsAdjustment(RunMonitor& monitor, LoadQuestions* questions) {
@@ -46,7 +56,8 @@ bool UserWantsAdjustment(RunMonitor& monitor, LoadQuestions* questions) {
 
 bool BuildAllInOne(PassContext& context, const ViewWanted& wanted) {
     RunEditors& editors = context.editors;
-    Copy(editors.rtbOriginal, editors.rtbAIODiff, wanted.plain);
+    if (!Copy(editors.rtbOriginal, editors.rtbAIODiff, wanted.plain, context.monitor))
+        return false;
     clsRTBDocument& merged = editors.rtbAIODiff.document;
     const std::int32_t paragraphs = merged.ParagraphCount();
     if (UpdateChangesToRTFFileAIO(context) == WalkEnd::Aborted)
@@ -59,10 +70,9 @@ bool BuildAllInOne(PassContext& context, const ViewWanted& wanted) {
 
 bool BuildSideBySide(PassContext& context, const ViewWanted& wanted) {
     RunEditors& editors = context.editors;
-    Copy(editors.rtbModified, editors.rtbModifiedDiff, wanted.plain);
-    if (!context.monitor.KeepGoing())
+    if (!Copy(editors.rtbModified, editors.rtbModifiedDiff, wanted.plain, context.monitor) ||
+        !Copy(editors.rtbOriginal, editors.rtbOriginalDiff, wanted.plain, context.monitor))
         return false;
-    Copy(editors.rtbOriginal, editors.rtbOriginalDiff, wanted.plain);
     if (UpdateChangesToRTFFile_SBS(context) == WalkEnd::Aborted)
         return false;
     editors.rtbOriginalDiff.document.ParagraphCollectionCreate();
@@ -95,11 +105,13 @@ void UseFont(RunEditors& editors, const ViewWanted& wanted) {
         entry->document.ChangeFontAll(wanted.font, wanted.font_size);
 }
 
-void PrepareTexts(RunEditors& editors, const ViewWanted& wanted) {
+void PrepareTexts(RunEditors& editors, const ViewWanted& wanted, RunWatcher& watcher) {
     if (wanted.plain)
         UseFont(editors, wanted);
-    editors.rtbOriginal.document.ParagraphCollectionCreate();
-    editors.rtbModified.document.ParagraphCollectionCreate();
+    for (DocumentEditor* entry : {&editors.rtbOriginal, &editors.rtbModified}) {
+        if (watcher.KeepGoing())
+            entry->document.ParagraphCollectionCreate();
+    }
 }
 
 bool BuildView(PassContext& context, const ViewWanted& wanted) {

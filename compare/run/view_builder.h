@@ -1,6 +1,7 @@
 // The marked texts of one view and the summaries, from a comparison.
 #pragma once
 
+#include "common/base/run_watcher.h"
 #include "compare/pass_context.h"
 #include "compare/viewer_window.h"
 
@@ -18,7 +19,7 @@ struct ViewWanted {
 void UseFont(RunEditors& editors, const ViewWanted& wanted);
 
 /// Gives the two texts their paragraphs and, of plain text, the font.
-void PrepareTexts(RunEditors& editors, const ViewWanted& wanted);
+void PrepareTexts(RunEditors& editors, const ViewWanted& wanted, RunWatcher& watcher);
 
 /// Marks the editors of the view and fills the summaries, footers in front. The two texts are
 /// prepared and the counters set. False after a stop.

@@ -9,6 +9,7 @@
 #include "tests/support/deck_file.h"
 #include "tests/support/loader_fixture.h"
 #include "tests/support/pdf_file.h"
+#include "tests/support/stopping_watcher.h"
 #include "tests/support/word_file.h"
 #include "tests/support/xlsx_file.h"
 
@@ -490,6 +491,52 @@ TEST_F(ConversionRoadsTest, SlidesFollowTheirSettings) {
     options_.bRemoveFormatting.SetData(true);
     EXPECT_EQ(Loaded("a.pptx", bytes), "Slide 2\r\nShape 1:\r\nsecond\r\n");
     EXPECT_FALSE(loader_.Memory().bSlidesFailed.original);
+}
+
+// ---- a stop ----
+
+std::string Repeated(std::string_view part, int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += part;
+    return text;
+}
+
+// A conversion is asked about its progress as often as its child tells of it, so what can be said
+// of every road is that it ends soon behind the answer, and that nothing counts as loaded.
+TEST_F(ConversionRoadsTest, AStopEndsTheLoadOnEveryRoad) {
+    WordFile document;
+    document.body = Repeated("<w:p><w:r><w:t>a paragraph of it</w:t></w:r></w:p>", 5000);
+    const struct {
+        const char* name;
+        std::string bytes;
+    } rows[] = {{"a.docx", MakeWordFile(document)},
+                {"a.html", Repeated("<p>a paragraph</p>", 50000)},
+                {"a.rtf", "{\\rtf1 " + Repeated("a {\\b line}\\par ", 20000) + "}"},
+                {"a.csv", Repeated("name, 1, \"a, b\"\n", 20000)},
+                {"a.txt", Repeated("a line\n", 20000)}};
+    for (const auto& row : rows) {
+        const std::string file = system_.folder.Write(row.name, row.bytes);
+        const auto load = [&](RunWatcher& watcher) {
+            DocumentLoader loader({process_, process_.telling, options_, settings_, questions_,
+                                   recent_, extensions_,
+                                   [this](EditorTarget target) -> clsRTBDocument& {
+                                       return DocumentOf(target);
+                                   },
+                                   {}, {}, &watcher});
+            std::string path = file;
+            return loader.LoadSide(Side::Original, path, Reload::Forced);
+        };
+        StoppingWatcher whole(-1);
+        ASSERT_TRUE(load(whole)) << row.name;
+        for (const std::int64_t at : {1, 2, 3, 4}) {
+            SCOPED_TRACE(std::string(row.name) + " " + std::to_string(at));
+            ASSERT_GE(whole.asked, at) << "nobody could stop this";
+            StoppingWatcher watcher(at);
+            EXPECT_FALSE(load(watcher));
+            EXPECT_LE(watcher.asked, at + 10) << "went on after the stop";
+        }
+    }
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ using Records = std::vector<std::vector<std::string>>;
 
 Records ReadAll(std::string_view text, CsvDialect dialect = {}) {
     Records records;
-    CsvReader reader(text, dialect);
+    CsvReader reader(text, {dialect});
     std::vector<std::string_view> fields;
     while (reader.Next(fields))
         records.emplace_back(fields.begin(), fields.end());

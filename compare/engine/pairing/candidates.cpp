@@ -10,13 +10,14 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int64_t kBetweenStops = 64;   // paragraphs between two looks for a stop
-constexpr std::int32_t kMostHolders = 64;    // a run in more paragraphs leads nowhere
-constexpr std::int32_t kMostVisits = 512;    // entries looked at for one paragraph
-constexpr std::int64_t kGoodPart = 600;      // of the best partner's score, in thousandths
-constexpr std::int64_t kEqualScore = 20;     // decides among pairs of next to no weight
-constexpr std::int64_t kFollowScore = 150;   // decides among copies
-constexpr std::size_t kMostEqualPairs = 64;  // of one text, before only its rank counts
+constexpr std::int64_t kBetweenStops = 64;           // paragraphs between two looks for a stop
+constexpr std::int64_t kRunsBetweenStops = 1 << 16;  // of one paragraph
+constexpr std::int32_t kMostHolders = 64;            // a run in more paragraphs leads nowhere
+constexpr std::int32_t kMostVisits = 512;            // entries looked at for one paragraph
+constexpr std::int64_t kGoodPart = 600;              // of the best partner's score, in thousandths
+constexpr std::int64_t kEqualScore = 20;             // decides among pairs of next to no weight
+constexpr std::int64_t kFollowScore = 150;           // decides among copies
+constexpr std::size_t kMostEqualPairs = 64;          // of one text, before only its rank counts
 
 // A pair as one number, which sorts by the first ascending and by the second falling.
 class Place {
@@ -83,27 +84,37 @@ class PartnerFinder {
           from_count_(from_count),
           to_count_(to_count),
           index_(text, to, to_count),
-          scores_(static_cast<std::size_t>(to_count), 0) {}
+          scores_(static_cast<std::size_t>(to_count), 0),
+          last_(static_cast<std::size_t>(text.RunCount()), -1) {}
 
     template <class Call>
     void Run(std::int32_t most, Call call) {
         StopCheck stop(text_.Watcher(), kBetweenStops);
         for (std::int32_t paragraph = 0; paragraph < from_count_ && stop.KeepGoing(); ++paragraph) {
-            Collect(paragraph);
+            Collect(paragraph, stop);
             Choose(paragraph, most, call);
         }
     }
 
   private:
-    void Collect(std::int32_t paragraph) {
+    // Each run once; a long paragraph repeats most of its own, which a sort would have to carry.
+    void CollectRuns(std::int32_t paragraph, StopCheck& stop) {
         runs_.clear();
+        std::int64_t met = 0;
         for (const std::uint32_t run : (text_.*from_)(paragraph, paragraph + 1).runs) {
+            if (++met % kRunsBetweenStops == 0 && !stop.KeepGoing(kBetweenStops))
+                return;
             const std::int32_t holders = text_.Holders(run);
-            if (holders <= kMostHolders)
-                runs_.push_back(static_cast<std::uint64_t>(holders) << 32U | run);
+            if (holders > kMostHolders || last_[run] == paragraph)
+                continue;
+            last_[run] = paragraph;
+            runs_.push_back(static_cast<std::uint64_t>(holders) << 32U | run);
         }
         std::sort(runs_.begin(), runs_.end());
-        runs_.erase(std::unique(runs_.begin(), runs_.end()), runs_.end());
+    }
+
+    void Collect(std::int32_t paragraph, StopCheck& stop) {
+        CollectRuns(paragraph, stop);
         std::int32_t visits = 0;
         for (const std::uint64_t entry : runs_) {
             const auto run = static_cast<std::uint32_t>(entry);
@@ -151,6 +162,7 @@ class PartnerFinder {
     std::int32_t to_count_;
     RunIndex index_;
     std::vector<std::int64_t> scores_;
+    std::vector<std::int32_t> last_;   // for each run, the paragraph that had it last
     std::vector<std::uint64_t> runs_;  // with their holders in front, so that rare ones sort first
     std::vector<std::int32_t> partners_;
 };
@@ -192,6 +204,7 @@ void AddEqual(const StretchText& text, std::vector<Place>& places) {
 // Equal paragraphs as a shortest list of differences pairs them: where there are only copies.
 void AddShortest(const StretchText& text, std::vector<Place>& places) {
     DifferenceSearch search;
+    search.Watch(text.Watcher());
     search.Run(text.FirstNumbers(), text.SecondNumbers(), text.NumberCount());
     for (const AlignedPair& pair : MatchedPairs(search.Changed())) {
         if (text.First(pair.first, pair.first + 1).weight > 0)

@@ -118,10 +118,10 @@ class DocumentPairer {
     void FindSections(FoundBlock& block, const StretchText* weights) {
         block.first_section = static_cast<std::uint32_t>(pairs_.sections.size());
         if (options_.find_sections) {
-            const std::u16string first =
-                TextOfPlaces(first_, block.range.first_begin, block.range.first_end);
-            const std::u16string second =
-                TextOfPlaces(second_, block.range.second_begin, block.range.second_end);
+            const std::u16string_view first = TextOfPlaces(
+                first_, block.range.first_begin, block.range.first_end, buffers_.first);
+            const std::u16string_view second = TextOfPlaces(
+                second_, block.range.second_begin, block.range.second_end, buffers_.second);
             finder_.Find(first, second, weights, pairs_.sections, pairs_.letters);
             // One record may be the whole document: half of its sections are none.
             if (first.size() + second.size() > kLongRecord)
@@ -175,12 +175,17 @@ class DocumentPairer {
     RunWatcher* watcher_;
     DocumentPairs pairs_;
     std::int64_t told_ = 0;
+    struct {
+        std::u16string first;
+        std::u16string second;
+    } buffers_;
 };
 
 }  // namespace
 
-std::u16string TextOfPlaces(const CompareSide& side, std::int32_t begin, std::int32_t end) {
-    return side.Lines().Joined(side.LineOf(begin), side.LineOf(end - 1) + 1);
+std::u16string_view TextOfPlaces(const CompareSide& side, std::int32_t begin, std::int32_t end,
+                                 std::u16string& buffer) {
+    return side.Lines().Joined(side.LineOf(begin), side.LineOf(end - 1) + 1, buffer);
 }
 
 DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,

@@ -33,6 +33,8 @@ DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,
                             RunWatcher* watcher);
 
 /// The text of some places: all lines from the first to the last of them.
-std::u16string TextOfPlaces(const CompareSide& side, std::int32_t begin, std::int32_t end);
+/// Borrowed where the text lies as it is; `buffer` holds it where it had to be decoded.
+std::u16string_view TextOfPlaces(const CompareSide& side, std::int32_t begin, std::int32_t end,
+                                 std::u16string& buffer);
 
 }  // namespace zorvane
