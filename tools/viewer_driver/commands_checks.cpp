@@ -48,7 +48,8 @@ Result<bool> IsSo(const Claim& claim, const std::string& value) {
 }  // namespace
 
 Status Driver::Value(const std::string& key, std::string& value) {
-    StateValues values = StateOf(*session_);
+    const bool hash = key == "result" || key == "whole" || key.find("-hash") != std::string::npos;
+    StateValues values = StateOf(*session_, hash ? Hashes::Yes : Hashes::No);
     values.insert(own_.begin(), own_.end());
     const auto found = values.find(key);
     if (found == values.end())
@@ -58,7 +59,7 @@ Status Driver::Value(const std::string& key, std::string& value) {
 }
 
 Status Driver::State(const Words& words) {
-    StateValues values = StateOf(*session_);
+    StateValues values = StateOf(*session_, Hashes::Yes);
     values.insert(own_.begin(), own_.end());
     for (const auto& [key, value] : values) {
         if (words.empty() || std::find(words.begin(), words.end(), key) != words.end())
@@ -86,7 +87,7 @@ Status Driver::Expect(const Words& words) {
 }
 
 Status Driver::Remember(const Words&) {
-    remembered_ = StateOf(*session_);
+    remembered_ = StateOf(*session_, Hashes::Yes);
     return Status::Ok();
 }
 

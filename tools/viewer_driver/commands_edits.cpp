@@ -1,9 +1,24 @@
 // Commands of somebody who reads and edits: differences, selections, typing, find and replace.
+#include <algorithm>
+
 #include "common/base/text_encoding.h"
 #include "compare/compare_selected_text.h"
 #include "tools/viewer_driver/driver.h"
 
 namespace zorvane {
+namespace {
+
+void SetSearch(frmCompareFilesFindReplace& find, const Words& words, std::size_t rules) {
+    const auto has = [&](const char* rule) {
+        return std::find(words.begin() + static_cast<std::ptrdiff_t>(rules), words.end(), rule) !=
+               words.end();
+    };
+    find.Text1 = words[0];
+    find.Check1 = has("word");
+    find.Check2 = has("case");
+}
+
+}  // namespace
 
 // ---- differences ----
 
@@ -130,13 +145,7 @@ Status Driver::Find(const Words& words) {
     frmCompareFilesFindReplace& find = viewer.value()->Tools().FindReplace();
     if (!find.IsOpen())
         viewer.value()->Tools().ShowFindReplace(editor);
-    find.Text1 = words[0];
-    find.Check1 = false;
-    find.Check2 = false;
-    for (std::size_t at = 1; at < words.size(); ++at) {
-        find.Check1 = find.Check1 || words[at] == "word";
-        find.Check2 = find.Check2 || words[at] == "case";
-    }
+    SetSearch(find, words, 1);
     return FindNext({});
 }
 
@@ -149,19 +158,19 @@ Status Driver::FindNext(const Words&) {
     return Status::Ok();
 }
 
-/// replace TEXT WITH: what is selected, and goes on to the next.
+/// replace TEXT WITH [case] [word]: what is selected, and goes on to the next.
 Status Driver::Replace(const Words& words) {
     const Result<frmCompareFiles*> viewer = Viewer();
     if (!viewer.ok())
         return viewer.status();
     frmCompareFilesFindReplace& find = viewer.value()->Tools().FindReplace();
-    find.Text1 = words[0];
+    SetSearch(find, words, 2);
     find.Text2 = words[1];
     own_["found"] = find.IsOpen() && find.Command2_Click() ? "yes" : "no";
     return Status::Ok();
 }
 
-/// replace-all TEXT WITH, in the editor of the last selection.
+/// replace-all TEXT WITH [case] [word], in the editor of the last selection.
 Status Driver::ReplaceAll(const Words& words) {
     const Result<frmCompareFiles*> viewer = Viewer();
     ShownEditor editor = ShownEditor::Original;
@@ -169,7 +178,7 @@ Status Driver::ReplaceAll(const Words& words) {
         return Failure{"there is nothing to search"};
     viewer.value()->Tools().ShowFindReplace(editor);
     frmCompareFilesFindReplace& find = viewer.value()->Tools().FindReplace();
-    find.Text1 = words[0];
+    SetSearch(find, words, 2);
     find.Text2 = words[1];
     own_["replaced"] = std::to_string(find.ReplaceAll());
     return Status::Ok();

@@ -122,7 +122,10 @@ Status Driver::Carried(const Command& command, const Words& words) {
 }
 
 std::string Driver::Filled(std::string text) const {
+    std::string backward = folder_;  // as command lines have it, where "/" begins a switch
+    std::replace(backward.begin(), backward.end(), '/', '\\');
     for (const auto& [name, value] : {std::pair<std::string, std::string>{"$folder", folder_},
+                                      std::pair<std::string, std::string>{"$back", backward},
                                       std::pair<std::string, std::string>{"$here", here_}}) {
         for (std::size_t at = text.find(name); at != std::string::npos;
              at = text.find(name, at + value.size()))

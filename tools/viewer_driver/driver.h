@@ -21,7 +21,7 @@ using Words = std::vector<std::string>;
 class Driver {
   public:
     /// `folder` holds the settings and all files that a script names without a full path; `here` is
-    /// what $here stands for.
+    /// what $here stands for, $folder the folder, $back the same with backslashes.
     Driver(std::string folder, std::string here, std::ostream& out);
     ~Driver();
     Driver(const Driver&) = delete;

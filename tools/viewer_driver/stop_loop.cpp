@@ -16,7 +16,8 @@ std::chrono::microseconds Since(SteadyClock::time_point begin) {
 
 }  // namespace
 
-StopLoop::StopLoop(DriverSession& session, frmCompareFiles& viewer, std::string report, unsigned seed)
+StopLoop::StopLoop(DriverSession& session, frmCompareFiles& viewer, std::string report,
+                   unsigned seed)
     : session_(session), viewer_(viewer), report_(std::move(report)), random_(seed) {}
 
 StateValues StopLoop::Counts() const {

@@ -116,7 +116,7 @@ std::string EnabledCommands(const frmCompareFiles& viewer) {
     return enabled;
 }
 
-void AddResult(frmCompareFiles& viewer, StateValues& values) {
+void AddResult(frmCompareFiles& viewer, Hashes hashes, StateValues& values) {
     values["last-run"] = WordOf(viewer.LastRun());
     values["last-report"] = std::to_string(static_cast<std::int32_t>(viewer.LastReport()));
     values["changes"] = std::to_string(viewer.mlChanges());
@@ -126,17 +126,20 @@ void AddResult(frmCompareFiles& viewer, StateValues& values) {
     values["current"] = std::to_string(viewer.mlCurrentDifference());
     values["list"] = std::to_string(viewer.Differences().Count());
     values["list-head"] = viewer.Differences().Line(0);
+    if (hashes == Hashes::No)
+        return;
     values["result"] = Hex(ResultHash(viewer));
     values["whole"] = Hex(WholeHash(viewer));
 }
 
-void AddEditors(frmCompareFiles& viewer, StateValues& values) {
+void AddEditors(frmCompareFiles& viewer, Hashes hashes, StateValues& values) {
     for (const NamedEditor& row : kEditors) {
         const RichDocument& editor = row.of(viewer.Editors());
         const std::string name = row.name;
-        values[name + "-hash"] = Hex(HashOf(editor));
+        if (hashes == Hashes::Yes)
+            values[name + "-hash"] = Hex(HashOf(editor));
         values[name + "-length"] = std::to_string(editor.Length());
-        values[name + "-head"] = ToUtf8(editor.Text({CharPos{0}, 60}));
+        values[name + "-head"] = ToUtf8(editor.Text({CharPos{0}, 200}));
         values[name + "-undo"] = YesNo(editor.CanUndo());
         values[name + "-redo"] = YesNo(editor.CanRedo());
         values[name + "-modified"] = YesNo(editor.IsModified());
@@ -198,7 +201,7 @@ std::uint64_t WholeHash(frmCompareFiles& viewer) {
     return hash;
 }
 
-StateValues StateOf(DriverSession& session) {
+StateValues StateOf(DriverSession& session, Hashes hashes) {
     StateValues values;
     values["viewers"] = std::to_string(session.Frame().NumberOpenScreens());
     values["ended"] = YesNo(session.Window().ended);
@@ -218,8 +221,8 @@ StateValues StateOf(DriverSession& session) {
     const std::vector<std::string> files = viewer->FileNames();
     values["file-original"] = files.at(0);
     values["file-modified"] = files.at(1);
-    AddResult(*viewer, values);
-    AddEditors(*viewer, values);
+    AddResult(*viewer, hashes, values);
+    AddEditors(*viewer, hashes, values);
     AddWindow(session.WindowOf(*viewer), values);
     return values;
 }

@@ -17,8 +17,11 @@ std::uint64_t ResultHash(frmCompareFiles& viewer);
 /// The same over all that is kept of a viewer between two commands: its two texts, result, view.
 std::uint64_t WholeHash(frmCompareFiles& viewer);
 
+/// They cost by the size of the texts.
+enum class Hashes { No, Yes };
+
 /// Of the frame, and of the viewer that has the focus.
-StateValues StateOf(DriverSession& session);
+StateValues StateOf(DriverSession& session, Hashes hashes);
 
 /// "original", "modified", "left", "right", "merged", "additions", "deletions", "changes".
 RichDocument* EditorNamed(frmCompareFiles& viewer, const std::string& name);
