@@ -219,8 +219,8 @@ class CompareJob {
             return;  // told by the compare that follows
         EarlyOutcome early;
         early.comparison = std::make_shared<const Comparison>(std::move(found).value());
-        PassContext context{editors_, *early.comparison, input_.options, out_.counters, monitor_,
-                            false,    true};
+        PassContext context{
+            editors_, *early.comparison, input_.options, out_.counters, monitor_, false, true};
         early.view = input_.view;
         ViewWanted wanted = Wanted();
         wanted.questions = nullptr;

@@ -10,14 +10,14 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int64_t kBetweenStops = 64;   // paragraphs between two looks for a stop
+constexpr std::int64_t kBetweenStops = 64;           // paragraphs between two looks for a stop
 constexpr std::int64_t kRunsBetweenStops = 1 << 16;  // of one paragraph
-constexpr std::int32_t kMostHolders = 64;    // a run in more paragraphs leads nowhere
-constexpr std::int32_t kMostVisits = 512;    // entries looked at for one paragraph
-constexpr std::int64_t kGoodPart = 600;      // of the best partner's score, in thousandths
-constexpr std::int64_t kEqualScore = 20;     // decides among pairs of next to no weight
-constexpr std::int64_t kFollowScore = 150;   // decides among copies
-constexpr std::size_t kMostEqualPairs = 64;  // of one text, before only its rank counts
+constexpr std::int32_t kMostHolders = 64;            // a run in more paragraphs leads nowhere
+constexpr std::int32_t kMostVisits = 512;            // entries looked at for one paragraph
+constexpr std::int64_t kGoodPart = 600;              // of the best partner's score, in thousandths
+constexpr std::int64_t kEqualScore = 20;             // decides among pairs of next to no weight
+constexpr std::int64_t kFollowScore = 150;           // decides among copies
+constexpr std::size_t kMostEqualPairs = 64;          // of one text, before only its rank counts
 
 // A pair as one number, which sorts by the first ascending and by the second falling.
 class Place {
@@ -90,8 +90,7 @@ class PartnerFinder {
     template <class Call>
     void Run(std::int32_t most, Call call) {
         StopCheck stop(text_.Watcher(), kBetweenStops);
-        for (std::int32_t paragraph = 0; paragraph < from_count_ && stop.KeepGoing();
-             ++paragraph) {
+        for (std::int32_t paragraph = 0; paragraph < from_count_ && stop.KeepGoing(); ++paragraph) {
             Collect(paragraph, stop);
             Choose(paragraph, most, call);
         }
@@ -163,7 +162,7 @@ class PartnerFinder {
     std::int32_t to_count_;
     RunIndex index_;
     std::vector<std::int64_t> scores_;
-    std::vector<std::int32_t> last_;  // for each run, the paragraph that had it last
+    std::vector<std::int32_t> last_;   // for each run, the paragraph that had it last
     std::vector<std::uint64_t> runs_;  // with their holders in front, so that rare ones sort first
     std::vector<std::int32_t> partners_;
 };
