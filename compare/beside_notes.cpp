@@ -9,9 +9,8 @@ BesideFound FindBeside(const Comparison& comparison, const BesideSides& sides) {
     const std::vector<std::int32_t> partners = comparison.Partners();
     std::vector<BesideDifference> differences =
         CompareBeside(*sides.items.original, *sides.items.modified, partners);
-    for (BesideDifference& look :
-         CompareFormatting(*sides.texts.original, *sides.texts.modified, partners, sides.depth,
-                           sides.watcher))
+    for (BesideDifference& look : CompareFormatting(*sides.texts.original, *sides.texts.modified,
+                                                    partners, sides.depth, sides.watcher))
         differences.push_back(std::move(look));
     BesideFound found;
     found.sentence = BesideSentence(differences);

@@ -151,6 +151,8 @@ class AllInOneMarker : public DocumentMarker {
             return {};
         // Kept: the changed text stands twice in the summary.
         EndWithBreak(entry);
+        if (!monitor_.KeepGoing())
+            return {};
         entry.Append(RichText(entry));
         return entry;
     }
@@ -234,6 +236,8 @@ class AllInOneMarker : public DocumentMarker {
         if (!UpdateChangesToParagraphsRTF_AIO(context_, index, change) || !monitor_.KeepGoing())
             return {};
         RichText entry = work.Rich();
+        if (!monitor_.KeepGoing())
+            return {};
         PutNumber(work, CharPos{0}, index);
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
         const TextRange old = merged.RangeOf(range.first, range.last, LastBreak::LeaveOut);
@@ -270,8 +274,12 @@ class SideBySideMarker : public DocumentMarker {
         if (!monitor_.KeepGoing())
             return {};
         EndWithBreak(entry);
-        entry.Append(PutBack(editors_.rtbModifiedDiffTemp.editor, editors_.rtbModifiedDiff.document,
-                             ModifiedParagraphs(record)));
+        const RichText modified =
+            PutBack(editors_.rtbModifiedDiffTemp.editor, editors_.rtbModifiedDiff.document,
+                    ModifiedParagraphs(record));
+        if (!monitor_.KeepGoing())
+            return {};
+        entry.Append(modified);
         return entry;
     }
 

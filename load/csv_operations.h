@@ -98,7 +98,8 @@ std::string csvRemoveControlCharacters(std::string_view utf8, const CsvInput& in
 /// Keep the listed records or columns alone, in the order of the text. A list without any number
 /// keeps all, since nobody compares nothing.
 std::string csvCropRows(std::string_view utf8, std::string_view rows, const CsvInput& input = {});
-std::string csvCropCols(std::string_view utf8, std::string_view columns, const CsvInput& input = {});
+std::string csvCropCols(std::string_view utf8, std::string_view columns,
+                        const CsvInput& input = {});
 /// Records that hold nothing but blanks go.
 std::string csvRemoveEmptyLines(std::string_view utf8, const CsvInput& input = {});
 

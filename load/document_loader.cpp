@@ -182,8 +182,7 @@ std::u16string DocumentLoader::Decode(const std::string& bytes) const {
 
 // As it was decoded, in no format yet.
 RichText DocumentLoader::PlainText(const std::string& sFile, const std::string& bytes,
-                                   bool remove_blank_lines,
-                                   std::vector<BesideItem>& beside) const {
+                                   bool remove_blank_lines, std::vector<BesideItem>& beside) const {
     RichText text;
     if (KeepGoing())
         text.text = Decode(bytes);

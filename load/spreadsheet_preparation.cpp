@@ -25,7 +25,9 @@ bool IsSpreadsheetName(std::string_view sFile) {
 }
 
 SpreadsheetPreparation::SpreadsheetPreparation(LoadContext& context)
-    : context_(context), grid_(context.service, Quietly(context), context.watcher), observer_(Quietly(context)) {}
+    : context_(context),
+      grid_(context.service, Quietly(context), context.watcher),
+      observer_(Quietly(context)) {}
 
 SpreadsheetPreparation::SideOptions SpreadsheetPreparation::OptionsOf(Side side) const {
     const clsCompareFileOptions& options = context_.options;

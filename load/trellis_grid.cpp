@@ -65,8 +65,9 @@ std::int32_t TrellisGrid::csvTrimCSVFile(const std::string& sIn, const std::stri
 }
 
 std::int32_t TrellisGrid::csvPadWithSpaces(const std::string& sIn, const std::string& sOut) {
-    return Rewrite(sIn, sOut,
-                   [this](const std::string& text) { return zorvane::csvPadWithSpaces(text, Input()); });
+    return Rewrite(sIn, sOut, [this](const std::string& text) {
+        return zorvane::csvPadWithSpaces(text, Input());
+    });
 }
 
 std::int32_t TrellisGrid::csvPadForFixedLengthFields(const std::string& sIn,
@@ -80,25 +81,29 @@ std::int32_t TrellisGrid::csvPadForFixedLengthFields(const std::string& sIn,
 
 std::int32_t TrellisGrid::csvRemoveControlCharactersFromFile(const std::string& sIn,
                                                              const std::string& sOut) {
-    return Rewrite(sIn, sOut,
-                   [this](const std::string& text) { return csvRemoveControlCharacters(text, Input()); });
+    return Rewrite(sIn, sOut, [this](const std::string& text) {
+        return csvRemoveControlCharacters(text, Input());
+    });
 }
 
 std::int32_t TrellisGrid::csvCropCSVFileRows(const std::string& sIn, const std::string& sOut,
                                              const std::string& sRows) {
-    return Rewrite(sIn, sOut,
-                   [this, &sRows](const std::string& text) { return csvCropRows(text, sRows, Input()); });
+    return Rewrite(sIn, sOut, [this, &sRows](const std::string& text) {
+        return csvCropRows(text, sRows, Input());
+    });
 }
 
 std::int32_t TrellisGrid::csvCropCSVFileCols(const std::string& sIn, const std::string& sOut,
                                              const std::string& sCols) {
-    return Rewrite(sIn, sOut,
-                   [this, &sCols](const std::string& text) { return csvCropCols(text, sCols, Input()); });
+    return Rewrite(sIn, sOut, [this, &sCols](const std::string& text) {
+        return csvCropCols(text, sCols, Input());
+    });
 }
 
 std::int32_t TrellisGrid::csvRemoveEmptyLines(const std::string& sIn, const std::string& sOut) {
-    return Rewrite(sIn, sOut,
-                   [this](const std::string& text) { return zorvane::csvRemoveEmptyLines(text, Input()); });
+    return Rewrite(sIn, sOut, [this](const std::string& text) {
+        return zorvane::csvRemoveEmptyLines(text, Input());
+    });
 }
 
 std::int32_t TrellisGrid::ConcatenateTwoTextFilesEx(const std::string& sFirst,

@@ -38,7 +38,8 @@ std::u16string PieceText::TakeAll() {
 
 std::u16string PieceText::Take(std::int32_t first, std::int32_t length) const {
     std::u16string text;
-    text.reserve(static_cast<std::size_t>(length));
+    constexpr std::size_t kBreakLength = 2;  // who adds one behind the text need not move it
+    text.reserve(static_cast<std::size_t>(length) + kBreakLength);
     pieces_.Walk(first, length, [&](Piece piece, std::int32_t units) {
         text += View(piece, units);
         return true;

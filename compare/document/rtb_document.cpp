@@ -173,8 +173,7 @@ void clsRTBDocument::RemoveDoubledReturns() {
     bool doubled = false;
     char16_t last = 0;
     for (const std::u16string_view piece : editor_->TextPieces()) {
-        doubled = doubled || (last == u'\r' && piece.starts_with(u'\r')) ||
-                  HasTwoReturns(piece);
+        doubled = doubled || (last == u'\r' && piece.starts_with(u'\r')) || HasTwoReturns(piece);
         last = piece.empty() ? last : piece.back();
     }
     if (!doubled)

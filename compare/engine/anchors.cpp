@@ -119,7 +119,7 @@ void AnchorFinder::Chain() {
     }
     chain_.clear();
     std::int32_t at = tails_.empty() ? -1 : tails_.back();
-    while (at >= 0) {
+    while (at >= 0 && stop_.KeepGoing()) {
         chain_.push_back(pairs_[static_cast<std::size_t>(at)]);
         at = previous_[static_cast<std::size_t>(at)];
     }

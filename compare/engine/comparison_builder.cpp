@@ -275,7 +275,8 @@ class ComparisonBuilder {
     }
 
     void Sections(const FoundBlock& block, const std::vector<FoundSection>& sections,
-                  const std::vector<FoundLetters>& letters, const PerSide<std::u16string_view>& texts) {
+                  const std::vector<FoundLetters>& letters,
+                  const PerSide<std::u16string_view>& texts) {
         SectionNumbers original(texts.original);
         SectionNumbers modified(texts.modified);
         for (std::uint32_t i = 0; i < block.section_count && stop_.KeepGoing(); ++i) {

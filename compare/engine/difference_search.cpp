@@ -13,6 +13,7 @@ constexpr std::int32_t kExhaustedEdits = 24;  // when the work budget is spent
 constexpr std::int64_t kBudgetPerLine = 256;
 constexpr std::int64_t kLeastBudget = std::int64_t{1} << 22;
 constexpr std::int64_t kEditsWork = 1 << 12;  // what a cut costs, as the stop is asked for
+constexpr std::int64_t kPartWork = 4;         // what the least part costs, likewise
 constexpr std::int32_t kDeepestAnchors = 24;  // deeper parts are halved, so no input nests for ever
 constexpr std::array<std::int32_t, 4> kRunLengths = {1, 2, 4, 16};
 constexpr std::uint8_t kInOriginal = 1;
@@ -182,7 +183,7 @@ void DifferenceSearch::SolveLarge(View view) {
 }
 
 void DifferenceSearch::Solve(View view) {
-    if (!stop_.KeepGoing(static_cast<std::int64_t>(view.Size())))
+    if (!stop_.KeepGoing(static_cast<std::int64_t>(view.Size()) + kPartWork))
         return;
     view = Trim(view);
     const auto work = static_cast<std::int64_t>(view.Size());

@@ -31,8 +31,9 @@ class ReportRunTest : public ::testing::Test {
     }
 
     ReportResult Write(ReportType type, std::int32_t style, RunWatcher& watcher) {
-        ReportInput input{process, telling, engine, options,
-                          DefaultCompareFilesSettings(fakes.folder.Path()), "", {}, {}, &questions};
+        ReportInput input{
+            process, telling, engine, options,   DefaultCompareFilesSettings(fakes.folder.Path()),
+            "",      {},      {},     &questions};
         input.wanted.file = fakes.folder.Path("reports/r");
         input.wanted.type = type;
         input.wanted.style = style;
@@ -44,8 +45,7 @@ class ReportRunTest : public ::testing::Test {
 
     std::vector<std::string> Files() const {
         std::vector<std::string> files;
-        for (const auto& entry :
-             std::filesystem::directory_iterator(fakes.folder.Path("reports")))
+        for (const auto& entry : std::filesystem::directory_iterator(fakes.folder.Path("reports")))
             files.push_back(entry.path().filename().string());
         return files;
     }
@@ -65,8 +65,8 @@ class ReportRunTest : public ::testing::Test {
                     fakes.folder.Write("reports/r", old);
                 StoppingWatcher watcher(at);
                 EXPECT_EQ(Write(type, style, watcher), ReportResult::Aborted);
-                EXPECT_EQ(Files(), old.empty() ? std::vector<std::string>{}
-                                               : std::vector<std::string>{"r"});
+                EXPECT_EQ(Files(),
+                          old.empty() ? std::vector<std::string>{} : std::vector<std::string>{"r"});
                 EXPECT_EQ(old.empty() ? "" : fakes.folder.Read("reports/r"), old);
                 EXPECT_LE(watcher.asked, at + 10) << "went on after the stop";
             }

@@ -518,12 +518,18 @@ TEST_F(ConversionRoadsTest, AStopEndsTheLoadOnEveryRoad) {
     for (const auto& row : rows) {
         const std::string file = system_.folder.Write(row.name, row.bytes);
         const auto load = [&](RunWatcher& watcher) {
-            DocumentLoader loader({process_, process_.telling, options_, settings_, questions_,
-                                   recent_, extensions_,
-                                   [this](EditorTarget target) -> clsRTBDocument& {
-                                       return DocumentOf(target);
-                                   },
-                                   {}, {}, &watcher});
+            DocumentLoader loader(
+                {process_,
+                 process_.telling,
+                 options_,
+                 settings_,
+                 questions_,
+                 recent_,
+                 extensions_,
+                 [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); },
+                 [](const std::string&) {},
+                 {},
+                 &watcher});
             std::string path = file;
             return loader.LoadSide(Side::Original, path, Reload::Forced);
         };

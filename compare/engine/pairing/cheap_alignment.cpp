@@ -25,7 +25,8 @@ std::vector<AlignedPair> AlignCheaply(std::span<const std::uint32_t> first,
     std::vector<AlignedPair> kept;
     std::size_t begin = 0;
     std::size_t told = 0;
-    while (begin < pairs.size() && search.KeepGoing(static_cast<std::int64_t>(kept.size() - told))) {
+    while (begin < pairs.size() &&
+           search.KeepGoing(static_cast<std::int64_t>(kept.size() - told))) {
         told = kept.size();
         std::size_t end = begin;
         std::int64_t brings = 0;

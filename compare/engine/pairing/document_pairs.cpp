@@ -118,8 +118,8 @@ class DocumentPairer {
     void FindSections(FoundBlock& block, const StretchText* weights) {
         block.first_section = static_cast<std::uint32_t>(pairs_.sections.size());
         if (options_.find_sections) {
-            const std::u16string_view first = TextOfPlaces(
-                first_, block.range.first_begin, block.range.first_end, buffers_.first);
+            const std::u16string_view first = TextOfPlaces(first_, block.range.first_begin,
+                                                           block.range.first_end, buffers_.first);
             const std::u16string_view second = TextOfPlaces(
                 second_, block.range.second_begin, block.range.second_end, buffers_.second);
             finder_.Find(first, second, weights, pairs_.sections, pairs_.letters);
