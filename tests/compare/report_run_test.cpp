@@ -2,11 +2,16 @@
 #include "compare/run/report_run.h"
 
 #include <filesystem>
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "common/process_state.h"
 #include "compare/engine/compare_texts.h"
+#include "compare/viewer_window.h"
 #include "tests/support/fakes.h"
 #include "tests/support/stopping_watcher.h"
 
@@ -87,7 +92,7 @@ class ReportRunTest : public ::testing::Test {
 
 std::u16string ManyParagraphs(const char16_t* word) {
     std::u16string text;
-    for (int i = 0; i < 4000; ++i)
+    for (std::size_t i = 0; i < 4000; ++i)
         text.append(u"the ").append(word).append(i % 7, u'x').append(u" line of it\r\n");
     return text;
 }
