@@ -61,7 +61,7 @@ class ReportRunTest : public ::testing::Test {
         std::filesystem::create_directory(fakes.folder.Path("reports"));
         ASSERT_EQ(Write(type, style, whole), ReportResult::Ok);
         const std::string report = fakes.folder.Read("reports/r");
-        ASSERT_GT(whole.asked, 6) << "nobody could stop this";
+        ASSERT_GT(whole.asked, 0) << "nobody could stop this";
         for (std::int64_t at = 1; at <= whole.asked; at += 1 + whole.asked / 10) {
             for (const std::string old : {"", "an older report"}) {
                 SCOPED_TRACE(std::to_string(at) + " " + old);
