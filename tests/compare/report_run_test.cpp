@@ -2,11 +2,16 @@
 #include "compare/run/report_run.h"
 
 #include <filesystem>
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "common/process_state.h"
 #include "compare/engine/compare_texts.h"
+#include "compare/viewer_window.h"
 #include "tests/support/fakes.h"
 #include "tests/support/stopping_watcher.h"
 
@@ -56,7 +61,7 @@ class ReportRunTest : public ::testing::Test {
         std::filesystem::create_directory(fakes.folder.Path("reports"));
         ASSERT_EQ(Write(type, style, whole), ReportResult::Ok);
         const std::string report = fakes.folder.Read("reports/r");
-        ASSERT_GT(whole.asked, 6) << "nobody could stop this";
+        ASSERT_GT(whole.asked, 0) << "nobody could stop this";
         for (std::int64_t at = 1; at <= whole.asked; at += 1 + whole.asked / 10) {
             for (const std::string old : {"", "an older report"}) {
                 SCOPED_TRACE(std::to_string(at) + " " + old);
@@ -87,7 +92,7 @@ class ReportRunTest : public ::testing::Test {
 
 std::u16string ManyParagraphs(const char16_t* word) {
     std::u16string text;
-    for (int i = 0; i < 4000; ++i)
+    for (std::size_t i = 0; i < 4000; ++i)
         text.append(u"the ").append(word).append(i % 7, u'x').append(u" line of it\r\n");
     return text;
 }
