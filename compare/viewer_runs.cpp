@@ -115,6 +115,8 @@ void frmCompareFiles::StartCompare(Plan plan) {
     const auto outcome = std::make_shared<CompareOutcome>();
     const auto begun = std::make_shared<Begun>();
     begun->revisions = now_;
+    editors_.rtbOriginal.follower.BeginRun();
+    editors_.rtbModified.follower.BeginRun();
     begun->kept_difference = plan.kept == KeptDifference::Yes ? mlCurrentDifference_ : -1;
     begun->options = input->options;
     begun->settings = settings_;
@@ -285,8 +287,12 @@ void frmCompareFiles::TakeTexts(Begun& begun, CompareOutcome& outcome) {
         }
         if (outcome.loaded[side] || !edited)
             begun.revisions.texts[side] = now_.texts[side];  // what was just put there is no edit
-        if (outcome.views_built && begun.revisions.texts[side] == now_.texts[side])
+        if (!outcome.views_built)
+            continue;
+        if (outcome.loaded[side])
             entry.document.SetParagraphs(std::move(outcome.sources[side].paragraphs));
+        else
+            entry.follower.TakeParagraphs(std::move(outcome.sources[side].paragraphs));
     }
     shown_ = begun.revisions;
     if (!outcome.comparison)
