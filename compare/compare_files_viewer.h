@@ -210,6 +210,8 @@ class frmCompareFiles : public Viewer {
       private:
         std::uint32_t& edits_;
     };
+    /// Whether a run that shows a difference shows the one that was selected; else the first.
+    enum class KeptDifference { Yes, No };
     /// A run that is wanted.
     struct Plan {
         RunSource source = RunSource::Texts;
@@ -217,6 +219,8 @@ class frmCompareFiles : public Viewer {
         BuildViews views = BuildViews::Yes;
         PerSide<std::string> load_again;  ///< the files of `LoadedAgain`; empty: not that side
         bool show_first = false;  ///< goes to the difference that was selected, or the first
+        KeptDifference kept = KeptDifference::Yes;
+        std::optional<View> left;  ///< what a switch comes from, and goes back to when it fails
         RunOn where = RunOn::ThisThread;
         std::function<void(RunEnd)> then;  ///< what goes on behind it
     };
@@ -231,6 +235,7 @@ class frmCompareFiles : public Viewer {
     using ReportDone = std::function<void(const ReportOutcome&)>;
 
     // viewer_runs.cpp
+    void RefreshFrom(KeptDifference kept, bool bReloadFiles, bool bGoToFirstDifference);
     void StartCompare(Plan plan);
     CompareInput InputFor(const Plan& plan);
     SharedText TextOf(Side side);
@@ -239,6 +244,7 @@ class frmCompareFiles : public Viewer {
     void ShowProgress();
     void ShowEarly(EarlyOutcome early);
     void PutBackEarly();
+    void ShowAgain(std::optional<View> left);
     void HandOver(Begun& begun, CompareOutcome& outcome);
     void TakeLoad(const Begun& begun, CompareOutcome& outcome);
     void TakeTexts(Begun& begun, CompareOutcome& outcome);

@@ -14,6 +14,7 @@ namespace zorvane {
 void frmCompareFiles::cmdChangeViewFormat_Click() {
     if (!IsEnabled(ViewerCommand::ChangeView))
         return;
+    const View left = view_;
     view_ = view_ == View::AllInOne ? View::SideBySide : View::AllInOne;
     const bool was_updating = std::exchange(mbUpdatingFilter_, true);
     window_.ShowFilter(ViewFilter::All);
@@ -24,6 +25,7 @@ void frmCompareFiles::cmdChangeViewFormat_Click() {
     Plan plan;
     plan.source = IsStale() ? RunSource::Texts : RunSource::Compared;
     plan.view = view_;
+    plan.left = left;
     plan.show_first = true;
     plan.where = where_;
     StartCompare(std::move(plan));

@@ -4,6 +4,7 @@
 
 #include "compare/document/rich_document.h"
 #include "compare/document/rtb_document.h"
+#include "compare/paragraph_follower.h"
 
 namespace zorvane {
 
@@ -12,8 +13,14 @@ class Sound;
 /// An editor that is shown, with its numbered paragraphs. The user's edits can be undone; what a
 /// load or a run puts there cannot.
 struct ShownDocument {
+    ShownDocument() { editor.AddObserver(follower); }
+    ~ShownDocument() { editor.RemoveObserver(follower); }
+    ShownDocument(const ShownDocument&) = delete;
+    ShownDocument& operator=(const ShownDocument&) = delete;
+
     RichDocument editor;
     clsRTBDocument document;
+    ParagraphFollower follower{document};
 };
 
 struct ViewerEditors {

@@ -11,14 +11,15 @@ namespace zorvane {
 // ---- how a run begins ----
 
 void frmCompareFiles::Refresh() {
-    if (!IsEnabled(ViewerCommand::Refresh))
-        return;
-    mlCurrentDifference_ = -1;
-    mlLastDifference_ = -1;
-    RefreshDisplay(options_.bReloadOnRefresh.Data(), true);
+    RefreshFrom(KeptDifference::No, options_.bReloadOnRefresh.Data(), true);
 }
 
 void frmCompareFiles::RefreshDisplay(bool bReloadFiles, bool bGoToFirstDifference) {
+    RefreshFrom(KeptDifference::Yes, bReloadFiles, bGoToFirstDifference);
+}
+
+void frmCompareFiles::RefreshFrom(KeptDifference kept, bool bReloadFiles,
+                                  bool bGoToFirstDifference) {
     if (!IsEnabled(ViewerCommand::Refresh))
         return;
     if (!Silent() && !bReloadFiles && editors_.rtbOriginal.editor.Length() == 0 &&
@@ -32,6 +33,7 @@ void frmCompareFiles::RefreshDisplay(bool bReloadFiles, bool bGoToFirstDifferenc
     Plan plan;
     plan.source = bReloadFiles ? RunSource::ReloadedFiles : RunSource::Texts;
     plan.show_first = bGoToFirstDifference;
+    plan.kept = kept;
     plan.view = view_;
     plan.where = where_;
     StartCompare(std::move(plan));
@@ -113,7 +115,9 @@ void frmCompareFiles::StartCompare(Plan plan) {
     const auto outcome = std::make_shared<CompareOutcome>();
     const auto begun = std::make_shared<Begun>();
     begun->revisions = now_;
-    begun->kept_difference = mlCurrentDifference_;
+    editors_.rtbOriginal.follower.BeginRun();
+    editors_.rtbModified.follower.BeginRun();
+    begun->kept_difference = plan.kept == KeptDifference::Yes ? mlCurrentDifference_ : -1;
     begun->options = input->options;
     begun->settings = settings_;
     Wait(true);
@@ -211,8 +215,10 @@ void frmCompareFiles::HandOver(Begun& begun, CompareOutcome& outcome) {
         window_.ShowStatus(StatusPanel::Detail, outcome.detail);
     if (outcome.end != RunEnd::Aborted)
         TakeLoad(begun, outcome);
-    if (outcome.end != RunEnd::Finished)
+    if (outcome.end != RunEnd::Finished) {
         PutBackEarly();
+        ShowAgain(begun.plan.left);
+    }
     before_early_.reset();
     early_comparison_.reset();
     if (outcome.end == RunEnd::Finished) {
@@ -281,8 +287,12 @@ void frmCompareFiles::TakeTexts(Begun& begun, CompareOutcome& outcome) {
         }
         if (outcome.loaded[side] || !edited)
             begun.revisions.texts[side] = now_.texts[side];  // what was just put there is no edit
-        if (outcome.views_built && begun.revisions.texts[side] == now_.texts[side])
+        if (!outcome.views_built)
+            continue;
+        if (outcome.loaded[side])
             entry.document.SetParagraphs(std::move(outcome.sources[side].paragraphs));
+        else
+            entry.follower.TakeParagraphs(std::move(outcome.sources[side].paragraphs));
     }
     shown_ = begun.revisions;
     if (!outcome.comparison)
@@ -359,6 +369,14 @@ void frmCompareFiles::ShowEarly(EarlyOutcome early) {
     before.comparison = std::exchange(early_comparison_, std::move(early.comparison));
     UpdateNavigationalDropDownListBox();
     before_early_ = std::move(before);
+}
+
+// The view that a run was to build holds nothing, or marks of an older result.
+void frmCompareFiles::ShowAgain(std::optional<View> left) {
+    if (!left)
+        return;
+    view_ = *left;
+    window_.ShowView(view_);
 }
 
 void frmCompareFiles::PutBackEarly() {

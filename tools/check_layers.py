@@ -26,7 +26,7 @@ LAYERS = [
 ]
 # Linked into zorvane-convert alone: the program's own layers reach it over a pipe, never by include.
 ISOLATED = "load/readers"
-EVERYTHING = ("tests/", "bench/")
+EVERYTHING = ("tests/", "bench/", "tools/viewer_driver/")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 

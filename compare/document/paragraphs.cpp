@@ -1,5 +1,7 @@
 #include "compare/document/paragraphs.h"
 
+#include <algorithm>
+
 #include "common/base/unit_search.h"
 
 namespace zorvane {
@@ -30,6 +32,24 @@ void Paragraphs::Clear() {
 void Paragraphs::SetLastChar(ParagraphNumber number, CharPos last) {
     if (Has(number))
         list_[static_cast<std::size_t>(number.value - 1)].LastChar = last;
+}
+
+void Paragraphs::Replaced(CharPos first, std::int32_t removed, std::int32_t inserted) {
+    const CharPos old_end = first + removed;
+    const CharPos new_end = first + inserted;
+    const auto move = [&](CharPos& place) {
+        if (place >= old_end && place > first)
+            place = place + (inserted - removed);
+        else if (place > new_end)
+            place = new_end;  // it stood in what was removed
+    };
+    const auto behind = std::lower_bound(
+        list_.begin(), list_.end(), first,
+        [](const clsParagraph& paragraph, CharPos at) { return paragraph.LastChar < at; });
+    for (auto paragraph = behind; paragraph != list_.end(); ++paragraph) {
+        move(paragraph->FirstChar);
+        move(paragraph->LastChar);
+    }
 }
 
 void Paragraphs::AddDelta(ParagraphNumber number, std::int32_t delta) {

@@ -17,7 +17,7 @@ struct clsParagraph {
     friend bool operator==(const clsParagraph&, const clsParagraph&) = default;
 };
 
-/// The list is built from a text and is stale after any edit of it; whoever edits knows. Looking up
+/// The list is built from a text and is stale after any edit that it is not told of. Looking up
 /// a paragraph costs a constant.
 class Paragraphs {
   public:
@@ -33,6 +33,10 @@ class Paragraphs {
         return list_[static_cast<std::size_t>(number.value - 1)];
     }
     void SetLastChar(ParagraphNumber number, CharPos last);
+    /// The text was edited: `removed` units at `first` gave way to `inserted` others. No paragraph
+    /// comes or goes; what is put in at a paragraph's begin is of it. Costs by the paragraphs
+    /// behind.
+    void Replaced(CharPos first, std::int32_t removed, std::int32_t inserted);
 
     /// Keeps a change of length in front of paragraph `number`. A second change there replaces the
     /// first; one at the last paragraph or behind it is dropped, since nothing lies behind.
