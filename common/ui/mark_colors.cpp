@@ -4,15 +4,15 @@
 
 namespace zorvane {
 
-StoredColors DefaultColors(MarkKind kind) {
+StoredColors DefaultColors(LookMark kind) {
     switch (kind) {
-        case MarkKind::Changed:
+        case LookMark::Changed:
             return {.fore = 0x0000FF};
-        case MarkKind::Deleted:
+        case LookMark::Deleted:
             return {.fore = 0xFF0000};
-        case MarkKind::Added:
+        case LookMark::Added:
             return {.fore = 0x008000};
-        case MarkKind::Moved:
+        case LookMark::Moved:
             break;
     }
     return {};
@@ -26,25 +26,25 @@ std::int32_t ToStored(const QColor& color) {
     return color.red() | (color.green() << 8) | (color.blue() << 16);
 }
 
-MarkColors PaintedColors(const ColorTokens& tokens, MarkKind kind) {
+PaintedMark PaintedColors(const ColorTokens& tokens, LookMark kind) {
     const auto colors = [&](Token text, Token word, Token row) {
-        return MarkColors{tokens[text], tokens[word], tokens[text], tokens[row]};
+        return PaintedMark{tokens[text], tokens[word], tokens[text], tokens[row]};
     };
     switch (kind) {
-        case MarkKind::Changed:
+        case LookMark::Changed:
             return colors(Token::ChangedText, Token::ChangedWord, Token::ChangedRow);
-        case MarkKind::Deleted:
+        case LookMark::Deleted:
             return colors(Token::DeletedText, Token::DeletedWord, Token::DeletedRow);
-        case MarkKind::Added:
+        case LookMark::Added:
             return colors(Token::AddedText, Token::AddedWord, Token::AddedRow);
-        case MarkKind::Moved:
+        case LookMark::Moved:
             break;
     }
     return colors(Token::MovedText, Token::MovedWord, Token::MovedRow);
 }
 
-MarkColors PaintedColors(const ColorTokens& tokens, MarkKind kind, const StoredColors& stored) {
-    MarkColors colors = PaintedColors(tokens, kind);
+PaintedMark PaintedColors(const ColorTokens& tokens, LookMark kind, const StoredColors& stored) {
+    PaintedMark colors = PaintedColors(tokens, kind);
     if (tokens.GetScheme() == Scheme::HighContrast)
         return colors;
     const StoredColors usual = DefaultColors(kind);

@@ -65,7 +65,7 @@ void FaceToggle::paintEvent(QPaintEvent*) {
 /// Words of this kind as the documents show them.
 class MarkStyleRow::Sample : public QWidget {
   public:
-    Sample(MarkKind kind, QString words, QWidget* parent)
+    Sample(LookMark kind, QString words, QWidget* parent)
         : QWidget(parent), kind_(kind), words_(std::move(words)) {
         setAccessibleName(words_);
         setMinimumWidth(QFontMetrics(Semibold(font())).horizontalAdvance(words_) + 2 * kMedium);
@@ -80,7 +80,7 @@ class MarkStyleRow::Sample : public QWidget {
   protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        const MarkColors colors = PaintedColors(Tokens(), kind_, choice_.colors);
+        const PaintedMark colors = PaintedColors(Tokens(), kind_, choice_.colors);
         PaintBox(painter, rect(), kChipCorner, colors.word, QColor());
         QFont face = choice_.bold ? Semibold(font()) : font();
         face.setItalic(choice_.italic);
@@ -95,12 +95,12 @@ class MarkStyleRow::Sample : public QWidget {
     }
 
   private:
-    MarkKind kind_;
+    LookMark kind_;
     QString words_;
     MarkChoice choice_;
 };
 
-MarkStyleRow::MarkStyleRow(MarkKind kind, const QString& sample, UiText text, QWidget* parent)
+MarkStyleRow::MarkStyleRow(LookMark kind, const QString& sample, UiText text, QWidget* parent)
     : QWidget(parent), kind_(kind), text_(std::move(text)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -155,7 +155,7 @@ void MarkStyleRow::SetChoice(const MarkChoice& choice) {
 void MarkStyleRow::ShowChoice() {
     for (const auto& [toggle, field] : toggles_)
         toggle->setChecked(choice_.*field);
-    const MarkColors colors = PaintedColors(Tokens(), kind_, choice_.colors);
+    const PaintedMark colors = PaintedColors(Tokens(), kind_, choice_.colors);
     for (const auto& [button, field] : colors_)
         button->SetColor(field == &StoredColors::fore ? colors.text : colors.word);
     sample_->SetChoice(choice_);

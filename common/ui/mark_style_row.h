@@ -64,7 +64,7 @@ class MarkStyleRow : public QWidget {
     Q_OBJECT
   public:
     /// `sample` is the name of the kind, painted as its words are.
-    MarkStyleRow(MarkKind kind, const QString& sample, UiText text, QWidget* parent = nullptr);
+    MarkStyleRow(LookMark kind, const QString& sample, UiText text, QWidget* parent = nullptr);
 
     void SetChoice(const MarkChoice& choice);
     const MarkChoice& Choice() const { return choice_; }
@@ -80,7 +80,7 @@ class MarkStyleRow : public QWidget {
     void ShowChoice();
     void AskColor(const QString& title, std::int32_t StoredColors::*field);
 
-    MarkKind kind_;
+    LookMark kind_;
     UiText text_;
     MarkChoice choice_;
     Sample* sample_;

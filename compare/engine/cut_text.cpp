@@ -67,7 +67,7 @@ void CutText::Add(const ChangeText& change, CutPiece piece) {
     }
 }
 
-RowKind RowKindOf(const CutText& text, std::size_t index) {
+CutKind CutKindOf(const CutText& text, std::size_t index) {
     const auto pieces = text.PiecesOf(index);
     const auto is_same = [](const CutPiece& piece) { return piece.kind == PieceKind::Same; };
     const auto in_original = [](const CutPiece& piece) { return IsOriginalPiece(piece.kind); };
@@ -75,13 +75,13 @@ RowKind RowKindOf(const CutText& text, std::size_t index) {
     const PieceKind end = text.Paragraph(index).end;
     if (std::all_of(pieces.begin(), pieces.end(), is_same)) {
         if (end == PieceKind::Same || !pieces.empty())
-            return end == PieceKind::Same ? RowKind::Same : RowKind::Changed;
-        return IsOriginalPiece(end) ? RowKind::Deleted : RowKind::Added;
+            return end == PieceKind::Same ? CutKind::Same : CutKind::Changed;
+        return IsOriginalPiece(end) ? CutKind::Deleted : CutKind::Added;
     }
     if (std::none_of(pieces.begin(), pieces.end(), in_modified))
-        return RowKind::Deleted;
-    return std::none_of(pieces.begin(), pieces.end(), in_original) ? RowKind::Added
-                                                                   : RowKind::Changed;
+        return CutKind::Deleted;
+    return std::none_of(pieces.begin(), pieces.end(), in_original) ? CutKind::Added
+                                                                   : CutKind::Changed;
 }
 
 bool BreakStandsOut(const CutText& text, std::size_t index) {

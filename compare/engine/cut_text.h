@@ -52,8 +52,8 @@ class CutText {
 };
 
 /// What stands in a paragraph of a change, and so by which sign it is told.
-enum class RowKind : std::uint8_t { Same, Changed, Deleted, Added };
-RowKind RowKindOf(const CutText& text, std::size_t index);
+enum class CutKind : std::uint8_t { Same, Changed, Deleted, Added };
+CutKind CutKindOf(const CutText& text, std::size_t index);
 
 /// Whether the break came or went by itself, which nothing in the paragraph tells.
 bool BreakStandsOut(const CutText& text, std::size_t index);

@@ -15,10 +15,10 @@ struct KindRow {
     std::string_view classes;
     std::string_view sign;
 };
-// In the order of `RowKind`.
+// In the order of `CutKind`.
 constexpr std::array<KindRow, 4> kKinds = {
     {{"r", ""}, {"r c", "\u2260"}, {"r x", "\u2212"}, {"r p", "+"}}};
-const KindRow& Row(RowKind kind) {
+const KindRow& Row(CutKind kind) {
     return kKinds[static_cast<std::size_t>(kind)];
 }
 
@@ -66,7 +66,7 @@ void HtmlRows::Begin(std::string_view classes) {
     page_.append("<div class=\"").append(classes).append("\">");
 }
 
-void HtmlRows::Gutter(std::int32_t number, RowKind kind) {
+void HtmlRows::Gutter(std::int32_t number, CutKind kind) {
     Gutter(number, Row(kind).sign);
 }
 
@@ -153,7 +153,7 @@ HtmlRows::OneSidedLook HtmlRows::LookOf(std::size_t index, Side side) const {
     if (const Move* move = comparison_.MoveOf(index))
         return {MoveLabel(*move, side), PartnerOf(*move, record.type) + 1, "r m", kMoveSign,
                 CellMark::Moved};
-    const KindRow& kind = Row(original ? RowKind::Deleted : RowKind::Added);
+    const KindRow& kind = Row(original ? CutKind::Deleted : CutKind::Added);
     const std::int32_t count = CountOf(record, side);
     std::string label = original ? "only in Original" : "only in Modified";
     if (count > 1)
@@ -248,9 +248,9 @@ void HtmlRows::OneToOne(const ChangeText& change, const DifferenceRecord& record
     left_.Cut(change, places_, CutFor::OriginalSide);
     merged_.Cut(change, places_, CutFor::MergedAsModified);
     Begin("r c s");
-    Gutter(first.original, RowKind::Changed);
+    Gutter(first.original, CutKind::Changed);
     text_.Pieces(change, left_, 0, first, {first.original, 0}, CellMark::Pieces);
-    Gutter(first.modified, RowKind::Changed);
+    Gutter(first.modified, CutKind::Changed);
     text_.Pieces(change, merged_, 0, first, {0, first.modified}, CellMark::Pieces);
     page_ += "</div>\n";
 }
@@ -263,7 +263,7 @@ std::vector<std::int32_t> HtmlRows::CleanRows(const DifferenceRecord& record) co
     bool begins = true;
     for (std::size_t row = 0; row < merged_.Count() && modified < rows.size(); ++row) {
         const PieceKind end = merged_.Paragraph(row).end;
-        if (begins && end == PieceKind::Same && RowKindOf(merged_, row) == RowKind::Changed)
+        if (begins && end == PieceKind::Same && CutKindOf(merged_, row) == CutKind::Changed)
             rows[modified] = static_cast<std::int32_t>(row);
         begins = end == PieceKind::Same;
         modified += IsModifiedPiece(end) ? 1U : 0U;
@@ -285,26 +285,26 @@ void HtmlRows::Pairs(const ChangeText& change, const DifferenceRecord& record) {
     }
 }
 
-RowKind HtmlRows::KindOf(ParagraphPair pair) const {
+CutKind HtmlRows::KindOf(ParagraphPair pair) const {
     const auto kind_in = [](const CutText& text, std::int32_t index) {
         const bool there = static_cast<std::size_t>(index) < text.Count();
-        return there ? RowKindOf(text, static_cast<std::size_t>(index)) : RowKind::Same;
+        return there ? CutKindOf(text, static_cast<std::size_t>(index)) : CutKind::Same;
     };
     if (pair.original >= 0 && pair.modified >= 0) {
-        const RowKind kind = kind_in(left_, pair.original);
-        return kind == kind_in(right_, pair.modified) ? kind : RowKind::Changed;
+        const CutKind kind = kind_in(left_, pair.original);
+        return kind == kind_in(right_, pair.modified) ? kind : CutKind::Changed;
     }
-    const RowKind kind = pair.original >= 0   ? kind_in(left_, pair.original)
+    const CutKind kind = pair.original >= 0   ? kind_in(left_, pair.original)
                          : pair.modified >= 0 ? kind_in(right_, pair.modified)
-                                              : RowKind::Same;
+                                              : CutKind::Same;
     // What one side alone shows is a paragraph that was cut or joined.
-    return kind == RowKind::Same ? RowKind::Changed : kind;
+    return kind == CutKind::Same ? CutKind::Changed : kind;
 }
 
 void HtmlRows::PairRow(const ChangeText& change, const DifferenceRecord& record, ParagraphPair pair,
                        std::int32_t merged_row) {
     const PerSide<std::int32_t> first{record.first_original, record.first_modified};
-    const RowKind kind = KindOf(pair);
+    const CutKind kind = KindOf(pair);
     Begin(merged_row >= 0 ? "r c s" : Row(kind).classes);
     for (const Side side : kBothSides) {
         const bool original = side == Side::Original;
@@ -326,8 +326,8 @@ void HtmlRows::PairRow(const ChangeText& change, const DifferenceRecord& record,
     page_ += "</div>\n";
 }
 
-void HtmlRows::PairGap(RowKind kind) {
-    if (kind == RowKind::Changed)
+void HtmlRows::PairGap(CutKind kind) {
+    if (kind == CutKind::Changed)
         page_ += "<b></b><div></div>";  // its text stands in another row
     else
         Nothing("", 0, false);
@@ -340,7 +340,7 @@ void HtmlRows::Merged(const ChangeText& change, PerSide<std::int32_t> numbers) {
     NumberInRow original{numbers.original};
     NumberInRow modified{numbers.modified};
     for (std::size_t row = 0; row < merged_.Count(); ++row) {
-        const RowKind kind = RowKindOf(merged_, row);
+        const CutKind kind = CutKindOf(merged_, row);
         Begin(Row(kind).classes);
         Gutter(original.Take(IsHere(merged_, row, IsOriginalPiece)), "");
         Gutter(modified.Take(IsHere(merged_, row, IsModifiedPiece)), kind);

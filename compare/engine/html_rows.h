@@ -51,12 +51,12 @@ class HtmlRows {
     void PairRow(const ChangeText& change, const DifferenceRecord& record, ParagraphPair pair,
                  std::int32_t merged_row);
     /// The place in a row of pairs that a side leaves empty.
-    void PairGap(RowKind kind);
-    RowKind KindOf(ParagraphPair pair) const;
+    void PairGap(CutKind kind);
+    CutKind KindOf(ParagraphPair pair) const;
     std::vector<std::int32_t> CleanRows(const DifferenceRecord& record) const;
 
     void Begin(std::string_view classes);
-    void Gutter(std::int32_t number, RowKind kind);
+    void Gutter(std::int32_t number, CutKind kind);
     void Gutter(std::int32_t number, std::string_view sign);
     void Nothing(std::string_view label, std::int32_t linked_record, bool first);
     void MoveLink(const std::string& label, std::int32_t linked_record);

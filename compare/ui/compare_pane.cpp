@@ -267,7 +267,7 @@ void ComparePane::Follow(Side from, double moved) {
 // ---- overview ----
 
 void ComparePane::MarksOfOverview() {
-    std::vector<OverviewMark> marks;
+    std::vector<OverviewStripe> marks;
     const std::shared_ptr<const Comparison>& result = aligner_->Result();
     if (result != nullptr && aligner_->Rows().Rows() > 0) {
         const double rows = aligner_->Rows().Rows();

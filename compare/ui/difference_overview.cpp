@@ -32,7 +32,7 @@ void DifferenceOverview::SetColors(const ViewColors& colors) {
     Later();
 }
 
-void DifferenceOverview::SetMarks(std::vector<OverviewMark> marks) {
+void DifferenceOverview::SetMarks(std::vector<OverviewStripe> marks) {
     marks_ = std::move(marks);
     Later();
 }
@@ -70,7 +70,7 @@ void DifferenceOverview::MakePicture() {
     painter.fillRect(QRectF(0, 0, 1, height()), colors_.hairline);
     const double inner = width() - 2 * kMargin;
     double last_bottom[4] = {-1e9, -1e9, -1e9, -1e9};
-    for (const OverviewMark& mark : marks_) {
+    for (const OverviewStripe& mark : marks_) {
         const double top = std::floor(mark.begin * height());
         // In a short text a paragraph's part of the strip would be a heavy block.
         const double most =

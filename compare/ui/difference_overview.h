@@ -16,7 +16,7 @@ namespace zorvane {
 inline constexpr int kOverviewWidth = 18;
 
 /// A difference as a part of the whole text, 0 to 1.
-struct OverviewMark {
+struct OverviewStripe {
     double begin = 0;
     double end = 0;
     MarkKind kind = MarkKind::None;
@@ -30,7 +30,7 @@ class DifferenceOverview : public QWidget {
     explicit DifferenceOverview(QWidget* parent = nullptr);
 
     void SetColors(const ViewColors& colors);
-    void SetMarks(std::vector<OverviewMark> marks);
+    void SetMarks(std::vector<OverviewStripe> marks);
     /// The part of the text in sight.
     void SetWindow(double begin, double end);
     /// For screen readers.
@@ -57,7 +57,7 @@ class DifferenceOverview : public QWidget {
     double PartAt(double y) const;
 
     ViewColors colors_ = ViewColors::Light();
-    std::vector<OverviewMark> marks_;
+    std::vector<OverviewStripe> marks_;
     QPixmap picture_;
     QTimer timer_;
     double begin_ = 0;

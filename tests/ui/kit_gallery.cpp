@@ -137,8 +137,8 @@ QWidget* MakeComparePage(bool german) {
     columns->addWidget(how, 1, Qt::AlignTop);
     auto* look_column = new FormColumn(page);
     look_column->AddHeading(Words(german, "Look of differences", "Aussehen der Unterschiede"));
-    constexpr std::array kKinds{MarkKind::Changed, MarkKind::Deleted, MarkKind::Added,
-                                MarkKind::Moved};
+    constexpr std::array kKinds{LookMark::Changed, LookMark::Deleted, LookMark::Added,
+                                LookMark::Moved};
     const QStringList names{"Changed, original", "Deleted", "Added", "Moved"};
     for (std::size_t at = 0; at < kKinds.size(); ++at) {
         auto* row = new MarkStyleRow(kKinds[at], names[static_cast<int>(at)], UiText());

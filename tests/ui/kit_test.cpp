@@ -275,10 +275,10 @@ TEST(ProgressCard, AppearsLateAndNeverGoesBack) {
 }
 
 TEST(MarkStyleRow, TellsWhatThePersonPressed) {
-    MarkStyleRow row(MarkKind::Deleted, QStringLiteral("Deleted"), UiText());
+    MarkStyleRow row(LookMark::Deleted, QStringLiteral("Deleted"), UiText());
     int changes = 0;
     QObject::connect(&row, &MarkStyleRow::Changed, [&] { ++changes; });
-    MarkChoice choice{.colors = DefaultColors(MarkKind::Deleted), .strike = true};
+    MarkChoice choice{.colors = DefaultColors(LookMark::Deleted), .strike = true};
     row.SetChoice(choice);
     EXPECT_EQ(changes, 0);
     const QList<FaceToggle*> toggles = row.findChildren<FaceToggle*>();

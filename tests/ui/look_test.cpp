@@ -140,9 +140,9 @@ TEST(ColorTokens, FollowTheLightnessOfTheDesktop) {
     EXPECT_EQ(SchemeOf(QApplication::style()->standardPalette()), Scheme::Light);
 }
 
-TEST(MarkColors, PaintADefaultByItsToken) {
+TEST(PaintedMark, PaintADefaultByItsToken) {
     for (const ColorTokens& tokens : {ColorTokens::Light(), ColorTokens::Dark()})
-        for (const MarkKind kind : {MarkKind::Changed, MarkKind::Deleted, MarkKind::Added})
+        for (const LookMark kind : {LookMark::Changed, LookMark::Deleted, LookMark::Added})
             EXPECT_EQ(PaintedColors(tokens, kind, DefaultColors(kind)),
                       PaintedColors(tokens, kind));
     // Red lowest: an exchange of red and blue would make deletions red.
@@ -151,17 +151,17 @@ TEST(MarkColors, PaintADefaultByItsToken) {
     EXPECT_EQ(ToStored(QColor(1, 2, 3)), 0x030201);
 }
 
-TEST(MarkColors, KeepWhatCanBeReadAndMoveTheRestAlongItsLightness) {
+TEST(PaintedMark, KeepWhatCanBeReadAndMoveTheRestAlongItsLightness) {
     const ColorTokens light = ColorTokens::Light();
-    const MarkColors kept =
-        PaintedColors(light, MarkKind::Changed, {.fore = 0x400040, .back = 0xFFFFFF});
+    const PaintedMark kept =
+        PaintedColors(light, LookMark::Changed, {.fore = 0x400040, .back = 0xFFFFFF});
     EXPECT_EQ(kept.text, QColor(0x40, 0, 0x40));
     EXPECT_EQ(kept.word, light[Token::ChangedWord]);
     for (const ColorTokens& tokens : {light, ColorTokens::Dark()}) {
         for (const std::int32_t fore : {0x00FFFF, 0xFFFF00, 0x808080, 0x000000, 0xFFFFFF, 0x0000FE})
             for (const std::int32_t back : {0xFFFFFF, 0x000000, 0x808080, 0x0080FF}) {
-                const MarkColors colors =
-                    PaintedColors(tokens, MarkKind::Changed, {.fore = fore, .back = back});
+                const PaintedMark colors =
+                    PaintedColors(tokens, LookMark::Changed, {.fore = fore, .back = back});
                 SCOPED_TRACE(QStringLiteral("%1 on %2")
                                  .arg(FromStored(fore).name(), colors.word.name())
                                  .toStdString());
