@@ -205,10 +205,6 @@ class CompareRunner {
         model.names = {command_.original, command_.modified};
         const std::string json = WriteJsonReport(model);
         const bool to_output = *command_.json == "-";
-        const bool input = IsSameFile(*command_.json, files_.original) ||
-                           IsSameFile(*command_.json, files_.modified);
-        if (!to_output && input)
-            return Report(Failure{*command_.json + ": this is one of the two compared files"});
         return Report(
             to_output ? WriteStream(Stream::Output, json)
                       : ReplaceFile(*command_.json, json, ModeForTextOf(process_.telling, files_)));

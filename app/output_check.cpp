@@ -11,10 +11,7 @@ namespace {
 // Where a name leads, links and all, whether there is a file yet or not.
 std::filesystem::path PlaceOf(const std::string& name) {
     std::error_code error;
-    std::filesystem::path place = NativePath(AbsolutePath(name));
-    constexpr int kMostLinks = 40;  // as the system
-    for (int links = 0; links < kMostLinks && std::filesystem::is_symlink(place, error); ++links)
-        place = place.parent_path() / std::filesystem::read_symlink(place, error);
+    const std::filesystem::path place = BehindLinks(NativePath(AbsolutePath(name)));
     const std::filesystem::path known = std::filesystem::weakly_canonical(place, error);
     return error ? place : known;
 }

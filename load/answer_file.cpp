@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "common/platform/file_descriptor.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 
@@ -30,18 +31,6 @@ int MakeNameless(const std::string& folder) {
     if (named >= 0)
         unlink(name.c_str());
     return named;
-}
-
-bool WriteAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
 }
 
 // Read and not mapped: whoever holds the file as well could cut it meanwhile.

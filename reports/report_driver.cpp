@@ -87,13 +87,7 @@ bool IsSpecialFile(const std::string& file) {
 
 // The folder that the report will really stand in, behind links.
 std::filesystem::path FolderOf(const std::string& file) {
-    std::filesystem::path native = NativePath(file);
-    std::error_code error;
-    if (std::filesystem::is_symlink(native, error)) {
-        const std::filesystem::path target = std::filesystem::canonical(native, error);
-        if (!error)
-            native = target;
-    }
+    const std::filesystem::path native = BehindLinks(NativePath(file));
     return native.has_parent_path() ? native.parent_path() : ".";
 }
 

@@ -10,84 +10,24 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "common/platform/file_descriptor.h"
 #include "common/platform/native_path.h"
 
 namespace zorvane {
 namespace {
 
-// A descriptor that closes itself.
-class Descriptor {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0)
-            close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int get() const { return number_; }
-    // False when the system finds a fault only at the end, as on a full network disk.
-    bool Close() {
-        const int number = number_;
-        number_ = -1;
-        return close(number) == 0;
-    }
-
-  private:
-    int number_;
-};
-
 Failure SystemFailure(const std::string& path) {
     return Failure{path + ": " + std::strerror(errno)};
 }
 
-bool WriteAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 Status WriteInPlace(const std::string& path, const std::string& native, std::string_view bytes,
                     std::uint32_t mode) {
-    Descriptor file(open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
-    if (file.get() < 0)
+    FileDescriptor file(open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
+    if (file.Get() < 0)
         return SystemFailure(path);
-    if (!WriteAll(file.get(), bytes) || !file.Close())
+    if (!WriteAll(file.Get(), bytes) || !file.Close())
         return SystemFailure(path);
     return Status::Ok();
-}
-
-bool IsLink(const std::string& native) {
-    struct stat facts {};
-    return lstat(native.c_str(), &facts) == 0 && S_ISLNK(facts.st_mode);
-}
-
-// The name that a link gives to a file that is still to come.
-std::string EndOfLinks(std::filesystem::path place) {
-    constexpr int kMostLinks = 40;  // as the system
-    std::error_code error;
-    for (int links = 0; links < kMostLinks && IsLink(place.string()); ++links)
-        place = place.parent_path() / std::filesystem::read_symlink(place, error);
-    return place.string();
-}
-
-// A link stays, and what it leads to is replaced; else "/dev/stdout" led to a file would go.
-std::string BehindLinks(const std::string& native) {
-    if (!IsLink(native))
-        return native;
-    std::error_code error;
-    const std::string target = std::filesystem::canonical(native, error).string();
-    if (!error)
-        return target;
-    struct stat facts {};
-    const bool leads_somewhere = stat(native.c_str(), &facts) == 0;  // to a pipe, say
-    return leads_somewhere || errno != ENOENT ? native : EndOfLinks(native);
 }
 
 // Another user's file stays that user's where the system lets us, as it lets an administrator.
@@ -144,9 +84,9 @@ Result<std::string> ReadStandardInput() try {
 }
 
 Result<std::string> ReadWholeFile(const std::string& path) try {
-    const Descriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
     struct stat facts {};
-    if (file.get() < 0 || fstat(file.get(), &facts) != 0)
+    if (file.Get() < 0 || fstat(file.Get(), &facts) != 0)
         return SystemFailure(path);
     if (S_ISDIR(facts.st_mode)) {
         errno = EISDIR;
@@ -154,7 +94,7 @@ Result<std::string> ReadWholeFile(const std::string& path) try {
     }
     if (static_cast<std::size_t>(facts.st_size) > kMostBytes)
         return TooLarge(path);
-    return ReadAll(file.get(), path, static_cast<std::size_t>(facts.st_size) + 1);
+    return ReadAll(file.Get(), path, static_cast<std::size_t>(facts.st_size) + 1);
 } catch (const std::bad_alloc&) {
     return Failure{path + ": too large for the memory"};
 }
@@ -166,9 +106,9 @@ Result<std::string> ReadFileHead(const std::string& path, std::size_t most) {
         return SystemFailure(path);
     if (!S_ISREG(facts.st_mode))
         return Failure{path + ": not a regular file"};
-    const Descriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC));
     std::string head(most, '\0');
-    const ssize_t count = file.get() < 0 ? -1 : read(file.get(), head.data(), head.size());
+    const ssize_t count = file.Get() < 0 ? -1 : read(file.Get(), head.data(), head.size());
     if (count < 0)
         return SystemFailure(path);
     head.resize(static_cast<std::size_t>(count));
@@ -181,8 +121,8 @@ Status CheckReadable(const std::string& path) {
     // Who writes to a FIFO takes an open for the reader, and its close for the reader's end.
     if (stat(native.c_str(), &facts) == 0 && S_ISFIFO(facts.st_mode))
         return access(native.c_str(), R_OK) == 0 ? Status::Ok() : Status(SystemFailure(path));
-    const Descriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (file.get() < 0 || fstat(file.get(), &facts) != 0)
+    const FileDescriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (file.Get() < 0 || fstat(file.Get(), &facts) != 0)
         return SystemFailure(path);
     if (!S_ISDIR(facts.st_mode))
         return Status::Ok();
@@ -200,9 +140,9 @@ Status WriteWholeFile(const std::string& path, std::string_view bytes) {
 
 Status AppendToFile(const std::string& path, std::string_view bytes) {
     constexpr mode_t kMode = 0666;
-    Descriptor file(
+    FileDescriptor file(
         open(NativePath(path).c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, kMode));
-    if (file.get() < 0 || !WriteAll(file.get(), bytes) || !file.Close())
+    if (file.Get() < 0 || !WriteAll(file.Get(), bytes) || !file.Close())
         return SystemFailure(path);
     return Status::Ok();
 }
@@ -215,7 +155,7 @@ struct FileReplacement::State {
     std::string native;  // behind links
     std::string fresh;   // beside it; empty: the target is written in place
     mode_t mode = 0;
-    Descriptor file;
+    FileDescriptor file;
     Status status;
 };
 
@@ -238,7 +178,7 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
     if (exists && !S_ISREG(facts.st_mode)) {
         constexpr int kInPlace = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
         auto state = std::make_unique<State>(path, native, open(native.c_str(), kInPlace, mode));
-        if (state->file.get() < 0)
+        if (state->file.Get() < 0)
             return SystemFailure(path);
         return FileReplacement(std::move(state));
     }
@@ -247,7 +187,7 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
     // A name of its own, since the file's with something behind it may be longer than names can be.
     std::string fresh = JoinPath(ParentOf(native), ".zorvane-XXXXXX");
     auto state = std::make_unique<State>(path, native, mkostemp(fresh.data(), O_CLOEXEC));
-    if (state->file.get() < 0)
+    if (state->file.Get() < 0)
         return SystemFailure(path);
     state->fresh = std::move(fresh);
     const mode_t mask = umask(0);
@@ -256,12 +196,12 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
     const mode_t kept = facts.st_mode & (mode == kAnybody ? 07777U : mode);
     state->mode = exists ? kept : mode & ~mask;
     if (exists && facts.st_uid != geteuid())
-        KeepOwner(state->file.get(), facts);
+        KeepOwner(state->file.Get(), facts);
     return FileReplacement(std::move(state));
 }
 
 Status FileReplacement::Write(std::string_view bytes) {
-    if (state_->status.ok() && !WriteAll(state_->file.get(), bytes))
+    if (state_->status.ok() && !WriteAll(state_->file.Get(), bytes))
         state_->status = SystemFailure(state_->path);
     return state_->status;
 }
@@ -271,7 +211,7 @@ Status FileReplacement::Finish() {
     if (!state.status.ok())
         return state.status;
     const bool in_place = state.fresh.empty();
-    const bool finished = (in_place || fchmod(state.file.get(), state.mode) == 0) &&
+    const bool finished = (in_place || fchmod(state.file.Get(), state.mode) == 0) &&
                           state.file.Close() &&
                           (in_place || std::rename(state.fresh.c_str(), state.native.c_str()) == 0);
     if (!finished)

@@ -22,6 +22,20 @@ bool HasDrive(std::string_view path) {
     return path.size() >= 3 && IsLetter(path[0]) && path[1] == ':' && IsPathSeparator(path[2]);
 }
 
+bool IsLink(const std::string& native) {
+    std::error_code error;
+    return std::filesystem::is_symlink(native, error);
+}
+
+// The name that a link gives to a file that is still to come.
+std::string EndOfLinks(std::filesystem::path place) {
+    constexpr int kMostLinks = 40;  // as the system
+    std::error_code error;
+    for (int links = 0; links < kMostLinks && IsLink(place.string()); ++links)
+        place = place.parent_path() / std::filesystem::read_symlink(place, error);
+    return place.string();
+}
+
 }  // namespace
 
 std::string NativePath(std::string_view path) {
@@ -85,6 +99,18 @@ std::string AbsolutePath(std::string_view path) {
 bool IsSameFile(std::string_view first, std::string_view second) {
     std::error_code error;
     return std::filesystem::equivalent(NativePath(first), NativePath(second), error) && !error;
+}
+
+std::string BehindLinks(const std::string& native) {
+    if (!IsLink(native))
+        return native;
+    std::error_code error;
+    const std::string target = std::filesystem::canonical(native, error).string();
+    if (!error)
+        return target;
+    std::error_code missing;
+    const bool leads_somewhere = std::filesystem::exists(native, missing);  // to a pipe, say
+    return leads_somewhere || missing ? native : EndOfLinks(native);
 }
 
 }  // namespace zorvane

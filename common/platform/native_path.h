@@ -28,4 +28,8 @@ std::string AbsolutePath(std::string_view path);
 /// True when both name one file on the disk now, by whatever road.
 bool IsSameFile(std::string_view first, std::string_view second);
 
+/// The name behind links, also that of a file that is still to come; `native` itself for what is no
+/// link, or leads to something without a name such as a pipe.
+std::string BehindLinks(const std::string& native);
+
 }  // namespace zorvane

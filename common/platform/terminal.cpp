@@ -27,19 +27,6 @@ winsize TerminalSize() {
     return size;
 }
 
-// Writes all bytes; false when the reader is gone or the target is full, errno telling which.
-bool WriteAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 std::string PagerCommand() {
     if (const auto own = Environment("ZORVANE_PAGER"))
         return *own;
