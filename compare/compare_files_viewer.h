@@ -121,6 +121,27 @@ class frmCompareFiles : public Viewer {
     /// How often a run on the viewer's own thread lets the window live.
     void PumpEvery(std::chrono::milliseconds interval) { pump_interval_ = interval; }
 
+    // ---- what a window shows of it ----
+    /// What list and views tell of, an early result included; it stays until the list is told
+    /// again. Nothing before the first result.
+    const Comparison* ShownComparison() const;
+    bool HasEarlyList() const { return early_comparison_ != nullptr; }
+    /// The text that the last whole result was made from; may be nothing.
+    const SharedText& ComparedText(Side side) const { return compared_texts_[side]; }
+    /// How much of a run is done, 0 to 1; it may go back between two steps.
+    double RunShare() const;
+    const clsMRU& RecentFiles(Side side) const { return recent_files_[side]; }
+
+    /// Behind another font in the settings: texts that bring none are shown in it.
+    void FontChanged() { ApplyFont(); }
+
+    // ---- sides ----
+    void SelectFile(Side side, const std::string& path);
+    /// Files and texts change their sides, with their edits; what was compared is compared again.
+    void SwapSides();
+    /// Reads the file of a side once more; its user is asked about edits first.
+    void LoadAgain(Side side);
+
     // ---- runs ----
     /// The Refresh button.
     void Refresh();

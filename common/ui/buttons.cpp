@@ -144,6 +144,13 @@ void Button::SetCaptionShown(bool shown) {
         setToolTip(caption_);
 }
 
+void Button::SetCaption(const QString& caption) {
+    const bool shown = !text().isEmpty();
+    caption_ = caption;
+    setAccessibleName(caption);
+    setText(shown ? caption : QString());
+}
+
 QFont Button::Face() const {
     return look_ == ButtonLook::Primary ? Semibold(font()) : font();
 }

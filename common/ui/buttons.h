@@ -31,6 +31,8 @@ class Button : public QPushButton {
     void SetDot(bool shown);
     /// Hides the words where room is short; the icon and the tool tip tell them.
     void SetCaptionShown(bool shown);
+    /// Other words from now on.
+    void SetCaption(const QString& caption);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }

@@ -93,6 +93,7 @@ void FileBox::SetPath(const QString& path) {
     setCurrentIndex(-1);
     setEditText(path);
     setToolTip(path);
+    PlaceEditor();  // the box laid it out anew, over the icon
     update();
 }
 

@@ -35,6 +35,8 @@ class RunControl : public RunWatcher {
     bool Stopped() const { return stop_; }
     /// The step of the main panel.
     RunStep Step() const { return Unpack(main_).step; }
+    /// How much of it is done, 0 to 1.
+    double Part() const { return Unpack(main_).part; }
     RunTexts Texts(ProcessState& process) const;
 
     /// For a run on the thread of its viewer: called from `KeepGoing`, at most every `interval`.

@@ -1,0 +1,88 @@
+// The Compare Files viewer: what its window asks of the two sides.
+#include <utility>
+
+#include "common/process_state.h"
+#include "compare/compare_files_viewer.h"
+
+namespace zorvane {
+
+// The parts of a run by their usual cost, so that one bar tells of all of it.
+double frmCompareFiles::RunShare() const {
+    if (run_ == nullptr)
+        return 0;
+    constexpr double kLoaded = 0.25;
+    constexpr double kCompared = 0.5;
+    const double part = run_->Control().Part();
+    switch (run_->Control().Step()) {
+        case RunStep::LoadFiles:
+        case RunStep::ReloadFiles:
+            return kLoaded * part;
+        case RunStep::PrepareCompare:
+            return kLoaded;
+        case RunStep::Compare:
+            return kLoaded + (kCompared - kLoaded) * part;
+        case RunStep::List:
+        case RunStep::BeginMarking:
+            return kCompared;
+        case RunStep::MarkAllInOne:
+        case RunStep::MarkSideBySide:
+            return kCompared + (1 - kCompared) * part;
+        case RunStep::None:
+        case RunStep::ImportPdf:
+        case RunStep::ImportSlides:
+        case RunStep::MarkSections:
+        case RunStep::MarkLetters:
+        case RunStep::WriteReport:
+        case RunStep::Save:
+        case RunStep::Print:
+        case RunStep::LaunchReport:
+            break;
+    }
+    return 0;
+}
+
+const Comparison* frmCompareFiles::ShownComparison() const {
+    if (early_comparison_ != nullptr)
+        return early_comparison_.get();
+    return shown_ ? &Compared() : nullptr;
+}
+
+void frmCompareFiles::SelectFile(Side side, const std::string& path) {
+    clsVarString& file = side == Side::Original ? options_.sFileOriginal : options_.sFileModified;
+    if (file.Data() == path)
+        return;
+    file.SetData(path);
+    OptionsChanged();
+}
+
+void frmCompareFiles::LoadAgain(Side side) {
+    if (!IsEnabled(ViewerCommand::Refresh) || !MayLoseEdits(LosingStep::Load))
+        return;
+    PerSide<std::string> files;
+    files[side] = FileNames()[side == Side::Original ? 0 : 1];
+    LoadAgain(files);
+}
+
+void frmCompareFiles::SwapSides() {
+    if (!IsEnabled(ViewerCommand::Refresh))
+        return;
+    const bool compared = shown_.has_value();
+    const std::string original = options_.sFileOriginal.Data();
+    options_.sFileOriginal.SetData(options_.sFileModified.Data());
+    options_.sFileModified.SetData(original);
+    RichText text = editors_.rtbOriginal.editor.TakeRich();
+    editors_.rtbOriginal.editor.SetRich(editors_.rtbModified.editor.TakeRich());
+    editors_.rtbModified.editor.SetRich(std::move(text));
+    const auto swap_sides = [](auto& sides) { std::swap(sides.original, sides.modified); };
+    swap_sides(load_memory_.loaded);
+    swap_sides(load_memory_.bForceReload);
+    swap_sides(load_memory_.bSlidesFailed);
+    swap_sides(load_memory_.sNoText);
+    swap_sides(load_memory_.beside);
+    swap_sides(load_memory_.looks);
+    OptionsChanged();
+    if (compared)
+        RunCompare(false);
+}
+
+}  // namespace zorvane
