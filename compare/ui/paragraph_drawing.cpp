@@ -60,7 +60,7 @@ void ParagraphLayout::DrawOwnLines(QPainter& painter, QPointF origin) const {
         painter.setPen(pen);
         const QString text = cells_.front().layout->text();
         const auto draw = [&](std::int32_t first, std::int32_t length) {
-            for (const RangeBox& box : Boxes(first, length, Trim::No)) {
+            for (const RangeBox& box : Boxes(first, length, EndTrim::No)) {
                 const QPointF from = origin + QPointF(box.rect.left(), box.baseline + 2);
                 const QPointF to = origin + QPointF(box.rect.right(), box.baseline + 2);
                 painter.drawLine(from, to);

@@ -48,7 +48,7 @@ struct RangeBox {
     double natural_height = 0;
 };
 
-enum class Trim : bool { No, Blanks };
+enum class EndTrim : bool { No, Blanks };
 
 /// A paragraph with cell marks is laid out as a row of cells of equal width.
 class ParagraphLayout {
@@ -69,7 +69,7 @@ class ParagraphLayout {
     /// Without width; what an input method composes is passed over.
     QRectF CaretRect(std::int32_t position) const;
     QRectF PreeditCaretRect() const;
-    std::vector<RangeBox> Boxes(std::int32_t first, std::int32_t length, Trim trim) const;
+    std::vector<RangeBox> Boxes(std::int32_t first, std::int32_t length, EndTrim trim) const;
     std::vector<RangeBox> PreeditBoxes() const;
 
     // ---- steps ----
@@ -124,7 +124,7 @@ class ParagraphLayout {
     std::int32_t FromCell(const Cell& cell, std::int32_t at) const;
     const Cell& CellOf(std::int32_t position) const;
     LinePlace PlaceOf(std::int32_t line) const;
-    void AddBoxes(const Cell& cell, std::int32_t begin, std::int32_t end, Trim trim,
+    void AddBoxes(const Cell& cell, std::int32_t begin, std::int32_t end, EndTrim trim,
                   std::vector<RangeBox>& boxes) const;
     static void AddBidiBoxes(const QTextLine& line, std::int32_t begin, std::int32_t end,
                              RangeBox box, std::vector<RangeBox>& boxes);

@@ -188,14 +188,14 @@ void ParagraphLayout::AddBidiBoxes(const QTextLine& line, std::int32_t begin, st
 }
 
 // `begin` and `end` are positions of the cell's layout.
-void ParagraphLayout::AddBoxes(const Cell& cell, std::int32_t begin, std::int32_t end, Trim trim,
+void ParagraphLayout::AddBoxes(const Cell& cell, std::int32_t begin, std::int32_t end, EndTrim trim,
                                std::vector<RangeBox>& boxes) const {
     const QString text = cell.layout->text();
     for (int number = 0; number < cell.layout->lineCount(); ++number) {
         const QTextLine line = cell.layout->lineAt(number);
         std::int32_t from = std::max(begin, line.textStart());
         std::int32_t to = std::min(end, line.textStart() + line.textLength());
-        if (trim == Trim::Blanks) {
+        if (trim == EndTrim::Blanks) {
             while (from < to && IsBlank(text.at(from)))
                 ++from;
             while (from < to && IsBlank(text.at(to - 1)))
@@ -222,7 +222,7 @@ void ParagraphLayout::AddBoxes(const Cell& cell, std::int32_t begin, std::int32_
 }
 
 std::vector<RangeBox> ParagraphLayout::Boxes(std::int32_t first, std::int32_t length,
-                                             Trim trim) const {
+                                             EndTrim trim) const {
     std::vector<RangeBox> boxes;
     for (const Cell& cell : cells_) {
         const std::int32_t from = std::max(first, cell.first);
@@ -239,7 +239,7 @@ std::vector<RangeBox> ParagraphLayout::PreeditBoxes() const {
         return boxes;
     const Cell& cell = CellOf(preedit_at_);
     const std::int32_t begin = preedit_at_ - cell.first;
-    AddBoxes(cell, begin, begin + preedit_length_, Trim::No, boxes);
+    AddBoxes(cell, begin, begin + preedit_length_, EndTrim::No, boxes);
     return boxes;
 }
 

@@ -164,7 +164,7 @@ void TextPainter::PaintWords(const ShownBlock& block, const ParagraphLayout& lay
     painter_.setPen(Qt::NoPen);
     for (const WordMark& word : layout.Words()) {
         painter_.setBrush(Colors().Of(word.kind).word);
-        for (const RangeBox& box : layout.Boxes(word.first, word.length, Trim::Blanks)) {
+        for (const RangeBox& box : layout.Boxes(word.first, word.length, EndTrim::Blanks)) {
             const QRectF rect(
                 box.rect.left() - kWordReach, box.natural_top - 0.5,
                 box.rect.width() + 2 * kWordReach - (word.gap_behind ? kWordReach : 0),
@@ -178,7 +178,7 @@ void TextPainter::PaintLines(const ShownBlock& block, const ParagraphLayout& lay
     const auto draw = [&](std::int32_t first, std::int32_t length, MarkLine line,
                           const QColor& color, bool gap) {
         painter_.setPen(color);
-        for (const RangeBox& box : layout.Boxes(first, length, Trim::Blanks)) {
+        for (const RangeBox& box : layout.Boxes(first, length, EndTrim::Blanks)) {
             DrawMarkLine(painter_, line, TextX() + box.rect.left(),
                          TextX() + box.rect.right() - (gap ? kWordReach : 0),
                          block.y + box.baseline, box.ascent);
@@ -205,7 +205,7 @@ void TextPainter::PaintFound(const ShownBlock& block, const ParagraphLayout& lay
         const bool this_one = block.block.first + hit.first.value == state_.this_hit.first &&
                               hit.length == state_.this_hit.length;
         painter_.setBrush(this_one ? Colors().this_hit : Colors().hit);
-        for (const RangeBox& box : layout.Boxes(hit.first.value, hit.length, Trim::No)) {
+        for (const RangeBox& box : layout.Boxes(hit.first.value, hit.length, EndTrim::No)) {
             const QRectF rect(box.rect.left(), box.natural_top, box.rect.width(),
                               box.natural_height);
             painter_.drawRoundedRect(rect.translated(TextX(), block.y), kSelectionRadius,
@@ -233,7 +233,7 @@ void TextPainter::PaintSelection(const ShownBlock& block, const ParagraphLayout&
         painter_.setRenderHint(QPainter::Antialiasing);
         painter_.setPen(Qt::NoPen);
         painter_.setBrush(Colors().selection);
-        for (const RangeBox& box : layout.Boxes(from, to - from, Trim::No)) {
+        for (const RangeBox& box : layout.Boxes(from, to - from, EndTrim::No)) {
             painter_.drawRoundedRect(box.rect.translated(TextX(), block.y), kSelectionRadius,
                                      kSelectionRadius);
         }

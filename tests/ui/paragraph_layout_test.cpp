@@ -138,27 +138,27 @@ TEST(ParagraphLayout, TrimsMarksAtLineEnds) {
     const ParagraphLayout layout =
         LayOut(BlockOf(u"  several words that wrap more than once in a narrow column  "), 120);
     ASSERT_GT(layout.LineCount(), 2);
-    const auto all = layout.Boxes(0, layout.Length(), Trim::No);
-    const auto trimmed = layout.Boxes(0, layout.Length(), Trim::Blanks);
+    const auto all = layout.Boxes(0, layout.Length(), EndTrim::No);
+    const auto trimmed = layout.Boxes(0, layout.Length(), EndTrim::Blanks);
     ASSERT_EQ(all.size(), trimmed.size());
     EXPECT_GT(trimmed.front().rect.left(), all.front().rect.left());
     for (std::size_t line = 0; line < trimmed.size(); ++line)
         EXPECT_LE(trimmed[line].rect.right(), 120.5);
-    EXPECT_TRUE(layout.Boxes(0, 2, Trim::Blanks).empty());
+    EXPECT_TRUE(layout.Boxes(0, 2, EndTrim::Blanks).empty());
 }
 
 TEST(ParagraphLayout, BoxesOfRightToLeftTextLieWhereItsLettersDo) {
     const ParagraphLayout layout =
         LayOut(BlockOf(u"the word \u05e9\u05dc\u05d5\u05dd means"), 1000);
-    const auto boxes = layout.Boxes(10, 2, Trim::No);  // two letters inside the Hebrew word
+    const auto boxes = layout.Boxes(10, 2, EndTrim::No);  // two letters inside the Hebrew word
     ASSERT_EQ(boxes.size(), 1U);
-    const auto word = layout.Boxes(9, 4, Trim::No);
+    const auto word = layout.Boxes(9, 4, EndTrim::No);
     ASSERT_EQ(word.size(), 1U);
     EXPECT_GT(boxes[0].rect.width(), 4);
     EXPECT_GT(boxes[0].rect.left(), word[0].rect.left() + 2);
     EXPECT_LT(boxes[0].rect.right(), word[0].rect.right() - 2);
     // Selected from inside the word to behind it, the text lies in two pieces.
-    EXPECT_EQ(layout.Boxes(11, 4, Trim::No).size(), 2U);
+    EXPECT_EQ(layout.Boxes(11, 4, EndTrim::No).size(), 2U);
 }
 
 // In either direction of the paragraph, letter by letter, nothing is left out or covered twice.
@@ -169,10 +169,10 @@ TEST(ParagraphLayout, BoxesOfLettersFillTheirLine) {
         const ParagraphLayout layout = LayOut(BlockOf(text), 1000);
         double sum = 0;
         for (std::int32_t at = 0; at < layout.Length(); ++at) {
-            for (const RangeBox& box : layout.Boxes(at, 1, Trim::No))
+            for (const RangeBox& box : layout.Boxes(at, 1, EndTrim::No))
                 sum += box.rect.width();
         }
-        const auto all = layout.Boxes(0, layout.Length(), Trim::No);
+        const auto all = layout.Boxes(0, layout.Length(), EndTrim::No);
         ASSERT_EQ(all.size(), 1U);
         EXPECT_NEAR(sum, all[0].rect.width(), 0.1);
         EXPECT_NEAR(sum, layout.Width(), 1);

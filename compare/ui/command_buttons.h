@@ -1,0 +1,22 @@
+// Buttons that run a command of the window's set.
+#pragma once
+
+#include <string_view>
+
+#include <QAbstractButton>
+
+#include "common/ui/buttons.h"
+#include "common/ui/command_table.h"
+
+namespace zorvane {
+
+/// The button runs the command, and is greyed and pressed in as the command is.
+void LinkButton(QAbstractButton& button, CommandSet& commands, std::string_view id);
+/// With the name, key and tip of the command.
+IconButton* MakeCommandIcon(CommandSet& commands, std::string_view id, const char* icon,
+                            QWidget* parent);
+/// `caption` stands on it instead of the command's menu text.
+Button* MakeCommandButton(CommandSet& commands, std::string_view id, const QString& caption,
+                          ButtonLook look, const char* icon, QWidget* parent);
+
+}  // namespace zorvane

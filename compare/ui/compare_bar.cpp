@@ -1,0 +1,95 @@
+#include "compare/ui/compare_bar.h"
+
+#include "common/ui/cards.h"
+#include "common/ui/style_sheet.h"
+#include "compare/ui/command_buttons.h"
+
+namespace zorvane {
+namespace {
+
+constexpr int kAllCaptions = 1150;
+constexpr int kNarrow = 900;
+constexpr int kNarrowest = 700;
+constexpr const char* kLayoutIds[] = {"view.both", "view.result", "view.editors"};
+constexpr const char* kLayoutIcons[] = {"layout-both", "layout-result", "layout-editors"};
+
+}  // namespace
+
+CompareBar::CompareBar(CommandSet& commands, UiText text, QWidget* parent)
+    : ToolBar(text("Compare Files"), parent), text_(std::move(text)) {
+    const auto icon = [&](const char* id, const char* drawing) {
+        auto* button = MakeCommandIcon(commands, id, drawing, this);
+        Add(button);
+        return button;
+    };
+    const auto word = [&](const char* id, const char* caption, ButtonLook look,
+                          const char* drawing) {
+        auto* button = MakeCommandButton(commands, id, text_(caption), look, drawing, this);
+        Add(button);
+        return button;
+    };
+    compare_ = word("compare.run", "Compare", ButtonLook::Primary, "refresh");
+    AddSeparator();
+    first_ = icon("go.first", "first");
+    icon("go.previous", "previous");
+    list_ = new DifferenceBox(text_("List of differences"), this);
+    list_->setMinimumWidth(120);
+    Add(list_, 1);
+    icon("go.next", "next");
+    last_ = icon("go.last", "last");
+    place_ = new QLabel(this);
+    place_->setProperty(look::kProperty, QString::fromLatin1(look::kBeside));
+    Add(place_);
+    AddSeparator();
+    view_ = word("view.all_in_one", "View All In One", ButtonLook::Flat, "all-in-one");
+    abort_ = word("compare.abort", "Abort", ButtonLook::Plain, "abort");
+    abort_->hide();
+    layouts_ = new SegmentedGroup(text_("Layout"), this);
+    for (int at = 0; at < 3; ++at) {
+        const QAction* action = commands.Action(kLayoutIds[at]);
+        layouts_->Add(at + 1, QString(), QString::fromLatin1(kLayoutIcons[at]),
+                      WithoutMnemonic(action->text()));
+        layouts_->Segment(at + 1)->setToolTip(action->toolTip());
+    }
+    connect(layouts_, &SegmentedGroup::Chosen, this,
+            [&commands](int id) { commands.Run(kLayoutIds[id - 1]); });
+    Add(layouts_);
+    AddSeparator();
+    icon("edit.find", "find");
+    icon("report.make", "report");
+    print_ = icon("file.print", "print");
+    options_ = word("view.options", "Options", ButtonLook::Flat, "options");
+    icon("view.panel", "panel");
+}
+
+void CompareBar::SetPlace(int current, int count) {
+    if (count == 0)
+        place_->clear();
+    else if (current < 1)
+        place_->setText(QString::number(count));
+    else
+        place_->setText(text_("%1 of %2").arg(current).arg(count));
+}
+
+void CompareBar::SetAbortVisible(bool visible) {
+    // One place for both, so that nothing beside it jumps.
+    abort_->setMinimumWidth(visible ? view_->width() : 0);
+    abort_->setVisible(visible);
+    view_->setVisible(!visible);
+}
+
+void CompareBar::SetViewCaption(const QString& caption) {
+    view_->SetCaption(caption);
+}
+
+void CompareBar::FitTo(int width) {
+    view_->SetCaptionShown(width >= kAllCaptions);
+    options_->SetCaptionShown(width >= kAllCaptions);
+    print_->setVisible(width >= kAllCaptions);
+    place_->setVisible(width >= kNarrow);
+    for (QWidget* widget : {static_cast<QWidget*>(first_), static_cast<QWidget*>(last_),
+                            static_cast<QWidget*>(layouts_)})
+        widget->setVisible(width >= kNarrowest);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,398 @@
+// What a person does in a Compare Files window.
+#include <QAccessible>
+#include <QApplication>
+#include <QDateTime>
+#include <QFileInfo>
+#include <QFontDialog>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QStackedWidget>
+
+#include "common/base/text_encoding.h"
+#include "common/ui/qt_text.h"
+#include "compare/document/memory_editor.h"
+#include "compare/ui/compare_files_page.h"
+#include "compare/view/copy_over.h"
+#include "compare/view/spoken_difference.h"
+
+namespace zorvane {
+namespace {
+
+constexpr const char* kNoFile = "Uninitialized";
+constexpr int kLeastZoom = 25;
+constexpr int kMostZoom = 500;
+
+std::string FileOf(frmCompareFiles& viewer, Side side) {
+    const clsCompareFileOptions& options = viewer.Options();
+    const std::string file =
+        side == Side::Original ? options.sFileOriginal.Data() : options.sFileModified.Data();
+    return file == kNoFile ? std::string() : file;
+}
+
+bool HasText(frmCompareFiles& viewer, Side side) {
+    ViewerEditors& texts = viewer.Editors();
+    return (side == Side::Original ? texts.rtbOriginal : texts.rtbModified).editor.Length() > 0;
+}
+
+}  // namespace
+
+// ---- files ----
+
+QString CompareFilesPage::Caption() const {
+    if (viewer_ == nullptr)
+        return {};
+    const QString original = FileNameOf(ToQt(FileOf(*viewer_, Side::Original)));
+    const QString modified = FileNameOf(ToQt(FileOf(*viewer_, Side::Modified)));
+    if (original.isEmpty() && modified.isEmpty())
+        return text_("Compare Files");
+    return original + QStringLiteral(" vs. ") + modified;
+}
+
+bool CompareFilesPage::ShowsStart() const {
+    return rooms_ != nullptr && rooms_->currentWidget() == start_;
+}
+
+void CompareFilesPage::ShowRoom() {
+    const bool empty = viewer_->ShownComparison() == nullptr && !viewer_->Busy() &&
+                       !HasText(*viewer_, Side::Original) && !HasText(*viewer_, Side::Modified);
+    rooms_->setCurrentIndex(empty && !started_ ? 0 : 1);
+}
+
+void CompareFilesPage::ShowFiles() {
+    for (const Side side : kBothSides) {
+        QStringList recent;
+        const std::vector<std::string>& items = viewer_->RecentFiles(side).Items();
+        for (auto item = items.rbegin(); item != items.rend(); ++item)
+            recent.append(ToQt(*item));
+        files_->Box(side).SetRecent(recent);
+        files_->Box(side).SetPath(ToQt(FileOf(*viewer_, side)));
+        start_->SetRecent(side, recent);
+        start_->SetChosen(side, ToQt(FileOf(*viewer_, side)));
+    }
+    host_.caption_changed();
+    host_.commands_changed();
+}
+
+void CompareFilesPage::TakeFile(Side side, const QString& path) {
+    viewer_->SelectFile(side, FromQt(path));
+    ShowFiles();
+}
+
+void CompareFilesPage::ChooseFile(Side side) {
+    const std::string path = BrowseFor(side);
+    if (!path.empty())
+        TakeFile(side, ToQt(path));
+}
+
+void CompareFilesPage::DropFiles(Side side, const QStringList& paths) {
+    if (paths.size() == 1) {
+        TakeFile(side, paths.front());
+        return;
+    }
+    if (paths.size() != 2) {
+        ShowStatus(StatusPanel::Main, FromQt(text_("Drop one or two documents.")));
+        return;
+    }
+    const bool in_order = QFileInfo(paths[0]).lastModified() <= QFileInfo(paths[1]).lastModified();
+    TakeFile(Side::Original, paths[in_order ? 0 : 1]);
+    TakeFile(Side::Modified, paths[in_order ? 1 : 0]);
+    Compare();
+    ShowStatus(StatusPanel::Main, FromQt(text_("The older file is Original. F9 swaps.")));
+}
+
+void CompareFilesPage::GiveText(Side side, const QString& words) {
+    ViewerEditors& texts = viewer_->Editors();
+    RichDocument& document =
+        (side == Side::Original ? texts.rtbOriginal : texts.rtbModified).editor;
+    document.Replace({CharPos{0}, document.Length()}, std::u16string_view(FromQt16(words)));
+    started_ = true;
+    ShowRoom();
+    editors_->View(side).setFocus();
+}
+
+void CompareFilesPage::SwapSides() {
+    viewer_->SwapSides();
+    ShowFiles();
+}
+
+// ---- the compare ----
+
+std::string_view CompareFilesPage::WhyNotCompare() const {
+    if (!viewer_->IsEnabled(ViewerCommand::Refresh))
+        return "A run goes on";
+    const bool files =
+        !FileOf(*viewer_, Side::Original).empty() && !FileOf(*viewer_, Side::Modified).empty();
+    const bool texts = HasText(*viewer_, Side::Original) && HasText(*viewer_, Side::Modified);
+    return files || texts ? std::string_view() : "Choose both documents first";
+}
+
+// Typed or pasted texts have no file to be loaded from.
+void CompareFilesPage::Compare() {
+    if (!WhyNotCompare().empty())
+        return;
+    const bool files =
+        !FileOf(*viewer_, Side::Original).empty() && !FileOf(*viewer_, Side::Modified).empty();
+    if (files)
+        viewer_->Refresh();
+    else
+        viewer_->RunCompare(true);
+}
+
+void CompareFilesPage::OptionChanged() {
+    viewer_->OptionsChanged();
+    ShowIgnored();
+    ApplyColors();
+    host_.commands_changed();
+}
+
+void CompareFilesPage::AdvancedOptions() {
+    clsCompareFileOptions changed = viewer_->Options();
+    if (!AskAdvancedOptions(changed, text_, this))
+        return;
+    viewer_->Options() = changed;
+    OptionChanged();
+}
+
+// The files stay what they are.
+void CompareFilesPage::RestoreDefaults() {
+    clsCompareFileOptions& options = viewer_->Options();
+    clsCompareFileOptions fresh;
+    fresh.sSectionName = options.sSectionName;
+    fresh.sFileOriginal.SetData(options.sFileOriginal.Data());
+    fresh.sFileModified.SetData(options.sFileModified.Data());
+    options = fresh;
+    compare_options_->Binding().Show();
+    OptionChanged();
+}
+
+// At once, without loading again.
+void CompareFilesPage::CountKind(clsVarBoolean& ignored) {
+    ignored.SetData(!ignored.Data());
+    compare_options_->Binding().Show();
+    OptionChanged();
+    if (viewer_->ShownComparison() != nullptr)
+        viewer_->RunCompare(false);
+}
+
+void CompareFilesPage::CountMoves() {
+    bool& moves = viewer_->Settings().view.CountMoves;
+    moves = !moves;
+    viewer_->LookForMoves(moves);
+    if (viewer_->ShownComparison() != nullptr)
+        viewer_->RunCompare(false);
+}
+
+void CompareFilesPage::CountFormatting() {
+    bool& formats = viewer_->Settings().view.CountFormatting;
+    formats = !formats;
+    ShowCounts();
+}
+
+void CompareFilesPage::CopyOver(std::int32_t record, Side from) {
+    if (!viewer_->IsEnabled(ViewerCommand::Edit) || viewer_->Busy())
+        return;
+    ViewerEditors& texts = viewer_->Editors();
+    const CopyTexts both{{&texts.rtbOriginal.editor, &texts.rtbModified.editor},
+                         {&editors_->View(Side::Original).Page().Index(),
+                          &editors_->View(Side::Modified).Page().Index()}};
+    if (!zorvane::CopyOver(viewer_->Tools().EditorRows(), both, record, from)) {
+        ShowStatus(StatusPanel::Main, FromQt(text_("This difference was edited. Compare again.")));
+        return;
+    }
+    Tick();
+    if (record + 1 < viewer_->Differences().Count())
+        viewer_->SelectListItem(record + 1);
+    ShowStatus(StatusPanel::Main, FromQt(text_("Diff View not fresh")));
+}
+
+void CompareFilesPage::CompareSelected() {
+    const auto selected = [this](Side side) {
+        const RichDocument& document = editors_->View(side).Document();
+        return document.Rich(document.Selection());
+    };
+    host_.compare_texts(selected(Side::Original), selected(Side::Modified));
+}
+
+void CompareFilesPage::SetLayout(PaneLayout layout) {
+    started_ = true;
+    viewer_->Settings().view.Layout = layout;
+    ShowRoom();
+    ApplyLook();
+}
+
+void CompareFilesPage::SetZoom(int percent) {
+    viewer_->Settings().view.ZoomPercent = std::clamp(percent, kLeastZoom, kMostZoom);
+    ApplyLook();
+}
+
+void CompareFilesPage::SetFolded(bool folded) {
+    viewer_->Settings().view.FoldUnchanged = folded;
+    pane_->SetFolded(folded);
+    host_.commands_changed();
+}
+
+void CompareFilesPage::SetAligned(bool aligned) {
+    viewer_->Settings().view.KeepParagraphsOpposite = aligned;
+    ApplyLook();
+}
+
+void CompareFilesPage::SetWrap(bool wrap) {
+    viewer_->Settings().mnuWordWrap = wrap;
+    ApplyLook();
+}
+
+void CompareFilesPage::SetPanel(bool open) {
+    viewer_->Settings().view.PanelOpen = open;
+    panel_->setVisible(open);
+    host_.commands_changed();
+}
+
+void CompareFilesPage::SetOptionsUnfolded(bool unfolded) {
+    viewer_->Settings().view.OptionsUnfolded = unfolded;
+    compare_options_->Binding().Show();
+    view_options_->Binding().Show();
+    options_->SetUnfolded(unfolded);
+    host_.commands_changed();
+}
+
+void CompareFilesPage::ChooseFont() {
+    CompareFilesSettings& settings = viewer_->Settings();
+    QFont font(ToQt(settings.sFontName));
+    font.setPointSizeF(settings.dFontSize);
+    bool chosen = false;
+    font = QFontDialog::getFont(&chosen, font, this, text_("Font"));
+    if (!chosen)
+        return;
+    settings.sFontName = FromQt(font.family());
+    settings.dFontSize = font.pointSizeF();
+    viewer_->FontChanged();
+}
+
+// ---- find ----
+
+RichTextView* CompareFilesPage::FocusedView() const {
+    if (last_focus_ != nullptr && last_focus_->isVisible())
+        return last_focus_;
+    RichTextView* original = &editors_->View(Side::Original);
+    if (original->isVisible())
+        return original;
+    return pane_->AllInOne() ? &pane_->MergedView() : &pane_->View(Side::Original);
+}
+
+bool CompareFilesPage::IsEditor(const RichTextView* view) const {
+    return view == &editors_->View(Side::Original) || view == &editors_->View(Side::Modified);
+}
+
+void CompareFilesPage::OpenFind(bool replace) {
+    finding_in_ = FocusedView();
+    frmCompareFilesFindReplace& find = viewer_->Tools().FindReplace();
+    find.Open(finding_in_->Document());
+    ShowFindReplace(find);
+    find_->Show(finding_in_->IsReadOnly(), replace);
+}
+
+void CompareFilesPage::FindAgain(bool forward) {
+    frmCompareFilesFindReplace& find = viewer_->Tools().FindReplace();
+    if (find.Text1.empty()) {
+        OpenFind(false);
+        return;
+    }
+    if (!find.IsOpen() || finding_in_ != FocusedView()) {
+        finding_in_ = FocusedView();
+        find.Open(finding_in_->Document());
+    }
+    if (forward ? find.Command1_Click() : find.FindPrevious())
+        finding_in_->EnsureCaretVisible();
+}
+
+// All hits in sight, and the selected one in a colour of its own, while the dialog is open.
+void CompareFilesPage::MarkHits() {
+    if (finding_in_ == nullptr || viewer_ == nullptr)
+        return;
+    const frmCompareFilesFindReplace& find = viewer_->Tools().FindReplace();
+    if (!find.IsOpen() || find.Text1.empty()) {
+        finding_in_->SetFinder({}, {CharPos{0}, -1});
+        return;
+    }
+    const SearchRules rules{NormalizeBreaks(FromQt16(ToQt(find.Text1))), find.Check1, find.Check2};
+    finding_in_->SetFinder(
+        [rules](std::u16string_view block) {
+            MemoryEditor words;
+            words.SetText(block);
+            return TextSearch(rules).All(words);
+        },
+        finding_in_->Document().Selection());
+    finding_in_->EnsureCaretVisible();
+}
+
+void CompareFilesPage::FocusList() {
+    bar_->List().setFocus(Qt::ShortcutFocusReason);
+    bar_->List().showPopup();
+}
+
+void CompareFilesPage::MoveFocus(bool forward) {
+    std::vector<QWidget*> panes;
+    for (QWidget* pane :
+         {static_cast<QWidget*>(&files_->Box(Side::Original)),
+          static_cast<QWidget*>(&editors_->View(Side::Original)),
+          static_cast<QWidget*>(&editors_->View(Side::Modified)),
+          static_cast<QWidget*>(&pane_->View(Side::Original)),
+          static_cast<QWidget*>(&pane_->View(Side::Modified)),
+          static_cast<QWidget*>(&pane_->MergedView()), static_cast<QWidget*>(&bar_->List())}) {
+        if (pane->isVisible() && pane->isEnabled())
+            panes.push_back(pane);
+    }
+    if (panes.empty())
+        return;
+    const auto count = static_cast<std::ptrdiff_t>(panes.size());
+    const auto found = std::find_if(panes.begin(), panes.end(), [](const QWidget* pane) {
+        return pane->hasFocus() || pane->isAncestorOf(QApplication::focusWidget());
+    });
+    const auto at = found == panes.end() ? -1 : found - panes.begin();
+    const auto next = (at + (forward ? 1 : count - 1) + count) % count;
+    panes[static_cast<std::size_t>(next)]->setFocus(Qt::TabFocusReason);
+}
+
+void CompareFilesPage::ReadAloud() {
+    const Comparison* shown = viewer_->ShownComparison();
+    const std::int32_t record = viewer_->mlCurrentDifference() - 1;
+    if (shown == nullptr || record < 0)
+        return;
+    const std::string words = SpokenDifference(
+        *shown, record, [this](std::string_view english) { return FromQt(text_(english)); },
+        {.with_place = true, .longest = 100'000, .most_places = 1000});
+    status_->setAccessibleName(ToQt(words));
+    QAccessibleEvent alert(status_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+    ShowStatus(StatusPanel::Main, words.substr(0, words.find('\n')));
+}
+
+void CompareFilesPage::ShowContextMenu(QPoint place) {
+    QMenu menu(this);
+    theme_.Dress(menu);
+    commands_.Refresh();
+    for (const char* id : {"edit.undo", "edit.redo", "", "edit.cut", "edit.copy", "edit.paste",
+                           "edit.select_all", "", "edit.find", "compare.copy_to_modified",
+                           "compare.copy_to_original", "compare.selected"}) {
+        if (*id == '\0')
+            menu.addSeparator();
+        else
+            menu.addAction(commands_.Action(id));
+    }
+    menu.exec(place);
+}
+
+// Esc, the first that applies: stop a run, fold the options, back to the text.
+void CompareFilesPage::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape || viewer_ == nullptr) {
+        QWidget::keyPressEvent(event);
+    } else if (viewer_->Busy()) {
+        viewer_->Abort();
+    } else if (options_->IsUnfolded()) {
+        SetOptionsUnfolded(false);
+    } else {
+        FocusedView()->setFocus();
+    }
+}
+
+}  // namespace zorvane

@@ -1,0 +1,73 @@
+// Controls that show a value of the options or settings and change it at once.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSpinBox>
+
+#include "common/ui/qt_text.h"
+
+namespace zorvane {
+
+/// Ties controls to values by a reader and a writer each. The page that owns it tells when values
+/// changed elsewhere.
+class OptionBinding {
+  public:
+    /// Told after a person changed a value.
+    std::function<void()> changed;
+
+    void Check(QAbstractButton* box, std::function<bool()> read, std::function<void(bool)> write) {
+        shows_.push_back([box, read = std::move(read)] { box->setChecked(read()); });
+        QObject::connect(box, &QAbstractButton::clicked, box,
+                         [this, write = std::move(write)](bool on) { Write([&] { write(on); }); });
+    }
+    void Text(QLineEdit* line, std::function<std::string()> read,
+              std::function<void(const std::string&)> write) {
+        shows_.push_back([line, read = std::move(read)] {
+            if (!line->hasFocus())
+                line->setText(ToQt(read()));
+        });
+        QObject::connect(line, &QLineEdit::textEdited, line,
+                         [this, write = std::move(write)](const QString& text) {
+                             Write([&] { write(FromQt(text)); });
+                         });
+    }
+    void Number(QSpinBox* box, std::function<int()> read, std::function<void(int)> write) {
+        shows_.push_back([box, read = std::move(read)] {
+            const QSignalBlocker silent(box);
+            box->setValue(read());
+        });
+        QObject::connect(
+            box, &QSpinBox::valueChanged, box,
+            [this, write = std::move(write)](int value) { Write([&] { write(value); }); });
+    }
+    void Choice(QComboBox* box, std::function<int()> read, std::function<void(int)> write) {
+        shows_.push_back([box, read = std::move(read)] {
+            const QSignalBlocker silent(box);
+            box->setCurrentIndex(read());
+        });
+        QObject::connect(box, &QComboBox::activated, box,
+                         [this, write = std::move(write)](int at) { Write([&] { write(at); }); });
+    }
+    void Add(std::function<void()> show) { shows_.push_back(std::move(show)); }
+    /// Shows the values as they are now.
+    void Show() const {
+        for (const std::function<void()>& show : shows_)
+            show();
+    }
+    template <class Change>
+    void Write(const Change& change) {
+        change();
+        if (changed)
+            changed();
+    }
+
+  private:
+    std::vector<std::function<void()>> shows_;
+};
+
+}  // namespace zorvane

@@ -1,0 +1,46 @@
+#include "compare/ui/theme_colors.h"
+
+#include "common/ui/mark_colors.h"
+
+namespace zorvane {
+namespace {
+
+MarkColors Painted(const ColorTokens& tokens, LookMark kind, const clsVarLong& fore,
+                   const clsVarLong& back) {
+    const PaintedMark mark =
+        PaintedColors(tokens, kind, {.fore = fore.Data(), .back = back.Data()});
+    return {mark.text, mark.word, mark.row};
+}
+
+}  // namespace
+
+ViewColors ViewColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& options) {
+    ViewColors colors;
+    colors.window = tokens[Token::Window];
+    colors.paper = tokens[Token::Paper];
+    colors.text = tokens[Token::Text];
+    colors.text2 = tokens[Token::Text2];
+    colors.muted = tokens[Token::Muted];
+    colors.hairline = tokens[Token::Hairline];
+    colors.border = tokens[Token::Border];
+    colors.ink = tokens[Token::Ink];
+    colors.ink_text = tokens[Token::InkText];
+    colors.selection = tokens[Token::Selection];
+    colors.selection_text = tokens[Token::SelectionText];
+    colors.hit = tokens[Token::Hit];
+    colors.this_hit = tokens[Token::ThisHit];
+    colors.this_hit_text = tokens[Token::ThisHitText];
+    colors.hatch_ground = tokens[Token::HatchGround];
+    colors.hatch_lines = tokens[Token::HatchLine];
+    colors.changed = Painted(tokens, LookMark::Changed, options.lViewChangeForeColorOriginal,
+                             options.lViewChangeBackColorOriginal);
+    colors.deleted = Painted(tokens, LookMark::Deleted, options.lViewDeletionForeColor,
+                             options.lViewDeletionBackColor);
+    colors.added = Painted(tokens, LookMark::Added, options.lViewAdditionForeColor,
+                           options.lViewAdditionBackColor);
+    const PaintedMark moved = PaintedColors(tokens, LookMark::Moved);
+    colors.moved = {moved.text, moved.word, moved.row};
+    return colors;
+}
+
+}  // namespace zorvane
