@@ -13,7 +13,7 @@ setup:
 build: setup
 	@cmake --preset release >build-configure.log 2>&1 || { cat build-configure.log; rm -f build-configure.log; exit 1; }
 	@rm -f build-configure.log
-	cmake --build $(BUILD) --target zorvane --target zorvane-convert -j $(JOBS)
+	cmake --build $(BUILD) --target zorvane --target zorvane-convert --target zorvane-window -j $(JOBS)
 
 # The main job on the example pair: the comparison on the terminal, and all four reports.
 run: build

@@ -1,0 +1,272 @@
+#include "app/ui/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QMenuBar>
+#include <QScreen>
+
+#include "app/ui/frame_commands.h"
+#include "common/ui/combo_boxes.h"
+#include "common/ui/icons.h"
+#include "common/ui/measures.h"
+#include "common/ui/question.h"
+#include "compare/ui/compare_commands.h"
+
+namespace zorvane {
+namespace {
+
+constexpr int kPollInterval = 33;
+constexpr float kTwipsPerPixel = 15;  // 1440 to the inch over 96 pixels
+constexpr int kLeastWidth = 480;
+constexpr int kLeastHeight = 360;
+
+}  // namespace
+
+MainWindow::MainWindow(ProcessState& process, Theme& theme)
+    : process_(process),
+      theme_(theme),
+      text_([&process](std::string_view english) { return process.Translate(english); }) {
+    setWindowIcon(ProgramIcon());
+    setWindowTitle(QStringLiteral("Zorvane"));
+    setMinimumSize(kLeastWidth, kLeastHeight);
+    theme_.Dress(*this);
+    poll_.setInterval(kPollInterval);
+    connect(&poll_, &QTimer::timeout, this, &MainWindow::Tick);
+    refresh_.setSingleShot(true);
+    refresh_.setInterval(0);
+    connect(&refresh_, &QTimer::timeout, this, [this] {
+        if (commands_ != nullptr)
+            commands_->Refresh();
+    });
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::SetFrame(frmMainMDI& frame) {
+    frame_ = &frame;
+    process_.messages.WaitForWindow([this] {
+        QMetaObject::invokeMethod(
+            this, [this] { frame_->ShowMessages(); }, Qt::QueuedConnection);
+    });
+}
+
+// Behind the start of the language, which all captions are in.
+void MainWindow::Load() {
+    if (std::exchange(loaded_, true))
+        return;
+    commands_ = new CommandSet({FrameCommands(), CompareCommands()}, text_, *this);
+    BindCommands();
+    commands_->FillMenuBar(*menuBar(), MenuOrder());
+    area_ = new WorkArea(text_("Close"), this);
+    area_->chosen = [this](QWidget& page) {
+        auto* compare = dynamic_cast<CompareFilesPage*>(&page);
+        if (compare != nullptr && compare->Viewer() != nullptr)
+            frame_->WasActivated(*compare->Viewer());
+    };
+    area_->close_wanted = [this](QWidget& page) {
+        auto* compare = dynamic_cast<CompareFilesPage*>(&page);
+        if (compare != nullptr && compare->Viewer() != nullptr)
+            frame_->CloseViewer(*compare->Viewer());
+    };
+    setCentralWidget(area_);
+    palette_ = new CommandPalette(*commands_, text_, *this);
+    commands_->Refresh();
+}
+
+ViewerFactories MainWindow::Viewers() {
+    ViewerFactories factories;
+    factories.compare_files = [this](const CommandLineRequest& request) {
+        return MakeViewer(request);
+    };
+    return factories;
+}
+
+MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
+    PageHost host;
+    host.bring_to_front = [this](QWidget& page) {
+        area_->Show(page);
+        if (!process_.gbCommandLineRunning)
+            show();
+    };
+    host.commands_changed = [this] { RefreshLater(); };
+    host.caption_changed = [this] { ShowCaptions(); };
+    host.compare_texts = [this](const RichText& original, const RichText& modified) {
+        CompareTexts(original, modified);
+    };
+    auto made_page = std::make_unique<CompareFilesPage>(*commands_, theme_, text_, std::move(host));
+    CompareFilesPage* page = made_page.get();
+    MadeViewer made = MakeCompareFiles(process_, request, std::move(made_page));
+    auto& viewer = dynamic_cast<frmCompareFiles&>(*made.viewer);
+    viewer.RunInBackground(!process_.gbCommandLineRunning);
+    page->Connect(viewer);
+    area_->Add(*page);
+    return made;
+}
+
+void MainWindow::BeginInteractive() {
+    for (QWidget* page : area_->Pages()) {
+        auto* compare = dynamic_cast<CompareFilesPage*>(page);
+        if (compare != nullptr && compare->Viewer() != nullptr)
+            compare->Viewer()->RunInBackground(true);
+    }
+    show();
+    poll_.start();
+}
+
+CompareFilesPage* MainWindow::ActivePage() const {
+    return area_ == nullptr ? nullptr : dynamic_cast<CompareFilesPage*>(area_->Current());
+}
+
+void MainWindow::OpenPair(const std::string& original, const std::string& modified) {
+    CompareFilesPage* page = ActivePage();
+    if (page == nullptr || !page->ShowsStart()) {
+        if (frame_->CreateNewCompareFilesForm() == nullptr)
+            return;
+        page = ActivePage();
+    }
+    page->TakeFile(Side::Original, ToQt(original));
+    page->TakeFile(Side::Modified, ToQt(modified));
+    page->Compare();
+}
+
+void MainWindow::CompareTexts(const RichText& original, const RichText& modified) {
+    frmCompareFiles* viewer = frame_->CreateNewCompareFilesForm();
+    if (viewer == nullptr)
+        return;
+    viewer->Editors().rtbOriginal.editor.SetRich(original);
+    viewer->Editors().rtbModified.editor.SetRich(modified);
+    viewer->RunCompare(true);
+}
+
+void MainWindow::Tick() {
+    frame_->Poll();
+    if (ended_ || area_ == nullptr)
+        return;
+    for (QWidget* page : area_->Pages()) {
+        if (auto* compare = dynamic_cast<CompareFilesPage*>(page))
+            compare->Tick();
+    }
+}
+
+void MainWindow::RefreshLater() {
+    if (!refresh_.isActive())
+        refresh_.start();
+}
+
+void MainWindow::ShowCaptions() {
+    for (QWidget* page : area_->Pages()) {
+        if (const auto* compare = dynamic_cast<CompareFilesPage*>(page))
+            area_->SetCaption(*page, compare->Caption());
+    }
+    const CompareFilesPage* active = ActivePage();
+    setWindowTitle(active == nullptr ? QStringLiteral("Zorvane")
+                                     : active->Caption() + QStringLiteral(" – Zorvane"));
+}
+
+// ---- of the frame ----
+
+WindowState MainWindow::State() const {
+    if (isMinimized())
+        return WindowState::Minimised;
+    return isMaximized() ? WindowState::Maximised : WindowState::Normal;
+}
+
+// A run of a command line shows no window.
+void MainWindow::SetState(WindowState state) {
+    switch (state) {
+        case WindowState::Minimised:
+            setWindowState(Qt::WindowMinimized);
+            break;
+        case WindowState::Maximised:
+            setWindowState(Qt::WindowMaximized);
+            break;
+        case WindowState::Normal:
+            setWindowState(Qt::WindowNoState);
+            break;
+    }
+}
+
+FrameRectangle MainWindow::Rectangle() const {
+    const QRect place = isMaximized() || isMinimized() ? normalGeometry() : geometry();
+    return {static_cast<float>(place.x()) * kTwipsPerPixel,
+            static_cast<float>(place.y()) * kTwipsPerPixel,
+            static_cast<float>(place.width()) * kTwipsPerPixel,
+            static_cast<float>(place.height()) * kTwipsPerPixel};
+}
+
+// On the screens that are there: one may have gone since.
+void MainWindow::SetRectangle(const FrameRectangle& rectangle) {
+    const auto pixels = [](float twips) {
+        constexpr float kMost = 100'000;
+        return static_cast<int>(std::clamp(twips / kTwipsPerPixel, -kMost, kMost));
+    };
+    QRect place(pixels(rectangle.left), pixels(rectangle.top), pixels(rectangle.width),
+                pixels(rectangle.height));
+    place.setSize(place.size().expandedTo(minimumSize()));
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        if (!place.intersects(screen->virtualGeometry()))
+            place.moveTopLeft(screen->availableGeometry().topLeft());
+    }
+    setGeometry(place);
+}
+
+void MainWindow::ViewersChanged() {
+    if (area_ == nullptr)
+        return;
+    // A page whose viewer has gone is about to go.
+    for (QWidget* page : std::vector<QWidget*>(area_->Pages())) {
+        const auto* compare = dynamic_cast<CompareFilesPage*>(page);
+        if (compare == nullptr || compare->Viewer() == nullptr)
+            area_->Remove(*page);
+    }
+    ShowCaptions();
+    RefreshLater();
+}
+
+void MainWindow::CloseDialogs() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* dialog = qobject_cast<QDialog*>(window))
+            dialog->reject();
+    }
+}
+
+void MainWindow::ShowMessage(const std::string& message) {
+    Tell(QStringLiteral("Zorvane"), ToQt(message), text_("OK"), isVisible() ? this : nullptr);
+}
+
+void MainWindow::EndProgram() {
+    ended_ = true;
+    poll_.stop();
+    QApplication::quit();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    // The frame ends the program when all its viewers are gone.
+    event->setAccepted(ended_);
+    if (!ended_)
+        frame_->CloseFrame();
+}
+
+// ---- of the language's choice ----
+
+LanguageChoice MainWindow::AskLanguage(const LanguageList& offered, const std::string&) {
+    Dialog dialog(text_("Language"), measures::kNarrowDialog, this);
+    theme_.Dress(dialog);
+    auto* box = new ComboBox(&dialog);
+    for (const std::string& language : offered.languages)
+        box->addItem(ToQt(language));
+    box->setCurrentIndex(static_cast<int>(offered.selected));
+    dialog.AddColumn()->AddAbove(text_("Language of menus, buttons and messages"), box);
+    dialog.SetButtons(text_("Apply"), text_("Cancel"));
+    dialog.SetFirstFocus(box);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    return {FromQt(box->currentText()), {}};
+}
+
+void MainWindow::ShowInformation(const std::string& text, const std::string& caption) {
+    Tell(ToQt(caption), ToQt(text), text_("OK"), this);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,83 @@
+// The window of the frame: menus, the area of the viewers, and what the frame asks of it.
+#pragma once
+
+#include <memory>
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include "app/main_frame.h"
+#include "app/ui/work_area.h"
+#include "common/choose_language.h"
+#include "common/process_state.h"
+#include "common/ui/command_palette.h"
+#include "common/ui/command_table.h"
+#include "common/ui/theme.h"
+#include "compare/ui/compare_files_page.h"
+
+namespace zorvane {
+
+class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuestions {
+  public:
+    MainWindow(ProcessState& process, Theme& theme);
+    ~MainWindow() override;
+
+    /// The frame of this window; before anything else. Borrowed, and goes before this.
+    void SetFrame(frmMainMDI& frame);
+    /// The viewers of a program with windows.
+    ViewerFactories Viewers();
+    /// Runs go on beside the windows from here on, and the frame is polled.
+    void BeginInteractive();
+    /// Compares two files in the viewer in front, or a new one.
+    void OpenPair(const std::string& original, const std::string& modified);
+    CompareFilesPage* ActivePage() const;
+    CommandSet& Commands() { return *commands_; }
+    CommandPalette& Palette() { return *palette_; }
+
+    // ---- of the frame ----
+    void Load() override;
+    WindowState State() const override;
+    void SetState(WindowState state) override;
+    FrameRectangle Rectangle() const override;
+    void SetRectangle(const FrameRectangle& rectangle) override;
+    void ViewersChanged() override;
+    void CloseDialogs() override;
+    void ShowMessage(const std::string& message) override;
+    void EndProgram() override;
+
+    // ---- of the language's choice ----
+    LanguageChoice AskLanguage(const LanguageList& offered, const std::string& font) override;
+    void ShowInformation(const std::string& text, const std::string& caption) override;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void BindCommands();
+    void BindWindows();
+    void BindHelp();
+    MadeViewer MakeViewer(const CommandLineRequest& request);
+    void CompareTexts(const RichText& original, const RichText& modified);
+    void OpenExample();
+    void OpenPath(const std::string& path);
+    void Tick();
+    void ShowCaptions();
+    void ShowFirst(ViewerKind kind);
+    void ChooseLanguageNow();
+    void About();
+    void RefreshLater();
+
+    ProcessState& process_;
+    Theme& theme_;
+    UiText text_;
+    frmMainMDI* frame_ = nullptr;
+    CommandSet* commands_ = nullptr;
+    CommandPalette* palette_ = nullptr;
+    WorkArea* area_ = nullptr;
+    QTimer poll_;
+    QTimer refresh_;
+    bool loaded_ = false;
+    bool ended_ = false;
+};
+
+}  // namespace zorvane

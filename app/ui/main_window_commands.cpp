@@ -1,0 +1,108 @@
+// What the commands of the frame do.
+#include <QApplication>
+#include <QMenuBar>
+#include <QWhatsThis>
+
+#include "app/ui/main_window.h"
+#include "common/installed_data.h"
+#include "common/ui/measures.h"
+#include "common/ui/question.h"
+
+namespace zorvane {
+
+void MainWindow::BindCommands() {
+    BindWindows();
+    BindHelp();
+    BindCompareCommands(*commands_, [this] { return ActivePage(); });
+}
+
+void MainWindow::BindWindows() {
+    const auto one = [this]() -> std::string_view {
+        return area_ != nullptr && !area_->Pages().empty() ? "" : "No window is open";
+    };
+    const auto two = [this]() -> std::string_view {
+        return area_ != nullptr && area_->Pages().size() > 1 ? "" : "There is no other window";
+    };
+    commands_->Bind("window.new_compare_files",
+                    {.run = [this] { frame_->CreateNewCompareFilesForm(); }});
+    commands_->Bind("window.show_compare_files",
+                    {.run = [this] { ShowFirst(ViewerKind::CompareFiles); }});
+    commands_->Bind("window.close", {.run =
+                                         [this] {
+                                             if (CompareFilesPage* page = ActivePage();
+                                                 page != nullptr && page->Viewer() != nullptr)
+                                                 frame_->CloseViewer(*page->Viewer());
+                                         },
+                                     .why_not = one});
+    commands_->Bind("app.quit", {.run = [this] { frame_->CloseFrame(); }});
+    commands_->Bind("window.next", {.run = [this] { area_->ShowNext(1); }, .why_not = two});
+    commands_->Bind("window.previous", {.run = [this] { area_->ShowNext(-1); }, .why_not = two});
+    commands_->Bind("window.cascade", {.run = [this] { area_->Cascade(); }, .why_not = one});
+    commands_->Bind("window.tile", {.run = [this] { area_->Tile(); }, .why_not = one});
+    commands_->Bind("app.language", {.run = [this] { ChooseLanguageNow(); }});
+    commands_->Bind("app.full_screen",
+                    {.run = [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); },
+                     .is_on = [this] { return isFullScreen(); }});
+    const auto pane = [this](bool forward) {
+        if (CompareFilesPage* page = ActivePage())
+            page->MoveFocus(forward);
+    };
+    commands_->Bind("go.next_pane", {.run = [pane] { pane(true); }, .why_not = one});
+    commands_->Bind("go.previous_pane", {.run = [pane] { pane(false); }, .why_not = one});
+    commands_->Bind("go.menus", {.run = [this] {
+                        const QList<QAction*> menus = menuBar()->actions();
+                        menuBar()->setFocus(Qt::MenuBarFocusReason);
+                        if (!menus.isEmpty())
+                            menuBar()->setActiveAction(menus.front());
+                    }});
+}
+
+void MainWindow::BindHelp() {
+    commands_->Bind("help.contents", {.run = [this] { OpenPath(process_.sHelpFile); }});
+    commands_->Bind("help.what_is_this", {.run = [] { QWhatsThis::enterWhatsThisMode(); }});
+    commands_->Bind("help.palette", {.run = [this] { palette_->Open(); }});
+    commands_->Bind("help.example", {.run = [this] { OpenExample(); }});
+    commands_->Bind("help.online", {.run = [this] { OpenPath(process_.sHelpWebRoot); },
+                                    .why_not = [this]() -> std::string_view {
+                                        return process_.sHelpWebRoot.empty()
+                                                   ? "There is none in this language"
+                                                   : "";
+                                    }});
+    commands_->Bind("help.about", {.run = [this] { About(); }});
+}
+
+void MainWindow::ShowFirst(ViewerKind kind) {
+    if (kind == ViewerKind::CompareFiles) {
+        if (frmCompareFiles* viewer = frame_->frmGetCFNumber(1))
+            frame_->Activate(*viewer);
+    }
+}
+
+void MainWindow::OpenPath(const std::string& path) {
+    const Status opened = process_.platform.shell->Open(path);
+    if (!opened.ok())
+        ShowMessage(opened.failure().reason);
+}
+
+void MainWindow::OpenExample() {
+    OpenPair(InstalledData(*process_.platform.folders, "examples/lease-2025.rtf"),
+             InstalledData(*process_.platform.folders, "examples/lease-2026.rtf"));
+}
+
+void MainWindow::ChooseLanguageNow() {
+    bool notify = true;
+    const bool changed = ChooseLanguage(process_, *this, notify);
+    if (changed && notify)
+        ShowInformation(FromQt(text_("The language changes with the next start.")),
+                        FromQt(text_("Language")));
+}
+
+void MainWindow::About() {
+    Tell(text_("About Zorvane"),
+         QStringLiteral("Zorvane %1\n").arg(QStringLiteral(ZORVANE_VERSION)) +
+             text_("Compares two versions of a document, word by word.") + u'\n' +
+             text_("Documents stay on this computer."),
+         text_("OK"), this);
+}
+
+}  // namespace zorvane

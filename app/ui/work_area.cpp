@@ -1,0 +1,180 @@
+#include "app/ui/work_area.h"
+
+#include <algorithm>
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QMdiSubWindow>
+#include <QVBoxLayout>
+
+#include "common/ui/measures.h"
+
+namespace zorvane {
+
+WorkArea::WorkArea(const QString& close_name, QWidget* parent)
+    : QWidget(parent),
+      tabs_(new TabStrip(this)),
+      strip_(new QWidget(this)),
+      rooms_(new QStackedWidget(this)),
+      stack_(new QStackedWidget(rooms_)),
+      area_(new QMdiArea(rooms_)) {
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    close_ = new IconButton(QStringLiteral("close"), close_name, QString(), QString(), strip_);
+    auto* line = new QHBoxLayout(strip_);
+    line->setContentsMargins(measures::kWindowEdge, 0, measures::kSmall, 0);
+    line->addWidget(tabs_, 1);
+    line->addWidget(close_);
+    strip_->hide();
+    rows->addWidget(strip_);
+    rooms_->addWidget(stack_);
+    rooms_->addWidget(area_);
+    rows->addWidget(rooms_, 1);
+    connect(tabs_, &QTabBar::currentChanged, this, [this](int at) {
+        if (at >= 0 && at < static_cast<int>(pages_.size())) {
+            Show(*pages_[static_cast<std::size_t>(at)]);
+            if (chosen)
+                chosen(*pages_[static_cast<std::size_t>(at)]);
+        }
+    });
+    connect(close_, &QToolButton::clicked, this, [this] {
+        if (close_wanted && Current() != nullptr)
+            close_wanted(*Current());
+    });
+    connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
+        if (window != nullptr && window->widget() != nullptr && Free() && chosen)
+            chosen(*window->widget());
+    });
+}
+
+int WorkArea::PlaceOf(const QWidget* page) const {
+    return static_cast<int>(std::find(pages_.begin(), pages_.end(), page) - pages_.begin());
+}
+
+void WorkArea::Add(QWidget& page) {
+    BackToTabs();
+    pages_.push_back(&page);
+    stack_->addWidget(&page);
+    const QSignalBlocker silent(tabs_);
+    tabs_->addTab(QString());
+    UpdateTabs();
+}
+
+void WorkArea::Remove(QWidget& page) {
+    const int place = PlaceOf(&page);
+    if (place == static_cast<int>(pages_.size()))
+        return;
+    BackToTabs();
+    pages_.erase(pages_.begin() + place);
+    stack_->removeWidget(&page);
+    page.setParent(nullptr);
+    const QSignalBlocker silent(tabs_);
+    tabs_->removeTab(place);
+    UpdateTabs();
+}
+
+void WorkArea::UpdateTabs() {
+    strip_->setVisible(pages_.size() > 1 && !Free());
+}
+
+void WorkArea::Show(QWidget& page) {
+    const int place = PlaceOf(&page);
+    if (place == static_cast<int>(pages_.size()))
+        return;
+    if (Free()) {
+        if (auto* window = qobject_cast<QMdiSubWindow*>(page.parentWidget()))
+            area_->setActiveSubWindow(window);
+        return;
+    }
+    const QSignalBlocker silent(tabs_);
+    stack_->setCurrentWidget(&page);
+    tabs_->setCurrentIndex(place);
+}
+
+void WorkArea::SetCaption(QWidget& page, const QString& caption) {
+    const int place = PlaceOf(&page);
+    if (place == static_cast<int>(pages_.size()))
+        return;
+    page.setWindowTitle(caption);
+    tabs_->setTabText(place, QStringLiteral("(%1) %2").arg(place + 1).arg(
+                                 QString(caption).replace(u'&', QStringLiteral("&&"))));
+}
+
+QWidget* WorkArea::Current() const {
+    if (!Free())
+        return stack_->currentWidget();
+    const QMdiSubWindow* window = area_->activeSubWindow();
+    return window == nullptr ? nullptr : window->widget();
+}
+
+void WorkArea::ShowNext(int step) {
+    const auto count = static_cast<int>(pages_.size());
+    if (count < 2)
+        return;
+    QWidget& page = *pages_[static_cast<std::size_t>((PlaceOf(Current()) + step + count) % count)];
+    Show(page);
+    if (chosen)
+        chosen(page);
+}
+
+void WorkArea::LayOut(void (QMdiArea::*arrange)()) {
+    if (!Free()) {
+        QWidget* current = Current();
+        rooms_->setCurrentWidget(area_);
+        for (QWidget* page : pages_) {
+            stack_->removeWidget(page);
+            QMdiSubWindow* window = area_->addSubWindow(page);
+            window->setAttribute(Qt::WA_DeleteOnClose, false);
+            window->installEventFilter(this);
+            page->show();
+            window->show();
+        }
+        if (current != nullptr)
+            Show(*current);
+    }
+    (area_->*arrange)();
+    UpdateTabs();
+}
+
+void WorkArea::BackToTabs() {
+    if (!Free())
+        return;
+    QWidget* current = Current();
+    rooms_->setCurrentWidget(stack_);
+    for (QWidget* page : pages_) {
+        auto* window = qobject_cast<QMdiSubWindow*>(page->parentWidget());
+        stack_->addWidget(page);
+        if (window != nullptr) {
+            window->removeEventFilter(this);
+            area_->removeSubWindow(window);
+            window->deleteLater();
+        }
+    }
+    if (current != nullptr)
+        Show(*current);
+    UpdateTabs();
+}
+
+// A window that is made as large as the area gives way to tabs; its closing is its viewer's.
+bool WorkArea::eventFilter(QObject* watched, QEvent* event) {
+    auto* window = qobject_cast<QMdiSubWindow*>(watched);
+    if (window != nullptr && event->type() == QEvent::Close) {
+        event->ignore();
+        if (close_wanted && window->widget() != nullptr)
+            QMetaObject::invokeMethod(
+                this,
+                [this, page = window->widget()] {
+                    if (PlaceOf(page) < static_cast<int>(pages_.size()))
+                        close_wanted(*page);
+                },
+                Qt::QueuedConnection);
+        return true;
+    }
+    if (window != nullptr && event->type() == QEvent::WindowStateChange && window->isMaximized())
+        QMetaObject::invokeMethod(
+            this, [this] { BackToTabs(); }, Qt::QueuedConnection);
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace zorvane

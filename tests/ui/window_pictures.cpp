@@ -1,0 +1,94 @@
+// Draws the main window to PNG files, to be looked at:
+//   QT_QPA_PLATFORM=offscreen zv_window_pictures original modified folder
+#include <iostream>
+
+#include <QAbstractItemView>
+#include <QApplication>
+
+#include "tests/ui/window_world.h"
+
+namespace zorvane {
+namespace {
+
+class Pictures {
+  public:
+    Pictures(Theme& theme, std::string folder) : theme_(theme), folder_(std::move(folder)) {}
+
+    bool Draw(const std::string& original, const std::string& modified) {
+        FakePlatform fakes;
+        WindowWorld world(fakes, theme_);
+        MainWindow& window = world.window;
+        window.showNormal();
+        window.resize(1440, 900);
+        theme_.Force(ColorTokens::Light());
+        Save(window, "01-start");
+        if (!world.Compare(original, modified))
+            return false;
+        world.Page().SetFolded(true);
+        world.Viewer().ShowDifferenceNext();
+        Save(window, "02-compare");
+        theme_.Force(ColorTokens::Dark());
+        Save(window, "03-compare-dark");
+        world.Page().Bar().List().showPopup();
+        Save(*world.Page().Bar().List().view()->window(), "03-list-dark");
+        world.Page().Bar().List().hidePopup();
+        theme_.Force(ColorTokens::Light());
+        world.Page().SetOptionsUnfolded(true);
+        for (const int tab : {0, 1, 2}) {
+            world.Page().ShowOptions(tab);
+            Save(window, "04-options-" + std::to_string(tab));
+        }
+        world.Page().SetOptionsUnfolded(false);
+        world.Page().SetLayout(PaneLayout::Result);
+        world.Page().SetPanel(true);
+        Save(window, "05-result-panel");
+        world.Page().SetPanel(false);
+        world.Page().SetLayout(PaneLayout::EditorsAndResult);
+        window.resize(1000, 700);
+        Save(window, "07-small");
+        window.resize(1440, 900);
+        theme_.Force(ColorTokens::Dark());
+        world.Viewer().cmdChangeViewFormat_Click();
+        WindowWorld::Until([&] { return !world.Viewer().Busy(); });
+        Save(window, "08-all-in-one-dark");
+        theme_.Force(ColorTokens::Light());
+        world.Viewer().cmdChangeViewFormat_Click();
+        WindowWorld::Until([&] { return !world.Viewer().Busy(); });
+        world.frame.CreateNewCompareFilesForm();
+        Save(window, "10-tabs");
+        window.Commands().Run("window.tile");
+        Save(window, "11-tile");
+        window.Palette().Open();
+        window.Palette().Line().setText(QStringLiteral("fold"));
+        Save(window, "16-palette");
+        window.Palette().Close();
+        return saved_;
+    }
+
+  private:
+    void Save(QWidget& widget, const std::string& name) {
+        QTest::qWait(60);
+        const std::string ratio = widget.devicePixelRatio() > 1 ? "-2x" : "";
+        saved_ = widget.grab().save(ToQt(folder_ + "/" + name + ratio + ".png")) && saved_;
+    }
+
+    Theme& theme_;
+    std::string folder_;
+    bool saved_ = true;
+};
+
+}  // namespace
+}  // namespace zorvane
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    zorvane::Theme theme(application);
+    if (argc < 4) {
+        std::cerr << "usage: zv_window_pictures original modified folder\n";
+        return 2;
+    }
+    return zorvane::Pictures(theme, argv[3]).Draw(argv[1], argv[2]) ? 0 : 1;
+}
