@@ -9,7 +9,7 @@
 #include "common/platform/services.h"
 #include "common/process_state.h"
 #include "compare/document/rtf_reader.h"
-#include "load/file_kind.h"
+#include "load/file_types.h"
 #include "options/compare_file_options.h"
 #include "options/recent_items.h"
 

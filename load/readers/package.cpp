@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <zip.h>
 
+#include "load/file_signature.h"
+
 namespace zorvane {
 namespace {
 
@@ -157,7 +159,7 @@ class ZipPackage : public Package {
 }  // namespace
 
 std::unique_ptr<Package> Package::Open(std::string_view bytes, std::size_t most_bytes) {
-    if (!bytes.starts_with("PK"))
+    if (!HasSignature(bytes, Signature::Package))
         return nullptr;
     zip_error_t error;
     zip_error_init(&error);

@@ -5,11 +5,11 @@
 #include <limits>
 
 #include "common/base/text_encoding.h"
+#include "load/file_signature.h"
 
 namespace zorvane {
 namespace {
 
-constexpr std::string_view kSignature = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 constexpr std::size_t kHeaderSize = 512;
 constexpr std::size_t kEntrySize = 128;
 constexpr std::uint32_t kEndOfChain = 0xFFFFFFFE;
@@ -58,7 +58,7 @@ std::string NameOf(std::string_view entry) {
 }  // namespace
 
 bool CompoundFile::LooksLike(std::string_view bytes) {
-    return bytes.starts_with(kSignature);
+    return HasSignature(bytes, Signature::Compound);
 }
 
 std::optional<CompoundFile> CompoundFile::Open(std::string_view bytes) {
