@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 
@@ -41,8 +42,7 @@ bool BeginsWithTag(std::string_view text) {
     if (text.size() < 2 || text[0] != '<')
         return false;
     const char next = text[1];
-    return (next >= 'a' && next <= 'z') || (next >= 'A' && next <= 'Z') || next == '!' ||
-           next == '?' || next == '%';
+    return IsAsciiLetter(next) || next == '!' || next == '?' || next == '%';
 }
 
 Signature Utf16Signature(std::string_view bytes) {

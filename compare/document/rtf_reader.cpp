@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_beside.h"
 #include "compare/document/rtf_output.h"
@@ -41,15 +42,8 @@ struct Font {
     CodePage page{0};  // 0: the document's
 };
 
-bool IsLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 std::optional<unsigned> HexDigit(char digit) {
-    if (IsDigit(digit))
+    if (IsAsciiDigit(digit))
         return static_cast<unsigned>(digit - '0');
     if (digit >= 'a' && digit <= 'f')
         return static_cast<unsigned>(digit - 'a' + 10);
@@ -376,7 +370,7 @@ class Reader {
         if (at_ >= bytes_.size())
             return;
         const char character = bytes_[at_];
-        if (IsLetter(character)) {
+        if (IsAsciiLetter(character)) {
             ControlWord();
             return;
         }
@@ -447,7 +441,7 @@ class Reader {
 
     void ControlWord() {
         const std::size_t begin = at_;
-        while (at_ < bytes_.size() && IsLetter(bytes_[at_]) && at_ - begin < kLongestWord)
+        while (at_ < bytes_.size() && IsAsciiLetter(bytes_[at_]) && at_ - begin < kLongestWord)
             ++at_;
         const std::string_view name = bytes_.substr(begin, at_ - begin);
         std::optional<std::int32_t> parameter = Parameter();
@@ -480,7 +474,7 @@ class Reader {
         if (end < bytes_.size() && bytes_[end] == '-')
             ++end;
         const std::size_t digits = end;
-        while (end < bytes_.size() && IsDigit(bytes_[end]))
+        while (end < bytes_.size() && IsAsciiDigit(bytes_[end]))
             ++end;
         if (end == digits)
             return std::nullopt;

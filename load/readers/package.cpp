@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <zip.h>
 
+#include "common/base/ascii.h"
 #include "load/file_signature.h"
 
 namespace zorvane {
@@ -22,10 +23,7 @@ std::string Key(std::string_view name) {
     while (key.compare(begin, 1, "/") == 0 || key.compare(begin, 2, "./") == 0)
         ++begin;
     key.erase(0, begin);
-    for (char& character : key) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
+    std::transform(key.begin(), key.end(), key.begin(), AsciiLower);
     return key;
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "load/file_signature.h"
 
@@ -39,12 +40,8 @@ void AppendLongs(std::string_view bytes, std::vector<std::uint32_t>& numbers) {
 }
 
 bool SameName(std::string_view one, std::string_view other) {
-    const auto lower = [](char character) {
-        return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                    : character;
-    };
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [lower](char left, char right) { return lower(left) == lower(right); });
+                      [](char left, char right) { return AsciiLower(left) == AsciiLower(right); });
 }
 
 std::string NameOf(std::string_view entry) {
