@@ -59,22 +59,6 @@ std::string TextIn(std::string bytes, WordFormat format, const std::string& loca
     return ToUtf8(DecodeText(bytes, DetectEncoding(bytes, locale)));
 }
 
-WordResult WordResultOf(ReadError error) {
-    switch (error) {
-        case ReadError::None:
-            return WordResult::Ok;
-        case ReadError::CannotOpen:
-        case ReadError::WrongFormat:
-            return WordResult::SourceInvalid;
-        case ReadError::NeedsOffice:
-            return WordResult::NotInstalled;
-        case ReadError::PasswordNeeded:
-            return WordResult::Protected;
-        default:
-            return WordResult::Other;
-    }
-}
-
 }  // namespace
 
 // Whoever may write may read as well, so any of the passwords opens.
@@ -145,7 +129,7 @@ WordResult NativeTrellisPage::OpenWordSaveAs(const std::string& sFile, const std
                                         ? SaveAsDocument(sFile, sTarget)
                                         : Convert(sFile, sTarget, lFormat);
     error_ = Explain(result, sFile);
-    return WordResultOf(result.error);
+    return CodesOf(result.error).page;
 }
 
 }  // namespace zorvane
