@@ -1,21 +1,14 @@
 // What a run counts at its three levels.
 #pragma once
 
-#include <cstdint>
+#include "compare/engine/difference_counts.h"
 
 namespace zorvane {
 
-struct LevelCounters {
-    std::int32_t changes = 0;
-    std::int32_t additions = 0;
-    std::int32_t deletions = 0;
-    friend bool operator==(const LevelCounters&, const LevelCounters&) = default;
-};
-
 struct RunCounters {
-    LevelCounters document;
-    LevelCounters section;
-    LevelCounters character;
+    DifferenceCounts document;
+    DifferenceCounts section;
+    DifferenceCounts character;
     friend bool operator==(const RunCounters&, const RunCounters&) = default;
 };
 

@@ -43,7 +43,7 @@ const char* Letter(DifferenceType type) {
     return "c";
 }
 
-void AppendCounts(const DetailCounts& counts, std::string& out) {
+void AppendCounts(const DifferenceCounts& counts, std::string& out) {
     fmt::format_to(std::back_inserter(out), "\"changes\":{},\"additions\":{},\"deletions\":{}",
                    counts.changes, counts.additions, counts.deletions);
 }

@@ -32,11 +32,6 @@ constexpr ResultRow kResults[] = {
 };
 constexpr const char* kCheckPath = "Check to make sure path exists in the 'Report Options' tab";
 
-ReportMark MarkOf(const MarkStyle& style) {
-    return {style.ForeColor, style.BackColor,  style.bBold,
-            style.bItalic,   style.bUnderline, style.bStrikeout};
-}
-
 void Log(ReportSource& source, const std::string& text) {
     LogMessage(source.Telling(), text);
 }
@@ -235,10 +230,10 @@ void TellReportResult(ProcessState& process, RunTelling& telling, ReportResult r
 
 ReportLook ReportLookOf(const clsCompareFileOptions& options) {
     ReportLook look;
-    look.addition = MarkOf(StyleFor(options, Mark::Addition));
-    look.deletion = MarkOf(StyleFor(options, Mark::Deletion));
-    look.change_original = MarkOf(StyleFor(options, Mark::ChangeOriginal));
-    look.change_modified = MarkOf(StyleFor(options, Mark::ChangeModified));
+    look.addition = StyleFor(options, Mark::Addition);
+    look.deletion = StyleFor(options, Mark::Deletion);
+    look.change_original = StyleFor(options, Mark::ChangeOriginal);
+    look.change_modified = StyleFor(options, Mark::ChangeModified);
     look.similar_sub_paragraph_marks = options.bShowSubParagraphChangesSimilarly.Data();
     return look;
 }

@@ -171,7 +171,7 @@ class TerminalWriter {
     std::string out_;
 };
 
-void AppendStatRow(std::string_view name, const DetailCounts& counts, std::string& out) {
+void AppendStatRow(std::string_view name, const DifferenceCounts& counts, std::string& out) {
     fmt::format_to(std::back_inserter(out), "{:<12}{:>10}{:>10}{:>10}\n", name, counts.changes,
                    counts.additions, counts.deletions);
 }

@@ -23,20 +23,6 @@ bool IsBlankParagraph(std::u16string_view text) {
     return true;
 }
 
-void DetailCounts::Add(DifferenceType type) {
-    switch (type) {
-        case DifferenceType::Addition:
-            ++additions;
-            return;
-        case DifferenceType::Deletion:
-            ++deletions;
-            return;
-        case DifferenceType::Change:
-            ++changes;
-            return;
-    }
-}
-
 std::int32_t CountOf(const DifferenceRecord& record, Side side) {
     return side == Side::Original ? record.OriginalCount() : record.ModifiedCount();
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "common/base/side.h"
+#include "compare/engine/difference_counts.h"
 #include "compare/engine/difference_record.h"
 #include "compare/engine/line_text.h"
 
@@ -38,15 +39,6 @@ struct DetailRecord {
 struct SectionDetail : DetailRecord {
     std::uint32_t first_character = 0;
     std::uint32_t character_count = 0;
-};
-
-struct DetailCounts {
-    std::int32_t changes = 0;
-    std::int32_t additions = 0;
-    std::int32_t deletions = 0;
-    std::int32_t All() const { return changes + additions + deletions; }
-    void Add(DifferenceType type);
-    friend bool operator==(const DetailCounts&, const DetailCounts&) = default;
 };
 
 /// Paragraphs that stand elsewhere on the other side: the record that deletes them and the one that
@@ -110,9 +102,9 @@ class Comparison {
     std::vector<SectionDetail> sections;
     std::vector<DetailRecord> characters;
     std::vector<Move> moves;  ///< ascending by the deletion
-    DetailCounts record_counts;
-    DetailCounts section_counts;
-    DetailCounts character_counts;
+    DifferenceCounts record_counts;
+    DifferenceCounts section_counts;
+    DifferenceCounts character_counts;
     bool by_character = false;
     std::vector<BesideNote> beside;  ///< what the words do not tell; filled by whoever loaded them
     std::string beside_sentence;     ///< "Beside the words: 1 picture replaced (paragraph 3)."

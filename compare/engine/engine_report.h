@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "common/base/mark_style.h"
 #include "compare/engine/difference_record.h"
 
 namespace zorvane {
@@ -31,23 +32,12 @@ enum class UnchangedText {
     None      ///< only the paragraphs beside differences
 };
 
-/// How a difference is marked. Colours have red in the low byte.
-struct ReportMark {
-    std::int32_t fore_color = 0;
-    std::int32_t back_color = 0xFFFFFF;
-    bool bold = false;
-    bool italic = false;
-    bool underline = false;
-    bool strikeout = false;
-    friend bool operator==(const ReportMark&, const ReportMark&) = default;
-};
-
 /// The user's marks; as here where the user chose nothing.
 struct ReportLook {
-    ReportMark addition{.fore_color = 0x008000, .bold = true, .underline = true};
-    ReportMark deletion{.fore_color = 0xFF0000, .bold = true, .strikeout = true};
-    ReportMark change_original{.fore_color = 0x0000FF, .bold = true, .strikeout = true};
-    ReportMark change_modified{.fore_color = 0x0000FF, .bold = true, .underline = true};
+    MarkStyle addition{.ForeColor = 0x008000, .bBold = true, .bUnderline = true};
+    MarkStyle deletion{.ForeColor = 0xFF0000, .bBold = true, .bStrikeout = true};
+    MarkStyle change_original{.ForeColor = 0x0000FF, .bBold = true, .bStrikeout = true};
+    MarkStyle change_modified{.ForeColor = 0x0000FF, .bBold = true, .bUnderline = true};
     /// Additions and deletions inside a changed paragraph look like changes of the Modified side.
     bool similar_sub_paragraph_marks = false;
     friend bool operator==(const ReportLook&, const ReportLook&) = default;

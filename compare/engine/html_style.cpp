@@ -120,53 +120,52 @@ addEventListener('afterprint',function(){closed.forEach(function(f){f.open=false
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): six, read in this order
 struct MarkRow {
     std::string_view selector;
-    const ReportMark& mark;
-    ReportMark usual;  // what the user has who chose nothing
+    const MarkStyle& mark;
+    MarkStyle usual;  // what the user has who chose nothing
     std::string_view token;
     std::string_view line;  // in the usual mark
     bool whole;             // a whole paragraph, which must stay easy to read
 };
 
 // The same lines and weight as if the user had chosen nothing?
-bool SameLines(const ReportMark& mark, const ReportMark& usual) {
-    return mark.bold == usual.bold && mark.italic == usual.italic &&
-           mark.underline == usual.underline && mark.strikeout == usual.strikeout;
+bool SameLines(const MarkStyle& mark, const MarkStyle& usual) {
+    return mark.bBold == usual.bBold && mark.bItalic == usual.bItalic &&
+           mark.bUnderline == usual.bUnderline && mark.bStrikeout == usual.bStrikeout;
 }
 
 std::string LinesOf(const MarkRow& row) {
-    const ReportMark& mark = row.mark;
+    const MarkStyle& mark = row.mark;
     if (SameLines(mark, row.usual)) {
         return fmt::format("text-decoration-line:{};font-weight:{}", row.line,
                            row.whole ? "400;text-decoration-color:color-mix(in srgb,currentColor "
                                        "55%,transparent)"
                                      : "600");
     }
-    std::string lines = mark.underline ? " underline" : "";
-    if (mark.strikeout)
+    std::string lines = mark.bUnderline ? " underline" : "";
+    if (mark.bStrikeout)
         lines += " line-through";
     std::string style = "text-decoration-line:" + (lines.empty() ? "none" : lines.substr(1));
-    style += mark.bold ? ";font-weight:600" : ";font-weight:400";
-    return style + (mark.italic ? ";font-style:italic" : "");
+    style += mark.bBold ? ";font-weight:600" : ";font-weight:400";
+    return style + (mark.bItalic ? ";font-style:italic" : "");
 }
 
 void AppendMark(const MarkRow& row, std::string& light, std::string& dark) {
-    const ReportMark& mark = row.mark;
+    const MarkStyle& mark = row.mark;
     const std::string token(row.token);
     const ColorToken& ground = TokenNamed(token + (row.whole ? "-row" : "-word"));
-    const bool own_ground = mark.back_color != row.usual.back_color;
+    const bool own_ground = mark.BackColor != row.usual.BackColor;
     std::string color = "var(--" + token + ")";
-    if (mark.fore_color != row.usual.fore_color || own_ground) {
-        const Rgb wanted = mark.fore_color == row.usual.fore_color
-                               ? RgbOfHex(TokenNamed(token).light)
-                               : RgbOfStored(mark.fore_color);
-        const Rgb own = RgbOfStored(mark.back_color);
+    if (mark.ForeColor != row.usual.ForeColor || own_ground) {
+        const Rgb wanted = mark.ForeColor == row.usual.ForeColor ? RgbOfHex(TokenNamed(token).light)
+                                                                 : RgbOfStored(mark.ForeColor);
+        const Rgb own = RgbOfStored(mark.BackColor);
         color = HexOf(ReadableOn(wanted, own_ground ? own : RgbOfHex(ground.light)));
         dark += fmt::format("{}{{color:{}}}", row.selector,
                             HexOf(ReadableOn(wanted, own_ground ? own : RgbOfHex(ground.dark))));
     }
     std::string background = row.whole ? "transparent" : "var(--" + token + "-word)";
     if (own_ground)
-        background = HexOf(RgbOfStored(mark.back_color));
+        background = HexOf(RgbOfStored(mark.BackColor));
     light += fmt::format("{}{{color:{};background:{};{}}}\n", row.selector, color, background,
                          LinesOf(row));
 }
@@ -174,8 +173,8 @@ void AppendMark(const MarkRow& row, std::string& light, std::string& dark) {
 std::string MarkStyles(const ReportLook& look) {
     const ReportLook usual;
     const bool similar = look.similar_sub_paragraph_marks;
-    const ReportMark& inner_added = similar ? look.change_modified : look.addition;
-    const ReportMark& inner_deleted = similar ? look.change_modified : look.deletion;
+    const MarkStyle& inner_added = similar ? look.change_modified : look.addition;
+    const MarkStyle& inner_deleted = similar ? look.change_modified : look.deletion;
     const std::string_view added = similar ? "changed" : "added";
     const std::string_view deleted = similar ? "changed" : "deleted";
     const MarkRow rows[] = {

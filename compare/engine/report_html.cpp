@@ -133,7 +133,7 @@ class HtmlWriter {
     }
 
     // Without zeros: "0 additions" would be read as the whole document's.
-    static std::string SubCounts(std::string_view what, const DetailCounts& counts) {
+    static std::string SubCounts(std::string_view what, const DifferenceCounts& counts) {
         std::string text = std::string(what) + " inside changed paragraphs: ";
         std::string_view between;
         const auto add = [&](std::int32_t count, std::string_view one, std::string_view many) {

@@ -35,7 +35,7 @@ std::string SummaryText(const Comparison& comparison) {
     if (comparison.Same())
         return "No differences.";
     const auto moves = static_cast<std::int32_t>(comparison.moves.size());
-    const DetailCounts& counts = comparison.record_counts;
+    const DifferenceCounts& counts = comparison.record_counts;
     std::string text = CountText(counts.All() - moves, "difference", "differences") + ": " +
                        CountText(counts.changes, "change", "changes") + ", " +
                        CountText(counts.additions - moves, "addition", "additions") + ", " +

@@ -21,10 +21,6 @@ class NoSound : public Sound {
     void Beep() override {}
 };
 
-LevelCounters LevelOf(const DetailCounts& counts) {
-    return {counts.changes, counts.additions, counts.deletions};
-}
-
 class CompareJob {
   public:
     CompareJob(CompareInput input, RunWatcher& watcher)
@@ -189,8 +185,8 @@ class CompareJob {
         }
         if (!watcher_.KeepGoing())
             return RunEnd::Aborted;
-        out_.counters = {LevelOf(Compared().record_counts), LevelOf(Compared().section_counts),
-                         LevelOf(Compared().character_counts)};
+        out_.counters = {Compared().record_counts, Compared().section_counts,
+                         Compared().character_counts};
         if (!ViewsWanted())
             return RunEnd::Finished;
         PassContext context = Context();

@@ -11,18 +11,18 @@ namespace {
 
 struct FooterRow {
     MemoryEditor RunEditors::*editor;
-    std::int32_t LevelCounters::*count;
+    std::int32_t DifferenceCounts::*count;
     const char* frame;
     const char* title;
     const char* none;
     const char* some;
 };
 constexpr FooterRow kFooters[] = {
-    {&RunEditors::rtbDeletions, &LevelCounters::deletions, "-------", "Deletions Summary",
+    {&RunEditors::rtbDeletions, &DifferenceCounts::deletions, "-------", "Deletions Summary",
      "No deletions found", "deletions found"},
-    {&RunEditors::rtbAdditions, &LevelCounters::additions, "+++++++", "Additions Summary",
+    {&RunEditors::rtbAdditions, &DifferenceCounts::additions, "+++++++", "Additions Summary",
      "No additions found", "additions found"},
-    {&RunEditors::rtbChanges, &LevelCounters::changes, "^^^^^^^", "Change Summary",
+    {&RunEditors::rtbChanges, &DifferenceCounts::changes, "^^^^^^^", "Change Summary",
      "No changes found", "changes found"},
 };
 

@@ -184,9 +184,9 @@ class ComparisonCheck {
     }
 
     void Counts() {
-        DetailCounts records;
-        DetailCounts sections;
-        DetailCounts letters;
+        DifferenceCounts records;
+        DifferenceCounts sections;
+        DifferenceCounts letters;
         for (std::size_t i = 0; i < comparison_.records.size(); ++i) {
             records.Add(comparison_.records[i].type);
             for (const SectionDetail& section : comparison_.SectionsOf(i)) {

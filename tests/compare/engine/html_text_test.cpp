@@ -76,12 +76,13 @@ TEST(HtmlStyle, PaintsDefaultsInThePaletteAndChosenColorsAsChosen) {
                     "ins.c{color:var(--changed);background:var(--changed-word);"
                     "text-decoration-line:underline;font-weight:600}"));
     EXPECT_FALSE(has(look, "dark){ins"));
-    look.addition = {0x0000FF, 0x00FFFF, false, true, false, false};  // red on yellow
+    look.addition = {.ForeColor = 0x0000FF, .BackColor = 0x00FFFF, .bItalic = true};  // on yellow
     EXPECT_TRUE(has(look, "ins.a{color:" + HexOf(ReadableOn({255, 0, 0}, {255, 255, 0})) +
                               ";background:#ffff00;text-decoration-line:none;font-weight:400;"
                               "font-style:italic}"));
     EXPECT_TRUE(has(look, "del.a{color:var(--deleted)"));
-    look.change_modified = {0x800000, 0xFFFFFF, true, false, true, true};  // dark blue
+    look.change_modified = {
+        .ForeColor = 0x800000, .bBold = true, .bUnderline = true, .bStrikeout = true};  // dark blue
     EXPECT_TRUE(has(look,
                     "ins.c{color:#000080;background:var(--changed-word);"
                     "text-decoration-line:underline line-through;font-weight:600}"));
