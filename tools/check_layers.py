@@ -1,6 +1,13 @@
 #!/usr/bin/env python3
-"""Refuses an #include that looks downward in the architecture, and Qt outside the ui folders."""
+"""Refuses what would let the house decay unseen:
 
+- an #include that looks downward in the architecture, and Qt outside the ui folders;
+- a type that has two definitions in one namespace, in files that one program may link: the linker
+  takes either without a word;
+- a folder of more than ten files without a README.md.
+"""
+
+import collections
 import pathlib
 import re
 import subprocess
@@ -26,7 +33,12 @@ LAYERS = [
 ]
 # Linked into zorvane-convert alone: the program's own layers reach it over a pipe, never by include.
 ISOLATED = "load/readers"
+# What is linked with the readers, in that program and in their tests.
+LINKED_WITH_READERS = ("common/base", "common/platform", "common", "options", "compare/document",
+                       "load")
+# Each folder of them makes programs of its own, of whatever it needs.
 EVERYTHING = ("tests/", "bench/", "tools/viewer_driver/")
+SUPPORT = "tests/support"
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
@@ -60,22 +72,84 @@ def faults_of(path, text):
             yield number, f'"{target}": {own} stands above {other}'
 
 
+MOST_FILES = 10  # of a folder that needs no page
+
+
+def folders_without_page(paths):
+    """Folders with too many files of their own; those of their folders do not count."""
+    counts = collections.Counter(str(pathlib.PurePosixPath(path).parent) for path in paths)
+    for folder, count in sorted(counts.items()):
+        if count > MOST_FILES and not pathlib.Path(folder, "README.md").exists():
+            yield f"{folder}: {count} files and no README.md"
+
+
+# What may hide a brace or look like a definition: comments, literals, raw ones first, directives.
+NO_CODE = re.compile(r'''R"([^(\s]*)\(.*?\)\1"|//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"'''
+                     r'''|(?<![0-9a-fA-F])'(?:\\.|[^'\\\n])+'|^[ \t]*\#(?:\\\n|[^\n])*''', re.S | re.M)
+# In front of a brace that opens the definition of a type.
+TYPE_HEAD = re.compile(r"(?:^|[\s>\]])(?:class|struct|union|enum(?:\s+(?:class|struct))?)\s+"
+                       r"(?:\[\[[^\]]*\]\]\s*)?(\w+)(?:\s+final)?\s*(?::(?!:).*)?$", re.S)
+SPACE_HEAD = re.compile(r"(?:^|\s)namespace(?:\s+([\w:]+))?\s*$")
+
+
+def types_of(text):
+    """Full names of the types that a file defines: not nested ones, none of an unnamed namespace."""
+    code = NO_CODE.sub(lambda found: "\n" * found.group().count("\n"), text)
+    open_braces = []  # the namespace that each opens: "" if it is unnamed, None for any other brace
+    head = 0
+    for found in re.finditer(r"[{};]", code):
+        if found.group() == "{":
+            words = code[head:found.start()]
+            space = SPACE_HEAD.search(words)
+            named = TYPE_HEAD.search(words)
+            if space is None and named and all(open_braces):
+                yield "::".join([*open_braces, named.group(1)])
+            open_braces.append((space.group(1) or "") if space else None)
+        elif found.group() == "}" and open_braces:
+            open_braces.pop()
+        head = found.end()
+
+
+def may_meet(one, other):
+    """Whether one program can hold both files."""
+    beside = [path.startswith(EVERYTHING) for path in (one, other)]
+    if all(beside):
+        folders = [str(pathlib.PurePosixPath(path).parent) for path in (one, other)]
+        return SUPPORT in folders or folders[0] == folders[1] and folders[0] != "bench"
+    readers = [path.startswith(ISOLATED + "/") for path in (one, other)]
+    return (any(beside) or readers[0] == readers[1]
+            or any(layer_of(path) in LINKED_WITH_READERS for path in (one, other)))
+
+
+def doubles(texts):
+    """Types with definitions in two files that may meet."""
+    places = collections.defaultdict(list)
+    for path, text in texts.items():
+        for name in set(types_of(text)):
+            places[name].append(path)
+    for name, paths in sorted(places.items()):
+        for index, path in enumerate(paths):
+            for other in paths[index + 1:]:
+                if may_meet(path, other):
+                    yield f"{name}: defined in {path} and in {other}"
+
+
 def main():
     names = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard",
                             "*.cpp", "*.h"], check=True, capture_output=True, text=True).stdout
-    failed = False
-    for path in names.splitlines():
-        file = pathlib.Path(path)
-        if path.startswith(EVERYTHING) or not file.exists():
+    texts = {path: pathlib.Path(path).read_text(encoding="utf-8")
+             for path in names.splitlines() if pathlib.Path(path).exists()}
+    faults = [*folders_without_page(texts), *doubles(texts)]
+    for path, text in texts.items():
+        if path.startswith(EVERYTHING):
             continue
         if layer_of(path.replace("/ui/", "/")) is None:
-            print(f"{path}: in no known folder")
-            failed = True
+            faults.append(f"{path}: in no known folder")
             continue
-        for number, fault in faults_of(path, file.read_text(encoding="utf-8")):
-            print(f"{path}:{number}: {fault}")
-            failed = True
-    return 1 if failed else 0
+        faults += [f"{path}:{number}: {fault}" for number, fault in faults_of(path, text)]
+    for fault in faults:
+        print(fault)
+    return 1 if faults else 0
 
 
 if __name__ == "__main__":

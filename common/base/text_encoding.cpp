@@ -295,16 +295,6 @@ std::string ToUtf8(std::u16string_view utf16) {
     return out;
 }
 
-std::size_t Utf8Length(std::u16string_view utf16) {
-    std::size_t length = 0;
-    std::size_t at = 0;
-    while (at < utf16.size()) {
-        const char32_t code = NextCodePoint(utf16, at);
-        length += code < 0x80 ? 1U : code < 0x800 ? 2U : code < 0x10000 ? 3U : 4U;
-    }
-    return length;
-}
-
 bool IsValidUtf8(std::string_view bytes) {
     while (true) {
         bytes.remove_prefix(AsciiRun(bytes));
@@ -324,38 +314,6 @@ std::u16string DecodeCodePage(std::string_view bytes, CodePage page) {
         return ToUtf16(bytes);
     UConverter* converter = ConverterOf(page);
     return converter == nullptr ? DecodeWindows1252(bytes) : Decode(converter, bytes);
-}
-
-std::optional<std::string> EncodeCodePage(std::u16string_view text, CodePage page) {
-    UConverter* converter = ConverterOf(page);
-    if (converter == nullptr)
-        return std::nullopt;
-    UErrorCode error = U_ZERO_ERROR;
-    ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
-    std::string bytes(text.size() * 4 + 4, '\0');
-    const std::int32_t size =
-        ucnv_fromUChars(converter, bytes.data(), static_cast<std::int32_t>(bytes.size()),
-                        text.data(), static_cast<std::int32_t>(text.size()), &error);
-    if (U_FAILURE(error))
-        return std::nullopt;
-    bytes.resize(static_cast<std::size_t>(size));
-    return bytes;
-}
-
-bool IsLeadByte(CodePage page, unsigned char lead) {
-    switch (page.number) {
-        case 932:
-            return (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC);
-        case 936:
-        case 949:
-        case 950:
-            return lead >= 0x81 && lead <= 0xFE;
-        case 1361:
-            return (lead >= 0x84 && lead <= 0xD3) || (lead >= 0xD8 && lead <= 0xDE) ||
-                   (lead >= 0xE0 && lead <= 0xF9);
-        default:
-            return false;
-    }
 }
 
 DetectedEncoding DetectEncoding(std::string_view bytes, std::string_view locale_encoding) {

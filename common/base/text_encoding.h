@@ -20,9 +20,6 @@ void AppendUtf8(std::u16string_view utf16, std::string& out);
 
 bool IsValidUtf8(std::string_view bytes);
 
-/// Number of bytes that `utf16` takes in UTF-8.
-std::size_t Utf8Length(std::u16string_view utf16);
-
 /// One Windows code page (1252, 932, 65001, ...), as fonts and RTF headers name it.
 struct CodePage {
     std::int32_t number = 1252;
@@ -32,10 +29,6 @@ struct CodePage {
 /// Decodes bytes of a code page. An unknown page is read as 1252; a byte without a meaning becomes
 /// U+FFFD. Fast for the single-byte pages, since RTF calls it for a few bytes at a time.
 std::u16string DecodeCodePage(std::string_view bytes, CodePage page);
-/// Bytes of a character in `page`, or nothing when the page has no place for it.
-std::optional<std::string> EncodeCodePage(std::u16string_view text, CodePage page);
-/// True when `lead` begins a two-byte character of that page (932, 936, 949, 950, 1361).
-bool IsLeadByte(CodePage page, unsigned char lead);
 
 /// The encoding in which the bytes of a text file are to be read.
 struct DetectedEncoding {

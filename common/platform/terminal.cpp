@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
@@ -18,13 +17,6 @@ namespace {
 
 int Descriptor(Stream stream) {
     return static_cast<int>(stream);
-}
-
-winsize TerminalSize() {
-    winsize size{};
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
-        return {};
-    return size;
 }
 
 std::string PagerCommand() {
@@ -54,16 +46,6 @@ class IgnoreSignal {
 
 bool IsTerminal(Stream stream) {
     return isatty(Descriptor(stream)) == 1;
-}
-
-std::int32_t TerminalColumns() {
-    const winsize size = TerminalSize();
-    return size.ws_col == 0 ? 80 : size.ws_col;
-}
-
-std::int32_t TerminalRows() {
-    const winsize size = TerminalSize();
-    return size.ws_row == 0 ? 24 : size.ws_row;
 }
 
 std::optional<std::string> Environment(const char* name) {

@@ -13,9 +13,6 @@ namespace zorvane {
 enum class Stream : std::int32_t { Output = 1, Error = 2 };
 
 bool IsTerminal(Stream stream);
-/// Columns and rows of the terminal of standard output; 80 by 24 when there is none.
-std::int32_t TerminalColumns();
-std::int32_t TerminalRows();
 
 /// A variable of the environment; nothing when it is not set.
 std::optional<std::string> Environment(const char* name);

@@ -108,8 +108,6 @@ class RichDocument : public Editor {
     std::optional<TextRange> Redo();
     void SetCleanPoint() { undo_.SetCleanPoint(); }
     bool IsModified() const { return undo_.IsModified(); }
-    /// True once the oldest edits were forgotten for lack of room.
-    bool HasForgottenEdits() const { return undo_.HasForgotten(); }
 
   protected:
     void BeginBatch() override;

@@ -33,10 +33,8 @@ TEST(TextEncoding, ReadsUtf8) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(ToUtf16(row.bytes), row.text);
         EXPECT_EQ(IsValidUtf8(row.bytes), row.valid);
-        if (row.valid) {
+        if (row.valid)
             EXPECT_EQ(ToUtf8(row.text), row.bytes);
-            EXPECT_EQ(Utf8Length(row.text), row.bytes.size());
-        }
     }
     EXPECT_EQ(ToUtf8(u"a\xD800z"), "a\uFFFDz") << "an unpaired half";
 }
@@ -75,10 +73,6 @@ TEST(TextEncoding, ReadsCodePages) {
         SCOPED_TRACE(row.page);
         EXPECT_EQ(DecodeCodePage(row.bytes, CodePage{row.page}), row.text);
     }
-    EXPECT_EQ(EncodeCodePage(u"Пр", CodePage{1251}), "\xCF\xF0");
-    EXPECT_FALSE(EncodeCodePage(u"日", CodePage{1251}).has_value());
-    EXPECT_TRUE(IsLeadByte(CodePage{932}, 0x83));
-    EXPECT_FALSE(IsLeadByte(CodePage{1252}, 0x83));
 }
 
 struct DetectRow {

@@ -34,9 +34,9 @@ struct HtmlNode {
     }
 };
 
-class HtmlParser {
+class PageTreeParser {
   public:
-    explicit HtmlParser(std::string_view page) : rest_(page) {}
+    explicit PageTreeParser(std::string_view page) : rest_(page) {}
 
     /// The first fault is in `Fault`.
     HtmlNode Run() {

@@ -17,7 +17,7 @@ inline constexpr std::int32_t kSideBySide = 2;
 
 inline HtmlNode ParsedPage(const std::string& page) {
     EXPECT_TRUE(IsValidUtf8(page));
-    HtmlParser parser(page);
+    PageTreeParser parser(page);
     HtmlNode root = parser.Run();
     EXPECT_EQ(parser.Fault(), "");
     return root;

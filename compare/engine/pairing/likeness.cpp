@@ -8,7 +8,10 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int32_t kVeryAlike = 600;  // from here on every common run counts
+// Below this likeness, and with so many words on both sides, only runs that the marking would keep
+// count, not scattered small words. The rule as a whole took a third of the woven paragraphs away
+// on 277 real revisions (31 to 20 as text); the two numbers were not tried one by one.
+constexpr std::int32_t kVeryAlike = 600;
 constexpr std::int32_t kManyWords = 8;
 
 std::int32_t LikenessOf(std::int64_t kept, const Sequence& first, const Sequence& second) {

@@ -8,9 +8,11 @@
 namespace zorvane {
 namespace {
 
+// On planted moves 900 loses 5 % of the edited ones; 560 finds all and none that is false, but
+// loose ones.
 constexpr std::int32_t kLeastWords = 10;
-constexpr std::int32_t kMovedLikeness = 800;  // below, moves read as loose
-constexpr std::int32_t kClearlyWorse = 100;   // the second best partner
+constexpr std::int32_t kMovedLikeness = 800;
+constexpr std::int32_t kClearlyWorse = 100;  // the second best, where copies differ in a word
 constexpr std::int32_t kPartners = 4;
 
 struct Seed {

@@ -6,10 +6,12 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int64_t kLeastGain = 1400;     // thousandths of weight
-constexpr std::int64_t kLeastGainPart = 200;  // of what is taken in
-constexpr std::int64_t kLeastWeight = 2000;   // of what is taken in
-constexpr std::int64_t kWrappedPart = 300;    // of what single lines lose
+constexpr std::int64_t kLeastGain = 1400;  // thousandths of weight
+// Of what is taken in. On 277 real revisions 550 loses a third of the joined records; 30 % more or
+// less change 0.1 % of the marked words.
+constexpr std::int64_t kLeastGainPart = 200;
+constexpr std::int64_t kLeastWeight = 2000;  // of what is taken in
+constexpr std::int64_t kWrappedPart = 300;   // of what single lines lose
 constexpr std::int32_t kMostWrappedLines = 60;
 constexpr std::int64_t kLongestWrappedLine = 120;
 

@@ -60,7 +60,6 @@ class HtmlParser {
         : page_(page), handler_(handler), syntax_(syntax) {}
     /// False when the handler wanted no more.
     bool Run();
-    HtmlReferences& References() { return references_; }
 
   private:
     struct Entry {

@@ -8,9 +8,10 @@
 namespace zorvane {
 namespace {
 
-constexpr float kStripe = 0.9F;     // of the size: a white stripe parts bands
+// Of the size: a white stripe parts bands. From 0.75 to 0.9; more glues cards, less tears columns.
+constexpr float kStripe = 0.9F;
 constexpr float kHeading = 2.5F;    // of the size: so near above a column stands its heading
-constexpr float kCrossing = 0.7F;   // lines that a crossing segment is worth
+constexpr float kCrossing = 0.7F;   // lines that a crossing segment is worth; flat from 0 to 1.5
 constexpr float kUnordered = 0.3F;  // the order of drawing says nothing
 
 /// Rows between two white stripes, or one that crosses the gutter.

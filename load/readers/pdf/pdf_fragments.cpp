@@ -10,8 +10,8 @@ namespace {
 constexpr float kNextDrawn = 1.0F;   // widest gap between words drawn one after the other
 constexpr float kBlankDrawn = 1.5F;  // with a blank between them
 constexpr float kOtherDrawn = 0.6F;  // drawn apart
-constexpr float kJump = 0.4F;        // without a blank, where blanks are drawn
-constexpr float kClear = 0.55F;      // a gap that others continue
+constexpr float kJump = 0.4F;  // without a blank, where blanks are drawn; 0.6 loses a row in twenty
+constexpr float kClear = 0.55F;  // a gap that others continue
 constexpr float kFarthestRow = 2.2F;
 constexpr std::size_t kRowsOfGap = 5;  // with the gap's own
 constexpr std::size_t kMostRows = 16;

@@ -12,11 +12,11 @@
 namespace zorvane {
 namespace {
 
-constexpr float kEdge = 3;              // points between the texts of one list
-constexpr float kHang = 0.15F;          // of the size
-constexpr float kNoBlank = 0.45F;       // of the size; a wider gap is no blank
-constexpr float kNextLine = 2.2F;       // of the size
-constexpr std::size_t kOpen = 24;       // series that may still go on
+constexpr float kEdge = 3;         // points between the texts of one list
+constexpr float kHang = 0.15F;     // of the size
+constexpr float kNoBlank = 0.45F;  // of the size; a wider gap is no blank; flat from 0.35 to 0.6
+constexpr float kNextLine = 2.2F;  // of the size
+constexpr std::size_t kOpen = 24;  // series that may still go on
 constexpr std::size_t kFarthest = 300;  // lines from one member to the next
 
 struct Series {

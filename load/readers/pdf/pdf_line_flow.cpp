@@ -12,12 +12,13 @@ namespace zorvane {
 namespace {
 
 // Shares of the font size.
-constexpr float kIndent = 0.45F;    // a smaller step is no indentation
+constexpr float kIndent = 0.45F;    // a smaller step is no indentation; flat from 0.3 to 0.8
 constexpr float kCenter = 0.3F;     // how exactly lines are centred
 constexpr float kSizeStep = 0.03F;  // sizes farther apart differ
 constexpr float kMixedSizeStep = 0.2F;
 
-constexpr float kWidestPitch = 1.22F;  // of the pitch that is usual or was so far
+// Of the pitch that is usual or was so far; flat from 1.15 to 1.35.
+constexpr float kWidestPitch = 1.22F;
 constexpr float kNarrowestPitch = 0.8F;
 constexpr float kPitchUnknown = 1.75F;  // of the size, where nothing tells more
 
