@@ -3,10 +3,11 @@
 #include <QMenuBar>
 #include <QWhatsThis>
 
+#include "app/ui/about_dialog.h"
 #include "app/ui/main_window.h"
 #include "common/installed_data.h"
+#include "common/platform/system_name.h"
 #include "common/ui/measures.h"
-#include "common/ui/question.h"
 
 namespace zorvane {
 
@@ -98,11 +99,10 @@ void MainWindow::ChooseLanguageNow() {
 }
 
 void MainWindow::About() {
-    Tell(text_("About Zorvane"),
-         QStringLiteral("Zorvane %1\n").arg(QStringLiteral(ZORVANE_VERSION)) +
-             text_("Compares two versions of a document, word by word.") + u'\n' +
-             text_("Documents stay on this computer."),
-         text_("OK"), this);
+    ShowAbout({.version = QStringLiteral(ZORVANE_VERSION),
+               .system = ToQt(OperatingSystemName()),
+               .settings_file = ToQt(process_.gsSettingsFile)},
+              text_, this);
 }
 
 }  // namespace zorvane
