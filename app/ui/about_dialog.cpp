@@ -55,7 +55,7 @@ void ShowAbout(const AboutFacts& facts, const UiText& text, QWidget* parent) {
     QString copied = QStringLiteral("Zorvane ") + facts.version;
     const std::pair<const char*, QString> kRows[] = {
         {"System", facts.system},
-        {"Windows", QStringLiteral("Qt ") + QString::fromLatin1(qVersion())},
+        {"Toolkit", QStringLiteral("Qt ") + QString::fromLatin1(qVersion())},
         {"Settings file", facts.settings_file},
     };
     for (const auto& [caption, fact] : kRows) {

@@ -10,6 +10,7 @@
 #include "common/ui/language_dialog.h"
 #include "common/ui/measures.h"
 #include "common/ui/question.h"
+#include "common/ui/widget_words.h"
 #include "compare/ui/compare_commands.h"
 #include "load/grid_bridge.h"
 #include "load/sheet_names.h"
@@ -25,9 +26,11 @@ constexpr int kLeastHeight = 360;
 }  // namespace
 
 MainWindow::MainWindow(ProcessState& process, Theme& theme)
-    : process_(process),
-      theme_(theme),
-      text_([&process](std::string_view english) { return process.Translate(english); }) {
+    : process_(process), theme_(theme), text_([this](std::string_view english) {
+          std::string text = process_.Translate(english);
+          shown_texts_.Note(english, text);
+          return text;
+      }) {
     setWindowIcon(ProgramIcon());
     setWindowTitle(QStringLiteral("Zorvane"));
     setMinimumSize(kLeastWidth, kLeastHeight);
@@ -56,6 +59,7 @@ void MainWindow::SetFrame(frmMainMDI& frame) {
 void MainWindow::Load() {
     if (std::exchange(loaded_, true))
         return;
+    ApplyLanguageFont(process_.translator.gsLanguageFont);
     commands_ = new CommandSet({FrameCommands(), CompareCommands()}, text_, *this);
     BindCommands();
     commands_->FillMenuBar(*menuBar(), MenuOrder());

@@ -87,7 +87,7 @@ void FormColumn::AddInLine(const QList<QWidget*>& widgets) {
 
 void FormColumn::AddHint(const QString& text) {
     QLabel* label = MakeLabel(text, look::kHint, this);
-    label->setContentsMargins(0, kSmall, 0, kTiny);
+    label->setContentsMargins(0, grid_->count() == 0 ? 0 : kSmall, 0, kTiny);
     grid_->addWidget(label, grid_->rowCount(), 0, 1, 2);
 }
 

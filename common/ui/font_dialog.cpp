@@ -32,8 +32,7 @@ FontDialog::FontDialog(const UiText& text, const FontChoice& current, QWidget* p
     families_->SetItems(QFontDatabase::families());
     FormColumn* column = AddColumn();
     column->AddAbove(text("Font"), family_);
-    families_->setContentsMargins(0, kSmall, 0, 0);
-    column->AddWidget(families_);
+    column->AddAbove(text("Installed fonts"), families_);
     if (current.points > 0) {
         points_ = new NumberBox(kLeastPoints, kMostPoints, this);
         points_->setValue(static_cast<int>(std::lround(current.points)));

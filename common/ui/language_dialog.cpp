@@ -1,5 +1,6 @@
 #include "common/ui/language_dialog.h"
 
+#include <QHBoxLayout>
 #include <QKeyEvent>
 
 #include "common/ui/font_dialog.h"
@@ -42,9 +43,15 @@ LanguageDialog::LanguageDialog(const LanguageList& offered, const QString& font,
 void LanguageDialog::AddFont(FormColumn& column) {
     font_name_ = new QLabel(&column);
     font_name_->setTextFormat(Qt::PlainText);
-    auto* font = new Button(text_("Font..."), ButtonLook::Plain, QString(), &column);
-    column.AddAbove(text_("Font of menus, buttons and messages"), font_name_);
-    column.AddInLine({font});
+    auto* row = new QWidget(&column);
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(measures::kSmall);
+    auto* font = new Button(text_("Font..."), ButtonLook::Plain, QString(), row);
+    font_name_->setParent(row);
+    line->addWidget(font_name_, 1);
+    line->addWidget(font);
+    column.AddAbove(text_("Font of menus, buttons and messages"), row);
     column.AddHeading(text_("Language file"));
     edit_ = new Button(text_("Edit Language File"), ButtonLook::Plain, QString(), &column);
     column.AddInLine({edit_});

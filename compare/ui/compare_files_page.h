@@ -57,6 +57,8 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     QString Caption() const;
     /// Behind each poll of the viewer.
     void Tick();
+    /// Behind a change of the language: texts with a number or a name in them.
+    void ShowWords();
 
     // ---- what a person does (compare_page_actions.cpp) ----
     /// Loads and compares as the options say, or what the editors hold.

@@ -147,7 +147,7 @@ void CompareFilesPage::OptionChanged() {
 // The files stay what they are.
 void CompareFilesPage::RestoreDefaults() {
     clsCompareFileOptions& options = viewer_->Options();
-    clsCompareFileOptions fresh;
+    clsCompareFileOptions fresh = DefaultCompareFileOptions();
     fresh.sSectionName = options.sSectionName;
     fresh.sFileOriginal.SetData(options.sFileOriginal.Data());
     fresh.sFileModified.SetData(options.sFileModified.Data());

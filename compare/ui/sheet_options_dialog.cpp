@@ -52,7 +52,7 @@ constexpr BoxRow kBetween[] = {
 
 // What the dialog shows of the options, and nothing else, as it comes.
 void SetDefaults(Set& options) {
-    const Set fresh;
+    const Set fresh = DefaultCompareFileOptions();
     const auto set = [&](auto option) { (options.*option).SetData((fresh.*option).Data()); };
     for (const SideOptions* side : {&kOriginal, &kModified}) {
         for (clsVarString Set::*text :

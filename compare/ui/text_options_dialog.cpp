@@ -108,7 +108,7 @@ void TextOptionsDialog::UpdateGUI() {
 // Enter adds what is typed; with nothing to add it is Apply's.
 void TextOptionsDialog::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && line_->hasFocus() && state_.CanAdd())
+    if (enter && focusWidget() == line_ && state_.CanAdd())
         Add();
     else
         Dialog::keyPressEvent(event);

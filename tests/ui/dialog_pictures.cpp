@@ -46,7 +46,7 @@ class Pictures {
     void DrawTypes() {
         clsMRU extensions;
         Show(TextOptionsDialog(extensions, text_, nullptr), "type-text");
-        clsCompareFileOptions options;
+        clsCompareFileOptions options = DefaultCompareFileOptions();
         options.sDOCPassword_TO_Original.SetData("secret");
         Show(WordOptionsDialog(options, text_, nullptr), "type-word");
         Show(SheetOptionsDialog(options, {true, false}, {}, text_, nullptr), "type-sheets");
@@ -62,7 +62,7 @@ class Pictures {
     }
 
     void DrawOptions() {
-        clsCompareFileOptions options;
+        clsCompareFileOptions options = DefaultCompareFileOptions();
         options.sIgnoreRegularExpression.SetData("Draft \\d+@@Page \\d+");
         Show(AdvancedOptionsDialog(options, text_, nullptr), "advanced");
         options.sIgnoreRegularExpression.SetData("Draft (\\d+");
@@ -120,8 +120,7 @@ class Pictures {
     }
     void Save(QWidget& dialog, const char* name) {
         QTest::qWait(40);
-        const QString ratio =
-            dialog.devicePixelRatio() > 1 ? QStringLiteral("-2x") : QString();
+        const QString ratio = dialog.devicePixelRatio() > 1 ? QStringLiteral("-2x") : QString();
         saved_ = dialog.grab().save(folder_ + u'/' + QString::fromLatin1(name) + suffix_ +
                                     language_ + ratio + QStringLiteral(".png")) &&
                  saved_;
