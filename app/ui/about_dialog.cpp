@@ -52,10 +52,10 @@ void ShowAbout(const AboutFacts& facts, const UiText& text, QWidget* parent) {
     dialog.AddWide(MakeHead(facts, text, &dialog));
     dialog.StartRow(Dialog::Parted::ByLine);
     FormColumn* column = dialog.AddColumn();
-    QString copied = QStringLiteral("Zorvane ") + facts.version;
+    QString copied = QStringLiteral("Zorvane") + u' ' + facts.version;
     const std::pair<const char*, QString> kRows[] = {
         {"System", facts.system},
-        {"Toolkit", QStringLiteral("Qt ") + QString::fromLatin1(qVersion())},
+        {"Qt version", QString::fromLatin1(qVersion())},
         {"Settings file", facts.settings_file},
     };
     for (const auto& [caption, fact] : kRows) {

@@ -26,7 +26,7 @@ LanguageDialog::LanguageDialog(const LanguageList& offered, const QString& font,
         names.append(ToQt(language));
     languages_->SetItems(names);
     languages_->setCurrentRow(static_cast<int>(offered.selected));
-    AddColumn()->AddAbove(text_("Language of menus, buttons and messages"), languages_);
+    AddColumn()->AddAbove(text_("Language"), languages_);
     AddFont(*AddColumn());
     SetButtons(text_("Apply"), text_("Cancel"));
     Button* help = AddThirdButton(text_("Help"));
@@ -51,7 +51,7 @@ void LanguageDialog::AddFont(FormColumn& column) {
     font_name_->setParent(row);
     line->addWidget(font_name_, 1);
     line->addWidget(font);
-    column.AddAbove(text_("Font of menus, buttons and messages"), row);
+    column.AddAbove(text_("Font"), row);
     column.AddHeading(text_("Language file"));
     edit_ = new Button(text_("Edit Language File"), ButtonLook::Plain, QString(), &column);
     column.AddInLine({edit_});

@@ -54,7 +54,7 @@ void AdvancedOptionsDialog::AddSearch(FormColumn& column, const UiText& text) {
 }
 
 void AdvancedOptionsDialog::AddLoading(FormColumn& column, const UiText& text) {
-    column.AddHeading(text("Loading files"));
+    column.AddHeading(text("When files are loaded"));
     AddTiedBox(column, ties_, text("Optimize File Loading"), options_.bOptimizeFileLoading);
     AddTiedBox(column, ties_, text("Optimize Table and List Handling"),
                options_.bModifyOriginalDocuments);

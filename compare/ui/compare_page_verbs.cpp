@@ -113,6 +113,10 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         progress_->Begin(text_("Comparing the documents"));
     } else {
         progress_->End();
+        // A load may have changed options, where its user agreed.
+        compare_options_->Binding().Show();
+        if (editors_->View(Side::Original).Wrap() != viewer_->Settings().mnuWordWrap)
+            ApplyLook();
         ShowFiles();
         ShowRoom();
     }

@@ -297,6 +297,32 @@ TEST_F(DialogsTest, ReportOptionsOpenOnTheTypeAndNeedAPath) {
     EXPECT_TRUE(settings.bReportDOC_ShowDeletions);
 }
 
+TEST_F(DialogsTest, WhatALoadWasAllowedToChangeIsShown) {
+    const std::string page = Write("a.htm", "<p>Alpha</p>");
+    WindowWorld world(fakes, theme);
+    int asked = 0;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr)
+            return;
+        ++asked;
+        auto* button = dialog->findChild<QPushButton*>();
+        for (auto* other : dialog->findChildren<QPushButton*>())
+            if (other->text() == QStringLiteral("Yes"))
+                button = other;
+        button->click();
+    });
+    answer.start(10);
+    world.Page().TakeFile(Side::Original, ToQt(page));
+    world.Page().TakeFile(Side::Modified, ToQt(modified));
+    world.Page().Compare();
+    ASSERT_TRUE(WindowWorld::Until([&] { return !world.Viewer().Busy(); }));
+    EXPECT_GE(asked, 2) << "the question and that the options were updated";
+    EXPECT_TRUE(world.Viewer().Options().bRemoveFormatting.Data());
+    EXPECT_TRUE(ButtonOf(world.Page(), "Remove Formatting")->isChecked());
+}
+
 TEST_F(DialogsTest, ANewLanguageIsShownInAllWindowsAtOnceAndBack) {
     const std::string folder = fakes.folder.Path() + "/26/Tarnwick, Inc/Zorvane/Languages";
     std::filesystem::create_directories(folder);
