@@ -297,6 +297,25 @@ TEST_F(DialogsTest, ReportOptionsOpenOnTheTypeAndNeedAPath) {
     EXPECT_TRUE(settings.bReportDOC_ShowDeletions);
 }
 
+TEST_F(DialogsTest, TheNextRunLoadsUnchangedFilesByTheirNewOptions) {
+    const std::string one = Write("a.csv", "Alpha,1\r\n");
+    const std::string two = Write("b.csv", "Beta,2\r\n");
+    WindowWorld world(fakes, theme);
+    ASSERT_TRUE(world.Compare(one, two));
+    const auto width = [&] {
+        return world.Page().Editors().View(Side::Original).Document().Text().find(u',');
+    };
+    EXPECT_EQ(width(), 20u);
+    ASSERT_TRUE(InDialog<SheetOptionsDialog>(world, "file.type_options", [](auto& dialog) {
+        dialog.template findChild<QSpinBox*>()->setValue(7);
+        Click(dialog, "Apply");
+    }));
+    EXPECT_TRUE(world.Viewer().IsStale());
+    world.Page().Compare();
+    ASSERT_TRUE(WindowWorld::Until([&] { return !world.Viewer().Busy(); }));
+    EXPECT_EQ(width(), 7u);
+}
+
 TEST_F(DialogsTest, WhatALoadWasAllowedToChangeIsShown) {
     const std::string page = Write("a.htm", "<p>Alpha</p>");
     WindowWorld world(fakes, theme);
