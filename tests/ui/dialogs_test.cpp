@@ -1,88 +1,13 @@
 // The dialogs by keys and clicks: does what they hold reach the options and the settings file, is
 // a wrong value refused, and does Esc change nothing?
-#include <filesystem>
-#include <fstream>
-
-#include <QLabel>
-#include <QMenu>
-#include <QPushButton>
-#include <QTimer>
-
-#include <gtest/gtest.h>
-
-#include "common/platform/ini_profile.h"
-#include "common/ui/language_dialog.h"
 #include "common/ui/look_style.h"
 #include "compare/ui/advanced_options_dialog.h"
 #include "compare/ui/report_options_dialog.h"
 #include "compare/ui/type_dialogs.h"
-#include "tests/ui/window_world.h"
+#include "tests/ui/dialogs_world.h"
 
 namespace zorvane {
 namespace {
-
-class DialogsTest : public ::testing::Test {
-  protected:
-    DialogsTest() : theme(*qobject_cast<QApplication*>(QCoreApplication::instance())) {
-        original = Write("one.pdf", "no PDF");
-        modified = Write("two.txt", "Alpha\r\n");
-    }
-    std::string Write(const std::string& name, const std::string& text) {
-        const std::string path = fakes.folder.Path() + "/" + name;
-        std::ofstream(path, std::ios::binary) << text;
-        return path;
-    }
-    /// Runs a command, and `act` on the dialog that it opens. False when none of that kind came.
-    template <class Shown>
-    static bool InDialog(WindowWorld& world, const char* id,
-                         const std::function<void(Shown&)>& act) {
-        bool came = false;
-        QTimer::singleShot(0, [&] {
-            auto* dialog = dynamic_cast<Shown*>(QApplication::activeModalWidget());
-            came = dialog != nullptr;
-            if (came)
-                act(*dialog);
-            if (auto* left = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
-                left->reject();
-        });
-        world.window.Commands().Run(id);
-        return came;
-    }
-    static void WorkIn(WindowWorld& world, Side side) {
-        RichTextView& view = world.Page().Editors().View(side);
-        world.window.activateWindow();
-        ASSERT_TRUE(WindowWorld::Until([&] {
-            view.setFocus();
-            return world.Page().FocusedView() == &view;
-        }));
-    }
-    static QAbstractButton* ButtonOf(QWidget& dialog, const char* caption) {
-        for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
-            if (button->text() == QString::fromLatin1(caption))
-                return button;
-        ADD_FAILURE() << "no button " << caption;
-        return nullptr;
-    }
-    static void Click(QWidget& dialog, const char* caption) {
-        if (QAbstractButton* button = ButtonOf(dialog, caption))
-            QTest::mouseClick(button, Qt::LeftButton);
-    }
-    static QLineEdit* LineOf(QWidget& dialog, const char* name) {
-        return dialog.findChild<QLineEdit*>(QString::fromLatin1(name));
-    }
-    /// What stands below a wrong field.
-    static QString ErrorIn(const QWidget& dialog) {
-        for (const QLabel* label : dialog.findChildren<QLabel*>())
-            if (label->property("look").toString() == QStringLiteral("error") && label->isVisible())
-                return label->text();
-        return {};
-    }
-
-    FakePlatform fakes;
-    Theme theme;
-    std::string original;
-    std::string modified;
-};
 
 TEST_F(DialogsTest, OptionsOfAFileTypeFollowTheSideThatOneWorksIn) {
     WindowWorld world(fakes, theme);
@@ -340,65 +265,6 @@ TEST_F(DialogsTest, WhatALoadWasAllowedToChangeIsShown) {
     EXPECT_GE(asked, 2) << "the question and that the options were updated";
     EXPECT_TRUE(world.Viewer().Options().bRemoveFormatting.Data());
     EXPECT_TRUE(ButtonOf(world.Page(), "Remove Formatting")->isChecked());
-}
-
-TEST_F(DialogsTest, ANewLanguageIsShownInAllWindowsAtOnceAndBack) {
-    const std::string folder = fakes.folder.Path() + "/26/Tarnwick, Inc/Zorvane/Languages";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder + "/German-Zorvane.txt")
-        << "\"&File\",\"&Datei\"\n\"Compare\",\"Vergleichen\"\n\"Ignore Case\",\"Gross und "
-           "klein\"\n"
-           "\"Drop the original here\",\"Das Original hierher\"\n\"Compare Options\",\"Optionen\"\n"
-           "\"Choose both documents first\",\"Erst beide waehlen\"\n";
-    WindowWorld world(fakes, theme);
-    world.frame.CreateNewCompareFilesForm();
-    const auto shows = [&](const char* text) {
-        int count = 0;
-        for (const QLabel* label : world.window.findChildren<QLabel*>())
-            count += label->text() == QString::fromLatin1(text);
-        for (const QAbstractButton* button : world.window.findChildren<QAbstractButton*>())
-            count += button->text() == QString::fromLatin1(text);
-        for (const QTabBar* tabs : world.window.findChildren<QTabBar*>())
-            for (int at = 0; at < tabs->count(); ++at)
-                count += tabs->tabText(at) == QString::fromLatin1(text);
-        return count;
-    };
-    const auto choose = [&](int row) {
-        return InDialog<LanguageDialog>(world, "app.language", [row](LanguageDialog& dialog) {
-            dialog.findChild<ListBox*>()->setCurrentRow(row);
-            dialog.accept();
-        });
-    };
-    ASSERT_TRUE(choose(1));
-    for (const char* german : {"Gross und klein", "Das Original hierher", "Optionen"})
-        EXPECT_EQ(shows(german), 2) << german;
-    EXPECT_GE(shows("Vergleichen"), 2);
-    EXPECT_EQ(shows("Ignore Case"), 0);
-    EXPECT_EQ(world.window.Commands().Menu("&File")->title(), QStringLiteral("&Datei"));
-    EXPECT_EQ(world.process.settings->Read("Language", "Language_Code", "", 128), "German");
-    ASSERT_TRUE(choose(0));
-    for (const char* english : {"Ignore Case", "Drop the original here", "Compare Options"})
-        EXPECT_EQ(shows(english), 2) << english;
-    EXPECT_EQ(shows("Gross und klein"), 0);
-}
-
-TEST_F(DialogsTest, TheLanguageDialogOffersAFileToEditWhereThereIsOne) {
-    const std::string folder = fakes.folder.Path() + "/26/Tarnwick, Inc/Zorvane/Languages";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder + "/German-Zorvane.txt") << "\"a\",\"b\"\n";
-    WindowWorld world(fakes, theme);
-    ASSERT_TRUE(InDialog<LanguageDialog>(world, "app.language", [](LanguageDialog& dialog) {
-        EXPECT_FALSE(ButtonOf(dialog, "Edit Language File")->isEnabled()) << "English";
-        dialog.findChild<ListBox*>()->setCurrentRow(1);
-        Click(dialog, "Edit Language File");
-        QTest::keyClick(&dialog, Qt::Key_F1);
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    }));
-    const std::vector<std::string>& calls = fakes.shell().calls;
-    ASSERT_EQ(calls.size(), 2u);
-    EXPECT_TRUE(calls[0].starts_with("edit ") && calls[0].ends_with("German-Zorvane.txt"));
-    EXPECT_TRUE(calls[1].starts_with("open "));
-    EXPECT_EQ(world.process.translator.gsLanguage, "English");
 }
 
 }  // namespace
