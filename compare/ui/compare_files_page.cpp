@@ -311,6 +311,7 @@ void CompareFilesPage::ShowWords() {
     ShowIgnored();
     bar_->SetPlace(viewer_->mlCurrentDifference(), viewer_->Differences().Count());
     viewer_->Tools().RefreshStatusBarItems(ShownEditor::Original);
+    viewer_->UpdateStatusBar();
     ApplyLook();
 }
 
