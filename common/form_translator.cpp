@@ -81,7 +81,7 @@ class FormWalk {
         if (row.tool_tip == ToolTipRule::BeforeText)
             TranslateToolTip(thing);
         if (const auto text = thing.Text(); text && IsTranslated(row.text, *text, thing.Tag()))
-            Set(*text, [&](const std::string& words) { thing.SetText(words); });
+            Set(thing, *text, [&](const std::string& words) { thing.SetText(words); });
         if (row.tool_tip == ToolTipRule::AfterText)
             TranslateToolTip(thing);
         if (row.kind != LabelledKind::Form)
@@ -94,14 +94,14 @@ class FormWalk {
   private:
     void TranslateToolTip(LabelledThing& thing) {
         if (const auto tool_tip = thing.ToolTip())
-            Set(*tool_tip, [&](const std::string& words) { thing.SetToolTip(words); });
+            Set(thing, *tool_tip, [&](const std::string& words) { thing.SetToolTip(words); });
     }
 
     // A text that stays is not set again: some things tell of it as of a user's edit.
     template <typename Setter>
-    void Set(const std::string& english, const Setter& set) {
+    void Set(const LabelledThing& thing, const std::string& english, const Setter& set) {
         const std::string words = translator_.Translate(english);
-        if (words != english)
+        if (words != english || thing.WasTranslated())
             set(words);
     }
 

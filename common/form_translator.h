@@ -42,6 +42,8 @@ class LabelledThing {
     virtual std::string Tag() const { return {}; }
     virtual std::optional<std::string> Text() const { return std::nullopt; }
     virtual void SetText(const std::string&) {}
+    /// What it shows is no more the text that it gives: it was translated before.
+    virtual bool WasTranslated() const { return false; }
     virtual std::optional<std::string> ToolTip() const { return std::nullopt; }
     virtual void SetToolTip(const std::string&) {}
     /// The font's name; `nullopt` for what has none of its own.

@@ -131,6 +131,9 @@ class frmCompareFiles : public Viewer {
     /// How much of a run is done, 0 to 1; it may go back between two steps.
     double RunShare() const;
     const clsMRU& RecentFiles(Side side) const { return recent_files_[side]; }
+    /// What the user says is text, by its extension.
+    clsMRU& TextFileExtensions() { return TextFileExtensions_; }
+    FileKind KindOfFile(Side side) const;
 
     /// Behind another font in the settings: texts that bring none are shown in it.
     void FontChanged() { ApplyFont(); }
@@ -141,6 +144,9 @@ class frmCompareFiles : public Viewer {
     void SwapSides();
     /// Reads the file of a side once more; its user is asked about edits first.
     void LoadAgain(Side side);
+    /// Options of a file type were shown: what was loaded by others is loaded again by the next
+    /// run, whether its file changed or not.
+    void FileTypeOptionsClosed() { load_memory_.bForceReload = {true, true}; }
 
     // ---- runs ----
     /// The Refresh button.

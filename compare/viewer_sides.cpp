@@ -41,6 +41,12 @@ double frmCompareFiles::RunShare() const {
     return 0;
 }
 
+FileKind frmCompareFiles::KindOfFile(Side side) const {
+    const std::string& file =
+        side == Side::Original ? options_.sFileOriginal.Data() : options_.sFileModified.Data();
+    return lFileType(file, options_.bRemoveFormatting.Data(), TextFileExtensions_);
+}
+
 const Comparison* frmCompareFiles::ShownComparison() const {
     if (early_comparison_ != nullptr)
         return early_comparison_.get();

@@ -106,4 +106,11 @@ class clsCompareFileOptions : public OptionSet {
     clsVarBoolean bHTMLCompareSource{*this, "bHTMLCompareSource", false};
 };
 
+/// As a fresh settings file gives them; a set that was just made has not been loaded yet.
+inline clsCompareFileOptions DefaultCompareFileOptions() {
+    clsCompareFileOptions options;
+    IgnoreFailure(options.LoadStateFromFile(*MakeMemoryIniProfile()), "an empty file has no fault");
+    return options;
+}
+
 }  // namespace zorvane

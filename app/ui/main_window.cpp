@@ -2,16 +2,18 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QMenuBar>
 #include <QScreen>
 
 #include "app/ui/frame_commands.h"
-#include "common/ui/combo_boxes.h"
 #include "common/ui/icons.h"
+#include "common/ui/language_dialog.h"
 #include "common/ui/measures.h"
 #include "common/ui/question.h"
+#include "common/ui/widget_words.h"
 #include "compare/ui/compare_commands.h"
+#include "load/grid_bridge.h"
+#include "load/sheet_names.h"
 
 namespace zorvane {
 namespace {
@@ -24,9 +26,11 @@ constexpr int kLeastHeight = 360;
 }  // namespace
 
 MainWindow::MainWindow(ProcessState& process, Theme& theme)
-    : process_(process),
-      theme_(theme),
-      text_([&process](std::string_view english) { return process.Translate(english); }) {
+    : process_(process), theme_(theme), text_([this](std::string_view english) {
+          std::string text = process_.Translate(english);
+          shown_texts_.Note(english, text);
+          return text;
+      }) {
     setWindowIcon(ProgramIcon());
     setWindowTitle(QStringLiteral("Zorvane"));
     setMinimumSize(kLeastWidth, kLeastHeight);
@@ -55,6 +59,7 @@ void MainWindow::SetFrame(frmMainMDI& frame) {
 void MainWindow::Load() {
     if (std::exchange(loaded_, true))
         return;
+    ApplyLanguageFont(process_.translator.gsLanguageFont);
     commands_ = new CommandSet({FrameCommands(), CompareCommands()}, text_, *this);
     BindCommands();
     commands_->FillMenuBar(*menuBar(), MenuOrder());
@@ -93,6 +98,14 @@ MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
     host.caption_changed = [this] { ShowCaptions(); };
     host.compare_texts = [this](const RichText& original, const RichText& modified) {
         CompareTexts(original, modified);
+    };
+    host.sheet_names = [this](const std::string& file, const std::string& password) {
+        ConversionService service(process_.platform);
+        service.SetInSandbox(!process_.bWithoutSandbox);
+        GridBridge bridge(service, {});
+        bridge.OptPasswordSet(password);
+        return ReadSheetNames(
+            bridge, file, [this](std::string_view english) { return process_.Translate(english); });
     };
     auto made_page = std::make_unique<CompareFilesPage>(*commands_, theme_, text_, std::move(host));
     CompareFilesPage* page = made_page.get();
@@ -250,19 +263,16 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 // ---- of the language's choice ----
 
-LanguageChoice MainWindow::AskLanguage(const LanguageList& offered, const std::string&) {
-    Dialog dialog(text_("Language"), measures::kNarrowDialog, this);
+LanguageChoice MainWindow::AskLanguage(const LanguageList& offered, const std::string& font) {
+    LanguageDialog dialog(
+        offered, ToQt(font),
+        {.edit_file =
+             [this](const QString& language) { EditLanguageFile(process_, FromQt(language)); },
+         .help = [this] { OpenPath(process_.sHelpFile); }},
+        text_, isVisible() ? this : nullptr);
     theme_.Dress(dialog);
-    auto* box = new ComboBox(&dialog);
-    for (const std::string& language : offered.languages)
-        box->addItem(ToQt(language));
-    box->setCurrentIndex(static_cast<int>(offered.selected));
-    dialog.AddColumn()->AddAbove(text_("Language of menus, buttons and messages"), box);
-    dialog.SetButtons(text_("Apply"), text_("Cancel"));
-    dialog.SetFirstFocus(box);
-    if (dialog.exec() != QDialog::Accepted)
-        return {};
-    return {FromQt(box->currentText()), {}};
+    dialog.exec();
+    return dialog.Choice();
 }
 
 void MainWindow::ShowInformation(const std::string& text, const std::string& caption) {

@@ -12,6 +12,7 @@
 #include "common/process_state.h"
 #include "common/ui/command_palette.h"
 #include "common/ui/command_table.h"
+#include "common/ui/shown_texts.h"
 #include "common/ui/theme.h"
 #include "compare/ui/compare_files_page.h"
 
@@ -64,11 +65,14 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void ShowCaptions();
     void ShowFirst(ViewerKind kind);
     void ChooseLanguageNow();
+    void ShowLanguage();
+    bool AnyBusy() const;
     void About();
     void RefreshLater();
 
     ProcessState& process_;
     Theme& theme_;
+    ShownTexts shown_texts_;
     UiText text_;
     frmMainMDI* frame_ = nullptr;
     CommandSet* commands_ = nullptr;

@@ -1,12 +1,15 @@
 // What the commands of the frame do.
+#include <algorithm>
+
 #include <QApplication>
 #include <QMenuBar>
 #include <QWhatsThis>
 
+#include "app/ui/about_dialog.h"
 #include "app/ui/main_window.h"
 #include "common/installed_data.h"
-#include "common/ui/measures.h"
-#include "common/ui/question.h"
+#include "common/platform/system_name.h"
+#include "common/ui/widget_words.h"
 
 namespace zorvane {
 
@@ -39,7 +42,11 @@ void MainWindow::BindWindows() {
     commands_->Bind("window.previous", {.run = [this] { area_->ShowNext(-1); }, .why_not = two});
     commands_->Bind("window.cascade", {.run = [this] { area_->Cascade(); }, .why_not = one});
     commands_->Bind("window.tile", {.run = [this] { area_->Tile(); }, .why_not = one});
-    commands_->Bind("app.language", {.run = [this] { ChooseLanguageNow(); }});
+    // The translator stays as it is while a run asks it.
+    commands_->Bind("app.language", {.run = [this] { ChooseLanguageNow(); },
+                                     .why_not = [this]() -> std::string_view {
+                                         return AnyBusy() ? "A run goes on" : "";
+                                     }});
     commands_->Bind("app.full_screen",
                     {.run = [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); },
                      .is_on = [this] { return isFullScreen(); }});
@@ -89,20 +96,43 @@ void MainWindow::OpenExample() {
              InstalledData(*process_.platform.folders, "examples/lease-2026.rtf"));
 }
 
+bool MainWindow::AnyBusy() const {
+    if (area_ == nullptr)
+        return false;
+    return std::any_of(area_->Pages().begin(), area_->Pages().end(), [](QWidget* page) {
+        const auto* compare = dynamic_cast<CompareFilesPage*>(page);
+        return compare != nullptr && compare->Viewer() != nullptr && compare->Viewer()->Busy();
+    });
+}
+
+// Here windows need not wait for the next start, so the user is not told to.
 void MainWindow::ChooseLanguageNow() {
-    bool notify = true;
-    const bool changed = ChooseLanguage(process_, *this, notify);
-    if (changed && notify)
-        ShowInformation(FromQt(text_("The language changes with the next start.")),
-                        FromQt(text_("Language")));
+    bool notify = false;
+    if (!ChooseLanguage(process_, *this, notify))
+        return;
+    InitializeTranslator(process_, this);
+    ApplyLanguageFont(process_.translator.gsLanguageFont);
+    ShowLanguage();
+}
+
+void MainWindow::ShowLanguage() {
+    const ShownTexts before =
+        std::exchange(shown_texts_, shown_texts_.InLanguageOf([this](const std::string& english) {
+            return process_.Translate(english);
+        }));
+    commands_->Retranslate();
+    TranslateWidgets(*this, process_.translator, before);
+    for (QWidget* page : area_->Pages())
+        if (auto* compare = dynamic_cast<CompareFilesPage*>(page))
+            compare->ShowWords();
+    ShowCaptions();
 }
 
 void MainWindow::About() {
-    Tell(text_("About Zorvane"),
-         QStringLiteral("Zorvane %1\n").arg(QStringLiteral(ZORVANE_VERSION)) +
-             text_("Compares two versions of a document, word by word.") + u'\n' +
-             text_("Documents stay on this computer."),
-         text_("OK"), this);
+    ShowAbout({.version = QStringLiteral(ZORVANE_VERSION),
+               .system = ToQt(OperatingSystemName()),
+               .settings_file = ToQt(process_.gsSettingsFile)},
+              text_, this);
 }
 
 }  // namespace zorvane

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QStyleOption>
@@ -13,6 +14,7 @@
 #include "common/ui/look_style.h"
 #include "common/ui/measures.h"
 #include "common/ui/style_sheet.h"
+#include "common/ui/ui_text.h"
 
 namespace zorvane {
 
@@ -41,15 +43,16 @@ class SegmentButton : public QRadioButton {
     SegmentButton(const QString& text, const QString& icon, const QString& name, QWidget* parent)
         : QRadioButton(text, parent), icon_(icon), name_(name) {
         setFocusPolicy(Qt::StrongFocus);
-        setAccessibleName(name_);
+        setProperty("caption", name_);
         setMinimumSize(kSmallestTarget, kSmallestTarget);
         if (text.isEmpty())
             setToolTip(name_);
+        TellName();
     }
 
     void SetCount(int count) {
         count_ = count;
-        setAccessibleName(count_ < 0 ? name_ : QStringLiteral("%1, %2").arg(name_).arg(count_));
+        TellName();
         updateGeometry();
         update();
     }
@@ -70,6 +73,17 @@ class SegmentButton : public QRadioButton {
 
   protected:
     bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+
+    // Its caption may become one of another language.
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::DynamicPropertyChange) {
+            name_ = property("caption").toString();
+            if (!text().isEmpty())
+                setText(name_);
+            TellName();
+        }
+        return QRadioButton::event(event);
+    }
 
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
@@ -118,6 +132,10 @@ class SegmentButton : public QRadioButton {
                          Qt::AlignVCenter, count);
     }
 
+    void TellName() {
+        setAccessibleName(count_ < 0 ? name_ : QStringLiteral("%1, %2").arg(name_).arg(count_));
+    }
+
     QString icon_;
     QString name_;
     int count_ = -1;
@@ -146,9 +164,12 @@ void Button::SetCaptionShown(bool shown) {
 
 void Button::SetCaption(const QString& caption) {
     const bool shown = !text().isEmpty();
+    if (toolTip() == caption_)
+        setToolTip(caption);
     caption_ = caption;
-    setAccessibleName(caption);
+    setAccessibleName(WithoutMnemonic(caption));
     setText(shown ? caption : QString());
+    updateGeometry();
 }
 
 QFont Button::Face() const {
@@ -208,7 +229,7 @@ void Button::paintEvent(QPaintEvent*) {
 
 IconButton::IconButton(const QString& icon, const QString& name, const QString& keys,
                        const QString& description, QWidget* parent)
-    : QToolButton(parent) {
+    : QToolButton(parent), keys_(keys) {
     setProperty(look::kProperty, QString::fromLatin1(look::kIcon));
     setIcon(LookIcon(icon));
     setIconSize(QSize(kIconSize, kIconSize));
@@ -216,6 +237,13 @@ IconButton::IconButton(const QString& icon, const QString& name, const QString& 
     setToolTip(ToolTipOf(name, keys, description));
     setAccessibleName(name);
     setAccessibleDescription(description);
+}
+
+// Made of what is told about the button, which may be in another language by now.
+bool IconButton::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip)
+        setToolTip(ToolTipOf(accessibleName(), keys_, accessibleDescription()));
+    return QToolButton::event(event);
 }
 
 QLabel* MakeKeyLabel(const QString& keys, QWidget* parent) {

@@ -23,6 +23,7 @@ enum class ButtonLook : std::uint8_t {
 
 class Button : public QPushButton {
     Q_OBJECT
+    Q_PROPERTY(QString caption READ Caption WRITE SetCaption)
   public:
     explicit Button(const QString& text, ButtonLook look = ButtonLook::Plain,
                     const QString& icon = QString(), QWidget* parent = nullptr);
@@ -33,6 +34,7 @@ class Button : public QPushButton {
     void SetCaptionShown(bool shown);
     /// Other words from now on.
     void SetCaption(const QString& caption);
+    const QString& Caption() const { return caption_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -57,6 +59,12 @@ class IconButton : public QToolButton {
   public:
     IconButton(const QString& icon, const QString& name, const QString& keys,
                const QString& description, QWidget* parent = nullptr);
+
+  protected:
+    bool event(QEvent* event) override;
+
+  private:
+    QString keys_;
 };
 
 /// A key as it stands on the keyboard, beside the button that it presses.

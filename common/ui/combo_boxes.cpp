@@ -134,4 +134,16 @@ QSize NumberBox::sizeHint() const {
     return {digits + kArrowsAndEdges, std::max(kControlHeight, fontMetrics().height() + kSmall)};
 }
 
+QValidator::State OptionalNumberBox::validate(QString& text, int& at) const {
+    return text.trimmed().isEmpty() ? QValidator::Acceptable : NumberBox::validate(text, at);
+}
+
+int OptionalNumberBox::valueFromText(const QString& text) const {
+    return text.trimmed().isEmpty() ? 0 : NumberBox::valueFromText(text);
+}
+
+QString OptionalNumberBox::textFromValue(int value) const {
+    return value == 0 ? QString() : NumberBox::textFromValue(value);
+}
+
 }  // namespace zorvane

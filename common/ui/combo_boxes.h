@@ -56,4 +56,18 @@ class NumberBox : public QSpinBox {
     QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
+/// A number that may be left out: it has no value while the box is empty.
+class OptionalNumberBox : public NumberBox {
+    Q_OBJECT
+  public:
+    explicit OptionalNumberBox(int most, QWidget* parent = nullptr) : NumberBox(0, most, parent) {}
+
+    bool IsEmpty() const { return value() == 0; }
+
+  protected:
+    QValidator::State validate(QString& text, int& at) const override;
+    int valueFromText(const QString& text) const override;
+    QString textFromValue(int value) const override;
+};
+
 }  // namespace zorvane

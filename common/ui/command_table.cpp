@@ -51,21 +51,35 @@ CommandSet::CommandSet(std::vector<std::span<const Command>> tables, UiText text
 }
 
 void CommandSet::Add(const Command& command) {
-    auto* action = new QAction(text_(command.text), this);
+    auto* action = new QAction(this);
     action->setObjectName(ToQt(command.id));
     action->setShortcuts(KeysOf(command.keys));
     action->setCheckable(command.kind != CommandKind::Push);
     action->setMenuRole(QAction::NoRole);
     if (!command.icon.empty())
         action->setIcon(LookIcon(ToQt(command.icon)));
-    const QString keys = action->shortcut().toString(QKeySequence::NativeText);
-    action->setToolTip(ToolTipOf(PlainName(action->text()), keys, text_(command.tip)));
-    action->setStatusTip(text_(command.tip));
+    ShowWords(command, *action);
     connect(action, &QAction::triggered, this, [this, id = command.id] { Run(id); });
     // Keys work wherever the focus is in the window, menus open or not.
     window_.addAction(action);
     by_id_[command.id] = items_.size();
     items_.push_back({&command, action, {}});
+}
+
+void CommandSet::ShowWords(const Command& command, QAction& action) const {
+    const QString keys = action.shortcut().toString(QKeySequence::NativeText);
+    const QString name = text_(command.text);
+    const QString tip = text_(command.tip);
+    action.setToolTip(ToolTipOf(PlainName(name), keys, tip));
+    action.setStatusTip(tip);
+    action.setText(name);
+}
+
+void CommandSet::Retranslate() {
+    for (const Item& item : items_)
+        ShowWords(*item.command, *item.action);
+    for (const auto& [path, menu] : menus_)
+        menu->setTitle(text_(LastPart(path)));
 }
 
 void CommandSet::Bind(std::string_view id, CommandBinding binding) {

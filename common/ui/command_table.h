@@ -63,6 +63,8 @@ class CommandSet : public QObject {
     CommandSet(std::vector<std::span<const Command>> tables, UiText text, QWidget& window);
 
     void Bind(std::string_view id, CommandBinding binding);
+    /// All texts once more, in the language of now.
+    void Retranslate();
     /// Asks all bindings anew; menus do it by themselves before they open.
     void Refresh();
     /// Runs the command if it can be run; false otherwise.
@@ -84,6 +86,7 @@ class CommandSet : public QObject {
     };
 
     void Add(const Command& command);
+    void ShowWords(const Command& command, QAction& action) const;
     void RefreshItem(Item& item);
     QMenu* MenuAt(QMenuBar& bar, std::string_view path);
     std::string_view WhyNot(const Item& item) const;

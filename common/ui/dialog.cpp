@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -40,6 +41,8 @@ QLabel* FormColumn::AddAbove(const QString& caption, QWidget* field) {
     grid_->addWidget(label, grid_->rowCount(), 0, 1, 2);
     grid_->addWidget(field, grid_->rowCount(), 0, 1, 2);
     errors_[field] = AddErrorLabel(field, 0);
+    captions_[field] = label;
+    field->installEventFilter(this);
     return label;
 }
 
@@ -54,6 +57,9 @@ QLabel* FormColumn::AddBeside(const QString& caption, QWidget* field) {
     grid_->addWidget(field, row, 1, fixed ? Qt::AlignLeft | Qt::AlignVCenter : Qt::Alignment());
     grid_->setRowMinimumHeight(row, kControlHeight + 6);
     errors_[field] = AddErrorLabel(field, 1);
+    captions_[field] = label;
+    label->setEnabled(field->isEnabled());
+    field->installEventFilter(this);
     return label;
 }
 
@@ -81,20 +87,34 @@ void FormColumn::AddInLine(const QList<QWidget*>& widgets) {
 
 void FormColumn::AddHint(const QString& text) {
     QLabel* label = MakeLabel(text, look::kHint, this);
-    label->setContentsMargins(0, kSmall, 0, kTiny);
+    label->setContentsMargins(0, grid_->count() == 0 ? 0 : kSmall, 0, kTiny);
     grid_->addWidget(label, grid_->rowCount(), 0, 1, 2);
 }
 
+QLabel* FormColumn::ErrorLabelOf(const QWidget* field) const {
+    for (; field != nullptr && field != this; field = field->parentWidget())
+        if (const auto found = errors_.find(field); found != errors_.end())
+            return found->second;
+    return nullptr;
+}
+
 bool FormColumn::SetError(QWidget* field, const QString& message) {
-    const auto found = errors_.find(field);
-    if (found == errors_.end())
+    QLabel* label = ErrorLabelOf(field);
+    if (label == nullptr)
         return false;
-    found->second->setText(message);
-    found->second->setVisible(!message.isEmpty());
+    label->setText(message);
+    label->setVisible(!message.isEmpty());
     field->setProperty(kWrongProperty, !message.isEmpty());
     field->setAccessibleDescription(message);
     field->update();
     return true;
+}
+
+bool FormColumn::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::EnabledChange)
+        if (const auto found = captions_.find(watched); found != captions_.end())
+            found->second->setEnabled(static_cast<QWidget*>(watched)->isEnabled());
+    return QWidget::eventFilter(watched, event);
 }
 
 Dialog::Dialog(const QString& title, int width, QWidget* parent)
@@ -109,8 +129,13 @@ Dialog::Dialog(const QString& title, int width, QWidget* parent)
 FormColumn* Dialog::AddColumn() {
     if (columns_ == nullptr)
         StartRow(Parted::Plain);
-    auto* column = new FormColumn(this);
+    FormColumn* column = MakeColumn(this);
     columns_->addWidget(column, 1, Qt::AlignTop);
+    return column;
+}
+
+FormColumn* Dialog::MakeColumn(QWidget* parent) {
+    auto* column = new FormColumn(parent);
     all_columns_.append(column);
     return column;
 }

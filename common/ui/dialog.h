@@ -33,15 +33,21 @@ class FormColumn : public QWidget {
     void AddInLine(const QList<QWidget*>& widgets);
     void AddHint(const QString& text);
 
-    /// A red edge and the message under the field; an empty one takes both away. False if the
-    /// field is not in this column.
+    /// A red edge and the message under the field; an empty one takes both away. A field may be a
+    /// part of what was added. False if it is not in this column.
     bool SetError(QWidget* field, const QString& message);
+
+  protected:
+    /// A caption is grey as its field is.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     QLabel* AddErrorLabel(QWidget* field, int column);
+    QLabel* ErrorLabelOf(const QWidget* field) const;
 
     QGridLayout* grid_;
-    std::map<QWidget*, QLabel*> errors_;
+    std::map<const QWidget*, QLabel*> errors_;
+    std::map<const QObject*, QLabel*> captions_;
 };
 
 /// A dialog is as wide as its kind (`measures`), or wider where a translation needs it, and as
@@ -53,6 +59,8 @@ class Dialog : public QDialog {
 
     /// A column beside the one before.
     FormColumn* AddColumn();
+    /// A column for whoever lays it out: a page behind a tab.
+    FormColumn* MakeColumn(QWidget* parent);
     /// What follows stands below, across all columns; with a line where it concerns another thing.
     enum class Parted : std::uint8_t { Plain, ByLine };
     void StartRow(Parted parted);

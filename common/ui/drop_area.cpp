@@ -46,6 +46,12 @@ void DropArea::AddButton(QPushButton* button) {
     buttons_->insertWidget(buttons_->count() - 1, button);
 }
 
+void DropArea::SetInvitation(const QString& invitation) {
+    if (words_->text() == invitation_)
+        words_->setText(invitation);
+    invitation_ = invitation;
+}
+
 void DropArea::SetChosen(const QString& name) {
     words_->setText(name.isEmpty() ? invitation_ : name);
     setAccessibleDescription(name);

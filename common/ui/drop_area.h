@@ -12,11 +12,14 @@ namespace zorvane {
 
 class DropArea : public QFrame {
     Q_OBJECT
+    Q_PROPERTY(QString caption READ Invitation WRITE SetInvitation)
   public:
     /// `invitation` such as "Drop the original here".
     explicit DropArea(const QString& invitation, QWidget* parent = nullptr);
 
     void AddButton(QPushButton* button);
+    const QString& Invitation() const { return invitation_; }
+    void SetInvitation(const QString& invitation);
     /// The document that was chosen stands instead of the invitation.
     void SetChosen(const QString& name);
 

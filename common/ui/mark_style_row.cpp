@@ -67,10 +67,15 @@ class MarkStyleRow::Sample : public QWidget {
   public:
     Sample(LookMark kind, QString words, QWidget* parent)
         : QWidget(parent), kind_(kind), words_(std::move(words)) {
-        setAccessibleName(words_);
-        setMinimumWidth(QFontMetrics(Semibold(font())).horizontalAdvance(words_) + 2 * kMedium);
         setFixedHeight(26);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        SetWords(words_);
+    }
+    void SetWords(const QString& words) {
+        words_ = words;
+        setAccessibleName(words_);
+        setMinimumWidth(QFontMetrics(Semibold(font())).horizontalAdvance(words_) + 2 * kMedium);
+        update();
     }
     void SetChoice(const MarkChoice& choice) {
         choice_ = choice;
@@ -101,27 +106,36 @@ class MarkStyleRow::Sample : public QWidget {
 };
 
 MarkStyleRow::MarkStyleRow(LookMark kind, const QString& sample, UiText text, QWidget* parent)
-    : QWidget(parent), kind_(kind), text_(std::move(text)) {
+    : QWidget(parent), kind_(kind), words_(sample), text_(std::move(text)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kTiny);
     sample_ = new Sample(kind, sample, this);
     row->addWidget(sample_, 1);
-    const auto named = [&](std::string_view what) {
-        return QStringLiteral("%1: %2").arg(sample, text_(what));
-    };
-    AddToggle(TypeFace::Bold, named("bold"), &MarkChoice::bold);
-    AddToggle(TypeFace::Italic, named("italic"), &MarkChoice::italic);
-    AddToggle(TypeFace::Underline, named("underlined"), &MarkChoice::underline);
-    AddToggle(TypeFace::Strike, named("struck through"), &MarkChoice::strike);
+    AddToggle(TypeFace::Bold, "bold", &MarkChoice::bold);
+    AddToggle(TypeFace::Italic, "italic", &MarkChoice::italic);
+    AddToggle(TypeFace::Underline, "underlined", &MarkChoice::underline);
+    AddToggle(TypeFace::Strike, "struck through", &MarkChoice::strike);
     row->addSpacing(kTiny);
-    AddColor(named("colour of the words"), &StoredColors::fore);
-    AddColor(named("colour behind the words"), &StoredColors::back);
+    AddColor("colour of the words", &StoredColors::fore);
+    AddColor("colour behind the words", &StoredColors::back);
+    SetWords(sample);
     SetChoice({.colors = DefaultColors(kind)});
 }
 
-void MarkStyleRow::AddToggle(TypeFace face, const QString& name, bool MarkChoice::*field) {
-    auto* toggle = new FaceToggle(face, name, this);
+void MarkStyleRow::SetWords(const QString& words) {
+    words_ = words;
+    sample_->SetWords(words);
+    for (const auto& [part, what] : names_) {
+        const QString name = QStringLiteral("%1: %2").arg(words, text_(what));
+        part->setAccessibleName(name);
+        part->setToolTip(name);
+    }
+}
+
+void MarkStyleRow::AddToggle(TypeFace face, const char* what, bool MarkChoice::*field) {
+    auto* toggle = new FaceToggle(face, QString(), this);
+    names_.emplace_back(toggle, what);
     layout()->addWidget(toggle);
     toggles_.emplace_back(toggle, field);
     connect(toggle, &QToolButton::clicked, this, [this, field](bool on) {
@@ -131,11 +145,13 @@ void MarkStyleRow::AddToggle(TypeFace face, const QString& name, bool MarkChoice
     });
 }
 
-void MarkStyleRow::AddColor(const QString& name, std::int32_t StoredColors::*field) {
-    auto* button = new ColorButton(name, this);
+void MarkStyleRow::AddColor(const char* what, std::int32_t StoredColors::*field) {
+    auto* button = new ColorButton(QString(), this);
+    names_.emplace_back(button, what);
     layout()->addWidget(button);
     colors_.emplace_back(button, field);
-    connect(button, &QToolButton::clicked, this, [this, name, field] { AskColor(name, field); });
+    connect(button, &QToolButton::clicked, this,
+            [this, button, field] { AskColor(button->accessibleName(), field); });
 }
 
 void MarkStyleRow::AskColor(const QString& title, std::int32_t StoredColors::*field) {

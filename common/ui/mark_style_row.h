@@ -62,12 +62,16 @@ struct MarkChoice {
 
 class MarkStyleRow : public QWidget {
     Q_OBJECT
+    Q_PROPERTY(QString caption READ Words WRITE SetWords)
   public:
     /// `sample` is the name of the kind, painted as its words are.
     MarkStyleRow(LookMark kind, const QString& sample, UiText text, QWidget* parent = nullptr);
 
     void SetChoice(const MarkChoice& choice);
     const MarkChoice& Choice() const { return choice_; }
+    /// The name of the kind in another language, and with it all names in the row.
+    void SetWords(const QString& words);
+    const QString& Words() const { return words_; }
 
   Q_SIGNALS:
     /// By the person, not by SetChoice.
@@ -75,14 +79,16 @@ class MarkStyleRow : public QWidget {
 
   private:
     class Sample;
-    void AddToggle(TypeFace face, const QString& name, bool MarkChoice::*field);
-    void AddColor(const QString& name, std::int32_t StoredColors::*field);
+    void AddToggle(TypeFace face, const char* what, bool MarkChoice::*field);
+    void AddColor(const char* what, std::int32_t StoredColors::*field);
     void ShowChoice();
     void AskColor(const QString& title, std::int32_t StoredColors::*field);
 
     LookMark kind_;
+    QString words_;
     UiText text_;
     MarkChoice choice_;
+    std::vector<std::pair<QWidget*, const char*>> names_;  ///< in English, without the kind
     Sample* sample_;
     std::vector<std::pair<FaceToggle*, bool MarkChoice::*>> toggles_;
     std::vector<std::pair<ColorButton*, std::int32_t StoredColors::*>> colors_;

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include "common/ui/check_boxes.h"
 #include "common/ui/measures.h"
 
 namespace zorvane {
@@ -22,6 +23,14 @@ QuestionDialog::QuestionDialog(const Question& question, QWidget* parent)
     text->setWordWrap(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     AddWide(text);
+    if (!question.check.isEmpty()) {
+        check_ = new WrappingCheckBox(question.check, this);
+        AddWide(check_);
+    }
+    AddWide(MakeChoices(question));
+}
+
+QWidget* QuestionDialog::MakeChoices(const Question& question) {
     auto* holder = new QWidget(this);
     auto* row = new QHBoxLayout(holder);
     row->setContentsMargins(0, measures::kSmall, 0, 0);
@@ -42,13 +51,19 @@ QuestionDialog::QuestionDialog(const Question& question, QWidget* parent)
             done(QDialog::Accepted);
         });
     }
-    AddWide(holder);
+    return holder;
 }
 
 int Ask(const Question& question, QWidget* parent) {
     QuestionDialog dialog(question, parent);
     dialog.exec();
     return dialog.Answer();
+}
+
+bool Notify(const Question& question, QWidget* parent) {
+    QuestionDialog dialog(question, parent);
+    dialog.exec();
+    return dialog.Checked();
 }
 
 void Tell(const QString& title, const QString& text, const QString& button, QWidget* parent) {

@@ -3,6 +3,8 @@
 
 #include <vector>
 
+#include <QCheckBox>
+
 #include "common/ui/dialog.h"
 
 namespace zorvane {
@@ -15,6 +17,7 @@ struct Question {
     int usual = 0;         ///< what Enter presses, filled
     int escape = 0;        ///< what Esc and closing answer
     bool deletes = false;  ///< then Enter presses what Esc does, and nothing is filled
+    QString check{};       ///< a box below the text; empty: none
 };
 
 class QuestionDialog : public Dialog {
@@ -24,13 +27,19 @@ class QuestionDialog : public Dialog {
 
     /// Which of the choices; 0-based.
     int Answer() const { return answer_; }
+    bool Checked() const { return check_ != nullptr && check_->isChecked(); }
 
   private:
+    QWidget* MakeChoices(const Question& question);
+
     int answer_;
+    QCheckBox* check_ = nullptr;
 };
 
 /// Shows it and waits for the answer.
 int Ask(const Question& question, QWidget* parent);
+/// A notice with one way on; true when its box was checked.
+bool Notify(const Question& question, QWidget* parent);
 /// A message with one button.
 void Tell(const QString& title, const QString& text, const QString& button, QWidget* parent);
 

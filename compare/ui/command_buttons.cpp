@@ -8,9 +8,9 @@ void LinkButton(QAbstractButton& button, CommandSet& commands, std::string_view 
     QAction* action = commands.Action(id);
     Q_ASSERT(action != nullptr);
     button.setCheckable(action->isCheckable());
-    button.setToolTip(action->toolTip());
-    button.setAccessibleDescription(action->statusTip());
     const auto follow = [&button, action] {
+        button.setToolTip(action->toolTip());
+        button.setAccessibleDescription(action->statusTip());
         button.setEnabled(action->isEnabled());
         if (action->isCheckable())
             button.setChecked(action->isChecked());
@@ -31,6 +31,9 @@ IconButton* MakeCommandIcon(CommandSet& commands, std::string_view id, const cha
                                   action->shortcut().toString(QKeySequence::NativeText),
                                   action->statusTip(), parent);
     LinkButton(*button, commands, id);
+    QObject::connect(action, &QAction::changed, button, [button, action] {
+        button->setAccessibleName(WithoutMnemonic(action->text()));
+    });
     return button;
 }
 

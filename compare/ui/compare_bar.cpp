@@ -49,7 +49,13 @@ CompareBar::CompareBar(CommandSet& commands, UiText text, QWidget* parent)
         const QAction* action = commands.Action(kLayoutIds[at]);
         layouts_->Add(at + 1, QString(), QString::fromLatin1(kLayoutIcons[at]),
                       WithoutMnemonic(action->text()));
-        layouts_->Segment(at + 1)->setToolTip(action->toolTip());
+        QAbstractButton* segment = layouts_->Segment(at + 1);
+        const auto tell = [segment, action] {
+            segment->setProperty("caption", WithoutMnemonic(action->text()));
+            segment->setToolTip(action->toolTip());
+        };
+        tell();
+        connect(action, &QAction::changed, segment, tell);
     }
     connect(layouts_, &SegmentedGroup::Chosen, this,
             [&commands](int id) { commands.Run(kLayoutIds[id - 1]); });

@@ -110,48 +110,4 @@ void FindReplaceDialog::hideEvent(QHideEvent* event) {
     Dialog::hideEvent(event);
 }
 
-// ---- advanced options ----
-
-namespace {
-
-struct AdvancedRow {
-    const char* words;
-    clsVarBoolean clsCompareFileOptions::*option;
-};
-constexpr AdvancedRow kAdvanced[] = {
-    {"Compare faster, with fewer partners looked for", &clsCompareFileOptions::bCompareFaster},
-    {"Show changes in larger sections", &clsCompareFileOptions::bShowChangesInLargerSections},
-    {"Ignore the regular expression inside paragraphs too",
-     &clsCompareFileOptions::bIgnoreRegExOnBothPasses},
-    {"Apply preparation to the documents shown", &clsCompareFileOptions::bModifyOriginalDocuments},
-    {"Load files again only where they changed", &clsCompareFileOptions::bOptimizeFileLoading},
-    {"Compare only lines near each other", &clsCompareFileOptions::bUseLineBracket},
-};
-
-}  // namespace
-
-bool AskAdvancedOptions(clsCompareFileOptions& options, const UiText& text, QWidget* parent) {
-    Dialog dialog(text("Advanced Options"), kFormDialog, parent);
-    FormColumn* column = dialog.AddColumn();
-    std::vector<QCheckBox*> boxes;
-    for (const AdvancedRow& row : kAdvanced) {
-        boxes.push_back(new WrappingCheckBox(text(row.words), &dialog));
-        boxes.back()->setChecked((options.*row.option).Data());
-        column->AddWidget(boxes.back());
-    }
-    constexpr int kMostLines = 1'000'000;
-    auto* lines = new NumberBox(1, kMostLines, &dialog);
-    lines->setValue(options.lLineBracket.Data());
-    column->AddBeside(text("Lines"), lines);
-    dialog.SetButtons(text("Apply"), text("Cancel"));
-    dialog.SetFirstFocus(boxes.front());
-    if (dialog.exec() != QDialog::Accepted)
-        return false;
-    const clsCompareFileOptions before = options;
-    for (std::size_t at = 0; at < boxes.size(); ++at)
-        (options.*kAdvanced[at].option).SetData(boxes[at]->isChecked());
-    options.lLineBracket.SetData(lines->value());
-    return !(before == options);
-}
-
 }  // namespace zorvane

@@ -7,7 +7,6 @@
 #include "common/ui/combo_boxes.h"
 #include "common/ui/dialog.h"
 #include "compare/view/find_replace.h"
-#include "options/compare_file_options.h"
 
 namespace zorvane {
 
@@ -51,8 +50,5 @@ class FindReplaceDialog : public Dialog {
     QCheckBox* case_;
     std::vector<Button*> replace_buttons_;
 };
-
-/// The options that few documents need; true when they were accepted and `options` changed.
-bool AskAdvancedOptions(clsCompareFileOptions& options, const UiText& text, QWidget* parent);
 
 }  // namespace zorvane

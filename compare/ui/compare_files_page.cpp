@@ -302,6 +302,19 @@ void CompareFilesPage::ApplyColors() {
         view->SetColors(colors);
 }
 
+void CompareFilesPage::ShowWords() {
+    if (viewer_ == nullptr)
+        return;
+    pane_->SetTexts(TextsOfPane());
+    ShowFiles();
+    ShowCounts();
+    ShowIgnored();
+    bar_->SetPlace(viewer_->mlCurrentDifference(), viewer_->Differences().Count());
+    viewer_->Tools().RefreshStatusBarItems(ShownEditor::Original);
+    viewer_->UpdateStatusBar();
+    ApplyLook();
+}
+
 // Once the viewer has read its section.
 void CompareFilesPage::ReadSettings() {
     if (settings_read_)

@@ -21,6 +21,7 @@
 #include "compare/ui/start_page.h"
 #include "compare/view/rows_follower.h"
 #include "compare/viewer_window.h"
+#include "load/file_type_options.h"
 
 class QStackedWidget;
 
@@ -37,6 +38,10 @@ struct PageHost {
     std::function<void()> caption_changed;
     /// Two texts in a viewer of their own.
     std::function<void(const RichText& original, const RichText& modified)> compare_texts;
+    /// The names of a workbook's sheets.
+    std::function<Result<std::vector<std::string>>(const std::string& file,
+                                                   const std::string& password)>
+        sheet_names;
 };
 
 class CompareFilesPage : public QWidget, public CompareFilesWindow {
@@ -52,6 +57,8 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     QString Caption() const;
     /// Behind each poll of the viewer.
     void Tick();
+    /// Behind a change of the language: texts with a number or a name in them.
+    void ShowWords();
 
     // ---- what a person does (compare_page_actions.cpp) ----
     /// Loads and compares as the options say, or what the editors hold.
@@ -76,9 +83,15 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
         SetOptionsUnfolded(true);
     }
     ViewFilter Filter() const { return filter_; }
-    void ChooseFont();
     void OptionChanged();
+    // ---- dialogs (compare_page_dialogs.cpp) ----
+    void ChooseFont();
     void AdvancedOptions();
+    void ReportOptions();
+    /// Of the file that the person works in.
+    void OptionsOfThisFile();
+    void ShowTypeOptions(FileTypeOptions type);
+    FileTypeOptions OptionsOfSide(Side side) const;
     void RestoreDefaults();
     void CountKind(clsVarBoolean& ignored);
     void CountMoves();
@@ -164,6 +177,13 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     void SelectByRows(Side side);
     void MarkHits();
     void ShowContextMenu(QPoint place);
+    template <class Shown>
+    bool EditOptions();
+    template <class Shown>
+    bool EditSettings();
+    bool TextOptions();
+    bool SheetOptions();
+    void TellNotFresh();
     /// Tells the viewer which text the person works in.
     void TellActiveEditor();
     PaneTexts TextsOfPane() const;

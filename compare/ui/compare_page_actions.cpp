@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QFileInfo>
-#include <QFontDialog>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QStackedWidget>
@@ -145,18 +144,10 @@ void CompareFilesPage::OptionChanged() {
     host_.commands_changed();
 }
 
-void CompareFilesPage::AdvancedOptions() {
-    clsCompareFileOptions changed = viewer_->Options();
-    if (!AskAdvancedOptions(changed, text_, this))
-        return;
-    viewer_->Options() = changed;
-    OptionChanged();
-}
-
 // The files stay what they are.
 void CompareFilesPage::RestoreDefaults() {
     clsCompareFileOptions& options = viewer_->Options();
-    clsCompareFileOptions fresh;
+    clsCompareFileOptions fresh = DefaultCompareFileOptions();
     fresh.sSectionName = options.sSectionName;
     fresh.sFileOriginal.SetData(options.sFileOriginal.Data());
     fresh.sFileModified.SetData(options.sFileModified.Data());
@@ -253,19 +244,6 @@ void CompareFilesPage::SetOptionsUnfolded(bool unfolded) {
     view_options_->Binding().Show();
     options_->SetUnfolded(unfolded);
     host_.commands_changed();
-}
-
-void CompareFilesPage::ChooseFont() {
-    CompareFilesSettings& settings = viewer_->Settings();
-    QFont font(ToQt(settings.sFontName));
-    font.setPointSizeF(settings.dFontSize);
-    bool chosen = false;
-    font = QFontDialog::getFont(&chosen, font, this, text_("Font"));
-    if (!chosen)
-        return;
-    settings.sFontName = FromQt(font.family());
-    settings.dFontSize = font.pointSizeF();
-    viewer_->FontChanged();
 }
 
 // ---- find ----

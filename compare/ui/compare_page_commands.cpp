@@ -97,7 +97,33 @@ void BindFiles(Binder& binder) {
     binder.Bind(
         "report.make", [](Page& page) { page.Viewer()->cmdViewReport(); },
         Unless(ViewerCommand::Report, true));
-    binder.Bind("report.options", [](Page& page) { page.ShowOptions(1); });
+}
+
+std::string_view WhyNotOptions(Page& page) {
+    return page.Viewer()->Busy() ? kBusy : std::string_view();
+}
+
+// A dialog gives back what it was opened with; a run that ended meanwhile would be overwritten.
+void BindDialogs(Binder& binder) {
+    binder.Bind(
+        "report.options", [](Page& page) { page.ReportOptions(); }, WhyNotOptions);
+    binder.Bind(
+        "compare.advanced", [](Page& page) { page.AdvancedOptions(); }, WhyNotOptions);
+    binder.Bind(
+        "file.type_options", [](Page& page) { page.OptionsOfThisFile(); },
+        [](Page& page) -> std::string_view {
+            for (const Side side : kBothSides)
+                if (page.OptionsOfSide(side) != FileTypeOptions::None)
+                    return WhyNotOptions(page);
+            return "Neither file is of a type with options";
+        });
+    constexpr std::pair<const char*, FileTypeOptions> kTypes[] = {
+        {"types.text", FileTypeOptions::Text},     {"types.word", FileTypeOptions::Word},
+        {"types.pdf", FileTypeOptions::Pdf},       {"types.sheets", FileTypeOptions::Spreadsheet},
+        {"types.slides", FileTypeOptions::Slides}, {"types.html", FileTypeOptions::Html}};
+    for (const auto& [id, type] : kTypes)
+        binder.Bind(
+            id, [shown = type](Page& page) { page.ShowTypeOptions(shown); }, WhyNotOptions);
 }
 
 void BindText(Binder& binder) {
@@ -213,7 +239,6 @@ void BindCompare(Binder& binder) {
     binder.Bind(
         "compare.count_moves", [](Page& page) { page.CountMoves(); },
         Unless(ViewerCommand::Refresh), [](Page& page) { return page.Look().CountMoves; });
-    binder.Bind("compare.advanced", [](Page& page) { page.AdvancedOptions(); });
     binder.Bind("compare.defaults", [](Page& page) { page.RestoreDefaults(); });
 }
 
@@ -238,6 +263,7 @@ void BindGo(Binder& binder) {
 void BindCompareCommands(CommandSet& commands, std::function<CompareFilesPage*()> active) {
     Binder binder(commands, std::move(active));
     BindFiles(binder);
+    BindDialogs(binder);
     BindText(binder);
     BindViews(binder);
     BindCompare(binder);

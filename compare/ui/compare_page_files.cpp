@@ -1,7 +1,7 @@
 // Saving, printing, and questions about files, for a Compare Files viewer.
-#include <QFileDialog>
 #include <QPrintDialog>
 
+#include "common/ui/file_dialogs.h"
 #include "common/ui/qt_text.h"
 #include "common/ui/question.h"
 #include "compare/ui/compare_files_page.h"
@@ -11,16 +11,6 @@ namespace zorvane {
 namespace {
 
 constexpr double kTwipsPerPoint = 20;
-
-// "name|*.a;*.b|..." as the toolkit's list.
-QStringList FiltersOf(const std::string& pairs) {
-    const QStringList parts = ToQt(pairs).split(u'|');
-    QStringList filters;
-    for (qsizetype at = 0; at + 1 < parts.size(); at += 2)
-        filters.append(QStringLiteral("%1 (%2)").arg(parts[at].section(u'(', 0, 0).trimmed(),
-                                                     QString(parts[at + 1]).replace(u';', u' ')));
-    return filters;
-}
 
 }  // namespace
 
@@ -36,22 +26,14 @@ std::int32_t CompareFilesPage::Choose(const WindowQuestion& question) {
 
 // Whoever saves asks about a file that stands there.
 std::string CompareFilesPage::PickFile(FileQuestion& question) {
-    QFileDialog dialog(this, ToQt(question.title));
-    dialog.setAcceptMode(question.saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(question.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    const QStringList filters = FiltersOf(question.filter);
-    if (!filters.isEmpty()) {
-        dialog.setNameFilters(filters);
-        dialog.selectNameFilter(filters.value(question.filter_index - 1));
-    }
-    if (!question.start.empty())
-        dialog.selectFile(ToQt(question.start));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    const auto chosen = static_cast<std::int32_t>(filters.indexOf(dialog.selectedNameFilter()));
-    question.filter_index = std::max(1, chosen + 1);
-    return FromQt(dialog.selectedFiles().front());
+    FileRequest request{.title = ToQt(question.title),
+                        .filter = ToQt(question.filter),
+                        .filter_index = question.filter_index,
+                        .saving = question.saving,
+                        .start = ToQt(question.start)};
+    const QString path = zorvane::PickFile(request, text_, this);
+    question.filter_index = request.filter_index;
+    return FromQt(path);
 }
 
 std::unique_ptr<PagePainter> CompareFilesPage::PickPrinter(PrintQuestion& question) {

@@ -62,12 +62,11 @@ void CompareFilesPage::SetHourglass(bool on) {
 }
 
 bool CompareFilesPage::ShowNotice(const std::string& text, const std::string& title) {
-    return Ask({.title = ToQt(title),
-                .text = ToQt(text),
-                .choices = {text_("Do Not Show Again"), text_("OK")},
-                .usual = 1,
-                .escape = 1},
-               this) == 0;
+    return Notify({.title = ToQt(title),
+                   .text = ToQt(text),
+                   .choices = {text_("Continue")},
+                   .check = text_("Never show this message again")},
+                  this);
 }
 
 std::int32_t CompareFilesPage::AskDifferenceNumber(std::int32_t current, std::int32_t count) {
@@ -114,6 +113,10 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         progress_->Begin(text_("Comparing the documents"));
     } else {
         progress_->End();
+        // A load may have changed options, where its user agreed.
+        compare_options_->Binding().Show();
+        if (editors_->View(Side::Original).Wrap() != viewer_->Settings().mnuWordWrap)
+            ApplyLook();
         ShowFiles();
         ShowRoom();
     }

@@ -1,7 +1,6 @@
 // The tabs of report and view.
 #include <array>
 
-#include <QFileDialog>
 #include <QHBoxLayout>
 
 #include "common/ui/check_boxes.h"
@@ -23,6 +22,8 @@ QHBoxLayout* MakeColumns(QWidget* page) {
     return columns;
 }
 
+constexpr int kChoiceLetters = 18;
+
 using File = std::string CompareFilesSettings::*;
 // By the numbers of `ReportType`.
 constexpr std::array<File, 4> kReportFiles = {
@@ -42,11 +43,8 @@ ReportOptionsPage::ReportOptionsPage(frmCompareFiles& viewer, CommandSet& comman
                                      QWidget* parent)
     : QWidget(parent), viewer_(viewer), text_(std::move(text)) {
     QHBoxLayout* columns = MakeColumns(this);
-    columns->addWidget(MakeWhat(), 2, Qt::AlignTop);
-    columns->addWidget(MakeParts(), 1, Qt::AlignTop);
-    columns->addWidget(MakeCommandButton(commands, "report.make", text_("Report"),
-                                         ButtonLook::Plain, "report", this),
-                       0, Qt::AlignBottom);
+    columns->addWidget(MakeWhat(), 0, Qt::AlignTop);
+    columns->addWidget(MakeWhere(commands), 1, Qt::AlignTop);
     binding_.Show();
 }
 
@@ -55,14 +53,13 @@ FormColumn* ReportOptionsPage::MakeWhat() {
     auto* column = new FormColumn(this);
     column->AddHeading(text_("Report"));
     auto* type = new ComboBox(column);
-    type->addItems({text_("Web page (HTML)"), text_("Text"), text_("Comma delimited (CSV)"),
-                    text_("Word processor (RTF)")});
+    type->addItems({text_("HTML"), text_("Text"), text_("Comma Delimited"), text_("MS Word")});
+    type->setMinimumContentsLength(kChoiceLetters);
     column->AddBeside(text_("Type"), type);
     auto* style = new ComboBox(column);
-    style->addItems({text_("All in one"), text_("Side by side")});
+    style->addItems({text_("All In One"), text_("Side By Side")});
+    style->setMinimumContentsLength(kChoiceLetters);
     column->AddBeside(text_("Style"), style);
-    auto* file = new QLineEdit(column);
-    column->AddBeside(text_("File"), file);
     binding_.Choice(
         type, [&settings] { return settings.mlReportDefaultFileType_MD - 1; },
         [this, &settings](int at) {
@@ -72,29 +69,32 @@ FormColumn* ReportOptionsPage::MakeWhat() {
     binding_.Choice(
         style, [&settings] { return settings.mlReportDefaultStyle_MD == 1 ? 0 : 1; },
         [&settings](int at) { settings.mlReportDefaultStyle_MD = at + 1; });
-    binding_.Text(
-        file, [&settings] { return settings.*FileOf(settings); },
-        [&settings](const std::string& path) { settings.*FileOf(settings) = path; });
+    // The other types have one style.
+    binding_.Add(
+        [style, &settings] { style->setEnabled(settings.mlReportDefaultFileType_MD == 1); });
     return column;
 }
 
-FormColumn* ReportOptionsPage::MakeParts() {
+FormColumn* ReportOptionsPage::MakeWhere(CommandSet& commands) {
     CompareFilesSettings& settings = viewer_.Settings();
     auto* column = new FormColumn(this);
-    column->AddHeading(text_("Parts"));
-    const auto add = [&](const char* words, bool CompareFilesSettings::*part) {
-        auto* box = new WrappingCheckBox(text_(words), column);
-        column->AddWidget(box);
-        binding_.Check(
-            box, [&settings, part] { return settings.*part; },
-            [&settings, part](bool on) { settings.*part = on; });
-    };
-    add("Web page: summary in detail", &CompareFilesSettings::bReportHTMLShowHighDetailSummary);
-    add("Word processor: all in one",
-        &CompareFilesSettings::bReportDOC_ShowAllInOneDifferenceViewer);
-    add("Word processor: additions", &CompareFilesSettings::bReportDOC_Additions);
-    add("Word processor: deletions", &CompareFilesSettings::bReportDOC_ShowDeletions);
-    add("Word processor: changes", &CompareFilesSettings::bReportDOC_ShowChanges);
+    column->AddHeading(text_("File"));
+    auto* file = new QLineEdit(column);
+    file->setAccessibleName(text_("File of the report"));
+    column->AddWidget(file);
+    binding_.Text(
+        file, [&settings] { return settings.*FileOf(settings); },
+        [&settings](const std::string& path) { settings.*FileOf(settings) = path; });
+    auto* row = new QWidget(column);
+    auto* buttons = new QHBoxLayout(row);
+    buttons->setContentsMargins(0, kMedium, 0, 0);
+    buttons->setSpacing(kSmall);
+    buttons->addWidget(MakeCommandButton(commands, "report.options", text_("More..."),
+                                         ButtonLook::Plain, "", row));
+    buttons->addStretch(1);
+    buttons->addWidget(MakeCommandButton(commands, "report.make", text_("Report"),
+                                         ButtonLook::Plain, "report", row));
+    column->AddWidget(row);
     return column;
 }
 

@@ -35,7 +35,7 @@ class ReportOptionsPage : public QWidget {
 
   private:
     FormColumn* MakeWhat();
-    FormColumn* MakeParts();
+    FormColumn* MakeWhere(CommandSet& commands);
 
     frmCompareFiles& viewer_;
     UiText text_;
