@@ -1,12 +1,13 @@
 #include "compare/ui/compare_files_page.h"
 
-#include <QMimeData>
+#include <utility>
+
 #include <QResizeEvent>
 #include <QStackedWidget>
-#include <QUrl>
 #include <QVBoxLayout>
 
 #include "common/ui/look_style.h"
+#include "common/ui/measures.h"
 #include "common/ui/progress_card.h"
 #include "compare/ui/theme_colors.h"
 #include "compare/view/spoken_difference.h"
@@ -96,32 +97,65 @@ QWidget* CompareFilesPage::MakeWork() {
     rows->addWidget(bar_);
     MakeOptions(work);
     rows->addWidget(options_);
-    files_ = new FileRow(commands_, text_, work);
+    room_ = new PanelRoom(work);
+    panel_ = new DifferencePanel(commands_, text_, room_);
+    room_->SetParts(MakeContent(), panel_);
+    room_->width_wanted = [this](int width) {
+        viewer_->Settings().view.PanelWidth = width;
+        room_->SetPanelWidth(width);
+    };
+    panel_->Beside().place_chosen = [this](Side side, ParagraphNumber paragraph) {
+        pane_->ShowParagraph(side, paragraph);
+        ShowPlaceInEditor(side, paragraph);
+    };
+    rows->addWidget(room_, 1);
+    return work;
+}
+
+QWidget* CompareFilesPage::MakeContent() {
+    auto* content = new QWidget(room_);
+    auto* rows = new QVBoxLayout(content);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    top_line_ = new QHBoxLayout;
+    top_line_->setSpacing(0);
+    files_ = new FileRow(commands_, text_, content);
     files_->path_chosen = [this](Side side, const QString& path) { TakeFile(side, path); };
     files_->files_dropped = [this](Side side, const QStringList& paths) { DropFiles(side, paths); };
-    rows->addWidget(files_);
-    splitter_ = new Splitter(Qt::Vertical, text_("Editors and result"), work);
+    files_->ratio_wanted = [this](double ratio) { SetRatio(ratio); };
+    top_line_->addWidget(files_, 1);
+    rows->addLayout(top_line_);
+    splitter_ = new Splitter(Qt::Vertical, text_("Editors and result"), content);
     ViewerEditors& texts = viewer_->Editors();
     editors_ = new EditorPair(texts.rtbOriginal.editor, texts.rtbModified.editor, splitter_);
+    editors_->ratio_wanted = [this](double ratio) { SetRatio(ratio); };
     splitter_->addWidget(editors_);
     splitter_->addWidget(MakeBelow());
     splitter_->setStretchFactor(1, 1);
     splitter_->setSizes({kFirstEditors, kFirstResult});
     rows->addWidget(splitter_, 1);
-    return work;
+    return content;
 }
 
 QWidget* CompareFilesPage::MakeBelow() {
     below_ = new QWidget(splitter_);
-    auto* rows = new QVBoxLayout(below_);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
+    below_rows_ = new QVBoxLayout(below_);
+    below_rows_->setContentsMargins(0, 0, 0, 0);
+    below_rows_->setSpacing(0);
     head_ = new ResultHead(commands_, text_, below_);
     head_->filter_chosen = [this](ViewFilter filter) { viewer_->ShowFilter(filter); };
     head_->ignored_clicked = [this] { SetOptionsUnfolded(true); };
-    rows->addWidget(head_);
-    auto* line = new QHBoxLayout;
-    line->setSpacing(0);
+    below_rows_->addWidget(head_);
+    result_line_ = new MessageBar(below_);
+    below_rows_->addWidget(result_line_);
+    MakeResult();
+    below_rows_->addWidget(result_, 1);
+    progress_ = new ProgressCard(text_, result_);
+    connect(progress_, &ProgressCard::AbortClicked, this, [this] { viewer_->Abort(); });
+    return below_;
+}
+
+void CompareFilesPage::MakeResult() {
     result_ = new QStackedWidget(below_);
     pane_ = new ComparePane(shown_texts_.original, shown_texts_.modified, result_);
     result_->addWidget(pane_);
@@ -137,17 +171,8 @@ QWidget* CompareFilesPage::MakeBelow() {
         summaries_.push_back(view);
         result_->addWidget(view);
     }
-    line->addWidget(result_, 1);
-    panel_ = new DifferencePanel(commands_, text_, below_);
-    panel_->hide();
-    panel_->place_chosen = [this](Side side, ParagraphNumber paragraph) {
-        pane_->ShowParagraph(side, paragraph);
-    };
-    line->addWidget(panel_);
-    rows->addLayout(line, 1);
-    progress_ = new ProgressCard(text_, result_);
-    connect(progress_, &ProgressCard::AbortClicked, this, [this] { viewer_->Abort(); });
-    return below_;
+    verdict_ = new CardGround(result_);
+    result_->addWidget(verdict_);
 }
 
 void CompareFilesPage::MakeOptions(QWidget* parent) {
@@ -187,15 +212,6 @@ void CompareFilesPage::ConnectEditors() {
         events.caret_moved = [this, editor](std::int32_t, std::int32_t) {
             viewer_->Tools().RefreshStatusBarItems(editor);
         };
-        events.files_dropped = [this, side](const QMimeData& dropped) {
-            QStringList paths;
-            for (const QUrl& url : dropped.urls()) {
-                if (url.isLocalFile())
-                    paths.append(url.toLocalFile());
-            }
-            DropFiles(side, paths);
-            return !paths.isEmpty();
-        };
     }
     ForViews([this](RichTextView& view) {
         Append(view.Events().focus_changed, [this, seen = &view](bool in) {
@@ -203,8 +219,11 @@ void CompareFilesPage::ConnectEditors() {
                 last_focus_ = seen;
             host_.commands_changed();
         });
-        view.Events().context_menu = [this](QPoint place, CharPos) { ShowContextMenu(place); };
+        view.Events().context_menu = [this, seen = &view](QPoint place, CharPos at) {
+            ShowTextMenu(*seen, place, at);
+        };
     });
+    ConnectDrops();
 }
 
 void CompareFilesPage::ConnectPane() {
@@ -309,6 +328,13 @@ void CompareFilesPage::ReadSettings() {
     settings_read_ = true;
     const CompareFilesView& view = Look();
     viewer_->LookForMoves(view.CountMoves);
+    viewer_->CountNumbering(view.CountNumbering);
+    viewer_->BeginWith(view.AllInOne ? zorvane::View::AllInOne : zorvane::View::SideBySide);
+    pane_->SetFoldRule({.context_above = view.FoldKeepParagraphs,
+                        .context_below = view.FoldKeepParagraphs,
+                        .least = view.FoldFromParagraphs});
+    room_->SetPanelWidth(view.PanelWidth);
+    SetRatio(view.RatioColumns);
     compare_options_->Binding().Show();
     report_options_->Binding().Show();
     view_options_->Binding().Show();
@@ -354,22 +380,56 @@ void CompareFilesPage::ApplyLook() {
     }
     pane_->MergedView().SetLineLength(view.LineLength);
     pane_->SetAligned(view.KeepParagraphsOpposite);
-    pane_->SetFolded(view.FoldUnchanged);
+    if (std::exchange(folded_, view.FoldUnchanged) != view.FoldUnchanged)
+        pane_->SetFolded(view.FoldUnchanged);
     viewer_->Tools().AlignParagraphs(view.KeepParagraphsOpposite);
-    editors_->setVisible(view.Layout != PaneLayout::Result);
-    below_->setVisible(view.Layout != PaneLayout::Editors);
-    panel_->setVisible(view.PanelOpen);
-    bar_->SetLayout(static_cast<int>(view.Layout));
+    room_->SetPanelShown(view.PanelOpen);
+    ApplyPlan();
     HookScrolls();
     host_.commands_changed();
+}
+
+PaneLayout CompareFilesPage::LayoutNow() const {
+    const PaneLayout chosen = Look().Layout;
+    const bool short_of_room = !plan_.editors && !editors_wanted_;
+    return chosen == PaneLayout::EditorsAndResult && short_of_room ? PaneLayout::Result : chosen;
+}
+
+// What the person chose stays chosen; it comes back with the room.
+void CompareFilesPage::ApplyPlan() {
+    plan_ = PlanFor(width(), height() + measures::kMenuBarHeight, options_->IsUnfolded());
+    editors_wanted_ = editors_wanted_ && !plan_.editors;
+    const PaneLayout layout = LayoutNow();
+    editors_->setVisible(layout != PaneLayout::Result);
+    below_->setVisible(layout != PaneLayout::Editors);
+    bar_->SetLayout(static_cast<int>(layout));
+    bar_->FitTo(plan_);
+    head_->FitTo(plan_);
+    room_->SetBeside(plan_.panel_beside);
+    if (plan_.head_own_line == (below_rows_->indexOf(head_) >= 0))
+        return;
+    if (plan_.head_own_line) {
+        top_line_->removeWidget(head_);
+        below_rows_->insertWidget(0, head_);
+    } else {
+        below_rows_->removeWidget(head_);
+        top_line_->addWidget(head_);
+    }
+    head_->show();
+}
+
+void CompareFilesPage::SetRatio(double ratio) {
+    viewer_->Settings().view.RatioColumns = ratio;
+    files_->SetRatio(ratio);
+    editors_->SetRatio(ratio);
+    pane_->SetRatio(ratio);
 }
 
 void CompareFilesPage::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (viewer_ == nullptr)
         return;
-    bar_->FitTo(width());
-    head_->FitTo(width());
+    ApplyPlan();
 }
 
 }  // namespace zorvane

@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QFontDialog>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QStackedWidget>
 
 #include "common/base/text_encoding.h"
@@ -170,6 +169,30 @@ void CompareFilesPage::CountKind(clsVarBoolean& ignored) {
     ignored.SetData(!ignored.Data());
     compare_options_->Binding().Show();
     OptionChanged();
+    CompareAgain();
+}
+
+void CompareFilesPage::CountNumbering() {
+    bool& numbering = viewer_->Settings().view.CountNumbering;
+    numbering = !numbering;
+    viewer_->CountNumbering(numbering);
+    CompareAgain();
+}
+
+void CompareFilesPage::CountAllKinds() {
+    viewer_->Options().bIgnoreCase.SetData(false);
+    viewer_->Options().bIgnoreWhitespace.SetData(false);
+    viewer_->Settings().view.CountNumbering = true;
+    viewer_->CountNumbering(true);
+    compare_options_->Binding().Show();
+    OptionChanged();
+    CompareAgain();
+}
+
+// What the editors hold, without loading.
+void CompareFilesPage::CompareAgain() {
+    ShowIgnored();
+    host_.commands_changed();
     if (viewer_->ShownComparison() != nullptr)
         viewer_->RunCompare(false);
 }
@@ -178,8 +201,7 @@ void CompareFilesPage::CountMoves() {
     bool& moves = viewer_->Settings().view.CountMoves;
     moves = !moves;
     viewer_->LookForMoves(moves);
-    if (viewer_->ShownComparison() != nullptr)
-        viewer_->RunCompare(false);
+    CompareAgain();
 }
 
 void CompareFilesPage::CountFormatting() {
@@ -216,6 +238,7 @@ void CompareFilesPage::CompareSelected() {
 void CompareFilesPage::SetLayout(PaneLayout layout) {
     started_ = true;
     viewer_->Settings().view.Layout = layout;
+    editors_wanted_ = layout == PaneLayout::EditorsAndResult;  // by hand, whatever the room
     ShowRoom();
     ApplyLook();
 }
@@ -227,6 +250,7 @@ void CompareFilesPage::SetZoom(int percent) {
 
 void CompareFilesPage::SetFolded(bool folded) {
     viewer_->Settings().view.FoldUnchanged = folded;
+    folded_ = folded;
     pane_->SetFolded(folded);
     host_.commands_changed();
 }
@@ -243,7 +267,7 @@ void CompareFilesPage::SetWrap(bool wrap) {
 
 void CompareFilesPage::SetPanel(bool open) {
     viewer_->Settings().view.PanelOpen = open;
-    panel_->setVisible(open);
+    room_->SetPanelShown(open);
     host_.commands_changed();
 }
 
@@ -252,6 +276,7 @@ void CompareFilesPage::SetOptionsUnfolded(bool unfolded) {
     compare_options_->Binding().Show();
     view_options_->Binding().Show();
     options_->SetUnfolded(unfolded);
+    ApplyPlan();
     host_.commands_changed();
 }
 
@@ -365,21 +390,6 @@ void CompareFilesPage::ReadAloud() {
     QAccessibleEvent alert(status_, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
     ShowStatus(StatusPanel::Main, words.substr(0, words.find('\n')));
-}
-
-void CompareFilesPage::ShowContextMenu(QPoint place) {
-    QMenu menu(this);
-    theme_.Dress(menu);
-    commands_.Refresh();
-    for (const char* id : {"edit.undo", "edit.redo", "", "edit.cut", "edit.copy", "edit.paste",
-                           "edit.select_all", "", "edit.find", "compare.copy_to_modified",
-                           "compare.copy_to_original", "compare.selected"}) {
-        if (*id == '\0')
-            menu.addSeparator();
-        else
-            menu.addAction(commands_.Action(id));
-    }
-    menu.exec(place);
 }
 
 // Esc, the first that applies: stop a run, fold the options, back to the text.
