@@ -11,6 +11,7 @@
 #include "common/ui/icons.h"
 #include "common/ui/measures.h"
 #include "common/ui/question.h"
+#include "compare/ui/command_buttons.h"
 #include "compare/ui/compare_commands.h"
 
 namespace zorvane {
@@ -69,6 +70,7 @@ void MainWindow::Load() {
         if (compare != nullptr && compare->Viewer() != nullptr)
             frame_->CloseViewer(*compare->Viewer());
     };
+    area_->laid_out = [this] { ShareCommands(); };
     setCentralWidget(area_);
     palette_ = new CommandPalette(*commands_, text_, *this);
     commands_->Refresh();
@@ -152,6 +154,18 @@ void MainWindow::Tick() {
 void MainWindow::RefreshLater() {
     if (!refresh_.isActive())
         refresh_.start();
+}
+
+// Of windows beside each other the commands are those of the one in front.
+void MainWindow::ShareCommands() {
+    QWidget* current = area_->Current();
+    for (QWidget* page : area_->Pages()) {
+        if (page != current)
+            SetCommandsElsewhere(*page, *commands_, area_->Free());
+    }
+    commands_->Refresh();
+    if (current != nullptr)
+        SetCommandsElsewhere(*current, *commands_, false);
 }
 
 void MainWindow::ShowCaptions() {

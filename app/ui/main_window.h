@@ -62,6 +62,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void OpenPath(const std::string& path);
     void Tick();
     void ShowCaptions();
+    void ShareCommands();
     void ShowFirst(ViewerKind kind);
     void ChooseLanguageNow();
     void About();

@@ -43,8 +43,12 @@ WorkArea::WorkArea(const QString& close_name, QWidget* parent)
             close_wanted(*Current());
     });
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
-        if (window != nullptr && window->widget() != nullptr && Free() && chosen)
+        if (window == nullptr || window->widget() == nullptr || !Free())
+            return;
+        if (chosen)
             chosen(*window->widget());
+        if (laid_out)
+            laid_out();
     });
 }
 
@@ -122,6 +126,7 @@ void WorkArea::LayOut(void (QMdiArea::*arrange)()) {
     if (!Free()) {
         QWidget* current = Current();
         rooms_->setCurrentWidget(area_);
+        area_->setBackground(palette().window());
         for (QWidget* page : pages_) {
             stack_->removeWidget(page);
             QMdiSubWindow* window = area_->addSubWindow(page);
@@ -135,6 +140,8 @@ void WorkArea::LayOut(void (QMdiArea::*arrange)()) {
     }
     (area_->*arrange)();
     UpdateTabs();
+    if (laid_out)
+        laid_out();
 }
 
 void WorkArea::BackToTabs() {
@@ -154,6 +161,14 @@ void WorkArea::BackToTabs() {
     if (current != nullptr)
         Show(*current);
     UpdateTabs();
+    if (laid_out)
+        laid_out();
+}
+
+void WorkArea::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        area_->setBackground(palette().window());
 }
 
 // A window that is made as large as the area gives way to tabs; its closing is its viewer's.

@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 
+#include <QPointer>
 #include <QWidget>
 
 #include "common/ui/bars.h"
@@ -188,6 +189,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     void ShowCounts();
     void ShowIgnored();
     void ShowVerdict();
+    void RestoreFocus();
     void CompareAgain();
     QStringList NotCompared() const;
     QStringList KindsOut() const;
@@ -248,6 +250,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     PerSide<std::unique_ptr<RowsFollower>> followers_;
     std::unique_ptr<FindReplaceDialog> find_;
     RichTextView* last_focus_ = nullptr;
+    QPointer<QWidget> focus_after_;  ///< of the run under way
     RichTextView* finding_in_ = nullptr;
     ViewFilter filter_ = ViewFilter::All;
     FoldPlan plan_;

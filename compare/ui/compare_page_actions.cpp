@@ -356,14 +356,16 @@ void CompareFilesPage::FocusList() {
 }
 
 void CompareFilesPage::MoveFocus(bool forward) {
+    // In the order of the eye; each part is entered where it is used first.
     std::vector<QWidget*> panes;
     for (QWidget* pane :
-         {static_cast<QWidget*>(&files_->Box(Side::Original)),
+         {static_cast<QWidget*>(&bar_->List()), static_cast<QWidget*>(&options_->Tabs()),
+          static_cast<QWidget*>(&files_->Box(Side::Original)),
           static_cast<QWidget*>(&editors_->View(Side::Original)),
-          static_cast<QWidget*>(&editors_->View(Side::Modified)),
+          static_cast<QWidget*>(&editors_->View(Side::Modified)), head_->FirstStop(),
           static_cast<QWidget*>(&pane_->View(Side::Original)),
           static_cast<QWidget*>(&pane_->View(Side::Modified)),
-          static_cast<QWidget*>(&pane_->MergedView()), static_cast<QWidget*>(&bar_->List())}) {
+          static_cast<QWidget*>(&pane_->MergedView()), panel_->FirstStop()}) {
         if (pane->isVisible() && pane->isEnabled())
             panes.push_back(pane);
     }

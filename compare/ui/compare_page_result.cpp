@@ -102,7 +102,11 @@ void CompareFilesPage::FillList(const DifferenceList& list) {
         }
         return line;
     };
-    bar_->List().SetRows(list.Count(), row, text_("No differences"));
+    QString none = text_("No differences");
+    if (list.Count() > 0)
+        none =
+            list.Count() == 1 ? text_("1 difference") : text_("%1 differences").arg(list.Count());
+    bar_->List().SetRows(list.Count(), row, none);
     bar_->SetPlace(0, list.Count());
 }
 

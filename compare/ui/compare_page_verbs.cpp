@@ -39,8 +39,10 @@ std::string CompareFilesPage::BrowseFor(Side side) {
         this, text_(side == Side::Original ? "Open Original" : "Open Modified")));
 }
 
+// Pages of a preview are made inside a paint, which must not begin again.
 void CompareFilesPage::PumpEvents() {
-    QCoreApplication::processEvents();
+    if (paper_ == nullptr)
+        QCoreApplication::processEvents();
 }
 
 void CompareFilesPage::SetHourglass(bool on) {
@@ -81,6 +83,10 @@ void CompareFilesPage::CloseDialogs() {
 void CompareFilesPage::ShowStatus(StatusPanel panel, const std::string& text) {
     if (rooms_ == nullptr)
         return;
+    // Before the first result nothing is old.
+    if (panel == StatusPanel::Main && viewer_->ShownComparison() == nullptr && !viewer_->Busy() &&
+        ToQt(text) == text_("Diff View not fresh"))
+        return;
     status_->SetPanel(static_cast<int>(panel), ToQt(text));
 }
 
@@ -96,6 +102,10 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         return;
     waiting_ = shown;
     if (shown) {
+        const bool words = last_focus_ != nullptr && last_focus_->isVisible();
+        const bool other = !isAncestorOf(QApplication::focusWidget()) ||
+                           qobject_cast<QPushButton*>(QApplication::focusWidget()) != nullptr;
+        focus_after_ = !other ? QApplication::focusWidget() : words ? last_focus_ : nullptr;
         started_ = true;
         missing_.clear();
         ForgetNews();
@@ -103,10 +113,23 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         progress_->Begin(text_("Comparing the documents"));
     } else {
         progress_->End();
+        ShowStatus(StatusPanel::Main, "");  // no longer how far it is
         ShowFiles();
         ShowRoom();
+        RestoreFocus();
     }
     host_.commands_changed();
+}
+
+// A button that was greyed for the run has lost it; nothing else has.
+void CompareFilesPage::RestoreFocus() {
+    if (!isActiveWindow() || !isVisible())
+        return;
+    QWidget* wanted = focus_after_;
+    if (wanted == nullptr || !wanted->isVisible() || !wanted->isEnabled())
+        wanted = FocusedView();
+    if (wanted->isVisible())
+        wanted->setFocus();
 }
 
 void CompareFilesPage::Tick() {
@@ -237,7 +260,8 @@ void CompareFilesPage::SelectByRows(Side side) {
 
 void CompareFilesPage::ShowPlaceInEditor(Side side, ParagraphNumber paragraph) {
     RichTextView& view = editors_->View(side);
-    view.ShowPosition(view.Page().Index().OfParagraph(paragraph).first);
+    const Block block = view.Page().Index().OfParagraph(paragraph);
+    view.ShowRow(view.Page().Rows().RowOfBlock(block.number));
 }
 
 void CompareFilesPage::RevealSelection(ShownEditor editor) {
@@ -248,7 +272,8 @@ void CompareFilesPage::RevealSelection(ShownEditor editor) {
         if (viewer_->IsStale())
             SelectByRows(side);
         RichTextView& view = editors_->View(side);
-        view.ShowPosition(view.Document().Selection().first);
+        ShowPlaceInEditor(side,
+                          view.Page().Index().OfChar(view.Document().Selection().first).paragraph);
         return;
     }
     // The result is shown without the selection of the marked texts; its difference is the place.

@@ -31,6 +31,8 @@ class DifferencePanel : public QFrame {
 
     void Show(const PanelContents& contents);
     BesideEntries& Beside() { return *beside_; }
+    /// Where the focus comes to.
+    QWidget* FirstStop() const { return kinds_.front().on; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

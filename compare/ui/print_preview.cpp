@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include <QHBoxLayout>
-#include <QTimer>
 
 #include "common/ui/measures.h"
 #include "common/ui/style_sheet.h"
@@ -38,10 +37,7 @@ PrintPreviewDialog::PrintPreviewDialog(const UiText& text, PreviewSteps steps, Q
     pages_->fitInView();
     const QSize room = parent == nullptr ? QSize(kWide, kTall) : parent->window()->size();
     resize(std::min(kWide, room.width()), std::min(kTall, room.height()));
-    QTimer::singleShot(0, this, [this] {
-        pages_->updatePreview();
-        ShowPlace();
-    });
+    ShowPlace();  // the widget makes its pages when it is shown
 }
 
 QWidget* PrintPreviewDialog::MakeBar() {

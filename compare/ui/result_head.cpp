@@ -122,6 +122,10 @@ void ResultHead::SetIgnored(const QStringList& kinds) {
                     static_cast<int>(kinds.size()));
 }
 
+QWidget* ResultHead::FirstStop() const {
+    return box_->isVisible() ? static_cast<QWidget*>(box_) : filters_->Segment(filters_->Current());
+}
+
 void ResultHead::FitTo(const FoldPlan& plan) {
     sentence_->setVisible(plan.captions);
     chip_->SetShort(!plan.filters_apart);

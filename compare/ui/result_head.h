@@ -38,6 +38,8 @@ class ResultHead : public QFrame {
     void SetAllInOne(bool all_in_one);
     /// What is left out of the counts, in words; none hides the chip.
     void SetIgnored(const QStringList& kinds);
+    /// Where the focus comes to.
+    QWidget* FirstStop() const;
     void FitTo(const FoldPlan& plan);
 
     std::function<void(ViewFilter)> filter_chosen;
