@@ -45,11 +45,12 @@ class WorkArea : public QWidget {
   private:
     void LayOut(void (QMdiArea::*arrange)());
     void BackToTabs();
+    void AddTab(QWidget& page);
     int PlaceOf(const QWidget* page) const;
     void UpdateTabs();
 
+    QString close_name_;
     TabStrip* tabs_;
-    QToolButton* close_;
     QWidget* strip_;
     QStackedWidget* rooms_;
     QStackedWidget* stack_;

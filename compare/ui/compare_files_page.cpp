@@ -133,6 +133,7 @@ QWidget* CompareFilesPage::MakeContent() {
     splitter_->addWidget(MakeBelow());
     splitter_->setStretchFactor(1, 1);
     splitter_->setSizes({kFirstEditors, kFirstResult});
+    splitter_->installEventFilter(this);
     rows->addWidget(splitter_, 1);
     return content;
 }
@@ -342,8 +343,7 @@ void CompareFilesPage::ReadSettings() {
     options_->SetUnfolded(view.OptionsUnfolded);
     const double ratio = viewer_->Settings().dRatioTopEditor;
     if (ratio > 0 && ratio < 1)
-        splitter_->setSizes(
-            {static_cast<int>(ratio * kWhole), static_cast<int>((1 - ratio) * kWhole)});
+        editors_share_ = ratio;
     ApplyLook();
     ApplyColors();
     ShowFiles();
@@ -359,7 +359,9 @@ void CompareFilesPage::WriteSettings() {
     view.AllInOne = pane_->AllInOne();
     const QList<int> sizes = splitter_->sizes();
     const double all = sizes.value(0) + sizes.value(1);
-    if (view.Layout == PaneLayout::EditorsAndResult && sizes.value(0) > 0 && sizes.value(1) > 0)
+    // What was never shown has no sizes yet.
+    if (editors_share_ == 0 && LayoutNow() == PaneLayout::EditorsAndResult && sizes.value(0) > 0 &&
+        sizes.value(1) > 0)
         viewer_->Settings().dRatioTopEditor = sizes.value(0) / all;
 }
 
@@ -416,6 +418,15 @@ void CompareFilesPage::ApplyPlan() {
         top_line_->addWidget(head_);
     }
     head_->show();
+}
+
+// Of both, once there is a height to be shared.
+void CompareFilesPage::ShareHeight() {
+    if (editors_share_ == 0 || !editors_->isVisible() || !below_->isVisible())
+        return;
+    const double all = splitter_->height();
+    const double share = std::exchange(editors_share_, 0);
+    splitter_->setSizes({static_cast<int>(share * all), static_cast<int>((1 - share) * all)});
 }
 
 void CompareFilesPage::SetRatio(double ratio) {

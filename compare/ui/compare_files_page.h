@@ -195,6 +195,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     QStringList KindsOut() const;
     /// What gives way in the room that there is.
     void ApplyPlan();
+    void ShareHeight();
     void SetRatio(double ratio);
     void ForgetNews();
     MessageBar& LineOf(Side side);
@@ -256,6 +257,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     FoldPlan plan_;
     KindCounts kinds_;
     std::vector<std::string> missing_;  ///< what a run told of files that are not there
+    double editors_share_ = 0;          ///< of the height, until there is one; 0: it has been given
     bool folded_ = false;               ///< as the pane has it
     bool editors_wanted_ = false;       ///< though the room is short
     bool settings_read_ = false;

@@ -58,6 +58,9 @@ void CompareFilesPage::ConnectDrops() {
 
 // Texts take dragged words themselves; files are the page's.
 bool CompareFilesPage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == splitter_ && event->type() == QEvent::Resize)
+        QMetaObject::invokeMethod(
+            this, [this] { ShareHeight(); }, Qt::QueuedConnection);
     if (event->type() == QEvent::DragEnter && !ShowsStart()) {
         auto& drag = static_cast<QDragEnterEvent&>(*event);
         if (!DroppedFiles(*drag.mimeData()).isEmpty()) {

@@ -93,7 +93,8 @@ void CompareFilesPage::ShowResultTexts() {
 
 void CompareFilesPage::FillList(const DifferenceList& list) {
     const auto row = [this, &list](int at) {
-        ListRow line{.text = ToQt(list.Line(at))};
+        // The ends of cells are no letters.
+        ListRow line{.text = ToQt(list.Line(at)).replace(QChar(7), QStringLiteral(" · "))};
         const Comparison* shown = viewer_ == nullptr ? nullptr : viewer_->ShownComparison();
         if (shown != nullptr && at < static_cast<int>(shown->records.size())) {
             const KindLook look = LookOf(MarkKindOf(*shown, static_cast<std::size_t>(at)));

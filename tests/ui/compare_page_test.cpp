@@ -223,13 +223,17 @@ TEST_F(ComparePageTest, GivesWayWhereRoomIsShortAndComesBack) {
 TEST_F(ComparePageTest, BringsViewColumnsAndPanelBackTheNextDay) {
     const std::string one = Write("a.txt", "One\r\n");
     const std::string two = Write("b.txt", "Two\r\n");
+    int before = 0;
     {
         WindowWorld world(fakes, theme);
         ASSERT_TRUE(world.Compare(one, two));
         world.window.Commands().Run("view.all_in_one");
         ASSERT_TRUE(Idle(world));
+        world.window.showNormal();
+        world.window.resize(1440, 900);
         world.Page().Editors().ratio_wanted(0.3);
         world.Page().SetPanel(true);
+        before = world.Page().Editors().height();
         world.frame.CloseFrame();
     }
     WindowWorld again(fakes, theme);
@@ -239,6 +243,8 @@ TEST_F(ComparePageTest, BringsViewColumnsAndPanelBackTheNextDay) {
     ASSERT_TRUE(again.Compare(one, two));
     EXPECT_TRUE(again.Page().Pane().MergedView().isVisible());
     EXPECT_TRUE(again.Page().Panel().isVisible());
+    QTest::qWait(1);
+    EXPECT_NEAR(again.Page().Editors().height(), before, 4);
     EXPECT_LT(again.Page().Editors().View(Side::Original).width(),
               again.Page().Editors().View(Side::Modified).width() / 2);
 }
