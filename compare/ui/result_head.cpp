@@ -25,7 +25,7 @@ constexpr FilterRow kFilters[] = {{ViewFilter::All, "All", &ResultCounts::all},
                                   {ViewFilter::Deletions, "Deletions", &ResultCounts::deletions}};
 
 QString Sentence(const UiText& text, const ResultCounts& counts) {
-    if (counts.all < 0)
+    if (counts.all <= 0)
         return {};
     QString words = counts.all == 1 ? text("1 difference") : text("%1 differences").arg(counts.all);
     if (counts.beside > 0)
@@ -75,8 +75,9 @@ ResultHead::ResultHead(CommandSet& commands, UiText text, QWidget* parent)
             ignored_clicked();
     });
     layout->addWidget(chip_);
-    layout->addWidget(MakeCommandButton(commands, "view.fold", text_("Fold Unchanged"),
-                                        ButtonLook::Flat, "fold", this));
+    fold_ = MakeCommandButton(commands, "view.fold", text_("Fold Unchanged"), ButtonLook::Flat,
+                              "fold", this);
+    layout->addWidget(fold_);
     SetCounts({});
 }
 
@@ -84,6 +85,7 @@ void ResultHead::SetCounts(const ResultCounts& counts) {
     for (const FilterRow& row : kFilters)
         filters_->SetCount(static_cast<int>(row.filter), counts.*row.count);
     counts_ = counts;
+    fold_->setVisible(counts.all != 0);  // without a difference the card says it all
     sentence_->setText(Sentence(text_, counts));
     filters_->updateGeometry();
     ShowInBox();

@@ -55,6 +55,7 @@ class ResultHead : public QFrame {
     SegmentedGroup* filters_;
     ComboBox* box_;  ///< the same filters where room is short
     ResultCounts counts_;
+    Button* fold_ = nullptr;
     Button* offer_;  ///< all in one, where two columns are too narrow
     bool all_in_one_ = false;
     bool narrow_ = false;
