@@ -42,11 +42,20 @@ QString ReasonOf(const std::vector<std::string>& missing, const std::vector<std:
             words.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
             while (words.contains(QStringLiteral("\n\n")))
                 words.replace(QStringLiteral("\n\n"), QStringLiteral("\n"));
-            reasons.append(words.trimmed());
+            reasons.append(words.trimmed().split(u'\n'));
         }
     }
     reasons.removeDuplicates();
-    return reasons.join(u'\n');
+    // "a.txt" above "a.txt: larger than ..." says nothing.
+    QStringList telling;
+    for (const QString& line : reasons) {
+        const bool said = std::any_of(reasons.begin(), reasons.end(), [&](const QString& other) {
+            return other.startsWith(line + QStringLiteral(": "));
+        });
+        if (!said)
+            telling.append(line);
+    }
+    return telling.join(u'\n');
 }
 
 // What lies in a document and no reader turns into words.

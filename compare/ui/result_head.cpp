@@ -133,6 +133,7 @@ void ResultHead::FitTo(const FoldPlan& plan) {
     chip_->SetShort(!plan.filters_apart);
     filters_->setVisible(plan.filters_apart);
     box_->setVisible(!plan.filters_apart);
+    fold_->SetCaptionShown(plan.head_own_line);
     narrow_ = !plan.steps_and_layouts;
     SetAllInOne(all_in_one_);
 }
