@@ -39,6 +39,11 @@ bool RunTelling::InRun() const {
     return runs_ > 0;
 }
 
+std::vector<std::string> RunTelling::TakeBoxes() {
+    const std::lock_guard lock(guard_);
+    return std::exchange(boxes_, {});
+}
+
 void RunTelling::EndRun() {
     std::vector<std::string> boxes;
     {

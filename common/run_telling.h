@@ -52,6 +52,9 @@ class RunTelling {
     void Stop();
     void EndRun();
     bool InRun() const;
+    /// The boxes that wait for the run's end, for whoever tells them in another way; they are gone
+    /// from here.
+    std::vector<std::string> TakeBoxes();
 
   private:
     friend class MessageHold;

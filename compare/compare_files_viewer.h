@@ -96,6 +96,10 @@ class frmCompareFiles : public Viewer {
 
     /// Why a side gave no text although its file holds something; empty texts otherwise.
     const PerSide<std::string>& NoTextReasons() const { return load_memory_.sNoText; }
+    /// What a side's file holds beside its words.
+    const std::vector<BesideItem>& BesideItems(Side side) const {
+        return load_memory_.beside[side];
+    }
     /// A slide deck could not be read: the run went on with an empty editor.
     bool SlidesFailed() const {
         return load_memory_.bSlidesFailed.original || load_memory_.bSlidesFailed.modified;
@@ -160,6 +164,8 @@ class frmCompareFiles : public Viewer {
     void RefreshDisplayCommandLine(std::int32_t format, BuildViews views, bool& failed);
     /// Whether the next compare tells what moved; on at first.
     void LookForMoves(bool on) { find_moves_ = on; }
+    /// Whether numbers in front of paragraphs take part in the next compare; on at first.
+    void CountNumbering(bool on) { count_numbering_ = on; }
     /// The run stops within a tenth of a second; the last whole result stands.
     void Abort() override;
     /// After an option was changed: the view stays as it is until the next run.
@@ -185,6 +191,8 @@ class frmCompareFiles : public Viewer {
 
     // ---- views and filters ----
     View CurrentView() const { return view_; }
+    /// Before the first run: the view that it builds.
+    void BeginWith(View view);
     void cmdChangeViewFormat_Click();
     void ShowFilter(ViewFilter filter);
 
@@ -277,6 +285,7 @@ class frmCompareFiles : public Viewer {
     void TakeTexts(Begun& begun, CompareOutcome& outcome);
     void TakeView(CompareOutcome& outcome);
     void ShowResult(const Begun& begun, const CompareOutcome& outcome);
+    void TellUnread(Side side);
     void Wait(bool shown);
 
     // viewer_files.cpp
@@ -321,6 +330,7 @@ class frmCompareFiles : public Viewer {
     ViewerEditors editors_;
     ConversionService conversions_;  ///< of the run while there is one
     bool find_moves_ = true;
+    bool count_numbering_ = true;
     std::optional<PerSide<std::string>> report_names_;
 
     // The last whole result.

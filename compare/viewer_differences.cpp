@@ -31,6 +31,13 @@ void frmCompareFiles::cmdChangeViewFormat_Click() {
     StartCompare(std::move(plan));
 }
 
+void frmCompareFiles::BeginWith(View view) {
+    if (shown_ || run_ != nullptr)
+        return;
+    view_ = view;
+    window_.ShowView(view_);
+}
+
 void frmCompareFiles::ShowFilter(ViewFilter filter) {
     if (mbUpdatingFilter_)
         return;  // the window's own echo

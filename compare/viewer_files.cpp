@@ -2,6 +2,7 @@
 // compared files on the disk.
 #include <utility>
 
+#include "common/log_message.h"
 #include "common/process_state.h"
 #include "common/text_privacy.h"
 #include "compare/compare_files_viewer.h"
@@ -166,6 +167,8 @@ void frmCompareFiles::CheckFilesOnDisk() {
     asking_about_files_ = true;
     PerSide<std::string> again;
     for (const FileNotice& notice : file_watch_.Poll(process_.platform.clock->TickMilliseconds())) {
+        if (window_.ShowFileNews(notice))
+            continue;
         bool unsaved = false;
         for (const Side side : kBothSides)
             unsaved =
@@ -188,6 +191,17 @@ void frmCompareFiles::LoadAgain(const PerSide<std::string>& files) {
     plan.where = where_;
     plan.load_again = files;
     StartCompare(std::move(plan));
+}
+
+// In the pane itself, where the window can; else as boxes.
+void frmCompareFiles::TellUnread(Side side) {
+    if (Silent())
+        return;
+    const std::vector<std::string> reasons = telling_.TakeBoxes();
+    if (window_.ShowUnreadable(side, reasons))
+        return;
+    for (const std::string& reason : reasons)
+        LogMessage(telling_, reason, {}, true);
 }
 
 // Nothing was compared: the last result stays, and is stale by its text.

@@ -97,6 +97,7 @@ CompareInput frmCompareFiles::InputFor(const Plan& plan) {
     input.view = plan.view;
     input.views = plan.views;
     input.find_moves = find_moves_;
+    input.count_numbering = count_numbering_;
     input.presented = report_names_.has_value();
     input.default_format = ViewerFormat();
     input.service = &conversions_;
@@ -234,6 +235,8 @@ void frmCompareFiles::HandOver(Begun& begun, CompareOutcome& outcome) {
                            Translate(outcome.end == RunEnd::Aborted ? "Compare Aborted" : "Ready"));
     window_.SetAbortVisible(false);
     window_.EnableFilterButtons(true);
+    if (outcome.end == RunEnd::Failed && outcome.unread)
+        TellUnread(*outcome.unread);
     if (begun.plan.then)
         begun.plan.then(outcome.end);
 }

@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
+#include "compare/file_watch.h"
 #include "compare/file_window.h"
 #include "compare/view/view_state.h"
 #include "load/document_loader.h"
@@ -56,6 +58,10 @@ class CompareFilesWindow : public LoadQuestions, public FileWindow {
     virtual void CheckAlignParagraphs(bool on) = 0;
     /// Asks for the number of a difference; -1 when the user cancels.
     virtual std::int32_t AskDifferenceNumber(std::int32_t current, std::int32_t count) = 0;
+    /// A side could not be read; what it showed stays. False: it is told as messages are.
+    virtual bool ShowUnreadable(Side, const std::vector<std::string>&) { return false; }
+    /// A file that is shown was changed by somebody else or is gone. False: the user is asked.
+    virtual bool ShowFileNews(const FileNotice&) { return false; }
     /// Shows the find window over its state, which belongs to the viewer.
     virtual void ShowFindReplace(frmCompareFilesFindReplace& find) = 0;
 };

@@ -10,6 +10,7 @@
 #include "common/ui/language_dialog.h"
 #include "common/ui/measures.h"
 #include "common/ui/question.h"
+#include "compare/ui/command_buttons.h"
 #include "common/ui/widget_words.h"
 #include "compare/ui/compare_commands.h"
 #include "load/grid_bridge.h"
@@ -74,6 +75,7 @@ void MainWindow::Load() {
         if (compare != nullptr && compare->Viewer() != nullptr)
             frame_->CloseViewer(*compare->Viewer());
     };
+    area_->laid_out = [this] { ShareCommands(); };
     setCentralWidget(area_);
     palette_ = new CommandPalette(*commands_, text_, *this);
     commands_->Refresh();
@@ -165,6 +167,18 @@ void MainWindow::Tick() {
 void MainWindow::RefreshLater() {
     if (!refresh_.isActive())
         refresh_.start();
+}
+
+// Of windows beside each other the commands are those of the one in front.
+void MainWindow::ShareCommands() {
+    QWidget* current = area_->Current();
+    for (QWidget* page : area_->Pages()) {
+        if (page != current)
+            SetCommandsElsewhere(*page, *commands_, area_->Free());
+    }
+    commands_->Refresh();
+    if (current != nullptr)
+        SetCommandsElsewhere(*current, *commands_, false);
 }
 
 void MainWindow::ShowCaptions() {

@@ -63,6 +63,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void OpenPath(const std::string& path);
     void Tick();
     void ShowCaptions();
+    void ShareCommands();
     void ShowFirst(ViewerKind kind);
     void ChooseLanguageNow();
     void ShowLanguage();

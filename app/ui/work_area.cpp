@@ -13,6 +13,7 @@ namespace zorvane {
 
 WorkArea::WorkArea(const QString& close_name, QWidget* parent)
     : QWidget(parent),
+      close_name_(close_name),
       tabs_(new TabStrip(this)),
       strip_(new QWidget(this)),
       rooms_(new QStackedWidget(this)),
@@ -21,11 +22,9 @@ WorkArea::WorkArea(const QString& close_name, QWidget* parent)
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
-    close_ = new IconButton(QStringLiteral("close"), close_name, QString(), QString(), strip_);
     auto* line = new QHBoxLayout(strip_);
     line->setContentsMargins(measures::kWindowEdge, 0, measures::kSmall, 0);
     line->addWidget(tabs_, 1);
-    line->addWidget(close_);
     strip_->hide();
     rows->addWidget(strip_);
     rooms_->addWidget(stack_);
@@ -38,14 +37,27 @@ WorkArea::WorkArea(const QString& close_name, QWidget* parent)
                 chosen(*pages_[static_cast<std::size_t>(at)]);
         }
     });
-    connect(close_, &QToolButton::clicked, this, [this] {
-        if (close_wanted && Current() != nullptr)
-            close_wanted(*Current());
-    });
     connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
-        if (window != nullptr && window->widget() != nullptr && Free() && chosen)
+        if (window == nullptr || window->widget() == nullptr || !Free())
+            return;
+        if (chosen)
             chosen(*window->widget());
+        if (laid_out)
+            laid_out();
     });
+}
+
+void WorkArea::AddTab(QWidget& page) {
+    const int at = tabs_->addTab(QString());
+    tabs_->setTabData(at, QStringLiteral("compare"));
+    auto* close = new IconButton(QStringLiteral("close"), close_name_, QString(), QString(), tabs_);
+    close->setFixedSize(measures::kSmallestTarget, measures::kSmallestTarget);
+    close->setFocusPolicy(Qt::NoFocus);  // keys close by the command
+    connect(close, &QToolButton::clicked, this, [this, &page] {
+        if (close_wanted)
+            close_wanted(page);
+    });
+    tabs_->setTabButton(at, QTabBar::RightSide, close);
 }
 
 int WorkArea::PlaceOf(const QWidget* page) const {
@@ -57,7 +69,7 @@ void WorkArea::Add(QWidget& page) {
     pages_.push_back(&page);
     stack_->addWidget(&page);
     const QSignalBlocker silent(tabs_);
-    tabs_->addTab(QString());
+    AddTab(page);
     UpdateTabs();
 }
 
@@ -122,6 +134,7 @@ void WorkArea::LayOut(void (QMdiArea::*arrange)()) {
     if (!Free()) {
         QWidget* current = Current();
         rooms_->setCurrentWidget(area_);
+        area_->setBackground(palette().window());
         for (QWidget* page : pages_) {
             stack_->removeWidget(page);
             QMdiSubWindow* window = area_->addSubWindow(page);
@@ -135,6 +148,8 @@ void WorkArea::LayOut(void (QMdiArea::*arrange)()) {
     }
     (area_->*arrange)();
     UpdateTabs();
+    if (laid_out)
+        laid_out();
 }
 
 void WorkArea::BackToTabs() {
@@ -154,6 +169,14 @@ void WorkArea::BackToTabs() {
     if (current != nullptr)
         Show(*current);
     UpdateTabs();
+    if (laid_out)
+        laid_out();
+}
+
+void WorkArea::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        area_->setBackground(palette().window());
 }
 
 // A window that is made as large as the area gives way to tabs; its closing is its viewer's.

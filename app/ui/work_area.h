@@ -27,25 +27,30 @@ class WorkArea : public QWidget {
     const std::vector<QWidget*>& Pages() const { return pages_; }
     void ShowNext(int step);
 
+    /// The windows stand free, not in tabs.
+    bool Free() const { return rooms_->currentWidget() == area_; }
     void Cascade() { LayOut(&QMdiArea::cascadeSubWindows); }
     void Tile() { LayOut(&QMdiArea::tileSubWindows); }
 
     /// The person chose another page, or closed one.
     std::function<void(QWidget&)> chosen;
     std::function<void(QWidget&)> close_wanted;
+    /// The windows were laid out in another way, or another is in front.
+    std::function<void()> laid_out;
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void LayOut(void (QMdiArea::*arrange)());
     void BackToTabs();
-    bool Free() const { return rooms_->currentWidget() == area_; }
+    void AddTab(QWidget& page);
     int PlaceOf(const QWidget* page) const;
     void UpdateTabs();
 
+    QString close_name_;
     TabStrip* tabs_;
-    QToolButton* close_;
     QWidget* strip_;
     QStackedWidget* rooms_;
     QStackedWidget* stack_;

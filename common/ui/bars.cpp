@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "common/ui/cards.h"
+#include "common/ui/icons.h"
 #include "common/ui/look_paint.h"
 #include "common/ui/look_style.h"
 #include "common/ui/measures.h"
@@ -17,6 +18,7 @@ using namespace measures;
 
 namespace {
 
+constexpr int kWidestTab = 320;
 constexpr int kTabGap = 20;
 
 class HandleWithGrip : public QSplitterHandle {
@@ -168,8 +170,37 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
 
 QSize TabStrip::tabSizeHint(int index) const {
     const QFontMetrics heavy(Semibold(font()));
-    return {heavy.size(Qt::TextShowMnemonic, tabText(index)).width() + kColumnGap + kTiny,
-            kTabHeight};
+    const int words = heavy.size(Qt::TextShowMnemonic, tabText(index)).width();
+    if (tabData(index).isNull())
+        return {words + kColumnGap + kTiny, kTabHeight};
+    const QWidget* button = tabButton(index, QTabBar::RightSide);
+    const int beside = kIconSize + kSmall + (button == nullptr ? 0 : button->width() + kTiny);
+    return {std::min(kWidestTab, words + beside + kColumnGap), kTabHeight};
+}
+
+// Of a tab with an icon the words are cut where its close button begins.
+void TabStrip::PaintTabText(QPainter& painter, int index, const QRect& place) const {
+    const QString icon = tabData(index).toString();
+    if (icon.isEmpty()) {
+        painter.drawText(place, Qt::AlignCenter | Qt::TextShowMnemonic, tabText(index));
+        return;
+    }
+    const auto visual = [&](const QRect& part) {
+        return QStyle::visualRect(layoutDirection(), place, part);
+    };
+    PaintIcon(painter, icon,
+              visual({place.left(), place.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize}),
+              painter.pen().color());
+    const QWidget* button = tabButton(index, QTabBar::RightSide);
+    const int left = kIconSize + kSmall;
+    const int right = button == nullptr ? 0 : button->width() + kTiny;
+    const QRect words =
+        visual({place.left() + left, place.top(), place.width() - left - right, place.height()});
+    painter.drawText(words,
+                     static_cast<int>(Qt::AlignVCenter | Qt::TextShowMnemonic |
+                                      QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)),
+                     painter.fontMetrics().elidedText(tabText(index), Qt::ElideMiddle,
+                                                      words.width(), Qt::TextShowMnemonic));
 }
 
 void TabStrip::paintEvent(QPaintEvent*) {
@@ -185,7 +216,7 @@ void TabStrip::paintEvent(QPaintEvent*) {
         painter.setPen(tokens[!isTabEnabled(index) ? Token::Disabled
                               : current            ? Token::Text
                                                    : Token::Text2]);
-        painter.drawText(place, Qt::AlignCenter | Qt::TextShowMnemonic, tabText(index));
+        PaintTabText(painter, index, place);
         if (current)
             painter.fillRect(QRect(place.left(), place.bottom() - 1, place.width(), kFocusLine),
                              tokens[Token::Ink]);

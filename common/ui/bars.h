@@ -39,7 +39,8 @@ class ToolBar : public QFrame {
     std::vector<QWidget*> stops_;
 };
 
-/// Tabs whose current one is told by weight and a line of ink.
+/// Tabs whose current one is told by weight and a line of ink. A tab's data is the name of its
+/// icon; it may have a button at its right side.
 class TabStrip : public QTabBar {
     Q_OBJECT
   public:
@@ -49,6 +50,9 @@ class TabStrip : public QTabBar {
     QSize tabSizeHint(int index) const override;
     QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void PaintTabText(QPainter& painter, int index, const QRect& place) const;
 };
 
 /// Tabs of options that fold away as a whole; folded at first.

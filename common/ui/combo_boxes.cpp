@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QAbstractItemView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QPainter>
@@ -36,6 +37,19 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
     setMaxVisibleItems(12);
+}
+
+// Alt with Up or Down opens the list, whatever else these keys do in the window.
+bool ComboBox::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (key.modifiers().testFlag(Qt::AltModifier) &&
+            (key.key() == Qt::Key_Down || key.key() == Qt::Key_Up)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QComboBox::event(event);
 }
 
 void ComboBox::showPopup() {
@@ -112,7 +126,7 @@ void DifferenceBox::SetCurrent(int row) {
 }
 
 QString DifferenceBox::ShownText(const QFontMetrics& metrics, int width) const {
-    return metrics.elidedText(rows_.rowCount() == 0 ? none_ : currentText(), Qt::ElideRight, width);
+    return metrics.elidedText(currentIndex() < 0 ? none_ : currentText(), Qt::ElideRight, width);
 }
 
 ListRow DifferenceBox::ShownRow() const {

@@ -17,6 +17,7 @@ class ComboBox : public QComboBox {
     void showPopup() override;
 
   protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     /// What stands in the box while it is not edited.
     virtual QString ShownText(const QFontMetrics& metrics, int width) const;
@@ -29,7 +30,7 @@ class DifferenceBox : public ComboBox {
   public:
     explicit DifferenceBox(const QString& name, QWidget* parent = nullptr);
 
-    /// `none` stands in the box when there are no rows.
+    /// `none` stands in the box while no row is current.
     void SetRows(int count, RowModel::Provider provider, const QString& none);
     /// 0-based; -1: no row is current. Tells nobody.
     void SetCurrent(int row);

@@ -121,6 +121,7 @@ void CommandPalette::Lay() {
     setGeometry(parentWidget()->rect());
     panel_->adjustSize();
     panel_->move((width() - panel_->width()) / 2, kPaletteTop);
+    update();  // a smaller panel leaves its old shadow
 }
 
 void CommandPalette::RunCurrent() {

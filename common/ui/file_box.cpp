@@ -134,6 +134,7 @@ void FileBox::resizeEvent(QResizeEvent* event) {
 }
 
 void FileBox::paintEvent(QPaintEvent*) {
+    PlaceEditor();  // the box lays it out anew for reasons of its own
     QPainter painter(this);
     QStyleOptionComboBox option;
     initStyleOption(&option);

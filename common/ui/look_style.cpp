@@ -13,6 +13,7 @@
 #include "common/ui/icons.h"
 #include "common/ui/look_paint.h"
 #include "common/ui/look_style_menu.h"
+#include "common/ui/look_style_title.h"
 #include "common/ui/measures.h"
 
 namespace zorvane {
@@ -169,6 +170,10 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
             return kSmall;
         case PM_MenuPanelWidth:
             return 0;
+        case PM_TitleBarHeight:
+            return kTitleBarHeight;
+        case PM_MdiSubWindowFrameWidth:
+            return 3;
         case PM_SplitterWidth:
             return kSmall;
         case PM_ButtonShiftHorizontal:
@@ -245,6 +250,9 @@ QRect LookStyle::subControlRect(ComplexControl control, const QStyleOptionComple
         return visual(arrow.adjusted(0, all.height() / 2, -2, -2));
     if (control == CC_SpinBox && part == SC_SpinBoxEditField)
         return visual(all.adjusted(kFieldPadding, 2, -kArrowWidth, -2));
+    if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+        title != nullptr && control == CC_TitleBar)
+        return TitleBarPart(*title, part);
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
@@ -263,6 +271,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                      tokens_[Token::Hairline]);
             return;
         case PE_FrameMenu:
+            return;
+        case PE_FrameWindow:
+            PaintWindowFrame(*option, *painter);
             return;
         case PE_PanelLineEdit: {
             const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
@@ -300,6 +311,11 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
         combo != nullptr && control == CC_ComboBox) {
         PaintComboBox(*combo, *painter, widget);
+        return;
+    }
+    if (const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+        title != nullptr && control == CC_TitleBar) {
+        PaintTitleBar(*title, *painter);
         return;
     }
     if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);

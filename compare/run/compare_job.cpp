@@ -8,6 +8,7 @@
 #include "compare/difference_list.h"
 #include "compare/document/document_look_of.h"
 #include "compare/engine/compare_texts.h"
+#include "compare/kind_counts.h"
 #include "compare/run/view_builder.h"
 #include "compare/run_options.h"
 #include "load/file_kind.h"
@@ -118,6 +119,8 @@ class CompareJob {
         for (const Side side : {Side::Modified, Side::Original}) {
             loaded = loaded && (!Wants(side) || (watcher_.KeepGoing() && LoadSide(loader, side)));
             out_.tried[side] = unused[side].Count() > 0;
+            if (!loaded && !out_.unread)
+                out_.unread = side;
         }
         out_.memory = std::move(loader.Memory());
         return loaded && watcher_.KeepGoing();
@@ -198,6 +201,8 @@ class CompareJob {
         const Failure stopped{std::string(kCompareStopped)};
         CompareOptions asked = CompareOptionsOf(input_.options);
         asked.find_moves = input_.find_moves;
+        if (!input_.count_numbering)
+            LeaveNumberingOut(asked);
         for (const Side side : kBothSides) {
             Editor& editor = EditorOf(side).editor;
             out_.texts[side] =

@@ -81,6 +81,7 @@ struct CompareInput {
     View view = View::SideBySide;
     BuildViews views = BuildViews::Yes;
     bool find_moves = true;
+    bool count_numbering = true;                   ///< numbers in front of paragraphs take part
     bool presented = false;                        ///< see `PassContext::presented`
     CharFormat default_format;                     ///< of plain text
     ConversionService* service = nullptr;          ///< borrowed, of no other run meanwhile
@@ -91,7 +92,8 @@ struct CompareInput {
 struct CompareOutcome {
     RunEnd end = RunEnd::Failed;
     bool load_failed = false;
-    std::string detail;  ///< a last word for the detail panel
+    std::optional<Side> unread;  ///< the side whose load failed
+    std::string detail;          ///< a last word for the detail panel
 
     // What a load changes; there after a failed one too.
     PerSide<bool> tried{false, false};  ///< the load of that side was begun: its name is known

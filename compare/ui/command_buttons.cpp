@@ -4,13 +4,47 @@
 
 namespace zorvane {
 
+namespace {
+
+constexpr const char* kCommand = "command";
+constexpr const char* kElsewhere = "commandsElsewhere";
+
+// One set serves all windows, and follows the one in front; the others' buttons rest.
+bool IsElsewhere(const QWidget& widget) {
+    for (const QWidget* part = &widget; part != nullptr; part = part->parentWidget()) {
+        if (part->property(kElsewhere).toBool())
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+void SetCommandsElsewhere(QWidget& part, CommandSet& commands, bool elsewhere) {
+    part.setProperty(kElsewhere, elsewhere);
+    if (elsewhere)
+        return;
+    for (QAbstractButton* button : part.findChildren<QAbstractButton*>()) {
+        const QByteArray id = button->property(kCommand).toString().toUtf8();
+        const QAction* action = commands.Action({id.data(), static_cast<std::size_t>(id.size())});
+        if (action == nullptr)
+            continue;
+        button->setEnabled(action->isEnabled());
+        if (action->isCheckable())
+            button->setChecked(action->isChecked());
+    }
+}
+
 void LinkButton(QAbstractButton& button, CommandSet& commands, std::string_view id) {
     QAction* action = commands.Action(id);
     Q_ASSERT(action != nullptr);
     button.setCheckable(action->isCheckable());
+    button.setProperty(kCommand, QString::fromUtf8(id.data(), static_cast<qsizetype>(id.size())));
     const auto follow = [&button, action] {
         button.setToolTip(action->toolTip());
         button.setAccessibleDescription(action->statusTip());
+        if (IsElsewhere(button))
+            return;
         button.setEnabled(action->isEnabled());
         if (action->isCheckable())
             button.setChecked(action->isChecked());

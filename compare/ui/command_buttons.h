@@ -12,6 +12,9 @@ namespace zorvane {
 
 /// The button runs the command, and is greyed and pressed in as the command is.
 void LinkButton(QAbstractButton& button, CommandSet& commands, std::string_view id);
+/// The buttons of this part of the screen rest while the commands are those of another window;
+/// false brings them up to date.
+void SetCommandsElsewhere(QWidget& part, CommandSet& commands, bool elsewhere);
 /// With the name, key and tip of the command.
 IconButton* MakeCommandIcon(CommandSet& commands, std::string_view id, const char* icon,
                             QWidget* parent);

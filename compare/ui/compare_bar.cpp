@@ -7,9 +7,6 @@
 namespace zorvane {
 namespace {
 
-constexpr int kAllCaptions = 1150;
-constexpr int kNarrow = 900;
-constexpr int kNarrowest = 700;
 constexpr const char* kLayoutIds[] = {"view.both", "view.result", "view.editors"};
 constexpr const char* kLayoutIcons[] = {"layout-both", "layout-result", "layout-editors"};
 
@@ -88,14 +85,14 @@ void CompareBar::SetViewCaption(const QString& caption) {
     view_->SetCaption(caption);
 }
 
-void CompareBar::FitTo(int width) {
-    view_->SetCaptionShown(width >= kAllCaptions);
-    options_->SetCaptionShown(width >= kAllCaptions);
-    print_->setVisible(width >= kAllCaptions);
-    place_->setVisible(width >= kNarrow);
+void CompareBar::FitTo(const FoldPlan& plan) {
+    view_->SetCaptionShown(plan.captions);
+    options_->SetCaptionShown(plan.captions);
+    print_->setVisible(plan.captions);
+    place_->setVisible(plan.place);
     for (QWidget* widget : {static_cast<QWidget*>(first_), static_cast<QWidget*>(last_),
                             static_cast<QWidget*>(layouts_)})
-        widget->setVisible(width >= kNarrowest);
+        widget->setVisible(plan.steps_and_layouts);
 }
 
 }  // namespace zorvane

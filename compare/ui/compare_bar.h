@@ -4,6 +4,7 @@
 #include "common/ui/bars.h"
 #include "common/ui/combo_boxes.h"
 #include "common/ui/command_table.h"
+#include "compare/ui/fold_plan.h"
 
 namespace zorvane {
 
@@ -21,7 +22,7 @@ class CompareBar : public ToolBar {
     void SetLayout(int layout) { layouts_->SetCurrent(layout); }
     void SetStale(bool stale) { compare_->SetDot(stale); }
     /// What gives way where the window is narrow.
-    void FitTo(int width);
+    void FitTo(const FoldPlan& plan);
 
   private:
     UiText text_;

@@ -1,15 +1,15 @@
 #include "compare/ui/compare_files_page.h"
 
-#include <QMimeData>
+#include <utility>
+
 #include <QResizeEvent>
 #include <QStackedWidget>
-#include <QUrl>
 #include <QVBoxLayout>
 
 #include "common/ui/look_style.h"
+#include "common/ui/measures.h"
 #include "common/ui/progress_card.h"
 #include "compare/ui/theme_colors.h"
-#include "compare/view/spoken_difference.h"
 
 namespace zorvane {
 namespace {
@@ -18,16 +18,6 @@ constexpr int kStatusPanels = 5;
 constexpr int kFirstEditors = 250;  // heights of editors and result in a new window
 constexpr int kFirstResult = 430;
 constexpr double kWhole = 100;
-
-// Behind what the view's owner does already.
-template <class Event, class More>
-void Append(Event& event, More more) {
-    event = [first = std::move(event), more = std::move(more)](const auto&... arguments) {
-        if (first)
-            first(arguments...);
-        more(arguments...);
-    };
-}
 
 }  // namespace
 
@@ -96,32 +86,66 @@ QWidget* CompareFilesPage::MakeWork() {
     rows->addWidget(bar_);
     MakeOptions(work);
     rows->addWidget(options_);
-    files_ = new FileRow(commands_, text_, work);
+    room_ = new PanelRoom(work);
+    panel_ = new DifferencePanel(commands_, text_, room_);
+    room_->SetParts(MakeContent(), panel_);
+    room_->width_wanted = [this](int width) {
+        viewer_->Settings().view.PanelWidth = width;
+        room_->SetPanelWidth(width);
+    };
+    panel_->Beside().place_chosen = [this](Side side, ParagraphNumber paragraph) {
+        pane_->ShowParagraph(side, paragraph);
+        ShowPlaceInEditor(side, paragraph);
+    };
+    rows->addWidget(room_, 1);
+    return work;
+}
+
+QWidget* CompareFilesPage::MakeContent() {
+    auto* content = new QWidget(room_);
+    auto* rows = new QVBoxLayout(content);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    top_line_ = new QHBoxLayout;
+    top_line_->setSpacing(0);
+    files_ = new FileRow(commands_, text_, content);
     files_->path_chosen = [this](Side side, const QString& path) { TakeFile(side, path); };
     files_->files_dropped = [this](Side side, const QStringList& paths) { DropFiles(side, paths); };
-    rows->addWidget(files_);
-    splitter_ = new Splitter(Qt::Vertical, text_("Editors and result"), work);
+    files_->ratio_wanted = [this](double ratio) { SetRatio(ratio); };
+    top_line_->addWidget(files_, 1);
+    rows->addLayout(top_line_);
+    splitter_ = new Splitter(Qt::Vertical, text_("Editors and result"), content);
     ViewerEditors& texts = viewer_->Editors();
     editors_ = new EditorPair(texts.rtbOriginal.editor, texts.rtbModified.editor, splitter_);
+    editors_->ratio_wanted = [this](double ratio) { SetRatio(ratio); };
     splitter_->addWidget(editors_);
     splitter_->addWidget(MakeBelow());
     splitter_->setStretchFactor(1, 1);
     splitter_->setSizes({kFirstEditors, kFirstResult});
+    splitter_->installEventFilter(this);
     rows->addWidget(splitter_, 1);
-    return work;
+    return content;
 }
 
 QWidget* CompareFilesPage::MakeBelow() {
     below_ = new QWidget(splitter_);
-    auto* rows = new QVBoxLayout(below_);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
+    below_rows_ = new QVBoxLayout(below_);
+    below_rows_->setContentsMargins(0, 0, 0, 0);
+    below_rows_->setSpacing(0);
     head_ = new ResultHead(commands_, text_, below_);
     head_->filter_chosen = [this](ViewFilter filter) { viewer_->ShowFilter(filter); };
     head_->ignored_clicked = [this] { SetOptionsUnfolded(true); };
-    rows->addWidget(head_);
-    auto* line = new QHBoxLayout;
-    line->setSpacing(0);
+    below_rows_->addWidget(head_);
+    result_line_ = new MessageBar(below_);
+    below_rows_->addWidget(result_line_);
+    MakeResult();
+    below_rows_->addWidget(result_, 1);
+    progress_ = new ProgressCard(text_, result_);
+    connect(progress_, &ProgressCard::AbortClicked, this, [this] { viewer_->Abort(); });
+    return below_;
+}
+
+void CompareFilesPage::MakeResult() {
     result_ = new QStackedWidget(below_);
     pane_ = new ComparePane(shown_texts_.original, shown_texts_.modified, result_);
     result_->addWidget(pane_);
@@ -137,17 +161,8 @@ QWidget* CompareFilesPage::MakeBelow() {
         summaries_.push_back(view);
         result_->addWidget(view);
     }
-    line->addWidget(result_, 1);
-    panel_ = new DifferencePanel(commands_, text_, below_);
-    panel_->hide();
-    panel_->place_chosen = [this](Side side, ParagraphNumber paragraph) {
-        pane_->ShowParagraph(side, paragraph);
-    };
-    line->addWidget(panel_);
-    rows->addLayout(line, 1);
-    progress_ = new ProgressCard(text_, result_);
-    connect(progress_, &ProgressCard::AbortClicked, this, [this] { viewer_->Abort(); });
-    return below_;
+    verdict_ = new CardGround(result_);
+    result_->addWidget(verdict_);
 }
 
 void CompareFilesPage::MakeOptions(QWidget* parent) {
@@ -161,125 +176,6 @@ void CompareFilesPage::MakeOptions(QWidget* parent) {
     compare_options_->Binding().changed = [this] { OptionChanged(); };
     view_options_->Binding().changed = [this] { ApplyLook(); };
     connect(options_, &OptionArea::FoldWanted, this, [this] { SetOptionsUnfolded(false); });
-}
-
-void CompareFilesPage::ConnectEditors() {
-    ScrollLink& link = viewer_->Tools().Scrolls();
-    ViewerEditors& texts = viewer_->Editors();
-    for (const Side side : kBothSides) {
-        const bool original = side == Side::Original;
-        RichTextView& view = editors_->View(side);
-        RichDocument& document = original ? texts.rtbOriginal.editor : texts.rtbModified.editor;
-        const ShownEditor editor = original ? ShownEditor::Original : ShownEditor::Modified;
-        view.setAccessibleName(text_(original ? "Original" : "Modified"));
-        // The rows learn of an edit before the view's index does.
-        followers_[side] = std::make_unique<RowsFollower>(viewer_->Tools().EditorRows(), side,
-                                                          document, view.Page().Index());
-        document.RemoveObserver(view);
-        document.AddObserver(*followers_[side]);
-        document.AddObserver(view);
-        RichTextViewEvents& events = view.Events();
-        events.top_moved = [&link, editor](double) { link.OnLinkedEditorScrolled(editor); };
-        events.bar_used = [&link, editor](const ScrollMessage& message) {
-            link.HandleLinkedEditorMessage(message, editor);
-        };
-        events.pressed = [&link, editor] { link.OnPointerPressed(editor); };
-        events.caret_moved = [this, editor](std::int32_t, std::int32_t) {
-            viewer_->Tools().RefreshStatusBarItems(editor);
-        };
-        events.files_dropped = [this, side](const QMimeData& dropped) {
-            QStringList paths;
-            for (const QUrl& url : dropped.urls()) {
-                if (url.isLocalFile())
-                    paths.append(url.toLocalFile());
-            }
-            DropFiles(side, paths);
-            return !paths.isEmpty();
-        };
-    }
-    ForViews([this](RichTextView& view) {
-        Append(view.Events().focus_changed, [this, seen = &view](bool in) {
-            if (in)
-                last_focus_ = seen;
-            host_.commands_changed();
-        });
-        view.Events().context_menu = [this](QPoint place, CharPos) { ShowContextMenu(place); };
-    });
-}
-
-void CompareFilesPage::ConnectPane() {
-    ScrollLink& link = viewer_->Tools().Scrolls();
-    pane_->SetTexts(TextsOfPane());
-    pane_->copy_over = [this](std::int32_t record, Side from) { CopyOver(record, from); };
-    pane_->record_clicked = [this](std::int32_t record) { viewer_->SelectListItem(record); };
-    const std::pair<RichTextView*, ShownEditor> views[] = {
-        {&pane_->View(Side::Original), ShownEditor::OriginalDiffFinal},
-        {&pane_->View(Side::Modified), ShownEditor::ModifiedDiffFinal},
-        {&pane_->MergedView(), ShownEditor::AllInOneDiff}};
-    for (const auto& [view, number] : views) {
-        view->SetReadOnly(true);
-        RichTextViewEvents& events = view->Events();
-        const ShownEditor editor = number;
-        Append(events.top_moved, [&link, editor](double) { link.OnLinkedEditorScrolled(editor); });
-        Append(events.bar_used, [&link, editor](const ScrollMessage& message) {
-            link.HandleLinkedEditorMessage(message, editor);
-        });
-        Append(events.pressed, [&link, editor] { link.OnPointerPressed(editor); });
-        events.caret_moved = [this](std::int32_t row, std::int32_t column) {
-            ShowStatus(StatusPanel::Caret,
-                       FromQt(text_("Row") + QStringLiteral(": %1   ").arg(row) + text_("Column") +
-                              QStringLiteral(": %1").arg(column)));
-        };
-    }
-    pane_->View(Side::Original).setAccessibleName(text_("Result, original side"));
-    pane_->View(Side::Modified).setAccessibleName(text_("Result, modified side"));
-    pane_->MergedView().setAccessibleName(text_("Result, all in one"));
-}
-
-// Of a pair that the pane itself keeps opposite each other the link moves one; where the views go
-// free it has both. What is hidden scrolls with nothing.
-void CompareFilesPage::HookScrolls() {
-    ScrollLink& link = viewer_->Tools().Scrolls();
-    const bool one = pane_->AllInOne();
-    const auto hook = [&](ShownEditor editor, RichTextView& view, bool wanted) {
-        if (wanted)
-            link.Hook(editor, view);
-        else
-            link.Unhook(editor);
-    };
-    const bool free = !Look().KeepParagraphsOpposite;
-    hook(ShownEditor::Original, editors_->View(Side::Original), true);
-    hook(ShownEditor::Modified, editors_->View(Side::Modified), true);
-    hook(ShownEditor::OriginalDiffFinal, pane_->View(Side::Original), !one);
-    hook(ShownEditor::ModifiedDiffFinal, pane_->View(Side::Modified), !one && free);
-    hook(ShownEditor::AllInOneDiff, pane_->MergedView(), one);
-}
-
-PaneTexts CompareFilesPage::TextsOfPane() const {
-    const UiText text = text_;
-    PaneTexts texts;
-    texts.fold = [text](std::int32_t count) { return text("%1 unchanged paragraphs").arg(count); };
-    texts.only_in = [text](Side only, std::int32_t count) {
-        const QString words =
-            text(only == Side::Original ? "only in Original" : "only in Modified");
-        return count < 2 ? words : words + QStringLiteral(", ") + text("%1 paragraphs").arg(count);
-    };
-    texts.moved_to = [text](std::int32_t paragraph) {
-        return text("moved to paragraph %1").arg(paragraph);
-    };
-    texts.copy = [text](std::int32_t record, Side from) {
-        return text(from == Side::Original ? "Copy difference %1 to Modified"
-                                           : "Copy difference %1 to Original")
-            .arg(record + 1);
-    };
-    texts.difference = [this, text](std::int32_t record) {
-        const Comparison* shown = viewer_ == nullptr ? nullptr : viewer_->ShownComparison();
-        if (shown == nullptr)
-            return QString();
-        return ToQt(SpokenDifference(
-            *shown, record, [text](std::string_view english) { return FromQt(text(english)); }));
-    };
-    return texts;
 }
 
 void CompareFilesPage::ForViews(const std::function<void(RichTextView&)>& act) {
@@ -322,6 +218,13 @@ void CompareFilesPage::ReadSettings() {
     settings_read_ = true;
     const CompareFilesView& view = Look();
     viewer_->LookForMoves(view.CountMoves);
+    viewer_->CountNumbering(view.CountNumbering);
+    viewer_->BeginWith(view.AllInOne ? zorvane::View::AllInOne : zorvane::View::SideBySide);
+    pane_->SetFoldRule({.context_above = view.FoldKeepParagraphs,
+                        .context_below = view.FoldKeepParagraphs,
+                        .least = view.FoldFromParagraphs});
+    room_->SetPanelWidth(view.PanelWidth);
+    SetRatio(view.RatioColumns);
     compare_options_->Binding().Show();
     report_options_->Binding().Show();
     view_options_->Binding().Show();
@@ -329,8 +232,7 @@ void CompareFilesPage::ReadSettings() {
     options_->SetUnfolded(view.OptionsUnfolded);
     const double ratio = viewer_->Settings().dRatioTopEditor;
     if (ratio > 0 && ratio < 1)
-        splitter_->setSizes(
-            {static_cast<int>(ratio * kWhole), static_cast<int>((1 - ratio) * kWhole)});
+        editors_share_ = ratio;
     ApplyLook();
     ApplyColors();
     ShowFiles();
@@ -346,7 +248,9 @@ void CompareFilesPage::WriteSettings() {
     view.AllInOne = pane_->AllInOne();
     const QList<int> sizes = splitter_->sizes();
     const double all = sizes.value(0) + sizes.value(1);
-    if (view.Layout == PaneLayout::EditorsAndResult && sizes.value(0) > 0 && sizes.value(1) > 0)
+    // What was never shown has no sizes yet.
+    if (editors_share_ == 0 && LayoutNow() == PaneLayout::EditorsAndResult && sizes.value(0) > 0 &&
+        sizes.value(1) > 0)
         viewer_->Settings().dRatioTopEditor = sizes.value(0) / all;
 }
 
@@ -367,22 +271,65 @@ void CompareFilesPage::ApplyLook() {
     }
     pane_->MergedView().SetLineLength(view.LineLength);
     pane_->SetAligned(view.KeepParagraphsOpposite);
-    pane_->SetFolded(view.FoldUnchanged);
+    if (std::exchange(folded_, view.FoldUnchanged) != view.FoldUnchanged)
+        pane_->SetFolded(view.FoldUnchanged);
     viewer_->Tools().AlignParagraphs(view.KeepParagraphsOpposite);
-    editors_->setVisible(view.Layout != PaneLayout::Result);
-    below_->setVisible(view.Layout != PaneLayout::Editors);
-    panel_->setVisible(view.PanelOpen);
-    bar_->SetLayout(static_cast<int>(view.Layout));
+    room_->SetPanelShown(view.PanelOpen);
+    ApplyPlan();
     HookScrolls();
     host_.commands_changed();
+}
+
+PaneLayout CompareFilesPage::LayoutNow() const {
+    const PaneLayout chosen = Look().Layout;
+    const bool short_of_room = !plan_.editors && !editors_wanted_;
+    return chosen == PaneLayout::EditorsAndResult && short_of_room ? PaneLayout::Result : chosen;
+}
+
+// What the person chose stays chosen; it comes back with the room.
+void CompareFilesPage::ApplyPlan() {
+    plan_ = PlanFor(width(), height() + measures::kMenuBarHeight, options_->IsUnfolded());
+    editors_wanted_ = editors_wanted_ && !plan_.editors;
+    const PaneLayout layout = LayoutNow();
+    editors_->setVisible(layout != PaneLayout::Result);
+    below_->setVisible(layout != PaneLayout::Editors);
+    bar_->SetLayout(static_cast<int>(layout));
+    bar_->FitTo(plan_);
+    head_->FitTo(plan_);
+    room_->SetBeside(plan_.panel_beside);
+    if (plan_.head_own_line == (below_rows_->indexOf(head_) >= 0))
+        return;
+    if (plan_.head_own_line) {
+        top_line_->removeWidget(head_);
+        below_rows_->insertWidget(0, head_);
+    } else {
+        below_rows_->removeWidget(head_);
+        top_line_->addWidget(head_);
+    }
+    head_->show();
+}
+
+// Of both, once there is a height to be shared.
+void CompareFilesPage::ShareHeight() {
+    if (editors_share_ == 0 || !editors_->isVisible() || !below_->isVisible())
+        return;
+    const double all = splitter_->height();
+    const double share = std::exchange(editors_share_, 0);
+    splitter_->setSizes({static_cast<int>(share * all), static_cast<int>((1 - share) * all)});
+}
+
+void CompareFilesPage::SetRatio(double ratio) {
+    viewer_->Settings().view.RatioColumns = ratio;
+    files_->SetRatio(ratio);
+    editors_->SetRatio(ratio);
+    pane_->SetRatio(ratio);
 }
 
 void CompareFilesPage::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (viewer_ == nullptr)
         return;
-    bar_->FitTo(width());
-    head_->FitTo(width());
+    ApplyPlan();
 }
 
 }  // namespace zorvane

@@ -3,7 +3,9 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 
+#include <QPointer>
 #include <QWidget>
 
 #include "common/ui/bars.h"
@@ -16,17 +18,23 @@
 #include "compare/ui/difference_panel.h"
 #include "compare/ui/editor_pair.h"
 #include "compare/ui/file_row.h"
+#include "compare/ui/fold_plan.h"
 #include "compare/ui/option_pages.h"
+#include "compare/ui/panel_room.h"
 #include "compare/ui/result_head.h"
 #include "compare/ui/start_page.h"
 #include "compare/view/rows_follower.h"
 #include "compare/viewer_window.h"
 #include "load/file_type_options.h"
 
+class QHBoxLayout;
+class QPrinter;
 class QStackedWidget;
+class QVBoxLayout;
 
 namespace zorvane {
 
+class DropShade;
 class ProgressCard;
 
 /// What a page asks of the frame around it.
@@ -96,6 +104,9 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     void CountKind(clsVarBoolean& ignored);
     void CountMoves();
     void CountFormatting();
+    void CountNumbering();
+    /// Counts every kind that is left out, and compares.
+    void CountAllKinds();
     void OpenFind(bool replace);
     void FindAgain(bool forward);
     void CopyOver(std::int32_t record, Side from);
@@ -107,9 +118,17 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     RichTextView* FocusedView() const;
     bool IsEditor(const RichTextView* view) const;
     const CompareFilesView& Look() const { return viewer_->Settings().view; }
+    /// What is chosen, as far as there is room for it.
+    PaneLayout LayoutNow() const;
     ComparePane& Pane() { return *pane_; }
     EditorPair& Editors() { return *editors_; }
     CompareBar& Bar() { return *bar_; }
+    ResultHead& Head() { return *head_; }
+    DifferencePanel& Panel() { return *panel_; }
+    FileRow& Files() { return *files_; }
+    /// In place of the result: a verdict, or why there is none; nothing while there is a result.
+    Card* ShownCard() const { return verdict_->Shown(); }
+    MessageBar& ResultLine() { return *result_line_; }
     bool ShowsStart() const;
 
     // ---- the viewer's verbs (compare_page_verbs.cpp) ----
@@ -139,26 +158,35 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     void CheckAlignParagraphs(bool on) override;
     std::int32_t AskDifferenceNumber(std::int32_t current, std::int32_t count) override;
     void ShowFindReplace(frmCompareFilesFindReplace& find) override;
+    bool ShowUnreadable(Side side, const std::vector<std::string>& reasons) override;
+    bool ShowFileNews(const FileNotice& notice) override;
 
     // ---- files (compare_page_files.cpp) ----
     std::int32_t Choose(const WindowQuestion& question) override;
     std::string PickFile(FileQuestion& question) override;
     std::unique_ptr<PagePainter> PickPrinter(PrintQuestion& question) override;
-    std::string DefaultPrinter() override { return {}; }
+    std::string DefaultPrinter() override;
     void SetDefaultPrinter(const std::string&) override {}
     void RefreshMargins() override;
     void RefreshFileList(Side side) override;
     void RefreshCaption() override;
     void SaveAs();
     void Print();
+    void PrintPreview();
+    /// The focused text on a printer that is ready, without a dialog.
+    void PrintOn(QPrinter& paper);
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
     QWidget* MakeWork();
+    QWidget* MakeContent();
     QWidget* MakeBelow();
+    void MakeResult();
     void MakeOptions(QWidget* parent);
     void ConnectEditors();
     void ConnectPane();
@@ -173,10 +201,24 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     void ShowResultTexts();
     void ShowCounts();
     void ShowIgnored();
+    void ShowVerdict();
+    void RestoreFocus();
+    void CompareAgain();
+    QStringList NotCompared() const;
+    QStringList KindsOut() const;
+    /// What gives way in the room that there is.
+    void ApplyPlan();
+    void ShareHeight();
+    void SetRatio(double ratio);
+    void ForgetNews();
+    MessageBar& LineOf(Side side);
+    void TellChanged(Side side, const FileNotice& notice);
+    void TellGone(Side side, const FileNotice& notice);
+    QPushButton* MakeStep(const char* words, std::function<void()> step);
     void FillList(const DifferenceList& list);
     void SelectByRows(Side side);
+    void ShowPlaceInEditor(Side side, ParagraphNumber paragraph);
     void MarkHits();
-    void ShowContextMenu(QPoint place);
     template <class Shown>
     bool EditOptions();
     template <class Shown>
@@ -184,8 +226,13 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     bool TextOptions();
     bool SheetOptions();
     void TellNotFresh();
+    void ShowTextMenu(RichTextView& view, QPoint place, CharPos at);
+    void ShowMenu(std::span<const char* const> ids, QPoint place);
+    void ConnectDrops();
     /// Tells the viewer which text the person works in.
     void TellActiveEditor();
+    QString PdfName() const;
+    void SavePdf();
     PaneTexts TextsOfPane() const;
     void ForViews(const std::function<void(RichTextView&)>& act);
     RichTextView* ViewOf(ShownEditor editor) const;
@@ -203,22 +250,36 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     CompareOptionsPage* compare_options_ = nullptr;
     ReportOptionsPage* report_options_ = nullptr;
     ViewOptionsPage* view_options_ = nullptr;
+    PanelRoom* room_ = nullptr;
+    QHBoxLayout* top_line_ = nullptr;  ///< files, and where room is short the result's head
+    QVBoxLayout* below_rows_ = nullptr;
     FileRow* files_ = nullptr;
     Splitter* splitter_ = nullptr;
     EditorPair* editors_ = nullptr;
     QWidget* below_ = nullptr;
     ResultHead* head_ = nullptr;
+    MessageBar* result_line_ = nullptr;
+    CardGround* verdict_ = nullptr;
     QStackedWidget* result_ = nullptr;
     ComparePane* pane_ = nullptr;
     std::vector<RichTextView*> summaries_;  ///< additions, deletions, changes
     DifferencePanel* panel_ = nullptr;
     ProgressCard* progress_ = nullptr;
     StatusBar* status_ = nullptr;
+    DropShade* shade_ = nullptr;
+    QPrinter* paper_ = nullptr;  ///< while it is printed on without a dialog
     PerSide<std::unique_ptr<RowsFollower>> followers_;
     std::unique_ptr<FindReplaceDialog> find_;
     RichTextView* last_focus_ = nullptr;
+    QPointer<QWidget> focus_after_;  ///< of the run under way
     RichTextView* finding_in_ = nullptr;
     ViewFilter filter_ = ViewFilter::All;
+    FoldPlan plan_;
+    KindCounts kinds_;
+    std::vector<std::string> missing_;  ///< what a run told of files that are not there
+    double editors_share_ = 0;          ///< of the height, until there is one; 0: it has been given
+    bool folded_ = false;               ///< as the pane has it
+    bool editors_wanted_ = false;       ///< though the room is short
     bool settings_read_ = false;
     bool told_stale_ = false;
     bool started_ = false;  ///< a person chose to work, so the start page is over

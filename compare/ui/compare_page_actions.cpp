@@ -4,12 +4,10 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QStackedWidget>
 
 #include "common/base/text_encoding.h"
 #include "common/ui/qt_text.h"
-#include "compare/document/memory_editor.h"
 #include "compare/ui/compare_files_page.h"
 #include "compare/view/copy_over.h"
 #include "compare/view/spoken_difference.h"
@@ -161,6 +159,30 @@ void CompareFilesPage::CountKind(clsVarBoolean& ignored) {
     ignored.SetData(!ignored.Data());
     compare_options_->Binding().Show();
     OptionChanged();
+    CompareAgain();
+}
+
+void CompareFilesPage::CountNumbering() {
+    bool& numbering = viewer_->Settings().view.CountNumbering;
+    numbering = !numbering;
+    viewer_->CountNumbering(numbering);
+    CompareAgain();
+}
+
+void CompareFilesPage::CountAllKinds() {
+    viewer_->Options().bIgnoreCase.SetData(false);
+    viewer_->Options().bIgnoreWhitespace.SetData(false);
+    viewer_->Settings().view.CountNumbering = true;
+    viewer_->CountNumbering(true);
+    compare_options_->Binding().Show();
+    OptionChanged();
+    CompareAgain();
+}
+
+// What the editors hold, without loading.
+void CompareFilesPage::CompareAgain() {
+    ShowIgnored();
+    host_.commands_changed();
     if (viewer_->ShownComparison() != nullptr)
         viewer_->RunCompare(false);
 }
@@ -169,8 +191,7 @@ void CompareFilesPage::CountMoves() {
     bool& moves = viewer_->Settings().view.CountMoves;
     moves = !moves;
     viewer_->LookForMoves(moves);
-    if (viewer_->ShownComparison() != nullptr)
-        viewer_->RunCompare(false);
+    CompareAgain();
 }
 
 void CompareFilesPage::CountFormatting() {
@@ -207,6 +228,7 @@ void CompareFilesPage::CompareSelected() {
 void CompareFilesPage::SetLayout(PaneLayout layout) {
     started_ = true;
     viewer_->Settings().view.Layout = layout;
+    editors_wanted_ = layout == PaneLayout::EditorsAndResult;  // by hand, whatever the room
     ShowRoom();
     ApplyLook();
 }
@@ -218,6 +240,7 @@ void CompareFilesPage::SetZoom(int percent) {
 
 void CompareFilesPage::SetFolded(bool folded) {
     viewer_->Settings().view.FoldUnchanged = folded;
+    folded_ = folded;
     pane_->SetFolded(folded);
     host_.commands_changed();
 }
@@ -234,7 +257,7 @@ void CompareFilesPage::SetWrap(bool wrap) {
 
 void CompareFilesPage::SetPanel(bool open) {
     viewer_->Settings().view.PanelOpen = open;
-    panel_->setVisible(open);
+    room_->SetPanelShown(open);
     host_.commands_changed();
 }
 
@@ -243,65 +266,11 @@ void CompareFilesPage::SetOptionsUnfolded(bool unfolded) {
     compare_options_->Binding().Show();
     view_options_->Binding().Show();
     options_->SetUnfolded(unfolded);
+    ApplyPlan();
     host_.commands_changed();
 }
 
-// ---- find ----
-
-RichTextView* CompareFilesPage::FocusedView() const {
-    if (last_focus_ != nullptr && last_focus_->isVisible())
-        return last_focus_;
-    RichTextView* original = &editors_->View(Side::Original);
-    if (original->isVisible())
-        return original;
-    return pane_->AllInOne() ? &pane_->MergedView() : &pane_->View(Side::Original);
-}
-
-bool CompareFilesPage::IsEditor(const RichTextView* view) const {
-    return view == &editors_->View(Side::Original) || view == &editors_->View(Side::Modified);
-}
-
-void CompareFilesPage::OpenFind(bool replace) {
-    finding_in_ = FocusedView();
-    frmCompareFilesFindReplace& find = viewer_->Tools().FindReplace();
-    find.Open(finding_in_->Document());
-    ShowFindReplace(find);
-    find_->Show(finding_in_->IsReadOnly(), replace);
-}
-
-void CompareFilesPage::FindAgain(bool forward) {
-    frmCompareFilesFindReplace& find = viewer_->Tools().FindReplace();
-    if (find.Text1.empty()) {
-        OpenFind(false);
-        return;
-    }
-    if (!find.IsOpen() || finding_in_ != FocusedView()) {
-        finding_in_ = FocusedView();
-        find.Open(finding_in_->Document());
-    }
-    if (forward ? find.Command1_Click() : find.FindPrevious())
-        finding_in_->EnsureCaretVisible();
-}
-
-// All hits in sight, and the selected one in a colour of its own, while the dialog is open.
-void CompareFilesPage::MarkHits() {
-    if (finding_in_ == nullptr || viewer_ == nullptr)
-        return;
-    const frmCompareFilesFindReplace& find = viewer_->Tools().FindReplace();
-    if (!find.IsOpen() || find.Text1.empty()) {
-        finding_in_->SetFinder({}, {CharPos{0}, -1});
-        return;
-    }
-    const SearchRules rules{NormalizeBreaks(FromQt16(ToQt(find.Text1))), find.Check1, find.Check2};
-    finding_in_->SetFinder(
-        [rules](std::u16string_view block) {
-            MemoryEditor words;
-            words.SetText(block);
-            return TextSearch(rules).All(words);
-        },
-        finding_in_->Document().Selection());
-    finding_in_->EnsureCaretVisible();
-}
+// ---- the focus ----
 
 void CompareFilesPage::FocusList() {
     bar_->List().setFocus(Qt::ShortcutFocusReason);
@@ -309,14 +278,16 @@ void CompareFilesPage::FocusList() {
 }
 
 void CompareFilesPage::MoveFocus(bool forward) {
+    // In the order of the eye; each part is entered where it is used first.
     std::vector<QWidget*> panes;
     for (QWidget* pane :
-         {static_cast<QWidget*>(&files_->Box(Side::Original)),
+         {static_cast<QWidget*>(&bar_->List()), static_cast<QWidget*>(&options_->Tabs()),
+          static_cast<QWidget*>(&files_->Box(Side::Original)),
           static_cast<QWidget*>(&editors_->View(Side::Original)),
-          static_cast<QWidget*>(&editors_->View(Side::Modified)),
+          static_cast<QWidget*>(&editors_->View(Side::Modified)), head_->FirstStop(),
           static_cast<QWidget*>(&pane_->View(Side::Original)),
           static_cast<QWidget*>(&pane_->View(Side::Modified)),
-          static_cast<QWidget*>(&pane_->MergedView()), static_cast<QWidget*>(&bar_->List())}) {
+          static_cast<QWidget*>(&pane_->MergedView()), panel_->FirstStop()}) {
         if (pane->isVisible() && pane->isEnabled())
             panes.push_back(pane);
     }
@@ -343,21 +314,6 @@ void CompareFilesPage::ReadAloud() {
     QAccessibleEvent alert(status_, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
     ShowStatus(StatusPanel::Main, words.substr(0, words.find('\n')));
-}
-
-void CompareFilesPage::ShowContextMenu(QPoint place) {
-    QMenu menu(this);
-    theme_.Dress(menu);
-    commands_.Refresh();
-    for (const char* id : {"edit.undo", "edit.redo", "", "edit.cut", "edit.copy", "edit.paste",
-                           "edit.select_all", "", "edit.find", "compare.copy_to_modified",
-                           "compare.copy_to_original", "compare.selected"}) {
-        if (*id == '\0')
-            menu.addSeparator();
-        else
-            menu.addAction(commands_.Action(id));
-    }
-    menu.exec(place);
 }
 
 // Esc, the first that applies: stop a run, fold the options, back to the text.

@@ -95,6 +95,8 @@ void BindFiles(Binder& binder) {
     binder.Bind(
         "file.print", [](Page& page) { page.Print(); }, Unless(ViewerCommand::Save));
     binder.Bind(
+        "file.print_preview", [](Page& page) { page.PrintPreview(); }, Unless(ViewerCommand::Save));
+    binder.Bind(
         "report.make", [](Page& page) { page.Viewer()->cmdViewReport(); },
         Unless(ViewerCommand::Report, true));
 }
@@ -150,7 +152,7 @@ void BindViews(Binder& binder) {
     const auto layout = [&](const char* id, PaneLayout wanted) {
         binder.Bind(
             id, [wanted](Page& page) { page.SetLayout(wanted); }, {},
-            [wanted](Page& page) { return page.Look().Layout == wanted; });
+            [wanted](Page& page) { return page.LayoutNow() == wanted; });
     };
     layout("view.both", PaneLayout::EditorsAndResult);
     layout("view.result", PaneLayout::Result);
@@ -239,6 +241,9 @@ void BindCompare(Binder& binder) {
     binder.Bind(
         "compare.count_moves", [](Page& page) { page.CountMoves(); },
         Unless(ViewerCommand::Refresh), [](Page& page) { return page.Look().CountMoves; });
+    binder.Bind(
+        "compare.count_numbering", [](Page& page) { page.CountNumbering(); },
+        Unless(ViewerCommand::Refresh), [](Page& page) { return page.Look().CountNumbering; });
     binder.Bind("compare.defaults", [](Page& page) { page.RestoreDefaults(); });
 }
 

@@ -1,16 +1,25 @@
 // Saving, printing, and questions about files, for a Compare Files viewer.
 #include <QPrintDialog>
+#include <QPrinterInfo>
+#include <QStandardPaths>
 
 #include "common/ui/file_dialogs.h"
 #include "common/ui/qt_text.h"
 #include "common/ui/question.h"
 #include "compare/ui/compare_files_page.h"
+#include "compare/ui/print_preview.h"
 #include "compare/ui/printer_painter.h"
 
 namespace zorvane {
 namespace {
 
 constexpr double kTwipsPerPoint = 20;
+
+void TellPaper(const QPrinter& printer, PrintQuestion& question) {
+    const QSizeF paper = printer.pageLayout().fullRect(QPageLayout::Point).size();
+    question.paper_width = paper.width() * kTwipsPerPoint;
+    question.paper_height = paper.height() * kTwipsPerPoint;
+}
 
 }  // namespace
 
@@ -36,21 +45,86 @@ std::string CompareFilesPage::PickFile(FileQuestion& question) {
     return FromQt(path);
 }
 
+// A preview, or a file that was named already, needs no dialog; both show the whole text.
 std::unique_ptr<PagePainter> CompareFilesPage::PickPrinter(PrintQuestion& question) {
+    if (paper_ != nullptr) {
+        question.range = PrintRange::Whole;
+        TellPaper(*paper_, question);
+        return std::make_unique<PrinterPainter>(*paper_);
+    }
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    if (QPrinterInfo::availablePrinterNames().isEmpty())
+        printer->setOutputFileName(PdfName());
+    printer->setDocName(Caption());
     QPrintDialog dialog(printer.get(), this);
     dialog.setWindowTitle(ToQt(question.title));
     dialog.setOption(QAbstractPrintDialog::PrintSelection, question.has_selection);
     if (question.has_selection)
         dialog.setPrintRange(QAbstractPrintDialog::Selection);
+    theme_.Dress(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return nullptr;
     question.range = dialog.printRange() == QAbstractPrintDialog::Selection ? PrintRange::Selection
                                                                             : PrintRange::Whole;
-    const QSizeF paper = printer->pageLayout().fullRect(QPageLayout::Point).size();
-    question.paper_width = paper.width() * kTwipsPerPoint;
-    question.paper_height = paper.height() * kTwipsPerPoint;
+    TellPaper(*printer, question);
     return std::make_unique<PrinterPainter>(std::move(printer));
+}
+
+std::string CompareFilesPage::DefaultPrinter() {
+    return FromQt(QPrinterInfo::defaultPrinterName());
+}
+
+// Beside the user's documents, named after what is printed.
+QString CompareFilesPage::PdfName() const {
+    QString name = Caption();
+    name.replace(u'/', u'-');
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u'/' + name +
+           QStringLiteral(".pdf");
+}
+
+void CompareFilesPage::PrintPreview() {
+    TellActiveEditor();
+    QPrinter printer(QPrinter::HighResolution);
+    PreviewSteps steps;
+    bool print = false;
+    bool save = false;
+    PrintPreviewDialog* shown = nullptr;
+    steps.paint = [this](QPrinter& paper) { PrintOn(paper); };
+    steps.print = [&] {
+        print = true;
+        shown->accept();
+    };
+    steps.save_pdf = [&] {
+        save = true;
+        shown->accept();
+    };
+    PrintPreviewDialog dialog(text_, steps, printer, this);
+    shown = &dialog;
+    theme_.Dress(dialog);
+    if (dialog.exec() != QDialog::Accepted || viewer_ == nullptr)
+        return;
+    if (print)
+        viewer_->PrintActiveEditor();
+    else if (save)
+        SavePdf();
+}
+
+void CompareFilesPage::SavePdf() {
+    const QString file = QFileDialog::getSaveFileName(this, text_("Save as PDF"), PdfName(),
+                                                      QStringLiteral("PDF (*.pdf)"));
+    if (file.isEmpty() || viewer_ == nullptr)
+        return;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(file);
+    printer.setDocName(Caption());
+    PrintOn(printer);
+}
+
+void CompareFilesPage::PrintOn(QPrinter& paper) {
+    paper_ = &paper;
+    viewer_->PrintActiveEditor();
+    paper_ = nullptr;
 }
 
 void CompareFilesPage::RefreshMargins() {

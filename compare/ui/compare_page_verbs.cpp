@@ -12,25 +12,6 @@ namespace {
 
 constexpr double kPercent = 100;
 
-struct KindLook {
-    const char* icon;
-    Token color;
-};
-KindLook LookOf(MarkKind kind) {
-    switch (kind) {
-        case MarkKind::Deleted:
-            return {"deleted", Token::DeletedText};
-        case MarkKind::Added:
-            return {"added", Token::AddedText};
-        case MarkKind::Moved:
-            return {"moved", Token::MovedText};
-        case MarkKind::Changed:
-        case MarkKind::None:
-            break;
-    }
-    return {"changed", Token::ChangedText};
-}
-
 }  // namespace
 
 // ---- questions ----
@@ -44,6 +25,12 @@ bool CompareFilesPage::AskYesNo(const std::string& text, const std::string& titl
 }
 
 void CompareFilesPage::ShowMessage(const std::string& text, const std::string& title) {
+    // A file that is not there is told of in its pane, when the run has ended.
+    if (viewer_ != nullptr && viewer_->Busy() &&
+        text.starts_with(FromQt(text_("File does not exist")))) {
+        missing_.push_back(text);
+        return;
+    }
     Tell(ToQt(title), ToQt(text), text_("OK"), this);
 }
 
@@ -52,8 +39,10 @@ std::string CompareFilesPage::BrowseFor(Side side) {
         this, text_(side == Side::Original ? "Open Original" : "Open Modified")));
 }
 
+// Pages of a preview are made inside a paint, which must not begin again.
 void CompareFilesPage::PumpEvents() {
-    QCoreApplication::processEvents();
+    if (paper_ == nullptr)
+        QCoreApplication::processEvents();
 }
 
 void CompareFilesPage::SetHourglass(bool on) {
@@ -93,6 +82,10 @@ void CompareFilesPage::CloseDialogs() {
 void CompareFilesPage::ShowStatus(StatusPanel panel, const std::string& text) {
     if (rooms_ == nullptr)
         return;
+    // Before the first result nothing is old.
+    if (panel == StatusPanel::Main && viewer_->ShownComparison() == nullptr && !viewer_->Busy() &&
+        ToQt(text) == text_("Diff View not fresh"))
+        return;
     status_->SetPanel(static_cast<int>(panel), ToQt(text));
 }
 
@@ -108,7 +101,13 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         return;
     waiting_ = shown;
     if (shown) {
+        const bool words = last_focus_ != nullptr && last_focus_->isVisible();
+        const bool other = !isAncestorOf(QApplication::focusWidget()) ||
+                           qobject_cast<QPushButton*>(QApplication::focusWidget()) != nullptr;
+        focus_after_ = !other ? QApplication::focusWidget() : words ? last_focus_ : nullptr;
         started_ = true;
+        missing_.clear();
+        ForgetNews();
         ShowRoom();
         progress_->Begin(text_("Comparing the documents"));
     } else {
@@ -117,10 +116,23 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         compare_options_->Binding().Show();
         if (editors_->View(Side::Original).Wrap() != viewer_->Settings().mnuWordWrap)
             ApplyLook();
+        ShowStatus(StatusPanel::Main, "");  // no longer how far it is
         ShowFiles();
         ShowRoom();
+        RestoreFocus();
     }
     host_.commands_changed();
+}
+
+// A button that was greyed for the run has lost it; nothing else has.
+void CompareFilesPage::RestoreFocus() {
+    if (!isActiveWindow() || !isVisible())
+        return;
+    QWidget* wanted = focus_after_;
+    if (wanted == nullptr || !wanted->isVisible() || !wanted->isEnabled())
+        wanted = FocusedView();
+    if (wanted->isVisible())
+        wanted->setFocus();
 }
 
 void CompareFilesPage::Tick() {
@@ -129,6 +141,9 @@ void CompareFilesPage::Tick() {
     if (viewer_->Busy() && waiting_)
         progress_->SetProgress(kPercent * viewer_->RunShare(),
                                status_->Panel(static_cast<int>(StatusPanel::Main)));
+    viewer_->CheckFilesOnDisk();
+    if (viewer_ == nullptr)
+        return;
     const bool stale =
         viewer_->ShownComparison() != nullptr && !viewer_->Busy() && viewer_->IsStale();
     if (stale == told_stale_)
@@ -147,78 +162,6 @@ void CompareFilesPage::FlashFrame() {
 void CompareFilesPage::Activate() {
     ReadSettings();
     host_.bring_to_front(*this);
-}
-
-// ---- the result ----
-
-void CompareFilesPage::SetDifferenceList(const DifferenceList& list) {
-    if (rooms_ == nullptr)
-        return;
-    ShowResultTexts();
-    FillList(list);
-    ShowCounts();
-    ShowIgnored();
-    host_.commands_changed();
-}
-
-// The comparison is the viewer's and stays as long as this list does.
-void CompareFilesPage::ShowResultTexts() {
-    const Comparison* shown = viewer_->ShownComparison();
-    pane_->SetComparison(nullptr);
-    const ViewerEditors& texts = viewer_->Editors();
-    for (const Side side : kBothSides) {
-        const SharedText& text = viewer_->ComparedText(side);
-        const ShownDocument& marked =
-            side == Side::Original ? texts.rtbOriginalDiffFinal : texts.rtbModifiedDiffFinal;
-        shown_texts_[side].SetDefaultFormat(marked.editor.DefaultFormat());
-        const bool whole = text != nullptr && !viewer_->HasEarlyList();
-        shown_texts_[side].SetRich(whole ? *text : marked.editor.Rich());
-    }
-    if (shown != nullptr)
-        pane_->SetComparison(std::shared_ptr<const Comparison>(std::shared_ptr<void>(), shown));
-    told_stale_ = false;
-    bar_->SetStale(false);
-}
-
-void CompareFilesPage::FillList(const DifferenceList& list) {
-    const auto row = [this, &list](int at) {
-        ListRow line{.text = ToQt(list.Line(at))};
-        const Comparison* shown = viewer_ == nullptr ? nullptr : viewer_->ShownComparison();
-        if (shown != nullptr && at < static_cast<int>(shown->records.size())) {
-            const KindLook look = LookOf(MarkKindOf(*shown, static_cast<std::size_t>(at)));
-            line.icon = QString::fromLatin1(look.icon);
-            line.icon_color = look.color;
-        }
-        return line;
-    };
-    bar_->List().SetRows(list.Count(), row, text_("No differences"));
-    bar_->SetPlace(0, list.Count());
-}
-
-void CompareFilesPage::ShowCounts() {
-    const Comparison* shown = viewer_->ShownComparison();
-    ResultCounts counts;
-    if (shown != nullptr) {
-        counts = {static_cast<int>(shown->records.size()), shown->record_counts.changes,
-                  shown->record_counts.additions, shown->record_counts.deletions,
-                  static_cast<int>(NotesOf(*shown, Look().CountFormatting).size())};
-    }
-    head_->SetCounts(counts);
-    panel_->Show(shown, Look().CountFormatting, viewer_->NoTextReasons());
-}
-
-void CompareFilesPage::ShowIgnored() {
-    const clsCompareFileOptions& options = viewer_->Options();
-    QStringList kinds;
-    if (options.bIgnoreCase.Data())
-        kinds.append(text_("case"));
-    if (options.bIgnoreWhitespace.Data())
-        kinds.append(text_("blanks"));
-    if (options.bIgnoreEmptyLines.Data())
-        kinds.append(text_("empty lines"));
-    if (!options.sIgnoreRegularExpression.Data().empty())
-        kinds.append(text_("an expression"));
-    head_->SetIgnored(kinds);
 }
 
 void CompareFilesPage::SelectInDifferenceList(std::int32_t index) {
@@ -248,6 +191,7 @@ void CompareFilesPage::ShowView(zorvane::View view) {
     const bool one = view == zorvane::View::AllInOne;
     if (one != pane_->AllInOne())
         pane_->SetAllInOne(one);
+    head_->SetAllInOne(one);
     bar_->SetViewCaption(text_(ViewButtonCaption(view)));
     HookScrolls();
     host_.commands_changed();
@@ -258,7 +202,7 @@ void CompareFilesPage::ShowFilter(ViewFilter filter) {
         return;
     filter_ = filter;
     head_->SetFilter(filter);
-    QWidget* shown = pane_;
+    QWidget* shown = verdict_->Shown() == nullptr ? static_cast<QWidget*>(pane_) : verdict_;
     if (filter == ViewFilter::Additions)
         shown = summaries_[0];
     else if (filter == ViewFilter::Deletions)
@@ -317,6 +261,12 @@ void CompareFilesPage::SelectByRows(Side side) {
     view.Document().Select(TextRange::Between(begin, std::max(begin, stop)));
 }
 
+void CompareFilesPage::ShowPlaceInEditor(Side side, ParagraphNumber paragraph) {
+    RichTextView& view = editors_->View(side);
+    const Block block = view.Page().Index().OfParagraph(paragraph);
+    view.ShowRow(view.Page().Rows().RowOfBlock(block.number));
+}
+
 void CompareFilesPage::RevealSelection(ShownEditor editor) {
     if (rooms_ == nullptr)
         return;
@@ -325,7 +275,8 @@ void CompareFilesPage::RevealSelection(ShownEditor editor) {
         if (viewer_->IsStale())
             SelectByRows(side);
         RichTextView& view = editors_->View(side);
-        view.ShowPosition(view.Document().Selection().first);
+        ShowPlaceInEditor(side,
+                          view.Page().Index().OfChar(view.Document().Selection().first).paragraph);
         return;
     }
     // The result is shown without the selection of the marked texts; its difference is the place.

@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QWheelEvent>
 
+#include "compare/ui/pane_columns.h"
+
 namespace zorvane {
 
 PaneTexts PaneTexts::English() {
@@ -211,6 +213,12 @@ void ComparePane::SetFolded(bool folded) {
     }
 }
 
+void ComparePane::SetFoldRule(const FoldRule& rule) {
+    merged_folds_.rule = rule;
+    aligner_->SetFoldRule(rule);
+    SetFolded(merged_folds_.folded);
+}
+
 void ComparePane::SetAllInOne(bool all_in_one) {
     all_in_one_ = all_in_one;
     if (all_in_one)
@@ -335,18 +343,23 @@ void ComparePane::GoToPart(double part) {
 
 // ---- places of the parts ----
 
+void ComparePane::SetRatio(double ratio) {
+    ratio_ = ratio;
+    Arrange();
+}
+
 void ComparePane::resizeEvent(QResizeEvent* /*event*/) {
     Arrange();
 }
 
 void ComparePane::Arrange() {
-    const int inner = std::max(0, width() - kOverviewWidth);
-    const int half = std::max(0, (inner - kStripWidth) / 2);
-    views_.original->setGeometry(0, 0, half, height());
-    strip_->setGeometry(half, 0, kStripWidth, height());
-    views_.modified->setGeometry(half + kStripWidth, 0, inner - half - kStripWidth, height());
-    merged_view_->setGeometry(0, 0, inner, height());
-    overview_->setGeometry(inner, 0, kOverviewWidth, height());
+    const PaneColumns columns = PaneColumns::Of(width(), ratio_);
+    views_.original->setGeometry(0, 0, columns.left_end, height());
+    strip_->setGeometry(columns.left_end, 0, kStripWidth, height());
+    views_.modified->setGeometry(columns.right_begin, 0, columns.right_end - columns.right_begin,
+                                 height());
+    merged_view_->setGeometry(0, 0, columns.right_end, height());
+    overview_->setGeometry(columns.right_end, 0, kOverviewWidth, height());
 }
 
 }  // namespace zorvane

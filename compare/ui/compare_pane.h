@@ -40,6 +40,10 @@ class ComparePane : public QWidget {
     void SetWrap(bool wrap);
     void SetAligned(bool aligned);
     void SetFolded(bool folded);
+    /// Which stretches fold, and what stays open of them.
+    void SetFoldRule(const FoldRule& rule);
+    /// The share of the original side.
+    void SetRatio(double ratio);
     void SetAllInOne(bool all_in_one);
     bool AllInOne() const { return all_in_one_; }
     /// Marks a difference as the current one and brings it into sight; -1 for none.
@@ -88,6 +92,7 @@ class ComparePane : public QWidget {
     FoldState merged_folds_;
     PaneTexts texts_ = PaneTexts::English();
     std::int32_t current_ = -1;
+    double ratio_ = 0.5;
     bool all_in_one_ = false;
     bool following_ = false;
 };

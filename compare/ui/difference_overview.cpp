@@ -29,7 +29,8 @@ DifferenceOverview::DifferenceOverview(QWidget* parent) : QWidget(parent) {
 
 void DifferenceOverview::SetColors(const ViewColors& colors) {
     colors_ = colors;
-    Later();
+    if (!picture_.isNull())
+        Flush();  // at once: all around it changes now
 }
 
 void DifferenceOverview::SetMarks(std::vector<OverviewStripe> marks) {
@@ -62,6 +63,8 @@ void DifferenceOverview::Flush() {
 
 // Deleted on the left, added on the right, changed across, moved hollow.
 void DifferenceOverview::MakePicture() {
+    if (size().isEmpty())
+        return;
     ++pictures_made_;
     picture_ = QPixmap(size() * devicePixelRatio());
     picture_.setDevicePixelRatio(devicePixelRatio());

@@ -17,10 +17,8 @@ using namespace measures;
 
 namespace {
 
-constexpr int kWidth = 304;
-constexpr int kSideRole = Qt::UserRole;
-constexpr int kParagraphRole = Qt::UserRole + 1;
 constexpr std::string_view kFormatting = "formatting";
+constexpr int kKindRow = 36;
 
 class KindIcon : public QWidget {
   public:
@@ -51,93 +49,118 @@ std::vector<const BesideNote*> NotesOf(const Comparison& comparison, bool with_f
 
 DifferencePanel::DifferencePanel(CommandSet& commands, UiText text, QWidget* parent)
     : QFrame(parent), text_(std::move(text)) {
-    setFixedWidth(kWidth);
     setAccessibleName(text_("Difference Panel"));
     auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(kLarge, kMedium, kLarge, kMedium);
-    rows->setSpacing(kSmall);
-    rows->addWidget(MakeLabel(text_("Kinds counted"), look::kHeading, this));
-    rows->addWidget(MakeKind(commands, "compare.count_case", "Case", "formatting"));
-    rows->addWidget(MakeKind(commands, "compare.count_blanks", "Blanks", "blanks"));
-    rows->addWidget(MakeKind(commands, "compare.count_formatting", "Formatting", "formatting"));
-    rows->addWidget(MakeKind(commands, "compare.count_moves", "Moves", "moved"));
+    rows->setContentsMargins(kLarge, kSmall, kLarge, kLarge);
+    rows->setSpacing(0);
+    rows->addWidget(MakeHead(commands));
+    rows->addWidget(MakeLabel(text_("Kinds counted"), look::kBeside, this));
+    rows->addSpacing(kTiny);
+    using Kinds = KindCounts;
+    rows->addWidget(
+        MakeKind(commands, "compare.count_case", "Case", "formatting", &Kinds::letter_case));
+    rows->addWidget(MakeKind(commands, "compare.count_blanks", "Blanks", "blanks", &Kinds::blanks));
+    rows->addWidget(
+        MakeKind(commands, "compare.count_numbering", "Numbering", "numbering", &Kinds::numbering));
+    rows->addWidget(MakeKind(commands, "compare.count_formatting", "Formatting", "formatting",
+                             &Kinds::formatting));
+    rows->addWidget(MakeKind(commands, "compare.count_moves", "Moves", "moved", &Kinds::moves));
+    rows->addWidget(
+        MakeLabel(text_("A kind that is off stays in the text, unmarked."), look::kHint, this));
     rows->addSpacing(kMedium);
-    rows->addWidget(MakeLabel(text_("Beside the words"), look::kHeading, this));
-    nothing_ = MakeLabel(text_("Nothing else differs"), look::kHint, this);
-    rows->addWidget(nothing_);
-    beside_ = new QListWidget(this);
-    beside_->setAccessibleName(text_("Beside the words"));
-    beside_->setFrameShape(QFrame::NoFrame);
-    beside_->setWordWrap(true);
-    beside_->setTextElideMode(Qt::ElideNone);
-    beside_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    connect(beside_, &QListWidget::itemActivated, this, &DifferencePanel::Choose);
-    connect(beside_, &QListWidget::itemClicked, this, &DifferencePanel::Choose);
-    rows->addWidget(beside_, 1);
+    rows->addWidget(MakeHairline(this));
+    rows->addSpacing(kLarge);
+    MakeBesidePart(*rows);
+    not_compared_line_ = MakeHairline(this);
+    rows->addSpacing(kSmall);
+    rows->addWidget(not_compared_line_);
+    rows->addSpacing(kMedium);
     not_compared_head_ = MakeLabel(text_("Not compared"), look::kHeading, this);
     rows->addWidget(not_compared_head_);
     not_compared_ = MakeLabel(QString(), look::kHint, this);
     rows->addWidget(not_compared_);
-    rows->addStretch(0);
-    Show(nullptr, true, {});
+    rows->addStretch(1);
+    Show({});
+}
+
+// As high as the row of files beside it.
+QWidget* DifferencePanel::MakeHead(CommandSet& commands) {
+    auto* head = new QWidget(this);
+    head->setFixedHeight(kFileRowHeight - kSmall);
+    auto* line = new QHBoxLayout(head);
+    line->setContentsMargins(0, 0, 0, kSmall);
+    line->addWidget(MakeLabel(text_("Differences"), look::kHeading, head), 1);
+    auto* close = new IconButton(QStringLiteral("close"), text_("Close Panel"), QString(),
+                                 text_("The panel comes back by its button in the bar"), head);
+    connect(close, &QToolButton::clicked, this, [&commands] { commands.Run("view.panel"); });
+    line->addWidget(close);
+    return head;
 }
 
 QWidget* DifferencePanel::MakeKind(CommandSet& commands, const char* id, const char* words,
-                                   const char* icon) {
+                                   const char* icon, std::int32_t KindCounts::*count) {
     auto* row = new QWidget(this);
+    row->setFixedHeight(kKindRow);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSmall);
+    layout->setSpacing(10);
     layout->addWidget(new KindIcon(QString::fromLatin1(icon), row));
-    layout->addWidget(new QLabel(text_(words), row), 1);
-    auto* on = new Switch(text_(words), row);
-    LinkButton(*on, commands, id);
-    layout->addWidget(on);
+    auto* name = new QLabel(text_(words), row);
+    layout->addWidget(name, 1);
+    KindRow kind;
+    kind.of = count;
+    kind.name = text_(words);
+    kind.count = new QLabel(row);
+    kind.count->setProperty(look::kProperty, QString::fromLatin1(look::kBeside));
+    layout->addWidget(kind.count);
+    kind.on = new Switch(text_(words), row);
+    LinkButton(*kind.on, commands, id);
+    name->setBuddy(kind.on);
+    layout->addWidget(kind.on);
+    kinds_.push_back(kind);
     return row;
 }
 
-void DifferencePanel::Show(const Comparison* comparison, bool with_formatting,
-                           const PerSide<std::string>& not_compared) {
-    beside_->clear();
-    const auto notes = comparison == nullptr ? std::vector<const BesideNote*>()
-                                             : NotesOf(*comparison, with_formatting);
-    for (const BesideNote* note : notes) {
-        const bool modified = note->modified_paragraph > 0;
-        const int paragraph = modified ? note->modified_paragraph : note->original_paragraph;
-        QString words = text_(note->what) + u' ' + text_(note->change);
-        if (paragraph > 0)
-            words += QStringLiteral(", ") + text_("paragraph %1").arg(paragraph);
-        const std::string& told = note->new_text.empty() ? note->old_text : note->new_text;
-        if (!told.empty())
-            words += u'\n' + ToQt(told);
-        auto* item = new QListWidgetItem(words, beside_);
-        item->setData(kSideRole, modified);
-        item->setData(kParagraphRole, paragraph);
-    }
-    beside_->setVisible(!notes.empty());
-    nothing_->setVisible(comparison != nullptr && notes.empty());
-    QStringList reasons;
-    for (const std::string* reason : {&not_compared.original, &not_compared.modified}) {
-        if (!reason->empty())
-            reasons.append(ToQt(*reason));
-    }
-    not_compared_->setText(reasons.join(u'\n'));
-    not_compared_->setVisible(!reasons.isEmpty());
-    not_compared_head_->setVisible(!reasons.isEmpty());
+void DifferencePanel::MakeBesidePart(QVBoxLayout& rows) {
+    auto* head = new QHBoxLayout;
+    head->addWidget(MakeLabel(text_("Beside the words"), look::kHeading, this), 1);
+    beside_count_ = new QLabel(this);
+    beside_count_->setProperty(look::kProperty, QString::fromLatin1(look::kBeside));
+    head->addWidget(beside_count_);
+    rows.addLayout(head);
+    rows.addSpacing(kTiny);
+    nothing_ = MakeLabel(text_("Nothing else differs"), look::kHint, this);
+    rows.addWidget(nothing_);
+    beside_ = new BesideEntries(text_, this);
+    beside_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    rows.addWidget(beside_);
 }
 
-void DifferencePanel::Choose(const QListWidgetItem* item) {
-    const int paragraph = item->data(kParagraphRole).toInt();
-    if (place_chosen && paragraph > 0)
-        place_chosen(item->data(kSideRole).toBool() ? Side::Modified : Side::Original,
-                     ParagraphNumber{paragraph});
+void DifferencePanel::Show(const PanelContents& contents) {
+    const bool known = contents.comparison != nullptr;
+    for (const KindRow& kind : kinds_) {
+        const QString count = known ? QString::number(contents.kinds.*kind.of) : QString();
+        kind.count->setText(count);
+        kind.on->setAccessibleName(known ? text_("Count %1, %2 found").arg(kind.name, count)
+                                         : kind.name);
+    }
+    const auto notes = known ? NotesOf(*contents.comparison, contents.with_formatting)
+                             : std::vector<const BesideNote*>();
+    beside_->SetEntries(EntriesOf(notes));
+    beside_->setVisible(!notes.empty());
+    beside_count_->setText(notes.empty() ? QString() : QString::number(notes.size()));
+    nothing_->setVisible(known && notes.empty());
+    not_compared_->setText(contents.not_compared.join(u'\n'));
+    for (QWidget* part : {static_cast<QWidget*>(not_compared_), not_compared_line_,
+                          static_cast<QWidget*>(not_compared_head_)})
+        part->setVisible(!contents.not_compared.isEmpty());
 }
 
 void DifferencePanel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Tokens()[Token::Surface]);
-    painter.setPen(Tokens()[Token::Hairline]);
-    painter.drawLine(0, 0, 0, height());
+    const bool rightward = layoutDirection() == Qt::LeftToRight;
+    painter.fillRect(QRect(rightward ? 0 : width() - 1, 0, 1, height()), Tokens()[Token::Hairline]);
 }
 
 }  // namespace zorvane

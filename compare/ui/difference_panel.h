@@ -7,35 +7,55 @@
 
 #include <QFrame>
 #include <QLabel>
-#include <QListWidget>
 
 #include "common/ui/check_boxes.h"
 #include "common/ui/command_table.h"
-#include "compare/compare_files_viewer.h"
+#include "compare/kind_counts.h"
+#include "compare/ui/beside_entries.h"
+
+class QVBoxLayout;
 
 namespace zorvane {
+
+/// What a panel tells of a result. The comparison is borrowed until the next one.
+struct PanelContents {
+    const Comparison* comparison = nullptr;  ///< nullptr: there is none yet
+    KindCounts kinds;
+    bool with_formatting = true;
+    QStringList not_compared;
+};
 
 class DifferencePanel : public QFrame {
   public:
     DifferencePanel(CommandSet& commands, UiText text, QWidget* parent);
 
-    /// Of the result that is shown; nullptr: none.
-    void Show(const Comparison* comparison, bool with_formatting,
-              const PerSide<std::string>& not_compared);
-
-    /// The person chose a line: the paragraph of a side.
-    std::function<void(Side, ParagraphNumber)> place_chosen;
+    void Show(const PanelContents& contents);
+    BesideEntries& Beside() { return *beside_; }
+    /// Where the focus comes to.
+    QWidget* FirstStop() const { return kinds_.front().on; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    QWidget* MakeKind(CommandSet& commands, const char* id, const char* words, const char* icon);
-    void Choose(const QListWidgetItem* item);
+    QWidget* MakeHead(CommandSet& commands);
+    QWidget* MakeKind(CommandSet& commands, const char* id, const char* words, const char* icon,
+                      std::int32_t KindCounts::*count);
+    void MakeBesidePart(QVBoxLayout& rows);
+
+    struct KindRow {
+        Switch* on = nullptr;
+        QLabel* count = nullptr;
+        QString name;
+        std::int32_t KindCounts::*of = nullptr;
+    };
 
     UiText text_;
-    QListWidget* beside_;
+    std::vector<KindRow> kinds_;
+    BesideEntries* beside_;
+    QLabel* beside_count_;
     QLabel* nothing_;
+    QWidget* not_compared_line_;
     QLabel* not_compared_head_;
     QLabel* not_compared_;
 };

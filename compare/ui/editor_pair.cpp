@@ -1,5 +1,10 @@
 #include "compare/ui/editor_pair.h"
 
+#include <algorithm>
+
+#include <QEvent>
+#include <QLayout>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "common/ui/look_style.h"
@@ -8,23 +13,75 @@
 namespace zorvane {
 
 EditorPair::EditorPair(RichDocument& original, RichDocument& modified, QWidget* parent)
-    : QWidget(parent), views_{new RichTextView(original, this), new RichTextView(modified, this)} {}
+    : QWidget(parent),
+      views_{new RichTextView(original, this), new RichTextView(modified, this)},
+      lines_{new MessageBar(this), new MessageBar(this)},
+      grounds_{new CardGround(this), new CardGround(this)} {
+    setCursor(Qt::SplitHCursor);  // of the strip; the texts bring their own
+    for (const Side side : kBothSides) {
+        lines_[side]->setCursor(Qt::ArrowCursor);
+        grounds_[side]->setCursor(Qt::ArrowCursor);
+        lines_[side]->installEventFilter(this);
+    }
+}
 
 void EditorPair::SetColors(const ViewColors& colors) {
     for (const Side side : kBothSides)
         views_[side]->SetColors(colors);
 }
 
+void EditorPair::SetRatio(double ratio) {
+    ratio_ = ratio;
+    Arrange();
+    update();
+}
+
+void EditorPair::Arrange() {
+    const PaneColumns columns = PaneColumns::Of(width(), ratio_);
+    // The bar of the modified side takes the room that the overview has below.
+    const PerSide<QRect> halves{
+        QRect(0, 0, columns.left_end, height()),
+        QRect(columns.right_begin, 0, width() - columns.right_begin, height())};
+    for (const Side side : kBothSides) {
+        QRect half = halves[side];
+        if (!lines_[side]->isHidden()) {
+            const QLayout* layout = lines_[side]->layout();
+            const int wanted = layout->hasHeightForWidth()
+                                   ? layout->totalHeightForWidth(half.width())
+                                   : lines_[side]->sizeHint().height();
+            const int tall = std::min(half.height(), wanted);
+            lines_[side]->setGeometry(half.left(), 0, half.width(), tall);
+            half.setTop(tall);
+        }
+        views_[side]->setGeometry(half);
+        grounds_[side]->setGeometry(half);
+    }
+}
+
 void EditorPair::resizeEvent(QResizeEvent*) {
-    const PaneColumns columns = PaneColumns::Of(width());
-    views_.original->setGeometry(0, 0, columns.left_end, height());
-    // The bar takes the room that the overview has below.
-    views_.modified->setGeometry(columns.right_begin, 0, width() - columns.right_begin, height());
+    Arrange();
+}
+
+bool EditorPair::eventFilter(QObject* watched, QEvent* event) {
+    const bool line = watched == lines_.original || watched == lines_.modified;
+    if (line && (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent ||
+                 event->type() == QEvent::LayoutRequest))
+        Arrange();
+    return QWidget::eventFilter(watched, event);
+}
+
+void EditorPair::mousePressEvent(QMouseEvent* event) {
+    event->setAccepted(event->button() == Qt::LeftButton);
+}
+
+void EditorPair::mouseMoveEvent(QMouseEvent* event) {
+    if (ratio_wanted && (event->buttons() & Qt::LeftButton) != 0)
+        ratio_wanted(PaneColumns::RatioAt(width(), static_cast<int>(event->position().x())));
 }
 
 void EditorPair::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const PaneColumns columns = PaneColumns::Of(width());
+    const PaneColumns columns = PaneColumns::Of(width(), ratio_);
     const QRect strip(columns.left_end, 0, columns.right_begin - columns.left_end, height());
     painter.fillRect(strip, Tokens()[Token::Surface]);
     painter.setPen(Tokens()[Token::Hairline]);

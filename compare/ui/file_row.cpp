@@ -1,6 +1,7 @@
 #include "compare/ui/file_row.h"
 
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "common/ui/cards.h"
@@ -24,13 +25,16 @@ constexpr int kNamesOnlyBelow = 350;
 FileRow::FileRow(CommandSet& commands, const UiText& text, QWidget* parent) : QFrame(parent) {
     setFixedHeight(kFileRowHeight);
     halves_.original = MakeHalf(commands, text, Side::Original);
+    setCursor(Qt::SplitHCursor);  // of the room between the halves
     swap_ = MakeCommandIcon(commands, "compare.swap", "swap", this);
+    swap_->setCursor(Qt::ArrowCursor);
     halves_.modified = MakeHalf(commands, text, Side::Modified);
 }
 
 QWidget* FileRow::MakeHalf(CommandSet& commands, const UiText& text, Side side) {
     const bool original = side == Side::Original;
     auto* half = new QWidget(this);
+    half->setCursor(Qt::ArrowCursor);
     auto* layout = new QHBoxLayout(half);
     layout->setContentsMargins(original ? kWindowEdge : kBehindStrip, 0,
                                original ? kSmall : kWindowEdge, 0);
@@ -60,8 +64,26 @@ QSize FileRow::sizeHint() const {
     return {2 * kNamesOnlyBelow, kFileRowHeight};
 }
 
+void FileRow::SetRatio(double ratio) {
+    ratio_ = ratio;
+    Arrange();
+}
+
 void FileRow::resizeEvent(QResizeEvent*) {
-    const PaneColumns columns = PaneColumns::Of(width());
+    Arrange();
+}
+
+void FileRow::mousePressEvent(QMouseEvent* event) {
+    event->setAccepted(event->button() == Qt::LeftButton);
+}
+
+void FileRow::mouseMoveEvent(QMouseEvent* event) {
+    if (ratio_wanted && (event->buttons() & Qt::LeftButton) != 0)
+        ratio_wanted(PaneColumns::RatioAt(width(), static_cast<int>(event->position().x())));
+}
+
+void FileRow::Arrange() {
+    const PaneColumns columns = PaneColumns::Of(width(), ratio_);
     halves_.original->setGeometry(0, 0, columns.left_end, height());
     halves_.modified->setGeometry(columns.right_begin, 0, width() - columns.right_begin, height());
     const int size = kBarControlHeight;

@@ -25,6 +25,8 @@ class PairAligner {
     void SetAligned(bool aligned);
     bool Aligned() const { return aligned_; }
     void SetFolded(bool folded);
+    /// Takes hold with the next `SetFolded`.
+    void SetFoldRule(const FoldRule& rule) { folds_.rule = rule; }
     bool Folded() const { return folds_.folded; }
     /// Opens the stretch that a row hides.
     void OpenFold(std::int32_t row);

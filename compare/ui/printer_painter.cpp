@@ -32,7 +32,11 @@ Qt::PenStyle PenOf(StrokeStyle style) {
 
 }  // namespace
 
-PrinterPainter::PrinterPainter(std::unique_ptr<QPrinter> printer) : printer_(std::move(printer)) {
+PrinterPainter::PrinterPainter(std::unique_ptr<QPrinter> printer) : PrinterPainter(*printer) {
+    own_ = std::move(printer);
+}
+
+PrinterPainter::PrinterPainter(QPrinter& printer) : printer_(&printer) {
     printer_->setFullPage(true);
     pixels_per_twip_ = printer_->resolution() / kTwipsPerInch;
 }
@@ -54,16 +58,16 @@ QFont PrinterPainter::FontOf(const PrintFont& font) const {
 }
 
 double PrinterPainter::Width(std::u16string_view text, const PrintFont& font) {
-    return TwipsOf(QFontMetricsF(FontOf(font), printer_.get()).horizontalAdvance(ToQt(text)));
+    return TwipsOf(QFontMetricsF(FontOf(font), printer_).horizontalAdvance(ToQt(text)));
 }
 
 FontHeight PrinterPainter::Height(const PrintFont& font) {
-    const QFontMetricsF metrics(FontOf(font), printer_.get());
+    const QFontMetricsF metrics(FontOf(font), printer_);
     return {TwipsOf(metrics.ascent()), TwipsOf(metrics.descent())};
 }
 
 Status PrinterPainter::NewPage(double, double) {
-    const bool ready = painter_.isActive() ? printer_->newPage() : painter_.begin(printer_.get());
+    const bool ready = painter_.isActive() ? printer_->newPage() : painter_.begin(printer_);
     const QString name =
         printer_->outputFileName().isEmpty() ? printer_->printerName() : printer_->outputFileName();
     return ready ? Status::Ok() : Failure{FromQt(name)};

@@ -13,6 +13,8 @@ namespace zorvane {
 class PrinterPainter : public PagePainter {
   public:
     explicit PrinterPainter(std::unique_ptr<QPrinter> printer);
+    /// Borrowed; for a preview.
+    explicit PrinterPainter(QPrinter& printer);
     ~PrinterPainter() override;
 
     double Width(std::u16string_view text, const PrintFont& font) override;
@@ -29,7 +31,8 @@ class PrinterPainter : public PagePainter {
     double TwipsOf(double pixels) const { return pixels / pixels_per_twip_; }
     QPointF PointOf(PagePoint point) const { return {Pixels(point.x), Pixels(point.y)}; }
 
-    std::unique_ptr<QPrinter> printer_;
+    std::unique_ptr<QPrinter> own_;
+    QPrinter* printer_;
     QPainter painter_;
     double pixels_per_twip_ = 1;
     bool finished_ = false;

@@ -7,8 +7,10 @@
 
 #include "common/ui/buttons.h"
 #include "common/ui/cards.h"
+#include "common/ui/combo_boxes.h"
 #include "common/ui/command_table.h"
 #include "compare/engine/comparison.h"
+#include "compare/ui/fold_plan.h"
 #include "compare/view/view_state.h"
 
 namespace zorvane {
@@ -31,10 +33,14 @@ class ResultHead : public QFrame {
     void SetFilter(ViewFilter filter);
     void SetFilterEnabled(ViewFilter filter, bool enabled);
     /// The whole group.
-    void SetFiltersEnabled(bool enabled) { filters_->setEnabled(enabled); }
+    void SetFiltersEnabled(bool enabled);
+    /// The view that a press of its button would give.
+    void SetAllInOne(bool all_in_one);
     /// What is left out of the counts, in words; none hides the chip.
     void SetIgnored(const QStringList& kinds);
-    void FitTo(int width);
+    /// Where the focus comes to.
+    QWidget* FirstStop() const;
+    void FitTo(const FoldPlan& plan);
 
     std::function<void(ViewFilter)> filter_chosen;
     std::function<void()> ignored_clicked;
@@ -43,8 +49,16 @@ class ResultHead : public QFrame {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    void ShowInBox();
+
     UiText text_;
     SegmentedGroup* filters_;
+    ComboBox* box_;  ///< the same filters where room is short
+    ResultCounts counts_;
+    Button* fold_ = nullptr;
+    Button* offer_;  ///< all in one, where two columns are too narrow
+    bool all_in_one_ = false;
+    bool narrow_ = false;
     QLabel* sentence_;
     Chip* chip_;
 };

@@ -54,6 +54,16 @@ class Pictures {
         theme_.Force(ColorTokens::Light());
         world.Viewer().cmdChangeViewFormat_Click();
         WindowWorld::Until([&] { return !world.Viewer().Busy(); });
+        world.Viewer().Options().bIgnoreCase.SetData(true);
+        world.Page().SetLayout(PaneLayout::Result);
+        if (!world.Compare(original, original))
+            return false;
+        Save(window, "10-no-differences");
+        world.Page().SetLayout(PaneLayout::EditorsAndResult);
+        world.Page().TakeFile(Side::Modified, QStringLiteral("/nowhere/draft 4.docx"));
+        world.Page().Compare();
+        WindowWorld::Until([&] { return !world.Viewer().Busy(); });
+        Save(window, "10-unread");
         world.frame.CreateNewCompareFilesForm();
         Save(window, "10-tabs");
         window.Commands().Run("window.tile");
