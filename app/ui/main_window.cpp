@@ -7,6 +7,7 @@
 #include <QScreen>
 
 #include "app/ui/frame_commands.h"
+#include "common/platform/terminal.h"
 #include "common/ui/combo_boxes.h"
 #include "common/ui/icons.h"
 #include "common/ui/measures.h"
@@ -86,8 +87,11 @@ MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
     PageHost host;
     host.bring_to_front = [this](QWidget& page) {
         area_->Show(page);
-        if (!process_.gbCommandLineRunning)
-            show();
+        if (process_.gbCommandLineRunning)
+            return;
+        show();
+        if (auto* compare = dynamic_cast<CompareFilesPage*>(&page); compare->Viewer() != nullptr)
+            compare->Viewer()->RunInBackground(true);
     };
     host.commands_changed = [this] { RefreshLater(); };
     host.caption_changed = [this] { ShowCaptions(); };
@@ -232,6 +236,10 @@ void MainWindow::CloseDialogs() {
 }
 
 void MainWindow::ShowMessage(const std::string& message) {
+    if (!has_display_) {
+        IgnoreFailure(WriteStream(Stream::Error, message + "\n"), "there is no other place for it");
+        return;
+    }
     Tell(QStringLiteral("Zorvane"), ToQt(message), text_("OK"), isVisible() ? this : nullptr);
 }
 

@@ -28,6 +28,10 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     ViewerFactories Viewers();
     /// Runs go on beside the windows from here on, and the frame is polled.
     void BeginInteractive();
+    /// The same for a program that nobody has opened a window of yet.
+    void BeginInBackground() { poll_.start(); }
+    /// Messages go to standard error from here on: nobody could close a box.
+    void HaveNoDisplay() { has_display_ = false; }
     /// Compares two files in the viewer in front, or a new one.
     void OpenPair(const std::string& original, const std::string& modified);
     CompareFilesPage* ActivePage() const;
@@ -78,6 +82,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     QTimer refresh_;
     bool loaded_ = false;
     bool ended_ = false;
+    bool has_display_ = true;
 };
 
 }  // namespace zorvane
