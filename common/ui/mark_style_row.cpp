@@ -124,7 +124,10 @@ void MarkStyleRow::AddToggle(TypeFace face, const QString& name, bool MarkChoice
     auto* toggle = new FaceToggle(face, name, this);
     layout()->addWidget(toggle);
     toggles_.emplace_back(toggle, field);
-    connect(toggle, &QToolButton::clicked, this, [this, field](bool on) {
+    // A screen reader turns it over without a click.
+    connect(toggle, &QToolButton::toggled, this, [this, field](bool on) {
+        if (choice_.*field == on)
+            return;
         choice_.*field = on;
         ShowChoice();
         Q_EMIT Changed();

@@ -50,6 +50,7 @@ CompareBar::CompareBar(CommandSet& commands, UiText text, QWidget* parent)
         layouts_->Add(at + 1, QString(), QString::fromLatin1(kLayoutIcons[at]),
                       WithoutMnemonic(action->text()));
         layouts_->Segment(at + 1)->setToolTip(action->toolTip());
+        layouts_->Segment(at + 1)->setAccessibleDescription(action->statusTip());
     }
     connect(layouts_, &SegmentedGroup::Chosen, this,
             [&commands](int id) { commands.Run(kLayoutIds[id - 1]); });

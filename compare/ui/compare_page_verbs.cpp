@@ -112,8 +112,10 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         started_ = true;
         ShowRoom();
         progress_->Begin(text_("Comparing the documents"));
+        SayRun(true);
     } else {
         progress_->End();
+        SayRun(false);
         ShowFiles();
         ShowRoom();
     }
@@ -123,9 +125,11 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
 void CompareFilesPage::Tick() {
     if (viewer_ == nullptr)
         return;
-    if (viewer_->Busy() && waiting_)
+    if (viewer_->Busy() && waiting_) {
         progress_->SetProgress(kPercent * viewer_->RunShare(),
                                status_->Panel(static_cast<int>(StatusPanel::Main)));
+        SayProgress();
+    }
     const bool stale =
         viewer_->ShownComparison() != nullptr && !viewer_->Busy() && viewer_->IsStale();
     if (stale == told_stale_)
@@ -154,6 +158,7 @@ void CompareFilesPage::SetDifferenceList(const DifferenceList& list) {
     ShowResultTexts();
     FillList(list);
     ShowCounts();
+    has_verdict_ = viewer_->ShownComparison() != nullptr;
     ShowIgnored();
     host_.commands_changed();
 }
@@ -223,6 +228,7 @@ void CompareFilesPage::SelectInDifferenceList(std::int32_t index) {
         return;
     bar_->List().SetCurrent(index);
     bar_->SetPlace(index + 1, viewer_->Differences().Count());
+    SayDifference(index);
 }
 
 void CompareFilesPage::EnableNavigation(const NavigationButtons&) {

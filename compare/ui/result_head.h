@@ -35,6 +35,8 @@ class ResultHead : public QFrame {
     /// What is left out of the counts, in words; none hides the chip.
     void SetIgnored(const QStringList& kinds);
     void FitTo(int width);
+    /// What came of the compare, such as "13 differences".
+    QString Verdict() const { return sentence_->text(); }
 
     std::function<void(ViewFilter)> filter_chosen;
     std::function<void()> ignored_clicked;
