@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/git_command.h"
 #include "app/load_options.h"
 #include "app/text_run.h"
 #include "compare/document/beside.h"
@@ -64,6 +65,7 @@ struct CompareCommand {
 struct CommandLineOutcome {
     std::optional<CompareCommand> compare;
     std::optional<TextCommand> text;
+    std::optional<GitCommand> git;
     int exit_status = 0;  ///< when there is no command
     std::string output;   ///< for standard output: help or version
     std::string error;    ///< for standard error
