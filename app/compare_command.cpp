@@ -258,6 +258,10 @@ bool MeansCompare(const std::vector<std::string>& arguments) {
            (arguments[1] == "-" || Exists(arguments[1]));
 }
 
+bool MeansDocument(const std::vector<std::string>& arguments) {
+    return arguments.size() == 1 && !IsCommandName(arguments[0]) && Exists(arguments[0]);
+}
+
 bool IsSlashForm(const std::vector<std::string>& arguments) {
     if (arguments.empty())
         return false;

@@ -77,6 +77,9 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
 /// Two existing paths in front and no command: a compare of both. The second may be "-".
 bool MeansCompare(const std::vector<std::string>& arguments);
 
+/// One existing path alone: a document for one side of a window.
+bool MeansDocument(const std::vector<std::string>& arguments);
+
 /// True when the arguments are in the slash form: the first begins with "/" and is no existing
 /// path, or the line holds a drive and a "\" such as "C:\".
 bool IsSlashForm(const std::vector<std::string>& arguments);

@@ -122,13 +122,25 @@ CompareFilesPage* MainWindow::ActivePage() const {
     return area_ == nullptr ? nullptr : dynamic_cast<CompareFilesPage*>(area_->Current());
 }
 
-void MainWindow::OpenPair(const std::string& original, const std::string& modified) {
+// A page that nobody works in, else a new one.
+CompareFilesPage* MainWindow::FreePage() {
     CompareFilesPage* page = ActivePage();
-    if (page == nullptr || !page->ShowsStart()) {
-        if (frame_->CreateNewCompareFilesForm() == nullptr)
-            return;
-        page = ActivePage();
-    }
+    if (page != nullptr && page->ShowsStart())
+        return page;
+    return frame_->CreateNewCompareFilesForm() == nullptr ? nullptr : ActivePage();
+}
+
+void MainWindow::OpenFiles(const std::vector<std::string>& files) {
+    if (files.size() > 1)
+        OpenPair(files[0], files[1]);
+    else if (CompareFilesPage* page = FreePage())
+        page->TakeFile(Side::Original, ToQt(files[0]));
+}
+
+void MainWindow::OpenPair(const std::string& original, const std::string& modified) {
+    CompareFilesPage* page = FreePage();
+    if (page == nullptr)
+        return;
     page->TakeFile(Side::Original, ToQt(original));
     page->TakeFile(Side::Modified, ToQt(modified));
     page->Compare();

@@ -34,6 +34,8 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void HaveNoDisplay() { has_display_ = false; }
     /// Compares two files in the viewer in front, or a new one.
     void OpenPair(const std::string& original, const std::string& modified);
+    /// As on a command line: two files, or one, the original.
+    void OpenFiles(const std::vector<std::string>& files);
     CompareFilesPage* ActivePage() const;
     CommandSet& Commands() { return *commands_; }
     CommandPalette& Palette() { return *palette_; }
@@ -62,6 +64,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void BindHelp();
     MadeViewer MakeViewer(const CommandLineRequest& request);
     void CompareTexts(const RichText& original, const RichText& modified);
+    CompareFilesPage* FreePage();
     void OpenExample();
     void OpenPath(const std::string& path);
     void Tick();

@@ -27,20 +27,21 @@ std::string JoinedLine(const std::vector<std::string>& arguments) {
     return line;
 }
 
-// Two paths open on both; every other line is a session or a run of the slash form.
+// Two paths open on both, one is the original; every other line is a session or a run of the slash
+// form.
 RunOutcome Start(ProcessState& process, const std::vector<std::string>& arguments,
                  frmMainMDI& frame, MainWindow& window) {
     CommandLineRequest request;
-    const bool pair = arguments.size() == 2 && !IsSlashForm(arguments);
+    const bool paths = !arguments.empty() && arguments.size() <= 2 && !IsSlashForm(arguments);
     const RunOutcome outcome =
-        Main(process, pair ? std::string() : JoinedLine(arguments), request, frame);
+        Main(process, paths ? std::string() : JoinedLine(arguments), request, frame);
     if (outcome.mode != RunMode::Interactive &&
         !(outcome.mode == RunMode::CommandLine && frame.NumberOpenScreens() > 0 &&
           !request.bExitWhenDone))
         return outcome;
     window.BeginInteractive();
-    if (pair)
-        window.OpenPair(arguments[0], arguments[1]);
+    if (paths)
+        window.OpenFiles(arguments);
     return {RunMode::Interactive, 0};
 }
 
