@@ -3,7 +3,7 @@ BUILD := build/release
 JOBS ?= $(shell nproc)
 EXAMPLE := build/example
 
-.PHONY: all setup build run test check-all format bench install clean
+.PHONY: all setup build run test check-all format bench install package clean
 
 all: build
 
@@ -37,7 +37,12 @@ bench: build
 	tools/bench.sh
 
 install: build
-	cmake --install $(BUILD) --prefix $(or $(PREFIX),/usr/local)
+	cmake --install $(BUILD) --strip --prefix $(or $(PREFIX),/usr/local)
+
+# Debian packages in build/release/packages.
+package: build
+	cd $(BUILD) && cpack -B packages >cpack.log || { cat cpack.log; exit 1; }
+	@ls $(BUILD)/packages/*.deb
 
 clean:
 	rm -rf build

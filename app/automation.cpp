@@ -44,12 +44,12 @@ std::int32_t clsZorvane::DoCommandLine(std::string& line) {
     return code;
 }
 
-void clsZorvane::Submit(std::string line, Reply reply) {
+void clsZorvane::Submit(std::string line, Reply reply, std::string caller) {
     if (process_.gbFrameClosing || waiting_.size() >= kMostWaiting) {
         reply(Refuse(AutomationResult::Busy, "Too many command lines are waiting"), line);
         return;
     }
-    waiting_.push_back({std::move(line), std::move(reply)});
+    waiting_.push_back({std::move(line), std::move(reply), std::move(caller)});
     ServeWaiting();
 }
 
@@ -57,9 +57,17 @@ void clsZorvane::ServeWaiting() {
     while (!waiting_.empty() && !running_) {
         WaitingLine next = std::move(waiting_.front());
         waiting_.pop_front();
+        caller_ = next.caller;
         const std::int32_t code = RunLine(next.line);
+        caller_.clear();
         next.reply(code, next.line);
     }
+}
+
+void clsZorvane::Forget(const std::string& caller) {
+    std::erase_if(waiting_, [&](const WaitingLine& line) { return line.caller == caller; });
+    if (running_ && caller_ == caller && viewer_ != nullptr)
+        viewer_->Abort();
 }
 
 std::int32_t clsZorvane::RunLine(std::string& line) {
@@ -80,6 +88,7 @@ std::int32_t clsZorvane::RunLine(std::string& line) {
 }
 
 std::int32_t clsZorvane::RunRequest(CommandLineRequest& request) {
+    request.bExitWhenDone = request.bExitWhenDone || !keeps_viewers_;
     // Kept: behind a run with /X it stays set, so that a user who closes the frame does not end
     // the process that the client goes on to use.
     if (request.bExitWhenDone)
@@ -97,6 +106,9 @@ std::int32_t clsZorvane::RunRequest(CommandLineRequest& request) {
     } else {
         process_.gbCommandLineRunning = false;
         frame_.ShowAfterRun(request.lWindowState);
+        // Behind a run with /X the window is not there yet.
+        if (viewer != nullptr && !released_)
+            frame_.Activate(*viewer);
     }
     return static_cast<std::int32_t>(ran ? AutomationResult::Ran : AutomationResult::Refused);
 }

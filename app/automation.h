@@ -42,8 +42,13 @@ class clsZorvane {
     /// interrupted.
     std::int32_t DoCommandLine(std::string& line);
     /// For a transport that can answer later: lines are served one after the other, in the order in
-    /// which they came.
-    void Submit(std::string line, Reply reply);
+    /// which they came. `caller` tells whose line it is.
+    void Submit(std::string line, Reply reply, std::string caller = {});
+    /// One of several clients is gone: its waiting lines are forgotten, and its run is stopped.
+    void Forget(const std::string& caller);
+    bool Running() const { return running_; }
+    /// From here on every run ends as under `/X`: there is no display to look at its viewer on.
+    void KeepNoViewers() { keeps_viewers_ = false; }
     /// Of the last run that ended, at any time.
     std::int32_t NumDifferencesFound() const;
     /// The client is gone: waiting lines are forgotten, a run under way is stopped, and the process
@@ -54,6 +59,7 @@ class clsZorvane {
     struct WaitingLine {
         std::string line;
         Reply reply;
+        std::string caller;
     };
     std::int32_t RunLine(std::string& line);
     std::int32_t RunRequest(CommandLineRequest& request);
@@ -66,8 +72,10 @@ class clsZorvane {
     Event event_;
     std::deque<WaitingLine> waiting_;
     Viewer* viewer_ = nullptr;  ///< of the run under way
+    std::string caller_;        ///< of the run under way
     bool running_ = false;
     bool released_ = false;
+    bool keeps_viewers_ = true;
 };
 
 }  // namespace zorvane

@@ -177,6 +177,10 @@ CommandLineOutcome Trouble(const std::string& reason, const char* command) {
     return outcome;
 }
 
+bool IsCommandName(const std::string& word) {
+    return word == "compare" || word == "text" || word == "install-git";
+}
+
 bool Exists(const std::string& path) {
     std::error_code error;
     return std::filesystem::exists(NativePath(path), error);
@@ -186,7 +190,7 @@ constexpr const char* kTextExamples = R"(Examples:
   zorvane text report.docx                        what a compare would see
   zorvane text deck.pptx --plain --notes | less   the notes of the slides too
   zorvane text paper.pdf --rtf -o paper.rtf       with its formatting
-  git config diff.office.textconv 'zorvane text'  documents in git diff
+  zorvane install-git                             documents in git diff
 
 Exit status: 0 done, 2 trouble.
 )";
@@ -197,8 +201,10 @@ struct Commands {
                  "zorvane"};
     CLI::App* compare = nullptr;
     CLI::App* text = nullptr;
+    CLI::App* git = nullptr;
     CompareCommand compare_command;
     TextCommand text_command;
+    GitCommand git_command;
     RawOptions raw;
 };
 
@@ -231,7 +237,7 @@ void AddTextCommand(Commands& commands) {
 }
 
 std::string HelpFor(const Commands& commands) {
-    for (CLI::App* command : {commands.compare, commands.text}) {
+    for (CLI::App* command : {commands.compare, commands.text, commands.git}) {
         if (command->parsed())
             return command->help();
     }
@@ -249,8 +255,12 @@ std::optional<ReportType> ReportTypeOf(const std::string& file) {
 }
 
 bool MeansCompare(const std::vector<std::string>& arguments) {
-    return arguments.size() >= 2 && arguments[0] != "compare" && arguments[0] != "text" &&
-           Exists(arguments[0]) && (arguments[1] == "-" || Exists(arguments[1]));
+    return arguments.size() >= 2 && !IsCommandName(arguments[0]) && Exists(arguments[0]) &&
+           (arguments[1] == "-" || Exists(arguments[1]));
+}
+
+bool MeansDocument(const std::vector<std::string>& arguments) {
+    return arguments.size() == 1 && !IsCommandName(arguments[0]) && Exists(arguments[0]);
 }
 
 bool IsSlashForm(const std::vector<std::string>& arguments) {
@@ -274,11 +284,13 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
     app.require_subcommand(1);
     AddCompareCommand(commands);
     AddTextCommand(commands);
+    commands.git = AddGitCommand(app, commands.git_command);
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     if (MeansCompare(arguments))
         reversed.emplace_back("compare");
-    const char* name = !arguments.empty() && arguments[0] == "text" ? "text" : "compare";
+    const char* name =
+        !arguments.empty() && IsCommandName(arguments[0]) ? arguments[0].c_str() : "compare";
     CommandLineOutcome outcome;
     try {
         app.parse(reversed);
@@ -295,6 +307,10 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
         if (const Status sets = TakeSets(commands.raw.sets, commands.text_command.load); !sets.ok())
             return Trouble(sets.failure().reason, name);
         outcome.text = std::move(commands.text_command);
+        return outcome;
+    }
+    if (commands.git->parsed()) {
+        outcome.git = commands.git_command;
         return outcome;
     }
     if (const auto failure = Finish(*commands.compare, commands.raw, commands.compare_command))

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/git_command.h"
 #include "app/load_options.h"
 #include "app/text_run.h"
 #include "compare/document/beside.h"
@@ -64,6 +65,7 @@ struct CompareCommand {
 struct CommandLineOutcome {
     std::optional<CompareCommand> compare;
     std::optional<TextCommand> text;
+    std::optional<GitCommand> git;
     int exit_status = 0;  ///< when there is no command
     std::string output;   ///< for standard output: help or version
     std::string error;    ///< for standard error
@@ -74,6 +76,9 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
 
 /// Two existing paths in front and no command: a compare of both. The second may be "-".
 bool MeansCompare(const std::vector<std::string>& arguments);
+
+/// One existing path alone: a document for one side of a window.
+bool MeansDocument(const std::vector<std::string>& arguments);
 
 /// True when the arguments are in the slash form: the first begins with "/" and is no existing
 /// path, or the line holds a drive and a "\" such as "C:\".

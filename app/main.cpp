@@ -91,6 +91,10 @@ int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
         return RunReady(platform, *outcome.compare, RunCompareCommand);
     if (outcome.text)
         return RunReady(platform, *outcome.text, RunTextCommand);
+    if (outcome.git) {
+        const std::string own = platform.folders->ProgramFolder() + "/zorvane";
+        return RunGitCommand(*outcome.git, CallOf(own));
+    }
     const bool printed = WriteStream(Stream::Output, outcome.output).ok();
     IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
     return printed ? outcome.exit_status : kTrouble;

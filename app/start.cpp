@@ -58,7 +58,7 @@ StartPlace WhereToStart(const StartDecision& decision, const CommandLineRequest&
 
 StartPlace WhereToStart(const std::vector<std::string>& arguments, const StartFacts& facts) {
     const bool two_paths = arguments.size() == 2 && MeansCompare(arguments) && arguments[1] != "-";
-    return two_paths ? WindowWhereItCan(facts) : StartPlace::Here;
+    return two_paths || MeansDocument(arguments) ? WindowWhereItCan(facts) : StartPlace::Here;
 }
 
 std::string WhyNoWindow(StartPlace place) {

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Makes the quick start documents (RTF) and the help pages (HTML) in installed/ from docs/guide/.
+"""Makes the quick start documents (RTF) in installed/ from docs/guide/, and the help pages (HTML): the English one
+from docs/USER_GUIDE.md, whose table of keys it writes, the others from docs/guide/.
 
   make_guides.py            writes them
   make_guides.py --check    fails where one is not what its source says
 
-The sources are Markdown: headings, paragraphs, code (four blanks), tables, **bold**, and marks of
-differences as the guide shows them: {-gone-} and {+new+}.
+The sources are Markdown: headings, paragraphs, code (four blanks), tables, pictures, **bold**, and marks
+of differences as the guide shows them: {-gone-} and {+new+}.
 """
 
 import html
@@ -15,6 +16,10 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 SOURCES = ROOT / "docs" / "guide"
+USER_GUIDE = ROOT / "docs" / "USER_GUIDE.md"
+COMMANDS = ["app/ui/frame_commands.cpp", "compare/ui/compare_commands.cpp"]
+BEGIN, END = "<!-- Keys, made by tools/make_guides.py -->\n", "<!-- End of the keys -->\n"
+ROW = re.compile(r'\{"[\w.]+", "((?:[^"\\]|\\.)*)", "([^"]*)", \d+, "([^"]*)", "[^"]*", "((?:[^"\\]|\\.)*)"')
 TARGET = ROOT / "installed"
 
 LANGUAGES = {  # name: (code, font of RTF, its language number, help page)
@@ -22,6 +27,7 @@ LANGUAGES = {  # name: (code, font of RTF, its language number, help page)
     "German": ("de", "Liberation Sans", 1031, "Zorvane-German.html"),
     "Japanese": ("ja", "Noto Sans CJK JP", 1041, "Zorvane-Japanese.html"),
 }
+PICTURE = re.compile(r"!\[(.*)\]\((.*)\)")
 INLINE = re.compile(r"\*\*(?P<bold>.+?)\*\*|\{-(?P<gone>.+?)-\}|\{\+(?P<new>.+?)\+\}")
 
 
@@ -35,6 +41,10 @@ def blocks_of(text):
             yield "title", block[2:]
         elif block.startswith("    "):
             yield "code", "\n".join(line[4:] for line in lines)
+        elif block.startswith("<!--"):
+            continue
+        elif PICTURE.fullmatch(block):
+            yield "picture", PICTURE.fullmatch(block).groups()
         elif block.startswith("|"):
             rows = [[cell.strip() for cell in line.strip("|").split("|")] for line in lines]
             yield "table", [row for number, row in enumerate(rows) if number != 1]
@@ -140,6 +150,7 @@ table { border-collapse: collapse; width: 100%; }
 th, td { text-align: left; vertical-align: top; padding: .35rem .6rem; border-bottom: 1px solid var(--line); }
 th:first-child, td:first-child { width: 32%; }
 th { background: var(--ground); }
+img { max-width: 100%; border: 1px solid var(--line); border-radius: 4px; }
 del { color: var(--gone); }
 ins { color: var(--new); }
 """
@@ -162,6 +173,9 @@ def html_block(kind, content):
             cells = (f"<{tag}>{inline(cell, html_text, HTML_STYLES)}</{tag}>" for cell in row)
             out += "<tr>" + "".join(cells) + "</tr>\n"
         return out + "</table>\n"
+    if kind == "picture":
+        words, path = content
+        return f'<p><img src="{html.escape(path)}" alt="{html.escape(words)}"></p>\n'
     return f"<p>{inline(content, html_text, HTML_STYLES)}</p>\n"
 
 
@@ -173,11 +187,32 @@ def html_document(text, code):
             "".join(html_block(*block) for block in blocks_of(text)) + "</body>\n</html>\n")
 
 
+# ---- keys ----
+
+def key_table():
+    """Of the command tables, in their order; a command without a key is reached by its menu."""
+    rows = ["| Keys | Command |", "|---|---|"]
+    for name in COMMANDS:
+        source = (ROOT / name).read_text(encoding="utf-8")
+        for text, _, keys, hint in ROW.findall(source):
+            if keys:
+                command = text.replace("&", "").rstrip(".")
+                rows.append(f"| {keys.replace('; ', ', ')} | **{command}**: {hint[:1].lower()}{hint[1:]} |")
+    return "\n".join(rows) + "\n"
+
+
+def with_keys(guide):
+    head, rest = guide.split(BEGIN)
+    return head + BEGIN + "\n" + key_table() + "\n" + END + rest.split(END)[1]
+
+
 def documents():
+    guide = with_keys(USER_GUIDE.read_text(encoding="utf-8"))
+    yield USER_GUIDE, guide
     for name, (code, font, number, page) in LANGUAGES.items():
         text = (SOURCES / f"{name}.md").read_text(encoding="utf-8")
         yield TARGET / f"Zorvane_QuickStart_{name}.rtf", rtf_document(text, font, number)
-        yield TARGET / "help" / page, html_document(text, code)
+        yield TARGET / "help" / page, html_document(guide if name == "English" else text, code)
 
 
 def main(arguments):

@@ -1,13 +1,17 @@
 #!/usr/bin/env python3
-"""Makes the pictures in docs/images from the example pair: the HTML page, the terminal, the word-processor report.
+"""Makes the pictures in docs/images from the example pair: the HTML page, the terminal, the word-processor
+report, the windows.
 
-    tools/make_pictures.py build/release/zorvane
+    tools/make_pictures.py build/release/zorvane               all
+    tools/make_pictures.py build/release/zorvane --windows     those of the windows alone
 
 Needs Chromium, LibreOffice and pdftoppm, which neither building nor testing needs."""
 
 import html
+import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -45,11 +49,29 @@ def terminal_page(text):
             'white-space:pre-wrap">' + "".join(out) + "</pre>")
 
 
+# Of the user guide: what zv_window_pictures draws, and its name in docs/images.
+WINDOWS = {"01-start": "window-start", "02-compare": "window-compare", "05-result-panel": "window-panel",
+           "08-all-in-one-dark": "window-all-in-one"}
+
+
+def draw_windows(painter, images, folder):
+    if not painter.exists():
+        print(f"{painter} is not built; the pictures of the windows stay as they are")
+        return
+    subprocess.run([painter, *PAIR, folder], check=True, cwd=ROOT,
+                   env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+    for drawn, name in WINDOWS.items():
+        shutil.copy(folder / f"{drawn}.png", images / f"{name}.png")
+
+
 def main():
     program = pathlib.Path(sys.argv[1]).resolve()
     images = ROOT / "docs/images"
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
+        draw_windows(program.parent / "tests/ui/zv_window_pictures", images, folder)
+        if sys.argv[2:] == ["--windows"]:
+            return
         run(program, "compare", *PAIR, "--title", "Lease, 2025 and 2026", "-o", folder / "lease.html",
             "-o", folder / "lease.doc")
         shoot(folder / "lease.html", images / "report.png", "1280,1100", folder)

@@ -6,6 +6,7 @@
 #include <QScreen>
 
 #include "app/ui/frame_commands.h"
+#include "common/platform/terminal.h"
 #include "common/ui/icons.h"
 #include "common/ui/language_dialog.h"
 #include "common/ui/measures.h"
@@ -93,8 +94,11 @@ MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
     PageHost host;
     host.bring_to_front = [this](QWidget& page) {
         area_->Show(page);
-        if (!process_.gbCommandLineRunning)
-            show();
+        if (process_.gbCommandLineRunning)
+            return;
+        show();
+        if (auto* compare = dynamic_cast<CompareFilesPage*>(&page); compare->Viewer() != nullptr)
+            compare->Viewer()->RunInBackground(true);
     };
     host.commands_changed = [this] { RefreshLater(); };
     host.caption_changed = [this] { ShowCaptions(); };
@@ -133,13 +137,25 @@ CompareFilesPage* MainWindow::ActivePage() const {
     return area_ == nullptr ? nullptr : dynamic_cast<CompareFilesPage*>(area_->Current());
 }
 
-void MainWindow::OpenPair(const std::string& original, const std::string& modified) {
+// A page that nobody works in, else a new one.
+CompareFilesPage* MainWindow::FreePage() {
     CompareFilesPage* page = ActivePage();
-    if (page == nullptr || !page->ShowsStart()) {
-        if (frame_->CreateNewCompareFilesForm() == nullptr)
-            return;
-        page = ActivePage();
-    }
+    if (page != nullptr && page->ShowsStart())
+        return page;
+    return frame_->CreateNewCompareFilesForm() == nullptr ? nullptr : ActivePage();
+}
+
+void MainWindow::OpenFiles(const std::vector<std::string>& files) {
+    if (files.size() > 1)
+        OpenPair(files[0], files[1]);
+    else if (CompareFilesPage* page = FreePage())
+        page->TakeFile(Side::Original, ToQt(files[0]));
+}
+
+void MainWindow::OpenPair(const std::string& original, const std::string& modified) {
+    CompareFilesPage* page = FreePage();
+    if (page == nullptr)
+        return;
     page->TakeFile(Side::Original, ToQt(original));
     page->TakeFile(Side::Modified, ToQt(modified));
     page->Compare();
@@ -259,6 +275,10 @@ void MainWindow::CloseDialogs() {
 }
 
 void MainWindow::ShowMessage(const std::string& message) {
+    if (!has_display_) {
+        IgnoreFailure(WriteStream(Stream::Error, message + "\n"), "there is no other place for it");
+        return;
+    }
     Tell(QStringLiteral("Zorvane"), ToQt(message), text_("OK"), isVisible() ? this : nullptr);
 }
 

@@ -29,8 +29,14 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     ViewerFactories Viewers();
     /// Runs go on beside the windows from here on, and the frame is polled.
     void BeginInteractive();
+    /// The same for a program that nobody has opened a window of yet.
+    void BeginInBackground() { poll_.start(); }
+    /// Messages go to standard error from here on: nobody could close a box.
+    void HaveNoDisplay() { has_display_ = false; }
     /// Compares two files in the viewer in front, or a new one.
     void OpenPair(const std::string& original, const std::string& modified);
+    /// As on a command line: two files, or one, the original.
+    void OpenFiles(const std::vector<std::string>& files);
     CompareFilesPage* ActivePage() const;
     CommandSet& Commands() { return *commands_; }
     CommandPalette& Palette() { return *palette_; }
@@ -59,6 +65,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void BindHelp();
     MadeViewer MakeViewer(const CommandLineRequest& request);
     void CompareTexts(const RichText& original, const RichText& modified);
+    CompareFilesPage* FreePage();
     void OpenExample();
     void OpenPath(const std::string& path);
     void Tick();
@@ -83,6 +90,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     QTimer refresh_;
     bool loaded_ = false;
     bool ended_ = false;
+    bool has_display_ = true;
 };
 
 }  // namespace zorvane

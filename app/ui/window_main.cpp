@@ -1,5 +1,7 @@
 // The program with the windows. Takes the command line of the one without, which hands over to it.
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <QApplication>
@@ -7,9 +9,11 @@
 #include "app/command_line_parser.h"
 #include "app/compare_command.h"
 #include "app/run_modes.h"
+#include "app/ui/automation_service.h"
 #include "app/ui/main_window.h"
 #include "common/platform/platform.h"
 #include "common/platform/process_end.h"
+#include "common/platform/terminal.h"
 #include "common/process_state.h"
 
 namespace {
@@ -23,21 +27,66 @@ std::string JoinedLine(const std::vector<std::string>& arguments) {
     return line;
 }
 
-// Two paths open on both; every other line is a session or a run of the slash form.
+// Two paths open on both, one is the original; every other line is a session or a run of the slash
+// form.
 RunOutcome Start(ProcessState& process, const std::vector<std::string>& arguments,
                  frmMainMDI& frame, MainWindow& window) {
     CommandLineRequest request;
-    const bool pair = arguments.size() == 2 && !IsSlashForm(arguments);
+    const bool paths = !arguments.empty() && arguments.size() <= 2 && !IsSlashForm(arguments);
     const RunOutcome outcome =
-        Main(process, pair ? std::string() : JoinedLine(arguments), request, frame);
+        Main(process, paths ? std::string() : JoinedLine(arguments), request, frame);
     if (outcome.mode != RunMode::Interactive &&
         !(outcome.mode == RunMode::CommandLine && frame.NumberOpenScreens() > 0 &&
           !request.bExitWhenDone))
         return outcome;
     window.BeginInteractive();
-    if (pair)
-        window.OpenPair(arguments[0], arguments[1]);
+    if (paths)
+        window.OpenFiles(arguments);
     return {RunMode::Interactive, 0};
+}
+
+constexpr std::string_view kAutomation = "--automation";
+
+// Where a client of the session bus wants the automation class: what the service file asks for.
+bool WantsAutomation(const std::vector<std::string>& arguments) {
+    return arguments.size() == 1 && arguments[0].starts_with(kAutomation);
+}
+
+// "--automation=5" lingers five seconds behind the last client.
+int LingerOf(const std::string& argument, int usual) {
+    constexpr int kMilliseconds = 1000;
+    constexpr int kMost = 86'400;
+    bool is_number = false;
+    const int seconds =
+        ToQt(std::string_view(argument).substr(kAutomation.size())).remove(u'=').toInt(&is_number);
+    return is_number ? std::clamp(seconds, 0, kMost) * kMilliseconds : usual;
+}
+
+// The bus may start the service where there is no display, or one that is gone.
+void FindAnyPlatform() {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", qgetenv("XDG_SESSION_TYPE") == "wayland"
+                                       ? "wayland;xcb;offscreen"
+                                       : "xcb;wayland;offscreen");
+}
+
+int ServeAutomation(ProcessState& process, frmMainMDI& frame, MainWindow& window,
+                    const std::string& argument) {
+    AutomationService::Rules rules;
+    rules.linger = LingerOf(argument, rules.linger);
+    rules.person_looks = [&window] { return window.isVisible(); };
+    rules.display = QGuiApplication::platformName() != QStringLiteral("offscreen");
+    if (!rules.display)
+        window.HaveNoDisplay();
+    AutomationService service(process, frame, std::move(rules));
+    const Status begun = service.Begin(QDBusConnection::sessionBus());
+    if (!begun.ok()) {
+        IgnoreFailure(WriteStream(Stream::Error, "zorvane: " + begun.failure().reason + "\n"),
+                      "there is no other place for it");
+        return 2;
+    }
+    window.BeginInBackground();
+    return QApplication::exec();
 }
 
 }  // namespace
@@ -45,6 +94,9 @@ RunOutcome Start(ProcessState& process, const std::vector<std::string>& argument
 int main(int count, char** values) {
     PrepareForBadEndings();
     const std::vector<std::string> arguments(values + 1, values + count);
+    const bool automation = WantsAutomation(arguments);
+    if (automation)
+        FindAnyPlatform();
     // Its own switches are the program's, not the toolkit's.
     int toolkit_count = 1;
     QApplication application(toolkit_count, values);
@@ -57,6 +109,11 @@ int main(int count, char** values) {
     MainWindow window(process, theme);
     frmMainMDI frame(process, window, window.Viewers());
     window.SetFrame(frame);
+    if (automation) {
+        const int code = ServeAutomation(process, frame, window, arguments[0]);
+        frame.UnloadAll();
+        return code;
+    }
     const RunOutcome outcome = Start(process, arguments, frame, window);
     const int code =
         outcome.mode == RunMode::Interactive ? QApplication::exec() : outcome.exit_code;

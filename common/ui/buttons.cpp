@@ -259,7 +259,11 @@ SegmentedGroup::SegmentedGroup(const QString& name, QWidget* parent) : QWidget(p
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(kFrameInset, kFrameInset, kFrameInset, kFrameInset);
     layout->setSpacing(2);
-    connect(&group_, &QButtonGroup::idClicked, this, &SegmentedGroup::Chosen);
+    // A screen reader chooses without a click.
+    connect(&group_, &QButtonGroup::idToggled, this, [this](int id, bool on) {
+        if (on && !setting_)
+            Q_EMIT Chosen(id);
+    });
 }
 
 void SegmentedGroup::Add(int id, const QString& text, const QString& icon, const QString& name) {
@@ -268,7 +272,7 @@ void SegmentedGroup::Add(int id, const QString& text, const QString& icon, const
     group_.addButton(segment, id);
     layout()->addWidget(segment);
     if (group_.buttons().size() == 1)
-        segment->setChecked(true);
+        SetCurrent(id);
 }
 
 void SegmentedGroup::SetCount(int id, int count) {
@@ -282,8 +286,10 @@ void SegmentedGroup::SetSegmentEnabled(int id, bool enabled) {
 }
 
 void SegmentedGroup::SetCurrent(int id) {
+    setting_ = true;
     if (QAbstractButton* button = group_.button(id))
         button->setChecked(true);
+    setting_ = false;
 }
 
 void SegmentedGroup::paintEvent(QPaintEvent*) {

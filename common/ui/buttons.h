@@ -96,6 +96,7 @@ class SegmentedGroup : public QWidget {
 
   private:
     QButtonGroup group_;
+    bool setting_ = false;  ///< by the program, not by a person
 };
 
 }  // namespace zorvane

@@ -1,10 +1,10 @@
 #include "common/ui/cards.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "common/ui/announce.h"
 #include "common/ui/icons.h"
 #include "common/ui/look_paint.h"
 #include "common/ui/look_style.h"
@@ -140,10 +140,7 @@ void MessageBar::ShowMessage(const QString& text, const QList<QPushButton*>& but
     text_->setText(text);
     setAccessibleName(text);
     show();
-    if (QAccessible::isActive()) {
-        QAccessibleEvent alert(this, QAccessible::Alert);
-        QAccessible::updateAccessibility(&alert);
-    }
+    Announce(*this, text);
 }
 
 void MessageBar::HideMessage() {

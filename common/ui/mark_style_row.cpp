@@ -138,7 +138,10 @@ void MarkStyleRow::AddToggle(TypeFace face, const char* what, bool MarkChoice::*
     names_.emplace_back(toggle, what);
     layout()->addWidget(toggle);
     toggles_.emplace_back(toggle, field);
-    connect(toggle, &QToolButton::clicked, this, [this, field](bool on) {
+    // A screen reader turns it over without a click.
+    connect(toggle, &QToolButton::toggled, this, [this, field](bool on) {
+        if (choice_.*field == on)
+            return;
         choice_.*field = on;
         ShowChoice();
         Q_EMIT Changed();

@@ -51,9 +51,18 @@ void LinkButton(QAbstractButton& button, CommandSet& commands, std::string_view 
     };
     follow();
     QObject::connect(action, &QAction::changed, &button, follow);
-    QObject::connect(&button, &QAbstractButton::clicked, action, [&commands, id] {
+    const auto run = [&commands, id] {
         commands.Run(id);
         commands.Refresh();  // a refused click leaves the button as the command is
+    };
+    if (!action->isCheckable()) {
+        QObject::connect(&button, &QAbstractButton::clicked, action, run);
+        return;
+    }
+    // A screen reader turns a button over without a click.
+    QObject::connect(&button, &QAbstractButton::toggled, action, [action, run](bool on) {
+        if (on != action->isChecked())
+            run();
     });
 }
 

@@ -50,6 +50,7 @@ CompareBar::CompareBar(CommandSet& commands, UiText text, QWidget* parent)
         const auto tell = [segment, action] {
             segment->setProperty("caption", WithoutMnemonic(action->text()));
             segment->setToolTip(action->toolTip());
+            segment->setAccessibleDescription(action->statusTip());
         };
         tell();
         connect(action, &QAction::changed, segment, tell);

@@ -59,6 +59,7 @@ void CompareFilesPage::Connect(frmCompareFiles& viewer) {
     rows->addWidget(rooms_, 1);
     status_ = new StatusBar(kStatusPanels, this);
     rows->addWidget(status_);
+    announcer_ = std::make_unique<RunAnnouncer>(*status_, text_);
     connect(status_, &StatusBar::PanelClicked, this, [this](int number) {
         if (number == static_cast<int>(StatusPanel::Main) && viewer_ != nullptr)
             viewer_->Abort();

@@ -22,8 +22,10 @@
 #include "compare/ui/option_pages.h"
 #include "compare/ui/panel_room.h"
 #include "compare/ui/result_head.h"
+#include "compare/ui/run_announcer.h"
 #include "compare/ui/start_page.h"
 #include "compare/view/rows_follower.h"
+#include "compare/view/spoken_difference.h"
 #include "compare/viewer_window.h"
 #include "load/file_type_options.h"
 
@@ -234,6 +236,12 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     QString PdfName() const;
     void SavePdf();
     PaneTexts TextsOfPane() const;
+    // For screen readers (compare_page_speech.cpp).
+    QString Spoken(std::int32_t record, const SpokenRules& rules) const;
+    void SayDifference(std::int32_t index);
+    void SayRun(bool begins);
+    void SayProgress();
+    void NameSides();
     void ForViews(const std::function<void(RichTextView&)>& act);
     RichTextView* ViewOf(ShownEditor editor) const;
 
@@ -284,6 +292,8 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     bool told_stale_ = false;
     bool started_ = false;  ///< a person chose to work, so the start page is over
     bool waiting_ = false;
+    bool has_verdict_ = false;  ///< of the run under way
+    std::unique_ptr<RunAnnouncer> announcer_;
 };
 
 /// Binds the commands of Compare Files to the page in front; nullptr: none is.

@@ -1,5 +1,4 @@
 // What a person does in a Compare Files window.
-#include <QAccessible>
 #include <QApplication>
 #include <QDateTime>
 #include <QFileInfo>
@@ -10,7 +9,6 @@
 #include "common/ui/qt_text.h"
 #include "compare/ui/compare_files_page.h"
 #include "compare/view/copy_over.h"
-#include "compare/view/spoken_difference.h"
 
 namespace zorvane {
 namespace {
@@ -66,6 +64,7 @@ void CompareFilesPage::ShowFiles() {
         start_->SetRecent(side, recent);
         start_->SetChosen(side, ToQt(FileOf(*viewer_, side)));
     }
+    NameSides();
     host_.caption_changed();
     host_.commands_changed();
 }
@@ -300,20 +299,6 @@ void CompareFilesPage::MoveFocus(bool forward) {
     const auto at = found == panes.end() ? -1 : found - panes.begin();
     const auto next = (at + (forward ? 1 : count - 1) + count) % count;
     panes[static_cast<std::size_t>(next)]->setFocus(Qt::TabFocusReason);
-}
-
-void CompareFilesPage::ReadAloud() {
-    const Comparison* shown = viewer_->ShownComparison();
-    const std::int32_t record = viewer_->mlCurrentDifference() - 1;
-    if (shown == nullptr || record < 0)
-        return;
-    const std::string words = SpokenDifference(
-        *shown, record, [this](std::string_view english) { return FromQt(text_(english)); },
-        {.with_place = true, .longest = 100'000, .most_places = 1000});
-    status_->setAccessibleName(ToQt(words));
-    QAccessibleEvent alert(status_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
-    ShowStatus(StatusPanel::Main, words.substr(0, words.find('\n')));
 }
 
 // Esc, the first that applies: stop a run, fold the options, back to the text.

@@ -76,6 +76,7 @@ void CompareFilesPage::SetDifferenceList(const DifferenceList& list) {
     const Comparison* shown = viewer_->ShownComparison();
     kinds_ = shown == nullptr ? KindCounts() : CountKinds(*shown);
     ShowCounts();
+    has_verdict_ = shown != nullptr;
     ShowIgnored();
     ShowVerdict();
     host_.commands_changed();

@@ -2,7 +2,6 @@
 #include <utility>
 
 #include "compare/ui/compare_files_page.h"
-#include "compare/view/spoken_difference.h"
 
 namespace zorvane {
 namespace {
@@ -109,6 +108,15 @@ PaneTexts CompareFilesPage::TextsOfPane() const {
     const UiText text = text_;
     PaneTexts texts;
     texts.fold = [text](std::int32_t count) { return text("%1 unchanged paragraphs").arg(count); };
+    texts.fold_spoken = [text](std::int32_t count) {
+        return text("%1 unchanged paragraphs, folded").arg(count);
+    };
+    texts.overview = [text](std::int32_t count) {
+        return text("Overview, %1 differences").arg(count);
+    };
+    texts.in_sight = [text](std::int32_t first, std::int32_t last, std::int32_t all) {
+        return text("paragraphs %1 to %2 of %3").arg(first).arg(last).arg(all);
+    };
     texts.only_in = [text](Side only, std::int32_t count) {
         const QString words =
             text(only == Side::Original ? "only in Original" : "only in Modified");
@@ -117,18 +125,13 @@ PaneTexts CompareFilesPage::TextsOfPane() const {
     texts.moved_to = [text](std::int32_t paragraph) {
         return text("moved to paragraph %1").arg(paragraph);
     };
-    texts.copy = [text](std::int32_t record, Side from) {
-        return text(from == Side::Original ? "Copy difference %1 to Modified"
-                                           : "Copy difference %1 to Original")
-            .arg(record + 1);
+    texts.copy = [this, text](std::int32_t record, Side from) {
+        return text(from == Side::Original ? "Copy change %1 of %2 to Modified"
+                                           : "Copy change %1 of %2 to Original")
+            .arg(record + 1)
+            .arg(viewer_ == nullptr ? 0 : viewer_->Differences().Count());
     };
-    texts.difference = [this, text](std::int32_t record) {
-        const Comparison* shown = viewer_ == nullptr ? nullptr : viewer_->ShownComparison();
-        if (shown == nullptr)
-            return QString();
-        return ToQt(SpokenDifference(
-            *shown, record, [text](std::string_view english) { return FromQt(text(english)); }));
-    };
+    texts.difference = [this](std::int32_t record) { return Spoken(record, {.with_place = true}); };
     return texts;
 }
 

@@ -110,8 +110,10 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         ForgetNews();
         ShowRoom();
         progress_->Begin(text_("Comparing the documents"));
+        SayRun(true);
     } else {
         progress_->End();
+        SayRun(false);
         // A load may have changed options, where its user agreed.
         compare_options_->Binding().Show();
         if (editors_->View(Side::Original).Wrap() != viewer_->Settings().mnuWordWrap)
@@ -138,9 +140,11 @@ void CompareFilesPage::RestoreFocus() {
 void CompareFilesPage::Tick() {
     if (viewer_ == nullptr)
         return;
-    if (viewer_->Busy() && waiting_)
+    if (viewer_->Busy() && waiting_) {
         progress_->SetProgress(kPercent * viewer_->RunShare(),
                                status_->Panel(static_cast<int>(StatusPanel::Main)));
+        SayProgress();
+    }
     viewer_->CheckFilesOnDisk();
     if (viewer_ == nullptr)
         return;
@@ -169,6 +173,7 @@ void CompareFilesPage::SelectInDifferenceList(std::int32_t index) {
         return;
     bar_->List().SetCurrent(index);
     bar_->SetPlace(index + 1, viewer_->Differences().Count());
+    SayDifference(index);
 }
 
 void CompareFilesPage::EnableNavigation(const NavigationButtons&) {

@@ -1,6 +1,7 @@
 #include "compare/ui/compare_pane.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QApplication>
 #include <QWheelEvent>
@@ -13,6 +14,15 @@ PaneTexts PaneTexts::English() {
     PaneTexts texts;
     texts.fold = [](std::int32_t paragraphs) {
         return QStringLiteral("%1 unchanged paragraphs").arg(paragraphs);
+    };
+    texts.fold_spoken = [](std::int32_t paragraphs) {
+        return QStringLiteral("%1 unchanged paragraphs, folded").arg(paragraphs);
+    };
+    texts.overview = [](std::int32_t count) {
+        return QStringLiteral("Overview, %1 differences").arg(count);
+    };
+    texts.in_sight = [](std::int32_t first, std::int32_t last, std::int32_t all) {
+        return QStringLiteral("paragraphs %1 to %2 of %3").arg(first).arg(last).arg(all);
     };
     texts.only_in = [](Side side, std::int32_t paragraphs) {
         const QString text = side == Side::Original ? QStringLiteral("only in Original")
@@ -110,11 +120,15 @@ void ComparePane::SetTexts(PaneTexts texts) {
         views_[side]->SetLabels(LabelsOf(side));
     merged_view_->SetLabels(LabelsOf(Side::Original));
     strip_->button_name = texts_.copy;
+    overview_->place_words = [this](const OverviewPlaces& places) {
+        return texts_.in_sight ? texts_.in_sight(places.first, places.last, places.all) : QString();
+    };
 }
 
 ViewLabels ComparePane::LabelsOf(Side side) const {
     ViewLabels labels;
     labels.fold = texts_.fold;
+    labels.fold_spoken = texts_.fold_spoken;
     labels.difference = texts_.difference;
     labels.room = [this, side](const RoomRun& run) { return RoomLabel(side, run); };
     return labels;
@@ -286,6 +300,9 @@ void ComparePane::MarksOfOverview() {
                                  span.count});
         }
     }
+    if (texts_.overview)
+        overview_->setAccessibleName(texts_.overview(static_cast<std::int32_t>(
+            result == nullptr ? std::size_t{0} : result->records.size())));
     overview_->SetMarks(std::move(marks));
 }
 
@@ -297,7 +314,7 @@ void ComparePane::WindowOfOverview() {
     RichTextView& view = all_in_one_ ? *merged_view_ : *views_.original;
     const std::vector<ShownRow> shown = view.Page().Shown();
     if (rows.Rows() == 0 || shown.empty()) {
-        overview_->SetWindow(0, 1);
+        TellWindow(0, 1);
         return;
     }
     const auto part_of = [&](const ShownRow& row, double inside) {
@@ -318,8 +335,22 @@ void ComparePane::WindowOfOverview() {
     const ShownRow& first = shown.front();
     const ShownRow& last = shown.back();
     const double bottom = view.viewport()->height();
-    overview_->SetWindow(part_of(first, -first.y / std::max(1.0, first.height)),
-                         part_of(last, std::clamp((bottom - last.y) / last.height, 0.0, 1.0)));
+    TellWindow(part_of(first, -first.y / std::max(1.0, first.height)),
+               part_of(last, std::clamp((bottom - last.y) / last.height, 0.0, 1.0)));
+}
+
+// A paragraph of which the edge alone is in sight does not count.
+void ComparePane::TellWindow(double begin, double end) {
+    constexpr double kEdge = 0.01;
+    const std::int32_t rows = aligner_->Rows().Rows();
+    OverviewPlaces places{1, rows, rows};
+    if (rows > 0) {
+        places.first = std::clamp(static_cast<std::int32_t>(begin * rows + kEdge) + 1, 1, rows);
+        places.last = std::clamp(static_cast<std::int32_t>(std::ceil(end * rows - kEdge)),
+                                 places.first, rows);
+    }
+    overview_->SetWindow(begin, end);
+    overview_->SetPlaces(places);
 }
 
 void ComparePane::GoToPart(double part) {

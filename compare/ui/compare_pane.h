@@ -18,11 +18,15 @@ inline constexpr double kLineLength = 760;  // of "all in one", at 100 %
 
 /// What a pane says, in the user's language. Each may be empty.
 struct PaneTexts {
-    std::function<QString(std::int32_t paragraphs)> fold;  ///< "14 unchanged paragraphs"
+    std::function<QString(std::int32_t paragraphs)> fold;         ///< "14 unchanged paragraphs"
+    std::function<QString(std::int32_t paragraphs)> fold_spoken;  ///< "..., folded"
     std::function<QString(Side only, std::int32_t paragraphs)> only_in;
     std::function<QString(std::int32_t paragraph)> moved_to;
     std::function<QString(std::int32_t record, Side from)> copy;  ///< name of a button
     std::function<QString(std::int32_t record)> difference;       ///< for screen readers
+    std::function<QString(std::int32_t count)> overview;          ///< its name
+    /// What is in sight.
+    std::function<QString(std::int32_t first, std::int32_t last, std::int32_t all)> in_sight;
     static PaneTexts English();
 };
 
@@ -70,6 +74,7 @@ class ComparePane : public QWidget {
     void Follow(Side from, double moved);
     void MarksOfOverview();
     void WindowOfOverview();
+    void TellWindow(double begin, double end);
     void GoToPart(double part);
     void MakeMerged();
     QString RoomLabel(Side side, const RoomRun& run) const;

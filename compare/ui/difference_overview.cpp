@@ -7,6 +7,8 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include "compare/ui/overview_accessible.h"
+
 namespace zorvane {
 namespace {
 
@@ -20,6 +22,7 @@ constexpr double kFrameRadius = 3;
 }  // namespace
 
 DifferenceOverview::DifferenceOverview(QWidget* parent) : QWidget(parent) {
+    InstallOverviewAccessible();
     setFixedWidth(kOverviewWidth);
     setAttribute(Qt::WA_OpaquePaintEvent);
     timer_.setInterval(kDelay);
@@ -46,9 +49,11 @@ void DifferenceOverview::SetWindow(double begin, double end) {
     update();
 }
 
-void DifferenceOverview::SetTexts(const QString& name, const QString& description) {
-    setAccessibleName(name);
-    setAccessibleDescription(description);
+void DifferenceOverview::SetPlaces(const OverviewPlaces& places) {
+    if (places == places_)
+        return;
+    places_ = places;
+    TellOverviewMoved(*this);
 }
 
 void DifferenceOverview::Later() {

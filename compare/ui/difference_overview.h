@@ -23,6 +23,14 @@ struct OverviewStripe {
     std::int32_t paragraphs = 1;
 };
 
+/// Paragraphs in sight, of all; counted from 1.
+struct OverviewPlaces {
+    std::int32_t first = 1;
+    std::int32_t last = 0;
+    std::int32_t all = 0;
+    friend bool operator==(const OverviewPlaces&, const OverviewPlaces&) = default;
+};
+
 /// The picture is made anew by a timer after the marks or the size changed: painting 50,000 marks
 /// at each scroll step would take half a second.
 class DifferenceOverview : public QWidget {
@@ -33,8 +41,10 @@ class DifferenceOverview : public QWidget {
     void SetMarks(std::vector<OverviewStripe> marks);
     /// The part of the text in sight.
     void SetWindow(double begin, double end);
-    /// For screen readers.
-    void SetTexts(const QString& name, const QString& description);
+    /// What a screen reader is told to be in sight.
+    void SetPlaces(const OverviewPlaces& places);
+    const OverviewPlaces& Places() const { return places_; }
+    std::function<QString(const OverviewPlaces&)> place_words;
     /// Makes a picture that waits now; for pictures of the window and tests.
     void Flush();
     int PicturesMade() const { return pictures_made_; }
@@ -62,6 +72,7 @@ class DifferenceOverview : public QWidget {
     QTimer timer_;
     double begin_ = 0;
     double end_ = 1;
+    OverviewPlaces places_;
     int pictures_made_ = 0;
 };
 

@@ -21,9 +21,13 @@ class OptionBinding {
     std::function<void()> changed;
 
     void Check(QAbstractButton* box, std::function<bool()> read, std::function<void(bool)> write) {
-        shows_.push_back([box, read = std::move(read)] { box->setChecked(read()); });
-        QObject::connect(box, &QAbstractButton::clicked, box,
-                         [this, write = std::move(write)](bool on) { Write([&] { write(on); }); });
+        shows_.push_back([box, read] { box->setChecked(read()); });
+        // A screen reader turns a box over without a click; what `Show` does is no change.
+        QObject::connect(box, &QAbstractButton::toggled, box,
+                         [this, read = std::move(read), write = std::move(write)](bool on) {
+                             if (on != read())
+                                 Write([&] { write(on); });
+                         });
     }
     void Text(QLineEdit* line, std::function<std::string()> read,
               std::function<void(const std::string&)> write) {

@@ -41,6 +41,8 @@ class ResultHead : public QFrame {
     /// Where the focus comes to.
     QWidget* FirstStop() const;
     void FitTo(const FoldPlan& plan);
+    /// What came of the compare, such as "13 differences".
+    QString Verdict() const { return sentence_->text(); }
 
     std::function<void(ViewFilter)> filter_chosen;
     std::function<void()> ignored_clicked;

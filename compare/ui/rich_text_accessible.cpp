@@ -1,6 +1,7 @@
 #include "compare/ui/rich_text_accessible.h"
 
 #include <algorithm>
+#include <memory>
 
 #include <QTextBoundaryFinder>
 
@@ -47,6 +48,11 @@ QString Escaped(QString value) {
 
 RichTextAccessible::RichTextAccessible(RichTextView& view)
     : QAccessibleWidget(&view, QAccessible::EditableText), view_(view) {}
+
+RichTextAccessible::~RichTextAccessible() {
+    for (const auto& [part, id] : parts_)
+        QAccessible::deleteAccessibleInterface(id);
+}
 
 void RichTextAccessible::Install() {
     static const bool installed = [] {
@@ -107,6 +113,39 @@ QAccessible::State RichTextAccessible::state() const {
     state.readOnly = view_.IsReadOnly();
     state.editable = !view_.IsReadOnly();
     return state;
+}
+
+// ---- folds and differences ----
+
+int RichTextAccessible::childCount() const {
+    return QAccessibleWidget::childCount() + static_cast<int>(PartsInSight(view_).size());
+}
+
+// Kept by Qt, under the number that readers know it by.
+QAccessibleInterface* RichTextAccessible::PartOf(ViewPart part) const {
+    const auto [place, is_new] = parts_.try_emplace(part, 0);
+    if (is_new)
+        place->second = QAccessible::registerAccessibleInterface(
+            std::make_unique<ViewPartAccessible>(view_, part).release());
+    return QAccessible::accessibleInterface(place->second);
+}
+
+QAccessibleInterface* RichTextAccessible::child(int index) const {
+    const int widgets = QAccessibleWidget::childCount();
+    if (index < widgets)
+        return QAccessibleWidget::child(index);
+    const std::vector<ViewPart> parts = PartsInSight(view_);
+    const auto at = static_cast<std::size_t>(index - widgets);
+    return at < parts.size() ? PartOf(parts[at]) : nullptr;
+}
+
+int RichTextAccessible::indexOfChild(const QAccessibleInterface* child) const {
+    const std::vector<ViewPart> parts = PartsInSight(view_);
+    for (std::size_t at = 0; at < parts.size(); ++at) {
+        if (PartOf(parts[at]) == child)
+            return QAccessibleWidget::childCount() + static_cast<int>(at);
+    }
+    return QAccessibleWidget::indexOfChild(child);
 }
 
 // ---- selection and caret ----

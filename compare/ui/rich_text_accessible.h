@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 
 #include <QAccessibleWidget>
 
 #include "compare/ui/rich_text_view.h"
+#include "compare/ui/view_parts_accessible.h"
 
 namespace zorvane {
 
@@ -16,6 +18,9 @@ class RichTextAccessible : public QAccessibleWidget,
                            public QAccessibleEditableTextInterface {
   public:
     explicit RichTextAccessible(RichTextView& view);
+    ~RichTextAccessible() override;
+    RichTextAccessible(const RichTextAccessible&) = delete;
+    RichTextAccessible& operator=(const RichTextAccessible&) = delete;
 
     /// Makes the program's views known to screen readers; costs nothing when done again.
     static void Install();
@@ -29,6 +34,11 @@ class RichTextAccessible : public QAccessibleWidget,
 
     void* interface_cast(QAccessible::InterfaceType type) override;
     QAccessible::State state() const override;
+
+    // Behind the widgets of the view: its folds and differences in sight.
+    int childCount() const override;
+    QAccessibleInterface* child(int index) const override;
+    int indexOfChild(const QAccessibleInterface* child) const override;
 
     // Text.
     void selection(int index, int* start, int* end) const override;
@@ -62,7 +72,10 @@ class RichTextAccessible : public QAccessibleWidget,
     TextRange LineAt(CharPos place, const Block& block) const;
     QString Told(TextRange range, int* start, int* end) const;
 
+    QAccessibleInterface* PartOf(ViewPart part) const;
+
     RichTextView& view_;
+    mutable std::map<ViewPart, QAccessible::Id> parts_;  ///< those that were asked for
 };
 
 }  // namespace zorvane

@@ -30,6 +30,8 @@ enum class OuterEdges : unsigned char { None, Left, Right, Both };
 using FindInText = std::function<std::vector<TextRange>(std::u16string_view)>;
 struct ViewLabels {
     std::function<QString(std::int32_t folded)> fold;
+    /// The same for screen readers.
+    std::function<QString(std::int32_t folded)> fold_spoken;
     std::function<QString(const RoomRun&)> room;
     /// A difference in words, for screen readers.
     std::function<QString(std::int32_t record)> difference;

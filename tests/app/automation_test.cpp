@@ -59,10 +59,13 @@ class AutomationTest : public ::testing::Test {
         return "/M " + Path("a.txt") + " /S " + Path(modified) + " " + more;
     }
     std::int32_t Do(std::string line) { return client.DoCommandLine(line); }
-    void Submit(const std::string& name, const std::string& line) {
-        client.Submit(line, [this, name](std::int32_t code, const std::string&) {
-            replies.emplace_back(name, code);
-        });
+    void Submit(const std::string& name, const std::string& line, const std::string& caller = {}) {
+        client.Submit(
+            line,
+            [this, name](std::int32_t code, const std::string&) {
+                replies.emplace_back(name, code);
+            },
+            caller);
     }
 
     FakePlatform fakes;
@@ -173,6 +176,34 @@ TEST_F(AutomationTest, AClientThatGoesStopsItsRun) {
     Do(Line("/X /V /L " + Path("log")));
     EXPECT_TRUE(window.ended);
     EXPECT_EQ(replies, Calls{});
+}
+
+TEST_F(AutomationTest, WithoutADisplayNoViewerStays) {
+    client.KeepNoViewers();
+    EXPECT_EQ(Do(Line("/WS 0")), 0);
+    EXPECT_EQ(frame.NumberOpenScreens(), 0);
+    EXPECT_EQ(client.NumDifferencesFound(), 2);
+}
+
+TEST_F(AutomationTest, OneOfTwoCallersGoes) {
+    during_a_run = [&] {
+        Submit("never", Line("/X"), "first");
+        Submit("other", Line("/X"), "second");
+        client.Forget("first");
+        EXPECT_FALSE(window.ended);
+    };
+    Submit("stopped", Line("/X /L " + Path("log")), "first");
+    EXPECT_EQ(fakes.folder.Read("log").find("There were 2"), std::string::npos)
+        << "nobody waits for it any more";
+    EXPECT_EQ(replies.back(), std::pair(std::string("other"), 0));
+    EXPECT_EQ(replies.size(), 2U);
+    EXPECT_EQ(client.NumDifferencesFound(), 2) << "of the second caller";
+}
+
+TEST_F(AutomationTest, ACallerThatGoesLeavesTheRunOfAnother) {
+    during_a_run = [&] { client.Forget("second"); };
+    Submit("first", Line("/X /L " + Path("log")), "first");
+    EXPECT_NE(fakes.folder.Read("log").find("There were 2"), std::string::npos);
 }
 
 TEST_F(AutomationTest, SilenceIsThatOfTheRun) {

@@ -75,9 +75,12 @@ TEST(Start, TwoPathsOpenAWindowWhereItCan) {
     const std::string file = folder.Write("a", "");
     const StartFacts windows{true, "w"};
     EXPECT_EQ(WhereToStart({file, folder.Path()}, windows), Window);
+    EXPECT_EQ(WhereToStart({file}, windows), Window) << "one is the original";
+    EXPECT_EQ(WhereToStart({file}, {false, "w"}), Here);
     EXPECT_EQ(WhereToStart({file, file}, {false, "w"}), Here);
     EXPECT_EQ(WhereToStart({file, file}, {true, ""}), Here);
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{file},
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{folder.Path("no")},
+                                                      {"compare"},
                                                       {file, "-"},
                                                       {file, folder.Path("no")},
                                                       {file, file, "--stat"},

@@ -41,6 +41,15 @@ TEST_F(MainWindowTest, StartsWithAnEmptyPageAndWaitsForBothFiles) {
     EXPECT_FALSE(world.Page().ShowsStart());
 }
 
+TEST_F(MainWindowTest, OpensOneFileAsTheOriginal) {
+    WindowWorld world(fakes, theme);
+    world.window.OpenFiles({original});
+    EXPECT_EQ(world.Viewer().FileNames()[0], original);
+    world.Page().TakeFile(Side::Modified, ToQt(modified));
+    world.Page().Compare();
+    ASSERT_TRUE(WindowWorld::Until([&] { return world.Viewer().ShownComparison() != nullptr; }));
+}
+
 TEST_F(MainWindowTest, ShowsWhatWasComparedAndWalksIt) {
     WindowWorld world(fakes, theme);
     ASSERT_TRUE(world.Compare(original, modified));

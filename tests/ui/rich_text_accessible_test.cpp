@@ -109,5 +109,62 @@ TEST(RichTextAccessible, TellsADifferenceInWords) {
                     .contains(QStringLiteral("difference:change 1 of 1\\: deleted thirty;")));
 }
 
+TEST(RichTextAccessible, TellsWhatStandsBesideTheText) {
+    std::u16string same;
+    for (int at = 0; at < 14; ++at)
+        same += u"the same on both sides\r\n";
+    ShownPair shown(
+        RichText::Plain(u"thirty days are enough\r\n" + same + u"this is the end of it"),
+        RichText::Plain(u"forty days are enough\r\n" + same + u"that is the end of it"));
+    PaneTexts texts = PaneTexts::English();
+    texts.difference = [](std::int32_t record) {
+        return QStringLiteral("change %1").arg(record + 1);
+    };
+    shown.pane.SetTexts(texts);
+    shown.pane.SetFolded(true);
+    QAccessibleInterface* reader =
+        QAccessible::queryAccessibleInterface(&shown.pane.View(Side::Modified));
+    const auto names = [reader] {
+        QStringList found;
+        for (int at = 0; at < reader->childCount(); ++at) {
+            QAccessibleInterface* child = reader->child(at);
+            EXPECT_EQ(reader->indexOfChild(child), at);
+            if (child->object() == nullptr)
+                found << child->text(QAccessible::Name);
+        }
+        return found;
+    };
+    const QStringList folded = names();
+    ASSERT_EQ(folded.size(), 3);
+    EXPECT_EQ(folded[0], QStringLiteral("change 1"));
+    EXPECT_TRUE(folded[1].endsWith(QStringLiteral(" unchanged paragraphs, folded")));
+    EXPECT_EQ(folded[2], QStringLiteral("change 2"));
+    QAccessibleInterface* fold = reader->child(reader->childCount() - 2);
+    EXPECT_EQ(fold->role(), QAccessible::Button);
+    EXPECT_GT(fold->rect().height(), 10);
+    EXPECT_EQ(fold->parent(), reader);
+    fold->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(names(), (QStringList{QStringLiteral("change 1"), QStringLiteral("change 2")}));
+}
+
+TEST(OverviewAccessible, IsASliderOverTheParagraphs) {
+    std::u16string text;
+    for (int at = 0; at < 200; ++at)
+        text += u"a paragraph\r\n";
+    ShownPair shown(RichText::Plain(text + u"the one end of it"),
+                    RichText::Plain(text + u"the two end of it"));
+    QAccessibleInterface* slider = QAccessible::queryAccessibleInterface(&shown.pane.Overview());
+    EXPECT_EQ(slider->role(), QAccessible::Slider);
+    EXPECT_EQ(slider->text(QAccessible::Name), QStringLiteral("Overview, 1 differences"));
+    ASSERT_NE(slider->valueInterface(), nullptr);
+    EXPECT_EQ(slider->valueInterface()->currentValue(), 1);
+    EXPECT_EQ(slider->valueInterface()->maximumValue(), 201);
+    slider->valueInterface()->setCurrentValue(150);
+    const int first = slider->valueInterface()->currentValue().toInt();
+    EXPECT_GT(first, 100);
+    EXPECT_TRUE(slider->text(QAccessible::Value)
+                    .startsWith(QStringLiteral("paragraphs %1 to ").arg(first)));
+}
+
 }  // namespace
 }  // namespace zorvane

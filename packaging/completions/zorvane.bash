@@ -1,0 +1,48 @@
+# Completion of zorvane for bash; made by tools/make_completions.py.
+_zorvane() {
+    local current=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} words=''
+    local IFS=$' \t\n'
+    compopt -o filenames 2>/dev/null
+    case $before in
+        -o|--report) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
+        --report-type) COMPREPLY=($(compgen -W 'html text csv doc' -- "$current")); return ;;
+        --json) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
+        --color) COMPREPLY=($(compgen -W 'auto always never' -- "$current")); return ;;
+        -U|--context) return ;;
+        --view) COMPREPLY=($(compgen -W 'side-by-side all-in-one' -- "$current")); return ;;
+        --unchanged) COMPREPLY=($(compgen -W 'all folded none' -- "$current")); return ;;
+        --title) return ;;
+        --original-label) return ;;
+        --modified-label) return ;;
+        --ignore-regex) return ;;
+        --also) return ;;
+        --bracket) return ;;
+        --password) return ;;
+        --original-password) return ;;
+        --modified-password) return ;;
+        --password-file) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
+        --sheets) return ;;
+        --rows) return ;;
+        --columns) return ;;
+        --pages) return ;;
+        --slides) return ;;
+        --set) return ;;
+        --settings) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
+        --log) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
+        -o|--output) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
+    esac
+    case ${COMP_WORDS[1]} in
+        compare) words='-h --help -V --version -o --report --report-type --json --stat -q --quiet --color --no-pager -U --context --open --view --unchanged --title --original-label --modified-label -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --ignore-regex --letters --faster --larger-sections --no-moves --also --bracket --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
+        text) words='-h --help -V --version --rtf -o --output --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
+        install-git) words='-h --help --local --global --remove' ;;
+        *) words='compare text install-git --help --version' ;;
+    esac
+    if [[ $current == -* || $COMP_CWORD -eq 1 ]]; then
+        IFS=$' \t\n' COMPREPLY=($(compgen -W "$words" -- "$current"))
+    fi
+    if [[ $current != -* ]]; then
+        local IFS=$'\n'
+        COMPREPLY+=($(compgen -f -- "$current"))
+    fi
+}
+complete -F _zorvane zorvane

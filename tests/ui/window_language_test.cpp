@@ -1,0 +1,106 @@
+// The windows in each language that comes along: nothing they show is missing in its file, and no
+// menu has a mnemonic twice.
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+#include <QLabel>
+#include <QMenuBar>
+
+#include <gtest/gtest.h>
+
+#include "common/base/text_encoding.h"
+#include "tests/ui/window_world.h"
+
+namespace zorvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ReadWhole(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+struct LanguageRow {
+    const char* language;
+    const char* caption;  ///< of the Compare button
+};
+constexpr LanguageRow kLanguages[] = {{"German", "Vergleichen"}, {"Japanese", "比較"}};
+
+class WindowLanguageTest : public ::testing::TestWithParam<LanguageRow> {
+  protected:
+    WindowLanguageTest() : theme(*qobject_cast<QApplication*>(QCoreApplication::instance())) {
+        const fs::path home = fs::path(fakes.folder.Path()) / "26" / "Tarnwick, Inc" / "Zorvane";
+        fs::create_directories(home / "Languages");
+        const std::string name = std::string(GetParam().language) + "-Zorvane.txt";
+        file = home / "Languages" / name;
+        fs::copy_file(fs::path(ZORVANE_LANGUAGES) / name, file);
+        std::ofstream(home / "Zorvane.INI")
+            << "[Language]\r\nLanguage_Code=" << GetParam().language << "\r\n";
+        before = ReadWhole(file);
+    }
+    std::string Write(const std::string& name, const std::string& text) const {
+        const std::string path = fakes.folder.Path() + "/" + name;
+        std::ofstream(path, std::ios::binary) << text;
+        return path;
+    }
+
+    FakePlatform fakes;
+    Theme theme;
+    fs::path file;
+    std::string before;
+};
+
+// A text that the translator did not know would stand at the file's end.
+TEST_P(WindowLanguageTest, AsksForNothingThatItsFileLacks) {
+    const std::string one = Write("one.txt", "Alpha\r\nBeta two\r\nGamma\r\nDelta\r\n");
+    const std::string two = Write("two.txt", "Alpha\r\nBeta three\r\nGamma\r\nEpsilon\r\nNew\r\n");
+    WindowWorld world(fakes, theme);
+    ASSERT_EQ(world.process.translator.gsLanguage, GetParam().language);
+    ASSERT_TRUE(world.Compare(one, two));
+    CommandSet& commands = world.window.Commands();
+    for (const char* id : {"go.next", "go.read", "view.panel", "view.fold", "view.all_in_one",
+                           "view.show_changes", "view.show_all", "compare.copy_to_modified"})
+        commands.Run(id);
+    world.Page().SetOptionsUnfolded(true);
+    world.Viewer().Options().bIgnoreCase.SetData(true);
+    world.Page().OptionChanged();
+    world.Page().Compare();
+    ASSERT_TRUE(WindowWorld::Until([&] { return !world.Viewer().Busy(); }));
+    world.window.Palette().Open();
+    QTest::qWait(1);
+    EXPECT_EQ(ReadWhole(file).substr(before.size()), "");
+    EXPECT_EQ(ReadWhole(file).size(), before.size());
+    bool found = false;
+    for (const auto* button : world.window.findChildren<QAbstractButton*>())
+        found = found || button->text() == QString::fromUtf8(GetParam().caption);
+    EXPECT_TRUE(found) << "the Compare button is in the language";
+}
+
+void ExpectMnemonicsOnce(const QString& title, const QList<QAction*>& actions) {
+    std::map<QChar, QString> seen;
+    for (const QAction* action : actions) {
+        if (action->isSeparator())
+            continue;
+        const QChar letter = MnemonicOf(action->text());
+        EXPECT_FALSE(letter.isNull()) << FromQt(action->text()) << " has none";
+        EXPECT_NE(letter, QChar(u'Z')) << FromQt(action->text()) << ": Alt+Z wraps lines";
+        const auto [other, is_new] = seen.try_emplace(letter, action->text());
+        EXPECT_TRUE(is_new) << FromQt(title) << ": " << FromQt(action->text()) << " and "
+                            << FromQt(other->second);
+        if (action->menu() != nullptr)
+            ExpectMnemonicsOnce(action->text(), action->menu()->actions());
+    }
+}
+
+TEST_P(WindowLanguageTest, HasEachMnemonicOnceInAMenu) {
+    WindowWorld world(fakes, theme);
+    ExpectMnemonicsOnce(QStringLiteral("menu bar"), world.window.menuBar()->actions());
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, WindowLanguageTest, ::testing::ValuesIn(kLanguages),
+                         [](const auto& row) { return std::string(row.param.language); });
+
+}  // namespace
+}  // namespace zorvane
