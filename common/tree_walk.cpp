@@ -132,7 +132,8 @@ class FolderTask : public OrderedTask {
                 listing = {};
             listing.Sort([&work] { return work.Aborted(); });
         }
-        if (work.Aborted())
+        // Where one side cannot be read nothing is known of what the two have in common.
+        if (work.Aborted() || errors_.original || errors_.modified)
             return;
         Merge();
         for (const Side side : kBothSides)

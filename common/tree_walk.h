@@ -61,8 +61,8 @@ class TreeJob {
     virtual ~TreeJob() = default;
     virtual bool WantsFile(std::string_view /*name*/) { return true; }
     virtual FolderUse UseOf(std::string_view /*name*/) { return FolderUse::Walk; }
-    /// A folder whose names were read, before all that is in it; a side with an error has no
-    /// entries. May give nothing.
+    /// A folder whose names were read, before all that is in it. One that could not be read on a
+    /// side where it is has no entries on either. May give nothing.
     virtual std::unique_ptr<TreeFindings> Folder(const std::shared_ptr<const TreeFolder>& folder,
                                                  const PerSide<SystemError>& errors) = 0;
     /// Some files, links and special files of it, in order. `thread`: 0 up to the number of
