@@ -196,8 +196,11 @@ struct Commands {
                  "zorvane"};
     CLI::App* compare = nullptr;
     CLI::App* text = nullptr;
+    CLI::App* folders = nullptr;
     CompareCommand compare_command;
     TextCommand text_command;
+    FoldersCommand folders_command;
+    RawFoldersOptions raw_folders;
     RawOptions raw;
 };
 
@@ -229,8 +232,24 @@ void AddTextCommand(Commands& commands) {
     AddLoadOptions(text, command.load, commands.raw.sets);
 }
 
+constexpr const char* kCommands[] = {"compare", "text", "folders"};
+
+const char* CommandNamed(std::string_view name) {
+    for (const char* command : kCommands) {
+        if (name == command)
+            return command;
+    }
+    return nullptr;
+}
+
+// Whose help a fault points to.
+const char* CommandOf(const std::vector<std::string>& arguments) {
+    const char* named = arguments.empty() ? nullptr : CommandNamed(arguments[0]);
+    return named == nullptr ? "compare" : named;
+}
+
 std::string HelpFor(const Commands& commands) {
-    for (CLI::App* command : {commands.compare, commands.text}) {
+    for (CLI::App* command : {commands.compare, commands.text, commands.folders}) {
         if (command->parsed())
             return command->help();
     }
@@ -248,8 +267,8 @@ std::optional<ReportType> ReportTypeOf(const std::string& file) {
 }
 
 bool MeansCompare(const std::vector<std::string>& arguments) {
-    return arguments.size() >= 2 && arguments[0] != "compare" && arguments[0] != "text" &&
-           Exists(arguments[0]) && (arguments[1] == "-" || Exists(arguments[1]));
+    return arguments.size() >= 2 && CommandNamed(arguments[0]) == nullptr && Exists(arguments[0]) &&
+           (arguments[1] == "-" || Exists(arguments[1]));
 }
 
 bool IsSlashForm(const std::vector<std::string>& arguments) {
@@ -274,11 +293,12 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
     app.require_subcommand(1);
     AddCompareCommand(commands);
     AddTextCommand(commands);
+    commands.folders = AddFoldersCommand(app, commands.folders_command, commands.raw_folders);
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     if (MeansCompare(arguments))
         reversed.emplace_back("compare");
-    const char* name = !arguments.empty() && arguments[0] == "text" ? "text" : "compare";
+    const char* name = CommandOf(arguments);
     CommandLineOutcome outcome;
     try {
         app.parse(reversed);
@@ -295,6 +315,14 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
         if (const Status sets = TakeSets(commands.raw.sets, commands.text_command.load); !sets.ok())
             return Trouble(sets.failure().reason, name);
         outcome.text = std::move(commands.text_command);
+        return outcome;
+    }
+    if (commands.folders->parsed()) {
+        if (const Status done = FinishFoldersCommand(*commands.folders, commands.raw_folders,
+                                                     commands.folders_command);
+            !done.ok())
+            return Trouble(done.failure().reason, name);
+        outcome.folders = std::move(commands.folders_command);
         return outcome;
     }
     if (const auto failure = Finish(*commands.compare, commands.raw, commands.compare_command))

@@ -91,6 +91,8 @@ int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
         return RunReady(platform, *outcome.compare, RunCompareCommand);
     if (outcome.text)
         return RunReady(platform, *outcome.text, RunTextCommand);
+    if (outcome.folders)
+        return RunReady(platform, *outcome.folders, RunFoldersCommand);
     const bool printed = WriteStream(Stream::Output, outcome.output).ok();
     IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
     return printed ? outcome.exit_status : kTrouble;
