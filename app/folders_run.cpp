@@ -131,8 +131,11 @@ class FoldersRunner {
         for (std::size_t index = 0; index < scan.Count(); ++index) {
             const ScannedEntry& entry = scan.Entry(index);
             const auto record = static_cast<std::int32_t>(index);
-            const bool files =
-                entry.original == EntryKind::File || entry.original == EntryKind::Link;
+            const bool follow = engine_.FolderOptions().rules.follow == FollowLink::Yes;
+            const auto has_words = [follow](EntryKind kind) {
+                return kind == EntryKind::File || (kind == EntryKind::Link && follow);
+            };
+            const bool files = has_words(entry.original) && has_words(entry.modified);
             if (!entry.InBoth() || !files || entry.content != PairContent::Different)
                 continue;
             const FolderRecord names = scan.Record(index);
