@@ -73,7 +73,7 @@ class FoldersRunner {
                                      : ": there is no such folder")};
     }
 
-    void Show(const std::string& text) { window_.ShowStatus(StatusPanel::Main, text); }
+    void ShowStep(const std::string& text) { window_.ShowStatus(StatusPanel::Main, text); }
 
     void Scan() {
         FolderScanOptions& options = engine_.FolderOptions();
@@ -91,7 +91,7 @@ class FoldersRunner {
         engine_.StartFolderCompare();
         while (engine_.getBusy()) {
             if (IsTerminal(Stream::Error)) {
-                Show("Comparing Folders: " + std::to_string(engine_.Folders().LookedAt()));
+                ShowStep("Comparing Folders: " + std::to_string(engine_.Folders().LookedAt()));
                 std::this_thread::sleep_for(5ms);
             } else {
                 engine_.Folders().Join();
@@ -146,8 +146,8 @@ class FoldersRunner {
             records.push_back(record);
         }
         for (std::size_t done = 0; done < records.size(); ++done) {
-            Show("Comparing Files: " + std::to_string(done + 1) + " / " +
-                 std::to_string(records.size()));
+            ShowStep("Comparing Files: " + std::to_string(done + 1) + " / " +
+                     std::to_string(records.size()));
             const TextCheck check = checks_->Wait(records[done]);
             report_failed_ =
                 report_failed_ || (check.end == TextCheckEnd::Compared && !check.reason.empty());
@@ -156,7 +156,7 @@ class FoldersRunner {
     }
 
     void FindRenamed() {
-        Show("Looking for renamed files");
+        ShowStep("Looking for renamed files");
         RenameOptions options;
         options.threads = command_.jobs;
         findings_.renamed = FindRenames(engine_.Folders(), findings_.roots, options);

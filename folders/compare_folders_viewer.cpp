@@ -118,7 +118,7 @@ void frmCompareDir::ClickCreateReport(bool on) {
         settings_.bNeverShowWhenCreateChecked = window_.ShowNotice(
             Translate("When the 'Create REPORT' option is chosen, double clicking on a file name "
                       "will open the report.  However, you may still open the files to be compared "
-                      "within \xE2\x80\x98Zorvane\xE2\x80\x99 by using the right mouse button."),
+                      "within ‘Zorvane’ by using the right mouse button."),
             Translate("Create Report"));
     window_.OptionsChanged();
 }

@@ -111,13 +111,14 @@ void FileCommands::CopyToFolder(std::int32_t row, FolderColumn column) {
     window_.RowsChanged(row, 1);
 }
 
-void FileCommands::Delete(const Target& target, const char* title, const char* question,
+void FileCommands::Delete(const Target& target, const std::string& title,
+                          const std::string& question,
                           const std::function<Status(const std::string&)>& remove) {
     if (!Exists(target.Path())) {
         TellMissing(target.Path());
         return;
     }
-    if (!window_.AskYesNo(Translate(question) + " \n\n" + target.Path(), Translate(title)))
+    if (!window_.AskYesNo(question + " \n\n" + target.Path(), title))
         return;
     if (const Status removed = remove(target.Path()); !removed.ok()) {
         TellFailure(removed.failure().reason);
@@ -129,14 +130,15 @@ void FileCommands::Delete(const Target& target, const char* title, const char* q
 
 void FileCommands::RecycleDelete(std::int32_t row, FolderColumn column) {
     if (const std::optional<Target> target = TargetOf(row, column))
-        Delete(*target, "Recycle Bin Confirmation",
-               "Are you sure you want to send to the Recycle Bin", recycle_);
+        Delete(*target, Translate("Recycle Bin Confirmation"),
+               Translate("Are you sure you want to send to the Recycle Bin"), recycle_);
 }
 
 void FileCommands::PermanentDelete(std::int32_t row, FolderColumn column) {
     if (const std::optional<Target> target = TargetOf(row, column))
-        Delete(*target, "Permanent Delete Confirmation",
-               "Are you sure you want to Permanently Delete", [this](const std::string& path) {
+        Delete(*target, Translate("Permanent Delete Confirmation"),
+               Translate("Are you sure you want to Permanently Delete"),
+               [this](const std::string& path) {
                    return Gone(DeleteFileWithRetry(*process_.platform.clock, path), path);
                });
 }

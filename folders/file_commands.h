@@ -50,7 +50,7 @@ class FileCommands {
     };
     std::optional<Target> TargetOf(std::int32_t row, FolderColumn column) const;
     bool Exists(const std::string& path) const;
-    void Delete(const Target& target, const char* title, const char* question,
+    void Delete(const Target& target, const std::string& title, const std::string& question,
                 const std::function<Status(const std::string&)>& remove);
     void TellFailure(const std::string& reason);
     std::string Translate(const char* english);

@@ -125,9 +125,19 @@ void FolderRows::Paint(const FolderRecord& record, FolderRow& row) const {
 }
 
 std::string FolderRows::Head(FolderColumn column) const {
-    constexpr const char* kHeads[] = {"[O] Original Folder", "[M] Modified Folder", "Contents",
-                                      "Size", "Date"};
-    return process_.Translate(kHeads[static_cast<std::size_t>(column)]);
+    switch (column) {
+        case FolderColumn::Original:
+            return process_.Translate("[O] Original Folder");
+        case FolderColumn::Modified:
+            return process_.Translate("[M] Modified Folder");
+        case FolderColumn::Contents:
+            return process_.Translate("Contents");
+        case FolderColumn::Size:
+            return process_.Translate("Size");
+        case FolderColumn::Date:
+            break;
+    }
+    return process_.Translate("Date");
 }
 
 void FolderRows::MarkGone(std::int32_t record, Side side, bool other_exists) {
