@@ -16,8 +16,8 @@ constexpr const char* kExamples = R"(Examples:
   zorvane folders old new -r -o table.txt         all records, for a spreadsheet
   zorvane folders old new -r --only changed,failed
   zorvane folders old new -r --json - | jq .counts
-  git difftool --dir-diff -x 'zorvane folders -r' v1 v2
-                                                  two versions of a repository
+  git config difftool.folders.cmd 'zorvane folders -r "$LOCAL" "$REMOTE"'
+  git difftool -d -t folders v1 v2                two versions of a repository
 
 Letters: M changed, D only in ORIGINAL, A only in MODIFIED, R renamed or moved, t another date,
 m other bytes with the same words, ! not compared, = the same.

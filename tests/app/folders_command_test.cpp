@@ -74,7 +74,7 @@ TEST(FoldersCommand, SaysWhatIsWrong) {
         EXPECT_NE(outcome.error.find(row.words), std::string::npos) << outcome.error;
         EXPECT_NE(outcome.error.find("zorvane folders --help"), std::string::npos);
     }
-    EXPECT_NE(Parse({"--help"}).output.find("git difftool --dir-diff"), std::string::npos);
+    EXPECT_NE(Parse({"--help"}).output.find("git difftool -d"), std::string::npos);
 }
 
 TEST(FoldersCommand, WritesNothingIntoWhatItCompares) {
