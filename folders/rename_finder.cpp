@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <unordered_map>
 #include <utility>
@@ -89,8 +90,12 @@ class RenameRun {
                 work(index);
         };
         std::vector<std::thread> threads;
-        for (int thread = 1; thread < wanted && count > 1; ++thread)
-            threads.emplace_back(loop);
+        try {
+            for (int thread = 1; thread < wanted && count > 1; ++thread)
+                threads.emplace_back(loop);
+        } catch (const std::system_error&) {
+            // The system gives no more threads; those that there are do the work.
+        }
         loop();
         for (std::thread& thread : threads)
             thread.join();

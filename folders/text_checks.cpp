@@ -1,6 +1,7 @@
 #include "folders/text_checks.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "common/process_state.h"
@@ -40,8 +41,17 @@ void TextChecks::Add(std::int32_t index, TextPair pair) {
     results_[index];
     waiting_.push_back({index, std::move(pair)});
     ++open_;
-    if (threads_.size() < static_cast<std::size_t>(thread_count_))
-        threads_.emplace_back([this] { Work(); });
+    try {
+        if (threads_.size() < static_cast<std::size_t>(thread_count_))
+            threads_.emplace_back([this] { Work(); });
+    } catch (const std::system_error& error) {
+        // Those that there are do the work; without any the pair is told as failed.
+        if (threads_.empty()) {
+            waiting_.pop_back();
+            --open_;
+            results_[index] = TextCheck{TextCheckEnd::Failed, 0, 0, 0, 0, error.what(), ""};
+        }
+    }
     changed_.notify_all();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <system_error>
 
 namespace zorvane {
 namespace {
@@ -33,8 +34,23 @@ void OrderedWork::Start(Task first, std::function<void()> ended) {
     stack_.push_back(cursor_);
     open_ = 1;
     running_ = thread_count_;
-    for (int thread = 0; thread < thread_count_; ++thread)
-        threads_.emplace_back([this, thread] { Work(thread); });
+    int started = 0;
+    try {
+        for (; started < thread_count_; ++started)
+            threads_.emplace_back([this, thread = started] { Work(thread); });
+    } catch (const std::system_error&) {
+        // The system gives no more: those that there are do the work, or this one without any.
+        DoWithout(thread_count_ - started);
+    }
+}
+
+void OrderedWork::DoWithout(int missing) {
+    if (missing == thread_count_) {
+        running_ = 1;
+        Work(0);
+    } else if ((running_ -= missing) == 0) {
+        Finish();
+    }
 }
 
 // Only a task that is being done gets followers, and the cursor looks behind a task only when it is

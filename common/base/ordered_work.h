@@ -42,8 +42,9 @@ class OrderedWork {
     OrderedWork(const OrderedWork&) = delete;
     OrderedWork& operator=(const OrderedWork&) = delete;
 
-    /// Comes back at once. `ended` is called on one of the threads when all is published, or given
-    /// up, just before `Busy` is false. One start for each object.
+    /// Comes back at once, unless the system gives no thread. `ended` is called on one of the
+    /// threads when all is published, or given up, just before `Busy` is false. One start for each
+    /// object.
     void Start(Task first, std::function<void()> ended = {});
     /// From within `task.Do`, at most once: `tasks` come behind it, in this order.
     void Follow(OrderedTask& task, std::vector<Task> tasks);
@@ -59,6 +60,7 @@ class OrderedWork {
     void Work(int thread);
     void MoveCursor();
     void Finish();
+    void DoWithout(int missing);
 
     int thread_count_;
     std::function<void()> ended_;
