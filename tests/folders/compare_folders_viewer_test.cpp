@@ -77,6 +77,22 @@ TEST_F(FoldersViewerTest, ChecksWordsInTheOrderOfTheRows) {
               std::string::npos);
 }
 
+TEST_F(FoldersViewerTest, ShowsNoRowBeforeItsWordsAreCompared) {
+    std::string large;
+    for (int line = 0; line < 20000; ++line)
+        large += "line " + std::to_string(line * 7919 % 20011) + " with some words\r\n";
+    trees.WriteBoth("1.txt", large, "new\r\n" + large);
+    trees.WriteBoth("2.txt", "one\r\n", "1\r\n");
+    viewer.Options().bContentCompareText.SetData(true);
+    ASSERT_TRUE(viewer.RefreshDiffViewer());
+    do {
+        viewer.Poll();
+        for (std::int32_t row = 0; row < viewer.RowCount(); ++row)
+            ASSERT_NE(Cells(row)[2], "...#1");
+    } while (viewer.Busy());
+    EXPECT_EQ(viewer.RowCount(), 2);
+}
+
 TEST_F(FoldersViewerTest, RefusesFoldersThatItCannotCompare) {
     viewer.cbSelectModified = trees.Path(Side::Modified, "none");
     EXPECT_FALSE(viewer.RefreshDiffViewer());
