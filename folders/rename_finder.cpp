@@ -127,7 +127,7 @@ class RenameRun {
             open(NativePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW));
         if (!file.IsOpen())
             return std::nullopt;
-        const auto buffer = std::make_unique<char[]>(kBuffer);
+        const auto buffer = std::make_unique_for_overwrite<char[]>(kBuffer);
         XXH3_state_t state;
         XXH3_128bits_reset(&state);
         while (!Stopped()) {

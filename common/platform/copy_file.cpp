@@ -50,7 +50,7 @@ class FileBeside {
 
 bool CopyBytes(int from, int to) {
     constexpr std::size_t kBuffer = 1 << 18;
-    const auto buffer = std::make_unique<char[]>(kBuffer);
+    const auto buffer = std::make_unique_for_overwrite<char[]>(kBuffer);
     while (true) {
         const ssize_t got = read(from, buffer.get(), kBuffer);
         if (got < 0 && errno == EINTR)

@@ -145,7 +145,7 @@ class PosixFolder : public FolderHandle {
         if (lseek(use.Get(), 0, SEEK_SET) != 0)
             return LastError();
         constexpr std::size_t kBuffer = 64 * 1024;
-        const auto buffer = std::make_unique<char[]>(kBuffer);
+        const auto buffer = std::make_unique_for_overwrite<char[]>(kBuffer);
         while (true) {
             const long got = syscall(SYS_getdents64, use.Get(), buffer.get(), kBuffer);
             if (got < 0)

@@ -103,7 +103,7 @@ void FilePairs::CompareLinks(const TreeEntry& entry, const PerSide<FolderHandle*
 void FilePairs::CompareBytes(const Files& files, const OrderedWork& stop, PairVerdict& verdict) {
     for (const Side side : kBothSides) {
         if (!buffers_[side])
-            buffers_[side] = std::make_unique<char[]>(kBuffer);
+            buffers_[side] = std::make_unique_for_overwrite<char[]>(kBuffer);
     }
     auto left = static_cast<std::uint64_t>(verdict.facts.original.size);
     while (left > 0 && !stop.Aborted()) {
