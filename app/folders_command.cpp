@@ -37,7 +37,8 @@ void AddCompareOptions(CLI::App& app, FoldersCommand& command) {
                    "Files to compare, such as '*.docx *.pdf'; upper and lower case are the same")
         ->type_name("PATTERNS");
     app.add_flag("--dates", command.dates, "A date that differs is a difference");
-    app.add_flag("--quick", command.quick, "Compare sizes and dates and read no file");
+    app.add_flag("--quick", command.quick,
+                 "Compare sizes and dates and read no file; includes --dates");
     app.add_flag("--no-hidden", command.no_hidden, "Pass over names that begin with a dot");
     app.add_flag("--follow", command.follow,
                  "A link to a file stands for the file; folders are never followed. On in a "
@@ -125,6 +126,8 @@ Status FinishFoldersCommand(const CLI::App& app, const RawFoldersOptions& raw,
     }
     command.report_type = kReportTypes.at(raw.report_type);
     command.text = command.text || !command.reports.empty();
+    // Without its bytes the date is all that tells of a change that keeps the size.
+    command.dates = command.dates || command.quick;
     if (command.text && command.quick)
         return Failure{"--quick reads no file, and --text and --reports read the changed ones"};
     return TakeSets(raw.sets, command.load);

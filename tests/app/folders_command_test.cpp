@@ -25,7 +25,7 @@ TEST(FoldersCommand, TakesEachOption) {
         {{"-r"}, [](const F& f) { return f.recursive; }},
         {{"--types", "*.txt *.doc"}, [](const F& f) { return f.types == "*.txt *.doc"; }},
         {{"--dates"}, [](const F& f) { return f.dates && !f.quick; }},
-        {{"--quick"}, [](const F& f) { return f.quick; }},
+        {{"--quick"}, [](const F& f) { return f.quick && f.dates; }},
         {{"--no-hidden"}, [](const F& f) { return f.no_hidden; }},
         {{"--follow"}, [](const F& f) { return f.follow; }},
         {{"--no-renames"}, [](const F& f) { return f.no_renames; }},
