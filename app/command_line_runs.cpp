@@ -76,20 +76,6 @@ constexpr RangeField kRanges[] = {
      &clsCompareFileOptions::sExcelColsSource},
 };
 
-void SetOptions(const CommandLineRequest& request, clsCompareFileOptions& options) {
-    for (const StringField& field : kStrings)
-        (options.*field.to).SetData(request.*field.from);
-    for (const BooleanField& field : kBooleans)
-        (options.*field.to).SetData(request.*field.from);
-    for (const RangeField& field : kRanges) {
-        const std::string& range = request.*field.from;
-        (options.*field.use).SetData(!range.empty());
-        if (!range.empty())
-            (options.*field.range).SetData(range);
-    }
-    options.bIgnoreEmptyLines.SetData(false);
-}
-
 void LogLoadFailure(ProcessState& process, RunTelling& telling, const CommandLineRequest& request) {
     LogMessage(telling, process.Translate("Failed to compare. File I/O issue. Original File:") +
                             " " + request.sMaster + " " + process.Translate("Modified File:") +
@@ -160,6 +146,20 @@ void WriteReport(ProcessState& process, const CommandLineRequest& request,
 
 }  // namespace
 
+void SetOptions(const CommandLineRequest& request, clsCompareFileOptions& options) {
+    for (const StringField& field : kStrings)
+        (options.*field.to).SetData(request.*field.from);
+    for (const BooleanField& field : kBooleans)
+        (options.*field.to).SetData(request.*field.from);
+    for (const RangeField& field : kRanges) {
+        const std::string& range = request.*field.from;
+        (options.*field.use).SetData(!range.empty());
+        if (!range.empty())
+            (options.*field.range).SetData(range);
+    }
+    options.bIgnoreEmptyLines.SetData(false);
+}
+
 void ApplyAdvancedActions(const CommandLineRequest& request, frmCompareFiles& viewer) {
     for (const std::int32_t code : request.colAdvancedActions)
         ApplyAdvancedAction(code, viewer.Settings());  // an unknown code has no effect
@@ -172,8 +172,7 @@ bool ShowsFailures(const ProcessState& process, const CommandLineRequest& reques
 bool RunCommandLine(ProcessState& process, frmMainMDI& frame, const CommandLineRun& run) {
     if (!run.request.bCompareFolders)
         return RunCommandLineFileCompare(process, frame, run);
-    frame.TellMissing(ViewerKind::CompareFolders);
-    return false;
+    return RunCommandLineFolderCompare(process, frame, run);
 }
 
 bool RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,

@@ -7,6 +7,7 @@
 
 namespace zorvane {
 
+class clsCompareFileOptions;
 class frmCompareFiles;
 class frmMainMDI;
 class Viewer;
@@ -34,6 +35,14 @@ bool RunCommandLine(ProcessState& process, frmMainMDI& frame, const CommandLineR
 /// Makes a viewer, gives it the request's options (whether their switches were given or not),
 /// compares, writes the report and tells the outcome through `LogMessage`. May set `bExitWhenDone`.
 bool RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame, const CommandLineRun& run);
+
+/// The same for two folders, with the table of records for a report. Also false when the two cannot
+/// be compared or the report not written.
+bool RunCommandLineFolderCompare(ProcessState& process, frmMainMDI& frame,
+                                 const CommandLineRun& run);
+
+/// Every switch that bears on a compare of two files, given or not.
+void SetOptions(const CommandLineRequest& request, clsCompareFileOptions& options);
 
 /// The actions of `/AA` on the viewer's PDF settings, in list order. An unknown code has no effect.
 void ApplyAdvancedActions(const CommandLineRequest& request, frmCompareFiles& viewer);

@@ -177,10 +177,6 @@ CommandLineOutcome Trouble(const std::string& reason, const char* command) {
     return outcome;
 }
 
-bool IsCommandName(const std::string& word) {
-    return word == "compare" || word == "text" || word == "install-git";
-}
-
 bool Exists(const std::string& path) {
     std::error_code error;
     return std::filesystem::exists(NativePath(path), error);
@@ -202,9 +198,12 @@ struct Commands {
     CLI::App* compare = nullptr;
     CLI::App* text = nullptr;
     CLI::App* git = nullptr;
+    CLI::App* folders = nullptr;
     CompareCommand compare_command;
     TextCommand text_command;
     GitCommand git_command;
+    FoldersCommand folders_command;
+    RawFoldersOptions raw_folders;
     RawOptions raw;
 };
 
@@ -236,8 +235,24 @@ void AddTextCommand(Commands& commands) {
     AddLoadOptions(text, command.load, commands.raw.sets);
 }
 
+constexpr const char* kCommands[] = {"compare", "text", "folders", "install-git"};
+
+const char* CommandNamed(std::string_view name) {
+    for (const char* command : kCommands) {
+        if (name == command)
+            return command;
+    }
+    return nullptr;
+}
+
+// Whose help a fault points to.
+const char* CommandOf(const std::vector<std::string>& arguments) {
+    const char* named = arguments.empty() ? nullptr : CommandNamed(arguments[0]);
+    return named == nullptr ? "compare" : named;
+}
+
 std::string HelpFor(const Commands& commands) {
-    for (CLI::App* command : {commands.compare, commands.text, commands.git}) {
+    for (CLI::App* command : {commands.compare, commands.text, commands.git, commands.folders}) {
         if (command->parsed())
             return command->help();
     }
@@ -255,12 +270,12 @@ std::optional<ReportType> ReportTypeOf(const std::string& file) {
 }
 
 bool MeansCompare(const std::vector<std::string>& arguments) {
-    return arguments.size() >= 2 && !IsCommandName(arguments[0]) && Exists(arguments[0]) &&
+    return arguments.size() >= 2 && CommandNamed(arguments[0]) == nullptr && Exists(arguments[0]) &&
            (arguments[1] == "-" || Exists(arguments[1]));
 }
 
 bool MeansDocument(const std::vector<std::string>& arguments) {
-    return arguments.size() == 1 && !IsCommandName(arguments[0]) && Exists(arguments[0]);
+    return arguments.size() == 1 && CommandNamed(arguments[0]) == nullptr && Exists(arguments[0]);
 }
 
 bool IsSlashForm(const std::vector<std::string>& arguments) {
@@ -285,12 +300,12 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
     AddCompareCommand(commands);
     AddTextCommand(commands);
     commands.git = AddGitCommand(app, commands.git_command);
+    commands.folders = AddFoldersCommand(app, commands.folders_command, commands.raw_folders);
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     if (MeansCompare(arguments))
         reversed.emplace_back("compare");
-    const char* name =
-        !arguments.empty() && IsCommandName(arguments[0]) ? arguments[0].c_str() : "compare";
+    const char* name = CommandOf(arguments);
     CommandLineOutcome outcome;
     try {
         app.parse(reversed);
@@ -311,6 +326,14 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
     }
     if (commands.git->parsed()) {
         outcome.git = commands.git_command;
+        return outcome;
+    }
+    if (commands.folders->parsed()) {
+        if (const Status done = FinishFoldersCommand(*commands.folders, commands.raw_folders,
+                                                     commands.folders_command);
+            !done.ok())
+            return Trouble(done.failure().reason, name);
+        outcome.folders = std::move(commands.folders_command);
         return outcome;
     }
     if (const auto failure = Finish(*commands.compare, commands.raw, commands.compare_command))

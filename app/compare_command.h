@@ -1,5 +1,5 @@
 // The command line that users of a Unix shell expect: `zorvane compare ORIGINAL MODIFIED
-// [options]` and `zorvane text FILE [options]`.
+// [options]`, `zorvane text FILE [options]` and `zorvane folders ORIGINAL MODIFIED [options]`.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/folders_command.h"
 #include "app/git_command.h"
 #include "app/load_options.h"
 #include "app/text_run.h"
@@ -65,6 +66,7 @@ struct CompareCommand {
 struct CommandLineOutcome {
     std::optional<CompareCommand> compare;
     std::optional<TextCommand> text;
+    std::optional<FoldersCommand> folders;
     std::optional<GitCommand> git;
     int exit_status = 0;  ///< when there is no command
     std::string output;   ///< for standard output: help or version

@@ -95,6 +95,8 @@ int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
         const std::string own = platform.folders->ProgramFolder() + "/zorvane";
         return RunGitCommand(*outcome.git, CallOf(own));
     }
+    if (outcome.folders)
+        return RunReady(platform, *outcome.folders, RunFoldersCommand);
     const bool printed = WriteStream(Stream::Output, outcome.output).ok();
     IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
     return printed ? outcome.exit_status : kTrouble;

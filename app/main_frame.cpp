@@ -6,6 +6,7 @@
 #include "app/viewer_kinds.h"
 #include "common/log_message.h"
 #include "common/process_state.h"
+#include "folders/compare_folders_viewer.h"
 
 namespace zorvane {
 
@@ -21,6 +22,13 @@ ViewerFactories SilentViewers(ProcessState& process) {
     ViewerFactories factories;
     factories.compare_files = [&process](const CommandLineRequest& request) {
         return MakeCompareFiles(process, request, std::make_unique<SilentWindow>());
+    };
+    factories.compare_folders = [&process](const CommandLineRequest& request) {
+        auto window = std::make_unique<SilentFoldersWindow>();
+        MadeViewer made;
+        made.viewer = std::make_unique<frmCompareDir>(process, *window, request.bClearHistory);
+        made.window = std::move(window);
+        return made;
     };
     return factories;
 }

@@ -1,5 +1,6 @@
 #include "app/output_check.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "app/compare_command.h"
@@ -19,7 +20,15 @@ std::filesystem::path PlaceOf(const std::string& name) {
 bool IsSpecial(const std::string& name) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(NativePath(name), error);
-    return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
+    return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
+           !std::filesystem::is_directory(status);
+}
+
+bool LiesIn(const std::string& name, const std::string& folder) {
+    const std::filesystem::path place = PlaceOf(name);
+    const std::filesystem::path root = PlaceOf(folder);
+    const auto [at, own] = std::mismatch(root.begin(), root.end(), place.begin(), place.end());
+    return at == root.end() || at->empty();
 }
 
 bool LeadToOneFile(const std::string& first, const std::string& second) {
@@ -59,6 +68,25 @@ Status CheckOutputs(const CompareCommand& command) {
 Status CheckOutputs(const TextCommand& command) {
     return CheckOutputs({command.file},
                         {{"--log", command.load.log_file}, {"--output", command.output}});
+}
+
+Status CheckOutputs(const FoldersCommand& command) {
+    const std::vector<NamedOutput> outputs{{"--log", command.load.log_file},
+                                           {"--output", command.output},
+                                           {"--json", command.json.value_or("")}};
+    if (Status apart = CheckOutputs(std::vector<std::string>{}, outputs); !apart.ok())
+        return apart;
+    std::vector<NamedOutput> all = outputs;
+    all.push_back({"--reports", command.reports});
+    for (const NamedOutput& output : all) {
+        for (const std::string& folder : {command.original, command.modified}) {
+            if (!output.file.empty() && output.file != "-" && !IsSpecial(output.file) &&
+                LiesIn(output.file, folder))
+                return Failure{output.option + ": " + output.file +
+                               ": this lies in a folder that is compared; name another place"};
+        }
+    }
+    return Status::Ok();
 }
 
 }  // namespace zorvane

@@ -9,6 +9,7 @@
 namespace zorvane {
 
 struct CompareCommand;
+struct FoldersCommand;
 struct TextCommand;
 
 struct NamedOutput {
@@ -22,5 +23,7 @@ Status CheckOutputs(const std::vector<std::string>& inputs,
                     const std::vector<NamedOutput>& outputs);
 Status CheckOutputs(const CompareCommand& command);
 Status CheckOutputs(const TextCommand& command);
+/// Nor may a report of it lie in one of the two folders, where it would be compared next time.
+Status CheckOutputs(const FoldersCommand& command);
 
 }  // namespace zorvane

@@ -5,6 +5,7 @@
 
 #include "common/platform/files.h"
 #include "common/platform/mapped_file.h"
+#include "compare/engine/folder_state.h"
 #include "compare/engine/line_filter.h"
 #include "compare/engine/report_model.h"
 
@@ -71,7 +72,8 @@ struct VestrelX::State {
     }
 };
 
-VestrelX::VestrelX() : state_(std::make_unique<State>()) {}
+VestrelX::VestrelX()
+    : state_(std::make_unique<State>()), folders_(std::make_unique<FolderState>()) {}
 VestrelX::~VestrelX() = default;
 VestrelX::VestrelX(VestrelX&&) noexcept = default;
 VestrelX& VestrelX::operator=(VestrelX&&) noexcept = default;

@@ -14,8 +14,12 @@
 #include "compare/engine/difference_record.h"
 #include "compare/engine/document_look.h"
 #include "compare/engine/engine_report.h"
+#include "compare/engine/folder_record.h"
 
 namespace zorvane {
+
+class FolderScan;
+struct FolderScanOptions;
 
 /// One engine. Set the two files and the switches, call `Compare`, read the records; they stay
 /// until the next compare on the same object. A line ends at each CR LF pair and only there; a last
@@ -97,9 +101,42 @@ class VestrelX {
     /// Checks expressions as `putFilterExpression` takes them, without a compare.
     static Status CheckFilterExpression(const std::string& expressions);
 
+    // Two folders in place of two files. Nothing of this touches a compare of files.
+    void putMasterFolder(const std::string& folder);
+    void putSourceFolder(const std::string& folder);
+    void putFileTypes(const std::string& patterns);  ///< as `FilePatterns` takes them
+    void putContentCompare(bool on);                 ///< bytes, not only size and date
+    void putShowOnlyInMaster(bool on);
+    void putShowOnlyInSource(bool on);
+    void putShowSameInBoth(bool on);
+    void putShowDifferentInBoth(bool on);
+    void putIgnoreDateDifferences(bool on);
+    void putSubfolders(bool on);
+    /// What the fixed names do not tell of: hidden files, links, threads. The names above are
+    /// fields of it.
+    FolderScanOptions& FolderOptions();
+    /// Outlives the runs; nullptr: nobody is told.
+    void putFolderEvents(FolderCompareEvents* events);
+    /// Begins and comes back at once.
+    void StartFolderCompare();
+    bool getBusy() const;
+    /// Finished so far; they never change.
+    std::int32_t getRecordCount() const;
+    /// Nothing when there is no such record. Takes no lock; any thread may ask during a run.
+    std::optional<FolderRecord> GetFolderRecord(std::int32_t index) const;
+    /// Comes back at once; the run ends within a tenth of a second. What is published stays.
+    void AbortCompare();
+    /// Waits for the end of an aborted run.
+    void ReleaseEngine();
+    /// The records in their small form, with more than the fixed names tell.
+    FolderScan& Folders();
+    const FolderScan& Folders() const;
+
   private:
     struct State;
+    struct FolderState;
     std::unique_ptr<State> state_;
+    std::unique_ptr<FolderState> folders_;
 };
 
 }  // namespace zorvane

@@ -146,7 +146,10 @@ TEST_F(RunModesTest, DecidesWhatARefusedLineMeans) {
 TEST_F(RunModesTest, FoldersAreToldWhereThereIsNoViewer) {
     testing::internal::CaptureStderr();
     const std::string folder = Path("");
-    const RunOutcome outcome = Run("/D /X /M " + folder + " /S " + folder);
+    ViewerFactories factories = SilentViewers(process);
+    factories.compare_folders = {};
+    frmMainMDI poor(process, frame_window, factories);
+    const RunOutcome outcome = Main(process, "/D /X /M " + folder + " /S " + folder, request, poor);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "zorvane: Compare Folders: This program does not have this kind of viewer.\n");
     EXPECT_EQ(outcome.exit_code, 2);
@@ -183,6 +186,58 @@ TEST_F(RunModesTest, HistoryStaysOutOfUseForTheWholeSession) {
               "old.txt");
     EXPECT_EQ(after.settings->Read("2_CompareFilemruOriginal", "2_CompareFilemruOriginal1", "none"),
               "none");
+}
+
+// ---- two folders ----
+
+class FolderRunTest : public RunModesTest {
+  protected:
+    FolderRunTest() {
+        for (const char* folder : {"old", "old/sub", "new", "new/sub", "equal"})
+            std::filesystem::create_directory(fakes.folder.Path(folder));
+        fakes.folder.Write("old/a.txt", "one\n");
+        fakes.folder.Write("new/a.txt", "two!\n");
+        fakes.folder.Write("new/sub/b.doc", "2");
+    }
+    std::string Folders(const std::string& more) const {
+        return "/D /M " + Path("old") + " /S " + Path("new") + " /L " + Path("log") + " /X " + more;
+    }
+    std::size_t Rows(const char* report) const {
+        const std::string table = fakes.folder.Read(report);
+        return static_cast<std::size_t>(std::count(table.begin(), table.end(), '\n'));
+    }
+};
+
+TEST_F(FolderRunTest, WritesTheTableAndCountsRecords) {
+    const RunOutcome outcome = Run(Folders("/G /C /R4 /F1 /T " + Path("made/table")));
+    EXPECT_EQ(outcome.mode, RunMode::CommandLine);
+    EXPECT_EQ(outcome.exit_code, 3);
+    EXPECT_EQ(Rows("made/table"), 4U);
+    EXPECT_TRUE(
+        Log().ends_with("Successfully Compared " + Path("old") + " to " + Path("new") + "\r\n"))
+        << Log();
+    EXPECT_EQ(process.settings->Read("1_CompareDir", "sExtension", "none"), "");
+    EXPECT_EQ(process.settings->Read("1_CompareDir", "sFolderOriginal", ""), Path("old"));
+}
+
+TEST_F(FolderRunTest, KeepsToItsSwitches) {
+    Run(Folders("/T " + Path("flat")));
+    EXPECT_EQ(Rows("flat"), 3U);  // without /C the subfolder is named and not looked into
+    Run(Folders("/C /U \"*.doc\" /T " + Path("types")));
+    EXPECT_EQ(Rows("types"), 3U);
+    const std::string empty = "/D /M " + Path("equal") + " /S " + Path("old\\sub") + " /T ";
+    Run(empty + Path("skipped") + " /K /X");
+    EXPECT_FALSE(std::filesystem::exists(fakes.folder.Path("skipped")));
+    Run(empty + Path("empty") + " /X /O");
+    EXPECT_EQ(Rows("empty"), 1U);
+    EXPECT_EQ(fakes.shell().calls.size(), 1U);
+}
+
+TEST_F(FolderRunTest, AFolderAgainstItselfIsTrouble) {
+    EXPECT_EQ(
+        Run("/D /M " + Path("old") + " /S " + Path("old") + " /L " + Path("log") + " /X").exit_code,
+        2);
+    EXPECT_NE(Log().find("Original and Modified folders are the same"), std::string::npos);
 }
 
 }  // namespace

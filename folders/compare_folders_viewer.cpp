@@ -1,0 +1,230 @@
+#include "folders/compare_folders_viewer.h"
+
+#include "common/file_utilities.h"
+#include "common/log_message.h"
+#include "common/process_state.h"
+#include "folders/report_names.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::int32_t kMostRecent = 10;
+constexpr std::int32_t kJapanese = 1041;
+
+bool SeesJapanese(ProcessState& process) {
+    return process.platform.locale->LocaleId() == kJapanese &&
+           process.translator.gsLanguage != "English" && !process.translator.gsLanguage.empty();
+}
+
+}  // namespace
+
+frmCompareDir::frmCompareDir(ProcessState& process, CompareFoldersWindow& window,
+                             bool clear_history)
+    : process_(process),
+      window_(window),
+      clear_history_(clear_history),
+      moOptions_(process.gsDataFolder),
+      rows_(process, engine_),
+      commands_(process, rows_, window) {
+    engine_.putFolderEvents(this);
+}
+
+frmCompareDir::~frmCompareDir() {
+    engine_.ReleaseEngine();
+}
+
+std::string frmCompareDir::Translate(const char* english) const {
+    return process_.Translate(english);
+}
+
+// ---- settings ----
+
+void frmCompareDir::Setup(const std::string& sDescription, bool load) {
+    msFormName_ = sDescription;
+    if (load)
+        ReadIniFile();
+    if (cbFileExt.empty())
+        cbFileExt = "*.*";
+    errors_ = {Translate("Error Event Messages Received")};
+    ClearGridbox();
+    window_.ErrorsChanged();
+    window_.OptionsChanged();
+    window_.RefreshCaption();
+}
+
+void frmCompareDir::ReadIniFile() {
+    IniProfile& file = *process_.settings;
+    file.Refresh();
+    settings_ = DefaultCompareFoldersSettings(process_.gsDataFolder, SeesJapanese(process_));
+    ReadCompareFoldersSettings(file, msFormName_, ReadPlace::Yes, settings_);
+    // Kept: the width of the last column is the same at each start.
+    settings_.mlCol5Width_CD = CompareFoldersSettings().mlCol5Width_CD;
+    for (clsMRU* list : {&recent_folders_.original, &recent_folders_.modified, &recent_types_})
+        list->bHistoryOff = clear_history_ || process_.bHistoryOff;
+    recent_folders_.original.Setup(kMostRecent, file, "mruOriginalFolder" + msFormName_, "-1");
+    recent_folders_.modified.Setup(kMostRecent, file, "mruModifiedFolder" + msFormName_, "-1");
+    recent_types_.Setup(kMostRecent, file, "mruFileExt" + msFormName_, "*.*");
+    moOptions_.sSectionName = msFormName_;
+    if (const Status loaded = moOptions_.LoadStateFromFile(file); !loaded.ok())
+        LogMessage(process_, loaded.failure().reason);
+    cbSelectOriginal = moOptions_.sFolderOriginal.Data();
+    cbSelectModified = moOptions_.sFolderModified.Data();
+    cbFileExt = moOptions_.sExtension.Data();
+    txtReportFolder = moOptions_.sReportFolder.Data();
+    cbDontStreamResults = !moOptions_.bStreamFindings.Data();
+}
+
+void frmCompareDir::SaveIniFile() {
+    if (msFormName_.empty())
+        return;
+    IniProfile& file = *process_.settings;
+    SaveCompareFoldersSettings(file, msFormName_, settings_);
+    moOptions_.SaveStateToFile(file);
+    recent_folders_.original.ShutDown();
+    recent_folders_.modified.ShutDown();
+    recent_types_.ShutDown();
+}
+
+void frmCompareDir::Close() {
+    window_.CloseDialogs();
+    engine_.AbortCompare();
+    engine_.ReleaseEngine();
+    checks_.reset();
+    rows_.Begin(nullptr, false);
+    running_ = false;
+    SaveIniFile();
+}
+
+// ---- what a user ticks ----
+
+void frmCompareDir::ClickContentCompare(bool on) {
+    moOptions_.bContentCompare.SetData(on);
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::ClickContentCompareText(bool on) {
+    SetContentCompareText(moOptions_, on);
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::ClickShowDifferentInBothPlaces(bool on) {
+    SetShowDifferentInBothPlaces(moOptions_, on);
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::ClickCreateReport(bool on) {
+    moOptions_.bCreateReport.SetData(on);
+    if (on && !settings_.bNeverShowWhenCreateChecked)
+        settings_.bNeverShowWhenCreateChecked = window_.ShowNotice(
+            Translate("When the 'Create REPORT' option is chosen, double clicking on a file name "
+                      "will open the report.  However, you may still open the files to be compared "
+                      "within ‘Zorvane’ by using the right mouse button."),
+            Translate("Create Report"));
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::ToggleLegend() {
+    settings_.ShowLegend = !settings_.ShowLegend;
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::Browse(Side side) {
+    std::string& box = side == Side::Original ? cbSelectOriginal : cbSelectModified;
+    const std::string picked = window_.BrowseForFolder(box);
+    if (picked.empty())
+        return;
+    box = picked;
+    window_.OptionsChanged();
+    window_.RefreshCaption();
+}
+
+void frmCompareDir::SelectReportFolder() {
+    const std::string picked = window_.BrowseForFolder(txtReportFolder);
+    if (!picked.empty())
+        txtReportFolder = picked;
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::SelectReportFile() {
+    const std::string picked = window_.PickReportFile(Translate("Pick Find CSV Report File"),
+                                                      settings_.txtDefaultReportCSV);
+    if (!picked.empty())
+        settings_.txtDefaultReportCSV = picked;
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::Swap() {
+    std::swap(cbSelectOriginal, cbSelectModified);
+    window_.OptionsChanged();
+    RefreshDiffViewer();
+}
+
+std::string frmCompareDir::Caption() {
+    const std::string number = msFormName_.substr(0, msFormName_.find('_'));
+    if (cbSelectOriginal.empty() || cbSelectModified.empty())
+        return "(" + number + ") " + Translate("Compare Folders");
+    return "(" + number + ") " + cbSelectOriginal + " vs. " + cbSelectModified;
+}
+
+std::string frmCompareDir::FileTypesLabel() {
+    return Translate("File Types:") + " " + Translate("(i.e. ") + " \"*.DOC\" " +
+           Translate("or multiple") + " \"*.TXT *.XLS\")";
+}
+
+std::int32_t frmCompareDir::ColumnWidth(FolderColumn column) const {
+    switch (column) {
+        case FolderColumn::Original:
+            return settings_.mlCol1Width_CD;
+        case FolderColumn::Modified:
+            return settings_.mlCol2Width_CD;
+        case FolderColumn::Contents:
+            return settings_.mlCol3Width_CD;
+        case FolderColumn::Size:
+            return settings_.mlCol4Width_CD;
+        case FolderColumn::Date:
+            break;
+    }
+    return moOptions_.bIgnoreDateDifferences.Data() ? 0 : settings_.mlCol5Width_CD;
+}
+
+// ---- rows and reports ----
+
+void frmCompareDir::OpenRow(std::int32_t row) {
+    if (moOptions_.bCreateReport.Data())
+        LaunchReport(row);
+    else
+        commands_.CompareSelectedFiles(row, false);
+}
+
+void frmCompareDir::LaunchReport(std::int32_t row) {
+    const std::optional<FolderRecord> record = row < 0 ? std::nullopt : rows_.Record(row);
+    if (!record || record->IsFile != 1)
+        return;
+    for (const std::string& path : {record->Original(), record->Modified()}) {
+        if (!bFileExists(path)) {
+            commands_.TellMissing(path);
+            return;
+        }
+    }
+    const std::string report = PairOf(*record).report;
+    if (const Status opened = process_.platform.shell->Open(report); !opened.ok())
+        window_.ShowMessage(opened.failure().reason, Translate("Error"));
+}
+
+TextPair frmCompareDir::PairOf(const FolderRecord& record) const {
+    const ReportNaming naming{moOptions_.sReportFolder.Data(), moOptions_.sFolderOriginal.Data(),
+                              moOptions_.sExtension.Data(), msReportExtension_};
+    return {{record.Original(), record.Modified()},
+            ReportFileName(naming, record.Original()),
+            report_type_};
+}
+
+void frmCompareDir::mnuReportTabDelimitedFile() {
+    std::string file = settings_.txtDefaultReportCSV;
+    if (!CreateTabDelimitedReport(file))
+        return;
+    if (const Status opened = process_.platform.shell->EditText(file); !opened.ok())
+        window_.ShowMessage(opened.failure().reason, Translate("Error"));
+}
+
+}  // namespace zorvane

@@ -1,0 +1,168 @@
+#include <fmt/format.h>
+
+#include "common/base/text_encoding.h"
+#include "folders/folder_findings.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::size_t kPart = 1 << 16;
+
+void AppendString(std::string_view text, std::string& out) {
+    if (!IsValidUtf8(text)) {
+        AppendString(ToUtf8(ToUtf16(text)), out);
+        return;
+    }
+    out += '"';
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (character == '"' || character == '\\')
+            out.append({'\\', character});
+        else if (byte < 0x20 || byte == 0x7F)
+            fmt::format_to(std::back_inserter(out), "\\u{:04x}", byte);
+        else
+            out += character;
+    }
+    out += '"';
+}
+
+// A name that is not UTF-8 cannot stand in JSON: its bytes stand beside it, in hexadecimal.
+void AppendPath(const char* field, std::string_view path, std::string& out) {
+    fmt::format_to(std::back_inserter(out), "\"{}\":", field);
+    AppendString(path, out);
+    if (IsValidUtf8(path))
+        return;
+    fmt::format_to(std::back_inserter(out), ",\"{}_bytes\":\"", field);
+    for (const char character : path)
+        fmt::format_to(std::back_inserter(out), "{:02x}", static_cast<unsigned char>(character));
+    out += '"';
+}
+
+class FolderJson {
+  public:
+    FolderJson(const FolderFindings& findings, const TextTarget& target)
+        : findings_(findings), target_(target) {}
+
+    Status Write() {
+        out_ = "{\"schema\":\"zorvane-folders/1\",\n";
+        AppendPath("original", findings_.roots.original, out_);
+        out_ += ",\n";
+        AppendPath("modified", findings_.roots.modified, out_);
+        out_ += ",\n";
+        Counts();
+        for (std::size_t index = 0; index < findings_.scan.Count(); ++index) {
+            Record(static_cast<std::int32_t>(index));
+            if (out_.size() < kPart)
+                continue;
+            if (Status written = target_(out_); !written.ok())
+                return written;
+            out_.clear();
+        }
+        out_ += "\n],\n\"renamed\":[";
+        for (std::size_t place = 0; place < findings_.renamed.size(); ++place)
+            Renamed(place);
+        out_ += "\n],\n\"errors\":[";
+        for (std::size_t index = 0; index < findings_.scan.Faults().size(); ++index)
+            Fault(index);
+        out_ += "\n]}\n";
+        return target_(out_);
+    }
+
+  private:
+    void Counts() {
+        const FolderCounts counts = findings_.Count();
+        out_ += "\"counts\":{";
+        for (const FolderVerdict verdict :
+             {FolderVerdict::Changed, FolderVerdict::OnlyOriginal, FolderVerdict::OnlyModified,
+              FolderVerdict::Renamed, FolderVerdict::Date, FolderVerdict::SameWords,
+              FolderVerdict::Failed, FolderVerdict::Same})
+            fmt::format_to(std::back_inserter(out_), "\"{}\":{},", NameOf(verdict),
+                           counts.Of(verdict));
+        fmt::format_to(std::back_inserter(out_), "\"folders\":{}}},\n\"records\":[",
+                       counts.folders);
+    }
+
+    void Record(std::int32_t record) {
+        const auto index = static_cast<std::size_t>(record);
+        const ScannedEntry& entry = findings_.scan.Entry(index);
+        fmt::format_to(std::back_inserter(out_), "{}\n{{\"record\":{},\"verdict\":\"{}\",",
+                       record == 0 ? "" : ",", record, NameOf(findings_.VerdictOf(record)));
+        AppendPath("path", findings_.scan.PathBelow(index), out_);
+        OneSide("original", entry, Side::Original);
+        OneSide("modified", entry, Side::Modified);
+        if (const RenamedEntry* renamed = findings_.RenamedOf(record))
+            fmt::format_to(std::back_inserter(out_), ",\"renamed\":{}",
+                           renamed - findings_.renamed.data());
+        const std::optional<TextCheck> check =
+            findings_.text ? findings_.text(record) : std::nullopt;
+        if (check)
+            Text(*check);
+        out_ += '}';
+    }
+
+    void OneSide(const char* name, const ScannedEntry& entry, Side side) {
+        constexpr const char* kKinds[] = {"none", "file", "folder", "link", "special", "unknown"};
+        if (!entry.Has(side)) {
+            fmt::format_to(std::back_inserter(out_), ",\"{}\":null", name);
+            return;
+        }
+        const EntryKind kind = side == Side::Original ? entry.original : entry.modified;
+        fmt::format_to(std::back_inserter(out_), ",\"{}\":{{\"kind\":\"{}\"", name,
+                       kKinds[static_cast<std::size_t>(kind)]);
+        if (kind != EntryKind::Folder)
+            fmt::format_to(std::back_inserter(out_), ",\"size\":{},\"changed\":{}",
+                           entry.sizes[side], entry.seconds[side]);
+        out_ += '}';
+    }
+
+    void Text(const TextCheck& check) {
+        fmt::format_to(
+            std::back_inserter(out_),
+            ",\"text\":{{\"compared\":{},\"changes\":{},\"additions\":{},\"deletions\":{},"
+            "\"beside\":{}",
+            check.end == TextCheckEnd::Compared, check.changed, check.added, check.deleted,
+            check.beside);
+        if (!check.report.empty()) {
+            out_ += ',';
+            AppendPath("report", check.report, out_);
+        }
+        if (!check.reason.empty()) {
+            out_ += ",\"reason\":";
+            AppendString(check.reason, out_);
+        }
+        out_ += '}';
+    }
+
+    void Renamed(std::size_t place) {
+        const RenamedEntry& entry = findings_.renamed[place];
+        fmt::format_to(std::back_inserter(out_),
+                       "{}\n{{\"original\":{},\"modified\":{},\"percent\":{},\"folder\":{},",
+                       place == 0 ? "" : ",", entry.original, entry.modified, entry.percent,
+                       entry.folder);
+        AppendPath("from", findings_.scan.PathBelow(static_cast<std::size_t>(entry.original)),
+                   out_);
+        out_ += ',';
+        AppendPath("to", findings_.scan.PathBelow(static_cast<std::size_t>(entry.modified)), out_);
+        out_ += '}';
+    }
+
+    void Fault(std::size_t index) {
+        const FolderFault& fault = findings_.scan.Faults()[index];
+        fmt::format_to(std::back_inserter(out_),
+                       "{}\n{{\"code\":{},\"message\":", index == 0 ? "" : ",", fault.code);
+        AppendString(fault.message, out_);
+        out_ += '}';
+    }
+
+    const FolderFindings& findings_;
+    const TextTarget& target_;
+    std::string out_;
+};
+
+}  // namespace
+
+Status WriteFolderJson(const FolderFindings& findings, const TextTarget& target) {
+    return FolderJson(findings, target).Write();
+}
+
+}  // namespace zorvane

@@ -1,0 +1,78 @@
+// The grid of a Compare Folders viewer as a model: a row is made when somebody looks at it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "common/base/side.h"
+#include "compare/engine/folder_record.h"
+#include "compare/engine/vestrel_x.h"
+#include "folders/text_check.h"
+
+namespace zorvane {
+
+struct ProcessState;
+class TextChecks;
+
+enum class FolderColumn : std::int32_t { Original, Modified, Contents, Size, Date };
+inline constexpr std::size_t kFolderColumns = 5;
+constexpr FolderColumn ColumnOf(Side side) {
+    return side == Side::Original ? FolderColumn::Original : FolderColumn::Modified;
+}
+
+enum class CellInk { Plain, Changed, OnlyOriginal, OnlyModified, Gone };
+enum class CellPicture { None, File, Folder };
+
+struct FolderCell {
+    std::string text;  ///< the blanks in front leave room for the picture
+    CellInk ink = CellInk::Plain;
+    bool shaded = false;
+    CellPicture picture = CellPicture::None;
+    friend bool operator==(const FolderCell&, const FolderCell&) = default;
+};
+struct FolderRow {
+    std::array<FolderCell, kFolderColumns> cells;
+    FolderCell& operator[](FolderColumn column) { return cells[static_cast<std::size_t>(column)]; }
+    const FolderCell& operator[](FolderColumn column) const {
+        return cells[static_cast<std::size_t>(column)];
+    }
+};
+
+/// Row k, from 0, is record k. Everything is borrowed.
+class FolderRows {
+  public:
+    FolderRows(ProcessState& process, const VestrelX& engine)
+        : process_(process), engine_(engine) {}
+
+    /// What the cells are made from. `checks` nullptr: words are not compared.
+    void Begin(const TextChecks* checks, bool ignore_dates);
+    FolderRow Row(std::int32_t record) const;
+    /// The record as the rows tell of it; nothing when there is none.
+    std::optional<FolderRecord> Record(std::int32_t record) const;
+    /// Nothing without a text check of that record.
+    std::optional<TextCheck> Check(std::int32_t record) const;
+    std::string ContentsCell(const FolderRecord& record) const;
+    /// The heads of the columns, in the language in force.
+    std::string Head(FolderColumn column) const;
+
+    // What was done to files since; the records stay as they are.
+    void MarkGone(std::int32_t record, Side side, bool other_exists);
+    void MarkCopied(std::int32_t record, Side to);
+
+  private:
+    struct Changed {
+        PerSide<std::optional<FolderCell>> cells;
+    };
+    void Paint(const FolderRecord& record, FolderRow& row) const;
+
+    ProcessState& process_;
+    const VestrelX& engine_;
+    const TextChecks* checks_ = nullptr;
+    bool ignore_dates_ = false;
+    std::map<std::int32_t, Changed> changed_;
+};
+
+}  // namespace zorvane

@@ -1,0 +1,293 @@
+// The runs of a Compare Folders viewer.
+#include <algorithm>
+#include <utility>
+
+#include "common/base/text_encoding.h"
+#include "common/file_utilities.h"
+#include "common/log_message.h"
+#include "common/process_state.h"
+#include "folders/compare_folders_viewer.h"
+#include "folders/folder_report.h"
+#include "folders/report_names.h"
+
+namespace zorvane {
+namespace {
+
+constexpr std::int32_t kRecordsOfTick = 20;  // a huge result does not freeze a window
+constexpr std::int32_t kAll = 0;
+
+}  // namespace
+
+void frmCompareDir::BeginCommandLine(std::function<void(clsCompareFileOptions&)> adjust) {
+    command_line_ = true;
+    adjust_texts_ = std::move(adjust);
+}
+
+// A command line has nobody to show it to.
+void frmCompareDir::Tell(const std::string& text, const std::string& title) {
+    if (command_line_)
+        LogMessage(process_, text);
+    else
+        window_.ShowMessage(text, title);
+}
+
+bool frmCompareDir::CheckFolders() {
+    const std::string title = Translate("Pick a different directory");
+    for (const Side side : kBothSides) {
+        const std::string& folder = side == Side::Original ? cbSelectOriginal : cbSelectModified;
+        if (bDirectoryExists(folder))
+            continue;
+        Tell(Translate("Folder") + ":\n\n" + folder + "\n\n" + Translate("does not exist"), title);
+        window_.FocusFolder(side);
+        return false;
+    }
+    if (Trim(cbSelectOriginal) == Trim(cbSelectModified)) {
+        Tell(Translate("Original and Modified folders are the same"), title);
+        window_.FocusFolder(Side::Original);
+        return false;
+    }
+    return true;
+}
+
+void frmCompareDir::TakeTexts() {
+    const PerSide<std::string> folders{cbSelectOriginal, cbSelectModified};
+    moOptions_.sFolderOriginal.SetData(folders.original);
+    moOptions_.sFolderModified.SetData(folders.modified);
+    for (const Side side : kBothSides)
+        recent_folders_[side].AddUniqueItemToCollection(folders[side]);
+    if (command_line_) {
+        cbFileExt = moOptions_.sExtension.Data();
+    } else {
+        moOptions_.sExtension.SetData(cbFileExt);
+        recent_types_.AddUniqueItemToCollection(cbFileExt);
+    }
+    moOptions_.sReportFolder.SetData(txtReportFolder);
+    moOptions_.bStreamFindings.SetData(!cbDontStreamResults);
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::SetEngine() {
+    engine_.putContentCompare(moOptions_.bContentCompare.Data());
+    engine_.putShowOnlyInMaster(moOptions_.bShowOnlyInMaster.Data());
+    engine_.putShowOnlyInSource(moOptions_.bShowOnlyInSource.Data());
+    engine_.putShowSameInBoth(moOptions_.bShowSameInBothPlaces.Data());
+    engine_.putShowDifferentInBoth(moOptions_.bShowDifferentInBothPlaces.Data());
+    engine_.putIgnoreDateDifferences(moOptions_.bIgnoreDateDifferences.Data());
+    engine_.putSubfolders(moOptions_.bDoSubDirectories.Data());
+    engine_.putMasterFolder(moOptions_.sFolderOriginal.Data());
+    engine_.putSourceFolder(moOptions_.sFolderModified.Data());
+    engine_.putFileTypes(moOptions_.sExtension.Data());
+}
+
+void frmCompareDir::ClearGridbox() {
+    mlNextRecord_ = mlNextCheck_ = mlFileRows_ = mlDirRows_ = 0;
+    renamed_.clear();
+    renames_known_ = false;
+    window_.RowsCleared();
+}
+
+bool frmCompareDir::RefreshDiffViewer() {
+    if (!CheckFolders())
+        return false;
+    window_.RefreshCaption();
+    engine_.AbortCompare();
+    engine_.ReleaseEngine();
+    TakeTexts();
+    SetEngine();
+    mlStartTick_ = process_.platform.clock->TickMilliseconds();
+    ClearGridbox();
+    BeginTextChecks();
+    rows_.Begin(checks_.get(), moOptions_.bIgnoreDateDifferences.Data());
+    {
+        const std::lock_guard lock(guard_);
+        new_errors_.clear();
+    }
+    window_.SetHourglass(true);
+    window_.ShowStatus(FoldersPanel::Time, "...");
+    ended_ = false;
+    engine_.StartFolderCompare();
+    return true;
+}
+
+void frmCompareDir::BeginTextChecks() {
+    checks_.reset();
+    if (!moOptions_.bContentCompareText.Data())
+        return;
+    TextCheckOptions how = ReadTextCheckOptions(process_);
+    if (adjust_texts_ && command_line_)
+        adjust_texts_(how.options);
+    how.log_file = process_.telling.manner.sLogFile;
+    report_type_ = static_cast<ReportType>(how.settings.mlReportDefaultFileType_MD);
+    msReportExtension_ = ReportExtensionOf(report_type_);
+    checks_ = std::make_unique<TextChecks>(process_, std::move(how));
+}
+
+void frmCompareDir::OnFolderCompareStarted() {
+    running_ = true;
+    errors_ = {Translate("Error Event Messages Received")};
+    window_.ErrorsChanged();
+    window_.RunChanged();
+    window_.ShowStatus(FoldersPanel::Main, Translate("Directory Compare In Process") + "...");
+    window_.ShowStatus(FoldersPanel::Time, "00:00:00");
+}
+
+void frmCompareDir::OnFolderCompareError(std::int32_t /*code*/, const std::string& message) {
+    const std::lock_guard lock(guard_);
+    new_errors_.push_back("Error: " + message);
+}
+
+void frmCompareDir::TakeErrors() {
+    std::vector<std::string> taken;
+    {
+        const std::lock_guard lock(guard_);
+        taken.swap(new_errors_);
+    }
+    if (taken.empty())
+        return;
+    for (const std::string& error : taken) {
+        if (command_line_)
+            LogMessage(process_, error);
+    }
+    errors_.insert(errors_.end(), taken.begin(), taken.end());
+    window_.ErrorsChanged();
+}
+
+// Ahead of the rows, so that all cores have something to do.
+void frmCompareDir::QueueTextChecks() {
+    if (!checks_)
+        return;
+    const FolderScan& scan = engine_.Folders();
+    for (const std::int32_t count = engine_.getRecordCount(); mlNextCheck_ < count;
+         ++mlNextCheck_) {
+        const ScannedEntry& entry = scan.Entry(static_cast<std::size_t>(mlNextCheck_));
+        if (entry.content != PairContent::Different || entry.original != EntryKind::File ||
+            entry.modified != EntryKind::File)
+            continue;
+        TextPair pair = PairOf(scan.Record(static_cast<std::size_t>(mlNextCheck_)));
+        if (!moOptions_.bCreateReport.Data())
+            pair.report.clear();
+        checks_->Add(mlNextCheck_, std::move(pair));
+    }
+}
+
+bool frmCompareDir::RowIsReady(std::int32_t record) const {
+    return !checks_ || !checks_->Wanted(record) || checks_->Result(record).has_value();
+}
+
+void frmCompareDir::WriteFindings(std::int32_t lMaxRecords) {
+    QueueTextChecks();
+    const std::int32_t count = engine_.getRecordCount();
+    const std::int32_t last =
+        lMaxRecords < 1 ? count : std::min(count, mlNextRecord_ + lMaxRecords);
+    const std::int32_t first = mlNextRecord_;
+    while (mlNextRecord_ < last && RowIsReady(mlNextRecord_)) {
+        const ScannedEntry& entry =
+            engine_.Folders().Entry(static_cast<std::size_t>(mlNextRecord_));
+        ++(entry.IsFolder() ? mlDirRows_ : mlFileRows_);
+        ++mlNextRecord_;
+    }
+    if (mlNextRecord_ > first)
+        window_.RowsAdded();
+    ShowCounts();
+}
+
+void frmCompareDir::ShowCounts() {
+    window_.ShowStatus(FoldersPanel::Counts,
+                       Translate("Files") + ": " + std::to_string(mlFileRows_) + "  " +
+                           Translate("Dirs") + ": " + std::to_string(mlDirRows_));
+}
+
+void frmCompareDir::ShowElapsed() {
+    const std::uint32_t elapsed = process_.platform.clock->TickMilliseconds() - mlStartTick_;
+    constexpr std::uint32_t kSecond = 1000;
+    window_.ShowStatus(FoldersPanel::Time, sTimeSpan(elapsed / kSecond, TimeSpanStyle::Colons));
+}
+
+void frmCompareDir::ShowTicker() {
+    std::string text = Translate("Comparing Folders");
+    if (mlNextRecord_ < mlNextCheck_) {
+        const FolderRecord record =
+            engine_.Folders().Record(static_cast<std::size_t>(mlNextRecord_));
+        if (!RowIsReady(mlNextRecord_)) {
+            window_.ShowStatus(FoldersPanel::Main, record.Original() + " vs. " + record.Modified());
+            return;
+        }
+    }
+    window_.ShowStatus(FoldersPanel::Main, ticker_.sProgressTicker(text + "............"));
+}
+
+bool frmCompareDir::Poll() {
+    if (!running_)
+        return false;
+    ShowTicker();
+    const bool busy = engine_.getBusy();  // asked first: what comes meanwhile is taken next time
+    TakeErrors();
+    if (!busy)
+        WriteFindings(kAll);
+    else if (moOptions_.bStreamFindings.Data())
+        WriteFindings(command_line_ ? kAll : kRecordsOfTick);
+    else
+        QueueTextChecks();
+    ShowElapsed();
+    if (busy || mlNextRecord_ < engine_.getRecordCount())
+        return false;
+    EndRun();
+    return true;
+}
+
+void frmCompareDir::EndRun() {
+    running_ = false;
+    ended_ = true;
+    window_.ShowStatus(FoldersPanel::Main, Translate("Compare Completed"));
+    if (moOptions_.bBeepWhenDone.Data())
+        process_.platform.sound->Beep();
+    window_.FlashFrame();
+    window_.SetHourglass(false);
+    ShowElapsed();
+    window_.RunChanged();
+}
+
+void frmCompareDir::Abort() {
+    if (!running_)
+        return;
+    window_.SetHourglass(false);
+    engine_.AbortCompare();
+    if (checks_)
+        checks_->Abort();
+    running_ = false;
+    window_.ShowStatus(FoldersPanel::Main, Translate("Compare Aborted"));
+    window_.RunChanged();
+}
+
+const std::vector<RenamedEntry>& frmCompareDir::Renamed() {
+    if (!renames_known_ && ended_) {
+        renamed_ =
+            FindRenames(engine_.Folders(),
+                        {moOptions_.sFolderOriginal.Data(), moOptions_.sFolderModified.Data()}, {});
+        renames_known_ = true;
+    }
+    return renamed_;
+}
+
+bool frmCompareDir::CreateTabDelimitedReport(std::string& sFile) {
+    sFile = ReplaceDateTokens(sFile, process_.platform.clock->Now());
+    const std::string folder = sGetFolderPart(sFile);
+    if (!folder.empty() && !bDirectoryExists(folder))
+        MakeDirectoryTree(folder);
+    FolderReport report{engine_, Translate("ERR") + ": " + Translate("File"), {}};
+    if (checks_) {
+        report.words_differ = [this](std::int32_t record) -> std::optional<bool> {
+            const std::optional<FolderRecord> found = rows_.Record(record);
+            if (!found || !checks_->Wanted(record))
+                return std::nullopt;
+            return !Trim(rows_.ContentsCell(*found)).empty();
+        };
+    }
+    const Status written = WriteFolderReport(report, sFile);
+    if (written.ok())
+        return true;
+    Tell(Translate("Error") + " # " + written.failure().reason, Translate("Error"));
+    return false;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,34 @@
+// Which of the files that are on one side only are the same file under another name or in another
+// place.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "common/base/side.h"
+#include "compare/engine/folder_scan.h"
+
+namespace zorvane {
+
+/// Two records of a finished scan, which it never touches.
+struct RenamedEntry {
+    std::int32_t original = 0;  ///< index of the record that is only in the Original tree
+    std::int32_t modified = 0;
+    std::int32_t percent = 100;  ///< how much of the text is the same; 100: equal, byte for byte
+    bool folder = false;         ///< with all that is in it, each file in its place
+    friend bool operator==(const RenamedEntry&, const RenamedEntry&) = default;
+};
+
+struct RenameOptions {
+    bool by_text = true;         ///< files of plain text that are alike too
+    int threads = 0;             ///< 0: one for each core
+    std::function<bool()> stop;  ///< asked for each file and buffer; empty: nobody stops it
+};
+
+/// In the order of the Original's records. The files of a folder that moved are not told again.
+/// Empty files and links are nobody's. After a stop what is there is not whole.
+std::vector<RenamedEntry> FindRenames(const FolderScan& scan, const PerSide<std::string>& roots,
+                                      const RenameOptions& options);
+
+}  // namespace zorvane

@@ -1,0 +1,101 @@
+#include "folders/rename_finder.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "folders/like_texts.h"
+#include "tests/support/folder_trees.h"
+
+namespace zorvane {
+namespace {
+
+using Notes = std::vector<std::string>;
+
+std::string Lines(int first, int last) {
+    std::string text;
+    for (int line = first; line <= last; ++line)
+        text += "This is line " + std::to_string(line * 7919) + " of it\n";
+    return text;
+}
+
+Notes Renames(const FolderTrees& trees, bool by_text = true) {
+    FolderScan scan;
+    scan.Start(trees.Roots(), {}, nullptr);
+    scan.Join();
+    Notes first;
+    for (const int threads : {1, 4}) {
+        RenameOptions options;
+        options.by_text = by_text;
+        options.threads = threads;
+        Notes notes;
+        for (const RenamedEntry& entry : FindRenames(scan, trees.Roots(), options))
+            notes.push_back(scan.PathBelow(static_cast<std::size_t>(entry.original)) + " > " +
+                            scan.PathBelow(static_cast<std::size_t>(entry.modified)) + " " +
+                            std::to_string(entry.percent) + (entry.folder ? " folder" : ""));
+        if (threads == 1)
+            first = notes;
+        EXPECT_EQ(notes, first);
+    }
+    return first;
+}
+
+TEST(RenameFinder, PairsEqualFilesByNameFirst) {
+    const FolderTrees trees;
+    trees.Write(Side::Original, "a", "same bytes");
+    trees.Write(Side::Original, "z", "same bytes");
+    trees.Write(Side::Modified, "b", "same bytes");
+    trees.Write(Side::Modified, "sub/z", "same bytes");
+    trees.Write(Side::Original, "alone", "other text");  // of the same length
+    trees.Write(Side::Original, "empty", "");
+    trees.Write(Side::Modified, "nothing", "");
+    trees.WriteBoth("kept", "same bytes", "same bytes");  // in both: nobody's partner
+    EXPECT_EQ(Renames(trees), (Notes{"a > b 100", "z > sub/z 100"}));
+}
+
+TEST(RenameFinder, PairsTextsThatAreAlikeBestFirst) {
+    const FolderTrees trees;
+    trees.Write(Side::Original, "one.txt", Lines(1, 100));
+    trees.Write(Side::Original, "other.txt", Lines(500, 600));
+    trees.Write(Side::Modified, "near.txt", Lines(11, 100));
+    trees.Write(Side::Modified, "nearer.txt", Lines(2, 100));
+    trees.Write(Side::Modified, "far.txt", Lines(590, 800));
+    trees.Write(Side::Original, "binary", std::string("\0x", 2) + Lines(1, 50));
+    const Notes found = Renames(trees);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_TRUE(found[0].starts_with("one.txt > nearer.txt 9")) << found[0];
+    EXPECT_EQ(Renames(trees, false), Notes{});
+}
+
+TEST(RenameFinder, AFolderThatMovedIsOne) {
+    const FolderTrees trees;
+    for (const char* name : {"1", "2", "deep/3"}) {
+        trees.Write(Side::Original, std::string("old/") + name, std::string("text ") + name);
+        trees.Write(Side::Modified, std::string("new/place/") + name, std::string("text ") + name);
+        trees.Write(Side::Original, std::string("grown/") + name, std::string("words ") + name);
+        trees.Write(Side::Modified, std::string("larger/") + name, std::string("words ") + name);
+        trees.Write(Side::Original, std::string("mixed/") + name, std::string("bytes ") + name);
+    }
+    trees.Write(Side::Modified, "larger/4", "came with it, and is not moved");
+    trees.Write(Side::Modified, "swapped/2", "bytes 1");
+    trees.Write(Side::Modified, "swapped/1", "bytes 2");
+    trees.Write(Side::Modified, "swapped/deep/3", "bytes deep/3");
+    EXPECT_EQ(Renames(trees),
+              (Notes{"grown/1 > larger/1 100", "grown/2 > larger/2 100",
+                     "grown/deep/ > larger/deep/ 100 folder", "mixed/1 > swapped/2 100",
+                     "mixed/2 > swapped/1 100", "mixed/deep/ > swapped/deep/ 100 folder",
+                     "old/ > new/place/ 100 folder"}));
+}
+
+TEST(LikeTexts, ShareByTheWeightOfTheirLines) {
+    const LineWeights one("short\n" + std::string(95, 'x') + "\n");
+    const LineWeights two("  short \r\n" + std::string(95, 'y'));
+    EXPECT_EQ(PercentShared(one, one), 100);
+    EXPECT_EQ(PercentShared(one, two), 5);
+    EXPECT_EQ(PercentShared(one, LineWeights("")), 0);
+    EXPECT_EQ(PercentShared(LineWeights("a\na\na\n"), LineWeights("a\n")), 33);
+}
+
+}  // namespace
+}  // namespace zorvane
