@@ -172,7 +172,7 @@ class frmCompareFiles : public Viewer {
     SaveOutcome SaveActiveEditorAs();
     PrintEnd PrintActiveEditor();
     /// Asks about texts with edits that were not saved; true when the step may be taken.
-    bool MayLoseEdits(LosingStep step);
+    bool MayLoseEdits(LosingStep step, const PerSide<bool>& of = {true, true});
     /// For the window's timer: tells of files that somebody else changed, and loads them again
     /// where runs are. Nothing while a run goes on.
     void CheckFilesOnDisk();
@@ -238,7 +238,8 @@ class frmCompareFiles : public Viewer {
         RunSource source = RunSource::Texts;
         View view = View::SideBySide;
         BuildViews views = BuildViews::Yes;
-        PerSide<std::string> load_again;  ///< the files of `LoadedAgain`; empty: not that side
+        PerSide<std::string> load_again;   ///< the files of `LoadedAgain`; empty: not that side
+        PerSide<bool> keep{false, false};  ///< not loaded, since its edits are to be compared
         bool show_first = false;  ///< goes to the difference that was selected, or the first
         KeptDifference kept = KeptDifference::Yes;
         std::optional<View> left;  ///< what a switch comes from, and goes back to when it fails
@@ -281,6 +282,7 @@ class frmCompareFiles : public Viewer {
     PerSide<std::string> FilesOf(EditorTarget target) const;
     std::string TitleOf(EditorTarget target) const;
     bool SaveBeforeLosing(Side side);
+    std::optional<PerSide<bool>> EditsToKeep();
     void LoadAgain(const PerSide<std::string>& files);
     void TakeLoadedAgain(Begun& begun, CompareOutcome& outcome);
     void WatchLoaded(const CompareOutcome& outcome);
@@ -294,6 +296,7 @@ class frmCompareFiles : public Viewer {
     bool IsDocument(const ReportWanted& wanted) const;
     ReportResult ReportHere(ReportWanted wanted, std::string& file);
 
+    bool RunLoads() const;
     void EndWork();
     void ApplyFont();
     CharFormat ViewerFormat() const;

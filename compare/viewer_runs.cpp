@@ -31,7 +31,15 @@ void frmCompareFiles::RefreshFrom(KeptDifference kept, bool bReloadFiles,
                       "'Refresh Options'."),
             Translate("Compare"));
     Plan plan;
-    plan.source = bReloadFiles ? RunSource::ReloadedFiles : RunSource::Texts;
+    if (bReloadFiles) {
+        const std::optional<PerSide<bool>> keep = EditsToKeep();
+        if (!keep)
+            return;
+        plan.keep = *keep;
+    }
+    plan.source = bReloadFiles && !(plan.keep.original && plan.keep.modified)
+                      ? RunSource::ReloadedFiles
+                      : RunSource::Texts;
     plan.show_first = bGoToFirstDifference;
     plan.kept = kept;
     plan.view = view_;
@@ -83,6 +91,7 @@ CompareInput frmCompareFiles::InputFor(const Plan& plan) {
     input.TextFileExtensions = TextFileExtensions_;
     input.memory = load_memory_;
     input.source = plan.source;
+    input.keep = plan.keep;
     if (plan.source == RunSource::LoadedAgain) {
         for (const Side side : kBothSides) {
             input.load_again[side] = !plan.load_again[side].empty();
@@ -149,6 +158,7 @@ void frmCompareFiles::StartRun(RunOn where, RunStep first, ViewerRun::Steps step
     run_ = run;
     run_->first = first;
     run_->Control().Progress(first, 0);
+    window_.SetEditable(IsEnabled(ViewerCommand::Edit));
     ShowProgress();
     if (where == RunOn::ThisThread)
         run_->Control().CallWhileRunning(
@@ -199,8 +209,10 @@ void frmCompareFiles::EndRun() {
     const std::function<void()> hand_over = run_->Finish();
     // The messages of the run are told when it goes, behind its result.
     const std::shared_ptr<ViewerRun> ended = std::move(run_);
-    if (!closing_)
-        hand_over();
+    if (closing_)
+        return;
+    window_.SetEditable(true);
+    hand_over();
 }
 
 // ---- its result ----

@@ -56,7 +56,9 @@ void frmCompareFiles::SelectFile(Side side, const std::string& path) {
 }
 
 void frmCompareFiles::LoadAgain(Side side) {
-    if (!IsEnabled(ViewerCommand::Refresh) || !MayLoseEdits(LosingStep::Load))
+    PerSide<bool> loaded{false, false};
+    loaded[side] = true;
+    if (!IsEnabled(ViewerCommand::Refresh) || !MayLoseEdits(LosingStep::Load, loaded))
         return;
     PerSide<std::string> files;
     files[side] = FileNames()[side == Side::Original ? 0 : 1];
@@ -70,9 +72,17 @@ void frmCompareFiles::SwapSides() {
     const std::string original = options_.sFileOriginal.Data();
     options_.sFileOriginal.SetData(options_.sFileModified.Data());
     options_.sFileModified.SetData(original);
-    RichText text = editors_.rtbOriginal.editor.TakeRich();
-    editors_.rtbOriginal.editor.SetRich(editors_.rtbModified.editor.TakeRich());
-    editors_.rtbModified.editor.SetRich(std::move(text));
+    RichDocument& left = editors_.rtbOriginal.editor;
+    RichDocument& right = editors_.rtbModified.editor;
+    const PerSide<bool> unsaved{right.IsModified(), left.IsModified()};
+    RichText text = left.TakeRich();
+    left.SetRich(right.TakeRich());
+    right.SetRich(std::move(text));
+    if (unsaved.original)
+        left.SetModified();
+    if (unsaved.modified)
+        right.SetModified();
+    file_watch_.SwapSides();
     const auto swap_sides = [](auto& sides) { std::swap(sides.original, sides.modified); };
     swap_sides(load_memory_.loaded);
     swap_sides(load_memory_.bForceReload);

@@ -104,7 +104,8 @@ class CompareJob {
     }
 
     bool Wants(Side side) const {
-        return input_.source != RunSource::LoadedAgain || input_.load_again[side];
+        return input_.source == RunSource::LoadedAgain ? input_.load_again[side]
+                                                       : !input_.keep[side];
     }
 
     bool Load() {

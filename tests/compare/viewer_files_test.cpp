@@ -167,6 +167,153 @@ TEST_F(FilesOfViewer, EditsAreAskedAbout) {
     EXPECT_TRUE(viewer.MayClose());
 }
 
+// Only where a reload would put the file over the edits.
+TEST_F(FilesOfViewer, AReloadAsksAboutTheEditsThatItWouldLose) {
+    constexpr std::int32_t kEdits = 0;
+    constexpr std::int32_t kFiles = 1;
+    constexpr std::int32_t kCancel = 2;
+    struct Row {
+        const char* name;
+        PerSide<bool> edited;
+        PerSide<bool> changed;  // on the disk
+        bool optimize;
+        std::int32_t answer;
+        const char* question;  // its begin; empty: none is asked
+        std::u16string_view original;
+        std::u16string_view modified;
+        bool fresh;
+    };
+    const Row rows[] = {
+        {"nothing edited", {false, false}, {true, true}, true, kEdits, "", u"A", u"B", true},
+        {"not read again", {true, true}, {false, false}, true, kEdits, "", u"xa", u"xb", true},
+        {"the other one changed",
+         {true, false},
+         {false, true},
+         true,
+         kEdits,
+         "",
+         u"xa",
+         u"B",
+         true},
+        {"edits of the left",
+         {true, false},
+         {true, true},
+         true,
+         kEdits,
+         "Original has",
+         u"xa",
+         u"B",
+         true},
+        {"edits of the right",
+         {false, true},
+         {true, true},
+         true,
+         kEdits,
+         "Modified has",
+         u"A",
+         u"xb",
+         true},
+        {"one of two",
+         {true, true},
+         {true, false},
+         true,
+         kEdits,
+         "Original has",
+         u"xa",
+         u"xb",
+         true},
+        {"both",
+         {true, true},
+         {true, true},
+         true,
+         kEdits,
+         "Original and Modified have",
+         u"xa",
+         u"xb",
+         true},
+        {"always read again",
+         {true, true},
+         {false, false},
+         false,
+         kEdits,
+         "Original and Modified have",
+         u"xa",
+         u"xb",
+         true},
+        {"files",
+         {true, true},
+         {true, true},
+         true,
+         kFiles,
+         "Original and Modified have",
+         u"A",
+         u"B",
+         true},
+        {"neither", {false, true}, {true, true}, true, kCancel, "Modified has", u"a", u"xb", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        viewer.Telling().manner.bSilent = false;
+        viewer.Options().bReloadOnRefresh.SetData(true);
+        viewer.Options().bOptimizeFileLoading.SetData(true);
+        ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+        viewer.Options().bOptimizeFileLoading.SetData(row.optimize);
+        for (const Side side : kBothSides) {
+            const bool left = side == Side::Original;
+            if (row.edited[side])
+                Edit(side, u"x");
+            if (row.changed[side])
+                fakes.folder.Write(left ? "o.txt" : "m.txt", left ? "A\n\n" : "B\n\n");
+        }
+        window.files.asked.clear();
+        window.files.answer = row.answer;
+        viewer.Refresh();
+        const std::string asked = window.files.asked.empty() ? "" : window.files.asked.front().text;
+        EXPECT_TRUE(*row.question == 0 ? asked.empty() : asked.starts_with(row.question)) << asked;
+        EXPECT_LE(window.files.asked.size(), 1U);
+        const auto first_line = [this](Side side) {
+            const std::u16string text = Text(side).Text();
+            return text.substr(0, text.find(u'\r'));
+        };
+        EXPECT_EQ(first_line(Side::Original), row.original);
+        EXPECT_EQ(first_line(Side::Modified), row.modified);
+        EXPECT_EQ(!viewer.IsStale(), row.fresh);
+        // What was compared is what stands there.
+        EXPECT_TRUE(!row.fresh || Left().find(ToUtf8(row.original)) != std::string::npos) << Left();
+        // What was kept can still be lost.
+        EXPECT_EQ(Text(Side::Original).IsModified(), row.original == u"xa");
+    }
+}
+
+// Nobody is there to answer, and one side alone is asked about where one is loaded.
+TEST_F(FilesOfViewer, AReloadAsksNobodyButTheUserOfItsSide) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    viewer.Options().bOptimizeFileLoading.SetData(false);
+    Edit(Side::Original, u"x");
+    viewer.Refresh();
+    EXPECT_TRUE(window.files.asked.empty()) << "a silent viewer asks nothing";
+    Edit(Side::Original, u"x");
+    viewer.LoadAgain(Side::Modified);
+    EXPECT_TRUE(window.files.asked.empty()) << "that side has no edits";
+    viewer.LoadAgain(Side::Original);
+    EXPECT_EQ(window.files.asked.size(), 1U);
+    EXPECT_EQ(Text(Side::Original).Text(), u"xa\r\n");
+}
+
+TEST_F(FilesOfViewer, SidesAreSwappedWithTheirEditsAndFiles) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    LookAtDisk();
+    Edit(Side::Original, u"x");
+    viewer.SwapSides();
+    EXPECT_FALSE(Text(Side::Original).IsModified());
+    EXPECT_TRUE(Text(Side::Modified).IsModified()) << "swapping saves nothing";
+    fakes.folder.Write("m.txt", "longer than it was\n");
+    window.files.answer = 0;
+    LookAtDisk();
+    EXPECT_EQ(Text(Side::Original).Text(), u"longer than it was\r\n");
+    EXPECT_EQ(Text(Side::Modified).Text(), u"xa\r\n");
+}
+
 TEST_F(FilesOfViewer, NothingIsSavedDuringARun) {
     ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
     Edit(Side::Original, u"x");

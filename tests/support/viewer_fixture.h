@@ -38,6 +38,7 @@ class RecordingWindow : public SilentWindow {
             on_pump();
     }
     void SetAbortVisible(bool visible) override { abort_visible = visible; }
+    void SetEditable(bool on) override { editable = on; }
     void EnableFilter(ViewFilter filter, bool enabled) override { filters[filter] = enabled; }
     void EnableNavigation(const NavigationButtons& buttons) override { navigation = buttons; }
     void ShowView(View shown) override { view = shown; }
@@ -77,6 +78,7 @@ class RecordingWindow : public SilentWindow {
     std::function<void(ViewFilter)> on_filter;
     bool answer = false;
     bool abort_visible = false;
+    bool editable = true;
     int pumps = 0;
     std::function<void()> on_pump;
 };
