@@ -214,6 +214,7 @@ void frmCompareFiles::OptionsChanged() {
 }
 
 void frmCompareFiles::Abort() {
+    given_up_ = asking_ > 0;
     if (run_ == nullptr)
         return;
     telling_.Stop();

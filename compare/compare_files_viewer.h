@@ -110,7 +110,8 @@ class frmCompareFiles : public Viewer {
     /// its run has ended, as a command line wants it.
     void RunInBackground(bool on) { where_ = on ? RunOn::Worker : RunOn::ThisThread; }
     ViewerState State() const;
-    bool Busy() const override { return run_ != nullptr; }
+    /// A question of its own stands open, too: it lives on down the stack.
+    bool Busy() const override { return run_ != nullptr || asking_ > 0; }
     /// What is shown is the paragraph level of a run that goes on.
     bool ShowsEarlyResult() const { return before_early_.has_value(); }
     /// A command that is not is refused by its function too.
@@ -255,6 +256,19 @@ class frmCompareFiles : public Viewer {
         CompareFilesSettings settings;
     };
     using ReportDone = std::function<void(const ReportOutcome&)>;
+    /// While a question runs the window's events, somebody may want the viewer gone.
+    class Asking {
+      public:
+        explicit Asking(frmCompareFiles& viewer) : viewer_(viewer) { ++viewer_.asking_; }
+        ~Asking() { viewer_.given_up_ = --viewer_.asking_ > 0 && viewer_.given_up_; }
+        Asking(const Asking&) = delete;
+        Asking& operator=(const Asking&) = delete;
+        /// What was asked about is not to be done any more.
+        bool GivenUp() const { return viewer_.given_up_; }
+
+      private:
+        frmCompareFiles& viewer_;
+    };
 
     // viewer_runs.cpp
     void RefreshFrom(KeptDifference kept, bool bReloadFiles, bool bGoToFirstDifference);
@@ -344,7 +358,8 @@ class frmCompareFiles : public Viewer {
     std::int32_t mlLastDifference_ = -1;
     EditorTarget mlActiveEditor_ = EditorTarget::Original;
     FileWatch file_watch_;
-    bool asking_about_files_ = false;
+    int asking_ = 0;
+    bool given_up_ = false;
     bool closing_ = false;
     BuildViews views_ = BuildViews::Yes;
     ViewerTools tools_;

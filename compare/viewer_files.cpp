@@ -186,9 +186,9 @@ bool frmCompareFiles::SaveBeforeLosing(Side side) {
 
 void frmCompareFiles::CheckFilesOnDisk() {
     // A question runs the window's events, and with them the timer that comes here.
-    if (!IsEnabled(ViewerCommand::Refresh) || asking_about_files_)
+    if (!IsEnabled(ViewerCommand::Refresh) || asking_ > 0)
         return;
-    asking_about_files_ = true;
+    const Asking asking(*this);
     PerSide<std::string> again;
     for (const FileNotice& notice : file_watch_.Poll(process_.platform.clock->TickMilliseconds())) {
         bool unsaved = false;
@@ -201,8 +201,7 @@ void frmCompareFiles::CheckFilesOnDisk() {
                 again[side] = notice.path;
         }
     }
-    asking_about_files_ = false;
-    if (!again.original.empty() || !again.modified.empty())
+    if (!asking.GivenUp() && (!again.original.empty() || !again.modified.empty()))
         LoadAgain(again);
 }
 

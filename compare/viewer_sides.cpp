@@ -56,9 +56,12 @@ void frmCompareFiles::SelectFile(Side side, const std::string& path) {
 }
 
 void frmCompareFiles::LoadAgain(Side side) {
+    if (!IsEnabled(ViewerCommand::Refresh) || asking_ > 0)
+        return;
+    const Asking asking(*this);
     PerSide<bool> loaded{false, false};
     loaded[side] = true;
-    if (!IsEnabled(ViewerCommand::Refresh) || !MayLoseEdits(LosingStep::Load, loaded))
+    if (!MayLoseEdits(LosingStep::Load, loaded) || asking.GivenUp())
         return;
     PerSide<std::string> files;
     files[side] = FileNames()[side == Side::Original ? 0 : 1];

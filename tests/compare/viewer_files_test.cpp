@@ -440,5 +440,49 @@ TEST_F(FilesOfViewer, AReportIsRefusedForItsOwnCause) {
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+// The events of a question may close the viewer, or ask the same again.
+TEST_F(FilesOfViewer, AViewerWithAnOpenQuestionIsBusyAndCanBeGivenUp) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    viewer.Telling().manner.bSilent = false;
+    viewer.Options().bReloadOnRefresh.SetData(true);
+    viewer.Options().bOptimizeFileLoading.SetData(false);
+    for (const bool gives_up : {true, false}) {
+        SCOPED_TRACE(gives_up);
+        Edit(Side::Original, u"x");
+        window.files.asked.clear();
+        window.files.answer = 1;
+        int asked = 0;
+        window.files.on_question = [&] {
+            if (++asked > 1)
+                return;
+            EXPECT_TRUE(viewer.Busy()) << "else the frame lets it go";
+            viewer.Refresh();
+            viewer.LoadAgain(Side::Original);
+            viewer.CheckFilesOnDisk();
+            viewer.tbShowDifferenceUnknown();
+            if (gives_up)
+                viewer.Abort();
+        };
+        viewer.Refresh();
+        window.files.on_question = nullptr;
+        EXPECT_EQ(asked, 1) << "one question at a time";
+        EXPECT_EQ(window.numbers_asked, 0);
+        EXPECT_FALSE(viewer.Busy());
+        EXPECT_EQ(Text(Side::Original).IsModified(), gives_up);
+    }
+    window.files.answer.reset();
+    viewer.tbShowDifferenceUnknown();
+    EXPECT_EQ(window.numbers_asked, 1) << "given up once is not given up for good";
+}
+
+TEST_F(FilesOfViewer, NoNumberIsAskedForDuringARun) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    viewer.PumpEvery(0ms);
+    window.on_pump = [&] { viewer.tbShowDifferenceUnknown(); };
+    viewer.RunCompare(false);
+    window.on_pump = nullptr;
+    EXPECT_EQ(window.numbers_asked, 0);
+}
+
 }  // namespace
 }  // namespace zorvane
