@@ -181,7 +181,9 @@ std::optional<std::string> DocumentLoader::ReadForView(const std::string& sFile)
 }
 
 std::u16string DocumentLoader::Decode(const std::string& bytes) const {
-    return DecodeText(bytes, DetectEncoding(bytes, parts_.process.platform.locale->EncodingName()));
+    const DetectedEncoding encoding =
+        DetectEncoding(bytes, parts_.process.platform.locale->EncodingName());
+    return KeepGoing() ? DecodeText(bytes, encoding, parts_.watcher) : std::u16string();
 }
 
 // As it was decoded, in no format yet.
@@ -225,7 +227,8 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     if (side)
         TakeNoText(sFile, text.text, SideOf(target));
     if (!rich)
-        text = RichText::PlainFrom(std::move(text.text), document.RichTB().DefaultFormat());
+        text = RichText::PlainFrom(std::move(text.text), document.RichTB().DefaultFormat(),
+                                   parts_.watcher);
     if (!KeepGoing())
         return;
     document.RichTB().SetRich(std::move(text));
