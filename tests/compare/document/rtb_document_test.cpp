@@ -324,7 +324,7 @@ TEST(Paragraphs, FollowAnEditAsIfTheyWereBuiltAnew) {
     for (int round = 0; round < 500; ++round) {
         SCOPED_TRACE(round);
         std::u16string text;
-        for (unsigned line = random() % 6; line > 0; --line)
+        for (std::size_t line = random() % 6; line > 0; --line)
             text += std::u16string(random() % 5, u'a') + u"\r\n";
         text += std::u16string(random() % 5, u'a');
         Paragraphs followed;
