@@ -179,6 +179,11 @@ ViewerState frmCompareFiles::State() const {
     return ViewerState::Comparing;
 }
 
+bool frmCompareFiles::RunLoads() const {
+    return run_ != nullptr &&
+           (run_->first == RunStep::LoadFiles || run_->first == RunStep::ReloadFiles);
+}
+
 bool frmCompareFiles::IsEnabled(ViewerCommand command) const {
     const ViewerState state = State();
     switch (command) {
@@ -186,11 +191,12 @@ bool frmCompareFiles::IsEnabled(ViewerCommand command) const {
             return true;
         case ViewerCommand::Abort:
             return run_ != nullptr && !run_->Control().Stopped();
-        // A load puts other texts there; a compare has texts of its own.
+        // A run that loads puts other texts there at its end; one that only compares has texts of
+        // its own.
         case ViewerCommand::Edit:
+            return state != ViewerState::Closing && !RunLoads();
         case ViewerCommand::ChangeOptions:
-            return state != ViewerState::Closing &&
-                   (command == ViewerCommand::ChangeOptions || state != ViewerState::Loading);
+            return state != ViewerState::Closing;
         case ViewerCommand::Save:
         case ViewerCommand::Refresh:
         case ViewerCommand::ChangeView:
@@ -208,6 +214,7 @@ void frmCompareFiles::OptionsChanged() {
 }
 
 void frmCompareFiles::Abort() {
+    given_up_ = asking_ > 0;
     if (run_ == nullptr)
         return;
     telling_.Stop();

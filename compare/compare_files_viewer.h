@@ -114,7 +114,8 @@ class frmCompareFiles : public Viewer {
     /// its run has ended, as a command line wants it.
     void RunInBackground(bool on) { where_ = on ? RunOn::Worker : RunOn::ThisThread; }
     ViewerState State() const;
-    bool Busy() const override { return run_ != nullptr; }
+    /// A question of its own stands open, too: it lives on down the stack.
+    bool Busy() const override { return run_ != nullptr || asking_ > 0; }
     /// What is shown is the paragraph level of a run that goes on.
     bool ShowsEarlyResult() const { return before_early_.has_value(); }
     /// A command that is not is refused by its function too.
@@ -184,7 +185,7 @@ class frmCompareFiles : public Viewer {
     SaveOutcome SaveActiveEditorAs();
     PrintEnd PrintActiveEditor();
     /// Asks about texts with edits that were not saved; true when the step may be taken.
-    bool MayLoseEdits(LosingStep step);
+    bool MayLoseEdits(LosingStep step, const PerSide<bool>& of = {true, true});
     /// For the window's timer: tells of files that somebody else changed, and loads them again
     /// where runs are. Nothing while a run goes on.
     void CheckFilesOnDisk();
@@ -252,7 +253,8 @@ class frmCompareFiles : public Viewer {
         RunSource source = RunSource::Texts;
         View view = View::SideBySide;
         BuildViews views = BuildViews::Yes;
-        PerSide<std::string> load_again;  ///< the files of `LoadedAgain`; empty: not that side
+        PerSide<std::string> load_again;   ///< the files of `LoadedAgain`; empty: not that side
+        PerSide<bool> keep{false, false};  ///< not loaded, since its edits are to be compared
         bool show_first = false;  ///< goes to the difference that was selected, or the first
         KeptDifference kept = KeptDifference::Yes;
         std::optional<View> left;  ///< what a switch comes from, and goes back to when it fails
@@ -268,6 +270,19 @@ class frmCompareFiles : public Viewer {
         CompareFilesSettings settings;
     };
     using ReportDone = std::function<void(const ReportOutcome&)>;
+    /// While a question runs the window's events, somebody may want the viewer gone.
+    class Asking {
+      public:
+        explicit Asking(frmCompareFiles& viewer) : viewer_(viewer) { ++viewer_.asking_; }
+        ~Asking() { viewer_.given_up_ = --viewer_.asking_ > 0 && viewer_.given_up_; }
+        Asking(const Asking&) = delete;
+        Asking& operator=(const Asking&) = delete;
+        /// What was asked about is not to be done any more.
+        bool GivenUp() const { return viewer_.given_up_; }
+
+      private:
+        frmCompareFiles& viewer_;
+    };
 
     // viewer_runs.cpp
     void RefreshFrom(KeptDifference kept, bool bReloadFiles, bool bGoToFirstDifference);
@@ -296,6 +311,7 @@ class frmCompareFiles : public Viewer {
     PerSide<std::string> FilesOf(EditorTarget target) const;
     std::string TitleOf(EditorTarget target) const;
     bool SaveBeforeLosing(Side side);
+    std::optional<PerSide<bool>> EditsToKeep();
     void LoadAgain(const PerSide<std::string>& files);
     void TakeLoadedAgain(Begun& begun, CompareOutcome& outcome);
     void WatchLoaded(const CompareOutcome& outcome);
@@ -309,6 +325,7 @@ class frmCompareFiles : public Viewer {
     bool IsDocument(const ReportWanted& wanted) const;
     ReportResult ReportHere(ReportWanted wanted, std::string& file);
 
+    bool RunLoads() const;
     void EndWork();
     void ApplyFont();
     CharFormat ViewerFormat() const;
@@ -357,7 +374,8 @@ class frmCompareFiles : public Viewer {
     std::int32_t mlLastDifference_ = -1;
     EditorTarget mlActiveEditor_ = EditorTarget::Original;
     FileWatch file_watch_;
-    bool asking_about_files_ = false;
+    int asking_ = 0;
+    bool given_up_ = false;
     bool closing_ = false;
     BuildViews views_ = BuildViews::Yes;
     ViewerTools tools_;

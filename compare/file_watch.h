@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/base/side.h"
@@ -35,6 +36,7 @@ class FileWatch {
     /// regular file (a pipe, an address), and is not watched.
     void Watch(Side side, const std::string& path, std::optional<FileStamp> stamp);
     void Forget(Side side) { watched_[side] = {}; }
+    void SwapSides() { std::swap(watched_.original, watched_.modified); }
     /// The viewer itself wrote the file, which is no news.
     void NoteOwnSave(const std::string& path);
 

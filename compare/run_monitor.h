@@ -15,6 +15,7 @@ class RunMonitor {
 
     /// False after a stop, and from then on.
     bool KeepGoing() { return watcher_.KeepGoing(); }
+    RunWatcher& Watcher() { return watcher_; }
     void Progress(RunStep step, double part) { watcher_.Progress(step, part); }
     std::string Translate(std::string_view english) { return process_.Translate(english); }
 

@@ -28,6 +28,31 @@ UnsavedEdits::Answer UnsavedEdits::Ask(LosingStep step, const EditedText& text) 
     }
 }
 
+EditsOrFiles UnsavedEdits::AskWhatToCompare(const PerSide<bool>& edited) {
+    constexpr const char* kOriginal =
+        "Original has edits that are not saved. Loading it again loses them.";
+    constexpr const char* kModified =
+        "Modified has edits that are not saved. Loading it again loses them.";
+    constexpr const char* kBoth =
+        "Original and Modified have edits that are not saved. Loading them again loses them.";
+    const char* one = edited.original ? kOriginal : kModified;
+    WindowQuestion question;
+    question.title = process_.Translate("Unsaved edits");
+    question.text = process_.Translate(edited.original && edited.modified ? kBoth : one);
+    question.icon = MessageIcon::Warning;
+    question.answers = {process_.Translate("Compare My Edits"), process_.Translate("Load Again"),
+                        process_.Translate("Cancel")};
+    question.safe = 2;
+    switch (window_.Choose(question)) {
+        case 0:
+            return EditsOrFiles::Edits;
+        case 1:
+            return EditsOrFiles::Files;
+        default:
+            return EditsOrFiles::Cancel;
+    }
+}
+
 bool UnsavedEdits::MayGoOn(LosingStep step, const std::vector<EditedText>& texts) {
     std::vector<const EditedText*> to_save;
     for (const EditedText& text : texts) {

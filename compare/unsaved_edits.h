@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "common/base/side.h"
 #include "compare/file_window.h"
 
 namespace zorvane {
@@ -20,6 +21,9 @@ struct EditedText {
 
 enum class LosingStep { Close, Load };
 
+/// What becomes of edits whose files a compare would load again.
+enum class EditsOrFiles { Edits, Files, Cancel };
+
 /// Both are borrowed.
 class UnsavedEdits {
   public:
@@ -28,6 +32,8 @@ class UnsavedEdits {
     /// True when nothing is lost against the user's will: each edited text was saved, or its loss
     /// agreed to. All are asked about before any is saved, so that stepping back changes nothing.
     bool MayGoOn(LosingStep step, const std::vector<EditedText>& texts);
+    /// Before a compare that would load the files of these sides over edits; one at least.
+    EditsOrFiles AskWhatToCompare(const PerSide<bool>& edited);
 
   private:
     enum class Answer { Save, Discard, Cancel };

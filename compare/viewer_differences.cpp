@@ -69,13 +69,16 @@ void frmCompareFiles::MoveTo(std::int32_t number) {
 }
 
 void frmCompareFiles::tbShowDifferenceUnknown() {
+    if (!IsEnabled(ViewerCommand::Navigate) || asking_ > 0)
+        return;
+    const Asking asking(*this);
     const std::int32_t count = list_.Count();
     if (count == 0) {
         window_.ShowMessage(Translate("No differences to go to"), Translate("Error"));
         return;
     }
     const std::int32_t number = window_.AskDifferenceNumber(mlCurrentDifference_, count);
-    if (number >= 1 && number <= count)
+    if (number >= 1 && number <= count && !asking.GivenUp())
         SelectListItem(number - 1);
 }
 

@@ -138,13 +138,38 @@ std::string frmCompareFiles::TitleOf(EditorTarget target) const {
 
 // ---- what would be lost ----
 
-bool frmCompareFiles::MayLoseEdits(LosingStep step) {
+bool frmCompareFiles::MayLoseEdits(LosingStep step, const PerSide<bool>& of) {
     std::vector<EditedText> texts;
-    for (const Side side : kBothSides)
-        texts.push_back({TitleOf(TargetOf(side)),
-                         [this, side] { return DocumentOf(TargetOf(side)).editor.IsModified(); },
-                         [this, side] { return SaveBeforeLosing(side); }});
+    for (const Side side : kBothSides) {
+        if (of[side])
+            texts.push_back(
+                {TitleOf(TargetOf(side)),
+                 [this, side] { return DocumentOf(TargetOf(side)).editor.IsModified(); },
+                 [this, side] { return SaveBeforeLosing(side); }});
+    }
     return UnsavedEdits(process_, window_).MayGoOn(step, texts);
+}
+
+// The sides whose edits a reload leaves alone; nothing when the user steps back.
+std::optional<PerSide<bool>> frmCompareFiles::EditsToKeep() {
+    PerSide<bool> edited{false, false};
+    for (const Side side : kBothSides)
+        edited[side] = DocumentOf(TargetOf(side)).editor.IsModified() &&
+                       !IsAsItWasLoaded(options_, load_memory_, side,
+                                        side == Side::Original ? options_.sFileOriginal.Data()
+                                                               : options_.sFileModified.Data());
+    const PerSide<bool> none{false, false};
+    if (Silent() || (!edited.original && !edited.modified))
+        return none;
+    switch (UnsavedEdits(process_, window_).AskWhatToCompare(edited)) {
+        case EditsOrFiles::Edits:
+            return edited;
+        case EditsOrFiles::Files:
+            return none;
+        case EditsOrFiles::Cancel:
+            break;
+    }
+    return std::nullopt;
 }
 
 bool frmCompareFiles::SaveBeforeLosing(Side side) {
@@ -162,9 +187,9 @@ bool frmCompareFiles::SaveBeforeLosing(Side side) {
 
 void frmCompareFiles::CheckFilesOnDisk() {
     // A question runs the window's events, and with them the timer that comes here.
-    if (!IsEnabled(ViewerCommand::Refresh) || asking_about_files_)
+    if (!IsEnabled(ViewerCommand::Refresh) || asking_ > 0)
         return;
-    asking_about_files_ = true;
+    const Asking asking(*this);
     PerSide<std::string> again;
     for (const FileNotice& notice : file_watch_.Poll(process_.platform.clock->TickMilliseconds())) {
         if (window_.ShowFileNews(notice))
@@ -179,8 +204,7 @@ void frmCompareFiles::CheckFilesOnDisk() {
                 again[side] = notice.path;
         }
     }
-    asking_about_files_ = false;
-    if (!again.original.empty() || !again.modified.empty())
+    if (!asking.GivenUp() && (!again.original.empty() || !again.modified.empty()))
         LoadAgain(again);
 }
 

@@ -20,8 +20,9 @@ void frmCompareFiles::RefreshDisplay(bool bReloadFiles, bool bGoToFirstDifferenc
 
 void frmCompareFiles::RefreshFrom(KeptDifference kept, bool bReloadFiles,
                                   bool bGoToFirstDifference) {
-    if (!IsEnabled(ViewerCommand::Refresh))
+    if (!IsEnabled(ViewerCommand::Refresh) || asking_ > 0)
         return;
+    const Asking asking(*this);
     if (!Silent() && !bReloadFiles && editors_.rtbOriginal.editor.Length() == 0 &&
         editors_.rtbModified.editor.Length() == 0)
         window_.ShowMessage(
@@ -31,7 +32,17 @@ void frmCompareFiles::RefreshFrom(KeptDifference kept, bool bReloadFiles,
                       "'Refresh Options'."),
             Translate("Compare"));
     Plan plan;
-    plan.source = bReloadFiles ? RunSource::ReloadedFiles : RunSource::Texts;
+    if (bReloadFiles) {
+        const std::optional<PerSide<bool>> keep = EditsToKeep();
+        if (!keep)
+            return;
+        plan.keep = *keep;
+    }
+    if (asking.GivenUp())
+        return;
+    plan.source = bReloadFiles && !(plan.keep.original && plan.keep.modified)
+                      ? RunSource::ReloadedFiles
+                      : RunSource::Texts;
     plan.show_first = bGoToFirstDifference;
     plan.kept = kept;
     plan.view = view_;
@@ -83,6 +94,7 @@ CompareInput frmCompareFiles::InputFor(const Plan& plan) {
     input.TextFileExtensions = TextFileExtensions_;
     input.memory = load_memory_;
     input.source = plan.source;
+    input.keep = plan.keep;
     if (plan.source == RunSource::LoadedAgain) {
         for (const Side side : kBothSides) {
             input.load_again[side] = !plan.load_again[side].empty();
@@ -150,6 +162,7 @@ void frmCompareFiles::StartRun(RunOn where, RunStep first, ViewerRun::Steps step
     run_ = run;
     run_->first = first;
     run_->Control().Progress(first, 0);
+    window_.SetEditable(IsEnabled(ViewerCommand::Edit));
     ShowProgress();
     if (where == RunOn::ThisThread)
         run_->Control().CallWhileRunning(
@@ -200,8 +213,10 @@ void frmCompareFiles::EndRun() {
     const std::function<void()> hand_over = run_->Finish();
     // The messages of the run are told when it goes, behind its result.
     const std::shared_ptr<ViewerRun> ended = std::move(run_);
-    if (!closing_)
-        hand_over();
+    if (closing_)
+        return;
+    window_.SetEditable(true);
+    hand_over();
 }
 
 // ---- its result ----
@@ -350,42 +365,6 @@ void frmCompareFiles::ShowResult(const Begun& begun, const CompareOutcome& outco
     if (options_.bBeepWhenDone.Data())
         process_.platform.sound->Beep();
     window_.FlashFrame();
-}
-
-// What was there is kept, in case the run is stopped.
-void frmCompareFiles::ShowEarly(EarlyOutcome early) {
-    EarlyOutcome before;
-    before.view = early.view;
-    const auto swap = [](ShownDocument& entry, ResultText& shown, ResultText& kept) {
-        kept = {entry.editor.TakeRich(), entry.document.TakeParagraphs()};
-        entry.editor.SetRich(std::move(shown.text));
-        entry.document.SetParagraphs(std::move(shown.paragraphs));
-    };
-    if (early.view == View::AllInOne) {
-        swap(editors_.rtbAIODiff, early.all_in_one, before.all_in_one);
-    } else {
-        swap(editors_.rtbOriginalDiffFinal, early.side_by_side.original,
-             before.side_by_side.original);
-        swap(editors_.rtbModifiedDiffFinal, early.side_by_side.modified,
-             before.side_by_side.modified);
-    }
-    before.comparison = std::exchange(early_comparison_, std::move(early.comparison));
-    UpdateNavigationalDropDownListBox();
-    before_early_ = std::move(before);
-}
-
-// The view that a run was to build holds nothing, or marks of an older result.
-void frmCompareFiles::ShowAgain(std::optional<View> left) {
-    if (!left)
-        return;
-    view_ = *left;
-    window_.ShowView(view_);
-}
-
-void frmCompareFiles::PutBackEarly() {
-    if (before_early_)
-        ShowEarly(std::move(*std::exchange(before_early_, std::nullopt)));
-    before_early_.reset();
 }
 
 }  // namespace zorvane

@@ -62,7 +62,12 @@ void frmCompareFiles::SelectFile(Side side, const std::string& path) {
 }
 
 void frmCompareFiles::LoadAgain(Side side) {
-    if (!IsEnabled(ViewerCommand::Refresh) || !MayLoseEdits(LosingStep::Load))
+    if (!IsEnabled(ViewerCommand::Refresh) || asking_ > 0)
+        return;
+    const Asking asking(*this);
+    PerSide<bool> loaded{false, false};
+    loaded[side] = true;
+    if (!MayLoseEdits(LosingStep::Load, loaded) || asking.GivenUp())
         return;
     PerSide<std::string> files;
     files[side] = FileNames()[side == Side::Original ? 0 : 1];
@@ -76,9 +81,17 @@ void frmCompareFiles::SwapSides() {
     const std::string original = options_.sFileOriginal.Data();
     options_.sFileOriginal.SetData(options_.sFileModified.Data());
     options_.sFileModified.SetData(original);
-    RichText text = editors_.rtbOriginal.editor.TakeRich();
-    editors_.rtbOriginal.editor.SetRich(editors_.rtbModified.editor.TakeRich());
-    editors_.rtbModified.editor.SetRich(std::move(text));
+    RichDocument& left = editors_.rtbOriginal.editor;
+    RichDocument& right = editors_.rtbModified.editor;
+    const PerSide<bool> unsaved{right.IsModified(), left.IsModified()};
+    RichText text = left.TakeRich();
+    left.SetRich(right.TakeRich());
+    right.SetRich(std::move(text));
+    if (unsaved.original)
+        left.SetModified();
+    if (unsaved.modified)
+        right.SetModified();
+    file_watch_.SwapSides();
     const auto swap_sides = [](auto& sides) { std::swap(sides.original, sides.modified); };
     swap_sides(load_memory_.loaded);
     swap_sides(load_memory_.bForceReload);

@@ -36,6 +36,8 @@ class CompareFilesWindow : public LoadQuestions, public FileWindow {
         bool visible) = 0;  ///< the abort button; the view button is its opposite
     virtual void ShowPleaseWait(bool shown) = 0;
     virtual void EnableFilterButtons(bool enabled) = 0;  ///< the whole group
+    /// Whether the user may edit the two texts.
+    virtual void SetEditable(bool editable) = 0;
     virtual void EnableFilter(ViewFilter filter, bool enabled) = 0;
     virtual void ShowView(View view) = 0;
     virtual void ShowFilter(ViewFilter filter) = 0;
@@ -79,6 +81,7 @@ class SilentWindow : public CompareFilesWindow {
     void SetAbortVisible(bool) override {}
     void ShowPleaseWait(bool) override {}
     void EnableFilterButtons(bool) override {}
+    void SetEditable(bool) override {}
     void EnableFilter(ViewFilter, bool) override {}
     void ShowView(View) override {}
     void ShowFilter(ViewFilter) override {}

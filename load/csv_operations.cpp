@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/base/append_in_parts.h"
+
 namespace zorvane {
 namespace {
 
@@ -80,6 +82,7 @@ std::string csvTrim(std::string_view utf8, const CsvInput& input) {
 std::string csvPadWithSpaces(std::string_view utf8, const CsvInput& input) {
     std::vector<std::string_view> fields;
     std::string out;
+    out.reserve(utf8.size() * 2);  // only what is written takes memory
     CsvWriter writer(out);
     CsvReader reader(utf8, input);
     std::string padded;
@@ -100,6 +103,7 @@ std::string csvPadForFixedLengthFields(std::string_view utf8, std::size_t length
                                        const CsvInput& input) {
     const std::vector<NumberRange> list = ParseNumberList(columns);
     std::string out;
+    out.reserve(utf8.size() * 4);  // only what is written takes memory
     CsvWriter writer(out);
     CsvReader reader(utf8, input);
     std::vector<std::string_view> fields;
@@ -160,8 +164,13 @@ void CleanField(std::string_view field, std::string& clean) {
 }  // namespace
 
 std::string csvRemoveControlCharacters(std::string_view utf8, const CsvInput& input) {
-    if (input.dialect == CsvDialect{} && HasNothingToRemove(utf8))
-        return std::string(utf8);
+    if (input.dialect == CsvDialect{} && HasNothingToRemove(utf8)) {
+        std::string same;
+        same.reserve(utf8.size());
+        StopCheck stop(input.watcher);
+        AppendInParts(utf8, stop, same);
+        return same;
+    }
     std::string out;
     out.reserve(utf8.size());
     CsvWriter writer(out);

@@ -68,7 +68,27 @@ clsVarString& FileOption(clsCompareFileOptions& options, Side side) {
     return side == Side::Original ? options.sFileOriginal : options.sFileModified;
 }
 
+std::optional<LoadedFileIdentity> IdentityOf(const std::string& sFile) {
+    struct stat facts {};
+    if (stat(NativePath(sFile).c_str(), &facts) != 0)
+        return std::nullopt;
+    return LoadedFileIdentity{sFile,
+                              TimeText(facts.st_mtim),
+                              TimeText(facts.st_atim),
+                              TimeText(facts.st_ctim),
+                              static_cast<std::int64_t>(facts.st_mode),
+                              static_cast<std::int64_t>(facts.st_size)};
+}
+
 }  // namespace
+
+bool IsAsItWasLoaded(const clsCompareFileOptions& options, const LoadMemory& memory, Side side,
+                     const std::string& sFile) {
+    if (!options.bOptimizeFileLoading.Data() || memory.bForceReload[side])
+        return false;
+    const std::optional<LoadedFileIdentity> identity = IdentityOf(sFile);
+    return identity && *identity == memory.loaded[side];
+}
 
 DocumentLoader::DocumentLoader(LoaderParts parts)
     : parts_(std::move(parts)),
@@ -94,18 +114,6 @@ bool DocumentLoader::SelectFile(Side side, std::string& sFile) {
     return bFileExists(sFile);
 }
 
-std::optional<LoadedFileIdentity> DocumentLoader::IdentityOf(const std::string& sFile) const {
-    struct stat facts {};
-    if (stat(NativePath(sFile).c_str(), &facts) != 0)
-        return std::nullopt;
-    return LoadedFileIdentity{sFile,
-                              TimeText(facts.st_mtim),
-                              TimeText(facts.st_atim),
-                              TimeText(facts.st_ctim),
-                              static_cast<std::int64_t>(facts.st_mode),
-                              static_cast<std::int64_t>(facts.st_size)};
-}
-
 void DocumentLoader::RememberFile(Side side, const std::string& sFile) {
     FileOption(parts_.options, side).SetData(sFile);
     parts_.recent_files[side].AddUniqueItemToCollection(sFile);
@@ -129,11 +137,7 @@ bool DocumentLoader::LoadSide(Side side, std::string& sFile, Reload reload) {
 }
 
 bool DocumentLoader::IsAsItWasLoaded(Side side, const std::string& sFile, Reload reload) const {
-    if (!parts_.options.bOptimizeFileLoading.Data() || reload == Reload::Forced ||
-        kept_.bForceReload[side])
-        return false;
-    const std::optional<LoadedFileIdentity> identity = IdentityOf(sFile);
-    return identity && *identity == kept_.loaded[side];
+    return reload != Reload::Forced && zorvane::IsAsItWasLoaded(parts_.options, kept_, side, sFile);
 }
 
 void DocumentLoader::Expect(Side side, const std::string& sFile, Reload reload) {
@@ -179,7 +183,9 @@ std::optional<std::string> DocumentLoader::ReadForView(const std::string& sFile)
 }
 
 std::u16string DocumentLoader::Decode(const std::string& bytes) const {
-    return DecodeText(bytes, DetectEncoding(bytes, parts_.process.platform.locale->EncodingName()));
+    const DetectedEncoding encoding =
+        DetectEncoding(bytes, parts_.process.platform.locale->EncodingName());
+    return KeepGoing() ? DecodeText(bytes, encoding, parts_.watcher) : std::u16string();
 }
 
 // As it was decoded, in no format yet.
@@ -224,7 +230,8 @@ void DocumentLoader::FillEditor(const std::string& sFile, const SideType& type, 
     if (side)
         TakeNoText(sFile, type, text.text, SideOf(target));
     if (!rich)
-        text = RichText::PlainFrom(std::move(text.text), document.RichTB().DefaultFormat());
+        text = RichText::PlainFrom(std::move(text.text), document.RichTB().DefaultFormat(),
+                                   parts_.watcher);
     if (!KeepGoing())
         return;
     document.RichTB().SetRich(std::move(text));

@@ -81,6 +81,11 @@ struct LoadMemory {
     FormatDepth FormattingDepth() const;
 };
 
+/// Whether a load that is not forced leaves the editor of that side alone, since the file is still
+/// the one that was loaded.
+bool IsAsItWasLoaded(const clsCompareFileOptions& options, const LoadMemory& memory, Side side,
+                     const std::string& sFile);
+
 /// Everything is borrowed from the run and outlives the loader.
 struct LoaderParts {
     ProcessState& process;
@@ -138,7 +143,6 @@ class DocumentLoader {
     bool SelectFile(Side side, std::string& sFile);
     bool ReportMissing(const std::string& sFile);
     bool IsAsItWasLoaded(Side side, const std::string& sFile, Reload reload) const;
-    std::optional<LoadedFileIdentity> IdentityOf(const std::string& sFile) const;
     void RememberFile(Side side, const std::string& sFile);
     std::optional<std::string> ReadForView(const std::string& sFile);
     RichText PlainText(const SideType& type, const std::string& bytes, bool remove_blank_lines,

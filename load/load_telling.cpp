@@ -25,11 +25,15 @@ std::string WhyMissing(const std::string& sFile) {
 
 // The reason in front is the contract's; what the system said follows on a line of its own.
 StreamWait DocumentLoader::Wait() const {
-    return {*parts_.process.platform.clock, [this] { return KeepGoing(); }};
+    StreamWait wait{*parts_.process.platform.clock, [this] { return KeepGoing(); }};
+    wait.watcher = parts_.watcher;
+    return wait;
 }
 
 std::optional<std::string> DocumentLoader::Read(const std::string& sFile) {
     Result<SettledFile> file = ReadSettledFile(sFile, Wait());
+    if (!KeepGoing())
+        return std::nullopt;
     if (!file.ok()) {
         LogFailure("Unable to copy file.", sFile, file.failure().reason);
         return std::nullopt;

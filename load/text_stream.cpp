@@ -29,7 +29,7 @@ Status OpenTextStreamWithDelay(const StreamWait& wait, const std::function<Statu
 Result<SettledFile> ReadSettledFile(const std::string& path, const StreamWait& wait,
                                     const StampReader& stamps) {
     if (bFileExists(path) && !stamps(path)) {
-        Result<std::string> bytes = ReadWholeFile(path);
+        Result<std::string> bytes = ReadWholeFile(path, wait.watcher);
         if (!bytes.ok())
             return bytes.failure();
         return SettledFile{std::move(bytes).value(), false};
@@ -39,7 +39,7 @@ Result<SettledFile> ReadSettledFile(const std::string& path, const StreamWait& w
     bool any = false;
     const Status settled = OpenTextStreamWithDelay(wait, [&]() -> Status {
         const std::optional<FileStamp> before = stamps(path);
-        Result<std::string> bytes = ReadWholeFile(path);
+        Result<std::string> bytes = ReadWholeFile(path, wait.watcher);
         const std::optional<FileStamp> after = stamps(path);
         if (!bytes.ok()) {
             if (!after)

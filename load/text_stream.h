@@ -6,6 +6,7 @@
 #include <string>
 
 #include "common/base/result.h"
+#include "common/base/run_watcher.h"
 #include "common/platform/file_stamp.h"
 
 namespace zorvane {
@@ -17,6 +18,7 @@ struct StreamWait {
     Clock& clock;
     std::function<bool()> keep_going = [] { return true; };  ///< yields; false after an abort
     std::int32_t lWaitCount = 2000;
+    RunWatcher* watcher = nullptr;  ///< stops the reading of a large file
 };
 
 /// Carries `attempt` out until it succeeds: 21 times for a wait count of 2000. Fails with the

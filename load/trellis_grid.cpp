@@ -15,13 +15,13 @@ constexpr std::int32_t kFailed = 1;
 std::int32_t TrellisGrid::Rewrite(
     const std::string& sIn, const std::string& sOut,
     const std::function<std::string(const std::string&)>& operation) const {
-    const Result<std::string> text = ReadWholeFile(sIn);
+    const Result<std::string> text = ReadWholeFile(sIn, watcher_);
     if (!text.ok() || !KeepGoing(watcher_))
         return kFailed;
     const std::string made = operation(text.value());
     if (!KeepGoing(watcher_))
         return kFailed;
-    return WriteWholeFile(sOut, made).ok() && KeepGoing(watcher_) ? 0 : kFailed;
+    return WriteWholeFile(sOut, made, watcher_).ok() && KeepGoing(watcher_) ? 0 : kFailed;
 }
 
 std::int32_t TrellisGrid::OpenXLSSaveAs(const std::string& sFile, const std::string& sTarget,
@@ -43,11 +43,15 @@ std::int32_t TrellisGrid::OpenXLSSaveAs(const std::string& sFile, const std::str
 std::int32_t TrellisGrid::csvRecogniseFile(const std::string& sIn, const std::string& sOut,
                                            const std::string& sLocaleEncoding) {
     return Rewrite(sIn, sOut, [this, &sLocaleEncoding](const std::string& bytes) {
-        const std::u16string wide = DecodeText(bytes, DetectEncoding(bytes, sLocaleEncoding));
+        const std::u16string wide =
+            DecodeText(bytes, DetectEncoding(bytes, sLocaleEncoding), watcher_);
         std::string out;
         if (!KeepGoing(watcher_))
             return out;
-        const std::string text = ToUtf8(wide);
+        const std::string text = ToUtf8(wide, watcher_);
+        if (!KeepGoing(watcher_))
+            return out;
+        out.reserve(text.size() + text.size() / 2);
         CsvWriter writer(out);
         CsvReader reader(text, {DetectCsv(text), watcher_});
         std::vector<std::string_view> fields;

@@ -54,6 +54,7 @@ class JsonWriter {
 
     std::string Write() {
         const std::size_t count = comparison_.records.size();
+        ReserveForReport(comparison_, out_);
         out_ = "{\"schema\":\"zorvane-compare/1\",\n";
         WriteSide("original", Side::Original);
         WriteSide("modified", Side::Modified);

@@ -121,6 +121,8 @@ void WriteBeside(const Comparison& comparison, LineWriter& writer) {
         writer.Line("- " + DescribeBeside(note));
 }
 
+constexpr std::int32_t kUnitsAtOnce = 1 << 20;
+
 // The merged text with its last break behind it, so that what follows begins on a line of its own.
 // False after a stop.
 bool AppendPieces(const RichReportPieces& pieces, Editor& scratch, RunWatcher* watcher) {
@@ -129,12 +131,14 @@ bool AppendPieces(const RichReportPieces& pieces, Editor& scratch, RunWatcher* w
         if (piece == nullptr)
             continue;
         const std::int32_t last_break = piece == pieces.all_in_one ? 2 : 0;
-        const RichText text = piece->Rich({CharPos{0}, piece->Length() + last_break});
-        if (!KeepGoing(watcher))
-            return false;
-        scratch.Replace({CharPos{scratch.Length()}, 0}, text);
-        if (!KeepGoing(watcher))
-            return false;
+        const std::int32_t end = piece->Length() + last_break;
+        // A range never begins or ends inside a break, so nothing is twice or missing.
+        for (std::int32_t at = 0; at < end; at += kUnitsAtOnce) {
+            scratch.Replace({CharPos{scratch.Length()}, 0},
+                            piece->Rich({CharPos{at}, std::min(kUnitsAtOnce, end - at)}));
+            if (!KeepGoing(watcher))
+                return false;
+        }
     }
     return true;
 }
@@ -159,12 +163,16 @@ Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std
         WriteBeside(*pieces.comparison, writer);
     if (!KeepGoing(watcher))
         return Failure{std::string(kReportStopped)};
-    const RichText whole = scratch.Rich();
+    const RichText whole = scratch.TakeRich();
     if (!KeepGoing(watcher))
         return Failure{std::string(kReportStopped)};
     const std::string rtf =
         WriteRtfPage(whole, headed ? TableForm::Cells : TableForm::Tabs, watcher);
-    return KeepGoing(watcher) ? ReplaceFile(file, rtf, mode) : Failure{std::string(kReportStopped)};
+    if (!KeepGoing(watcher))
+        return Failure{std::string(kReportStopped)};
+    const Status written = ReplaceFile(file, rtf, mode, watcher);
+    return written.ok() || KeepGoing(watcher) ? written
+                                              : Status(Failure{std::string(kReportStopped)});
 }
 
 }  // namespace zorvane

@@ -56,6 +56,7 @@ class TerminalWriter {
         : model_(model), comparison_(model.comparison), style_(style) {}
 
     std::string Write() {
+        ReserveForReport(comparison_, out_);
         Paint(kBold, "--- " + Shown(model_.names.original));
         Paint(kBold, "+++ " + Shown(model_.names.modified));
         const std::size_t count = comparison_.records.size();

@@ -9,6 +9,7 @@
 #include <unicode/uchar.h>
 #include <unicode/ucnv.h>
 
+#include "common/base/append_in_parts.h"
 #include "common/base/surrogates.h"
 #include "common/base/unit_search.h"
 
@@ -17,6 +18,9 @@ namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
 constexpr std::size_t kGuessedHead = std::size_t{256} * 1024;
+constexpr std::size_t kPart = std::size_t{1}
+                              << 20;  // bytes that are decoded at once, an even number
+constexpr std::int64_t kUnitsBetweenStops = 1 << 18;
 
 // Windows-1252 where it differs from Latin-1: the bytes 80 to 9F.
 constexpr std::array<char16_t, 32> kWindows1252 = {
@@ -56,25 +60,35 @@ UConverter* ConverterOf(CodePage page) {
     return kept.emplace(page.number, std::move(converter)).first->second.get();
 }
 
-std::u16string Decode(UConverter* converter, std::string_view bytes) {
-    std::u16string text;
-    text.resize(bytes.size() + 8);
-    UErrorCode error = U_ZERO_ERROR;
-    const char* source = bytes.data();
-    const char* const source_end = source + bytes.size();
-    std::size_t filled = 0;
-    ucnv_reset(converter);
+// A character may begin in one part and end in the next.
+void DecodePart(UConverter* converter, std::string_view part, bool last, std::u16string& text) {
+    const char* source = part.data();
+    const char* const source_end = source + part.size();
+    std::size_t filled = text.size();
+    text.resize(filled + part.size() + 8);
     while (true) {
         char16_t* target = text.data() + filled;
-        error = U_ZERO_ERROR;
+        UErrorCode error = U_ZERO_ERROR;
         ucnv_toUnicode(converter, &target, text.data() + text.size(), &source, source_end, nullptr,
-                       true, &error);
+                       static_cast<UBool>(last), &error);
         filled = static_cast<std::size_t>(target - text.data());
         if (error != U_BUFFER_OVERFLOW_ERROR)
             break;
-        text.resize(text.size() * 2);
+        text.resize(text.size() + part.size() + 8);
     }
     text.resize(filled);
+}
+
+std::u16string Decode(UConverter* converter, std::string_view bytes,
+                      RunWatcher* watcher = nullptr) {
+    std::u16string text;
+    text.reserve(bytes.size() + 8);
+    ucnv_reset(converter);
+    do {
+        const std::string_view part = bytes.substr(0, kPart);
+        bytes.remove_prefix(part.size());
+        DecodePart(converter, part, bytes.empty(), text);
+    } while (!bytes.empty() && KeepGoing(watcher));
     return text;
 }
 
@@ -185,6 +199,34 @@ std::u16string DecodeUtf16(std::string_view bytes, bool big_endian) {
     return text;
 }
 
+// A part that ends with a character. It has three bytes behind its first one at most; where more
+// follow they are none of its own.
+std::size_t WholeUtf8(std::string_view bytes) {
+    if (bytes.size() <= kPart)
+        return bytes.size();
+    for (std::size_t back = 0; back <= 3; ++back) {
+        if (!IsContinuation(bytes[kPart - back]))
+            return kPart - back;
+    }
+    return kPart;
+}
+
+// `decode` for one part after the other. `is_utf8`: it is not cut inside a character.
+template <class DecodeOne>
+std::u16string InParts(std::string_view bytes, bool is_utf8, RunWatcher* watcher,
+                       const DecodeOne& decode) {
+    if (bytes.size() <= kPart)
+        return decode(bytes);
+    std::u16string text;
+    text.reserve(bytes.size());
+    while (!bytes.empty() && KeepGoing(watcher)) {
+        const std::size_t size = is_utf8 ? WholeUtf8(bytes) : std::min(kPart, bytes.size());
+        text += decode(bytes.substr(0, size));
+        bytes.remove_prefix(size);
+    }
+    return text;
+}
+
 struct BomRow {
     std::string_view bytes;
     const char* name;
@@ -289,9 +331,18 @@ void AppendUtf8(std::u16string_view utf16, std::string& out) {
     out.resize(static_cast<std::size_t>(target - out.data()));
 }
 
-std::string ToUtf8(std::u16string_view utf16) {
+std::string ToUtf8(std::u16string_view utf16, RunWatcher* watcher) {
+    constexpr std::size_t kUnits = std::size_t{1} << 18;
     std::string out;
-    AppendUtf8(utf16, out);
+    if (utf16.size() > kUnits)
+        out.reserve(utf16.size() + utf16.size() / 4);
+    while (utf16.size() > kUnits && KeepGoing(watcher)) {
+        const bool pair = utf16[kUnits - 1] >= 0xD800 && utf16[kUnits - 1] < 0xDC00;
+        const std::size_t size = pair ? kUnits - 1 : kUnits;
+        AppendUtf8(utf16.substr(0, size), out);
+        utf16.remove_prefix(size);
+    }
+    AppendUtf8(utf16.substr(0, kUnits), out);
     return out;
 }
 
@@ -334,16 +385,20 @@ DetectedEncoding DetectEncoding(std::string_view bytes, std::string_view locale_
     return {"windows-1252", 0};
 }
 
-std::u16string DecodeText(std::string_view bytes, const DetectedEncoding& encoding) {
+std::u16string DecodeText(std::string_view bytes, const DetectedEncoding& encoding,
+                          RunWatcher* watcher) {
     bytes.remove_prefix(std::min(encoding.bom_size, bytes.size()));
     if (encoding.name == "UTF-8")
-        return ToUtf16(bytes);
+        return InParts(bytes, true, watcher, ToUtf16);
     if (encoding.name == "UTF-16LE" || encoding.name == "UTF-16BE")
-        return DecodeUtf16(bytes, encoding.name == "UTF-16BE");
-    if (encoding.name == "windows-1252" || encoding.name == "WINDOWS-1252")
-        return DecodeWindows1252(bytes);
-    const Converter converter = OpenConverter(encoding.name);
-    return converter == nullptr ? DecodeWindows1252(bytes) : Decode(converter.get(), bytes);
+        return InParts(bytes, false, watcher, [&encoding](std::string_view part) {
+            return DecodeUtf16(part, encoding.name == "UTF-16BE");
+        });
+    if (encoding.name != "windows-1252" && encoding.name != "WINDOWS-1252") {
+        if (const Converter converter = OpenConverter(encoding.name))
+            return Decode(converter.get(), bytes, watcher);
+    }
+    return InParts(bytes, false, watcher, DecodeWindows1252);
 }
 
 bool LooksLikeUtf16(std::string_view bytes) {
@@ -351,7 +406,8 @@ bool LooksLikeUtf16(std::string_view bytes) {
     return marked || !GuessUtf16(bytes).empty();
 }
 
-std::u16string NormalizeBreaks(std::u16string_view text) {
+std::u16string NormalizeBreaks(std::u16string_view text, RunWatcher* watcher) {
+    StopCheck stop(watcher, kUnitsBetweenStops);
     std::u16string out;
     out.reserve(text.size() + text.size() / 16);
     std::size_t begin = 0;
@@ -359,11 +415,13 @@ std::u16string NormalizeBreaks(std::u16string_view text) {
         const std::size_t end = FindEitherUnit(text, u'\r', u'\n', begin);
         if (end == std::u16string_view::npos)
             break;
-        out.append(text.substr(begin, end - begin)).append(u"\r\n");
+        if (!AppendInParts(text.substr(begin, end - begin), stop, out))
+            return out;
+        out.append(u"\r\n");
         const bool pair = text[end] == u'\r' && end + 1 < text.size() && text[end + 1] == u'\n';
         begin = end + (pair ? 2 : 1);
     }
-    out.append(text.substr(begin));
+    AppendInParts(text.substr(begin), stop, out);
     return out;  // and not what append() gives, which would be copied
 }
 

@@ -9,12 +9,13 @@
 #include <string_view>
 
 #include "common/base/result.h"
+#include "common/base/run_watcher.h"
 
 namespace zorvane {
 
 /// Never fails: an ill-formed sequence becomes U+FFFD, an unpaired surrogate likewise.
 std::u16string ToUtf16(std::string_view utf8);
-std::string ToUtf8(std::u16string_view utf16);
+std::string ToUtf8(std::u16string_view utf16, RunWatcher* watcher = nullptr);
 /// Appends to `out` and so spares a copy; otherwise as `ToUtf8`.
 void AppendUtf8(std::u16string_view utf16, std::string& out);
 
@@ -41,14 +42,16 @@ struct DetectedEncoding {
 /// encoding is not believed for a few such bytes.
 DetectedEncoding DetectEncoding(std::string_view bytes, std::string_view locale_encoding);
 
-/// A whole text file as UTF-16, byte-order mark removed, line ends as they stand.
-std::u16string DecodeText(std::string_view bytes, const DetectedEncoding& encoding);
+/// A whole text file as UTF-16, byte-order mark removed, line ends as they stand. After a stop the
+/// beginning of it, as of all that takes a watcher here.
+std::u16string DecodeText(std::string_view bytes, const DetectedEncoding& encoding,
+                          RunWatcher* watcher = nullptr);
 
 /// True when the bytes begin with a UTF-16 byte-order mark, or look like UTF-16 without one.
 bool LooksLikeUtf16(std::string_view bytes);
 
 /// Every CR LF, lone LF and lone CR becomes CR LF, the one paragraph break of an editor.
-std::u16string NormalizeBreaks(std::u16string_view text);
+std::u16string NormalizeBreaks(std::u16string_view text, RunWatcher* watcher = nullptr);
 
 /// Simple case folding, one code unit to one code unit where possible; used to compare names.
 std::u16string FoldCase(std::u16string_view text);

@@ -4,14 +4,17 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <new>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "common/platform/file_descriptor.h"
 #include "common/platform/native_path.h"
+#include "common/platform/process_end.h"
 
 namespace zorvane {
 namespace {
@@ -20,12 +23,25 @@ Failure SystemFailure(const std::string& path) {
     return Failure{path + ": " + std::strerror(errno)};
 }
 
+bool WriteInParts(int descriptor, std::string_view bytes, RunWatcher* watcher) {
+    constexpr std::size_t kPart = std::size_t{1} << 22;
+    for (std::size_t at = 0; at < bytes.size(); at += kPart) {
+        if (!KeepGoing(watcher)) {
+            errno = ECANCELED;
+            return false;
+        }
+        if (!WriteAll(descriptor, bytes.substr(at, kPart)))
+            return false;
+    }
+    return true;
+}
+
 Status WriteInPlace(const std::string& path, const std::string& native, std::string_view bytes,
-                    std::uint32_t mode) {
+                    std::uint32_t mode, RunWatcher* watcher) {
     FileDescriptor file(open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
     if (file.Get() < 0)
         return SystemFailure(path);
-    if (!WriteAll(file.Get(), bytes) || !file.Close())
+    if (!WriteInParts(file.Get(), bytes, watcher) || !file.Close())
         return SystemFailure(path);
     return Status::Ok();
 }
@@ -44,12 +60,18 @@ Failure TooLarge(const std::string& path) {
 }
 
 // Reads on to the end, whatever the size says: a device or a FIFO has none.
-bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
+bool ReadRest(int descriptor, std::string& bytes, std::size_t filled, RunWatcher* watcher) {
+    constexpr std::size_t kPart = std::size_t{1} << 22;
     while (true) {
+        if (!KeepGoing(watcher)) {
+            errno = ECANCELED;
+            return false;
+        }
         if (filled == bytes.size())
             bytes.resize(
                 std::min(filled + std::max<std::size_t>(filled / 2, 65536), kMostBytes + 1));
-        const ssize_t count = read(descriptor, bytes.data() + filled, bytes.size() - filled);
+        const ssize_t count =
+            read(descriptor, bytes.data() + filled, std::min(bytes.size() - filled, kPart));
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
@@ -67,12 +89,26 @@ bool ReadRest(int descriptor, std::string& bytes, std::size_t filled) {
 }
 
 // `room`: one more than the size, to see the end at once.
-Result<std::string> ReadAll(int descriptor, const std::string& name, std::size_t room) {
+Result<std::string> ReadAll(int descriptor, const std::string& name, std::size_t room,
+                            RunWatcher* watcher = nullptr) {
     std::string bytes;
     bytes.resize(room);
-    if (!ReadRest(descriptor, bytes, 0))
+    if (!ReadRest(descriptor, bytes, 0, watcher))
         return errno == EFBIG ? TooLarge(name) : SystemFailure(name);
     return bytes;
+}
+
+constexpr const char* kHalfName = ".zorvane-XXXXXX";
+
+// Of this user, not locked, and older than the moment between its making and its lock.
+bool IsLeftHalf(const std::string& path) {
+    constexpr time_t kSeconds = 60;
+    struct stat facts {};
+    if (lstat(path.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode) || facts.st_uid != geteuid() ||
+        time(nullptr) - facts.st_mtim.tv_sec < kSeconds)
+        return false;
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    return file.Get() >= 0 && flock(file.Get(), LOCK_EX | LOCK_NB) == 0;
 }
 
 }  // namespace
@@ -83,7 +119,7 @@ Result<std::string> ReadStandardInput() try {
     return Failure{"standard input: too large for the memory"};
 }
 
-Result<std::string> ReadWholeFile(const std::string& path) try {
+Result<std::string> ReadWholeFile(const std::string& path, RunWatcher* watcher) try {
     const FileDescriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
     struct stat facts {};
     if (file.Get() < 0 || fstat(file.Get(), &facts) != 0)
@@ -94,7 +130,7 @@ Result<std::string> ReadWholeFile(const std::string& path) try {
     }
     if (static_cast<std::size_t>(facts.st_size) > kMostBytes)
         return TooLarge(path);
-    return ReadAll(file.Get(), path, static_cast<std::size_t>(facts.st_size) + 1);
+    return ReadAll(file.Get(), path, static_cast<std::size_t>(facts.st_size) + 1, watcher);
 } catch (const std::bad_alloc&) {
     return Failure{path + ": too large for the memory"};
 }
@@ -130,12 +166,12 @@ Status CheckReadable(const std::string& path) {
     return SystemFailure(path);
 }
 
-Status WriteWholeFile(const std::string& path, std::string_view bytes) {
+Status WriteWholeFile(const std::string& path, std::string_view bytes, RunWatcher* watcher) {
     const std::string native = NativePath(path);
     struct stat facts {};
     if (lstat(native.c_str(), &facts) == 0 && S_ISREG(facts.st_mode))
         unlink(native.c_str());
-    return WriteInPlace(path, native, bytes, 0600);
+    return WriteInPlace(path, native, bytes, 0600, watcher);
 }
 
 Status AppendToFile(const std::string& path, std::string_view bytes) {
@@ -155,6 +191,7 @@ struct FileReplacement::State {
     std::string native;  // behind links
     std::string fresh;   // beside it; empty: the target is written in place
     mode_t mode = 0;
+    int at_bad_end = -1;
     FileDescriptor file;
     Status status;
 };
@@ -163,8 +200,11 @@ FileReplacement::FileReplacement(std::unique_ptr<State> state) : state_(std::mov
 FileReplacement::FileReplacement(FileReplacement&&) noexcept = default;
 FileReplacement& FileReplacement::operator=(FileReplacement&&) noexcept = default;
 FileReplacement::~FileReplacement() {
-    if (state_ && !state_->fresh.empty())
+    if (!state_)
+        return;
+    if (!state_->fresh.empty())
         unlink(state_->fresh.c_str());
+    ForgetHalfFile(state_->at_bad_end);
 }
 
 Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uint32_t mode) {
@@ -185,10 +225,13 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
     if (exists && access(native.c_str(), W_OK) != 0)
         return SystemFailure(path);
     // A name of its own, since the file's with something behind it may be longer than names can be.
-    std::string fresh = JoinPath(ParentOf(native), ".zorvane-XXXXXX");
+    std::string fresh = JoinPath(ParentOf(native), kHalfName);
+    const EndingSignalsHeldBack until_it_is_known;
     auto state = std::make_unique<State>(path, native, mkostemp(fresh.data(), O_CLOEXEC));
     if (state->file.Get() < 0)
         return SystemFailure(path);
+    flock(state->file.Get(), LOCK_EX | LOCK_NB);  // see `SweepHalfFiles`
+    state->at_bad_end = UnlinkAtBadEnd(fresh);
     state->fresh = std::move(fresh);
     const mode_t mask = umask(0);
     umask(mask);
@@ -200,8 +243,8 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
     return FileReplacement(std::move(state));
 }
 
-Status FileReplacement::Write(std::string_view bytes) {
-    if (state_->status.ok() && !WriteAll(state_->file.Get(), bytes))
+Status FileReplacement::Write(std::string_view bytes, RunWatcher* watcher) {
+    if (state_->status.ok() && !WriteInParts(state_->file.Get(), bytes, watcher))
         state_->status = SystemFailure(state_->path);
     return state_->status;
 }
@@ -220,11 +263,25 @@ Status FileReplacement::Finish() {
     return state.status;
 }
 
-Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode) {
+void SweepHalfFiles(const std::string& path) {
+    const std::string native = BehindLinks(NativePath(path));
+    const std::string folder(ParentOf(native));
+    std::error_code error;
+    for (std::filesystem::directory_iterator at(folder.empty() ? "." : folder, error), end;
+         !error && at != end; at.increment(error)) {
+        const std::string name = at->path().filename().string();
+        if (name.size() == std::strlen(kHalfName) && name.starts_with(".zorvane-") &&
+            IsLeftHalf(at->path().string()))
+            unlink(at->path().c_str());
+    }
+}
+
+Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode,
+                   RunWatcher* watcher) {
     Result<FileReplacement> file = FileReplacement::Begin(path, mode);
     if (!file.ok())
         return file.failure();
-    if (const Status written = file.value().Write(bytes); !written.ok())
+    if (const Status written = file.value().Write(bytes, watcher); !written.ok())
         return written;
     return file.value().Finish();
 }

@@ -8,12 +8,14 @@
 #include <string_view>
 
 #include "common/base/result.h"
+#include "common/base/run_watcher.h"
 
 namespace zorvane {
 
 /// The bytes of a regular file, FIFO or character device. Failures name the file and the reason:
 /// "No such file or directory", "Is a directory", larger than 1 GiB, ...
-Result<std::string> ReadWholeFile(const std::string& path);
+/// A stop is a failure here and below; whoever hands over a watcher asks it before telling one.
+Result<std::string> ReadWholeFile(const std::string& path, RunWatcher* watcher = nullptr);
 /// All of standard input, under the same limit.
 Result<std::string> ReadStandardInput();
 /// At most the first `most` bytes of a regular file, to see what it is. Anything else is a failure
@@ -23,7 +25,8 @@ Result<std::string> ReadFileHead(const std::string& path, std::size_t most);
 Status CheckReadable(const std::string& path);
 /// For the program's own temporary files: an old file goes first, so that whoever has it mapped
 /// keeps it.
-Status WriteWholeFile(const std::string& path, std::string_view bytes);
+Status WriteWholeFile(const std::string& path, std::string_view bytes,
+                      RunWatcher* watcher = nullptr);
 /// Adds to the end, in one write where the system can, so that lines of two processes do not mix.
 Status AppendToFile(const std::string& path, std::string_view bytes);
 /// Writes a new file beside `path` and renames it over `path`, so that a failure leaves the old
@@ -31,7 +34,11 @@ Status AppendToFile(const std::string& path, std::string_view bytes);
 /// leads nowhere yet. A target that is not a regular file (a device, a FIFO) is written in place.
 /// `mode` is that of a new file, before the user's mask; an old one keeps its own, less what `mode`
 /// lacks.
-Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode = 0666);
+Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_t mode = 0666,
+                   RunWatcher* watcher = nullptr);
+/// Removes the half files beside `path` whose writers ended before they were done: a process that
+/// was killed, a power cut. What is still being written is locked and stays.
+void SweepHalfFiles(const std::string& path);
 
 /// The same for a file that comes in parts, so that nobody has to hold all of it.
 class FileReplacement {
@@ -42,7 +49,7 @@ class FileReplacement {
     FileReplacement& operator=(FileReplacement&&) noexcept;
 
     /// After a failure every call fails with the first reason.
-    Status Write(std::string_view bytes);
+    Status Write(std::string_view bytes, RunWatcher* watcher = nullptr);
     /// The new file takes its place.
     Status Finish();
 

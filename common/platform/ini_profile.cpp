@@ -230,6 +230,7 @@ class FileIniProfile : public IniProfile {
         if (!old.ok() && access(NativePath(path_).c_str(), F_OK) == 0)
             return old.failure();
         const std::string text = Merged(old.ok() ? AsUtf8(old.value()) : std::string(), pending_);
+        SweepHalfFiles(path_);
         const Status written = ReplaceFile(path_, text, 0600);
         if (!written.ok())
             return written;

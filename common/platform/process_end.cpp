@@ -26,6 +26,12 @@ constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 std::array<char, kFolderBytes> folder_to_remove{};
 std::atomic<bool> has_folder{false};
 std::array<std::atomic<pid_t>, kMostChildren> children{};
+struct HalfFile {
+    enum State { Free, Taken, Named };
+    std::atomic<int> state{Free};
+    std::array<char, kFolderBytes> path{};
+};
+std::array<HalfFile, 8> half_files{};
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 void EndChildren() {
@@ -37,6 +43,13 @@ void EndChildren() {
         kill(child, SIGKILL);
         while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
         }
+    }
+}
+
+void UnlinkHalfFiles() {
+    for (HalfFile& file : half_files) {
+        if (file.state == HalfFile::Named)
+            unlink(file.path.data());
     }
 }
 
@@ -74,6 +87,7 @@ void RemoveFolder() {
 // not stop.
 extern "C" void CleanUpAndDie(int signal_number) {
     EndChildren();
+    UnlinkHalfFiles();
     RemoveFolder();
     std::signal(signal_number, SIG_DFL);
     raise(signal_number);
@@ -112,6 +126,7 @@ void Complain(std::string_view text) {
         Complain("zorvane: ended by a fault of its own\n");
     }
     EndChildren();
+    UnlinkHalfFiles();
     RemoveFolder();
     _exit(kTrouble);
 }
@@ -138,6 +153,28 @@ bool RemoveAtBadEnd(const std::string& folder) {
 
 void KeepAtBadEnd() {
     has_folder = false;
+}
+
+int UnlinkAtBadEnd(const std::string& path) {
+    if (path.size() >= kFolderBytes)
+        return -1;
+    WatchEndingSignals();
+    for (std::size_t number = 0; number < half_files.size(); ++number) {
+        HalfFile& file = half_files[number];
+        int free = HalfFile::Free;
+        if (!file.state.compare_exchange_strong(free, HalfFile::Taken))
+            continue;
+        file.path.fill('\0');
+        path.copy(file.path.data(), path.size());
+        file.state = HalfFile::Named;
+        return static_cast<int>(number);
+    }
+    return -1;
+}
+
+void ForgetHalfFile(int number) {
+    if (number >= 0)
+        half_files[static_cast<std::size_t>(number)].state = HalfFile::Free;
 }
 
 void EndWithThisProcess(int child) {

@@ -17,6 +17,11 @@ bool RemoveAtBadEnd(const std::string& folder);
 /// Its owner removes it, or did.
 void KeepAtBadEnd();
 
+/// A half file is removed by those, too. Gives the number to take it back by, or -1 where nothing
+/// is kept of it: beyond 8 at once, and of names of 512 bytes and more.
+int UnlinkAtBadEnd(const std::string& path);
+void ForgetHalfFile(int number);
+
 /// A child that leads a process group, killed with the group when this process is ended. Beyond 64
 /// at once they are left to the system, which ends them with this process.
 void EndWithThisProcess(int child);

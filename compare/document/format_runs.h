@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/document/format_table.h"
 #include "compare/document/span_list.h"
 
@@ -17,30 +18,32 @@ class FormatRuns {
   public:
     using FormatOf = decltype(Run::format);
 
-    void Assign(const std::vector<Run>& runs) {
+    /// After a stop the lengths are right, and the formats are not.
+    void Assign(const std::vector<Run>& runs, RunWatcher* watcher = nullptr) {
         formats_.Clear();
         spans_.Clear();
-        PushAll(runs);
+        PushAll(runs, watcher);
     }
 
-    /// The runs of a range, cut to it.
-    std::vector<Run> Take(std::int32_t first, std::int32_t length) const {
+    /// The runs of a range, cut to it; some of them after a stop.
+    std::vector<Run> Take(std::int32_t first, std::int32_t length,
+                          RunWatcher* watcher = nullptr) const {
         std::vector<Run> taken;
+        StopCheck stop(watcher);
+        // Growing a long list moves it, which is slower than counting.
+        std::size_t count = 0;
+        spans_.Walk(first, length, [&](FormatNumber, std::int32_t) { return ++count > 0; });
+        taken.reserve(count);
         spans_.Walk(first, length, [&](FormatNumber format, std::int32_t units) {
             taken.push_back({units, formats_.At(format.number)});
-            return true;
+            return stop.KeepGoing();
         });
         return taken;
     }
 
-    /// Moves all runs out.
-    std::vector<Run> TakeAll() {
-        std::vector<Run> runs;
-        runs.reserve(spans_.Count());
-        spans_.Walk(0, spans_.Length(), [&](FormatNumber format, std::int32_t units) {
-            runs.push_back({units, formats_.At(format.number)});
-            return true;
-        });
+    /// Moves all runs out; some of them after a stop.
+    std::vector<Run> TakeAll(RunWatcher* watcher = nullptr) {
+        std::vector<Run> runs = Take(0, spans_.Length(), watcher);
         Assign({});
         return runs;
     }
@@ -51,9 +54,11 @@ class FormatRuns {
         return found.value == nullptr ? nullptr : &formats_.At(found.value->number);
     }
 
-    void Replace(std::int32_t first, std::int32_t length, const std::vector<Run>& runs) {
+    /// As `Assign`.
+    void Replace(std::int32_t first, std::int32_t length, const std::vector<Run>& runs,
+                 RunWatcher* watcher = nullptr) {
         spans_.Cut(first, length);
-        PushAll(runs);
+        PushAll(runs, watcher);
         spans_.Close();
     }
 
@@ -90,9 +95,14 @@ class FormatRuns {
         }
     };
 
-    void PushAll(const std::vector<Run>& runs) {
-        for (const Run& run : runs)
-            spans_.Push(run.length, FormatNumber{formats_.NumberOf(run.format)});
+    void PushAll(const std::vector<Run>& runs, RunWatcher* watcher) {
+        StopCheck stop(watcher);
+        FormatNumber format;
+        for (const Run& run : runs) {
+            if (stop.KeepGoing() || format.number < 0)
+                format.number = formats_.NumberOf(run.format);
+            spans_.Push(run.length, format);
+        }
     }
 
     SpanList<FormatNumber> spans_;

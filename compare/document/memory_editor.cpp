@@ -13,6 +13,7 @@ namespace zorvane {
 namespace {
 
 constexpr std::int32_t kBreakLength = 2;
+constexpr std::int32_t kSmall = 1 << 14;  // taken without asking in between
 
 bool HasLoneBreak(std::u16string_view text) {
     std::size_t at = 0;
@@ -68,13 +69,17 @@ RichText MemoryEditor::Rich() const {
 }
 
 RichText MemoryEditor::TakeRich() {
+    const std::int32_t length = Length();
     RichText rich;
-    rich.text = text_.TakeAll();
-    rich.char_runs = char_runs_.TakeAll();
-    rich.paragraph_runs = paragraph_runs_.TakeAll();
+    rich.text = text_.TakeAll(watcher_);
+    rich.char_runs = char_runs_.TakeAll(watcher_);
+    rich.paragraph_runs = paragraph_runs_.TakeAll(watcher_);
     selection_ = {};
     line_ends_.Forget();
     empty_last_paragraph_.reset();
+    // Parts that do not fit each other are nothing.
+    if (length > kSmall && !KeepGoing(watcher_))
+        rich = {};
     return rich;
 }
 
@@ -86,8 +91,8 @@ void MemoryEditor::SetRich(RichText text) {
     if (HasLoneBreak(text.text))
         text = Normalized(std::move(text));
     text_.Assign(std::move(text.text));
-    char_runs_.Assign(text.char_runs);
-    paragraph_runs_.Assign(text.paragraph_runs);
+    char_runs_.Assign(text.char_runs, watcher_);
+    paragraph_runs_.Assign(text.paragraph_runs, watcher_);
     selection_ = {};
     line_ends_.Forget();
     empty_last_paragraph_.reset();
@@ -130,9 +135,11 @@ RichText MemoryEditor::Rich(TextRange range) const {
     range = Clip(range);
     const TextRange inside = InText(range);
     RichText rich;
-    rich.text = text_.Take(inside.first.value, inside.length);
-    rich.char_runs = char_runs_.Take(inside.first.value, inside.length);
-    rich.paragraph_runs = paragraph_runs_.Take(inside.first.value, inside.length);
+    rich.text = text_.Take(inside.first.value, inside.length, watcher_);
+    rich.char_runs = char_runs_.Take(inside.first.value, inside.length, watcher_);
+    rich.paragraph_runs = paragraph_runs_.Take(inside.first.value, inside.length, watcher_);
+    if (inside.length > kSmall && !KeepGoing(watcher_))
+        rich = {};
     if (range.end() > inside.end() && range.length > 0) {
         RichText last_break;
         last_break.text = u"\r\n";
@@ -223,9 +230,9 @@ void MemoryEditor::Put(TextRange range, const RichText& text) {
     if (range.end().value == Length())
         empty_last_paragraph_.reset();
     line_ends_.Replaced(range.first.value, range.length, text.text);
-    text_.Replace(range.first.value, range.length, text.text);
-    char_runs_.Replace(range.first.value, range.length, text.char_runs);
-    paragraph_runs_.Replace(range.first.value, range.length, text.paragraph_runs);
+    text_.Replace(range.first.value, range.length, text.text, watcher_);
+    char_runs_.Replace(range.first.value, range.length, text.char_runs, watcher_);
+    paragraph_runs_.Replace(range.first.value, range.length, text.paragraph_runs, watcher_);
     selection_ = Clip(selection_);
 }
 

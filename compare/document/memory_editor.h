@@ -17,6 +17,10 @@ namespace zorvane {
 /// question for a line reads the whole text; not to be asked by two threads at once.
 class MemoryEditor : public Editor {
   public:
+    /// Of the run that the editor belongs to: what is large is stopped in between, and then nothing
+    /// is given (`Rich`, `TakeRich`), or what is put has not its formats. Borrowed.
+    void Watch(RunWatcher* watcher) { watcher_ = watcher; }
+
     std::int32_t Length() const override { return text_.Length(); }
     std::u16string Text() const override { return text_.Take(0, Length()); }
     RichText Rich() const override;
@@ -82,6 +86,7 @@ class MemoryEditor : public Editor {
     const LineEnds& Lines() const;
     bool LastParagraphIsEmpty() const { return Length() == 0 || text_.At(Length() - 1) == u'\n'; }
 
+    RunWatcher* watcher_ = nullptr;
     PieceText text_;
     FormatRuns<CharRun> char_runs_;
     FormatRuns<ParagraphRun> paragraph_runs_;

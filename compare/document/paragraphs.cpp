@@ -6,13 +6,15 @@
 
 namespace zorvane {
 
-void Paragraphs::Build(std::span<const std::u16string_view> pieces) {
+void Paragraphs::Build(std::span<const std::u16string_view> pieces, RunWatcher* watcher) {
     constexpr std::int32_t kBreakLength = 2;  // of the break behind the text
     Clear();
+    StopCheck stop(watcher);
     std::int32_t start = 0;
     std::int32_t offset = 0;
     for (const std::u16string_view piece : pieces) {
-        for (std::size_t feed = FindUnit(piece, u'\n'); feed != std::u16string_view::npos;
+        for (std::size_t feed = FindUnit(piece, u'\n');
+             feed != std::u16string_view::npos && stop.KeepGoing();
              feed = FindUnit(piece, u'\n', feed + 1)) {
             const std::int32_t end = offset + static_cast<std::int32_t>(feed) + 1;
             list_.push_back({CharPos{start}, CharPos{end}});

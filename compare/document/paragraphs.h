@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/base/number.h"
+#include "common/base/run_watcher.h"
 
 namespace zorvane {
 
@@ -21,10 +22,11 @@ struct clsParagraph {
 /// a paragraph costs a constant.
 class Paragraphs {
   public:
-    /// One paragraph for each line feed, and a last one behind it, which may be empty.
+    /// One paragraph for each line feed, and a last one behind it, which may be empty. After a stop
+    /// the last one is all the rest.
     void Build(std::u16string_view text) { Build({&text, 1}); }
     /// Of a text that lies in pieces.
-    void Build(std::span<const std::u16string_view> pieces);
+    void Build(std::span<const std::u16string_view> pieces, RunWatcher* watcher = nullptr);
     void Clear();
     std::int32_t Count() const { return static_cast<std::int32_t>(list_.size()); }
     bool Has(ParagraphNumber number) const { return number.value >= 1 && number.value <= Count(); }

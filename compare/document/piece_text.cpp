@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/base/append_in_parts.h"
 #include "common/base/unit_search.h"
 
 namespace zorvane {
@@ -11,6 +12,7 @@ namespace {
 constexpr std::size_t kFirstSource = 256;      // units; each further one is twice as large
 constexpr std::size_t kMostSource = 1U << 16;  // up to this
 constexpr std::size_t kUnread = 1U << 20;      // units that may lie about however short the text
+constexpr std::int64_t kUnitsBetweenStops = 1 << 18;
 constexpr std::size_t kMostPieces = 1U << 20;  // an edit moves half of them in some milliseconds
 
 }  // namespace
@@ -23,26 +25,26 @@ void PieceText::Assign(std::u16string text) {
     pieces_.Push(static_cast<std::int32_t>(stored_), Piece{});
 }
 
-std::u16string PieceText::TakeAll() {
+std::u16string PieceText::TakeAll(RunWatcher* watcher) {
     std::u16string text;
     const auto first = pieces_.At(0);
     if (pieces_.Count() == 1 && first.value->source == 0 && first.value->offset == 0) {
         text = std::move(sources_.front());
         text.resize(static_cast<std::size_t>(Length()));
     } else {
-        text = Take(0, Length());
+        text = Take(0, Length(), watcher);
     }
     Assign({});
     return text;
 }
 
-std::u16string PieceText::Take(std::int32_t first, std::int32_t length) const {
+std::u16string PieceText::Take(std::int32_t first, std::int32_t length, RunWatcher* watcher) const {
     std::u16string text;
     constexpr std::size_t kBreakLength = 2;  // who adds one behind the text need not move it
     text.reserve(static_cast<std::size_t>(length) + kBreakLength);
+    StopCheck stop(watcher, kUnitsBetweenStops);
     pieces_.Walk(first, length, [&](Piece piece, std::int32_t units) {
-        text += View(piece, units);
-        return true;
+        return AppendInParts(View(piece, units), stop, text);
     });
     return text;
 }
@@ -79,14 +81,18 @@ PieceText::Piece PieceText::Add(std::u16string_view text) {
     return piece;
 }
 
-void PieceText::Replace(std::int32_t first, std::int32_t length, std::u16string_view text) {
+void PieceText::Replace(std::int32_t first, std::int32_t length, std::u16string_view text,
+                        RunWatcher* watcher) {
     pieces_.Cut(first, length);
     if (!text.empty())
         pieces_.Push(static_cast<std::int32_t>(text.size()), Add(text));
     pieces_.Close();
     const auto read = static_cast<std::size_t>(Length());
-    if (stored_ > 2 * read + kUnread || pieces_.Count() > kMostPieces)
-        Assign(Take(0, Length()));
+    if (stored_ <= 2 * read + kUnread && pieces_.Count() <= kMostPieces)
+        return;
+    std::u16string whole = Take(0, Length(), watcher);
+    if (whole.size() == read)  // else it was stopped
+        Assign(std::move(whole));
 }
 
 std::int32_t PieceText::Next(char16_t unit, std::int32_t from) const {

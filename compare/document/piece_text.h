@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/document/span_list.h"
 
 namespace zorvane {
@@ -19,12 +20,15 @@ class PieceText {
   public:
     std::int32_t Length() const { return pieces_.Length(); }
     void Assign(std::u16string text);
-    /// Moves the text out; without a copy if it was not edited.
-    std::u16string TakeAll();
-    std::u16string Take(std::int32_t first, std::int32_t length) const;
+    /// Moves the text out; without a copy if it was not edited. Like `Take` part of it after a
+    /// stop.
+    std::u16string TakeAll(RunWatcher* watcher = nullptr);
+    std::u16string Take(std::int32_t first, std::int32_t length,
+                        RunWatcher* watcher = nullptr) const;
     std::vector<std::u16string_view> Pieces(std::int32_t first, std::int32_t length) const;
     char16_t At(std::int32_t position) const;
-    void Replace(std::int32_t first, std::int32_t length, std::u16string_view text);
+    void Replace(std::int32_t first, std::int32_t length, std::u16string_view text,
+                 RunWatcher* watcher = nullptr);
     /// Position of the next or last such unit at or behind `from`, in front of `before`, or -1.
     std::int32_t Next(char16_t unit, std::int32_t from) const;
     std::int32_t Last(char16_t unit, std::int32_t before) const;

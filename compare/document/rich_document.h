@@ -107,6 +107,8 @@ class RichDocument : public Editor {
     std::optional<TextRange> Undo() override;
     std::optional<TextRange> Redo();
     void SetCleanPoint() { undo_.SetCleanPoint(); }
+    /// What was put here has edits of its own that are not saved.
+    void SetModified() { undo_.ForgetCleanPoint(); }
     bool IsModified() const { return undo_.IsModified(); }
 
   protected:

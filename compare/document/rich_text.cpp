@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/append_in_parts.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -35,9 +36,29 @@ RichText RichText::Plain(std::u16string_view text, const CharFormat& format) {
     return rich;
 }
 
-RichText RichText::PlainFrom(std::u16string&& text, const CharFormat& format) {
+RichText CopyOf(const RichText& text, RunWatcher* watcher) {
+    RichText copy;
+    StopCheck stop(watcher);
+    copy.text.reserve(text.text.size());
+    AppendInParts(std::u16string_view(text.text), stop, copy.text);
+    const auto copy_runs = [&stop](const auto& runs, auto& to) {
+        to.reserve(runs.size());
+        for (const auto& run : runs) {
+            if (!stop.KeepGoing())
+                return;
+            to.push_back(run);
+        }
+    };
+    copy_runs(text.char_runs, copy.char_runs);
+    copy_runs(text.paragraph_runs, copy.paragraph_runs);
+    if (stop.Stopped())
+        copy = {};
+    return copy;
+}
+
+RichText RichText::PlainFrom(std::u16string&& text, const CharFormat& format, RunWatcher* watcher) {
     RichText rich;
-    rich.text = NormalizeBreaks(text);
+    rich.text = NormalizeBreaks(text, watcher);
     std::u16string().swap(text);
     rich.SetOneFormat(format);
     return rich;

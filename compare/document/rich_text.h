@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
+
 namespace zorvane {
 
 /// A 24-bit colour with red in the low byte: 255 is red, 0xFF0000 blue, 0xFFFFFF white.
@@ -117,7 +119,8 @@ struct RichText {
     /// `text` in one format, breaks normalized to CR LF.
     static RichText Plain(std::u16string_view text, const CharFormat& format = {});
     /// The same of a large text that is not needed any more: at no time are there three copies.
-    static RichText PlainFrom(std::u16string&& text, const CharFormat& format);
+    static RichText PlainFrom(std::u16string&& text, const CharFormat& format,
+                              RunWatcher* watcher = nullptr);
 
     std::int32_t Length() const { return static_cast<std::int32_t>(text.size()); }
     bool Empty() const { return text.empty(); }
@@ -128,6 +131,9 @@ struct RichText {
     void SetOneFormat(const CharFormat& format);
     friend bool operator==(const RichText&, const RichText&) = default;
 };
+
+/// A large text, in a way that can be stopped; then nothing.
+RichText CopyOf(const RichText& text, RunWatcher* watcher);
 
 /// The properties of a format that a call sets; what is nothing stays as it is.
 struct CharFormatChange {

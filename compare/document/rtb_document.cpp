@@ -189,9 +189,12 @@ void clsRTBDocument::RemoveDoubledReturns() {
     editor_->SetText(rest);
 }
 
-bool clsRTBDocument::ParagraphCollectionCreate() {
+bool clsRTBDocument::ParagraphCollectionCreate(RunWatcher* watcher) {
     RemoveDoubledReturns();
-    paragraphs_.Build(editor_->TextPieces());
+    if (KeepGoing(watcher))
+        paragraphs_.Build(editor_->TextPieces(), watcher);
+    else
+        paragraphs_.Clear();
     return true;
 }
 

@@ -60,8 +60,9 @@ class clsRTBDocument {
     /// The caret in front of the break of a paragraph; for 0 in front of the first.
     void SetCursorAt(ParagraphNumber number);
 
-    /// Two carriage returns in a row are taken out first, and with them all formatting.
-    bool ParagraphCollectionCreate();
+    /// Two carriage returns in a row are taken out first, and with them all formatting. After a
+    /// stop the last paragraph is all the rest.
+    bool ParagraphCollectionCreate(RunWatcher* watcher = nullptr);
     void ParagraphCollectionAdjustmentAddDelta(ParagraphNumber number, std::int32_t delta);
     void ParagraphCollectionAdjust();
     void ParagraphCollectionEmpty();

@@ -41,9 +41,10 @@ class Walk {
 
 constexpr std::size_t kUnitsBetweenStops = 1 << 16;
 
-std::vector<Paragraph> ParagraphsOf(std::u16string_view text) {
+std::vector<Paragraph> ParagraphsOf(std::u16string_view text, RunWatcher* watcher) {
     std::vector<Paragraph> paragraphs;
-    for (std::size_t begin = 0; begin < text.size();) {
+    StopCheck stop(watcher);
+    for (std::size_t begin = 0; begin < text.size() && stop.KeepGoing();) {
         const std::size_t end = std::min(text.find(u'\r', begin), text.size());
         const std::u16string_view own = text.substr(begin, end - begin);
         paragraphs.push_back(
@@ -60,7 +61,7 @@ class PageWriter {
           tables_(tables),
           chars_(text.char_runs),
           formats_(text.paragraph_runs),
-          paragraphs_(ParagraphsOf(text.text)),
+          paragraphs_(ParagraphsOf(text.text, watcher)),
           stop_(watcher) {}
 
     std::string Write() {

@@ -75,6 +75,8 @@ class UndoList {
 
     /// The text is saved as it is now.
     void SetCleanPoint();
+    /// The text, as it is now or was, stands in no file.
+    void ForgetCleanPoint() { clean_.reset(); }
     /// Undo to the clean point and it is unmodified again.
     bool IsModified() const { return clean_ != done_; }
     /// True once the oldest edits were forgotten for lack of room. The last one always stays.

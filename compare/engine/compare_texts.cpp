@@ -20,8 +20,27 @@ Side CanonicalFirst(const Comparison& comparison) {
     return original <= modified ? Side::Original : Side::Modified;
 }
 
+// What `found` makes of blocks that were not looked into.
+BlocksFound TellParagraphs(const PerSide<CompareSide>& sides, const Comparison& comparison,
+                           const CompareOptions& options, const SectionSwitches& sections,
+                           const ParagraphsFound& found) {
+    if (!found)
+        return {};
+    return [&](const DocumentPairs& blocks) {
+        Comparison early = comparison;
+        CompareOptions alone = options;
+        alone.find_sections = false;
+        alone.find_moves = false;
+        const bool swapped = CanonicalFirst(comparison) == Side::Modified;
+        BuildComparison({{&sides.original, &sides.modified}, blocks, swapped}, alone, sections,
+                        early);
+        if (KeepGoing(sections.watcher))
+            found(std::move(early));
+    };
+}
+
 Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
-                           RunWatcher* watcher) {
+                           RunWatcher* watcher, const ParagraphsFound& found = {}) {
     const bool expressions = !options.expressions.empty();
     LineFilter filter;
     LineFilter line_words;  // with the blanks that part them
@@ -51,11 +70,12 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
     sections.by_character = options.by_character;
     sections.larger = options.larger_sections;
     const Side first = CanonicalFirst(comparison);
+    comparison.by_character = options.by_character;
     const DocumentPairs pairs =
-        PairDocuments(sides[first], sides[OtherSide(first)], options, sections, watcher);
+        PairDocuments(sides[first], sides[OtherSide(first)], options, sections,
+                      TellParagraphs(sides, comparison, options, sections, found));
     if (pairs.stopped || !KeepGoing(watcher))
         return Failure{std::string(kCompareStopped)};
-    comparison.by_character = options.by_character;
     BuildComparison({{&sides.original, &sides.modified}, pairs, first == Side::Modified}, options,
                     sections, comparison);
     if (!KeepGoing(watcher))
@@ -66,12 +86,13 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
 }  // namespace
 
 Result<Comparison> CompareTexts(PerSide<std::shared_ptr<const std::u16string>> texts,
-                                const CompareOptions& options, RunWatcher* watcher) {
+                                const CompareOptions& options, RunWatcher* watcher,
+                                const ParagraphsFound& found) {
     Comparison comparison;
-    comparison.SetEditorTexts(std::move(texts));
+    comparison.SetEditorTexts(std::move(texts), watcher);
     if (!KeepGoing(watcher))
         return Failure{std::string(kCompareStopped)};
-    return Compare(std::move(comparison), options, watcher);
+    return Compare(std::move(comparison), options, watcher, found);
 }
 
 Result<Comparison> CompareLineFiles(PerSide<std::string_view> texts, const CompareOptions& options,

@@ -36,10 +36,13 @@ const DetailPlace& PlaceOf(const DetailRecord& record, Side side) {
     return side == Side::Original ? record.original : record.modified;
 }
 
-void Comparison::SetEditorTexts(PerSide<std::shared_ptr<const std::u16string>> texts) {
+void Comparison::SetEditorTexts(PerSide<std::shared_ptr<const std::u16string>> texts,
+                                RunWatcher* watcher) {
     storage_ = std::move(texts);
-    for (const Side side : kBothSides)
-        lines_[side].SplitEditor(*storage_[side]);
+    for (const Side side : kBothSides) {
+        if (KeepGoing(watcher))
+            lines_[side].SplitEditor(*storage_[side]);
+    }
 }
 
 void Comparison::SetFileTexts(PerSide<std::string_view> texts) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "common/base/side.h"
 #include "compare/engine/difference_counts.h"
 #include "compare/engine/difference_record.h"
@@ -78,7 +79,8 @@ class Comparison {
   public:
     // ---- the texts as they were compared ----
     /// Keeps the text alive as long as the comparison.
-    void SetEditorTexts(PerSide<std::shared_ptr<const std::u16string>> texts);
+    void SetEditorTexts(PerSide<std::shared_ptr<const std::u16string>> texts,
+                        RunWatcher* watcher = nullptr);
     /// Line files in UTF-8, borrowed.
     void SetFileTexts(PerSide<std::string_view> texts);
     const LineText& Lines(Side side) const { return lines_[side]; }

@@ -48,11 +48,14 @@ bool IsHere(const CutText& text, std::size_t row, bool (*is_mine)(PieceKind)) {
 
 }  // namespace
 
-HtmlRows::HtmlRows(const ReportModel& model, bool all_in_one, std::string& page)
+HtmlRows::HtmlRows(const ReportModel& model, bool all_in_one, std::string& page,
+                   std::function<void()> hand_on)
     : model_(model),
       comparison_(model.comparison),
       one_(all_in_one),
       page_(page),
+      hand_on_(std::move(hand_on)),
+      stop_(model.watcher, kBetweenStops),
       text_(model, page) {}
 
 // ---- parts of a row ----
@@ -63,6 +66,7 @@ void HtmlRows::Begin(std::string_view classes) {
         run_ = 0;
     }
     ++run_;
+    hand_on_();
     page_.append("<div class=\"").append(classes).append("\">");
 }
 
@@ -169,7 +173,8 @@ void HtmlRows::OneSided(std::size_t index, Side side) {
     if (one_ && look.linked_record > 0)
         MoveLink(look.label, look.linked_record);
     const std::int32_t first = FirstOf(record, side);
-    for (std::int32_t number = first; number <= LastOf(record, side); ++number) {
+    for (std::int32_t number = first; number <= LastOf(record, side) && stop_.KeepGoing();
+         ++number) {
         Begin(look.classes);
         if (one_)
             OneSidedInOne(look, side, number);
@@ -214,7 +219,7 @@ void HtmlRows::MovedHere(std::size_t index, const Move& move) {
         MoveLink(label, move.deletion + 1);
     NumberInRow number{to.first_modified};
     const PerSide<std::int32_t> first{from.first_original, to.first_modified};
-    for (std::size_t row = 0; row < merged_.Count(); ++row) {
+    for (std::size_t row = 0; row < merged_.Count() && stop_.KeepGoing(); ++row) {
         const std::int32_t shown = number.Take(IsHere(merged_, row, IsModifiedPiece));
         Begin("r m");
         if (one_)
@@ -280,6 +285,8 @@ void HtmlRows::Pairs(const ChangeText& change, const DifferenceRecord& record) {
     for (const ParagraphPair pair :
          PairParagraphs(SplitPieces(MergedPieces(comparison_, change)), record.OriginalCount(),
                         record.ModifiedCount())) {
+        if (!stop_.KeepGoing())
+            return;
         const bool both = pair.original >= 0 && pair.modified >= 0;
         PairRow(change, record, pair, both ? clean[static_cast<std::size_t>(pair.modified)] : -1);
     }
@@ -339,7 +346,7 @@ void HtmlRows::Merged(const ChangeText& change, PerSide<std::int32_t> numbers) {
     merged_.Cut(change, places_, CutFor::Merged);
     NumberInRow original{numbers.original};
     NumberInRow modified{numbers.modified};
-    for (std::size_t row = 0; row < merged_.Count(); ++row) {
+    for (std::size_t row = 0; row < merged_.Count() && stop_.KeepGoing(); ++row) {
         const CutKind kind = CutKindOf(merged_, row);
         Begin(Row(kind).classes);
         Gutter(original.Take(IsHere(merged_, row, IsOriginalPiece)), "");

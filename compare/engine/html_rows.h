@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,8 +20,10 @@ struct PageRow {
 
 class HtmlRows {
   public:
-    /// Writes behind what `page` holds.
-    HtmlRows(const ReportModel& model, bool all_in_one, std::string& page);
+    /// Writes behind what `page` holds. `hand_on` is called between two rows of a record and may
+    /// take what is there. After a stop the rest of a record is missing.
+    HtmlRows(const ReportModel& model, bool all_in_one, std::string& page,
+             std::function<void()> hand_on);
 
     void Unchanged(PageRow row);
     /// All rows of a record, in runs where they are many.
@@ -66,6 +69,8 @@ class HtmlRows {
     const Comparison& comparison_;
     bool one_;
     std::string& page_;
+    std::function<void()> hand_on_;
+    StopCheck stop_;
     HtmlText text_;
     std::size_t run_ = 0;     // rows in the open block
     bool cuts_runs_ = false;  // the record at hand has so many rows that it is cut

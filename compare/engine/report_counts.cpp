@@ -15,10 +15,11 @@ bool IsWordOfItsOwn(char16_t unit) {
 
 class Counter {
   public:
-    explicit Counter(const Comparison& comparison) : comparison_(comparison) {}
+    Counter(const Comparison& comparison, RunWatcher* watcher)
+        : comparison_(comparison), stop_(watcher) {}
 
     ReportCounts Count() {
-        for (std::size_t i = 0; i < comparison_.records.size(); ++i)
+        for (std::size_t i = 0; i < comparison_.records.size() && !stop_.Stopped(); ++i)
             Record(i);
         for (const Move& move : comparison_.moves) {
             const DifferenceRecord& from =
@@ -43,8 +44,8 @@ class Counter {
             return;
         counts_.paragraphs_added += record.ModifiedCount();
         counts_.paragraphs_deleted += record.OriginalCount();
-        counts_.words_added += CountWords(TextOf(Side::Modified, record));
-        counts_.words_deleted += CountWords(TextOf(Side::Original, record));
+        counts_.words_added += WordsOf(TextOf(Side::Modified, record));
+        counts_.words_deleted += WordsOf(TextOf(Side::Original, record));
     }
 
     void Sections(const DifferenceRecord& from, const DifferenceRecord& to,
@@ -60,9 +61,25 @@ class Counter {
         const std::u16string_view text = TextOf(side, record);
         for (const SectionDetail& section : sections) {
             const DetailPlace& place = PlaceOf(section, side);
+            if (!stop_.KeepGoing(place.Length() + 1))
+                return;
             words += CountWords(text.substr(static_cast<std::size_t>(place.begin),
                                             static_cast<std::size_t>(place.Length())));
         }
+    }
+
+    // Cut behind a break, which no word goes over.
+    std::int64_t WordsOf(std::u16string_view text) {
+        constexpr std::size_t kPart = 1 << 16;
+        std::int64_t words = 0;
+        while (stop_.KeepGoing(static_cast<std::int64_t>(std::min(text.size(), kPart)))) {
+            const std::size_t cut = text.size() > kPart ? text.find(u'\n', kPart) : text.npos;
+            if (cut == text.npos)
+                return words + CountWords(text);
+            words += CountWords(text.substr(0, cut));
+            text.remove_prefix(cut + 1);
+        }
+        return words;
     }
 
     std::u16string_view TextOf(Side side, const DifferenceRecord& record) {
@@ -70,6 +87,7 @@ class Counter {
     }
 
     const Comparison& comparison_;
+    StopCheck stop_;
     ReportCounts counts_;
     std::u16string buffer_;
 };
@@ -88,8 +106,8 @@ std::int64_t CountWords(std::u16string_view text) {
     return words;
 }
 
-ReportCounts CountForReaders(const Comparison& comparison) {
-    return Counter(comparison).Count();
+ReportCounts CountForReaders(const Comparison& comparison, RunWatcher* watcher) {
+    return Counter(comparison, watcher).Count();
 }
 
 }  // namespace zorvane

@@ -18,7 +18,8 @@ struct ReportCounts {
     friend bool operator==(const ReportCounts&, const ReportCounts&) = default;
 };
 
-ReportCounts CountForReaders(const Comparison& comparison);
+/// After a stop the counts are too small.
+ReportCounts CountForReaders(const Comparison& comparison, RunWatcher* watcher = nullptr);
 
 /// Words are parted by blanks, tabs, breaks and cell marks; a character of a script that is written
 /// without blanks is a word of its own.

@@ -63,6 +63,7 @@ std::string WriteCsvReport(const ReportModel& model) {
     const Comparison& comparison = model.comparison;
     std::string out(kByteOrderMark);
     out += kHeader;
+    ReserveForReport(comparison, out);
     StopCheck stop(model.watcher, kUnitsBetweenStops);
     PerSide<std::u16string> buffers;
     for (std::size_t i = 0; i < comparison.records.size() && stop.KeepGoing(kUnitsOfRecord); ++i) {

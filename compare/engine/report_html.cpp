@@ -23,7 +23,7 @@ class HtmlWriter {
           comparison_(model.comparison),
           one_(all_in_one),
           target_(target),
-          rows_(model, all_in_one, page_),
+          rows_(model, all_in_one, page_, [this] { HandOn(kPart); }),
           plan_(PlanUnchanged(comparison_, model.unchanged, all_in_one ? 1 : 2)) {
         page_.reserve(kPart * 2);
     }
@@ -117,7 +117,7 @@ class HtmlWriter {
 
     // What they count is also the key to signs and colours.
     void Counts() {
-        const ReportCounts counts = CountForReaders(comparison_);
+        const ReportCounts counts = CountForReaders(comparison_, model_.watcher);
         const auto paragraphs = [](std::int64_t count, std::string_view what) {
             return CountText(count, "paragraph ", "paragraphs ") + std::string(what);
         };

@@ -103,11 +103,24 @@ Status WritePage(const ReportModel& model, const std::string& path, std::int32_t
 }
 
 Status WriteWhole(const ReportModel& model, const std::string& path, std::string_view report) {
-    return KeepGoing(model.watcher) ? ReplaceFile(path, report, model.file_mode)
-                                    : Failure{std::string(kReportStopped)};
+    if (!KeepGoing(model.watcher))
+        return Failure{std::string(kReportStopped)};
+    const Status written = ReplaceFile(path, report, model.file_mode, model.watcher);
+    return written.ok() || KeepGoing(model.watcher) ? written
+                                                    : Status(Failure{std::string(kReportStopped)});
 }
 
 }  // namespace
+
+void ReserveForReport(const Comparison& comparison, std::string& out) {
+    constexpr std::size_t kLong = std::size_t{1} << 20;
+    std::size_t bytes = 0;
+    for (const Side side : kBothSides)
+        bytes += comparison.Lines(side).AllBytes().size();
+    bytes += comparison.sections.size() * 64;
+    if (!comparison.records.empty() && bytes > kLong)
+        out.reserve(bytes * 2);
+}
 
 Status WriteEngineReport(const ReportModel& model, const std::string& file, ReportType type,
                          std::int32_t style) {

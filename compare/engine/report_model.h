@@ -57,6 +57,10 @@ inline constexpr std::int64_t kBetweenStops = 32;
 inline constexpr std::int64_t kUnitsBetweenStops = 1 << 16;
 inline constexpr std::int64_t kUnitsOfRecord = kUnitsBetweenStops / kBetweenStops;
 
+/// Room for all that such a report may hold, so that a long one is not moved as it grows: only what
+/// is written takes memory.
+void ReserveForReport(const Comparison& comparison, std::string& out);
+
 /// Calls `write` for parts of a text that may be long, until the watcher stops it. What belongs
 /// together, a surrogate pair or CR LF, stays in one part.
 template <class Write>

@@ -171,6 +171,7 @@ void AppendBeside(const Comparison& comparison, std::string& out, StopCheck& sto
 
 std::string WriteTextReport(const ReportModel& model) {
     std::string out;
+    ReserveForReport(model.comparison, out);
     StopCheck stop(model.watcher, kUnitsBetweenStops);
     if (!model.title.empty()) {
         AppendWrapped("", Visible(ToUtf16(model.title)), out, stop);

@@ -27,7 +27,7 @@ class CompareJob {
     CompareJob(CompareInput input, RunWatcher& watcher)
         : input_(std::move(input)),
           watcher_(watcher),
-          editors_(no_sound_),
+          editors_(no_sound_, watcher),
           monitor_(input_.process, watcher),
           started_(input_.process.platform.clock->TickMilliseconds()) {
         for (DocumentEditor* entry :
@@ -101,7 +101,8 @@ class CompareJob {
     }
 
     bool Wants(Side side) const {
-        return input_.source != RunSource::LoadedAgain || input_.load_again[side];
+        return input_.source == RunSource::LoadedAgain ? input_.load_again[side]
+                                                       : !input_.keep[side];
     }
 
     bool Load() {
@@ -164,7 +165,7 @@ class CompareJob {
     void TakeTexts() {
         for (const Side side : kBothSides) {
             if (!out_.loaded[side] && input_.texts[side] != nullptr && watcher_.KeepGoing())
-                EditorOf(side).editor.SetRich(RichText(*input_.texts[side]));
+                EditorOf(side).editor.SetRich(CopyOf(*input_.texts[side], &watcher_));
         }
         out_.viewer_font = (Loads() && IsText()) || (ViewsWanted() && Plain());
         if (Loads() && IsText())
@@ -216,8 +217,7 @@ class CompareJob {
         };
         const PerSide<std::shared_ptr<const std::u16string>> texts{text_of(Side::Original),
                                                                    text_of(Side::Modified)};
-        ShowEarly(texts, asked);
-        Result<Comparison> compared = CompareTexts(texts, asked, &watcher_);
+        Result<Comparison> compared = CompareTexts(texts, asked, &watcher_, EarlyShow());
         if (!compared.ok())
             return compared.failure();
         out_.comparison = std::move(compared).value();
@@ -226,20 +226,17 @@ class CompareJob {
     }
 
     // Of a long text the paragraphs are shown before the words are looked for.
-    void ShowEarly(const PerSide<std::shared_ptr<const std::u16string>>& texts,
-                   CompareOptions asked) {
+    ParagraphsFound EarlyShow() {
         const std::int32_t paragraphs = std::max(editors_.rtbOriginal.document.ParagraphCount(),
                                                  editors_.rtbModified.document.ParagraphCount());
         if (!input_.show_early || !ViewsWanted() || paragraphs < kParagraphsOfEarlyResult)
-            return;
-        asked.find_sections = false;
-        asked.find_moves = false;
-        asked.faster = true;
-        Result<Comparison> found = CompareTexts(texts, asked, &watcher_);
-        if (!found.ok())
-            return;  // told by the compare that follows
+            return {};
+        return [this](Comparison found) { ShowEarly(std::move(found)); };
+    }
+
+    void ShowEarly(Comparison found) {
         EarlyOutcome early;
-        early.comparison = std::make_shared<const Comparison>(std::move(found).value());
+        early.comparison = std::make_shared<const Comparison>(std::move(found));
         PassContext context{
             editors_, *early.comparison, input_.options, out_.counters, monitor_, false, true};
         early.view = input_.view;
@@ -290,7 +287,7 @@ class CompareJob {
         for (const Side side : kBothSides) {
             if (!out_.loaded[side])
                 continue;
-            EditorOf(side).document.ParagraphCollectionCreate();
+            EditorOf(side).document.ParagraphCollectionCreate(&watcher_);
             out_.sources[side] = Take(EditorOf(side));
         }
     }

@@ -77,6 +77,7 @@ struct CompareInput {
     RunSource source = RunSource::Texts;
     PerSide<SharedText> texts;  ///< of the editors; of what is not loaded anew
     PerSide<bool> load_again{false, false};
+    PerSide<bool> keep{false, false};  ///< of `ReloadedFiles`: that text, whatever its file holds
     const Comparison* compared = nullptr;  ///< borrowed
     View view = View::SideBySide;
     BuildViews views = BuildViews::Yes;

@@ -45,9 +45,8 @@ class ReportRun : private ReportSource {
     const Editor* Fill(std::optional<RichText>& text, MemoryEditor& editor) {
         if (!text || !watcher_.KeepGoing())
             return nullptr;
-        RichText copy = *text;  // the driver may save again under another name
-        if (watcher_.KeepGoing())
-            editor.SetRich(std::move(copy));
+        editor.Watch(&watcher_);
+        editor.SetRich(CopyOf(*text, &watcher_));  // the driver may save under another name again
         return &editor;
     }
 
@@ -58,6 +57,7 @@ class ReportRun : private ReportSource {
         MemoryEditor deletions;
         MemoryEditor changes;
         MemoryEditor scratch;
+        scratch.Watch(&watcher_);
         scratch.SetDefaultFormat(texts.format);
         RichReportPieces pieces{Fill(texts.all_in_one, all_in_one),
                                 Fill(texts.additions, additions), Fill(texts.deletions, deletions),

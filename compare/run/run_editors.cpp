@@ -2,12 +2,15 @@
 
 namespace zorvane {
 
-RunEditors::RunEditors(Sound& sound) {
+RunEditors::RunEditors(Sound& sound, RunWatcher& watcher) {
     for (DocumentEditor* entry :
          {&rtbOriginal, &rtbModified, &rtbOriginalDiff, &rtbModifiedDiff, &rtbAIODiff,
           &rtbOriginalDiffTemp, &rtbModifiedDiffTemp, &rtbAIODiffTemp, &rtbScratch}) {
         entry->document.Setup(entry->editor, sound);
+        entry->editor.Watch(&watcher);
     }
+    for (MemoryEditor* summary : {&rtbDeletions, &rtbAdditions, &rtbChanges})
+        summary->Watch(&watcher);
 }
 
 }  // namespace zorvane

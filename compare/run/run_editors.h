@@ -7,6 +7,7 @@
 
 namespace zorvane {
 
+class RunWatcher;
 class Sound;
 
 /// An editor with its numbered paragraphs.
@@ -16,7 +17,7 @@ struct DocumentEditor {
 };
 
 struct RunEditors {
-    explicit RunEditors(Sound& sound);
+    RunEditors(Sound& sound, RunWatcher& watcher);
 
     DocumentEditor rtbOriginal;  ///< the two texts of the run
     DocumentEditor rtbModified;

@@ -75,10 +75,11 @@ bool BuildSideBySide(PassContext& context, const ViewWanted& wanted) {
         return false;
     if (UpdateChangesToRTFFile_SBS(context) == WalkEnd::Aborted)
         return false;
-    editors.rtbOriginalDiff.document.ParagraphCollectionCreate();
+    RunWatcher* const watcher = &context.monitor.Watcher();
+    editors.rtbOriginalDiff.document.ParagraphCollectionCreate(watcher);
     if (!context.monitor.KeepGoing())
         return false;
-    editors.rtbModifiedDiff.document.ParagraphCollectionCreate();
+    editors.rtbModifiedDiff.document.ParagraphCollectionCreate(watcher);
     return context.monitor.KeepGoing();
 }
 
@@ -110,7 +111,7 @@ void PrepareTexts(RunEditors& editors, const ViewWanted& wanted, RunWatcher& wat
         UseFont(editors, wanted);
     for (DocumentEditor* entry : {&editors.rtbOriginal, &editors.rtbModified}) {
         if (watcher.KeepGoing())
-            entry->document.ParagraphCollectionCreate();
+            entry->document.ParagraphCollectionCreate(&watcher);
     }
 }
 

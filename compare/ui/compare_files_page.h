@@ -142,6 +142,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     bool ShowNotice(const std::string& text, const std::string& title) override;
     void ShowStatus(StatusPanel panel, const std::string& text) override;
     void SetAbortVisible(bool visible) override;
+    void SetEditable(bool editable) override;
     void ShowPleaseWait(bool shown) override;
     void EnableFilterButtons(bool enabled) override;
     void EnableFilter(ViewFilter filter, bool enabled) override;

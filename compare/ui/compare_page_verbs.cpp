@@ -96,6 +96,14 @@ void CompareFilesPage::SetAbortVisible(bool visible) {
     host_.commands_changed();
 }
 
+// Commands ask the viewer; what is typed goes to the views alone.
+void CompareFilesPage::SetEditable(bool editable) {
+    if (rooms_ == nullptr)
+        return;
+    for (const Side side : kBothSides)
+        editors_->View(side).SetReadOnly(!editable);
+}
+
 void CompareFilesPage::ShowPleaseWait(bool shown) {
     if (rooms_ == nullptr)
         return;

@@ -172,6 +172,8 @@ bool RichTextView::focusNextPrevChild(bool next) {
 // ---- editing ----
 
 void RichTextView::SetReadOnly(bool read_only) {
+    if (read_only)
+        CommitComposing();
     read_only_ = read_only;
     setAttribute(Qt::WA_InputMethodEnabled, !read_only);
 }

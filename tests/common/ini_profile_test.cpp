@@ -219,5 +219,33 @@ TEST(IniProfile, AFailedFlushSaysWhere) {
     EXPECT_EQ(file->Read("S", "k", ""), "v");
 }
 
+// What a killed process left half written goes with the next write, what is being written stays.
+TEST(IniProfile, SweepsHalfFilesOfWhoEnded) {
+    const TempFolder folder;
+    const auto old = [&](const std::string& name) {
+        folder.Write(name, "half");
+        const timespec hour_ago[] = {{time(nullptr) - 3600, 0}, {time(nullptr) - 3600, 0}};
+        utimensat(AT_FDCWD, folder.Path(name).c_str(), hour_ago, 0);
+    };
+    old(".zorvane-abcdef");
+    old(".zorvane-locked");
+    old(".zorvane-too-long");
+    old("zorvane-abcdef");
+    folder.Write(".zorvane-fresh1", "half");
+    const int locked = open(folder.Path(".zorvane-locked").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(locked, LOCK_EX | LOCK_NB), 0);
+    const auto file = OpenIniProfile(folder.Path("a.ini"));
+    file->Write("A", "x", "1");
+    ASSERT_TRUE(file->Flush().ok());
+    close(locked);
+    const auto is_there = [&](const char* name) {
+        return std::filesystem::exists(folder.Path(name));
+    };
+    EXPECT_FALSE(is_there(".zorvane-abcdef"));
+    for (const char* name :
+         {".zorvane-locked", ".zorvane-too-long", "zorvane-abcdef", ".zorvane-fresh1", "a.ini"})
+        EXPECT_TRUE(is_there(name)) << name;
+}
+
 }  // namespace
 }  // namespace zorvane

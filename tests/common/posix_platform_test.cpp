@@ -324,5 +324,56 @@ TEST(Stream, AFullTargetAndAClosedPipeAreFailures) {
     EXPECT_EQ(closed, 0);
 }
 
+TEST(Files, AHalfFileGoesWithASignalAndTheOldOneStays) {
+    const TempFolder folder;
+    folder.Write("report", "old");
+    const pid_t child = fork();
+    if (child == 0) {
+        Result<FileReplacement> file = FileReplacement::Begin(folder.Path("report"));
+        if (!file.ok() || !file.value().Write("half").ok())
+            _exit(3);
+        raise(SIGINT);
+        _exit(4);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status;
+    EXPECT_EQ(folder.Read("report"), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
+// Where there are many names, somebody else's folders are looked for once a day.
+TEST(TempFiles, SweepAFullFolderOnceADay) {
+    const TempFolder folder;
+    const ScopedVariable place("TMPDIR", folder.Path());
+    const std::string abandoned = folder.Path("zorvane-abcdef");
+    const std::string stamp = folder.Path(".zorvane-swept-" + std::to_string(geteuid()));
+    const auto abandon = [&] {
+        std::filesystem::create_directory(abandoned);
+        folder.Write("zorvane-abcdef/.owner", "");
+    };
+    const auto run = [] {
+        Platform platform = MakePosixPlatform();
+        EXPECT_TRUE(platform.temp_files->Folder().ok());
+    };
+    abandon();
+    run();
+    EXPECT_FALSE(std::filesystem::exists(abandoned));
+    EXPECT_FALSE(std::filesystem::exists(stamp)) << "a small folder is looked through each time";
+    for (int i = 0; i < 1100; ++i)
+        folder.Write("other" + std::to_string(i), "");
+    abandon();
+    run();
+    EXPECT_FALSE(std::filesystem::exists(abandoned));
+    EXPECT_TRUE(std::filesystem::exists(stamp));
+    abandon();
+    run();
+    EXPECT_TRUE(std::filesystem::exists(abandoned));
+    const timespec yesterday[] = {{time(nullptr) - 90'000, 0}, {time(nullptr) - 90'000, 0}};
+    utimensat(AT_FDCWD, stamp.c_str(), yesterday, 0);
+    run();
+    EXPECT_FALSE(std::filesystem::exists(abandoned));
+}
+
 }  // namespace
 }  // namespace zorvane

@@ -184,5 +184,37 @@ TEST(VisibleText, LetsNothingSteerATerminal) {
         EXPECT_EQ(VisibleText(row.text, row.ends), row.shown) << row.name;
 }
 
+// A long text is decoded in parts, wherever a part ends.
+TEST(TextEncoding, ALongTextIsDecodedAsAShortOne) {
+    constexpr std::size_t kPart = std::size_t{1} << 20;
+    const std::string pieces[] = {"a",    "\xC3\xA4",         "\xE2\x82\xAC", "\xF0\x9F\x98\x80",
+                                  "\x80", "\x80\x80\x80\x80", "\xF0\x9F",     "\r\n"};
+    std::mt19937 random(5);
+    for (int round = 0; round < 60; ++round) {
+        SCOPED_TRACE(round);
+        std::string bytes(kPart - 8 - random() % 8, 'x');
+        while (bytes.size() < kPart + 40)
+            bytes += pieces[random() % std::size(pieces)];
+        const std::u16string text = DecodeText(bytes, {"UTF-8", 0});
+        ASSERT_EQ(text, ToUtf16(bytes));
+        std::string back;
+        AppendUtf8(text, back);
+        ASSERT_EQ(ToUtf8(text), back);
+    }
+    for (const char* name : {"Shift_JIS", "windows-1252", "UTF-16LE"}) {
+        SCOPED_TRACE(name);
+        const bool wide = std::string(name) == "UTF-16LE";
+        const std::string sign = wide ? std::string("a\x30", 2) : "\x83\x41x";
+        std::string bytes;
+        while (bytes.size() < 2 * kPart + 7)
+            bytes += sign;
+        const std::u16string one = DecodeText(sign, {name, 0});
+        std::u16string expected;
+        for (std::size_t i = 0; i < bytes.size() / sign.size(); ++i)
+            expected += one;
+        EXPECT_EQ(DecodeText(bytes, {name, 0}), expected);
+    }
+}
+
 }  // namespace
 }  // namespace zorvane

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include "compare/engine/compare_texts.h"
+#include "compare/engine/report_model.h"
+#include "reports/json_report.h"
 #include "tests/support/fakes.h"
 #include "tests/support/rich_text_notation.h"
 #include "tests/support/stopping_watcher.h"
@@ -175,6 +178,48 @@ TEST_F(CompareJobTest, AsksOftenOnLongInputs) {
                         watcher.longest, static_cast<int>(watcher.longest_step));
             EXPECT_LT(watcher.longest, kBound) << row.name;
         }
+    }
+}
+
+// Who hears of the paragraphs first gets the same in the end, and hears of the same paragraphs.
+TEST_F(CompareJobTest, TheEarlyRoadLeadsToTheSameResult) {
+    std::mt19937 random(21);
+    for (int round = 0; round < 40; ++round) {
+        SCOPED_TRACE(round);
+        const std::string original = Words(random, 600 + static_cast<int>(random() % 3000));
+        std::string modified = Edited(original, random, 1 + static_cast<int>(random() % 200));
+        if (round % 4 == 0) {  // a block that moved
+            const std::size_t cut = modified.find("\r\n", modified.size() / 3) + 2;
+            modified = modified.substr(cut) + modified.substr(0, cut);
+        }
+        CompareOptions asked;
+        asked.find_moves = round % 2 == 0;
+        asked.by_character = round % 3 == 0;
+        asked.faster = round % 5 == 0;
+        asked.bracket = round % 7 == 0 ? 20 : 0;
+        asked.ignore_empty_lines = round % 6 == 0;
+        const auto text = [](const std::string& utf8) {
+            return std::make_shared<const std::u16string>(ToUtf16(utf8));
+        };
+        const PerSide<std::shared_ptr<const std::u16string>> texts{text(original), text(modified)};
+        int heard = 0;
+        Result<Comparison> early = CompareTexts(texts, asked, nullptr, [&](Comparison found) {
+            ++heard;
+            EXPECT_TRUE(found.sections.empty());
+            EXPECT_TRUE(found.moves.empty());
+            CompareOptions alone = asked;
+            alone.find_moves = false;
+            alone.find_sections = false;
+            const Result<Comparison> paragraphs = CompareTexts(texts, alone, nullptr);
+            ASSERT_TRUE(paragraphs.ok());
+            EXPECT_EQ(found.records, paragraphs.value().records);
+        });
+        Result<Comparison> plain = CompareTexts(texts, asked, nullptr);
+        ASSERT_TRUE(early.ok() && plain.ok());
+        EXPECT_EQ(heard, 1);
+        EXPECT_EQ(WriteJsonReport(ReportModel{early.value()}),
+                  WriteJsonReport(ReportModel{plain.value()}));
+        EXPECT_FALSE(plain.value().sections.empty());
     }
 }
 

@@ -167,6 +167,153 @@ TEST_F(FilesOfViewer, EditsAreAskedAbout) {
     EXPECT_TRUE(viewer.MayClose());
 }
 
+// Only where a reload would put the file over the edits.
+TEST_F(FilesOfViewer, AReloadAsksAboutTheEditsThatItWouldLose) {
+    constexpr std::int32_t kEdits = 0;
+    constexpr std::int32_t kFiles = 1;
+    constexpr std::int32_t kCancel = 2;
+    struct Row {
+        const char* name;
+        PerSide<bool> edited;
+        PerSide<bool> changed;  // on the disk
+        bool optimize;
+        std::int32_t answer;
+        const char* question;  // its begin; empty: none is asked
+        std::u16string_view original;
+        std::u16string_view modified;
+        bool fresh;
+    };
+    const Row rows[] = {
+        {"nothing edited", {false, false}, {true, true}, true, kEdits, "", u"A", u"B", true},
+        {"not read again", {true, true}, {false, false}, true, kEdits, "", u"xa", u"xb", true},
+        {"the other one changed",
+         {true, false},
+         {false, true},
+         true,
+         kEdits,
+         "",
+         u"xa",
+         u"B",
+         true},
+        {"edits of the left",
+         {true, false},
+         {true, true},
+         true,
+         kEdits,
+         "Original has",
+         u"xa",
+         u"B",
+         true},
+        {"edits of the right",
+         {false, true},
+         {true, true},
+         true,
+         kEdits,
+         "Modified has",
+         u"A",
+         u"xb",
+         true},
+        {"one of two",
+         {true, true},
+         {true, false},
+         true,
+         kEdits,
+         "Original has",
+         u"xa",
+         u"xb",
+         true},
+        {"both",
+         {true, true},
+         {true, true},
+         true,
+         kEdits,
+         "Original and Modified have",
+         u"xa",
+         u"xb",
+         true},
+        {"always read again",
+         {true, true},
+         {false, false},
+         false,
+         kEdits,
+         "Original and Modified have",
+         u"xa",
+         u"xb",
+         true},
+        {"files",
+         {true, true},
+         {true, true},
+         true,
+         kFiles,
+         "Original and Modified have",
+         u"A",
+         u"B",
+         true},
+        {"neither", {false, true}, {true, true}, true, kCancel, "Modified has", u"a", u"xb", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        viewer.Telling().manner.bSilent = false;
+        viewer.Options().bReloadOnRefresh.SetData(true);
+        viewer.Options().bOptimizeFileLoading.SetData(true);
+        ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+        viewer.Options().bOptimizeFileLoading.SetData(row.optimize);
+        for (const Side side : kBothSides) {
+            const bool left = side == Side::Original;
+            if (row.edited[side])
+                Edit(side, u"x");
+            if (row.changed[side])
+                fakes.folder.Write(left ? "o.txt" : "m.txt", left ? "A\n\n" : "B\n\n");
+        }
+        window.files.asked.clear();
+        window.files.answer = row.answer;
+        viewer.Refresh();
+        const std::string asked = window.files.asked.empty() ? "" : window.files.asked.front().text;
+        EXPECT_TRUE(*row.question == 0 ? asked.empty() : asked.starts_with(row.question)) << asked;
+        EXPECT_LE(window.files.asked.size(), 1U);
+        const auto first_line = [this](Side side) {
+            const std::u16string text = Text(side).Text();
+            return text.substr(0, text.find(u'\r'));
+        };
+        EXPECT_EQ(first_line(Side::Original), row.original);
+        EXPECT_EQ(first_line(Side::Modified), row.modified);
+        EXPECT_EQ(!viewer.IsStale(), row.fresh);
+        // What was compared is what stands there.
+        EXPECT_TRUE(!row.fresh || Left().find(ToUtf8(row.original)) != std::string::npos) << Left();
+        // What was kept can still be lost.
+        EXPECT_EQ(Text(Side::Original).IsModified(), row.original == u"xa");
+    }
+}
+
+// Nobody is there to answer, and one side alone is asked about where one is loaded.
+TEST_F(FilesOfViewer, AReloadAsksNobodyButTheUserOfItsSide) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    viewer.Options().bOptimizeFileLoading.SetData(false);
+    Edit(Side::Original, u"x");
+    viewer.Refresh();
+    EXPECT_TRUE(window.files.asked.empty()) << "a silent viewer asks nothing";
+    Edit(Side::Original, u"x");
+    viewer.LoadAgain(Side::Modified);
+    EXPECT_TRUE(window.files.asked.empty()) << "that side has no edits";
+    viewer.LoadAgain(Side::Original);
+    EXPECT_EQ(window.files.asked.size(), 1U);
+    EXPECT_EQ(Text(Side::Original).Text(), u"xa\r\n");
+}
+
+TEST_F(FilesOfViewer, SidesAreSwappedWithTheirEditsAndFiles) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    LookAtDisk();
+    Edit(Side::Original, u"x");
+    viewer.SwapSides();
+    EXPECT_FALSE(Text(Side::Original).IsModified());
+    EXPECT_TRUE(Text(Side::Modified).IsModified()) << "swapping saves nothing";
+    fakes.folder.Write("m.txt", "longer than it was\n");
+    window.files.answer = 0;
+    LookAtDisk();
+    EXPECT_EQ(Text(Side::Original).Text(), u"longer than it was\r\n");
+    EXPECT_EQ(Text(Side::Modified).Text(), u"xa\r\n");
+}
+
 TEST_F(FilesOfViewer, NothingIsSavedDuringARun) {
     ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
     Edit(Side::Original, u"x");
@@ -291,6 +438,50 @@ TEST_F(FilesOfViewer, AReportIsRefusedForItsOwnCause) {
     EXPECT_EQ(Log().find("file"), std::string::npos) << Log();
     EXPECT_FALSE(Log().empty());
     EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+// The events of a question may close the viewer, or ask the same again.
+TEST_F(FilesOfViewer, AViewerWithAnOpenQuestionIsBusyAndCanBeGivenUp) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    viewer.Telling().manner.bSilent = false;
+    viewer.Options().bReloadOnRefresh.SetData(true);
+    viewer.Options().bOptimizeFileLoading.SetData(false);
+    for (const bool gives_up : {true, false}) {
+        SCOPED_TRACE(gives_up);
+        Edit(Side::Original, u"x");
+        window.files.asked.clear();
+        window.files.answer = 1;
+        int asked = 0;
+        window.files.on_question = [&] {
+            if (++asked > 1)
+                return;
+            EXPECT_TRUE(viewer.Busy()) << "else the frame lets it go";
+            viewer.Refresh();
+            viewer.LoadAgain(Side::Original);
+            viewer.CheckFilesOnDisk();
+            viewer.tbShowDifferenceUnknown();
+            if (gives_up)
+                viewer.Abort();
+        };
+        viewer.Refresh();
+        window.files.on_question = nullptr;
+        EXPECT_EQ(asked, 1) << "one question at a time";
+        EXPECT_EQ(window.numbers_asked, 0);
+        EXPECT_FALSE(viewer.Busy());
+        EXPECT_EQ(Text(Side::Original).IsModified(), gives_up);
+    }
+    window.files.answer.reset();
+    viewer.tbShowDifferenceUnknown();
+    EXPECT_EQ(window.numbers_asked, 1) << "given up once is not given up for good";
+}
+
+TEST_F(FilesOfViewer, NoNumberIsAskedForDuringARun) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    viewer.PumpEvery(0ms);
+    window.on_pump = [&] { viewer.tbShowDifferenceUnknown(); };
+    viewer.RunCompare(false);
+    window.on_pump = nullptr;
+    EXPECT_EQ(window.numbers_asked, 0);
 }
 
 }  // namespace

@@ -202,6 +202,35 @@ TEST_F(ViewerRunTest, AnEditDuringARunLeavesItsResultStale) {
     EXPECT_FALSE(viewer.IsStale());
 }
 
+// What is typed while a run compares stays; a run that loads would put its texts over it, also when
+// it has come to comparing.
+TEST_F(ViewerRunTest, ARunThatLoadsTakesNoEditsToItsEnd) {
+    UseFiles();
+    viewer.PumpEvery(0ms);
+    for (const bool loads : {true, false}) {
+        SCOPED_TRACE(loads);
+        std::map<ViewerState, int> seen;
+        window.on_pump = [&] {
+            ++seen[viewer.State()];
+            EXPECT_EQ(viewer.IsEnabled(ViewerCommand::Edit), !loads);
+            EXPECT_EQ(window.editable, !loads);
+        };
+        viewer.RefreshDisplay(loads, true);
+        window.on_pump = nullptr;
+        EXPECT_GT(seen[ViewerState::Comparing], 0);
+        EXPECT_EQ(seen[ViewerState::Loading] > 0, loads);
+        EXPECT_TRUE(viewer.IsEnabled(ViewerCommand::Edit));
+        EXPECT_TRUE(window.editable);
+    }
+    viewer.Options().bOptimizeFileLoading.SetData(false);
+    viewer.RunInBackground(true);
+    viewer.Refresh();
+    EXPECT_FALSE(window.editable);
+    viewer.Abort();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_TRUE(window.editable) << "behind a stop too";
+}
+
 TEST_F(ViewerRunTest, BuildsTheOtherViewBesideTheWindow) {
     UseFiles();
     viewer.Refresh();

@@ -120,5 +120,18 @@ TEST_F(RichReport, NamesAFileThatCannotBeWritten) {
     EXPECT_EQ(saved.failure().reason, "/dev/full: No space left on device");
 }
 
+// A long text is copied in parts; none of its breaks is lost or doubled where a part ends.
+TEST_F(RichReport, KeepsALongTextWhole) {
+    for (const std::size_t shift : {0U, 1U, 2U}) {
+        SCOPED_TRACE(shift);
+        std::u16string text(shift, u'x');
+        while (text.size() < (std::size_t{1} << 20) + 64)
+            text += u"ab\r\n";
+        all_.SetText(text);
+        const RichText report = Saved({.all_in_one = &all_, .additions = &additions_});
+        EXPECT_TRUE(report.text.starts_with(text + u"\r\n+ none")) << report.text.size();
+    }
+}
+
 }  // namespace
 }  // namespace zorvane

@@ -1,6 +1,7 @@
 // A window that answers what saving, printing and the disk ask, and remembers what they asked.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,6 +15,8 @@ class FileAnswers : public FileWindow {
   public:
     std::int32_t Choose(const WindowQuestion& question) override {
         asked.push_back(question);
+        if (on_question)
+            on_question();
         return answer.value_or(question.safe);
     }
     std::string PickFile(FileQuestion& question) override {
@@ -36,6 +39,7 @@ class FileAnswers : public FileWindow {
 
     std::vector<WindowQuestion> asked;
     std::optional<std::int32_t> answer;  ///< nothing: the safe one
+    std::function<void()> on_question;
     FileQuestion picked;
     std::string file;
     std::int32_t filter_index = 1;

@@ -38,6 +38,7 @@ class RecordingWindow : public SilentWindow {
             on_pump();
     }
     void SetAbortVisible(bool visible) override { abort_visible = visible; }
+    void SetEditable(bool on) override { editable = on; }
     void EnableFilter(ViewFilter filter, bool enabled) override { filters[filter] = enabled; }
     void EnableNavigation(const NavigationButtons& buttons) override { navigation = buttons; }
     void ShowView(View shown) override { view = shown; }
@@ -51,7 +52,10 @@ class RecordingWindow : public SilentWindow {
         scroll_locks = {vertical, horizontal};
     }
     void CheckAlignParagraphs(bool on) override { aligned = on; }
-    std::int32_t AskDifferenceNumber(std::int32_t, std::int32_t) override { return number; }
+    std::int32_t AskDifferenceNumber(std::int32_t, std::int32_t) override {
+        ++numbers_asked;
+        return number;
+    }
     void ShowFindReplace(frmCompareFilesFindReplace& shown) override { find = &shown; }
     std::int32_t Choose(const WindowQuestion& question) override { return files.Choose(question); }
     std::string PickFile(FileQuestion& question) override { return files.PickFile(question); }
@@ -73,10 +77,12 @@ class RecordingWindow : public SilentWindow {
     std::pair<bool, bool> scroll_locks;
     bool aligned = true;
     std::int32_t number = -1;
+    int numbers_asked = 0;
     frmCompareFilesFindReplace* find = nullptr;
     std::function<void(ViewFilter)> on_filter;
     bool answer = false;
     bool abort_visible = false;
+    bool editable = true;
     int pumps = 0;
     std::function<void()> on_pump;
 };

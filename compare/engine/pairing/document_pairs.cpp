@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 
 #include "compare/engine/pairing/alike_lines.h"
 #include "compare/engine/pairing/moves.h"
@@ -16,8 +17,13 @@ class DocumentPairer {
   public:
     DocumentPairer(const CompareSide& first, const CompareSide& second,
                    const CompareOptions& options, const SectionSwitches& sections,
-                   RunWatcher* watcher)
-        : first_(first), second_(second), options_(options), finder_(sections), watcher_(watcher) {}
+                   const BlocksFound& found)
+        : first_(first),
+          second_(second),
+          options_(options),
+          finder_(sections),
+          watcher_(sections.watcher),
+          found_(found) {}
 
     DocumentPairs Run() {
         const std::vector<EqualRun> runs = FindTrustedRuns(first_, second_, watcher_);
@@ -39,8 +45,10 @@ class DocumentPairer {
         stretch.first_end = first_.Count();
         stretch.second_end = second_.Count();
         Stretch(stretch);
+        if (found_)
+            LookIntoBlocks();
         if (options_.bracket > 0)
-            KeepWithinBracket();
+            KeepWithinBracket(pairs_.blocks);
         if (options_.find_moves && !pairs_.stopped)
             AddMoves();
         return std::move(pairs_);
@@ -88,9 +96,12 @@ class DocumentPairer {
             Changed({range, false}, nullptr);
             return;
         }
-        const StretchText text(first_, second_, range);
+        const auto kept = std::make_shared<const StretchText>(first_, second_, range);
+        const StretchText& text = *kept;
         if (!StillGoing())
             return;
+        if (found_)
+            kept_.push_back(kept);
         for (const PairedBlock& block : PairStretch(first_, second_, text, options_)) {
             if (!KeepGoing(block.range.first_begin))
                 return;
@@ -112,7 +123,29 @@ class DocumentPairer {
 
     void Changed(const PairedBlock& block, const StretchText* weights) {
         pairs_.blocks.push_back({block.range, false});
-        FindSections(pairs_.blocks.back(), weights);
+        if (found_)
+            weights_.push_back(weights);
+        else
+            FindSections(pairs_.blocks.back(), weights);
+    }
+
+    // In their order, as they are where each is looked into at once.
+    void LookIntoBlocks() {
+        if (!StillGoing())
+            return;
+        DocumentPairs blocks = pairs_;
+        if (options_.bracket > 0)
+            KeepWithinBracket(blocks.blocks);
+        found_(blocks);
+        told_ = 0;
+        auto weights = weights_.begin();
+        for (FoundBlock& block : pairs_.blocks) {
+            if (block.equal)
+                continue;
+            if (!KeepGoing(block.range.first_begin))
+                return;
+            FindSections(block, *weights++);
+        }
     }
 
     void FindSections(FoundBlock& block, const StretchText* weights) {
@@ -132,9 +165,9 @@ class DocumentPairer {
     }
 
     // Each block that stays moves the place where the next one is expected.
-    void KeepWithinBracket() {
+    void KeepWithinBracket(std::vector<FoundBlock>& blocks) const {
         std::int32_t shift = 0;
-        std::erase_if(pairs_.blocks, [&](const FoundBlock& block) {
+        std::erase_if(blocks, [&](const FoundBlock& block) {
             const std::int32_t found = block.range.second_begin - block.range.first_begin;
             if (std::abs(found - shift) > options_.bracket)
                 return true;
@@ -173,6 +206,9 @@ class DocumentPairer {
     const CompareOptions& options_;
     SectionFinder finder_;
     RunWatcher* watcher_;
+    const BlocksFound& found_;
+    std::vector<std::shared_ptr<const StretchText>> kept_;  // that `weights_` points to
+    std::vector<const StretchText*> weights_;               // of each changed block
     DocumentPairs pairs_;
     std::int64_t told_ = 0;
     struct {
@@ -190,8 +226,8 @@ std::u16string_view TextOfPlaces(const CompareSide& side, std::int32_t begin, st
 
 DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,
                             const CompareOptions& options, const SectionSwitches& sections,
-                            RunWatcher* watcher) {
-    return DocumentPairer(first, second, options, sections, watcher).Run();
+                            const BlocksFound& found) {
+    return DocumentPairer(first, second, options, sections, found).Run();
 }
 
 }  // namespace zorvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "compare/engine/compare_options.h"
@@ -27,10 +28,14 @@ struct DocumentPairs {
     bool stopped = false;
 };
 
-/// `sections`: how to look into a block; the filter of paragraphs is in the sides already.
+/// Hears of all blocks before any of them is looked into; moves are not there yet either.
+using BlocksFound = std::function<void(const DocumentPairs&)>;
+
+/// `sections`: how to look into a block; the filter of paragraphs is in the sides already. What is
+/// found is the same with `found` and without.
 DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,
                             const CompareOptions& options, const SectionSwitches& sections,
-                            RunWatcher* watcher);
+                            const BlocksFound& found = {});
 
 /// The text of some places: all lines from the first to the last of them.
 /// Borrowed where the text lies as it is; `buffer` holds it where it had to be decoded.

@@ -8,7 +8,10 @@ std::vector<EqualRun> HeaviestChain(const std::vector<EqualRun>& runs, const Com
                                     const PlaceRange& range) {
     PrefixMaxima maxima(range.SecondCount());
     std::vector<std::int32_t> previous(runs.size(), -1);
+    StopCheck stop(first.Watcher());
     for (std::size_t i = 0; i < runs.size(); ++i) {
+        if (!stop.KeepGoing())
+            return {};
         const EqualRun& run = runs[i];
         const PrefixMaxima::Best before = maxima.Below(run.second - range.second_begin);
         previous[i] = before.index;

@@ -19,7 +19,8 @@ class Walk {
 
     std::vector<EqualRun> Run() {
         TakeBack();
-        while (at_first_ < end_first_ && at_second_ < end_second_) {
+        StopCheck stop(first_.Watcher());
+        while (at_first_ < end_first_ && at_second_ < end_second_ && stop.KeepGoing(kWindow)) {
             TakeRun();
             if (!Resync(kWindow) && !Resync(kWideWindow))
                 break;

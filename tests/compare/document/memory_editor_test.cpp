@@ -6,6 +6,7 @@
 
 #include "tests/support/printers.h"
 #include "tests/support/rich_text_notation.h"
+#include "tests/support/stopping_watcher.h"
 #include "tests/support/temp_folder.h"
 
 namespace zorvane {
@@ -361,6 +362,40 @@ TEST(MemoryEditorProperty, AgreesWithANaiveEditor) {
         const RichText end = twins.naive.Rich();
         twins.editor.SetRich(end);
         EXPECT_EQ(twins.editor.TakeRich(), end);
+    }
+}
+
+// Whatever is stopped, wherever: what is given is whole or nothing, and the editor stays usable.
+TEST(MemoryEditor, GivesAllOrNothingWhenItIsStopped) {
+    std::u16string text;
+    for (int i = 0; i < 60'000; ++i)
+        text += u"words of a line\r\n";
+    for (std::int64_t at = 1;; ++at) {
+        SCOPED_TRACE(at);
+        StoppingWatcher watcher(at);
+        MemoryEditor editor;
+        editor.SetText(text);
+        for (std::int32_t place = 0; place < 40'000; place += 2)
+            editor.Format({CharPos{place}, 1}, Bold());
+        const RichText whole = editor.Rich();
+        editor.Watch(&watcher);
+        const RichText given = editor.Rich();
+        EXPECT_TRUE(given == whole || given == RichText());
+        EXPECT_EQ(given == whole, watcher.asked < at);
+        editor.Replace(At(0, 4), whole);
+        EXPECT_EQ(editor.Length(), 2 * whole.Length() - 4);
+        const bool stopped = watcher.asked >= at;
+        editor.Watch(nullptr);
+        const RichText both = editor.TakeRich();
+        EXPECT_EQ(both.text, whole.text + whole.text.substr(4));
+        std::int32_t length = 0;
+        for (const CharRun& run : both.char_runs)
+            length += run.length;
+        EXPECT_EQ(length, both.Length());
+        EXPECT_EQ(editor.Length(), 0);
+        if (!stopped)
+            return;
+        ASSERT_LT(at, 100);
     }
 }
 

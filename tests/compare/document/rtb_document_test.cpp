@@ -318,5 +318,50 @@ TEST_F(RtbDocumentTest, HighlightsTheSelection) {
     EXPECT_EQ(editor_.Selection(), (TextRange{CharPos{1}, 1}));
 }
 
+// An edit inside one paragraph that is told of leaves the same list as a new one.
+TEST(Paragraphs, FollowAnEditAsIfTheyWereBuiltAnew) {
+    std::mt19937 random(9);
+    for (int round = 0; round < 500; ++round) {
+        SCOPED_TRACE(round);
+        std::u16string text;
+        for (std::size_t line = random() % 6; line > 0; --line)
+            text += std::u16string(random() % 5, u'a') + u"\r\n";
+        text += std::u16string(random() % 5, u'a');
+        Paragraphs followed;
+        followed.Build(text);
+        // Somewhere between two breaks.
+        const std::size_t first = random() % (text.size() + 1);
+        if (first > 0 && text[first - 1] == u'\r')
+            continue;
+        const std::size_t end = std::min(text.find(u'\r', first), text.size());
+        const std::size_t removed = random() % (end - first + 1);
+        const std::u16string put(random() % 4, u'b');
+        text.replace(first, removed, put);
+        followed.Replaced(CharPos{static_cast<std::int32_t>(first)},
+                          static_cast<std::int32_t>(removed),
+                          static_cast<std::int32_t>(put.size()));
+        Paragraphs anew;
+        anew.Build(text);
+        ASSERT_EQ(followed.Count(), anew.Count());
+        for (std::int32_t number = 1; number <= anew.Count(); ++number)
+            EXPECT_EQ(followed.At(ParagraphNumber{number}), anew.At(ParagraphNumber{number}))
+                << number;
+    }
+}
+
+// What was removed with its break, or stood in it, ends where the edit ends; nothing is negative or
+// out of order.
+TEST(Paragraphs, StayInOrderWhateverIsRemoved) {
+    Paragraphs paragraphs;
+    paragraphs.Build(u"one\r\ntwo\r\nthree");
+    paragraphs.Replaced(CharPos{2}, 6, 1);
+    const std::vector<clsParagraph> expected = {
+        {CharPos{0}, CharPos{3}}, {CharPos{3}, CharPos{5}}, {CharPos{5}, CharPos{12}}};
+    for (std::int32_t number = 1; number <= 3; ++number)
+        EXPECT_EQ(paragraphs.At(ParagraphNumber{number}),
+                  expected[static_cast<std::size_t>(number - 1)])
+            << number;
+}
+
 }  // namespace
 }  // namespace zorvane
