@@ -42,7 +42,7 @@ class PairCheck {
                 return check;
             }
         }
-        const DetailCounts& counts = outcome.comparison->record_counts;
+        const DifferenceCounts& counts = outcome.comparison->record_counts;
         check.end = TextCheckEnd::Compared;
         check.changed = counts.changes;
         check.added = counts.additions;

@@ -27,7 +27,7 @@ QString PickFile(FileRequest& request, const UiText& text, QWidget* parent) {
     const bool saving = request.saving || bIsSaveTitle(FromQt(request.title), FromQt(text("save")));
     dialog.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.confirm);
     const QStringList filters = FiltersOf(request.filter);
     if (!filters.isEmpty()) {
         dialog.setNameFilters(filters);

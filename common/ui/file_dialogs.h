@@ -17,9 +17,10 @@ struct FileRequest {
     int filter_index = 1;  ///< of the pairs, from 1; in and out
     bool saving = false;   ///< also where the title says "save"
     QString start;         ///< a name or a folder; may be empty
+    bool confirm = false;  ///< asks about a file that exists
 };
 
-/// Empty when cancelled. Nothing is asked about a file that exists; whoever saves asks.
+/// Empty when cancelled. Without `confirm` whoever saves asks about a file that exists.
 QString PickFile(FileRequest& request, const UiText& text, QWidget* parent);
 /// Ends in a separator; empty when cancelled.
 QString PickFolder(const QString& start, SpecialFolders& folders, const UiText& text,

@@ -110,8 +110,12 @@ void CompareFilesPage::PrintPreview() {
 }
 
 void CompareFilesPage::SavePdf() {
-    const QString file = QFileDialog::getSaveFileName(this, text_("Save as PDF"), PdfName(),
-                                                      QStringLiteral("PDF (*.pdf)"));
+    FileRequest request{.title = text_("Save as PDF"),
+                        .filter = QStringLiteral("PDF (*.pdf)|*.pdf"),
+                        .saving = true,
+                        .start = PdfName(),
+                        .confirm = true};
+    const QString file = zorvane::PickFile(request, text_, this);
     if (file.isEmpty() || viewer_ == nullptr)
         return;
     QPrinter printer(QPrinter::HighResolution);

@@ -33,8 +33,9 @@ TEST(TextEncoding, ReadsUtf8) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(ToUtf16(row.bytes), row.text);
         EXPECT_EQ(IsValidUtf8(row.bytes), row.valid);
-        if (row.valid)
+        if (row.valid) {
             EXPECT_EQ(ToUtf8(row.text), row.bytes);
+        }
     }
     EXPECT_EQ(ToUtf8(u"a\xD800z"), "a\uFFFDz") << "an unpaired half";
 }
