@@ -1,13 +1,13 @@
 #include "app/command_line_parser.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <optional>
 
 #include "app/command_line_runs.h"
 #include "app/output_check.h"
 #include "app/settings_location.h"
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 #include "common/file_utilities.h"
 #include "common/log_message.h"
@@ -34,11 +34,7 @@ std::optional<std::int32_t> Number(std::string_view text) {
     text = Trim(text);
     if (text.starts_with('+'))
         text.remove_prefix(1);
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
+    return ParseNumber<std::int32_t>(text);
 }
 
 std::string SlashesToBackslashes(std::string path) {

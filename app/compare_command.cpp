@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "common/platform/native_path.h"
 
@@ -278,8 +279,7 @@ bool IsSlashForm(const std::vector<std::string>& arguments) {
         return !Exists(arguments.front());
     for (const std::string& argument : arguments) {
         const std::size_t colon = argument.find(":\\");
-        if (colon == 1 && ((argument[0] >= 'A' && argument[0] <= 'Z') ||
-                           (argument[0] >= 'a' && argument[0] <= 'z')))
+        if (colon == 1 && IsAsciiLetter(argument[0]))
             return true;
     }
     return false;

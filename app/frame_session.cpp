@@ -1,7 +1,6 @@
 // What the frame keeps for the next session: its place, how many viewers of each kind, the active
 // one.
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <fmt/format.h>
 #include <string_view>
@@ -9,6 +8,7 @@
 
 #include "app/main_frame.h"
 #include "app/viewer_kinds.h"
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 #include "common/log_message.h"
 #include "common/process_state.h"
@@ -23,11 +23,7 @@ constexpr std::int32_t kMostRestored = 250;
 
 template <class Number>
 Number NumberOr(const std::string& text, Number otherwise) {
-    const std::string_view trimmed = Trim(text);
-    Number number{};
-    const auto [end, error] =
-        std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), number);
-    return error == std::errc() && end == trimmed.data() + trimmed.size() ? number : otherwise;
+    return ParseNumber<Number>(Trim(text)).value_or(otherwise);
 }
 
 struct Edge {

@@ -7,18 +7,23 @@
 #include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
-#include "compare/document/rtf_reader.h"
+#include "load/file_signature.h"
 
 namespace zorvane {
 namespace {
 
 // Text takes the short road; a document is told by its bytes when its name tells nothing.
 const char* ExtensionFor(std::string_view bytes) {
-    if (LooksLikeRtf(bytes))
-        return "rtf";
-    const bool document = bytes.starts_with("PK\x03\x04") || bytes.starts_with("%PDF-") ||
-                          bytes.starts_with("\xD0\xCF\x11\xE0");
-    return document ? "document" : "txt";
+    switch (SignatureOf(bytes)) {
+        case Signature::RichText:
+            return "rtf";
+        case Signature::Package:
+        case Signature::Compound:
+        case Signature::Pdf:
+            return "document";
+        default:
+            return "txt";
+    }
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include "app/load_options.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <optional>
 
+#include "common/base/parse_number.h"
 #include "load/csv_operations.h"
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
@@ -17,11 +17,8 @@ struct NumberPair {
 };
 
 std::optional<std::int32_t> WholeNumber(std::string_view text) {
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number < 1)
-        return std::nullopt;
-    return number;
+    const auto number = ParseNumber<std::int32_t>(text);
+    return number && *number >= 1 ? number : std::nullopt;
 }
 
 // "3" or "2-5".

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <ctime>
 #include <optional>
 
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -32,11 +32,7 @@ std::optional<double> Number(std::string_view text) {
         text.remove_prefix(1);
     if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos)
         return std::nullopt;  // the library reads "nan" and "inf" too
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
+    return ParseNumber<double>(text);
 }
 
 std::string TwoDigits(std::int64_t number) {

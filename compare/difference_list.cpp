@@ -3,16 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
 namespace {
 
 constexpr std::size_t kExcerptLength = 100;
-
-bool IsHighSurrogate(char16_t unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
 
 std::int32_t LinesOf(const DifferenceRecord& record) {
     return std::max(record.OriginalCount(), record.ModifiedCount());

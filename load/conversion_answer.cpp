@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 #include <utility>
 
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -16,18 +16,9 @@ constexpr std::array<std::string_view, 3> kOfficeFormats{"docx", "xlsx", "pptx"}
 
 constexpr std::int64_t kMostPages = 10'000'000;
 
-template <class Integer>
-std::optional<Integer> WholeNumber(std::string_view text) {
-    Integer number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
-}
-
 // Errors that only the waiting side tells are none that a child may give.
 std::optional<ReadError> ErrorOf(const ConversionMessage& answer) {
-    const auto number = WholeNumber<std::int32_t>(TextOf(answer, "error"));
+    const auto number = ParseNumber<std::int32_t>(TextOf(answer, "error"));
     if (!number || *number < 0 || *number > static_cast<std::int32_t>(ReadError::NoSandbox))
         return std::nullopt;
     const auto error = static_cast<ReadError>(*number);
@@ -41,8 +32,8 @@ std::optional<AnswerPart> PartOf(std::string_view text, std::uint64_t answer_siz
     const std::size_t blank = text.find(' ');
     if (blank == std::string_view::npos)
         return std::nullopt;
-    const auto offset = WholeNumber<std::uint64_t>(text.substr(0, blank));
-    const auto length = WholeNumber<std::uint64_t>(text.substr(blank + 1));
+    const auto offset = ParseNumber<std::uint64_t>(text.substr(0, blank));
+    const auto length = ParseNumber<std::uint64_t>(text.substr(blank + 1));
     if (!offset || !length || *offset > answer_size || *length > answer_size - *offset)
         return std::nullopt;
     return AnswerPart{*offset, *length};
@@ -75,7 +66,7 @@ bool TakeParts(const ConversionMessage& answer, std::size_t count, std::uint64_t
 }
 
 bool TakeSheets(const ConversionMessage& answer, std::size_t& count, ConversionResult& result) {
-    const auto told = WholeNumber<std::size_t>(TextOf(answer, "sheets"));
+    const auto told = ParseNumber<std::size_t>(TextOf(answer, "sheets"));
     if (!told || *told > kMostSheets)
         return false;
     count = *told;
@@ -89,7 +80,7 @@ bool TakeSheets(const ConversionMessage& answer, std::size_t& count, ConversionR
 }
 
 bool TakePages(const ConversionMessage& answer, ConversionResult& result) {
-    const auto pages = WholeNumber<std::int64_t>(TextOf(answer, "pages"));
+    const auto pages = ParseNumber<std::int64_t>(TextOf(answer, "pages"));
     if (!pages || *pages < 0 || *pages > kMostPages)
         return false;
     result.pages = static_cast<std::int32_t>(*pages);

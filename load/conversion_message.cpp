@@ -4,14 +4,16 @@
 #include <charconv>
 #include <utility>
 
+#include "common/base/ascii.h"
+#include "common/base/parse_number.h"
+
 namespace zorvane {
 namespace {
 
 constexpr std::size_t kMostDigits = 6;  // of the longest value
 
 bool IsKeyCharacter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           (character >= '0' && character <= '9');
+    return IsAsciiLetter(character) || IsAsciiDigit(character);
 }
 
 bool IsKey(std::string_view text) {
@@ -117,9 +119,7 @@ std::string_view TextOf(const ConversionMessage& message, const std::string& key
 
 std::int64_t NumberOf(const ConversionMessage& message, const std::string& key) {
     const std::string_view text = TextOf(message, key);
-    std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? number : 0;
+    return ParseNumber<std::int64_t>(text).value_or(0);
 }
 
 }  // namespace zorvane

@@ -1,19 +1,16 @@
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 #include "load/csv_operations.h"
 
 namespace zorvane {
 namespace {
 
-std::optional<std::int64_t> ParseNumber(std::string_view text) {
-    std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number < 0)
-        return std::nullopt;
-    return number;
+std::optional<std::int64_t> Natural(std::string_view text) {
+    const auto number = ParseNumber<std::int64_t>(text);
+    return number && *number >= 0 ? number : std::nullopt;
 }
 
 std::optional<NumberRange> ParseItem(std::string_view item) {
@@ -22,7 +19,7 @@ std::optional<NumberRange> ParseItem(std::string_view item) {
         return NumberRange{};
     const std::size_t dash = item.find('-');
     if (dash == std::string_view::npos) {
-        const auto number = ParseNumber(item);
+        const auto number = Natural(item);
         return number ? std::optional(NumberRange{*number, *number}) : std::nullopt;
     }
     const std::string_view left = Trim(item.substr(0, dash));
@@ -31,13 +28,13 @@ std::optional<NumberRange> ParseItem(std::string_view item) {
     if (left.empty() && right.empty())
         return std::nullopt;
     if (!left.empty()) {
-        const auto number = ParseNumber(left);
+        const auto number = Natural(left);
         if (!number)
             return std::nullopt;
         range.first = *number;
     }
     if (!right.empty()) {
-        const auto number = ParseNumber(right);
+        const auto number = Natural(right);
         if (!number)
             return std::nullopt;
         range.last = *number;

@@ -138,13 +138,14 @@ bool DocumentLoader::IsAsItWasLoaded(Side side, const std::string& sFile, Reload
 
 void DocumentLoader::Expect(Side side, const std::string& sFile, Reload reload) {
     service_.SetInSandbox(!parts_.process.bWithoutSandbox);
-    if (!bFileExists(sFile) || IsSpreadsheetName(sFile) || IsAsItWasLoaded(side, sFile, reload))
+    if (!bFileExists(sFile) || IsAsItWasLoaded(side, sFile, reload))
         return;
-    if (TakesWordRoad(sFile)) {
+    const LoadRoad road = TypeOf(sFile).road;
+    if (road == LoadRoad::Word) {
         const bool plain = parts_.options.bRemoveFormatting.Data();
         word_.TakePasswords(PasswordsOf(parts_.options, side));
         page_.Expect(sFile, plain ? WordFormat::PlainText : WordFormat::RichText);
-    } else if (ExtensionContains(sFile, "PDF") && !parts_.settings.bDoQuickTextExtraction &&
+    } else if (road == LoadRoad::Pdf && !parts_.settings.bDoQuickTextExtraction &&
                !parts_.settings.bBCLUsingPageRange) {
         EasyConverter(service_, parts_.settings, {})
             .Expect(sFile, parts_.settings.sBCLPasswordUser);
@@ -159,13 +160,14 @@ bool DocumentLoader::LoadFileIntoEditor(const std::string& sFile, EditorTarget t
         LogMessage(parts_.telling, "Unable to load file. Filename empty");
         return false;
     }
+    const SideType type = TypeOf(sFile);
     std::optional<std::string> bytes =
-        IsSide(target) ? ConvertFileIfNecessary(sFile, SideOf(target)) : ReadForView(sFile);
+        IsSide(target) ? ConvertFileIfNecessary(sFile, type, SideOf(target)) : ReadForView(sFile);
     if (!bytes)
         return false;
     if (IsSide(target))
         RememberFile(SideOf(target), sFile);
-    FillEditor(sFile, std::move(*bytes), target);
+    FillEditor(sFile, type, std::move(*bytes), target);
     return KeepGoing();
 }
 
@@ -181,25 +183,26 @@ std::u16string DocumentLoader::Decode(const std::string& bytes) const {
 }
 
 // As it was decoded, in no format yet.
-RichText DocumentLoader::PlainText(const std::string& sFile, const std::string& bytes,
+RichText DocumentLoader::PlainText(const SideType& type, const std::string& bytes,
                                    bool remove_blank_lines, std::vector<BesideItem>& beside) const {
     RichText text;
     if (KeepGoing())
         text.text = Decode(bytes);
     if (remove_blank_lines && KeepGoing())
-        RemoveBlankLines(sFile, text.text, beside);
+        RemoveBlankLines(type, text.text, beside);
     return text;
 }
 
-void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, EditorTarget target) {
+void DocumentLoader::FillEditor(const std::string& sFile, const SideType& type, std::string bytes,
+                                EditorTarget target) {
     clsCompareFileOptions& options = parts_.options;
     const bool side = IsSide(target);
-    const bool spreadsheet = IsSpreadsheetName(sFile);
+    const bool spreadsheet = type.IsSheets();
     const bool remove_blank_lines = side && options.bRemoveBlankLines.Data();
     if (remove_blank_lines && spreadsheet)
         options.bRemoveFormatting.SetData(true);
     const bool plain = options.bRemoveFormatting.Data();
-    bLoadedAsPlainText = plain || (IsComparedAsText(sFile) && !TakesWordRoad(sFile));
+    bLoadedAsPlainText = plain || type.as_text;
     clsRTBDocument& document = parts_.document(target);
     const ProgrammeEdit load(document.RichTB());
     std::vector<BesideItem> unused;
@@ -210,7 +213,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
     if (rich && side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
         RewriteRichText(sFile, bytes);
     RichText text = rich ? ReadRtf(bytes, beside, parts_.watcher)
-                         : PlainText(sFile, bytes, remove_blank_lines, beside);
+                         : PlainText(type, bytes, remove_blank_lines, beside);
     if (!KeepGoing())
         return;
     std::string().swap(bytes);  // a text can be large
@@ -219,7 +222,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, std::string bytes, Edi
         RemoveEmptyParagraphs(text);
     }
     if (side)
-        TakeNoText(sFile, text.text, SideOf(target));
+        TakeNoText(sFile, type, text.text, SideOf(target));
     if (!rich)
         text = RichText::PlainFrom(std::move(text.text), document.RichTB().DefaultFormat());
     if (!KeepGoing())
@@ -253,9 +256,9 @@ void DocumentLoader::RewriteRichText(const std::string& sFile, std::string& byte
     DeleteFileWithRetry(*process.platform.clock, temp_file);
 }
 
-void DocumentLoader::RemoveBlankLines(const std::string& sFile, std::u16string& text,
+void DocumentLoader::RemoveBlankLines(const SideType& type, std::u16string& text,
                                       std::vector<BesideItem>& beside) const {
-    if (IsSpreadsheetName(sFile)) {
+    if (type.IsSheets()) {
         text = NormalizeBreaks(ToUtf16(csvRemoveEmptyLines(ToUtf8(text), {{}, parts_.watcher})));
         return;
     }
@@ -357,38 +360,33 @@ std::optional<std::string> DocumentLoader::ReadText(const std::string& sFile) {
     return bytes;
 }
 
-// A file whose name says nothing is read as what it holds, so that no document shows as bytes.
-std::optional<std::string> DocumentLoader::ReadUnknown(const std::string& sFile, Side side) {
-    constexpr std::size_t kHead = 1024;
-    if (const Result<std::string> head = ReadFileHead(sFile, kHead); head.ok()) {
-        if (head.value().find("%PDF-") != std::string::npos)
-            return ConvertPdf(sFile, side);
-        if (head.value().starts_with("PK\x03\x04") || head.value().starts_with("\xD0\xCF\x11\xE0"))
+std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFile,
+                                                         const SideType& type, Side side) {
+    switch (type.road) {
+        case LoadRoad::Sheets:
+            return PrepareSpreadsheet(sFile, side);
+        case LoadRoad::Word:
             return ConvertWord(sFile, PasswordsOf(parts_.options, side));
+        case LoadRoad::Pdf:
+            return ConvertPdf(sFile, side);
+        case LoadRoad::Slides:
+            return PrepareSlides(sFile, side);
+        case LoadRoad::Text:
+            return ReadText(sFile);
+        case LoadRoad::AsItIs:
+            return Read(sFile);
     }
-    return Read(sFile);
-}
-
-std::optional<std::string> DocumentLoader::RunConversion(const std::string& sFile, Side side) {
-    if (IsSpreadsheetName(sFile))
-        return PrepareSpreadsheet(sFile, side);
-    if (TakesWordRoad(sFile))
-        return ConvertWord(sFile, PasswordsOf(parts_.options, side));
-    if (ExtensionContains(sFile, "PDF"))
-        return ConvertPdf(sFile, side);
-    if (IsSlidesName(sFile) && !IsTranslationSource(sFile))
-        return PrepareSlides(sFile, side);
-    return IsComparedAsText(sFile) ? ReadText(sFile) : ReadUnknown(sFile, side);
+    return std::nullopt;
 }
 
 std::optional<std::string> DocumentLoader::ConvertFileIfNecessary(const std::string& sFile,
-                                                                  Side side) {
+                                                                  const SideType& type, Side side) {
     bSpaceAddedToTextFile = false;
     kept_.bSlidesFailed[side] = false;
     service_.TakeBeside();  // of another load
     std::optional<std::string> bytes = parts_.telling.manner.bTellsPlainly
-                                           ? RunTellingPlainly(sFile, side)
-                                           : RunConversion(sFile, side);
+                                           ? RunTellingPlainly(sFile, type, side)
+                                           : RunConversion(sFile, type, side);
     kept_.beside[side] = DecodeBesideList(service_.TakeBeside());
     if (!bytes)
         kept_.bForceReload = {true, true};

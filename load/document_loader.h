@@ -117,7 +117,8 @@ class DocumentLoader {
     /// The bytes of an RTF or text file that stands for `sFile` in an editor; what needs no
     /// conversion is read once, so that a pipe serves too. Nothing after a failure, which has been
     /// reported and makes the next load of both sides a full one.
-    std::optional<std::string> ConvertFileIfNecessary(const std::string& sFile, Side side);
+    std::optional<std::string> ConvertFileIfNecessary(const std::string& sFile,
+                                                      const SideType& type, Side side);
 
     // Advice that is given once in a user's life, before a reload.
     void WarnIfPPTAndRetainingFormatting(const PerSide<std::string>& files);
@@ -140,10 +141,12 @@ class DocumentLoader {
     std::optional<LoadedFileIdentity> IdentityOf(const std::string& sFile) const;
     void RememberFile(Side side, const std::string& sFile);
     std::optional<std::string> ReadForView(const std::string& sFile);
-    RichText PlainText(const std::string& sFile, const std::string& bytes, bool remove_blank_lines,
+    RichText PlainText(const SideType& type, const std::string& bytes, bool remove_blank_lines,
                        std::vector<BesideItem>& beside) const;
-    void FillEditor(const std::string& sFile, std::string bytes, EditorTarget target);
-    void TakeNoText(const std::string& sFile, std::u16string_view text, Side side);
+    void FillEditor(const std::string& sFile, const SideType& type, std::string bytes,
+                    EditorTarget target);
+    void TakeNoText(const std::string& sFile, const SideType& type, std::u16string_view text,
+                    Side side);
     void RewriteRichText(const std::string& sFile, std::string& bytes);
     std::u16string Decode(const std::string& bytes) const;
     std::optional<std::string> ConvertWord(const std::string& sFile,
@@ -156,17 +159,14 @@ class DocumentLoader {
     StreamWait Wait() const;
     std::optional<std::string> Read(const std::string& sFile);
     std::optional<std::string> ReadText(const std::string& sFile);
-    std::optional<std::string> ReadUnknown(const std::string& sFile, Side side);
-    std::optional<std::string> RunTellingPlainly(const std::string& sFile, Side side);
-    std::optional<std::string> RunConversion(const std::string& sFile, Side side);
-    bool TakesWordRoad(const std::string& sFile) const {
-        return zorvane::TakesWordRoad(sFile, parts_.options, parts_.TextFileExtensions);
+    std::optional<std::string> RunTellingPlainly(const std::string& sFile, const SideType& type,
+                                                 Side side);
+    std::optional<std::string> RunConversion(const std::string& sFile, const SideType& type,
+                                             Side side);
+    SideType TypeOf(const std::string& sFile) const {
+        return TypeOfSide(sFile, parts_.options, parts_.TextFileExtensions);
     }
-    bool IsComparedAsText(const std::string& sFile) const {
-        return IsSourceCode(sFile) || IsTranslationSource(sFile) ||
-               bIsFileText(sFile, parts_.TextFileExtensions);
-    }
-    void RemoveBlankLines(const std::string& sFile, std::u16string& text,
+    void RemoveBlankLines(const SideType& type, std::u16string& text,
                           std::vector<BesideItem>& beside) const;
     void LogFailure(std::string_view text, const std::string& sFile, const std::string& reason);
     void Advise(bool& warned, const std::string& question, const std::string& done_text);

@@ -26,36 +26,6 @@ constexpr TextRow kTexts[] = {
     {0x8005000E, "User stopped process"},
 };
 
-EasyError ErrorOf(ReadError error) {
-    switch (error) {
-        case ReadError::None:
-            return EasyError::None;
-        case ReadError::PasswordNeeded:
-        case ReadError::Unsupported:
-            return EasyError::NoPermission;
-        case ReadError::NotStarted:
-            return EasyError::NoLibrary;
-        case ReadError::CannotWrite:
-            return EasyError::CannotCreateOutput;
-        case ReadError::TooLarge:
-            return EasyError::OutOfMemory;
-        case ReadError::TimedOut:
-            return EasyError::TimedOut;
-        case ReadError::Cancelled:
-            return EasyError::Stopped;
-        case ReadError::Crashed:
-            return EasyError::Internal;
-        case ReadError::CannotOpen:
-        case ReadError::WrongFormat:
-        case ReadError::Damaged:
-            return EasyError::CannotOpenInput;
-        case ReadError::NeedsOffice:
-        case ReadError::NoSandbox:
-            break;
-    }
-    return EasyError::Conversion;
-}
-
 std::string Flag(bool value) {
     return value ? "1" : "0";
 }
@@ -81,7 +51,7 @@ ConversionMessage EasyConverter::Job(const char* kind, const std::string& sFile,
 
 EasyError EasyConverter::Take(const ConversionResult& result, const std::string& sFile) {
     detail_ = Explain(result, sFile);
-    return ErrorOf(result.error);
+    return CodesOf(result.error).easy;
 }
 
 EasyError EasyConverter::CountPages(const std::string& sFile, const std::string& sPassword,

@@ -4,25 +4,11 @@
 #include <cstdint>
 #include <string>
 
+#include "load/contract_codes.h"
 #include "load/conversion_service.h"
 #include "options/compare_files_settings.h"
 
 namespace zorvane {
-
-/// Error numbers of a conversion.
-enum class EasyError : std::uint32_t {
-    None = 0,
-    BadPageRange = 0xFFFFFFFC,  ///< -4
-    Conversion = 0x8004FFFF,
-    NoLibrary = 0x80050000,
-    NoPermission = 0x80050001,
-    CannotCreateOutput = 0x80050002,
-    CannotOpenInput = 0x80050003,
-    Internal = 0x80050006,
-    OutOfMemory = 0x80050007,
-    TimedOut = 0x80050008,
-    Stopped = 0x8005000E
-};
 
 class EasyConverter {
   public:

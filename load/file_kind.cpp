@@ -9,19 +9,7 @@
 namespace zorvane {
 namespace {
 
-struct KindRow {
-    std::string_view parts;
-    FileKind kind;
-};
-// In the order of the tests: the first that the extension contains counts.
-constexpr KindRow kKinds[] = {
-    {"XLS XLT ODS OTS", FileKind::Spreadsheet}, {"CSV", FileKind::CommaDelimited},
-    {"JHTM XHTM PHP HTML HTM", FileKind::Html}, {"XML", FileKind::Xml},
-    {kWordExtensions, FileKind::WordProcessor}, {"PDF", FileKind::Pdf},
-    {"PPT PPS POT ODP OTP", FileKind::Slides},
-};
-constexpr std::string_view kTextExtensions =
-    " TXT CPP C FRM BAS MOD LOG CSV TSV VB VBS PHP JS ASP RPF ";
+constexpr std::string_view kTextOnOtherRoads = " CSV PHP ";
 constexpr std::string_view kExcelExtensions = " XLS XLSX XLSM XLSB ";
 
 bool IsOneOf(const std::string& extension, std::string_view list) {
@@ -33,60 +21,83 @@ bool HasDot(std::string_view sFile) {
     return FileNameOf(sFile).find('.') != std::string_view::npos;
 }
 
-}  // namespace
-
-std::string UpperExtension(std::string_view sFile) {
-    return ToUpper(Trim(ExtensionOf(sFile)));
+// Of what is no regular file nothing may be read in advance: it counts as bytes that tell nothing.
+Signature SignatureOfFile(const std::string& sFile) {
+    const Result<std::string> head = ReadFileHead(sFile, kSignatureReach);
+    return head.ok() ? SignatureOf(head.value()) : Signature::Binary;
 }
 
-bool ExtensionContains(std::string_view sFile, std::string_view parts) {
-    const std::string extension = UpperExtension(sFile);
-    while (!parts.empty()) {
-        const std::size_t end = parts.find(' ');
-        if (extension.find(parts.substr(0, end)) != std::string::npos)
+bool IsText(Signature signature) {
+    return signature == Signature::Text || signature == Signature::Utf16Text ||
+           signature == Signature::Markup;
+}
+
+bool IsTaken(const FileType& type, const std::string& sFile, const clsCompareFileOptions& options) {
+    switch (type.when) {
+        case RoadWhen::Always:
             return true;
-        parts.remove_prefix(end == std::string_view::npos ? parts.size() : end + 1);
+        case RoadWhen::FormattingGoes:
+            return options.bRemoveFormatting.Data();
+        case RoadWhen::UnlessSource:
+            return !options.bHTMLCompareSource.Data();
+        case RoadWhen::BytesAreText:
+            return IsText(SignatureOfFile(sFile));
     }
     return false;
 }
 
-bool IsRenderedText(std::string_view sFile) {
-    return IsOneOf(UpperExtension(sFile), " MD MARKDOWN EML MHT ");
+// So that no document shows as bytes.
+LoadRoad RoadByContent(const std::string& sFile) {
+    switch (SignatureOfFile(sFile)) {
+        case Signature::Pdf:
+            return LoadRoad::Pdf;
+        case Signature::Package:
+        case Signature::Compound:
+            return LoadRoad::Word;
+        default:
+            return LoadRoad::AsItIs;
+    }
 }
 
-bool IsSourceCode(std::string_view sFile) {
-    return ExtensionContains(sFile, "PHP PHTM") ||
-           IsOneOf(UpperExtension(sFile), " CSHTML VBHTML RHTML TMPL ASCX ");
+// A text of the user's takes no word processor's road, but that of sheets, PDF and slides.
+const FileType* TakenRow(const std::string& sFile, const clsCompareFileOptions& options,
+                         bool is_text) {
+    const std::string extension = UpperExtension(sFile);
+    for (const FileType& type : FileTypes()) {
+        if (type.Matches(extension) && !(is_text && type.road == LoadRoad::Word) &&
+            IsTaken(type, sFile, options))
+            return &type;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+SideType TypeOfSide(const std::string& sFile, const clsCompareFileOptions& options,
+                    const clsMRU& extensions) {
+    const bool is_text = bIsFileText(sFile, extensions);
+    SideType side;
+    side.type = TakenRow(sFile, options, is_text);
+    if (side.type != nullptr)
+        side.road = side.type->road;
+    else
+        side.road = is_text ? LoadRoad::Text : RoadByContent(sFile);
+    // The name of a web document that a word processor opens says so in the middle.
+    if (!side.IsSheets() && sFile.find("=Word") != std::string::npos)
+        side.road = LoadRoad::Word;
+    side.as_text = side.road == LoadRoad::Text || (is_text && side.road != LoadRoad::Word);
+    if (side.type == nullptr)
+        side.type = TypeNamed(sFile);
+    return side;
 }
 
 bool bIsFileText(std::string_view sFile, const clsMRU& extensions) {
     if (!HasDot(sFile))
         return false;
     const std::string extension = UpperExtension(sFile);
-    return IsOneOf(extension, kTextExtensions) || extensions.bItemExistsInMRU(extension, true);
-}
-
-bool IsTranslationSource(const std::string& sFile) {
-    constexpr std::size_t kHead = 4096;
-    if (UpperExtension(sFile) != "POT")
-        return false;
-    const Result<std::string> head = ReadFileHead(sFile, kHead);
-    return head.ok() && head.value().find('\0') == std::string::npos &&
-           !head.value().starts_with("PK");
-}
-
-bool TakesWordRoad(const std::string& sFile, const clsCompareFileOptions& options,
-                   const clsMRU& extensions) {
-    if (sFile.find("=Word") != std::string::npos)
-        return true;
-    if (IsSourceCode(sFile) || bIsFileText(sFile, extensions))
-        return false;
-    if (options.bRemoveFormatting.Data() && ExtensionContains(sFile, "RTF"))
-        return true;
-    if (!options.bHTMLCompareSource.Data() &&
-        (IsRenderedText(sFile) || ExtensionContains(sFile, "JHTM XHTM XML HTML HTM")))
-        return true;
-    return ExtensionContains(sFile, kWordExtensions);
+    const FileType* type = TypeNamed(sFile);
+    return (type != nullptr && type->kind == FileKind::Text) ||
+           IsOneOf(extension, kTextOnOtherRoads) || extensions.bItemExistsInMRU(extension, true);
 }
 
 bool bIsFileTextOrExcel(std::string_view sFile, const clsMRU& extensions) {
@@ -107,14 +118,17 @@ bool IsFileUnicode(const std::string& sFile) {
 FileKind lFileType(const std::string& sFile, bool bRemoveFormatting, const clsMRU& extensions) {
     if (!HasDot(sFile))
         return FileKind::Other;
-    for (const KindRow& row : kKinds) {
-        const bool rich_text = row.kind == FileKind::WordProcessor && bRemoveFormatting &&
-                               ExtensionContains(sFile, "RTF");
-        if (rich_text || ExtensionContains(sFile, row.parts))
-            return row.kind;
+    const std::string extension = UpperExtension(sFile);
+    const bool is_text = bIsFileText(sFile, extensions);
+    for (const FileType& type : FileTypes()) {
+        // Markdown and messages are pages only where the user doesn't call them text.
+        const bool own_text = is_text && type.test == NameTest::Equals;
+        const bool stays_rich = type.when == RoadWhen::FormattingGoes && !bRemoveFormatting;
+        if (type.kind != FileKind::Text && !own_text && !stays_rich && type.Matches(extension))
+            return type.kind;
     }
-    if (!bIsFileText(sFile, extensions))
-        return IsRenderedText(sFile) ? FileKind::Html : FileKind::Other;
+    if (!is_text)
+        return FileKind::Other;
     return IsFileUnicode(sFile) ? FileKind::UnicodeText : FileKind::Text;
 }
 

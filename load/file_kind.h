@@ -1,53 +1,33 @@
-// What kind of file a name denotes.
+// What kind of file a name denotes, and what a side of a compare therefore is.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "load/file_types.h"
 
 namespace zorvane {
 
 class clsCompareFileOptions;
 class clsMRU;
 
-/// The codes are those that the viewer's options button knows.
-enum class FileKind : std::int32_t {
-    Spreadsheet = -4143,
-    CommaDelimited = 6,
-    UnicodeText = 21,
-    Text = 42,
-    Html = 44,
-    Xml = 46,
-    WordProcessor = 10001,
-    Slides = 10002,
-    Pdf = 10003,
-    Other = 10000
+/// What one side is: decided once, when its file enters a load, and carried from there.
+struct SideType {
+    const FileType* type = nullptr;  ///< the row of its name; nullptr: no row
+    LoadRoad road = LoadRoad::AsItIs;
+    bool as_text = false;  ///< shown letter by letter, whatever it holds
+
+    bool IsSheets() const { return road == LoadRoad::Sheets; }
+    /// A page, a message or the like, of whose letters people see others.
+    bool IsRendered() const { return type != nullptr && type->form != TextForm::None; }
 };
 
-/// The extension in upper case: what follows the last "." of the file's own name; empty without
-/// one.
-std::string UpperExtension(std::string_view sFile);
-/// True when the extension contains any of `parts`, which are in upper case and separated by
-/// blanks. So "XLS" also takes XLSX.
-bool ExtensionContains(std::string_view sFile, std::string_view parts);
+/// By the name; by the first bytes where the name says nothing or they must agree. `extensions` are
+/// the user's own text extensions.
+SideType TypeOfSide(const std::string& sFile, const clsCompareFileOptions& options,
+                    const clsMRU& extensions);
 
-/// What a word processor opens, as `ExtensionContains` wants it.
-inline constexpr std::string_view kWordExtensions =
-    "ODT BK TMP DOT REG WPD WPS MCW ANS ASC DOC OTT EPUB";
-/// Text that is rendered like a web page unless its source is asked for: Markdown, e-mail.
-bool IsRenderedText(std::string_view sFile);
-/// Source code whose name or look is near that of a web page or document: it is compared as text,
-/// since a page made from it would hide most of it.
-bool IsSourceCode(std::string_view sFile);
-
-/// A list of texts to translate, whose extension is that of a template of slides: told by its
-/// bytes.
-bool IsTranslationSource(const std::string& sFile);
-/// Documents that a word processor opens, and web pages and XML while their source isn't asked for.
-bool TakesWordRoad(const std::string& sFile, const clsCompareFileOptions& options,
-                   const clsMRU& extensions);
-
-/// `extensions` are the user's own text extensions. A text file is told to be Unicode by its bytes.
+/// The code of the viewer's options button. A text file is told to be Unicode by its bytes.
 FileKind lFileType(const std::string& sFile, bool bRemoveFormatting, const clsMRU& extensions);
 /// By equality, not by containment.
 bool bIsFileText(std::string_view sFile, const clsMRU& extensions);

@@ -63,19 +63,21 @@ bool DocumentLoader::ReportMissing(const std::string& sFile) {
     return false;
 }
 
-void DocumentLoader::TakeNoText(const std::string& sFile, std::u16string_view text, Side side) {
+void DocumentLoader::TakeNoText(const std::string& sFile, const SideType& type,
+                                std::u16string_view text, Side side) {
     kept_.sNoText[side].clear();
     if (!kept_.bSlidesFailed[side])  // that has been told already
-        kept_.sNoText[side] = WhyNoText(
-            {sFile, ShownName(parts_.telling, sFile), text, parts_.options, parts_.settings, side});
+        kept_.sNoText[side] = WhyNoText({type, ShownName(parts_.telling, sFile), sFile, text,
+                                         parts_.options, parts_.settings, side});
 }
 
 // What is wrong is told once, by the file's name, and not by the steps that found it.
-std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& sFile, Side side) {
+std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& sFile,
+                                                             const SideType& type, Side side) {
     service_.ForgetFailures();
     system_reason_.clear();
     MessageHold hold(parts_.telling);
-    std::optional<std::string> bytes = RunConversion(sFile, side);
+    std::optional<std::string> bytes = RunConversion(sFile, type, side);
     const bool failed = !bytes || kept_.bSlidesFailed[side];
     std::string reason = service_.FirstFailure();
     if (!failed && (reason.empty() || hold.Empty())) {

@@ -4,9 +4,6 @@
 
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
-#include "load/file_kind.h"
-#include "load/spreadsheet_preparation.h"
-#include "load/trellis_slide.h"
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
 
@@ -87,7 +84,7 @@ std::string InSheets(const LoadedText& loaded) {
                 : rows          ? "rows; choose others with --rows"
                                 : "columns; choose others with --columns");
     }
-    if (ExtensionContains(loaded.file, "CSV"))
+    if (loaded.type.type != nullptr && loaded.type.type->kind == FileKind::CommaDelimited)
         return {};  // commas alone: an empty table
     const std::string sheets =
         (original ? options.sExcelSheetNumberMaster : options.sExcelSheetNumberSource).Data();
@@ -96,7 +93,7 @@ std::string InSheets(const LoadedText& loaded) {
 }
 
 std::string InDocument(const LoadedText& loaded) {
-    if (IsRenderedText(loaded.file) || ExtensionContains(loaded.file, "HTM XML"))
+    if (loaded.type.IsRendered())
         return "no text was found in what it shows; --source compares its source";
     return "no text was found in it; what it holds may be pictures";
 }
@@ -104,15 +101,15 @@ std::string InDocument(const LoadedText& loaded) {
 }  // namespace
 
 std::string WhyNoText(const LoadedText& loaded) {
-    const bool sheets = IsSpreadsheetName(loaded.file);
+    const bool sheets = loaded.type.IsSheets();
     if (!(sheets ? IsBlankSheets(loaded.text) : IsBlank(loaded.text)) || HoldsNothing(loaded.file))
         return {};
     std::string reason;
     if (sheets)
         reason = InSheets(loaded);
-    else if (ExtensionContains(loaded.file, "PDF"))
+    else if (loaded.type.road == LoadRoad::Pdf)
         reason = InPages(loaded);
-    else if (IsSlidesName(loaded.file))
+    else if (loaded.type.road == LoadRoad::Slides)
         reason = InSlides(loaded);
     else
         reason = InDocument(loaded);

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "common/base/side.h"
+#include "load/file_kind.h"
 
 namespace zorvane {
 
@@ -14,8 +15,9 @@ struct CompareFilesSettings;
 
 /// What was asked of a file, and what came of it.
 struct LoadedText {
-    const std::string& file;
+    const SideType& type;
     std::string_view shown_name;
+    const std::string& file;
     std::u16string_view text;
     const clsCompareFileOptions& options;
     const CompareFilesSettings& settings;

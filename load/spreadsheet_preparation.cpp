@@ -6,23 +6,16 @@
 #include "common/log_message.h"
 #include "common/platform/files.h"
 #include "common/process_state.h"
-#include "load/file_kind.h"
+#include "load/file_types.h"
 
 namespace zorvane {
 namespace {
-
-// OpenDocument sheets and templates take the road of the workbooks that they stand for.
-constexpr std::string_view kWorkbooks = "XLS XLT ODS OTS";
 
 ConversionObserver Quietly(const LoadContext& context) {
     return [&context](std::int32_t) { return context.KeepGoing(); };
 }
 
 }  // namespace
-
-bool IsSpreadsheetName(std::string_view sFile) {
-    return ExtensionContains(sFile, "CSV") || ExtensionContains(sFile, kWorkbooks);
-}
 
 SpreadsheetPreparation::SpreadsheetPreparation(LoadContext& context)
     : context_(context),
@@ -67,10 +60,11 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparing(const std::string& sF
                                                            const std::string& sTempFile,
                                                            Side side) {
     const ScopedNamedMutex lock(*context_.process.platform.mutexes, "Zorvane_Global_Mutex");
-    if (!ExtensionContains(sFile, kWorkbooks))
+    const FileType* type = TypeNamed(sFile);
+    if (type == nullptr || type->kind != FileKind::Spreadsheet)
         return PrepareCommaDelimited(sFile, sTempFile, side);
     const bool installed = grid_.ExcelIsInstalled();
-    if (ExtensionContains(sFile, "XLSB")) {
+    if (type->needs_office) {
         if (!installed) {
             LogLoadFailure(context_.process.Translate("Please install correct version of Excel."),
                            sFile);

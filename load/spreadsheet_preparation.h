@@ -51,7 +51,4 @@ class SpreadsheetPreparation {
     ConversionObserver observer_;
 };
 
-/// True for the names that take this road: workbooks and comma-delimited text.
-bool IsSpreadsheetName(std::string_view sFile);
-
 }  // namespace zorvane

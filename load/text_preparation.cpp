@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <chrono>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "common/log_message.h"
 #include "common/platform/files.h"
 #include "common/platform/services.h"
 #include "common/process_state.h"
 #include "compare/document/rtf_reader.h"
-#include "load/file_kind.h"
+#include "load/file_types.h"
 #include "options/compare_file_options.h"
 #include "options/recent_items.h"
 
@@ -205,8 +206,7 @@ bool bIsValidExtension(std::string& sText, const clsMRU& extensions) {
     sText = std::string(Trim(sText));
     std::erase_if(sText, [](char character) { return character == '-' || character == '_'; });
     const bool letters = std::all_of(sText.begin(), sText.end(), [](char character) {
-        return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
-               (character >= 'a' && character <= 'z');
+        return IsAsciiDigit(character) || IsAsciiLetter(character);
     });
     return !sText.empty() && letters && !extensions.bItemExistsInMRU(sText, true);
 }

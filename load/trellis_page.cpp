@@ -7,38 +7,24 @@
 #include "common/platform/files.h"
 #include "compare/document/clipboard.h"
 #include "compare/document/rtf_reader.h"
-#include "load/file_kind.h"
+#include "load/file_types.h"
 
 namespace zorvane {
 namespace {
 
-// Names of documents that are text to look at and still not shown as such.
-constexpr std::string_view kMarkup = "HTM XML MD MARKDOWN EML MHT";
-
-bool BeginsWithTag(std::string_view bytes) {
-    if (bytes.starts_with("\xEF\xBB\xBF"))
-        bytes.remove_prefix(3);
-    bytes = Trim(bytes.substr(0, 4096));
-    return bytes.starts_with('<');
-}
-
-constexpr std::size_t kHead = std::size_t{64} * 1024;  // bytes that tell what a file holds
-
 // RTF and text are ours and safe to read here; the rest is for the other program.
 bool IsReadHere(std::string_view bytes, const std::string& sFile) {
-    if (LooksLikeRtf(bytes))
+    const Signature signature = SignatureOf(bytes);
+    if (signature == Signature::RichText)
         return true;
-    if (ExtensionContains(sFile, kMarkup) || bytes.starts_with("PK\x03\x04") ||
-        bytes.substr(0, 1024).find("%PDF-") != std::string_view::npos)
-        return false;
-    if (LooksLikeUtf16(bytes))
-        return true;
-    return bytes.substr(0, kHead).find('\0') == std::string_view::npos && !BeginsWithTag(bytes);
+    const FileType* type = TypeNamed(sFile);
+    const bool rendered = type != nullptr && type->form != TextForm::None;
+    return !rendered && (signature == Signature::Text || signature == Signature::Utf16Text);
 }
 
 // False for what is no regular file: of a pipe nothing may be read in advance.
 bool IsForeign(const std::string& sFile) {
-    const Result<std::string> head = ReadFileHead(sFile, kHead);
+    const Result<std::string> head = ReadFileHead(sFile, kSignatureReach);
     return head.ok() && !IsReadHere(head.value(), sFile);
 }
 
@@ -71,22 +57,6 @@ std::string TextIn(std::string bytes, WordFormat format, const std::string& loca
     if (LooksLikeRtf(bytes))
         return format == WordFormat::RichText ? std::move(bytes) : PlainOfRtf(bytes, beside);
     return ToUtf8(DecodeText(bytes, DetectEncoding(bytes, locale)));
-}
-
-WordResult WordResultOf(ReadError error) {
-    switch (error) {
-        case ReadError::None:
-            return WordResult::Ok;
-        case ReadError::CannotOpen:
-        case ReadError::WrongFormat:
-            return WordResult::SourceInvalid;
-        case ReadError::NeedsOffice:
-            return WordResult::NotInstalled;
-        case ReadError::PasswordNeeded:
-            return WordResult::Protected;
-        default:
-            return WordResult::Other;
-    }
 }
 
 }  // namespace
@@ -159,7 +129,7 @@ WordResult NativeTrellisPage::OpenWordSaveAs(const std::string& sFile, const std
                                         ? SaveAsDocument(sFile, sTarget)
                                         : Convert(sFile, sTarget, lFormat);
     error_ = Explain(result, sFile);
-    return WordResultOf(result.error);
+    return CodesOf(result.error).page;
 }
 
 }  // namespace zorvane

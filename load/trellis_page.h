@@ -5,19 +5,10 @@
 #include <cstdint>
 #include <string>
 
+#include "load/contract_codes.h"
 #include "load/conversion_service.h"
 
 namespace zorvane {
-
-/// Results of `OpenWordSaveAs`.
-enum class WordResult : std::int32_t {
-    Ok = 0,
-    SourceInvalid = -2,
-    NotInstalled = -3,  ///< nothing here reads the format
-    PathEmpty = -8,
-    Protected = -9,
-    Other = -10  ///< `ErrorString` tells
-};
 
 /// Target formats of `OpenWordSaveAs`.
 enum class WordFormat : std::int32_t { Document = 0, PlainText = 2, RichText = 6, Html = 8 };

@@ -3,24 +3,6 @@
 namespace zorvane {
 namespace {
 
-std::int32_t CodeOf(ReadError error) {
-    switch (error) {
-        case ReadError::None:
-            return 0;
-        case ReadError::Unsupported:
-            return -8;
-        case ReadError::PasswordNeeded:
-            return -7;
-        case ReadError::Damaged:
-        case ReadError::Crashed:
-        case ReadError::TooLarge:
-        case ReadError::TimedOut:
-            return -6;
-        default:
-            return -2;
-    }
-}
-
 constexpr std::string_view kChangePassword =
     "Change password in the 'Compare Options' tab, then 'PDF' tab item.";
 
@@ -41,15 +23,14 @@ ConversionMessage TrellisPort::Job(const char* kind) const {
 std::int32_t TrellisPort::Take(const ConversionResult& result) {
     detail_ = Explain(result, InputFile);
     cancelled_ = result.error == ReadError::Cancelled;
-    return CodeOf(result.error);
+    return static_cast<std::int32_t>(CodesOf(result.error).port);
 }
 
 std::int32_t TrellisPort::GetNumberOfPages() {
-    constexpr std::int32_t kNoCatalog = -5;
     const ConversionResult result = service_.Run(Job("pdfpages"), observer_);
     if (const std::int32_t code = Take(result); code != 0)
         return code;
-    return result.pages > 0 ? result.pages : kNoCatalog;
+    return result.pages > 0 ? result.pages : static_cast<std::int32_t>(PortError::NoPages);
 }
 
 std::int32_t TrellisPort::ConvertPDFToFile() {
@@ -57,18 +38,18 @@ std::int32_t TrellisPort::ConvertPDFToFile() {
 }
 
 std::string ReportTrellisPortError(std::int32_t lCode) {
-    switch (lCode) {
-        case -8:
+    switch (static_cast<PortError>(lCode)) {
+        case PortError::NoPermission:
             return "TPORT: User does not have permission to read\n\n" +
                    std::string(kChangePassword);
-        case -7:
+        case PortError::PasswordNeeded:
             return "TPORT: File is encrypted and password was incorrect or not supplied\n\n. " +
                    std::string(kChangePassword);
-        case -6:
+        case PortError::Damaged:
             return "TPORT: PDF File is damaged";
-        case -5:
+        case PortError::NoPages:
             return "TPORT: Couldn't read the page catalog";
-        case -2:
+        case PortError::CannotOpen:
             return "TPORT: File is invalid or could not open";
         default:
             return {};

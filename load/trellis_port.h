@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "load/contract_codes.h"
 #include "load/conversion_service.h"
 
 namespace zorvane {

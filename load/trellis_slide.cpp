@@ -2,7 +2,6 @@
 
 #include "common/log_message.h"
 #include "common/process_state.h"
-#include "load/file_kind.h"
 
 namespace zorvane {
 
@@ -21,10 +20,6 @@ std::int32_t TrellisSlide::Convert() {
                                                  observer_);
     error_ = Explain(result, putSourceFile);
     return static_cast<std::int32_t>(result.error);
-}
-
-bool IsSlidesName(std::string_view sFile) {
-    return ExtensionContains(sFile, "PPT PPS POT ODP OTP");
 }
 
 bool bPreparePowerPointFileForComparing(LoadContext& context, const std::string& sFile,

@@ -41,7 +41,4 @@ class TrellisSlide {
 bool bPreparePowerPointFileForComparing(LoadContext& context, const std::string& sFile,
                                         const std::string& sTempFile, Side side);
 
-/// True for the names of slide decks.
-bool IsSlidesName(std::string_view sFile);
-
 }  // namespace zorvane

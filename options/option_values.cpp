@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cassert>
-#include <charconv>
 #include <optional>
 
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -14,11 +14,7 @@ std::optional<std::int32_t> Long(std::string_view text) {
     text = Trim(text);
     if (text.starts_with('+'))
         text.remove_prefix(1);
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
+    return ParseNumber<std::int32_t>(text);
 }
 
 std::string Upper(std::string_view text) {

@@ -9,6 +9,7 @@
 #include <unicode/uchar.h>
 #include <unicode/ucnv.h>
 
+#include "common/base/surrogates.h"
 #include "common/base/unit_search.h"
 
 namespace zorvane {
@@ -118,8 +119,7 @@ Sequence ReadSequence(std::string_view bytes) {
                 return {};
             code = (code << 6) | (static_cast<unsigned char>(bytes[i]) & 0x3F);
         }
-        const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-        if (code < row.smallest || code > 0x10FFFF || surrogate)
+        if (code < row.smallest || code > 0x10FFFF || IsSurrogate(code))
             return {};
         return {code, row.length};
     }
@@ -141,22 +141,6 @@ std::size_t AsciiRun(std::string_view bytes) {
     while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80)
         ++at;
     return at;
-}
-
-void AppendCodePoint(char32_t code, std::u16string& out) {
-    if (code < 0x10000) {
-        out.push_back(static_cast<char16_t>(code));
-        return;
-    }
-    out.push_back(static_cast<char16_t>(0xD7C0 + (code >> 10)));
-    out.push_back(static_cast<char16_t>(0xDC00 + (code & 0x3FF)));
-}
-
-bool IsHighSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-bool IsLowSurrogate(char16_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
 }
 
 char* PutUtf8(char32_t code, char* out) {
@@ -188,8 +172,7 @@ char32_t NextCodePoint(std::u16string_view text, std::size_t& at) {
         return unit;
     if (IsLowSurrogate(unit) || at == text.size() || !IsLowSurrogate(text[at]))
         return kReplacement;
-    const char16_t low = text[at++];
-    return 0x10000 + ((static_cast<char32_t>(unit) - 0xD800) << 10) + (low - 0xDC00U);
+    return OfSurrogates(unit, text[at++]);
 }
 
 std::u16string DecodeUtf16(std::string_view bytes, bool big_endian) {

@@ -1,5 +1,6 @@
 #include "common/platform/ini_profile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <map>
@@ -10,6 +11,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
@@ -20,10 +22,7 @@ namespace {
 // Settings keys are ASCII, where this is the same as a full folding and far cheaper.
 std::string Folded(std::string_view name) {
     std::string folded(name);
-    for (char& character : folded) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
+    std::transform(folded.begin(), folded.end(), folded.begin(), AsciiLower);
     return folded;
 }
 

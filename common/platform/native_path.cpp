@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -14,12 +15,8 @@ bool ExistsAsItStands(const std::string& path) {
     return std::filesystem::exists(std::filesystem::symlink_status(path, error));
 }
 
-bool IsLetter(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
-
 bool HasDrive(std::string_view path) {
-    return path.size() >= 3 && IsLetter(path[0]) && path[1] == ':' && IsPathSeparator(path[2]);
+    return path.size() >= 3 && IsAsciiLetter(path[0]) && path[1] == ':' && IsPathSeparator(path[2]);
 }
 
 bool IsLink(const std::string& native) {

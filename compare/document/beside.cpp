@@ -1,10 +1,11 @@
 #include "compare/document/beside.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 #include <xxhash.h>
 
+#include "common/base/ascii.h"
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -20,8 +21,7 @@ bool IsContinuation(char byte) {
 
 bool StandsForItself(char byte) {
     constexpr std::string_view kPlain = ".,:;/?&=#@!'()*+-_~<>|";
-    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= 'a' && byte <= 'z') || kPlain.find(byte) != std::string_view::npos;
+    return IsAsciiDigit(byte) || IsAsciiLetter(byte) || kPlain.find(byte) != std::string_view::npos;
 }
 
 std::string Escaped(std::string_view text) {
@@ -64,11 +64,8 @@ std::string_view Word(std::string_view& rest) {
 }
 
 std::optional<std::int32_t> Number(std::string_view text) {
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number < kBesideHere)
-        return std::nullopt;
-    return number;
+    const auto number = ParseNumber<std::int32_t>(text);
+    return number && *number >= kBesideHere ? number : std::nullopt;
 }
 
 std::string Digits(const XXH128_hash_t& hash) {

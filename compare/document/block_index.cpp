@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/base/surrogates.h"
 #include "common/base/unit_search.h"
 
 namespace zorvane {
@@ -55,7 +56,7 @@ void BlockIndex::AppendParagraph(TextRange range, bool has_break,
         std::int32_t slice = (range.end() - first - ending + slices - 1) / slices;
         // A character of two units stays whole.
         const std::u16string last = editor_->Text({first + (slice - 1), 1});
-        if (!last.empty() && (last.front() & 0xFC00) == 0xD800)
+        if (!last.empty() && IsHighSurrogate(last.front()))
             --slice;
         entries.push_back(NewEntry(slice, slice, continues));
         first = first + slice;

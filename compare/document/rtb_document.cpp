@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 #include "common/base/unit_search.h"
 #include "common/platform/files.h"
@@ -20,7 +21,7 @@ std::int32_t HalfPoints(double points) {
 }
 
 bool EndsInHighSurrogate(std::u16string_view text) {
-    return !text.empty() && (text.back() & 0xFC00) == 0xD800;
+    return !text.empty() && IsHighSurrogate(text.back());
 }
 
 }  // namespace

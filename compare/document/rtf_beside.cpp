@@ -6,6 +6,7 @@
 #include <iterator>
 #include <utility>
 
+#include "common/base/ascii.h"
 #include "compare/document/rtf_reader.h"
 
 namespace zorvane {
@@ -13,10 +14,6 @@ namespace {
 
 constexpr std::size_t kMostTextBytes = std::size_t{1} << 20;  // of a group that is read as text
 constexpr std::size_t kMostUnseen = std::size_t{1} << 20;     // of a paragraph
-
-bool IsLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
 
 // The number in front of `text`; 0 without one.
 std::size_t NumberAt(std::string_view text) {
@@ -28,7 +25,7 @@ std::size_t NumberAt(std::string_view text) {
 // Behind the backslash at `at`: one step on, or past the bytes of a \bin.
 std::size_t PastEscape(std::string_view text, std::size_t at) {
     const std::string_view word = text.substr(at + 1, 4);
-    if (!word.starts_with("bin") || (word.size() == 4 && IsLetter(word[3])))
+    if (!word.starts_with("bin") || (word.size() == 4 && IsAsciiLetter(word[3])))
         return at + 2;
     const std::size_t digits = at + 4;
     const std::size_t bytes = NumberAt(text.substr(std::min(digits, text.size())));
@@ -124,7 +121,7 @@ std::string FormulaShape(std::string_view group) {
             continue;
         }
         std::size_t end = at + 1;
-        while (end < group.size() && IsLetter(group[end]))
+        while (end < group.size() && IsAsciiLetter(group[end]))
             ++end;
         const std::string_view word = group.substr(at + 1, end - at - 1);
         const bool letter = word.empty() || word == "u";

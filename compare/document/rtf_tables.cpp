@@ -1,6 +1,8 @@
 #include "compare/document/rtf_tables.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <iterator>
 
 namespace zorvane {
@@ -208,13 +210,30 @@ constexpr CharsetRow kCharsets[] = {
     {204, 1251}, {222, 874},  {238, 1250}, {254, 437},  {255, 850},
 };
 
+// By the first letter, where its words begin; one entry more for the end of "z".
+constexpr auto kBegins = [] {
+    std::array<std::uint16_t, 'z' - 'a' + 2> begins{};
+    std::size_t word = 0;
+    for (std::size_t letter = 0; letter < begins.size(); ++letter) {
+        while (word < std::size(kWords) &&
+               kWords[word].name.front() < 'a' + static_cast<int>(letter))
+            ++word;
+        begins[letter] = static_cast<std::uint16_t>(word);
+    }
+    return begins;
+}();
+
 }  // namespace
 
 const RtfWord* FindRtfWord(std::string_view name) {
+    if (name.empty() || name.front() < 'a' || name.front() > 'z')
+        return nullptr;
+    const auto letter = static_cast<std::size_t>(name.front() - 'a');
+    const RtfWord* const end = kWords + kBegins[letter + 1];
     const RtfWord* const found = std::lower_bound(
-        std::begin(kWords), std::end(kWords), name,
+        kWords + kBegins[letter], end, name,
         [](const RtfWord& word, std::string_view wanted) { return word.name < wanted; });
-    return found != std::end(kWords) && found->name == name ? found : nullptr;
+    return found != end && found->name == name ? found : nullptr;
 }
 
 CodePage CodePageOfCharset(std::int32_t charset) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -83,8 +84,7 @@ void AppendHtmlText(std::string_view utf8, std::string& out) {
 
 std::u16string_view Excerpt(std::u16string_view text, std::size_t most) {
     std::size_t size = std::min({text.find(u'\r'), text.size(), most});
-    const auto is_trail = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
-    if (size < text.size() && size > 0 && is_trail(text[size]))
+    if (size < text.size() && size > 0 && IsLowSurrogate(text[size]))
         --size;
     return text.substr(0, size);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <pcre2.h>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -78,12 +79,10 @@ bool IsAscii(std::string_view text) {
 }
 
 void AppendAscii(std::string_view line, const FilterSwitches& switches, std::string& out) {
-    for (char character : line) {
+    for (const char character : line) {
         if (switches.ignore_whitespace && IsBlank(static_cast<unsigned char>(character)))
             continue;
-        if (switches.ignore_case && character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-        out.push_back(character);
+        out.push_back(switches.ignore_case ? AsciiLower(character) : character);
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include "common/base/result.h"
 #include "common/base/run_watcher.h"
+#include "common/base/surrogates.h"
 #include "compare/engine/comparison.h"
 #include "compare/engine/document_look.h"
 #include "compare/engine/engine_report.h"
@@ -63,7 +64,7 @@ void WriteInParts(std::u16string_view text, StopCheck& stop, const Write& write)
     constexpr std::size_t kPart = 1 << 14;
     while (text.size() > kPart && !stop.Stopped()) {
         const char16_t last = text[kPart - 1];
-        const bool half = last == u'\r' || (last >= 0xD800 && last < 0xDC00);
+        const bool half = last == u'\r' || IsHighSurrogate(last);
         const std::size_t size = half ? kPart - 1 : kPart;
         write(text.substr(0, size));
         text.remove_prefix(size);

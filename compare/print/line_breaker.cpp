@@ -6,6 +6,7 @@
 #include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 
+#include "common/base/surrogates.h"
 #include "compare/document/rtf_output.h"
 
 namespace zorvane {
@@ -30,8 +31,8 @@ std::int32_t WholeCharacter(std::u16string_view text, std::int32_t begin, std::i
     constexpr int kMostMarks = 32;
     const auto size = static_cast<std::int32_t>(text.size());
     for (int marks = 0; marks < kMostMarks && place > begin && place < size; ++marks) {
-        const bool inside = (UnitAt(text, place) & 0xFC00) == 0xDC00 &&
-                            (UnitAt(text, place - 1) & 0xFC00) == 0xD800;
+        const bool inside =
+            IsLowSurrogate(UnitAt(text, place)) && IsHighSurrogate(UnitAt(text, place - 1));
         if (!inside && !StaysWithPrevious(UnitAt(text, place)))
             break;
         --place;

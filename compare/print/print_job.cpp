@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -71,7 +72,7 @@ class EdgePainter {
             else
                 cut = middle + 1;
         }
-        if (cut < text.size() && (text[cut] & 0xFC00) == 0xDC00)
+        if (cut < text.size() && IsLowSurrogate(text[cut]))
             ++cut;
         return cut >= text.size() ? std::u16string() : u"..." + text.substr(cut);
     }

@@ -5,7 +5,7 @@
 #include "common/run_telling.h"
 #include "compare/document/memory_editor.h"
 #include "compare/engine/report_model.h"
-#include "load/file_kind.h"
+#include "load/file_types.h"
 
 namespace zorvane {
 namespace {

@@ -1,8 +1,8 @@
 #include "compare/view/find_replace.h"
 
-#include <charconv>
 #include <utility>
 
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -88,10 +88,7 @@ std::vector<TextRange> frmCompareFilesFindReplace::HitsIn(TextRange stretch) con
 }
 
 void frmCompareFilesGoTo::cmdOK_Click() {
-    const std::string_view text = Trim(Text1);
-    std::int32_t number = -1;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    lNumber_ = error == std::errc() && end == text.data() + text.size() ? number : -1;
+    lNumber_ = ParseNumber<std::int32_t>(Trim(Text1)).value_or(-1);
 }
 
 }  // namespace zorvane

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -132,7 +133,7 @@ class Speaker {
             return ToUtf8(plain);
         std::size_t end = plain.rfind(u' ', rules_.longest);
         if (end == std::u16string::npos)  // one long word, or writing without blanks
-            end = rules_.longest - ((plain[rules_.longest - 1] & 0xFC00) == 0xD800 ? 1 : 0);
+            end = rules_.longest - (IsHighSurrogate(plain[rules_.longest - 1]) ? 1 : 0);
         plain.resize(end);
         return ToUtf8(plain) + "...";
     }

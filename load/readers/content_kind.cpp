@@ -4,18 +4,16 @@
 #include <array>
 
 #include "common/base/text_encoding.h"
-#include "compare/document/rtf_reader.h"
+#include "load/file_types.h"
 #include "load/readers/crypto/compound_file.h"
 #include "load/readers/crypto/decrypt.h"
 
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kHead = std::size_t{64} * 1024;
-
-std::string LowerExtension(std::string_view name) {
-    const std::size_t dot = name.rfind('.');
-    return dot == std::string_view::npos ? std::string() : ToLower(name.substr(dot + 1));
+TextForm FormNamed(std::string_view name) {
+    const FileType* type = TypeNamed(name);
+    return type == nullptr ? TextForm::None : type->form;
 }
 
 ContentKind KindOfOpenDocument(std::string_view type) {
@@ -74,7 +72,7 @@ ContentKind KindOfCompound(std::string_view bytes) {
 // Text may hold a stray NUL; bytes that are no text are full of control characters.
 bool IsBinary(std::string_view bytes) {
     constexpr std::ptrdiff_t kTextPerControl = 32;
-    const std::string_view head = bytes.substr(0, kHead);
+    const std::string_view head = bytes.substr(0, kSignatureReach);
     if (head.find('\0') == std::string_view::npos || LooksLikeUtf16(bytes))
         return false;
     const auto controls = std::count_if(head.begin(), head.end(), [](char character) {
@@ -83,14 +81,6 @@ bool IsBinary(std::string_view bytes) {
                kOfText.find(character) == std::string_view::npos;
     });
     return controls * kTextPerControl > static_cast<std::ptrdiff_t>(head.size());
-}
-
-bool BeginsWithTag(std::string_view text) {
-    if (text.size() < 2 || text[0] != '<')
-        return false;
-    const char next = text[1];
-    return (next >= 'a' && next <= 'z') || (next >= 'A' && next <= 'Z') || next == '!' ||
-           next == '?';
 }
 
 // A root element or a document type that says HTML, an XML declaration in front or not.
@@ -108,17 +98,8 @@ bool IsScript(std::string_view text) {
     return text.starts_with("<?php") || text.starts_with("<?=") || text.starts_with("<%");
 }
 
-// E-mail, and a web page kept as one.
-bool IsMessageName(std::string_view extension) {
-    return extension == "eml" || extension == "mht" || extension == "mhtml";
-}
-
-ContentKind KindOfText(std::string_view bytes, std::string_view name) {
-    const std::string extension = LowerExtension(name);
-    if (extension == "md" || extension == "markdown")
-        return ContentKind::Markdown;
-    if (IsMessageName(extension))
-        return ContentKind::Message;
+// The begin in UTF-8, without what may stand in front of a tag.
+std::string HeadOfText(std::string_view bytes) {
     std::string_view head = bytes.substr(0, 4096);
     std::string decoded;
     if (LooksLikeUtf16(bytes)) {
@@ -127,37 +108,49 @@ ContentKind KindOfText(std::string_view bytes, std::string_view name) {
     }
     if (head.starts_with("\xEF\xBB\xBF"))
         head.remove_prefix(3);
-    head = Trim(head);
+    return std::string(Trim(head));
+}
+
+ContentKind KindOfText(std::string_view bytes, bool tagged, TextForm form) {
+    if (form == TextForm::Markdown)
+        return ContentKind::Markdown;
+    if (form == TextForm::Message)
+        return ContentKind::Message;
+    const std::string head = HeadOfText(bytes);
     if (IsScript(head))
         return ContentKind::Text;
-    const bool tagged = BeginsWithTag(head);
     if (tagged && SaysHtml(head))
         return ContentKind::Html;
-    if (extension.find("xml") != std::string::npos || (tagged && head.starts_with("<?xml")))
+    if (form == TextForm::Xml || (tagged && head.starts_with("<?xml")))
         return ContentKind::Xml;
-    if (extension.find("htm") != std::string::npos || tagged)
-        return ContentKind::Html;
-    return ContentKind::Text;
+    return form == TextForm::Page || tagged ? ContentKind::Html : ContentKind::Text;
 }
 
 }  // namespace
 
 ContentKind KindOfContent(std::string_view bytes, std::string_view name,
                           std::unique_ptr<Package>& package) {
-    if (bytes.starts_with("PK\x03\x04") || bytes.starts_with("PK\x05\x06")) {
-        package = Package::Open(bytes);
-        return package ? KindOfPackage(*package) : ContentKind::BrokenPackage;
+    const TextForm form = FormNamed(name);
+    const Signature signature = SignatureOf(bytes);
+    switch (signature) {
+        case Signature::Package:
+            package = Package::Open(bytes);
+            return package ? KindOfPackage(*package) : ContentKind::BrokenPackage;
+        case Signature::Compound:
+            return KindOfCompound(bytes);
+        case Signature::SheetStream:
+            return ContentKind::BinarySheet;
+        case Signature::RichText:
+            return ContentKind::Rtf;
+        case Signature::Pdf:
+            return ContentKind::Pdf;
+        default:
+            break;
     }
-    if (CompoundFile::LooksLike(bytes))
-        return KindOfCompound(bytes);
-    if (LooksLikeRtf(bytes))
-        return ContentKind::Rtf;
-    if (bytes.substr(0, 1024).find("%PDF-") != std::string_view::npos)
-        return ContentKind::Pdf;
     // A message may carry its attachments as bytes.
-    if (IsBinary(bytes) && !IsMessageName(LowerExtension(name)))
+    if (IsBinary(bytes) && form != TextForm::Message)
         return ContentKind::OtherBinary;
-    return KindOfText(bytes, name);
+    return KindOfText(bytes, signature == Signature::Markup, form);
 }
 
 }  // namespace zorvane

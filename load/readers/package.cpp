@@ -4,6 +4,9 @@
 #include <unordered_map>
 #include <zip.h>
 
+#include "common/base/ascii.h"
+#include "load/file_signature.h"
+
 namespace zorvane {
 namespace {
 
@@ -20,10 +23,7 @@ std::string Key(std::string_view name) {
     while (key.compare(begin, 1, "/") == 0 || key.compare(begin, 2, "./") == 0)
         ++begin;
     key.erase(0, begin);
-    for (char& character : key) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
+    std::transform(key.begin(), key.end(), key.begin(), AsciiLower);
     return key;
 }
 
@@ -157,7 +157,7 @@ class ZipPackage : public Package {
 }  // namespace
 
 std::unique_ptr<Package> Package::Open(std::string_view bytes, std::size_t most_bytes) {
-    if (!bytes.starts_with("PK"))
+    if (!HasSignature(bytes, Signature::Package))
         return nullptr;
     zip_error_t error;
     zip_error_init(&error);

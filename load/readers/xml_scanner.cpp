@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cstring>
 
+#include "common/base/surrogates.h"
+
 namespace zorvane {
 namespace {
 
@@ -40,7 +42,7 @@ char32_t EntityOf(std::string_view name) {
     const auto [end, error] =
         std::from_chars(begin, name.data() + name.size(), number, hexadecimal ? 16 : 10);
     if (error != std::errc() || end != name.data() + name.size() || number > 0x10FFFF ||
-        (number >= 0xD800 && number < 0xE000))
+        IsSurrogate(number))
         return 0xFFFD;
     return number;
 }

@@ -4,6 +4,7 @@
 
 #include "options/compare_file_options.h"
 #include "options/compare_files_settings.h"
+#include "options/recent_items.h"
 #include "tests/support/temp_folder.h"
 
 namespace zorvane {
@@ -18,12 +19,14 @@ class NoTextTest : public testing::Test {
     std::string Why(const char* name, std::string_view bytes, std::u16string_view text,
                     Side side = Side::Original) {
         const std::string file = folder_.Write(name, bytes);
-        return WhyNoText({file, "it", text, options_, settings_, side});
+        const SideType type = TypeOfSide(file, options_, extensions_);
+        return WhyNoText({type, "it", file, text, options_, settings_, side});
     }
 
     TempFolder folder_;
     clsCompareFileOptions options_;
     CompareFilesSettings settings_;
+    clsMRU extensions_;
 };
 
 TEST_F(NoTextTest, IsToldOfWhatHoldsSomething) {

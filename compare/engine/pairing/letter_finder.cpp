@@ -4,6 +4,7 @@
 #include <unicode/uchar.h>
 #include <xxhash.h>
 
+#include "common/base/surrogates.h"
 #include "compare/engine/line_table.h"
 #include "compare/engine/pairing/cheap_alignment.h"
 #include "compare/engine/pairing/word_costs.h"
@@ -11,13 +12,6 @@
 
 namespace zorvane {
 namespace {
-
-bool IsHigh(char16_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-bool IsLow(char16_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
-}
 
 // What is written onto the letter in front: combining marks, variation selectors, joiners.
 bool GoesWithLetterInFront(char16_t unit) {
@@ -38,7 +32,7 @@ std::u16string_view Part(std::u16string_view text, std::int32_t begin, std::int3
 
 // A break of two units, a letter of two.
 bool AreOne(char16_t unit, char16_t next) {
-    return (unit == u'\r' && next == u'\n') || (IsHigh(unit) && IsLow(next));
+    return (unit == u'\r' && next == u'\n') || (IsHighSurrogate(unit) && IsLowSurrogate(next));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <unicode/uchar.h>
 
+#include "common/base/surrogates.h"
+
 namespace zorvane {
 namespace {
 
@@ -67,11 +69,9 @@ class RunCutter {
   private:
     char32_t Take(std::size_t& at) const {
         const char16_t unit = text_[at++];
-        if (unit < 0xD800 || unit >= 0xDC00 || at == text_.size() || text_[at] < 0xDC00 ||
-            text_[at] >= 0xE000)
+        if (!IsHighSurrogate(unit) || at == text_.size() || !IsLowSurrogate(text_[at]))
             return unit;
-        return 0x10000U + ((static_cast<char32_t>(unit) - 0xD800U) << 10U) +
-               (text_[at++] - 0xDC00U);
+        return OfSurrogates(unit, text_[at++]);
     }
 
     void Unit(char32_t code, Kind kind, std::size_t next) {

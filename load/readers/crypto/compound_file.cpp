@@ -4,12 +4,13 @@
 #include <array>
 #include <limits>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
+#include "load/file_signature.h"
 
 namespace zorvane {
 namespace {
 
-constexpr std::string_view kSignature = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 constexpr std::size_t kHeaderSize = 512;
 constexpr std::size_t kEntrySize = 128;
 constexpr std::uint32_t kEndOfChain = 0xFFFFFFFE;
@@ -39,12 +40,8 @@ void AppendLongs(std::string_view bytes, std::vector<std::uint32_t>& numbers) {
 }
 
 bool SameName(std::string_view one, std::string_view other) {
-    const auto lower = [](char character) {
-        return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                    : character;
-    };
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [lower](char left, char right) { return lower(left) == lower(right); });
+                      [](char left, char right) { return AsciiLower(left) == AsciiLower(right); });
 }
 
 std::string NameOf(std::string_view entry) {
@@ -58,7 +55,7 @@ std::string NameOf(std::string_view entry) {
 }  // namespace
 
 bool CompoundFile::LooksLike(std::string_view bytes) {
-    return bytes.starts_with(kSignature);
+    return HasSignature(bytes, Signature::Compound);
 }
 
 std::optional<CompoundFile> CompoundFile::Open(std::string_view bytes) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 #include "load/readers/html/css_style.h"
 
@@ -172,11 +173,10 @@ Color FromRgb(std::uint32_t rgb) {
 }
 
 std::optional<Color> HexColor(std::string_view digits) {
-    std::uint32_t value = 0;
-    const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    if (error != std::errc() || end != digits.data() + digits.size())
+    const auto number = ParseNumber<std::uint32_t>(digits, 16);
+    if (!number)
         return std::nullopt;
+    std::uint32_t value = *number;
     if (digits.size() == 4 || digits.size() == 8)
         value >>= digits.size();  // the opacity, 4 or 8 bits
     if (digits.size() == 6 || digits.size() == 8)

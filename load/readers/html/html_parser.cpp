@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/ascii.h"
 #include "load/readers/html/html_tags.h"
 
 namespace zorvane {
@@ -14,10 +15,6 @@ bool IsBlank(char character) {
     return kBlanks.find(character) != std::string_view::npos;
 }
 
-bool IsLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-
 bool EndsTagName(char character) {
     return IsBlank(character) || character == '/' || character == '>';
 }
@@ -28,9 +25,7 @@ bool EqualsLower(std::string_view text, std::string_view lower) {
     if (text.size() != lower.size())
         return false;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char character = text[i];
-        const bool upper = character >= 'A' && character <= 'Z';
-        if ((upper ? static_cast<char>(character + 0x20) : character) != lower[i])
+        if (AsciiLower(text[i]) != lower[i])
             return false;
     }
     return true;
@@ -86,9 +81,9 @@ void HtmlParser::TextRun(std::size_t end) {
 
 void HtmlParser::Markup() {
     const char next = at_ + 1 < page_.size() ? page_[at_ + 1] : '\0';
-    if (IsLetter(next)) {
+    if (IsAsciiLetter(next)) {
         StartTag();
-    } else if (next == '/' && at_ + 2 < page_.size() && IsLetter(page_[at_ + 2])) {
+    } else if (next == '/' && at_ + 2 < page_.size() && IsAsciiLetter(page_[at_ + 2])) {
         EndTag();
     } else if (next == '!' || next == '?' || next == '/') {
         Declaration();

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <gumbo.h>
 
+#include "common/base/ascii.h"
+#include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -13,8 +15,7 @@ constexpr std::size_t kLongestName = 33;  // "CounterClockwiseContourIntegral" a
 constexpr std::size_t kMostNames = 100'000;
 
 bool IsAlphanumeric(char character) {
-    return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'z') ||
-           (character >= 'A' && character <= 'Z');
+    return IsAsciiDigit(character) || IsAsciiLetter(character);
 }
 
 void AppendText(const GumboNode& node, std::string& out) {
@@ -41,11 +42,9 @@ std::string AskParser(std::string_view reference) {
 }
 
 std::u16string UnitsOf(std::uint32_t code) {
-    if (code < 0x10000)
-        return {static_cast<char16_t>(code)};
-    code -= 0x10000;
-    return {static_cast<char16_t>(0xD800 + (code >> 10)),
-            static_cast<char16_t>(0xDC00 + (code & 0x3FF))};
+    std::u16string units;
+    AppendCodePoint(code, units);
+    return units;
 }
 
 void AppendCode(std::uint32_t code, std::string& out) {
@@ -55,7 +54,7 @@ void AppendCode(std::uint32_t code, std::string& out) {
         AppendUtf8(DecodeCodePage(std::string_view(&byte, 1), CodePage{1252}), out);
         return;
     }
-    const bool unknown = code == 0 || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF);
+    const bool unknown = code == 0 || code > 0x10FFFF || IsSurrogate(code);
     AppendUtf8(UnitsOf(unknown ? 0xFFFD : code), out);
 }
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "common/base/ascii.h"
 #include "load/readers/html/markdown_lines.h"
 
 namespace zorvane {
@@ -7,12 +8,8 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-bool IsLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-
 std::size_t SkipName(std::string_view text, std::size_t at, std::string_view more) {
-    while (at < text.size() && (IsLetter(text[at]) || (text[at] >= '0' && text[at] <= '9') ||
+    while (at < text.size() && (IsAsciiLetter(text[at]) || (text[at] >= '0' && text[at] <= '9') ||
                                 more.find(text[at]) != std::string_view::npos))
         ++at;
     return at;
@@ -56,7 +53,7 @@ bool IsHtmlTag(std::string_view inner) {
     if (inner.ends_with('/'))
         inner.remove_suffix(1);
     inner.remove_prefix(closing && !inner.empty() ? 1 : 0);
-    if (inner.empty() || !IsLetter(inner[0]))
+    if (inner.empty() || !IsAsciiLetter(inner[0]))
         return false;
     std::size_t at = SkipName(inner, 0, "-");
     while (at < inner.size()) {

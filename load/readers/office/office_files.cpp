@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fstream>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
 #include "common/platform/mapped_file.h"
@@ -66,9 +67,9 @@ bool MakeEmpty(const fs::path& path) {
     return MakeFolder(path);
 }
 
-bool IsUnreserved(unsigned char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= '0' && byte <= '9') || byte == '-' || byte == '_' || byte == '.' || byte == '/';
+bool IsUnreserved(char byte) {
+    return IsAsciiLetter(byte) || IsAsciiDigit(byte) || byte == '-' || byte == '_' || byte == '.' ||
+           byte == '/';
 }
 
 /// The suite takes names as UTF-8 and ends no line in them; any other document gets a plain name.
@@ -114,11 +115,11 @@ std::string FileUrl(std::string_view path) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string url = "file://";
     for (const char character : path) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (IsUnreserved(byte)) {
+        if (IsUnreserved(character)) {
             url += character;
             continue;
         }
+        const auto byte = static_cast<unsigned char>(character);
         url += '%';
         url += kDigits[byte >> 4];
         url += kDigits[byte & 15U];

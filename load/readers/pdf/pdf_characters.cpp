@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "common/base/ascii.h"
+#include "common/base/surrogates.h"
 #include "load/readers/pdf/pdf_font_style.h"
 #include "load/readers/pdf/pdf_graphics.h"
 #include "load/readers/pdf/pdf_letters.h"
@@ -47,16 +49,14 @@ char32_t LigatureOfCode(char32_t letter) {
 bool IsDropped(char32_t letter) {
     return (letter < 0x20 && letter != '\t') || (letter >= 0x7F && letter < 0xA0) ||
            letter == 0xFEFF || (letter >= 0x200B && letter <= 0x200F) ||
-           (letter >= 0x202A && letter <= 0x202E) || (letter >= 0xD800 && letter < 0xE000) ||
-           letter > 0x10FFFF;
+           (letter >= 0x202A && letter <= 0x202E) || IsSurrogate(letter) || letter > 0x10FFFF;
 }
 
 std::string NameOf(const GfxFont& font) {
     std::string name = font.getName().value_or(std::string());
     constexpr std::size_t kPrefix = 6;
     const bool subset = name.size() > kPrefix + 1 && name[kPrefix] == '+' &&
-                        std::all_of(name.begin(), name.begin() + kPrefix,
-                                    [](char letter) { return letter >= 'A' && letter <= 'Z'; });
+                        std::all_of(name.begin(), name.begin() + kPrefix, IsAsciiUpper);
     return subset ? name.substr(kPrefix + 1) : name;
 }
 

@@ -4,6 +4,8 @@
 #include <array>
 #include <initializer_list>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
@@ -58,8 +60,7 @@ PdfFontStyle StyleOfTexName(std::string_view name) {
     if (digit == name.end() || digit == name.begin() || !std::all_of(digit, name.end(), IsDigit))
         return {};
     std::string_view family = name.substr(0, static_cast<std::size_t>(digit - name.begin()));
-    const bool upper = std::all_of(family.begin(), family.end(),
-                                   [](char letter) { return letter >= 'A' && letter <= 'Z'; });
+    const bool upper = std::all_of(family.begin(), family.end(), IsAsciiUpper);
     if (!upper || family.size() < 3)
         return {};
     if (!family.starts_with("CM")) {

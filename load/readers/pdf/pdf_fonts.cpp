@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
@@ -34,9 +36,6 @@ bool CutEnd(std::string_view& name, std::string_view end) {
     return true;
 }
 
-bool IsUpper(char letter) {
-    return letter >= 'A' && letter <= 'Z';
-}
 bool IsLower(char letter) {
     return letter >= 'a' && letter <= 'z';
 }
@@ -45,7 +44,7 @@ bool IsLower(char letter) {
 std::string Spaced(std::string_view name) {
     std::string words;
     for (std::size_t index = 0; index < name.size(); ++index) {
-        if (index > 0 && IsUpper(name[index]) && IsLower(name[index - 1]))
+        if (index > 0 && IsAsciiUpper(name[index]) && IsLower(name[index - 1]))
             words += ' ';
         words += name[index];
     }

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "load/file_signature.h"
 #include "load/readers/document_sink.h"
 #include "load/readers/reader.h"
 
@@ -47,7 +48,7 @@ ReadEnd PreparePdf(OpenTables& tables);
 /// still told by the pointer to its cross-reference table.
 inline bool LooksLikePdf(std::string_view bytes) {
     constexpr std::size_t kReach = 1024;
-    if (bytes.substr(0, kReach).find("%PDF-") != std::string_view::npos)
+    if (HasSignature(bytes, Signature::Pdf))
         return true;
     const std::size_t tail = bytes.size() > kReach ? bytes.size() - kReach : 0;
     return bytes.substr(tail).find("startxref") != std::string_view::npos;

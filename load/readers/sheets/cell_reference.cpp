@@ -2,19 +2,15 @@
 
 #include <algorithm>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
-bool IsLetter(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 // What may stand inside a name; bytes beyond ASCII are letters of other scripts.
 bool IsWord(char character) {
-    return IsLetter(character) || IsDigit(character) || character == '_' || character == '.' ||
-           character == '\\' || static_cast<unsigned char>(character) >= 0x80;
+    return IsAsciiLetter(character) || IsAsciiDigit(character) || character == '_' ||
+           character == '.' || character == '\\' || static_cast<unsigned char>(character) >= 0x80;
 }
 
 // One side of a reference: $A$1, A or 1, as far as it is there.
@@ -33,7 +29,7 @@ Side ReadSide(std::string_view text) {
     at += dollar ? 1 : 0;
     std::size_t letters = 0;
     std::int32_t column = 0;
-    while (at < text.size() && letters < 4 && IsLetter(text[at])) {
+    while (at < text.size() && letters < 4 && IsAsciiLetter(text[at])) {
         column = column * 26 + (text[at] & 0x1F);
         ++at;
         ++letters;
@@ -49,7 +45,7 @@ Side ReadSide(std::string_view text) {
     }
     std::size_t digits = 0;
     std::int32_t row = 0;
-    while (at < text.size() && digits < 8 && IsDigit(text[at])) {
+    while (at < text.size() && digits < 8 && IsAsciiDigit(text[at])) {
         row = row * 10 + (text[at] - '0');
         ++at;
         ++digits;

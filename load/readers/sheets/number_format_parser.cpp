@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "common/base/ascii.h"
 #include "load/readers/sheets/number_format_parts.h"
 
 namespace zorvane::number_format {
@@ -8,15 +9,10 @@ namespace {
 
 constexpr std::size_t kLongestCode = 4096;
 
-char Lower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                : character;
-}
-
 bool StartsWith(std::string_view text, std::string_view lower_word) {
     return text.size() >= lower_word.size() &&
            std::equal(lower_word.begin(), lower_word.end(), text.begin(),
-                      [](char word, char character) { return word == Lower(character); });
+                      [](char word, char character) { return word == AsciiLower(character); });
 }
 
 // Bytes of the UTF-8 character that begins here.
@@ -105,7 +101,7 @@ class SectionParser {
         Skip(end + 1);
         if (inside.empty())
             return true;
-        const char first = Lower(inside.front());
+        const char first = AsciiLower(inside.front());
         if (StartsWith(inside, "$-f800") || StartsWith(inside, "$-x-sysdate"))
             system_date_ = true;
         if (first == '$')
@@ -113,7 +109,7 @@ class SectionParser {
         if (first == '<' || first == '>' || first == '=')
             return ReadCondition(inside);
         const bool alike = std::all_of(inside.begin(), inside.end(),
-                                       [first](char other) { return Lower(other) == first; });
+                                       [first](char other) { return AsciiLower(other) == first; });
         if (alike && (first == 'h' || first == 'm' || first == 's')) {
             Add(PartKind::Elapsed, first == 'm' ? 'n' : first,
                 static_cast<std::int32_t>(inside.size()));
@@ -160,7 +156,7 @@ class SectionParser {
             Skip(3);
             return Add(PartKind::AmPm, 'a', 0, text);
         }
-        const char letter = Lower(rest_.front());
+        const char letter = AsciiLower(rest_.front());
         if (letter == 'e' && rest_.size() > 1 && (rest_[1] == '+' || rest_[1] == '-')) {
             const char sign = rest_[1];
             Skip(2);
@@ -172,7 +168,7 @@ class SectionParser {
 
     bool DateLetters(char letter) {
         std::size_t count = 1;
-        while (count < rest_.size() && Lower(rest_[count]) == letter)
+        while (count < rest_.size() && AsciiLower(rest_[count]) == letter)
             ++count;
         Skip(count);
         auto number = static_cast<std::int32_t>(std::min<std::size_t>(count, 9));

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "load/file_signature.h"
 #include "load/readers/crypto/decrypt.h"
 #include "load/readers/sheets/ods_workbook.h"
 #include "load/readers/sheets/xls_workbook.h"
@@ -61,7 +62,7 @@ bool LooksLikeFlatOds(std::string_view bytes) {
 ReadEnd OpenBytes(std::string_view bytes, std::string_view password,
                   std::unique_ptr<Workbook>& workbook) {
     ReadEnd end;
-    if (bytes.starts_with("PK"))
+    if (HasSignature(bytes, Signature::Package))
         return OpenPackage(bytes, workbook);
     if (IsEncryptedPackage(bytes))
         return OpenEncrypted(bytes, password, workbook);

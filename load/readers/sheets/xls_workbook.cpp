@@ -4,6 +4,7 @@
 #include <new>
 #include <unordered_map>
 
+#include "load/file_signature.h"
 #include "load/readers/crypto/compound_file.h"
 #include "load/readers/sheets/xls_records.h"
 
@@ -192,14 +193,10 @@ class XlsWorkbook : public Workbook {
     std::unordered_map<std::uint16_t, std::string> codes_;
 };
 
-bool LooksLikeStream(std::string_view bytes) {
-    return bytes.starts_with(std::string_view("\x09\x08", 2)) && bytes.size() >= 8 && bytes[3] == 0;
-}
-
 }  // namespace
 
 bool LooksLikeXls(std::string_view bytes) {
-    if (LooksLikeStream(bytes))
+    if (HasSignature(bytes, Signature::SheetStream))
         return true;
     const auto file = CompoundFile::Open(bytes);
     return file && (file->Has("Workbook") || file->Has("Book"));
@@ -207,7 +204,7 @@ bool LooksLikeXls(std::string_view bytes) {
 
 std::unique_ptr<Workbook> OpenXls(std::string_view bytes, std::string_view password, ReadEnd& end) {
     std::string stream;
-    if (LooksLikeStream(bytes)) {
+    if (HasSignature(bytes, Signature::SheetStream)) {
         stream = bytes;
     } else {
         const auto file = CompoundFile::Open(bytes);

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <unordered_map>
 
+#include "common/base/surrogates.h"
 #include "load/readers/xml_part.h"
 
 namespace zorvane {
@@ -63,14 +64,14 @@ class UnitsToText {
     void Add(char32_t unit) {
         const char32_t lead = lead_;
         lead_ = 0;
-        if (unit >= 0xD800 && unit < 0xDC00)
+        if (IsHighSurrogate(unit))
             lead_ = unit;
-        else if (unit < 0xDC00 || unit >= 0xE000)
+        else if (!IsLowSurrogate(unit))
             AppendCodePoint(unit, out_);
         else if (lead == 0)
             AppendCodePoint(0xFFFD, out_);
         else
-            AppendCodePoint(0x10000 + ((lead - 0xD800) << 10) + unit - 0xDC00, out_);
+            AppendCodePoint(OfSurrogates(lead, unit), out_);
     }
 
   private:

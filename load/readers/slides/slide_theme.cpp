@@ -1,8 +1,9 @@
 #include "load/readers/slides/slide_theme.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
+
+#include "common/base/parse_number.h"
 
 namespace zorvane {
 namespace {
@@ -90,11 +91,11 @@ Color Changed(Color color, const pugi::xml_node& definition) {
 }  // namespace
 
 std::optional<Color> ColorFromHex(std::string_view text) {
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
-    if (error != std::errc() || text.size() != 6 || end != text.data() + 6)
+    const auto number = ParseNumber<std::uint32_t>(text, 16);
+    if (text.size() != 6 || !number)
         return std::nullopt;
-    return Color{(number >> 16) | (number & 0xFF00) | ((number & 0xFF) << 16)};
+    return Color{
+        static_cast<std::int32_t>((*number >> 16) | (*number & 0xFF00) | ((*number & 0xFF) << 16))};
 }
 
 SlideTheme::SlideTheme(const pugi::xml_node& theme) {

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
+
+#include "common/base/parse_number.h"
 
 namespace zorvane {
 namespace {
@@ -46,12 +47,11 @@ constexpr NamedUnderline kUnderlines[] = {{"none", Underline::None},
 
 // "RRGGBB"; anything else ("auto") is no colour.
 std::optional<Color> HexColor(std::string_view text) {
-    std::uint32_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
-    if (text.size() != 6 || error != std::errc() || end != text.data() + text.size())
+    const auto value = ParseNumber<std::uint32_t>(text, 16);
+    if (text.size() != 6 || !value)
         return std::nullopt;
     return Color{
-        static_cast<std::int32_t>((value >> 16) | (value & 0xFF00) | ((value & 0xFF) << 16))};
+        static_cast<std::int32_t>((*value >> 16) | (*value & 0xFF00) | ((*value & 0xFF) << 16))};
 }
 
 bool IsOn(const pugi::xml_node& node) {
