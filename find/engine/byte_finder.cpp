@@ -45,6 +45,10 @@ int Rank(char character, bool folds) {
     return folds ? std::max(rank, kRanks[static_cast<unsigned char>(Upper(character))]) : rank;
 }
 
+bool IsAsciiByte(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
 bool IsWide() {
 #if defined(__x86_64__)
     return __builtin_cpu_supports("avx2") != 0;
@@ -151,6 +155,15 @@ ZORVANE_WIDE std::int64_t CountWide(std::string_view text) {
     }
     return count + std::count(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), '\n');
 }
+ZORVANE_WIDE bool IsAsciiWide(std::string_view text) {
+    constexpr std::size_t kWide = 32;
+    std::size_t at = 0;
+    for (; at + kWide <= text.size(); at += kWide) {
+        if (_mm256_movemask_epi8(Load(text.data() + at)) != 0)
+            return false;
+    }
+    return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), IsAsciiByte);
+}
 }  // namespace
 #else
 const char* ByteFinder::FindWide(const char* begin, const char* end) const {
@@ -165,6 +178,15 @@ std::int64_t CountLineEnds(std::string_view text) {
         return CountWide(text);
 #endif
     return std::count(text.begin(), text.end(), '\n');
+}
+
+bool IsAsciiText(std::string_view text) {
+#if defined(__x86_64__)
+    static const bool wide = IsWide();
+    if (wide)
+        return IsAsciiWide(text);
+#endif
+    return std::all_of(text.begin(), text.end(), IsAsciiByte);
 }
 
 }  // namespace zorvane

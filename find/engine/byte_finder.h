@@ -40,5 +40,7 @@ class ByteFinder {
 
 /// How many line ends there are.
 std::int64_t CountLineEnds(std::string_view text);
+/// No byte above 127.
+bool IsAsciiText(std::string_view text);
 
 }  // namespace zorvane

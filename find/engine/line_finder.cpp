@@ -12,11 +12,6 @@ namespace {
 // The time of one call is bounded by this and the limit of steps; larger ones are no faster.
 constexpr std::size_t kSlice = 1 << 14;
 
-bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
-
 std::size_t LineBegin(std::string_view text, std::size_t from, std::size_t at) {
     const void* found = at == from ? nullptr : memrchr(text.data() + from, '\n', at - from);
     return found == nullptr
@@ -94,8 +89,8 @@ Result<std::unique_ptr<LineFinder>> LineFinder::Make(const FindRules& rules) {
         return Failure{"A line end cannot be found: lines are looked through one by one"};
     finder->word_ = rules.word;
     const LetterCase letter_case = rules.match_case ? LetterCase::Matters : LetterCase::AsciiFolds;
-    finder->suits_bytes_ = literal && IsAscii(rules.text);
-    if (literal && (rules.match_case || IsAscii(rules.text))) {
+    finder->suits_bytes_ = literal && IsAsciiText(rules.text);
+    if (literal && (rules.match_case || IsAsciiText(rules.text))) {
         finder->bytes_ = std::make_unique<ByteFinder>(rules.text, letter_case);
         return finder;
     }
