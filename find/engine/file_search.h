@@ -33,6 +33,10 @@ struct FoundLine {
 
 enum class FileEnd : std::uint8_t { Searched, Binary, Failed };
 
+/// Page, sheet and cell, or slide of a place in a document's text. Fastest from first to last; for
+/// one thread at a time.
+using FoundPlace = std::function<std::string(std::int64_t line, std::int32_t column)>;
+
 struct FoundFile {
     std::string path;
     FileEnd end = FileEnd::Searched;
@@ -41,8 +45,7 @@ struct FoundFile {
     std::int64_t hits = 0;
     std::vector<FoundLine> lines;
     std::string texts;  ///< UTF-8
-    /// For the place of a line in its document; empty for a text.
-    std::function<std::string(std::int64_t line)> place;
+    FoundPlace place;   ///< empty for what is no document
 
     std::string_view Text(const FoundLine& line) const {
         return std::string_view(texts).substr(line.begin, line.length);

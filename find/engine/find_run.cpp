@@ -136,13 +136,13 @@ void FindRun::SearchOne(const TreeEntry& entry, FolderHandle& handle, int thread
         DocumentTexts::Text text = options_.documents->TextOf(found.path, stop);
         if (stop())
             return;
-        if (!text.known) {
+        if (!text.text) {
             found.end = FileEnd::Failed;
             found.code = -1;
             found.reason = text.reason;
             return;
         }
-        search.SearchText(text.text, found, stop);
+        search.SearchText(*text.text, found, stop);
         found.place = std::move(text.place);
         return;
     }

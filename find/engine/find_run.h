@@ -18,10 +18,9 @@ namespace zorvane {
 class DocumentTexts {
   public:
     struct Text {
-        bool known = false;  ///< else `reason` says why there is none
-        std::string text;
+        std::shared_ptr<const std::string> text;  ///< nothing: `reason` says why
         std::string reason;
-        std::function<std::string(std::int64_t line)> place;
+        FoundPlace place;
     };
     virtual ~DocumentTexts() = default;
     /// By its name; what is none is read as text.

@@ -96,7 +96,8 @@ void OrbenX::Take(FoundFile&& file, std::string&& /*rendered*/) {
         hit.line = static_cast<std::int32_t>(std::min<std::int64_t>(line.line, kMost));
         hit.column = line.column;
         hit.item = texts_.Add(file.Item(line));
-        hit.place = file.place ? texts_.Add(file.place(line.line)) : std::string_view();
+        hit.place =
+            file.place ? texts_.Add(file.place(line.line, line.column)) : std::string_view();
         hits_.Append(hit);
     }
 }
@@ -151,7 +152,7 @@ bool OrbenX::ConvertOfficeDocToText(const std::string& sFile, const std::string&
     if (documents_ == nullptr || !documents_->IsDocument(FileNameOf(sFile)))
         return false;
     const DocumentTexts::Text text = documents_->TextOf(sFile, [] { return false; });
-    return text.known && WriteWholeFile(target, text.text).ok();
+    return text.text && WriteWholeFile(target, *text.text).ok();
 }
 
 }  // namespace zorvane

@@ -41,13 +41,16 @@ class CapitalDocuments : public DocumentTexts {
     bool IsDocument(std::string_view name) override { return name.ends_with(".doc"); }
     Text TextOf(const std::string& path, const std::function<bool()>&) override {
         if (path.ends_with("broken.doc"))
-            return {false, "", "cannot be read", {}};
+            return {nullptr, "cannot be read", {}};
         std::stringstream bytes;
         bytes << std::ifstream(path).rdbuf();
         std::string text = bytes.str();
         for (char& character : text)
             character = static_cast<char>(std::toupper(character));
-        return {true, text, "", [](std::int64_t line) { return "p" + std::to_string(line); }};
+        return {std::make_shared<std::string>(text), "",
+                [](std::int64_t line, std::int32_t column) {
+                    return "p" + std::to_string(line) + "." + std::to_string(column);
+                }};
     }
 };
 
@@ -240,7 +243,7 @@ TEST_F(OrbenXTest, ReadsDocumentsOnRequest) {
     EXPECT_TRUE(engine_.PlaceOf(0).empty());
     engine_.putSupportOfficeDocs(true);
     EXPECT_EQ(Find("YES"), (Texts{"a.doc:2:1:YES"}));
-    EXPECT_EQ(engine_.PlaceOf(0), "p2");
+    EXPECT_EQ(engine_.PlaceOf(0), "p2.1");
     EXPECT_EQ(engine_.Counts().failed, 1);
     EXPECT_EQ(events_.notes.at(3), "-1 " + folder_.Path("broken.doc") + ": cannot be read");
     ASSERT_TRUE(engine_.ConvertOfficeDocToText(folder_.Path("a.doc"), folder_.Path("text")));
