@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/find_command.h"
 #include "app/folders_command.h"
 #include "app/load_options.h"
 #include "app/text_run.h"
@@ -66,6 +67,8 @@ struct CommandLineOutcome {
     std::optional<CompareCommand> compare;
     std::optional<TextCommand> text;
     std::optional<FoldersCommand> folders;
+    std::optional<FindCommand> find;
+    std::optional<CacheCommand> cache;
     int exit_status = 0;  ///< when there is no command
     std::string output;   ///< for standard output: help or version
     std::string error;    ///< for standard error

@@ -23,7 +23,10 @@ LoadedDocuments::LoadedDocuments(ProcessState& process)
 
 DocumentTexts::Text LoadedDocuments::TextOf(const std::string& path,
                                             const std::function<bool()>& stop) {
-    const ExtractedText read = texts_.TextOf(path, stop);
+    ExtractedText read = texts_.TextOf(path, stop);
+    // Whoever shows the reason names the file.
+    if (read.reason.starts_with(path + ": "))
+        read.reason.erase(0, path.size() + 2);
     if (!read.document)
         return {nullptr, read.reason, {}};
     Text text{{read.document, &read.document->text}, "", {}};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <thread>
 #include <utility>
 
 #include "common/base/text_encoding.h"
@@ -15,6 +16,9 @@ namespace {
 
 // To be raised whenever a reader gives another text of the same document.
 constexpr const char* kReading = "1 plain quick-pdf slide-numbers all-sheets notes";
+
+// How long a wish to stop may go unheard by one who waits.
+constexpr std::chrono::milliseconds kAskAgain{20};
 
 class NobodyToAsk : public LoadQuestions {
   public:
@@ -146,7 +150,6 @@ bool IsReadAsDocument(std::string_view name) {
 class ExtractedTexts::InWork {
   public:
     InWork(ExtractedTexts& texts, const TextKey& key, const Stop& stop) : texts_(texts), key_(key) {
-        constexpr std::chrono::milliseconds kAskAgain{20};
         std::unique_lock lock(texts.guard_);
         while (!texts.in_work_.insert(key).second) {
             if (stop())
@@ -172,7 +175,9 @@ class ExtractedTexts::InWork {
 };
 
 ExtractedTexts::ExtractedTexts(ProcessState& process, TextCache cache)
-    : process_(process), cache_(std::move(cache)) {}
+    : process_(process),
+      cache_(std::move(cache)),
+      free_slots_(std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {}
 
 ExtractedTexts::~ExtractedTexts() {
     if (wrote_)
@@ -203,32 +208,44 @@ ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) 
 }
 
 ExtractedText ExtractedTexts::Extract(const std::string& path, const Stop& stop) {
-    std::unique_ptr<ConversionService> service = TakeService();
+    const FileType* type = TypeNamed(path);
+    const bool office = type != nullptr && type->needs_office;
+    std::unique_ptr<ConversionService> service = TakeService(office, stop);
+    if (!service)
+        return {nullptr, "stopped"};
     StopWatcher watcher(stop);
     ExtractedText text = OneLoad(process_).Load(path, *service, watcher);
     service->ForgetFailures();
     static_cast<void>(service->TakeBeside());  // a search looks at the text alone
-    GiveBack(std::move(service));
+    GiveBack(std::move(service), office);
     return text;
 }
 
-std::unique_ptr<ConversionService> ExtractedTexts::TakeService() {
-    {
-        const std::lock_guard lock(guard_);
-        if (!services_.empty()) {
-            std::unique_ptr<ConversionService> service = std::move(services_.back());
-            services_.pop_back();
-            return service;
-        }
+std::unique_ptr<ConversionService> ExtractedTexts::TakeService(bool office, const Stop& stop) {
+    std::unique_lock lock(guard_);
+    while (free_slots_ == 0 || (office && !office_free_)) {
+        if (stop())
+            return nullptr;
+        changed_.wait_for(lock, kAskAgain);
     }
-    auto service = std::make_unique<ConversionService>(process_.platform);
-    service->SetInSandbox(!process_.bWithoutSandbox);
+    --free_slots_;
+    office_free_ = office_free_ && !office;
+    if (services_.empty()) {
+        auto service = std::make_unique<ConversionService>(process_.platform);
+        service->SetInSandbox(!process_.bWithoutSandbox);
+        return service;
+    }
+    std::unique_ptr<ConversionService> service = std::move(services_.back());
+    services_.pop_back();
     return service;
 }
 
-void ExtractedTexts::GiveBack(std::unique_ptr<ConversionService> service) {
+void ExtractedTexts::GiveBack(std::unique_ptr<ConversionService> service, bool office) {
     const std::lock_guard lock(guard_);
     services_.push_back(std::move(service));
+    ++free_slots_;
+    office_free_ = office_free_ || office;
+    changed_.notify_all();
 }
 
 }  // namespace zorvane

@@ -47,8 +47,8 @@ class ExtractedTexts {
   private:
     class InWork;
     ExtractedText Extract(const std::string& path, const Stop& stop);
-    std::unique_ptr<ConversionService> TakeService();
-    void GiveBack(std::unique_ptr<ConversionService> service);
+    std::unique_ptr<ConversionService> TakeService(bool office, const Stop& stop);
+    void GiveBack(std::unique_ptr<ConversionService> service, bool office);
 
     ProcessState& process_;
     TextCache cache_;
@@ -58,6 +58,8 @@ class ExtractedTexts {
     std::condition_variable changed_;
     std::set<TextKey> in_work_;
     std::vector<std::unique_ptr<ConversionService>> services_;
+    int free_slots_;           ///< readers that may be started: one a core
+    bool office_free_ = true;  ///< an office suite reads one document at a time
 };
 
 }  // namespace zorvane

@@ -42,7 +42,7 @@ SystemError FindRun::Start(const LineFinder& finder, const FindRunOptions& optio
     only_.clear();
     root_ = WithSeparator(options.folder);
     PerSide<std::unique_ptr<FolderHandle>> roots;
-    SystemError error = OpenFolder(options.folder, roots.original);
+    SystemError error = OpenFolder(options.folder.empty() ? "." : options.folder, roots.original);
     if (error.code == ENOTDIR) {
         only_ = FileNameOf(options.folder);
         root_ = options.folder.substr(0, options.folder.size() - only_.size());

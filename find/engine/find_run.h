@@ -40,7 +40,7 @@ class FindReceiver {
 };
 
 struct FindRunOptions {
-    std::string folder;      ///< or one file
+    std::string folder;      ///< or one file; empty: the folder one is in, paths without it
     std::string file_types;  ///< see `FilePatterns`
     bool subfolders = true;
     bool hidden = true;  ///< names that begin with "."
