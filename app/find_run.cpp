@@ -123,7 +123,7 @@ class FindRunner : private FindReceiver {
             out_ += rendered;
         }
         constexpr std::size_t kPart = 1 << 16;
-        if (out_.size() >= kPart || IsTerminal(Stream::Output))
+        if (out_.size() >= kPart || at_once_)
             Flush();
         if (command_.quiet && hits_ > 0)
             run_.Abort();
@@ -164,6 +164,7 @@ class FindRunner : private FindReceiver {
     std::unique_ptr<LineFinder> finder_;
     std::optional<LoadedDocuments> documents_;
     std::optional<FindPrinter> printer_;
+    const bool at_once_ = IsTerminal(Stream::Output);
     std::mutex guard_;  ///< over all below but the run
     TerminalWindow window_;
     std::string out_;

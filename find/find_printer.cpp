@@ -56,12 +56,19 @@ std::string Counted(std::int64_t count, const char* one, const char* many) {
 
 }  // namespace
 
-std::string FindPrinter::Shown(std::string_view text) const {
-    return style_.terminal ? VisibleText(text, LineBreaks::Shown) : std::string(text);
+void FindPrinter::Show(std::string_view text, std::string& out) const {
+    if (style_.terminal)
+        out += VisibleText(text, LineBreaks::Shown);
+    else
+        out += text;
 }
 
-std::string FindPrinter::Colored(const char* color, std::string_view text) const {
-    return style_.color ? color + Shown(text) + kEndColor : Shown(text);
+void FindPrinter::ShowColored(const char* color, std::string_view text, std::string& out) const {
+    if (style_.color)
+        out += color;
+    Show(text, out);
+    if (style_.color)
+        out += kEndColor;
 }
 
 std::vector<MatchSpan> FindPrinter::MatchesIn(std::string_view text, int thread) {
@@ -75,10 +82,12 @@ std::string FindPrinter::Print(const FoundFile& file, int thread) {
     if (file.hits == 0)
         return {};
     std::string out;
-    if (style_.layout == FindLayout::Files)
-        return Colored(kPathColor, file.path) + "\n";
-    if (style_.layout == FindLayout::Counts)
-        return Colored(kPathColor, file.path) + ":" + std::to_string(file.hits) + "\n";
+    if (style_.layout == FindLayout::Files || style_.layout == FindLayout::Counts) {
+        ShowColored(kPathColor, file.path, out);
+        if (style_.layout == FindLayout::Counts)
+            out += ":" + std::to_string(file.hits);
+        return out + "\n";
+    }
     std::int64_t last = 0;
     for (const FoundLine& line : file.lines) {
         if (style_.layout == FindLayout::Json) {
@@ -101,26 +110,28 @@ void FindPrinter::PrintLine(const FoundFile& file, const FoundLine& line, int th
                             std::string& out) {
     const bool hit = line.column > 0;
     const char sign = hit ? ':' : '-';
-    out += Colored(kPathColor, file.path);
+    ShowColored(kPathColor, file.path, out);
     out += sign;
-    out += Colored(kLineColor, std::to_string(line.line));
+    ShowColored(kLineColor, std::to_string(line.line), out);
     out += sign;
     if (hit && file.place) {
         if (const std::string place = file.place(line.line, line.column); !place.empty())
-            out += "[" + Shown(place) + "] ";
+            out += "[" + VisibleText(place, LineBreaks::Shown) + "] ";
     }
     const std::string_view text = file.Text(line);
     if (!hit || !style_.color) {
-        out += Shown(text) + "\n";
+        Show(text, out);
+        out += '\n';
         return;
     }
     std::size_t told = 0;
     for (const MatchSpan& match : MatchesIn(text, thread)) {
-        out += Shown(text.substr(told, match.begin - told));
-        out += Colored(kMatchColor, text.substr(match.begin, match.end - match.begin));
+        Show(text.substr(told, match.begin - told), out);
+        ShowColored(kMatchColor, text.substr(match.begin, match.end - match.begin), out);
         told = match.end;
     }
-    out += Shown(text.substr(told)) + "\n";
+    Show(text.substr(told), out);
+    out += '\n';
 }
 
 void FindPrinter::PrintObject(const FoundFile& file, const FoundLine& line, int thread,

@@ -45,8 +45,8 @@ class FindPrinter {
     void PrintLine(const FoundFile& file, const FoundLine& line, int thread, std::string& out);
     void PrintObject(const FoundFile& file, const FoundLine& line, int thread, std::string& out);
     std::vector<MatchSpan> MatchesIn(std::string_view text, int thread);
-    std::string Shown(std::string_view text) const;
-    std::string Colored(const char* color, std::string_view text) const;
+    void Show(std::string_view text, std::string& out) const;
+    void ShowColored(const char* color, std::string_view text, std::string& out) const;
 
     const LineFinder& finder_;
     FindStyle style_;

@@ -11,6 +11,8 @@ namespace {
 constexpr std::int32_t kOtherFault = -1;
 
 std::int32_t Characters(std::string_view text) {
+    if (IsAsciiText(text))
+        return static_cast<std::int32_t>(text.size());
     return static_cast<std::int32_t>(std::count_if(text.begin(), text.end(), [](char byte) {
         return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
     }));
@@ -72,6 +74,7 @@ bool FileSearch::SearchWindow(std::string_view window, FoundFile& found,
     counted_ = 0;
     added_ = 0;
     wanted_behind_ = 0;
+    window_is_utf8_.reset();
     finder_.Find(
         window, scratch_,
         [&](const LineHit& hit) {
@@ -98,30 +101,41 @@ void FileSearch::Take(std::string_view window, const LineHit& hit, FoundFile& fo
         AddBefore(window, hit.line_begin, found);
     }
     CountTo(window, hit.line_begin);
-    const auto piece = [&](std::size_t begin, std::size_t end) {
-        const std::string_view bytes = window.substr(begin, end - begin);
-        return IsUtf8(bytes) ? std::string(bytes) : windows_.Decoded(bytes);
-    };
     FoundLine line;
     line.line = line_;
     line.begin = static_cast<std::uint32_t>(found.texts.size());
-    const std::string before = piece(hit.line_begin, hit.match.begin);
-    const std::string item = piece(hit.match.begin, hit.match.end);
-    line.column = Characters(before) + 1;
-    line.item_length = static_cast<std::uint32_t>(item.size());
-    if (rules_.detail == FindDetail::Lines) {
-        line.item = static_cast<std::uint32_t>(before.size());
-        found.texts += before;
-        found.texts += item;
-        found.texts += piece(hit.match.end, std::max(hit.match.end, hit.line_end));
-    } else {
-        found.texts += item;
-    }
+    const std::string_view before =
+        window.substr(hit.line_begin, hit.match.begin - hit.line_begin);
+    const bool whole = rules_.detail == FindDetail::Lines;
+    const std::size_t item_begin = found.texts.size();
+    line.column = AddText(window, before, found.texts) + 1;
+    if (!whole)
+        found.texts.resize(item_begin);
+    const std::size_t item_at = found.texts.size();
+    AddText(window, window.substr(hit.match.begin, hit.match.end - hit.match.begin), found.texts);
+    line.item = static_cast<std::uint32_t>(item_at) - line.begin;
+    line.item_length = static_cast<std::uint32_t>(found.texts.size() - item_at);
+    if (whole && hit.line_end > hit.match.end)
+        AddText(window, window.substr(hit.match.end, hit.line_end - hit.match.end), found.texts);
     line.length = static_cast<std::uint32_t>(found.texts.size()) - line.begin;
     found.lines.push_back(line);
     const std::size_t next = window.find('\n', hit.line_end);
     added_ = next == std::string_view::npos ? window.size() : next + 1;
     wanted_behind_ = rules_.context;
+}
+
+// How many characters were added. Whether a window is UTF-8 is asked once, at its first hit.
+std::int32_t FileSearch::AddText(std::string_view window, std::string_view bytes,
+                                 std::string& texts) {
+    if (!window_is_utf8_)
+        window_is_utf8_ = IsUtf8(window);
+    if (*window_is_utf8_ || IsUtf8(bytes)) {
+        texts += bytes;
+        return Characters(bytes);
+    }
+    const std::string decoded = windows_.Decoded(bytes);
+    texts += decoded;
+    return Characters(decoded);
 }
 
 // The line number is counted from hit to hit alone.
@@ -140,12 +154,11 @@ void FileSearch::AddLine(std::string_view window, std::size_t begin, std::size_t
         bytes.remove_suffix(1);
     if (bytes.ends_with('\r'))
         bytes.remove_suffix(1);
-    const std::string text = IsUtf8(bytes) ? std::string(bytes) : windows_.Decoded(bytes);
     FoundLine line;
     line.line = line_;
     line.begin = static_cast<std::uint32_t>(found.texts.size());
-    line.length = static_cast<std::uint32_t>(text.size());
-    found.texts += text;
+    AddText(window, bytes, found.texts);
+    line.length = static_cast<std::uint32_t>(found.texts.size()) - line.begin;
     found.lines.push_back(line);
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,6 +74,7 @@ class FileSearch {
   private:
     bool SearchWindow(std::string_view window, FoundFile& found, const std::function<bool()>& stop);
     void Take(std::string_view window, const LineHit& hit, FoundFile& found);
+    std::int32_t AddText(std::string_view window, std::string_view bytes, std::string& texts);
     void AddLine(std::string_view window, std::size_t begin, std::size_t end, FoundFile& found);
     void AddBehind(std::string_view window, std::size_t limit, FoundFile& found);
     void AddBefore(std::string_view window, std::size_t begin, FoundFile& found);
@@ -86,6 +88,7 @@ class FileSearch {
     std::size_t counted_ = 0;  // a line's begin in the window
     std::size_t added_ = 0;    // behind the last line that was added
     std::int32_t wanted_behind_ = 0;
+    std::optional<bool> window_is_utf8_;
 };
 
 }  // namespace zorvane
