@@ -104,8 +104,7 @@ void FileSearch::Take(std::string_view window, const LineHit& hit, FoundFile& fo
     FoundLine line;
     line.line = line_;
     line.begin = static_cast<std::uint32_t>(found.texts.size());
-    const std::string_view before =
-        window.substr(hit.line_begin, hit.match.begin - hit.line_begin);
+    const std::string_view before = window.substr(hit.line_begin, hit.match.begin - hit.line_begin);
     const bool whole = rules_.detail == FindDetail::Lines;
     const std::size_t item_begin = found.texts.size();
     line.column = AddText(window, before, found.texts) + 1;
