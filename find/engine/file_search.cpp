@@ -11,8 +11,6 @@ namespace {
 constexpr std::int32_t kOtherFault = -1;
 
 std::int32_t Characters(std::string_view text) {
-    if (IsAsciiText(text))
-        return static_cast<std::int32_t>(text.size());
     return static_cast<std::int32_t>(std::count_if(text.begin(), text.end(), [](char byte) {
         return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
     }));
@@ -74,7 +72,7 @@ bool FileSearch::SearchWindow(std::string_view window, FoundFile& found,
     counted_ = 0;
     added_ = 0;
     wanted_behind_ = 0;
-    window_is_utf8_.reset();
+    window_text_.reset();
     finder_.Find(
         window, scratch_,
         [&](const LineHit& hit) {
@@ -123,14 +121,17 @@ void FileSearch::Take(std::string_view window, const LineHit& hit, FoundFile& fo
     wanted_behind_ = rules_.context;
 }
 
-// How many characters were added. Whether a window is UTF-8 is asked once, at its first hit.
+// How many characters were added. What a window holds is asked once, at its first hit.
 std::int32_t FileSearch::AddText(std::string_view window, std::string_view bytes,
                                  std::string& texts) {
-    if (!window_is_utf8_)
-        window_is_utf8_ = IsUtf8(window);
-    if (*window_is_utf8_ || IsUtf8(bytes)) {
+    if (!window_text_)
+        window_text_ = IsAsciiText(window)   ? WindowText::Ascii
+                       : IsValidUtf8(window) ? WindowText::Utf8
+                                             : WindowText::Other;
+    if (*window_text_ != WindowText::Other || IsUtf8(bytes)) {
         texts += bytes;
-        return Characters(bytes);
+        return *window_text_ == WindowText::Ascii ? static_cast<std::int32_t>(bytes.size())
+                                                  : Characters(bytes);
     }
     const std::string decoded = windows_.Decoded(bytes);
     texts += decoded;

@@ -88,7 +88,8 @@ class FileSearch {
     std::size_t counted_ = 0;  // a line's begin in the window
     std::size_t added_ = 0;    // behind the last line that was added
     std::int32_t wanted_behind_ = 0;
-    std::optional<bool> window_is_utf8_;
+    enum class WindowText : std::uint8_t { Ascii, Utf8, Other };
+    std::optional<WindowText> window_text_;
 };
 
 }  // namespace zorvane
