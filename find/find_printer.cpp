@@ -1,5 +1,7 @@
 #include "find/find_printer.h"
 
+#include <array>
+#include <charconv>
 #include <fmt/format.h>
 
 #include "common/base/text_encoding.h"
@@ -88,6 +90,8 @@ std::string FindPrinter::Print(const FoundFile& file, int thread) {
             out += ":" + std::to_string(file.hits);
         return out + "\n";
     }
+    constexpr std::size_t kAroundText = 16;
+    out.reserve(file.texts.size() + file.lines.size() * (file.path.size() + kAroundText));
     std::int64_t last = 0;
     for (const FoundLine& line : file.lines) {
         if (style_.layout == FindLayout::Json) {
@@ -112,7 +116,9 @@ void FindPrinter::PrintLine(const FoundFile& file, const FoundLine& line, int th
     const char sign = hit ? ':' : '-';
     ShowColored(kPathColor, file.path, out);
     out += sign;
-    ShowColored(kLineColor, std::to_string(line.line), out);
+    std::array<char, 20> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), line.line);
+    ShowColored(kLineColor, {digits.data(), end.ptr}, out);
     out += sign;
     if (hit && file.place) {
         if (const std::string place = file.place(line.line, line.column); !place.empty())

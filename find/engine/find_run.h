@@ -33,8 +33,9 @@ class DocumentTexts {
 class FindReceiver {
   public:
     virtual ~FindReceiver() = default;
-    /// On any thread, several at once: what takes time. Comes back with `Take`.
-    virtual std::string Render(const FoundFile&, int /*thread*/) { return {}; }
+    /// On any thread, several at once: what takes time. Comes back with `Take`. What is not needed
+    /// there may be dropped here.
+    virtual std::string Render(FoundFile&, int /*thread*/) { return {}; }
     /// In the order of the tree and never two at once: files with hits, and with a reason.
     virtual void Take(FoundFile&& file, std::string&& rendered) = 0;
 };
