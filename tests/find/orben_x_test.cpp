@@ -200,13 +200,14 @@ TEST_F(OrbenXTest, ReadsEachEncoding) {
     // More than a window, so that surrogates lie on its edge.
     std::string long_text;
     for (int count = 0; count < 40000; ++count)
-        long_text += "\xF0\x9F\x98\x80\xF0\x9F\x98\x80\n";
+        long_text += "a\xF0\x9F\x98\x80\xF0\x9F\x98\x80\n";
     Write("5-long", Wide(long_text + line, false) + "x");
     EXPECT_EQ(Find("caf\xC3\xA9"),
               (Texts{"1-utf8:1:3:caf\xC3\xA9", "2-little:1:3:caf\xC3\xA9", "3-big:1:3:caf\xC3\xA9",
                      "4-latin:1:4:caf\xC3\xA9", "5-long:40001:3:caf\xC3\xA9"}));
     EXPECT_EQ(Find("open"), (Texts{"1-utf8:1:10:open", "2-little:1:10:open", "3-big:1:10:open",
                                    "5-long:40001:10:open"}));
+    EXPECT_EQ(Find("\xEF\xBF\xBD"), Texts{}) << "a pair of surrogates was parted";
     // Bytes are enough here, and the column counts characters.
     EXPECT_EQ(Find("ouvert"), (Texts{"4-latin:1:9:ouvert"}));
     engine_.putRegularExpression(true);
