@@ -108,9 +108,8 @@ class FindRunner : private FindReceiver {
 
     std::string Render(FoundFile& file, int thread) override {
         std::string text = command_.quiet ? std::string() : printer_->Print(file, thread);
-        // Memory goes fastest on the thread that took it.
-        file.lines = {};
-        file.texts = {};
+        file.lines.clear();
+        file.texts.clear();
         return text;
     }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "common/base/text_encoding.h"
 
@@ -21,6 +22,28 @@ bool IsUtf8(std::string_view text) {
 }
 
 }  // namespace
+
+void FoundFile::Reset() {
+    FoundFile fresh;
+    fresh.lines = std::move(lines);
+    fresh.texts = std::move(texts);
+    fresh.lines.clear();
+    fresh.texts.clear();
+    *this = std::move(fresh);
+}
+
+FoundFile FoundFile::Take() {
+    if (!lines.empty())
+        return std::move(*this);
+    FoundFile taken;
+    taken.path = std::move(path);
+    taken.end = end;
+    taken.code = code;
+    taken.reason = std::move(reason);
+    taken.hits = hits;
+    taken.place = std::move(place);
+    return taken;
+}
 
 FileSearch::FileSearch(const LineFinder& finder, const FileSearchRules& rules)
     : finder_(finder),

@@ -48,6 +48,10 @@ struct FoundFile {
     std::string texts;  ///< UTF-8
     FoundPlace place;   ///< empty for what is no document
 
+    /// As at first, with the memory of lines and texts kept.
+    void Reset();
+    /// What is there; the memory of lines and texts stays where they are empty.
+    FoundFile Take();
     std::string_view Text(const FoundLine& line) const {
         return std::string_view(texts).substr(line.begin, line.length);
     }

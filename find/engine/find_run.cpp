@@ -106,6 +106,7 @@ std::unique_ptr<TreeFindings> FindRun::Files(const std::shared_ptr<const TreeFol
                                              const OrderedWork& stop) {
     auto findings = std::make_unique<Findings>(*receiver_);
     const std::string below = root_ + folder->Below();
+    FoundFile found;  // its memory serves file after file where the receiver drops what is in it
     const std::function<bool()> stopped = [&stop] { return stop.Aborted(); };
     for (const TreeEntry& entry : files) {
         if (stop.Aborted())
@@ -115,7 +116,7 @@ std::unique_ptr<TreeFindings> FindRun::Files(const std::shared_ptr<const TreeFol
                            entry.kinds.original == EntryKind::Unknown || !only_.empty();
         if (!plain)
             continue;
-        FoundFile found;
+        found.Reset();
         found.path = below + std::string(entry.Name());
         SearchOne(entry, *handles.original, thread, found, stopped);
         ++files_;
@@ -124,7 +125,7 @@ std::unique_ptr<TreeFindings> FindRun::Files(const std::shared_ptr<const TreeFol
         if (found.hits == 0 && found.reason.empty())
             continue;
         std::string rendered = receiver_->Render(found, thread);
-        findings->found.push_back({std::move(found), std::move(rendered)});
+        findings->found.push_back({found.Take(), std::move(rendered)});
     }
     return findings;
 }
