@@ -147,8 +147,10 @@ class FindRunner : private FindReceiver {
         if (out_.empty())
             return;
         window_.Clear();
-        if (const Status written = WriteStream(Stream::Output, out_); !written.ok()) {
-            failed_ = true;
+        const Status written = lost_ ? Status::Ok() : WriteStream(Stream::Output, out_);
+        if (!written.ok()) {
+            LogMessage(process_, written.failure().reason);
+            failed_ = lost_ = true;
             run_.Abort();
         }
         out_.clear();
@@ -175,7 +177,8 @@ class FindRunner : private FindReceiver {
     std::int64_t files_ = 0;
     bool printed_ = false;
     bool failed_ = false;
-    FindRun run_;  ///< the last member: its threads use all the others
+    bool lost_ = false;  ///< nobody takes the output
+    FindRun run_;        ///< the last member: its threads use all the others
 };
 
 constexpr std::int64_t kMegabyte = 1 << 20;

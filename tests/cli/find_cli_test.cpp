@@ -1,4 +1,5 @@
 // "zorvane find" and "zorvane cache" as users start them.
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
@@ -33,10 +34,10 @@ class FindCliTest : public ::testing::Test {
         folder_.Write("tree/binary", std::string("two\0", 4));
     }
     // In the tree, with a home of its own.
-    Outcome Run(const std::string& arguments) {
+    Outcome Run(const std::string& arguments, const std::string& output = "../out") {
         const std::string command =
             "cd '" + folder_.Path("tree") + "' && env -i LANG=C.UTF-8 PATH=\"$PATH\" HOME='" +
-            folder_.Path("home") + "' '" ZORVANE_PROGRAM "' " + arguments + " >../out 2>../err";
+            folder_.Path("home") + "' '" ZORVANE_PROGRAM "' " + arguments + " 2>../err >" + output;
         const int status = std::system(command.c_str());
         EXPECT_TRUE(WIFEXITED(status)) << "the program was ended by a signal";
         return {WEXITSTATUS(status), folder_.Read("out"), folder_.Read("err")};
@@ -95,6 +96,12 @@ TEST_F(FindCliTest, TellsTroubleInAUsersWords) {
         EXPECT_EQ(run.output, "");
         EXPECT_NE(run.error.find(words), std::string::npos) << run.error;
     }
+}
+
+TEST_F(FindCliTest, TellsOnceThatTheOutputIsLost) {
+    const Outcome run = Run("find two", "/dev/full");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(std::count(run.error.begin(), run.error.end(), '\n'), 1) << run.error;
 }
 
 TEST_F(FindCliTest, WritesAnObjectALine) {
