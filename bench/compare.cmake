@@ -1,5 +1,7 @@
 if(ZORVANE_BENCH)
     zorvane_bench(zv_view_bench SOURCES view_bench.cpp USES zv_compare)
+    add_executable(zv_early_times early_times.cpp)
+    target_link_libraries(zv_early_times PRIVATE zorvane_compile_options zv_compare)
     add_executable(zv_stop_times stop_times.cpp)
     target_link_libraries(zv_stop_times PRIVATE zorvane_compile_options zv_compare zv_reports)
 endif()

@@ -116,8 +116,8 @@ class frmCompareFiles : public Viewer {
     ViewerState State() const;
     /// A question of its own stands open, too: it lives on down the stack.
     bool Busy() const override { return run_ != nullptr || asking_ > 0; }
-    /// What is shown is the paragraph level of a run that goes on.
-    bool ShowsEarlyResult() const { return before_early_.has_value(); }
+    /// What is shown is what a run that goes on has found so far.
+    bool ShowsEarlyResult() const { return early_.has_value(); }
     /// A command that is not is refused by its function too.
     bool IsEnabled(ViewerCommand command) const;
     /// Brings the window up to date with the run: its texts, its questions, its result. True when
@@ -130,9 +130,12 @@ class frmCompareFiles : public Viewer {
     /// What list and views tell of, an early result included; it stays until the list is told
     /// again. Nothing before the first result.
     const Comparison* ShownComparison() const;
-    bool HasEarlyList() const { return early_comparison_ != nullptr; }
-    /// The text that the last whole result was made from; may be nothing.
-    const SharedText& ComparedText(Side side) const { return compared_texts_[side]; }
+    /// The text that `ShownComparison` tells of; may be nothing.
+    const SharedText& ComparedText(Side side) const {
+        return early_ ? early_->texts[side] : compared_texts_[side];
+    }
+    /// What the window shows at the moment: there a run looks for words first.
+    void Look(ParagraphsInSight sight);
     /// How much of a run is done, 0 to 1; it may go back between two steps.
     double RunShare() const;
     const clsMRU& RecentFiles(Side side) const { return recent_files_[side]; }
@@ -356,9 +359,9 @@ class frmCompareFiles : public Viewer {
     LoadMemory load_memory_;
     RunCounters counters_;
     DifferenceList list_;
-    std::optional<Revisions> shown_;            ///< nothing: there is no result yet
-    std::optional<EarlyOutcome> before_early_;  ///< what an early result stands in the place of
-    std::shared_ptr<const Comparison> early_comparison_;  ///< that the list tells of meanwhile
+    std::optional<Revisions> shown_;     ///< nothing: there is no result yet
+    std::optional<EarlyOutcome> early_;  ///< of the run that goes on, shown meanwhile
+    ParagraphsInSight in_sight_ = RunControl().InSight();
     bool mbSBSViewFresh_ = false;
     bool mbAIOViewFresh_ = false;
     RunEnd last_run_ = RunEnd::Finished;

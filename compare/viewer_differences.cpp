@@ -154,7 +154,7 @@ void frmCompareFiles::UpdateStatusBar() {
 
 // The lines are made when the list is unfolded, so there is nothing to fill and to wait for.
 void frmCompareFiles::UpdateNavigationalDropDownListBox() {
-    const Comparison& shown = early_comparison_ != nullptr ? *early_comparison_ : Compared();
+    const Comparison& shown = early_ ? *early_->comparison : Compared();
     list_.Show(shown, [this](std::string_view english) { return process_.Translate(english); });
     tools_.TakeRows(shown);
     const bool was_updating = std::exchange(mbUpdatingList_, true);

@@ -1,31 +1,16 @@
-// The Compare Files viewer's early result: the paragraphs of a long compare, shown until the result
-// comes.
+// The Compare Files viewer's early result: what a long compare has found so far, shown until the
+// result comes.
 #include <utility>
 
 #include "compare/compare_files_viewer.h"
 
 namespace zorvane {
 
-// What was there is kept, in case the run is stopped.
+// The editors with marks keep what they held: the window shows the texts as they were compared.
 void frmCompareFiles::ShowEarly(EarlyOutcome early) {
-    EarlyOutcome before;
-    before.view = early.view;
-    const auto swap = [](ShownDocument& entry, ResultText& shown, ResultText& kept) {
-        kept = {entry.editor.TakeRich(), entry.document.TakeParagraphs()};
-        entry.editor.SetRich(std::move(shown.text));
-        entry.document.SetParagraphs(std::move(shown.paragraphs));
-    };
-    if (early.view == View::AllInOne) {
-        swap(editors_.rtbAIODiff, early.all_in_one, before.all_in_one);
-    } else {
-        swap(editors_.rtbOriginalDiffFinal, early.side_by_side.original,
-             before.side_by_side.original);
-        swap(editors_.rtbModifiedDiffFinal, early.side_by_side.modified,
-             before.side_by_side.modified);
-    }
-    before.comparison = std::exchange(early_comparison_, std::move(early.comparison));
+    // Who shows the one before lets go when the list is told again.
+    const std::optional<EarlyOutcome> before = std::exchange(early_, std::move(early));
     UpdateNavigationalDropDownListBox();
-    before_early_ = std::move(before);
 }
 
 // The view that a run was to build holds nothing, or marks of an older result.
@@ -37,9 +22,8 @@ void frmCompareFiles::ShowAgain(std::optional<View> left) {
 }
 
 void frmCompareFiles::PutBackEarly() {
-    if (before_early_)
-        ShowEarly(std::move(*std::exchange(before_early_, std::nullopt)));
-    before_early_.reset();
+    if (const std::optional<EarlyOutcome> before = std::exchange(early_, std::nullopt))
+        UpdateNavigationalDropDownListBox();
 }
 
 }  // namespace zorvane

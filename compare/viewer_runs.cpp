@@ -148,10 +148,12 @@ void frmCompareFiles::StartCompare(Plan plan) {
     StartRun(where, first,
              {[input, outcome, where](ViewerRun& run) {
                   input->questions = &run.Questions();
-                  if (where == RunOn::Worker)
+                  if (where == RunOn::Worker) {
                       input->show_early = [&run](EarlyOutcome early) {
                           run.PublishEarly(std::move(early));
                       };
+                      input->in_sight = [&run] { return run.Control().InSight(); };
+                  }
                   *outcome = RunCompareJob(std::move(*input), run.Control());
               },
               [this, begun, outcome] { HandOver(*begun, *outcome); }});
@@ -162,6 +164,7 @@ void frmCompareFiles::StartRun(RunOn where, RunStep first, ViewerRun::Steps step
     run_ = run;
     run_->first = first;
     run_->Control().Progress(first, 0);
+    run_->Control().Look(in_sight_);
     window_.SetEditable(IsEnabled(ViewerCommand::Edit));
     ShowProgress();
     if (where == RunOn::ThisThread)
@@ -235,8 +238,8 @@ void frmCompareFiles::HandOver(Begun& begun, CompareOutcome& outcome) {
         PutBackEarly();
         ShowAgain(begun.plan.left);
     }
-    before_early_.reset();
-    early_comparison_.reset();
+    // Who shows it lets go when the list is told again.
+    const std::optional<EarlyOutcome> shown_till_then = std::exchange(early_, std::nullopt);
     if (outcome.end == RunEnd::Finished) {
         TakeTexts(begun, outcome);
         TakeView(outcome);

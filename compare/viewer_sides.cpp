@@ -48,9 +48,15 @@ FileKind frmCompareFiles::KindOfFile(Side side) const {
 }
 
 const Comparison* frmCompareFiles::ShownComparison() const {
-    if (early_comparison_ != nullptr)
-        return early_comparison_.get();
+    if (early_)
+        return early_->comparison.get();
     return shown_ ? &Compared() : nullptr;
+}
+
+void frmCompareFiles::Look(ParagraphsInSight sight) {
+    in_sight_ = sight;
+    if (run_ != nullptr)
+        run_->Control().Look(sight);
 }
 
 void frmCompareFiles::SelectFile(Side side, const std::string& path) {

@@ -1,109 +1,19 @@
 #include "common/base/text_encoding.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
-#include <map>
-#include <memory>
-#include <uchardet/uchardet.h>
 #include <unicode/uchar.h>
-#include <unicode/ucnv.h>
 
 #include "common/base/append_in_parts.h"
 #include "common/base/surrogates.h"
+#include "common/base/text_bytes.h"
 #include "common/base/unit_search.h"
 
 namespace zorvane {
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
-constexpr std::size_t kGuessedHead = std::size_t{256} * 1024;
-constexpr std::size_t kPart = std::size_t{1}
-                              << 20;  // bytes that are decoded at once, an even number
 constexpr std::int64_t kUnitsBetweenStops = 1 << 18;
-
-// Windows-1252 where it differs from Latin-1: the bytes 80 to 9F.
-constexpr std::array<char16_t, 32> kWindows1252 = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-struct ConverterCloser {
-    void operator()(UConverter* converter) const { ucnv_close(converter); }
-};
-using Converter = std::unique_ptr<UConverter, ConverterCloser>;
-
-Converter OpenConverter(const std::string& name) {
-    UErrorCode error = U_ZERO_ERROR;
-    Converter converter(ucnv_open(name.c_str(), &error));
-    if (U_FAILURE(error))
-        return nullptr;
-    return converter;
-}
-
-// Opening a converter costs more than the few bytes that RTF decodes at a time, so each thread
-// keeps those of the pages it has met.
-UConverter* ConverterOf(CodePage page) {
-    thread_local std::map<std::int32_t, Converter> kept;
-    const auto found = kept.find(page.number);
-    if (found != kept.end())
-        return found->second.get();
-    const std::string number = std::to_string(page.number);
-    Converter converter = OpenConverter(page.number == 10000 ? "macintosh" : "ibm-" + number);
-    if (page.number != 10000) {
-        Converter windows = OpenConverter("windows-" + number);
-        if (windows)
-            converter = std::move(windows);
-        else if (!converter)
-            converter = OpenConverter("cp" + number);
-    }
-    return kept.emplace(page.number, std::move(converter)).first->second.get();
-}
-
-// A character may begin in one part and end in the next.
-void DecodePart(UConverter* converter, std::string_view part, bool last, std::u16string& text) {
-    const char* source = part.data();
-    const char* const source_end = source + part.size();
-    std::size_t filled = text.size();
-    text.resize(filled + part.size() + 8);
-    while (true) {
-        char16_t* target = text.data() + filled;
-        UErrorCode error = U_ZERO_ERROR;
-        ucnv_toUnicode(converter, &target, text.data() + text.size(), &source, source_end, nullptr,
-                       static_cast<UBool>(last), &error);
-        filled = static_cast<std::size_t>(target - text.data());
-        if (error != U_BUFFER_OVERFLOW_ERROR)
-            break;
-        text.resize(text.size() + part.size() + 8);
-    }
-    text.resize(filled);
-}
-
-std::u16string Decode(UConverter* converter, std::string_view bytes,
-                      RunWatcher* watcher = nullptr) {
-    std::u16string text;
-    text.reserve(bytes.size() + 8);
-    ucnv_reset(converter);
-    do {
-        const std::string_view part = bytes.substr(0, kPart);
-        bytes.remove_prefix(part.size());
-        DecodePart(converter, part, bytes.empty(), text);
-    } while (!bytes.empty() && KeepGoing(watcher));
-    return text;
-}
-
-std::u16string DecodeWindows1252(std::string_view bytes) {
-    std::u16string text(bytes.size(), u'\0');
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(bytes[i]);
-        text[i] = byte >= 0x80 && byte < 0xA0 ? kWindows1252[byte - 0x80] : byte;
-    }
-    return text;
-}
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
 
 struct Sequence {
     char32_t code_point = 0;
@@ -140,23 +50,6 @@ Sequence ReadSequence(std::string_view bytes) {
     return {};
 }
 
-constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-
-// Length of the run of ASCII at the start, found eight bytes at a time.
-std::size_t AsciiRun(std::string_view bytes) {
-    std::size_t at = 0;
-    while (at + 8 <= bytes.size()) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, bytes.data() + at, 8);
-        if ((word & kHighBits) != 0)
-            break;
-        at += 8;
-    }
-    while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80)
-        ++at;
-    return at;
-}
-
 char* PutUtf8(char32_t code, char* out) {
     const auto tail = [&](int shift) {
         *out++ = static_cast<char>(0x80 | ((code >> shift) & 0x3F));
@@ -189,113 +82,24 @@ char32_t NextCodePoint(std::u16string_view text, std::size_t& at) {
     return OfSurrogates(unit, text[at++]);
 }
 
-std::u16string DecodeUtf16(std::string_view bytes, bool big_endian) {
-    std::u16string text(bytes.size() / 2, u'\0');
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto first = static_cast<unsigned char>(bytes[2 * i]);
-        const auto second = static_cast<unsigned char>(bytes[2 * i + 1]);
-        text[i] = static_cast<char16_t>(big_endian ? first << 8 | second : second << 8 | first);
-    }
-    return text;
-}
-
-// A part that ends with a character. It has three bytes behind its first one at most; where more
-// follow they are none of its own.
-std::size_t WholeUtf8(std::string_view bytes) {
-    if (bytes.size() <= kPart)
-        return bytes.size();
-    for (std::size_t back = 0; back <= 3; ++back) {
-        if (!IsContinuation(bytes[kPart - back]))
-            return kPart - back;
-    }
-    return kPart;
-}
-
-// `decode` for one part after the other. `is_utf8`: it is not cut inside a character.
-template <class DecodeOne>
-std::u16string InParts(std::string_view bytes, bool is_utf8, RunWatcher* watcher,
-                       const DecodeOne& decode) {
-    if (bytes.size() <= kPart)
-        return decode(bytes);
-    std::u16string text;
-    text.reserve(bytes.size());
-    while (!bytes.empty() && KeepGoing(watcher)) {
-        const std::size_t size = is_utf8 ? WholeUtf8(bytes) : std::min(kPart, bytes.size());
-        text += decode(bytes.substr(0, size));
-        bytes.remove_prefix(size);
-    }
-    return text;
-}
-
-struct BomRow {
-    std::string_view bytes;
-    const char* name;
-};
-constexpr BomRow kBoms[] = {{"\xEF\xBB\xBF", "UTF-8"},
-                            {std::string_view("\xFF\xFE\0\0", 4), "UTF-32LE"},
-                            {std::string_view("\0\0\xFE\xFF", 4), "UTF-32BE"},
-                            {"\xFF\xFE", "UTF-16LE"},
-                            {"\xFE\xFF", "UTF-16BE"}};
-
-// Text in UTF-16 without a mark: every other byte is zero for nearly all of the head.
-std::string GuessUtf16(std::string_view bytes) {
-    const std::string_view head = bytes.substr(0, 4096);
-    if (head.size() < 4 || bytes.size() % 2 != 0)
-        return {};
-    std::array<std::size_t, 2> zeros{};
-    for (std::size_t i = 0; i < head.size(); ++i)
-        zeros[i % 2] += head[i] == '\0' ? 1U : 0U;
-    const std::size_t half = head.size() / 2;
-    if (zeros[1] * 10 >= half * 9 && zeros[0] == 0)
-        return "UTF-16LE";
-    if (zeros[0] * 10 >= half * 9 && zeros[1] == 0)
-        return "UTF-16BE";
-    return {};
-}
-
-// Encodings of small reach, which the guesser names too often for a handful of accents or quotation
-// marks of Western Europe, and the number of bytes beyond ASCII from which it is believed.
-constexpr std::string_view kRareGuesses[] = {
-    "IBM852",       "IBM855",      "IBM865",       "ISO-8859-2",   "ISO-8859-3",
-    "ISO-8859-4",   "ISO-8859-10", "ISO-8859-13",  "ISO-8859-16",  "MAC-CENTRALEUROPE",
-    "MAC-CYRILLIC", "VISCII",      "WINDOWS-1257", "WINDOWS-1258",
-};
-constexpr std::ptrdiff_t kBelievedFrom = 20;
-
-bool IsGuessBelieved(std::string_view head, std::string_view name) {
-    if (std::find(std::begin(kRareGuesses), std::end(kRareGuesses), name) == std::end(kRareGuesses))
-        return true;
-    return std::count_if(head.begin(), head.end(), [](char byte) {
-               return static_cast<unsigned char>(byte) >= 0x80;
-           }) >= kBelievedFrom;
-}
-
-// The part of a text that tells its encoding: from a little before the first byte beyond ASCII.
-std::string_view TellingPart(std::string_view bytes) {
-    constexpr std::size_t kContext = 4096;
-    const std::size_t ascii = AsciiRun(bytes);
-    return bytes.substr(ascii - std::min(ascii, kContext), kGuessedHead);
-}
-
-std::string GuessByContent(std::string_view bytes) {
-    uchardet_t detector = uchardet_new();
-    const std::string_view head = TellingPart(bytes);
-    std::string name;
-    if (uchardet_handle_data(detector, head.data(), head.size()) == 0) {
-        uchardet_data_end(detector);
-        name = uchardet_get_charset(detector);
-    }
-    uchardet_delete(detector);
-    if (name == "UHC")  // the one library's name for what the other calls by its code page
-        return "windows-949";
-    if (name == "ISO-8859-1")  // the same but for control codes, for which no text has a use
-        return "windows-1252";
-    if (!IsGuessBelieved(head, name))
-        return {};
-    return name == "ASCII" || name == "UTF-8" ? std::string() : name;
-}
-
 }  // namespace
+
+constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+
+// Found eight bytes at a time.
+std::size_t AsciiRun(std::string_view bytes) {
+    std::size_t at = 0;
+    while (at + 8 <= bytes.size()) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes.data() + at, 8);
+        if ((word & kHighBits) != 0)
+            break;
+        at += 8;
+    }
+    while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80)
+        ++at;
+    return at;
+}
 
 std::u16string ToUtf16(std::string_view utf8) {
     std::u16string out;
@@ -356,54 +160,6 @@ bool IsValidUtf8(std::string_view bytes) {
             return false;
         bytes.remove_prefix(sequence.length);
     }
-}
-
-std::u16string DecodeCodePage(std::string_view bytes, CodePage page) {
-    if (AsciiRun(bytes) == bytes.size() || page.number == 1252)
-        return DecodeWindows1252(bytes);
-    if (page.number == 65001)
-        return ToUtf16(bytes);
-    UConverter* converter = ConverterOf(page);
-    return converter == nullptr ? DecodeWindows1252(bytes) : Decode(converter, bytes);
-}
-
-DetectedEncoding DetectEncoding(std::string_view bytes, std::string_view locale_encoding) {
-    for (const BomRow& row : kBoms) {
-        if (bytes.starts_with(row.bytes))
-            return {row.name, row.bytes.size()};
-    }
-    if (const std::string utf16 = GuessUtf16(bytes); !utf16.empty())
-        return {utf16, 0};
-    if (IsValidUtf8(bytes))
-        return {"UTF-8", 0};
-    if (const std::string guess = GuessByContent(bytes);
-        !guess.empty() && OpenConverter(guess) != nullptr)
-        return {guess, 0};
-    const std::string locale(locale_encoding);
-    if (!locale.empty() && ToUpper(locale) != "UTF-8" && OpenConverter(locale) != nullptr)
-        return {locale, 0};
-    return {"windows-1252", 0};
-}
-
-std::u16string DecodeText(std::string_view bytes, const DetectedEncoding& encoding,
-                          RunWatcher* watcher) {
-    bytes.remove_prefix(std::min(encoding.bom_size, bytes.size()));
-    if (encoding.name == "UTF-8")
-        return InParts(bytes, true, watcher, ToUtf16);
-    if (encoding.name == "UTF-16LE" || encoding.name == "UTF-16BE")
-        return InParts(bytes, false, watcher, [&encoding](std::string_view part) {
-            return DecodeUtf16(part, encoding.name == "UTF-16BE");
-        });
-    if (encoding.name != "windows-1252" && encoding.name != "WINDOWS-1252") {
-        if (const Converter converter = OpenConverter(encoding.name))
-            return Decode(converter.get(), bytes, watcher);
-    }
-    return InParts(bytes, false, watcher, DecodeWindows1252);
-}
-
-bool LooksLikeUtf16(std::string_view bytes) {
-    const bool marked = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
-    return marked || !GuessUtf16(bytes).empty();
 }
 
 std::u16string NormalizeBreaks(std::u16string_view text, RunWatcher* watcher) {

@@ -20,27 +20,29 @@ Side CanonicalFirst(const Comparison& comparison) {
     return original <= modified ? Side::Original : Side::Modified;
 }
 
-// What `found` makes of blocks that were not looked into.
-BlocksFound TellParagraphs(const PerSide<CompareSide>& sides, const Comparison& comparison,
-                           const CompareOptions& options, const SectionSwitches& sections,
-                           const ParagraphsFound& found) {
-    if (!found)
+// What the reader is told of blocks that were not all looked into.
+BlocksFound TellReader(const PerSide<CompareSide>& sides, const Comparison& comparison,
+                       const CompareOptions& options, const SectionSwitches& sections,
+                       const EarlyReader& reader) {
+    if (!reader.found)
         return {};
-    return [&](const DocumentPairs& blocks) {
+    const bool swapped = CanonicalFirst(comparison) == Side::Modified;
+    BlocksFound found;
+    found.tell = [&, swapped](const DocumentPairs& blocks) {
         Comparison early = comparison;
-        CompareOptions alone = options;
-        alone.find_sections = false;
-        alone.find_moves = false;
-        const bool swapped = CanonicalFirst(comparison) == Side::Modified;
-        BuildComparison({{&sides.original, &sides.modified}, blocks, swapped}, alone, sections,
-                        early);
+        BuildComparison({{&sides.original, &sides.modified}, blocks, swapped, false}, options,
+                        sections, early);
         if (KeepGoing(sections.watcher))
-            found(std::move(early));
+            reader.found(std::move(early));
     };
+    if (reader.in_sight)
+        found.in_sight = reader.in_sight;
+    found.by_second = swapped;
+    return found;
 }
 
 Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
-                           RunWatcher* watcher, const ParagraphsFound& found = {}) {
+                           RunWatcher* watcher, const EarlyReader& reader = {}) {
     const bool expressions = !options.expressions.empty();
     LineFilter filter;
     LineFilter line_words;  // with the blanks that part them
@@ -73,7 +75,7 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
     comparison.by_character = options.by_character;
     const DocumentPairs pairs =
         PairDocuments(sides[first], sides[OtherSide(first)], options, sections,
-                      TellParagraphs(sides, comparison, options, sections, found));
+                      TellReader(sides, comparison, options, sections, reader));
     if (pairs.stopped || !KeepGoing(watcher))
         return Failure{std::string(kCompareStopped)};
     BuildComparison({{&sides.original, &sides.modified}, pairs, first == Side::Modified}, options,
@@ -87,12 +89,12 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
 
 Result<Comparison> CompareTexts(PerSide<std::shared_ptr<const std::u16string>> texts,
                                 const CompareOptions& options, RunWatcher* watcher,
-                                const ParagraphsFound& found) {
+                                const EarlyReader& reader) {
     Comparison comparison;
     comparison.SetEditorTexts(std::move(texts), watcher);
     if (!KeepGoing(watcher))
         return Failure{std::string(kCompareStopped)};
-    return Compare(std::move(comparison), options, watcher, found);
+    return Compare(std::move(comparison), options, watcher, reader);
 }
 
 Result<Comparison> CompareLineFiles(PerSide<std::string_view> texts, const CompareOptions& options,

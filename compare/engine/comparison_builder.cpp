@@ -245,7 +245,7 @@ class ComparisonBuilder {
                 out_.Text(Side::Modified, item.record, buffers_.modified)};
             if (item.block != nullptr)
                 Sections(*item.block, pairs_.sections, pairs_.letters, texts);
-            else
+            else if (documents_.whole)
                 FindSections(texts);
             for (std::size_t i = detail.first_section; i < out_.sections.size(); ++i)
                 Count(out_.sections[i]);

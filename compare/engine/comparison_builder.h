@@ -12,6 +12,7 @@ struct PairedDocuments {
     PerSide<const CompareSide*> sides;
     const DocumentPairs& pairs;
     bool mirrored = false;  ///< the first side of the pairs is the Modified
+    bool whole = true;      ///< else the sections that are there are taken and none looked for
 };
 
 /// Fills what was found into `comparison`, which holds the texts. A changed block is a "c" record

@@ -217,39 +217,34 @@ class CompareJob {
         };
         const PerSide<std::shared_ptr<const std::u16string>> texts{text_of(Side::Original),
                                                                    text_of(Side::Modified)};
-        Result<Comparison> compared = CompareTexts(texts, asked, &watcher_, EarlyShow());
+        Result<Comparison> compared = CompareTexts(texts, asked, &watcher_, Reader());
         if (!compared.ok())
             return compared.failure();
-        out_.comparison = std::move(compared).value();
+        out_.comparison = std::make_shared<Comparison>(std::move(compared).value());
         TellBeside();
-        return watcher_.KeepGoing() ? Status::Ok() : Status(stopped);
+        if (!watcher_.KeepGoing())
+            return stopped;
+        // From here on nothing changes it.
+        if (ShowsEarly())
+            input_.show_early({out_.texts, out_.comparison});
+        return Status::Ok();
     }
 
-    // Of a long text the paragraphs are shown before the words are looked for.
-    ParagraphsFound EarlyShow() {
+    // Of a long text what is known is shown before all of it is.
+    bool ShowsEarly() const {
         const std::int32_t paragraphs = std::max(editors_.rtbOriginal.document.ParagraphCount(),
                                                  editors_.rtbModified.document.ParagraphCount());
-        if (!input_.show_early || !ViewsWanted() || paragraphs < kParagraphsOfEarlyResult)
-            return {};
-        return [this](Comparison found) { ShowEarly(std::move(found)); };
+        return input_.show_early && ViewsWanted() && paragraphs >= kParagraphsOfEarlyResult;
     }
 
-    void ShowEarly(Comparison found) {
-        EarlyOutcome early;
-        early.comparison = std::make_shared<const Comparison>(std::move(found));
-        PassContext context{
-            editors_, *early.comparison, input_.options, out_.counters, monitor_, false, true};
-        early.view = input_.view;
-        ViewWanted wanted = Wanted();
-        wanted.questions = nullptr;
-        if (!BuildView(context, wanted))
-            return;
-        if (input_.view == View::AllInOne)
-            early.all_in_one = Take(editors_.rtbAIODiff);
-        else
-            early.side_by_side = {Take(editors_.rtbOriginalDiff), Take(editors_.rtbModifiedDiff)};
-        input_.show_early(std::move(early));
-        watcher_.Progress(RunStep::Compare, 0);
+    EarlyReader Reader() {
+        if (!ShowsEarly())
+            return {};
+        return {[this](Comparison found) {
+                    input_.show_early(
+                        {out_.texts, std::make_shared<const Comparison>(std::move(found))});
+                },
+                input_.in_sight};
     }
 
     void TellBeside() {

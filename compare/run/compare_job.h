@@ -17,6 +17,7 @@
 #include "compare/document/rich_text.h"
 #include "compare/engine/comparison.h"
 #include "compare/engine/document_look.h"
+#include "compare/engine/in_sight.h"
 #include "compare/run_counters.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
@@ -55,13 +56,12 @@ struct ResultText {
     Paragraphs paragraphs;
 };
 
-/// The paragraph level of a long compare, before the words are looked for. Not whole: it is shown
-/// until the result comes, and nothing is made from it.
+/// What is known of a long compare while it goes on: the paragraphs, then with the words in sight,
+/// then all of it before the marked texts are made. It is shown until the result comes, and nothing
+/// is made from it.
 struct EarlyOutcome {
-    View view = View::SideBySide;
-    PerSide<ResultText> side_by_side;
-    ResultText all_in_one;
-    std::shared_ptr<const Comparison> comparison;  ///< of paragraphs, without words and moves
+    PerSide<SharedText> texts;
+    std::shared_ptr<const Comparison> comparison;
 };
 
 /// All of it is the run's own, but for what is borrowed for as long as the run goes on.
@@ -88,6 +88,7 @@ struct CompareInput {
     ConversionService* service = nullptr;          ///< borrowed, of no other run meanwhile
     LoadQuestions* questions = nullptr;            ///< borrowed
     std::function<void(EarlyOutcome)> show_early;  ///< empty: nobody waits for it
+    std::function<ParagraphsInSight()> in_sight;   ///< see `EarlyReader`
 };
 
 struct CompareOutcome {
@@ -107,9 +108,9 @@ struct CompareOutcome {
     PerSide<bool> loaded{false, false};
     PerSide<bool> looked_at{false, false};  ///< its file is the one that `stamps` tells of
     PerSide<std::optional<FileStamp>> stamps;
-    PerSide<ResultText> sources;           ///< of a side that was loaded, for its editor
-    std::optional<Comparison> comparison;  ///< nothing when the run got one
-    bool viewer_font = false;              ///< both texts were given the viewer's font
+    PerSide<ResultText> sources;             ///< of a side that was loaded, for its editor
+    std::shared_ptr<Comparison> comparison;  ///< nothing when the run got one
+    bool viewer_font = false;                ///< both texts were given the viewer's font
     PerSide<DocumentLook> looks;
     View view = View::SideBySide;  ///< the one that was built
     bool views_built = false;

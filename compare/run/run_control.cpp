@@ -103,6 +103,18 @@ RunControl::Told RunControl::Unpack(std::uint64_t packed) {
             static_cast<double>(static_cast<std::uint32_t>(packed)) / kWhole};
 }
 
+void RunControl::Look(ParagraphsInSight sight) {
+    const auto begin = static_cast<std::uint32_t>(std::max(0, sight.begin));
+    const auto end = static_cast<std::uint32_t>(std::max(0, sight.end));
+    sight_.store(static_cast<std::uint64_t>(begin) << kPartBits | end, std::memory_order_relaxed);
+}
+
+ParagraphsInSight RunControl::InSight() const {
+    const std::uint64_t sight = sight_.load(std::memory_order_relaxed);
+    return {static_cast<std::int32_t>(sight >> kPartBits),
+            static_cast<std::int32_t>(static_cast<std::uint32_t>(sight))};
+}
+
 RunTexts RunControl::Texts(ProcessState& process) const {
     const Told main = Unpack(main_.load(std::memory_order_relaxed));
     const Told detail = Unpack(detail_.load(std::memory_order_relaxed));

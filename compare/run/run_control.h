@@ -8,6 +8,7 @@
 #include <string>
 
 #include "common/base/run_watcher.h"
+#include "compare/engine/in_sight.h"
 
 namespace zorvane {
 
@@ -31,6 +32,9 @@ class RunControl : public RunWatcher {
     bool KeepGoing() override;
     void Progress(RunStep step, double part) override;
 
+    /// What somebody looks at; at first the beginning.
+    void Look(ParagraphsInSight sight);
+    ParagraphsInSight InSight() const;
     void Stop() { stop_ = true; }
     bool Stopped() const { return stop_; }
     /// The step of the main panel.
@@ -48,11 +52,13 @@ class RunControl : public RunWatcher {
         double part;
     };
     static Told Unpack(std::uint64_t packed);
+    static constexpr std::uint64_t kFirstSight = 64;  // paragraphs of a large screen
 
     std::atomic<bool> stop_{false};
     // Step and part in one word each, so that no reader sees the part of another step.
     std::atomic<std::uint64_t> main_{0};
     std::atomic<std::uint64_t> detail_{0};
+    std::atomic<std::uint64_t> sight_{kFirstSight};  // the begin in the upper half, then the end
     std::function<void()> tick_;
     std::chrono::milliseconds interval_{0};
     std::chrono::steady_clock::time_point last_tick_{};

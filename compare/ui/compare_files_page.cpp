@@ -149,6 +149,10 @@ QWidget* CompareFilesPage::MakeBelow() {
 void CompareFilesPage::MakeResult() {
     result_ = new QStackedWidget(below_);
     pane_ = new ComparePane(shown_texts_.original, shown_texts_.modified, result_);
+    pane_->sight_changed = [this](ParagraphsInSight sight) {
+        if (viewer_ != nullptr)
+            viewer_->Look(sight);
+    };
     result_->addWidget(pane_);
     ViewerEditors& texts = viewer_->Editors();
     const std::pair<RichDocument*, const char*> kinds[] = {{&texts.rtbAdditions, "Additions"},

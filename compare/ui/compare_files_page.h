@@ -202,6 +202,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     void ShowRoom();
     void ShowFiles();
     void ShowResultTexts();
+    void ShowText(Side side, const RichText* text);
     void ShowCounts();
     void ShowIgnored();
     void ShowVerdict();
@@ -252,6 +253,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     PageHost host_;
     frmCompareFiles* viewer_ = nullptr;
     PerSide<RichDocument> shown_texts_;  ///< what the result pane shows, without marks
+    PerSide<SharedText> texts_shown_;    ///< what it was made from
     QStackedWidget* rooms_ = nullptr;    ///< start page or work
     StartPage* start_ = nullptr;
     CompareBar* bar_ = nullptr;

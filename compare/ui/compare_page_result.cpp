@@ -85,20 +85,31 @@ void CompareFilesPage::SetDifferenceList(const DifferenceList& list) {
 // The comparison is the viewer's and stays as long as this list does.
 void CompareFilesPage::ShowResultTexts() {
     const Comparison* shown = viewer_->ShownComparison();
-    pane_->SetComparison(nullptr);
-    const ViewerEditors& texts = viewer_->Editors();
-    for (const Side side : kBothSides) {
-        const SharedText& text = viewer_->ComparedText(side);
-        const ShownDocument& marked =
-            side == Side::Original ? texts.rtbOriginalDiffFinal : texts.rtbModifiedDiffFinal;
-        shown_texts_[side].SetDefaultFormat(marked.editor.DefaultFormat());
-        const bool whole = text != nullptr && !viewer_->HasEarlyList();
-        shown_texts_[side].SetRich(whole ? *text : marked.editor.Rich());
+    const PerSide<SharedText> texts{viewer_->ComparedText(Side::Original),
+                                    viewer_->ComparedText(Side::Modified)};
+    // What an early result has shown already stays, and where it is scrolled to.
+    const bool others = shown == nullptr || texts.original == nullptr ||
+                        texts.original != texts_shown_.original ||
+                        texts.modified != texts_shown_.modified;
+    if (others) {
+        pane_->SetComparison(nullptr);
+        for (const Side side : kBothSides)
+            ShowText(side, texts[side].get());
     }
+    texts_shown_ = texts;
     if (shown != nullptr)
         pane_->SetComparison(std::shared_ptr<const Comparison>(std::shared_ptr<void>(), shown));
     told_stale_ = false;
     bar_->SetStale(false);
+}
+
+void CompareFilesPage::ShowText(Side side, const RichText* text) {
+    const ViewerEditors& editors = viewer_->Editors();
+    const RichDocument& marked =
+        (side == Side::Original ? editors.rtbOriginalDiffFinal : editors.rtbModifiedDiffFinal)
+            .editor;
+    shown_texts_[side].SetDefaultFormat(marked.DefaultFormat());
+    shown_texts_[side].SetRich(text != nullptr ? *text : marked.Rich());
 }
 
 void CompareFilesPage::FillList(const DifferenceList& list) {
@@ -181,7 +192,7 @@ void CompareFilesPage::ShowIgnored() {
 void CompareFilesPage::ShowVerdict() {
     const Comparison* shown = viewer_->ShownComparison();
     Card* card = nullptr;
-    if (shown != nullptr && shown->Same() && !viewer_->HasEarlyList()) {
+    if (shown != nullptr && shown->Same() && !viewer_->ShowsEarlyResult()) {
         const clsCompareFileOptions& options = viewer_->Options();
         Verdict verdict;
         verdict.both_empty = viewer_->Editors().rtbOriginal.editor.Length() == 0 &&

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+#include "compare/engine/in_sight.h"
 #include "compare/ui/connector_strip.h"
 #include "compare/ui/difference_overview.h"
 #include "compare/ui/merged_text.h"
@@ -64,6 +65,8 @@ class ComparePane : public QWidget {
 
     std::function<void(std::int32_t record, Side from)> copy_over;
     std::function<void(std::int32_t record)> record_clicked;
+    /// Other paragraphs are in sight.
+    std::function<void(ParagraphsInSight sight)> sight_changed;
 
   protected:
     void resizeEvent(QResizeEvent* event) override;

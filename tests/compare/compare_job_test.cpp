@@ -108,7 +108,7 @@ TEST_F(CompareJobTest, StopsWhileItLoads) {
         const CompareOutcome stopped =
             RunCompareJob(FromFiles({text, text + " "}, extension), watcher);
         EXPECT_EQ(stopped.end, RunEnd::Aborted) << extension;
-        EXPECT_FALSE(stopped.comparison.has_value());
+        EXPECT_EQ(stopped.comparison, nullptr);
     }
 }
 
@@ -148,7 +148,7 @@ TEST_F(CompareJobTest, BuildsAnotherViewFromTheSameComparison) {
     input.compared = &*first.comparison;
     const CompareOutcome view = RunCompareJob(std::move(input), watcher);
     EXPECT_EQ(Shown(view), Shown(whole));
-    EXPECT_FALSE(view.comparison.has_value()) << "nothing was compared again";
+    EXPECT_EQ(view.comparison, nullptr) << "nothing was compared again";
 }
 
 // How long a run goes on after somebody wants it to stop, in texts of which a stretch without a
@@ -181,9 +181,40 @@ TEST_F(CompareJobTest, AsksOftenOnLongInputs) {
     }
 }
 
-// Who hears of the paragraphs first gets the same in the end, and hears of the same paragraphs.
+// What a reader was told of one compare.
+struct Told {
+    std::vector<Comparison> found;
+    Comparison result;
+};
+
+Told Read(const PerSide<std::shared_ptr<const std::u16string>>& texts, const CompareOptions& asked,
+          const std::function<ParagraphsInSight()>& in_sight) {
+    Told told;
+    Result<Comparison> result = CompareTexts(
+        texts, asked, nullptr,
+        {[&told](Comparison found) { told.found.push_back(std::move(found)); }, in_sight});
+    EXPECT_TRUE(result.ok());
+    told.result = std::move(result).value();
+    return told;
+}
+
+std::vector<std::u16string> WordsOf(const Comparison& comparison, std::size_t record) {
+    std::vector<std::u16string> words;
+    for (const SectionDetail& section : comparison.SectionsOf(record)) {
+        for (const Side side : kBothSides) {
+            const DetailPlace& place = PlaceOf(section, side);
+            words.push_back(comparison.Text(side, comparison.records[record])
+                                .substr(static_cast<std::size_t>(place.begin),
+                                        static_cast<std::size_t>(place.Length())));
+        }
+    }
+    return words;
+}
+
+// Whoever reads early gets the same in the end, and paragraphs and words that stay.
 TEST_F(CompareJobTest, TheEarlyRoadLeadsToTheSameResult) {
     std::mt19937 random(21);
+    int words_in_sight = 0;
     for (int round = 0; round < 40; ++round) {
         SCOPED_TRACE(round);
         const std::string original = Words(random, 600 + static_cast<int>(random() % 3000));
@@ -198,28 +229,68 @@ TEST_F(CompareJobTest, TheEarlyRoadLeadsToTheSameResult) {
         asked.faster = round % 5 == 0;
         asked.bracket = round % 7 == 0 ? 20 : 0;
         asked.ignore_empty_lines = round % 6 == 0;
+        asked.larger_sections = round % 8 == 5;
         const auto text = [](const std::string& utf8) {
             return std::make_shared<const std::u16string>(ToUtf16(utf8));
         };
         const PerSide<std::shared_ptr<const std::u16string>> texts{text(original), text(modified)};
-        int heard = 0;
-        Result<Comparison> early = CompareTexts(texts, asked, nullptr, [&](Comparison found) {
-            ++heard;
-            EXPECT_TRUE(found.sections.empty());
-            EXPECT_TRUE(found.moves.empty());
-            CompareOptions alone = asked;
-            alone.find_moves = false;
-            alone.find_sections = false;
-            const Result<Comparison> paragraphs = CompareTexts(texts, alone, nullptr);
-            ASSERT_TRUE(paragraphs.ok());
-            EXPECT_EQ(found.records, paragraphs.value().records);
+        int asked_for = 0;
+        const Told told = Read(texts, asked, [&] {
+            const std::int32_t begin = 100 * (++asked_for / 20);
+            return ParagraphsInSight{begin, begin + 40};
         });
-        Result<Comparison> plain = CompareTexts(texts, asked, nullptr);
-        ASSERT_TRUE(early.ok() && plain.ok());
-        EXPECT_EQ(heard, 1);
-        EXPECT_EQ(WriteJsonReport(ReportModel{early.value()}),
+        CompareOptions alone = asked;
+        alone.find_moves = false;
+        const Result<Comparison> plain = CompareTexts(texts, asked, nullptr);
+        const Result<Comparison> unmoved = CompareTexts(texts, alone, nullptr);
+        ASSERT_TRUE(plain.ok() && unmoved.ok() && !told.found.empty());
+        EXPECT_EQ(WriteJsonReport(ReportModel{told.result}),
                   WriteJsonReport(ReportModel{plain.value()}));
         EXPECT_FALSE(plain.value().sections.empty());
+        EXPECT_TRUE(told.found.front().sections.empty());
+        for (const Comparison& found : told.found) {
+            EXPECT_TRUE(found.moves.empty());
+            ASSERT_EQ(found.records, unmoved.value().records);
+            for (std::size_t record = 0; record < found.records.size(); ++record) {
+                if (found.details[record].section_count == 0)
+                    continue;
+                ++words_in_sight;
+                EXPECT_EQ(WordsOf(found, record), WordsOf(unmoved.value(), record));
+            }
+        }
+    }
+    EXPECT_GT(words_in_sight, 1000);
+}
+
+// In both directions, since the engine may search in the other one.
+TEST_F(CompareJobTest, WordsInSightComeFirst) {
+    std::mt19937 random(5);
+    const std::string longer = Words(random, 48000);
+    const std::string other = Edited(longer, random, 1000);
+    const auto text = [](const std::string& utf8) {
+        return std::make_shared<const std::u16string>(ToUtf16(utf8));
+    };
+    const PerSide<std::shared_ptr<const std::u16string>> texts{text(longer), text(other)};
+    for (const bool swapped : {false, true}) {
+        SCOPED_TRACE(swapped);
+        const ParagraphsInSight sight{3000, 3050};
+        const Told told = Read(
+            swapped ? PerSide<std::shared_ptr<const std::u16string>>{texts.modified, texts.original}
+                    : texts,
+            {}, [&] { return sight; });
+        ASSERT_EQ(told.found.size(), 2U) << "a sight that stays is told of once";
+        const Comparison& found = told.found.back();
+        int inside = 0;
+        for (std::size_t i = 0; i < found.records.size(); ++i) {
+            const DifferenceRecord& record = found.records[i];
+            if (record.type != DifferenceType::Change)
+                continue;
+            const bool in_sight =
+                record.last_original > sight.begin && record.first_original <= sight.end;
+            inside += in_sight ? 1 : 0;
+            EXPECT_EQ(found.details[i].section_count > 0, in_sight) << record.first_original;
+        }
+        EXPECT_GT(inside, 3);
     }
 }
 

@@ -12,6 +12,9 @@ namespace zorvane {
 namespace {
 
 constexpr std::size_t kLongRecord = 1 << 16;
+// How much of a compare pairing is, and of that the paragraphs where their words come behind.
+constexpr double kPairingPart = 0.9;
+constexpr double kParagraphsPart = 0.4;
 
 class DocumentPairer {
   public:
@@ -23,7 +26,10 @@ class DocumentPairer {
           options_(options),
           finder_(sections),
           watcher_(sections.watcher),
-          found_(found) {}
+          found_(found) {
+        if (found_.tell)
+            part_.end = kParagraphsPart;
+    }
 
     DocumentPairs Run() {
         const std::vector<EqualRun> runs = FindTrustedRuns(first_, second_, watcher_);
@@ -45,7 +51,7 @@ class DocumentPairer {
         stretch.first_end = first_.Count();
         stretch.second_end = second_.Count();
         Stretch(stretch);
-        if (found_)
+        if (found_.tell)
             LookIntoBlocks();
         if (options_.bracket > 0)
             KeepWithinBracket(pairs_.blocks);
@@ -55,6 +61,14 @@ class DocumentPairer {
     }
 
   private:
+    // A changed block whose words are looked for when all blocks are found.
+    struct Unlooked {
+        std::size_t block = 0;
+        const StretchText* weights = nullptr;
+        bool looked = false;
+        bool told = false;  // with its words
+    };
+
     bool StillGoing() {
         pairs_.stopped = pairs_.stopped || !zorvane::KeepGoing(watcher_);
         return !pairs_.stopped;
@@ -62,7 +76,6 @@ class DocumentPairer {
 
     bool KeepGoing(std::int32_t place) {
         constexpr std::int64_t kUnitsBetween = 1 << 16;
-        constexpr double kPairingPart = 0.9;
         if (watcher_ == nullptr || pairs_.stopped)
             return !pairs_.stopped;
         const std::int64_t done = first_.Lines().Units(0, first_.LineOf(place));
@@ -70,7 +83,8 @@ class DocumentPairer {
             return true;
         told_ = done;
         const auto all = static_cast<double>(first_.Lines().Units(0, first_.Lines().Count()));
-        watcher_->Progress(RunStep::Compare, kPairingPart * static_cast<double>(done) / all);
+        watcher_->Progress(RunStep::Compare, part_.begin + (part_.end - part_.begin) *
+                                                               static_cast<double>(done) / all);
         pairs_.stopped = !watcher_->KeepGoing();
         return !pairs_.stopped;
     }
@@ -100,7 +114,7 @@ class DocumentPairer {
         const StretchText& text = *kept;
         if (!StillGoing())
             return;
-        if (found_)
+        if (found_.tell)
             kept_.push_back(kept);
         for (const PairedBlock& block : PairStretch(first_, second_, text, options_)) {
             if (!KeepGoing(block.range.first_begin))
@@ -123,29 +137,73 @@ class DocumentPairer {
 
     void Changed(const PairedBlock& block, const StretchText* weights) {
         pairs_.blocks.push_back({block.range, false});
-        if (found_)
-            weights_.push_back(weights);
+        if (found_.tell)
+            unlooked_.push_back({pairs_.blocks.size() - 1, weights});
         else
             FindSections(pairs_.blocks.back(), weights);
     }
 
-    // In their order, as they are where each is looked into at once.
+    // Those in sight first, the others in their order.
     void LookIntoBlocks() {
+        if (!StillGoing())
+            return;
+        Tell();
+        told_ = 0;
+        part_ = {kParagraphsPart, kPairingPart};
+        ParagraphsInSight seen;
+        for (Unlooked& next : unlooked_) {
+            const ParagraphsInSight now = found_.in_sight ? found_.in_sight() : seen;
+            if (now != seen)
+                LookIntoSight(now);
+            seen = now;
+            if (!KeepGoing(pairs_.blocks[next.block].range.first_begin))
+                return;
+            Look(next);
+        }
+    }
+
+    void LookIntoSight(const ParagraphsInSight& sight) {
+        const auto ends_before = [&](const Unlooked& entry, std::int32_t line) {
+            return LinesOf(entry).end <= line;
+        };
+        const auto begin =
+            std::lower_bound(unlooked_.begin(), unlooked_.end(), sight.begin, ends_before);
+        bool any = false;
+        for (auto entry = begin; entry != unlooked_.end() && LinesOf(*entry).begin < sight.end;
+             ++entry) {
+            if (!StillGoing())
+                return;
+            Look(*entry);
+            any = any || !entry->told;
+        }
+        if (any)
+            Tell();
+    }
+
+    ParagraphsInSight LinesOf(const Unlooked& entry) const {
+        const PlaceRange& range = pairs_.blocks[entry.block].range;
+        return found_.by_second ? ParagraphsInSight{second_.LineOf(range.second_begin),
+                                                    second_.LineOf(range.second_end - 1) + 1}
+                                : ParagraphsInSight{first_.LineOf(range.first_begin),
+                                                    first_.LineOf(range.first_end - 1) + 1};
+    }
+
+    void Look(Unlooked& entry) {
+        if (entry.looked)
+            return;
+        FindSections(pairs_.blocks[entry.block], entry.weights);
+        entry.looked = true;
+    }
+
+    void Tell() {
         if (!StillGoing())
             return;
         DocumentPairs blocks = pairs_;
         if (options_.bracket > 0)
             KeepWithinBracket(blocks.blocks);
-        found_(blocks);
-        told_ = 0;
-        auto weights = weights_.begin();
-        for (FoundBlock& block : pairs_.blocks) {
-            if (block.equal)
-                continue;
-            if (!KeepGoing(block.range.first_begin))
-                return;
-            FindSections(block, *weights++);
-        }
+        found_.tell(blocks);
+        for (Unlooked& entry : unlooked_)
+            entry.told = entry.looked;
     }
 
     void FindSections(FoundBlock& block, const StretchText* weights) {
@@ -208,7 +266,11 @@ class DocumentPairer {
     RunWatcher* watcher_;
     const BlocksFound& found_;
     std::vector<std::shared_ptr<const StretchText>> kept_;  // that `weights_` points to
-    std::vector<const StretchText*> weights_;               // of each changed block
+    std::vector<Unlooked> unlooked_;                        // the changed blocks in their order
+    struct {
+        double begin = 0;
+        double end = kPairingPart;
+    } part_;  // of the compare that `KeepGoing` tells of
     DocumentPairs pairs_;
     std::int64_t told_ = 0;
     struct {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "compare/engine/compare_options.h"
+#include "compare/engine/in_sight.h"
 #include "compare/engine/pairing/compare_side.h"
 #include "compare/engine/pairing/section_finder.h"
 #include "compare/engine/pairing/stretch_pairs.h"
@@ -28,11 +29,16 @@ struct DocumentPairs {
     bool stopped = false;
 };
 
-/// Hears of all blocks before any of them is looked into; moves are not there yet either.
-using BlocksFound = std::function<void(const DocumentPairs&)>;
+/// Hears of all blocks before any of them is looked into, and each time all in sight are; moves are
+/// not there yet.
+struct BlocksFound {
+    std::function<void(const DocumentPairs&)> tell;
+    std::function<ParagraphsInSight()> in_sight;  ///< may be empty: nothing is
+    bool by_second = false;                       ///< whose lines `in_sight` tells of
+};
 
 /// `sections`: how to look into a block; the filter of paragraphs is in the sides already. What is
-/// found is the same with `found` and without.
+/// found is the same with `found` and without, but for the order of the sections.
 DocumentPairs PairDocuments(const CompareSide& first, const CompareSide& second,
                             const CompareOptions& options, const SectionSwitches& sections,
                             const BlocksFound& found = {});
