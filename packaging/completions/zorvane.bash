@@ -8,7 +8,7 @@ _zorvane() {
         --report-type) return ;;
         --json) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
         --color) COMPREPLY=($(compgen -W 'auto always never' -- "$current")); return ;;
-        -U|--context) return ;;
+        -C|--context) return ;;
         --view) COMPREPLY=($(compgen -W 'side-by-side all-in-one' -- "$current")); return ;;
         --unchanged) COMPREPLY=($(compgen -W 'all folded none' -- "$current")); return ;;
         --title) return ;;
@@ -34,13 +34,16 @@ _zorvane() {
         -j|--jobs) return ;;
         --only) return ;;
         --reports) return ;;
+        -j|--threads) return ;;
     esac
     case ${COMP_WORDS[1]} in
         compare) words='-h --help -V --version -o --report --report-type --json --stat -q --quiet --color --no-pager -U --context --open --view --unchanged --title --original-label --modified-label -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --ignore-regex --letters --faster --larger-sections --no-moves --also --bracket --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         text) words='-h --help -V --version --rtf -o --output --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         install-git) words='-h --help --local --global --remove' ;;
         folders) words='-h --help -V --version -r --recursive --types --dates --quick --no-hidden --follow --no-renames -j --jobs -o --output --json --only --stat -q --quiet --color --text --reports --report-type -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
-        *) words='compare text install-git folders --help --version' ;;
+        find) words='-h --help -V --version -e --regexp -i --ignore-case -w --word-regexp -r --recursive --types --office --no-hidden -j --threads --no-cache --no-sandbox -C --context -l --files-with-matches -c --count --json --stats -q --quiet --color' ;;
+        cache) words='-h --help -V --version --clear' ;;
+        *) words='compare text install-git folders find cache --help --version' ;;
     esac
     if [[ $current == -* || $COMP_CWORD -eq 1 ]]; then
         IFS=$' \t\n' COMPREPLY=($(compgen -W "$words" -- "$current"))
