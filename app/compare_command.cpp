@@ -199,11 +199,15 @@ struct Commands {
     CLI::App* text = nullptr;
     CLI::App* git = nullptr;
     CLI::App* folders = nullptr;
+    CLI::App* find = nullptr;
+    CLI::App* cache = nullptr;
     CompareCommand compare_command;
     TextCommand text_command;
     GitCommand git_command;
     FoldersCommand folders_command;
     RawFoldersOptions raw_folders;
+    FindCommand find_command;
+    CacheCommand cache_command;
     RawOptions raw;
 };
 
@@ -235,7 +239,7 @@ void AddTextCommand(Commands& commands) {
     AddLoadOptions(text, command.load, commands.raw.sets);
 }
 
-constexpr const char* kCommands[] = {"compare", "text", "folders", "install-git"};
+constexpr const char* kCommands[] = {"compare", "text", "folders", "find", "cache", "install-git"};
 
 const char* CommandNamed(std::string_view name) {
     for (const char* command : kCommands) {
@@ -252,7 +256,8 @@ const char* CommandOf(const std::vector<std::string>& arguments) {
 }
 
 std::string HelpFor(const Commands& commands) {
-    for (CLI::App* command : {commands.compare, commands.text, commands.git, commands.folders}) {
+    for (CLI::App* command : {commands.compare, commands.text, commands.git, commands.folders,
+                              commands.find, commands.cache}) {
         if (command->parsed())
             return command->help();
     }
@@ -283,6 +288,9 @@ bool IsSlashForm(const std::vector<std::string>& arguments) {
         return false;
     if (arguments.front().starts_with('/'))
         return !Exists(arguments.front());
+    // What is looked for may be a path of any kind.
+    if (arguments.front() == "find")
+        return false;
     for (const std::string& argument : arguments) {
         const std::size_t colon = argument.find(":\\");
         if (colon == 1 && IsAsciiLetter(argument[0]))
@@ -301,6 +309,8 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
     AddTextCommand(commands);
     commands.git = AddGitCommand(app, commands.git_command);
     commands.folders = AddFoldersCommand(app, commands.folders_command, commands.raw_folders);
+    commands.find = AddFindCommand(app, commands.find_command);
+    commands.cache = AddCacheCommand(app, commands.cache_command);
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     if (MeansCompare(arguments))
@@ -334,6 +344,16 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
             !done.ok())
             return Trouble(done.failure().reason, name);
         outcome.folders = std::move(commands.folders_command);
+        return outcome;
+    }
+    if (commands.find->parsed()) {
+        if (const Status done = FinishFindCommand(commands.find_command); !done.ok())
+            return Trouble(done.failure().reason, name);
+        outcome.find = std::move(commands.find_command);
+        return outcome;
+    }
+    if (commands.cache->parsed()) {
+        outcome.cache = commands.cache_command;
         return outcome;
     }
     if (const auto failure = Finish(*commands.compare, commands.raw, commands.compare_command))

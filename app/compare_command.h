@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/find_command.h"
 #include "app/folders_command.h"
 #include "app/git_command.h"
 #include "app/load_options.h"
@@ -68,6 +69,8 @@ struct CommandLineOutcome {
     std::optional<TextCommand> text;
     std::optional<FoldersCommand> folders;
     std::optional<GitCommand> git;
+    std::optional<FindCommand> find;
+    std::optional<CacheCommand> cache;
     int exit_status = 0;  ///< when there is no command
     std::string output;   ///< for standard output: help or version
     std::string error;    ///< for standard error

@@ -97,6 +97,10 @@ int RunUnixForm(Platform& platform, const std::vector<std::string>& arguments) {
     }
     if (outcome.folders)
         return RunReady(platform, *outcome.folders, RunFoldersCommand);
+    if (outcome.find)
+        return RunFindCommand(platform, *outcome.find);
+    if (outcome.cache)
+        return RunCacheCommand(platform, *outcome.cache);
     const bool printed = WriteStream(Stream::Output, outcome.output).ok();
     IgnoreFailure(WriteStream(Stream::Error, outcome.error), "there is no other place for it");
     return printed ? outcome.exit_status : kTrouble;

@@ -14,6 +14,8 @@ endfunction()
 
 zorvane_external(zv_ext_pcre2 libpcre2-8.a pcre2.h)
 target_compile_definitions(zv_ext_pcre2 INTERFACE PCRE2_CODE_UNIT_WIDTH=8)
+zorvane_external(zv_ext_re2 libre2.a re2/re2.h)
+zorvane_external(zv_ext_zstd libzstd.a zstd.h)
 zorvane_external(zv_ext_uchardet libuchardet.a uchardet/uchardet.h)
 zorvane_external(zv_ext_icu libicuuc.a unicode/ucnv.h)
 find_library(zv_ext_icudata_ARCHIVE NAMES libicudata.a REQUIRED)

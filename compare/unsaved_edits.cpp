@@ -31,11 +31,15 @@ UnsavedEdits::Answer UnsavedEdits::Ask(LosingStep step, const EditedText& text) 
 EditsOrFiles UnsavedEdits::AskWhatToCompare(const PerSide<bool>& edited) {
     WindowQuestion question;
     question.title = process_.Translate("Unsaved edits");
-    question.text = process_.Translate(
-        edited.original && edited.modified
-            ? "Original and Modified have edits that are not saved. Loading them again loses them."
-        : edited.original ? "Original has edits that are not saved. Loading it again loses them."
-                          : "Modified has edits that are not saved. Loading it again loses them.");
+    if (edited.original && edited.modified)
+        question.text = process_.Translate(
+            "Original and Modified have edits that are not saved. Loading them again loses them.");
+    else if (edited.original)
+        question.text = process_.Translate(
+            "Original has edits that are not saved. Loading it again loses them.");
+    else
+        question.text = process_.Translate(
+            "Modified has edits that are not saved. Loading it again loses them.");
     question.icon = MessageIcon::Warning;
     question.answers = {process_.Translate("Compare My Edits"), process_.Translate("Load Again"),
                         process_.Translate("Cancel")};

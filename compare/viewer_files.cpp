@@ -152,14 +152,23 @@ bool frmCompareFiles::MayLoseEdits(LosingStep step, const PerSide<bool>& of) {
 
 // The sides whose edits a reload leaves alone; nothing when the user steps back.
 std::optional<PerSide<bool>> frmCompareFiles::EditsToKeep() {
-    PerSide<bool> edited{false, false};
-    for (const Side side : kBothSides)
-        edited[side] = DocumentOf(TargetOf(side)).editor.IsModified() &&
-                       !IsAsItWasLoaded(options_, load_memory_, side,
-                                        side == Side::Original ? options_.sFileOriginal.Data()
-                                                               : options_.sFileModified.Data());
     const PerSide<bool> none{false, false};
-    if (Silent() || (!edited.original && !edited.modified))
+    if (Silent())
+        return none;
+    PerSide<bool> edited = none;    // whose own file would be read again
+    PerSide<bool> replaced = none;  // whose place the text of another file takes
+    for (const Side side : kBothSides) {
+        const std::string& file =
+            side == Side::Original ? options_.sFileOriginal.Data() : options_.sFileModified.Data();
+        if (!DocumentOf(TargetOf(side)).editor.IsModified() ||
+            IsAsItWasLoaded(options_, load_memory_, side, file))
+            continue;
+        const bool own = load_memory_.loaded[side].Path == file;
+        (own ? edited : replaced)[side] = true;
+    }
+    if ((replaced.original || replaced.modified) && !MayLoseEdits(LosingStep::Load, replaced))
+        return std::nullopt;
+    if (!edited.original && !edited.modified)
         return none;
     switch (UnsavedEdits(process_, window_).AskWhatToCompare(edited)) {
         case EditsOrFiles::Edits:

@@ -1,4 +1,6 @@
 // Saving, printing, and questions about files, for a Compare Files viewer.
+#include <QDir>
+#include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinterInfo>
 #include <QStandardPaths>
@@ -78,8 +80,11 @@ std::string CompareFilesPage::DefaultPrinter() {
 QString CompareFilesPage::PdfName() const {
     QString name = Caption();
     name.replace(u'/', u'-');
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u'/' + name +
-           QStringLiteral(".pdf");
+    // The folder of documents is a promise that not every desktop keeps.
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (!QFileInfo(folder).isDir())
+        folder = QDir::homePath();
+    return folder + u'/' + name + QStringLiteral(".pdf");
 }
 
 void CompareFilesPage::PrintPreview() {

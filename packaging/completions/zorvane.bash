@@ -5,7 +5,7 @@ _zorvane() {
     compopt -o filenames 2>/dev/null
     case $before in
         -o|--report) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
-        --report-type) COMPREPLY=($(compgen -W 'html text csv doc' -- "$current")); return ;;
+        --report-type) return ;;
         --json) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
         --color) COMPREPLY=($(compgen -W 'auto always never' -- "$current")); return ;;
         -U|--context) return ;;
@@ -30,12 +30,17 @@ _zorvane() {
         --settings) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
         --log) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
         -o|--output) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
+        --types) return ;;
+        -j|--jobs) return ;;
+        --only) return ;;
+        --reports) return ;;
     esac
     case ${COMP_WORDS[1]} in
         compare) words='-h --help -V --version -o --report --report-type --json --stat -q --quiet --color --no-pager -U --context --open --view --unchanged --title --original-label --modified-label -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --ignore-regex --letters --faster --larger-sections --no-moves --also --bracket --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         text) words='-h --help -V --version --rtf -o --output --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         install-git) words='-h --help --local --global --remove' ;;
-        *) words='compare text install-git --help --version' ;;
+        folders) words='-h --help -V --version -r --recursive --types --dates --quick --no-hidden --follow --no-renames -j --jobs -o --output --json --only --stat -q --quiet --color --text --reports --report-type -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
+        *) words='compare text install-git folders --help --version' ;;
     esac
     if [[ $current == -* || $COMP_CWORD -eq 1 ]]; then
         IFS=$' \t\n' COMPREPLY=($(compgen -W "$words" -- "$current"))

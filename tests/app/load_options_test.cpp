@@ -90,7 +90,8 @@ TEST(TextCommand, IsReadFromItsLine) {
     expected.no_sandbox = true;
     EXPECT_EQ(command.load, expected);
     EXPECT_NE(ParseUnixCommandLine({"text"}).error.find("zorvane text --help"), std::string::npos);
-    EXPECT_NE(ParseUnixCommandLine({"text", "--help"}).output.find("textconv"), std::string::npos);
+    EXPECT_NE(ParseUnixCommandLine({"text", "--help"}).output.find("install-git"),
+              std::string::npos);
 }
 
 TEST_F(LoadOptionsTest, ReachBothSides) {

@@ -1,0 +1,5 @@
+if(ZORVANE_BENCH)
+    zorvane_bench(zv_find_bench SOURCES find_bench.cpp USES zv_find)
+    target_compile_definitions(zv_find_bench PRIVATE ZORVANE_PROGRAM="$<TARGET_FILE:zorvane>")
+    add_dependencies(zv_find_bench zorvane)
+endif()

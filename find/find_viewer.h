@@ -1,0 +1,135 @@
+// The Find Text In Files viewer: owns the engine, the settings and the histories of one search and
+// makes all its decisions. Everything here belongs to the viewer's thread.
+#pragma once
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/string_utilities.h"
+#include "compare/viewer.h"
+#include "find/engine/orben_x.h"
+#include "find/find_rows.h"
+#include "find/find_window.h"
+#include "find/loaded_documents.h"
+#include "options/find_settings.h"
+
+namespace zorvane {
+
+struct ProcessState;
+
+/// What a sign of simple regular expressions does to the entry "What To Find".
+struct ExpressionSign {
+    const char* words;  ///< a row of the picker, in English
+    const char* symbol;
+    bool in_front = false;  ///< put at the front, else added at the end
+};
+/// In the order of the picker.
+const std::vector<ExpressionSign>& ExpressionSigns();
+
+class frmFindTextInFiles : public Viewer, private OrbenXEvents {
+  public:
+    /// Both are borrowed and outlive the viewer.
+    frmFindTextInFiles(ProcessState& process, FindTextWindow& window);
+    ~frmFindTextInFiles() override;
+
+    // ---- life ----
+    ViewerKind Kind() const override { return ViewerKind::FindText; }
+    void Setup(const std::string& sName, bool bFlag) override;
+    void ReadIniFile() override;
+    /// The settings; histories are written when a search begins.
+    void SaveIniFile() override;
+    const std::string& Description() const override { return msFormName; }
+    std::vector<std::string> FileNames() const override { return {folder_}; }
+    void Activate() override { window_.Activate(); }
+    bool MayClose() override { return true; }
+    void Close() override;
+
+    // ---- a search ----
+    void Refresh_View() { BeginSearch(); }
+    /// Takes the window's entries over and begins.
+    void UpdateEngineFromGUI();
+    void BeginSearch();
+    bool Busy() const override { return OrbenX1.IsSearching(); }
+    /// Without a search nothing happens.
+    void Abort() override;
+    /// A tick of the timer, about every 25 ms. True when the search has ended.
+    bool Poll() override;
+    /// A click on one of the five boxes.
+    void TakeSwitches();
+
+    // ---- what is shown ----
+    const HitRows& fgFiles() const { return hits_; }
+    const std::vector<std::string>& fgErrorMessages() const { return errors_; }
+    const ContextRows& fgFileWithHit() const { return context_; }
+    /// A double click; `row` counts the header row as 0.
+    void ShowHit(std::int32_t row);
+    /// The entry "What To Find" with a sign of the picker in it; ticks the box.
+    void PickSign(const ExpressionSign& sign);
+    void mnuReportTabDelimitedFile_Click();
+
+    // ---- settings and layout ----
+    FindSettings& Settings() { return settings_; }
+    /// 1.0: the grid of errors is hidden.
+    double mdDividerPrimaryRatio = 1.0;
+    double mdDividerPrimaryRatioLast = 0.85;
+    double mdDividerSecondaryRatio = 0.5;
+    /// Whoever reads documents in place of the user's cache and readers: for tests.
+    void SetDocuments(DocumentTexts* documents) { OrbenX1.SetDocuments(documents); }
+    const OrbenX& Engine() const { return OrbenX1; }
+
+  private:
+    struct EngineEvent {
+        enum class Kind { Started, Completed, Error } kind = Kind::Started;
+        std::int32_t code = 0;
+        std::string message;
+    };
+
+    void OnSearchStarted() override;
+    void OnSearchCompleted() override;
+    void OnSearchError(std::int32_t lCode, const std::string& sMessage) override;
+    void Queue(EngineEvent event);
+    void TakeEvents();
+    void SearchStarted();
+    void SearchCompleted();
+    void SearchError(std::int32_t lCode, const std::string& sMessage);
+    std::string ErrorText(std::int32_t lCode, const std::string& sMessage);
+
+    void UpdateGUI();
+    void AddToHistory(std::vector<std::string>& list, const char* section, const std::string& item);
+    void ClearResultGrids();
+    void WriteHitsToMSFlexGrid(std::int32_t lMaxHits);
+    void EndSearch();
+    void Finished();
+    void ShowElapsed(std::int64_t milliseconds);
+    std::int64_t Elapsed();
+    std::string ReportsFile(const char* name) const;
+
+    ProcessState& process_;
+    FindTextWindow& window_;
+    std::string msFormName;
+    std::vector<std::string> mcolSearchFor;
+    std::vector<std::string> mcolFileExt;
+    std::vector<std::string> mcolSearchPath;
+    FindSettings settings_;
+    std::string folder_;  // of the last search, for captions
+    std::int32_t mlNextHit = 0;
+    std::uint32_t mlStartTick = 0;
+    std::int32_t mlTickCount = 0;
+    bool timer_on_ = false;
+    bool abort_enabled_ = false;
+    ProgressTicker ticker_;
+
+    std::mutex guard_;  ///< over the list below
+    std::vector<EngineEvent> events_;
+
+    std::vector<std::string> errors_;
+    ContextRows context_;
+    LoadedDocuments documents_;
+    OrbenX OrbenX1;  ///< its threads use what stands above
+    HitRows hits_{OrbenX1};
+};
+
+}  // namespace zorvane

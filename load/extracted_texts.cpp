@@ -1,0 +1,251 @@
+#include "load/extracted_texts.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+#include <utility>
+
+#include "common/base/text_encoding.h"
+#include "common/platform/files.h"
+#include "common/process_state.h"
+#include "compare/document/memory_editor.h"
+#include "load/document_loader.h"
+
+namespace zorvane {
+namespace {
+
+// To be raised whenever a reader gives another text of the same document.
+constexpr const char* kReading = "1 plain quick-pdf slide-numbers all-sheets notes";
+
+// How long a wish to stop may go unheard by one who waits.
+constexpr std::chrono::milliseconds kAskAgain{20};
+
+class NobodyToAsk : public LoadQuestions {
+  public:
+    bool AskYesNo(const std::string&, const std::string&) override { return false; }
+    void ShowMessage(const std::string&, const std::string&) override {}
+    std::string BrowseFor(Side) override { return {}; }
+    void PumpEvents() override {}
+    void SetHourglass(bool) override {}
+    bool ShowNotice(const std::string&, const std::string&) override { return false; }
+};
+
+class StopWatcher : public RunWatcher {
+  public:
+    explicit StopWatcher(const ExtractedTexts::Stop& stop) : stop_(stop) {}
+    bool KeepGoing() override { return !stop_(); }
+
+  private:
+    const ExtractedTexts::Stop& stop_;
+};
+
+PlaceMarks MarksOf(LoadRoad road) {
+    switch (road) {
+        case LoadRoad::Pdf:
+            return PlaceMarks::FormFeeds;
+        case LoadRoad::Slides:
+            return PlaceMarks::SlideNumbers;
+        case LoadRoad::Sheets:
+            return PlaceMarks::SheetNames;
+        default:
+            return PlaceMarks::None;
+    }
+}
+
+// Breaks as a search wants them: a row's cells parted by tabs, lines in a paragraph apart.
+std::string SearchedText(std::u16string text) {
+    std::erase(text, u'\r');
+    std::replace(text.begin(), text.end(), u'\x0B', u'\n');
+    std::replace(text.begin(), text.end(), u'\x07', u'\t');
+    return ToUtf8(text);
+}
+
+// One load, with all that a loader borrows. Options are the defaults, whatever the user's are, so
+// that one text serves all searches.
+class OneLoad {
+  public:
+    explicit OneLoad(ProcessState& process)
+        : process_(process), sink_(process.platform), telling_(sink_) {
+        sink_.WaitForWindow([] {});
+        telling_.manner.bSilent = true;
+        telling_.manner.bTellsPlainly = true;
+        telling_.manner.bShowMessages = true;
+        IgnoreFailure(options_.LoadStateFromFile(*profile_), "there is nothing but defaults in it");
+        options_.bRemoveFormatting.SetData(true);
+        options_.sExcelSheetNumberMaster.SetData("*");
+        options_.sExcelSheetNumberSource.SetData("*");
+        settings_.bDoQuickTextExtraction = true;
+        settings_.bShowSlideAndShapeNumber = true;
+        settings_.bIncludeNotes = true;
+        constexpr std::int32_t kMostExtensions = 15;
+        extensions_.Setup(kMostExtensions, *profile_, "x", "txt,log,csv");
+        document_.Setup(editor_, *process.platform.sound);
+    }
+
+    ExtractedText Load(const std::string& path, ConversionService& service, RunWatcher& watcher) {
+        DocumentLoader loader({process_,
+                               telling_,
+                               options_,
+                               settings_,
+                               questions_,
+                               recent_,
+                               extensions_,
+                               [this](EditorTarget) -> clsRTBDocument& { return document_; },
+                               [](const std::string&) {},
+                               {},
+                               &watcher,
+                               &service});
+        if (!loader.LoadFileIntoEditor(path, EditorTarget::Original) ||
+            loader.Memory().bSlidesFailed.original)
+            return {nullptr, Reason()};
+        const SideType type = TypeOfSide(path, options_, extensions_);
+        return {std::make_shared<DocumentText>(
+                    WithPlaces(SearchedText(editor_.Text()), MarksOf(type.road))),
+                ""};
+    }
+
+  private:
+    std::string Reason() {
+        std::string reason;
+        sink_.ShowWaiting([&reason](const std::string& message) {
+            if (reason.empty())
+                reason = message;
+        });
+        return reason.empty() ? "its text could not be read" : reason;
+    }
+
+    ProcessState& process_;
+    MessageSink sink_;
+    RunTelling telling_;
+    std::unique_ptr<IniProfile> profile_ = MakeMemoryIniProfile();
+    clsCompareFileOptions options_;
+    CompareFilesSettings settings_;
+    NobodyToAsk questions_;
+    PerSide<clsMRU> recent_;
+    clsMRU extensions_;
+    MemoryEditor editor_;
+    clsRTBDocument document_;
+};
+
+}  // namespace
+
+bool IsReadAsDocument(std::string_view name) {
+    const FileType* type = TypeNamed(name);
+    if (type == nullptr || type->title.empty())
+        return false;
+    switch (type->road) {
+        case LoadRoad::Pdf:
+        case LoadRoad::Slides:
+            return type->when != RoadWhen::BytesAreText;
+        case LoadRoad::Sheets:
+            return type->kind == FileKind::Spreadsheet;
+        case LoadRoad::Word:
+            return type->form != TextForm::Xml && type->form != TextForm::Markdown;
+        default:
+            return false;
+    }
+}
+
+/// Marks a content as being read, once nobody else reads it.
+class ExtractedTexts::InWork {
+  public:
+    InWork(ExtractedTexts& texts, const TextKey& key, const Stop& stop) : texts_(texts), key_(key) {
+        std::unique_lock lock(texts.guard_);
+        while (!texts.in_work_.insert(key).second) {
+            if (stop())
+                return;
+            texts.changed_.wait_for(lock, kAskAgain);
+        }
+        mine_ = true;
+    }
+    ~InWork() {
+        if (!mine_)
+            return;
+        const std::lock_guard lock(texts_.guard_);
+        texts_.in_work_.erase(key_);
+        texts_.changed_.notify_all();
+    }
+    InWork(const InWork&) = delete;
+    InWork& operator=(const InWork&) = delete;
+
+  private:
+    ExtractedTexts& texts_;
+    TextKey key_;
+    bool mine_ = false;
+};
+
+ExtractedTexts::ExtractedTexts(ProcessState& process, TextCache cache)
+    : process_(process),
+      cache_(std::move(cache)),
+      free_slots_(std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {}
+
+ExtractedTexts::~ExtractedTexts() {
+    if (wrote_)
+        cache_.Trim();
+}
+
+ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) {
+    TextKey key;
+    {
+        const Result<std::string> bytes = ReadWholeFile(path);
+        if (!bytes.ok())
+            return {nullptr, bytes.failure().reason};
+        key = KeyOf(bytes.value(), kReading + std::string(" ") + UpperExtension(path));
+    }
+    const InWork work(*this, key, stop);
+    if (stop())
+        return {nullptr, "stopped"};
+    if (std::optional<DocumentText> known = cache_.Find(key)) {
+        ++hits_;
+        return {std::make_shared<DocumentText>(std::move(*known)), ""};
+    }
+    ExtractedText text = Extract(path, stop);
+    if (text.document && !stop()) {
+        cache_.Keep(key, *text.document);
+        wrote_ = true;
+    }
+    return text;
+}
+
+ExtractedText ExtractedTexts::Extract(const std::string& path, const Stop& stop) {
+    const FileType* type = TypeNamed(path);
+    const bool office = type != nullptr && type->needs_office;
+    std::unique_ptr<ConversionService> service = TakeService(office, stop);
+    if (!service)
+        return {nullptr, "stopped"};
+    StopWatcher watcher(stop);
+    ExtractedText text = OneLoad(process_).Load(path, *service, watcher);
+    service->ForgetFailures();
+    static_cast<void>(service->TakeBeside());  // a search looks at the text alone
+    GiveBack(std::move(service), office);
+    return text;
+}
+
+std::unique_ptr<ConversionService> ExtractedTexts::TakeService(bool office, const Stop& stop) {
+    std::unique_lock lock(guard_);
+    while (free_slots_ == 0 || (office && !office_free_)) {
+        if (stop())
+            return nullptr;
+        changed_.wait_for(lock, kAskAgain);
+    }
+    --free_slots_;
+    office_free_ = office_free_ && !office;
+    if (services_.empty()) {
+        auto service = std::make_unique<ConversionService>(process_.platform);
+        service->SetInSandbox(!process_.bWithoutSandbox);
+        return service;
+    }
+    std::unique_ptr<ConversionService> service = std::move(services_.back());
+    services_.pop_back();
+    return service;
+}
+
+void ExtractedTexts::GiveBack(std::unique_ptr<ConversionService> service, bool office) {
+    const std::lock_guard lock(guard_);
+    services_.push_back(std::move(service));
+    ++free_slots_;
+    office_free_ = office_free_ || office;
+    changed_.notify_all();
+}
+
+}  // namespace zorvane
