@@ -273,21 +273,6 @@ void DocumentLoader::RemoveBlankLines(const SideType& type, std::u16string& text
     DeleteEmptyLinesFromText(text);
 }
 
-// What two files of one kind differ in was put there by somebody; two kinds have little in common
-// but the marks, and a PDF's looks are guessed from its page.
-FormatDepth LoadMemory::FormattingDepth() const {
-    const std::string& original = looks.original;
-    const std::string& modified = looks.modified;
-    if (original.empty() || modified.empty())
-        return FormatDepth::None;
-    const bool guessed = original == "PDF" || modified == "PDF";
-    const auto family = [](const std::string& extension) {
-        return ExtensionContains("." + extension, "DOC DOT") ? std::string("DOC") : extension;
-    };
-    return !guessed && family(original) == family(modified) ? FormatDepth::Full
-                                                            : FormatDepth::Marks;
-}
-
 // Runs a road with a temporary file to fill, and reads what it left there. After a failure the file
 // stays in the temporary folder.
 std::optional<std::string> DocumentLoader::Converted(

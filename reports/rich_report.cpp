@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/free_aside.h"
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
 #include "compare/document/api_highlight.h"
@@ -163,14 +164,15 @@ Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std
         WriteBeside(*pieces.comparison, writer);
     if (!KeepGoing(watcher))
         return Failure{std::string(kReportStopped)};
-    const RichText whole = scratch.TakeRich();
+    RichText whole = scratch.TakeRich();
     if (!KeepGoing(watcher))
         return Failure{std::string(kReportStopped)};
-    const std::string rtf =
-        WriteRtfPage(whole, headed ? TableForm::Cells : TableForm::Tabs, watcher);
+    std::string rtf = WriteRtfPage(whole, headed ? TableForm::Cells : TableForm::Tabs, watcher);
+    FreeAside(std::move(whole));
     if (!KeepGoing(watcher))
         return Failure{std::string(kReportStopped)};
     const Status written = ReplaceFile(file, rtf, mode, watcher);
+    FreeAside(std::move(rtf));
     return written.ok() || KeepGoing(watcher) ? written
                                               : Status(Failure{std::string(kReportStopped)});
 }

@@ -1,8 +1,10 @@
 #include "compare/run/compare_job.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
+#include "common/base/free_aside.h"
 #include "common/log_message.h"
 #include "compare/beside_notes.h"
 #include "compare/difference_list.h"
@@ -325,12 +327,12 @@ class CompareJob {
     }
 
     void DropResult() {
-        out_.comparison.reset();
-        out_.texts = {};
-        out_.sources = {};
-        out_.side_by_side = {};
-        out_.all_in_one = {};
-        out_.deletions = out_.additions = out_.changes = {};
+        const auto drop = [](auto&... parts) {
+            FreeAside(std::make_tuple(std::move(parts)...));
+            ((parts = {}), ...);
+        };
+        drop(out_.comparison, out_.texts, out_.sources, out_.side_by_side, out_.all_in_one,
+             out_.deletions, out_.additions, out_.changes);
     }
 
     CompareInput input_;
