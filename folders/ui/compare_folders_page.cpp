@@ -130,7 +130,7 @@ QMenu* CompareFoldersPage::MakeMenu() {
         QAction* action = menu->addAction(command->icon(), text_(words), this, std::move(run));
         action->setEnabled(command->isEnabled());
         // The key is the command's; here it is only told.
-        if (!text_(words).contains(u'('))
+        if (!action->text().contains(QStringLiteral("(F")))
             action->setText(action->text() + u'\t' +
                             command->shortcut().toString(QKeySequence::NativeText));
     };

@@ -53,7 +53,9 @@ FolderBoxes::FolderBoxes(CommandSet& commands, frmCompareDir& viewer, const UiTe
             line->addWidget(MakeCommandIcon(commands, "compare.swap", "swap", this));
     }
     line->addSpacing(kSmall);
-    types_words_ = MakeLabel(text("File Types:"), look::kBeside, this);
+    auto* words = MakeLabel(text("File Types:"), look::kBeside, this);
+    words->setWordWrap(false);
+    types_words_ = words;
     line->addWidget(types_words_);
     types_ = new FileBox(text("File Types:"), QString(), this);
     types_->setFixedWidth(kTypesWidth);

@@ -117,7 +117,9 @@ void PaintWords(QPainter& painter, const CellPlace& place, const QString& words,
     painter.setPen(ink);
     const QFontMetrics metrics = painter.fontMetrics();
     constexpr auto kHow = static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine);
-    painter.drawText(room, kHow, metrics.elidedText(words, Qt::ElideMiddle, room.width()));
+    // Of a name its end matters too, of a reason its beginning.
+    const Qt::TextElideMode elide = IsNames(place.column) ? Qt::ElideMiddle : Qt::ElideRight;
+    painter.drawText(room, kHow, metrics.elidedText(words, elide, room.width()));
     const int used = metrics.horizontalAdvance(words) + kMedium;
     if (beside.isEmpty() || used >= room.width())
         return;

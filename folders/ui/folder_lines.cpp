@@ -40,6 +40,9 @@ ErrorLine::ErrorLine(const UiText& text, QWidget* parent)
                              QString(), this)),
       list_(new QListView(this)),
       model_(new QStringListModel(this)) {
+    for (QLabel* label : {head_, last_words_})
+        label->setWordWrap(false);
+    head_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(kWindowEdge, 0, kWindowEdge, 1);
     rows->setSpacing(0);
