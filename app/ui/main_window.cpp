@@ -69,7 +69,8 @@ void MainWindow::Load() {
     if (std::exchange(loaded_, true))
         return;
     ApplyLanguageFont(process_.translator.gsLanguageFont);
-    commands_ = new CommandSet({FrameCommands(), CompareCommands(), FolderCommands()}, text_, *this);
+    commands_ =
+        new CommandSet({FrameCommands(), CompareCommands(), FolderCommands()}, text_, *this);
     BindCommands();
     commands_->FillMenuBar(*menuBar(), MenuOrder());
     area_ = new WorkArea(text_("Close"), this);
@@ -128,8 +129,7 @@ PageHost MainWindow::HostOfFiles() {
 }
 
 MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
-    auto made_page =
-        std::make_unique<CompareFilesPage>(*commands_, theme_, text_, HostOfFiles());
+    auto made_page = std::make_unique<CompareFilesPage>(*commands_, theme_, text_, HostOfFiles());
     CompareFilesPage* page = made_page.get();
     MadeViewer made = MakeCompareFiles(process_, request, std::move(made_page));
     auto& viewer = dynamic_cast<frmCompareFiles&>(*made.viewer);
@@ -230,8 +230,7 @@ void MainWindow::CompareFiles(const PerSide<std::string>& files, bool new_window
 // In a window for folders that nobody has used yet, else in a new one.
 void MainWindow::CompareFolders(const PerSide<std::string>& folders) {
     CompareFoldersPage* page = ActiveFolders();
-    if ((page == nullptr || !page->IsFresh()) &&
-        frame_->CreateNewCompareFoldersForm() != nullptr)
+    if ((page == nullptr || !page->IsFresh()) && frame_->CreateNewCompareFoldersForm() != nullptr)
         page = ActiveFolders();
     if (page == nullptr)
         return;

@@ -84,8 +84,8 @@ void MainWindow::BindHelp() {
 }
 
 void MainWindow::ShowFirst(ViewerKind kind) {
-    Viewer* viewer = kind == ViewerKind::CompareFiles ? frame_->frmGetCFNumber(1)
-                                                      : frame_->frmGetCDNumber(1);
+    Viewer* viewer =
+        kind == ViewerKind::CompareFiles ? frame_->frmGetCFNumber(1) : frame_->frmGetCDNumber(1);
     if (viewer != nullptr)
         frame_->Activate(*viewer);
 }

@@ -99,8 +99,7 @@ void CommandSet::BindWhere(std::function<bool()> applies, std::string_view id,
     const auto found = by_id_.find(id);
     Q_ASSERT(found != by_id_.end());
     const auto here = std::make_shared<const CommandBinding>(std::move(binding));
-    const auto before =
-        std::make_shared<const CommandBinding>(items_[found->second].binding);
+    const auto before = std::make_shared<const CommandBinding>(items_[found->second].binding);
     const auto current = [applies = std::move(applies), here, before]() -> const CommandBinding& {
         return applies() ? *here : *before;
     };

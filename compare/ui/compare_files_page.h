@@ -24,9 +24,9 @@
 #include "compare/ui/result_head.h"
 #include "compare/ui/run_announcer.h"
 #include "compare/ui/start_page.h"
+#include "compare/ui/viewer_page.h"
 #include "compare/view/rows_follower.h"
 #include "compare/view/spoken_difference.h"
-#include "compare/ui/viewer_page.h"
 #include "compare/viewer_window.h"
 #include "load/file_type_options.h"
 

@@ -43,8 +43,7 @@ FolderBoxes::FolderBoxes(CommandSet& commands, frmCompareDir& viewer, const UiTe
     line->setSpacing(kSmall);
     for (const Side side : kBothSides) {
         const bool original = side == Side::Original;
-        line->addWidget(
-            MakeLabel(text(original ? "Original" : "Modified"), look::kHeading, this));
+        line->addWidget(MakeLabel(text(original ? "Original" : "Modified"), look::kHeading, this));
         boxes_[side] = MakeBox(commands, text, side);
         line->addWidget(boxes_[side], 1);
         line->addWidget(MakeCommandIcon(

@@ -145,10 +145,8 @@ void BindRuns(Binder& binder) {
         [](Page& page) -> std::string_view {
             return page.Viewer()->CanReport() ? "" : "Nothing was compared yet";
         });
-    binder.Shared("file.open_original",
-                  [](Page& page) { page.Viewer()->Browse(Side::Original); });
-    binder.Shared("file.open_modified",
-                  [](Page& page) { page.Viewer()->Browse(Side::Modified); });
+    binder.Shared("file.open_original", [](Page& page) { page.Viewer()->Browse(Side::Original); });
+    binder.Shared("file.open_modified", [](Page& page) { page.Viewer()->Browse(Side::Modified); });
 }
 
 void BindWalk(Binder& binder) {

@@ -105,9 +105,9 @@ void PaintGround(QPainter& painter, const CellPlace& place) {
 void PaintWords(QPainter& painter, const CellPlace& place, const QString& words,
                 const QString& beside) {
     const ColorTokens& tokens = Tokens();
-    const QColor ink = tokens[place.chosen && place.Cell().ink != CellInk::Gone
-                                  ? Token::SelectionText
-                                  : InkOf(place.Cell().ink)];
+    const QColor ink =
+        tokens[place.chosen && place.Cell().ink != CellInk::Gone ? Token::SelectionText
+                                                                 : InkOf(place.Cell().ink)];
     QRect room = place.room.adjusted(kWindowEdge, 0, -kSmall, 0);
     if (place.Cell().picture != CellPicture::None) {
         const QRectF icon(room.left(), room.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize);
@@ -228,8 +228,8 @@ void FolderGrid::ShareRoom() {
     room = std::max(room, 2 * kLeastNames);
     const double left = std::max(1, viewer_.ColumnWidth(FolderColumn::Original));
     const double right = std::max(1, viewer_.ColumnWidth(FolderColumn::Modified));
-    const int first = std::clamp(static_cast<int>(room * left / (left + right)), kLeastNames,
-                                 room - kLeastNames);
+    const int first =
+        std::clamp(static_cast<int>(room * left / (left + right)), kLeastNames, room - kLeastNames);
     setColumnWidth(static_cast<int>(FolderColumn::Original), first);
     setColumnWidth(static_cast<int>(FolderColumn::Modified), room - first);
     placing_ = false;

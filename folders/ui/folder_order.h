@@ -39,9 +39,7 @@ class FolderOrder {
     FolderFilter Filter() const { return filter_; }
     const FolderSort& Sort() const { return sort_; }
     std::int32_t Count() const { return static_cast<std::int32_t>(rows_.size()); }
-    std::int32_t RecordAt(std::int32_t row) const {
-        return rows_[static_cast<std::size_t>(row)];
-    }
+    std::int32_t RecordAt(std::int32_t row) const { return rows_[static_cast<std::size_t>(row)]; }
     /// -1: it does not stand there.
     std::int32_t RowOf(std::int32_t record) const;
     /// Files of a kind, shown or not; of `All`: all files.
@@ -62,7 +60,7 @@ class FolderOrder {
     std::vector<std::int32_t> rows_;
     std::array<std::int32_t, kFolderFilters> files_{};
     // While records are added in their own order: the folder that files belong to.
-    std::int32_t head_ = -1;       ///< its record
+    std::int32_t head_ = -1;  ///< its record
     bool head_stands_ = false;
 };
 

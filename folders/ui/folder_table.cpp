@@ -126,14 +126,12 @@ QVariant FolderTable::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleTextRole:
             return Spoken(index.row());
         case Qt::ToolTipRole: {
-            const std::optional<FolderRecord> record =
-                viewer_.Rows().Record(RecordAt(index.row()));
+            const std::optional<FolderRecord> record = viewer_.Rows().Record(RecordAt(index.row()));
             if (!record || column == FolderColumn::Size || column == FolderColumn::Date)
                 return {};
             if (column == FolderColumn::Contents)
                 return CellText(index.row(), column);
-            return ToQt(column == FolderColumn::Original ? record->Original()
-                                                         : record->Modified());
+            return ToQt(column == FolderColumn::Original ? record->Original() : record->Modified());
         }
         default:
             return {};

@@ -156,8 +156,7 @@ std::string CompareFoldersPage::BrowseForFolder(const std::string& start) {
     return FromQt(PickFolder(ToQt(start), folders_, text_, this));
 }
 
-std::string CompareFoldersPage::PickReportFile(const std::string& title,
-                                               const std::string& start) {
+std::string CompareFoldersPage::PickReportFile(const std::string& title, const std::string& start) {
     FileRequest request{.title = ToQt(title),
                         .filter = text_("Comma delimited") + QStringLiteral("|*.CSV"),
                         .saving = true,

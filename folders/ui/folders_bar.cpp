@@ -38,9 +38,8 @@ FoldersBar::FoldersBar(CommandSet& commands, const UiText& text, QWidget* parent
         filters_->Add(id, text(segment.words), QString::fromLatin1(segment.icon),
                       text(segment.words));
         QAction* action = commands.Action(segment.command);
-        filters_->Segment(id)->setToolTip(
-            ToolTipOf(text(segment.words), action->shortcut().toString(QKeySequence::NativeText),
-                      QString()));
+        filters_->Segment(id)->setToolTip(ToolTipOf(
+            text(segment.words), action->shortcut().toString(QKeySequence::NativeText), QString()));
     }
     filters_->SetCurrent(static_cast<int>(FolderFilter::All));
     connect(filters_, &SegmentedGroup::Chosen, this,

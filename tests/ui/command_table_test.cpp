@@ -36,8 +36,8 @@ TEST(Commands, HaveKeysOfTheirOwnAndNoneIsMisspelt) {
             EXPECT_FALSE(key.isEmpty()) << command.id;
             EXPECT_EQ(key.count(), 1) << command.id << ": a chord of several keys";
             EXPECT_NE(key[0].key(), Qt::Key_unknown) << command.id;
-            const auto [at, fresh] = owner.emplace(
-                std::pair(command.scope, key.toString()), command.id);
+            const auto [at, fresh] =
+                owner.emplace(std::pair(command.scope, key.toString()), command.id);
             EXPECT_TRUE(fresh) << key.toString().toStdString() << ": " << at->second << " and "
                                << command.id;
         }
@@ -165,10 +165,9 @@ TEST(CommandSet, SharesACommandAmongWindowsOfSeveralKinds) {
     bool second_kind = false;
     std::string ran;
     const auto bind = [&](const char* name, bool greyed) {
-        return CommandBinding{.run = [&ran, name] { ran += name; },
-                              .why_not = [greyed]() -> std::string_view {
-                                  return greyed ? "Not here" : "";
-                              }};
+        return CommandBinding{
+            .run = [&ran, name] { ran += name; },
+            .why_not = [greyed]() -> std::string_view { return greyed ? "Not here" : ""; }};
     };
     commands.Bind("one", bind("first ", false));
     commands.BindWhere([&] { return second_kind; }, "one", bind("second ", false));

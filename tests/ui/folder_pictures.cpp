@@ -13,8 +13,7 @@ namespace {
 
 class FolderPictures {
   public:
-    FolderPictures(Theme& theme, std::string folder)
-        : theme_(theme), folder_(std::move(folder)) {}
+    FolderPictures(Theme& theme, std::string folder) : theme_(theme), folder_(std::move(folder)) {}
 
     bool Draw(const std::string& original, const std::string& modified) {
         FakePlatform fakes;

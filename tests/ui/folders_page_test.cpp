@@ -59,6 +59,7 @@ class FoldersPageTest : public DialogsTest {
             page.Grid().setFocus();
             return page.Grid().hasFocus();
         }));
+        QCoreApplication::processEvents();  // what commands can do now
     }
     static double ShareOfOriginal(CompareFoldersPage& page) {
         const double left = page.Grid().columnWidth(0);
@@ -77,8 +78,9 @@ class FoldersPageTest : public DialogsTest {
 TEST_F(FoldersPageTest, ShowsRowsCountsAndEachKindUnderItsFolder) {
     WindowWorld world(fakes, theme);
     CompareFoldersPage& page = Run(world);
-    EXPECT_EQ(Names(page), "a|changed 1.txt|gone.txt|same 1.txt|"
-                           "b|come.txt|same 2.txt|z changed.txt");
+    EXPECT_EQ(Names(page),
+              "a|changed 1.txt|gone.txt|same 1.txt|"
+              "b|come.txt|same 2.txt|z changed.txt");
     EXPECT_EQ(world.window.windowTitle(), QStringLiteral("old vs. new – Zorvane"));
     const std::pair<const char*, const char*> rows[] = {
         {"view.show_changes", "a|changed 1.txt|b|z changed.txt"},
@@ -106,8 +108,7 @@ TEST_F(FoldersPageTest, SortsFilesAndGoesBackToTheOrderOfRecords) {
         Q_EMIT page.Grid().horizontalHeader()->sectionClicked(static_cast<int>(column));
     };
     click(FolderColumn::Original);
-    EXPECT_EQ(Names(page),
-              "changed 1.txt|gone.txt|same 1.txt|same 2.txt|z changed.txt|come.txt");
+    EXPECT_EQ(Names(page), "changed 1.txt|gone.txt|same 1.txt|same 2.txt|z changed.txt|come.txt");
     click(FolderColumn::Original);
     EXPECT_EQ(Names(page).substr(0, 24), "come.txt|z changed.txt|s");
     EXPECT_EQ(page.Cell().row, record) << "the chosen file stays chosen";
@@ -156,8 +157,8 @@ TEST_F(FoldersPageTest, DeletesWhatIsChosenAndNothingThatAFilterHides) {
                                          QItemSelectionModel::ClearAndSelect);
     EXPECT_TRUE(InDialog<QDialog>(world, "folders.delete", [](QDialog& asked) { asked.reject(); }));
     EXPECT_TRUE(fs::exists(In("old", "a/changed 1.txt"))) << "the person did not agree";
-    EXPECT_TRUE(InDialog<QDialog>(world, "folders.delete",
-                                  [](QDialog& asked) { Click(asked, "Yes"); }));
+    EXPECT_TRUE(
+        InDialog<QDialog>(world, "folders.delete", [](QDialog& asked) { Click(asked, "Yes"); }));
     EXPECT_FALSE(fs::exists(In("old", "a/changed 1.txt")));
     EXPECT_FALSE(fs::exists(In("old", "b/z changed.txt")));
     for (const char* kept : {"a/gone.txt", "a/same 1.txt", "b/same 2.txt"})
@@ -193,8 +194,8 @@ TEST_F(FoldersPageTest, ComesBackTheNextDayAndSwaps) {
     ASSERT_NE(page, nullptr);
     EXPECT_EQ(FromQt(page->Boxes().Box(Side::Original).Path()), In("old", "").string());
     EXPECT_TRUE(page->Legend().isHidden());
-    EXPECT_TRUE(WindowWorld::Until(
-        [&] { return std::abs(ShareOfOriginal(*page) - share) < 0.02; }));
+    EXPECT_TRUE(
+        WindowWorld::Until([&] { return std::abs(ShareOfOriginal(*page) - share) < 0.02; }));
     EXPECT_TRUE(world.window.Commands().Run("compare.swap"));
     ASSERT_TRUE(WindowWorld::Until([&] { return page->Viewer()->CanReport(); }));
     EXPECT_EQ(FromQt(page->Boxes().Box(Side::Modified).Path()), In("old", "").string());
