@@ -151,25 +151,36 @@ void FileCommands::DeleteSelected(const GridSelection& selection) {
         return;
     const std::int32_t first = std::min(selection.row, selection.row_end);
     const std::int32_t last = std::max(selection.row, selection.row_end);
+    std::vector<GridCell> cells;
+    for (const FolderColumn column : columns) {
+        for (std::int32_t row = first; row <= last; ++row)
+            cells.push_back({row, column});
+    }
+    if (first >= 0)
+        DeleteCells(cells);
+}
+
+void FileCommands::DeleteCells(const std::vector<GridCell>& cells) {
     // Kept: these two texts are not translated.
-    if (first < 0 ||
+    if (cells.empty() ||
         !window_.AskYesNo("Are you sure you want to Permanently Delete All Selected Files?",
                           "Permanent Delete Confirmation"))
         return;
     std::string failures;
-    for (const FolderColumn column : columns) {
-        for (std::int32_t row = first; row <= last; ++row) {
-            const std::optional<Target> target = TargetOf(row, column);
-            if (!target || !Exists(target->Path()))
-                continue;
-            const Status removed = DeleteForGood(target->Path());
-            if (removed.ok())
-                rows_.MarkGone(row, target->side, Exists(target->files[OtherSide(target->side)]));
-            else
-                failures += (failures.empty() ? "" : "\n") + removed.failure().reason;
-        }
+    for (const GridCell& cell : cells) {
+        const std::optional<Target> target = TargetOf(cell.row, cell.column);
+        if (!target || !Exists(target->Path()))
+            continue;
+        const Status removed = DeleteForGood(target->Path());
+        if (removed.ok())
+            rows_.MarkGone(cell.row, target->side, Exists(target->files[OtherSide(target->side)]));
+        else
+            failures += (failures.empty() ? "" : "\n") + removed.failure().reason;
     }
-    window_.RowsChanged(first, last - first + 1);
+    const auto [first, last] = std::minmax_element(
+        cells.begin(), cells.end(),
+        [](const GridCell& one, const GridCell& other) { return one.row < other.row; });
+    window_.RowsChanged(first->row, last->row - first->row + 1);
     if (!failures.empty())
         TellFailure(failures);
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "common/base/side.h"
 #include "folders/folder_rows.h"
@@ -18,6 +19,12 @@ struct GridSelection {
     FolderColumn column = FolderColumn::Original;
     std::int32_t row_end = -1;
     FolderColumn column_end = FolderColumn::Original;
+};
+
+/// A cell of the grid that a file may stand in.
+struct GridCell {
+    std::int32_t row = -1;  ///< 0-based, without the head
+    FolderColumn column = FolderColumn::Original;
 };
 
 /// All borrowed. A row that is no file does nothing. Each works on the record of the row.
@@ -37,6 +44,8 @@ class FileCommands {
     void PermanentDelete(std::int32_t row, FolderColumn column);
     /// The Delete key: all files of the selection, for good, after one question.
     void DeleteSelected(const GridSelection& selection);
+    /// The same of cells that need not stand beside each other: a grid may leave rows out.
+    void DeleteCells(const std::vector<GridCell>& cells);
 
     /// "File does not exist", for whoever works on a file that is not there.
     void TellMissing(const std::string& path);

@@ -145,7 +145,7 @@ WITHOUT_WORDS = {"app/ui/automation_service.cpp", "app/ui/automation_service.h",
 # Names, and texts that stand for missing ones in pictures and tests.
 NO_PHRASES = re.compile(
     r"( – )?Zorvane( %1\n)?|Fusion|Uninitialized|Courier|TranslateFalse|[a-z_]+(\.[a-z_]+)+|"
-    r"((Ctrl|Shift|Alt|Meta)\+)*(Tab|Return|Enter|Esc|Space|PgUp|PgDown|F\d+|[A-Z0-9,+-])(; .*)?|(Ctrl|Shift|Alt)\+.*|[A-Z]\w*::\w+")
+    r"((Ctrl|Shift|Alt|Meta)\+)*(Tab|Return|Enter|Del|Esc|Space|PgUp|PgDown|F\d+|[A-Z0-9,+-])(; .*)?|(Ctrl|Shift|Alt)\+.*|[A-Z]\w*::\w+")
 WORDS = re.compile(r"(?<![<&#\w-])&?[A-Z](?=[\w& ]*[a-z])|[a-z]&?[a-z]+,? (%\d|&?[A-Za-z]{2,})|%\d [a-z]{2,}")
 PASSED = re.compile(r"(?:\btext_?|(?<![.>\w])translate_?|\bTranslate|\bnamed)\($")
 UNSEEN = re.compile(r"(?:\bIgnoreFailure|\bassert|\bQ_ASSERT_X|\bQ_CLASSINFO|\bfind|\bqputenv|\bqgetenv)\(")

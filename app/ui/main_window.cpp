@@ -6,6 +6,7 @@
 #include <QScreen>
 
 #include "app/ui/frame_commands.h"
+#include "common/file_utilities.h"
 #include "common/platform/terminal.h"
 #include "common/ui/icons.h"
 #include "common/ui/language_dialog.h"
@@ -14,6 +15,7 @@
 #include "common/ui/widget_words.h"
 #include "compare/ui/command_buttons.h"
 #include "compare/ui/compare_commands.h"
+#include "folders/ui/folder_commands.h"
 #include "load/grid_bridge.h"
 #include "load/sheet_names.h"
 
@@ -24,6 +26,11 @@ constexpr int kPollInterval = 33;
 constexpr float kTwipsPerPixel = 15;  // 1440 to the inch over 96 pixels
 constexpr int kLeastWidth = 480;
 constexpr int kLeastHeight = 360;
+
+Viewer* ViewerOf(QWidget* page) {
+    const auto* shown = dynamic_cast<ViewerPage*>(page);
+    return shown == nullptr ? nullptr : shown->ShownViewer();
+}
 
 }  // namespace
 
@@ -62,19 +69,18 @@ void MainWindow::Load() {
     if (std::exchange(loaded_, true))
         return;
     ApplyLanguageFont(process_.translator.gsLanguageFont);
-    commands_ = new CommandSet({FrameCommands(), CompareCommands()}, text_, *this);
+    commands_ =
+        new CommandSet({FrameCommands(), CompareCommands(), FolderCommands()}, text_, *this);
     BindCommands();
     commands_->FillMenuBar(*menuBar(), MenuOrder());
     area_ = new WorkArea(text_("Close"), this);
     area_->chosen = [this](QWidget& page) {
-        auto* compare = dynamic_cast<CompareFilesPage*>(&page);
-        if (compare != nullptr && compare->Viewer() != nullptr)
-            frame_->WasActivated(*compare->Viewer());
+        if (Viewer* viewer = ViewerOf(&page))
+            frame_->WasActivated(*viewer);
     };
     area_->close_wanted = [this](QWidget& page) {
-        auto* compare = dynamic_cast<CompareFilesPage*>(&page);
-        if (compare != nullptr && compare->Viewer() != nullptr)
-            frame_->CloseViewer(*compare->Viewer());
+        if (Viewer* viewer = ViewerOf(&page))
+            frame_->CloseViewer(*viewer);
     };
     area_->laid_out = [this] { ShareCommands(); };
     setCentralWidget(area_);
@@ -87,24 +93,30 @@ ViewerFactories MainWindow::Viewers() {
     factories.compare_files = [this](const CommandLineRequest& request) {
         return MakeViewer(request);
     };
+    factories.compare_folders = [this](const CommandLineRequest& request) {
+        return MakeFoldersViewer(request);
+    };
     return factories;
 }
 
-MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
+void MainWindow::BringToFront(QWidget& page) {
+    area_->Show(page);
+    if (process_.gbCommandLineRunning)
+        return;
+    show();
+    if (auto* shown = dynamic_cast<ViewerPage*>(&page))
+        shown->BeginInteractive();
+}
+
+PageHost MainWindow::HostOfFiles() {
     PageHost host;
-    host.bring_to_front = [this](QWidget& page) {
-        area_->Show(page);
-        if (process_.gbCommandLineRunning)
-            return;
-        show();
-        if (auto* compare = dynamic_cast<CompareFilesPage*>(&page); compare->Viewer() != nullptr)
-            compare->Viewer()->RunInBackground(true);
-    };
+    host.bring_to_front = [this](QWidget& page) { BringToFront(page); };
     host.commands_changed = [this] { RefreshLater(); };
     host.caption_changed = [this] { ShowCaptions(); };
     host.compare_texts = [this](const RichText& original, const RichText& modified) {
         CompareTexts(original, modified);
     };
+    host.compare_folders = [this](const PerSide<std::string>& folders) { CompareFolders(folders); };
     host.sheet_names = [this](const std::string& file, const std::string& password) {
         ConversionService service(process_.platform);
         service.SetInSandbox(!process_.bWithoutSandbox);
@@ -113,28 +125,65 @@ MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
         return ReadSheetNames(
             bridge, file, [this](std::string_view english) { return process_.Translate(english); });
     };
-    auto made_page = std::make_unique<CompareFilesPage>(*commands_, theme_, text_, std::move(host));
+    return host;
+}
+
+MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
+    auto made_page = std::make_unique<CompareFilesPage>(*commands_, theme_, text_, HostOfFiles());
     CompareFilesPage* page = made_page.get();
     MadeViewer made = MakeCompareFiles(process_, request, std::move(made_page));
     auto& viewer = dynamic_cast<frmCompareFiles&>(*made.viewer);
     viewer.RunInBackground(!process_.gbCommandLineRunning);
     page->Connect(viewer);
-    area_->Add(*page);
+    area_->Add(*page, page->Icon());
     return made;
 }
 
+MadeViewer MainWindow::MakeFoldersViewer(const CommandLineRequest& request) {
+    FoldersHost host;
+    host.bring_to_front = [this](QWidget& page) { BringToFront(page); };
+    host.commands_changed = [this] { RefreshLater(); };
+    host.caption_changed = [this] { ShowCaptions(); };
+    host.compare_files = [this](const PerSide<std::string>& files, bool new_window) {
+        CompareFiles(files, new_window);
+    };
+    auto page = std::make_unique<CompareFoldersPage>(*commands_, theme_, text_, std::move(host),
+                                                     *process_.platform.folders);
+    auto viewer = std::make_unique<frmCompareDir>(process_, *page, request.bClearHistory);
+    page->Connect(*viewer);
+    area_->Add(*page, page->Icon());
+    return {std::move(page), std::move(viewer)};
+}
+
 void MainWindow::BeginInteractive() {
-    for (QWidget* page : area_->Pages()) {
-        auto* compare = dynamic_cast<CompareFilesPage*>(page);
-        if (compare != nullptr && compare->Viewer() != nullptr)
-            compare->Viewer()->RunInBackground(true);
-    }
+    for (ViewerPage* page : OpenPages())
+        page->BeginInteractive();
     show();
     poll_.start();
 }
 
+std::vector<ViewerPage*> MainWindow::OpenPages() const {
+    std::vector<ViewerPage*> open;
+    if (area_ == nullptr)
+        return open;
+    for (QWidget* page : area_->Pages()) {
+        if (ViewerOf(page) != nullptr)
+            open.push_back(dynamic_cast<ViewerPage*>(page));
+    }
+    return open;
+}
+
+ViewerPage* MainWindow::ActiveViewerPage() const {
+    QWidget* page = area_ == nullptr ? nullptr : area_->Current();
+    return ViewerOf(page) == nullptr ? nullptr : dynamic_cast<ViewerPage*>(page);
+}
+
 CompareFilesPage* MainWindow::ActivePage() const {
-    return area_ == nullptr ? nullptr : dynamic_cast<CompareFilesPage*>(area_->Current());
+    return dynamic_cast<CompareFilesPage*>(ActiveViewerPage());
+}
+
+CompareFoldersPage* MainWindow::ActiveFolders() const {
+    return dynamic_cast<CompareFoldersPage*>(ActiveViewerPage());
 }
 
 // A page that nobody works in, else a new one.
@@ -146,7 +195,9 @@ CompareFilesPage* MainWindow::FreePage() {
 }
 
 void MainWindow::OpenFiles(const std::vector<std::string>& files) {
-    if (files.size() > 1)
+    if (files.size() > 1 && bDirectoryExists(files[0]) && bDirectoryExists(files[1]))
+        CompareFolders({files[0], files[1]});
+    else if (files.size() > 1)
         OpenPair(files[0], files[1]);
     else if (CompareFilesPage* page = FreePage())
         page->TakeFile(Side::Original, ToQt(files[0]));
@@ -158,6 +209,33 @@ void MainWindow::OpenPair(const std::string& original, const std::string& modifi
         return;
     page->TakeFile(Side::Original, ToQt(original));
     page->TakeFile(Side::Modified, ToQt(modified));
+    page->Compare();
+}
+
+// What a row of a folder compare stands for.
+void MainWindow::CompareFiles(const PerSide<std::string>& files, bool new_window) {
+    frmCompareFiles* viewer =
+        new_window ? frame_->CreateNewCompareFilesForm() : frame_->frmGetCFNumber(1);
+    if (viewer == nullptr)
+        return;
+    frame_->Activate(*viewer);
+    CompareFilesPage* page = ActivePage();
+    if (page == nullptr)
+        return;
+    for (const Side side : kBothSides)
+        page->TakeFile(side, ToQt(files[side]));
+    page->Compare();
+}
+
+// In a window for folders that nobody has used yet, else in a new one.
+void MainWindow::CompareFolders(const PerSide<std::string>& folders) {
+    CompareFoldersPage* page = ActiveFolders();
+    if ((page == nullptr || !page->IsFresh()) && frame_->CreateNewCompareFoldersForm() != nullptr)
+        page = ActiveFolders();
+    if (page == nullptr)
+        return;
+    for (const Side side : kBothSides)
+        page->TakeFolder(side, ToQt(folders[side]));
     page->Compare();
 }
 
@@ -174,10 +252,8 @@ void MainWindow::Tick() {
     frame_->Poll();
     if (ended_ || area_ == nullptr)
         return;
-    for (QWidget* page : area_->Pages()) {
-        if (auto* compare = dynamic_cast<CompareFilesPage*>(page))
-            compare->Tick();
-    }
+    for (ViewerPage* page : OpenPages())
+        page->Tick();
 }
 
 void MainWindow::RefreshLater() {
@@ -199,10 +275,10 @@ void MainWindow::ShareCommands() {
 
 void MainWindow::ShowCaptions() {
     for (QWidget* page : area_->Pages()) {
-        if (const auto* compare = dynamic_cast<CompareFilesPage*>(page))
-            area_->SetCaption(*page, compare->Caption());
+        if (const auto* shown = dynamic_cast<ViewerPage*>(page))
+            area_->SetCaption(*page, shown->Caption());
     }
-    const CompareFilesPage* active = ActivePage();
+    const ViewerPage* active = ActiveViewerPage();
     setWindowTitle(active == nullptr ? QStringLiteral("Zorvane")
                                      : active->Caption() + QStringLiteral(" – Zorvane"));
 }
@@ -259,8 +335,7 @@ void MainWindow::ViewersChanged() {
         return;
     // A page whose viewer has gone is about to go.
     for (QWidget* page : std::vector<QWidget*>(area_->Pages())) {
-        const auto* compare = dynamic_cast<CompareFilesPage*>(page);
-        if (compare == nullptr || compare->Viewer() == nullptr)
+        if (ViewerOf(page) == nullptr)
             area_->Remove(*page);
     }
     ShowCaptions();

@@ -15,6 +15,7 @@
 #include "common/ui/shown_texts.h"
 #include "common/ui/theme.h"
 #include "compare/ui/compare_files_page.h"
+#include "folders/ui/compare_folders_page.h"
 
 namespace zorvane {
 
@@ -37,7 +38,11 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void OpenPair(const std::string& original, const std::string& modified);
     /// As on a command line: two files, or one, the original.
     void OpenFiles(const std::vector<std::string>& files);
+    /// The window in front, of whatever kind; nullptr: none is, or its viewer has gone.
+    ViewerPage* ActiveViewerPage() const;
+    /// The same where it is one of that kind.
     CompareFilesPage* ActivePage() const;
+    CompareFoldersPage* ActiveFolders() const;
     CommandSet& Commands() { return *commands_; }
     CommandPalette& Palette() { return *palette_; }
 
@@ -64,6 +69,13 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void BindWindows();
     void BindHelp();
     MadeViewer MakeViewer(const CommandLineRequest& request);
+    MadeViewer MakeFoldersViewer(const CommandLineRequest& request);
+    PageHost HostOfFiles();
+    void BringToFront(QWidget& page);
+    /// The viewers' windows, but for those whose viewer has gone.
+    std::vector<ViewerPage*> OpenPages() const;
+    void CompareFiles(const PerSide<std::string>& files, bool new_window);
+    void CompareFolders(const PerSide<std::string>& folders);
     void CompareTexts(const RichText& original, const RichText& modified);
     CompareFilesPage* FreePage();
     void OpenExample();

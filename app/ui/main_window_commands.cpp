@@ -10,6 +10,7 @@
 #include "common/installed_data.h"
 #include "common/platform/system_name.h"
 #include "common/ui/widget_words.h"
+#include "folders/ui/folder_commands.h"
 
 namespace zorvane {
 
@@ -17,6 +18,7 @@ void MainWindow::BindCommands() {
     BindWindows();
     BindHelp();
     BindCompareCommands(*commands_, [this] { return ActivePage(); });
+    BindFolderCommands(*commands_, [this] { return ActiveFolders(); });
 }
 
 void MainWindow::BindWindows() {
@@ -30,11 +32,14 @@ void MainWindow::BindWindows() {
                     {.run = [this] { frame_->CreateNewCompareFilesForm(); }});
     commands_->Bind("window.show_compare_files",
                     {.run = [this] { ShowFirst(ViewerKind::CompareFiles); }});
+    commands_->Bind("window.new_compare_folders",
+                    {.run = [this] { frame_->CreateNewCompareFoldersForm(); }});
+    commands_->Bind("window.show_compare_folders",
+                    {.run = [this] { ShowFirst(ViewerKind::CompareFolders); }});
     commands_->Bind("window.close", {.run =
                                          [this] {
-                                             if (CompareFilesPage* page = ActivePage();
-                                                 page != nullptr && page->Viewer() != nullptr)
-                                                 frame_->CloseViewer(*page->Viewer());
+                                             if (ViewerPage* page = ActiveViewerPage())
+                                                 frame_->CloseViewer(*page->ShownViewer());
                                          },
                                      .why_not = one});
     commands_->Bind("app.quit", {.run = [this] { frame_->CloseFrame(); }});
@@ -51,7 +56,7 @@ void MainWindow::BindWindows() {
                     {.run = [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); },
                      .is_on = [this] { return isFullScreen(); }});
     const auto pane = [this](bool forward) {
-        if (CompareFilesPage* page = ActivePage())
+        if (ViewerPage* page = ActiveViewerPage())
             page->MoveFocus(forward);
     };
     commands_->Bind("go.next_pane", {.run = [pane] { pane(true); }, .why_not = one});
@@ -79,10 +84,10 @@ void MainWindow::BindHelp() {
 }
 
 void MainWindow::ShowFirst(ViewerKind kind) {
-    if (kind == ViewerKind::CompareFiles) {
-        if (frmCompareFiles* viewer = frame_->frmGetCFNumber(1))
-            frame_->Activate(*viewer);
-    }
+    Viewer* viewer =
+        kind == ViewerKind::CompareFiles ? frame_->frmGetCFNumber(1) : frame_->frmGetCDNumber(1);
+    if (viewer != nullptr)
+        frame_->Activate(*viewer);
 }
 
 void MainWindow::OpenPath(const std::string& path) {
@@ -97,12 +102,9 @@ void MainWindow::OpenExample() {
 }
 
 bool MainWindow::AnyBusy() const {
-    if (area_ == nullptr)
-        return false;
-    return std::any_of(area_->Pages().begin(), area_->Pages().end(), [](QWidget* page) {
-        const auto* compare = dynamic_cast<CompareFilesPage*>(page);
-        return compare != nullptr && compare->Viewer() != nullptr && compare->Viewer()->Busy();
-    });
+    const std::vector<ViewerPage*> open = OpenPages();
+    return std::any_of(open.begin(), open.end(),
+                       [](const ViewerPage* page) { return page->ShownViewer()->Busy(); });
 }
 
 // Here windows need not wait for the next start, so the user is not told to.
@@ -122,9 +124,8 @@ void MainWindow::ShowLanguage() {
         }));
     commands_->Retranslate();
     TranslateWidgets(*this, process_.translator, before);
-    for (QWidget* page : area_->Pages())
-        if (auto* compare = dynamic_cast<CompareFilesPage*>(page))
-            compare->ShowWords();
+    for (ViewerPage* page : OpenPages())
+        page->ShowWords();
     ShowCaptions();
 }
 

@@ -47,9 +47,9 @@ WorkArea::WorkArea(const QString& close_name, QWidget* parent)
     });
 }
 
-void WorkArea::AddTab(QWidget& page) {
+void WorkArea::AddTab(QWidget& page, const QString& icon) {
     const int at = tabs_->addTab(QString());
-    tabs_->setTabData(at, QStringLiteral("compare"));
+    tabs_->setTabData(at, icon);
     auto* close = new IconButton(QStringLiteral("close"), close_name_, QString(), QString(), tabs_);
     close->setFixedSize(measures::kSmallestTarget, measures::kSmallestTarget);
     close->setFocusPolicy(Qt::NoFocus);  // keys close by the command
@@ -64,12 +64,12 @@ int WorkArea::PlaceOf(const QWidget* page) const {
     return static_cast<int>(std::find(pages_.begin(), pages_.end(), page) - pages_.begin());
 }
 
-void WorkArea::Add(QWidget& page) {
+void WorkArea::Add(QWidget& page, const QString& icon) {
     BackToTabs();
     pages_.push_back(&page);
     stack_->addWidget(&page);
     const QSignalBlocker silent(tabs_);
-    AddTab(page);
+    AddTab(page, icon);
     UpdateTabs();
 }
 

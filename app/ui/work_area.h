@@ -19,7 +19,7 @@ class WorkArea : public QWidget {
     explicit WorkArea(const QString& close_name, QWidget* parent);
 
     /// Borrowed; a page that is deleted goes by `Remove` first.
-    void Add(QWidget& page);
+    void Add(QWidget& page, const QString& icon);
     void Remove(QWidget& page);
     void Show(QWidget& page);
     void SetCaption(QWidget& page, const QString& caption);
@@ -45,7 +45,7 @@ class WorkArea : public QWidget {
   private:
     void LayOut(void (QMdiArea::*arrange)());
     void BackToTabs();
-    void AddTab(QWidget& page);
+    void AddTab(QWidget& page, const QString& icon);
     int PlaceOf(const QWidget* page) const;
     void UpdateTabs();
 

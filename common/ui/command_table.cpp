@@ -1,6 +1,7 @@
 #include "common/ui/command_table.h"
 
 #include <algorithm>
+#include <memory>
 
 #include <QMenu>
 
@@ -61,7 +62,10 @@ void CommandSet::Add(const Command& command) {
     ShowWords(command, *action);
     connect(action, &QAction::triggered, this, [this, id = command.id] { Run(id); });
     // Keys work wherever the focus is in the window, menus open or not.
-    window_.addAction(action);
+    if (command.scope == KeyScope::Window)
+        window_.addAction(action);
+    else
+        action->setShortcutContext(Qt::WidgetShortcut);
     by_id_[command.id] = items_.size();
     items_.push_back({&command, action, {}});
 }
@@ -90,14 +94,36 @@ void CommandSet::Bind(std::string_view id, CommandBinding binding) {
     RefreshItem(item);
 }
 
-std::string_view CommandSet::WhyNot(const Item& item) const {
-    if (!item.binding.run)
+void CommandSet::BindWhere(std::function<bool()> applies, std::string_view id,
+                           CommandBinding binding) {
+    const auto found = by_id_.find(id);
+    Q_ASSERT(found != by_id_.end());
+    const auto here = std::make_shared<const CommandBinding>(std::move(binding));
+    const auto before = std::make_shared<const CommandBinding>(items_[found->second].binding);
+    const auto current = [applies = std::move(applies), here, before]() -> const CommandBinding& {
+        return applies() ? *here : *before;
+    };
+    Bind(id, {.run =
+                  [current] {
+                      if (const auto& run = current().run)
+                          run();
+                  },
+              .why_not = [current] { return WhyNot(current()); },
+              .is_on =
+                  [current] {
+                      const auto& is_on = current().is_on;
+                      return is_on && is_on();
+                  }});
+}
+
+std::string_view CommandSet::WhyNot(const CommandBinding& binding) {
+    if (!binding.run)
         return "This window does not have it";
-    return item.binding.why_not ? item.binding.why_not() : std::string_view();
+    return binding.why_not ? binding.why_not() : std::string_view();
 }
 
 void CommandSet::RefreshItem(Item& item) {
-    item.action->setEnabled(WhyNot(item).empty());
+    item.action->setEnabled(WhyNot(item.binding).empty());
     if (item.binding.is_on)
         item.action->setChecked(item.binding.is_on());
 }
@@ -109,7 +135,7 @@ void CommandSet::Refresh() {
 
 bool CommandSet::Run(std::string_view id) {
     const auto found = by_id_.find(id);
-    if (found == by_id_.end() || !WhyNot(items_[found->second]).empty())
+    if (found == by_id_.end() || !WhyNot(items_[found->second].binding).empty())
         return false;
     // What it does may bind commands anew.
     const std::function<void()> run = items_[found->second].binding.run;
@@ -167,7 +193,7 @@ std::vector<CommandEntry> CommandSet::Entries() const {
     std::vector<CommandEntry> entries;
     entries.reserve(items_.size());
     for (const Item& item : items_) {
-        const std::string_view reason = WhyNot(item);
+        const std::string_view reason = WhyNot(item.binding);
         const std::string_view top = item.command->menu.substr(0, item.command->menu.find('|'));
         entries.push_back({.id = item.command->id,
                            .name = PlainName(item.action->text()),

@@ -24,6 +24,12 @@ enum class CommandKind : std::uint8_t {
     Choice  ///< one of those that stand under the same heading in the same group
 };
 
+/// Where the keys of a command hold.
+enum class KeyScope : std::uint8_t {
+    Window,
+    Focus  ///< while a widget that was given the action has the focus
+};
+
 /// One command. Texts are English, as the translator wants them.
 struct Command {
     std::string_view id;    ///< "compare.run"; never shown
@@ -34,6 +40,7 @@ struct Command {
     std::string_view icon;  ///< by its name, or empty
     std::string_view tip;   ///< one sentence, told on hovering and to screen readers
     CommandKind kind = CommandKind::Push;
+    KeyScope scope = KeyScope::Window;
 };
 
 /// What a window adds to a command of the table.
@@ -63,6 +70,9 @@ class CommandSet : public QObject {
     CommandSet(std::vector<std::span<const Command>> tables, UiText text, QWidget& window);
 
     void Bind(std::string_view id, CommandBinding binding);
+    /// The same while `applies`, in place of what is bound so far: windows of several kinds share a
+    /// command.
+    void BindWhere(std::function<bool()> applies, std::string_view id, CommandBinding binding);
     /// All texts once more, in the language of now.
     void Retranslate();
     /// Asks all bindings anew; menus do it by themselves before they open.
@@ -89,7 +99,7 @@ class CommandSet : public QObject {
     void ShowWords(const Command& command, QAction& action) const;
     void RefreshItem(Item& item);
     QMenu* MenuAt(QMenuBar& bar, std::string_view path);
-    std::string_view WhyNot(const Item& item) const;
+    static std::string_view WhyNot(const CommandBinding& binding);
 
     UiText text_;
     QWidget& window_;

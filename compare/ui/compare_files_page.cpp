@@ -24,6 +24,11 @@ constexpr double kWhole = 100;
 CompareFilesPage::CompareFilesPage(CommandSet& commands, Theme& theme, UiText text, PageHost host)
     : commands_(commands), theme_(theme), text_(std::move(text)), host_(std::move(host)) {}
 
+void CompareFilesPage::BeginInteractive() {
+    if (viewer_ != nullptr)
+        viewer_->RunInBackground(true);
+}
+
 CompareFilesPage::~CompareFilesPage() {
     ReleaseViews();
 }

@@ -24,6 +24,7 @@
 #include "compare/ui/result_head.h"
 #include "compare/ui/run_announcer.h"
 #include "compare/ui/start_page.h"
+#include "compare/ui/viewer_page.h"
 #include "compare/view/rows_follower.h"
 #include "compare/view/spoken_difference.h"
 #include "compare/viewer_window.h"
@@ -52,9 +53,11 @@ struct PageHost {
     std::function<Result<std::vector<std::string>>(const std::string& file,
                                                    const std::string& password)>
         sheet_names;
+    /// Two folders were dropped.
+    std::function<void(const PerSide<std::string>& folders)> compare_folders;
 };
 
-class CompareFilesPage : public QWidget, public CompareFilesWindow {
+class CompareFilesPage : public QWidget, public CompareFilesWindow, public ViewerPage {
   public:
     /// All but the host is borrowed.
     CompareFilesPage(CommandSet& commands, Theme& theme, UiText text, PageHost host);
@@ -63,12 +66,16 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     /// Makes the contents; once, before the viewer is set up. The viewer goes before this.
     void Connect(frmCompareFiles& viewer);
     frmCompareFiles* Viewer() const { return viewer_; }
+
+    // ---- of the main window ----
+    zorvane::Viewer* ShownViewer() const override { return viewer_; }
     /// "lease-2025.rtf vs. lease-2026.rtf".
-    QString Caption() const;
-    /// Behind each poll of the viewer.
-    void Tick();
-    /// Behind a change of the language: texts with a number or a name in them.
-    void ShowWords();
+    QString Caption() const override;
+    QString Icon() const override { return QStringLiteral("compare"); }
+    void Tick() override;
+    void ShowWords() override;
+    void MoveFocus(bool forward) override;
+    void BeginInteractive() override;
 
     // ---- what a person does (compare_page_actions.cpp) ----
     /// Loads and compares as the options say, or what the editors hold.
@@ -115,7 +122,6 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow {
     void CompareSelected();
     void ReadAloud();
     void FocusList();
-    void MoveFocus(bool forward);
     /// The view that has the focus or had it last; never null while connected.
     RichTextView* FocusedView() const;
     bool IsEditor(const RichTextView* view) const;

@@ -89,6 +89,10 @@ void CompareFilesPage::DropFiles(Side side, const QStringList& paths) {
         ShowStatus(StatusPanel::Main, FromQt(text_("Drop one or two documents.")));
         return;
     }
+    if (QFileInfo(paths[0]).isDir() && QFileInfo(paths[1]).isDir()) {
+        host_.compare_folders({FromQt(paths[0]), FromQt(paths[1])});
+        return;
+    }
     const bool in_order = QFileInfo(paths[0]).lastModified() <= QFileInfo(paths[1]).lastModified();
     TakeFile(Side::Original, paths[in_order ? 0 : 1]);
     TakeFile(Side::Modified, paths[in_order ? 1 : 0]);

@@ -13,6 +13,7 @@
 #include "app/ui/frame_commands.h"
 #include "common/ui/icons.h"
 #include "compare/ui/compare_commands.h"
+#include "folders/ui/folder_commands.h"
 
 namespace zorvane {
 namespace {
@@ -21,13 +22,13 @@ using Table = std::span<const Command>;
 
 std::vector<Command> WindowCommands() {
     std::vector<Command> all;
-    for (const Table table : {FrameCommands(), CompareCommands()})
+    for (const Table table : {FrameCommands(), CompareCommands(), FolderCommands()})
         all.insert(all.end(), table.begin(), table.end());
     return all;
 }
 
 TEST(Commands, HaveKeysOfTheirOwnAndNoneIsMisspelt) {
-    std::map<QString, std::string_view> owner;
+    std::map<std::pair<KeyScope, QString>, std::string_view> owner;
     for (const Command& command : WindowCommands()) {
         const QList<QKeySequence> keys = KeysOf(command.keys);
         EXPECT_EQ(keys.isEmpty(), command.keys.empty()) << command.id;
@@ -35,7 +36,8 @@ TEST(Commands, HaveKeysOfTheirOwnAndNoneIsMisspelt) {
             EXPECT_FALSE(key.isEmpty()) << command.id;
             EXPECT_EQ(key.count(), 1) << command.id << ": a chord of several keys";
             EXPECT_NE(key[0].key(), Qt::Key_unknown) << command.id;
-            const auto [at, fresh] = owner.emplace(key.toString(), command.id);
+            const auto [at, fresh] =
+                owner.emplace(std::pair(command.scope, key.toString()), command.id);
             EXPECT_TRUE(fresh) << key.toString().toStdString() << ": " << at->second << " and "
                                << command.id;
         }
@@ -155,6 +157,27 @@ TEST(UiText, TakesMnemonicsOut) {
         EXPECT_EQ(WithoutMnemonic(QString::fromUtf8(text)), QString::fromUtf8(plain)) << text;
     EXPECT_EQ(MnemonicOf(QStringLiteral("A && &b")), QChar(u'B'));
     EXPECT_TRUE(MnemonicOf(QStringLiteral("R&&D")).isNull());
+}
+
+TEST(CommandSet, SharesACommandAmongWindowsOfSeveralKinds) {
+    QWidget window;
+    CommandSet commands({kSmall}, UiText(), window);
+    bool second_kind = false;
+    std::string ran;
+    const auto bind = [&](const char* name, bool greyed) {
+        return CommandBinding{
+            .run = [&ran, name] { ran += name; },
+            .why_not = [greyed]() -> std::string_view { return greyed ? "Not here" : ""; }};
+    };
+    commands.Bind("one", bind("first ", false));
+    commands.BindWhere([&] { return second_kind; }, "one", bind("second ", false));
+    commands.BindWhere([&] { return second_kind; }, "two", bind("two ", false));
+    EXPECT_TRUE(commands.Run("one"));
+    EXPECT_FALSE(commands.Run("two")) << "only the second kind has it";
+    second_kind = true;
+    EXPECT_TRUE(commands.Run("one"));
+    EXPECT_TRUE(commands.Run("two"));
+    EXPECT_EQ(ran, "first second two ");
 }
 
 }  // namespace

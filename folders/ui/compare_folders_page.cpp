@@ -1,0 +1,207 @@
+#include "folders/ui/compare_folders_page.h"
+
+#include <QMenu>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+#include "common/ui/cards.h"
+#include "common/ui/measures.h"
+#include "common/ui/progress_card.h"
+#include "common/ui/style_sheet.h"
+#include "folders/ui/folder_commands.h"
+
+namespace zorvane {
+namespace {
+
+constexpr int kStatusPanels = 3;
+
+}  // namespace
+
+CompareFoldersPage::CompareFoldersPage(CommandSet& commands, Theme& theme, UiText text,
+                                       FoldersHost host, SpecialFolders& folders)
+    : commands_(commands),
+      theme_(theme),
+      text_(std::move(text)),
+      host_(std::move(host)),
+      folders_(folders) {}
+
+CompareFoldersPage::~CompareFoldersPage() {
+    ReleaseParts();
+}
+
+// What borrows the viewer goes before it.
+void CompareFoldersPage::ReleaseParts() {
+    viewer_ = nullptr;
+    announcer_.reset();
+    delete contents_;
+    contents_ = nullptr;
+}
+
+void CompareFoldersPage::Connect(frmCompareDir& viewer) {
+    viewer_ = &viewer;
+    setAcceptDrops(true);
+    MakeParts();
+    ConnectParts();
+    GiveKeys();
+    announcer_ = std::make_unique<RunAnnouncer>(*status_, text_);
+    connect(&theme_, &Theme::Changed, this, [this] {
+        if (contents_ != nullptr)
+            contents_->update();
+    });
+}
+
+void CompareFoldersPage::MakeParts() {
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    contents_ = new QWidget(this);
+    outer->addWidget(contents_);
+    auto* rows = new QVBoxLayout(contents_);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    bar_ = new FoldersBar(commands_, text_, contents_);
+    rows->addWidget(bar_);
+    MakeOptions();
+    rows->addWidget(options_);
+    boxes_ = new FolderBoxes(commands_, *viewer_, text_, contents_);
+    rows->addWidget(boxes_);
+    errors_ = new ErrorLine(text_, contents_);
+    rows->addWidget(errors_);
+    rows->addWidget(MakeGround(), 1);
+    legend_ = new FolderLegend(text_, contents_);
+    rows->addWidget(legend_);
+    status_ = new StatusBar(kStatusPanels, contents_);
+    rows->addWidget(status_);
+}
+
+void CompareFoldersPage::MakeOptions() {
+    options_ = new OptionArea(text_, contents_);
+    compare_options_ = new FolderOptionsPage(*viewer_, text_, options_);
+    report_options_ = new FolderReportPage(*viewer_, text_, options_);
+    options_->AddPage(compare_options_, text_("Compare Options"));
+    options_->AddPage(report_options_, text_("Report Options"));
+}
+
+QWidget* CompareFoldersPage::MakeGround() {
+    auto* ground = new QWidget(contents_);
+    auto* layers = new QVBoxLayout(ground);
+    layers->setContentsMargins(0, 0, 0, 0);
+    table_ = new FolderTable(*viewer_, text_, ground);
+    grid_ = new FolderGrid(*viewer_, *table_, text_, ground);
+    layers->addWidget(grid_);
+    empty_ = MakeLabel(QString(), look::kHint, grid_);
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->hide();
+    auto* over = new QVBoxLayout(grid_);
+    over->addWidget(empty_, 0, Qt::AlignCenter);
+    progress_ = new ProgressCard(text_, ground);
+    return ground;
+}
+
+void CompareFoldersPage::ConnectParts() {
+    boxes_->folder_chosen = [this](Side side, const QString& path) { TakeFolder(side, path); };
+    boxes_->dropped = [this](Side side, const QStringList& paths) { DropFolders(side, paths); };
+    boxes_->run_wanted = [this] { Compare(); };
+    connect(options_, &OptionArea::FoldWanted, this, [this] { SetOptionsUnfolded(false); });
+    connect(legend_, &FolderLegend::HideWanted, this, [this] { viewer_->ToggleLegend(); });
+    connect(progress_, &ProgressCard::AbortClicked, this, [this] { viewer_->Abort(); });
+    grid_->menu_wanted = [this](QPoint place) {
+        QMenu* menu = MakeMenu();
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        menu->popup(place);
+    };
+    connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this] { host_.commands_changed(); });
+}
+
+// Keys that mean a file hold in the grid alone: boxes have their own Enter and Delete.
+void CompareFoldersPage::GiveKeys() {
+    for (const Command& command : FolderCommands()) {
+        if (command.scope == KeyScope::Focus)
+            grid_->addAction(commands_.Action(command.id));
+    }
+}
+
+QMenu* CompareFoldersPage::MakeMenu() {
+    auto* menu = new QMenu(this);
+    theme_.Dress(*menu);
+    commands_.Refresh();
+    const auto act = [&](const char* words, const char* id, std::function<void()> run) {
+        const QAction* command = commands_.Action(id);
+        QAction* action = menu->addAction(command->icon(), text_(words), this, std::move(run));
+        action->setEnabled(command->isEnabled());
+        // The key is the command's; here it is only told.
+        if (!action->text().contains(QStringLiteral("(F")))
+            action->setText(action->text() + u'\t' +
+                            command->shortcut().toString(QKeySequence::NativeText));
+    };
+    const auto command = [this](const char* id) { return [this, id] { commands_.Run(id); }; };
+    act("Compare Files (Double Click)", "folders.compare",
+        [this] { Files().CompareSelectedFiles(Cell().row, false); });
+    act("Compare Files, Open New Window", "folders.compare_new", command("folders.compare_new"));
+    act("Launch Selected File", "folders.launch", command("folders.launch"));
+    menu->addSeparator();
+    act("Refresh (F5)", "compare.run", command("compare.run"));
+    act("Report (F2)", "report.make", command("report.make"));
+    menu->addSeparator();
+    const char* copy = Cell().column == FolderColumn::Original ? "folders.copy_to_modified"
+                                                               : "folders.copy_to_original";
+    act("Copy File to Other Folder", copy, command(copy));
+    act("Change Font", "view.font", command("view.font"));
+    menu->addSeparator();
+    act("Delete File to Recycle Bin", "folders.recycle", command("folders.recycle"));
+    act("Delete File Permanently", "folders.delete",
+        [this] { Files().PermanentDelete(Cell().row, Cell().column); });
+    return menu;
+}
+
+// ---- of the main window ----
+
+QString CompareFoldersPage::Caption() const {
+    if (viewer_ == nullptr)
+        return {};
+    const auto name = [](const std::string& folder) {
+        QString path = ToQt(folder);
+        while (path.size() > 1 && (path.endsWith(u'/') || path.endsWith(u'\\')))
+            path.chop(1);
+        return FileNameOf(path);
+    };
+    const QString original = name(viewer_->cbSelectOriginal);
+    const QString modified = name(viewer_->cbSelectModified);
+    if (fresh_ || original.isEmpty() || modified.isEmpty())
+        return text_("Compare Folders");
+    return original + QStringLiteral(" vs. ") + modified;
+}
+
+void CompareFoldersPage::Tick() {
+    if (viewer_ == nullptr || !viewer_->Busy())
+        return;
+    const double all = std::max(1, viewer_->VestrelX1().getRecordCount());
+    constexpr double kWhole = 100;
+    const bool walking = viewer_->VestrelX1().getBusy();
+    progress_->SetProgress(walking ? 0 : kWhole * viewer_->RowCount() / all, status_->Panel(2));
+}
+
+void CompareFoldersPage::ShowWords() {
+    boxes_->ShowWords();
+    bar_->ShowCounts(table_->Order());
+    Q_EMIT table_->headerDataChanged(Qt::Horizontal, 0, static_cast<int>(kFolderColumns) - 1);
+    grid_->viewport()->update();
+}
+
+QList<QWidget*> CompareFoldersPage::FocusStops() const {
+    return {bar_->Filters().Segment(static_cast<int>(table_->Order().Filter())),
+            &boxes_->Box(Side::Original), &boxes_->Box(Side::Modified), grid_};
+}
+
+void CompareFoldersPage::MoveFocus(bool forward) {
+    const QList<QWidget*> stops = FocusStops();
+    const auto count = static_cast<int>(stops.size());
+    int at = forward ? -1 : count;
+    for (int stop = 0; stop < count; ++stop) {
+        if (stops[stop]->hasFocus() || stops[stop]->isAncestorOf(focusWidget()))
+            at = stop;
+    }
+    stops[(at + (forward ? 1 : count - 1)) % count]->setFocus(Qt::TabFocusReason);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,114 @@
+#include "folders/ui/folder_boxes.h"
+
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPainter>
+
+#include "common/ui/cards.h"
+#include "common/ui/look_style.h"
+#include "common/ui/measures.h"
+#include "common/ui/style_sheet.h"
+#include "compare/ui/command_buttons.h"
+
+namespace zorvane {
+
+using namespace measures;
+
+namespace {
+
+constexpr int kTypesWidth = 120;
+constexpr int kNamesOnlyBelow = 900;
+
+std::string& TextOf(frmCompareDir& viewer, Side side) {
+    return side == Side::Original ? viewer.cbSelectOriginal : viewer.cbSelectModified;
+}
+
+void ShowRecent(FileBox& box, const clsMRU& list, const std::string& chosen) {
+    QStringList recent;
+    const auto& items = list.Items();
+    for (auto item = items.rbegin(); item != items.rend(); ++item)
+        recent.append(ToQt(*item));
+    box.SetRecent(recent);
+    box.SetPath(ToQt(chosen));
+}
+
+}  // namespace
+
+FolderBoxes::FolderBoxes(CommandSet& commands, frmCompareDir& viewer, const UiText& text,
+                         QWidget* parent)
+    : QFrame(parent), viewer_(viewer) {
+    setFixedHeight(kFileRowHeight);
+    auto* line = new QHBoxLayout(this);
+    line->setContentsMargins(kWindowEdge, 0, kWindowEdge, 0);
+    line->setSpacing(kSmall);
+    for (const Side side : kBothSides) {
+        const bool original = side == Side::Original;
+        line->addWidget(MakeLabel(text(original ? "Original" : "Modified"), look::kHeading, this));
+        boxes_[side] = MakeBox(commands, text, side);
+        line->addWidget(boxes_[side], 1);
+        line->addWidget(MakeCommandIcon(
+            commands, original ? "file.open_original" : "file.open_modified", "open", this));
+        if (original)
+            line->addWidget(MakeCommandIcon(commands, "compare.swap", "swap", this));
+    }
+    line->addSpacing(kSmall);
+    auto* words = MakeLabel(text("File Types:"), look::kBeside, this);
+    words->setWordWrap(false);
+    types_words_ = words;
+    line->addWidget(types_words_);
+    types_ = new FileBox(text("File Types:"), QString(), this);
+    types_->setFixedWidth(kTypesWidth);
+    types_->setAcceptDrops(false);
+    line->addWidget(types_);
+    connect(types_, &FileBox::PathChosen, this, [this](const QString& types) {
+        types_->SetPath(types);
+        TakeTexts();
+        run_wanted();
+    });
+}
+
+FileBox* FolderBoxes::MakeBox(CommandSet& commands, const UiText& text, Side side) {
+    const bool original = side == Side::Original;
+    auto* box = new FileBox(text(original ? "Original Folder" : "Modified Folder"),
+                            QStringLiteral("open"), this);
+    connect(box, &FileBox::PathChosen, this,
+            [this, side](const QString& path) { folder_chosen(side, path); });
+    connect(box, &FileBox::FilesDropped, this,
+            [this, side](const QStringList& paths) { dropped(side, paths); });
+    connect(box->lineEdit(), &QLineEdit::textEdited, this,
+            [this, side](const QString& path) { TextOf(viewer_, side) = FromQt(path); });
+    connect(box->lineEdit(), &QLineEdit::textEdited, &commands, &CommandSet::Refresh);
+    return box;
+}
+
+void FolderBoxes::ShowTexts() {
+    for (const Side side : kBothSides)
+        ShowRecent(*boxes_[side], viewer_.RecentFolders(side), TextOf(viewer_, side));
+    ShowRecent(*types_, viewer_.RecentTypes(), viewer_.cbFileExt);
+    ShowWords();
+}
+
+void FolderBoxes::ShowWords() {
+    types_->setToolTip(ToQt(viewer_.FileTypesLabel()));
+}
+
+void FolderBoxes::TakeTexts() {
+    for (const Side side : kBothSides)
+        TextOf(viewer_, side) = FromQt(boxes_[side]->Path());
+    viewer_.cbFileExt = FromQt(types_->Path());
+}
+
+void FolderBoxes::resizeEvent(QResizeEvent*) {
+    for (const Side side : kBothSides)
+        boxes_[side]->SetNamesOnly(width() < kNamesOnlyBelow);
+    types_words_->setVisible(width() >= kNamesOnlyBelow);
+}
+
+void FolderBoxes::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), Tokens()[Token::Surface]);
+    painter.setPen(Tokens()[Token::Hairline]);
+    painter.drawLine(0, height() - 1, width(), height() - 1);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,63 @@
+// The grid of a Compare Folders window: columns that drag, one delegate, and the cells that
+// commands work on.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QStyledItemDelegate>
+#include <QTableView>
+
+#include "folders/ui/folder_table.h"
+
+namespace zorvane {
+
+class FolderCellDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+};
+
+class FolderGrid : public QTableView {
+    Q_OBJECT
+  public:
+    FolderGrid(frmCompareDir& viewer, FolderTable& table, const UiText& text, QWidget* parent);
+
+    /// Widths and font as the settings have them.
+    void ShowSettings();
+    /// What commands work on: the current cell, by its record; -1 without one.
+    GridCell CurrentCell() const;
+    /// The chosen cells that a file may stand in, by their records.
+    std::vector<GridCell> ChosenCells() const;
+    void ShowRecord(std::int32_t record, FolderColumn column);
+    /// Back to where it was, after everything moved.
+    void KeepPlace(const std::function<void()>& change);
+    /// To the next row that differs, or the one before; false: there is none.
+    bool GoToDifferent(bool forward);
+
+    std::function<void(QPoint place)> menu_wanted;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+
+  private:
+    void MakeHead();
+    void ShareRoom();
+    void TakeWidth(int section, int old_width, int width);
+    void StoreWidths();
+    void SortBy(int section);
+
+    frmCompareDir& viewer_;
+    FolderTable& table_;
+    bool placing_ = false;
+};
+
+}  // namespace zorvane

@@ -1,0 +1,147 @@
+#include "folders/ui/folder_table.h"
+
+namespace zorvane {
+
+FolderTable::FolderTable(frmCompareDir& viewer, UiText text, QObject* parent)
+    : QAbstractTableModel(parent),
+      viewer_(viewer),
+      text_(std::move(text)),
+      order_(viewer.VestrelX1().Folders()) {}
+
+void FolderTable::Clear() {
+    beginResetModel();
+    made_row_ = -1;
+    order_.Clear(viewer_.Options().bIgnoreDateDifferences.Data());
+    shown_ = 0;
+    endResetModel();
+}
+
+// How many rows new records make is known only behind them.
+void FolderTable::TakeRows() {
+    made_row_ = -1;
+    if (order_.Sort().on) {
+        beginResetModel();
+        order_.Take(viewer_.RowCount());
+        shown_ = order_.Count();
+        endResetModel();
+        return;
+    }
+    const int before = shown_;
+    order_.Take(viewer_.RowCount());
+    if (order_.Count() == before)
+        return;
+    beginInsertRows({}, before, order_.Count() - 1);
+    shown_ = order_.Count();
+    endInsertRows();
+}
+
+void FolderTable::RecordsChanged(std::int32_t first, std::int32_t count) {
+    made_row_ = -1;
+    for (std::int32_t record = first; record < first + count; ++record) {
+        const std::int32_t row = order_.RowOf(record);
+        if (row >= 0)
+            Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+    }
+}
+
+void FolderTable::Show(FolderFilter filter, const FolderSort& sort) {
+    beginResetModel();
+    made_row_ = -1;
+    order_.Show(filter, sort);
+    shown_ = order_.Count();
+    endResetModel();
+}
+
+std::int32_t FolderTable::RecordAt(int row) const {
+    return row < 0 || row >= shown_ ? -1 : order_.RecordAt(row);
+}
+
+const FolderTable::Shown& FolderTable::Row(int row) const {
+    if (row == made_row_)
+        return made_;
+    const std::int32_t record = RecordAt(row);
+    made_ = {};
+    made_row_ = row;
+    if (record < 0)
+        return made_;
+    const FolderScan& scan = viewer_.VestrelX1().Folders();
+    const ScannedEntry& entry = scan.Entry(static_cast<std::size_t>(record));
+    made_.cells = viewer_.Rows().Row(record);
+    made_.folder = entry.IsFolder();
+    made_.in_both = entry.InBoth();
+    const QString path = ToQt(scan.PathBelow(static_cast<std::size_t>(record)));
+    made_.below = path.left(std::max(path.lastIndexOf(u'/'), qsizetype{0}));
+    return made_;
+}
+
+// A folder by its path below the two that are compared; its record has the whole one.
+QString FolderTable::CellText(int row, FolderColumn column) const {
+    const Shown& shown = Row(row);
+    const FolderCell& cell = shown.cells[column];
+    if (shown.folder && column <= FolderColumn::Modified)
+        return cell.picture == CellPicture::None ? QString() : shown.below;
+    return ToQt(cell.text).trimmed();
+}
+
+QString FolderTable::Verdict(const FolderRecord& record) const {
+    if (!record.InBoth())
+        return text_(record.OnlyInMaster != 0 ? "only in Original" : "only in Modified");
+    if (record.ContentDifferent == 0 && record.SizeDifferent == 0 && record.DateDifferent == 0)
+        return text_("the same");
+    QStringList parts{text_("changed")};
+    if (const QString words = ToQt(viewer_.Rows().ContentsCell(record)).trimmed();
+        !words.isEmpty() && record.ContentDifferent != 0)
+        parts.append(words);
+    if (record.SizeDifferent != 0)
+        parts.append(text_(record.SizeDifferent < 0 ? "Modified is larger" : "Original is larger"));
+    if (record.DateDifferent != 0)
+        parts.append(text_(record.DateDifferent < 0 ? "Modified is later" : "Original is later"));
+    return parts.join(QStringLiteral(", "));
+}
+
+QString FolderTable::Spoken(int row) const {
+    const std::optional<FolderRecord> record = viewer_.Rows().Record(RecordAt(row));
+    if (!record)
+        return {};
+    if (record->IsFile == 0)
+        return text_("Folder") + QStringLiteral(" ") + Row(row).below;
+    return ToQt(record->FileName) + QStringLiteral(", ") + Verdict(*record);
+}
+
+int FolderTable::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : shown_;
+}
+
+int FolderTable::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(kFolderColumns);
+}
+
+QVariant FolderTable::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
+    const auto column = static_cast<FolderColumn>(index.column());
+    switch (role) {
+        case Qt::DisplayRole:
+            return CellText(index.row(), column);
+        case Qt::AccessibleTextRole:
+            return Spoken(index.row());
+        case Qt::ToolTipRole: {
+            const std::optional<FolderRecord> record = viewer_.Rows().Record(RecordAt(index.row()));
+            if (!record || column == FolderColumn::Size || column == FolderColumn::Date)
+                return {};
+            if (column == FolderColumn::Contents)
+                return CellText(index.row(), column);
+            return ToQt(column == FolderColumn::Original ? record->Original() : record->Modified());
+        }
+        default:
+            return {};
+    }
+}
+
+QVariant FolderTable::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return ToQt(viewer_.Rows().Head(static_cast<FolderColumn>(section)));
+}
+
+}  // namespace zorvane

@@ -1,0 +1,72 @@
+#include "folders/ui/folders_bar.h"
+
+#include "compare/ui/command_buttons.h"
+
+namespace zorvane {
+namespace {
+
+struct Segment {
+    FolderFilter filter;
+    const char* words;
+    const char* icon;
+    const char* command;
+};
+constexpr Segment kSegments[] = {
+    {FolderFilter::All, "All", "", "view.show_all"},
+    {FolderFilter::Changed, "Changed", "changed", "view.show_changes"},
+    {FolderFilter::OnlyOriginal, "Original only", "deleted", "view.show_deletions"},
+    {FolderFilter::OnlyModified, "Modified only", "added", "view.show_additions"},
+    {FolderFilter::Same, "Same", "equal", "folders.show_same"},
+};
+constexpr int kCaptionsFrom = 900;
+
+}  // namespace
+
+FoldersBar::FoldersBar(CommandSet& commands, const UiText& text, QWidget* parent)
+    : ToolBar(text("Compare Folders"), parent) {
+    run_ = MakeCommandButton(commands, "compare.run", text("Compare"), ButtonLook::Primary,
+                             "refresh", this);
+    Add(run_);
+    abort_ = MakeCommandButton(commands, "compare.abort", text("Abort"), ButtonLook::Plain, "abort",
+                               this);
+    abort_->hide();
+    Add(abort_);
+    AddSeparator();
+    filters_ = new SegmentedGroup(text("Kinds of files"), this);
+    for (const Segment& segment : kSegments) {
+        const auto id = static_cast<int>(segment.filter);
+        filters_->Add(id, text(segment.words), QString::fromLatin1(segment.icon),
+                      text(segment.words));
+        QAction* action = commands.Action(segment.command);
+        filters_->Segment(id)->setToolTip(ToolTipOf(
+            text(segment.words), action->shortcut().toString(QKeySequence::NativeText), QString()));
+    }
+    filters_->SetCurrent(static_cast<int>(FolderFilter::All));
+    connect(filters_, &SegmentedGroup::Chosen, this,
+            [&commands](int id) { commands.Run(kSegments[id].command); });
+    Add(filters_);
+    AddStretch();
+    Add(MakeCommandIcon(commands, "report.make", "report", this));
+    options_ = MakeCommandButton(commands, "view.options", text("Options"), ButtonLook::Flat,
+                                 "options", this);
+    Add(options_);
+}
+
+void FoldersBar::ShowCounts(const FolderOrder& order) {
+    for (const Segment& segment : kSegments)
+        filters_->SetCount(static_cast<int>(segment.filter), order.Files(segment.filter));
+    filters_->SetCurrent(static_cast<int>(order.Filter()));
+}
+
+void FoldersBar::SetRunning(bool running) {
+    abort_->setMinimumWidth(running ? run_->width() : 0);
+    run_->setVisible(!running);
+    abort_->setVisible(running);
+}
+
+void FoldersBar::resizeEvent(QResizeEvent* event) {
+    ToolBar::resizeEvent(event);
+    options_->SetCaptionShown(width() >= kCaptionsFrom);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,31 @@
+// The bar of a Compare Folders window: run, filters by kind with their counts, report, options.
+#pragma once
+
+#include "common/ui/bars.h"
+#include "common/ui/command_table.h"
+#include "folders/ui/folder_order.h"
+
+namespace zorvane {
+
+class FoldersBar : public ToolBar {
+    Q_OBJECT
+  public:
+    FoldersBar(CommandSet& commands, const UiText& text, QWidget* parent);
+
+    void ShowCounts(const FolderOrder& order);
+    /// Abort stands where Compare stood.
+    void SetRunning(bool running);
+    SegmentedGroup& Filters() { return *filters_; }
+    Button& Run() { return *run_; }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    Button* run_;
+    Button* abort_;
+    SegmentedGroup* filters_;
+    Button* options_;
+};
+
+}  // namespace zorvane

@@ -1,0 +1,247 @@
+// The window of Compare Folders over the whole program: does a click or a key reach the viewer, and
+// does it mean the record that the person sees?
+#include <filesystem>
+#include <fstream>
+
+#include <QHeaderView>
+#include <QMenu>
+
+#include <gtest/gtest.h>
+
+#include "tests/ui/dialogs_world.h"
+
+namespace zorvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+class FoldersPageTest : public DialogsTest {
+  protected:
+    FoldersPageTest() {
+        for (const char* side : {"old", "new"}) {
+            Write(side, "a/changed 1.txt", side);
+            Write(side, "a/same 1.txt", "as it was");
+            Write(side, "b/same 2.txt", "as it was");
+            Write(side, "b/z changed.txt", side + std::string(" is longer"));
+        }
+        Write("old", "a/gone.txt", "x");
+        Write("new", "b/come.txt", "y");
+    }
+    fs::path In(const std::string& side, const std::string& name) const {
+        return fs::path(fakes.folder.Path()) / side / name;
+    }
+    void Write(const std::string& side, const std::string& name, const std::string& text) const {
+        const fs::path path = In(side, name);
+        fs::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << text;
+        fs::last_write_time(path, fs::file_time_type(std::chrono::hours(24 * 365)));
+    }
+    CompareFoldersPage& Run(WindowWorld& world) const {
+        world.window.OpenFiles({In("old", "").string(), In("new", "").string()});
+        CompareFoldersPage& page = *world.window.ActiveFolders();
+        EXPECT_TRUE(WindowWorld::Until([&] { return page.Viewer()->CanReport(); }));
+        return page;
+    }
+    /// What stands in the first column, or in the second where that is empty.
+    static std::string Names(CompareFoldersPage& page) {
+        QStringList names;
+        for (int row = 0; row < page.Table().rowCount(); ++row) {
+            const QString left = page.Table().CellText(row, FolderColumn::Original);
+            names.append(left.isEmpty() ? page.Table().CellText(row, FolderColumn::Modified)
+                                        : left);
+        }
+        return FromQt(names.join(QStringLiteral("|")));
+    }
+    /// As a person who works in the grid: keys mean its files.
+    static void WorkInGrid(WindowWorld& world, CompareFoldersPage& page) {
+        world.window.activateWindow();
+        ASSERT_TRUE(WindowWorld::Until([&] {
+            page.Grid().setFocus();
+            return page.Grid().hasFocus();
+        }));
+        QCoreApplication::processEvents();  // what commands can do now
+    }
+    static double ShareOfOriginal(CompareFoldersPage& page) {
+        const double left = page.Grid().columnWidth(0);
+        return left / (left + page.Grid().columnWidth(1));
+    }
+    static void Choose(CompareFoldersPage& page, const std::string& name, FolderColumn column) {
+        const int at = static_cast<int>(column);
+        for (int row = 0; row < page.Table().rowCount(); ++row) {
+            if (page.Table().CellText(row, column) == ToQt(name))
+                page.Grid().setCurrentIndex(page.Table().index(row, at));
+        }
+        ASSERT_EQ(page.Grid().currentIndex().data().toString(), ToQt(name));
+    }
+};
+
+TEST_F(FoldersPageTest, ShowsRowsCountsAndEachKindUnderItsFolder) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    EXPECT_EQ(Names(page),
+              "a|changed 1.txt|gone.txt|same 1.txt|"
+              "b|come.txt|same 2.txt|z changed.txt");
+    EXPECT_EQ(world.window.windowTitle(), QStringLiteral("old vs. new – Zorvane"));
+    const std::pair<const char*, const char*> rows[] = {
+        {"view.show_changes", "a|changed 1.txt|b|z changed.txt"},
+        {"view.show_deletions", "a|gone.txt"},
+        {"view.show_additions", "b|come.txt"},
+        {"folders.show_same", "a|same 1.txt|b|same 2.txt"},
+    };
+    int files = 0;
+    for (const auto& [command, names] : rows) {
+        EXPECT_TRUE(world.window.Commands().Run(command));
+        EXPECT_EQ(Names(page), names) << command;
+        files += page.Table().Order().Files(page.Table().Order().Filter());
+    }
+    EXPECT_EQ(files, page.Table().Order().Files(FolderFilter::All));
+    EXPECT_TRUE(page.Bar().Filters().Segment(static_cast<int>(FolderFilter::Same))->isChecked());
+}
+
+TEST_F(FoldersPageTest, SortsFilesAndGoesBackToTheOrderOfRecords) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    const std::string before = Names(page);
+    Choose(page, "same 1.txt", FolderColumn::Original);
+    const std::int32_t record = page.Cell().row;
+    const auto click = [&](FolderColumn column) {
+        Q_EMIT page.Grid().horizontalHeader()->sectionClicked(static_cast<int>(column));
+    };
+    click(FolderColumn::Original);
+    EXPECT_EQ(Names(page), "changed 1.txt|gone.txt|same 1.txt|same 2.txt|z changed.txt|come.txt");
+    click(FolderColumn::Original);
+    EXPECT_EQ(Names(page).substr(0, 24), "come.txt|z changed.txt|s");
+    EXPECT_EQ(page.Cell().row, record) << "the chosen file stays chosen";
+    EXPECT_EQ(page.Grid().currentIndex().data().toString(), QStringLiteral("same 1.txt"));
+    click(FolderColumn::Original);
+    EXPECT_EQ(Names(page), before);
+}
+
+TEST_F(FoldersPageTest, WalksFromDifferenceToDifference) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    std::string walked;
+    for (int step = 0; step < 5; ++step) {
+        world.window.Commands().Run("go.next");
+        const int row = page.Grid().currentIndex().row();
+        walked += FromQt(page.Table().CellText(row, FolderColumn::Original) + u'|');
+    }
+    EXPECT_EQ(walked, "changed 1.txt|gone.txt||z changed.txt|z changed.txt|");
+    world.window.Commands().Run("go.previous");
+    EXPECT_EQ(page.Table().CellText(page.Grid().currentIndex().row(), FolderColumn::Modified),
+              QStringLiteral("come.txt"));
+}
+
+TEST_F(FoldersPageTest, ComparesThePairOfARowByEnterAndInANewWindow) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    Choose(page, "changed 1.txt", FolderColumn::Original);
+    WorkInGrid(world, page);
+    QTest::keyClick(&page.Grid(), Qt::Key_Return);
+    ASSERT_NE(world.window.ActivePage(), nullptr) << "the files are in front";
+    EXPECT_EQ(world.Viewer().FileNames()[1], In("new", "a/changed 1.txt").string());
+    EXPECT_TRUE(WindowWorld::Until([&] { return world.Viewer().ShownComparison() != nullptr; }));
+    const std::int32_t open = world.frame.NumberOpenScreens();
+    world.frame.Activate(*page.Viewer());
+    EXPECT_TRUE(world.window.Commands().Run("folders.compare_new"));
+    EXPECT_EQ(world.frame.NumberOpenScreens(), open + 1);
+}
+
+TEST_F(FoldersPageTest, DeletesWhatIsChosenAndNothingThatAFilterHides) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    world.window.Commands().Run("view.show_changes");
+    const QModelIndex first = page.Table().index(0, 0);
+    const QModelIndex last = page.Table().index(page.Table().rowCount() - 1, 0);
+    page.Grid().selectionModel()->select(QItemSelection(first, last),
+                                         QItemSelectionModel::ClearAndSelect);
+    EXPECT_TRUE(InDialog<QDialog>(world, "folders.delete", [](QDialog& asked) { asked.reject(); }));
+    EXPECT_TRUE(fs::exists(In("old", "a/changed 1.txt"))) << "the person did not agree";
+    EXPECT_TRUE(
+        InDialog<QDialog>(world, "folders.delete", [](QDialog& asked) { Click(asked, "Yes"); }));
+    EXPECT_FALSE(fs::exists(In("old", "a/changed 1.txt")));
+    EXPECT_FALSE(fs::exists(In("old", "b/z changed.txt")));
+    for (const char* kept : {"a/gone.txt", "a/same 1.txt", "b/same 2.txt"})
+        EXPECT_TRUE(fs::exists(In("old", kept))) << kept;
+    EXPECT_TRUE(fs::exists(In("new", "a/changed 1.txt"))) << "only one column was chosen";
+    EXPECT_EQ(page.Table().Row(1).cells[FolderColumn::Original].ink, CellInk::Gone);
+}
+
+TEST_F(FoldersPageTest, CopiesAFileToTheSideThatHasItNot) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    Choose(page, "come.txt", FolderColumn::Modified);
+    WorkInGrid(world, page);
+    QTest::keyClick(&page.Grid(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_TRUE(fs::exists(In("old", "b/come.txt")));
+    EXPECT_EQ(page.Grid().currentIndex().siblingAtColumn(0).data().toString(),
+              QStringLiteral("come.txt"));
+}
+
+TEST_F(FoldersPageTest, ComesBackTheNextDayAndSwaps) {
+    double share = 0;
+    {
+        WindowWorld world(fakes, theme);
+        CompareFoldersPage& page = Run(world);
+        world.window.Commands().Run("folders.legend");
+        page.Grid().horizontalHeader()->resizeSection(0, page.Grid().columnWidth(0) + 90);
+        share = ShareOfOriginal(page);
+        EXPECT_GT(share, 0.55);
+        world.frame.CloseFrame();
+    }
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage* page = world.window.ActiveFolders();
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(FromQt(page->Boxes().Box(Side::Original).Path()), In("old", "").string());
+    EXPECT_TRUE(page->Legend().isHidden());
+    EXPECT_TRUE(
+        WindowWorld::Until([&] { return std::abs(ShareOfOriginal(*page) - share) < 0.02; }));
+    EXPECT_TRUE(world.window.Commands().Run("compare.swap"));
+    ASSERT_TRUE(WindowWorld::Until([&] { return page->Viewer()->CanReport(); }));
+    EXPECT_EQ(FromQt(page->Boxes().Box(Side::Modified).Path()), In("old", "").string());
+    world.window.Commands().Run("view.show_additions");
+    EXPECT_EQ(Names(*page), "a|gone.txt");
+}
+
+TEST_F(FoldersPageTest, TellsOfErrorsAndOfFoldersThatAreNotThere) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    EXPECT_TRUE(page.Errors().isHidden());
+    page.ErrorsChanged();
+    page.Errors().ShowErrors({"Errors", "Error: one", "Error: two"});
+    EXPECT_FALSE(page.Errors().isHidden());
+    EXPECT_EQ(page.Errors().Count(), 2);
+    page.TakeFolder(Side::Modified, QStringLiteral("/nowhere/at all"));
+    QString told;
+    EXPECT_TRUE(InDialog<QDialog>(world, "compare.run", [&](QDialog& shown) {
+        for (const QLabel* label : shown.findChildren<QLabel*>())
+            told += label->text();
+    }));
+    EXPECT_TRUE(told.contains(QStringLiteral("/nowhere/at all"))) << FromQt(told);
+    EXPECT_FALSE(page.Viewer()->Busy());
+}
+
+TEST_F(FoldersPageTest, ChecksTextsAndGreysWhatDependsOnThem) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    const auto box = [&page](const char* words) {
+        for (QAbstractButton* found : page.findChildren<QAbstractButton*>())
+            if (found->text() == QString::fromLatin1(words))
+                return found;
+        return static_cast<QAbstractButton*>(nullptr);
+    };
+    QAbstractButton* reports = box("Create Report");
+    ASSERT_NE(reports, nullptr);
+    EXPECT_FALSE(reports->isEnabled());
+    box("Compare the Text of Files That Differ")->click();
+    EXPECT_TRUE(reports->isEnabled());
+    page.Compare();
+    ASSERT_TRUE(WindowWorld::Until([&] { return page.Viewer()->CanReport(); }));
+    EXPECT_EQ(page.Table().CellText(1, FolderColumn::Contents), QStringLiteral("0C, 1A, 1D"));
+    box("Different in Both")->click();
+    EXPECT_FALSE(box("Compare the Text of Files That Differ")->isEnabled());
+    EXPECT_FALSE(reports->isEnabled());
+}
+
+}  // namespace
+}  // namespace zorvane
