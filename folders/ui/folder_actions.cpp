@@ -35,7 +35,7 @@ void CompareFoldersPage::Swap() {
     viewer_->Swap();
 }
 
-// A folder that is named compares at once when the other one is there: that is what it is for.
+// Named, not yet compared: the other side may follow.
 void CompareFoldersPage::TakeFolder(Side side, const QString& path) {
     (side == Side::Original ? viewer_->cbSelectOriginal : viewer_->cbSelectModified) = FromQt(path);
     boxes_->Box(side).SetPath(path);
