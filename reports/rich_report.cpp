@@ -56,8 +56,8 @@ class LineWriter {
     CharFormat format_;
 };
 
-std::string CountsText(const Comparison& comparison) {
-    const ReportCounts counts = CountForReaders(comparison);
+std::string CountsText(const Comparison& comparison, RunWatcher* watcher) {
+    const ReportCounts counts = CountForReaders(comparison, watcher);
     std::string text;
     const auto add = [&text](std::int64_t count, std::string_view noun, std::string_view what) {
         if (count == 0)
@@ -94,7 +94,7 @@ void WriteLegend(const RichReportPieces& pieces, LineWriter& writer) {
     writer.EndLine();
 }
 
-void WriteHead(const RichReportPieces& pieces, LineWriter& writer) {
+void WriteHead(const RichReportPieces& pieces, LineWriter& writer, RunWatcher* watcher) {
     constexpr std::int32_t kTitleSize = 36;
     const RichReportHead& head = *pieces.head;
     const Comparison& comparison = *pieces.comparison;
@@ -106,7 +106,7 @@ void WriteHead(const RichReportPieces& pieces, LineWriter& writer) {
     writer.Line("Modified: " + head.names.modified);
     writer.Line(comparison.same_files ? VerdictText(comparison) : SummaryText(comparison));
     if (!comparison.Same()) {
-        if (const std::string counts = CountsText(comparison); !counts.empty())
+        if (const std::string counts = CountsText(comparison, watcher); !counts.empty())
             writer.Line(counts);
         WriteLegend(pieces, writer);
     }
@@ -157,7 +157,7 @@ Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std
         own.font = FontName("Arial");
     LineWriter writer(scratch, own);
     if (any && headed)
-        WriteHead(pieces, writer);
+        WriteHead(pieces, writer, watcher);
     if (!AppendPieces(pieces, scratch, watcher))
         return Failure{std::string(kReportStopped)};
     if (any && pieces.comparison != nullptr)
