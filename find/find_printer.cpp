@@ -4,6 +4,7 @@
 #include <charconv>
 #include <fmt/format.h>
 
+#include "common/base/json_text.h"
 #include "common/base/text_encoding.h"
 #include "common/base/visible_text.h"
 
@@ -14,36 +15,6 @@ constexpr const char* kPathColor = "\x1B[35m";
 constexpr const char* kLineColor = "\x1B[32m";
 constexpr const char* kMatchColor = "\x1B[1;31m";
 constexpr const char* kEndColor = "\x1B[0m";
-
-void AppendString(std::string_view text, std::string& out) {
-    if (!IsValidUtf8(text)) {
-        AppendString(ToUtf8(ToUtf16(text)), out);
-        return;
-    }
-    out += '"';
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '"' || character == '\\')
-            out.append({'\\', character});
-        else if (byte < 0x20 || byte == 0x7F)
-            fmt::format_to(std::back_inserter(out), "\\u{:04x}", byte);
-        else
-            out += character;
-    }
-    out += '"';
-}
-
-// A name that is not UTF-8 cannot stand in JSON: its bytes stand beside it, in hexadecimal.
-void AppendPath(std::string_view path, std::string& out) {
-    out += "\"path\":";
-    AppendString(path, out);
-    if (IsValidUtf8(path))
-        return;
-    out += ",\"path_bytes\":\"";
-    for (const char character : path)
-        fmt::format_to(std::back_inserter(out), "{:02x}", static_cast<unsigned char>(character));
-    out += '"';
-}
 
 std::int32_t Characters(std::string_view text) {
     std::int32_t count = 0;
@@ -144,14 +115,14 @@ void FindPrinter::PrintObject(const FoundFile& file, const FoundLine& line, int 
                               std::string& out) {
     const bool hit = line.column > 0;
     out += hit ? "{\"type\":\"hit\"," : "{\"type\":\"context\",";
-    AppendPath(file.path, out);
+    AppendJsonPath("path", file.path, out);
     fmt::format_to(std::back_inserter(out), ",\"line\":{}", line.line);
     const std::string_view text = file.Text(line);
     if (hit) {
         if (file.place) {
             if (const std::string place = file.place(line.line, line.column); !place.empty()) {
                 out += ",\"place\":";
-                AppendString(place, out);
+                AppendJsonString(place, out);
             }
         }
         out += ",\"matches\":[";
@@ -163,22 +134,22 @@ void FindPrinter::PrintObject(const FoundFile& file, const FoundLine& line, int 
         for (const MatchSpan& match : matches) {
             fmt::format_to(std::back_inserter(out), "{}{{\"column\":{},\"text\":", comma,
                            Characters(text.substr(0, match.begin)) + 1);
-            AppendString(text.substr(match.begin, match.end - match.begin), out);
+            AppendJsonString(text.substr(match.begin, match.end - match.begin), out);
             out += '}';
             comma = ",";
         }
         out += ']';
     }
     out += ",\"text\":";
-    AppendString(text, out);
+    AppendJsonString(text, out);
     out += "}\n";
 }
 
 std::string FindPrinter::ErrorObject(const FoundFile& file) {
     std::string out = "{\"type\":\"error\",";
-    AppendPath(file.path, out);
+    AppendJsonPath("path", file.path, out);
     out += ",\"message\":";
-    AppendString(file.reason, out);
+    AppendJsonString(file.reason, out);
     return out + "}\n";
 }
 

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include "common/base/json_text.h"
 #include "common/base/text_encoding.h"
 #include "folders/folder_findings.h"
 
@@ -8,36 +9,6 @@ namespace {
 
 constexpr std::size_t kPart = 1 << 16;
 
-void AppendString(std::string_view text, std::string& out) {
-    if (!IsValidUtf8(text)) {
-        AppendString(ToUtf8(ToUtf16(text)), out);
-        return;
-    }
-    out += '"';
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '"' || character == '\\')
-            out.append({'\\', character});
-        else if (byte < 0x20 || byte == 0x7F)
-            fmt::format_to(std::back_inserter(out), "\\u{:04x}", byte);
-        else
-            out += character;
-    }
-    out += '"';
-}
-
-// A name that is not UTF-8 cannot stand in JSON: its bytes stand beside it, in hexadecimal.
-void AppendPath(const char* field, std::string_view path, std::string& out) {
-    fmt::format_to(std::back_inserter(out), "\"{}\":", field);
-    AppendString(path, out);
-    if (IsValidUtf8(path))
-        return;
-    fmt::format_to(std::back_inserter(out), ",\"{}_bytes\":\"", field);
-    for (const char character : path)
-        fmt::format_to(std::back_inserter(out), "{:02x}", static_cast<unsigned char>(character));
-    out += '"';
-}
-
 class FolderJson {
   public:
     FolderJson(const FolderFindings& findings, const TextTarget& target)
@@ -45,9 +16,9 @@ class FolderJson {
 
     Status Write() {
         out_ = "{\"schema\":\"zorvane-folders/1\",\n";
-        AppendPath("original", findings_.roots.original, out_);
+        AppendJsonPath("original", findings_.roots.original, out_);
         out_ += ",\n";
-        AppendPath("modified", findings_.roots.modified, out_);
+        AppendJsonPath("modified", findings_.roots.modified, out_);
         out_ += ",\n";
         Counts();
         for (std::size_t index = 0; index < findings_.scan.Count(); ++index) {
@@ -87,7 +58,7 @@ class FolderJson {
         const ScannedEntry& entry = findings_.scan.Entry(index);
         fmt::format_to(std::back_inserter(out_), "{}\n{{\"record\":{},\"verdict\":\"{}\",",
                        record == 0 ? "" : ",", record, NameOf(findings_.VerdictOf(record)));
-        AppendPath("path", findings_.scan.PathBelow(index), out_);
+        AppendJsonPath("path", findings_.scan.PathBelow(index), out_);
         OneSide("original", entry, Side::Original);
         OneSide("modified", entry, Side::Modified);
         if (const RenamedEntry* renamed = findings_.RenamedOf(record))
@@ -124,11 +95,11 @@ class FolderJson {
             check.beside);
         if (!check.report.empty()) {
             out_ += ',';
-            AppendPath("report", check.report, out_);
+            AppendJsonPath("report", check.report, out_);
         }
         if (!check.reason.empty()) {
             out_ += ",\"reason\":";
-            AppendString(check.reason, out_);
+            AppendJsonString(check.reason, out_);
         }
         out_ += '}';
     }
@@ -139,10 +110,11 @@ class FolderJson {
                        "{}\n{{\"original\":{},\"modified\":{},\"percent\":{},\"folder\":{},",
                        place == 0 ? "" : ",", entry.original, entry.modified, entry.percent,
                        entry.folder);
-        AppendPath("from", findings_.scan.PathBelow(static_cast<std::size_t>(entry.original)),
-                   out_);
+        AppendJsonPath("from", findings_.scan.PathBelow(static_cast<std::size_t>(entry.original)),
+                       out_);
         out_ += ',';
-        AppendPath("to", findings_.scan.PathBelow(static_cast<std::size_t>(entry.modified)), out_);
+        AppendJsonPath("to", findings_.scan.PathBelow(static_cast<std::size_t>(entry.modified)),
+                       out_);
         out_ += '}';
     }
 
@@ -150,7 +122,7 @@ class FolderJson {
         const FolderFault& fault = findings_.scan.Faults()[index];
         fmt::format_to(std::back_inserter(out_),
                        "{}\n{{\"code\":{},\"message\":", index == 0 ? "" : ",", fault.code);
-        AppendString(fault.message, out_);
+        AppendJsonString(fault.message, out_);
         out_ += '}';
     }
 

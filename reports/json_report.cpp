@@ -2,34 +2,11 @@
 
 #include <fmt/format.h>
 
+#include "common/base/json_text.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
 namespace {
-
-void AppendEscaped(std::string_view text, std::string& out) {
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '"' || character == '\\')
-            out.append({'\\', character});
-        else if (byte < 0x20 || byte == 0x7F)
-            fmt::format_to(std::back_inserter(out), "\\u{:04x}", byte);
-        else if (byte == 0xA0 && out.back() == '\xC2')
-            out.replace(out.size() - 1, 1, "\\u00a0");  // told apart from a blank by its name
-        else
-            out += character;
-    }
-}
-
-void AppendString(std::string_view text, std::string& out) {
-    if (!IsValidUtf8(text)) {
-        AppendString(ToUtf8(ToUtf16(text)), out);
-        return;
-    }
-    out += '"';
-    AppendEscaped(text, out);
-    out += '"';
-}
 
 const char* Letter(DifferenceType type) {
     switch (type) {
@@ -76,7 +53,7 @@ class JsonWriter {
             Beside(comparison_.beside[i], i == 0);
         out_ += comparison_.beside.empty() ? "],\n" : "\n],\n";
         out_ += "\"verdict\":";
-        AppendString(VerdictText(comparison_), out_);
+        AppendJsonString(VerdictText(comparison_), out_);
         out_ += "}\n";
         return std::move(out_);
     }
@@ -84,7 +61,7 @@ class JsonWriter {
   private:
     void WriteSide(const char* name, Side side) {
         fmt::format_to(std::back_inserter(out_), "\"{}\":{{\"path\":", name);
-        AppendString(model_.names[side], out_);
+        AppendJsonString(model_.names[side], out_);
         fmt::format_to(std::back_inserter(out_), ",\"paragraphs\":{}}},\n",
                        comparison_.Paragraphs(side));
     }
@@ -117,15 +94,15 @@ class JsonWriter {
 
     void Beside(const BesideNote& note, bool first) {
         out_ += first ? "\n{\"kind\":" : ",\n{\"kind\":";
-        AppendString(note.kind, out_);
+        AppendJsonString(note.kind, out_);
         out_ += ",\"change\":";
-        AppendString(note.change, out_);
+        AppendJsonString(note.change, out_);
         fmt::format_to(std::back_inserter(out_),
                        ",\"original\":{{\"paragraph\":{},\"text\":", note.original_paragraph);
-        AppendString(note.old_text, out_);
+        AppendJsonString(note.old_text, out_);
         fmt::format_to(std::back_inserter(out_),
                        "}},\"modified\":{{\"paragraph\":{},\"text\":", note.modified_paragraph);
-        AppendString(note.new_text, out_);
+        AppendJsonString(note.new_text, out_);
         out_ += "}}";
     }
 
@@ -145,7 +122,7 @@ class JsonWriter {
     void Text(std::u16string_view text) {
         out_ += '"';
         WriteInParts(text, stop_,
-                     [this](std::u16string_view part) { AppendEscaped(ToUtf8(part), out_); });
+                     [this](std::u16string_view part) { AppendJsonEscaped(ToUtf8(part), out_); });
         out_ += '"';
     }
 
