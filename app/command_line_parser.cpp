@@ -357,6 +357,13 @@ bool ExtractLongSwitches(std::string& line, CommandLineRequest& request) {
     return TakeActions(line, request);
 }
 
+std::string JoinedLine(const std::vector<std::string>& arguments) {
+    std::string line;
+    for (const std::string& argument : arguments)
+        line += (line.empty() ? "" : " ") + argument;
+    return line;
+}
+
 bool ReadCommandLine(SpecialFolders& folders, std::string& line, const std::string& process_line,
                      CommandLineRequest& request, LineEffects& effects) {
     if (line.empty())

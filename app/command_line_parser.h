@@ -21,6 +21,9 @@ struct LineEffects {
     std::vector<std::string> failures;        ///< for `LogMessage`
 };
 
+/// The arguments with blanks between, as the slash form is read.
+std::string JoinedLine(const std::vector<std::string>& arguments);
+
 /// Fills `request` (all fields from their defaults) and says whether a run may start. An empty
 /// `line` is replaced by `process_line`, the process's own raw line, which is also what the
 /// positional form of two absolute paths is read from. `line` is changed by the first pass. Looks

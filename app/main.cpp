@@ -22,13 +22,6 @@ namespace {
 
 using namespace zorvane;
 
-std::string JoinedLine(const std::vector<std::string>& arguments) {
-    std::string line;
-    for (const std::string& argument : arguments)
-        line += (line.empty() ? "" : " ") + argument;
-    return line;
-}
-
 constexpr int kTrouble = 2;
 
 int Complain(const std::string& message) {

@@ -20,13 +20,6 @@ namespace {
 
 using namespace zorvane;
 
-std::string JoinedLine(const std::vector<std::string>& arguments) {
-    std::string line;
-    for (const std::string& argument : arguments)
-        line += (line.empty() ? "" : " ") + argument;
-    return line;
-}
-
 // Two paths open on both, one is the original; every other line is a session or a run of the slash
 // form.
 RunOutcome Start(ProcessState& process, const std::vector<std::string>& arguments,
