@@ -11,16 +11,11 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/pdf_file.h"
+#include "tests/support/shell_run.h"
 #include "tests/support/temp_folder.h"
 
 namespace zorvane {
 namespace {
-
-struct Outcome {
-    int status = -1;
-    std::string output;
-    std::string error;
-};
 
 class CliTest : public ::testing::Test {
   protected:
@@ -32,16 +27,15 @@ class CliTest : public ::testing::Test {
         std::filesystem::create_directories(folder_.Path("run"));
     }
     // In the fresh folder, with a home of its own; `arguments` are the shell's.
-    Outcome Run(const std::string& arguments, const std::string& input = "") {
+    ShellRun Run(const std::string& arguments, const std::string& input = "") {
         folder_.Write("in", input);
         const std::string command =
             "cd '" + folder_.Path() + "' && env -i PATH=\"$PATH\" HOME='" + folder_.Path("home") +
             "' XDG_RUNTIME_DIR='" + folder_.Path("run") + "' TMPDIR='" + folder_.Path("tmp") +
             "' " + environment_ + " '" + program_ + "' " + arguments + " <in >out 2>err";
-        const int status = std::system(command.c_str());
-        EXPECT_TRUE(WIFEXITED(status)) << "the program was ended by a signal";
+        ShellRun run = RunShell(folder_, command);
         EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("tmp"))) << "temporary files are left";
-        return {WEXITSTATUS(status), folder_.Read("out"), folder_.Read("err")};
+        return run;
     }
 
     TempFolder folder_;
@@ -50,12 +44,12 @@ class CliTest : public ::testing::Test {
 };
 
 TEST_F(CliTest, PrintsTheChanges) {
-    const Outcome run = Run("compare old.txt new.txt");
+    const ShellRun run = Run("compare old.txt new.txt");
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.error, "");
     EXPECT_NE(run.output.find("[-two-]{+2+} words"), std::string::npos) << run.output;
     EXPECT_NE(run.output.find("+ {+four+}"), std::string::npos) << run.output;
-    const Outcome colored = Run("compare old.txt new.txt --color always");
+    const ShellRun colored = Run("compare old.txt new.txt --color always");
     EXPECT_NE(colored.output.find("\x1B["), std::string::npos);
     EXPECT_EQ(Run("compare old.txt old.txt").status, 0);
     EXPECT_EQ(Run("old.txt new.txt").output, run.output) << "two existing paths mean a compare";
@@ -70,7 +64,7 @@ void WritePages(const TempFolder& folder) {
 
 TEST_F(CliTest, PrintsWhatACompareSees) {
     WritePages(folder_);
-    const Outcome text = Run("text old.html");
+    const ShellRun text = Run("text old.html");
     EXPECT_EQ(text.status, 0);
     EXPECT_EQ(text.error, "");
     EXPECT_EQ(text.output, "1.\tone\na\tb\t\n");
@@ -86,7 +80,7 @@ TEST_F(CliTest, ComparesDocumentsOfDifferentKinds) {
     WritePages(folder_);
     folder_.Write("new.rtf", "{\\rtf1 1.\\tab one\\par\\trowd\\intbl a\\cell b\\cell\\row}");
     EXPECT_EQ(Run("compare -q old.html new.rtf").status, 0);
-    const Outcome run = Run("compare old.html new.html");
+    const ShellRun run = Run("compare old.html new.html");
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.output.find("{+x+}"), std::string::npos) << run.output;
     EXPECT_NE(run.output.find("[-b-]{+c+}"), std::string::npos) << run.output;
@@ -108,11 +102,11 @@ TEST_F(CliTest, FindsOtherDatesAndAmountsInAPdf) {
     folder_.Write("a.pdf", statement({"12.03.2024", "(250)", "2.5", "1.", "3."}));
     folder_.Write("b.pdf", statement({"14.05.2025", "(380)", "2.7", "2.", "8."}));
     EXPECT_EQ(Run("compare -q a.pdf a.pdf").status, 0);
-    const Outcome run = Run("compare a.pdf b.pdf");
+    const ShellRun run = Run("compare a.pdf b.pdf");
     EXPECT_EQ(run.status, 1);
     for (const char* const start : {"14.05.2025", "(380)", "2.7", "2.", "8."})
         EXPECT_NE(run.output.find(std::string("{+") + start), std::string::npos) << run.output;
-    const Outcome quick = Run("compare -q --pdf-quick a.pdf b.pdf");
+    const ShellRun quick = Run("compare -q --pdf-quick a.pdf b.pdf");
     EXPECT_EQ(quick.status, 1) << quick.output;
 }
 
@@ -128,7 +122,7 @@ TEST_F(CliTest, ReadsDocumentsFromPipes) {
         SCOPED_TRACE(row.pipe);
         ASSERT_EQ(mkfifo(folder_.Path(row.pipe).c_str(), 0600), 0);
         std::thread writer([&] { folder_.Write(row.pipe, folder_.Read(row.file)); });
-        const Outcome run = Run(std::string("compare -q ") + row.pipe + " " + row.file);
+        const ShellRun run = Run(std::string("compare -q ") + row.pipe + " " + row.file);
         writer.join();
         EXPECT_EQ(run.status, 0) << run.error;
     }
@@ -156,7 +150,7 @@ TEST_F(CliTest, TellsWhatCannotBeReadAndExitsWithTrouble) {
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.arguments);
-        const Outcome run = Run(row.arguments);
+        const ShellRun run = Run(row.arguments);
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(run.output, "");
         EXPECT_NE(run.error.find(row.said), std::string::npos) << run.error;
@@ -195,15 +189,15 @@ TEST_F(CliTest, ASideWithoutTextIsNeverUnchanged) {
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.arguments);
-        const Outcome run = Run("compare -q " + std::string(row.arguments));
+        const ShellRun run = Run("compare -q " + std::string(row.arguments));
         EXPECT_EQ(run.status, row.status) << run.error;
         EXPECT_NE(run.error.find(row.said), std::string::npos) << run.error;
         EXPECT_EQ(run.error.empty(), row.status != 2) << run.error;
     }
-    const Outcome piped = Run("compare -q - old.txt", folder_.Read("scan.pdf"));
+    const ShellRun piped = Run("compare -q - old.txt", folder_.Read("scan.pdf"));
     EXPECT_EQ(piped.status, 2);
     EXPECT_TRUE(piped.error.starts_with("zorvane: standard input: no text")) << piped.error;
-    const Outcome text = Run("text scan.pdf");
+    const ShellRun text = Run("text scan.pdf");
     EXPECT_EQ(text.status, 0);
     EXPECT_NE(text.error.find("no text was found"), std::string::npos);
 }
@@ -216,14 +210,14 @@ TEST_F(CliTest, TellsAFaultOnceAndInWordsOfItsUser) {
     folder_.Write("a.xlsb", "PK");
     for (const char* file : {"broken.eml", "broken.pdf", "broken.xlsx", "a.xlsb"}) {
         SCOPED_TRACE(file);
-        const Outcome run = Run("text " + std::string(file));
+        const ShellRun run = Run("text " + std::string(file));
         EXPECT_EQ(run.status, 2);
         EXPECT_TRUE(run.error.starts_with("zorvane: " + std::string(file) + ": ")) << run.error;
         EXPECT_EQ(std::count(run.error.begin(), run.error.end(), '\n'), 1) << run.error;
         for (const char* word : {"Word", "Compare Options", "LoadFileIntoEditor", "TPORT", "PPT"})
             EXPECT_EQ(run.error.find(word), std::string::npos) << run.error;
     }
-    const Outcome piped = Run("text -", "PK\x03\x04 no package");
+    const ShellRun piped = Run("text -", "PK\x03\x04 no package");
     EXPECT_TRUE(piped.error.starts_with("zorvane: standard input: ")) << piped.error;
 }
 
@@ -292,7 +286,7 @@ TEST_F(CliTest, PageShowsTheDatesOfFilesAndTheLookOfDocuments) {
 }
 
 TEST_F(CliTest, WritesEveryReport) {
-    const Outcome run =
+    const ShellRun run =
         Run("compare old.txt new.txt -o r.html -o r.txt -o r.csv -o r.doc --title 'T' --json "
             "j.json -i");
     EXPECT_EQ(run.status, 1);
@@ -317,7 +311,7 @@ TEST_F(CliTest, WritesEveryReport) {
 }
 
 TEST_F(CliTest, ReadsStandardInput) {
-    const Outcome run = Run("compare - new.txt --json -", "one\n2 words\nthree\nfour\n");
+    const ShellRun run = Run("compare - new.txt --json -", "one\n2 words\nthree\nfour\n");
     EXPECT_EQ(run.status, 0) << run.output << run.error;
     EXPECT_EQ(nlohmann::json::parse(run.output)["original"]["path"], "-");
     EXPECT_EQ(Run("compare new.txt - --stat --plain", "{\\rtf1 one\\par 2 words}").status, 1);
@@ -325,8 +319,8 @@ TEST_F(CliTest, ReadsStandardInput) {
 
 TEST_F(CliTest, ComparesTheExamplePair) {
     const std::string examples = std::string(ZORVANE_EXAMPLES) + "/";
-    const Outcome run = Run("compare '" + examples + "lease-2025.rtf' '" + examples +
-                            "lease-2026.rtf' --json - --letters");
+    const ShellRun run = Run("compare '" + examples + "lease-2025.rtf' '" + examples +
+                             "lease-2026.rtf' --json - --letters");
     EXPECT_EQ(run.status, 1);
     const auto json = nlohmann::json::parse(run.output);
     EXPECT_GE(json["counts"]["records"], 8);
@@ -386,7 +380,7 @@ TEST_F(CliTest, TroubleNamesTheFileAndTheReason) {
     folder_.Write("a.pdf", "%PDF-1.4\n");
     for (const TroubleRow& row : rows) {
         SCOPED_TRACE(row.name);
-        const Outcome run = Run(row.arguments);
+        const ShellRun run = Run(row.arguments);
         EXPECT_EQ(run.status, 2);
         EXPECT_NE(run.error.find(row.said), std::string::npos) << run.error;
     }
@@ -412,14 +406,14 @@ TEST_F(CliTest, TakesAnythingForAText) {
 }
 
 TEST_F(CliTest, KeepsTheSlashForm) {
-    const Outcome run = Run("/M old.txt /S new.txt /T r.htm /L run.log /F1 /X /G");
+    const ShellRun run = Run("/M old.txt /S new.txt /T r.htm /L run.log /F1 /X /G");
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.output + run.error, "");
     EXPECT_NE(folder_.Read("run.log").find("There were 2 Differences."), std::string::npos);
     EXPECT_EQ(folder_.Read("r.htm").find("<!DOCTYPE html>"), 0U);
     EXPECT_TRUE(
         std::filesystem::exists(folder_.Path("home/.config/Tarnwick, Inc/Zorvane/Zorvane.INI")));
-    const Outcome shown = Run("/M none.txt /S new.txt /V /X");
+    const ShellRun shown = Run("/M none.txt /S new.txt /V /X");
     EXPECT_NE(shown.error.find("Invalid Master file specified"), std::string::npos);
     EXPECT_NE(shown.error.find("Missing required command line argument(s)"), std::string::npos);
 }
@@ -433,7 +427,7 @@ TEST_F(CliTest, TeachesAndTellsItsVersion) {
 
 TEST_F(CliTest, WithoutADisplayASessionIsATellingFailure) {
     for (const char* line : {"", "/CLEARHISTORY"}) {
-        const Outcome run = Run(line);
+        const ShellRun run = Run(line);
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(run.output, "");
         EXPECT_NE(run.error.find("there is no display to open a window on"), std::string::npos)
@@ -466,7 +460,7 @@ TEST_F(CliTest, HandsWhatWantsAWindowToTheWindowProgram) {
                                       {"/CLEARHISTORY", "</CLEARHISTORY>"},
                                       {"old.txt 'new.txt'", "<old.txt><new.txt>"},
                                       {run, "</M><old.txt></S><new.txt></L><run.log>"}}) {
-        const Outcome outcome = Run(line);
+        const ShellRun outcome = Run(line);
         EXPECT_EQ(outcome.output, given);
         EXPECT_EQ(outcome.status, 7);
     }

@@ -1,26 +1,19 @@
 // "zorvane find" and "zorvane cache" as users start them.
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
-#include <sys/wait.h>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "tests/support/pdf_file.h"
+#include "tests/support/shell_run.h"
 #include "tests/support/temp_folder.h"
 
 namespace zorvane {
 namespace {
-
-struct Outcome {
-    int status = -1;
-    std::string output;
-    std::string error;
-};
 
 class FindCliTest : public ::testing::Test {
   protected:
@@ -34,13 +27,11 @@ class FindCliTest : public ::testing::Test {
         folder_.Write("tree/binary", std::string("two\0", 4));
     }
     // In the tree, with a home of its own.
-    Outcome Run(const std::string& arguments, const std::string& output = "../out") {
+    ShellRun Run(const std::string& arguments, const std::string& output = "../out") {
         const std::string command =
             "cd '" + folder_.Path("tree") + "' && env -i LANG=C.UTF-8 PATH=\"$PATH\" HOME='" +
             folder_.Path("home") + "' '" ZORVANE_PROGRAM "' " + arguments + " 2>../err >" + output;
-        const int status = std::system(command.c_str());
-        EXPECT_TRUE(WIFEXITED(status)) << "the program was ended by a signal";
-        return {WEXITSTATUS(status), folder_.Read("out"), folder_.Read("err")};
+        return RunShell(folder_, command);
     }
 
     TempFolder folder_;
@@ -74,7 +65,7 @@ TEST_F(FindCliTest, ObeysItsOptions) {
     };
     for (const OptionRow& row : rows) {
         SCOPED_TRACE(row.line);
-        const Outcome run = Run(row.line);
+        const ShellRun run = Run(row.line);
         EXPECT_EQ(run.status, row.status);
         EXPECT_EQ(run.output, row.output);
         EXPECT_EQ(run.error, "");
@@ -91,7 +82,7 @@ TEST_F(FindCliTest, TellsTroubleInAUsersWords) {
     };
     for (const auto& [line, words] : lines) {
         SCOPED_TRACE(line);
-        const Outcome run = Run(line);
+        const ShellRun run = Run(line);
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(run.output, "");
         EXPECT_NE(run.error.find(words), std::string::npos) << run.error;
@@ -99,13 +90,13 @@ TEST_F(FindCliTest, TellsTroubleInAUsersWords) {
 }
 
 TEST_F(FindCliTest, TellsOnceThatTheOutputIsLost) {
-    const Outcome run = Run("find two", "/dev/full");
+    const ShellRun run = Run("find two", "/dev/full");
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(std::count(run.error.begin(), run.error.end(), '\n'), 1) << run.error;
 }
 
 TEST_F(FindCliTest, WritesAnObjectALine) {
-    const Outcome run = Run("find -i two . --json -C 1");
+    const ShellRun run = Run("find -i two . --json -C 1");
     std::vector<nlohmann::json> objects;
     std::istringstream lines(run.output);
     for (std::string line; std::getline(lines, line);)
@@ -129,13 +120,13 @@ TEST_F(FindCliTest, ReadsDocumentsAndKeepsTheirTexts) {
     folder_.Write("tree/f.docx", "PK\3\4 broken");
     EXPECT_EQ(Run("find needle --types '*.html'").status, 1);
     for (int round = 0; round < 2; ++round) {
-        const Outcome run = Run("find needle --office");
+        const ShellRun run = Run("find needle --office");
         EXPECT_EQ(run.output, "d.pdf:1:[page 1] a needle here\ne.html:2:needle\n");
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(run.error.substr(0, 16), "zorvane: f.docx:") << run.error;
         EXPECT_EQ(run.error.find("f.docx", 18), std::string::npos) << run.error;
     }
-    const Outcome told = Run("cache");
+    const ShellRun told = Run("cache");
     EXPECT_EQ(told.output, folder_.Path("home/.cache/zorvane/texts") + ": 2 texts, 1 of 512 MB\n");
     EXPECT_NE(Run("cache --clear").output.find(" 0 texts"), std::string::npos);
     EXPECT_EQ(Run("find needle --office --no-cache --types *.pdf").status, 0);
@@ -143,7 +134,7 @@ TEST_F(FindCliTest, ReadsDocumentsAndKeepsTheirTexts) {
 }
 
 TEST_F(FindCliTest, TeachesItself) {
-    const Outcome run = Run("find --help");
+    const ShellRun run = Run("find --help");
     EXPECT_EQ(run.status, 0);
     for (const char* words : {"--regexp", "--office", "Exit status", "Examples:"})
         EXPECT_NE(run.output.find(words), std::string::npos) << words;

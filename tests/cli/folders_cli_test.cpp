@@ -3,34 +3,27 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
 #include <gtest/gtest.h>
 
 #include "tests/support/folder_trees.h"
+#include "tests/support/shell_run.h"
 
 namespace zorvane {
 namespace {
 
-struct Outcome {
-    int status = -1;
-    std::string output;
-    std::string error;
-};
-
 class FoldersCliTest : public ::testing::Test {
   protected:
     // In the folder that holds "a" and "b".
-    Outcome Run(const std::string& command) {
+    ShellRun Run(const std::string& command) {
         const TempFolder& folder = trees.Folder();
         std::filesystem::create_directories(folder.Path("home"));
         const std::string line = "cd '" + folder.Path() + "' && env -i PATH=\"$PATH\" HOME='" +
                                  folder.Path("home") + "' LANG=C.UTF-8 sh -c '" + command +
                                  "' >out 2>err";
-        const int status = std::system(line.c_str());
-        return {WEXITSTATUS(status), folder.Read("out"), folder.Read("err")};
+        return RunShell(folder, line);
     }
-    Outcome Folders(const std::string& more) {
+    ShellRun Folders(const std::string& more) {
         return Run("\"" ZORVANE_PROGRAM "\" folders a b " + more);
     }
     FolderTrees trees;
@@ -46,7 +39,7 @@ TEST_F(FoldersCliTest, ListsTellsAndEndsAsItFound) {
     EXPECT_EQ(Folders("-r --dates -q").status, 1);
     trees.WriteBoth("sub/x.txt", "one two\n", "one 2\n");
     EXPECT_EQ(Folders("").status, 0) << "without -r a subfolder is not looked into";
-    const Outcome changed = Folders("-r");
+    const ShellRun changed = Folders("-r");
     EXPECT_EQ(changed.output, "M  sub/x.txt\n");
     EXPECT_EQ(changed.error, "");
     EXPECT_EQ(changed.status, 1);
@@ -62,7 +55,7 @@ TEST_F(FoldersCliTest, ComparesWordsAndWritesWhatWasAskedFor) {
     trees.WriteBoth("broken.docx", "PK\x03\x04 no document", "PK\x03\x04 none either");
     trees.Write(Side::Original, "old name", "some bytes");
     trees.Write(Side::Modified, "new name", "some bytes");
-    const Outcome run = Folders("-r --reports made/reports -o table --json j");
+    const ShellRun run = Folders("-r --reports made/reports -o table --json j");
     EXPECT_EQ(run.status, 1) << run.error;
     EXPECT_NE(run.output.find("M  sub/x.txt  1 changed\n"), std::string::npos) << run.output;
     EXPECT_NE(run.output.find("m  ends.txt  same words\n"), std::string::npos) << run.output;
@@ -102,7 +95,7 @@ TEST_F(FoldersCliTest, SaysWhatItCannotDo) {
                                   {"folders a b -o b/t", "--output: b/t: this lies in a folder"},
                                   {"folders a b -o no/t", "no/t"},
                                   {"folders a", "MODIFIED"}}) {
-        const Outcome run = Run(std::string("\"" ZORVANE_PROGRAM "\" ") + row.command);
+        const ShellRun run = Run(std::string("\"" ZORVANE_PROGRAM "\" ") + row.command);
         EXPECT_EQ(run.status, 2) << row.command;
         EXPECT_NE(run.error.find(row.words), std::string::npos) << run.error;
     }
@@ -114,7 +107,7 @@ TEST_F(FoldersCliTest, NeedsFewOpenFiles) {
         trees.WriteBoth(deep + "/file", "1", depth == 59 ? "2" : "1");
         deep += "/d";
     }
-    const Outcome run = Run("ulimit -n 40; \"" ZORVANE_PROGRAM "\" folders a b -r");
+    const ShellRun run = Run("ulimit -n 40; \"" ZORVANE_PROGRAM "\" folders a b -r");
     EXPECT_EQ(run.error, "");
     EXPECT_EQ(run.output, "M  " + deep.substr(0, deep.size() - 1) + "file\n");
 }
@@ -122,7 +115,7 @@ TEST_F(FoldersCliTest, NeedsFewOpenFiles) {
 TEST_F(FoldersCliTest, ServesAsATwoFolderToolOfGit) {
     if (std::system("git --version > /dev/null 2>&1") != 0)
         GTEST_SKIP() << "there is no git to ask";
-    const Outcome run = Run(
+    const ShellRun run = Run(
         "git init -q r && cd r && git config user.email x && git config user.name x && "
         "mkdir sub && echo one > sub/a.txt && echo same > b && git add . && git commit -qm 1 && "
         "echo two > sub/a.txt && "
