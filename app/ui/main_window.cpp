@@ -196,11 +196,21 @@ CompareFilesPage* MainWindow::FreePage() {
 
 void MainWindow::OpenFiles(const std::vector<std::string>& files) {
     if (files.size() > 1 && bDirectoryExists(files[0]) && bDirectoryExists(files[1]))
-        CompareFolders({files[0], files[1]});
+        OpenFolders({files[0], files[1]});
     else if (files.size() > 1)
         OpenPair(files[0], files[1]);
     else if (CompareFilesPage* page = FreePage())
         page->TakeFile(Side::Original, ToQt(files[0]));
+}
+
+// Who asks for folders has no use for the empty window for files that every session begins with.
+void MainWindow::OpenFolders(const PerSide<std::string>& folders) {
+    const CompareFilesPage* begun = ActivePage();
+    const bool unused =
+        begun != nullptr && begun->ShowsStart() && !begun->NamesFiles() && OpenPages().size() == 1;
+    CompareFolders(folders);
+    if (unused && ActiveFolders() != nullptr)
+        frame_->CloseViewer(*begun->ShownViewer());
 }
 
 void MainWindow::OpenPair(const std::string& original, const std::string& modified) {

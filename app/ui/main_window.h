@@ -34,6 +34,8 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void BeginInBackground() { poll_.start(); }
     /// Messages go to standard error from here on: nobody could close a box.
     void HaveNoDisplay() { has_display_ = false; }
+    /// Compares two folders in a viewer of their own; the empty one of a fresh session goes.
+    void OpenFolders(const PerSide<std::string>& folders);
     /// Compares two files in the viewer in front, or a new one.
     void OpenPair(const std::string& original, const std::string& modified);
     /// As on a command line: two files, or one, the original.

@@ -138,6 +138,8 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     Card* ShownCard() const { return verdict_->Shown(); }
     MessageBar& ResultLine() { return *result_line_; }
     bool ShowsStart() const;
+    /// One of the sides has a file, read or not.
+    bool NamesFiles() const;
 
     // ---- the viewer's verbs (compare_page_verbs.cpp) ----
     bool AskYesNo(const std::string& text, const std::string& title) override;

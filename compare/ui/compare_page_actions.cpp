@@ -47,6 +47,10 @@ bool CompareFilesPage::ShowsStart() const {
     return rooms_ != nullptr && rooms_->currentWidget() == start_;
 }
 
+bool CompareFilesPage::NamesFiles() const {
+    return !FileOf(*viewer_, Side::Original).empty() || !FileOf(*viewer_, Side::Modified).empty();
+}
+
 void CompareFilesPage::ShowRoom() {
     const bool empty = viewer_->ShownComparison() == nullptr && !viewer_->Busy() &&
                        !HasText(*viewer_, Side::Original) && !HasText(*viewer_, Side::Modified);

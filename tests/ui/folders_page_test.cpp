@@ -98,6 +98,16 @@ TEST_F(FoldersPageTest, ShowsRowsCountsAndEachKindUnderItsFolder) {
     EXPECT_TRUE(page.Bar().Filters().Segment(static_cast<int>(FolderFilter::Same))->isChecked());
 }
 
+TEST_F(FoldersPageTest, TakesThePlaceOfAnEmptyWindowForFilesOnly) {
+    for (const bool has_file : {false, true}) {
+        WindowWorld world(fakes, theme);
+        if (has_file)
+            world.window.OpenFiles({original});
+        Run(world);
+        EXPECT_EQ(world.frame.NumberOpenScreens(), has_file ? 2 : 1);
+    }
+}
+
 TEST_F(FoldersPageTest, SortsFilesAndGoesBackToTheOrderOfRecords) {
     WindowWorld world(fakes, theme);
     CompareFoldersPage& page = Run(world);
