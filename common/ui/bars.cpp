@@ -107,6 +107,13 @@ void StatusBar::mouseReleaseEvent(QMouseEvent* event) {
             Q_EMIT PanelClicked(static_cast<int>(at) + 1);
 }
 
+QHBoxLayout* MakeOptionColumns(QWidget* page) {
+    auto* columns = new QHBoxLayout(page);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(2 * kLarge);
+    return columns;
+}
+
 OptionArea::OptionArea(UiText text, QWidget* parent)
     : QFrame(parent), tabs_(new TabStrip(this)), pages_(new QStackedWidget(this)) {
     auto* rows = new QVBoxLayout(this);

@@ -55,6 +55,9 @@ class TabStrip : public QTabBar {
     void PaintTabText(QPainter& painter, int index, const QRect& place) const;
 };
 
+/// A layout for `page`, an option page, whose groups stand beside each other.
+QHBoxLayout* MakeOptionColumns(QWidget* page);
+
 /// Tabs of options that fold away as a whole; folded at first.
 class OptionArea : public QFrame {
     Q_OBJECT

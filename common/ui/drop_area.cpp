@@ -4,9 +4,9 @@
 #include <QHBoxLayout>
 #include <QMimeData>
 #include <QPainter>
-#include <QUrl>
 #include <QVBoxLayout>
 
+#include "common/ui/dropped_files.h"
 #include "common/ui/icons.h"
 #include "common/ui/look_style.h"
 #include "common/ui/measures.h"
@@ -90,10 +90,7 @@ void DropArea::dragLeaveEvent(QDragLeaveEvent*) {
 
 void DropArea::dropEvent(QDropEvent* event) {
     SetHovered(false);
-    QStringList paths;
-    for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
+    const QStringList paths = DroppedFiles(*event->mimeData());
     event->acceptProposedAction();
     if (!paths.isEmpty())
         Q_EMIT FilesDropped(paths);

@@ -9,8 +9,8 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QStyleOption>
-#include <QUrl>
 
+#include "common/ui/dropped_files.h"
 #include "common/ui/icons.h"
 #include "common/ui/look_style.h"
 #include "common/ui/measures.h"
@@ -32,14 +32,6 @@ QString WithHomeShort(const QString& path) {
 
 bool IsEnter(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-}
-
-QStringList LocalFiles(const QMimeData& data) {
-    QStringList paths;
-    for (const QUrl& url : data.urls())
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
-    return paths;
 }
 
 }  // namespace
@@ -166,12 +158,12 @@ ListRow FileBox::ShownRow() const {
 }
 
 void FileBox::dragEnterEvent(QDragEnterEvent* event) {
-    if (!LocalFiles(*event->mimeData()).isEmpty())
+    if (!DroppedFiles(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void FileBox::dropEvent(QDropEvent* event) {
-    const QStringList paths = LocalFiles(*event->mimeData());
+    const QStringList paths = DroppedFiles(*event->mimeData());
     if (paths.isEmpty())
         return;
     event->acceptProposedAction();

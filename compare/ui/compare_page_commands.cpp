@@ -1,6 +1,7 @@
 // What the commands of Compare Files do, and why they can not be run.
 #include <utility>
 
+#include "common/ui/page_binder.h"
 #include "compare/ui/compare_files_page.h"
 
 namespace zorvane {
@@ -8,48 +9,10 @@ namespace {
 
 using Page = CompareFilesPage;
 
-constexpr std::string_view kNoWindow = "No Compare Files window is open";
 constexpr std::string_view kBusy = "A run goes on";
 constexpr std::string_view kNoResult = "Nothing was compared yet";
 
-class Binder {
-  public:
-    Binder(CommandSet& commands, std::function<Page*()> active)
-        : commands_(commands), active_(std::move(active)) {}
-
-    using Act = std::function<void(Page&)>;
-    using WhyNot = std::function<std::string_view(Page&)>;
-    using IsOn = std::function<bool(Page&)>;
-
-    void Bind(std::string_view id, Act act, WhyNot why_not = {}, IsOn is_on = {}) {
-        CommandBinding binding;
-        binding.run = [active = active_, act = std::move(act)] {
-            if (Page* page = Usable(active))
-                act(*page);
-        };
-        binding.why_not = [active = active_, why_not = std::move(why_not)]() -> std::string_view {
-            Page* page = Usable(active);
-            if (page == nullptr)
-                return kNoWindow;
-            return why_not ? why_not(*page) : std::string_view();
-        };
-        if (is_on)
-            binding.is_on = [active = active_, is_on = std::move(is_on)] {
-                Page* page = Usable(active);
-                return page != nullptr && is_on(*page);
-            };
-        commands_.Bind(id, std::move(binding));
-    }
-
-  private:
-    static Page* Usable(const std::function<Page*()>& active) {
-        Page* page = active();
-        return page == nullptr || page->Viewer() == nullptr ? nullptr : page;
-    }
-
-    CommandSet& commands_;
-    std::function<Page*()> active_;
-};
+using Binder = PageBinder<Page>;
 
 Binder::WhyNot Unless(ViewerCommand command, bool needs_result = false) {
     return [command, needs_result](Page& page) -> std::string_view {
@@ -266,7 +229,13 @@ void BindGo(Binder& binder) {
 }  // namespace
 
 void BindCompareCommands(CommandSet& commands, std::function<CompareFilesPage*()> active) {
-    Binder binder(commands, std::move(active));
+    Binder binder(
+        commands,
+        [active = std::move(active)] {
+            Page* page = active();
+            return page == nullptr || page->Viewer() == nullptr ? nullptr : page;
+        },
+        "No Compare Files window is open");
     BindFiles(binder);
     BindDialogs(binder);
     BindText(binder);

@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QMimeData>
 
+#include "common/ui/dropped_files.h"
 #include "compare/ui/compare_files_page.h"
 #include "compare/ui/drop_shade.h"
 

@@ -3,8 +3,8 @@
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QPainter>
-#include <QUrl>
 
+#include "common/ui/dropped_files.h"
 #include "common/ui/look_paint.h"
 #include "common/ui/look_style.h"
 #include "common/ui/measures.h"
@@ -12,15 +12,6 @@
 namespace zorvane {
 
 using namespace measures;
-
-QStringList DroppedFiles(const QMimeData& data) {
-    QStringList paths;
-    for (const QUrl& url : data.urls()) {
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
-    }
-    return paths;
-}
 
 DropShade::DropShade(const PerSide<QString>& names, QWidget* parent)
     : QWidget(parent), names_(names) {

@@ -8,12 +8,7 @@
 
 #include "common/base/side.h"
 
-class QMimeData;
-
 namespace zorvane {
-
-/// The local files of what is dragged.
-QStringList DroppedFiles(const QMimeData& data);
 
 class DropShade : public QWidget {
   public:

@@ -3,6 +3,7 @@
 
 #include <QHBoxLayout>
 
+#include "common/ui/bars.h"
 #include "common/ui/check_boxes.h"
 #include "common/ui/combo_boxes.h"
 #include "common/ui/measures.h"
@@ -14,13 +15,6 @@ namespace zorvane {
 using namespace measures;
 
 namespace {
-
-QHBoxLayout* MakeColumns(QWidget* page) {
-    auto* columns = new QHBoxLayout(page);
-    columns->setContentsMargins(0, 0, 0, 0);
-    columns->setSpacing(2 * kLarge);
-    return columns;
-}
 
 constexpr int kChoiceLetters = 18;
 
@@ -42,7 +36,7 @@ File FileOf(const CompareFilesSettings& settings) {
 ReportOptionsPage::ReportOptionsPage(frmCompareFiles& viewer, CommandSet& commands, UiText text,
                                      QWidget* parent)
     : QWidget(parent), viewer_(viewer), text_(std::move(text)) {
-    QHBoxLayout* columns = MakeColumns(this);
+    QHBoxLayout* columns = MakeOptionColumns(this);
     columns->addWidget(MakeWhat(), 0, Qt::AlignTop);
     columns->addWidget(MakeWhere(commands), 1, Qt::AlignTop);
     binding_.Show();
@@ -103,7 +97,7 @@ FormColumn* ReportOptionsPage::MakeWhere(CommandSet& commands) {
 ViewOptionsPage::ViewOptionsPage(frmCompareFiles& viewer, CommandSet& commands, UiText text,
                                  QWidget* parent)
     : QWidget(parent), viewer_(viewer), text_(std::move(text)) {
-    QHBoxLayout* columns = MakeColumns(this);
+    QHBoxLayout* columns = MakeOptionColumns(this);
     columns->addWidget(MakeScrolling(commands), 1, Qt::AlignTop);
     columns->addWidget(MakeText(commands), 1, Qt::AlignTop);
     columns->addWidget(MakeMargins(), 1, Qt::AlignTop);

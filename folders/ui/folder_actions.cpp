@@ -4,24 +4,12 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QUrl>
 
+#include "common/ui/dropped_files.h"
 #include "common/ui/font_dialog.h"
 #include "folders/ui/compare_folders_page.h"
 
 namespace zorvane {
-namespace {
-
-QStringList DroppedPaths(const QMimeData& data) {
-    QStringList paths;
-    for (const QUrl& url : data.urls())
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
-    return paths;
-}
-
-}  // namespace
-
 void CompareFoldersPage::Compare() {
     if (viewer_->Busy())
         return;
@@ -59,14 +47,14 @@ void CompareFoldersPage::DropFolders(Side side, const QStringList& paths) {
 }
 
 void CompareFoldersPage::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DroppedPaths(*event->mimeData()).isEmpty())
+    if (!DroppedFiles(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void CompareFoldersPage::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     const bool left = event->position().x() < width() / 2.0;
-    DropFolders(left ? Side::Original : Side::Modified, DroppedPaths(*event->mimeData()));
+    DropFolders(left ? Side::Original : Side::Modified, DroppedFiles(*event->mimeData()));
 }
 
 void CompareFoldersPage::SetFilter(FolderFilter filter) {

@@ -1,5 +1,6 @@
 #include "folders/ui/folder_commands.h"
 
+#include "common/ui/page_binder.h"
 #include "folders/ui/compare_folders_page.h"
 
 namespace zorvane {
@@ -24,52 +25,9 @@ constexpr Command kCommands[] = {
 
 using Page = CompareFoldersPage;
 
-constexpr std::string_view kNoWindow = "No Compare Folders window is open";
 constexpr std::string_view kBusy = "A run goes on";
 
-class Binder {
-  public:
-    Binder(CommandSet& commands, std::function<Page*()> active)
-        : commands_(commands), active_(std::move(active)) {}
-
-    using Act = std::function<void(Page&)>;
-    using WhyNot = std::function<std::string_view(Page&)>;
-    using IsOn = std::function<bool(Page&)>;
-
-    /// A command of this window alone.
-    void Own(std::string_view id, Act act, WhyNot why_not = {}, IsOn is_on = {}) {
-        commands_.Bind(id, Binding(std::move(act), std::move(why_not), std::move(is_on)));
-    }
-    /// One that other windows have too.
-    void Shared(std::string_view id, Act act, WhyNot why_not = {}, IsOn is_on = {}) {
-        commands_.BindWhere([active = active_] { return active() != nullptr; }, id,
-                            Binding(std::move(act), std::move(why_not), std::move(is_on)));
-    }
-
-  private:
-    CommandBinding Binding(Act act, WhyNot why_not, IsOn is_on) {
-        CommandBinding binding;
-        binding.run = [active = active_, act = std::move(act)] {
-            if (Page* page = active())
-                act(*page);
-        };
-        binding.why_not = [active = active_, why_not = std::move(why_not)]() -> std::string_view {
-            Page* page = active();
-            if (page == nullptr)
-                return kNoWindow;
-            return why_not ? why_not(*page) : std::string_view();
-        };
-        if (is_on)
-            binding.is_on = [active = active_, is_on = std::move(is_on)] {
-                Page* page = active();
-                return page != nullptr && is_on(*page);
-            };
-        return binding;
-    }
-
-    CommandSet& commands_;
-    std::function<Page*()> active_;
-};
+using Binder = PageBinder<Page>;
 
 std::string_view WhyNotFile(Page& page) {
     return page.HasFile() ? std::string_view() : "No file is chosen";
@@ -80,26 +38,26 @@ std::string_view WhyNotWalk(Page& page) {
 }
 
 void BindFiles(Binder& binder) {
-    binder.Own(
+    binder.Bind(
         "folders.compare", [](Page& page) { page.Viewer()->OpenRow(page.Cell().row); }, WhyNotFile);
-    binder.Own(
+    binder.Bind(
         "folders.compare_new",
         [](Page& page) { page.Files().CompareSelectedFiles(page.Cell().row, true); }, WhyNotFile);
-    binder.Own(
+    binder.Bind(
         "folders.launch",
         [](Page& page) { page.Files().Launch(page.Cell().row, page.Cell().column); }, WhyNotFile);
     const auto copy = [&binder](const char* id, FolderColumn from) {
-        binder.Own(
+        binder.Bind(
             id, [from](Page& page) { page.Files().CopyToFolder(page.Cell().row, from); },
             WhyNotFile);
     };
     copy("folders.copy_to_modified", FolderColumn::Original);
     copy("folders.copy_to_original", FolderColumn::Modified);
-    binder.Own(
+    binder.Bind(
         "folders.recycle",
         [](Page& page) { page.Files().RecycleDelete(page.Cell().row, page.Cell().column); },
         WhyNotFile);
-    binder.Own(
+    binder.Bind(
         "folders.delete", [](Page& page) { page.DeleteChosen(); }, WhyNotWalk);
 }
 
@@ -111,18 +69,18 @@ void BindView(Binder& binder) {
         return [filter](Page& page) { page.SetFilter(filter); };
     };
     const auto filter = [&](const char* id, FolderFilter which) {
-        binder.Shared(id, show(which), {}, is(which));
+        binder.BindShared(id, show(which), {}, is(which));
     };
     filter("view.show_all", FolderFilter::All);
     filter("view.show_changes", FolderFilter::Changed);
     filter("view.show_additions", FolderFilter::OnlyModified);
     filter("view.show_deletions", FolderFilter::OnlyOriginal);
-    binder.Own("folders.show_same", show(FolderFilter::Same), {}, is(FolderFilter::Same));
-    binder.Own(
+    binder.Bind("folders.show_same", show(FolderFilter::Same), {}, is(FolderFilter::Same));
+    binder.Bind(
         "folders.legend", [](Page& page) { page.Viewer()->ToggleLegend(); }, {},
         [](Page& page) { return page.Viewer()->Settings().ShowLegend; });
-    binder.Shared("view.font", [](Page& page) { page.ChooseFont(); });
-    binder.Shared(
+    binder.BindShared("view.font", [](Page& page) { page.ChooseFont(); });
+    binder.BindShared(
         "view.options", [](Page& page) { page.SetOptionsUnfolded(!page.OptionsUnfolded()); }, {},
         [](Page& page) { return page.OptionsUnfolded(); });
 }
@@ -131,33 +89,35 @@ void BindRuns(Binder& binder) {
     const auto idle = [](Page& page) -> std::string_view {
         return page.Viewer()->Busy() ? kBusy : std::string_view();
     };
-    binder.Shared(
+    binder.BindShared(
         "compare.run", [](Page& page) { page.Compare(); }, idle);
-    binder.Shared(
+    binder.BindShared(
         "compare.abort", [](Page& page) { page.Viewer()->Abort(); },
         [](Page& page) -> std::string_view {
             return page.Viewer()->CanAbort() ? "" : "Nothing runs";
         });
-    binder.Shared(
+    binder.BindShared(
         "compare.swap", [](Page& page) { page.Swap(); }, idle);
-    binder.Shared(
+    binder.BindShared(
         "report.make", [](Page& page) { page.Viewer()->mnuReportTabDelimitedFile(); },
         [](Page& page) -> std::string_view {
             return page.Viewer()->CanReport() ? "" : "Nothing was compared yet";
         });
-    binder.Shared("file.open_original", [](Page& page) { page.Viewer()->Browse(Side::Original); });
-    binder.Shared("file.open_modified", [](Page& page) { page.Viewer()->Browse(Side::Modified); });
+    binder.BindShared("file.open_original",
+                      [](Page& page) { page.Viewer()->Browse(Side::Original); });
+    binder.BindShared("file.open_modified",
+                      [](Page& page) { page.Viewer()->Browse(Side::Modified); });
 }
 
 void BindWalk(Binder& binder) {
-    binder.Shared(
+    binder.BindShared(
         "go.next", [](Page& page) { page.Grid().GoToDifferent(true); }, WhyNotWalk);
-    binder.Shared(
+    binder.BindShared(
         "go.previous", [](Page& page) { page.Grid().GoToDifferent(false); }, WhyNotWalk);
-    binder.Shared("go.list", [](Page& page) { page.Grid().setFocus(Qt::ShortcutFocusReason); });
-    binder.Shared(
+    binder.BindShared("go.list", [](Page& page) { page.Grid().setFocus(Qt::ShortcutFocusReason); });
+    binder.BindShared(
         "edit.copy", [](Page& page) { page.CopyNames(); }, WhyNotWalk);
-    binder.Shared(
+    binder.BindShared(
         "edit.select_all", [](Page& page) { page.Grid().selectAll(); }, WhyNotWalk);
 }
 
@@ -168,7 +128,7 @@ std::span<const Command> FolderCommands() {
 }
 
 void BindFolderCommands(CommandSet& commands, std::function<CompareFoldersPage*()> active) {
-    Binder binder(commands, std::move(active));
+    Binder binder(commands, std::move(active), "No Compare Folders window is open");
     BindFiles(binder);
     BindView(binder);
     BindRuns(binder);

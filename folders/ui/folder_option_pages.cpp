@@ -2,28 +2,18 @@
 
 #include <QHBoxLayout>
 
+#include "common/ui/bars.h"
 #include "common/ui/measures.h"
 
 namespace zorvane {
 
 using namespace measures;
 
-namespace {
-
-QHBoxLayout* MakeColumns(QWidget* page) {
-    auto* columns = new QHBoxLayout(page);
-    columns->setContentsMargins(0, 0, 0, 0);
-    columns->setSpacing(2 * kLarge);
-    return columns;
-}
-
-}  // namespace
-
 // ---- what is compared ----
 
 FolderOptionsPage::FolderOptionsPage(frmCompareDir& viewer, UiText text, QWidget* parent)
     : QWidget(parent), viewer_(viewer), text_(std::move(text)) {
-    QHBoxLayout* columns = MakeColumns(this);
+    QHBoxLayout* columns = MakeOptionColumns(this);
     columns->addWidget(MakeWhat(), 1, Qt::AlignTop);
     columns->addWidget(MakeListed(), 1, Qt::AlignTop);
     columns->addWidget(MakeHow(), 1, Qt::AlignTop);
@@ -97,7 +87,7 @@ void FolderOptionsPage::ShowValues() {
 
 FolderReportPage::FolderReportPage(frmCompareDir& viewer, UiText text, QWidget* parent)
     : QWidget(parent), viewer_(viewer), text_(std::move(text)) {
-    QHBoxLayout* columns = MakeColumns(this);
+    QHBoxLayout* columns = MakeOptionColumns(this);
     columns->addWidget(MakePairs(), 1, Qt::AlignTop);
     columns->addWidget(MakeTable(), 1, Qt::AlignTop);
     ShowValues();

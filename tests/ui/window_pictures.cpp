@@ -1,10 +1,9 @@
 // Draws the main window to PNG files, to be looked at:
 //   QT_QPA_PLATFORM=offscreen zv_window_pictures original modified folder
-#include <iostream>
-
 #include <QAbstractItemView>
 #include <QApplication>
 
+#include "tests/ui/picture_saver.h"
 #include "tests/ui/window_world.h"
 
 namespace zorvane {
@@ -12,7 +11,7 @@ namespace {
 
 class Pictures {
   public:
-    Pictures(Theme& theme, std::string folder) : theme_(theme), folder_(std::move(folder)) {}
+    Pictures(Theme& theme, std::string folder) : theme_(theme), saver_(std::move(folder)) {}
 
     bool Draw(const std::string& original, const std::string& modified) {
         FakePlatform fakes;
@@ -72,33 +71,23 @@ class Pictures {
         window.Palette().Line().setText(QStringLiteral("fold"));
         Save(window, "16-palette");
         window.Palette().Close();
-        return saved_;
+        return saver_.AllSaved();
     }
 
   private:
-    void Save(QWidget& widget, const std::string& name) {
-        QTest::qWait(60);
-        const std::string ratio = widget.devicePixelRatio() > 1 ? "-2x" : "";
-        saved_ = widget.grab().save(ToQt(folder_ + "/" + name + ratio + ".png")) && saved_;
-    }
+    void Save(QWidget& widget, const std::string& name) { saver_.Save(widget, name); }
 
     Theme& theme_;
-    std::string folder_;
-    bool saved_ = true;
+    PictureSaver saver_;
 };
 
 }  // namespace
 }  // namespace zorvane
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    zorvane::Theme theme(application);
-    if (argc < 4) {
-        std::cerr << "usage: zv_window_pictures original modified folder\n";
-        return 2;
-    }
-    return zorvane::Pictures(theme, argv[3]).Draw(argv[1], argv[2]) ? 0 : 1;
+    return zorvane::DrawPair(
+        argc, argv,
+        [](zorvane::Theme& theme, const char* original, const char* modified, const char* folder) {
+            return zorvane::Pictures(theme, folder).Draw(original, modified);
+        });
 }
