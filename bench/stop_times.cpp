@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <random>
 #include <string>
 #include <string_view>
@@ -131,8 +132,12 @@ class Stopper {
   public:
     Stopper(int moments, unsigned seed) : moments_(moments), random_(seed) {}
 
-    /// `work` gives false when it was stopped.
-    void Measure(const std::string& name, const std::function<bool(RunWatcher&)>& work) {
+    /// Gives false when it was stopped.
+    using Work = std::function<bool(RunWatcher&)>;
+
+    /// `prepare` makes the work with its input, which is not measured.
+    void Measure(const std::string& name, const std::function<Work()>& prepare) {
+        Work work = prepare();
         TimedWatcher whole(kNever);
         const double begin = Now();
         if (!work(whole)) {
@@ -144,6 +149,7 @@ class Stopper {
         double longest = 0;
         int stopped = 0;
         for (int moment = 0; moment < moments_; ++moment) {
+            work = prepare();
             const double asked = Now() + std::uniform_real_distribution<double>(0, length)(random_);
             TimedWatcher watcher(asked);
             if (work(watcher))
@@ -195,37 +201,51 @@ class Session {
 
     void MeasureCompare(const std::string& name, View view) {
         CompareOutcome last;
-        stopper_.Measure(name, [&](RunWatcher& watcher) {
-            CompareOutcome outcome = RunCompareJob(Input(view), watcher);
-            const bool finished = outcome.end == RunEnd::Finished;
-            if (finished && !last.comparison)
-                last = std::move(outcome);
-            return finished;
+        stopper_.Measure(name, [&] {
+            return [this, &last, input = Input(view)](RunWatcher& watcher) {
+                CompareOutcome outcome = RunCompareJob(input, watcher);
+                const bool finished = outcome.end == RunEnd::Finished;
+                if (finished && !last.comparison)
+                    last = std::move(outcome);
+                return finished;
+            };
         });
         all_in_one_ = std::move(last.all_in_one.text);
         engine_.Show(std::move(*last.comparison));
     }
 
     void MeasureReport(const std::string& name, ReportType type, std::int32_t style) {
-        stopper_.Measure(name, [&](RunWatcher& watcher) {
-            ReportInput input{
-                process_, telling_, engine_, options_, DefaultCompareFilesSettings(folder_),
-                "",       {},       {},      &window_, &service_};
-            input.wanted.file = folder_ + "/report";
-            input.wanted.type = type;
-            input.wanted.style = style;
+        stopper_.Measure(name, [&] {
+            auto input =
+                std::make_shared<ReportInput>(ReportInput{process_,
+                                                          telling_,
+                                                          engine_,
+                                                          options_,
+                                                          DefaultCompareFilesSettings(folder_),
+                                                          "",
+                                                          {},
+                                                          {},
+                                                          &window_,
+                                                          &service_});
+            input->wanted.file = folder_ + "/report";
+            input->wanted.type = type;
+            input->wanted.style = style;
             if (type == ReportType::Document)
-                input.texts.all_in_one = all_in_one_;
-            return RunReport(std::move(input), watcher).result == ReportResult::Ok;
+                input->texts.all_in_one = all_in_one_;
+            return [input](RunWatcher& watcher) {
+                return RunReport(std::move(*input), watcher).result == ReportResult::Ok;
+            };
         });
     }
 
     void MeasureWriter(const std::string& name,
                        const std::function<std::string(const ReportModel&)>& write) {
-        stopper_.Measure(name, [&](RunWatcher& watcher) {
-            ReportModel model{engine_.Compared()};
-            model.watcher = &watcher;
-            return !write(model).empty() && watcher.KeepGoing();
+        stopper_.Measure(name, [&] {
+            return [&](RunWatcher& watcher) {
+                ReportModel model{engine_.Compared()};
+                model.watcher = &watcher;
+                return !write(model).empty() && watcher.KeepGoing();
+            };
         });
     }
 

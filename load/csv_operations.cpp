@@ -133,9 +133,11 @@ bool IsControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 && character != '\t';
 }
 
+constexpr std::int64_t kLineWork = 64;  // bytes, more or less
+
 // True for text that the operations themselves wrote and that holds no quoted field: no control
 // character but whole line ends.
-bool HasNothingToRemove(std::string_view utf8) {
+bool HasNothingToRemove(std::string_view utf8, StopCheck& stop) {
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         if (utf8[i] == '"')
             return false;
@@ -144,6 +146,8 @@ bool HasNothingToRemove(std::string_view utf8) {
         if (utf8[i] != '\r' || i + 1 == utf8.size() || utf8[i + 1] != '\n')
             return false;
         ++i;
+        if (!stop.KeepGoing(kLineWork))
+            return false;
     }
     return utf8.empty() || utf8.back() == '\n';
 }
@@ -164,10 +168,10 @@ void CleanField(std::string_view field, std::string& clean) {
 }  // namespace
 
 std::string csvRemoveControlCharacters(std::string_view utf8, const CsvInput& input) {
-    if (input.dialect == CsvDialect{} && HasNothingToRemove(utf8)) {
+    StopCheck stop(input.watcher);
+    if (input.dialect == CsvDialect{} && HasNothingToRemove(utf8, stop)) {
         std::string same;
         same.reserve(utf8.size());
-        StopCheck stop(input.watcher);
         AppendInParts(utf8, stop, same);
         return same;
     }

@@ -59,19 +59,24 @@ Failure TooLarge(const std::string& path) {
     return Failure{path + ": larger than 1 GiB, which is the most that is read"};
 }
 
+// How large the bytes grow for the next part: within what they have, else half as large again.
+std::size_t RoomBehind(std::size_t filled, std::size_t capacity) {
+    constexpr std::size_t kPart = std::size_t{1} << 22;
+    if (capacity > filled)
+        return std::min(capacity, filled + kPart);
+    return std::min(filled + std::max<std::size_t>(filled / 2, 65536), kMostBytes + 1);
+}
+
 // Reads on to the end, whatever the size says: a device or a FIFO has none.
 bool ReadRest(int descriptor, std::string& bytes, std::size_t filled, RunWatcher* watcher) {
-    constexpr std::size_t kPart = std::size_t{1} << 22;
     while (true) {
         if (!KeepGoing(watcher)) {
             errno = ECANCELED;
             return false;
         }
         if (filled == bytes.size())
-            bytes.resize(
-                std::min(filled + std::max<std::size_t>(filled / 2, 65536), kMostBytes + 1));
-        const ssize_t count =
-            read(descriptor, bytes.data() + filled, std::min(bytes.size() - filled, kPart));
+            bytes.resize(RoomBehind(filled, bytes.capacity()));
+        const ssize_t count = read(descriptor, bytes.data() + filled, bytes.size() - filled);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
@@ -92,7 +97,7 @@ bool ReadRest(int descriptor, std::string& bytes, std::size_t filled, RunWatcher
 Result<std::string> ReadAll(int descriptor, const std::string& name, std::size_t room,
                             RunWatcher* watcher = nullptr) {
     std::string bytes;
-    bytes.resize(room);
+    bytes.reserve(room);
     if (!ReadRest(descriptor, bytes, 0, watcher))
         return errno == EFBIG ? TooLarge(name) : SystemFailure(name);
     return bytes;

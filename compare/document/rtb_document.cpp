@@ -160,8 +160,9 @@ namespace {
 
 constexpr std::u16string_view kTwoReturns = u"\r\r";
 
-bool HasTwoReturns(std::u16string_view text) {
-    for (std::size_t at = 0; (at = FindUnit(text, u'\r', at)) != std::u16string_view::npos; ++at) {
+bool HasTwoReturns(std::u16string_view text, StopCheck& stop) {
+    for (std::size_t at = 0;
+         stop.KeepGoing() && (at = FindUnit(text, u'\r', at)) != std::u16string_view::npos; ++at) {
         if (text.substr(at, kTwoReturns.size()) == kTwoReturns)
             return true;
     }
@@ -170,11 +171,13 @@ bool HasTwoReturns(std::u16string_view text) {
 
 }  // namespace
 
-void clsRTBDocument::RemoveDoubledReturns() {
+void clsRTBDocument::RemoveDoubledReturns(RunWatcher* watcher) {
+    StopCheck stop(watcher);
     bool doubled = false;
     char16_t last = 0;
     for (const std::u16string_view piece : editor_->TextPieces()) {
-        doubled = doubled || (last == u'\r' && piece.starts_with(u'\r')) || HasTwoReturns(piece);
+        doubled =
+            doubled || (last == u'\r' && piece.starts_with(u'\r')) || HasTwoReturns(piece, stop);
         last = piece.empty() ? last : piece.back();
     }
     if (!doubled)
@@ -190,7 +193,7 @@ void clsRTBDocument::RemoveDoubledReturns() {
 }
 
 bool clsRTBDocument::ParagraphCollectionCreate(RunWatcher* watcher) {
-    RemoveDoubledReturns();
+    RemoveDoubledReturns(watcher);
     if (KeepGoing(watcher))
         paragraphs_.Build(editor_->TextPieces(), watcher);
     else

@@ -92,7 +92,7 @@ class clsRTBDocument {
     Status SaveAsLineFileNew(const std::string& path);
 
   private:
-    void RemoveDoubledReturns();
+    void RemoveDoubledReturns(RunWatcher* watcher);
     bool MayOccur(std::u16string_view find, bool bMatchCase) const;
 
     Editor* editor_ = nullptr;

@@ -59,6 +59,7 @@ class PageWriter {
     PageWriter(const RichText& text, TableForm tables, RunWatcher* watcher)
         : text_(text),
           tables_(tables),
+          watcher_(watcher),
           chars_(text.char_runs),
           formats_(text.paragraph_runs),
           paragraphs_(ParagraphsOf(text.text, watcher)),
@@ -82,7 +83,7 @@ class PageWriter {
                 const std::size_t first = paragraphs_[i].begin;
                 ends = CellEnds(std::u16string_view(text_.text)
                                     .substr(first, paragraphs_[table_end - 1].end - first),
-                                kPageWidth);
+                                kPageWidth, watcher_);
             }
             Row(paragraphs_[i], ends);
         }
@@ -142,6 +143,7 @@ class PageWriter {
 
     const RichText& text_;
     TableForm tables_;
+    RunWatcher* watcher_;
     Walk<CharRun> chars_;
     Walk<ParagraphRun> formats_;
     std::vector<Paragraph> paragraphs_;

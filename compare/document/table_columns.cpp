@@ -14,11 +14,13 @@ constexpr std::int32_t kLeastWidth = 60;
 
 }  // namespace
 
-std::vector<std::int32_t> CellEnds(std::u16string_view rows, std::int32_t page_width) {
+std::vector<std::int32_t> CellEnds(std::u16string_view rows, std::int32_t page_width,
+                                   RunWatcher* watcher) {
     constexpr std::u16string_view kMarks = u"\a\r";  // the end of a cell, the end of a row
     std::vector<std::int32_t> widths;
     std::size_t column = 0;
-    for (std::size_t begin = 0; begin < rows.size();) {
+    StopCheck stop(watcher);
+    for (std::size_t begin = 0; begin < rows.size() && stop.KeepGoing();) {
         const std::size_t end = std::min(rows.find_first_of(kMarks, begin), rows.size());
         if (end < rows.size() && rows[end] == kRtfCell) {
             const auto units =

@@ -1,7 +1,9 @@
 #include "compare/engine/compare_texts.h"
 
+#include <tuple>
 #include <utility>
 
+#include "common/base/free_aside.h"
 #include "compare/engine/comparison_builder.h"
 #include "compare/engine/line_filter.h"
 #include "compare/engine/pairing/document_pairs.h"
@@ -34,6 +36,8 @@ BlocksFound TellReader(const PerSide<CompareSide>& sides, const Comparison& comp
                         sections, early);
         if (KeepGoing(sections.watcher))
             reader.found(std::move(early));
+        else
+            FreeAside(std::move(early));
     };
     if (reader.in_sight)
         found.in_sight = reader.in_sight;
@@ -63,8 +67,12 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
                             &line_words);
         comparison.ignored[side] = sides[side].LeftOut();
     }
-    if (!KeepGoing(watcher))
+    const auto stopped = [&](DocumentPairs found) {
+        FreeAside(std::make_tuple(std::move(comparison), std::move(sides), std::move(found)));
         return Failure{std::string(kCompareStopped)};
+    };
+    if (!KeepGoing(watcher))
+        return stopped(DocumentPairs());
     SectionSwitches sections;
     sections.watcher = watcher;
     sections.tokens = {options.ignore_case, options.ignore_whitespace,
@@ -73,15 +81,14 @@ Result<Comparison> Compare(Comparison comparison, const CompareOptions& options,
     sections.larger = options.larger_sections;
     const Side first = CanonicalFirst(comparison);
     comparison.by_character = options.by_character;
-    const DocumentPairs pairs =
-        PairDocuments(sides[first], sides[OtherSide(first)], options, sections,
-                      TellReader(sides, comparison, options, sections, reader));
+    DocumentPairs pairs = PairDocuments(sides[first], sides[OtherSide(first)], options, sections,
+                                        TellReader(sides, comparison, options, sections, reader));
     if (pairs.stopped || !KeepGoing(watcher))
-        return Failure{std::string(kCompareStopped)};
+        return stopped(std::move(pairs));
     BuildComparison({{&sides.original, &sides.modified}, pairs, first == Side::Modified}, options,
                     sections, comparison);
     if (!KeepGoing(watcher))
-        return Failure{std::string(kCompareStopped)};
+        return stopped(std::move(pairs));
     return comparison;
 }
 

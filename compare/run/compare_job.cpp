@@ -29,7 +29,8 @@ class CompareJob {
     CompareJob(CompareInput input, RunWatcher& watcher)
         : input_(std::move(input)),
           watcher_(watcher),
-          editors_(no_sound_, watcher),
+          own_editors_(std::make_unique<RunEditors>(no_sound_, watcher)),
+          editors_(*own_editors_),
           monitor_(input_.process, watcher),
           started_(input_.process.platform.clock->TickMilliseconds()) {
         for (DocumentEditor* entry :
@@ -332,13 +333,14 @@ class CompareJob {
             ((parts = {}), ...);
         };
         drop(out_.comparison, out_.texts, out_.sources, out_.side_by_side, out_.all_in_one,
-             out_.deletions, out_.additions, out_.changes);
+             out_.deletions, out_.additions, out_.changes, own_editors_);
     }
 
     CompareInput input_;
     RunWatcher& watcher_;
     NoSound no_sound_;
-    RunEditors editors_;
+    std::unique_ptr<RunEditors> own_editors_;  // nothing once the result is dropped
+    RunEditors& editors_;
     RunMonitor monitor_;
     std::uint32_t started_;
     CompareOutcome out_;
