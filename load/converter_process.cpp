@@ -49,8 +49,8 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
     return pointers;
 }
 
-// What a child inherits: the socket as standard input, nothing to print on, no other open file, no
-// blocked signals.
+// What a child inherits: the socket as standard input, nothing to print on, no other open file, and
+// no blocked signals but those that it is about to pass over.
 class SpawnSetup {
   public:
     explicit SpawnSetup(int socket) {
@@ -63,6 +63,8 @@ class SpawnSetup {
         posix_spawnattr_init(&attributes_);
         sigset_t signals;
         sigemptyset(&signals);
+        for (const int number : {SIGINT, SIGTERM, SIGHUP})
+            sigaddset(&signals, number);
         posix_spawnattr_setsigmask(&attributes_, &signals);
         // A group of its own: Ctrl-C at the terminal ends the run, and the run ends its children.
         posix_spawnattr_setpgroup(&attributes_, 0);

@@ -2,6 +2,7 @@
 // libraries, so that nothing in a document can touch the program itself.
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <malloc.h>
 #include <new>
@@ -98,6 +99,16 @@ ReadEnd Carry(Request& request, bool in_sandbox, ReadMonitor& monitor, JobOutput
     return RunGuarded(document.value().Bytes(), request.message, monitor, output);
 }
 
+// A batch system that ends a job signals all its processes. This one ends with the one that started
+// it, so that none of these signals is taken for a fault of the document.
+void LeaveSignalsToStarter() {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(number, SIG_IGN);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);  // they were blocked until here
+}
+
 int ServeReader(bool in_sandbox) {
     mallopt(M_ARENA_MAX, 1);
     if (!CloseToOthers())
@@ -128,6 +139,7 @@ int main(int count, char** values) {
     constexpr std::string_view kOpen = "--no-sandbox";
     constexpr int kOfficeArguments = 7;
     const std::string_view mode = count > 1 ? values[1] : "";
+    LeaveSignalsToStarter();
     if (mode == "--office" && count == kOfficeArguments)
         _exit(ServeOffice(
             {OfficeAt(values[3], values[4], *values[5] == '1'), values[2], values[6] != kOpen}));
