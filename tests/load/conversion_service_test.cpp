@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "load/office_place.h"
 #include "tests/support/loader_fixture.h"
 
 namespace zorvane {
@@ -121,6 +122,41 @@ TEST_F(ConversionServiceTest, ARequestThatWasExpectedIsUnderWayAlready) {
     EXPECT_TRUE(service_.Run(job, {}).ok()) << "no second start is needed";
     EXPECT_EQ(system_.folder.Read("a.html.out"), "text\r\n");
     EXPECT_EQ(service_.Run(job, {}).error, ReadError::NotStarted) << "it is expected once";
+}
+
+TEST_F(ConversionServiceTest, WorkersOfASuiteShareNoProfile) {
+    OfficeProfile first;
+    const std::string folder = first.Take(system_.folder.Path());
+    EXPECT_EQ(first.Take(system_.folder.Path()), folder);
+    {
+        OfficeProfile second;
+        EXPECT_NE(second.Take(system_.folder.Path()), folder);
+        EXPECT_NE(OfficeProfile().Take(system_.folder.Path()), second.Take(""));
+    }
+    first = OfficeProfile();
+    EXPECT_EQ(OfficeProfile().Take(system_.folder.Path()), folder) << "an old one serves again";
+    EXPECT_EQ(OfficeProfile().Take(system_.folder.Path("none")), "");
+}
+
+TEST_F(ConversionServiceTest, TwoSuitesWorkAtOnce) {
+    unsetenv("ZORVANE_OFFICE");
+    if (!FindOffice())
+        GTEST_SKIP() << "no office suite is installed";
+    constexpr int kFiles = 2;
+    const auto convert = [this](const std::string& name) {
+        ConversionService service(system_.platform);
+        service.SetOfficeStays(true);
+        const std::string source = system_.folder.Write(name, "{\\rtf1 " + name + "\\par}");
+        for (int file = 0; file < kFiles; ++file) {
+            const std::string target = source + std::to_string(file) + ".doc";
+            const ConversionResult made = service.ConvertByOffice(source, "", target, "doc", {});
+            EXPECT_TRUE(made.ok()) << Explain(made, source);
+            EXPECT_TRUE(std::filesystem::exists(target));
+        }
+    };
+    std::thread beside([&convert] { convert("one.rtf"); });
+    convert("two.rtf");
+    beside.join();
 }
 
 TEST_F(ConversionServiceTest, WithoutAnOfficeSuiteItsFormatsAreRefused) {
