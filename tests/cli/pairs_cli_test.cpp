@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/schema_check.h"
 #include "tests/support/shell_run.h"
 
 namespace zorvane {
@@ -70,9 +71,11 @@ TEST_F(PairsCliTest, TellsOfEachPairWhatACompareOfItTells) {
     EXPECT_EQ(Compare("--pairs - -j 1 <list").output, run.output);
     const std::vector<Json> lines = Lines(run.output);
     ASSERT_EQ(lines.size(), std::size(rows));
+    const SchemaCheck schema("zorvane-pairs-1");
     for (std::size_t at = 0; at < lines.size(); ++at) {
         SCOPED_TRACE(rows[at].line);
         const ShellRun single = Compare(std::string(rows[at].arguments) + " --json j");
+        EXPECT_EQ(schema.Fault(lines[at]), "");
         EXPECT_EQ(lines[at]["pair"], at + 1);
         EXPECT_EQ(lines[at]["status"], single.status);
         if (single.status == 2) {
