@@ -36,6 +36,10 @@ TextChecks::~TextChecks() {
         thread.join();
 }
 
+void TextChecks::UseCache(TextCache cache) {
+    kept_ = std::make_unique<KeptChecks>(process_, std::move(cache), how_);
+}
+
 void TextChecks::Add(std::int32_t index, TextPair pair) {
     const std::lock_guard lock(guard_);
     results_[index];
@@ -95,7 +99,8 @@ void TextChecks::Work() {
         const Waiting next = std::move(waiting_.front());
         waiting_.pop_front();
         lock.unlock();
-        TextCheck check = CheckText(process_, how_, next.pair, service, watcher);
+        const auto make = [&] { return CheckText(process_, how_, next.pair, service, watcher); };
+        TextCheck check = kept_ ? kept_->Check(next.pair, make) : make();
         lock.lock();
         results_[next.index] = std::move(check);
         --open_;
