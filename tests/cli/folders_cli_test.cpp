@@ -83,6 +83,15 @@ TEST_F(FoldersCliTest, ComparesWordsAndWritesWhatWasAskedFor) {
                       std::string::npos);
         }
     }
+    // What was found is kept for the next run, failures apart.
+    EXPECT_NE(Run("\"" ZORVANE_PROGRAM "\" cache").output.find(": 2 entries"), std::string::npos);
+    std::filesystem::remove(folder.Path("made/reports/sub/x_txt.htm"));
+    EXPECT_EQ(Folders("-r --reports made/reports --json again").status, 1);
+    EXPECT_EQ(folder.Read("again"), folder.Read("j"));
+    EXPECT_TRUE(folder.Read("made/reports/sub/x_txt.htm").starts_with("<!DOCTYPE"));
+    EXPECT_EQ(Run("\"" ZORVANE_PROGRAM "\" cache --clear").status, 0);
+    EXPECT_EQ(Folders("-r --text --no-cache -q").status, 1);
+    EXPECT_NE(Run("\"" ZORVANE_PROGRAM "\" cache").output.find(": 0 entries"), std::string::npos);
     EXPECT_EQ(Folders("-r --text --types *.TXT --json -").status, 1);
 }
 
