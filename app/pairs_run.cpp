@@ -24,6 +24,7 @@
 #include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
 #include "load/conversion_service.h"
+#include "load/warm_readers.h"
 
 namespace zorvane {
 namespace {
@@ -181,6 +182,7 @@ class PairsRun {
     // ---- on the threads ----
 
     void Work() {
+        const WarmReaders warm;
         ConversionService service(platform_);
         service.SetInSandbox(!command_.load.no_sandbox);
         std::unique_lock lock(guard_);

@@ -6,6 +6,7 @@
 
 #include "common/process_state.h"
 #include "load/conversion_service.h"
+#include "load/warm_readers.h"
 
 namespace zorvane {
 
@@ -88,6 +89,7 @@ void TextChecks::Abort() {
 }
 
 void TextChecks::Work() {
+    const WarmReaders warm;
     ConversionService service(process_.platform);
     service.SetInSandbox(!process_.bWithoutSandbox);
     Watcher watcher(aborted_);

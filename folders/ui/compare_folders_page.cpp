@@ -60,6 +60,7 @@ void CompareFoldersPage::MakeParts() {
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     bar_ = new FoldersBar(commands_, text_, contents_);
+    bar_->dress = [this](QMenu& menu) { theme_.Dress(menu); };
     rows->addWidget(bar_);
     MakeOptions();
     rows->addWidget(options_);

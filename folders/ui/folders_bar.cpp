@@ -52,11 +52,12 @@ FoldersBar::FoldersBar(CommandSet& commands, const UiText& text, QWidget* parent
             [&commands](int id) { commands.Run(kSegments[id].command); });
     Add(filters_);
     kinds_ = new Button(text("All"), ButtonLook::Plain, QStringLiteral("chevron"), this);
-    kinds_->setAccessibleName(text("Kinds of files"));
+    kinds_->setToolTip(text("Kinds of files"));
     kinds_->hide();
     connect(kinds_, &Button::clicked, this, [this] {
         QMenu* menu = MakeKindsMenu();
         menu->setAttribute(Qt::WA_DeleteOnClose);
+        dress(*menu);
         menu->popup(kinds_->mapToGlobal(QPoint(0, kinds_->height())));
     });
     Add(kinds_);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 
 #include "common/ui/bars.h"
 #include "common/ui/command_table.h"
@@ -23,6 +24,7 @@ class FoldersBar : public ToolBar {
     /// Stands in for them where room is short.
     Button& KindsButton() { return *kinds_; }
     QMenu* MakeKindsMenu();
+    std::function<void(QMenu&)> dress;  ///< in the look of the window
     /// What of them takes the focus.
     QWidget* FilterFocus() const;
     Button& Run() { return *run_; }

@@ -3,11 +3,14 @@
 #include <array>
 #include <fstream>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 
 #include <gtest/gtest.h>
 
 #include "load/office_place.h"
+#include "load/warm_readers.h"
+#include "tests/support/false_converter.h"
 #include "tests/support/loader_fixture.h"
 
 namespace zorvane {
@@ -98,6 +101,31 @@ TEST_F(ConversionServiceTest, AProcessReadsOneDocumentAndEnds) {
     ConversionMessage job = Job("a.html", "<p>x</p>");
     job["kind"] = "nonsense";
     EXPECT_EQ(service_.Run(job, {}).error, ReadError::Unsupported);
+}
+
+TEST_F(ConversionServiceTest, WarmReadersReadAsFreshOnes) {
+    const ConversionMessage good = Job("a.html", "<p>text</p>");
+    const ConversionMessage broken = Job("b.docx", "PK\x03\x04 broken");
+    {
+        const WarmReaders warm;
+        EXPECT_TRUE(service_.Run(good, {}).ok());
+        // Nothing is started any more: what reads now is a copy.
+        std::filesystem::remove(system_.folder.Path("program/zorvane-convert"));
+        EXPECT_EQ(service_.Run(broken, {}).error, ReadError::Damaged);
+        service_.Expect(good);
+        EXPECT_EQ(service_.Run(broken, {}).error, ReadError::Damaged) << "two at once";
+        EXPECT_TRUE(service_.Run(good, {}).ok());
+        EXPECT_EQ(system_.folder.Read("a.html.out"), "text\r\n");
+    }
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left";
+    EXPECT_EQ(service_.Run(good, {}).error, ReadError::NotStarted);
+}
+
+TEST_F(ConversionServiceTest, AReaderThatMakesNoCopiesIsStartedEachTime) {
+    InstallFalseConverter(system_.folder.Path("program"), "error=1:1\n\n", "");
+    const WarmReaders warm;
+    for (int turn = 0; turn < 2; ++turn)
+        EXPECT_FALSE(service_.Run(Job("a.html", "<p>text</p>"), {}).ok());
 }
 
 TEST_F(ConversionServiceTest, APipeIsReadToItsEnd) {
