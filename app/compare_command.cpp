@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <memory>
 
+#include "app/compare_arguments.h"
 #include "common/base/ascii.h"
-#include "common/base/text_encoding.h"
 #include "common/platform/native_path.h"
 
 namespace zorvane {
@@ -22,6 +22,8 @@ constexpr const char* kExamples = R"(Examples:
   git show HEAD:a.txt | zorvane compare - a.txt   one side from standard input
   zorvane compare old.docx new.pdf -o redline.html documents of any kind against each other
   zorvane compare old.xlsx new.xlsx --sheets 'Costs' --formulas
+  zorvane compare --pairs list.tsv -o results.jsonl
+                                                  many pairs; the same call goes on after a stop
   zorvane compare old.txt new.txt --json - | jq .counts
 
 Exit status: 0 no differences, 1 differences, 2 trouble.
@@ -30,145 +32,6 @@ Exit status: 0 no differences, 1 differences, 2 trouble.
 constexpr const char* kFootnote =
     R"(The switch form "/M old.txt /S new.txt /T report.htm /X" works as well; see the manual.
 )";
-
-struct NamedType {
-    const char* name;
-    ReportType type;
-};
-constexpr NamedType kReportTypes[] = {
-    {"html", ReportType::Html},    {"htm", ReportType::Html}, {"text", ReportType::Text},
-    {"txt", ReportType::Text},     {"csv", ReportType::Csv},  {"doc", ReportType::Document},
-    {"rtf", ReportType::Document},
-};
-
-std::optional<ReportType> ReportTypeNamed(const std::string& name) {
-    for (const NamedType& row : kReportTypes) {
-        if (name == row.name)
-            return row.type;
-    }
-    return std::nullopt;
-}
-
-// What CLI11 fills in before it is turned into a CompareCommand.
-struct RawOptions {
-    std::vector<std::string> reports;
-    std::string report_type;
-    std::string json;
-    std::vector<std::string> sets;
-    std::string also;
-    std::int32_t bracket = 0;
-    bool no_pager = false;
-};
-
-void AddOutputOptions(CLI::App& app, CompareCommand& command, RawOptions& raw) {
-    const std::map<std::string, ColorWhen> colors{
-        {"auto", ColorWhen::Auto}, {"always", ColorWhen::Always}, {"never", ColorWhen::Never}};
-    app.add_option("-o,--report", raw.reports,
-                   "Write a report; its extension tells the type: .html, .txt, .csv, .doc or .rtf. "
-                   "May be repeated")
-        ->type_name("FILE")
-        ->allow_extra_args(false);
-    app.add_option("--report-type", raw.report_type,
-                   "Type of all reports, whatever their extension")
-        ->type_name("TYPE")
-        ->check(CLI::IsMember({"html", "text", "csv", "doc"}));
-    app.add_option("--json", raw.json, "Write the result as JSON; - is standard output")
-        ->type_name("FILE");
-    app.add_flag("--stat", command.stat, "Print the counts only");
-    app.add_flag("-q,--quiet", command.quiet, "Print nothing; the exit status tells");
-    app.add_option("--color", command.color, "Colours on the terminal: auto, always or never")
-        ->type_name("WHEN")
-        ->transform(CLI::CheckedTransformer(colors).description(""));
-    app.add_flag("--no-pager", raw.no_pager, "Do not page long output");
-    app.add_option("-U,--context", command.context,
-                   "Unchanged paragraphs around each difference on the terminal (2)")
-        ->type_name("N")
-        ->check(CLI::Range(0, 1000000).description(""));
-    app.add_flag("--open", command.open_reports, "Open each report when it is written");
-}
-
-void AddReportOptions(CLI::App& app, CompareCommand& command) {
-    const std::map<std::string, CompareView> views{{"side-by-side", CompareView::SideBySide},
-                                                   {"all-in-one", CompareView::AllInOne}};
-    app.add_option("--view", command.view,
-                   "View of the HTML report: side-by-side (default) or all-in-one")
-        ->type_name("VIEW")
-        ->transform(CLI::CheckedTransformer(views).description(""));
-    const std::map<std::string, UnchangedText> unchanged{{"all", UnchangedText::All},
-                                                         {"folded", UnchangedText::Folded},
-                                                         {"none", UnchangedText::None}};
-    app.add_option("--unchanged", command.unchanged,
-                   "Unchanged text in the HTML report: all, folded or none. Without it long "
-                   "stretches are folded, and left out where the page would grow too large")
-        ->type_name("HOW")
-        ->transform(CLI::CheckedTransformer(unchanged).description(""));
-    app.add_option("--title", command.title, "Title of the report")->type_name("TEXT");
-    app.add_option("--original-label", command.original_label, "Name of the original in the report")
-        ->type_name("TEXT");
-    app.add_option("--modified-label", command.modified_label, "Name of the modified in the report")
-        ->type_name("TEXT");
-}
-
-void AddCompareOptions(CLI::App& app, CompareCommand& command, RawOptions& raw) {
-    app.add_flag("-i,--ignore-case", command.ignore_case, "Upper and lower case are the same");
-    app.add_flag("-w,--ignore-whitespace", command.ignore_whitespace, "Blanks make no difference");
-    app.add_flag("-B,--ignore-blank-lines", command.ignore_blank_lines,
-                 "Empty paragraphs make no difference");
-    app.add_option("--ignore-regex", command.ignore_expressions,
-                   "What matches is left out of the comparison; * is any run of characters. May be "
-                   "repeated")
-        ->type_name("EXPR")
-        ->allow_extra_args(false);
-    app.add_flag("--letters", command.letters, "Mark letters inside changed words");
-    app.add_flag("--faster", command.faster,
-                 "Search less; for very large files with many small changes");
-    app.add_flag("--larger-sections", command.larger_sections, "Show changes in larger sections");
-    app.add_flag(
-        "--no-moves", command.no_moves,
-        "Tell a moved paragraph as deleted and added, without looking for its other place");
-    app.add_option("--also", raw.also,
-                   "Kinds beside the words that count as differences in the exit status: all, or "
-                   "any of pictures, links, formatting, comments, ... with commas between")
-        ->type_name("KINDS");
-    app.add_option("--bracket", raw.bracket,
-                   "Number of paragraphs before and after to consider while comparing")
-        ->type_name("N")
-        ->check(CLI::Range(1, 1000000000).description(""));
-}
-
-std::optional<Failure> TakeReports(const RawOptions& raw, CompareCommand& command) {
-    const std::optional<ReportType> forced = ReportTypeNamed(raw.report_type);
-    for (const std::string& file : raw.reports) {
-        const std::optional<ReportType> type = forced ? forced : ReportTypeOf(file);
-        if (!type) {
-            return Failure{file +
-                           ": the extension tells no report type; use .html, .txt, .csv, .doc "
-                           "or .rtf, or --report-type"};
-        }
-        command.reports.push_back({file, *type});
-    }
-    return std::nullopt;
-}
-
-std::optional<Failure> Finish(const CLI::App& app, const RawOptions& raw, CompareCommand& command) {
-    if (command.original == "-" && command.modified == "-")
-        return Failure{"only one side can come from standard input"};
-    if (app.count("--json") > 0)
-        command.json = raw.json;
-    if (app.count("--bracket") > 0)
-        command.bracket = raw.bracket;
-    if (app.count("--also") > 0) {
-        Result<std::set<BesideKind>> kinds = ParseBesideKinds(raw.also);
-        if (!kinds.ok())
-            return kinds.failure().WithContext("--also");
-        command.also = std::move(kinds).value();
-    }
-    command.pager = !raw.no_pager;
-    if (auto failure = TakeReports(raw, command))
-        return failure;
-    const Status sets = TakeSets(raw.sets, command.load);
-    return sets.ok() ? std::nullopt : std::optional<Failure>(sets.failure());
-}
 
 CommandLineOutcome Trouble(const std::string& reason, const char* command) {
     CommandLineOutcome outcome;
@@ -208,7 +71,7 @@ struct Commands {
     RawFoldersOptions raw_folders;
     FindCommand find_command;
     CacheCommand cache_command;
-    RawOptions raw;
+    RawCompareOptions raw;
 };
 
 void AddCompareCommand(Commands& commands) {
@@ -217,14 +80,7 @@ void AddCompareCommand(Commands& commands) {
     CompareCommand& command = commands.compare_command;
     compare.footer(kExamples);
     compare.set_version_flag("-V,--version", VersionText());
-    compare.add_option("ORIGINAL", command.original, "The first version; - is standard input")
-        ->required();
-    compare.add_option("MODIFIED", command.modified, "The second version; - is standard input")
-        ->required();
-    AddOutputOptions(compare, command, commands.raw);
-    AddReportOptions(compare, command);
-    AddCompareOptions(compare, command, commands.raw);
-    AddLoadOptions(compare, command.load, commands.raw.sets);
+    AddCompareArguments(compare, command, commands.raw);
 }
 
 void AddTextCommand(Commands& commands) {
@@ -268,10 +124,6 @@ std::string HelpFor(const Commands& commands) {
 
 std::string VersionText() {
     return std::string("zorvane ") + ZORVANE_VERSION;
-}
-
-std::optional<ReportType> ReportTypeOf(const std::string& file) {
-    return ReportTypeNamed(ToLower(ExtensionOf(file)));
 }
 
 bool MeansCompare(const std::vector<std::string>& arguments) {
@@ -356,8 +208,10 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
         outcome.cache = commands.cache_command;
         return outcome;
     }
-    if (const auto failure = Finish(*commands.compare, commands.raw, commands.compare_command))
-        return Trouble(failure->reason, name);
+    if (const Status done =
+            FinishCompareCommand(*commands.compare, commands.raw, commands.compare_command);
+        !done.ok())
+        return Trouble(done.failure().reason, name);
     outcome.compare = std::move(commands.compare_command);
     return outcome;
 }

@@ -35,8 +35,14 @@ struct CompareCommand {
     std::string original;  ///< "-" is standard input; at most one side
     std::string modified;
 
+    std::optional<std::string> pairs;  ///< the list of many pairs, "-" is standard input
+    std::string pairs_output;          ///< of their lines; empty: standard output
+    std::int32_t jobs = 0;             ///< pairs at once; 0: one a core
+    bool fail_fast = false;
+
     std::vector<ReportTarget> reports;
-    std::optional<std::string> json;  ///< "-" is standard output
+    std::optional<ReportType> report_type;  ///< of all reports, whatever their names
+    std::optional<std::string> json;        ///< "-" is standard output
     bool stat = false;
     bool quiet = false;
     ColorWhen color = ColorWhen::Auto;

@@ -73,8 +73,8 @@ CLI::App* AddFindCommand(CLI::App& app, FindCommand& command) {
 }
 
 CLI::App* AddCacheCommand(CLI::App& app, CacheCommand& command) {
-    CLI::App* cache =
-        app.add_subcommand("cache", "Tell of the texts of documents that are kept, or remove them");
+    CLI::App* cache = app.add_subcommand(
+        "cache", "Tell of the texts and text checks that are kept, or remove them");
     cache->set_version_flag("-V,--version", VersionText());
     cache->add_flag("--clear", command.clear, "Remove them all");
     return cache;

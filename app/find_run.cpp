@@ -198,7 +198,7 @@ int RunCacheCommand(Platform& platform, const CacheCommand& command) {
     if (step.ok()) {
         const CacheSize size = cache.Size();
         step = WriteStream(Stream::Output,
-                           cache.Folder() + ": " + std::to_string(size.entries) + " texts, " +
+                           cache.Folder() + ": " + std::to_string(size.entries) + " entries, " +
                                std::to_string((size.bytes + kMegabyte - 1) / kMegabyte) + " of " +
                                std::to_string(kCacheBound / kMegabyte) + " MB\n");
     }

@@ -63,6 +63,9 @@ void AddTextOptions(CLI::App& app, FoldersCommand& command, RawFoldersOptions& r
         ->type_name("TYPE")
         ->check(CLI::IsMember({"html", "text", "csv", "doc"}).description(""))
         ->group(group);
+    app.add_flag("--no-cache", command.no_cache,
+                 "Neither use nor keep what was found of pairs before (zorvane cache)")
+        ->group(group);
     app.add_flag("-i,--ignore-case", command.ignore_case, "Upper and lower case are the same")
         ->group(group);
     app.add_flag("-w,--ignore-whitespace", command.ignore_whitespace, "Blanks make no difference")

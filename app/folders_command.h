@@ -34,6 +34,7 @@ struct FoldersCommand {
     std::int32_t jobs = 0;  ///< 0: as many as fit
 
     bool text = false;
+    bool no_cache = false;
     bool ignore_case = false;
     bool ignore_whitespace = false;
     bool ignore_blank_lines = false;

@@ -15,6 +15,7 @@
 #include "folders/folder_report.h"
 #include "folders/report_names.h"
 #include "folders/text_checks.h"
+#include "load/extracted_texts.h"
 
 namespace zorvane {
 namespace {
@@ -120,6 +121,8 @@ class FoldersRunner {
             !filter.ok())
             return filter;
         checks_ = std::make_unique<TextChecks>(process_, std::move(how), command_.jobs);
+        if (!command_.no_cache)
+            checks_->UseCache(UserTextCache(process_));
         return Status::Ok();
     }
 
@@ -159,6 +162,9 @@ class FoldersRunner {
         ShowStep("Looking for renamed files");
         RenameOptions options;
         options.threads = command_.jobs;
+        ExtractedTexts texts(process_, command_.no_cache ? TextCache("") : UserTextCache(process_));
+        if (command_.text)
+            options.document_text = DocumentTextsOf(texts, options.stop);
         findings_.renamed = FindRenames(engine_.Folders(), findings_.roots, options);
         findings_.IndexRenamed();
     }

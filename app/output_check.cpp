@@ -59,6 +59,10 @@ Status CheckOutputs(const std::vector<std::string>& inputs,
 
 Status CheckOutputs(const CompareCommand& command) {
     std::vector<NamedOutput> outputs{{"--log", command.load.log_file}};
+    if (command.pairs) {
+        outputs.push_back({"-o", command.pairs_output});
+        return CheckOutputs({*command.pairs}, outputs);
+    }
     for (const ReportTarget& report : command.reports)
         outputs.push_back({"--report", report.file});
     outputs.push_back({"--json", command.json.value_or("")});

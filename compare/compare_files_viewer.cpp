@@ -18,7 +18,7 @@ frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest
       request_(request),
       window_(window),
       editors_(*process.platform.sound),
-      conversions_(process.platform),
+      own_conversions_(process.platform),
       tools_(
           editors_, window,
           [this](std::string_view english) { return process_.Translate(english); },
@@ -80,7 +80,7 @@ void frmCompareFiles::ReadIniFile() {
 
 void frmCompareFiles::ShutDownAppsIfRequired(const std::string& path) {
     if (!Busy())  // a run that goes on needs it
-        LetGoOfOffice(conversions_, path);
+        LetGoOfOffice(*conversions_, path);
 }
 
 void frmCompareFiles::SaveIniFile() {
@@ -129,7 +129,7 @@ void frmCompareFiles::Close() {
     EndWork();
     window_.CloseDialogs();
     SaveIniFile();
-    conversions_.SetOfficeStays(false);
+    own_conversions_.SetOfficeStays(false);
 }
 
 std::vector<std::string> frmCompareFiles::FileNames() const {

@@ -166,6 +166,8 @@ class frmCompareFiles : public Viewer {
     /// without views the editors stay empty. `failed` when a file could not be loaded or compared;
     /// the reason has been told. A run beside the window has not failed yet.
     void RefreshDisplayCommandLine(std::int32_t format, BuildViews views, bool& failed);
+    /// Another one than its own reads from here on; it is no other viewer's at the same time.
+    void BorrowConversions(ConversionService& service) { conversions_ = &service; }
     /// Whether the next compare tells what moved; on at first.
     void LookForMoves(bool on) { find_moves_ = on; }
     /// Whether numbers in front of paragraphs take part in the next compare; on at first.
@@ -348,7 +350,8 @@ class frmCompareFiles : public Viewer {
     PerSide<clsMRU> recent_files_;
     clsMRU TextFileExtensions_;
     ViewerEditors editors_;
-    ConversionService conversions_;  ///< of the run while there is one
+    ConversionService own_conversions_;
+    ConversionService* conversions_ = &own_conversions_;  ///< of the run while there is one
     bool find_moves_ = true;
     bool count_numbering_ = true;
     std::optional<PerSide<std::string>> report_names_;

@@ -50,7 +50,7 @@ SaveOutcome frmCompareFiles::SaveEditor(EditorTarget target) {
     PerSide<std::uint32_t> saved;  // how often each text was edited when it was written
     const auto work = [this, target, &outcome, &saved](ViewerRun& run) {
         RunControl& control = run.Control();
-        NativeTrellisPage page(process_.platform, conversions_,
+        NativeTrellisPage page(process_.platform, *conversions_,
                                [&control](std::int32_t) { return control.KeepGoing(); });
         outcome = SaveEditorAs({process_, telling_, window_, settings_, TextFileExtensions_, page,
                                 [this, &saved](EditorTarget shown) -> const Editor& {

@@ -85,7 +85,7 @@ ReportInput frmCompareFiles::ReportInputFor(ReportWanted wanted, DocumentReportT
     return {process_,         telling_,          VXMacroDiff_,
             options_,         settings_,         request_.sReportTitle,
             std::move(texts), std::move(wanted), nullptr,
-            &conversions_};
+            conversions_};
 }
 
 void frmCompareFiles::StartReport(ReportWanted wanted, RunOn where, ReportDone done) {

@@ -112,7 +112,7 @@ CompareInput frmCompareFiles::InputFor(const Plan& plan) {
     input.count_numbering = count_numbering_;
     input.presented = report_names_.has_value();
     input.default_format = ViewerFormat();
-    input.service = &conversions_;
+    input.service = conversions_;
     return input;
 }
 

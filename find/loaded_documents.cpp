@@ -5,16 +5,6 @@
 #include "common/process_state.h"
 
 namespace zorvane {
-namespace {
-
-constexpr std::int32_t kHomeFolder = 40;
-
-}  // namespace
-
-TextCache UserTextCache(ProcessState& process) {
-    return TextCache(UserTextCacheFolder(process.platform.folders->GetSpecialFolder(kHomeFolder)));
-}
-
 LoadedDocuments::LoadedDocuments(ProcessState& process, TextCache cache)
     : texts_(process, std::move(cache)) {}
 

@@ -22,7 +22,4 @@ class LoadedDocuments : public DocumentTexts {
     ExtractedTexts texts_;
 };
 
-/// The cache of the user who runs the program.
-TextCache UserTextCache(ProcessState& process);
-
 }  // namespace zorvane

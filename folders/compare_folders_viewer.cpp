@@ -87,6 +87,7 @@ void frmCompareDir::SaveIniFile() {
 
 void frmCompareDir::Close() {
     window_.CloseDialogs();
+    renames_.Stop();
     engine_.AbortCompare();
     engine_.ReleaseEngine();
     checks_.reset();
@@ -120,6 +121,16 @@ void frmCompareDir::ClickCreateReport(bool on) {
                       "will open the report.  However, you may still open the files to be compared "
                       "within ‘Zorvane’ by using the right mouse button."),
             Translate("Create Report"));
+    window_.OptionsChanged();
+}
+
+void frmCompareDir::ClickTellRenamed(bool on) {
+    settings_.TellRenamed = on;
+    renames_.Stop();
+    rows_.TellRenamed({});
+    if (on)
+        LookForRenamed();
+    window_.RowsChanged(0, RowCount());
     window_.OptionsChanged();
 }
 

@@ -14,7 +14,7 @@
 #include "folders/file_commands.h"
 #include "folders/folder_rows.h"
 #include "folders/folders_window.h"
-#include "folders/rename_finder.h"
+#include "folders/rename_search.h"
 #include "folders/text_checks.h"
 #include "options/compare_folder_options.h"
 #include "options/compare_folders_settings.h"
@@ -74,6 +74,8 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     std::int32_t ColumnWidth(FolderColumn column) const;
 
     // ---- runs ----
+    /// Text checks that were made before are taken from there, and made ones kept.
+    void KeepChecksIn(TextCache cache) { check_cache_ = std::move(cache); }
     /// Checks the two folders and starts a run in the background. False when it did not, which has
     /// been shown, or told to the log of a command line.
     bool RefreshDiffViewer();
@@ -96,8 +98,10 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     void LaunchReport(std::int32_t row);
     /// Takes up to `lMaxRecords` new records into the grid; below 1: all that are there.
     void WriteFindings(std::int32_t lMaxRecords);
-    /// Files that were renamed or moved, one each; found when a run has ended.
-    const std::vector<RenamedEntry>& Renamed();
+    /// A box: looks for files that were renamed or moved, now if a run has ended.
+    void ClickTellRenamed(bool on);
+    /// They are looked for, behind a run.
+    bool LooksForRenamed() const { return renames_.Busy(); }
 
     // ---- the report ----
     /// To the file of the settings, then opened in a text editor.
@@ -115,6 +119,8 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     void QueueTextChecks();
     bool RowIsReady(std::int32_t record) const;
     void EndRun();
+    void LookForRenamed();
+    void TakeRenamed();
     void TakeErrors();
     void ShowCounts();
     void ShowElapsed();
@@ -150,12 +156,12 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     std::vector<std::string> errors_;
     std::mutex guard_;  ///< over the errors that the engine's threads bring
     std::vector<std::string> new_errors_;
-    std::vector<RenamedEntry> renamed_;
-    bool renames_known_ = false;
 
     VestrelX engine_;
+    std::optional<TextCache> check_cache_;
     std::unique_ptr<TextChecks> checks_;
     FolderRows rows_;
+    RenameSearch renames_;  ///< of the scan of the engine, which it goes before
     FileCommands commands_;
 };
 

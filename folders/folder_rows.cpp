@@ -7,6 +7,7 @@
 namespace zorvane {
 namespace {
 
+constexpr std::int32_t kEqual = 100;
 constexpr const char* kFileBlanks = "       ";
 constexpr const char* kFolderBlanks = "     ";
 
@@ -41,6 +42,31 @@ void FolderRows::Begin(const TextChecks* checks, bool ignore_dates) {
     checks_ = checks;
     ignore_dates_ = ignore_dates;
     changed_.clear();
+    renamed_.clear();
+}
+
+void FolderRows::TellRenamed(const std::vector<RenamedEntry>& renamed) {
+    renamed_.clear();
+    for (const RenamedEntry& entry : renamed) {
+        renamed_[entry.original] = entry;
+        renamed_[entry.modified] = entry;
+    }
+}
+
+// In the room of the side that has nothing of that name.
+void FolderRows::PutPartner(std::int32_t record, FolderRow& row) const {
+    const auto found = renamed_.find(record);
+    if (found == renamed_.end())
+        return;
+    const RenamedEntry& entry = found->second;
+    const bool original = entry.original == record;
+    const std::int32_t partner = original ? entry.modified : entry.original;
+    std::string place = Shown(engine_.Folders().PathBelow(static_cast<std::size_t>(partner)));
+    if (entry.percent < kEqual)
+        place += " (" + std::to_string(entry.percent) + " %)";
+    FolderCell& cell = row[ColumnOf(original ? Side::Modified : Side::Original)];
+    cell.text = (original ? "\u2192 " : "\u2190 ") + place;
+    cell.ink = CellInk::Moved;
 }
 
 std::optional<FolderRecord> FolderRows::Record(std::int32_t record) const {
@@ -84,6 +110,7 @@ FolderRow FolderRows::Row(std::int32_t record) const {
     row[FolderColumn::Size].text = Greater(found->SizeDifferent);
     row[FolderColumn::Date].text = Greater(found->DateDifferent);
     Paint(*found, row);
+    PutPartner(record, row);
     const auto changed = changed_.find(record);
     for (const Side side : kBothSides) {
         if (changed != changed_.end() && changed->second.cells[side])

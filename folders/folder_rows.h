@@ -6,10 +6,13 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 #include "common/base/side.h"
 #include "compare/engine/folder_record.h"
 #include "compare/engine/vestrel_x.h"
+#include "folders/rename_finder.h"
 #include "folders/text_check.h"
 
 namespace zorvane {
@@ -23,7 +26,8 @@ constexpr FolderColumn ColumnOf(Side side) {
     return side == Side::Original ? FolderColumn::Original : FolderColumn::Modified;
 }
 
-enum class CellInk { Plain, Changed, OnlyOriginal, OnlyModified, Gone };
+/// `Moved`: where the file of the row stands on that side, under another name or in another place.
+enum class CellInk { Plain, Changed, OnlyOriginal, OnlyModified, Gone, Moved };
 enum class CellPicture { None, File, Folder };
 
 struct FolderCell {
@@ -58,6 +62,10 @@ class FolderRows {
     /// The heads of the columns, in the language in force.
     std::string Head(FolderColumn column) const;
 
+    /// What is the same file under another name: each of its two rows tells of the other.
+    /// Nothing else stays.
+    void TellRenamed(const std::vector<RenamedEntry>& renamed);
+
     // What was done to files since; the records stay as they are.
     void MarkGone(std::int32_t record, Side side, bool other_exists);
     void MarkCopied(std::int32_t record, Side to);
@@ -67,12 +75,14 @@ class FolderRows {
         PerSide<std::optional<FolderCell>> cells;
     };
     void Paint(const FolderRecord& record, FolderRow& row) const;
+    void PutPartner(std::int32_t record, FolderRow& row) const;
 
     ProcessState& process_;
     const VestrelX& engine_;
     const TextChecks* checks_ = nullptr;
     bool ignore_dates_ = false;
     std::map<std::int32_t, Changed> changed_;
+    std::unordered_map<std::int32_t, RenamedEntry> renamed_;  ///< by both of its records
 };
 
 }  // namespace zorvane

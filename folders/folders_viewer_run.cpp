@@ -81,8 +81,6 @@ void frmCompareDir::SetEngine() {
 
 void frmCompareDir::ClearGridbox() {
     mlNextRecord_ = mlNextCheck_ = mlFileRows_ = mlDirRows_ = 0;
-    renamed_.clear();
-    renames_known_ = false;
     window_.RowsCleared();
 }
 
@@ -90,6 +88,7 @@ bool frmCompareDir::RefreshDiffViewer() {
     if (!CheckFolders())
         return false;
     window_.RefreshCaption();
+    renames_.Stop();
     engine_.AbortCompare();
     engine_.ReleaseEngine();
     TakeTexts();
@@ -120,6 +119,8 @@ void frmCompareDir::BeginTextChecks() {
     report_type_ = static_cast<ReportType>(how.settings.mlReportDefaultFileType_MD);
     msReportExtension_ = ReportExtensionOf(report_type_);
     checks_ = std::make_unique<TextChecks>(process_, std::move(how));
+    if (check_cache_)
+        checks_->UseCache(*check_cache_);
 }
 
 void frmCompareDir::OnFolderCompareStarted() {
@@ -217,8 +218,10 @@ void frmCompareDir::ShowTicker() {
 }
 
 bool frmCompareDir::Poll() {
-    if (!running_)
+    if (!running_) {
+        TakeRenamed();
         return false;
+    }
     ShowTicker();
     const bool busy = engine_.getBusy();  // asked first: what comes meanwhile is taken next time
     TakeErrors();
@@ -244,7 +247,25 @@ void frmCompareDir::EndRun() {
     window_.FlashFrame();
     window_.SetHourglass(false);
     ShowElapsed();
+    LookForRenamed();
     window_.RunChanged();
+}
+
+void frmCompareDir::LookForRenamed() {
+    if (settings_.TellRenamed && ended_ && !command_line_)
+        renames_.Start(engine_.Folders(),
+                       {moOptions_.sFolderOriginal.Data(), moOptions_.sFolderModified.Data()});
+}
+
+void frmCompareDir::TakeRenamed() {
+    const std::optional<std::vector<RenamedEntry>> found = renames_.Take();
+    if (!found || found->empty())
+        return;
+    rows_.TellRenamed(*found);
+    for (const RenamedEntry& entry : *found) {
+        window_.RowsChanged(entry.original, 1);
+        window_.RowsChanged(entry.modified, 1);
+    }
 }
 
 void frmCompareDir::Abort() {
@@ -257,16 +278,6 @@ void frmCompareDir::Abort() {
     running_ = false;
     window_.ShowStatus(FoldersPanel::Main, Translate("Compare Aborted"));
     window_.RunChanged();
-}
-
-const std::vector<RenamedEntry>& frmCompareDir::Renamed() {
-    if (!renames_known_ && ended_) {
-        renamed_ =
-            FindRenames(engine_.Folders(),
-                        {moOptions_.sFolderOriginal.Data(), moOptions_.sFolderModified.Data()}, {});
-        renames_known_ = true;
-    }
-    return renamed_;
 }
 
 bool frmCompareDir::CreateTabDelimitedReport(std::string& sFile) {

@@ -16,11 +16,13 @@
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "folders/like_texts.h"
+#include "load/extracted_texts.h"
 
 namespace zorvane {
 namespace {
 
 constexpr std::int64_t kLargestText = 1 << 20;
+constexpr std::int64_t kLargestDocument = 8 << 20;
 constexpr std::size_t kHeadOfText = 8192;
 constexpr std::int32_t kLeastPercent = 50;
 // Above this many files without a partner on one side their texts are not read.
@@ -170,6 +172,12 @@ class RenameRun {
     }
 
     std::optional<LineWeights> TextOf(Side side, const OneSided& file) const {
+        if (options_.document_text && IsReadAsDocument(NameOf(file))) {
+            const std::optional<std::string> text = SizeOf(side, file) <= kLargestDocument
+                                                        ? options_.document_text(PathOf(side, file))
+                                                        : std::nullopt;
+            return text ? std::optional<LineWeights>(*text) : std::nullopt;
+        }
         if (SizeOf(side, file) > kLargestText)
             return std::nullopt;
         const Result<std::string> bytes = ReadWholeFile(PathOf(side, file));
@@ -292,6 +300,14 @@ class RenameRun {
 };
 
 }  // namespace
+
+std::function<std::optional<std::string>(const std::string&)> DocumentTextsOf(
+    ExtractedTexts& texts, std::function<bool()> stop) {
+    return [&texts, stop = std::move(stop)](const std::string& path) -> std::optional<std::string> {
+        const ExtractedText read = texts.TextOf(path, [&stop] { return stop && stop(); });
+        return read.document ? std::optional(read.document->text) : std::nullopt;
+    };
+}
 
 std::vector<RenamedEntry> FindRenames(const FolderScan& scan, const PerSide<std::string>& roots,
                                       const RenameOptions& options) {

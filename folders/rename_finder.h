@@ -4,12 +4,16 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "common/base/side.h"
 #include "compare/engine/folder_scan.h"
 
 namespace zorvane {
+
+class ExtractedTexts;
 
 /// Two records of a finished scan, which it never touches.
 struct RenamedEntry {
@@ -21,10 +25,17 @@ struct RenamedEntry {
 };
 
 struct RenameOptions {
-    bool by_text = true;         ///< files of plain text that are alike too
+    bool by_text = true;  ///< files of plain text that are alike too
+    /// The text of a document by its path, asked for on several threads; nothing where it has none.
+    /// Empty: documents are alike only where they are equal.
+    std::function<std::optional<std::string>(const std::string&)> document_text;
     int threads = 0;             ///< 0: one for each core
     std::function<bool()> stop;  ///< asked for each file and buffer; empty: nobody stops it
 };
+
+/// Such texts of `texts`, which outlives it.
+std::function<std::optional<std::string>(const std::string&)> DocumentTextsOf(
+    ExtractedTexts& texts, std::function<bool()> stop);
 
 /// In the order of the Original's records. The files of a folder that moved are not told again.
 /// Empty files and links are nobody's. After a stop what is there is not whole.

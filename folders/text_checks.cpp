@@ -6,6 +6,7 @@
 
 #include "common/process_state.h"
 #include "load/conversion_service.h"
+#include "load/warm_readers.h"
 
 namespace zorvane {
 
@@ -34,6 +35,10 @@ TextChecks::~TextChecks() {
     changed_.notify_all();
     for (std::thread& thread : threads_)
         thread.join();
+}
+
+void TextChecks::UseCache(TextCache cache) {
+    kept_ = std::make_unique<KeptChecks>(process_, std::move(cache), how_);
 }
 
 void TextChecks::Add(std::int32_t index, TextPair pair) {
@@ -84,6 +89,7 @@ void TextChecks::Abort() {
 }
 
 void TextChecks::Work() {
+    const WarmReaders warm;
     ConversionService service(process_.platform);
     service.SetInSandbox(!process_.bWithoutSandbox);
     Watcher watcher(aborted_);
@@ -95,7 +101,8 @@ void TextChecks::Work() {
         const Waiting next = std::move(waiting_.front());
         waiting_.pop_front();
         lock.unlock();
-        TextCheck check = CheckText(process_, how_, next.pair, service, watcher);
+        const auto make = [&] { return CheckText(process_, how_, next.pair, service, watcher); };
+        TextCheck check = kept_ ? kept_->Check(next.pair, make) : make();
         lock.lock();
         results_[next.index] = std::move(check);
         --open_;

@@ -7,11 +7,13 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
 #include <vector>
 
+#include "folders/kept_checks.h"
 #include "folders/text_check.h"
 
 namespace zorvane {
@@ -21,6 +23,9 @@ class TextChecks {
     /// `process` outlives this. `threads` 0: one for each core. None is started before the first
     /// pair.
     TextChecks(ProcessState& process, TextCheckOptions how, int threads = 0);
+    /// Before the first pair: checks that were made before are taken from `cache`, and made ones
+    /// kept there.
+    void UseCache(TextCache cache);
     ~TextChecks();  ///< aborts and waits
     TextChecks(const TextChecks&) = delete;
     TextChecks& operator=(const TextChecks&) = delete;
@@ -43,6 +48,7 @@ class TextChecks {
 
     ProcessState& process_;
     TextCheckOptions how_;
+    std::unique_ptr<KeptChecks> kept_;
     int thread_count_;
     std::atomic<bool> aborted_{false};
     std::atomic<std::int32_t> open_{0};

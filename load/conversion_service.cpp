@@ -298,7 +298,8 @@ ConversionService::Answered ConversionService::AskWorker(const OfficeJob& job,
     Result<AnswerFile> answer = folder.ok() ? AnswerFile::Make(folder.value()) : folder.failure();
     if (!answer.ok())
         return {FailedConversion(ReadError::CannotWrite, answer.failure().reason), {}};
-    if (!StartOffice(folder.value() + "/office"))
+    const std::string& profile = office_profile_.Take(folder.value());
+    if (profile.empty() || !StartOffice(profile))
         return {FailedConversion(ReadError::NotStarted), {}};
     office_.Send(job.request, std::array{job.document.value().Get(), answer.value().Descriptor()});
     const ConversionAnswer said = office_.Wait({kOfficeStall, kOfficeStall}, observer);

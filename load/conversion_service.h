@@ -16,6 +16,7 @@
 #include "load/conversion_error.h"
 #include "load/conversion_message.h"
 #include "load/converter_process.h"
+#include "load/office_profile.h"
 
 namespace zorvane {
 
@@ -96,6 +97,7 @@ class ConversionService {
     std::string Program() const;
 
     Platform& platform_;
+    OfficeProfile office_profile_;  ///< goes behind the worker that uses it
     ConverterProcess office_;
     std::unique_ptr<Started> expected_;
     std::string first_failure_;

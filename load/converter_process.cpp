@@ -7,13 +7,14 @@
 #include <fcntl.h>
 #include <mutex>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "common/platform/process_end.h"
+#include "load/spawn_child.h"
+#include "load/warm_readers.h"
 
 namespace zorvane {
 namespace {
@@ -39,58 +40,6 @@ void CountChild(int change) {
     children.count += change;
     prctl(PR_SET_DUMPABLE, children.count == 0 ? 1 : 0);
 }
-
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-// What a child inherits: the socket as standard input, nothing to print on, no other open file, no
-// blocked signals.
-class SpawnSetup {
-  public:
-    explicit SpawnSetup(int socket) {
-        constexpr int kFirstOther = 3;
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_adddup2(&actions_, socket, STDIN_FILENO);
-        posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-        posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-        posix_spawn_file_actions_addclosefrom_np(&actions_, kFirstOther);
-        posix_spawnattr_init(&attributes_);
-        sigset_t signals;
-        sigemptyset(&signals);
-        posix_spawnattr_setsigmask(&attributes_, &signals);
-        // A group of its own: Ctrl-C at the terminal ends the run, and the run ends its children.
-        posix_spawnattr_setpgroup(&attributes_, 0);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
-    }
-    ~SpawnSetup() {
-        posix_spawn_file_actions_destroy(&actions_);
-        posix_spawnattr_destroy(&attributes_);
-    }
-    SpawnSetup(const SpawnSetup&) = delete;
-    SpawnSetup& operator=(const SpawnSetup&) = delete;
-
-    int Spawn(const std::string& program, const std::vector<std::string>& arguments,
-              std::vector<std::string> environment) {
-        std::vector<std::string> texts = {program};
-        texts.insert(texts.end(), arguments.begin(), arguments.end());
-        const std::vector<char*> values = Pointers(texts);
-        const std::vector<char*> variables = Pointers(environment);
-        pid_t process = -1;
-        const int error = posix_spawn(&process, program.c_str(), &actions_, &attributes_,
-                                      values.data(), variables.data());
-        return error == 0 ? process : -1;
-    }
-
-  private:
-    posix_spawn_file_actions_t actions_{};
-    posix_spawnattr_t attributes_{};
-};
 
 constexpr std::size_t kMostFiles = 2;
 
@@ -136,7 +85,9 @@ bool ConverterProcess::Start(const std::string& program, const std::vector<std::
     CountChild(1);  // before there is one
     {
         const EndingSignalsHeldBack until_it_is_known;
-        process_ = SpawnSetup(sockets[1]).Spawn(program, arguments, environment);
+        process_ = WarmReaders::Copy(program, arguments, environment, sockets[1]);
+        if (process_ <= 0)
+            process_ = SpawnChild(program, arguments, environment, sockets[1]);
         if (process_ > 0)
             EndWithThisProcess(process_);
     }

@@ -17,6 +17,8 @@ namespace {
 // To be raised whenever a reader gives another text of the same document.
 constexpr const char* kReading = "1 plain quick-pdf slide-numbers all-sheets notes";
 
+constexpr std::int32_t kHomeFolder = 40;
+
 // How long a wish to stop may go unheard by one who waits.
 constexpr std::chrono::milliseconds kAskAgain{20};
 
@@ -128,6 +130,10 @@ class OneLoad {
 };
 
 }  // namespace
+
+TextCache UserTextCache(ProcessState& process) {
+    return TextCache(UserTextCacheFolder(process.platform.folders->GetSpecialFolder(kHomeFolder)));
+}
 
 bool IsReadAsDocument(std::string_view name) {
     const FileType* type = TypeNamed(name);

@@ -23,6 +23,9 @@ struct ProcessState;
 /// sources of pages with marks of their own are read as they are.
 bool IsReadAsDocument(std::string_view name);
 
+/// The cache of the user who runs the program.
+TextCache UserTextCache(ProcessState& process);
+
 struct ExtractedText {
     std::shared_ptr<const DocumentText> document;  ///< nothing: `reason` tells why
     std::string reason;                            ///< in a user's words

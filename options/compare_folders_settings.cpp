@@ -21,6 +21,7 @@ constexpr SettingRow<Settings> kRows[] = {
     {"mlCol4Width_CD", &Settings::mlCol4Width_CD},
     {"mlCol5Width_CD", &Settings::mlCol5Width_CD},
     {"ShowLegend", &Settings::ShowLegend},
+    {"TellRenamed", &Settings::TellRenamed},
     {"txtDefaultReportTXT", &Settings::txtDefaultReportTXT},
     {"txtDefaultReportCSV", &Settings::txtDefaultReportCSV},
     {"txtDefaultReportHTM", &Settings::txtDefaultReportHTM},

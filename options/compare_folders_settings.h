@@ -21,6 +21,7 @@ struct CompareFoldersSettings {
     std::int32_t mlCol4Width_CD = 900;
     std::int32_t mlCol5Width_CD = 900;
     bool ShowLegend = true;
+    bool TellRenamed = true;  ///< what was renamed or moved, behind a run
     std::string txtDefaultReportTXT;
     std::string txtDefaultReportCSV;
     std::string txtDefaultReportHTM;

@@ -16,6 +16,7 @@
 #include "compare/ui/command_buttons.h"
 #include "compare/ui/compare_commands.h"
 #include "folders/ui/folder_commands.h"
+#include "load/extracted_texts.h"
 #include "load/grid_bridge.h"
 #include "load/sheet_names.h"
 
@@ -147,9 +148,13 @@ MadeViewer MainWindow::MakeFoldersViewer(const CommandLineRequest& request) {
     host.compare_files = [this](const PerSide<std::string>& files, bool new_window) {
         CompareFiles(files, new_window);
     };
+    host.make_text_options = [this](QWidget& page) {
+        return new PairOptionsDialog(process_, *commands_, text_, &page);
+    };
     auto page = std::make_unique<CompareFoldersPage>(*commands_, theme_, text_, std::move(host),
                                                      *process_.platform.folders);
     auto viewer = std::make_unique<frmCompareDir>(process_, *page, request.bClearHistory);
+    viewer->KeepChecksIn(UserTextCache(process_));
     page->Connect(*viewer);
     area_->Add(*page, page->Icon());
     return {std::move(page), std::move(viewer)};

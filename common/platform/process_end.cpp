@@ -25,6 +25,7 @@ constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): a handler has no other way
 std::array<char, kFolderBytes> folder_to_remove{};
 std::atomic<bool> has_folder{false};
+std::atomic<bool> ending{false};
 std::array<std::atomic<pid_t>, kMostChildren> children{};
 struct HalfFile {
     enum State { Free, Taken, Named };
@@ -86,6 +87,7 @@ void RemoveFolder() {
 // The signal is blocked in the handler and so in the child that removes, which a second Ctrl-C does
 // not stop.
 extern "C" void CleanUpAndDie(int signal_number) {
+    ending = true;
     EndChildren();
     UnlinkHalfFiles();
     RemoveFolder();
@@ -138,6 +140,10 @@ void PrepareForBadEndings() {
     // Handlers that do nothing: a child starts without them but would inherit SIG_IGN.
     std::signal(SIGPIPE, PassOverSignal);
     std::signal(SIGXFSZ, PassOverSignal);
+}
+
+bool IsEnding() {
+    return ending;
 }
 
 bool RemoveAtBadEnd(const std::string& folder) {

@@ -17,6 +17,10 @@ bool RemoveAtBadEnd(const std::string& folder);
 /// Its owner removes it, or did.
 void KeepAtBadEnd();
 
+/// One of these signals has come: children are ended and files go, and what is found from here on
+/// is no fact about a document.
+bool IsEnding();
+
 /// A half file is removed by those, too. Gives the number to take it back by, or -1 where nothing
 /// is kept of it: beyond 8 at once, and of names of 512 bytes and more.
 int UnlinkAtBadEnd(const std::string& path);

@@ -33,6 +33,7 @@ CompareFoldersPage::~CompareFoldersPage() {
 void CompareFoldersPage::ReleaseParts() {
     viewer_ = nullptr;
     announcer_.reset();
+    delete text_options_;
     delete contents_;
     contents_ = nullptr;
 }
@@ -59,6 +60,7 @@ void CompareFoldersPage::MakeParts() {
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     bar_ = new FoldersBar(commands_, text_, contents_);
+    bar_->dress = [this](QMenu& menu) { theme_.Dress(menu); };
     rows->addWidget(bar_);
     MakeOptions();
     rows->addWidget(options_);
@@ -77,6 +79,12 @@ void CompareFoldersPage::MakeOptions() {
     options_ = new OptionArea(text_, contents_);
     compare_options_ = new FolderOptionsPage(*viewer_, text_, options_);
     report_options_ = new FolderReportPage(*viewer_, text_, options_);
+    compare_options_->text_options_wanted = [this] {
+        ShowTextOptions(PairOptionsDialog::Tab::Compare);
+    };
+    report_options_->report_options_wanted = [this] {
+        ShowTextOptions(PairOptionsDialog::Tab::Report);
+    };
     options_->AddPage(compare_options_, text_("Compare Options"));
     options_->AddPage(report_options_, text_("Report Options"));
 }
@@ -189,8 +197,7 @@ void CompareFoldersPage::ShowWords() {
 }
 
 QList<QWidget*> CompareFoldersPage::FocusStops() const {
-    return {bar_->Filters().Segment(static_cast<int>(table_->Order().Filter())),
-            &boxes_->Box(Side::Original), &boxes_->Box(Side::Modified), grid_};
+    return {bar_->FilterFocus(), &boxes_->Box(Side::Original), &boxes_->Box(Side::Modified), grid_};
 }
 
 void CompareFoldersPage::MoveFocus(bool forward) {

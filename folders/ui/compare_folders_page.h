@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include <QPointer>
 #include <QWidget>
 
 #include "common/ui/bars.h"
@@ -17,6 +18,7 @@
 #include "folders/ui/folder_lines.h"
 #include "folders/ui/folder_option_pages.h"
 #include "folders/ui/folders_bar.h"
+#include "folders/ui/pair_options_dialog.h"
 
 class QStackedWidget;
 
@@ -33,6 +35,8 @@ struct FoldersHost {
     std::function<void()> caption_changed;
     /// In the first Compare Files window, or in a new one.
     std::function<void(const PerSide<std::string>& files, bool new_window)> compare_files;
+    /// The options by which texts of pairs are compared, or reports of pairs written.
+    std::function<PairOptionsDialog*(QWidget& page)> make_text_options;
 };
 
 class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public ViewerPage {
@@ -66,6 +70,9 @@ class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public V
     bool OptionsUnfolded() const { return options_->IsUnfolded(); }
     /// Unfolds one of the tabs.
     void ShowOptions(int tab);
+    /// One dialog for both; it blocks nobody.
+    void ShowTextOptions(PairOptionsDialog::Tab tab);
+    PairOptionsDialog* TextOptions() const { return text_options_; }
     void DeleteChosen();
     void CopyNames();
     /// Nothing was compared here yet.
@@ -141,6 +148,7 @@ class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public V
     ProgressCard* progress_ = nullptr;
     FolderLegend* legend_ = nullptr;
     StatusBar* status_ = nullptr;
+    QPointer<PairOptionsDialog> text_options_;
     std::unique_ptr<RunAnnouncer> announcer_;
     bool fresh_ = true;
     bool was_running_ = false;

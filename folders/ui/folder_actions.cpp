@@ -88,6 +88,18 @@ void CompareFoldersPage::ShowOptions(int tab) {
     SetOptionsUnfolded(true);
 }
 
+void CompareFoldersPage::ShowTextOptions(PairOptionsDialog::Tab tab) {
+    if (text_options_ == nullptr) {
+        text_options_ = host_.make_text_options(*this);
+        text_options_->setAttribute(Qt::WA_DeleteOnClose);
+        theme_.Dress(*text_options_);
+    }
+    text_options_->ShowTab(tab);
+    text_options_->show();
+    text_options_->raise();
+    text_options_->activateWindow();
+}
+
 bool CompareFoldersPage::HasFile() const {
     const std::optional<FolderRecord> record =
         Cell().row < 0 ? std::nullopt : viewer_->Rows().Record(Cell().row);

@@ -35,6 +35,8 @@ Token InkOf(CellInk ink) {
             return Token::AddedText;
         case CellInk::Gone:
             return Token::Disabled;
+        case CellInk::Moved:
+            return Token::Muted;
         case CellInk::Plain:
             break;
     }
@@ -53,6 +55,7 @@ Token GroundOf(const FolderCell& cell) {
             return Token::AddedRow;
         case CellInk::Plain:
         case CellInk::Gone:
+        case CellInk::Moved:
             break;
     }
     return Token::Paper;
@@ -68,6 +71,7 @@ QString PictureOf(const FolderCell& cell) {
             return QStringLiteral("added");
         case CellInk::Plain:
         case CellInk::Gone:
+        case CellInk::Moved:
             break;
     }
     return cell.picture == CellPicture::Folder ? QStringLiteral("open") : QStringLiteral("file");
@@ -84,7 +88,8 @@ struct CellPlace {
     bool chosen;  ///< some cell of its row is
     const FolderCell& Cell() const { return row.cells[column]; }
     bool Missing() const {
-        return IsNames(column) && !row.in_both && Cell().picture == CellPicture::None;
+        return IsNames(column) && !row.in_both && Cell().picture == CellPicture::None &&
+               Cell().ink != CellInk::Moved;
     }
 };
 
@@ -117,6 +122,8 @@ void PaintWords(QPainter& painter, const CellPlace& place, const QString& words,
     painter.setPen(ink);
     const QFontMetrics metrics = painter.fontMetrics();
     constexpr auto kHow = static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine);
+    if (place.Cell().ink == CellInk::Moved)
+        room.setLeft(room.left() + kBeforeWords);
     // Of a name its end matters too, of a reason its beginning.
     const Qt::TextElideMode elide = IsNames(place.column) ? Qt::ElideMiddle : Qt::ElideRight;
     painter.drawText(room, kHow, metrics.elidedText(words, elide, room.width()));

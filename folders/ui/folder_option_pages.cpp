@@ -48,6 +48,9 @@ FormColumn* FolderOptionsPage::MakeWhat() {
         [this] { return ControlsOf(viewer_.Options()).ticked_text; },
         [this](bool on) { viewer_.ClickContentCompareText(on); });
     column->AddHint(text_("As the first Compare Files window does."));
+    text_options_ = new Button(text_("Text Options..."), ButtonLook::Plain, QString(), column);
+    connect(text_options_, &Button::clicked, this, [this] { text_options_wanted(); });
+    column->AddInLine({text_options_});
     AddOption(*column, "Ignore Date Differences", options.bIgnoreDateDifferences);
     return column;
 }
@@ -63,6 +66,9 @@ FormColumn* FolderOptionsPage::MakeListed() {
         [&options] { return options.bShowDifferentInBothPlaces.Data(); },
         [this](bool on) { viewer_.ClickShowDifferentInBothPlaces(on); });
     AddOption(*column, "The Same in Both", options.bShowSameInBothPlaces);
+    AddBox(
+        *column, "Renamed and Moved Files", [this] { return viewer_.Settings().TellRenamed; },
+        [this](bool on) { viewer_.ClickTellRenamed(on); });
     return column;
 }
 
@@ -80,7 +86,9 @@ FormColumn* FolderOptionsPage::MakeHow() {
 
 void FolderOptionsPage::ShowValues() {
     binding_.Show();
-    texts_->setEnabled(ControlsOf(viewer_.Options()).cbCompareFileTextualContents);
+    const FolderOptionControls controls = ControlsOf(viewer_.Options());
+    texts_->setEnabled(controls.cbCompareFileTextualContents);
+    text_options_->setEnabled(controls.cmdTextCompareOptions);
 }
 
 // ---- reports ----
@@ -108,6 +116,9 @@ FormColumn* FolderReportPage::MakePairs() {
         [this](const std::string& path) { viewer_.txtReportFolder = path; });
     connect(&folder_->Browse(), &QToolButton::clicked, this,
             [this] { viewer_.SelectReportFolder(); });
+    report_options_ = new Button(text_("Report Options..."), ButtonLook::Plain, QString(), column);
+    connect(report_options_, &Button::clicked, this, [this] { report_options_wanted(); });
+    column->AddInLine({report_options_});
     return column;
 }
 
@@ -128,6 +139,7 @@ void FolderReportPage::ShowValues() {
     const FolderOptionControls controls = ControlsOf(viewer_.Options());
     create_->setEnabled(controls.cbCreateReport);
     folder_->setEnabled(controls.frameReportOptions);
+    report_options_->setEnabled(controls.cmdReportOptions);
 }
 
 }  // namespace zorvane

@@ -19,6 +19,7 @@ class FolderOptionsPage : public QWidget {
     FolderOptionsPage(frmCompareDir& viewer, UiText text, QWidget* parent);
     /// The values, and what can be used now.
     void ShowValues();
+    std::function<void()> text_options_wanted;
 
   private:
     FormColumn* MakeWhat();
@@ -32,12 +33,14 @@ class FolderOptionsPage : public QWidget {
     UiText text_;
     OptionBinding binding_;
     WrappingCheckBox* texts_ = nullptr;
+    Button* text_options_ = nullptr;
 };
 
 class FolderReportPage : public QWidget {
   public:
     FolderReportPage(frmCompareDir& viewer, UiText text, QWidget* parent);
     void ShowValues();
+    std::function<void()> report_options_wanted;
 
   private:
     FormColumn* MakePairs();
@@ -48,6 +51,7 @@ class FolderReportPage : public QWidget {
     OptionBinding binding_;
     WrappingCheckBox* create_ = nullptr;
     PathField* folder_ = nullptr;
+    Button* report_options_ = nullptr;
 };
 
 }  // namespace zorvane

@@ -78,6 +78,8 @@ const FolderTable::Shown& FolderTable::Row(int row) const {
 QString FolderTable::CellText(int row, FolderColumn column) const {
     const Shown& shown = Row(row);
     const FolderCell& cell = shown.cells[column];
+    if (cell.ink == CellInk::Moved)
+        return ToQt(cell.text);
     if (shown.folder && column <= FolderColumn::Modified)
         return cell.picture == CellPicture::None ? QString() : shown.below;
     return ToQt(cell.text).trimmed();
@@ -105,7 +107,12 @@ QString FolderTable::Spoken(int row) const {
         return {};
     if (record->IsFile == 0)
         return text_("Folder") + QStringLiteral(" ") + Row(row).below;
-    return ToQt(record->FileName) + QStringLiteral(", ") + Verdict(*record);
+    QString spoken = ToQt(record->FileName) + QStringLiteral(", ") + Verdict(*record);
+    for (const FolderColumn column : {FolderColumn::Original, FolderColumn::Modified}) {
+        if (Row(row).cells[column].ink == CellInk::Moved)
+            spoken += QStringLiteral(", ") + CellText(row, column);
+    }
+    return spoken;
 }
 
 int FolderTable::rowCount(const QModelIndex& parent) const {

@@ -1,5 +1,7 @@
 #include "folders/ui/folders_bar.h"
 
+#include <QMenu>
+
 #include "compare/ui/command_buttons.h"
 
 namespace zorvane {
@@ -20,10 +22,14 @@ constexpr Segment kSegments[] = {
 };
 constexpr int kCaptionsFrom = 900;
 
+QString CaptionOf(const QString& words, std::int32_t files) {
+    return words + u' ' + QString::number(files);
+}
+
 }  // namespace
 
 FoldersBar::FoldersBar(CommandSet& commands, const UiText& text, QWidget* parent)
-    : ToolBar(text("Compare Folders"), parent) {
+    : ToolBar(text("Compare Folders"), parent), commands_(commands), text_(text) {
     run_ = MakeCommandButton(commands, "compare.run", text("Compare"), ButtonLook::Primary,
                              "refresh", this);
     Add(run_);
@@ -45,6 +51,16 @@ FoldersBar::FoldersBar(CommandSet& commands, const UiText& text, QWidget* parent
     connect(filters_, &SegmentedGroup::Chosen, this,
             [&commands](int id) { commands.Run(kSegments[id].command); });
     Add(filters_);
+    kinds_ = new Button(text("All"), ButtonLook::Plain, QStringLiteral("chevron"), this);
+    kinds_->setToolTip(text("Kinds of files"));
+    kinds_->hide();
+    connect(kinds_, &Button::clicked, this, [this] {
+        QMenu* menu = MakeKindsMenu();
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        dress(*menu);
+        menu->popup(kinds_->mapToGlobal(QPoint(0, kinds_->height())));
+    });
+    Add(kinds_);
     AddStretch();
     Add(MakeCommandIcon(commands, "report.make", "report", this));
     options_ = MakeCommandButton(commands, "view.options", text("Options"), ButtonLook::Flat,
@@ -53,9 +69,31 @@ FoldersBar::FoldersBar(CommandSet& commands, const UiText& text, QWidget* parent
 }
 
 void FoldersBar::ShowCounts(const FolderOrder& order) {
-    for (const Segment& segment : kSegments)
+    for (const Segment& segment : kSegments) {
+        counts_[static_cast<std::size_t>(segment.filter)] = order.Files(segment.filter);
         filters_->SetCount(static_cast<int>(segment.filter), order.Files(segment.filter));
+        if (segment.filter == order.Filter())
+            kinds_->SetCaption(CaptionOf(text_(segment.words), order.Files(segment.filter)));
+    }
     filters_->SetCurrent(static_cast<int>(order.Filter()));
+}
+
+QMenu* FoldersBar::MakeKindsMenu() {
+    auto* menu = new QMenu(this);
+    for (const Segment& segment : kSegments) {
+        const std::int32_t files = counts_[static_cast<std::size_t>(segment.filter)];
+        QAction* action = menu->addAction(CaptionOf(text_(segment.words), files));
+        action->setCheckable(true);
+        action->setChecked(filters_->Current() == static_cast<int>(segment.filter));
+        const char* command = segment.command;
+        connect(action, &QAction::triggered, this, [this, command] { commands_.Run(command); });
+    }
+    return menu;
+}
+
+QWidget* FoldersBar::FilterFocus() const {
+    return kinds_->isHidden() ? static_cast<QWidget*>(filters_->Segment(filters_->Current()))
+                              : kinds_;
 }
 
 void FoldersBar::SetRunning(bool running) {
@@ -66,7 +104,10 @@ void FoldersBar::SetRunning(bool running) {
 
 void FoldersBar::resizeEvent(QResizeEvent* event) {
     ToolBar::resizeEvent(event);
-    options_->SetCaptionShown(width() >= kCaptionsFrom);
+    const bool wide = width() >= kCaptionsFrom;
+    options_->SetCaptionShown(wide);
+    filters_->setVisible(wide);
+    kinds_->setVisible(!wide);
 }
 
 }  // namespace zorvane

@@ -1,9 +1,14 @@
 // The bar of a Compare Folders window: run, filters by kind with their counts, report, options.
 #pragma once
 
+#include <array>
+#include <functional>
+
 #include "common/ui/bars.h"
 #include "common/ui/command_table.h"
 #include "folders/ui/folder_order.h"
+
+class QMenu;
 
 namespace zorvane {
 
@@ -16,6 +21,12 @@ class FoldersBar : public ToolBar {
     /// Abort stands where Compare stood.
     void SetRunning(bool running);
     SegmentedGroup& Filters() { return *filters_; }
+    /// Stands in for them where room is short.
+    Button& KindsButton() { return *kinds_; }
+    QMenu* MakeKindsMenu();
+    std::function<void(QMenu&)> dress;  ///< in the look of the window
+    /// What of them takes the focus.
+    QWidget* FilterFocus() const;
     Button& Run() { return *run_; }
 
   protected:
@@ -25,6 +36,10 @@ class FoldersBar : public ToolBar {
     Button* run_;
     Button* abort_;
     SegmentedGroup* filters_;
+    Button* kinds_;
+    CommandSet& commands_;
+    UiText text_;
+    std::array<std::int32_t, kFolderFilters> counts_{};
     Button* options_;
 };
 

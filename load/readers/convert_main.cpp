@@ -1,12 +1,19 @@
 // zorvane-convert: reads one document that it is handed open, and ends. It holds all foreign
 // libraries, so that nothing in a document can touch the program itself.
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <malloc.h>
 #include <new>
 #include <openssl/crypto.h>
+#include <sched.h>
 #include <string_view>
+#include <sys/socket.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "common/platform/mapped_file.h"
@@ -98,6 +105,16 @@ ReadEnd Carry(Request& request, bool in_sandbox, ReadMonitor& monitor, JobOutput
     return RunGuarded(document.value().Bytes(), request.message, monitor, output);
 }
 
+// A batch system that ends a job signals all its processes. This one ends with the one that started
+// it, so that none of these signals is taken for a fault of the document.
+void LeaveSignalsToStarter() {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(number, SIG_IGN);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);  // they were blocked until here
+}
+
 int ServeReader(bool in_sandbox) {
     mallopt(M_ARENA_MAX, 1);
     if (!CloseToOthers())
@@ -114,6 +131,56 @@ int ServeReader(bool in_sandbox) {
     return channel.Send(output.answer) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
+// The other end of a reader's socket, which comes with a byte; -1 when nobody wants one any more.
+int NextSocket() {
+    char byte = 0;
+    iovec data{&byte, 1};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
+    msghdr message{};
+    message.msg_iov = &data;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    ssize_t got = -1;
+    do {
+        got = recvmsg(STDIN_FILENO, &message, MSG_CMSG_CLOEXEC);
+    } while (got < 0 && errno == EINTR);
+    const cmsghdr* const header = CMSG_FIRSTHDR(&message);
+    if (got <= 0 || header == nullptr || header->cmsg_type != SCM_RIGHTS)
+        return -1;
+    int socket = -1;
+    std::memcpy(&socket, CMSG_DATA(header), sizeof socket);
+    return socket;
+}
+
+// A child of the one that started this process, which waits for it and ends it as one of its own.
+// There is one thread and no lock is held, so nothing has to be put right in the copy.
+pid_t CopyForStarter() {
+    return static_cast<pid_t>(
+        syscall(SYS_clone, CLONE_PARENT | SIGCHLD, nullptr, nullptr, nullptr, nullptr));
+}
+
+// Reads nothing itself: each copy has loaded its libraries, reads one document, and ends.
+int ServeCopies(bool in_sandbox) {
+    if (!CloseToOthers())
+        return EXIT_FAILURE;
+    while (true) {
+        const int socket = NextSocket();
+        if (socket < 0)
+            return EXIT_SUCCESS;
+        const pid_t copy = CopyForStarter();
+        if (copy == 0) {
+            setpgid(0, 0);
+            if (dup2(socket, STDIN_FILENO) != STDIN_FILENO || close(socket) != 0)
+                return EXIT_FAILURE;
+            return ServeReader(in_sandbox);
+        }
+        close(socket);
+        if (send(STDIN_FILENO, &copy, sizeof copy, MSG_NOSIGNAL) != sizeof copy)
+            return EXIT_FAILURE;
+    }
+}
+
 int ServeOffice(const OfficeWork& work) {
     if (!CloseToOthers())
         return EXIT_FAILURE;
@@ -122,14 +189,19 @@ int ServeOffice(const OfficeWork& work) {
 
 }  // namespace
 
-// "--reader" or "--no-sandbox"; or "--office", the profile folder, the suite's program folder, its
-// start program, 1 when its library is to be loaded, and one of the first two.
+// "--reader" or "--no-sandbox"; or "--copies" and one of these; or "--office", the profile folder,
+// the suite's program folder, its start program, 1 when its library is to be loaded, and one of the
+// first two.
 int main(int count, char** values) {
     constexpr std::string_view kOpen = "--no-sandbox";
     constexpr int kOfficeArguments = 7;
+    constexpr int kCopyArguments = 3;
     const std::string_view mode = count > 1 ? values[1] : "";
+    LeaveSignalsToStarter();
     if (mode == "--office" && count == kOfficeArguments)
         _exit(ServeOffice(
             {OfficeAt(values[3], values[4], *values[5] == '1'), values[2], values[6] != kOpen}));
+    if (mode == "--copies" && count == kCopyArguments)
+        _exit(ServeCopies(values[2] != kOpen));
     _exit(ServeReader(mode != kOpen));
 }

@@ -17,6 +17,8 @@ _zorvane() {
         --ignore-regex) return ;;
         --also) return ;;
         --bracket) return ;;
+        --pairs) return ;;
+        -j|--jobs) return ;;
         --password) return ;;
         --original-password) return ;;
         --modified-password) return ;;
@@ -31,16 +33,15 @@ _zorvane() {
         --log) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
         -o|--output) IFS=$'\n'; COMPREPLY=($(compgen -f -- "$current")); return ;;
         --types) return ;;
-        -j|--jobs) return ;;
         --only) return ;;
         --reports) return ;;
         -j|--threads) return ;;
     esac
     case ${COMP_WORDS[1]} in
-        compare) words='-h --help -V --version -o --report --report-type --json --stat -q --quiet --color --no-pager -U --context --open --view --unchanged --title --original-label --modified-label -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --ignore-regex --letters --faster --larger-sections --no-moves --also --bracket --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
+        compare) words='-h --help -V --version -o --report --report-type --json --stat -q --quiet --color --no-pager -U --context --open --view --unchanged --title --original-label --modified-label -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --ignore-regex --letters --faster --larger-sections --no-moves --also --bracket --pairs -j --jobs --fail-fast --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         text) words='-h --help -V --version --rtf -o --output --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         install-git) words='-h --help --local --global --remove' ;;
-        folders) words='-h --help -V --version -r --recursive --types --dates --quick --no-hidden --follow --no-renames -j --jobs -o --output --json --only --stat -q --quiet --color --text --reports --report-type -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
+        folders) words='-h --help -V --version -r --recursive --types --dates --quick --no-hidden --follow --no-renames -j --jobs -o --output --json --only --stat -q --quiet --color --text --reports --report-type --no-cache -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         find) words='-h --help -V --version -e --regexp -i --ignore-case -w --word-regexp -r --recursive --types --office --no-hidden -j --threads --no-cache --no-sandbox -C --context -l --files-with-matches -c --count --json --stats -q --quiet --color' ;;
         cache) words='-h --help -V --version --clear' ;;
         *) words='compare text install-git folders find cache --help --version' ;;

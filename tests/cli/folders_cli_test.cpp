@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/folder_trees.h"
+#include "tests/support/schema_check.h"
 #include "tests/support/shell_run.h"
 
 namespace zorvane {
@@ -53,6 +54,7 @@ TEST_F(FoldersCliTest, ComparesWordsAndWritesWhatWasAskedFor) {
     trees.WriteBoth("sub/x.txt", "one two three\n", "one 2 three\n");
     trees.WriteBoth("ends.txt", "one\r\ntwo\r\n", "one\ntwo\n");
     trees.WriteBoth("broken.docx", "PK\x03\x04 no document", "PK\x03\x04 none either");
+    trees.Write(Side::Original, "old \xE9", "bytes of a name that is no UTF-8");
     trees.Write(Side::Original, "old name", "some bytes");
     trees.Write(Side::Modified, "new name", "some bytes");
     const ShellRun run = Folders("-r --reports made/reports -o table --json j");
@@ -66,7 +68,7 @@ TEST_F(FoldersCliTest, ComparesWordsAndWritesWhatWasAskedFor) {
     EXPECT_NE(folder.Read("table").find("\tends.txt\ta/\tb/\t1\t0\t0\t1\t0\t0\r\n"),
               std::string::npos);
     const nlohmann::json json = nlohmann::json::parse(folder.Read("j"));
-    EXPECT_EQ(json["schema"], "zorvane-folders/1");
+    EXPECT_EQ(SchemaCheck("zorvane-folders-1").Fault(json), "");
     EXPECT_EQ(json["counts"]["same-words"], 1);
     EXPECT_EQ(json["renamed"][0]["to"], "new name");
     for (const auto& record : json["records"]) {
@@ -81,6 +83,15 @@ TEST_F(FoldersCliTest, ComparesWordsAndWritesWhatWasAskedFor) {
                       std::string::npos);
         }
     }
+    // What was found is kept for the next run, failures apart.
+    EXPECT_NE(Run("\"" ZORVANE_PROGRAM "\" cache").output.find(": 2 entries"), std::string::npos);
+    std::filesystem::remove(folder.Path("made/reports/sub/x_txt.htm"));
+    EXPECT_EQ(Folders("-r --reports made/reports --json again").status, 1);
+    EXPECT_EQ(folder.Read("again"), folder.Read("j"));
+    EXPECT_TRUE(folder.Read("made/reports/sub/x_txt.htm").starts_with("<!DOCTYPE"));
+    EXPECT_EQ(Run("\"" ZORVANE_PROGRAM "\" cache --clear").status, 0);
+    EXPECT_EQ(Folders("-r --text --no-cache -q").status, 1);
+    EXPECT_NE(Run("\"" ZORVANE_PROGRAM "\" cache").output.find(": 0 entries"), std::string::npos);
     EXPECT_EQ(Folders("-r --text --types *.TXT --json -").status, 1);
 }
 

@@ -93,6 +93,40 @@ TEST_F(FoldersViewerTest, ShowsNoRowBeforeItsWordsAreCompared) {
     EXPECT_EQ(viewer.RowCount(), 2);
 }
 
+TEST_F(FoldersViewerTest, EachRowOfARenamedFileTellsOfTheOther) {
+    trees.Write(Side::Original, "a", "some bytes");
+    trees.Write(Side::Original, "sub/gone", "others");
+    trees.Write(Side::Modified, "z", "some bytes");
+    const auto cells = [this](const char* name) {
+        const FolderRow row = viewer.Rows().Row(RowOf(name));
+        return row[FolderColumn::Original].text + "|" + row[FolderColumn::Modified].text;
+    };
+    const auto look = [this] {
+        while (viewer.LooksForRenamed())
+            viewer.Poll();
+    };
+    ASSERT_TRUE(RunWhole());
+    EXPECT_EQ(cells("a"), "       a|    ") << "the rows are there before the search has ended";
+    window.changed.clear();
+    look();
+    EXPECT_EQ(cells("a"), "       a|\u2192 z");
+    EXPECT_EQ(cells("z"), "\u2190 a|       z");
+    EXPECT_EQ(cells("sub/gone"), "       gone|    ");
+    EXPECT_EQ(window.changed, (std::vector<std::pair<std::int32_t, std::int32_t>>{
+                                  {RowOf("a"), 1}, {RowOf("z"), 1}}));
+    viewer.ClickTellRenamed(false);
+    look();
+    EXPECT_EQ(cells("a"), "       a|    ");
+    viewer.ClickTellRenamed(true);
+    look();
+    EXPECT_EQ(cells("a"), "       a|\u2192 z");
+    trees.Write(Side::Modified, "z", "no more of it");
+    ASSERT_TRUE(RunWhole());
+    EXPECT_EQ(cells("a"), "       a|    ");
+    look();
+    EXPECT_EQ(cells("a"), "       a|    ");
+}
+
 TEST_F(FoldersViewerTest, RefusesFoldersThatItCannotCompare) {
     viewer.cbSelectModified = trees.Path(Side::Modified, "none");
     EXPECT_FALSE(viewer.RefreshDiffViewer());

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/platform/files.h"
 #include "folders/like_texts.h"
 #include "tests/support/folder_trees.h"
 
@@ -52,6 +53,32 @@ TEST(RenameFinder, PairsEqualFilesByNameFirst) {
     trees.Write(Side::Modified, "nothing", "");
     trees.WriteBoth("kept", "same bytes", "same bytes");  // in both: nobody's partner
     EXPECT_EQ(Renames(trees), (Notes{"a > b 100", "z > sub/z 100"}));
+}
+
+// What a reader gives of a document, and nothing of its bytes.
+TEST(RenameFinder, PairsDocumentsByTheirWords) {
+    const FolderTrees trees;
+    const std::string package("PK\0", 3);
+    trees.Write(Side::Original, "old.docx", package + Lines(1, 100));
+    trees.Write(Side::Modified, "new.docx", package + Lines(1, 80));
+    trees.Write(Side::Original, "broken.docx", Lines(200, 300));
+    trees.Write(Side::Modified, "also broken.docx", Lines(200, 290));
+    EXPECT_EQ(Renames(trees), (Notes{"broken.docx > also broken.docx 90"}));
+    FolderScan scan;
+    scan.Start(trees.Roots(), {}, nullptr);
+    scan.Join();
+    RenameOptions options;
+    options.document_text = [&](const std::string& path) -> std::optional<std::string> {
+        const Result<std::string> bytes = ReadWholeFile(path);
+        if (!bytes.ok() || !bytes.value().starts_with(package))
+            return std::nullopt;
+        return bytes.value().substr(package.size());
+    };
+    const std::vector<RenamedEntry> found = FindRenames(scan, trees.Roots(), options);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(scan.PathBelow(static_cast<std::size_t>(found[0].original)), "old.docx");
+    EXPECT_EQ(scan.PathBelow(static_cast<std::size_t>(found[0].modified)), "new.docx");
+    EXPECT_NEAR(found[0].percent, 80, 2);
 }
 
 TEST(RenameFinder, PairsTextsThatAreAlikeBestFirst) {

@@ -3,10 +3,14 @@
 #include <array>
 #include <fstream>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 
 #include <gtest/gtest.h>
 
+#include "load/office_place.h"
+#include "load/warm_readers.h"
+#include "tests/support/false_converter.h"
 #include "tests/support/loader_fixture.h"
 
 namespace zorvane {
@@ -99,6 +103,31 @@ TEST_F(ConversionServiceTest, AProcessReadsOneDocumentAndEnds) {
     EXPECT_EQ(service_.Run(job, {}).error, ReadError::Unsupported);
 }
 
+TEST_F(ConversionServiceTest, WarmReadersReadAsFreshOnes) {
+    const ConversionMessage good = Job("a.html", "<p>text</p>");
+    const ConversionMessage broken = Job("b.docx", "PK\x03\x04 broken");
+    {
+        const WarmReaders warm;
+        EXPECT_TRUE(service_.Run(good, {}).ok());
+        // Nothing is started any more: what reads now is a copy.
+        std::filesystem::remove(system_.folder.Path("program/zorvane-convert"));
+        EXPECT_EQ(service_.Run(broken, {}).error, ReadError::Damaged);
+        service_.Expect(good);
+        EXPECT_EQ(service_.Run(broken, {}).error, ReadError::Damaged) << "two at once";
+        EXPECT_TRUE(service_.Run(good, {}).ok());
+        EXPECT_EQ(system_.folder.Read("a.html.out"), "text\r\n");
+    }
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left";
+    EXPECT_EQ(service_.Run(good, {}).error, ReadError::NotStarted);
+}
+
+TEST_F(ConversionServiceTest, AReaderThatMakesNoCopiesIsStartedEachTime) {
+    InstallFalseConverter(system_.folder.Path("program"), "error=1:1\n\n", "");
+    const WarmReaders warm;
+    for (int turn = 0; turn < 2; ++turn)
+        EXPECT_FALSE(service_.Run(Job("a.html", "<p>text</p>"), {}).ok());
+}
+
 TEST_F(ConversionServiceTest, APipeIsReadToItsEnd) {
     const std::string pipe = system_.folder.Path("pipe.html");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -121,6 +150,41 @@ TEST_F(ConversionServiceTest, ARequestThatWasExpectedIsUnderWayAlready) {
     EXPECT_TRUE(service_.Run(job, {}).ok()) << "no second start is needed";
     EXPECT_EQ(system_.folder.Read("a.html.out"), "text\r\n");
     EXPECT_EQ(service_.Run(job, {}).error, ReadError::NotStarted) << "it is expected once";
+}
+
+TEST_F(ConversionServiceTest, WorkersOfASuiteShareNoProfile) {
+    OfficeProfile first;
+    const std::string folder = first.Take(system_.folder.Path());
+    EXPECT_EQ(first.Take(system_.folder.Path()), folder);
+    {
+        OfficeProfile second;
+        EXPECT_NE(second.Take(system_.folder.Path()), folder);
+        EXPECT_NE(OfficeProfile().Take(system_.folder.Path()), second.Take(""));
+    }
+    first = OfficeProfile();
+    EXPECT_EQ(OfficeProfile().Take(system_.folder.Path()), folder) << "an old one serves again";
+    EXPECT_EQ(OfficeProfile().Take(system_.folder.Path("none")), "");
+}
+
+TEST_F(ConversionServiceTest, TwoSuitesWorkAtOnce) {
+    unsetenv("ZORVANE_OFFICE");
+    if (!FindOffice())
+        GTEST_SKIP() << "no office suite is installed";
+    constexpr int kFiles = 2;
+    const auto convert = [this](const std::string& name) {
+        ConversionService service(system_.platform);
+        service.SetOfficeStays(true);
+        const std::string source = system_.folder.Write(name, "{\\rtf1 " + name + "\\par}");
+        for (int file = 0; file < kFiles; ++file) {
+            const std::string target = source + std::to_string(file) + ".doc";
+            const ConversionResult made = service.ConvertByOffice(source, "", target, "doc", {});
+            EXPECT_TRUE(made.ok()) << Explain(made, source);
+            EXPECT_TRUE(std::filesystem::exists(target));
+        }
+    };
+    std::thread beside([&convert] { convert("one.rtf"); });
+    convert("two.rtf");
+    beside.join();
 }
 
 TEST_F(ConversionServiceTest, WithoutAnOfficeSuiteItsFormatsAreRefused) {

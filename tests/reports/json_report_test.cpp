@@ -4,73 +4,12 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/support/compared_pair.h"
+#include "tests/support/schema_check.h"
 
 namespace zorvane {
 namespace {
 
 using Json = nlohmann::json;
-
-// What docs/zorvane-compare-1.schema.json uses of JSON Schema. The answer is the first fault.
-class SchemaCheck {
-  public:
-    explicit SchemaCheck(const Json& schema) : schema_(schema) {}
-
-    std::string Fault(const Json& value) const { return Fault(value, schema_, "$"); }
-
-  private:
-    std::string Fault(const Json& value, const Json& rule, const std::string& place) const {
-        if (rule.contains("$ref"))
-            return Fault(value,
-                         schema_.at(Json::json_pointer(rule["$ref"].get<std::string>().substr(1))),
-                         place);
-        if (rule.contains("const") && value != rule["const"])
-            return place + ": another constant";
-        if (rule.contains("enum") &&
-            std::find(rule["enum"].begin(), rule["enum"].end(), value) == rule["enum"].end())
-            return place + ": none of the values";
-        if (rule.contains("type") && !HasType(value, rule["type"]))
-            return place + ": no " + rule["type"].get<std::string>();
-        if (rule.contains("minimum") && value < rule["minimum"])
-            return place + ": too small";
-        return value.is_array() ? ArrayFault(value, rule, place) : ObjectFault(value, rule, place);
-    }
-
-    static bool HasType(const Json& value, const std::string& type) {
-        return type == "integer" ? value.is_number_integer() : value.type_name() == type;
-    }
-
-    std::string ArrayFault(const Json& value, const Json& rule, const std::string& place) const {
-        for (std::size_t i = 0; i < value.size(); ++i) {
-            std::string fault = Fault(value[i], rule.at("items"), place + "." + std::to_string(i));
-            if (!fault.empty())
-                return fault;
-        }
-        return "";
-    }
-
-    std::string ObjectFault(const Json& value, const Json& rule, const std::string& place) const {
-        if (!value.is_object())
-            return "";
-        for (const Json& name : rule.at("required")) {
-            if (!value.contains(name.get<std::string>()))
-                return place + ": no " + name.get<std::string>();
-        }
-        for (const auto& [name, member] : value.items()) {
-            if (!rule.at("properties").contains(name))
-                return place + ": unknown " + name;
-            std::string fault = Fault(member, rule["properties"][name], place + "." + name);
-            if (!fault.empty())
-                return fault;
-        }
-        return "";
-    }
-
-    const Json& schema_;
-};
-
-Json Schema() {
-    return Json::parse(std::ifstream(ZORVANE_DOCS "/zorvane-compare-1.schema.json"));
-}
 
 TEST(JsonReport, IsWhatTheDocumentShows) {
     constexpr const char* kOwner =
@@ -87,11 +26,12 @@ TEST(JsonReport, IsWhatTheDocumentShows) {
     std::ifstream file(ZORVANE_DOCS "/json.md");
     const std::string document((std::istreambuf_iterator<char>(file)), {});
     EXPECT_NE(document.find("```json\n" + json + "```"), std::string::npos) << json;
-    EXPECT_EQ(SchemaCheck(Schema()).Fault(Json::parse(json)), "") << "with a move and letters";
+    EXPECT_EQ(SchemaCheck("zorvane-compare-1").Fault(Json::parse(json)), "")
+        << "with a move and letters";
 }
 
 TEST(JsonReportProperty, FitsTheSchemaAndMakesTheModified) {
-    const Json schema = Schema();
+    const SchemaCheck schema("zorvane-compare-1");
     std::mt19937 random(21);
     for (unsigned round = 0; round < 200; ++round) {
         SCOPED_TRACE(round);
@@ -101,7 +41,7 @@ TEST(JsonReportProperty, FitsTheSchemaAndMakesTheModified) {
         const std::string bytes = WriteJsonReport(pair.Model());
         EXPECT_EQ(WriteJsonReport(pair.Model()), bytes);
         const Json json = Json::parse(bytes);
-        ASSERT_EQ(SchemaCheck(schema).Fault(json), "");
+        ASSERT_EQ(schema.Fault(json), "");
         Paragraphs made;
         std::size_t at = 0;
         for (const Json& record : json["records"]) {

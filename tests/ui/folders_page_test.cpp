@@ -231,6 +231,66 @@ TEST_F(FoldersPageTest, TellsOfErrorsAndOfFoldersThatAreNotThere) {
     EXPECT_FALSE(page.Viewer()->Busy());
 }
 
+TEST_F(FoldersPageTest, ANarrowWindowOffersTheKindsInAMenu) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    FoldersBar& bar = page.Bar();
+    world.window.resize(1200, 700);
+    ASSERT_TRUE(WindowWorld::Until([&] { return bar.KindsButton().isHidden(); }));
+    world.window.resize(760, 700);
+    ASSERT_TRUE(WindowWorld::Until([&] { return bar.Filters().isHidden(); }));
+    EXPECT_EQ(bar.KindsButton().Caption(), QStringLiteral("All 6"));
+    EXPECT_EQ(bar.FilterFocus(), &bar.KindsButton());
+    const std::unique_ptr<QMenu> menu(bar.MakeKindsMenu());
+    ASSERT_EQ(menu->actions().size(), 5);
+    menu->actions()[3]->trigger();
+    EXPECT_EQ(Names(page), "b|come.txt");
+    EXPECT_EQ(bar.KindsButton().Caption(), QStringLiteral("Modified only 1"));
+    EXPECT_TRUE(std::unique_ptr<QMenu>(bar.MakeKindsMenu())->actions()[3]->isChecked());
+}
+
+TEST_F(FoldersPageTest, EditsTheOptionsOfTextsAndOfReports) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    page.Viewer()->ClickContentCompareText(true);
+    page.ShowTextOptions(PairOptionsDialog::Tab::Report);
+    PairOptionsDialog* dialog = page.TextOptions();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_FALSE(dialog->isModal());
+    EXPECT_EQ(dialog->Pages().Tabs().currentIndex(), 1);
+    page.ShowTextOptions(PairOptionsDialog::Tab::Compare);
+    EXPECT_EQ(page.TextOptions(), dialog);
+    EXPECT_EQ(dialog->Pages().Tabs().currentIndex(), 0);
+    for (QAbstractButton* box : dialog->findChildren<QAbstractButton*>()) {
+        if (box->text() == QStringLiteral("Ignore Case"))
+            box->click();
+    }
+    dialog->close();
+    ASSERT_TRUE(WindowWorld::Until([&] { return page.TextOptions() == nullptr; }));
+    Write("old", "a/changed 1.txt", "WORDS");
+    Write("new", "a/changed 1.txt", "words");
+    page.Compare();
+    ASSERT_TRUE(WindowWorld::Until([&] { return page.Viewer()->CanReport(); }));
+    EXPECT_EQ(page.Table().CellText(1, FolderColumn::Contents), QString());
+}
+
+TEST_F(FoldersPageTest, TellsWhereARenamedFileStands) {
+    Write("old", "a/first name.txt", "a text with another name");
+    Write("new", "b/second name.txt", "a text with another name");
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    ASSERT_TRUE(WindowWorld::Until([&] { return !page.Viewer()->LooksForRenamed(); }));
+    for (int at = 0; at < page.Table().rowCount(); ++at) {
+        if (page.Table().CellText(at, FolderColumn::Original) == QStringLiteral("first name.txt")) {
+            EXPECT_EQ(page.Table().CellText(at, FolderColumn::Modified),
+                      QStringLiteral("\u2192 b/second name.txt"));
+            EXPECT_TRUE(page.Table().Spoken(at).endsWith(QStringLiteral("second name.txt")));
+            return;
+        }
+    }
+    FAIL() << "no such row";
+}
+
 TEST_F(FoldersPageTest, ChecksTextsAndGreysWhatDependsOnThem) {
     WindowWorld world(fakes, theme);
     CompareFoldersPage& page = Run(world);

@@ -1,0 +1,130 @@
+// What the grid of a Compare Folders window takes with many rows: scrolling, sorting, filtering and
+// memory. Runs without a display: QT_QPA_PLATFORM=offscreen HOME=(an empty folder)
+//   zv_folder_grid_times ORIGINAL MODIFIED
+// Milliseconds of the processor, which a busy machine does not change, and of the clock.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QScrollBar>
+
+#include "app/run_modes.h"
+#include "app/ui/main_window.h"
+#include "common/platform/platform.h"
+#include "common/process_state.h"
+
+namespace zorvane {
+namespace {
+
+constexpr int kSteps = 300;
+
+double Clock(clockid_t clock) {
+    timespec time{};
+    clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
+struct Times {
+    std::vector<double> cpu;
+    std::vector<double> wall;
+    // The step and all that it makes Qt do until the window is painted.
+    void Take(const std::function<void()>& step) {
+        const double cpu_begin = Clock(CLOCK_THREAD_CPUTIME_ID);
+        const double wall_begin = Clock(CLOCK_MONOTONIC);
+        step();
+        QApplication::processEvents();
+        cpu.push_back(Clock(CLOCK_THREAD_CPUTIME_ID) - cpu_begin);
+        wall.push_back(Clock(CLOCK_MONOTONIC) - wall_begin);
+    }
+    void Tell(const char* name) {
+        std::sort(cpu.begin(), cpu.end());
+        std::sort(wall.begin(), wall.end());
+        std::printf("%-28s median %8.1f  worst %8.1f  (clock %8.1f, %8.1f)\n", name,
+                    cpu[cpu.size() / 2], cpu.back(), wall[wall.size() / 2], wall.back());
+        std::fflush(stdout);
+    }
+};
+
+double MegabytesInUse() {
+    std::ifstream status("/proc/self/statm");
+    double pages = 0;
+    double resident = 0;
+    status >> pages >> resident;
+    constexpr double kPagesOfMegabyte = 256;
+    return resident / kPagesOfMegabyte;
+}
+
+void Measure(MainWindow& window, CompareFoldersPage& page) {
+    QScrollBar& bar = *page.Grid().verticalScrollBar();
+    std::mt19937 random(1);
+    Times jumps;
+    Times steps;
+    for (int step = 0; step < kSteps; ++step) {
+        jumps.Take([&] {
+            bar.setValue(static_cast<int>(random() % static_cast<unsigned>(bar.maximum() + 1)));
+        });
+        steps.Take([&] { bar.setValue(bar.value() + bar.singleStep() * 3); });
+    }
+    jumps.Tell("scroll: a jump");
+    steps.Tell("scroll: a step of the wheel");
+    for (int column = 0; column < page.Table().columnCount(); ++column) {
+        Times sorts;
+        for (int turn = 0; turn < 3; ++turn)
+            sorts.Take([&] { Q_EMIT page.Grid().horizontalHeader()->sectionClicked(column); });
+        sorts.Tell(("sort by column " + std::to_string(column)).c_str());
+    }
+    Times filters;
+    for (const char* command : {"view.show_changes", "view.show_deletions", "folders.show_same",
+                                "view.show_additions", "view.show_all"})
+        filters.Take([&] { window.Commands().Run(command); });
+    filters.Tell("filter");
+}
+
+int Run(Theme& theme, const std::string& original, const std::string& modified) {
+    Platform platform = MakePosixPlatform();
+    ProcessState process(platform);
+    MainWindow window(process, theme);
+    frmMainMDI frame(process, window, window.Viewers());
+    window.SetFrame(frame);
+    CommandLineRequest request;
+    Main(process, "", request, frame);
+    window.BeginInteractive();
+    window.resize(1280, 800);
+    QApplication::processEvents();
+    const double before = MegabytesInUse();
+    const double begin = Clock(CLOCK_MONOTONIC);
+    window.OpenFolders({original, modified});
+    CompareFoldersPage& page = *window.ActiveFolders();
+    Times turns;
+    while (!page.Viewer()->CanReport())
+        turns.Take([] {});
+    std::printf("%d rows after %.1f s, %.0f MB more than before\n", page.Table().rowCount(),
+                (Clock(CLOCK_MONOTONIC) - begin) / 1e3, MegabytesInUse() - before);
+    turns.Tell("the window while it runs");
+    Measure(window, page);
+    std::printf("%.0f MB more than before\n", MegabytesInUse() - before);
+    frame.UnloadAll();
+    return 0;
+}
+
+}  // namespace
+}  // namespace zorvane
+
+int main(int argc, char** argv) {
+    constexpr int kArguments = 3;
+    if (argc != kArguments) {
+        std::fprintf(stderr, "folder_grid_times ORIGINAL MODIFIED\n");
+        return 2;
+    }
+    QApplication application(argc, argv);
+    zorvane::Theme theme(application);
+    return zorvane::Run(theme, argv[1], argv[2]);
+}

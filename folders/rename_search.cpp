@@ -1,0 +1,37 @@
+#include "folders/rename_search.h"
+
+#include <system_error>
+#include <utility>
+
+namespace zorvane {
+
+void RenameSearch::Start(const FolderScan& scan, PerSide<std::string> roots) {
+    Stop();
+    stopped_ = ended_ = false;
+    const auto search = [this, &scan, roots = std::move(roots)] {
+        RenameOptions options;
+        options.stop = [this] { return stopped_.load(std::memory_order_relaxed); };
+        found_ = FindRenames(scan, roots, options);
+        ended_ = true;
+    };
+    try {
+        thread_ = std::thread(search);
+    } catch (const std::system_error&) {
+        // Without a thread the rows stay as they are.
+    }
+}
+
+void RenameSearch::Stop() {
+    stopped_ = true;
+    if (thread_.joinable())
+        thread_.join();
+}
+
+std::optional<std::vector<RenamedEntry>> RenameSearch::Take() {
+    if (!thread_.joinable() || !ended_)
+        return std::nullopt;
+    thread_.join();
+    return std::exchange(found_, {});
+}
+
+}  // namespace zorvane
