@@ -13,6 +13,8 @@ namespace {
 
 constexpr const char* kExamples = R"(Examples:
   zorvane compare old.rtf new.rtf                 the changes, on the terminal
+  zorvane compare old.docx new.docx -o redline.docx
+                                                  tracked changes, to accept or reject
   zorvane compare old.rtf new.rtf -o redline.html one HTML page to read or mail
   zorvane compare old.txt new.txt -o a.doc -o a.csv
                                                   several reports from one compare
@@ -64,14 +66,14 @@ void AddOutputOptions(CLI::App& app, CompareCommand& command, RawOptions& raw) {
     const std::map<std::string, ColorWhen> colors{
         {"auto", ColorWhen::Auto}, {"always", ColorWhen::Always}, {"never", ColorWhen::Never}};
     app.add_option("-o,--report", raw.reports,
-                   "Write a report; its extension tells the type: .html, .txt, .csv, .doc or .rtf. "
-                   "May be repeated")
+                   "Write a report; its extension tells the type: .html, .txt, .csv, .doc or .rtf; "
+                   ".docx is the modified document with the changes tracked. May be repeated")
         ->type_name("FILE")
         ->allow_extra_args(false);
     app.add_option("--report-type", raw.report_type,
                    "Type of all reports, whatever their extension")
         ->type_name("TYPE")
-        ->check(CLI::IsMember({"html", "text", "csv", "doc"}));
+        ->check(CLI::IsMember({"html", "text", "csv", "doc", "tracked"}));
     app.add_option("--json", raw.json, "Write the result as JSON; - is standard output")
         ->type_name("FILE");
     app.add_flag("--stat", command.stat, "Print the counts only");
@@ -139,11 +141,15 @@ void AddCompareOptions(CLI::App& app, CompareCommand& command, RawOptions& raw) 
 std::optional<Failure> TakeReports(const RawOptions& raw, CompareCommand& command) {
     const std::optional<ReportType> forced = ReportTypeNamed(raw.report_type);
     for (const std::string& file : raw.reports) {
+        if (raw.report_type == "tracked" || (raw.report_type.empty() && IsRedlineName(file))) {
+            command.redline.files.push_back(file);
+            continue;
+        }
         const std::optional<ReportType> type = forced ? forced : ReportTypeOf(file);
         if (!type) {
             return Failure{file +
-                           ": the extension tells no report type; use .html, .txt, .csv, .doc "
-                           "or .rtf, or --report-type"};
+                           ": the extension tells no report type; use .html, .txt, .csv, .doc, "
+                           ".rtf or .docx, or --report-type"};
         }
         command.reports.push_back({file, *type});
     }
@@ -223,6 +229,7 @@ void AddCompareCommand(Commands& commands) {
         ->required();
     AddOutputOptions(compare, command, commands.raw);
     AddReportOptions(compare, command);
+    AddRedlineOptions(compare, command.redline);
     AddCompareOptions(compare, command, commands.raw);
     AddLoadOptions(compare, command.load, commands.raw.sets);
 }

@@ -13,6 +13,7 @@
 #include "app/folders_command.h"
 #include "app/git_command.h"
 #include "app/load_options.h"
+#include "app/redline_options.h"
 #include "app/text_run.h"
 #include "compare/document/beside.h"
 #include "compare/engine/engine_report.h"
@@ -36,6 +37,7 @@ struct CompareCommand {
     std::string modified;
 
     std::vector<ReportTarget> reports;
+    RedlineOptions redline;  ///< tracked changes, of reports named .docx
     std::optional<std::string> json;  ///< "-" is standard output
     bool stat = false;
     bool quiet = false;

@@ -4,6 +4,7 @@
 
 #include "app/command_line_request.h"
 #include "app/input_file.h"
+#include "app/redline_run.h"
 #include "app/terminal_window.h"
 #include "common/base/side.h"
 #include "common/log_message.h"
@@ -49,7 +50,7 @@ class CompareRunner {
         window_.Clear();
         if (failed || viewer_.SlidesFailed() || !HasText())
             return kTrouble;
-        if (!WriteReports() || !WriteJson() || !Print())
+        if (!WriteReports() || !WriteRedline() || !WriteJson() || !Print())
             return kTrouble;
         return viewer_.Compared().Same() && !DiffersBeside() ? kSame : kDifferent;
     }
@@ -183,6 +184,23 @@ class CompareRunner {
         return good;
     }
 
+    bool WriteRedline() {
+        if (command_.redline.files.empty())
+            return true;
+        const Result<std::string> certificate = WriteRedlines(process_, command_.redline, files_);
+        if (!certificate.ok() || command_.quiet)
+            return Report(certificate.status());
+        // Standard output belongs to the JSON where that is asked for.
+        const bool to_output = command_.json != "-";
+        const Status told =
+            WriteStream(to_output ? Stream::Output : Stream::Error, certificate.value());
+        for (const std::string& file : command_.redline.files) {
+            if (command_.open_reports)
+                Open(ReportType::Document, file);
+        }
+        return Report(told);
+    }
+
     void Open(ReportType type, const std::string& file) {
         viewer_.ShutDownAppsIfRequired(file);
         ShellOpen& shell = *process_.platform.shell;
@@ -221,7 +239,7 @@ class CompareRunner {
             return true;
         if (command_.stat)
             return Report(WriteStream(Stream::Output, WriteStat(Model())));
-        if (!command_.reports.empty() || command_.json)
+        if (!command_.reports.empty() || !command_.redline.files.empty() || command_.json)
             return true;
         TerminalStyle style;
         style.color = command_.color == ColorWhen::Always ||

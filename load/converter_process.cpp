@@ -92,7 +92,7 @@ class SpawnSetup {
     posix_spawnattr_t attributes_{};
 };
 
-constexpr std::size_t kMostFiles = 2;
+constexpr std::size_t kMostFiles = 3;
 
 // The bytes, and the files with the first of them. Never waits.
 ssize_t SendPiece(int socket, std::string_view bytes, std::span<const int> files) {
