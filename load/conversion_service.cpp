@@ -118,8 +118,7 @@ constexpr ErrorRow kErrors[] = {
     {ReadError::NoSandbox,
      "the system offers no sandbox for reading documents (#); --no-sandbox "
      "reads them without"},
-    {ReadError::NotTracked,
-     "the changes cannot be tracked: what was written does not give both documents back"},
+    {ReadError::NotTracked, "the changes cannot be tracked"},
 };
 
 std::string FirstOf(const std::string& detail) {

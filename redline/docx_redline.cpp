@@ -52,7 +52,7 @@ ReadEnd CheckNames(WordPackage& package, const char* side) {
     const std::string_view space = root.attribute("xmlns:w").value();
     if (std::find(kWordNamespaces.begin(), kWordNamespaces.end(), space) == kWordNamespaces.end())
         return ReadEnd::Fault(
-            ReadError::Unsupported,
+            ReadError::NotTracked,
             std::string("the ") + side + " names its elements in a way that cannot be tracked");
     return Child(root, "body") ? ReadEnd::Ok()
                                : ReadEnd::Fault(ReadError::WrongFormat, "no document text");
@@ -88,12 +88,12 @@ class DocxRedline {
         MergePart(original_.MainPart(), modified_.MainPart());
         MergeHeaders();
         if (state_.failed)
-            return ReadEnd::Fault(ReadError::Unsupported,
+            return ReadEnd::Fault(ReadError::NotTracked,
                                   "the changes stand where no mark can be placed");
         if (state_.notes_imported)
             OrderNotes(modified_);
         if (!UniteAllPrefixes())
-            return ReadEnd::Fault(ReadError::Unsupported,
+            return ReadEnd::Fault(ReadError::NotTracked,
                                   "the two documents name different things alike");
         written_.counts = marks_.Counts();
         Tell();
@@ -198,7 +198,7 @@ ReadEnd WriteDocxRedline(const PerSide<std::string_view>& packages, const Redlin
         written.resolved_before += AcceptAll(opened[side]);
     }
     if (request.keep_tracked && written.resolved_before > 0)
-        return ReadEnd::Fault(ReadError::Unsupported,
+        return ReadEnd::Fault(ReadError::NotTracked,
                               "the documents hold tracked changes already; without "
                               "--keep-tracked they are compared as accepted");
     return DocxRedline(opened.original, opened.modified, request, watcher, written).Write();

@@ -92,7 +92,9 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& documents, const Conversi
         const Result<Verified> result =
             VerifyRedline({documents, written.bytes, written.headers_left_out});
         if (!result.ok())
-            return ReadEnd::Fault(ReadError::NotTracked, result.failure().reason);
+            return ReadEnd::Fault(
+                ReadError::NotTracked,
+                "what was written does not give both documents back; " + result.failure().reason);
         verified = result.value();
     }
     if (ReadEnd end = output.Add(written.bytes); !end.ok())

@@ -23,6 +23,18 @@ bool HoldsStory(const Atom& atom) {
     return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
 }
 
+// Behind a last table readers have an empty paragraph, whether it is in the file or not.
+void EndInParagraph(Node container) {
+    const Node section = Child(container, "sectPr");
+    const Node last = section ? section.previous_sibling() : container.last_child();
+    if (!Is(last, "tbl"))
+        return;
+    if (section)
+        container.insert_child_before("w:p", section);
+    else
+        container.append_child("w:p");
+}
+
 // A paragraph of the Modified that stays as it is.
 bool IsUntouched(const std::vector<PlanToken>& tokens, const PlanToken& end,
                  const std::vector<StoryBlock>& modified) {
@@ -80,6 +92,8 @@ WriterTools StoryWriter::Tools() {
 }
 
 void StoryWriter::Merge(const Node& original, Node modified) {
+    EndInParagraph(original);
+    EndInParagraph(modified);
     const std::vector<StoryBlock> old_blocks = ReaderOf(TrackMark::Delete).Blocks(original);
     const std::vector<StoryBlock> new_blocks = ReaderOf(TrackMark::Insert).Blocks(modified);
     std::optional<Plan> plan =

@@ -27,7 +27,7 @@ void Spell(const Node& node, std::string& out, int depth) {
         out.append(" ").append(attribute);
     out += ">";
     for (const Node& child : node.children()) {
-        if (depth < kMaxDepth)
+        if (depth < kMaxDepth && !LocalName(child).starts_with("bookmark"))
             Spell(child, out, depth + 1);
     }
     out += "/";

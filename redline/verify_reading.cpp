@@ -92,7 +92,15 @@ void StoryReading::ReadStyles() {
 
 // ---- blocks ----
 
+// What ends in a table has an empty paragraph behind it for whoever opens it.
 void StoryReading::Container(const Node& container, std::vector<ReadLine>& lines, int depth) {
+    const std::size_t begin = lines.size();
+    Blocks(container, lines, depth);
+    if (lines.size() > begin && lines.back().border == "tbl>")
+        lines.emplace_back();
+}
+
+void StoryReading::Blocks(const Node& container, std::vector<ReadLine>& lines, int depth) {
     for (const Node& node : container.children()) {
         const std::string_view name = LocalName(node);
         if (depth > kMaxDepth)
@@ -102,7 +110,7 @@ void StoryReading::Container(const Node& container, std::vector<ReadLine>& lines
         else if (name == "tbl")
             Table(node, lines, depth + 1);
         else if (name == "sdt" || name == "sdtContent" || name == "customXml")
-            Container(node, lines, depth + 1);
+            Blocks(node, lines, depth + 1);
     }
 }
 

@@ -67,6 +67,7 @@ class StoryReading {
 
     XmlPart* Load(const std::string& part);
     void ReadStyles();
+    void Blocks(const Node& container, std::vector<ReadLine>& lines, int depth);
     void Container(const Node& container, std::vector<ReadLine>& lines, int depth);
     void Table(const Node& table, std::vector<ReadLine>& lines, int depth);
     void Paragraph(const Node& paragraph, std::vector<ReadLine>& lines, int depth);

@@ -214,7 +214,7 @@ std::string PartFault(FileLook& modified, FileLook& redline) {
                                 name.ends_with("styles.xml") || name.ends_with("numbering.xml") ||
                                 name.ends_with(".rels") || name == "[Content_Types].xml" ||
                                 name.ends_with('/');
-        if (!redline.Parts().Has(name))
+        if (!name.ends_with('/') && !redline.Parts().Has(name))
             return "the part " + name + " is missing";
         if (!may_change && modified.Parts().Read(name) != redline.Parts().Read(name))
             return "the part " + name + " has changed";

@@ -28,8 +28,10 @@ void AppendCanonical(const Node& node, const AttributeForm& form, std::string& o
         out.append(" ").append(name).append("=").append(value);
     out += ">";
     if (depth < kMaxDepth) {
-        for (const Node& child : node.children())
-            AppendCanonical(child, form, out, depth + 1);
+        for (const Node& child : node.children()) {
+            if (!LocalName(child).starts_with("bookmark"))
+                AppendCanonical(child, form, out, depth + 1);
+        }
     }
     out += "</>";
 }
