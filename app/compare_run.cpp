@@ -187,7 +187,13 @@ class CompareRunner {
     bool WriteRedline() {
         if (command_.redline.files.empty())
             return true;
-        const Result<std::string> certificate = WriteRedlines(process_, command_.redline, files_);
+        const LoadOptions& load = command_.load;
+        const auto password = [&load](const std::string& own) {
+            return own.empty() ? load.password : own;
+        };
+        const Result<std::string> certificate =
+            WriteRedlines(process_, command_.redline, files_,
+                          {password(load.original_password), password(load.modified_password)});
         if (!certificate.ok() || command_.quiet)
             return Report(certificate.status());
         // Standard output belongs to the JSON where that is asked for.

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <filesystem>
 
-#include "common/base/text_encoding.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
@@ -13,18 +12,6 @@
 
 namespace zorvane {
 namespace {
-
-// Only what keeps the package of a word processor can be tracked in it.
-Status CheckKinds(const PerSide<std::string>& files) {
-    for (const Side side : kBothSides) {
-        const std::string extension = ToLower(ExtensionOf(files[side]));
-        if (extension != "docx" && extension != "docm" && extension != "dotx")
-            return Failure{files[side] +
-                           ": tracked changes are written for two .docx documents; any other "
-                           "pair gets a report as .html or .doc"};
-    }
-    return Status::Ok();
-}
 
 // Removed at the end, whatever happened.
 class Made {
@@ -53,9 +40,8 @@ std::int64_t SecondsNow(ProcessState& process) {
 }  // namespace
 
 Result<std::string> WriteRedlines(ProcessState& process, const RedlineOptions& options,
-                                  const PerSide<std::string>& files) {
-    if (const Status kinds = CheckKinds(files); !kinds.ok())
-        return kinds.failure();
+                                  const PerSide<std::string>& files,
+                                  const PerSide<std::string>& passwords) {
     const Result<std::string> date =
         RevisionDate(options, Environment("SOURCE_DATE_EPOCH"), SecondsNow(process));
     if (!date.ok())
@@ -69,6 +55,9 @@ Result<std::string> WriteRedlines(ProcessState& process, const RedlineOptions& o
     const ConversionMessage job{{"kind", "redline"},
                                 {"source", files.original},
                                 {"second", files.modified},
+                                {"secondname", files.modified},
+                                {"password", passwords.original},
+                                {"secondpassword", passwords.modified},
                                 {"target", made.Document()},
                                 {"author", options.author},
                                 {"date", date.value()},

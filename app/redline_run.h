@@ -14,6 +14,7 @@ struct ProcessState;
 
 /// The certificate, for people. On failure no file has been written or changed.
 Result<std::string> WriteRedlines(ProcessState& process, const RedlineOptions& options,
-                                  const PerSide<std::string>& files);
+                                  const PerSide<std::string>& files,
+                                  const PerSide<std::string>& passwords);
 
 }  // namespace zorvane

@@ -73,6 +73,19 @@ std::int64_t FirstId(WordPackage& package, std::int32_t prefix) {
     return std::max(HighestId(package), prefix * kRoom) + 1;
 }
 
+// The redline is a document, whatever the Modified is.
+ReadEnd TakeType(WordPackage& package) {
+    const std::string type = package.ContentType(package.MainPart());
+    if (type.find("macroEnabled") != std::string::npos)
+        return ReadEnd::Fault(ReadError::NotTracked,
+                              "the modified holds macros, which a .docx may not");
+    if (type.find("template.main") != std::string::npos)
+        package.SetContentType(package.MainPart(),
+                               "application/vnd.openxmlformats-officedocument.wordprocessingml."
+                               "document.main+xml");
+    return ReadEnd::Ok();
+}
+
 class DocxRedline {
   public:
     DocxRedline(WordPackage& original, WordPackage& modified, const RedlineRequest& request,
@@ -201,6 +214,8 @@ ReadEnd WriteDocxRedline(const PerSide<std::string_view>& packages, const Redlin
         return ReadEnd::Fault(ReadError::NotTracked,
                               "the documents hold tracked changes already; without "
                               "--keep-tracked they are compared as accepted");
+    if (ReadEnd end = TakeType(opened.modified); !end.ok())
+        return end;
     return DocxRedline(opened.original, opened.modified, request, watcher, written).Write();
 }
 

@@ -1,7 +1,10 @@
 #include "redline/redline_job.h"
 
+#include "compare/document/rtf_reader.h"
 #include "load/readers/content_kind.h"
+#include "load/readers/word_job.h"
 #include "redline/docx_redline.h"
+#include "redline/new_document.h"
 #include "redline/verify.h"
 
 namespace zorvane {
@@ -41,8 +44,8 @@ std::string CountsLine(const RedlineCounts& counts) {
            std::to_string(counts.properties) + "\n";
 }
 
-std::string Certificate(const PerSide<std::string_view>& documents, const WrittenRedline& written,
-                        const Verified* verified) {
+std::string Certificate(const PerSide<std::string_view>& documents, bool laid_out,
+                        const WrittenRedline& written, const Verified* verified) {
     std::string text = std::string("tracked redline: ") +
                        (verified != nullptr ? "verified" : "not verified") + "\n";
     text += "original sha256 " + HexDigest(documents.original) + "\n";
@@ -53,6 +56,10 @@ std::string Certificate(const PerSide<std::string_view>& documents, const Writte
         text += LawLine("accept = modified", verified->accepted);
         text += LawLine("reject = original", verified->rejected);
     }
+    if (laid_out)
+        text +=
+            "laid out anew, since the documents are not two .docx: text, looks and tables as "
+            "they were read\n";
     text += "not compared: formatting of text that stays, sections, styles, properties of tables\n";
     std::string untracked;
     for (const std::string& what : written.untracked)
@@ -76,11 +83,49 @@ RedlineRequest RequestOf(const ConversionMessage& job) {
     return request;
 }
 
+bool IsWordPackage(std::string_view bytes) {
+    std::unique_ptr<Package> package;
+    return KindOfContent(bytes, "", package) == ContentKind::WordPackage && package &&
+           !package->Encrypted();
+}
+
+// As the readers see them, in packages of one kind.
+ReadEnd LayOut(const PerSide<std::string_view>& documents, const ConversionMessage& job,
+               ReadMonitor& monitor, JobOutput& output, PerSide<std::string>& packages) {
+    for (const Side side : kBothSides) {
+        ConversionMessage own = job;
+        const bool second = side == Side::Modified;
+        own["password"] = TextOf(job, second ? "secondpassword" : "password");
+        if (second)
+            own["name"] = TextOf(job, "secondname");
+        const std::unique_ptr<DocumentSink> sink = MakeRtfSink();
+        if (ReadEnd end = ReadWordDocument(documents[side], own, *sink, monitor, output.answer);
+            !end.ok()) {
+            end.detail = (second ? "the modified" : "the original") +
+                         (end.detail.empty() ? std::string() : ": " + end.detail);
+            return end;
+        }
+        std::optional<std::string> package = NewDocument(ReadRtf(sink->Finish()));
+        if (!package)
+            return ReadEnd::Fault(ReadError::TooLarge, "no memory for the package");
+        packages[side] = std::move(*package);
+    }
+    return ReadEnd::Ok();
+}
+
 }  // namespace
 
-ReadEnd RunRedlineJob(const PerSide<std::string_view>& documents, const ConversionMessage& job,
+ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMessage& job,
                       ReadMonitor& monitor, JobOutput& output) {
     MonitorWatcher watcher(monitor);
+    const bool laid_out = !IsWordPackage(given.original) || !IsWordPackage(given.modified);
+    PerSide<std::string> packages;
+    PerSide<std::string_view> documents = given;
+    if (laid_out) {
+        if (ReadEnd end = LayOut(given, job, monitor, output, packages); !end.ok())
+            return end;
+        documents = {packages.original, packages.modified};
+    }
     WrittenRedline written;
     if (ReadEnd end = WriteDocxRedline(documents, RequestOf(job), &watcher, written); !end.ok())
         return end;
@@ -99,7 +144,7 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& documents, const Conversi
     }
     if (ReadEnd end = output.Add(written.bytes); !end.ok())
         return end;
-    return output.Add(Certificate(documents, written, verify ? &verified : nullptr));
+    return output.Add(Certificate(given, laid_out, written, verify ? &verified : nullptr));
 }
 
 }  // namespace zorvane

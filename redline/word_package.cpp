@@ -205,6 +205,12 @@ std::string WordPackage::ContentType(std::string_view part) {
 void WordPackage::SetContentType(std::string_view part, std::string_view type) {
     if (ContentType(part) == type)
         return;
+    for (Node node : Edit(kTypes).children()) {
+        if (Is(node, "Override") && SameName(Attribute(node, "PartName"), part)) {
+            node.attribute("ContentType").set_value(std::string(type).c_str());
+            return;
+        }
+    }
     Node node = Edit(kTypes).append_child("Override");
     node.append_attribute("PartName") = ("/" + std::string(part)).c_str();
     node.append_attribute("ContentType") = std::string(type).c_str();

@@ -100,13 +100,14 @@ ReadEnd Carry(Request& request, bool in_sandbox, ReadMonitor& monitor, JobOutput
         request.second.Close();
     }
     static OpenTables tables;  // lives as long as the process
-    LoadInAdvance(document.value().Bytes(), TextOf(request.message, "kind"), tables);
+    const std::string_view other = second.ok() ? second.value().Bytes() : std::string_view();
+    LoadInAdvance(LooksLikePdf(other) ? other : document.value().Bytes(),
+                  TextOf(request.message, "kind"), tables);
     SetLimits(LimitsOf(request.message, std::max(tables.HighestFile(), request.answer.Get())));
     if (in_sandbox) {
         if (const Status closed = EnterReaderSandbox(tables); !closed.ok())
             return ReadEnd::Fault(ReadError::NoSandbox, closed.failure().reason);
     }
-    const std::string_view other = second.ok() ? second.value().Bytes() : std::string_view();
     return RunGuarded({document.value().Bytes(), other}, request.message, monitor, output);
 }
 
