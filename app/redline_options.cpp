@@ -32,6 +32,8 @@ void AddRedlineOptions(CLI::App& app, RedlineOptions& options) {
                    "First digits of their ids, to tell those of several redlines apart")
         ->type_name("DIGITS")
         ->check(CLI::Range(1, kLargestPrefix).description(""));
+    app.add_flag("--track-formatting", options.track_formatting,
+                 "Track how text and paragraphs that stay looked before, too");
     app.add_flag("--keep-tracked", options.keep_tracked,
                  "Refuse documents that hold tracked changes already, which are otherwise "
                  "compared as accepted");

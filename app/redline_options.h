@@ -19,6 +19,7 @@ struct RedlineOptions {
     std::string author;              ///< empty: the program's name
     std::string date;                ///< "2026-01-31T12:00:00Z"; empty: now, or SOURCE_DATE_EPOCH
     std::int32_t id_prefix = 0;
+    bool track_formatting = false;
     bool keep_tracked = false;
     bool no_verify = false;
     friend bool operator==(const RedlineOptions&, const RedlineOptions&) = default;

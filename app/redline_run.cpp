@@ -62,6 +62,7 @@ Result<std::string> WriteRedlines(ProcessState& process, const RedlineOptions& o
                                 {"author", options.author},
                                 {"date", date.value()},
                                 {"idprefix", std::to_string(options.id_prefix)},
+                                {"formatting", options.track_formatting ? "1" : "0"},
                                 {"keeptracked", options.keep_tracked ? "1" : "0"},
                                 {"noverify", options.no_verify ? "1" : "0"}};
     const ConversionResult result = service.Run(job, {});

@@ -94,8 +94,12 @@ class DocxRedline {
           modified_(modified),
           importer_(original, modified),
           marks_(request.author, request.date, FirstId(modified, request.id_prefix)),
+          looks_(importer_),
           state_{original, modified, importer_, marks_, watcher},
-          written_(written) {}
+          written_(written) {
+        if (request.track_formatting)
+            state_.looks = &looks_;
+    }
 
     ReadEnd Write() {
         MergePart(original_.MainPart(), modified_.MainPart());
@@ -191,6 +195,7 @@ class DocxRedline {
     WordPackage& modified_;
     Importer importer_;
     RevisionMarks marks_;
+    FormerLooks looks_;
     RedlineState state_;
     WrittenRedline& written_;
     std::vector<PartPair> changed_;

@@ -16,8 +16,9 @@ namespace zorvane {
 struct RedlineRequest {
     std::string author = "Zorvane";
     std::string date = "1980-01-01T00:00:00Z";  ///< as it stands in the file
-    std::int32_t id_prefix = 0;  ///< ids of revisions begin with these digits; 0: no matter
-    bool keep_tracked = false;   ///< refuses documents that hold tracked changes
+    std::int32_t id_prefix = 0;     ///< ids of revisions begin with these digits; 0: no matter
+    bool track_formatting = false;  ///< looks of text that stays, too
+    bool keep_tracked = false;      ///< refuses documents that hold tracked changes
 };
 
 /// A redline, and what its writer knows of it.

@@ -64,6 +64,18 @@ void RevisionMarks::NoteFormer(Node paragraph, const Node& former) {
     ++counts_.properties;
 }
 
+void RevisionMarks::NoteFormerLook(Node run, const Node& former) {
+    Node look = Child(run, "rPr");
+    if (!look)
+        look = run.prepend_child("w:rPr");
+    Node change = look.append_child("w:rPrChange");
+    Stamp(change);
+    Node old = change.append_child("w:rPr");
+    for (const Node& child : former.children())
+        old.append_copy(child);
+    ++counts_.properties;
+}
+
 Node PropertiesOf(Node paragraph) {
     Node properties = Child(paragraph, "pPr");
     return properties ? properties : paragraph.prepend_child("w:pPr");

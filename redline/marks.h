@@ -31,6 +31,8 @@ class RevisionMarks {
     void MarkRow(pugi::xml_node row, TrackMark mark);
     /// Notes what the paragraph's properties were in the Original; `former` may be empty.
     void NoteFormer(pugi::xml_node paragraph, const pugi::xml_node& former);
+    /// The same of a run's look; what is there of it stays in front.
+    void NoteFormerLook(pugi::xml_node run, const pugi::xml_node& former);
     RedlineCounts& Counts() { return counts_; }
     const RedlineCounts& Counts() const { return counts_; }
 

@@ -44,7 +44,12 @@ std::string CountsLine(const RedlineCounts& counts) {
            std::to_string(counts.properties) + "\n";
 }
 
-std::string Certificate(const PerSide<std::string_view>& documents, bool laid_out,
+struct Asked {
+    bool laid_out = false;
+    bool track_formatting = false;
+};
+
+std::string Certificate(const PerSide<std::string_view>& documents, const Asked& asked,
                         const WrittenRedline& written, const Verified* verified) {
     std::string text = std::string("tracked redline: ") +
                        (verified != nullptr ? "verified" : "not verified") + "\n";
@@ -56,11 +61,13 @@ std::string Certificate(const PerSide<std::string_view>& documents, bool laid_ou
         text += LawLine("accept = modified", verified->accepted);
         text += LawLine("reject = original", verified->rejected);
     }
-    if (laid_out)
+    if (asked.laid_out)
         text +=
             "laid out anew, since the documents are not two .docx: text, looks and tables as "
             "they were read\n";
-    text += "not compared: formatting of text that stays, sections, styles, properties of tables\n";
+    text += std::string("not compared: ") +
+            (asked.track_formatting ? "" : "formatting of text that stays, ") +
+            "sections, definitions of styles, properties of tables\n";
     std::string untracked;
     for (const std::string& what : written.untracked)
         untracked += (untracked.empty() ? "" : ", ") + what;
@@ -79,6 +86,7 @@ RedlineRequest RequestOf(const ConversionMessage& job) {
     if (!TextOf(job, "date").empty())
         request.date = TextOf(job, "date");
     request.id_prefix = static_cast<std::int32_t>(NumberOf(job, "idprefix"));
+    request.track_formatting = IsSet(job, "formatting");
     request.keep_tracked = IsSet(job, "keeptracked");
     return request;
 }
@@ -134,8 +142,8 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMe
     Verified verified;
     const bool verify = !IsSet(job, "noverify");
     if (verify) {
-        const Result<Verified> result =
-            VerifyRedline({documents, written.bytes, written.headers_left_out});
+        const Result<Verified> result = VerifyRedline(
+            {documents, written.bytes, IsSet(job, "formatting"), written.headers_left_out});
         if (!result.ok())
             return ReadEnd::Fault(
                 ReadError::NotTracked,
@@ -144,7 +152,8 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMe
     }
     if (ReadEnd end = output.Add(written.bytes); !end.ok())
         return end;
-    return output.Add(Certificate(given, laid_out, written, verify ? &verified : nullptr));
+    return output.Add(Certificate(given, {laid_out, IsSet(job, "formatting")}, written,
+                                  verify ? &verified : nullptr));
 }
 
 }  // namespace zorvane

@@ -194,7 +194,7 @@ void StoryWriter::Emit(const Plan& plan, Node container, const std::vector<Story
 }
 
 void StoryWriter::EmitEnd(Output& output, const PlanToken& end) {
-    if (IsUntouched(output.tokens, end, output.modified)) {
+    if (IsUntouched(output.tokens, end, output.modified) && LooksAsBefore(output, end)) {
         output.last = output.modified[end.modified].node;
     } else {
         const Node paragraph = NewParagraph(output, end);
@@ -222,7 +222,13 @@ Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
         paragraph.append_copy(look);
     if (end.mark == TrackMark::Insert)
         state_.marks.MarkEnd(paragraph, TrackMark::Insert);
-    if (end.shifted) {
+    const Node before =
+        state_.looks != nullptr && end.mark == TrackMark::Keep
+            ? state_.looks->Of(output.original[end.original].node, paragraph, "pPr", parts_)
+            : Node();
+    if (before) {
+        state_.marks.NoteFormer(paragraph, before);
+    } else if (end.shifted && state_.looks == nullptr) {
         // An end that two paragraphs share keeps what each of them looks like.
         Node former = paragraph.append_child("w:pPr");
         if (const Node look = Child(output.original[end.original].node, "pPr")) {
@@ -262,12 +268,51 @@ void StoryWriter::WriteText(Output& output, TrackedParagraph& writer, const Plan
         const Atom& atom = block.atoms[at];
         if (deleted && atom.End() <= begin)
             continue;
-        const std::size_t first = std::max(begin, atom.begin) - atom.begin;
-        const std::size_t last = std::min(end, atom.End()) - atom.begin;
-        writer.Write(atom, first, last, token.mark);
+        WriteAtom(output, writer, token, atom);
         if (atom.End() > end)
             break;
     }
+}
+
+// As far as the token reaches; where looks are tracked, in pieces of one former look each.
+void StoryWriter::WriteAtom(Output& output, TrackedParagraph& writer, const PlanToken& token,
+                            const Atom& atom) {
+    const bool deleted = token.mark == TrackMark::Delete;
+    const std::size_t begin = deleted ? token.original_begin : token.modified_begin;
+    const std::size_t first = std::max(begin, atom.begin);
+    const std::size_t last = std::min(begin + token.length, atom.End());
+    if (state_.looks == nullptr || token.mark != TrackMark::Keep || atom.length == 0)
+        return writer.Write(atom, first - atom.begin, last - atom.begin, token.mark);
+    const StoryBlock& old_block = output.original[token.original];
+    const Node run = atom.parts.front().run;
+    for (std::size_t at = first; at < last;) {
+        const std::size_t place = at - token.modified_begin + token.original_begin;
+        const std::size_t step = std::min(last - at, AtomEndAt(old_block, place) - place);
+        const Node old_run = RunAt(old_block, place);
+        writer.SetFormerLook(run && old_run ? state_.looks->Of(old_run, run, "rPr", parts_)
+                                            : Node());
+        writer.Write(atom, at - atom.begin, at + step - atom.begin, token.mark);
+        at += step;
+    }
+    writer.SetFormerLook({});
+}
+
+// Whether a paragraph whose text stays may stay as it is.
+bool StoryWriter::LooksAsBefore(const Output& output, const PlanToken& end) {
+    if (state_.looks == nullptr)
+        return true;
+    const StoryBlock& old_block = output.original[end.original];
+    const StoryBlock& new_block = output.modified[end.modified];
+    if (state_.looks->Of(old_block.node, new_block.node, "pPr", parts_))
+        return false;
+    for (std::size_t at = 0; at < new_block.text.size();) {
+        const Node old_run = RunAt(old_block, at);
+        const Node new_run = RunAt(new_block, at);
+        if (old_run && new_run && state_.looks->Of(old_run, new_run, "rPr", parts_))
+            return false;
+        at = std::min(AtomEndAt(old_block, at), AtomEndAt(new_block, at));
+    }
+    return true;
 }
 
 void StoryWriter::EmitTable(Output& output, const PlanToken& token) {

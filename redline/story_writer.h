@@ -8,6 +8,7 @@
 
 #include "common/base/run_watcher.h"
 #include "redline/atoms.h"
+#include "redline/former_looks.h"
 #include "redline/import.h"
 #include "redline/marks.h"
 #include "redline/plan.h"
@@ -22,6 +23,7 @@ struct RedlineState {
     Importer& importer;
     RevisionMarks& marks;
     RunWatcher* watcher = nullptr;
+    FormerLooks* looks = nullptr;  ///< where they are tracked, too
     ObjectKeys keys{};
     std::size_t tables_twice = 0;
     std::size_t rows_twice = 0;  ///< other cells than their partner's: deleted and inserted
@@ -64,6 +66,9 @@ class StoryWriter {
     Node NewParagraph(Output& output, const PlanToken& end);
     void WriteTokens(Output& output, Node paragraph, const PlanToken& end);
     void WriteText(Output& output, TrackedParagraph& writer, const PlanToken& token);
+    void WriteAtom(Output& output, TrackedParagraph& writer, const PlanToken& token,
+                   const Atom& atom);
+    bool LooksAsBefore(const Output& output, const PlanToken& end);
     void EmitTable(Output& output, const PlanToken& token);
     std::string ImportNote(const Node& reference);
     void MarkNote(const Node& reference);

@@ -186,9 +186,10 @@ bool TrackedParagraph::SameWrapper(const Node& open, const Node& wanted, TrackMa
 
 Node TrackedParagraph::RunFor(const Node& run, TrackMark mark) {
     Node place = Place(run, mark);
-    if (run_ == run && run_copy_.parent() == place)
+    if (run_ == run && run_copy_.parent() == place && run_former_ == former_)
         return run_copy_;
     run_ = run;
+    run_former_ = former_;
     run_copy_ = place.append_child("w:r");
     if (mark != TrackMark::Delete) {
         for (const pugi::xml_attribute& attribute : run.attributes())
@@ -196,6 +197,8 @@ Node TrackedParagraph::RunFor(const Node& run, TrackMark mark) {
     }
     if (const Node look = Child(run, "rPr"))
         Adopt(run_copy_.append_copy(look), mark);
+    if (former_)
+        tools_.marks.NoteFormerLook(run_copy_, former_);
     return run_copy_;
 }
 

@@ -27,6 +27,9 @@ class TrackedParagraph {
     TrackedParagraph(const WriterTools& tools, pugi::xml_node paragraph)
         : tools_(tools), paragraph_(paragraph) {}
 
+    /// What the runs that are written from here on looked like before; an empty node: as they look
+    /// now, or nobody wants to know. The node outlives the paragraph.
+    void SetFormerLook(const pugi::xml_node& look) { former_ = look; }
     /// The units of `atom` from `begin` to `end`, counted in it. Deleted ones are the Original's.
     void Write(const Atom& atom, std::size_t begin, std::size_t end, TrackMark mark);
 
@@ -51,6 +54,8 @@ class TrackedParagraph {
     TrackMark mark_ = TrackMark::Keep;
     Node run_;  // the one that is being copied
     Node run_copy_;
+    Node former_;
+    Node run_former_;
     std::vector<Node> written_controls_;
 };
 

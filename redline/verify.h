@@ -16,6 +16,7 @@ namespace zorvane {
 struct RedlineToCheck {
     PerSide<std::string_view> inputs;
     std::string_view redline;
+    bool all_looks = false;             ///< the looks of text that stays come back, too
     std::int32_t headers_left_out = 0;  ///< of the Original, as the writer told
 };
 

@@ -214,8 +214,13 @@ TEST(RandomRedline, GivesBothDocumentsBack) {
         for (std::size_t i = 1 + generator.Below(8); i > 0; --i)
             generator.Edit(story);
         const std::string modified = FileOf(story, 4, seed % 4 ? "head of all" : "");
-        const WrittenRedline written = RedlineOf(original, modified);
-        EXPECT_EQ(LawBreach(original, modified, written.bytes, written.headers_left_out), "");
+        RedlineRequest request;
+        for (const bool looks : {false, true}) {
+            request.track_formatting = looks;
+            const WrittenRedline written = RedlineOf(original, modified, request);
+            EXPECT_EQ(LawBreach(original, modified, written.bytes, written.headers_left_out, looks),
+                      "");
+        }
     }
 }
 

@@ -109,9 +109,10 @@ inline WrittenRedline RedlineOf(const std::string& original, const std::string& 
 
 /// Why the redline does not give both documents back; empty when it does.
 inline std::string LawBreach(const std::string& original, const std::string& modified,
-                             std::string_view redline, std::int32_t headers_left_out = 0) {
+                             std::string_view redline, std::int32_t headers_left_out = 0,
+                             bool all_looks = false) {
     const Result<Verified> verified =
-        VerifyRedline({{original, modified}, redline, headers_left_out});
+        VerifyRedline({{original, modified}, redline, all_looks, headers_left_out});
     return verified.ok() ? std::string() : verified.failure().reason;
 }
 
