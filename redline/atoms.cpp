@@ -187,6 +187,15 @@ class AtomCollector {
 
 }  // namespace
 
+std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std::size_t place) {
+    // Ends ascend; what takes no room ends where it begins, so that none of it lies behind a place.
+    auto atom = std::partition_point(atoms.begin(), atoms.end(),
+                                     [place](const Atom& one) { return one.End() <= place; });
+    while (atom != atoms.end() && atom->length == 0)
+        ++atom;
+    return atom;
+}
+
 std::u16string ObjectKeys::KeyOf(const std::string& form) {
     constexpr char32_t kFirst = 0x100000;
     constexpr char32_t kLast = 0x10FFFD;

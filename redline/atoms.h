@@ -42,6 +42,9 @@ struct StoryBlock {
     std::vector<Atom> atoms;
 };
 
+/// The first atom that takes room and ends behind `place`; the end of the list without one.
+std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std::size_t place);
+
 /// Gives equal objects of both sides one character, which no text holds.
 class ObjectKeys {
   public:

@@ -26,11 +26,8 @@ std::string FormOf(const Node& properties) {
 }
 
 const Atom* AtomAt(const StoryBlock& block, std::size_t place) {
-    for (const Atom& atom : block.atoms) {
-        if (atom.length > 0 && atom.End() > place)
-            return &atom;
-    }
-    return nullptr;
+    const auto atom = AtomBehind(block.atoms, place);
+    return atom == block.atoms.end() ? nullptr : &*atom;
 }
 
 }  // namespace

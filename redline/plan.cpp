@@ -306,11 +306,9 @@ struct LinkPlace {
 
 // The link at a place of a block, and where it may be another one.
 LinkPlace LinkAt(const StoryBlock& block, std::size_t place) {
-    for (const Atom& atom : block.atoms) {
-        if (atom.length > 0 && atom.End() > place)
-            return {atom.End(), atom.link};
-    }
-    return {block.text.size(), {}};
+    const auto atom = AtomBehind(block.atoms, place);
+    return atom == block.atoms.end() ? LinkPlace{block.text.size(), {}}
+                                     : LinkPlace{atom->End(), atom->link};
 }
 
 void AppendByLinks(const PlanToken& token, const StoryBlock& original, const StoryBlock& modified,

@@ -1,5 +1,7 @@
 #include "redline/redline_job.h"
 
+#include <algorithm>
+
 #include "compare/document/rtf_reader.h"
 #include "load/readers/content_kind.h"
 #include "load/readers/word_job.h"
@@ -10,17 +12,30 @@
 namespace zorvane {
 namespace {
 
+// Writing is the first half, the check the second. What the engine tells of single compares counts
+// for nothing: there are thousands of them.
 class MonitorWatcher : public RunWatcher {
   public:
     explicit MonitorWatcher(ReadMonitor& monitor) : monitor_(monitor) {}
     bool KeepGoing() override {
-        cancelled_ = cancelled_ || !monitor_.Progress(0, 1);
+        cancelled_ = cancelled_ || !monitor_.Progress(done_, kWhole);
         return !cancelled_;
     }
+    void Progress(RunStep step, double part) override {
+        if (step != RunStep::WriteReport)
+            return;
+        const auto half = static_cast<std::int64_t>(part * kWhole / 2);
+        done_ = std::max(done_, half + (checking_ ? kWhole / 2 : 0));
+        static_cast<void>(KeepGoing());
+    }
+    void BeginCheck() { checking_ = true; }
     bool Cancelled() const { return cancelled_; }
 
   private:
+    static constexpr std::int64_t kWhole = 100'000;
     ReadMonitor& monitor_;
+    std::int64_t done_ = 0;
+    bool checking_ = false;
     bool cancelled_ = false;
 };
 
@@ -141,9 +156,11 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMe
         return ReadEnd::Fault(ReadError::Cancelled);
     Verified verified;
     const bool verify = !IsSet(job, "noverify");
+    watcher.BeginCheck();
     if (verify) {
-        const Result<Verified> result = VerifyRedline(
-            {documents, written.bytes, IsSet(job, "formatting"), written.headers_left_out});
+        const Result<Verified> result =
+            VerifyRedline({documents, written.bytes, IsSet(job, "formatting"),
+                           written.headers_left_out, &watcher});
         if (!result.ok())
             return ReadEnd::Fault(
                 ReadError::NotTracked,

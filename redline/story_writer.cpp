@@ -13,9 +13,10 @@ using Node = pugi::xml_node;
 // The atoms that lie in a stretch of a block's text.
 template <class Visit>
 void AtomsIn(const StoryBlock& block, std::size_t begin, std::size_t length, const Visit& visit) {
-    for (const Atom& atom : block.atoms) {
-        if (atom.length > 0 && atom.begin >= begin && atom.End() <= begin + length)
-            visit(atom);
+    auto atom = AtomBehind(block.atoms, begin);
+    for (; atom != block.atoms.end() && atom->End() <= begin + length; ++atom) {
+        if (atom->length > 0 && atom->begin >= begin)
+            visit(*atom);
     }
 }
 
@@ -181,7 +182,11 @@ void StoryWriter::MarkNote(const Node& reference) {
 void StoryWriter::Emit(const Plan& plan, Node container, const std::vector<StoryBlock>& original,
                        const std::vector<StoryBlock>& modified) {
     Output output{container, original, modified};
+    std::size_t done = 0;
     for (const PlanToken& token : plan.tokens) {
+        if (Is(container, "body"))
+            TellProgress(state_.watcher, RunStep::WriteReport,
+                         static_cast<double>(++done) / static_cast<double>(plan.tokens.size()));
         if (token.kind == TokenKind::Text)
             output.tokens.push_back(token);
         else if (token.kind == TokenKind::Table)
@@ -262,8 +267,9 @@ void StoryWriter::WriteText(Output& output, TrackedParagraph& writer, const Plan
         deleted ? output.original[token.original] : output.modified[token.modified];
     const std::size_t begin = deleted ? token.original_begin : token.modified_begin;
     const std::size_t end = begin + token.length;
-    std::size_t from_start = 0;
-    std::size_t& at = deleted ? from_start : output.atoms_done[token.modified];
+    auto from_place =
+        static_cast<std::size_t>(AtomBehind(block.atoms, begin) - block.atoms.begin());
+    std::size_t& at = deleted ? from_place : output.atoms_done[token.modified];
     for (; at < block.atoms.size() && block.atoms[at].begin < end; ++at) {
         const Atom& atom = block.atoms[at];
         if (deleted && atom.End() <= begin)

@@ -106,11 +106,17 @@ std::string HeaderFault(const ReadStories& got, const ReadStories& wanted, const
 // One of the two readings of the redline against the document that it has to be.
 Result<ReadCounts> CheckSide(const RedlineToCheck& check, Side side) {
     const bool rejecting = side == Side::Original;
+    const auto tell = [&](double part) {
+        TellProgress(check.watcher, RunStep::WriteReport, part + (rejecting ? 0 : 0.5));
+    };
+    tell(0.1);
     Result<ReadStories> wanted = StoriesOf(check.inputs[side], Resolution::Accept);
+    tell(0.2);
     Result<ReadStories> got =
         StoriesOf(check.redline, rejecting ? Resolution::Reject : Resolution::Accept);
     if (!wanted.ok() || !got.ok())
         return wanted.ok() ? got.failure() : wanted.failure();
+    tell(0.4);
     const LineCheck lines{rejecting ? "rejecting all" : "accepting all",
                           rejecting && !check.all_looks};
     if (got.value().without_partner > 0)

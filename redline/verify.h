@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/base/result.h"
+#include "common/base/run_watcher.h"
 #include "common/base/side.h"
 #include "redline/verify_reading.h"
 
@@ -18,6 +19,7 @@ struct RedlineToCheck {
     std::string_view redline;
     bool all_looks = false;             ///< the looks of text that stays come back, too
     std::int32_t headers_left_out = 0;  ///< of the Original, as the writer told
+    RunWatcher* watcher = nullptr;
 };
 
 /// What was found the same.
