@@ -31,14 +31,14 @@ std::optional<ReportType> ReportTypeNamed(const std::string& name) {
 
 void AddFileOptions(CLI::App& app, RawCompareOptions& raw) {
     app.add_option("-o,--report", raw.reports,
-                   "Write a report; its extension tells the type: .html, .txt, .csv, .doc or .rtf. "
-                   "May be repeated")
+                   "Write a report; its extension tells the type: .html, .txt, .csv, .doc or .rtf; "
+                   ".docx is the modified document with the changes tracked. May be repeated")
         ->type_name("FILE")
         ->allow_extra_args(false);
     app.add_option("--report-type", raw.report_type,
                    "Type of all reports, whatever their extension")
         ->type_name("TYPE")
-        ->check(CLI::IsMember({"html", "text", "csv", "doc"}));
+        ->check(CLI::IsMember({"html", "text", "csv", "doc", "tracked"}));
     app.add_option("--json", raw.json, "Write the result as JSON; - is standard output")
         ->type_name("FILE");
 }
@@ -132,6 +132,7 @@ Status TakeKinds(const CLI::App& app, const RawCompareOptions& raw, CompareComma
         command.bracket = raw.bracket;
     if (app.count("--report-type") > 0)
         command.report_type = ReportTypeNamed(raw.report_type);
+    command.tracked = raw.report_type == "tracked";
     if (app.count("--also") == 0)
         return Status::Ok();
     Result<std::set<BesideKind>> kinds = ParseBesideKinds(raw.also);
@@ -193,6 +194,7 @@ void AddCompareArguments(CLI::App& app, CompareCommand& command, RawCompareOptio
     AddFileOptions(app, raw);
     AddOutputOptions(app, command, raw);
     AddReportOptions(app, command);
+    AddRedlineOptions(app, command.redline);
     AddCompareOptions(app, command, raw);
     AddPairOptions(app, command);
     AddLoadOptions(app, command.load, raw.sets);
@@ -200,12 +202,16 @@ void AddCompareArguments(CLI::App& app, CompareCommand& command, RawCompareOptio
 
 Status TakeReports(const std::vector<std::string>& files, CompareCommand& command) {
     for (const std::string& file : files) {
+        if (command.tracked || (!command.report_type && IsRedlineName(file))) {
+            command.redline.files.push_back(file);
+            continue;
+        }
         const std::optional<ReportType> type =
             command.report_type ? command.report_type : ReportTypeOf(file);
         if (!type) {
             return Failure{file +
-                           ": the extension tells no report type; use .html, .txt, .csv, .doc "
-                           "or .rtf, or --report-type"};
+                           ": the extension tells no report type; use .html, .txt, .csv, .doc, "
+                           ".rtf or .docx, or --report-type"};
         }
         command.reports.push_back({file, *type});
     }

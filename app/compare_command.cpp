@@ -13,6 +13,8 @@ namespace {
 
 constexpr const char* kExamples = R"(Examples:
   zorvane compare old.rtf new.rtf                 the changes, on the terminal
+  zorvane compare old.docx new.docx -o redline.docx
+                                                  tracked changes, to accept or reject
   zorvane compare old.rtf new.rtf -o redline.html one HTML page to read or mail
   zorvane compare old.txt new.txt -o a.doc -o a.csv
                                                   several reports from one compare

@@ -13,6 +13,7 @@
 #include "app/folders_command.h"
 #include "app/git_command.h"
 #include "app/load_options.h"
+#include "app/redline_options.h"
 #include "app/text_run.h"
 #include "compare/document/beside.h"
 #include "compare/engine/engine_report.h"
@@ -42,6 +43,8 @@ struct CompareCommand {
 
     std::vector<ReportTarget> reports;
     std::optional<ReportType> report_type;  ///< of all reports, whatever their names
+    bool tracked = false;                   ///< all reports hold tracked changes, likewise
+    RedlineOptions redline;                 ///< its files are those of this kind
     std::optional<std::string> json;        ///< "-" is standard output
     bool stat = false;
     bool quiet = false;

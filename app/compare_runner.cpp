@@ -4,6 +4,7 @@
 
 #include "app/command_line_request.h"
 #include "app/input_file.h"
+#include "app/redline_run.h"
 #include "common/log_message.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
@@ -51,7 +52,7 @@ CompareStatus CompareRunner::Run() {
     if (failed || viewer_.SlidesFailed() || !HasText())
         return CompareStatus::Trouble;
     compared_ = true;
-    if (!WriteReports() || !WriteJson() || !Print())
+    if (!WriteReports() || !WriteRedline() || !WriteJson() || !Print())
         return CompareStatus::Trouble;
     return viewer_.Compared().Same() && !DiffersBeside() ? CompareStatus::Same
                                                          : CompareStatus::Different;
@@ -200,6 +201,30 @@ ReportModel CompareRunner::Model() const {
     return model;
 }
 
+bool CompareRunner::WriteRedline() {
+    if (command_.redline.files.empty())
+        return true;
+    const LoadOptions& load = command_.load;
+    const auto password = [&load](const std::string& own) {
+        return own.empty() ? load.password : own;
+    };
+    const Result<std::string> certificate =
+        WriteRedlines(process_, command_.redline, files_,
+                      {password(load.original_password), password(load.modified_password)});
+    if (!certificate.ok())
+        return Report(certificate.status());
+    for (const std::string& file : command_.redline.files) {
+        written_.push_back(file);
+        if (command_.open_reports)
+            Open(ReportType::Document, file);
+    }
+    if (command_.quiet)
+        return true;
+    // Standard output belongs to the JSON where that is asked for.
+    const bool to_output = command_.json != "-";
+    return Report(WriteStream(to_output ? Stream::Output : Stream::Error, certificate.value()));
+}
+
 bool CompareRunner::WriteJson() {
     if (!command_.json)
         return true;
@@ -223,7 +248,7 @@ bool CompareRunner::Print() {
         return true;
     if (command_.stat)
         return Report(WriteStream(Stream::Output, WriteStat(Model())));
-    if (!command_.reports.empty() || command_.json)
+    if (!command_.reports.empty() || !command_.redline.files.empty() || command_.json)
         return true;
     TerminalStyle style;
     style.color =

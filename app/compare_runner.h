@@ -49,6 +49,7 @@ class CompareRunner {
     std::string Label(Side side) const;
     std::string DateOf(Side side) const;
     bool WriteReports();
+    bool WriteRedline();
     void Open(ReportType type, const std::string& file);
     ReportModel Model() const;
     bool WriteJson();

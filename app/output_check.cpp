@@ -65,6 +65,8 @@ Status CheckOutputs(const CompareCommand& command) {
     }
     for (const ReportTarget& report : command.reports)
         outputs.push_back({"--report", report.file});
+    for (const std::string& file : command.redline.files)
+        outputs.push_back({"--report", file});
     outputs.push_back({"--json", command.json.value_or("")});
     return CheckOutputs({command.original, command.modified}, outputs);
 }

@@ -19,7 +19,7 @@ constexpr std::int64_t kMostPages = 10'000'000;
 // Errors that only the waiting side tells are none that a child may give.
 std::optional<ReadError> ErrorOf(const ConversionMessage& answer) {
     const auto number = ParseNumber<std::int32_t>(TextOf(answer, "error"));
-    if (!number || *number < 0 || *number > static_cast<std::int32_t>(ReadError::NoSandbox))
+    if (!number || *number < 0 || *number > static_cast<std::int32_t>(ReadError::NotTracked))
         return std::nullopt;
     const auto error = static_cast<ReadError>(*number);
     if (error == ReadError::Crashed || error == ReadError::TimedOut)
@@ -92,6 +92,9 @@ bool TakeShape(const ConversionMessage& answer, AnswerShape shape, std::uint64_t
     std::size_t count = 1;
     switch (shape) {
         case AnswerShape::OneDocument:
+            return TakeParts(answer, count, answer_size, result);
+        case AnswerShape::DocumentAndNote:
+            ++count;
             return TakeParts(answer, count, answer_size, result);
         case AnswerShape::Sheets:
             return TakeSheets(answer, count, result) && count > 0 &&

@@ -24,10 +24,11 @@ inline constexpr std::uint64_t kMostBesideBytes = std::uint64_t{16} << 20;
 
 /// What a request is to bring.
 enum class AnswerShape {
-    OneDocument,  ///< one part
-    Sheets,       ///< one part and one name for each sheet, at least one
-    SheetNames,   ///< names alone
-    PageCount     ///< a number alone
+    OneDocument,      ///< one part
+    DocumentAndNote,  ///< two parts: a document, and what is to be told of it
+    Sheets,           ///< one part and one name for each sheet, at least one
+    SheetNames,       ///< names alone
+    PageCount         ///< a number alone
 };
 
 struct ConversionResult {

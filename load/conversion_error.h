@@ -22,7 +22,9 @@ enum class ReadError : std::int32_t {
     Crashed,     ///< it ended without an answer
     TimedOut,    ///< it made no progress and was stopped
     // Told by the child before it has read a byte.
-    NoSandbox  ///< the system refuses what closes the child in
+    NoSandbox,  ///< the system refuses what closes the child in
+    // Told by the writer of tracked changes.
+    NotTracked  ///< what was written does not give both documents back
 };
 
 }  // namespace zorvane

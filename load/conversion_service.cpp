@@ -37,6 +37,8 @@ AnswerShape ShapeOf(std::string_view kind) {
         return AnswerShape::Sheets;
     if (kind == "sheetnames")
         return AnswerShape::SheetNames;
+    if (kind == "redline")
+        return AnswerShape::DocumentAndNote;
     return kind == "pdfpages" ? AnswerShape::PageCount : AnswerShape::OneDocument;
 }
 
@@ -116,6 +118,7 @@ constexpr ErrorRow kErrors[] = {
     {ReadError::NoSandbox,
      "the system offers no sandbox for reading documents (#); --no-sandbox "
      "reads them without"},
+    {ReadError::NotTracked, "the changes cannot be tracked"},
 };
 
 std::string FirstOf(const std::string& detail) {
@@ -152,17 +155,26 @@ ConversionService::Document ConversionService::OpenSource(const std::string& sou
 // A failure says that the child was not started, and why.
 ConversionResult ConversionService::Start(const ConversionMessage& job,
                                           const FileDescriptor& document, Started& started) {
-    const std::uint64_t size = SizeOf(document);
+    std::uint64_t size = SizeOf(document);
     const Result<std::string> folder = platform_.temp_files->Folder();
     Result<AnswerFile> answer = folder.ok() ? AnswerFile::Make(folder.value()) : folder.failure();
     if (!answer.ok())
         return FailedConversion(ReadError::CannotWrite, answer.failure().reason);
+    FileDescriptor second;
+    if (job.contains("second")) {
+        Document opened = OpenSource(std::string(TextOf(job, "second")));
+        if (!opened.ok())
+            return FailedConversion(ReadError::CannotOpen, opened.failure().reason);
+        second = std::move(opened).value();
+        size += SizeOf(second);
+    }
     started.answer = std::move(answer).value();
     started.job = job;
     started.stall = kBaseStall + Milliseconds(size / kBytesPerMillisecond);
     ConversionMessage request = job;
     request.try_emplace("name", TextOf(job, "source"));
     request.erase("source");
+    request.erase("second");
     request["locale"] = platform_.locale->EncodingName();
     request["memory"] = std::to_string(std::min(kBaseMemory + size * kMemoryPerByte, kMostMemory));
     request["filebytes"] = std::to_string(kMostAnswer);
@@ -170,7 +182,8 @@ ConversionResult ConversionService::Start(const ConversionMessage& job,
         std::chrono::duration_cast<std::chrono::seconds>(kLongestConversion).count());
     if (!started.process.Start(Program(), {in_sandbox_ ? "--reader" : "--no-sandbox"}))
         return FailedConversion(ReadError::NotStarted);
-    started.process.Send(request, std::array{document.Get(), started.answer.Descriptor()});
+    const int files[] = {document.Get(), started.answer.Descriptor(), second.Get()};
+    started.process.Send(request, std::span(files).first(second.IsOpen() ? 3 : 2));
     return {};
 }
 

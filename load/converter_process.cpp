@@ -41,7 +41,7 @@ void CountChild(int change) {
     prctl(PR_SET_DUMPABLE, children.count == 0 ? 1 : 0);
 }
 
-constexpr std::size_t kMostFiles = 2;
+constexpr std::size_t kMostFiles = 3;
 
 // The bytes, and the files with the first of them. Never waits.
 ssize_t SendPiece(int socket, std::string_view bytes, std::span<const int> files) {

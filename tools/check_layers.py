@@ -24,6 +24,8 @@ LAYERS = [
     "compare/document",
     "load",
     "load/readers",
+    "redline",
+    "load/readers/convert_main.cpp",
     "reports",
     "compare",
     "find",
@@ -32,10 +34,10 @@ LAYERS = [
     "app/main.cpp",
 ]
 # Linked into zorvane-convert alone: the program's own layers reach it over a pipe, never by include.
-ISOLATED = "load/readers"
+ISOLATED = ("load/readers", "redline", "load/readers/convert_main.cpp")
 # What is linked with the readers, in that program and in their tests.
-LINKED_WITH_READERS = ("common/base", "common/platform", "common", "options", "compare/document",
-                       "load")
+LINKED_WITH_READERS = ("common/base", "common/platform", "common", "options", "compare/engine",
+                       "compare/document", "load")
 # Each folder of them makes programs of its own, of whatever it needs.
 EVERYTHING = ("tests/", "bench/", "tools/viewer_driver/")
 SUPPORT = "tests/support"
@@ -66,7 +68,7 @@ def faults_of(path, text):
             continue
         if "/ui/" in target and not in_ui and own != "app/main.cpp":
             yield number, f'"{target}": the core does not see windows'
-        elif own and other == ISOLATED and own != ISOLATED:
+        elif own and other in ISOLATED and own not in ISOLATED:
             yield number, f'"{target}": the readers live in a program of their own'
         elif own and not in_ui and LAYERS.index(other) > LAYERS.index(own):
             yield number, f'"{target}": {own} stands above {other}'
@@ -116,7 +118,7 @@ def may_meet(one, other):
     if all(beside):
         folders = [str(pathlib.PurePosixPath(path).parent) for path in (one, other)]
         return SUPPORT in folders or folders[0] == folders[1] and folders[0] != "bench"
-    readers = [path.startswith(ISOLATED + "/") for path in (one, other)]
+    readers = [path.startswith(("load/readers/", "redline/")) for path in (one, other)]
     return (any(beside) or readers[0] == readers[1]
             or any(layer_of(path) in LINKED_WITH_READERS for path in (one, other)))
 

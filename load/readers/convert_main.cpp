@@ -25,6 +25,7 @@
 #include "load/readers/request_channel.h"
 #include "load/readers/sandbox/open_tables.h"
 #include "load/readers/sandbox/sandbox.h"
+#include "redline/redline_job.h"
 
 namespace {
 
@@ -63,10 +64,13 @@ class ChannelMonitor : public ReadMonitor {
     bool cancelled_ = false;
 };
 
-ReadEnd RunGuarded(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
-                   JobOutput& output) {
+// The second of them is empty but in a request for two.
+ReadEnd RunGuarded(const PerSide<std::string_view>& documents, const ConversionMessage& job,
+                   ReadMonitor& monitor, JobOutput& output) {
     try {
-        return RunJob(bytes, job, monitor, output);
+        if (TextOf(job, "kind") == "redline")
+            return RunRedlineJob(documents, job, monitor, output);
+        return RunJob(documents.original, job, monitor, output);
     } catch (const std::bad_alloc&) {
         return ReadEnd::Fault(ReadError::TooLarge, "the document needs more memory than allowed");
     } catch (const std::exception& error) {
@@ -95,14 +99,23 @@ ReadEnd Carry(Request& request, bool in_sandbox, ReadMonitor& monitor, JobOutput
     if (!document.ok())
         return ReadEnd::Fault(ReadError::CannotOpen, document.failure().reason);
     request.document.Close();
+    Result<MappedFile> second = Failure{};
+    if (request.second.IsOpen()) {
+        second = MappedFile::Of(request.second.Get());
+        if (!second.ok())
+            return ReadEnd::Fault(ReadError::CannotOpen, second.failure().reason);
+        request.second.Close();
+    }
     static OpenTables tables;  // lives as long as the process
-    LoadInAdvance(document.value().Bytes(), TextOf(request.message, "kind"), tables);
+    const std::string_view other = second.ok() ? second.value().Bytes() : std::string_view();
+    LoadInAdvance(LooksLikePdf(other) ? other : document.value().Bytes(),
+                  TextOf(request.message, "kind"), tables);
     SetLimits(LimitsOf(request.message, std::max(tables.HighestFile(), request.answer.Get())));
     if (in_sandbox) {
         if (const Status closed = EnterReaderSandbox(tables); !closed.ok())
             return ReadEnd::Fault(ReadError::NoSandbox, closed.failure().reason);
     }
-    return RunGuarded(document.value().Bytes(), request.message, monitor, output);
+    return RunGuarded({document.value().Bytes(), other}, request.message, monitor, output);
 }
 
 // A batch system that ends a job signals all its processes. This one ends with the one that started

@@ -9,19 +9,22 @@
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kFiles = 2;
+constexpr std::size_t kFewestFiles = 2;
+constexpr std::size_t kMostFiles = 3;
 
 // All files of a piece are taken, so that none stays open unseen.
 void TakeFiles(msghdr& message, Request& request) {
     for (cmsghdr* header = CMSG_FIRSTHDR(&message); header != nullptr;
          header = CMSG_NXTHDR(&message, header)) {
-        if (header->cmsg_level != SOL_SOCKET || header->cmsg_type != SCM_RIGHTS ||
-            header->cmsg_len != CMSG_LEN(kFiles * sizeof(int)))
+        const bool two = header->cmsg_len == CMSG_LEN(kFewestFiles * sizeof(int));
+        const bool three = header->cmsg_len == CMSG_LEN(kMostFiles * sizeof(int));
+        if (header->cmsg_level != SOL_SOCKET || header->cmsg_type != SCM_RIGHTS || (!two && !three))
             continue;
-        std::array<int, kFiles> files{};
-        std::memcpy(files.data(), CMSG_DATA(header), sizeof files);
+        std::array<int, kMostFiles> files{-1, -1, -1};
+        std::memcpy(files.data(), CMSG_DATA(header), header->cmsg_len - CMSG_LEN(0));
         request.document = FileDescriptor(files[0]);
         request.answer = FileDescriptor(files[1]);
+        request.second = FileDescriptor(files[2]);
     }
 }
 
@@ -30,7 +33,7 @@ void TakeFiles(msghdr& message, Request& request) {
 // One piece of a request. The kernel itself closes files for which there is no room.
 bool RequestChannel::Fill(Request& request) {
     std::array<char, 65536> bytes{};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(kFiles * sizeof(int))> control{};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(kMostFiles * sizeof(int))> control{};
     iovec data{bytes.data(), bytes.size()};
     msghdr message{};
     message.msg_iov = &data;

@@ -14,6 +14,7 @@ struct Request {
     ConversionMessage message;
     FileDescriptor document;  ///< to be read
     FileDescriptor answer;    ///< to be written, empty
+    FileDescriptor second;    ///< a second document, of requests for two
 };
 
 class RequestChannel {
@@ -22,7 +23,7 @@ class RequestChannel {
     explicit RequestChannel(int socket) : socket_(socket) {}
 
     /// Waits. Nothing at the end of the requests, and for one that makes no sense or brings other
-    /// than two files.
+    /// than two or three files.
     std::optional<Request> Next();
     /// True when the requests have ended as they should, and not in the middle of one.
     bool EndedWell() const { return ended_well_; }

@@ -66,7 +66,7 @@ void DocxWalker::Block(const Node& node, int depth) {
 
 void DocxWalker::Paragraph(const Node& node, int depth) {
     const Node properties = Child(node, "pPr");
-    ParagraphLook look = styles_.Paragraph(properties);
+    DocxParagraphLook look = styles_.Paragraph(properties);
     RunLook mark = look.run;
     styles_.ApplyRun(Child(properties, "rPr"), mark);
     beside_.Paragraph(node, look.run);

@@ -164,7 +164,7 @@ std::string DocxNumbering::Label(const Definition& definition, const List& list,
     return label;
 }
 
-std::string DocxNumbering::Next(const DocxStyles& styles, ParagraphLook& look, RunLook& label) {
+std::string DocxNumbering::Next(const DocxStyles& styles, DocxParagraphLook& look, RunLook& label) {
     const auto list = lists_.find(look.list);
     if (look.list == 0 || list == lists_.end())
         return {};

@@ -20,7 +20,7 @@ class DocxNumbering {
     /// Counts the paragraph in and gives its label in UTF-8; empty for none. Paragraphs come in
     /// document order. Puts the level's indent over a look that has none of its own, and its
     /// character formats over `label`.
-    std::string Next(const DocxStyles& styles, ParagraphLook& look, RunLook& label);
+    std::string Next(const DocxStyles& styles, DocxParagraphLook& look, RunLook& label);
 
   private:
     static constexpr std::size_t kLevels = 9;

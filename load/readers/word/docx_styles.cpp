@@ -91,7 +91,7 @@ Alignment AlignmentNamed(std::string_view name) {
     return Alignment::Left;
 }
 
-void ApplyIndent(const pugi::xml_node& node, ParagraphLook& look) {
+void ApplyIndent(const pugi::xml_node& node, DocxParagraphLook& look) {
     const auto take = [&node](std::string_view name, std::string_view other, std::int32_t& value) {
         std::string_view text = Attribute(node, name);
         if (text.empty())
@@ -117,7 +117,7 @@ void ApplySpacing(const pugi::xml_node& node, ParagraphFormat& format) {
     format.line_spacing = rule == "exact" ? -line : line;
 }
 
-void ApplyNumbering(const pugi::xml_node& node, ParagraphLook& look) {
+void ApplyNumbering(const pugi::xml_node& node, DocxParagraphLook& look) {
     if (const pugi::xml_node list = Child(node, "numId"))
         look.list = NumberOf(Attribute(list, "val"), 0);
     if (const pugi::xml_node level = Child(node, "ilvl"))
@@ -201,7 +201,7 @@ void DocxStyles::ApplyRunOwn(const pugi::xml_node& properties, RunLook& look) co
     }
 }
 
-void DocxStyles::ApplyParagraph(const pugi::xml_node& properties, ParagraphLook& look) {
+void DocxStyles::ApplyParagraph(const pugi::xml_node& properties, DocxParagraphLook& look) {
     for (const pugi::xml_node& node : properties.children()) {
         const std::string_view name = LocalName(node);
         if (name == "jc")
@@ -217,7 +217,7 @@ void DocxStyles::ApplyParagraph(const pugi::xml_node& properties, ParagraphLook&
     }
 }
 
-void DocxStyles::ApplyChain(const std::string& id, int depth, ParagraphLook* paragraph,
+void DocxStyles::ApplyChain(const std::string& id, int depth, DocxParagraphLook* paragraph,
                             RunLook& run) const {
     const auto found = styles_.find(id);
     if (found == styles_.end() || depth > kDeepestChain)
@@ -228,20 +228,20 @@ void DocxStyles::ApplyChain(const std::string& id, int depth, ParagraphLook* par
         ApplyParagraph(found->second.paragraph, *paragraph);
 }
 
-const ParagraphLook& DocxStyles::StyleLook(const std::string& id) const {
+const DocxParagraphLook& DocxStyles::StyleLook(const std::string& id) const {
     const auto known = looks_.find(id);
     if (known != looks_.end())
         return known->second;
-    ParagraphLook look = defaults_;
+    DocxParagraphLook look = defaults_;
     ApplyChain(id, 0, &look, look.run);
     look.own_indent = false;  // the list's own indent goes before that of the style
     return looks_.emplace(id, look).first->second;
 }
 
-ParagraphLook DocxStyles::Paragraph(const pugi::xml_node& properties) const {
+DocxParagraphLook DocxStyles::Paragraph(const pugi::xml_node& properties) const {
     const std::string_view named = Attribute(Child(properties, "pStyle"), "val");
     const std::string style(named.empty() ? std::string_view(default_style_) : named);
-    ParagraphLook look = StyleLook(styles_.contains(style) ? style : default_style_);
+    DocxParagraphLook look = StyleLook(styles_.contains(style) ? style : default_style_);
     ApplyParagraph(properties, look);
     return look;
 }

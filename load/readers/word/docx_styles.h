@@ -17,7 +17,7 @@ struct RunLook {
     bool hidden = false;
 };
 
-struct ParagraphLook {
+struct DocxParagraphLook {
     ParagraphFormat format;
     RunLook run;              ///< of text without formats of its own
     std::int32_t list = 0;    ///< number of the list definition; 0: no list
@@ -30,11 +30,11 @@ class DocxStyles {
     /// Reads word/styles.xml and the theme's fonts; both may be missing.
     void Read(Package& package, const std::unordered_map<std::string, Relationship>& parts);
     /// Look of a paragraph with these properties (`pPr`, may be empty).
-    ParagraphLook Paragraph(const pugi::xml_node& properties) const;
+    DocxParagraphLook Paragraph(const pugi::xml_node& properties) const;
     /// Puts run properties (`rPr`), their character style first, over a look.
     void ApplyRun(const pugi::xml_node& properties, RunLook& look) const;
     /// Puts the indent and the like of a list level over a look.
-    static void ApplyParagraph(const pugi::xml_node& properties, ParagraphLook& look);
+    static void ApplyParagraph(const pugi::xml_node& properties, DocxParagraphLook& look);
 
   private:
     struct Style {
@@ -43,18 +43,19 @@ class DocxStyles {
         pugi::xml_node paragraph;
     };
     void ReadTheme(Package& package, std::string_view part);
-    void ApplyChain(const std::string& id, int depth, ParagraphLook* paragraph, RunLook& run) const;
+    void ApplyChain(const std::string& id, int depth, DocxParagraphLook* paragraph,
+                    RunLook& run) const;
     void ApplyRunOwn(const pugi::xml_node& properties, RunLook& look) const;
     void ApplyFont(const pugi::xml_node& fonts, CharFormat& chars) const;
-    const ParagraphLook& StyleLook(const std::string& id) const;
+    const DocxParagraphLook& StyleLook(const std::string& id) const;
 
     XmlPart part_;
     std::unordered_map<std::string, Style> styles_;
     std::string default_style_;
-    ParagraphLook defaults_;
+    DocxParagraphLook defaults_;
     std::string major_font_;
     std::string minor_font_;
-    mutable std::unordered_map<std::string, ParagraphLook> looks_;  ///< by paragraph style
+    mutable std::unordered_map<std::string, DocxParagraphLook> looks_;  ///< by paragraph style
 };
 
 }  // namespace zorvane

@@ -1,0 +1,84 @@
+#include "app/redline_run.h"
+
+#include <chrono>
+#include <filesystem>
+
+#include "common/platform/files.h"
+#include "common/platform/native_path.h"
+#include "common/platform/terminal.h"
+#include "common/process_state.h"
+#include "common/text_privacy.h"
+#include "load/conversion_service.h"
+
+namespace zorvane {
+namespace {
+
+// Removed at the end, whatever happened.
+class Made {
+  public:
+    explicit Made(std::string document) : document_(std::move(document)) {}
+    ~Made() {
+        std::error_code ignored;
+        for (const std::string& file : {Document(), Certificate()})
+            std::filesystem::remove(NativePath(file), ignored);
+    }
+    Made(const Made&) = delete;
+    Made& operator=(const Made&) = delete;
+    const std::string& Document() const { return document_; }
+    std::string Certificate() const { return document_ + "_2"; }
+
+  private:
+    std::string document_;
+};
+
+std::int64_t SecondsNow(ProcessState& process) {
+    return std::chrono::duration_cast<std::chrono::seconds>(
+               process.platform.clock->Now().time_since_epoch())
+        .count();
+}
+
+}  // namespace
+
+Result<std::string> WriteRedlines(ProcessState& process, const RedlineOptions& options,
+                                  const PerSide<std::string>& files,
+                                  const PerSide<std::string>& passwords) {
+    const Result<std::string> date =
+        RevisionDate(options, Environment("SOURCE_DATE_EPOCH"), SecondsNow(process));
+    if (!date.ok())
+        return date.failure();
+    const Result<std::string> target = process.platform.temp_files->NewName("redline", "docx");
+    if (!target.ok())
+        return target.failure();
+    const Made made(target.value());
+    ConversionService service(process.platform);
+    service.SetInSandbox(!process.bWithoutSandbox);
+    const ConversionMessage job{{"kind", "redline"},
+                                {"source", files.original},
+                                {"second", files.modified},
+                                {"secondname", files.modified},
+                                {"password", passwords.original},
+                                {"secondpassword", passwords.modified},
+                                {"target", made.Document()},
+                                {"author", options.author},
+                                {"date", date.value()},
+                                {"idprefix", std::to_string(options.id_prefix)},
+                                {"formatting", options.track_formatting ? "1" : "0"},
+                                {"keeptracked", options.keep_tracked ? "1" : "0"},
+                                {"noverify", options.no_verify ? "1" : "0"}};
+    const ConversionResult result = service.Run(job, {});
+    if (!result.ok())
+        return Failure{Explain(result, options.files.front())};
+    const Result<std::string> document = ReadWholeFile(made.Document());
+    const Result<std::string> certificate = ReadWholeFile(made.Certificate());
+    if (!document.ok() || !certificate.ok())
+        return document.ok() ? certificate.failure() : document.failure();
+    for (const std::string& file : options.files) {
+        const Status written =
+            ReplaceFile(file, document.value(), ModeForTextOf(process.telling, files));
+        if (!written.ok())
+            return written.failure();
+    }
+    return certificate.value();
+}
+
+}  // namespace zorvane

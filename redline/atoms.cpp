@@ -1,0 +1,256 @@
+#include "redline/atoms.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "common/base/surrogates.h"
+#include "common/base/text_encoding.h"
+#include "redline/xml_tools.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+constexpr std::array<std::string_view, 12> kMarkers{
+    "bookmarkStart", "bookmarkEnd",      "commentRangeStart", "commentRangeEnd",
+    "permStart",     "permEnd",          "proofErr",          "lastRenderedPageBreak",
+    "subDoc",        "commentReference", "annotationRef",     "softEdge"};
+
+bool IsMarker(std::string_view name) {
+    return std::find(kMarkers.begin(), kMarkers.end(), name) != kMarkers.end();
+}
+
+// Text that takes part letter by letter: what a key or a paragraph's end is made of is not.
+bool IsPlain(std::u16string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char16_t unit) {
+        return unit != u'\r' && (unit < 0xDBC0 || unit > 0xDBFF);
+    });
+}
+
+std::string FieldMarkOf(const AtomPart& part) {
+    return Is(part.node, "fldChar") ? std::string(Attribute(part.node, "fldCharType")) : "";
+}
+
+void CollectBoxes(const Node& node, std::vector<Node>& boxes, int depth) {
+    for (const Node& child : node.children()) {
+        if (Is(child, "txbxContent"))
+            boxes.push_back(child);
+        else if (depth < kMaxDepth)
+            CollectBoxes(child, boxes, depth + 1);
+    }
+}
+
+void CollectText(const Node& node, std::string& text, int depth) {
+    for (const Node& child : node.children()) {
+        const std::string_view name = LocalName(child);
+        if (name == "t")
+            text += child.text().get();
+        else if (name == "tab" || name == "br" || name == "cr")
+            text += ' ';
+        else if (depth < kMaxDepth && name != "Fallback")
+            CollectText(child, text, depth + 1);
+        if (name == "p")
+            text += ' ';
+    }
+}
+
+// The walk through one paragraph.
+class AtomCollector {
+  public:
+    AtomCollector(const AtomReader& reader, StoryBlock& block) : reader_(reader), block_(block) {}
+
+    void Read(const Node& paragraph) {
+        Collect(paragraph, 0);
+        for (std::size_t i = 0; i < parts_.size();) {
+            if (const std::optional<std::size_t> end = FieldFrom(i)) {
+                TakeField(i, *end);
+                i = *end;
+            } else {
+                TakePart(parts_[i++]);
+            }
+        }
+    }
+
+  private:
+    void Collect(const Node& parent, int depth) {
+        for (const Node& child : parent.children()) {
+            const std::string_view name = LocalName(child);
+            if (child.type() != pugi::node_element || name.ends_with("Pr"))
+                continue;
+            if (name == "r")
+                CollectRun(child);
+            else if (IsInlineWrapper(name) && depth < kMaxDepth)
+                CollectWrapper(child, depth);
+            else
+                parts_.push_back({{}, child});
+        }
+    }
+
+    // One that holds nothing keeps its place.
+    void CollectWrapper(const Node& wrapper, int depth) {
+        const std::size_t count = parts_.size();
+        Collect(wrapper, depth + 1);
+        if (parts_.size() == count && !Is(wrapper, "sdtContent"))
+            parts_.push_back({{}, wrapper});
+    }
+
+    void CollectRun(const Node& run) {
+        for (const Node& child : run.children()) {
+            if (child.type() == pugi::node_element && !Is(child, "rPr"))
+                parts_.push_back({run, child});
+        }
+    }
+
+    // The place behind a field that begins at `first` and ends in this paragraph.
+    std::optional<std::size_t> FieldFrom(std::size_t first) const {
+        if (FieldMarkOf(parts_[first]) != "begin")
+            return std::nullopt;
+        int open = 0;
+        for (std::size_t i = first; i < parts_.size(); ++i) {
+            const std::string mark = FieldMarkOf(parts_[i]);
+            open += mark == "begin" ? 1 : 0;
+            open -= mark == "end" ? 1 : 0;
+            if (open == 0)
+                return i + 1;
+        }
+        return std::nullopt;
+    }
+
+    void TakeField(std::size_t first, std::size_t end) {
+        std::string form = "field:";
+        for (std::size_t i = first; i < end; ++i) {
+            const AtomPart& part = parts_[i];
+            const std::string_view name = LocalName(part.node);
+            if (name == "t" || name == "instrText")
+                form += part.node.text().get();
+            else if (!IsMarker(name))
+                form += reader_.FormOf(part.node);
+        }
+        Put(AtomKind::Object,
+            {parts_.begin() + static_cast<std::ptrdiff_t>(first),
+             parts_.begin() + static_cast<std::ptrdiff_t>(end)},
+            reader_.keys.KeyOf(form));
+    }
+
+    void TakePart(const AtomPart& part) {
+        const std::string_view name = LocalName(part.node);
+        // The borders of a field over several paragraphs, and its code.
+        const bool open_field = name == "fldChar" || name == "instrText";
+        if (IsMarker(name) || open_field || IsInlineWrapper(name))
+            return Put(AtomKind::Marker, {part}, {});
+        if (name == "t")
+            return TakeText(part);
+        if (name == "tab" && part.run)
+            return Put(AtomKind::Object, {part}, u"\t");
+        if (name == "footnoteReference" || name == "endnoteReference")
+            return Put(AtomKind::Note, {part}, reader_.keys.KeyOf(std::string(name)));
+        const std::vector<Node> boxes = BoxesIn(part.node);
+        if (!boxes.empty())
+            return Put(AtomKind::Box, {part},
+                       reader_.keys.KeyOf("box:" + std::to_string(boxes.size())));
+        Put(AtomKind::Object, {part}, reader_.keys.KeyOf(reader_.FormOf(part.node)));
+    }
+
+    void TakeText(const AtomPart& part) {
+        const std::string utf8 = part.node.text().get();
+        const std::u16string text = ToUtf16(utf8);
+        if (IsPlain(text))
+            Put(AtomKind::Text, {part}, text);
+        else
+            Put(AtomKind::Object, {part}, reader_.keys.KeyOf("text:" + utf8));
+    }
+
+    void Put(AtomKind kind, std::vector<AtomPart> parts, std::u16string_view text) {
+        std::string link = LinkAround(parts.front().run ? parts.front().run : parts.front().node);
+        block_.atoms.push_back(
+            {kind, std::move(parts), block_.text.size(), text.size(), std::move(link)});
+        block_.text += text;
+    }
+
+    std::string LinkAround(const Node& element) const {
+        for (Node node = element.parent(); node && !Is(node, "p"); node = node.parent()) {
+            if (!Is(node, "hyperlink"))
+                continue;
+            const std::string id = node.attribute("r:id").value();
+            return (id.empty() ? "" : reader_.relation(id)) + "#" +
+                   std::string(Attribute(node, "anchor"));
+        }
+        return {};
+    }
+
+    const AtomReader& reader_;
+    StoryBlock& block_;
+    std::vector<AtomPart> parts_;
+};
+
+}  // namespace
+
+std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std::size_t place) {
+    // Ends ascend; what takes no room ends where it begins, so that none of it lies behind a place.
+    auto atom = std::partition_point(atoms.begin(), atoms.end(),
+                                     [place](const Atom& one) { return one.End() <= place; });
+    while (atom != atoms.end() && atom->length == 0)
+        ++atom;
+    return atom;
+}
+
+std::u16string ObjectKeys::KeyOf(const std::string& form) {
+    constexpr char32_t kFirst = 0x100000;
+    constexpr char32_t kLast = 0x10FFFD;
+    const auto next = static_cast<char32_t>(kFirst + keys_.size());
+    const char32_t key = keys_.try_emplace(form, std::min(next, kLast)).first->second;
+    const auto rest = static_cast<std::uint32_t>(key - 0x10000);
+    return {static_cast<char16_t>(0xD800 + (rest >> 10U)),
+            static_cast<char16_t>(0xDC00 + (rest & 0x3FFU))};
+}
+
+std::vector<StoryBlock> AtomReader::Blocks(const Node& container) const {
+    std::vector<StoryBlock> blocks;
+    for (const Node& child : container.children()) {
+        const std::string_view name = LocalName(child);
+        if (name == "p") {
+            blocks.push_back(Paragraph(child));
+        } else if (name == "tbl") {
+            blocks.push_back({child, true, PlainTextOf(child), {}});
+        } else if (IsBlockWrapper(name)) {
+            std::vector<StoryBlock> inner = Blocks(child);
+            std::move(inner.begin(), inner.end(), std::back_inserter(blocks));
+        }
+    }
+    return blocks;
+}
+
+StoryBlock AtomReader::Paragraph(const Node& node) const {
+    StoryBlock block{node, false, {}, {}};
+    AtomCollector(*this, block).Read(node);
+    return block;
+}
+
+std::string AtomReader::FormOf(const Node& node) const {
+    return CanonicalXml(node, [this](const Node& element, const pugi::xml_attribute& attribute,
+                                     std::string& value) {
+        const std::string_view name = attribute.name();
+        if (name == "id" || name == "name" || name == "descr" || name == "title" ||
+            name == "o:spid")
+            return !Is(element, "docPr") && !Is(element, "cNvPr") && !Is(element, "shape");
+        if (name.starts_with("r:"))
+            value = relation(value);
+        return true;
+    });
+}
+
+std::vector<Node> BoxesIn(const Node& node) {
+    std::vector<Node> boxes;
+    CollectBoxes(node, boxes, 0);
+    return boxes;
+}
+
+std::u16string PlainTextOf(const Node& node) {
+    std::string text;
+    CollectText(node, text, 0);
+    return ToUtf16(text);
+}
+
+}  // namespace zorvane

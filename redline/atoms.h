@@ -1,0 +1,77 @@
+// What a story is made of: blocks (paragraphs, tables), and in a paragraph atoms (letters, objects,
+// notes, boxes) with the elements that they stand in. One walk serves both sides.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "load/readers/xml_part.h"
+
+namespace zorvane {
+
+/// One element of an atom. Without a run it stands beside runs (a formula, a bookmark).
+struct AtomPart {
+    pugi::xml_node run;
+    pugi::xml_node node;
+};
+
+enum class AtomKind {
+    Text,    ///< letters of one text element; may be cut
+    Object,  ///< whole or not at all: a picture, a field, a break
+    Note,    ///< a reference; what it leads to is a story of its own
+    Box,     ///< an object that holds stories
+    Marker   ///< takes no place: a bookmark, the border of a field over paragraphs
+};
+
+struct Atom {
+    AtomKind kind = AtomKind::Marker;
+    std::vector<AtomPart> parts;
+    std::size_t begin = 0;  ///< in the paragraph's text
+    std::size_t length = 0;
+    std::string link{};  ///< what a link around it leads to
+    std::size_t End() const { return begin + length; }
+};
+
+/// A paragraph, or a table. A table's text only serves to find its partner.
+struct StoryBlock {
+    pugi::xml_node node;
+    bool is_table = false;
+    std::u16string text;
+    std::vector<Atom> atoms;
+};
+
+/// The first atom that takes room and ends behind `place`; the end of the list without one.
+std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std::size_t place);
+
+/// Gives equal objects of both sides one character, which no text holds.
+class ObjectKeys {
+  public:
+    /// Two UTF-16 units.
+    std::u16string KeyOf(const std::string& form);
+
+  private:
+    std::map<std::string, char32_t> keys_;
+};
+
+/// How an object is recognised in the other document: its relationships by what they lead to.
+using RelationForm = std::function<std::string(const std::string& id)>;
+
+struct AtomReader {
+    ObjectKeys& keys;
+    RelationForm relation;
+
+    /// The blocks of a container, those in block controls among them.
+    std::vector<StoryBlock> Blocks(const pugi::xml_node& container) const;
+    StoryBlock Paragraph(const pugi::xml_node& node) const;
+    /// An object's form, without what says nothing (ids, names of parts).
+    std::string FormOf(const pugi::xml_node& node) const;
+};
+
+/// Elements below `node` that hold blocks of a text box, in order; not those of inner boxes.
+std::vector<pugi::xml_node> BoxesIn(const pugi::xml_node& node);
+/// All letters below, with a blank between paragraphs.
+std::u16string PlainTextOf(const pugi::xml_node& node);
+
+}  // namespace zorvane

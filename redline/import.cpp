@@ -1,0 +1,279 @@
+#include "redline/import.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "redline/xml_tools.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+constexpr std::array<std::string_view, 10> kDropped{"bookmarkStart",     "bookmarkEnd",
+                                                    "commentRangeStart", "commentRangeEnd",
+                                                    "permStart",         "permEnd",
+                                                    "commentReference",  "proofErr",
+                                                    "annotationRef",     "lastRenderedPageBreak"};
+
+Node StyleNamed(const Node& styles, std::string_view id) {
+    for (const Node& style : styles.children()) {
+        if (Is(style, "style") && Attribute(style, "styleId") == id)
+            return style;
+    }
+    return {};
+}
+
+Node Numbered(const Node& lists, std::string_view element, const char* key, std::string_view id) {
+    for (const Node& node : lists.children()) {
+        if (Is(node, element) && Attribute(node, key) == id)
+            return node;
+    }
+    return {};
+}
+
+// Without what a program notes for itself.
+std::string FormOfList(const Node& lists, std::string_view id) {
+    const Node list = Numbered(lists, "num", "numId", id);
+    const Node abstract = Numbered(lists, "abstractNum", "abstractNumId",
+                                   Attribute(Child(list, "abstractNumId"), "val"));
+    std::string form;
+    for (const Node& parent : {abstract, list}) {
+        for (const Node& child : parent.children()) {
+            if (Is(child, "lvl") || Is(child, "lvlOverride") || Is(child, "styleLink") ||
+                Is(child, "numStyleLink"))
+                form += CanonicalXml(child);
+        }
+    }
+    return form;
+}
+
+std::int32_t HighestNumber(const Node& lists, std::string_view element, const char* key) {
+    std::int32_t highest = 0;
+    for (const Node& node : lists.children()) {
+        if (Is(node, element))
+            highest = std::max(highest, NumberOf(Attribute(node, key), 0));
+    }
+    return highest;
+}
+
+bool IsRelationAttribute(std::string_view name) {
+    return name.starts_with("r:") || name == "o:relid";
+}
+
+}  // namespace
+
+void Importer::Adapt(Node copy, const PartPair& parts) {
+    std::vector<Node> elements;
+    VisitElements(copy, [&elements](const Node& node) { elements.push_back(node); });
+    // From the last to the first, so that one that goes takes none with it that is still to come.
+    std::reverse(elements.begin(), elements.end());
+    for (const Node& element : elements)
+        AdaptElement(element, parts);
+}
+
+void Importer::AdaptElement(Node element, const PartPair& parts) {
+    const std::string_view name = LocalName(element);
+    if (std::find(kDropped.begin(), kDropped.end(), name) != kDropped.end()) {
+        left_.markers += name == "proofErr" || name == "lastRenderedPageBreak" ? 0 : 1;
+        element.parent().remove_child(element);
+        return;
+    }
+    if (name == "sectPr") {
+        ++left_.sections;
+        element.parent().remove_child(element);
+        return;
+    }
+    std::vector<std::string> gone;
+    for (pugi::xml_attribute attribute : element.attributes()) {
+        const std::string_view key = attribute.name();
+        if (IsSaveId(key))
+            gone.emplace_back(key);
+        else if (IsRelationAttribute(key))
+            attribute.set_value(RelationFor(attribute.value(), parts).c_str());
+    }
+    for (const std::string& key : gone)
+        element.remove_attribute(key.c_str());
+    pugi::xml_attribute value = element.attribute("w:val");
+    if (name == "pStyle" || name == "rStyle" || name == "tblStyle")
+        value.set_value(StyleFor(value.value()).c_str());
+    else if (name == "numId")
+        value.set_value(NumberingFor(value.value()).c_str());
+    else if (name == "docPr")
+        SetAttribute(element, "id", std::to_string(900'000 + ++next_drawing_));
+}
+
+std::string Importer::StyleFor(const std::string& id) {
+    if (const auto found = styles_.find(id); found != styles_.end())
+        return found->second;
+    const Node old_styles = original_.Tree(original_.Related(original_.MainPart(), "styles"));
+    const std::string part = modified_.Related(modified_.MainPart(), "styles");
+    const Node style = StyleNamed(old_styles, id);
+    Node new_styles = modified_.Tree(part);
+    styles_[id] = id;
+    if (!style || !new_styles)
+        return id;
+    const Node same = StyleNamed(new_styles, id);
+    if (same && CanonicalXml(same) == CanonicalXml(style))
+        return id;
+    std::string fresh = id;
+    if (same || id.empty()) {
+        fresh = id + "Original";
+        for (int number = 2; StyleNamed(new_styles, fresh); ++number)
+            fresh = id + "Original" + std::to_string(number);
+    }
+    styles_[id] = fresh;
+    ImportStyle(style, fresh);
+    return fresh;
+}
+
+void Importer::ImportStyle(const Node& style, const std::string& id) {
+    Node styles = modified_.Edit(modified_.Related(modified_.MainPart(), "styles"));
+    Node copy = styles.append_copy(style);
+    copy.remove_attribute("w:default");
+    SetAttribute(copy, "w:styleId", id);
+    Node name = Child(copy, "name");
+    if (id != Attribute(style, "styleId"))
+        SetAttribute(name, "w:val", std::string(Attribute(name, "val")) + " (Original)");
+    std::vector<Node> elements;
+    VisitElements(copy, [&elements](const Node& node) { elements.push_back(node); });
+    for (Node element : elements) {
+        const std::string_view kind = LocalName(element);
+        pugi::xml_attribute value = element.attribute("w:val");
+        if (kind == "basedOn" || kind == "link" || kind == "next")
+            value.set_value(StyleFor(value.value()).c_str());
+        else if (kind == "numId")
+            value.set_value(NumberingFor(value.value()).c_str());
+    }
+}
+
+std::string Importer::NumberingFor(const std::string& id) {
+    if (const auto found = lists_.find(id); found != lists_.end())
+        return found->second;
+    const Node old_lists = original_.Tree(original_.Related(original_.MainPart(), "numbering"));
+    const Node list = Numbered(old_lists, "num", "numId", id);
+    lists_[id] = id;
+    if (!list)
+        return id;
+    std::string part = modified_.Related(modified_.MainPart(), "numbering");
+    if (part.empty()) {
+        // The whole part is the Original's then.
+        part = CopyPart(original_.Related(original_.MainPart(), "numbering"));
+        for (const PartRelation& relation : original_.Relations(original_.MainPart())) {
+            if (KindOf(relation) == "numbering")
+                modified_.AddRelation(modified_.MainPart(), {{}, relation.type, {}, false, part});
+        }
+        return id;
+    }
+    Node lists = modified_.Edit(part);
+    if (FormOfList(lists, id) == FormOfList(old_lists, id))
+        return id;
+    const Node abstract = Numbered(old_lists, "abstractNum", "abstractNumId",
+                                   Attribute(Child(list, "abstractNumId"), "val"));
+    const std::string abstract_id = AddAbstractList(abstract, lists);
+    const std::string fresh = std::to_string(HighestNumber(lists, "num", "numId") + 1);
+    Node last = lists.last_child();
+    for (const Node& node : lists.children()) {
+        if (Is(node, "num"))
+            last = node;
+    }
+    Node copy = lists.insert_copy_after(list, last);
+    SetAttribute(copy, "w:numId", fresh);
+    SetAttribute(Child(copy, "abstractNumId"), "w:val", abstract_id);
+    lists_[id] = fresh;
+    return fresh;
+}
+
+// Abstract lists stand in front of lists.
+std::string Importer::AddAbstractList(const Node& abstract, Node lists) {
+    const std::string id = std::to_string(HighestNumber(lists, "abstractNum", "abstractNumId") + 1);
+    Node place = Child(lists, "num");
+    Node copy = place ? lists.insert_copy_before(abstract, place) : lists.append_copy(abstract);
+    SetAttribute(copy, "w:abstractNumId", id);
+    // Two lists of one of these ids would be taken for one.
+    for (const char* own : {"w:nsid", "w:tmpl"})
+        copy.remove_child(own);
+    return id;
+}
+
+std::string Importer::FormOfRelation(WordPackage& package, const std::string& part,
+                                     const std::string& id) {
+    for (const PartRelation& relation : package.Relations(part)) {
+        if (relation.id != id)
+            continue;
+        if (relation.external)
+            return std::string(KindOf(relation)) + ">" + relation.target;
+        const std::string_view bytes = package.Bytes(relation.part);
+        return std::string(KindOf(relation)) + ":" + std::to_string(bytes.size()) + ":" +
+               std::to_string(std::hash<std::string_view>()(bytes));
+    }
+    return id;
+}
+
+std::string Importer::RelationFor(const std::string& id, const PartPair& parts) {
+    const auto key = std::make_pair(parts, id);
+    if (const auto found = relations_.find(key); found != relations_.end())
+        return found->second;
+    const std::vector<PartRelation> old_relations = original_.Relations(parts.original);
+    const auto old = std::find_if(old_relations.begin(), old_relations.end(),
+                                  [&id](const PartRelation& one) { return one.id == id; });
+    if (old == old_relations.end())
+        return relations_[key] = id;
+    PartRelation wanted = *old;
+    for (const PartRelation& there : modified_.Relations(parts.modified)) {
+        const bool same =
+            there.external == wanted.external && KindOf(there) == KindOf(wanted) &&
+            (there.external ? there.target == wanted.target
+                            : modified_.Bytes(there.part) == original_.Bytes(wanted.part));
+        if (same)
+            return relations_[key] = there.id;
+    }
+    if (!wanted.external)
+        wanted.part = CopyPart(wanted.part);
+    return relations_[key] = modified_.AddRelation(parts.modified, wanted);
+}
+
+// With what the part itself leads to; equal bytes come once.
+std::string Importer::CopyPart(const std::string& part) {
+    if (const auto found = parts_.find(part); found != parts_.end())
+        return found->second;
+    const std::string name = modified_.Has(part) ? modified_.FreshName(part) : part;
+    parts_[part] = name;
+    modified_.Add(name, std::string(original_.Bytes(part)));
+    modified_.SetContentType(name, original_.ContentType(part));
+    for (PartRelation relation : original_.Relations(part)) {
+        if (!relation.external)
+            relation.part = CopyPart(relation.part);
+        const std::string id = modified_.AddRelation(name, relation);
+        for (Node node : modified_.Edit(RelationsPartOf(name)).children()) {
+            if (Attribute(node, "Id") == id)
+                SetAttribute(node, "Id", relation.id);
+        }
+    }
+    return name;
+}
+
+bool UnitePrefixes(const Node& source, Node target) {
+    std::string ignorable(target.attribute("mc:Ignorable").value());
+    const std::string old_ignorable = " " + std::string(Attribute(source, "Ignorable")) + " ";
+    for (const pugi::xml_attribute& attribute : source.attributes()) {
+        const std::string name = attribute.name();
+        if (!name.starts_with("xmlns:"))
+            continue;
+        const pugi::xml_attribute there = target.attribute(name.c_str());
+        if (there && std::string_view(there.value()) != attribute.value())
+            return false;
+        if (there)
+            continue;
+        target.append_attribute(name.c_str()) = attribute.value();
+        const std::string prefix = name.substr(name.find(':') + 1);
+        if (old_ignorable.find(" " + prefix + " ") != std::string::npos)
+            ignorable += (ignorable.empty() ? "" : " ") + prefix;
+    }
+    if (!ignorable.empty())
+        SetAttribute(target, "mc:Ignorable", ignorable);
+    return true;
+}
+
+}  // namespace zorvane

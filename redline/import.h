@@ -1,0 +1,66 @@
+// Brings over from the Original what its deleted content needs in the Modified's package: styles,
+// lists, links, pictures and other parts.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "redline/word_package.h"
+
+namespace zorvane {
+
+/// A part of the Original and the one of the Modified that takes its content.
+struct PartPair {
+    std::string original;
+    std::string modified;
+    friend auto operator<=>(const PartPair&, const PartPair&) = default;
+};
+
+/// What could not come along.
+struct LeftBehind {
+    std::int32_t markers = 0;   ///< bookmarks and their like
+    std::int32_t sections = 0;  ///< section breaks
+    std::int32_t controls = 0;  ///< content controls around deleted text
+};
+
+class Importer {
+  public:
+    Importer(WordPackage& original, WordPackage& modified)
+        : original_(original), modified_(modified) {}
+
+    /// `copy`, which stands in `parts.modified` already, was taken from `parts.original`. Its
+    /// styles, lists, relationships and ids become the Modified's; what only the Original knows
+    /// (its bookmarks, comments) goes.
+    void Adapt(pugi::xml_node copy, const PartPair& parts);
+    /// The id in the Modified's package; `kind` is "paragraph", "character" or "table".
+    std::string StyleFor(const std::string& id);
+    std::string NumberingFor(const std::string& id);
+    std::string RelationFor(const std::string& id, const PartPair& parts);
+    /// What an object's relationship leads to, the same in both packages.
+    static std::string FormOfRelation(WordPackage& package, const std::string& part,
+                                      const std::string& id);
+    const LeftBehind& Left() const { return left_; }
+    LeftBehind& Left() { return left_; }
+
+  private:
+    void AdaptElement(pugi::xml_node element, const PartPair& parts);
+    std::string CopyPart(const std::string& part);
+    void ImportStyle(const pugi::xml_node& style, const std::string& id);
+    std::string AddAbstractList(const pugi::xml_node& abstract, pugi::xml_node lists);
+
+    WordPackage& original_;
+    WordPackage& modified_;
+    std::map<std::string, std::string> styles_;
+    std::map<std::string, std::string> lists_;
+    std::map<std::pair<PartPair, std::string>, std::string> relations_;
+    std::map<std::string, std::string> parts_;
+    std::int32_t next_drawing_ = 0;
+    LeftBehind left_;
+};
+
+/// Declares in `target` the prefixes that `source` declares, and lets readers that do not know
+/// them pass them over. False when one stands for two things.
+bool UnitePrefixes(const pugi::xml_node& source, pugi::xml_node target);
+
+}  // namespace zorvane

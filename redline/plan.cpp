@@ -1,0 +1,363 @@
+#include "redline/plan.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zorvane {
+namespace {
+
+using Indexes = std::vector<std::size_t>;
+
+constexpr std::u16string_view::size_type kBreakLength = 2;
+
+std::size_t FirstTrailingTable(const Indexes& list, const std::vector<StoryBlock>& blocks) {
+    std::size_t end = list.size();
+    while (end > 0 && blocks[list[end - 1]].is_table)
+        --end;
+    return end;
+}
+
+void PutInFront(Indexes& list, const Indexes& front) {
+    list.insert(list.begin(), front.begin(), front.end());
+}
+void PutBehind(Indexes& list, const Indexes& behind) {
+    list.insert(list.end(), behind.begin(), behind.end());
+}
+
+class Planner {
+  public:
+    Planner(std::vector<BlockGroup> groups, const std::vector<StoryBlock>& original,
+            const std::vector<StoryBlock>& modified)
+        : groups_(std::move(groups)), original_(original), modified_(modified) {}
+
+    std::optional<Plan> Make() {
+        for (std::size_t border = 0; border <= groups_.size(); ++border) {
+            while (IsBorder(border) && !IsSound(border)) {
+                if (!GiveUpPartners(border))
+                    return std::nullopt;
+            }
+        }
+        for (std::size_t i = 0; i < groups_.size(); ++i)
+            Write(i);
+        if (!EndsAreSound(plan_.tokens))
+            return std::nullopt;
+        return std::move(plan_);
+    }
+
+  private:
+    // ---- which partners can stay ----
+
+    // Nothing joins over a table that stays, or over the end.
+    bool IsBorder(std::size_t place) const {
+        return place == groups_.size() || (groups_[place].kept && groups_[place].table);
+    }
+    bool HasGap(std::size_t border) const { return border > 0 && !groups_[border - 1].kept; }
+    bool KeptParagraphsBefore(std::size_t gap) const {
+        return gap > 0 && groups_[gap - 1].kept && !groups_[gap - 1].table;
+    }
+    bool AnyTable(const Indexes& list, std::size_t end,
+                  const std::vector<StoryBlock>& blocks) const {
+        return std::any_of(list.begin(), list.begin() + static_cast<std::ptrdiff_t>(end),
+                           [&blocks](std::size_t index) { return blocks[index].is_table; });
+    }
+
+    // Both sides end in a paragraph in front of the border, or neither does, or the paragraph
+    // before takes the mark over.
+    bool IsSound(std::size_t border) const {
+        if (!HasGap(border))
+            return true;
+        const BlockGroup& gap = groups_[border - 1];
+        const std::size_t old_end = FirstTrailingTable(gap.original, original_);
+        const std::size_t new_end = FirstTrailingTable(gap.modified, modified_);
+        if ((old_end == 0) == (new_end == 0))
+            return true;
+        return KeptParagraphsBefore(border - 1) && !AnyTable(gap.original, old_end, original_) &&
+               !AnyTable(gap.modified, new_end, modified_);
+    }
+
+    bool GiveUpPartners(std::size_t& border) {
+        std::size_t gap = border - 1;
+        if (KeptParagraphsBefore(gap) || (border == groups_.size() && gap > 0)) {
+            border -= Absorb(gap, gap - 1);
+            return true;
+        }
+        if (border == groups_.size())
+            return false;
+        // The table in front of which nothing can be marked; what stands behind it joins in.
+        Absorb(gap, border);
+        border = gap + 1;
+        while (!IsBorder(border))
+            ++border;
+        return true;
+    }
+
+    // Takes a kept group beside the gap into it; gives by how much later places move to the front.
+    std::size_t Absorb(std::size_t gap, std::size_t kept) {
+        const bool before = kept < gap;
+        BlockGroup taken = std::move(groups_[kept]);
+        plan_.tables_twice += taken.table ? 1 : 0;
+        BlockGroup& into = groups_[gap];
+        (before ? PutInFront : PutBehind)(into.original, taken.original);
+        (before ? PutInFront : PutBehind)(into.modified, taken.modified);
+        Remove(kept);
+        const std::size_t place = before ? gap - 1 : gap;
+        const std::size_t other = before ? place - 1 : place + 1;
+        if (other >= groups_.size() || groups_[other].kept)
+            return 1;
+        (before ? PutInFront : PutBehind)(groups_[place].original, groups_[other].original);
+        (before ? PutInFront : PutBehind)(groups_[place].modified, groups_[other].modified);
+        Remove(other);
+        return 2;
+    }
+
+    void Remove(std::size_t place) {
+        groups_.erase(groups_.begin() + static_cast<std::ptrdiff_t>(place));
+    }
+
+    // ---- the stream ----
+
+    void Write(std::size_t index) {
+        const BlockGroup& group = groups_[index];
+        if (!group.kept)
+            return WriteGap(group, !IsBorder(index + 1), KeptParagraphsBefore(index));
+        if (group.table)
+            Put({TokenKind::Table, TrackMark::Keep, group.original[0], group.modified[0], 0, 0, 0,
+                 false});
+        else
+            WriteKept(group);
+    }
+
+    void Put(const PlanToken& token) { plan_.tokens.push_back(token); }
+
+    // Places of a joined text, as blocks and places in them.
+    struct Walk {
+        const Indexes& chosen;
+        const std::vector<StoryBlock>& blocks;
+        std::size_t at = 0;     // in `chosen`
+        std::size_t begin = 0;  // of that block in the joined text
+
+        std::size_t Index() const { return chosen[at]; }
+        std::size_t End() const { return begin + blocks[Index()].text.size(); }
+        void Next() {
+            begin = End() + kBreakLength;
+            ++at;
+        }
+    };
+
+    void WriteKept(const BlockGroup& group) {
+        Walk old_walk{group.original, original_};
+        Walk new_walk{group.modified, modified_};
+        for (const Stretch& stretch : group.stretches)
+            WriteStretch(stretch, old_walk, new_walk);
+        Put({TokenKind::End, TrackMark::Keep, group.original.back(), group.modified.back(), 0, 0, 0,
+             false});
+    }
+
+    void WriteStretch(Stretch stretch, Walk& old_walk, Walk& new_walk) {
+        const bool in_old = stretch.mark != TrackMark::Insert;
+        const bool in_new = stretch.mark != TrackMark::Delete;
+        while (stretch.length > 0) {
+            const std::size_t room =
+                in_old ? old_walk.End() - stretch.original : new_walk.End() - stretch.modified;
+            const std::size_t length = std::min(stretch.length, room);
+            PlanToken token;
+            token.mark = stretch.mark;
+            if (in_old)
+                token.original = old_walk.Index();
+            if (in_new)
+                token.modified = new_walk.Index();
+            token.original_begin = in_old ? stretch.original - old_walk.begin : 0;
+            token.modified_begin = in_new ? stretch.modified - new_walk.begin : 0;
+            token.length = length;
+            if (length > 0)
+                Put(token);
+            std::size_t done = length;
+            if (stretch.length > length) {
+                Put({TokenKind::End, token.mark, token.original, token.modified, 0, 0, 0, false});
+                done += kBreakLength;
+                if (in_old)
+                    old_walk.Next();
+                if (in_new)
+                    new_walk.Next();
+            }
+            stretch.length -= std::min(done, stretch.length);
+            stretch.original += in_old ? done : 0;
+            stretch.modified += in_new ? done : 0;
+        }
+    }
+
+    void PutBlock(TrackMark mark, std::size_t index) {
+        const bool deleted = mark == TrackMark::Delete;
+        const StoryBlock& block = deleted ? original_[index] : modified_[index];
+        PlanToken token;
+        token.mark = mark;
+        (deleted ? token.original : token.modified) = index;
+        if (block.is_table) {
+            token.kind = TokenKind::Table;
+            return Put(token);
+        }
+        token.length = block.text.size();
+        if (token.length > 0)
+            Put(token);
+        token.length = 0;
+        token.kind = TokenKind::End;
+        Put(token);
+    }
+
+    void PutBlocks(TrackMark mark, const Indexes& list, std::size_t first, std::size_t end) {
+        for (std::size_t i = first; i < end; ++i)
+            PutBlock(mark, list[i]);
+    }
+
+    // Tables that lead come first, so that no deleted end stands in front of an inserted one.
+    void WriteGap(const BlockGroup& gap, bool open, bool paragraph_before) {
+        const Indexes& old_list = gap.original;
+        const Indexes& new_list = gap.modified;
+        const std::size_t old_end =
+            open ? old_list.size() : FirstTrailingTable(old_list, original_);
+        const std::size_t new_end =
+            open ? new_list.size() : FirstTrailingTable(new_list, modified_);
+        const bool shift = !open && (old_end == 0) != (new_end == 0) && paragraph_before;
+        if (shift)
+            return WriteShifted(gap, old_end, new_end);
+        const std::size_t old_first = Leading(old_list, old_end, original_);
+        const std::size_t new_first = Leading(new_list, new_end, modified_);
+        PutBlocks(TrackMark::Delete, old_list, 0, old_first);
+        PutBlocks(TrackMark::Insert, new_list, 0, new_first);
+        PutBlocks(TrackMark::Delete, old_list, old_first, old_end);
+        const bool shared = !open && old_end > old_first && new_end > new_first;
+        if (shared)
+            plan_.tokens.pop_back();
+        PutBlocks(TrackMark::Insert, new_list, new_first, new_end);
+        if (shared)
+            ShareEnd(old_list[old_end - 1], new_list[new_end - 1]);
+        PutBlocks(TrackMark::Delete, old_list, old_end, old_list.size());
+        PutBlocks(TrackMark::Insert, new_list, new_end, new_list.size());
+    }
+
+    static std::size_t Leading(const Indexes& list, std::size_t end,
+                               const std::vector<StoryBlock>& blocks) {
+        std::size_t first = 0;
+        while (first < end && blocks[list[first]].is_table)
+            ++first;
+        return first;
+    }
+
+    // The last end stays for both sides.
+    void ShareEnd(std::size_t original, std::size_t modified) {
+        plan_.tokens.back() = {TokenKind::End, TrackMark::Keep, original, modified, 0, 0, 0, true};
+    }
+
+    // The paragraph before gives its end away and gets the last one.
+    void WriteShifted(const BlockGroup& gap, std::size_t old_end, std::size_t new_end) {
+        const PlanToken before = plan_.tokens.back();
+        PlanToken& end = plan_.tokens.back();
+        if (new_end > 0) {
+            end = {TokenKind::End, TrackMark::Insert, PlanToken::kNone, before.modified, 0, 0, 0,
+                   false};
+            PutBlocks(TrackMark::Insert, gap.modified, 0, new_end);
+            ShareEnd(before.original, gap.modified[new_end - 1]);
+        } else {
+            end = {TokenKind::End, TrackMark::Delete, before.original, PlanToken::kNone, 0, 0, 0,
+                   false};
+            PutBlocks(TrackMark::Delete, gap.original, 0, old_end);
+            ShareEnd(gap.original[old_end - 1], before.modified);
+        }
+        PutBlocks(TrackMark::Delete, gap.original, old_end, gap.original.size());
+        PutBlocks(TrackMark::Insert, gap.modified, new_end, gap.modified.size());
+    }
+
+    std::vector<BlockGroup> groups_;
+    const std::vector<StoryBlock>& original_;
+    const std::vector<StoryBlock>& modified_;
+    Plan plan_;
+};
+
+// Seen by who accepts (`gone` is Delete) or rejects (`gone` is Insert).
+bool EndsAreSoundFor(const std::vector<PlanToken>& tokens, TrackMark gone) {
+    bool open = false;  // an end is gone, and none that stays has come since
+    for (const PlanToken& token : tokens) {
+        if (token.mark == gone) {
+            open = open || token.kind == TokenKind::End;
+            continue;
+        }
+        if (token.kind == TokenKind::Table && open)
+            return false;
+        if (token.kind == TokenKind::End)
+            open = false;
+    }
+    return !open;
+}
+
+}  // namespace
+
+std::optional<Plan> MakePlan(std::vector<BlockGroup> groups,
+                             const std::vector<StoryBlock>& original,
+                             const std::vector<StoryBlock>& modified) {
+    return Planner(std::move(groups), original, modified).Make();
+}
+
+namespace {
+
+struct LinkPlace {
+    std::size_t end = 0;
+    std::string_view link;
+};
+
+// The link at a place of a block, and where it may be another one.
+LinkPlace LinkAt(const StoryBlock& block, std::size_t place) {
+    const auto atom = AtomBehind(block.atoms, place);
+    return atom == block.atoms.end() ? LinkPlace{block.text.size(), {}}
+                                     : LinkPlace{atom->End(), atom->link};
+}
+
+void AppendByLinks(const PlanToken& token, const StoryBlock& original, const StoryBlock& modified,
+                   std::vector<PlanToken>& tokens) {
+    for (std::size_t done = 0; done < token.length;) {
+        const LinkPlace old_link = LinkAt(original, token.original_begin + done);
+        const LinkPlace new_link = LinkAt(modified, token.modified_begin + done);
+        const std::size_t end = std::min({token.length, old_link.end - token.original_begin,
+                                          new_link.end - token.modified_begin});
+        PlanToken part = token;
+        part.original_begin += done;
+        part.modified_begin += done;
+        part.length = end - done;
+        done = end;
+        if (old_link.link != new_link.link) {
+            PlanToken deleted = part;
+            deleted.mark = TrackMark::Delete;
+            deleted.modified = PlanToken::kNone;
+            tokens.push_back(deleted);
+            part.mark = TrackMark::Insert;
+            part.original = PlanToken::kNone;
+            tokens.push_back(part);
+            continue;
+        }
+        PlanToken* const before = tokens.empty() ? nullptr : &tokens.back();
+        if (part.original_begin > token.original_begin && before != nullptr &&
+            before->mark == TrackMark::Keep)
+            before->length += part.length;
+        else
+            tokens.push_back(part);
+    }
+}
+
+}  // namespace
+
+void SplitAtLinks(Plan& plan, const std::vector<StoryBlock>& original,
+                  const std::vector<StoryBlock>& modified) {
+    std::vector<PlanToken> tokens;
+    for (const PlanToken& token : plan.tokens) {
+        if (token.kind == TokenKind::Text && token.mark == TrackMark::Keep)
+            AppendByLinks(token, original[token.original], modified[token.modified], tokens);
+        else
+            tokens.push_back(token);
+    }
+    plan.tokens = std::move(tokens);
+}
+
+bool EndsAreSound(const std::vector<PlanToken>& tokens) {
+    return EndsAreSoundFor(tokens, TrackMark::Delete) && EndsAreSoundFor(tokens, TrackMark::Insert);
+}
+
+}  // namespace zorvane

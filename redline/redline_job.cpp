@@ -1,0 +1,176 @@
+#include "redline/redline_job.h"
+
+#include <algorithm>
+
+#include "compare/document/rtf_reader.h"
+#include "load/readers/content_kind.h"
+#include "load/readers/word_job.h"
+#include "redline/docx_redline.h"
+#include "redline/new_document.h"
+#include "redline/verify.h"
+
+namespace zorvane {
+namespace {
+
+// Writing is the first half, the check the second. What the engine tells of single compares counts
+// for nothing: there are thousands of them.
+class MonitorWatcher : public RunWatcher {
+  public:
+    explicit MonitorWatcher(ReadMonitor& monitor) : monitor_(monitor) {}
+    bool KeepGoing() override {
+        cancelled_ = cancelled_ || !monitor_.Progress(done_, kWhole);
+        return !cancelled_;
+    }
+    void Progress(RunStep step, double part) override {
+        if (step != RunStep::WriteReport)
+            return;
+        const auto half = static_cast<std::int64_t>(part * kWhole / 2);
+        done_ = std::max(done_, half + (checking_ ? kWhole / 2 : 0));
+        static_cast<void>(KeepGoing());
+    }
+    void BeginCheck() { checking_ = true; }
+    bool Cancelled() const { return cancelled_; }
+
+  private:
+    static constexpr std::int64_t kWhole = 100'000;
+    ReadMonitor& monitor_;
+    std::int64_t done_ = 0;
+    bool checking_ = false;
+    bool cancelled_ = false;
+};
+
+std::string Counted(std::int32_t count, const char* one, const char* many) {
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+std::string LawLine(const char* law, const ReadCounts& counts) {
+    return std::string(law) + ": " + Counted(counts.paragraphs, "paragraph", "paragraphs") + ", " +
+           Counted(counts.tables, "table", "tables") + " (" + Counted(counts.rows, "row", "rows") +
+           ", " + Counted(counts.cells, "cell", "cells") + "), " +
+           Counted(counts.notes, "note", "notes") + ", " +
+           Counted(counts.headers, "header or footer", "headers and footers") + ": same\n";
+}
+
+std::string CountsLine(const RedlineCounts& counts) {
+    return "insertions " + std::to_string(counts.insertions) + ", deletions " +
+           std::to_string(counts.deletions) + ", paragraph marks " +
+           std::to_string(counts.paragraph_marks) + ", rows " + std::to_string(counts.rows) +
+           ", notes " + std::to_string(counts.notes) + ", property changes " +
+           std::to_string(counts.properties) + "\n";
+}
+
+struct Asked {
+    bool laid_out = false;
+    bool track_formatting = false;
+};
+
+std::string Certificate(const PerSide<std::string_view>& documents, const Asked& asked,
+                        const WrittenRedline& written, const Verified* verified) {
+    std::string text = std::string("tracked redline: ") +
+                       (verified != nullptr ? "verified" : "not verified") + "\n";
+    text += "original sha256 " + HexDigest(documents.original) + "\n";
+    text += "modified sha256 " + HexDigest(documents.modified) + "\n";
+    text += "redline  sha256 " + HexDigest(written.bytes) + "\n";
+    text += CountsLine(written.counts);
+    if (verified != nullptr) {
+        text += LawLine("accept = modified", verified->accepted);
+        text += LawLine("reject = original", verified->rejected);
+    }
+    if (asked.laid_out)
+        text +=
+            "laid out anew, since the documents are not two .docx: text, looks and tables as "
+            "they were read\n";
+    text += std::string("not compared: ") +
+            (asked.track_formatting ? "" : "formatting of text that stays, ") +
+            "sections, definitions of styles, properties of tables\n";
+    std::string untracked;
+    for (const std::string& what : written.untracked)
+        untracked += (untracked.empty() ? "" : ", ") + what;
+    if (!untracked.empty())
+        text += "not tracked: " + untracked + "\n";
+    if (written.resolved_before > 0)
+        text += "tracked changes of the inputs, accepted first: " +
+                std::to_string(written.resolved_before) + "\n";
+    return text;
+}
+
+RedlineRequest RequestOf(const ConversionMessage& job) {
+    RedlineRequest request;
+    if (!TextOf(job, "author").empty())
+        request.author = TextOf(job, "author");
+    if (!TextOf(job, "date").empty())
+        request.date = TextOf(job, "date");
+    request.id_prefix = static_cast<std::int32_t>(NumberOf(job, "idprefix"));
+    request.track_formatting = IsSet(job, "formatting");
+    request.keep_tracked = IsSet(job, "keeptracked");
+    return request;
+}
+
+bool IsWordPackage(std::string_view bytes) {
+    std::unique_ptr<Package> package;
+    return KindOfContent(bytes, "", package) == ContentKind::WordPackage && package &&
+           !package->Encrypted();
+}
+
+// As the readers see them, in packages of one kind.
+ReadEnd LayOut(const PerSide<std::string_view>& documents, const ConversionMessage& job,
+               ReadMonitor& monitor, JobOutput& output, PerSide<std::string>& packages) {
+    for (const Side side : kBothSides) {
+        ConversionMessage own = job;
+        const bool second = side == Side::Modified;
+        own["password"] = TextOf(job, second ? "secondpassword" : "password");
+        if (second)
+            own["name"] = TextOf(job, "secondname");
+        const std::unique_ptr<DocumentSink> sink = MakeRtfSink();
+        if (ReadEnd end = ReadWordDocument(documents[side], own, *sink, monitor, output.answer);
+            !end.ok()) {
+            end.detail = (second ? "the modified" : "the original") +
+                         (end.detail.empty() ? std::string() : ": " + end.detail);
+            return end;
+        }
+        std::optional<std::string> package = NewDocument(ReadRtf(sink->Finish()));
+        if (!package)
+            return ReadEnd::Fault(ReadError::TooLarge, "no memory for the package");
+        packages[side] = std::move(*package);
+    }
+    return ReadEnd::Ok();
+}
+
+}  // namespace
+
+ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMessage& job,
+                      ReadMonitor& monitor, JobOutput& output) {
+    MonitorWatcher watcher(monitor);
+    const bool laid_out = !IsWordPackage(given.original) || !IsWordPackage(given.modified);
+    PerSide<std::string> packages;
+    PerSide<std::string_view> documents = given;
+    if (laid_out) {
+        if (ReadEnd end = LayOut(given, job, monitor, output, packages); !end.ok())
+            return end;
+        documents = {packages.original, packages.modified};
+    }
+    WrittenRedline written;
+    if (ReadEnd end = WriteDocxRedline(documents, RequestOf(job), &watcher, written); !end.ok())
+        return end;
+    if (watcher.Cancelled())
+        return ReadEnd::Fault(ReadError::Cancelled);
+    Verified verified;
+    const bool verify = !IsSet(job, "noverify");
+    watcher.BeginCheck();
+    if (verify) {
+        const Result<Verified> result =
+            VerifyRedline({documents, written.bytes, IsSet(job, "formatting"),
+                           written.headers_left_out, &watcher});
+        if (!result.ok())
+            return ReadEnd::Fault(
+                ReadError::NotTracked,
+                "what was written does not give both documents back; " + result.failure().reason);
+        verified = result.value();
+    }
+    if (ReadEnd end = output.Add(written.bytes); !end.ok())
+        return end;
+    return output.Add(Certificate(given, {laid_out, IsSet(job, "formatting")}, written,
+                                  verify ? &verified : nullptr));
+}
+
+}  // namespace zorvane

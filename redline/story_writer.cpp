@@ -1,0 +1,371 @@
+#include "redline/story_writer.h"
+
+#include <algorithm>
+
+#include "redline/note_parts.h"
+#include "redline/xml_tools.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+// The atoms that lie in a stretch of a block's text.
+template <class Visit>
+void AtomsIn(const StoryBlock& block, std::size_t begin, std::size_t length, const Visit& visit) {
+    auto atom = AtomBehind(block.atoms, begin);
+    for (; atom != block.atoms.end() && atom->End() <= begin + length; ++atom) {
+        if (atom->length > 0 && atom->begin >= begin)
+            visit(*atom);
+    }
+}
+
+bool HoldsStory(const Atom& atom) {
+    return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
+}
+
+// Behind a last table readers have an empty paragraph, whether it is in the file or not.
+void EndInParagraph(Node container) {
+    const Node section = Child(container, "sectPr");
+    const Node last = section ? section.previous_sibling() : container.last_child();
+    if (!Is(last, "tbl"))
+        return;
+    if (section)
+        container.insert_child_before("w:p", section);
+    else
+        container.append_child("w:p");
+}
+
+// A paragraph of the Modified that stays as it is.
+bool IsUntouched(const std::vector<PlanToken>& tokens, const PlanToken& end,
+                 const std::vector<StoryBlock>& modified) {
+    if (end.mark != TrackMark::Keep || end.shifted)
+        return false;
+    const std::size_t length = modified[end.modified].text.size();
+    if (tokens.empty())
+        return length == 0;
+    return tokens.size() == 1 && tokens[0].mark == TrackMark::Keep &&
+           tokens[0].modified == end.modified && tokens[0].length == length;
+}
+
+}  // namespace
+
+// What is being written in one container.
+struct StoryWriter::Output {
+    Node container;
+    const std::vector<StoryBlock>& original;
+    const std::vector<StoryBlock>& modified;
+    std::vector<PlanToken> tokens{};                  // of the paragraph that has no end yet
+    Node last{};                                      // behind which the next block goes
+    std::map<std::size_t, std::size_t> atoms_done{};  // of each block of the Modified
+    std::vector<Node> replaced{};
+
+    // For a block that is none of the Modified's.
+    Node InsertBlock(const char* name) {
+        if (last)
+            return last.parent().insert_child_after(name, last);
+        if (!modified.empty()) {
+            Node first = modified.front().node;
+            return first.parent().insert_child_before(name, first);
+        }
+        const Node section = Child(container, "sectPr");
+        return section ? container.insert_child_before(name, section)
+                       : container.append_child(name);
+    }
+};
+
+StoryWriter::StoryWriter(RedlineState& state, PartPair parts)
+    : state_(state), parts_(std::move(parts)) {}
+
+AtomReader StoryWriter::ReaderOf(TrackMark mark) {
+    const bool old_side = mark == TrackMark::Delete;
+    WordPackage& package = old_side ? state_.original : state_.modified;
+    const std::string& part = old_side ? parts_.original : parts_.modified;
+    return {state_.keys, [&package, part](const std::string& id) {
+                return Importer::FormOfRelation(package, part, id);
+            }};
+}
+
+WriterTools StoryWriter::Tools() {
+    return {state_.marks, state_.importer, parts_,
+            [this](const Node& reference) { return ImportNote(reference); },
+            [this](const Node& reference) { MarkNote(reference); }};
+}
+
+void StoryWriter::Merge(const Node& original, Node modified) {
+    EndInParagraph(original);
+    EndInParagraph(modified);
+    const std::vector<StoryBlock> old_blocks = ReaderOf(TrackMark::Delete).Blocks(original);
+    const std::vector<StoryBlock> new_blocks = ReaderOf(TrackMark::Insert).Blocks(modified);
+    std::optional<Plan> plan =
+        MakePlan(AlignBlocks(old_blocks, new_blocks, state_.watcher), old_blocks, new_blocks);
+    if (!plan) {
+        state_.failed = true;
+        return;
+    }
+    SplitAtLinks(*plan, old_blocks, new_blocks);
+    state_.tables_twice += plan->tables_twice;
+    MergeNested(*plan, old_blocks, new_blocks);
+    Emit(*plan, modified, old_blocks, new_blocks);
+}
+
+// ---- what lies inside of what stays ----
+
+void StoryWriter::MergeNested(const Plan& plan, const std::vector<StoryBlock>& original,
+                              const std::vector<StoryBlock>& modified) {
+    for (const PlanToken& token : plan.tokens) {
+        if (token.mark != TrackMark::Keep)
+            continue;
+        if (token.kind == TokenKind::Table)
+            MergeTable(original[token.original].node, modified[token.modified].node);
+        if (token.kind != TokenKind::Text)
+            continue;
+        const StoryBlock& old_block = original[token.original];
+        AtomsIn(
+            modified[token.modified], token.modified_begin, token.length, [&](const Atom& atom) {
+                if (!HoldsStory(atom))
+                    return;
+                const std::size_t place = atom.begin - token.modified_begin + token.original_begin;
+                AtomsIn(old_block, place, atom.length,
+                        [&](const Atom& partner) { MergeAtoms(partner, atom); });
+            });
+    }
+}
+
+void StoryWriter::MergeAtoms(const Atom& original, const Atom& modified) {
+    const Node old_node = original.parts.front().node;
+    const Node new_node = modified.parts.front().node;
+    if (modified.kind == AtomKind::Note)
+        return MergeNote(old_node, new_node);
+    const std::vector<Node> old_boxes = BoxesIn(old_node);
+    const std::vector<Node> new_boxes = BoxesIn(new_node);
+    for (std::size_t i = 0; i < std::min(old_boxes.size(), new_boxes.size()); ++i)
+        Merge(old_boxes[i], new_boxes[i]);
+}
+
+void StoryWriter::MergeNote(const Node& original, const Node& modified) {
+    const NotePlace old_note = FindNote(state_.original, original);
+    const NotePlace new_note = FindNote(state_.modified, modified);
+    if (!old_note.note || !new_note.note || !state_.notes_marked.insert(new_note.Name()).second)
+        return;
+    const RedlineCounts before = state_.marks.Counts();
+    StoryWriter(state_, {old_note.part, new_note.part}).Merge(old_note.note, new_note.note);
+    if (state_.marks.Counts() != before) {
+        ++state_.marks.Counts().notes;
+        state_.modified.Edit(new_note.part);
+    }
+}
+
+std::string StoryWriter::ImportNote(const Node& reference) {
+    const NotePlace old_note = FindNote(state_.original, reference);
+    if (!old_note.note)
+        return std::string(Attribute(reference, "id"));
+    const NotePlace copy =
+        CopyNote(state_.original, old_note, std::string(LocalName(reference)), state_.modified);
+    state_.notes_imported = true;
+    ++state_.marks.Counts().notes;
+    StoryWriter(state_, {old_note.part, copy.part}).MarkAll(copy.note, TrackMark::Delete, false);
+    return copy.id;
+}
+
+void StoryWriter::MarkNote(const Node& reference) {
+    const NotePlace place = FindNote(state_.modified, reference);
+    if (!place.note || !state_.notes_marked.insert(place.Name()).second)
+        return;
+    ++state_.marks.Counts().notes;
+    state_.modified.Edit(place.part);
+    StoryWriter(state_, {place.part, place.part}).MarkAll(place.note, TrackMark::Insert, false);
+}
+
+// ---- the stream becomes elements ----
+
+void StoryWriter::Emit(const Plan& plan, Node container, const std::vector<StoryBlock>& original,
+                       const std::vector<StoryBlock>& modified) {
+    Output output{container, original, modified};
+    std::size_t done = 0;
+    for (const PlanToken& token : plan.tokens) {
+        if (Is(container, "body"))
+            TellProgress(state_.watcher, RunStep::WriteReport,
+                         static_cast<double>(++done) / static_cast<double>(plan.tokens.size()));
+        if (token.kind == TokenKind::Text)
+            output.tokens.push_back(token);
+        else if (token.kind == TokenKind::Table)
+            EmitTable(output, token);
+        else
+            EmitEnd(output, token);
+    }
+    for (Node node : output.replaced)
+        node.parent().remove_child(node);
+}
+
+void StoryWriter::EmitEnd(Output& output, const PlanToken& end) {
+    if (IsUntouched(output.tokens, end, output.modified) && LooksAsBefore(output, end)) {
+        output.last = output.modified[end.modified].node;
+    } else {
+        const Node paragraph = NewParagraph(output, end);
+        WriteTokens(output, paragraph, end);
+        if (end.mark != TrackMark::Delete)
+            output.replaced.push_back(output.modified[end.modified].node);
+        output.last = paragraph;
+    }
+    output.tokens.clear();
+}
+
+Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
+    if (end.mark == TrackMark::Delete) {
+        Node paragraph = output.InsertBlock("w:p");
+        if (const Node look = Child(output.original[end.original].node, "pPr"))
+            state_.importer.Adapt(paragraph.append_copy(look), parts_);
+        state_.marks.MarkEnd(paragraph, TrackMark::Delete);
+        return paragraph;
+    }
+    Node old = output.modified[end.modified].node;
+    Node paragraph = old.parent().insert_child_before("w:p", old);
+    for (const pugi::xml_attribute& attribute : old.attributes())
+        paragraph.append_copy(attribute);
+    if (const Node look = Child(old, "pPr"))
+        paragraph.append_copy(look);
+    if (end.mark == TrackMark::Insert)
+        state_.marks.MarkEnd(paragraph, TrackMark::Insert);
+    const Node before =
+        state_.looks != nullptr && end.mark == TrackMark::Keep
+            ? state_.looks->Of(output.original[end.original].node, paragraph, "pPr", parts_)
+            : Node();
+    if (before) {
+        state_.marks.NoteFormer(paragraph, before);
+    } else if (end.shifted && state_.looks == nullptr) {
+        // An end that two paragraphs share keeps what each of them looks like.
+        Node former = paragraph.append_child("w:pPr");
+        if (const Node look = Child(output.original[end.original].node, "pPr")) {
+            for (const Node& child : look.children())
+                former.append_copy(child);
+            state_.importer.Adapt(former, parts_);
+        }
+        state_.marks.NoteFormer(paragraph, former);
+        paragraph.remove_child(former);
+    }
+    return paragraph;
+}
+
+void StoryWriter::WriteTokens(Output& output, Node paragraph, const PlanToken& end) {
+    const WriterTools tools = Tools();
+    TrackedParagraph writer(tools, paragraph);
+    for (const PlanToken& token : output.tokens)
+        WriteText(output, writer, token);
+    if (end.mark == TrackMark::Delete)
+        return;
+    // What takes no place behind the last letter.
+    const StoryBlock& block = output.modified[end.modified];
+    for (std::size_t& at = output.atoms_done[end.modified]; at < block.atoms.size(); ++at)
+        writer.Write(block.atoms[at], 0, 0, TrackMark::Keep);
+}
+
+// Of the Modified each atom is written once, in order; of the Original what is asked for.
+void StoryWriter::WriteText(Output& output, TrackedParagraph& writer, const PlanToken& token) {
+    const bool deleted = token.mark == TrackMark::Delete;
+    const StoryBlock& block =
+        deleted ? output.original[token.original] : output.modified[token.modified];
+    const std::size_t begin = deleted ? token.original_begin : token.modified_begin;
+    const std::size_t end = begin + token.length;
+    auto from_place =
+        static_cast<std::size_t>(AtomBehind(block.atoms, begin) - block.atoms.begin());
+    std::size_t& at = deleted ? from_place : output.atoms_done[token.modified];
+    for (; at < block.atoms.size() && block.atoms[at].begin < end; ++at) {
+        const Atom& atom = block.atoms[at];
+        if (deleted && atom.End() <= begin)
+            continue;
+        WriteAtom(output, writer, token, atom);
+        if (atom.End() > end)
+            break;
+    }
+}
+
+// As far as the token reaches; where looks are tracked, in pieces of one former look each.
+void StoryWriter::WriteAtom(Output& output, TrackedParagraph& writer, const PlanToken& token,
+                            const Atom& atom) {
+    const bool deleted = token.mark == TrackMark::Delete;
+    const std::size_t begin = deleted ? token.original_begin : token.modified_begin;
+    const std::size_t first = std::max(begin, atom.begin);
+    const std::size_t last = std::min(begin + token.length, atom.End());
+    if (state_.looks == nullptr || token.mark != TrackMark::Keep || atom.length == 0)
+        return writer.Write(atom, first - atom.begin, last - atom.begin, token.mark);
+    const StoryBlock& old_block = output.original[token.original];
+    const Node run = atom.parts.front().run;
+    for (std::size_t at = first; at < last;) {
+        const std::size_t place = at - token.modified_begin + token.original_begin;
+        const std::size_t step = std::min(last - at, AtomEndAt(old_block, place) - place);
+        const Node old_run = RunAt(old_block, place);
+        writer.SetFormerLook(run && old_run ? state_.looks->Of(old_run, run, "rPr", parts_)
+                                            : Node());
+        writer.Write(atom, at - atom.begin, at + step - atom.begin, token.mark);
+        at += step;
+    }
+    writer.SetFormerLook({});
+}
+
+// Whether a paragraph whose text stays may stay as it is.
+bool StoryWriter::LooksAsBefore(const Output& output, const PlanToken& end) {
+    if (state_.looks == nullptr)
+        return true;
+    const StoryBlock& old_block = output.original[end.original];
+    const StoryBlock& new_block = output.modified[end.modified];
+    if (state_.looks->Of(old_block.node, new_block.node, "pPr", parts_))
+        return false;
+    for (std::size_t at = 0; at < new_block.text.size();) {
+        const Node old_run = RunAt(old_block, at);
+        const Node new_run = RunAt(new_block, at);
+        if (old_run && new_run && state_.looks->Of(old_run, new_run, "rPr", parts_))
+            return false;
+        at = std::min(AtomEndAt(old_block, at), AtomEndAt(new_block, at));
+    }
+    return true;
+}
+
+void StoryWriter::EmitTable(Output& output, const PlanToken& token) {
+    if (token.mark != TrackMark::Delete) {
+        output.last = output.modified[token.modified].node;
+        if (token.mark == TrackMark::Insert)
+            MarkTable(output.last, TrackMark::Insert);
+        return;
+    }
+    Node place = output.InsertBlock("w:tbl");
+    Node copy = place.parent().insert_copy_after(output.original[token.original].node, place);
+    place.parent().remove_child(place);
+    output.last = copy;
+    MarkTable(copy, TrackMark::Delete);
+}
+
+// ---- content that is inserted or deleted whole ----
+
+void StoryWriter::MarkAll(Node container, TrackMark mark, bool last_too) {
+    const std::vector<StoryBlock> blocks = ReaderOf(mark).Blocks(container);
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        if (blocks[i].is_table)
+            MarkTable(blocks[i].node, mark);
+        else
+            MarkParagraph(blocks[i], mark, last_too || i + 1 < blocks.size());
+    }
+}
+
+void StoryWriter::MarkParagraph(const StoryBlock& block, TrackMark mark, bool end_too) {
+    Node old = block.node;
+    Node paragraph = old.parent().insert_child_before("w:p", old);
+    if (mark == TrackMark::Insert) {
+        for (const pugi::xml_attribute& attribute : old.attributes())
+            paragraph.append_copy(attribute);
+    }
+    if (const Node look = Child(old, "pPr")) {
+        const Node copy = paragraph.append_copy(look);
+        if (mark == TrackMark::Delete)
+            state_.importer.Adapt(copy, parts_);
+    }
+    if (end_too)
+        state_.marks.MarkEnd(paragraph, mark);
+    const WriterTools tools = Tools();
+    TrackedParagraph writer(tools, paragraph);
+    for (const Atom& atom : block.atoms)
+        writer.Write(atom, 0, atom.length, mark);
+    old.parent().remove_child(old);
+}
+
+}  // namespace zorvane

@@ -1,0 +1,157 @@
+// Tables of a story: rows and cells.
+#include <algorithm>
+
+#include "redline/story_writer.h"
+#include "redline/xml_tools.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+void Collect(const Node& parent, std::string_view wanted, std::vector<Node>& found) {
+    for (const Node& child : parent.children()) {
+        if (Is(child, wanted))
+            found.push_back(child);
+        else if (IsBlockWrapper(LocalName(child)))
+            Collect(child, wanted, found);
+    }
+}
+
+std::vector<std::u16string> LinesOf(const std::vector<Node>& rows) {
+    std::vector<std::u16string> lines;
+    for (const Node& row : rows) {
+        std::u16string line;
+        for (const Node& cell : CellsOf(row))
+            line += PlainTextOf(cell) + u"\t";
+        std::erase_if(line, [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+// Cells of two rows can be merged one by one when they span the same.
+std::string ShapeOf(const Node& row) {
+    std::string shape;
+    for (const Node& cell : CellsOf(row)) {
+        const Node look = Child(cell, "tcPr");
+        const Node merge = Child(look, "vMerge");
+        shape += "|" + std::string(Attribute(Child(look, "gridSpan"), "val"));
+        if (merge)
+            shape += Attribute(merge, "val") == "restart" ? "v" : "^";
+    }
+    return shape;
+}
+
+std::int32_t ColumnsOf(const Node& row) {
+    std::int32_t columns = 0;
+    for (const Node& cell : CellsOf(row))
+        columns +=
+            std::max(1, NumberOf(Attribute(Child(Child(cell, "tcPr"), "gridSpan"), "val"), 1));
+    return columns;
+}
+
+// Readers cut off cells beyond the grid.
+void WidenGrid(Node table) {
+    Node grid = Child(table, "tblGrid");
+    if (!grid)
+        return;
+    std::int32_t there = 0;
+    for (const Node& column : grid.children())
+        there += Is(column, "gridCol") ? 1 : 0;
+    std::int32_t wanted = 0;
+    for (const Node& row : RowsOf(table))
+        wanted = std::max(wanted, ColumnsOf(row));
+    constexpr std::int32_t kMostColumns = 63;
+    for (; there > 0 && there < std::min(wanted, kMostColumns); ++there)
+        grid.insert_copy_after(Child(grid, "gridCol"), Child(grid, "gridCol"));
+}
+
+}  // namespace
+
+std::vector<Node> RowsOf(const Node& table) {
+    std::vector<Node> rows;
+    Collect(table, "tr", rows);
+    return rows;
+}
+
+std::vector<Node> CellsOf(const Node& row) {
+    std::vector<Node> cells;
+    Collect(row, "tc", cells);
+    return cells;
+}
+
+void StoryWriter::MergeTable(const Node& original, Node modified) {
+    const std::vector<Node> old_rows = RowsOf(original);
+    const std::vector<Node> new_rows = RowsOf(modified);
+    const std::int32_t rows_before = state_.marks.Counts().rows;
+    std::size_t old_at = 0;
+    std::size_t new_at = 0;
+    Node place;  // behind which a row of the Original goes
+    const auto write_to = [&](std::size_t old_end, std::size_t new_end) {
+        for (; old_at < old_end; ++old_at) {
+            const bool in_front = !place && !new_rows.empty();
+            const Node& beside = in_front ? new_rows.front() : place;
+            place = CopyRow(old_rows[old_at], beside ? beside : modified.last_child(), in_front);
+        }
+        for (; new_at < new_end; ++new_at) {
+            place = new_rows[new_at];
+            MarkRowWhole(place, TrackMark::Insert);
+        }
+    };
+    for (const auto& [old_row, new_row] :
+         AlignLines(LinesOf(old_rows), LinesOf(new_rows), state_.watcher)) {
+        if (ShapeOf(old_rows[old_row]) != ShapeOf(new_rows[new_row])) {
+            ++state_.rows_twice;
+            continue;
+        }
+        write_to(old_row, new_row);
+        MergeRow(old_rows[old_row], new_rows[new_row]);
+        place = new_rows[new_row];
+        ++old_at;
+        ++new_at;
+    }
+    write_to(old_rows.size(), new_rows.size());
+    if (state_.marks.Counts().rows != rows_before)
+        WidenGrid(modified);
+}
+
+void StoryWriter::MergeRow(const Node& original, const Node& modified) {
+    const std::vector<Node> old_cells = CellsOf(original);
+    const std::vector<Node> new_cells = CellsOf(modified);
+    for (std::size_t i = 0; i < new_cells.size(); ++i)
+        Merge(old_cells[i], new_cells[i]);
+}
+
+Node StoryWriter::CopyRow(const Node& row, Node place, bool in_front) {
+    Node parent = place.parent();
+    Node copy =
+        in_front ? parent.insert_copy_before(row, place) : parent.insert_copy_after(row, place);
+    MarkRowWhole(copy, TrackMark::Delete);
+    return copy;
+}
+
+// A row that goes takes everything with it, the last ends of its cells too.
+void StoryWriter::MarkRowWhole(Node row, TrackMark mark) {
+    if (mark == TrackMark::Delete) {
+        for (const char* name : {"trPr", "tblPrEx"}) {
+            if (const Node look = Child(row, name))
+                state_.importer.Adapt(look, parts_);
+        }
+    }
+    state_.marks.MarkRow(row, mark);
+    for (Node cell : CellsOf(row)) {
+        if (const Node look = Child(cell, "tcPr"); look && mark == TrackMark::Delete)
+            state_.importer.Adapt(look, parts_);
+        MarkAll(cell, mark, true);
+    }
+}
+
+void StoryWriter::MarkTable(Node table, TrackMark mark) {
+    if (const Node look = Child(table, "tblPr"); look && mark == TrackMark::Delete)
+        state_.importer.Adapt(look, parts_);
+    for (const Node& row : RowsOf(table))
+        MarkRowWhole(row, mark);
+}
+
+}  // namespace zorvane

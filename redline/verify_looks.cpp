@@ -1,0 +1,133 @@
+// What text looks like to the check of a redline, and its headers and footers.
+#include <algorithm>
+#include <set>
+
+#include "redline/verify_reading.h"
+#include "redline/verify_spelling.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+void Spell(const Node& node, std::string& out, int depth) {
+    if (node.type() != pugi::node_element) {
+        out += node.value();
+        return;
+    }
+    std::set<std::string> attributes;
+    for (const pugi::xml_attribute& attribute : node.attributes()) {
+        const std::string_view name = attribute.name();
+        if (!name.starts_with("xmlns") && name.find("rsid") == std::string_view::npos &&
+            name != kCameBack)
+            attributes.insert(std::string(name) + "=" + attribute.value());
+    }
+    out.append("<").append(LocalName(node));
+    for (const std::string& attribute : attributes)
+        out.append(" ").append(attribute);
+    out += ">";
+    for (const Node& child : node.children()) {
+        if (depth < kMaxDepth && !LocalName(child).starts_with("bookmark"))
+            Spell(child, out, depth + 1);
+    }
+    out += "/";
+}
+
+}  // namespace
+
+std::string Spelled(const Node& node) {
+    std::string out;
+    Spell(node, out, 0);
+    return out;
+}
+
+// ---- looks ----
+
+std::string StoryReading::LookOf(const Node& properties) const {
+    std::set<std::string> parts;
+    for (const Node& child : properties.children()) {
+        const std::string_view name = LocalName(child);
+        const bool of_paragraph = Is(properties, "pPr");
+        if (name == "sectPr" || IsTracking(name) || (of_paragraph && name == "rPr"))
+            continue;
+        if (name.ends_with("Style"))
+            parts.insert(StyleText(std::string(Attribute(child, "val")), 0));
+        else if (name == "numPr")
+            parts.insert("list" + Spelled(Child(child, "ilvl")) +
+                         ListText(Attribute(Child(child, "numId"), "val")));
+        else
+            parts.insert(Spelled(child));
+    }
+    std::string look;
+    for (const std::string& part : parts)
+        look += part;
+    return look;
+}
+
+std::string StoryReading::StyleText(const std::string& id, int depth) const {
+    const auto found = styles_.find(id);
+    if (found == styles_.end() || depth > kMaxDepth)
+        return "no style " + id;
+    std::string text;
+    for (const Node& child : found->second.children()) {
+        const std::string_view name = LocalName(child);
+        if (name == "basedOn")
+            text += StyleText(std::string(Attribute(child, "val")), depth + 1);
+        else if (name == "rPr" || (name == "pPr" && !Child(child, "numPr")))
+            text += Spelled(child);
+    }
+    return "{" + text + "}";
+}
+
+std::string StoryReading::ListText(std::string_view id) const {
+    for (const Node& list : lists_.children()) {
+        if (!Is(list, "num") || Attribute(list, "numId") != id)
+            continue;
+        const std::string_view abstract = Attribute(Child(list, "abstractNumId"), "val");
+        std::string text;
+        for (const Node& node : lists_.children()) {
+            if (!Is(node, "abstractNum") || Attribute(node, "abstractNumId") != abstract)
+                continue;
+            for (const Node& level : node.children())
+                text += Is(level, "lvl") ? Spelled(level) : "";
+        }
+        return text;
+    }
+    return id == "0" || id.empty() ? "none" : "no list " + std::string(id);
+}
+
+// ---- headers and footers ----
+
+void StoryReading::Headers(const Node& document) {
+    std::set<std::string> seen;
+    std::vector<Node> open{document};
+    while (!open.empty()) {
+        const Node at = open.back();
+        open.pop_back();
+        std::vector<Node> children(at.begin(), at.end());
+        open.insert(open.end(), children.rbegin(), children.rend());
+        if (!Is(at, "headerReference") && !Is(at, "footerReference"))
+            continue;
+        const auto relation = main_relations_.find(at.attribute("r:id").value());
+        if (relation == main_relations_.end() || !seen.insert(relation->second.target).second)
+            continue;
+        XmlPart* const part = Load(relation->second.target);
+        if (part == nullptr)
+            continue;
+        stories_->without_partner += Resolve(part->Root(), resolution_, kCameBack).without_partner;
+        std::vector<ReadLine> lines;
+        relations_ = ReadRelationships(package_, relation->second.target);
+        Container(part->Root(), lines, 0);
+        const bool blank = std::all_of(lines.begin(), lines.end(), [](const ReadLine& line) {
+            return line.border.empty() && line.Text().empty();
+        });
+        if (blank)
+            continue;
+        ++stories_->counts.headers;
+        stories_->headers[std::string(LocalName(at)) + std::string(Attribute(at, "type"))]
+            .push_back(std::move(lines));
+    }
+    relations_ = main_relations_;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,313 @@
+#include "redline/verify_reading.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "load/readers/crypto/crypto_tools.h"
+#include "redline/verify_spelling.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+bool PassedOver(std::string_view name) {
+    return name.starts_with("bookmark") || name.starts_with("comment") ||
+           name.starts_with("perm") || name == "proofErr" || name == "lastRenderedPageBreak" ||
+           name == "annotationRef";
+}
+
+}  // namespace
+
+// One thing in a paragraph, before fields are known to be whole.
+struct StoryReading::Event {
+    enum class Kind { Text, FieldBegin, FieldMiddle, FieldEnd, Code } kind = Kind::Text;
+    ReadPiece piece;
+};
+
+std::string ReadLine::Text() const {
+    std::string text;
+    std::string_view link;
+    for (const ReadPiece& piece : pieces) {
+        if (piece.link != link)
+            text += "[" + piece.link + "]";
+        link = piece.link;
+        text += piece.text;
+    }
+    return text;
+}
+
+XmlPart* StoryReading::Load(const std::string& part) {
+    if (const auto found = parts_.find(part); found != parts_.end())
+        return found->second.get();
+    auto xml = std::make_unique<XmlPart>();
+    if (part.empty() || !XmlPart::Read(package_, part, *xml).ok())
+        xml = nullptr;
+    return (parts_[part] = std::move(xml)).get();
+}
+
+ReadEnd StoryReading::Read(Resolution resolution, ReadStories& stories) {
+    resolution_ = resolution;
+    stories_ = &stories;
+    std::string main;
+    for (const auto& [id, relation] : ReadRelationships(package_, "")) {
+        if (relation.type == "officeDocument")
+            main = relation.target;
+    }
+    XmlPart* const document = Load(main);
+    if (document == nullptr)
+        return ReadEnd::Fault(ReadError::Damaged, "no text that can be read");
+    main_relations_ = ReadRelationships(package_, main);
+    relations_ = main_relations_;
+    ReadStyles();
+    for (const auto& [id, relation] : main_relations_) {
+        XmlPart* part = relation.type == "footnotes" || relation.type == "endnotes"
+                            ? Load(relation.target)
+                            : nullptr;
+        if (part != nullptr)
+            stories.without_partner += Resolve(part->Root(), resolution, kCameBack).without_partner;
+    }
+    stories.without_partner += Resolve(document->Root(), resolution, kCameBack).without_partner;
+    Container(Child(document->Root(), "body"), stories.body, 0);
+    Headers(document->Root());
+    return ReadEnd::Ok();
+}
+
+void StoryReading::ReadStyles() {
+    for (const auto& [id, relation] : main_relations_) {
+        XmlPart* const part = relation.type == "styles" || relation.type == "numbering"
+                                  ? Load(relation.target)
+                                  : nullptr;
+        if (part == nullptr)
+            continue;
+        if (relation.type == "numbering")
+            lists_ = part->Root();
+        for (const Node& style : part->Root().children()) {
+            if (Is(style, "style"))
+                styles_.emplace(Attribute(style, "styleId"), style);
+        }
+    }
+}
+
+// ---- blocks ----
+
+// What ends in a table has an empty paragraph behind it for whoever opens it.
+void StoryReading::Container(const Node& container, std::vector<ReadLine>& lines, int depth) {
+    const std::size_t begin = lines.size();
+    Blocks(container, lines, depth);
+    if (lines.size() > begin && lines.back().border == "tbl>")
+        lines.emplace_back();
+}
+
+void StoryReading::Blocks(const Node& container, std::vector<ReadLine>& lines, int depth) {
+    for (const Node& node : container.children()) {
+        const std::string_view name = LocalName(node);
+        if (depth > kMaxDepth)
+            return;
+        if (name == "p")
+            Paragraph(node, lines, depth + 1);
+        else if (name == "tbl")
+            Table(node, lines, depth + 1);
+        else if (name == "sdt" || name == "sdtContent" || name == "customXml")
+            Blocks(node, lines, depth + 1);
+    }
+}
+
+void StoryReading::Table(const Node& table, std::vector<ReadLine>& lines, int depth) {
+    const std::string_view name = LocalName(table);
+    const bool row = name == "tr";
+    const bool cell = name == "tc";
+    if (!row && !cell && name != "tbl") {
+        for (const Node& child : table.children()) {
+            if (depth < kMaxDepth)
+                Table(child, lines, depth + 1);
+        }
+        return;
+    }
+    ReadCounts& counts = stories_->counts;
+    ++(row ? counts.rows : cell ? counts.cells : counts.tables);
+    lines.push_back({"<" + std::string(name), {}, {}, false});
+    if (cell)
+        Container(table, lines, depth + 1);
+    for (const Node& child : table.children()) {
+        const std::string_view inner = LocalName(child);
+        if (!cell && depth < kMaxDepth && !inner.ends_with("Pr"))
+            Table(child, lines, depth + 1);
+    }
+    lines.push_back({std::string(name) + ">", {}, {}, false});
+}
+
+void StoryReading::Paragraph(const Node& paragraph, std::vector<ReadLine>& lines, int depth) {
+    ++stories_->counts.paragraphs;
+    std::vector<Event> events;
+    Inline(paragraph, {}, events, depth);
+    ReadLine line{
+        {}, {}, LookOf(Child(paragraph, "pPr")), static_cast<bool>(paragraph.attribute(kCameBack))};
+    // A field counts when it begins and ends here; the frame of a longer one is not text.
+    std::vector<std::size_t> open;
+    std::set<std::size_t> whole;
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        if (events[i].kind == Event::Kind::FieldBegin) {
+            open.push_back(i);
+        } else if (events[i].kind == Event::Kind::FieldEnd && !open.empty()) {
+            whole.insert({open.back(), i});
+            open.pop_back();
+        }
+    }
+    std::vector<bool> inside;  // of each open field, whether it is whole
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        Event& event = events[i];
+        const bool begins = event.kind == Event::Kind::FieldBegin;
+        if (begins)
+            inside.push_back(whole.contains(i));
+        const bool counts = event.kind == Event::Kind::Text || (!inside.empty() && inside.back());
+        if (event.kind == Event::Kind::FieldEnd && !inside.empty())
+            inside.pop_back();
+        if (!counts)
+            continue;
+        line.pieces.push_back(event.piece);
+    }
+    lines.push_back(std::move(line));
+}
+
+// ---- inside a paragraph ----
+
+void StoryReading::Inline(const Node& parent, const Event& around, std::vector<Event>& events,
+                          int depth) {
+    for (const Node& node : parent.children()) {
+        const std::string_view name = LocalName(node);
+        Event event = around;
+        if (depth > kMaxDepth || node.type() != pugi::node_element || name.ends_with("Pr") ||
+            PassedOver(name))
+            continue;
+        if (name == "r") {
+            event.piece.look = LookOf(Child(node, "rPr"));
+            event.piece.deleted = around.piece.deleted || node.attribute(kCameBack);
+            for (const Node& child : node.children()) {
+                if (!Is(child, "rPr"))
+                    RunChild(child, event, events, depth + 1);
+            }
+        } else if (name == "hyperlink") {
+            event.piece.link = RelationText(node.attribute("r:id").value()) + "#" +
+                               std::string(Attribute(node, "anchor"));
+            Inline(node, event, events, depth + 1);
+        } else if (name == "fldSimple") {
+            const auto put = [&](Event::Kind kind, std::string text) {
+                event.kind = kind;
+                event.piece.text = std::move(text);
+                events.push_back(event);
+            };
+            put(Event::Kind::FieldBegin, "\x01");
+            put(Event::Kind::Code, std::string(Attribute(node, "instr")));
+            put(Event::Kind::FieldMiddle, "\x03");
+            Inline(node, around, events, depth + 1);
+            put(Event::Kind::FieldEnd, "\x02");
+        } else if (name == "sdt" || name == "sdtContent" || name == "smartTag" ||
+                   name == "customXml" || name == "bdo" || name == "dir") {
+            Inline(node, around, events, depth + 1);
+        } else {
+            RunChild(node, event, events, depth + 1);
+        }
+    }
+}
+
+void StoryReading::RunChild(const Node& node, const Event& around, std::vector<Event>& events,
+                            int depth) {
+    const std::string_view name = LocalName(node);
+    if (node.type() != pugi::node_element || PassedOver(name))
+        return;
+    Event event = around;
+    if (name == "t") {
+        event.piece.text = node.text().get();
+    } else if (name == "tab") {
+        event.piece.text = "\t";
+    } else if (name == "fldChar") {
+        const std::string_view type = Attribute(node, "fldCharType");
+        event.kind = type == "begin" ? Event::Kind::FieldBegin
+                     : type == "end" ? Event::Kind::FieldEnd
+                                     : Event::Kind::FieldMiddle;
+        event.piece.text = type == "begin" ? "\x01" : type == "end" ? "\x02" : "\x03";
+    } else if (name == "instrText") {
+        event.kind = Event::Kind::Code;
+        event.piece.text = node.text().get();
+    } else if (name == "footnoteReference" || name == "endnoteReference") {
+        event.piece.text = NoteText(node, depth);
+    } else {
+        event.piece.text = ObjectText(node, depth);
+    }
+    if (!event.piece.text.empty())
+        events.push_back(event);
+}
+
+std::string StoryReading::Nested(const Node& container, const std::string& part, int depth) {
+    std::vector<ReadLine> lines;
+    std::unordered_map<std::string, Relationship> outer;
+    if (!part.empty())
+        outer = std::exchange(relations_, ReadRelationships(package_, part));
+    Container(container, lines, depth + 1);
+    if (!part.empty())
+        relations_ = std::move(outer);
+    std::string text;
+    for (const ReadLine& line : lines)
+        text += line.border + line.Text() + "\x05";
+    return text;
+}
+
+std::string StoryReading::NoteText(const Node& reference, int depth) {
+    const std::string_view kind = Is(reference, "footnoteReference") ? "footnotes" : "endnotes";
+    for (const auto& [id, relation] : main_relations_) {
+        XmlPart* const part = relation.type == kind ? Load(relation.target) : nullptr;
+        if (part == nullptr)
+            continue;
+        for (const Node& note : part->Root().children()) {
+            if (Attribute(note, "id") != Attribute(reference, "id"))
+                continue;
+            ++stories_->counts.notes;
+            return "\x06" + std::string(kind) + ":" + Nested(note, relation.target, depth + 1) +
+                   "\x07";
+        }
+    }
+    return "\x06no note\x07";
+}
+
+// A picture by its bytes, a box by its stories, all else as it is spelled.
+std::string StoryReading::ObjectText(const Node& node, int depth) {
+    std::string boxes;
+    std::string related;
+    std::vector<Node> open{node};
+    while (!open.empty()) {
+        const Node at = open.back();
+        open.pop_back();
+        if (Is(at, "txbxContent")) {
+            boxes += "\x0E" + Nested(at, {}, depth + 1) + "\x0F";
+            continue;
+        }
+        for (const pugi::xml_attribute& attribute : at.attributes()) {
+            if (std::string_view(attribute.name()).starts_with("r:"))
+                related += "|" + RelationText(attribute.value());
+        }
+        std::vector<Node> children(at.begin(), at.end());
+        open.insert(open.end(), children.rbegin(), children.rend());
+    }
+    if (!boxes.empty() || !related.empty())
+        return "\x06" + std::string(LocalName(node)) + related + boxes + "\x07";
+    const std::string_view name = LocalName(node);
+    const bool drawn = name == "drawing" || name == "pict" || name == "AlternateContent";
+    return "\x06" + (drawn ? std::string(name) : Spelled(node)) + "\x07";
+}
+
+std::string StoryReading::RelationText(const std::string& id) const {
+    const auto found = relations_.find(id);
+    if (id.empty() || found == relations_.end())
+        return id.empty() ? "" : "nothing";
+    if (found->second.external)
+        return found->second.type + ">" + found->second.target;
+    const std::optional<std::string> bytes = package_.Read(found->second.target);
+    std::string digest = bytes ? Hasher(HashKind::Sha256).Digest({*bytes}) : "missing";
+    for (char& byte : digest)
+        byte = static_cast<char>('a' + (static_cast<unsigned char>(byte) & 0xFU));
+    return found->second.type + ":" + digest;
+}
+
+}  // namespace zorvane

@@ -1,0 +1,79 @@
+// A WordprocessingML package that can be changed: its parts in the order of the file, their trees
+// where somebody looks, relationships and content types. What nobody edits keeps its bytes.
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "load/readers/reader.h"
+#include "load/readers/xml_part.h"
+
+namespace zorvane {
+
+/// One line of a part's relationships.
+struct PartRelation {
+    std::string id;
+    std::string type;    ///< the whole address of the type
+    std::string target;  ///< as it stands
+    bool external = false;
+    std::string part;  ///< the part it leads to; empty when external
+};
+
+/// Last segment of a relationship's type: "hyperlink", "footnotes", ...
+std::string_view KindOf(const PartRelation& relation);
+
+class WordPackage {
+  public:
+    /// Reads all parts. `bytes` need not outlive the package.
+    ReadEnd Open(std::string_view bytes);
+
+    /// The part with the document's text.
+    const std::string& MainPart() const { return main_part_; }
+    std::vector<std::string> Names() const;
+    bool Has(std::string_view name) const { return Find(name) != nullptr; }
+    /// As it was read or added; empty without such a part.
+    std::string_view Bytes(std::string_view name) const;
+    /// The same with the changes made to it.
+    std::string Current(std::string_view name) const;
+    /// The root element; empty when there is no such part or it is no XML.
+    pugi::xml_node Tree(std::string_view name);
+    /// The same, to be changed.
+    pugi::xml_node Edit(std::string_view name);
+    void Add(std::string name, std::string bytes);
+    /// A name that no part has: "word/media/image.png" and 2 give "word/media/image2.png".
+    std::string FreshName(std::string_view wanted) const;
+
+    std::vector<PartRelation> Relations(std::string_view part);
+    /// The first part that `part` leads to by that kind; empty without one.
+    std::string Related(std::string_view part, std::string_view kind);
+    /// The id of the new relationship.
+    std::string AddRelation(std::string_view part, const PartRelation& relation);
+    /// Empty when nothing tells it.
+    std::string ContentType(std::string_view part);
+    void SetContentType(std::string_view part, std::string_view type);
+
+    /// Nothing when the package cannot be written.
+    std::optional<std::string> Save();
+
+  private:
+    struct Part {
+        std::string name;
+        std::string bytes;
+        std::unique_ptr<XmlPart> xml;
+        bool edited = false;
+    };
+    Part* Find(std::string_view name);
+    const Part* Find(std::string_view name) const;
+
+    std::deque<Part> parts_;
+    std::string main_part_;
+};
+
+/// "word/document.xml" gives "word/_rels/document.xml.rels".
+std::string RelationsPartOf(std::string_view part);
+
+}  // namespace zorvane

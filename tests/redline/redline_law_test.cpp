@@ -1,0 +1,191 @@
+// Small pairs with one kind of change each: the law holds, and as little is marked as can be.
+#include "tests/redline/redline_pair.h"
+
+namespace zorvane {
+namespace {
+
+struct LawRow {
+    const char* name;
+    PairFile original;
+    PairFile modified;
+    RedlineCounts counts;  ///< insertions, deletions, marks of ends, rows, notes, properties
+};
+
+const std::string kLong = "The committee decides about the large hall";
+const std::string kTail = " and the lamp is cleaned every morning before the ferry leaves.";
+const std::string kKept = Paragraph("Bread is baked on Monday in the old oven of the village.");
+const std::string kOther = Paragraph("Oil lanterns are stored upright before winter begins.");
+const std::string kBold = "<w:b/>";
+const std::string kField =
+    "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>PAGE #</w:instrText></w:r>"
+    "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
+const std::string kStyle = "<w:style w:type=\"paragraph\" w:styleId=\"S\"><w:name w:val=\"S\"/>";
+
+std::string With(std::string text, const std::string& what, const std::string& by) {
+    return text.replace(text.find(what), what.size(), by);
+}
+std::string Box(const std::string& text) {
+    return "<w:r><w:pict><w:txbxContent>" + Paragraph(text) + "</w:txbxContent></w:pict></w:r>";
+}
+std::string Link(const std::string& text) {
+    return "<w:hyperlink r:id=\"rl\">" + TextRun(text) + "</w:hyperlink>";
+}
+
+std::vector<LawRow> Rows() {
+    const std::string two_rows = Row({"Oak", "12"}) + Row({"Elm", "7"});
+    const std::string notes = Note("1", "First note.") + Note("2", "Second note.");
+    const std::string said = Paragraph(TextRun(kLong) + NoteReference("1") + TextRun(kTail));
+    return {
+        {"nothing", {kKept}, {kKept}, {}},
+        {"a word", {Paragraph(kLong)}, {Paragraph(With(kLong, "large", "small"))}, {1, 1}},
+        {"a word over runs, with their looks",
+         {Paragraph(TextRun("The committee de", kBold) + TextRun("cides about the hall"))},
+         {Paragraph("The committee votes about the hall")},
+         {1, 1}},
+        {"a paragraph more", {kKept}, {kKept + kOther}, {1, 0, 1, 0, 0, 1}},
+        {"a paragraph less in front", {kOther + kKept}, {kKept}, {0, 1, 1}},
+        {"another paragraph at the end",
+         {kKept + Paragraph("Zebra")},
+         {kKept + kOther},
+         {1, 1, 0, 0, 0, 1}},
+        {"split", {Paragraph(kLong + kTail)}, {Paragraph(kLong) + Paragraph(kTail)}, {0, 0, 1}},
+        {"joined", {Paragraph(kLong) + Paragraph(kTail)}, {Paragraph(kLong + kTail)}, {0, 0, 1}},
+        {"one cell",
+         {Table(two_rows) + kKept},
+         {Table(With(two_rows, "12", "14")) + kKept},
+         {1, 1}},
+        {"a row",
+         {Table(two_rows) + kKept},
+         {Table(two_rows + Row({"Ash", "9"})) + kKept},
+         {2, 0, 2, 1}},
+        {"a row less", {Table(two_rows) + kKept}, {Table(Row({"Elm", "7"})) + kKept}, {0, 2, 2, 1}},
+        {"another number of cells",
+         {Table(two_rows) + kKept},
+         {Table(Row({"Oak"}) + Row({"Elm", "7"})) + kKept},
+         {1, 2, 3, 2}},
+        {"a table more, in front of the last paragraph",
+         {kOther + kKept},
+         {kOther + Table(two_rows) + kKept},
+         {4, 0, 4, 2}},
+        {"a paragraph between tables",
+         {Table(two_rows) + kOther + Table(two_rows) + kKept},
+         {Table(two_rows) + Table(two_rows) + kKept},
+         {4, 5, 9, 4}},
+        {"a paragraph in front of a table that stays",
+         {kKept + Table(two_rows) + kKept},
+         {kKept + kOther + Table(two_rows) + kKept},
+         {1, 0, 1, 0, 0, 1}},
+        {"a note's text",
+         {said, {}, {}, notes},
+         {said, {}, {}, With(notes, "First", "Other")},
+         {1, 1, 0, 0, 1}},
+        {"a note more", {Paragraph(kLong + kTail)}, {said, {}, {}, notes}, {2, 0, 0, 0, 1}},
+        {"a note less", {said, {}, {}, notes}, {Paragraph(kLong + kTail)}, {0, 2, 0, 0, 1}},
+        {"a header's text",
+         {kKept, {}, {}, {}, kOther},
+         {kKept, {}, {}, {}, With(kOther, "Oil", "New")},
+         {1, 1}},
+        {"a header more", {kKept}, {kKept, {}, {}, {}, kOther}, {1}},
+        {"a header less", {kKept, {}, {}, {}, kOther}, {kKept}, {0, 1}},
+        {"in a text box",
+         {Paragraph(TextRun(kLong) + Box(kTail))},
+         {Paragraph(TextRun(kLong) + Box(With(kTail, "lamp", "tide")))},
+         {1, 1}},
+        {"a picture",
+         {Paragraph(TextRun(kLong) + "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>"),
+          {},
+          {},
+          {},
+          {},
+          "one"},
+         {Paragraph(TextRun(kLong) + "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>"),
+          {},
+          {},
+          {},
+          {},
+          "other"},
+         {1, 1}},
+        {"a word of a link",
+         {Paragraph(Link(kLong))},
+         {Paragraph(Link(With(kLong, "large", "small")))},
+         {1, 1}},
+        {"what a link leads to",
+         {Paragraph(Link(kLong) + TextRun(kTail))},
+         {Paragraph(Link(kLong) + TextRun(kTail)), {}, {}, {}, {}, {}, "http://example.com/"},
+         {1, 1}},
+        {"a field's code",
+         {Paragraph(TextRun(kLong) + kField)},
+         {Paragraph(TextRun(kLong) + With(kField, "#", "!"))},
+         {1, 1}},
+        {"a simple field goes",
+         {Paragraph(TextRun(kLong) + "<w:fldSimple w:instr=\"DATE\">" + TextRun("today") +
+                    "</w:fldSimple>")},
+         {Paragraph(kLong)},
+         {0, 1}},
+        {"a style of the deleted text",
+         {Paragraph("Zebra", "<w:pStyle w:val=\"S\"/>") + kKept,
+          kStyle + "<w:rPr><w:b/></w:rPr></w:style>"},
+         {kKept, kStyle + "<w:rPr><w:i/></w:rPr></w:style>"},
+         {0, 1, 1}},
+        {"a list of the deleted text",
+         {Paragraph("Zebra", "<w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"1\"/></w:numPr>") +
+              kKept,
+          {},
+          "<w:abstractNum w:abstractNumId=\"0\"><w:lvl w:ilvl=\"0\"/></w:abstractNum><w:num "
+          "w:numId=\"1\"><w:abstractNumId w:val=\"0\"/></w:num>"},
+         {kKept,
+          {},
+          "<w:abstractNum w:abstractNumId=\"0\"><w:lvl w:ilvl=\"1\"/></w:abstractNum><w:num "
+          "w:numId=\"1\"><w:abstractNumId w:val=\"0\"/></w:num>"},
+         {0, 1, 1}},
+    };
+}
+
+TEST(RedlineLaw, HoldsForEachKindOfChangeWithFewMarks) {
+    for (const LawRow& row : Rows()) {
+        SCOPED_TRACE(row.name);
+        const std::string original = MakePairFile(row.original);
+        const std::string modified = MakePairFile(row.modified);
+        const WrittenRedline written = RedlineOf(original, modified);
+        EXPECT_EQ(LawBreach(original, modified, written.bytes), "");
+        const RedlineCounts& got = written.counts;
+        EXPECT_EQ(got, row.counts)
+            << got.insertions << " " << got.deletions << " " << got.paragraph_marks << " "
+            << got.rows << " " << got.notes << " " << got.properties;
+    }
+}
+
+TEST(RedlineLaw, TakesTrackedInputsAsAccepted) {
+    const std::string original = MakePairFile({kKept});
+    const std::string modified = MakePairFile(
+        {Paragraph(TextRun("Bread is ") + "<w:ins w:id=\"7\" w:author=\"a\">" + TextRun("never ") +
+                   "</w:ins><w:del w:id=\"8\" w:author=\"a\"><w:r><w:delText>x</w:delText></w:r>"
+                   "</w:del>" +
+                   TextRun("baked on Monday in the old oven of the village."))});
+    const WrittenRedline written = RedlineOf(original, modified);
+    EXPECT_EQ(written.resolved_before, 2);
+    EXPECT_EQ(written.counts, (RedlineCounts{1}));
+    EXPECT_EQ(LawBreach(original, modified, written.bytes), "");
+    WrittenRedline refused;
+    RedlineRequest request;
+    request.keep_tracked = true;
+    EXPECT_EQ(WriteDocxRedline({original, modified}, request, nullptr, refused).error,
+              ReadError::NotTracked);
+}
+
+TEST(RedlineLaw, WritesTheSameBytesForTheSamePair) {
+    const std::string original = MakePairFile({kKept});
+    const std::string modified = MakePairFile({kKept + kOther});
+    RedlineRequest request;
+    request.author = "A & B";
+    request.date = "2001-02-03T04:05:06Z";
+    request.id_prefix = 42;
+    const WrittenRedline first = RedlineOf(original, modified, request);
+    EXPECT_EQ(first.bytes, RedlineOf(original, modified, request).bytes);
+    EXPECT_NE(PartOf(first.bytes, "word/document.xml")
+                  .find("w:id=\"4200001\" w:author=\"A &amp; B\" w:date=\"2001-02-03T04:05:06Z\""),
+              std::string::npos);
+}
+
+}  // namespace
+}  // namespace zorvane

@@ -1,0 +1,124 @@
+// Word-processor packages for redlines, and a redline of two of them.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "load/readers/package.h"
+#include "redline/docx_redline.h"
+#include "redline/verify.h"
+#include "tests/support/word_file.h"
+
+namespace zorvane {
+
+struct PairFile {
+    std::string body;
+    std::string styles{};
+    std::string numbering{};
+    std::string footnotes{};  ///< empty: no such part
+    std::string header{};     ///< likewise; the first section shows it
+    std::string picture{};    ///< bytes of the part that relationship "rp" leads to
+    std::string link = "http://example.org/";  ///< what relationship "rl" leads to
+};
+
+inline std::string MakePairFile(const PairFile& file) {
+    const auto relation = [](const std::string& id, const std::string& kind,
+                             const std::string& target, const char* mode = "") {
+        return "<Relationship Id=\"" + id + "\" Type=\"http://x/" + kind + "\" Target=\"" + target +
+               "\"" + mode + "/>";
+    };
+    std::string relations = relation("rs", "styles", "styles.xml") +
+                            relation("rn", "numbering", "numbering.xml") +
+                            relation("rl", "hyperlink", file.link, " TargetMode=\"External\"");
+    ZipParts parts{
+        {"[Content_Types].xml",
+         "<Types><Default Extension=\"xml\" ContentType=\"application/xml\"/><Default "
+         "Extension=\"rels\" ContentType=\"application/rels\"/><Default Extension=\"png\" "
+         "ContentType=\"image/png\"/></Types>"},
+        {"_rels/.rels", "<Relationships>" + relation("r1", "officeDocument", "word/document.xml") +
+                            "</Relationships>"},
+        {"word/styles.xml", WordPart("styles", file.styles)},
+        {"word/numbering.xml", WordPart("numbering", file.numbering)},
+        {"docProps/app.xml", "<Properties/>"}};
+    std::string section = "<w:sectPr/>";
+    if (!file.header.empty()) {
+        relations += relation("rh", "header", "header1.xml");
+        section = "<w:sectPr><w:headerReference w:type=\"default\" r:id=\"rh\"/></w:sectPr>";
+        parts.emplace_back("word/header1.xml", WordPart("hdr", file.header));
+    }
+    if (!file.footnotes.empty()) {
+        relations += relation("rf", "footnotes", "footnotes.xml");
+        parts.emplace_back("word/footnotes.xml", WordPart("footnotes", file.footnotes));
+    }
+    if (!file.picture.empty()) {
+        relations += relation("rp", "image", "media/image1.png");
+        parts.emplace_back("word/media/image1.png", file.picture);
+    }
+    parts.emplace_back("word/_rels/document.xml.rels",
+                       "<Relationships>" + relations + "</Relationships>");
+    parts.emplace_back("word/document.xml",
+                       WordPart("document", "<w:body>" + file.body + section + "</w:body>"));
+    return MakeZip(parts);
+}
+
+// ---- content ----
+
+inline std::string TextRun(const std::string& text, const std::string& look = {}) {
+    return "<w:r>" + (look.empty() ? "" : "<w:rPr>" + look + "</w:rPr>") +
+           "<w:t xml:space=\"preserve\">" + text + "</w:t></w:r>";
+}
+/// `content`: runs, or plain text.
+inline std::string Paragraph(const std::string& content, const std::string& look = {}) {
+    return "<w:p>" + (look.empty() ? "" : "<w:pPr>" + look + "</w:pPr>") +
+           (content.empty() || content.front() == '<' ? content : TextRun(content)) + "</w:p>";
+}
+inline std::string Cell(const std::string& text) {
+    return "<w:tc><w:tcPr/>" + Paragraph(text) + "</w:tc>";
+}
+inline std::string Row(std::initializer_list<std::string> cells) {
+    std::string row = "<w:tr>";
+    for (const std::string& cell : cells)
+        row += Cell(cell);
+    return row + "</w:tr>";
+}
+inline std::string Table(const std::string& rows) {
+    return "<w:tbl><w:tblPr/><w:tblGrid><w:gridCol w:w=\"100\"/><w:gridCol w:w=\"100\"/>"
+           "</w:tblGrid>" +
+           rows + "</w:tbl>";
+}
+inline std::string Note(const std::string& id, const std::string& text) {
+    return "<w:footnote w:id=\"" + id + "\">" + Paragraph(text) + "</w:footnote>";
+}
+inline std::string NoteReference(const std::string& id) {
+    return "<w:r><w:footnoteReference w:id=\"" + id + "\"/></w:r>";
+}
+
+// ---- the redline ----
+
+inline WrittenRedline RedlineOf(const std::string& original, const std::string& modified,
+                                const RedlineRequest& request = {}) {
+    WrittenRedline written;
+    const ReadEnd end = WriteDocxRedline({original, modified}, request, nullptr, written);
+    EXPECT_TRUE(end.ok()) << end.detail;
+    return written;
+}
+
+/// Why the redline does not give both documents back; empty when it does.
+inline std::string LawBreach(const std::string& original, const std::string& modified,
+                             std::string_view redline, std::int32_t headers_left_out = 0,
+                             bool all_looks = false) {
+    const Result<Verified> verified =
+        VerifyRedline({{original, modified}, redline, all_looks, headers_left_out});
+    return verified.ok() ? std::string() : verified.failure().reason;
+}
+
+inline std::string PartOf(std::string_view package, std::string_view name) {
+    const std::unique_ptr<Package> opened = Package::Open(package);
+    return opened ? opened->Read(name).value_or("") : "";
+}
+
+}  // namespace zorvane
