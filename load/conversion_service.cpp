@@ -8,6 +8,7 @@
 
 #include "common/platform/native_path.h"
 #include "load/office_place.h"
+#include "load/password_wanted.h"
 
 namespace zorvane {
 namespace {
@@ -117,6 +118,10 @@ constexpr ErrorRow kErrors[] = {
      "the system offers no sandbox for reading documents (#); --no-sandbox "
      "reads them without"},
 };
+
+static_assert(std::any_of(std::begin(kErrors), std::end(kErrors), [](const ErrorRow& row) {
+    return row.error == ReadError::PasswordNeeded && row.text.starts_with(kPasswordWanted);
+}));
 
 std::string FirstOf(const std::string& detail) {
     return detail.substr(0, detail.find_first_of("\r\n"));

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QScreen>
 
@@ -12,6 +13,7 @@
 #include "common/ui/language_dialog.h"
 #include "common/ui/measures.h"
 #include "common/ui/question.h"
+#include "common/ui/toolkit_texts.h"
 #include "common/ui/widget_words.h"
 #include "compare/ui/command_buttons.h"
 #include "compare/ui/compare_commands.h"
@@ -69,6 +71,7 @@ void MainWindow::Load() {
     if (std::exchange(loaded_, true))
         return;
     ApplyLanguageFont(process_.translator.gsLanguageFont);
+    ShowToolkitIn(process_.translator.gsLanguage);
     commands_ =
         new CommandSet({FrameCommands(), CompareCommands(), FolderCommands()}, text_, *this);
     BindCommands();
@@ -194,7 +197,12 @@ CompareFilesPage* MainWindow::FreePage() {
     return frame_->CreateNewCompareFilesForm() == nullptr ? nullptr : ActivePage();
 }
 
-void MainWindow::OpenFiles(const std::vector<std::string>& files) {
+// Whole paths, which mean the same when they are listed the next day.
+void MainWindow::OpenFiles(std::vector<std::string> files) {
+    for (std::string& file : files) {
+        if (bFileExists(file) || bDirectoryExists(file))
+            file = FromQt(QFileInfo(ToQt(file)).absoluteFilePath());
+    }
     if (files.size() > 1 && bDirectoryExists(files[0]) && bDirectoryExists(files[1]))
         OpenFolders({files[0], files[1]});
     else if (files.size() > 1)

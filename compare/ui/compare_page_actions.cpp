@@ -309,10 +309,12 @@ void CompareFilesPage::MoveFocus(bool forward) {
     panes[static_cast<std::size_t>(next)]->setFocus(Qt::TabFocusReason);
 }
 
-// Esc, the first that applies: stop a run, fold the options, back to the text.
+// Esc, the first that applies: close what finds, stop a run, fold the options, back to the text.
 void CompareFilesPage::keyPressEvent(QKeyEvent* event) {
     if (event->key() != Qt::Key_Escape || viewer_ == nullptr) {
         QWidget::keyPressEvent(event);
+    } else if (find_ != nullptr && find_->isVisible()) {
+        find_->reject();
     } else if (viewer_->Busy()) {
         viewer_->Abort();
     } else if (options_->IsUnfolded()) {

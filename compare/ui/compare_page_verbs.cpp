@@ -74,6 +74,7 @@ void CompareFilesPage::CloseDialogs() {
     if (viewer_ == nullptr)
         return;
     WriteSettings();
+    passwords_.TakeBack(*viewer_);
     ReleaseViews();
 }
 
@@ -115,6 +116,7 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         focus_after_ = !other ? QApplication::focusWidget() : words ? last_focus_ : nullptr;
         started_ = true;
         missing_.clear();
+        ShowStatus(StatusPanel::Detail, FromQt(text_("Ready")));  // no longer of the run before
         ForgetNews();
         ShowRoom();
         progress_->Begin(text_("Comparing the documents"));
@@ -182,6 +184,15 @@ void CompareFilesPage::SelectInDifferenceList(std::int32_t index) {
     bar_->List().SetCurrent(index);
     bar_->SetPlace(index + 1, viewer_->Differences().Count());
     SayDifference(index);
+    // The paragraphs that are selected now would be read whole on top of that.
+    ForViews([](RichTextView& view) { view.SetSelectionsTold(false); });
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (rooms_ != nullptr)
+                ForViews([](RichTextView& view) { view.SetSelectionsTold(true); });
+        },
+        Qt::QueuedConnection);
 }
 
 void CompareFilesPage::EnableNavigation(const NavigationButtons&) {
