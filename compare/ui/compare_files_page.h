@@ -250,6 +250,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     void TellActiveEditor();
     QString PdfName() const;
     QString SavedName() const;
+    QString FolderToBrowse(Side side) const;
     void SavePdf();
     bool SetUpPages(QPrinter& printer);
     PaneTexts TextsOfPane() const;

@@ -236,8 +236,14 @@ void CompareFilesPage::SetLayout(PaneLayout layout) {
     started_ = true;
     viewer_->Settings().view.Layout = layout;
     editors_wanted_ = layout == PaneLayout::EditorsAndResult;  // by hand, whatever the room
+    // Where the room is short the documents would leave the result a line or two.
+    constexpr int kRoomForBoth = 640;
+    constexpr double kFairShare = 0.42;
+    if (editors_wanted_ && !editors_->isVisible() && splitter_->height() < kRoomForBoth)
+        editors_share_ = kFairShare;
     ShowRoom();
     ApplyLook();
+    ShareHeight();
 }
 
 void CompareFilesPage::SetZoom(int percent) {

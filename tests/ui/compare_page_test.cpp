@@ -122,6 +122,8 @@ TEST_F(ComparePageTest, TellsOfAFileThatIsNotThereInItsPane) {
 // Given for the window's life alone: what the settings say of passwords is the person's.
 TEST_F(ComparePageTest, AsksForThePasswordOfAProtectedDocumentAndForgetsIt) {
     WindowWorld world(fakes, theme);
+    world.window.resize(1440, 900);
+    world.Viewer().Settings().bWarnedAboutXLSWordWrapAlready = true;
     clsCompareFileOptions& options = world.Viewer().Options();
     options.sDOCPassword_TO_Modified.SetData("stored");
     options.sExcelPasswordOriginal.SetData("kept");

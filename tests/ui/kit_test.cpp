@@ -240,7 +240,7 @@ constexpr MnemonicRow kMnemonics[] = {
 
 };
 TEST(Mnemonics, AreGivenOnceEach) {
-    Dialog dialog(QStringLiteral("Options"), kNarrowDialog, nullptr);
+    Dialog dialog(QStringLiteral("Options"), measures::kNarrowDialog, nullptr);
     std::vector<WrappingCheckBox*> boxes;
     for (const MnemonicRow& row : kMnemonics) {
         boxes.push_back(new WrappingCheckBox(QString::fromUtf8(row.caption), &dialog));

@@ -319,9 +319,9 @@ const FoldRow kFoldRows[] = {
     {"5=5 1~1 9=9", {2, 0, 1, {}}, {{0, 5}, {8, 7}}},
     {"1~1 2=2 1~1", {3, 3, 0, {}}, {}},
     {"1~1", {}, {}},
-    {"12=12 1~1 9=9", {1, 1, 4, {0, 4, 17}}, {{0, 4}, {5, 6}, {14, 8}}},  // none above the end
-    {"12=12 1~1", {1, 1, 4, {4, 9}}, {{0, 9}}},    // what is left below it is too short
-    {"12=12 1~1", {1, 1, 4, {4, 11}}, {{0, 11}}},  // in sight as it is
+    {"6=6 6=6 1~1 9=9", {1, 1, 4, {0, 4, 17}}, {{0, 4}, {5, 6}, {14, 8}}},  // none above the end
+    {"6=6 6=6 1~1", {1, 1, 4, {4, 9}}, {{0, 9}}},    // what is left below it is too short
+    {"6=6 6=6 1~1", {1, 1, 4, {4, 11}}, {{0, 11}}},  // in sight as it is
 };
 TEST(FoldableRows, LeaveTheContextOfDifferences) {
     for (const FoldRow& row : kFoldRows) {
