@@ -21,8 +21,6 @@ namespace {
 
 using Request = CommandLineRequest;
 
-constexpr const char* kHelpPage = "https://zorvane.example/docs/command-line";
-
 std::string Trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos)
@@ -391,7 +389,7 @@ bool ParseCommandLine(ProcessState& process, std::string& line, const std::strin
     for (const std::string& file : effects.settings_files)
         OverrideSettingsFile(process, file);
     if (effects.help)
-        IgnoreFailure(process.platform.shell->Open(kHelpPage), "there may be no desktop");
+        IgnoreFailure(process.platform.shell->Open(process.sHelpFile), "there may be no desktop");
     for (const std::string& words : effects.failures)
         LogMessage(process.telling, words, request.sLogFile, ShowsFailures(process, request));
     return good;

@@ -115,7 +115,7 @@ void SetupHelpFiles(ProcessState& process) {
     process.sHelpFile = InstalledData(folders, "help/Zorvane-" + language + ".html");
     if (!japanese && !bFileExists(process.sHelpFile))
         process.sHelpFile = InstalledData(folders, "help/Zorvane.html");
-    process.sHelpWebRoot = japanese ? "" : "https://zorvane.example/docs/";
+    process.sHelpWebRoot.clear();  // there is no page on the web yet
     process.sQuickStartFile = InstalledData(folders, "Zorvane_QuickStart_" + language + ".rtf");
     if (!bFileExists(process.sQuickStartFile))
         process.sQuickStartFile = InstalledData(folders, "Zorvane_QuickStart_English.rtf");

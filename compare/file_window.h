@@ -39,9 +39,9 @@ enum class PrintRange { Whole, Selection };
 struct PrintQuestion {
     std::string title;
     bool has_selection = false;
-    PrintRange range = PrintRange::Whole;    ///< in and out
-    double paper_width = PageSetup().width;  ///< twips, out
-    double paper_height = PageSetup().height;
+    PrintRange range = PrintRange::Whole;  ///< in and out
+    /// The margins in and out, as the person may have changed them; the paper out.
+    PageSetup page{};
 };
 
 class FileWindow {

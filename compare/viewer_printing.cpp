@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <fmt/format.h>
 
 #include "common/base/text_encoding.h"
 #include "common/file_utilities.h"
@@ -62,25 +63,38 @@ double MarginOf(std::string& inches) {
     return std::round(static_cast<double>(static_cast<float>(value)) * kTwipsPerInch);
 }
 
+PageSetup MarginsOf(CompareFilesSettings& settings) {
+    PageSetup page;
+    for (const MarginRow& row : kMargins)
+        page.*row.margin = MarginOf(settings.*row.text);
+    return page;
+}
+
+void TakeMargins(const PageSetup& before, const PageSetup& now, CompareFilesSettings& settings) {
+    for (const MarginRow& row : kMargins) {
+        if (now.*row.margin != before.*row.margin)
+            settings.*row.text = fmt::format("{:.4g}", now.*row.margin / kTwipsPerInch);
+    }
+}
+
 PrintEnd PrintEditor(const PrintingParts& parts, const Editor& editor, const std::string& title) {
     PrintQuestion question;
     question.title = parts.process.Translate("Print");
     question.has_selection = editor.Selection().length > 0;
     question.range = question.has_selection ? PrintRange::Selection : PrintRange::Whole;
-    PageSetup setup;
-    for (const MarginRow& row : kMargins)
-        setup.*row.margin = MarginOf(parts.settings.*row.text);
+    question.page = MarginsOf(parts.settings);
+    const PageSetup before = question.page;
     parts.window.RefreshMargins();
     const DefaultPrinterKept kept(parts.window);
     const std::unique_ptr<PagePainter> printer = parts.window.PickPrinter(question);
     if (printer == nullptr)
         return PrintEnd::Cancelled;
-    setup.width = question.paper_width;
-    setup.height = question.paper_height;
+    TakeMargins(before, question.page, parts.settings);
+    parts.window.RefreshMargins();
     const bool selection = question.has_selection && question.range == PrintRange::Selection;
     const RichText text = selection ? editor.SelectedRich() : editor.Rich();
     const Result<std::int32_t> printed =
-        PrintRTF({text, setup, EdgesOf(parts.process, title)}, *printer, parts.watcher);
+        PrintRTF({text, question.page, EdgesOf(parts.process, title)}, *printer, parts.watcher);
     if (!printed.ok() && printed.failure().reason == kPrintStopped)
         return PrintEnd::Stopped;
     if (!printed.ok()) {

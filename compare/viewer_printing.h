@@ -17,6 +17,12 @@ struct ProcessState;
 /// A margin in inches as twips; a text that is no number, or below 0, is set back to "0.5".
 double MarginOf(std::string& inches);
 
+/// The settings' margins on a usual paper; texts that are no numbers are set back.
+PageSetup MarginsOf(CompareFilesSettings& settings);
+/// Margins that a person changed where pages are set up become settings; the others stay as they
+/// were written.
+void TakeMargins(const PageSetup& before, const PageSetup& now, CompareFilesSettings& settings);
+
 /// Everything is borrowed.
 struct PrintingParts {
     ProcessState& process;

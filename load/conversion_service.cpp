@@ -8,6 +8,7 @@
 
 #include "common/platform/native_path.h"
 #include "load/office_place.h"
+#include "load/password_wanted.h"
 
 namespace zorvane {
 namespace {
@@ -120,6 +121,10 @@ constexpr ErrorRow kErrors[] = {
      "reads them without"},
     {ReadError::NotTracked, "the changes cannot be tracked"},
 };
+
+static_assert(std::any_of(std::begin(kErrors), std::end(kErrors), [](const ErrorRow& row) {
+    return row.error == ReadError::PasswordNeeded && row.text.starts_with(kPasswordWanted);
+}));
 
 std::string FirstOf(const std::string& detail) {
     return detail.substr(0, detail.find_first_of("\r\n"));

@@ -5,7 +5,7 @@ report, the windows.
     tools/make_pictures.py build/release/zorvane               all
     tools/make_pictures.py build/release/zorvane --windows     those of the windows alone
 
-Needs Chromium, LibreOffice and pdftoppm, which neither building nor testing needs."""
+Needs Chromium, ImageMagick, LibreOffice and pdftoppm, which neither building nor testing needs."""
 
 import html
 import os
@@ -54,14 +54,33 @@ WINDOWS = {"01-start": "window-start", "02-compare": "window-compare", "05-resul
            "08-all-in-one-dark": "window-all-in-one"}
 
 
+# Of the README: the same for the pair as a PDF and a word processor's document.
+KINDS = {"08-all-in-one-dark": "window-pdf-dark"}
+
+
+def office(folder, document, kind):
+    run("soffice", f"-env:UserInstallation=file://{folder / 'office'}", "--headless", "--convert-to", kind,
+        "--outdir", folder, document)
+    return folder / pathlib.Path(document).with_suffix(f".{kind}").name
+
+
+def small(picture):
+    """256 colours are enough for a window."""
+    run("convert", picture, "+dither", "-colors", "256", f"PNG8:{picture}")
+
+
 def draw_windows(painter, images, folder):
     if not painter.exists():
         print(f"{painter} is not built; the pictures of the windows stay as they are")
         return
-    subprocess.run([painter, *PAIR, folder], check=True, cwd=ROOT,
-                   env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
-    for drawn, name in WINDOWS.items():
-        shutil.copy(folder / f"{drawn}.png", images / f"{name}.png")
+    kinds = office(folder, PAIR[0], "pdf").name, office(folder, PAIR[1], "docx").name
+    # Names as short as they are given stand in the pictures.
+    for pair, place, drawings in ((PAIR, ROOT, WINDOWS), (kinds, folder, KINDS)):
+        subprocess.run([painter, *pair, folder], check=True, cwd=place,
+                       env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+        for drawn, name in drawings.items():
+            shutil.copy(folder / f"{drawn}.png", images / f"{name}.png")
+            small(images / f"{name}.png")
 
 
 def main():
@@ -78,10 +97,8 @@ def main():
         shown = run(program, "compare", *PAIR, "--color=always", "--no-pager", "-U", "0").stdout.decode()
         (folder / "terminal.html").write_text(terminal_page(shown), encoding="utf-8")
         shoot(folder / "terminal.html", images / "terminal.png", "1100,900", folder)
-        run("soffice", f"-env:UserInstallation=file://{folder / 'office'}", "--headless", "--convert-to", "pdf",
-            "--outdir", folder, folder / "lease.doc")
-        run("pdftoppm", "-png", "-r", "80", "-f", "1", "-l", "1", "-singlefile", folder / "lease.pdf",
-            images / "document")
+        page = office(folder, folder / "lease.doc", "pdf")
+        run("pdftoppm", "-png", "-r", "80", "-f", "1", "-l", "1", "-singlefile", page, images / "document")
 
 
 if __name__ == "__main__":

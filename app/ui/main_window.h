@@ -39,13 +39,17 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     /// Compares two files in the viewer in front, or a new one.
     void OpenPair(const std::string& original, const std::string& modified);
     /// As on a command line: two files, or one, the original.
-    void OpenFiles(const std::vector<std::string>& files);
+    void OpenFiles(std::vector<std::string> files);
     /// The window in front, of whatever kind; nullptr: none is, or its viewer has gone.
     ViewerPage* ActiveViewerPage() const;
     /// The same where it is one of that kind.
     CompareFilesPage* ActivePage() const;
     CompareFoldersPage* ActiveFolders() const;
     CommandSet& Commands() { return *commands_; }
+    /// Writes what is not saved where the next start finds it; the display has gone.
+    void RescueEdits();
+    /// Tells of what was written so.
+    void TellRescued();
     CommandPalette& Palette() { return *palette_; }
 
     // ---- of the frame ----

@@ -7,8 +7,11 @@
 
 #include "app/ui/about_dialog.h"
 #include "app/ui/main_window.h"
+#include "app/ui/rescued_edits.h"
 #include "common/installed_data.h"
 #include "common/platform/system_name.h"
+#include "common/ui/question.h"
+#include "common/ui/toolkit_texts.h"
 #include "common/ui/widget_words.h"
 #include "folders/ui/folder_commands.h"
 
@@ -74,12 +77,14 @@ void MainWindow::BindHelp() {
     commands_->Bind("help.what_is_this", {.run = [] { QWhatsThis::enterWhatsThisMode(); }});
     commands_->Bind("help.palette", {.run = [this] { palette_->Open(); }});
     commands_->Bind("help.example", {.run = [this] { OpenExample(); }});
-    commands_->Bind("help.online", {.run = [this] { OpenPath(process_.sHelpWebRoot); },
-                                    .why_not = [this]() -> std::string_view {
-                                        return process_.sHelpWebRoot.empty()
-                                                   ? "There is none in this language"
-                                                   : "";
-                                    }});
+    // What leads nowhere is not offered.
+    for (const char* page : {"help.online", "help.home_page", "help.updates"})
+        commands_->Bind(page, {.run = [this] { OpenPath(process_.sHelpWebRoot); },
+                               .why_not = [this]() -> std::string_view {
+                                   return process_.sHelpWebRoot.empty()
+                                              ? "There is no page on the web yet"
+                                              : "";
+                               }});
     commands_->Bind("help.about", {.run = [this] { About(); }});
 }
 
@@ -101,6 +106,32 @@ void MainWindow::OpenExample() {
              InstalledData(*process_.platform.folders, "examples/lease-2026.rtf"));
 }
 
+void MainWindow::RescueEdits() {
+    const RescuedEdits rescued(process_.gsDataFolder);
+    for (const ViewerPage* page : OpenPages()) {
+        if (auto* viewer = dynamic_cast<frmCompareFiles*>(page->ShownViewer()))
+            rescued.Keep(*viewer);
+    }
+}
+
+void MainWindow::TellRescued() {
+    const RescuedEdits rescued(process_.gsDataFolder);
+    QStringList names;
+    for (const std::string& name : rescued.TakeUntold())
+        names.append(ToQt(name));
+    if (names.isEmpty())
+        return;
+    const QString text =
+        text_("The program ended before these edits were saved. They were kept as rich text.");
+    constexpr int kShow = 1;
+    if (Ask({.title = text_("Unsaved edits"),
+             .text = text + QStringLiteral("\n\n") + names.join(u'\n'),
+             .choices = {text_("Continue"), text_("Show the Folder")},
+             .usual = kShow},
+            this) == kShow)
+        OpenPath(rescued.Folder());
+}
+
 bool MainWindow::AnyBusy() const {
     const std::vector<ViewerPage*> open = OpenPages();
     return std::any_of(open.begin(), open.end(),
@@ -114,6 +145,7 @@ void MainWindow::ChooseLanguageNow() {
         return;
     InitializeTranslator(process_, this);
     ApplyLanguageFont(process_.translator.gsLanguageFont);
+    ShowToolkitIn(process_.translator.gsLanguage);
     ShowLanguage();
 }
 

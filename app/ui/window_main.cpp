@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <QApplication>
+#include <QTimer>
 
 #include "app/command_line_parser.h"
 #include "app/compare_command.h"
@@ -19,6 +20,8 @@
 namespace {
 
 using namespace zorvane;
+
+constexpr int kSettled = 400;  // the window has its place, and what is asked stands over it
 
 // Two paths open on both, one is the original; every other line is a session or a run of the slash
 // form.
@@ -35,6 +38,8 @@ RunOutcome Start(ProcessState& process, const std::vector<std::string>& argument
     window.BeginInteractive();
     if (paths)
         window.OpenFiles(arguments);
+    else if (outcome.mode == RunMode::Interactive)
+        QTimer::singleShot(kSettled, &window, [&window] { window.TellRescued(); });
     return {RunMode::Interactive, 0};
 }
 
@@ -62,6 +67,25 @@ void FindAnyPlatform() {
                                        ? "wayland;xcb;offscreen"
                                        : "xcb;wayland;offscreen");
 }
+
+// A display that goes away ends the process from within the toolkit, past every destructor but
+// those of statics. Other threads may be at work, so nothing more is taken down than must be.
+class EndWithoutDisplay {
+  public:
+    explicit EndWithoutDisplay(MainWindow& window) : window_(&window) {}
+    ~EndWithoutDisplay() {
+        if (window_ == nullptr)
+            return;
+        window_->RescueEdits();
+        CleanUpAndEnd(1);
+    }
+    EndWithoutDisplay(const EndWithoutDisplay&) = delete;
+    EndWithoutDisplay& operator=(const EndWithoutDisplay&) = delete;
+    void Disarm() { window_ = nullptr; }
+
+  private:
+    MainWindow* window_;
+};
 
 int ServeAutomation(ProcessState& process, frmMainMDI& frame, MainWindow& window,
                     const std::string& argument) {
@@ -102,15 +126,16 @@ int main(int count, char** values) {
     MainWindow window(process, theme);
     frmMainMDI frame(process, window, window.Viewers());
     window.SetFrame(frame);
+    static EndWithoutDisplay ending(window);
+    int code = 0;
     if (automation) {
-        const int code = ServeAutomation(process, frame, window, arguments[0]);
-        frame.UnloadAll();
-        return code;
+        code = ServeAutomation(process, frame, window, arguments[0]);
+    } else {
+        const RunOutcome outcome = Start(process, arguments, frame, window);
+        code = outcome.mode == RunMode::Interactive ? QApplication::exec() : outcome.exit_code;
+        frame.ShowMessages();
     }
-    const RunOutcome outcome = Start(process, arguments, frame, window);
-    const int code =
-        outcome.mode == RunMode::Interactive ? QApplication::exec() : outcome.exit_code;
-    frame.ShowMessages();
     frame.UnloadAll();
+    ending.Disarm();
     return code;
 }

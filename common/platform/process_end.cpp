@@ -127,10 +127,7 @@ void Complain(std::string_view text) {
     } catch (...) {
         Complain("zorvane: ended by a fault of its own\n");
     }
-    EndChildren();
-    UnlinkHalfFiles();
-    RemoveFolder();
-    _exit(kTrouble);
+    CleanUpAndEnd(kTrouble);
 }
 
 }  // namespace
@@ -198,6 +195,13 @@ void ForgetChild(int child) {
         if (entry.compare_exchange_strong(known, 0))
             return;
     }
+}
+
+void CleanUpAndEnd(int status) {
+    EndChildren();
+    UnlinkHalfFiles();
+    RemoveFolder();
+    _exit(status);
 }
 
 EndingSignalsHeldBack::EndingSignalsHeldBack() {

@@ -32,6 +32,9 @@ void EndWithThisProcess(int child);
 /// Before it is waited for, so that no other process of that number is hit.
 void ForgetChild(int child);
 
+/// What an ending signal does, for an end that no destructor sees; this one with a status.
+[[noreturn]] void CleanUpAndEnd(int status);
+
 /// While it lives, an ending signal waits: between the making of a thing and its entry above, it
 /// would leave the thing behind.
 class EndingSignalsHeldBack {

@@ -1,30 +1,49 @@
 #include "common/ui/announce.h"
 
+#include <memory>
+
 #include <QAccessible>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
+#include <QAccessibleWidget>
 
 namespace zorvane {
 namespace {
 
-constexpr const char* kAccessibilityBus = "a11y";  // Qt's connection to it, by this name
-constexpr const char* kObjects = "/org/a11y/atspi/accessible/";
-constexpr int kPolite = 1;
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+// Before 6.8 Qt knows no announcements, nor do the screen readers of that time. What all of them
+// read is a notification that comes into sight: a widget that nobody sees and that is told of as
+// one. There are a few, since a reader asks for the words when it comes to them.
+constexpr const char* kNotice = "notice.";
+constexpr int kNotices = 8;
 
-// Qt knows announcements from 6.8 on. Before that nothing of an alert reaches the accessibility
-// bus, so the signal is sent beside Qt, from the object that Qt has put there.
-void SendSignal(QAccessibleInterface& source, const QString& words) {
-    QDBusConnection bus(QString::fromLatin1(kAccessibilityBus));
-    if (!bus.isConnected())
-        return;
-    QDBusMessage signal = QDBusMessage::createSignal(
-        QString::fromLatin1(kObjects) + QString::number(QAccessible::uniqueId(&source)),
-        QStringLiteral("org.a11y.atspi.Event.Object"), QStringLiteral("Announcement"));
-    signal << QString() << kPolite << 0 << QVariant::fromValue(QDBusVariant(words))
-           << QVariantMap();
-    bus.send(signal);
+class Notice : public QWidget {
+  public:
+    Notice(QWidget* window, int number) : QWidget(window) {
+        setObjectName(QString::fromLatin1(kNotice) + QString::number(number));
+        hide();
+    }
+};
+
+class NoticeAccessible : public QAccessibleWidget {
+  public:
+    explicit NoticeAccessible(QWidget* notice)
+        : QAccessibleWidget(notice, QAccessible::Notification) {}
+    ~NoticeAccessible() override = default;
+};
+
+QAccessibleInterface* MakeNoticeAccessible(const QString& /*class_name*/, QObject* object) {
+    auto* notice = dynamic_cast<Notice*>(object);
+    return notice == nullptr ? nullptr : std::make_unique<NoticeAccessible>(notice).release();
 }
+
+QWidget& NextNotice(QWidget& window) {
+    const int number = (window.property(kNotice).toInt() + 1) % kNotices;
+    window.setProperty(kNotice, number);
+    const QString name = QString::fromLatin1(kNotice) + QString::number(number);
+    if (auto* notice = window.findChild<QWidget*>(name, Qt::FindDirectChildrenOnly))
+        return *notice;
+    return *new Notice(&window, number);
+}
+#endif
 
 }  // namespace
 
@@ -35,10 +54,15 @@ void Announce(QWidget& from, const QString& words) {
     QAccessibleAnnouncementEvent event(&from, words);
     QAccessible::updateAccessibility(&event);
 #else
-    if (QAccessibleInterface* source = QAccessible::queryAccessibleInterface(&from))
-        SendSignal(*source, words);
-    QAccessibleEvent alert(&from, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    static const bool installed = [] {
+        QAccessible::installFactory(MakeNoticeAccessible);
+        return true;
+    }();
+    static_cast<void>(installed);
+    QWidget& notice = NextNotice(*from.window());
+    notice.setAccessibleName(words);
+    QAccessibleEvent shown(&notice, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&shown);
 #endif
 }
 

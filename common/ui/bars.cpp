@@ -79,7 +79,10 @@ StatusBar::StatusBar(int panels, QWidget* parent) : QFrame(parent) {
 }
 
 void StatusBar::SetPanel(int number, const QString& text) {
-    panels_.at(static_cast<std::size_t>(number) - 1)->setText(text);
+    QLabel& panel = *panels_.at(static_cast<std::size_t>(number) - 1);
+    const qsizetype more = text.indexOf(u'\n');
+    panel.setText(more < 0 ? text : text.left(more).trimmed());
+    panel.setToolTip(more < 0 ? QString() : text);
     update();
 }
 

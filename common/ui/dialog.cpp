@@ -13,6 +13,7 @@
 #include "common/ui/cards.h"
 #include "common/ui/look_style.h"
 #include "common/ui/measures.h"
+#include "common/ui/mnemonics.h"
 #include "common/ui/style_sheet.h"
 
 namespace zorvane {
@@ -213,6 +214,9 @@ void Dialog::accept() {
 }
 
 void Dialog::showEvent(QShowEvent* event) {
+    // One that stays open while others work may be translated, which goes by what it shows.
+    if (isModal())
+        ShareMnemonics(*this);
     const int width = std::max({width_, minimumSizeHint().width(), this->width()});
     const int height =
         hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height();

@@ -30,27 +30,39 @@ QuestionDialog::QuestionDialog(const Question& question, QWidget* parent)
     AddWide(MakeChoices(question));
 }
 
+Button* QuestionDialog::MakeChoice(const Question& question, int index, QWidget* holder) {
+    const int usual = question.deletes ? question.escape : question.usual;
+    const bool filled = index == usual && !question.deletes;
+    auto* button = new Button(question.choices[static_cast<std::size_t>(index)],
+                              filled ? ButtonLook::Primary : ButtonLook::Plain, QString(), holder);
+    button->setDefault(index == usual);
+    if (index == usual)
+        SetFirstFocus(button);
+    connect(button, &QPushButton::clicked, this, [this, index] {
+        answer_ = index;
+        done(QDialog::Accepted);
+    });
+    return button;
+}
+
+// Below right what leaves all as it is, then what is done; another way out stands at the left.
 QWidget* QuestionDialog::MakeChoices(const Question& question) {
     auto* holder = new QWidget(this);
     auto* row = new QHBoxLayout(holder);
     row->setContentsMargins(0, measures::kSmall, 0, 0);
     row->setSpacing(measures::kSmall);
-    row->addStretch(1);
-    const int usual = question.deletes ? question.escape : question.usual;
-    for (int index = 0; index < static_cast<int>(question.choices.size()); ++index) {
-        const bool filled = index == usual && !question.deletes;
-        auto* button =
-            new Button(question.choices[static_cast<std::size_t>(index)],
-                       filled ? ButtonLook::Primary : ButtonLook::Plain, QString(), holder);
-        button->setDefault(index == usual);
-        if (index == usual)
-            SetFirstFocus(button);
-        row->addWidget(button);
-        connect(button, &QPushButton::clicked, this, [this, index] {
-            answer_ = index;
-            done(QDialog::Accepted);
-        });
+    const int count = static_cast<int>(question.choices.size());
+    int done = question.usual;
+    if (done == question.escape && count > 1)
+        done = question.escape == 0 ? 1 : 0;
+    for (int index = 0; index < count; ++index) {
+        if (index != question.escape && index != done)
+            row->addWidget(MakeChoice(question, index, holder));
     }
+    row->addStretch(1);
+    row->addWidget(MakeChoice(question, question.escape, holder));
+    if (done != question.escape)
+        row->addWidget(MakeChoice(question, done, holder));
     return holder;
 }
 

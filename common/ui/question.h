@@ -9,7 +9,7 @@
 
 namespace zorvane {
 
-/// Choices are verbs, from left to right as they stand below right.
+/// Choices are verbs.
 struct Question {
     QString title{};  ///< the thing, not the program
     QString text{};
@@ -31,6 +31,7 @@ class QuestionDialog : public Dialog {
 
   private:
     QWidget* MakeChoices(const Question& question);
+    Button* MakeChoice(const Question& question, int index, QWidget* holder);
 
     int answer_;
     QCheckBox* check_ = nullptr;

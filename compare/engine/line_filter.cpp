@@ -56,7 +56,7 @@ Result<Expression> Compile(const std::string& text) {
     if (!expression.code) {
         std::array<PCRE2_UCHAR, 256> message{};
         pcre2_get_error_message(error, message.data(), message.size());
-        return Failure{"The expression \"" + text + "\" cannot be used: " +
+        return Failure{"The expression \"" + text + "\"" + std::string(kUnusable) +
                        std::string(message.begin(),
                                    std::find(message.begin(), message.end(), PCRE2_UCHAR{0}))};
     }

@@ -48,6 +48,8 @@ class LineFilter {
     std::unique_ptr<Expressions> expressions_;
 };
 
+/// In a failure of `LineFilter::Set` between the expression and what is wrong with it.
+constexpr std::string_view kUnusable = " cannot be used: ";
 /// The PCRE2 form of one expression of the users' form.
 std::string TranslateExpression(std::string_view expression);
 

@@ -17,7 +17,9 @@ constexpr int kMostSeconds = 20;  // further than it grows by itself
 
 AdvancedOptionsDialog::AdvancedOptionsDialog(const clsCompareFileOptions& options,
                                              const UiText& text, QWidget* parent)
-    : Dialog(text("Advanced Options"), measures::kFormDialog, parent), options_(options) {
+    : Dialog(text("Advanced Options"), measures::kFormDialog, parent),
+      options_(options),
+      wrong_(text("This expression cannot be used: %1")) {
     FormColumn* column = AddColumn();
     AddExpression(*column, text);
     AddSearch(*column, text);
@@ -65,13 +67,21 @@ void AdvancedOptionsDialog::AddLoading(FormColumn& column, const UiText& text) {
     ties_.Tie(*delay, options_.lLoadDelay);
 }
 
+// The expression itself stands in the field.
+QString AdvancedOptionsDialog::Wrong(const std::string& reason) const {
+    const std::size_t at = reason.rfind(kUnusable);
+    const std::string fault =
+        at == std::string::npos ? reason : reason.substr(at + kUnusable.size());
+    return wrong_.arg(ToQt(fault));
+}
+
 bool AdvancedOptionsDialog::Check() {
     ties_.Take();
     LineFilter filter;
     const Status usable =
         filter.Set({.use_expressions = true}, options_.sIgnoreRegularExpression.Data());
     if (!usable.ok())
-        ShowError(expression_, ToQt(usable.failure().reason));
+        ShowError(expression_, Wrong(usable.failure().reason));
     return usable.ok();
 }
 

@@ -20,10 +20,12 @@ class AdvancedOptionsDialog : public Dialog {
     void AddExpression(FormColumn& column, const UiText& text);
     void AddSearch(FormColumn& column, const UiText& text);
     void AddLoading(FormColumn& column, const UiText& text);
+    QString Wrong(const std::string& reason) const;
 
     clsCompareFileOptions options_;
     FieldTies ties_;
     QLineEdit* expression_ = nullptr;
+    QString wrong_;
 };
 
 }  // namespace zorvane

@@ -1,5 +1,9 @@
 #include "compare/ui/compare_bar.h"
 
+#include <initializer_list>
+
+#include <QLayout>
+
 #include "common/ui/cards.h"
 #include "common/ui/style_sheet.h"
 #include "compare/ui/command_buttons.h"
@@ -59,8 +63,8 @@ CompareBar::CompareBar(CommandSet& commands, UiText text, QWidget* parent)
             [&commands](int id) { commands.Run(kLayoutIds[id - 1]); });
     Add(layouts_);
     AddSeparator();
-    icon("edit.find", "find");
-    icon("report.make", "report");
+    find_ = icon("edit.find", "find");
+    report_ = icon("report.make", "report");
     print_ = icon("file.print", "print");
     options_ = word("view.options", "Options", ButtonLook::Flat, "options");
     icon("view.panel", "panel");
@@ -86,14 +90,30 @@ void CompareBar::SetViewCaption(const QString& caption) {
     view_->SetCaption(caption);
 }
 
-void CompareBar::FitTo(const FoldPlan& plan) {
+void CompareBar::FitTo(const FoldPlan& plan, int width) {
+    compare_->SetCaptionShown(true);
     view_->SetCaptionShown(plan.captions);
     options_->SetCaptionShown(plan.captions);
     print_->setVisible(plan.captions);
     place_->setVisible(plan.place);
-    for (QWidget* widget : {static_cast<QWidget*>(first_), static_cast<QWidget*>(last_),
-                            static_cast<QWidget*>(layouts_)})
-        widget->setVisible(plan.steps_and_layouts);
+    const auto show = [](std::initializer_list<QWidget*> widgets, bool shown) {
+        for (QWidget* widget : widgets)
+            widget->setVisible(shown);
+    };
+    show({first_, last_, layouts_}, plan.steps_and_layouts);
+    show({find_, report_}, true);
+    if (!Fits(width))
+        show({first_, last_, layouts_}, false);
+    if (!Fits(width))
+        show({find_, report_}, false);
+    if (!Fits(width))
+        compare_->SetCaptionShown(false);
+}
+
+// Below this a layout squeezes its buttons and cuts their captions off.
+bool CompareBar::Fits(int width) {
+    layout()->invalidate();
+    return layout()->minimumSize().width() <= width;
 }
 
 }  // namespace zorvane

@@ -21,10 +21,13 @@ class CompareBar : public ToolBar {
     /// A number of `PaneLayout`.
     void SetLayout(int layout) { layouts_->SetCurrent(layout); }
     void SetStale(bool stale) { compare_->SetDot(stale); }
-    /// What gives way where the window is narrow.
-    void FitTo(const FoldPlan& plan);
+    /// What gives way where the window is narrow, and more of it until the rest fits in `width`:
+    /// captions are longer in some languages.
+    void FitTo(const FoldPlan& plan, int width);
 
   private:
+    bool Fits(int width);
+
     UiText text_;
     Button* compare_;
     IconButton* first_;
@@ -34,6 +37,8 @@ class CompareBar : public ToolBar {
     Button* view_;
     Button* abort_;
     SegmentedGroup* layouts_ = nullptr;
+    IconButton* find_;
+    IconButton* report_;
     IconButton* print_;
     Button* options_;
 };

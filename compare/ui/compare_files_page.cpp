@@ -232,7 +232,9 @@ void CompareFilesPage::ReadSettings() {
     viewer_->BeginWith(view.AllInOne ? zorvane::View::AllInOne : zorvane::View::SideBySide);
     pane_->SetFoldRule({.context_above = view.FoldKeepParagraphs,
                         .context_below = view.FoldKeepParagraphs,
-                        .least = view.FoldFromParagraphs});
+                        .least = view.FoldFromParagraphs,
+                        .headings = {}},
+                       view.FoldKeepHeadings);
     room_->SetPanelWidth(view.PanelWidth);
     SetRatio(view.RatioColumns);
     compare_options_->Binding().Show();
@@ -304,7 +306,7 @@ void CompareFilesPage::ApplyPlan() {
     editors_->setVisible(layout != PaneLayout::Result);
     below_->setVisible(layout != PaneLayout::Editors);
     bar_->SetLayout(static_cast<int>(layout));
-    bar_->FitTo(plan_);
+    bar_->FitTo(plan_, width());
     head_->FitTo(plan_);
     room_->SetBeside(plan_.panel_beside);
     if (plan_.head_own_line == (below_rows_->indexOf(head_) >= 0))

@@ -3,8 +3,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 
+#include <QPageLayout>
 #include <QPointer>
 #include <QWidget>
 
@@ -12,6 +14,7 @@
 #include "common/ui/command_table.h"
 #include "common/ui/theme.h"
 #include "compare/compare_files_viewer.h"
+#include "compare/ui/asked_passwords.h"
 #include "compare/ui/compare_bar.h"
 #include "compare/ui/compare_dialogs.h"
 #include "compare/ui/compare_pane.h"
@@ -22,6 +25,7 @@
 #include "compare/ui/option_pages.h"
 #include "compare/ui/panel_room.h"
 #include "compare/ui/result_head.h"
+#include "compare/ui/result_verdict.h"
 #include "compare/ui/run_announcer.h"
 #include "compare/ui/start_page.h"
 #include "compare/ui/viewer_page.h"
@@ -238,13 +242,17 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     bool TextOptions();
     bool SheetOptions();
     void TellNotFresh();
+    Card* MakeUnread(Side side, const std::vector<std::string>& reasons, UnreadSteps steps);
     void ShowTextMenu(RichTextView& view, QPoint place, CharPos at);
     void ShowMenu(std::span<const char* const> ids, QPoint place);
     void ConnectDrops();
     /// Tells the viewer which text the person works in.
     void TellActiveEditor();
     QString PdfName() const;
+    QString SavedName() const;
+    QString FolderToBrowse(Side side) const;
     void SavePdf();
+    bool SetUpPages(QPrinter& printer);
     PaneTexts TextsOfPane() const;
     // For screen readers (compare_page_speech.cpp).
     QString Spoken(std::int32_t record, const SpokenRules& rules) const;
@@ -286,7 +294,9 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     ProgressCard* progress_ = nullptr;
     StatusBar* status_ = nullptr;
     DropShade* shade_ = nullptr;
-    QPrinter* paper_ = nullptr;  ///< while it is printed on without a dialog
+    QPrinter* paper_ = nullptr;                ///< while it is printed on without a dialog
+    std::optional<QPageLayout> paper_layout_;  ///< as it was chosen last
+    AskedPasswords passwords_;
     PerSide<std::unique_ptr<RowsFollower>> followers_;
     std::unique_ptr<FindReplaceDialog> find_;
     RichTextView* last_focus_ = nullptr;

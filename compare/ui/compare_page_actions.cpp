@@ -236,8 +236,14 @@ void CompareFilesPage::SetLayout(PaneLayout layout) {
     started_ = true;
     viewer_->Settings().view.Layout = layout;
     editors_wanted_ = layout == PaneLayout::EditorsAndResult;  // by hand, whatever the room
+    // Where the room is short the documents would leave the result a line or two.
+    constexpr int kRoomForBoth = 640;
+    constexpr double kFairShare = 0.42;
+    if (editors_wanted_ && !editors_->isVisible() && splitter_->height() < kRoomForBoth)
+        editors_share_ = kFairShare;
     ShowRoom();
     ApplyLook();
+    ShareHeight();
 }
 
 void CompareFilesPage::SetZoom(int percent) {
@@ -309,10 +315,12 @@ void CompareFilesPage::MoveFocus(bool forward) {
     panes[static_cast<std::size_t>(next)]->setFocus(Qt::TabFocusReason);
 }
 
-// Esc, the first that applies: stop a run, fold the options, back to the text.
+// Esc, the first that applies: close what finds, stop a run, fold the options, back to the text.
 void CompareFilesPage::keyPressEvent(QKeyEvent* event) {
     if (event->key() != Qt::Key_Escape || viewer_ == nullptr) {
         QWidget::keyPressEvent(event);
+    } else if (find_ != nullptr && find_->isVisible()) {
+        find_->reject();
     } else if (viewer_->Busy()) {
         viewer_->Abort();
     } else if (options_->IsUnfolded()) {

@@ -1,6 +1,10 @@
 // Saving, printing, and questions about files, for a Compare Files viewer.
+#include <algorithm>
+#include <cmath>
+
 #include <QDir>
 #include <QFileInfo>
+#include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinterInfo>
 #include <QStandardPaths>
@@ -11,16 +15,44 @@
 #include "compare/ui/compare_files_page.h"
 #include "compare/ui/print_preview.h"
 #include "compare/ui/printer_painter.h"
+#include "compare/viewer_printing.h"
 
 namespace zorvane {
 namespace {
 
 constexpr double kTwipsPerPoint = 20;
+constexpr double kTwipsPerMillimeter = 1440 / 25.4;
 
-void TellPaper(const QPrinter& printer, PrintQuestion& question) {
+void TellPaper(const QPrinter& printer, PageSetup& page) {
     const QSizeF paper = printer.pageLayout().fullRect(QPageLayout::Point).size();
-    question.paper_width = paper.width() * kTwipsPerPoint;
-    question.paper_height = paper.height() * kTwipsPerPoint;
+    page.width = paper.width() * kTwipsPerPoint;
+    page.height = paper.height() * kTwipsPerPoint;
+}
+
+QMarginsF MarginsIn(const QPrinter& printer) {
+    // Points would be whole ones.
+    return printer.pageLayout().margins(QPageLayout::Millimeter);
+}
+
+// Where pages are set up the margins stand beside the paper.
+void OfferMargins(QPrinter& printer, const PageSetup& page) {
+    printer.setPageMargins(
+        QMarginsF(page.left, page.top, page.right, page.bottom) / kTwipsPerMillimeter,
+        QPageLayout::Millimeter);
+}
+
+// What was not touched keeps its exact value: a dialog rounds, and a printer has margins of its
+// own.
+void TakeChanged(const QMarginsF& before, const QMarginsF& now, PageSetup& page) {
+    constexpr double kRounded = 0.1;  // millimetres
+    const auto take = [](double was, double is, double& margin) {
+        if (std::abs(is - was) > kRounded)
+            margin = std::round(is * kTwipsPerMillimeter);
+    };
+    take(before.left(), now.left(), page.left);
+    take(before.top(), now.top(), page.top);
+    take(before.right(), now.right(), page.right);
+    take(before.bottom(), now.bottom(), page.bottom);
 }
 
 }  // namespace
@@ -42,6 +74,8 @@ std::string CompareFilesPage::PickFile(FileQuestion& question) {
                         .filter_index = question.filter_index,
                         .saving = question.saving,
                         .start = ToQt(question.start)};
+    if (request.saving && request.start.isEmpty())
+        request.start = SavedName();
     const QString path = zorvane::PickFile(request, text_, this);
     question.filter_index = request.filter_index;
     return FromQt(path);
@@ -51,10 +85,14 @@ std::string CompareFilesPage::PickFile(FileQuestion& question) {
 std::unique_ptr<PagePainter> CompareFilesPage::PickPrinter(PrintQuestion& question) {
     if (paper_ != nullptr) {
         question.range = PrintRange::Whole;
-        TellPaper(*paper_, question);
+        TellPaper(*paper_, question.page);
         return std::make_unique<PrinterPainter>(*paper_);
     }
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    if (paper_layout_)
+        printer->setPageLayout(*paper_layout_);
+    OfferMargins(*printer, question.page);
+    const QMarginsF margins = MarginsIn(*printer);
     if (QPrinterInfo::availablePrinterNames().isEmpty())
         printer->setOutputFileName(PdfName());
     printer->setDocName(Caption());
@@ -68,7 +106,9 @@ std::unique_ptr<PagePainter> CompareFilesPage::PickPrinter(PrintQuestion& questi
         return nullptr;
     question.range = dialog.printRange() == QAbstractPrintDialog::Selection ? PrintRange::Selection
                                                                             : PrintRange::Whole;
-    TellPaper(*printer, question);
+    paper_layout_ = printer->pageLayout();
+    TellPaper(*printer, question.page);
+    TakeChanged(margins, MarginsIn(*printer), question.page);
     return std::make_unique<PrinterPainter>(std::move(printer));
 }
 
@@ -87,14 +127,37 @@ QString CompareFilesPage::PdfName() const {
     return folder + u'/' + name + QStringLiteral(".pdf");
 }
 
+// Of an editor its file's, of a result both, beside the file that it belongs to; its ending is that
+// of the format that is chosen.
+QString CompareFilesPage::SavedName() const {
+    const RichTextView* view = FocusedView();
+    const bool modified =
+        view == &editors_->View(Side::Modified) || view == &pane_->View(Side::Modified);
+    const auto file = [names = viewer_->FileNames()](std::size_t side) {
+        return names[side] == "Uninitialized" ? QFileInfo() : QFileInfo(ToQt(names[side]));
+    };
+    const PerSide<QFileInfo> files{file(0), file(1)};
+    const QFileInfo& own = modified ? files.modified : files.original;
+    if (own.filePath().isEmpty())
+        return {};
+    QString name = own.completeBaseName();
+    if (!IsEditor(view))
+        name = files.original.completeBaseName() + QStringLiteral(" vs. ") +
+               files.modified.completeBaseName();
+    return own.path() + u'/' + name;
+}
+
 void CompareFilesPage::PrintPreview() {
     TellActiveEditor();
     QPrinter printer(QPrinter::HighResolution);
+    if (paper_layout_)
+        printer.setPageLayout(*paper_layout_);
     PreviewSteps steps;
     bool print = false;
     bool save = false;
     PrintPreviewDialog* shown = nullptr;
     steps.paint = [this](QPrinter& paper) { PrintOn(paper); };
+    steps.page_setup = [&] { return SetUpPages(printer); };
     steps.print = [&] {
         print = true;
         shown->accept();
@@ -114,6 +177,25 @@ void CompareFilesPage::PrintPreview() {
         SavePdf();
 }
 
+// Paper and margins; false when it was cancelled.
+bool CompareFilesPage::SetUpPages(QPrinter& printer) {
+    CompareFilesSettings& settings = viewer_->Settings();
+    const PageSetup before = MarginsOf(settings);
+    OfferMargins(printer, before);
+    const QMarginsF margins = MarginsIn(printer);
+    QPageSetupDialog dialog(&printer, this);
+    dialog.setWindowTitle(text_("Page Setup"));
+    theme_.Dress(dialog);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    paper_layout_ = printer.pageLayout();
+    PageSetup now = before;
+    TakeChanged(margins, MarginsIn(printer), now);
+    TakeMargins(before, now, settings);
+    RefreshMargins();
+    return true;
+}
+
 void CompareFilesPage::SavePdf() {
     FileRequest request{.title = text_("Save as PDF"),
                         .filter = QStringLiteral("PDF (*.pdf)|*.pdf"),
@@ -124,6 +206,8 @@ void CompareFilesPage::SavePdf() {
     if (file.isEmpty() || viewer_ == nullptr)
         return;
     QPrinter printer(QPrinter::HighResolution);
+    if (paper_layout_)
+        printer.setPageLayout(*paper_layout_);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(file);
     printer.setDocName(Caption());
@@ -153,6 +237,8 @@ void CompareFilesPage::RefreshCaption() {
 void CompareFilesPage::TellActiveEditor() {
     const RichTextView* view = FocusedView();
     EditorTarget target = EditorTarget::Original;
+    if (std::find(summaries_.begin(), summaries_.end(), view) != summaries_.end())
+        return;  // the text before; the lists of a kind are no documents
     if (view == &editors_->View(Side::Modified))
         target = EditorTarget::Modified;
     else if (view == &pane_->View(Side::Original))

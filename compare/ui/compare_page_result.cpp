@@ -2,11 +2,13 @@
 #include <algorithm>
 
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QStackedWidget>
 
 #include "common/ui/qt_text.h"
+#include "compare/document/heading_places.h"
 #include "compare/ui/compare_files_page.h"
-#include "compare/ui/result_verdict.h"
+#include "load/password_wanted.h"
 
 namespace zorvane {
 namespace {
@@ -58,6 +60,13 @@ QString ReasonOf(const std::vector<std::string>& missing, const std::vector<std:
     return telling.join(u'\n');
 }
 
+// What a card asks for can be typed at once.
+void FocusField(const Card& card) {
+    auto* field = card.findChild<QLineEdit*>();
+    if (field != nullptr && field->window()->isActiveWindow())
+        field->setFocus();
+}
+
 // What lies in a document and no reader turns into words.
 bool HoldsUnreadWords(BesideKind kind) {
     return kind == BesideKind::Picture || kind == BesideKind::Drawing ||
@@ -95,6 +104,8 @@ void CompareFilesPage::ShowResultTexts() {
         pane_->SetComparison(nullptr);
         for (const Side side : kBothSides)
             ShowText(side, texts[side].get());
+        if (texts.original != nullptr)
+            pane_->SetHeadings(HeadingPlaces(*texts.original));
     }
     texts_shown_ = texts;
     if (shown != nullptr)
@@ -215,6 +226,20 @@ void CompareFilesPage::ShowVerdict() {
     result_->setCurrentWidget(card == nullptr ? static_cast<QWidget*>(pane_) : verdict_);
 }
 
+// Of a protected document the password is asked for where it would be shown.
+Card* CompareFilesPage::MakeUnread(Side side, const std::vector<std::string>& reasons,
+                                   UnreadSteps steps) {
+    const FileTypeOptions type = OptionsOfSide(side);
+    if (!WantsPassword(reasons) || !AskedPasswords::Takes(type))
+        return MakeUnreadCard(ReasonOf(missing_, reasons), text_, steps);
+    steps.wrong_password = passwords_.WasGiven(*viewer_, side);
+    steps.open_with = [this, side, type](const QString& password) {
+        passwords_.Give(*viewer_, side, type, FromQt(password));
+        Compare();
+    };
+    return MakePasswordCard(text_, steps);
+}
+
 bool CompareFilesPage::ShowUnreadable(Side side, const std::vector<std::string>& reasons) {
     if (rooms_ == nullptr)
         return false;
@@ -232,13 +257,14 @@ bool CompareFilesPage::ShowUnreadable(Side side, const std::vector<std::string>&
     commands_.Refresh();
     if (commands_.Action("file.type_options")->isEnabled())
         steps.type_options = [this] { commands_.Run("file.type_options"); };
-    Card* card = MakeUnreadCard(ReasonOf(missing_, reasons), text_, steps);
+    Card* card = MakeUnread(side, reasons, std::move(steps));
     missing_.clear();
     if (viewer_->ShownComparison() != nullptr)
         result_line_->ShowMessage(text_("Result of the files before"), {});
     if (LayoutNow() == PaneLayout::Result && viewer_->ShownComparison() == nullptr) {
         verdict_->SetCard(card);
         result_->setCurrentWidget(verdict_);
+        FocusField(*card);
         return true;
     }
     if (LayoutNow() == PaneLayout::Result) {
@@ -247,6 +273,7 @@ bool CompareFilesPage::ShowUnreadable(Side side, const std::vector<std::string>&
         ApplyPlan();
     }
     editors_->Ground(side).SetCard(card);
+    FocusField(*card);
     return true;
 }
 

@@ -39,8 +39,13 @@ void CompareFilesPage::ConnectEditors() {
             link.HandleLinkedEditorMessage(message, editor);
         };
         events.pressed = [&link, editor] { link.OnPointerPressed(editor); };
-        events.caret_moved = [this, editor](std::int32_t, std::int32_t) {
-            viewer_->Tools().RefreshStatusBarItems(editor);
+        events.caret_moved = [this, editor, seen = &view](std::int32_t, std::int32_t) {
+            if (seen == FocusedView())
+                viewer_->Tools().RefreshStatusBarItems(editor);
+        };
+        events.focus_changed = [this, editor](bool in) {
+            if (in)
+                viewer_->Tools().RefreshStatusBarItems(editor);
         };
     }
     ForViews([this](RichTextView& view) {
@@ -74,7 +79,9 @@ void CompareFilesPage::ConnectPane() {
             link.HandleLinkedEditorMessage(message, editor);
         });
         Append(events.pressed, [&link, editor] { link.OnPointerPressed(editor); });
-        events.caret_moved = [this](std::int32_t row, std::int32_t column) {
+        events.caret_moved = [this, seen = view](std::int32_t row, std::int32_t column) {
+            if (seen != FocusedView())
+                return;
             ShowStatus(StatusPanel::Caret,
                        FromQt(text_("Row") + QStringLiteral(": %1   ").arg(row) + text_("Column") +
                               QStringLiteral(": %1").arg(column)));

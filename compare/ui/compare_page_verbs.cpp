@@ -1,7 +1,10 @@
 // What a Compare Files viewer tells its window and asks it.
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStackedWidget>
+#include <QStandardPaths>
 
 #include "common/ui/progress_card.h"
 #include "common/ui/question.h"
@@ -36,7 +39,26 @@ void CompareFilesPage::ShowMessage(const std::string& text, const std::string& t
 
 std::string CompareFilesPage::BrowseFor(Side side) {
     return FromQt(QFileDialog::getOpenFileName(
-        this, text_(side == Side::Original ? "Open Original" : "Open Modified")));
+        this, text_(side == Side::Original ? "Open Original" : "Open Modified"),
+        FolderToBrowse(side)));
+}
+
+// Where the side's document lies, or else the other's, or what was opened last.
+QString CompareFilesPage::FolderToBrowse(Side side) const {
+    const auto name = [this](Side of) {
+        return viewer_->FileNames()[of == Side::Original ? 0 : 1];
+    };
+    std::vector<std::string> near{name(side), name(OtherSide(side))};
+    for (const Side each : {side, OtherSide(side)}) {
+        const std::vector<std::string>& recent = viewer_->RecentFiles(each).Items();
+        near.insert(near.end(), recent.rbegin(), recent.rend());
+    }
+    for (const std::string& path : near) {
+        const QFileInfo file(ToQt(path));
+        if (file.isAbsolute() && file.absoluteDir().exists())
+            return file.absolutePath();
+    }
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }
 
 // Pages of a preview are made inside a paint, which must not begin again.
@@ -74,6 +96,7 @@ void CompareFilesPage::CloseDialogs() {
     if (viewer_ == nullptr)
         return;
     WriteSettings();
+    passwords_.TakeBack(*viewer_);
     ReleaseViews();
 }
 
@@ -115,6 +138,7 @@ void CompareFilesPage::ShowPleaseWait(bool shown) {
         focus_after_ = !other ? QApplication::focusWidget() : words ? last_focus_ : nullptr;
         started_ = true;
         missing_.clear();
+        ShowStatus(StatusPanel::Detail, FromQt(text_("Ready")));  // no longer of the run before
         ForgetNews();
         ShowRoom();
         progress_->Begin(text_("Comparing the documents"));
@@ -182,6 +206,15 @@ void CompareFilesPage::SelectInDifferenceList(std::int32_t index) {
     bar_->List().SetCurrent(index);
     bar_->SetPlace(index + 1, viewer_->Differences().Count());
     SayDifference(index);
+    // The paragraphs that are selected now would be read whole on top of that.
+    ForViews([](RichTextView& view) { view.SetSelectionsTold(false); });
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (rooms_ != nullptr)
+                ForViews([](RichTextView& view) { view.SetSelectionsTold(true); });
+        },
+        Qt::QueuedConnection);
 }
 
 void CompareFilesPage::EnableNavigation(const NavigationButtons&) {

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QWheelEvent>
 
+#include "compare/document/heading_places.h"
 #include "compare/ui/pane_columns.h"
 
 namespace zorvane {
@@ -166,7 +167,8 @@ void ComparePane::SetComparison(std::shared_ptr<const Comparison> comparison) {
     current_ = -1;
     strip_->SetCurrentRecord(-1);
     ForViews([](RichTextView& view) { view.SetCurrentRecord(-1); });
-    merged_folds_.opened.clear();
+    if (comparison == nullptr)
+        merged_folds_.opened.clear();
     aligner_->SetComparison(std::move(comparison));
     if (all_in_one_)
         MakeMerged();
@@ -185,9 +187,15 @@ void ComparePane::MakeMerged() {
     }
     MergedText merged =
         MergeTexts(*result, {&views_.original->Document(), &views_.modified->Document()});
+    const std::vector<CharPos> headings =
+        keep_headings_ ? HeadingPlaces(merged.text) : std::vector<CharPos>();
     merged_marks_ = std::make_unique<MergedMarks>(std::move(merged.marks));
     merged_document_.SetRich(std::move(merged.text));
     merged_view_->SetMarks(merged_marks_.get());
+    merged_folds_.rule.headings.clear();
+    for (const CharPos place : headings)
+        merged_folds_.rule.headings.push_back(
+            merged_view_->Page().Index().OfChar(place).paragraph.value - 1);
     FoldRows(*merged_marks_, merged_view_->Page().Index(), merged_folds_, *merged_rows_);
     merged_view_->SetRows(&merged_rows_->Of(Side::Original));
     merged_view_->RowsChanged(std::min(top, merged_view_->Page().Index().BlockCount() - 1));
@@ -228,7 +236,8 @@ void ComparePane::SetFolded(bool folded) {
     }
 }
 
-void ComparePane::SetFoldRule(const FoldRule& rule) {
+void ComparePane::SetFoldRule(const FoldRule& rule, bool keep_headings) {
+    keep_headings_ = keep_headings;
     merged_folds_.rule = rule;
     aligner_->SetFoldRule(rule);
     SetFolded(merged_folds_.folded);

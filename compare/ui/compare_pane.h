@@ -46,7 +46,12 @@ class ComparePane : public QWidget {
     void SetAligned(bool aligned);
     void SetFolded(bool folded);
     /// Which stretches fold, and what stays open of them.
-    void SetFoldRule(const FoldRule& rule);
+    /// With or without the heading above a difference in sight.
+    void SetFoldRule(const FoldRule& rule, bool keep_headings);
+    /// Where those of the original begin, in front of its comparison.
+    void SetHeadings(std::vector<CharPos> places) {
+        aligner_->SetHeadings(keep_headings_ ? std::move(places) : std::vector<CharPos>());
+    }
     /// The share of the original side.
     void SetRatio(double ratio);
     void SetAllInOne(bool all_in_one);
@@ -103,6 +108,7 @@ class ComparePane : public QWidget {
     double ratio_ = 0.5;
     bool all_in_one_ = false;
     bool following_ = false;
+    bool keep_headings_ = false;
 };
 
 }  // namespace zorvane

@@ -8,7 +8,7 @@ struct FoldPlan {
     bool place = true;              ///< "2 of 17"
     bool panel_beside = true;       ///< else it lies over the result
     bool filters_apart = true;      ///< else they drop down; the chip shows its count alone
-    bool steps_and_layouts = true;  ///< first, last and the layout buttons
+    bool steps_and_layouts = true;  ///< first, last and the layout buttons; where they fit
     bool editors = true;            ///< else the result alone, though both are chosen
     bool head_own_line = true;      ///< else the head of the result stands beside the files
     friend bool operator==(const FoldPlan&, const FoldPlan&) = default;

@@ -33,9 +33,9 @@ void PairAligner::SetComparison(std::shared_ptr<const Comparison> comparison) {
     // The old marks stay alive until the views let go of them.
     const PerSide<std::unique_ptr<ComparisonMarks>> old = std::move(marks_);
     comparison_ = std::move(comparison);
-    folds_.opened.clear();
     if (comparison_ == nullptr) {
         rows_ = {};
+        folds_.opened.clear();
         for (const Side side : kBothSides) {
             views_[side]->SetRows(nullptr);
             views_[side]->SetMarks(nullptr);
@@ -66,10 +66,9 @@ void PairAligner::SetFolded(bool folded) {
 }
 
 void PairAligner::OpenFold(std::int32_t row) {
-    // A fold's row stands for rows of the whole list: found by what it hides first.
+    // What it hides first stays the same paragraph when more of the result becomes known.
     const PairedRow& fold = paired_.At(row);
-    const ParagraphNumber first = IndexOf(Side::Original).At(fold.block.original).paragraph;
-    folds_.opened.insert(rows_.RowOf(Side::Original, first));
+    folds_.opened.insert(IndexOf(Side::Original).At(fold.block.original).paragraph.value);
     Rebuild();
 }
 
@@ -92,6 +91,11 @@ void PairAligner::Rebuild() {
     PerSide<std::int32_t> top{views_.original->Page().TopBlock(),
                               views_.modified->Page().TopBlock()};
     if (aligned_) {
+        folds_.rule.headings.clear();
+        for (const CharPos place : headings_) {
+            const ParagraphNumber paragraph = IndexOf(Side::Original).OfChar(place).paragraph;
+            folds_.rule.headings.push_back(rows_.RowOf(Side::Original, paragraph));
+        }
         PairRows(
             rows_, {&IndexOf(Side::Original), &IndexOf(Side::Modified)},
             [this](std::int32_t record) {

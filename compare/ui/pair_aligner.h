@@ -3,6 +3,8 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "compare/ui/comparison_marks.h"
 #include "compare/ui/paired_rows.h"
@@ -28,6 +30,8 @@ class PairAligner {
     /// Takes hold with the next `SetFolded`.
     void SetFoldRule(const FoldRule& rule) { folds_.rule = rule; }
     bool Folded() const { return folds_.folded; }
+    /// Where headings of the original begin, ascending. Takes hold with the next comparison.
+    void SetHeadings(std::vector<CharPos> places) { headings_ = std::move(places); }
     /// Opens the stretch that a row hides.
     void OpenFold(std::int32_t row);
     /// The rows are made anew if the texts were cut into other blocks.
@@ -62,6 +66,7 @@ class PairAligner {
     PairedRows paired_;
     PerSide<std::unique_ptr<ComparisonMarks>> marks_;
     FoldState folds_;
+    std::vector<CharPos> headings_;
     PerSide<SideObserver> observers_;
     PerSide<std::int32_t> paragraphs_{};  // of the texts when the rows were made
     PerSide<std::int32_t> blocks_{};

@@ -160,6 +160,10 @@ void PairRows(const ParagraphRows& rows, const PerSide<const BlockIndex*>& index
     const std::vector<RowSpan> foldable =
         folds.folded ? FoldableRows(rows, folds.rule) : std::vector<RowSpan>();
     auto fold = foldable.begin();
+    const auto opened = [&](const RowSpan& span) {
+        const ParagraphNumber paragraph = rows.Row(span.first).paragraphs.original.first;
+        return folds.opened.contains(paragraph.value);
+    };
     for (std::int32_t first = 0; first < rows.Rows();) {
         const ParagraphRow run = rows.RunAt(first);
         const MarkKind kind =
@@ -168,8 +172,7 @@ void PairRows(const ParagraphRows& rows, const PerSide<const BlockIndex*>& index
             const std::int32_t number = run.rows.first + at;
             while (fold != foldable.end() && fold->end() <= number)
                 ++fold;
-            const bool hidden = fold != foldable.end() && fold->first <= number &&
-                                !folds.opened.contains(fold->first);
+            const bool hidden = fold != foldable.end() && fold->first <= number && !opened(*fold);
             if (hidden && number > fold->first)
                 continue;
             const bool last = at + 1 == run.rows.count;
@@ -192,42 +195,49 @@ void PairRows(const ParagraphRows& rows, const PerSide<const BlockIndex*>& index
     paired.Assign(std::move(writer.rows), std::move(writer.heights));
 }
 
+namespace {
+
+// Of paragraphs of one text, 0-based as rows are.
+std::vector<RowSpan> FoldableParagraphs(const MarkSource& marks, std::int32_t count,
+                                        const FoldRule& rule) {
+    std::vector<RowSpan> folds;
+    for (std::int32_t first = 0; first < count;) {
+        std::int32_t end = first;
+        while (end < count && marks.Of(ParagraphNumber{end + 1}).kind == MarkKind::None)
+            ++end;
+        AddFolds({first, end - first}, count, rule, folds);
+        first = end + 1;
+    }
+    return folds;
+}
+
+}  // namespace
+
 void FoldRows(const MarkSource& marks, const BlockIndex& index, const FoldState& folds,
               PairedRows& rows) {
     const BlockTable table(&index);
     const BlockTable none(nullptr);
     RowWriter writer(table, none);
     const std::int32_t count = index.ParagraphCount();
-    const auto put = [&](std::int32_t paragraph, std::int32_t folded) {
+    const std::vector<RowSpan> foldable =
+        folds.folded ? FoldableParagraphs(marks, count, folds.rule) : std::vector<RowSpan>();
+    auto fold = foldable.begin();
+    for (std::int32_t paragraph = 1; paragraph <= count; ++paragraph) {
+        while (fold != foldable.end() && fold->end() < paragraph)
+            ++fold;
         PairedRow row;
         row.block.original = table.Start(paragraph);
-        row.folded = folded;
-        if (folded == 0) {
+        if (fold != foldable.end() && fold->first < paragraph &&
+            !folds.opened.contains(fold->first + 1)) {
+            row.folded = fold->count;
+            paragraph = fold->end();
+        } else {
             row.count.original = table.Start(paragraph + 1) - row.block.original;
             const ParagraphMark mark = marks.Of(ParagraphNumber{paragraph});
             row.record = mark.record;
             row.kind = mark.kind;
         }
         writer.Put(row);
-    };
-    for (std::int32_t first = 1; first <= count;) {
-        std::int32_t end = first;
-        while (end <= count && marks.Of(ParagraphNumber{end}).kind == MarkKind::None)
-            ++end;
-        // Of an unchanged stretch what lies next to a difference stays.
-        const std::int32_t from = first == 1 ? first : first + folds.rule.context_above;
-        const std::int32_t to = end > count ? end : end - folds.rule.context_below;
-        const bool fold =
-            folds.folded && to - from >= folds.rule.least && !folds.opened.contains(from);
-        for (std::int32_t paragraph = first; paragraph < end; ++paragraph) {
-            if (fold && paragraph == from)
-                put(paragraph, to - from);
-            else if (!fold || paragraph < from || paragraph >= to)
-                put(paragraph, 0);
-        }
-        if (end <= count)
-            put(end++, 0);
-        first = end;
     }
     rows.Assign(std::move(writer.rows), std::move(writer.heights));
 }

@@ -76,7 +76,7 @@ class PairedRows {
 struct FoldState {
     bool folded = false;
     FoldRule rule;
-    std::set<std::int32_t> opened;  ///< first rows of stretches that were opened
+    std::set<std::int32_t> opened;  ///< first paragraphs of stretches that were opened
 };
 
 /// The rows of both sides.

@@ -55,6 +55,10 @@ QWidget* PrintPreviewDialog::MakeBar() {
     };
     word("Print...", ButtonLook::Primary, "print", steps_.print)->setDefault(true);
     word("Save as PDF...", ButtonLook::Plain, "save", steps_.save_pdf);
+    word("Page Setup...", ButtonLook::Plain, "options", [this] {
+        if (steps_.page_setup())
+            pages_->updatePreview();
+    });
     line->addStretch(1);
     AddIcon(*line, "previous", "Previous page",
             [this] { pages_->setCurrentPage(pages_->currentPage() - 1); });

@@ -17,6 +17,8 @@ struct PreviewSteps {
     std::function<void(QPrinter& printer)> paint;
     std::function<void()> print;
     std::function<void()> save_pdf;
+    /// False: nothing was changed.
+    std::function<bool()> page_setup;
 };
 
 class PrintPreviewDialog : public QDialog {

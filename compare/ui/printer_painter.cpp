@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 
 #include "common/ui/qt_text.h"
+#include "compare/ui/font_families.h"
 
 namespace zorvane {
 namespace {
@@ -50,7 +51,7 @@ PrinterPainter::~PrinterPainter() {
 }
 
 QFont PrinterPainter::FontOf(const PrintFont& font) const {
-    QFont face(ToQt(font.name.view()));
+    QFont face = FaceOf(font.name.view());
     face.setPointSizeF(font.points);
     face.setBold(font.bold);
     face.setItalic(font.italic);

@@ -1,5 +1,8 @@
 #include "compare/ui/result_verdict.h"
 
+#include <QLayout>
+#include <QLineEdit>
+
 #include "common/ui/buttons.h"
 #include "common/ui/qt_text.h"
 #include "compare/ui/beside_entries.h"
@@ -78,6 +81,27 @@ Card* MakeUnreadCard(const QString& reason, const UiText& text, const UnreadStep
         card->AddButton(MakeStep(text("Options for This Type"), steps.type_options));
     card->AddButton(MakeStep(text("Try Again"), steps.try_again));
     card->AddButton(MakeStep(text("Choose Another"), steps.choose_another, ButtonLook::Primary));
+    return card;
+}
+
+Card* MakePasswordCard(const UiText& text, const UnreadSteps& steps) {
+    auto* card =
+        new Card(QStringLiteral("lock"), text("This file is protected by a password"),
+                 steps.wrong_password ? text("The password does not open it.")
+                                      : text("The password is forgotten when this window closes."));
+    auto* field = new QLineEdit(card);
+    field->setEchoMode(QLineEdit::Password);
+    field->setPlaceholderText(text("Password"));
+    field->setAccessibleName(text("Password"));
+    card->layout()->addWidget(field);
+    const auto open = [field, open_with = steps.open_with] {
+        // The step takes the card away, and the field with it.
+        if (const QString password = field->text(); !password.isEmpty())
+            open_with(password);
+    };
+    QObject::connect(field, &QLineEdit::returnPressed, field, open, Qt::QueuedConnection);
+    card->AddButton(MakeStep(text("Choose Another"), steps.choose_another));
+    card->AddButton(MakeStep(text("Open"), open, ButtonLook::Primary));
     return card;
 }
 

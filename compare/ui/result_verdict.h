@@ -34,7 +34,12 @@ struct UnreadSteps {
     std::function<void()> choose_another;
     std::function<void()> type_options;  ///< empty: this type has none
     std::function<void()> try_again;
+    /// Set for a protected document that a password opens.
+    std::function<void(const QString& password)> open_with;
+    bool wrong_password = false;  ///< one was given before
 };
 Card* MakeUnreadCard(const QString& reason, const UiText& text, const UnreadSteps& steps);
+/// Asks for the password in a field, which is for the focus.
+Card* MakePasswordCard(const UiText& text, const UnreadSteps& steps);
 
 }  // namespace zorvane

@@ -316,7 +316,8 @@ void RichTextView::Reset() {
 void RichTextView::SelectionChanged() {
     viewport()->update();
     TellCaret();
-    RichTextAccessible::TellCaret(*this);
+    if (selections_told_)
+        RichTextAccessible::TellCaret(*this);
     if (hasFocus())
         QGuiApplication::inputMethod()->update(Qt::ImQueryInput);
 }

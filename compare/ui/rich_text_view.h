@@ -78,6 +78,8 @@ class RichTextView : public QAbstractScrollArea, public DocumentObserver, public
     void SetFinder(FindInText find, TextRange this_hit);
 
     // ---- editing ----
+    /// Whether screen readers hear of selections: not where something better is said of them.
+    void SetSelectionsTold(bool told) { selections_told_ = told; }
     void SetReadOnly(bool read_only);
     bool IsReadOnly() const { return read_only_; }
     void Cut();
@@ -189,6 +191,7 @@ class RichTextView : public QAbstractScrollArea, public DocumentObserver, public
     bool overwrite_ = false;
     // The mouse.
     SelectBy select_by_ = SelectBy::Character;
+    bool selections_told_ = true;
     TextRange select_from_;
     bool selecting_ = false;
     bool may_drag_ = false;

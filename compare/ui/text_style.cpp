@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "common/ui/qt_text.h"
+#include "compare/ui/font_families.h"
 
 namespace zorvane {
 namespace {
@@ -12,14 +12,10 @@ constexpr double kTwipsInInch = 1440;
 constexpr std::size_t kFormatsKept = 64;
 
 QTextCharFormat MakeFormat(const CharFormat& format, double zoom) {
-    QFont font;
-    font.setFamily(ToQt(format.font.view()));
+    QFont font = FaceOf(format.font.view());
     font.setPointSizeF(std::max(1.0, format.half_points / 2.0 * zoom));
     font.setWeight(format.bold ? QFont::DemiBold : QFont::Normal);
     font.setItalic(format.italic);
-    // A fixed pitch family that is missing must not be replaced by a proportional one.
-    if (format.font.view().find("Courier") != std::string_view::npos)
-        font.setStyleHint(QFont::Monospace, QFont::PreferDefault);
     QTextCharFormat text;
     text.setFont(font);
     // The layout shrinks and shifts raised and lowered text by itself.

@@ -1,6 +1,7 @@
 #include "compare/view/paragraph_rows.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace zorvane {
@@ -309,12 +310,6 @@ bool ParagraphRows::FillGap(Side side, const ParagraphEdit& edit, const Place& b
 
 namespace {
 
-RowSpan Folded(const RowSpan& stretch, std::int32_t all_rows, const FoldRule& rule) {
-    const std::int32_t first = stretch.first + (stretch.first > 0 ? rule.context_above : 0);
-    const std::int32_t end = stretch.end() - (stretch.end() < all_rows ? rule.context_below : 0);
-    return {first, end - first};
-}
-
 // Rows without a difference from here to the next one.
 std::int32_t EndOfUnchanged(const ParagraphRows& rows, std::int32_t row) {
     while (row < rows.Rows()) {
@@ -328,6 +323,26 @@ std::int32_t EndOfUnchanged(const ParagraphRows& rows, std::int32_t row) {
 
 }  // namespace
 
+void AddFolds(const RowSpan& stretch, std::int32_t all_rows, const FoldRule& rule,
+              std::vector<RowSpan>& folds) {
+    const bool at_end = stretch.end() >= all_rows;
+    const std::int32_t first = stretch.first + (stretch.first > 0 ? rule.context_above : 0);
+    const std::int32_t end = stretch.end() - (at_end ? 0 : rule.context_below);
+    const auto add = [&](std::int32_t from, std::int32_t to) {
+        if (to > from && to - from >= rule.least)
+            folds.push_back({from, to - from});
+    };
+    const auto behind = std::lower_bound(rule.headings.begin(), rule.headings.end(), stretch.end());
+    const std::int32_t heading =
+        at_end || behind == rule.headings.begin() ? -1 : *std::prev(behind);
+    if (heading < first || heading >= end) {
+        add(first, end);
+        return;
+    }
+    add(first, heading);
+    add(heading + 1, end);
+}
+
 std::vector<RowSpan> FoldableRows(const ParagraphRows& rows, const FoldRule& rule) {
     std::vector<RowSpan> folds;
     for (std::int32_t row = 0; row < rows.Rows();) {
@@ -336,24 +351,10 @@ std::vector<RowSpan> FoldableRows(const ParagraphRows& rows, const FoldRule& rul
             row = rows.RunAt(row).rows.end();
             continue;
         }
-        const RowSpan fold = Folded({row, end - row}, rows.Rows(), rule);
-        if (fold.count >= rule.least && fold.count > 0)
-            folds.push_back(fold);
+        AddFolds({row, end - row}, rows.Rows(), rule, folds);
         row = end;
     }
     return folds;
-}
-
-std::optional<RowSpan> FoldableAround(const ParagraphRows& rows, std::int32_t row,
-                                      const FoldRule& rule) {
-    if (row < 0 || row >= rows.Rows() || !IsUnchanged(rows.RunAt(row).kind))
-        return std::nullopt;
-    std::int32_t first = rows.RunAt(row).rows.first;
-    while (first > 0 && IsUnchanged(rows.RunAt(first - 1).kind))
-        first = rows.RunAt(first - 1).rows.first;
-    const RowSpan fold = Folded({first, EndOfUnchanged(rows, row) - first}, rows.Rows(), rule);
-    const bool holds = row >= fold.first && row < fold.end();
-    return holds && fold.count >= rule.least ? std::optional(fold) : std::nullopt;
 }
 
 }  // namespace zorvane

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 #include "common/base/number.h"
@@ -93,15 +92,16 @@ class ParagraphRows {
 
 /// How unchanged rows fold.
 struct FoldRule {
-    std::int32_t context_above = 1;  ///< rows that stay in sight behind a difference
-    std::int32_t context_below = 1;  ///< and in front of the next
-    std::int32_t least = 4;          ///< fewer are not worth a fold
+    std::int32_t context_above = 1;      ///< rows that stay in sight behind a difference
+    std::int32_t context_below = 1;      ///< and in front of the next
+    std::int32_t least = 4;              ///< fewer are not worth a fold
+    std::vector<std::int32_t> headings;  ///< rows; the last one above a difference stays in sight
 };
 
+/// What folds of an unchanged stretch of so many rows.
+void AddFolds(const RowSpan& stretch, std::int32_t all_rows, const FoldRule& rule,
+              std::vector<RowSpan>& folds);
 /// The stretches of unchanged rows that fold, in order.
 std::vector<RowSpan> FoldableRows(const ParagraphRows& rows, const FoldRule& rule);
-/// The one that holds a row.
-std::optional<RowSpan> FoldableAround(const ParagraphRows& rows, std::int32_t row,
-                                      const FoldRule& rule);
 
 }  // namespace zorvane

@@ -78,11 +78,25 @@ TEST_F(PrintingTest, PrintsTheTextWithinTheMarginsAndPutsTheDefaultPrinterBack) 
     EXPECT_EQ(Body(), "first second third");
     EXPECT_EQ(paper[0].texts[3].x, 1440);
     EXPECT_EQ(settings.txtTopMargin, "0.5");
-    EXPECT_EQ(window.margins, 1);
+    EXPECT_EQ(window.margins, 2) << "in front of the dialog and behind it";
     EXPECT_EQ(window.default_printer, "home");
     EXPECT_EQ(paper[0].texts[0].text.size(), std::string("2023/11/14 22:13").size());
     EXPECT_EQ(paper[0].texts[1].text, "the title");
     EXPECT_EQ(paper[0].texts[2].text, "Page 1 of 1");
+}
+
+TEST_F(PrintingTest, TakesMarginsThatWereChangedWhereThePrinterIsChosen) {
+    settings.txtLeftMargin = "0,75";
+    settings.txtRightMargin = "1.00";
+    window.left_margin = 1800;
+    EXPECT_EQ(Print(), PrintEnd::Cancelled);
+    EXPECT_EQ(settings.txtLeftMargin, "0,75") << "it was cancelled";
+    Load();
+    EXPECT_EQ(Print(), PrintEnd::Printed);
+    EXPECT_EQ(window.offered.page.left, 1080);
+    EXPECT_EQ(paper[0].texts[3].x, 1800);
+    EXPECT_EQ(settings.txtLeftMargin, "1.25");
+    EXPECT_EQ(settings.txtRightMargin, "1.00") << "as it was written";
 }
 
 TEST_F(PrintingTest, PrintsTheSelectionWhereThatIsLeftChosen) {

@@ -28,6 +28,8 @@ class FileAnswers : public FileWindow {
         offered = question;
         if (range)
             question.range = *range;
+        if (left_margin)
+            question.page.left = *left_margin;
         default_printer = "picked";
         return std::move(printer);
     }
@@ -45,6 +47,7 @@ class FileAnswers : public FileWindow {
     std::int32_t filter_index = 1;
     PrintQuestion offered;
     std::optional<PrintRange> range;  ///< nothing: as it was offered
+    std::optional<double> left_margin;  ///< nothing: as it was offered
     std::unique_ptr<PagePainter> printer;
     std::string default_printer = "home";
     std::vector<Side> lists;

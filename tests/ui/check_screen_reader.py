@@ -39,9 +39,9 @@ class ScreenReader(unittest.TestCase):
     def setUpClass(cls):
         cls.Atspi, cls.GLib = load_atspi()
         cls.heard = []
-        cls.listener = cls.Atspi.EventListener.new(
-            lambda event: cls.heard.append(event.any_data if isinstance(event.any_data, str) else ""))
+        cls.listener = cls.Atspi.EventListener.new(cls.hear)
         cls.listener.register("object:announcement")
+        cls.listener.register("object:state-changed:showing")
         folder = pathlib.Path(os.environ["HOME"])
         (folder / "old.txt").write_text("".join(ORIGINAL))
         (folder / "new.txt").write_text("".join(MODIFIED))
@@ -58,6 +58,14 @@ class ScreenReader(unittest.TestCase):
     def tearDownClass(cls):
         cls.process.terminate()
         cls.process.wait()
+
+    # An announcement, or a notification that came into sight.
+    @classmethod
+    def hear(cls, event):
+        if isinstance(event.any_data, str):
+            cls.heard.append(event.any_data)
+        elif event.detail1 and event.source.get_role() == cls.Atspi.Role.NOTIFICATION:
+            cls.heard.append(event.source.get_name())
 
     # ---- how a reader looks around ----
 

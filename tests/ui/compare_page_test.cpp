@@ -3,12 +3,14 @@
 #include <fstream>
 
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QPrinter>
 
 #include <gtest/gtest.h>
 
 #include "common/base/text_encoding.h"
 #include "compare/ui/print_preview.h"
+#include "load/password_wanted.h"
 #include "tests/ui/window_world.h"
 
 namespace zorvane {
@@ -115,6 +117,43 @@ TEST_F(ComparePageTest, TellsOfAFileThatIsNotThereInItsPane) {
     ASSERT_TRUE(Idle(world));
     EXPECT_EQ(ground.Shown(), nullptr);
     EXPECT_GT(world.Viewer().Differences().Count(), 0);
+}
+
+// Given for the window's life alone: what the settings say of passwords is the person's.
+TEST_F(ComparePageTest, AsksForThePasswordOfAProtectedDocumentAndForgetsIt) {
+    WindowWorld world(fakes, theme);
+    world.window.resize(1440, 900);
+    world.Viewer().Settings().bWarnedAboutXLSWordWrapAlready = true;
+    clsCompareFileOptions& options = world.Viewer().Options();
+    options.sDOCPassword_TO_Modified.SetData("stored");
+    options.sExcelPasswordOriginal.SetData("kept");
+    world.Page().TakeFile(Side::Original, ToQt(fakes.folder.Path() + "/a.xlsx"));
+    world.Page().TakeFile(Side::Modified, ToQt(fakes.folder.Path() + "/b.docx"));
+    const auto answer = [&](Side side, const QString& password) {
+        const std::string reason = "b.docx: " + std::string(kPasswordWanted) + "; give it";
+        ASSERT_TRUE(world.Page().ShowUnreadable(side, {"File is password protected", reason}));
+        const Card* card = world.Page().Editors().Ground(side).Shown();
+        ASSERT_NE(card, nullptr);
+        auto* field = card->findChild<QLineEdit*>();
+        ASSERT_NE(field, nullptr);
+        QTest::keyClick(field, Qt::Key_Return);
+        EXPECT_EQ(world.Page().Editors().Ground(side).Shown(), card) << "nothing was typed";
+        QTest::keyClicks(field, password);
+        QTest::keyClick(field, Qt::Key_Return);
+        QTest::qWait(1);
+        ASSERT_TRUE(Idle(world));
+    };
+    answer(Side::Modified, QStringLiteral("given"));
+    EXPECT_EQ(options.sDOCPassword_TO_Modified.Data(), "given");
+    answer(Side::Modified, QStringLiteral("better"));
+    EXPECT_EQ(options.sDOCPassword_TO_Modified.Data(), "better");
+    answer(Side::Original, QStringLiteral("other"));
+    EXPECT_EQ(options.sExcelPasswordOriginal.Data(), "other");
+    EXPECT_EQ(options.sDOCPassword_TO_Original.Data(), "");
+    options.sExcelPasswordOriginal.SetData("chosen");
+    world.Page().CloseDialogs();
+    EXPECT_EQ(options.sDOCPassword_TO_Modified.Data(), "stored");
+    EXPECT_EQ(options.sExcelPasswordOriginal.Data(), "chosen") << "changed in the options since";
 }
 
 TEST_F(ComparePageTest, KeepsTheOldResultOverAFileThatVanished) {

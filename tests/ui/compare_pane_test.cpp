@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "compare/document/heading_places.h"
 #include "tests/ui/view_world.h"
 
 namespace zorvane {
@@ -184,9 +185,39 @@ TEST(ComparePane, FoldsWhatDidNotChangeAndOpensItAgain) {
                   .folded,
               0);
     shown.pane.View(Side::Original).Events().fold_opened(fold_row);
-    EXPECT_GT(shown.Page(Side::Original).Rows().Count(), 10);
+    const std::int32_t opened = shown.Page(Side::Original).Rows().Count();
+    EXPECT_GT(opened, 10);
+    shown.pane.SetComparison(shown.comparison);
+    EXPECT_EQ(shown.Page(Side::Original).Rows().Count(), opened) << "more of the result is known";
     shown.pane.SetFolded(false);
     EXPECT_EQ(shown.Page(Side::Original).Rows().Count(), rows);
+}
+
+TEST(ComparePane, FoldsKeepTheHeadingAboveADifference) {
+    RichText one;
+    CharFormat bold;
+    bold.bold = true;
+    for (int at = 0; at < 40; ++at)
+        one.AppendPlain(Wide(Sentence(at, 5) + "\r\n"), at == 7 || at == 12 ? bold : CharFormat());
+    ShownPair shown(one, one);
+    shown.modified.Replace({CharPos{one.Length() / 2}, 0}, u"new");
+    shown.Compare();
+    shown.pane.SetFoldRule({}, true);
+    shown.pane.SetHeadings(HeadingPlaces(one));
+    shown.pane.SetFolded(true);
+    for (const bool merged : {false, true}) {
+        SCOPED_TRACE(merged);
+        shown.pane.SetAllInOne(merged);
+        const ViewPage& page = merged ? shown.pane.MergedView().Page() : shown.Page(Side::Original);
+        std::vector<std::int32_t> kept;
+        for (std::int32_t row = 0; row < page.Rows().Count(); ++row) {
+            const ViewRow shown_row = page.Rows().At(row);
+            if (shown_row.folded == 0)
+                kept.push_back(page.Index().At(shown_row.first_block).paragraph.value);
+        }
+        ASSERT_FALSE(kept.empty());
+        EXPECT_EQ(kept.front(), 13) << "not the one further above";
+    }
 }
 
 TEST(ComparePane, MergesBothTextsInOneView) {

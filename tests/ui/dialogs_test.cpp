@@ -253,7 +253,7 @@ TEST_F(DialogsTest, WhatALoadWasAllowedToChangeIsShown) {
         ++asked;
         auto* button = dialog->findChild<QPushButton*>();
         for (auto* other : dialog->findChildren<QPushButton*>())
-            if (other->text() == QStringLiteral("Yes"))
+            if (WithoutMnemonic(other->text()) == QStringLiteral("Yes"))
                 button = other;
         button->click();
     });

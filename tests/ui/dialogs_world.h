@@ -52,7 +52,7 @@ class DialogsTest : public ::testing::Test {
     }
     static QAbstractButton* ButtonOf(QWidget& dialog, const char* caption) {
         for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
-            if (button->text() == QString::fromLatin1(caption))
+            if (WithoutMnemonic(button->text()) == WithoutMnemonic(QString::fromLatin1(caption)))
                 return button;
         ADD_FAILURE() << "no button " << caption;
         return nullptr;

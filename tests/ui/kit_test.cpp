@@ -15,6 +15,7 @@
 #include "common/ui/look_style.h"
 #include "common/ui/mark_style_row.h"
 #include "common/ui/measures.h"
+#include "common/ui/mnemonics.h"
 #include "common/ui/progress_card.h"
 #include "common/ui/question.h"
 
@@ -224,6 +225,41 @@ TEST(Dialog, IsWiderThanItsKindOnlyWhereWordsNeedIt) {
     EXPECT_GE(long_words.CancelButton()->x(), measures::kDialogEdge);
 }
 
+struct MnemonicRow {
+    const char* caption;
+    const char* shown;
+};
+constexpr MnemonicRow kMnemonics[] = {
+    {"Whole words", "&Whole words"},
+    {"&Case", "&Case"},
+    {"Connect", "C&onnect"},
+    {"&Copy", "Co&py"},
+    {"When && where", "W&hen && where"},
+    {"&Zoom", "Zoo&m"},
+    {"表記", "表記(&A)"},
+
+};
+TEST(Mnemonics, AreGivenOnceEach) {
+    Dialog dialog(QStringLiteral("Options"), measures::kNarrowDialog, nullptr);
+    std::vector<WrappingCheckBox*> boxes;
+    for (const MnemonicRow& row : kMnemonics) {
+        boxes.push_back(new WrappingCheckBox(QString::fromUtf8(row.caption), &dialog));
+        dialog.AddWide(boxes.back());
+    }
+    dialog.SetButtons(QStringLiteral("Apply"), QStringLiteral("Cancel"));
+    dialog.setModal(true);
+    dialog.show();
+    for (std::size_t at = 0; at < boxes.size(); ++at)
+        EXPECT_EQ(boxes[at]->text(), QString::fromUtf8(kMnemonics[at].shown));
+    EXPECT_EQ(dialog.AcceptButton()->text(), QStringLiteral("Apply")) << "Enter does";
+    auto* field = new QLineEdit(&dialog);
+    FormColumn column(&dialog);
+    EXPECT_EQ(column.AddAbove(QStringLiteral("Number"), field)->text(), QStringLiteral("Number"));
+    ShareMnemonics(dialog);
+    EXPECT_EQ(field->parentWidget()->findChildren<QLabel*>().front()->text(),
+              QStringLiteral("&Number"));
+}
+
 TEST(Question, AnswersByEnterAndEscAndNeverDeletesByEnter) {
     struct Row {
         const char* name;
@@ -297,6 +333,9 @@ TEST(StatusBar, ShowsAndTellsItsPanelsByNumber) {
     bar.resize(600, 28);
     bar.show();
     EXPECT_EQ(bar.Panel(2), QStringLiteral("Ready. Click here to Abort."));
+    const int height = bar.sizeHint().height();
+    bar.SetPanel(1, QStringLiteral("Failed.\n\nChange the password."));
+    EXPECT_EQ(bar.sizeHint().height(), height) << "one line, whatever is told";
     QList<int> clicked;
     QObject::connect(&bar, &StatusBar::PanelClicked, [&](int number) { clicked.append(number); });
     QTest::mouseClick(&bar, Qt::LeftButton, Qt::NoModifier, QPoint(600 - 20, 14));

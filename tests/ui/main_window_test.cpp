@@ -2,8 +2,11 @@
 // viewer tells shown?
 #include <fstream>
 
+#include <QDir>
+
 #include <gtest/gtest.h>
 
+#include "app/ui/rescued_edits.h"
 #include "common/base/text_encoding.h"
 #include "tests/ui/window_world.h"
 
@@ -43,8 +46,11 @@ TEST_F(MainWindowTest, StartsWithAnEmptyPageAndWaitsForBothFiles) {
 
 TEST_F(MainWindowTest, OpensOneFileAsTheOriginal) {
     WindowWorld world(fakes, theme);
-    world.window.OpenFiles({original});
-    EXPECT_EQ(world.Viewer().FileNames()[0], original);
+    const QString here = QDir::currentPath();
+    QDir::setCurrent(ToQt(fakes.folder.Path()));
+    world.window.OpenFiles({"one.txt"});
+    QDir::setCurrent(here);
+    EXPECT_EQ(world.Viewer().FileNames()[0], original) << "whole, for the days to come";
     world.Page().TakeFile(Side::Modified, ToQt(modified));
     world.Page().Compare();
     ASSERT_TRUE(WindowWorld::Until([&] { return world.Viewer().ShownComparison() != nullptr; }));
@@ -163,6 +169,25 @@ TEST_F(MainWindowTest, ClosesWhileARunGoesOn) {
     EXPECT_TRUE(world.Viewer().Busy());
     world.frame.CloseFrame();
     EXPECT_TRUE(WindowWorld::Until([&] { return world.frame.NumberOpenScreens() == 0; }));
+}
+
+// What is written when the display goes is told of at the next start, and only then.
+TEST_F(MainWindowTest, KeepsUnsavedEditsOfALostDisplay) {
+    for (const int round : {1, 2}) {
+        SCOPED_TRACE(round);
+        WindowWorld world(fakes, theme);
+        ASSERT_TRUE(world.Compare(original, modified));
+        QTest::keyClicks(&world.Page().Editors().View(Side::Modified), QStringLiteral("mine "));
+        world.window.RescueEdits();
+    }
+    WindowWorld world(fakes, theme);
+    const RescuedEdits rescued(world.process.gsDataFolder);
+    EXPECT_EQ(rescued.TakeUntold(),
+              (std::vector<std::string>{"two-modified 2.rtf", "two-modified.rtf"}));
+    EXPECT_TRUE(rescued.TakeUntold().empty());
+    RichDocument kept;
+    ASSERT_TRUE(kept.LoadFile(rescued.Folder() + "/two-modified 2.rtf", FileFormat::RichText).ok());
+    EXPECT_NE(ToUtf8(kept.Text()).find("mine "), std::string::npos);
 }
 
 TEST_F(MainWindowTest, LaysWindowsOutAndBack) {

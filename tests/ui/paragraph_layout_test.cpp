@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "compare/ui/font_families.h"
+
 namespace zorvane {
 namespace {
 
@@ -177,6 +179,23 @@ TEST(ParagraphLayout, BoxesOfLettersFillTheirLine) {
         EXPECT_NEAR(sum, all[0].rect.width(), 0.1);
         EXPECT_NEAR(sum, layout.Width(), 1);
     }
+}
+
+TEST(FontFamilies, AreThoseOfTheFacesThatPdfDocumentsName) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"LiberationSerif-Bold", "Liberation Serif"},
+        {"TimesNewRomanPS-BoldMT", "Times New Roman"},
+        {"TimesNewRomanPSMT", "Times New Roman"},
+        {"ArialMT", "Arial"},
+        {"DejaVu Sans Mono", "DejaVu Sans Mono"},
+        {"CMR10", "CMR10"},
+        {"Noto Sans CJK JP", "Noto Sans CJK JP"},
+        {"-", "-"},
+        {"PT-Sans", "PT"},
+        {"", ""},
+    };
+    for (const auto& [name, family] : rows)
+        EXPECT_EQ(FamilyOfFace(QString::fromLatin1(name)), QString::fromLatin1(family)) << name;
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 //   QT_QPA_PLATFORM=offscreen zv_window_pictures original modified folder
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 
 #include "tests/ui/picture_saver.h"
 #include "tests/ui/window_world.h"
@@ -15,6 +17,7 @@ class Pictures {
 
     bool Draw(const std::string& original, const std::string& modified) {
         FakePlatform fakes;
+        LinkConverter(fakes);
         WindowWorld world(fakes, theme_);
         MainWindow& window = world.window;
         window.showNormal();
@@ -75,6 +78,13 @@ class Pictures {
     }
 
   private:
+    // So that documents of any kind can be drawn.
+    static void LinkConverter(FakePlatform& fakes) {
+        const QString folder = ToQt(fakes.platform.folders->ProgramFolder());
+        QDir().mkpath(folder);
+        QFile::link(QApplication::applicationDirPath() + QStringLiteral("/../../zorvane-convert"),
+                    folder + QStringLiteral("/zorvane-convert"));
+    }
     void Save(QWidget& widget, const std::string& name) { saver_.Save(widget, name); }
 
     Theme& theme_;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "compare/document/heading_places.h"
+
 namespace zorvane {
 namespace {
 
@@ -89,6 +91,40 @@ TEST(DocumentLook, TakesAlignmentAndIndentsOfParagraphs) {
                                                  {.number = 3, .indent = 1, .hanging = true},
                                                  {.number = 4, .indent = 8}};
     EXPECT_EQ(look.paragraphs, expected);
+}
+
+struct HeadingPlacesRow {
+    const char* name;
+    RichText text;
+    std::vector<CharPos> places;
+};
+TEST(HeadingPlaces, AreShortParagraphsThatStandOut) {
+    const CharFormat body = Sized(11);
+    const CharFormat bold = Sized(11, true);
+    const std::u16string far(241, u'x');
+    const HeadingPlacesRow rows[] = {
+        {"larger, its break in the body's letters",
+         Text({{u"Term", Sized(12)}, {u"\r\n" + kProse, body}}),
+         {CharPos{0}}},
+        {"bold ones together, a blank one between",
+         Text({{kProse, body}, {u"A\r\n \r\nB\r\n", bold}, {kProse, body}}),
+         {CharPos{57}, CharPos{63}}},
+        {"a bold word", Text({{u"the ", body}, {u"Client", bold}, {u"\r\n" + kProse, body}}), {}},
+        {"bold to the end of a paragraph and on",
+         Text({{u"the ", body}, {u"Client\r\nFees\r\nA", bold}, {u" b\r\n" + kProse, body}}),
+         {CharPos{12}}},
+        {"at the end", Text({{kProse, body}, {u"End", bold}}), {CharPos{57}}},
+        {"too long",
+         Text({{far, bold}, {u"\r\n" + kProse + kProse + kProse + kProse + kProse, body}}),
+         {}},
+        {"all bold", Text({{kProse, bold}, {u"a", body}}), {}},
+        {"one format", Text({{kProse, bold}}), {}},
+        {"nothing", {}, {}},
+    };
+    for (const HeadingPlacesRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(HeadingPlaces(row.text), row.places);
+    }
 }
 
 }  // namespace

@@ -316,22 +316,18 @@ const FoldRow kFoldRows[] = {
     {"6=6 1~1 6=6", {}, {{0, 5}, {8, 5}}},
     {"5=5 1~1 6=6 1~1 4=4", {}, {{0, 4}, {7, 4}}},
     {"5=5 1~1 5=5 1~1 5=5", {}, {{0, 4}, {13, 4}}},
-    {"5=5 1~1 9=9", {2, 0, 1}, {{0, 5}, {8, 7}}},
-    {"1~1 2=2 1~1", {3, 3, 0}, {}},
+    {"5=5 1~1 9=9", {2, 0, 1, {}}, {{0, 5}, {8, 7}}},
+    {"1~1 2=2 1~1", {3, 3, 0, {}}, {}},
     {"1~1", {}, {}},
+    {"6=6 6=6 1~1 9=9", {1, 1, 4, {0, 4, 17}}, {{0, 4}, {5, 6}, {14, 8}}},  // none above the end
+    {"6=6 6=6 1~1", {1, 1, 4, {4, 9}}, {{0, 9}}},    // what is left below it is too short
+    {"6=6 6=6 1~1", {1, 1, 4, {4, 11}}, {{0, 11}}},  // in sight as it is
 };
 TEST(FoldableRows, LeaveTheContextOfDifferences) {
     for (const FoldRow& row : kFoldRows) {
         SCOPED_TRACE(row.rows);
         const ParagraphRows rows = RowsOf(row.rows);
         EXPECT_EQ(FoldableRows(rows, row.rule), row.folds);
-        for (std::int32_t i = -1; i <= rows.Rows(); ++i) {
-            const auto fold = std::find_if(
-                row.folds.begin(), row.folds.end(),
-                [i](const RowSpan& span) { return span.first <= i && i < span.end(); });
-            EXPECT_EQ(FoldableAround(rows, i, row.rule),
-                      fold == row.folds.end() ? std::nullopt : std::optional(*fold));
-        }
     }
 }
 
@@ -342,7 +338,6 @@ TEST(FoldableRows, GoAcrossWhatWasNotLookedAt) {
     rows.Assign(pair.comparison());
     EXPECT_EQ(Notation(rows), "1=1 1i0 1=1 0i2 3=3");
     EXPECT_EQ(FoldableRows(rows, {}), (std::vector<RowSpan>{{0, 8}}));
-    EXPECT_EQ(FoldableAround(rows, 7, {}), (RowSpan{0, 8}));
     rows.Apply(Side::Original, Edit(1, 1, 1));
     EXPECT_EQ(FoldableRows(rows, {}), (std::vector<RowSpan>{{2, 6}})) << "an edit is a difference";
 }

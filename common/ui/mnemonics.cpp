@@ -1,0 +1,107 @@
+#include "common/ui/mnemonics.h"
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabBar>
+
+#include "common/ui/dialog.h"
+#include "common/ui/ui_text.h"
+
+namespace zorvane {
+
+namespace {
+
+struct Caption {
+    QString text;
+    std::function<void(const QString&)> show;
+};
+
+bool CanBe(QChar letter) {
+    return letter >= u'A' && letter <= u'Y';
+}
+
+// The first letter of a word, or else any, that nobody has; its place in the text.
+std::optional<qsizetype> FreeLetter(const QString& text, const std::set<QChar>& taken) {
+    for (const bool words : {true, false}) {
+        for (qsizetype at = 0; at < text.size(); ++at) {
+            const bool begins = at == 0 || !text[at - 1].isLetterOrNumber();
+            const QChar letter = text[at].toUpper();
+            if ((begins || !words) && CanBe(letter) && !taken.contains(letter))
+                return at;
+        }
+    }
+    return {};
+}
+
+bool HasLatinLetters(const QString& text) {
+    return FreeLetter(text, {}).has_value();
+}
+
+void Give(const Caption& caption, std::set<QChar>& taken) {
+    // What was there was somebody else's already; a doubled one is a character.
+    QString text = WithoutMnemonic(caption.text).replace(u'&', QStringLiteral("&&"));
+    if (const std::optional<qsizetype> at = FreeLetter(text, taken)) {
+        taken.insert(text[*at].toUpper());
+        caption.show(text.insert(*at, u'&'));
+        return;
+    }
+    if (HasLatinLetters(text))
+        return;
+    for (char16_t letter = u'A'; CanBe(letter); ++letter) {
+        if (taken.insert(letter).second) {
+            caption.show(text + QStringLiteral("(&%1)").arg(QChar(letter)));
+            return;
+        }
+    }
+}
+
+std::vector<Caption> CaptionsOf(QWidget& dialog) {
+    std::vector<Caption> captions;
+    for (QWidget* widget : dialog.findChildren<QWidget*>()) {
+        if (auto* label = qobject_cast<QLabel*>(widget)) {
+            const QWidget* field = label->buddy();
+            const bool takes = field != nullptr && (field->focusPolicy() != Qt::NoFocus ||
+                                                    field->focusProxy() != nullptr);
+            if (takes && !label->text().isEmpty())
+                captions.push_back(
+                    {label->text(), [label](const QString& text) { label->setText(text); }});
+        } else if (auto* tabs = qobject_cast<QTabBar*>(widget)) {
+            for (int tab = 0; tab < tabs->count(); ++tab)
+                captions.push_back({tabs->tabText(tab), [tabs, tab](const QString& text) {
+                                        tabs->setTabText(tab, text);
+                                    }});
+        } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+            const auto* host = qobject_cast<Dialog*>(&dialog);
+            const bool by_key = host != nullptr &&
+                                (button == host->AcceptButton() || button == host->CancelButton());
+            if (!by_key && !button->text().isEmpty())
+                captions.push_back(
+                    {button->text(), [button](const QString& text) { button->setText(text); }});
+        }
+    }
+    return captions;
+}
+
+}  // namespace
+
+void ShareMnemonics(QWidget& dialog) {
+    std::set<QChar> taken;
+    std::vector<Caption> without;
+    for (Caption& caption : CaptionsOf(dialog)) {
+        const QChar letter = MnemonicOf(caption.text);
+        const bool kept = !letter.isNull() && letter != u'Z' && taken.insert(letter).second;
+        if (!kept)
+            without.push_back(std::move(caption));
+    }
+    for (const Caption& caption : without)
+        Give(caption, taken);
+}
+
+}  // namespace zorvane
