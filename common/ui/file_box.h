@@ -10,7 +10,8 @@ namespace zorvane {
 class FileBox : public ComboBox {
     Q_OBJECT
   public:
-    /// `icon` stands in front of each path.
+    /// `icon` stands in front of each path; without one it holds other texts, which are shown as
+    /// they are.
     FileBox(const QString& name, const QString& icon, QWidget* parent = nullptr);
 
     void SetRecent(const QStringList& paths);
@@ -22,6 +23,8 @@ class FileBox : public ComboBox {
   Q_SIGNALS:
     /// Typed and ended by Enter, or chosen from the list.
     void PathChosen(const QString& path);
+    /// Ended by Enter, behind the other.
+    void Entered();
     void FilesDropped(const QStringList& paths);
 
   protected:
@@ -47,5 +50,7 @@ class FileBox : public ComboBox {
 /// folders.
 QString ElidedPath(const QString& path, const QFontMetrics& metrics, int width);
 QString FileNameOf(const QString& path);
+/// "~/Documents" for what lies in the user's own folder.
+QString WithHomeShort(const QString& path);
 
 }  // namespace zorvane

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/platform/native_path.h"
+#include "common/platform/thread_priority.h"
 
 namespace zorvane {
 namespace {
@@ -50,7 +51,9 @@ SystemError FindRun::Start(const LineFinder& finder, const FindRunOptions& optio
     }
     if (error)
         return error;
-    work_ = std::make_unique<OrderedWork>(options.threads);
+    work_ = std::make_unique<OrderedWork>(
+        options.threads,
+        options.behind_windows ? std::function<void()>(StandBehindWindows) : nullptr);
     searches_.clear();
     for (int thread = 0; thread < work_->Threads(); ++thread)
         searches_.emplace_back(finder, options.rules);

@@ -48,6 +48,7 @@ struct FindRunOptions {
     FileSearchRules rules;
     DocumentTexts* documents = nullptr;  ///< nullptr: all are read as they are
     int threads = 0;
+    bool behind_windows = false;  ///< leaves processors to a window that a person looks at
 };
 
 struct FindCounts {

@@ -45,9 +45,16 @@ class FakeFindWindow : public FindTextWindow {
     void SetHourglass(bool on) override { hourglass = on; }
     void GridChanged(FindGrid grid) override { ++changes[grid]; }
     void SizeRows(FindGrid grid) override { ++sized[grid]; }
+    void SettingsChanged() override {}
     void Form_Resize() override { ++resizes; }
     void ShowMessage(const std::string& text) override { message = text; }
     void ShowInContextGrid(const std::string& text) override { in_context = text; }
+    void ShownHitChanged() override { ++hits_shown; }
+    void FocusEntry(FindError wrong) override { focused = wrong; }
+    std::string PickFile(const std::string&, const std::string&) override { return picked; }
+    std::string PickReportFile(const std::string&, const std::string&) override { return picked; }
+    std::string BrowseForFolder(const std::string&) override { return picked; }
+    void CompareFiles(const PerSide<std::string>& files) override { compared = files; }
     void Activate() override {}
     void CloseDialogs() override {}
 
@@ -59,9 +66,13 @@ class FakeFindWindow : public FindTextWindow {
     std::string caption;
     std::string message;
     std::string in_context;
+    std::string picked;
+    PerSide<std::string> compared;
+    std::optional<FindError> focused;
     bool abort = false;
     bool hourglass = false;
     int resizes = 0;
+    int hits_shown = 0;
 };
 
 class FindViewerTest : public testing::Test {
@@ -85,6 +96,10 @@ class FindViewerTest : public testing::Test {
     }
     std::string Write(const std::string& name, const std::string& bytes) const {
         return system_.folder.Write("tree/" + name, bytes);
+    }
+    void Show(std::int32_t row) {
+        viewer_->ShowHit(row);
+        viewer_->FinishReading();
     }
     const std::string& Main() { return window_.status[FindPanel::Main]; }
 
@@ -192,7 +207,7 @@ TEST_F(FindViewerTest, GoesOnBehindOtherErrorsAndShowsDocuments) {
               std::vector<std::string>{"Error: " + bad + ": is broken"});
     EXPECT_EQ(viewer_->fgFiles().Count(), 1);
     EXPECT_EQ(Main(), "Scan Completed");
-    viewer_->ShowHit(1);
+    Show(1);
     EXPECT_EQ(viewer_->fgFileWithHit().rows,
               (std::vector<std::string>{"\"one\"", "\"needle\" &   \"x\""}));
     EXPECT_EQ(viewer_->fgFileWithHit().marked, 1);
@@ -204,23 +219,23 @@ TEST_F(FindViewerTest, ShowsTheLinesAroundAHit) {
         text += (line == 2 || line == 250 ? "needle" : "line " + std::to_string(line)) + "\n";
     const std::string file = Write("a.txt", text);
     Find("needle");
-    viewer_->ShowHit(0);
+    Show(0);
     EXPECT_EQ(window_.caption, "");
-    viewer_->ShowHit(1);
+    Show(1);
     EXPECT_EQ(window_.caption, "FILE: " + file + " LINE: 2 COL: 1 ITEM: needle");
     EXPECT_EQ(viewer_->fgFileWithHit().rows.size(), 101U);
     EXPECT_EQ(viewer_->fgFileWithHit().top, 0);
     EXPECT_EQ(viewer_->fgFileWithHit().marked, 1);
-    viewer_->ShowHit(2);
+    Show(2);
     const ContextRows& rows = viewer_->fgFileWithHit();
     ASSERT_EQ(rows.rows.size(), 199U);
     EXPECT_EQ(rows.rows.front(), "\"line 151\"");
     EXPECT_EQ(rows.rows.back(), "\"line 349\"");
     EXPECT_EQ(rows.marked, 99);
     EXPECT_EQ(rows.top, 96);
-    viewer_->ShowHit(3);
+    Show(3);
     std::filesystem::remove(file);
-    viewer_->ShowHit(1);
+    Show(1);
     EXPECT_TRUE(window_.in_context.starts_with("File Name:  " + file + "\nNot Found"));
 }
 
