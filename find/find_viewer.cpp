@@ -142,6 +142,7 @@ void frmFindTextInFiles::BeginSearch() {
     }
     mlStartTick = process_.platform.clock->TickMilliseconds();
     aborted_ = false;
+    completed_ = false;
     ClearResultGrids();
     window_.ShowStatus(FindPanel::Time, "...");
     OrbenX1.StartSearch();
@@ -222,6 +223,7 @@ void frmFindTextInFiles::EndSearch() {
 // two beeps.
 void frmFindTextInFiles::Finished() {
     abort_enabled_ = false;
+    completed_ = true;
     window_.EnableAbort(false);
     window_.SetHourglass(false);
     window_.ShowStatus(FindPanel::Main, "Scan Completed");

@@ -93,6 +93,8 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     /// `cmdSelectReportFolderDefaultCSV`.
     void ChooseReportFile();
     bool CanAbort() const { return abort_enabled_; }
+    /// The last search came to its end by itself.
+    bool Completed() const { return completed_; }
 
     // ---- what is done with files of hits; hits count from 0 ----
     void ToggleMark(std::int32_t hit);
@@ -174,6 +176,7 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     std::int32_t mlTickCount = 0;
     bool timer_on_ = false;
     bool abort_enabled_ = false;
+    bool completed_ = false;
     bool aborted_ = false;  ///< and hits of it may still be missing in the grid
     ProgressTicker ticker_;
 

@@ -40,6 +40,11 @@ QString WithHomeShort(const QString& path) {
     return path.startsWith(home) ? QStringLiteral("~/") + path.mid(home.size()) : path;
 }
 
+QString WithHomeLong(const QString& path) {
+    const bool home = path == QStringLiteral("~") || path.startsWith(QStringLiteral("~/"));
+    return home ? QDir::homePath() + path.mid(1) : path;
+}
+
 QString ElidedPath(const QString& path, const QFontMetrics& metrics, int width) {
     if (metrics.horizontalAdvance(path) <= width)
         return path;
@@ -87,6 +92,10 @@ void FileBox::SetPath(const QString& path) {
     setToolTip(path);
     PlaceEditor();  // the box laid it out anew, over the icon
     update();
+}
+
+QString FileBox::Path() const {
+    return icon_.isEmpty() ? currentText() : WithHomeLong(currentText());
 }
 
 void FileBox::SetNamesOnly(bool names_only) {

@@ -16,7 +16,8 @@ class FileBox : public ComboBox {
 
     void SetRecent(const QStringList& paths);
     void SetPath(const QString& path);
-    QString Path() const { return currentText(); }
+    /// What stands there; "~" in front of a path is the user's own folder.
+    QString Path() const;
     /// Where room is short: the name without its folder.
     void SetNamesOnly(bool names_only);
 
@@ -52,5 +53,6 @@ QString ElidedPath(const QString& path, const QFontMetrics& metrics, int width);
 QString FileNameOf(const QString& path);
 /// "~/Documents" for what lies in the user's own folder.
 QString WithHomeShort(const QString& path);
+QString WithHomeLong(const QString& path);
 
 }  // namespace zorvane

@@ -9,16 +9,14 @@ namespace zorvane {
 
 FlowBox::FlowBox(int beside, int below, QWidget* parent)
     : QWidget(parent), beside_(beside), below_(below) {
-    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
 void FlowBox::Add(QWidget* widget) {
     widget->setParent(this);
     widget->show();
     widgets_.push_back(widget);
-    updateGeometry();
+    PlaceAll();
 }
 
 int FlowBox::LayOut(int width, bool place) const {
@@ -43,10 +41,6 @@ int FlowBox::LayOut(int width, bool place) const {
     return y + line;
 }
 
-int FlowBox::heightForWidth(int width) const {
-    return LayOut(width, false);
-}
-
 QSize FlowBox::sizeHint() const {
     int width = 0;
     for (const QWidget* widget : widgets_)
@@ -61,15 +55,19 @@ QSize FlowBox::minimumSizeHint() const {
     return {width, 0};
 }
 
+// The height follows the width here, since layouts in layouts do not ask for it.
+void FlowBox::PlaceAll() {
+    setFixedHeight(LayOut(width(), true));
+}
+
 void FlowBox::resizeEvent(QResizeEvent*) {
-    LayOut(width(), true);
+    PlaceAll();
 }
 
 // Another language, or another font.
 bool FlowBox::event(QEvent* event) {
     if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::LanguageChange) {
-        updateGeometry();
-        LayOut(width(), true);
+        PlaceAll();
     }
     return QWidget::event(event);
 }

@@ -7,6 +7,7 @@
 
 namespace zorvane {
 
+/// As high as its lines need.
 class FlowBox : public QWidget {
     Q_OBJECT
   public:
@@ -14,8 +15,6 @@ class FlowBox : public QWidget {
     FlowBox(int beside, int below, QWidget* parent);
 
     void Add(QWidget* widget);
-    bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -26,6 +25,7 @@ class FlowBox : public QWidget {
   private:
     /// Height of all lines; with `place` everything is put there.
     int LayOut(int width, bool place) const;
+    void PlaceAll();
 
     int beside_;
     int below_;

@@ -34,12 +34,11 @@ class FindRun::Findings : public TreeFindings {
 
 SystemError FindRun::Start(const LineFinder& finder, const FindRunOptions& options,
                            FindReceiver& receiver, std::function<void()> ended) {
-    Release();
+    Clear();
     work_.reset();
     options_ = options;
     patterns_ = FilePatterns(options.file_types);
     receiver_ = &receiver;
-    files_ = binary_ = failed_ = 0;
     only_.clear();
     root_ = WithSeparator(options.folder);
     PerSide<std::unique_ptr<FolderHandle>> roots;
@@ -74,6 +73,11 @@ void FindRun::Join() {
 void FindRun::Release() {
     Abort();
     Join();
+}
+
+void FindRun::Clear() {
+    Release();
+    files_ = binary_ = failed_ = 0;
 }
 
 bool FindRun::WantsFile(std::string_view name) {

@@ -73,6 +73,7 @@ class FindRun : private TreeJob {
     bool Aborted() const { return work_ && work_->Aborted(); }
     void Join();
     void Release();  ///< aborts and waits
+    void Clear();    ///< the same, and nothing is counted any more
     FindCounts Counts() const { return {files_.load(), binary_.load(), failed_.load()}; }
 
   private:

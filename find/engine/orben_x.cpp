@@ -42,7 +42,7 @@ bool OrbenX::Refuse(FindError error, const std::string& message) {
 }
 
 void OrbenX::StartSearch() {
-    Release();
+    run_.Clear();
     hits_.Clear();
     files_.Clear();
     texts_.Clear();

@@ -58,7 +58,7 @@ FindBoxes::FindBoxes(CommandSet& commands, UiText text, QWidget* parent)
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
-QWidget* FindBoxes::MakeCaption(const QString& words) {
+QLabel* FindBoxes::MakeCaption(const QString& words) {
     QLabel* caption = MakeLabel(words, look::kBeside, this);
     caption->setWordWrap(false);
     return caption;
@@ -76,8 +76,8 @@ FileBox* FindBoxes::MakeBox(const QString& name, const char* icon) {
 QHBoxLayout* FindBoxes::MakeFirstLine(CommandSet& commands) {
     auto* line = new QHBoxLayout;
     line->setSpacing(kSmall);
-    captions_[0] = MakeCaption(text_("What To Find"));
-    line->addWidget(captions_[0]);
+    what_words_ = MakeCaption(text_("What To Find"));
+    line->addWidget(what_words_);
     search_for_ = MakeBox(text_("What To Find"), "");
     search_for_->setAcceptDrops(false);
     line->addWidget(search_for_, 1);
@@ -98,8 +98,8 @@ QHBoxLayout* FindBoxes::MakeFirstLine(CommandSet& commands) {
 QHBoxLayout* FindBoxes::MakeSecondLine(CommandSet& commands) {
     auto* line = new QHBoxLayout;
     line->setSpacing(kSmall);
-    captions_[1] = MakeCaption(text_("Folder"));
-    line->addWidget(captions_[1]);
+    where_words_ = MakeCaption(text_("Folder"));
+    line->addWidget(where_words_);
     folder_ = MakeBox(text_("Folder"), "open");
     connect(folder_, &FileBox::FilesDropped, this,
             [this](const QStringList& paths) { dropped(paths); });
@@ -119,8 +119,8 @@ QHBoxLayout* FindBoxes::MakeSecondLine(CommandSet& commands) {
 QHBoxLayout* FindBoxes::MakeThirdLine(CommandSet& commands) {
     auto* line = new QHBoxLayout;
     line->setSpacing(kSmall);
-    captions_[2] = new QWidget(this);
-    line->addWidget(captions_[2]);
+    below_words_ = new QWidget(this);
+    line->addWidget(below_words_);
     switch_box_ = new FlowBox(kColumnGap, kTiny, this);
     MakeSwitches(commands);
     line->addWidget(switch_box_, 1);
@@ -197,13 +197,15 @@ void FindBoxes::ShowWords() {
 void FindBoxes::FitCaptions() {
     const bool captions = width() >= kCaptionsFrom;
     int wide = 0;
-    for (QWidget* caption : {captions_[0], captions_[1]}) {
+    for (QLabel* caption : {what_words_, where_words_}) {
         caption->setVisible(captions);
-        wide = std::max(wide, caption->sizeHint().width());
+        // Not its hint, which is never below the width that it was given.
+        wide = std::max(wide, caption->fontMetrics().horizontalAdvance(caption->text()));
     }
-    for (QWidget* caption : captions_)
+    for (QWidget* caption :
+         {static_cast<QWidget*>(what_words_), static_cast<QWidget*>(where_words_), below_words_})
         caption->setFixedWidth(wide + kSmall);
-    captions_[2]->setVisible(captions);
+    below_words_->setVisible(captions);
     types_words_->setVisible(captions);
     key_->setVisible(captions);
     types_->setFixedWidth(width() >= kWideTypesFrom ? kTypesWidth : kNarrowTypesWidth);

@@ -13,6 +13,7 @@
 #include "find/find_window.h"
 
 class QHBoxLayout;
+class QLabel;
 
 namespace zorvane {
 
@@ -58,7 +59,7 @@ class FindBoxes : public QFrame {
     QHBoxLayout* MakeSecondLine(CommandSet& commands);
     QHBoxLayout* MakeThirdLine(CommandSet& commands);
     void MakeSwitches(CommandSet& commands);
-    QWidget* MakeCaption(const QString& words);
+    QLabel* MakeCaption(const QString& words);
     void FitCaptions();
 
     UiText text_;
@@ -67,8 +68,11 @@ class FindBoxes : public QFrame {
     FileBox* types_ = nullptr;
     std::array<WrappingCheckBox*, kFindSwitches> switches_{};
     FlowBox* switch_box_ = nullptr;
-    QWidget* captions_[3] = {};
-    QWidget* types_words_ = nullptr;
+    // In front of each line; the last one is empty.
+    QLabel* what_words_ = nullptr;
+    QLabel* where_words_ = nullptr;
+    QWidget* below_words_ = nullptr;
+    QLabel* types_words_ = nullptr;
     QWidget* key_ = nullptr;
     Button* run_ = nullptr;
     Button* abort_ = nullptr;

@@ -239,7 +239,7 @@ void FindPage::Tick() {
 void FindPage::ShowWords() {
     boxes_->ShowWords();
     picker_->ShowWords();
-    ShowNothingFound(nothing_ != nullptr);
+    ShowNothingFound();
     for (FindTable* table : {static_cast<FindTable*>(hits_), static_cast<FindTable*>(errors_)})
         Q_EMIT table->headerDataChanged(Qt::Horizontal, 0, table->columnCount() - 1);
     pane_->ShowHead();

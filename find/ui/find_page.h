@@ -138,7 +138,7 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     void ShowFonts();
     void SetColumns();
     void TakeDividers();
-    void ShowNothingFound(bool ended);
+    void ShowNothingFound();
     void PlaceNothingFound();
     void ShowCounts();
     void ReleaseParts();

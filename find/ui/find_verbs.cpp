@@ -70,11 +70,11 @@ void FindPage::EnableAbort(bool enabled) {
     boxes_->SetRunning(enabled);
     if (enabled) {
         searching_ = true;
-        ShowNothingFound(false);
+        ShowNothingFound();
         announcer_->Begin(text_("Search In Process..."));
     } else if (std::exchange(searching_, false)) {
         ShowCounts();
-        ShowNothingFound(true);
+        ShowNothingFound();
         announcer_->End(text_("%1 hits").arg(viewer_->Engine().HitCount()));
     }
     host_.commands_changed();
@@ -122,10 +122,10 @@ void FindPage::GridChanged(FindGrid grid) {
 void FindPage::SizeRows(FindGrid) {}
 
 // A way out where a switch that is off may be why nothing was found.
-void FindPage::ShowNothingFound(bool ended) {
+void FindPage::ShowNothingFound() {
     delete std::exchange(nothing_, nullptr);
     const FindCounts counts = viewer_->Engine().Counts();
-    if (!ended || viewer_->Engine().HitCount() > 0 || counts.files == 0)
+    if (!viewer_->Completed() || viewer_->Engine().HitCount() > 0)
         return;
     const FindEntries entries = boxes_->Entries();
     nothing_ = new QWidget(hit_grid_);

@@ -252,6 +252,70 @@ TEST_F(FindViewerTest, AbortsOnlyWhileItSearches) {
     EXPECT_EQ(Main(), "Scan Aborted");
 }
 
+TEST_F(FindViewerTest, ShowsAllThatWasFoundBeforeAnAbort) {
+    std::string text;
+    for (int line = 0; line < 5000; ++line)
+        text += "needle\n";
+    Write("a.txt", text);
+    Begin("needle");
+    while (viewer_->Engine().HitCount() == 0)
+        std::this_thread::yield();
+    viewer_->Abort();
+    while (viewer_->Busy())
+        std::this_thread::yield();
+    viewer_->Poll();
+    EXPECT_EQ(viewer_->fgFiles().Count(), viewer_->Engine().HitCount());
+    EXPECT_EQ(Main(), "Scan Aborted");
+    EXPECT_FALSE(viewer_->Completed());
+}
+
+TEST_F(FindViewerTest, ShowsAHitInItsWholeDocument) {
+    const std::string file = Write("a.txt", "one\nneedle\n");
+    Find("needle");
+    Show(1);
+    EXPECT_EQ(viewer_->Document(), nullptr) << "nobody asked for it";
+    viewer_->SetShowDocument(true);
+    viewer_->FinishReading();
+    ASSERT_NE(viewer_->Document(), nullptr);
+    EXPECT_EQ(viewer_->Document()->text.text.substr(0, 11), u"one\r\nneedle");
+    EXPECT_EQ(viewer_->PlaceInShownDocument().first.value, 5);
+    const HitDocument* known = viewer_->Document();
+    Show(1);
+    EXPECT_EQ(viewer_->Document(), known) << "the same file is not read again";
+    Write("a.txt", "other\nneedle\n");
+    Show(1);
+    EXPECT_EQ(viewer_->PlaceInShownDocument().first.value, 7) << "it was changed since";
+    std::filesystem::remove(file);
+    Show(1);
+    EXPECT_NE(viewer_->Document()->reason, "");
+}
+
+TEST_F(FindViewerTest, ComparesTwoFilesAndNeverOneWithItself) {
+    const std::string first = Write("a.txt", "needle\nneedle\n");
+    const std::string second = Write("b.txt", "needle\n");
+    Find("needle");
+    struct ChoiceRow {
+        std::vector<std::int32_t> marked;
+        std::vector<std::int32_t> chosen;
+        bool both;
+    };
+    const ChoiceRow rows[] = {
+        {{}, {0, 2}, true},  {{}, {0, 1}, false},   {{}, {1}, false},     {{2}, {0}, true},
+        {{2, 0}, {1}, true}, {{0, 1, 2}, {}, true}, {{2, 2}, {0}, false}, {{0}, {0}, false},
+    };
+    for (const ChoiceRow& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.marked) + testing::PrintToString(row.chosen));
+        Find("needle");
+        EXPECT_TRUE(viewer_->Marked().Hits().empty());
+        for (const std::int32_t hit : row.marked)
+            viewer_->ToggleMark(hit);
+        window_.compared = {};
+        EXPECT_EQ(viewer_->CompareFilesOf(row.chosen), row.both);
+        EXPECT_EQ(window_.compared.original, row.both ? first : "");
+        EXPECT_EQ(window_.compared.modified, row.both ? second : "");
+    }
+}
+
 TEST_F(FindViewerTest, KeepsTwentySearchesNewestFirst) {
     for (int search = 1; search <= 25; ++search)
         Find("text" + std::to_string(search));

@@ -40,7 +40,10 @@ class FindPageTest : public DialogsTest {
     }
     static void Search(FindPage& page) {
         page.Find();
-        EXPECT_TRUE(WindowWorld::Until([&] { return !page.Viewer()->CanAbort(); }));
+        EXPECT_TRUE(WindowWorld::Until([&] {
+            return !page.Viewer()->CanAbort() && !page.Viewer()->Busy() &&
+                   page.Hits().rowCount() == page.Viewer()->Engine().HitCount();
+        }));
     }
     /// "a.txt:2:7" of each row.
     static std::string Rows(FindPage& page) {
@@ -129,8 +132,7 @@ TEST_F(FindPageTest, ShowsTheLinesOfTheHitThatIsChosen) {
     FindPage& page = Open(world);
     WorkIn(world, *page.Boxes().SearchFor().lineEdit());
     QTest::keyClick(page.Boxes().SearchFor().lineEdit(), Qt::Key_Return);
-    ASSERT_TRUE(WindowWorld::Until([&] { return !page.Viewer()->CanAbort(); }));
-    ASSERT_EQ(page.Hits().rowCount(), 5);
+    ASSERT_TRUE(WindowWorld::Until([&] { return page.Hits().rowCount() == 5; }));
     EXPECT_NE(page.Pane().Message(), QString()) << "nothing is read before a person asks";
     EXPECT_EQ(world.window.windowTitle(), QStringLiteral("beta – Zorvane"));
     Choose(page, 1);
