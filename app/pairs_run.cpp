@@ -140,6 +140,7 @@ class PairsRun {
         std::vector<std::string> files;
         for (const ReportTarget& report : command.reports)
             files.push_back(report.file);
+        files.insert(files.end(), command.redline.files.begin(), command.redline.files.end());
         if (command.json)
             files.push_back(*command.json);
         for (const std::string& file : files) {

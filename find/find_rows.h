@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "find/engine/orben_x.h"
+#include "find/hit_choice.h"
 
 namespace zorvane {
 
@@ -32,12 +34,17 @@ struct ContextRows {
     std::int32_t marked = -1;       ///< the row of the hit: bold, red on white; -1: none
     std::int32_t top = 0;           ///< the first one in sight
     std::int64_t first_line = 1;    ///< number of the line of row 0
+    std::int32_t item_at = -1;      ///< of the hit in the marked row, in bytes; -1: nobody knows
+    std::int32_t item_length = 0;
+    std::string marked_text;  ///< the line of the hit as it is
     friend bool operator==(const ContextRows&, const ContextRows&) = default;
 };
 
-/// At most 199 lines, 99 on each side of `line`. Lines and encodings are those of the engine.
-/// False when the file cannot be opened or is no text.
-bool ReadContextRows(const std::string& sFile, std::int32_t line,
-                     const std::string& locale_encoding, ContextRows& context);
+/// At most 199 lines, 99 on each side of the hit's. Lines and encodings are those of the engine; it
+/// is read from `sFile`, which may be another form of the hit's own file. False when that cannot be
+/// opened or is no text, and after a stop.
+bool ReadContextRows(const std::string& sFile, const ShownHit& hit,
+                     const std::string& locale_encoding, const std::function<bool()>& stop,
+                     ContextRows& context);
 
 }  // namespace zorvane

@@ -26,17 +26,6 @@ std::string FirstOf(const std::vector<std::string>& items) {
 
 }  // namespace
 
-const std::vector<ExpressionSign>& ExpressionSigns() {
-    static const std::vector<ExpressionSign> signs{
-        {"? - Match 0 or 1 character", "?", false},
-        {"* - Match 0 or more characters", "*", false},
-        {"[] - Match any 1 character included with the brackets", "[]", false},
-        {"^ - Match must be at the beginning of the string", "^", true},
-        {"$ - Match must be at the end of the string", "$", false},
-        {"\\ - Literal character to match the character followng \\", "\\", false}};
-    return signs;
-}
-
 frmFindTextInFiles::frmFindTextInFiles(ProcessState& process, FindTextWindow& window)
     : process_(process),
       window_(window),
@@ -57,6 +46,8 @@ void frmFindTextInFiles::Setup(const std::string& sName, bool bFlag) {
     if (bFlag)
         ReadIniFile();
     UpdateGUI();
+    window_.SettingsChanged();
+    window_.Form_Resize();
 }
 
 void frmFindTextInFiles::ReadIniFile() {
@@ -81,6 +72,7 @@ void frmFindTextInFiles::SaveIniFile() {
 
 void frmFindTextInFiles::Close() {
     window_.CloseDialogs();
+    lines_.Drop();
     OrbenX1.Release();
     SaveIniFile();
 }
@@ -124,6 +116,7 @@ void frmFindTextInFiles::UpdateEngineFromGUI() {
     OrbenX1.putFileTypes(entries.cbFileExt);
     AddToHistory(mcolFileExt, kFileExtHistory, entries.cbFileExt);
     OrbenX1.putSearchString(entries.cbSearchFor);
+    searched_for_ = entries.cbSearchFor;
     AddToHistory(mcolSearchFor, kSearchForHistory, entries.cbSearchFor);
     window_.SetHistories(
         {NewestFirst(mcolSearchFor), NewestFirst(mcolFileExt), NewestFirst(mcolSearchPath)});
@@ -148,6 +141,8 @@ void frmFindTextInFiles::BeginSearch() {
         events_.clear();
     }
     mlStartTick = process_.platform.clock->TickMilliseconds();
+    aborted_ = false;
+    completed_ = false;
     ClearResultGrids();
     window_.ShowStatus(FindPanel::Time, "...");
     OrbenX1.StartSearch();
@@ -160,9 +155,12 @@ void frmFindTextInFiles::ClearResultGrids() {
     mdDividerPrimaryRatio = kHidden;
     mlNextHit = 0;
     hits_.SetCount(0);
+    marked_.Clear();
+    shown_.index = -1;
     errors_.clear();
     window_.GridChanged(FindGrid::Files);
     window_.GridChanged(FindGrid::ErrorMessages);
+    window_.SettingsChanged();
     window_.Form_Resize();
 }
 
@@ -170,6 +168,7 @@ void frmFindTextInFiles::Abort() {
     if (!abort_enabled_)
         return;
     OrbenX1.AbortSearch();
+    aborted_ = true;
     window_.SetHourglass(false);
     abort_enabled_ = false;
     window_.EnableAbort(false);
@@ -181,8 +180,14 @@ void frmFindTextInFiles::Abort() {
 }
 
 bool frmFindTextInFiles::Poll() {
+    TakeLines({});
     // Asked first: what was found before the end is then all there.
     const bool searching = OrbenX1.IsSearching();
+    if (aborted_ && !searching) {
+        // What was found until then is shown too.
+        aborted_ = false;
+        WriteHitsToMSFlexGrid(0);
+    }
     if (timer_on_) {
         window_.ShowStatus(
             FindPanel::Main,
@@ -218,6 +223,7 @@ void frmFindTextInFiles::EndSearch() {
 // two beeps.
 void frmFindTextInFiles::Finished() {
     abort_enabled_ = false;
+    completed_ = true;
     window_.EnableAbort(false);
     window_.SetHourglass(false);
     window_.ShowStatus(FindPanel::Main, "Scan Completed");
@@ -312,88 +318,12 @@ void frmFindTextInFiles::SearchError(std::int32_t lCode, const std::string& sMes
     }
     if (lCode == static_cast<std::int32_t>(FindError::SearchString) ||
         lCode == static_cast<std::int32_t>(FindError::Folder) ||
-        lCode == static_cast<std::int32_t>(FindError::FileType))
+        lCode == static_cast<std::int32_t>(FindError::FileType)) {
         Abort();
+        window_.FocusEntry(static_cast<FindError>(lCode));
+    }
     errors_.push_back(process_.Translate("Error") + ": " + ErrorText(lCode, sMessage));
     window_.GridChanged(FindGrid::ErrorMessages);
-}
-
-std::string frmFindTextInFiles::ErrorText(std::int32_t lCode, const std::string& sMessage) {
-    const FindEntries entries = window_.Entries();
-    switch (static_cast<FindError>(lCode)) {
-        case FindError::SearchString:
-            return entries.cbSearchFor.empty()
-                       ? process_.Translate("Search string is empty, change 'What To Find' entry")
-                       : sMessage + " " + entries.cbSearchFor;
-        case FindError::Folder:
-            return entries.cbDirectory.empty()
-                       ? process_.Translate("Folder not specified. Change 'Folder' entry")
-                       : sMessage;
-        case FindError::FileType:
-            return entries.cbFileExt.empty()
-                       ? process_.Translate(
-                             "File Type not specified. Change 'File Types' entry. "
-                             "i.e. '*.DOC'")
-                       : sMessage + " " + entries.cbFileExt;
-    }
-    return sMessage;
-}
-
-// ---- what a person does with hits ----
-
-std::string frmFindTextInFiles::ReportsFile(const char* name) const {
-    return process_.gsDataFolder + "\\Reports\\" + name;
-}
-
-void frmFindTextInFiles::ShowHit(std::int32_t row) {
-    std::string sFile;
-    std::string sItem;
-    std::int32_t lLine = 0;
-    std::int32_t lCol = 0;
-    if (row < 1 || !OrbenX1.GetHit(row - 1, sFile, lLine, lCol, sItem))
-        return;
-    window_.SetCaption("FILE: " + sFile + " LINE: " + std::to_string(lLine) +
-                       " COL: " + std::to_string(lCol) + " ITEM: " + sItem);
-    std::string shown = sFile;
-    if (OrbenX1.SupportOfficeDocs()) {
-        const std::string text = ReportsFile("DemoTemp.TXT");
-        MakeDirectoryTree(std::string(ParentOf(text)));
-        if (OrbenX1.ConvertOfficeDocToText(sFile, text))
-            shown = text;
-    }
-    if (!ReadContextRows(shown, lLine, process_.platform.locale->EncodingName(), context_)) {
-        context_ = {};
-        window_.ShowInContextGrid(
-            process_.Translate("File Name") + ":  " + shown + "\n" +
-            process_.Translate("Not Found or can't open!") + "\n" +
-            process_.Translate("It may be a binary file.") + "\n" +
-            process_.Translate(
-                "For office docs make sure to check SUPPORT OFFICE DOCS in search options"));
-        return;
-    }
-    window_.GridChanged(FindGrid::FileWithHit);
-    window_.SizeRows(FindGrid::FileWithHit);
-}
-
-void frmFindTextInFiles::PickSign(const ExpressionSign& sign) {
-    FindEntries entries = window_.Entries();
-    entries.cbRegularExpression = true;
-    entries.cbSearchFor =
-        sign.in_front ? sign.symbol + entries.cbSearchFor : entries.cbSearchFor + sign.symbol;
-    window_.SetEntries(entries);
-    TakeSwitches();
-}
-
-void frmFindTextInFiles::mnuReportTabDelimitedFile_Click() {
-    const std::string path =
-        ReplaceDateTokens(settings_.txtDefaultReportCSV, process_.platform.clock->Now());
-    MakeDirectoryTree(std::string(ParentOf(path)));
-    if (const Status written = OrbenX1.WriteReport(path); !written.ok()) {
-        window_.ShowMessage(written.failure().reason);
-        return;
-    }
-    if (const Status opened = process_.platform.shell->EditText(path); !opened.ok())
-        window_.ShowMessage(opened.failure().reason);
 }
 
 }  // namespace zorvane

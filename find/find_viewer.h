@@ -2,17 +2,22 @@
 // makes all its decisions. Everything here belongs to the viewer's thread.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "common/base/background_value.h"
 #include "common/string_utilities.h"
 #include "compare/viewer.h"
 #include "find/engine/orben_x.h"
 #include "find/find_rows.h"
 #include "find/find_window.h"
+#include "find/hit_choice.h"
+#include "find/hit_document.h"
 #include "find/loaded_documents.h"
 #include "options/find_settings.h"
 
@@ -57,6 +62,8 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     void Abort() override;
     /// A tick of the timer, about every 25 ms. True when the search has ended.
     bool Poll() override;
+    /// In the last search; empty before the first.
+    const std::string& SearchedFor() const { return searched_for_; }
     /// A click on one of the five boxes.
     void TakeSwitches();
 
@@ -64,11 +71,41 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     const HitRows& fgFiles() const { return hits_; }
     const std::vector<std::string>& fgErrorMessages() const { return errors_; }
     const ContextRows& fgFileWithHit() const { return context_; }
-    /// A double click; `row` counts the header row as 0.
+    /// A double click; `row` counts the header row as 0. Lines that are not there at once come with
+    /// a later `Poll`.
     void ShowHit(std::int32_t row);
+    /// The hit whose lines are shown, or are being read.
+    const ShownHit& Shown() const { return shown_; }
+    bool ReadsLines() const { return lines_.Busy(); }
+    /// The whole document of the hit in place of the lines around it. Kept for the next hits.
+    void SetShowDocument(bool on);
+    /// Null, until it has been read; its text may be missing.
+    const HitDocument* Document() const { return document_.get(); }
+    /// The hit in it; a length of -1: nobody knows.
+    TextRange PlaceInShownDocument() const { return document_place_; }
+    /// Waits for them.
+    void FinishReading();
     /// The entry "What To Find" with a sign of the picker in it; ticks the box.
     void PickSign(const ExpressionSign& sign);
     void mnuReportTabDelimitedFile_Click();
+    /// `cmdSelectFolder`.
+    void ChooseFolder();
+    /// `cmdSelectReportFolderDefaultCSV`.
+    void ChooseReportFile();
+    bool CanAbort() const { return abort_enabled_; }
+    /// The last search came to its end by itself.
+    bool Completed() const { return completed_; }
+
+    // ---- what is done with files of hits; hits count from 0 ----
+    void ToggleMark(std::int32_t hit);
+    const MarkedHits& Marked() const { return marked_; }
+    /// In the program of its type.
+    void OpenFileOf(std::int32_t hit);
+    /// See `FilesToCompare`; false: there are no two files, and nothing happens.
+    bool CompareFilesOf(std::span<const std::int32_t> hits);
+    /// With a file that the person chooses.
+    void CompareWithAnother(std::int32_t hit);
+    ShownHit HitAt(std::int32_t hit) const;
 
     // ---- settings and layout ----
     FindSettings& Settings() { return settings_; }
@@ -106,6 +143,24 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     void ShowElapsed(std::int64_t milliseconds);
     std::int64_t Elapsed();
     std::string ReportsFile(const char* name) const;
+    struct HitLines {
+        std::string source;  ///< the file that they were read from
+        bool readable = false;
+        ContextRows rows;
+        std::shared_ptr<const HitDocument> document;
+        TextRange place{CharPos{0}, -1};
+    };
+    struct HitRequest {
+        ShownHit hit;
+        std::string
+            text_file{};  ///< where a document's text is written; empty: it is read as it is
+        std::string encoding;
+        bool whole = false;  ///< its document too
+        std::shared_ptr<const HitDocument> known;
+    };
+    HitLines ReadLines(const HitRequest& request, const BackgroundValue<HitLines>::Stop& stop);
+    void BeginReading();
+    void TakeLines(std::chrono::milliseconds patience);
 
     ProcessState& process_;
     FindTextWindow& window_;
@@ -115,11 +170,14 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     std::vector<std::string> mcolSearchPath;
     FindSettings settings_;
     std::string folder_;  // of the last search, for captions
+    std::string searched_for_;
     std::int32_t mlNextHit = 0;
     std::uint32_t mlStartTick = 0;
     std::int32_t mlTickCount = 0;
     bool timer_on_ = false;
     bool abort_enabled_ = false;
+    bool completed_ = false;
+    bool aborted_ = false;  ///< and hits of it may still be missing in the grid
     ProgressTicker ticker_;
 
     std::mutex guard_;  ///< over the list below
@@ -130,6 +188,11 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     LoadedDocuments documents_;
     OrbenX OrbenX1;  ///< its threads use what stands above
     HitRows hits_{OrbenX1};
+    MarkedHits marked_;
+    ShownHit shown_;
+    std::shared_ptr<const HitDocument> document_;
+    TextRange document_place_{CharPos{0}, -1};
+    BackgroundValue<HitLines> lines_;  ///< the last member: it uses what stands above
 };
 
 }  // namespace zorvane

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "common/base/side.h"
 #include "find/find_rows.h"
 #include "options/find_settings.h"
 
@@ -46,11 +47,24 @@ class FindTextWindow {
     /// Rows of a grid came or went, or all of it is another: its model is asked anew.
     virtual void GridChanged(FindGrid grid) = 0;
     virtual void SizeRows(FindGrid grid) = 0;
+    /// Font, widths of columns and boxes are those of the settings.
+    virtual void SettingsChanged() = 0;
     /// Lays all out anew from the viewer's ratios.
     virtual void Form_Resize() = 0;
     virtual void ShowMessage(const std::string& text) = 0;
+    /// The hit that is shown is another one; its lines come with `GridChanged`, or a text in their
+    /// place.
+    virtual void ShownHitChanged() = 0;
     /// In the place of the lines around a hit.
     virtual void ShowInContextGrid(const std::string& text) = 0;
+    /// What stands there is wrong.
+    virtual void FocusEntry(FindError wrong) = 0;
+    /// Empty when the user gives none.
+    virtual std::string PickFile(const std::string& title, const std::string& start) = 0;
+    virtual std::string PickReportFile(const std::string& title, const std::string& start) = 0;
+    virtual std::string BrowseForFolder(const std::string& start) = 0;
+    /// In the first Compare Files viewer.
+    virtual void CompareFiles(const PerSide<std::string>& files) = 0;
     virtual void Activate() = 0;
     virtual void CloseDialogs() = 0;
 };

@@ -55,4 +55,18 @@ std::string StringToCode(std::string_view sText) {
     return code.empty() ? "\"\"" : code;
 }
 
+CodePlace PlaceInCode(std::string_view line, std::size_t begin, std::string_view item) {
+    // What stands between the literal of what lies before and that of the item is no letter of it.
+    const std::size_t before = begin == 0 ? 0 : StringToCode(line.substr(0, begin)).size() - 1;
+    std::string code = StringToCode(item);
+    if (code.ends_with('"'))
+        code.pop_back();
+    if (code.starts_with('"'))
+        code.erase(0, 1);
+    const std::size_t at = code.empty() ? std::string::npos : StringToCode(line).find(code, before);
+    if (at == std::string::npos)
+        return {};
+    return {static_cast<std::int32_t>(at), static_cast<std::int32_t>(code.size())};
+}
+
 }  // namespace zorvane

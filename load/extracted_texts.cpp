@@ -8,8 +8,9 @@
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
 #include "common/process_state.h"
-#include "compare/document/memory_editor.h"
-#include "load/document_loader.h"
+#include "load/conversion_service.h"
+#include "load/file_types.h"
+#include "load/silent_load.h"
 
 namespace zorvane {
 namespace {
@@ -21,16 +22,6 @@ constexpr std::int32_t kHomeFolder = 40;
 
 // How long a wish to stop may go unheard by one who waits.
 constexpr std::chrono::milliseconds kAskAgain{20};
-
-class NobodyToAsk : public LoadQuestions {
-  public:
-    bool AskYesNo(const std::string&, const std::string&) override { return false; }
-    void ShowMessage(const std::string&, const std::string&) override {}
-    std::string BrowseFor(Side) override { return {}; }
-    void PumpEvents() override {}
-    void SetHourglass(bool) override {}
-    bool ShowNotice(const std::string&, const std::string&) override { return false; }
-};
 
 class StopWatcher : public RunWatcher {
   public:
@@ -61,73 +52,6 @@ std::string SearchedText(std::u16string text) {
     std::replace(text.begin(), text.end(), u'\x07', u'\t');
     return ToUtf8(text);
 }
-
-// One load, with all that a loader borrows. Options are the defaults, whatever the user's are, so
-// that one text serves all searches.
-class OneLoad {
-  public:
-    explicit OneLoad(ProcessState& process)
-        : process_(process), sink_(process.platform), telling_(sink_) {
-        sink_.WaitForWindow([] {});
-        telling_.manner.bSilent = true;
-        telling_.manner.bTellsPlainly = true;
-        telling_.manner.bShowMessages = true;
-        IgnoreFailure(options_.LoadStateFromFile(*profile_), "there is nothing but defaults in it");
-        options_.bRemoveFormatting.SetData(true);
-        options_.sExcelSheetNumberMaster.SetData("*");
-        options_.sExcelSheetNumberSource.SetData("*");
-        settings_.bDoQuickTextExtraction = true;
-        settings_.bShowSlideAndShapeNumber = true;
-        settings_.bIncludeNotes = true;
-        constexpr std::int32_t kMostExtensions = 15;
-        extensions_.Setup(kMostExtensions, *profile_, "x", "txt,log,csv");
-        document_.Setup(editor_, *process.platform.sound);
-    }
-
-    ExtractedText Load(const std::string& path, ConversionService& service, RunWatcher& watcher) {
-        DocumentLoader loader({process_,
-                               telling_,
-                               options_,
-                               settings_,
-                               questions_,
-                               recent_,
-                               extensions_,
-                               [this](EditorTarget) -> clsRTBDocument& { return document_; },
-                               [](const std::string&) {},
-                               {},
-                               &watcher,
-                               &service});
-        if (!loader.LoadFileIntoEditor(path, EditorTarget::Original) ||
-            loader.Memory().bSlidesFailed.original)
-            return {nullptr, Reason()};
-        const SideType type = TypeOfSide(path, options_, extensions_);
-        return {std::make_shared<DocumentText>(
-                    WithPlaces(SearchedText(editor_.Text()), MarksOf(type.road))),
-                ""};
-    }
-
-  private:
-    std::string Reason() {
-        std::string reason;
-        sink_.ShowWaiting([&reason](const std::string& message) {
-            if (reason.empty())
-                reason = message;
-        });
-        return reason.empty() ? "its text could not be read" : reason;
-    }
-
-    ProcessState& process_;
-    MessageSink sink_;
-    RunTelling telling_;
-    std::unique_ptr<IniProfile> profile_ = MakeMemoryIniProfile();
-    clsCompareFileOptions options_;
-    CompareFilesSettings settings_;
-    NobodyToAsk questions_;
-    PerSide<clsMRU> recent_;
-    clsMRU extensions_;
-    MemoryEditor editor_;
-    clsRTBDocument document_;
-};
 
 }  // namespace
 
@@ -220,7 +144,13 @@ ExtractedText ExtractedTexts::Extract(const std::string& path, const Stop& stop)
     if (!service)
         return {nullptr, "stopped"};
     StopWatcher watcher(stop);
-    ExtractedText text = OneLoad(process_).Load(path, *service, watcher);
+    SilentLoad load(process_, SilentLoad::Formats::Dropped);
+    ExtractedText text;
+    if (load.Load(path, *service, watcher))
+        text.document = std::make_shared<DocumentText>(
+            WithPlaces(SearchedText(load.Editor().Text()), MarksOf(load.Type(path).road)));
+    else
+        text.reason = load.Reason();
     service->ForgetFailures();
     static_cast<void>(service->TakeBeside());  // a search looks at the text alone
     GiveBack(std::move(service), office);

@@ -18,6 +18,7 @@ constexpr SettingRow<Settings> kRows[] = {
     {"dDividerSecondaryRatio", &Settings::dDividerSecondaryRatio},
     {"cbDontStreamResults", &Settings::cbDontStreamResults},
     {"cbBeepWhenDone", &Settings::cbBeepWhenDone},
+    {"bShowDocument", &Settings::bShowDocument},
     {"txtDefaultReportCSV", &Settings::txtDefaultReportCSV},
     {"FontName", &Settings::FontName},
     {"FontSize", &Settings::FontSize},

@@ -26,6 +26,7 @@ struct FindSettings {
     std::array<std::int32_t, 2> fgErrorMessagesColWidth = {600, 14000};
     bool cbDontStreamResults = false;
     bool cbBeepWhenDone = false;
+    bool bShowDocument = false;  ///< a hit in its whole document, not in the lines around it
     std::string txtDefaultReportCSV;
     std::string FontName = "Courier New";
     double FontSize = 8;

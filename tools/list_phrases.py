@@ -156,7 +156,7 @@ STRAIGHT = re.compile(
 
 
 # Of the core, translated by a window.
-OF_WINDOWS = [r"ViewButtonCaption\([^)]*\) \{(.*?)\n\}"]
+OF_WINDOWS = [r"ExpressionSigns\(\) \{(.*?)\n\}", r"ViewButtonCaption\([^)]*\) \{(.*?)\n\}"]
 
 
 def statement_before(source, place):
@@ -266,7 +266,8 @@ def main(arguments):
         regions = re.findall(pattern, "\n".join(files.values()), re.S)
         unknown += [] if regions else [f"nothing is found for {pattern}"]
         for region in regions:
-            phrases |= {text: pattern for text in literals(region) if text not in phrases}
+            phrases |= {text: pattern for text in literals(region)
+                        if text not in phrases and re.search(r"\w", text)}
     for problem in bypassing:
         print(problem, file=sys.stderr)
     for problem in unknown:

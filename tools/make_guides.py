@@ -18,7 +18,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 SOURCES = ROOT / "docs" / "guide"
 USER_GUIDE = ROOT / "docs" / "USER_GUIDE.md"
 COMMANDS = ["app/ui/frame_commands.cpp", "compare/ui/compare_commands.cpp",
-            "folders/ui/folder_commands.cpp"]
+            "folders/ui/folder_commands.cpp", "find/ui/find_commands.cpp"]
 BEGIN, END = "<!-- Keys, made by tools/make_guides.py -->\n", "<!-- End of the keys -->\n"
 ROW = re.compile(r'\{"[\w.]+", "((?:[^"\\]|\\.)*)", "([^"]*)", \d+, "([^"]*)", "[^"]*", "((?:[^"\\]|\\.)*)"')
 TARGET = ROOT / "installed"

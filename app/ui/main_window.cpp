@@ -16,10 +16,8 @@
 #include "common/ui/widget_words.h"
 #include "compare/ui/command_buttons.h"
 #include "compare/ui/compare_commands.h"
+#include "find/ui/find_commands.h"
 #include "folders/ui/folder_commands.h"
-#include "load/extracted_texts.h"
-#include "load/grid_bridge.h"
-#include "load/sheet_names.h"
 
 namespace zorvane {
 namespace {
@@ -72,8 +70,8 @@ void MainWindow::Load() {
         return;
     ApplyLanguageFont(process_.translator.gsLanguageFont);
     ShowToolkitIn(process_.translator.gsLanguage);
-    commands_ =
-        new CommandSet({FrameCommands(), CompareCommands(), FolderCommands()}, text_, *this);
+    commands_ = new CommandSet(
+        {FrameCommands(), CompareCommands(), FolderCommands(), FindCommands()}, text_, *this);
     BindCommands();
     commands_->FillMenuBar(*menuBar(), MenuOrder());
     area_ = new WorkArea(text_("Close"), this);
@@ -91,17 +89,6 @@ void MainWindow::Load() {
     commands_->Refresh();
 }
 
-ViewerFactories MainWindow::Viewers() {
-    ViewerFactories factories;
-    factories.compare_files = [this](const CommandLineRequest& request) {
-        return MakeViewer(request);
-    };
-    factories.compare_folders = [this](const CommandLineRequest& request) {
-        return MakeFoldersViewer(request);
-    };
-    return factories;
-}
-
 void MainWindow::BringToFront(QWidget& page) {
     area_->Show(page);
     if (process_.gbCommandLineRunning)
@@ -109,57 +96,6 @@ void MainWindow::BringToFront(QWidget& page) {
     show();
     if (auto* shown = dynamic_cast<ViewerPage*>(&page))
         shown->BeginInteractive();
-}
-
-PageHost MainWindow::HostOfFiles() {
-    PageHost host;
-    host.bring_to_front = [this](QWidget& page) { BringToFront(page); };
-    host.commands_changed = [this] { RefreshLater(); };
-    host.caption_changed = [this] { ShowCaptions(); };
-    host.compare_texts = [this](const RichText& original, const RichText& modified) {
-        CompareTexts(original, modified);
-    };
-    host.compare_folders = [this](const PerSide<std::string>& folders) { CompareFolders(folders); };
-    host.sheet_names = [this](const std::string& file, const std::string& password) {
-        ConversionService service(process_.platform);
-        service.SetInSandbox(!process_.bWithoutSandbox);
-        GridBridge bridge(service, {});
-        bridge.OptPasswordSet(password);
-        return ReadSheetNames(
-            bridge, file, [this](std::string_view english) { return process_.Translate(english); });
-    };
-    return host;
-}
-
-MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
-    auto made_page = std::make_unique<CompareFilesPage>(*commands_, theme_, text_, HostOfFiles());
-    CompareFilesPage* page = made_page.get();
-    MadeViewer made = MakeCompareFiles(process_, request, std::move(made_page));
-    auto& viewer = dynamic_cast<frmCompareFiles&>(*made.viewer);
-    viewer.RunInBackground(!process_.gbCommandLineRunning);
-    page->Connect(viewer);
-    area_->Add(*page, page->Icon());
-    return made;
-}
-
-MadeViewer MainWindow::MakeFoldersViewer(const CommandLineRequest& request) {
-    FoldersHost host;
-    host.bring_to_front = [this](QWidget& page) { BringToFront(page); };
-    host.commands_changed = [this] { RefreshLater(); };
-    host.caption_changed = [this] { ShowCaptions(); };
-    host.compare_files = [this](const PerSide<std::string>& files, bool new_window) {
-        CompareFiles(files, new_window);
-    };
-    host.make_text_options = [this](QWidget& page) {
-        return new PairOptionsDialog(process_, *commands_, text_, &page);
-    };
-    auto page = std::make_unique<CompareFoldersPage>(*commands_, theme_, text_, std::move(host),
-                                                     *process_.platform.folders);
-    auto viewer = std::make_unique<frmCompareDir>(process_, *page, request.bClearHistory);
-    viewer->KeepChecksIn(UserTextCache(process_));
-    page->Connect(*viewer);
-    area_->Add(*page, page->Icon());
-    return {std::move(page), std::move(viewer)};
 }
 
 void MainWindow::BeginInteractive() {
@@ -191,6 +127,10 @@ CompareFilesPage* MainWindow::ActivePage() const {
 
 CompareFoldersPage* MainWindow::ActiveFolders() const {
     return dynamic_cast<CompareFoldersPage*>(ActiveViewerPage());
+}
+
+FindPage* MainWindow::ActiveFind() const {
+    return dynamic_cast<FindPage*>(ActiveViewerPage());
 }
 
 void MainWindow::Tick() {
@@ -225,7 +165,7 @@ void MainWindow::ShowCaptions() {
     }
     const ViewerPage* active = ActiveViewerPage();
     setWindowTitle(active == nullptr ? QStringLiteral("Zorvane")
-                                     : active->Caption() + QStringLiteral(" – Zorvane"));
+                                     : active->Title() + QStringLiteral(" – Zorvane"));
 }
 
 // ---- of the frame ----

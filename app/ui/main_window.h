@@ -15,6 +15,7 @@
 #include "common/ui/shown_texts.h"
 #include "common/ui/theme.h"
 #include "compare/ui/compare_files_page.h"
+#include "find/ui/find_page.h"
 #include "folders/ui/compare_folders_page.h"
 
 namespace zorvane {
@@ -45,6 +46,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     /// The same where it is one of that kind.
     CompareFilesPage* ActivePage() const;
     CompareFoldersPage* ActiveFolders() const;
+    FindPage* ActiveFind() const;
     CommandSet& Commands() { return *commands_; }
     /// Writes what is not saved where the next start finds it; the display has gone.
     void RescueEdits();
@@ -76,6 +78,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     void BindHelp();
     MadeViewer MakeViewer(const CommandLineRequest& request);
     MadeViewer MakeFoldersViewer(const CommandLineRequest& request);
+    MadeViewer MakeFindViewer();
     PageHost HostOfFiles();
     void BringToFront(QWidget& page);
     /// The viewers' windows, but for those whose viewer has gone.

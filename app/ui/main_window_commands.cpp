@@ -13,6 +13,7 @@
 #include "common/ui/question.h"
 #include "common/ui/toolkit_texts.h"
 #include "common/ui/widget_words.h"
+#include "find/ui/find_commands.h"
 #include "folders/ui/folder_commands.h"
 
 namespace zorvane {
@@ -22,6 +23,7 @@ void MainWindow::BindCommands() {
     BindHelp();
     BindCompareCommands(*commands_, [this] { return ActivePage(); });
     BindFolderCommands(*commands_, [this] { return ActiveFolders(); });
+    BindFindCommands(*commands_, [this] { return ActiveFind(); });
 }
 
 void MainWindow::BindWindows() {
@@ -39,6 +41,8 @@ void MainWindow::BindWindows() {
                     {.run = [this] { frame_->CreateNewCompareFoldersForm(); }});
     commands_->Bind("window.show_compare_folders",
                     {.run = [this] { ShowFirst(ViewerKind::CompareFolders); }});
+    commands_->Bind("window.new_find", {.run = [this] { frame_->CreateNewFindTextForm(); }});
+    commands_->Bind("window.show_find", {.run = [this] { ShowFirst(ViewerKind::FindText); }});
     commands_->Bind("window.close", {.run =
                                          [this] {
                                              if (ViewerPage* page = ActiveViewerPage())
@@ -89,8 +93,9 @@ void MainWindow::BindHelp() {
 }
 
 void MainWindow::ShowFirst(ViewerKind kind) {
-    Viewer* viewer =
-        kind == ViewerKind::CompareFiles ? frame_->frmGetCFNumber(1) : frame_->frmGetCDNumber(1);
+    Viewer* viewer = kind == ViewerKind::FindText         ? frame_->frmGetFTNumber(1)
+                     : kind == ViewerKind::CompareFolders ? frame_->frmGetCDNumber(1)
+                                                          : frame_->frmGetCFNumber(1);
     if (viewer != nullptr)
         frame_->Activate(*viewer);
 }

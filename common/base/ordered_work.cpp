@@ -19,7 +19,8 @@ int FittingThreads(int wanted) {
 
 }  // namespace
 
-OrderedWork::OrderedWork(int threads) : thread_count_(FittingThreads(threads)) {}
+OrderedWork::OrderedWork(int threads, std::function<void()> begin_thread)
+    : thread_count_(FittingThreads(threads)), begin_thread_(std::move(begin_thread)) {}
 
 OrderedWork::~OrderedWork() {
     Abort();
@@ -37,7 +38,11 @@ void OrderedWork::Start(Task first, std::function<void()> ended) {
     int started = 0;
     try {
         for (; started < thread_count_; ++started)
-            threads_.emplace_back([this, thread = started] { Work(thread); });
+            threads_.emplace_back([this, thread = started] {
+                if (begin_thread_)
+                    begin_thread_();
+                Work(thread);
+            });
     } catch (const std::system_error&) {
         // The system gives no more: those that there are do the work, or this one without any.
         DoWithout(thread_count_ - started);

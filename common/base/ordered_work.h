@@ -37,7 +37,8 @@ class OrderedWork {
     using Task = std::unique_ptr<OrderedTask>;
 
     /// `threads` 0: as many as suit work that waits for disks.
-    explicit OrderedWork(int threads = 0);
+    /// `begin_thread` is called on each thread before its work.
+    explicit OrderedWork(int threads = 0, std::function<void()> begin_thread = {});
     ~OrderedWork();  ///< aborts and waits
     OrderedWork(const OrderedWork&) = delete;
     OrderedWork& operator=(const OrderedWork&) = delete;
@@ -63,6 +64,7 @@ class OrderedWork {
     void DoWithout(int missing);
 
     int thread_count_;
+    std::function<void()> begin_thread_;
     std::function<void()> ended_;
     std::vector<std::thread> threads_;
     std::atomic<bool> aborted_{false};

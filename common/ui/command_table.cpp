@@ -59,7 +59,6 @@ void CommandSet::Add(const Command& command) {
     action->setMenuRole(QAction::NoRole);
     if (!command.icon.empty())
         action->setIcon(LookIcon(ToQt(command.icon)));
-    ShowWords(command, *action);
     connect(action, &QAction::triggered, this, [this, id = command.id] { Run(id); });
     // Keys work wherever the focus is in the window, menus open or not.
     if (command.scope == KeyScope::Window)
@@ -67,13 +66,18 @@ void CommandSet::Add(const Command& command) {
     else
         action->setShortcutContext(Qt::WidgetShortcut);
     by_id_[command.id] = items_.size();
-    items_.push_back({&command, action, {}});
+    items_.push_back({.command = &command, .action = action});
+    ShowWords(items_.back());
 }
 
-void CommandSet::ShowWords(const Command& command, QAction& action) const {
+void CommandSet::ShowWords(const Item& item) const {
+    QAction& action = *item.action;
     const QString keys = action.shortcut().toString(QKeySequence::NativeText);
-    const QString name = text_(command.text);
-    const QString tip = text_(command.tip);
+    const auto chosen = [](std::string_view own, std::string_view usual) {
+        return own.empty() ? usual : own;
+    };
+    const QString name = text_(chosen(item.shown.text, item.command->text));
+    const QString tip = text_(chosen(item.shown.tip, item.command->tip));
     action.setToolTip(ToolTipOf(PlainName(name), keys, tip));
     action.setStatusTip(tip);
     action.setText(name);
@@ -81,7 +85,7 @@ void CommandSet::ShowWords(const Command& command, QAction& action) const {
 
 void CommandSet::Retranslate() {
     for (const Item& item : items_)
-        ShowWords(*item.command, *item.action);
+        ShowWords(item);
     for (const auto& [path, menu] : menus_)
         menu->setTitle(text_(LastPart(path)));
 }
@@ -91,17 +95,19 @@ void CommandSet::Bind(std::string_view id, CommandBinding binding) {
     Q_ASSERT(found != by_id_.end());
     Item& item = items_[found->second];
     item.binding = std::move(binding);
+    item.words = {};
     RefreshItem(item);
 }
 
 void CommandSet::BindWhere(std::function<bool()> applies, std::string_view id,
-                           CommandBinding binding) {
+                           const CommandBinding& binding) {
     const auto found = by_id_.find(id);
     Q_ASSERT(found != by_id_.end());
-    const auto here = std::make_shared<const CommandBinding>(std::move(binding));
-    const auto before = std::make_shared<const CommandBinding>(items_[found->second].binding);
-    const auto current = [applies = std::move(applies), here, before]() -> const CommandBinding& {
-        return applies() ? *here : *before;
+    const std::size_t at = found->second;
+    const auto here = std::make_shared<const CommandBinding>(binding);
+    const auto before = std::make_shared<const Item>(items_[at]);
+    const auto current = [applies, here, before]() -> const CommandBinding& {
+        return applies() ? *here : before->binding;
     };
     Bind(id, {.run =
                   [current] {
@@ -114,6 +120,10 @@ void CommandSet::BindWhere(std::function<bool()> applies, std::string_view id,
                       const auto& is_on = current().is_on;
                       return is_on && is_on();
                   }});
+    items_[at].words = [applies, here, before] {
+        return applies() ? here->words : WordsOf(*before);
+    };
+    RefreshItem(items_[at]);
 }
 
 std::string_view CommandSet::WhyNot(const CommandBinding& binding) {
@@ -126,6 +136,10 @@ void CommandSet::RefreshItem(Item& item) {
     item.action->setEnabled(WhyNot(item.binding).empty());
     if (item.binding.is_on)
         item.action->setChecked(item.binding.is_on());
+    if (const CommandWords words = WordsOf(item); words != item.shown) {
+        item.shown = words;
+        ShowWords(item);
+    }
 }
 
 void CommandSet::Refresh() {

@@ -43,6 +43,13 @@ struct Command {
     KeyScope scope = KeyScope::Window;
 };
 
+/// What a command is called in a window where it means a little more than its table says.
+struct CommandWords {
+    std::string_view text{};  ///< empty: as in the table
+    std::string_view tip{};   ///< likewise
+    friend bool operator==(const CommandWords&, const CommandWords&) = default;
+};
+
 /// What a window adds to a command of the table.
 struct CommandBinding {
     std::function<void()> run{};
@@ -50,6 +57,7 @@ struct CommandBinding {
     std::function<std::string_view()> why_not{};
     /// For Check and Choice: is it on?
     std::function<bool()> is_on{};
+    CommandWords words{};
 };
 
 /// A command for lists.
@@ -72,7 +80,8 @@ class CommandSet : public QObject {
     void Bind(std::string_view id, CommandBinding binding);
     /// The same while `applies`, in place of what is bound so far: windows of several kinds share a
     /// command.
-    void BindWhere(std::function<bool()> applies, std::string_view id, CommandBinding binding);
+    void BindWhere(std::function<bool()> applies, std::string_view id,
+                   const CommandBinding& binding);
     /// All texts once more, in the language of now.
     void Retranslate();
     /// Asks all bindings anew; menus do it by themselves before they open.
@@ -92,11 +101,16 @@ class CommandSet : public QObject {
     struct Item {
         const Command* command = nullptr;
         QAction* action = nullptr;
-        CommandBinding binding;
+        CommandBinding binding{};
+        std::function<CommandWords()> words{};  ///< empty: those of the binding
+        CommandWords shown{};
     };
 
     void Add(const Command& command);
-    void ShowWords(const Command& command, QAction& action) const;
+    void ShowWords(const Item& item) const;
+    static CommandWords WordsOf(const Item& item) {
+        return item.words ? item.words() : item.binding.words;
+    }
     void RefreshItem(Item& item);
     QMenu* MenuAt(QMenuBar& bar, std::string_view path);
     static std::string_view WhyNot(const CommandBinding& binding);

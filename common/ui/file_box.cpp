@@ -25,11 +25,6 @@ qsizetype LastSlash(const QString& path, qsizetype from = -1) {
     return std::max(path.lastIndexOf(u'/', from), path.lastIndexOf(u'\\', from));
 }
 
-QString WithHomeShort(const QString& path) {
-    const QString home = QDir::homePath() + u'/';
-    return path.startsWith(home) ? QStringLiteral("~/") + path.mid(home.size()) : path;
-}
-
 bool IsEnter(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
@@ -38,6 +33,16 @@ bool IsEnter(const QKeyEvent& event) {
 
 QString FileNameOf(const QString& path) {
     return path.mid(LastSlash(path) + 1);
+}
+
+QString WithHomeShort(const QString& path) {
+    const QString home = QDir::homePath() + u'/';
+    return path.startsWith(home) ? QStringLiteral("~/") + path.mid(home.size()) : path;
+}
+
+QString WithHomeLong(const QString& path) {
+    const bool home = path == QStringLiteral("~") || path.startsWith(QStringLiteral("~/"));
+    return home ? QDir::homePath() + path.mid(1) : path;
 }
 
 QString ElidedPath(const QString& path, const QFontMetrics& metrics, int width) {
@@ -89,6 +94,10 @@ void FileBox::SetPath(const QString& path) {
     update();
 }
 
+QString FileBox::Path() const {
+    return icon_.isEmpty() ? currentText() : WithHomeLong(currentText());
+}
+
 void FileBox::SetNamesOnly(bool names_only) {
     names_only_ = names_only;
     update();
@@ -102,6 +111,7 @@ bool FileBox::eventFilter(QObject* watched, QEvent* event) {
         if (event->type() == QEvent::KeyPress && IsEnter(*static_cast<QKeyEvent*>(event))) {
             // Here, since the box would hand it to the line a second time.
             Q_EMIT PathChosen(Path());
+            Q_EMIT Entered();
             return true;
         }
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
@@ -150,6 +160,8 @@ void FileBox::paintEvent(QPaintEvent*) {
 }
 
 QString FileBox::ShownText(const QFontMetrics& metrics, int width) const {
+    if (icon_.isEmpty())
+        return metrics.elidedText(Path(), Qt::ElideRight, width);
     return ElidedPath(names_only_ ? FileNameOf(Path()) : WithHomeShort(Path()), metrics, width);
 }
 

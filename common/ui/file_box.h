@@ -10,18 +10,22 @@ namespace zorvane {
 class FileBox : public ComboBox {
     Q_OBJECT
   public:
-    /// `icon` stands in front of each path.
+    /// `icon` stands in front of each path; without one it holds other texts, which are shown as
+    /// they are.
     FileBox(const QString& name, const QString& icon, QWidget* parent = nullptr);
 
     void SetRecent(const QStringList& paths);
     void SetPath(const QString& path);
-    QString Path() const { return currentText(); }
+    /// What stands there; "~" in front of a path is the user's own folder.
+    QString Path() const;
     /// Where room is short: the name without its folder.
     void SetNamesOnly(bool names_only);
 
   Q_SIGNALS:
     /// Typed and ended by Enter, or chosen from the list.
     void PathChosen(const QString& path);
+    /// Ended by Enter, behind the other.
+    void Entered();
     void FilesDropped(const QStringList& paths);
 
   protected:
@@ -47,5 +51,8 @@ class FileBox : public ComboBox {
 /// folders.
 QString ElidedPath(const QString& path, const QFontMetrics& metrics, int width);
 QString FileNameOf(const QString& path);
+/// "~/Documents" for what lies in the user's own folder.
+QString WithHomeShort(const QString& path);
+QString WithHomeLong(const QString& path);
 
 }  // namespace zorvane

@@ -28,8 +28,14 @@ class PageBinder {
     }
     /// One that windows of other kinds have too, which were bound before.
     void BindShared(std::string_view id, Act act, WhyNot why_not = {}, IsOn is_on = {}) {
-        commands_.BindWhere([active = active_] { return active() != nullptr; }, id,
-                            Binding(std::move(act), std::move(why_not), std::move(is_on)));
+        BindAs({}, id, std::move(act), std::move(why_not), std::move(is_on));
+    }
+    /// The same, with words of its own in these windows.
+    void BindAs(const CommandWords& words, std::string_view id, Act act, WhyNot why_not = {},
+                IsOn is_on = {}) {
+        CommandBinding binding = Binding(std::move(act), std::move(why_not), std::move(is_on));
+        binding.words = words;
+        commands_.BindWhere([active = active_] { return active() != nullptr; }, id, binding);
     }
 
   private:

@@ -1,5 +1,7 @@
 #include "compare/ui/command_buttons.h"
 
+#include <utility>
+
 #include <QAction>
 
 namespace zorvane {
@@ -86,6 +88,19 @@ Button* MakeCommandButton(CommandSet& commands, std::string_view id, const QStri
     LinkButton(*button, commands, id);
     button->setAccessibleName(caption);
     return button;
+}
+
+void AddCommandTo(QMenu& menu, CommandSet& commands, std::string_view id, const QString& words,
+                  std::function<void()> run) {
+    const QAction* command = commands.Action(id);
+    if (!run)
+        run = [&commands, id] { commands.Run(id); };
+    QAction* action = menu.addAction(command->icon(), words, &menu, std::move(run));
+    action->setEnabled(command->isEnabled());
+    // The key is the command's; here it is only told.
+    if (!action->text().contains(QStringLiteral("(F")))
+        action->setText(action->text() + u'\t' +
+                        command->shortcut().toString(QKeySequence::NativeText));
 }
 
 }  // namespace zorvane

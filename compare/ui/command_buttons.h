@@ -1,9 +1,11 @@
 // Buttons that run a command of the window's set.
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include <QAbstractButton>
+#include <QMenu>
 
 #include "common/ui/buttons.h"
 #include "common/ui/command_table.h"
@@ -21,5 +23,10 @@ IconButton* MakeCommandIcon(CommandSet& commands, std::string_view id, const cha
 /// `caption` stands on it instead of the command's menu text.
 Button* MakeCommandButton(CommandSet& commands, std::string_view id, const QString& caption,
                           ButtonLook look, const char* icon, QWidget* parent);
+
+/// A row of a menu at a place: shows the command's icon, its key and whether it can be run, under
+/// words of its own. `run`: what it does where that is not the command itself.
+void AddCommandTo(QMenu& menu, CommandSet& commands, std::string_view id, const QString& words,
+                  std::function<void()> run = {});
 
 }  // namespace zorvane

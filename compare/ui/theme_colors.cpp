@@ -14,7 +14,7 @@ MarkColors Painted(const ColorTokens& tokens, LookMark kind, const clsVarLong& f
 
 }  // namespace
 
-ViewColors ViewColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& options) {
+ViewColors ViewColorsOf(const ColorTokens& tokens) {
     ViewColors colors;
     colors.window = tokens[Token::Window];
     colors.paper = tokens[Token::Paper];
@@ -32,6 +32,17 @@ ViewColors ViewColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& 
     colors.this_hit_text = tokens[Token::ThisHitText];
     colors.hatch_ground = tokens[Token::HatchGround];
     colors.hatch_lines = tokens[Token::HatchLine];
+    colors.changed = {tokens[Token::ChangedText], tokens[Token::ChangedWord],
+                      tokens[Token::ChangedRow]};
+    colors.deleted = {tokens[Token::DeletedText], tokens[Token::DeletedWord],
+                      tokens[Token::DeletedRow]};
+    colors.added = {tokens[Token::AddedText], tokens[Token::AddedWord], tokens[Token::AddedRow]};
+    colors.moved = {tokens[Token::MovedText], tokens[Token::MovedWord], tokens[Token::MovedRow]};
+    return colors;
+}
+
+ViewColors ViewColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& options) {
+    ViewColors colors = ViewColorsOf(tokens);
     colors.changed = Painted(tokens, LookMark::Changed, options.lViewChangeForeColorOriginal,
                              options.lViewChangeBackColorOriginal);
     colors.deleted = Painted(tokens, LookMark::Deleted, options.lViewDeletionForeColor,

@@ -7,6 +7,8 @@
 
 namespace zorvane {
 
+/// With marks as they come.
+ViewColors ViewColorsOf(const ColorTokens& tokens);
 /// Marks are painted as the options store them; a default by the token of its kind.
 ViewColors ViewColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& options);
 

@@ -13,7 +13,10 @@ class ViewerPage {
 
     /// nullptr: it has gone, and the page goes next.
     virtual Viewer* ShownViewer() const = 0;
+    /// Of its tab.
     virtual QString Caption() const = 0;
+    /// Of the main window while this one is in front.
+    virtual QString Title() const { return Caption(); }
     /// By its name, for a tab.
     virtual QString Icon() const = 0;
     /// Behind each poll of the viewer.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/platform/native_path.h"
+#include "common/platform/thread_priority.h"
 
 namespace zorvane {
 namespace {
@@ -33,12 +34,11 @@ class FindRun::Findings : public TreeFindings {
 
 SystemError FindRun::Start(const LineFinder& finder, const FindRunOptions& options,
                            FindReceiver& receiver, std::function<void()> ended) {
-    Release();
+    Clear();
     work_.reset();
     options_ = options;
     patterns_ = FilePatterns(options.file_types);
     receiver_ = &receiver;
-    files_ = binary_ = failed_ = 0;
     only_.clear();
     root_ = WithSeparator(options.folder);
     PerSide<std::unique_ptr<FolderHandle>> roots;
@@ -50,7 +50,9 @@ SystemError FindRun::Start(const LineFinder& finder, const FindRunOptions& optio
     }
     if (error)
         return error;
-    work_ = std::make_unique<OrderedWork>(options.threads);
+    work_ = std::make_unique<OrderedWork>(
+        options.threads,
+        options.behind_windows ? std::function<void()>(StandBehindWindows) : nullptr);
     searches_.clear();
     for (int thread = 0; thread < work_->Threads(); ++thread)
         searches_.emplace_back(finder, options.rules);
@@ -71,6 +73,11 @@ void FindRun::Join() {
 void FindRun::Release() {
     Abort();
     Join();
+}
+
+void FindRun::Clear() {
+    Release();
+    files_ = binary_ = failed_ = 0;
 }
 
 bool FindRun::WantsFile(std::string_view name) {

@@ -48,6 +48,7 @@ struct FindRunOptions {
     FileSearchRules rules;
     DocumentTexts* documents = nullptr;  ///< nullptr: all are read as they are
     int threads = 0;
+    bool behind_windows = false;  ///< leaves processors to a window that a person looks at
 };
 
 struct FindCounts {
@@ -72,6 +73,7 @@ class FindRun : private TreeJob {
     bool Aborted() const { return work_ && work_->Aborted(); }
     void Join();
     void Release();  ///< aborts and waits
+    void Clear();    ///< the same, and nothing is counted any more
     FindCounts Counts() const { return {files_.load(), binary_.load(), failed_.load()}; }
 
   private:

@@ -42,7 +42,7 @@ bool OrbenX::Refuse(FindError error, const std::string& message) {
 }
 
 void OrbenX::StartSearch() {
-    Release();
+    run_.Clear();
     hits_.Clear();
     files_.Clear();
     texts_.Clear();
@@ -53,6 +53,7 @@ void OrbenX::StartSearch() {
     rules.syntax = expression_ ? FindSyntax::Simple : FindSyntax::Literal;
     rules.word = whole_word_ ? WordRule::Blanks : WordRule::Any;
     rules.match_case = match_case_;
+    rules_ = rules;
     Result<std::unique_ptr<LineFinder>> finder = LineFinder::Make(rules);
     if (!finder.ok()) {
         Refuse(FindError::SearchString, finder.failure().reason);
@@ -73,6 +74,7 @@ void OrbenX::StartSearch() {
     options.subfolders = subfolders_;
     options.documents = office_ ? documents_ : nullptr;
     options.threads = threads_;
+    options.behind_windows = true;
     const SystemError error = run_.Start(*finder_, options, *this, [this] {
         if (events_ != nullptr)
             events_->OnSearchCompleted();
@@ -148,10 +150,11 @@ Status OrbenX::WriteReport(const std::string& sFile) const {
     return report.value().Finish();
 }
 
-bool OrbenX::ConvertOfficeDocToText(const std::string& sFile, const std::string& target) {
+bool OrbenX::ConvertOfficeDocToText(const std::string& sFile, const std::string& target,
+                                    const std::function<bool()>& stop) {
     if (documents_ == nullptr || !documents_->IsDocument(FileNameOf(sFile)))
         return false;
-    const DocumentTexts::Text text = documents_->TextOf(sFile, [] { return false; });
+    const DocumentTexts::Text text = documents_->TextOf(sFile, stop);
     return text.text && WriteWholeFile(target, *text.text).ok();
 }
 

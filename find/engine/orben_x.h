@@ -63,13 +63,17 @@ class OrbenX : private FindReceiver {
                 std::string& sItem) const;
     /// A table with tabs between and a row of titles, a hit a line.
     Status WriteReport(const std::string& sFile) const;
-    /// The text whose lines a document's hits count. True when it is written.
-    bool ConvertOfficeDocToText(const std::string& sFile, const std::string& target);
+    /// The text whose lines a document's hits count. True when it is written. On any thread.
+    bool ConvertOfficeDocToText(
+        const std::string& sFile, const std::string& target,
+        const std::function<bool()>& stop = [] { return false; });
 
     // ---- beyond what every caller knows ----
 
     /// Page, sheet and cell, or slide of a hit in a document, where its reader knows it.
     std::string PlaceOf(std::int32_t index) const;
+    /// What the last search looked for.
+    const FindRules& Rules() const { return rules_; }
     /// Whoever reads documents; nullptr: nobody, and they are read as they are. Outlives this.
     void SetDocuments(DocumentTexts* documents) { documents_ = documents; }
     /// May be nullptr; else outlives this.
@@ -103,6 +107,7 @@ class OrbenX : private FindReceiver {
     int threads_ = 0;
     DocumentTexts* documents_ = nullptr;
     OrbenXEvents* events_ = nullptr;
+    FindRules rules_;
     std::unique_ptr<LineFinder> finder_;
     AppendOnly<Hit> hits_;
     AppendOnly<std::string_view> files_;

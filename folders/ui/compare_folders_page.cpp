@@ -8,6 +8,7 @@
 #include "common/ui/measures.h"
 #include "common/ui/progress_card.h"
 #include "common/ui/style_sheet.h"
+#include "compare/ui/command_buttons.h"
 #include "folders/ui/folder_commands.h"
 
 namespace zorvane {
@@ -133,30 +134,23 @@ QMenu* CompareFoldersPage::MakeMenu() {
     auto* menu = new QMenu(this);
     theme_.Dress(*menu);
     commands_.Refresh();
-    const auto act = [&](const char* words, const char* id, std::function<void()> run) {
-        const QAction* command = commands_.Action(id);
-        QAction* action = menu->addAction(command->icon(), text_(words), this, std::move(run));
-        action->setEnabled(command->isEnabled());
-        // The key is the command's; here it is only told.
-        if (!action->text().contains(QStringLiteral("(F")))
-            action->setText(action->text() + u'\t' +
-                            command->shortcut().toString(QKeySequence::NativeText));
+    const auto act = [&](const char* words, const char* id, std::function<void()> run = {}) {
+        AddCommandTo(*menu, commands_, id, text_(words), std::move(run));
     };
-    const auto command = [this](const char* id) { return [this, id] { commands_.Run(id); }; };
     act("Compare Files (Double Click)", "folders.compare",
         [this] { Files().CompareSelectedFiles(Cell().row, false); });
-    act("Compare Files, Open New Window", "folders.compare_new", command("folders.compare_new"));
-    act("Launch Selected File", "folders.launch", command("folders.launch"));
+    act("Compare Files, Open New Window", "folders.compare_new");
+    act("Launch Selected File", "folders.launch");
     menu->addSeparator();
-    act("Refresh (F5)", "compare.run", command("compare.run"));
-    act("Report (F2)", "report.make", command("report.make"));
+    act("Refresh (F5)", "compare.run");
+    act("Report (F2)", "report.make");
     menu->addSeparator();
     const char* copy = Cell().column == FolderColumn::Original ? "folders.copy_to_modified"
                                                                : "folders.copy_to_original";
-    act("Copy File to Other Folder", copy, command(copy));
-    act("Change Font", "view.font", command("view.font"));
+    act("Copy File to Other Folder", copy);
+    act("Change Font", "view.font");
     menu->addSeparator();
-    act("Delete File to Recycle Bin", "folders.recycle", command("folders.recycle"));
+    act("Delete File to Recycle Bin", "folders.recycle");
     act("Delete File Permanently", "folders.delete",
         [this] { Files().PermanentDelete(Cell().row, Cell().column); });
     return menu;

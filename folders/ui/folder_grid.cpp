@@ -2,11 +2,8 @@
 
 #include <algorithm>
 
-#include <QContextMenuEvent>
-#include <QFontDatabase>
 #include <QHeaderView>
 #include <QPainter>
-#include <QScrollBar>
 
 #include "common/ui/icons.h"
 #include "common/ui/look_paint.h"
@@ -19,10 +16,8 @@ using namespace measures;
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kLeastNames = 120;
 constexpr int kLeastOther = 60;
-constexpr int kHeadHeight = 32;
 constexpr int kBeforeWords = 26;  // a picture and its room
 
 Token InkOf(CellInk ink) {
@@ -95,16 +90,14 @@ struct CellPlace {
 
 void PaintGround(QPainter& painter, const CellPlace& place) {
     const ColorTokens& tokens = Tokens();
+    Token ground = GroundOf(place.Cell());
     if (place.chosen)
-        painter.fillRect(place.room, tokens[Token::Selection]);
-    else if (place.Missing())
-        PaintHatch(painter, place.room);
+        ground = Token::Selection;
     else if (place.row.folder && !place.Cell().shaded)
-        painter.fillRect(place.room, tokens[Token::Window]);
-    else
-        painter.fillRect(place.room, tokens[GroundOf(place.Cell())]);
-    painter.setPen(tokens[Token::Hairline]);
-    painter.drawLine(place.room.bottomLeft(), place.room.bottomRight());
+        ground = Token::Window;
+    PaintCellGround(painter, place.room, tokens[ground]);
+    if (!place.chosen && place.Missing())
+        PaintHatch(painter, place.room.adjusted(0, 0, 0, -1));
 }
 
 void PaintWords(QPainter& painter, const CellPlace& place, const QString& words,
@@ -163,118 +156,33 @@ void FolderCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
 
 FolderGrid::FolderGrid(frmCompareDir& viewer, FolderTable& table, const UiText& text,
                        QWidget* parent)
-    : QTableView(parent), viewer_(viewer), table_(table) {
-    setAccessibleName(text("Files of both folders"));
+    : Grid(text("Files of both folders"), parent), viewer_(viewer), table_(table) {
     setModel(&table);
     setItemDelegate(new FolderCellDelegate(this));
-    setFrameShape(QFrame::NoFrame);
-    setShowGrid(false);
-    setWordWrap(false);
-    setTabKeyNavigation(false);
-    setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectItems);
     setSelectionMode(ContiguousSelection);
-    setVerticalScrollMode(ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setCornerButtonEnabled(false);
-    setAcceptDrops(false);
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    MakeHead();
-}
-
-void FolderGrid::MakeHead() {
-    QHeaderView* head = horizontalHeader();
-    head->setSectionsClickable(true);
-    head->setHighlightSections(false);
-    head->setSectionResizeMode(QHeaderView::Interactive);
-    head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    head->setMinimumSectionSize(kLeastOther);
-    head->setFixedHeight(kHeadHeight);
-    head->setSortIndicatorShown(false);
-    connect(head, &QHeaderView::sectionResized, this, &FolderGrid::TakeWidth);
-    connect(head, &QHeaderView::sectionClicked, this, &FolderGrid::SortBy);
+    horizontalHeader()->setSectionsClickable(true);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &FolderGrid::SortBy);
+    row_wanted = [this] { viewer_.OpenRow(CurrentCell().row); };
 }
 
 // ---- columns ----
 
 void FolderGrid::ShowSettings() {
-    const CompareFoldersSettings& settings = viewer_.Settings();
-    QFont face = parentWidget()->font();
-    // A font of another system stands for the desktop's own.
-    if (QFontDatabase::hasFamily(ToQt(settings.FontName))) {
-        face.setFamily(ToQt(settings.FontName));
-        face.setPointSizeF(settings.FontSize);
-    }
-    face.setBold(settings.FontBold);
-    face.setItalic(settings.FontItalic);
-    setFont(face);
-    verticalHeader()->setDefaultSectionSize(
-        std::max(kGridRowHeight, QFontMetrics(face).height() + kSmall));
-    verticalHeader()->setMinimumSectionSize(kGridRowHeight);
-    ShareRoom();
-}
-
-// The first two columns share what the others leave, as their stored widths are to each other.
-void FolderGrid::ShareRoom() {
-    placing_ = true;
-    int room = viewport()->width();
-    for (const FolderColumn column :
-         {FolderColumn::Contents, FolderColumn::Size, FolderColumn::Date}) {
-        const int at = static_cast<int>(column);
-        const std::int32_t twips = viewer_.ColumnWidth(column);
-        setColumnHidden(at, twips == 0);
-        if (twips == 0)
-            continue;
-        const int words = QFontMetrics(font()).horizontalAdvance(QStringLiteral("[M]>[O]"));
-        const int least = std::max(words + kWindowEdge + kMedium, kLeastOther);
-        const int width = std::max(static_cast<int>(twips) / kTwipsPerPixel, least);
-        setColumnWidth(at, width);
-        room -= width;
-    }
-    room = std::max(room, 2 * kLeastNames);
-    const double left = std::max(1, viewer_.ColumnWidth(FolderColumn::Original));
-    const double right = std::max(1, viewer_.ColumnWidth(FolderColumn::Modified));
-    const int first =
-        std::clamp(static_cast<int>(room * left / (left + right)), kLeastNames, room - kLeastNames);
-    setColumnWidth(static_cast<int>(FolderColumn::Original), first);
-    setColumnWidth(static_cast<int>(FolderColumn::Modified), room - first);
-    placing_ = false;
-}
-
-// What one column gains another loses, so that no column leaves the window.
-void FolderGrid::TakeWidth(int section, int old_width, int width) {
-    if (placing_ || width == 0)
-        return;
-    if (section < static_cast<int>(FolderColumn::Date)) {
-        int next = section + 1;
-        while (next < static_cast<int>(kFolderColumns) && isColumnHidden(next))
-            ++next;
-        const int least =
-            next <= static_cast<int>(FolderColumn::Modified) ? kLeastNames : kLeastOther;
-        placing_ = true;
-        if (next < static_cast<int>(kFolderColumns))
-            setColumnWidth(next, std::max(least, columnWidth(next) - (width - old_width)));
-        placing_ = false;
-    }
-    StoreWidths();
-    ShareRoom();
-}
-
-void FolderGrid::StoreWidths() {
     CompareFoldersSettings& settings = viewer_.Settings();
-    std::int32_t* const stored[] = {&settings.mlCol1Width_CD, &settings.mlCol2Width_CD,
-                                    &settings.mlCol3Width_CD, &settings.mlCol4Width_CD,
-                                    &settings.mlCol5Width_CD};
-    for (int column = 0; column < static_cast<int>(kFolderColumns); ++column) {
-        if (!isColumnHidden(column))
-            *stored[column] = columnWidth(column) * kTwipsPerPixel;
-    }
-}
-
-void FolderGrid::resizeEvent(QResizeEvent* event) {
-    QTableView::resizeEvent(event);
-    ShareRoom();
+    ShowFont({settings.FontName, settings.FontSize, settings.FontBold, settings.FontItalic});
+    const int words = QFontMetrics(font()).horizontalAdvance(QStringLiteral("[M]>[O]"));
+    const GridColumn names{.least = kLeastNames, .shares = true};
+    const GridColumn other{.least = std::max(words + kWindowEdge + kMedium, kLeastOther)};
+    SetColumns(
+        {names, names, other, other, other},
+        [this](int at) { return viewer_.ColumnWidth(static_cast<FolderColumn>(at)); },
+        [&settings](int at, std::int32_t twips) {
+            std::int32_t* const stored[] = {&settings.mlCol1Width_CD, &settings.mlCol2Width_CD,
+                                            &settings.mlCol3Width_CD, &settings.mlCol4Width_CD,
+                                            &settings.mlCol5Width_CD};
+            *stored[at] = twips;
+        });
 }
 
 // Up, down, and back to the order of the records.
@@ -348,40 +256,6 @@ bool FolderGrid::GoToDifferent(bool forward) {
         return true;
     }
     return false;
-}
-
-// A row is painted as a whole where one of its cells is chosen.
-void FolderGrid::selectionChanged(const QItemSelection& selected,
-                                  const QItemSelection& deselected) {
-    QTableView::selectionChanged(selected, deselected);
-    viewport()->update();
-}
-
-void FolderGrid::contextMenuEvent(QContextMenuEvent* event) {
-    if (table_.rowCount() == 0 || !menu_wanted)
-        return;
-    if (event->reason() == QContextMenuEvent::Keyboard) {
-        menu_wanted(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
-        return;
-    }
-    if (const QModelIndex at = indexAt(event->pos());
-        at.isValid() && !selectionModel()->isSelected(at))
-        setCurrentIndex(at);
-    menu_wanted(event->globalPos());
-}
-
-// Typing is no search here: keys that are no commands go on to the window.
-void FolderGrid::keyPressEvent(QKeyEvent* event) {
-    if (event->text().isEmpty() || !event->text().front().isPrint())
-        QTableView::keyPressEvent(event);
-    else
-        event->ignore();
-}
-
-void FolderGrid::mouseDoubleClickEvent(QMouseEvent* event) {
-    QTableView::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
-        viewer_.OpenRow(CurrentCell().row);
 }
 
 }  // namespace zorvane

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include <QStyledItemDelegate>
-#include <QTableView>
 
+#include "common/ui/grid.h"
 #include "folders/ui/folder_table.h"
 
 namespace zorvane {
@@ -21,7 +21,7 @@ class FolderCellDelegate : public QStyledItemDelegate {
                const QModelIndex& index) const override;
 };
 
-class FolderGrid : public QTableView {
+class FolderGrid : public Grid {
     Q_OBJECT
   public:
     FolderGrid(frmCompareDir& viewer, FolderTable& table, const UiText& text, QWidget* parent);
@@ -38,26 +38,11 @@ class FolderGrid : public QTableView {
     /// To the next row that differs, or the one before; false: there is none.
     bool GoToDifferent(bool forward);
 
-    std::function<void(QPoint place)> menu_wanted;
-
-  protected:
-    void resizeEvent(QResizeEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void selectionChanged(const QItemSelection& selected,
-                          const QItemSelection& deselected) override;
-
   private:
-    void MakeHead();
-    void ShareRoom();
-    void TakeWidth(int section, int old_width, int width);
-    void StoreWidths();
     void SortBy(int section);
 
     frmCompareDir& viewer_;
     FolderTable& table_;
-    bool placing_ = false;
 };
 
 }  // namespace zorvane

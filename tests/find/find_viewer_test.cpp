@@ -45,9 +45,16 @@ class FakeFindWindow : public FindTextWindow {
     void SetHourglass(bool on) override { hourglass = on; }
     void GridChanged(FindGrid grid) override { ++changes[grid]; }
     void SizeRows(FindGrid grid) override { ++sized[grid]; }
+    void SettingsChanged() override {}
     void Form_Resize() override { ++resizes; }
     void ShowMessage(const std::string& text) override { message = text; }
     void ShowInContextGrid(const std::string& text) override { in_context = text; }
+    void ShownHitChanged() override { ++hits_shown; }
+    void FocusEntry(FindError wrong) override { focused = wrong; }
+    std::string PickFile(const std::string&, const std::string&) override { return picked; }
+    std::string PickReportFile(const std::string&, const std::string&) override { return picked; }
+    std::string BrowseForFolder(const std::string&) override { return picked; }
+    void CompareFiles(const PerSide<std::string>& files) override { compared = files; }
     void Activate() override {}
     void CloseDialogs() override {}
 
@@ -59,9 +66,13 @@ class FakeFindWindow : public FindTextWindow {
     std::string caption;
     std::string message;
     std::string in_context;
+    std::string picked;
+    PerSide<std::string> compared;
+    std::optional<FindError> focused;
     bool abort = false;
     bool hourglass = false;
     int resizes = 0;
+    int hits_shown = 0;
 };
 
 class FindViewerTest : public testing::Test {
@@ -85,6 +96,10 @@ class FindViewerTest : public testing::Test {
     }
     std::string Write(const std::string& name, const std::string& bytes) const {
         return system_.folder.Write("tree/" + name, bytes);
+    }
+    void Show(std::int32_t row) {
+        viewer_->ShowHit(row);
+        viewer_->FinishReading();
     }
     const std::string& Main() { return window_.status[FindPanel::Main]; }
 
@@ -192,7 +207,7 @@ TEST_F(FindViewerTest, GoesOnBehindOtherErrorsAndShowsDocuments) {
               std::vector<std::string>{"Error: " + bad + ": is broken"});
     EXPECT_EQ(viewer_->fgFiles().Count(), 1);
     EXPECT_EQ(Main(), "Scan Completed");
-    viewer_->ShowHit(1);
+    Show(1);
     EXPECT_EQ(viewer_->fgFileWithHit().rows,
               (std::vector<std::string>{"\"one\"", "\"needle\" &   \"x\""}));
     EXPECT_EQ(viewer_->fgFileWithHit().marked, 1);
@@ -204,23 +219,23 @@ TEST_F(FindViewerTest, ShowsTheLinesAroundAHit) {
         text += (line == 2 || line == 250 ? "needle" : "line " + std::to_string(line)) + "\n";
     const std::string file = Write("a.txt", text);
     Find("needle");
-    viewer_->ShowHit(0);
+    Show(0);
     EXPECT_EQ(window_.caption, "");
-    viewer_->ShowHit(1);
+    Show(1);
     EXPECT_EQ(window_.caption, "FILE: " + file + " LINE: 2 COL: 1 ITEM: needle");
     EXPECT_EQ(viewer_->fgFileWithHit().rows.size(), 101U);
     EXPECT_EQ(viewer_->fgFileWithHit().top, 0);
     EXPECT_EQ(viewer_->fgFileWithHit().marked, 1);
-    viewer_->ShowHit(2);
+    Show(2);
     const ContextRows& rows = viewer_->fgFileWithHit();
     ASSERT_EQ(rows.rows.size(), 199U);
     EXPECT_EQ(rows.rows.front(), "\"line 151\"");
     EXPECT_EQ(rows.rows.back(), "\"line 349\"");
     EXPECT_EQ(rows.marked, 99);
     EXPECT_EQ(rows.top, 96);
-    viewer_->ShowHit(3);
+    Show(3);
     std::filesystem::remove(file);
-    viewer_->ShowHit(1);
+    Show(1);
     EXPECT_TRUE(window_.in_context.starts_with("File Name:  " + file + "\nNot Found"));
 }
 
@@ -235,6 +250,70 @@ TEST_F(FindViewerTest, AbortsOnlyWhileItSearches) {
         std::this_thread::yield();
     EXPECT_FALSE(viewer_->Poll());
     EXPECT_EQ(Main(), "Scan Aborted");
+}
+
+TEST_F(FindViewerTest, ShowsAllThatWasFoundBeforeAnAbort) {
+    std::string text;
+    for (int line = 0; line < 5000; ++line)
+        text += "needle\n";
+    Write("a.txt", text);
+    Begin("needle");
+    while (viewer_->Engine().HitCount() == 0)
+        std::this_thread::yield();
+    viewer_->Abort();
+    while (viewer_->Busy())
+        std::this_thread::yield();
+    viewer_->Poll();
+    EXPECT_EQ(viewer_->fgFiles().Count(), viewer_->Engine().HitCount());
+    EXPECT_EQ(Main(), "Scan Aborted");
+    EXPECT_FALSE(viewer_->Completed());
+}
+
+TEST_F(FindViewerTest, ShowsAHitInItsWholeDocument) {
+    const std::string file = Write("a.txt", "one\nneedle\n");
+    Find("needle");
+    Show(1);
+    EXPECT_EQ(viewer_->Document(), nullptr) << "nobody asked for it";
+    viewer_->SetShowDocument(true);
+    viewer_->FinishReading();
+    ASSERT_NE(viewer_->Document(), nullptr);
+    EXPECT_EQ(viewer_->Document()->text.text.substr(0, 11), u"one\r\nneedle");
+    EXPECT_EQ(viewer_->PlaceInShownDocument().first.value, 5);
+    const HitDocument* known = viewer_->Document();
+    Show(1);
+    EXPECT_EQ(viewer_->Document(), known) << "the same file is not read again";
+    Write("a.txt", "other\nneedle\n");
+    Show(1);
+    EXPECT_EQ(viewer_->PlaceInShownDocument().first.value, 7) << "it was changed since";
+    std::filesystem::remove(file);
+    Show(1);
+    EXPECT_NE(viewer_->Document()->reason, "");
+}
+
+TEST_F(FindViewerTest, ComparesTwoFilesAndNeverOneWithItself) {
+    const std::string first = Write("a.txt", "needle\nneedle\n");
+    const std::string second = Write("b.txt", "needle\n");
+    Find("needle");
+    struct ChoiceRow {
+        std::vector<std::int32_t> marked;
+        std::vector<std::int32_t> chosen;
+        bool both;
+    };
+    const ChoiceRow rows[] = {
+        {{}, {0, 2}, true},  {{}, {0, 1}, false},   {{}, {1}, false},     {{2}, {0}, true},
+        {{2, 0}, {1}, true}, {{0, 1, 2}, {}, true}, {{2, 2}, {0}, false}, {{0}, {0}, false},
+    };
+    for (const ChoiceRow& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.marked) + testing::PrintToString(row.chosen));
+        Find("needle");
+        EXPECT_TRUE(viewer_->Marked().Hits().empty());
+        for (const std::int32_t hit : row.marked)
+            viewer_->ToggleMark(hit);
+        window_.compared = {};
+        EXPECT_EQ(viewer_->CompareFilesOf(row.chosen), row.both);
+        EXPECT_EQ(window_.compared.original, row.both ? first : "");
+        EXPECT_EQ(window_.compared.modified, row.both ? second : "");
+    }
 }
 
 TEST_F(FindViewerTest, KeepsTwentySearchesNewestFirst) {

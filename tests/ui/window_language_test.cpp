@@ -68,6 +68,17 @@ TEST_P(WindowLanguageTest, AsksForNothingThatItsFileLacks) {
     world.Page().OptionChanged();
     world.Page().Compare();
     ASSERT_TRUE(WindowWorld::Until([&] { return !world.Viewer().Busy(); }));
+    world.window.Commands().Run("window.new_find");
+    FindPage& find = *world.window.ActiveFind();
+    find.Find();
+    find.Boxes().SearchFor().SetPath(QStringLiteral("Alpha"));
+    find.Boxes().Folder().SetPath(ToQt(fakes.folder.Path()));
+    find.Find();
+    ASSERT_TRUE(WindowWorld::Until([&] { return find.Hits().rowCount() > 0; }));
+    world.window.Commands().Run("go.next");
+    find.MakeMenu();
+    find.MarkCurrent();
+    find.Hits().data(find.Hits().index(0, 0), Qt::AccessibleTextRole);
     world.window.Palette().Open();
     QTest::qWait(1);
     EXPECT_EQ(ReadWhole(file).substr(before.size()), "");
@@ -97,6 +108,10 @@ void ExpectMnemonicsOnce(const QString& title, const QList<QAction*>& actions) {
 TEST_P(WindowLanguageTest, HasEachMnemonicOnceInAMenu) {
     WindowWorld world(fakes, theme);
     ExpectMnemonicsOnce(QStringLiteral("menu bar"), world.window.menuBar()->actions());
+    // Some commands are called otherwise there.
+    world.window.Commands().Run("window.new_find");
+    world.window.Commands().Refresh();
+    ExpectMnemonicsOnce(QStringLiteral("find"), world.window.menuBar()->actions());
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, WindowLanguageTest, ::testing::ValuesIn(kLanguages),

@@ -1,0 +1,183 @@
+// What a person does in a Find window.
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMimeData>
+
+#include "common/ui/dropped_files.h"
+#include "common/ui/font_dialog.h"
+#include "find/ui/find_page.h"
+
+namespace zorvane {
+
+// What goes on is ended and begun anew: who presses Enter means what stands there now.
+void FindPage::Find() {
+    if (viewer_ == nullptr)
+        return;
+    viewer_->UpdateEngineFromGUI();
+    host_.caption_changed();
+}
+
+// ---- hits ----
+
+std::int32_t FindPage::CurrentHit() const {
+    return hit_grid_->currentIndex().isValid() ? hit_grid_->currentIndex().row() : -1;
+}
+
+std::vector<std::int32_t> FindPage::ChosenHits() const {
+    std::vector<std::int32_t> hits;
+    for (const QItemSelectionRange& range : hit_grid_->selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            hits.push_back(row);
+    std::sort(hits.begin(), hits.end());
+    return hits;
+}
+
+void FindPage::ShowCurrent() {
+    viewer_->ShowHit(CurrentHit() + 1);
+}
+
+void FindPage::GoToHit(bool forward) {
+    const int count = hits_->rowCount();
+    const std::int32_t now = CurrentHit();
+    const std::int32_t next = now < 0 ? (forward ? 0 : count - 1) : now + (forward ? 1 : -1);
+    if (next < 0 || next >= count) {
+        status_->SetPanel(2, text_(forward ? "This is the last hit" : "This is the first hit"));
+        return;
+    }
+    hit_grid_->setCurrentIndex(hits_->index(next, HitRows::File));
+    ShowCurrent();
+}
+
+void FindPage::CompareChosen() {
+    const std::vector<std::int32_t> chosen = ChosenHits();
+    if (viewer_->CompareFilesOf(chosen))
+        return;
+    if (chosen.size() == 2 || !viewer_->Marked().Hits().empty())
+        status_->SetPanel(2, text_("Both hits are in the same file"));
+    else
+        viewer_->CompareWithAnother(CurrentHit());
+}
+
+void FindPage::OpenCurrent() {
+    viewer_->OpenFileOf(CurrentHit());
+}
+
+void FindPage::MarkCurrent() {
+    viewer_->ToggleMark(CurrentHit());
+    host_.commands_changed();
+}
+
+void FindPage::Copy() {
+    if (pane_->View().hasFocus()) {
+        pane_->View().Copy();
+        return;
+    }
+    QStringList rows;
+    for (const std::int32_t hit : ChosenHits()) {
+        const ShownHit shown = viewer_->HitAt(hit);
+        rows.append(QStringList{ToQt(shown.file), QString::number(shown.line),
+                                QString::number(shown.column), ToQt(shown.item)}
+                        .join(u'\t'));
+    }
+    if (!rows.isEmpty())
+        QGuiApplication::clipboard()->setText(rows.join(u'\n'));
+}
+
+void FindPage::SelectAll() {
+    if (pane_->View().hasFocus())
+        pane_->View().SelectAll();
+    else
+        hit_grid_->selectAll();
+}
+
+// ---- entries and options ----
+
+void FindPage::OpenSigns() {
+    picker_->OpenBelow(boxes_->SearchFor());
+}
+
+void FindPage::ToggleDocument() {
+    viewer_->SetShowDocument(!pane_->ShowsDocument());
+    pane_->ShowFace();
+}
+
+// A file stands for the folder it lies in.
+void FindPage::Drop(const QStringList& paths) {
+    if (paths.size() != 1) {
+        status_->SetPanel(2, text_("Drop one folder."));
+        return;
+    }
+    const QFileInfo dropped(paths.front());
+    FindEntries entries = boxes_->Entries();
+    entries.cbDirectory = FromQt(dropped.isDir() ? paths.front() : dropped.path());
+    boxes_->SetEntries(entries);
+    FocusEntry(FindError::SearchString);
+}
+
+void FindPage::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DroppedFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void FindPage::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    Drop(DroppedFiles(*event->mimeData()));
+}
+
+void FindPage::ChooseFont() {
+    FindSettings& settings = viewer_->Settings();
+    const QFont now = hit_grid_->font();
+    FontDialog dialog(text_, {now.family(), now.pointSizeF()}, this);
+    theme_.Dress(dialog);
+    if (dialog.exec() != QDialog::Accepted || viewer_ == nullptr)
+        return;
+    settings.FontName = FromQt(dialog.Choice().family);
+    settings.FontSize = dialog.Choice().points;
+    ShowFonts();
+}
+
+void FindPage::SetOptionsUnfolded(bool unfolded) {
+    options_->SetUnfolded(unfolded);
+    if (!unfolded)
+        hit_grid_->setFocus();
+    host_.commands_changed();
+}
+
+void FindPage::ShowOptions(int tab) {
+    options_->Tabs().setCurrentIndex(tab);
+    SetOptionsUnfolded(true);
+}
+
+void FindPage::SetZoom(double zoom) {
+    pane_->SetZoom(zoom);
+}
+
+// ---- keys ----
+
+// Esc stops a search, then folds the options, then goes back to the hits.
+void FindPage::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape || viewer_ == nullptr) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (viewer_->CanAbort())
+        viewer_->Abort();
+    else if (OptionsUnfolded())
+        SetOptionsUnfolded(false);
+    else
+        hit_grid_->setFocus();
+}
+
+bool FindPage::eventFilter(QObject* watched, QEvent* event) {
+    const bool escape = event->type() == QEvent::KeyPress &&
+                        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    if (watched == options_ && escape && viewer_ != nullptr && viewer_->CanAbort()) {
+        viewer_->Abort();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace zorvane
