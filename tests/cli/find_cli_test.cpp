@@ -127,7 +127,8 @@ TEST_F(FindCliTest, ReadsDocumentsAndKeepsTheirTexts) {
         EXPECT_EQ(run.error.find("f.docx", 18), std::string::npos) << run.error;
     }
     const ShellRun told = Run("cache");
-    EXPECT_EQ(told.output, folder_.Path("home/.cache/zorvane/texts") + ": 2 entries, 1 of 512 MB\n");
+    EXPECT_EQ(told.output,
+              folder_.Path("home/.cache/zorvane/texts") + ": 2 entries, 1 of 512 MB\n");
     EXPECT_NE(Run("cache --clear").output.find(" 0 entries"), std::string::npos);
     EXPECT_EQ(Run("find needle --office --no-cache --types *.pdf").status, 0);
     EXPECT_NE(Run("cache").output.find(" 0 entries"), std::string::npos);
