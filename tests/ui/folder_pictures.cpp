@@ -44,6 +44,12 @@ class FolderPictures {
             Save(window, "11-folders-options-" + std::to_string(tab));
         }
         page.SetOptionsUnfolded(false);
+        for (const auto tab : {PairOptionsDialog::Tab::Compare, PairOptionsDialog::Tab::Report}) {
+            page.ShowTextOptions(tab);
+            Save(*page.TextOptions(),
+                 "11-folders-pair-options-" + std::to_string(static_cast<int>(tab)));
+        }
+        page.TextOptions()->close();
         window.Commands().Run("view.show_changes");
         window.resize(1000, 700);
         Save(window, "11-folders-changed");
