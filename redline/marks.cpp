@@ -5,7 +5,9 @@ namespace {
 
 using Node = pugi::xml_node;
 
-const char* NameOf(TrackMark mark) {
+const char* NameOf(TrackMark mark, bool moved = false) {
+    if (moved)
+        return mark == TrackMark::Insert ? "w:moveTo" : "w:moveFrom";
     return mark == TrackMark::Insert ? "w:ins" : "w:del";
 }
 
@@ -29,15 +31,32 @@ void RevisionMarks::Stamp(Node element) {
     element.append_attribute("w:date") = date_.c_str();
 }
 
-Node RevisionMarks::Open(Node parent, TrackMark mark) {
-    Node element = parent.append_child(NameOf(mark));
+Node RevisionMarks::Open(Node parent, TrackMark mark, bool moved) {
+    Node element = parent.append_child(NameOf(mark, moved));
     Stamp(element);
+    if (moved)
+        return element;
     ++(mark == TrackMark::Insert ? counts_.insertions : counts_.deletions);
     return element;
 }
 
-void RevisionMarks::MarkEnd(Node paragraph, TrackMark mark) {
-    Stamp(EndLookOf(PropertiesOf(paragraph)).prepend_child(NameOf(mark)));
+void RevisionMarks::BeginMove(Node paragraph, TrackMark mark, const std::string& name) {
+    const bool inserted = mark == TrackMark::Insert;
+    Node begin = paragraph.append_child(inserted ? "w:moveToRangeStart" : "w:moveFromRangeStart");
+    Stamp(begin);
+    begin.append_attribute("w:name") = name.c_str();
+    counts_.moves += inserted ? 1 : 0;
+}
+
+void RevisionMarks::EndMove(Node paragraph, TrackMark mark) {
+    const bool inserted = mark == TrackMark::Insert;
+    const Node begin = Child(paragraph, inserted ? "moveToRangeStart" : "moveFromRangeStart");
+    Node end = paragraph.append_child(inserted ? "w:moveToRangeEnd" : "w:moveFromRangeEnd");
+    end.append_attribute("w:id") = begin.attribute("w:id").value();
+}
+
+void RevisionMarks::MarkEnd(Node paragraph, TrackMark mark, bool moved) {
+    Stamp(EndLookOf(PropertiesOf(paragraph)).prepend_child(NameOf(mark, moved)));
     ++counts_.paragraph_marks;
 }
 

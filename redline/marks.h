@@ -16,6 +16,7 @@ struct RedlineCounts {
     std::int32_t rows = 0;
     std::int32_t notes = 0;
     std::int32_t properties = 0;
+    std::int32_t moves = 0;
     friend bool operator==(const RedlineCounts&, const RedlineCounts&) = default;
 };
 
@@ -26,8 +27,12 @@ class RevisionMarks {
         : author_(std::move(author)), date_(std::move(date)), next_id_(first_id) {}
 
     /// An element that holds inserted or deleted content, at the end of `parent`.
-    pugi::xml_node Open(pugi::xml_node parent, TrackMark mark);
-    void MarkEnd(pugi::xml_node paragraph, TrackMark mark);
+    pugi::xml_node Open(pugi::xml_node parent, TrackMark mark, bool moved = false);
+    void MarkEnd(pugi::xml_node paragraph, TrackMark mark, bool moved = false);
+    /// Names the move that the paragraph's content is half of; the paragraph has its properties and
+    /// nothing else yet. The second call comes behind the content.
+    void BeginMove(pugi::xml_node paragraph, TrackMark mark, const std::string& name);
+    void EndMove(pugi::xml_node paragraph, TrackMark mark);
     void MarkRow(pugi::xml_node row, TrackMark mark);
     /// Notes what the paragraph's properties were in the Original; `former` may be empty.
     void NoteFormer(pugi::xml_node paragraph, const pugi::xml_node& former);

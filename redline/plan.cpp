@@ -122,7 +122,7 @@ class Planner {
             return WriteGap(group, !IsBorder(index + 1), KeptParagraphsBefore(index));
         if (group.table)
             Put({TokenKind::Table, TrackMark::Keep, group.original[0], group.modified[0], 0, 0, 0,
-                 false});
+                 0, false});
         else
             WriteKept(group);
     }
@@ -150,7 +150,7 @@ class Planner {
         for (const Stretch& stretch : group.stretches)
             WriteStretch(stretch, old_walk, new_walk);
         Put({TokenKind::End, TrackMark::Keep, group.original.back(), group.modified.back(), 0, 0, 0,
-             false});
+             0, false});
     }
 
     void WriteStretch(Stretch stretch, Walk& old_walk, Walk& new_walk) {
@@ -173,7 +173,8 @@ class Planner {
                 Put(token);
             std::size_t done = length;
             if (stretch.length > length) {
-                Put({TokenKind::End, token.mark, token.original, token.modified, 0, 0, 0, false});
+                Put({TokenKind::End, token.mark, token.original, token.modified, 0, 0, 0, 0,
+                     false});
                 done += kBreakLength;
                 if (in_old)
                     old_walk.Next();
@@ -245,7 +246,8 @@ class Planner {
 
     // The last end stays for both sides.
     void ShareEnd(std::size_t original, std::size_t modified) {
-        plan_.tokens.back() = {TokenKind::End, TrackMark::Keep, original, modified, 0, 0, 0, true};
+        plan_.tokens.back() = {
+            TokenKind::End, TrackMark::Keep, original, modified, 0, 0, 0, 0, true};
     }
 
     // The paragraph before gives its end away and gets the last one.
@@ -253,12 +255,12 @@ class Planner {
         const PlanToken before = plan_.tokens.back();
         PlanToken& end = plan_.tokens.back();
         if (new_end > 0) {
-            end = {TokenKind::End, TrackMark::Insert, PlanToken::kNone, before.modified, 0, 0, 0,
+            end = {TokenKind::End, TrackMark::Insert, PlanToken::kNone, before.modified, 0, 0, 0, 0,
                    false};
             PutBlocks(TrackMark::Insert, gap.modified, 0, new_end);
             ShareEnd(before.original, gap.modified[new_end - 1]);
         } else {
-            end = {TokenKind::End, TrackMark::Delete, before.original, PlanToken::kNone, 0, 0, 0,
+            end = {TokenKind::End, TrackMark::Delete, before.original, PlanToken::kNone, 0, 0, 0, 0,
                    false};
             PutBlocks(TrackMark::Delete, gap.original, 0, old_end);
             ShareEnd(gap.original[old_end - 1], before.modified);

@@ -23,6 +23,7 @@ struct PlanToken {
     std::size_t original_begin = 0;  ///< of a text: in its block
     std::size_t modified_begin = 0;
     std::size_t length = 0;
+    std::size_t move = 0;  ///< of a moved paragraph: the number that both of its halves bear
     bool shifted = false;  ///< an end whose two paragraphs are no partners
     friend bool operator==(const PlanToken&, const PlanToken&) = default;
 };
@@ -42,6 +43,10 @@ std::optional<Plan> MakePlan(std::vector<BlockGroup> groups,
 /// Text that stays but leads to another place than before is deleted and inserted.
 void SplitAtLinks(Plan& plan, const std::vector<StoryBlock>& original,
                   const std::vector<StoryBlock>& modified);
+
+/// Paragraphs of three words or more that are deleted in one place and inserted in one other.
+void FindMoves(Plan& plan, const std::vector<StoryBlock>& original,
+               const std::vector<StoryBlock>& modified);
 
 /// Whether each marked end has an unmarked one to go on in, seen from both sides. For tests and as
 /// the last look before anything is written.

@@ -55,8 +55,8 @@ std::string CountsLine(const RedlineCounts& counts) {
     return "insertions " + std::to_string(counts.insertions) + ", deletions " +
            std::to_string(counts.deletions) + ", paragraph marks " +
            std::to_string(counts.paragraph_marks) + ", rows " + std::to_string(counts.rows) +
-           ", notes " + std::to_string(counts.notes) + ", property changes " +
-           std::to_string(counts.properties) + "\n";
+           ", moves " + std::to_string(counts.moves) + ", notes " + std::to_string(counts.notes) +
+           ", property changes " + std::to_string(counts.properties) + "\n";
 }
 
 struct Asked {

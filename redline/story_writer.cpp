@@ -59,6 +59,7 @@ struct StoryWriter::Output {
     Node last{};                                      // behind which the next block goes
     std::map<std::size_t, std::size_t> atoms_done{};  // of each block of the Modified
     std::vector<Node> replaced{};
+    std::size_t first_move = 0;  // behind which the numbers of this container's moves stand
 
     // For a block that is none of the Modified's.
     Node InsertBlock(const char* name) {
@@ -104,6 +105,7 @@ void StoryWriter::Merge(const Node& original, Node modified) {
         return;
     }
     SplitAtLinks(*plan, old_blocks, new_blocks);
+    FindMoves(*plan, old_blocks, new_blocks);
     state_.tables_twice += plan->tables_twice;
     MergeNested(*plan, old_blocks, new_blocks);
     Emit(*plan, modified, old_blocks, new_blocks);
@@ -182,6 +184,7 @@ void StoryWriter::MarkNote(const Node& reference) {
 void StoryWriter::Emit(const Plan& plan, Node container, const std::vector<StoryBlock>& original,
                        const std::vector<StoryBlock>& modified) {
     Output output{container, original, modified};
+    output.first_move = state_.moves;
     std::size_t done = 0;
     for (const PlanToken& token : plan.tokens) {
         if (Is(container, "body"))
@@ -216,7 +219,7 @@ Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
         Node paragraph = output.InsertBlock("w:p");
         if (const Node look = Child(output.original[end.original].node, "pPr"))
             state_.importer.Adapt(paragraph.append_copy(look), parts_);
-        state_.marks.MarkEnd(paragraph, TrackMark::Delete);
+        state_.marks.MarkEnd(paragraph, TrackMark::Delete, end.move > 0);
         return paragraph;
     }
     Node old = output.modified[end.modified].node;
@@ -226,7 +229,7 @@ Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
     if (const Node look = Child(old, "pPr"))
         paragraph.append_copy(look);
     if (end.mark == TrackMark::Insert)
-        state_.marks.MarkEnd(paragraph, TrackMark::Insert);
+        state_.marks.MarkEnd(paragraph, TrackMark::Insert, end.move > 0);
     const Node before =
         state_.looks != nullptr && end.mark == TrackMark::Keep
             ? state_.looks->Of(output.original[end.original].node, paragraph, "pPr", parts_)
@@ -249,9 +252,16 @@ Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
 
 void StoryWriter::WriteTokens(Output& output, Node paragraph, const PlanToken& end) {
     const WriterTools tools = Tools();
-    TrackedParagraph writer(tools, paragraph);
+    TrackedParagraph writer(tools, paragraph, end.move > 0);
+    if (end.move > 0) {
+        state_.moves = std::max(state_.moves, output.first_move + end.move);
+        state_.marks.BeginMove(paragraph, end.mark,
+                               "move" + std::to_string(output.first_move + end.move));
+    }
     for (const PlanToken& token : output.tokens)
         WriteText(output, writer, token);
+    if (end.move > 0)
+        state_.marks.EndMove(paragraph, end.mark);
     if (end.mark == TrackMark::Delete)
         return;
     // What takes no place behind the last letter.

@@ -25,6 +25,7 @@ struct RedlineState {
     RunWatcher* watcher = nullptr;
     FormerLooks* looks = nullptr;  ///< where they are tracked, too
     ObjectKeys keys{};
+    std::size_t moves = 0;  ///< numbers that are given away
     std::size_t tables_twice = 0;
     std::size_t rows_twice = 0;  ///< other cells than their partner's: deleted and inserted
     std::set<std::string> notes_marked{};  ///< by part and id, so that none is marked twice

@@ -73,7 +73,7 @@ void TrackedParagraph::WritePart(const AtomPart& part, TrackMark mark, const std
     if (text != nullptr)
         SetText(copy, *text);
     Adopt(copy, mark);
-    if (mark == TrackMark::Delete)
+    if (mark == TrackMark::Delete && !moved_)
         NameAsDeleted(copy);
 }
 
@@ -95,7 +95,7 @@ void TrackedParagraph::WriteSimpleField(const Node& field, TrackMark mark) {
         Node copy = mark_element_.append_copy(run);
         Adopt(copy, mark);
         for (const Node& child : copy.children()) {
-            if (mark == TrackMark::Delete)
+            if (mark == TrackMark::Delete && !moved_)
                 NameAsDeleted(child);
         }
     }
@@ -106,7 +106,7 @@ void TrackedParagraph::FieldRun(const char* element, const char* value, TrackMar
     Node node = mark_element_.append_child("w:r").append_child(element);
     if (Is(node, "instrText")) {
         SetText(node, ToUtf16(value));
-        if (mark == TrackMark::Delete)
+        if (mark == TrackMark::Delete && !moved_)
             NameAsDeleted(node);
     } else {
         node.append_attribute("w:fldCharType") = value;
@@ -119,7 +119,7 @@ Node TrackedParagraph::Place(const Node& element, TrackMark mark) {
     if (mark == TrackMark::Keep)
         return holder;
     if (!mark_element_)
-        mark_element_ = tools_.marks.Open(holder, mark);
+        mark_element_ = tools_.marks.Open(holder, mark, moved_);
     return mark_element_;
 }
 

@@ -24,8 +24,8 @@ struct WriterTools {
 class TrackedParagraph {
   public:
     /// `paragraph` is new, and filled from its begin to its end.
-    TrackedParagraph(const WriterTools& tools, pugi::xml_node paragraph)
-        : tools_(tools), paragraph_(paragraph) {}
+    TrackedParagraph(const WriterTools& tools, pugi::xml_node paragraph, bool moved = false)
+        : tools_(tools), paragraph_(paragraph), moved_(moved) {}
 
     /// What the runs that are written from here on looked like before; an empty node: as they look
     /// now, or nobody wants to know. The node outlives the paragraph.
@@ -48,6 +48,7 @@ class TrackedParagraph {
 
     const WriterTools& tools_;
     Node paragraph_;
+    bool moved_;                        // what is deleted or inserted stands elsewhere, too
     std::vector<Node> wrappers_;        // as they stand in their documents
     std::vector<Node> wrapper_copies_;  // as they stand here
     Node mark_element_;

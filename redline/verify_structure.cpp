@@ -170,6 +170,21 @@ std::string IdFault(FileLook& file) {
     return fault;
 }
 
+// Each move has two halves.
+std::string MoveFault(FileLook& file) {
+    std::multiset<std::string> from;
+    std::multiset<std::string> to;
+    for (const std::string& part : file.Stories()) {
+        Walk(file.Root(part), [&](const Node& node) {
+            const bool away = Is(node, "moveFromRangeStart");
+            if (away || Is(node, "moveToRangeStart"))
+                (away ? from : to).insert(node.attribute("w:name").value());
+        });
+    }
+    const bool twice = std::set<std::string>(from.begin(), from.end()).size() < from.size();
+    return from == to && !twice ? "" : "a move has not two halves";
+}
+
 // Inside a marked row every run and every end of a paragraph is marked alike; deleted text has
 // names of its own, and stands nowhere else.
 std::string MarkFault(FileLook& file) {
@@ -187,7 +202,8 @@ std::string MarkFault(FileLook& file) {
             fault = "deleted text without its own name: " + std::string(node.text().get());
         if (name == "delText" && !deleted)
             fault = "text named as deleted outside of a deletion";
-        if ((name == "ins" || name == "del") && !node.attribute("w:author"))
+        const bool moved = name.starts_with("move") && !name.ends_with("End");
+        if ((name == "ins" || name == "del" || moved) && !node.attribute("w:author"))
             fault = "a change without an author";
         if (name != "r" && name != "p")
             return;
@@ -242,7 +258,7 @@ std::string FirstStructureFault(std::string_view modified, std::string_view orig
         if (!before.names.contains(name) && !of_original.names.contains(name))
             return "missing: " + name;
     }
-    const std::array<std::string, 3> faults{IdFault(file), MarkFault(file),
+    const std::array<std::string, 4> faults{IdFault(file), MoveFault(file), MarkFault(file),
                                             PartFault(new_side, file)};
     for (const std::string& fault : faults) {
         if (!fault.empty())

@@ -15,6 +15,8 @@ const std::string kLong = "The committee decides about the large hall";
 const std::string kTail = " and the lamp is cleaned every morning before the ferry leaves.";
 const std::string kKept = Paragraph("Bread is baked on Monday in the old oven of the village.");
 const std::string kOther = Paragraph("Oil lanterns are stored upright before winter begins.");
+const std::string kMore = Paragraph("The members meet twice a year in the long hall.") +
+                          Paragraph("Sails are dried on the upper floor after rain.");
 const std::string kBold = "<w:b/>";
 const std::string kField =
     "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>PAGE #</w:instrText></w:r>"
@@ -48,6 +50,10 @@ std::vector<LawRow> Rows() {
          {kKept + Paragraph("Zebra")},
          {kKept + kOther},
          {1, 1, 0, 0, 0, 1}},
+        {"moved",
+         {kOther + kKept + kMore + Paragraph("Ends.")},
+         {kKept + kMore + kOther + Paragraph("Ends.")},
+         {0, 0, 2, 0, 0, 0, 1}},
         {"split", {Paragraph(kLong + kTail)}, {Paragraph(kLong) + Paragraph(kTail)}, {0, 0, 1}},
         {"joined", {Paragraph(kLong) + Paragraph(kTail)}, {Paragraph(kLong + kTail)}, {0, 0, 1}},
         {"one cell",

@@ -10,11 +10,15 @@ const std::string kStyleNamed = "<w:style w:type=\"paragraph\" w:styleId=\"";
 std::string Body(bool modified) {
     const std::string word = modified ? "tide" : "weather";
     const std::string place = modified ? "quay" : "pier";
-    return Paragraph("Rules of the harbour club", "<w:pStyle w:val=\"H\"/>") +
+    const std::string wanders = Paragraph("Visitors sign the book at the gate.");
+    return (modified ? "" : wanders) +
+           Paragraph("Rules of the harbour club", "<w:pStyle w:val=\"H\"/>") +
            Paragraph(TextRun("The keeper notes the ") + TextRun(word, modified ? "" : "<w:b/>") +
                      TextRun(" each morning.") + NoteReference("1")) +
            (modified ? "" : Paragraph("Dogs stay on the leash.", "<w:pStyle w:val=\"S\"/>")) +
            Paragraph("Boats are painted white each spring by the members of the club.") +
+           (modified ? wanders : "") +
+           Paragraph("Ropes are coiled and hung up behind the door of the shed.") +
            (modified ? Paragraph("Sails are dried after rain.",
                                  "<w:numPr><w:ilvl w:val=\"0\"/>"
                                  "<w:numId w:val=\"1\"/></w:numPr>")
@@ -70,6 +74,7 @@ constexpr Sabotage kRows[] = {
     {"a mark in front of a table", kText, "</w:numPr>",
      "</w:numPr><w:rPr><w:ins w:id=\"999\" w:author=\"a\"/></w:rPr>"},
     {"an id twice", kText, "w:id=\"5\"", "w:id=\"4\""},
+    {"half a move", kText, "w:moveToRangeStart", "w:bookmarkStart"},
     {"a change without an author", kText, "w:author=\"Zorvane\"", "w:who=\"Zorvane\""},
     {"a cell is lost", kText,
      "<w:tc><w:tcPr/><w:p><w:r><w:t xml:space=\"preserve\">7</w:t></w:r></w:p></w:tc>", ""},

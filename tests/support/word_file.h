@@ -10,11 +10,11 @@ namespace zorvane {
 
 struct WordFile {
     std::string body;       ///< of w:document/w:body
-    std::string styles;     ///< of w:styles
-    std::string numbering;  ///< of w:numbering
-    std::string footnotes;  ///< of w:footnotes
-    std::string header;     ///< of w:hdr, relationship "rh"
-    std::string settings;   ///< of w:settings
+    std::string styles{};     ///< of w:styles
+    std::string numbering{};  ///< of w:numbering
+    std::string footnotes{};  ///< of w:footnotes
+    std::string header{};     ///< of w:hdr, relationship "rh"
+    std::string settings{};   ///< of w:settings
 };
 
 inline std::string WordPart(std::string_view root, std::string_view content) {

@@ -1,0 +1,85 @@
+// Tracked changes as users ask for them.
+#include <filesystem>
+
+#include "tests/support/shell_run.h"
+#include "tests/support/word_file.h"
+
+namespace zorvane {
+namespace {
+
+class RedlineCliTest : public ::testing::Test {
+  protected:
+    RedlineCliTest() {
+        folder_.Write("old.docx", Document("The ferry leaves at nine."));
+        folder_.Write("new.docx", Document("The ferry leaves at ten."));
+        folder_.Write("new.rtf", "{\\rtf1 The ferry leaves at ten.\\par}");
+        folder_.Write("tracked.docx",
+                      MakeWordFile({"<w:p><w:ins w:id=\"1\" w:author=\"a\"><w:r><w:t>The ferry "
+                                    "leaves.</w:t></w:r></w:ins></w:p>"}));
+    }
+    static std::string Document(const std::string& text) {
+        return MakeWordFile({"<w:p><w:r><w:t>" + text + "</w:t></w:r></w:p>"});
+    }
+    ShellRun Run(const std::string& arguments, const std::string& variables = {}) {
+        return RunShell(folder_, "cd '" + folder_.Path() + "' && " + variables +
+                                     " '" ZORVANE_PROGRAM "' compare " + arguments + " >out 2>err");
+    }
+    bool Exists(const std::string& name) { return std::filesystem::exists(folder_.Path(name)); }
+
+    TempFolder folder_;
+};
+
+TEST_F(RedlineCliTest, WritesVerifiedRedlinesOfAnyPair) {
+    for (const char* const modified : {"new.docx", "new.rtf"}) {
+        SCOPED_TRACE(modified);
+        const ShellRun run = Run("old.docx " + std::string(modified) + " -o red.docx");
+        EXPECT_EQ(run.status, 1);
+        EXPECT_NE(run.output.find("tracked redline: verified\n"), std::string::npos) << run.error;
+        EXPECT_NE(run.output.find("insertions 1, deletions 1,"), std::string::npos) << run.output;
+        // Our readers take tracked changes as accepted.
+        EXPECT_EQ(Run("red.docx " + std::string(modified)).status, 0);
+        std::filesystem::remove(folder_.Path("red.docx"));
+    }
+}
+
+TEST_F(RedlineCliTest, PassesOptionsOn) {
+    EXPECT_EQ(Run("old.docx new.docx -q -o a.docx", "SOURCE_DATE_EPOCH=1000000000").status, 1);
+    EXPECT_EQ(Run("old.docx new.docx -q --revision-date 2001-09-09T01:46:40 --report-type tracked "
+                  "-o b.out")
+                  .status,
+              1);
+    EXPECT_FALSE(folder_.Read("a.docx").empty());
+    EXPECT_EQ(folder_.Read("a.docx"), folder_.Read("b.out"));
+    for (const char* const option : {"--author Robin", "--revision-ids 7"}) {
+        EXPECT_EQ(Run("old.docx new.docx -q -o c.docx " + std::string(option),
+                      "SOURCE_DATE_EPOCH=1000000000")
+                      .status,
+                  1);
+        EXPECT_NE(folder_.Read("a.docx"), folder_.Read("c.docx")) << option;
+    }
+    EXPECT_NE(Run("old.docx new.docx --no-verify -o d.docx").output.find("not verified"),
+              std::string::npos);
+    EXPECT_EQ(Run("old.docx new.docx --json - -o e.docx").output.front(), '{');
+}
+
+TEST_F(RedlineCliTest, WritesNothingWhereItCannot) {
+    struct Row {
+        const char* arguments;
+        const char* said;
+    };
+    for (const Row& row : {Row{"old.docx tracked.docx --keep-tracked -o red.docx", "hold tracked"},
+                           Row{"old.docx new.docx --revision-date today -o red.docx", "today"},
+                           Row{"old.docx new.docx -o none/red.docx", "none/red.docx"},
+                           Row{"old.docx new.docx -o new.docx", "new.docx"}}) {
+        SCOPED_TRACE(row.arguments);
+        const std::string before = folder_.Read("new.docx");
+        const ShellRun run = Run(row.arguments);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_NE(run.error.find(row.said), std::string::npos) << run.error;
+        EXPECT_FALSE(Exists("red.docx"));
+        EXPECT_EQ(folder_.Read("new.docx"), before);
+    }
+}
+
+}  // namespace
+}  // namespace zorvane
