@@ -18,12 +18,12 @@ bool HasAny(const QString& name, std::initializer_list<const char*> words) {
 }
 
 bool IsSerif(const QString& name) {
-    if (name.contains(QStringLiteral("Sans"), Qt::CaseInsensitive))
+    if (name.contains(QStringLiteral("sans"), Qt::CaseInsensitive))
         return false;
     // Those of TeX begin with the letters of their encoding.
     const bool tex = name.startsWith(QStringLiteral("CM")) || name.startsWith(QStringLiteral("SF"));
-    return tex || HasAny(name, {"Serif", "Times", "Roman", "Georgia", "Garamond", "Palatino",
-                                "Minion", "Cambria", "Century", "Bookman", "Nimbus"});
+    return tex || HasAny(name, {"serif", "times", "roman", "georgia", "garamond", "palatino",
+                                "minion", "cambria", "century", "bookman", "nimbus"});
 }
 
 }  // namespace
@@ -49,7 +49,7 @@ QFont FaceOf(std::string_view name) {
     const QString whole = FamilyOfFace(family);
     font.setFamilies(whole == family ? QStringList{family} : QStringList{family, whole});
     // A fixed pitch family that is missing must not be replaced by a proportional one.
-    if (HasAny(family, {"Courier", "Mono", "Consolas"}))
+    if (HasAny(family, {"courier", "mono", "consolas"}))
         font.setStyleHint(QFont::Monospace, QFont::PreferDefault);
     else if (IsSerif(family))
         font.setStyleHint(QFont::Serif, QFont::PreferDefault);
