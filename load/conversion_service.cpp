@@ -123,7 +123,8 @@ constexpr ErrorRow kErrors[] = {
 };
 
 static_assert(std::any_of(std::begin(kErrors), std::end(kErrors), [](const ErrorRow& row) {
-    return row.error == ReadError::PasswordNeeded && row.text.starts_with(kPasswordWanted);
+    return row.error == ReadError::PasswordNeeded && row.text.starts_with(kPasswordWanted) &&
+           row.text.find(kPasswordAdvice) == kPasswordWanted.size();
 }));
 
 std::string FirstOf(const std::string& detail) {

@@ -12,6 +12,9 @@ namespace zorvane {
 constexpr std::string_view kPasswordWanted =
     "the document is protected and the password is missing or wrong";
 
+/// Begins what follows for who types commands.
+constexpr std::string_view kPasswordAdvice = "; give it with --";
+
 inline bool WantsPassword(const std::vector<std::string>& reasons) {
     return std::any_of(reasons.begin(), reasons.end(), [](const std::string& reason) {
         return reason.find(kPasswordWanted) != std::string::npos;

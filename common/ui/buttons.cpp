@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOption>
 #include <QVariant>
@@ -36,6 +37,27 @@ const char* SelectorOf(ButtonLook look) {
     }
     return "";
 }
+
+/// Enter presses the button that has the focus: outside dialogs Qt leaves that to Space, and in
+/// them it would press another button.
+class EnterPresses : public QObject {
+  public:
+    explicit EnterPresses(QAbstractButton& button) : QObject(&button) {
+        button.installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        const auto* press = static_cast<QKeyEvent*>(event);
+        const bool enter = press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter;
+        const bool plain = (press->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        if (enter && plain && !press->isAutoRepeat())
+            static_cast<QAbstractButton*>(watched)->click();
+        return enter && plain;
+    }
+};
 
 /// One of a group, painted flat unless it is the pressed one.
 class SegmentButton : public QRadioButton {
@@ -147,6 +169,7 @@ Button::Button(const QString& text, ButtonLook look, const QString& icon, QWidge
     : QPushButton(text, parent), look_(look), caption_(text), icon_(icon) {
     setProperty(look::kProperty, QString::fromLatin1(SelectorOf(look)));
     setAutoDefault(false);
+    new EnterPresses(*this);
 }
 
 void Button::SetDot(bool shown) {
@@ -233,6 +256,7 @@ IconButton::IconButton(const QString& icon, const QString& name, const QString& 
     setProperty(look::kProperty, QString::fromLatin1(look::kIcon));
     setIcon(LookIcon(icon));
     setIconSize(QSize(kIconSize, kIconSize));
+    new EnterPresses(*this);
     setFocusPolicy(Qt::StrongFocus);
     setToolTip(ToolTipOf(name, keys, description));
     setAccessibleName(name);

@@ -40,6 +40,8 @@ QString CompareFilesPage::Caption() const {
     const QString modified = FileNameOf(ToQt(FileOf(*viewer_, Side::Modified)));
     if (original.isEmpty() && modified.isEmpty())
         return text_("Compare Files");
+    if (original.isEmpty() || modified.isEmpty())
+        return original + modified;
     return original + QStringLiteral(" vs. ") + modified;
 }
 

@@ -41,6 +41,9 @@ QString ReasonOf(const std::vector<std::string>& missing, const std::vector<std:
             const qsizetype step = words.indexOf(QStringLiteral("(): "));
             if (step >= 0 && !words.left(step).contains(u' '))
                 words.remove(0, step + 4);
+            // What a command line would take.
+            if (const qsizetype advice = words.indexOf(ToQt(kPasswordAdvice)); advice >= 0)
+                words.truncate(advice);
             words.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
             while (words.contains(QStringLiteral("\n\n")))
                 words.replace(QStringLiteral("\n\n"), QStringLiteral("\n"));

@@ -83,6 +83,16 @@ void PairAligner::Check() {
     }
 }
 
+void PairAligner::FindHeadingRows() {
+    folds_.rule.headings.clear();
+    if (!folds_.folded)
+        return;
+    for (const CharPos place : headings_) {
+        const ParagraphNumber paragraph = IndexOf(Side::Original).OfChar(place).paragraph;
+        folds_.rule.headings.push_back(rows_.RowOf(Side::Original, paragraph));
+    }
+}
+
 // Folding needs rows that both sides share, so it is for aligned views alone.
 void PairAligner::Rebuild() {
     NoteCounts();
@@ -91,11 +101,7 @@ void PairAligner::Rebuild() {
     PerSide<std::int32_t> top{views_.original->Page().TopBlock(),
                               views_.modified->Page().TopBlock()};
     if (aligned_) {
-        folds_.rule.headings.clear();
-        for (const CharPos place : headings_) {
-            const ParagraphNumber paragraph = IndexOf(Side::Original).OfChar(place).paragraph;
-            folds_.rule.headings.push_back(rows_.RowOf(Side::Original, paragraph));
-        }
+        FindHeadingRows();
         PairRows(
             rows_, {&IndexOf(Side::Original), &IndexOf(Side::Modified)},
             [this](std::int32_t record) {

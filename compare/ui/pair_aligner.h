@@ -57,6 +57,7 @@ class PairAligner {
 
     const BlockIndex& IndexOf(Side side) const { return views_[side]->Page().Index(); }
     void NoteCounts();
+    void FindHeadingRows();
     void Rebuild();
     void Touched(Side side, std::int32_t rows_before, const ParagraphSpan& paragraphs);
 

@@ -182,6 +182,22 @@ class NameDialog : public Dialog {
     }
 };
 
+TEST(Dialog, EnterPressesTheButtonThatHasTheFocus) {
+    Dialog dialog(QStringLiteral("Options"), measures::kNarrowDialog, nullptr);
+    dialog.SetButtons(QStringLiteral("Apply"), QStringLiteral("Cancel"));
+    dialog.show();
+    dialog.setResult(QDialog::Accepted);
+    QTest::keyClick(dialog.CancelButton(), Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+    QWidget window;
+    Button alone(QStringLiteral("Choose File..."), ButtonLook::Plain, QString(), &window);
+    int pressed = 0;
+    QObject::connect(&alone, &QPushButton::clicked, &alone, [&] { ++pressed; });
+    QTest::keyClick(&alone, Qt::Key_Enter);
+    EXPECT_EQ(pressed, 1) << "in a window too";
+}
+
 TEST(Dialog, StaysOpenWithTheWrongFieldTold) {
     NameDialog dialog;
     dialog.show();
