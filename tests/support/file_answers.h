@@ -46,7 +46,7 @@ class FileAnswers : public FileWindow {
     std::string file;
     std::int32_t filter_index = 1;
     PrintQuestion offered;
-    std::optional<PrintRange> range;  ///< nothing: as it was offered
+    std::optional<PrintRange> range;    ///< nothing: as it was offered
     std::optional<double> left_margin;  ///< nothing: as it was offered
     std::unique_ptr<PagePainter> printer;
     std::string default_printer = "home";
