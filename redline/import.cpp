@@ -262,12 +262,15 @@ bool UnitePrefixes(const Node& source, Node target) {
         if (!name.starts_with("xmlns:"))
             continue;
         const pugi::xml_attribute there = target.attribute(name.c_str());
-        if (there && std::string_view(there.value()) != attribute.value())
+        const std::string prefix = name.substr(name.find(':') + 1);
+        // What readers may pass over says nothing that anybody would miss.
+        const bool passed_over =
+            (" " + ignorable + " ").find(" " + prefix + " ") != std::string::npos;
+        if (there && !passed_over && std::string_view(there.value()) != attribute.value())
             return false;
         if (there)
             continue;
         target.append_attribute(name.c_str()) = attribute.value();
-        const std::string prefix = name.substr(name.find(':') + 1);
         if (old_ignorable.find(" " + prefix + " ") != std::string::npos)
             ignorable += (ignorable.empty() ? "" : " ") + prefix;
     }

@@ -11,6 +11,8 @@ struct SourceEnd {
 };
 using Source = std::unique_ptr<zip_source_t, SourceEnd>;
 
+// The library's own default takes a fifth of all the time for a hundredth less bytes.
+constexpr zip_uint32_t kLevel = 6;
 constexpr zip_uint16_t kFirstDay = 0x21;  // the first that the format knows, 1980-01-01
 
 bool Put(zip_t* archive, const ZipEntry& entry, bool packed) {
@@ -25,7 +27,8 @@ bool Put(zip_t* archive, const ZipEntry& entry, bool packed) {
     }
     const auto index = static_cast<zip_uint64_t>(place);
     return zip_file_set_dostime(archive, index, 0, kFirstDay, 0) == 0 &&
-           zip_set_file_compression(archive, index, packed ? ZIP_CM_DEFLATE : ZIP_CM_STORE, 0) == 0;
+           zip_set_file_compression(archive, index, packed ? ZIP_CM_DEFLATE : ZIP_CM_STORE,
+                                    kLevel) == 0;
 }
 
 std::optional<std::string> WholeOf(zip_source_t* source) {
