@@ -145,7 +145,7 @@ void MainWindow::OpenFiles(const std::vector<std::string>& files) {
     else if (files.size() > 1)
         OpenPair(files[0], files[1]);
     else if (CompareFilesPage* page = FreePage())
-        page->TakeFile(Side::Original, ToQt(files[0]));
+        page->TakePath(Side::Original, files[0]);
 }
 
 // Who asks for folders has no use for the empty window for files that every session begins with.
@@ -162,8 +162,8 @@ void MainWindow::OpenPair(const std::string& original, const std::string& modifi
     CompareFilesPage* page = FreePage();
     if (page == nullptr)
         return;
-    page->TakeFile(Side::Original, ToQt(original));
-    page->TakeFile(Side::Modified, ToQt(modified));
+    page->TakePath(Side::Original, original);
+    page->TakePath(Side::Modified, modified);
     page->Compare();
 }
 
@@ -178,7 +178,7 @@ void MainWindow::CompareFiles(const PerSide<std::string>& files, bool new_window
     if (page == nullptr)
         return;
     for (const Side side : kBothSides)
-        page->TakeFile(side, ToQt(files[side]));
+        page->TakePath(side, files[side]);
     page->Compare();
 }
 
