@@ -173,6 +173,7 @@ void frmFindTextInFiles::Abort() {
     abort_enabled_ = false;
     window_.EnableAbort(false);
     window_.ShowStatus(FindPanel::Main, process_.Translate("Scan Aborted"));
+    ShowElapsed(Elapsed());
     timer_on_ = false;
     if (mdDividerPrimaryRatio != kHidden)
         window_.SizeRows(FindGrid::ErrorMessages);

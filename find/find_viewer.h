@@ -100,11 +100,11 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     void ToggleMark(std::int32_t hit);
     const MarkedHits& Marked() const { return marked_; }
     /// In the program of its type.
-    void OpenFileOf(std::int32_t hit);
+    void OpenFileOf(const ShownHit& hit);
     /// See `FilesToCompare`; false: there are no two files, and nothing happens.
     bool CompareFilesOf(std::span<const std::int32_t> hits);
     /// With a file that the person chooses.
-    void CompareWithAnother(std::int32_t hit);
+    void CompareWithAnother(const ShownHit& hit);
     ShownHit HitAt(std::int32_t hit) const;
 
     // ---- settings and layout ----

@@ -165,11 +165,10 @@ void frmFindTextInFiles::ToggleMark(std::int32_t hit) {
     window_.GridChanged(FindGrid::Files);
 }
 
-void frmFindTextInFiles::OpenFileOf(std::int32_t hit) {
-    const ShownHit chosen = HitAt(hit);
-    if (chosen.index < 0)
+void frmFindTextInFiles::OpenFileOf(const ShownHit& hit) {
+    if (hit.file.empty())
         return;
-    if (const Status opened = process_.platform.shell->Open(chosen.file); !opened.ok())
+    if (const Status opened = process_.platform.shell->Open(hit.file); !opened.ok())
         window_.ShowMessage(opened.failure().reason);
 }
 
@@ -180,13 +179,12 @@ bool frmFindTextInFiles::CompareFilesOf(std::span<const std::int32_t> hits) {
     return files.has_value();
 }
 
-void frmFindTextInFiles::CompareWithAnother(std::int32_t hit) {
-    const ShownHit chosen = HitAt(hit);
-    if (chosen.index < 0)
+void frmFindTextInFiles::CompareWithAnother(const ShownHit& hit) {
+    if (hit.file.empty())
         return;
-    const std::string other = window_.PickFile(process_.Translate("Compare With"), chosen.file);
+    const std::string other = window_.PickFile(process_.Translate("Compare With"), hit.file);
     if (!other.empty())
-        window_.CompareFiles({chosen.file, other});
+        window_.CompareFiles({hit.file, other});
 }
 
 void frmFindTextInFiles::ChooseReportFile() {

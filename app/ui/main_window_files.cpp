@@ -1,8 +1,7 @@
 // What is opened for whom: files, folders and texts, in a window that is free or a new one.
-#include <QFileInfo>
-
 #include "app/ui/main_window.h"
 #include "common/file_utilities.h"
+#include "common/platform/native_path.h"
 
 namespace zorvane {
 
@@ -18,14 +17,14 @@ CompareFilesPage* MainWindow::FreePage() {
 void MainWindow::OpenFiles(std::vector<std::string> files) {
     for (std::string& file : files) {
         if (bFileExists(file) || bDirectoryExists(file))
-            file = FromQt(QFileInfo(ToQt(file)).absoluteFilePath());
+            file = AbsolutePath(file);
     }
     if (files.size() > 1 && bDirectoryExists(files[0]) && bDirectoryExists(files[1]))
         OpenFolders({files[0], files[1]});
     else if (files.size() > 1)
         OpenPair(files[0], files[1]);
     else if (CompareFilesPage* page = FreePage())
-        page->TakeFile(Side::Original, ToQt(files[0]));
+        page->TakePath(Side::Original, files[0]);
 }
 
 // Who asks for folders has no use for the empty window for files that every session begins with.
@@ -42,8 +41,8 @@ void MainWindow::OpenPair(const std::string& original, const std::string& modifi
     CompareFilesPage* page = FreePage();
     if (page == nullptr)
         return;
-    page->TakeFile(Side::Original, ToQt(original));
-    page->TakeFile(Side::Modified, ToQt(modified));
+    page->TakePath(Side::Original, original);
+    page->TakePath(Side::Modified, modified);
     page->Compare();
 }
 
@@ -58,7 +57,7 @@ void MainWindow::CompareFiles(const PerSide<std::string>& files, bool new_window
     if (page == nullptr)
         return;
     for (const Side side : kBothSides)
-        page->TakeFile(side, ToQt(files[side]));
+        page->TakePath(side, files[side]);
     page->Compare();
 }
 

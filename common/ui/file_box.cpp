@@ -110,14 +110,26 @@ bool FileBox::eventFilter(QObject* watched, QEvent* event) {
             return true;
         if (event->type() == QEvent::KeyPress && IsEnter(*static_cast<QKeyEvent*>(event))) {
             // Here, since the box would hand it to the line a second time.
-            Q_EMIT PathChosen(Path());
-            Q_EMIT Entered();
+            EndByEnter();
             return true;
         }
         if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
             update();
     }
     return ComboBox::eventFilter(watched, event);
+}
+
+// The focus is the box's own: keys come here, and the line never sees them as events.
+void FileBox::keyPressEvent(QKeyEvent* event) {
+    if (IsEnter(*event))
+        EndByEnter();
+    else
+        ComboBox::keyPressEvent(event);
+}
+
+void FileBox::EndByEnter() {
+    Q_EMIT PathChosen(Path());
+    Q_EMIT Entered();
 }
 
 void FileBox::PlaceEditor() {

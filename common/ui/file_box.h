@@ -30,6 +30,7 @@ class FileBox : public ComboBox {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -39,6 +40,7 @@ class FileBox : public ComboBox {
 
   private:
     void PlaceEditor();
+    void EndByEnter();
 
     QString icon_;
     QStringList recent_;

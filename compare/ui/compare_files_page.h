@@ -88,6 +88,8 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     std::string_view WhyNotCompare() const;
     void ChooseFile(Side side);
     void TakeFile(Side side, const QString& path);
+    /// The same by its bytes, which need not be text.
+    void TakePath(Side side, const std::string& path);
     void DropFiles(Side side, const QStringList& paths);
     void GiveText(Side side, const QString& words);
     void SwapSides();

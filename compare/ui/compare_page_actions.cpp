@@ -76,7 +76,11 @@ void CompareFilesPage::ShowFiles() {
 }
 
 void CompareFilesPage::TakeFile(Side side, const QString& path) {
-    viewer_->SelectFile(side, FromQt(path));
+    TakePath(side, FromQt(path));
+}
+
+void CompareFilesPage::TakePath(Side side, const std::string& path) {
+    viewer_->SelectFile(side, path);
     ShowFiles();
 }
 

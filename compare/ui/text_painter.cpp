@@ -135,7 +135,8 @@ void TextPainter::PaintGutter(const ShownBlock& block, const ParagraphLayout& la
         painter_.drawText(QPointF(x, baseline), text);
     }
     const MarkKind kind = layout.Mark().kind;
-    if (kind != MarkKind::None)
+    // What is no difference is told by its ground alone.
+    if (kind != MarkKind::None && layout.Mark().record >= 0)
         DrawSign(painter_, kind, {state_.columns.sign_middle, middle}, Colors().Of(kind).text);
 }
 

@@ -15,6 +15,7 @@ namespace zorvane {
 void FindPage::Find() {
     if (viewer_ == nullptr)
         return;
+    caption_.clear();
     viewer_->UpdateEngineFromGUI();
     host_.caption_changed();
 }
@@ -51,17 +52,25 @@ void FindPage::GoToHit(bool forward) {
 }
 
 void FindPage::CompareChosen() {
-    const std::vector<std::int32_t> chosen = ChosenHits();
-    if (viewer_->CompareFilesOf(chosen))
+    Compare(ChosenHits(), viewer_->HitAt(CurrentHit()));
+}
+
+void FindPage::CompareShown() {
+    const ShownHit& shown = viewer_->Shown();
+    Compare(shown.index < 0 ? std::vector<std::int32_t>() : std::vector{shown.index}, shown);
+}
+
+void FindPage::Compare(const std::vector<std::int32_t>& hits, const ShownHit& alone) {
+    if (viewer_->CompareFilesOf(hits))
         return;
-    if (chosen.size() == 2 || !viewer_->Marked().Hits().empty())
+    if (hits.size() == 2 || !viewer_->Marked().Hits().empty())
         status_->SetPanel(2, text_("Both hits are in the same file"));
     else
-        viewer_->CompareWithAnother(CurrentHit());
+        viewer_->CompareWithAnother(alone);
 }
 
 void FindPage::OpenCurrent() {
-    viewer_->OpenFileOf(CurrentHit());
+    viewer_->OpenFileOf(viewer_->HitAt(CurrentHit()));
 }
 
 void FindPage::MarkCurrent() {

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QVBoxLayout>
 
+#include "common/ui/look_paint.h"
 #include "common/ui/measures.h"
 #include "common/ui/style_sheet.h"
 #include "compare/ui/command_buttons.h"
@@ -101,7 +102,7 @@ void FindPage::MakeGrids() {
     hits_ = new HitTable(*viewer_, text_, this);
     hit_grid_ = MakeGrid(*hits_, text_("Hits"));
     secondary_->addWidget(hit_grid_);
-    pane_ = new HitPane(commands_, *viewer_, text_, secondary_);
+    pane_ = new HitPane(*viewer_, text_, secondary_);
     pane_->setMinimumHeight(kLeastPane);
     secondary_->addWidget(pane_);
     errors_ = new ErrorTable(*viewer_, text_, this);
@@ -131,6 +132,8 @@ void FindPage::ConnectParts() {
     };
     connect(hit_grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this] { host_.commands_changed(); });
+    pane_->open_wanted = [this] { viewer_->OpenFileOf(viewer_->Shown()); };
+    pane_->compare_wanted = [this] { CompareShown(); };
     picker_->picked = [this](const ExpressionSign& sign) {
         viewer_->PickSign(sign);
         host_.commands_changed();
@@ -193,12 +196,18 @@ void FindPage::SetColumns() {
     FindSettings& settings = viewer_->Settings();
     const int number = QFontMetrics(hit_grid_->font()).horizontalAdvance(u'0') * number_digits_ +
                        kIconSize + 3 * kMedium;
-    const GridColumn place{.least = kLeastNumber};
+    // Words of the head are not cut.
+    const auto place = [&](HitRows::Column column) {
+        const QFontMetrics head(Semibold(font()));
+        const QString words = hits_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        return GridColumn{
+            .least = std::max(kLeastNumber, head.horizontalAdvance(words) + 2 * kWindowEdge)};
+    };
     hit_grid_->SetColumns(
         {{.least = number},
          {.least = kLeastNames, .shares = true},
-         place,
-         place,
+         place(HitRows::Line),
+         place(HitRows::Col),
          {.least = kLeastItem, .shares = true}},
         [&settings](int at) { return settings.fgFilesColWidth[static_cast<std::size_t>(at)]; },
         [&settings](int at, std::int32_t twips) {
@@ -242,6 +251,8 @@ void FindPage::ShowWords() {
     ShowNothingFound();
     for (FindTable* table : {static_cast<FindTable*>(hits_), static_cast<FindTable*>(errors_)})
         Q_EMIT table->headerDataChanged(Qt::Horizontal, 0, table->columnCount() - 1);
+    number_digits_ = 0;
+    SetColumns();
     pane_->ShowHead();
     ShowCounts();
     hit_grid_->viewport()->update();

@@ -64,6 +64,8 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     void ShowCurrent();
     void GoToHit(bool forward);
     void CompareChosen();
+    /// The same for the hit whose lines are shown.
+    void CompareShown();
     void OpenCurrent();
     void MarkCurrent();
     void OpenSigns();
@@ -141,6 +143,7 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     void ShowNothingFound();
     void PlaceNothingFound();
     void ShowCounts();
+    void Compare(const std::vector<std::int32_t>& hits, const ShownHit& alone);
     void ReleaseParts();
     std::vector<QWidget*> FocusStops() const;
 

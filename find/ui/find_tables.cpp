@@ -185,8 +185,9 @@ void PaintCell(QPainter& painter, const FindCell& cell, QRect room, bool chosen)
         PaintIcon(painter, cell.icon, icon, tokens[chosen ? Token::SelectionText : cell.icon_ink]);
         room.setLeft(room.left() + kIconSize + kMedium);
     }
+    const QFont plain = painter.font();
     if (cell.bold)
-        painter.setFont(Semibold(painter.font()));
+        painter.setFont(Semibold(plain));
     painter.setPen(tokens[chosen ? Token::SelectionText : cell.ink]);
     const QString words = Fitted(cell, painter.fontMetrics(), room.width());
     const auto how = static_cast<int>(Qt::AlignVCenter | Qt::TextSingleLine |
@@ -196,7 +197,7 @@ void PaintCell(QPainter& painter, const FindCell& cell, QRect room, bool chosen)
     if (cell.beside.isEmpty() || used >= room.width())
         return;
     room.setLeft(room.left() + used);
-    painter.setFont(Sized(painter.font(), 1, false));
+    painter.setFont(plain);
     painter.setPen(tokens[chosen ? Token::SelectionText : Token::Muted]);
     painter.drawText(room, how,
                      painter.fontMetrics().elidedText(cell.beside, Qt::ElideRight, room.width()));

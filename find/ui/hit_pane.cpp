@@ -12,7 +12,6 @@
 #include "common/ui/look_style.h"
 #include "common/ui/measures.h"
 #include "common/ui/style_sheet.h"
-#include "compare/ui/command_buttons.h"
 #include "compare/ui/theme_colors.h"
 
 namespace zorvane {
@@ -44,7 +43,7 @@ QString FolderOf(const QString& path) {
 ParagraphMark LineMarks::Of(ParagraphNumber paragraph) const {
     if (paragraph.value != marked_ + 1)
         return {};
-    return {.kind = MarkKind::Changed, .line = MarkLine::None, .record = 0};
+    return {.kind = MarkKind::Changed};
 }
 
 std::array<std::int32_t, 2> LineMarks::Numbers(ParagraphNumber paragraph) const {
@@ -53,12 +52,12 @@ std::array<std::int32_t, 2> LineMarks::Numbers(ParagraphNumber paragraph) const 
 
 // ---- the pane ----
 
-HitPane::HitPane(CommandSet& commands, frmFindTextInFiles& viewer, UiText text, QWidget* parent)
+HitPane::HitPane(frmFindTextInFiles& viewer, UiText text, QWidget* parent)
     : QFrame(parent), viewer_(viewer), text_(std::move(text)) {
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
-    rows->addWidget(MakeHead(commands));
+    rows->addWidget(MakeHead());
     body_ = new QStackedWidget(this);
     view_ = MakeView(document_, text_("Lines around the hit"));
     view_->SetMarks(&marks_);
@@ -108,7 +107,7 @@ void HitPane::SetWrap(bool wrap) {
     whole_view_->SetWrap(wrap);
 }
 
-QWidget* HitPane::MakeHead(CommandSet& commands) {
+QWidget* HitPane::MakeHead() {
     auto* head = new QWidget(this);
     head->setFixedHeight(kFileRowHeight);
     auto* line = new QHBoxLayout(head);
@@ -129,12 +128,15 @@ QWidget* HitPane::MakeHead(CommandSet& commands) {
         viewer_.SetShowDocument(face == static_cast<int>(HitFace::Document));
     });
     line->addWidget(faces_);
-    compare_ = MakeCommandButton(commands, "find.compare", text_("Compare With..."),
-                                 ButtonLook::Flat, "compare", head);
+    compare_ =
+        new Button(text_("Compare With..."), ButtonLook::Flat, QStringLiteral("compare"), head);
+    connect(compare_, &QPushButton::clicked, this, [this] { compare_wanted(); });
     line->addWidget(compare_);
-    open_ =
-        MakeCommandButton(commands, "find.open", text_("Open"), ButtonLook::Flat, "launch", head);
+    open_ = new Button(text_("Open"), ButtonLook::Flat, QStringLiteral("launch"), head);
+    connect(open_, &QPushButton::clicked, this, [this] { open_wanted(); });
     line->addWidget(open_);
+    for (Button* button : {compare_, open_})
+        button->setToolTip(button->Caption());
     return head;
 }
 
@@ -148,6 +150,8 @@ void HitPane::ShowHead() {
         if (!hit.place.empty())
             place_words_ += QStringLiteral("  ·  ") + ToQt(hit.place);
     }
+    for (Button* button : {compare_, open_})
+        button->setEnabled(!path.isEmpty());
     name_->setToolTip(path);
     place_->setToolTip(path);
     ShowPlace();

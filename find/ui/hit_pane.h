@@ -1,12 +1,14 @@
 // The lower half of a Find window: which hit is shown, and the lines around it.
 #pragma once
 
+#include <functional>
+
 #include <QFrame>
 #include <QLabel>
 #include <QStackedWidget>
 
 #include "common/ui/buttons.h"
-#include "common/ui/command_table.h"
+#include "common/ui/ui_text.h"
 #include "compare/document/rich_document.h"
 #include "compare/ui/rich_text_view.h"
 #include "find/find_viewer.h"
@@ -35,7 +37,7 @@ class LineMarks : public MarkSource {
 class HitPane : public QFrame {
     Q_OBJECT
   public:
-    HitPane(CommandSet& commands, frmFindTextInFiles& viewer, UiText text, QWidget* parent);
+    HitPane(frmFindTextInFiles& viewer, UiText text, QWidget* parent);
     ~HitPane() override;
 
     /// Another hit: its head at once, the lines when they are there.
@@ -57,12 +59,16 @@ class HitPane : public QFrame {
     /// What stands there in place of lines; empty: lines do.
     QString Message() const;
 
+    /// Buttons of the head mean the hit that it names, whatever row is chosen.
+    std::function<void()> open_wanted;
+    std::function<void()> compare_wanted;
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    QWidget* MakeHead(CommandSet& commands);
+    QWidget* MakeHead();
     RichTextView* MakeView(RichDocument& document, const QString& name);
     void ShowDocument();
     void FillLines();

@@ -130,8 +130,8 @@ TEST_F(FindPageTest, TurnsASwitchOverByClickAndByCommand) {
 TEST_F(FindPageTest, ShowsTheLinesOfTheHitThatIsChosen) {
     WindowWorld world(fakes, theme);
     FindPage& page = Open(world);
-    WorkIn(world, *page.Boxes().SearchFor().lineEdit());
-    QTest::keyClick(page.Boxes().SearchFor().lineEdit(), Qt::Key_Return);
+    WorkIn(world, page.Boxes().SearchFor());
+    QTest::keyClick(world.window.windowHandle(), Qt::Key_Return);  // wherever the focus is
     ASSERT_TRUE(WindowWorld::Until([&] { return page.Hits().rowCount() == 5; }));
     EXPECT_NE(page.Pane().Message(), QString()) << "nothing is read before a person asks";
     EXPECT_EQ(world.window.windowTitle(), QStringLiteral("beta – Zorvane"));
@@ -258,6 +258,12 @@ TEST_F(FindPageTest, OpensFilesByTheirBytesWhateverTheirName) {
     page.ShowCurrent();
     page.Viewer()->FinishReading();
     EXPECT_EQ(Lines(page), u"\"gamma\"");
+    Put("p.txt", "gamma\n");
+    Search(page);
+    page.HitGrid().selectAll();
+    EXPECT_TRUE(world.window.Commands().Run("find.compare"));
+    EXPECT_EQ(world.Viewer().FileNames()[0], In(odd));
+    EXPECT_TRUE(WindowWorld::Until([&] { return world.Viewer().ShownComparison() != nullptr; }));
 }
 
 /// Its documents are read until somebody stops the search.
