@@ -260,6 +260,7 @@ TEST_F(FindPageTest, OpensFilesByTheirBytesWhateverTheirName) {
     EXPECT_EQ(Lines(page), u"\"gamma\"");
     Put("p.txt", "gamma\n");
     Search(page);
+    Choose(page, 0);
     page.HitGrid().selectAll();
     EXPECT_TRUE(world.window.Commands().Run("find.compare"));
     EXPECT_EQ(world.Viewer().FileNames()[0], In(odd));
