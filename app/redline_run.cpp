@@ -1,5 +1,6 @@
 #include "app/redline_run.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 
@@ -30,6 +31,18 @@ class Made {
   private:
     std::string document_;
 };
+
+// It comes from a process that read hostile bytes.
+std::string Shown(std::string_view certificate) {
+    constexpr int kMostLines = 40;
+    std::string shown;
+    for (int line = 0; line < kMostLines && !certificate.empty(); ++line) {
+        const std::size_t end = std::min(certificate.find('\n'), certificate.size());
+        shown += VisibleText(certificate.substr(0, end)) + "\n";
+        certificate.remove_prefix(std::min(end + 1, certificate.size()));
+    }
+    return shown;
+}
 
 std::int64_t SecondsNow(ProcessState& process) {
     return std::chrono::duration_cast<std::chrono::seconds>(
@@ -78,7 +91,7 @@ Result<std::string> WriteRedlines(ProcessState& process, const RedlineOptions& o
         if (!written.ok())
             return written.failure();
     }
-    return certificate.value();
+    return Shown(certificate.value());
 }
 
 }  // namespace zorvane
