@@ -254,8 +254,6 @@ TextRange MemoryEditor::Replace(TextRange range, const RichText& text) {
     const bool last_break = range.length > 0 && range.end() > inside.end();
     if (HasLoneBreak(text.text))
         return Replace(range, Normalized(text));
-    if (text.Length() > kSmall && !KeepGoing(watcher_))
-        return {inside.first, 0};
     if (!last_break || !text.text.ends_with(u"\r\n")) {
         Put(inside, text);
         return {inside.first, text.Length()};

@@ -14,6 +14,9 @@ _zorvane() {
         --title) return ;;
         --original-label) return ;;
         --modified-label) return ;;
+        --author) return ;;
+        --revision-date) return ;;
+        --revision-ids) return ;;
         --ignore-regex) return ;;
         --also) return ;;
         --bracket) return ;;
@@ -38,7 +41,7 @@ _zorvane() {
         -j|--threads) return ;;
     esac
     case ${COMP_WORDS[1]} in
-        compare) words='-h --help -V --version -o --report --report-type --json --stat -q --quiet --color --no-pager -U --context --open --view --unchanged --title --original-label --modified-label -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --ignore-regex --letters --faster --larger-sections --no-moves --also --bracket --pairs -j --jobs --fail-fast --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
+        compare) words='-h --help -V --version -o --report --report-type --json --stat -q --quiet --color --no-pager -U --context --open --view --unchanged --title --original-label --modified-label --author --revision-date --revision-ids --track-formatting --keep-tracked --no-verify -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --ignore-regex --letters --faster --larger-sections --no-moves --also --bracket --pairs -j --jobs --fail-fast --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         text) words='-h --help -V --version --rtf -o --output --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         install-git) words='-h --help --local --global --remove' ;;
         folders) words='-h --help -V --version -r --recursive --types --dates --quick --no-hidden --follow --no-renames -j --jobs -o --output --json --only --stat -q --quiet --color --text --reports --report-type --no-cache -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
