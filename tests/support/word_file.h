@@ -9,7 +9,7 @@
 namespace zorvane {
 
 struct WordFile {
-    std::string body;       ///< of w:document/w:body
+    std::string body;         ///< of w:document/w:body
     std::string styles{};     ///< of w:styles
     std::string numbering{};  ///< of w:numbering
     std::string footnotes{};  ///< of w:footnotes
