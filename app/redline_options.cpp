@@ -1,10 +1,12 @@
 #include "app/redline_options.h"
 
 #include <CLI/CLI.hpp>
+#include <chrono>
 #include <ctime>
 #include <fmt/format.h>
-#include <regex>
+#include <string_view>
 
+#include "common/base/ascii.h"
 #include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 #include "common/platform/native_path.h"
@@ -14,9 +16,24 @@ namespace {
 
 constexpr std::int32_t kLargestPrefix = 9999;
 
-bool IsDate(const std::string& text) {
-    static const std::regex kForm("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z?");
-    return std::regex_match(text, kForm);
+// A moment that the calendar has, of the form 2026-01-31T12:00:00 with or without Z.
+bool IsDate(std::string_view text) {
+    constexpr std::string_view kForm = "0000-00-00T00:00:00";
+    if (text.ends_with('Z'))
+        text.remove_suffix(1);
+    if (text.size() != kForm.size())
+        return false;
+    for (std::size_t i = 0; i < kForm.size(); ++i) {
+        if (kForm[i] == '0' ? !IsAsciiDigit(text[i]) : text[i] != kForm[i])
+            return false;
+    }
+    const auto number = [text](std::size_t at, std::size_t digits) {
+        return ParseNumber<std::int32_t>(text.substr(at, digits)).value_or(0);
+    };
+    const std::chrono::year_month_day day{std::chrono::year(number(0, 4)),
+                                          std::chrono::month(static_cast<unsigned>(number(5, 2))),
+                                          std::chrono::day(static_cast<unsigned>(number(8, 2)))};
+    return day.ok() && number(11, 2) < 24 && number(14, 2) < 60 && number(17, 2) < 60;
 }
 
 }  // namespace
