@@ -27,6 +27,10 @@ thread_local WarmReaders* of_this_thread = nullptr;
 
 }  // namespace
 
+bool WarmReaders::MakesCopies() {
+    return kCopies;
+}
+
 WarmReaders::WarmReaders() {
     of_this_thread = this;
 }

@@ -12,6 +12,8 @@ namespace zorvane {
 /// thread, and it ends on its thread: the system ends a child with the thread that started it.
 class WarmReaders {
   public:
+    /// False in a build under sanitizers: each reader is started there.
+    static bool MakesCopies();
     WarmReaders();
     ~WarmReaders();
     WarmReaders(const WarmReaders&) = delete;

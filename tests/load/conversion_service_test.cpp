@@ -110,7 +110,8 @@ TEST_F(ConversionServiceTest, WarmReadersReadAsFreshOnes) {
         const WarmReaders warm;
         EXPECT_TRUE(service_.Run(good, {}).ok());
         // Nothing is started any more: what reads now is a copy.
-        std::filesystem::remove(system_.folder.Path("program/zorvane-convert"));
+        if (WarmReaders::MakesCopies())
+            std::filesystem::remove(system_.folder.Path("program/zorvane-convert"));
         EXPECT_EQ(service_.Run(broken, {}).error, ReadError::Damaged);
         service_.Expect(good);
         EXPECT_EQ(service_.Run(broken, {}).error, ReadError::Damaged) << "two at once";
@@ -118,7 +119,9 @@ TEST_F(ConversionServiceTest, WarmReadersReadAsFreshOnes) {
         EXPECT_EQ(system_.folder.Read("a.html.out"), "text\r\n");
     }
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left";
-    EXPECT_EQ(service_.Run(good, {}).error, ReadError::NotStarted);
+    if (WarmReaders::MakesCopies()) {
+        EXPECT_EQ(service_.Run(good, {}).error, ReadError::NotStarted);
+    }
 }
 
 TEST_F(ConversionServiceTest, AReaderThatMakesNoCopiesIsStartedEachTime) {
