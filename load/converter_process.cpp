@@ -12,6 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "common/platform/passed_files.h"
 #include "common/platform/process_end.h"
 #include "load/spawn_child.h"
 #include "load/warm_readers.h"
@@ -39,27 +40,6 @@ void CountChild(int change) {
     const std::lock_guard guard(children.lock);
     children.count += change;
     prctl(PR_SET_DUMPABLE, children.count == 0 ? 1 : 0);
-}
-
-constexpr std::size_t kMostFiles = 3;
-
-// The bytes, and the files with the first of them. Never waits.
-ssize_t SendPiece(int socket, std::string_view bytes, std::span<const int> files) {
-    iovec data{const_cast<char*>(bytes.data()), bytes.size()};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(kMostFiles * sizeof(int))> control{};
-    msghdr message{};
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    if (!files.empty() && files.size() <= kMostFiles) {
-        message.msg_control = control.data();
-        message.msg_controllen = CMSG_SPACE(files.size_bytes());
-        cmsghdr* const header = CMSG_FIRSTHDR(&message);
-        header->cmsg_level = SOL_SOCKET;
-        header->cmsg_type = SCM_RIGHTS;
-        header->cmsg_len = CMSG_LEN(files.size_bytes());
-        std::memcpy(CMSG_DATA(header), files.data(), files.size_bytes());
-    }
-    return sendmsg(socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
 std::int32_t PercentOf(std::int64_t progress) {
@@ -122,7 +102,7 @@ void ConverterProcess::Send(const ConversionMessage& request, std::span<const in
     const std::string bytes = EncodeMessage(request);
     std::string_view rest = bytes;
     while (!rest.empty() && SteadyClock::now() < until) {
-        const ssize_t sent = SendPiece(socket_, rest, files);
+        const ssize_t sent = SendWithFiles(socket_, rest, files, MSG_DONTWAIT);
         if (sent > 0) {
             rest.remove_prefix(static_cast<std::size_t>(sent));
             files = {};

@@ -3,12 +3,12 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "common/platform/passed_files.h"
 #include "common/platform/process_end.h"
 #include "load/spawn_child.h"
 
@@ -72,20 +72,7 @@ bool WarmReaders::Begin(const std::string& program, const std::string& mode) {
 }
 
 int WarmReaders::Ask(int socket) const {
-    char byte = 1;
-    iovec data{&byte, 1};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
-    msghdr message{};
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    message.msg_control = control.data();
-    message.msg_controllen = control.size();
-    cmsghdr* const header = CMSG_FIRSTHDR(&message);
-    header->cmsg_level = SOL_SOCKET;
-    header->cmsg_type = SCM_RIGHTS;
-    header->cmsg_len = CMSG_LEN(sizeof socket);
-    std::memcpy(CMSG_DATA(header), &socket, sizeof socket);
-    if (sendmsg(socket_, &message, MSG_NOSIGNAL) != 1)
+    if (SendWithFiles(socket_, std::string_view("c"), std::array{socket}) != 1)
         return -1;
     constexpr int kPatience = 5000;  // milliseconds; a copy is there within one
     pollfd place{socket_, POLLIN, 0};

@@ -6,7 +6,6 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <malloc.h>
 #include <new>
 #include <openssl/crypto.h>
@@ -17,6 +16,7 @@
 #include <unistd.h>
 
 #include "common/platform/mapped_file.h"
+#include "common/platform/passed_files.h"
 #include "load/conversion_message.h"
 #include "load/office_place.h"
 #include "load/readers/convert_jobs.h"
@@ -144,28 +144,6 @@ int ServeReader(bool in_sandbox) {
     return channel.Send(output.answer) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-// The other end of a reader's socket, which comes with a byte; -1 when nobody wants one any more.
-int NextSocket() {
-    char byte = 0;
-    iovec data{&byte, 1};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(int))> control{};
-    msghdr message{};
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    message.msg_control = control.data();
-    message.msg_controllen = control.size();
-    ssize_t got = -1;
-    do {
-        got = recvmsg(STDIN_FILENO, &message, MSG_CMSG_CLOEXEC);
-    } while (got < 0 && errno == EINTR);
-    const cmsghdr* const header = CMSG_FIRSTHDR(&message);
-    if (got <= 0 || header == nullptr || header->cmsg_type != SCM_RIGHTS)
-        return -1;
-    int socket = -1;
-    std::memcpy(&socket, CMSG_DATA(header), sizeof socket);
-    return socket;
-}
-
 // A child of the one that started this process, which waits for it and ends it as one of its own.
 // There is one thread and no lock is held, so nothing has to be put right in the copy.
 pid_t CopyForStarter() {
@@ -173,22 +151,23 @@ pid_t CopyForStarter() {
         syscall(SYS_clone, CLONE_PARENT | SIGCHLD, nullptr, nullptr, nullptr, nullptr));
 }
 
-// Reads nothing itself: each copy has loaded its libraries, reads one document, and ends.
+// Reads nothing itself: each call brings a reader's end of its socket. Each copy has loaded its
+// libraries, reads one document, and ends.
 int ServeCopies(bool in_sandbox) {
     if (!CloseToOthers())
         return EXIT_FAILURE;
     while (true) {
-        const int socket = NextSocket();
-        if (socket < 0)
-            return EXIT_SUCCESS;
+        std::array<char, 1> call{};
+        PassedFiles sockets;
+        if (ReceiveWithFiles(STDIN_FILENO, call, sockets) <= 0 || !sockets[0].IsOpen())
+            return EXIT_SUCCESS;  // nobody wants one any more
         const pid_t copy = CopyForStarter();
         if (copy == 0) {
             setpgid(0, 0);
-            if (dup2(socket, STDIN_FILENO) != STDIN_FILENO || close(socket) != 0)
+            if (dup2(sockets[0].Get(), STDIN_FILENO) != STDIN_FILENO || !sockets[0].Close())
                 return EXIT_FAILURE;
             return ServeReader(in_sandbox);
         }
-        close(socket);
         if (send(STDIN_FILENO, &copy, sizeof copy, MSG_NOSIGNAL) != sizeof copy)
             return EXIT_FAILURE;
     }

@@ -1,50 +1,26 @@
 #include "load/readers/request_channel.h"
 
+#include <array>
 #include <cerrno>
-#include <cstring>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
+
+#include "common/platform/passed_files.h"
 
 namespace zorvane {
-namespace {
 
-constexpr std::size_t kFewestFiles = 2;
-constexpr std::size_t kMostFiles = 3;
-
-// All files of a piece are taken, so that none stays open unseen.
-void TakeFiles(msghdr& message, Request& request) {
-    for (cmsghdr* header = CMSG_FIRSTHDR(&message); header != nullptr;
-         header = CMSG_NXTHDR(&message, header)) {
-        const bool two = header->cmsg_len == CMSG_LEN(kFewestFiles * sizeof(int));
-        const bool three = header->cmsg_len == CMSG_LEN(kMostFiles * sizeof(int));
-        if (header->cmsg_level != SOL_SOCKET || header->cmsg_type != SCM_RIGHTS || (!two && !three))
-            continue;
-        std::array<int, kMostFiles> files{-1, -1, -1};
-        std::memcpy(files.data(), CMSG_DATA(header), header->cmsg_len - CMSG_LEN(0));
-        request.document = FileDescriptor(files[0]);
-        request.answer = FileDescriptor(files[1]);
-        request.second = FileDescriptor(files[2]);
-    }
-}
-
-}  // namespace
-
-// One piece of a request. The kernel itself closes files for which there is no room.
+// One piece of a request.
 bool RequestChannel::Fill(Request& request) {
     std::array<char, 65536> bytes{};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(kMostFiles * sizeof(int))> control{};
-    iovec data{bytes.data(), bytes.size()};
-    msghdr message{};
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    message.msg_control = control.data();
-    message.msg_controllen = control.size();
-    ssize_t got = -1;
-    do {
-        got = recvmsg(socket_, &message, MSG_CMSG_CLOEXEC);
-    } while (got < 0 && errno == EINTR);
-    TakeFiles(message, request);
+    PassedFiles files;
+    const ssize_t got = ReceiveWithFiles(socket_, bytes, files);
+    if (files[1].IsOpen()) {
+        request.document = std::move(files[0]);
+        request.answer = std::move(files[1]);
+        request.second = std::move(files[2]);
+    }
     if (got > 0)
         reader_.Feed({bytes.data(), static_cast<std::size_t>(got)});
     ended_well_ = got == 0;
