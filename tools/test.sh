@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# All that CI proves: format, layers, a release build with all tests, the core under the address and
-# undefined-behaviour sanitizers with its tests, the share of tests.
+# All that CI proves: format, the share of tests, layers, a release build with all tests, the core under
+# the address and undefined-behaviour sanitizers with its tests.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 jobs=$(nproc)
@@ -9,6 +9,8 @@ step() { printf '\n== %s\n' "$1"; }
 
 step "Format"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror
+step "Share of tests"
+tools/test_share.sh
 step "Layers"
 python3 tools/check_layers.py
 step "Measures of the scoring tool"
@@ -20,10 +22,8 @@ python3 tools/make_guides.py --check
 step "Build and tests (release)"
 cmake --preset release >/dev/null
 cmake --build build/release -j "$jobs"
-ctest --preset release
+ctest --preset release -j "$jobs"
 step "Core under sanitizers"
 cmake --preset asan >/dev/null
 cmake --build build/asan -j "$jobs"
-ctest --preset asan
-step "Share of tests"
-tools/test_share.sh
+ctest --preset asan -j "$jobs"

@@ -57,9 +57,10 @@ void KeepPlain(std::size_t size, std::string& encrypted) {
     encrypted.resize(size);
 }
 
-std::string Fitted(std::string bytes, std::size_t size) {
-    bytes.resize(size, '\x36');
-    return bytes;
+std::string Fitted(std::string_view bytes, std::size_t size) {
+    std::string fitted(size, '\x36');
+    bytes.substr(0, size).copy(fitted.data(), size);
+    return fitted;
 }
 
 // ---- Standard encryption: AES in ECB mode, SHA-1 ----
