@@ -189,6 +189,7 @@ bool RunCommandLineFileCompare(ProcessState& process, frmMainMDI& frame,
     SetOptions(request, viewer.Options());
     viewer.Settings().sBCLPasswordUser = request.sPdfUserPassword;
     viewer.Settings().sBCLPasswordOwner = request.sPdfOwnerPassword;
+    viewer.Settings().keeps_pdf_passwords = false;
     ApplyAdvancedActions(request, viewer);
     bool failed = false;
     viewer.RefreshDisplayCommandLine(request.lViewFormat, ViewsFor(request), failed);

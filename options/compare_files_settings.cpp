@@ -19,6 +19,7 @@ enum class Use {
     Plain,
     State,     // of the window
     Place,     // of the window, while its state is normal
+    Password,  // saved where the user keeps passwords
     OnlySaved  // another key counts when it is read
 };
 
@@ -76,8 +77,8 @@ constexpr KeyRow kRows[] = {
     {"bBCLShrinkFonts", Scope::Own, &Settings::bBCLShrinkFonts},
     {"bBCLAdjustFontNames", Scope::Own, &Settings::bBCLAdjustFontNames},
     {"bBCLExtractHyperlinks", Scope::Own, &Settings::bBCLExtractHyperlinks},
-    {"sBCLPasswordUser", Scope::Own, &Settings::sBCLPasswordUser},
-    {"sBCLPasswordOwner", Scope::Own, &Settings::sBCLPasswordOwner},
+    {"sBCLPasswordUser", Scope::Own, &Settings::sBCLPasswordUser, Use::Password},
+    {"sBCLPasswordOwner", Scope::Own, &Settings::sBCLPasswordOwner, Use::Password},
     {"bBCLUsingPageRange", Scope::Own, &Settings::bBCLUsingPageRange},
     {"bBCLLockPageRange", Scope::Own, &Settings::bBCLLockPageRange},
     {"lBCLPageFrom", Scope::Own, &Settings::lBCLPageFrom},
@@ -159,7 +160,8 @@ void SaveCompareFilesSettings(IniProfile& file, const std::string& section,
     const bool saves_state = place == WindowPlace::Save;
     const bool saves_place = saves_state && settings.WindowState == kNormal;
     for (const KeyRow& row : kRows) {
-        if ((row.use == Use::State && !saves_state) || (row.use == Use::Place && !saves_place))
+        if ((row.use == Use::State && !saves_state) || (row.use == Use::Place && !saves_place) ||
+            (row.use == Use::Password && !settings.keeps_pdf_passwords))
             continue;
         SaveSetting(file, SectionOf(row, section), row.Row(), settings);
     }

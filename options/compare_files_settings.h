@@ -61,6 +61,9 @@ struct CompareFilesSettings {
     bool bBCLExtractHyperlinks = false;
     std::string sBCLPasswordUser;
     std::string sBCLPasswordOwner;
+    /// Whether the two passwords above are saved. Not those that came by switches, unless the user
+    /// ticks it; itself it is never saved.
+    bool keeps_pdf_passwords = true;
     bool bBCLUsingPageRange = false;
     bool bBCLLockPageRange = true;
     std::int32_t lBCLPageFrom = 1;

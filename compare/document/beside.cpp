@@ -98,6 +98,7 @@ const std::array<BesideKindName, kBesideKinds>& BesideKindNames() {
         {BesideKind::Field, "fields", "field", "fields"},
         {BesideKind::Metadata, "metadata", "document property", "document properties"},
         {BesideKind::PageWithoutText, "pages", "page without text", "pages without text"},
+        {BesideKind::DamagedPart, "damaged", "damaged part", "damaged parts"},
         {BesideKind::Formatting, "formatting", "paragraph", "paragraphs"},
     }};
     return kNames;

@@ -28,9 +28,10 @@ enum class BesideKind : std::uint8_t {
     Field,
     Metadata,
     PageWithoutText,
-    Formatting  ///< never in a list of items: it is found by comparing rich texts
+    DamagedPart,  ///< could not be read, or not whole; told of each side for itself
+    Formatting    ///< never in a list of items: it is found by comparing rich texts
 };
-inline constexpr std::size_t kBesideKinds = 13;
+inline constexpr std::size_t kBesideKinds = 14;
 
 /// How a kind is called: in options and JSON, and in a sentence for one and for several.
 struct BesideKindName {

@@ -39,11 +39,14 @@ class KindCompare {
             if (partner > 0)
                 source_[partner] = number;
         }
-        EqualInPlace();
-        EqualOfWholeDocument();
-        EqualElsewhere();
-        ChangedInPlace();
-        Moved();
+        // Damage of both sides is no likeness: nobody can say what was there.
+        if (kind_ != BesideKind::DamagedPart) {
+            EqualInPlace();
+            EqualOfWholeDocument();
+            EqualElsewhere();
+            ChangedInPlace();
+            Moved();
+        }
         Rest();
     }
 
@@ -252,7 +255,8 @@ Entries OfKind(const std::vector<BesideItem>& items, BesideKind kind) {
 
 bool IsSeenByItself(BesideKind kind) {
     return Floats(kind) || kind == BesideKind::Comment || kind == BesideKind::HiddenText ||
-           kind == BesideKind::Metadata || kind == BesideKind::PageWithoutText;
+           kind == BesideKind::Metadata || kind == BesideKind::PageWithoutText ||
+           kind == BesideKind::DamagedPart;
 }
 
 std::vector<BesideDifference> CompareBeside(const std::vector<BesideItem>& original,

@@ -65,6 +65,8 @@ std::string Clause(const std::vector<const BesideDifference*>& group) {
 }  // namespace
 
 std::string_view VerbOf(BesideKind kind, BesideChange change) {
+    if (kind == BesideKind::DamagedPart)
+        return change == BesideChange::Removed ? "of the Original" : "of the Modified";
     switch (change) {
         case BesideChange::Added:
             return "added";

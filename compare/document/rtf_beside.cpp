@@ -314,6 +314,10 @@ void RtfBeside::EndParagraph(std::int32_t paragraph) {
     deleted_.clear();
 }
 
+void RtfBeside::EndsTooEarly() {
+    Add({BesideKind::DamagedPart, 0, "end: the text is cut off", BesideDigest("end")}, 0);
+}
+
 void RtfBeside::Finish(std::int32_t paragraph) {
     EndParagraph(paragraph);
     if (items_ == nullptr)

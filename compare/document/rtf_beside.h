@@ -24,6 +24,8 @@ class RtfBeside {
     /// A note or box of such text: `rest` begins behind its control word.
     void UnseenGroup(std::string_view rest, CodePage page, bool deleted);
     void EndParagraph(std::int32_t paragraph);
+    /// The bytes end inside of a group.
+    void EndsTooEarly();
     /// Behind the document.
     void Finish(std::int32_t paragraph);
 

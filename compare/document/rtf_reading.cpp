@@ -18,6 +18,8 @@ RichText RtfReading::Read() {
     while (!scanner_.AtEnd() && stop_.KeepGoing())
         Step();
     Flush();
+    if (!stack_.empty() && scanner_.AtEnd())
+        beside_.EndsTooEarly();
     beside_.Finish(Paragraph());
     const bool open = !out_.AtParagraphBegin();
     out_.CloseParagraph(state_.paragraph);

@@ -49,6 +49,7 @@ void SetDefaults(Settings& settings) {
     settings.lBCLPageToModified = fresh.lBCLPageToModified;
     settings.sBCLPasswordUser.clear();
     settings.sBCLPasswordOwner.clear();
+    settings.keeps_pdf_passwords = fresh.keeps_pdf_passwords;
 }
 
 }  // namespace
@@ -195,6 +196,8 @@ void PdfOptionsDialog::AddPasswords(FormColumn& column) {
         column.AddBeside(text_(caption), line);
         ties_.Tie(*line, *value);
     }
+    AddTiedBox(column, ties_, text_("Keep these passwords in the settings"),
+               settings_.keeps_pdf_passwords);
 }
 
 void PdfOptionsDialog::UpdateGUI() {

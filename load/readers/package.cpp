@@ -89,12 +89,16 @@ class ZipPackage : public Package {
             return std::nullopt;
         }
         zip_file_t* file = zip_fopen_index(archive_, place->second, 0);
+        std::optional<std::string> bytes;
         if (file == nullptr) {
             why = ReadError::Damaged;
-            return std::nullopt;
+        } else {
+            ZipStream stream(file, budget_);
+            bytes = ReadAll(stream, SizeHint(place->second), why);
         }
-        ZipStream stream(file, budget_);
-        return ReadAll(stream, SizeHint(place->second), why);
+        if (!bytes && why == ReadError::Damaged)
+            TellDamage(name);
+        return bytes;
     }
 
     std::unique_ptr<PartStream> Stream(std::string_view name) override {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +44,14 @@ class Package {
     virtual std::unique_ptr<PartStream> Stream(std::string_view name) = 0;
     /// True when a part of the package itself is encrypted (old ZIP encryption).
     virtual bool Encrypted() const = 0;
+
+    /// For whoever finds a part's content broken and goes on without it. The package tells of what
+    /// cannot be unpacked by itself.
+    void TellDamage(std::string_view part) { damaged_.emplace(part); }
+    const std::set<std::string>& Damaged() const { return damaged_; }
+
+  private:
+    std::set<std::string> damaged_;
 };
 
 /// Folder and file of a reference from one part to another: "word/document.xml" and

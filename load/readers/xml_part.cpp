@@ -24,7 +24,10 @@ ReadEnd XmlPart::Read(Package& package, std::string_view name, XmlPart& part) {
     std::optional<std::string> bytes = package.Read(name, &error);
     if (!bytes)
         return ReadEnd::Fault(error, "cannot read the part " + std::string(name));
-    return Parse(std::move(*bytes), part);
+    ReadEnd end = Parse(std::move(*bytes), part);
+    if (!end.ok())
+        package.TellDamage(name);
+    return end;
 }
 
 std::string_view LocalName(const pugi::xml_node& node) {

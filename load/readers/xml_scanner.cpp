@@ -131,7 +131,7 @@ bool XmlScanner::PassOver(std::string_view end) {
 XmlScanner::Token XmlScanner::Next() {
     while (true) {
         if (begin_ == end_ && !Fill())
-            return too_large_ || stream_.Failed() ? Token::Failed : Token::Done;
+            return too_large_ || stream_.Failed() || open_ > 0 ? Token::Failed : Token::Done;
         offset_ = consumed_ + begin_;
         Token token = Token::Done;
         if (buffer_[begin_] != '<')
@@ -203,6 +203,8 @@ XmlScanner::Token XmlScanner::Tag(std::size_t end) {
         ++name_end;
     name_ = Local(tag.substr(0, name_end));
     attributes_ = tag.substr(name_end);
+    if (!self_closing_)
+        open_ += closing ? -1 : 1;
     return closing ? Token::End : Token::Start;
 }
 

@@ -19,7 +19,8 @@ class XmlScanner {
     /// The stream is borrowed.
     explicit XmlScanner(PartStream& stream);
 
-    /// An empty element gives its start, with `SelfClosing` true, and no end.
+    /// An empty element gives its start, with `SelfClosing` true, and no end. A stream that ends
+    /// inside of an element gives Failed.
     Token Next();
     /// Of a start or an end, without its prefix.
     std::string_view Name() const { return name_; }
@@ -55,6 +56,7 @@ class XmlScanner {
     std::string_view name_;
     std::string_view attributes_;
     std::string_view text_;
+    std::int64_t open_ = 0;  ///< elements
     bool self_closing_ = false;
     bool raw_text_ = false;
     bool at_end_ = false;

@@ -321,6 +321,17 @@ TEST(CompareFilesSettings, SaveAPlaceOfAWindowOfNormalSizeOnly) {
     }
 }
 
+TEST(CompareFilesSettings, LeaveThePasswordsOfSwitchesOut) {
+    const auto file = MakeMemoryIniProfile();
+    CompareFilesSettings settings;
+    settings.sBCLPasswordUser = "kept";
+    SaveCompareFilesSettings(*file, kSection, settings);
+    settings.sBCLPasswordUser = "of a switch";
+    settings.keeps_pdf_passwords = false;
+    SaveCompareFilesSettings(*file, kSection, settings);
+    EXPECT_EQ(file->Read(kSection, "sBCLPasswordUser", "none"), "kept");
+}
+
 TEST(CompareFilesView, ComesBackWithTheSettings) {
     const auto file = MakeMemoryIniProfile();
     CompareFilesSettings settings;

@@ -104,6 +104,12 @@ std::string ChartText(const pugi::xml_node& root) {
     return TextInside(root);
 }
 
+void ReportDamage(const Package& package, DocumentSink& sink) {
+    for (const std::string& part : package.Damaged())
+        sink.Beside(
+            {BesideKind::DamagedPart, 0, BesideText(part + ": left out"), BesideDigest(part)});
+}
+
 void ReportDublinCore(const pugi::xml_node& parent, DocumentSink& sink) {
     std::size_t count = 0;
     for (const pugi::xml_node& node : parent.children()) {

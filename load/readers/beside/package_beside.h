@@ -39,6 +39,8 @@ std::string ChartText(const pugi::xml_node& root);
 void ReportOfficeProperties(Package& package, DocumentSink& sink);
 /// Those of an OpenDocument package.
 void ReportOpenDocumentProperties(Package& package, DocumentSink& sink);
+/// What the package knows to be damaged, when all else is read.
+void ReportDamage(const Package& package, DocumentSink& sink);
 /// The children of an element of Dublin Core (`title`, `creator`, `subject`, ...), as in EPUB.
 void ReportDublinCore(const pugi::xml_node& parent, DocumentSink& sink);
 

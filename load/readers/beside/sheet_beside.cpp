@@ -340,8 +340,10 @@ ReadEnd ReportSheetBeside(std::string_view bytes, std::string_view password, Wor
             return end;
         bytes = plain;
     }
-    if (const std::unique_ptr<Package> package = Package::Open(bytes))
+    if (const std::unique_ptr<Package> package = Package::Open(bytes)) {
         ReportPackage(*package, book, chosen, sink);
+        ReportDamage(*package, sink);
+    }
     return ReportHiddenSheets(book, chosen, sink, monitor);
 }
 

@@ -108,11 +108,15 @@ ReadEnd ReadEpub(Package& package, DocumentSink& sink, ReadMonitor& monitor) {
         ReadEnd end = ShowChapter(digests, chapter, sink, progress);
         if (!end.ok() && end.error != ReadError::WrongFormat)
             return end;
-        missing += end.ok() ? 0U : 1U;
+        if (!end.ok()) {
+            package.TellDamage(chapter);
+            ++missing;
+        }
         progress.Next();
     }
     if (chapters.empty() || missing == chapters.size())
         return ReadEnd::Fault(ReadError::Damaged, "the book names no chapter that is there");
+    ReportDamage(package, sink);
     return ReadEnd::Ok();
 }
 

@@ -148,8 +148,13 @@ class MessageText {
 
     ReadEnd Multipart(const MimeEntity& entity, const MimeType& type, int depth) {
         std::vector<MimeEntity> parts;
-        for (const std::string_view part : SplitParts(entity.body, type.type.Parameter("boundary")))
+        bool whole = true;
+        for (const std::string_view part :
+             SplitParts(entity.body, type.type.Parameter("boundary"), &whole))
             parts.push_back(ReadEntity(part));
+        if (!whole)
+            sink_.Beside(
+                {BesideKind::DamagedPart, 0, "end: the message is cut off", BesideDigest("end")});
         // Without the boundary that it names, the message is what stands there.
         if (parts.empty() && !Trim(entity.body).empty()) {
             Plain(DecodeCharset(entity.body, "", locale_encoding_), {});

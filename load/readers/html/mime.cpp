@@ -264,7 +264,10 @@ MimeValue ReadMimeValue(std::string_view field) {
     return value;
 }
 
-std::vector<std::string_view> SplitParts(std::string_view body, std::string_view boundary) {
+std::vector<std::string_view> SplitParts(std::string_view body, std::string_view boundary,
+                                         bool* whole) {
+    bool ignored = false;
+    bool& ends = whole == nullptr ? ignored : *whole;
     std::vector<std::string_view> parts;
     if (boundary.empty())
         return parts;
@@ -282,7 +285,8 @@ std::vector<std::string_view> SplitParts(std::string_view body, std::string_view
         if (from != nullptr)
             parts.emplace_back(from, static_cast<std::size_t>(line_begin - from));
         from = rest.data();
-        if (tail == "--")
+        ends = tail == "--";
+        if (ends)
             return parts;
     }
     // Cut off in front of the last boundary.

@@ -29,8 +29,10 @@ struct MimeValue {
 
 MimeEntity ReadEntity(std::string_view bytes);
 MimeValue ReadMimeValue(std::string_view field);
-/// The parts between the lines of a boundary.
-std::vector<std::string_view> SplitParts(std::string_view body, std::string_view boundary);
+/// The parts between the lines of a boundary. `whole` becomes false when the last line is missing
+/// or there are more parts than are read.
+std::vector<std::string_view> SplitParts(std::string_view body, std::string_view boundary,
+                                         bool* whole = nullptr);
 /// Bytes of a body, by the name of its transfer encoding.
 std::string DecodeBody(std::string_view body, std::string_view encoding);
 /// The bytes of a text with "%20" and the like.

@@ -104,6 +104,8 @@ void PdfBeside::Page(std::int32_t number, bool has_text) {
             Send(BesideKind::PageWithoutText, page_pictures_.empty() ? "drawing" : "picture",
                  digest);
     }
+    if (WasReadInPart(number))
+        Send(BesideKind::DamagedPart, "read in part", BesideDigest("page"));
     const Object annotations = page->getAnnotsObject();
     const int count = annotations.isArray() ? annotations.arrayGetLength() : 0;
     for (int index = 0; index < std::min(count, kMostAnnotations); ++index)

@@ -9,6 +9,7 @@
 #include <exception>
 #include <new>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "load/readers/pdf/pdf_reader.h"
@@ -17,7 +18,21 @@
 namespace zorvane {
 namespace {
 
-void IgnoreMessage(ErrorCategory /*category*/, Goffset /*position*/, const char* /*message*/) {}
+// The library tells its faults to one function of the whole process.
+struct PageFaults {
+    std::int32_t drawn = 0;  // the page that is drawn now
+    std::set<std::int32_t> pages;
+};
+
+PageFaults& Faults() {
+    static PageFaults faults;
+    return faults;
+}
+
+void TakeMessage(ErrorCategory category, Goffset /*position*/, const char* /*message*/) {
+    if (Faults().drawn > 0 && (category == errSyntaxError || category == errIO))
+        Faults().pages.insert(Faults().drawn);
+}
 
 // Where the library's tables of characters are; told to it, so that both mean the same.
 constexpr const char* kDataFolder = "/usr/share/poppler";
@@ -25,7 +40,7 @@ constexpr const char* kDataFolder = "/usr/share/poppler";
 void PrepareLibrary() {
     if (globalParams)
         return;
-    setErrorCallback(IgnoreMessage);
+    setErrorCallback(TakeMessage);
     globalParams = std::make_unique<GlobalParams>(kDataFolder);
     globalParams->setTextEncoding("UTF-8");
 }
@@ -160,8 +175,11 @@ ReadEnd Walk(PDFDoc& document, const PdfWalk& walk, ReadMonitor& monitor,
         if (!monitor.Progress(page - pages.first, total))
             return ReadEnd::Fault(ReadError::Cancelled);
         walk.clock.Start();
+        Faults().pages.erase(page);
+        Faults().drawn = page;
         document.displayPage(&walk.device, page, kResolution, kResolution, 0,
                              walk.box == PageBox::Media, false, false, AskClock, &walk.clock);
+        Faults().drawn = 0;
         if (!page_done(page) || walk.clock.IsOver())
             return ReadEnd::Fault(ReadError::TooLarge, "a page holds too much");
         if (std::clock() > last)
@@ -213,6 +231,10 @@ ReadEnd WalkPages(PDFDoc& document, const PdfWalk& walk, ReadMonitor& monitor,
     } catch (...) {
         return EndOfException();
     }
+}
+
+bool WasReadInPart(std::int32_t page) {
+    return Faults().pages.contains(page);
 }
 
 PdfPages PagesWithin(const PdfPages& pages, std::int32_t count) {

@@ -77,6 +77,8 @@ struct PdfWalk {
 /// Shows the pages to the device, one point a unit, with progress and cancel between them.
 ReadEnd WalkPages(PDFDoc& document, const PdfWalk& walk, ReadMonitor& monitor,
                   const PageDone& page_done);
+/// Whether the library told of faults in the content when `WalkPages` showed the page last.
+bool WasReadInPart(std::int32_t page);
 
 /// The pages that `pages` stands for: 1-based and within the document.
 PdfPages PagesWithin(const PdfPages& pages, std::int32_t count);

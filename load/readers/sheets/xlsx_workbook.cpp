@@ -99,6 +99,8 @@ class XlsxWorkbook : public Workbook {
         ReadXlsxMerges(kept, merges);
         if (kept.TooLarge())
             return ReadEnd::Fault(ReadError::TooLarge, "the sheet is too large");
+        if (kept.Error() == ReadError::Damaged)
+            return ReadEnd::Fault(ReadError::Damaged, "the sheet " + part + " is broken");
         if (kept.Rewind())
             return ReadXlsxSheet(kept, merges, book_, options, rows, monitor);
         const std::unique_ptr<PartStream> again = package_->Stream(part);

@@ -359,7 +359,9 @@ bool OpenDeck::Shape(const pugi::xml_node& shape, OpenTextWriter& text, bool num
 
 ReadEnd ReadOpenDocumentSlides(Package& package, const SlideOptions& options, DocumentSink& sink,
                                ReadMonitor& monitor) {
-    return OpenDeck(package, options, sink, monitor).Read();
+    ReadEnd end = OpenDeck(package, options, sink, monitor).Read();
+    ReportDamage(package, sink);
+    return end;
 }
 
 }  // namespace zorvane

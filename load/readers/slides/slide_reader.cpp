@@ -189,7 +189,9 @@ SlideRange RangeOf(const SlideOptions& options, std::int32_t count) {
 
 ReadEnd ReadSlides(Package& package, const SlideOptions& options, DocumentSink& sink,
                    ReadMonitor& monitor) {
-    return SlideDeck(package, options, sink, monitor).Read();
+    ReadEnd end = SlideDeck(package, options, sink, monitor).Read();
+    ReportDamage(package, sink);
+    return end;
 }
 
 }  // namespace zorvane

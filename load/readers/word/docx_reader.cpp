@@ -63,6 +63,8 @@ ReadEnd DocxWalker::Read() {
 void DocxWalker::ReadParts() {
     std::string numbering = "word/numbering.xml";
     for (const auto& [id, part] : parts_) {
+        if ((part.type == "numbering" || part.type == "styles") && !package_.Has(part.target))
+            package_.TellDamage(part.target);
         if (part.type == "numbering")
             numbering = part.target;
         if (part.type == "settings")
@@ -83,12 +85,14 @@ std::string DocxWalker::MainPart() {
     return "word/document.xml";
 }
 
-// False without such a part. One that holds text and cannot be read ends the reading: what is
-// missing would pass for unchanged.
+// False without such a part, which the document names and so should have. One that holds text and
+// cannot be read ends the reading: what is missing would pass for unchanged.
 bool DocxWalker::ReadPart(const std::string& name, XmlPart& part) {
     ReadEnd end = XmlPart::Read(package_, name, part);
     const bool read = end.ok();
-    if (!read && end.error != ReadError::WrongFormat && end_.ok())
+    if (end.error == ReadError::WrongFormat)
+        package_.TellDamage(name);
+    else if (!read && end_.ok())
         end_ = std::move(end);
     return read;
 }
@@ -148,7 +152,9 @@ void DocxWalker::HeaderPart(const std::string& relationship, std::set<std::strin
 }
 
 ReadEnd ReadWordPackage(Package& package, DocumentSink& sink, ReadMonitor& monitor) {
-    return DocxWalker(package, sink, monitor).Read();
+    ReadEnd end = DocxWalker(package, sink, monitor).Read();
+    ReportDamage(package, sink);
+    return end;
 }
 
 }  // namespace zorvane

@@ -88,6 +88,7 @@ ReadEnd ReadOpenDocument(Package& package, DocumentSink& sink, ReadMonitor& moni
     ShowHeadersAndFooters(body, page_styles);
     if (body.Error() != ReadError::None)
         return ReadEnd::Fault(body.Error(), DetailOf(body.Error()));
+    ReportDamage(package, sink);
     return ReadEnd::Ok();
 }
 

@@ -217,7 +217,8 @@ TEST(Beside, RichTextOfOthersTellsWhatItLeavesOut) {
         {"cut off in a picture",
          "a{\\pict\\pngblip 6",
          "a",
-         {At(1, BesideKind::Picture, "PNG picture", "")}},
+         {At(1, BesideKind::Picture, "PNG picture", ""),
+          At(0, BesideKind::DamagedPart, "end: the text is cut off", "end")}},
     };
     for (const RtfRow& row : rows) {
         SCOPED_TRACE(row.name);

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "load/readers/word/word_readers.h"
-#include "tests/support/shown_document.h"
+#include "tests/support/shown_beside.h"
 #include "tests/support/zip_file.h"
 
 namespace zorvane {
@@ -49,6 +49,13 @@ TEST(EpubReader, TellsWhatIsMissing) {
         "error 3:");
     EXPECT_EQ(ShownBook({{"META-INF/container.xml", kContainer}, {"OPS/book.opf", kBook}}),
               "error 3: the book names no chapter that is there");
+    EXPECT_EQ(ShownItems(BesideItemsOf([](DocumentSink& sink, ReadMonitor& monitor) {
+                  return ReadEpub(*Package::Open(MakeZip({{"META-INF/container.xml", kContainer},
+                                                          {"OPS/book.opf", kBook},
+                                                          {"OPS/one.xhtml", "<p>one"}})),
+                                  sink, monitor);
+              })),
+              "damaged 0 OPS/sub/the two.xhtml: left out; ");
 }
 
 }  // namespace

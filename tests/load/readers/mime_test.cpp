@@ -45,7 +45,11 @@ TEST(Mime, SplitsParts) {
     using Parts = std::vector<std::string_view>;
     EXPECT_EQ(SplitParts("p\n--x\na\n--x \r\nb\n--xy\nc\n--x--\n--x\nd", "x"),
               (Parts{"a\n", "b\n--xy\nc\n"}));
-    EXPECT_EQ(SplitParts("--x\na", "x"), (Parts{"a"}));
+    bool whole = true;
+    EXPECT_EQ(SplitParts("--x\na", "x", &whole), (Parts{"a"}));
+    EXPECT_FALSE(whole);
+    SplitParts("--x\na\n--x--", "x", &whole);
+    EXPECT_TRUE(whole);
     EXPECT_EQ(SplitParts("--x", "x"), Parts());
     EXPECT_EQ(SplitParts("a", ""), Parts());
 }
