@@ -1,10 +1,13 @@
 // The program with the windows. Takes the command line of the one without, which hands over to it.
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <vector>
 
 #include <QApplication>
+#include <QSocketNotifier>
 #include <QTimer>
 
 #include "app/command_line_parser.h"
@@ -87,6 +90,27 @@ class EndWithoutDisplay {
     MainWindow* window_;
 };
 
+// The session ends, or somebody ends the program: nothing is asked, what is not saved is kept.
+class EndBySignal {
+  public:
+    explicit EndBySignal(MainWindow& window) {
+        const int told = TellOfEndingSignal();
+        if (told < 0)
+            return;
+        notifier_ = std::make_unique<QSocketNotifier>(told, QSocketNotifier::Read);
+        QObject::connect(notifier_.get(), &QSocketNotifier::activated, &window, [told, &window] {
+            unsigned char number = 0;
+            if (read(told, &number, 1) != 1)
+                return;
+            window.RescueEdits();
+            DieOfSignal(number);
+        });
+    }
+
+  private:
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
 int ServeAutomation(ProcessState& process, frmMainMDI& frame, MainWindow& window,
                     const std::string& argument) {
     AutomationService::Rules rules;
@@ -127,6 +151,7 @@ int main(int count, char** values) {
     frmMainMDI frame(process, window, window.Viewers());
     window.SetFrame(frame);
     static EndWithoutDisplay ending(window);
+    const EndBySignal by_signal(window);
     int code = 0;
     if (automation) {
         code = ServeAutomation(process, frame, window, arguments[0]);

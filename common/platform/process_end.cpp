@@ -26,6 +26,7 @@ constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 std::array<char, kFolderBytes> folder_to_remove{};
 std::atomic<bool> has_folder{false};
 std::atomic<bool> ending{false};
+std::atomic<int> told_to{-1};  // where the first ending signal goes
 std::array<std::atomic<pid_t>, kMostChildren> children{};
 struct HalfFile {
     enum State { Free, Taken, Named };
@@ -87,6 +88,9 @@ void RemoveFolder() {
 // The signal is blocked in the handler and so in the child that removes, which a second Ctrl-C does
 // not stop.
 extern "C" void CleanUpAndDie(int signal_number) {
+    const auto byte = static_cast<unsigned char>(signal_number);
+    if (const int pipe = told_to.exchange(-1); pipe >= 0 && write(pipe, &byte, 1) == 1)
+        return;
     ending = true;
     EndChildren();
     UnlinkHalfFiles();
@@ -195,6 +199,22 @@ void ForgetChild(int child) {
         if (entry.compare_exchange_strong(known, 0))
             return;
     }
+}
+
+int TellOfEndingSignal() {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0)
+        return -1;
+    told_to = ends[1];
+    WatchEndingSignals();
+    return ends[0];
+}
+
+void DieOfSignal(int number) {
+    told_to = -1;
+    CleanUpAndDie(number);
+    constexpr int kShellsOffset = 128;
+    _exit(kShellsOffset + number);  // a signal that somebody ignores
 }
 
 void CleanUpAndEnd(int status) {

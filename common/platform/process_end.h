@@ -32,6 +32,13 @@ void EndWithThisProcess(int child);
 /// Before it is waited for, so that no other process of that number is hit.
 void ForgetChild(int child);
 
+/// For a program with something to save: the first ending signal only writes its number, a byte, to
+/// what is opened here for reading, and whoever reads it calls `DieOfSignal`. A second one ends the
+/// process as ever. The descriptor is never closed; -1 where there is none.
+int TellOfEndingSignal();
+/// Cleans up and ends as the signal ends a process.
+[[noreturn]] void DieOfSignal(int number);
+
 /// What an ending signal does, for an end that no destructor sees; this one with a status.
 [[noreturn]] void CleanUpAndEnd(int status);
 

@@ -15,6 +15,7 @@
 #include "common/platform/desktop_shell.h"
 #include "common/platform/files.h"
 #include "common/platform/platform.h"
+#include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
 #include "tests/support/temp_folder.h"
 
@@ -275,6 +276,23 @@ TEST(TempFiles, AreGoneAfterASignal) {
         EXPECT_EQ(row.ignored ? WEXITSTATUS(status) : WTERMSIG(status),
                   row.ignored ? 0 : row.number);
         EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+    }
+}
+
+TEST(EndingSignals, AreToldFirstAndEndTheSecondTime) {
+    for (const bool told_twice : {false, true}) {
+        const int status = InChild([&] {
+            const int told = TellOfEndingSignal();
+            raise(SIGTERM);
+            unsigned char number = 0;
+            if (read(told, &number, 1) != 1 || number != SIGTERM)
+                _exit(9);
+            if (told_twice)
+                raise(SIGHUP);
+            DieOfSignal(SIGTERM);
+        });
+        ASSERT_TRUE(WIFSIGNALED(status));
+        EXPECT_EQ(WTERMSIG(status), told_twice ? SIGHUP : SIGTERM);
     }
 }
 
