@@ -253,15 +253,11 @@ std::string FindPage::PickFile(const std::string& title, const std::string& star
 }
 
 std::string FindPage::PickReportFile(const std::string& title, const std::string& start) {
-    FileRequest request{.title = ToQt(title),
-                        .filter = text_("Tab delimited") + QStringLiteral("|*.CSV"),
-                        .saving = true,
-                        .start = ToQt(start)};
-    return FromQt(zorvane::PickFile(request, text_, this));
+    return AskForReport(title, start, text_("Tab delimited"));
 }
 
 std::string FindPage::BrowseForFolder(const std::string& start) {
-    return FromQt(PickFolder(ToQt(start), folders_, text_, this));
+    return AskForFolder(start);
 }
 
 void FindPage::CompareFiles(const PerSide<std::string>& files) {

@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <QLineEdit>
 
-#include "common/ui/file_dialogs.h"
 #include "common/ui/progress_card.h"
 #include "common/ui/question.h"
 #include "folders/ui/compare_folders_page.h"
@@ -153,15 +152,11 @@ bool CompareFoldersPage::ShowNotice(const std::string& text, const std::string& 
 }
 
 std::string CompareFoldersPage::BrowseForFolder(const std::string& start) {
-    return FromQt(PickFolder(ToQt(start), folders_, text_, this));
+    return AskForFolder(start);
 }
 
 std::string CompareFoldersPage::PickReportFile(const std::string& title, const std::string& start) {
-    FileRequest request{.title = ToQt(title),
-                        .filter = text_("Comma delimited") + QStringLiteral("|*.CSV"),
-                        .saving = true,
-                        .start = ToQt(start)};
-    return FromQt(PickFile(request, text_, this));
+    return AskForReport(title, start, text_("Comma delimited"));
 }
 
 void CompareFoldersPage::CompareFiles(const PerSide<std::string>& files, bool new_window) {
