@@ -60,7 +60,7 @@ MadeViewer MainWindow::MakeFoldersViewer(const CommandLineRequest& request) {
         CompareFiles(files, new_window);
     };
     host.make_text_options = [this](QWidget& page) {
-        return new PairOptionsDialog(process_, *commands_, text_, &page);
+        return new PairOptionsDialog(process_, text_, &page);
     };
     auto page = std::make_unique<CompareFoldersPage>(*commands_, theme_, text_, std::move(host),
                                                      *process_.platform.folders);
