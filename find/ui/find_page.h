@@ -87,6 +87,7 @@ class FindPage : public RecordsPage, public FindTextWindow {
     void ShowStatus(FindPanel panel, const std::string& text) override;
     void SetCaption(const std::string& caption) override;
     void EnableAbort(bool enabled) override;
+    void WritingChanged() override;
     void SetHourglass(bool on) override;
     void GridChanged(FindGrid grid) override;
     void SizeRows(FindGrid grid) override;

@@ -67,7 +67,7 @@ void FindPage::ShowStatus(FindPanel panel, const std::string& text) {
 void FindPage::EnableAbort(bool enabled) {
     if (contents_ == nullptr)
         return;
-    boxes_->SetRunning(enabled);
+    boxes_->SetRunning(viewer_->CanAbort());
     if (enabled) {
         searching_ = true;
         ShowNothingFound();
@@ -77,6 +77,13 @@ void FindPage::EnableAbort(bool enabled) {
         ShowNothingFound();
         announcer_->End(text_("%1 hits").arg(viewer_->Engine().HitCount()));
     }
+    host_.commands_changed();
+}
+
+void FindPage::WritingChanged() {
+    if (contents_ == nullptr)
+        return;
+    boxes_->SetRunning(viewer_->CanAbort());
     host_.commands_changed();
 }
 

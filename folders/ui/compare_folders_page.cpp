@@ -1,5 +1,6 @@
 #include "folders/ui/compare_folders_page.h"
 
+#include <QHeaderView>
 #include <QMenu>
 #include <QStackedLayout>
 #include <QVBoxLayout>
@@ -88,9 +89,16 @@ QWidget* CompareFoldersPage::MakeGround() {
 }
 
 void CompareFoldersPage::ConnectParts() {
+    table_->order_changed = [this] {
+        bar_->ShowCounts(table_->Order());
+        ShowEmpty();
+        host_.commands_changed();
+    };
     boxes_->folder_chosen = [this](Side side, const QString& path) { TakeFolder(side, path); };
     boxes_->dropped = [this](Side side, const QStringList& paths) { DropFolders(side, paths); };
     boxes_->run_wanted = [this] { Compare(); };
+    connect(grid_->horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this] { boxes_->AlignTo(grid_->columnViewportPosition(1)); });
     connect(legend_, &FolderLegend::HideWanted, this, [this] { viewer_->ToggleLegend(); });
     connect(progress_, &ProgressCard::AbortClicked, this, [this] { viewer_->Abort(); });
 }
@@ -138,7 +146,10 @@ QString CompareFoldersPage::Caption() const {
 }
 
 void CompareFoldersPage::Tick() {
-    if (viewer_ == nullptr || !viewer_->Busy())
+    if (viewer_ == nullptr)
+        return;
+    table_->TakeOrder({});
+    if (!viewer_->Busy())
         return;
     const double all = std::max(1, viewer_->VestrelX1().getRecordCount());
     constexpr double kWhole = 100;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include <QPointer>
 
@@ -53,6 +54,8 @@ class CompareFoldersPage : public RecordsPage, public CompareFoldersWindow {
     void TakeFolder(Side side, const QString& path);
     void DropFolders(Side side, const QStringList& paths);
     void SetFilter(FolderFilter filter);
+    /// The letters of the grid so many times as large; nothing: as large as at first.
+    void ZoomFont(std::optional<double> times);
     /// One dialog for both; it blocks nobody.
     void ShowTextOptions(PairOptionsDialog::Tab tab);
     PairOptionsDialog* TextOptions() const { return text_options_; }
@@ -76,6 +79,7 @@ class CompareFoldersPage : public RecordsPage, public CompareFoldersWindow {
     // ---- the viewer's verbs (folder_verbs.cpp) ----
     void ShowStatus(FoldersPanel panel, const std::string& text) override;
     void RunChanged() override;
+    void WritingChanged() override;
     void RowsCleared() override;
     void RowsAdded() override;
     void RowsChanged(std::int32_t first, std::int32_t count) override;

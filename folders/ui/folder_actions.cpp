@@ -1,4 +1,6 @@
 // What a person does in a Compare Folders window.
+#include <algorithm>
+
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -47,9 +49,7 @@ void CompareFoldersPage::DropAt(QPointF place, const QStringList& paths) {
 }
 
 void CompareFoldersPage::SetFilter(FolderFilter filter) {
-    grid_->KeepPlace([&] { table_->Show(filter, table_->Order().Sort()); });
-    bar_->ShowCounts(table_->Order());
-    ShowEmpty();
+    table_->Show(filter, table_->Sort());
     host_.commands_changed();
 }
 
@@ -57,6 +57,19 @@ void CompareFoldersPage::TakeFont(const std::string& family, double points) {
     viewer_->Settings().FontName = family;
     viewer_->Settings().FontSize = points;
     grid_->ShowSettings();
+}
+
+void CompareFoldersPage::ZoomFont(std::optional<double> times) {
+    constexpr double kLeastPoints = 6;
+    constexpr double kMostPoints = 40;
+    const CompareFoldersSettings first;
+    if (!times) {
+        TakeFont(first.FontName, first.FontSize);
+        return;
+    }
+    const QFont now = grid_->font();
+    TakeFont(FromQt(now.family()),
+             std::clamp(now.pointSizeF() * *times, kLeastPoints, kMostPoints));
 }
 
 void CompareFoldersPage::ShowTextOptions(PairOptionsDialog::Tab tab) {

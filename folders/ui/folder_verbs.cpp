@@ -35,8 +35,8 @@ void CompareFoldersPage::ShowStatus(FoldersPanel panel, const std::string& text)
 void CompareFoldersPage::RunChanged() {
     if (contents_ == nullptr)
         return;
-    const bool running = viewer_->CanAbort();
-    bar_->SetRunning(running);
+    const bool running = viewer_->Busy();
+    bar_->SetRunning(viewer_->CanAbort());
     if (running && !was_running_) {
         fresh_ = false;
         announcer_->Begin(text_("Comparing Folders"));
@@ -53,8 +53,16 @@ void CompareFoldersPage::RunChanged() {
     host_.commands_changed();
 }
 
+void CompareFoldersPage::WritingChanged() {
+    if (contents_ == nullptr)
+        return;
+    bar_->SetRunning(viewer_->CanAbort());
+    host_.commands_changed();
+}
+
 void CompareFoldersPage::ShowEmpty() {
-    const bool shown = viewer_->CanReport() && !viewer_->CanAbort() && table_->rowCount() == 0;
+    const bool shown = viewer_->CanReport() && !viewer_->Busy() && !table_->MakesOrder() &&
+                       table_->rowCount() == 0;
     const FolderFilter filter = table_->Order().Filter();
     empty_->setText(filter == FolderFilter::All
                         ? text_("Nothing to compare here. File types: %1")
@@ -68,18 +76,12 @@ void CompareFoldersPage::RowsCleared() {
         return;
     table_->Clear();
     grid_->ShowSettings();
-    bar_->ShowCounts(table_->Order());
     empty_->hide();
 }
 
 void CompareFoldersPage::RowsAdded() {
-    if (contents_ == nullptr)
-        return;
-    if (table_->Order().Sort().on)
-        grid_->KeepPlace([this] { table_->TakeRows(); });
-    else
+    if (contents_ != nullptr)
         table_->TakeRows();
-    bar_->ShowCounts(table_->Order());
 }
 
 void CompareFoldersPage::RowsChanged(std::int32_t first, std::int32_t count) {

@@ -197,6 +197,9 @@ TEST_F(FoldersPageTest, ComesBackTheNextDayAndSwaps) {
         page.Grid().horizontalHeader()->resizeSection(0, page.Grid().columnWidth(0) + 90);
         share = ShareOfOriginal(page);
         EXPECT_GT(share, 0.55);
+        const QWidget& modified = *page.Boxes().Box(Side::Modified).parentWidget();
+        EXPECT_NEAR(modified.x(), page.Grid().columnViewportPosition(1), 20)
+            << "folders stand above their columns";
         world.frame.CloseFrame();
     }
     WindowWorld world(fakes, theme);
@@ -265,6 +268,9 @@ TEST_F(FoldersPageTest, EditsTheOptionsOfTextsAndOfReports) {
         if (box->text() == QStringLiteral("Ignore Case"))
             box->click();
     }
+    for (const QAbstractButton* button : dialog->findChildren<Button*>())
+        EXPECT_TRUE(button->isEnabled()) << FromQt(button->text());
+    EXPECT_TRUE(InDialog<QDialog>(dialog->Commands(), "types.word", [](QDialog&) {}));
     dialog->close();
     ASSERT_TRUE(WindowWorld::Until([&] { return page.TextOptions() == nullptr; }));
     Write("old", "a/changed 1.txt", "WORDS");
