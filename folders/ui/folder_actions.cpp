@@ -3,6 +3,7 @@
 
 #include <QClipboard>
 #include <QFileInfo>
+#include <QFontInfo>
 #include <QGuiApplication>
 
 #include "folders/ui/compare_folders_page.h"
@@ -68,7 +69,7 @@ void CompareFoldersPage::ZoomFont(std::optional<double> times) {
         return;
     }
     const QFont now = grid_->font();
-    TakeFont(FromQt(now.family()),
+    TakeFont(FromQt(QFontInfo(now).family()),
              std::clamp(now.pointSizeF() * *times, kLeastPoints, kMostPoints));
 }
 

@@ -237,6 +237,11 @@ TEST_F(FoldersPageTest, ANarrowWindowOffersTheKindsInAMenu) {
     FoldersBar& bar = page.Bar();
     world.window.resize(1200, 700);
     ASSERT_TRUE(WindowWorld::Until([&] { return bar.KindsButton().isHidden(); }));
+    const double points = page.Grid().font().pointSizeF();
+    EXPECT_TRUE(world.window.Commands().Run("view.zoom_in"));
+    EXPECT_GT(page.Grid().font().pointSizeF(), points);
+    EXPECT_TRUE(world.window.Commands().Run("view.zoom_reset"));
+    EXPECT_EQ(page.Grid().font().pointSizeF(), points);
     page.Grid().horizontalHeader()->resizeSection(0, page.Grid().columnWidth(0) + 60);
     const QWidget& half = *page.Boxes().Box(Side::Modified).parentWidget();
     EXPECT_TRUE(WindowWorld::Until([&] {
