@@ -78,6 +78,7 @@ void CompareFoldersPage::ShowTextOptions(PairOptionsDialog::Tab tab) {
         text_options_ = host_.make_text_options(*this);
         text_options_->setAttribute(Qt::WA_DeleteOnClose);
         theme_.Dress(*text_options_);
+        text_options_->dress = [this](QMenu& menu) { theme_.Dress(menu); };
     }
     text_options_->ShowTab(tab);
     text_options_->show();

@@ -176,11 +176,14 @@ FolderGrid::FolderGrid(frmCompareDir& viewer, FolderTable& table, const UiText& 
 void FolderGrid::ShowSettings() {
     CompareFoldersSettings& settings = viewer_.Settings();
     ShowFont({settings.FontName, settings.FontSize, settings.FontBold, settings.FontItalic});
-    const int words = QFontMetrics(font()).horizontalAdvance(QStringLiteral("[M]>[O]"));
+    const auto column = [this](const QString& words) {
+        const int room = QFontMetrics(font()).horizontalAdvance(words) + kWindowEdge + kMedium;
+        return GridColumn{.least = std::max(room, kLeastOther)};
+    };
     const GridColumn names{.least = kLeastNames, .shares = true};
-    const GridColumn other{.least = std::max(words + kWindowEdge + kMedium, kLeastOther)};
+    const GridColumn sign = column(QStringLiteral("[M]>[O]"));
     SetColumns(
-        {names, names, other, other, other},
+        {names, names, column(QStringLiteral("12C, 12A, 12D")), sign, sign},
         [this](int at) { return viewer_.ColumnWidth(static_cast<FolderColumn>(at)); },
         [&settings](int at, std::int32_t twips) {
             std::int32_t* const stored[] = {&settings.mlCol1Width_CD, &settings.mlCol2Width_CD,

@@ -79,6 +79,7 @@ void PairOptionsDialog::BindTypes() {
 void PairOptionsDialog::ChooseType() {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    dress(*menu);
     for (const char* id :
          {"types.text", "types.word", "types.pdf", "types.sheets", "types.slides", "types.html"})
         menu->addAction(commands_.Action(id));

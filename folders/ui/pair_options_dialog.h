@@ -1,6 +1,8 @@
 // How folders compare texts and report on pairs: the options of the first Compare Files viewer.
 #pragma once
 
+#include <functional>
+
 #include "common/ui/bars.h"
 #include "common/ui/command_table.h"
 #include "common/ui/dialog.h"
@@ -25,6 +27,7 @@ class PairOptionsDialog : public Dialog {
     OptionArea& Pages() { return *pages_; }
     /// What the pages' buttons run; those of a compare have no meaning here.
     CommandSet& Commands() { return commands_; }
+    std::function<void(QMenu&)> dress = [](QMenu&) {};  ///< in the look of the window
 
   protected:
     void done(int result) override;
