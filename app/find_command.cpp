@@ -65,6 +65,15 @@ CLI::App* AddFindCommand(CLI::App& app, FindCommand& command) {
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
         ->group(group);
+    find->add_option("--password", command.load.password,
+                     "Password of documents that ask for one; other users may see it in the list "
+                     "of processes")
+        ->type_name("TEXT");
+    find->add_option("--password-file", command.load.password_file,
+                     "Read the password from the first line of this file")
+        ->type_name("FILE");
+    find->add_flag("--ask-password", command.load.ask_password,
+                   "Ask for the password on the terminal");
     find->add_flag("--no-cache", command.no_cache,
                    "Neither use nor keep texts of documents that were read before");
     find->add_flag("--no-sandbox", command.no_sandbox,

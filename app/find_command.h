@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "app/load_options.h"
 #include "common/base/result.h"
 
 namespace CLI {
@@ -37,6 +38,7 @@ struct FindCommand {
     bool quiet = false;
     std::string color = "auto";
 
+    LoadOptions load{};  ///< the password of documents alone
     bool no_cache = false;
     bool no_sandbox = false;
 };

@@ -6,6 +6,7 @@
 
 #include "app/find_command.h"
 #include "app/input_file.h"
+#include "app/passwords.h"
 #include "app/terminal_window.h"
 #include "common/log_message.h"
 #include "common/platform/terminal.h"
@@ -62,6 +63,11 @@ class FindRunner : private FindReceiver {
         if (command_.office) {
             documents_.emplace(process_,
                                command_.no_cache ? TextCache("") : UserTextCache(process_));
+            LoadOptions load = command_.load;
+            if (Status filled = FillPasswords(load); !filled.ok())
+                return filled;
+            documents_->UsePassword(load.original_password.empty() ? load.password
+                                                                   : load.original_password);
         }
         FindStyle style;
         style.layout = command_.json    ? FindLayout::Json

@@ -7,6 +7,7 @@
 #include "common/log_message.h"
 #include "common/process_state.h"
 #include "folders/compare_folders_viewer.h"
+#include "load/extracted_texts.h"
 
 namespace zorvane {
 
@@ -25,8 +26,10 @@ ViewerFactories SilentViewers(ProcessState& process) {
     };
     factories.compare_folders = [&process](const CommandLineRequest& request) {
         auto window = std::make_unique<SilentFoldersWindow>();
+        auto viewer = std::make_unique<frmCompareDir>(process, *window, request.bClearHistory);
+        viewer->KeepChecksIn(UserTextCache(process));
         MadeViewer made;
-        made.viewer = std::make_unique<frmCompareDir>(process, *window, request.bClearHistory);
+        made.viewer = std::move(viewer);
         made.window = std::move(window);
         return made;
     };

@@ -1,15 +1,18 @@
-// What the grid of a Compare Folders window takes with many rows: scrolling, sorting, filtering and
-// memory. Runs without a display: QT_QPA_PLATFORM=offscreen HOME=(an empty folder)
+// What the grid of a Compare Folders window takes with many rows: scrolling, sorting, filtering,
+// the report and memory; and how long the window pauses meanwhile. Runs without a display:
+// QT_QPA_PLATFORM=offscreen HOME=(an empty folder)
 //   zv_folder_grid_times ORIGINAL MODIFIED
 // Milliseconds of the processor, which a busy machine does not change, and of the clock.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <QApplication>
@@ -62,6 +65,49 @@ double MegabytesInUse() {
     return resident / kPagesOfMegabyte;
 }
 
+// The turns of the window until something beside it is done.
+void LiveUntil(Times& turns, const std::function<bool()>& done) {
+    while (!done()) {
+        turns.Take([] {});
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+void MeasureOrders(MainWindow& window, CompareFoldersPage& page) {
+    const auto made = [&page] { return !page.Table().MakesOrder(); };
+    for (int column = 0; column < page.Table().columnCount(); ++column) {
+        Times pauses;
+        const double begin = Clock(CLOCK_MONOTONIC);
+        for (int turn = 0; turn < 3; ++turn) {
+            pauses.Take([&] { Q_EMIT page.Grid().horizontalHeader()->sectionClicked(column); });
+            LiveUntil(pauses, made);
+        }
+        pauses.Tell(("sort by column " + std::to_string(column)).c_str());
+        std::printf("  until the rows stood there: %.0f ms each\n",
+                    (Clock(CLOCK_MONOTONIC) - begin) / 3);
+    }
+    Times filters;
+    for (const char* command : {"view.show_changes", "view.show_deletions", "folders.show_same",
+                                "view.show_additions", "view.show_all"}) {
+        filters.Take([&] { window.Commands().Run(command); });
+        LiveUntil(filters, made);
+    }
+    filters.Tell("filter");
+}
+
+void MeasureReport(MainWindow& window, CompareFoldersPage& page) {
+    Times pauses;
+    const double begin = Clock(CLOCK_MONOTONIC);
+    const std::string file =
+        (std::filesystem::temp_directory_path() / "folder_grid_times.csv").string();
+    page.Viewer()->Settings().txtDefaultReportCSV = file;
+    pauses.Take([&] { window.Commands().Run("report.make"); });
+    LiveUntil(pauses, [&page] { return !page.Viewer()->WritesReport(); });
+    pauses.Tell("report");
+    std::printf("  written after %.0f ms\n", Clock(CLOCK_MONOTONIC) - begin);
+    std::filesystem::remove(file);
+}
+
 void Measure(MainWindow& window, CompareFoldersPage& page) {
     QScrollBar& bar = *page.Grid().verticalScrollBar();
     std::mt19937 random(1);
@@ -75,21 +121,20 @@ void Measure(MainWindow& window, CompareFoldersPage& page) {
     }
     jumps.Tell("scroll: a jump");
     steps.Tell("scroll: a step of the wheel");
-    for (int column = 0; column < page.Table().columnCount(); ++column) {
-        Times sorts;
-        for (int turn = 0; turn < 3; ++turn)
-            sorts.Take([&] { Q_EMIT page.Grid().horizontalHeader()->sectionClicked(column); });
-        sorts.Tell(("sort by column " + std::to_string(column)).c_str());
-    }
-    Times filters;
-    for (const char* command : {"view.show_changes", "view.show_deletions", "folders.show_same",
-                                "view.show_additions", "view.show_all"})
-        filters.Take([&] { window.Commands().Run(command); });
-    filters.Tell("filter");
+    MeasureOrders(window, page);
+    MeasureReport(window, page);
 }
+
+// The report is opened by nobody.
+class NoShell : public ShellOpen {
+  public:
+    Status Open(const std::string&) override { return Status::Ok(); }
+    Status EditText(const std::string&) override { return Status::Ok(); }
+};
 
 int Run(Theme& theme, const std::string& original, const std::string& modified) {
     Platform platform = MakePosixPlatform();
+    platform.shell = std::make_unique<NoShell>();
     ProcessState process(platform);
     MainWindow window(process, theme);
     frmMainMDI frame(process, window, window.Viewers());
@@ -104,8 +149,7 @@ int Run(Theme& theme, const std::string& original, const std::string& modified) 
     window.OpenFolders({original, modified});
     CompareFoldersPage& page = *window.ActiveFolders();
     Times turns;
-    while (!page.Viewer()->CanReport())
-        turns.Take([] {});
+    LiveUntil(turns, [&page] { return page.Viewer()->CanReport(); });
     std::printf("%d rows after %.1f s, %.0f MB more than before\n", page.Table().rowCount(),
                 (Clock(CLOCK_MONOTONIC) - begin) / 1e3, MegabytesInUse() - before);
     turns.Tell("the window while it runs");

@@ -33,6 +33,8 @@ frmFindTextInFiles::frmFindTextInFiles(ProcessState& process, FindTextWindow& wi
       documents_(process) {
     OrbenX1.SetDocuments(&documents_);
     OrbenX1.SetEvents(this);
+    OrbenX1.SetTranslation(
+        [this](std::string_view english) { return process_.Translate(english); });
 }
 
 frmFindTextInFiles::~frmFindTextInFiles() {
@@ -73,6 +75,7 @@ void frmFindTextInFiles::SaveIniFile() {
 void frmFindTextInFiles::Close() {
     window_.CloseDialogs();
     lines_.Drop();
+    writing_.Stop();
     OrbenX1.Release();
     SaveIniFile();
 }
@@ -134,6 +137,7 @@ void frmFindTextInFiles::TakeSwitches() {
 }
 
 void frmFindTextInFiles::BeginSearch() {
+    StopWriting();
     // What an earlier search still tells belongs to nobody.
     OrbenX1.Release();
     {
@@ -165,6 +169,8 @@ void frmFindTextInFiles::ClearResultGrids() {
 }
 
 void frmFindTextInFiles::Abort() {
+    if (StopWriting())
+        window_.ShowStatus(FindPanel::Main, process_.Translate("The report was not written"));
     if (!abort_enabled_)
         return;
     OrbenX1.AbortSearch();
@@ -182,6 +188,7 @@ void frmFindTextInFiles::Abort() {
 
 bool frmFindTextInFiles::Poll() {
     TakeLines({});
+    TakeReport({});
     // Asked first: what was found before the end is then all there.
     const bool searching = OrbenX1.IsSearching();
     if (aborted_ && !searching) {

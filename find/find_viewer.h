@@ -87,12 +87,16 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     void FinishReading();
     /// The entry "What To Find" with a sign of the picker in it; ticks the box.
     void PickSign(const ExpressionSign& sign);
+    /// Written beside the window, then opened in a text editor.
     void mnuReportTabDelimitedFile_Click();
+    bool WritesReport() const { return writing_.Busy(); }
+    /// Waits for it.
+    void FinishWriting();
     /// `cmdSelectFolder`.
     void ChooseFolder();
     /// `cmdSelectReportFolderDefaultCSV`.
     void ChooseReportFile();
-    bool CanAbort() const { return abort_enabled_; }
+    bool CanAbort() const { return abort_enabled_ || WritesReport(); }
     /// The last search came to its end by itself.
     bool Completed() const { return completed_; }
 
@@ -142,7 +146,8 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     void Finished();
     void ShowElapsed(std::int64_t milliseconds);
     std::int64_t Elapsed();
-    std::string ReportsFile(const char* name) const;
+    std::string ReportsFile(const std::string& name) const;
+    std::string TextFile() const;
     struct HitLines {
         std::string source;  ///< the file that they were read from
         bool readable = false;
@@ -161,6 +166,8 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     HitLines ReadLines(const HitRequest& request, const BackgroundValue<HitLines>::Stop& stop);
     void BeginReading();
     void TakeLines(std::chrono::milliseconds patience);
+    void TakeReport(std::chrono::milliseconds patience);
+    bool StopWriting();
 
     ProcessState& process_;
     FindTextWindow& window_;
@@ -192,7 +199,9 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     ShownHit shown_;
     std::shared_ptr<const HitDocument> document_;
     TextRange document_place_{CharPos{0}, -1};
-    BackgroundValue<HitLines> lines_;  ///< the last member: it uses what stands above
+    // The last members: they use what stands above.
+    BackgroundValue<HitLines> lines_;
+    ReportWriting writing_;
 };
 
 }  // namespace zorvane

@@ -50,8 +50,15 @@ std::string frmFindTextInFiles::ErrorText(std::int32_t lCode, const std::string&
 
 // ---- what a person does with hits ----
 
-std::string frmFindTextInFiles::ReportsFile(const char* name) const {
+std::string frmFindTextInFiles::ReportsFile(const std::string& name) const {
     return process_.gsDataFolder + "\\Reports\\" + name;
+}
+
+// Each window has its own: two may read documents at a time.
+std::string frmFindTextInFiles::TextFile() const {
+    const std::string number = msFormName.substr(0, msFormName.find('_'));
+    return ReportsFile(number.empty() || number == "1" ? "DemoTemp.TXT"
+                                                       : "DemoTemp" + number + ".TXT");
 }
 
 ShownHit frmFindTextInFiles::HitAt(std::int32_t hit) const {
@@ -86,7 +93,7 @@ void frmFindTextInFiles::BeginReading() {
                        .whole = settings_.bShowDocument,
                        .known = document_};
     if (OrbenX1.SupportOfficeDocs())
-        request.text_file = ReportsFile("DemoTemp.TXT");
+        request.text_file = TextFile();
     lines_.Begin([this, request](const auto& stop) { return ReadLines(request, stop); });
     TakeLines(kPatience);
 }
@@ -150,12 +157,45 @@ void frmFindTextInFiles::mnuReportTabDelimitedFile_Click() {
     const std::string path =
         ReplaceDateTokens(settings_.txtDefaultReportCSV, process_.platform.clock->Now());
     MakeDirectoryTree(std::string(ParentOf(path)));
-    if (const Status written = OrbenX1.WriteReport(path); !written.ok()) {
-        window_.ShowMessage(written.failure().reason);
+    writing_.Begin(path, [this](const std::string& file, const WritingWatch& watch) {
+        return OrbenX1.WriteReport(file, watch);
+    });
+    window_.WritingChanged();
+    TakeReport(kPatience);
+}
+
+void frmFindTextInFiles::TakeReport(std::chrono::milliseconds patience) {
+    if (!writing_.Busy())
+        return;
+    const std::optional<ReportWriting::Written> written = writing_.Take(patience);
+    if (!written) {
+        if (!timer_on_)
+            window_.ShowStatus(FindPanel::Main, process_.Translate("Creating Report") + "... " +
+                                                    std::to_string(writing_.Percent()) + " %");
         return;
     }
-    if (const Status opened = process_.platform.shell->EditText(path); !opened.ok())
-        window_.ShowMessage(opened.failure().reason);
+    if (!timer_on_)
+        window_.ShowStatus(FindPanel::Main, completed_ ? "Scan Completed" : "");
+    window_.WritingChanged();
+    Status end = written->status;
+    if (end.ok())
+        end = process_.platform.shell->EditText(written->file);
+    if (!end.ok())
+        window_.ShowMessage(end.failure().reason);
+}
+
+void frmFindTextInFiles::FinishWriting() {
+    while (writing_.Busy())
+        TakeReport(kPatience);
+}
+
+// False: none was in work.
+bool frmFindTextInFiles::StopWriting() {
+    if (!writing_.Busy())
+        return false;
+    writing_.Stop();
+    window_.WritingChanged();
+    return true;
 }
 
 void frmFindTextInFiles::ToggleMark(std::int32_t hit) {

@@ -43,6 +43,8 @@ class FindTextWindow {
     virtual void ShowStatus(FindPanel panel, const std::string& text) = 0;
     virtual void SetCaption(const std::string& caption) = 0;
     virtual void EnableAbort(bool enabled) = 0;
+    /// A report is being written beside the window, or no longer: `WritesReport`.
+    virtual void WritingChanged() = 0;
     virtual void SetHourglass(bool on) = 0;
     /// Rows of a grid came or went, or all of it is another: its model is asked anew.
     virtual void GridChanged(FindGrid grid) = 0;

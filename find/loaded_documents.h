@@ -15,6 +15,8 @@ class LoadedDocuments : public DocumentTexts {
     /// The user's own cache.
     explicit LoadedDocuments(ProcessState& process);
 
+    void UsePassword(std::string password) { texts_.UsePassword(std::move(password)); }
+
     bool IsDocument(std::string_view name) override { return IsReadAsDocument(name); }
     Text TextOf(const std::string& path, const std::function<bool()>& stop) override;
 

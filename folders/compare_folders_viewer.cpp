@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::int32_t kMostRecent = 10;
 constexpr std::int32_t kJapanese = 1041;
+// So long a report may keep a window waiting; most are there sooner, and nothing flickers.
+constexpr std::chrono::milliseconds kPatience{30};
 
 bool SeesJapanese(ProcessState& process) {
     return process.platform.locale->LocaleId() == kJapanese &&
@@ -25,6 +27,7 @@ frmCompareDir::frmCompareDir(ProcessState& process, CompareFoldersWindow& window
       clear_history_(clear_history),
       moOptions_(process.gsDataFolder),
       rows_(process, engine_),
+      renames_(process),
       commands_(process, rows_, window) {
     engine_.putFolderEvents(this);
 }
@@ -87,6 +90,7 @@ void frmCompareDir::SaveIniFile() {
 
 void frmCompareDir::Close() {
     window_.CloseDialogs();
+    writing_.Stop();
     renames_.Stop();
     engine_.AbortCompare();
     engine_.ReleaseEngine();
@@ -230,12 +234,68 @@ TextPair frmCompareDir::PairOf(const FolderRecord& record) const {
             report_type_};
 }
 
+// ---- the report ----
+
 void frmCompareDir::mnuReportTabDelimitedFile() {
-    std::string file = settings_.txtDefaultReportCSV;
-    if (!CreateTabDelimitedReport(file))
+    writing_.Begin(ReportFile(settings_.txtDefaultReportCSV),
+                   [report = MakeReport()](const std::string& file, const WritingWatch& watch) {
+                       return WriteFolderReport(report, file, watch);
+                   });
+    window_.WritingChanged();
+    TakeReport(kPatience);
+}
+
+void frmCompareDir::TakeReport(std::chrono::milliseconds patience) {
+    if (!writing_.Busy())
         return;
-    if (const Status opened = process_.platform.shell->EditText(file); !opened.ok())
-        window_.ShowMessage(opened.failure().reason, Translate("Error"));
+    const std::optional<ReportWriting::Written> written = writing_.Take(patience);
+    if (!written) {
+        window_.ShowStatus(FoldersPanel::Main, Translate("Creating Report") + "... " +
+                                                   std::to_string(writing_.Percent()) + " %");
+        return;
+    }
+    window_.ShowStatus(FoldersPanel::Main, Translate("Compare Completed"));
+    window_.WritingChanged();
+    Status end = written->status;
+    if (end.ok())
+        end = process_.platform.shell->EditText(written->file);
+    if (!end.ok())
+        window_.ShowMessage(end.failure().reason, Translate("Error"));
+}
+
+void frmCompareDir::FinishWriting() {
+    while (writing_.Busy())
+        TakeReport(kPatience);
+}
+
+// Its folder is made where it is not there.
+std::string frmCompareDir::ReportFile(const std::string& named) const {
+    std::string file = ReplaceDateTokens(named, process_.platform.clock->Now());
+    const std::string folder = sGetFolderPart(file);
+    if (!folder.empty() && !bDirectoryExists(folder))
+        MakeDirectoryTree(folder);
+    return file;
+}
+
+FolderReport frmCompareDir::MakeReport() const {
+    FolderReport report{engine_, Translate("ERR") + ": " + Translate("File"), {}};
+    if (!checks_)
+        return report;
+    report.words_differ = [&checks = *checks_](std::int32_t record) -> std::optional<bool> {
+        const std::optional<TextCheck> check = checks.Result(record);
+        if (!check || check->end != TextCheckEnd::Compared)
+            return std::nullopt;
+        return check->Differences() > 0;
+    };
+    return report;
+}
+
+bool frmCompareDir::CreateTabDelimitedReport(std::string& sFile) {
+    sFile = ReportFile(sFile);
+    const Status written = WriteFolderReport(MakeReport(), sFile);
+    if (!written.ok())
+        Tell(Translate("Error") + " # " + written.failure().reason, Translate("Error"));
+    return written.ok();
 }
 
 }  // namespace zorvane

@@ -1,6 +1,7 @@
 // The Compare Folders viewer: two folders, a run in the background, its rows and reports.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -8,10 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "common/report_writing.h"
 #include "common/string_utilities.h"
 #include "compare/engine/vestrel_x.h"
 #include "compare/viewer.h"
 #include "folders/file_commands.h"
+#include "folders/folder_report.h"
 #include "folders/folder_rows.h"
 #include "folders/folders_window.h"
 #include "folders/rename_search.h"
@@ -83,7 +86,7 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     /// its text checks also from `adjust`.
     void BeginCommandLine(std::function<void(clsCompareFileOptions&)> adjust);
     void EndCommandLine() { command_line_ = false; }
-    bool CanAbort() const { return running_; }
+    bool CanAbort() const { return running_ || WritesReport(); }
     bool CanReport() const { return ended_; }
     /// What the engine could not do, behind a head line.
     const std::vector<std::string>& ErrorMessages() const { return errors_; }
@@ -104,8 +107,11 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     bool LooksForRenamed() const { return renames_.Busy(); }
 
     // ---- the report ----
-    /// To the file of the settings, then opened in a text editor.
+    /// To the file of the settings, beside the window, then opened in a text editor.
     void mnuReportTabDelimitedFile();
+    bool WritesReport() const { return writing_.Busy(); }
+    /// Waits for it.
+    void FinishWriting();
     /// `sFile`: its date tokens are replaced. False after a failure, which has been shown.
     bool CreateTabDelimitedReport(std::string& sFile);
 
@@ -121,6 +127,9 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     void EndRun();
     void LookForRenamed();
     void TakeRenamed();
+    FolderReport MakeReport() const;
+    std::string ReportFile(const std::string& named) const;
+    void TakeReport(std::chrono::milliseconds patience);
     void TakeErrors();
     void ShowCounts();
     void ShowElapsed();
@@ -163,6 +172,7 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     FolderRows rows_;
     RenameSearch renames_;  ///< of the scan of the engine, which it goes before
     FileCommands commands_;
+    ReportWriting writing_;  ///< the last member: it uses what stands above
 };
 
 }  // namespace zorvane

@@ -36,9 +36,20 @@ std::string LastField(const FolderReport& report, const FolderRecord& record) {
     return differ.value_or(true) ? "1" : "0";
 }
 
+void AddRow(const FolderReport& report, const FolderRecord& record, std::string& out) {
+    for (const std::string& text : {std::to_string(record.Record), Cell(record.FileName),
+                                    Cell(record.DirMaster), Cell(record.DirSource)})
+        out.append(text) += '\t';
+    for (const std::int32_t number : {record.IsFile, record.OnlyInSource, record.OnlyInMaster,
+                                      record.SizeDifferent, record.DateDifferent})
+        out.append(std::to_string(number)) += '\t';
+    out.append(LastField(report, record)) += "\r\n";
+}
+
 }  // namespace
 
-Status WriteFolderReport(const FolderReport& report, const std::string& file) {
+Status WriteFolderReport(const FolderReport& report, const std::string& file,
+                         const WritingWatch& watch) {
     constexpr std::size_t kPart = 1 << 16;
     Result<FileReplacement> target = FileReplacement::Begin(file);
     if (!target.ok())
@@ -49,16 +60,12 @@ Status WriteFolderReport(const FolderReport& report, const std::string& file) {
         const std::optional<FolderRecord> found = report.engine.GetFolderRecord(index);
         if (!found)
             break;
-        const FolderRecord& record = *found;
-        for (const std::string& text : {std::to_string(index), Cell(record.FileName),
-                                        Cell(record.DirMaster), Cell(record.DirSource)})
-            out.append(text) += '\t';
-        for (const std::int32_t number : {record.IsFile, record.OnlyInSource, record.OnlyInMaster,
-                                          record.SizeDifferent, record.DateDifferent})
-            out.append(std::to_string(number)) += '\t';
-        out.append(LastField(report, record)) += "\r\n";
+        AddRow(report, *found, out);
         if (out.size() < kPart)
             continue;
+        if (watch.stop())
+            return Failure{"stopped"};
+        watch.progress(static_cast<int>(std::int64_t{100} * index / count));
         if (Status written = target.value().Write(out); !written.ok())
             return written;
         out.clear();

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "common/base/result.h"
+#include "common/report_writing.h"
 #include "compare/engine/vestrel_x.h"
 
 namespace zorvane {
@@ -21,6 +22,8 @@ struct FolderReport {
 
 /// Of the records that are there when it begins. A name with a tab or a line break in it is shown
 /// with pictures of them, so that a row stays a row.
-Status WriteFolderReport(const FolderReport& report, const std::string& file);
+/// On any thread; a stop is a failure, and no file is left.
+Status WriteFolderReport(const FolderReport& report, const std::string& file,
+                         const WritingWatch& watch = {});
 
 }  // namespace zorvane

@@ -1,5 +1,6 @@
 // The runs of a Compare Folders viewer.
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "common/base/text_encoding.h"
@@ -7,13 +8,15 @@
 #include "common/log_message.h"
 #include "common/process_state.h"
 #include "folders/compare_folders_viewer.h"
-#include "folders/folder_report.h"
 #include "folders/report_names.h"
 
 namespace zorvane {
 namespace {
 
 constexpr std::int32_t kRecordsOfTick = 20;  // a huge result does not freeze a window
+// Behind the engine's end; all at once, a million rows would keep a window for 90 ms.
+constexpr std::int32_t kRecordsOfLastTick = 100'000;
+constexpr std::int32_t kPairsOfTick = 1000;
 constexpr std::int32_t kAll = 0;
 
 }  // namespace
@@ -77,6 +80,7 @@ void frmCompareDir::SetEngine() {
     engine_.putMasterFolder(moOptions_.sFolderOriginal.Data());
     engine_.putSourceFolder(moOptions_.sFolderModified.Data());
     engine_.putFileTypes(moOptions_.sExtension.Data());
+    engine_.FolderOptions().behind_windows = !command_line_;
 }
 
 void frmCompareDir::ClearGridbox() {
@@ -88,6 +92,7 @@ bool frmCompareDir::RefreshDiffViewer() {
     if (!CheckFolders())
         return false;
     window_.RefreshCaption();
+    writing_.Stop();
     renames_.Stop();
     engine_.AbortCompare();
     engine_.ReleaseEngine();
@@ -158,7 +163,8 @@ void frmCompareDir::QueueTextChecks() {
     if (!checks_)
         return;
     const FolderScan& scan = engine_.Folders();
-    for (const std::int32_t count = engine_.getRecordCount(); mlNextCheck_ < count;
+    std::int32_t pairs = command_line_ ? std::numeric_limits<std::int32_t>::max() : kPairsOfTick;
+    for (const std::int32_t count = engine_.getRecordCount(); mlNextCheck_ < count && pairs > 0;
          ++mlNextCheck_) {
         const ScannedEntry& entry = scan.Entry(static_cast<std::size_t>(mlNextCheck_));
         if (entry.content != PairContent::Different || entry.original != EntryKind::File ||
@@ -168,6 +174,7 @@ void frmCompareDir::QueueTextChecks() {
         if (!moOptions_.bCreateReport.Data())
             pair.report.clear();
         checks_->Add(mlNextCheck_, std::move(pair));
+        --pairs;
     }
 }
 
@@ -177,7 +184,7 @@ bool frmCompareDir::RowIsReady(std::int32_t record) const {
 
 void frmCompareDir::WriteFindings(std::int32_t lMaxRecords) {
     QueueTextChecks();
-    const std::int32_t count = engine_.getRecordCount();
+    const std::int32_t count = checks_ ? mlNextCheck_ : engine_.getRecordCount();
     const std::int32_t last =
         lMaxRecords < 1 ? count : std::min(count, mlNextRecord_ + lMaxRecords);
     const std::int32_t first = mlNextRecord_;
@@ -220,13 +227,14 @@ void frmCompareDir::ShowTicker() {
 bool frmCompareDir::Poll() {
     if (!running_) {
         TakeRenamed();
+        TakeReport({});
         return false;
     }
     ShowTicker();
     const bool busy = engine_.getBusy();  // asked first: what comes meanwhile is taken next time
     TakeErrors();
     if (!busy)
-        WriteFindings(kAll);
+        WriteFindings(command_line_ ? kAll : kRecordsOfLastTick);
     else if (moOptions_.bStreamFindings.Data())
         WriteFindings(command_line_ ? kAll : kRecordsOfTick);
     else
@@ -252,9 +260,12 @@ void frmCompareDir::EndRun() {
 }
 
 void frmCompareDir::LookForRenamed() {
-    if (settings_.TellRenamed && ended_ && !command_line_)
-        renames_.Start(engine_.Folders(),
-                       {moOptions_.sFolderOriginal.Data(), moOptions_.sFolderModified.Data()});
+    if (!settings_.TellRenamed || !ended_ || command_line_)
+        return;
+    // To read documents takes long: only where their texts are compared anyway.
+    renames_.Start(engine_.Folders(),
+                   {moOptions_.sFolderOriginal.Data(), moOptions_.sFolderModified.Data()},
+                   moOptions_.bContentCompareText.Data() ? check_cache_ : std::nullopt);
 }
 
 void frmCompareDir::TakeRenamed() {
@@ -262,13 +273,15 @@ void frmCompareDir::TakeRenamed() {
     if (!found || found->empty())
         return;
     rows_.TellRenamed(*found);
-    for (const RenamedEntry& entry : *found) {
-        window_.RowsChanged(entry.original, 1);
-        window_.RowsChanged(entry.modified, 1);
-    }
+    window_.RowsChanged(0, RowCount());
 }
 
 void frmCompareDir::Abort() {
+    if (writing_.Busy()) {
+        writing_.Stop();
+        window_.ShowStatus(FoldersPanel::Main, Translate("The report was not written"));
+        window_.WritingChanged();
+    }
     if (!running_)
         return;
     window_.SetHourglass(false);
@@ -278,27 +291,6 @@ void frmCompareDir::Abort() {
     running_ = false;
     window_.ShowStatus(FoldersPanel::Main, Translate("Compare Aborted"));
     window_.RunChanged();
-}
-
-bool frmCompareDir::CreateTabDelimitedReport(std::string& sFile) {
-    sFile = ReplaceDateTokens(sFile, process_.platform.clock->Now());
-    const std::string folder = sGetFolderPart(sFile);
-    if (!folder.empty() && !bDirectoryExists(folder))
-        MakeDirectoryTree(folder);
-    FolderReport report{engine_, Translate("ERR") + ": " + Translate("File"), {}};
-    if (checks_) {
-        report.words_differ = [this](std::int32_t record) -> std::optional<bool> {
-            const std::optional<FolderRecord> found = rows_.Record(record);
-            if (!found || !checks_->Wanted(record))
-                return std::nullopt;
-            return !Trim(rows_.ContentsCell(*found)).empty();
-        };
-    }
-    const Status written = WriteFolderReport(report, sFile);
-    if (written.ok())
-        return true;
-    Tell(Translate("Error") + " # " + written.failure().reason, Translate("Error"));
-    return false;
 }
 
 }  // namespace zorvane

@@ -20,6 +20,8 @@ class CompareFoldersWindow {
     virtual void ShowStatus(FoldersPanel panel, const std::string& text) = 0;
     /// A run began, ended or was stopped: `CanAbort`, `CanReport`.
     virtual void RunChanged() = 0;
+    /// A report is being written beside the window, or no longer: `WritesReport`.
+    virtual void WritingChanged() = 0;
     /// The grid is empty, its widths and font are those of the settings.
     virtual void RowsCleared() = 0;
     /// Rows were added behind those that it knows.
@@ -59,6 +61,7 @@ class SilentFoldersWindow : public CompareFoldersWindow {
   public:
     void ShowStatus(FoldersPanel, const std::string&) override {}
     void RunChanged() override {}
+    void WritingChanged() override {}
     void RowsCleared() override {}
     void RowsAdded() override {}
     void RowsChanged(std::int32_t, std::int32_t) override {}

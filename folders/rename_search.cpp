@@ -3,14 +3,22 @@
 #include <system_error>
 #include <utility>
 
+#include "common/platform/thread_priority.h"
+#include "load/extracted_texts.h"
+
 namespace zorvane {
 
-void RenameSearch::Start(const FolderScan& scan, PerSide<std::string> roots) {
+void RenameSearch::Start(const FolderScan& scan, PerSide<std::string> roots,
+                         std::optional<TextCache> documents) {
     Stop();
     stopped_ = ended_ = false;
-    const auto search = [this, &scan, roots = std::move(roots)] {
+    const auto search = [this, &scan, roots = std::move(roots), cache = std::move(documents)] {
+        StandBehindWindows();
         RenameOptions options;
         options.stop = [this] { return stopped_.load(std::memory_order_relaxed); };
+        std::optional<ExtractedTexts> texts;
+        if (cache)
+            options.document_text = DocumentTextsOf(texts.emplace(process_, *cache), options.stop);
         found_ = FindRenames(scan, roots, options);
         ended_ = true;
     };

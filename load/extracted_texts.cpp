@@ -129,7 +129,9 @@ ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) 
         ++hits_;
         return {std::make_shared<DocumentText>(std::move(*known)), ""};
     }
-    ExtractedText text = Extract(path, stop);
+    ExtractedText text = Extract(path, "", stop);
+    if (!text.document && !password_.empty() && !stop())
+        return Extract(path, password_, stop);
     if (text.document && !stop()) {
         cache_.Keep(key, *text.document);
         wrote_ = true;
@@ -137,7 +139,8 @@ ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) 
     return text;
 }
 
-ExtractedText ExtractedTexts::Extract(const std::string& path, const Stop& stop) {
+ExtractedText ExtractedTexts::Extract(const std::string& path, const std::string& password,
+                                      const Stop& stop) {
     const FileType* type = TypeNamed(path);
     const bool office = type != nullptr && type->needs_office;
     std::unique_ptr<ConversionService> service = TakeService(office, stop);
@@ -145,6 +148,8 @@ ExtractedText ExtractedTexts::Extract(const std::string& path, const Stop& stop)
         return {nullptr, "stopped"};
     StopWatcher watcher(stop);
     SilentLoad load(process_, SilentLoad::Formats::Dropped);
+    if (!password.empty())
+        load.UsePassword(password);
     ExtractedText text;
     if (load.Load(path, *service, watcher))
         text.document = std::make_shared<DocumentText>(

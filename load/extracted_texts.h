@@ -40,6 +40,9 @@ class ExtractedTexts {
     ExtractedTexts(const ExtractedTexts&) = delete;
     ExtractedTexts& operator=(const ExtractedTexts&) = delete;
 
+    /// Before the first text: tried where a document cannot be read without. What it opens is not
+    /// left where none is asked for.
+    void UsePassword(std::string password) { password_ = std::move(password); }
     /// On any thread, several at once; of two that want one content the second waits. After a stop
     /// there is no text.
     ExtractedText TextOf(const std::string& path, const Stop& stop);
@@ -49,12 +52,13 @@ class ExtractedTexts {
 
   private:
     class InWork;
-    ExtractedText Extract(const std::string& path, const Stop& stop);
+    ExtractedText Extract(const std::string& path, const std::string& password, const Stop& stop);
     std::unique_ptr<ConversionService> TakeService(bool office, const Stop& stop);
     void GiveBack(std::unique_ptr<ConversionService> service, bool office);
 
     ProcessState& process_;
     TextCache cache_;
+    std::string password_;
     std::atomic<std::int64_t> hits_{0};
     std::atomic<bool> wrote_{false};
     std::mutex guard_;  ///< over all below

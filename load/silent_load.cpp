@@ -38,6 +38,12 @@ SilentLoad::SilentLoad(ProcessState& process, Formats formats)
 
 SilentLoad::~SilentLoad() = default;
 
+void SilentLoad::UsePassword(const std::string& password) {
+    options_.sDOCPassword_TO_Original.SetData(password);
+    options_.sExcelPasswordOriginal.SetData(password);
+    settings_.sBCLPasswordUser = password;
+}
+
 bool SilentLoad::Load(const std::string& path, ConversionService& service, RunWatcher& watcher) {
     DocumentLoader loader({process_,
                            telling_,

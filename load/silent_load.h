@@ -19,6 +19,8 @@ class SilentLoad {
     SilentLoad(ProcessState& process, Formats formats);
     ~SilentLoad();
 
+    /// Of documents that ask for one.
+    void UsePassword(const std::string& password);
     /// Into the editor; false: `Reason`.
     bool Load(const std::string& path, ConversionService& service, RunWatcher& watcher);
     MemoryEditor& Editor() { return editor_; }

@@ -33,6 +33,7 @@ INDIRECT = {
     "row->back": [],
     "question": [r"const char\* question = (.*?);", r"\n    Advise\((.*?)\);"],
     "done_text": [],
+    "finder.failure().reason": [r'Failure\{("(?:There is nothing to find|A line end cannot[^"]*)")'],
     "text": [r"\bkUnable =(.*?);", r"show_message_\((\"[^\"]*\")", r"\bFail\([^;]*?, *((?:\"(?:[^\"\\]|\\.)*\"\s*)+)\)"],
     "ReportTrellisPortError(code)": [r"ReportTrellisPortError\([^)]*\) \{(.*?)\n\}", r"kChangePassword =(.*?);"],
     "ReportBCLError(error)": [r"kTexts\[\] = \{(.*?)\n\};", r"ReportBCLError\([^)]*\) \{(.*?)\n\}"],

@@ -79,6 +79,7 @@ class MainWindow : public QMainWindow, public FrameWindow, public LanguageQuesti
     MadeViewer MakeViewer(const CommandLineRequest& request);
     MadeViewer MakeFoldersViewer(const CommandLineRequest& request);
     MadeViewer MakeFindViewer();
+    void FillHost(ViewerHost& host);
     PageHost HostOfFiles();
     void BringToFront(QWidget& page);
     /// The viewers' windows, but for those whose viewer has gone.

@@ -18,11 +18,15 @@ ViewerFactories MainWindow::Viewers() {
     return factories;
 }
 
-PageHost MainWindow::HostOfFiles() {
-    PageHost host;
+void MainWindow::FillHost(ViewerHost& host) {
     host.bring_to_front = [this](QWidget& page) { BringToFront(page); };
     host.commands_changed = [this] { RefreshLater(); };
     host.caption_changed = [this] { ShowCaptions(); };
+}
+
+PageHost MainWindow::HostOfFiles() {
+    PageHost host;
+    FillHost(host);
     host.compare_texts = [this](const RichText& original, const RichText& modified) {
         CompareTexts(original, modified);
     };
@@ -51,14 +55,12 @@ MadeViewer MainWindow::MakeViewer(const CommandLineRequest& request) {
 
 MadeViewer MainWindow::MakeFoldersViewer(const CommandLineRequest& request) {
     FoldersHost host;
-    host.bring_to_front = [this](QWidget& page) { BringToFront(page); };
-    host.commands_changed = [this] { RefreshLater(); };
-    host.caption_changed = [this] { ShowCaptions(); };
+    FillHost(host);
     host.compare_files = [this](const PerSide<std::string>& files, bool new_window) {
         CompareFiles(files, new_window);
     };
     host.make_text_options = [this](QWidget& page) {
-        return new PairOptionsDialog(process_, *commands_, text_, &page);
+        return new PairOptionsDialog(process_, text_, &page);
     };
     auto page = std::make_unique<CompareFoldersPage>(*commands_, theme_, text_, std::move(host),
                                                      *process_.platform.folders);
@@ -71,9 +73,7 @@ MadeViewer MainWindow::MakeFoldersViewer(const CommandLineRequest& request) {
 
 MadeViewer MainWindow::MakeFindViewer() {
     FindHost host;
-    host.bring_to_front = [this](QWidget& page) { BringToFront(page); };
-    host.commands_changed = [this] { RefreshLater(); };
-    host.caption_changed = [this] { ShowCaptions(); };
+    FillHost(host);
     host.compare_files = [this](const PerSide<std::string>& files) { CompareFiles(files, false); };
     auto page = std::make_unique<FindPage>(*commands_, theme_, text_, std::move(host),
                                            *process_.platform.folders);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "common/platform/native_path.h"
+#include "common/platform/thread_priority.h"
 
 namespace zorvane {
 namespace {
@@ -123,7 +124,9 @@ void FolderScan::StartIn(PerSide<std::unique_ptr<FolderHandle>> roots,
         events_->OnFolderCompareStarted();
     if (roots.original == nullptr || roots.modified == nullptr)
         return;
-    work_ = std::make_unique<OrderedWork>(options.threads);
+    work_ = std::make_unique<OrderedWork>(
+        options.threads,
+        options.behind_windows ? std::function<void()>(StandBehindWindows) : nullptr);
     pairs_.clear();
     for (int thread = 0; thread < work_->Threads(); ++thread)
         pairs_.emplace_back(options.rules);

@@ -21,12 +21,13 @@ struct FolderScanOptions {
     bool show_only_original = true;
     bool show_only_modified = true;
     bool show_same = true;
-    bool show_different = true;  ///< and what could not be compared
-    bool ignore_dates = false;   ///< what differs in its date alone is the same
-    bool subfolders = true;      ///< else they are told and not looked into
-    bool hidden = true;          ///< names that begin with "."
-    std::string file_types;      ///< see `FilePatterns`; bears on files, not on folders
-    int threads = 0;             ///< see `OrderedWork`
+    bool show_different = true;   ///< and what could not be compared
+    bool ignore_dates = false;    ///< what differs in its date alone is the same
+    bool subfolders = true;       ///< else they are told and not looked into
+    bool hidden = true;           ///< names that begin with "."
+    std::string file_types;       ///< see `FilePatterns`; bears on files, not on folders
+    int threads = 0;              ///< see `OrderedWork`
+    bool behind_windows = false;  ///< leaves processors to a window that a person looks at
 };
 
 /// One record, small, since there may be millions. Names are bytes as the system has them.

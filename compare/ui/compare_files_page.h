@@ -45,12 +45,7 @@ class DropShade;
 class ProgressCard;
 
 /// What a page asks of the frame around it.
-struct PageHost {
-    std::function<void(QWidget&)> bring_to_front;
-    /// What commands can do may have changed.
-    std::function<void()> commands_changed;
-    /// The names of its files changed.
-    std::function<void()> caption_changed;
+struct PageHost : ViewerHost {
     /// Two texts in a viewer of their own.
     std::function<void(const RichText& original, const RichText& modified)> compare_texts;
     /// The names of a workbook's sheets.

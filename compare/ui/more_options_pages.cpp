@@ -34,11 +34,11 @@ File FileOf(const CompareFilesSettings& settings) {
 // ---- reports ----
 
 ReportOptionsPage::ReportOptionsPage(frmCompareFiles& viewer, CommandSet& commands, UiText text,
-                                     QWidget* parent)
+                                     QWidget* parent, ReportButton button)
     : QWidget(parent), viewer_(viewer), text_(std::move(text)) {
     QHBoxLayout* columns = MakeOptionColumns(this);
     columns->addWidget(MakeWhat(), 0, Qt::AlignTop);
-    columns->addWidget(MakeWhere(commands), 1, Qt::AlignTop);
+    columns->addWidget(MakeWhere(commands, button), 1, Qt::AlignTop);
     binding_.Show();
 }
 
@@ -69,7 +69,7 @@ FormColumn* ReportOptionsPage::MakeWhat() {
     return column;
 }
 
-FormColumn* ReportOptionsPage::MakeWhere(CommandSet& commands) {
+FormColumn* ReportOptionsPage::MakeWhere(CommandSet& commands, ReportButton button) {
     CompareFilesSettings& settings = viewer_.Settings();
     auto* column = new FormColumn(this);
     column->AddHeading(text_("File"));
@@ -86,8 +86,9 @@ FormColumn* ReportOptionsPage::MakeWhere(CommandSet& commands) {
     buttons->addWidget(MakeCommandButton(commands, "report.options", text_("More..."),
                                          ButtonLook::Plain, "", row));
     buttons->addStretch(1);
-    buttons->addWidget(MakeCommandButton(commands, "report.make", text_("Report"),
-                                         ButtonLook::Plain, "report", row));
+    if (button == ReportButton::Shown)
+        buttons->addWidget(MakeCommandButton(commands, "report.make", text_("Report"),
+                                             ButtonLook::Plain, "report", row));
     column->AddWidget(row);
     return column;
 }

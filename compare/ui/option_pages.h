@@ -30,12 +30,15 @@ class CompareOptionsPage : public QWidget {
 
 class ReportOptionsPage : public QWidget {
   public:
-    ReportOptionsPage(frmCompareFiles& viewer, CommandSet& commands, UiText text, QWidget* parent);
+    /// `Absent`: of pairs that are compared elsewhere.
+    enum class ReportButton : std::uint8_t { Shown, Absent };
+    ReportOptionsPage(frmCompareFiles& viewer, CommandSet& commands, UiText text, QWidget* parent,
+                      ReportButton button = ReportButton::Shown);
     OptionBinding& Binding() { return binding_; }
 
   private:
     FormColumn* MakeWhat();
-    FormColumn* MakeWhere(CommandSet& commands);
+    FormColumn* MakeWhere(CommandSet& commands, ReportButton button);
 
     frmCompareFiles& viewer_;
     UiText text_;

@@ -1,11 +1,24 @@
 // What the main window asks of the window of a viewer, whatever its kind.
 #pragma once
 
+#include <functional>
+
 #include <QString>
 
 #include "compare/viewer.h"
 
+class QWidget;
+
 namespace zorvane {
+
+/// What every page asks of the frame around it; each kind adds to it.
+struct ViewerHost {
+    std::function<void(QWidget&)> bring_to_front;
+    /// What commands can do may have changed.
+    std::function<void()> commands_changed;
+    /// The names of what it works on changed.
+    std::function<void()> caption_changed;
+};
 
 class ViewerPage {
   public:

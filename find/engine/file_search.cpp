@@ -23,6 +23,19 @@ bool IsUtf8(std::string_view text) {
 
 }  // namespace
 
+std::string WordsOf(FileFault fault, std::int64_t line, const EnglishTo& translate) {
+    switch (fault) {
+        case FileFault::None:
+            break;
+        case FileFault::CutLine:
+            return translate("a line is longer than 64 MB and was looked through in parts");
+        case FileFault::SlowLine:
+            return translate("line") + " " + std::to_string(line) + ": " +
+                   translate("the expression takes too long here");
+    }
+    return {};
+}
+
 void FoundFile::Reset() {
     FoundFile fresh;
     fresh.lines = std::move(lines);
@@ -40,6 +53,8 @@ FoundFile FoundFile::Take() {
     taken.end = end;
     taken.code = code;
     taken.reason = std::move(reason);
+    taken.fault = fault;
+    taken.fault_line = fault_line;
     taken.hits = hits;
     taken.place = std::move(place);
     return taken;
@@ -78,8 +93,7 @@ void FileSearch::Search(OpenedFile& file, FoundFile& found, const std::function<
         found.code = windows_.Error().code;
         found.reason = windows_.Error().Words();
     } else if (windows_.CutLine()) {
-        found.code = kOtherFault;
-        found.reason = "a line is longer than 64 MB and was looked through in parts";
+        Fault(FileFault::CutLine, found);
     }
 }
 
@@ -110,8 +124,7 @@ bool FileSearch::SearchWindow(std::string_view window, FoundFile& found,
 void FileSearch::Take(std::string_view window, const LineHit& hit, FoundFile& found) {
     if (hit.failed) {
         CountTo(window, hit.line_begin);
-        found.code = kOtherFault;
-        found.reason = "line " + std::to_string(line_) + ": the expression takes too long here";
+        Fault(FileFault::SlowLine, found);
         return;
     }
     ++found.hits;
@@ -142,6 +155,14 @@ void FileSearch::Take(std::string_view window, const LineHit& hit, FoundFile& fo
     const std::size_t next = window.find('\n', hit.line_end);
     added_ = next == std::string_view::npos ? window.size() : next + 1;
     wanted_behind_ = rules_.context;
+}
+
+void FileSearch::Fault(FileFault fault, FoundFile& found) const {
+    found.code = kOtherFault;
+    found.fault = fault;
+    found.fault_line = line_;
+    found.reason =
+        WordsOf(fault, line_, [](std::string_view english) { return std::string(english); });
 }
 
 // How many characters were added. What a window holds is asked once, at its first hit.

@@ -34,6 +34,16 @@ struct FoundLine {
 
 enum class FileEnd : std::uint8_t { Searched, Binary, Failed };
 
+/// What of a file could not be looked through.
+enum class FileFault : std::uint8_t {
+    None,     ///< or another one, which `reason` tells
+    CutLine,  ///< was looked through in parts
+    SlowLine  ///< the expression takes too long in that line
+};
+/// In a user's words.
+using EnglishTo = std::function<std::string(std::string_view english)>;
+std::string WordsOf(FileFault fault, std::int64_t line, const EnglishTo& translate);
+
 /// Page, sheet and cell, or slide of a place in a document's text. Fastest from first to last; for
 /// one thread at a time.
 using FoundPlace = std::function<std::string(std::int64_t line, std::int32_t column)>;
@@ -43,6 +53,8 @@ struct FoundFile {
     FileEnd end = FileEnd::Searched;
     std::int32_t code = 0;  ///< with a reason
     std::string reason;     ///< why it could not be read, or what of it could not be looked through
+    FileFault fault = FileFault::None;
+    std::int64_t fault_line = 0;
     std::int64_t hits = 0;
     std::vector<FoundLine> lines;
     std::string texts;  ///< UTF-8
@@ -82,6 +94,7 @@ class FileSearch {
     void AddLine(std::string_view window, std::size_t begin, std::size_t end, FoundFile& found);
     void AddBehind(std::string_view window, std::size_t limit, FoundFile& found);
     void AddBefore(std::string_view window, std::size_t begin, FoundFile& found);
+    void Fault(FileFault fault, FoundFile& found) const;
     void CountTo(std::string_view window, std::size_t at);
 
     const LineFinder& finder_;

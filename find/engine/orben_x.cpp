@@ -56,15 +56,15 @@ void OrbenX::StartSearch() {
     rules_ = rules;
     Result<std::unique_ptr<LineFinder>> finder = LineFinder::Make(rules);
     if (!finder.ok()) {
-        Refuse(FindError::SearchString, finder.failure().reason);
+        Refuse(FindError::SearchString, translate_(finder.failure().reason));
         return;
     }
     if (Trim(folder_).empty() || !bDirectoryExists(folder_)) {
-        Refuse(FindError::Folder, folder_ + ": there is no such folder");
+        Refuse(FindError::Folder, folder_ + ": " + translate_("there is no such folder"));
         return;
     }
     if (Trim(types_).empty()) {
-        Refuse(FindError::FileType, "No type of files is given");
+        Refuse(FindError::FileType, translate_("No type of files is given"));
         return;
     }
     finder_ = std::move(finder).value();
@@ -85,7 +85,10 @@ void OrbenX::StartSearch() {
 
 void OrbenX::Take(FoundFile&& file, std::string&& /*rendered*/) {
     if (!file.reason.empty())
-        Tell(file.code, file.path + ": " + file.reason);
+        Tell(file.code, file.path + ": " +
+                            (file.fault == FileFault::None
+                                 ? file.reason
+                                 : WordsOf(file.fault, file.fault_line, translate_)));
     if (file.lines.empty())
         return;
     constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max());
@@ -127,7 +130,7 @@ std::string OrbenX::PlaceOf(std::int32_t index) const {
                : std::string(hits_[static_cast<std::size_t>(index)].place);
 }
 
-Status OrbenX::WriteReport(const std::string& sFile) const {
+Status OrbenX::WriteReport(const std::string& sFile, const WritingWatch& watch) const {
     Result<FileReplacement> report = FileReplacement::Begin(sFile);
     if (!report.ok())
         return report.failure();
@@ -141,6 +144,9 @@ Status OrbenX::WriteReport(const std::string& sFile) const {
                 "\r\n";
         if (text.size() < kPiece)
             continue;
+        if (watch.stop())
+            return Failure{"stopped"};
+        watch.progress(static_cast<int>(std::int64_t{100} * index / count));
         if (Status written = report.value().Write(text); !written.ok())
             return written;
         text.clear();

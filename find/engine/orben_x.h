@@ -9,6 +9,7 @@
 
 #include "common/base/append_only.h"
 #include "common/base/result.h"
+#include "common/report_writing.h"
 #include "find/engine/find_run.h"
 
 namespace zorvane {
@@ -61,8 +62,9 @@ class OrbenX : private FindReceiver {
     /// `index` from 0; false: there is no such hit.
     bool GetHit(std::int32_t index, std::string& sFile, std::int32_t& lLine, std::int32_t& lCol,
                 std::string& sItem) const;
-    /// A table with tabs between and a row of titles, a hit a line.
-    Status WriteReport(const std::string& sFile) const;
+    /// A table with tabs between and a row of titles, a hit a line. On any thread; a stop is a
+    /// failure, and no file is left.
+    Status WriteReport(const std::string& sFile, const WritingWatch& watch = {}) const;
     /// The text whose lines a document's hits count. True when it is written. On any thread.
     bool ConvertOfficeDocToText(
         const std::string& sFile, const std::string& target,
@@ -78,6 +80,8 @@ class OrbenX : private FindReceiver {
     void SetDocuments(DocumentTexts* documents) { documents_ = documents; }
     /// May be nullptr; else outlives this.
     void SetEvents(OrbenXEvents* events) { events_ = events; }
+    /// What is told in another language than English; safe from any thread.
+    void SetTranslation(EnglishTo translate) { translate_ = std::move(translate); }
     void SetThreads(int threads) { threads_ = threads; }
     FindCounts Counts() const { return run_.Counts(); }
     void Join() { run_.Join(); }
@@ -107,6 +111,7 @@ class OrbenX : private FindReceiver {
     int threads_ = 0;
     DocumentTexts* documents_ = nullptr;
     OrbenXEvents* events_ = nullptr;
+    EnglishTo translate_ = [](std::string_view english) { return std::string(english); };
     FindRules rules_;
     std::unique_ptr<LineFinder> finder_;
     AppendOnly<Hit> hits_;

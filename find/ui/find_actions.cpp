@@ -1,12 +1,8 @@
 // What a person does in a Find window.
 #include <QClipboard>
-#include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMimeData>
 
-#include "common/ui/dropped_files.h"
-#include "common/ui/font_dialog.h"
 #include "find/ui/find_page.h"
 
 namespace zorvane {
@@ -125,68 +121,18 @@ void FindPage::Drop(const QStringList& paths) {
     FocusEntry(FindError::SearchString);
 }
 
-void FindPage::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DroppedFiles(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+void FindPage::DropAt(QPointF, const QStringList& paths) {
+    Drop(paths);
 }
 
-void FindPage::dropEvent(QDropEvent* event) {
-    event->acceptProposedAction();
-    Drop(DroppedFiles(*event->mimeData()));
-}
-
-void FindPage::ChooseFont() {
-    FindSettings& settings = viewer_->Settings();
-    const QFont now = hit_grid_->font();
-    FontDialog dialog(text_, {now.family(), now.pointSizeF()}, this);
-    theme_.Dress(dialog);
-    if (dialog.exec() != QDialog::Accepted || viewer_ == nullptr)
-        return;
-    settings.FontName = FromQt(dialog.Choice().family);
-    settings.FontSize = dialog.Choice().points;
+void FindPage::TakeFont(const std::string& family, double points) {
+    viewer_->Settings().FontName = family;
+    viewer_->Settings().FontSize = points;
     ShowFonts();
-}
-
-void FindPage::SetOptionsUnfolded(bool unfolded) {
-    options_->SetUnfolded(unfolded);
-    if (!unfolded)
-        hit_grid_->setFocus();
-    host_.commands_changed();
-}
-
-void FindPage::ShowOptions(int tab) {
-    options_->Tabs().setCurrentIndex(tab);
-    SetOptionsUnfolded(true);
 }
 
 void FindPage::SetZoom(double zoom) {
     pane_->SetZoom(zoom);
-}
-
-// ---- keys ----
-
-// Esc stops a search, then folds the options, then goes back to the hits.
-void FindPage::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Escape || viewer_ == nullptr) {
-        QWidget::keyPressEvent(event);
-        return;
-    }
-    if (viewer_->CanAbort())
-        viewer_->Abort();
-    else if (OptionsUnfolded())
-        SetOptionsUnfolded(false);
-    else
-        hit_grid_->setFocus();
-}
-
-bool FindPage::eventFilter(QObject* watched, QEvent* event) {
-    const bool escape = event->type() == QEvent::KeyPress &&
-                        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
-    if (watched == options_ && escape && viewer_ != nullptr && viewer_->CanAbort()) {
-        viewer_->Abort();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace zorvane

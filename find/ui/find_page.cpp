@@ -29,11 +29,7 @@ constexpr int kLeastItem = 90;
 
 FindPage::FindPage(CommandSet& commands, Theme& theme, UiText text, FindHost host,
                    SpecialFolders& folders)
-    : commands_(commands),
-      theme_(theme),
-      text_(std::move(text)),
-      host_(std::move(host)),
-      folders_(folders) {}
+    : RecordsPage(commands, theme, std::move(text), folders), host_(std::move(host)) {}
 
 FindPage::~FindPage() {
     ReleaseParts();
@@ -42,37 +38,21 @@ FindPage::~FindPage() {
 // What borrows the viewer goes before it.
 void FindPage::ReleaseParts() {
     viewer_ = nullptr;
-    announcer_.reset();
-    delete contents_;
-    contents_ = nullptr;
+    ReleaseContents();
 }
 
 void FindPage::Connect(frmFindTextInFiles& viewer) {
     viewer_ = &viewer;
-    setAcceptDrops(true);
     MakeParts();
     ConnectParts();
-    GiveKeys();
-    announcer_ = std::make_unique<RunAnnouncer>(*status_, text_);
-    connect(&theme_, &Theme::Changed, this, [this] {
-        if (contents_ == nullptr)
-            return;
-        pane_->ShowLook();
-        contents_->update();
-    });
+    ConnectContents(FindCommands());
 }
 
 void FindPage::MakeParts() {
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    contents_ = new QWidget(this);
-    outer->addWidget(contents_);
-    auto* rows = new QVBoxLayout(contents_);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
+    QVBoxLayout* rows = MakeContents();
     boxes_ = new FindBoxes(commands_, text_, contents_);
     rows->addWidget(boxes_);
-    options_ = new OptionArea(text_, contents_);
+    MakeOptionArea();
     search_options_ = new FindOptionsPage(*viewer_, text_, options_);
     report_options_ = new FindReportPage(*viewer_, text_, options_);
     options_->AddPage(search_options_, text_("Search Options"));
@@ -80,8 +60,7 @@ void FindPage::MakeParts() {
     rows->addWidget(options_);
     MakeGrids();
     rows->addWidget(primary_, 1);
-    status_ = new StatusBar(kStatusPanels, contents_);
-    rows->addWidget(status_);
+    rows->addWidget(MakeStatus(kStatusPanels));
     picker_ = new SignPicker(text_, contents_);
 }
 
@@ -119,19 +98,9 @@ void FindPage::ConnectParts() {
         host_.commands_changed();
     };
     boxes_->dropped = [this](const QStringList& paths) { Drop(paths); };
-    connect(options_, &OptionArea::FoldWanted, this, [this] { SetOptionsUnfolded(false); });
-    // Its own Esc folds; while a search goes on that one is first.
-    options_->installEventFilter(this);
     for (Splitter* splitter : {primary_, secondary_})
         connect(splitter, &QSplitter::splitterMoved, this, [this] { TakeDividers(); });
     hit_grid_->row_wanted = [this] { ShowCurrent(); };
-    hit_grid_->menu_wanted = [this](QPoint place) {
-        QMenu* menu = MakeMenu();
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        menu->popup(place);
-    };
-    connect(hit_grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this] { host_.commands_changed(); });
     pane_->open_wanted = [this] { viewer_->OpenFileOf(viewer_->Shown()); };
     pane_->compare_wanted = [this] { CompareShown(); };
     picker_->picked = [this](const ExpressionSign& sign) {
@@ -142,18 +111,8 @@ void FindPage::ConnectParts() {
     picker_->closed = [this] { boxes_->SearchFor().setFocus(Qt::PopupFocusReason); };
 }
 
-// Keys that mean a hit hold in the grid alone: boxes have their own Enter.
-void FindPage::GiveKeys() {
-    for (const Command& command : FindCommands()) {
-        if (command.scope == KeyScope::Focus)
-            hit_grid_->addAction(commands_.Action(command.id));
-    }
-}
-
 QMenu* FindPage::MakeMenu() {
-    auto* menu = new QMenu(this);
-    theme_.Dress(*menu);
-    commands_.Refresh();
+    QMenu* menu = BeginMenu();
     const auto act = [&](const char* words, const char* id) {
         AddCommandTo(*menu, commands_, id, text_(words));
     };
@@ -265,19 +224,6 @@ std::vector<QWidget*> FindPage::FocusStops() const {
     if (!error_grid_->isHidden())
         stops.push_back(error_grid_);
     return stops;
-}
-
-void FindPage::MoveFocus(bool forward) {
-    const std::vector<QWidget*> stops = FocusStops();
-    const auto count = static_cast<int>(stops.size());
-    int at = forward ? -1 : count;
-    for (int stop = 0; stop < count; ++stop) {
-        const QWidget* widget = stops[static_cast<std::size_t>(stop)];
-        if (widget->hasFocus() || widget->isAncestorOf(focusWidget()))
-            at = stop;
-    }
-    stops[static_cast<std::size_t>((at + (forward ? 1 : count - 1)) % count)]->setFocus(
-        Qt::TabFocusReason);
 }
 
 }  // namespace zorvane

@@ -2,19 +2,12 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 #include <QLabel>
-#include <QWidget>
 
-#include "common/ui/bars.h"
 #include "common/ui/cards.h"
-#include "common/ui/command_table.h"
-#include "common/ui/grid.h"
-#include "common/ui/theme.h"
-#include "compare/ui/run_announcer.h"
-#include "compare/ui/viewer_page.h"
+#include "compare/ui/records_page.h"
 #include "find/find_viewer.h"
 #include "find/ui/find_boxes.h"
 #include "find/ui/find_option_pages.h"
@@ -24,19 +17,13 @@
 
 namespace zorvane {
 
-class SpecialFolders;
-
 /// What a page asks of the frame around it.
-struct FindHost {
-    std::function<void(QWidget&)> bring_to_front;
-    /// What commands can do may have changed.
-    std::function<void()> commands_changed;
-    std::function<void()> caption_changed;
+struct FindHost : ViewerHost {
     /// In the first Compare Files window.
     std::function<void(const PerSide<std::string>& files)> compare_files;
 };
 
-class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
+class FindPage : public RecordsPage, public FindTextWindow {
     Q_OBJECT
   public:
     /// All but the host is borrowed.
@@ -56,7 +43,6 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     QString Icon() const override { return QStringLiteral("find-in-files"); }
     void Tick() override;
     void ShowWords() override;
-    void MoveFocus(bool forward) override;
 
     // ---- what a person does (find_actions.cpp) ----
     void Find();
@@ -71,11 +57,6 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     void OpenSigns();
     void ToggleDocument();
     void Drop(const QStringList& paths);
-    void ChooseFont();
-    void SetOptionsUnfolded(bool unfolded);
-    bool OptionsUnfolded() const { return options_->IsUnfolded(); }
-    /// Unfolds one of the tabs.
-    void ShowOptions(int tab);
     /// Of the view with lines where that has the focus, else the chosen rows.
     void Copy();
     void SelectAll();
@@ -93,13 +74,11 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     Grid& ErrorGrid() { return *error_grid_; }
     HitPane& Pane() { return *pane_; }
     SignPicker& Picker() { return *picker_; }
-    StatusBar& Status() { return *status_; }
     Splitter& Primary() { return *primary_; }
     Splitter& Secondary() { return *secondary_; }
     /// What is told where nothing was found; nullptr: something was, or nothing was looked for.
     QWidget* NothingFound() const { return nothing_; }
-    /// The commands of the row that is chosen.
-    QMenu* MakeMenu();
+    QMenu* MakeMenu() override;
 
     // ---- the viewer's verbs (find_verbs.cpp) ----
     FindEntries Entries() override;
@@ -108,6 +87,7 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     void ShowStatus(FindPanel panel, const std::string& text) override;
     void SetCaption(const std::string& caption) override;
     void EnableAbort(bool enabled) override;
+    void WritingChanged() override;
     void SetHourglass(bool on) override;
     void GridChanged(FindGrid grid) override;
     void SizeRows(FindGrid grid) override;
@@ -125,18 +105,21 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     void CloseDialogs() override;
 
   protected:
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    const ViewerHost& Frame() const override { return host_; }
+    Grid& MainGrid() override { return *hit_grid_; }
+    bool Running() const override { return viewer_->CanAbort(); }
+    void AbortRun() override { viewer_->Abort(); }
+    std::vector<QWidget*> FocusStops() const override;
+    void DropAt(QPointF place, const QStringList& paths) override;
+    void TakeFont(const std::string& family, double points) override;
+    void ShowLook() override { pane_->ShowLook(); }
     void resizeEvent(QResizeEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void MakeParts();
     void MakeGrids();
     Grid* MakeGrid(FindTable& table, const QString& name);
     void ConnectParts();
-    void GiveKeys();
     void ShowFonts();
     void SetColumns();
     void TakeDividers();
@@ -145,17 +128,10 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     void ShowCounts();
     void Compare(const std::vector<std::int32_t>& hits, const ShownHit& alone);
     void ReleaseParts();
-    std::vector<QWidget*> FocusStops() const;
 
-    CommandSet& commands_;
-    Theme& theme_;
-    UiText text_;
     FindHost host_;
-    SpecialFolders& folders_;
     frmFindTextInFiles* viewer_ = nullptr;
-    QWidget* contents_ = nullptr;
     FindBoxes* boxes_ = nullptr;
-    OptionArea* options_ = nullptr;
     FindOptionsPage* search_options_ = nullptr;
     FindReportPage* report_options_ = nullptr;
     Splitter* primary_ = nullptr;    ///< results and errors
@@ -167,8 +143,6 @@ class FindPage : public QWidget, public FindTextWindow, public ViewerPage {
     Grid* error_grid_ = nullptr;
     QWidget* nothing_ = nullptr;
     SignPicker* picker_ = nullptr;
-    StatusBar* status_ = nullptr;
-    std::unique_ptr<RunAnnouncer> announcer_;
     QString caption_;           ///< of the hit that is shown
     int number_digits_ = 0;     ///< that the first column has room for
     bool errors_late_ = false;  ///< they are shown with the next tick

@@ -67,7 +67,7 @@ void FindPage::ShowStatus(FindPanel panel, const std::string& text) {
 void FindPage::EnableAbort(bool enabled) {
     if (contents_ == nullptr)
         return;
-    boxes_->SetRunning(enabled);
+    boxes_->SetRunning(viewer_->CanAbort());
     if (enabled) {
         searching_ = true;
         ShowNothingFound();
@@ -77,6 +77,13 @@ void FindPage::EnableAbort(bool enabled) {
         ShowNothingFound();
         announcer_->End(text_("%1 hits").arg(viewer_->Engine().HitCount()));
     }
+    host_.commands_changed();
+}
+
+void FindPage::WritingChanged() {
+    if (contents_ == nullptr)
+        return;
+    boxes_->SetRunning(viewer_->CanAbort());
     host_.commands_changed();
 }
 
@@ -253,15 +260,11 @@ std::string FindPage::PickFile(const std::string& title, const std::string& star
 }
 
 std::string FindPage::PickReportFile(const std::string& title, const std::string& start) {
-    FileRequest request{.title = ToQt(title),
-                        .filter = text_("Tab delimited") + QStringLiteral("|*.CSV"),
-                        .saving = true,
-                        .start = ToQt(start)};
-    return FromQt(zorvane::PickFile(request, text_, this));
+    return AskForReport(title, start, text_("Tab delimited"));
 }
 
 std::string FindPage::BrowseForFolder(const std::string& start) {
-    return FromQt(PickFolder(ToQt(start), folders_, text_, this));
+    return AskForFolder(start);
 }
 
 void FindPage::CompareFiles(const PerSide<std::string>& files) {

@@ -1,5 +1,6 @@
 #include "folders/ui/compare_folders_page.h"
 
+#include <QHeaderView>
 #include <QMenu>
 #include <QStackedLayout>
 #include <QVBoxLayout>
@@ -20,11 +21,7 @@ constexpr int kStatusPanels = 3;
 
 CompareFoldersPage::CompareFoldersPage(CommandSet& commands, Theme& theme, UiText text,
                                        FoldersHost host, SpecialFolders& folders)
-    : commands_(commands),
-      theme_(theme),
-      text_(std::move(text)),
-      host_(std::move(host)),
-      folders_(folders) {}
+    : RecordsPage(commands, theme, std::move(text), folders), host_(std::move(host)) {}
 
 CompareFoldersPage::~CompareFoldersPage() {
     ReleaseParts();
@@ -33,33 +30,19 @@ CompareFoldersPage::~CompareFoldersPage() {
 // What borrows the viewer goes before it.
 void CompareFoldersPage::ReleaseParts() {
     viewer_ = nullptr;
-    announcer_.reset();
     delete text_options_;
-    delete contents_;
-    contents_ = nullptr;
+    ReleaseContents();
 }
 
 void CompareFoldersPage::Connect(frmCompareDir& viewer) {
     viewer_ = &viewer;
-    setAcceptDrops(true);
     MakeParts();
     ConnectParts();
-    GiveKeys();
-    announcer_ = std::make_unique<RunAnnouncer>(*status_, text_);
-    connect(&theme_, &Theme::Changed, this, [this] {
-        if (contents_ != nullptr)
-            contents_->update();
-    });
+    ConnectContents(FolderCommands());
 }
 
 void CompareFoldersPage::MakeParts() {
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    contents_ = new QWidget(this);
-    outer->addWidget(contents_);
-    auto* rows = new QVBoxLayout(contents_);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
+    QVBoxLayout* rows = MakeContents();
     bar_ = new FoldersBar(commands_, text_, contents_);
     bar_->dress = [this](QMenu& menu) { theme_.Dress(menu); };
     rows->addWidget(bar_);
@@ -72,12 +55,11 @@ void CompareFoldersPage::MakeParts() {
     rows->addWidget(MakeGround(), 1);
     legend_ = new FolderLegend(text_, contents_);
     rows->addWidget(legend_);
-    status_ = new StatusBar(kStatusPanels, contents_);
-    rows->addWidget(status_);
+    rows->addWidget(MakeStatus(kStatusPanels));
 }
 
 void CompareFoldersPage::MakeOptions() {
-    options_ = new OptionArea(text_, contents_);
+    MakeOptionArea();
     compare_options_ = new FolderOptionsPage(*viewer_, text_, options_);
     report_options_ = new FolderReportPage(*viewer_, text_, options_);
     compare_options_->text_options_wanted = [this] {
@@ -107,33 +89,22 @@ QWidget* CompareFoldersPage::MakeGround() {
 }
 
 void CompareFoldersPage::ConnectParts() {
+    table_->order_changed = [this] {
+        bar_->ShowCounts(table_->Order());
+        ShowEmpty();
+        host_.commands_changed();
+    };
     boxes_->folder_chosen = [this](Side side, const QString& path) { TakeFolder(side, path); };
     boxes_->dropped = [this](Side side, const QStringList& paths) { DropFolders(side, paths); };
     boxes_->run_wanted = [this] { Compare(); };
-    connect(options_, &OptionArea::FoldWanted, this, [this] { SetOptionsUnfolded(false); });
+    connect(grid_->horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this] { boxes_->AlignTo(grid_->columnViewportPosition(1)); });
     connect(legend_, &FolderLegend::HideWanted, this, [this] { viewer_->ToggleLegend(); });
     connect(progress_, &ProgressCard::AbortClicked, this, [this] { viewer_->Abort(); });
-    grid_->menu_wanted = [this](QPoint place) {
-        QMenu* menu = MakeMenu();
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        menu->popup(place);
-    };
-    connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this] { host_.commands_changed(); });
-}
-
-// Keys that mean a file hold in the grid alone: boxes have their own Enter and Delete.
-void CompareFoldersPage::GiveKeys() {
-    for (const Command& command : FolderCommands()) {
-        if (command.scope == KeyScope::Focus)
-            grid_->addAction(commands_.Action(command.id));
-    }
 }
 
 QMenu* CompareFoldersPage::MakeMenu() {
-    auto* menu = new QMenu(this);
-    theme_.Dress(*menu);
-    commands_.Refresh();
+    QMenu* menu = BeginMenu();
     const auto act = [&](const char* words, const char* id, std::function<void()> run = {}) {
         AddCommandTo(*menu, commands_, id, text_(words), std::move(run));
     };
@@ -175,7 +146,10 @@ QString CompareFoldersPage::Caption() const {
 }
 
 void CompareFoldersPage::Tick() {
-    if (viewer_ == nullptr || !viewer_->Busy())
+    if (viewer_ == nullptr)
+        return;
+    table_->TakeOrder({});
+    if (!viewer_->Busy())
         return;
     const double all = std::max(1, viewer_->VestrelX1().getRecordCount());
     constexpr double kWhole = 100;
@@ -190,19 +164,8 @@ void CompareFoldersPage::ShowWords() {
     grid_->viewport()->update();
 }
 
-QList<QWidget*> CompareFoldersPage::FocusStops() const {
+std::vector<QWidget*> CompareFoldersPage::FocusStops() const {
     return {bar_->FilterFocus(), &boxes_->Box(Side::Original), &boxes_->Box(Side::Modified), grid_};
-}
-
-void CompareFoldersPage::MoveFocus(bool forward) {
-    const QList<QWidget*> stops = FocusStops();
-    const auto count = static_cast<int>(stops.size());
-    int at = forward ? -1 : count;
-    for (int stop = 0; stop < count; ++stop) {
-        if (stops[stop]->hasFocus() || stops[stop]->isAncestorOf(focusWidget()))
-            at = stop;
-    }
-    stops[(at + (forward ? 1 : count - 1)) % count]->setFocus(Qt::TabFocusReason);
 }
 
 }  // namespace zorvane

@@ -2,16 +2,11 @@
 #pragma once
 
 #include <functional>
-#include <memory>
+#include <optional>
 
 #include <QPointer>
-#include <QWidget>
 
-#include "common/ui/bars.h"
-#include "common/ui/command_table.h"
-#include "common/ui/theme.h"
-#include "compare/ui/run_announcer.h"
-#include "compare/ui/viewer_page.h"
+#include "compare/ui/records_page.h"
 #include "folders/compare_folders_viewer.h"
 #include "folders/ui/folder_boxes.h"
 #include "folders/ui/folder_grid.h"
@@ -25,21 +20,16 @@ class QStackedWidget;
 namespace zorvane {
 
 class ProgressCard;
-class SpecialFolders;
 
 /// What a page asks of the frame around it.
-struct FoldersHost {
-    std::function<void(QWidget&)> bring_to_front;
-    /// What commands can do may have changed.
-    std::function<void()> commands_changed;
-    std::function<void()> caption_changed;
+struct FoldersHost : ViewerHost {
     /// In the first Compare Files window, or in a new one.
     std::function<void(const PerSide<std::string>& files, bool new_window)> compare_files;
     /// The options by which texts of pairs are compared, or reports of pairs written.
     std::function<PairOptionsDialog*(QWidget& page)> make_text_options;
 };
 
-class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public ViewerPage {
+class CompareFoldersPage : public RecordsPage, public CompareFoldersWindow {
   public:
     /// All but the host is borrowed.
     CompareFoldersPage(CommandSet& commands, Theme& theme, UiText text, FoldersHost host,
@@ -57,7 +47,6 @@ class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public V
     QString Icon() const override { return QStringLiteral("folders"); }
     void Tick() override;
     void ShowWords() override;
-    void MoveFocus(bool forward) override;
 
     // ---- what a person does (folder_actions.cpp) ----
     void Compare();
@@ -65,11 +54,8 @@ class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public V
     void TakeFolder(Side side, const QString& path);
     void DropFolders(Side side, const QStringList& paths);
     void SetFilter(FolderFilter filter);
-    void ChooseFont();
-    void SetOptionsUnfolded(bool unfolded);
-    bool OptionsUnfolded() const { return options_->IsUnfolded(); }
-    /// Unfolds one of the tabs.
-    void ShowOptions(int tab);
+    /// The letters of the grid so many times as large; nothing: as large as at first.
+    void ZoomFont(std::optional<double> times);
     /// One dialog for both; it blocks nobody.
     void ShowTextOptions(PairOptionsDialog::Tab tab);
     PairOptionsDialog* TextOptions() const { return text_options_; }
@@ -86,15 +72,14 @@ class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public V
     FolderBoxes& Boxes() { return *boxes_; }
     ErrorLine& Errors() { return *errors_; }
     FolderLegend& Legend() { return *legend_; }
-    StatusBar& Status() { return *status_; }
     FolderOptionsPage& Options() { return *compare_options_; }
     FolderReportPage& ReportOptions() { return *report_options_; }
-    /// The commands of the row that is chosen.
-    QMenu* MakeMenu();
+    QMenu* MakeMenu() override;
 
     // ---- the viewer's verbs (folder_verbs.cpp) ----
     void ShowStatus(FoldersPanel panel, const std::string& text) override;
     void RunChanged() override;
+    void WritingChanged() override;
     void RowsCleared() override;
     void RowsAdded() override;
     void RowsChanged(std::int32_t first, std::int32_t count) override;
@@ -115,29 +100,25 @@ class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public V
     void CloseDialogs() override;
 
   protected:
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    const ViewerHost& Frame() const override { return host_; }
+    zorvane::Grid& MainGrid() override { return *grid_; }
+    bool Running() const override { return viewer_->CanAbort(); }
+    void AbortRun() override { viewer_->Abort(); }
+    std::vector<QWidget*> FocusStops() const override;
+    void DropAt(QPointF place, const QStringList& paths) override;
+    void TakeFont(const std::string& family, double points) override;
 
   private:
     void MakeParts();
     void MakeOptions();
     void ConnectParts();
-    void GiveKeys();
     QWidget* MakeGround();
     void ShowEmpty();
     void ReleaseParts();
-    QList<QWidget*> FocusStops() const;
 
-    CommandSet& commands_;
-    Theme& theme_;
-    UiText text_;
     FoldersHost host_;
-    SpecialFolders& folders_;
     frmCompareDir* viewer_ = nullptr;
-    QWidget* contents_ = nullptr;
     FoldersBar* bar_ = nullptr;
-    OptionArea* options_ = nullptr;
     FolderOptionsPage* compare_options_ = nullptr;
     FolderReportPage* report_options_ = nullptr;
     FolderBoxes* boxes_ = nullptr;
@@ -147,9 +128,7 @@ class CompareFoldersPage : public QWidget, public CompareFoldersWindow, public V
     QLabel* empty_ = nullptr;
     ProgressCard* progress_ = nullptr;
     FolderLegend* legend_ = nullptr;
-    StatusBar* status_ = nullptr;
     QPointer<PairOptionsDialog> text_options_;
-    std::unique_ptr<RunAnnouncer> announcer_;
     bool fresh_ = true;
     bool was_running_ = false;
 };

@@ -1,12 +1,11 @@
 // What a person does in a Compare Folders window.
-#include <QClipboard>
-#include <QDragEnterEvent>
-#include <QFileInfo>
-#include <QGuiApplication>
-#include <QMimeData>
+#include <algorithm>
 
-#include "common/ui/dropped_files.h"
-#include "common/ui/font_dialog.h"
+#include <QClipboard>
+#include <QFileInfo>
+#include <QFontInfo>
+#include <QGuiApplication>
+
 #include "folders/ui/compare_folders_page.h"
 
 namespace zorvane {
@@ -46,46 +45,32 @@ void CompareFoldersPage::DropFolders(Side side, const QStringList& paths) {
     Compare();
 }
 
-void CompareFoldersPage::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DroppedFiles(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
-}
-
-void CompareFoldersPage::dropEvent(QDropEvent* event) {
-    event->acceptProposedAction();
-    const bool left = event->position().x() < width() / 2.0;
-    DropFolders(left ? Side::Original : Side::Modified, DroppedFiles(*event->mimeData()));
+void CompareFoldersPage::DropAt(QPointF place, const QStringList& paths) {
+    DropFolders(place.x() < width() / 2.0 ? Side::Original : Side::Modified, paths);
 }
 
 void CompareFoldersPage::SetFilter(FolderFilter filter) {
-    grid_->KeepPlace([&] { table_->Show(filter, table_->Order().Sort()); });
-    bar_->ShowCounts(table_->Order());
-    ShowEmpty();
+    table_->Show(filter, table_->Sort());
     host_.commands_changed();
 }
 
-void CompareFoldersPage::ChooseFont() {
-    CompareFoldersSettings& settings = viewer_->Settings();
-    const QFont now = grid_->font();
-    FontDialog dialog(text_, {now.family(), now.pointSizeF()}, this);
-    theme_.Dress(dialog);
-    if (dialog.exec() != QDialog::Accepted || viewer_ == nullptr)
-        return;
-    settings.FontName = FromQt(dialog.Choice().family);
-    settings.FontSize = dialog.Choice().points;
+void CompareFoldersPage::TakeFont(const std::string& family, double points) {
+    viewer_->Settings().FontName = family;
+    viewer_->Settings().FontSize = points;
     grid_->ShowSettings();
 }
 
-void CompareFoldersPage::SetOptionsUnfolded(bool unfolded) {
-    options_->SetUnfolded(unfolded);
-    if (!unfolded)
-        grid_->setFocus();
-    host_.commands_changed();
-}
-
-void CompareFoldersPage::ShowOptions(int tab) {
-    options_->Tabs().setCurrentIndex(tab);
-    SetOptionsUnfolded(true);
+void CompareFoldersPage::ZoomFont(std::optional<double> times) {
+    constexpr double kLeastPoints = 6;
+    constexpr double kMostPoints = 40;
+    const CompareFoldersSettings first;
+    if (!times) {
+        TakeFont(first.FontName, first.FontSize);
+        return;
+    }
+    const QFont now = grid_->font();
+    TakeFont(FromQt(QFontInfo(now).family()),
+             std::clamp(now.pointSizeF() * *times, kLeastPoints, kMostPoints));
 }
 
 void CompareFoldersPage::ShowTextOptions(PairOptionsDialog::Tab tab) {
@@ -93,6 +78,7 @@ void CompareFoldersPage::ShowTextOptions(PairOptionsDialog::Tab tab) {
         text_options_ = host_.make_text_options(*this);
         text_options_->setAttribute(Qt::WA_DeleteOnClose);
         theme_.Dress(*text_options_);
+        text_options_->dress = [this](QMenu& menu) { theme_.Dress(menu); };
     }
     text_options_->ShowTab(tab);
     text_options_->show();
@@ -125,20 +111,6 @@ void CompareFoldersPage::CopyNames() {
     }
     if (!names.isEmpty())
         QGuiApplication::clipboard()->setText(names.join(u'\n'));
-}
-
-// Esc stops a run, then folds the options, then goes back to the grid.
-void CompareFoldersPage::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Escape || viewer_ == nullptr) {
-        QWidget::keyPressEvent(event);
-        return;
-    }
-    if (viewer_->CanAbort())
-        viewer_->Abort();
-    else if (OptionsUnfolded())
-        SetOptionsUnfolded(false);
-    else
-        grid_->setFocus();
 }
 
 }  // namespace zorvane

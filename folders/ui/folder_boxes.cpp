@@ -1,5 +1,7 @@
 #include "folders/ui/folder_boxes.h"
 
+#include <algorithm>
+
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPainter>
@@ -38,28 +40,44 @@ FolderBoxes::FolderBoxes(CommandSet& commands, frmCompareDir& viewer, const UiTe
                          QWidget* parent)
     : QFrame(parent), viewer_(viewer) {
     setFixedHeight(kFileRowHeight);
-    auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(kWindowEdge, 0, kWindowEdge, 0);
-    line->setSpacing(kSmall);
+    halves_ = new QHBoxLayout(this);
+    halves_->setContentsMargins(kWindowEdge, 0, kWindowEdge, 0);
+    halves_->setSpacing(kSmall);
     for (const Side side : kBothSides) {
-        const bool original = side == Side::Original;
-        line->addWidget(MakeLabel(text(original ? "Original" : "Modified"), look::kHeading, this));
-        boxes_[side] = MakeBox(commands, text, side);
-        line->addWidget(boxes_[side], 1);
-        line->addWidget(MakeCommandIcon(
-            commands, original ? "file.open_original" : "file.open_modified", "open", this));
-        if (original)
-            line->addWidget(MakeCommandIcon(commands, "compare.swap", "swap", this));
+        auto* half = new QWidget(this);
+        QHBoxLayout* line = MakeSide(commands, text, side);
+        if (side == Side::Modified)
+            MakeTypes(text, *line);
+        half->setLayout(line);
+        halves_->addWidget(half, 1);
     }
-    line->addSpacing(kSmall);
+}
+
+QHBoxLayout* FolderBoxes::MakeSide(CommandSet& commands, const UiText& text, Side side) {
+    const bool original = side == Side::Original;
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(kSmall);
+    line->addWidget(MakeLabel(text(original ? "Original" : "Modified"), look::kHeading, this));
+    boxes_[side] = MakeBox(commands, text, side);
+    line->addWidget(boxes_[side], 1);
+    line->addWidget(MakeCommandIcon(
+        commands, original ? "file.open_original" : "file.open_modified", "open", this));
+    if (original)
+        line->addWidget(MakeCommandIcon(commands, "compare.swap", "swap", this));
+    return line;
+}
+
+void FolderBoxes::MakeTypes(const UiText& text, QHBoxLayout& line) {
+    line.addSpacing(kSmall);
     auto* words = MakeLabel(text("File Types:"), look::kBeside, this);
     words->setWordWrap(false);
     types_words_ = words;
-    line->addWidget(types_words_);
+    line.addWidget(types_words_);
     types_ = new FileBox(text("File Types:"), QString(), this);
     types_->setFixedWidth(kTypesWidth);
     types_->setAcceptDrops(false);
-    line->addWidget(types_);
+    line.addWidget(types_);
     connect(types_, &FileBox::PathChosen, this, [this](const QString& types) {
         types_->SetPath(types);
         TakeTexts();
@@ -98,7 +116,21 @@ void FolderBoxes::TakeTexts() {
     viewer_.cbFileExt = FromQt(types_->Path());
 }
 
+void FolderBoxes::AlignTo(int column_left) {
+    column_left_ = column_left;
+    ShareRoom();
+}
+
+// By stretch, which gives way where a side has no more room.
+void FolderBoxes::ShareRoom() {
+    const int room = width() - 2 * kWindowEdge - kSmall;
+    const int original = std::clamp(column_left_ - kWindowEdge, 1, std::max(1, room - 1));
+    halves_->setStretch(0, original);
+    halves_->setStretch(1, std::max(1, room - original));
+}
+
 void FolderBoxes::resizeEvent(QResizeEvent*) {
+    ShareRoom();
     for (const Side side : kBothSides)
         boxes_[side]->SetNamesOnly(width() < kNamesOnlyBelow);
     types_words_->setVisible(width() >= kNamesOnlyBelow);

@@ -10,6 +10,8 @@
 #include "common/ui/file_box.h"
 #include "folders/compare_folders_viewer.h"
 
+class QHBoxLayout;
+
 namespace zorvane {
 
 class FolderBoxes : public QFrame {
@@ -22,6 +24,8 @@ class FolderBoxes : public QFrame {
     void ShowWords();
     /// What stands in the boxes is what the viewer compares.
     void TakeTexts();
+    /// The Modified side begins where its column in the grid does, so far as there is room.
+    void AlignTo(int column_left);
     FileBox& Box(Side side) { return *boxes_[side]; }
     FileBox& Types() { return *types_; }
 
@@ -36,11 +40,16 @@ class FolderBoxes : public QFrame {
 
   private:
     FileBox* MakeBox(CommandSet& commands, const UiText& text, Side side);
+    QHBoxLayout* MakeSide(CommandSet& commands, const UiText& text, Side side);
+    void MakeTypes(const UiText& text, QHBoxLayout& line);
+    void ShareRoom();
 
     frmCompareDir& viewer_;
     PerSide<FileBox*> boxes_{};
     FileBox* types_ = nullptr;
     QWidget* types_words_ = nullptr;
+    QHBoxLayout* halves_ = nullptr;
+    int column_left_ = 0;
 };
 
 }  // namespace zorvane

@@ -25,6 +25,7 @@ constexpr Command kCommands[] = {
 
 using Page = CompareFoldersPage;
 
+constexpr double kZoomStep = 1.1;
 constexpr std::string_view kBusy = "A run goes on";
 
 using Binder = PageBinder<Page>;
@@ -63,7 +64,7 @@ void BindFiles(Binder& binder) {
 
 void BindView(Binder& binder) {
     const auto is = [](FolderFilter filter) {
-        return [filter](Page& page) { return page.Table().Order().Filter() == filter; };
+        return [filter](Page& page) { return page.Table().Filter() == filter; };
     };
     const auto show = [](FolderFilter filter) {
         return [filter](Page& page) { page.SetFilter(filter); };
@@ -80,6 +81,10 @@ void BindView(Binder& binder) {
         "folders.legend", [](Page& page) { page.Viewer()->ToggleLegend(); }, {},
         [](Page& page) { return page.Viewer()->Settings().ShowLegend; });
     binder.BindShared("view.font", [](Page& page) { page.ChooseFont(); });
+    binder.BindShared("view.zoom_in", [](Page& page) { page.ZoomFont(kZoomStep); });
+    binder.BindShared("view.zoom_out", [](Page& page) { page.ZoomFont(1 / kZoomStep); });
+    binder.BindShared("view.zoom_reset", [](Page& page) { page.ZoomFont(std::nullopt); });
+    binder.BindShared("report.options", [](Page& page) { page.ShowOptions(1); });
     binder.BindShared(
         "view.options", [](Page& page) { page.SetOptionsUnfolded(!page.OptionsUnfolded()); }, {},
         [](Page& page) { return page.OptionsUnfolded(); });

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QPainter>
 
+#include "common/ui/contrast.h"
 #include "common/ui/icons.h"
 #include "common/ui/look_paint.h"
 #include "common/ui/look_style.h"
@@ -109,7 +110,10 @@ void PaintWords(QPainter& painter, const CellPlace& place, const QString& words,
     QRect room = place.room.adjusted(kWindowEdge, 0, -kSmall, 0);
     if (place.Cell().picture != CellPicture::None) {
         const QRectF icon(room.left(), room.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize);
-        PaintIcon(painter, PictureOf(place.Cell()), icon, tokens[InkOf(place.Cell().ink)]);
+        const QColor own = tokens[InkOf(place.Cell().ink)];
+        PaintIcon(
+            painter, PictureOf(place.Cell()), icon,
+            place.chosen ? MovedToContrast(own, tokens[Token::Selection], kEdgeContrast) : own);
         room.setLeft(room.left() + kBeforeWords);
     }
     painter.setPen(ink);
@@ -163,6 +167,7 @@ FolderGrid::FolderGrid(frmCompareDir& viewer, FolderTable& table, const UiText& 
     setSelectionMode(ContiguousSelection);
     horizontalHeader()->setSectionsClickable(true);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &FolderGrid::SortBy);
+    table.around_change = [this](const std::function<void()>& change) { KeepPlace(change); };
     row_wanted = [this] { viewer_.OpenRow(CurrentCell().row); };
 }
 
@@ -171,11 +176,14 @@ FolderGrid::FolderGrid(frmCompareDir& viewer, FolderTable& table, const UiText& 
 void FolderGrid::ShowSettings() {
     CompareFoldersSettings& settings = viewer_.Settings();
     ShowFont({settings.FontName, settings.FontSize, settings.FontBold, settings.FontItalic});
-    const int words = QFontMetrics(font()).horizontalAdvance(QStringLiteral("[M]>[O]"));
+    const auto column = [this](const QString& words) {
+        const int room = QFontMetrics(font()).horizontalAdvance(words) + kWindowEdge + kMedium;
+        return GridColumn{.least = std::max(room, kLeastOther)};
+    };
     const GridColumn names{.least = kLeastNames, .shares = true};
-    const GridColumn other{.least = std::max(words + kWindowEdge + kMedium, kLeastOther)};
+    const GridColumn sign = column(QStringLiteral("[M]>[O]"));
     SetColumns(
-        {names, names, other, other, other},
+        {names, names, column(QStringLiteral("12C, 12A, 12D")), sign, sign},
         [this](int at) { return viewer_.ColumnWidth(static_cast<FolderColumn>(at)); },
         [&settings](int at, std::int32_t twips) {
             std::int32_t* const stored[] = {&settings.mlCol1Width_CD, &settings.mlCol2Width_CD,
@@ -187,13 +195,13 @@ void FolderGrid::ShowSettings() {
 
 // Up, down, and back to the order of the records.
 void FolderGrid::SortBy(int section) {
-    const FolderSort now = table_.Order().Sort();
+    const FolderSort now = table_.Sort();
     FolderSort next{true, static_cast<FolderColumn>(section), false};
     if (now.on && now.by == next.by) {
         next.downward = true;
         next.on = !now.downward;
     }
-    KeepPlace([&] { table_.Show(table_.Order().Filter(), next.on ? next : FolderSort{}); });
+    table_.Show(table_.Filter(), next.on ? next : FolderSort{});
     horizontalHeader()->setSortIndicatorShown(next.on);
     if (next.on)
         horizontalHeader()->setSortIndicator(

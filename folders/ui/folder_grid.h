@@ -33,13 +33,13 @@ class FolderGrid : public Grid {
     /// The chosen cells that a file may stand in, by their records.
     std::vector<GridCell> ChosenCells() const;
     void ShowRecord(std::int32_t record, FolderColumn column);
-    /// Back to where it was, after everything moved.
-    void KeepPlace(const std::function<void()>& change);
     /// To the next row that differs, or the one before; false: there is none.
     bool GoToDifferent(bool forward);
 
   private:
     void SortBy(int section);
+    // Back to where it was, after everything moved.
+    void KeepPlace(const std::function<void()>& change);
 
     frmCompareDir& viewer_;
     FolderTable& table_;

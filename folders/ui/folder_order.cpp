@@ -1,6 +1,7 @@
 #include "folders/ui/folder_order.h"
 
 #include <algorithm>
+#include <array>
 
 namespace zorvane {
 namespace {
@@ -9,16 +10,17 @@ std::int64_t Difference(const PerSide<std::int64_t>& values) {
     return values.modified - values.original;
 }
 
+char LowerOf(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
 // Upper and lower case of ASCII stand together, as in a list of files.
 int CompareNames(const ScannedEntry& one, const ScannedEntry& other) {
-    const auto lower = [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    };
     const std::string_view names[] = {one.Name(), other.Name()};
     const std::size_t both = std::min(names[0].size(), names[1].size());
     for (std::size_t at = 0; at < both; ++at) {
-        const auto left = static_cast<unsigned char>(lower(names[0][at]));
-        const auto right = static_cast<unsigned char>(lower(names[1][at]));
+        const auto left = static_cast<unsigned char>(LowerOf(names[0][at]));
+        const auto right = static_cast<unsigned char>(LowerOf(names[1][at]));
         if (left != right)
             return left < right ? -1 : 1;
     }
@@ -52,6 +54,51 @@ int Compare(const ScannedEntry& one, const ScannedEntry& other, FolderColumn by)
                 other.InBoth() ? Difference(other.seconds) : 0);
 }
 
+/// What mostly decides, without a look at the record: the records of a large scan lie far apart.
+using SortKey = std::array<std::uint64_t, 2>;
+struct Keyed {
+    SortKey key{};
+    std::int32_t record = 0;
+};
+
+// The begin of a name as `CompareNames` has it; what ends sooner stands in front.
+SortKey KeyOfName(const ScannedEntry& entry) {
+    constexpr unsigned kBitsOfByte = 8;
+    SortKey key{};
+    const std::string_view name = entry.Name();
+    for (std::size_t at = 0; at < sizeof(key); ++at) {
+        const auto letter = at < name.size() ? static_cast<unsigned char>(LowerOf(name[at])) : 0U;
+        std::uint64_t& part = key[at / sizeof(std::uint64_t)];
+        part = part << kBitsOfByte | letter;
+    }
+    return key;
+}
+
+SortKey KeyOf(const ScannedEntry& entry, FolderColumn by) {
+    // At least as great as the key of any name; `Compare` decides where one has it too.
+    constexpr SortKey kMissing{~std::uint64_t{0}, ~std::uint64_t{0}};
+    constexpr std::uint64_t kSignBit = std::uint64_t{1} << 63U;
+    const auto ascending = [](std::int64_t value) {
+        return SortKey{static_cast<std::uint64_t>(value) ^ kSignBit, 0};
+    };
+    switch (by) {
+        case FolderColumn::Original:
+            return entry.Has(Side::Original) ? KeyOfName(entry) : kMissing;
+        case FolderColumn::Modified:
+            return entry.Has(Side::Modified) ? KeyOfName(entry) : kMissing;
+        case FolderColumn::Contents:
+            return {~static_cast<std::uint64_t>(entry.content), 0};
+        case FolderColumn::Size:
+            return ascending(entry.InBoth() ? Difference(entry.sizes) : 0);
+        case FolderColumn::Date:
+            break;
+    }
+    return ascending(entry.InBoth() ? Difference(entry.seconds) : 0);
+}
+
+constexpr std::ptrdiff_t kPiece = 1 << 15;
+constexpr std::int32_t kRecordsBetweenStops = 1 << 15;
+
 }  // namespace
 
 FolderFilter KindOf(const ScannedEntry& entry, bool ignore_dates) {
@@ -71,23 +118,20 @@ void FolderOrder::Clear(bool ignore_dates) {
     head_stands_ = false;
 }
 
-bool FolderOrder::Take(std::int32_t count) {
+void FolderOrder::Take(std::int32_t count) {
     for (; known_ < count; ++known_) {
-        const ScannedEntry& entry = scan_.Entry(static_cast<std::size_t>(known_));
+        const ScannedEntry& entry = scan_->Entry(static_cast<std::size_t>(known_));
         if (!entry.IsFolder()) {
             ++files_[static_cast<std::size_t>(KindOf(entry, ignore_dates_))];
             ++files_[static_cast<std::size_t>(FolderFilter::All)];
         }
         Add(known_);
     }
-    if (sort_.on)
-        SortRows();
-    return !sort_.on;
 }
 
 // A folder stands above its files where one of them stands there, or where it is told itself.
 void FolderOrder::Add(std::int32_t record) {
-    const ScannedEntry& entry = scan_.Entry(static_cast<std::size_t>(record));
+    const ScannedEntry& entry = scan_->Entry(static_cast<std::size_t>(record));
     const FolderFilter kind = KindOf(entry, ignore_dates_);
     if (entry.IsFolder()) {
         head_ = record;
@@ -100,7 +144,7 @@ void FolderOrder::Add(std::int32_t record) {
     if (!Shows(kind))
         return;
     const bool under_head =
-        head_ >= 0 && scan_.Entry(static_cast<std::size_t>(head_)).folder == entry.folder;
+        head_ >= 0 && scan_->Entry(static_cast<std::size_t>(head_)).folder == entry.folder;
     if (!sort_.on && under_head && !head_stands_) {
         rows_.push_back(head_);
         head_stands_ = true;
@@ -108,25 +152,52 @@ void FolderOrder::Add(std::int32_t record) {
     rows_.push_back(record);
 }
 
-void FolderOrder::Show(FolderFilter filter, const FolderSort& sort) {
+bool FolderOrder::Show(FolderFilter filter, const FolderSort& sort,
+                       const std::function<bool()>& stop) {
     filter_ = filter;
     sort_ = sort;
     rows_.clear();
     head_ = -1;
     head_stands_ = false;
-    for (std::int32_t record = 0; record < known_; ++record)
+    for (std::int32_t record = 0; record < known_; ++record) {
+        if (record % kRecordsBetweenStops == 0 && stop())
+            return false;
         Add(record);
-    if (sort_.on)
-        SortRows();
+    }
+    return !sort_.on || SortRows(stop);
 }
 
-void FolderOrder::SortRows() {
+// In pieces, so that a stop is heard between them.
+bool FolderOrder::SortRows(const std::function<bool()>& stop) {
+    std::vector<Keyed> keyed;
+    keyed.reserve(rows_.size());
+    for (const std::int32_t record : rows_)
+        keyed.push_back({KeyOf(scan_->Entry(static_cast<std::size_t>(record)), sort_.by), record});
     const int sign = sort_.downward ? -1 : 1;
-    std::sort(rows_.begin(), rows_.end(), [&](std::int32_t one, std::int32_t other) {
-        const int order = Compare(scan_.Entry(static_cast<std::size_t>(one)),
-                                  scan_.Entry(static_cast<std::size_t>(other)), sort_.by);
-        return order != 0 ? order * sign < 0 : one < other;
-    });
+    const auto before = [&](const Keyed& one, const Keyed& other) {
+        int order = one.key == other.key ? 0 : one.key < other.key ? -1 : 1;
+        if (order == 0)
+            order = Compare(scan_->Entry(static_cast<std::size_t>(one.record)),
+                            scan_->Entry(static_cast<std::size_t>(other.record)), sort_.by);
+        return order != 0 ? order * sign < 0 : one.record < other.record;
+    };
+    const auto size = static_cast<std::ptrdiff_t>(keyed.size());
+    const auto place = [&](std::ptrdiff_t at) { return keyed.begin() + std::min(at, size); };
+    for (std::ptrdiff_t at = 0; at < size; at += kPiece) {
+        if (stop())
+            return false;
+        std::sort(place(at), place(at + kPiece), before);
+    }
+    for (std::ptrdiff_t piece = kPiece; piece < size; piece *= 2) {
+        for (std::ptrdiff_t at = 0; at + piece < size; at += 2 * piece) {
+            if (stop())
+                return false;
+            std::inplace_merge(place(at), place(at + piece), place(at + 2 * piece), before);
+        }
+    }
+    std::transform(keyed.begin(), keyed.end(), rows_.begin(),
+                   [](const Keyed& one) { return one.record; });
+    return true;
 }
 
 std::int32_t FolderOrder::RowOf(std::int32_t record) const {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "compare/engine/folder_scan.h"
@@ -27,17 +28,19 @@ struct FolderSort {
 class FolderOrder {
   public:
     /// Borrowed.
-    explicit FolderOrder(const FolderScan& scan) : scan_(scan) {}
+    explicit FolderOrder(const FolderScan& scan) : scan_(&scan) {}
 
     /// Nothing is known any more.
     void Clear(bool ignore_dates);
-    /// Records below `count` are known from now on. True when what was added stands behind all
-    /// that stood there; otherwise everything may have moved.
-    bool Take(std::int32_t count);
-    void Show(FolderFilter filter, const FolderSort& sort);
+    /// Records below `count` are known from now on. Unsorted ones stand behind all that stood
+    /// there; sorted ones have no place before the next `Show`.
+    void Take(std::int32_t count);
+    /// On any thread, of a copy that is its own. False after a stop, and the order is none then.
+    bool Show(FolderFilter filter, const FolderSort& sort, const std::function<bool()>& stop);
 
     FolderFilter Filter() const { return filter_; }
     const FolderSort& Sort() const { return sort_; }
+    std::int32_t Known() const { return known_; }
     std::int32_t Count() const { return static_cast<std::int32_t>(rows_.size()); }
     std::int32_t RecordAt(std::int32_t row) const { return rows_[static_cast<std::size_t>(row)]; }
     /// -1: it does not stand there.
@@ -49,10 +52,10 @@ class FolderOrder {
 
   private:
     void Add(std::int32_t record);
-    void SortRows();
+    bool SortRows(const std::function<bool()>& stop);
     bool Shows(FolderFilter kind) const { return filter_ == FolderFilter::All || filter_ == kind; }
 
-    const FolderScan& scan_;
+    const FolderScan* scan_;
     bool ignore_dates_ = false;
     FolderFilter filter_ = FolderFilter::All;
     FolderSort sort_;

@@ -1,6 +1,12 @@
 #include "folders/ui/folder_table.h"
 
 namespace zorvane {
+namespace {
+
+// So long an order may keep a window waiting; that of most folders is there sooner.
+constexpr std::chrono::milliseconds kPatience{15};
+
+}  // namespace
 
 FolderTable::FolderTable(frmCompareDir& viewer, UiText text, QObject* parent)
     : QAbstractTableModel(parent),
@@ -9,34 +15,45 @@ FolderTable::FolderTable(frmCompareDir& viewer, UiText text, QObject* parent)
       order_(viewer.VestrelX1().Folders()) {}
 
 void FolderTable::Clear() {
+    making_.Drop();
     beginResetModel();
     made_row_ = -1;
     order_.Clear(viewer_.Options().bIgnoreDateDifferences.Data());
     shown_ = 0;
     endResetModel();
+    order_changed();
 }
 
-// How many rows new records make is known only behind them.
+// How many rows new records make is known only behind them. Where rows are sorted, or an order is
+// in work, they come with the next order.
 void FolderTable::TakeRows() {
-    made_row_ = -1;
+    if (making_.Busy())
+        return;
     if (order_.Sort().on) {
-        beginResetModel();
-        order_.Take(viewer_.RowCount());
-        shown_ = order_.Count();
-        endResetModel();
+        MakeOrder();
         return;
     }
+    made_row_ = -1;
     const int before = shown_;
     order_.Take(viewer_.RowCount());
-    if (order_.Count() == before)
-        return;
-    beginInsertRows({}, before, order_.Count() - 1);
-    shown_ = order_.Count();
-    endInsertRows();
+    if (order_.Count() > before) {
+        beginInsertRows({}, before, order_.Count() - 1);
+        shown_ = order_.Count();
+        endInsertRows();
+    }
+    order_changed();
 }
 
 void FolderTable::RecordsChanged(std::int32_t first, std::int32_t count) {
+    // To look for so many rows costs more than to paint those in sight.
+    constexpr std::int32_t kFewRecords = 8;
     made_row_ = -1;
+    if (shown_ == 0)
+        return;
+    if (count > kFewRecords) {
+        Q_EMIT dataChanged(index(0, 0), index(shown_ - 1, columnCount() - 1));
+        return;
+    }
     for (std::int32_t record = first; record < first + count; ++record) {
         const std::int32_t row = order_.RowOf(record);
         if (row >= 0)
@@ -45,11 +62,38 @@ void FolderTable::RecordsChanged(std::int32_t first, std::int32_t count) {
 }
 
 void FolderTable::Show(FolderFilter filter, const FolderSort& sort) {
-    beginResetModel();
-    made_row_ = -1;
-    order_.Show(filter, sort);
-    shown_ = order_.Count();
-    endResetModel();
+    filter_ = filter;
+    sort_ = sort;
+    MakeOrder();
+}
+
+void FolderTable::MakeOrder() {
+    FolderOrder order = order_;
+    order.Take(viewer_.RowCount());
+    making_.Begin([order = std::move(order), filter = filter_,
+                   sort = sort_](const auto& stop) mutable -> std::optional<FolderOrder> {
+        if (!order.Show(filter, sort, stop))
+            return std::nullopt;
+        return std::move(order);
+    });
+    TakeOrder(kPatience);
+}
+
+void FolderTable::TakeOrder(std::chrono::milliseconds patience) {
+    std::optional<std::optional<FolderOrder>> made = making_.Take(patience);
+    if (!made || !*made)
+        return;
+    around_change([&] {
+        beginResetModel();
+        made_row_ = -1;
+        order_ = std::move(**made);
+        shown_ = order_.Count();
+        endResetModel();
+    });
+    if (order_.Known() < viewer_.RowCount())
+        TakeRows();
+    else
+        order_changed();
 }
 
 std::int32_t FolderTable::RecordAt(int row) const {

@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <QLineEdit>
 
-#include "common/ui/file_dialogs.h"
 #include "common/ui/progress_card.h"
 #include "common/ui/question.h"
 #include "folders/ui/compare_folders_page.h"
@@ -36,8 +35,8 @@ void CompareFoldersPage::ShowStatus(FoldersPanel panel, const std::string& text)
 void CompareFoldersPage::RunChanged() {
     if (contents_ == nullptr)
         return;
-    const bool running = viewer_->CanAbort();
-    bar_->SetRunning(running);
+    const bool running = viewer_->Busy();
+    bar_->SetRunning(viewer_->CanAbort());
     if (running && !was_running_) {
         fresh_ = false;
         announcer_->Begin(text_("Comparing Folders"));
@@ -54,8 +53,16 @@ void CompareFoldersPage::RunChanged() {
     host_.commands_changed();
 }
 
+void CompareFoldersPage::WritingChanged() {
+    if (contents_ == nullptr)
+        return;
+    bar_->SetRunning(viewer_->CanAbort());
+    host_.commands_changed();
+}
+
 void CompareFoldersPage::ShowEmpty() {
-    const bool shown = viewer_->CanReport() && !viewer_->CanAbort() && table_->rowCount() == 0;
+    const bool shown = viewer_->CanReport() && !viewer_->Busy() && !table_->MakesOrder() &&
+                       table_->rowCount() == 0;
     const FolderFilter filter = table_->Order().Filter();
     empty_->setText(filter == FolderFilter::All
                         ? text_("Nothing to compare here. File types: %1")
@@ -69,18 +76,12 @@ void CompareFoldersPage::RowsCleared() {
         return;
     table_->Clear();
     grid_->ShowSettings();
-    bar_->ShowCounts(table_->Order());
     empty_->hide();
 }
 
 void CompareFoldersPage::RowsAdded() {
-    if (contents_ == nullptr)
-        return;
-    if (table_->Order().Sort().on)
-        grid_->KeepPlace([this] { table_->TakeRows(); });
-    else
+    if (contents_ != nullptr)
         table_->TakeRows();
-    bar_->ShowCounts(table_->Order());
 }
 
 void CompareFoldersPage::RowsChanged(std::int32_t first, std::int32_t count) {
@@ -153,15 +154,11 @@ bool CompareFoldersPage::ShowNotice(const std::string& text, const std::string& 
 }
 
 std::string CompareFoldersPage::BrowseForFolder(const std::string& start) {
-    return FromQt(PickFolder(ToQt(start), folders_, text_, this));
+    return AskForFolder(start);
 }
 
 std::string CompareFoldersPage::PickReportFile(const std::string& title, const std::string& start) {
-    FileRequest request{.title = ToQt(title),
-                        .filter = text_("Comma delimited") + QStringLiteral("|*.CSV"),
-                        .saving = true,
-                        .start = ToQt(start)};
-    return FromQt(PickFile(request, text_, this));
+    return AskForReport(title, start, text_("Comma delimited"));
 }
 
 void CompareFoldersPage::CompareFiles(const PerSide<std::string>& files, bool new_window) {

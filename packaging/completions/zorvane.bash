@@ -45,7 +45,7 @@ _zorvane() {
         text) words='-h --help -V --version --rtf -o --output --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
         install-git) words='-h --help --local --global --remove' ;;
         folders) words='-h --help -V --version -r --recursive --types --dates --quick --no-hidden --follow --no-renames -j --jobs -o --output --json --only --stat -q --quiet --color --text --reports --report-type --no-cache -i --ignore-case -w --ignore-whitespace -B --ignore-blank-lines --plain --remove-blank-lines --password --original-password --modified-password --password-file --ask-password --sheets --rows --columns --formulas --source --pages --pdf-quick --slides --notes --set --settings --no-sandbox --log' ;;
-        find) words='-h --help -V --version -e --regexp -i --ignore-case -w --word-regexp -r --recursive --types --office --no-hidden -j --threads --no-cache --no-sandbox -C --context -l --files-with-matches -c --count --json --stats -q --quiet --color' ;;
+        find) words='-h --help -V --version -e --regexp -i --ignore-case -w --word-regexp -r --recursive --types --office --no-hidden -j --threads --password --password-file --ask-password --no-cache --no-sandbox -C --context -l --files-with-matches -c --count --json --stats -q --quiet --color' ;;
         cache) words='-h --help -V --version --clear' ;;
         *) words='compare text install-git folders find cache --help --version' ;;
     esac

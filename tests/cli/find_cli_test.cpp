@@ -8,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/encrypted_package.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/shell_run.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/word_file.h"
 
 namespace zorvane {
 namespace {
@@ -131,6 +133,16 @@ TEST_F(FindCliTest, ReadsDocumentsAndKeepsTheirTexts) {
               folder_.Path("home/.cache/zorvane/texts") + ": 2 entries, 1 of 512 MB\n");
     EXPECT_NE(Run("cache --clear").output.find(" 0 entries"), std::string::npos);
     EXPECT_EQ(Run("find needle --office --no-cache --types *.pdf").status, 0);
+    EXPECT_NE(Run("cache").output.find(" 0 entries"), std::string::npos);
+}
+
+TEST_F(FindCliTest, OpensProtectedDocumentsAndKeepsNothingOfThem) {
+    WordFile letter;
+    letter.body = "<w:p><w:r><w:t>a needle</w:t></w:r></w:p>";
+    folder_.Write("tree/p.docx", StandardEncrypted(MakeWordFile(letter), "pass", 128));
+    EXPECT_EQ(Run("find needle --office --types *.docx").status, 2);
+    const ShellRun run = Run("find needle --office --types *.docx --password pass");
+    EXPECT_EQ(run.output, "p.docx:1:a needle\n") << run.error;
     EXPECT_NE(Run("cache").output.find(" 0 entries"), std::string::npos);
 }
 

@@ -42,6 +42,7 @@ class FakeFindWindow : public FindTextWindow {
     void ShowStatus(FindPanel panel, const std::string& text) override { status[panel] = text; }
     void SetCaption(const std::string& text) override { caption = text; }
     void EnableAbort(bool on) override { abort = on; }
+    void WritingChanged() override {}
     void SetHourglass(bool on) override { hourglass = on; }
     void GridChanged(FindGrid grid) override { ++changes[grid]; }
     void SizeRows(FindGrid grid) override { ++sized[grid]; }
@@ -186,6 +187,17 @@ TEST_F(FindViewerTest, WordsTheThreeErrorsByTheirEntries) {
     EXPECT_EQ(viewer_->mdDividerPrimaryRatio, 1.0);
 }
 
+/// Reads until it is told to stop.
+class EndlessDocuments : public DocumentTexts {
+  public:
+    bool IsDocument(std::string_view name) override { return name.ends_with(".doc"); }
+    Text TextOf(const std::string&, const std::function<bool()>& stop) override {
+        while (!stop())
+            std::this_thread::yield();
+        return {nullptr, "stopped", {}};
+    }
+};
+
 class BrokenDocuments : public DocumentTexts {
   public:
     bool IsDocument(std::string_view name) override { return name.ends_with(".doc"); }
@@ -253,10 +265,11 @@ TEST_F(FindViewerTest, AbortsOnlyWhileItSearches) {
 }
 
 TEST_F(FindViewerTest, ShowsAllThatWasFoundBeforeAnAbort) {
-    std::string text;
-    for (int line = 0; line < 5000; ++line)
-        text += "needle\n";
-    Write("a.txt", text);
+    EndlessDocuments documents;
+    viewer_->SetDocuments(&documents);
+    window_.entries.cbSupportOfficeDocs = true;
+    Write("a.txt", "needle\nneedle\n");
+    Write("sub/b.doc", "");
     Begin("needle");
     while (viewer_->Engine().HitCount() == 0)
         std::this_thread::yield();
@@ -265,6 +278,7 @@ TEST_F(FindViewerTest, ShowsAllThatWasFoundBeforeAnAbort) {
         std::this_thread::yield();
     viewer_->Poll();
     EXPECT_EQ(viewer_->fgFiles().Count(), viewer_->Engine().HitCount());
+    EXPECT_EQ(viewer_->fgFiles().Count(), 2);
     EXPECT_EQ(Main(), "Scan Aborted");
     EXPECT_FALSE(viewer_->Completed());
 }
@@ -345,6 +359,7 @@ TEST_F(FindViewerTest, WritesItsReportAndOpensIt) {
     Find("needle");
     viewer_->Settings().txtDefaultReportCSV = system_.folder.Path("reports") + "/r[Y].csv";
     viewer_->mnuReportTabDelimitedFile_Click();
+    viewer_->FinishWriting();
     EXPECT_EQ(window_.message, "");
     EXPECT_NE(system_.folder.Read("reports/r2023.csv").find(file + "\t1\t1\tneedle"),
               std::string::npos);
@@ -352,6 +367,7 @@ TEST_F(FindViewerTest, WritesItsReportAndOpensIt) {
     EXPECT_EQ(system_.shell().calls[0], "edit " + system_.folder.Path("reports/r2023.csv"));
     viewer_->Settings().txtDefaultReportCSV = "/proc/none/r.csv";
     viewer_->mnuReportTabDelimitedFile_Click();
+    viewer_->FinishWriting();
     EXPECT_NE(window_.message, "");
 }
 

@@ -72,6 +72,11 @@ TEST_F(FoldersViewerTest, ChecksWordsInTheOrderOfTheRows) {
     std::string table = fakes.folder.Path("made/[Y]/table");
     ASSERT_TRUE(viewer.CreateTabDelimitedReport(table));
     EXPECT_TRUE(table.ends_with("made/2023/table")) << table;
+    viewer.Settings().txtDefaultReportCSV = fakes.folder.Path("made/beside");
+    viewer.mnuReportTabDelimitedFile();
+    viewer.FinishWriting();
+    EXPECT_EQ(fakes.shell().calls.back(), "edit " + fakes.folder.Path("made/beside"));
+    EXPECT_EQ(fakes.folder.Read("made/beside"), fakes.folder.Read("made/2023/table"));
     EXPECT_NE(fakes.folder.Read("made/2023/table").find("1\tends.txt\t"), std::string::npos);
     EXPECT_NE(fakes.folder.Read("made/2023/table").find("\t1\t0\t0\t1\t0\t0\r\n2\t"),
               std::string::npos);
@@ -112,8 +117,7 @@ TEST_F(FoldersViewerTest, EachRowOfARenamedFileTellsOfTheOther) {
     EXPECT_EQ(cells("a"), "       a|\u2192 z");
     EXPECT_EQ(cells("z"), "\u2190 a|       z");
     EXPECT_EQ(cells("sub/gone"), "       gone|    ");
-    EXPECT_EQ(window.changed, (std::vector<std::pair<std::int32_t, std::int32_t>>{
-                                  {RowOf("a"), 1}, {RowOf("z"), 1}}));
+    EXPECT_EQ(window.changed.size(), 1U) << "the window paints them anew";
     viewer.ClickTellRenamed(false);
     look();
     EXPECT_EQ(cells("a"), "       a|    ");

@@ -30,6 +30,11 @@ class DialogsTest : public ::testing::Test {
     template <class Shown>
     static bool InDialog(WindowWorld& world, const char* id,
                          const std::function<void(Shown&)>& act) {
+        return InDialog<Shown>(world.window.Commands(), id, act);
+    }
+    template <class Shown>
+    static bool InDialog(CommandSet& commands, const char* id,
+                         const std::function<void(Shown&)>& act) {
         bool came = false;
         QTimer::singleShot(0, [&] {
             auto* dialog = dynamic_cast<Shown*>(QApplication::activeModalWidget());
@@ -39,7 +44,7 @@ class DialogsTest : public ::testing::Test {
             if (auto* left = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
                 left->reject();
         });
-        world.window.Commands().Run(id);
+        commands.Run(id);
         return came;
     }
     static void WorkIn(WindowWorld& world, Side side) {

@@ -1,8 +1,5 @@
 // Draws the window of Find Text In Files to PNG files, to be looked at:
 //   QT_QPA_PLATFORM=offscreen zv_find_pictures folder text pictures [language language-files]
-#include <filesystem>
-#include <fstream>
-
 #include <QApplication>
 #include <QMenu>
 
@@ -14,16 +11,8 @@ namespace {
 
 class FindPictures {
   public:
-    FindPictures(Theme& theme, std::string pictures) : theme_(theme), saver_(std::move(pictures)) {}
-
-    /// As a person who chose it the day before.
-    void SetLanguage(const std::string& language, const std::filesystem::path& files) {
-        namespace fs = std::filesystem;
-        const fs::path home = fs::path(fakes_.folder.Path()) / "26" / "Tarnwick, Inc" / "Zorvane";
-        const std::string name = language + "-Zorvane.txt";
-        fs::create_directories(home / "Languages");
-        fs::copy_file(files / name, home / "Languages" / name);
-        std::ofstream(home / "Zorvane.INI") << "[Language]\r\nLanguage_Code=" << language << "\r\n";
+    FindPictures(Theme& theme, const PictureRun& run) : theme_(theme), saver_(run.folder) {
+        run.ChooseLanguage(fakes_.folder.Path());
     }
 
     bool Draw(const std::string& folder, const std::string& text) {
@@ -48,12 +37,7 @@ class FindPictures {
         Save(window, "13-find-light");
         theme_.Force(ColorTokens::Dark());
         Save(window, "13-find-dark");
-        QPalette contrast;
-        contrast.setColor(QPalette::Window, Qt::black);
-        contrast.setColor(QPalette::Base, Qt::black);
-        contrast.setColor(QPalette::WindowText, Qt::white);
-        contrast.setColor(QPalette::Text, Qt::white);
-        theme_.Force(ColorTokens::FromPalette(contrast));
+        theme_.Force(HighContrast());
         Save(window, "13-find-contrast");
         theme_.Force(ColorTokens::Light());
         DrawParts(window, page);
@@ -101,12 +85,7 @@ class FindPictures {
 }  // namespace zorvane
 
 int main(int argc, char** argv) {
-    return zorvane::DrawPair(
-        argc, argv,
-        [&](zorvane::Theme& theme, const char* folder, const char* text, const char* pictures) {
-            zorvane::FindPictures drawn(theme, pictures);
-            if (argc > 5)
-                drawn.SetLanguage(argv[4], argv[5]);
-            return drawn.Draw(folder, text);
-        });
+    return zorvane::DrawPair(argc, argv, [](zorvane::Theme& theme, const zorvane::PictureRun& run) {
+        return zorvane::FindPictures(theme, run).Draw(run.original, run.modified);
+    });
 }

@@ -1,5 +1,5 @@
 // Draws the window of Compare Folders to PNG files, to be looked at:
-//   QT_QPA_PLATFORM=offscreen zv_folder_pictures original modified folder
+//   QT_QPA_PLATFORM=offscreen zv_folder_pictures original modified folder [language language-files]
 #include <QApplication>
 #include <QHeaderView>
 #include <QMenu>
@@ -12,11 +12,12 @@ namespace {
 
 class FolderPictures {
   public:
-    FolderPictures(Theme& theme, std::string folder) : theme_(theme), saver_(std::move(folder)) {}
+    FolderPictures(Theme& theme, const PictureRun& run) : theme_(theme), saver_(run.folder) {
+        run.ChooseLanguage(fakes_.folder.Path());
+    }
 
     bool Draw(const std::string& original, const std::string& modified) {
-        FakePlatform fakes;
-        WindowWorld world(fakes, theme_);
+        WindowWorld world(fakes_, theme_);
         MainWindow& window = world.window;
         window.showNormal();
         window.resize(1280, 800);
@@ -38,6 +39,8 @@ class FolderPictures {
         page.Errors().SetUnfolded(true);
         Save(window, "12-folders-dark");
         page.Errors().SetUnfolded(false);
+        theme_.Force(HighContrast());
+        Save(window, "12-folders-contrast");
         theme_.Force(ColorTokens::Light());
         for (const int tab : {0, 1}) {
             page.ShowOptions(tab);
@@ -63,6 +66,7 @@ class FolderPictures {
   private:
     void Save(QWidget& widget, const std::string& name) { saver_.Save(widget, name); }
 
+    FakePlatform fakes_;
     Theme& theme_;
     PictureSaver saver_;
 };
@@ -71,9 +75,7 @@ class FolderPictures {
 }  // namespace zorvane
 
 int main(int argc, char** argv) {
-    return zorvane::DrawPair(
-        argc, argv,
-        [](zorvane::Theme& theme, const char* original, const char* modified, const char* folder) {
-            return zorvane::FolderPictures(theme, folder).Draw(original, modified);
-        });
+    return zorvane::DrawPair(argc, argv, [](zorvane::Theme& theme, const zorvane::PictureRun& run) {
+        return zorvane::FolderPictures(theme, run).Draw(run.original, run.modified);
+    });
 }

@@ -237,6 +237,17 @@ TEST_F(FoldersPageTest, ANarrowWindowOffersTheKindsInAMenu) {
     FoldersBar& bar = page.Bar();
     world.window.resize(1200, 700);
     ASSERT_TRUE(WindowWorld::Until([&] { return bar.KindsButton().isHidden(); }));
+    const double points = page.Grid().font().pointSizeF();
+    EXPECT_TRUE(world.window.Commands().Run("view.zoom_in"));
+    EXPECT_GT(page.Grid().font().pointSizeF(), points);
+    EXPECT_TRUE(world.window.Commands().Run("view.zoom_reset"));
+    EXPECT_EQ(page.Grid().font().pointSizeF(), points);
+    page.Grid().horizontalHeader()->resizeSection(0, page.Grid().columnWidth(0) + 60);
+    const QWidget& half = *page.Boxes().Box(Side::Modified).parentWidget();
+    EXPECT_TRUE(WindowWorld::Until([&] {
+        return std::abs(half.x() - page.Grid().columnViewportPosition(1)) < 20;
+    })) << half.x()
+        << " is not above " << page.Grid().columnViewportPosition(1);
     world.window.resize(760, 700);
     ASSERT_TRUE(WindowWorld::Until([&] { return bar.Filters().isHidden(); }));
     EXPECT_EQ(bar.KindsButton().Caption(), QStringLiteral("All 6"));
@@ -265,6 +276,9 @@ TEST_F(FoldersPageTest, EditsTheOptionsOfTextsAndOfReports) {
         if (box->text() == QStringLiteral("Ignore Case"))
             box->click();
     }
+    for (const QAbstractButton* button : dialog->findChildren<Button*>())
+        EXPECT_TRUE(button->isEnabled()) << FromQt(button->text());
+    EXPECT_TRUE(InDialog<QDialog>(dialog->Commands(), "types.word", [](QDialog&) {}));
     dialog->close();
     ASSERT_TRUE(WindowWorld::Until([&] { return page.TextOptions() == nullptr; }));
     Write("old", "a/changed 1.txt", "WORDS");

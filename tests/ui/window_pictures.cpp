@@ -95,9 +95,7 @@ class Pictures {
 }  // namespace zorvane
 
 int main(int argc, char** argv) {
-    return zorvane::DrawPair(
-        argc, argv,
-        [](zorvane::Theme& theme, const char* original, const char* modified, const char* folder) {
-            return zorvane::Pictures(theme, folder).Draw(original, modified);
-        });
+    return zorvane::DrawPair(argc, argv, [](zorvane::Theme& theme, const zorvane::PictureRun& run) {
+        return zorvane::Pictures(theme, run.folder).Draw(run.original, run.modified);
+    });
 }
