@@ -81,18 +81,19 @@ bool DeleteFileWithRetry(Clock& clock, const std::string& sPath) {
 }
 
 Status CopyFileReplacingReadOnly(const std::string& sFrom, const std::string& sTo,
-                                 std::uint32_t mode) {
-    const Result<std::string> bytes = ReadWholeFile(sFrom);
+                                 std::uint32_t mode, RunWatcher* watcher) {
+    const Result<std::string> bytes = ReadWholeFile(sFrom, watcher);
     if (!bytes.ok())
         return bytes.failure();
-    const Status copied = ReplaceFile(sTo, bytes.value(), mode);
+    const Status copied = ReplaceFile(sTo, bytes.value(), mode, watcher);
     const std::string native = NativePath(sTo);
     struct stat facts {};
-    if (copied.ok() || stat(native.c_str(), &facts) != 0 || (facts.st_mode & S_IWUSR) != 0)
+    if (copied.ok() || !KeepGoing(watcher) || stat(native.c_str(), &facts) != 0 ||
+        (facts.st_mode & S_IWUSR) != 0)
         return copied;
     if (chmod(native.c_str(), facts.st_mode | S_IWUSR) != 0)
         return copied;
-    Status again = ReplaceFile(sTo, bytes.value(), mode);
+    Status again = ReplaceFile(sTo, bytes.value(), mode, watcher);
     const mode_t kept = mode == 0666 ? facts.st_mode : facts.st_mode & mode;
     chmod(native.c_str(), kept);
     return again;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "common/base/result.h"
+#include "common/base/run_watcher.h"
 
 namespace zorvane {
 
@@ -26,9 +27,9 @@ bool bFolderIsWritable(std::string_view sPath, Clock& clock);
 /// second, 20 times.
 bool DeleteFileWithRetry(Clock& clock, const std::string& sPath);
 /// Copies; a protected target is unprotected, overwritten, and protected again.
-/// `mode`: see `ReplaceFile`.
+/// `mode`: see `ReplaceFile`. After a stop the target is as it was.
 Status CopyFileReplacingReadOnly(const std::string& sFrom, const std::string& sTo,
-                                 std::uint32_t mode = 0666);
+                                 std::uint32_t mode = 0666, RunWatcher* watcher = nullptr);
 Status MoveFileByCopy(const std::string& sFrom, const std::string& sTo);
 
 /// A free name: folder, prefix, a random number of 8 digits less the prefix, ".", extension ("TMP"

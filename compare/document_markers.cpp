@@ -147,13 +147,9 @@ class AllInOneMarker : public DocumentMarker {
 
     RichText MarkChange(std::size_t index, const DifferenceRecord& record) override {
         RichText entry = ColorizeParagraphsInRTB_AIO(index, record);
-        if (!monitor_.KeepGoing())
-            return {};
         // Kept: the changed text stands twice in the summary.
         EndWithBreak(entry);
-        if (!monitor_.KeepGoing())
-            return {};
-        entry.Append(RichText(entry));
+        entry.Append(CopyOf(entry, &monitor_.Watcher()), &monitor_.Watcher());
         return entry;
     }
 
@@ -274,12 +270,9 @@ class SideBySideMarker : public DocumentMarker {
         if (!monitor_.KeepGoing())
             return {};
         EndWithBreak(entry);
-        const RichText modified =
-            PutBack(editors_.rtbModifiedDiffTemp.editor, editors_.rtbModifiedDiff.document,
-                    ModifiedParagraphs(record));
-        if (!monitor_.KeepGoing())
-            return {};
-        entry.Append(modified);
+        entry.Append(PutBack(editors_.rtbModifiedDiffTemp.editor, editors_.rtbModifiedDiff.document,
+                             ModifiedParagraphs(record)),
+                     &monitor_.Watcher());
         return entry;
     }
 

@@ -112,18 +112,19 @@ class Saving {
         if (target_ == EditorTarget::AllInOneDiff)
             return parts_.create_all_in_one(temp_) == ReportResult::Ok;
         constexpr std::uint32_t kOwnerAlone = 0600;  // it stays there
-        return Told(ReplaceFile(temp_, WriteRtf(parts_.editor(target_).Rich()), kOwnerAlone));
+        return Told(ReplaceFile(temp_, WriteRtf(parts_.editor(target_).Rich(), parts_.watcher),
+                                kOwnerAlone, parts_.watcher));
     }
 
     bool Told(const Status& status) {
-        if (!status.ok())
+        if (!status.ok() && KeepGoing(parts_.watcher))
             LogMessage(parts_.telling, status.failure().reason);
         return status.ok();
     }
 
     bool Write() {
         if (type_ == SaveType::RichText)
-            return Told(CopyFileReplacingReadOnly(temp_, file_, parts_.mode));
+            return Told(CopyFileReplacingReadOnly(temp_, file_, parts_.mode, parts_.watcher));
         WordConversion word{parts_.process, parts_.telling, parts_.page, {}};
         if (!word.CheckVersion())
             return false;
@@ -153,7 +154,7 @@ class Saving {
             if (Status status = WriteWholeFile(converted, text.value()); !status.ok())
                 return status;
         }
-        return CopyFileReplacingReadOnly(converted, file_, parts_.mode);
+        return CopyFileReplacingReadOnly(converted, file_, parts_.mode, parts_.watcher);
     }
 
     std::string ExtensionFor() const {

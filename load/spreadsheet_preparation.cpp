@@ -138,7 +138,10 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparingTrellisGrid(const std:
 
 bool SpreadsheetPreparation::PrepareCommaDelimited(const std::string& sFile,
                                                    const std::string& sTempFile, Side side) {
-    const Status copied = CopyFileReplacingReadOnly(sFile, sTempFile);
+    constexpr std::uint32_t kUsualMode = 0666;
+    const Status copied = CopyFileReplacingReadOnly(sFile, sTempFile, kUsualMode, context_.watcher);
+    if (!copied.ok() && !context_.KeepGoing())
+        return false;
     if (!copied.ok()) {
         LogLoadFailure(context_.process.Translate("Unable to copy file."),
                        sFile + "\n" + copied.failure().reason);

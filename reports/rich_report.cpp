@@ -144,6 +144,18 @@ bool AppendPieces(const RichReportPieces& pieces, Editor& scratch, RunWatcher* w
     return true;
 }
 
+Status WriteParts(const RtfParts& rtf, const std::string& path, RunWatcher* watcher,
+                  std::uint32_t mode) {
+    Result<FileReplacement> file = FileReplacement::Begin(path, mode);
+    if (!file.ok())
+        return file.failure();
+    // The first failure is that of all further calls.
+    IgnoreFailure(file.value().Write(rtf.head, watcher), "the next call tells it");
+    if (const Status written = file.value().Write(rtf.body, watcher); !written.ok())
+        return written;
+    return file.value().Finish();
+}
+
 }  // namespace
 
 Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std::string& file,
@@ -167,11 +179,11 @@ Status SaveRichReport(const RichReportPieces& pieces, Editor& scratch, const std
     RichText whole = scratch.TakeRich();
     if (!KeepGoing(watcher))
         return Failure{std::string(kReportStopped)};
-    std::string rtf = WriteRtfPage(whole, headed ? TableForm::Cells : TableForm::Tabs, watcher);
+    RtfParts rtf = WriteRtfPage(whole, headed ? TableForm::Cells : TableForm::Tabs, watcher);
     FreeAside(std::move(whole));
     if (!KeepGoing(watcher))
         return Failure{std::string(kReportStopped)};
-    const Status written = ReplaceFile(file, rtf, mode, watcher);
+    const Status written = WriteParts(rtf, file, watcher, mode);
     FreeAside(std::move(rtf));
     return written.ok() || KeepGoing(watcher) ? written
                                               : Status(Failure{std::string(kReportStopped)});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <utility>
 
 #include "common/base/text_encoding.h"
 #include "common/base/visible_text.h"
@@ -118,23 +119,26 @@ class TerminalWriter {
                 if (move != nullptr && move->section_count > 0)
                     Moved(*move, modified);
                 else
-                    Lines("+ ", {{PieceKind::Added, std::u16string(modified)}});
+                    Lines("+ ", WholePiece(PieceKind::Added, modified, model_.watcher));
                 return;
             case DifferenceType::Deletion:
-                Lines("- ", {{PieceKind::Deleted, std::u16string(original)}});
+                Lines("- ", WholePiece(PieceKind::Deleted, original, model_.watcher));
                 return;
             case DifferenceType::Change:
-                Lines("~ ", MergedPieces(comparison_,
-                                         {original, modified, comparison_.SectionsOf(index)}));
+                Lines("~ ",
+                      MergedPieces(comparison_, {original, modified, comparison_.SectionsOf(index)},
+                                   model_.watcher));
                 return;
         }
     }
 
     // At the new place stands what changed on the way.
     void Moved(const Move& move, std::u16string_view modified) {
-        const std::u16string original = comparison_.Text(
-            Side::Original, comparison_.records[static_cast<std::size_t>(move.deletion)]);
-        Lines("> ", MergedPieces(comparison_, {original, modified, comparison_.SectionsOf(move)}));
+        std::u16string buffer;
+        const std::u16string_view original = comparison_.Text(
+            Side::Original, comparison_.records[static_cast<std::size_t>(move.deletion)], buffer);
+        Lines("> ", MergedPieces(comparison_, {original, modified, comparison_.SectionsOf(move)},
+                                 model_.watcher));
     }
 
     Marks MarksOf(PieceKind kind) const {
@@ -145,8 +149,8 @@ class TerminalWriter {
         return style_.color ? kNewColor : kNewPlain;
     }
 
-    void Lines(std::string_view sign, const std::vector<Piece>& pieces) {
-        for (const PieceParagraph& paragraph : SplitPieces(pieces)) {
+    void Lines(std::string_view sign, std::vector<Piece> pieces) {
+        for (const PieceParagraph& paragraph : SplitPieces(std::move(pieces))) {
             out_ += sign;
             for (const Piece& piece : paragraph.pieces)
                 Marked(piece);
@@ -159,7 +163,7 @@ class TerminalWriter {
     void Marked(const Piece& piece) {
         const Marks marks = MarksOf(piece.kind);
         out_ += marks.open;
-        WriteInParts(ToldText(piece), stop_,
+        WriteInParts(ToldText(piece.kind, piece.text, told_), stop_,
                      [this](std::u16string_view part) { out_ += Shown(part); });
         out_ += marks.close;
     }
@@ -169,6 +173,7 @@ class TerminalWriter {
     TerminalStyle style_;
     StopCheck stop_{model_.watcher, kUnitsBetweenStops};
     std::int32_t shown_to_ = 1;  // the first paragraph of the original that has not been shown
+    std::u16string told_;
     std::string out_;
 };
 

@@ -39,4 +39,12 @@ inline std::size_t FindUnit(std::u16string_view text, char16_t unit, std::size_t
     return FindEitherUnit(text, unit, unit, from);
 }
 
+/// Place of the first CR LF from `from` on; npos without one.
+inline std::size_t FindBreak(std::u16string_view text, std::size_t from = 0) {
+    std::size_t at = FindUnit(text, u'\r', from);
+    while (at != std::u16string_view::npos && (at + 1 == text.size() || text[at + 1] != u'\n'))
+        at = FindUnit(text, u'\r', at + 1);
+    return at;
+}
+
 }  // namespace zorvane

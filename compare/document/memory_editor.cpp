@@ -15,12 +15,21 @@ namespace {
 constexpr std::int32_t kBreakLength = 2;
 constexpr std::int32_t kSmall = 1 << 14;  // taken without asking in between
 
-bool HasLoneBreak(std::u16string_view text) {
-    std::size_t at = 0;
-    while ((at = FindEitherUnit(text, u'\r', u'\n', at)) != std::u16string_view::npos) {
-        if (text[at] == u'\n' || at + 1 == text.size() || text[at + 1] != u'\n')
+// False after a stop.
+bool HasLoneBreak(std::u16string_view text, RunWatcher* watcher) {
+    constexpr std::size_t kPart = std::size_t{1} << 20;
+    StopCheck stop(watcher, kPart);
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(at + kPart, text.size());
+        const std::size_t found =
+            std::min(FindEitherUnit(text.substr(0, end), u'\r', u'\n', at), end);
+        const bool whole = text.substr(found, kBreakLength) == u"\r\n";
+        if (found < end && !whole)
             return true;
-        at += 2;
+        const std::size_t next = whole ? found + kBreakLength : end;
+        if (!stop.KeepGoing(static_cast<std::int64_t>(next - at)))
+            return false;
+        at = next;
     }
     return false;
 }
@@ -88,7 +97,7 @@ void MemoryEditor::SetText(std::u16string_view text) {
 }
 
 void MemoryEditor::SetRich(RichText text) {
-    if (HasLoneBreak(text.text))
+    if (HasLoneBreak(text.text, watcher_))
         text = Normalized(std::move(text));
     text_.Assign(std::move(text.text));
     char_runs_.Assign(text.char_runs, watcher_);
@@ -227,10 +236,12 @@ void MemoryEditor::FormatParagraphs(TextRange range, const ParagraphFormatChange
 void MemoryEditor::Put(TextRange range, const RichText& text) {
     if (range.length == 0 && text.Empty())
         return;
-    if (range.end().value == Length())
+    const bool at_end = range.end().value == Length();
+    if (!text_.Replace(range.first.value, range.length, text.text, watcher_))
+        return;
+    if (at_end)
         empty_last_paragraph_.reset();
     line_ends_.Replaced(range.first.value, range.length, text.text);
-    text_.Replace(range.first.value, range.length, text.text, watcher_);
     char_runs_.Replace(range.first.value, range.length, text.char_runs, watcher_);
     paragraph_runs_.Replace(range.first.value, range.length, text.paragraph_runs, watcher_);
     selection_ = Clip(selection_);
@@ -252,7 +263,7 @@ TextRange MemoryEditor::Replace(TextRange range, const RichText& text) {
     range = Clip(range);
     const TextRange inside = InText(range);
     const bool last_break = range.length > 0 && range.end() > inside.end();
-    if (HasLoneBreak(text.text))
+    if (HasLoneBreak(text.text, watcher_))
         return Replace(range, Normalized(text));
     if (!last_break || !text.text.ends_with(u"\r\n")) {
         Put(inside, text);

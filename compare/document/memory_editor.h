@@ -18,7 +18,7 @@ namespace zorvane {
 class MemoryEditor : public Editor {
   public:
     /// Of the run that the editor belongs to: what is large is stopped in between, and then nothing
-    /// is given (`Rich`, `TakeRich`), or what is put has not its formats. Borrowed.
+    /// is given (`Rich`, `TakeRich`) or put (`Replace`), or it has not its formats. Borrowed.
     void Watch(RunWatcher* watcher) { watcher_ = watcher; }
 
     std::int32_t Length() const override { return text_.Length(); }

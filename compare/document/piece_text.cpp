@@ -63,7 +63,7 @@ char16_t PieceText::At(std::int32_t position) const {
     return View(found.value->Behind(found.offset), 1).front();
 }
 
-PieceText::Piece PieceText::Add(std::u16string_view text) {
+PieceText::Piece PieceText::Add(std::u16string_view text, StopCheck& stop) {
     if (sources_.empty())
         sources_.emplace_back();
     // What was assigned grows no more, lest it be copied.
@@ -76,23 +76,31 @@ PieceText::Piece PieceText::Add(std::u16string_view text) {
     std::u16string& source = sources_.back();
     const Piece piece{static_cast<std::uint32_t>(sources_.size() - 1),
                       static_cast<std::int32_t>(source.size())};
-    source += text;
-    stored_ += text.size();
+    if (AppendInParts(text, stop, source))
+        stored_ += text.size();
+    else
+        source.resize(static_cast<std::size_t>(piece.offset));
     return piece;
 }
 
-void PieceText::Replace(std::int32_t first, std::int32_t length, std::u16string_view text,
+bool PieceText::Replace(std::int32_t first, std::int32_t length, std::u16string_view text,
                         RunWatcher* watcher) {
-    pieces_.Cut(first, length);
+    StopCheck stop(watcher, kUnitsBetweenStops);
+    Piece piece;
     if (!text.empty())
-        pieces_.Push(static_cast<std::int32_t>(text.size()), Add(text));
+        piece = Add(text, stop);
+    if (stop.Stopped())
+        return false;
+    pieces_.Cut(first, length);
+    pieces_.Push(static_cast<std::int32_t>(text.size()), piece);
     pieces_.Close();
     const auto read = static_cast<std::size_t>(Length());
     if (stored_ <= 2 * read + kUnread && pieces_.Count() <= kMostPieces)
-        return;
+        return true;
     std::u16string whole = Take(0, Length(), watcher);
     if (whole.size() == read)  // else it was stopped
         Assign(std::move(whole));
+    return true;
 }
 
 std::int32_t PieceText::Next(char16_t unit, std::int32_t from) const {

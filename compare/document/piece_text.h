@@ -27,7 +27,8 @@ class PieceText {
                         RunWatcher* watcher = nullptr) const;
     std::vector<std::u16string_view> Pieces(std::int32_t first, std::int32_t length) const;
     char16_t At(std::int32_t position) const;
-    void Replace(std::int32_t first, std::int32_t length, std::u16string_view text,
+    /// False after a stop; then nothing has changed.
+    bool Replace(std::int32_t first, std::int32_t length, std::u16string_view text,
                  RunWatcher* watcher = nullptr);
     /// Position of the next or last such unit at or behind `from`, in front of `before`, or -1.
     std::int32_t Next(char16_t unit, std::int32_t from) const;
@@ -49,8 +50,7 @@ class PieceText {
         return std::u16string_view(sources_[piece.source])
             .substr(static_cast<std::size_t>(piece.offset), static_cast<std::size_t>(length));
     }
-    Piece Add(std::u16string_view text);
-    void PutTogether();
+    Piece Add(std::u16string_view text, StopCheck& stop);
 
     std::vector<std::u16string> sources_;
     std::size_t stored_ = 0;  // units in all sources

@@ -71,12 +71,26 @@ void RichText::SetOneFormat(const CharFormat& format) {
     AppendRun(paragraph_runs, {Length(), ParagraphFormat{}});
 }
 
-void RichText::Append(const RichText& other) {
-    text += other.text;
-    for (const CharRun& run : other.char_runs)
+void RichText::Append(const RichText& other, RunWatcher* watcher) {
+    StopCheck stop(watcher);
+    if (text.capacity() - text.size() < other.text.size() && watcher != nullptr) {
+        constexpr std::size_t kBreak = 2;  // who ends it with one need not move it
+        std::u16string joined;
+        joined.reserve(text.size() + other.text.size() + kBreak);
+        AppendInParts(std::u16string_view(text), stop, joined);
+        text = std::move(joined);
+    }
+    AppendInParts(std::u16string_view(other.text), stop, text);
+    for (const CharRun& run : other.char_runs) {
+        if (!stop.KeepGoing())
+            return;
         AppendRun(char_runs, run);
-    for (const ParagraphRun& run : other.paragraph_runs)
+    }
+    for (const ParagraphRun& run : other.paragraph_runs) {
+        if (!stop.KeepGoing())
+            return;
         AppendRun(paragraph_runs, run);
+    }
 }
 
 void RichText::AppendPlain(std::u16string_view more, const CharFormat& format) {

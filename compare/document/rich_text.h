@@ -124,8 +124,9 @@ struct RichText {
 
     std::int32_t Length() const { return static_cast<std::int32_t>(text.size()); }
     bool Empty() const { return text.empty(); }
-    /// Puts `other` behind this text and joins equal neighbours. Linear in `other`.
-    void Append(const RichText& other);
+    /// Puts another text behind this one and joins equal neighbours. Linear in `other`; where
+    /// somebody watches, in a way that can be stopped, and then some is missing.
+    void Append(const RichText& other, RunWatcher* watcher = nullptr);
     void AppendPlain(std::u16string_view more, const CharFormat& format);
     /// All of the text in one format, its paragraphs in the default one.
     void SetOneFormat(const CharFormat& format);

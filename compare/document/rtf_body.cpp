@@ -5,6 +5,7 @@
 #include <charconv>
 #include <utility>
 
+#include "common/base/append_in_parts.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -197,7 +198,14 @@ void RtfBody::WriteSpecial(char16_t unit) {
     body_ += '?';
 }
 
-std::string RtfBody::Finish() {
+void RtfBody::Grow(std::size_t bytes, StopCheck& stop) {
+    std::string wider;
+    wider.reserve(std::max(body_.capacity() * 2, body_.size() + bytes));
+    AppendInParts(std::string_view(body_), stop, wider);
+    body_ = std::move(wider);
+}
+
+RtfParts RtfBody::FinishInParts() {
     EndBaseline();
     if (fonts_.empty())
         fonts_.emplace_back(CharFormat{}.font);
@@ -219,9 +227,12 @@ std::string RtfBody::Finish() {
     }
     body_ += "}\r\n";
     text += "}\r\n";
-    text.insert(0, body_);
-    body_.clear();
-    return text;
+    return {std::exchange(body_, {}), std::move(text)};
+}
+
+std::string RtfBody::Finish() {
+    RtfParts parts = FinishInParts();
+    return std::move(parts.body.insert(0, parts.head));
 }
 
 }  // namespace zorvane

@@ -8,14 +8,27 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/document/beside.h"
 #include "compare/document/rich_text.h"
 
 namespace zorvane {
 
+/// A document in 7-bit ASCII: the one behind the other.
+struct RtfParts {
+    std::string head;
+    std::string body;
+};
+
 class RtfBody {
   public:
     void Reserve(std::size_t bytes) { body_.reserve(bytes); }
+    /// What may become large is not moved as it grows: room for so many bytes more, made in a way
+    /// that can be stopped.
+    void MakeRoom(std::size_t bytes, StopCheck& stop) {
+        if (body_.capacity() - body_.size() < bytes)
+            Grow(bytes, stop);
+    }
     /// In front of the paragraph that holds a table's row: where its cells end, in twips.
     void RowStart(const std::vector<std::int32_t>& cell_ends);
     /// Behind `ParagraphStart`: the paragraph belongs to the row.
@@ -34,10 +47,12 @@ class RtfBody {
     /// What lies beside the text here, in a group that every reader but ours passes over.
     void Beside(const BesideItem& item);
     std::size_t Size() const { return body_.size(); }
-    /// The whole document in 7-bit ASCII; nothing is left here.
+    /// The whole document; nothing is left here.
     std::string Finish();
+    RtfParts FinishInParts();
 
   private:
+    void Grow(std::size_t bytes, StopCheck& stop);
     void Number(std::string_view word, std::int32_t number);
     void NonZero(std::string_view word, std::int32_t number);
     void WriteColor(std::string_view word, const std::optional<Color>& color);

@@ -4,7 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "compare/document/rtf_body.h"
 #include "compare/document/rtf_output.h"
 #include "compare/document/table_columns.h"
 
@@ -40,6 +39,9 @@ class Walk {
 };
 
 constexpr std::size_t kUnitsBetweenStops = 1 << 16;
+constexpr std::size_t kMostBytesOfUnit = 16;     // a tab and what tells that it was a cell
+constexpr std::size_t kMostBytesOfMarks = 8192;  // formats, and a row's columns
+constexpr std::size_t kMostBytesOfPart = kUnitsBetweenStops * kMostBytesOfUnit + kMostBytesOfMarks;
 
 std::vector<Paragraph> ParagraphsOf(std::u16string_view text, RunWatcher* watcher) {
     std::vector<Paragraph> paragraphs;
@@ -65,8 +67,8 @@ class PageWriter {
           paragraphs_(ParagraphsOf(text.text, watcher)),
           stop_(watcher) {}
 
-    std::string Write() {
-        body_.Reserve(text_.text.size() + text_.text.size() / 4 + 4096);
+    RtfParts Write() {
+        body_.MakeRoom(text_.text.size() + text_.text.size() / 4 + kMostBytesOfPart, stop_);
         std::size_t table_end = 0;
         std::vector<std::int32_t> ends;
         for (std::size_t i = 0; i < paragraphs_.size() && !stop_.Stopped(); ++i) {
@@ -87,7 +89,7 @@ class PageWriter {
             }
             Row(paragraphs_[i], ends);
         }
-        return body_.Finish();
+        return body_.FinishInParts();
     }
 
   private:
@@ -111,6 +113,7 @@ class PageWriter {
             const std::size_t stop = chars_.End() > begin ? std::min(most, chars_.End()) : most;
             if (!stop_.KeepGoing(static_cast<std::int64_t>(stop - begin)))
                 return;
+            body_.MakeRoom((stop - begin) * kMostBytesOfUnit + kMostBytesOfMarks, stop_);
             body_.Units(std::u16string_view(text_.text).substr(begin, stop - begin));
             begin = stop;
         }
@@ -153,7 +156,7 @@ class PageWriter {
 
 }  // namespace
 
-std::string WriteRtfPage(const RichText& text, TableForm tables, RunWatcher* watcher) {
+RtfParts WriteRtfPage(const RichText& text, TableForm tables, RunWatcher* watcher) {
     return PageWriter(text, tables, watcher).Write();
 }
 

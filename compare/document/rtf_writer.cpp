@@ -8,8 +8,10 @@
 namespace zorvane {
 
 // Both lists of runs are walked together; a piece ends where either does.
-std::string WriteRtf(const RichText& text) {
+std::string WriteRtf(const RichText& text, RunWatcher* watcher) {
+    constexpr std::int32_t kUnitsAtOnce = 1 << 16;
     RtfBody body;
+    StopCheck going(watcher);
     body.Reserve(text.text.size() + text.text.size() / 4 + 4096);
     std::size_t paragraph = 0;
     std::int32_t paragraph_end = 0;
@@ -25,7 +27,10 @@ std::string WriteRtf(const RichText& text) {
             if (!format_written)
                 body.Chars(run.format);
             format_written = true;
-            const std::int32_t stop = paragraph_end > at ? std::min(end, paragraph_end) : end;
+            const std::int32_t most = std::min(end, at + kUnitsAtOnce);
+            const std::int32_t stop = paragraph_end > at ? std::min(most, paragraph_end) : most;
+            if (!going.KeepGoing(stop - at))
+                return body.Finish();
             body.Units(std::u16string_view(text.text).substr(static_cast<std::size_t>(at),
                                                              static_cast<std::size_t>(stop - at)));
             at = stop;

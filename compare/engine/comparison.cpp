@@ -41,7 +41,7 @@ void Comparison::SetEditorTexts(PerSide<std::shared_ptr<const std::u16string>> t
     storage_ = std::move(texts);
     for (const Side side : kBothSides) {
         if (KeepGoing(watcher))
-            lines_[side].SplitEditor(*storage_[side]);
+            lines_[side].SplitEditor(*storage_[side], watcher);
     }
 }
 

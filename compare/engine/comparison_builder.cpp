@@ -75,6 +75,8 @@ class ComparisonBuilder {
     void Run() {
         PerSide<std::int32_t> at{0, 0};
         for (const FoundBlock& block : pairs_.blocks) {
+            if (!stop_.KeepGoing())
+                return;
             const PerSide<Places> own = PlacesOf(block.range);
             Gap({{at.original, own.original.begin}, {at.modified, own.modified.begin}});
             if (!block.equal)

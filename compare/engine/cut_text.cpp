@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/base/unit_search.h"
+
 namespace zorvane {
 namespace {
 
@@ -51,7 +53,7 @@ void CutText::Add(const ChangeText& change, CutPiece piece) {
     const auto piece_end = static_cast<std::size_t>(piece.end);
     auto at = static_cast<std::size_t>(piece.begin);
     while (at < piece_end) {
-        std::size_t end = text.substr(0, piece_end).find(kBreak, at);
+        std::size_t end = FindBreak(text.substr(0, piece_end), at);
         const bool breaks = end != std::u16string_view::npos;
         end = breaks ? end : piece_end;
         if (end > at) {

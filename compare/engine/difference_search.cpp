@@ -209,10 +209,12 @@ void DifferenceSearch::Run(std::span<const std::uint32_t> original,
     original_ = original;
     modified_ = modified;
     number_count_ = number_count;
+    const auto lines = static_cast<std::int64_t>(original.size() + modified.size());
     changed_.original.assign(original.size(), 1);
     changed_.modified.assign(modified.size(), 1);
+    stop_.KeepGoing(lines);
     seen_.resize(std::max<std::size_t>(seen_.size(), number_count), 0);
-    const auto lines = static_cast<std::int64_t>(original.size() + modified.size());
+    stop_.KeepGoing(lines);
     budget_ = middle_snake_.Work() + std::max(lines * kBudgetPerLine, kLeastBudget);
     all_original_.resize(original.size());
     all_modified_.resize(modified.size());

@@ -56,7 +56,7 @@ HtmlRows::HtmlRows(const ReportModel& model, bool all_in_one, std::string& page,
       page_(page),
       hand_on_(std::move(hand_on)),
       stop_(model.watcher, kBetweenStops),
-      text_(model, page) {}
+      text_(model, page, hand_on_) {}
 
 // ---- parts of a row ----
 
@@ -283,8 +283,8 @@ void HtmlRows::Pairs(const ChangeText& change, const DifferenceRecord& record) {
     merged_.Cut(change, places_, CutFor::MergedAsModified);
     const std::vector<std::int32_t> clean = CleanRows(record);
     for (const ParagraphPair pair :
-         PairParagraphs(SplitPieces(MergedPieces(comparison_, change)), record.OriginalCount(),
-                        record.ModifiedCount())) {
+         PairParagraphs(SplitPieces(MergedPieces(comparison_, change, model_.watcher)),
+                        record.OriginalCount(), record.ModifiedCount())) {
         if (!stop_.KeepGoing())
             return;
         const bool both = pair.original >= 0 && pair.modified >= 0;

@@ -4,6 +4,7 @@
 #include <array>
 #include <fmt/format.h>
 
+#include "common/base/unit_search.h"
 #include "compare/engine/html_markup.h"
 
 namespace zorvane {
@@ -40,7 +41,7 @@ Tag TagOf(PieceKind kind, CellMark mark) {
 constexpr std::array<std::string_view, 3> kAlignments = {"", "ac", "ar"};
 
 bool HasCells(std::u16string_view text) {
-    return text.find(kCellMark) != std::u16string_view::npos;
+    return FindUnit(text, kCellMark) != std::u16string_view::npos;
 }
 
 // A no-break space that came or went looks like any blank, so it is told by its code.
@@ -152,17 +153,25 @@ void HtmlText::Close(bool table) {
     page_ += "</div>";
 }
 
+// One paragraph may be the whole document.
+void HtmlText::Text(std::u16string_view text) {
+    WriteInParts(text, stop_, [this](std::u16string_view part) {
+        AppendHtmlText(part, page_);
+        hand_on_();
+    });
+}
+
 void HtmlText::LookedWords(const WordsLook& look, std::u16string_view text) {
     page_ += look.bold ? "<strong>" : "";
     page_ += look.italic ? "<em>" : "";
-    AppendHtmlText(text, page_);
+    Text(text);
     page_ += look.italic ? "</em>" : "";
     page_ += look.bold ? "</strong>" : "";
 }
 
 void HtmlText::Words(const TextPart& part) {
     if (part.look == nullptr || part.look->words.empty()) {
-        AppendHtmlText(part.text, page_);
+        Text(part.text);
         return;
     }
     const std::vector<WordsLook>& words = part.look->words;
@@ -191,7 +200,7 @@ void HtmlText::Marked(const TextPart& part, CellMark mark) {
     if (!tag.name.empty())
         fmt::format_to(std::back_inserter(page_), "<{} class=\"{}\">", tag.name, tag.mark);
     if (TellsNoBreakSpace(part.kind, part.text))
-        AppendHtmlText(ToldText({part.kind, std::u16string(part.text.substr(0, end))}), page_);
+        Text(ToldText(part.kind, part.text.substr(0, end), buffer_));
     else
         Words({part.kind, part.text.substr(0, end), part.look, part.place});
     if (!tag.name.empty())
@@ -199,7 +208,7 @@ void HtmlText::Marked(const TextPart& part, CellMark mark) {
     if (end == part.text.size())
         return;
     fmt::format_to(std::back_inserter(page_), "<{} class=\"z\">", tag.name);
-    AppendHtmlText(part.text.substr(end), page_);
+    Text(part.text.substr(end));
     page_.append("</").append(tag.name).append(">");
 }
 
@@ -258,9 +267,8 @@ void HtmlText::Pieces(const ChangeText& change, const CutText& text, std::size_t
     Open(side, shown[side], table);
     cells_.assign(1, {});
     PerSide<std::size_t> at{0, 0};
-    StopCheck stop(model_.watcher, kBetweenStops);
     for (const CutPiece& piece : pieces) {
-        if (!stop.KeepGoing())
+        if (!stop_.KeepGoing(kUnitsOfRecord))
             return;  // half a page is no report
         const TextPart part{
             piece.kind, text.TextOf(change, piece), model_.document_looks[piece.side],

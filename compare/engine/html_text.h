@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -26,7 +27,9 @@ enum class CellMark : std::uint8_t { Pieces, WholeDeleted, WholeAdded, Moved };
 
 class HtmlText {
   public:
-    HtmlText(const ReportModel& model, std::string& page) : model_(model), page_(page) {}
+    /// `hand_on` is called inside long paragraphs and may take what the page holds.
+    HtmlText(const ReportModel& model, std::string& page, const std::function<void()>& hand_on)
+        : model_(model), page_(page), hand_on_(hand_on) {}
 
     /// One paragraph as it stands on `side`.
     void Paragraph(Side side, std::int32_t number, CellMark mark);
@@ -43,6 +46,7 @@ class HtmlText {
     void PutIntoCells(const TextPart& part, PerSide<std::size_t>& at);
     void Marked(const TextPart& part, CellMark mark);
     void Words(const TextPart& part);
+    void Text(std::u16string_view text);
     void LookedWords(const WordsLook& look, std::u16string_view text);
     std::size_t PlaceOf(Side side, std::int32_t number) const;
     const std::string& ColumnsOf(Side side, std::int32_t number);
@@ -56,6 +60,8 @@ class HtmlText {
 
     const ReportModel& model_;
     std::string& page_;
+    const std::function<void()>& hand_on_;
+    StopCheck stop_{model_.watcher, kUnitsBetweenStops};
     PerSide<Table> tables_;
     std::u16string buffer_;
     std::vector<std::vector<TextPart>> cells_;  // of the row at hand

@@ -13,12 +13,14 @@ namespace {
 constexpr std::size_t kShortLine = 8;
 
 template <class View, class Find>
-void CutAtBreaks(View text, std::vector<std::uint32_t>& starts, Find find_feed) {
+void CutAtBreaks(View text, std::vector<std::uint32_t>& starts, Find find_feed,
+                 RunWatcher* watcher = nullptr) {
     starts.clear();
     starts.reserve(text.size() / kShortLine + 2);
     starts.push_back(0);
+    StopCheck stop(watcher);
     std::size_t at = 0;
-    while (at < text.size()) {
+    while (at < text.size() && stop.KeepGoing()) {
         const std::size_t feed = find_feed(text, at);
         if (feed == View::npos)
             break;
@@ -56,12 +58,14 @@ void LineText::SplitFile(std::string_view utf8) {
         starts_.push_back(static_cast<std::uint32_t>(utf8.size()));
 }
 
-void LineText::SplitEditor(std::u16string_view utf16) {
+void LineText::SplitEditor(std::u16string_view utf16, RunWatcher* watcher) {
     utf8_ = {};
     utf16_ = utf16;
     wide_ = true;
-    CutAtBreaks(utf16, starts_,
-                [](std::u16string_view text, std::size_t at) { return FindUnit(text, u'\n', at); });
+    CutAtBreaks(
+        utf16, starts_,
+        [](std::u16string_view text, std::size_t at) { return FindUnit(text, u'\n', at); },
+        watcher);
     starts_.push_back(static_cast<std::uint32_t>(utf16.size()));
 }
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
+
 namespace zorvane {
 
 /// The text is borrowed. A line ends at each CR LF pair and only there; a lone CR or LF is content.
@@ -15,8 +17,9 @@ class LineText {
     /// A line file in UTF-8: a last line without an end counts, the end of the file after a final
     /// line end begins no line. Less than 4 GiB.
     void SplitFile(std::string_view utf8);
-    /// An editor's text: the last paragraph needs no break and counts, an empty one too.
-    void SplitEditor(std::u16string_view utf16);
+    /// An editor's text: the last paragraph needs no break and counts, an empty one too. After a
+    /// stop the last one is all the rest.
+    void SplitEditor(std::u16string_view utf16, RunWatcher* watcher = nullptr);
 
     std::int32_t Count() const { return static_cast<std::int32_t>(starts_.size()) - 1; }
     /// In UTF-16.

@@ -1,6 +1,7 @@
 // Differences to pieces of text.
 #include <algorithm>
 
+#include "common/base/append_in_parts.h"
 #include "compare/engine/pieces.h"
 
 namespace zorvane {
@@ -131,6 +132,18 @@ class PieceFinder {
     Ends at_;
 };
 
+// Text of the same kind as the last goes on in it.
+void AppendPiece(std::vector<Piece>& pieces, PieceKind kind, std::u16string_view text,
+                 StopCheck& stop) {
+    if (text.empty())
+        return;
+    if (pieces.empty() || pieces.back().kind != kind) {
+        pieces.push_back({kind, {}});
+        pieces.back().text.reserve(text.size());
+    }
+    AppendInParts(text, stop, pieces.back().text);
+}
+
 }  // namespace
 
 void FindPieces(const Comparison& comparison, const ChangeText& change,
@@ -138,30 +151,42 @@ void FindPieces(const Comparison& comparison, const ChangeText& change,
     PieceFinder(comparison, change, pieces).Find();
 }
 
-std::vector<Piece> MergedPieces(const Comparison& comparison, const ChangeText& change) {
+std::vector<Piece> MergedPieces(const Comparison& comparison, const ChangeText& change,
+                                RunWatcher* watcher) {
     std::vector<PiecePlace> places;
     FindPieces(comparison, change, places);
     std::vector<Piece> pieces;
+    StopCheck stop(watcher);
     for (const PiecePlace& place : places) {
         if (!place.in_merged)
             continue;
         const Side side = IsOriginalPiece(place.kind) ? Side::Original : Side::Modified;
         AppendPiece(pieces, place.merged_kind,
-                    place.Of(side, side == Side::Original ? change.original : change.modified));
+                    place.Of(side, side == Side::Original ? change.original : change.modified),
+                    stop);
     }
     return pieces;
 }
 
-std::vector<Piece> SidePieces(const Comparison& comparison, const ChangeText& change, Side side) {
+std::vector<Piece> SidePieces(const Comparison& comparison, const ChangeText& change, Side side,
+                              RunWatcher* watcher) {
     std::vector<PiecePlace> places;
     FindPieces(comparison, change, places);
     std::vector<Piece> pieces;
     const bool original = side == Side::Original;
+    StopCheck stop(watcher);
     for (const PiecePlace& place : places) {
         if (original ? IsOriginalPiece(place.kind) : IsModifiedPiece(place.kind))
             AppendPiece(pieces, place.kind,
-                        place.Of(side, original ? change.original : change.modified));
+                        place.Of(side, original ? change.original : change.modified), stop);
     }
+    return pieces;
+}
+
+std::vector<Piece> WholePiece(PieceKind kind, std::u16string_view text, RunWatcher* watcher) {
+    std::vector<Piece> pieces;
+    StopCheck stop(watcher);
+    AppendPiece(pieces, kind, text, stop);
     return pieces;
 }
 

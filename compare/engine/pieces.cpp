@@ -1,31 +1,26 @@
 #include "compare/engine/pieces.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "common/base/unit_search.h"
 
 namespace zorvane {
 
-std::u16string ToldText(const Piece& piece) {
-    const bool blank = piece.text.find_first_not_of(u" \u00A0") == std::u16string::npos;
-    const bool changed = piece.kind == PieceKind::ChangedOld || piece.kind == PieceKind::ChangedNew;
-    if (piece.kind == PieceKind::Same || (!changed && !blank))
-        return piece.text;
-    std::u16string told;
-    for (const char16_t unit : piece.text) {
-        if (unit == 0xA0)
-            told += u"\\u00a0";
+std::u16string_view ToldText(PieceKind kind, std::u16string_view text, std::u16string& buffer) {
+    constexpr char16_t kNoBreakSpace = u'\u00A0';
+    const bool changed = kind == PieceKind::ChangedOld || kind == PieceKind::ChangedNew;
+    if (kind == PieceKind::Same || text.find(kNoBreakSpace) == text.npos ||
+        (!changed && text.find_first_not_of(u" \u00A0") != text.npos))
+        return text;
+    buffer.clear();
+    for (const char16_t unit : text) {
+        if (unit == kNoBreakSpace)
+            buffer += u"\\u00a0";
         else
-            told += unit;
+            buffer += unit;
     }
-    return told;
-}
-
-void AppendPiece(std::vector<Piece>& pieces, PieceKind kind, std::u16string_view text) {
-    if (text.empty())
-        return;
-    if (!pieces.empty() && pieces.back().kind == kind)
-        pieces.back().text += text;
-    else
-        pieces.push_back({kind, std::u16string(text)});
+    return buffer;
 }
 
 namespace {
@@ -108,21 +103,25 @@ std::vector<SharedText> BestChain(const std::vector<SharedText>& shared) {
 
 }  // namespace
 
-std::vector<PieceParagraph> SplitPieces(const std::vector<Piece>& pieces) {
-    constexpr std::u16string_view kBreak = u"\r\n";
+std::vector<PieceParagraph> SplitPieces(std::vector<Piece> pieces) {
+    constexpr std::size_t kBreakLength = 2;
     std::vector<PieceParagraph> paragraphs(1);
-    for (const Piece& piece : pieces) {
-        const std::u16string_view text = piece.text;
+    for (Piece& piece : pieces) {
         std::size_t from = 0;
-        while (from < text.size()) {
-            const std::size_t end = text.find(kBreak, from);
-            AppendPiece(paragraphs.back().pieces, piece.kind, text.substr(from, end - from));
-            if (end == std::u16string_view::npos)
-                break;
+        std::size_t end = FindBreak(piece.text);
+        for (; end != std::u16string::npos; end = FindBreak(piece.text, from)) {
+            if (end > from)
+                paragraphs.back().pieces.push_back(
+                    {piece.kind, piece.text.substr(from, end - from)});
             paragraphs.back().end = piece.kind;
             paragraphs.emplace_back();
-            from = end + kBreak.size();
+            from = end + kBreakLength;
         }
+        if (from == piece.text.size())
+            continue;
+        if (from > 0)
+            piece.text.erase(0, from);
+        paragraphs.back().pieces.push_back(std::move(piece));
     }
     return paragraphs;
 }

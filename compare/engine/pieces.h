@@ -55,16 +55,19 @@ void FindPieces(const Comparison& comparison, const ChangeText& change,
 /// stayed is the original's spelling. A blank, cell mark or line break that both words of a change
 /// end in stays; a blank that a break takes the place of is left out, the break being what a reader
 /// sees.
-std::vector<Piece> MergedPieces(const Comparison& comparison, const ChangeText& change);
+/// After a stop some of it is missing; likewise below.
+std::vector<Piece> MergedPieces(const Comparison& comparison, const ChangeText& change,
+                                RunWatcher* watcher = nullptr);
 /// The text of one side in pieces. What stayed is that side's own spelling.
-std::vector<Piece> SidePieces(const Comparison& comparison, const ChangeText& change, Side side);
+std::vector<Piece> SidePieces(const Comparison& comparison, const ChangeText& change, Side side,
+                              RunWatcher* watcher = nullptr);
+/// A text that is one piece.
+std::vector<Piece> WholePiece(PieceKind kind, std::u16string_view text,
+                              RunWatcher* watcher = nullptr);
 
 /// The text of a piece with a no-break space as \u00a0 where it is what changed, since it looks
-/// like a blank.
-std::u16string ToldText(const Piece& piece);
-
-/// Adds a piece; text of the same kind as the last goes on in it.
-void AppendPiece(std::vector<Piece>& pieces, PieceKind kind, std::u16string_view text);
+/// like a blank; in `buffer` where it is another text.
+std::u16string_view ToldText(PieceKind kind, std::u16string_view text, std::u16string& buffer);
 
 /// One paragraph of a text in pieces. A break is no part of them.
 struct PieceParagraph {
@@ -77,8 +80,8 @@ struct PieceParagraph {
     }
 };
 
-/// Pieces cut at paragraph breaks.
-std::vector<PieceParagraph> SplitPieces(const std::vector<Piece>& pieces);
+/// Pieces cut at paragraph breaks; only such as hold a break are copied.
+std::vector<PieceParagraph> SplitPieces(std::vector<Piece> pieces);
 
 /// Pairs of paragraphs that belong beside each other, for a change of several: 0-based, -1 for
 /// none. Both columns ascend. By the text that stayed; what shares none is paired by its order.

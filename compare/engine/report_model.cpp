@@ -1,5 +1,8 @@
 #include "compare/engine/report_model.h"
 
+#include <utility>
+
+#include "common/base/free_aside.h"
 #include "common/platform/files.h"
 
 namespace zorvane {
@@ -102,10 +105,13 @@ Status WritePage(const ReportModel& model, const std::string& path, std::int32_t
     return written.ok() ? file.value().Finish() : written;
 }
 
-Status WriteWhole(const ReportModel& model, const std::string& path, std::string_view report) {
-    if (!KeepGoing(model.watcher))
-        return Failure{std::string(kReportStopped)};
-    const Status written = ReplaceFile(path, report, model.file_mode, model.watcher);
+Status WriteWhole(const ReportModel& model, const std::string& path, std::string report) {
+    constexpr std::size_t kLong = std::size_t{1} << 24;
+    const Status written = KeepGoing(model.watcher)
+                               ? ReplaceFile(path, report, model.file_mode, model.watcher)
+                               : Status(Failure{std::string(kReportStopped)});
+    if (report.size() > kLong)
+        FreeAside(std::move(report));
     return written.ok() || KeepGoing(model.watcher) ? written
                                                     : Status(Failure{std::string(kReportStopped)});
 }

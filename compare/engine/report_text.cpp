@@ -1,6 +1,7 @@
 // The text report: the counts, then each record with its words marked, at 80 columns.
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "common/base/text_encoding.h"
 #include "compare/engine/pieces.h"
@@ -109,14 +110,25 @@ void AppendWrapped(std::string_view sign, std::u16string_view paragraph, std::st
     } while (begin < paragraph.size() && stop.KeepGoing(kColumns));
 }
 
-void AppendSide(std::string_view sign, const std::vector<Piece>& pieces, std::string& out,
+// A long text is not moved as it grows.
+std::size_t RoomFor(const PieceParagraph& paragraph) {
+    constexpr std::size_t kMarks = 4;
+    std::size_t units = 0;
+    for (const Piece& piece : paragraph.pieces)
+        units += piece.text.size() + kMarks;
+    return units;
+}
+
+void AppendSide(std::string_view sign, std::vector<Piece> pieces, std::string& out,
                 StopCheck& stop) {
-    for (const PieceParagraph& paragraph : SplitPieces(pieces)) {
+    std::u16string buffer;
+    for (const PieceParagraph& paragraph : SplitPieces(std::move(pieces))) {
         std::u16string text;
+        text.reserve(RoomFor(paragraph));
         for (const Piece& piece : paragraph.pieces) {
             const MarkRow marks = MarksOf(piece.kind);
             text.append(marks.open);
-            WriteInParts(ToldText(piece), stop,
+            WriteInParts(ToldText(piece.kind, piece.text, buffer), stop,
                          [&text](std::u16string_view part) { text += Visible(part); });
             text.append(marks.close);
         }
@@ -126,16 +138,18 @@ void AppendSide(std::string_view sign, const std::vector<Piece>& pieces, std::st
     }
 }
 
-void AppendMarked(const Comparison& comparison, const ChangeText& change, std::string& out,
+void AppendMarked(const ReportModel& model, const ChangeText& change, std::string& out,
                   StopCheck& stop) {
     const auto length = static_cast<std::int64_t>(change.original.size() + change.modified.size());
-    AppendSide("- ", SidePieces(comparison, change, Side::Original), out, stop);
-    if (stop.KeepGoing(length))
-        AppendSide("+ ", SidePieces(comparison, change, Side::Modified), out, stop);
+    for (const Side side : kBothSides) {
+        if (stop.KeepGoing(length))
+            AppendSide(side == Side::Original ? "- " : "+ ",
+                       SidePieces(model.comparison, change, side, model.watcher), out, stop);
+    }
 }
 
-void AppendRecord(const Comparison& comparison, std::size_t index, std::string& out,
-                  StopCheck& stop) {
+void AppendRecord(const ReportModel& model, std::size_t index, std::string& out, StopCheck& stop) {
+    const Comparison& comparison = model.comparison;
     const DifferenceRecord& record = comparison.records[index];
     out +=
         "\r\n<<<" + std::to_string(index + 1) + ">>> " + DescribeRecord(comparison, index) + "\r\n";
@@ -144,16 +158,17 @@ void AppendRecord(const Comparison& comparison, std::size_t index, std::string& 
     const std::u16string_view modified = comparison.Text(Side::Modified, record, buffers.modified);
     const Move* move = comparison.MoveOf(index);
     if (record.type == DifferenceType::Change) {
-        AppendMarked(comparison, {original, modified, comparison.SectionsOf(index)}, out, stop);
+        AppendMarked(model, {original, modified, comparison.SectionsOf(index)}, out, stop);
     } else if (record.type == DifferenceType::Deletion) {
-        AppendSide("- ", {{PieceKind::Same, std::u16string(original)}}, out, stop);
+        AppendSide("- ", WholePiece(PieceKind::Same, original, model.watcher), out, stop);
     } else if (move == nullptr || move->section_count == 0) {
-        AppendSide("+ ", {{PieceKind::Same, std::u16string(modified)}}, out, stop);
+        AppendSide("+ ", WholePiece(PieceKind::Same, modified, model.watcher), out, stop);
     } else {
         // What changed on the way is told at the new place.
-        const std::u16string old_text = comparison.Text(
-            Side::Original, comparison.records[static_cast<std::size_t>(move->deletion)]);
-        AppendMarked(comparison, {old_text, modified, comparison.SectionsOf(*move)}, out, stop);
+        const std::u16string_view old_text = comparison.Text(
+            Side::Original, comparison.records[static_cast<std::size_t>(move->deletion)],
+            buffers.original);
+        AppendMarked(model, {old_text, modified, comparison.SectionsOf(*move)}, out, stop);
     }
 }
 
@@ -185,7 +200,7 @@ std::string WriteTextReport(const ReportModel& model) {
            "\r\n";
     const std::size_t count = model.comparison.records.size();
     for (std::size_t i = 0; i < count && stop.KeepGoing(kUnitsOfRecord); ++i)
-        AppendRecord(model.comparison, i, out, stop);
+        AppendRecord(model, i, out, stop);
     AppendBeside(model.comparison, out, stop);
     return out;
 }

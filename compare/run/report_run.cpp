@@ -1,7 +1,9 @@
 #include "compare/run/report_run.h"
 
+#include <memory>
 #include <utility>
 
+#include "common/base/free_aside.h"
 #include "common/run_telling.h"
 #include "compare/document/memory_editor.h"
 #include "compare/engine/report_model.h"
@@ -22,6 +24,8 @@ class ReportRun : private ReportSource {
                          ? CreateReportGUI(*this, input_.wanted.launch, out.file)
                          : CreateReport(*this, out.file, input_.wanted.type, input_.wanted.style);
         out.document_target = input_.settings.msgReportFileDOC_MD;
+        if (input_.texts.all_in_one || input_.texts.changes)
+            FreeAside(std::move(input_.texts));
         return out;
     }
 
@@ -41,6 +45,14 @@ class ReportRun : private ReportSource {
     }
     std::string CommandLineTitle() const override { return input_.title; }
 
+    struct Editors {
+        MemoryEditor all_in_one;
+        MemoryEditor additions;
+        MemoryEditor deletions;
+        MemoryEditor changes;
+        MemoryEditor scratch;
+    };
+
     // An editor over a text of the report.
     const Editor* Fill(std::optional<RichText>& text, MemoryEditor& editor) {
         if (!text || !watcher_.KeepGoing())
@@ -51,22 +63,25 @@ class ReportRun : private ReportSource {
     }
 
     Status SaveDocumentReport(const std::string& file, std::uint32_t mode) override {
+        auto editors = std::make_unique<Editors>();
+        const Status saved = SaveWith(*editors, file, mode);
+        FreeAside(std::move(editors));
+        return saved;
+    }
+
+    Status SaveWith(Editors& editors, const std::string& file, std::uint32_t mode) {
         DocumentReportTexts& texts = input_.texts;
-        MemoryEditor all_in_one;
-        MemoryEditor additions;
-        MemoryEditor deletions;
-        MemoryEditor changes;
-        MemoryEditor scratch;
-        scratch.Watch(&watcher_);
-        scratch.SetDefaultFormat(texts.format);
-        RichReportPieces pieces{Fill(texts.all_in_one, all_in_one),
-                                Fill(texts.additions, additions), Fill(texts.deletions, deletions),
-                                Fill(texts.changes, changes), &input_.engine.Compared()};
+        editors.scratch.Watch(&watcher_);
+        editors.scratch.SetDefaultFormat(texts.format);
+        RichReportPieces pieces{Fill(texts.all_in_one, editors.all_in_one),
+                                Fill(texts.additions, editors.additions),
+                                Fill(texts.deletions, editors.deletions),
+                                Fill(texts.changes, editors.changes), &input_.engine.Compared()};
         if (!watcher_.KeepGoing())
             return Failure{std::string(kReportStopped)};
         if (texts.head)
             pieces.head = &*texts.head;
-        return SaveRichReport(pieces, scratch, file, &watcher_, mode);
+        return SaveRichReport(pieces, editors.scratch, file, &watcher_, mode);
     }
 
     ReportInput input_;

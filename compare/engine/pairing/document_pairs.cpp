@@ -201,7 +201,8 @@ class DocumentPairer {
         DocumentPairs blocks = pairs_;
         if (options_.bracket > 0)
             KeepWithinBracket(blocks.blocks);
-        found_.tell(blocks);
+        if (StillGoing())
+            found_.tell(blocks);
         for (Unlooked& entry : unlooked_)
             entry.told = entry.looked;
     }

@@ -16,6 +16,11 @@ std::size_t CountIn(const std::string& text, std::string_view part) {
     return count;
 }
 
+std::string Page(const RichText& text, TableForm tables) {
+    const RtfParts parts = WriteRtfPage(text, tables);
+    return parts.head + parts.body;
+}
+
 RichText Text(std::u16string_view text) {
     RichText rich = RichText::Plain(text);
     if (!rich.Empty())
@@ -42,7 +47,7 @@ const PageRow kPageRows[] = {
 TEST(RtfPage, WritesTablesAsTables) {
     for (const PageRow& row : kPageRows) {
         SCOPED_TRACE(row.name);
-        const std::string page = WriteRtfPage(Text(row.text), TableForm::Cells);
+        const std::string page = Page(Text(row.text), TableForm::Cells);
         EXPECT_EQ(CountIn(page, "\\row\r\n"), row.rows);
         EXPECT_EQ(CountIn(page, "\\cell "), row.cells);
         EXPECT_EQ(CountIn(page, "\\cellx"), row.cells);
@@ -50,13 +55,13 @@ TEST(RtfPage, WritesTablesAsTables) {
         if (whole.ends_with(u'\u0007'))
             whole += u"\r\n";
         EXPECT_EQ(Readable(ReadRtf(page).text), Readable(whole));
-        EXPECT_EQ(WriteRtfPage(Text(row.text), TableForm::Tabs).find("\\cellx"), std::string::npos);
+        EXPECT_EQ(Page(Text(row.text), TableForm::Tabs).find("\\cellx"), std::string::npos);
     }
 }
 
 TEST(RtfPage, KeepsTheWidestTableOnThePage) {
     const std::u16string wide(300, u'w');
-    const std::string page = WriteRtfPage(
+    const std::string page = Page(
         Text(u"a\u0007" + wide + u"\u0007" + wide + u"\u0007\r\n1\u0007\r\n"), TableForm::Cells);
     const std::size_t last = page.rfind("\\cellx", page.find("\\row"));
     EXPECT_LE(std::stoi(page.substr(last + 6)), 9000);
@@ -71,7 +76,7 @@ TEST(RtfPage, GivesAParagraphTheFormatOfItsText) {
     center.alignment = Alignment::Center;
     RichText text = RichText::Plain(u"left\r\nmiddle\r\n\r\nlast");
     text.paragraph_runs = {{4, {}}, {8, center}, {2, {}}, {2, center}, {4, {}}};
-    const RichText read = ReadRtf(WriteRtfPage(text, TableForm::Tabs));
+    const RichText read = ReadRtf(Page(text, TableForm::Tabs));
     EXPECT_EQ(read.text, text.text);
     const std::vector<ParagraphRun> expected = {{6, {}}, {10, center}, {4, {}}};
     EXPECT_EQ(read.paragraph_runs, expected);
@@ -85,8 +90,8 @@ TEST(RtfPage, KeepsTheFormatsOfCharacters) {
     bold.bold = true;
     text.char_runs = {{1, {}}, {2, bold}, {4, {}}, {2, raised}, {2, {}}};
     // The end of a cell has no look of its own in a table.
-    EXPECT_EQ(Notation(ReadRtf(WriteRtfPage(text, TableForm::Cells))), "a![b:b!|]c[^: d] e");
-    EXPECT_EQ(Notation(ReadRtf(WriteRtfPage(text, TableForm::Tabs))), "a[b:!b]!|c[^: d] e");
+    EXPECT_EQ(Notation(ReadRtf(Page(text, TableForm::Cells))), "a![b:b!|]c[^: d] e");
+    EXPECT_EQ(Notation(ReadRtf(Page(text, TableForm::Tabs))), "a[b:!b]!|c[^: d] e");
 }
 
 // Some word processors drop the rest of the paragraph behind raised text that has no end.
