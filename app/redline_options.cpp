@@ -40,7 +40,7 @@ bool IsDate(std::string_view text) {
 
 void AddRedlineOptions(CLI::App& app, RedlineOptions& options) {
     app.add_option("--author", options.author,
-                   "Whose name the tracked changes of a .docx bear (Zorvane)")
+                   "Whose name the tracked changes of a .docx or .odt bear (Zorvane)")
         ->type_name("NAME");
     app.add_option("--revision-date", options.date,
                    "Their date, as 2026-01-31T12:00:00Z; without it now, or SOURCE_DATE_EPOCH")
@@ -54,13 +54,18 @@ void AddRedlineOptions(CLI::App& app, RedlineOptions& options) {
     app.add_flag("--keep-tracked", options.keep_tracked,
                  "Refuse documents that hold tracked changes already, which are otherwise "
                  "compared as accepted");
-    app.add_flag("--no-verify", options.no_verify,
-                 "Write a .docx without reading it again to see that accepting all gives the "
-                 "modified and rejecting all the original");
+    app.add_flag(
+        "--no-verify", options.no_verify,
+        "Write a .docx or .odt without reading it again to see that accepting all gives the "
+        "modified and rejecting all the original");
 }
 
 bool IsRedlineName(const std::string& file) {
-    return ToLower(ExtensionOf(file)) == "docx";
+    return ToLower(ExtensionOf(file)) == "docx" || IsOpenRedline(file);
+}
+
+bool IsOpenRedline(const std::string& file) {
+    return ToLower(ExtensionOf(file)) == "odt";
 }
 
 Result<std::string> RevisionDate(const RedlineOptions& options,

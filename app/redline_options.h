@@ -27,8 +27,10 @@ struct RedlineOptions {
 
 void AddRedlineOptions(CLI::App& app, RedlineOptions& options);
 
-/// A document in which a word processor accepts and rejects changes: .docx.
+/// A document in which a word processor accepts and rejects changes: .docx or .odt.
 bool IsRedlineName(const std::string& file);
+/// The latter; a redline of any other name is a .docx inside.
+bool IsOpenRedline(const std::string& file);
 
 /// As a revision's date is written. `epoch` is what SOURCE_DATE_EPOCH holds and goes before `now`,
 /// seconds since 1970.

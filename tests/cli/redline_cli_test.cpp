@@ -30,15 +30,23 @@ class RedlineCliTest : public ::testing::Test {
 };
 
 TEST_F(RedlineCliTest, WritesVerifiedRedlinesOfAnyPair) {
-    for (const char* const modified : {"new.docx", "new.rtf"}) {
-        SCOPED_TRACE(modified);
-        const ShellRun run = Run("old.docx " + std::string(modified) + " -o red.docx");
+    struct Row {
+        const char* modified;
+        const char* redline;
+    };
+    for (const Row& row : {Row{"new.docx", "red.docx"}, Row{"new.rtf", "red.docx"},
+                           Row{"new.docx", "red.odt"}, Row{"new.rtf", "red.odt"}}) {
+        SCOPED_TRACE(std::string(row.modified) + " " + row.redline);
+        const std::string redline(row.redline);
+        const ShellRun run = Run("old.docx " + std::string(row.modified) + " -o " + redline);
         EXPECT_EQ(run.status, 1);
         EXPECT_NE(run.output.find("tracked redline: verified\n"), std::string::npos) << run.error;
         EXPECT_NE(run.output.find("insertions 1, deletions 1,"), std::string::npos) << run.output;
         // Our readers take tracked changes as accepted.
-        EXPECT_EQ(Run("red.docx " + std::string(modified)).status, 0);
-        std::filesystem::remove(folder_.Path("red.docx"));
+        EXPECT_EQ(Run(redline + " " + row.modified).status, 0);
+        // It is one of the two packages that the next one is written from.
+        EXPECT_EQ(Run("old.docx " + redline + " -o next" + redline).status, 1);
+        std::filesystem::remove(folder_.Path(redline));
     }
 }
 

@@ -1,0 +1,39 @@
+// Walks through a rich text as a document of its own: paragraphs, runs, tables.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "compare/document/rich_text.h"
+
+namespace zorvane {
+
+/// A line break inside a paragraph.
+inline constexpr char16_t kLineMark = 0x0B;
+
+/// Gets a document piece by piece, nested as it is.
+class DocumentPen {
+  public:
+    virtual ~DocumentPen() = default;
+    virtual void BeginParagraph(const ParagraphFormat& format) = 0;
+    virtual void EndParagraph() = 0;
+    /// May hold tabs, line marks and control characters.
+    virtual void Run(const CharFormat& format, std::u16string_view text) = 0;
+    virtual void BeginTable(std::size_t columns) = 0;
+    virtual void EndTable() = 0;
+    virtual void BeginRow() = 0;
+    virtual void EndRow() = 0;
+    virtual void BeginCell() = 0;
+    virtual void EndCell() = 0;
+};
+
+/// Lines whose cells end in the mark of a cell are rows; rows beside each other are one table. The
+/// last block is a paragraph.
+void LayOut(const RichText& text, DocumentPen& pen);
+
+/// As text or in an attribute.
+void AppendXml(std::string_view utf8, std::string& out);
+/// "00FF00".
+std::string HexOf(Color color);
+
+}  // namespace zorvane
