@@ -4,12 +4,12 @@
 
 #include "app/command_line_request.h"
 #include "app/input_file.h"
-#include "app/redline_run.h"
 #include "common/log_message.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
 #include "common/text_privacy.h"
+#include "compare/run/redline_run.h"
 #include "reports/json_report.h"
 #include "reports/terminal_report.h"
 
@@ -208,9 +208,9 @@ bool CompareRunner::WriteRedline() {
     const auto password = [&load](const std::string& own) {
         return own.empty() ? load.password : own;
     };
-    const Result<std::string> certificate =
-        WriteRedlines(process_, command_.redline, files_,
-                      {password(load.original_password), password(load.modified_password)});
+    const Result<std::string> certificate = WriteRedlines(
+        process_, command_.redline,
+        {files_, {password(load.original_password), password(load.modified_password)}});
     if (!certificate.ok())
         return Report(certificate.status());
     for (const std::string& file : command_.redline.files) {
