@@ -213,6 +213,7 @@ bool CompareRunner::WriteRedline() {
         {files_, {password(load.original_password), password(load.modified_password)}});
     if (!certificate.ok())
         return Report(certificate.status());
+    certificate_ = certificate.value();
     for (const std::string& file : command_.redline.files) {
         written_.push_back(file);
         if (command_.open_reports)
@@ -230,7 +231,9 @@ bool CompareRunner::WriteJson() {
         return true;
     ReportModel model = Model();
     model.names = {command_.original, command_.modified};
-    const std::string json = WriteJsonReport(model);
+    std::string json = WriteJsonReport(model);
+    if (!certificate_.empty())
+        json = WithRedlines(std::move(json), certificate_);
     const bool to_output = *command_.json == "-";
     return Report(to_output
                       ? WriteStream(Stream::Output, json)

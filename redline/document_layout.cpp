@@ -26,16 +26,11 @@ class Layout {
             begin = end + 2;
         }
         CloseTable();
-        if (!last_is_paragraph_) {
-            pen_.BeginParagraph({});
-            pen_.EndParagraph();
-        }
     }
 
   private:
     void WriteLine(std::size_t begin, std::size_t end) {
         const bool row = end > begin && text_.text[end - 1] == kCellMark;
-        last_is_paragraph_ = !row;
         if (row) {
             rows_.emplace_back(begin, end);
             return;
@@ -45,8 +40,13 @@ class Layout {
     }
 
     void WriteParagraph(std::size_t begin, std::size_t end) {
-        pen_.BeginParagraph(ParagraphFormatAt(begin));
-        WriteRuns(begin, end);
+        const std::u16string_view text = std::u16string_view(text_.text).substr(begin, end - begin);
+        const std::size_t label_end =
+            text.starts_with(kLabelBegin) ? text.find(kLabelEnd) : std::u16string_view::npos;
+        const bool has_label = label_end != std::u16string_view::npos;
+        pen_.BeginParagraph(ParagraphFormatAt(begin),
+                            has_label ? text.substr(1, label_end - 1) : std::u16string_view());
+        WriteRuns(has_label ? begin + label_end + 1 : begin, end);
         pen_.EndParagraph();
     }
 
@@ -104,7 +104,6 @@ class Layout {
     const RichText& text_;
     DocumentPen& pen_;
     std::vector<std::pair<std::size_t, std::size_t>> rows_;
-    bool last_is_paragraph_ = false;
     std::size_t run_ = 0;
     std::size_t run_begin_ = 0;
     std::size_t paragraph_run_ = 0;

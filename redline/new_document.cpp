@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <string_view>
 
 #include "common/base/text_encoding.h"
@@ -17,12 +18,22 @@ constexpr std::string_view kTypes =
     "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package."
     "relationships+xml\"/><Default Extension=\"xml\" ContentType=\"application/xml\"/>"
     "<Override PartName=\"/word/document.xml\" ContentType=\"application/"
-    "vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml\"/></Types>";
+    "vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml\"/><Override "
+    "PartName=\"/word/numbering.xml\" ContentType=\"application/"
+    "vnd.openxmlformats-officedocument.wordprocessingml.numbering+xml\"/></Types>";
 constexpr std::string_view kRelations =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
     "<Relationship Id=\"rId1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/"
     "relationships/officeDocument\" Target=\"word/document.xml\"/></Relationships>";
+constexpr std::string_view kTextRelations =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+    "<Relationship Id=\"rId1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/"
+    "relationships/numbering\" Target=\"numbering.xml\"/></Relationships>";
+constexpr std::string_view kNumbering =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<w:numbering xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\">";
 constexpr std::string_view kHead =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<w:document xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\" "
@@ -66,9 +77,12 @@ std::string LookOf(const CharFormat& format) {
     return "<w:rPr>" + look + "</w:rPr>";
 }
 
-std::string LookOf(const ParagraphFormat& format) {
+std::string LookOf(const ParagraphFormat& format, std::size_t list) {
     constexpr std::array<const char*, 4> kAlignments{"", "center", "right", "both"};
     std::string look;
+    if (list > 0)
+        look += "<w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"" + std::to_string(list) +
+                "\"/></w:numPr>";
     if (format.right_to_left)
         AppendElement(look, "bidi");
     const auto number = [](std::int32_t value) { return std::to_string(value); };
@@ -91,8 +105,10 @@ class WordPen : public DocumentPen {
   public:
     WordPen() : out_(kHead) {}
 
-    void BeginParagraph(const ParagraphFormat& format) override {
-        out_ += "<w:p>" + LookOf(format);
+    void BeginParagraph(const ParagraphFormat& format, std::u16string_view label) override {
+        const std::size_t list =
+            label.empty() ? 0 : lists_.try_emplace(ToUtf8(label), lists_.size() + 1).first->second;
+        out_ += "<w:p>" + LookOf(format, list);
     }
     void EndParagraph() override { out_ += "</w:p>"; }
     void Run(const CharFormat& format, std::u16string_view text) override {
@@ -119,6 +135,23 @@ class WordPen : public DocumentPen {
 
     std::string Take() { return std::move(out_.append(kTail)); }
 
+    // A list for each label, whose only level shows it as a bullet: nothing counts.
+    std::string Numbering() const {
+        std::string lists(kNumbering);
+        std::string numbers;
+        for (const auto& [label, list] : lists_) {
+            const std::string id = std::to_string(list);
+            lists += "<w:abstractNum w:abstractNumId=\"" + id +
+                     "\"><w:multiLevelType w:val=\"singleLevel\"/><w:lvl w:ilvl=\"0\"><w:start "
+                     "w:val=\"1\"/><w:numFmt w:val=\"bullet\"/><w:lvlText w:val=\"";
+            AppendXml(label, lists);
+            lists += "\"/><w:lvlJc w:val=\"left\"/></w:lvl></w:abstractNum>";
+            numbers +=
+                "<w:num w:numId=\"" + id + "\"><w:abstractNumId w:val=\"" + id + "\"/></w:num>";
+        }
+        return lists + numbers + "</w:numbering>";
+    }
+
   private:
     void WriteText(std::u16string_view text) {
         std::size_t begin = 0;
@@ -130,7 +163,7 @@ class WordPen : public DocumentPen {
             out_ += "</w:t>";
         };
         for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text[i] >= u' ' && text[i] < 0xFFFE)
+            if (IsShown(text[i]))
                 continue;
             flush(i);
             begin = i + 1;
@@ -143,6 +176,7 @@ class WordPen : public DocumentPen {
     }
 
     std::string out_;
+    std::map<std::string, std::size_t> lists_;
 };
 
 }  // namespace
@@ -151,9 +185,12 @@ std::optional<std::string> NewDocument(const RichText& text) {
     WordPen pen;
     LayOut(text, pen);
     const std::string document = pen.Take();
+    const std::string numbering = pen.Numbering();
     return WriteZip({{"[Content_Types].xml", kTypes},
                      {"_rels/.rels", kRelations},
-                     {"word/document.xml", document}});
+                     {"word/document.xml", document},
+                     {"word/_rels/document.xml.rels", kTextRelations},
+                     {"word/numbering.xml", numbering}});
 }
 
 }  // namespace zorvane

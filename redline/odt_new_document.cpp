@@ -92,11 +92,18 @@ std::string LookOf(const ParagraphFormat& format) {
 
 class OdtPen : public DocumentPen {
   public:
-    void BeginParagraph(const ParagraphFormat& format) override {
+    void BeginParagraph(const ParagraphFormat& format, std::u16string_view label) override {
+        in_list_ = !label.empty();
+        if (in_list_)
+            body_ += "<text:list text:style-name=\"" + ListFor(label) + "\"><text:list-item>";
         body_ += "<text:p text:style-name=\"" + StyleFor("paragraph", LookOf(format)) + "\">";
         after_blank_ = true;
     }
-    void EndParagraph() override { body_ += "</text:p>"; }
+    void EndParagraph() override {
+        body_ += "</text:p>";
+        if (in_list_)
+            body_ += "</text:list-item></text:list>";
+    }
     void Run(const CharFormat& format, std::u16string_view text) override {
         body_ += "<text:span text:style-name=\"" + StyleFor("text", LookOf(format)) + "\">";
         std::u16string plain;
@@ -104,12 +111,15 @@ class OdtPen : public DocumentPen {
             AppendXml(ToUtf8(plain), body_);
             plain.clear();
         };
-        for (const char16_t unit : text) {
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const char16_t unit = text[i];
             const bool blank = unit == u' ';
-            if (unit == u'\t' || unit == kLineMark || (blank && after_blank_)) {
+            // A blank that a reader would take for one too many, or drop at an end.
+            const bool kept = blank && (after_blank_ || i + 1 == text.size());
+            if (unit == u'\t' || unit == kLineMark || kept) {
                 flush();
                 body_ += unit == u'\t' ? "<text:tab/>" : blank ? "<text:s/>" : "<text:line-break/>";
-            } else if (unit >= u' ' && unit < 0xFFFE) {
+            } else if (IsShown(unit)) {
                 plain += unit;
             }
             after_blank_ = blank;
@@ -149,6 +159,21 @@ class OdtPen : public DocumentPen {
     }
 
   private:
+    // A list for each label, which its only level shows: nothing counts.
+    const std::string& ListFor(std::u16string_view label) {
+        std::string& name = names_["list" + ToUtf8(label)];
+        if (!name.empty())
+            return name;
+        name = "L" + std::to_string(names_.size());
+        const bool bullet = label.size() == 1;
+        styles_ += "<text:list-style style:name=\"" + name + "\"><text:list-level-style-" +
+                   (bullet ? "bullet" : "number") + " text:level=\"1\"";
+        if (!bullet)
+            AppendAttribute(styles_, "style:num-format", "");
+        AppendAttribute(styles_, bullet ? "text:bullet-char" : "style:num-prefix", ToUtf8(label));
+        styles_ += "/></text:list-style>";
+        return name;
+    }
     const std::string& StyleFor(const char* family, const std::string& look) {
         std::string& name = names_[look];
         if (name.empty()) {
@@ -163,6 +188,7 @@ class OdtPen : public DocumentPen {
     std::string styles_;
     std::map<std::string, std::string> names_;
     bool after_blank_ = true;
+    bool in_list_ = false;
     int tables_ = 0;
     std::size_t columns_ = 0;
     std::size_t cells_ = 0;

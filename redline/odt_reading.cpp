@@ -39,7 +39,7 @@ class OdtReading {
         FormText(story);
         ResolveOdt(story, resolution_, TrackedRowStyles(Child(root_, "automatic-styles")),
                    kCameBack);
-        Blocks(story, {}, lines, 0);
+        Container(story, lines, 0);
     }
 
     void Header(const Node& page, const Node& header, ReadStories& stories) {
@@ -59,6 +59,14 @@ class OdtReading {
     }
 
     // ---- blocks ----
+
+    // Behind a last table stands an empty paragraph, whether it is in the file or not.
+    void Container(const Node& container, std::vector<ReadLine>& lines, int depth) {
+        const std::size_t begin = lines.size();
+        Blocks(container, {}, lines, depth);
+        if (lines.size() > begin && lines.back().border == "</table>")
+            lines.push_back({{}, {}, lists_ ? "p" : "", false});
+    }
 
     void Blocks(const Node& parent, const std::string& around, std::vector<ReadLine>& lines,
                 int depth) {
@@ -104,7 +112,7 @@ class OdtReading {
                 continue;
             ++counts_->cells;
             lines.push_back({"<" + std::string(name) + ">", {}, {}, false});
-            Blocks(cell, {}, lines, depth + 1);
+            Container(cell, lines, depth + 1);
         }
     }
 
@@ -172,7 +180,7 @@ class OdtReading {
             const std::string_view name = LocalName(child);
             if (name == "note-body" || name == "text-box") {
                 std::vector<ReadLine> lines;
-                Blocks(child, {}, lines, depth + 1);
+                Container(child, lines, depth + 1);
                 for (const ReadLine& line : lines)
                     text += "|" + line.border + line.Text();
             } else if (child.type() == pugi::node_element && depth < kMaxDepth) {

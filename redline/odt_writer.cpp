@@ -23,6 +23,17 @@ std::vector<const Atom*> StoriesIn(const StoryBlock& block, std::size_t begin, s
     return found;
 }
 
+// Behind a last table readers have an empty paragraph, whether it is in the file or not.
+bool EndInParagraph(Node container) {
+    Node last = container.last_child();
+    while (last && last.type() != pugi::node_element)
+        last = last.previous_sibling();
+    if (!Is(last, "table"))
+        return false;
+    container.append_child("text:p");
+    return true;
+}
+
 bool IsTable(const PlanToken& token) {
     return token.kind == TokenKind::Table;
 }
@@ -57,22 +68,35 @@ OdtReader OdtWriter::ReaderOf(TrackMark mark) {
             }};
 }
 
+// Only where the marks need it a paragraph is added behind a last table.
+bool OdtWriter::PlanFor(const Node& original, const Node& modified, Planned& planned) {
+    const auto make = [&] {
+        planned.original = ReaderOf(TrackMark::Delete).Blocks(original);
+        planned.modified = ReaderOf(TrackMark::Insert).Blocks(modified);
+        planned.plan = MakePlan(AlignBlocks(planned.original, planned.modified, state_.watcher),
+                                planned.original, planned.modified);
+        return planned.plan.has_value();
+    };
+    if (make())
+        return true;
+    const bool old_ended = EndInParagraph(original);
+    const bool new_ended = EndInParagraph(modified);
+    return (old_ended || new_ended) && make();
+}
+
 void OdtWriter::Merge(const Node& original, Node modified) {
-    const std::vector<StoryBlock> old_blocks = ReaderOf(TrackMark::Delete).Blocks(original);
-    const std::vector<StoryBlock> new_blocks = ReaderOf(TrackMark::Insert).Blocks(modified);
-    std::optional<Plan> plan =
-        MakePlan(AlignBlocks(old_blocks, new_blocks, state_.watcher), old_blocks, new_blocks);
-    if (!plan) {
+    Planned planned;
+    if (!PlanFor(original, modified, planned)) {
         state_.failed = true;
         return;
     }
-    SplitAtLinks(*plan, old_blocks, new_blocks);
-    state_.tables_twice += plan->tables_twice;
-    Container in{modified, old_blocks, new_blocks};
-    MergeKept(*plan, in);
-    WriteStream(plan->tokens, in);
+    SplitAtLinks(*planned.plan, planned.original, planned.modified);
+    state_.tables_twice += planned.plan->tables_twice;
+    Container in{modified, planned.original, planned.modified};
+    MergeKept(*planned.plan, in);
+    WriteStream(planned.plan->tokens, in);
     for (auto& [block, marks] : in.marks)
-        PutMarks(new_blocks[block].node, std::move(marks));
+        PutMarks(planned.modified[block].node, std::move(marks));
 }
 
 void OdtWriter::MergeKept(const Plan& plan, const Container& in) {

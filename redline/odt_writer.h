@@ -49,7 +49,14 @@ class OdtWriter {
         std::size_t at = 0;
     };
 
+    struct Planned {
+        std::vector<StoryBlock> original{};
+        std::vector<StoryBlock> modified{};
+        std::optional<Plan> plan{};
+    };
+
     OdtReader ReaderOf(TrackMark mark);
+    bool PlanFor(const Node& original, const Node& modified, Planned& planned);
     void MergeKept(const Plan& plan, const Container& in);
     void MergeAtoms(const Atom& original, const Atom& modified);
     void WriteStream(const Tokens& tokens, Container& in);

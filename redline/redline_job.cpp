@@ -2,9 +2,12 @@
 
 #include <algorithm>
 
+#include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 #include "load/readers/content_kind.h"
+#include "load/readers/document_sink.h"
 #include "load/readers/word_job.h"
+#include "redline/document_layout.h"
 #include "redline/docx_redline.h"
 #include "redline/new_document.h"
 #include "redline/odt_redline.h"
@@ -119,6 +122,45 @@ bool IsPackageOf(std::string_view bytes, bool open_document) {
                                      .find("encryption-data") == std::string::npos;
 }
 
+// Tells generated numbers from letters.
+class LabelSink : public DocumentSink {
+  public:
+    explicit LabelSink(DocumentSink& sink) : sink_(sink) {}
+    void BeginParagraph(const ParagraphFormat& format) override { sink_.BeginParagraph(format); }
+    void Text(std::string_view utf8, const CharFormat& format) override {
+        sink_.Text(utf8, format);
+    }
+    void ListLabel(std::string_view utf8, const CharFormat& format) override {
+        std::u16string label = ToUtf16(utf8);
+        label.insert(label.begin(), kLabelBegin);
+        label += kLabelEnd;
+        sink_.Text(ToUtf8(label), format);
+    }
+    void EndParagraph() override { sink_.EndParagraph(); }
+    std::size_t Size() const override { return sink_.Size(); }
+    std::string Finish() override { return sink_.Finish(); }
+
+  private:
+    DocumentSink& sink_;
+};
+
+// Where a compare of the document itself leaves generated numbers out. In other formats they are
+// letters of the text.
+bool HasLists(std::string_view bytes, std::string_view name) {
+    std::unique_ptr<Package> package;
+    switch (KindOfContent(bytes, name, package)) {
+        case ContentKind::WordPackage:
+        case ContentKind::SlidePackage:
+        case ContentKind::OpenText:
+        case ContentKind::OpenSlides:
+        case ContentKind::Epub:
+        case ContentKind::EncryptedPackage:
+            return true;
+        default:
+            return false;
+    }
+}
+
 // As the readers see them, in packages of one kind.
 ReadEnd LayOut(const PerSide<std::string_view>& documents, const ConversionMessage& job,
                ReadMonitor& monitor, JobOutput& output, PerSide<std::string>& packages) {
@@ -128,14 +170,18 @@ ReadEnd LayOut(const PerSide<std::string_view>& documents, const ConversionMessa
         own["password"] = TextOf(job, second ? "secondpassword" : "password");
         if (second)
             own["name"] = TextOf(job, "secondname");
-        const std::unique_ptr<DocumentSink> sink = MakeRtfSink();
-        if (ReadEnd end = ReadWordDocument(documents[side], own, *sink, monitor, output.answer);
+        const std::unique_ptr<DocumentSink> rich = MakeRtfSink();
+        LabelSink labels(*rich);
+        DocumentSink& sink = HasLists(documents[side], TextOf(own, "name"))
+                                 ? static_cast<DocumentSink&>(labels)
+                                 : *rich;
+        if (ReadEnd end = ReadWordDocument(documents[side], own, sink, monitor, output.answer);
             !end.ok()) {
             end.detail = (second ? "the modified" : "the original") +
                          (end.detail.empty() ? std::string() : ": " + end.detail);
             return end;
         }
-        const RichText text = ReadRtf(sink->Finish());
+        const RichText text = ReadRtf(sink.Finish());
         std::optional<std::string> package =
             TextOf(job, "format") == "odt" ? NewOdtDocument(text) : NewDocument(text);
         if (!package)
