@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "redline/import.h"
 #include "redline/odt_resolve.h"
 #include "redline/odt_writer.h"
 #include "redline/xml_tools.h"
@@ -63,21 +64,6 @@ std::int32_t Prepare(WordPackage& package) {
 void Declare(Node root) {
     if (!root.attribute("xmlns:dc"))
         root.append_attribute("xmlns:dc") = "http://purl.org/dc/elements/1.1/";
-}
-
-// Prefixes that copies of the Original's elements use.
-bool UnitePrefixes(const Node& original, Node modified) {
-    for (const pugi::xml_attribute& attribute : original.attributes()) {
-        const std::string_view name = attribute.name();
-        if (!name.starts_with("xmlns"))
-            continue;
-        const pugi::xml_attribute there = modified.attribute(attribute.name());
-        if (!there)
-            modified.append_copy(attribute);
-        else if (std::string_view(there.value()) != attribute.value())
-            return false;
-    }
-    return true;
 }
 
 class OdtRedline {
