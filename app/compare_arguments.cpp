@@ -32,7 +32,8 @@ std::optional<ReportType> ReportTypeNamed(const std::string& name) {
 void AddFileOptions(CLI::App& app, RawCompareOptions& raw) {
     app.add_option("-o,--report", raw.reports,
                    "Write a report; its extension tells the type: .html, .txt, .csv, .doc or .rtf; "
-                   ".docx is the modified document with the changes tracked. May be repeated")
+                   ".docx and .odt are the modified document with the changes tracked. May be "
+                   "repeated")
         ->type_name("FILE")
         ->allow_extra_args(false);
     app.add_option("--report-type", raw.report_type,

@@ -4,12 +4,12 @@
 
 #include "app/command_line_request.h"
 #include "app/input_file.h"
-#include "app/redline_run.h"
 #include "common/log_message.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
 #include "common/text_privacy.h"
+#include "compare/run/redline_run.h"
 #include "reports/json_report.h"
 #include "reports/terminal_report.h"
 
@@ -208,11 +208,12 @@ bool CompareRunner::WriteRedline() {
     const auto password = [&load](const std::string& own) {
         return own.empty() ? load.password : own;
     };
-    const Result<std::string> certificate =
-        WriteRedlines(process_, command_.redline, files_,
-                      {password(load.original_password), password(load.modified_password)});
+    const Result<std::string> certificate = WriteRedlines(
+        process_, command_.redline,
+        {files_, {password(load.original_password), password(load.modified_password)}});
     if (!certificate.ok())
         return Report(certificate.status());
+    certificate_ = certificate.value();
     for (const std::string& file : command_.redline.files) {
         written_.push_back(file);
         if (command_.open_reports)
@@ -230,7 +231,9 @@ bool CompareRunner::WriteJson() {
         return true;
     ReportModel model = Model();
     model.names = {command_.original, command_.modified};
-    const std::string json = WriteJsonReport(model);
+    std::string json = WriteJsonReport(model);
+    if (!certificate_.empty())
+        json = WithRedlines(std::move(json), certificate_);
     const bool to_output = *command_.json == "-";
     return Report(to_output
                       ? WriteStream(Stream::Output, json)

@@ -62,6 +62,7 @@ class CompareRunner {
     frmCompareFiles viewer_;
     PerSide<std::string> files_;
     bool compared_ = false;
+    std::string certificate_;  ///< of redlines that were written
     std::vector<std::string> written_;
 };
 

@@ -66,6 +66,7 @@ constexpr KeyRow kRows[] = {
     {"bReportDOC_Additions", Scope::Own, &Settings::bReportDOC_Additions},
     {"bReportDOC_ShowDeletions", Scope::Own, &Settings::bReportDOC_ShowDeletions},
     {"bReportDOC_ShowChanges", Scope::Own, &Settings::bReportDOC_ShowChanges},
+    {"bReportDOC_Tracked", Scope::Own, &Settings::bReportDOC_Tracked},
     {"dRatioTopEditor", Scope::Own, &Settings::dRatioTopEditor},
     {"dFontSize", Scope::Own, &Settings::dFontSize},
     {"sFontName", Scope::Own, &Settings::sFontName},

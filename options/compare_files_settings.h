@@ -48,8 +48,9 @@ struct CompareFilesSettings {
     bool bReportDOC_Additions = true;
     bool bReportDOC_ShowDeletions = true;
     bool bReportDOC_ShowChanges = true;
-    double dRatioTopEditor = 12345;  ///< this value: never saved
-    double dFontSize = 10;           ///< points
+    bool bReportDOC_Tracked = false;  ///< the document with tracked changes instead of all these
+    double dRatioTopEditor = 12345;   ///< this value: never saved
+    double dFontSize = 10;            ///< points
     std::string sFontName = "Courier";
     bool bBCLMergeParagraph = true;
     bool bBCLDetectHeader = false;

@@ -254,6 +254,36 @@ std::string Importer::CopyPart(const std::string& part) {
     return name;
 }
 
+namespace {
+
+// The two forms of the standard give the same names other addresses.
+std::string MeaningOf(std::string_view address) {
+    constexpr std::string_view kStrict = "http://purl.oclc.org/ooxml/";
+    constexpr std::string_view kTransitional = "http://schemas.openxmlformats.org/";
+    constexpr std::string_view kYear = "/2006";
+    if (address.starts_with(kStrict))
+        return std::string(address.substr(kStrict.size()));
+    if (!address.starts_with(kTransitional))
+        return std::string(address);
+    std::string meaning(address.substr(kTransitional.size()));
+    if (const std::size_t year = meaning.find(kYear); year != std::string::npos)
+        meaning.erase(year, kYear.size());
+    return meaning;
+}
+
+bool Uses(const Node& root, const std::string& prefix) {
+    const std::string begin = prefix + ":";
+    bool used = false;
+    VisitElements(root, [&](const Node& node) {
+        used = used || std::string_view(node.name()).starts_with(begin);
+        for (const pugi::xml_attribute& attribute : node.attributes())
+            used = used || std::string_view(attribute.name()).starts_with(begin);
+    });
+    return used;
+}
+
+}  // namespace
+
 bool UnitePrefixes(const Node& source, Node target) {
     std::string ignorable(target.attribute("mc:Ignorable").value());
     const std::string old_ignorable = " " + std::string(Attribute(source, "Ignorable")) + " ";
@@ -266,7 +296,8 @@ bool UnitePrefixes(const Node& source, Node target) {
         // What readers may pass over says nothing that anybody would miss.
         const bool passed_over =
             (" " + ignorable + " ").find(" " + prefix + " ") != std::string::npos;
-        if (there && !passed_over && std::string_view(there.value()) != attribute.value())
+        if (there && !passed_over && MeaningOf(there.value()) != MeaningOf(attribute.value()) &&
+            Uses(source, prefix))
             return false;
         if (there)
             continue;

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <vector>
+#include <map>
+#include <string_view>
 
 #include "common/base/text_encoding.h"
+#include "redline/document_layout.h"
 #include "redline/zip_writer.h"
 
 namespace zorvane {
@@ -17,12 +18,22 @@ constexpr std::string_view kTypes =
     "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package."
     "relationships+xml\"/><Default Extension=\"xml\" ContentType=\"application/xml\"/>"
     "<Override PartName=\"/word/document.xml\" ContentType=\"application/"
-    "vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml\"/></Types>";
+    "vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml\"/><Override "
+    "PartName=\"/word/numbering.xml\" ContentType=\"application/"
+    "vnd.openxmlformats-officedocument.wordprocessingml.numbering+xml\"/></Types>";
 constexpr std::string_view kRelations =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
     "<Relationship Id=\"rId1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/"
     "relationships/officeDocument\" Target=\"word/document.xml\"/></Relationships>";
+constexpr std::string_view kTextRelations =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+    "<Relationship Id=\"rId1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/"
+    "relationships/numbering\" Target=\"numbering.xml\"/></Relationships>";
+constexpr std::string_view kNumbering =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<w:numbering xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\">";
 constexpr std::string_view kHead =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<w:document xmlns:w=\"http://schemas.openxmlformats.org/wordprocessingml/2006/main\" "
@@ -31,24 +42,6 @@ constexpr std::string_view kTail =
     "<w:sectPr><w:pgSz w:w=\"11906\" w:h=\"16838\"/><w:pgMar w:top=\"1134\" w:right=\"1134\" "
     "w:bottom=\"1134\" w:left=\"1134\" w:header=\"709\" w:footer=\"709\" w:gutter=\"0\"/>"
     "</w:sectPr></w:body></w:document>";
-constexpr char16_t kCellMark = 0x07;
-constexpr char16_t kLineMark = 0x0B;
-
-void AppendEscaped(std::string_view utf8, std::string& out) {
-    for (const char byte : utf8) {
-        if (byte == '&')
-            out += "&amp;";
-        else if (byte == '<')
-            out += "&lt;";
-        else if (byte == '>')
-            out += "&gt;";
-        else if (byte == '"')
-            out += "&quot;";
-        else
-            out += byte;
-    }
-}
-
 void AppendElement(std::string& out, const char* name, std::string_view value = {}) {
     out.append("<w:").append(name);
     if (!value.empty())
@@ -56,19 +49,11 @@ void AppendElement(std::string& out, const char* name, std::string_view value = 
     out += "/>";
 }
 
-std::string HexOf(Color color) {
-    std::array<char, 8> hex{};
-    const auto value = static_cast<unsigned>(color.value);
-    std::snprintf(hex.data(), hex.size(), "%02X%02X%02X", value & 0xFFU, (value >> 8U) & 0xFFU,
-                  (value >> 16U) & 0xFFU);
-    return hex.data();
-}
-
 // In the order in which a schema wants them.
 std::string LookOf(const CharFormat& format) {
     std::string look = "<w:rFonts w:ascii=\"";
     std::string font;
-    AppendEscaped(format.font.view(), font);
+    AppendXml(format.font.view(), font);
     look += font + "\" w:hAnsi=\"" + font + "\" w:cs=\"" + font + "\"/>";
     if (format.bold)
         AppendElement(look, "b");
@@ -92,9 +77,12 @@ std::string LookOf(const CharFormat& format) {
     return "<w:rPr>" + look + "</w:rPr>";
 }
 
-std::string LookOf(const ParagraphFormat& format) {
+std::string LookOf(const ParagraphFormat& format, std::size_t list) {
     constexpr std::array<const char*, 4> kAlignments{"", "center", "right", "both"};
     std::string look;
+    if (list > 0)
+        look += "<w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"" + std::to_string(list) +
+                "\"/></w:numPr>";
     if (format.right_to_left)
         AppendElement(look, "bidi");
     const auto number = [](std::int32_t value) { return std::to_string(value); };
@@ -113,71 +101,22 @@ std::string LookOf(const ParagraphFormat& format) {
     return look.empty() ? look : "<w:pPr>" + look + "</w:pPr>";
 }
 
-class Layout {
+class WordPen : public DocumentPen {
   public:
-    explicit Layout(const RichText& text) : text_(text) {}
+    WordPen() : out_(kHead) {}
 
-    std::string Write() {
-        out_ = kHead;
-        const std::u16string_view text = text_.text;
-        for (std::size_t begin = 0; begin <= text.size();) {
-            const std::size_t end = std::min(text.find(u"\r\n", begin), text.size());
-            const std::size_t next = end + 2;
-            // Behind the last break there is no paragraph.
-            if (begin == text.size() && begin > 0)
-                break;
-            WriteLine(begin, end);
-            begin = next;
-        }
-        CloseTable();
-        if (!last_is_paragraph_)
-            out_ += "<w:p/>";
-        return std::move(out_.append(kTail));
+    void BeginParagraph(const ParagraphFormat& format, std::u16string_view label) override {
+        const std::size_t list =
+            label.empty() ? 0 : lists_.try_emplace(ToUtf8(label), lists_.size() + 1).first->second;
+        out_ += "<w:p>" + LookOf(format, list);
     }
-
-  private:
-    void WriteLine(std::size_t begin, std::size_t end) {
-        const bool row = end > begin && text_.text[end - 1] == kCellMark;
-        if (row) {
-            rows_.emplace_back(begin, end);
-            last_is_paragraph_ = false;
-            return;
-        }
-        CloseTable();
-        WriteParagraph(begin, end);
-        last_is_paragraph_ = true;
+    void EndParagraph() override { out_ += "</w:p>"; }
+    void Run(const CharFormat& format, std::u16string_view text) override {
+        out_ += "<w:r>" + LookOf(format);
+        WriteText(text);
+        out_ += "</w:r>";
     }
-
-    void WriteParagraph(std::size_t begin, std::size_t end) {
-        out_ += "<w:p>" + LookOf(ParagraphFormatAt(begin));
-        WriteRuns(begin, end);
-        out_ += "</w:p>";
-    }
-
-    // Tables beside each other in the text are one.
-    void CloseTable() {
-        if (rows_.empty())
-            return;
-        const auto is_mark = [this](std::size_t at) { return text_.text[at] == kCellMark; };
-        std::size_t columns = 0;
-        std::string rows;
-        std::swap(rows, out_);
-        for (const auto& [begin, end] : rows_) {
-            out_ += "<w:tr>";
-            std::size_t cells = 0;
-            for (std::size_t cell = begin; cell < end; ++cells) {
-                std::size_t mark = cell;
-                while (!is_mark(mark))
-                    ++mark;
-                out_ += "<w:tc><w:tcPr/>";
-                WriteParagraph(cell, mark);
-                out_ += "</w:tc>";
-                cell = mark + 1;
-            }
-            out_ += "</w:tr>";
-            columns = std::max(columns, cells);
-        }
-        std::swap(rows, out_);
+    void BeginTable(std::size_t columns) override {
         out_ += "<w:tbl><w:tblPr><w:tblBorders>";
         for (const char* side : {"top", "left", "bottom", "right", "insideH", "insideV"})
             out_.append("<w:").append(side).append(
@@ -186,48 +125,45 @@ class Layout {
         constexpr std::size_t kWidth = 9600;  // twips between the margins
         for (std::size_t i = 0; i < columns; ++i)
             out_ += "<w:gridCol w:w=\"" + std::to_string(kWidth / columns) + "\"/>";
-        out_ += "</w:tblGrid>" + rows + "</w:tbl>";
-        rows_.clear();
+        out_ += "</w:tblGrid>";
     }
+    void EndTable() override { out_ += "</w:tbl>"; }
+    void BeginRow() override { out_ += "<w:tr>"; }
+    void EndRow() override { out_ += "</w:tr>"; }
+    void BeginCell() override { out_ += "<w:tc><w:tcPr/>"; }
+    void EndCell() override { out_ += "</w:tc>"; }
 
-    // Places only ever ascend.
-    const ParagraphFormat& ParagraphFormatAt(std::size_t place) {
-        static const ParagraphFormat kPlain;
-        const auto& runs = text_.paragraph_runs;
-        while (paragraph_run_ < runs.size() &&
-               place >= paragraph_begin_ + static_cast<std::size_t>(runs[paragraph_run_].length))
-            paragraph_begin_ += static_cast<std::size_t>(runs[paragraph_run_++].length);
-        return paragraph_run_ < runs.size() ? runs[paragraph_run_].format : kPlain;
-    }
+    std::string Take() { return std::move(out_.append(kTail)); }
 
-    void WriteRuns(std::size_t begin, std::size_t end) {
-        const auto& runs = text_.char_runs;
-        while (begin < end && run_ < runs.size()) {
-            const std::size_t run_end = run_begin_ + static_cast<std::size_t>(runs[run_].length);
-            if (begin >= run_end) {
-                run_begin_ = run_end;
-                ++run_;
-                continue;
-            }
-            const std::size_t stop = std::min(end, run_end);
-            out_ += "<w:r>" + LookOf(runs[run_].format);
-            WriteText(std::u16string_view(text_.text).substr(begin, stop - begin));
-            out_ += "</w:r>";
-            begin = stop;
+    // A list for each label, whose only level shows it as a bullet: nothing counts.
+    std::string Numbering() const {
+        std::string lists(kNumbering);
+        std::string numbers;
+        for (const auto& [label, list] : lists_) {
+            const std::string id = std::to_string(list);
+            lists += "<w:abstractNum w:abstractNumId=\"" + id +
+                     "\"><w:multiLevelType w:val=\"singleLevel\"/><w:lvl w:ilvl=\"0\"><w:start "
+                     "w:val=\"1\"/><w:numFmt w:val=\"bullet\"/><w:lvlText w:val=\"";
+            AppendXml(label, lists);
+            lists += "\"/><w:lvlJc w:val=\"left\"/></w:lvl></w:abstractNum>";
+            numbers +=
+                "<w:num w:numId=\"" + id + "\"><w:abstractNumId w:val=\"" + id + "\"/></w:num>";
         }
+        return lists + numbers + "</w:numbering>";
     }
 
+  private:
     void WriteText(std::u16string_view text) {
         std::size_t begin = 0;
         const auto flush = [&](std::size_t end) {
             if (end == begin)
                 return;
             out_ += "<w:t xml:space=\"preserve\">";
-            AppendEscaped(ToUtf8(text.substr(begin, end - begin)), out_);
+            AppendXml(ToUtf8(text.substr(begin, end - begin)), out_);
             out_ += "</w:t>";
         };
         for (std::size_t i = 0; i < text.size(); ++i) {
-            if (text[i] >= u' ' && text[i] < 0xFFFE)
+            if (IsShown(text[i]))
                 continue;
             flush(i);
             begin = i + 1;
@@ -239,23 +175,22 @@ class Layout {
         flush(text.size());
     }
 
-    const RichText& text_;
     std::string out_;
-    std::vector<std::pair<std::size_t, std::size_t>> rows_;
-    bool last_is_paragraph_ = false;
-    std::size_t run_ = 0;
-    std::size_t run_begin_ = 0;
-    std::size_t paragraph_run_ = 0;
-    std::size_t paragraph_begin_ = 0;
+    std::map<std::string, std::size_t> lists_;
 };
 
 }  // namespace
 
 std::optional<std::string> NewDocument(const RichText& text) {
-    const std::string document = Layout(text).Write();
+    WordPen pen;
+    LayOut(text, pen);
+    const std::string document = pen.Take();
+    const std::string numbering = pen.Numbering();
     return WriteZip({{"[Content_Types].xml", kTypes},
                      {"_rels/.rels", kRelations},
-                     {"word/document.xml", document}});
+                     {"word/document.xml", document},
+                     {"word/_rels/document.xml.rels", kTextRelations},
+                     {"word/numbering.xml", numbering}});
 }
 
 }  // namespace zorvane

@@ -12,5 +12,7 @@ namespace zorvane {
 /// Paragraphs with their looks; rows, whose cells end in the mark of a cell, become tables. The
 /// same text gives the same bytes. Nothing when there is no memory for it.
 std::optional<std::string> NewDocument(const RichText& text);
+/// The same as an OpenDocument text.
+std::optional<std::string> NewOdtDocument(const RichText& text);
 
 }  // namespace zorvane

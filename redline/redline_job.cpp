@@ -2,11 +2,15 @@
 
 #include <algorithm>
 
+#include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 #include "load/readers/content_kind.h"
+#include "load/readers/document_sink.h"
 #include "load/readers/word_job.h"
+#include "redline/document_layout.h"
 #include "redline/docx_redline.h"
 #include "redline/new_document.h"
+#include "redline/odt_redline.h"
 #include "redline/verify.h"
 
 namespace zorvane {
@@ -60,6 +64,7 @@ std::string CountsLine(const RedlineCounts& counts) {
 }
 
 struct Asked {
+    bool open_document = false;
     bool laid_out = false;
     bool track_formatting = false;
 };
@@ -77,9 +82,9 @@ std::string Certificate(const PerSide<std::string_view>& documents, const Asked&
         text += LawLine("reject = original", verified->rejected);
     }
     if (asked.laid_out)
-        text +=
-            "laid out anew, since the documents are not two .docx: text, looks and tables as "
-            "they were read\n";
+        text += std::string("laid out anew, since the documents are not two ") +
+                (asked.open_document ? ".odt" : ".docx") +
+                ": text, looks and tables as they were read\n";
     text += std::string("not compared: ") +
             (asked.track_formatting ? "" : "formatting of text that stays, ") +
             "sections, definitions of styles, properties of tables\n";
@@ -106,10 +111,54 @@ RedlineRequest RequestOf(const ConversionMessage& job) {
     return request;
 }
 
-bool IsWordPackage(std::string_view bytes) {
+// Packages whose marks can be read; a password opens neither.
+bool IsPackageOf(std::string_view bytes, bool open_document) {
     std::unique_ptr<Package> package;
-    return KindOfContent(bytes, "", package) == ContentKind::WordPackage && package &&
-           !package->Encrypted();
+    const ContentKind wanted = open_document ? ContentKind::OpenText : ContentKind::WordPackage;
+    if (KindOfContent(bytes, "", package) != wanted || !package || package->Encrypted())
+        return false;
+    return !open_document || package->Read("META-INF/manifest.xml")
+                                     .value_or("encryption-data")
+                                     .find("encryption-data") == std::string::npos;
+}
+
+// Tells generated numbers from letters.
+class LabelSink : public DocumentSink {
+  public:
+    explicit LabelSink(DocumentSink& sink) : sink_(sink) {}
+    void BeginParagraph(const ParagraphFormat& format) override { sink_.BeginParagraph(format); }
+    void Text(std::string_view utf8, const CharFormat& format) override {
+        sink_.Text(utf8, format);
+    }
+    void ListLabel(std::string_view utf8, const CharFormat& format) override {
+        std::u16string label = ToUtf16(utf8);
+        label.insert(label.begin(), kLabelBegin);
+        label += kLabelEnd;
+        sink_.Text(ToUtf8(label), format);
+    }
+    void EndParagraph() override { sink_.EndParagraph(); }
+    std::size_t Size() const override { return sink_.Size(); }
+    std::string Finish() override { return sink_.Finish(); }
+
+  private:
+    DocumentSink& sink_;
+};
+
+// Where a compare of the document itself leaves generated numbers out. In other formats they are
+// letters of the text.
+bool HasLists(std::string_view bytes, std::string_view name) {
+    std::unique_ptr<Package> package;
+    switch (KindOfContent(bytes, name, package)) {
+        case ContentKind::WordPackage:
+        case ContentKind::SlidePackage:
+        case ContentKind::OpenText:
+        case ContentKind::OpenSlides:
+        case ContentKind::Epub:
+        case ContentKind::EncryptedPackage:
+            return true;
+        default:
+            return false;
+    }
 }
 
 // As the readers see them, in packages of one kind.
@@ -121,14 +170,20 @@ ReadEnd LayOut(const PerSide<std::string_view>& documents, const ConversionMessa
         own["password"] = TextOf(job, second ? "secondpassword" : "password");
         if (second)
             own["name"] = TextOf(job, "secondname");
-        const std::unique_ptr<DocumentSink> sink = MakeRtfSink();
-        if (ReadEnd end = ReadWordDocument(documents[side], own, *sink, monitor, output.answer);
+        const std::unique_ptr<DocumentSink> rich = MakeRtfSink();
+        LabelSink labels(*rich);
+        DocumentSink& sink = HasLists(documents[side], TextOf(own, "name"))
+                                 ? static_cast<DocumentSink&>(labels)
+                                 : *rich;
+        if (ReadEnd end = ReadWordDocument(documents[side], own, sink, monitor, output.answer);
             !end.ok()) {
             end.detail = (second ? "the modified" : "the original") +
                          (end.detail.empty() ? std::string() : ": " + end.detail);
             return end;
         }
-        std::optional<std::string> package = NewDocument(ReadRtf(sink->Finish()));
+        const RichText text = ReadRtf(sink.Finish());
+        std::optional<std::string> package =
+            TextOf(job, "format") == "odt" ? NewOdtDocument(text) : NewDocument(text);
         if (!package)
             return ReadEnd::Fault(ReadError::TooLarge, "no memory for the package");
         packages[side] = std::move(*package);
@@ -141,16 +196,22 @@ ReadEnd LayOut(const PerSide<std::string_view>& documents, const ConversionMessa
 ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMessage& job,
                       ReadMonitor& monitor, JobOutput& output) {
     MonitorWatcher watcher(monitor);
-    const bool laid_out = !IsWordPackage(given.original) || !IsWordPackage(given.modified);
+    Asked asked;
+    asked.open_document = TextOf(job, "format") == "odt";
+    asked.laid_out = !IsPackageOf(given.original, asked.open_document) ||
+                     !IsPackageOf(given.modified, asked.open_document);
+    // OpenDocument has no place for a former look.
+    asked.track_formatting = IsSet(job, "formatting") && !asked.open_document;
     PerSide<std::string> packages;
     PerSide<std::string_view> documents = given;
-    if (laid_out) {
+    if (asked.laid_out) {
         if (ReadEnd end = LayOut(given, job, monitor, output, packages); !end.ok())
             return end;
         documents = {packages.original, packages.modified};
     }
     WrittenRedline written;
-    if (ReadEnd end = WriteDocxRedline(documents, RequestOf(job), &watcher, written); !end.ok())
+    const auto write = asked.open_document ? WriteOdtRedline : WriteDocxRedline;
+    if (ReadEnd end = write(documents, RequestOf(job), &watcher, written); !end.ok())
         return end;
     if (watcher.Cancelled())
         return ReadEnd::Fault(ReadError::Cancelled);
@@ -159,8 +220,8 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMe
     watcher.BeginCheck();
     if (verify) {
         const Result<Verified> result =
-            VerifyRedline({documents, written.bytes, IsSet(job, "formatting"),
-                           written.headers_left_out, &watcher});
+            VerifyRedline({documents, written.bytes, asked.track_formatting,
+                           written.headers_left_out, &watcher, asked.open_document});
         if (!result.ok())
             return ReadEnd::Fault(
                 ReadError::NotTracked,
@@ -169,8 +230,7 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMe
     }
     if (ReadEnd end = output.Add(written.bytes); !end.ok())
         return end;
-    return output.Add(Certificate(given, {laid_out, IsSet(job, "formatting")}, written,
-                                  verify ? &verified : nullptr));
+    return output.Add(Certificate(given, asked, written, verify ? &verified : nullptr));
 }
 
 }  // namespace zorvane

@@ -11,10 +11,10 @@
 
 namespace zorvane {
 
-/// Keys of the request: author, date, idprefix, formatting, keeptracked, noverify; name,
-/// secondname, password, secondpassword. Two packages of a word processor are kept; documents of
-/// any other kind are laid out anew. The first part of the answer is the document, the second its
-/// certificate.
+/// Keys of the request: format (odt; otherwise docx), author, date, idprefix, formatting,
+/// keeptracked, noverify; name, secondname, password, secondpassword. Two packages of that format
+/// are kept; documents of any other kind are laid out anew. The first part of the answer is the
+/// document, the second its certificate.
 ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMessage& job,
                       ReadMonitor& monitor, JobOutput& output);
 

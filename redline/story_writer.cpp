@@ -25,15 +25,26 @@ bool HoldsStory(const Atom& atom) {
 }
 
 // Behind a last table readers have an empty paragraph, whether it is in the file or not.
-void EndInParagraph(Node container) {
+bool EndInParagraph(Node container) {
     const Node section = Child(container, "sectPr");
     const Node last = section ? section.previous_sibling() : container.last_child();
     if (!Is(last, "tbl"))
-        return;
+        return false;
     if (section)
         container.insert_child_before("w:p", section);
     else
         container.append_child("w:p");
+    return true;
+}
+
+// What stands behind a last table of a body for the sake of marks goes where it got none.
+void DropEmptyEnd(Node body) {
+    const Node section = Child(body, "sectPr");
+    const Node last = section ? section.previous_sibling() : body.last_child();
+    const bool blank = Is(last, "p") && !Child(last, "r") && !Child(last, "ins") &&
+                       !Child(last, "del") && !Child(last, "pPr");
+    if (blank && Is(last.previous_sibling(), "tbl"))
+        body.remove_child(last);
 }
 
 // A paragraph of the Modified that stays as it is.
@@ -95,7 +106,7 @@ WriterTools StoryWriter::Tools() {
 
 void StoryWriter::Merge(const Node& original, Node modified) {
     EndInParagraph(original);
-    EndInParagraph(modified);
+    const bool end_added = EndInParagraph(modified);
     const std::vector<StoryBlock> old_blocks = ReaderOf(TrackMark::Delete).Blocks(original);
     const std::vector<StoryBlock> new_blocks = ReaderOf(TrackMark::Insert).Blocks(modified);
     std::optional<Plan> plan =
@@ -109,6 +120,12 @@ void StoryWriter::Merge(const Node& original, Node modified) {
     state_.tables_twice += plan->tables_twice;
     MergeNested(*plan, old_blocks, new_blocks);
     Emit(*plan, modified, old_blocks, new_blocks);
+    // Behind a table that stays nothing joins.
+    const std::vector<PlanToken>& tokens = plan->tokens;
+    if (end_added && Is(modified, "body") && tokens.size() > 1 &&
+        tokens[tokens.size() - 2].kind == TokenKind::Table &&
+        tokens[tokens.size() - 2].mark == TrackMark::Keep)
+        DropEmptyEnd(modified);
 }
 
 // ---- what lies inside of what stays ----

@@ -5,6 +5,7 @@
 
 #include "common/base/text_encoding.h"
 #include "load/readers/crypto/crypto_tools.h"
+#include "redline/odt_verify.h"
 
 namespace zorvane {
 namespace {
@@ -109,11 +110,15 @@ Result<ReadCounts> CheckSide(const RedlineToCheck& check, Side side) {
     const auto tell = [&](double part) {
         TellProgress(check.watcher, RunStep::WriteReport, part + (rejecting ? 0 : 0.5));
     };
+    const auto read = [&](std::string_view bytes, Resolution resolution) {
+        return check.open_document ? ReadOdtStories(bytes, resolution, !rejecting)
+                                   : StoriesOf(bytes, resolution);
+    };
     tell(0.1);
-    Result<ReadStories> wanted = StoriesOf(check.inputs[side], Resolution::Accept);
+    Result<ReadStories> wanted = read(check.inputs[side], Resolution::Accept);
     tell(0.2);
     Result<ReadStories> got =
-        StoriesOf(check.redline, rejecting ? Resolution::Reject : Resolution::Accept);
+        read(check.redline, rejecting ? Resolution::Reject : Resolution::Accept);
     if (!wanted.ok() || !got.ok())
         return wanted.ok() ? got.failure() : wanted.failure();
     tell(0.4);
@@ -134,7 +139,9 @@ Result<ReadCounts> CheckSide(const RedlineToCheck& check, Side side) {
 
 Result<Verified> VerifyRedline(const RedlineToCheck& check) {
     const std::string fault =
-        FirstStructureFault(check.inputs.modified, check.inputs.original, check.redline);
+        check.open_document
+            ? FirstOdtFault(check.inputs.modified, check.inputs.original, check.redline)
+            : FirstStructureFault(check.inputs.modified, check.inputs.original, check.redline);
     if (!fault.empty())
         return Failure{fault};
     Verified verified;

@@ -20,6 +20,7 @@ struct RedlineToCheck {
     bool all_looks = false;             ///< the looks of text that stays come back, too
     std::int32_t headers_left_out = 0;  ///< of the Original, as the writer told
     RunWatcher* watcher = nullptr;
+    bool open_document = false;  ///< all three are OpenDocument texts
 };
 
 /// What was found the same.

@@ -55,7 +55,7 @@ std::string RelationsPartOf(std::string_view part) {
            ".rels";
 }
 
-ReadEnd WordPackage::Open(std::string_view bytes) {
+ReadEnd WordPackage::OpenParts(std::string_view bytes) {
     const std::unique_ptr<Package> package = Package::Open(bytes);
     if (!package)
         return ReadEnd::Fault(ReadError::WrongFormat, "no package");
@@ -70,6 +70,12 @@ ReadEnd WordPackage::Open(std::string_view bytes) {
             return ReadEnd::Fault(error, "cannot read the part " + name);
         Add(name, std::move(*content));
     }
+    return ReadEnd::Ok();
+}
+
+ReadEnd WordPackage::Open(std::string_view bytes) {
+    if (ReadEnd end = OpenParts(bytes); !end.ok())
+        return end;
     main_part_ = Related("", "officeDocument");
     return Has(main_part_) ? ReadEnd::Ok()
                            : ReadEnd::Fault(ReadError::WrongFormat, "no document in the package");
@@ -123,6 +129,10 @@ Node WordPackage::Edit(std::string_view name) {
     if (root)
         Find(name)->edited = true;
     return root;
+}
+
+void WordPackage::Remove(std::string_view name) {
+    std::erase_if(parts_, [name](const Part& part) { return SameName(part.name, name); });
 }
 
 void WordPackage::Add(std::string name, std::string bytes) {

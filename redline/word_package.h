@@ -31,6 +31,10 @@ class WordPackage {
     /// Reads all parts. `bytes` need not outlive the package.
     ReadEnd Open(std::string_view bytes);
 
+    /// The same of a package of any kind.
+    ReadEnd OpenParts(std::string_view bytes);
+    void Remove(std::string_view name);
+
     /// The part with the document's text.
     const std::string& MainPart() const { return main_part_; }
     std::vector<std::string> Names() const;

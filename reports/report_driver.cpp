@@ -112,8 +112,7 @@ std::uint32_t ModeOf(ReportSource& source) {
                          {options.sFileOriginal.Data(), options.sFileModified.Data()});
 }
 
-ReportResult WriteDocument(ReportSource& source, const std::string& file) {
-    const Status saved = source.SaveDocumentReport(file, ModeOf(source));
+ReportResult Written(ReportSource& source, const Status& saved) {
     if (saved.ok())
         return ReportResult::Ok;
     if (!KeepGoing(source.Watcher()))
@@ -132,6 +131,10 @@ ReportResult WriteEngineReport(ReportSource& source, const std::string& file, Re
     engine.putReportMode(ModeOf(source));
     engine.putReportLook(ReportLookOf(source.ReportOptions()));
     return engine.CreateEngineReport(file, type, style, source.Watcher());
+}
+
+ReportResult WriteDocument(ReportSource& source, const std::string& file) {
+    return Written(source, source.SaveDocumentReport(file, ModeOf(source)));
 }
 
 // What is different between the four default reports.
@@ -238,8 +241,10 @@ ReportLook ReportLookOf(const clsCompareFileOptions& options) {
     return look;
 }
 
-ReportResult CreateReport(ReportSource& source, std::string& file, ReportType type,
-                          std::int32_t style) {
+namespace {
+
+// Where a report may be written; otherwise why not.
+ReportResult Prepare(ReportSource& source, std::string& file, ReportType type) {
     Platform& platform = source.Process().platform;
     file = ReplaceDateTokens(sExpandPathTokens(*platform.folders, file), platform.clock->Now());
     if (IsInput(source, file)) {
@@ -247,8 +252,15 @@ ReportResult CreateReport(ReportSource& source, std::string& file, ReportType ty
         return type == ReportType::Document ? ReportResult::TargetNotWritten
                                             : ReportResult::TargetNotCreated;
     }
-    if (!PrepareFolder(source, file))
-        return ReportResult::TargetNotWritten;
+    return PrepareFolder(source, file) ? ReportResult::Ok : ReportResult::TargetNotWritten;
+}
+
+}  // namespace
+
+ReportResult CreateReport(ReportSource& source, std::string& file, ReportType type,
+                          std::int32_t style) {
+    if (const ReportResult ready = Prepare(source, file, type); ready != ReportResult::Ok)
+        return ready;
     if (type == ReportType::Document)
         return WriteDocument(source, file);
     const ReportResult result = WriteEngineReport(source, file, type, style);
@@ -258,21 +270,31 @@ ReportResult CreateReport(ReportSource& source, std::string& file, ReportType ty
 
 namespace {
 
+ReportResult CreateTracked(ReportSource& source, std::string& file) {
+    file = source.TrackedName(file);
+    const ReportResult ready = Prepare(source, file, ReportType::Document);
+    return ready == ReportResult::Ok ? Written(source, source.SaveTrackedReport(file)) : ready;
+}
+
 ReportResult CreateDefaultReport(ReportSource& source, const DefaultReport& report, Launch launch,
                                  std::string file) {
     CompareFilesSettings& settings = source.ReportSettings();
     SetTitles(source, report.type);
     if (file.empty())
         file = settings.*report.file;
+    const bool tracked = report.type == ReportType::Document && settings.bReportDOC_Tracked;
     const std::int32_t style = settings.mlReportDefaultStyle_MD == 1 ? 1 : 2;
     const ReportResult written =
-        CreateReport(source, file, report.type, report.type == ReportType::Html ? style : 0);
+        tracked
+            ? CreateTracked(source, file)
+            : CreateReport(source, file, report.type, report.type == ReportType::Html ? style : 0);
     if (written == ReportResult::Ok) {
         source.TellStep(RunStep::LaunchReport);
         if (launch == Launch::Yes)
             Open(source, report, file, file);
     }
-    if (report.type == ReportType::Document && written == ReportResult::TargetNotWritten)
+    if (report.type == ReportType::Document && !tracked &&
+        written == ReportResult::TargetNotWritten)
         return FallBack(source, report, launch, file);
     return report.gives_result ? written : ReportResult::Ok;
 }

@@ -26,6 +26,10 @@ class ReportSource {
     virtual CompareFilesSettings& ReportSettings() = 0;
     /// Puts the word-processor report together and saves it, with that mode (see `ReplaceFile`).
     virtual Status SaveDocumentReport(const std::string& file, std::uint32_t mode) = 0;
+    /// Instead of that, in the default report where settings ask for it: tracked changes of the two
+    /// files, under a name that such a document may have.
+    virtual std::string TrackedName(const std::string& file) const = 0;
+    virtual Status SaveTrackedReport(const std::string& file) = 0;
     virtual void TellStep(RunStep step) = 0;
     /// Lets go of an office suite that holds files of that type, before the user's own opens one.
     virtual void ShutDownAppsIfRequired(const std::string& file) = 0;

@@ -7,6 +7,7 @@
 #include "common/run_telling.h"
 #include "compare/document/memory_editor.h"
 #include "compare/engine/report_model.h"
+#include "compare/run/redline_run.h"
 #include "load/file_types.h"
 
 namespace zorvane {
@@ -82,6 +83,20 @@ class ReportRun : private ReportSource {
         if (texts.head)
             pieces.head = &*texts.head;
         return SaveRichReport(pieces, editors.scratch, file, &watcher_, mode);
+    }
+
+    std::string TrackedName(const std::string& file) const override { return RedlineNameFor(file); }
+
+    Status SaveTrackedReport(const std::string& file) override {
+        const clsCompareFileOptions& options = input_.options;
+        RedlineOptions redline;
+        redline.files = {file};
+        const Result<std::string> certificate = WriteRedlines(
+            input_.process, redline,
+            {{options.sFileOriginal.Data(), options.sFileModified.Data()},
+             {options.sDOCPassword_TO_Original.Data(), options.sDOCPassword_TO_Modified.Data()}},
+            &watcher_);
+        return certificate.ok() ? Status::Ok() : Status(certificate.failure());
     }
 
     ReportInput input_;

@@ -17,6 +17,7 @@ using namespace measures;
 namespace {
 
 constexpr int kChoiceLetters = 18;
+constexpr std::int32_t kDocument = 4;  // the last type; behind it its form with tracked changes
 
 using File = std::string CompareFilesSettings::*;
 // By the numbers of `ReportType`.
@@ -47,7 +48,8 @@ FormColumn* ReportOptionsPage::MakeWhat() {
     auto* column = new FormColumn(this);
     column->AddHeading(text_("Report"));
     auto* type = new ComboBox(column);
-    type->addItems({text_("HTML"), text_("Text"), text_("Comma Delimited"), text_("MS Word")});
+    type->addItems({text_("HTML"), text_("Text"), text_("Comma Delimited"), text_("MS Word"),
+                    text_("Tracked Changes")});
     type->setMinimumContentsLength(kChoiceLetters);
     column->AddBeside(text_("Type"), type);
     auto* style = new ComboBox(column);
@@ -55,9 +57,16 @@ FormColumn* ReportOptionsPage::MakeWhat() {
     style->setMinimumContentsLength(kChoiceLetters);
     column->AddBeside(text_("Style"), style);
     binding_.Choice(
-        type, [&settings] { return settings.mlReportDefaultFileType_MD - 1; },
+        type,
+        [&settings] {
+            const bool tracked =
+                settings.mlReportDefaultFileType_MD == kDocument && settings.bReportDOC_Tracked;
+            return tracked ? kDocument : settings.mlReportDefaultFileType_MD - 1;
+        },
         [this, &settings](int at) {
-            settings.mlReportDefaultFileType_MD = at + 1;
+            settings.mlReportDefaultFileType_MD = std::min(at + 1, kDocument);
+            if (at + 1 >= kDocument)
+                settings.bReportDOC_Tracked = at == kDocument;
             binding_.Show();
         });
     binding_.Choice(

@@ -110,7 +110,11 @@ void ReportOptionsDialog::MakeDocument() {
             settings_.msgReportFileDOC_MD);
     column->AddHint(
         text_("Hint #2: Give the file name a *.DOC extension, and it will come up in MS Word."));
-    for (const PartRow& row : kParts) {
+    constexpr PartRow kTracked = {
+        "Tracked Changes",
+        "Write a document in which a word processor accepts and rejects each change (DOCX or ODT)",
+        &Settings::bReportDOC_Tracked};
+    for (const PartRow& row : {kTracked, kParts[0], kParts[1], kParts[2], kParts[3]}) {
         auto* box = new WrappingCheckBox(text_(row.caption), column);
         box->setToolTip(text_(row.tip));
         column->AddWidget(box);

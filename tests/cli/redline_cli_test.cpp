@@ -30,15 +30,27 @@ class RedlineCliTest : public ::testing::Test {
 };
 
 TEST_F(RedlineCliTest, WritesVerifiedRedlinesOfAnyPair) {
-    for (const char* const modified : {"new.docx", "new.rtf"}) {
-        SCOPED_TRACE(modified);
-        const ShellRun run = Run("old.docx " + std::string(modified) + " -o red.docx");
+    folder_.Write("rows.rtf",
+                  "{\\rtf1\\trowd\\cellx99 The ferry\\cell\\row\\pard leaves at ten.\\par}");
+    struct Row {
+        const char* original;
+        const char* modified;
+        const char* redline;
+    };
+    for (const Row& row :
+         {Row{"old.docx", "new.docx", "red.docx"}, Row{"old.docx", "new.rtf", "red.docx"},
+          Row{"old.docx", "new.docx", "red.odt"}, Row{"rows.rtf", "new.rtf", "red.odt"}}) {
+        SCOPED_TRACE(std::string(row.modified) + " " + row.redline);
+        const std::string redline(row.redline);
+        const ShellRun run = Run(std::string(row.original) + " " + row.modified + " -o " + redline);
         EXPECT_EQ(run.status, 1);
         EXPECT_NE(run.output.find("tracked redline: verified\n"), std::string::npos) << run.error;
-        EXPECT_NE(run.output.find("insertions 1, deletions 1,"), std::string::npos) << run.output;
+        EXPECT_NE(run.output.find("insertions 1, deletions "), std::string::npos) << run.output;
         // Our readers take tracked changes as accepted.
-        EXPECT_EQ(Run("red.docx " + std::string(modified)).status, 0);
-        std::filesystem::remove(folder_.Path("red.docx"));
+        EXPECT_EQ(Run(redline + " " + row.modified).status, 0);
+        // It is one of the two packages that the next one is written from.
+        EXPECT_EQ(Run("old.docx " + redline + " -o next" + redline).status, 1);
+        std::filesystem::remove(folder_.Path(redline));
     }
 }
 
@@ -59,7 +71,11 @@ TEST_F(RedlineCliTest, PassesOptionsOn) {
     }
     EXPECT_NE(Run("old.docx new.docx --no-verify -o d.docx").output.find("not verified"),
               std::string::npos);
-    EXPECT_EQ(Run("old.docx new.docx --json - -o e.docx").output.front(), '{');
+    const std::string json = Run("old.docx new.docx --json - -o e.docx -o e.odt").output;
+    const std::size_t first = json.find("{\"verified\":true,\"original_sha256\":\"");
+    EXPECT_EQ(json.front(), '{');
+    EXPECT_NE(json.find("{\"verified\":true,", first + 1), std::string::npos) << json;
+    EXPECT_TRUE(json.ends_with("\"]}\n]}\n")) << json;
 }
 
 TEST_F(RedlineCliTest, WritesNothingWhereItCannot) {

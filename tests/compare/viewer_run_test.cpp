@@ -288,6 +288,11 @@ TEST_F(ViewerRunTest, WritesAReportBesideTheWindow) {
     EXPECT_EQ(viewer.CurrentView(), View::SideBySide);
     EXPECT_GT(fakes.folder.Read("r.doc").size(), 1000U);
     EXPECT_EQ(fakes.shell().calls, std::vector{"open " + fakes.folder.Path("r.doc")});
+    viewer.Settings().bReportDOC_Tracked = true;
+    viewer.cmdViewReport();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(viewer.LastReport(), ReportResult::TargetNotWritten) << "nobody converts here";
+    EXPECT_EQ(fakes.shell().calls.size(), 1U);
 }
 
 // The window answers on its own thread; a stop answers no.

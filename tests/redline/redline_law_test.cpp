@@ -179,6 +179,29 @@ TEST(RedlineLaw, TakesTrackedInputsAsAccepted) {
               ReadError::NotTracked);
 }
 
+TEST(RedlineLaw, RefusesOnlyNamesThatMeanSomethingElse) {
+    struct Row {
+        const char* name;
+        const char* address;  // what the Original declares instead
+        const char* by;
+        std::string content;
+        bool written;
+    };
+    const std::string formula = Paragraph("<m:oMath/>") + kOther;
+    const char* const transitional = "http://schemas.openxmlformats.org/wordprocessingml/2006/main";
+    for (const Row& row : {Row{"unused", "\"m\"", "\"n\"", kOther, true},
+                           Row{"used", "\"m\"", "\"n\"", formula, false},
+                           Row{"the strict form", transitional,
+                               "http://purl.oclc.org/ooxml/wordprocessingml/main", kOther, true}}) {
+        SCOPED_TRACE(row.name);
+        const std::string original =
+            WithPart(MakePairFile({kKept + row.content}), "word/document.xml", row.address, row.by);
+        WrittenRedline written;
+        EXPECT_EQ(WriteDocxRedline({original, MakePairFile({kKept})}, {}, nullptr, written).ok(),
+                  row.written);
+    }
+}
+
 TEST(RedlineLaw, WritesTheSameBytesForTheSamePair) {
     const std::string original = MakePairFile({kKept});
     const std::string modified = MakePairFile({kKept + kOther});

@@ -121,4 +121,20 @@ inline std::string PartOf(std::string_view package, std::string_view name) {
     return opened ? opened->Read(name).value_or("") : "";
 }
 
+/// The package with the first `what` of that part replaced.
+inline std::string WithPart(const std::string& bytes, const std::string& part,
+                            const std::string& what, const std::string& by) {
+    ZipParts parts;
+    const std::unique_ptr<Package> package = Package::Open(bytes);
+    for (const std::string& name : package->Names()) {
+        std::string content = package->Read(name).value_or("");
+        const std::size_t place = name == part ? content.find(what) : std::string::npos;
+        if (place != std::string::npos)
+            content.replace(place, what.size(), by);
+        EXPECT_TRUE(name != part || place != std::string::npos) << "nothing to break";
+        parts.emplace_back(name, content);
+    }
+    return MakeZip(parts);
+}
+
 }  // namespace zorvane

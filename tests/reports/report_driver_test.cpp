@@ -34,6 +34,12 @@ class FakeSource : public ReportSource {
     const clsCompareFileOptions& ReportOptions() const override { return options; }
     CompareFilesSettings& ReportSettings() override { return settings; }
     RunWatcher* Watcher() override { return watcher; }
+    std::string TrackedName(const std::string& file) const override { return file + "x"; }
+    Status SaveTrackedReport(const std::string& file) override {
+        if (file == held_by_another)
+            return Failure{file + ": held"};
+        return ReplaceFile(file, "tracked");
+    }
     Status SaveDocumentReport(const std::string& file, std::uint32_t mode) override {
         if (file == held_by_another)
             return Failure{file + ": held"};
@@ -323,6 +329,20 @@ TEST_F(ReportDriver, PutsAHeldDocumentUnderATemporaryName) {
     EXPECT_TRUE(std::filesystem::exists(fallback));
     EXPECT_EQ(Opened(), (std::vector{"let go " + held, "open " + fallback}));
     EXPECT_TRUE(source_.shown.empty());
+}
+
+TEST_F(ReportDriver, WritesTrackedChangesUnderTheirOwnNameOrNot) {
+    source_.settings.bReportDOC_Tracked = true;
+    const std::string name = folder_.Path("r.docx");
+    for (const bool held : {false, true}) {
+        source_.held_by_another = held ? name : "";
+        EXPECT_EQ(WriteDefault(ReportType::Document, Launch::Yes, folder_.Path("r.doc")),
+                  held ? ReportResult::TargetNotWritten : ReportResult::Ok);
+        EXPECT_EQ(folder_.Read("r.docx"), "tracked");
+        EXPECT_FALSE(Exists("r.doc"));
+        EXPECT_EQ(Opened().empty(), held) << "no other name is tried";
+        Opened().clear();
+    }
 }
 
 TEST_F(ReportDriver, HasTheUsersColumnTitlesInHtml) {

@@ -211,6 +211,7 @@ TEST_F(DialogsTest, ReportOptionsOpenOnTheTypeAndNeedAPath) {
         EXPECT_EQ(dialog.Tabs().currentIndex(), 3) << "where the wrong field stands";
         LineOf(dialog, "path.CSV")->setText(QStringLiteral("/reports/[YMD].csv"));
         Click(dialog, "Show Additions Summary");
+        Click(dialog, "Tracked Changes");
         Click(dialog, "Apply");
         EXPECT_FALSE(dialog.isVisible());
     };
@@ -219,6 +220,7 @@ TEST_F(DialogsTest, ReportOptionsOpenOnTheTypeAndNeedAPath) {
     EXPECT_EQ(settings.msgReportFileCSV_MD, "/reports/[YMD].csv");
     EXPECT_EQ(settings.mlReportDefaultStyle_MD, 2);
     EXPECT_FALSE(settings.bReportDOC_Additions);
+    EXPECT_TRUE(settings.bReportDOC_Tracked);
     EXPECT_TRUE(settings.bReportDOC_ShowDeletions);
 }
 

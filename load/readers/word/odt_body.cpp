@@ -257,6 +257,8 @@ std::int32_t OdtBody::Repeats(const pugi::xml_node& node, std::string_view attri
 void OdtBody::Row(const pugi::xml_node& row) {
     if (IsHiddenRow(row))
         return beside_.Hidden(row, "row");
+    if (IsDeletedRow(row))
+        return;
     const bool filled = std::any_of(row.begin(), row.end(), [](const pugi::xml_node& cell) {
         return !cell.first_child().empty();
     });

@@ -54,6 +54,7 @@ class OdtBody {
     Sight SightOf(const pugi::xml_node& parent, const OdtChars& chars, int depth) const;
     bool IsHiddenParagraph(const pugi::xml_node& paragraph, const OdtChars& chars) const;
     bool IsHiddenRow(const pugi::xml_node& row) const;
+    static bool IsDeletedRow(const pugi::xml_node& row);
     void Block(const pugi::xml_node& node);
     void Container(const pugi::xml_node& node);
     void Paragraph(const pugi::xml_node& node, bool heading);

@@ -61,4 +61,30 @@ bool OdtBody::IsHiddenRow(const pugi::xml_node& row) const {
     return hides;
 }
 
+// A tracked row whose text is all deleted. Its style tells that it goes away with it.
+bool OdtBody::IsDeletedRow(const pugi::xml_node& row) {
+    bool deleted = false;
+    for (const pugi::xml_node& cell : row.children()) {
+        for (const pugi::xml_node& block : cell.children()) {
+            if (!Is(block, "p") && !Is(block, "h"))
+                return false;
+            for (const pugi::xml_node& node : block.children()) {
+                if (!Is(node, "change"))
+                    return false;
+                deleted = true;
+            }
+        }
+    }
+    if (!deleted)
+        return false;
+    for (const pugi::xml_node& root : row.root().children()) {
+        for (const pugi::xml_node& style : Child(root, "automatic-styles").children()) {
+            if (Attribute(style, "name") == Attribute(row, "style-name") &&
+                Attribute(Child(style, "table-row-properties"), "text-changes-only") == "false")
+                return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace zorvane

@@ -1,0 +1,219 @@
+#include "redline/odt_redline.h"
+
+#include <algorithm>
+#include <map>
+
+#include "redline/import.h"
+#include "redline/odt_resolve.h"
+#include "redline/odt_writer.h"
+#include "redline/xml_tools.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+const std::string kContent = "content.xml";
+const std::string kStyles = "styles.xml";
+constexpr const char* kTextNames = "urn:oasis:names:tc:opendocument:xmlns:text:1.0";
+
+Node BodyOf(WordPackage& package) {
+    return Child(Child(package.Tree(kContent), "body"), "text");
+}
+
+// By page and kind, those of pages with their names.
+std::map<std::string, Node> HeadersOf(WordPackage& package) {
+    std::map<std::string, Node> headers;
+    for (const Node& page : Child(package.Tree(kStyles), "master-styles").children()) {
+        for (const Node& child : page.children()) {
+            const std::string_view name = LocalName(child);
+            if (name.starts_with("header") || name.starts_with("footer"))
+                headers[std::string(Attribute(page, "name")) + "|" + std::string(name)] = child;
+        }
+    }
+    return headers;
+}
+
+ReadEnd CheckNames(WordPackage& package, const char* side) {
+    for (const std::string& part : {kContent, kStyles}) {
+        if (package.Tree(part).attribute("xmlns:text").value() != std::string_view(kTextNames))
+            return ReadEnd::Fault(
+                ReadError::NotTracked,
+                std::string("the ") + side + " names its elements in a way that cannot be tracked");
+    }
+    return BodyOf(package) ? ReadEnd::Ok()
+                           : ReadEnd::Fault(ReadError::WrongFormat, "no document text");
+}
+
+// As if all tracked changes were accepted.
+std::int32_t Prepare(WordPackage& package) {
+    std::int32_t changes = 0;
+    const auto take = [&](const Node& story, const std::string& part) {
+        FormText(story);
+        const std::int32_t found =
+            ResolveOdt(story, Resolution::Accept,
+                       TrackedRowStyles(Child(package.Tree(part), "automatic-styles")));
+        changes += found;
+    };
+    take(BodyOf(package), kContent);
+    for (const auto& [name, story] : HeadersOf(package))
+        take(story, kStyles);
+    return changes;
+}
+
+void Declare(Node root) {
+    if (!root.attribute("xmlns:dc"))
+        root.append_attribute("xmlns:dc") = "http://purl.org/dc/elements/1.1/";
+}
+
+class OdtRedline {
+  public:
+    OdtRedline(WordPackage& original, WordPackage& modified, const RedlineRequest& request,
+               RunWatcher* watcher, WrittenRedline& written)
+        : original_(original),
+          modified_(modified),
+          importer_(original, modified),
+          state_{original, modified, importer_, StampOf(request), watcher},
+          written_(written) {}
+
+    ReadEnd Write() {
+        OdtWriter body(state_, kContent, BodyOf(modified_));
+        body.Merge(BodyOf(original_), BodyOf(modified_));
+        if (body.Changed())
+            modified_.Edit(kContent);
+        MergeHeaders();
+        if (state_.failed)
+            return ReadEnd::Fault(ReadError::NotTracked,
+                                  "the changes stand where no mark can be placed");
+        for (const std::string& part : {kContent, kStyles}) {
+            Declare(modified_.Tree(part));
+            if (!UnitePrefixes(original_.Tree(part), modified_.Tree(part)))
+                return ReadEnd::Fault(ReadError::NotTracked,
+                                      "the two documents name different things alike");
+        }
+        return Save();
+    }
+
+  private:
+    OdtStamp StampOf(const RedlineRequest& request) {
+        constexpr std::int64_t kRoom = 100'000;
+        OdtStamp stamp{request.author, request.date, request.id_prefix * kRoom + 1};
+        for (const std::string& part : {kContent, kStyles}) {
+            VisitElements(modified_.Tree(part), [&stamp](const Node& node) {
+                for (const char* name : {"xml:id", "text:id"}) {
+                    if (const pugi::xml_attribute id = node.attribute(name))
+                        stamp.taken.emplace(id.value());
+                }
+            });
+        }
+        return stamp;
+    }
+
+    void MergeHeaders() {
+        std::map<std::string, Node> old_headers = HeadersOf(original_);
+        for (const auto& [name, header] : HeadersOf(modified_)) {
+            pugi::xml_document nothing;
+            const Node empty = nothing.append_child("style:header").append_child("text:p").parent();
+            const auto partner = old_headers.find(name);
+            OdtWriter writer(state_, kStyles, header);
+            writer.Merge(partner == old_headers.end() ? empty : partner->second, header);
+            if (writer.Changed())
+                modified_.Edit(kStyles);
+            if (partner == old_headers.end())
+                ++frames_left_;
+            else
+                old_headers.erase(partner);
+        }
+        for (const auto& [name, header] : old_headers)
+            TakeHeader(name, header);
+    }
+
+    // One of the Original goes where the Modified has a page of that name.
+    void TakeHeader(const std::string& name, const Node& header) {
+        if (OdtTextOf(header).empty())
+            return;
+        const std::string page_name = name.substr(0, name.find('|'));
+        for (Node page : Child(modified_.Tree(kStyles), "master-styles").children()) {
+            if (Attribute(page, "name") != page_name)
+                continue;
+            Node made = PlaceForHeader(page, header);
+            OdtWriter writer(state_, kStyles, made);
+            made.append_child("text:p");
+            writer.Merge(header, made);
+            modified_.Edit(kStyles);
+            ++frames_left_;
+            return;
+        }
+        ++written_.headers_left_out;
+    }
+
+    // Headers stand in front of footers, those of all pages in front of those of some.
+    static Node PlaceForHeader(Node page, const Node& header) {
+        constexpr const char* kOrder[] = {"header", "header-left", "header-first",
+                                          "footer", "footer-left", "footer-first"};
+        const auto rank = [&](const Node& node) {
+            return std::find(std::begin(kOrder), std::end(kOrder), LocalName(node)) -
+                   std::begin(kOrder);
+        };
+        for (const Node& child : page.children()) {
+            if (rank(child) > rank(header))
+                return page.insert_child_before(header.name(), child);
+        }
+        return page.append_child(header.name());
+    }
+
+    void TellCount(std::size_t count, std::string_view what) {
+        if (count > 0)
+            written_.untracked.push_back(std::to_string(count) + " " + std::string(what));
+    }
+
+    ReadEnd Save() {
+        written_.counts = state_.counts;
+        TellCount(state_.markers_left_out, "bookmarks or comments of deleted text");
+        TellCount(frames_left_, "headers or footers on one side only, left empty");
+        TellCount(static_cast<std::size_t>(written_.headers_left_out),
+                  "headers or footers of the original left out");
+        TellCount(state_.tables_twice, "tables written twice");
+        TellCount(state_.rows_twice, "rows written twice");
+        modified_.Remove("META-INF/documentsignatures.xml");
+        std::optional<std::string> bytes = modified_.Save();
+        if (!bytes)
+            return ReadEnd::Fault(ReadError::TooLarge, "no memory for the package");
+        written_.bytes = std::move(*bytes);
+        return ReadEnd::Ok();
+    }
+
+    WordPackage& original_;
+    WordPackage& modified_;
+    OdtImporter importer_;
+    OdtState state_;
+    WrittenRedline& written_;
+    std::size_t frames_left_ = 0;
+};
+
+}  // namespace
+
+ReadEnd WriteOdtRedline(const PerSide<std::string_view>& packages, const RedlineRequest& request,
+                        RunWatcher* watcher, WrittenRedline& written) {
+    PerSide<WordPackage> opened;
+    for (const Side side : kBothSides) {
+        if (ReadEnd end = opened[side].OpenParts(packages[side]); !end.ok())
+            return end;
+        const bool old_side = side == Side::Original;
+        if (ReadEnd end = CheckNames(opened[side], old_side ? "original" : "modified"); !end.ok())
+            return end;
+        const std::int32_t changes = Prepare(opened[side]);
+        written.resolved_before += changes;
+        if (changes > 0 && !old_side) {
+            opened[side].Edit(kContent);
+            opened[side].Edit(kStyles);
+        }
+    }
+    if (request.keep_tracked && written.resolved_before > 0)
+        return ReadEnd::Fault(ReadError::NotTracked,
+                              "the documents hold tracked changes already; without "
+                              "--keep-tracked they are compared as accepted");
+    return OdtRedline(opened.original, opened.modified, request, watcher, written).Write();
+}
+
+}  // namespace zorvane

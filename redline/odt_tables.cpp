@@ -1,0 +1,177 @@
+// Tables of a story of an OpenDocument text: rows and cells. The format has no marks for rows: all
+// text of the row is marked, and the row's style tells that it goes away with its text.
+#include <algorithm>
+
+#include "redline/odt_resolve.h"
+#include "redline/odt_writer.h"
+#include "redline/xml_tools.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+std::vector<std::u16string> LinesOf(const std::vector<Node>& rows) {
+    std::vector<std::u16string> lines;
+    for (const Node& row : rows) {
+        std::u16string line;
+        for (const Node& cell : OdtCellsOf(row))
+            line += OdtTextOf(cell) + u"\t";
+        std::erase_if(line, [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+std::string ShapeOf(const Node& row) {
+    std::string shape;
+    for (const Node& cell : OdtCellsOf(row))
+        shape.append("|")
+            .append(LocalName(cell))
+            .append(Attribute(cell, "number-columns-spanned"))
+            .append("/")
+            .append(Attribute(cell, "number-rows-spanned"))
+            .append("/")
+            .append(Attribute(cell, "number-columns-repeated"));
+    return shape;
+}
+
+std::int32_t ColumnsOf(const Node& table) {
+    std::int32_t columns = 0;
+    VisitElements(table, [&](const Node& node) {
+        const bool own =
+            Is(node, "table-column") && (node.parent() == table || node.parent().parent() == table);
+        columns += own ? std::max(1, NumberOf(Attribute(node, "number-columns-repeated"), 1)) : 0;
+    });
+    return columns;
+}
+
+}  // namespace
+
+void OdtWriter::MergeTable(const Node& original, Node modified) {
+    if (ColumnsOf(original) != ColumnsOf(modified)) {
+        // Behind it: what is deleted in front of it goes there later.
+        PutDeletedTable(original, modified, false);
+        MarkTable(modified, TrackMark::Insert);
+        ++state_.tables_twice;
+        return;
+    }
+    const std::vector<Node> old_rows = OdtRowsOf(original);
+    const std::vector<Node> new_rows = OdtRowsOf(modified);
+    std::size_t old_at = 0;
+    std::size_t new_at = 0;
+    Node place;  // behind which a row of the Original goes
+    const auto write_to = [&](std::size_t old_end, std::size_t new_end) {
+        for (; old_at < old_end; ++old_at) {
+            const bool in_front = !place && !new_rows.empty();
+            const Node& beside = in_front ? new_rows.front() : place;
+            place =
+                PutDeletedRow(old_rows[old_at], beside ? beside : modified.last_child(), in_front);
+        }
+        for (; new_at < new_end; ++new_at) {
+            place = new_rows[new_at];
+            MarkRow(place, TrackMark::Insert);
+        }
+    };
+    for (const auto& [old_row, new_row] :
+         AlignLines(LinesOf(old_rows), LinesOf(new_rows), state_.watcher)) {
+        if (ShapeOf(old_rows[old_row]) != ShapeOf(new_rows[new_row])) {
+            ++state_.rows_twice;
+            continue;
+        }
+        write_to(old_row, new_row);
+        MergeRow(old_rows[old_row], new_rows[new_row]);
+        place = new_rows[new_row];
+        ++old_at;
+        ++new_at;
+    }
+    write_to(old_rows.size(), new_rows.size());
+}
+
+void OdtWriter::MergeRow(const Node& original, const Node& modified) {
+    const std::vector<Node> old_cells = OdtCellsOf(original);
+    const std::vector<Node> new_cells = OdtCellsOf(modified);
+    for (std::size_t i = 0; i < new_cells.size(); ++i)
+        Merge(old_cells[i], new_cells[i]);
+}
+
+Node OdtWriter::PutDeletedTable(const Node& table, Node place, bool in_front) {
+    // Beside the outermost list: a list holds no tables of its own.
+    while (LocalName(place.parent()).starts_with("list"))
+        place = place.parent();
+    Node parent = place.parent();
+    Node copy =
+        in_front ? parent.insert_copy_before(table, place) : parent.insert_copy_after(table, place);
+    state_.importer.Adapt(copy, part_);
+    MarkTable(copy, TrackMark::Delete);
+    return copy;
+}
+
+Node OdtWriter::PutDeletedRow(const Node& row, Node place, bool in_front) {
+    Node parent = place.parent();
+    Node copy =
+        in_front ? parent.insert_copy_before(row, place) : parent.insert_copy_after(row, place);
+    state_.importer.Adapt(copy, part_);
+    MarkRow(copy, TrackMark::Delete);
+    return copy;
+}
+
+void OdtWriter::MarkTable(const Node& table, TrackMark mark) {
+    for (const Node& row : OdtRowsOf(table))
+        MarkRow(row, mark);
+}
+
+void OdtWriter::MarkRow(Node row, TrackMark mark) {
+    SetAttribute(row, "table:style-name",
+                 state_.importer.TrackedRowStyle(std::string(Attribute(row, "style-name")), part_));
+    for (const Node& cell : OdtCellsOf(row)) {
+        if (mark == TrackMark::Delete)
+            MarkCellDeleted(cell);
+        else
+            MarkCellInserted(cell);
+    }
+    ++state_.counts.rows;
+}
+
+// The blocks of the cell, whatever they are, in one region.
+void OdtWriter::MarkCellInserted(const Node& cell) {
+    std::vector<Node> paragraphs;
+    for (const StoryBlock& block : ReaderOf(TrackMark::Insert).Blocks(cell)) {
+        if (!block.is_table)
+            paragraphs.push_back(block.node);
+        else
+            MarkTable(block.node, TrackMark::Insert);
+    }
+    if (paragraphs.empty())
+        return;
+    const std::string id = regions_.AddInsertion();
+    ++state_.counts.insertions;
+    Node start = paragraphs.front().prepend_child("text:change-start");
+    start.append_attribute("text:change-id") = id.c_str();
+    Node end = paragraphs.back().append_child("text:change-end");
+    end.append_attribute("text:change-id") = id.c_str();
+}
+
+void OdtWriter::MarkCellDeleted(Node cell) {
+    std::vector<Node> blocks;
+    for (const Node& child : cell.children()) {
+        if (child.type() == pugi::node_element)
+            blocks.push_back(child);
+    }
+    if (blocks.empty())
+        return;
+    Node content;
+    const std::string id = regions_.AddDeletion(content);
+    ++state_.counts.deletions;
+    std::string style;
+    if (IsOdtParagraph(LocalName(blocks.front())))
+        style = Attribute(blocks.front(), "style-name");
+    for (const Node& block : blocks)
+        content.append_move(block);
+    Node paragraph = cell.append_child("text:p");
+    if (!style.empty())
+        paragraph.append_attribute("text:style-name") = style.c_str();
+    paragraph.append_child("text:change").append_attribute("text:change-id") = id.c_str();
+}
+
+}  // namespace zorvane
