@@ -4,24 +4,13 @@
 
 #include "redline/odt_resolve.h"
 #include "redline/odt_writer.h"
+#include "redline/row_weaver.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
 namespace {
 
 using Node = pugi::xml_node;
-
-std::vector<std::u16string> LinesOf(const std::vector<Node>& rows) {
-    std::vector<std::u16string> lines;
-    for (const Node& row : rows) {
-        std::u16string line;
-        for (const Node& cell : OdtCellsOf(row))
-            line += OdtTextOf(cell) + u"\t";
-        std::erase_if(line, [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
-        lines.push_back(std::move(line));
-    }
-    return lines;
-}
 
 std::string ShapeOf(const Node& row) {
     std::string shape;
@@ -56,36 +45,14 @@ void OdtWriter::MergeTable(const Node& original, Node modified) {
         ++state_.tables_twice;
         return;
     }
-    const std::vector<Node> old_rows = OdtRowsOf(original);
-    const std::vector<Node> new_rows = OdtRowsOf(modified);
-    std::size_t old_at = 0;
-    std::size_t new_at = 0;
-    Node place;  // behind which a row of the Original goes
-    const auto write_to = [&](std::size_t old_end, std::size_t new_end) {
-        for (; old_at < old_end; ++old_at) {
-            const bool in_front = !place && !new_rows.empty();
-            const Node& beside = in_front ? new_rows.front() : place;
-            place =
-                PutDeletedRow(old_rows[old_at], beside ? beside : modified.last_child(), in_front);
-        }
-        for (; new_at < new_end; ++new_at) {
-            place = new_rows[new_at];
-            MarkRow(place, TrackMark::Insert);
-        }
-    };
-    for (const auto& [old_row, new_row] :
-         AlignLines(LinesOf(old_rows), LinesOf(new_rows), state_.watcher)) {
-        if (ShapeOf(old_rows[old_row]) != ShapeOf(new_rows[new_row])) {
-            ++state_.rows_twice;
-            continue;
-        }
-        write_to(old_row, new_row);
-        MergeRow(old_rows[old_row], new_rows[new_row]);
-        place = new_rows[new_row];
-        ++old_at;
-        ++new_at;
-    }
-    write_to(old_rows.size(), new_rows.size());
+    state_.rows_twice += WeaveRows(
+        {OdtRowsOf(original), OdtRowsOf(modified)}, modified, {OdtCellsOf, OdtTextOf, ShapeOf},
+        {[this](const Node& row, Node place, bool in_front) {
+             return PutDeletedRow(row, place, in_front);
+         },
+         [this](Node row) { MarkRow(row, TrackMark::Insert); },
+         [this](const Node& old_row, const Node& new_row) { MergeRow(old_row, new_row); }},
+        state_.watcher);
 }
 
 void OdtWriter::MergeRow(const Node& original, const Node& modified) {

@@ -1,6 +1,7 @@
 // Tables of a story: rows and cells.
 #include <algorithm>
 
+#include "redline/row_weaver.h"
 #include "redline/story_writer.h"
 #include "redline/xml_tools.h"
 
@@ -18,19 +19,6 @@ void Collect(const Node& parent, std::string_view wanted, std::vector<Node>& fou
     }
 }
 
-std::vector<std::u16string> LinesOf(const std::vector<Node>& rows) {
-    std::vector<std::u16string> lines;
-    for (const Node& row : rows) {
-        std::u16string line;
-        for (const Node& cell : CellsOf(row))
-            line += PlainTextOf(cell) + u"\t";
-        std::erase_if(line, [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
-        lines.push_back(std::move(line));
-    }
-    return lines;
-}
-
-// Cells of two rows can be merged one by one when they span the same.
 std::string ShapeOf(const Node& row) {
     std::string shape;
     for (const Node& cell : CellsOf(row)) {
@@ -82,36 +70,15 @@ std::vector<Node> CellsOf(const Node& row) {
 }
 
 void StoryWriter::MergeTable(const Node& original, Node modified) {
-    const std::vector<Node> old_rows = RowsOf(original);
-    const std::vector<Node> new_rows = RowsOf(modified);
     const std::int32_t rows_before = state_.marks.Counts().rows;
-    std::size_t old_at = 0;
-    std::size_t new_at = 0;
-    Node place;  // behind which a row of the Original goes
-    const auto write_to = [&](std::size_t old_end, std::size_t new_end) {
-        for (; old_at < old_end; ++old_at) {
-            const bool in_front = !place && !new_rows.empty();
-            const Node& beside = in_front ? new_rows.front() : place;
-            place = CopyRow(old_rows[old_at], beside ? beside : modified.last_child(), in_front);
-        }
-        for (; new_at < new_end; ++new_at) {
-            place = new_rows[new_at];
-            MarkRowWhole(place, TrackMark::Insert);
-        }
-    };
-    for (const auto& [old_row, new_row] :
-         AlignLines(LinesOf(old_rows), LinesOf(new_rows), state_.watcher)) {
-        if (ShapeOf(old_rows[old_row]) != ShapeOf(new_rows[new_row])) {
-            ++state_.rows_twice;
-            continue;
-        }
-        write_to(old_row, new_row);
-        MergeRow(old_rows[old_row], new_rows[new_row]);
-        place = new_rows[new_row];
-        ++old_at;
-        ++new_at;
-    }
-    write_to(old_rows.size(), new_rows.size());
+    state_.rows_twice += WeaveRows(
+        {RowsOf(original), RowsOf(modified)}, modified, {CellsOf, PlainTextOf, ShapeOf},
+        {[this](const Node& row, Node place, bool in_front) {
+             return CopyRow(row, place, in_front);
+         },
+         [this](Node row) { MarkRowWhole(row, TrackMark::Insert); },
+         [this](const Node& old_row, const Node& new_row) { MergeRow(old_row, new_row); }},
+        state_.watcher);
     if (state_.marks.Counts().rows != rows_before)
         WidenGrid(modified);
 }
