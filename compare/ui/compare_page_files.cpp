@@ -7,7 +7,6 @@
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinterInfo>
-#include <QStandardPaths>
 
 #include "common/ui/file_dialogs.h"
 #include "common/ui/qt_text.h"
@@ -81,6 +80,16 @@ std::string CompareFilesPage::PickFile(FileQuestion& question) {
     return FromQt(path);
 }
 
+// Walking selects differences, which nobody means to print alone; what is selected in a result is
+// not what the marked text behind it has selected.
+bool CompareFilesPage::HasOwnSelection() const {
+    const RichTextView* view = FocusedView();
+    for (const Side side : kBothSides)
+        if (view == &editors_->View(side))
+            return view->Document().Selection() != walked_to_[side];
+    return false;
+}
+
 // A preview, or a file that was named already, needs no dialog; both show the whole text.
 std::unique_ptr<PagePainter> CompareFilesPage::PickPrinter(PrintQuestion& question) {
     if (paper_ != nullptr) {
@@ -97,9 +106,11 @@ std::unique_ptr<PagePainter> CompareFilesPage::PickPrinter(PrintQuestion& questi
         printer->setOutputFileName(PdfName());
     printer->setDocName(Caption());
     QPrintDialog dialog(printer.get(), this);
-    dialog.setWindowTitle(ToQt(question.title));
-    dialog.setOption(QAbstractPrintDialog::PrintSelection, question.has_selection);
-    if (question.has_selection)
+    dialog.setWindowTitle(ToQt(question.title) + QStringLiteral(" – ") +
+                          FocusedView()->accessibleName());
+    const bool selection = question.has_selection && HasOwnSelection();
+    dialog.setOption(QAbstractPrintDialog::PrintSelection, selection);
+    if (selection)
         dialog.setPrintRange(QAbstractPrintDialog::Selection);
     theme_.Dress(dialog);
     if (dialog.exec() != QDialog::Accepted)
@@ -118,13 +129,11 @@ std::string CompareFilesPage::DefaultPrinter() {
 
 // Beside the user's documents, named after what is printed.
 QString CompareFilesPage::PdfName() const {
-    QString name = Caption();
+    QString name = QFileInfo(SavedName()).fileName();
+    if (name.isEmpty())
+        name = Caption();
     name.replace(u'/', u'-');
-    // The folder of documents is a promise that not every desktop keeps.
-    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    if (!QFileInfo(folder).isDir())
-        folder = QDir::homePath();
-    return folder + u'/' + name + QStringLiteral(".pdf");
+    return DocumentsFolder() + u'/' + name + QStringLiteral(".pdf");
 }
 
 // Of an editor its file's, of a result both, beside the file that it belongs to; its ending is that

@@ -58,6 +58,27 @@ void EditorPair::Arrange() {
     }
 }
 
+void EditorPair::LevelSelections() {
+    PerSide<std::int32_t> rows;
+    double tallest = 0;
+    for (const Side side : kBothSides) {
+        ViewPage& page = views_[side]->Page();
+        const CharPos first = views_[side]->Document().Selection().first;
+        rows[side] = page.Rows().RowOfBlock(page.Index().OfChar(first).number);
+        tallest = std::max(tallest, page.RowHeight(rows[side]));
+    }
+    ViewPage& original = views_.original->Page();
+    ViewPage& modified = views_.modified->Page();
+    const double height = std::max(1.0, original.WindowHeight());
+    const double y = original.RowY(rows.original);
+    if (y < 0 || y + tallest > height)
+        views_.original->PutRow(rows.original, ViewPage::kUpperThird);
+    views_.modified->PutRow(rows.modified, original.RowY(rows.original) / height);
+    // Near its text's begin or end a row stands where it can.
+    if (modified.RowY(rows.modified) != original.RowY(rows.original))
+        views_.original->PutRow(rows.original, modified.RowY(rows.modified) / height);
+}
+
 void EditorPair::resizeEvent(QResizeEvent*) {
     Arrange();
 }

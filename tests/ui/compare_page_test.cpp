@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QPrintDialog>
 #include <QPrinter>
 
 #include <gtest/gtest.h>
@@ -86,6 +87,28 @@ TEST_F(ComparePageTest, CountsWhatWasLeftOutAtOnePress) {
     EXPECT_EQ(world.Page().ShownCard(), nullptr);
     EXPECT_TRUE(world.Page().Pane().isVisible());
     EXPECT_EQ(world.Viewer().Differences().Count(), 1);
+}
+
+TEST_F(ComparePageTest, ShowsADifferenceAtOneHeightInBothEditors) {
+    WindowWorld world(fakes, theme);
+    world.window.resize(1440, 900);
+    PerSide<std::string> texts;
+    for (int line = 0; line < 200; ++line) {
+        const std::string same = "Paragraph " + std::to_string(line) + "\r\n";
+        texts.original += line % 20 == 3 ? same + same + "The rent\r\n" : same;
+        texts.modified += line % 20 == 3 ? "The rents of all\r\n" : same;
+    }
+    ASSERT_TRUE(world.Compare(Write("a.txt", texts.original), Write("b.txt", texts.modified)));
+    for (int step = 0; step < 8; ++step) {
+        world.window.Commands().Run("go.next");
+        PerSide<double> heights;
+        for (const Side side : kBothSides) {
+            RichTextView& view = world.Page().Editors().View(side);
+            heights[side] = view.Page().CaretRect(view.Document().Selection().first).top();
+            EXPECT_GE(heights[side], 0) << step;
+        }
+        EXPECT_NEAR(heights.original, heights.modified, 1) << step;
+    }
 }
 
 TEST_F(ComparePageTest, SwitchesNumberingOffAndOn) {
@@ -317,6 +340,32 @@ TEST_F(ComparePageTest, PrintsToAPdfFile) {
     printer.setOutputFileName(file);
     world.Page().PrintOn(printer);
     EXPECT_GT(QFileInfo(file).size(), 500);
+}
+
+TEST_F(ComparePageTest, OffersToPrintWhatThePersonSelectedAndNotWhatTheWalkDid) {
+    WindowWorld world(fakes, theme);
+    ASSERT_TRUE(
+        world.Compare(Write("a.txt", "One\r\nSame\r\n"), Write("b.txt", "Two\r\nSame\r\n")));
+    RichTextView& original = world.Page().Editors().View(Side::Original);
+    ASSERT_GT(original.Document().Selection().length, 0) << "the first difference";
+    const auto offered = [&] {
+        QString what;
+        QTimer::singleShot(0, [&] {
+            if (auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget())) {
+                const bool selection = dialog->testOption(QAbstractPrintDialog::PrintSelection);
+                what =
+                    dialog->windowTitle() + (selection ? QStringLiteral(": selection") : QString());
+                dialog->reject();
+            }
+        });
+        world.window.Commands().Run("file.print");
+        return what;
+    };
+    EXPECT_EQ(offered(), QStringLiteral("Print – Original: a.txt"));
+    original.Document().Select({CharPos{0}, 2});
+    EXPECT_EQ(offered(), QStringLiteral("Print – Original: a.txt: selection"));
+    world.window.Commands().Run("view.result");
+    EXPECT_EQ(offered(), QStringLiteral("Print – Result, original side"));
 }
 
 TEST_F(ComparePageTest, MakesThePagesOfAPreviewOnce) {
