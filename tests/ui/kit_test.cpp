@@ -1,5 +1,7 @@
 #include <QAccessible>
 #include <QApplication>
+#include <QFile>
+#include <QLibraryInfo>
 #include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
@@ -18,6 +20,7 @@
 #include "common/ui/mnemonics.h"
 #include "common/ui/progress_card.h"
 #include "common/ui/question.h"
+#include "common/ui/toolkit_texts.h"
 
 namespace zorvane {
 namespace {
@@ -181,6 +184,19 @@ class NameDialog : public Dialog {
         return !field.text().isEmpty();
     }
 };
+
+TEST(ToolkitTexts, FollowTheLanguage) {
+    const QString texts = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    if (!QFile::exists(texts + QStringLiteral("/qtbase_de.qm")))
+        GTEST_SKIP() << "the toolkit's own texts are not installed (qt6-translations-l10n)";
+    const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
+    ShowToolkitIn("German");
+    EXPECT_EQ(cancel(), QStringLiteral("Abbrechen"));
+    ShowToolkitIn("Japanese");
+    EXPECT_EQ(cancel(), QStringLiteral("キャンセル"));
+    ShowToolkitIn("English");
+    EXPECT_EQ(cancel(), QStringLiteral("Cancel"));
+}
 
 TEST(Dialog, EnterPressesTheButtonThatHasTheFocus) {
     Dialog dialog(QStringLiteral("Options"), measures::kNarrowDialog, nullptr);
