@@ -69,6 +69,8 @@ class frmCompareFiles : public Viewer {
     const std::string& Description() const override { return sDescription_; }
     ViewerKind Kind() const override { return ViewerKind::CompareFiles; }
     std::vector<std::string> FileNames() const override;
+    /// The file whose text stands in a side's editor; the chosen one as long as none was read.
+    const std::string& FileShown(Side side) const;
     void Activate() override { window_.Activate(); }
     bool MayClose() override { return MayLoseEdits(LosingStep::Close) && window_.ConfirmClose(); }
     /// Stops a run, waits for its end, and takes no more work; its result is dropped. Then saves

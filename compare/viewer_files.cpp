@@ -95,9 +95,17 @@ void frmCompareFiles::SelectSavedFile(Side side, const std::string& file, std::u
     file_watch_.Watch(side, file, file_watch_.StampOf(file));
 }
 
+// Another file may be chosen already, which is not loaded yet.
+const std::string& frmCompareFiles::FileShown(Side side) const {
+    const std::string& shown = file_watch_.PathOf(side);
+    if (!shown.empty())
+        return shown;
+    return side == Side::Original ? options_.sFileOriginal.Data() : options_.sFileModified.Data();
+}
+
 // The files that the text of an editor comes from.
 PerSide<std::string> frmCompareFiles::FilesOf(EditorTarget target) const {
-    PerSide<std::string> files{options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+    PerSide<std::string> files{FileShown(Side::Original), FileShown(Side::Modified)};
     if (target == EditorTarget::Original)
         files.modified.clear();
     if (target == EditorTarget::Modified)
@@ -127,13 +135,10 @@ PrintEnd frmCompareFiles::PrintActiveEditor() {
 
 // A side's file says more than what its editor is called.
 std::string frmCompareFiles::TitleOf(EditorTarget target) const {
-    const std::string& original = options_.sFileOriginal.Data();
-    const std::string& modified = options_.sFileModified.Data();
-    if (target == EditorTarget::Original && !original.empty())
-        return original;
-    if (target == EditorTarget::Modified && !modified.empty())
-        return modified;
-    return EditorTitle(target);
+    std::string file;
+    if (target == EditorTarget::Original || target == EditorTarget::Modified)
+        file = FileShown(target == EditorTarget::Original ? Side::Original : Side::Modified);
+    return file.empty() ? EditorTitle(target) : file;
 }
 
 // ---- what would be lost ----
