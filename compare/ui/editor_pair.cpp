@@ -72,7 +72,8 @@ void EditorPair::LevelSelections() {
     const double height = std::max(1.0, original.WindowHeight());
     const double y = original.RowY(rows.original);
     if (y < 0 || y + tallest > height)
-        views_.original->PutRow(rows.original, ViewPage::kUpperThird);
+        views_.original->PutRow(rows.original,
+                                std::clamp(1 - tallest / height, 0.0, ViewPage::kUpperThird));
     views_.modified->PutRow(rows.modified, original.RowY(rows.original) / height);
     // Near its text's begin or end a row stands where it can.
     if (modified.RowY(rows.modified) != original.RowY(rows.original))

@@ -95,17 +95,22 @@ TEST_F(ComparePageTest, ShowsADifferenceAtOneHeightInBothEditors) {
     PerSide<std::string> texts;
     for (int line = 0; line < 200; ++line) {
         const std::string same = "Paragraph " + std::to_string(line) + "\r\n";
-        texts.original += line % 20 == 3 ? same + same + "The rent\r\n" : same;
-        texts.modified += line % 20 == 3 ? "The rents of all\r\n" : same;
+        std::string tall = "The rents of";
+        for (int word = 0; word < line; ++word)
+            tall += " all";
+        texts.original += line % 4 == 3 ? same + same + "The rent\r\n" : same;
+        texts.modified += line % 4 == 3 ? tall + "\r\n" : same;
     }
     ASSERT_TRUE(world.Compare(Write("a.txt", texts.original), Write("b.txt", texts.modified)));
-    for (int step = 0; step < 8; ++step) {
+    for (int step = 0; step < 16; ++step) {
         world.window.Commands().Run("go.next");
         PerSide<double> heights;
         for (const Side side : kBothSides) {
             RichTextView& view = world.Page().Editors().View(side);
             heights[side] = view.Page().CaretRect(view.Document().Selection().first).top();
             EXPECT_GE(heights[side], 0) << step;
+            const CharPos end = view.Document().Selection().end() - 2;
+            EXPECT_LE(view.Page().CaretRect(end).bottom(), view.Page().WindowHeight()) << step;
         }
         EXPECT_NEAR(heights.original, heights.modified, 1) << step;
     }
@@ -247,11 +252,13 @@ TEST(FoldPlan, FollowsTheRoom) {
     flat.editors = false;
     FoldPlan flattest = flat;
     flattest.head_own_line = false;
-    const PlanRow rows[] = {{1150, 900, false, all},   {1149, 900, false, no_captions},
-                            {899, 900, false, narrow}, {700, 900, false, narrow},
-                            {699, 900, false, least},  {1150, 760, false, all},
-                            {1150, 759, false, flat},  {1150, 479, false, flattest},
-                            {1150, 900, true, all},    {1150, 899, true, flat}};
+    FoldPlan flat_narrow = narrow;
+    flat_narrow.editors = false;
+    const PlanRow rows[] = {
+        {899, 479, false, flat_narrow}, {1150, 900, false, all},   {1149, 900, false, no_captions},
+        {899, 900, false, narrow},      {700, 900, false, narrow}, {699, 900, false, least},
+        {1150, 760, false, all},        {1150, 759, false, flat},  {1150, 479, false, flattest},
+        {1150, 900, true, all},         {1150, 899, true, flat}};
     for (const PlanRow& row : rows) {
         SCOPED_TRACE(std::to_string(row.width) + " x " + std::to_string(row.height));
         EXPECT_EQ(PlanFor(row.width, row.height, row.options), row.plan);
@@ -327,6 +334,12 @@ TEST_F(ComparePageTest, LeavesTheButtonsOfTheOtherWindowAlone) {
     ASSERT_NE(world.window.ActivePage(), &compared);
     world.window.Commands().Refresh();
     EXPECT_TRUE(compare->isEnabled()) << "the empty window has nothing to compare, this one has";
+    world.frame.CreateNewCompareFilesForm();
+    world.frame.CreateNewCompareFilesForm();
+    world.frame.CreateNewCompareFilesForm();
+    ASSERT_TRUE(world.window.Commands().Run("window.tile"));
+    QTest::qWait(1);
+    EXPECT_EQ(world.window.width(), 1440) << "three beside each other have room";
 }
 
 // ---- paper ----

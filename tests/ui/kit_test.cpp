@@ -208,10 +208,30 @@ TEST(Dialog, EnterPressesTheButtonThatHasTheFocus) {
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
     QWidget window;
     Button alone(QStringLiteral("Choose File..."), ButtonLook::Plain, QString(), &window);
-    int pressed = 0;
-    QObject::connect(&alone, &QPushButton::clicked, &alone, [&] { ++pressed; });
-    QTest::keyClick(&alone, Qt::Key_Enter);
-    EXPECT_EQ(pressed, 1) << "in a window too";
+    Button* third = dialog.AddThirdButton(QStringLiteral("Restore"));
+    struct Row {
+        const char* name;
+        Qt::Key key;
+        Qt::KeyboardModifier modifier;
+        bool held;
+        int pressed;
+    };
+    for (const Row& row : {Row{"Enter", Qt::Key_Return, Qt::NoModifier, false, 1},
+                           Row{"of the keypad", Qt::Key_Enter, Qt::KeypadModifier, false, 1},
+                           Row{"with Ctrl", Qt::Key_Return, Qt::ControlModifier, false, 0},
+                           Row{"held", Qt::Key_Return, Qt::NoModifier, true, 0}}) {
+        for (Button* button : {&alone, third}) {
+            SCOPED_TRACE(row.name);
+            dialog.show();
+            int pressed = 0;
+            QObject context;
+            QObject::connect(button, &QPushButton::clicked, &context, [&] { ++pressed; });
+            QKeyEvent key(QEvent::KeyPress, row.key, row.modifier, QString(), row.held);
+            QApplication::sendEvent(button, &key);
+            EXPECT_EQ(pressed, row.pressed);
+            EXPECT_TRUE(dialog.isVisible()) << "another button was pressed, too";
+        }
+    }
 }
 
 TEST(Dialog, StaysOpenWithTheWrongFieldTold) {
