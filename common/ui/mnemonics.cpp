@@ -1,5 +1,6 @@
 #include "common/ui/mnemonics.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <set>
@@ -62,7 +63,16 @@ void Give(const Caption& caption, std::set<QChar>& taken) {
     }
 }
 
+/// What Enter and Esc press may bring a mnemonic along.
+std::vector<const QAbstractButton*> PressedByKey(const QWidget& dialog) {
+    const auto* host = qobject_cast<const Dialog*>(&dialog);
+    if (host == nullptr)
+        return {};
+    return {host->AcceptButton(), host->CancelButton()};
+}
+
 std::vector<Caption> CaptionsOf(QWidget& dialog) {
+    const std::vector<const QAbstractButton*> by_key = PressedByKey(dialog);
     std::vector<Caption> captions;
     for (QWidget* widget : dialog.findChildren<QWidget*>()) {
         if (auto* label = qobject_cast<QLabel*>(widget)) {
@@ -78,10 +88,8 @@ std::vector<Caption> CaptionsOf(QWidget& dialog) {
                                         tabs->setTabText(tab, text);
                                     }});
         } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-            const auto* host = qobject_cast<Dialog*>(&dialog);
-            const bool by_key = host != nullptr &&
-                                (button == host->AcceptButton() || button == host->CancelButton());
-            if (!by_key && !button->text().isEmpty())
+            const bool needs = std::find(by_key.begin(), by_key.end(), button) == by_key.end();
+            if (needs && !button->text().isEmpty())
                 captions.push_back(
                     {button->text(), [button](const QString& text) { button->setText(text); }});
         }
@@ -93,6 +101,9 @@ std::vector<Caption> CaptionsOf(QWidget& dialog) {
 
 void ShareMnemonics(QWidget& dialog) {
     std::set<QChar> taken;
+    for (const QAbstractButton* button : PressedByKey(dialog))
+        if (button != nullptr && !MnemonicOf(button->text()).isNull())
+            taken.insert(MnemonicOf(button->text()));
     std::vector<Caption> without;
     for (Caption& caption : CaptionsOf(dialog)) {
         const QChar letter = MnemonicOf(caption.text);

@@ -247,7 +247,6 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     void TellActiveEditor();
     bool HasOwnSelection() const;
     QString PdfName() const;
-    QString SavedName() const;
     QString FolderToBrowse(Side side) const;
     void SavePdf();
     bool SetUpPages(QPrinter& printer);

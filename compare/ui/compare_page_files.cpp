@@ -15,6 +15,7 @@
 #include "compare/ui/print_preview.h"
 #include "compare/ui/printer_painter.h"
 #include "compare/viewer_printing.h"
+#include "compare/viewer_saving.h"
 
 namespace zorvane {
 namespace {
@@ -73,8 +74,6 @@ std::string CompareFilesPage::PickFile(FileQuestion& question) {
                         .filter_index = question.filter_index,
                         .saving = question.saving,
                         .start = ToQt(question.start)};
-    if (request.saving && request.start.isEmpty())
-        request.start = SavedName();
     const QString path = zorvane::PickFile(request, text_, this);
     question.filter_index = request.filter_index;
     return FromQt(path);
@@ -129,31 +128,12 @@ std::string CompareFilesPage::DefaultPrinter() {
 
 // Beside the user's documents, named after what is printed.
 QString CompareFilesPage::PdfName() const {
-    QString name = QFileInfo(SavedName()).fileName();
+    QString name =
+        FileNameOf(ToQt(SuggestedName(viewer_->mlActiveEditor(), viewer_->ShownFiles())));
     if (name.isEmpty())
         name = Caption();
     name.replace(u'/', u'-');
     return DocumentsFolder() + u'/' + name + QStringLiteral(".pdf");
-}
-
-// Of an editor its file's, of a result both, beside the file that it belongs to; its ending is that
-// of the format that is chosen.
-QString CompareFilesPage::SavedName() const {
-    const RichTextView* view = FocusedView();
-    const bool modified =
-        view == &editors_->View(Side::Modified) || view == &pane_->View(Side::Modified);
-    const auto file = [names = viewer_->FileNames()](std::size_t side) {
-        return names[side] == "Uninitialized" ? QFileInfo() : QFileInfo(ToQt(names[side]));
-    };
-    const PerSide<QFileInfo> files{file(0), file(1)};
-    const QFileInfo& own = modified ? files.modified : files.original;
-    if (own.filePath().isEmpty())
-        return {};
-    QString name = own.completeBaseName();
-    if (!IsEditor(view))
-        name = files.original.completeBaseName() + QStringLiteral(" vs. ") +
-               files.modified.completeBaseName();
-    return own.path() + u'/' + name;
 }
 
 void CompareFilesPage::PrintPreview() {

@@ -1,4 +1,5 @@
 // What a Compare Files viewer tells its window and asks it.
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -115,6 +116,10 @@ void CompareFilesPage::ShowStatus(StatusPanel panel, const std::string& text) {
 void CompareFilesPage::SetAbortVisible(bool visible) {
     if (rooms_ == nullptr)
         return;
+    // A button that is greyed for the run would lose it to whatever comes next.
+    const auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+    if (visible && bar_->isAncestorOf(button) && FocusedView()->isVisible())
+        FocusedView()->setFocus();
     bar_->SetAbortVisible(visible);
     host_.commands_changed();
 }

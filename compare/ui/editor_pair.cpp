@@ -63,9 +63,16 @@ void EditorPair::LevelSelections() {
     double tallest = 0;
     for (const Side side : kBothSides) {
         ViewPage& page = views_[side]->Page();
-        const CharPos first = views_[side]->Document().Selection().first;
-        rows[side] = page.Rows().RowOfBlock(page.Index().OfChar(first).number);
-        tallest = std::max(tallest, page.RowHeight(rows[side]));
+        const TextRange selected = views_[side]->Document().Selection();
+        const auto row_of = [&page](CharPos at) {
+            return page.Rows().RowOfBlock(page.Index().OfChar(at).number);
+        };
+        rows[side] = row_of(selected.first);
+        const std::int32_t end = row_of(std::max(selected.first, selected.end() - 1));
+        double height = 0;
+        for (std::int32_t row = rows[side]; row <= end && height < page.WindowHeight(); ++row)
+            height += page.RowHeight(row);
+        tallest = std::max(tallest, height);
     }
     ViewPage& original = views_.original->Page();
     ViewPage& modified = views_.modified->Page();

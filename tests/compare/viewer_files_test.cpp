@@ -169,6 +169,10 @@ TEST_F(FilesOfViewer, EditsAreAskedAbout) {
     viewer.SelectFile(Side::Modified, fakes.folder.Path("o.txt"));
     EXPECT_FALSE(viewer.MayClose());
     EXPECT_NE(window.files.asked.back().text.find("m.txt"), std::string::npos) << "its edits";
+    window.files.answer = 0;
+    EXPECT_FALSE(viewer.MayClose()) << "no name was picked";
+    EXPECT_EQ(window.files.picked.start, fakes.folder.Path("m")) << "whatever has the focus";
+    window.files.answer.reset();
     viewer.RunCompare(false);
     EXPECT_FALSE(viewer.MayClose()) << "a compare saves nothing";
     window.files.answer = 1;

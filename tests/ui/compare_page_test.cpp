@@ -252,13 +252,13 @@ TEST(FoldPlan, FollowsTheRoom) {
     flat.editors = false;
     FoldPlan flattest = flat;
     flattest.head_own_line = false;
-    FoldPlan flat_narrow = narrow;
-    flat_narrow.editors = false;
+    FoldPlan flat_least = least;
+    flat_least.editors = false;
     const PlanRow rows[] = {
-        {899, 479, false, flat_narrow}, {1150, 900, false, all},   {1149, 900, false, no_captions},
-        {899, 900, false, narrow},      {700, 900, false, narrow}, {699, 900, false, least},
-        {1150, 760, false, all},        {1150, 759, false, flat},  {1150, 479, false, flattest},
-        {1150, 900, true, all},         {1150, 899, true, flat}};
+        {699, 479, false, flat_least}, {1150, 900, false, all},   {1149, 900, false, no_captions},
+        {899, 900, false, narrow},     {700, 900, false, narrow}, {699, 900, false, least},
+        {1150, 760, false, all},       {1150, 759, false, flat},  {1150, 479, false, flattest},
+        {1150, 900, true, all},        {1150, 899, true, flat}};
     for (const PlanRow& row : rows) {
         SCOPED_TRACE(std::to_string(row.width) + " x " + std::to_string(row.height));
         EXPECT_EQ(PlanFor(row.width, row.height, row.options), row.plan);
@@ -271,9 +271,11 @@ TEST_F(ComparePageTest, GivesWayWhereRoomIsShortAndComesBack) {
     world.window.resize(1440, 900);
     ASSERT_TRUE(world.Compare(Write("a.txt", "One\r\n"), Write("b.txt", "Two\r\n")));
     EXPECT_EQ(world.Page().LayoutNow(), PaneLayout::EditorsAndResult);
+    world.Page().Editors().View(Side::Original).setFocus();
     world.window.resize(1000, 700);
     QTest::qWait(1);
     EXPECT_EQ(world.Page().LayoutNow(), PaneLayout::Result);
+    EXPECT_EQ(QApplication::focusWidget(), &world.Page().Pane().View(Side::Original));
     EXPECT_FALSE(world.Page().Editors().isVisible());
     world.window.Commands().Run("view.both");
     EXPECT_TRUE(world.Page().Editors().isVisible()) << "by hand it is as one wishes";

@@ -289,7 +289,7 @@ constexpr MnemonicRow kMnemonics[] = {
     {"When && where", "W&hen && where"},
     {"&Zoom", "Zoo&m"},
     {"表記", "表記(&A)"},
-
+    {"&Keep it", "Keep &it"},
 };
 TEST(Mnemonics, AreGivenOnceEach) {
     Dialog dialog(QStringLiteral("Options"), measures::kNarrowDialog, nullptr);
@@ -298,7 +298,7 @@ TEST(Mnemonics, AreGivenOnceEach) {
         boxes.push_back(new WrappingCheckBox(QString::fromUtf8(row.caption), &dialog));
         dialog.AddWide(boxes.back());
     }
-    dialog.SetButtons(QStringLiteral("Apply"), QStringLiteral("Cancel"));
+    dialog.SetButtons(QStringLiteral("Apply"), QStringLiteral("&Keep"));
     dialog.setModal(true);
     dialog.show();
     for (std::size_t at = 0; at < boxes.size(); ++at)
