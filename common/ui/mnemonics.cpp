@@ -62,29 +62,42 @@ void Give(const Caption& caption, std::set<QChar>& taken) {
     }
 }
 
+// The label of a field that takes the focus.
+bool NamesAField(const QLabel& label) {
+    const QWidget* field = label.buddy();
+    return field != nullptr && !label.text().isEmpty() &&
+           (field->focusPolicy() != Qt::NoFocus || field->focusProxy() != nullptr);
+}
+
+// Enter and Esc press those two.
+bool HasAKey(const Dialog* dialog, const QAbstractButton* button) {
+    return dialog != nullptr &&
+           (button == dialog->AcceptButton() || button == dialog->CancelButton());
+}
+
+void AppendCaptions(QTabBar* tabs, std::vector<Caption>& captions) {
+    for (int tab = 0; tab < tabs->count(); ++tab)
+        captions.push_back({tabs->tabText(tab),
+                            [tabs, tab](const QString& text) { tabs->setTabText(tab, text); }});
+}
+
+template <class Widget>
+Caption CaptionOf(Widget* widget) {
+    return {widget->text(), [widget](const QString& text) { widget->setText(text); }};
+}
+
 std::vector<Caption> CaptionsOf(QWidget& dialog) {
     std::vector<Caption> captions;
+    const auto* host = qobject_cast<Dialog*>(&dialog);
     for (QWidget* widget : dialog.findChildren<QWidget*>()) {
-        if (auto* label = qobject_cast<QLabel*>(widget)) {
-            const QWidget* field = label->buddy();
-            const bool takes = field != nullptr && (field->focusPolicy() != Qt::NoFocus ||
-                                                    field->focusProxy() != nullptr);
-            if (takes && !label->text().isEmpty())
-                captions.push_back(
-                    {label->text(), [label](const QString& text) { label->setText(text); }});
-        } else if (auto* tabs = qobject_cast<QTabBar*>(widget)) {
-            for (int tab = 0; tab < tabs->count(); ++tab)
-                captions.push_back({tabs->tabText(tab), [tabs, tab](const QString& text) {
-                                        tabs->setTabText(tab, text);
-                                    }});
-        } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-            const auto* host = qobject_cast<Dialog*>(&dialog);
-            const bool by_key = host != nullptr &&
-                                (button == host->AcceptButton() || button == host->CancelButton());
-            if (!by_key && !button->text().isEmpty())
-                captions.push_back(
-                    {button->text(), [button](const QString& text) { button->setText(text); }});
-        }
+        auto* label = qobject_cast<QLabel*>(widget);
+        auto* button = qobject_cast<QAbstractButton*>(widget);
+        if (label != nullptr && NamesAField(*label))
+            captions.push_back(CaptionOf(label));
+        else if (button != nullptr && !HasAKey(host, button) && !button->text().isEmpty())
+            captions.push_back(CaptionOf(button));
+        else if (auto* tabs = qobject_cast<QTabBar*>(widget))
+            AppendCaptions(tabs, captions);
     }
     return captions;
 }
