@@ -157,7 +157,8 @@ STRAIGHT = re.compile(
 
 
 # Of the core, translated by a window.
-OF_WINDOWS = [r"ExpressionSigns\(\) \{(.*?)\n\}", r"ViewButtonCaption\([^)]*\) \{(.*?)\n\}"]
+OF_WINDOWS = [r"\{BesideKind::\w+, \"\w+\", (\"[^\"]+\")", r"VerbOf\(BesideKind kind[^;{]*\{(.*?)\n\}",
+              r"looks \? (\"formatting\")", r"ExpressionSigns\(\) \{(.*?)\n\}", r"ViewButtonCaption\([^)]*\) \{(.*?)\n\}"]
 
 
 def statement_before(source, place):

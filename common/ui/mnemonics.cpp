@@ -1,5 +1,6 @@
 #include "common/ui/mnemonics.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <set>
@@ -62,17 +63,19 @@ void Give(const Caption& caption, std::set<QChar>& taken) {
     }
 }
 
+// What Enter and Esc press may bring a mnemonic along.
+std::vector<const QAbstractButton*> PressedByKey(const QWidget& dialog) {
+    const auto* host = qobject_cast<const Dialog*>(&dialog);
+    if (host == nullptr)
+        return {};
+    return {host->AcceptButton(), host->CancelButton()};
+}
+
 // The label of a field that takes the focus.
 bool NamesAField(const QLabel& label) {
     const QWidget* field = label.buddy();
     return field != nullptr && !label.text().isEmpty() &&
            (field->focusPolicy() != Qt::NoFocus || field->focusProxy() != nullptr);
-}
-
-// Enter and Esc press those two.
-bool HasAKey(const Dialog* dialog, const QAbstractButton* button) {
-    return dialog != nullptr &&
-           (button == dialog->AcceptButton() || button == dialog->CancelButton());
 }
 
 void AppendCaptions(QTabBar* tabs, std::vector<Caption>& captions) {
@@ -87,14 +90,15 @@ Caption CaptionOf(Widget* widget) {
 }
 
 std::vector<Caption> CaptionsOf(QWidget& dialog) {
+    const std::vector<const QAbstractButton*> by_key = PressedByKey(dialog);
     std::vector<Caption> captions;
-    const auto* host = qobject_cast<Dialog*>(&dialog);
     for (QWidget* widget : dialog.findChildren<QWidget*>()) {
         auto* label = qobject_cast<QLabel*>(widget);
         auto* button = qobject_cast<QAbstractButton*>(widget);
         if (label != nullptr && NamesAField(*label))
             captions.push_back(CaptionOf(label));
-        else if (button != nullptr && !HasAKey(host, button) && !button->text().isEmpty())
+        else if (button != nullptr && !button->text().isEmpty() &&
+                 std::ranges::find(by_key, button) == by_key.end())
             captions.push_back(CaptionOf(button));
         else if (auto* tabs = qobject_cast<QTabBar*>(widget))
             AppendCaptions(tabs, captions);
@@ -106,6 +110,9 @@ std::vector<Caption> CaptionsOf(QWidget& dialog) {
 
 void ShareMnemonics(QWidget& dialog) {
     std::set<QChar> taken;
+    for (const QAbstractButton* button : PressedByKey(dialog))
+        if (button != nullptr && !MnemonicOf(button->text()).isNull())
+            taken.insert(MnemonicOf(button->text()));
     std::vector<Caption> without;
     for (Caption& caption : CaptionsOf(dialog)) {
         const QChar letter = MnemonicOf(caption.text);

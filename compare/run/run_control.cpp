@@ -66,9 +66,9 @@ std::string NumberText(const StepRow& row, double part) {
     // Kept: one more blank in the text of the list.
     if (row.step == RunStep::List)
         return PercentText(kPercent * part) + " ";
-    if (row.step != RunStep::ImportPdf)
+    // Kept: no leading zero in the steps of a compare.
+    if (row.step != RunStep::ImportPdf && row.step != RunStep::Print)
         return PercentText(kPercent * part);
-    // Kept: a leading zero here alone.
     const std::string text = PercentText(kPercent * part);
     return text.starts_with('.') ? "0" + text : text;
 }
