@@ -66,8 +66,10 @@ class FindRunner : private FindReceiver {
             LoadOptions load = command_.load;
             if (Status filled = FillPasswords(load); !filled.ok())
                 return filled;
-            documents_->UsePassword(load.original_password.empty() ? load.password
-                                                                   : load.original_password);
+            const std::string& password =
+                load.original_password.empty() ? load.password : load.original_password;
+            if (!password.empty())
+                documents_->UsePasswords({password});
         }
         FindStyle style;
         style.layout = command_.json    ? FindLayout::Json
@@ -146,7 +148,8 @@ class FindRunner : private FindReceiver {
         }
         Flush();
         window_.Clear();
-        LogMessage(process_, file.path + ": " + file.reason);
+        LogMessage(process_, file.path + ": " + file.reason +
+                                 (file.code == kWantsPassword ? "; give it with --password" : ""));
     }
 
     void Flush() {

@@ -222,6 +222,11 @@ void frmCompareDir::LaunchReport(std::int32_t row) {
         }
     }
     const std::string report = PairOf(*record).report;
+    // A pair whose words are the same has none.
+    if (!bFileExists(report)) {
+        commands_.TellMissing(report);
+        return;
+    }
     if (const Status opened = process_.platform.shell->Open(report); !opened.ok())
         window_.ShowMessage(opened.failure().reason, Translate("Error"));
 }

@@ -27,6 +27,8 @@ constexpr std::size_t kHeadOfText = 8192;
 constexpr std::int32_t kLeastPercent = 50;
 // Above this many files without a partner on one side their texts are not read.
 constexpr std::size_t kMostTexts = 20000;
+// Words of more text than that, on one side, would take three times the memory.
+constexpr std::int64_t kMostWordBytes = 32 << 20;
 
 struct OneSided {
     std::int32_t record = 0;
@@ -171,39 +173,61 @@ class RenameRun {
         }
     }
 
-    std::optional<LineWeights> TextOf(Side side, const OneSided& file) const {
-        if (options_.document_text && IsReadAsDocument(NameOf(file))) {
-            const std::optional<std::string> text = SizeOf(side, file) <= kLargestDocument
-                                                        ? options_.document_text(PathOf(side, file))
-                                                        : std::nullopt;
-            return text ? std::optional<LineWeights>(*text) : std::nullopt;
-        }
+    std::optional<std::string> TextOf(Side side, const OneSided& file) const {
+        if (options_.document_text && IsReadAsDocument(NameOf(file)))
+            return SizeOf(side, file) <= kLargestDocument
+                       ? options_.document_text(PathOf(side, file))
+                       : std::nullopt;
         if (SizeOf(side, file) > kLargestText)
             return std::nullopt;
-        const Result<std::string> bytes = ReadWholeFile(PathOf(side, file));
+        Result<std::string> bytes = ReadWholeFile(PathOf(side, file));
         if (!bytes.ok() || bytes.value().substr(0, kHeadOfText).find('\0') != std::string::npos)
             return std::nullopt;
-        return LineWeights(bytes.value());
+        return std::move(bytes).value();
     }
 
-    void PairLike() {
-        PerSide<std::vector<OneSided*>> left;
-        PerSide<std::vector<LineWeights>> texts;
+    using Left = PerSide<std::vector<OneSided*>>;
+
+    Left Unpaired() {
+        Left left;
         for (const Side side : kBothSides) {
             for (OneSided& file : files_[side]) {
                 if (!file.paired)
                     left[side].push_back(&file);
             }
         }
-        if (left.original.empty() || left.modified.empty() ||
-            std::max(left.original.size(), left.modified.size()) > kMostTexts)
+        return left;
+    }
+
+    // By lines, which is cheap, then by words, which also tells a text of which each line was
+    // touched or that was wrapped anew.
+    void PairLike() {
+        const Left all = Unpaired();
+        if (std::max(all.original.size(), all.modified.size()) <= kMostTexts)
+            PairLike(all, TextPieces::Lines);
+        const Left left = Unpaired();
+        if (std::max(BytesOf(left, Side::Original), BytesOf(left, Side::Modified)) <=
+            kMostWordBytes)
+            PairLike(left, TextPieces::Words);
+    }
+
+    std::int64_t BytesOf(const Left& left, Side side) const {
+        std::int64_t bytes = 0;
+        for (const OneSided* file : left[side])
+            bytes += std::min(SizeOf(side, *file), kLargestText);
+        return bytes;
+    }
+
+    void PairLike(const Left& left, TextPieces pieces) {
+        if (left.original.empty() || left.modified.empty() || Stopped())
             return;
+        PerSide<std::vector<TextWeights>> texts;
         for (const Side side : kBothSides) {
-            std::vector<std::optional<LineWeights>> read(left[side].size());
-            Spread(read.size(),
-                   [&](std::size_t index) { read[index] = TextOf(side, *left[side][index]); });
-            for (std::optional<LineWeights>& text : read)
-                texts[side].push_back(text ? std::move(*text) : LineWeights({}));
+            texts[side].resize(left[side].size(), TextWeights({}));
+            Spread(left[side].size(), [&](std::size_t index) {
+                if (const std::optional<std::string> text = TextOf(side, *left[side][index]))
+                    texts[side][index] = TextWeights(*text, pieces);
+            });
         }
         if (Stopped())
             return;

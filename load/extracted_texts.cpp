@@ -10,6 +10,7 @@
 #include "common/process_state.h"
 #include "load/conversion_service.h"
 #include "load/file_types.h"
+#include "load/password_wanted.h"
 #include "load/silent_load.h"
 
 namespace zorvane {
@@ -130,9 +131,12 @@ ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) 
         return {std::make_shared<DocumentText>(std::move(*known)), ""};
     }
     ExtractedText text = Extract(path, "", stop);
-    if (!text.document && !password_.empty() && !stop())
-        return Extract(path, password_, stop);
-    if (text.document && !stop()) {
+    if (!text.document) {
+        for (std::size_t at = 0; at < passwords_.size() && !text.document && !stop(); ++at)
+            text = Extract(path, passwords_[at], stop);
+        return text;
+    }
+    if (!stop()) {
         cache_.Keep(key, *text.document);
         wrote_ = true;
     }
@@ -156,6 +160,8 @@ ExtractedText ExtractedTexts::Extract(const std::string& path, const std::string
             WithPlaces(SearchedText(load.Editor().Text()), MarksOf(load.Type(path).road)));
     else
         text.reason = load.Reason();
+    text.wants_password = WantsPassword({text.reason}, process_.Translate(kPasswordWanted));
+    text.reason = WithoutAdvice(std::move(text.reason));
     service->ForgetFailures();
     static_cast<void>(service->TakeBeside());  // a search looks at the text alone
     GiveBack(std::move(service), office);
@@ -171,11 +177,8 @@ std::unique_ptr<ConversionService> ExtractedTexts::TakeService(bool office, cons
     }
     --free_slots_;
     office_free_ = office_free_ && !office;
-    if (services_.empty()) {
-        auto service = std::make_unique<ConversionService>(process_.platform);
-        service->SetInSandbox(!process_.bWithoutSandbox);
-        return service;
-    }
+    if (services_.empty())
+        return std::make_unique<ConversionService>(process_);
     std::unique_ptr<ConversionService> service = std::move(services_.back());
     services_.pop_back();
     return service;

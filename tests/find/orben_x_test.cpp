@@ -276,6 +276,16 @@ TEST_F(OrbenXTest, ReportsATable) {
     EXPECT_EQ(folder_.Read("report.csv"), "File\tLine\tCol\tItem Found\tPlace\r\n" +
                                               folder_.Path("a.txt") + "\t1\t1\ta b\t\r\n");
     EXPECT_FALSE(engine_.WriteReport(folder_.Path("none/report.csv")).ok());
+    std::string lines;
+    for (int line = 0; line < 4000; ++line)
+        lines += "a\tb and more\n";
+    Write("a.txt", lines);
+    Find("a\tb");
+    const std::string before = folder_.Read("report.csv");
+    WritingWatch watch;
+    watch.stop = [] { return true; };
+    EXPECT_FALSE(engine_.WriteReport(folder_.Path("report.csv"), watch).ok());
+    EXPECT_EQ(folder_.Read("report.csv"), before) << "a stopped report leaves the old one";
 }
 
 TEST_F(OrbenXTest, FindsTheSameWithAnyNumberOfThreads) {

@@ -95,6 +95,23 @@ TEST(RenameFinder, PairsTextsThatAreAlikeBestFirst) {
     EXPECT_EQ(Renames(trees, false), Notes{});
 }
 
+TEST(RenameFinder, PairsTextsOfWhichEachLineWasTouched) {
+    const FolderTrees trees;
+    std::string old_text;
+    std::string wrapped;
+    std::string unlike;
+    for (int line = 0; line < 30; ++line) {
+        const std::string number = std::to_string(line * 7919);
+        old_text += "The clause " + number + " binds whoever signs " + number + " below\n";
+        wrapped += "The clause " + number + " binds whoever\nsigned " + number + " below ";
+        unlike += "Below " + number + " signs whoever binds clause " + number + " the\n";
+    }
+    trees.Write(Side::Original, "old.txt", old_text);
+    trees.Write(Side::Modified, "wrapped.txt", wrapped);
+    trees.Write(Side::Modified, "unlike.txt", unlike);
+    EXPECT_EQ(Renames(trees), (Notes{"old.txt > wrapped.txt 69"}));
+}
+
 TEST(RenameFinder, AFolderThatMovedIsOne) {
     const FolderTrees trees;
     for (const char* name : {"1", "2", "deep/3"}) {
@@ -116,12 +133,20 @@ TEST(RenameFinder, AFolderThatMovedIsOne) {
 }
 
 TEST(LikeTexts, ShareByTheWeightOfTheirLines) {
-    const LineWeights one("short\n" + std::string(95, 'x') + "\n");
-    const LineWeights two("  short \r\n" + std::string(95, 'y'));
+    const TextWeights one("short\n" + std::string(95, 'x') + "\n");
+    const TextWeights two("  short \r\n" + std::string(95, 'y'));
     EXPECT_EQ(PercentShared(one, one), 100);
     EXPECT_EQ(PercentShared(one, two), 5);
-    EXPECT_EQ(PercentShared(one, LineWeights("")), 0);
-    EXPECT_EQ(PercentShared(LineWeights("a\na\na\n"), LineWeights("a\n")), 33);
+    EXPECT_EQ(PercentShared(one, TextWeights("")), 0);
+    EXPECT_EQ(PercentShared(TextWeights("a\na\na\n"), TextWeights("a\n")), 33);
+    const auto words = [](const char* one_text, const char* other) {
+        return PercentShared(TextWeights(one_text, TextPieces::Words),
+                             TextWeights(other, TextPieces::Words));
+    };
+    EXPECT_EQ(words("one, two\nthree!", "one two three"), 100);
+    EXPECT_EQ(words("one two", "two one"), 0) << "the order counts";
+    EXPECT_EQ(words("\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E", "\xE6\x97\xA5\xE6\x9C\xAC"), 33)
+        << "each character is a word";
 }
 
 }  // namespace

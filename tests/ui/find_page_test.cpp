@@ -305,6 +305,36 @@ TEST_F(FindPageTest, StopsByEscWhereverTheFocusIs) {
     page.Viewer()->SetDocuments(nullptr);
 }
 
+class LockedDocument : public DocumentTexts {
+  public:
+    bool IsDocument(std::string_view name) override { return name.ends_with(".md"); }
+    void UsePasswords(std::vector<std::string> passwords) override { known = std::move(passwords); }
+    Text TextOf(const std::string&, const std::function<bool()>&) override {
+        if (known != std::vector<std::string>{"key"})
+            return {nullptr, "is protected", {}, true};
+        return {std::make_shared<std::string>("beta"), "", {}};
+    }
+    std::vector<std::string> known;
+};
+
+TEST_F(FindPageTest, AsksForThePasswordOfProtectedDocuments) {
+    LockedDocument documents;
+    WindowWorld world(fakes, theme);
+    FindPage& page = Open(world);
+    page.Viewer()->SetDocuments(&documents);
+    FindEntries entries = page.Entries();
+    entries.cbSupportOfficeDocs = true;
+    page.SetEntries(entries);
+    Search(page);
+    ASSERT_TRUE(page.Passwords().isVisible());
+    EXPECT_EQ(page.Passwords().Words(), QStringLiteral("Protected by a password: 1"));
+    QTest::keyClicks(&page.Passwords().Field(), QStringLiteral("key"));
+    QTest::keyClick(&page.Passwords().Field(), Qt::Key_Return);
+    EXPECT_TRUE(WindowWorld::Until([&] { return Rows(page).ends_with("b.md:1:1 c.txt:1:1"); }));
+    EXPECT_TRUE(WindowWorld::Until([&] { return page.Passwords().isHidden(); }));
+    EXPECT_EQ(page.Passwords().Field().text(), QString());
+}
+
 TEST_F(FindPageTest, ComesBackTheNextDay) {
     int file_width = 0;
     {
