@@ -60,6 +60,8 @@ class RenameRun {
   private:
     bool Stopped() const { return options_.stop && options_.stop(); }
 
+    bool Follows() const { return options_.follow == FollowLink::Yes; }
+
     void Collect() {
         for (std::size_t index = 0; index < scan_.Count(); ++index) {
             const ScannedEntry& entry = scan_.Entry(index);
@@ -67,7 +69,8 @@ class RenameRun {
                 continue;
             const Side side = entry.Has(Side::Original) ? Side::Original : Side::Modified;
             const EntryKind kind = side == Side::Original ? entry.original : entry.modified;
-            if (kind == EntryKind::File && entry.sizes[side] > 0)
+            const bool file = kind == EntryKind::File || (kind == EntryKind::Link && Follows());
+            if (file && entry.sizes[side] > 0)
                 files_[side].push_back({static_cast<std::int32_t>(index), {}, false});
         }
     }
@@ -127,8 +130,8 @@ class RenameRun {
 
     std::optional<std::pair<std::uint64_t, std::uint64_t>> HashOf(const std::string& path) const {
         constexpr std::size_t kBuffer = 128 * 1024;
-        const FileDescriptor file(
-            open(NativePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW));
+        const FileDescriptor file(open(NativePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC |
+                                                                     (Follows() ? 0 : O_NOFOLLOW)));
         if (!file.IsOpen())
             return std::nullopt;
         const auto buffer = std::make_unique_for_overwrite<char[]>(kBuffer);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "common/base/text_encoding.h"
+#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -15,16 +15,6 @@ constexpr char16_t kOfByteFF = 0xDCFF;
 
 QString Decoded(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
-// Bytes of the character that `bytes` begin with; 0 where they begin with none.
-std::size_t FirstCharacter(std::string_view bytes) {
-    constexpr std::size_t kLongest = 4;
-    for (std::size_t length = 1; length <= std::min(kLongest, bytes.size()); ++length) {
-        if (IsValidUtf8(bytes.substr(0, length)))
-            return length;
-    }
-    return 0;
 }
 
 bool StandsForByte(QChar unit) {

@@ -175,13 +175,13 @@ TEST_F(FindPageTest, TellsWhichEntryIsWrong) {
     world.window.activateWindow();
     for (const WrongRow& row : rows) {
         SCOPED_TRACE(row.text);
-        EXPECT_TRUE(page.ErrorGrid().isHidden());
+        EXPECT_FALSE(page.ErrorGrid().isVisibleTo(&page));
         FindEntries entries = good;
         entries.*row.entry = row.text;
         page.SetEntries(entries);
         Search(page);
         EXPECT_TRUE(WindowWorld::Until([&] { return page.Errors().rowCount() == 1; }));
-        EXPECT_FALSE(page.ErrorGrid().isHidden());
+        EXPECT_TRUE(page.ErrorGrid().isVisibleTo(&page));
         EXPECT_TRUE(WindowWorld::Until([&] { return row.focus->hasFocus(); }));
         page.SetEntries(good);
         Search(page);

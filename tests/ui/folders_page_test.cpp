@@ -241,8 +241,8 @@ TEST_F(FoldersPageTest, KeepsEachByteOfADroppedName) {
         page.DropFolders(Side::Original, DroppedFiles(data));
         page.Compare();
         ASSERT_TRUE(WindowWorld::Until([&] { return page.Viewer()->CanReport(); }));
-        EXPECT_EQ(page.Viewer()->cbSelectOriginal, odd);
-        EXPECT_EQ(page.Table().Order().Files(FolderFilter::Same), 2);
+        EXPECT_EQ(page.Viewer()->Options().sFolderOriginal.Data(), odd);
+        EXPECT_EQ(page.Table().Order().Files(FolderFilter::All), 6);
         world.frame.CloseFrame();
     }
     WindowWorld world(fakes, theme);

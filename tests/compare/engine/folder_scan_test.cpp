@@ -236,8 +236,9 @@ std::multiset<std::string> OwnVerdicts(const FolderScan& scan) {
         const ScannedEntry& entry = scan.Entry(index);
         std::string path = scan.PathBelow(index);
         if (entry.InBoth()) {
+            const char* kind = entry.original == EntryKind::Link ? "Symbolic links a/" : "Files a/";
             if (entry.content == PairContent::Different)
-                verdicts.insert("Files a/" + path + " and b/" + path + " differ");
+                verdicts.insert(kind + path + " and b/" + path + " differ");
             continue;
         }
         if (path.starts_with(inside))
@@ -263,6 +264,19 @@ TEST(FolderScan, AgreesWithDiffAndDoesNotDependOnThreads) {
         FillTree(trees, files, 7);
         trees.Write(Side::Original, "\xFF\xFE odd", "1");
         trees.WriteBoth("- dash", "1", "2");
+        std::string deep = "deep";
+        for (int level = 0; level < 100; ++level)
+            deep += "/d";
+        trees.WriteBoth(deep + "/f", "1", "2");
+        std::filesystem::create_directories(trees.Path(Side::Original, "empty"));
+        std::filesystem::create_directories(trees.Path(Side::Modified, "empty"));
+        std::filesystem::create_directories(trees.Path(Side::Modified, "only, empty"));
+        for (const char* link : {"to the same", "to another", "dangling"}) {
+            for (const Side side : kBothSides)
+                std::filesystem::create_symlink(
+                    *link == 't' && link[3] == 'a' && side == Side::Original ? "large" : "none",
+                    trees.Path(side, link));
+        }
         Notes first;
         for (const int threads : {1, 2, 8}) {
             SCOPED_TRACE(threads);
