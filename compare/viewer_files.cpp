@@ -11,14 +11,6 @@
 
 namespace zorvane {
 
-namespace {
-
-EditorTarget TargetOf(Side side) {
-    return side == Side::Original ? EditorTarget::Original : EditorTarget::Modified;
-}
-
-}  // namespace
-
 ShownDocument& frmCompareFiles::DocumentOf(EditorTarget target) {
     switch (target) {
         case EditorTarget::AllInOneDiff:

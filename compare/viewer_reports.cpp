@@ -5,6 +5,7 @@
 #include "common/log_message.h"
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"
+#include "load/stored_password.h"
 #include "options/marking_styles.h"
 
 namespace zorvane {
@@ -82,10 +83,16 @@ DocumentReportTexts frmCompareFiles::DocumentTexts() {
 }
 
 ReportInput frmCompareFiles::ReportInputFor(ReportWanted wanted, DocumentReportTexts texts) {
-    return {process_,         telling_,          VXMacroDiff_,
-            options_,         settings_,         request_.sReportTitle,
-            std::move(texts), std::move(wanted), nullptr,
-            conversions_};
+    ReportInput input{process_,         telling_,          VXMacroDiff_,
+                      options_,         settings_,         request_.sReportTitle,
+                      std::move(texts), std::move(wanted), nullptr,
+                      conversions_};
+    for (const Side side : kBothSides) {
+        input.passwords[side] =
+            StoredPassword(OptionsOf(KindOfFile(side)), side, options_, settings_);
+        input.edited = input.edited || DocumentOf(TargetOf(side)).editor.IsModified();
+    }
+    return input;
 }
 
 void frmCompareFiles::StartReport(ReportWanted wanted, RunOn where, ReportDone done) {

@@ -126,8 +126,7 @@ bool DocumentLoader::LoadSide(Side side, std::string& sFile, Reload reload) {
     if (IsAsItWasLoaded(side, sFile, reload))
         return true;
     RememberFile(side, sFile);
-    if (!LoadFileIntoEditor(
-            sFile, side == Side::Original ? EditorTarget::Original : EditorTarget::Modified))
+    if (!LoadFileIntoEditor(sFile, TargetOf(side)))
         return false;
     if (const auto identity = IdentityOf(sFile);
         identity && parts_.options.bOptimizeFileLoading.Data())

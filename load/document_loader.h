@@ -50,6 +50,11 @@ enum class EditorTarget : std::int32_t {
     Modified = 5
 };
 
+/// The editor that shows a side's document.
+constexpr EditorTarget TargetOf(Side side) {
+    return side == Side::Original ? EditorTarget::Original : EditorTarget::Modified;
+}
+
 enum class Reload { WhenChanged, Forced };
 
 /// What tells that a file is still the one that was loaded; times in text form.

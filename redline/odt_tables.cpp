@@ -51,33 +51,22 @@ void OdtWriter::MergeTable(const Node& original, Node modified) {
              return PutDeletedRow(row, place, in_front);
          },
          [this](Node row) { MarkRow(row, TrackMark::Insert); },
-         [this](const Node& old_row, const Node& new_row) { MergeRow(old_row, new_row); }},
+         [this](const Node& old_cell, const Node& new_cell) { Merge(old_cell, new_cell); }},
         state_.watcher);
-}
-
-void OdtWriter::MergeRow(const Node& original, const Node& modified) {
-    const std::vector<Node> old_cells = OdtCellsOf(original);
-    const std::vector<Node> new_cells = OdtCellsOf(modified);
-    for (std::size_t i = 0; i < new_cells.size(); ++i)
-        Merge(old_cells[i], new_cells[i]);
 }
 
 Node OdtWriter::PutDeletedTable(const Node& table, Node place, bool in_front) {
     // Beside the outermost list: a list holds no tables of its own.
     while (LocalName(place.parent()).starts_with("list"))
         place = place.parent();
-    Node parent = place.parent();
-    Node copy =
-        in_front ? parent.insert_copy_before(table, place) : parent.insert_copy_after(table, place);
+    Node copy = CopyBeside(table, place, in_front);
     state_.importer.Adapt(copy, part_);
     MarkTable(copy, TrackMark::Delete);
     return copy;
 }
 
 Node OdtWriter::PutDeletedRow(const Node& row, Node place, bool in_front) {
-    Node parent = place.parent();
-    Node copy =
-        in_front ? parent.insert_copy_before(row, place) : parent.insert_copy_after(row, place);
+    Node copy = CopyBeside(row, place, in_front);
     state_.importer.Adapt(copy, part_);
     MarkRow(copy, TrackMark::Delete);
     return copy;

@@ -71,7 +71,6 @@ class OdtWriter {
     // ---- tables ----
 
     void MergeTable(const Node& original, Node modified);
-    void MergeRow(const Node& original, const Node& modified);
     Node PutDeletedTable(const Node& table, Node place, bool in_front);
     Node PutDeletedRow(const Node& row, Node place, bool in_front);
     void MarkRow(Node row, TrackMark mark);

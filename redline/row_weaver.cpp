@@ -23,8 +23,9 @@ std::vector<std::u16string> LinesOf(const std::vector<Node>& rows, const RowForm
 
 class Weaver {
   public:
-    Weaver(const PerSide<std::vector<Node>>& rows, const Node& table, const RowActions& actions)
-        : rows_(rows), table_(table), actions_(actions) {}
+    Weaver(const PerSide<std::vector<Node>>& rows, const Node& table, const RowForm& form,
+           const RowActions& actions)
+        : rows_(rows), table_(table), form_(form), actions_(actions) {}
 
     // What has no partner, up to these places.
     void WriteTo(std::size_t old_end, std::size_t new_end) {
@@ -42,7 +43,10 @@ class Weaver {
 
     void Merge(std::size_t old_row, std::size_t new_row) {
         WriteTo(old_row, new_row);
-        actions_.merge_cells(rows_.original[old_row], rows_.modified[new_row]);
+        const std::vector<Node> old_cells = form_.cells(rows_.original[old_row]);
+        const std::vector<Node> new_cells = form_.cells(rows_.modified[new_row]);
+        for (std::size_t i = 0; i < new_cells.size(); ++i)
+            actions_.merge(old_cells[i], new_cells[i]);
         place_ = rows_.modified[new_row];
         ++old_at_;
         ++new_at_;
@@ -51,6 +55,7 @@ class Weaver {
   private:
     const PerSide<std::vector<Node>>& rows_;
     const Node& table_;
+    const RowForm& form_;
     const RowActions& actions_;
     std::size_t old_at_ = 0;
     std::size_t new_at_ = 0;
@@ -59,9 +64,15 @@ class Weaver {
 
 }  // namespace
 
+Node CopyBeside(const Node& node, Node place, bool in_front) {
+    Node parent = place.parent();
+    return in_front ? parent.insert_copy_before(node, place)
+                    : parent.insert_copy_after(node, place);
+}
+
 std::size_t WeaveRows(const PerSide<std::vector<Node>>& rows, const Node& table,
                       const RowForm& form, const RowActions& actions, RunWatcher* watcher) {
-    Weaver weaver(rows, table, actions);
+    Weaver weaver(rows, table, form, actions);
     std::size_t twice = 0;
     for (const auto& [old_row, new_row] :
          AlignLines(LinesOf(rows.original, form), LinesOf(rows.modified, form), watcher)) {

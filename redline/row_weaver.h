@@ -26,8 +26,12 @@ struct RowActions {
     std::function<pugi::xml_node(const pugi::xml_node& row, pugi::xml_node place, bool in_front)>
         put_deleted;
     std::function<void(pugi::xml_node row)> mark_inserted;
-    std::function<void(const pugi::xml_node& original, const pugi::xml_node& modified)> merge_cells;
+    /// Two cells that correspond.
+    std::function<void(const pugi::xml_node& original, const pugi::xml_node& modified)> merge;
 };
+
+/// A copy of the element beside `place`, in the same parent.
+pugi::xml_node CopyBeside(const pugi::xml_node& node, pugi::xml_node place, bool in_front);
 
 /// Gives how many rows correspond by their text and differ in shape, so that both are written.
 /// `table` is the Modified's; a table without rows takes the Original's behind its last element.

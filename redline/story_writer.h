@@ -55,7 +55,6 @@ class StoryWriter {
     void MergeAtoms(const Atom& original, const Atom& modified);
     void MergeNote(const Node& original, const Node& modified);
     void MergeTable(const Node& original, Node modified);
-    void MergeRow(const Node& original, const Node& modified);
     Node CopyRow(const Node& row, Node place, bool in_front);
     void MarkRowWhole(Node row, TrackMark mark);
     void MarkTable(Node table, TrackMark mark);

@@ -77,23 +77,14 @@ void StoryWriter::MergeTable(const Node& original, Node modified) {
              return CopyRow(row, place, in_front);
          },
          [this](Node row) { MarkRowWhole(row, TrackMark::Insert); },
-         [this](const Node& old_row, const Node& new_row) { MergeRow(old_row, new_row); }},
+         [this](const Node& old_cell, const Node& new_cell) { Merge(old_cell, new_cell); }},
         state_.watcher);
     if (state_.marks.Counts().rows != rows_before)
         WidenGrid(modified);
 }
 
-void StoryWriter::MergeRow(const Node& original, const Node& modified) {
-    const std::vector<Node> old_cells = CellsOf(original);
-    const std::vector<Node> new_cells = CellsOf(modified);
-    for (std::size_t i = 0; i < new_cells.size(); ++i)
-        Merge(old_cells[i], new_cells[i]);
-}
-
 Node StoryWriter::CopyRow(const Node& row, Node place, bool in_front) {
-    Node parent = place.parent();
-    Node copy =
-        in_front ? parent.insert_copy_before(row, place) : parent.insert_copy_after(row, place);
+    Node copy = CopyBeside(row, place, in_front);
     MarkRowWhole(copy, TrackMark::Delete);
     return copy;
 }

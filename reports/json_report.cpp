@@ -220,7 +220,9 @@ std::string WithRedlines(std::string json, std::string_view certificates) {
         }
     }
     close();
-    return json.substr(0, json.rfind('}')) + ",\n\"redlines\":[" + list + "\n]}\n";
+    json.erase(json.rfind('}'));
+    json += ",\n\"redlines\":[" + list + "\n]}\n";
+    return json;
 }
 
 }  // namespace zorvane

@@ -89,8 +89,11 @@ void RemoveFolder() {
 // not stop.
 extern "C" void CleanUpAndDie(int signal_number) {
     const auto byte = static_cast<unsigned char>(signal_number);
-    if (const int pipe = told_to.exchange(-1); pipe >= 0 && write(pipe, &byte, 1) == 1)
+    const int error = errno;  // of what was interrupted
+    if (const int pipe = told_to.exchange(-1); pipe >= 0 && write(pipe, &byte, 1) == 1) {
+        errno = error;
         return;
+    }
     ending = true;
     EndChildren();
     UnlinkHalfFiles();

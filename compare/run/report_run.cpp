@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/base/free_aside.h"
+#include "common/process_state.h"
 #include "common/run_telling.h"
 #include "compare/document/memory_editor.h"
 #include "compare/engine/report_model.h"
@@ -88,13 +89,16 @@ class ReportRun : private ReportSource {
     std::string TrackedName(const std::string& file) const override { return RedlineNameFor(file); }
 
     Status SaveTrackedReport(const std::string& file) override {
+        // It would be told as made of what the window shows.
+        if (input_.edited)
+            return Failure{input_.process.Translate(
+                "save the edits first; tracked changes are made from the files")};
         const clsCompareFileOptions& options = input_.options;
         RedlineOptions redline;
         redline.files = {file};
         const Result<std::string> certificate = WriteRedlines(
             input_.process, redline,
-            {{options.sFileOriginal.Data(), options.sFileModified.Data()},
-             {options.sDOCPassword_TO_Original.Data(), options.sDOCPassword_TO_Modified.Data()}},
+            {{options.sFileOriginal.Data(), options.sFileModified.Data()}, input_.passwords},
             &watcher_);
         return certificate.ok() ? Status::Ok() : Status(certificate.failure());
     }

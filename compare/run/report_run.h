@@ -46,6 +46,8 @@ struct ReportInput {
     ReportWanted wanted;
     LoadQuestions* questions = nullptr;
     ConversionService* service = nullptr;  ///< whose office suite is let go of
+    PerSide<std::string> passwords{};      ///< that open the two files
+    bool edited = false;                   ///< a side's text is not that of its file
 };
 
 struct ReportOutcome {

@@ -114,11 +114,19 @@ void ReportOptionsDialog::MakeDocument() {
         "Tracked Changes",
         "Write a document in which a word processor accepts and rejects each change (DOCX or ODT)",
         &Settings::bReportDOC_Tracked};
-    for (const PartRow& row : {kTracked, kParts[0], kParts[1], kParts[2], kParts[3]}) {
+    const auto add = [&](const PartRow& row) {
         auto* box = new WrappingCheckBox(text_(row.caption), column);
         box->setToolTip(text_(row.tip));
         column->AddWidget(box);
         ties_.Tie(*box, settings_.*row.part);
+        return box;
+    };
+    WrappingCheckBox* tracked = add(kTracked);
+    for (const PartRow& row : kParts) {
+        WrappingCheckBox* part = add(row);
+        // Such a document has none of these parts.
+        part->setDisabled(settings_.bReportDOC_Tracked);
+        connect(tracked, &WrappingCheckBox::toggled, part, &QWidget::setDisabled);
     }
 }
 

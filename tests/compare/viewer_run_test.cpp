@@ -293,6 +293,11 @@ TEST_F(ViewerRunTest, WritesAReportBesideTheWindow) {
     ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(viewer.LastReport(), ReportResult::TargetNotWritten) << "nobody converts here";
     EXPECT_EQ(fakes.shell().calls.size(), 1U);
+    viewer.Editors().rtbModified.editor.ReplaceSelection(u"typed");
+    viewer.cmdViewReport();
+    while (viewer.Busy())
+        ASSERT_TRUE(WaitForEnd());
+    EXPECT_NE(fakes.folder.Read("log").find("save the edits first"), std::string::npos);
 }
 
 // The window answers on its own thread; a stop answers no.

@@ -8,6 +8,7 @@
 #include "common/platform/native_path.h"
 #include "common/process_state.h"
 #include "find/string_to_code.h"
+#include "tests/support/endless_documents.h"
 #include "tests/support/fakes.h"
 
 namespace zorvane {
@@ -187,17 +188,6 @@ TEST_F(FindViewerTest, WordsTheThreeErrorsByTheirEntries) {
     Find("a");
     EXPECT_EQ(viewer_->mdDividerPrimaryRatio, 1.0);
 }
-
-/// Reads until it is told to stop.
-class EndlessDocuments : public DocumentTexts {
-  public:
-    bool IsDocument(std::string_view name) override { return name.ends_with(".doc"); }
-    Text TextOf(const std::string&, const std::function<bool()>& stop) override {
-        while (!stop())
-            std::this_thread::yield();
-        return {nullptr, "stopped", {}};
-    }
-};
 
 class BrokenDocuments : public DocumentTexts {
   public:

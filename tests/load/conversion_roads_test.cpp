@@ -26,7 +26,7 @@ class ConversionRoadsTest : public LoaderFixture {
         loader_.Memory().bForceReload = {true, true};
         if (!Load(file, side))
             return "failed: " + Log();
-        return Text(side == Side::Original ? EditorTarget::Original : EditorTarget::Modified);
+        return Text(TargetOf(side));
     }
 };
 

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/endless_documents.h"
 #include "tests/ui/dialogs_world.h"
 
 namespace zorvane {
@@ -266,17 +267,6 @@ TEST_F(FindPageTest, OpensFilesByTheirBytesWhateverTheirName) {
     EXPECT_EQ(world.Viewer().FileNames()[0], In(odd));
     EXPECT_TRUE(WindowWorld::Until([&] { return world.Viewer().ShownComparison() != nullptr; }));
 }
-
-/// Its documents are read until somebody stops the search.
-class EndlessDocuments : public DocumentTexts {
-  public:
-    bool IsDocument(std::string_view name) override { return name.ends_with(".doc"); }
-    Text TextOf(const std::string&, const std::function<bool()>& stop) override {
-        while (!stop())
-            std::this_thread::yield();
-        return {nullptr, "stopped", {}};
-    }
-};
 
 TEST_F(FindPageTest, StopsByEscWhereverTheFocusIs) {
     Put("z/endless.doc", "");
