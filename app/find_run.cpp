@@ -71,8 +71,10 @@ class FindRunner : private FindReceiver {
         LoadOptions load = command_.load;
         if (Status filled = FillPasswords(load); !filled.ok())
             return filled;
-        documents_->UsePassword(load.original_password.empty() ? load.password
-                                                               : load.original_password);
+        const std::string& password =
+            load.original_password.empty() ? load.password : load.original_password;
+        if (!password.empty())
+            documents_->UsePasswords({password});
         return Status::Ok();
     }
 

@@ -11,12 +11,13 @@
 #include "load/conversion_service.h"
 #include "load/file_types.h"
 #include "load/password_wanted.h"
+#include "load/reader_stamps.h"
 #include "load/silent_load.h"
 
 namespace zorvane {
 namespace {
 
-// To be raised whenever a reader gives another text of the same document.
+// To be raised whenever another text is made of what the readers give.
 constexpr const char* kReading = "1 plain quick-pdf slide-numbers all-sheets notes";
 
 constexpr std::int32_t kHomeFolder = 40;
@@ -108,6 +109,8 @@ class ExtractedTexts::InWork {
 ExtractedTexts::ExtractedTexts(ProcessState& process, TextCache cache)
     : process_(process),
       cache_(std::move(cache)),
+      reading_(std::string(kReading) + "\n" +
+               ReaderStamps(process.platform.folders->ProgramFolder())),
       free_slots_(std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {}
 
 ExtractedTexts::~ExtractedTexts() {
@@ -115,14 +118,18 @@ ExtractedTexts::~ExtractedTexts() {
         cache_.Trim();
 }
 
+Result<TextKey> ExtractedTexts::KeyOfFile(const std::string& path) const {
+    const Result<std::string> bytes = ReadWholeFile(path);
+    if (!bytes.ok())
+        return bytes.failure();
+    return KeyOf(bytes.value(), reading_ + UpperExtension(path));
+}
+
 ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) {
-    TextKey key;
-    {
-        const Result<std::string> bytes = ReadWholeFile(path);
-        if (!bytes.ok())
-            return {nullptr, bytes.failure().reason};
-        key = KeyOf(bytes.value(), kReading + std::string(" ") + UpperExtension(path));
-    }
+    const Result<TextKey> read = KeyOfFile(path);
+    if (!read.ok())
+        return {nullptr, read.failure().reason};
+    const TextKey key = read.value();
     const InWork work(*this, key, stop);
     if (stop())
         return {nullptr, "stopped"};
@@ -136,7 +143,10 @@ ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) 
             text = Extract(path, passwords_[at], stop);
         return text;
     }
-    if (!stop()) {
+    // What was written to the file meanwhile may be what was read.
+    if (stop() || cache_.Folder().empty())
+        return text;
+    if (const Result<TextKey> after = KeyOfFile(path); after.ok() && after.value() == key) {
         cache_.Keep(key, *text.document);
         wrote_ = true;
     }

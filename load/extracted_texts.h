@@ -53,12 +53,14 @@ class ExtractedTexts {
 
   private:
     class InWork;
+    Result<TextKey> KeyOfFile(const std::string& path) const;
     ExtractedText Extract(const std::string& path, const std::string& password, const Stop& stop);
     std::unique_ptr<ConversionService> TakeService(bool office, const Stop& stop);
     void GiveBack(std::unique_ptr<ConversionService> service, bool office);
 
     ProcessState& process_;
     TextCache cache_;
+    std::string reading_;  ///< how texts are made, and the programs and libraries that do it
     std::vector<std::string> passwords_;
     std::atomic<std::int64_t> hits_{0};
     std::atomic<bool> wrote_{false};

@@ -118,7 +118,7 @@ TEST_F(FolderFindingsTest, WritesATableThatKeepsItsRows) {
 }
 
 TEST_F(FolderFindingsTest, AStoppedTableLeavesTheOldOne) {
-    for (int file = 0; file < 1500; ++file)
+    for (int file = 0; file < 2500; ++file)
         trees.Write(Side::Original, "many/a name of some length " + std::to_string(file), "");
     VestrelX many;
     many.putMasterFolder(trees.Root(Side::Original));

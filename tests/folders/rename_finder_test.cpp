@@ -7,6 +7,7 @@
 
 #include "common/platform/files.h"
 #include "folders/like_texts.h"
+#include "tests/support/fake_folder.h"
 #include "tests/support/folder_trees.h"
 
 namespace zorvane {
@@ -121,6 +122,16 @@ TEST(RenameFinder, AFolderThatMovedIsOne) {
         trees.Write(Side::Modified, std::string("larger/") + name, std::string("words ") + name);
         trees.Write(Side::Original, std::string("mixed/") + name, std::string("bytes ") + name);
     }
+    for (const char* name : {"old/empty", "new/place/empty", "grown/empty"})
+        trees.Write(std::string_view(name).starts_with("new") ? Side::Modified : Side::Original,
+                    name, "");
+    // Both hold a copy of one file, and each takes its own.
+    for (const char* name : {"p/COPYING", "q/COPYING", "p/x", "q/y"})
+        trees.Write(Side::Original, name, name[2] == 'C' ? "all may" : name);
+    for (const char* name : {"r/COPYING", "s/COPYING", "r/y", "s/x"})
+        trees.Write(Side::Modified, name,
+                    name[2] == 'C' ? "all may"
+                                   : std::string(1, name[2] == 'x' ? 'p' : 'q') + "/" + name[2]);
     trees.Write(Side::Modified, "larger/4", "came with it, and is not moved");
     trees.Write(Side::Modified, "swapped/2", "bytes 1");
     trees.Write(Side::Modified, "swapped/1", "bytes 2");
@@ -129,7 +140,26 @@ TEST(RenameFinder, AFolderThatMovedIsOne) {
               (Notes{"grown/1 > larger/1 100", "grown/2 > larger/2 100",
                      "grown/deep/ > larger/deep/ 100 folder", "mixed/1 > swapped/2 100",
                      "mixed/2 > swapped/1 100", "mixed/deep/ > swapped/deep/ 100 folder",
-                     "old/ > new/place/ 100 folder"}));
+                     "old/ > new/place/ 100 folder", "p/ > s/ 100 folder", "q/ > r/ 100 folder"}));
+}
+
+// Nobody knows what else is in it.
+TEST(RenameFinder, AFolderThatCouldNotBeReadWholeHasNotMoved) {
+    const FolderTrees trees;
+    trees.Write(Side::Original, "old/1", "text");
+    trees.Write(Side::Modified, "new/1", "text");
+    FakeEntry shut = FakeTree({});
+    shut.list_fault = EACCES;
+    const FakeEntry inside = FakeTree({{"1", FakeFile("text")}, {"shut", shut}});
+    const FakeEntry original = FakeTree({{"old", inside}});
+    const FakeEntry modified = FakeTree({{"new", inside}});
+    FolderScan scan;
+    scan.StartIn({std::make_unique<FakeFolder>(original), std::make_unique<FakeFolder>(modified)},
+                 trees.Roots(), {}, nullptr);
+    scan.Join();
+    const std::vector<RenamedEntry> found = FindRenames(scan, trees.Roots(), {});
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_FALSE(found[0].folder);
 }
 
 TEST(LikeTexts, ShareByTheWeightOfTheirLines) {

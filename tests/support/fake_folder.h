@@ -67,7 +67,7 @@ class FakeOpenedFile : public OpenedFile {
 class FakeFolder : public FolderHandle {
   public:
     explicit FakeFolder(const FakeEntry& root) : root_(root) {}
-    SystemError List(FolderListing& listing) override {
+    SystemError List(FolderListing& listing, const std::function<bool()>& /*stop*/) override {
         for (auto entry = root_.entries.rbegin(); entry != root_.entries.rend(); ++entry)
             listing.Add(entry->first, entry->second.facts.kind);
         return SystemError{root_.list_fault};

@@ -192,6 +192,32 @@ TEST(FolderScan, WhatCannotBeReadIsToldInARecordAndTheRestGoesOn) {
     }
 }
 
+// The system tells sizes of its own files that are none.
+TEST(FolderScan, ReadsFilesOfNoKnownSizeToTheirEnds) {
+    const auto told = [](const char* bytes, std::int64_t size) {
+        FakeEntry entry = FakeFile(bytes);
+        entry.told_size = size;
+        return entry;
+    };
+    const FakeEntry original = FakeTree({{"no size", told("1234567", 0)},
+                                         {"no size, longer", told("1234567", 0)},
+                                         {"no size, same", told("1234567", 0)},
+                                         {"too much", told("on", 4096)},
+                                         {"too much, same", told("on", 4096)}});
+    const FakeEntry modified = FakeTree({{"no size", told("1234568", 0)},
+                                         {"no size, longer", told("12345678", 0)},
+                                         {"no size, same", told("1234567", 0)},
+                                         {"too much", told("of", 4096)},
+                                         {"too much, same", told("on", 4096)}});
+    FolderScan scan;
+    scan.StartIn({std::make_unique<FakeFolder>(original), std::make_unique<FakeFolder>(modified)},
+                 {"/a", "/b"}, {}, nullptr);
+    scan.Join();
+    EXPECT_EQ(NotesOf(scan), (Notes{"~ no size content", "~ no size, longer content",
+                                    "= no size, same", "~ too much content", "= too much, same"}));
+    EXPECT_EQ(scan.Faults().size(), 0U);
+}
+
 // ---- against another program ----
 
 // Names that one program would print in a way of its own are left out.
