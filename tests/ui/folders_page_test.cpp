@@ -99,6 +99,22 @@ TEST_F(FoldersPageTest, ShowsRowsCountsAndEachKindUnderItsFolder) {
     EXPECT_TRUE(page.Bar().Filters().Segment(static_cast<int>(FolderFilter::Same))->isChecked());
 }
 
+TEST_F(FoldersPageTest, EnterEndsTheFirstFolderAndComparesWithTheSecond) {
+    WindowWorld world(fakes, theme);
+    EXPECT_TRUE(world.window.Commands().Run("window.new_compare_folders"));
+    CompareFoldersPage& page = *world.window.ActiveFolders();
+    world.window.activateWindow();
+    for (const Side side : kBothSides) {
+        EXPECT_FALSE(page.Viewer()->Busy());
+        QLineEdit& edit = *page.Boxes().Box(side).lineEdit();
+        ASSERT_TRUE(WindowWorld::Until([&] { return edit.hasFocus(); })) << "it comes by itself";
+        edit.selectAll();
+        QTest::keyClicks(&edit, ToQt(In(side == Side::Original ? "old" : "new", "").string()));
+        QTest::keyClick(&edit, Qt::Key_Return);
+    }
+    EXPECT_TRUE(WindowWorld::Until([&] { return page.Viewer()->RowCount() == 8; }));
+}
+
 TEST_F(FoldersPageTest, TakesThePlaceOfAnEmptyWindowForFilesOnly) {
     for (const bool has_file : {false, true}) {
         WindowWorld world(fakes, theme);
