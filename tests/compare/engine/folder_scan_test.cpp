@@ -342,6 +342,13 @@ TEST(FolderScan, StopsSoonAndKeepsWhatItHas) {
         ASSERT_LE(part.size(), whole.size());
         EXPECT_TRUE(std::equal(part.begin(), part.end(), whole.begin()));
     }
+    FakeEntry endless = FakeTree({});
+    endless.endless = true;
+    FolderScan scan;
+    scan.StartIn({std::make_unique<FakeFolder>(endless), std::make_unique<FakeFolder>(endless)},
+                 {"/a", "/b"}, {}, nullptr);
+    scan.Release();  // would wait for ever
+    EXPECT_EQ(scan.Count(), 0U);
 }
 
 // ---- the fixed names ----
