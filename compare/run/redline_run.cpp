@@ -91,12 +91,11 @@ Result<Redline> MakeRedline(ProcessState& process, ConversionMessage job,
         return target.failure();
     const Made made(target.value());
     job["target"] = made.Document();
-    ConversionService service(process.platform);
-    service.SetInSandbox(!process.bWithoutSandbox);
+    ConversionService service(process);
     const ConversionResult result =
         service.Run(job, [watcher](std::int32_t) { return KeepGoing(watcher); });
     if (!result.ok())
-        return Failure{Explain(result, targets.front())};
+        return Failure{service.Explain(result, targets.front())};
     const Result<std::string> document = ReadWholeFile(made.Document());
     const Result<std::string> certificate = ReadWholeFile(made.Certificate());
     if (!document.ok() || !certificate.ok())
