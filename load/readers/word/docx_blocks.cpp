@@ -4,6 +4,7 @@
 
 #include "load/readers/symbol_fonts.h"
 #include "load/readers/word/docx_walker.h"
+#include "load/readers/word/word_readers.h"
 
 namespace zorvane {
 namespace {
@@ -21,6 +22,13 @@ bool MarkDeleted(const Node& properties) {
 // The number of an empty paragraph is seen, but for one that is there to end a section only.
 bool HasContent(const Node& paragraph) {
     return !Child(Child(paragraph, "pPr"), "sectPr") || Child(paragraph, "r");
+}
+
+// A word processor wants a paragraph behind a last table: this one is none of the text.
+bool IsTableEnd(const Node& paragraph) {
+    return std::any_of(paragraph.begin(), paragraph.end(), [](const Node& node) {
+        return Is(node, "bookmarkStart") && Attribute(node, "name") == kTableEndMark;
+    });
 }
 
 bool ContinuesCellAbove(const Node& cell) {
@@ -85,7 +93,7 @@ void DocxWalker::Paragraph(const Node& node, int depth) {
     const RunLook outer = std::exchange(base_, look.run);
     Inlines(node, depth);
     base_ = outer;
-    EndParagraph(MarkDeleted(properties), mark.hidden, depth);
+    EndParagraph(MarkDeleted(properties), mark.hidden || IsTableEnd(node), depth);
 }
 
 // A deleted mark joins the paragraph with the next one; a hidden one leaves no empty line.
