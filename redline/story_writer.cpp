@@ -245,22 +245,13 @@ Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
         paragraph.append_copy(look);
     if (end.mark == TrackMark::Insert)
         state_.marks.MarkEnd(paragraph, TrackMark::Insert, end.move > 0);
-    const Node before =
-        state_.looks != nullptr && end.mark == TrackMark::Keep
-            ? state_.looks->Of(output.original[end.original].node, paragraph, "pPr", parts_)
-            : Node();
-    if (before) {
-        state_.marks.NoteFormer(paragraph, before);
-    } else if (end.shifted && state_.looks == nullptr) {
-        // An end that two paragraphs share keeps what each of them looks like.
-        Node former = paragraph.append_child("w:pPr");
-        if (const Node look = Child(output.original[end.original].node, "pPr")) {
-            for (const Node& child : look.children())
-                former.append_copy(child);
-            state_.importer.Adapt(former, parts_);
-        }
-        state_.marks.NoteFormer(paragraph, former);
-        paragraph.remove_child(former);
+    // An end that two paragraphs share keeps what each of them looks like.
+    if (end.mark == TrackMark::Keep && (end.shifted || state_.looks != nullptr)) {
+        FormerLooks own(state_.importer);
+        FormerLooks& looks = state_.looks != nullptr ? *state_.looks : own;
+        if (const Node before =
+                looks.Of(output.original[end.original].node, paragraph, "pPr", parts_))
+            state_.marks.NoteFormer(paragraph, before);
     }
     return paragraph;
 }
