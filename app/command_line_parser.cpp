@@ -49,8 +49,8 @@ std::string Absolute(std::string_view name) {
 enum class SwitchValue { Flag, Number, Text, InputPath, OutputPath, LogPath, SettingsPath, Help };
 
 struct SwitchRow {
-    char letter;
-    SwitchValue kind;
+    char letter = 0;
+    SwitchValue kind = SwitchValue::Flag;
     bool Request::*flag = nullptr;
     std::int32_t Request::*number = nullptr;
     std::string Request::*text = nullptr;
@@ -112,7 +112,7 @@ std::string OutputPath(const std::string& value) {
 
 // And, when it is not there, in the program's own folder.
 std::string InputPath(SpecialFolders& folders, const std::string& value) {
-    const std::string path = OutputPath(value);
+    std::string path = OutputPath(value);
     if (value.find('\\') != std::string::npos || bFileExists(path) || bDirectoryExists(path))
         return path;
     const std::string beside = folders.ProgramFolder() + "\\" + Trimmed(sStripQuotes(value));

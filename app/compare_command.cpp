@@ -153,8 +153,9 @@ bool IsSlashForm(const std::vector<std::string>& arguments) {
     return false;
 }
 
-CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& arguments) {
-    Commands commands;
+namespace {
+
+void AddCommands(Commands& commands) {
     CLI::App& app = commands.app;
     app.footer(std::string(kExamples) + kFootnote);
     app.set_version_flag("-V,--version", VersionText());
@@ -165,14 +166,44 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
     commands.folders = AddFoldersCommand(app, commands.folders_command, commands.raw_folders);
     commands.find = AddFindCommand(app, commands.find_command);
     commands.cache = AddCacheCommand(app, commands.cache_command);
+}
 
+// What the command that was given makes of its values.
+Status TakeCommand(Commands& commands, CommandLineOutcome& outcome) {
+    Status done = Status::Ok();
+    if (commands.text->parsed()) {
+        done = TakeSets(commands.raw.sets, commands.text_command.load);
+        outcome.text = std::move(commands.text_command);
+    } else if (commands.git->parsed()) {
+        outcome.git = commands.git_command;
+    } else if (commands.folders->parsed()) {
+        done =
+            FinishFoldersCommand(*commands.folders, commands.raw_folders, commands.folders_command);
+        outcome.folders = std::move(commands.folders_command);
+    } else if (commands.find->parsed()) {
+        done = FinishFindCommand(commands.find_command);
+        outcome.find = std::move(commands.find_command);
+    } else if (commands.cache->parsed()) {
+        outcome.cache = commands.cache_command;
+    } else {
+        done = FinishCompareCommand(*commands.compare, commands.raw, commands.compare_command);
+        outcome.compare = std::move(commands.compare_command);
+    }
+    return done;
+}
+
+}  // namespace
+
+CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& arguments) {
+    Commands commands;
+    AddCommands(commands);
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     if (MeansCompare(arguments))
         reversed.emplace_back("compare");
     const char* name = CommandOf(arguments);
     CommandLineOutcome outcome;
     try {
-        app.parse(reversed);
+        commands.app.parse(reversed);
     } catch (const CLI::CallForVersion&) {
         outcome.output = VersionText() + "\n";
         return outcome;
@@ -182,39 +213,8 @@ CommandLineOutcome ParseUnixCommandLine(const std::vector<std::string>& argument
     } catch (const CLI::ParseError& error) {
         return Trouble(error.what(), name);
     }
-    if (commands.text->parsed()) {
-        if (const Status sets = TakeSets(commands.raw.sets, commands.text_command.load); !sets.ok())
-            return Trouble(sets.failure().reason, name);
-        outcome.text = std::move(commands.text_command);
-        return outcome;
-    }
-    if (commands.git->parsed()) {
-        outcome.git = commands.git_command;
-        return outcome;
-    }
-    if (commands.folders->parsed()) {
-        if (const Status done = FinishFoldersCommand(*commands.folders, commands.raw_folders,
-                                                     commands.folders_command);
-            !done.ok())
-            return Trouble(done.failure().reason, name);
-        outcome.folders = std::move(commands.folders_command);
-        return outcome;
-    }
-    if (commands.find->parsed()) {
-        if (const Status done = FinishFindCommand(commands.find_command); !done.ok())
-            return Trouble(done.failure().reason, name);
-        outcome.find = std::move(commands.find_command);
-        return outcome;
-    }
-    if (commands.cache->parsed()) {
-        outcome.cache = commands.cache_command;
-        return outcome;
-    }
-    if (const Status done =
-            FinishCompareCommand(*commands.compare, commands.raw, commands.compare_command);
-        !done.ok())
+    if (const Status done = TakeCommand(commands, outcome); !done.ok())
         return Trouble(done.failure().reason, name);
-    outcome.compare = std::move(commands.compare_command);
     return outcome;
 }
 

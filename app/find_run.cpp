@@ -60,15 +60,23 @@ class FindRunner : private FindReceiver {
         if (!finder.ok())
             return finder.failure().WithContext(command_.text);
         finder_ = std::move(finder).value();
-        if (command_.office) {
-            documents_.emplace(process_,
-                               command_.no_cache ? TextCache("") : UserTextCache(process_));
-            LoadOptions load = command_.load;
-            if (Status filled = FillPasswords(load); !filled.ok())
-                return filled;
-            documents_->UsePassword(load.original_password.empty() ? load.password
-                                                                   : load.original_password);
-        }
+        if (Status ready = command_.office ? PrepareDocuments() : Status::Ok(); !ready.ok())
+            return ready;
+        printer_.emplace(*finder_, Style());
+        return Status::Ok();
+    }
+
+    Status PrepareDocuments() {
+        documents_.emplace(process_, command_.no_cache ? TextCache("") : UserTextCache(process_));
+        LoadOptions load = command_.load;
+        if (Status filled = FillPasswords(load); !filled.ok())
+            return filled;
+        documents_->UsePassword(load.original_password.empty() ? load.password
+                                                               : load.original_password);
+        return Status::Ok();
+    }
+
+    FindStyle Style() const {
         FindStyle style;
         style.layout = command_.json    ? FindLayout::Json
                        : command_.count ? FindLayout::Counts
@@ -78,8 +86,7 @@ class FindRunner : private FindReceiver {
         style.color = !command_.json &&
                       (command_.color == "always" || (command_.color == "auto" && ColorsFit()));
         style.context = command_.context;
-        printer_.emplace(*finder_, style);
-        return Status::Ok();
+        return style;
     }
 
     FindRunOptions Options() {

@@ -52,7 +52,7 @@ Result<std::string> InputFile(ProcessState& process, const std::string& given) {
         if (std::filesystem::is_regular_file(NativePath(given), error))
             return given;
     }
-    const Result<std::string> bytes = input ? ReadStandardInput() : ReadWholeFile(given);
+    Result<std::string> bytes = input ? ReadStandardInput() : ReadWholeFile(given);
     if (!bytes.ok())
         return bytes;
     const std::string own = input ? std::string() : std::string(ExtensionOf(given));

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "load/readers/crypto/decrypt.h"
-#include "load/readers/crypto/package_cipher.h"
+#include "load/readers/container/decrypt.h"
+#include "load/readers/container/package_cipher.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace zorvane;

@@ -5,7 +5,7 @@
 
 #include "bench/fuzz_package.h"
 #include "bench/strict_sink.h"
-#include "load/readers/word/word_readers.h"
+#include "load/readers/word_readers.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace zorvane;

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "load/readers/package.h"
+#include "load/readers/container/package.h"
 
 namespace zorvane {
 

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "bench/strict_sink.h"
-#include "load/readers/html/html_reader.h"
-#include "load/readers/word/word_readers.h"
+#include "load/readers/web/html_reader.h"
+#include "load/readers/word_readers.h"
 
 namespace {
 

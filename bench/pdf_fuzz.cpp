@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "load/readers/document_sink.h"
 #include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "common/base/text_encoding.h"
-#include "load/readers/document_sink.h"
 #include "load/readers/reader.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
 

@@ -85,7 +85,7 @@ Status CopyFileReplacingReadOnly(const std::string& sFrom, const std::string& sT
     const Result<std::string> bytes = ReadWholeFile(sFrom, watcher);
     if (!bytes.ok())
         return bytes.failure();
-    const Status copied = ReplaceFile(sTo, bytes.value(), mode, watcher);
+    Status copied = ReplaceFile(sTo, bytes.value(), mode, watcher);
     const std::string native = NativePath(sTo);
     struct stat facts {};
     if (copied.ok() || !KeepGoing(watcher) || stat(native.c_str(), &facts) != 0 ||
@@ -100,7 +100,7 @@ Status CopyFileReplacingReadOnly(const std::string& sFrom, const std::string& sT
 }
 
 Status MoveFileByCopy(const std::string& sFrom, const std::string& sTo) {
-    const Status copied = CopyFileReplacingReadOnly(sFrom, sTo);
+    Status copied = CopyFileReplacingReadOnly(sFrom, sTo);
     if (!copied.ok())
         return copied;
     if (DeleteOnce(NativePath(sFrom)))

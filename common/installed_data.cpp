@@ -9,7 +9,7 @@ namespace zorvane {
 
 std::string InstalledData(SpecialFolders& folders, std::string_view name) {
     const std::string program = folders.ProgramFolder();
-    const std::string installed = JoinPath(JoinPath(ParentOf(program), "share/zorvane"), name);
+    std::string installed = JoinPath(JoinPath(ParentOf(program), "share/zorvane"), name);
     for (const std::string& path :
          {installed, JoinPath(JoinPath(program, "share/zorvane"), name), JoinPath(program, name)}) {
         if (access(NativePath(path).c_str(), F_OK) == 0)

@@ -46,7 +46,7 @@ std::string ReplaceAll(std::string path, std::string_view token, const std::stri
 }  // namespace
 
 std::string sExpandPathTokens(SpecialFolders& folders, std::string_view path) {
-    const std::string trimmed(Trim(path));
+    std::string trimmed(Trim(path));
     const std::string upper = AsciiUpper(trimmed);
     for (const TokenRow& row : kTokens) {
         if (upper.find(row.token) == std::string::npos)

@@ -140,7 +140,7 @@ void frmCompareFiles::EndWork() {
     closing_ = true;
     if (run_ == nullptr)
         return;
-    Abort();
+    frmCompareFiles::Abort();  // also from the destructor
     // A run on this thread is further down this very stack; it ends by itself.
     if (!run_->OnWorker())
         return;

@@ -26,9 +26,9 @@ class ParagraphFollower : public DocumentObserver {
 
   private:
     struct Edit {
-        CharPos first;
-        std::int32_t removed;
-        std::int32_t inserted;
+        CharPos first{};
+        std::int32_t removed = 0;
+        std::int32_t inserted = 0;
     };
     clsRTBDocument& document_;
     std::vector<Edit> edits_;  ///< since the begin of the run

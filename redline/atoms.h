@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "load/readers/xml_part.h"
+#include "load/readers/container/xml_part.h"
 
 namespace zorvane {
 

@@ -1,6 +1,6 @@
 #include "redline/marks.h"
 
-#include "load/readers/word/word_readers.h"
+#include "load/readers/word_readers.h"
 
 namespace zorvane {
 namespace {

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <map>
 
-#include "load/readers/crypto/crypto_tools.h"
+#include "load/readers/container/crypto_tools.h"
 #include "redline/odt_resolve.h"
 #include "redline/odt_verify.h"
 #include "redline/verify_spelling.h"

@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "load/readers/xml_part.h"
+#include "load/readers/container/xml_part.h"
 #include "redline/resolve.h"
 
 namespace zorvane {

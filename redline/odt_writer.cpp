@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "load/readers/word/word_readers.h"
+#include "load/readers/word_readers.h"
 #include "redline/odt_resolve.h"
 #include "redline/xml_tools.h"
 

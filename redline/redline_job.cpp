@@ -5,7 +5,7 @@
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 #include "load/readers/content_kind.h"
-#include "load/readers/document_sink.h"
+#include "load/readers/sink/document_sink.h"
 #include "load/readers/word_job.h"
 #include "load/redline_certificate.h"
 #include "redline/document_layout.h"

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "common/base/text_encoding.h"
-#include "load/readers/crypto/crypto_tools.h"
+#include "load/readers/container/crypto_tools.h"
 #include "redline/odt_verify.h"
 
 namespace zorvane {

@@ -4,7 +4,7 @@
 #include <set>
 #include <utility>
 
-#include "load/readers/crypto/crypto_tools.h"
+#include "load/readers/container/crypto_tools.h"
 #include "redline/verify_spelling.h"
 
 namespace zorvane {

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "load/readers/package.h"
-#include "load/readers/xml_part.h"
+#include "load/readers/container/package.h"
+#include "load/readers/container/xml_part.h"
 #include "redline/resolve.h"
 
 namespace zorvane {

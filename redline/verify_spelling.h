@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "load/readers/xml_part.h"
+#include "load/readers/container/xml_part.h"
 
 namespace zorvane {
 

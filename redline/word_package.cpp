@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "common/base/ascii.h"
-#include "load/readers/package.h"
+#include "load/readers/container/package.h"
 #include "redline/zip_writer.h"
 
 namespace zorvane {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "load/readers/xml_part.h"
+#include "load/readers/container/xml_part.h"
 
 namespace zorvane {
 

@@ -15,7 +15,7 @@ cmake --build build/tsan -j "$jobs"
 ctest --preset tsan
 
 printf '\n== clang-tidy\n'
-git ls-files '*.cpp' | grep -v -E '^(tests|bench)/' | xargs -P "$jobs" -n 1 clang-tidy -p build/release --quiet
+tools/check_tidy.sh
 
 printf '\n== Fuzzers\n'
 cmake --preset fuzz >/dev/null

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the pre-commit hook: layout of the changed lines, layers.
+# Installs the pre-commit hook: layout of the changed files, layers, clang-tidy where it is installed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 hook=$(git rev-parse --git-path hooks/pre-commit)
@@ -7,8 +7,12 @@ cat >"$hook" <<'HOOK'
 #!/usr/bin/env bash
 set -e
 changed=$(git diff --cached --name-only --diff-filter=ACM -- '*.cpp' '*.h')
-[ -n "$changed" ] && echo "$changed" | xargs clang-format --dry-run --Werror
+[ -z "$changed" ] || echo "$changed" | xargs clang-format --dry-run --Werror
 python3 tools/check_layers.py
+sources=$(git diff --cached --name-only --diff-filter=ACM -- '*.cpp' ':!tests' ':!bench')
+if [ -n "$sources" ] && command -v clang-tidy >/dev/null; then
+    tools/check_tidy.sh $sources
+fi
 HOOK
 chmod +x "$hook"
 echo "installed $hook"

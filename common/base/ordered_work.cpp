@@ -64,6 +64,7 @@ void OrderedWork::Follow(OrderedTask& task, std::vector<Task> tasks) {
     if (tasks.empty())
         return;
     std::vector<OrderedTask*> followers;
+    followers.reserve(tasks.size());
     for (Task& follower : tasks)
         followers.push_back(follower.release());
     followers.back()->next_ = task.next_;

@@ -14,7 +14,8 @@
 #include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
 
-extern char** environ;
+extern char**
+    environ;  // NOLINT(readability-redundant-declaration): some systems leave it to the user
 
 namespace zorvane {
 namespace {
@@ -23,6 +24,7 @@ enum class Streams { Closed, Inherited };
 
 Result<pid_t> Spawn(std::vector<std::string> words, Streams streams) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
@@ -124,47 +126,73 @@ std::string WholePath(const std::string& path) {
     return NativePath(AbsolutePath(path));
 }
 
+// The words of a desktop entry's command, as its quotes and codes tell.
+class EntryWords {
+  public:
+    explicit EntryWords(const std::string& path) : path_(path) {}
+
+    void Read(const std::string& exec) {
+        for (std::size_t at = 0; at < exec.size(); ++at) {
+            const char character = exec[at];
+            const bool two = at + 1 < exec.size();
+            if (character == '"') {
+                quoted_ = !quoted_;
+                open_ = true;
+            } else if (character == '\\' && quoted_ && two) {
+                word_ += exec[++at];
+            } else if (character == '%' && !quoted_ && two) {
+                Code(exec[++at]);
+            } else if (character == ' ' && !quoted_) {
+                EndWord();
+            } else {
+                Add(character);
+            }
+        }
+        EndWord();
+    }
+
+    std::optional<std::vector<std::string>> Take() {
+        if (quoted_ || words_.empty())
+            return std::nullopt;
+        if (!placed_)
+            words_.push_back(path_);
+        return std::move(words_);
+    }
+
+  private:
+    void Code(char code) {
+        if (std::string_view("fFuU").find(code) != std::string_view::npos && !placed_) {
+            word_ += path_;
+            placed_ = open_ = true;
+        } else if (code == '%') {
+            Add('%');
+        }
+    }
+    void Add(char character) {
+        word_ += character;
+        open_ = true;
+    }
+    void EndWord() {
+        if (open_)
+            words_.push_back(std::exchange(word_, {}));
+        open_ = false;
+    }
+
+    const std::string& path_;
+    std::vector<std::string> words_;
+    std::string word_;
+    bool open_ = false;
+    bool quoted_ = false;
+    bool placed_ = false;
+};
+
 }  // namespace
 
 std::optional<std::vector<std::string>> CommandOfEntry(const std::string& exec,
                                                        const std::string& path) {
-    std::vector<std::string> words;
-    std::string word;
-    bool open = false;
-    bool quoted = false;
-    bool placed = false;
-    for (std::size_t at = 0; at < exec.size(); ++at) {
-        const char character = exec[at];
-        if (character == '"') {
-            quoted = !quoted;
-            open = true;
-        } else if (character == '\\' && quoted && at + 1 < exec.size()) {
-            word += exec[++at];
-        } else if (character == '%' && !quoted && at + 1 < exec.size()) {
-            const char code = exec[++at];
-            if (std::string_view("fFuU").find(code) != std::string_view::npos && !placed) {
-                word += path;
-                placed = open = true;
-            } else if (code == '%') {
-                word += '%';
-                open = true;
-            }
-        } else if (character == ' ' && !quoted) {
-            if (open)
-                words.push_back(std::exchange(word, {}));
-            open = false;
-        } else {
-            word += character;
-            open = true;
-        }
-    }
-    if (open)
-        words.push_back(word);
-    if (quoted || words.empty())
-        return std::nullopt;
-    if (!placed)
-        words.push_back(path);
-    return words;
+    EntryWords words(path);
+    words.Read(exec);
+    return words.Take();
 }
 
 Status DesktopShell::Open(const std::string& path_or_address) {

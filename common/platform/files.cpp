@@ -286,7 +286,7 @@ Status ReplaceFile(const std::string& path, std::string_view bytes, std::uint32_
     Result<FileReplacement> file = FileReplacement::Begin(path, mode);
     if (!file.ok())
         return file.failure();
-    if (const Status written = file.value().Write(bytes, watcher); !written.ok())
+    if (Status written = file.value().Write(bytes, watcher); !written.ok())
         return written;
     return file.value().Finish();
 }

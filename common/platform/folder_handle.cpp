@@ -144,7 +144,7 @@ class PosixFolder : public FolderHandle {
             return use.Error();
         if (lseek(use.Get(), 0, SEEK_SET) != 0)
             return LastError();
-        constexpr std::size_t kBuffer = 64 * 1024;
+        constexpr std::size_t kBuffer = std::size_t{64} << 10;
         const auto buffer = std::make_unique_for_overwrite<char[]>(kBuffer);
         while (true) {
             const long got = syscall(SYS_getdents64, use.Get(), buffer.get(), kBuffer);

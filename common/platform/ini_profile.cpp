@@ -95,49 +95,60 @@ struct Pending {
 };
 using PendingMap = std::map<Name, Pending>;
 
+// What is pending of a section, behind its last line that is not empty.
+void AddRest(const std::string& folded_section, PendingMap& pending,
+             std::vector<std::string>& out) {
+    std::size_t place = out.size();
+    while (place > 0 && Trim(out[place - 1]).empty())
+        --place;
+    for (auto it = pending.begin(); it != pending.end();) {
+        if (it->first.section != folded_section) {
+            ++it;
+            continue;
+        }
+        out.insert(out.begin() + static_cast<std::ptrdiff_t>(place++),
+                   it->second.key + "=" + it->second.value);
+        it = pending.erase(it);
+    }
+}
+
+// A line, with the pending value of its key where it has one.
+std::string MergedLine(const std::string& line, const std::string& section, PendingMap& pending) {
+    const auto entry = ParseEntry(line);
+    if (!entry)
+        return line;
+    const auto found = pending.find({section, Folded(entry->key)});
+    if (found == pending.end())
+        return line;
+    std::string merged = std::string(entry->key) + "=" + found->second.value;
+    pending.erase(found);
+    return merged;
+}
+
 // The lines of a file with the pending keys in place: replaced where they stand, else behind the
 // last line of their section that is not empty, else in a new section at the end.
 std::string Merged(std::string_view old_text, PendingMap pending) {
     const std::vector<std::string> lines = LinesOf(old_text);
     std::vector<std::string> out;
     std::string section;
-    const auto add_rest = [&](const std::string& folded_section) {
-        std::size_t place = out.size();
-        while (place > 0 && Trim(out[place - 1]).empty())
-            --place;
-        for (auto it = pending.begin(); it != pending.end();) {
-            if (it->first.section != folded_section) {
-                ++it;
-                continue;
-            }
-            out.insert(out.begin() + static_cast<std::ptrdiff_t>(place++),
-                       it->second.key + "=" + it->second.value);
-            it = pending.erase(it);
-        }
-    };
     bool in_section = false;
     for (const std::string& line : lines) {
         if (const auto name = SectionName(line)) {
             if (in_section)
-                add_rest(section);
+                AddRest(section, pending, out);
             section = Folded(*name);
             in_section = true;
-        } else if (const auto entry = ParseEntry(line); entry && in_section) {
-            const auto found = pending.find({section, Folded(entry->key)});
-            if (found != pending.end()) {
-                out.push_back(std::string(entry->key) + "=" + found->second.value);
-                pending.erase(found);
-                continue;
-            }
+            out.push_back(line);
+        } else {
+            out.push_back(in_section ? MergedLine(line, section, pending) : line);
         }
-        out.push_back(line);
     }
     if (in_section)
-        add_rest(section);
+        AddRest(section, pending, out);
     while (!pending.empty()) {
         const Name first = pending.begin()->first;
         out.push_back("[" + pending.begin()->second.section + "]");
-        add_rest(first.section);
+        AddRest(first.section, pending, out);
     }
     std::string text;
     for (const std::string& line : out)
@@ -231,7 +242,7 @@ class FileIniProfile : public IniProfile {
             return old.failure();
         const std::string text = Merged(old.ok() ? AsUtf8(old.value()) : std::string(), pending_);
         SweepHalfFiles(path_);
-        const Status written = ReplaceFile(path_, text, 0600);
+        Status written = ReplaceFile(path_, text, 0600);
         if (!written.ok())
             return written;
         pending_.clear();

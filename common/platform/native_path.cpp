@@ -102,7 +102,7 @@ std::string BehindLinks(const std::string& native) {
     if (!IsLink(native))
         return native;
     std::error_code error;
-    const std::string target = std::filesystem::canonical(native, error).string();
+    std::string target = std::filesystem::canonical(native, error).string();
     if (!error)
         return target;
     std::error_code missing;

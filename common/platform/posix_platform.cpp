@@ -21,7 +21,8 @@
 #include "common/platform/private_folder.h"
 #include "common/platform/terminal.h"
 
-extern char** environ;
+extern char**
+    environ;  // NOLINT(readability-redundant-declaration): some systems leave it to the user
 
 namespace zorvane {
 namespace {
@@ -85,7 +86,7 @@ class XdgFolders : public SpecialFolders {
         return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().string();
     }
     std::string RuntimeFolder() override {
-        const std::string runtime = EnvironmentOr("XDG_RUNTIME_DIR", "");
+        std::string runtime = EnvironmentOr("XDG_RUNTIME_DIR", "");
         if (!runtime.empty() && access(runtime.c_str(), W_OK) == 0)
             return runtime;
         const std::string own =
@@ -101,7 +102,7 @@ class XdgFolders : public SpecialFolders {
   private:
     // A service or a timed job may run without HOME.
     static std::string Home() {
-        const std::string home = EnvironmentOr("HOME", "");
+        std::string home = EnvironmentOr("HOME", "");
         if (!home.empty())
             return home;
         const passwd* user = getpwuid(geteuid());
@@ -124,7 +125,7 @@ class XdgFolders : public SpecialFolders {
         return folder.starts_with('/') ? folder : home + "/Documents";
     }
     static std::string Xdg(const char* variable, const std::string& home, const char* below) {
-        const std::string folder = EnvironmentOr(variable, "");
+        std::string folder = EnvironmentOr(variable, "");
         if (!folder.empty() && folder.front() == '/')
             return folder;
         return home.empty() ? "(error)" : home + below;

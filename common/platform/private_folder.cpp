@@ -122,7 +122,7 @@ Result<std::string> PrivateTempFiles::Folder() {
 }
 
 Result<std::string> PrivateTempFiles::NewName(std::string_view prefix, std::string_view extension) {
-    const Result<std::string> folder = Folder();
+    Result<std::string> folder = Folder();
     if (!folder.ok())
         return folder;
     return folder.value() + "/" + std::string(prefix) + std::to_string(++count_) + "." +

@@ -8,7 +8,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
+extern char**
+    environ;  // NOLINT(readability-redundant-declaration): some systems leave it to the user
 
 namespace zorvane {
 namespace {
@@ -42,6 +43,7 @@ int WaitFor(pid_t child) {
 Result<ProgramAnswer> RunProgram(const std::vector<std::string>& words) {
     std::vector<std::string> copies = words;
     std::vector<char*> pointers;
+    pointers.reserve(copies.size() + 1);
     for (std::string& word : copies)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);

@@ -70,12 +70,18 @@ bool MakePrivate(const std::string& folder) {
     return mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST;
 }
 
-// The note of where it came from is made first: its name is then this file's in the trash.
-Status PutInto(const std::string& trash, const std::string& file, const std::string& told_as) {
+Status MakeTrash(const std::string& trash) {
     for (const std::string& folder : {trash, trash + "/files", trash + "/info"}) {
         if (!MakePrivate(folder))
             return FailureOf(folder, errno);
     }
+    return Status::Ok();
+}
+
+// The note of where it came from is made first: its name is then this file's in the trash.
+Status PutInto(const std::string& trash, const std::string& file, const std::string& told_as) {
+    if (Status made = MakeTrash(trash); !made.ok())
+        return made;
     const std::string name = fs::path(file).filename().string();
     constexpr int kTries = 10000;
     for (int number = 1; number < kTries; ++number) {

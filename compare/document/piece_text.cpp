@@ -28,7 +28,8 @@ void PieceText::Assign(std::u16string text) {
 std::u16string PieceText::TakeAll(RunWatcher* watcher) {
     std::u16string text;
     const auto first = pieces_.At(0);
-    if (pieces_.Count() == 1 && first.value->source == 0 && first.value->offset == 0) {
+    if (pieces_.Count() == 1 && first.value != nullptr && first.value->source == 0 &&
+        first.value->offset == 0) {
         text = std::move(sources_.front());
         text.resize(static_cast<std::size_t>(Length()));
     } else {
@@ -60,6 +61,7 @@ std::vector<std::u16string_view> PieceText::Pieces(std::int32_t first, std::int3
 
 char16_t PieceText::At(std::int32_t position) const {
     const auto found = pieces_.At(position);
+    // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): each position of the text has a piece.
     return View(found.value->Behind(found.offset), 1).front();
 }
 

@@ -5,8 +5,8 @@
 
 #include "common/base/text_encoding.h"
 #include "load/file_types.h"
-#include "load/readers/crypto/compound_file.h"
-#include "load/readers/crypto/decrypt.h"
+#include "load/readers/container/compound_file.h"
+#include "load/readers/container/decrypt.h"
 
 namespace zorvane {
 namespace {

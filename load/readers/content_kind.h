@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "load/readers/package.h"
+#include "load/readers/container/package.h"
 
 namespace zorvane {
 

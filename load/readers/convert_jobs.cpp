@@ -5,7 +5,7 @@
 #include "load/csv_operations.h"
 #include "load/readers/beside/sheet_beside.h"
 #include "load/readers/pdf/pdf_reader.h"
-#include "load/readers/sheet_progress.h"
+#include "load/readers/sheets/sheet_progress.h"
 #include "load/readers/sheets/workbook.h"
 #include "load/readers/slides/slide_reader.h"
 #include "load/readers/word_job.h"

@@ -6,11 +6,11 @@
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 #include "load/readers/beside/sheet_beside.h"
+#include "load/readers/container/decrypt.h"
 #include "load/readers/content_kind.h"
-#include "load/readers/crypto/decrypt.h"
 #include "load/readers/pdf/pdf_reader.h"
-#include "load/readers/sheet_progress.h"
-#include "load/readers/word/word_readers.h"
+#include "load/readers/sheets/sheet_progress.h"
+#include "load/readers/word_readers.h"
 
 namespace zorvane {
 namespace {

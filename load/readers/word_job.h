@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "load/conversion_message.h"
-#include "load/readers/document_sink.h"
 #include "load/readers/reader.h"
 #include "load/readers/sheets/workbook.h"
+#include "load/readers/sink/document_sink.h"
 #include "load/readers/slides/slide_reader.h"
 
 namespace zorvane {

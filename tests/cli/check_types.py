@@ -120,7 +120,7 @@ class Checker:
 
     def check_corpus(self, corpus):
         for file in sorted(corpus.rglob("*.*")):
-            if file.parent == corpus:
+            if file.parent == corpus or file.name.startswith("."):
                 continue
             run = self.run("text", file)
             content = file.read_bytes()

@@ -1,5 +1,5 @@
 // Redlines of OpenDocument texts: the law for each kind of change, and a check that sees faults.
-#include "load/readers/xml_part.h"
+#include "load/readers/container/xml_part.h"
 #include "redline/odt_resolve.h"
 #include "tests/redline/odt_pair.h"
 

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/package.h"
+#include "load/readers/container/package.h"
 #include "redline/docx_redline.h"
 #include "redline/verify.h"
 #include "tests/support/word_file.h"

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "compare/document/rtf_reader.h"
-#include "load/readers/document_sink.h"
 #include "load/readers/reader.h"
+#include "load/readers/sink/document_sink.h"
 #include "tests/support/rich_text_notation.h"
 
 namespace zorvane {

@@ -296,7 +296,7 @@ TEST_F(ComparePageTest, LeavesTheButtonsOfTheOtherWindowAlone) {
     CompareFilesPage& compared = world.Page();
     const auto* compare = compared.Bar().findChild<QPushButton*>();
     ASSERT_NE(compare, nullptr);
-    EXPECT_TRUE(compare->isEnabled());
+    EXPECT_TRUE(WindowWorld::Until([&] { return compare->isEnabled(); }));
     ASSERT_TRUE(world.window.Commands().Run("window.tile"));
     world.frame.CreateNewCompareFilesForm();
     ASSERT_TRUE(world.window.Commands().Run("window.tile"));

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "common/base/text_encoding.h"
-#include "load/readers/xml_part.h"
+#include "load/readers/container/xml_part.h"
 
 namespace zorvane {
 namespace {

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "load/readers/document_sink.h"
-#include "load/readers/package.h"
-#include "load/readers/xml_part.h"
+#include "load/readers/container/package.h"
+#include "load/readers/container/xml_part.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "load/readers/document_sink.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
 

@@ -8,9 +8,9 @@
 #include "common/base/text_encoding.h"
 #include "load/readers/beside/package_beside.h"
 #include "load/readers/beside/placed_sink.h"
-#include "load/readers/crypto/decrypt.h"
-#include "load/readers/sheet_progress.h"
-#include "load/readers/xml_scanner.h"
+#include "load/readers/container/decrypt.h"
+#include "load/readers/container/xml_scanner.h"
+#include "load/readers/sheets/sheet_progress.h"
 
 namespace zorvane {
 namespace {

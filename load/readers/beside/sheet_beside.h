@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
-#include "load/readers/document_sink.h"
 #include "load/readers/reader.h"
 #include "load/readers/sheets/workbook.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
 

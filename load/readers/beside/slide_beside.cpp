@@ -6,7 +6,7 @@
 
 #include "common/base/text_encoding.h"
 #include "load/readers/beside/formula_text.h"
-#include "load/readers/beside/odt_beside.h"
+#include "load/readers/opendocument/odt_beside.h"
 
 namespace zorvane {
 namespace {

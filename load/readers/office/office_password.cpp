@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "load/readers/crypto/compound_file.h"
+#include "load/readers/container/compound_file.h"
 
 namespace zorvane {
 namespace {

@@ -11,9 +11,9 @@
 #include <utility>
 
 #include "common/base/text_encoding.h"
+#include "load/readers/container/xml_scanner.h"
 #include "load/readers/pdf/pdf_document.h"
 #include "load/readers/pdf/pdf_reader.h"
-#include "load/readers/xml_scanner.h"
 
 namespace zorvane {
 namespace {

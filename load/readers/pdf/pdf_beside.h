@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "load/readers/document_sink.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
 

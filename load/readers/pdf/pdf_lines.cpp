@@ -6,7 +6,6 @@
 #include <limits>
 #include <utility>
 
-#include "load/readers/document_sink.h"
 #include "load/readers/pdf/pdf_grid_rows.h"
 #include "load/readers/pdf/pdf_grids.h"
 #include "load/readers/pdf/pdf_line_builder.h"
@@ -15,6 +14,7 @@
 #include "load/readers/pdf/pdf_order.h"
 #include "load/readers/pdf/pdf_pleading.h"
 #include "load/readers/pdf/pdf_tables.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
 namespace {

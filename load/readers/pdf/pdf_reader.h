@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "load/file_signature.h"
-#include "load/readers/document_sink.h"
 #include "load/readers/reader.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
 

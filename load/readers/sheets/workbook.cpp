@@ -3,10 +3,10 @@
 #include <new>
 
 #include "load/file_signature.h"
-#include "load/readers/crypto/decrypt.h"
-#include "load/readers/sheets/ods_workbook.h"
-#include "load/readers/sheets/xls_workbook.h"
-#include "load/readers/sheets/xlsx_parts.h"
+#include "load/readers/binary_sheets/xls_workbook.h"
+#include "load/readers/container/decrypt.h"
+#include "load/readers/ooxml/xlsx_parts.h"
+#include "load/readers/opendocument/ods_workbook.h"
 
 namespace zorvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "load/readers/xml_part.h"
+#include "load/readers/container/xml_part.h"
 
 namespace zorvane {
 

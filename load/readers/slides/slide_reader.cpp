@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "load/readers/beside/slide_beside.h"
-#include "load/readers/slides/slide_designs.h"
-#include "load/readers/slides/slide_page.h"
+#include "load/readers/ooxml/slide_designs.h"
+#include "load/readers/ooxml/slide_page.h"
 #include "load/readers/slides/slide_range.h"
 
 namespace zorvane {

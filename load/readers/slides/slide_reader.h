@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-#include "load/readers/document_sink.h"
-#include "load/readers/package.h"
+#include "load/readers/container/package.h"
 #include "load/readers/reader.h"
+#include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
 

@@ -1,4 +1,4 @@
-#include "load/readers/crypto/compound_file.h"
+#include "load/readers/container/compound_file.h"
 
 #include <random>
 

@@ -1,4 +1,4 @@
-#include "load/readers/html/css_style.h"
+#include "load/readers/web/css_style.h"
 
 #include <string>
 

@@ -6,7 +6,7 @@
 
 #include "compare/document/beside_compare.h"
 #include "load/readers/pdf/pdf_reader.h"
-#include "load/readers/word/word_readers.h"
+#include "load/readers/word_readers.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/shown_beside.h"
 #include "tests/support/word_file.h"

@@ -1,4 +1,4 @@
-#include "load/readers/crypto/decrypt.h"
+#include "load/readers/container/decrypt.h"
 
 #include <fstream>
 #include <random>
@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/package.h"
+#include "load/readers/container/package.h"
 #include "tests/support/encrypted_package.h"
 
 namespace zorvane {

@@ -1,4 +1,4 @@
-#include "load/readers/document_sink.h"
+#include "load/readers/sink/document_sink.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "compare/document/beside_compare.h"
-#include "load/readers/word/word_readers.h"
+#include "load/readers/word_readers.h"
 #include "tests/support/shown_beside.h"
 #include "tests/support/word_file.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/word/word_readers.h"
+#include "load/readers/word_readers.h"
 #include "tests/support/shown_document.h"
 #include "tests/support/word_file.h"
 

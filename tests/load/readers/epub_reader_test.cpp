@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/word/word_readers.h"
+#include "load/readers/word_readers.h"
 #include "tests/support/shown_beside.h"
 #include "tests/support/zip_file.h"
 

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/html/html_parser.h"
+#include "load/readers/web/html_parser.h"
 
 namespace zorvane {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/list_numbers.h"
-#include "load/readers/symbol_fonts.h"
-#include "load/readers/word/word_readers.h"
+#include "load/readers/sink/list_numbers.h"
+#include "load/readers/sink/symbol_fonts.h"
+#include "load/readers/word_readers.h"
 #include "tests/support/shown_document.h"
 #include "tests/support/word_file.h"
 

@@ -1,4 +1,4 @@
-#include "load/readers/list_numbers.h"
+#include "load/readers/sink/list_numbers.h"
 
 #include <set>
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "common/base/text_encoding.h"
-#include "load/readers/word/word_readers.h"
+#include "load/readers/word_readers.h"
 #include "tests/support/shown_document.h"
 
 namespace zorvane {

@@ -1,4 +1,4 @@
-#include "load/readers/html/mime.h"
+#include "load/readers/mail/mime.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "load/readers/sheets/open_formula.h"
+#include "load/readers/opendocument/open_formula.h"
 #include "tests/support/shown_workbook.h"
 #include "tests/support/zip_file.h"
 

@@ -15,9 +15,9 @@
 
 #include "load/answer_file.h"
 #include "load/converter_process.h"
+#include "load/readers/container/package.h"
 #include "load/readers/office/office_files.h"
 #include "load/readers/office/office_password.h"
-#include "load/readers/package.h"
 #include "tests/support/compound_bytes.h"
 #include "tests/support/fake_suites.h"
 #include "tests/support/temp_folder.h"

@@ -7,7 +7,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
-#include "load/readers/slides/open_styles.h"
+#include "load/readers/opendocument/open_styles.h"
 #include "tests/support/slide_reading.h"
 #include "tests/support/zip_file.h"
 
@@ -22,6 +22,9 @@ constexpr const char* kAutomatic =
     "text:start-value=\"3\"/><text:list-level-style-number text:level=\"2\" "
     "style:num-format=\"I\" style:num-prefix=\"(\" style:num-suffix=\")\" "
     "text:display-levels=\"2\"/></text:list-style>"
+    "<text:list-style style:name=\"L3\"><text:list-level-style-number text:level=\"1\" "
+    "style:num-format=\"a\" loext:num-list-format=\"[%1%]\" style:num-suffix=\".\"/>"
+    "</text:list-style>"
     "<style:style style:name=\"dp1\" style:family=\"drawing-page\"><style:drawing-page-properties "
     "presentation:display-footer=\"true\" presentation:display-page-number=\"true\" "
     "presentation:display-date-time=\"false\"/></style:style>"
@@ -96,6 +99,7 @@ TEST(OpenSlides, ReadsTextListsAndTables) {
               "text:style-name=\"T2\">e</text:span><office:annotation><text:p>no</text:p>"
               "</office:annotation>"),
          "a b  c\td\nE\n"},
+        {"a blank at the end", Text("a \n"), "a \n"},
         {"title first, then placeholders, then by place",
          Text("low", "svg:x=\"1cm\" svg:y=\"9cm\"") + Text("high", "svg:y=\"1in\"") +
              Text("turned", "draw:transform=\"rotate (1) translate (1cm 50mm)\"") +
@@ -119,7 +123,12 @@ TEST(OpenSlides, ReadsTextListsAndTables) {
          "3.\ta\na2\n4.\tb\n(4.I)\tc\nh\n9.\td\n"},
         {"an item that only holds a list takes no number",
          Box(List("L2", "<text:list-item>" + Inner(Item("x")) + "</text:list-item>" + Item("a"))),
-         "(1.I)\tx\n3.\ta\n"},
+         "(3.I)\tx\n3.\ta\n"},
+        {"a pattern of its own, numbers that go on",
+         Box(List("L3", Item("a")) + "<text:p>b</text:p>" +
+             "<text:list text:style-name=\"L3\" text:continue-numbering=\"true\">" + Item("c") +
+             "</text:list>" + List("L3", Item("d"))),
+         "[a]\ta\nb\n[b]\tc\n[a]\td\n"},
         {"empty paragraphs take no number", Box(List("L2", Item("") + Item("a"))), "\n3.\ta\n"},
         {"table with its picture, covered and repeated cells",
          "<draw:frame><table:table><table:table-column/><table:table-row>" + cell +
@@ -195,7 +204,7 @@ TEST(OpenSlides, StylesInheritAndCirclesEnd) {
     base.underline = Underline::Single;
     base.fore_color = Color{255};
     EXPECT_EQ(text.char_runs.at(1).format, base);
-    EXPECT_EQ(text.paragraph_runs.at(0).format.left_indent, 1133);
+    EXPECT_EQ(text.paragraph_runs.at(0).format.left_indent, 1134);
     EXPECT_EQ(text.paragraph_runs.at(0).format.alignment, Alignment::Right);
 }
 
@@ -224,15 +233,6 @@ TEST(OpenSlides, ReadsChartsAndFormulas) {
                    "</o:c>"),
               "T\nS\nC\n");
     EXPECT_EQ(with("<math>"), "error 3");
-}
-
-TEST(OpenSlides, LengthsAreReadWithoutALocale) {
-    EXPECT_DOUBLE_EQ(OpenLength("2.54cm"), 914'400);
-    EXPECT_DOUBLE_EQ(OpenLength("-1in"), -914'400);
-    EXPECT_DOUBLE_EQ(OpenLength("12pt"), 152'400);
-    EXPECT_DOUBLE_EQ(OpenLength("12"), 0);
-    EXPECT_DOUBLE_EQ(OpenLength(""), 0);
-    EXPECT_EQ(OpenTwips("99999999999999999999in"), 31'680);
 }
 
 TEST(OpenSlides, HostileFilesEnd) {

@@ -1,9 +1,9 @@
-#include "load/readers/package.h"
+#include "load/readers/container/package.h"
 
 #include <gtest/gtest.h>
 
-#include "load/readers/xml_part.h"
-#include "load/readers/xml_scanner.h"
+#include "load/readers/container/xml_part.h"
+#include "load/readers/container/xml_scanner.h"
 #include "tests/support/zip_file.h"
 
 namespace zorvane {

@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/document_sink.h"
 #include "load/readers/pdf/pdf_letters.h"
 #include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/sink/document_sink.h"
 #include "tests/support/pdf_file.h"
 
 namespace zorvane {

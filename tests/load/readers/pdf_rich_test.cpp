@@ -11,8 +11,8 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
-#include "load/readers/document_sink.h"
 #include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/sink/document_sink.h"
 #include "tests/support/pdf_file.h"
 
 namespace zorvane {

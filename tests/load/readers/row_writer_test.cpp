@@ -1,4 +1,4 @@
-#include "load/readers/word/row_writer.h"
+#include "load/readers/sink/row_writer.h"
 
 #include <string>
 

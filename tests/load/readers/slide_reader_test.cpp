@@ -9,7 +9,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
-#include "load/readers/slides/slide_text.h"
+#include "load/readers/ooxml/slide_text.h"
 #include "tests/support/deck_file.h"
 #include "tests/support/slide_reading.h"
 

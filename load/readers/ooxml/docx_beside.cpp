@@ -1,0 +1,354 @@
+// Source: ECMA-376 part 1, 17 (WordprocessingML), 20 (DrawingML), part 4, 14 (VML).
+#include "load/readers/ooxml/docx_beside.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "common/base/text_encoding.h"
+#include "compare/document/rtf_beside.h"
+#include "load/readers/beside/formula_text.h"
+
+namespace zorvane {
+namespace {
+
+using Node = pugi::xml_node;
+
+constexpr std::size_t kMostUnseen = std::size_t{1} << 20;  // bytes of one paragraph
+constexpr std::size_t kMostComments = 20'000;
+
+template <std::size_t kCount>
+bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& names) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+void AppendBounded(std::string& text, std::string_view more) {
+    if (text.size() < kMostUnseen)
+        text += more.substr(0, kMostUnseen);
+}
+
+// The text of runs, deleted ones too; none of boxes and field codes.
+void RunText(const Node& node, int depth, std::string& text) {
+    for (const Node& child : node.children()) {
+        const std::string_view name = LocalName(child);
+        if (name == "t" || name == "delText")
+            AppendBounded(text, child.text().get());
+        else if (name == "tab" || name == "br")
+            AppendBounded(text, " ");
+        else if (depth < kMaxDepth && name != "txbxContent" && name != "rPr")
+            RunText(child, depth + 1, text);
+    }
+}
+
+// How a shape looks, without the ids that each saving makes anew.
+void Look(const Node& node, int depth, std::string& look) {
+    constexpr std::array<std::string_view, 3> kIds = {"id", "spid", "name"};
+    constexpr std::size_t kLongest = std::size_t{1} << 16;
+    if (depth > kMaxDepth || look.size() > kLongest)
+        return;
+    look += LocalName(node);
+    for (const pugi::xml_attribute& attribute : node.attributes()) {
+        const std::string_view name = attribute.name();
+        const bool own = name.find(':') != std::string_view::npos || IsOneOf(name, kIds);
+        if (!own)
+            look += std::string(" ") + std::string(name) + "=" + attribute.value();
+    }
+    for (const Node& child : node.children())
+        Look(child, depth + 1, look);
+}
+
+bool HasBox(const Node& node, int depth) {
+    if (depth > kMaxDepth)
+        return false;
+    for (const Node& child : node.children()) {
+        if (Is(child, "txbxContent") || HasBox(child, depth + 1))
+            return true;
+    }
+    return false;
+}
+
+std::string NameOfDrawing(const Node& drawing) {
+    for (const Node& place : drawing.children()) {
+        const Node properties = Child(place, "docPr");
+        for (const std::string_view attribute : {"descr", "title"}) {
+            if (!Attribute(properties, attribute).empty())
+                return std::string(Attribute(properties, attribute));
+        }
+    }
+    return {};
+}
+
+bool IsVmlShape(std::string_view name) {
+    constexpr std::array<std::string_view, 9> kNames = {
+        "shape", "rect", "oval", "line", "polyline", "curve", "arc", "roundrect", "image"};
+    return IsOneOf(name, kNames);
+}
+
+}  // namespace
+
+void DocxBeside::Begin(const std::string& main_part) {
+    main_part_ = main_part;
+    ReportOfficeProperties(digests_.Parts(), sink_);
+}
+
+// The notes of a document are parts of their own, with relations of their own.
+const DocxBeside::Relationships& DocxBeside::RelationsOf(const Node& node) {
+    const std::string_view root = LocalName(node.root().first_child());
+    std::string part = main_part_;
+    if (root == "hdr" || root == "ftr")
+        part = margin_part_;
+    else if (root == "footnotes" || root == "endnotes")
+        part = main_part_.substr(0, main_part_.rfind('/') + 1) + std::string(root) + ".xml";
+    const auto [entry, fresh] = relations_.try_emplace(part);
+    if (fresh)
+        entry->second = ReadRelationships(digests_.Parts(), part);
+    return entry->second;
+}
+
+const Relationship* DocxBeside::Find(const Node& node, std::string_view id) {
+    if (id.empty())
+        return nullptr;
+    if (current_ == nullptr)
+        current_ = &RelationsOf(node);
+    const auto found = current_->find(std::string(id));
+    return found == current_->end() ? nullptr : &found->second;
+}
+
+void DocxBeside::Paragraph(const Node& paragraph, const RunLook& look) {
+    base_ = look;
+    current_ = nullptr;  // looked up when a relation is met
+    unseen_ = Unseen();
+    const Node properties = Child(paragraph, "pPr");
+    const Node mark = Child(properties, "rPr");
+    if (Child(mark, "ins") || Child(mark, "moveTo"))
+        unseen_.inserted = "\xC2\xB6";
+    if (Child(mark, "del") || Child(mark, "moveFrom"))
+        unseen_.deleted = "\xC2\xB6";
+    if (Child(properties, "pPrChange"))
+        Send(MakeBeside(BesideKind::TrackedChange, "paragraph format"));
+    Walk(paragraph, 0);
+    SendUnseen();
+}
+
+void DocxBeside::SendUnseen() {
+    if (!unseen_.inserted.empty())
+        Send(MakeBeside(BesideKind::TrackedChange, "inserted: " + unseen_.inserted));
+    if (!unseen_.deleted.empty())
+        Send(MakeBeside(BesideKind::TrackedChange, "deleted: " + unseen_.deleted));
+    if (!Trim(unseen_.hidden).empty())
+        Send(MakeBeside(BesideKind::HiddenText, unseen_.hidden));
+}
+
+void DocxBeside::HiddenRow(const Node& row) {
+    std::string text;
+    RunText(row, 0, text);
+    const bool deleted = static_cast<bool>(Child(Child(row, "trPr"), "del"));
+    if (deleted)
+        Send(MakeBeside(BesideKind::TrackedChange, "deleted row: " + text));
+    else
+        Send(MakeBeside(BesideKind::HiddenText, "row: " + text));
+}
+
+void DocxBeside::Walk(const Node& node, int depth) {
+    constexpr std::array<std::string_view, 12> kInside = {
+        "hyperlink", "smartTag", "customXml", "sdt", "sdtContent", "dir",
+        "bdo",       "ruby",     "rubyBase",  "rt",  "fldSimple",  "oMathPara"};
+    if (depth > kMaxDepth)
+        return;
+    for (const Node& child : node.children()) {
+        const std::string_view name = LocalName(child);
+        if (name == "AlternateContent") {
+            const Node choice = Child(child, "Choice");
+            Walk(choice ? choice : Child(child, "Fallback"), depth + 1);
+        } else if (!WalkSpecial(child, name, depth) && IsOneOf(name, kInside)) {
+            Walk(child, depth + 1);
+        }
+    }
+}
+
+// True for what needs no further walk.
+bool DocxBeside::WalkSpecial(const Node& node, std::string_view name, int depth) {
+    constexpr std::array<std::string_view, 4> kTracked = {"ins", "moveTo", "del", "moveFrom"};
+    if (name == "r")
+        Run(node, depth + 1);
+    else if (IsOneOf(name, kTracked))
+        WalkTracked(node, name, depth);
+    else if (name == "oMath")
+        Formula(node);
+    else if (name == "fldChar")
+        FieldMark(node);
+    else if (name == "instrText" && !in_code_.empty() && in_code_.back())
+        AppendBounded(instruction_, node.text().get());
+    else if (name == "drawing" || name == "pict")
+        Drawing(node, depth + 1);
+    else if (name == "object")
+        Object(node, depth + 1);
+    else if (name == "commentReference")
+        Comment(Attribute(node, "id"));
+    else if (name == "hyperlink")
+        Link(node);
+    else if (name == "fldSimple")
+        AppendBounded(instruction_, Attribute(node, "instr"));
+    else
+        return false;
+    if (name == "fldSimple") {
+        if (const auto item = BesideOfFieldCode(std::exchange(instruction_, {})))
+            Send(*item);
+    }
+    return name != "hyperlink" && name != "fldSimple";
+}
+
+void DocxBeside::WalkTracked(const Node& node, std::string_view name, int depth) {
+    const bool gone = name == "del" || name == "moveFrom";
+    RunText(node, 0, gone ? unseen_.deleted : unseen_.inserted);
+    if (!gone)
+        Walk(node, depth + 1);
+}
+
+void DocxBeside::Run(const Node& run, int depth) {
+    const Node properties = Child(run, "rPr");
+    RunLook look = base_;
+    styles_.ApplyRun(properties, look);
+    if (Child(properties, "rPrChange"))
+        Send(MakeBeside(BesideKind::TrackedChange, "format"));
+    if (look.hidden)
+        RunText(run, 0, unseen_.hidden);
+    Walk(run, depth + 1);
+}
+
+void DocxBeside::Link(const Node& link) {
+    const Relationship* const relation = Find(link, Attribute(link, "id"));
+    std::string target = relation == nullptr ? std::string() : relation->target;
+    if (const std::string_view anchor = Attribute(link, "anchor"); !anchor.empty())
+        target += "#" + std::string(anchor);
+    // Those of a table of contents are made anew with it.
+    if (!target.empty() && !target.starts_with("#_Toc"))
+        Send(MakeBeside(BesideKind::Link, target));
+}
+
+void DocxBeside::FieldMark(const Node& mark) {
+    const std::string_view type = Attribute(mark, "fldCharType");
+    if (type == "begin") {
+        instruction_.clear();
+        in_code_.push_back(true);
+    } else if (!in_code_.empty()) {
+        if (in_code_.back()) {
+            if (const auto item = BesideOfFieldCode(std::exchange(instruction_, {})))
+                Send(*item);
+        }
+        in_code_.back() = false;
+        if (type == "end")
+            in_code_.pop_back();
+    }
+}
+
+void DocxBeside::Formula(const Node& formula) {
+    Send(MakeBeside(BesideKind::Formula, FormulaStructure(formula)));
+}
+
+void DocxBeside::Drawing(const Node& drawing, int depth) {
+    const std::string name = NameOfDrawing(drawing);
+    Graphic(drawing, name, depth);
+}
+
+void DocxBeside::Graphic(const Node& node, const std::string& name, int depth) {
+    if (depth > kMaxDepth)
+        return;
+    for (const Node& child : node.children()) {
+        const std::string_view element = LocalName(child);
+        if (element == "txbxContent") {
+            continue;  // its paragraphs come for themselves
+        }
+        if (element == "AlternateContent") {
+            const Node choice = Child(child, "Choice");
+            Graphic(choice ? choice : Child(child, "Fallback"), name, depth + 1);
+            continue;
+        }
+        if (element == "hlinkClick") {
+            Link(child);
+        } else if (element == "blip") {
+            Picture(child, Attribute(child, Attribute(child, "embed").empty() ? "link" : "embed"),
+                    name);
+        } else if (element == "imagedata") {
+            const std::string_view title = Attribute(child, "title");
+            Picture(child, Attribute(child, Attribute(child, "id").empty() ? "relid" : "id"),
+                    title.empty() ? std::string_view(name) : title);
+        } else if (element == "chart" || element == "relIds") {
+            const bool chart = element == "chart";
+            if (const Relationship* part = Find(child, Attribute(child, chart ? "id" : "dm"))) {
+                const std::string shown = name.empty() ? std::string(element) : name;
+                Send({chart ? BesideKind::Chart : BesideKind::Drawing, kBesideHere,
+                      BesideText(chart || !name.empty() ? shown : "diagram"),
+                      digests_.OfText(part->target)});
+            }
+        } else if (element == "wsp" || IsVmlShape(element)) {
+            Shape(child, name);
+        }
+        Graphic(child, name, depth + 1);
+    }
+}
+
+// A shape without text and without a picture in it.
+void DocxBeside::Shape(const Node& shape, const std::string& name) {
+    if (HasBox(shape, 0) || Child(shape, "imagedata"))
+        return;
+    std::string look;
+    const Node properties = Child(shape, "spPr");
+    Look(properties ? properties : shape, 0, look);
+    const std::string_view kind = Attribute(Child(properties, "prstGeom"), "prst");
+    const std::string shown = !name.empty() ? name : kind.empty() ? "shape" : std::string(kind);
+    Send(MakeBeside(BesideKind::Drawing, shown, look));
+}
+
+void DocxBeside::Picture(const Node& node, std::string_view relation, std::string_view name) {
+    const Relationship* const part = Find(node, relation);
+    if (part == nullptr)
+        return;
+    const std::string_view file = FileOfPart(part->target);
+    Send({BesideKind::Picture, kBesideHere, BesideText(name.empty() ? file : name),
+          part->external ? BesideDigest(part->target) : digests_.Of(part->target)});
+}
+
+void DocxBeside::Object(const Node& object, int depth) {
+    if (!ObjectData(object, 0))
+        Graphic(object, {}, depth);
+}
+
+// Beside an object's data its picture is a likeness only.
+bool DocxBeside::ObjectData(const Node& node, int depth) {
+    for (const Node& child : node.children()) {
+        const Relationship* const part = Find(child, Attribute(child, "id"));
+        if (Is(child, "OLEObject") && part != nullptr) {
+            Send({BesideKind::Object, kBesideHere, BesideText(Attribute(child, "ProgID")),
+                  part->external ? BesideDigest(part->target) : digests_.Of(part->target)});
+            return true;
+        }
+        if (depth < 3 && ObjectData(child, depth + 1))
+            return true;
+    }
+    return false;
+}
+
+void DocxBeside::Comment(std::string_view id) {
+    if (!std::exchange(comments_loaded_, true))
+        LoadComments();
+    if (const auto found = comments_.find(std::string(id)); found != comments_.end())
+        Send(MakeBeside(BesideKind::Comment, found->second));
+}
+
+void DocxBeside::LoadComments() {
+    for (const auto& [relation, part] : ReadRelationships(digests_.Parts(), main_part_)) {
+        XmlPart xml;
+        if (part.type != "comments" || part.external ||
+            !XmlPart::Read(digests_.Parts(), part.target, xml).ok())
+            continue;
+        for (const Node& comment : xml.Root().children()) {
+            if (comments_.size() >= kMostComments)
+                return;
+            comments_.emplace(Attribute(comment, "id"), std::string(Attribute(comment, "author")) +
+                                                            ": " + TextInside(comment));
+        }
+    }
+}
+
+}  // namespace zorvane

@@ -1,0 +1,128 @@
+// What attributes and style sheets change of how an element shows.
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "common/base/text_encoding.h"
+#include "load/readers/web/html_flow.h"
+
+namespace zorvane {
+
+void HtmlFlow::ApplyAttributes(const HtmlElement& element, Box& box) {
+    if (element.attributes == nullptr)
+        return;
+    for (const HtmlAttribute& attribute : *element.attributes)
+        ApplyAttribute(element.tag, attribute, box);
+}
+
+void HtmlFlow::ApplyAttribute(GumboTag tag, const HtmlAttribute& attribute, Box& box) {
+    const auto as_style = [&](std::string_view property) {
+        CssStyle style;
+        ParseDeclarations(std::string(property) + ":" + std::string(attribute.value), style);
+        ApplyStyle(style, box, box);
+    };
+    const std::string_view name = attribute.name;
+    if (EqualsLower(name, "dir")) {
+        if (!EqualsLower(attribute.value, "auto"))
+            box.right_to_left = EqualsLower(attribute.value, "rtl");
+    } else if (EqualsLower(name, "align") && tag != GUMBO_TAG_IMG && tag != GUMBO_TAG_TABLE) {
+        as_style("text-align");
+    } else if (tag == GUMBO_TAG_FONT) {
+        ApplyFontAttribute(attribute, box);
+    } else if (EqualsLower(name, "type")) {
+        ApplyListType(tag, attribute.value, box);
+    } else if (tag == GUMBO_TAG_BODY && EqualsLower(name, "text")) {
+        as_style("color");
+    }
+}
+
+void HtmlFlow::ApplyFontAttribute(const HtmlAttribute& attribute, Box& box) {
+    CssStyle style;
+    if (EqualsLower(attribute.name, "color")) {
+        style.color = ParseColor(attribute.value);
+        if (!style.color)
+            style.color = ParseColor("#" + std::string(attribute.value));
+    } else if (EqualsLower(attribute.name, "face")) {
+        ParseDeclarations("font-family:" + Decoded(&attribute.value), style);
+    } else if (EqualsLower(attribute.name, "size")) {
+        const std::string_view value = Trim(attribute.value);
+        const bool relative = value.starts_with('+') || value.starts_with('-');
+        const std::int32_t given =
+            ParseNumber(value.starts_with('+') ? value.substr(1) : value, relative ? 0 : 3);
+        constexpr std::array<double, 7> kTwips = {150, 195, 240, 270, 360, 480, 720};
+        const auto size = std::clamp(relative ? 3 + std::clamp(given, -3, 4) : given, 1, 7);
+        style.font_size = CssLength{kTwips[static_cast<std::size_t>(size - 1)]};
+    }
+    ApplyStyle(style, box, box);
+}
+
+void HtmlFlow::ApplyListType(GumboTag tag, std::string_view type, Box& box) {
+    if (tag != GUMBO_TAG_OL && tag != GUMBO_TAG_UL && tag != GUMBO_TAG_LI)
+        return;
+    std::string_view style;
+    if (type == "a")
+        style = "lower-alpha";
+    else if (type == "A")
+        style = "upper-alpha";
+    else if (type == "i")
+        style = "lower-roman";
+    else if (type == "I")
+        style = "upper-roman";
+    else
+        style = type == "1" ? "decimal" : type;
+    CssStyle parsed;
+    ParseDeclarations("list-style-type:" + std::string(style), parsed);
+    ApplyStyle(parsed, box, box);
+}
+
+void HtmlFlow::ApplyStyle(const CssStyle& style, const Box& outer, Box& box) {
+    constexpr double kPageTwips = 9000;  // about what a sheet holds; percentages are of it
+    CharFormat& chars = box.chars;
+    if (style.font_size) {
+        const double em = outer.chars.half_points * 10.0;
+        const std::int32_t half_points = style.font_size->Twips(em, em) / 10;
+        box.hidden = box.hidden || half_points <= 0;
+        chars.half_points = std::clamp(half_points, 1, 3276);
+    }
+    if (style.color)
+        chars.fore_color = style.color;
+    if (style.background && box.tag != GUMBO_TAG_BODY && box.tag != GUMBO_TAG_HTML)
+        chars.back_color = *style.background;
+    chars.font = style.font.value_or(chars.font);
+    chars.bold = style.bold.value_or(chars.bold);
+    chars.italic = style.italic.value_or(chars.italic);
+    chars.strikeout = style.strikeout.value_or(chars.strikeout);
+    chars.baseline = style.baseline.value_or(chars.baseline);
+    if (style.underline)
+        chars.underline = *style.underline ? Underline::Single : Underline::None;
+    const double em = chars.half_points * 10.0;
+    if (style.left)
+        box.left = outer.left + style.left->Twips(em, kPageTwips);
+    if (style.text_indent)
+        box.text_indent = style.text_indent->Twips(em, kPageTwips);
+    box.alignment = style.alignment.value_or(box.alignment);
+    box.right_to_left = style.right_to_left.value_or(box.right_to_left);
+    box.display = style.display.value_or(box.display);
+    box.hidden = box.hidden || style.hidden.value_or(false) || box.display == CssDisplay::None;
+    box.space = style.space.value_or(box.space);
+    box.transform = style.transform.value_or(box.transform);
+    box.list = style.list.value_or(box.list);
+}
+
+std::string HtmlFlow::Decoded(const std::string_view* value) {
+    std::string text;
+    if (value != nullptr)
+        references_.Decode(*value, text);
+    return text;
+}
+
+std::int32_t HtmlFlow::ParseNumber(std::string_view text, std::int32_t otherwise) {
+    constexpr std::int32_t kLargest = 1'000'000'000;
+    text = Trim(text);
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end != text.data() ? std::clamp(number, -kLargest, kLargest)
+                                                      : otherwise;
+}
+
+}  // namespace zorvane
