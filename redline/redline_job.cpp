@@ -148,6 +148,8 @@ bool HasLists(std::string_view bytes, std::string_view name) {
         case ContentKind::OpenText:
         case ContentKind::OpenSlides:
         case ContentKind::Epub:
+        case ContentKind::Markdown:
+        case ContentKind::Message:
         case ContentKind::EncryptedPackage:
             return true;
         default:
