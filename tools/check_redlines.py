@@ -37,12 +37,13 @@ except ImportError:
     uno = None
 
 # What these programs were seen to read otherwise, by the edits of a pair. pandoc 2.17: a marked row
-# is an empty one, formulas and pictures in changes are left out, and items of lists and headings are
-# not joined.
+# is an empty one, formulas and pictures in changes are left out (so that its texts are taken without
+# any), items of lists and headings are not joined, and a join gets a blank.
 NOT_READ = {
-    "pandoc": {"row more", "row less", "column", "table more", "block less", "move", "formula",
-               "picture", "list", "split", "join", "paragraph more", "note", "link"},
-    # A formula stays, whatever happens to what is around it.
+    "pandoc": {"row more", "row less", "column", "table more", "block less", "move", "list", "split",
+               "join", "paragraph more"},
+    # A formula stays, whatever happens to what is around it. (It also leaves empty paragraphs in
+    # front of a tracked table and in rows without text: those are told by themselves.)
     "LibreOffice": {"formula"},
 }
 
@@ -129,10 +130,13 @@ class Checks:
         self.office = office
         self.tally = collections.defaultdict(collections.Counter)
         self.failures = []
+        self.filter = arguments.folder / "without.lua"
+        arguments.folder.mkdir(parents=True, exist_ok=True)
+        self.filter.write_text("function Math() return {} end\nfunction Image() return {} end\n")
 
-    def note(self, check, good, pair, edits, detail=""):
-        known = NOT_READ.get(check, set())
-        kind = "good" if good else "not read" if known.intersection(edits) else "FAILED"
+    def note(self, check, good, pair, edits, detail="", known=False):
+        known = known or NOT_READ.get(check, set()).intersection(edits)
+        kind = "good" if good else "not read" if known else "FAILED"
         self.tally[check][kind] += 1
         if kind == "FAILED":
             self.failures.append(f"{check}: {pair[1].name} ({', '.join(edits)}) {detail[:200]}")
@@ -155,21 +159,21 @@ class Checks:
         if self.office:
             self.by_office(redline, pair, edits)
         if self.arguments.schema and pair[1].suffix == ".odt":
-            known = errors_of(pair[0], self.arguments.schema) | errors_of(pair[1],
-                                                                          self.arguments.schema)
-            new = errors_of(redline, self.arguments.schema) - known
+            new = new_errors(redline, pair, self.arguments.schema)
             self.note("schema", not new, pair, edits, "; ".join(sorted(new)))
 
     def by_pandoc(self, redline, pair, edits):
         def read(file, changes):
             run = subprocess.run(["pandoc", f"--track-changes={changes}", "-t", "plain",
-                                  "--wrap=none", file], capture_output=True, text=True, check=False)
-            return [line.strip() for line in run.stdout.splitlines() if line.strip()]
+                                  "--wrap=none", "--lua-filter", self.filter, file],
+                                 capture_output=True, text=True, check=False)
+            return [" ".join(line.split()) for line in run.stdout.splitlines() if line.strip()]
         good = (read(redline, "accept") == read(pair[1], "accept") and
                 read(redline, "reject") == read(pair[0], "accept"))
         self.note("pandoc", good, pair, edits)
 
     def by_office(self, redline, pair, edits):
+        exact = True
         for command, wanted in (("AcceptAllTrackedChanges", pair[1]),
                                 ("RejectAllTrackedChanges", pair[0])):
             try:
@@ -180,19 +184,32 @@ class Checks:
                 continue
             other = next((f"{a!r} instead of {b!r}" for a, b in zip(got, same) if a != b),
                          f"{len(got)} paragraphs instead of {len(same)}")
-            self.note("LibreOffice", got == same, pair, edits, command + ": " + other)
-        if self.arguments.pixels:
+            only_empty = [line for line in got if line] == [line for line in same if line]
+            self.note("LibreOffice", got == same, pair, edits, command + ": " + other, only_empty)
+            exact = exact and got == same
+        if self.arguments.pixels and exact:
             pages = [self.printed(redline, "AcceptAllTrackedChanges"),
                      self.printed(pair[1], "AcceptAllTrackedChanges")]
-            self.note("pixels", pages[0] == pages[1], pair, edits,
-                      f"{len(pages[0])} and {len(pages[1])} pages")
+            share = differing(*pages)
+            self.note("pixels", share < 0.0005, pair, edits, f"{share:.2%} differ")
 
     def printed(self, file, command):
+        """Read again before it is printed: numbers of lists with changes come back only so."""
         with tempfile.TemporaryDirectory() as name:
             folder = pathlib.Path(name)
-            self.office.store(file, folder / "a.pdf", "writer_pdf_Export", command)
+            self.office.store(file, folder / "a.odt", "writer8", command)
+            self.office.store(folder / "a.odt", folder / "a.pdf", "writer_pdf_Export")
             subprocess.run(["pdftoppm", "-r", "60", folder / "a.pdf", folder / "p"], check=True)
             return [page.read_bytes() for page in sorted(folder.glob("p*.ppm"))]
+
+
+def differing(pages, others):
+    """The share of bytes of the printed pages; an office draws an embedded object not always alike."""
+    if [len(page) for page in pages] != [len(page) for page in others]:
+        return 1.0
+    count = sum(a != b for page, other in zip(pages, others) if page != other
+                for a, b in zip(page, other))
+    return count / max(1, sum(len(page) for page in pages))
 
 
 def twice_in(redline):
@@ -211,18 +228,26 @@ def twice_in(redline):
     return [number for number, count in seen.items() if count > 1]
 
 
-def errors_of(file, schema):
-    """Kinds of errors, without their places."""
-    found = set()
-    with zipfile.ZipFile(file) as package, tempfile.TemporaryDirectory() as folder:
-        for part in ("content.xml", "styles.xml"):
-            path = pathlib.Path(folder) / part
-            path.write_bytes(package.read(part))
-            run = subprocess.run(["jing", "-i", schema, path], capture_output=True, text=True,
-                                 check=False)
-            for line in run.stdout.splitlines():
-                found.add(re.sub(r";.*", "", re.sub(r"^.*?error: ", "", line)))
-    return found
+def new_errors(redline, pair, schema):
+    """Kinds of errors that neither document has, by one run of the reader of schemas."""
+    kinds = collections.defaultdict(set)
+    with tempfile.TemporaryDirectory() as name:
+        paths = []
+        for file in (redline, *pair):
+            folder = pathlib.Path(name) / str(len(paths))
+            folder.mkdir()
+            with zipfile.ZipFile(file) as package:
+                for part in ("content.xml", "styles.xml"):
+                    (folder / part).write_bytes(package.read(part))
+                    paths.append(folder / part)
+        run = subprocess.run(["jing", "-i", schema, *paths], capture_output=True, text=True,
+                             check=False)
+        for line in run.stdout.splitlines():
+            if "loext:" in line:
+                continue  # an extended document may have what is of no namespace of the format
+            kind = re.sub(r";.*", "", re.sub(r"^.*?error: ", "", line))
+            kinds[line.startswith(f"{name}/0/")].add(kind)
+    return kinds[True] - kinds[False]
 
 
 def seeded(arguments, office):
