@@ -324,6 +324,7 @@ class frmCompareFiles : public Viewer {
     void WatchLoaded(const CompareOutcome& outcome);
 
     // viewer_reports.cpp
+    void ShowCertificate(const RedlineCertificate& certificate);
     void BeginReport(ReportWanted wanted, RunOn where, ReportDone done);
     void StartReport(ReportWanted wanted, RunOn where, ReportDone done);
     bool RefuseReport(const ReportDone& done);

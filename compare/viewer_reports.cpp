@@ -162,8 +162,23 @@ ReportResult frmCompareFiles::CreateReportGUI(Launch launch, const std::string& 
     return ReportHere({true, launch, {}, ReportType::Html, 1}, named);
 }
 
+// Who asked for the report sees its proof.
+void frmCompareFiles::ShowCertificate(const RedlineCertificate& certificate) {
+    const auto translate = [this](std::string_view english) { return process_.Translate(english); };
+    WindowQuestion shown;
+    shown.text = CertificateText(certificate, translate);
+    shown.title = Translate("Tracked Changes");
+    shown.icon = MessageIcon::Information;
+    shown.answers = {Translate("OK")};
+    window_.Choose(shown);
+}
+
 void frmCompareFiles::cmdViewReport() {
-    BeginReport({true, Launch::Yes, {}, ReportType::Html, 1}, where_, [](const ReportOutcome&) {});
+    BeginReport({true, Launch::Yes, {}, ReportType::Html, 1}, where_,
+                [this](const ReportOutcome& outcome) {
+                    if (outcome.certificate)
+                        ShowCertificate(*outcome.certificate);
+                });
 }
 
 }  // namespace zorvane

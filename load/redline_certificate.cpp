@@ -9,38 +9,43 @@ namespace zorvane {
 namespace {
 
 // Of a number: its key in JSON, and its words for one and for many.
-struct CountRow {
-    std::string_view key;
+struct Words {
     std::string_view one;
     std::string_view many;
 };
+struct CountRow {
+    std::string_view key;
+    Words words;
+};
 constexpr std::array<CountRow, CountsOf<MarkCount>::kKinds> kMarks{{
-    {"insertions", "insertions", "insertions"},
-    {"deletions", "deletions", "deletions"},
-    {"paragraph_marks", "paragraph marks", "paragraph marks"},
-    {"rows", "rows", "rows"},
-    {"moves", "moves", "moves"},
-    {"notes", "notes", "notes"},
-    {"property_changes", "property changes", "property changes"},
+    {"insertions", Words{"insertions", "insertions"}},
+    {"deletions", Words{"deletions", "deletions"}},
+    {"paragraph_marks", Words{"paragraph marks", "paragraph marks"}},
+    {"rows", Words{"rows", "rows"}},
+    {"moves", Words{"moves", "moves"}},
+    {"notes", Words{"notes", "notes"}},
+    {"property_changes", Words{"property changes", "property changes"}},
 }};
 constexpr std::array<CountRow, CountsOf<ReadingCount>::kKinds> kReadings{{
-    {"paragraphs", "paragraph", "paragraphs"},
-    {"tables", "table", "tables"},
-    {"rows", "row", "rows"},
-    {"cells", "cell", "cells"},
-    {"notes", "note", "notes"},
-    {"headers", "header or footer", "headers and footers"},
+    {"paragraphs", Words{"paragraph", "paragraphs"}},
+    {"tables", Words{"table", "tables"}},
+    {"rows", Words{"row", "rows"}},
+    {"cells", Words{"cell", "cells"}},
+    {"notes", Words{"note", "notes"}},
+    {"headers", Words{"header or footer", "headers and footers"}},
 }};
 constexpr std::array<CountRow, CountsOf<UntrackedCount>::kKinds> kUntracked{{
-    {"markers", "bookmark or comment of deleted text", "bookmarks or comments of deleted text"},
-    {"sections", "section break of deleted text", "section breaks of deleted text"},
-    {"controls", "content control around deleted text", "content controls around deleted text"},
-    {"frames_left", "header or footer on one side only, left empty",
-     "headers or footers on one side only, left empty"},
-    {"headers_left_out", "header or footer of the original left out",
-     "headers or footers of the original left out"},
-    {"tables_twice", "table written twice", "tables written twice"},
-    {"rows_twice", "row written twice", "rows written twice"},
+    {"markers",
+     Words{"bookmark or comment of deleted text", "bookmarks or comments of deleted text"}},
+    {"sections", Words{"section break of deleted text", "section breaks of deleted text"}},
+    {"controls",
+     Words{"content control around deleted text", "content controls around deleted text"}},
+    {"frames_left", Words{"header or footer on one side only, left empty",
+                          "headers or footers on one side only, left empty"}},
+    {"headers_left_out", Words{"header or footer of the original left out",
+                               "headers or footers of the original left out"}},
+    {"tables_twice", Words{"table written twice", "tables written twice"}},
+    {"rows_twice", Words{"row written twice", "rows written twice"}},
 }};
 
 // Calls `put` for each number with its row; `Counts` may be const.
@@ -88,20 +93,73 @@ bool IsDigest(std::string_view text) {
            });
 }
 
-std::string Counted(std::int64_t count, const CountRow& row) {
-    return std::to_string(count) + " " + std::string(count == 1 ? row.one : row.many);
-}
+// The lines for people.
+class Telling {
+  public:
+    explicit Telling(const CertificateWords& translate) : translate_(translate) {}
 
-std::string LawLine(const char* law, const CountsOf<ReadingCount>& counts) {
-    std::string line = std::string(law) + ": ";
-    ForEach(counts, kReadings, [&line](const CountRow& row, std::int64_t count) {
-        const bool first_of_table = row.key == "rows";
-        const bool last_of_table = row.key == "cells";
-        line += row.key == "paragraphs" ? "" : first_of_table ? " (" : ", ";
-        line += Counted(count, row) + (last_of_table ? ")" : "");
-    });
-    return line + ": same\n";
-}
+    std::string Text(const RedlineCertificate& certificate) const {
+        std::string text = translate_(certificate.verified ? "tracked redline: verified"
+                                                           : "tracked redline: not verified");
+        text += "\n" + translate_("original sha256") + " " + certificate.original_sha256;
+        text += "\n" + translate_("modified sha256") + " " + certificate.modified_sha256;
+        text += "\n" + translate_("redline  sha256") + " " + certificate.redline_sha256 + "\n";
+        ForEach(certificate.marks, kMarks, [&](const CountRow& row, std::int64_t count) {
+            text += (row.key == "insertions" ? "" : ", ") + translate_(row.words.many) + " " +
+                    std::to_string(count);
+        });
+        text += "\n";
+        if (certificate.verified) {
+            text += translate_("accept = modified") + ": " + Read(certificate.accepted);
+            text += translate_("reject = original") + ": " + Read(certificate.rejected);
+        }
+        return text + Limits(certificate);
+    }
+
+  private:
+    std::string Counted(std::int64_t count, const CountRow& row) const {
+        return std::to_string(count) + " " +
+               (count == 1 ? translate_(row.words.one) : translate_(row.words.many));
+    }
+
+    std::string Read(const CountsOf<ReadingCount>& counts) const {
+        std::string line;
+        ForEach(counts, kReadings, [&](const CountRow& row, std::int64_t count) {
+            const bool first_of_table = row.key == "rows";
+            const bool last_of_table = row.key == "cells";
+            line += row.key == "paragraphs" ? "" : first_of_table ? " (" : ", ";
+            line += Counted(count, row) + (last_of_table ? ")" : "");
+        });
+        return line + ": " + translate_("same") + "\n";
+    }
+
+    // What was not kept, compared or tracked.
+    std::string Limits(const RedlineCertificate& certificate) const {
+        std::string text;
+        if (certificate.laid_out)
+            text += translate_(
+                        "laid out anew, since the documents are not two of its kind: text, "
+                        "looks and tables as they were read") +
+                    "\n";
+        text += translate_("not compared: ");
+        if (!certificate.formatting)
+            text += translate_("formatting of text that stays, ");
+        text += translate_("sections, definitions of styles, properties of tables") + "\n";
+        std::string untracked;
+        ForEach(certificate.untracked, kUntracked, [&](const CountRow& row, std::int64_t count) {
+            if (count > 0)
+                untracked += (untracked.empty() ? "" : ", ") + Counted(count, row);
+        });
+        if (!untracked.empty())
+            text += translate_("not tracked: ") + untracked + "\n";
+        if (certificate.resolved_before > 0)
+            text += translate_("tracked changes of the inputs, accepted first: ") +
+                    std::to_string(certificate.resolved_before) + "\n";
+        return text;
+    }
+
+    const CertificateWords& translate_;
+};
 
 }  // namespace
 
@@ -139,39 +197,9 @@ std::optional<RedlineCertificate> DecodeCertificate(std::string_view bytes) {
     return good ? std::optional(certificate) : std::nullopt;
 }
 
-std::string CertificateText(const RedlineCertificate& certificate) {
-    std::string text = std::string("tracked redline: ") +
-                       (certificate.verified ? "verified" : "not verified") + "\n";
-    text += "original sha256 " + certificate.original_sha256 + "\n";
-    text += "modified sha256 " + certificate.modified_sha256 + "\n";
-    text += "redline  sha256 " + certificate.redline_sha256 + "\n";
-    ForEach(certificate.marks, kMarks, [&text](const CountRow& row, std::int64_t count) {
-        text += (row.key == "insertions" ? "" : ", ") + std::string(row.many) + " " +
-                std::to_string(count);
-    });
-    text += "\n";
-    if (certificate.verified) {
-        text += LawLine("accept = modified", certificate.accepted);
-        text += LawLine("reject = original", certificate.rejected);
-    }
-    if (certificate.laid_out)
-        text += std::string("laid out anew, since the documents are not two ") +
-                (certificate.open_document ? ".odt" : ".docx") +
-                ": text, looks and tables as they were read\n";
-    text += std::string("not compared: ") +
-            (certificate.formatting ? "" : "formatting of text that stays, ") +
-            "sections, definitions of styles, properties of tables\n";
-    std::string untracked;
-    ForEach(certificate.untracked, kUntracked, [&](const CountRow& row, std::int64_t count) {
-        if (count > 0)
-            untracked += (untracked.empty() ? "" : ", ") + Counted(count, row);
-    });
-    if (!untracked.empty())
-        text += "not tracked: " + untracked + "\n";
-    if (certificate.resolved_before > 0)
-        text += "tracked changes of the inputs, accepted first: " +
-                std::to_string(certificate.resolved_before) + "\n";
-    return text;
+std::string CertificateText(const RedlineCertificate& certificate,
+                            const CertificateWords& translate) {
+    return Telling(translate).Text(certificate);
 }
 
 std::string CertificateJson(const RedlineCertificate& certificate) {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -74,8 +75,14 @@ std::string EncodeCertificate(const RedlineCertificate& certificate);
 /// Nothing of bytes that no certificate is: whoever sent them may be hostile.
 std::optional<RedlineCertificate> DecodeCertificate(std::string_view bytes);
 
+/// Gives a piece of the text in the language of who reads it.
+using CertificateWords = std::function<std::string(std::string_view)>;
+inline std::string InEnglish(std::string_view words) {
+    return std::string(words);
+}
 /// For people, in lines.
-std::string CertificateText(const RedlineCertificate& certificate);
+std::string CertificateText(const RedlineCertificate& certificate,
+                            const CertificateWords& translate = InEnglish);
 /// A JSON object.
 std::string CertificateJson(const RedlineCertificate& certificate);
 
