@@ -26,6 +26,8 @@ INDIRECT = {
     "kCheckPath": [r'kCheckPath = ("[^"]*")'],
     "row.title": [r"kFooters\[\] = \{(.*?)\n\};"],
     "row.none": [],
+    "row.words.one": [r'\bWords\{("[^"]*",\s*"[^"]*")\}'],
+    "row.words.many": [],
     "row.some": [],
     "FilterWords(filter)": [r"FilterWords\([^)]*\) \{(.*?)\n\}"],
     "RowOf(kind).words": [r"\{ViewerKind::\w+, \"\w+\", \"\w+\", \d+, (\"[^\"]+\")\}"],
