@@ -144,6 +144,8 @@ class frmCompareFiles : public Viewer {
     /// What the user says is text, by its extension.
     clsMRU& TextFileExtensions() { return TextFileExtensions_; }
     FileKind KindOfFile(Side side) const;
+    /// What a redline of the last result is made of, but for passwords.
+    RedlineInputs RedlineInputsFor(const PerSide<std::string>& files) const;
 
     /// Behind another font in the settings: texts that bring none are shown in it.
     void FontChanged() { ApplyFont(); }
@@ -323,11 +325,13 @@ class frmCompareFiles : public Viewer {
     void WatchLoaded(const CompareOutcome& outcome);
 
     // viewer_reports.cpp
+    void ShowCertificate(const RedlineCertificate& certificate);
     void BeginReport(ReportWanted wanted, RunOn where, ReportDone done);
     void StartReport(ReportWanted wanted, RunOn where, ReportDone done);
     bool RefuseReport(const ReportDone& done);
     DocumentReportTexts DocumentTexts();
     ReportInput ReportInputFor(ReportWanted wanted, DocumentReportTexts texts);
+    std::string ToldOf(const ReportOutcome& outcome);
     bool IsDocument(const ReportWanted& wanted) const;
     ReportResult ReportHere(ReportWanted wanted, std::string& file);
 

@@ -33,7 +33,7 @@ void Theme::Dress(QWidget& window) {
 }
 
 void Theme::Force(std::optional<ColorTokens> tokens) {
-    forced_ = std::move(tokens);
+    forced_ = tokens;
     Follow();
 }
 

@@ -20,11 +20,11 @@ enum class Number : std::uint8_t { None, Percent, Whole };
 
 // What stands in front of the number and behind it.
 struct StepRow {
-    RunStep step;
-    bool detail;  ///< belongs to the detail panel
-    const char* front;
-    Number number;
-    const char* back;
+    RunStep step{};
+    bool detail = false;  ///< belongs to the detail panel
+    const char* front = "";
+    Number number = Number::None;
+    const char* back = "";
     const char* fixed_back = "";   ///< behind it, in every language
     const char* fixed_front = "";  ///< between the front and the number
 };
