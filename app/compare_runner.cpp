@@ -45,6 +45,8 @@ CompareStatus CompareRunner::Run() {
     viewer_.PresentDocumentReport({Label(Side::Original), Label(Side::Modified)});
     if (const Status set = SetOptions(); !set.ok())
         return Trouble(set);
+    RedlineRun redline(process_, command_.redline);
+    redline.Begin(RedlineInputsNow());
     bool failed = false;
     viewer_.RefreshDisplayCommandLine(Format(), WantsDocument() ? BuildViews::Yes : BuildViews::No,
                                       failed);
@@ -52,7 +54,7 @@ CompareStatus CompareRunner::Run() {
     if (failed || viewer_.SlidesFailed() || !HasText())
         return CompareStatus::Trouble;
     compared_ = true;
-    if (!WriteReports() || !WriteRedline() || !WriteJson() || !Print())
+    if (!WriteReports() || !WriteRedline(redline) || !WriteJson() || !Print())
         return CompareStatus::Trouble;
     return viewer_.Compared().Same() && !DiffersBeside() ? CompareStatus::Same
                                                          : CompareStatus::Different;
@@ -86,6 +88,9 @@ bool CompareRunner::HasText() {
     bool good = true;
     for (const Side side : kBothSides) {
         const std::string& reason = viewer_.NoTextReasons()[side];
+        // Tracked changes are of pictures and formulas, too.
+        if (!command_.redline.files.empty() && IsRedlineName(files_[side]))
+            continue;
         good = Report(reason.empty() ? Status::Ok() : Status(Failure{reason})) && good;
     }
     return good;
@@ -201,19 +206,23 @@ ReportModel CompareRunner::Model() const {
     return model;
 }
 
-bool CompareRunner::WriteRedline() {
-    if (command_.redline.files.empty())
-        return true;
+RedlineInputs CompareRunner::RedlineInputsNow() const {
     const LoadOptions& load = command_.load;
     const auto password = [&load](const std::string& own) {
         return own.empty() ? load.password : own;
     };
-    const Result<std::string> certificate = WriteRedlines(
-        process_, command_.redline,
-        {files_, {password(load.original_password), password(load.modified_password)}});
-    if (!certificate.ok())
-        return Report(certificate.status());
-    certificate_ = certificate.value();
+    RedlineInputs inputs = viewer_.RedlineInputsFor(files_);
+    inputs.passwords = {password(load.original_password), password(load.modified_password)};
+    return inputs;
+}
+
+bool CompareRunner::WriteRedline(RedlineRun& redline) {
+    if (command_.redline.files.empty())
+        return true;
+    Result<std::vector<RedlineCertificate>> certificates = redline.Write(RedlineInputsNow());
+    if (!certificates.ok())
+        return Report(certificates.status());
+    certificates_ = std::move(certificates).value();
     for (const std::string& file : command_.redline.files) {
         written_.push_back(file);
         if (command_.open_reports)
@@ -223,7 +232,10 @@ bool CompareRunner::WriteRedline() {
         return true;
     // Standard output belongs to the JSON where that is asked for.
     const bool to_output = command_.json != "-";
-    return Report(WriteStream(to_output ? Stream::Output : Stream::Error, certificate.value()));
+    std::string told;
+    for (const RedlineCertificate& certificate : certificates_)
+        told += CertificateText(certificate);
+    return Report(WriteStream(to_output ? Stream::Output : Stream::Error, told));
 }
 
 bool CompareRunner::WriteJson() {
@@ -232,8 +244,8 @@ bool CompareRunner::WriteJson() {
     ReportModel model = Model();
     model.names = {command_.original, command_.modified};
     std::string json = WriteJsonReport(model);
-    if (!certificate_.empty())
-        json = WithRedlines(std::move(json), certificate_);
+    if (!certificates_.empty())
+        json = WithRedlines(std::move(json), certificates_);
     const bool to_output = *command_.json == "-";
     return Report(to_output
                       ? WriteStream(Stream::Output, json)

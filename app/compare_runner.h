@@ -49,7 +49,8 @@ class CompareRunner {
     std::string Label(Side side) const;
     std::string DateOf(Side side) const;
     bool WriteReports();
-    bool WriteRedline();
+    RedlineInputs RedlineInputsNow() const;
+    bool WriteRedline(RedlineRun& redline);
     void Open(ReportType type, const std::string& file);
     ReportModel Model() const;
     bool WriteJson();
@@ -62,7 +63,7 @@ class CompareRunner {
     frmCompareFiles viewer_;
     PerSide<std::string> files_;
     bool compared_ = false;
-    std::string certificate_;  ///< of redlines that were written
+    std::vector<RedlineCertificate> certificates_;  ///< of redlines that were written
     std::vector<std::string> written_;
 };
 

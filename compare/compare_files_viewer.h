@@ -69,6 +69,8 @@ class frmCompareFiles : public Viewer {
     const std::string& Description() const override { return sDescription_; }
     ViewerKind Kind() const override { return ViewerKind::CompareFiles; }
     std::vector<std::string> FileNames() const override;
+    /// The files whose texts stand in the editors; the chosen one as long as none was read, or "".
+    PerSide<std::string> ShownFiles() const;
     void Activate() override { window_.Activate(); }
     bool MayClose() override { return MayLoseEdits(LosingStep::Close) && window_.ConfirmClose(); }
     /// Stops a run, waits for its end, and takes no more work; its result is dropped. Then saves
@@ -142,6 +144,8 @@ class frmCompareFiles : public Viewer {
     /// What the user says is text, by its extension.
     clsMRU& TextFileExtensions() { return TextFileExtensions_; }
     FileKind KindOfFile(Side side) const;
+    /// What a redline of the last result is made of, but for passwords.
+    RedlineInputs RedlineInputsFor(const PerSide<std::string>& files) const;
 
     /// Behind another font in the settings: texts that bring none are shown in it.
     void FontChanged() { ApplyFont(); }
@@ -314,7 +318,6 @@ class frmCompareFiles : public Viewer {
     ReportResult SaveAllInOne(std::string& file, ViewerRun& run);
     void SelectSavedFile(Side side, const std::string& file, std::uint32_t edits);
     PerSide<std::string> FilesOf(EditorTarget target) const;
-    std::string TitleOf(EditorTarget target) const;
     bool SaveBeforeLosing(Side side);
     std::optional<PerSide<bool>> EditsToKeep();
     void LoadAgain(const PerSide<std::string>& files);
@@ -322,11 +325,13 @@ class frmCompareFiles : public Viewer {
     void WatchLoaded(const CompareOutcome& outcome);
 
     // viewer_reports.cpp
+    void ShowCertificate(const RedlineCertificate& certificate);
     void BeginReport(ReportWanted wanted, RunOn where, ReportDone done);
     void StartReport(ReportWanted wanted, RunOn where, ReportDone done);
     bool RefuseReport(const ReportDone& done);
     DocumentReportTexts DocumentTexts();
     ReportInput ReportInputFor(ReportWanted wanted, DocumentReportTexts texts);
+    std::string ToldOf(const ReportOutcome& outcome);
     bool IsDocument(const ReportWanted& wanted) const;
     ReportResult ReportHere(ReportWanted wanted, std::string& file);
 

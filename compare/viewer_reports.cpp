@@ -87,12 +87,36 @@ ReportInput frmCompareFiles::ReportInputFor(ReportWanted wanted, DocumentReportT
                       options_,         settings_,         request_.sReportTitle,
                       std::move(texts), std::move(wanted), nullptr,
                       conversions_};
+    input.redline =
+        RedlineInputsFor({options_.sFileOriginal.Data(), options_.sFileModified.Data()});
     for (const Side side : kBothSides) {
-        input.passwords[side] =
+        input.redline.passwords[side] =
             StoredPassword(OptionsOf(KindOfFile(side)), side, options_, settings_);
         input.edited = input.edited || DocumentOf(TargetOf(side)).editor.IsModified();
     }
     return input;
+}
+
+RedlineInputs frmCompareFiles::RedlineInputsFor(const PerSide<std::string>& files) const {
+    RedlineInputs inputs{files, {}, compared_texts_};
+    for (const Side side : kBothSides) {
+        const FileKind kind = KindOfFile(side);
+        inputs.as_compared[side] =
+            kind == FileKind::Spreadsheet || kind == FileKind::CommaDelimited;
+    }
+    return inputs;
+}
+
+// What a tracked report has shown to be so, in a line.
+std::string frmCompareFiles::ToldOf(const ReportOutcome& outcome) {
+    if (!outcome.certificate)
+        return Translate("Ready");
+    const CountsOf<MarkCount>& marks = outcome.certificate->marks;
+    return Translate(
+               "Tracked changes verified: accepting all gives the modified, rejecting all the "
+               "original") +
+           " (+" + std::to_string(marks[MarkCount::Insertions]) + " \u2212" +
+           std::to_string(marks[MarkCount::Deletions]) + ")";
 }
 
 void frmCompareFiles::StartReport(ReportWanted wanted, RunOn where, ReportDone done) {
@@ -114,7 +138,7 @@ void frmCompareFiles::StartReport(ReportWanted wanted, RunOn where, ReportDone d
                       settings_.msgReportFileDOC_MD = outcome->document_target;
                   window_.SetHourglass(false);
                   window_.SetAbortVisible(false);
-                  window_.ShowStatus(StatusPanel::Detail, Translate("Ready"));
+                  window_.ShowStatus(StatusPanel::Detail, ToldOf(*outcome));
                   done(*outcome);
               }});
 }
@@ -138,8 +162,23 @@ ReportResult frmCompareFiles::CreateReportGUI(Launch launch, const std::string& 
     return ReportHere({true, launch, {}, ReportType::Html, 1}, named);
 }
 
+// Who asked for the report sees its proof.
+void frmCompareFiles::ShowCertificate(const RedlineCertificate& certificate) {
+    const auto translate = [this](std::string_view english) { return process_.Translate(english); };
+    WindowQuestion shown;
+    shown.text = CertificateText(certificate, translate);
+    shown.title = Translate("Tracked Changes");
+    shown.icon = MessageIcon::Information;
+    shown.answers = {Translate("OK")};
+    window_.Choose(shown);
+}
+
 void frmCompareFiles::cmdViewReport() {
-    BeginReport({true, Launch::Yes, {}, ReportType::Html, 1}, where_, [](const ReportOutcome&) {});
+    BeginReport({true, Launch::Yes, {}, ReportType::Html, 1}, where_,
+                [this](const ReportOutcome& outcome) {
+                    if (outcome.certificate)
+                        ShowCertificate(*outcome.certificate);
+                });
 }
 
 }  // namespace zorvane

@@ -27,8 +27,8 @@ struct ProcessState;
 
 /// What a sign of simple regular expressions does to the entry "What To Find".
 struct ExpressionSign {
-    const char* words;  ///< a row of the picker, in English
-    const char* symbol;
+    const char* words = "";  ///< a row of the picker, in English
+    const char* symbol = "";
     bool in_front = false;  ///< put at the front, else added at the end
 };
 /// In the order of the picker.

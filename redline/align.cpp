@@ -6,6 +6,7 @@
 
 #include "common/base/surrogates.h"
 #include "compare/engine/compare_texts.h"
+#include "redline/xml_tools.h"
 
 namespace zorvane {
 namespace {
@@ -154,6 +155,19 @@ bool AnyTable(const std::vector<StoryBlock>& blocks, const std::vector<std::size
                        [&blocks](std::size_t index) { return blocks[index].is_table; });
 }
 
+// Its rows and cells, those of tables inside of it among them, in whatever format.
+std::string GridOf(const pugi::xml_node& table) {
+    std::string grid;
+    VisitElements(table, [&grid](const pugi::xml_node& node) {
+        const std::string_view name = LocalName(node);
+        if (name == "tr" || name == "table-row")
+            grid += 'r';
+        else if (name == "tc" || name == "table-cell")
+            grid += 'c';
+    });
+    return grid;
+}
+
 class GroupBuilder {
   public:
     GroupBuilder(const std::vector<StoryBlock>& original, const std::vector<StoryBlock>& modified)
@@ -216,7 +230,9 @@ class GroupBuilder {
         };
         for (std::size_t i = 0; i < group.original.size(); ++i) {
             for (std::size_t j = new_at; j < group.modified.size(); ++j) {
-                if (!Alike(group.original[i], group.modified[j]))
+                const bool alone = TablesFrom(original_, group.original, i) ==
+                                   TablesFrom(modified_, group.modified, j);
+                if (!Alike(group.original[i], group.modified[j], alone))
                     continue;
                 Apart(part(group.original, old_at, i), part(group.modified, new_at, j));
                 groups_.push_back({{group.original[i]}, {group.modified[j]}, true, true, {}});
@@ -230,10 +246,19 @@ class GroupBuilder {
                   part(group.modified, new_at, group.modified.size()));
     }
 
-    // A third of the words of the shorter one.
-    bool Alike(std::size_t original, std::size_t modified) const {
+    static std::ptrdiff_t TablesFrom(const std::vector<StoryBlock>& blocks,
+                                     const std::vector<std::size_t>& chosen, std::size_t from) {
+        return std::count_if(chosen.begin() + static_cast<std::ptrdiff_t>(from), chosen.end(),
+                             [&blocks](std::size_t index) { return blocks[index].is_table; });
+    }
+
+    // A third of the words of the shorter one; or, where as many tables follow on each side, the
+    // same rows of as many cells, whatever stands in them.
+    bool Alike(std::size_t original, std::size_t modified, bool in_step) const {
         if (!original_[original].is_table || !modified_[modified].is_table)
             return false;
+        if (in_step && GridOf(original_[original].node) == GridOf(modified_[modified].node))
+            return true;
         const auto old_units = UnitsOf(original_[original].text);
         const auto new_units = UnitsOf(modified_[modified].text);
         const std::multiset<std::u16string_view> old_words(old_units.begin(), old_units.end());

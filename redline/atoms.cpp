@@ -222,6 +222,29 @@ std::vector<StoryBlock> AtomReader::Blocks(const Node& container) const {
     return blocks;
 }
 
+namespace {
+
+// A picture that stands in the line like a letter; empty for anything else. Programs say more of it
+// in ways of their own: what is seen are its bytes, its size and what is cut off.
+std::string PictureForm(const Node& drawing, const RelationForm& relation) {
+    const Node line = Child(drawing, "inline");
+    const Node picture = Child(Child(Child(line, "graphic"), "graphicData"), "pic");
+    const Node fill = Child(picture, "blipFill");
+    const Node image = Child(fill, "blip");
+    const std::string id(Attribute(image, "embed"));
+    if (!Is(drawing, "drawing") || id.empty() || Child(Child(line, "docPr"), "hlinkClick"))
+        return {};
+    const Node size = Child(line, "extent");
+    std::string recoloured;
+    for (const Node& child : image.children())
+        recoloured += Is(child, "extLst") ? "" : CanonicalXml(child);
+    return "picture:" + recoloured + relation(id) + "|" + std::string(Attribute(size, "cx")) + "|" +
+           std::string(Attribute(size, "cy")) + "|" + CanonicalXml(Child(fill, "srcRect")) +
+           CanonicalXml(Child(Child(picture, "spPr"), "xfrm"));
+}
+
+}  // namespace
+
 StoryBlock AtomReader::Paragraph(const Node& node) const {
     StoryBlock block{node, false, {}, {}};
     AtomCollector(*this, block).Read(node);
@@ -229,6 +252,8 @@ StoryBlock AtomReader::Paragraph(const Node& node) const {
 }
 
 std::string AtomReader::FormOf(const Node& node) const {
+    if (std::string form = PictureForm(node, relation); !form.empty())
+        return form;
     return CanonicalXml(node, [this](const Node& element, const pugi::xml_attribute& attribute,
                                      std::string& value) {
         const std::string_view name = attribute.name();

@@ -175,20 +175,16 @@ class DocxRedline {
         });
     }
 
-    void TellCount(std::int64_t count, std::string_view what) {
-        if (count > 0)
-            written_.untracked.push_back(std::to_string(count) + " " + std::string(what));
-    }
-
     void Tell() {
         const LeftBehind& left = importer_.Left();
-        TellCount(left.markers, "bookmarks or comments of deleted text");
-        TellCount(left.sections, "section breaks of deleted text");
-        TellCount(left.controls, "content controls around deleted text");
-        TellCount(frames_left_, "headers or footers on one side only, left empty");
-        TellCount(written_.headers_left_out, "headers or footers of the original left out");
-        TellCount(static_cast<std::int64_t>(state_.tables_twice), "tables written twice");
-        TellCount(static_cast<std::int64_t>(state_.rows_twice), "rows written twice");
+        auto& told = written_.untracked;
+        told[UntrackedCount::Markers] = left.markers;
+        told[UntrackedCount::Sections] = left.sections;
+        told[UntrackedCount::Controls] = left.controls;
+        told[UntrackedCount::FramesLeft] = frames_left_;
+        told[UntrackedCount::HeadersLeftOut] = written_.headers_left_out;
+        told[UntrackedCount::TablesTwice] = static_cast<std::int64_t>(state_.tables_twice);
+        told[UntrackedCount::RowsTwice] = static_cast<std::int64_t>(state_.rows_twice);
     }
 
     WordPackage& original_;

@@ -9,6 +9,7 @@
 #include "common/base/run_watcher.h"
 #include "common/base/side.h"
 #include "load/readers/reader.h"
+#include "load/redline_certificate.h"
 #include "redline/marks.h"
 
 namespace zorvane {
@@ -25,9 +26,9 @@ struct RedlineRequest {
 struct WrittenRedline {
     std::string bytes;
     RedlineCounts counts;
-    std::int32_t resolved_before = 0;    ///< tracked changes of the inputs, accepted first
-    std::vector<std::string> untracked;  ///< "2 bookmarks of deleted text", ready to be told
-    std::int32_t headers_left_out = 0;   ///< of the Original, which no section could take
+    std::int32_t resolved_before = 0;  ///< tracked changes of the inputs, accepted first
+    CountsOf<UntrackedCount> untracked;
+    std::int32_t headers_left_out = 0;  ///< of the Original, which no section could take
 };
 
 ReadEnd WriteDocxRedline(const PerSide<std::string_view>& packages, const RedlineRequest& request,

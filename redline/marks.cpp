@@ -1,5 +1,7 @@
 #include "redline/marks.h"
 
+#include "load/readers/word_readers.h"
+
 namespace zorvane {
 namespace {
 
@@ -38,6 +40,14 @@ Node RevisionMarks::Open(Node parent, TrackMark mark, bool moved) {
         return element;
     ++(mark == TrackMark::Insert ? counts_.insertions : counts_.deletions);
     return element;
+}
+
+void RevisionMarks::MarkTableEnd(Node paragraph) {
+    const std::string id = std::to_string(next_id_++);
+    Node begin = paragraph.append_child("w:bookmarkStart");
+    begin.append_attribute("w:id") = id.c_str();
+    begin.append_attribute("w:name") = kTableEndMark;
+    paragraph.append_child("w:bookmarkEnd").append_attribute("w:id") = id.c_str();
 }
 
 void RevisionMarks::BeginMove(Node paragraph, TrackMark mark, const std::string& name) {

@@ -38,6 +38,8 @@ class RevisionMarks {
     void NoteFormer(pugi::xml_node paragraph, const pugi::xml_node& former);
     /// The same of a run's look; what is there of it stays in front.
     void NoteFormerLook(pugi::xml_node run, const pugi::xml_node& former);
+    /// By which readers know that the paragraph is there because no body may end in a table.
+    void MarkTableEnd(pugi::xml_node paragraph);
     RedlineCounts& Counts() { return counts_; }
     const RedlineCounts& Counts() const { return counts_; }
 

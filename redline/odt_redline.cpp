@@ -162,19 +162,18 @@ class OdtRedline {
         return page.append_child(header.name());
     }
 
-    void TellCount(std::size_t count, std::string_view what) {
-        if (count > 0)
-            written_.untracked.push_back(std::to_string(count) + " " + std::string(what));
+    void Tell() {
+        auto& told = written_.untracked;
+        told[UntrackedCount::Markers] = static_cast<std::int64_t>(state_.markers_left_out);
+        told[UntrackedCount::FramesLeft] = static_cast<std::int64_t>(frames_left_);
+        told[UntrackedCount::HeadersLeftOut] = written_.headers_left_out;
+        told[UntrackedCount::TablesTwice] = static_cast<std::int64_t>(state_.tables_twice);
+        told[UntrackedCount::RowsTwice] = static_cast<std::int64_t>(state_.rows_twice);
     }
 
     ReadEnd Save() {
         written_.counts = state_.counts;
-        TellCount(state_.markers_left_out, "bookmarks or comments of deleted text");
-        TellCount(frames_left_, "headers or footers on one side only, left empty");
-        TellCount(static_cast<std::size_t>(written_.headers_left_out),
-                  "headers or footers of the original left out");
-        TellCount(state_.tables_twice, "tables written twice");
-        TellCount(state_.rows_twice, "rows written twice");
+        Tell();
         modified_.Remove("META-INF/documentsignatures.xml");
         std::optional<std::string> bytes = modified_.Save();
         if (!bytes)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "load/readers/word_readers.h"
 #include "redline/odt_resolve.h"
 #include "redline/xml_tools.h"
 
@@ -30,7 +31,9 @@ bool EndInParagraph(Node container) {
         last = last.previous_sibling();
     if (!Is(last, "table"))
         return false;
-    container.append_child("text:p");
+    Node end = container.append_child("text:p");
+    if (Is(container, "text"))
+        end.append_child("text:bookmark").append_attribute("text:name") = kTableEndMark;
     return true;
 }
 

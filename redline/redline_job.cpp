@@ -7,6 +7,7 @@
 #include "load/readers/content_kind.h"
 #include "load/readers/sink/document_sink.h"
 #include "load/readers/word_job.h"
+#include "load/redline_certificate.h"
 #include "redline/document_layout.h"
 #include "redline/docx_redline.h"
 #include "redline/new_document.h"
@@ -43,60 +44,53 @@ class MonitorWatcher : public RunWatcher {
     bool cancelled_ = false;
 };
 
-std::string Counted(std::int32_t count, const char* one, const char* many) {
-    return std::to_string(count) + " " + (count == 1 ? one : many);
-}
-
-std::string LawLine(const char* law, const ReadCounts& counts) {
-    return std::string(law) + ": " + Counted(counts.paragraphs, "paragraph", "paragraphs") + ", " +
-           Counted(counts.tables, "table", "tables") + " (" + Counted(counts.rows, "row", "rows") +
-           ", " + Counted(counts.cells, "cell", "cells") + "), " +
-           Counted(counts.notes, "note", "notes") + ", " +
-           Counted(counts.headers, "header or footer", "headers and footers") + ": same\n";
-}
-
-std::string CountsLine(const RedlineCounts& counts) {
-    return "insertions " + std::to_string(counts.insertions) + ", deletions " +
-           std::to_string(counts.deletions) + ", paragraph marks " +
-           std::to_string(counts.paragraph_marks) + ", rows " + std::to_string(counts.rows) +
-           ", moves " + std::to_string(counts.moves) + ", notes " + std::to_string(counts.notes) +
-           ", property changes " + std::to_string(counts.properties) + "\n";
-}
-
 struct Asked {
     bool open_document = false;
     bool laid_out = false;
     bool track_formatting = false;
 };
 
-std::string Certificate(const PerSide<std::string_view>& documents, const Asked& asked,
-                        const WrittenRedline& written, const Verified* verified) {
-    std::string text = std::string("tracked redline: ") +
-                       (verified != nullptr ? "verified" : "not verified") + "\n";
-    text += "original sha256 " + HexDigest(documents.original) + "\n";
-    text += "modified sha256 " + HexDigest(documents.modified) + "\n";
-    text += "redline  sha256 " + HexDigest(written.bytes) + "\n";
-    text += CountsLine(written.counts);
+CountsOf<ReadingCount> CountsFor(const ReadCounts& read) {
+    CountsOf<ReadingCount> counts;
+    counts[ReadingCount::Paragraphs] = read.paragraphs;
+    counts[ReadingCount::Tables] = read.tables;
+    counts[ReadingCount::Rows] = read.rows;
+    counts[ReadingCount::Cells] = read.cells;
+    counts[ReadingCount::Notes] = read.notes;
+    counts[ReadingCount::Headers] = read.headers;
+    return counts;
+}
+
+CountsOf<MarkCount> CountsFor(const RedlineCounts& written) {
+    CountsOf<MarkCount> counts;
+    counts[MarkCount::Insertions] = written.insertions;
+    counts[MarkCount::Deletions] = written.deletions;
+    counts[MarkCount::ParagraphMarks] = written.paragraph_marks;
+    counts[MarkCount::Rows] = written.rows;
+    counts[MarkCount::Moves] = written.moves;
+    counts[MarkCount::Notes] = written.notes;
+    counts[MarkCount::PropertyChanges] = written.properties;
+    return counts;
+}
+
+RedlineCertificate Certify(const PerSide<std::string_view>& documents, const Asked& asked,
+                           const WrittenRedline& written, const Verified* verified) {
+    RedlineCertificate certificate;
+    certificate.verified = verified != nullptr;
+    certificate.open_document = asked.open_document;
+    certificate.laid_out = asked.laid_out;
+    certificate.formatting = asked.track_formatting;
+    certificate.original_sha256 = HexDigest(documents.original);
+    certificate.modified_sha256 = HexDigest(documents.modified);
+    certificate.redline_sha256 = HexDigest(written.bytes);
+    certificate.marks = CountsFor(written.counts);
     if (verified != nullptr) {
-        text += LawLine("accept = modified", verified->accepted);
-        text += LawLine("reject = original", verified->rejected);
+        certificate.accepted = CountsFor(verified->accepted);
+        certificate.rejected = CountsFor(verified->rejected);
     }
-    if (asked.laid_out)
-        text += std::string("laid out anew, since the documents are not two ") +
-                (asked.open_document ? ".odt" : ".docx") +
-                ": text, looks and tables as they were read\n";
-    text += std::string("not compared: ") +
-            (asked.track_formatting ? "" : "formatting of text that stays, ") +
-            "sections, definitions of styles, properties of tables\n";
-    std::string untracked;
-    for (const std::string& what : written.untracked)
-        untracked += (untracked.empty() ? "" : ", ") + what;
-    if (!untracked.empty())
-        text += "not tracked: " + untracked + "\n";
-    if (written.resolved_before > 0)
-        text += "tracked changes of the inputs, accepted first: " +
-                std::to_string(written.resolved_before) + "\n";
-    return text;
+    certificate.untracked = written.untracked;
+    certificate.resolved_before = written.resolved_before;
+    return certificate;
 }
 
 RedlineRequest RequestOf(const ConversionMessage& job) {
@@ -154,6 +148,8 @@ bool HasLists(std::string_view bytes, std::string_view name) {
         case ContentKind::OpenText:
         case ContentKind::OpenSlides:
         case ContentKind::Epub:
+        case ContentKind::Markdown:
+        case ContentKind::Message:
         case ContentKind::EncryptedPackage:
             return true;
         default:
@@ -161,27 +157,49 @@ bool HasLists(std::string_view bytes, std::string_view name) {
     }
 }
 
-// As the readers see them, in packages of one kind.
-ReadEnd LayOut(const PerSide<std::string_view>& documents, const ConversionMessage& job,
-               ReadMonitor& monitor, JobOutput& output, PerSide<std::string>& packages) {
+// A document, and in front of it in its file its text in RTF where the program has read it.
+struct GivenSide {
+    std::string_view text;
+    std::string_view document;
+};
+
+GivenSide SideOf(std::string_view bytes, std::int64_t text_size) {
+    const std::size_t size =
+        std::min(static_cast<std::size_t>(std::max<std::int64_t>(text_size, 0)), bytes.size());
+    return {bytes.substr(0, size), bytes.substr(size)};
+}
+
+// As the reader of its format sees it, generated numbers told apart.
+ReadEnd ReadSide(std::string_view document, const ConversionMessage& job, ReadMonitor& monitor,
+                 RichText& text) {
+    const std::unique_ptr<DocumentSink> rich = MakeRtfSink();
+    LabelSink labels(*rich);
+    DocumentSink& sink =
+        HasLists(document, TextOf(job, "name")) ? static_cast<DocumentSink&>(labels) : *rich;
+    ConversionMessage unused;  // which office suite could read it: the program knows a text then
+    ReadEnd end = ReadWordDocument(document, job, sink, monitor, unused);
+    if (end.ok())
+        text = ReadRtf(sink.Finish());
+    return end;
+}
+
+// In packages of one kind.
+ReadEnd LayOut(const PerSide<GivenSide>& given, const ConversionMessage& job, ReadMonitor& monitor,
+               PerSide<std::string>& packages) {
     for (const Side side : kBothSides) {
         ConversionMessage own = job;
         const bool second = side == Side::Modified;
         own["password"] = TextOf(job, second ? "secondpassword" : "password");
         if (second)
             own["name"] = TextOf(job, "secondname");
-        const std::unique_ptr<DocumentSink> rich = MakeRtfSink();
-        LabelSink labels(*rich);
-        DocumentSink& sink = HasLists(documents[side], TextOf(own, "name"))
-                                 ? static_cast<DocumentSink&>(labels)
-                                 : *rich;
-        if (ReadEnd end = ReadWordDocument(documents[side], own, sink, monitor, output.answer);
-            !end.ok()) {
+        RichText text;
+        if (!given[side].text.empty()) {
+            text = ReadRtf(given[side].text);
+        } else if (ReadEnd end = ReadSide(given[side].document, own, monitor, text); !end.ok()) {
             end.detail = (second ? "the modified" : "the original") +
                          (end.detail.empty() ? std::string() : ": " + end.detail);
             return end;
         }
-        const RichText text = ReadRtf(sink.Finish());
         std::optional<std::string> package =
             TextOf(job, "format") == "odt" ? NewOdtDocument(text) : NewDocument(text);
         if (!package)
@@ -193,19 +211,23 @@ ReadEnd LayOut(const PerSide<std::string_view>& documents, const ConversionMessa
 
 }  // namespace
 
-ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMessage& job,
+ReadEnd RunRedlineJob(const PerSide<std::string_view>& files, const ConversionMessage& job,
                       ReadMonitor& monitor, JobOutput& output) {
     MonitorWatcher watcher(monitor);
+    const PerSide<GivenSide> given{SideOf(files.original, NumberOf(job, "text")),
+                                   SideOf(files.modified, NumberOf(job, "secondtext"))};
+    const PerSide<std::string_view> whole{given.original.document, given.modified.document};
     Asked asked;
     asked.open_document = TextOf(job, "format") == "odt";
-    asked.laid_out = !IsPackageOf(given.original, asked.open_document) ||
-                     !IsPackageOf(given.modified, asked.open_document);
+    asked.laid_out = !given.original.text.empty() || !given.modified.text.empty() ||
+                     !IsPackageOf(whole.original, asked.open_document) ||
+                     !IsPackageOf(whole.modified, asked.open_document);
     // OpenDocument has no place for a former look.
     asked.track_formatting = IsSet(job, "formatting") && !asked.open_document;
     PerSide<std::string> packages;
-    PerSide<std::string_view> documents = given;
+    PerSide<std::string_view> documents = whole;
     if (asked.laid_out) {
-        if (ReadEnd end = LayOut(given, job, monitor, output, packages); !end.ok())
+        if (ReadEnd end = LayOut(given, job, monitor, packages); !end.ok())
             return end;
         documents = {packages.original, packages.modified};
     }
@@ -230,7 +252,8 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& given, const ConversionMe
     }
     if (ReadEnd end = output.Add(written.bytes); !end.ok())
         return end;
-    return output.Add(Certificate(given, asked, written, verify ? &verified : nullptr));
+    return output.Add(
+        EncodeCertificate(Certify(whole, asked, written, verify ? &verified : nullptr)));
 }
 
 }  // namespace zorvane

@@ -27,8 +27,11 @@ class Weaver {
            const RowActions& actions)
         : rows_(rows), table_(table), form_(form), actions_(actions) {}
 
-    // What has no partner, up to these places.
+    // What has no partner, up to these places. Rows of one cell are that cell, whatever it says.
     void WriteTo(std::size_t old_end, std::size_t new_end) {
+        while (old_at_ < old_end && old_end - old_at_ == new_end - new_at_ &&
+               IsOneCell(rows_.original[old_at_]) && IsOneCell(rows_.modified[new_at_]))
+            MergeNext();
         for (; old_at_ < old_end; ++old_at_) {
             const bool in_front = !place_ && !rows_.modified.empty();
             const Node& beside = in_front ? rows_.modified.front() : place_;
@@ -43,16 +46,20 @@ class Weaver {
 
     void Merge(std::size_t old_row, std::size_t new_row) {
         WriteTo(old_row, new_row);
-        const std::vector<Node> old_cells = form_.cells(rows_.original[old_row]);
-        const std::vector<Node> new_cells = form_.cells(rows_.modified[new_row]);
-        for (std::size_t i = 0; i < new_cells.size(); ++i)
-            actions_.merge(old_cells[i], new_cells[i]);
-        place_ = rows_.modified[new_row];
-        ++old_at_;
-        ++new_at_;
+        MergeNext();
     }
 
   private:
+    bool IsOneCell(const Node& row) const { return form_.cells(row).size() == 1; }
+
+    void MergeNext() {
+        const std::vector<Node> old_cells = form_.cells(rows_.original[old_at_++]);
+        place_ = rows_.modified[new_at_++];
+        const std::vector<Node> new_cells = form_.cells(place_);
+        for (std::size_t i = 0; i < new_cells.size(); ++i)
+            actions_.merge(old_cells[i], new_cells[i]);
+    }
+
     const PerSide<std::vector<Node>>& rows_;
     const Node& table_;
     const RowForm& form_;

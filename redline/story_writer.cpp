@@ -25,16 +25,12 @@ bool HoldsStory(const Atom& atom) {
 }
 
 // Behind a last table readers have an empty paragraph, whether it is in the file or not.
-bool EndInParagraph(Node container) {
+Node EndInParagraph(Node container) {
     const Node section = Child(container, "sectPr");
     const Node last = section ? section.previous_sibling() : container.last_child();
     if (!Is(last, "tbl"))
-        return false;
-    if (section)
-        container.insert_child_before("w:p", section);
-    else
-        container.append_child("w:p");
-    return true;
+        return {};
+    return section ? container.insert_child_before("w:p", section) : container.append_child("w:p");
 }
 
 // What stands behind a last table of a body for the sake of marks goes where it got none.
@@ -106,7 +102,9 @@ WriterTools StoryWriter::Tools() {
 
 void StoryWriter::Merge(const Node& original, Node modified) {
     EndInParagraph(original);
-    const bool end_added = EndInParagraph(modified);
+    const Node end_added = EndInParagraph(modified);
+    if (end_added && Is(modified, "body"))
+        state_.marks.MarkTableEnd(end_added);
     const std::vector<StoryBlock> old_blocks = ReaderOf(TrackMark::Delete).Blocks(original);
     const std::vector<StoryBlock> new_blocks = ReaderOf(TrackMark::Insert).Blocks(modified);
     std::optional<Plan> plan =
@@ -247,22 +245,13 @@ Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
         paragraph.append_copy(look);
     if (end.mark == TrackMark::Insert)
         state_.marks.MarkEnd(paragraph, TrackMark::Insert, end.move > 0);
-    const Node before =
-        state_.looks != nullptr && end.mark == TrackMark::Keep
-            ? state_.looks->Of(output.original[end.original].node, paragraph, "pPr", parts_)
-            : Node();
-    if (before) {
-        state_.marks.NoteFormer(paragraph, before);
-    } else if (end.shifted && state_.looks == nullptr) {
-        // An end that two paragraphs share keeps what each of them looks like.
-        Node former = paragraph.append_child("w:pPr");
-        if (const Node look = Child(output.original[end.original].node, "pPr")) {
-            for (const Node& child : look.children())
-                former.append_copy(child);
-            state_.importer.Adapt(former, parts_);
-        }
-        state_.marks.NoteFormer(paragraph, former);
-        paragraph.remove_child(former);
+    // An end that two paragraphs share keeps what each of them looks like.
+    if (end.mark == TrackMark::Keep && (end.shifted || state_.looks != nullptr)) {
+        FormerLooks own(state_.importer);
+        FormerLooks& looks = state_.looks != nullptr ? *state_.looks : own;
+        if (const Node before =
+                looks.Of(output.original[end.original].node, paragraph, "pPr", parts_))
+            state_.marks.NoteFormer(paragraph, before);
     }
     return paragraph;
 }

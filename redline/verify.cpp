@@ -12,16 +12,6 @@ namespace {
 
 using Lines = std::vector<ReadLine>;
 
-Result<ReadStories> StoriesOf(std::string_view bytes, Resolution resolution) {
-    const std::unique_ptr<Package> package = Package::Open(bytes);
-    if (!package)
-        return Failure{"the file is no package"};
-    ReadStories stories;
-    if (const ReadEnd end = StoryReading(*package).Read(resolution, stories); !end.ok())
-        return Failure{end.detail};
-    return stories;
-}
-
 std::string Short(const std::string& text) {
     constexpr std::size_t kMost = 60;
     std::string shown = text.substr(0, kMost);
@@ -105,53 +95,112 @@ std::string HeaderFault(const ReadStories& got, const ReadStories& wanted, const
 }
 
 // One of the two readings of the redline against the document that it has to be.
-Result<ReadCounts> CheckSide(const RedlineToCheck& check, Side side) {
+std::string LawFault(const RedlineToCheck& check, Side side, const ReadStories& got,
+                     const ReadStories& wanted) {
     const bool rejecting = side == Side::Original;
-    const auto tell = [&](double part) {
-        TellProgress(check.watcher, RunStep::WriteReport, part + (rejecting ? 0 : 0.5));
-    };
-    const auto read = [&](std::string_view bytes, Resolution resolution) {
-        return check.open_document ? ReadOdtStories(bytes, resolution, !rejecting)
-                                   : StoriesOf(bytes, resolution);
-    };
-    tell(0.1);
-    Result<ReadStories> wanted = read(check.inputs[side], Resolution::Accept);
-    tell(0.2);
-    Result<ReadStories> got =
-        read(check.redline, rejecting ? Resolution::Reject : Resolution::Accept);
-    if (!wanted.ok() || !got.ok())
-        return wanted.ok() ? got.failure() : wanted.failure();
-    tell(0.4);
     const LineCheck lines{rejecting ? "rejecting all" : "accepting all",
                           rejecting && !check.all_looks};
-    if (got.value().without_partner > 0)
-        return Failure{lines.place + ": the mark of a paragraph joins it with nothing"};
-    std::string fault = lines.FirstFault(got.value().body, wanted.value().body);
-    if (fault.empty())
-        fault =
-            HeaderFault(got.value(), wanted.value(), lines, rejecting ? check.headers_left_out : 0);
-    if (!fault.empty())
+    if (got.without_partner > 0)
+        return lines.place + ": the mark of a paragraph joins it with nothing";
+    std::string fault = lines.FirstFault(got.body, wanted.body);
+    return fault.empty() ? HeaderFault(got, wanted, lines, rejecting ? check.headers_left_out : 0)
+                         : fault;
+}
+
+constexpr Resolution ResolutionOf(Side side) {
+    return side == Side::Original ? Resolution::Reject : Resolution::Accept;
+}
+
+// Each input is parsed once and the redline once for each reading; of all of them one tree is there
+// at a time.
+class DocxCheck {
+  public:
+    explicit DocxCheck(const RedlineToCheck& check) : check_(check) {}
+
+    Result<Verified> Run() {
+        for (const Side side : kBothSides)
+            ReadInput(side);
+        for (const Side side : {Side::Modified, Side::Original}) {
+            if (fault_.empty())
+                CheckRedline(side);
+        }
+        if (!fault_.empty())
+            return Failure{fault_};
+        return Verified{wanted_.modified.counts, wanted_.original.counts};
+    }
+
+  private:
+    void ReadInput(Side side) {
+        PartTrees trees(check_.inputs[side]);
+        if (!trees.IsPackage()) {
+            fault_ = "the file is no package";
+            return;
+        }
+        missing_before_.merge(MissingIn(trees));
+        Read(trees, Resolution::Accept, wanted_[side]);
+    }
+
+    void CheckRedline(Side side) {
+        PartTrees trees(check_.redline);
+        const std::unique_ptr<Package> modified = Package::Open(check_.inputs.modified);
+        if (!trees.IsPackage() || !modified) {
+            fault_ = "the file is no package";
+            return;
+        }
+        if (side == Side::Modified)
+            fault_ = FirstStructureFault(trees, *modified, missing_before_);
+        ReadStories got;
+        if (fault_.empty())
+            Read(trees, ResolutionOf(side), got);
+        if (fault_.empty())
+            fault_ = LawFault(check_, side, got, wanted_[side]);
+    }
+
+    void Read(PartTrees& trees, Resolution resolution, ReadStories& stories) {
+        if (const ReadEnd end = StoryReading(trees).Read(resolution, stories); !end.ok())
+            fault_ = end.detail;
+        constexpr double kReadings = 4;
+        TellProgress(check_.watcher, RunStep::WriteReport, ++readings_ / kReadings);
+    }
+
+    const RedlineToCheck& check_;
+    std::set<std::string> missing_before_;
+    PerSide<ReadStories> wanted_;
+    std::string fault_;
+    int readings_ = 0;
+};
+
+Result<Verified> CheckOpenDocument(const RedlineToCheck& check) {
+    if (const std::string fault =
+            FirstOdtFault(check.inputs.modified, check.inputs.original, check.redline);
+        !fault.empty())
         return Failure{fault};
-    return wanted.value().counts;
+    PerSide<ReadCounts> counts;
+    double readings = 0;
+    for (const Side side : kBothSides) {
+        const auto read = [&](std::string_view bytes, Resolution resolution) {
+            constexpr double kReadings = 4;
+            TellProgress(check.watcher, RunStep::WriteReport, ++readings / kReadings);
+            return ReadOdtStories(bytes, resolution, side == Side::Modified);
+        };
+        const Result<ReadStories> wanted = read(check.inputs[side], Resolution::Accept);
+        if (!wanted.ok())
+            return wanted.failure();
+        const Result<ReadStories> got = read(check.redline, ResolutionOf(side));
+        if (!got.ok())
+            return got.failure();
+        if (const std::string fault = LawFault(check, side, got.value(), wanted.value());
+            !fault.empty())
+            return Failure{fault};
+        counts[side] = wanted.value().counts;
+    }
+    return Verified{counts.modified, counts.original};
 }
 
 }  // namespace
 
 Result<Verified> VerifyRedline(const RedlineToCheck& check) {
-    const std::string fault =
-        check.open_document
-            ? FirstOdtFault(check.inputs.modified, check.inputs.original, check.redline)
-            : FirstStructureFault(check.inputs.modified, check.inputs.original, check.redline);
-    if (!fault.empty())
-        return Failure{fault};
-    Verified verified;
-    for (const Side side : kBothSides) {
-        const Result<ReadCounts> counts = CheckSide(check, side);
-        if (!counts.ok())
-            return counts.failure();
-        (side == Side::Original ? verified.rejected : verified.accepted) = counts.value();
-    }
-    return verified;
+    return check.open_document ? CheckOpenDocument(check) : DocxCheck(check).Run();
 }
 
 std::string HexDigest(std::string_view bytes) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,9 +33,11 @@ struct Verified {
 /// The first fault, with its place, or what was counted.
 Result<Verified> VerifyRedline(const RedlineToCheck& check);
 
+/// What a package's XML refers to and does not have.
+std::set<std::string> MissingIn(PartTrees& trees);
 /// Faults of the file itself: ids, marks, references, parts. Nothing when there is none.
-std::string FirstStructureFault(std::string_view modified, std::string_view original,
-                                std::string_view redline);
+std::string FirstStructureFault(PartTrees& redline, Package& modified,
+                                const std::set<std::string>& missing_before);
 
 /// "9c1e..." of 64 digits.
 std::string HexDigest(std::string_view bytes);

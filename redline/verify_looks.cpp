@@ -104,8 +104,11 @@ void StoryReading::Headers(const Node& document) {
     while (!open.empty()) {
         const Node at = open.back();
         open.pop_back();
-        std::vector<Node> children(at.begin(), at.end());
-        open.insert(open.end(), children.rbegin(), children.rend());
+        // Sections end in paragraphs of the body, or behind them.
+        if (!Is(at, "r") && !Is(at, "tbl")) {
+            std::vector<Node> children(at.begin(), at.end());
+            open.insert(open.end(), children.rbegin(), children.rend());
+        }
         if (!Is(at, "headerReference") && !Is(at, "footerReference"))
             continue;
         const auto relation = main_relations_.find(at.attribute("r:id").value());

@@ -38,11 +38,11 @@ std::string ReadLine::Text() const {
     return text;
 }
 
-XmlPart* StoryReading::Load(const std::string& part) {
+XmlPart* PartTrees::Load(const std::string& part) {
     if (const auto found = parts_.find(part); found != parts_.end())
         return found->second.get();
     auto xml = std::make_unique<XmlPart>();
-    if (part.empty() || !XmlPart::Read(package_, part, *xml).ok())
+    if (part.empty() || !XmlPart::Read(*package_, part, *xml).ok() || xml->Empty())
         xml = nullptr;
     return (parts_[part] = std::move(xml)).get();
 }

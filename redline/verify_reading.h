@@ -55,17 +55,32 @@ struct ReadStories {
     std::int32_t without_partner = 0;  ///< marks of paragraphs with nothing to join with
 };
 
-class StoryReading {
+/// A package whose parts are parsed once, when somebody first asks for them.
+class PartTrees {
   public:
     /// Borrowed.
-    explicit StoryReading(Package& package) : package_(package) {}
+    explicit PartTrees(std::string_view bytes) : package_(Package::Open(bytes)) {}
+    bool IsPackage() const { return package_ != nullptr; }
+    Package& Parts() { return *package_; }
+    /// Nothing for what is no part, or no XML.
+    XmlPart* Load(const std::string& part);
+
+  private:
+    std::unique_ptr<Package> package_;
+    std::map<std::string, std::unique_ptr<XmlPart>> parts_;
+};
+
+class StoryReading {
+  public:
+    /// Borrowed; takes the changes in them, so that no other reading follows.
+    explicit StoryReading(PartTrees& trees) : trees_(trees), package_(trees.Parts()) {}
     ReadEnd Read(Resolution resolution, ReadStories& stories);
 
   private:
     using Node = pugi::xml_node;
     struct Event;
 
-    XmlPart* Load(const std::string& part);
+    XmlPart* Load(const std::string& part) { return trees_.Load(part); }
     void ReadStyles();
     void Blocks(const Node& container, std::vector<ReadLine>& lines, int depth);
     void Container(const Node& container, std::vector<ReadLine>& lines, int depth);
@@ -82,9 +97,9 @@ class StoryReading {
     std::string ListText(std::string_view id) const;
     void Headers(const Node& document);
 
+    PartTrees& trees_;
     Package& package_;
     Resolution resolution_ = Resolution::Accept;
-    std::map<std::string, std::unique_ptr<XmlPart>> parts_;
     std::unordered_map<std::string, Relationship> main_relations_;
     std::unordered_map<std::string, Relationship> relations_;  // of the part at work
     std::map<std::string, Node> styles_;

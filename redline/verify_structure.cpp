@@ -20,36 +20,22 @@ void Walk(const Node& node, const std::function<void(const Node&)>& visit, int d
     }
 }
 
-bool HasAncestor(Node node, std::string_view name) {
-    for (node = node.parent(); node; node = node.parent()) {
-        if (Is(node, name))
-            return true;
-    }
-    return false;
-}
-
-// All that a package's XML refers to and does not have.
-struct Dangling {
-    std::set<std::string> names;
-};
-
 class FileLook {
   public:
-    explicit FileLook(std::string_view bytes) : package_(Package::Open(bytes)) {}
+    explicit FileLook(PartTrees& trees) : trees_(trees) {}
 
-    bool IsPackage() const { return package_ != nullptr; }
-    Package& Parts() { return *package_; }
+    Package& Parts() { return trees_.Parts(); }
 
     // The parts with text.
     std::vector<std::string> Stories() {
         std::vector<std::string> parts;
-        for (const auto& [id, relation] : ReadRelationships(*package_, "")) {
+        for (const auto& [id, relation] : ReadRelationships(Parts(), "")) {
             if (relation.type == "officeDocument")
                 parts.push_back(relation.target);
         }
         if (parts.empty())
             return parts;
-        for (const auto& [id, relation] : ReadRelationships(*package_, parts.front())) {
+        for (const auto& [id, relation] : ReadRelationships(Parts(), parts.front())) {
             if (relation.type == "header" || relation.type == "footer" ||
                 relation.type == "footnotes" || relation.type == "endnotes")
                 parts.push_back(relation.target);
@@ -58,33 +44,33 @@ class FileLook {
     }
 
     Node Root(const std::string& part) {
-        auto& xml = trees_[part];
-        if (!xml) {
-            xml = std::make_unique<XmlPart>();
-            static_cast<void>(XmlPart::Read(*package_, part, *xml));
-        }
-        return xml->Empty() ? Node() : xml->Root();
+        const XmlPart* const xml = trees_.Load(part);
+        return xml == nullptr ? Node() : xml->Root();
     }
 
-    Dangling References() {
-        Dangling dangling;
+    // All that the package's XML refers to and does not have.
+    std::set<std::string> Missing() {
+        std::set<std::string> missing;
         const std::vector<std::string> stories = Stories();
         if (stories.empty())
-            return dangling;
-        const auto relations = ReadRelationships(*package_, stories.front());
+            return missing;
+        const auto relations = ReadRelationships(Parts(), stories.front());
         std::set<std::string> defined;
         for (const auto& [id, relation] : relations) {
-            if (!relation.external)
-                Walk(Root(relation.target),
-                     [&, kind = relation.type](const Node& node) { Define(node, kind, defined); });
+            const std::string& kind = relation.type;
+            if (!relation.external && (kind == "styles" || kind == "numbering" ||
+                                       kind == "footnotes" || kind == "endnotes")) {
+                for (const Node& node : Root(relation.target).children())
+                    Define(node, kind, defined);
+            }
         }
         for (const std::string& part : stories)
-            Refer(part, defined, dangling);
-        for (const std::string& name : package_->Names()) {
+            Refer(part, defined, missing);
+        for (const std::string& name : Parts().Names()) {
             if (!name.ends_with('/') && !HasType(name))
-                dangling.names.insert("content type of " + name);
+                missing.insert("content type of " + name);
         }
-        return dangling;
+        return missing;
     }
 
   private:
@@ -98,30 +84,31 @@ class FileLook {
             defined.insert(std::string(name) + " " + std::string(Attribute(node, "id")));
     }
 
-    void Refer(const std::string& part, const std::set<std::string>& defined, Dangling& dangling) {
-        const auto relations = ReadRelationships(*package_, part);
+    void Refer(const std::string& part, const std::set<std::string>& defined,
+               std::set<std::string>& missing) {
+        const auto relations = ReadRelationships(Parts(), part);
         Walk(Root(part), [&](const Node& node) {
             const std::string_view name = LocalName(node);
-            const std::string value(Attribute(node, "val"));
+            const auto value = [&node] { return std::string(Attribute(node, "val")); };
             std::string wanted;
             if (name == "pStyle" || name == "rStyle" || name == "tblStyle")
-                wanted = "style " + value;
-            else if (name == "numId" && value != "0")
-                wanted = "list " + value;
+                wanted = "style " + value();
+            else if (name == "numId" && value() != "0")
+                wanted = "list " + value();
             else if (name == "footnoteReference" || name == "endnoteReference")
                 wanted = std::string(name.substr(0, name.find('R'))) + " " +
                          std::string(Attribute(node, "id"));
             if (!wanted.empty() && !defined.contains(wanted))
-                dangling.names.insert(wanted);
+                missing.insert(wanted);
             for (const pugi::xml_attribute& attribute : node.attributes()) {
                 if (!std::string_view(attribute.name()).starts_with("r:"))
                     continue;
                 const auto found = relations.find(attribute.value());
                 const bool there = found != relations.end() &&
-                                   (found->second.external || package_->Has(found->second.target));
+                                   (found->second.external || Parts().Has(found->second.target));
                 if (!there && attribute.value()[0] != '\0')
-                    dangling.names.insert("relationship " + std::string(attribute.value()) +
-                                          " of " + part);
+                    missing.insert("relationship " + std::string(attribute.value()) + " of " +
+                                   part);
             }
         });
     }
@@ -141,8 +128,7 @@ class FileLook {
         });
     }
 
-    std::unique_ptr<Package> package_;
-    std::map<std::string, std::unique_ptr<XmlPart>> trees_;
+    PartTrees& trees_;
 };
 
 bool IsRevision(const Node& node) {
@@ -187,52 +173,74 @@ std::string MoveFault(FileLook& file) {
 
 // Inside a marked row every run and every end of a paragraph is marked alike; deleted text has
 // names of its own, and stands nowhere else.
-std::string MarkFault(FileLook& file) {
-    std::string fault;
-    const auto row_of = [](Node node) {
-        while (node && !Is(node, "tr"))
-            node = node.parent();
-        return node;
+class MarkCheck {
+  public:
+    std::string FirstFault(FileLook& file) {
+        for (const std::string& part : file.Stories())
+            Visit(file.Root(part), {}, 0);
+        return std::move(fault_);
+    }
+
+  private:
+    // What an element stands in.
+    struct Around {
+        bool deleted = false;
+        bool inserted = false;
+        bool boxed = false;
+        Node row;  // its properties
     };
-    const auto visit = [&](const Node& node) {
+
+    void Visit(const Node& node, Around around, int depth) {
         const std::string_view name = LocalName(node);
-        const bool deleted = HasAncestor(node, "del");
         // A formula has texts of its own, which no name tells apart.
-        if (std::string_view(node.name()) == "w:t" && deleted && !HasAncestor(node, "txbxContent"))
-            fault = "deleted text without its own name: " + std::string(node.text().get());
-        if (name == "delText" && !deleted)
-            fault = "text named as deleted outside of a deletion";
+        if (name == "t" && std::string_view(node.name()) == "w:t" && around.deleted &&
+            !around.boxed)
+            fault_ = "deleted text without its own name: " + std::string(node.text().get());
+        else if (name == "delText" && !around.deleted)
+            fault_ = "text named as deleted outside of a deletion";
+        else if (name == "r" || name == "p")
+            CheckRow(node, name == "r", around);
         const bool moved = name.starts_with("move") && !name.ends_with("End");
         if ((name == "ins" || name == "del" || moved) && !node.attribute("w:author"))
-            fault = "a change without an author";
-        if (name != "r" && name != "p")
-            return;
-        const Node properties = Child(row_of(node), "trPr");
-        for (const char* mark : {"ins", "del"}) {
-            if (!Child(properties, mark) || HasAncestor(node, "txbxContent"))
-                continue;
-            const bool marked = name == "r" ? HasAncestor(node, mark)
-                                            : !!Child(Child(Child(node, "pPr"), "rPr"), mark);
-            if (!marked)
-                fault = "a row is marked, something in it is not";
+            fault_ = "a change without an author";
+        around.deleted = around.deleted || name == "del";
+        around.inserted = around.inserted || name == "ins";
+        around.boxed = around.boxed || name == "txbxContent";
+        if (name == "tr")
+            around.row = Child(node, "trPr");
+        for (const Node& child : node.children()) {
+            if (depth < kMaxDepth && child.type() == pugi::node_element)
+                Visit(child, around, depth + 1);
         }
-    };
-    for (const std::string& part : file.Stories())
-        Walk(file.Root(part), visit);
-    return fault;
-}
+    }
+
+    void CheckRow(const Node& node, bool run, const Around& around) {
+        if (!around.row || around.boxed)
+            return;
+        for (const char* mark : {"ins", "del"}) {
+            if (!Child(around.row, mark))
+                continue;
+            const bool in_mark = *mark == 'i' ? around.inserted : around.deleted;
+            const bool marked = run ? in_mark : !!Child(Child(Child(node, "pPr"), "rPr"), mark);
+            if (!marked)
+                fault_ = "a row is marked, something in it is not";
+        }
+    }
+
+    std::string fault_;
+};
 
 // Parts that no redline has to change.
-std::string PartFault(FileLook& modified, FileLook& redline) {
+std::string PartFault(Package& modified, FileLook& redline) {
     const std::vector<std::string> stories = redline.Stories();
-    for (const std::string& name : modified.Parts().Names()) {
+    for (const std::string& name : modified.Names()) {
         const bool may_change = std::find(stories.begin(), stories.end(), name) != stories.end() ||
                                 name.ends_with("styles.xml") || name.ends_with("numbering.xml") ||
                                 name.ends_with(".rels") || name == "[Content_Types].xml" ||
                                 name.ends_with('/');
         if (!name.ends_with('/') && !redline.Parts().Has(name))
             return "the part " + name + " is missing";
-        if (!may_change && modified.Parts().Read(name) != redline.Parts().Read(name))
+        if (!may_change && modified.Read(name) != redline.Parts().Read(name))
             return "the part " + name + " has changed";
     }
     return {};
@@ -240,26 +248,24 @@ std::string PartFault(FileLook& modified, FileLook& redline) {
 
 }  // namespace
 
-std::string FirstStructureFault(std::string_view modified, std::string_view original,
-                                std::string_view redline) {
+std::set<std::string> MissingIn(PartTrees& trees) {
+    return FileLook(trees).Missing();
+}
+
+std::string FirstStructureFault(PartTrees& redline, Package& modified,
+                                const std::set<std::string>& missing_before) {
     FileLook file(redline);
-    FileLook new_side(modified);
-    FileLook old_side(original);
-    if (!file.IsPackage() || !new_side.IsPackage() || !old_side.IsPackage())
-        return "the file is no package";
     for (const std::string& part : file.Stories()) {
         if (!file.Root(part))
             return "the part " + part + " is no XML";
     }
     // What the inputs lack already is not the redline's fault, unless they had used it so.
-    const Dangling before = new_side.References();
-    const Dangling of_original = old_side.References();
-    for (const std::string& name : file.References().names) {
-        if (!before.names.contains(name) && !of_original.names.contains(name))
+    for (const std::string& name : file.Missing()) {
+        if (!missing_before.contains(name))
             return "missing: " + name;
     }
-    const std::array<std::string, 4> faults{IdFault(file), MoveFault(file), MarkFault(file),
-                                            PartFault(new_side, file)};
+    const std::array<std::string, 4> faults{
+        IdFault(file), MoveFault(file), MarkCheck().FirstFault(file), PartFault(modified, file)};
     for (const std::string& fault : faults) {
         if (!fault.empty())
             return fault;

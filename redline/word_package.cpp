@@ -56,6 +56,7 @@ std::string RelationsPartOf(std::string_view part) {
 }
 
 ReadEnd WordPackage::OpenParts(std::string_view bytes) {
+    given_ = bytes;
     const std::unique_ptr<Package> package = Package::Open(bytes);
     if (!package)
         return ReadEnd::Fault(ReadError::WrongFormat, "no package");
@@ -69,6 +70,7 @@ ReadEnd WordPackage::OpenParts(std::string_view bytes) {
         if (!content)
             return ReadEnd::Fault(error, "cannot read the part " + name);
         Add(name, std::move(*content));
+        parts_.back().given = true;
     }
     return ReadEnd::Ok();
 }
@@ -102,14 +104,24 @@ std::vector<std::string> WordPackage::Names() const {
 
 std::string_view WordPackage::Bytes(std::string_view name) const {
     const Part* part = Find(name);
-    return part == nullptr ? std::string_view() : std::string_view(part->bytes);
+    return part == nullptr ? std::string_view() : std::string_view(BytesOf(*part));
+}
+
+const std::string& WordPackage::BytesOf(const Part& part) const {
+    if (part.gone) {
+        // One of its own: a package counts all that it unpacks, and this is here for the second time.
+        const std::unique_ptr<Package> package = Package::Open(given_);
+        part.bytes = package->Read(part.name).value_or(std::string());  // it could be read before
+        part.gone = false;
+    }
+    return part.bytes;
 }
 
 std::string WordPackage::Current(std::string_view name) const {
     const Part* part = Find(name);
     if (part == nullptr)
         return {};
-    return part->edited ? Printed(part->xml->Root()) : part->bytes;
+    return part->edited ? Printed(part->xml->Root()) : BytesOf(*part);
 }
 
 Node WordPackage::Tree(std::string_view name) {
@@ -118,7 +130,9 @@ Node WordPackage::Tree(std::string_view name) {
         return {};
     if (!part->xml) {
         part->xml = std::make_unique<XmlPart>();
-        if (!XmlPart::Parse(part->bytes, *part->xml).ok())
+        part->gone = part->given;
+        std::string text = part->given ? std::move(part->bytes) : part->bytes;
+        if (!XmlPart::Parse(std::move(text), *part->xml).ok())
             *part->xml = XmlPart();
     }
     return part->xml->Empty() ? Node() : part->xml->Root();
@@ -136,7 +150,9 @@ void WordPackage::Remove(std::string_view name) {
 }
 
 void WordPackage::Add(std::string name, std::string bytes) {
-    parts_.push_back({std::move(name), std::move(bytes), nullptr, false});
+    Part& part = parts_.emplace_back();
+    part.name = std::move(name);
+    part.bytes = std::move(bytes);
 }
 
 std::string WordPackage::FreshName(std::string_view wanted) const {
@@ -229,8 +245,9 @@ void WordPackage::SetContentType(std::string_view part, std::string_view type) {
 std::optional<std::string> WordPackage::Save() {
     std::vector<ZipEntry> entries;
     for (Part& part : parts_) {
-        part.bytes = Current(part.name);
-        entries.push_back({part.name, part.bytes});
+        if (part.edited)
+            part.bytes = Printed(part.xml->Root());
+        entries.push_back({part.name, part.edited ? part.bytes : BytesOf(part)});
     }
     return WriteZip(entries);
 }

@@ -28,7 +28,8 @@ std::string_view KindOf(const PartRelation& relation);
 
 class WordPackage {
   public:
-    /// Reads all parts. `bytes` need not outlive the package.
+    /// Reads all parts. `bytes` outlives the package: what is parsed is read again when somebody
+    /// asks for it as it was.
     ReadEnd Open(std::string_view bytes);
 
     /// The same of a package of any kind.
@@ -66,13 +67,17 @@ class WordPackage {
   private:
     struct Part {
         std::string name;
-        std::string bytes;
+        mutable std::string bytes;
         std::unique_ptr<XmlPart> xml;
         bool edited = false;
+        bool given = false;         ///< it is one of the package that was opened
+        mutable bool gone = false;  ///< its bytes went into its tree
     };
     Part* Find(std::string_view name);
     const Part* Find(std::string_view name) const;
+    const std::string& BytesOf(const Part& part) const;
 
+    std::string_view given_;
     std::deque<Part> parts_;
     std::string main_part_;
 };

@@ -189,37 +189,10 @@ std::string WriteJsonReport(const ReportModel& model) {
     return JsonWriter(model).Write();
 }
 
-std::string WithRedlines(std::string json, std::string_view certificates) {
-    constexpr std::string_view kTitle = "tracked redline: ";
-    constexpr std::string_view kHash = " sha256 ";
+std::string WithRedlines(std::string json, const std::vector<RedlineCertificate>& certificates) {
     std::string list;
-    std::string told;
-    const auto close = [&] {
-        if (!told.empty())
-            list += "\"told\":[" + told + "]}";
-        told.clear();
-    };
-    while (!certificates.empty()) {
-        const std::size_t end = std::min(certificates.find('\n'), certificates.size());
-        const std::string_view line = certificates.substr(0, end);
-        certificates.remove_prefix(std::min(end + 1, certificates.size()));
-        const std::size_t hash = line.find(kHash);
-        if (line.starts_with(kTitle)) {
-            close();
-            const bool verified = line.substr(kTitle.size()) == "verified";
-            list += (list.empty() ? "\n" : ",\n");
-            list += verified ? "{\"verified\":true," : "{\"verified\":false,";
-        } else if (hash != std::string_view::npos) {
-            AppendJsonString(std::string(Trim(line.substr(0, hash))) + "_sha256", list);
-            list += ':';
-            AppendJsonString(std::string(line.substr(hash + kHash.size())), list);
-            list += ',';
-        } else {
-            told += told.empty() ? "" : ",";
-            AppendJsonString(std::string(line), told);
-        }
-    }
-    close();
+    for (const RedlineCertificate& certificate : certificates)
+        list += (list.empty() ? "\n" : ",\n") + CertificateJson(certificate);
     json.erase(json.rfind('}'));
     json += ",\n\"redlines\":[" + list + "\n]}\n";
     return json;

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <string>
-#include <string_view>
+#include <vector>
 
 #include "compare/engine/report_model.h"
+#include "load/redline_certificate.h"
 
 namespace zorvane {
 
@@ -12,7 +13,7 @@ namespace zorvane {
 /// paths.
 std::string WriteJsonReport(const ReportModel& model);
 
-/// The same with "redlines": what the certificates of `WriteRedlines` say, one behind the other.
-std::string WithRedlines(std::string json, std::string_view certificates);
+/// The same with "redlines": what is told of those that were written.
+std::string WithRedlines(std::string json, const std::vector<RedlineCertificate>& certificates);
 
 }  // namespace zorvane

@@ -26,6 +26,8 @@ INDIRECT = {
     "kCheckPath": [r'kCheckPath = ("[^"]*")'],
     "row.title": [r"kFooters\[\] = \{(.*?)\n\};"],
     "row.none": [],
+    "row.words.one": [r'\bWords\{("[^"]*",\s*"[^"]*")\}'],
+    "row.words.many": [],
     "row.some": [],
     "FilterWords(filter)": [r"FilterWords\([^)]*\) \{(.*?)\n\}"],
     "RowOf(kind).words": [r"\{ViewerKind::\w+, \"\w+\", \"\w+\", \d+, (\"[^\"]+\")\}"],
@@ -159,7 +161,8 @@ STRAIGHT = re.compile(
 
 
 # Of the core, translated by a window.
-OF_WINDOWS = [r"ExpressionSigns\(\) \{(.*?)\n\}", r"ViewButtonCaption\([^)]*\) \{(.*?)\n\}"]
+OF_WINDOWS = [r"\{BesideKind::\w+, \"\w+\", (\"[^\"]+\")", r"VerbOf\(BesideKind kind[^;{]*\{(.*?)\n\}",
+              r"looks \? (\"formatting\")", r"ExpressionSigns\(\) \{(.*?)\n\}", r"ViewButtonCaption\([^)]*\) \{(.*?)\n\}"]
 
 
 def statement_before(source, place):

@@ -16,6 +16,7 @@
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
 #include "common/text_privacy.h"
+#include "compare/document/rtf_writer.h"
 #include "load/conversion_service.h"
 
 namespace zorvane {
@@ -41,35 +42,31 @@ bool IsDate(std::string_view text) {
     return day.ok() && number(11, 2) < 24 && number(14, 2) < 60 && number(17, 2) < 60;
 }
 
-// Removed at the end, whatever happened.
-class Made {
+// Names of files that go at the end, whatever happened.
+class TemporaryNames {
   public:
-    explicit Made(std::string document) : document_(std::move(document)) {}
-    ~Made() {
+    explicit TemporaryNames(ProcessState& process) : process_(process) {}
+    ~TemporaryNames() {
         std::error_code ignored;
-        for (const std::string& file : {Document(), Certificate()})
-            std::filesystem::remove(NativePath(file), ignored);
+        for (const std::string& name : names_)
+            std::filesystem::remove(NativePath(name), ignored);
     }
-    Made(const Made&) = delete;
-    Made& operator=(const Made&) = delete;
-    const std::string& Document() const { return document_; }
-    std::string Certificate() const { return document_ + "_2"; }
+    TemporaryNames(const TemporaryNames&) = delete;
+    TemporaryNames& operator=(const TemporaryNames&) = delete;
+
+    Result<std::string> New(const std::string& extension) {
+        const Result<std::string> name =
+            process_.platform.temp_files->NewName("redline", extension);
+        if (name.ok())
+            Add(name.value());
+        return name;
+    }
+    void Add(std::string name) { names_.push_back(std::move(name)); }
 
   private:
-    std::string document_;
+    ProcessState& process_;
+    std::vector<std::string> names_;
 };
-
-// It comes from a process that read hostile bytes.
-std::string Shown(std::string_view certificate) {
-    constexpr int kMostLines = 40;
-    std::string shown;
-    for (int line = 0; line < kMostLines && !certificate.empty(); ++line) {
-        const std::size_t end = std::min(certificate.find('\n'), certificate.size());
-        shown += VisibleText(certificate.substr(0, end)) + "\n";
-        certificate.remove_prefix(std::min(end + 1, certificate.size()));
-    }
-    return shown;
-}
 
 std::int64_t SecondsNow(ProcessState& process) {
     return std::chrono::duration_cast<std::chrono::seconds>(
@@ -79,29 +76,72 @@ std::int64_t SecondsNow(ProcessState& process) {
 
 struct Redline {
     std::string document;
-    std::string certificate;
+    RedlineCertificate certificate;
     std::vector<std::string> targets;
 };
 
-Result<Redline> MakeRedline(ProcessState& process, ConversionMessage job,
-                            std::vector<std::string> targets, RunWatcher* watcher) {
-    const Result<std::string> target =
-        process.platform.temp_files->NewName("redline", job.at("format"));
-    if (!target.ok())
-        return target.failure();
-    const Made made(target.value());
-    job["target"] = made.Document();
-    ConversionService service(process);
-    const ConversionResult result =
-        service.Run(job, [watcher](std::int32_t) { return KeepGoing(watcher); });
-    if (!result.ok())
-        return Failure{service.Explain(result, targets.front())};
-    const Result<std::string> document = ReadWholeFile(made.Document());
-    const Result<std::string> certificate = ReadWholeFile(made.Certificate());
-    if (!document.ok() || !certificate.ok())
-        return document.ok() ? certificate.failure() : document.failure();
-    return Redline{document.value(), Shown(certificate.value()), std::move(targets)};
-}
+class RedlineMaker {
+  public:
+    RedlineMaker(ProcessState& process, ConversionService& service, const RedlineInputs& inputs,
+                 RunWatcher* watcher)
+        : service_(service), inputs_(inputs), watcher_(watcher), names_(process) {}
+
+    Result<Redline> Make(const ConversionMessage& job, std::vector<std::string> targets) {
+        ConversionResult result = Run(job, inputs_.as_compared);
+        // What an office suite read for the compare is not read again.
+        if (result.error == ReadError::NeedsOffice && inputs_.texts.original &&
+            inputs_.texts.modified)
+            result = Run(job, {true, true});
+        if (!result.ok())
+            return Failure{service_.Explain(result, targets.front())};
+        const Result<std::string> document = ReadWholeFile(result.files.at(0));
+        const Result<std::string> told = ReadWholeFile(result.files.at(1));
+        if (!document.ok() || !told.ok())
+            return document.ok() ? told.failure() : document.failure();
+        // It comes from a process that read hostile bytes.
+        const std::optional<RedlineCertificate> certificate = DecodeCertificate(told.value());
+        if (!certificate)
+            return Failure{service_.Explain(FailedConversion(ReadError::Crashed), targets.front())};
+        return Redline{document.value(), *certificate, std::move(targets)};
+    }
+
+  private:
+    ConversionResult Run(ConversionMessage job, const PerSide<bool>& as_compared) {
+        for (const Side side : kBothSides) {
+            const char* const key = side == Side::Original ? "source" : "second";
+            const char* const size = side == Side::Original ? "text" : "secondtext";
+            if (!as_compared[side] || !inputs_.texts[side])
+                continue;
+            const Result<std::string> file = PutTextInFront(side, job[size]);
+            if (!file.ok())
+                return FailedConversion(ReadError::CannotOpen, file.failure().reason);
+            job[key] = file.value();
+        }
+        const Result<std::string> target = names_.New(job.at("format"));
+        if (!target.ok())
+            return FailedConversion(ReadError::CannotWrite, target.failure().reason);
+        job["target"] = target.value();
+        names_.Add(target.value() + "_2");  // of the certificate
+        return service_.Run(job, [this](std::int32_t) { return KeepGoing(watcher_); });
+    }
+
+    // The document itself stands behind: the certificate names it.
+    Result<std::string> PutTextInFront(Side side, std::string& size) {
+        const Result<std::string> document = ReadWholeFile(inputs_.files[side]);
+        const Result<std::string> file = names_.New("rtf");
+        if (!document.ok() || !file.ok())
+            return document.ok() ? file : document;
+        const std::string text = WriteRtf(*inputs_.texts[side], watcher_);
+        size = std::to_string(text.size());
+        const Status written = WriteWholeFile(file.value(), text + document.value());
+        return written.ok() ? file : written.failure();
+    }
+
+    ConversionService& service_;
+    const RedlineInputs& inputs_;
+    RunWatcher* watcher_;
+    TemporaryNames names_;
+};
 
 }  // namespace
 
@@ -144,50 +184,73 @@ std::string RedlineNameFor(const std::string& file) {
                              : file.substr(0, file.size() - extension.size()) + "docx";
 }
 
-Result<std::string> WriteRedlines(ProcessState& process, const RedlineOptions& options,
-                                  const RedlineInputs& inputs, RunWatcher* watcher) {
-    const auto& [files, passwords] = inputs;
-    const Result<std::string> date =
-        RevisionDate(options, Environment("SOURCE_DATE_EPOCH"), SecondsNow(process));
-    if (!date.ok())
-        return date.failure();
-    ConversionMessage job{{"kind", "redline"},
-                          {"source", files.original},
-                          {"second", files.modified},
-                          {"secondname", files.modified},
-                          {"password", passwords.original},
-                          {"secondpassword", passwords.modified},
-                          {"author", options.author},
-                          {"date", date.value()},
-                          {"idprefix", std::to_string(options.id_prefix)},
-                          {"formatting", options.track_formatting ? "1" : "0"},
-                          {"keeptracked", options.keep_tracked ? "1" : "0"},
-                          {"noverify", options.no_verify ? "1" : "0"}};
+RedlineRun::RedlineRun(ProcessState& process, RedlineOptions options)
+    : process_(process),
+      options_(std::move(options)),
+      date_(RevisionDate(options_, Environment("SOURCE_DATE_EPOCH"), SecondsNow(process))),
+      service_(std::make_unique<ConversionService>(process.platform)) {
+    service_->SetInSandbox(!process.bWithoutSandbox);
+}
+
+RedlineRun::~RedlineRun() = default;
+
+std::vector<std::string> RedlineRun::Targets(bool open_document) const {
+    std::vector<std::string> targets;
+    std::copy_if(
+        options_.files.begin(), options_.files.end(), std::back_inserter(targets),
+        [open_document](const std::string& file) { return IsOpenRedline(file) == open_document; });
+    return targets;
+}
+
+ConversionMessage RedlineRun::JobFor(const RedlineInputs& inputs, bool open_document) const {
+    const PerSide<std::string>& files = inputs.files;
+    return {{"kind", "redline"},
+            {"format", open_document ? "odt" : "docx"},
+            {"source", files.original},
+            {"name", files.original},
+            {"second", files.modified},
+            {"secondname", files.modified},
+            {"password", inputs.passwords.original},
+            {"secondpassword", inputs.passwords.modified},
+            {"author", options_.author},
+            {"date", date_.value()},
+            {"idprefix", std::to_string(options_.id_prefix)},
+            {"formatting", options_.track_formatting ? "1" : "0"},
+            {"keeptracked", options_.keep_tracked ? "1" : "0"},
+            {"noverify", options_.no_verify ? "1" : "0"}};
+}
+
+void RedlineRun::Begin(const RedlineInputs& inputs) {
+    const bool known = !inputs.as_compared.original && !inputs.as_compared.modified;
+    if (known && date_.ok() && !options_.files.empty())
+        service_->Expect(JobFor(inputs, Targets(false).empty()));
+}
+
+Result<std::vector<RedlineCertificate>> RedlineRun::Write(const RedlineInputs& inputs,
+                                                          RunWatcher* watcher) {
+    if (!date_.ok())
+        return date_.failure();
     // All are made before one is written.
+    RedlineMaker maker(process_, *service_, inputs, watcher);
     std::vector<Redline> redlines;
     for (const bool open_document : {false, true}) {
-        std::vector<std::string> targets;
-        std::copy_if(options.files.begin(), options.files.end(), std::back_inserter(targets),
-                     [open_document](const std::string& file) {
-                         return IsOpenRedline(file) == open_document;
-                     });
+        std::vector<std::string> targets = Targets(open_document);
         if (targets.empty())
             continue;
-        job["format"] = open_document ? "odt" : "docx";
-        Result<Redline> redline = MakeRedline(process, job, std::move(targets), watcher);
+        Result<Redline> redline = maker.Make(JobFor(inputs, open_document), std::move(targets));
         if (!redline.ok())
             return redline.failure();
         redlines.push_back(std::move(redline.value()));
     }
-    std::string certificates;
+    std::vector<RedlineCertificate> certificates;
     for (const Redline& redline : redlines) {
         for (const std::string& file : redline.targets) {
             const Status written =
-                ReplaceFile(file, redline.document, ModeForTextOf(process.telling, files));
+                ReplaceFile(file, redline.document, ModeForTextOf(process_.telling, inputs.files));
             if (!written.ok())
                 return written.failure();
         }
-        certificates += redline.certificate;
+        certificates.push_back(redline.certificate);
     }
     return certificates;
 }

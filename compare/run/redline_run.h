@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,9 +10,13 @@
 #include "common/base/result.h"
 #include "common/base/run_watcher.h"
 #include "common/base/side.h"
+#include "compare/document/rich_text.h"
+#include "load/conversion_message.h"
+#include "load/redline_certificate.h"
 
 namespace zorvane {
 
+class ConversionService;
 struct ProcessState;
 
 struct RedlineOptions {
@@ -37,15 +42,38 @@ std::string RedlineNameFor(const std::string& file);
 Result<std::string> RevisionDate(const RedlineOptions& options,
                                  const std::optional<std::string>& epoch, std::int64_t now);
 
-/// Two files, as the user named them, and what opens them.
+/// Two files, as the user named them, what opens them, and what was compared.
 struct RedlineInputs {
     PerSide<std::string> files;
     PerSide<std::string> passwords;
+    PerSide<std::shared_ptr<const RichText>> texts{};
+    /// Laid out as it was compared: sheets, of which a compare takes some and makes columns.
+    PerSide<bool> as_compared{false, false};
 };
 
-/// The certificate, for people. On failure no file has been written or changed. Who watches may
-/// stop it.
-Result<std::string> WriteRedlines(ProcessState& process, const RedlineOptions& options,
-                                  const RedlineInputs& inputs, RunWatcher* watcher = nullptr);
+/// All redlines of one pair.
+class RedlineRun {
+  public:
+    /// `process` is borrowed.
+    RedlineRun(ProcessState& process, RedlineOptions options);
+    ~RedlineRun();
+
+    /// Starts what `Write` will be asked for, beside a compare that needs the same files. Nothing
+    /// is written, and who never asks has lost a little time. The texts are not known yet.
+    void Begin(const RedlineInputs& inputs);
+    /// A certificate for each kind of file that was written. On failure none has been written or
+    /// changed. Who watches may stop it.
+    Result<std::vector<RedlineCertificate>> Write(const RedlineInputs& inputs,
+                                                  RunWatcher* watcher = nullptr);
+
+  private:
+    ConversionMessage JobFor(const RedlineInputs& inputs, bool open_document) const;
+    std::vector<std::string> Targets(bool open_document) const;
+
+    ProcessState& process_;
+    RedlineOptions options_;
+    Result<std::string> date_;
+    std::unique_ptr<ConversionService> service_;
+};
 
 }  // namespace zorvane

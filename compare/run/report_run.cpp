@@ -8,7 +8,6 @@
 #include "common/run_telling.h"
 #include "compare/document/memory_editor.h"
 #include "compare/engine/report_model.h"
-#include "compare/run/redline_run.h"
 #include "load/file_types.h"
 
 namespace zorvane {
@@ -26,6 +25,7 @@ class ReportRun : private ReportSource {
                          ? CreateReportGUI(*this, input_.wanted.launch, out.file)
                          : CreateReport(*this, out.file, input_.wanted.type, input_.wanted.style);
         out.document_target = input_.settings.msgReportFileDOC_MD;
+        out.certificate = std::move(certificate_);
         if (input_.texts.all_in_one || input_.texts.changes)
             FreeAside(std::move(input_.texts));
         return out;
@@ -66,7 +66,7 @@ class ReportRun : private ReportSource {
 
     Status SaveDocumentReport(const std::string& file, std::uint32_t mode) override {
         auto editors = std::make_unique<Editors>();
-        const Status saved = SaveWith(*editors, file, mode);
+        Status saved = SaveWith(*editors, file, mode);
         FreeAside(std::move(editors));
         return saved;
     }
@@ -93,18 +93,19 @@ class ReportRun : private ReportSource {
         if (input_.edited)
             return Failure{input_.process.Translate(
                 "save the edits first; tracked changes are made from the files")};
-        const clsCompareFileOptions& options = input_.options;
         RedlineOptions redline;
         redline.files = {file};
-        const Result<std::string> certificate = WriteRedlines(
-            input_.process, redline,
-            {{options.sFileOriginal.Data(), options.sFileModified.Data()}, input_.passwords},
-            &watcher_);
-        return certificate.ok() ? Status::Ok() : Status(certificate.failure());
+        const Result<std::vector<RedlineCertificate>> certificates =
+            RedlineRun(input_.process, redline).Write(input_.redline, &watcher_);
+        if (!certificates.ok())
+            return certificates.failure();
+        certificate_ = certificates.value().front();
+        return Status::Ok();
     }
 
     ReportInput input_;
     RunWatcher& watcher_;
+    std::optional<RedlineCertificate> certificate_;
 };
 
 }  // namespace

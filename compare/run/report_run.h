@@ -5,6 +5,7 @@
 #include <string>
 
 #include "compare/document/rich_text.h"
+#include "compare/run/redline_run.h"
 #include "load/document_loader.h"
 #include "reports/report_driver.h"
 #include "reports/rich_report.h"
@@ -46,7 +47,7 @@ struct ReportInput {
     ReportWanted wanted;
     LoadQuestions* questions = nullptr;
     ConversionService* service = nullptr;  ///< whose office suite is let go of
-    PerSide<std::string> passwords{};      ///< that open the two files
+    RedlineInputs redline{};               ///< what tracked changes are made of
     bool edited = false;                   ///< a side's text is not that of its file
 };
 
@@ -54,6 +55,7 @@ struct ReportOutcome {
     ReportResult result = ReportResult::Aborted;
     std::string file;             ///< its tokens replaced
     std::string document_target;  ///< where later word-processor reports go
+    std::optional<RedlineCertificate> certificate;  ///< of a report with tracked changes
 };
 
 ReportOutcome RunReport(ReportInput input, RunWatcher& watcher);

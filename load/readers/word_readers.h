@@ -9,6 +9,10 @@
 
 namespace zorvane {
 
+/// The bookmark of a paragraph that our redlines put behind a last table, since word processors
+/// want one there: empty, it is none of the text.
+inline constexpr const char* kTableEndMark = "_zvTableEnd";
+
 /// DOCX, DOCM, DOTX, DOTM. Visible text in order: the body, with foot- and endnotes as text at
 /// their place in brackets, text boxes behind the paragraph that anchors them; then each header and
 /// footer once. Tracked changes as accepted; comments and hidden text left out.

@@ -32,6 +32,9 @@ class RedlineCliTest : public ::testing::Test {
 TEST_F(RedlineCliTest, WritesVerifiedRedlinesOfAnyPair) {
     folder_.Write("rows.rtf",
                   "{\\rtf1\\trowd\\cellx99 The ferry\\cell\\row\\pard leaves at ten.\\par}");
+    folder_.Write("last.rtf",
+                  "{\\rtf1 Times\\par\\trowd\\cellx99\\cellx200 at\\cell ten\\cell\\row}");
+    folder_.Write("times.csv", "ferry,time\nislander,at ten\n");
     struct Row {
         const char* original;
         const char* modified;
@@ -39,13 +42,15 @@ TEST_F(RedlineCliTest, WritesVerifiedRedlinesOfAnyPair) {
     };
     for (const Row& row :
          {Row{"old.docx", "new.docx", "red.docx"}, Row{"old.docx", "new.rtf", "red.docx"},
-          Row{"old.docx", "new.docx", "red.odt"}, Row{"rows.rtf", "new.rtf", "red.odt"}}) {
+          Row{"old.docx", "new.docx", "red.odt"}, Row{"rows.rtf", "new.rtf", "red.odt"},
+          Row{"new.rtf", "last.rtf", "red.docx"}, Row{"new.rtf", "last.rtf", "red.odt"},
+          Row{"new.rtf", "times.csv", "red.docx"}, Row{"old.docx", "times.csv", "red.odt"}}) {
         SCOPED_TRACE(std::string(row.modified) + " " + row.redline);
         const std::string redline(row.redline);
         const ShellRun run = Run(std::string(row.original) + " " + row.modified + " -o " + redline);
         EXPECT_EQ(run.status, 1);
         EXPECT_NE(run.output.find("tracked redline: verified\n"), std::string::npos) << run.error;
-        EXPECT_NE(run.output.find("insertions 1, deletions "), std::string::npos) << run.output;
+        EXPECT_NE(run.output.find("insertions "), std::string::npos) << run.output;
         // Our readers take tracked changes as accepted.
         EXPECT_EQ(Run(redline + " " + row.modified).status, 0);
         // It is one of the two packages that the next one is written from.
@@ -75,7 +80,9 @@ TEST_F(RedlineCliTest, PassesOptionsOn) {
     const std::size_t first = json.find("{\"verified\":true,\"original_sha256\":\"");
     EXPECT_EQ(json.front(), '{');
     EXPECT_NE(json.find("{\"verified\":true,", first + 1), std::string::npos) << json;
-    EXPECT_TRUE(json.ends_with("\"]}\n]}\n")) << json;
+    EXPECT_NE(json.find("\"marks\":{\"insertions\":1,\"deletions\":1,", first), std::string::npos);
+    EXPECT_NE(json.find("\"accepted\":{\"paragraphs\":1,\"tables\":0,"), std::string::npos) << json;
+    EXPECT_TRUE(json.ends_with("\"accepted_before\":0}\n]}\n")) << json;
 }
 
 TEST_F(RedlineCliTest, WritesNothingWhereItCannot) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "load/redline_certificate.h"
 #include "tests/support/fakes.h"
 #include "tests/support/false_converter.h"
 
@@ -165,6 +166,32 @@ TEST(CheckedAnswer, TellsWhatItFound) {
         {{"error", "6"}, {"office", "pptx"}, {"detail", "\x1B[2J"}}, AnswerShape::OneDocument, 0);
     EXPECT_EQ(office.office, "pptx");
     EXPECT_EQ(office.detail, "\u241B[2J");
+}
+
+TEST(RedlineCertificate, TravelsWholeOrNotAtAll) {
+    RedlineCertificate certificate;
+    certificate.verified = certificate.laid_out = true;
+    certificate.original_sha256 = std::string(64, 'a');
+    certificate.modified_sha256 = std::string(64, 'b');
+    certificate.redline_sha256 = std::string(64, '0');
+    certificate.marks[MarkCount::PropertyChanges] = 7;
+    certificate.rejected[ReadingCount::Cells] = 12;
+    certificate.untracked[UntrackedCount::RowsTwice] = 1;
+    const std::string bytes = EncodeCertificate(certificate);
+    EXPECT_EQ(DecodeCertificate(bytes), certificate);
+    EXPECT_NE(CertificateText(certificate).find("12 cells"), std::string::npos);
+    EXPECT_NE(CertificateText(certificate).find("not tracked: 1 row written twice\n"),
+              std::string::npos);
+    for (const auto& [what, by] : {std::pair{"mark7=1:7", "mark7=2:-7"},
+                                   {"mark7=1:7", "mark8=1:7"},
+                                   {"aaaa", "<b/>"},
+                                   {"redline=64:0", "redline=63:"}}) {
+        SCOPED_TRACE(by);
+        std::string broken = bytes;
+        broken.replace(broken.find(what), std::string_view(what).size(), by);
+        EXPECT_FALSE(DecodeCertificate(broken));
+    }
+    EXPECT_FALSE(DecodeCertificate(""));
 }
 
 TEST(VisibleText, IsShortAndShowsWhatHides) {

@@ -1,9 +1,12 @@
 // Seeded pairs with many edits at once, of every kind that the writer knows.
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <random>
 #include <vector>
 
 #include "tests/redline/odt_pair.h"
+#include "tests/support/shell_run.h"
 
 namespace zorvane {
 namespace {
@@ -12,19 +15,74 @@ constexpr const char* kWords[] = {"harbour", "lamp", "the", "of",   "keeper",  "
                                   "sails",   "a",    "in",  "rain", "morning", "340", "quay"};
 
 // A document as a value, so that it can be edited.
-struct Cells {
-    std::vector<std::vector<std::string>> rows;
-};
+using Rows = std::vector<std::vector<std::string>>;
 struct Block {
     std::vector<std::string> words;
-    std::vector<Cells> table;  // one, or none for a paragraph
+    Rows rows;  // of a table; none for a paragraph
     std::string note;
     bool bold = false;
     bool list = false;
     bool link = false;
     bool box = false;
+    bool picture = false;
 };
 using Story = std::vector<Block>;
+
+// The kinds of edits, as they are told when a pair fails. pandoc 2.17 reads a marked row as an
+// empty one, leaves out boxes, and pictures in changes, and does not join items of a list; what
+// joins paragraphs it puts into a note of the second one.
+enum class ByPandoc { Read, WithoutNotes, NotRead };
+struct EditKind {
+    const char* name;
+    ByPandoc pandoc;
+};
+enum Edit : std::size_t {
+    Word,
+    Number,
+    Insert,
+    InsertTable,
+    Delete,
+    Split,
+    Join,
+    Move,
+    MoveTable,
+    NoteText,
+    Look,
+    List,
+    Link,
+    Box,
+    Picture,
+    CellText,
+    RowMore,
+    RowLess,
+    ColumnMore,
+    ColumnLess,
+    OtherCells,
+    EditCount
+};
+constexpr EditKind kEdits[EditCount] = {
+    {"a word", ByPandoc::Read},
+    {"a number", ByPandoc::Read},
+    {"a paragraph more", ByPandoc::WithoutNotes},
+    {"a table more", ByPandoc::NotRead},
+    {"a block less", ByPandoc::NotRead},
+    {"a split", ByPandoc::WithoutNotes},
+    {"a join", ByPandoc::WithoutNotes},
+    {"a move", ByPandoc::WithoutNotes},
+    {"a table's move", ByPandoc::NotRead},
+    {"a note", ByPandoc::Read},
+    {"a look", ByPandoc::Read},
+    {"a list", ByPandoc::NotRead},
+    {"a link", ByPandoc::Read},
+    {"a text box", ByPandoc::NotRead},
+    {"a picture", ByPandoc::NotRead},
+    {"a cell's text", ByPandoc::Read},
+    {"a row more", ByPandoc::NotRead},
+    {"a row less", ByPandoc::NotRead},
+    {"a column more", ByPandoc::NotRead},
+    {"a column less", ByPandoc::NotRead},
+    {"a row of other cells", ByPandoc::NotRead},
+};
 
 class Generator {
   public:
@@ -38,99 +96,125 @@ class Generator {
         return story;
     }
 
-    void Edit(Story& story) {
+    // Gives the name of what was done; where that cannot be done here, the text is left alone.
+    const char* Change(Story& story, Edit edit) {
         const std::size_t at = Below(story.size());
         Block& block = story[at];
         const auto place = story.begin() + static_cast<std::ptrdiff_t>(at);
-        if (!block.table.empty())
-            return Below(4) == 0 ? void(story.erase(place)) : EditTable(block.table[0]);
-        switch (Below(9)) {
-            case 0:
-                story.insert(place, Below(3) == 0 ? MakeTable() : MakeParagraph());
-                return;
-            case 1:
+        if (edit >= CellText)
+            return EditTable(story, edit);
+        switch (edit) {
+            case Insert:
+            case InsertTable:
+                story.insert(place, edit == Insert ? MakeParagraph() : MakeTable());
+                break;
+            case Delete:
                 if (at + 1 < story.size())
                     story.erase(place);
-                return;
-            case 2:
-                return Split(story, at);
-            case 3:
-                return Join(story, at);
-            case 4:
-                block.note = block.note.empty() ? Word() + " note" : Below(2) ? "" : Word();
-                return;
-            case 5:
-                block.bold = !block.bold;
-                return;
-            case 6:
-                (Below(2) ? block.link : block.box) ^= true;
-                return;
+                break;
+            case Move:
+            case MoveTable:
+                if (at + 1 < story.size() && block.rows.empty() == (edit == Move))
+                    std::rotate(place, place + 1, story.end() - 1);
+                break;
             default:
-                EditWords(block.words);
+                return block.rows.empty() ? EditParagraph(story, at, edit) : "nothing";
         }
+        return kEdits[edit].name;
     }
 
     std::size_t Below(std::size_t end) { return random_() % end; }
+    Edit AnyEdit() { return static_cast<Edit>(Below(EditCount)); }
 
   private:
-    std::string Word() { return kWords[Below(std::size(kWords))]; }
+    std::string AnyWord() { return kWords[Below(std::size(kWords))]; }
 
     Block MakeParagraph() {
         Block block;
         for (std::size_t i = Below(14); i > 0; --i)
-            block.words.push_back(Word());
+            block.words.push_back(AnyWord());
         block.bold = Below(4) == 0;
         block.list = Below(5) == 0;
         block.link = Below(6) == 0;
         block.box = Below(8) == 0;
+        block.picture = Below(8) == 0;
         if (Below(5) == 0)
-            block.note = Word() + " " + Word();
+            block.note = AnyWord() + " " + AnyWord();
         return block;
     }
 
     Block MakeTable() {
         Block block;
-        block.table.emplace_back();
+        block.rows.resize(1 + Below(4));
         const std::size_t columns = 1 + Below(3);
-        for (std::size_t row = 1 + Below(4); row > 0; --row) {
-            block.table[0].rows.emplace_back();
+        for (auto& row : block.rows) {
             for (std::size_t i = 0; i < columns; ++i)
-                block.table[0].rows.back().push_back(Word() + " " + Word());
+                row.push_back(AnyWord() + " " + AnyWord());
         }
         return block;
     }
 
-    void EditTable(Cells& cells) {
-        auto& rows = cells.rows;
+    const char* EditTable(Story& story, Edit edit) {
+        const auto table = std::find_if(story.begin(), story.end(),
+                                        [](const Block& block) { return !block.rows.empty(); });
+        if (table == story.end())
+            return "nothing";
+        Rows& rows = table->rows;
         auto& row = rows[Below(rows.size())];
-        const auto place = rows.begin() + (&row - rows.data());
-        switch (Below(4)) {
-            case 0:
-                rows.insert(place, row);
-                return;
-            case 1:
-                if (rows.size() > 1)
-                    rows.erase(place);
-                return;
-            case 2:
-                row.push_back(Word());
-                return;
-            default:
-                row[Below(row.size())] = Word();
+        const std::size_t column = Below(row.size());
+        if (edit == CellText)
+            row[column] = AnyWord();
+        else if (edit == RowMore)
+            rows.insert(rows.begin() + (&row - rows.data()), row);
+        else if (edit == RowLess && rows.size() > 1)
+            rows.erase(rows.begin() + (&row - rows.data()));
+        else if (edit == OtherCells)
+            row.push_back(AnyWord());
+        for (auto& each : rows) {
+            const auto cell =
+                each.begin() + static_cast<std::ptrdiff_t>(std::min(column, each.size() - 1));
+            if (edit == ColumnMore)
+                each.insert(cell, AnyWord());
+            else if (edit == ColumnLess && each.size() > 1)
+                each.erase(cell);
         }
+        return kEdits[edit].name;
     }
 
-    void EditWords(std::vector<std::string>& words) {
+    const char* EditParagraph(Story& story, std::size_t at, Edit edit) {
+        Block& block = story[at];
+        if (edit == Split) {
+            SplitAt(story, at);
+        } else if (edit == Join) {
+            JoinAt(story, at);
+        } else if (edit == NoteText) {
+            block.note = block.note.empty() ? AnyWord() + " note" : Below(2) ? "" : AnyWord();
+        } else if (edit == Word || edit == Number) {
+            EditWords(block.words, edit == Number);
+        } else {
+            for (const auto& [kind, flag] :
+                 {std::pair{Look, &Block::bold}, std::pair{List, &Block::list},
+                  std::pair{Link, &Block::link}, std::pair{Box, &Block::box},
+                  std::pair{Picture, &Block::picture}}) {
+                if (edit == kind)
+                    block.*flag = !(block.*flag);
+            }
+        }
+        return kEdits[edit].name;
+    }
+
+    void EditWords(std::vector<std::string>& words, bool number) {
         const std::size_t at = Below(words.size() + 1);
+        const std::string word = number ? std::to_string(Below(1000)) : AnyWord();
         if (at == words.size() || Below(3) == 0)
-            words.insert(words.begin() + static_cast<std::ptrdiff_t>(at), Word());
+            words.insert(words.begin() + static_cast<std::ptrdiff_t>(at), word);
         else if (Below(2) == 0)
             words.erase(words.begin() + static_cast<std::ptrdiff_t>(at));
         else
-            words[at] = Word();
+            words[at] = word;
     }
 
-    void Split(Story& story, std::size_t at) {
+    static void SplitAt(Story& story, std::size_t at) {
         Block tail = story[at];
         const auto half = static_cast<std::ptrdiff_t>(tail.words.size() / 2);
         tail.words.erase(tail.words.begin(), tail.words.begin() + half);
@@ -139,8 +223,8 @@ class Generator {
         story.insert(story.begin() + static_cast<std::ptrdiff_t>(at) + 1, tail);
     }
 
-    void Join(Story& story, std::size_t at) {
-        if (at + 1 >= story.size() || !story[at + 1].table.empty())
+    static void JoinAt(Story& story, std::size_t at) {
+        if (at + 1 >= story.size() || !story[at + 1].rows.empty())
             return;
         const std::vector<std::string>& more = story[at + 1].words;
         story[at].words.insert(story[at].words.end(), more.begin(), more.end());
@@ -150,26 +234,30 @@ class Generator {
     std::mt19937 random_;
 };
 
-// Words cut into runs at places of its own for each side, as two programs would.
+// Runs end at places of their own on each side, as in two programs.
+template <class Put>
+void ForRuns(const Block& block, std::size_t cut, const Put& put) {
+    std::string text;
+    for (std::size_t i = 0; i <= block.words.size(); ++i) {
+        const bool ends = i == block.words.size() || i % cut == cut - 1;
+        if (ends && !text.empty())
+            put(std::exchange(text, {}));
+        if (i < block.words.size())
+            text += (i == 0 ? "" : " ") + block.words[i];
+    }
+}
+
 std::string Shown(const Block& block, std::size_t cut, PairFile& file, std::size_t& notes) {
     std::string content;
-    std::string text;
-    const auto flush = [&] {
-        if (!text.empty())
-            content += TextRun(text, block.bold ? "<w:b/>" : "");
-        text.clear();
-    };
-    for (std::size_t i = 0; i < block.words.size(); ++i) {
-        if (i % cut == cut - 1)
-            flush();
-        text += (i == 0 ? "" : " ") + block.words[i];
-    }
-    flush();
+    ForRuns(block, cut,
+            [&](const std::string& text) { content += TextRun(text, block.bold ? "<w:b/>" : ""); });
     if (block.link)
         content += "<w:hyperlink r:id=\"rl\">" + TextRun(" link") + "</w:hyperlink>";
     if (block.box)
         content +=
             "<w:r><w:pict><w:txbxContent>" + Paragraph("box") + "</w:txbxContent></w:pict></w:r>";
+    if (block.picture)
+        content += "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>";
     if (!block.note.empty()) {
         const std::string id = std::to_string(++notes);
         file.footnotes += Note(id, block.note);
@@ -183,14 +271,15 @@ std::string Shown(const Block& block, std::size_t cut, PairFile& file, std::size
 
 std::string FileOf(const Story& story, std::size_t cut, const std::string& header) {
     PairFile file;
+    file.picture = "picture";
     std::size_t notes = 0;
     for (const Block& block : story) {
-        if (block.table.empty()) {
+        if (block.rows.empty()) {
             file.body += Shown(block, cut, file, notes);
             continue;
         }
         std::string rows;
-        for (const auto& row : block.table[0].rows) {
+        for (const auto& row : block.rows) {
             rows += "<w:tr>";
             for (const std::string& cell : row)
                 rows += Cell(cell);
@@ -208,22 +297,15 @@ std::string FileOf(const Story& story, std::size_t cut, const std::string& heade
 // The same story as another program writes it.
 std::string ShownInOdt(const Block& block, std::size_t cut) {
     std::string content;
-    std::string text;
-    const auto flush = [&] {
-        content += block.bold && !text.empty() ? OdtSpan(text, "T1") : text;
-        text.clear();
-    };
-    for (std::size_t i = 0; i < block.words.size(); ++i) {
-        if (i % cut == cut - 1)
-            flush();
-        text += (i == 0 ? "" : " ") + block.words[i];
-    }
-    flush();
+    ForRuns(block, cut,
+            [&](const std::string& text) { content += block.bold ? OdtSpan(text, "T1") : text; });
     if (block.link)
         content += "<text:a xlink:href=\"http://example.org/\">link</text:a>";
     if (block.box)
         content +=
             "<draw:frame><draw:text-box>" + OdtParagraph("box") + "</draw:text-box></draw:frame>";
+    if (block.picture)
+        content += "<draw:frame><draw:image xlink:href=\"Pictures/p.png\"/></draw:frame>";
     if (!block.note.empty())
         content += OdtNote(block.note);
     const std::string paragraph = OdtParagraph(content, block.bold ? "P2" : "P1");
@@ -234,42 +316,43 @@ std::string ShownInOdt(const Block& block, std::size_t cut) {
 
 std::string OdtOf(const Story& story, std::size_t cut, const std::string& header) {
     OdtFile file;
+    file.picture = "picture";
     file.header = header.empty() ? "" : OdtParagraph(header);
     file.styles = OdtStyle("T1", "text", "fo:font-weight=\"bold\"") +
                   OdtStyle("P2", "paragraph", cut == 3 ? "fo:color=\"#123456\"" : "");
     for (const Block& block : story) {
-        if (block.table.empty()) {
+        if (block.rows.empty()) {
             file.body += ShownInOdt(block, cut);
             continue;
         }
         std::string rows;
-        for (const auto& row : block.table[0].rows) {
+        for (const auto& row : block.rows) {
             rows += "<table:table-row>";
             for (const std::string& cell : row)
                 rows += "<table:table-cell>" + OdtParagraph(cell) + "</table:table-cell>";
             rows += "</table:table-row>";
         }
-        file.body += OdtTable(rows, block.table[0].rows[0].size());
+        file.body += OdtTable(rows, block.rows[0].size());
     }
     return MakeOdtFile(file);
 }
 
 // ZORVANE_REDLINE_PAIRS=1000 for a long look.
-std::uint32_t Pairs() {
-    constexpr std::uint32_t kEveryday = 150;
+std::uint32_t Pairs(std::uint32_t everyday) {
     const char* const asked = std::getenv("ZORVANE_REDLINE_PAIRS");
-    return asked == nullptr ? kEveryday : static_cast<std::uint32_t>(std::atoi(asked));
+    return asked == nullptr ? everyday : static_cast<std::uint32_t>(std::atoi(asked));
 }
 
 TEST(RandomRedline, GivesBothDocumentsBack) {
-    for (std::uint32_t seed = 0; seed < Pairs(); ++seed) {
-        SCOPED_TRACE(seed);
+    for (std::uint32_t seed = 0; seed < Pairs(150); ++seed) {
         Generator generator(seed);
         Story story = generator.MakeStory();
         const std::string original = FileOf(story, 3, seed % 3 ? "head of it" : "");
         const std::string old_odt = OdtOf(story, 3, seed % 3 ? "head of it" : "");
+        std::string edits = std::to_string(seed);
         for (std::size_t i = 1 + generator.Below(8); i > 0; --i)
-            generator.Edit(story);
+            edits.append(", ").append(generator.Change(story, generator.AnyEdit()));
+        SCOPED_TRACE(edits);
         const std::string modified = FileOf(story, 4, seed % 4 ? "head of all" : "");
         const std::string new_odt = OdtOf(story, 4, seed % 4 ? "head of all" : "");
         EXPECT_EQ(OdtLawBreach(old_odt, new_odt, OdtRedlineOf(old_odt, new_odt)), "");
@@ -280,6 +363,58 @@ TEST(RandomRedline, GivesBothDocumentsBack) {
             EXPECT_EQ(LawBreach(original, modified, written.bytes, written.headers_left_out, looks),
                       "");
         }
+    }
+}
+
+// ---- an independent reader ----
+
+std::string ReadByPandoc(TempFolder& folder, const std::string& document, const char* changes) {
+    folder.Write("d.docx", document);
+    const ShellRun run =
+        RunShell(folder, "cd '" + folder.Path() + "' && pandoc --track-changes=" + changes +
+                             " -t plain --wrap=none d.docx >out 2>err");
+    EXPECT_EQ(run.status, 0) << run.error;
+    std::string shown;
+    for (const char letter : run.output) {
+        if (letter != '\n' || !shown.ends_with('\n'))
+            shown += letter;
+    }
+    return shown;
+}
+
+TEST(RandomRedline, IsReadLikewiseByPandoc) {
+    TempFolder folder;
+    if (RunShell(folder, "cd '" + folder.Path() + "' && pandoc --version >out 2>err").status != 0)
+        GTEST_SKIP() << "no pandoc here";
+    for (std::uint32_t seed = 0; seed < Pairs(6); ++seed) {
+        Generator generator(seed);
+        Story story = generator.MakeStory();
+        const bool notes = seed % 2 == 0;
+        for (Block& block : story) {
+            block.box = block.picture = block.list = false;
+            block.note = notes ? block.note : "";
+        }
+        const std::string original = FileOf(story, 3, "");
+        std::string edits = std::to_string(seed);
+        for (int done = 0; done < 4;) {
+            const Edit edit = generator.AnyEdit();
+            const ByPandoc pandoc = kEdits[edit].pandoc;
+            if (pandoc == ByPandoc::NotRead || (notes && pandoc == ByPandoc::WithoutNotes) ||
+                (!notes && edit == NoteText))
+                continue;
+            edits.append(", ").append(generator.Change(story, edit));
+            ++done;
+        }
+        SCOPED_TRACE(edits);
+        const std::string modified = FileOf(story, 4, "");
+        const WrittenRedline written = RedlineOf(original, modified);
+        if (written.untracked[UntrackedCount::TablesTwice] > 0)
+            continue;  // marked rows
+        const std::string& redline = written.bytes;
+        EXPECT_EQ(ReadByPandoc(folder, redline, "accept"),
+                  ReadByPandoc(folder, modified, "accept"));
+        EXPECT_EQ(ReadByPandoc(folder, redline, "reject"),
+                  ReadByPandoc(folder, original, "accept"));
     }
 }
 

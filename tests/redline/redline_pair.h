@@ -25,21 +25,27 @@ struct PairFile {
     std::string link = "http://example.org/";  ///< what relationship "rl" leads to
 };
 
+inline const std::string kRelationKind =
+    "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
+inline const std::string kRelationships =
+    "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">";
+
 inline std::string MakePairFile(const PairFile& file) {
     const auto relation = [](const std::string& id, const std::string& kind,
                              const std::string& target, const char* mode = "") {
-        return "<Relationship Id=\"" + id + "\" Type=\"http://x/" + kind + "\" Target=\"" + target +
-               "\"" + mode + "/>";
+        return "<Relationship Id=\"" + id + "\" Type=\"" + kRelationKind + kind + "\" Target=\"" +
+               target + "\"" + mode + "/>";
     };
     std::string relations = relation("rs", "styles", "styles.xml") +
                             relation("rn", "numbering", "numbering.xml") +
                             relation("rl", "hyperlink", file.link, " TargetMode=\"External\"");
     ZipParts parts{
         {"[Content_Types].xml",
-         "<Types><Default Extension=\"xml\" ContentType=\"application/xml\"/><Default "
+         "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\"><Default "
+         "Extension=\"xml\" ContentType=\"application/xml\"/><Default "
          "Extension=\"rels\" ContentType=\"application/rels\"/><Default Extension=\"png\" "
          "ContentType=\"image/png\"/></Types>"},
-        {"_rels/.rels", "<Relationships>" + relation("r1", "officeDocument", "word/document.xml") +
+        {"_rels/.rels", kRelationships + relation("r1", "officeDocument", "word/document.xml") +
                             "</Relationships>"},
         {"word/styles.xml", WordPart("styles", file.styles)},
         {"word/numbering.xml", WordPart("numbering", file.numbering)},
@@ -59,7 +65,7 @@ inline std::string MakePairFile(const PairFile& file) {
         parts.emplace_back("word/media/image1.png", file.picture);
     }
     parts.emplace_back("word/_rels/document.xml.rels",
-                       "<Relationships>" + relations + "</Relationships>");
+                       kRelationships + relations + "</Relationships>");
     parts.emplace_back("word/document.xml",
                        WordPart("document", "<w:body>" + file.body + section + "</w:body>"));
     return MakeZip(parts);

@@ -350,7 +350,7 @@ TEST_F(FoldersPageTest, EditsTheOptionsOfTextsAndOfReports) {
     EXPECT_EQ(page.TextOptions(), dialog);
     EXPECT_EQ(dialog->Pages().Tabs().currentIndex(), 0);
     for (QAbstractButton* box : dialog->findChildren<QAbstractButton*>()) {
-        if (box->text() == QStringLiteral("Ignore Case"))
+        if (WithoutMnemonic(box->text()) == QStringLiteral("Ignore Case"))
             box->click();
     }
     for (const QAbstractButton* button : dialog->findChildren<Button*>())

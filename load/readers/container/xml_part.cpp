@@ -31,9 +31,16 @@ ReadEnd XmlPart::Read(Package& package, std::string_view name, XmlPart& part) {
 }
 
 std::string_view LocalName(const pugi::xml_node& node) {
-    const std::string_view name = node.name();
-    const std::size_t colon = name.find(':');
-    return colon == std::string_view::npos ? name : name.substr(colon + 1);
+    const char* begin = node.name();
+    const char* end = begin;
+    // In one go: names are short, and each element's is asked for many times.
+    for (bool prefix = true; *end != '\0'; ++end) {
+        if (prefix && *end == ':') {
+            begin = end + 1;
+            prefix = false;
+        }
+    }
+    return {begin, static_cast<std::size_t>(end - begin)};
 }
 
 pugi::xml_node Child(const pugi::xml_node& node, std::string_view local_name) {

@@ -23,6 +23,13 @@ bool HasContent(const Node& paragraph) {
     return !Child(Child(paragraph, "pPr"), "sectPr") || Child(paragraph, "r");
 }
 
+// A word processor wants a paragraph behind a last table: this one is none of the text.
+bool IsTableEnd(const Node& paragraph) {
+    return std::any_of(paragraph.begin(), paragraph.end(), [](const Node& node) {
+        return Is(node, "bookmarkStart") && Attribute(node, "name") == kTableEndMark;
+    });
+}
+
 bool ContinuesCellAbove(const Node& cell) {
     const Node merge = Child(Child(cell, "tcPr"), "vMerge");
     return merge && Attribute(merge, "val") != "restart";
@@ -85,7 +92,7 @@ void DocxWalker::Paragraph(const Node& node, int depth) {
     const RunLook outer = std::exchange(base_, look.run);
     Inlines(node, depth);
     base_ = outer;
-    EndParagraph(MarkDeleted(properties), mark.hidden, depth);
+    EndParagraph(MarkDeleted(properties), mark.hidden || IsTableEnd(node), depth);
 }
 
 // A deleted mark joins the paragraph with the next one; a hidden one leaves no empty line.

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "load/readers/sink/symbol_fonts.h"
+#include "load/readers/word_readers.h"
 
 namespace zorvane {
 namespace {
@@ -35,6 +36,18 @@ bool IsContainer(std::string_view name) {
                                                          "a",
                                                          "numbered-paragraph"};
     return IsOneOf(name, kNames);
+}
+
+// Word processors want a paragraph behind a last table: this one is none of the text.
+bool IsTableEnd(const pugi::xml_node& paragraph) {
+    bool marked = false;
+    for (const pugi::xml_node& child : paragraph.children()) {
+        const std::string_view name = LocalName(child);
+        if (!name.starts_with("bookmark") && !name.starts_with("change"))
+            return false;
+        marked = marked || Attribute(child, "name") == kTableEndMark;
+    }
+    return marked;
 }
 
 bool IsHiddenByItself(const pugi::xml_node& node) {
@@ -122,7 +135,7 @@ void OdtBody::Paragraph(const pugi::xml_node& node, bool heading) {
     const OpenParagraphStyle& style = styles_->Paragraph(Attribute(node, "style-name"));
     UseMasterPage(style.master_page);
     beside_.Paragraph(node, *styles_, style.chars);
-    if (IsHiddenParagraph(node, style.chars))
+    if (IsHiddenParagraph(node, style.chars) || IsTableEnd(node))
         return;
     const OpenBlanks outer = blanks_;
     const std::size_t anchored = anchored_.size();

@@ -50,6 +50,8 @@ bool OdtBody::IsHiddenRow(const pugi::xml_node& row) const {
     bool hides = false;
     for (const pugi::xml_node& cell : row.children()) {
         for (const pugi::xml_node& block : cell.children()) {
+            if (block.type() != pugi::node_element)
+                continue;  // blanks of a file that is indented
             if (!Is(block, "p") && !Is(block, "h"))
                 return false;
             const OpenChars& chars = styles_->Paragraph(Attribute(block, "style-name")).chars;
@@ -66,6 +68,8 @@ bool OdtBody::IsDeletedRow(const pugi::xml_node& row) {
     bool deleted = false;
     for (const pugi::xml_node& cell : row.children()) {
         for (const pugi::xml_node& block : cell.children()) {
+            if (block.type() != pugi::node_element)
+                continue;  // blanks of a file that is indented
             if (!Is(block, "p") && !Is(block, "h"))
                 return false;
             for (const pugi::xml_node& node : block.children()) {
