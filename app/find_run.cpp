@@ -71,8 +71,10 @@ class FindRunner : private FindReceiver {
         LoadOptions load = command_.load;
         if (Status filled = FillPasswords(load); !filled.ok())
             return filled;
-        documents_->UsePassword(load.original_password.empty() ? load.password
-                                                               : load.original_password);
+        const std::string& password =
+            load.original_password.empty() ? load.password : load.original_password;
+        if (!password.empty())
+            documents_->UsePasswords({password});
         return Status::Ok();
     }
 
@@ -153,7 +155,8 @@ class FindRunner : private FindReceiver {
         }
         Flush();
         window_.Clear();
-        LogMessage(process_, file.path + ": " + file.reason);
+        LogMessage(process_, file.path + ": " + file.reason +
+                                 (file.code == kWantsPassword ? "; give it with --password" : ""));
     }
 
     void Flush() {

@@ -162,6 +162,7 @@ class FoldersRunner {
         ShowStep("Looking for renamed files");
         RenameOptions options;
         options.threads = command_.jobs;
+        options.follow = engine_.FolderOptions().rules.follow;
         ExtractedTexts texts(process_, command_.no_cache ? TextCache("") : UserTextCache(process_));
         if (command_.text)
             options.document_text = DocumentTextsOf(texts, options.stop);

@@ -1,4 +1,4 @@
-// Any bytes as a page, an XML file, a Markdown text or a message, by the first byte: reading ends,
+// Any bytes as a page, a page of strict syntax or an XML file, by the first byte: reading ends,
 // paragraphs do not nest, and the text is UTF-8 without line ends.
 #include <cstdint>
 #include <string_view>
@@ -12,14 +12,10 @@ namespace {
 zorvane::ReadEnd ReadAs(unsigned kind, std::string_view bytes, zorvane::StrictSink& sink,
                         zorvane::Patient& monitor) {
     using namespace zorvane;
-    switch (kind % 6) {
+    switch (kind % 4) {
         case 0:
             return ReadXml(bytes, sink, monitor);
         case 1:
-            return ReadMarkdown(bytes, sink, monitor);
-        case 2:
-            return ReadMessage(bytes, "windows-1252", sink, monitor);
-        case 3:
             return ShowHtml(HtmlAsUtf8(bytes, "UTF-8"), HtmlSyntax::Xhtml, sink, monitor);
         default:
             return ReadHtml(bytes, "windows-1252", sink, monitor);

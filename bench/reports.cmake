@@ -1,3 +1,6 @@
 if(ZORVANE_BENCH)
     zorvane_bench(zv_report_bench SOURCES report_bench.cpp USES zv_reports)
 endif()
+if(ZORVANE_FUZZ)
+    zorvane_fuzzer(zv_reports_fuzz SOURCES reports_fuzz.cpp USES zv_reports zv_ext_gumbo)
+endif()

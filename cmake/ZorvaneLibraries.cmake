@@ -29,6 +29,7 @@ target_compile_definitions(zv_ext_xxhash INTERFACE XXH_INLINE_ALL)
 
 # For the readers in zorvane-convert only. Debian ships libzip and poppler as shared libraries alone.
 zorvane_external(zv_ext_zip libzip.so zip.h)
+zorvane_external(zv_ext_zlib libz.so zlib.h)
 zorvane_external(zv_ext_pugixml libpugixml.a pugixml.hpp)
 zorvane_external(zv_ext_gumbo libgumbo.a gumbo.h)
 zorvane_external(zv_ext_crypto libcrypto.so openssl/evp.h)

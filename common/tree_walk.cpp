@@ -127,23 +127,25 @@ class FolderTask : public OrderedTask {
             FolderListing& listing = names_->listings[side];
             if (handles_[side] == nullptr)
                 continue;
-            errors_[side] = handles_[side]->List(listing);
+            const auto stop = [&work] { return work.Aborted(); };
+            errors_[side] = handles_[side]->List(listing, stop);
             if (errors_[side])
                 listing = {};
-            listing.Sort([&work] { return work.Aborted(); });
+            listing.Sort(stop);
         }
         // Where one side cannot be read nothing is known of what the two have in common.
         if (work.Aborted() || errors_.original || errors_.modified)
             return;
-        Merge();
+        Merge(work);
         for (const Side side : kBothSides)
             names_->listings[side].DropEntries();
     }
 
-    void Merge() {
+    void Merge(const OrderedWork& work) {
         PerSide<std::size_t> at{0, 0};
         const PerSide<FolderListing>& listings = names_->listings;
-        while (at.original < listings.original.size() || at.modified < listings.modified.size()) {
+        while ((at.original < listings.original.size() || at.modified < listings.modified.size()) &&
+               !work.Aborted()) {
             const int order = Order(at);
             PerSide<TreeEntry> entries;
             for (const Side side : kBothSides) {

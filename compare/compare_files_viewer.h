@@ -69,6 +69,8 @@ class frmCompareFiles : public Viewer {
     const std::string& Description() const override { return sDescription_; }
     ViewerKind Kind() const override { return ViewerKind::CompareFiles; }
     std::vector<std::string> FileNames() const override;
+    /// The files whose texts stand in the editors; the chosen one as long as none was read, or "".
+    PerSide<std::string> ShownFiles() const;
     void Activate() override { window_.Activate(); }
     bool MayClose() override { return MayLoseEdits(LosingStep::Close) && window_.ConfirmClose(); }
     /// Stops a run, waits for its end, and takes no more work; its result is dropped. Then saves
@@ -316,7 +318,6 @@ class frmCompareFiles : public Viewer {
     ReportResult SaveAllInOne(std::string& file, ViewerRun& run);
     void SelectSavedFile(Side side, const std::string& file, std::uint32_t edits);
     PerSide<std::string> FilesOf(EditorTarget target) const;
-    std::string TitleOf(EditorTarget target) const;
     bool SaveBeforeLosing(Side side);
     std::optional<PerSide<bool>> EditsToKeep();
     void LoadAgain(const PerSide<std::string>& files);

@@ -35,6 +35,8 @@ class FileWatch {
     /// From here on `path` is what that side shows, as it was at `stamp`. Nothing: it was no
     /// regular file (a pipe, an address), and is not watched.
     void Watch(Side side, const std::string& path, std::optional<FileStamp> stamp);
+    /// Empty: nothing is watched.
+    const std::string& PathOf(Side side) const { return watched_[side].path; }
     void Forget(Side side) { watched_[side] = {}; }
     void SwapSides() { std::swap(watched_.original, watched_.modified); }
     /// The viewer itself wrote the file, which is no news.

@@ -11,6 +11,12 @@
 
 namespace zorvane {
 
+namespace {
+
+constexpr std::string_view kNoFile = "Uninitialized";  // chosen yet
+
+}  // namespace
+
 ShownDocument& frmCompareFiles::DocumentOf(EditorTarget target) {
     switch (target) {
         case EditorTarget::AllInOneDiff:
@@ -53,6 +59,7 @@ SaveOutcome frmCompareFiles::SaveEditor(EditorTarget target) {
                                 [this, &saved](Side side, const std::string& file) {
                                     SelectSavedFile(side, file, saved[side]);
                                 },
+                                SuggestedName(target, ShownFiles()),
                                 ModeForTextOf(telling_, FilesOf(target)), &control},
                                target);
     };
@@ -87,9 +94,22 @@ void frmCompareFiles::SelectSavedFile(Side side, const std::string& file, std::u
     file_watch_.Watch(side, file, file_watch_.StampOf(file));
 }
 
+// Another file may be chosen already, which is not loaded yet.
+PerSide<std::string> frmCompareFiles::ShownFiles() const {
+    PerSide<std::string> files{options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+    for (const Side side : kBothSides) {
+        const std::string& watched = file_watch_.PathOf(side);
+        if (!watched.empty())
+            files[side] = watched;
+        else if (files[side] == kNoFile)
+            files[side].clear();
+    }
+    return files;
+}
+
 // The files that the text of an editor comes from.
 PerSide<std::string> frmCompareFiles::FilesOf(EditorTarget target) const {
-    PerSide<std::string> files{options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+    PerSide<std::string> files = ShownFiles();
     if (target == EditorTarget::Original)
         files.modified.clear();
     if (target == EditorTarget::Modified)
@@ -105,8 +125,9 @@ PrintEnd frmCompareFiles::PrintActiveEditor() {
         return end;
     window_.SetAbortVisible(true);
     const auto work = [this, &end](ViewerRun& run) {
-        end = PrintEditor({process_, telling_, window_, settings_, &run.Control()},
-                          DocumentOf(mlActiveEditor_).editor, TitleOf(mlActiveEditor_));
+        end =
+            PrintEditor({process_, telling_, window_, settings_, &run.Control()},
+                        DocumentOf(mlActiveEditor_).editor, TitleOf(mlActiveEditor_, ShownFiles()));
     };
     const auto tell = [this, &end] {
         window_.SetAbortVisible(false);
@@ -117,17 +138,6 @@ PrintEnd frmCompareFiles::PrintActiveEditor() {
     return end;
 }
 
-// A side's file says more than what its editor is called.
-std::string frmCompareFiles::TitleOf(EditorTarget target) const {
-    const std::string& original = options_.sFileOriginal.Data();
-    const std::string& modified = options_.sFileModified.Data();
-    if (target == EditorTarget::Original && !original.empty())
-        return original;
-    if (target == EditorTarget::Modified && !modified.empty())
-        return modified;
-    return EditorTitle(target);
-}
-
 // ---- what would be lost ----
 
 bool frmCompareFiles::MayLoseEdits(LosingStep step, const PerSide<bool>& of) {
@@ -135,7 +145,7 @@ bool frmCompareFiles::MayLoseEdits(LosingStep step, const PerSide<bool>& of) {
     for (const Side side : kBothSides) {
         if (of[side])
             texts.push_back(
-                {TitleOf(TargetOf(side)),
+                {TitleOf(TargetOf(side), ShownFiles()),
                  [this, side] { return DocumentOf(TargetOf(side)).editor.IsModified(); },
                  [this, side] { return SaveBeforeLosing(side); }});
     }

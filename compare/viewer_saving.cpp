@@ -48,6 +48,10 @@ bool HasWindowsEnds(const std::string& file) {
     return head.ok() && head.value().find("\r\n") != std::string::npos;
 }
 
+bool IsSide(EditorTarget target) {
+    return target == EditorTarget::Original || target == EditorTarget::Modified;
+}
+
 class Saving {
   public:
     Saving(const SavingParts& parts, EditorTarget target) : parts_(parts), target_(target) {}
@@ -62,7 +66,7 @@ class Saving {
         if (!KeepGoing(parts_.watcher) || !ProduceRichText() || !KeepGoing(parts_.watcher) ||
             !Write())
             return {KeepGoing(parts_.watcher) ? SaveEnd::Failed : SaveEnd::Stopped, {}};
-        if (target_ == EditorTarget::Original || target_ == EditorTarget::Modified) {
+        if (IsSide(target_)) {
             const Side side = target_ == EditorTarget::Original ? Side::Original : Side::Modified;
             parts_.select_file(side, file_);
             parts_.window.RefreshFileList(side);
@@ -81,6 +85,7 @@ class Saving {
         question.filter = SaveFilter(parts_.process, parts_.TextFileExtensions.Items());
         question.filter_index = parts_.settings.lLastSelectedFileFilterIndex;
         question.saving = true;
+        question.start = parts_.suggested;
         file_ = parts_.window.PickFile(question);
         if (file_.empty())
             return false;
@@ -169,6 +174,17 @@ class Saving {
     std::string temp_;
 };
 
+std::string Both(std::string_view original, std::string_view modified) {
+    return std::string(original).append(" vs. ").append(modified);
+}
+
+/// A file's name; a dot in front is no ending.
+std::string_view WithoutEnding(std::string_view path) {
+    const std::string_view name = FileNameOf(path);
+    const std::size_t dot = name.rfind('.');
+    return dot == 0 ? name : name.substr(0, dot);
+}
+
 }  // namespace
 
 std::string EditorTitle(EditorTarget target) {
@@ -185,6 +201,29 @@ std::string EditorTitle(EditorTarget target) {
             break;
     }
     return "MODIFIED";
+}
+
+std::string TitleOf(EditorTarget target, const PerSide<std::string>& files) {
+    if (target == EditorTarget::Original && !files.original.empty())
+        return files.original;
+    if (target == EditorTarget::Modified && !files.modified.empty())
+        return files.modified;
+    if (IsSide(target) || files.original.empty() || files.modified.empty())
+        return EditorTitle(target);
+    return Both(FileNameOf(files.original), FileNameOf(files.modified));
+}
+
+std::string SuggestedName(EditorTarget target, const PerSide<std::string>& files) {
+    const bool modified =
+        target == EditorTarget::Modified || target == EditorTarget::ModifiedDiffFinal;
+    const std::string& own = modified ? files.modified : files.original;
+    if (own.empty())
+        return {};
+    const bool one = IsSide(target) || files.original.empty() || files.modified.empty();
+    const std::string name =
+        one ? std::string(WithoutEnding(own))
+            : Both(WithoutEnding(files.original), WithoutEnding(files.modified));
+    return NativePath(JoinPath(ParentOf(own), name));
 }
 
 std::string SaveFilter(ProcessState& process, const std::vector<std::string>& extensions) {

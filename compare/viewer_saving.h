@@ -19,6 +19,11 @@ enum class SaveType : std::int32_t { RichText = 1, Text = 2, Document = 3, Html 
 
 /// "ALL IN ONE DIFF", "ORIGINAL", ...: how titles call an editor.
 std::string EditorTitle(EditorTarget target);
+/// Of an editor its file, of a result both by their names; without files what titles call it.
+std::string TitleOf(EditorTarget target, const PerSide<std::string>& files);
+/// Where to save a text, without an ending: beside the file that it belongs to, as that is called,
+/// a result after both. Empty without that file.
+std::string SuggestedName(EditorTarget target, const PerSide<std::string>& files);
 /// The four types, `extensions` being those of the user's text files.
 std::string SaveFilter(ProcessState& process, const std::vector<std::string>& extensions);
 /// A name without an extension gets that of its type.
@@ -39,6 +44,7 @@ struct SavingParts {
     std::function<ReportResult(std::string& file)> create_all_in_one;
     /// The saved file becomes the selected file of that side.
     std::function<void(Side, const std::string&)> select_file;
+    std::string suggested;          ///< see `SuggestedName`
     std::uint32_t mode = 0666;      ///< of the file, see `ReplaceFile`
     RunWatcher* watcher = nullptr;  ///< stops the save until the user's file is replaced
 };

@@ -153,6 +153,14 @@ void frmFindTextInFiles::BeginSearch() {
     TakeEvents();
 }
 
+void frmFindTextInFiles::UsePassword(const std::string& password) {
+    OrbenX1.Release();
+    lines_.Drop();
+    passwords_.push_back(password);
+    OrbenX1.UsePasswords(passwords_);
+    BeginSearch();
+}
+
 void frmFindTextInFiles::ClearResultGrids() {
     if (mdDividerPrimaryRatio != kHidden)
         mdDividerPrimaryRatioLast = mdDividerPrimaryRatio;
@@ -162,6 +170,7 @@ void frmFindTextInFiles::ClearResultGrids() {
     marked_.Clear();
     shown_.index = -1;
     errors_.clear();
+    protected_ = 0;
     window_.GridChanged(FindGrid::Files);
     window_.GridChanged(FindGrid::ErrorMessages);
     window_.SettingsChanged();
@@ -330,6 +339,7 @@ void frmFindTextInFiles::SearchError(std::int32_t lCode, const std::string& sMes
         Abort();
         window_.FocusEntry(static_cast<FindError>(lCode));
     }
+    protected_ += lCode == kWantsPassword ? 1 : 0;
     errors_.push_back(process_.Translate("Error") + ": " + ErrorText(lCode, sMessage));
     window_.GridChanged(FindGrid::ErrorMessages);
 }

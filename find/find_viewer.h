@@ -27,8 +27,8 @@ struct ProcessState;
 
 /// What a sign of simple regular expressions does to the entry "What To Find".
 struct ExpressionSign {
-    const char* words;  ///< a row of the picker, in English
-    const char* symbol;
+    const char* words = "";  ///< a row of the picker, in English
+    const char* symbol = "";
     bool in_front = false;  ///< put at the front, else added at the end
 };
 /// In the order of the picker.
@@ -99,6 +99,12 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     bool CanAbort() const { return abort_enabled_ || WritesReport(); }
     /// The last search came to its end by itself.
     bool Completed() const { return completed_; }
+    /// Documents of the last search that only a password opens.
+    std::int32_t ProtectedDocuments() const { return protected_; }
+    /// Tried on such documents from now on, until the viewer goes; the search begins anew.
+    void UsePassword(const std::string& password);
+    /// For the documents that are still closed nobody has given the right one.
+    bool GavePassword() const { return !passwords_.empty(); }
 
     // ---- what is done with files of hits; hits count from 0 ----
     void ToggleMark(std::int32_t hit);
@@ -162,6 +168,7 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
         std::string encoding;
         bool whole = false;  ///< its document too
         std::shared_ptr<const HitDocument> known;
+        std::vector<std::string> passwords{};
     };
     HitLines ReadLines(const HitRequest& request, const BackgroundValue<HitLines>::Stop& stop);
     void BeginReading();
@@ -191,6 +198,8 @@ class frmFindTextInFiles : public Viewer, private OrbenXEvents {
     std::vector<EngineEvent> events_;
 
     std::vector<std::string> errors_;
+    std::int32_t protected_ = 0;
+    std::vector<std::string> passwords_;  ///< never stored
     ContextRows context_;
     LoadedDocuments documents_;
     OrbenX OrbenX1;  ///< its threads use what stands above

@@ -91,7 +91,8 @@ void frmFindTextInFiles::BeginReading() {
     HitRequest request{.hit = shown_,
                        .encoding = process_.platform.locale->EncodingName(),
                        .whole = settings_.bShowDocument,
-                       .known = document_};
+                       .known = document_,
+                       .passwords = passwords_};
     if (OrbenX1.SupportOfficeDocs())
         request.text_file = TextFile();
     lines_.Begin([this, request](const auto& stop) { return ReadLines(request, stop); });
@@ -109,9 +110,13 @@ frmFindTextInFiles::HitLines frmFindTextInFiles::ReadLines(
             lines.source = request.text_file;
     }
     lines.readable = ReadContextRows(lines.source, request.hit, request.encoding, stop, lines.rows);
+    // What may have been opened by a password is left nowhere.
+    if (lines.source == request.text_file && !request.passwords.empty())
+        DeleteFileWithRetry(*process_.platform.clock, request.text_file);
     if (!request.whole || stop())
         return lines;
-    lines.document = LoadHitDocument(process_, request.hit.file, request.known, stop);
+    lines.document =
+        LoadHitDocument(process_, request.hit.file, request.known, request.passwords, stop);
     lines.place = PlaceInDocument(lines.document->text.text, request.hit, lines.rows.marked_text);
     return lines;
 }

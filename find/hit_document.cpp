@@ -8,6 +8,7 @@
 #include "common/process_state.h"
 #include "load/conversion_service.h"
 #include "load/extracted_texts.h"
+#include "load/password_wanted.h"
 #include "load/silent_load.h"
 
 namespace zorvane {
@@ -103,6 +104,7 @@ std::size_t PlaceOfItem(std::u16string_view line, std::u16string_view item, std:
 
 std::shared_ptr<const HitDocument> LoadHitDocument(ProcessState& process, const std::string& file,
                                                    std::shared_ptr<const HitDocument> known,
+                                                   const std::vector<std::string>& passwords,
                                                    const std::function<bool()>& stop) {
     const std::optional<FileStamp> state = FileStampOf(file);
     if (known && known->file == file && state && known->state == state && known->reason.empty())
@@ -114,14 +116,19 @@ std::shared_ptr<const HitDocument> LoadHitDocument(ProcessState& process, const 
         document->reason = process.Translate("This file is too large to be shown as a whole.");
         return document;
     }
-    ConversionService service(process.platform);
-    service.SetInSandbox(!process.bWithoutSandbox);
-    SilentLoad load(process, SilentLoad::Formats::Kept);
+    ConversionService service(process);
     StopWatcher watcher(stop);
-    if (load.Load(file, service, watcher))
-        document->text = load.Editor().TakeRich();
-    else
-        document->reason = load.Reason();
+    const auto loads = [&](const std::string& password) {
+        SilentLoad load(process, SilentLoad::Formats::Kept);
+        load.UsePassword(password);
+        const bool loaded = load.Load(file, service, watcher);
+        if (loaded)
+            document->text = load.Editor().TakeRich();
+        document->reason = loaded ? std::string() : WithoutAdvice(load.Reason());
+        return loaded || stop();
+    };
+    if (!loads(""))
+        static_cast<void>(std::any_of(passwords.begin(), passwords.end(), loads));
     return document;
 }
 

@@ -26,10 +26,11 @@ struct HitDocument {
     std::string reason;  ///< why there is none; empty: there is one
 };
 
-/// With its formats, where it has any. On any thread; `process` outlives the call. `known` comes
-/// back where it still is that file.
+/// With its formats, where it has any; of `passwords` the one that opens it. On any thread;
+/// `process` outlives the call. `known` comes back where it still is that file.
 std::shared_ptr<const HitDocument> LoadHitDocument(ProcessState& process, const std::string& file,
                                                    std::shared_ptr<const HitDocument> known,
+                                                   const std::vector<std::string>& passwords,
                                                    const std::function<bool()>& stop);
 
 /// Where the hit stands in a text whose lines may be a few more or fewer than those that were

@@ -18,7 +18,7 @@ DocumentTexts::Text LoadedDocuments::TextOf(const std::string& path,
     if (read.reason.starts_with(path + ": "))
         read.reason.erase(0, path.size() + 2);
     if (!read.document)
-        return {nullptr, read.reason, {}};
+        return {nullptr, read.reason, {}, read.wants_password};
     Text text{{read.document, &read.document->text}, "", {}};
     if (!read.document->places.empty()) {
         auto finder = std::make_shared<PlaceFinder>(*read.document);

@@ -15,7 +15,9 @@ class LoadedDocuments : public DocumentTexts {
     /// The user's own cache.
     explicit LoadedDocuments(ProcessState& process);
 
-    void UsePassword(std::string password) { texts_.UsePassword(std::move(password)); }
+    void UsePasswords(std::vector<std::string> passwords) override {
+        texts_.UsePasswords(std::move(passwords));
+    }
 
     bool IsDocument(std::string_view name) override { return IsReadAsDocument(name); }
     Text TextOf(const std::string& path, const std::function<bool()>& stop) override;

@@ -221,14 +221,22 @@ void frmCompareDir::LaunchReport(std::int32_t row) {
             return;
         }
     }
-    const std::string report = PairOf(*record).report;
+    const std::optional<TextCheck> check = checks_ ? checks_->Result(row) : std::nullopt;
+    const std::string report = check && !check->report.empty()
+                                   ? check->report
+                                   : PairOf(*record, moOptions_.sExtension.Data()).report;
+    // A pair whose words are the same has none.
+    if (!bFileExists(report)) {
+        commands_.TellMissing(report);
+        return;
+    }
     if (const Status opened = process_.platform.shell->Open(report); !opened.ok())
         window_.ShowMessage(opened.failure().reason, Translate("Error"));
 }
 
-TextPair frmCompareDir::PairOf(const FolderRecord& record) const {
+TextPair frmCompareDir::PairOf(const FolderRecord& record, const std::string& types) const {
     const ReportNaming naming{moOptions_.sReportFolder.Data(), moOptions_.sFolderOriginal.Data(),
-                              moOptions_.sExtension.Data(), msReportExtension_};
+                              types, msReportExtension_};
     return {{record.Original(), record.Modified()},
             ReportFileName(naming, record.Original()),
             report_type_};

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -134,7 +135,8 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     void ShowCounts();
     void ShowElapsed();
     void ShowTicker();
-    TextPair PairOf(const FolderRecord& record) const;
+    TextPair PairOf(const FolderRecord& record, const std::string& types) const;
+    TextPair PairToCheck(const FolderRecord& record);
     std::string Translate(const char* english) const;
 
     void OnFolderCompareStarted() override;
@@ -161,6 +163,7 @@ class frmCompareDir : public Viewer, private FolderCompareEvents {
     std::int32_t mlDirRows_ = 0;
     std::string msReportExtension_;
     ReportType report_type_ = ReportType::Document;
+    std::set<std::string> report_names_;  ///< of the run
     ProgressTicker ticker_;
     std::vector<std::string> errors_;
     std::mutex guard_;  ///< over the errors that the engine's threads bring

@@ -3,6 +3,7 @@
 #include "common/base/text_encoding.h"
 #include "common/process_state.h"
 #include "folders/text_checks.h"
+#include "load/password_wanted.h"
 
 namespace zorvane {
 namespace {
@@ -20,6 +21,18 @@ std::string Greater(std::int32_t sign) {
     if (sign == 0)
         return " ";
     return sign < 0 ? "[M]>[O]" : "[O]>[M]";
+}
+
+// The row names the file, so that its side will do.
+std::string ReasonInRow(const FolderRecord& record, const std::string& reason) {
+    const std::string words = WithoutAdvice(reason);
+    for (const Side side : kBothSides) {
+        const std::string path =
+            (side == Side::Original ? record.Original() : record.Modified()) + ": ";
+        if (words.starts_with(path))
+            return (side == Side::Original ? "[O] " : "[M] ") + words.substr(path.size());
+    }
+    return words;
 }
 
 bool OnlyOther(const FolderRecord& record, Side side) {
@@ -92,7 +105,7 @@ std::string FolderRows::ContentsCell(const FolderRecord& record) const {
     if (!check || check->end == TextCheckEnd::Aborted)
         return "...";
     if (check->end == TextCheckEnd::Failed)
-        return process_.Translate("ERR") + ": " + check->reason;
+        return process_.Translate("ERR") + ": " + ReasonInRow(record, check->reason);
     if (check->Differences() == 0)
         return "  ";
     return std::to_string(check->changed) + "C, " + std::to_string(check->added) + "A, " +

@@ -115,6 +115,7 @@ bool frmCompareDir::RefreshDiffViewer() {
 
 void frmCompareDir::BeginTextChecks() {
     checks_.reset();
+    report_names_.clear();
     if (!moOptions_.bContentCompareText.Data())
         return;
     TextCheckOptions how = ReadTextCheckOptions(process_);
@@ -158,6 +159,17 @@ void frmCompareDir::TakeErrors() {
     window_.ErrorsChanged();
 }
 
+// With types such as "*.doc *.docx" two files may want a report of one name: the second one's
+// carries its extension.
+TextPair frmCompareDir::PairToCheck(const FolderRecord& record) {
+    TextPair pair = PairOf(record, moOptions_.sExtension.Data());
+    if (!moOptions_.bCreateReport.Data())
+        pair.report.clear();
+    else if (!report_names_.insert(pair.report).second)
+        pair = PairOf(record, "*.*");
+    return pair;
+}
+
 // Ahead of the rows, so that all cores have something to do.
 void frmCompareDir::QueueTextChecks() {
     if (!checks_)
@@ -170,10 +182,8 @@ void frmCompareDir::QueueTextChecks() {
         if (entry.content != PairContent::Different || entry.original != EntryKind::File ||
             entry.modified != EntryKind::File)
             continue;
-        TextPair pair = PairOf(scan.Record(static_cast<std::size_t>(mlNextCheck_)));
-        if (!moOptions_.bCreateReport.Data())
-            pair.report.clear();
-        checks_->Add(mlNextCheck_, std::move(pair));
+        checks_->Add(mlNextCheck_,
+                     PairToCheck(scan.Record(static_cast<std::size_t>(mlNextCheck_))));
         --pairs;
     }
 }
@@ -226,6 +236,7 @@ void frmCompareDir::ShowTicker() {
 
 bool frmCompareDir::Poll() {
     if (!running_) {
+        TakeErrors();  // those that came while a run was aborted
         TakeRenamed();
         TakeReport({});
         return false;

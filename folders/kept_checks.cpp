@@ -7,13 +7,12 @@
 #include <utility>
 
 #include "common/file_utilities.h"
-#include "common/platform/file_stamp.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/process_state.h"
 #include "common/text_privacy.h"
 #include "load/file_types.h"
-#include "load/office_place.h"
+#include "load/reader_stamps.h"
 #include "reports/report_driver.h"
 
 namespace zorvane {
@@ -39,28 +38,9 @@ class TakenDown : public IniProfile {
     std::string text;
 };
 
-std::string StampText(const std::string& file) {
-    const std::optional<FileStamp> stamp = FileStampOf(file);
-    std::ostringstream text;
-    text << file << '=';
-    if (stamp)
-        text << stamp->size << ' ' << stamp->modified << ' ' << stamp->file;
-    text << '\n';
-    return text.str();
-}
-
 // A program that is installed anew may read and compare in another way.
 std::string ProgramStamps(ProcessState& process) {
-    const std::string folder = process.platform.folders->ProgramFolder();
-    std::string text = StampText("/proc/self/exe");
-    for (const char* part : {"/zorvane-convert", "/zorvane-convert-pdf.so"})
-        text += StampText(folder + part);
-    const std::optional<OfficePlace> office = FindOffice();
-    if (!office)
-        return text;
-    for (const char* part : {"/soffice.bin", "/libmergedlo.so", "/versionrc"})
-        text += StampText(office->program_folder + part);
-    return text;
+    return StampText("/proc/self/exe") + ReaderStamps(process.platform.folders->ProgramFolder());
 }
 
 std::string OptionsText(const TextCheckOptions& how) {

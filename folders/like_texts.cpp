@@ -5,10 +5,12 @@
 #include <unordered_map>
 #include <xxhash.h>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
-// A line that more texts hold (a licence, a brace) tells nothing of which belong together.
+// A piece that more texts hold (a licence, a brace) tells nothing of which belong together.
 constexpr std::size_t kMostHolders = 16;
 
 std::string_view WithoutBlanks(std::string_view line) {
@@ -19,15 +21,42 @@ std::string_view WithoutBlanks(std::string_view line) {
     return line.substr(begin, line.find_last_not_of(kBlanks) + 1 - begin);
 }
 
+// Of scripts without blanks between words each character is one.
+bool IsWordAlone(char byte) {
+    return static_cast<unsigned char>(byte) >= 0xE3;  // U+3000 and all behind it
+}
+
+bool IsInWord(char byte) {
+    return static_cast<unsigned char>(byte) >= 0x80 || IsAsciiLetter(byte) || IsAsciiDigit(byte);
+}
+
+bool GoesOn(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+// The first word of `text`, which then begins behind it; empty: there was none.
+std::string_view TakeWord(std::string_view& text) {
+    const auto first = std::find_if(text.begin(), text.end(), IsInWord);
+    auto last = first;
+    if (first != text.end() && IsWordAlone(*first))
+        last = std::find_if_not(first + 1, text.end(), GoesOn);
+    else
+        last = std::find_if(first, text.end(),
+                            [](char byte) { return !IsInWord(byte) || IsWordAlone(byte); });
+    const std::string_view word(first, last);
+    text.remove_prefix(static_cast<std::size_t>(last - text.begin()));
+    return word;
+}
+
 using Holders = std::unordered_map<std::uint64_t, std::vector<std::size_t>>;
 
-Holders HoldersOf(const std::vector<LineWeights>& texts) {
+Holders HoldersOf(const std::vector<TextWeights>& texts) {
     Holders holders;
     for (std::size_t text = 0; text < texts.size(); ++text) {
-        for (const LineWeights::Line& line : texts[text].Lines()) {
-            std::vector<std::size_t>& of_line = holders[line.hash];
-            if (of_line.size() <= kMostHolders)
-                of_line.push_back(text);
+        for (const TextWeights::Piece& piece : texts[text].Pieces()) {
+            std::vector<std::size_t>& of_piece = holders[piece.hash];
+            if (of_piece.size() <= kMostHolders)
+                of_piece.push_back(text);
         }
     }
     return holders;
@@ -35,50 +64,73 @@ Holders HoldersOf(const std::vector<LineWeights>& texts) {
 
 }  // namespace
 
-LineWeights::LineWeights(std::string_view text) {
+TextWeights::TextWeights(std::string_view text, TextPieces pieces) {
+    if (pieces == TextPieces::Lines)
+        AddLines(text);
+    else
+        AddWords(text);
+    Join();
+}
+
+void TextWeights::Add(std::uint64_t hash, std::size_t weight) {
+    pieces_.push_back({hash, static_cast<std::uint32_t>(weight)});
+    weight_ += static_cast<std::int64_t>(weight);
+}
+
+void TextWeights::AddLines(std::string_view text) {
     while (!text.empty()) {
         const std::size_t end = text.find('\n');
         const std::string_view line = WithoutBlanks(text.substr(0, end));
         text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
-        if (line.empty())
-            continue;
-        lines_.push_back(
-            {XXH3_64bits(line.data(), line.size()), static_cast<std::uint32_t>(line.size())});
-        weight_ += static_cast<std::int64_t>(line.size());
+        if (!line.empty())
+            Add(XXH3_64bits(line.data(), line.size()), line.size());
     }
-    std::sort(lines_.begin(), lines_.end(),
-              [](const Line& one, const Line& two) { return one.hash < two.hash; });
-    std::size_t kept = 0;
-    for (std::size_t at = 1; at < lines_.size(); ++at) {
-        if (lines_[at].hash == lines_[kept].hash)
-            lines_[kept].weight += lines_[at].weight;
-        else
-            lines_[++kept] = lines_[at];
-    }
-    lines_.resize(lines_.empty() ? 0 : kept + 1);
 }
 
-std::int32_t PercentShared(const LineWeights& one, const LineWeights& two) {
+void TextWeights::AddWords(std::string_view text) {
+    std::string_view word = TakeWord(text);
+    while (!word.empty()) {
+        const std::string_view next = TakeWord(text);
+        const std::uint64_t seed = XXH3_64bits(next.data(), next.size());
+        Add(XXH3_64bits_withSeed(word.data(), word.size(), seed), word.size());
+        word = next;
+    }
+}
+
+void TextWeights::Join() {
+    std::sort(pieces_.begin(), pieces_.end(),
+              [](const Piece& one, const Piece& two) { return one.hash < two.hash; });
+    std::size_t kept = 0;
+    for (std::size_t at = 1; at < pieces_.size(); ++at) {
+        if (pieces_[at].hash == pieces_[kept].hash)
+            pieces_[kept].weight += pieces_[at].weight;
+        else
+            pieces_[++kept] = pieces_[at];
+    }
+    pieces_.resize(pieces_.empty() ? 0 : kept + 1);
+}
+
+std::int32_t PercentShared(const TextWeights& one, const TextWeights& two) {
     std::int64_t shared = 0;
-    auto other = two.Lines().begin();
-    for (const LineWeights::Line& line : one.Lines()) {
-        while (other != two.Lines().end() && other->hash < line.hash)
+    auto other = two.Pieces().begin();
+    for (const TextWeights::Piece& piece : one.Pieces()) {
+        while (other != two.Pieces().end() && other->hash < piece.hash)
             ++other;
-        if (other != two.Lines().end() && other->hash == line.hash)
-            shared += std::min(line.weight, other->weight);
+        if (other != two.Pieces().end() && other->hash == piece.hash)
+            shared += std::min(piece.weight, other->weight);
     }
     const std::int64_t most = std::max(one.Weight(), two.Weight());
     return most == 0 ? 0 : static_cast<std::int32_t>(100 * shared / most);
 }
 
-std::vector<LikePair> PairLikeTexts(const std::vector<LineWeights>& first,
-                                    const std::vector<LineWeights>& second, std::int32_t least) {
+std::vector<LikePair> PairLikeTexts(const std::vector<TextWeights>& first,
+                                    const std::vector<TextWeights>& second, std::int32_t least) {
     const Holders of_first = HoldersOf(first);
     std::vector<LikePair> pairs;
     for (std::size_t text = 0; text < second.size(); ++text) {
         std::vector<std::size_t> partners;
-        for (const LineWeights::Line& line : second[text].Lines()) {
-            const auto found = of_first.find(line.hash);
+        for (const TextWeights::Piece& piece : second[text].Pieces()) {
+            const auto found = of_first.find(piece.hash);
             if (found != of_first.end() && found->second.size() <= kMostHolders)
                 partners.insert(partners.end(), found->second.begin(), found->second.end());
         }

@@ -27,10 +27,14 @@ constexpr std::size_t kHeadOfText = 8192;
 constexpr std::int32_t kLeastPercent = 50;
 // Above this many files without a partner on one side their texts are not read.
 constexpr std::size_t kMostTexts = 20000;
+// Words of more text than that, on one side, would take three times the memory.
+constexpr std::int64_t kMostWordBytes = 32 << 20;
+
+using Hash = std::pair<std::uint64_t, std::uint64_t>;
 
 struct OneSided {
     std::int32_t record = 0;
-    std::optional<std::pair<std::uint64_t, std::uint64_t>> hash;
+    std::optional<Hash> hash;
     bool paired = false;
 };
 using Files = PerSide<std::vector<OneSided>>;
@@ -44,6 +48,7 @@ class RenameRun {
     std::vector<RenamedEntry> Run() {
         Collect();
         HashFiles();
+        PairFolders();
         PairEqual();
         if (options_.by_text && !Stopped())
             PairLike();
@@ -51,12 +56,13 @@ class RenameRun {
                   [](const RenamedEntry& one, const RenamedEntry& two) {
                       return one.original < two.original;
                   });
-        JoinFolders();
         return std::move(found_);
     }
 
   private:
     bool Stopped() const { return options_.stop && options_.stop(); }
+
+    bool Follows() const { return options_.follow == FollowLink::Yes; }
 
     void Collect() {
         for (std::size_t index = 0; index < scan_.Count(); ++index) {
@@ -65,7 +71,8 @@ class RenameRun {
                 continue;
             const Side side = entry.Has(Side::Original) ? Side::Original : Side::Modified;
             const EntryKind kind = side == Side::Original ? entry.original : entry.modified;
-            if (kind == EntryKind::File && entry.sizes[side] > 0)
+            const bool file = kind == EntryKind::File || (kind == EntryKind::Link && Follows());
+            if (file && entry.sizes[side] > 0)
                 files_[side].push_back({static_cast<std::int32_t>(index), {}, false});
         }
     }
@@ -121,12 +128,16 @@ class RenameRun {
             const auto [side, file] = wanted[index];
             file->hash = HashOf(PathOf(side, *file));
         });
+        for (OneSided& file : files_.modified) {
+            if (file.hash)
+                by_hash_[*file.hash].push_back(&file);
+        }
     }
 
-    std::optional<std::pair<std::uint64_t, std::uint64_t>> HashOf(const std::string& path) const {
+    std::optional<Hash> HashOf(const std::string& path) const {
         constexpr std::size_t kBuffer = 128 * 1024;
-        const FileDescriptor file(
-            open(NativePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW));
+        const FileDescriptor file(open(NativePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC |
+                                                                     (Follows() ? 0 : O_NOFOLLOW)));
         if (!file.IsOpen())
             return std::nullopt;
         const auto buffer = std::make_unique_for_overwrite<char[]>(kBuffer);
@@ -150,60 +161,86 @@ class RenameRun {
         found_.push_back({original.record, modified.record, percent, false});
     }
 
+    // Of those with one key each takes the first that is left.
+    template <class KeyOf>
+    void PairEqualBy(KeyOf key_of) {
+        std::map<decltype(key_of(OneSided())), std::vector<OneSided*>> left;
+        for (auto file = files_.modified.rbegin(); file != files_.modified.rend(); ++file) {
+            if (file->hash && !file->paired)
+                left[key_of(*file)].push_back(&*file);
+        }
+        for (OneSided& original : files_.original) {
+            if (original.paired || !original.hash)
+                continue;
+            const auto found = left.find(key_of(original));
+            if (found == left.end() || found->second.empty())
+                continue;
+            Pair(original, *found->second.back(), 100);
+            found->second.pop_back();
+        }
+    }
+
     // Files of one name first, then the rest in their order.
     void PairEqual() {
-        std::map<std::pair<std::uint64_t, std::uint64_t>, std::vector<OneSided*>> by_hash;
-        for (OneSided& file : files_.modified) {
-            if (file.hash)
-                by_hash[*file.hash].push_back(&file);
-        }
-        for (const bool by_name : {true, false}) {
-            for (OneSided& original : files_.original) {
-                if (original.paired || !original.hash || !by_hash.contains(*original.hash))
-                    continue;
-                for (OneSided* modified : by_hash[*original.hash]) {
-                    if (modified->paired || (by_name && NameOf(original) != NameOf(*modified)))
-                        continue;
-                    Pair(original, *modified, 100);
-                    break;
-                }
-            }
-        }
+        PairEqualBy([this](const OneSided& file) { return std::pair(*file.hash, NameOf(file)); });
+        PairEqualBy([](const OneSided& file) { return *file.hash; });
     }
 
-    std::optional<LineWeights> TextOf(Side side, const OneSided& file) const {
-        if (options_.document_text && IsReadAsDocument(NameOf(file))) {
-            const std::optional<std::string> text = SizeOf(side, file) <= kLargestDocument
-                                                        ? options_.document_text(PathOf(side, file))
-                                                        : std::nullopt;
-            return text ? std::optional<LineWeights>(*text) : std::nullopt;
-        }
+    std::optional<std::string> TextOf(Side side, const OneSided& file) const {
+        if (options_.document_text && IsReadAsDocument(NameOf(file)))
+            return SizeOf(side, file) <= kLargestDocument
+                       ? options_.document_text(PathOf(side, file))
+                       : std::nullopt;
         if (SizeOf(side, file) > kLargestText)
             return std::nullopt;
-        const Result<std::string> bytes = ReadWholeFile(PathOf(side, file));
+        Result<std::string> bytes = ReadWholeFile(PathOf(side, file));
         if (!bytes.ok() || bytes.value().substr(0, kHeadOfText).find('\0') != std::string::npos)
             return std::nullopt;
-        return LineWeights(bytes.value());
+        return std::move(bytes).value();
     }
 
-    void PairLike() {
-        PerSide<std::vector<OneSided*>> left;
-        PerSide<std::vector<LineWeights>> texts;
+    using Left = PerSide<std::vector<OneSided*>>;
+
+    Left Unpaired() {
+        Left left;
         for (const Side side : kBothSides) {
             for (OneSided& file : files_[side]) {
                 if (!file.paired)
                     left[side].push_back(&file);
             }
         }
-        if (left.original.empty() || left.modified.empty() ||
-            std::max(left.original.size(), left.modified.size()) > kMostTexts)
+        return left;
+    }
+
+    // By lines, which is cheap, then by words, which also tells a text of which each line was
+    // touched or that was wrapped anew.
+    void PairLike() {
+        const Left all = Unpaired();
+        if (std::max(all.original.size(), all.modified.size()) <= kMostTexts)
+            PairLike(all, TextPieces::Lines);
+        const Left left = Unpaired();
+        if (std::max(BytesOf(left, Side::Original), BytesOf(left, Side::Modified)) <=
+            kMostWordBytes)
+            PairLike(left, TextPieces::Words);
+    }
+
+    std::int64_t BytesOf(const Left& left, Side side) const {
+        std::int64_t bytes = 0;
+        for (const OneSided* file : left[side])
+            bytes += std::min(SizeOf(side, *file), kLargestText);
+        return bytes;
+    }
+
+    void PairLike(const Left& left, TextPieces pieces) {
+        if (left.original.empty() || left.modified.empty() || Stopped())
             return;
+        PerSide<std::vector<TextWeights>> texts;
         for (const Side side : kBothSides) {
-            std::vector<std::optional<LineWeights>> read(left[side].size());
-            Spread(read.size(),
-                   [&](std::size_t index) { read[index] = TextOf(side, *left[side][index]); });
-            for (std::optional<LineWeights>& text : read)
-                texts[side].push_back(text ? std::move(*text) : LineWeights({}));
+            texts[side].resize(left[side].size(), TextWeights({}));
+            Spread(left[side].size(), [&](std::size_t index) {
+                if (const std::optional<std::string> text = TextOf(side, *left[side][index]))
+                    texts[side][index] = TextWeights(*text, pieces);
+            });
         }
         if (Stopped())
             return;
@@ -223,71 +260,115 @@ class RenameRun {
         return index;
     }
 
-    // The folder of the other side that all files of this one went to, each in its place.
-    std::optional<std::int32_t> TargetOf(std::size_t folder, std::size_t end) const {
-        const std::string from = scan_.PathBelow(folder);
-        std::string to;
-        std::size_t files = 0;
+    // Files are in the order of their records.
+    OneSided* FileOf(Side side, std::size_t record) {
+        const auto before = [](const OneSided& file, std::size_t wanted) {
+            return static_cast<std::size_t>(file.record) < wanted;
+        };
+        const auto found =
+            std::lower_bound(files_[side].begin(), files_[side].end(), record, before);
+        const bool there =
+            found != files_[side].end() && static_cast<std::size_t>(found->record) == record;
+        return there ? &*found : nullptr;
+    }
+
+    bool IsEmptyFile(Side side, std::size_t record) const {
+        const ScannedEntry& entry = scan_.Entry(record);
+        return (side == Side::Original ? entry.original : entry.modified) == EntryKind::File &&
+               entry.sizes[side] == 0;
+    }
+
+    // What a folder that could not be read holds is not known.
+    bool AreAlike(const PerSide<std::size_t>& records) {
+        PerSide<const OneSided*> files;
+        for (const Side side : kBothSides) {
+            if (scan_.Entry(records[side]).content == PairContent::Failed)
+                return false;
+            files[side] = FileOf(side, records[side]);
+        }
+        const bool folder = scan_.Entry(records.original).IsFolder();
+        if (folder || scan_.Entry(records.modified).IsFolder())
+            return folder && scan_.Entry(records.modified).IsFolder();
+        if (files.original == nullptr || files.modified == nullptr)
+            return IsEmptyFile(Side::Original, records.original) &&
+                   IsEmptyFile(Side::Modified, records.modified);
+        return files.original->hash && files.original->hash == files.modified->hash;
+    }
+
+    bool HoldTheSame(const PerSide<std::size_t>& folders, const PerSide<std::size_t>& behind) {
+        if (behind.original - folders.original != behind.modified - folders.modified)
+            return false;
+        PerSide<std::size_t> below;
+        for (const Side side : kBothSides)
+            below[side] = scan_.PathBelow(folders[side]).size();
+        for (PerSide<std::size_t> at{folders.original + 1, folders.modified + 1};
+             at.original < behind.original; ++at.original, ++at.modified) {
+            if (!AreAlike(at) || scan_.PathBelow(at.original).substr(below.original) !=
+                                     scan_.PathBelow(at.modified).substr(below.modified))
+                return false;
+        }
+        return true;
+    }
+
+    // The folder of the other side that holds all that this one holds, each in its place, and
+    // nothing else. A file that few others are equal to tells where to look.
+    std::optional<std::size_t> TargetOf(std::size_t folder, std::size_t end) {
+        const std::vector<OneSided*>* partners = nullptr;
+        std::string within;
         for (std::size_t index = folder + 1; index < end; ++index) {
-            if (scan_.Entry(index).IsFolder())
+            const OneSided* file = FileOf(Side::Original, index);
+            if (file == nullptr)
                 continue;
-            const auto partner = equal_.find(static_cast<std::int32_t>(index));
-            if (partner == equal_.end())
+            const auto equal = file->hash ? by_hash_.find(*file->hash) : by_hash_.end();
+            if (equal == by_hash_.end())
                 return std::nullopt;
-            const std::string place = scan_.PathBelow(static_cast<std::size_t>(partner->second));
-            const std::string within = scan_.PathBelow(index).substr(from.size());
-            if (files++ == 0)
-                to = place.ends_with(within) ? place.substr(0, place.size() - within.size()) : "";
-            if (to.empty() || place != to + within)
-                return std::nullopt;
+            if (partners != nullptr && partners->size() <= equal->second.size())
+                continue;
+            partners = &equal->second;
+            within = scan_.PathBelow(index).substr(scan_.PathBelow(folder).size());
         }
-        const auto target = folders_.find(to);
-        if (files == 0 || target == folders_.end() ||
-            FilesIn(static_cast<std::size_t>(target->second)) != files)
+        if (partners == nullptr)
             return std::nullopt;
-        return target->second;
-    }
-
-    std::size_t FilesIn(std::size_t folder) const {
-        std::size_t files = 0;
-        const std::size_t end = BehindFolder(folder);
-        for (std::size_t index = folder + 1; index < end; ++index)
-            files += !scan_.Entry(index).IsFolder();
-        return files;
-    }
-
-    void JoinFolders() {
-        for (const RenamedEntry& entry : found_) {
-            if (entry.percent == 100)
-                equal_[entry.original] = entry.modified;
+        for (const OneSided* partner : *partners) {
+            const std::string place = scan_.PathBelow(static_cast<std::size_t>(partner->record));
+            if (partner->paired || !place.ends_with(within))
+                continue;
+            const auto target = folders_.find(place.substr(0, place.size() - within.size()));
+            if (target != folders_.end() &&
+                HoldTheSame({folder, target->second}, {end, BehindFolder(target->second)}))
+                return target->second;
         }
-        if (equal_.empty())
-            return;
-        for (std::size_t index = 0; index < scan_.Count(); ++index) {
+        return std::nullopt;
+    }
+
+    void TakeFiles(Side side, std::size_t folder, std::size_t end) {
+        for (std::size_t index = folder + 1; index < end; ++index) {
+            if (OneSided* file = FileOf(side, index))
+                file->paired = true;
+        }
+    }
+
+    // Before the files, so that no file of a folder that moved is paired with a copy elsewhere.
+    void PairFolders() {
+        for (std::size_t index = 0; index < scan_.Count() && !by_hash_.empty(); ++index) {
             const ScannedEntry& entry = scan_.Entry(index);
             if (entry.IsFolder() && !entry.InBoth() && entry.Has(Side::Modified))
-                folders_[scan_.PathBelow(index)] = static_cast<std::int32_t>(index);
+                folders_[scan_.PathBelow(index)] = index;
         }
-        std::vector<RenamedEntry> joined;
-        auto file = found_.begin();
-        for (std::size_t index = 0; index < scan_.Count() && !Stopped();) {
+        for (std::size_t index = 0; index < scan_.Count() && !Stopped(); ++index) {
             const ScannedEntry& entry = scan_.Entry(index);
-            std::size_t next = index + 1;
-            const auto record = static_cast<std::int32_t>(index);
-            if (entry.IsFolder() && !entry.InBoth() && entry.Has(Side::Original)) {
-                const std::size_t end = BehindFolder(index);
-                if (const auto target = TargetOf(index, end)) {
-                    joined.push_back({record, *target, 100, true});
-                    while (file != found_.end() && file->original < static_cast<std::int32_t>(end))
-                        ++file;
-                    next = end;
-                }
-            } else if (file != found_.end() && file->original == record) {
-                joined.push_back(*file++);
-            }
-            index = next;
+            if (!entry.IsFolder() || entry.InBoth() || !entry.Has(Side::Original))
+                continue;
+            const std::size_t end = BehindFolder(index);
+            const std::optional<std::size_t> target = TargetOf(index, end);
+            if (!target)
+                continue;
+            found_.push_back(
+                {static_cast<std::int32_t>(index), static_cast<std::int32_t>(*target), 100, true});
+            TakeFiles(Side::Original, index, end);
+            TakeFiles(Side::Modified, *target, BehindFolder(*target));
+            index = end - 1;
         }
-        found_ = std::move(joined);
     }
 
     const FolderScan& scan_;
@@ -295,8 +376,8 @@ class RenameRun {
     const RenameOptions& options_;
     Files files_;
     std::vector<RenamedEntry> found_;
-    std::unordered_map<std::int32_t, std::int32_t> equal_;   // records of the two sides
-    std::unordered_map<std::string, std::int32_t> folders_;  // only in the Modified tree
+    std::map<Hash, std::vector<OneSided*>> by_hash_;        // of the Modified tree
+    std::unordered_map<std::string, std::size_t> folders_;  // only in the Modified tree
 };
 
 }  // namespace

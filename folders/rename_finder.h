@@ -29,8 +29,9 @@ struct RenameOptions {
     /// The text of a document by its path, asked for on several threads; nothing where it has none.
     /// Empty: documents are alike only where they are equal.
     std::function<std::optional<std::string>(const std::string&)> document_text;
-    int threads = 0;             ///< 0: one for each core
-    std::function<bool()> stop;  ///< asked for each file and buffer; empty: nobody stops it
+    FollowLink follow = FollowLink::No;  ///< as the scan did: a link to a file stands for it
+    int threads = 0;                     ///< 0: one for each core
+    std::function<bool()> stop;          ///< asked for each file and buffer; empty: nobody stops it
 };
 
 /// Such texts of `texts`, which outlives it.
@@ -38,7 +39,8 @@ std::function<std::optional<std::string>(const std::string&)> DocumentTextsOf(
     ExtractedTexts& texts, std::function<bool()> stop);
 
 /// In the order of the Original's records. The files of a folder that moved are not told again.
-/// Empty files and links are nobody's. After a stop what is there is not whole.
+/// Empty files are nobody's, and so are links that stand for themselves. After a stop what is there
+/// is not whole.
 std::vector<RenamedEntry> FindRenames(const FolderScan& scan, const PerSide<std::string>& roots,
                                       const RenameOptions& options);
 

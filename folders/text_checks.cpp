@@ -90,8 +90,7 @@ void TextChecks::Abort() {
 
 void TextChecks::Work() {
     const WarmReaders warm;
-    ConversionService service(process_.platform);
-    service.SetInSandbox(!process_.bWithoutSandbox);
+    ConversionService service(process_);
     Watcher watcher(aborted_);
     std::unique_lock lock(guard_);
     while (true) {

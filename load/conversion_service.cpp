@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "common/platform/native_path.h"
+#include "common/process_state.h"
 #include "load/office_place.h"
 #include "load/password_wanted.h"
 
@@ -94,15 +95,15 @@ std::vector<std::string> OfficeEnvironment(const std::string& profile) {
 
 struct ErrorRow {
     ReadError error;
-    std::string_view text;  ///< "#": where the reader's own words go, else behind it
+    std::string_view text;         ///< "#": where the reader's own words go, else behind it
+    std::string_view advice = {};  ///< for who types commands, in English as these are
 };
 constexpr ErrorRow kErrors[] = {
     {ReadError::CannotOpen, "the file cannot be opened"},
     {ReadError::WrongFormat, "this is no document of its kind"},
     {ReadError::Damaged, "the document is damaged"},
-    {ReadError::PasswordNeeded,
-     "the document is protected and the password is missing or wrong; give it with --password, "
-     "--original-password or --modified-password"},
+    {ReadError::PasswordNeeded, "the document is protected and the password is missing or wrong",
+     "; give it with --password, --original-password or --modified-password"},
     {ReadError::Unsupported, "nothing here reads this kind of document"},
     {ReadError::NeedsOffice,
      "only an office suite reads this format; install LibreOffice (on Debian: apt install "
@@ -123,8 +124,8 @@ constexpr ErrorRow kErrors[] = {
 };
 
 static_assert(std::any_of(std::begin(kErrors), std::end(kErrors), [](const ErrorRow& row) {
-    return row.error == ReadError::PasswordNeeded && row.text.starts_with(kPasswordWanted) &&
-           row.text.find(kPasswordAdvice) == kPasswordWanted.size();
+    return row.error == ReadError::PasswordNeeded && row.text == kPasswordWanted &&
+           row.advice.starts_with(kPasswordAdvice);
 }));
 
 std::string FirstOf(const std::string& detail) {
@@ -133,21 +134,27 @@ std::string FirstOf(const std::string& detail) {
 
 }  // namespace
 
-std::string Explain(const ConversionResult& result, const std::string& file) {
+std::string Explain(const ConversionResult& result, const std::string& file,
+                    const EnglishTo& translate) {
     for (const ErrorRow& row : kErrors) {
         if (row.error != result.error)
             continue;
         const bool clear = result.error == ReadError::PasswordNeeded;  // without a reader's words
         const std::string detail = clear ? "" : FirstOf(result.detail);
-        std::string text(row.text);
+        std::string text = translate ? translate(row.text) : std::string(row.text);
         if (const std::size_t place = text.find('#'); place != std::string::npos)
             text.replace(place, 1, detail);
         else if (!detail.empty())
             text.append(": ").append(detail);
-        return file + ": " + text;
+        return file + ": " + text.append(row.advice);
     }
     return {};
 }
+
+ConversionService::ConversionService(ProcessState& process)
+    : platform_(process.platform),
+      translate_{[&process](std::string_view english) { return process.Translate(english); }},
+      in_sandbox_(!process.bWithoutSandbox) {}
 
 std::string ConversionService::Program() const {
     return platform_.folders->ProgramFolder() + "/zorvane-convert";

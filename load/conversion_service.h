@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/english_to.h"
 #include "common/platform/platform.h"
 #include "load/answer_file.h"
 #include "load/conversion_answer.h"
@@ -20,12 +21,22 @@
 
 namespace zorvane {
 
-/// What went wrong with `file` and what to do, for a user. Empty for none.
-std::string Explain(const ConversionResult& result, const std::string& file);
+struct ProcessState;
+
+/// What went wrong with `file` and what to do, for a user; what the reader itself says of it stays
+/// English. Empty for none.
+std::string Explain(const ConversionResult& result, const std::string& file,
+                    const EnglishTo& translate = {});
 
 class ConversionService {
   public:
     explicit ConversionService(Platform& platform) : platform_(platform) {}
+    /// Explains in the language of that process, and is as closed in as it wants its readers.
+    explicit ConversionService(ProcessState& process);
+
+    std::string Explain(const ConversionResult& result, const std::string& file) const {
+        return zorvane::Explain(result, file, translate_);
+    }
 
     /// Carries out one request in a fresh child under limits. A file that only an office suite
     /// reads goes through one first, when there is one. `job` as `RunJob` wants it, and "source"
@@ -97,6 +108,7 @@ class ConversionService {
     std::string Program() const;
 
     Platform& platform_;
+    EnglishTo translate_;
     OfficeProfile office_profile_;  ///< goes behind the worker that uses it
     ConverterProcess office_;
     std::unique_ptr<Started> expected_;

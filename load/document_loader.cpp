@@ -92,9 +92,8 @@ bool IsAsItWasLoaded(const clsCompareFileOptions& options, const LoadMemory& mem
 
 DocumentLoader::DocumentLoader(LoaderParts parts)
     : parts_(std::move(parts)),
-      own_service_(parts_.service == nullptr
-                       ? std::make_unique<ConversionService>(parts_.process.platform)
-                       : nullptr),
+      own_service_(parts_.service == nullptr ? std::make_unique<ConversionService>(parts_.process)
+                                             : nullptr),
       service_(parts_.service == nullptr ? *own_service_ : *parts_.service),
       page_(parts_.process.platform, service_, [this](std::int32_t) { return KeepGoing(); }),
       context_{parts_.process, parts_.telling,     parts_.options, parts_.settings,

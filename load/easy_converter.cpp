@@ -50,7 +50,7 @@ ConversionMessage EasyConverter::Job(const char* kind, const std::string& sFile,
 }
 
 EasyError EasyConverter::Take(const ConversionResult& result, const std::string& sFile) {
-    detail_ = Explain(result, sFile);
+    detail_ = service_.Explain(result, sFile);
     return CodesOf(result.error).easy;
 }
 

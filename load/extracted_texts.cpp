@@ -10,12 +10,14 @@
 #include "common/process_state.h"
 #include "load/conversion_service.h"
 #include "load/file_types.h"
+#include "load/password_wanted.h"
+#include "load/reader_stamps.h"
 #include "load/silent_load.h"
 
 namespace zorvane {
 namespace {
 
-// To be raised whenever a reader gives another text of the same document.
+// To be raised whenever another text is made of what the readers give.
 constexpr const char* kReading = "1 plain quick-pdf slide-numbers all-sheets notes";
 
 constexpr std::int32_t kHomeFolder = 40;
@@ -107,6 +109,8 @@ class ExtractedTexts::InWork {
 ExtractedTexts::ExtractedTexts(ProcessState& process, TextCache cache)
     : process_(process),
       cache_(std::move(cache)),
+      reading_(std::string(kReading) + "\n" +
+               ReaderStamps(process.platform.folders->ProgramFolder())),
       free_slots_(std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {}
 
 ExtractedTexts::~ExtractedTexts() {
@@ -114,14 +118,18 @@ ExtractedTexts::~ExtractedTexts() {
         cache_.Trim();
 }
 
+Result<TextKey> ExtractedTexts::KeyOfFile(const std::string& path) const {
+    const Result<std::string> bytes = ReadWholeFile(path);
+    if (!bytes.ok())
+        return bytes.failure();
+    return KeyOf(bytes.value(), reading_ + UpperExtension(path));
+}
+
 ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) {
-    TextKey key;
-    {
-        const Result<std::string> bytes = ReadWholeFile(path);
-        if (!bytes.ok())
-            return {nullptr, bytes.failure().reason};
-        key = KeyOf(bytes.value(), kReading + std::string(" ") + UpperExtension(path));
-    }
+    const Result<TextKey> read = KeyOfFile(path);
+    if (!read.ok())
+        return {nullptr, read.failure().reason};
+    const TextKey key = read.value();
     const InWork work(*this, key, stop);
     if (stop())
         return {nullptr, "stopped"};
@@ -130,9 +138,15 @@ ExtractedText ExtractedTexts::TextOf(const std::string& path, const Stop& stop) 
         return {std::make_shared<DocumentText>(std::move(*known)), ""};
     }
     ExtractedText text = Extract(path, "", stop);
-    if (!text.document && !password_.empty() && !stop())
-        return Extract(path, password_, stop);
-    if (text.document && !stop()) {
+    if (!text.document) {
+        for (std::size_t at = 0; at < passwords_.size() && !text.document && !stop(); ++at)
+            text = Extract(path, passwords_[at], stop);
+        return text;
+    }
+    // What was written to the file meanwhile may be what was read.
+    if (stop() || cache_.Folder().empty())
+        return text;
+    if (const Result<TextKey> after = KeyOfFile(path); after.ok() && after.value() == key) {
         cache_.Keep(key, *text.document);
         wrote_ = true;
     }
@@ -156,6 +170,8 @@ ExtractedText ExtractedTexts::Extract(const std::string& path, const std::string
             WithPlaces(SearchedText(load.Editor().Text()), MarksOf(load.Type(path).road)));
     else
         text.reason = load.Reason();
+    text.wants_password = WantsPassword({text.reason}, process_.Translate(kPasswordWanted));
+    text.reason = WithoutAdvice(std::move(text.reason));
     service->ForgetFailures();
     static_cast<void>(service->TakeBeside());  // a search looks at the text alone
     GiveBack(std::move(service), office);
@@ -171,11 +187,8 @@ std::unique_ptr<ConversionService> ExtractedTexts::TakeService(bool office, cons
     }
     --free_slots_;
     office_free_ = office_free_ && !office;
-    if (services_.empty()) {
-        auto service = std::make_unique<ConversionService>(process_.platform);
-        service->SetInSandbox(!process_.bWithoutSandbox);
-        return service;
-    }
+    if (services_.empty())
+        return std::make_unique<ConversionService>(process_);
     std::unique_ptr<ConversionService> service = std::move(services_.back());
     services_.pop_back();
     return service;

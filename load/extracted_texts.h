@@ -29,6 +29,7 @@ TextCache UserTextCache(ProcessState& process);
 struct ExtractedText {
     std::shared_ptr<const DocumentText> document;  ///< nothing: `reason` tells why
     std::string reason;                            ///< in a user's words
+    bool wants_password = false;                   ///< none that is known opens it
 };
 
 class ExtractedTexts {
@@ -40,9 +41,9 @@ class ExtractedTexts {
     ExtractedTexts(const ExtractedTexts&) = delete;
     ExtractedTexts& operator=(const ExtractedTexts&) = delete;
 
-    /// Before the first text: tried where a document cannot be read without. What it opens is not
-    /// left where none is asked for.
-    void UsePassword(std::string password) { password_ = std::move(password); }
+    /// While no text is asked for: tried in turn where a document cannot be read without. What they
+    /// open is not left where none is asked for.
+    void UsePasswords(std::vector<std::string> passwords) { passwords_ = std::move(passwords); }
     /// On any thread, several at once; of two that want one content the second waits. After a stop
     /// there is no text.
     ExtractedText TextOf(const std::string& path, const Stop& stop);
@@ -52,13 +53,15 @@ class ExtractedTexts {
 
   private:
     class InWork;
+    Result<TextKey> KeyOfFile(const std::string& path) const;
     ExtractedText Extract(const std::string& path, const std::string& password, const Stop& stop);
     std::unique_ptr<ConversionService> TakeService(bool office, const Stop& stop);
     void GiveBack(std::unique_ptr<ConversionService> service, bool office);
 
     ProcessState& process_;
     TextCache cache_;
-    std::string password_;
+    std::string reading_;  ///< how texts are made, and the programs and libraries that do it
+    std::vector<std::string> passwords_;
     std::atomic<std::int64_t> hits_{0};
     std::atomic<bool> wrote_{false};
     std::mutex guard_;  ///< over all below

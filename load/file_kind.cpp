@@ -111,7 +111,9 @@ bool bLoadingFromSkyDrive(std::string_view sFile, double word_version) {
 }
 
 bool IsFileUnicode(const std::string& sFile) {
-    const Result<std::string> bytes = ReadWholeFile(sFile);
+    // Windows ask this often, and of files of any size; of a FIFO nothing may be taken.
+    constexpr std::size_t kHead = 1 << 16;
+    const Result<std::string> bytes = ReadFileHead(sFile, kHead);
     return bytes.ok() && LooksLikeUtf16(bytes.value());
 }
 

@@ -12,7 +12,7 @@ std::int32_t GridBridge::ConvertFile() {
                                                   {"password", password_}},
                                                  observer_);
     made_ = {result.files, result.sheets};
-    error_ = Explain(result, source_);
+    error_ = service_.Explain(result, source_);
     return static_cast<std::int32_t>(result.error);
 }
 
@@ -20,7 +20,7 @@ std::int32_t GridBridge::ExcelGetProperties() {
     const ConversionResult result = service_.Run(
         {{"kind", "sheetnames"}, {"source", source_}, {"password", password_}}, observer_);
     sheet_names_ = result.sheets;
-    error_ = Explain(result, source_);
+    error_ = service_.Explain(result, source_);
     return static_cast<std::int32_t>(result.error);
 }
 

@@ -70,7 +70,7 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparing(const std::string& sF
                            sFile);
             const ConversionResult missing = FailedConversion(ReadError::NeedsOffice);
             context_.service.NoteFailure(missing, sFile);
-            LogMessage(context_.telling, Explain(missing, sFile));
+            LogMessage(context_.telling, context_.service.Explain(missing, sFile));
             return false;
         }
         context_.options.bExcelQuickTextExtraction.SetData(false);

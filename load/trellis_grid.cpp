@@ -36,7 +36,7 @@ std::int32_t TrellisGrid::OpenXLSSaveAs(const std::string& sFile, const std::str
          {"password", InputFile_PassWord.empty() ? InputFile_PassWord_TW : InputFile_PassWord}},
         observer_);
     made_ = {result.files, result.sheets};
-    error_ = Explain(result, sFile);
+    error_ = service_.Explain(result, sFile);
     return static_cast<std::int32_t>(result.error);
 }
 

@@ -128,7 +128,7 @@ WordResult NativeTrellisPage::OpenWordSaveAs(const std::string& sFile, const std
     const ConversionResult result = lFormat == WordFormat::Document
                                         ? SaveAsDocument(sFile, sTarget)
                                         : Convert(sFile, sTarget, lFormat);
-    error_ = Explain(result, sFile);
+    error_ = service_.Explain(result, sFile);
     return CodesOf(result.error).page;
 }
 

@@ -21,7 +21,7 @@ ConversionMessage TrellisPort::Job(const char* kind) const {
 }
 
 std::int32_t TrellisPort::Take(const ConversionResult& result) {
-    detail_ = Explain(result, InputFile);
+    detail_ = service_.Explain(result, InputFile);
     cancelled_ = result.error == ReadError::Cancelled;
     return static_cast<std::int32_t>(CodesOf(result.error).port);
 }

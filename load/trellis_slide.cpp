@@ -18,7 +18,7 @@ std::int32_t TrellisSlide::Convert() {
                                                   {"notesonly", flag(putIncludeNotesOnly)},
                                                   {"password", putPassword}},
                                                  observer_);
-    error_ = Explain(result, putSourceFile);
+    error_ = service_.Explain(result, putSourceFile);
     return static_cast<std::int32_t>(result.error);
 }
 

@@ -39,8 +39,9 @@ std::string Shown(std::u16string_view text) {
     }
     return out;
 }
+// Of names and sentences, which have neither.
 std::string Shown(std::string_view utf8) {
-    return Shown(ToUtf16(utf8));
+    return VisibleText(utf8, LineBreaks::Shown);
 }
 
 // The last words, and what lies beside the others.

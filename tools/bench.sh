@@ -8,6 +8,12 @@ inputs=build/bench-inputs
 tools/bench_engine.py build/release/bench/zv_engine_diff "$inputs"
 tools/bench_run.py build/release/zorvane "$inputs"
 tools/bench_readers.py build/release/zorvane build/bench-documents
+export QT_QPA_PLATFORM=offscreen
 for bench in build/release/bench/*_bench; do
     "$bench" --benchmark_min_time=0.1
+done
+home=$(mktemp -d)
+trap 'rm -rf "$home"' EXIT
+for scale in 1 2; do
+    QT_SCALE_FACTOR=$scale HOME=$home XDG_CONFIG_HOME=$home build/release/bench/zv_compare_window_times
 done

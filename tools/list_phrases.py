@@ -35,7 +35,9 @@ INDIRECT = {
     "row->back": [],
     "question": [r"const char\* question = (.*?);", r"\n    Advise\((.*?)\);"],
     "done_text": [],
-    "finder.failure().reason": [r'Failure\{("(?:There is nothing to find|A line end cannot[^"]*)")'],
+    "*known": [r"kExpressionFaults\[\] = \{(.*?)\n\};"],
+    "row.text": [r"\{ReadError::\w+,\s*((?:\"[^\"]*\"\s*)+)"],
+    "kPasswordWanted": [],
     "text": [r"\bkUnable =(.*?);", r"show_message_\((\"[^\"]*\")", r"\bFail\([^;]*?, *((?:\"(?:[^\"\\]|\\.)*\"\s*)+)\)"],
     "ReportTrellisPortError(code)": [r"ReportTrellisPortError\([^)]*\) \{(.*?)\n\}", r"kChangePassword =(.*?);"],
     "ReportBCLError(error)": [r"kTexts\[\] = \{(.*?)\n\};", r"ReportBCLError\([^)]*\) \{(.*?)\n\}"],
@@ -159,7 +161,8 @@ STRAIGHT = re.compile(
 
 
 # Of the core, translated by a window.
-OF_WINDOWS = [r"ExpressionSigns\(\) \{(.*?)\n\}", r"ViewButtonCaption\([^)]*\) \{(.*?)\n\}"]
+OF_WINDOWS = [r"\{BesideKind::\w+, \"\w+\", (\"[^\"]+\")", r"VerbOf\(BesideKind kind[^;{]*\{(.*?)\n\}",
+              r"looks \? (\"formatting\")", r"ExpressionSigns\(\) \{(.*?)\n\}", r"ViewButtonCaption\([^)]*\) \{(.*?)\n\}"]
 
 
 def statement_before(source, place):

@@ -67,11 +67,14 @@ class Trial:
             sys.exit(f"{test}: no such test program below {self.build}/tests; build it first")
         return found[0]
 
-    def compiles(self):
-        return subprocess.run(["ninja", "-C", self.build, *self.tests], capture_output=True).returncode == 0
+    def compiles(self, tests):
+        return subprocess.run(["ninja", "-C", self.build, *tests], capture_output=True).returncode == 0
 
     def noticed_by(self):
+        """The first program that fails, "" where all pass, None where one does not build."""
         for program in self.programs:
+            if not self.compiles([program.name]):
+                return None
             try:
                 run = subprocess.run(
                     [program, "--gtest_fail_fast", "--gtest_brief=1"], capture_output=True,
@@ -80,7 +83,7 @@ class Trial:
                 return program.name + " (no end)"
             if run.returncode != 0:
                 return program.name
-        return None
+        return ""
 
 
 def try_fault(trial, fault):
@@ -91,7 +94,7 @@ def try_fault(trial, fault):
     lines[number] = new
     try:
         path.write_text("\n".join(lines))
-        return (trial.noticed_by() or "") if trial.compiles() else None
+        return trial.noticed_by()
     finally:
         path.write_text(whole)
 
@@ -108,7 +111,7 @@ def main():
     if subprocess.run(["git", "diff", "--quiet", "HEAD", "--", *asked.files]).returncode:
         sys.exit("the files differ from their commit")
     trial = Trial(asked.build, asked.tests, asked.seconds)
-    if not trial.compiles() or trial.noticed_by():
+    if trial.noticed_by() != "":
         sys.exit("the tests fail without any fault")
     all_faults = [f for path in asked.files for f in faults_of(path, path.read_text().split("\n"))]
     random.Random(asked.seed).shuffle(all_faults)

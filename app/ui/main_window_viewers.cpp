@@ -32,8 +32,7 @@ PageHost MainWindow::HostOfFiles() {
     };
     host.compare_folders = [this](const PerSide<std::string>& folders) { CompareFolders(folders); };
     host.sheet_names = [this](const std::string& file, const std::string& password) {
-        ConversionService service(process_.platform);
-        service.SetInSandbox(!process_.bWithoutSandbox);
+        ConversionService service(process_);
         GridBridge bridge(service, {});
         bridge.OptPasswordSet(password);
         return ReadSheetNames(

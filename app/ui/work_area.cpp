@@ -11,6 +11,12 @@
 
 namespace zorvane {
 
+namespace {
+
+constexpr int kLeastTile = 160;
+
+}  // namespace
+
 WorkArea::WorkArea(const QString& close_name, QWidget* parent)
     : QWidget(parent),
       close_name_(close_name),
@@ -140,6 +146,9 @@ void WorkArea::LayOut(void (QMdiArea::*arrange)()) {
             QMdiSubWindow* window = area_->addSubWindow(page);
             window->setAttribute(Qt::WA_DeleteOnClose, false);
             window->installEventFilter(this);
+            // A page gives way where it is narrow. What it needs now, times the columns, would
+            // have the area make the whole program wider than the screen.
+            page->setMinimumSize(kLeastTile, kLeastTile);
             page->show();
             window->show();
         }

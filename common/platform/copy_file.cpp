@@ -23,7 +23,9 @@ Failure FailureOf(const std::string& path, int code) {
 // A file that goes with its owner, unless it was given its place.
 class FileBeside {
   public:
-    explicit FileBeside(const std::string& target) : name_(target + ".XXXXXX") {
+    // A name of its own: that of the target may be as long as names can be.
+    explicit FileBeside(const std::string& target)
+        : name_((std::filesystem::path(target).parent_path() / ".copy.XXXXXX").string()) {
         descriptor_ = FileDescriptor(mkostemp(name_.data(), O_CLOEXEC));
         made_ = descriptor_.IsOpen();
     }

@@ -50,7 +50,12 @@ EntryKind KindOfListed(unsigned char type) {
 EntryFacts FactsOf(const struct stat& told) {
     EntryFacts facts;
     facts.kind = KindOfMode(told.st_mode);
-    facts.special = facts.kind == EntryKind::Special ? told.st_mode & S_IFMT : 0;
+    if (facts.kind == EntryKind::Special) {
+        constexpr unsigned kBehindMode = 16;
+        const bool device = S_ISBLK(told.st_mode) || S_ISCHR(told.st_mode);
+        facts.special = told.st_mode & S_IFMT;
+        facts.special |= device ? std::uint64_t{told.st_rdev} << kBehindMode : 0;
+    }
     facts.size = told.st_size;
     facts.seconds = told.st_mtim.tv_sec;
     facts.device = told.st_dev;
@@ -138,7 +143,7 @@ class PosixFolder : public FolderHandle {
     PosixFolder(const PosixFolder&) = delete;
     PosixFolder& operator=(const PosixFolder&) = delete;
 
-    SystemError List(FolderListing& listing) override {
+    SystemError List(FolderListing& listing, const std::function<bool()>& stop) override {
         const Use use(*this);
         if (use.Error())
             return use.Error();
@@ -146,7 +151,7 @@ class PosixFolder : public FolderHandle {
             return LastError();
         constexpr std::size_t kBuffer = std::size_t{64} << 10;
         const auto buffer = std::make_unique_for_overwrite<char[]>(kBuffer);
-        while (true) {
+        while (!stop()) {
             const long got = syscall(SYS_getdents64, use.Get(), buffer.get(), kBuffer);
             if (got < 0)
                 return LastError();
@@ -154,6 +159,7 @@ class PosixFolder : public FolderHandle {
                 return {};
             TakeEntries(use.Get(), {buffer.get(), static_cast<std::size_t>(got)}, listing);
         }
+        return {};
     }
 
     SystemError OpenFolder(const char* name, std::unique_ptr<FolderHandle>& folder) override {

@@ -33,7 +33,7 @@ struct [[nodiscard]] SystemError {
 
 struct EntryFacts {
     EntryKind kind = EntryKind::None;
-    std::uint32_t special = 0;  ///< which kind of special file; equal for equal kinds
+    std::uint64_t special = 0;  ///< which kind of special file, and which device
     std::int64_t size = 0;      ///< bytes; of a link, of its text
     std::int64_t seconds = 0;   ///< of the last change of its content, since 1970
     std::uint64_t device = 0;   ///< with `inode`: tells two names of one file
@@ -82,8 +82,9 @@ enum class FollowLink { No, Yes };
 class FolderHandle {
   public:
     virtual ~FolderHandle() = default;
-    /// Without "." and "..", in any order.
-    virtual SystemError List(FolderListing& listing) = 0;
+    /// Without "." and "..", in any order. `stop` is asked every few milliseconds; after a stop
+    /// names are missing.
+    virtual SystemError List(FolderListing& listing, const std::function<bool()>& stop) = 0;
     virtual SystemError OpenFolder(const char* name, std::unique_ptr<FolderHandle>& folder) = 0;
     /// Anything but a regular file fails and is not waited for.
     virtual SystemError OpenFile(const char* name, FollowLink follow,

@@ -13,6 +13,7 @@
 
 #include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
+#include "common/base/utf8_bytes.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 
@@ -69,6 +70,46 @@ std::string AsUtf8(const std::string& bytes) {
     return ToUtf8(DecodeText(bytes, DetectEncoding(bytes, "")));
 }
 
+// A name of a file may hold bytes that are no UTF-8, and one of them would make the whole file look
+// like one of the old code page. In the file each is a character that nobody uses: U+10FE80 for the
+// byte 80, and so on.
+constexpr std::string_view kByteFrom80 = "\xF4\x8F\xBA";
+constexpr std::string_view kByteFromC0 = "\xF4\x8F\xBB";
+
+std::string InFile(std::string_view value) {
+    if (IsValidUtf8(value))
+        return std::string(value);
+    std::string text;
+    while (!value.empty()) {
+        const std::size_t length = FirstCharacter(value);
+        if (length > 0) {
+            text += value.substr(0, length);
+        } else {
+            const auto byte = static_cast<unsigned char>(value.front());
+            text += byte < 0xC0 ? kByteFrom80 : kByteFromC0;
+            text += static_cast<char>(0x80 | (byte & 0x3F));
+        }
+        value.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return text;
+}
+
+std::string FromFile(std::string_view text) {
+    std::string value;
+    while (!text.empty()) {
+        const bool from_80 = text.starts_with(kByteFrom80);
+        if (text.size() > kByteFrom80.size() && (from_80 || text.starts_with(kByteFromC0))) {
+            const int low = text[kByteFrom80.size()] & 0x3F;
+            value += static_cast<char>(low | (from_80 ? 0x80 : 0xC0));
+            text.remove_prefix(kByteFrom80.size() + 1);
+        } else {
+            value += text.front();
+            text.remove_prefix(1);
+        }
+    }
+    return value;
+}
+
 std::vector<std::string> LinesOf(std::string_view text) {
     std::vector<std::string> lines;
     while (!text.empty()) {
@@ -107,7 +148,7 @@ void AddRest(const std::string& folded_section, PendingMap& pending,
             continue;
         }
         out.insert(out.begin() + static_cast<std::ptrdiff_t>(place++),
-                   it->second.key + "=" + it->second.value);
+                   it->second.key + "=" + InFile(it->second.value));
         it = pending.erase(it);
     }
 }
@@ -120,7 +161,7 @@ std::string MergedLine(const std::string& line, const std::string& section, Pend
     const auto found = pending.find({section, Folded(entry->key)});
     if (found == pending.end())
         return line;
-    std::string merged = std::string(entry->key) + "=" + found->second.value;
+    std::string merged = std::string(entry->key) + "=" + InFile(found->second.value);
     pending.erase(found);
     return merged;
 }
@@ -283,7 +324,7 @@ class FileIniProfile : public IniProfile {
                 section = Folded(*name);
                 in_section = true;
             } else if (const auto entry = ParseEntry(line); entry && in_section) {
-                values_.emplace(Name{section, Folded(entry->key)}, entry->value);
+                values_.emplace(Name{section, Folded(entry->key)}, FromFile(entry->value));
             }
         }
     }

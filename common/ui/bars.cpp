@@ -117,7 +117,7 @@ QHBoxLayout* MakeOptionColumns(QWidget* page) {
     return columns;
 }
 
-OptionArea::OptionArea(UiText text, QWidget* parent)
+OptionArea::OptionArea(const UiText& text, QWidget* parent)
     : QFrame(parent), tabs_(new TabStrip(this)), pages_(new QStackedWidget(this)) {
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(kWindowEdge, 0, kWindowEdge, kMedium);
@@ -213,26 +213,29 @@ void TabStrip::PaintTabText(QPainter& painter, int index, const QRect& place) co
                                                       words.width(), Qt::TextShowMnemonic));
 }
 
+void TabStrip::PaintTab(QPainter& painter, int index) const {
+    const ColorTokens& tokens = Tokens();
+    const bool current = index == currentIndex();
+    // The room between tabs stands behind each, so that the first is flush with the edge.
+    const bool rightward = layoutDirection() == Qt::LeftToRight;
+    const QRect place =
+        tabRect(index).adjusted(rightward ? 0 : kTabGap, 0, rightward ? -kTabGap : 0, 0);
+    painter.setFont(current ? Semibold(font()) : font());
+    const Token enabled = current ? Token::Text : Token::Text2;
+    painter.setPen(tokens[isTabEnabled(index) ? enabled : Token::Disabled]);
+    PaintTabText(painter, index, place);
+    if (!current)
+        return;
+    painter.fillRect(QRect(place.left(), place.bottom() - 1, place.width(), kFocusLine),
+                     tokens[Token::Ink]);
+    if (ShowsFocus(*this))
+        PaintFocus(painter, QRectF(place).adjusted(0, 4, 0, -5), kControlCorner);
+}
+
 void TabStrip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const ColorTokens& tokens = Tokens();
-    for (int index = 0; index < count(); ++index) {
-        const bool current = index == currentIndex();
-        // The room between tabs stands behind each, so that the first is flush with the edge.
-        const bool rightward = layoutDirection() == Qt::LeftToRight;
-        const QRect place =
-            tabRect(index).adjusted(rightward ? 0 : kTabGap, 0, rightward ? -kTabGap : 0, 0);
-        painter.setFont(current ? Semibold(font()) : font());
-        painter.setPen(tokens[!isTabEnabled(index) ? Token::Disabled
-                              : current            ? Token::Text
-                                                   : Token::Text2]);
-        PaintTabText(painter, index, place);
-        if (current)
-            painter.fillRect(QRect(place.left(), place.bottom() - 1, place.width(), kFocusLine),
-                             tokens[Token::Ink]);
-        if (current && ShowsFocus(*this))
-            PaintFocus(painter, QRectF(place).adjusted(0, 4, 0, -5), kControlCorner);
-    }
+    for (int index = 0; index < count(); ++index)
+        PaintTab(painter, index);
 }
 
 }  // namespace zorvane

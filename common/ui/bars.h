@@ -52,6 +52,7 @@ class TabStrip : public QTabBar {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    void PaintTab(QPainter& painter, int index) const;
     void PaintTabText(QPainter& painter, int index, const QRect& place) const;
 };
 
@@ -62,7 +63,7 @@ QHBoxLayout* MakeOptionColumns(QWidget* page);
 class OptionArea : public QFrame {
     Q_OBJECT
   public:
-    explicit OptionArea(UiText text, QWidget* parent = nullptr);
+    explicit OptionArea(const UiText& text, QWidget* parent = nullptr);
 
     void AddPage(QWidget* page, const QString& title);
     void SetUnfolded(bool unfolded);

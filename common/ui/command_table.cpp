@@ -42,7 +42,8 @@ QString ToolTipOf(const QString& name, const QString& keys, const QString& tip) 
     return text;
 }
 
-CommandSet::CommandSet(std::vector<std::span<const Command>> tables, UiText text, QWidget& window)
+CommandSet::CommandSet(const std::vector<std::span<const Command>>& tables, UiText text,
+                       QWidget& window)
     : QObject(&window), text_(std::move(text)), window_(window) {
     for (const std::span<const Command> table : tables)
         for (const Command& command : table)
@@ -99,7 +100,7 @@ void CommandSet::Bind(std::string_view id, CommandBinding binding) {
     RefreshItem(item);
 }
 
-void CommandSet::BindWhere(std::function<bool()> applies, std::string_view id,
+void CommandSet::BindWhere(const std::function<bool()>& applies, std::string_view id,
                            const CommandBinding& binding) {
     const auto found = by_id_.find(id);
     Q_ASSERT(found != by_id_.end());

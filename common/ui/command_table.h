@@ -75,12 +75,12 @@ class CommandSet : public QObject {
     Q_OBJECT
   public:
     /// Tables live as long as the program; `text` translates.
-    CommandSet(std::vector<std::span<const Command>> tables, UiText text, QWidget& window);
+    CommandSet(const std::vector<std::span<const Command>>& tables, UiText text, QWidget& window);
 
     void Bind(std::string_view id, CommandBinding binding);
     /// The same while `applies`, in place of what is bound so far: windows of several kinds share a
     /// command.
-    void BindWhere(std::function<bool()> applies, std::string_view id,
+    void BindWhere(const std::function<bool()>& applies, std::string_view id,
                    const CommandBinding& binding);
     /// All texts once more, in the language of now.
     void Retranslate();

@@ -214,9 +214,7 @@ void Dialog::accept() {
 }
 
 void Dialog::showEvent(QShowEvent* event) {
-    // One that stays open while others work may be translated, which goes by what it shows.
-    if (isModal())
-        ShareMnemonics(*this);
+    ShareMnemonics(*this);
     const int width = std::max({width_, minimumSizeHint().width(), this->width()});
     const int height =
         hasHeightForWidth() ? layout()->totalHeightForWidth(width) : sizeHint().height();

@@ -159,7 +159,7 @@ void FileBox::paintEvent(QPaintEvent*) {
         const bool rightward = layoutDirection() == Qt::LeftToRight;
         PaintIcon(painter, icon_,
                   QRectF(rightward ? room.left() - kIconSize - kSmall : room.right() + kSmall,
-                         room.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize),
+                         room.center().y() - kIconSize * 0.5 + 1, kIconSize, kIconSize),
                   tokens[isEnabled() ? Token::Text2 : Token::Disabled]);
     }
     if (lineEdit()->hasFocus())

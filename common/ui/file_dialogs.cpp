@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 #include "common/picked_paths.h"
 #include "common/ui/qt_text.h"
@@ -20,6 +23,19 @@ QStringList FiltersOf(const QString& pairs) {
     return filters;
 }
 
+// In a folder, or on a name in it; one that is not there is no name to open.
+void BeginAt(QFileDialog& dialog, const QString& start, bool saving) {
+    const QFileInfo place(start);
+    if (start.isEmpty())
+        return;
+    if (place.isDir())
+        dialog.setDirectory(start);
+    else if (saving || place.exists())
+        dialog.selectFile(start);
+    else if (place.dir().exists())
+        dialog.setDirectory(place.dir());
+}
+
 }  // namespace
 
 QString PickFile(FileRequest& request, const UiText& text, QWidget* parent) {
@@ -33,8 +49,7 @@ QString PickFile(FileRequest& request, const UiText& text, QWidget* parent) {
         dialog.setNameFilters(filters);
         dialog.selectNameFilter(filters.value(request.filter_index - 1));
     }
-    if (!request.start.isEmpty())
-        dialog.selectFile(request.start);
+    BeginAt(dialog, request.start, saving);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     request.filter_index =
@@ -47,6 +62,11 @@ QString PickFolder(const QString& start, SpecialFolders& folders, const UiText& 
     const QString chosen = QFileDialog::getExistingDirectory(
         parent, text("Browse For Folder"), ToQt(sFolderDialogStart(folders, FromQt(start))));
     return ToQt(sFolderDialogResult(FromQt(chosen)));
+}
+
+QString DocumentsFolder() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(folder).isDir() ? folder : QDir::homePath();
 }
 
 }  // namespace zorvane

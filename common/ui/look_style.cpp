@@ -198,6 +198,10 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
         case SH_Menu_MouseTracking:
         case SH_ComboBox_ListMouseTracking:
             return 1;
+        case SH_Menu_Mask:
+            if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(returned); mask != nullptr)
+                mask->region = MenuShape(option->rect);
+            return 1;
         default:
             return QProxyStyle::styleHint(hint, option, widget, returned);
     }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QPainterPath>
+
 #include "common/ui/icons.h"
 #include "common/ui/look_paint.h"
 #include "common/ui/look_style.h"
@@ -32,6 +34,12 @@ void PaintMark(const QStyleOptionMenuItem& item, QPainter& painter, const QRect&
 }
 
 }  // namespace
+
+QRegion MenuShape(const QRect& rect) {
+    QPainterPath shape;
+    shape.addRoundedRect(rect, kMenuCorner, kMenuCorner);
+    return QRegion(shape.toFillPolygon().toPolygon());
+}
 
 QSize MenuItemSize(const QStyleOption& option, const QSize& contents) {
     const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(&option);

@@ -31,8 +31,8 @@ void PaintSign(QPainter& painter, QStyle::SubControl part, const QRect& place,
                const QColor& color) {
     if (part == QStyle::SC_TitleBarCloseButton) {
         PaintIcon(painter, QStringLiteral("close"),
-                  QRectF(place.center().x() - kIconSize / 2 + 0.5,
-                         place.center().y() - kIconSize / 2 + 0.5, kIconSize, kIconSize),
+                  QRectF(place.center().x() - kIconSize * 0.5 + 0.5,
+                         place.center().y() - kIconSize * 0.5 + 0.5, kIconSize, kIconSize),
                   color);
         return;
     }

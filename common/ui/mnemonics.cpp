@@ -1,5 +1,6 @@
 #include "common/ui/mnemonics.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <set>
@@ -62,29 +63,45 @@ void Give(const Caption& caption, std::set<QChar>& taken) {
     }
 }
 
+// What Enter and Esc press may bring a mnemonic along.
+std::vector<const QAbstractButton*> PressedByKey(const QWidget& dialog) {
+    const auto* host = qobject_cast<const Dialog*>(&dialog);
+    if (host == nullptr)
+        return {};
+    return {host->AcceptButton(), host->CancelButton()};
+}
+
+// The label of a field that takes the focus.
+bool NamesAField(const QLabel& label) {
+    const QWidget* field = label.buddy();
+    return field != nullptr && !label.text().isEmpty() &&
+           (field->focusPolicy() != Qt::NoFocus || field->focusProxy() != nullptr);
+}
+
+void AppendCaptions(QTabBar* tabs, std::vector<Caption>& captions) {
+    for (int tab = 0; tab < tabs->count(); ++tab)
+        captions.push_back({tabs->tabText(tab),
+                            [tabs, tab](const QString& text) { tabs->setTabText(tab, text); }});
+}
+
+template <class Widget>
+Caption CaptionOf(Widget* widget) {
+    return {widget->text(), [widget](const QString& text) { widget->setText(text); }};
+}
+
 std::vector<Caption> CaptionsOf(QWidget& dialog) {
+    const std::vector<const QAbstractButton*> by_key = PressedByKey(dialog);
     std::vector<Caption> captions;
     for (QWidget* widget : dialog.findChildren<QWidget*>()) {
-        if (auto* label = qobject_cast<QLabel*>(widget)) {
-            const QWidget* field = label->buddy();
-            const bool takes = field != nullptr && (field->focusPolicy() != Qt::NoFocus ||
-                                                    field->focusProxy() != nullptr);
-            if (takes && !label->text().isEmpty())
-                captions.push_back(
-                    {label->text(), [label](const QString& text) { label->setText(text); }});
-        } else if (auto* tabs = qobject_cast<QTabBar*>(widget)) {
-            for (int tab = 0; tab < tabs->count(); ++tab)
-                captions.push_back({tabs->tabText(tab), [tabs, tab](const QString& text) {
-                                        tabs->setTabText(tab, text);
-                                    }});
-        } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-            const auto* host = qobject_cast<Dialog*>(&dialog);
-            const bool by_key = host != nullptr &&
-                                (button == host->AcceptButton() || button == host->CancelButton());
-            if (!by_key && !button->text().isEmpty())
-                captions.push_back(
-                    {button->text(), [button](const QString& text) { button->setText(text); }});
-        }
+        auto* label = qobject_cast<QLabel*>(widget);
+        auto* button = qobject_cast<QAbstractButton*>(widget);
+        if (label != nullptr && NamesAField(*label))
+            captions.push_back(CaptionOf(label));
+        else if (button != nullptr && !button->text().isEmpty() &&
+                 std::ranges::find(by_key, button) == by_key.end())
+            captions.push_back(CaptionOf(button));
+        else if (auto* tabs = qobject_cast<QTabBar*>(widget))
+            AppendCaptions(tabs, captions);
     }
     return captions;
 }
@@ -93,6 +110,9 @@ std::vector<Caption> CaptionsOf(QWidget& dialog) {
 
 void ShareMnemonics(QWidget& dialog) {
     std::set<QChar> taken;
+    for (const QAbstractButton* button : PressedByKey(dialog))
+        if (button != nullptr && !MnemonicOf(button->text()).isNull())
+            taken.insert(MnemonicOf(button->text()));
     std::vector<Caption> without;
     for (Caption& caption : CaptionsOf(dialog)) {
         const QChar letter = MnemonicOf(caption.text);

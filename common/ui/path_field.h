@@ -14,7 +14,7 @@ class PathField : public QWidget {
     Q_OBJECT
   public:
     /// `browse_name` is told for the button, which has an icon alone.
-    PathField(const QString& browse_name, QWidget* parent = nullptr);
+    explicit PathField(const QString& browse_name, QWidget* parent = nullptr);
 
     QLineEdit& Line() { return *line_; }
     IconButton& Browse() { return *browse_; }

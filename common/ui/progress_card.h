@@ -38,13 +38,13 @@ class ProgressCard : public QWidget {
     void ShowTimeLeft();
 
     UiText text_;
-    QLabel* stage_;
-    QLabel* share_;
-    QLabel* words_;
-    QLabel* left_;
-    QWidget* bar_;
-    Button* abort_;
-    QFrame* card_;
+    QLabel* stage_ = nullptr;
+    QLabel* share_ = nullptr;
+    QLabel* words_ = nullptr;
+    QLabel* left_ = nullptr;
+    QWidget* bar_ = nullptr;
+    Button* abort_ = nullptr;
+    QFrame* card_ = nullptr;
     QTimer delay_;
     QElapsedTimer running_;
     double percent_ = 0;

@@ -9,18 +9,13 @@
 
 namespace zorvane {
 
-/// Invalid UTF-8 becomes U+FFFD.
-inline QString ToQt(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
+/// A byte that is no UTF-8, as in names of files, becomes a lone surrogate of its own; `FromQt`
+/// gives it back, so that a path that a window shows is still the path.
+QString ToQt(std::string_view utf8);
+std::string FromQt(QStringView text);
 
 inline QString ToQt(std::u16string_view text) {
     return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-inline std::string FromQt(QStringView text) {
-    const QByteArray bytes = text.toUtf8();
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
 inline std::u16string FromQt16(QStringView text) {

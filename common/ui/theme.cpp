@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMenuBar>
 
+#include "common/ui/layer_accessible.h"
 #include "common/ui/style_sheet.h"
 
 namespace zorvane {
@@ -20,6 +21,7 @@ Theme::Theme(QApplication& application) : application_(application), style_(new 
     // Without it a style sheet would cut all below it off from the window's palette and font.
     QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
     application_.installEventFilter(this);
+    InstallLayerAccessible();
 }
 
 void Theme::Dress(QWidget& window) {
@@ -31,7 +33,7 @@ void Theme::Dress(QWidget& window) {
 }
 
 void Theme::Force(std::optional<ColorTokens> tokens) {
-    forced_ = std::move(tokens);
+    forced_ = tokens;
     Follow();
 }
 

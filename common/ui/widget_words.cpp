@@ -12,8 +12,11 @@
 #include <QTabBar>
 
 #include "common/form_translator.h"
+#include "common/ui/dialog.h"
+#include "common/ui/mnemonics.h"
 #include "common/ui/qt_text.h"
 #include "common/ui/shown_texts.h"
+#include "common/ui/ui_text.h"
 
 namespace zorvane {
 namespace {
@@ -65,7 +68,11 @@ class WidgetThing : public LabelledThing {
         return widget_.property(kTranslateFalse).toBool() ? kTranslateFalse : "";
     }
 
-    std::optional<std::string> Text() const override { return before_.EnglishOf(FromQt(Main())); }
+    // Dialogs give their captions mnemonics, which nobody asked the translator for.
+    std::optional<std::string> Text() const override {
+        const std::optional<std::string> english = before_.EnglishOf(FromQt(Main()));
+        return english.has_value() ? english : before_.EnglishOf(FromQt(WithoutMnemonic(Main())));
+    }
 
     void SetText(const std::string& english) override {
         const QString text = ToQt(english);
@@ -171,6 +178,9 @@ void ApplyLanguageFont(const std::string& family) {
 void TranslateWidgets(QWidget& window, modTranslator& translator, const ShownTexts& before) {
     WidgetThing form(window, before);
     TranslateForm(translator, DesktopFonts(), form);
+    // The new words have mnemonics of their own.
+    for (Dialog* dialog : window.findChildren<Dialog*>())
+        ShareMnemonics(*dialog);
 }
 
 }  // namespace zorvane

@@ -139,7 +139,14 @@ void RichDocument::ReplaceSelection(const RichText& text) {
 // ---- typing ----
 
 CharFormat RichDocument::TypingFormat() const {
-    return typing_format_ ? *typing_format_ : text_.InsertionFormat(Selection());
+    if (typing_format_)
+        return *typing_format_;
+    constexpr std::int32_t kBreak = 2;
+    // A paragraph goes on as it begins, not as the one before it ended.
+    const CharPos caret = selection_.Caret();
+    const bool begins = selection_.Empty() && caret.value >= kBreak &&
+                        text_.Text({CharPos{caret.value - kBreak}, kBreak}) == u"\r\n";
+    return begins ? FormatAt(caret) : text_.InsertionFormat(Selection());
 }
 
 void RichDocument::SetTypingFormat(const CharFormatChange& change) {

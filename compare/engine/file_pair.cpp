@@ -86,7 +86,8 @@ void FilePairs::CompareFiles(const TreeEntry& entry, const PerSide<FolderHandle*
     // Between listing and opening a name may have come to stand for something else.
     if (one.kind != EntryKind::File || two.kind != EntryKind::File || one.size != two.size)
         verdict.content = PairContent::Different;
-    else if (one.device != two.device || one.inode != two.inode)
+    // Some network file systems give a number to two files; these have a date of their own.
+    else if (one.device != two.device || one.inode != two.inode || one.seconds != two.seconds)
         CompareBytes(files, stop, verdict);
 }
 
@@ -99,27 +100,48 @@ void FilePairs::CompareLinks(const TreeEntry& entry, const PerSide<FolderHandle*
         verdict.content = PairContent::Different;
 }
 
-// Both in step, up to the first difference. A file below the buffer is one read.
+// Both in step, up to the first difference. A file below the buffer is one read. The system tells
+// no size of what it makes when it is asked (as in /proc): such files are read to their ends.
 void FilePairs::CompareBytes(const Files& files, const OrderedWork& stop, PairVerdict& verdict) {
     for (const Side side : kBothSides) {
         if (!buffers_[side])
             buffers_[side] = std::make_unique_for_overwrite<char[]>(kBuffer);
     }
-    auto left = static_cast<std::uint64_t>(verdict.facts.original.size);
-    while (left > 0 && !stop.Aborted()) {
-        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, kBuffer));
-        for (const Side side : kBothSides) {
-            std::size_t got = 0;
-            verdict.errors[side] = ReadFull(*files[side], {buffers_[side].get(), wanted}, got);
-            verdict.shrank = verdict.shrank || got < wanted;
-        }
-        if (Failed(verdict) || verdict.shrank)
+    const auto told = static_cast<std::uint64_t>(verdict.facts.original.size);
+    for (std::uint64_t at = 0; (told == 0 || at < told) && !stop.Aborted(); at += kBuffer) {
+        const auto wanted = static_cast<std::size_t>(
+            told == 0 ? kBuffer : std::min<std::uint64_t>(told - at, kBuffer));
+        PerSide<std::size_t> got{0, 0};
+        for (const Side side : kBothSides)
+            verdict.errors[side] =
+                ReadFull(*files[side], {buffers_[side].get(), wanted}, got[side]);
+        if (Failed(verdict))
             return;
-        if (std::memcmp(buffers_.original.get(), buffers_.modified.get(), wanted) != 0) {
+        const std::size_t both = std::min(got.original, got.modified);
+        if (std::memcmp(buffers_.original.get(), buffers_.modified.get(), both) != 0) {
             verdict.content = PairContent::Different;
             return;
         }
-        left -= wanted;
+        if (got.original < wanted || got.modified < wanted) {
+            TakeEnd(files, got, verdict);
+            return;
+        }
+    }
+}
+
+// One of them ended, equal so far. Where a size was told it was reached too early: some files of
+// the system never have theirs, and all others were written to.
+void FilePairs::TakeEnd(const Files& files, const PerSide<std::size_t>& got, PairVerdict& verdict) {
+    const bool together = got.original == got.modified;
+    if (verdict.facts.original.size == 0) {
+        verdict.content = together ? PairContent::Same : PairContent::Different;
+        return;
+    }
+    verdict.shrank = !together;
+    for (const Side side : kBothSides) {
+        EntryFacts now;
+        verdict.errors[side] = files[side]->Facts(now);
+        verdict.shrank = verdict.shrank || now.size != verdict.facts[side].size;
     }
 }
 

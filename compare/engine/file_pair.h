@@ -46,6 +46,7 @@ class FilePairs {
     void CompareLinks(const TreeEntry& entry, const PerSide<FolderHandle*>& handles,
                       PairVerdict& verdict) const;
     void CompareBytes(const Files& files, const OrderedWork& stop, PairVerdict& verdict);
+    static void TakeEnd(const Files& files, const PerSide<std::size_t>& got, PairVerdict& verdict);
 
     PairRules rules_;
     PerSide<std::unique_ptr<char[]>> buffers_;

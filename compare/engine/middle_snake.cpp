@@ -100,7 +100,7 @@ std::optional<SplitPlace> MiddleSnake::Find(std::span<const std::uint32_t> origi
     const auto n = static_cast<std::int32_t>(original.size());
     const auto m = static_cast<std::int32_t>(modified.size());
     const std::int32_t most = std::min(limit, (n + m + 1) / 2 + 1);
-    const auto size = static_cast<std::size_t>(2 * most + 5);
+    const auto size = static_cast<std::size_t>(most) * 2 + 5;
     if (forward_.size() < size) {
         forward_.resize(size);
         backward_.resize(size);

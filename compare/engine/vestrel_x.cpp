@@ -161,7 +161,7 @@ Status VestrelX::Compare() {
     for (const Side side : kBothSides)
         state_->files[side].file = MappedFile();
     for (const Side side : kBothSides) {
-        const Status read = ReadSide(state_->files[side]);
+        Status read = ReadSide(state_->files[side]);
         if (!read.ok())
             return read;
     }

@@ -145,6 +145,15 @@ std::size_t PageLayout::LinesThatFit(const ParagraphFormat& format, std::size_t 
     return first + (count == 0 && Fresh() ? 1 : count);
 }
 
+// Where the line stands that comes next; the height of the page goes on below it.
+LinePlace PageLayout::TakeLine(const ParagraphFormat& format, const FontHeight& extent) {
+    const double height = LineHeight(format, extent);
+    const LinePlace place{setup_.left, setup_.TextWidth(), y_, y_ + height - extent.descent,
+                          y_ + height};
+    y_ += height;
+    return place;
+}
+
 void PageLayout::PlaceParagraph(const PrintParagraph& paragraph) {
     const ParagraphFormat& format = *paragraph.format;
     const ParagraphMeasure measure(measurer_, paragraph);
@@ -160,16 +169,12 @@ void PageLayout::PlaceParagraph(const PrintParagraph& paragraph) {
         const bool nothing_behind = at + 1 == lines_.size() && lines_[at].begin == lines_[at].end;
         if (page_due_ && nothing_behind)
             return;
-        if (std::exchange(page_due_, false) && !NewPage())
+        if (!TurnDuePage())
             return;
-        const std::size_t end = LinesThatFit(format, at);
-        for (; at < end; ++at) {
-            const double height = LineHeight(format, lines_[at].height);
-            const LinePlace place{setup_.left, setup_.TextWidth(), y_,
-                                  y_ + height - lines_[at].height.descent, y_ + height};
+        for (const std::size_t end = LinesThatFit(format, at); at < end; ++at) {
+            const LinePlace place = TakeLine(format, lines_[at].height);
             if (painter)
                 painter->Paint(lines_[at], place);
-            y_ += height;
         }
         page_due_ = at > 0 && lines_[at - 1].ends_page;
         if (!page_due_ && at < lines_.size() && !NewPage())
@@ -178,12 +183,15 @@ void PageLayout::PlaceParagraph(const PrintParagraph& paragraph) {
     y_ += std::max(format.space_after, 0);
 }
 
-void PageLayout::PlaceRow(const PrintParagraph& row, const std::vector<std::int32_t>& ends) {
-    if (std::exchange(page_due_, false) && !NewPage())
-        return;
+bool PageLayout::TurnDuePage() {
+    return !std::exchange(page_due_, false) || NewPage();
+}
+
+// The cells of a row with their lines; nothing after a stop.
+std::vector<std::unique_ptr<PageLayout::Cell>> PageLayout::BrokenCells(
+    const PrintParagraph& row, const std::vector<std::int32_t>& ends) {
     std::vector<std::unique_ptr<Cell>> cells;
     const auto size = static_cast<std::int32_t>(row.text.size());
-    double height = 0;
     for (std::int32_t begin = 0; begin < size;) {
         const auto end = static_cast<std::int32_t>(
             std::min(row.text.find(kRtfCell, static_cast<std::size_t>(begin)), row.text.size()));
@@ -195,44 +203,59 @@ void PageLayout::PlaceRow(const PrintParagraph& row, const std::vector<std::int3
                                                std::max(right, left + 1)));
         Cell& cell = *cells.back();
         if (!breaker_.Break(cell.measure, cell.room, cell.lines, [this] { return KeepGoing(); }))
-            return;
-        height = std::max(height, HeightOf(*cell.paragraph.format, cell.lines));
+            return {};
         begin = end + 1;
     }
+    return cells;
+}
+
+void PageLayout::PlaceRow(const PrintParagraph& row, const std::vector<std::int32_t>& ends) {
+    if (!TurnDuePage())
+        return;
+    const std::vector<std::unique_ptr<Cell>> cells = BrokenCells(row, ends);
+    double height = 0;
+    for (const std::unique_ptr<Cell>& cell : cells)
+        height = std::max(height, HeightOf(*cell->paragraph.format, cell->lines));
     if (height > Room() && height <= setup_.TextHeight() && !NewPage())
         return;
-    while (
-        std::any_of(cells.begin(), cells.end(), [](const auto& cell) { return !cell->Done(); })) {
+    const auto left = [&cells] {
+        return std::any_of(cells.begin(), cells.end(),
+                           [](const auto& cell) { return !cell->Done(); });
+    };
+    while (left()) {
         const double before = y_;
         PlaceRowPart(cells);
-        const bool left =
-            std::any_of(cells.begin(), cells.end(), [](const auto& cell) { return !cell->Done(); });
-        if ((left || y_ == before) && !NewPage())
+        if ((left() || y_ == before) && !NewPage())
             return;
     }
 }
 
-// As many lines of each cell as this page takes, and the edges around them.
-void PageLayout::PlaceRowPart(std::vector<std::unique_ptr<Cell>>& cells) {
+// As many lines of a cell as this page takes; where they end.
+double PageLayout::PlaceCellPart(Cell& cell, double top) {
+    std::optional<LinePainter> painter;
+    if (painter_ != nullptr)
+        painter.emplace(*painter_, cell.measure, cell.room);
+    bool first = Fresh();  // one line at least on a page of its own
+    double y = top;
+    for (; !cell.Done(); ++cell.next) {
+        const double height = cell.LineHeightAt(cell.next);
+        if (!std::exchange(first, false) && y + height > top + Room())
+            break;
+        const PrintLine& line = cell.lines[cell.next];
+        if (painter)
+            painter->Paint(line, {setup_.left + cell.left + kCellPadding, cell.TextWidth(), y,
+                                  y + height - line.height.descent, y + height});
+        y += height;
+    }
+    return y;
+}
+
+// What this page takes of the row, and the edges around it.
+void PageLayout::PlaceRowPart(const std::vector<std::unique_ptr<Cell>>& cells) {
     const double top = y_;
     double bottom = top;
-    for (const std::unique_ptr<Cell>& cell : cells) {
-        std::optional<LinePainter> painter;
-        if (painter_ != nullptr)
-            painter.emplace(*painter_, cell->measure, cell->room);
-        bool first = Fresh();  // one line at least on a page of its own
-        for (double y = top; !cell->Done(); ++cell->next) {
-            const double height = cell->LineHeightAt(cell->next);
-            if (!std::exchange(first, false) && y + height > top + Room())
-                break;
-            const PrintLine& line = cell->lines[cell->next];
-            if (painter)
-                painter->Paint(line, {setup_.left + cell->left + kCellPadding, cell->TextWidth(), y,
-                                      y + height - line.height.descent, y + height});
-            y += height;
-            bottom = std::max(bottom, y);
-        }
-    }
+    for (const std::unique_ptr<Cell>& cell : cells)
+        bottom = std::max(bottom, PlaceCellPart(*cell, top));
     y_ = bottom;
     if (painter_ == nullptr || bottom == top)
         return;

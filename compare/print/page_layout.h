@@ -8,6 +8,7 @@
 
 #include "common/base/result.h"
 #include "compare/print/line_breaker.h"
+#include "compare/print/line_painter.h"
 #include "compare/print/page_painter.h"
 #include "compare/print/page_setup.h"
 
@@ -45,7 +46,12 @@ class PageLayout {
     void PlaceParagraph(const PrintParagraph& paragraph);
     std::size_t LinesThatFit(const ParagraphFormat& format, std::size_t first) const;
     void PlaceRow(const PrintParagraph& row, const std::vector<std::int32_t>& ends);
-    void PlaceRowPart(std::vector<std::unique_ptr<Cell>>& cells);
+    void PlaceRowPart(const std::vector<std::unique_ptr<Cell>>& cells);
+    double PlaceCellPart(Cell& cell, double top);
+    std::vector<std::unique_ptr<Cell>> BrokenCells(const PrintParagraph& row,
+                                                   const std::vector<std::int32_t>& ends);
+    LinePlace TakeLine(const ParagraphFormat& format, const FontHeight& extent);
+    bool TurnDuePage();
     bool IsRow(std::u16string_view paragraph) const;
     std::size_t TableEnd(std::size_t begin) const;
 

@@ -96,8 +96,7 @@ Result<std::int32_t> PrintRTF(const PrintJob& job, PagePainter& painter, RunWatc
     };
     const PageCalls counting{[](std::int32_t) { return Status::Ok(); },
                              [&](double part) { return go_on(part * kCounting); }};
-    const Result<std::int32_t> pages =
-        PageLayout(job.text, job.setup, painter, nullptr).Run(counting);
+    Result<std::int32_t> pages = PageLayout(job.text, job.setup, painter, nullptr).Run(counting);
     if (!pages.ok())
         return pages;
     EdgePainter edges(job, painter, pages.value());
@@ -108,8 +107,7 @@ Result<std::int32_t> PrintRTF(const PrintJob& job, PagePainter& painter, RunWatc
                                 return begun;
                             },
                             [&](double part) { return go_on(kCounting + part * (1 - kCounting)); }};
-    const Result<std::int32_t> drawn =
-        PageLayout(job.text, job.setup, painter, &painter).Run(drawing);
+    Result<std::int32_t> drawn = PageLayout(job.text, job.setup, painter, &painter).Run(drawing);
     if (!drawn.ok())
         return drawn;
     if (const Status finished = painter.Finish(); !finished.ok())

@@ -52,7 +52,7 @@ class CompareJob {
             end = Compare();
         if (!watcher_.KeepGoing())
             end = RunEnd::Aborted;
-        out_.options = std::move(input_.options);
+        out_.options = input_.options;
         out_.settings = std::move(input_.settings);
         if (end == RunEnd::Finished && !HandOut())
             end = RunEnd::Aborted;

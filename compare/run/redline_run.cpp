@@ -93,7 +93,7 @@ class RedlineMaker {
             inputs_.texts.modified)
             result = Run(job, {true, true});
         if (!result.ok())
-            return Failure{Explain(result, targets.front())};
+            return Failure{service_.Explain(result, targets.front())};
         const Result<std::string> document = ReadWholeFile(result.files.at(0));
         const Result<std::string> told = ReadWholeFile(result.files.at(1));
         if (!document.ok() || !told.ok())
@@ -101,7 +101,7 @@ class RedlineMaker {
         // It comes from a process that read hostile bytes.
         const std::optional<RedlineCertificate> certificate = DecodeCertificate(told.value());
         if (!certificate)
-            return Failure{Explain(FailedConversion(ReadError::Crashed), targets.front())};
+            return Failure{service_.Explain(FailedConversion(ReadError::Crashed), targets.front())};
         return Redline{document.value(), *certificate, std::move(targets)};
     }
 

@@ -66,7 +66,7 @@ class ReportRun : private ReportSource {
 
     Status SaveDocumentReport(const std::string& file, std::uint32_t mode) override {
         auto editors = std::make_unique<Editors>();
-        const Status saved = SaveWith(*editors, file, mode);
+        Status saved = SaveWith(*editors, file, mode);
         FreeAside(std::move(editors));
         return saved;
     }

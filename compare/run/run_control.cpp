@@ -20,11 +20,11 @@ enum class Number : std::uint8_t { None, Percent, Whole };
 
 // What stands in front of the number and behind it.
 struct StepRow {
-    RunStep step;
-    bool detail;  ///< belongs to the detail panel
-    const char* front;
-    Number number;
-    const char* back;
+    RunStep step{};
+    bool detail = false;  ///< belongs to the detail panel
+    const char* front = "";
+    Number number = Number::None;
+    const char* back = "";
     const char* fixed_back = "";   ///< behind it, in every language
     const char* fixed_front = "";  ///< between the front and the number
 };
@@ -66,9 +66,9 @@ std::string NumberText(const StepRow& row, double part) {
     // Kept: one more blank in the text of the list.
     if (row.step == RunStep::List)
         return PercentText(kPercent * part) + " ";
-    if (row.step != RunStep::ImportPdf)
+    // Kept: no leading zero in the steps of a compare.
+    if (row.step != RunStep::ImportPdf && row.step != RunStep::Print)
         return PercentText(kPercent * part);
-    // Kept: a leading zero here alone.
     const std::string text = PercentText(kPercent * part);
     return text.starts_with('.') ? "0" + text : text;
 }

@@ -1,5 +1,6 @@
 #include "compare/ui/advanced_options_dialog.h"
 
+#include "common/expression_faults.h"
 #include "common/ui/check_boxes.h"
 #include "common/ui/combo_boxes.h"
 #include "common/ui/measures.h"
@@ -19,7 +20,7 @@ AdvancedOptionsDialog::AdvancedOptionsDialog(const clsCompareFileOptions& option
                                              const UiText& text, QWidget* parent)
     : Dialog(text("Advanced Options"), measures::kFormDialog, parent),
       options_(options),
-      wrong_(text("This expression cannot be used: %1")) {
+      text_(text) {
     FormColumn* column = AddColumn();
     AddExpression(*column, text);
     AddSearch(*column, text);
@@ -72,7 +73,8 @@ QString AdvancedOptionsDialog::Wrong(const std::string& reason) const {
     const std::size_t at = reason.rfind(kUnusable);
     const std::string fault =
         at == std::string::npos ? reason : reason.substr(at + kUnusable.size());
-    return wrong_.arg(ToQt(fault));
+    const auto translate = [this](std::string_view english) { return FromQt(text_(english)); };
+    return text_("This expression cannot be used: %1").arg(ToQt(ExpressionFault(fault, translate)));
 }
 
 bool AdvancedOptionsDialog::Check() {

@@ -25,7 +25,7 @@ class AdvancedOptionsDialog : public Dialog {
     clsCompareFileOptions options_;
     FieldTies ties_;
     QLineEdit* expression_ = nullptr;
-    QString wrong_;
+    UiText text_;
 };
 
 }  // namespace zorvane

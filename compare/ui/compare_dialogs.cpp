@@ -45,13 +45,13 @@ FindReplaceDialog::FindReplaceDialog(frmCompareFilesFindReplace& find, const UiT
       find_(find),
       words_(new QLineEdit(this)),
       instead_(new QLineEdit(this)),
-      whole_(new WrappingCheckBox(text("Whole words only"), this)),
-      case_(new WrappingCheckBox(text("Match case"), this)) {
+      whole_(new WrappingCheckBox(text("Whole Word &Only"), this)),
+      case_(new WrappingCheckBox(text("Match &Case"), this)) {
     FormColumn* column = AddColumn();
-    column->AddAbove(text("Find"), words_);
-    column->AddAbove(text("Replace with"), instead_);
+    column->AddAbove(text("Find:"), words_);
+    column->AddAbove(text("Replace with:"), instead_);
     column->AddInLine({whole_, case_});
-    SetButtons(text("Find Next"), text("Done"));
+    SetButtons(text("&Find Next"), text("&Done"));
     AcceptButton()->disconnect(this);
     connect(AcceptButton(), &QPushButton::clicked, this, [this] {
         Store();
@@ -75,7 +75,7 @@ void FindReplaceDialog::AddReplaceButtons(const UiText& text) {
                 found();
         });
     };
-    add("Replace", [this] { find_.Command2_Click(); });
+    add("Find And &Replace", [this] { find_.Command2_Click(); });
     add("Replace All", [this] { find_.ReplaceAll(); });
 }
 

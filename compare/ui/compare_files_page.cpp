@@ -303,8 +303,12 @@ void CompareFilesPage::ApplyPlan() {
     plan_ = PlanFor(width(), height() + measures::kMenuBarHeight, options_->IsUnfolded());
     editors_wanted_ = editors_wanted_ && !plan_.editors;
     const PaneLayout layout = LayoutNow();
+    const bool in_text = last_focus_ != nullptr && last_focus_->hasFocus();
     editors_->setVisible(layout != PaneLayout::Result);
     below_->setVisible(layout != PaneLayout::Editors);
+    // Else the next button would have it.
+    if (in_text && !last_focus_->isVisible())
+        FocusedView()->setFocus();
     bar_->SetLayout(static_cast<int>(layout));
     bar_->FitTo(plan_, width());
     head_->FitTo(plan_);

@@ -245,8 +245,8 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     void ConnectDrops();
     /// Tells the viewer which text the person works in.
     void TellActiveEditor();
+    bool HasOwnSelection() const;
     QString PdfName() const;
-    QString SavedName() const;
     QString FolderToBrowse(Side side) const;
     void SavePdf();
     bool SetUpPages(QPrinter& printer);
@@ -297,6 +297,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     PerSide<std::unique_ptr<RowsFollower>> followers_;
     std::unique_ptr<FindReplaceDialog> find_;
     RichTextView* last_focus_ = nullptr;
+    PerSide<TextRange> walked_to_;   ///< what the walk selected last
     QPointer<QWidget> focus_after_;  ///< of the run under way
     RichTextView* finding_in_ = nullptr;
     ViewFilter filter_ = ViewFilter::All;

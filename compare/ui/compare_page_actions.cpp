@@ -1,11 +1,11 @@
 // What a person does in a Compare Files window.
 #include <QApplication>
-#include <QDateTime>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QStackedWidget>
 
 #include "common/base/text_encoding.h"
+#include "common/file_utilities.h"
+#include "common/platform/file_stamp.h"
 #include "common/ui/qt_text.h"
 #include "compare/ui/compare_files_page.h"
 #include "compare/view/copy_over.h"
@@ -99,11 +99,16 @@ void CompareFilesPage::DropFiles(Side side, const QStringList& paths) {
         ShowStatus(StatusPanel::Main, FromQt(text_("Drop one or two documents.")));
         return;
     }
-    if (QFileInfo(paths[0]).isDir() && QFileInfo(paths[1]).isDir()) {
-        host_.compare_folders({FromQt(paths[0]), FromQt(paths[1])});
+    const PerSide<std::string> files{FromQt(paths[0]), FromQt(paths[1])};
+    if (bDirectoryExists(files.original) && bDirectoryExists(files.modified)) {
+        host_.compare_folders(files);
         return;
     }
-    const bool in_order = QFileInfo(paths[0]).lastModified() <= QFileInfo(paths[1]).lastModified();
+    const auto changed = [](const std::string& file) {
+        const std::optional<FileStamp> stamp = FileStampOf(file);
+        return stamp ? stamp->modified : 0;
+    };
+    const bool in_order = changed(files.original) <= changed(files.modified);
     TakeFile(Side::Original, paths[in_order ? 0 : 1]);
     TakeFile(Side::Modified, paths[in_order ? 1 : 0]);
     Compare();

@@ -7,7 +7,6 @@
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinterInfo>
-#include <QStandardPaths>
 
 #include "common/ui/file_dialogs.h"
 #include "common/ui/qt_text.h"
@@ -16,6 +15,7 @@
 #include "compare/ui/print_preview.h"
 #include "compare/ui/printer_painter.h"
 #include "compare/viewer_printing.h"
+#include "compare/viewer_saving.h"
 
 namespace zorvane {
 namespace {
@@ -74,11 +74,19 @@ std::string CompareFilesPage::PickFile(FileQuestion& question) {
                         .filter_index = question.filter_index,
                         .saving = question.saving,
                         .start = ToQt(question.start)};
-    if (request.saving && request.start.isEmpty())
-        request.start = SavedName();
     const QString path = zorvane::PickFile(request, text_, this);
     question.filter_index = request.filter_index;
     return FromQt(path);
+}
+
+// Walking selects differences, which nobody means to print alone; what is selected in a result is
+// not what the marked text behind it has selected.
+bool CompareFilesPage::HasOwnSelection() const {
+    const RichTextView* view = FocusedView();
+    for (const Side side : kBothSides)
+        if (view == &editors_->View(side))
+            return view->Document().Selection() != walked_to_[side];
+    return false;
 }
 
 // A preview, or a file that was named already, needs no dialog; both show the whole text.
@@ -97,9 +105,11 @@ std::unique_ptr<PagePainter> CompareFilesPage::PickPrinter(PrintQuestion& questi
         printer->setOutputFileName(PdfName());
     printer->setDocName(Caption());
     QPrintDialog dialog(printer.get(), this);
-    dialog.setWindowTitle(ToQt(question.title));
-    dialog.setOption(QAbstractPrintDialog::PrintSelection, question.has_selection);
-    if (question.has_selection)
+    dialog.setWindowTitle(ToQt(question.title) + QStringLiteral(" – ") +
+                          FocusedView()->accessibleName());
+    const bool selection = question.has_selection && HasOwnSelection();
+    dialog.setOption(QAbstractPrintDialog::PrintSelection, selection);
+    if (selection)
         dialog.setPrintRange(QAbstractPrintDialog::Selection);
     theme_.Dress(dialog);
     if (dialog.exec() != QDialog::Accepted)
@@ -118,33 +128,12 @@ std::string CompareFilesPage::DefaultPrinter() {
 
 // Beside the user's documents, named after what is printed.
 QString CompareFilesPage::PdfName() const {
-    QString name = Caption();
+    QString name =
+        FileNameOf(ToQt(SuggestedName(viewer_->mlActiveEditor(), viewer_->ShownFiles())));
+    if (name.isEmpty())
+        name = Caption();
     name.replace(u'/', u'-');
-    // The folder of documents is a promise that not every desktop keeps.
-    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    if (!QFileInfo(folder).isDir())
-        folder = QDir::homePath();
-    return folder + u'/' + name + QStringLiteral(".pdf");
-}
-
-// Of an editor its file's, of a result both, beside the file that it belongs to; its ending is that
-// of the format that is chosen.
-QString CompareFilesPage::SavedName() const {
-    const RichTextView* view = FocusedView();
-    const bool modified =
-        view == &editors_->View(Side::Modified) || view == &pane_->View(Side::Modified);
-    const auto file = [names = viewer_->FileNames()](std::size_t side) {
-        return names[side] == "Uninitialized" ? QFileInfo() : QFileInfo(ToQt(names[side]));
-    };
-    const PerSide<QFileInfo> files{file(0), file(1)};
-    const QFileInfo& own = modified ? files.modified : files.original;
-    if (own.filePath().isEmpty())
-        return {};
-    QString name = own.completeBaseName();
-    if (!IsEditor(view))
-        name = files.original.completeBaseName() + QStringLiteral(" vs. ") +
-               files.modified.completeBaseName();
-    return own.path() + u'/' + name;
+    return DocumentsFolder() + u'/' + name + QStringLiteral(".pdf");
 }
 
 void CompareFilesPage::PrintPreview() {

@@ -37,13 +37,10 @@ QString ReasonOf(const std::vector<std::string>& missing, const std::vector<std:
     QStringList reasons;
     for (const std::vector<std::string>* list : {&missing, &told}) {
         for (const std::string& message : *list) {
-            QString words = ToQt(message);
+            QString words = ToQt(WithoutAdvice(message));
             const qsizetype step = words.indexOf(QStringLiteral("(): "));
             if (step >= 0 && !words.left(step).contains(u' '))
                 words.remove(0, step + 4);
-            // What a command line would take.
-            if (const qsizetype advice = words.indexOf(ToQt(kPasswordAdvice)); advice >= 0)
-                words.truncate(advice);
             words.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
             while (words.contains(QStringLiteral("\n\n")))
                 words.replace(QStringLiteral("\n\n"), QStringLiteral("\n"));
@@ -233,7 +230,7 @@ void CompareFilesPage::ShowVerdict() {
 Card* CompareFilesPage::MakeUnread(Side side, const std::vector<std::string>& reasons,
                                    UnreadSteps steps) {
     const FileTypeOptions type = OptionsOfSide(side);
-    if (!WantsPassword(reasons) || !AskedPasswords::Takes(type))
+    if (!WantsPassword(reasons, FromQt(text_(kPasswordWanted))) || !AskedPasswords::Takes(type))
         return MakeUnreadCard(ReasonOf(missing_, reasons), text_, steps);
     steps.wrong_password = passwords_.WasGiven(*viewer_, side);
     steps.open_with = [this, side, type](const QString& password) {

@@ -1,11 +1,12 @@
 // What a Compare Files viewer tells its window and asks it.
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QStackedWidget>
-#include <QStandardPaths>
 
+#include "common/ui/file_dialogs.h"
 #include "common/ui/progress_card.h"
 #include "common/ui/question.h"
 #include "compare/ui/compare_files_page.h"
@@ -58,7 +59,7 @@ QString CompareFilesPage::FolderToBrowse(Side side) const {
         if (file.isAbsolute() && file.absoluteDir().exists())
             return file.absolutePath();
     }
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return DocumentsFolder();
 }
 
 // Pages of a preview are made inside a paint, which must not begin again.
@@ -115,6 +116,10 @@ void CompareFilesPage::ShowStatus(StatusPanel panel, const std::string& text) {
 void CompareFilesPage::SetAbortVisible(bool visible) {
     if (rooms_ == nullptr)
         return;
+    // A button that is greyed for the run would lose it to whatever comes next.
+    const auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+    if (visible && bar_->isAncestorOf(button) && FocusedView()->isVisible())
+        FocusedView()->setFocus();
     bar_->SetAbortVisible(visible);
     host_.commands_changed();
 }
@@ -320,9 +325,12 @@ void CompareFilesPage::RevealSelection(ShownEditor editor) {
         const Side side = editor == ShownEditor::Original ? Side::Original : Side::Modified;
         if (viewer_->IsStale())
             SelectByRows(side);
+        walked_to_[side] = editors_->View(side).Document().Selection();
         RichTextView& view = editors_->View(side);
         ShowPlaceInEditor(side,
                           view.Page().Index().OfChar(view.Document().Selection().first).paragraph);
+        if (side == Side::Modified && !viewer_->Busy())
+            editors_->LevelSelections();
         return;
     }
     // The result is shown without the selection of the marked texts; its difference is the place.

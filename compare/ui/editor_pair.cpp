@@ -58,6 +58,35 @@ void EditorPair::Arrange() {
     }
 }
 
+void EditorPair::LevelSelections() {
+    PerSide<std::int32_t> rows;
+    double tallest = 0;
+    for (const Side side : kBothSides) {
+        ViewPage& page = views_[side]->Page();
+        const TextRange selected = views_[side]->Document().Selection();
+        const auto row_of = [&page](CharPos at) {
+            return page.Rows().RowOfBlock(page.Index().OfChar(at).number);
+        };
+        rows[side] = row_of(selected.first);
+        const std::int32_t end = row_of(std::max(selected.first, selected.end() - 1));
+        double height = 0;
+        for (std::int32_t row = rows[side]; row <= end && height < page.WindowHeight(); ++row)
+            height += page.RowHeight(row);
+        tallest = std::max(tallest, height);
+    }
+    ViewPage& original = views_.original->Page();
+    ViewPage& modified = views_.modified->Page();
+    const double height = std::max(1.0, original.WindowHeight());
+    const double y = original.RowY(rows.original);
+    if (y < 0 || y + tallest > height)
+        views_.original->PutRow(rows.original,
+                                std::clamp(1 - tallest / height, 0.0, ViewPage::kUpperThird));
+    views_.modified->PutRow(rows.modified, original.RowY(rows.original) / height);
+    // Near its text's begin or end a row stands where it can.
+    if (modified.RowY(rows.modified) != original.RowY(rows.original))
+        views_.original->PutRow(rows.original, modified.RowY(rows.modified) / height);
+}
+
 void EditorPair::resizeEvent(QResizeEvent*) {
     Arrange();
 }

@@ -26,6 +26,10 @@ class EditorPair : public QWidget {
     /// The share of the original side.
     void SetRatio(double ratio);
 
+    /// Puts what both sides have selected at one height, whole where there is room for it. Stays
+    /// where it is as far as that can be.
+    void LevelSelections();
+
     /// The person drags the strip between the sides.
     std::function<void(double ratio)> ratio_wanted;
 

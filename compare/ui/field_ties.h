@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QSpinBox>
 
+#include "common/platform/native_path.h"
 #include "common/ui/qt_text.h"
 #include "options/option_values.h"
 
@@ -32,6 +33,14 @@ class FieldTies {
     }
     void Tie(QLineEdit& line, std::string& value) {
         Add([&] { line.setText(ToQt(value)); }, [&] { value = FromQt(line.text()); });
+    }
+    /// Shown in the system's form; a value that nobody changed stays as it was written.
+    void TiePath(QLineEdit& line, std::string& value) {
+        Add([&] { line.setText(ToQt(NativePath(value))); },
+            [&] {
+                if (const std::string path = FromQt(line.text()); path != NativePath(value))
+                    value = path;
+            });
     }
     void Tie(QLineEdit& line, clsVarString& value) {
         Add([&] { line.setText(ToQt(value.Data())); }, [&] { value.SetData(FromQt(line.text())); });

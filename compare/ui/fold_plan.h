@@ -10,7 +10,7 @@ struct FoldPlan {
     bool filters_apart = true;      ///< else they drop down; the chip shows its count alone
     bool steps_and_layouts = true;  ///< first, last and the layout buttons; where they fit
     bool editors = true;            ///< else the result alone, though both are chosen
-    bool head_own_line = true;      ///< else the head of the result stands beside the files
+    bool head_own_line = true;      ///< else the head stands beside the files, where both have room
     friend bool operator==(const FoldPlan&, const FoldPlan&) = default;
 };
 
@@ -28,7 +28,7 @@ constexpr FoldPlan PlanFor(int width, int height, bool options_unfolded) {
             .filters_apart = width >= kPanelBeside,
             .steps_and_layouts = width >= kNames,
             .editors = height >= (options_unfolded ? kEditorsAndOptions : kEditors),
-            .head_own_line = height >= kOwnLine};
+            .head_own_line = height >= kOwnLine || width < kNames};
 }
 
 }  // namespace zorvane

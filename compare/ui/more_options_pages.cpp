@@ -85,7 +85,7 @@ FormColumn* ReportOptionsPage::MakeWhere(CommandSet& commands, ReportButton butt
     auto* file = new QLineEdit(column);
     file->setAccessibleName(text_("File of the report"));
     column->AddWidget(file);
-    binding_.Text(
+    binding_.Path(
         file, [&settings] { return settings.*FileOf(settings); },
         [&settings](const std::string& path) { settings.*FileOf(settings) = path; });
     auto* row = new QWidget(column);

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QSpinBox>
 
+#include "common/platform/native_path.h"
 #include "common/ui/qt_text.h"
 
 namespace zorvane {
@@ -39,6 +40,12 @@ class OptionBinding {
                          [this, write = std::move(write)](const QString& text) {
                              Write([&] { write(FromQt(text)); });
                          });
+    }
+    /// A path is shown in the system's form, whatever separators its value has.
+    void Path(QLineEdit* line, std::function<std::string()> read,
+              std::function<void(const std::string&)> write) {
+        Text(
+            line, [read = std::move(read)] { return NativePath(read()); }, std::move(write));
     }
     void Number(QSpinBox* box, std::function<int()> read, std::function<void(int)> write) {
         shows_.push_back([box, read = std::move(read)] {

@@ -100,7 +100,7 @@ void ReportOptionsDialog::AddPath(FormColumn& column, const char* caption, const
             text_("All files") + u' ' + QString::fromLatin1(type) + QStringLiteral("|*.*");
         return ask_ ? ask_(text_("Report File"), filter, start) : QString();
     };
-    ties_.Tie(field->Line(), path);
+    ties_.TiePath(field->Line(), path);
     paths_.push_back(field);
 }
 

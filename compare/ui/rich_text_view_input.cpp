@@ -50,8 +50,10 @@ void RichTextView::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const QString text = event->text();
-    const bool command = (event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)) != 0 &&
-                         (event->modifiers() & Qt::AltModifier) == 0;
+    // Both together are how some keyboards type their third letters.
+    const Qt::KeyboardModifiers held =
+        event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier | Qt::AltModifier);
+    const bool command = held != Qt::NoModifier && held != (Qt::ControlModifier | Qt::AltModifier);
     if (read_only_ || command || text.isEmpty() || !(text.at(0).isPrint() || text == u"\t")) {
         event->ignore();
         return;

@@ -14,7 +14,6 @@ constexpr std::int32_t kLongestUnwrapped = 2048;
 constexpr std::int32_t kNearRows = 200;
 // Texts of so many blocks are measured anew within a frame.
 constexpr std::int32_t kQuickBlocks = 20000;
-constexpr double kUpperThird = 1.0 / 3;
 
 BlockRules RulesOf(const TextStyle& style, const QTextCharFormat& format) {
     const QFontMetricsF metrics(format.font());

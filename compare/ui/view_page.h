@@ -74,6 +74,7 @@ class ViewPage {
     std::int32_t TopBlock() const;
 
     // ---- scrolling ----
+    static constexpr double kUpperThird = 1.0 / 3;  ///< where what was far away begins
     const PageTop& Top() const { return top_; }
     /// Clipped so that the text ends at the window's lower edge at the latest.
     void SetTop(PageTop top);

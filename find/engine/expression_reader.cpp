@@ -227,7 +227,8 @@ class ExpressionReader {
             Plain(character);
             return;
         }
-        constexpr std::string_view kHarmless = "wdbBhNE123456789";
+        // "\\B" is true between CR and LF, and so not harmless.
+        constexpr std::string_view kHarmless = "wdbhNE123456789";
         if (kHarmless.find(character) == std::string_view::npos)
             read_.within_line = false;
         // What may name a character with more letters behind it ("\x41") is left to the libraries,

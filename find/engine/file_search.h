@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/english_to.h"
 #include "common/platform/folder_handle.h"
 #include "find/engine/line_finder.h"
 #include "find/engine/text_windows.h"
@@ -41,7 +42,6 @@ enum class FileFault : std::uint8_t {
     SlowLine  ///< the expression takes too long in that line
 };
 /// In a user's words.
-using EnglishTo = std::function<std::string(std::string_view english)>;
 std::string WordsOf(FileFault fault, std::int64_t line, const EnglishTo& translate);
 
 /// Page, sheet and cell, or slide of a place in a document's text. Fastest from first to last; for

@@ -146,7 +146,7 @@ void FindRun::SearchOne(const TreeEntry& entry, FolderHandle& handle, int thread
             return;
         if (!text.text) {
             found.end = FileEnd::Failed;
-            found.code = -1;
+            found.code = text.wants_password ? kWantsPassword : -1;
             found.reason = text.reason;
             return;
         }

@@ -14,6 +14,9 @@
 
 namespace zorvane {
 
+/// The code of a document that a password would open.
+constexpr std::int32_t kWantsPassword = 510;
+
 /// The texts of documents, by whoever reads these.
 class DocumentTexts {
   public:
@@ -21,10 +24,13 @@ class DocumentTexts {
         std::shared_ptr<const std::string> text;  ///< nothing: `reason` says why
         std::string reason;
         FoundPlace place;
+        bool wants_password = false;
     };
     virtual ~DocumentTexts() = default;
     /// By its name; what is none is read as text.
     virtual bool IsDocument(std::string_view name) = 0;
+    /// While no text is asked for: what may open those that are protected.
+    virtual void UsePasswords(std::vector<std::string>) {}
     /// On any thread, several at once.
     virtual Text TextOf(const std::string& path, const std::function<bool()>& stop) = 0;
 };

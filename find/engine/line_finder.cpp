@@ -47,6 +47,16 @@ bool HasLoneReturn(std::string_view text) {
     return false;
 }
 
+// The long s and the sign for kelvin, which are an "s" and a "k" where case is the same.
+bool HoldsOddLetter(std::string_view text) {
+    static const ByteFinder long_s("\xC5\xBF", LetterCase::Matters);
+    static const ByteFinder kelvin("\xE2\x84\xAA", LetterCase::Matters);
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    return !IsAsciiText(text) &&
+           (long_s.Find(begin, end) != nullptr || kelvin.Find(begin, end) != nullptr);
+}
+
 // Of a literal text that no byte search can find: each letter quoted.
 ReadExpression QuotedLiteral(const std::string& text) {
     ReadExpression quoted;
@@ -92,6 +102,13 @@ Result<std::unique_ptr<LineFinder>> LineFinder::Make(const FindRules& rules) {
     finder->suits_bytes_ = literal && IsAsciiText(rules.text);
     if (literal && (rules.match_case || IsAsciiText(rules.text))) {
         finder->bytes_ = std::make_unique<ByteFinder>(rules.text, letter_case);
+        if (rules.match_case || rules.text.find_first_of("kKsS") == std::string::npos)
+            return finder;
+        finder->beyond_ascii_ = std::make_unique<LineFinder>();
+        finder->beyond_ascii_->word_ = rules.word;
+        if (Status made = finder->beyond_ascii_->MakeMatcher(QuotedLiteral(rules.text), false);
+            !made.ok())
+            return made.failure();
         return finder;
     }
     Result<ReadExpression> read =
@@ -99,21 +116,30 @@ Result<std::unique_ptr<LineFinder>> LineFinder::Make(const FindRules& rules) {
                 : PrepareExpression(rules.text, rules.syntax, rules.match_case);
     if (!read.ok())
         return read.failure();
-    Result<std::unique_ptr<ExpressionMatcher>> matcher =
-        ExpressionMatcher::Make(read.value(), rules.match_case);
-    if (!matcher.ok())
-        return matcher.failure();
-    finder->matcher_ = std::move(matcher).value();
-    finder->within_line_ = read.value().within_line;
+    if (Status made = finder->MakeMatcher(read.value(), rules.match_case); !made.ok())
+        return made.failure();
     // One byte is in nearly every line; to ask of each such line alone would be slower.
     if (read.value().required.size() > 1)
         finder->bytes_ = std::make_unique<ByteFinder>(read.value().required, letter_case);
     return finder;
 }
 
+Status LineFinder::MakeMatcher(const ReadExpression& read, bool match_case) {
+    Result<std::unique_ptr<ExpressionMatcher>> matcher = ExpressionMatcher::Make(read, match_case);
+    if (!matcher.ok())
+        return matcher.failure();
+    matcher_ = std::move(matcher).value();
+    within_line_ = read.within_line;
+    return Status::Ok();
+}
+
 void LineFinder::Find(std::string_view lines, MatchScratch& scratch,
                       const std::function<bool(const LineHit&)>& take,
                       const std::function<bool()>& stop) const {
+    if (beyond_ascii_ && HoldsOddLetter(lines)) {
+        beyond_ascii_->Find(lines, scratch, take, stop);
+        return;
+    }
     Looking looking{lines, scratch, take, stop};
     if (!matcher_)
         FindLiteral(looking);
@@ -262,6 +288,8 @@ MatchEnd LineFinder::FirstIn(std::string_view line, std::size_t from, MatchScrat
 }
 
 std::vector<MatchSpan> LineFinder::AllIn(std::string_view line, MatchScratch& scratch) const {
+    if (beyond_ascii_ && HoldsOddLetter(line))
+        return beyond_ascii_->AllIn(line, scratch);
     std::vector<MatchSpan> all;
     MatchSpan match;
     std::size_t from = 0;

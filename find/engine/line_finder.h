@@ -50,6 +50,7 @@ class LineFinder {
     void FindInSlices(Looking& looking) const;
     bool FindInSlice(Looking& looking, std::string_view slice, std::size_t offset) const;
     bool FindLineByLine(Looking& looking, std::string_view slice, std::size_t offset) const;
+    Status MakeMatcher(const ReadExpression& read, bool match_case);
     bool TakeLine(Looking& looking, std::size_t begin, std::size_t end) const;
 
     WordRule word_ = WordRule::Any;
@@ -57,6 +58,8 @@ class LineFinder {
     bool within_line_ = false;
     std::unique_ptr<ByteFinder> bytes_;  ///< the literal text, or what each match holds
     std::unique_ptr<ExpressionMatcher> matcher_;
+    /// Of a literal text whose letters have capitals beyond ASCII too: for texts that hold such.
+    std::unique_ptr<LineFinder> beyond_ascii_;
 };
 
 }  // namespace zorvane

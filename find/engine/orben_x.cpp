@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "common/base/text_encoding.h"
+#include "common/expression_faults.h"
 #include "common/file_utilities.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
@@ -56,7 +57,7 @@ void OrbenX::StartSearch() {
     rules_ = rules;
     Result<std::unique_ptr<LineFinder>> finder = LineFinder::Make(rules);
     if (!finder.ok()) {
-        Refuse(FindError::SearchString, translate_(finder.failure().reason));
+        Refuse(FindError::SearchString, ExpressionFault(finder.failure().reason, translate_));
         return;
     }
     if (Trim(folder_).empty() || !bDirectoryExists(folder_)) {

@@ -53,6 +53,11 @@ class OrbenX : private FindReceiver {
     void putRegularExpression(bool on) { expression_ = on; }
     bool SupportOfficeDocs() const { return office_; }
     void putSupportOfficeDocs(bool on) { office_ = on; }
+    /// While nothing is searched.
+    void UsePasswords(std::vector<std::string> passwords) {
+        if (documents_ != nullptr)
+            documents_->UsePasswords(std::move(passwords));
+    }
     bool IsSearching() const { return run_.Busy(); }
 
     /// Comes back at once; a search that goes on is ended first, and its hits go.

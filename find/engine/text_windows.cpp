@@ -73,14 +73,20 @@ bool TextWindows::Fill(ByteBuffer& buffer, std::size_t most, const std::function
     return !error_ && (file_ended_ || buffer.size() >= most);
 }
 
-// A text has no NUL at its begin, unless each of its characters takes two bytes.
+bool TextWindows::InFours() const {
+    return wide_encoding_->name.starts_with("UTF-32");
+}
+
+// A text has no NUL at its begin, unless each of its characters takes two bytes or four.
 WindowEnd TextWindows::FirstLook() {
     const std::string_view head = buffer_.Text().substr(0, kHead);
-    const bool marked = head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF");
+    constexpr std::string_view kMarks[] = {"\xFF\xFE", "\xFE\xFF", {"\0\0\xFE\xFF", 4}};
+    const bool marked = std::any_of(std::begin(kMarks), std::end(kMarks),
+                                    [head](auto mark) { return head.starts_with(mark); });
     const bool zeros = head.find('\0') != std::string_view::npos;
     if (marked || (zeros && LooksLikeUtf16(head))) {
         wide_encoding_ = DetectEncoding(head, rules_.locale_encoding);
-        if (!wide_encoding_->name.starts_with("UTF-16"))
+        if (!wide_encoding_->name.starts_with("UTF-16") && !InFours())
             return WindowEnd::Binary;
         wide_.Append(buffer_.Text().substr(wide_encoding_->bom_size));
         wide_encoding_->bom_size = 0;
@@ -143,9 +149,9 @@ WindowEnd TextWindows::AddWide(const std::function<bool()>& stop) {
         return error_ ? WindowEnd::Failed : WindowEnd::End;
     std::size_t size = wide_.size();
     if (!file_ended_) {
-        size -= size % 2;
+        size -= size % (InFours() ? 4 : 2);
         const std::size_t high = wide_encoding_->name == "UTF-16BE" ? size - 2 : size - 1;
-        if ((static_cast<unsigned char>(wide_.Text()[high]) & 0xFCU) == 0xD8U)
+        if (!InFours() && (static_cast<unsigned char>(wide_.Text()[high]) & 0xFCU) == 0xD8U)
             size -= 2;
     }
     buffer_.Append(ToUtf8(DecodeText(wide_.Text().substr(0, size), *wide_encoding_)));

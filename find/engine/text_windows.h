@@ -59,6 +59,7 @@ class TextWindows {
     std::string Decoded(std::string_view bytes);
 
   private:
+    bool InFours() const;
     WindowEnd FirstLook();
     std::optional<std::size_t> EndOfWindow();
     bool Fill(ByteBuffer& buffer, std::size_t most, const std::function<bool()>& stop);

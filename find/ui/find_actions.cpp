@@ -1,8 +1,9 @@
 // What a person does in a Find window.
 #include <QClipboard>
-#include <QFileInfo>
 #include <QGuiApplication>
 
+#include "common/file_utilities.h"
+#include "common/platform/native_path.h"
 #include "find/ui/find_page.h"
 
 namespace zorvane {
@@ -114,9 +115,9 @@ void FindPage::Drop(const QStringList& paths) {
         status_->SetPanel(2, text_("Drop one folder."));
         return;
     }
-    const QFileInfo dropped(paths.front());
+    const std::string dropped = FromQt(paths.front());
     FindEntries entries = boxes_->Entries();
-    entries.cbDirectory = FromQt(dropped.isDir() ? paths.front() : dropped.path());
+    entries.cbDirectory = bDirectoryExists(dropped) ? dropped : std::string(ParentOf(dropped));
     boxes_->SetEntries(entries);
     FocusEntry(FindError::SearchString);
 }

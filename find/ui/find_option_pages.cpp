@@ -34,7 +34,7 @@ FindReportPage::FindReportPage(frmFindTextInFiles& viewer, const UiText& text, Q
     column->AddHeading(text("The report of all hits"));
     auto* file = new PathField(text("Pick Find Text Report File"), column);
     column->AddAbove(text("File, a row for each hit with tabs between"), file);
-    binding_.Text(
+    binding_.Path(
         &file->Line(), [&viewer] { return viewer.Settings().txtDefaultReportCSV; },
         [&viewer](const std::string& path) { viewer.Settings().txtDefaultReportCSV = path; });
     connect(&file->Browse(), &QToolButton::clicked, this, [this, &viewer] {

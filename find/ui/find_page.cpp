@@ -85,10 +85,17 @@ void FindPage::MakeGrids() {
     pane_->setMinimumHeight(kLeastPane);
     secondary_->addWidget(pane_);
     errors_ = new ErrorTable(*viewer_, text_, this);
+    error_pane_ = new QWidget(primary_);
+    auto* rows = new QVBoxLayout(error_pane_);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    passwords_ = new PasswordLine(text_, error_pane_);
+    rows->addWidget(passwords_);
     error_grid_ = MakeGrid(*errors_, text_("Errors"));
+    rows->addWidget(error_grid_, 1);
     primary_->addWidget(secondary_);
-    primary_->addWidget(error_grid_);
-    error_grid_->hide();
+    primary_->addWidget(error_pane_);
+    error_pane_->hide();
 }
 
 void FindPage::ConnectParts() {
@@ -100,6 +107,10 @@ void FindPage::ConnectParts() {
     boxes_->dropped = [this](const QStringList& paths) { Drop(paths); };
     for (Splitter* splitter : {primary_, secondary_})
         connect(splitter, &QSplitter::splitterMoved, this, [this] { TakeDividers(); });
+    passwords_->given = [this](const QString& password) {
+        viewer_->UsePassword(FromQt(password));
+        hit_grid_->setFocus();
+    };
     hit_grid_->row_wanted = [this] { ShowCurrent(); };
     pane_->open_wanted = [this] { viewer_->OpenFileOf(viewer_->Shown()); };
     pane_->compare_wanted = [this] { CompareShown(); };
@@ -208,6 +219,7 @@ void FindPage::ShowWords() {
     boxes_->ShowWords();
     picker_->ShowWords();
     ShowNothingFound();
+    ShowProtected();
     for (FindTable* table : {static_cast<FindTable*>(hits_), static_cast<FindTable*>(errors_)})
         Q_EMIT table->headerDataChanged(Qt::Horizontal, 0, table->columnCount() - 1);
     number_digits_ = 0;
@@ -221,7 +233,9 @@ std::vector<QWidget*> FindPage::FocusStops() const {
     std::vector<QWidget*> stops{&boxes_->SearchFor(), &boxes_->Folder(), hit_grid_};
     if (pane_->Message().isEmpty())
         stops.push_back(&pane_->View());
-    if (!error_grid_->isHidden())
+    if (passwords_->isVisible())
+        stops.push_back(&passwords_->Field());
+    if (!error_pane_->isHidden())
         stops.push_back(error_grid_);
     return stops;
 }

@@ -13,6 +13,7 @@
 #include "find/ui/find_option_pages.h"
 #include "find/ui/find_tables.h"
 #include "find/ui/hit_pane.h"
+#include "find/ui/password_line.h"
 #include "find/ui/sign_picker.h"
 
 namespace zorvane {
@@ -72,6 +73,7 @@ class FindPage : public RecordsPage, public FindTextWindow {
     Grid& HitGrid() { return *hit_grid_; }
     ErrorTable& Errors() { return *errors_; }
     Grid& ErrorGrid() { return *error_grid_; }
+    PasswordLine& Passwords() { return *passwords_; }
     HitPane& Pane() { return *pane_; }
     SignPicker& Picker() { return *picker_; }
     Splitter& Primary() { return *primary_; }
@@ -124,6 +126,7 @@ class FindPage : public RecordsPage, public FindTextWindow {
     void SetColumns();
     void TakeDividers();
     void ShowNothingFound();
+    void ShowProtected();
     void PlaceNothingFound();
     void ShowCounts();
     void Compare(const std::vector<std::int32_t>& hits, const ShownHit& alone);
@@ -140,6 +143,8 @@ class FindPage : public RecordsPage, public FindTextWindow {
     Grid* hit_grid_ = nullptr;
     HitPane* pane_ = nullptr;
     ErrorTable* errors_ = nullptr;
+    QWidget* error_pane_ = nullptr;
+    PasswordLine* passwords_ = nullptr;
     Grid* error_grid_ = nullptr;
     QWidget* nothing_ = nullptr;
     SignPicker* picker_ = nullptr;

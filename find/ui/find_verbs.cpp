@@ -71,10 +71,12 @@ void FindPage::EnableAbort(bool enabled) {
     if (enabled) {
         searching_ = true;
         ShowNothingFound();
+        ShowProtected();
         announcer_->Begin(text_("Search In Process..."));
     } else if (std::exchange(searching_, false)) {
         ShowCounts();
         ShowNothingFound();
+        ShowProtected();
         announcer_->End(text_("%1 hits").arg(viewer_->Engine().HitCount()));
     }
     host_.commands_changed();
@@ -170,6 +172,11 @@ void FindPage::ShowNothingFound() {
     PlaceNothingFound();
 }
 
+// The way in, once it is known how many there are.
+void FindPage::ShowProtected() {
+    passwords_->Show(searching_ ? 0 : viewer_->ProtectedDocuments(), viewer_->GavePassword());
+}
+
 void FindPage::PlaceNothingFound() {
     if (nothing_ == nullptr)
         return;
@@ -217,7 +224,7 @@ void FindPage::Form_Resize() {
     };
     placing_ = true;
     const bool errors = viewer_->mdDividerPrimaryRatio != kHidden;
-    error_grid_->setVisible(errors);
+    error_pane_->setVisible(errors);
     secondary_->setOrientation(width() >= kBesideFrom ? Qt::Horizontal : Qt::Vertical);
     if (errors)
         primary_->setSizes(shares(viewer_->mdDividerPrimaryRatio));
@@ -234,7 +241,7 @@ void FindPage::TakeDividers() {
         if (sizes[0] > 0 && sizes[1] > 0)
             ratio = static_cast<double>(sizes[0]) / (sizes[0] + sizes[1]);
     };
-    if (!error_grid_->isHidden())
+    if (!error_pane_->isHidden())
         take(*primary_, viewer_->mdDividerPrimaryRatio);
     take(*secondary_, viewer_->mdDividerSecondaryRatio);
     PlaceNothingFound();

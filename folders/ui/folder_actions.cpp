@@ -2,10 +2,10 @@
 #include <algorithm>
 
 #include <QClipboard>
-#include <QFileInfo>
 #include <QFontInfo>
 #include <QGuiApplication>
 
+#include "common/file_utilities.h"
 #include "folders/ui/compare_folders_page.h"
 
 namespace zorvane {
@@ -31,7 +31,7 @@ void CompareFoldersPage::TakeFolder(Side side, const QString& path) {
 
 void CompareFoldersPage::DropFolders(Side side, const QStringList& paths) {
     for (const QString& path : paths) {
-        if (!QFileInfo(path).isDir() || paths.size() > 2) {
+        if (!bDirectoryExists(FromQt(path)) || paths.size() > 2) {
             status_->SetPanel(2, text_("Drop one or two folders."));
             return;
         }

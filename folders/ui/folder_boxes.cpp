@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kTypesWidth = 120;
 constexpr int kNamesOnlyBelow = 900;
+constexpr const char* kNobodysFolder = "C:\\";  // of a new window
 
 std::string& TextOf(frmCompareDir& viewer, Side side) {
     return side == Side::Original ? viewer.cbSelectOriginal : viewer.cbSelectModified;
@@ -91,12 +92,25 @@ FileBox* FolderBoxes::MakeBox(CommandSet& commands, const UiText& text, Side sid
                             QStringLiteral("open"), this);
     connect(box, &FileBox::PathChosen, this,
             [this, side](const QString& path) { folder_chosen(side, path); });
+    connect(box, &FileBox::Entered, this, [this, side] { EndByEnter(side); });
     connect(box, &FileBox::FilesDropped, this,
             [this, side](const QStringList& paths) { dropped(side, paths); });
     connect(box->lineEdit(), &QLineEdit::textEdited, this,
             [this, side](const QString& path) { TextOf(viewer_, side) = FromQt(path); });
     connect(box->lineEdit(), &QLineEdit::textEdited, &commands, &CommandSet::Refresh);
     return box;
+}
+
+// Where only one folder is named as yet, the other one is next.
+void FolderBoxes::EndByEnter(Side side) {
+    const Side other = OtherSide(side);
+    const std::string& named = TextOf(viewer_, other);
+    if (!named.empty() && named != kNobodysFolder) {
+        run_wanted();
+        return;
+    }
+    boxes_[other]->setFocus();
+    boxes_[other]->lineEdit()->selectAll();
 }
 
 void FolderBoxes::ShowTexts() {

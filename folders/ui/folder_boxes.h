@@ -42,6 +42,7 @@ class FolderBoxes : public QFrame {
     FileBox* MakeBox(CommandSet& commands, const UiText& text, Side side);
     QHBoxLayout* MakeSide(CommandSet& commands, const UiText& text, Side side);
     void MakeTypes(const UiText& text, QHBoxLayout& line);
+    void EndByEnter(Side side);
     void ShareRoom();
 
     frmCompareDir& viewer_;

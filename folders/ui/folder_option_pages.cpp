@@ -111,7 +111,7 @@ FormColumn* FolderReportPage::MakePairs() {
         [this](bool on) { viewer_.ClickCreateReport(on); });
     folder_ = new PathField(text_("Browse For Folder"), column);
     column->AddAbove(text_("Folder"), folder_);
-    binding_.Text(
+    binding_.Path(
         &folder_->Line(), [this] { return viewer_.txtReportFolder; },
         [this](const std::string& path) { viewer_.txtReportFolder = path; });
     connect(&folder_->Browse(), &QToolButton::clicked, this,
@@ -127,7 +127,7 @@ FormColumn* FolderReportPage::MakeTable() {
     column->AddHeading(text_("The report of all rows"));
     auto* file = new PathField(text_("Pick Find CSV Report File"), column);
     column->AddAbove(text_("File, a row for each record with tabs between"), file);
-    binding_.Text(
+    binding_.Path(
         &file->Line(), [this] { return viewer_.Settings().txtDefaultReportCSV; },
         [this](const std::string& path) { viewer_.Settings().txtDefaultReportCSV = path; });
     connect(&file->Browse(), &QToolButton::clicked, this, [this] { viewer_.SelectReportFile(); });

@@ -6,9 +6,10 @@
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 #include "load/readers/beside/sheet_beside.h"
-#include "load/readers/container/decrypt.h"
 #include "load/readers/content_kind.h"
+#include "load/readers/opendocument/open_package.h"
 #include "load/readers/pdf/pdf_reader.h"
+#include "load/readers/protected_package.h"
 #include "load/readers/sheets/sheet_progress.h"
 #include "load/readers/word_readers.h"
 
@@ -158,8 +159,10 @@ ReadEnd OpenSource(std::string_view bytes, const ConversionMessage& job, OpenedS
     source.locale = TextOf(job, "locale");
     const std::string_view name = TextOf(job, "name");
     source.kind = KindOfContent(bytes, name, opened.package);
-    if (source.kind == ContentKind::EncryptedPackage) {
-        if (ReadEnd end = DecryptPackage(bytes, source.password, opened.plain); !end.ok())
+    const bool open_document =
+        opened.package != nullptr && IsEncryptedOpenDocument(*opened.package);
+    if (source.kind == ContentKind::EncryptedPackage || open_document) {
+        if (ReadEnd end = OpenProtected(bytes, source.password, opened.plain); !end.ok())
             return end;
         source.bytes = opened.plain;
         source.kind = KindOfContent(opened.plain, name, opened.package);

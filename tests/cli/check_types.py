@@ -21,7 +21,7 @@ OFFICE_ONLY = {".doc", ".wps", ".xlsb", ".ppt"}
 PASSWORDS = {"bug53475-password-is-pass.docx": "pass", "issue6010_1.pdf": "abc",
              "bug1782186.pdf": "Hello"}
 # What is wrong with documents of the corpus that nobody could read, or may.
-REFUSED = {"calamine-pass_protected.ods": "an encrypted OpenDocument file",
+REFUSED = {"calamine-pass_protected.ods": "--password",
            "unstructured-copy-protected.pdf": "does not permit its text to be copied",
            "unstructured-password.pdf": "--password"}
 LINK = b"../"  # a link that was kept as a file

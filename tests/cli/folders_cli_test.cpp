@@ -129,11 +129,11 @@ TEST_F(FoldersCliTest, ServesAsATwoFolderToolOfGit) {
     const ShellRun run = Run(
         "git init -q r && cd r && git config user.email x && git config user.name x && "
         "mkdir sub && echo one > sub/a.txt && echo same > b && git add . && git commit -qm 1 && "
-        "echo two > sub/a.txt && "
+        "echo two > sub/a.txt && git mv b sub/c && "
         "git config difftool.z.cmd \"\\\"" ZORVANE_PROGRAM
         "\\\" folders -r \\\"\\$LOCAL\\\" \\\"\\$REMOTE\\\"\" && "
         "git difftool --dir-diff --no-prompt -t z HEAD");
-    EXPECT_EQ(run.output, "M  sub/a.txt\n") << run.error;
+    EXPECT_EQ(run.output, "R  b -> sub/c\nM  sub/a.txt\n") << run.error;
 }
 
 }  // namespace

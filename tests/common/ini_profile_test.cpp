@@ -40,6 +40,24 @@ TEST(IniProfile, CutsLongValuesAtWholeCharacters) {
     EXPECT_EQ(file->Read("s", "k", ""), "one");
 }
 
+TEST(IniProfile, KeepsBytesThatAreNoUtf8AndAllElseAsItIs) {
+    const TempFolder folder;
+    const std::string path = folder.Write("a.ini", "[s]\r\nname=\xC3\xA4\r\n");
+    std::string odd = "/odd";
+    for (int byte = 0x7F; byte <= 0xFF; ++byte)
+        odd += static_cast<char>(byte);
+    for (int round = 0; round < 2; ++round) {
+        const auto file = OpenIniProfile(path);
+        file->Write("s", "odd", odd);
+        file->Write("s", "new", "\xE6\x97\xA5");
+        ASSERT_TRUE(file->Flush().ok());
+        const auto reader = OpenIniProfile(path);
+        EXPECT_EQ(reader->Read("s", "odd", ""), odd);
+        EXPECT_EQ(reader->Read("s", "name", ""), "\xC3\xA4");
+        EXPECT_EQ(reader->Read("s", "new", ""), "\xE6\x97\xA5");
+    }
+}
+
 TEST(IniProfile, KeepsWhatItDoesNotKnow) {
     const TempFolder folder;
     const std::string path = folder.Write("a.ini", "; head\n[A]\nx=1\n\n[B]\ny=2\nodd line\n");

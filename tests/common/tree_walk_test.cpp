@@ -145,7 +145,7 @@ TEST(FolderHandle, ReadsARealTreeWithOddNames) {
     std::unique_ptr<FolderHandle> handle;
     ASSERT_FALSE(OpenFolder(folder.Path(), handle));
     FolderListing listing;
-    ASSERT_FALSE(handle->List(listing));
+    ASSERT_FALSE(handle->List(listing, [] { return false; }));
     listing.Sort();
     std::vector<std::pair<std::string, EntryKind>> seen;
     for (std::size_t index = 0; index < listing.size(); ++index)

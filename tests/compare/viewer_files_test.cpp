@@ -81,6 +81,11 @@ TEST_F(FilesOfViewer, ASavedTextIsAsPrivateAsWhereItComesFrom) {
         ASSERT_EQ(stat(fakes.folder.Path("rtbTemp.RTF").c_str(), &facts), 0);
         EXPECT_EQ(facts.st_mode & 0077U, 0U);
     }
+    viewer.SelectFile(Side::Original, fakes.folder.Path("m.txt"));
+    EXPECT_EQ(SaveAs(EditorTarget::Original, "later.x", 2), SaveEnd::Saved) << Log();
+    struct stat facts {};
+    ASSERT_EQ(stat(fakes.folder.Path("later.x").c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_mode & 0077U, 0U) << "the chosen file is not the one that is shown";
 }
 
 // A conversion lets the window live, and its user type.
@@ -161,6 +166,13 @@ TEST_F(FilesOfViewer, EditsAreAskedAbout) {
     EXPECT_FALSE(viewer.MayClose()) << "nobody there to ask";
     ASSERT_EQ(window.files.asked.size(), 1U);
     EXPECT_NE(window.files.asked[0].text.find("m.txt"), std::string::npos);
+    viewer.SelectFile(Side::Modified, fakes.folder.Path("o.txt"));
+    EXPECT_FALSE(viewer.MayClose());
+    EXPECT_NE(window.files.asked.back().text.find("m.txt"), std::string::npos) << "its edits";
+    window.files.answer = 0;
+    EXPECT_FALSE(viewer.MayClose()) << "no name was picked";
+    EXPECT_EQ(window.files.picked.start, fakes.folder.Path("m")) << "whatever has the focus";
+    window.files.answer.reset();
     viewer.RunCompare(false);
     EXPECT_FALSE(viewer.MayClose()) << "a compare saves nothing";
     window.files.answer = 1;

@@ -51,16 +51,16 @@ class SavingTest : public testing::Test {
     SaveOutcome Save(EditorTarget target, const std::string& name, std::int32_t type) {
         window.file = name.empty() ? "" : fakes.folder.Path(name);
         window.filter_index = type;
-        return SaveEditorAs(
-            {process, telling, window, settings, extensions, page,
-             [this](EditorTarget) -> const Editor& { return editor; },
-             [this](std::string& file) {
-                 return WriteWholeFile(file, "{\\rtf1 report}").ok() && report_made
-                            ? ReportResult::Ok
-                            : ReportResult::TargetNotWritten;
-             },
-             [this](Side side, const std::string& file) { selected[side] = file; }, mode, watcher},
-            target);
+        return SaveEditorAs({process, telling, window, settings, extensions, page,
+                             [this](EditorTarget) -> const Editor& { return editor; },
+                             [this](std::string& file) {
+                                 return WriteWholeFile(file, "{\\rtf1 report}").ok() && report_made
+                                            ? ReportResult::Ok
+                                            : ReportResult::TargetNotWritten;
+                             },
+                             [this](Side side, const std::string& file) { selected[side] = file; },
+                             "", mode, watcher},
+                            target);
     }
     std::string Log() { return fakes.folder.Read("log"); }
 
@@ -97,6 +97,30 @@ TEST_F(SavingTest, AsksByTheNameOfTheEditor) {
     EXPECT_TRUE(window.picked.saving);
     EXPECT_EQ(settings.lLastSelectedFileFilterIndex, 1) << "a cancel is not remembered";
     EXPECT_EQ(Log(), "");
+}
+
+TEST_F(SavingTest, NamesATextAfterItsOwnFile) {
+    struct Row {
+        EditorTarget target;
+        PerSide<std::string> files;
+        const char* title;
+        const char* name;
+    };
+    const PerSide<std::string> both{"/a/old.v1.docx", "/b/.new"};
+    for (const Row& row : {
+             Row{EditorTarget::Original, both, "/a/old.v1.docx", "/a/old.v1"},
+             Row{EditorTarget::Modified, both, "/b/.new", "/b/.new"},
+             Row{EditorTarget::OriginalDiffFinal, both, "old.v1.docx vs. .new",
+                 "/a/old.v1 vs. .new"},
+             Row{EditorTarget::ModifiedDiffFinal, both, "old.v1.docx vs. .new",
+                 "/b/old.v1 vs. .new"},
+             Row{EditorTarget::AllInOneDiff, {"/a/old", ""}, "ALL IN ONE DIFF", "/a/old"},
+             Row{EditorTarget::Modified, {"/a/old", ""}, "MODIFIED", ""},
+         }) {
+        SCOPED_TRACE(EditorTitle(row.target));
+        EXPECT_EQ(TitleOf(row.target, row.files), row.title);
+        EXPECT_EQ(SuggestedName(row.target, row.files), row.name);
+    }
 }
 
 TEST_F(SavingTest, WritesTheFourTypes) {

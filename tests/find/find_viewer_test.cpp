@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/platform/native_path.h"
 #include "common/process_state.h"
 #include "find/string_to_code.h"
 #include "tests/support/endless_documents.h"
@@ -213,6 +214,46 @@ TEST_F(FindViewerTest, GoesOnBehindOtherErrorsAndShowsDocuments) {
     EXPECT_EQ(viewer_->fgFileWithHit().rows,
               (std::vector<std::string>{"\"one\"", "\"needle\" &   \"x\""}));
     EXPECT_EQ(viewer_->fgFileWithHit().marked, 1);
+}
+
+// Each document is opened by its own name.
+class LockedDocuments : public DocumentTexts {
+  public:
+    bool IsDocument(std::string_view name) override { return name.ends_with(".doc"); }
+    void UsePasswords(std::vector<std::string> passwords) override { known = std::move(passwords); }
+    Text TextOf(const std::string& path, const std::function<bool()>&) override {
+        const std::string key(FileNameOf(path));
+        if (std::find(known.begin(), known.end(), key) == known.end())
+            return {nullptr, "is protected", {}, true};
+        return {std::make_shared<std::string>("needle of " + key), "", {}};
+    }
+    std::vector<std::string> known;
+};
+
+TEST_F(FindViewerTest, OpensProtectedDocumentsByThePasswordsThatWereGiven) {
+    LockedDocuments documents;
+    viewer_->SetDocuments(&documents);
+    for (const char* name : {"a.doc", "b.doc"})
+        Write(name, "");
+    window_.entries.cbSupportOfficeDocs = true;
+    Find("needle");
+    EXPECT_EQ(viewer_->ProtectedDocuments(), 2);
+    EXPECT_FALSE(viewer_->GavePassword());
+    const auto give = [&](const char* password) {
+        viewer_->UsePassword(password);
+        while (!viewer_->Poll())
+            std::this_thread::yield();
+    };
+    give("b.doc");
+    EXPECT_EQ(viewer_->ProtectedDocuments(), 1);
+    EXPECT_EQ(viewer_->fgErrorMessages().size(), 1U);
+    EXPECT_TRUE(viewer_->GavePassword());
+    give("a.doc");
+    EXPECT_EQ(viewer_->ProtectedDocuments(), 0);
+    EXPECT_EQ(viewer_->fgFiles().Count(), 2) << "the first password is kept";
+    Show(1);
+    EXPECT_EQ(viewer_->fgFileWithHit().rows, std::vector<std::string>{"\"needle of a.doc\""});
+    EXPECT_FALSE(std::filesystem::exists(system_.folder.Path("data") + "/Reports/DemoTemp.TXT"));
 }
 
 TEST_F(FindViewerTest, ShowsTheLinesAroundAHit) {

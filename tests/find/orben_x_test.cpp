@@ -202,9 +202,14 @@ TEST_F(OrbenXTest, ReadsEachEncoding) {
     for (int count = 0; count < 40000; ++count)
         long_text += "a\xF0\x9F\x98\x80\xF0\x9F\x98\x80\n";
     Write("5-long", Wide(long_text + line, false) + "x");
+    std::string fours("\xFF\xFE\0\0", 4);
+    for (const char32_t unit : std::u32string_view(U"caf\u00E9"))
+        fours += std::string{static_cast<char>(unit), 0, 0, 0};
+    Write("6-fours", fours);
     EXPECT_EQ(Find("caf\xC3\xA9"),
               (Texts{"1-utf8:1:3:caf\xC3\xA9", "2-little:1:3:caf\xC3\xA9", "3-big:1:3:caf\xC3\xA9",
-                     "4-latin:1:4:caf\xC3\xA9", "5-long:40001:3:caf\xC3\xA9"}));
+                     "4-latin:1:4:caf\xC3\xA9", "5-long:40001:3:caf\xC3\xA9",
+                     "6-fours:1:1:caf\xC3\xA9"}));
     EXPECT_EQ(Find("open"), (Texts{"1-utf8:1:10:open", "2-little:1:10:open", "3-big:1:10:open",
                                    "5-long:40001:10:open"}));
     EXPECT_EQ(Find("\xEF\xBF\xBD"), Texts{}) << "a pair of surrogates was parted";
@@ -276,6 +281,16 @@ TEST_F(OrbenXTest, ReportsATable) {
     EXPECT_EQ(folder_.Read("report.csv"), "File\tLine\tCol\tItem Found\tPlace\r\n" +
                                               folder_.Path("a.txt") + "\t1\t1\ta b\t\r\n");
     EXPECT_FALSE(engine_.WriteReport(folder_.Path("none/report.csv")).ok());
+    std::string lines;
+    for (int line = 0; line < 4000; ++line)
+        lines += "a\tb and more\n";
+    Write("a.txt", lines);
+    Find("a\tb");
+    const std::string before = folder_.Read("report.csv");
+    WritingWatch watch;
+    watch.stop = [] { return true; };
+    EXPECT_FALSE(engine_.WriteReport(folder_.Path("report.csv"), watch).ok());
+    EXPECT_EQ(folder_.Read("report.csv"), before) << "a stopped report leaves the old one";
 }
 
 TEST_F(OrbenXTest, FindsTheSameWithAnyNumberOfThreads) {

@@ -82,6 +82,24 @@ TEST_F(FoldersViewerTest, ChecksWordsInTheOrderOfTheRows) {
               std::string::npos);
 }
 
+TEST_F(FoldersViewerTest, TwoReportsOfOneNameLoseNothing) {
+    for (const char* name : {"a.log", "a.txt"})
+        trees.WriteBoth(name, "one\r\n", std::string("words of ") + name + "\r\n");
+    viewer.Options().bContentCompareText.SetData(true);
+    viewer.Options().bCreateReport.SetData(true);
+    viewer.txtReportFolder = fakes.folder.Path("reports");
+    viewer.cbFileExt = "*.txt *.log";
+    ASSERT_TRUE(RunWhole());
+    for (const auto& [row, report] : {std::pair(0, "a.doc"), std::pair(1, "a_txt.doc")}) {
+        viewer.OpenRow(row);
+        const std::string file = fakes.folder.Path("reports/") + report;
+        EXPECT_EQ(fakes.shell().calls.back(), "open " + file);
+        EXPECT_NE(
+            fakes.folder.Read(std::string("reports/") + report).find(row == 0 ? "log" : "txt"),
+            std::string::npos);
+    }
+}
+
 TEST_F(FoldersViewerTest, ShowsNoRowBeforeItsWordsAreCompared) {
     std::string large;
     for (int line = 0; line < 20000; ++line)

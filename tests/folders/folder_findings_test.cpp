@@ -117,5 +117,33 @@ TEST_F(FolderFindingsTest, WritesATableThatKeepsItsRows) {
     EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), engine.getRecordCount() + 1);
 }
 
+TEST_F(FolderFindingsTest, AStoppedTableLeavesTheOldOne) {
+    for (int file = 0; file < 2500; ++file)
+        trees.Write(Side::Original, "many/a name of some length " + std::to_string(file), "");
+    VestrelX many;
+    many.putMasterFolder(trees.Root(Side::Original));
+    many.putSourceFolder(trees.Root(Side::Modified));
+    many.putSubfolders(true);
+    many.StartFolderCompare();
+    many.Folders().Join();
+    const FolderReport report{many, "", {}};
+    std::filesystem::create_directories(trees.Folder().Path("made"));
+    const std::string file = trees.Folder().Write("made/table", "old");
+    WritingWatch watch;
+    int asked = 0;
+    watch.stop = [&asked] { return ++asked == 2; };
+    std::vector<int> told;
+    watch.progress = [&told](int percent) { told.push_back(percent); };
+    EXPECT_FALSE(WriteFolderReport(report, file, watch).ok());
+    EXPECT_EQ(trees.Folder().Read("made/table"), "old");
+    const auto beside = std::filesystem::directory_iterator(trees.Folder().Path("made"));
+    EXPECT_EQ(std::distance(begin(beside), end(beside)), 1) << "nothing half written";
+    ASSERT_EQ(told.size(), 1U) << "the table has several parts";
+    EXPECT_GT(told[0], 0);
+    EXPECT_LT(told[0], 100);
+    EXPECT_TRUE(WriteFolderReport(report, file, {}).ok());
+    EXPECT_GT(trees.Folder().Read("made/table").size(), 150'000U);
+}
+
 }  // namespace
 }  // namespace zorvane

@@ -7,6 +7,7 @@
 
 #include "common/platform/files.h"
 #include "folders/like_texts.h"
+#include "tests/support/fake_folder.h"
 #include "tests/support/folder_trees.h"
 
 namespace zorvane {
@@ -95,6 +96,23 @@ TEST(RenameFinder, PairsTextsThatAreAlikeBestFirst) {
     EXPECT_EQ(Renames(trees, false), Notes{});
 }
 
+TEST(RenameFinder, PairsTextsOfWhichEachLineWasTouched) {
+    const FolderTrees trees;
+    std::string old_text;
+    std::string wrapped;
+    std::string unlike;
+    for (int line = 0; line < 30; ++line) {
+        const std::string number = std::to_string(line * 7919);
+        old_text += "The clause " + number + " binds whoever signs " + number + " below\n";
+        wrapped += "The clause " + number + " binds whoever\nsigned " + number + " below ";
+        unlike += "Below " + number + " signs whoever binds clause " + number + " the\n";
+    }
+    trees.Write(Side::Original, "old.txt", old_text);
+    trees.Write(Side::Modified, "wrapped.txt", wrapped);
+    trees.Write(Side::Modified, "unlike.txt", unlike);
+    EXPECT_EQ(Renames(trees), (Notes{"old.txt > wrapped.txt 69"}));
+}
+
 TEST(RenameFinder, AFolderThatMovedIsOne) {
     const FolderTrees trees;
     for (const char* name : {"1", "2", "deep/3"}) {
@@ -104,6 +122,16 @@ TEST(RenameFinder, AFolderThatMovedIsOne) {
         trees.Write(Side::Modified, std::string("larger/") + name, std::string("words ") + name);
         trees.Write(Side::Original, std::string("mixed/") + name, std::string("bytes ") + name);
     }
+    for (const char* name : {"old/empty", "new/place/empty", "grown/empty"})
+        trees.Write(std::string_view(name).starts_with("new") ? Side::Modified : Side::Original,
+                    name, "");
+    // Both hold a copy of one file, and each takes its own.
+    for (const char* name : {"p/COPYING", "q/COPYING", "p/x", "q/y"})
+        trees.Write(Side::Original, name, name[2] == 'C' ? "all may" : name);
+    for (const char* name : {"r/COPYING", "s/COPYING", "r/y", "s/x"})
+        trees.Write(Side::Modified, name,
+                    name[2] == 'C' ? "all may"
+                                   : std::string(1, name[2] == 'x' ? 'p' : 'q') + "/" + name[2]);
     trees.Write(Side::Modified, "larger/4", "came with it, and is not moved");
     trees.Write(Side::Modified, "swapped/2", "bytes 1");
     trees.Write(Side::Modified, "swapped/1", "bytes 2");
@@ -112,16 +140,43 @@ TEST(RenameFinder, AFolderThatMovedIsOne) {
               (Notes{"grown/1 > larger/1 100", "grown/2 > larger/2 100",
                      "grown/deep/ > larger/deep/ 100 folder", "mixed/1 > swapped/2 100",
                      "mixed/2 > swapped/1 100", "mixed/deep/ > swapped/deep/ 100 folder",
-                     "old/ > new/place/ 100 folder"}));
+                     "old/ > new/place/ 100 folder", "p/ > s/ 100 folder", "q/ > r/ 100 folder"}));
+}
+
+// Nobody knows what else is in it.
+TEST(RenameFinder, AFolderThatCouldNotBeReadWholeHasNotMoved) {
+    const FolderTrees trees;
+    trees.Write(Side::Original, "old/1", "text");
+    trees.Write(Side::Modified, "new/1", "text");
+    FakeEntry shut = FakeTree({});
+    shut.list_fault = EACCES;
+    const FakeEntry inside = FakeTree({{"1", FakeFile("text")}, {"shut", shut}});
+    const FakeEntry original = FakeTree({{"old", inside}});
+    const FakeEntry modified = FakeTree({{"new", inside}});
+    FolderScan scan;
+    scan.StartIn({std::make_unique<FakeFolder>(original), std::make_unique<FakeFolder>(modified)},
+                 trees.Roots(), {}, nullptr);
+    scan.Join();
+    const std::vector<RenamedEntry> found = FindRenames(scan, trees.Roots(), {});
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_FALSE(found[0].folder);
 }
 
 TEST(LikeTexts, ShareByTheWeightOfTheirLines) {
-    const LineWeights one("short\n" + std::string(95, 'x') + "\n");
-    const LineWeights two("  short \r\n" + std::string(95, 'y'));
+    const TextWeights one("short\n" + std::string(95, 'x') + "\n");
+    const TextWeights two("  short \r\n" + std::string(95, 'y'));
     EXPECT_EQ(PercentShared(one, one), 100);
     EXPECT_EQ(PercentShared(one, two), 5);
-    EXPECT_EQ(PercentShared(one, LineWeights("")), 0);
-    EXPECT_EQ(PercentShared(LineWeights("a\na\na\n"), LineWeights("a\n")), 33);
+    EXPECT_EQ(PercentShared(one, TextWeights("")), 0);
+    EXPECT_EQ(PercentShared(TextWeights("a\na\na\n"), TextWeights("a\n")), 33);
+    const auto words = [](const char* one_text, const char* other) {
+        return PercentShared(TextWeights(one_text, TextPieces::Words),
+                             TextWeights(other, TextPieces::Words));
+    };
+    EXPECT_EQ(words("one, two\nthree!", "one two three"), 100);
+    EXPECT_EQ(words("one two", "two one"), 0) << "the order counts";
+    EXPECT_EQ(words("\xE6\x97\xA5\xE6\x9C\xAC\xE8\xAA\x9E", "\xE6\x97\xA5\xE6\x9C\xAC"), 33)
+        << "each character is a word";
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <thread>
 
+#include "load/password_wanted.h"
+#include "tests/support/encrypted_package.h"
 #include "tests/support/loader_fixture.h"
 #include "tests/support/word_file.h"
 #include "tests/support/xlsx_file.h"
@@ -66,6 +68,21 @@ TEST_F(ExtractedTextsTest, TellsWhyThereIsNoText) {
         EXPECT_NE(text.reason, "");
     }
     EXPECT_FALSE(texts_.TextOf(system_.folder.Path("none.docx"), [] { return false; }).document);
+    EXPECT_EQ(texts_.Cache().Size().entries, 0);
+}
+
+TEST_F(ExtractedTextsTest, TriesEachPasswordAndKeepsNothingOfWhatTheyOpen) {
+    const std::string path =
+        system_.folder.Write("p.docx", StandardEncrypted(WordBytes("needle"), "second", 128));
+    for (const char* first : {"", "first"}) {
+        if (*first != '\0')
+            texts_.UsePasswords({first});
+        const ExtractedText closed = texts_.TextOf(path, [] { return false; });
+        EXPECT_TRUE(closed.wants_password);
+        EXPECT_EQ(closed.reason, path + ": " + std::string(kPasswordWanted)) << "no advice";
+    }
+    texts_.UsePasswords({"first", "second"});
+    EXPECT_EQ(TextOf(path).substr(0, 6), "needle");
     EXPECT_EQ(texts_.Cache().Size().entries, 0);
 }
 

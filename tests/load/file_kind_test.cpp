@@ -1,5 +1,7 @@
 #include "load/file_kind.h"
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
 #include "options/recent_items.h"
@@ -75,6 +77,9 @@ TEST_F(FileKindTest, TellsUnicodeTextByItsBytes) {
     EXPECT_EQ(kind("\0h\0e\0l\0l\0o\0!"sv), FileKind::UnicodeText);
     EXPECT_EQ(kind("\xEF\xBB\xBFhi"sv), FileKind::Text);
     EXPECT_EQ(kind(""sv), FileKind::Text);
+    const std::string pipe = folder.Path("b.txt");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(lFileType(pipe, false, extensions_), FileKind::Text) << "and waits for nobody";
 }
 
 TEST(WebNames, NeedAWordProcessorThatOpensThem) {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "tests/support/compound_bytes.h"
+#include "tests/support/zip_file.h"
 
 namespace zorvane {
 
@@ -169,6 +170,40 @@ inline std::string AgileEncrypted(const std::string& plain, std::string_view pas
            "\" encryptedKeyValue=\"" + with_password("\x14\x6E\x0B\xE7\xAB\xAC\xD0\xD6", secret) +
            "\"/></keyEncryptor></keyEncryptors></encryption>";
     return Compound(Number(4, 2) + Number(4, 2) + Number(0x40, 4) + xml, package);
+}
+
+/// An OpenDocument package whose "content.xml" is `plain` (below 64 KB), of `size` bytes as the
+/// list of parts has it.
+inline std::string OpenEncrypted(const std::string& plain, std::string_view password,
+                                 const std::string& derivation, const std::string& hash,
+                                 std::size_t size) {
+    using namespace encrypting;
+    // A block that is not packed is deflated text, too.
+    std::string packed =
+        '\x01' + Number(plain.size(), 2) + Number(~plain.size() & 0xFFFF, 2) + plain;
+    const std::string check = Hash(hash, packed.substr(0, 1024));
+    const std::size_t filled = 16 - packed.size() % 16;
+    packed.append(filled, static_cast<char>(filled));
+    const std::string salt = "salt of 16 bytes";
+    const std::string start = Hash(hash, password);
+    std::string key(32, '\0');
+    PKCS5_PBKDF2_HMAC(start.data(), static_cast<int>(start.size()), Data(salt), 16, 1000,
+                      EVP_sha1(), 32, Data(key));
+    const std::string name = hash == "SHA1" ? "sha1" : "sha256";
+    const std::string manifest =
+        R"(<m:manifest><m:file-entry m:full-path="mimetype"/><m:file-entry m:full-path="content.xml")"
+        R"( m:size=")" +
+        std::to_string(size) + R"("><m:encryption-data m:checksum-type="urn:x#)" + name +
+        R"(-1k" m:checksum=")" + Base64(check) +
+        R"("><m:algorithm m:algorithm-name="urn:x#aes256-cbc" m:initialisation-vector=")" +
+        Base64("a vector of 16 b") +
+        R"("/><m:start-key-generation m:start-key-generation-name="urn:x#)" + name +
+        R"("/><m:key-derivation m:key-derivation-name=")" + derivation +
+        R"(" m:key-size="32" m:iteration-count="1000" m:salt=")" + Base64(salt) +
+        R"("/></m:encryption-data></m:file-entry></m:manifest>)";
+    return MakeZip({{"mimetype", "application/vnd.oasis.opendocument.text"},
+                    {"META-INF/manifest.xml", manifest},
+                    {"content.xml", Encrypt("CBC", key, "a vector of 16 b", packed)}});
 }
 
 }  // namespace zorvane

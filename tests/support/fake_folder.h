@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include "common/platform/folder_handle.h"
@@ -20,7 +21,8 @@ struct FakeEntry {
     std::map<std::string, FakeEntry> entries;  ///< of a folder
     int open_fault = 0;
     int list_fault = 0;
-    int read_fault = 0;  ///< after the first half of the bytes
+    bool endless = false;  ///< its list goes on until a stop
+    int read_fault = 0;    ///< after the first half of the bytes
     std::int64_t told_size = -1;
 };
 
@@ -67,7 +69,9 @@ class FakeOpenedFile : public OpenedFile {
 class FakeFolder : public FolderHandle {
   public:
     explicit FakeFolder(const FakeEntry& root) : root_(root) {}
-    SystemError List(FolderListing& listing) override {
+    SystemError List(FolderListing& listing, const std::function<bool()>& stop) override {
+        while (root_.endless && !stop())
+            std::this_thread::yield();
         for (auto entry = root_.entries.rbegin(); entry != root_.entries.rend(); ++entry)
             listing.Add(entry->first, entry->second.facts.kind);
         return SystemError{root_.list_fault};

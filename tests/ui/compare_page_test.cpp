@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QPrintDialog>
 #include <QPrinter>
 
 #include <gtest/gtest.h>
@@ -86,6 +87,33 @@ TEST_F(ComparePageTest, CountsWhatWasLeftOutAtOnePress) {
     EXPECT_EQ(world.Page().ShownCard(), nullptr);
     EXPECT_TRUE(world.Page().Pane().isVisible());
     EXPECT_EQ(world.Viewer().Differences().Count(), 1);
+}
+
+TEST_F(ComparePageTest, ShowsADifferenceAtOneHeightInBothEditors) {
+    WindowWorld world(fakes, theme);
+    world.window.resize(1440, 900);
+    PerSide<std::string> texts;
+    for (int line = 0; line < 200; ++line) {
+        const std::string same = "Paragraph " + std::to_string(line) + "\r\n";
+        std::string tall = "The rents of";
+        for (int word = 0; word < line; ++word)
+            tall += " all";
+        texts.original += line % 4 == 3 ? same + same + "The rent\r\n" : same;
+        texts.modified += line % 4 == 3 ? tall + "\r\n" : same;
+    }
+    ASSERT_TRUE(world.Compare(Write("a.txt", texts.original), Write("b.txt", texts.modified)));
+    for (int step = 0; step < 16; ++step) {
+        world.window.Commands().Run("go.next");
+        PerSide<double> heights;
+        for (const Side side : kBothSides) {
+            RichTextView& view = world.Page().Editors().View(side);
+            heights[side] = view.Page().CaretRect(view.Document().Selection().first).top();
+            EXPECT_GE(heights[side], 0) << step;
+            const CharPos end = view.Document().Selection().end() - 2;
+            EXPECT_LE(view.Page().CaretRect(end).bottom(), view.Page().WindowHeight()) << step;
+        }
+        EXPECT_NEAR(heights.original, heights.modified, 1) << step;
+    }
 }
 
 TEST_F(ComparePageTest, SwitchesNumberingOffAndOn) {
@@ -224,11 +252,13 @@ TEST(FoldPlan, FollowsTheRoom) {
     flat.editors = false;
     FoldPlan flattest = flat;
     flattest.head_own_line = false;
-    const PlanRow rows[] = {{1150, 900, false, all},   {1149, 900, false, no_captions},
-                            {899, 900, false, narrow}, {700, 900, false, narrow},
-                            {699, 900, false, least},  {1150, 760, false, all},
-                            {1150, 759, false, flat},  {1150, 479, false, flattest},
-                            {1150, 900, true, all},    {1150, 899, true, flat}};
+    FoldPlan flat_least = least;
+    flat_least.editors = false;
+    const PlanRow rows[] = {
+        {699, 479, false, flat_least}, {1150, 900, false, all},   {1149, 900, false, no_captions},
+        {899, 900, false, narrow},     {700, 900, false, narrow}, {699, 900, false, least},
+        {1150, 760, false, all},       {1150, 759, false, flat},  {1150, 479, false, flattest},
+        {1150, 900, true, all},        {1150, 899, true, flat}};
     for (const PlanRow& row : rows) {
         SCOPED_TRACE(std::to_string(row.width) + " x " + std::to_string(row.height));
         EXPECT_EQ(PlanFor(row.width, row.height, row.options), row.plan);
@@ -241,9 +271,11 @@ TEST_F(ComparePageTest, GivesWayWhereRoomIsShortAndComesBack) {
     world.window.resize(1440, 900);
     ASSERT_TRUE(world.Compare(Write("a.txt", "One\r\n"), Write("b.txt", "Two\r\n")));
     EXPECT_EQ(world.Page().LayoutNow(), PaneLayout::EditorsAndResult);
+    world.Page().Editors().View(Side::Original).setFocus();
     world.window.resize(1000, 700);
     QTest::qWait(1);
     EXPECT_EQ(world.Page().LayoutNow(), PaneLayout::Result);
+    EXPECT_EQ(QApplication::focusWidget(), &world.Page().Pane().View(Side::Original));
     EXPECT_FALSE(world.Page().Editors().isVisible());
     world.window.Commands().Run("view.both");
     EXPECT_TRUE(world.Page().Editors().isVisible()) << "by hand it is as one wishes";
@@ -304,6 +336,12 @@ TEST_F(ComparePageTest, LeavesTheButtonsOfTheOtherWindowAlone) {
     ASSERT_NE(world.window.ActivePage(), &compared);
     world.window.Commands().Refresh();
     EXPECT_TRUE(compare->isEnabled()) << "the empty window has nothing to compare, this one has";
+    world.frame.CreateNewCompareFilesForm();
+    world.frame.CreateNewCompareFilesForm();
+    world.frame.CreateNewCompareFilesForm();
+    ASSERT_TRUE(world.window.Commands().Run("window.tile"));
+    QTest::qWait(1);
+    EXPECT_EQ(world.window.width(), 1440) << "three beside each other have room";
 }
 
 // ---- paper ----
@@ -317,6 +355,32 @@ TEST_F(ComparePageTest, PrintsToAPdfFile) {
     printer.setOutputFileName(file);
     world.Page().PrintOn(printer);
     EXPECT_GT(QFileInfo(file).size(), 500);
+}
+
+TEST_F(ComparePageTest, OffersToPrintWhatThePersonSelectedAndNotWhatTheWalkDid) {
+    WindowWorld world(fakes, theme);
+    ASSERT_TRUE(
+        world.Compare(Write("a.txt", "One\r\nSame\r\n"), Write("b.txt", "Two\r\nSame\r\n")));
+    RichTextView& original = world.Page().Editors().View(Side::Original);
+    ASSERT_GT(original.Document().Selection().length, 0) << "the first difference";
+    const auto offered = [&] {
+        QString what;
+        QTimer::singleShot(0, [&] {
+            if (auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget())) {
+                const bool selection = dialog->testOption(QAbstractPrintDialog::PrintSelection);
+                what =
+                    dialog->windowTitle() + (selection ? QStringLiteral(": selection") : QString());
+                dialog->reject();
+            }
+        });
+        world.window.Commands().Run("file.print");
+        return what;
+    };
+    EXPECT_EQ(offered(), QStringLiteral("Print – Original: a.txt"));
+    original.Document().Select({CharPos{0}, 2});
+    EXPECT_EQ(offered(), QStringLiteral("Print – Original: a.txt: selection"));
+    world.window.Commands().Run("view.result");
+    EXPECT_EQ(offered(), QStringLiteral("Print – Result, original side"));
 }
 
 TEST_F(ComparePageTest, MakesThePagesOfAPreviewOnce) {

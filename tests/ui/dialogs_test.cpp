@@ -202,8 +202,10 @@ TEST_F(DialogsTest, AnExpressionThatCannotBeUsedIsRefused) {
 TEST_F(DialogsTest, ReportOptionsOpenOnTheTypeAndNeedAPath) {
     WindowWorld world(fakes, theme);
     world.Viewer().Settings().mlReportDefaultFileType_MD = 1;
+    world.Viewer().Settings().msgReportFileTXT_MD = "/reports\\Z\\a.txt";
     const auto act = [](ReportOptionsDialog& dialog) {
         EXPECT_EQ(dialog.Tabs().currentIndex(), 1);
+        EXPECT_EQ(LineOf(dialog, "path.TXT")->text(), QStringLiteral("/reports/Z/a.txt"));
         Click(dialog, "Side By Side");
         LineOf(dialog, "path.CSV")->clear();
         Click(dialog, "Apply");
@@ -218,6 +220,7 @@ TEST_F(DialogsTest, ReportOptionsOpenOnTheTypeAndNeedAPath) {
     ASSERT_TRUE(InDialog<ReportOptionsDialog>(world, "report.options", act));
     const CompareFilesSettings& settings = world.Viewer().Settings();
     EXPECT_EQ(settings.msgReportFileCSV_MD, "/reports/[YMD].csv");
+    EXPECT_EQ(settings.msgReportFileTXT_MD, "/reports\\Z\\a.txt") << "nobody changed it";
     EXPECT_EQ(settings.mlReportDefaultStyle_MD, 2);
     EXPECT_FALSE(settings.bReportDOC_Additions);
     EXPECT_TRUE(settings.bReportDOC_Tracked);

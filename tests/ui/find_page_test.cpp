@@ -176,13 +176,13 @@ TEST_F(FindPageTest, TellsWhichEntryIsWrong) {
     world.window.activateWindow();
     for (const WrongRow& row : rows) {
         SCOPED_TRACE(row.text);
-        EXPECT_TRUE(page.ErrorGrid().isHidden());
+        EXPECT_FALSE(page.ErrorGrid().isVisibleTo(&page));
         FindEntries entries = good;
         entries.*row.entry = row.text;
         page.SetEntries(entries);
         Search(page);
         EXPECT_TRUE(WindowWorld::Until([&] { return page.Errors().rowCount() == 1; }));
-        EXPECT_FALSE(page.ErrorGrid().isHidden());
+        EXPECT_TRUE(page.ErrorGrid().isVisibleTo(&page));
         EXPECT_TRUE(WindowWorld::Until([&] { return row.focus->hasFocus(); }));
         page.SetEntries(good);
         Search(page);
@@ -293,6 +293,36 @@ TEST_F(FindPageTest, StopsByEscWhereverTheFocusIs) {
         EXPECT_TRUE(page.OptionsUnfolded());
     }
     page.Viewer()->SetDocuments(nullptr);
+}
+
+class LockedDocument : public DocumentTexts {
+  public:
+    bool IsDocument(std::string_view name) override { return name.ends_with(".md"); }
+    void UsePasswords(std::vector<std::string> passwords) override { known = std::move(passwords); }
+    Text TextOf(const std::string&, const std::function<bool()>&) override {
+        if (known != std::vector<std::string>{"key"})
+            return {nullptr, "is protected", {}, true};
+        return {std::make_shared<std::string>("beta"), "", {}};
+    }
+    std::vector<std::string> known;
+};
+
+TEST_F(FindPageTest, AsksForThePasswordOfProtectedDocuments) {
+    LockedDocument documents;
+    WindowWorld world(fakes, theme);
+    FindPage& page = Open(world);
+    page.Viewer()->SetDocuments(&documents);
+    FindEntries entries = page.Entries();
+    entries.cbSupportOfficeDocs = true;
+    page.SetEntries(entries);
+    Search(page);
+    ASSERT_TRUE(page.Passwords().isVisible());
+    EXPECT_EQ(page.Passwords().Words(), QStringLiteral("Protected by a password: 1"));
+    QTest::keyClicks(&page.Passwords().Field(), QStringLiteral("key"));
+    QTest::keyClick(&page.Passwords().Field(), Qt::Key_Return);
+    EXPECT_TRUE(WindowWorld::Until([&] { return Rows(page).ends_with("b.md:1:1 c.txt:1:1"); }));
+    EXPECT_TRUE(WindowWorld::Until([&] { return page.Passwords().isHidden(); }));
+    EXPECT_EQ(page.Passwords().Field().text(), QString());
 }
 
 TEST_F(FindPageTest, ComesBackTheNextDay) {

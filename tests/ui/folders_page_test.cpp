@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/ui/dropped_files.h"
 #include "tests/ui/dialogs_world.h"
 
 namespace zorvane {
@@ -98,6 +99,26 @@ TEST_F(FoldersPageTest, ShowsRowsCountsAndEachKindUnderItsFolder) {
     EXPECT_TRUE(page.Bar().Filters().Segment(static_cast<int>(FolderFilter::Same))->isChecked());
 }
 
+TEST_F(FoldersPageTest, EnterEndsTheFirstFolderAndComparesWithTheSecond) {
+    WindowWorld world(fakes, theme);
+    EXPECT_TRUE(world.window.Commands().Run("window.new_compare_folders"));
+    CompareFoldersPage& page = *world.window.ActiveFolders();
+    world.window.activateWindow();
+    for (const Side side : kBothSides) {
+        EXPECT_FALSE(page.Viewer()->Busy());
+        QLineEdit& edit = *page.Boxes().Box(side).lineEdit();
+        ASSERT_TRUE(WindowWorld::Until([&] {
+            if (side == Side::Original)
+                edit.setFocus();
+            return edit.hasFocus();
+        })) << "the second one gets it by itself";
+        edit.selectAll();
+        QTest::keyClicks(&edit, ToQt(In(side == Side::Original ? "old" : "new", "").string()));
+        QTest::keyClick(&edit, Qt::Key_Return);
+    }
+    EXPECT_TRUE(WindowWorld::Until([&] { return page.Viewer()->RowCount() == 8; }));
+}
+
 TEST_F(FoldersPageTest, TakesThePlaceOfAnEmptyWindowForFilesOnly) {
     for (const bool has_file : {false, true}) {
         WindowWorld world(fakes, theme);
@@ -125,6 +146,21 @@ TEST_F(FoldersPageTest, SortsFilesAndGoesBackToTheOrderOfRecords) {
     EXPECT_EQ(page.Grid().currentIndex().data().toString(), QStringLiteral("same 1.txt"));
     click(FolderColumn::Original);
     EXPECT_EQ(Names(page), before);
+}
+
+TEST_F(FoldersPageTest, ASortIsStoppedAtEachQuestion) {
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage& page = Run(world);
+    FolderOrder order(page.Viewer()->VestrelX1().Folders());
+    order.Clear(false);
+    order.Take(page.Viewer()->RowCount());
+    int questions = 0;
+    EXPECT_TRUE(order.Show(FolderFilter::All, {true}, [&] { return ++questions < 0; }));
+    EXPECT_EQ(questions, 2) << "while rows are chosen, and while they are sorted";
+    for (int stopped = 1; stopped <= questions; ++stopped) {
+        int asked = 0;
+        EXPECT_FALSE(order.Show(FolderFilter::All, {true}, [&] { return ++asked == stopped; }));
+    }
 }
 
 TEST_F(FoldersPageTest, WalksFromDifferenceToDifference) {
@@ -213,6 +249,29 @@ TEST_F(FoldersPageTest, ComesBackTheNextDayAndSwaps) {
     EXPECT_EQ(Names(*page), "a|gone.txt");
 }
 
+TEST_F(FoldersPageTest, KeepsEachByteOfADroppedName) {
+    const std::string odd = fakes.folder.Path() + "/odd \xE9\xFF \xC3\xA4%20";
+    fs::copy(In("old", ""), odd, fs::copy_options::recursive);
+    QMimeData data;
+    const QByteArray name = QByteArray(odd.data(), static_cast<qsizetype>(odd.size()));
+    data.setUrls({QUrl::fromEncoded("file://" + name.toPercentEncoding("/"))});
+    {
+        WindowWorld world(fakes, theme);
+        CompareFoldersPage& page = Run(world);
+        page.DropFolders(Side::Original, DroppedFiles(data));
+        page.Compare();
+        ASSERT_TRUE(WindowWorld::Until([&] { return page.Viewer()->CanReport(); }));
+        EXPECT_EQ(page.Viewer()->Options().sFolderOriginal.Data(), odd);
+        EXPECT_EQ(page.Table().Order().Files(FolderFilter::All), 6);
+        world.frame.CloseFrame();
+    }
+    WindowWorld world(fakes, theme);
+    CompareFoldersPage* page = world.window.ActiveFolders();
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(FromQt(page->Boxes().Box(Side::Original).Path()), odd);
+    EXPECT_TRUE(page->Viewer()->RecentFolders(Side::Original).bItemExistsInMRU(odd, false));
+}
+
 TEST_F(FoldersPageTest, TellsOfErrorsAndOfFoldersThatAreNotThere) {
     WindowWorld world(fakes, theme);
     CompareFoldersPage& page = Run(world);
@@ -273,7 +332,7 @@ TEST_F(FoldersPageTest, EditsTheOptionsOfTextsAndOfReports) {
     EXPECT_EQ(page.TextOptions(), dialog);
     EXPECT_EQ(dialog->Pages().Tabs().currentIndex(), 0);
     for (QAbstractButton* box : dialog->findChildren<QAbstractButton*>()) {
-        if (box->text() == QStringLiteral("Ignore Case"))
+        if (WithoutMnemonic(box->text()) == QStringLiteral("Ignore Case"))
             box->click();
     }
     for (const QAbstractButton* button : dialog->findChildren<Button*>())

@@ -1,5 +1,7 @@
 #include <QAccessible>
 #include <QApplication>
+#include <QFile>
+#include <QLibraryInfo>
 #include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
@@ -18,6 +20,7 @@
 #include "common/ui/mnemonics.h"
 #include "common/ui/progress_card.h"
 #include "common/ui/question.h"
+#include "common/ui/toolkit_texts.h"
 
 namespace zorvane {
 namespace {
@@ -182,6 +185,19 @@ class NameDialog : public Dialog {
     }
 };
 
+TEST(ToolkitTexts, FollowTheLanguage) {
+    const QString texts = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    if (!QFile::exists(texts + QStringLiteral("/qtbase_de.qm")))
+        GTEST_SKIP() << "the toolkit's own texts are not installed (qt6-translations-l10n)";
+    const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
+    ShowToolkitIn("German");
+    EXPECT_EQ(cancel(), QStringLiteral("Abbrechen"));
+    ShowToolkitIn("Japanese");
+    EXPECT_EQ(cancel(), QStringLiteral("キャンセル"));
+    ShowToolkitIn("English");
+    EXPECT_EQ(cancel(), QStringLiteral("Cancel"));
+}
+
 TEST(Dialog, EnterPressesTheButtonThatHasTheFocus) {
     Dialog dialog(QStringLiteral("Options"), measures::kNarrowDialog, nullptr);
     dialog.SetButtons(QStringLiteral("Apply"), QStringLiteral("Cancel"));
@@ -192,10 +208,30 @@ TEST(Dialog, EnterPressesTheButtonThatHasTheFocus) {
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
     QWidget window;
     Button alone(QStringLiteral("Choose File..."), ButtonLook::Plain, QString(), &window);
-    int pressed = 0;
-    QObject::connect(&alone, &QPushButton::clicked, &alone, [&] { ++pressed; });
-    QTest::keyClick(&alone, Qt::Key_Enter);
-    EXPECT_EQ(pressed, 1) << "in a window too";
+    Button* third = dialog.AddThirdButton(QStringLiteral("Restore"));
+    struct Row {
+        const char* name;
+        Qt::Key key;
+        Qt::KeyboardModifier modifier;
+        bool held;
+        int pressed;
+    };
+    for (const Row& row : {Row{"Enter", Qt::Key_Return, Qt::NoModifier, false, 1},
+                           Row{"of the keypad", Qt::Key_Enter, Qt::KeypadModifier, false, 1},
+                           Row{"with Ctrl", Qt::Key_Return, Qt::ControlModifier, false, 0},
+                           Row{"held", Qt::Key_Return, Qt::NoModifier, true, 0}}) {
+        for (Button* button : {&alone, third}) {
+            SCOPED_TRACE(row.name);
+            dialog.show();
+            int pressed = 0;
+            QObject context;
+            QObject::connect(button, &QPushButton::clicked, &context, [&] { ++pressed; });
+            QKeyEvent key(QEvent::KeyPress, row.key, row.modifier, QString(), row.held);
+            QApplication::sendEvent(button, &key);
+            EXPECT_EQ(pressed, row.pressed);
+            EXPECT_TRUE(dialog.isVisible()) << "another button was pressed, too";
+        }
+    }
 }
 
 TEST(Dialog, StaysOpenWithTheWrongFieldTold) {
@@ -253,7 +289,7 @@ constexpr MnemonicRow kMnemonics[] = {
     {"When && where", "W&hen && where"},
     {"&Zoom", "Zoo&m"},
     {"表記", "表記(&A)"},
-
+    {"&Keep it", "Keep &it"},
 };
 TEST(Mnemonics, AreGivenOnceEach) {
     Dialog dialog(QStringLiteral("Options"), measures::kNarrowDialog, nullptr);
@@ -262,7 +298,7 @@ TEST(Mnemonics, AreGivenOnceEach) {
         boxes.push_back(new WrappingCheckBox(QString::fromUtf8(row.caption), &dialog));
         dialog.AddWide(boxes.back());
     }
-    dialog.SetButtons(QStringLiteral("Apply"), QStringLiteral("Cancel"));
+    dialog.SetButtons(QStringLiteral("Apply"), QStringLiteral("&Keep"));
     dialog.setModal(true);
     dialog.show();
     for (std::size_t at = 0; at < boxes.size(); ++at)

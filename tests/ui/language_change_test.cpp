@@ -18,6 +18,7 @@ TEST_F(LanguageChange, ANewLanguageIsShownInAllWindowsAtOnceAndBack) {
     std::ofstream(folder + "/German-Zorvane.txt")
         << "\"&File\",\"&Datei\"\n\"Compare\",\"Vergleichen\"\n\"Ignore Case\",\"Gross und "
            "klein\"\n"
+           "\"Find\",\"Suchen\"\n"
            "\"Drop the original here\",\"Das Original hierher\"\n\"Compare Options\",\"Optionen\"\n"
            "\"Choose both documents first\",\"Erst beide waehlen\"\n";
     WindowWorld world(fakes, theme);
@@ -39,7 +40,11 @@ TEST_F(LanguageChange, ANewLanguageIsShownInAllWindowsAtOnceAndBack) {
             dialog.accept();
         });
     };
+    // It stays open beside the windows, with mnemonics in each language.
+    world.window.Commands().Run("edit.find");
+    EXPECT_EQ(shows("F&ind:"), 1);
     ASSERT_TRUE(choose(1));
+    EXPECT_EQ(shows("&Suchen:"), 1);
     for (const char* german : {"Gross und klein", "Das Original hierher", "Optionen"})
         EXPECT_EQ(shows(german), 2) << german;
     EXPECT_GE(shows("Vergleichen"), 2);
@@ -50,6 +55,7 @@ TEST_F(LanguageChange, ANewLanguageIsShownInAllWindowsAtOnceAndBack) {
     for (const char* english : {"Ignore Case", "Drop the original here", "Compare Options"})
         EXPECT_EQ(shows(english), 2) << english;
     EXPECT_EQ(shows("Gross und klein"), 0);
+    EXPECT_EQ(shows("F&ind:"), 1);
 }
 
 TEST_F(LanguageChange, TheLanguageDialogOffersAFileToEditWhereThereIsOne) {

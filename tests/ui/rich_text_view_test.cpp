@@ -133,6 +133,14 @@ TEST(RichTextView, TypesAndTakesBack) {
     EXPECT_EQ(shown.document.Text(), u"ab");
     shown.Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(shown.document.Text(), u"axb");
+    // A mnemonic that nothing has; with Ctrl the third letter of some keyboards.
+    QKeyEvent mnemonic(QEvent::KeyPress, Qt::Key_D, Qt::AltModifier, QStringLiteral("d"));
+    QApplication::sendEvent(&shown.view, &mnemonic);
+    EXPECT_EQ(shown.document.Text(), u"axb");
+    QKeyEvent third(QEvent::KeyPress, Qt::Key_At, Qt::ControlModifier | Qt::AltModifier,
+                    QStringLiteral("@"));
+    QApplication::sendEvent(&shown.view, &third);
+    EXPECT_EQ(shown.document.Length(), 4);
 }
 
 TEST(RichTextView, ChangesNothingWhenItIsToBeReadOnly) {

@@ -8,8 +8,8 @@
 #include "common/base/text_encoding.h"
 #include "load/readers/beside/package_beside.h"
 #include "load/readers/beside/placed_sink.h"
-#include "load/readers/container/decrypt.h"
 #include "load/readers/container/xml_scanner.h"
+#include "load/readers/protected_package.h"
 #include "load/readers/sheets/sheet_progress.h"
 
 namespace zorvane {
@@ -335,11 +335,10 @@ ReadEnd ReportSheetBeside(std::string_view bytes, std::string_view password, Wor
                           const std::vector<std::size_t>& chosen, DocumentSink& sink,
                           ReadMonitor& monitor) {
     std::string plain;
-    if (IsEncryptedPackage(bytes)) {
-        if (ReadEnd end = DecryptPackage(bytes, password, plain); !end.ok())
-            return end;
+    if (ReadEnd end = OpenProtected(bytes, password, plain); !end.ok())
+        return end;
+    if (!plain.empty())
         bytes = plain;
-    }
     if (const std::unique_ptr<Package> package = Package::Open(bytes)) {
         ReportPackage(*package, book, chosen, sink);
         ReportDamage(*package, sink);

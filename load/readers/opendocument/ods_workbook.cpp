@@ -9,7 +9,6 @@
 #include "load/readers/container/xml_scanner.h"
 #include "load/readers/opendocument/open_blanks.h"
 #include "load/readers/opendocument/open_formula.h"
-#include "load/readers/opendocument/open_package.h"
 #include "load/readers/sheets/array_formulas.h"
 #include "load/readers/sheets/row_builder.h"
 
@@ -331,10 +330,6 @@ bool IsOpenDocumentSheets(Package& package) {
 }
 
 std::unique_ptr<Workbook> OpenOds(Package& package, ReadEnd& end) {
-    if (IsEncryptedOpenDocument(package)) {
-        end = ReadEnd::Fault(ReadError::Unsupported, "an encrypted OpenDocument file");
-        return nullptr;
-    }
     const std::unique_ptr<PartStream> content = package.Stream("content.xml");
     if (content == nullptr) {
         end = ReadEnd::Fault(ReadError::WrongFormat, "no sheets inside");

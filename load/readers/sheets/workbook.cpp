@@ -4,9 +4,9 @@
 
 #include "load/file_signature.h"
 #include "load/readers/binary_sheets/xls_workbook.h"
-#include "load/readers/container/decrypt.h"
 #include "load/readers/ooxml/xlsx_parts.h"
 #include "load/readers/opendocument/ods_workbook.h"
+#include "load/readers/protected_package.h"
 
 namespace zorvane {
 namespace {
@@ -41,11 +41,7 @@ class DecryptedWorkbook : public Workbook {
     std::unique_ptr<Workbook> workbook_;
 };
 
-ReadEnd OpenEncrypted(std::string_view bytes, std::string_view password,
-                      std::unique_ptr<Workbook>& workbook) {
-    std::string package;
-    if (ReadEnd end = DecryptPackage(bytes, password, package); !end.ok())
-        return end;
+ReadEnd OpenDecrypted(std::string package, std::unique_ptr<Workbook>& workbook) {
     auto decrypted = std::make_unique<DecryptedWorkbook>(std::move(package));
     ReadEnd end = decrypted->Open();
     if (end.ok())
@@ -61,11 +57,14 @@ bool LooksLikeFlatOds(std::string_view bytes) {
 
 ReadEnd OpenBytes(std::string_view bytes, std::string_view password,
                   std::unique_ptr<Workbook>& workbook) {
-    ReadEnd end;
+    std::string plain;
+    ReadEnd end = OpenProtected(bytes, password, plain);
+    if (!end.ok())
+        return end;
+    if (!plain.empty())
+        return OpenDecrypted(std::move(plain), workbook);
     if (HasSignature(bytes, Signature::Package))
         return OpenPackage(bytes, workbook);
-    if (IsEncryptedPackage(bytes))
-        return OpenEncrypted(bytes, password, workbook);
     if (LooksLikeXls(bytes)) {
         workbook = OpenXls(bytes, password, end);
         return end;

@@ -279,6 +279,11 @@ TEST(RichDocument, TypesInTheTypingFormat) {
     EXPECT_EQ(Notation(document.Rich()), "[b:axy]bz") << "a selection is formatted";
     document.Undo();
     EXPECT_EQ(Notation(document.Rich()), "a[b:xy]bz");
+    document.SetText(u"head\r\nwords");
+    document.Format(At(0, 6), Bold());
+    document.MoveCaret(CharPos{6});
+    document.Type(u"x");
+    EXPECT_EQ(document.FormatAt(CharPos{6}), document.FormatAt(CharPos{7})) << "not the heading's";
 }
 
 TEST(RichDocument, TypesOverNoBreak) {

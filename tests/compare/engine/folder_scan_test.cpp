@@ -192,6 +192,32 @@ TEST(FolderScan, WhatCannotBeReadIsToldInARecordAndTheRestGoesOn) {
     }
 }
 
+// The system tells sizes of its own files that are none.
+TEST(FolderScan, ReadsFilesOfNoKnownSizeToTheirEnds) {
+    const auto told = [](const char* bytes, std::int64_t size) {
+        FakeEntry entry = FakeFile(bytes);
+        entry.told_size = size;
+        return entry;
+    };
+    const FakeEntry original = FakeTree({{"no size", told("1234567", 0)},
+                                         {"no size, longer", told("1234567", 0)},
+                                         {"no size, same", told("1234567", 0)},
+                                         {"too much", told("on", 4096)},
+                                         {"too much, same", told("on", 4096)}});
+    const FakeEntry modified = FakeTree({{"no size", told("1234568", 0)},
+                                         {"no size, longer", told("12345678", 0)},
+                                         {"no size, same", told("1234567", 0)},
+                                         {"too much", told("of", 4096)},
+                                         {"too much, same", told("on", 4096)}});
+    FolderScan scan;
+    scan.StartIn({std::make_unique<FakeFolder>(original), std::make_unique<FakeFolder>(modified)},
+                 {"/a", "/b"}, {}, nullptr);
+    scan.Join();
+    EXPECT_EQ(NotesOf(scan), (Notes{"~ no size content", "~ no size, longer content",
+                                    "= no size, same", "~ too much content", "= too much, same"}));
+    EXPECT_EQ(scan.Faults().size(), 0U);
+}
+
 // ---- against another program ----
 
 // Names that one program would print in a way of its own are left out.
@@ -236,8 +262,9 @@ std::multiset<std::string> OwnVerdicts(const FolderScan& scan) {
         const ScannedEntry& entry = scan.Entry(index);
         std::string path = scan.PathBelow(index);
         if (entry.InBoth()) {
+            const char* kind = entry.original == EntryKind::Link ? "Symbolic links a/" : "Files a/";
             if (entry.content == PairContent::Different)
-                verdicts.insert("Files a/" + path + " and b/" + path + " differ");
+                verdicts.insert(kind + path + " and b/" + path + " differ");
             continue;
         }
         if (path.starts_with(inside))
@@ -263,6 +290,19 @@ TEST(FolderScan, AgreesWithDiffAndDoesNotDependOnThreads) {
         FillTree(trees, files, 7);
         trees.Write(Side::Original, "\xFF\xFE odd", "1");
         trees.WriteBoth("- dash", "1", "2");
+        std::string deep = "deep";
+        for (int level = 0; level < 100; ++level)
+            deep += "/d";
+        trees.WriteBoth(deep + "/f", "1", "2");
+        std::filesystem::create_directories(trees.Path(Side::Original, "empty"));
+        std::filesystem::create_directories(trees.Path(Side::Modified, "empty"));
+        std::filesystem::create_directories(trees.Path(Side::Modified, "only, empty"));
+        for (const char* link : {"to the same", "to another", "dangling"}) {
+            for (const Side side : kBothSides)
+                std::filesystem::create_symlink(
+                    *link == 't' && link[3] == 'a' && side == Side::Original ? "large" : "none",
+                    trees.Path(side, link));
+        }
         Notes first;
         for (const int threads : {1, 2, 8}) {
             SCOPED_TRACE(threads);
@@ -302,6 +342,13 @@ TEST(FolderScan, StopsSoonAndKeepsWhatItHas) {
         ASSERT_LE(part.size(), whole.size());
         EXPECT_TRUE(std::equal(part.begin(), part.end(), whole.begin()));
     }
+    FakeEntry endless = FakeTree({});
+    endless.endless = true;
+    FolderScan scan;
+    scan.StartIn({std::make_unique<FakeFolder>(endless), std::make_unique<FakeFolder>(endless)},
+                 {"/a", "/b"}, {}, nullptr);
+    scan.Release();  // would wait for ever
+    EXPECT_EQ(scan.Count(), 0U);
 }
 
 // ---- the fixed names ----

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "load/readers/container/package.h"
+#include "load/readers/protected_package.h"
 #include "tests/support/encrypted_package.h"
 
 namespace zorvane {
@@ -57,6 +58,32 @@ TEST(Decrypt, OpensEachKindByItsPasswordAlone) {
         EXPECT_TRUE(IsEncryptedPackage(row.file));
         EXPECT_EQ(DecryptPackage(row.file, row.password, package).error, row.error);
         EXPECT_EQ(package, row.error == ReadError::None ? plain : "");
+    }
+}
+
+TEST(Decrypt, OpensOpenDocumentByItsPasswordAlone) {
+    const std::string plain = Plain(5001);
+    const auto file = [&](const char* derivation, const char* hash, std::size_t size = 5001) {
+        return OpenEncrypted(plain, "pass", derivation, hash, size);
+    };
+    const CipherRow rows[] = {
+        {"as offices write it", file("PBKDF2", "SHA256"), "pass", ReadError::None},
+        {"the older hash", file("urn:x#pbkdf2", "SHA1"), "pass", ReadError::None},
+        {"wrong", file("PBKDF2", "SHA256"), "Pass", ReadError::PasswordNeeded},
+        {"none", file("PBKDF2", "SHA256"), "", ReadError::PasswordNeeded},
+        {"another derivation", file("urn:x#argon2id", "SHA256"), "pass", ReadError::Unsupported},
+        {"longer than told", file("PBKDF2", "SHA256", 5000), "pass", ReadError::Damaged},
+        {"shorter than told", file("PBKDF2", "SHA256", 5002), "pass", ReadError::Damaged},
+        {"not protected", MakeZip({{"mimetype", "x"}}), "pass", ReadError::None},
+    };
+    for (const CipherRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string package;
+        EXPECT_EQ(OpenProtected(row.file, row.password, package).error, row.error);
+        const auto parts = Package::Open(package);
+        EXPECT_EQ(parts == nullptr ? "" : parts->Read("content.xml").value_or("none"),
+                  row.error == ReadError::None && row.file.size() > 5000 ? plain : "");
+        EXPECT_TRUE(parts == nullptr || !parts->Has("META-INF/manifest.xml"));
     }
 }
 

@@ -179,7 +179,7 @@ TEST(OdsWorkbook, TellsWhatItCannotRead) {
     EXPECT_EQ(error(MakeZip({{"mimetype", kType},
                              {"META-INF/manifest.xml", "<manifest:encryption-data/>"},
                              {"content.xml", "\x01\x02"}})),
-              ReadError::Unsupported);
+              ReadError::PasswordNeeded);
 }
 
 }  // namespace
