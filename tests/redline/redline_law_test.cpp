@@ -33,6 +33,20 @@ std::string Link(const std::string& text) {
     return "<w:hyperlink r:id=\"rl\">" + TextRun(text) + "</w:hyperlink>";
 }
 
+const std::string kBlip = "<a:blip r:embed=\"rp\"/>";
+// A picture in the line of that width.
+std::string Inline(const std::string& width, const std::string& frame, const std::string& cut) {
+    return "<wp:inline><wp:extent cx=\"" + width + "\" cy=\"9\"/><a:frame" + frame +
+           "/><a:graphic><a:graphicData><pic:pic><pic:blipFill>" + kBlip + cut +
+           "</pic:blipFill></pic:pic></a:graphicData></a:graphic></wp:inline>";
+}
+PairFile Pictured(const std::string& drawing, const std::string& bytes = "one") {
+    PairFile file;
+    file.body = Paragraph(TextRun(kLong) + "<w:r><w:drawing>" + drawing + "</w:drawing></w:r>");
+    file.picture = bytes;
+    return file;
+}
+
 std::vector<LawRow> Rows() {
     const std::string two_rows = Row({"Oak", "12"}) + Row({"Elm", "7"});
     const std::string notes = Note("1", "First note.") + Note("2", "Second note.");
@@ -101,19 +115,15 @@ std::vector<LawRow> Rows() {
          {Paragraph(TextRun(kLong) + Box(kTail))},
          {Paragraph(TextRun(kLong) + Box(With(kTail, "lamp", "tide")))},
          {1, 1}},
-        {"a picture",
-         {Paragraph(TextRun(kLong) + "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>"),
-          {},
-          {},
-          {},
-          {},
-          "one"},
-         {Paragraph(TextRun(kLong) + "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>"),
-          {},
-          {},
-          {},
-          {},
-          "other"},
+        {"a picture", Pictured(kBlip, "one"), Pictured(kBlip, "other"), {1, 1}},
+        {"a picture as two programs write it",
+         Pictured(Inline("9", "", ""), "one"),
+         Pictured(Inline("9", " noChangeAspect=\"1\"", ""), "one"),
+         {}},
+        {"a picture's size", Pictured(Inline("9", "", "")), Pictured(Inline("8", "", "")), {1, 1}},
+        {"a picture's cut",
+         Pictured(Inline("9", "", "")),
+         Pictured(Inline("9", "", "<a:srcRect l=\"1\"/>")),
          {1, 1}},
         {"a word of a link",
          {Paragraph(Link(kLong))},
