@@ -9,7 +9,6 @@ namespace zorvane {
 namespace {
 
 constexpr std::int32_t kEqual = 100;
-constexpr const char* kFileBlanks = "       ";
 constexpr const char* kFolderBlanks = "     ";
 
 // For display alone: a name is bytes.
@@ -46,7 +45,7 @@ std::string NameCell(const FolderRecord& record, Side side) {
                (missing ? "" : Shown(side == Side::Original ? record.DirMaster : record.DirSource));
     if (missing)
         return side == Side::Original ? " " : "    ";
-    return kFileBlanks + Shown(record.FileName);
+    return std::string(kFileBlanks) + Shown(record.FileName);
 }
 
 }  // namespace
@@ -202,7 +201,7 @@ void FolderRows::MarkCopied(std::int32_t record, Side to) {
         cell.shaded = false;
         if (side == to) {
             cell.picture = CellPicture::File;
-            cell.text = kFileBlanks + Shown(found->FileName);
+            cell.text = std::string(kFileBlanks) + Shown(found->FileName);
         }
         changed_[record].cells[side] = cell;
     }
