@@ -1,6 +1,7 @@
 #include "folders/folder_rows.h"
 
 #include "common/base/text_encoding.h"
+#include "common/base/visible_text.h"
 #include "common/process_state.h"
 #include "folders/text_checks.h"
 #include "load/password_wanted.h"
@@ -11,9 +12,9 @@ namespace {
 constexpr std::int32_t kEqual = 100;
 constexpr const char* kFolderBlanks = "     ";
 
-// For display alone: a name is bytes.
+// For display alone: a name is bytes, and some of them would pass it off as another.
 std::string Shown(const std::string& name) {
-    return IsValidUtf8(name) ? name : ToUtf8(ToUtf16(name));
+    return VisibleText(IsValidUtf8(name) ? name : ToUtf8(ToUtf16(name)), LineBreaks::Shown);
 }
 
 std::string Greater(std::int32_t sign) {
