@@ -1,6 +1,7 @@
 #include "folders/folder_rows.h"
 
 #include "common/base/text_encoding.h"
+#include "common/base/visible_text.h"
 #include "common/process_state.h"
 #include "folders/text_checks.h"
 #include "load/password_wanted.h"
@@ -9,12 +10,11 @@ namespace zorvane {
 namespace {
 
 constexpr std::int32_t kEqual = 100;
-constexpr const char* kFileBlanks = "       ";
 constexpr const char* kFolderBlanks = "     ";
 
-// For display alone: a name is bytes.
+// For display alone: a name is bytes, and some of them would pass it off as another.
 std::string Shown(const std::string& name) {
-    return IsValidUtf8(name) ? name : ToUtf8(ToUtf16(name));
+    return VisibleText(IsValidUtf8(name) ? name : ToUtf8(ToUtf16(name)), LineBreaks::Shown);
 }
 
 std::string Greater(std::int32_t sign) {
@@ -46,7 +46,7 @@ std::string NameCell(const FolderRecord& record, Side side) {
                (missing ? "" : Shown(side == Side::Original ? record.DirMaster : record.DirSource));
     if (missing)
         return side == Side::Original ? " " : "    ";
-    return kFileBlanks + Shown(record.FileName);
+    return std::string(kFileBlanks) + Shown(record.FileName);
 }
 
 }  // namespace
@@ -202,7 +202,7 @@ void FolderRows::MarkCopied(std::int32_t record, Side to) {
         cell.shaded = false;
         if (side == to) {
             cell.picture = CellPicture::File;
-            cell.text = kFileBlanks + Shown(found->FileName);
+            cell.text = std::string(kFileBlanks) + Shown(found->FileName);
         }
         changed_[record].cells[side] = cell;
     }

@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -16,6 +17,9 @@
 #include "folders/text_check.h"
 
 namespace zorvane {
+
+/// In front of the name of a file, which may begin with blanks of its own.
+inline constexpr std::string_view kFileBlanks = "       ";
 
 struct ProcessState;
 class TextChecks;

@@ -126,6 +126,8 @@ QString FolderTable::CellText(int row, FolderColumn column) const {
         return ToQt(cell.text);
     if (shown.folder && column <= FolderColumn::Modified)
         return cell.picture == CellPicture::None ? QString() : shown.below;
+    if (cell.picture == CellPicture::File)
+        return ToQt(cell.text.substr(kFileBlanks.size()));
     return ToQt(cell.text).trimmed();
 }
 

@@ -45,6 +45,12 @@ TEST_F(FoldersViewerTest, MakesRowsOfRecords) {
     EXPECT_FALSE(viewer.CanAbort());
 }
 
+TEST_F(FoldersViewerTest, ShowsWhatHidesInAName) {
+    trees.Write(Side::Original, "a\xE2\x80\xAEtxt.exe\n", "1");
+    ASSERT_TRUE(RunWhole());
+    EXPECT_EQ(Cells(0)[0], "       a[U+202E]txt.exe\xE2\x90\x8A#2");
+}
+
 TEST_F(FoldersViewerTest, DatesThatDoNotCountAreNotShown) {
     trees.WriteBoth("date", "1", "1");
     trees.SetTime(Side::Modified, "date", 1);
