@@ -146,7 +146,7 @@ std::vector<LawRow> Rows() {
         {"contents over paragraphs more",
          {kKept + kOther},
          {kKept + kContents + kOther},
-         {6, 0, 2}},
+         {2, 0, 2}},
         {"contents at the end", {kKept}, {kKept + kContents}, {2, 0, 2}},
         {"a simple field goes",
          {Paragraph(TextRun(kLong) + "<w:fldSimple w:instr=\"DATE\">" + TextRun("today") +
