@@ -16,6 +16,7 @@
 #include "folders/report_names.h"
 #include "folders/text_checks.h"
 #include "load/extracted_texts.h"
+#include "load/file_signature.h"
 
 namespace zorvane {
 namespace {
@@ -126,6 +127,15 @@ class FoldersRunner {
         return Status::Ok();
     }
 
+    // Read as a text, two programs or pictures that differ may have the same words.
+    static bool HoldWords(const PerSide<std::string>& files) {
+        const auto is_binary = [&files](Side side) {
+            const Result<std::string> head = ReadFileHead(files[side], kSignatureReach);
+            return head.ok() && HasSignature(head.value(), Signature::Binary);
+        };
+        return std::none_of(std::begin(kBothSides), std::end(kBothSides), is_binary);
+    }
+
     void CheckTexts() {
         const FolderScan& scan = engine_.Folders();
         const ReportNaming naming{command_.reports, command_.original, "",
@@ -142,6 +152,8 @@ class FoldersRunner {
             if (!entry.InBoth() || !files || entry.content != PairContent::Different)
                 continue;
             const FolderRecord names = scan.Record(index);
+            if (!HoldWords({names.Original(), names.Modified()}))
+                continue;
             TextPair pair{{names.Original(), names.Modified()}, "", command_.report_type};
             if (!command_.reports.empty())
                 pair.report = ReportFileName(naming, names.Original());

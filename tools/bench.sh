@@ -8,6 +8,7 @@ inputs=build/bench-inputs
 tools/bench_engine.py build/release/bench/zv_engine_diff "$inputs"
 tools/bench_run.py build/release/zorvane "$inputs"
 tools/bench_readers.py build/release/zorvane build/bench-documents
+tools/bench_trees.py build/release/zorvane build/bench-trees
 export QT_QPA_PLATFORM=offscreen
 for bench in build/release/bench/*_bench; do
     "$bench" --benchmark_min_time=0.1

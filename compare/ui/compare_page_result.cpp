@@ -195,6 +195,8 @@ void CompareFilesPage::ShowIgnored() {
         kinds.append(text_("empty lines"));
     if (!options.sIgnoreRegularExpression.Data().empty())
         kinds.append(text_("an expression"));
+    if (!Look().CountFormatting)
+        kinds.append(text_("formatting"));
     head_->SetIgnored(kinds);
 }
 

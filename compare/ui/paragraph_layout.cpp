@@ -183,7 +183,8 @@ QTextCharFormat ParagraphLayout::FormatOf(const CharFormat& format, const WordMa
             ground = QtColorOf(*format.back_color);
             text.setBackground(ground);
         }
-        const QColor own = format.fore_color ? QtColorOf(*format.fore_color) : colors.text;
+        const QColor own =
+            format.fore_color ? colors.OfText(QtColorOf(*format.fore_color)) : colors.text;
         text.setForeground(ReadableOn(own, ground));
     }
     text.setFontStrikeOut(format.strikeout);

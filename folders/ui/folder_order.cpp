@@ -129,15 +129,17 @@ void FolderOrder::Take(std::int32_t count) {
     }
 }
 
-// A folder stands above its files where one of them stands there, or where it is told itself.
+// A folder stands above its files where one of them stands there, or where it is told itself. One
+// that could not be read has none.
 void FolderOrder::Add(std::int32_t record) {
     const ScannedEntry& entry = scan_->Entry(static_cast<std::size_t>(record));
     const FolderFilter kind = KindOf(entry, ignore_dates_);
     if (entry.IsFolder()) {
+        const bool failed = entry.content == PairContent::Failed && Shows(kind);
         head_ = record;
-        head_stands_ =
-            !sort_.on && (filter_ == FolderFilter::All || (!entry.InBoth() && Shows(kind)));
-        if (head_stands_)
+        head_stands_ = !sort_.on &&
+                       (filter_ == FolderFilter::All || failed || (!entry.InBoth() && Shows(kind)));
+        if (head_stands_ || failed)
             rows_.push_back(record);
         return;
     }

@@ -54,6 +54,7 @@ TEST_F(FoldersCliTest, ComparesWordsAndWritesWhatWasAskedFor) {
     trees.WriteBoth("sub/x.txt", "one two three\n", "one 2 three\n");
     trees.WriteBoth("ends.txt", "one\r\ntwo\r\n", "one\ntwo\n");
     trees.WriteBoth("broken.docx", "PK\x03\x04 no document", "PK\x03\x04 none either");
+    trees.WriteBoth("picture", {"\x89P\0\r.", 5}, {"\x89P\0\n.", 5});
     trees.Write(Side::Original, "old \xE9", "bytes of a name that is no UTF-8");
     trees.Write(Side::Original, "old name", "some bytes");
     trees.Write(Side::Modified, "new name", "some bytes");
@@ -61,6 +62,7 @@ TEST_F(FoldersCliTest, ComparesWordsAndWritesWhatWasAskedFor) {
     EXPECT_EQ(run.status, 1) << run.error;
     EXPECT_NE(run.output.find("M  sub/x.txt  1 changed\n"), std::string::npos) << run.output;
     EXPECT_NE(run.output.find("m  ends.txt  same words\n"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("M  picture\n"), std::string::npos) << run.output;
     EXPECT_NE(run.output.find("R  old name -> new name\n"), std::string::npos) << run.output;
     const TempFolder& folder = trees.Folder();
     EXPECT_TRUE(folder.Read("made/reports/sub/x_txt.htm").starts_with("<!DOCTYPE"));

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "common/ui/dropped_files.h"
+#include "tests/support/fake_folder.h"
 #include "tests/ui/dialogs_world.h"
 
 namespace zorvane {
@@ -146,6 +147,23 @@ TEST_F(FoldersPageTest, SortsFilesAndGoesBackToTheOrderOfRecords) {
     EXPECT_EQ(page.Grid().currentIndex().data().toString(), QStringLiteral("same 1.txt"));
     click(FolderColumn::Original);
     EXPECT_EQ(Names(page), before);
+}
+
+TEST_F(FoldersPageTest, AFolderThatCouldNotBeReadStandsAmongTheChanged) {
+    FakeEntry shut = FakeTree({});
+    shut.list_fault = EACCES;
+    const FakeEntry tree = FakeTree({{"open", FakeTree({})}, {"shut", shut}});
+    FolderScan scan;
+    scan.StartIn({std::make_unique<FakeFolder>(tree), std::make_unique<FakeFolder>(tree)},
+                 {"/a", "/b"}, {}, nullptr);
+    scan.Join();
+    FolderOrder order(scan);
+    order.Take(static_cast<std::int32_t>(scan.Count()));
+    for (const bool sorted : {false, true}) {
+        ASSERT_TRUE(order.Show(FolderFilter::Changed, {sorted}, [] { return false; }));
+        ASSERT_EQ(order.Count(), 1) << sorted;
+        EXPECT_EQ(scan.Entry(static_cast<std::size_t>(order.RecordAt(0))).Name(), "shut");
+    }
 }
 
 TEST_F(FoldersPageTest, ASortIsStoppedAtEachQuestion) {
