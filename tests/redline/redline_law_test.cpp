@@ -21,6 +21,12 @@ const std::string kBold = "<w:b/>";
 const std::string kField =
     "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>PAGE #</w:instrText></w:r>"
     "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
+const std::string kContents =
+    Paragraph(
+        "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>TOC</w:instrText></w:r>"
+        "<w:r><w:fldChar w:fldCharType=\"separate\"/></w:r>" +
+        TextRun("Chapter")) +
+    Paragraph("<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>");
 const std::string kStyle = "<w:style w:type=\"paragraph\" w:styleId=\"S\"><w:name w:val=\"S\"/>";
 
 std::string With(std::string text, const std::string& what, const std::string& by) {
@@ -137,6 +143,11 @@ std::vector<LawRow> Rows() {
          {Paragraph(TextRun(kLong) + kField)},
          {Paragraph(TextRun(kLong) + With(kField, "#", "!"))},
          {1, 1}},
+        {"contents over paragraphs more",
+         {kKept + kOther},
+         {kKept + kContents + kOther},
+         {2, 0, 2}},
+        {"contents at the end", {kKept}, {kKept + kContents}, {2, 0, 2}},
         {"a simple field goes",
          {Paragraph(TextRun(kLong) + "<w:fldSimple w:instr=\"DATE\">" + TextRun("today") +
                     "</w:fldSimple>")},
