@@ -18,7 +18,7 @@ frmCompareFiles::frmCompareFiles(ProcessState& process, const CommandLineRequest
       request_(request),
       window_(window),
       editors_(*process.platform.sound),
-      own_conversions_(process.platform),
+      own_conversions_(process),
       tools_(
           editors_, window,
           [this](std::string_view english) { return process_.Translate(english); },

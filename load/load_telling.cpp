@@ -49,7 +49,8 @@ std::optional<std::string> DocumentLoader::Read(const std::string& sFile) {
 void DocumentLoader::LogFailure(std::string_view text, const std::string& sFile,
                                 const std::string& reason) {
     system_reason_ = reason;
-    std::string message = "LoadFileIntoEditor(): " + std::string(text) + "\n\n" + sFile;
+    std::string message =
+        "LoadFileIntoEditor(): " + parts_.process.Translate(text) + "\n\n" + sFile;
     if (!reason.empty())
         message += "\n" + reason;
     LogMessage(parts_.telling, message);
