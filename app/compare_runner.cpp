@@ -113,17 +113,13 @@ Status CompareRunner::SetOptions() {
     clsCompareFileOptions& options = viewer_.Options();
     options.sFileOriginal.SetData(files_.original);
     options.sFileModified.SetData(files_.modified);
-    const auto turn_on = [](bool wanted, clsVarBoolean& option) {
-        if (wanted)
-            option.SetData(true);
-    };
-    turn_on(command_.ignore_case, options.bIgnoreCase);
-    turn_on(command_.ignore_whitespace, options.bIgnoreWhitespace);
-    turn_on(command_.ignore_blank_lines, options.bIgnoreEmptyLines);
-    turn_on(command_.letters, options.bCompareByCharacter);
-    turn_on(command_.faster, options.bCompareFaster);
-    turn_on(command_.larger_sections, options.bShowChangesInLargerSections);
-    turn_on(command_.bracket.has_value(), options.bUseLineBracket);
+    TurnOn(command_.ignore_case, options.bIgnoreCase);
+    TurnOn(command_.ignore_whitespace, options.bIgnoreWhitespace);
+    TurnOn(command_.ignore_blank_lines, options.bIgnoreEmptyLines);
+    TurnOn(command_.letters, options.bCompareByCharacter);
+    TurnOn(command_.faster, options.bCompareFaster);
+    TurnOn(command_.larger_sections, options.bShowChangesInLargerSections);
+    TurnOn(command_.bracket.has_value(), options.bUseLineBracket);
     if (command_.bracket)
         options.lLineBracket.SetData(*command_.bracket);
     SetExpressions(options);

@@ -106,13 +106,9 @@ class FoldersRunner {
     Status PrepareTexts() {
         TextCheckOptions how = ReadTextCheckOptions(process_);
         clsCompareFileOptions& options = how.options;
-        const auto turn_on = [](bool wanted, clsVarBoolean& option) {
-            if (wanted)
-                option.SetData(true);
-        };
-        turn_on(command_.ignore_case, options.bIgnoreCase);
-        turn_on(command_.ignore_whitespace, options.bIgnoreWhitespace);
-        turn_on(command_.ignore_blank_lines, options.bIgnoreEmptyLines);
+        TurnOn(command_.ignore_case, options.bIgnoreCase);
+        TurnOn(command_.ignore_whitespace, options.bIgnoreWhitespace);
+        TurnOn(command_.ignore_blank_lines, options.bIgnoreEmptyLines);
         how.log_file = command_.load.log_file;
         if (Status set = ApplyLoadOptions(command_.load, SetBy::Compare, options, how.settings);
             !set.ok())

@@ -177,14 +177,10 @@ Status TakeSets(const std::vector<std::string>& sets, LoadOptions& options) {
 
 Status ApplyLoadOptions(const LoadOptions& from, SetBy command, clsCompareFileOptions& options,
                         CompareFilesSettings& settings) {
-    const auto turn_on = [](bool wanted, clsVarBoolean& option) {
-        if (wanted)
-            option.SetData(true);
-    };
-    turn_on(from.plain, options.bRemoveFormatting);
-    turn_on(from.remove_blank_lines, options.bRemoveBlankLines);
-    turn_on(from.formulas, options.bExcelCompareFormulas);
-    turn_on(from.source, options.bHTMLCompareSource);
+    TurnOn(from.plain, options.bRemoveFormatting);
+    TurnOn(from.remove_blank_lines, options.bRemoveBlankLines);
+    TurnOn(from.formulas, options.bExcelCompareFormulas);
+    TurnOn(from.source, options.bHTMLCompareSource);
     settings.bDoQuickTextExtraction = settings.bDoQuickTextExtraction || from.pdf_quick;
     settings.bIncludeNotes = settings.bIncludeNotes || from.notes;
     ApplyPasswords(from, options, settings);

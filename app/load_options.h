@@ -54,4 +54,10 @@ Status TakeSets(const std::vector<std::string>& sets, LoadOptions& options);
 Status ApplyLoadOptions(const LoadOptions& from, SetBy command, clsCompareFileOptions& options,
                         CompareFilesSettings& settings);
 
+/// A switch turns an option on; without it the option stays as it was saved.
+inline void TurnOn(bool wanted, clsVarBoolean& option) {
+    if (wanted)
+        option.SetData(true);
+}
+
 }  // namespace zorvane

@@ -1,5 +1,5 @@
-// Any bytes as a message of e-mail: reading ends, paragraphs do not nest, and the text is UTF-8 without line
-// ends.
+// Any bytes as a message of e-mail: reading ends, paragraphs do not nest, and the text is UTF-8
+// without line ends.
 #include <cstdint>
 #include <string_view>
 

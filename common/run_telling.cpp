@@ -34,11 +34,6 @@ void RunTelling::Stop() {
     stopped_ = runs_ > 0;
 }
 
-bool RunTelling::InRun() const {
-    const std::lock_guard lock(guard_);
-    return runs_ > 0;
-}
-
 std::vector<std::string> RunTelling::TakeBoxes() {
     const std::lock_guard lock(guard_);
     return std::exchange(boxes_, {});

@@ -51,7 +51,6 @@ class RunTelling {
     /// from any thread; without a run it does nothing.
     void Stop();
     void EndRun();
-    bool InRun() const;
     /// The boxes that wait for the run's end, for whoever tells them in another way; they are gone
     /// from here.
     std::vector<std::string> TakeBoxes();

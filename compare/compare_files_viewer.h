@@ -306,6 +306,7 @@ class frmCompareFiles : public Viewer {
     void ShowAgain(std::optional<View> left);
     void HandOver(Begun& begun, CompareOutcome& outcome);
     void TakeLoad(const Begun& begun, CompareOutcome& outcome);
+    void TakeText(Side side, Begun& begun, CompareOutcome& outcome);
     void TakeTexts(Begun& begun, CompareOutcome& outcome);
     void TakeView(CompareOutcome& outcome);
     void ShowResult(const Begun& begun, const CompareOutcome& outcome);

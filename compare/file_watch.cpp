@@ -18,13 +18,6 @@ void FileWatch::Watch(Side side, const std::string& path, std::optional<FileStam
     watched_[side].loaded = watched_[side].told = watched_[side].seen = stamp;
 }
 
-void FileWatch::NoteOwnSave(const std::string& path) {
-    for (const Side side : kBothSides) {
-        if (watched_[side].path == path)
-            Watch(side, path, read_(path));
-    }
-}
-
 std::optional<FileNews> FileWatch::NewsOf(Watched& file, std::uint32_t now) const {
     const Stamp stamp = read_(file.path);
     if (stamp == file.loaded)

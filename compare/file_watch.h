@@ -39,8 +39,6 @@ class FileWatch {
     const std::string& PathOf(Side side) const { return watched_[side].path; }
     void Forget(Side side) { watched_[side] = {}; }
     void SwapSides() { std::swap(watched_.original, watched_.modified); }
-    /// The viewer itself wrote the file, which is no news.
-    void NoteOwnSave(const std::string& path);
 
     /// What is to be told now, each change once. Looks at the disk once a second at most, and tells
     /// of a file only when it has been still for a moment, since whoever writes it may not be done

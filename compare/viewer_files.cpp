@@ -205,13 +205,15 @@ void frmCompareFiles::CheckFilesOnDisk() {
     for (const FileNotice& notice : file_watch_.Poll(process_.platform.clock->TickMilliseconds())) {
         if (window_.ShowFileNews(notice))
             continue;
-        bool unsaved = false;
-        for (const Side side : kBothSides)
-            unsaved =
-                unsaved || (notice.sides[side] && DocumentOf(TargetOf(side)).editor.IsModified());
+        const bool unsaved =
+            std::any_of(std::begin(kBothSides), std::end(kBothSides), [&](Side side) {
+                return notice.sides[side] && DocumentOf(TargetOf(side)).editor.IsModified();
+            });
         const bool load = window_.Choose(QuestionOf(process_, notice, unsaved)) == 0;
+        if (!load || notice.news != FileNews::Changed)
+            continue;
         for (const Side side : kBothSides) {
-            if (load && notice.news == FileNews::Changed && notice.sides[side])
+            if (notice.sides[side])
                 again[side] = notice.path;
         }
     }

@@ -292,29 +292,32 @@ void frmCompareFiles::TakeLoad(const Begun& begun, CompareOutcome& outcome) {
         load_memory_.bForceReload = outcome.memory.bForceReload;
 }
 
+void frmCompareFiles::TakeText(Side side, Begun& begun, CompareOutcome& outcome) {
+    ShownDocument& entry = side == Side::Original ? editors_.rtbOriginal : editors_.rtbModified;
+    const bool edited = begun.revisions.texts[side] != now_.texts[side];
+    const bool loaded = outcome.loaded[side];
+    if (loaded && outcome.views_built)
+        entry.editor.SetRich(std::move(outcome.sources[side].text));
+    if (!loaded && outcome.viewer_font) {
+        const ProgrammeEdit not_the_users(entry.editor);
+        entry.document.ChangeFontAll(settings_.sFontName, settings_.dFontSize);
+    }
+    if (loaded || !edited)
+        begun.revisions.texts[side] = now_.texts[side];  // what was just put there is no edit
+    if (!outcome.views_built)
+        return;
+    if (loaded)
+        entry.document.SetParagraphs(std::move(outcome.sources[side].paragraphs));
+    else
+        entry.follower.TakeParagraphs(std::move(outcome.sources[side].paragraphs));
+}
+
 // An edit or a change of options since the beginning of the run leaves the result stale.
 void frmCompareFiles::TakeTexts(Begun& begun, CompareOutcome& outcome) {
     load_memory_ = std::move(outcome.memory);
     WatchLoaded(outcome);
-    for (const Side side : kBothSides) {
-        ShownDocument& entry = side == Side::Original ? editors_.rtbOriginal : editors_.rtbModified;
-        const bool edited = begun.revisions.texts[side] != now_.texts[side];
-        if (outcome.loaded[side]) {
-            if (outcome.views_built)
-                entry.editor.SetRich(std::move(outcome.sources[side].text));
-        } else if (outcome.viewer_font) {
-            const ProgrammeEdit not_the_users(entry.editor);
-            entry.document.ChangeFontAll(settings_.sFontName, settings_.dFontSize);
-        }
-        if (outcome.loaded[side] || !edited)
-            begun.revisions.texts[side] = now_.texts[side];  // what was just put there is no edit
-        if (!outcome.views_built)
-            continue;
-        if (outcome.loaded[side])
-            entry.document.SetParagraphs(std::move(outcome.sources[side].paragraphs));
-        else
-            entry.follower.TakeParagraphs(std::move(outcome.sources[side].paragraphs));
-    }
+    for (const Side side : kBothSides)
+        TakeText(side, begun, outcome);
     shown_ = begun.revisions;
     if (!outcome.comparison)
         return;

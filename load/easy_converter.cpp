@@ -1,5 +1,7 @@
 #include "load/easy_converter.h"
 
+#include "load/pdf_options.h"
+
 namespace zorvane {
 namespace {
 
@@ -26,27 +28,14 @@ constexpr TextRow kTexts[] = {
     {0x8005000E, "User stopped process"},
 };
 
-std::string Flag(bool value) {
-    return value ? "1" : "0";
-}
-
 }  // namespace
 
 ConversionMessage EasyConverter::Job(const char* kind, const std::string& sFile,
                                      const std::string& sPassword) const {
-    return {{"kind", kind},
-            {"source", sFile},
-            {"user", sPassword},
-            {"owner", sPassword},
-            {"lBCLConversionMethod", std::to_string(settings_.lBCLConversionMethod)},
-            {"lBCLDocumentType", std::to_string(settings_.lBCLDocumentType)},
-            {"bBCLMergeParagraph", Flag(settings_.bBCLMergeParagraph)},
-            {"bBCLShrinkFonts", Flag(settings_.bBCLShrinkFonts)},
-            {"bBCLAdjustFontNames", Flag(settings_.bBCLAdjustFontNames)},
-            {"bBCLExtractHyperlinks", Flag(settings_.bBCLExtractHyperlinks)},
-            {"bBCLDetectHeader", Flag(settings_.bBCLDetectHeader)},
-            {"bRemoveHiddenText", Flag(settings_.bRemoveHiddenText)},
-            {"bConnectHyphens", Flag(settings_.bConnectHyphens)}};
+    ConversionMessage job{
+        {"kind", kind}, {"source", sFile}, {"user", sPassword}, {"owner", sPassword}};
+    PutPdfOptions(settings_, job);
+    return job;
 }
 
 EasyError EasyConverter::Take(const ConversionResult& result, const std::string& sFile) {

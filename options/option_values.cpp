@@ -29,12 +29,8 @@ std::string Upper(std::string_view text) {
 }  // namespace
 
 OptionValue::OptionValue(OptionSet& set, const char* name, std::string default_text)
-    : set_(set), name_(name), default_(std::move(default_text)) {
+    : name_(name), default_(std::move(default_text)) {
     set.options_.push_back(this);
-}
-
-void OptionValue::TellListeners() const {
-    set_.Tell(*this);
 }
 
 void OptionValue::CreateReport_ActiveData(std::string& out) const {
@@ -116,33 +112,13 @@ Status OptionSet::SetByName(std::string_view name, std::string_view text) {
     return Failure{std::string(name) + ": there is no option of this name"};
 }
 
-std::shared_ptr<void> OptionSet::Listen(Listener listener) {
-    auto kept = std::make_shared<Listener>(std::move(listener));
-    listeners_.push_back(kept);
-    return kept;
-}
-
-void OptionSet::Tell(const OptionValue& changed) {
-    std::erase_if(listeners_, [](const auto& listener) { return listener.expired(); });
-    // A listener may end itself or another one, and begin a new one.
-    const std::vector<std::weak_ptr<Listener>> told = listeners_;
-    for (const std::weak_ptr<Listener>& listener : told) {
-        if (const std::shared_ptr<Listener> alive = listener.lock())
-            (*alive)(changed);
-    }
-}
-
 void OptionSet::CopyFrom(const OptionSet& other) {
     assert(options_.size() == other.options_.size());
     sSectionName = other.sSectionName;
-    std::vector<const OptionValue*> changed;
     for (std::size_t i = 0; i < options_.size(); ++i) {
         options_[i]->default_ = other.options_[i]->default_;
-        if (options_[i]->TakeData(*other.options_[i]))
-            changed.push_back(options_[i]);
+        options_[i]->TakeData(*other.options_[i]);
     }
-    for (const OptionValue* option : changed)
-        Tell(*option);
 }
 
 bool OptionSet::HasSameData(const OptionSet& other) const {

@@ -2,8 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -35,17 +33,15 @@ class OptionValue {
     void CreateReport_ActiveData(std::string& out) const;
 
   protected:
-    void TellListeners() const;
     /// What a load reads where the file has nothing.
     const std::string& Default() const { return default_; }
 
   private:
     friend class OptionSet;
-    /// Of the same option of another set; true if the data was another before. Tells nobody.
-    virtual bool TakeData(const OptionValue& other) = 0;
+    /// Of the same option of another set.
+    virtual void TakeData(const OptionValue& other) = 0;
     virtual bool HasSameData(const OptionValue& other) const = 0;
 
-    OptionSet& set_;
     std::string name_;
     std::string default_;
 };
@@ -55,13 +51,7 @@ template <typename T>
 class OptionOf : public OptionValue {
   public:
     const T& Data() const { return data_; }
-    /// Tells the set's listeners if this is another value.
-    void SetData(T data) {
-        if (data == data_)
-            return;
-        data_ = std::move(data);
-        TellListeners();
-    }
+    void SetData(T data) { data_ = std::move(data); }
 
   protected:
     OptionOf(OptionSet& set, const char* name, std::string default_text, T before_load)
@@ -71,10 +61,8 @@ class OptionOf : public OptionValue {
     bool HasSameData(const OptionValue& other) const override {
         return data_ == static_cast<const OptionOf&>(other).data_;
     }
-    bool TakeData(const OptionValue& other) override {
-        const bool changed = !HasSameData(other);
+    void TakeData(const OptionValue& other) override {
         data_ = static_cast<const OptionOf&>(other).data_;
-        return changed;
     }
 
     T data_;
@@ -130,23 +118,16 @@ class OptionSet {
     Status SetByName(std::string_view name, std::string_view text);
     const std::vector<OptionValue*>& colOptions() const { return options_; }
 
-    using Listener = std::function<void(const OptionValue& changed)>;
-    /// `listener` is told of each option of this very set that gets another value, however it gets
-    /// it, for as long as the result lives. Copies have no listeners.
-    [[nodiscard]] std::shared_ptr<void> Listen(Listener listener);
-
   protected:
-    /// The data and section of a set of the same class. Listeners are told once all is in place.
+    /// The data and section of a set of the same class.
     void CopyFrom(const OptionSet& other);
     /// Wherever the two are kept.
     bool HasSameData(const OptionSet& other) const;
 
   private:
     friend class OptionValue;
-    void Tell(const OptionValue& changed);
 
     std::vector<OptionValue*> options_;
-    std::vector<std::weak_ptr<Listener>> listeners_;
 };
 
 }  // namespace zorvane

@@ -15,6 +15,10 @@ constexpr std::u16string_view kBreak = u"\r\n";
 
 std::shared_ptr<const std::u16string> Joined(const std::vector<const std::u16string*>& lines) {
     auto text = std::make_shared<std::u16string>();
+    std::size_t length = 0;
+    for (const std::u16string* line : lines)
+        length += kBreak.size() + line->size();
+    text->reserve(length);
     for (const std::u16string* line : lines)
         text->append(line == lines.front() ? u"" : kBreak).append(*line);
     return text;

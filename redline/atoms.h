@@ -30,7 +30,8 @@ struct Atom {
     std::vector<AtomPart> parts;
     std::size_t begin = 0;  ///< in the paragraph's text
     std::size_t length = 0;
-    std::string link{};  ///< what a link around it leads to
+    std::string link{};     ///< what a link around it leads to
+    bool inserted = false;  ///< a marker that comes with what is inserted, and goes with it
     std::size_t End() const { return begin + length; }
 };
 

@@ -44,8 +44,10 @@ class Layout {
         const std::size_t label_end =
             text.starts_with(kLabelBegin) ? text.find(kLabelEnd) : std::u16string_view::npos;
         const bool has_label = label_end != std::u16string_view::npos;
-        pen_.BeginParagraph(ParagraphFormatAt(begin),
-                            has_label ? text.substr(1, label_end - 1) : std::u16string_view());
+        std::u16string_view label = has_label ? text.substr(1, label_end - 1) : u"";
+        if (label.ends_with(u'\t'))
+            label.remove_suffix(1);  // lists have one of their own
+        pen_.BeginParagraph(ParagraphFormatAt(begin), label);
         WriteRuns(has_label ? begin + label_end + 1 : begin, end);
         pen_.EndParagraph();
     }

@@ -169,6 +169,40 @@ GivenSide SideOf(std::string_view bytes, std::int64_t text_size) {
     return {bytes.substr(0, size), bytes.substr(size)};
 }
 
+// Where the group ends that a place lies in.
+std::size_t GroupEnd(std::string_view rtf, std::size_t at) {
+    for (int depth = 0; at < rtf.size(); ++at) {
+        if (rtf[at] == '\\')
+            ++at;
+        else if (rtf[at] == '{')
+            ++depth;
+        else if (rtf[at] == '}' && depth-- == 0)
+            return at;
+    }
+    return rtf.size();
+}
+
+// RTF whose generated numbers of the old form stand between signs: a compare leaves them out.
+std::string WithLabelsTold(std::string_view rtf) {
+    constexpr std::string_view kLabel = "{\\pntext";
+    const auto sign = [](char16_t unit) {
+        return "\\u" + std::to_string(static_cast<std::int16_t>(unit)) + "?";
+    };
+    std::string told;
+    for (std::size_t begin = 0;;) {
+        const std::size_t label = rtf.find(kLabel, begin);
+        if (label == std::string_view::npos)
+            return told.append(rtf.substr(begin));
+        const std::size_t text = label + kLabel.size();
+        const std::size_t end = GroupEnd(rtf, text);
+        // The sign stands in front of the group: its first words are of the group's look.
+        told.append(rtf.substr(begin, label - begin)).append("{\\uc1").append(sign(kLabelBegin));
+        told.append("}").append(rtf.substr(label, end - label)).append("}{\\uc1");
+        told.append(sign(kLabelEnd));
+        begin = end;  // its closing brace ends the group of the second sign
+    }
+}
+
 // As the reader of its format sees it, generated numbers told apart.
 ReadEnd ReadSide(std::string_view document, const ConversionMessage& job, ReadMonitor& monitor,
                  RichText& text) {
@@ -177,6 +211,9 @@ ReadEnd ReadSide(std::string_view document, const ConversionMessage& job, ReadMo
     DocumentSink& sink =
         HasLists(document, TextOf(job, "name")) ? static_cast<DocumentSink&>(labels) : *rich;
     ConversionMessage unused;  // which office suite could read it: the program knows a text then
+    std::string told;
+    if (LooksLikeRtf(document))
+        document = told = WithLabelsTold(document);
     ReadEnd end = ReadWordDocument(document, job, sink, monitor, unused);
     if (end.ok())
         text = ReadRtf(sink.Finish());

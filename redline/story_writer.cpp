@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "redline/new_fields.h"
 #include "redline/note_parts.h"
 #include "redline/xml_tools.h"
 
@@ -106,7 +107,7 @@ void StoryWriter::Merge(const Node& original, Node modified) {
     if (end_added && Is(modified, "body"))
         state_.marks.MarkTableEnd(end_added);
     const std::vector<StoryBlock> old_blocks = ReaderOf(TrackMark::Delete).Blocks(original);
-    const std::vector<StoryBlock> new_blocks = ReaderOf(TrackMark::Insert).Blocks(modified);
+    std::vector<StoryBlock> new_blocks = ReaderOf(TrackMark::Insert).Blocks(modified);
     std::optional<Plan> plan =
         MakePlan(AlignBlocks(old_blocks, new_blocks, state_.watcher), old_blocks, new_blocks);
     if (!plan) {
@@ -115,6 +116,7 @@ void StoryWriter::Merge(const Node& original, Node modified) {
     }
     SplitAtLinks(*plan, old_blocks, new_blocks);
     FindMoves(*plan, old_blocks, new_blocks);
+    FindNewFields(*plan, new_blocks);
     state_.tables_twice += plan->tables_twice;
     MergeNested(*plan, old_blocks, new_blocks);
     Emit(*plan, modified, old_blocks, new_blocks);

@@ -38,6 +38,8 @@ void TrackedParagraph::Write(const Atom& atom, std::size_t begin, std::size_t en
     if (atom.kind == AtomKind::Marker) {
         // Those of the Original do not come along; those of the Modified stay.
         const std::string_view name = LocalName(atom.parts.front().node);
+        if (atom.inserted && mark != TrackMark::Delete)
+            return WritePart(atom.parts.front(), TrackMark::Insert, nullptr);
         if (mark == TrackMark::Keep ||
             (mark == TrackMark::Insert && name != "lastRenderedPageBreak"))
             WritePart(atom.parts.front(), name == "commentReference" ? mark : TrackMark::Keep,

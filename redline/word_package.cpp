@@ -109,7 +109,8 @@ std::string_view WordPackage::Bytes(std::string_view name) const {
 
 const std::string& WordPackage::BytesOf(const Part& part) const {
     if (part.gone) {
-        // One of its own: a package counts all that it unpacks, and this is here for the second time.
+        // One of its own: a package counts all that it unpacks, and this is here for the second
+        // time.
         const std::unique_ptr<Package> package = Package::Open(given_);
         part.bytes = package->Read(part.name).value_or(std::string());  // it could be read before
         part.gone = false;

@@ -9,7 +9,7 @@ is written (which checks itself), then
  - the redline, compared with the modified document, has to give "No differences.";
  - pandoc's and LibreOffice's reading with all changes accepted and rejected has to be theirs of the
    modified and of the original document;
- - no id of a change may come twice;
+ - no id of a change may come twice, and marks stand where the format has a place for them;
  - with --schema (the published RELAX NG schema of OpenDocument, read by jing) the redline may have no
    kind of error that neither document has;
  - with --pixels LibreOffice prints the redline, all accepted, and the modified document: both must
@@ -26,6 +26,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import xml.etree.ElementTree
 import zipfile
 
 import redline_pairs
@@ -43,8 +44,12 @@ NOT_READ = {
     "pandoc": {"row more", "row less", "column", "table more", "block less", "move", "list", "split",
                "join", "paragraph more"},
     # A formula stays, whatever happens to what is around it. (It also leaves empty paragraphs in
-    # front of a tracked table and in rows without text: those are told by themselves.)
+    # front of a tracked table and in rows without text, and does not join a paragraph that holds a
+    # note: where only ends of paragraphs differ is told by itself.)
     "LibreOffice": {"formula"},
+    # What is joined keeps the look of its first paragraph, and a table whose rows were marked is
+    # laid out anew.
+    "pixels": {"join", "split", "column", "row more", "row less"},
 }
 
 
@@ -153,6 +158,9 @@ class Checks:
         run = subprocess.run([self.arguments.program, "compare", redline, pair[1], "--no-pager"],
                              capture_output=True, text=True, errors="replace", check=False)
         self.note("compared again", run.returncode == 0, pair, edits, run.stdout)
+        if pair[1].suffix == ".docx":
+            new = disorder_in(redline) - disorder_in(pair[0]) - disorder_in(pair[1])
+            self.note("order of elements", not new, pair, edits, "; ".join(sorted(new)))
         self.note("ids", not twice_in(redline), pair, edits, str(twice_in(redline)))
         if shutil.which("pandoc") and pair[1].suffix == ".docx":
             self.by_pandoc(redline, pair, edits)
@@ -184,8 +192,8 @@ class Checks:
                 continue
             other = next((f"{a!r} instead of {b!r}" for a, b in zip(got, same) if a != b),
                          f"{len(got)} paragraphs instead of {len(same)}")
-            only_empty = [line for line in got if line] == [line for line in same if line]
-            self.note("LibreOffice", got == same, pair, edits, command + ": " + other, only_empty)
+            only_ends = "".join(got) == "".join(same)
+            self.note("LibreOffice", got == same, pair, edits, command + ": " + other, only_ends)
             exact = exact and got == same
         if self.arguments.pixels and exact:
             pages = [self.printed(redline, "AcceptAllTrackedChanges"),
@@ -210,6 +218,45 @@ def differing(pages, others):
     count = sum(a != b for page, other in zip(pages, others) if page != other
                 for a, b in zip(page, other))
     return count / max(1, sum(len(page) for page in pages))
+
+
+# The order of what may stand in the properties of a paragraph, a run and a row, where marks are put.
+ORDER = {
+    "pPr": """pStyle keepNext keepLines pageBreakBefore framePr widowControl numPr suppressLineNumbers
+           pBdr shd tabs suppressAutoHyphens kinsoku wordWrap overflowPunct topLinePunct autoSpaceDE
+           autoSpaceDN bidi adjustRightInd snapToGrid spacing ind contextualSpacing mirrorIndents
+           suppressOverlap jc textDirection textAlignment textboxTightWrap outlineLvl divId cnfStyle
+           rPr sectPr pPrChange""".split(),
+    "rPr": """ins del moveFrom moveTo rStyle rFonts b bCs i iCs caps smallCaps strike dstrike outline
+           shadow emboss imprint noProof snapToGrid vanish webHidden color spacing w kern position sz
+           szCs highlight u effect bdr shd fitText vertAlign rtl cs em lang eastAsianLayout specVanish
+           oMath rPrChange""".split(),
+}
+# What may not stand in an insertion or deletion, and what may not stand in a run of the other kind.
+NOT_IN_MARKS = {"hyperlink", "fldSimple", "p", "tbl"}
+
+
+def disorder_in(file):
+    """Kinds of elements at places where the format has none for them."""
+    found = set()
+    with zipfile.ZipFile(file) as package:
+        for name in package.namelist():
+            if not re.fullmatch(r"word/(document|header\d*|footer\d*|footnotes|endnotes)\.xml", name):
+                continue
+            for element in xml.etree.ElementTree.fromstring(package.read(name)).iter():
+                kind = element.tag.rpartition("}")[2]
+                inside = [child.tag.rpartition("}")[2] for child in element]
+                places = [ORDER[kind].index(one) for one in inside if one in ORDER[kind]] \
+                    if kind in ORDER else []
+                for one, other in zip(places, places[1:]):
+                    if one > other:
+                        found.add(f"{kind}: {ORDER[kind][one]} before {ORDER[kind][other]}")
+                if kind in ("ins", "del", "moveFrom", "moveTo") and NOT_IN_MARKS.intersection(inside):
+                    found.add(f"{kind} around {' '.join(inside)}")
+                if kind == "del" and any(run.tag.endswith("}t") for child in element
+                                         for run in child if child.tag.endswith("}r")):
+                    found.add("text that is no deleted text in a deletion")
+    return found
 
 
 def twice_in(redline):

@@ -41,12 +41,13 @@ KINDS = [
     ("step left out", r"^\s+[\w.\->\[\]]+(\([^;{}]*\))?( [-+|]?= [^;{}]+)?;$", ";"),
     ("way out left out", r"^\s+(return|continue|break);$", ";"),
 ]
+DATA = re.compile(r"^[\s\d,.{}x\-]*$")  # a row of a table of figures
 NO_CODE = re.compile(r"^\s*(//|#|using |static_assert|namespace |template|case |default:|return;?$)")
 
 
 def faults_of(path, lines):
     for number, line in enumerate(lines):
-        if NO_CODE.match(line) and not line.strip() in ("return;", "continue;", "break;"):
+        if DATA.match(line) or NO_CODE.match(line) and not line.strip() in ("return;", "continue;", "break;"):
             continue
         code = re.sub(r'"(\\.|[^"\\])*"', lambda m: "\x01" * len(m[0]), line)  # texts are no code
         code = code.split("//")[0].rstrip()

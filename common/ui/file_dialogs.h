@@ -26,7 +26,8 @@ QString PickFile(FileRequest& request, const UiText& text, QWidget* parent);
 QString PickFolder(const QString& start, SpecialFolders& folders, const UiText& text,
                    QWidget* parent);
 
-/// The desktop's folder of documents, which is a promise that not every desktop keeps: else the home.
+/// The desktop's folder of documents, which is a promise that not every desktop keeps: else the
+/// home.
 QString DocumentsFolder();
 
 }  // namespace zorvane

@@ -58,7 +58,8 @@ bool Scatter(QStringView piece, const QString& text, qsizetype from, std::vector
 }
 
 // Adds the places of one piece; nothing: it does not stand there.
-std::optional<int> MatchPiece(const QString& piece, const QString& text, std::vector<int>& places) {
+std::optional<int> MatchPiece(const QString& piece, const QString& text, FuzzyMatch& match) {
+    std::vector<int>& places = match.places;
     const qsizetype from = places.empty() ? 0 : places.back() + 1;
     if (const qsizetype at = PlaceOf(piece, text, from); at >= 0) {
         for (int step = 0; step < piece.size(); ++step)
@@ -68,6 +69,7 @@ std::optional<int> MatchPiece(const QString& piece, const QString& text, std::ve
     const std::size_t before = places.size();
     if (!Scatter(piece, text, from, places))
         return std::nullopt;
+    match.scattered = true;
     int score = kScattered;
     for (std::size_t at = before; at < places.size(); ++at) {
         if (at > before)
@@ -83,7 +85,7 @@ std::optional<int> MatchPiece(const QString& piece, const QString& text, std::ve
 std::optional<FuzzyMatch> MatchFuzzy(const QString& pattern, const QString& text) {
     FuzzyMatch match;
     for (const QString& piece : pattern.split(u' ', Qt::SkipEmptyParts)) {
-        const std::optional<int> score = MatchPiece(piece, text, match.places);
+        const std::optional<int> score = MatchPiece(piece, text, match);
         if (!score)
             return std::nullopt;
         match.score += *score;

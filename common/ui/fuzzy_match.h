@@ -11,6 +11,7 @@ namespace zorvane {
 struct FuzzyMatch {
     int score = 0;            ///< more is better
     std::vector<int> places;  ///< of the matched characters in the text, ascending
+    bool scattered = false;   ///< a piece does not stand there as one
     friend bool operator==(const FuzzyMatch&, const FuzzyMatch&) = default;
 };
 

@@ -53,7 +53,9 @@ void Give(const Caption& caption, std::set<QChar>& taken) {
         caption.show(text.insert(*at, u'&'));
         return;
     }
-    if (HasLatinLetters(text))
+    // Signs alone, as on a button that browses, would only be read as something else.
+    const bool words = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+    if (!words || HasLatinLetters(text))
         return;
     for (char16_t letter = u'A'; CanBe(letter); ++letter) {
         if (taken.insert(letter).second) {

@@ -1,6 +1,7 @@
 #include "common/ui/palette_model.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include <QPainter>
 #include <QTextLayout>
@@ -78,10 +79,15 @@ std::vector<PaletteHit> PaletteHits(const std::vector<CommandEntry>& entries,
         match->score += bonus(entries[index]);
         hits.push_back({index, *std::move(match)});
     }
+    const QString name = pattern.trimmed();
+    const auto order = [&](const PaletteHit& hit) {
+        const CommandEntry& entry = entries[hit.entry];
+        const bool other_name = entry.name.compare(name, Qt::CaseInsensitive) != 0;
+        return std::tuple(other_name, hit.match.scattered, !entry.reason.isEmpty(),
+                          -hit.match.score);
+    };
     std::stable_sort(hits.begin(), hits.end(), [&](const PaletteHit& one, const PaletteHit& other) {
-        const bool one_can = entries[one.entry].reason.isEmpty();
-        const bool other_can = entries[other.entry].reason.isEmpty();
-        return one_can != other_can ? one_can : one.match.score > other.match.score;
+        return order(one) < order(other);
     });
     return hits;
 }

@@ -53,8 +53,8 @@ struct ReportInput {
 
 struct ReportOutcome {
     ReportResult result = ReportResult::Aborted;
-    std::string file;             ///< its tokens replaced
-    std::string document_target;  ///< where later word-processor reports go
+    std::string file;                               ///< its tokens replaced
+    std::string document_target;                    ///< where later word-processor reports go
     std::optional<RedlineCertificate> certificate;  ///< of a report with tracked changes
 };
 

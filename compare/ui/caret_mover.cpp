@@ -17,6 +17,19 @@ bool IsBreak(char16_t unit) {
     return unit == u'\r' || unit == u'\n';
 }
 
+// To the begin of the next word, or of this one.
+std::int32_t WordEdge(const QString& text, std::int32_t from, bool behind) {
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
+    finder.setPosition(from);
+    while (true) {
+        const auto at = behind ? finder.toNextBoundary() : finder.toPreviousBoundary();
+        if (at < 0)
+            return behind ? static_cast<std::int32_t>(text.size()) : 0;
+        if (at == 0 || at == text.size() || !text.at(at).isSpace())
+            return static_cast<std::int32_t>(at);
+    }
+}
+
 }  // namespace
 
 CaretMover::Target CaretMover::Go(CaretMove move, const TextSelection& from) {
@@ -110,16 +123,7 @@ CharPos CaretMover::WordStep(CharPos from, bool right) {
             return from;
         return behind ? page_.Index().At(neighbour).first : EndOf(neighbour);
     }
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
-    finder.setPosition(place.at);
-    // To the begin of the next word, or of this one.
-    while (true) {
-        const auto at = behind ? finder.toNextBoundary() : finder.toPreviousBoundary();
-        if (at < 0)
-            return place.block.first + (behind ? static_cast<std::int32_t>(text.size()) : 0);
-        if (at == 0 || at == text.size() || !text.at(at).isSpace())
-            return place.block.first + static_cast<std::int32_t>(at);
-    }
+    return place.block.first + WordEdge(text, place.at, behind);
 }
 
 CharPos CaretMover::LineStep(CharPos from, bool down, double x) {

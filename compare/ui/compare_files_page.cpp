@@ -205,7 +205,7 @@ void CompareFilesPage::ApplyColors() {
     editors_->SetColors(colors);
     pane_->SetColors(colors);
     for (RichTextView* view : summaries_)
-        view->SetColors(colors);
+        view->SetColors(MarkedTextColorsOf(theme_.GetTokens(), viewer_->Options()));
 }
 
 void CompareFilesPage::ShowWords() {

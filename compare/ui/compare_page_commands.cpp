@@ -133,7 +133,7 @@ void BindViews(Binder& binder) {
     filter("view.show_changes", ViewFilter::Changes);
     filter("view.show_additions", ViewFilter::Additions);
     filter("view.show_deletions", ViewFilter::Deletions);
-    const auto toggle = [&](const char* id, void (Page::*set)(bool), Binder::IsOn is_on) {
+    const auto toggle = [&](const char* id, void (Page::*set)(bool), const Binder::IsOn& is_on) {
         binder.Bind(
             id, [set, is_on](Page& page) { (page.*set)(!is_on(page)); }, {}, is_on);
     };

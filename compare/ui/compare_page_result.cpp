@@ -32,23 +32,26 @@ KindLook LookOf(MarkKind kind) {
     return {"changed", Token::ChangedText};
 }
 
-// A reason as a person reads it: without the name of the step that found it.
+// A message as a person reads it: without the name of the step that found it.
+QStringList LinesOf(const std::string& message) {
+    QString words = ToQt(WithoutAdvice(message));
+    const qsizetype step = words.indexOf(QStringLiteral("(): "));
+    if (step >= 0 && !words.left(step).contains(u' '))
+        words.remove(0, step + 4);
+    words.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    while (words.contains(QStringLiteral("\n\n")))
+        words.replace(QStringLiteral("\n\n"), QStringLiteral("\n"));
+    return words.trimmed().split(u'\n');
+}
+
+// Each line once; "a.txt" above "a.txt: larger than ..." says nothing.
 QString ReasonOf(const std::vector<std::string>& missing, const std::vector<std::string>& told) {
     QStringList reasons;
     for (const std::vector<std::string>* list : {&missing, &told}) {
-        for (const std::string& message : *list) {
-            QString words = ToQt(WithoutAdvice(message));
-            const qsizetype step = words.indexOf(QStringLiteral("(): "));
-            if (step >= 0 && !words.left(step).contains(u' '))
-                words.remove(0, step + 4);
-            words.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-            while (words.contains(QStringLiteral("\n\n")))
-                words.replace(QStringLiteral("\n\n"), QStringLiteral("\n"));
-            reasons.append(words.trimmed().split(u'\n'));
-        }
+        for (const std::string& message : *list)
+            reasons.append(LinesOf(message));
     }
     reasons.removeDuplicates();
-    // "a.txt" above "a.txt: larger than ..." says nothing.
     QStringList telling;
     for (const QString& line : reasons) {
         const bool said = std::any_of(reasons.begin(), reasons.end(), [&](const QString& other) {
@@ -195,6 +198,8 @@ void CompareFilesPage::ShowIgnored() {
         kinds.append(text_("empty lines"));
     if (!options.sIgnoreRegularExpression.Data().empty())
         kinds.append(text_("an expression"));
+    if (!Look().CountFormatting)
+        kinds.append(text_("formatting"));
     head_->SetIgnored(kinds);
 }
 

@@ -52,9 +52,9 @@ class DifferencePanel : public QFrame {
 
     UiText text_;
     std::vector<KindRow> kinds_;
-    BesideEntries* beside_;
-    QLabel* beside_count_;
-    QLabel* nothing_;
+    BesideEntries* beside_ = nullptr;
+    QLabel* beside_count_ = nullptr;
+    QLabel* nothing_ = nullptr;
     QWidget* not_compared_line_;
     QLabel* not_compared_head_;
     QLabel* not_compared_;

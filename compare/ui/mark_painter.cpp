@@ -83,8 +83,10 @@ void DrawHatch(QPainter& painter, const QRectF& rect, double phase, const ViewCo
     // Lines of x + y = n * step in a plane that moves with the text.
     const double begin = std::floor((rect.left() + rect.top() + phase) / kHatchStep) * kHatchStep;
     const double end = rect.right() + rect.bottom() + phase;
+    const auto count = static_cast<int>((end - begin) / kHatchStep) + 1;
     QList<QLineF> lines;
-    for (double sum = begin; sum <= end; sum += kHatchStep) {
+    for (int line = 0; line < count; ++line) {
+        const double sum = begin + line * kHatchStep;
         const double top = sum - phase - rect.top();
         const double bottom = sum - phase - rect.bottom();
         lines.append({top, rect.top(), bottom, rect.bottom()});

@@ -152,42 +152,73 @@ double PairedRows::SideRows::LeastHeight(std::int32_t row) const {
     return content ? content(row) : 0;
 }
 
+namespace {
+
+// The folds in the order of rows, as somebody meets them who walks down.
+class FoldWalk {
+  public:
+    FoldWalk(const ParagraphRows& rows, const FoldState& folds)
+        : rows_(rows),
+          folds_(folds),
+          foldable_(folds.folded ? FoldableRows(rows, folds.rule) : std::vector<RowSpan>()),
+          next_(foldable_.begin()) {}
+
+    /// The fold that hides the row; nullptr for none. Rows ascend from call to call.
+    const RowSpan* HidingRow(std::int32_t number) {
+        while (next_ != foldable_.end() && next_->end() <= number)
+            ++next_;
+        const bool inside = next_ != foldable_.end() && next_->first <= number;
+        return inside && !IsOpened(*next_) ? &*next_ : nullptr;
+    }
+
+  private:
+    bool IsOpened(const RowSpan& span) const {
+        const ParagraphNumber paragraph = rows_.Row(span.first).paragraphs.original.first;
+        return folds_.opened.contains(paragraph.value);
+    }
+
+    const ParagraphRows& rows_;
+    const FoldState& folds_;
+    std::vector<RowSpan> foldable_;
+    std::vector<RowSpan>::const_iterator next_;
+};
+
+// The blocks of both sides in row `at` of a run; none where a fold hides them.
+void PutBlocks(const ParagraphRow& run, std::int32_t at, const PerSide<BlockTable>& tables,
+               PairedRow& row) {
+    const bool last = at + 1 == run.rows.count;
+    for (const Side side : kBothSides) {
+        const ParagraphSpan& span = run.paragraphs[side];
+        const std::int32_t paragraph = span.first.value + std::min(at, span.count);
+        const std::int32_t end = last ? span.end().value : paragraph + 1;
+        row.block[side] = tables[side].Start(paragraph);
+        if (row.folded == 0 && at < span.count)
+            row.count[side] = tables[side].Start(end) - row.block[side];
+    }
+}
+
+}  // namespace
+
 void PairRows(const ParagraphRows& rows, const PerSide<const BlockIndex*>& indexes,
               const std::function<MarkKind(std::int32_t)>& kind_of, const FoldState& folds,
               PairedRows& paired) {
     const PerSide<BlockTable> tables{BlockTable(indexes.original), BlockTable(indexes.modified)};
     RowWriter writer(tables.original, tables.modified);
-    const std::vector<RowSpan> foldable =
-        folds.folded ? FoldableRows(rows, folds.rule) : std::vector<RowSpan>();
-    auto fold = foldable.begin();
-    const auto opened = [&](const RowSpan& span) {
-        const ParagraphNumber paragraph = rows.Row(span.first).paragraphs.original.first;
-        return folds.opened.contains(paragraph.value);
-    };
+    FoldWalk walk(rows, folds);
     for (std::int32_t first = 0; first < rows.Rows();) {
         const ParagraphRow run = rows.RunAt(first);
-        const MarkKind kind =
-            run.record < 0 || run.kind == RowKind::Edited ? MarkKind::None : kind_of(run.record);
+        const bool plain = run.record < 0 || run.kind == RowKind::Edited;
+        const MarkKind kind = plain ? MarkKind::None : kind_of(run.record);
         for (std::int32_t at = 0; at < run.rows.count; ++at) {
             const std::int32_t number = run.rows.first + at;
-            while (fold != foldable.end() && fold->end() <= number)
-                ++fold;
-            const bool hidden = fold != foldable.end() && fold->first <= number && !opened(*fold);
-            if (hidden && number > fold->first)
+            const RowSpan* fold = walk.HidingRow(number);
+            if (fold != nullptr && number > fold->first)
                 continue;
-            const bool last = at + 1 == run.rows.count;
             PairedRow row;
             row.record = run.record;
             row.kind = kind;
-            row.folded = hidden ? fold->count : 0;
-            for (const Side side : kBothSides) {
-                const ParagraphSpan& span = run.paragraphs[side];
-                const std::int32_t paragraph = span.first.value + std::min(at, span.count);
-                const std::int32_t end = last ? span.end().value : paragraph + 1;
-                row.block[side] = tables[side].Start(paragraph);
-                if (!hidden && at < span.count)
-                    row.count[side] = tables[side].Start(end) - row.block[side];
-            }
+            row.folded = fold != nullptr ? fold->count : 0;
+            PutBlocks(run, at, tables, row);
             writer.Put(row);
         }
         first = run.rows.end();

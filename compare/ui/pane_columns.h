@@ -30,7 +30,7 @@ struct PaneColumns {
         constexpr double kMiddle = 0.5;
         constexpr double kSnap = 0.015;
         const int both = std::max(1, width - kOverviewWidth - kStripWidth);
-        const double ratio = static_cast<double>(x - kStripWidth / 2) / both;
+        const double ratio = (x - kStripWidth * 0.5) / both;
         return std::abs(ratio - kMiddle) < kSnap ? kMiddle : std::clamp(ratio, 0.1, 0.9);
     }
 };

@@ -56,34 +56,36 @@ void ParagraphLayout::DrawOwnLines(QPainter& painter, QPointF origin) const {
     for (const OwnLine& own : own_lines_) {
         const bool twice = own.kind == Underline::Double || own.kind == Underline::DoubleWave;
         const bool thin = twice || own.kind == Underline::Words;
-        QPen pen(own.color, thin ? 1.0 : 2.0, PenStyleOf(own.kind), Qt::FlatCap);
-        painter.setPen(pen);
-        const QString text = cells_.front().layout->text();
-        const auto draw = [&](std::int32_t first, std::int32_t length) {
-            for (const RangeBox& box : Boxes(first, length, EndTrim::No)) {
+        painter.setPen(QPen(own.color, thin ? 1.0 : 2.0, PenStyleOf(own.kind), Qt::FlatCap));
+        for (const TextSpan& span : SpansUnder(own)) {
+            for (const RangeBox& box : Boxes(span.first, span.length, EndTrim::No)) {
                 const QPointF from = origin + QPointF(box.rect.left(), box.baseline + 2);
                 const QPointF to = origin + QPointF(box.rect.right(), box.baseline + 2);
                 painter.drawLine(from, to);
                 if (twice)
                     painter.drawLine(from + QPointF(0, 2), to + QPointF(0, 2));
             }
-        };
-        if (own.kind != Underline::Words || IsTableRow()) {
-            draw(own.first, own.length);
-            continue;
-        }
-        // Under words only: from one blank to the next.
-        const std::int32_t end =
-            std::min(own.first + own.length, static_cast<std::int32_t>(text.size()));
-        for (std::int32_t at = own.first; at < end;) {
-            std::int32_t stop = at;
-            while (stop < end && !IsBlank(text.at(stop)))
-                ++stop;
-            if (stop > at)
-                draw(at, stop - at);
-            at = stop + 1;
         }
     }
+}
+
+// All of it, or under words only: from one blank to the next.
+std::vector<ParagraphLayout::TextSpan> ParagraphLayout::SpansUnder(const OwnLine& own) const {
+    if (own.kind != Underline::Words || IsTableRow())
+        return {{own.first, own.length}};
+    std::vector<TextSpan> spans;
+    const QString text = cells_.front().layout->text();
+    const std::int32_t end =
+        std::min(own.first + own.length, static_cast<std::int32_t>(text.size()));
+    for (std::int32_t at = own.first; at < end;) {
+        std::int32_t stop = at;
+        while (stop < end && !IsBlank(text.at(stop)))
+            ++stop;
+        if (stop > at)
+            spans.push_back({at, stop - at});
+        at = stop + 1;
+    }
+    return spans;
 }
 
 void ParagraphLayout::DrawCellBorders(QPainter& painter, QPointF origin) const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include <QTextOption>
@@ -97,6 +98,49 @@ double LineHeightOf(double natural, const ParagraphFormat& format, const TextSty
     return format.line_spacing < 0 ? std::max(told, 1.0) : std::max(told, natural);
 }
 
+// What has a gap behind it ends in a letter of its own, wider by that.
+void AppendWithGap(QTextLayout::FormatRange range, bool gap,
+                   QList<QTextLayout::FormatRange>& ranges) {
+    if (gap && range.length > 1) {
+        QTextLayout::FormatRange last = range;
+        last.start += range.length - 1;
+        last.length = 1;
+        range.length -= 1;
+        QFont font = last.format.font();
+        font.setLetterSpacing(QFont::AbsoluteSpacing, kMarkGap);
+        last.format.setFont(font);
+        ranges.append(range);
+        ranges.append(last);
+        return;
+    }
+    ranges.append(range);
+}
+
+// The marked words of a paragraph as somebody meets them who walks along it.
+class WordWalk {
+  public:
+    explicit WordWalk(const std::vector<WordMark>& words) : words_(words), next_(words.begin()) {}
+
+    struct Met {
+        const WordMark* word = nullptr;  ///< that `at` lies in; nullptr for none
+        std::int32_t next = std::numeric_limits<std::int32_t>::max();  ///< where that changes
+    };
+    /// Places ascend from call to call.
+    Met At(std::int32_t at) {
+        while (next_ != words_.end() && next_->first + next_->length <= at)
+            ++next_;
+        if (next_ == words_.end())
+            return {};
+        if (next_->first > at)
+            return {nullptr, next_->first};
+        return {&*next_, next_->first + next_->length};
+    }
+
+  private:
+    const std::vector<WordMark>& words_;
+    std::vector<WordMark>::const_iterator next_;
+};
+
 }  // namespace
 
 bool MayBeBidi(std::u16string_view text) {
@@ -183,7 +227,8 @@ QTextCharFormat ParagraphLayout::FormatOf(const CharFormat& format, const WordMa
             ground = QtColorOf(*format.back_color);
             text.setBackground(ground);
         }
-        const QColor own = format.fore_color ? QtColorOf(*format.fore_color) : colors.text;
+        const QColor own =
+            format.fore_color ? colors.OfText(QtColorOf(*format.fore_color)) : colors.text;
         text.setForeground(ReadableOn(own, ground));
     }
     text.setFontStrikeOut(format.strikeout);
@@ -211,32 +256,16 @@ QList<QTextLayout::FormatRange> ParagraphLayout::Formats(const BlockText& block,
             own_lines_.push_back(
                 {from, to - from, format.underline, range.format.foreground().color()});
         const bool gap = word != nullptr && word->gap_behind && to == word->first + word->length;
-        if (gap && range.length > 1) {
-            QTextLayout::FormatRange last = range;
-            last.start += range.length - 1;
-            last.length = 1;
-            range.length -= 1;
-            QFont font = last.format.font();
-            font.setLetterSpacing(QFont::AbsoluteSpacing, kMarkGap);
-            last.format.setFont(font);
-            ranges.append(range);
-            ranges.append(last);
-            return;
-        }
-        ranges.append(range);
+        AppendWithGap(range, gap, ranges);
     };
     std::int32_t at = 0;
-    auto word = block.words.begin();
+    WordWalk walk(block.words);
     for (const CharRun& run : block.runs) {
         const std::int32_t end = std::min(at + run.length, length_);
         while (at < end) {
-            while (word != block.words.end() && word->first + word->length <= at)
-                ++word;
-            const bool inside = word != block.words.end() && word->first <= at;
-            std::int32_t cut = end;
-            if (word != block.words.end())
-                cut = std::min(cut, inside ? word->first + word->length : word->first);
-            put(at, cut, run.format, inside ? &*word : nullptr);
+            const auto [word, next] = walk.At(at);
+            const std::int32_t cut = std::min(end, next);
+            put(at, cut, run.format, word);
             at = cut;
         }
     }

@@ -108,6 +108,11 @@ class ParagraphLayout {
         Underline kind = Underline::None;
         QColor color;
     };
+    struct TextSpan {
+        std::int32_t first = 0;
+        std::int32_t length = 0;
+    };
+    std::vector<TextSpan> SpansUnder(const OwnLine& own) const;
     struct LinePlace {
         const Cell* cell = nullptr;
         std::int32_t line = 0;  // in the cell

@@ -122,23 +122,21 @@ std::int32_t ParagraphLayout::BidiStep(const Cell& cell, std::int32_t at, bool r
     if (!line.isValid())
         return -1;
     const double x = line.cursorToX(at);
-    const Stop* best = nullptr;
-    const std::vector<Stop> stops = StopsOf(cell, line);
-    for (const Stop& stop : stops) {
-        const bool on_side = right ? stop.x > x + kSameStop : stop.x < x - kSameStop;
-        if (on_side && (best == nullptr || (right ? stop.x < best->x : stop.x > best->x)))
-            best = &stop;
-    }
-    if (best != nullptr)
+    const auto nearer = [right](const Stop& one, const Stop& other) {
+        return right ? one.x < other.x : one.x > other.x;
+    };
+    std::vector<Stop> stops = StopsOf(cell, line);
+    std::erase_if(stops, [&](const Stop& stop) {
+        return right ? stop.x <= x + kSameStop : stop.x >= x - kSameStop;
+    });
+    const auto best = std::min_element(stops.begin(), stops.end(), nearer);
+    if (best != stops.end())
         return best->at;
     const int number = line.lineNumber() + (right != right_to_left_ ? 1 : -1);
     if (number < 0 || number >= cell.layout->lineCount())
         return -1;
     const std::vector<Stop> others = StopsOf(cell, cell.layout->lineAt(number));
-    const auto edge =
-        std::min_element(others.begin(), others.end(), [&](const Stop& one, const Stop& other) {
-            return right ? one.x < other.x : one.x > other.x;
-        });
+    const auto edge = std::min_element(others.begin(), others.end(), nearer);
     return edge == others.end() ? -1 : edge->at;
 }
 

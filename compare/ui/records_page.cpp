@@ -114,6 +114,8 @@ void RecordsPage::ChooseFont() {
 void RecordsPage::MoveFocus(bool forward) {
     const std::vector<QWidget*> stops = FocusStops();
     const auto count = static_cast<int>(stops.size());
+    if (count == 0)
+        return;
     int at = forward ? -1 : count;
     for (int stop = 0; stop < count; ++stop) {
         const QWidget* widget = stops[static_cast<std::size_t>(stop)];

@@ -161,11 +161,13 @@ class RichTextView : public QAbstractScrollArea, public DocumentObserver, public
     bool ClickOnRow(QPointF point);
     std::int32_t RowAt(double y);
     bool HandleMove(QKeyEvent* event);
+    void MoveCaret(CaretMove way, bool select);
     bool HandleEditKey(QKeyEvent* event);
     bool HandleClipboardKey(QKeyEvent* event);
     void TypeText(const QString& text);
     void PutMime(const QMimeData& data, bool rich);
     void InsertMime(const QMimeData& data, bool rich);
+    void PutSelectionOfDesktop(QPointF at);
     void CommitComposing();
     void AfterUserEdit();
 

@@ -40,6 +40,18 @@ bool Matches(QKeyEvent* event, Qt::KeyboardModifiers modifiers, int key) {
            (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == modifiers;
 }
 
+std::optional<CaretMove> MoveOf(QKeyEvent* event) {
+    if (Matches(event, Qt::ControlModifier, Qt::Key_Up))
+        return CaretMove::ParagraphUp;
+    if (Matches(event, Qt::ControlModifier, Qt::Key_Down))
+        return CaretMove::ParagraphDown;
+    for (const MoveKey& key : kMoveKeys) {
+        if (event->matches(key.move) || event->matches(key.select))
+            return key.way;
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 // ---- keys ----
@@ -63,21 +75,11 @@ void RichTextView::keyPressEvent(QKeyEvent* event) {
 }
 
 bool RichTextView::HandleMove(QKeyEvent* event) {
-    std::optional<CaretMove> way;
-    bool select = (event->modifiers() & Qt::ShiftModifier) != 0;
-    for (const MoveKey& key : kMoveKeys) {
-        if (event->matches(key.move) || event->matches(key.select)) {
-            way = key.way;
-            break;
-        }
-    }
-    if (Matches(event, Qt::ControlModifier, Qt::Key_Up))
-        way = CaretMove::ParagraphUp;
-    if (Matches(event, Qt::ControlModifier, Qt::Key_Down))
-        way = CaretMove::ParagraphDown;
+    const std::optional<CaretMove> way = MoveOf(event);
     if (!way)
         return false;
     CommitComposing();
+    const bool select = (event->modifiers() & Qt::ShiftModifier) != 0;
     const TextRange range = document_.Selection();
     const bool sideways = *way == CaretMove::Left || *way == CaretMove::Right;
     if (!select && sideways && range.length > 0) {
@@ -87,19 +89,23 @@ bool RichTextView::HandleMove(QKeyEvent* event) {
         document_.MoveCaret(to_end ? std::min(range.end(), CharPos{document_.Length()})
                                    : range.first);
     } else {
-        const PageTop top = page_.Top();
-        const CaretMover::Target target = mover_.Go(*way, document_.Caret());
-        if (select)
-            document_.ExtendSelection(target.place);
-        else
-            document_.MoveCaret(target.place);
-        if (target.wanted_x)
-            document_.SetWantedX(*target.wanted_x);
-        if (!(page_.Top() == top))
-            MovedBy(0);
+        MoveCaret(*way, select);
     }
     EnsureCaretVisible();
     return true;
+}
+
+void RichTextView::MoveCaret(CaretMove way, bool select) {
+    const PageTop top = page_.Top();
+    const CaretMover::Target target = mover_.Go(way, document_.Caret());
+    if (select)
+        document_.ExtendSelection(target.place);
+    else
+        document_.MoveCaret(target.place);
+    if (target.wanted_x)
+        document_.SetWantedX(*target.wanted_x);
+    if (!(page_.Top() == top))
+        MovedBy(0);
 }
 
 bool RichTextView::HandleClipboardKey(QKeyEvent* event) {

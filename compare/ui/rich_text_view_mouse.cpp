@@ -48,16 +48,21 @@ bool RichTextView::ClickOnRow(QPointF point) {
     return false;
 }
 
+// What was selected somewhere is put where the middle button goes down.
+void RichTextView::PutSelectionOfDesktop(QPointF at) {
+    const QClipboard* clipboard = QGuiApplication::clipboard();
+    if (read_only_ || !clipboard->supportsSelection())
+        return;
+    document_.MoveCaret(PositionAt(at));
+    if (const QMimeData* mime = clipboard->mimeData(QClipboard::Selection))
+        InsertMime(*mime, true);
+}
+
 void RichTextView::mousePressEvent(QMouseEvent* event) {
     if (events_.pressed)
         events_.pressed();
     if (event->button() == Qt::MiddleButton) {
-        const QClipboard* clipboard = QGuiApplication::clipboard();
-        if (!read_only_ && clipboard->supportsSelection()) {
-            document_.MoveCaret(PositionAt(event->position()));
-            if (const QMimeData* mime = clipboard->mimeData(QClipboard::Selection))
-                InsertMime(*mime, true);
-        }
+        PutSelectionOfDesktop(event->position());
         return;
     }
     if (event->button() != Qt::LeftButton) {

@@ -54,4 +54,18 @@ ViewColors ViewColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& 
     return colors;
 }
 
+ViewColors MarkedTextColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& options) {
+    ViewColors colors = ViewColorsOf(tokens, options);
+    const MarkColors modified =
+        Painted(tokens, LookMark::Changed, options.lViewChangeForeColorModified,
+                options.lViewChangeBackColorModified);
+    colors.marks_in_text = {{
+        {FromStored(options.lViewChangeForeColorOriginal.Data()), colors.changed.text},
+        {FromStored(options.lViewChangeForeColorModified.Data()), modified.text},
+        {FromStored(options.lViewDeletionForeColor.Data()), colors.deleted.text},
+        {FromStored(options.lViewAdditionForeColor.Data()), colors.added.text},
+    }};
+    return colors;
+}
+
 }  // namespace zorvane

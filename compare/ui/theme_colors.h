@@ -11,5 +11,7 @@ namespace zorvane {
 ViewColors ViewColorsOf(const ColorTokens& tokens);
 /// Marks are painted as the options store them; a default by the token of its kind.
 ViewColors ViewColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& options);
+/// For a text that has its marks as formats, in the stored colours.
+ViewColors MarkedTextColorsOf(const ColorTokens& tokens, const clsCompareFileOptions& options);
 
 }  // namespace zorvane

@@ -53,8 +53,8 @@ class TextOptionsDialog : public Dialog {
     UiText text_;
     QLineEdit* line_;
     ListBox* list_;
-    Button* add_;
-    Button* delete_;
+    Button* add_ = nullptr;
+    Button* delete_ = nullptr;
 };
 
 class WordOptionsDialog : public Dialog {

@@ -84,6 +84,12 @@ const MarkColors& ViewColors::Of(MarkKind kind) const {
     return changed;
 }
 
+QColor ViewColors::OfText(const QColor& own) const {
+    const auto found = std::find_if(marks_in_text.begin(), marks_in_text.end(),
+                                    [&own](const PaintedAs& mark) { return mark.stored == own; });
+    return found == marks_in_text.end() ? own : found->painted;
+}
+
 double ContrastOf(const QColor& one, const QColor& other) {
     const double first = Luminance(one) + 0.05;
     const double second = Luminance(other) + 0.05;

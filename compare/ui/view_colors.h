@@ -1,6 +1,8 @@
 // The colours that a text view paints with, and how a document's own colours stay readable.
 #pragma once
 
+#include <array>
+
 #include <QColor>
 
 #include "compare/ui/mark_source.h"
@@ -36,10 +38,19 @@ struct ViewColors {
     MarkColors added;
     MarkColors moved;
 
+    /// Of a text whose marks are formats: what the settings store, and how it is painted.
+    struct PaintedAs {
+        QColor stored;
+        QColor painted;
+    };
+    std::array<PaintedAs, 4> marks_in_text{};
+
     static ViewColors Light();
     static ViewColors Dark();
     /// Only for a kind that has colours.
     const MarkColors& Of(MarkKind kind) const;
+    /// How the own colour of a text is painted, if it is one of a mark.
+    QColor OfText(const QColor& own) const;
 };
 
 /// Contrast of two opaque colours, 1 to 21, by the formula of the accessibility guidelines.

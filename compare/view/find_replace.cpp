@@ -81,12 +81,6 @@ std::int32_t frmCompareFilesFindReplace::ReplaceAll() {
     return static_cast<std::int32_t>(hits.size());
 }
 
-std::vector<TextRange> frmCompareFilesFindReplace::HitsIn(TextRange stretch) const {
-    if (!IsOpen())
-        return {};
-    return Search().Touching(*editor_, stretch);
-}
-
 void frmCompareFilesGoTo::cmdOK_Click() {
     lNumber_ = ParseNumber<std::int32_t>(Trim(Text1)).value_or(-1);
 }

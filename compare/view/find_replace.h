@@ -40,8 +40,6 @@ class frmCompareFilesFindReplace {
     bool Command2_Click();
     /// In the whole text, as one step that can be undone. Gives the number; none was told.
     std::int32_t ReplaceAll();
-    /// The hits of which a part is in a stretch of the text: the marks of what is in sight.
-    std::vector<TextRange> HitsIn(TextRange stretch) const;
 
   private:
     TextSearch Search() const;

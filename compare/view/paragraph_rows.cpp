@@ -216,7 +216,7 @@ ParagraphRows::Cut ParagraphRows::CutOut(std::int32_t first_row, std::int32_t en
 }
 
 // Neighbours that have become alike are one piece again.
-void ParagraphRows::PutBack(Cut cut, std::vector<RowPiece> pieces) {
+void ParagraphRows::PutBack(Cut cut, const std::vector<RowPiece>& pieces) {
     std::vector<RowPiece> joined;
     if (cut.begin.before.rows > 0) {
         cut.begin = pieces_.Previous(cut.begin);

@@ -81,7 +81,7 @@ class ParagraphRows {
     };
 
     Cut CutOut(std::int32_t first_row, std::int32_t end_row) const;
-    void PutBack(Cut cut, std::vector<RowPiece> pieces);
+    void PutBack(Cut cut, const std::vector<RowPiece>& pieces);
     void Insert(Side side, const ParagraphEdit& edit);
     bool FillGap(Side side, const ParagraphEdit& edit, const Place& behind);
     void Touch(Side side, const ParagraphEdit& edit);

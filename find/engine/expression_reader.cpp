@@ -277,26 +277,34 @@ class ExpressionReader {
         return "\\-";
     }
 
+    // "[:alpha:]"; empty where none stands here, behind the bracket.
+    std::string NamedClass(bool negated) {
+        const std::size_t end =
+            text_.substr(at_).starts_with(':') ? text_.find(":]", at_) : std::string_view::npos;
+        if (end == std::string_view::npos)
+            return {};
+        read_.within_line = read_.within_line && negated;
+        std::string name = "[" + std::string(text_.substr(at_, end + 2 - at_));
+        at_ = end + 2;
+        return name;
+    }
+
     // A range that ends in a control character, or one named by its number, may hold a line end.
     std::string ClassPiece(bool negated) {
         const char character = text_[at_++];
-        if (character == '[' && text_.substr(at_).starts_with(':')) {
-            const std::size_t end = text_.find(":]", at_);
-            if (end != std::string_view::npos) {
-                read_.within_line = read_.within_line && negated;
-                const std::string name = "[" + std::string(text_.substr(at_, end + 2 - at_));
-                at_ = end + 2;
-                return name;
-            }
+        if (character == '[') {
+            std::string name = NamedClass(negated);
+            return name.empty() ? "\\[" : name;
         }
-        if (character == '[')
-            return "\\[";
-        if (character != '\\' || at_ == text_.size()) {
-            if (!negated && static_cast<unsigned char>(character) < ' ')
-                read_.within_line = false;
-            line_end_ = line_end_ || (!negated && character == '\n');
-            return {character};
-        }
+        if (character == '\\' && at_ < text_.size())
+            return EscapedInClass(negated);
+        if (!negated && static_cast<unsigned char>(character) < ' ')
+            read_.within_line = false;
+        line_end_ = line_end_ || (!negated && character == '\n');
+        return {character};
+    }
+
+    std::string EscapedInClass(bool negated) {
         const char escaped = text_[at_++];
         if (escaped == 's')
             return std::string(kBlanks) + PlainHyphen();

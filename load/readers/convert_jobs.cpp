@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "load/csv_operations.h"
+#include "load/pdf_options.h"
 #include "load/readers/beside/sheet_beside.h"
 #include "load/readers/pdf/pdf_reader.h"
 #include "load/readers/sheets/sheet_progress.h"
@@ -68,16 +69,7 @@ ReadEnd PdfToText(std::string_view bytes, const ConversionMessage& job, ReadMoni
 
 ReadEnd PdfToRich(std::string_view bytes, const ConversionMessage& job, ReadMonitor& monitor,
                   JobOutput& output) {
-    PdfRichOptions options;
-    options.lBCLConversionMethod = SmallNumber(job, "lBCLConversionMethod");
-    options.lBCLDocumentType = SmallNumber(job, "lBCLDocumentType");
-    options.bBCLMergeParagraph = IsSet(job, "bBCLMergeParagraph");
-    options.bBCLShrinkFonts = IsSet(job, "bBCLShrinkFonts");
-    options.bBCLAdjustFontNames = IsSet(job, "bBCLAdjustFontNames");
-    options.bBCLExtractHyperlinks = IsSet(job, "bBCLExtractHyperlinks");
-    options.bBCLDetectHeader = IsSet(job, "bBCLDetectHeader");
-    options.bRemoveHiddenText = IsSet(job, "bRemoveHiddenText");
-    options.bConnectHyphens = IsSet(job, "bConnectHyphens");
+    const auto options = PdfOptionsOf<PdfRichOptions>(job);
     const auto sink = MakeRtfSink();
     ReadEnd end = ReadPdfRich(bytes, PasswordsOf(job), PagesOf(job), options, *sink, monitor);
     return end.ok() ? output.Add(sink->Finish()) : end;

@@ -35,6 +35,11 @@ TEST_F(RedlineCliTest, WritesVerifiedRedlinesOfAnyPair) {
     folder_.Write("last.rtf",
                   "{\\rtf1 Times\\par\\trowd\\cellx99\\cellx200 at\\cell ten\\cell\\row}");
     folder_.Write("times.csv", "ferry,time\nislander,at ten\n");
+    folder_.Write("list.md", "Times\n\n1. at ten\n2. at noon\n");
+    folder_.Write(
+        "list.rtf",
+        "{\\rtf1 Times\\par{\\pntext\\b 1.\\tab}{\\*\\pn\\pndec{\\pntxta.}}at \\{ten\\}\\par}");
+    folder_.Write("drawn.docx", MakeWordFile({"<w:p><w:r><w:drawing/></w:r></w:p>"}));
     struct Row {
         const char* original;
         const char* modified;
@@ -44,7 +49,9 @@ TEST_F(RedlineCliTest, WritesVerifiedRedlinesOfAnyPair) {
          {Row{"old.docx", "new.docx", "red.docx"}, Row{"old.docx", "new.rtf", "red.docx"},
           Row{"old.docx", "new.docx", "red.odt"}, Row{"rows.rtf", "new.rtf", "red.odt"},
           Row{"new.rtf", "last.rtf", "red.docx"}, Row{"new.rtf", "last.rtf", "red.odt"},
-          Row{"new.rtf", "times.csv", "red.docx"}, Row{"old.docx", "times.csv", "red.odt"}}) {
+          Row{"new.rtf", "times.csv", "red.docx"}, Row{"old.docx", "times.csv", "red.odt"},
+          Row{"old.docx", "list.md", "red.odt"}, Row{"drawn.docx", "list.md", "red.docx"},
+          Row{"list.md", "list.rtf", "red.docx"}, Row{"old.docx", "list.rtf", "red.odt"}}) {
         SCOPED_TRACE(std::string(row.modified) + " " + row.redline);
         const std::string redline(row.redline);
         const ShellRun run = Run(std::string(row.original) + " " + row.modified + " -o " + redline);

@@ -80,7 +80,7 @@ TEST_F(DiskTest, OwnSavesAndLoadsAreNoNews) {
     Show(Side::Original, "a");
     Show(Side::Modified, "b");
     disk_["a"] = {5, 5, 5, 1};
-    watch_.NoteOwnSave("a");
+    Show(Side::Original, "a");
     EXPECT_EQ(Told(5), "");
     disk_["b"] = {6, 6, 6, 1};
     Show(Side::Modified, "b");

@@ -43,6 +43,10 @@ constexpr KindRow kKinds[] = {
      u"Head\r\n1. The rent is due\r\nEnd",
      u"Head\r\n2. The rent is due\r\nEnd",
      {.numbering = 1}},
+    {"a number gave way to a word",
+     u"Head\r\n1. The rent is due\r\nEnd",
+     u"Head\r\nNow The rent is due\r\nEnd",
+     {}},
     {"another word is no kind", u"One two", u"One three", {}},
 };
 

@@ -144,84 +144,36 @@ TEST(OptionSet, SetsByName) {
     }
 }
 
-class ListenedOptions : public ::testing::Test {
-  protected:
-    ListenedOptions() {
-        EXPECT_TRUE(options_.LoadStateFromFile(*file_).ok());
-        listening_ = options_.Listen([this](const OptionValue& changed) {
-            told_.push_back(changed.Name() + "=" + changed.ActiveData());
-        });
-    }
-    using Told = std::vector<std::string>;
-    Told TellsSince() { return std::exchange(told_, {}); }
-
-    std::unique_ptr<IniProfile> file_ = MakeMemoryIniProfile();
-    clsCompareFileOptions options_;
-    Told told_;
-    std::shared_ptr<void> listening_;
-};
-
-TEST_F(ListenedOptions, TellOfAnotherValueOnlyAndByWhateverRoadItComes) {
-    options_.bIgnoreCase.SetData(true);
-    options_.bIgnoreCase.SetData(true);
-    options_.lPadLength.SetData(20);
-    EXPECT_EQ(TellsSince(), (Told{"bIgnoreCase=True"}));
-    ASSERT_TRUE(options_.SetByName("sExcelRowsMaster", "1-5").ok());
-    ASSERT_TRUE(options_.SetByName("bIgnoreCase", "yes").ok());
-    EXPECT_FALSE(options_.SetByName("lPadLength", "many").ok());
-    EXPECT_EQ(TellsSince(), (Told{"sExcelRowsMaster=1-5"}));
-    file_->Write("CompareFileOptions", "lPadLength", "7");
-    file_->Write("CompareFileOptions", "sExcelRowsMaster", "1-5");
-    ASSERT_TRUE(options_.LoadStateFromFile(*file_).ok());
-    EXPECT_EQ(TellsSince(), (Told{"bIgnoreCase=False", "lPadLength=7"}));
-    listening_.reset();
-    options_.bIgnoreCase.SetData(true);
-    EXPECT_EQ(told_, Told{});
-}
-
-TEST_F(ListenedOptions, CopiesAreValuesThatNobodyListensTo) {
-    options_.sSectionName = kSection;
-    clsCompareFileOptions copy = options_;
-    EXPECT_EQ(copy, options_);
+TEST(Options, CopiesAreValues) {
+    const auto file = MakeMemoryIniProfile();
+    clsCompareFileOptions options;
+    ASSERT_TRUE(options.LoadStateFromFile(*file).ok());
+    options.sSectionName = kSection;
+    clsCompareFileOptions copy = options;
+    EXPECT_EQ(copy, options);
     EXPECT_EQ(copy.sSectionName, kSection);
-    copy.bIgnoreCase.SetData(true);
-    copy.sFileModified.SetData("new.txt");
-    EXPECT_FALSE(options_.bIgnoreCase.Data());
-    EXPECT_FALSE(copy == options_);
-    EXPECT_EQ(told_, Told{}) << "the copy is another set";
-    std::size_t seen = 0;
-    const auto whole = options_.Listen(
-        [&](const OptionValue&) { seen += static_cast<std::size_t>(options_ == copy); });
-    options_ = copy;
-    EXPECT_EQ(TellsSince(), (Told{"sFileModified=new.txt", "bIgnoreCase=True"}));
-    EXPECT_EQ(seen, 2U) << "told once all is in place";
+    ASSERT_TRUE(copy.SetByName("bIgnoreCase", "yes").ok());
+    EXPECT_FALSE(copy.SetByName("lPadLength", "many").ok());
+    EXPECT_FALSE(options.bIgnoreCase.Data());
+    EXPECT_FALSE(copy == options);
+    options = copy;
+    EXPECT_TRUE(options.bIgnoreCase.Data());
 }
 
-TEST_F(ListenedOptions, AnyOptionMakesACopyAnother) {
-    for (std::size_t i = 0; i < options_.colOptions().size(); ++i) {
-        clsCompareFileOptions copy = options_;
+TEST(Options, AnyOptionMakesACopyAnother) {
+    const auto file = MakeMemoryIniProfile();
+    clsCompareFileOptions options;
+    ASSERT_TRUE(options.LoadStateFromFile(*file).ok());
+    for (std::size_t i = 0; i < options.colOptions().size(); ++i) {
+        clsCompareFileOptions copy = options;
         OptionValue& option = *copy.colOptions()[i];
         SCOPED_TRACE(option.Name());
         const std::string other = option.ActiveData() == "True" ? "no" : "1";
         ASSERT_TRUE(option.SetFromText(option.ActiveData() == other ? "2" : other).ok());
-        EXPECT_FALSE(copy == options_);
+        EXPECT_FALSE(copy == options);
         const clsCompareFileOptions again = copy;
         EXPECT_EQ(again.colOptions()[i]->ActiveData(), option.ActiveData());
     }
-}
-
-TEST_F(ListenedOptions, AListenerMayEndAnotherAndBeginOne) {
-    std::vector<std::shared_ptr<void>> more;
-    int late = 0;
-    const auto ends = options_.Listen([&](const OptionValue&) {
-        if (more.size() == 1)
-            more = {options_.Listen([&](const OptionValue&) { ++late; }), nullptr};
-    });
-    more.push_back(options_.Listen([](const OptionValue&) { FAIL() << "was ended before"; }));
-    options_.bIgnoreCase.SetData(true);
-    EXPECT_EQ(late, 0);
-    options_.bIgnoreCase.SetData(false);
-    EXPECT_EQ(late, 1);
 }
 
 TEST(MarkingStyles, ComeFromTheirFourRows) {

@@ -21,6 +21,12 @@ const std::string kBold = "<w:b/>";
 const std::string kField =
     "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>PAGE #</w:instrText></w:r>"
     "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
+const std::string kContents =
+    Paragraph(
+        "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>TOC</w:instrText></w:r>"
+        "<w:r><w:fldChar w:fldCharType=\"separate\"/></w:r>" +
+        TextRun("Chapter")) +
+    Paragraph("<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>");
 const std::string kStyle = "<w:style w:type=\"paragraph\" w:styleId=\"S\"><w:name w:val=\"S\"/>";
 
 std::string With(std::string text, const std::string& what, const std::string& by) {
@@ -31,6 +37,20 @@ std::string Box(const std::string& text) {
 }
 std::string Link(const std::string& text) {
     return "<w:hyperlink r:id=\"rl\">" + TextRun(text) + "</w:hyperlink>";
+}
+
+const std::string kBlip = "<a:blip r:embed=\"rp\"/>";
+// A picture in the line of that width.
+std::string Inline(const std::string& width, const std::string& frame, const std::string& cut) {
+    return "<wp:inline><wp:extent cx=\"" + width + "\" cy=\"9\"/><a:frame" + frame +
+           "/><a:graphic><a:graphicData><pic:pic><pic:blipFill>" + kBlip + cut +
+           "</pic:blipFill></pic:pic></a:graphicData></a:graphic></wp:inline>";
+}
+PairFile Pictured(const std::string& drawing, const std::string& bytes = "one") {
+    PairFile file;
+    file.body = Paragraph(TextRun(kLong) + "<w:r><w:drawing>" + drawing + "</w:drawing></w:r>");
+    file.picture = bytes;
+    return file;
 }
 
 std::vector<LawRow> Rows() {
@@ -101,19 +121,15 @@ std::vector<LawRow> Rows() {
          {Paragraph(TextRun(kLong) + Box(kTail))},
          {Paragraph(TextRun(kLong) + Box(With(kTail, "lamp", "tide")))},
          {1, 1}},
-        {"a picture",
-         {Paragraph(TextRun(kLong) + "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>"),
-          {},
-          {},
-          {},
-          {},
-          "one"},
-         {Paragraph(TextRun(kLong) + "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>"),
-          {},
-          {},
-          {},
-          {},
-          "other"},
+        {"a picture", Pictured(kBlip, "one"), Pictured(kBlip, "other"), {1, 1}},
+        {"a picture as two programs write it",
+         Pictured(Inline("9", "", ""), "one"),
+         Pictured(Inline("9", " noChangeAspect=\"1\"", ""), "one"),
+         {}},
+        {"a picture's size", Pictured(Inline("9", "", "")), Pictured(Inline("8", "", "")), {1, 1}},
+        {"a picture's cut",
+         Pictured(Inline("9", "", "")),
+         Pictured(Inline("9", "", "<a:srcRect l=\"1\"/>")),
          {1, 1}},
         {"a word of a link",
          {Paragraph(Link(kLong))},
@@ -127,6 +143,11 @@ std::vector<LawRow> Rows() {
          {Paragraph(TextRun(kLong) + kField)},
          {Paragraph(TextRun(kLong) + With(kField, "#", "!"))},
          {1, 1}},
+        {"contents over paragraphs more",
+         {kKept + kOther},
+         {kKept + kContents + kOther},
+         {2, 0, 2}},
+        {"contents at the end", {kKept}, {kKept + kContents}, {2, 0, 2}},
         {"a simple field goes",
          {Paragraph(TextRun(kLong) + "<w:fldSimple w:instr=\"DATE\">" + TextRun("today") +
                     "</w:fldSimple>")},

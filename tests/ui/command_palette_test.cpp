@@ -56,9 +56,12 @@ std::vector<std::string> IdsOf(const QString& pattern, const QStringList& last_u
 
 TEST(PaletteHits, PutTheBestFirstAndWhatCanNotBeRunLast) {
     using Ids = std::vector<std::string>;
-    EXPECT_EQ(IdsOf("fold"), (Ids{"fold", "new", "unfold", "scattered", "copy"}));
+    EXPECT_EQ(IdsOf("fold"), (Ids{"fold", "new", "unfold", "copy", "scattered"}));
     EXPECT_EQ(IdsOf("", {"unfold", "fold"}), (Ids{"unfold", "fold", "new", "scattered", "copy"}));
-    EXPECT_EQ(IdsOf("fold", {"new"}), (Ids{"new", "fold", "unfold", "scattered", "copy"}));
+    EXPECT_EQ(IdsOf("fold", {"new"}), (Ids{"new", "fold", "unfold", "copy", "scattered"}));
+    EXPECT_EQ(IdsOf("unfold all", {"fold"}), Ids{"unfold"});
+    EXPECT_EQ(IdsOf("Fold and copy "), Ids{"copy"}) << "its reason, and not what is like it";
+    EXPECT_EQ(IdsOf("fold unchanged", {"new"}).front(), "fold") << "whatever was used last";
     EXPECT_EQ(IdsOf("zzz"), Ids{});
 }
 

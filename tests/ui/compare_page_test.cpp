@@ -271,11 +271,15 @@ TEST_F(ComparePageTest, GivesWayWhereRoomIsShortAndComesBack) {
     world.window.resize(1440, 900);
     ASSERT_TRUE(world.Compare(Write("a.txt", "One\r\n"), Write("b.txt", "Two\r\n")));
     EXPECT_EQ(world.Page().LayoutNow(), PaneLayout::EditorsAndResult);
+    world.window.activateWindow();
+    QTest::qWait(1);
     world.Page().Editors().View(Side::Original).setFocus();
     world.window.resize(1000, 700);
     QTest::qWait(1);
     EXPECT_EQ(world.Page().LayoutNow(), PaneLayout::Result);
-    EXPECT_EQ(QApplication::focusWidget(), &world.Page().Pane().View(Side::Original));
+    EXPECT_EQ(world.Page().FocusedView(), &world.Page().Pane().View(Side::Original));
+    EXPECT_EQ(QApplication::focusWidget(), world.Page().FocusedView())
+        << QApplication::focusWidget()->metaObject()->className();
     EXPECT_FALSE(world.Page().Editors().isVisible());
     world.window.Commands().Run("view.both");
     EXPECT_TRUE(world.Page().Editors().isVisible()) << "by hand it is as one wishes";

@@ -289,6 +289,7 @@ constexpr MnemonicRow kMnemonics[] = {
     {"When && where", "W&hen && where"},
     {"&Zoom", "Zoo&m"},
     {"表記", "表記(&A)"},
+    {"...", "..."},
     {"&Keep it", "Keep &it"},
 };
 TEST(Mnemonics, AreGivenOnceEach) {

@@ -18,7 +18,7 @@ TEST_F(LanguageChange, ANewLanguageIsShownInAllWindowsAtOnceAndBack) {
     std::ofstream(folder + "/German-Zorvane.txt")
         << "\"&File\",\"&Datei\"\n\"Compare\",\"Vergleichen\"\n\"Ignore Case\",\"Gross und "
            "klein\"\n"
-           "\"Find\",\"Suchen\"\n"
+           "\"Find:\",\"Suchen:\"\n"
            "\"Drop the original here\",\"Das Original hierher\"\n\"Compare Options\",\"Optionen\"\n"
            "\"Choose both documents first\",\"Erst beide waehlen\"\n";
     WindowWorld world(fakes, theme);

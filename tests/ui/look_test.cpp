@@ -13,6 +13,7 @@
 #include "common/ui/mark_colors.h"
 #include "common/ui/style_sheet.h"
 #include "common/ui/theme.h"
+#include "compare/ui/theme_colors.h"
 
 namespace zorvane {
 namespace {
@@ -145,6 +146,11 @@ TEST(PaintedMark, PaintADefaultByItsToken) {
         for (const LookMark kind : {LookMark::Changed, LookMark::Deleted, LookMark::Added})
             EXPECT_EQ(PaintedColors(tokens, kind, DefaultColors(kind)),
                       PaintedColors(tokens, kind));
+    clsCompareFileOptions options;  // that were never loaded: all black
+    options.lViewDeletionForeColor.SetData(0xFF0000);
+    const ViewColors marked = MarkedTextColorsOf(ColorTokens::Dark(), options);
+    EXPECT_EQ(marked.OfText(Qt::blue), ColorTokens::Dark()[Token::DeletedText]);
+    EXPECT_EQ(marked.OfText(QColor(1, 2, 3)), QColor(1, 2, 3)) << "the document's own";
     // Red lowest: an exchange of red and blue would make deletions red.
     EXPECT_EQ(FromStored(0x0000FF), QColor(Qt::red));
     EXPECT_EQ(FromStored(0xFF0000), QColor(Qt::blue));

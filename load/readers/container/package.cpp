@@ -132,7 +132,7 @@ class ZipPackage : public Package {
     static std::optional<std::string> ReadAll(ZipStream& stream, std::size_t hint, ReadError& why) {
         constexpr std::size_t kStep = std::size_t{1} << 16;
         std::string bytes;
-        bytes.reserve(hint + 1);
+        bytes.reserve(hint + kStep);  // the end is only seen by another step
         while (true) {
             const std::size_t old = bytes.size();
             const std::size_t room = std::max(kStep, bytes.capacity() - old);

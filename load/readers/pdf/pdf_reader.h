@@ -37,6 +37,7 @@ struct PdfRichOptions {
     bool bBCLDetectHeader = false;  ///< running heads and page numbers are left out
     bool bRemoveHiddenText = true;
     bool bConnectHyphens = false;
+    friend bool operator==(const PdfRichOptions&, const PdfRichOptions&) = default;
 };
 
 /// Loads what the calls below would load when it is wanted: after the sandbox is closed nothing can

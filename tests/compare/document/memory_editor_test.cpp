@@ -47,6 +47,8 @@ TEST(MemoryEditor, ClipsRangesAtBreaksAndEnds) {
     for (const ClipRow& row : kClipRows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(editor.Clip(row.asked), row.given);
+        EXPECT_EQ(editor.Text(row.asked), editor.Text(row.given));
+        EXPECT_EQ(Notation(editor.Rich(row.asked)), Notation(editor.Rich(row.given)));
     }
 }
 

@@ -57,6 +57,19 @@ TEST(UndoList, ForgetsTheOldestEntries) {
     EXPECT_TRUE(text.list.IsModified()) << "a list that is emptied saves nothing";
 }
 
+TEST(UndoList, KnowsTheCleanPointWhenOlderEntriesAreForgotten) {
+    Text text({3, 1 << 20});
+    text.Put(0, 0, u"a");
+    text.list.SetCleanPoint();
+    for (const char16_t* letter : {u"b", u"c"})
+        text.Put(0, 0, letter);
+    text.Put(0, 0, u"d");
+    EXPECT_EQ(text.UndoAll(), 3);
+    EXPECT_FALSE(text.list.IsModified());
+    text.Redo();
+    EXPECT_TRUE(text.list.IsModified());
+}
+
 TEST(UndoList, KeepsWhatFitsIntoItsMemory) {
     constexpr std::size_t kSmall = 4000;
     Text text({1000, kSmall});

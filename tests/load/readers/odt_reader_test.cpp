@@ -182,8 +182,8 @@ TEST(OdtReader, ReadsABoxInACellBehindItsRow) {
 
 TEST(OdtReader, LeavesHiddenRowsAndParagraphsOut) {
     const auto row = [](const char* attributes, const char* text) {
-        return "<table:table-row" + std::string(attributes) + "><table:table-cell><text:p>" + text +
-               "</text:p></table:table-cell></table:table-row>";
+        return "<table:table-row" + std::string(attributes) + ">\n <table:table-cell>\n  <text:p>" +
+               text + "</text:p>\n </table:table-cell>\n</table:table-row>";
     };
     const char* hidden = "<text:span text:style-name='H'>x</text:span>";
     Check(
@@ -191,7 +191,9 @@ TEST(OdtReader, LeavesHiddenRowsAndParagraphsOut) {
             {"rows",
              "<table:table>" + row(" table:visibility='collapse'", "x") + row("", hidden) +
                  "<table:table-row-group table:display='false'>" + row("", "x") +
-                 "</table:table-row-group>" + row("", "a") + row("", "") + "</table:table>",
+                 "</table:table-row-group>" + row("", "a") + row("", "") +
+                 row(" table:style-name='R'", "<text:change text:change-id='c1'/>") +
+                 "</table:table>",
              "a!|!|"},
             {"paragraphs",
              "<text:p>" + std::string(hidden) +
@@ -203,7 +205,9 @@ TEST(OdtReader, LeavesHiddenRowsAndParagraphsOut) {
         },
         "<style:style style:name='H' style:family='text'><style:text-properties "
         "text:display='none'/></style:style><style:style style:name='P' "
-        "style:family='paragraph'><style:text-properties text:display='none'/></style:style>");
+        "style:family='paragraph'><style:text-properties text:display='none'/></style:style>"
+        "<style:style style:name='R' style:family='table-row'><style:table-row-properties "
+        "loext:text-changes-only='false'/></style:style>");
 }
 
 TEST(OdtReader, NumbersListsAndHeadings) {

@@ -1,0 +1,15 @@
+// Fields over several paragraphs (a table of contents) that the Modified has and the Original has
+// not.
+#pragma once
+
+#include <vector>
+
+#include "redline/plan.h"
+
+namespace zorvane {
+
+/// Tells the borders of each field that begins and ends in inserted paragraphs: they are inserted,
+/// too. Those of any other field stay where the Modified has them.
+void FindNewFields(const Plan& plan, std::vector<StoryBlock>& modified);
+
+}  // namespace zorvane
