@@ -9,6 +9,7 @@
 
 #include "app/set_names.h"
 #include "common/base/result.h"
+#include "options/option_values.h"
 
 namespace CLI {
 class App;
