@@ -25,9 +25,8 @@ void ForPdfOptions(Fields& fields, const Call& call) {
 
 template <class Fields>
 void PutPdfOptions(const Fields& fields, ConversionMessage& job) {
-    ForPdfOptions(fields, [&job](const char* key, std::int32_t value) {
-        job[key] = std::to_string(value);
-    });
+    ForPdfOptions(
+        fields, [&job](const char* key, std::int32_t value) { job[key] = std::to_string(value); });
 }
 
 template <class Fields>
