@@ -15,8 +15,8 @@ class LoadedDocuments : public DocumentTexts {
     /// The user's own cache.
     explicit LoadedDocuments(ProcessState& process);
 
-    void UsePasswords(std::vector<std::string> passwords) override {
-        texts_.UsePasswords(std::move(passwords));
+    void UsePasswords(const std::vector<std::string>& passwords) override {
+        texts_.UsePasswords(passwords);
     }
 
     bool IsDocument(std::string_view name) override { return IsReadAsDocument(name); }

@@ -25,7 +25,7 @@ std::string Greater(std::int32_t sign) {
 
 // The row names the file, so that its side will do.
 std::string ReasonInRow(const FolderRecord& record, const std::string& reason) {
-    const std::string words = WithoutAdvice(reason);
+    std::string words = WithoutAdvice(reason);
     for (const Side side : kBothSides) {
         const std::string path =
             (side == Side::Original ? record.Original() : record.Modified()) + ": ";

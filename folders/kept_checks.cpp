@@ -135,7 +135,7 @@ TextCheck KeptChecks::Check(const TextPair& pair, const std::function<TextCheck(
         ++hits_;
         return *known;
     }
-    const TextCheck check = make();
+    TextCheck check = make();
     // What was written to a file meanwhile may be what was compared.
     if (check.end == TextCheckEnd::Compared && check.reason.empty() && ContentsOf(pair) == before)
         Keep(*before, pair, check);

@@ -37,12 +37,11 @@ bool GoesOn(char byte) {
 // The first word of `text`, which then begins behind it; empty: there was none.
 std::string_view TakeWord(std::string_view& text) {
     const auto first = std::find_if(text.begin(), text.end(), IsInWord);
-    auto last = first;
-    if (first != text.end() && IsWordAlone(*first))
-        last = std::find_if_not(first + 1, text.end(), GoesOn);
-    else
-        last = std::find_if(first, text.end(),
-                            [](char byte) { return !IsInWord(byte) || IsWordAlone(byte); });
+    const bool alone = first != text.end() && IsWordAlone(*first);
+    const auto last = alone ? std::find_if_not(first + 1, text.end(), GoesOn)
+                            : std::find_if(first, text.end(), [](char byte) {
+                                  return !IsInWord(byte) || IsWordAlone(byte);
+                              });
     const std::string_view word(first, last);
     text.remove_prefix(static_cast<std::size_t>(last - text.begin()));
     return word;
@@ -60,6 +59,19 @@ Holders HoldersOf(const std::vector<TextWeights>& texts) {
         }
     }
     return holders;
+}
+
+// Texts of the other side that share a piece which few have; each once.
+std::vector<std::size_t> PartnersOf(const TextWeights& text, const Holders& holders) {
+    std::vector<std::size_t> partners;
+    for (const TextWeights::Piece& piece : text.Pieces()) {
+        const auto found = holders.find(piece.hash);
+        if (found != holders.end() && found->second.size() <= kMostHolders)
+            partners.insert(partners.end(), found->second.begin(), found->second.end());
+    }
+    std::sort(partners.begin(), partners.end());
+    partners.erase(std::unique(partners.begin(), partners.end()), partners.end());
+    return partners;
 }
 
 }  // namespace
@@ -128,15 +140,7 @@ std::vector<LikePair> PairLikeTexts(const std::vector<TextWeights>& first,
     const Holders of_first = HoldersOf(first);
     std::vector<LikePair> pairs;
     for (std::size_t text = 0; text < second.size(); ++text) {
-        std::vector<std::size_t> partners;
-        for (const TextWeights::Piece& piece : second[text].Pieces()) {
-            const auto found = of_first.find(piece.hash);
-            if (found != of_first.end() && found->second.size() <= kMostHolders)
-                partners.insert(partners.end(), found->second.begin(), found->second.end());
-        }
-        std::sort(partners.begin(), partners.end());
-        partners.erase(std::unique(partners.begin(), partners.end()), partners.end());
-        for (const std::size_t partner : partners) {
+        for (const std::size_t partner : PartnersOf(second[text], of_first)) {
             const std::int32_t percent = PercentShared(first[partner], second[text]);
             if (percent >= least)
                 pairs.push_back({partner, text, percent});

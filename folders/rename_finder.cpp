@@ -52,16 +52,12 @@ class RenameRun {
         PairEqual();
         if (options_.by_text && !Stopped())
             PairLike();
-        std::sort(found_.begin(), found_.end(),
-                  [](const RenamedEntry& one, const RenamedEntry& two) {
-                      return one.original < two.original;
-                  });
+        std::ranges::sort(found_, {}, &RenamedEntry::original);
         return std::move(found_);
     }
 
   private:
     bool Stopped() const { return options_.stop && options_.stop(); }
-
     bool Follows() const { return options_.follow == FollowLink::Yes; }
 
     void Collect() {
@@ -71,8 +67,8 @@ class RenameRun {
                 continue;
             const Side side = entry.Has(Side::Original) ? Side::Original : Side::Modified;
             const EntryKind kind = side == Side::Original ? entry.original : entry.modified;
-            const bool file = kind == EntryKind::File || (kind == EntryKind::Link && Follows());
-            if (file && entry.sizes[side] > 0)
+            const bool link = kind == EntryKind::Link && Follows();
+            if ((kind == EntryKind::File || link) && entry.sizes[side] > 0)
                 files_[side].push_back({static_cast<std::int32_t>(index), {}, false});
         }
     }
@@ -113,10 +109,9 @@ class RenameRun {
     // Only a size that both sides have is worth a look inside.
     void HashFiles() {
         PerSide<std::unordered_map<std::int64_t, bool>> sizes;
-        for (const Side side : kBothSides) {
+        for (const Side side : kBothSides)
             for (const OneSided& file : files_[side])
                 sizes[side][SizeOf(side, file)] = true;
-        }
         std::vector<std::pair<Side, OneSided*>> wanted;
         for (const Side side : kBothSides) {
             for (OneSided& file : files_[side]) {
@@ -128,14 +123,13 @@ class RenameRun {
             const auto [side, file] = wanted[index];
             file->hash = HashOf(PathOf(side, *file));
         });
-        for (OneSided& file : files_.modified) {
+        for (OneSided& file : files_.modified)
             if (file.hash)
                 by_hash_[*file.hash].push_back(&file);
-        }
     }
 
     std::optional<Hash> HashOf(const std::string& path) const {
-        constexpr std::size_t kBuffer = 128 * 1024;
+        constexpr std::size_t kBuffer = std::size_t{128} * 1024;
         const FileDescriptor file(open(NativePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC |
                                                                      (Follows() ? 0 : O_NOFOLLOW)));
         if (!file.IsOpen())
@@ -310,30 +304,38 @@ class RenameRun {
         return true;
     }
 
-    // The folder of the other side that holds all that this one holds, each in its place, and
-    // nothing else. A file that few others are equal to tells where to look.
-    std::optional<std::size_t> TargetOf(std::size_t folder, std::size_t end) {
-        const std::vector<OneSided*>* partners = nullptr;
-        std::string within;
+    // A file of a folder and those of the other side that it is equal to, of which there are few.
+    struct Clue {
+        std::string within;                                ///< its place in the folder
+        const std::vector<OneSided*>* partners = nullptr;  ///< none: a file has no partner at all
+    };
+    Clue ClueTo(std::size_t folder, std::size_t end) {
+        Clue clue;
         for (std::size_t index = folder + 1; index < end; ++index) {
             const OneSided* file = FileOf(Side::Original, index);
             if (file == nullptr)
                 continue;
             const auto equal = file->hash ? by_hash_.find(*file->hash) : by_hash_.end();
             if (equal == by_hash_.end())
-                return std::nullopt;
-            if (partners != nullptr && partners->size() <= equal->second.size())
-                continue;
-            partners = &equal->second;
-            within = scan_.PathBelow(index).substr(scan_.PathBelow(folder).size());
+                return {};
+            if (clue.partners == nullptr || equal->second.size() < clue.partners->size())
+                clue = {scan_.PathBelow(index).substr(scan_.PathBelow(folder).size()),
+                        &equal->second};
         }
-        if (partners == nullptr)
+        return clue;
+    }
+
+    // The folder of the other side that holds all that this one holds, each in its place, and
+    // nothing else. A file that few others are equal to tells where to look.
+    std::optional<std::size_t> TargetOf(std::size_t folder, std::size_t end) {
+        const Clue clue = ClueTo(folder, end);
+        if (clue.partners == nullptr)
             return std::nullopt;
-        for (const OneSided* partner : *partners) {
+        for (const OneSided* partner : *clue.partners) {
             const std::string place = scan_.PathBelow(static_cast<std::size_t>(partner->record));
-            if (partner->paired || !place.ends_with(within))
+            if (partner->paired || !place.ends_with(clue.within))
                 continue;
-            const auto target = folders_.find(place.substr(0, place.size() - within.size()));
+            const auto target = folders_.find(place.substr(0, place.size() - clue.within.size()));
             if (target != folders_.end() &&
                 HoldTheSame({folder, target->second}, {end, BehindFolder(target->second)}))
                 return target->second;

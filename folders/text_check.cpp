@@ -124,7 +124,7 @@ class PairCheck {
         options.sFileOriginal.SetData(pair_.files.original);
         options.sFileModified.SetData(pair_.files.modified);
         const ReportOutcome written =
-            RunReport({process_, telling_, engine, std::move(options), how_.settings, how_.title,
+            RunReport({process_, telling_, engine, options, how_.settings, how_.title,
                        IsDocument() ? Texts(outcome) : DocumentReportTexts(), std::move(wanted),
                        &questions_, &service},
                       watcher);

@@ -30,7 +30,7 @@ class DocumentTexts {
     /// By its name; what is none is read as text.
     virtual bool IsDocument(std::string_view name) = 0;
     /// While no text is asked for: what may open those that are protected.
-    virtual void UsePasswords(std::vector<std::string>) {}
+    virtual void UsePasswords(const std::vector<std::string>& /*passwords*/) {}
     /// On any thread, several at once.
     virtual Text TextOf(const std::string& path, const std::function<bool()>& stop) = 0;
 };

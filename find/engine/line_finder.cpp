@@ -102,12 +102,7 @@ Result<std::unique_ptr<LineFinder>> LineFinder::Make(const FindRules& rules) {
     finder->suits_bytes_ = literal && IsAsciiText(rules.text);
     if (literal && (rules.match_case || IsAsciiText(rules.text))) {
         finder->bytes_ = std::make_unique<ByteFinder>(rules.text, letter_case);
-        if (rules.match_case || rules.text.find_first_of("kKsS") == std::string::npos)
-            return finder;
-        finder->beyond_ascii_ = std::make_unique<LineFinder>();
-        finder->beyond_ascii_->word_ = rules.word;
-        if (Status made = finder->beyond_ascii_->MakeMatcher(QuotedLiteral(rules.text), false);
-            !made.ok())
+        if (Status made = finder->LookBeyondAscii(rules); !made.ok())
             return made.failure();
         return finder;
     }
@@ -122,6 +117,15 @@ Result<std::unique_ptr<LineFinder>> LineFinder::Make(const FindRules& rules) {
     if (read.value().required.size() > 1)
         finder->bytes_ = std::make_unique<ByteFinder>(read.value().required, letter_case);
     return finder;
+}
+
+// "k" and "s" have capitals that are no ASCII.
+Status LineFinder::LookBeyondAscii(const FindRules& rules) {
+    if (rules.match_case || rules.text.find_first_of("kKsS") == std::string::npos)
+        return Status::Ok();
+    beyond_ascii_ = std::make_unique<LineFinder>();
+    beyond_ascii_->word_ = rules.word;
+    return beyond_ascii_->MakeMatcher(QuotedLiteral(rules.text), false);
 }
 
 Status LineFinder::MakeMatcher(const ReadExpression& read, bool match_case) {

@@ -50,6 +50,7 @@ class LineFinder {
     void FindInSlices(Looking& looking) const;
     bool FindInSlice(Looking& looking, std::string_view slice, std::size_t offset) const;
     bool FindLineByLine(Looking& looking, std::string_view slice, std::size_t offset) const;
+    Status LookBeyondAscii(const FindRules& rules);
     Status MakeMatcher(const ReadExpression& read, bool match_case);
     bool TakeLine(Looking& looking, std::size_t begin, std::size_t end) const;
 

@@ -54,9 +54,9 @@ class OrbenX : private FindReceiver {
     bool SupportOfficeDocs() const { return office_; }
     void putSupportOfficeDocs(bool on) { office_ = on; }
     /// While nothing is searched.
-    void UsePasswords(std::vector<std::string> passwords) {
+    void UsePasswords(const std::vector<std::string>& passwords) {
         if (documents_ != nullptr)
-            documents_->UsePasswords(std::move(passwords));
+            documents_->UsePasswords(passwords);
     }
     bool IsSearching() const { return run_.Busy(); }
 

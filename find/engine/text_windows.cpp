@@ -99,34 +99,36 @@ WindowEnd TextWindows::FirstLook() {
     return WindowEnd::Window;
 }
 
+// Reads until `most` bytes wait, in UTF-8 where the file is wider.
+WindowEnd TextWindows::Add(std::size_t most, const std::function<bool()>& stop) {
+    if (!wide_encoding_ && !Fill(buffer_, most, stop))
+        return error_ ? WindowEnd::Failed : WindowEnd::End;
+    if (std::exchange(first_, false)) {
+        if (const WindowEnd look = FirstLook(); look != WindowEnd::Window)
+            return look;
+    }
+    return wide_encoding_ ? AddWide(stop) : WindowEnd::Window;
+}
+
 // What is not handed out moves to the front, and the rest is read behind it.
 WindowEnd TextWindows::Next(std::string_view& window, const std::function<bool()>& stop) {
     buffer_.DropFront(used_);
     used_ = 0;
-    for (std::size_t most = kWindow;; most = std::max(most, buffer_.size()) * 2) {
-        if (!wide_encoding_ && !Fill(buffer_, most, stop))
-            return error_ ? WindowEnd::Failed : WindowEnd::End;
-        if (std::exchange(first_, false)) {
-            if (const WindowEnd look = FirstLook(); look != WindowEnd::Window)
-                return look;
-        }
-        if (wide_encoding_) {
-            if (const WindowEnd wide = AddWide(stop); wide != WindowEnd::Window)
-                return wide;
-        }
-        const std::optional<std::size_t> end = EndOfWindow();
-        if (!end)
-            continue;
-        window = buffer_.Text().substr(used_, *end - used_);
-        used_ = *end;
-        if (window.empty())
-            return WindowEnd::End;
-        if (!wide_encoding_ && rules_.needs_utf8 && !IsAsciiText(window) && !IsValidUtf8(window)) {
-            decoded_ = Decoded(window);
-            window = decoded_;
-        }
-        return WindowEnd::Window;
+    std::optional<std::size_t> end;
+    for (std::size_t most = kWindow; !end; most = std::max(most, buffer_.size()) * 2) {
+        if (const WindowEnd added = Add(most, stop); added != WindowEnd::Window)
+            return added;
+        end = EndOfWindow();
     }
+    window = buffer_.Text().substr(used_, *end - used_);
+    used_ = *end;
+    if (window.empty())
+        return WindowEnd::End;
+    if (!wide_encoding_ && rules_.needs_utf8 && !IsAsciiText(window) && !IsValidUtf8(window)) {
+        decoded_ = Decoded(window);
+        window = decoded_;
+    }
+    return WindowEnd::Window;
 }
 
 // Behind the last whole line; nothing where more has to be read first.

@@ -63,6 +63,7 @@ class TextWindows {
     WindowEnd FirstLook();
     std::optional<std::size_t> EndOfWindow();
     bool Fill(ByteBuffer& buffer, std::size_t most, const std::function<bool()>& stop);
+    WindowEnd Add(std::size_t most, const std::function<bool()>& stop);
     WindowEnd AddWide(const std::function<bool()>& stop);
 
     WindowRules rules_;

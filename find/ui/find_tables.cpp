@@ -181,7 +181,8 @@ QString Fitted(const FindCell& cell, const QFontMetrics& metrics, int width) {
 void PaintCell(QPainter& painter, const FindCell& cell, QRect room, bool chosen) {
     const ColorTokens& tokens = Tokens();
     if (!cell.icon.isEmpty()) {
-        const QRectF icon(room.left(), room.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize);
+        const QRectF icon(room.left(), room.center().y() - kIconSize * 0.5 + 1, kIconSize,
+                          kIconSize);
         PaintIcon(painter, cell.icon, icon, tokens[chosen ? Token::SelectionText : cell.icon_ink]);
         room.setLeft(room.left() + kIconSize + kMedium);
     }

@@ -79,9 +79,9 @@ bool IsNames(FolderColumn column) {
 
 struct CellPlace {
     const FolderTable::Shown& row;
-    FolderColumn column;
+    FolderColumn column{};
     QRect room;
-    bool chosen;  ///< some cell of its row is
+    bool chosen = false;  ///< some cell of its row is
     const FolderCell& Cell() const { return row.cells[column]; }
     bool Missing() const {
         return IsNames(column) && !row.in_both && Cell().picture == CellPicture::None &&
@@ -109,7 +109,8 @@ void PaintWords(QPainter& painter, const CellPlace& place, const QString& words,
                                                                  : InkOf(place.Cell().ink)];
     QRect room = place.room.adjusted(kWindowEdge, 0, -kSmall, 0);
     if (place.Cell().picture != CellPicture::None) {
-        const QRectF icon(room.left(), room.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize);
+        const QRectF icon(room.left(), room.center().y() - kIconSize * 0.5 + 1, kIconSize,
+                          kIconSize);
         const QColor own = tokens[InkOf(place.Cell().ink)];
         PaintIcon(
             painter, PictureOf(place.Cell()), icon,

@@ -150,8 +150,9 @@ void FolderLegend::paintEvent(QPaintEvent*) {
     painter.setPen(tokens[Token::Hairline]);
     painter.drawLine(0, 0, width(), 0);
     int x = kWindowEdge;
+    const int top = (height() - kIconSize) / 2;
     for (const Mark& mark : marks_) {
-        PaintIcon(painter, mark.icon, QRectF(x, (height() - kIconSize) / 2, kIconSize, kIconSize),
+        PaintIcon(painter, mark.icon, QRectF(x, top, kIconSize, kIconSize),
                   tokens[mark.ink]);
         x += kColumnGap;
         painter.setPen(tokens[Token::Text2]);

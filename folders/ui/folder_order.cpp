@@ -99,6 +99,27 @@ SortKey KeyOf(const ScannedEntry& entry, FolderColumn by) {
 constexpr std::ptrdiff_t kPiece = 1 << 15;
 constexpr std::int32_t kRecordsBetweenStops = 1 << 15;
 
+// In pieces, so that a stop is heard between them.
+template <class Place, class Before>
+bool SortInPieces(Place first, Place last, const Before& before,
+                  const std::function<bool()>& stop) {
+    const std::ptrdiff_t size = last - first;
+    const auto place = [&](std::ptrdiff_t at) { return first + std::min(at, size); };
+    for (std::ptrdiff_t at = 0; at < size; at += kPiece) {
+        if (stop())
+            return false;
+        std::sort(place(at), place(at + kPiece), before);
+    }
+    for (std::ptrdiff_t piece = kPiece; piece < size; piece *= 2) {
+        for (std::ptrdiff_t at = 0; at + piece < size; at += 2 * piece) {
+            if (stop())
+                return false;
+            std::inplace_merge(place(at), place(at + piece), place(at + 2 * piece), before);
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 FolderFilter KindOf(const ScannedEntry& entry, bool ignore_dates) {
@@ -169,7 +190,6 @@ bool FolderOrder::Show(FolderFilter filter, const FolderSort& sort,
     return !sort_.on || SortRows(stop);
 }
 
-// In pieces, so that a stop is heard between them.
 bool FolderOrder::SortRows(const std::function<bool()>& stop) {
     std::vector<Keyed> keyed;
     keyed.reserve(rows_.size());
@@ -177,26 +197,14 @@ bool FolderOrder::SortRows(const std::function<bool()>& stop) {
         keyed.push_back({KeyOf(scan_->Entry(static_cast<std::size_t>(record)), sort_.by), record});
     const int sign = sort_.downward ? -1 : 1;
     const auto before = [&](const Keyed& one, const Keyed& other) {
-        int order = one.key == other.key ? 0 : one.key < other.key ? -1 : 1;
-        if (order == 0)
-            order = Compare(scan_->Entry(static_cast<std::size_t>(one.record)),
-                            scan_->Entry(static_cast<std::size_t>(other.record)), sort_.by);
+        if (one.key != other.key)
+            return (one.key < other.key) == (sign > 0);
+        const int order = Compare(scan_->Entry(static_cast<std::size_t>(one.record)),
+                                  scan_->Entry(static_cast<std::size_t>(other.record)), sort_.by);
         return order != 0 ? order * sign < 0 : one.record < other.record;
     };
-    const auto size = static_cast<std::ptrdiff_t>(keyed.size());
-    const auto place = [&](std::ptrdiff_t at) { return keyed.begin() + std::min(at, size); };
-    for (std::ptrdiff_t at = 0; at < size; at += kPiece) {
-        if (stop())
-            return false;
-        std::sort(place(at), place(at + kPiece), before);
-    }
-    for (std::ptrdiff_t piece = kPiece; piece < size; piece *= 2) {
-        for (std::ptrdiff_t at = 0; at + piece < size; at += 2 * piece) {
-            if (stop())
-                return false;
-            std::inplace_merge(place(at), place(at + piece), place(at + 2 * piece), before);
-        }
-    }
+    if (!SortInPieces(keyed.begin(), keyed.end(), before, stop))
+        return false;
     std::transform(keyed.begin(), keyed.end(), rows_.begin(),
                    [](const Keyed& one) { return one.record; });
     return true;

@@ -220,7 +220,7 @@ TEST_F(FindViewerTest, GoesOnBehindOtherErrorsAndShowsDocuments) {
 class LockedDocuments : public DocumentTexts {
   public:
     bool IsDocument(std::string_view name) override { return name.ends_with(".doc"); }
-    void UsePasswords(std::vector<std::string> passwords) override { known = std::move(passwords); }
+    void UsePasswords(const std::vector<std::string>& passwords) override { known = passwords; }
     Text TextOf(const std::string& path, const std::function<bool()>&) override {
         const std::string key(FileNameOf(path));
         if (std::find(known.begin(), known.end(), key) == known.end())
@@ -283,7 +283,10 @@ TEST_F(FindViewerTest, ShowsTheLinesAroundAHit) {
 }
 
 TEST_F(FindViewerTest, AbortsOnlyWhileItSearches) {
-    Write("a.txt", "needle");
+    EndlessDocuments documents;
+    viewer_->SetDocuments(&documents);
+    window_.entries.cbSupportOfficeDocs = true;
+    Write("a.doc", "needle");
     Begin("needle");
     EXPECT_TRUE(window_.abort);
     viewer_->Abort();
@@ -299,8 +302,9 @@ TEST_F(FindViewerTest, ShowsAllThatWasFoundBeforeAnAbort) {
     EndlessDocuments documents;
     viewer_->SetDocuments(&documents);
     window_.entries.cbSupportOfficeDocs = true;
+    window_.entries.cbLookInSubfolders = true;
     Write("a.txt", "needle\nneedle\n");
-    Write("sub/b.doc", "");
+    Write("sub/b.doc", "read until somebody stops");
     Begin("needle");
     while (viewer_->Engine().HitCount() == 0)
         std::this_thread::yield();

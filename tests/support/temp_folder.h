@@ -29,8 +29,10 @@ class TempFolder {
         return name.empty() ? path_ : path_ + "/" + std::string(name);
     }
     std::string Write(std::string_view name, std::string_view bytes) const {
-        std::ofstream(Path(name), std::ios::binary) << bytes;
-        return Path(name);
+        const std::filesystem::path path(Path(name));
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path;
     }
     std::string Read(std::string_view name) const {
         std::stringstream bytes;

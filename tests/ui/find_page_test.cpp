@@ -298,7 +298,7 @@ TEST_F(FindPageTest, StopsByEscWhereverTheFocusIs) {
 class LockedDocument : public DocumentTexts {
   public:
     bool IsDocument(std::string_view name) override { return name.ends_with(".md"); }
-    void UsePasswords(std::vector<std::string> passwords) override { known = std::move(passwords); }
+    void UsePasswords(const std::vector<std::string>& passwords) override { known = passwords; }
     Text TextOf(const std::string&, const std::function<bool()>&) override {
         if (known != std::vector<std::string>{"key"})
             return {nullptr, "is protected", {}, true};
