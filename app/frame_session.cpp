@@ -18,7 +18,9 @@ namespace {
 
 constexpr std::string_view kMain = "Main";
 constexpr std::string_view kRectangle = "frmMainMDISettings";
-// No user opens so many; a damaged count must not open viewers until memory ends.
+// A damaged count must not open viewers until memory ends: more than a person has open at a time
+// are believed only where so many were saved.
+constexpr std::int32_t kMostBelieved = 12;
 constexpr std::int32_t kMostRestored = 250;
 
 template <class Number>
@@ -54,13 +56,38 @@ void frmMainMDI::ReadIniFile() {
     for (const ViewerKindRow& row : kViewerKinds) {
         const std::string text =
             process_.settings->Read(kMain, row.count_key, std::to_string(row.restored_at_first));
-        const std::int32_t count = std::min(NumberOr(text, row.restored_at_first), kMostRestored);
+        const std::int32_t stored = NumberOr(text, row.restored_at_first);
+        const std::int32_t count = CountToRestore(row, stored);
         for (std::int32_t number = 1; number <= count; ++number) {
             if (Open(row.kind, number, {}) == nullptr)
                 break;  // told once for all of them
         }
+        if (count < stored)
+            TellNotRestored(row, stored, count);
     }
     RestoreActive();
+}
+
+// Each viewer saves its section before it is counted. Two may share one, so that a number may be
+// missing in between.
+std::int32_t frmMainMDI::CountToRestore(const ViewerKindRow& row, std::int32_t stored) const {
+    if (stored <= kMostBelieved)
+        return stored;
+    std::int32_t number = std::min(stored, kMostRestored);
+    while (number > 1 &&
+           process_.settings->Read(NameOf(row.kind, number), row.saved_key, "").empty())
+        --number;
+    return number;
+}
+
+void frmMainMDI::TellNotRestored(const ViewerKindRow& row, std::int32_t stored,
+                                 std::int32_t count) {
+    LogMessage(
+        process_.telling,
+        fmt::format("{}: {} {} ({}={})", process_.Translate(row.words),
+                    process_.Translate("the settings count more windows than were saved; opened:"),
+                    count, row.count_key, stored),
+        process_.telling.manner.sLogFile, true);
 }
 
 void frmMainMDI::RestoreRectangle() {

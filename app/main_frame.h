@@ -59,6 +59,8 @@ struct OpenScreen {
     friend bool operator==(const OpenScreen&, const OpenScreen&) = default;
 };
 
+struct ViewerKindRow;
+
 /// One thread: that of the windows.
 class frmMainMDI {
   public:
@@ -83,6 +85,8 @@ class frmMainMDI {
     /// use, so two viewers can share a section; the later save wins.
     Viewer* CreateNewForm(ViewerKind kind, const CommandLineRequest& request = {});
     void TellMissing(ViewerKind kind);
+    std::int32_t CountToRestore(const ViewerKindRow& row, std::int32_t stored) const;
+    void TellNotRestored(const ViewerKindRow& row, std::int32_t stored, std::int32_t count);
     frmCompareFiles* CreateNewCompareFilesForm(const CommandLineRequest& request = {});
     Viewer* CreateNewCompareFoldersForm(const CommandLineRequest& request = {});
     Viewer* CreateNewFindTextForm();

@@ -14,11 +14,12 @@ struct ViewerKindRow {
     const char* count_key;
     std::int32_t restored_at_first;
     const char* words;
+    const char* saved_key;  ///< stands in the section of each viewer that was ever saved
 };
 constexpr ViewerKindRow kViewerKinds[] = {
-    {ViewerKind::CompareFiles, "_CompareFile", "numCFForms", 1, "Compare Files"},
-    {ViewerKind::CompareFolders, "_CompareDir", "numCDForms", 0, "Compare Folders"},
-    {ViewerKind::FindText, "_FindText", "numFTForms", 0, "Find Text In Files"},
+    {ViewerKind::CompareFiles, "_CompareFile", "numCFForms", 1, "Compare Files", "dFontSize"},
+    {ViewerKind::CompareFolders, "_CompareDir", "numCDForms", 0, "Compare Folders", "FontSize"},
+    {ViewerKind::FindText, "_FindText", "numFTForms", 0, "Find Text In Files", "FontSize"},
 };
 inline const ViewerKindRow& RowOf(ViewerKind kind) {
     return kViewerKinds[static_cast<std::size_t>(kind)];

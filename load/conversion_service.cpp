@@ -10,6 +10,7 @@
 #include "common/process_state.h"
 #include "load/office_place.h"
 #include "load/password_wanted.h"
+#include "load/reading_faults.h"
 
 namespace zorvane {
 namespace {
@@ -140,7 +141,7 @@ std::string Explain(const ConversionResult& result, const std::string& file,
         if (row.error != result.error)
             continue;
         const bool clear = result.error == ReadError::PasswordNeeded;  // without a reader's words
-        const std::string detail = clear ? "" : FirstOf(result.detail);
+        const std::string detail = clear ? "" : ReadingFault(FirstOf(result.detail), translate);
         std::string text = translate ? translate(row.text) : std::string(row.text);
         if (const std::size_t place = text.find('#'); place != std::string::npos)
             text.replace(place, 1, detail);

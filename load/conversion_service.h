@@ -23,8 +23,8 @@ namespace zorvane {
 
 struct ProcessState;
 
-/// What went wrong with `file` and what to do, for a user; what the reader itself says of it stays
-/// English. Empty for none.
+/// What went wrong with `file` and what to do, for a user; what the reader itself says of it as
+/// `ReadingFault` has it. Empty for none.
 std::string Explain(const ConversionResult& result, const std::string& file,
                     const EnglishTo& translate = {});
 

@@ -91,10 +91,14 @@ std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& 
     }
     hold.Drop();
     if (reason.empty())
-        reason = sFile + ": " + (system_reason_.empty() ? "it cannot be read" : system_reason_);
+        reason = sFile + ": " +
+                 (system_reason_.empty() ? parts_.process.Translate("it cannot be read")
+                                         : system_reason_);
     if (reason.starts_with(sFile))
         reason.replace(0, sFile.size(), ShownName(parts_.telling, sFile));
-    LogMessage(parts_.telling, failed ? reason : reason + "; it was read as plain text instead");
+    if (!failed)
+        reason += "; " + parts_.process.Translate("it was read as plain text instead");
+    LogMessage(parts_.telling, reason);
     return bytes;
 }
 

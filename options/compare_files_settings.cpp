@@ -100,8 +100,6 @@ constexpr KeyRow kRows[] = {
 };
 
 constexpr const char* kSharedSection = "frmMain";
-constexpr double kSmallestFont = 1;
-constexpr double kLargestFont = 400;
 
 std::string SectionOf(const KeyRow& row, const std::string& own) {
     return row.scope == Scope::Shared ? kSharedSection : own;
@@ -147,7 +145,7 @@ void ReadCompareFilesSettings(IniProfile& file, const std::string& section,
     if (settings.mlReportDefaultFileType_MD < 1 || settings.mlReportDefaultFileType_MD > 4)
         settings.mlReportDefaultFileType_MD = defaults.mlReportDefaultFileType_MD;
     // A file from elsewhere may hold what no window can show.
-    settings.dFontSize = std::clamp(settings.dFontSize, kSmallestFont, kLargestFont);
+    settings.dFontSize = ShownFontSize(settings.dFontSize, defaults.dFontSize);
     if (settings.dRatioTopEditor <= 0 || settings.dRatioTopEditor >= 1)
         settings.dRatioTopEditor = CompareFilesSettings().dRatioTopEditor;
     for (const auto size : {&Settings::Width, &Settings::Height})

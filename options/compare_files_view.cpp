@@ -55,9 +55,13 @@ std::string SectionOf(const std::string& viewer) {
 
 void ReadCompareFilesView(IniProfile& file, const std::string& viewer, CompareFilesView& view) {
     const std::string section = SectionOf(viewer);
+    const View before = view;
     ReadSettings<View>(file, section, kRows, view);
-    for (const RangeRow& range : kRanges)
-        view.*range.member = std::clamp(view.*range.member, range.least, range.most);
+    for (const RangeRow& range : kRanges) {
+        std::int32_t& value = view.*range.member;
+        const bool no_size = value < range.least && value <= 0;
+        value = no_size ? before.*range.member : std::clamp(value, range.least, range.most);
+    }
     view.RatioColumns = std::clamp(view.RatioColumns, kNarrowest, kWidest);
     auto layout = static_cast<std::int32_t>(view.Layout);
     ReadSetting(file, section, kLayout, layout);

@@ -37,7 +37,8 @@ struct CompareFilesView {
     friend bool operator==(const CompareFilesView&, const CompareFilesView&) = default;
 };
 
-/// A missing key keeps what `view` has; a value outside its range becomes its nearest end.
+/// A missing key keeps what `view` has, and so does 0 or less where that is no size; any other
+/// value outside its range becomes its nearest end.
 void ReadCompareFilesView(IniProfile& file, const std::string& viewer, CompareFilesView& view);
 void SaveCompareFilesView(IniProfile& file, const std::string& viewer,
                           const CompareFilesView& view);

@@ -50,7 +50,9 @@ void ReadCompareFoldersSettings(IniProfile& file, const std::string& section, Re
                                 CompareFoldersSettings& settings) {
     if (place == ReadPlace::Yes)
         ReadSettings<Settings>(file, section, kPlace, settings);
+    const double usual_size = settings.FontSize;
     ReadSettings<Settings>(file, section, kRows, settings);
+    settings.FontSize = ShownFontSize(settings.FontSize, usual_size);
 }
 
 void SaveCompareFoldersSettings(IniProfile& file, const std::string& section,

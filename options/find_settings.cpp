@@ -51,6 +51,7 @@ FindSettings DefaultFindSettings(const std::string& data_folder) {
 void ReadFindSettings(IniProfile& file, const std::string& section, FindSettings& settings) {
     const FindSettings before = settings;
     ReadSettings<Settings>(file, section, kRows, settings);
+    settings.FontSize = ShownFontSize(settings.FontSize, before.FontSize);
     for (const auto ratio :
          {&Settings::dDividerPrimaryRatioLast, &Settings::dDividerSecondaryRatio}) {
         // 12345 stands for no value; the others would hide a part for good.

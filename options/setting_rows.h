@@ -40,6 +40,13 @@ void SaveSetting(IniProfile& file, std::string_view section, std::string_view ke
     file.Write(section, key, SettingText(value));
 }
 
+/// A font's size in points as it was read, or `otherwise` for one that no window can show.
+inline double ShownFontSize(double points, double otherwise) {
+    constexpr double kSmallest = 1;
+    constexpr double kLargest = 400;
+    return points >= kSmallest && points <= kLargest ? points : otherwise;
+}
+
 template <typename Settings>
 struct SettingRow {
     using Member = std::variant<bool Settings::*, std::int32_t Settings::*, double Settings::*,

@@ -34,7 +34,7 @@ constexpr Command kCommands[] = {
 
     {"help.contents", "&Help", "&Help", 10, "F1", "help", "Read how it is done"},
     {"help.what_is_this", "&What Is This?", "&Help", 10, "Shift+F1", "help", "Click on something to hear what it is for"},
-    {"help.palette", "&Command Palette...", "&Help", 10, "Ctrl+Shift+P", "palette", "Find any command by typing"},
+    {"help.palette", "&Command Palette...", "&Help", 10, "Ctrl+Shift+P", "palette", "Find any command by typing", CommandKind::Push, KeyScope::Program},
     {"help.example", "Open the &Example", "&Help", 20, "", "example", "Compare two short contracts that come along"},
     {"help.online", "Help On &Line", "&Help", 30, "", "", "Read the help on the web"},
     {"help.home_page", "Product Home &Page", "&Help", 30, "", "launch", "Open the home page"},

@@ -1,8 +1,10 @@
 #include "common/ui/command_palette.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QAccessible>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
@@ -87,6 +89,9 @@ void CommandPalette::MakePanel() {
 }
 
 void CommandPalette::Open() {
+    if (!isHidden())
+        return;
+    PutDialogsAside();
     had_focus_ = window()->focusWidget();
     commands_.Refresh();
     model_->SetEntries(commands_.Entries());
@@ -104,7 +109,36 @@ void CommandPalette::Close() {
     hide();
     if (had_focus_ != nullptr)
         had_focus_->setFocus(Qt::PopupFocusReason);
+    TakeDialogsBack();
     Q_EMIT Closed();
+}
+
+// They would stay above the window that the palette is part of, and cover the list.
+void CommandPalette::PutDialogsAside() {
+    front_ = QApplication::activeWindow();
+    for (auto* dialog : window()->findChildren<QDialog*>()) {
+        if (!dialog->isVisible() || dialog->isModal())
+            continue;
+        aside_.emplace_back(dialog);
+        // A command may end it.
+        connect(dialog, &QDialog::finished, this, [this, dialog] { std::erase(aside_, dialog); });
+        dialog->hide();
+    }
+    window()->activateWindow();
+}
+
+void CommandPalette::TakeDialogsBack() {
+    for (const QPointer<QDialog>& dialog : std::exchange(aside_, {})) {
+        if (dialog == nullptr)
+            continue;
+        dialog->disconnect(this);
+        dialog->move(dialog->pos());  // else it would be laid in the middle again
+        dialog->setAttribute(Qt::WA_ShowWithoutActivating, dialog != front_);
+        dialog->show();
+        dialog->setAttribute(Qt::WA_ShowWithoutActivating, false);
+        if (dialog == front_)
+            dialog->activateWindow();
+    }
 }
 
 void CommandPalette::Filter(const QString& pattern) {

@@ -1,6 +1,9 @@
 // Finds a command by typing some of its letters.
 #pragma once
 
+#include <vector>
+
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -20,7 +23,8 @@ class CommandPalette : public QWidget {
   public:
     CommandPalette(CommandSet& commands, UiText text, QWidget& window);
 
-    /// Opens with an empty line, the last used commands first.
+    /// Opens with an empty line, the last used commands first. Dialogs that stand beside the
+    /// window are out of sight meanwhile.
     void Open();
     void Close();
     /// Ids, the last one first; kept from one session to the next by whoever owns this.
@@ -44,6 +48,8 @@ class CommandPalette : public QWidget {
     void Lay();
     bool OnKey(int key);
     void RunCurrent();
+    void PutDialogsAside();
+    void TakeDialogsBack();
 
     CommandSet& commands_;
     UiText text_;
@@ -54,6 +60,8 @@ class CommandPalette : public QWidget {
     QLabel* count_;
     QStringList last_used_;
     QPointer<QWidget> had_focus_;
+    QPointer<QWidget> front_;               ///< the window in front before
+    std::vector<QPointer<QDialog>> aside_;  ///< out of sight meanwhile
 };
 
 /// Which entries fit `pattern`, in the order in which they are listed: those that can be run, by

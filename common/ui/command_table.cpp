@@ -62,10 +62,12 @@ void CommandSet::Add(const Command& command) {
         action->setIcon(LookIcon(ToQt(command.icon)));
     connect(action, &QAction::triggered, this, [this, id = command.id] { Run(id); });
     // Keys work wherever the focus is in the window, menus open or not.
-    if (command.scope == KeyScope::Window)
-        window_.addAction(action);
-    else
+    if (command.scope == KeyScope::Program)
+        action->setShortcutContext(Qt::ApplicationShortcut);
+    if (command.scope == KeyScope::Focus)
         action->setShortcutContext(Qt::WidgetShortcut);
+    else
+        window_.addAction(action);
     by_id_[command.id] = items_.size();
     items_.push_back({.command = &command, .action = action});
     ShowWords(items_.back());

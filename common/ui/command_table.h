@@ -27,7 +27,8 @@ enum class CommandKind : std::uint8_t {
 /// Where the keys of a command hold.
 enum class KeyScope : std::uint8_t {
     Window,
-    Focus  ///< while a widget that was given the action has the focus
+    Program,  ///< also while a window that belongs to it is in front, unless it is modal
+    Focus     ///< while a widget that was given the action has the focus
 };
 
 /// One command. Texts are English, as the translator wants them.

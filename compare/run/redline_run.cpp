@@ -188,9 +188,7 @@ RedlineRun::RedlineRun(ProcessState& process, RedlineOptions options)
     : process_(process),
       options_(std::move(options)),
       date_(RevisionDate(options_, Environment("SOURCE_DATE_EPOCH"), SecondsNow(process))),
-      service_(std::make_unique<ConversionService>(process.platform)) {
-    service_->SetInSandbox(!process.bWithoutSandbox);
-}
+      service_(std::make_unique<ConversionService>(process)) {}
 
 RedlineRun::~RedlineRun() = default;
 

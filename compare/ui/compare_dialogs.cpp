@@ -102,12 +102,12 @@ void FindReplaceDialog::Show(bool read_only, bool replace) {
     line->selectAll();
 }
 
-void FindReplaceDialog::hideEvent(QHideEvent* event) {
+void FindReplaceDialog::done(int result) {
     Store();
     find_.cmdDone_Click();
+    Dialog::done(result);
     if (found)
         found();
-    Dialog::hideEvent(event);
 }
 
 }  // namespace zorvane

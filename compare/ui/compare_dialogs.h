@@ -36,8 +36,8 @@ class FindReplaceDialog : public Dialog {
     /// A hit was selected, or marks changed.
     std::function<void()> found;
 
-  protected:
-    void hideEvent(QHideEvent* event) override;
+    /// Esc, too; a dialog that is only out of sight goes on.
+    void done(int result) override;
 
   private:
     void Store();

@@ -93,6 +93,7 @@ TEST_F(MainFrameTest, ASessionComesBack) {
 struct CountRow {
     const char* stored;
     std::size_t restored;
+    bool told = false;
 };
 TEST_F(MainFrameTest, CountsAreReadWithCare) {
     for (const CountRow& row : {CountRow{"0", 0},
@@ -102,13 +103,27 @@ TEST_F(MainFrameTest, CountsAreReadWithCare) {
                                 {"many", 1},
                                 {"", 1},
                                 {"99999999999", 1},
-                                {"2000000000", 250}}) {
+                                {"12", 12},
+                                {"13", 1, true},
+                                {"2000000000", 1, true}}) {
         SCOPED_TRACE(row.stored);
         Life session(fakes);
         session.process.settings->Write("Main", "numCFForms", row.stored);
         session.process.settings->Write("Main", "ActiveForm", "9_Gone");
         session.frame.Load();
         EXPECT_EQ(session.frame.OpenScreens().size(), row.restored);
+        EXPECT_EQ(session.Told().size(), row.told ? 1 : 0);
+    }
+    for (const CountRow& row :
+         {CountRow{"13", 13}, {"20", 20}, {"40", 20, true}, {"999999", 20, true}}) {
+        SCOPED_TRACE(row.stored);
+        Life session(fakes);
+        session.process.settings->Write("20_CompareFile", "dFontSize", "10");
+        session.process.settings->Write("13_CompareFile", "dFontSize", "10");
+        session.process.settings->Write("Main", "numCFForms", row.stored);
+        session.frame.Load();
+        EXPECT_EQ(session.frame.OpenScreens().size(), row.restored);
+        EXPECT_EQ(session.Told().size(), row.told ? 1 : 0);
     }
 }
 

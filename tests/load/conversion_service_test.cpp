@@ -39,6 +39,20 @@ TEST_F(ConversionServiceTest, ExplainsEveryErrorWithTheFile) {
     EXPECT_EQ(Explain({}, "a.docx"), "");
 }
 
+TEST_F(ConversionServiceTest, ExplainsWhatIsFixedInTheUsersLanguage) {
+    const EnglishTo marked = [](std::string_view english) {
+        return "<" + std::string(english) + ">";
+    };
+    for (const auto& [detail, shown] :
+         {std::pair{"no such sheet", "<no such sheet>"},
+          {"the package (ZIP) is cut off or broken\nin part 3",
+           "<the package (ZIP) is cut off or broken>"},
+          {"the sheet Sales is missing", "the sheet Sales is missing"},
+          {"No such file or directory", "No such file or directory"}})
+        EXPECT_EQ(Explain(FailedConversion(ReadError::Damaged, detail), "a.xlsx", marked),
+                  "a.xlsx: <the document is damaged>: " + std::string(shown));
+}
+
 TEST_F(ConversionServiceTest, LeavesNoTargetAfterAFailure) {
     const ConversionMessage job = Job("a.docx", "PK\x03\x04 broken");
     EXPECT_EQ(service_.Run(job, {}).error, ReadError::Damaged);

@@ -124,6 +124,20 @@ TEST(FindSettings, ReadOddRatios) {
     }
 }
 
+TEST(FontSize, IsTheUsualOneWhereNoWindowCanShowIt) {
+    for (const char* text : {"-3", "0", "1e300", "inf"}) {
+        SCOPED_TRACE(text);
+        const auto file = MakeMemoryIniProfile();
+        file->Write("V", "FontSize", text);
+        FindSettings find;
+        ReadFindSettings(*file, "V", find);
+        EXPECT_EQ(find.FontSize, 8);
+        CompareFoldersSettings folders;
+        ReadCompareFoldersSettings(*file, "V", ReadPlace::Yes, folders);
+        EXPECT_EQ(folders.FontSize, 10);
+    }
+}
+
 TEST(FindHistory, KeepsTheLastTwentyInOrder) {
     const auto file = MakeMemoryIniProfile();
     Texts items;

@@ -235,8 +235,8 @@ TEST(CompareFilesSettings, BringsIntoRangeWhatNoWindowCanShow) {
         std::int32_t width_read;
     };
     for (const Row& row :
-         {Row{"1e300", 400, "0.25", 0.25, "1", 1}, Row{"-3", 1, "12345", 12345, "0", 12000},
-          Row{"10.5", 10.5, "-1", 12345, "-7", 12000}}) {
+         {Row{"1e300", 10, "0.25", 0.25, "1", 1}, Row{"-3", 10, "12345", 12345, "0", 12000},
+          Row{"0.9", 10, "-1", 12345, "-7", 12000}, Row{"400", 400, "2", 12345, "9", 9}}) {
         SCOPED_TRACE(row.font);
         const auto file = MakeMemoryIniProfile();
         file->Write(kSection, "dFontSize", row.font);
@@ -302,7 +302,9 @@ TEST(CompareFilesView, ComesBackWithTheSettings) {
 
 TEST(CompareFilesView, BringsBadValuesIntoRange) {
     const auto file = MakeMemoryIniProfile();
-    for (const auto& [key, text] : {std::pair{"ZoomPercent", "0"},
+    for (const auto& [key, text] : {std::pair{"ZoomPercent", "-50"},
+                                    {"LineLength", "1"},
+                                    {"FoldFromParagraphs", "0"},
                                     {"PanelWidth", "1e9"},
                                     {"RatioColumns", "-4"},
                                     {"Layout", "7"},
@@ -310,7 +312,9 @@ TEST(CompareFilesView, BringsBadValuesIntoRange) {
         file->Write("1_CompareFileView", key, text);
     CompareFilesView view;
     ReadCompareFilesView(*file, kSection, view);
-    EXPECT_EQ(view.ZoomPercent, 25);
+    EXPECT_EQ(view.ZoomPercent, 100) << "no zoom at all";
+    EXPECT_EQ(view.LineLength, 200);
+    EXPECT_EQ(view.FoldFromParagraphs, 4);
     EXPECT_EQ(view.PanelWidth, 2000);
     EXPECT_EQ(view.RatioColumns, 0.1);
     EXPECT_EQ(view.Layout, PaneLayout::EditorsAndResult);

@@ -2,6 +2,7 @@
 // a wrong value refused, and does Esc change nothing?
 #include "common/ui/look_style.h"
 #include "compare/ui/advanced_options_dialog.h"
+#include "compare/ui/compare_dialogs.h"
 #include "compare/ui/report_options_dialog.h"
 #include "compare/ui/type_dialogs.h"
 #include "tests/ui/dialogs_world.h"
@@ -24,6 +25,30 @@ TEST_F(DialogsTest, OptionsOfAFileTypeFollowTheSideThatOneWorksIn) {
     WorkIn(world, Side::Modified);
     world.window.Commands().Run("file.type_options");
     EXPECT_TRUE(world.Page().Look().OptionsUnfolded) << "without a type: the compare options";
+}
+
+TEST_F(DialogsTest, ThePaletteOpensOverTheFindDialogAndGivesItBack) {
+    WindowWorld world(fakes, theme);
+    ASSERT_TRUE(world.Compare(modified, modified));
+    world.window.Commands().Run("edit.find");
+    auto* find = world.window.findChild<FindReplaceDialog*>();
+    ASSERT_NE(find, nullptr);
+    ASSERT_TRUE(WindowWorld::Until([&] { return find->isActiveWindow(); }));
+    for (const Qt::Key leave : {Qt::Key_Escape, Qt::Key_Return}) {
+        find->activateWindow();
+        QTest::keyClicks(find->focusWidget(), QStringLiteral("Alp"));
+        QTest::keyClick(find, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+        CommandPalette& palette = world.window.Palette();
+        ASSERT_TRUE(palette.isVisible());
+        EXPECT_FALSE(find->isVisible()) << "it would cover the list";
+        QTest::keyClicks(&palette.Line(), QStringLiteral("next pane"));
+        QTest::keyClick(&palette.Line(), leave);
+        EXPECT_FALSE(palette.isVisible());
+        EXPECT_TRUE(find->isVisible());
+        EXPECT_TRUE(world.Viewer().Tools().FindReplace().IsOpen()) << "it goes on";
+    }
+    QTest::keyClick(find, Qt::Key_Escape);
+    EXPECT_FALSE(world.Viewer().Tools().FindReplace().IsOpen());
 }
 
 TEST_F(DialogsTest, PdfOptionsComeBackTheNextDay) {

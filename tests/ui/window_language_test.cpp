@@ -5,11 +5,13 @@
 #include <map>
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 
 #include <gtest/gtest.h>
 
 #include "common/base/text_encoding.h"
+#include "tests/support/compound_bytes.h"
 #include "tests/ui/window_world.h"
 
 namespace zorvane {
@@ -87,6 +89,29 @@ TEST_P(WindowLanguageTest, AsksForNothingThatItsFileLacks) {
     for (const auto* button : world.window.findChildren<QAbstractButton*>())
         found = found || button->text() == QString::fromUtf8(GetParam().caption);
     EXPECT_TRUE(found) << "the Compare button is in the language";
+}
+
+// Encrypted so that no password opens it.
+std::string ProtectedDocument() {
+    std::string info("\3\0\2\0\x24\0\0\0\x20\0\0\0", 12);
+    info.append(8, '\0').append("\x0E\x66\0\0\4\x80\0\0", 8).append(16, '\0');
+    info.append("\x10\0\0\0", 4).append(32, 's').append("\x14\0\0\0", 4).append(32, 'h');
+    CompoundWriter file;
+    file.Add("EncryptionInfo", info);
+    file.Add("EncryptedPackage", std::string("\5\0\0\0\0\0\0\0", 8) + std::string(16, 'p'));
+    return file.Finish();
+}
+
+// The page knows a missing password by the words of the reader's reason.
+TEST_P(WindowLanguageTest, AsksForThePasswordOfAProtectedDocument) {
+    fs::create_directories(fakes.folder.Path("program"));
+    fs::create_symlink(ZORVANE_CONVERTER, fakes.folder.Path("program/zorvane-convert"));
+    WindowWorld world(fakes, theme);
+    world.window.OpenPair(Write("a.docx", ProtectedDocument()), Write("b.txt", "One\r\n"));
+    const CardGround& ground = world.Page().Editors().Ground(Side::Original);
+    ASSERT_TRUE(WindowWorld::Until([&] { return ground.Shown() != nullptr; }));
+    EXPECT_NE(ground.Shown()->findChild<QLineEdit*>(), nullptr) << "a field for the password";
+    EXPECT_EQ(ReadWhole(file).substr(before.size()), "");
 }
 
 void ExpectMnemonicsOnce(const QString& title, const QList<QAction*>& actions) {
