@@ -17,6 +17,7 @@ using namespace measures;
 namespace {
 
 constexpr int kTwipsPerPixel = 15;
+constexpr int kWidestColumn = 4000;  // a damaged file may say millions
 constexpr int kLeastSection = 24;
 constexpr int kHeadHeight = 32;
 
@@ -96,7 +97,8 @@ void Grid::ShareRoom() {
         setColumnHidden(at, twips == 0);
         if (twips == 0)
             continue;
-        setColumnWidth(at, std::max(static_cast<int>(twips) / kTwipsPerPixel, column.least));
+        setColumnWidth(at, std::clamp(static_cast<int>(twips) / kTwipsPerPixel, column.least,
+                                      std::max(column.least, kWidestColumn)));
         room -= columnWidth(at);
     }
     room = std::max(room, least);
