@@ -152,8 +152,7 @@ void FolderLegend::paintEvent(QPaintEvent*) {
     int x = kWindowEdge;
     const int top = (height() - kIconSize) / 2;
     for (const Mark& mark : marks_) {
-        PaintIcon(painter, mark.icon, QRectF(x, top, kIconSize, kIconSize),
-                  tokens[mark.ink]);
+        PaintIcon(painter, mark.icon, QRectF(x, top, kIconSize, kIconSize), tokens[mark.ink]);
         x += kColumnGap;
         painter.setPen(tokens[Token::Text2]);
         const int width = fontMetrics().horizontalAdvance(mark.words);
