@@ -9,7 +9,6 @@
 #include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
 #include "common/text_privacy.h"
-#include "compare/run/redline_run.h"
 #include "reports/json_report.h"
 #include "reports/terminal_report.h"
 
@@ -45,8 +44,7 @@ CompareStatus CompareRunner::Run() {
     viewer_.PresentDocumentReport({Label(Side::Original), Label(Side::Modified)});
     if (const Status set = SetOptions(); !set.ok())
         return Trouble(set);
-    RedlineRun redline(process_, command_.redline);
-    redline.Begin(RedlineInputsNow());
+    BeginRedline();
     bool failed = false;
     viewer_.RefreshDisplayCommandLine(Format(), WantsDocument() ? BuildViews::Yes : BuildViews::No,
                                       failed);
@@ -54,7 +52,7 @@ CompareStatus CompareRunner::Run() {
     if (failed || viewer_.SlidesFailed() || !HasText())
         return CompareStatus::Trouble;
     compared_ = true;
-    if (!WriteReports() || !WriteRedline(redline) || !WriteJson() || !Print())
+    if (!WriteReports() || !WriteRedline() || !WriteJson() || !Print())
         return CompareStatus::Trouble;
     return viewer_.Compared().Same() && !DiffersBeside() ? CompareStatus::Same
                                                          : CompareStatus::Different;
@@ -87,10 +85,10 @@ bool CompareRunner::DiffersBeside() const {
 bool CompareRunner::HasText() {
     bool good = true;
     for (const Side side : kBothSides) {
-        const std::string& reason = viewer_.NoTextReasons()[side];
         // Tracked changes are of pictures and formulas, too.
-        if (!command_.redline.files.empty() && IsRedlineName(files_[side]))
+        if (redline_ && IsRedlineName(files_[side]))
             continue;
+        const std::string& reason = viewer_.NoTextReasons()[side];
         good = Report(reason.empty() ? Status::Ok() : Status(Failure{reason})) && good;
     }
     return good;
@@ -212,10 +210,18 @@ RedlineInputs CompareRunner::RedlineInputsNow() const {
     return inputs;
 }
 
-bool CompareRunner::WriteRedline(RedlineRun& redline) {
+// Its service starts beside the compare, which reads the same files.
+void CompareRunner::BeginRedline() {
     if (command_.redline.files.empty())
+        return;
+    redline_.emplace(process_, command_.redline);
+    redline_->Begin(RedlineInputsNow());
+}
+
+bool CompareRunner::WriteRedline() {
+    if (!redline_)
         return true;
-    Result<std::vector<RedlineCertificate>> certificates = redline.Write(RedlineInputsNow());
+    Result<std::vector<RedlineCertificate>> certificates = redline_->Write(RedlineInputsNow());
     if (!certificates.ok())
         return Report(certificates.status());
     certificates_ = std::move(certificates).value();

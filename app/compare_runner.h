@@ -1,6 +1,7 @@
 // One pair compared and reported as a command line asks for.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"
 #include "compare/engine/report_model.h"
+#include "compare/run/redline_run.h"
 
 namespace zorvane {
 
@@ -50,7 +52,8 @@ class CompareRunner {
     std::string DateOf(Side side) const;
     bool WriteReports();
     RedlineInputs RedlineInputsNow() const;
-    bool WriteRedline(RedlineRun& redline);
+    void BeginRedline();
+    bool WriteRedline();
     void Open(ReportType type, const std::string& file);
     ReportModel Model() const;
     bool WriteJson();
@@ -63,6 +66,7 @@ class CompareRunner {
     frmCompareFiles viewer_;
     PerSide<std::string> files_;
     bool compared_ = false;
+    std::optional<RedlineRun> redline_;             ///< where one was asked for
     std::vector<RedlineCertificate> certificates_;  ///< of redlines that were written
     std::vector<std::string> written_;
 };

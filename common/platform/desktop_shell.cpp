@@ -12,10 +12,8 @@
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
+#include "common/platform/process_environment.h"
 #include "common/platform/terminal.h"
-
-extern char**
-    environ;  // NOLINT(readability-redundant-declaration): some systems leave it to the user
 
 namespace zorvane {
 namespace {

@@ -21,9 +21,6 @@
 #include "common/platform/private_folder.h"
 #include "common/platform/terminal.h"
 
-extern char**
-    environ;  // NOLINT(readability-redundant-declaration): some systems leave it to the user
-
 namespace zorvane {
 namespace {
 

@@ -8,8 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char**
-    environ;  // NOLINT(readability-redundant-declaration): some systems leave it to the user
+#include "common/platform/process_environment.h"
 
 namespace zorvane {
 namespace {
