@@ -18,22 +18,23 @@ using zorvane::DifferenceType;
 
 // Records that no equal line parts are one hunk, as in the listings of other tools.
 bool Touch(const DifferenceRecord& front, const DifferenceRecord& back) {
-    const auto begin = [](std::int32_t last, std::int32_t count) { return last - count; };
-    return begin(back.last_original, back.OriginalCount()) == front.last_original &&
-           begin(back.last_modified, back.ModifiedCount()) == front.last_modified;
+    return std::all_of(std::begin(kBothSides), std::end(kBothSides), [&](Side side) {
+        return back.InFront(side) == front.paragraphs[side].last;
+    });
 }
 
 DifferenceRecord Joined(const DifferenceRecord& front, const DifferenceRecord& back) {
-    const std::int32_t originals = front.OriginalCount() + back.OriginalCount();
-    const std::int32_t modifieds = front.ModifiedCount() + back.ModifiedCount();
+    const std::int32_t originals = front.Count(Side::Original) + back.Count(Side::Original);
+    const std::int32_t modifieds = front.Count(Side::Modified) + back.Count(Side::Modified);
     DifferenceRecord joined = back;
     joined.type = originals == 0   ? DifferenceType::Addition
                   : modifieds == 0 ? DifferenceType::Deletion
                                    : DifferenceType::Change;
-    joined.first_original =
-        originals == 0 ? back.last_original : back.last_original - originals + 1;
-    joined.first_modified =
-        modifieds == 0 ? back.last_modified : back.last_modified - modifieds + 1;
+    for (const Side side : kBothSides) {
+        const std::int32_t count = front.Count(side) + back.Count(side);
+        const ParagraphNumber last = back.paragraphs[side].last;
+        joined.paragraphs[side].first = count == 0 ? last : last - count + 1;
+    }
     return joined;
 }
 
@@ -49,9 +50,9 @@ std::vector<DifferenceRecord> Hunks(const std::vector<DifferenceRecord>& records
 }
 
 void PrintHunk(const DifferenceRecord& hunk) {
-    PrintRange(hunk.first_original, hunk.last_original);
+    PrintRange(hunk.paragraphs.original.first.value, hunk.paragraphs.original.last.value);
     std::printf("%c", static_cast<char>(hunk.type));
-    PrintRange(hunk.first_modified, hunk.last_modified);
+    PrintRange(hunk.paragraphs.modified.first.value, hunk.paragraphs.modified.last.value);
     std::printf("\n");
 }
 

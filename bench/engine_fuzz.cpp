@@ -31,13 +31,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const DifferenceRecord& record : engine.Records()) {
         const bool addition = record.type == DifferenceType::Addition;
         const bool deletion = record.type == DifferenceType::Deletion;
-        if ((addition ? record.first_original : record.first_original - 1) < original ||
-            (deletion ? record.first_modified : record.first_modified - 1) < modified ||
-            record.last_original > engine.Compared().Paragraphs(Side::Original) ||
-            record.last_modified > engine.Compared().Paragraphs(Side::Modified))
+        if ((addition ? record.paragraphs.original.first.value
+                      : record.paragraphs.original.first.value - 1) < original ||
+            (deletion ? record.paragraphs.modified.first.value
+                      : record.paragraphs.modified.first.value - 1) < modified ||
+            record.paragraphs.original.last.value > engine.Compared().Paragraphs(Side::Original) ||
+            record.paragraphs.modified.last.value > engine.Compared().Paragraphs(Side::Modified))
             std::abort();
-        original = record.last_original;
-        modified = record.last_modified;
+        original = record.paragraphs.original.last.value;
+        modified = record.paragraphs.modified.last.value;
     }
     return 0;
 }

@@ -31,12 +31,13 @@ const Comparison& Large() {
         for (std::int32_t at = kEvery; at < kParagraphs; at += kEvery) {
             const std::int32_t other = at + shift;
             if (at / kEvery % 3 == 0)
-                made.records.push_back({DifferenceType::Change, at, at, other, other});
+                made.records.push_back({DifferenceType::Change, {{at, at}, {other, other}}});
             else if (shift == 0)
-                made.records.push_back({DifferenceType::Addition, at, at, at + 1, at + ++shift});
+                made.records.push_back(
+                    {DifferenceType::Addition, {{at, at}, {at + 1, at + ++shift}}});
             else
                 made.records.push_back(
-                    {DifferenceType::Deletion, at, at, other - 1, at - 1 + shift--});
+                    {DifferenceType::Deletion, {{at, at}, {other - 1, at - 1 + shift--}}});
         }
         made.details.resize(made.records.size());
         return made;

@@ -17,10 +17,10 @@ BesideFound FindBeside(const Comparison& comparison, const BesideSides& sides) {
     for (const BesideDifference& difference : differences) {
         const BesideKindName& name = NameOf(difference.kind);
         const bool looks = difference.kind == BesideKind::Formatting;
-        found.notes.push_back(
-            {std::string(name.option), looks ? "formatting" : std::string(name.singular),
-             std::string(VerbOf(difference.kind, difference.change)), difference.original_paragraph,
-             difference.modified_paragraph, difference.old_text, difference.new_text});
+        found.notes.push_back({std::string(name.option),
+                               looks ? "formatting" : std::string(name.singular),
+                               std::string(VerbOf(difference.kind, difference.change)),
+                               difference.paragraphs, difference.old_text, difference.new_text});
     }
     return found;
 }

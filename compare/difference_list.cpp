@@ -12,16 +12,16 @@ namespace {
 constexpr std::size_t kExcerptLength = 100;
 
 std::int32_t LinesOf(const DifferenceRecord& record) {
-    return std::max(record.OriginalCount(), record.ModifiedCount());
+    return std::max(record.Count(Side::Original), record.Count(Side::Modified));
 }
 
 // In half paragraphs, so that a place between two has one too.
 std::int64_t Distance(const DifferenceRecord& record, Side side, std::int32_t number) {
     const std::int64_t at = std::int64_t{2} * number;
-    const std::int64_t first = std::int64_t{2} * FirstOf(record, side);
-    if (CountOf(record, side) == 0)
+    const std::int64_t first = std::int64_t{2} * record.paragraphs[side].first.value;
+    if (record.Count(side) == 0)
         return std::abs(at - first - 1);
-    const std::int64_t last = std::int64_t{2} * LastOf(record, side);
+    const std::int64_t last = std::int64_t{2} * record.paragraphs[side].last.value;
     return std::max({std::int64_t{0}, first - at, at - last});
 }
 
@@ -49,7 +49,8 @@ const DifferenceRecord* DifferenceList::RecordAt(std::int32_t index) const {
 std::string DifferenceList::Excerpt(const DifferenceRecord& record) const {
     const Side side = record.type == DifferenceType::Addition ? Side::Modified : Side::Original;
     std::u16string buffer;
-    std::u16string_view text = comparison_->Lines(side).Text(FirstOf(record, side) - 1, buffer);
+    std::u16string_view text =
+        comparison_->Lines(side).Text(record.paragraphs[side].first.value - 1, buffer);
     if (text.size() > kExcerptLength)
         text = text.substr(0, kExcerptLength - (IsHighSurrogate(text[kExcerptLength - 1]) ? 1 : 0));
     return "\"" + ToUtf8(text) + "\"";
@@ -61,7 +62,7 @@ std::string DifferenceList::Line(std::int32_t index) const {
         return {};
     const std::int32_t lines = LinesOf(*record);
     const std::string number = "[" + std::to_string(index + 1) + "] ";
-    const std::string place = std::to_string(record->first_original);
+    const std::string place = std::to_string(record->paragraphs.original.first.value);
     if (record->type == DifferenceType::Change)
         return number + std::to_string(lines) + " " +
                translate_(lines == 1 ? "change at paragraph" : "changes at paragraph") + " (" +
@@ -78,7 +79,7 @@ std::string DifferenceList::Status(std::int32_t index) const {
     if (record == nullptr)
         return {};
     const std::string number = "[" + std::to_string(index + 1) + "] ";
-    const std::string place = ": " + std::to_string(record->first_original);
+    const std::string place = ": " + std::to_string(record->paragraphs.original.first.value);
     if (record->type == DifferenceType::Change)
         return number + translate_("Change at paragraph") + place;
     const bool addition = record->type == DifferenceType::Addition;
@@ -96,9 +97,10 @@ std::optional<std::int32_t> DifferenceList::Nearest(Side side, ParagraphNumber n
         return Distance(records[static_cast<std::size_t>(index)], side, number.value);
     };
     // The first that does not end in front of the paragraph: it or the one in front is the nearest.
-    const auto behind = std::partition_point(
-        records.begin(), records.end(),
-        [&](const DifferenceRecord& record) { return LastOf(record, side) < number.value; });
+    const auto behind =
+        std::partition_point(records.begin(), records.end(), [&](const DifferenceRecord& record) {
+            return record.paragraphs[side].last.value < number.value;
+        });
     std::ptrdiff_t nearest = behind - records.begin();
     if (behind == records.end() || (nearest > 0 && distance(nearest - 1) <= distance(nearest)))
         --nearest;

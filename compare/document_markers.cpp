@@ -12,17 +12,6 @@ namespace {
 
 constexpr std::u16string_view kBreak = u"\r\n";
 
-struct ParagraphRange {
-    ParagraphNumber first;
-    ParagraphNumber last;
-};
-ParagraphRange OriginalParagraphs(const DifferenceRecord& record) {
-    return {ParagraphNumber{record.first_original}, ParagraphNumber{record.last_original}};
-}
-ParagraphRange ModifiedParagraphs(const DifferenceRecord& record) {
-    return {ParagraphNumber{record.first_modified}, ParagraphNumber{record.last_modified}};
-}
-
 RichText Paragraphs(clsRTBDocument& document, ParagraphRange range, LastBreak last_break) {
     return document.RichTB().Rich(document.RangeOf(range.first, range.last, last_break));
 }
@@ -62,10 +51,10 @@ class DocumentMarker : public RecordMarker {
     // Fills the small editors with the changed paragraphs.
     ChangeEditors FillChangeEditors(const DifferenceRecord& record, DocumentEditor& original) {
         original.editor.SetRich(Paragraphs(editors_.rtbOriginal.document,
-                                           OriginalParagraphs(record), LastBreak::LeaveOut));
+                                           record.paragraphs.original, LastBreak::LeaveOut));
         monitor_.KeepGoing();  // a long record: the stop is seen by the pass
         MemoryEditor& modified = editors_.rtbModifiedDiffTemp.editor;
-        modified.SetRich(Paragraphs(editors_.rtbModified.document, ModifiedParagraphs(record),
+        modified.SetRich(Paragraphs(editors_.rtbModified.document, record.paragraphs.modified,
                                     LastBreak::LeaveOut));
         return {original.editor, modified};
     }
@@ -103,7 +92,7 @@ class DocumentMarker : public RecordMarker {
         const bool here = own == DifferenceType::Deletion;
         return monitor_.Translate(here ? "moved to " : "moved from ") +
                MovedPlace(comparison, *move, here ? Side::Modified : Side::Original) + ", <<<" +
-               std::to_string(PartnerOf(*move, own) + 1) + ">>>";
+               std::to_string(PartnerOf(*move, own).value + 1) + ">>>";
     }
 };
 
@@ -115,27 +104,27 @@ class AllInOneMarker : public DocumentMarker {
   protected:
     RichText MarkAddition(std::size_t index, const DifferenceRecord& record) override {
         DocumentEditor& work = editors_.rtbAIODiffTemp;
-        work.editor.SetRich(Paragraphs(editors_.rtbModified.document, ModifiedParagraphs(record),
+        work.editor.SetRich(Paragraphs(editors_.rtbModified.document, record.paragraphs.modified,
                                        LastBreak::LeaveOut));
         work.document.ColorizeAll(context_.Style(Mark::Addition));
         RichText entry = work.editor.Rich();
         // A block that opens the document ends with a break, all others begin with one.
-        const bool opens = record.first_original < 1;
+        const bool opens = record.paragraphs.original.first.value < 1;
         work.editor.Replace({CharPos{opens ? work.editor.Length() : 0}, 0}, kBreak);
         // Once more: of a blank paragraph the break is all that shows.
         work.document.ColorizeAll(context_.Style(Mark::Addition));
         PutNumber(work.editor, CharPos{opens ? 0 : static_cast<std::int32_t>(kBreak.size())},
                   index);
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
-        merged.SetCursorAt(ParagraphNumber{record.first_original});
+        merged.SetCursorAt(record.paragraphs.original.first);
         merged.RichTB().ReplaceSelection(work.editor.Rich());
-        merged.ParagraphCollectionAdjustmentAddDelta(ParagraphNumber{record.last_original + 1},
+        merged.ParagraphCollectionAdjustmentAddDelta(record.paragraphs.original.last + 1,
                                                      work.editor.Length());
         return entry;
     }
 
     RichText MarkDeletion(std::size_t index, const DifferenceRecord& record) override {
-        const ParagraphRange range = OriginalParagraphs(record);
+        const ParagraphRange range = record.paragraphs.original;
         RichText entry = ColorizeDeletion(index, range);
         clsRTBDocument& merged = editors_.rtbAIODiff.document;
         const TextRange text = merged.RangeOf(range.first, range.last, LastBreak::LeaveOut);
@@ -178,9 +167,9 @@ class AllInOneMarker : public DocumentMarker {
         std::int32_t added = 0;
         for (std::size_t i = index + 1; i < records.size(); ++i) {
             if (records[i].type != DifferenceType::Addition ||
-                records[i].first_original != records[index].last_original)
+                records[i].paragraphs.original.first != records[index].paragraphs.original.last)
                 break;
-            const ParagraphRange range = ModifiedParagraphs(records[i]);
+            const ParagraphRange range = records[i].paragraphs.modified;
             added +=
                 editors_.rtbModified.document.RangeOf(range.first, range.last, LastBreak::LeaveOut)
                     .length +
@@ -199,7 +188,7 @@ class AllInOneMarker : public DocumentMarker {
             const DifferenceType own = comparison.records[index].type;
             text += monitor_.Translate(own == DifferenceType::Deletion ? " moved to "
                                                                        : " moved from ") +
-                    std::to_string(PartnerOf(*move, own) + 1);
+                    std::to_string(PartnerOf(*move, own).value + 1);
         }
         return ToUtf16(text + "] ");
     }
@@ -227,7 +216,7 @@ class AllInOneMarker : public DocumentMarker {
     // Returns the marked text.
     RichText ColorizeParagraphsInRTB_AIO(std::size_t index, const DifferenceRecord& record) {
         MemoryEditor& work = editors_.rtbAIODiffTemp.editor;
-        const ParagraphRange range = OriginalParagraphs(record);
+        const ParagraphRange range = record.paragraphs.original;
         const ChangeEditors change = FillChangeEditors(record, editors_.rtbAIODiffTemp);
         if (!UpdateChangesToParagraphsRTF_AIO(context_, index, change) || !monitor_.KeepGoing())
             return {};
@@ -254,11 +243,11 @@ class SideBySideMarker : public DocumentMarker {
 
   protected:
     RichText MarkAddition(std::size_t /*index*/, const DifferenceRecord& record) override {
-        return MarkWhole(editors_.rtbModifiedDiff.document, ModifiedParagraphs(record),
+        return MarkWhole(editors_.rtbModifiedDiff.document, record.paragraphs.modified,
                          Mark::Addition);
     }
     RichText MarkDeletion(std::size_t /*index*/, const DifferenceRecord& record) override {
-        return MarkWhole(editors_.rtbOriginalDiff.document, OriginalParagraphs(record),
+        return MarkWhole(editors_.rtbOriginalDiff.document, record.paragraphs.original,
                          Mark::Deletion);
     }
     RichText MarkChange(std::size_t index, const DifferenceRecord& record) override {
@@ -266,12 +255,12 @@ class SideBySideMarker : public DocumentMarker {
         if (!UpdateChangesToParagraphsRTF_SBS(context_, index, change) || !monitor_.KeepGoing())
             return {};
         RichText entry = PutBack(editors_.rtbOriginalDiffTemp.editor,
-                                 editors_.rtbOriginalDiff.document, OriginalParagraphs(record));
+                                 editors_.rtbOriginalDiff.document, record.paragraphs.original);
         if (!monitor_.KeepGoing())
             return {};
         EndWithBreak(entry);
         entry.Append(PutBack(editors_.rtbModifiedDiffTemp.editor, editors_.rtbModifiedDiff.document,
-                             ModifiedParagraphs(record)),
+                             record.paragraphs.modified),
                      &monitor_.Watcher());
         return entry;
     }
@@ -296,8 +285,8 @@ class SideBySideMarker : public DocumentMarker {
 
 std::string EntryHeader(RunMonitor& monitor, RecordIndex index, const DifferenceRecord& record) {
     std::string number = "<<<" + std::to_string(index.value + 1);
-    const std::string place = std::to_string(record.first_original);
-    const std::int32_t lines = std::max(record.OriginalCount(), record.ModifiedCount());
+    const std::string place = std::to_string(record.paragraphs.original.first.value);
+    const std::int32_t lines = std::max(record.Count(Side::Original), record.Count(Side::Modified));
     const std::string count = std::to_string(lines);
     switch (record.type) {
         case DifferenceType::Addition:

@@ -176,13 +176,13 @@ bool InsideNumber(std::u16string_view text, const DetailPlace& place) {
 // A difference that is counted, by what it would be were its kind left out.
 void CountSection(const PerSide<std::u16string_view>& texts, const SectionDetail& section,
                   KindCounts& counts) {
-    if (InsideNumber(texts.original, section.original) &&
-        InsideNumber(texts.modified, section.modified)) {
+    if (InsideNumber(texts.original, section.places.original) &&
+        InsideNumber(texts.modified, section.places.modified)) {
         ++counts.numbering;
         return;
     }
     const auto part = [&](Side side) {
-        const DetailPlace& place = PlaceOf(section, side);
+        const DetailPlace& place = section.places[side];
         return PartOf(texts[side], static_cast<std::size_t>(place.begin),
                       static_cast<std::size_t>(place.end));
     };
@@ -202,13 +202,13 @@ void CountRecord(const Comparison& comparison, std::size_t at, KindCounts& count
     PerSide<std::size_t> done{0, 0};
     for (const SectionDetail& section : comparison.SectionsOf(at)) {
         const auto begin = [&](Side side) {
-            return static_cast<std::size_t>(PlaceOf(section, side).begin);
+            return static_cast<std::size_t>(section.places[side].begin);
         };
         EqualWalk(counts).Count(PartOf(texts.original, done.original, begin(Side::Original)),
                                 PartOf(texts.modified, done.modified, begin(Side::Modified)));
         CountSection(texts, section, counts);
         for (const Side side : kBothSides)
-            done[side] = static_cast<std::size_t>(PlaceOf(section, side).end);
+            done[side] = static_cast<std::size_t>(section.places[side].end);
     }
     EqualWalk(counts).Count(PartOf(texts.original, done.original, texts.original.size()),
                             PartOf(texts.modified, done.modified, texts.modified.size()));
@@ -256,15 +256,16 @@ KindCounts CountKinds(const Comparison& comparison) {
     for (std::size_t at = 0; at < partners.size(); ++at) {
         const auto number = static_cast<std::int32_t>(at) + 1;
         while (record < comparison.records.size() &&
-               LastOf(comparison.records[record], Side::Original) < number)
+               comparison.records[record].paragraphs[Side::Original].last.value < number)
             ++record;
-        const bool inside = record < comparison.records.size() &&
-                            CountOf(comparison.records[record], Side::Original) > 0 &&
-                            FirstOf(comparison.records[record], Side::Original) <= number;
+        const bool inside =
+            record < comparison.records.size() &&
+            comparison.records[record].Count(Side::Original) > 0 &&
+            comparison.records[record].paragraphs[Side::Original].first.value <= number;
         if (inside || partners[at] == 0)
             continue;
-        const DifferenceRecord pair{DifferenceType::Change, number, number, partners[at],
-                                    partners[at]};
+        const DifferenceRecord pair{DifferenceType::Change,
+                                    {{number, number}, {partners[at], partners[at]}}};
         PerSide<std::u16string> buffers;
         CountEqual(comparison.Text(Side::Original, pair, buffers.original),
                    comparison.Text(Side::Modified, pair, buffers.modified), counts);

@@ -62,8 +62,8 @@ class SectionPass {
   private:
     void MarkWhole() {
         DetailRecord whole;
-        whole.original.end = original_.Length();
-        whole.modified.end = modified_.Length();
+        whole.places.original.end = original_.Length();
+        whole.places.modified.end = modified_.Length();
         Mark(whole, 0, 0, true);
     }
 
@@ -76,7 +76,8 @@ class SectionPass {
         for (std::size_t i = letters.size(); i > 0; --i) {
             if (!context_.monitor.KeepGoing())
                 return;
-            Mark(letters[i - 1], section.original.begin, section.modified.begin, true);
+            Mark(letters[i - 1], section.places.original.begin, section.places.modified.begin,
+                 true);
             Show(RunStep::MarkLetters, letters.size() - i + 1, letters.size());
         }
     }
@@ -99,8 +100,8 @@ class AllInOnePass : public SectionPass {
   protected:
     void Mark(const DetailRecord& difference, std::int32_t original_offset,
               std::int32_t modified_offset, bool letters) override {
-        const TextRange old_range = RangeOf(difference.original, original_offset);
-        const TextRange new_range = RangeOf(difference.modified, modified_offset);
+        const TextRange old_range = RangeOf(difference.places.original, original_offset);
+        const TextRange new_range = RangeOf(difference.places.modified, modified_offset);
         if (context_.presented && !letters && MarkCells(difference.type, old_range, new_range))
             return;
         if (old_range.length > 0)
@@ -175,11 +176,11 @@ class SideBySidePass : public SectionPass {
   protected:
     void Mark(const DetailRecord& difference, std::int32_t original_offset,
               std::int32_t modified_offset, bool /*letters*/) override {
-        if (difference.modified.Length() > 0)
-            ApplyMark(modified_, RangeOf(difference.modified, modified_offset),
+        if (difference.places.modified.Length() > 0)
+            ApplyMark(modified_, RangeOf(difference.places.modified, modified_offset),
                       ModifiedStyle(difference.type));
-        if (difference.original.Length() > 0)
-            ApplyMark(original_, RangeOf(difference.original, original_offset),
+        if (difference.places.original.Length() > 0)
+            ApplyMark(original_, RangeOf(difference.places.original, original_offset),
                       OriginalStyle(difference.type));
     }
 };

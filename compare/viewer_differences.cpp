@@ -90,10 +90,8 @@ void frmCompareFiles::SelectListItem(std::int32_t index) {
 }
 
 void frmCompareFiles::SelectRecord(const DifferenceRecord& record) {
-    const ParagraphNumber first_original{record.first_original};
-    const ParagraphNumber last_original{record.last_original};
-    const ParagraphNumber first_modified{record.first_modified};
-    const ParagraphNumber last_modified{record.last_modified};
+    const auto [first_original, last_original] = record.paragraphs.original;
+    const auto [first_modified, last_modified] = record.paragraphs.modified;
     editors_.rtbOriginal.document.SelectParagraphs(first_original, last_original, LastBreak::Keep);
     editors_.rtbModified.document.SelectParagraphs(first_modified, last_modified, LastBreak::Keep);
     window_.RevealSelection(ShownEditor::Original);

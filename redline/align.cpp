@@ -138,8 +138,8 @@ std::vector<Stretch> StretchesOf(const Comparison& comparison, std::size_t recor
     StretchBuilder builder(original, modified);
     for (const SectionDetail& section : comparison.SectionsOf(record)) {
         const auto place = [](std::int32_t unit) { return static_cast<std::size_t>(unit); };
-        builder.KeepTo(place(section.original.begin), place(section.modified.begin));
-        builder.Replace(place(section.original.end), place(section.modified.end));
+        builder.KeepTo(place(section.places.original.begin), place(section.places.modified.begin));
+        builder.Replace(place(section.places.original.end), place(section.places.modified.end));
     }
     builder.KeepTo(original.size(), modified.size());
     return builder.Take();
@@ -303,13 +303,14 @@ void WalkComparison(const Comparison& comparison, std::size_t original_count,
     for (std::size_t i = 0; i < comparison.records.size(); ++i) {
         const DifferenceRecord& record = comparison.records[i];
         const bool added = record.type == DifferenceType::Addition;
-        const std::int32_t first = added ? record.first_original : record.first_original - 1;
+        const std::int32_t first = added ? record.paragraphs.original.first.value
+                                         : record.paragraphs.original.first.value - 1;
         while (original < first)
             on_equal(static_cast<std::size_t>(original++), static_cast<std::size_t>(modified++));
-        on_record(i, Range(original, record.OriginalCount()),
-                  Range(modified, record.ModifiedCount()));
-        original += record.OriginalCount();
-        modified += record.ModifiedCount();
+        on_record(i, Range(original, record.Count(Side::Original)),
+                  Range(modified, record.Count(Side::Modified)));
+        original += record.Count(Side::Original);
+        modified += record.Count(Side::Modified);
     }
     while (static_cast<std::size_t>(original) < original_count)
         on_equal(static_cast<std::size_t>(original++), static_cast<std::size_t>(modified++));

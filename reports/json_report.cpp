@@ -75,7 +75,7 @@ class JsonWriter {
         Lines("modified", Side::Modified, record);
         if (const Move* move = comparison_.MoveOf(index))
             fmt::format_to(std::back_inserter(out_), ",\"moved\":{}",
-                           PartnerOf(*move, record.type) + 1);
+                           PartnerOf(*move, record.type).value + 1);
         out_ += ",\"sections\":";
         Sections(comparison_.SectionsOf(index), record, record);
         out_ += '}';
@@ -85,10 +85,9 @@ class JsonWriter {
         const Move& move = comparison_.moves[index];
         fmt::format_to(std::back_inserter(out_),
                        "{}\n{{\"deletion\":{},\"addition\":{},\"sections\":", index == 0 ? "" : ",",
-                       move.deletion + 1, move.addition + 1);
-        Sections(comparison_.SectionsOf(move),
-                 comparison_.records[static_cast<std::size_t>(move.deletion)],
-                 comparison_.records[static_cast<std::size_t>(move.addition)]);
+                       move.deletion.value + 1, move.addition.value + 1);
+        Sections(comparison_.SectionsOf(move), comparison_.Record(move.deletion),
+                 comparison_.Record(move.addition));
         out_ += '}';
     }
 
@@ -97,21 +96,21 @@ class JsonWriter {
         AppendJsonString(note.kind, out_);
         out_ += ",\"change\":";
         AppendJsonString(note.change, out_);
-        fmt::format_to(std::back_inserter(out_),
-                       ",\"original\":{{\"paragraph\":{},\"text\":", note.original_paragraph);
+        fmt::format_to(std::back_inserter(out_), ",\"original\":{{\"paragraph\":{},\"text\":",
+                       note.paragraphs.original.value);
         AppendJsonString(note.old_text, out_);
-        fmt::format_to(std::back_inserter(out_),
-                       "}},\"modified\":{{\"paragraph\":{},\"text\":", note.modified_paragraph);
+        fmt::format_to(std::back_inserter(out_), "}},\"modified\":{{\"paragraph\":{},\"text\":",
+                       note.paragraphs.modified.value);
         AppendJsonString(note.new_text, out_);
         out_ += "}}";
     }
 
     void Lines(const char* name, Side side, const DifferenceRecord& record) {
-        const std::int32_t first = FirstOf(record, side);
+        const std::int32_t first = record.paragraphs[side].first.value;
         std::u16string buffer;
         fmt::format_to(std::back_inserter(out_), "\"{}\":{{\"first\":{},\"last\":{},\"text\":[",
-                       name, first, LastOf(record, side));
-        for (std::int32_t i = 0; i < CountOf(record, side); ++i) {
+                       name, first, record.paragraphs[side].last.value);
+        for (std::int32_t i = 0; i < record.Count(side); ++i) {
             if (i > 0)
                 out_ += ',';
             Text(comparison_.Lines(side).Text(first + i - 1, buffer));
@@ -146,8 +145,8 @@ class JsonWriter {
             for (const DetailRecord& letters : comparison_.CharactersOf(section)) {
                 out_ += first_letter ? "" : ",";
                 first_letter = false;
-                Detail(letters, PlaceText(original, section.original),
-                       PlaceText(modified, section.modified));
+                Detail(letters, PlaceText(original, section.places.original),
+                       PlaceText(modified, section.places.modified));
                 out_ += '}';
             }
             out_ += "]}";
@@ -164,9 +163,9 @@ class JsonWriter {
     void Detail(const DetailRecord& record, std::u16string_view original,
                 std::u16string_view modified) {
         fmt::format_to(std::back_inserter(out_), "{{\"type\":\"{}\",", Letter(record.type));
-        Place("original", record.original, original);
+        Place("original", record.places.original, original);
         out_ += ',';
-        Place("modified", record.modified, modified);
+        Place("modified", record.places.modified, modified);
     }
 
     void Place(const char* side, const DetailPlace& place, std::u16string_view text) {

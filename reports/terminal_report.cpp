@@ -80,12 +80,12 @@ class TerminalWriter {
         if (index >= comparison_.records.size())
             return comparison_.Paragraphs(Side::Original) + 1;
         const DifferenceRecord& record = comparison_.records[index];
-        return record.last_original - record.OriginalCount() + 1;
+        return record.InFront(Side::Original).value + 1;
     }
 
     void Record(std::size_t index) {
         const std::int32_t begin = Begin(index);
-        const std::int32_t end = comparison_.records[index].last_original + 1;
+        const std::int32_t end = comparison_.records[index].paragraphs.original.last.value + 1;
         // Paragraphs that the record before has shown are not shown again.
         if (begin - style_.context > shown_to_)
             out_ += '\n';
@@ -136,8 +136,8 @@ class TerminalWriter {
     // At the new place stands what changed on the way.
     void Moved(const Move& move, std::u16string_view modified) {
         std::u16string buffer;
-        const std::u16string_view original = comparison_.Text(
-            Side::Original, comparison_.records[static_cast<std::size_t>(move.deletion)], buffer);
+        const std::u16string_view original =
+            comparison_.Text(Side::Original, comparison_.Record(move.deletion), buffer);
         Lines("> ", MergedPieces(comparison_, {original, modified, comparison_.SectionsOf(move)},
                                  model_.watcher));
     }

@@ -12,7 +12,7 @@ template <class Kind>
 struct Number {
     std::int32_t value = 0;
 
-    constexpr Number() = default;
+    constexpr Number() noexcept = default;
     constexpr explicit Number(std::int32_t number) : value(number) {}
 
     friend constexpr auto operator<=>(Number, Number) = default;
@@ -37,6 +37,16 @@ struct Number {
 
 /// 1-based; 0 is the place before the first paragraph. Paragraph k is line k of the engine.
 using ParagraphNumber = Number<struct ParagraphKind>;
+/// From the first to the last, both in it.
+struct ParagraphRange {
+    ParagraphNumber first;
+    ParagraphNumber last;
+
+    constexpr ParagraphRange() noexcept = default;
+    constexpr ParagraphRange(ParagraphNumber from, ParagraphNumber to) : first(from), last(to) {}
+    constexpr ParagraphRange(std::int32_t from, std::int32_t to) : first(from), last(to) {}
+    friend bool operator==(const ParagraphRange&, const ParagraphRange&) = default;
+};
 /// 1-based; 0 is the place before the first section (a word with its separator).
 using SectionNumber = Number<struct SectionKind>;
 /// 1-based number of a character in a run of changed sections.

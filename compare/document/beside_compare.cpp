@@ -57,13 +57,13 @@ class KindCompare {
     }
 
     void Report(BesideChange change, const BesideItem* old_item, const BesideItem* new_item) {
-        BesideDifference difference{kind_, change, 0, 0, {}, {}};
+        BesideDifference difference{kind_, change, {}, {}, {}};
         if (old_item != nullptr) {
-            difference.original_paragraph = std::max(old_item->paragraph, 0);
+            difference.paragraphs.original.value = std::max(old_item->paragraph, 0);
             difference.old_text = old_item->text;
         }
         if (new_item != nullptr) {
-            difference.modified_paragraph = std::max(new_item->paragraph, 0);
+            difference.paragraphs.modified.value = std::max(new_item->paragraph, 0);
             difference.new_text = new_item->text;
         }
         out_.push_back(std::move(difference));
@@ -272,8 +272,8 @@ std::vector<BesideDifference> CompareBeside(const std::vector<BesideItem>& origi
         KindCompare(name.kind, std::move(old_items), std::move(new_items), partners, differences)
             .Run();
         const auto place = [](const BesideDifference& difference) {
-            return difference.modified_paragraph > 0 ? difference.modified_paragraph
-                                                     : difference.original_paragraph;
+            return difference.paragraphs.modified.value > 0 ? difference.paragraphs.modified.value
+                                                            : difference.paragraphs.original.value;
         };
         std::stable_sort(differences.begin() + static_cast<std::ptrdiff_t>(first),
                          differences.end(),

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/number.h"
+#include "common/base/side.h"
 #include "compare/document/beside.h"
 
 namespace zorvane {
@@ -15,10 +17,9 @@ enum class BesideChange : std::uint8_t { Added, Removed, Changed, Moved };
 struct BesideDifference {
     BesideKind kind = BesideKind::Picture;
     BesideChange change = BesideChange::Changed;
-    std::int32_t original_paragraph = 0;  ///< 0: of the whole document, or not in that side
-    std::int32_t modified_paragraph = 0;
-    std::string old_text;  ///< empty when added
-    std::string new_text;  ///< empty when removed
+    PerSide<ParagraphNumber> paragraphs;  ///< 0: of the whole document, or not in that side
+    std::string old_text;                 ///< empty when added
+    std::string new_text;                 ///< empty when removed
     friend bool operator==(const BesideDifference&, const BesideDifference&) = default;
 };
 

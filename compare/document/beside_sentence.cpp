@@ -9,10 +9,10 @@ namespace {
 constexpr std::size_t kMostPlaces = 6;
 
 std::string PlaceOf(const BesideDifference& difference) {
-    if (difference.modified_paragraph > 0)
-        return std::to_string(difference.modified_paragraph);
-    if (difference.original_paragraph > 0)
-        return "original " + std::to_string(difference.original_paragraph);
+    if (difference.paragraphs.modified.value > 0)
+        return std::to_string(difference.paragraphs.modified.value);
+    if (difference.paragraphs.original.value > 0)
+        return "original " + std::to_string(difference.paragraphs.original.value);
     const std::string& text =
         difference.new_text.empty() ? difference.old_text : difference.new_text;
     return std::string(BesidePlace({difference.kind, 0, text, {}}));
@@ -29,10 +29,11 @@ std::string PlacesOf(const std::vector<const BesideDifference*>& group) {
     if (places.empty())
         return {};
     const BesideDifference& first = *group.front();
-    if (places.size() == 1 && first.modified_paragraph > 0)
+    if (places.size() == 1 && first.paragraphs.modified.value > 0)
         return " (paragraph " + places[0] + ")";
-    if (places.size() == 1 && first.original_paragraph > 0)
-        return " (paragraph " + std::to_string(first.original_paragraph) + " of the original)";
+    if (places.size() == 1 && first.paragraphs.original.value > 0)
+        return " (paragraph " + std::to_string(first.paragraphs.original.value) +
+               " of the original)";
     std::string text = " (";
     for (std::size_t i = 0; i < std::min(places.size(), kMostPlaces); ++i)
         text += (i == 0 ? "" : ", ") + places[i];

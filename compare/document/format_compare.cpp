@@ -289,8 +289,7 @@ class ParagraphCompare {
         words = words.empty() ? "" : "\u201C" + words + "\u201D ";
         return BesideDifference{BesideKind::Formatting,
                                 BesideChange::Changed,
-                                old_number,
-                                new_number,
+                                {ParagraphNumber{old_number}, ParagraphNumber{new_number}},
                                 BesideText(words + found_.OldWords()),
                                 BesideText(words + found_.NewWords())};
     }

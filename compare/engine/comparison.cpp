@@ -23,19 +23,6 @@ bool IsBlankParagraph(std::u16string_view text) {
     return true;
 }
 
-std::int32_t CountOf(const DifferenceRecord& record, Side side) {
-    return side == Side::Original ? record.OriginalCount() : record.ModifiedCount();
-}
-std::int32_t FirstOf(const DifferenceRecord& record, Side side) {
-    return side == Side::Original ? record.first_original : record.first_modified;
-}
-std::int32_t LastOf(const DifferenceRecord& record, Side side) {
-    return side == Side::Original ? record.last_original : record.last_modified;
-}
-const DetailPlace& PlaceOf(const DetailRecord& record, Side side) {
-    return side == Side::Original ? record.original : record.modified;
-}
-
 void Comparison::SetEditorTexts(PerSide<std::shared_ptr<const std::u16string>> texts,
                                 RunWatcher* watcher) {
     storage_ = std::move(texts);
@@ -52,17 +39,19 @@ void Comparison::SetFileTexts(PerSide<std::string_view> texts) {
 }
 
 std::u16string Comparison::Text(Side side, const DifferenceRecord& record) const {
-    const std::int32_t count = CountOf(record, side);
+    const std::int32_t count = record.Count(side);
     if (count == 0)
         return {};
-    return lines_[side].Joined(FirstOf(record, side) - 1, LastOf(record, side));
+    return lines_[side].Joined(record.paragraphs[side].first.value - 1,
+                               record.paragraphs[side].last.value);
 }
 
 std::u16string_view Comparison::Text(Side side, const DifferenceRecord& record,
                                      std::u16string& buffer) const {
-    if (CountOf(record, side) == 0)
+    if (record.Count(side) == 0)
         return {};
-    return lines_[side].Joined(FirstOf(record, side) - 1, LastOf(record, side), buffer);
+    return lines_[side].Joined(record.paragraphs[side].first.value - 1,
+                               record.paragraphs[side].last.value, buffer);
 }
 
 bool Comparison::IsIgnored(Side side, std::int32_t number) const {
@@ -102,24 +91,27 @@ std::vector<std::int32_t> Comparison::Partners() const {
     };
     PerSide<std::int32_t> equal{1, 1};  // where the equal paragraphs in front of a record begin
     for (const DifferenceRecord& record : records) {
-        PairEqual(equal,
-                  {record.last_original - record.OriginalCount() + 1,
-                   record.last_modified - record.ModifiedCount() + 1},
-                  partners);
-        equal = {record.last_original + 1, record.last_modified + 1};
+        PairEqual(
+            equal,
+            {record.InFront(Side::Original).value + 1, record.InFront(Side::Modified).value + 1},
+            partners);
+        equal = {record.paragraphs.original.last.value + 1,
+                 record.paragraphs.modified.last.value + 1};
         if (record.type != DifferenceType::Change)
             continue;
         // Several against several: each with the one at the same part of the way.
-        for (std::int32_t i = 0; i < record.OriginalCount(); ++i)
-            pair(record.first_original + i,
-                 record.first_modified + std::min(i, record.ModifiedCount() - 1));
+        for (std::int32_t i = 0; i < record.Count(Side::Original); ++i)
+            pair(record.paragraphs.original.first.value + i,
+                 record.paragraphs.modified.first.value +
+                     std::min(i, record.Count(Side::Modified) - 1));
     }
     PairEqual(equal, {Paragraphs(Side::Original) + 1, Paragraphs(Side::Modified) + 1}, partners);
     for (const Move& move : moves) {
-        const DifferenceRecord& from = records[static_cast<std::size_t>(move.deletion)];
-        const DifferenceRecord& to = records[static_cast<std::size_t>(move.addition)];
-        for (std::int32_t i = 0; i < std::min(from.OriginalCount(), to.ModifiedCount()); ++i)
-            pair(from.first_original + i, to.first_modified + i);
+        const DifferenceRecord& from = Record(move.deletion);
+        const DifferenceRecord& to = Record(move.addition);
+        for (std::int32_t i = 0; i < std::min(from.Count(Side::Original), to.Count(Side::Modified));
+             ++i)
+            pair(from.paragraphs.original.first.value + i, to.paragraphs.modified.first.value + i);
     }
     return partners;
 }

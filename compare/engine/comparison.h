@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "common/base/number.h"
 #include "common/base/run_watcher.h"
 #include "common/base/side.h"
 #include "compare/engine/difference_counts.h"
@@ -31,8 +32,7 @@ struct DetailPlace {
 /// never with an end between the two halves of a break.
 struct DetailRecord {
     DifferenceType type = DifferenceType::Change;
-    DetailPlace original;
-    DetailPlace modified;
+    PerSide<DetailPlace> places;
     friend bool operator==(const DetailRecord&, const DetailRecord&) = default;
 };
 
@@ -45,14 +45,14 @@ struct SectionDetail : DetailRecord {
 /// Paragraphs that stand elsewhere on the other side: the record that deletes them and the one that
 /// adds them. The sections are those between the two texts; none: moved as they were.
 struct Move {
-    std::int32_t deletion = 0;  ///< 0-based index of the "d" record
-    std::int32_t addition = 0;  ///< 0-based index of the "a" record
+    RecordIndex deletion;  ///< of the "d" record
+    RecordIndex addition;  ///< of the "a" record
     std::uint32_t first_section = 0;
     std::uint32_t section_count = 0;
 };
 
-/// 0-based index of the other record of a move.
-constexpr std::int32_t PartnerOf(const Move& move, DifferenceType own) {
+/// The other record of a move.
+constexpr RecordIndex PartnerOf(const Move& move, DifferenceType own) {
     return own == DifferenceType::Deletion ? move.addition : move.deletion;
 }
 
@@ -68,8 +68,7 @@ struct BesideNote {
     std::string kind;                     ///< as options and JSON call it: "pictures", "links", ...
     std::string what;                     ///< for people: "picture", "link target", ...
     std::string change;                   ///< "added", "removed", "changed" or "replaced", "moved"
-    std::int32_t original_paragraph = 0;  ///< 1-based; 0: of the whole document, or not there
-    std::int32_t modified_paragraph = 0;
+    PerSide<ParagraphNumber> paragraphs;  ///< 0: of the whole document, or not there
     std::string old_text{};
     std::string new_text{};
     friend bool operator==(const BesideNote&, const BesideNote&) = default;
@@ -114,6 +113,9 @@ class Comparison {
     PerSide<std::vector<bool>> ignored;  ///< paragraphs that were not looked at; empty: none
 
     bool Same() const { return records.empty(); }
+    const DifferenceRecord& Record(RecordIndex index) const {
+        return records[static_cast<std::size_t>(index.value)];
+    }
     std::span<const SectionDetail> SectionsOf(std::size_t record) const;
     std::span<const SectionDetail> SectionsOf(const Move& move) const;
     std::span<const DetailRecord> CharactersOf(const SectionDetail& section) const;
@@ -131,12 +133,6 @@ class Comparison {
     PerSide<std::shared_ptr<const std::u16string>> storage_;
     PerSide<LineText> lines_;
 };
-
-/// One of the two ranges of a record.
-std::int32_t CountOf(const DifferenceRecord& record, Side side);
-std::int32_t FirstOf(const DifferenceRecord& record, Side side);
-std::int32_t LastOf(const DifferenceRecord& record, Side side);
-const DetailPlace& PlaceOf(const DetailRecord& record, Side side);
 
 /// Empty but for blanks and cell marks, or a sheet's row of nothing but padding and delimiters.
 bool IsBlankParagraph(std::u16string_view text);

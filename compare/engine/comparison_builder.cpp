@@ -88,7 +88,8 @@ class ComparisonBuilder {
         if (options_.larger_sections)
             JoinNear();
         for (const Item& item : items_) {
-            if (!stop_.KeepGoing(item.record.OriginalCount() + item.record.ModifiedCount()))
+            if (!stop_.KeepGoing(item.record.Count(Side::Original) +
+                                 item.record.Count(Side::Modified)))
                 return;
             Emit(item);
         }
@@ -149,23 +150,22 @@ class ComparisonBuilder {
         Item item;
         item.block = block;
         item.record.type = type;
-        SetLines(Side::Original, places.original, item.record.first_original,
-                 item.record.last_original);
-        SetLines(Side::Modified, places.modified, item.record.first_modified,
-                 item.record.last_modified);
+        for (const Side side : kBothSides)
+            item.record.paragraphs[side] = LinesOf(side, places[side]);
         items_.push_back(item);
     }
 
-    void SetLines(Side side, Places places, std::int32_t& first, std::int32_t& last) const {
+    ParagraphRange LinesOf(Side side, Places places) const {
         const CompareSide& lines = *documents_.sides[side];
-        last = places.end == 0 ? 0 : lines.LineOf(places.end - 1) + 1;
-        first = places.begin == places.end ? last : lines.LineOf(places.begin) + 1;
+        const ParagraphNumber last{places.end == 0 ? 0 : lines.LineOf(places.end - 1) + 1};
+        if (places.begin == places.end)
+            return {last, last};
+        return {ParagraphNumber{lines.LineOf(places.begin) + 1}, last};
     }
 
     // Lines of a record as places in front of and behind them, 0-based.
     static Places Span(const DifferenceRecord& record, Side side) {
-        const std::int32_t last = LastOf(record, side);
-        return {last - CountOf(record, side), last};
+        return {record.InFront(side).value, record.paragraphs[side].last.value};
     }
 
     // Lines between two records, without those that were not looked at: where an empty side stands
@@ -216,16 +216,17 @@ class ComparisonBuilder {
     Item Joined(const Item& front, const Item& back) const {
         Item item;
         DifferenceRecord& record = item.record;
-        const auto join = [&](Side side, std::int32_t& first, std::int32_t& last) {
+        const auto join = [&](Side side) {
             Places places{Span(front.record, side).begin, Span(back.record, side).end};
             while (places.begin < places.end && out_.IsIgnored(side, places.begin + 1))
                 ++places.begin;
-            last = places.end;
-            first = places.begin == places.end ? last : places.begin + 1;
-            return places.begin < places.end;
+            const bool any = places.begin < places.end;
+            record.paragraphs[side] = {ParagraphNumber{any ? places.begin + 1 : places.end},
+                                       ParagraphNumber{places.end}};
+            return any;
         };
-        const bool original = join(Side::Original, record.first_original, record.last_original);
-        const bool modified = join(Side::Modified, record.first_modified, record.last_modified);
+        const bool original = join(Side::Original);
+        const bool modified = join(Side::Modified);
         record.type = !original   ? DifferenceType::Addition
                       : !modified ? DifferenceType::Deletion
                                   : DifferenceType::Change;
@@ -235,7 +236,7 @@ class ComparisonBuilder {
     void Emit(const Item& item) {
         RecordDetail detail;
         detail.move = item.move;
-        const auto index = static_cast<std::int32_t>(out_.records.size());
+        const RecordIndex index{static_cast<std::int32_t>(out_.records.size())};
         if (item.move >= 0) {
             Move& move = out_.moves[static_cast<std::size_t>(item.move)];
             (item.record.type == DifferenceType::Deletion ? move.deletion : move.addition) = index;
@@ -285,8 +286,8 @@ class ComparisonBuilder {
             const FoundSection& found = sections[block.first_section + i];
             SectionDetail section;
             SetPlaces(found.first, found.second, section);
-            original.Number(section.original);
-            modified.Number(section.modified);
+            original.Number(section.places.original);
+            modified.Number(section.places.modified);
             section.first_character = static_cast<std::uint32_t>(out_.characters.size());
             section.character_count = found.letter_count;
             for (std::uint32_t k = 0; k < found.letter_count; ++k)
@@ -298,17 +299,17 @@ class ComparisonBuilder {
     void SetPlaces(UnitRange first, UnitRange second, DetailRecord& record) const {
         const UnitRange& original = documents_.mirrored ? second : first;
         const UnitRange& modified = documents_.mirrored ? first : second;
-        record.original.begin = original.begin;
-        record.original.end = original.end;
-        record.modified.begin = modified.begin;
-        record.modified.end = modified.end;
-        record.type = TypeOf(record.original, record.modified);
+        record.places.original.begin = original.begin;
+        record.places.original.end = original.end;
+        record.places.modified.begin = modified.begin;
+        record.places.modified.end = modified.end;
+        record.type = TypeOf(record.places.original, record.places.modified);
     }
 
     void Letters(const FoundLetters& found) {
         DetailRecord letters;
         SetPlaces(found.first, found.second, letters);
-        for (DetailPlace* place : {&letters.original, &letters.modified}) {
+        for (DetailPlace* place : {&letters.places.original, &letters.places.modified}) {
             place->first = place->Length() == 0 ? place->begin : place->begin + 1;
             place->last = place->end;
         }
@@ -321,10 +322,8 @@ class ComparisonBuilder {
             Move& move = out_.moves[i];
             move.first_section = static_cast<std::uint32_t>(out_.sections.size());
             const PerSide<std::u16string_view> texts{
-                out_.Text(Side::Original, out_.records[static_cast<std::size_t>(move.deletion)],
-                          buffers_.original),
-                out_.Text(Side::Modified, out_.records[static_cast<std::size_t>(move.addition)],
-                          buffers_.modified)};
+                out_.Text(Side::Original, out_.Record(move.deletion), buffers_.original),
+                out_.Text(Side::Modified, out_.Record(move.addition), buffers_.modified)};
             Sections(pairs_.moves[i], pairs_.sections, pairs_.letters, texts);
             move.section_count =
                 static_cast<std::uint32_t>(out_.sections.size()) - move.first_section;

@@ -1,28 +1,38 @@
-// One difference between two line files.
+// One difference between two line files. Paragraph k is line k.
 #pragma once
 
 #include <cstdint>
+
+#include "common/base/number.h"
+#include "common/base/side.h"
 
 namespace zorvane {
 
 /// The codes are the letters "a", "c" and "d".
 enum class DifferenceType : std::int32_t { Addition = 97, Change = 99, Deletion = 100 };
 
-/// Lines are 1-based; 0 is the place before the first line. Records ascend in both files and do not
-/// overlap.
+/// Records ascend in both texts and do not overlap. On a side without paragraphs (the Original's of
+/// an addition, the Modified's of a deletion) first and last are the one behind which they belong.
 struct DifferenceRecord {
     DifferenceType type = DifferenceType::Change;
-    std::int32_t first_original = 0;  ///< for an addition: the line behind which the lines belong
-    std::int32_t last_original = 0;   ///< for an addition: equal to `first_original`
-    std::int32_t first_modified = 0;  ///< for a deletion: the line behind which the lines stood
-    std::int32_t last_modified = 0;   ///< for a deletion: equal to `first_modified`
+    PerSide<ParagraphRange> paragraphs;
 
-    std::int32_t OriginalCount() const {
-        return type == DifferenceType::Addition ? 0 : last_original - first_original + 1;
+    bool Has(Side side) const {
+        return type == DifferenceType::Change ||
+               (type == DifferenceType::Deletion) == (side == Side::Original);
     }
-    std::int32_t ModifiedCount() const {
-        return type == DifferenceType::Deletion ? 0 : last_modified - first_modified + 1;
+    std::int32_t Count(Side side) const {
+        return Has(side) ? paragraphs[side].last - paragraphs[side].first + 1 : 0;
     }
+    /// The plain numbers, where two sides are counted along together.
+    PerSide<std::int32_t> Firsts() const {
+        return {paragraphs.original.first.value, paragraphs.modified.first.value};
+    }
+    PerSide<std::int32_t> Lasts() const {
+        return {paragraphs.original.last.value, paragraphs.modified.last.value};
+    }
+    /// The paragraph behind which the record's stand or belong.
+    ParagraphNumber InFront(Side side) const { return paragraphs[side].last - Count(side); }
     friend bool operator==(const DifferenceRecord&, const DifferenceRecord&) = default;
 };
 

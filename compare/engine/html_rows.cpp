@@ -133,8 +133,8 @@ void HtmlRows::Unchanged(PageRow row) {
 
 void HtmlRows::Difference(std::size_t index) {
     const DifferenceRecord& record = comparison_.records[index];
-    const std::size_t rows = static_cast<std::size_t>(record.OriginalCount()) +
-                             static_cast<std::size_t>(record.ModifiedCount());
+    const std::size_t rows = static_cast<std::size_t>(record.Count(Side::Original)) +
+                             static_cast<std::size_t>(record.Count(Side::Modified));
     cuts_runs_ = rows > 2 * kRun;
     run_ = 0;
     if (cuts_runs_)
@@ -155,10 +155,10 @@ HtmlRows::OneSidedLook HtmlRows::LookOf(std::size_t index, Side side) const {
     const DifferenceRecord& record = comparison_.records[index];
     const bool original = side == Side::Original;
     if (const Move* move = comparison_.MoveOf(index))
-        return {MoveLabel(*move, side), PartnerOf(*move, record.type) + 1, "r m", kMoveSign,
+        return {MoveLabel(*move, side), PartnerOf(*move, record.type).value + 1, "r m", kMoveSign,
                 CellMark::Moved};
     const KindRow& kind = Row(original ? CutKind::Deleted : CutKind::Added);
-    const std::int32_t count = CountOf(record, side);
+    const std::int32_t count = record.Count(side);
     std::string label = original ? "only in Original" : "only in Modified";
     if (count > 1)
         label += ", " + CountText(count, "paragraph", "paragraphs");
@@ -172,9 +172,9 @@ void HtmlRows::OneSided(std::size_t index, Side side) {
     const OneSidedLook look = LookOf(index, side);
     if (one_ && look.linked_record > 0)
         MoveLink(look.label, look.linked_record);
-    const std::int32_t first = FirstOf(record, side);
-    for (std::int32_t number = first; number <= LastOf(record, side) && stop_.KeepGoing();
-         ++number) {
+    const std::int32_t first = record.paragraphs[side].first.value;
+    for (std::int32_t number = first;
+         number <= record.paragraphs[side].last.value && stop_.KeepGoing(); ++number) {
         Begin(look.classes);
         if (one_)
             OneSidedInOne(look, side, number);
@@ -203,7 +203,7 @@ void HtmlRows::OneSidedInTwo(const OneSidedLook& look, Side side, std::int32_t n
 
 // What moved stands here with what was changed on the way.
 void HtmlRows::MovedHere(std::size_t index, const Move& move) {
-    const DifferenceRecord& from = comparison_.records[static_cast<std::size_t>(move.deletion)];
+    const DifferenceRecord& from = comparison_.Record(move.deletion);
     const DifferenceRecord& to = comparison_.records[index];
     if (move.section_count == 0) {
         OneSided(index, Side::Modified);
@@ -216,16 +216,17 @@ void HtmlRows::MovedHere(std::size_t index, const Move& move) {
     merged_.Cut(change, places_, CutFor::MergedAsModified);
     const std::string label = MoveLabel(move, Side::Modified);
     if (one_)
-        MoveLink(label, move.deletion + 1);
-    NumberInRow number{to.first_modified};
-    const PerSide<std::int32_t> first{from.first_original, to.first_modified};
+        MoveLink(label, move.deletion.value + 1);
+    NumberInRow number{to.paragraphs.modified.first.value};
+    const PerSide<std::int32_t> first{from.paragraphs.original.first.value,
+                                      to.paragraphs.modified.first.value};
     for (std::size_t row = 0; row < merged_.Count() && stop_.KeepGoing(); ++row) {
         const std::int32_t shown = number.Take(IsHere(merged_, row, IsModifiedPiece));
         Begin("r m");
         if (one_)
             Gutter(0, "");
         else
-            Nothing(label, move.deletion + 1, row == 0);
+            Nothing(label, move.deletion.value + 1, row == 0);
         Gutter(shown, kMoveSign);
         text_.Pieces(change, merged_, row, first, {0, std::max(number.number, 1)}, CellMark::Moved);
         page_ += "</div>\n";
@@ -240,8 +241,8 @@ void HtmlRows::Change(std::size_t index) {
                             comparison_.SectionsOf(index)};
     FindPieces(comparison_, change, places_);
     if (one_)
-        Merged(change, {record.first_original, record.first_modified});
-    else if (record.OriginalCount() == 1 && record.ModifiedCount() == 1)
+        Merged(change, record.Firsts());
+    else if (record.Count(Side::Original) == 1 && record.Count(Side::Modified) == 1)
         OneToOne(change, record);
     else
         Pairs(change, record);
@@ -249,7 +250,7 @@ void HtmlRows::Change(std::size_t index) {
 
 // Nearly all changes. The right cell holds what went, too, for a screen that has room for one.
 void HtmlRows::OneToOne(const ChangeText& change, const DifferenceRecord& record) {
-    const PerSide<std::int32_t> first{record.first_original, record.first_modified};
+    const PerSide<std::int32_t> first = record.Firsts();
     left_.Cut(change, places_, CutFor::OriginalSide);
     merged_.Cut(change, places_, CutFor::MergedAsModified);
     Begin("r c s");
@@ -263,7 +264,7 @@ void HtmlRows::OneToOne(const ChangeText& change, const DifferenceRecord& record
 // The rows of the merged text that hold one paragraph of each side, whole, by the paragraph of the
 // modified; -1: none.
 std::vector<std::int32_t> HtmlRows::CleanRows(const DifferenceRecord& record) const {
-    std::vector<std::int32_t> rows(static_cast<std::size_t>(record.ModifiedCount()), -1);
+    std::vector<std::int32_t> rows(static_cast<std::size_t>(record.Count(Side::Modified)), -1);
     std::size_t modified = 0;
     bool begins = true;
     for (std::size_t row = 0; row < merged_.Count() && modified < rows.size(); ++row) {
@@ -284,7 +285,7 @@ void HtmlRows::Pairs(const ChangeText& change, const DifferenceRecord& record) {
     const std::vector<std::int32_t> clean = CleanRows(record);
     for (const ParagraphPair pair :
          PairParagraphs(SplitPieces(MergedPieces(comparison_, change, model_.watcher)),
-                        record.OriginalCount(), record.ModifiedCount())) {
+                        record.Count(Side::Original), record.Count(Side::Modified))) {
         if (!stop_.KeepGoing())
             return;
         const bool both = pair.original >= 0 && pair.modified >= 0;
@@ -310,7 +311,7 @@ CutKind HtmlRows::KindOf(ParagraphPair pair) const {
 
 void HtmlRows::PairRow(const ChangeText& change, const DifferenceRecord& record, ParagraphPair pair,
                        std::int32_t merged_row) {
-    const PerSide<std::int32_t> first{record.first_original, record.first_modified};
+    const PerSide<std::int32_t> first = record.Firsts();
     const CutKind kind = KindOf(pair);
     Begin(merged_row >= 0 ? "r c s" : Row(kind).classes);
     for (const Side side : kBothSides) {

@@ -54,15 +54,16 @@ class PieceFinder {
     using Ends = PerSide<std::int32_t>;
 
     void Section(const SectionDetail& section) {
-        const Ends begin{section.original.begin, section.modified.begin};
+        const Ends begin{section.places.original.begin, section.places.modified.begin};
         Same(begin);
         const auto letters = comparison_.CharactersOf(section);
         for (const DetailRecord& letter : letters) {
-            Same({begin.original + letter.original.begin, begin.modified + letter.modified.begin});
-            Different(letter.type,
-                      {begin.original + letter.original.end, begin.modified + letter.modified.end});
+            Same({begin.original + letter.places.original.begin,
+                  begin.modified + letter.places.modified.begin});
+            Different(letter.type, {begin.original + letter.places.original.end,
+                                    begin.modified + letter.places.modified.end});
         }
-        const Ends end{section.original.end, section.modified.end};
+        const Ends end{section.places.original.end, section.places.modified.end};
         if (letters.empty())
             Different(section.type, end);
         else

@@ -22,11 +22,10 @@ class Counter {
         for (std::size_t i = 0; i < comparison_.records.size() && !stop_.Stopped(); ++i)
             Record(i);
         for (const Move& move : comparison_.moves) {
-            const DifferenceRecord& from =
-                comparison_.records[static_cast<std::size_t>(move.deletion)];
-            const DifferenceRecord& to =
-                comparison_.records[static_cast<std::size_t>(move.addition)];
-            counts_.paragraphs_moved += std::max(from.OriginalCount(), to.ModifiedCount());
+            const DifferenceRecord& from = comparison_.Record(move.deletion);
+            const DifferenceRecord& to = comparison_.Record(move.addition);
+            counts_.paragraphs_moved +=
+                std::max(from.Count(Side::Original), to.Count(Side::Modified));
             Sections(from, to, comparison_.SectionsOf(move));
         }
         return counts_;
@@ -36,14 +35,15 @@ class Counter {
     void Record(std::size_t index) {
         const DifferenceRecord& record = comparison_.records[index];
         if (record.type == DifferenceType::Change) {
-            counts_.paragraphs_changed += std::max(record.OriginalCount(), record.ModifiedCount());
+            counts_.paragraphs_changed +=
+                std::max(record.Count(Side::Original), record.Count(Side::Modified));
             Sections(record, record, comparison_.SectionsOf(index));
             return;
         }
         if (comparison_.MoveOf(index) != nullptr)
             return;
-        counts_.paragraphs_added += record.ModifiedCount();
-        counts_.paragraphs_deleted += record.OriginalCount();
+        counts_.paragraphs_added += record.Count(Side::Modified);
+        counts_.paragraphs_deleted += record.Count(Side::Original);
         counts_.words_added += WordsOf(TextOf(Side::Modified, record));
         counts_.words_deleted += WordsOf(TextOf(Side::Original, record));
     }
@@ -60,7 +60,7 @@ class Counter {
                   std::span<const SectionDetail> sections, std::int64_t& words) {
         const std::u16string_view text = TextOf(side, record);
         for (const SectionDetail& section : sections) {
-            const DetailPlace& place = PlaceOf(section, side);
+            const DetailPlace& place = section.places[side];
             if (!stop_.KeepGoing(place.Length() + 1))
                 return;
             words += CountWords(text.substr(static_cast<std::size_t>(place.begin),

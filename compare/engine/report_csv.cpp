@@ -69,21 +69,23 @@ std::string WriteCsvReport(const ReportModel& model) {
     for (std::size_t i = 0; i < comparison.records.size() && stop.KeepGoing(kUnitsOfRecord); ++i) {
         const DifferenceRecord& record = comparison.records[i];
         out += std::to_string(i + 1) + "," + TypeText(record.type);
-        for (const std::int32_t line : {record.first_original, record.last_original,
-                                        record.first_modified, record.last_modified})
+        for (const std::int32_t line :
+             {record.paragraphs.original.first.value, record.paragraphs.original.last.value,
+              record.paragraphs.modified.first.value, record.paragraphs.modified.last.value})
             out += "," + std::to_string(line);
         for (const Side side : kBothSides)
             AppendText(comparison.Text(side, record, buffers[side]), out, stop);
         out += ",";
         if (const Move* move = comparison.MoveOf(i))
-            out += std::to_string(PartnerOf(*move, record.type) + 1);
+            out += std::to_string(PartnerOf(*move, record.type).value + 1);
         out += "\r\n";
     }
     // What lies beside the words has no number, since it is no record.
     for (const BesideNote& note : comparison.beside) {
         out += ",Beside";
-        for (const std::int32_t line : {note.original_paragraph, note.original_paragraph,
-                                        note.modified_paragraph, note.modified_paragraph})
+        for (const std::int32_t line :
+             {note.paragraphs.original.value, note.paragraphs.original.value,
+              note.paragraphs.modified.value, note.paragraphs.modified.value})
             out += "," + std::to_string(line);
         const std::string what = note.what + " " + note.change + ": ";
         AppendText(ToUtf16(what + note.old_text), out, stop);

@@ -178,7 +178,7 @@ class HtmlWriter {
     void ListEntry(std::int32_t number) {
         const auto index = static_cast<std::size_t>(number - 1);
         const DifferenceRecord& record = comparison_.records[index];
-        const Side side = record.OriginalCount() > 0 ? Side::Original : Side::Modified;
+        const Side side = record.Count(Side::Original) > 0 ? Side::Original : Side::Modified;
         const std::u16string_view text = comparison_.Text(side, record, buffer_);
         const std::u16string_view excerpt = Excerpt(text, kExcerpt);
         Print("<li><a href=\"#d{}\">{}</a> <q>", number, DescribeRecord(comparison_, index));
@@ -216,11 +216,12 @@ class HtmlWriter {
             // An addition or a deletion has its place behind the paragraph that it names.
             const bool addition = record.type == DifferenceType::Addition;
             const bool deletion = record.type == DifferenceType::Deletion;
-            Unchanged(at, {record.first_original + (addition ? 1 : 0),
-                           record.first_modified + (deletion ? 1 : 0)});
+            Unchanged(at, {record.paragraphs.original.first.value + (addition ? 1 : 0),
+                           record.paragraphs.modified.first.value + (deletion ? 1 : 0)});
             ++number_;
             Difference();
-            at = {record.last_original + 1, record.last_modified + 1};
+            at = {record.paragraphs.original.last.value + 1,
+                  record.paragraphs.modified.last.value + 1};
         }
         last_ = true;
         Unchanged(at, {comparison_.Paragraphs(Side::Original) + 1,
@@ -316,8 +317,8 @@ class HtmlWriter {
     void Difference() {
         const auto index = static_cast<std::size_t>(number_ - 1);
         const DifferenceRecord& record = comparison_.records[index];
-        const std::size_t rows = static_cast<std::size_t>(record.OriginalCount()) +
-                                 static_cast<std::size_t>(record.ModifiedCount());
+        const std::size_t rows = static_cast<std::size_t>(record.Count(Side::Original)) +
+                                 static_cast<std::size_t>(record.Count(Side::Modified));
         // A long one brings runs of its own.
         if (rows > HtmlRows::kRun)
             EndRun();

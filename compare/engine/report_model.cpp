@@ -11,8 +11,8 @@ namespace {
 std::string DescribeMove(const Comparison& comparison, const DifferenceRecord& record,
                          const Move& move) {
     const bool here = record.type == DifferenceType::Deletion;
-    return CountText(here ? record.OriginalCount() : record.ModifiedCount(), "paragraph",
-                     "paragraphs") +
+    return CountText(here ? record.Count(Side::Original) : record.Count(Side::Modified),
+                     "paragraph", "paragraphs") +
            " moved " +
            (here ? "to " + MovedPlace(comparison, move, Side::Modified)
                  : "from " + MovedPlace(comparison, move, Side::Original));
@@ -25,13 +25,12 @@ std::string CountText(std::int64_t count, std::string_view singular, std::string
 }
 
 std::string MovedPlace(const Comparison& comparison, const Move& move, Side side) {
-    const auto index =
-        static_cast<std::size_t>(side == Side::Original ? move.deletion : move.addition);
-    const DifferenceRecord& record = comparison.records[index];
-    const std::string first = std::to_string(FirstOf(record, side));
-    if (CountOf(record, side) == 1)
+    const DifferenceRecord& record =
+        comparison.Record(side == Side::Original ? move.deletion : move.addition);
+    const std::string first = std::to_string(record.paragraphs[side].first.value);
+    if (record.Count(side) == 1)
         return "paragraph " + first;
-    return "paragraphs " + first + " to " + std::to_string(LastOf(record, side));
+    return "paragraphs " + first + " to " + std::to_string(record.paragraphs[side].last.value);
 }
 
 std::string SummaryText(const Comparison& comparison) {
@@ -60,10 +59,11 @@ std::string VerdictText(const Comparison& comparison) {
 
 std::string DescribeBeside(const BesideNote& note) {
     std::string text = note.what + " " + note.change;
-    if (note.modified_paragraph > 0)
-        text += ", paragraph " + std::to_string(note.modified_paragraph);
-    else if (note.original_paragraph > 0)
-        text += ", paragraph " + std::to_string(note.original_paragraph) + " of the original";
+    if (note.paragraphs.modified.value > 0)
+        text += ", paragraph " + std::to_string(note.paragraphs.modified.value);
+    else if (note.paragraphs.original.value > 0)
+        text +=
+            ", paragraph " + std::to_string(note.paragraphs.original.value) + " of the original";
     if (note.old_text.empty() && note.new_text.empty())
         return text;
     text += ": " + note.old_text;
@@ -76,22 +76,24 @@ std::string DescribeRecord(const Comparison& comparison, std::size_t index) {
     const DifferenceRecord& record = comparison.records[index];
     if (const Move* move = comparison.MoveOf(index))
         return DescribeMove(comparison, record, *move);
-    const auto place = std::to_string(record.first_original);
+    const auto place = std::to_string(record.paragraphs.original.first.value);
     switch (record.type) {
         case DifferenceType::Addition:
-            return "Addition of " + CountText(record.ModifiedCount(), "paragraph", "paragraphs") +
-                   (record.first_original == 0 ? " at the beginning"
-                                               : " behind paragraph " + place);
+            return "Addition of " +
+                   CountText(record.Count(Side::Modified), "paragraph", "paragraphs") +
+                   (record.paragraphs.original.first.value == 0 ? " at the beginning"
+                                                                : " behind paragraph " + place);
         case DifferenceType::Deletion:
-            return "Deletion of " + CountText(record.OriginalCount(), "paragraph", "paragraphs") +
+            return "Deletion of " +
+                   CountText(record.Count(Side::Original), "paragraph", "paragraphs") +
                    " at paragraph " + place;
         case DifferenceType::Change:
             break;
     }
-    if (record.OriginalCount() == 1 && record.ModifiedCount() == 1)
+    if (record.Count(Side::Original) == 1 && record.Count(Side::Modified) == 1)
         return "Change at paragraph " + place;
-    return "Change of " + CountText(record.OriginalCount(), "paragraph", "paragraphs") + " to " +
-           std::to_string(record.ModifiedCount()) + " at paragraph " + place;
+    return "Change of " + CountText(record.Count(Side::Original), "paragraph", "paragraphs") +
+           " to " + std::to_string(record.Count(Side::Modified)) + " at paragraph " + place;
 }
 
 namespace {

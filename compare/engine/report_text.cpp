@@ -165,9 +165,8 @@ void AppendRecord(const ReportModel& model, std::size_t index, std::string& out,
         AppendSide("+ ", WholePiece(PieceKind::Same, modified, model.watcher), out, stop);
     } else {
         // What changed on the way is told at the new place.
-        const std::u16string_view old_text = comparison.Text(
-            Side::Original, comparison.records[static_cast<std::size_t>(move->deletion)],
-            buffers.original);
+        const std::u16string_view old_text =
+            comparison.Text(Side::Original, comparison.Record(move->deletion), buffers.original);
         AppendMarked(model, {old_text, modified, comparison.SectionsOf(*move)}, out, stop);
     }
 }

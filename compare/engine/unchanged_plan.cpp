@@ -19,9 +19,9 @@ std::vector<Stretch> StretchesOf(const Comparison& comparison) {
     std::int32_t at = 0;
     for (const DifferenceRecord& record : comparison.records) {
         const bool addition = record.type == DifferenceType::Addition;
-        const std::int32_t end = record.first_original - (addition ? 0 : 1);
+        const std::int32_t end = record.paragraphs.original.first.value - (addition ? 0 : 1);
         stretches.push_back({at, end, at > 0 || !stretches.empty(), true});
-        at = record.last_original;
+        at = record.paragraphs.original.last.value;
     }
     stretches.push_back(
         {at, comparison.Paragraphs(Side::Original), !comparison.records.empty(), false});

@@ -24,7 +24,8 @@ constexpr int kIconRole = Qt::UserRole + 1;
 constexpr std::size_t kMostPlaces = 6;
 
 int PlaceOf(const BesideNote& note) {
-    return note.modified_paragraph > 0 ? note.modified_paragraph : note.original_paragraph;
+    return note.paragraphs.modified.value > 0 ? note.paragraphs.modified.value
+                                              : note.paragraphs.original.value;
 }
 
 QString IconOf(const std::string& kind) {
@@ -172,7 +173,7 @@ void BesideEntries::Choose(int row) {
     last_row_ = row;
     const BesideNote& note = *entry.notes[next_place_];
     if (place_chosen && PlaceOf(note) > 0)
-        place_chosen(note.modified_paragraph > 0 ? Side::Modified : Side::Original,
+        place_chosen(note.paragraphs.modified.value > 0 ? Side::Modified : Side::Original,
                      ParagraphNumber{PlaceOf(note)});
 }
 

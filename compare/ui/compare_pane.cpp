@@ -140,10 +140,9 @@ QString ComparePane::RoomLabel(Side side, const RoomRun& run) const {
         return {};
     const auto index = static_cast<std::size_t>(run.record);
     if (const Move* move = result->MoveOf(index)) {
-        const auto partner =
-            static_cast<std::size_t>(PartnerOf(*move, result->records[index].type));
-        return texts_.moved_to ? texts_.moved_to(FirstOf(result->records[partner], side))
-                               : QString();
+        const DifferenceRecord& partner =
+            result->Record(PartnerOf(*move, result->records[index].type));
+        return texts_.moved_to ? texts_.moved_to(partner.paragraphs[side].first.value) : QString();
     }
     return texts_.only_in ? texts_.only_in(OtherSide(side), run.paragraphs) : QString();
 }
@@ -155,9 +154,9 @@ void ComparePane::RoomClicked(Side side, const RoomRun& run) {
         return;
     const auto index = static_cast<std::size_t>(run.record);
     if (const Move* move = result->MoveOf(index)) {
-        const auto partner =
-            static_cast<std::size_t>(PartnerOf(*move, result->records[index].type));
-        ShowParagraph(side, ParagraphNumber{FirstOf(result->records[partner], side)});
+        const DifferenceRecord& partner =
+            result->Record(PartnerOf(*move, result->records[index].type));
+        ShowParagraph(side, partner.paragraphs[side].first);
     } else if (record_clicked) {
         record_clicked(run.record);
     }

@@ -58,7 +58,8 @@ void ComparisonMarks::FindPiecesOf(std::int32_t record) const {
     PerSide<std::size_t> of{index, index};
     std::span<const SectionDetail> sections = comparison_->SectionsOf(index);
     if (const Move* move = comparison_->MoveOf(index)) {
-        of = {static_cast<std::size_t>(move->deletion), static_cast<std::size_t>(move->addition)};
+        of = {static_cast<std::size_t>(move->deletion.value),
+              static_cast<std::size_t>(move->addition.value)};
         sections = comparison_->SectionsOf(*move);
     } else if (comparison_->records[index].type != DifferenceType::Change) {
         return;  // all of it is marked
@@ -83,13 +84,13 @@ std::vector<WordMark> ComparisonMarks::Words(ParagraphNumber paragraph) const {
     const ParagraphNumber begin_now = rows_->Row(span.first).paragraphs[side_].first;
     const ParagraphNumber end_now = rows_->Row(span.end() - 1).paragraphs[side_].end();
     // Where paragraphs of the record were edited, which of them this is cannot be told.
-    if (end_now - begin_now != CountOf(record, side_))
+    if (end_now - begin_now != record.Count(side_))
         return words;
     const std::int32_t within = paragraph - begin_now;
-    const std::int32_t first = FirstOf(record, side_);
+    const std::int32_t first = record.paragraphs[side_].first.value;
     const std::int32_t line = first + within - 1;
     const LineText& lines = comparison_->Lines(side_);
-    if (within < 0 || line + 1 > LastOf(record, side_))
+    if (within < 0 || line + 1 > record.paragraphs[side_].last.value)
         return words;
     const auto begin = static_cast<std::int32_t>(lines.Start(line) - lines.Start(first - 1));
     std::u16string buffer;

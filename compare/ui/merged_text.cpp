@@ -17,9 +17,9 @@ class Merger {
         PerSide<std::int32_t> done;  // paragraphs that are merged
         for (std::size_t at = 0; at < comparison_.records.size(); ++at) {
             const DifferenceRecord& record = comparison_.records[at];
-            Equal(done, {record.last_original - record.OriginalCount(),
-                         record.last_modified - record.ModifiedCount()});
-            done = {record.last_original, record.last_modified};
+            Equal(done,
+                  {record.InFront(Side::Original).value, record.InFront(Side::Modified).value});
+            done = record.Lasts();
             if (record.type == DifferenceType::Change)
                 Changed(at);
             else
@@ -70,8 +70,8 @@ class Merger {
     void Whole(std::size_t index) {
         const DifferenceRecord& record = comparison_.records[index];
         const Side side = record.type == DifferenceType::Deletion ? Side::Original : Side::Modified;
-        const std::int32_t first = FirstOf(record, side);
-        const std::int32_t last = LastOf(record, side);
+        const std::int32_t first = record.paragraphs[side].first.value;
+        const std::int32_t last = record.paragraphs[side].last.value;
         BeginParagraph();
         Take(side, Start(side, first - 1), Start(side, last));
         for (std::int32_t line = first; line <= last; ++line) {
@@ -107,7 +107,7 @@ class Merger {
         open_ = {};
         open_.mark = MarkOf(index);
         at_ = 0;
-        next_ = {record.first_original, record.first_modified};
+        next_ = record.Firsts();
         for (const PiecePlace& piece : pieces) {
             if (piece.in_merged)
                 Put(piece, record, change);
@@ -121,8 +121,8 @@ class Merger {
         const Side side = IsOriginalPiece(kind) ? Side::Original : Side::Modified;
         const std::u16string_view text =
             piece.Of(side, side == Side::Original ? change.original : change.modified);
-        Take(side, Start(side, FirstOf(record, side) - 1) + piece.begin[side],
-             Start(side, FirstOf(record, side) - 1) + piece.end[side]);
+        Take(side, Start(side, record.paragraphs[side].first.value - 1) + piece.begin[side],
+             Start(side, record.paragraphs[side].first.value - 1) + piece.end[side]);
         for (std::size_t begin = 0; begin <= text.size();) {
             const std::size_t end = std::min(text.find(u"\r\n", begin), text.size());
             Mark(kind, static_cast<std::int32_t>(end - begin));

@@ -25,13 +25,12 @@ class RowMaker {
     std::vector<RowPiece> Make() {
         std::int32_t index = 0;
         for (const DifferenceRecord& record : comparison_.records) {
-            Equal({record.last_original - record.OriginalCount(),
-                   record.last_modified - record.ModifiedCount()});
+            Equal({record.InFront(Side::Original).value, record.InFront(Side::Modified).value});
             pieces_.push_back(
                 {record.type == DifferenceType::Change ? RowKind::Changed : RowKind::OneSided,
                  index++,
-                 {record.OriginalCount(), record.ModifiedCount()}});
-            at_ = {record.last_original, record.last_modified};
+                 {record.Count(Side::Original), record.Count(Side::Modified)}});
+            at_ = record.Lasts();
         }
         Equal({comparison_.Paragraphs(Side::Original), comparison_.Paragraphs(Side::Modified)});
         return std::move(pieces_);

@@ -44,7 +44,7 @@ class Speaker {
                            translate_("of") + " " + std::to_string(comparison_.records.size());
         if (rules_.with_place)
             text += ", " + translate_("paragraph") + " " +
-                    std::to_string(std::max(1, record_.first_original));
+                    std::to_string(std::max(1, record_.paragraphs.original.first.value));
         return text + ": " + What();
     }
 
@@ -56,7 +56,7 @@ class Speaker {
             return Moved(*move);
         const bool added = record_.type == DifferenceType::Addition;
         const Side side = added ? Side::Modified : Side::Original;
-        const std::int32_t count = CountOf(record_, side);
+        const std::int32_t count = record_.Count(side);
         std::string what;
         if (count == 1)
             what = translate_(added ? "paragraph inserted" : "paragraph deleted");
@@ -67,16 +67,16 @@ class Speaker {
     }
 
     std::string Moved(const Move& move) {
-        const DifferenceRecord& from = comparison_.records[static_cast<std::size_t>(move.deletion)];
-        const DifferenceRecord& to = comparison_.records[static_cast<std::size_t>(move.addition)];
+        const DifferenceRecord& from = comparison_.Record(move.deletion);
+        const DifferenceRecord& to = comparison_.Record(move.addition);
         const bool here = record_.type == DifferenceType::Deletion;
-        std::string what =
-            (here
-                 ? translate_("moved to paragraph") + " " + std::to_string(to.first_modified)
-                 : translate_("moved from paragraph") + " " + std::to_string(from.first_original)) +
-            ": " +
-            Told(here ? comparison_.Text(Side::Original, from)
-                      : comparison_.Text(Side::Modified, to));
+        std::string what = (here ? translate_("moved to paragraph") + " " +
+                                       std::to_string(to.paragraphs.modified.first.value)
+                                 : translate_("moved from paragraph") + " " +
+                                       std::to_string(from.paragraphs.original.first.value)) +
+                           ": " +
+                           Told(here ? comparison_.Text(Side::Original, from)
+                                     : comparison_.Text(Side::Modified, to));
         const auto sections = comparison_.SectionsOf(move);
         return sections.empty() ? what : what + "; " + Places(from, to, sections);
     }
@@ -94,8 +94,8 @@ class Speaker {
         const std::size_t told = std::min(sections.size(), rules_.most_places);
         for (std::size_t i = 0; i < told; ++i) {
             text += i == 0 ? "" : "; ";
-            text += Exchange(Part(old_text, sections[i].original),
-                             Part(new_text, sections[i].modified));
+            text += Exchange(Part(old_text, sections[i].places.original),
+                             Part(new_text, sections[i].places.modified));
         }
         if (told < sections.size())
             text += "; " + std::to_string(sections.size() - told) + " " + translate_("more");

@@ -208,7 +208,7 @@ std::vector<std::u16string> WordsOf(const Comparison& comparison, std::size_t re
     std::vector<std::u16string> words;
     for (const SectionDetail& section : comparison.SectionsOf(record)) {
         for (const Side side : kBothSides) {
-            const DetailPlace& place = PlaceOf(section, side);
+            const DetailPlace& place = section.places[side];
             words.push_back(comparison.Text(side, comparison.records[record])
                                 .substr(static_cast<std::size_t>(place.begin),
                                         static_cast<std::size_t>(place.Length())));
@@ -291,10 +291,11 @@ TEST_F(CompareJobTest, WordsInSightComeFirst) {
             const DifferenceRecord& record = found.records[i];
             if (record.type != DifferenceType::Change)
                 continue;
-            const bool in_sight =
-                record.last_original > sight.begin && record.first_original <= sight.end;
+            const bool in_sight = record.paragraphs.original.last.value > sight.begin &&
+                                  record.paragraphs.original.first.value <= sight.end;
             inside += in_sight ? 1 : 0;
-            EXPECT_EQ(found.details[i].section_count > 0, in_sight) << record.first_original;
+            EXPECT_EQ(found.details[i].section_count > 0, in_sight)
+                << record.paragraphs.original.first.value;
         }
         EXPECT_GT(inside, 3);
     }

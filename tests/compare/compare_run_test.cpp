@@ -212,12 +212,12 @@ TEST_F(CompareRunTest, WritesHeaders) {
     constexpr auto kC = DifferenceType::Change;
     constexpr auto kD = DifferenceType::Deletion;
     const HeaderRow rows[] = {
-        {{kA, 0, 0, 1, 1}, "<<<5>>> Addition of 1 line at paragraph (0)"},
-        {{kA, 2, 2, 2, 3}, "<<<5>>> Addition of 2 lines at paragraph (2) "},
-        {{kD, 3, 3, 0, 0}, "<<<5>>> Deletion of 1 line at paragraph (3)"},
-        {{kD, 1, 2, 0, 0}, "<<<5>>> Deletion of 2 lines at paragraph (1)"},
-        {{kC, 2, 2, 2, 2}, "<<<5>>> 1 change at paragraph (2) "},
-        {{kC, 1, 1, 1, 3}, "<<<5>>> 3 changes at paragraph (1) "},
+        {{kA, {{0, 0}, {1, 1}}}, "<<<5>>> Addition of 1 line at paragraph (0)"},
+        {{kA, {{2, 2}, {2, 3}}}, "<<<5>>> Addition of 2 lines at paragraph (2) "},
+        {{kD, {{3, 3}, {0, 0}}}, "<<<5>>> Deletion of 1 line at paragraph (3)"},
+        {{kD, {{1, 2}, {0, 0}}}, "<<<5>>> Deletion of 2 lines at paragraph (1)"},
+        {{kC, {{2, 2}, {2, 2}}}, "<<<5>>> 1 change at paragraph (2) "},
+        {{kC, {{1, 1}, {1, 3}}}, "<<<5>>> 3 changes at paragraph (1) "},
     };
     RunControl control;
     RunMonitor monitor(process, control);
@@ -302,7 +302,8 @@ TEST_F(CompareRunTest, AllInOneHoldsTheOriginalAndKnowsItsParagraphs) {
         const clsRTBDocument& all_in_one = editors.rtbAIODiff.document;
         std::vector<bool> touched(static_cast<std::size_t>(original.ParagraphCount()) + 2, false);
         for (const DifferenceRecord& record : viewer.VXMacroDiff().Records()) {
-            for (std::int32_t line = record.first_original; line <= record.last_original; ++line)
+            for (std::int32_t line = record.paragraphs.original.first.value;
+                 line <= record.paragraphs.original.last.value; ++line)
                 touched[static_cast<std::size_t>(line)] = touched[static_cast<std::size_t>(line)] ||
                                                           record.type != DifferenceType::Addition;
         }

@@ -42,20 +42,24 @@ struct LineRow {
 };
 TEST_F(DifferenceListTest, TellsLinesAndStatus) {
     const LineRow rows[] = {
-        {{kA, 0, 0, 1, 1},
+        {{kA, {{0, 0}, {1, 1}}},
          "[2] Addition of 1 line at paragraph (0) : \"q1\"",
          "[2] Addition of 1 line at paragraph: 0"},
-        {{kA, 2, 2, 2, 3},
+        {{kA, {{2, 2}, {2, 3}}},
          "[2] Addition of 2 lines at paragraph (2) : \"q2\"",
          "[2] Addition of 2 lines at paragraph: 2"},
-        {{kD, 3, 3, 0, 0},
+        {{kD, {{3, 3}, {0, 0}}},
          "[2] Deletion of 1 line at paragraph (3) : \"p3\"",
          "[2] Deletion of 1 line at paragraph: 3"},
-        {{kD, 1, 2, 0, 0},
+        {{kD, {{1, 2}, {0, 0}}},
          "[2] Deletion of 2 lines at paragraph (1) : \"p1\"",
          "[2] Deletion of 2 lines at paragraph: 1"},
-        {{kC, 2, 2, 2, 2}, "[2] 1 change at paragraph (2) :\"p2\"", "[2] Change at paragraph: 2"},
-        {{kC, 1, 1, 1, 3}, "[2] 3 changes at paragraph (1) :\"p1\"", "[2] Change at paragraph: 1"},
+        {{kC, {{2, 2}, {2, 2}}},
+         "[2] 1 change at paragraph (2) :\"p2\"",
+         "[2] Change at paragraph: 2"},
+        {{kC, {{1, 1}, {1, 3}}},
+         "[2] 3 changes at paragraph (1) :\"p1\"",
+         "[2] Change at paragraph: 1"},
     };
     for (const LineRow& row : rows) {
         SCOPED_TRACE(row.line);
@@ -73,7 +77,7 @@ TEST_F(DifferenceListTest, TellsLinesAndStatus) {
 
 TEST_F(DifferenceListTest, CutsTheExcerptBehindAHundredCharacters) {
     const auto excerpt = [&](const std::u16string& paragraph) {
-        Show({{kD, 1, 1, 0, 0}}, paragraph);
+        Show({{kD, {{1, 1}, {0, 0}}}}, paragraph);
         const std::string line = list.Line(0);
         return line.substr(line.find('"'));
     };
@@ -86,7 +90,7 @@ TEST_F(DifferenceListTest, CutsTheExcerptBehindAHundredCharacters) {
 }
 
 TEST_F(DifferenceListTest, TranslatesEachPiece) {
-    Show({{kA, 0, 0, 1, 1}});
+    Show({{kA, {{0, 0}, {1, 1}}}});
     list.Show(comparison,
               [](std::string_view english) { return "<" + std::string(english) + ">"; });
     EXPECT_EQ(list.Line(0), "[1] <Addition of> 1< line at paragraph (>0) : \"q1\"");
@@ -95,9 +99,9 @@ TEST_F(DifferenceListTest, TranslatesEachPiece) {
 
 // In half paragraphs: an addition stands between two.
 std::int64_t HalvesTo(const DifferenceRecord& record, Side side, std::int32_t number) {
-    std::int64_t least = std::abs(2 * FirstOf(record, side) + 1 - 2 * number);
-    for (std::int32_t i = 0; i < CountOf(record, side); ++i) {
-        const std::int64_t there = std::abs(2 * (FirstOf(record, side) + i - number));
+    std::int64_t least = std::abs(2 * record.paragraphs[side].first.value + 1 - 2 * number);
+    for (std::int32_t i = 0; i < record.Count(side); ++i) {
+        const std::int64_t there = std::abs(2 * (record.paragraphs[side].first.value + i - number));
         least = i == 0 ? there : std::min(least, there);
     }
     return least;
@@ -117,8 +121,8 @@ TEST_F(DifferenceListTest, FindsTheNearestEntry) {
             records.push_back({original == 0   ? kA
                                : modified == 0 ? kD
                                                : kC,
-                               at.original + (original == 0 ? 0 : 1), at.original + original,
-                               at.modified + (modified == 0 ? 0 : 1), at.modified + modified});
+                               {{at.original + (original == 0 ? 0 : 1), at.original + original},
+                                {at.modified + (modified == 0 ? 0 : 1), at.modified + modified}}});
             at = {at.original + original, at.modified + modified};
         }
         Show(records);

@@ -60,8 +60,9 @@ TEST_F(RichReport, EndsWithWhatLiesBesideTheWords) {
     Comparison comparison = Compared("one a / same", "one b / same");
     EXPECT_EQ(Readable(Saved({.all_in_one = &all_, .comparison = &comparison}).text), "one|two|")
         << "nothing beside: nothing more";
-    comparison.beside = {{"links", "link target", "changed", 2, 2, "x\ny", "z"},
-                         {"pictures", "picture", "added", 0, 3}};
+    comparison.beside = {
+        {"links", "link target", "changed", {ParagraphNumber{2}, ParagraphNumber{2}}, "x\ny", "z"},
+        {"pictures", "picture", "added", {{}, ParagraphNumber{3}}}};
     comparison.beside_sentence = "Beside the words: much.";
     const std::string end =
         "|1 difference: 1 change, 0 additions, 0 deletions. Beside the words: much.|"

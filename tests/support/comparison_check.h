@@ -30,15 +30,15 @@ class ComparisonCheck {
             const DifferenceRecord& record = comparison_.records[i];
             PerSide<std::int32_t> begin;
             for (const Side side : kBothSides) {
-                begin[side] = LastOf(record, side) - CountOf(record, side);
+                begin[side] = record.paragraphs[side].last.value - record.Count(side);
                 ASSERT_GE(begin[side], at[side]) << "overlaps the record before";
-                ASSERT_LE(LastOf(record, side), comparison_.Paragraphs(side));
-                ASSERT_EQ(FirstOf(record, side),
-                          CountOf(record, side) == 0 ? begin[side] : begin[side] + 1);
+                ASSERT_LE(record.paragraphs[side].last.value, comparison_.Paragraphs(side));
+                ASSERT_EQ(record.paragraphs[side].first.value,
+                          record.Count(side) == 0 ? begin[side] : begin[side] + 1);
             }
             Equal(at, begin);
             Record(i);
-            at = {record.last_original, record.last_modified};
+            at = record.Lasts();
         }
         Equal(at, {comparison_.Paragraphs(Side::Original), comparison_.Paragraphs(Side::Modified)});
         Moves();
@@ -86,12 +86,12 @@ class ComparisonCheck {
             EXPECT_TRUE(letters.empty() || options_.by_character);
             if (letters.empty())
                 continue;
-            const std::u16string_view old_text = Part(original, section.original);
-            const std::u16string_view new_text = Part(modified, section.modified);
+            const std::u16string_view old_text = Part(original, section.places.original);
+            const std::u16string_view new_text = Part(modified, section.places.modified);
             Details(old_text, new_text, letters, ExactLetters());
             for (const DetailRecord& letter : letters) {
-                ExpectWholeLetters(old_text, letter.original);
-                ExpectWholeLetters(new_text, letter.modified);
+                ExpectWholeLetters(old_text, letter.places.original);
+                ExpectWholeLetters(new_text, letter.places.modified);
             }
         }
     }
@@ -108,28 +108,30 @@ class ComparisonCheck {
         std::u16string made;
         PerSide<std::int32_t> at{0, 0};
         for (const DetailRecord& detail : details) {
-            ASSERT_GE(detail.original.begin, at.original);
-            ASSERT_GE(detail.modified.begin, at.modified);
-            ASSERT_GE(detail.original.Length(), 0);
-            ASSERT_GE(detail.modified.Length(), 0);
-            ASSERT_LE(detail.original.end, static_cast<std::int32_t>(original.size()));
-            ASSERT_LE(detail.modified.end, static_cast<std::int32_t>(modified.size()));
-            const std::u16string_view old_text = Part(original, detail.original);
-            const std::u16string_view new_text = Part(modified, detail.modified);
+            ASSERT_GE(detail.places.original.begin, at.original);
+            ASSERT_GE(detail.places.modified.begin, at.modified);
+            ASSERT_GE(detail.places.original.Length(), 0);
+            ASSERT_GE(detail.places.modified.Length(), 0);
+            ASSERT_LE(detail.places.original.end, static_cast<std::int32_t>(original.size()));
+            ASSERT_LE(detail.places.modified.end, static_cast<std::int32_t>(modified.size()));
+            const std::u16string_view old_text = Part(original, detail.places.original);
+            const std::u16string_view new_text = Part(modified, detail.places.modified);
             EXPECT_NE(old_text, new_text) << "equal, and marked: " << ToUtf8(old_text);
             EXPECT_EQ(detail.type, old_text.empty()   ? DifferenceType::Addition
                                    : new_text.empty() ? DifferenceType::Deletion
                                                       : DifferenceType::Change);
-            for (const std::int32_t place : {detail.original.begin, detail.original.end})
+            for (const std::int32_t place :
+                 {detail.places.original.begin, detail.places.original.end})
                 EXPECT_FALSE(CutsBreak(original, place)) << place;
-            for (const std::int32_t place : {detail.modified.begin, detail.modified.end})
+            for (const std::int32_t place :
+                 {detail.places.modified.begin, detail.places.modified.end})
                 EXPECT_FALSE(CutsBreak(modified, place)) << place;
-            made += Part(original, {0, 0, at.original, detail.original.begin});
+            made += Part(original, {0, 0, at.original, detail.places.original.begin});
             if (exact) {  // else what is ignored between them differs
-                EXPECT_EQ(static_cast<std::int32_t>(made.size()), detail.modified.begin);
+                EXPECT_EQ(static_cast<std::int32_t>(made.size()), detail.places.modified.begin);
             }
             made += new_text;
-            at = {detail.original.end, detail.modified.end};
+            at = {detail.places.original.end, detail.places.modified.end};
         }
         made += original.substr(static_cast<std::size_t>(at.original));
         if (exact) {
@@ -164,8 +166,8 @@ class ComparisonCheck {
             SCOPED_TRACE("move " + std::to_string(i + 1));
             EXPECT_TRUE(options_.find_moves);
             const Move& move = comparison_.moves[i];
-            const auto from = static_cast<std::size_t>(move.deletion);
-            const auto to = static_cast<std::size_t>(move.addition);
+            const auto from = static_cast<std::size_t>(move.deletion.value);
+            const auto to = static_cast<std::size_t>(move.addition.value);
             ASSERT_LT(std::max(from, to), comparison_.records.size());
             EXPECT_EQ(comparison_.records[from].type, DifferenceType::Deletion);
             EXPECT_EQ(comparison_.records[to].type, DifferenceType::Addition);
@@ -205,7 +207,8 @@ class ComparisonCheck {
 };
 
 inline bool Mirrors(const DetailRecord& left, const DetailRecord& right) {
-    return left.original == right.modified && left.modified == right.original;
+    return left.places.original == right.places.modified &&
+           left.places.modified == right.places.original;
 }
 
 /// The comparison of the swapped texts is the same with its sides swapped. Where deletions and
@@ -214,8 +217,9 @@ inline void ExpectMirrored(const Comparison& comparison, const Comparison& swapp
     const auto own = [](const Comparison& of, Side side) {
         std::vector<std::pair<std::int32_t, std::int32_t>> ranges;
         for (const DifferenceRecord& record : of.records) {
-            if (CountOf(record, side) > 0)
-                ranges.emplace_back(FirstOf(record, side), LastOf(record, side));
+            if (record.Count(side) > 0)
+                ranges.emplace_back(record.paragraphs[side].first.value,
+                                    record.paragraphs[side].last.value);
         }
         return ranges;
     };

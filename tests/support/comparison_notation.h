@@ -63,12 +63,14 @@ std::string MarkedText(std::u16string_view original, std::u16string_view modifie
             text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)));
     };
     for (const DetailRecord& detail : details) {
-        out += part(original, at, detail.original.begin);
-        at = detail.original.end;
-        if (detail.original.Length() > 0)
-            out += "[-" + part(original, detail.original.begin, detail.original.end) + "-]";
-        if (detail.modified.Length() > 0)
-            out += "{+" + part(modified, detail.modified.begin, detail.modified.end) + "+}";
+        out += part(original, at, detail.places.original.begin);
+        at = detail.places.original.end;
+        if (detail.places.original.Length() > 0)
+            out += "[-" + part(original, detail.places.original.begin, detail.places.original.end) +
+                   "-]";
+        if (detail.places.modified.Length() > 0)
+            out += "{+" + part(modified, detail.places.modified.begin, detail.places.modified.end) +
+                   "+}";
     }
     return out + part(original, at, static_cast<std::int32_t>(original.size()));
 }
@@ -92,10 +94,8 @@ inline std::string NotationOf(const Comparison& comparison) {
         else if (move == nullptr)
             out += WithPilcrows(modified);
         else
-            out += MarkedText(
-                comparison.Text(Side::Original,
-                                comparison.records[static_cast<std::size_t>(move->deletion)]),
-                modified, comparison.SectionsOf(*move));
+            out += MarkedText(comparison.Text(Side::Original, comparison.Record(move->deletion)),
+                              modified, comparison.SectionsOf(*move));
     }
     return out;
 }

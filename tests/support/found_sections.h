@@ -16,8 +16,8 @@ inline DetailPlace Place(const UnitRange& range) {
 }
 
 inline void SetPlaces(const UnitRange& first, const UnitRange& second, DetailRecord& detail) {
-    detail.original = Place(first);
-    detail.modified = Place(second);
+    detail.places.original = Place(first);
+    detail.places.modified = Place(second);
     detail.type = first.Length() == 0    ? DifferenceType::Addition
                   : second.Length() == 0 ? DifferenceType::Deletion
                                          : DifferenceType::Change;

@@ -149,8 +149,8 @@ inline std::string LetterNotationOf(Comparison comparison) {
                 SectionDetail moved;
                 static_cast<DetailRecord&>(moved) = letter;
                 for (const auto& [place, from] :
-                     {std::pair{&moved.original, section.original.begin},
-                      std::pair{&moved.modified, section.modified.begin}}) {
+                     {std::pair{&moved.places.original, section.places.original.begin},
+                      std::pair{&moved.places.modified, section.places.modified.begin}}) {
                     place->begin += from;
                     place->end += from;
                 }

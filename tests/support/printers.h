@@ -15,8 +15,9 @@ void PrintTo(const Number<Kind>& number, std::ostream* out) {
 }
 
 inline void PrintTo(const DifferenceRecord& record, std::ostream* out) {
-    *out << static_cast<char>(record.type) << " " << record.first_original << ","
-         << record.last_original << " " << record.first_modified << "," << record.last_modified;
+    *out << static_cast<char>(record.type) << " " << record.paragraphs.original.first.value << ","
+         << record.paragraphs.original.last.value << " " << record.paragraphs.modified.first.value
+         << "," << record.paragraphs.modified.last.value;
 }
 
 inline void PrintTo(const TextRange& range, std::ostream* out) {

@@ -28,9 +28,9 @@ std::string Shown(const std::vector<BesideDifference>& differences) {
     for (const BesideDifference& difference : differences) {
         text += std::string(NameOf(difference.kind).option) + " " +
                 std::string(VerbOf(difference.kind, difference.change)) + " " +
-                std::to_string(difference.original_paragraph) + ">" +
-                std::to_string(difference.modified_paragraph) + " " + difference.old_text + ">" +
-                difference.new_text + ";";
+                std::to_string(difference.paragraphs.original.value) + ">" +
+                std::to_string(difference.paragraphs.modified.value) + " " + difference.old_text +
+                ">" + difference.new_text + ";";
     }
     return text;
 }
@@ -148,7 +148,8 @@ TEST(BesideCompare, SaysItInOneSentence) {
     EXPECT_EQ(BesideSentence({}), "");
     const auto change = [](BesideKind kind, BesideChange what, std::int32_t original,
                            std::int32_t modified) {
-        return BesideDifference{kind, what, original, modified, "", ""};
+        return BesideDifference{
+            kind, what, {ParagraphNumber{original}, ParagraphNumber{modified}}, "", ""};
     };
     EXPECT_EQ(BesideSentence({change(BesideKind::Picture, BesideChange::Changed, 2, 3),
                               change(BesideKind::Link, BesideChange::Changed, 9, 12),
@@ -164,12 +165,11 @@ TEST(BesideCompare, SaysItInOneSentence) {
     EXPECT_EQ(BesideSentence(many),
               "Beside the words: formatting changed in 9 paragraphs (1, 2, 3, 4, 5, 6 and 3 "
               "more).");
-    EXPECT_EQ(
-        BesideSentence(
-            {{BesideKind::Metadata, BesideChange::Changed, 0, 0, "title: a", "title: b"},
-             {BesideKind::PageWithoutText, BesideChange::Added, 0, 0, "", "page 3: picture"}}),
-        "Beside the words: 1 document property changed (title), 1 page without text added "
-        "(page 3).");
+    EXPECT_EQ(BesideSentence(
+                  {{BesideKind::Metadata, BesideChange::Changed, {}, "title: a", "title: b"},
+                   {BesideKind::PageWithoutText, BesideChange::Added, {}, "", "page 3: picture"}}),
+              "Beside the words: 1 document property changed (title), 1 page without text added "
+              "(page 3).");
 }
 
 struct FormatRow {
@@ -222,9 +222,9 @@ TEST(FormatCompare, TellsOneDifferenceForAParagraph) {
         for (const BesideDifference& difference :
              CompareFormatting(read(row.original), read(row.modified), {1, 2}, row.depth)) {
             EXPECT_EQ(difference.kind, BesideKind::Formatting);
-            shown += std::to_string(difference.original_paragraph) + ">" +
-                     std::to_string(difference.modified_paragraph) + " " + difference.old_text +
-                     ">" + difference.new_text;
+            shown += std::to_string(difference.paragraphs.original.value) + ">" +
+                     std::to_string(difference.paragraphs.modified.value) + " " +
+                     difference.old_text + ">" + difference.new_text;
         }
         EXPECT_EQ(shown, row.shown);
     }
@@ -235,8 +235,8 @@ TEST(FormatCompare, FollowsThePairsOfParagraphs) {
     const RichText modified = ReadRtf("{\\rtf1 new\\par a\\par b\\par {\\i c}}");
     const auto found = CompareFormatting(original, modified, {2, 3, 0}, FormatDepth::Full);
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].original_paragraph, 2);
-    EXPECT_EQ(found[0].modified_paragraph, 3);
+    EXPECT_EQ(found[0].paragraphs.original.value, 2);
+    EXPECT_EQ(found[0].paragraphs.modified.value, 3);
 }
 
 }  // namespace

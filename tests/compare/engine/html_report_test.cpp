@@ -266,7 +266,8 @@ TEST(HtmlReport, ShowsDatesAndWhatLiesBesideTheWords) {
     EXPECT_EQ(plain.find("class=\"beside\""), std::string::npos);
     model.dates = {"2026-03-01 14:05", ""};
     comparison.beside_sentence = "Beside the words: 1 picture <replaced>.";
-    comparison.beside = {{"pictures", "picture & frame", "replaced", 0, 3, "old", "new"}};
+    comparison.beside = {
+        {"pictures", "picture & frame", "replaced", {{}, ParagraphNumber{3}}, "old", "new"}};
     for (const std::int32_t style : {kAllInOne, kSideBySide}) {
         const HtmlNode page = ParsedPage(WriteHtmlReport(model, style));
         std::string section;

@@ -42,19 +42,21 @@ Lines Applied(const Records& records, const Lines& master, const Lines& source) 
     std::int32_t at = 0;
     for (const DifferenceRecord& record : records) {
         const bool addition = record.type == DifferenceType::Addition;
-        const std::int32_t begin = addition ? record.first_original : record.first_original - 1;
+        const std::int32_t begin = addition ? record.paragraphs.original.first.value
+                                            : record.paragraphs.original.first.value - 1;
         EXPECT_GE(begin, at);
         for (; at < begin; ++at)
             made.push_back(master[static_cast<std::size_t>(at)]);
-        at += record.OriginalCount();
+        at += record.Count(Side::Original);
         const auto size = static_cast<std::int32_t>(made.size());
         if (record.type == DifferenceType::Deletion) {
-            EXPECT_EQ(record.first_modified, size);
-            EXPECT_EQ(record.last_modified, size);
+            EXPECT_EQ(record.paragraphs.modified.first.value, size);
+            EXPECT_EQ(record.paragraphs.modified.last.value, size);
             continue;
         }
-        EXPECT_EQ(record.first_modified, size + 1);
-        for (std::int32_t line = record.first_modified; line <= record.last_modified; ++line)
+        EXPECT_EQ(record.paragraphs.modified.first.value, size + 1);
+        for (std::int32_t line = record.paragraphs.modified.first.value;
+             line <= record.paragraphs.modified.last.value; ++line)
             made.push_back(source[static_cast<std::size_t>(line - 1)]);
     }
     for (; at < static_cast<std::int32_t>(master.size()); ++at)
@@ -65,7 +67,8 @@ Lines Applied(const Records& records, const Lines& master, const Lines& source) 
 std::size_t ChangedLines(const Records& records) {
     std::size_t count = 0;
     for (const DifferenceRecord& record : records)
-        count += static_cast<std::size_t>(record.OriginalCount() + record.ModifiedCount());
+        count +=
+            static_cast<std::size_t>(record.Count(Side::Original) + record.Count(Side::Modified));
     return count;
 }
 
@@ -94,16 +97,22 @@ constexpr auto kD = DifferenceType::Deletion;
 const RecordRow kRecordRows[] = {
     {"nothing against nothing", "", "", {}},
     {"the same", "abc", "abc", {}},
-    {"from nothing", "", "abc", {{kA, 0, 0, 1, 3}}},
-    {"to nothing", "abc", "", {{kD, 1, 3, 0, 0}}},
-    {"all other", "ab", "xyz", {{kD, 1, 2, 0, 0}, {kA, 2, 2, 1, 3}}},
-    {"added at the end", "ab", "abc", {{kA, 2, 2, 3, 3}}},
-    {"deleted at the front", "abc", "bc", {{kD, 1, 1, 0, 0}}},
-    {"another in the middle", "abc", "axc", {{kD, 2, 2, 1, 1}, {kA, 2, 2, 2, 2}}},
-    {"unlike neighbours stay whole", "abcd", "axyd", {{kD, 2, 3, 1, 1}, {kA, 3, 3, 2, 3}}},
-    {"three apart", "abcdefg", "bcxdefgh", {{kD, 1, 1, 0, 0}, {kA, 3, 3, 3, 3}, {kA, 7, 7, 8, 8}}},
-    {"a block slides down", "abb", "abbb", {{kA, 3, 3, 4, 4}}},
-    {"a slid block joins the next", "axaxb", "axb", {{kD, 3, 4, 2, 2}}},
+    {"from nothing", "", "abc", {{kA, {{0, 0}, {1, 3}}}}},
+    {"to nothing", "abc", "", {{kD, {{1, 3}, {0, 0}}}}},
+    {"all other", "ab", "xyz", {{kD, {{1, 2}, {0, 0}}}, {kA, {{2, 2}, {1, 3}}}}},
+    {"added at the end", "ab", "abc", {{kA, {{2, 2}, {3, 3}}}}},
+    {"deleted at the front", "abc", "bc", {{kD, {{1, 1}, {0, 0}}}}},
+    {"another in the middle", "abc", "axc", {{kD, {{2, 2}, {1, 1}}}, {kA, {{2, 2}, {2, 2}}}}},
+    {"unlike neighbours stay whole",
+     "abcd",
+     "axyd",
+     {{kD, {{2, 3}, {1, 1}}}, {kA, {{3, 3}, {2, 3}}}}},
+    {"three apart",
+     "abcdefg",
+     "bcxdefgh",
+     {{kD, {{1, 1}, {0, 0}}}, {kA, {{3, 3}, {3, 3}}}, {kA, {{7, 7}, {8, 8}}}}},
+    {"a block slides down", "abb", "abbb", {{kA, {{3, 3}, {4, 4}}}}},
+    {"a slid block joins the next", "axaxb", "axb", {{kD, {{3, 4}, {2, 2}}}}},
 };
 TEST(VestrelX, BuildsRecords) {
     VestrelX engine;
@@ -118,7 +127,7 @@ TEST(VestrelX, SlidesToWholeParagraphs) {
     const Lines master = {"one", "", "two", ""};
     const Lines source = {"one", "", "new", "", "two", ""};
     // Not the blank line in front of "new" with "new", but "new" with the blank line behind it.
-    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, 2, 2, 3, 4}}));
+    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, {{2, 2}, {3, 4}}}}));
 }
 
 struct SplitRow {
@@ -174,14 +183,14 @@ TEST(VestrelX, LeavesOutWhatIsIgnored) {
         };
     };
     const SwitchRow rows[] = {
-        {"case counts", [](VestrelX&) {}, {"Ab"}, {"aB"}, {{kC, 1, 1, 1, 1}}},
+        {"case counts", [](VestrelX&) {}, {"Ab"}, {"aB"}, {{kC, {{1, 1}, {1, 1}}}}},
         {"case", [](VestrelX& e) { e.putIgnoreCase(true); }, {"Äbc"}, {"äBC"}, {}},
         {"blanks", [](VestrelX& e) { e.putIgnoreWhitespace(true); }, {" a  b"}, {"a\tb "}, {}},
         {"blanks are not letters",
          [](VestrelX& e) { e.putIgnoreWhitespace(true); },
          {"alder b"},
          {"alder c"},
-         {{kC, 1, 1, 1, 1}}},
+         {{kC, {{1, 1}, {1, 1}}}}},
         {"empty lines",
          [](VestrelX& e) { e.putIgnoreEmptyLines(true); },
          {"a", "b"},
@@ -191,23 +200,27 @@ TEST(VestrelX, LeavesOutWhatIsIgnored) {
          [](VestrelX& e) { e.putIgnoreEmptyLines(true); },
          {"a", "birch b", "c"},
          {"a", "", "birch x", "", "c"},
-         {{kC, 2, 2, 3, 3}}},
+         {{kC, {{2, 2}, {3, 3}}}}},
         {"an addition behind the common front, with empty lines ignored",
          [](VestrelX& e) { e.putIgnoreEmptyLines(true); },
          {"a", "b", "", "c"},
          {"a", "b", "new", "c"},
-         {{kA, 2, 2, 3, 3}}},
+         {{kA, {{2, 2}, {3, 3}}}}},
         {"a run of any characters", expression("T*P"), {"the TIP"}, {"the T2343sdP"}, {}},
         {"a set", expression("[hb]at"), {"a hat"}, {"a bat"}, {}},
-        {"not in a set", expression("[^b]at"), {"a hat"}, {"a bat"}, {{kC, 1, 1, 1, 1}}},
+        {"not in a set", expression("[^b]at"), {"a hat"}, {"a bat"}, {{kC, {{1, 1}, {1, 1}}}}},
         {"only in front", expression("^[hc]at"), {"hat, hat"}, {"cat, hat"}, {}},
-        {"not behind the front", expression("^[hc]at"), {"a hat"}, {"a cat"}, {{kC, 1, 1, 1, 1}}},
+        {"not behind the front",
+         expression("^[hc]at"),
+         {"a hat"},
+         {"a cat"},
+         {{kC, {{1, 1}, {1, 1}}}}},
         {"several", expression("[0-9]+@@colou?r"), {"1 color"}, {"22 colour"}, {}},
         {"not enabled",
          [](VestrelX& e) { e.putFilterExpression("x"); },
          {"x"},
          {""},
-         {{kD, 1, 1, 0, 0}, {kA, 1, 1, 1, 1}}},
+         {{kD, {{1, 1}, {0, 0}}}, {kA, {{1, 1}, {1, 1}}}}},
         {"a star in a set", expression("[*]"), {"a*"}, {"a"}, {}},
         {"an escaped star", expression("\\*b"), {"a*b"}, {"a"}, {}},
         {"a run to the end", expression("#*"), {"a # x"}, {"a # yz"}, {}},
@@ -244,38 +257,40 @@ TEST(VestrelX, HostileExpressionEnds) {
     engine.putFilterExpression("(a+)+$");
     engine.putFilterEnabled(true);
     const Lines line = {std::string(5000, 'a') + "b"};
-    EXPECT_EQ(Compared(engine, line, {"c"}), (Records{{kD, 1, 1, 0, 0}, {kA, 1, 1, 1, 1}}));
+    EXPECT_EQ(Compared(engine, line, {"c"}),
+              (Records{{kD, {{1, 1}, {0, 0}}}, {kA, {{1, 1}, {1, 1}}}}));
 }
 
 TEST(VestrelX, MergesNearDifferencesIntoLargerSections) {
     VestrelX engine;
     engine.putLargerSections(true);
     EXPECT_EQ(Compared(engine, Split("abcdefghij"), Split("xbcdefXghij")),
-              (Records{{kC, 1, 1, 1, 1}, {kA, 6, 6, 7, 7}}));
+              (Records{{kC, {{1, 1}, {1, 1}}}, {kA, {{6, 6}, {7, 7}}}}));
     EXPECT_EQ(Compared(engine, Split("abcdefghij"), Split("xbcXdefghij")),
-              (Records{{kC, 1, 3, 1, 4}}));
+              (Records{{kC, {{1, 3}, {1, 4}}}}));
 }
 
 TEST(VestrelX, LooksNoFurtherThanTheBracket) {
     Lines master = Split("abcdefgh");
     Lines source = Split("uvwxyzabcdefgh");
     VestrelX engine;
-    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, 0, 0, 1, 6}}));
+    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, {{0, 0}, {1, 6}}}}));
     engine.putUseLineBracket(true);
     engine.putLineBracket(6);
-    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, 0, 0, 1, 6}}));
+    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, {{0, 0}, {1, 6}}}}));
     engine.putLineBracket(5);
-    EXPECT_EQ(Compared(engine, master, source), (Records{{kD, 1, 8, 0, 0}, {kA, 8, 8, 1, 14}}));
+    EXPECT_EQ(Compared(engine, master, source),
+              (Records{{kD, {{1, 8}, {0, 0}}}, {kA, {{8, 8}, {1, 14}}}}));
     engine.putUseLineBracket(false);
-    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, 0, 0, 1, 6}}));
+    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, {{0, 0}, {1, 6}}}}));
 }
 
 TEST(VestrelX, GivesRecordsByIndex) {
     VestrelX engine;
     EXPECT_EQ(engine.getDifferenceCount(), 0);
     Compared(engine, Split("abc"), Split("axc"));
-    EXPECT_EQ(engine.GetDifference(RecordIndex{0}), (DifferenceRecord{kD, 2, 2, 1, 1}));
-    EXPECT_EQ(engine.GetDifference(RecordIndex{1}), (DifferenceRecord{kA, 2, 2, 2, 2}));
+    EXPECT_EQ(engine.GetDifference(RecordIndex{0}), (DifferenceRecord{kD, {{2, 2}, {1, 1}}}));
+    EXPECT_EQ(engine.GetDifference(RecordIndex{1}), (DifferenceRecord{kA, {{2, 2}, {2, 2}}}));
     EXPECT_FALSE(engine.GetDifference(RecordIndex{2}).has_value());
     EXPECT_FALSE(engine.GetDifference(RecordIndex{-1}).has_value());
 }

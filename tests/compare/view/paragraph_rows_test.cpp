@@ -42,8 +42,9 @@ void ExpectWhole(const ParagraphRows& rows, const PerSide<std::int32_t>& paragra
 void ExpectPartners(const ParagraphRows& rows, const Comparison& comparison) {
     std::vector<std::int32_t> partners = comparison.Partners();
     for (const Move& move : comparison.moves) {
-        const DifferenceRecord& from = comparison.records[static_cast<std::size_t>(move.deletion)];
-        for (std::int32_t i = from.first_original; i <= from.last_original; ++i)
+        const DifferenceRecord& from = comparison.Record(move.deletion);
+        for (std::int32_t i = from.paragraphs.original.first.value;
+             i <= from.paragraphs.original.last.value; ++i)
             partners[static_cast<std::size_t>(i) - 1] = 0;
     }
     for (std::int32_t i = 1; i <= rows.Paragraphs(Side::Original); ++i) {
@@ -65,9 +66,10 @@ void ExpectRecords(const ParagraphRows& rows, const Comparison& comparison) {
                 counts[side] += rows.Row(row).paragraphs[side].count;
         }
         for (const Side side : kBothSides) {
-            EXPECT_EQ(counts[side], CountOf(record, side)) << "record " << i;
+            EXPECT_EQ(counts[side], record.Count(side)) << "record " << i;
             if (counts[side] > 0) {
-                EXPECT_EQ(rows.Row(span.first).paragraphs[side].first.value, FirstOf(record, side));
+                EXPECT_EQ(rows.Row(span.first).paragraphs[side].first.value,
+                          record.paragraphs[side].first.value);
             }
         }
     }
@@ -100,7 +102,7 @@ TEST(ParagraphRows, CostByTheDifferences) {
     }());
     comparison.SetEditorTexts({text, text});
     for (std::int32_t i = 10; i < 20000; i += 10)
-        comparison.records.push_back({DifferenceType::Change, i, i, i, i});
+        comparison.records.push_back({DifferenceType::Change, {{i, i}, {i, i}}});
     ParagraphRows rows;
     rows.Assign(comparison);
     ExpectWhole(rows, {20000, 20000});
@@ -134,8 +136,8 @@ ParagraphRows RowsOf(const std::string& notation) {
             {counts.original == 0   ? DifferenceType::Addition
              : counts.modified == 0 ? DifferenceType::Deletion
                                     : DifferenceType::Change,
-             at.original - counts.original + (counts.original > 0 ? 1 : 0), at.original,
-             at.modified - counts.modified + (counts.modified > 0 ? 1 : 0), at.modified});
+             {{at.original - counts.original + (counts.original > 0 ? 1 : 0), at.original},
+              {at.modified - counts.modified + (counts.modified > 0 ? 1 : 0), at.modified}}});
     }
     comparison.SetEditorTexts({std::make_shared<const std::u16string>(texts.original),
                                std::make_shared<const std::u16string>(texts.modified)});

@@ -208,18 +208,23 @@ std::multimap<int, int> ShownPairs(const Comparison& comparison) {
         if (record.type != DifferenceType::Change)
             continue;
         // One beside one, but for what was split or joined.
-        for (int to = record.first_modified; to <= record.last_modified; ++to) {
-            for (int from = record.first_original; from <= record.last_original; ++from)
+        for (int to = record.paragraphs.modified.first.value;
+             to <= record.paragraphs.modified.last.value; ++to) {
+            for (int from = record.paragraphs.original.first.value;
+                 from <= record.paragraphs.original.last.value; ++from)
                 shown.emplace(to - 1, from - 1);
         }
     }
     for (const auto& move : comparison.moves) {
-        const DifferenceRecord& from = comparison.records[static_cast<std::size_t>(move.deletion)];
-        const DifferenceRecord& to = comparison.records[static_cast<std::size_t>(move.addition)];
-        for (int i = 0; i <= std::min(from.last_original - from.first_original,
-                                      to.last_modified - to.first_modified);
+        const DifferenceRecord& from = comparison.Record(move.deletion);
+        const DifferenceRecord& to = comparison.Record(move.addition);
+        for (int i = 0;
+             i <=
+             std::min(from.paragraphs.original.last.value - from.paragraphs.original.first.value,
+                      to.paragraphs.modified.last.value - to.paragraphs.modified.first.value);
              ++i)
-            shown.emplace(to.first_modified - 1 + i, from.first_original - 1 + i);
+            shown.emplace(to.paragraphs.modified.first.value - 1 + i,
+                          from.paragraphs.original.first.value - 1 + i);
     }
     return shown;
 }
@@ -240,7 +245,7 @@ void Count(const Planted& planted, const std::vector<std::u16string>& original,
         score.missed += begin == end && !paragraph.origins.empty() ? 1 : 0;
     }
     for (const SectionDetail& section : comparison.sections)
-        score.marked += section.original.Length() + section.modified.Length();
+        score.marked += section.places.original.Length() + section.places.modified.Length();
 }
 
 struct PlantedRow {

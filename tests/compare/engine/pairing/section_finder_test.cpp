@@ -131,8 +131,8 @@ TEST(SectionFinder, ManyWordsAreSearchedTheCheaperWay) {
     const Comparison found = FoundSections(original, modified);
     EXPECT_EQ(found.sections.size(), (modified.size() - original.size()) / 9);
     for (const SectionDetail& section : found.sections)
-        EXPECT_EQ(modified.substr(static_cast<std::size_t>(section.modified.begin),
-                                  static_cast<std::size_t>(section.modified.Length())),
+        EXPECT_EQ(modified.substr(static_cast<std::size_t>(section.places.modified.begin),
+                                  static_cast<std::size_t>(section.places.modified.Length())),
                   u"inserted ");
 }
 
