@@ -1,8 +1,10 @@
 // Compares two line files and prints a "normal" listing, for measuring against other tools:
 // `zv_engine_diff [-q] ORIGINAL MODIFIED`. -q prints only the number of hunks. Records between
 // which no equal line stands are one hunk.
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <vector>
 
 #include "compare/engine/vestrel_x.h"
@@ -15,6 +17,9 @@ void PrintRange(std::int32_t first, std::int32_t last) {
 
 using zorvane::DifferenceRecord;
 using zorvane::DifferenceType;
+using zorvane::kBothSides;
+using zorvane::ParagraphNumber;
+using zorvane::Side;
 
 // Records that no equal line parts are one hunk, as in the listings of other tools.
 bool Touch(const DifferenceRecord& front, const DifferenceRecord& back) {

@@ -29,12 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::int32_t original = 0;
     std::int32_t modified = 0;
     for (const DifferenceRecord& record : engine.Records()) {
-        const bool addition = record.type == DifferenceType::Addition;
-        const bool deletion = record.type == DifferenceType::Deletion;
-        if ((addition ? record.paragraphs.original.first.value
-                      : record.paragraphs.original.first.value - 1) < original ||
-            (deletion ? record.paragraphs.modified.first.value
-                      : record.paragraphs.modified.first.value - 1) < modified ||
+        if (record.InFront(Side::Original).value < original ||
+            record.InFront(Side::Modified).value < modified ||
             record.paragraphs.original.last.value > engine.Compared().Paragraphs(Side::Original) ||
             record.paragraphs.modified.last.value > engine.Compared().Paragraphs(Side::Modified))
             std::abort();

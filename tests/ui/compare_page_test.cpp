@@ -214,9 +214,12 @@ TEST_F(ComparePageTest, TellsOfAFileThatAnotherProgramChanged) {
 }
 
 TEST_F(ComparePageTest, ListsEqualChangesBesideTheWordsAsOneEntryWithItsPlaces) {
-    const BesideNote link{"links", "link target", "changed", 4, 5, "a", "b"};
-    const BesideNote other{"links", "link target", "changed", 9, 0, "c", ""};
-    const BesideNote picture{"pictures", "picture", "replaced", 3, 3};
+    const BesideNote link{
+        "links", "link target", "changed", {ParagraphNumber{4}, ParagraphNumber{5}}, "a", "b"};
+    const BesideNote other{
+        "links", "link target", "changed", {ParagraphNumber{9}, ParagraphNumber{0}}, "c", ""};
+    const BesideNote picture{
+        "pictures", "picture", "replaced", {ParagraphNumber{3}, ParagraphNumber{3}}};
     BesideEntries list(UiText(), nullptr);
     std::vector<std::pair<Side, int>> went;
     list.place_chosen = [&](Side side, ParagraphNumber paragraph) {
