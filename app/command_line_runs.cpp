@@ -7,6 +7,7 @@
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
 #include "compare/compare_files_viewer.h"
+#include "reports/report_driver.h"
 
 namespace zorvane {
 namespace {
@@ -106,21 +107,6 @@ bool WantsReport(CommandLineRequest& request, std::int32_t differences) {
     return false;
 }
 
-void OpenReport(ProcessState& process, const CommandLineRequest& request, const std::string& file) {
-    ShellOpen& shell = *process.platform.shell;
-    const char* why = "the report is written, and whoever runs a script has no desktop";
-    switch (static_cast<ReportType>(request.lReportType)) {
-        case ReportType::Html:
-        case ReportType::Document:
-            IgnoreFailure(shell.Open(file), why);
-            return;
-        case ReportType::Text:
-        case ReportType::Csv:
-            IgnoreFailure(shell.EditText(file), why);
-            return;
-    }
-}
-
 // Only a window that stays, and the word-processor report, show editors.
 BuildViews ViewsFor(const CommandLineRequest& request) {
     const bool document = !request.sReportFile.empty() &&
@@ -141,7 +127,9 @@ void WriteReport(ProcessState& process, const CommandLineRequest& request,
     if (result != ReportResult::Ok || !request.bOpenReport)
         return;
     viewer.ShutDownAppsIfRequired(file);
-    OpenReport(process, request, file);
+    IgnoreFailure(OpenReport(*process.platform.shell, static_cast<ReportType>(request.lReportType),
+                             file, TableOpens::InTheTextEditor),
+                  "the report is written, and whoever runs a script has no desktop");
 }
 
 }  // namespace

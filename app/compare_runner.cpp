@@ -10,6 +10,7 @@
 #include "common/platform/terminal.h"
 #include "common/text_privacy.h"
 #include "reports/json_report.h"
+#include "reports/report_driver.h"
 #include "reports/terminal_report.h"
 
 namespace zorvane {
@@ -187,9 +188,7 @@ bool CompareRunner::WriteReports() {
 
 void CompareRunner::Open(ReportType type, const std::string& file) {
     viewer_.ShutDownAppsIfRequired(file);
-    ShellOpen& shell = *process_.platform.shell;
-    const Status opened = type == ReportType::Text ? shell.EditText(file) : shell.Open(file);
-    if (!opened.ok())
+    if (const Status opened = OpenReport(*process_.platform.shell, type, file); !opened.ok())
         LogMessage(process_, opened.failure().reason);
 }
 

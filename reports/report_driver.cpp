@@ -142,15 +142,14 @@ ReportResult WriteDocument(ReportSource& source, const std::string& file) {
 struct DefaultReport {
     ReportType type;
     std::string CompareFilesSettings::*file;
-    bool opened_as_text;
     bool opened_by_office;
     bool gives_result;
 };
 constexpr DefaultReport kDefaults[] = {
-    {ReportType::Html, &CompareFilesSettings::msgReportFileHTM_MD, false, false, true},
-    {ReportType::Text, &CompareFilesSettings::msgReportFileTXT_MD, true, false, false},
-    {ReportType::Csv, &CompareFilesSettings::msgReportFileCSV_MD, false, true, false},
-    {ReportType::Document, &CompareFilesSettings::msgReportFileDOC_MD, false, true, true},
+    {ReportType::Html, &CompareFilesSettings::msgReportFileHTM_MD, false, true},
+    {ReportType::Text, &CompareFilesSettings::msgReportFileTXT_MD, false, false},
+    {ReportType::Csv, &CompareFilesSettings::msgReportFileCSV_MD, true, false},
+    {ReportType::Document, &CompareFilesSettings::msgReportFileDOC_MD, true, true},
 };
 
 // `named` is what the report was to be called, `file` what it is.
@@ -163,8 +162,7 @@ void Open(ReportSource& source, const DefaultReport& report, const std::string& 
         upper.find("DOC") != std::string::npos || upper.find("HTM") != std::string::npos;
     if (report.type == ReportType::Html && !html_name)
         return;
-    ShellOpen& shell = *source.Process().platform.shell;
-    IgnoreFailure(report.opened_as_text ? shell.EditText(file) : shell.Open(file),
+    IgnoreFailure(OpenReport(*source.Process().platform.shell, report.type, file),
                   "the report is written and its name known");
 }
 
@@ -310,6 +308,12 @@ ReportResult CreateReportGUI(ReportSource& source, Launch launch, const std::str
             result = CreateDefaultReport(source, report, launch, file);
     }
     return result;
+}
+
+Status OpenReport(ShellOpen& shell, ReportType type, const std::string& file, TableOpens table) {
+    const bool text = type == ReportType::Text ||
+                      (type == ReportType::Csv && table == TableOpens::InTheTextEditor);
+    return text ? shell.EditText(file) : shell.Open(file);
 }
 
 }  // namespace zorvane

@@ -13,6 +13,7 @@ namespace zorvane {
 
 struct ProcessState;
 class RunTelling;
+class ShellOpen;
 
 /// What the driver needs: a comparison that is fresh, the texts of its views, the user's wishes.
 class ReportSource {
@@ -52,6 +53,13 @@ enum class Launch { No, Yes };
 /// The report of the viewer's default type with its default titles; an empty `file` is the type's
 /// default. Kept: a failed text or comma-delimited report gives Ok, its message having been shown.
 ReportResult CreateReportGUI(ReportSource& source, Launch launch, const std::string& file);
+
+/// A comma-delimited report opens in the program of tables; the short switches show it as text.
+enum class TableOpens { InItsProgram, InTheTextEditor };
+/// Hands a written report to the desktop: text to the text editor, pages and documents to the
+/// programs of their kinds. Fails where the desktop has none.
+Status OpenReport(ShellOpen& shell, ReportType type, const std::string& file,
+                  TableOpens table = TableOpens::InItsProgram);
 
 /// When a regular file was last written, in local time, for a report's head; empty: not known.
 std::string ReportDateOf(const std::string& file);

@@ -63,10 +63,8 @@ TextRange RichDocument::Put(TextRange range, const RichText& text, EditKind kind
         return put;
     programme_wrote_ = programme_wrote_ || !ByUser();
     NoteReplaced(inside.first.value, inside.length, step.length);
-    if (caret == CaretGoes::BehindIt) {
+    if (caret == CaretGoes::BehindIt)
         selection_.MoveTo(put.end());
-        typing_format_.reset();
-    }
     Remember(std::move(step), kind, text.text, before);
     SendPending();
     return put;
@@ -107,7 +105,6 @@ void RichDocument::FormatParagraphs(TextRange range, const ParagraphFormatChange
 // ---- the selection ----
 
 void RichDocument::NoteSelection() {
-    typing_format_.reset();
     undo_.Seal();
     pending_.selection = true;
     SendPending();
@@ -139,25 +136,12 @@ void RichDocument::ReplaceSelection(const RichText& text) {
 // ---- typing ----
 
 CharFormat RichDocument::TypingFormat() const {
-    if (typing_format_)
-        return *typing_format_;
     constexpr std::int32_t kBreak = 2;
     // A paragraph goes on as it begins, not as the one before it ended.
     const CharPos caret = selection_.Caret();
     const bool begins = selection_.Empty() && caret.value >= kBreak &&
                         text_.Text({CharPos{caret.value - kBreak}, kBreak}) == u"\r\n";
     return begins ? FormatAt(caret) : text_.InsertionFormat(Selection());
-}
-
-void RichDocument::SetTypingFormat(const CharFormatChange& change) {
-    if (!selection_.Empty()) {
-        Format(Selection(), change);
-        return;
-    }
-    CharFormat format = TypingFormat();
-    change.ApplyTo(format);
-    typing_format_ = format;
-    undo_.Seal();
 }
 
 RichText RichDocument::Typed(TextRange range, std::u16string_view text) const {
@@ -236,7 +220,6 @@ std::optional<TextRange> RichDocument::AfterUndo(const std::optional<UndoList::C
         selection_.Select(mark.anchor, mark.caret);
     else
         selection_.Select(range);
-    typing_format_.reset();
     pending_.selection = true;
     return range;
 }
@@ -298,7 +281,6 @@ void RichDocument::NoteReformatted(TextRange range) {
 
 void RichDocument::NoteReset() {
     selection_.MoveTo(CharPos{0});
-    typing_format_.reset();
     undo_.Clear();
     undo_.SetCleanPoint();
     programme_wrote_ = false;

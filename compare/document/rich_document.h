@@ -94,8 +94,7 @@ class RichDocument : public Editor {
     /// begin or end. At the begin or end of a paragraph the break goes, whatever the unit.
     void DeleteBack(TextUnit unit);
     void DeleteForward(TextUnit unit);
-    /// The format of the selection, or of what is typed at the caret until the caret is moved.
-    void SetTypingFormat(const CharFormatChange& change);
+    /// The format of the selection, or of what is typed at the caret.
     CharFormat TypingFormat() const;
     /// The user paused: what is typed next is an undo of its own.
     void EndTyping() { undo_.Seal(); }
@@ -150,7 +149,6 @@ class RichDocument : public Editor {
     TextSelection selection_{text_};
     UndoList undo_;
     ObserverList observers_;
-    std::optional<CharFormat> typing_format_;
     Pending pending_;
     int batches_ = 0;
     int programme_edits_ = 0;

@@ -31,7 +31,6 @@ class clsRTBDocument {
     Editor& RichTB() { return *editor_; }
     const Editor& RichTB() const { return *editor_; }
     std::int32_t ParagraphCount() const { return paragraphs_.Count(); }
-    bool HasParagraph(ParagraphNumber number) const { return paragraphs_.Has(number); }
 
     /// True when both lie between 0 and the count; else beeps.
     bool bIsValidSelection(ParagraphNumber first, ParagraphNumber last);

@@ -38,7 +38,6 @@ class ViewerTools {
     /// A finished run: both pairs have the rows of its comparison.
     void TakeRows(const Comparison& comparison);
     ParagraphRows& EditorRows() { return editor_rows_; }
-    ParagraphRows& ResultRows() { return result_rows_; }
     void SetSynchType(std::int32_t type);
     void mnuScrollLockVertical_Click();
     void mnuScrollLockHorizontal_Click();

@@ -82,8 +82,6 @@ class RandomEdits {
         paragraph.alignment = Below(2) == 0 ? Alignment::Center : Alignment::Left;
         if (Below(3) == 0)
             return document_.FormatParagraphs(Range(), paragraph);
-        if (Below(3) == 0)
-            return document_.SetTypingFormat(change);
         document_.Format(Range(), change);
     }
 

@@ -261,24 +261,8 @@ TEST(RichDocument, KnowsWhetherItIsSaved) {
     EXPECT_TRUE(document.IsModified() && document.CanUndo()) << "a failed load changes nothing";
 }
 
-TEST(RichDocument, TypesInTheTypingFormat) {
+TEST(RichDocument, TypesInTheFormatOfItsParagraph) {
     RichDocument document;
-    document.SetText(u"ab");
-    document.MoveCaret(CharPos{1});
-    document.SetTypingFormat(Bold());
-    document.Type(u"x");
-    document.Type(u"y");
-    EXPECT_EQ(Notation(document.Rich()), "a[b:xy]b");
-    document.MoveCaret(CharPos{4});
-    document.SetTypingFormat(Bold());
-    document.MoveCaret(CharPos{4});
-    document.Type(u"z");
-    EXPECT_EQ(Notation(document.Rich()), "a[b:xy]bz") << "a move of the caret forgets it";
-    document.Select(At(0, 1));
-    document.SetTypingFormat(Bold());
-    EXPECT_EQ(Notation(document.Rich()), "[b:axy]bz") << "a selection is formatted";
-    document.Undo();
-    EXPECT_EQ(Notation(document.Rich()), "a[b:xy]bz");
     document.SetText(u"head\r\nwords");
     document.Format(At(0, 6), Bold());
     document.MoveCaret(CharPos{6});

@@ -293,7 +293,7 @@ TEST_F(RtbDocumentTest, AdjustedParagraphsAreThoseOfTheNewText) {
         anew.Setup(editor_, sound_);
         anew.ParagraphCollectionCreate();
         ASSERT_EQ(document_.ParagraphCount(), anew.ParagraphCount());
-        for (ParagraphNumber number{1}; anew.HasParagraph(number); ++number) {
+        for (ParagraphNumber number{1}; number.value <= anew.ParagraphCount(); ++number) {
             EXPECT_EQ(document_.GetFirstCharLocationOfParagraph(number),
                       anew.GetFirstCharLocationOfParagraph(number));
             EXPECT_EQ(document_.GetLastCharLocationOfParagraph(number),

@@ -144,7 +144,7 @@ TEST_F(ViewerToolsTest, ComparesWhatIsSelected) {
 TEST_F(ViewerToolsTest, RowsFollowTheRun) {
     ASSERT_TRUE(Compare("a\nb\nc oak", "a\nc elm oak", View::SideBySide));
     EXPECT_EQ(viewer.Tools().EditorRows().Rows(), 3);
-    EXPECT_EQ(viewer.Tools().ResultRows().Row(1).kind, RowKind::OneSided);
+    EXPECT_EQ(viewer.Tools().EditorRows().Row(1).kind, RowKind::OneSided);
 }
 
 }  // namespace
