@@ -1,10 +1,12 @@
 // A viewer whose runs go on beside it: states, the hand-over, stops at any moment, closing.
 #include <chrono>
+#include <future>
 #include <random>
 #include <thread>
 
 #include <gtest/gtest.h>
 
+#include "compare/run/question_relay.h"
 #include "tests/support/viewer_fixture.h"
 
 namespace zorvane {
@@ -319,6 +321,18 @@ TEST_F(ViewerRunTest, AsksThroughTheWindowsThread) {
     ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(viewer.LastRun(), RunEnd::Aborted);
     EXPECT_TRUE(window.questions.empty()) << "nobody answered";
+}
+
+TEST(QuestionRelay, BringsBackWhatTheWindowSaid) {
+    for (const bool said : {true, false}) {
+        RecordingWindow window;
+        window.answer = said;
+        QuestionRelay relay;
+        auto heard = std::async(std::launch::async, [&] { return relay.AskYesNo("Go on?", ""); });
+        while (heard.wait_for(1ms) != std::future_status::ready)
+            relay.Answer(window);
+        EXPECT_EQ(heard.get(), said);
+    }
 }
 
 TEST(RunControl, MakesItsTextsFromStepAndPart) {

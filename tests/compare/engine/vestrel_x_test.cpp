@@ -207,6 +207,7 @@ TEST(VestrelX, LeavesOutWhatIsIgnored) {
          {"a", "b", "new", "c"},
          {{kA, {{2, 2}, {3, 3}}}}},
         {"a run of any characters", expression("T*P"), {"the TIP"}, {"the T2343sdP"}, {}},
+        {"a run behind a full stop", expression("v1\\.*;"), {"v1.2; a"}, {"v1.35; a"}, {}},
         {"a set", expression("[hb]at"), {"a hat"}, {"a bat"}, {}},
         {"not in a set", expression("[^b]at"), {"a hat"}, {"a bat"}, {{kC, {{1, 1}, {1, 1}}}}},
         {"only in front", expression("^[hc]at"), {"hat, hat"}, {"cat, hat"}, {}},
@@ -221,6 +222,17 @@ TEST(VestrelX, LeavesOutWhatIsIgnored) {
          {"x"},
          {""},
          {{kD, {{1, 1}, {0, 0}}}, {kA, {{1, 1}, {1, 1}}}}},
+        {"enabled once and not any more",
+         [](VestrelX& e) {
+             e.putFilterExpression(" x");
+             e.putFilterEnabled(true);
+             EXPECT_TRUE(e.CompareText("", "").ok());
+             e.putFilterEnabled(false);
+             e.putIgnoreCase(true);
+         },
+         {"birch x"},
+         {"birch"},
+         {{kC, {{1, 1}, {1, 1}}}}},
         {"a star in a set", expression("[*]"), {"a*"}, {"a"}, {}},
         {"an escaped star", expression("\\*b"), {"a*b"}, {"a"}, {}},
         {"a run to the end", expression("#*"), {"a # x"}, {"a # yz"}, {}},
