@@ -158,6 +158,8 @@ std::string TranslateExpression(std::string_view expression) {
 
 Status LineFilter::Set(const FilterSwitches& switches, const std::string& expressions) {
     switches_ = switches;
+    if (!switches.use_expressions)
+        expressions_ = nullptr;
     if (!switches.use_expressions || (expressions_ && expressions == expressions_text_))
         return Status::Ok();
     auto compiled = std::make_unique<Expressions>();
@@ -174,15 +176,14 @@ Status LineFilter::Set(const FilterSwitches& switches, const std::string& expres
 }
 
 bool LineFilter::IsIdentity() const {
-    const bool expressions =
-        switches_.use_expressions && expressions_ && !expressions_->list.empty();
+    const bool expressions = expressions_ && !expressions_->list.empty();
     return !switches_.ignore_case && !switches_.ignore_whitespace && !expressions;
 }
 
 std::string_view LineFilter::Key(std::string_view line, std::string& buffer) const {
     std::string_view rest = line;
     std::string left;
-    if (switches_.use_expressions && expressions_) {
+    if (expressions_) {
         for (const Expression& expression : expressions_->list) {
             std::string out;
             if (!expressions_->Remove(expression, rest, out))

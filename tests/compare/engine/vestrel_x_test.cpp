@@ -222,17 +222,6 @@ TEST(VestrelX, LeavesOutWhatIsIgnored) {
          {"x"},
          {""},
          {{kD, {{1, 1}, {0, 0}}}, {kA, {{1, 1}, {1, 1}}}}},
-        {"enabled once and not any more",
-         [](VestrelX& e) {
-             e.putFilterExpression(" x");
-             e.putFilterEnabled(true);
-             EXPECT_TRUE(e.CompareText("", "").ok());
-             e.putFilterEnabled(false);
-             e.putIgnoreCase(true);
-         },
-         {"birch x"},
-         {"birch"},
-         {{kC, {{1, 1}, {1, 1}}}}},
         {"a star in a set", expression("[*]"), {"a*"}, {"a"}, {}},
         {"an escaped star", expression("\\*b"), {"a*b"}, {"a"}, {}},
         {"a run to the end", expression("#*"), {"a # x"}, {"a # yz"}, {}},
