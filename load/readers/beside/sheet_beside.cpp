@@ -9,6 +9,7 @@
 #include "load/readers/beside/package_beside.h"
 #include "load/readers/beside/placed_sink.h"
 #include "load/readers/container/xml_scanner.h"
+#include "load/readers/ooxml/alternate_content.h"
 #include "load/readers/protected_package.h"
 #include "load/readers/sheets/sheet_progress.h"
 
@@ -118,8 +119,17 @@ class XlsxBeside {
         XmlPart xml;
         if (!XmlPart::Read(digests_.Parts(), part, xml).ok())
             return;
-        const Relationships relations = ReadRelationships(digests_.Parts(), part);
-        for (const Node& anchor : xml.Root().children()) {
+        Anchors(xml.Root(), ReadRelationships(digests_.Parts(), part), 0);
+    }
+
+    void Anchors(const Node& parent, const Relationships& relations, int depth) {
+        if (depth > kMaxDepth)
+            return;
+        for (const Node& anchor : parent.children()) {
+            if (Is(anchor, "AlternateContent")) {
+                Anchors(ChosenForm(anchor), relations, depth + 1);
+                continue;
+            }
             const Node from = Child(anchor, "from");
             const std::string cell =
                 from
@@ -141,7 +151,8 @@ class XlsxBeside {
                 Part(BesideKind::Chart, cell, relations, Attribute(child, "id"));
             else if (Is(child, "sp"))
                 Shape(child, cell);
-            Anchored(child, cell, relations, depth + 1);
+            const bool forms = Is(child, "AlternateContent");
+            Anchored(forms ? ChosenForm(child) : child, cell, relations, depth + 1);
         }
     }
 

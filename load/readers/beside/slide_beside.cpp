@@ -6,6 +6,7 @@
 
 #include "common/base/text_encoding.h"
 #include "load/readers/beside/formula_text.h"
+#include "load/readers/ooxml/alternate_content.h"
 #include "load/readers/opendocument/odt_beside.h"
 
 namespace zorvane {
@@ -74,8 +75,7 @@ void SlideBeside::Walk(const Node& node, int depth) {
     for (const Node& child : node.children()) {
         const std::string_view name = LocalName(child);
         if (name == "AlternateContent") {
-            const Node choice = Child(child, "Choice");
-            Walk(choice ? choice : Child(child, "Fallback"), depth + 1);
+            Walk(ChosenForm(child), depth + 1);
             continue;
         }
         if (name == "oMath") {

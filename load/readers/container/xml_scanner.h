@@ -22,6 +22,30 @@ class XmlScanner {
     /// An empty element gives its start, with `SelfClosing` true, and no end. A stream that ends
     /// inside of an element gives Failed.
     Token Next();
+    /// Hands each start, end and text to `take` until it gives false; then `why` tells how that
+    /// ends the reading. Else the end of the stream or its fault does.
+    template <class Take, class Why>
+    ReadEnd ForTokens(Take&& take, Why&& why) {
+        while (true) {
+            const Token token = Next();
+            if (token == Token::Failed)
+                return Fault();
+            if (token == Token::Done)
+                return ReadEnd::Ok();
+            if (!take(token))
+                return why();
+        }
+    }
+    /// The same for who takes all of it.
+    template <class Take>
+    ReadEnd ForAllTokens(Take&& take) {
+        return ForTokens(
+            [&](Token token) {
+                take(token);
+                return true;
+            },
+            ReadEnd::Ok);
+    }
     /// Of a start or an end, without its prefix.
     std::string_view Name() const { return name_; }
     bool SelfClosing() const { return self_closing_; }

@@ -8,6 +8,7 @@
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_beside.h"
 #include "load/readers/beside/formula_text.h"
+#include "load/readers/ooxml/alternate_content.h"
 
 namespace zorvane {
 namespace {
@@ -158,8 +159,7 @@ void DocxBeside::Walk(const Node& node, int depth) {
     for (const Node& child : node.children()) {
         const std::string_view name = LocalName(child);
         if (name == "AlternateContent") {
-            const Node choice = Child(child, "Choice");
-            Walk(choice ? choice : Child(child, "Fallback"), depth + 1);
+            Walk(ChosenForm(child), depth + 1);
         } else if (!WalkSpecial(child, name, depth) && IsOneOf(name, kInside)) {
             Walk(child, depth + 1);
         }
@@ -260,8 +260,7 @@ void DocxBeside::Graphic(const Node& node, const std::string& name, int depth) {
             continue;  // its paragraphs come for themselves
         }
         if (element == "AlternateContent") {
-            const Node choice = Child(child, "Choice");
-            Graphic(choice ? choice : Child(child, "Fallback"), name, depth + 1);
+            Graphic(ChosenForm(child), name, depth + 1);
             continue;
         }
         if (element == "hlinkClick") {

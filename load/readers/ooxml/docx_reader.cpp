@@ -29,11 +29,6 @@ void CollectSections(const Node& node, std::vector<Node>& sections, int depth) {
 
 }  // namespace
 
-Node ChosenForm(const Node& alternate) {
-    const Node choice = Child(alternate, "Choice");
-    return choice ? choice : Child(alternate, "Fallback");
-}
-
 bool IsOn(const Node& property) {
     const std::string_view value = Attribute(property, "val");
     return property && value != "0" && value != "false" && value != "off";

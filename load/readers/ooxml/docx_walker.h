@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "load/readers/container/xml_part.h"
+#include "load/readers/ooxml/alternate_content.h"
 #include "load/readers/ooxml/docx_beside.h"
 #include "load/readers/ooxml/docx_numbering.h"
 #include "load/readers/ooxml/docx_styles.h"
@@ -100,9 +101,6 @@ class DocxWalker {
     std::int64_t total_ = 0;
     DocxBeside beside_;
 };
-
-/// Which of the two forms of one thing is read: never both.
-pugi::xml_node ChosenForm(const pugi::xml_node& alternate);
 
 /// Of a property that is on when it is there, unless its value says otherwise.
 bool IsOn(const pugi::xml_node& property);

@@ -1,6 +1,7 @@
 #include "load/readers/ooxml/slide_shapes.h"
 
-#include "load/readers/ooxml/slide_text.h"
+#include "load/readers/container/xml_part.h"
+#include "load/readers/ooxml/alternate_content.h"
 #include "load/readers/slides/slide_order.h"
 
 namespace zorvane {
@@ -97,7 +98,7 @@ class Collector {
         for (const pugi::xml_node& node : tree.children()) {
             const bool group = Is(node, "grpSp");
             if (Is(node, "AlternateContent")) {
-                Gather(ChosenBranch(node), frame, depth + 1, items);
+                Gather(ChosenForm(node), frame, depth + 1, items);
             } else if ((group || Is(node, "sp") || Is(node, "graphicFrame")) && !IsHidden(node)) {
                 const pugi::xml_node transform = TransformOf(node, design_);
                 PlacedShapes item;

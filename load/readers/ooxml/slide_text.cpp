@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/text_encoding.h"
+#include "load/readers/ooxml/alternate_content.h"
 #include "load/readers/sink/list_numbers.h"
 #include "load/readers/sink/symbol_fonts.h"
 
@@ -18,26 +19,6 @@ std::string Circled(std::int32_t number) {
     return ToUtf8(std::u16string(1, static_cast<char16_t>(u'\u2460' + number - 1)));
 }
 
-bool IsUnderstood(std::string_view prefix) {
-    constexpr std::array<std::string_view, 8> kKnown = {"a14", "a16", "p14", "p15",
-                                                        "p16", "wps", "wpg", "dsp"};
-    return std::find(kKnown.begin(), kKnown.end(), prefix) != kKnown.end();
-}
-
-bool AllUnderstood(std::string_view requires_list) {
-    bool any = false;
-    while (!requires_list.empty()) {
-        const std::size_t blank = requires_list.find(' ');
-        const std::string_view prefix = requires_list.substr(0, blank);
-        if (!prefix.empty() && !IsUnderstood(prefix))
-            return false;
-        any = any || !prefix.empty();
-        requires_list.remove_prefix(blank == std::string_view::npos ? requires_list.size()
-                                                                    : blank + 1);
-    }
-    return any;
-}
-
 bool IsBlank(std::string_view text) {
     return text.find_first_not_of(" \t\n\r") == std::string_view::npos;
 }
@@ -47,6 +28,8 @@ bool HoldsText(const pugi::xml_node& node, bool with_fields, int depth) {
     const bool field = Is(node, "fld");
     if (depth > kMaxDepth || (field && !with_fields))
         return false;
+    if (Is(node, "AlternateContent"))
+        return HoldsText(ChosenForm(node), with_fields, depth + 1);
     for (const pugi::xml_node& child : node.children()) {
         if (Is(child, "t") ? !IsBlank(child.child_value())
                            : HoldsText(child, with_fields, depth + 1))
@@ -105,14 +88,6 @@ std::string SlideNumbering::Next(const SlideBullet& bullet, std::int32_t level) 
     return SlideNumberText(bullet.scheme, number);
 }
 
-pugi::xml_node ChosenBranch(const pugi::xml_node& alternate_content) {
-    for (const pugi::xml_node& branch : alternate_content.children()) {
-        if (Is(branch, "Choice") && AllUnderstood(Attribute(branch, "Requires")))
-            return branch;
-    }
-    return Child(alternate_content, "Fallback");
-}
-
 bool SlideTextWriter::HasText(const pugi::xml_node& body) const {
     return HoldsText(body, slide_number_ != kNoSlideNumber, 0);
 }
@@ -163,7 +138,7 @@ void SlideTextWriter::Runs(const pugi::xml_node& paragraph, const SlideRunStyle&
         else if (Is(child, "br"))
             Put(kLine, style);
         else if (Is(child, "AlternateContent"))
-            Runs(ChosenBranch(child), style, depth + 1);
+            Runs(ChosenForm(child), style, depth + 1);
         else if (Is(child, "t"))  // of a formula
             Put(CleanText(child.child_value(), scratch_), style);
         else if (!Is(child, "pPr") && !Is(child, "endParaRPr"))

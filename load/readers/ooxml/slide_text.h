@@ -31,10 +31,6 @@ class SlideNumbering {
 /// "iv.", "(b)", "3)" for the number and a scheme such as "romanLcPeriod".
 std::string SlideNumberText(std::string_view scheme, std::int32_t number);
 
-/// The branch of alternate content that is to be read: the first choice whose requirements are
-/// known here, otherwise the fallback.
-pugi::xml_node ChosenBranch(const pugi::xml_node& alternate_content);
-
 /// In place of a slide's number: a background, whose fields have nothing to show yet.
 inline constexpr std::int32_t kNoSlideNumber = -1;
 

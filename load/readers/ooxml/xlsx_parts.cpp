@@ -84,17 +84,15 @@ class TextsReader {
     TextsReader(PartStream& part, SharedTexts& texts) : scanner_(part), texts_(texts) {}
 
     ReadEnd Run() {
-        while (true) {
-            const Token token = scanner_.Next();
-            if (token == Token::Failed)
-                return scanner_.Fault();
-            if (token == Token::Done)
-                return ReadEnd::Ok();
-            if (token == Token::Text)
-                TakeText();
-            else if (!TakeTag(token == Token::Start))
-                return ReadEnd::Fault(ReadError::TooLarge, "the texts of the sheets are too large");
-        }
+        const auto take = [&](Token token) {
+            if (token != Token::Text)
+                return TakeTag(token == Token::Start);
+            TakeText();
+            return true;
+        };
+        return scanner_.ForTokens(take, [] {
+            return ReadEnd::Fault(ReadError::TooLarge, "the texts of the sheets are too large");
+        });
     }
 
   private:
@@ -140,21 +138,16 @@ class StylesReader {
     ReadEnd Run() {
         styles_.by_style.clear();
         bool in_cell_formats = false;
-        while (true) {
-            const Token token = scanner_.Next();
-            if (token == Token::Failed)
-                return scanner_.Fault();
-            if (token == Token::Done)
-                return ReadEnd::Ok();
+        return scanner_.ForAllTokens([&](Token token) {
             if (token == Token::Text)
-                continue;
+                return;
             if (scanner_.Name() == "cellXfs")
                 in_cell_formats = token == Token::Start && !scanner_.SelfClosing();
             else if (token == Token::Start && scanner_.Name() == "numFmt")
                 AddCode();
             else if (token == Token::Start && in_cell_formats && scanner_.Name() == "xf")
                 AddStyle();
-        }
+        });
     }
 
   private:

@@ -46,18 +46,13 @@ class SheetReader {
           monitor_(monitor) {}
 
     ReadEnd Run() {
-        while (true) {
-            const Token token = scanner_.Next();
-            if (token == Token::Failed)
-                return scanner_.Fault();
-            if (token == Token::Done)
-                return ReadEnd::Ok();
-            if (token == Token::Text) {
-                TakeText();
-            } else if (!(token == Token::Start ? Start() : End())) {
-                return WhyStopped();
-            }
-        }
+        const auto take = [&](Token token) {
+            if (token != Token::Text)
+                return token == Token::Start ? Start() : End();
+            TakeText();
+            return true;
+        };
+        return scanner_.ForTokens(take, [&] { return WhyStopped(); });
     }
 
   private:

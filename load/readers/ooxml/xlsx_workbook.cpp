@@ -117,24 +117,19 @@ class XlsxWorkbook : public Workbook {
         if (stream == nullptr)
             return ReadEnd::Fault(ReadError::WrongFormat, "no workbook inside");
         XmlScanner scanner(*stream);
-        while (true) {
-            const Token token = scanner.Next();
-            if (token == Token::Failed)
-                return scanner.Fault();
-            if (token == Token::Done)
-                break;
+        ReadEnd end = scanner.ForAllTokens([&](Token token) {
             if (token != Token::Start)
-                continue;
+                return;
             if (scanner.Name() == "workbookPr") {
                 const std::string_view date = scanner.Attribute("date1904");
                 book_.date_1904 = date == "1" || date == "true" || date == "on";
             } else if (scanner.Name() == "sheet" && sheets_.size() < kMostSheets) {
                 AddSheet(scanner);
             }
-        }
-        if (sheets_.empty())
+        });
+        if (end.ok() && sheets_.empty())
             return ReadEnd::Fault(ReadError::Damaged, "the workbook has no sheets");
-        return ReadEnd::Ok();
+        return end;
     }
 
     void AddSheet(const XmlScanner& scanner) {

@@ -53,25 +53,15 @@ class OdsSheetReader {
 
     // From the sheet's own tag to its end.
     ReadEnd Run() {
-        while (true) {
-            switch (scanner_.Next()) {
-                case Token::Failed:
-                    return scanner_.Fault();
-                case Token::Done:
-                    return ReadEnd::Ok();
-                case Token::Text:
-                    TakeText();
-                    break;
-                case Token::Start:
-                    if (!Start() || (scanner_.SelfClosing() && !Close()))
-                        return End();
-                    break;
-                case Token::End:
-                    if (!Close())
-                        return End();
-                    break;
-            }
-        }
+        const auto take = [&](Token token) {
+            if (token == Token::Start)
+                return Start() && (!scanner_.SelfClosing() || Close());
+            if (token == Token::End)
+                return Close();
+            TakeText();
+            return true;
+        };
+        return scanner_.ForTokens(take, [&] { return End(); });
     }
 
   private:
@@ -248,20 +238,15 @@ class OdsWorkbook : public Workbook {
     ReadEnd Open() {
         PiecesStream stream(content_, 0);
         XmlScanner scanner(stream);
-        while (true) {
-            const Token token = scanner.Next();
-            if (token == Token::Failed)
-                return scanner.Fault();
-            if (token == Token::Done)
-                break;
+        ReadEnd end = scanner.ForAllTokens([&](Token token) {
             if (token == Token::Start)
                 TakeStart(scanner);
             else if (token == Token::End && scanner.Name() == "table")
                 --tables_;
-        }
-        if (sheets_.empty())
+        });
+        if (end.ok() && sheets_.empty())
             return ReadEnd::Fault(ReadError::Damaged, "the workbook has no sheets");
-        return ReadEnd::Ok();
+        return end;
     }
 
     const std::vector<SheetInfo>& Sheets() const override { return sheets_; }

@@ -160,8 +160,8 @@ void OdtBody::Anchored(std::size_t from) {
     const std::vector<pugi::xml_node> shapes(anchored_.begin() + static_cast<std::ptrdiff_t>(from),
                                              anchored_.end());
     anchored_.resize(from);
-    const ListPlace outer = list_;
-    list_ = ListPlace();
+    const OpenListPlace outer = list_;
+    list_ = OpenListPlace();
     for (const pugi::xml_node& shape : shapes)
         Shape(shape);
     list_ = outer;
@@ -198,37 +198,9 @@ void OdtBody::List(const pugi::xml_node& node) {
     if (!Enter())
         return;
     ++depth_;
-    const ListPlace outer = list_;
-    const std::string_view name = Attribute(node, "style-name");
-    if (outer.counters == nullptr) {
-        list_.level = 0;
-        list_.style = styles_->List(name);
-        list_.counters =
-            &lists_.Begin(name, Attribute(node, "id"), Attribute(node, "continue-list"),
-                          Attribute(node, "continue-numbering") == "true");
-    } else {
-        list_.level = std::min(outer.level + 1, kListLevels - 1);
-        const OpenListStyle* own = name.empty() ? nullptr : styles_->List(name);
-        list_.style = own == nullptr ? outer.style : own;
-    }
-    ListItems(node);
-    list_ = outer;
+    ForOpenItems(node, *styles_, lists_, list_,
+                 [&](const pugi::xml_node& item) { Container(item); });
     --depth_;
-}
-
-void OdtBody::ListItems(const pugi::xml_node& node) {
-    for (const pugi::xml_node& item : node.children()) {
-        const bool counted = Is(item, "list-item");
-        if (!counted && !Is(item, "list-header"))
-            continue;
-        list_.label_waits = counted;
-        list_.start.reset();
-        if (const std::string_view start = Attribute(item, "start-value"); !start.empty())
-            list_.start = NumberOf(start, 1);
-        const ListPlace place = list_;
-        Container(item);
-        list_ = place;
-    }
 }
 
 void OdtBody::Table(const pugi::xml_node& table) {
@@ -236,8 +208,8 @@ void OdtBody::Table(const pugi::xml_node& table) {
         return;
     if (IsHiddenByItself(table))
         return beside_.Hidden(table, "table");
-    const ListPlace outer = list_;
-    list_ = ListPlace();
+    const OpenListPlace outer = list_;
+    list_ = OpenListPlace();
     TableRows(table);
     list_ = outer;
 }

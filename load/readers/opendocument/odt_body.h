@@ -33,13 +33,6 @@ class OdtBody {
     ReadError Error() const { return error_; }
 
   private:
-    struct ListPlace {
-        const OpenListStyle* style = nullptr;
-        OpenCounters* counters = nullptr;
-        std::size_t level = 0;
-        bool label_waits = false;
-        std::optional<std::int32_t> start;
-    };
     /// What a paragraph's text is, the strongest last.
     enum class Sight { Nothing, Hidden, Seen };
 
@@ -54,7 +47,6 @@ class OdtBody {
     void Label(const pugi::xml_node& node, bool heading, const OpenParagraphStyle& style,
                ParagraphFormat& format, std::string& label);
     void List(const pugi::xml_node& node);
-    void ListItems(const pugi::xml_node& node);
     void Table(const pugi::xml_node& table);
     void TableRows(const pugi::xml_node& parent);
     void Row(const pugi::xml_node& row);
@@ -85,7 +77,7 @@ class OdtBody {
     OpenStyles* styles_ = nullptr;
     OpenLists lists_;
     OpenCounters outline_;
-    ListPlace list_;
+    OpenListPlace list_;
     OpenBlanks blanks_;
     std::string scratch_;
     std::vector<pugi::xml_node> anchored_;  ///< shown behind the paragraph

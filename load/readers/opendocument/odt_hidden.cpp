@@ -5,6 +5,23 @@
 #include "load/readers/opendocument/odt_body.h"
 
 namespace zorvane {
+namespace {
+
+// That a row holds paragraphs alone, and `fits` says yes to each.
+template <class Fits>
+bool AreAllParagraphs(const pugi::xml_node& row, const Fits& fits) {
+    for (const pugi::xml_node& cell : row.children()) {
+        for (const pugi::xml_node& block : cell.children()) {
+            if (block.type() != pugi::node_element)
+                continue;  // blanks of a file that is indented
+            if ((!Is(block, "p") && !Is(block, "h")) || !fits(block))
+                return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
 
 // Stops at the first that is seen, which most often comes first.
 OdtBody::Sight OdtBody::SightOf(const pugi::xml_node& parent, const OpenChars& chars,
@@ -48,38 +65,23 @@ bool OdtBody::IsHiddenRow(const pugi::xml_node& row) const {
     if (visibility == "collapse" || visibility == "filter")
         return true;
     bool hides = false;
-    for (const pugi::xml_node& cell : row.children()) {
-        for (const pugi::xml_node& block : cell.children()) {
-            if (block.type() != pugi::node_element)
-                continue;  // blanks of a file that is indented
-            if (!Is(block, "p") && !Is(block, "h"))
-                return false;
-            const OpenChars& chars = styles_->Paragraph(Attribute(block, "style-name")).chars;
-            if (!IsHiddenParagraph(block, chars))
-                return false;
-            hides = true;
-        }
-    }
-    return hides;
+    const bool all = AreAllParagraphs(row, [&](const pugi::xml_node& paragraph) {
+        hides = true;
+        const std::string_view style = Attribute(paragraph, "style-name");
+        return IsHiddenParagraph(paragraph, styles_->Paragraph(style).chars);
+    });
+    return all && hides;
 }
 
 // A tracked row whose text is all deleted. Its style tells that it goes away with it.
 bool OdtBody::IsDeletedRow(const pugi::xml_node& row) {
     bool deleted = false;
-    for (const pugi::xml_node& cell : row.children()) {
-        for (const pugi::xml_node& block : cell.children()) {
-            if (block.type() != pugi::node_element)
-                continue;  // blanks of a file that is indented
-            if (!Is(block, "p") && !Is(block, "h"))
-                return false;
-            for (const pugi::xml_node& node : block.children()) {
-                if (!Is(node, "change"))
-                    return false;
-                deleted = true;
-            }
-        }
-    }
-    if (!deleted)
+    const bool all = AreAllParagraphs(row, [&](const pugi::xml_node& paragraph) {
+        deleted = deleted || paragraph.first_child();
+        return std::all_of(paragraph.begin(), paragraph.end(),
+                           [](const pugi::xml_node& node) { return Is(node, "change"); });
+    });
+    if (!all || !deleted)
         return false;
     for (const pugi::xml_node& root : row.root().children()) {
         for (const pugi::xml_node& style : Child(root, "automatic-styles").children()) {

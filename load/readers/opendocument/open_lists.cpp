@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "load/readers/container/xml_part.h"
+
 namespace zorvane {
 namespace {
 
@@ -80,6 +82,31 @@ OpenCounters& OpenLists::Begin(std::string_view style, std::string_view id,
         by_id_[std::string(id)] = counters;
     by_style_[std::string(style)] = counters;
     return *counters;
+}
+
+void OpenListPlace::EnterList(const pugi::xml_node& list, OpenStyles& styles, OpenLists& lists) {
+    const std::string_view name = Attribute(list, "style-name");
+    if (counters == nullptr) {
+        level = 0;
+        style = styles.List(name);
+        counters = &lists.Begin(name, Attribute(list, "id"), Attribute(list, "continue-list"),
+                                Attribute(list, "continue-numbering") == "true");
+        return;
+    }
+    level = std::min(level + 1, kListLevels - 1);
+    if (const OpenListStyle* own = name.empty() ? nullptr : styles.List(name))
+        style = own;
+}
+
+bool OpenListPlace::EnterItem(const pugi::xml_node& item) {
+    const bool counted = Is(item, "list-item");
+    if (!counted && !Is(item, "list-header"))
+        return false;
+    label_waits = counted;
+    start.reset();
+    if (const std::string_view number = Attribute(item, "start-value"); !number.empty())
+        start = NumberOf(number, 1);
+    return true;
 }
 
 }  // namespace zorvane

@@ -51,7 +51,7 @@ bool OpenTextWriter::HasText(const pugi::xml_node& holder) const {
 void OpenTextWriter::Blocks(const pugi::xml_node& holder, const OpenShapeStyle& shape) {
     shape_ = shape;
     lists_ = OpenLists();
-    list_ = ListPlace();
+    list_ = OpenListPlace();
     Walk(holder, 0);
 }
 
@@ -69,31 +69,8 @@ void OpenTextWriter::Walk(const pugi::xml_node& holder, int depth) {
 }
 
 void OpenTextWriter::List(const pugi::xml_node& list, int depth) {
-    const ListPlace outer = list_;
-    const std::string_view name = Attribute(list, "style-name");
-    if (outer.counters == nullptr) {
-        list_.counters =
-            &lists_.Begin(name, Attribute(list, "id"), Attribute(list, "continue-list"),
-                          Attribute(list, "continue-numbering") == "true");
-        list_.style = styles_.List(name);
-    } else {
-        list_.level = std::min(outer.level + 1, kListLevels - 1);
-        if (const OpenListStyle* own = name.empty() ? nullptr : styles_.List(name))
-            list_.style = own;
-    }
-    for (const pugi::xml_node& item : list.children()) {
-        const bool counted = Is(item, "list-item");
-        if (!counted && !Is(item, "list-header"))
-            continue;
-        list_.label_waits = counted;
-        list_.start.reset();
-        if (const std::string_view start = Attribute(item, "start-value"); !start.empty())
-            list_.start = NumberOf(start, 1);
-        const ListPlace place = list_;
-        Walk(item, depth);
-        list_ = place;
-    }
-    list_ = outer;
+    ForOpenItems(list, styles_, lists_, list_,
+                 [&](const pugi::xml_node& item) { Walk(item, depth); });
 }
 
 void OpenTextWriter::Format(const pugi::xml_node& paragraph, OpenChars& chars,

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -41,13 +40,6 @@ class OpenTextWriter {
     void Line(std::string_view text);
 
   private:
-    struct ListPlace {
-        const OpenListStyle* style = nullptr;
-        OpenCounters* counters = nullptr;  ///< nothing: in no list
-        std::size_t level = 0;
-        bool label_waits = false;  ///< the next paragraph begins an item
-        std::optional<std::int32_t> start;
-    };
     void Walk(const pugi::xml_node& holder, int depth);
     void List(const pugi::xml_node& list, int depth);
     void Paragraph(const pugi::xml_node& paragraph);
@@ -68,7 +60,7 @@ class OpenTextWriter {
     bool cell_has_paragraph_ = false;
     OpenBlanks blanks_;
     OpenLists lists_;  // of the shape
-    ListPlace list_;
+    OpenListPlace list_;
     std::string shown_;  // kept from text to text, as is the next
     std::string scratch_;
 };

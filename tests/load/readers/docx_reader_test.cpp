@@ -158,7 +158,13 @@ TEST(DocxReader, ReadsTextBoxesBehindTheirParagraphOnce) {
             "<w:p><w:r><w:t>a</w:t><mc:AlternateContent><mc:Choice><w:drawing>" + box +
                 "</w:drawing></mc:Choice><mc:Fallback><w:pict>" + box +
                 "</w:pict></mc:Fallback></mc:AlternateContent><w:t>b</w:t></w:r></w:p>",
-            "ab|box|"}});
+            "ab|box|"},
+           {"a form that is not read, beside one that is",
+            "<w:p><w:r><mc:AlternateContent><mc:Choice Requires=\"w14 w16se\"><w16se:symEx/>"
+            "</mc:Choice><mc:Fallback><w:t>:)</w:t></mc:Fallback></mc:AlternateContent></w:r>"
+            "<mc:AlternateContent><mc:Choice Requires=\"zz\"><w:r><w:t> alone</w:t></w:r>"
+            "</mc:Choice></mc:AlternateContent></w:p>",
+            ":) alone|"}});
 }
 
 std::string Words(std::string_view text) {

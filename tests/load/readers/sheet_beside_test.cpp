@@ -59,10 +59,14 @@ std::string MakeBook(const Parts& parts) {
         {"xl/comments1.xml",
          "<comments><commentList>" + parts.comments + "</commentList></comments>"},
         {"xl/drawings/d.xml",
-         "<xdr:wsDr><xdr:twoCellAnchor><xdr:from><xdr:col>27</xdr:col><xdr:row>4</xdr:row>"
+         "<xdr:wsDr><mc:AlternateContent><mc:Choice Requires=\"a14\"><xdr:twoCellAnchor>"
+         "<xdr:from><xdr:col>27</xdr:col><xdr:row>4</xdr:row>"
          "</xdr:from><xdr:pic><a:blip r:embed=\"r1\"/></xdr:pic></xdr:twoCellAnchor>"
+         "</mc:Choice><mc:Fallback/></mc:AlternateContent>"
          "<xdr:twoCellAnchor><xdr:from><xdr:col>0</xdr:col><xdr:row>0</xdr:row></xdr:from>"
-         "<xdr:graphicFrame><c:chart r:id=\"r2\"/></xdr:graphicFrame></xdr:twoCellAnchor>"
+         "<mc:AlternateContent><mc:Choice Requires=\"cx1\"><xdr:graphicFrame><c:chart r:id=\"r2\"/>"
+         "</xdr:graphicFrame></mc:Choice><mc:Fallback><xdr:sp/></mc:Fallback></mc:AlternateContent>"
+         "</xdr:twoCellAnchor>"
          "<xdr:absoluteAnchor><xdr:sp><xdr:txBody><a:p><a:t>note</a:t></a:p></xdr:txBody></xdr:sp>"
          "</xdr:absoluteAnchor></xdr:wsDr>"},
         {"xl/drawings/_rels/d.xml.rels", relations(relation("r1", "image", "../media/i.png") +

@@ -38,8 +38,11 @@ std::string MakeDeck(const Parts& parts) {
             parts.target + "\"/>" + Deck::Relation("r3", "package", "../embeddings/b.xlsx") +
             Deck::Relation("r4", "comments", "../comments/c.xml") +
             Deck::Relation("r5", "notesSlide", "../notesSlides/n.xml"));
-    deck.AddSlide("<p:pic><p:blipFill><a:blip r:embed=\"r1\"/></p:blipFill></p:pic>",
-                  Deck::Relation("r1", "image", "../media/scan.png"));
+    deck.AddSlide(
+        "<mc:AlternateContent><mc:Choice Requires=\"p14\"><p:contentPart/></mc:Choice>"
+        "<mc:Fallback><p:pic><p:blipFill><a:blip r:embed=\"r1\"/></p:blipFill></p:pic>"
+        "</mc:Fallback></mc:AlternateContent>",
+        Deck::Relation("r1", "image", "../media/scan.png"));
     deck.Add("ppt/media/a.png", parts.picture);
     deck.Add("ppt/media/scan.png", parts.picture + " scanned");
     deck.Add("ppt/embeddings/b.xlsx", "book");

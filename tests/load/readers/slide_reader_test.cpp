@@ -86,7 +86,7 @@ TEST(SlideReader, ReadsShapesInReadingOrder) {
          "y\n"},
         {"first choice understood, no second branch",
          "<mc:AlternateContent><mc:Choice Requires=\"zz\">" + Deck::Text("no") +
-             "</mc:Choice><mc:Choice Requires=\"a14 p14\">" + Deck::Text("yes") +
+             "</mc:Choice><mc:Choice Requires=\"a14 p15\">" + Deck::Text("yes") +
              "</mc:Choice><mc:Fallback>" + Deck::Text("old") +
              "</mc:Fallback></mc:AlternateContent>",
          "yes\n"},
