@@ -35,6 +35,11 @@ struct Atom {
     std::size_t End() const { return begin + length; }
 };
 
+/// Whether blocks stand inside of it.
+inline bool HoldsStory(const Atom& atom) {
+    return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
+}
+
 /// A paragraph, or a table. A table's text only serves to find its partner.
 struct StoryBlock {
     pugi::xml_node node;

@@ -24,9 +24,7 @@ bool IsWhole(const std::vector<PlanToken>& tokens, std::size_t at) {
 bool MayMove(const StoryBlock& block) {
     return std::count(block.text.begin(), block.text.end(), u' ') >=
                static_cast<std::ptrdiff_t>(kFewestBlanks) &&
-           std::none_of(block.atoms.begin(), block.atoms.end(), [](const Atom& atom) {
-               return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
-           });
+           std::none_of(block.atoms.begin(), block.atoms.end(), HoldsStory);
 }
 
 struct Places {

@@ -43,8 +43,10 @@ void FindNewFields(const Plan& plan, std::vector<StoryBlock>& modified) {
             if (open.empty())
                 continue;
             open.back().borders.push_back(&atom);
-            open.back().fresh = open.back().fresh && fresh[i];
-            if (kind != "end")
+            // An end in front of all text of its paragraph leaves that paragraph to what follows.
+            const bool ends = kind == "end";
+            open.back().fresh = open.back().fresh && (fresh[i] || (ends && atom.begin == 0));
+            if (!ends)
                 continue;
             for (Atom* const border : open.back().borders)
                 border->inserted = open.back().fresh;

@@ -8,8 +8,8 @@
 
 namespace zorvane {
 
-/// Tells the borders of each field that begins and ends in inserted paragraphs: they are inserted,
-/// too. Those of any other field stay where the Modified has them.
+/// Tells the borders of each field that stands in inserted paragraphs, whatever follows its end in
+/// the last one: they are inserted, too. Those of any other field stay where the Modified has them.
 void FindNewFields(const Plan& plan, std::vector<StoryBlock>& modified);
 
 }  // namespace zorvane

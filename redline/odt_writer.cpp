@@ -11,10 +11,6 @@ namespace {
 
 using Node = pugi::xml_node;
 
-bool HoldsStory(const Atom& atom) {
-    return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
-}
-
 std::vector<const Atom*> StoriesIn(const StoryBlock& block, std::size_t begin, std::size_t length) {
     std::vector<const Atom*> found;
     for (const Atom& atom : block.atoms) {

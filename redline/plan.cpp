@@ -24,6 +24,10 @@ void PutBehind(Indexes& list, const Indexes& behind) {
     list.insert(list.end(), behind.begin(), behind.end());
 }
 
+bool HoldsStories(const StoryBlock& block) {
+    return std::any_of(block.atoms.begin(), block.atoms.end(), HoldsStory);
+}
+
 class Planner {
   public:
     Planner(std::vector<BlockGroup> groups, const std::vector<StoryBlock>& original,
@@ -118,6 +122,9 @@ class Planner {
 
     void Write(std::size_t index) {
         const BlockGroup& group = groups_[index];
+        if (!group.kept && GoesWithEndBefore(index))
+            return WriteShifted(group, FirstTrailingTable(group.original, original_),
+                                FirstTrailingTable(group.modified, modified_));
         if (!group.kept)
             return WriteGap(group, !IsBorder(index + 1), KeptParagraphsBefore(index));
         if (group.table)
@@ -208,6 +215,28 @@ class Planner {
     void PutBlocks(TrackMark mark, const Indexes& list, std::size_t first, std::size_t end) {
         for (std::size_t i = first; i < end; ++i)
             PutBlock(mark, list[i]);
+    }
+
+    // Paragraphs of one side that some readers cannot join with what follows, since a table goes
+    // with them or the last one holds a note: to them the end of the paragraph before is marked.
+    bool GoesWithEndBefore(std::size_t index) const {
+        const BlockGroup& gap = groups_[index];
+        if (!KeptParagraphsBefore(index) || gap.original.empty() == gap.modified.empty())
+            return false;
+        const bool deleted = !gap.original.empty();
+        const std::vector<StoryBlock>& blocks = deleted ? original_ : modified_;
+        const Indexes& list = deleted ? gap.original : gap.modified;
+        const std::size_t end = FirstTrailingTable(list, blocks);
+        if (end == 0 || AnyTable(list, end, blocks))
+            return false;
+        const auto last = list.begin() + static_cast<std::ptrdiff_t>(end) - 1;
+        const BlockGroup& before = groups_[index - 1];
+        if (HoldsStories(original_[before.original.back()]) ||
+            HoldsStories(modified_[before.modified.back()]) ||
+            std::any_of(list.begin(), last,
+                        [&blocks](std::size_t at) { return HoldsStories(blocks[at]); }))
+            return false;
+        return end < list.size() || HoldsStories(blocks[*last]);
     }
 
     // Tables that lead come first, so that no deleted end stands in front of an inserted one.

@@ -50,7 +50,7 @@ struct Asked {
     bool track_formatting = false;
 };
 
-CountsOf<ReadingCount> CountsFor(const ReadCounts& read) {
+CountsOf<ReadingCount> ReadingCountsOf(const ReadCounts& read) {
     CountsOf<ReadingCount> counts;
     counts[ReadingCount::Paragraphs] = read.paragraphs;
     counts[ReadingCount::Tables] = read.tables;
@@ -61,7 +61,7 @@ CountsOf<ReadingCount> CountsFor(const ReadCounts& read) {
     return counts;
 }
 
-CountsOf<MarkCount> CountsFor(const RedlineCounts& written) {
+CountsOf<MarkCount> MarkCountsOf(const RedlineCounts& written) {
     CountsOf<MarkCount> counts;
     counts[MarkCount::Insertions] = written.insertions;
     counts[MarkCount::Deletions] = written.deletions;
@@ -83,10 +83,10 @@ RedlineCertificate Certify(const PerSide<std::string_view>& documents, const Ask
     certificate.original_sha256 = HexDigest(documents.original);
     certificate.modified_sha256 = HexDigest(documents.modified);
     certificate.redline_sha256 = HexDigest(written.bytes);
-    certificate.marks = CountsFor(written.counts);
+    certificate.marks = MarkCountsOf(written.counts);
     if (verified != nullptr) {
-        certificate.accepted = CountsFor(verified->accepted);
-        certificate.rejected = CountsFor(verified->rejected);
+        certificate.accepted = ReadingCountsOf(verified->accepted);
+        certificate.rejected = ReadingCountsOf(verified->rejected);
     }
     certificate.untracked = written.untracked;
     certificate.resolved_before = written.resolved_before;

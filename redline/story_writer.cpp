@@ -21,10 +21,6 @@ void AtomsIn(const StoryBlock& block, std::size_t begin, std::size_t length, con
     }
 }
 
-bool HoldsStory(const Atom& atom) {
-    return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
-}
-
 // Behind a last table readers have an empty paragraph, whether it is in the file or not.
 Node EndInParagraph(Node container) {
     const Node section = Child(container, "sectPr");
@@ -49,7 +45,11 @@ bool IsUntouched(const std::vector<PlanToken>& tokens, const PlanToken& end,
                  const std::vector<StoryBlock>& modified) {
     if (end.mark != TrackMark::Keep || end.shifted)
         return false;
-    const std::size_t length = modified[end.modified].text.size();
+    const StoryBlock& block = modified[end.modified];
+    if (std::any_of(block.atoms.begin(), block.atoms.end(),
+                    [](const Atom& atom) { return atom.inserted; }))
+        return false;
+    const std::size_t length = block.text.size();
     if (tokens.empty())
         return length == 0;
     return tokens.size() == 1 && tokens[0].mark == TrackMark::Keep &&

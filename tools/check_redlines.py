@@ -25,17 +25,11 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import time
 import xml.etree.ElementTree
 import zipfile
 
 import redline_pairs
-
-try:
-    import uno
-    from com.sun.star.beans import PropertyValue
-except ImportError:
-    uno = None
+from other_readers import Office, Pandoc
 
 # What these programs were seen to read otherwise, by the edits of a pair. pandoc 2.17: a marked row
 # is an empty one, formulas and pictures in changes are left out (so that its texts are taken without
@@ -53,98 +47,39 @@ NOT_READ = {
 }
 
 
-class Office:
-    """LibreOffice behind a socket."""
-
-    def __init__(self, folder):
-        self.profile = folder / "profile"
-        pipe = f"zv{time.monotonic_ns()}"
-        self.process = subprocess.Popen(
-            ["soffice", "--headless", "--norestore", f"-env:UserInstallation=file://{self.profile}",
-             f"--accept=pipe,name={pipe};urp;"], stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL)
-        local = uno.getComponentContext()
-        resolver = local.ServiceManager.createInstanceWithContext(
-            "com.sun.star.bridge.UnoUrlResolver", local)
-        for _ in range(120):
-            try:
-                context = resolver.resolve(
-                    f"uno:pipe,name={pipe};urp;StarOffice.ComponentContext")
-                break
-            except Exception:  # not up yet
-                time.sleep(0.5)
-        else:
-            sys.exit("LibreOffice does not start")
-        make = context.ServiceManager.createInstanceWithContext
-        self.desktop = make("com.sun.star.frame.Desktop", context)
-        self.dispatcher = make("com.sun.star.frame.DispatchHelper", context)
-
-    @staticmethod
-    def _values(**named):
-        values = []
-        for name, value in named.items():
-            one = PropertyValue()
-            one.Name, one.Value = name, value
-            values.append(one)
-        return tuple(values)
-
-    def open(self, file, command=None):
-        document = self.desktop.loadComponentFromURL(file.resolve().as_uri(), "_blank", 0,
-                                                     self._values(Hidden=True))
-        if command:
-            self.dispatcher.executeDispatch(document.CurrentController.Frame, ".uno:" + command, "",
-                                            0, ())
-        return document
-
-    def texts(self, file, command=None):
-        document = self.open(file, command)
-        found = []
-
-        def walk(text):
-            blocks = text.createEnumeration()
-            while blocks.hasMoreElements():
-                block = blocks.nextElement()
-                if block.supportsService("com.sun.star.text.TextTable"):
-                    for name in block.getCellNames():
-                        found.append("CELL " + name)
-                        walk(block.getCellByName(name))
-                else:
-                    found.append(block.getString())
-        walk(document.Text)
-        for notes in (document.Footnotes, document.Endnotes):
-            found += ["NOTE " + notes.getByIndex(i).getString() for i in range(notes.Count)]
-        document.close(True)
-        return found
-
-    def store(self, file, target, filter_name, command=None):
-        document = self.open(file, command)
-        document.storeToURL(target.resolve().as_uri(), self._values(FilterName=filter_name))
-        document.close(True)
-
-    def close(self):
-        try:
-            self.desktop.terminate()
-        except Exception:  # it is gone before it answers
-            pass
-        self.process.wait(30)
-
-
 class Checks:
-    def __init__(self, arguments, office):
+    def __init__(self, arguments, office, pandoc):
         self.arguments = arguments
         self.office = office
+        self.pandoc = pandoc
         self.tally = collections.defaultdict(collections.Counter)
-        self.failures = []
-        self.filter = arguments.folder / "without.lua"
-        arguments.folder.mkdir(parents=True, exist_ok=True)
-        self.filter.write_text("function Math() return {} end\nfunction Image() return {} end\n")
+        self.by_edit = collections.defaultdict(collections.Counter)
+        self.failed = False
+        self.log = open(arguments.folder / "readings.log", "w", encoding="utf-8", buffering=1)
 
-    def note(self, check, good, pair, edits, detail="", known=False):
-        known = known or NOT_READ.get(check, set()).intersection(edits)
-        kind = "good" if good else "not read" if known else "FAILED"
+    def note(self, check, good, pair, edits, detail="", only_ends=False):
+        known = NOT_READ.get(check, set()).intersection(edits)
+        kind = ("good" if good else "but for ends of paragraphs" if only_ends
+                else "not read" if known else "FAILED")
         self.tally[check][kind] += 1
+        for edit in set(edits):
+            self.by_edit[check, edit][kind] += 1
+        if not good:
+            self.log.write(f"{kind}\t{check}\t{pair[1].name}\t{', '.join(edits)}\t{detail[:300]}\n")
         if kind == "FAILED":
-            self.failures.append(f"{check}: {pair[1].name} ({', '.join(edits)}) {detail[:200]}")
+            self.failed = True
+            print(f"FAILED {check}: {pair[1].name} ({', '.join(edits)}) {detail[:200]}", flush=True)
+
+    def tell(self):
+        """What each check came to, and how often with each edit where not all was good."""
+        for check, counts in self.tally.items():
+            print(f"{check}: " + ", ".join(f"{kind} {count}"
+                                           for kind, count in sorted(counts.items())))
+            for (its, edit), of_edit in sorted(self.by_edit.items()):
+                if its == check and len(counts) > 1:
+                    print(f"    {edit}: " + ", ".join(f"{kind} {count}" for kind, count
+                                                      in sorted(of_edit.items())))
+        sys.stdout.flush()
 
     def check(self, pair, edits):
         redline = self.arguments.folder / f"{pair[1].stem}.redline{pair[1].suffix}"
@@ -162,7 +97,7 @@ class Checks:
             new = disorder_in(redline) - disorder_in(pair[0]) - disorder_in(pair[1])
             self.note("order of elements", not new, pair, edits, "; ".join(sorted(new)))
         self.note("ids", not twice_in(redline), pair, edits, str(twice_in(redline)))
-        if shutil.which("pandoc") and pair[1].suffix == ".docx":
+        if self.pandoc and pair[1].suffix == ".docx":
             self.by_pandoc(redline, pair, edits)
         if self.office:
             self.by_office(redline, pair, edits)
@@ -171,14 +106,11 @@ class Checks:
             self.note("schema", not new, pair, edits, "; ".join(sorted(new)))
 
     def by_pandoc(self, redline, pair, edits):
-        def read(file, changes):
-            run = subprocess.run(["pandoc", f"--track-changes={changes}", "-t", "plain",
-                                  "--wrap=none", "--lua-filter", self.filter, file],
-                                 capture_output=True, text=True, check=False)
-            return [" ".join(line.split()) for line in run.stdout.splitlines() if line.strip()]
-        good = (read(redline, "accept") == read(pair[1], "accept") and
-                read(redline, "reject") == read(pair[0], "accept"))
-        self.note("pandoc", good, pair, edits)
+        read = self.pandoc.lines
+        for changes, wanted in (("accept", pair[1]), ("reject", pair[0])):
+            got, same = read(redline, changes), read(wanted, "accept")
+            self.note("pandoc", got == same, pair, edits, changes + ": " + first_other(got, same),
+                      " ".join(got) == " ".join(same))
 
     def by_office(self, redline, pair, edits):
         exact = True
@@ -189,11 +121,11 @@ class Checks:
                 same = self.office.texts(wanted, "AcceptAllTrackedChanges")
             except Exception as error:  # of any kind that the office has
                 self.note("LibreOffice", False, pair, edits, repr(error))
+                self.office.restart()
+                exact = False
                 continue
-            other = next((f"{a!r} instead of {b!r}" for a, b in zip(got, same) if a != b),
-                         f"{len(got)} paragraphs instead of {len(same)}")
-            only_ends = "".join(got) == "".join(same)
-            self.note("LibreOffice", got == same, pair, edits, command + ": " + other, only_ends)
+            self.note("LibreOffice", got == same, pair, edits,
+                      command + ": " + first_other(got, same), "".join(got) == "".join(same))
             exact = exact and got == same
         if self.arguments.pixels and exact:
             pages = [self.printed(redline, "AcceptAllTrackedChanges"),
@@ -209,6 +141,11 @@ class Checks:
             self.office.store(folder / "a.odt", folder / "a.pdf", "writer_pdf_Export")
             subprocess.run(["pdftoppm", "-r", "60", folder / "a.pdf", folder / "p"], check=True)
             return [page.read_bytes() for page in sorted(folder.glob("p*.ppm"))]
+
+
+def first_other(got, wanted):
+    return next((f"{i}: {a!r} instead of {b!r}" for i, (a, b) in enumerate(zip(got, wanted))
+                 if a != b), f"{len(got)} paragraphs instead of {len(wanted)}")
 
 
 def differing(pages, others):
@@ -297,13 +234,13 @@ def new_errors(redline, pair, schema):
     return kinds[True] - kinds[False]
 
 
-def seeded(arguments, office):
-    arguments.folder.mkdir(parents=True, exist_ok=True)
+def seeded(arguments, office, pandoc):
     redline_pairs.pictures_of(arguments.folder)
     sides = [(), ("modified",), ("original", "modified")]
     for seed in range(arguments.seed, arguments.seed + arguments.pairs):
         by_office = sides[seed % 3] if office else ()
-        pair, edits = redline_pairs.write_pair(seed, arguments.folder, arguments.kind, by_office)
+        pair, edits = redline_pairs.write_pair(seed, arguments.folder, arguments.kind, by_office,
+                                               pandoc)
         for side, file in zip(("original", "modified"), pair):
             if side in by_office:
                 anew = file.with_suffix(".tmp")
@@ -314,7 +251,6 @@ def seeded(arguments, office):
 
 
 def real(arguments):
-    arguments.folder.mkdir(parents=True, exist_ok=True)
     files = sorted(file for folder in arguments.real
                    for file in pathlib.Path(folder).rglob(f"*.{arguments.kind}"))
     for place, (original, modified) in enumerate(zip(files, files[1:] + files[:1])):
@@ -338,20 +274,27 @@ def main():
     parser.add_argument("--real", nargs="*")
     arguments = parser.parse_args()
     arguments.folder = arguments.folder.resolve()
-    office = Office(arguments.folder) if uno and shutil.which("soffice") else None
-    for name, there in (("pandoc", shutil.which("pandoc")), ("LibreOffice", office),
+    arguments.folder.mkdir(parents=True, exist_ok=True)
+    office = Office(arguments.folder) if Office.is_there() else None
+    pandoc = Pandoc(arguments.folder) if Pandoc.is_there() else None
+    for name, there in (("pandoc", pandoc), ("LibreOffice", office),
                         ("a schema", arguments.schema)):
         if not there:
             print(f"without {name}")
-    checks = Checks(arguments, office)
-    for pair, edits in real(arguments) if arguments.real else seeded(arguments, office):
+    checks = Checks(arguments, office, pandoc)
+    pairs = real(arguments) if arguments.real else seeded(arguments, office, pandoc)
+    for place, (pair, edits) in enumerate(pairs, 1):
         checks.check(pair, edits)
-    if office:
-        office.close()
-    for check, counts in checks.tally.items():
-        print(f"{check}: " + ", ".join(f"{kind} {count}" for kind, count in sorted(counts.items())))
-    print("\n".join(checks.failures))
-    return 1 if checks.failures else 0
+        if place % 100 == 0:
+            print(f"-- {place} pairs", flush=True)
+            checks.tell()
+            if office:
+                office.restart()  # it grows with each document
+    for program in (office, pandoc):
+        if program:
+            program.close()
+    checks.tell()
+    return 1 if checks.failed else 0
 
 
 if __name__ == "__main__":

@@ -8,7 +8,6 @@ import dataclasses
 import pathlib
 import random
 import struct
-import subprocess
 import zlib
 
 WORDS = ("harbour lamp keeper tide sails rain morning quay rope ledger visitor winter boat paint gate "
@@ -209,7 +208,7 @@ def write_pictures(folder):
             chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
 
 
-def write_pair(seed, folder, kind, by_office):
+def write_pair(seed, folder, kind, by_office, pandoc):
     """Two files with names from the seed, and the edits between them. `by_office` names the sides
     that LibreOffice writes anew; the caller has it do that to all files at once."""
     story = Story(seed)
@@ -222,8 +221,7 @@ def write_pair(seed, folder, kind, by_office):
                 edit = story.chance.choice(list(EDITS))
                 if story.edit(edit):
                     edits.append(edit)
-        subprocess.run(["pandoc", "-f", "markdown-auto_identifiers", "-o", name],
-                       input=story.markdown(folder / "pictures"), text=True, check=True)
+        pandoc.make(story.markdown(folder / "pictures"), name)
     return names, edits
 
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "common/base/side.h"
+
 namespace zorvane {
 namespace {
 
@@ -52,6 +54,45 @@ TEST(Plan, GivesBothSidesBackWithSoundEndsWhateverStandsBesideTables) {
         EXPECT_TRUE(EndsAreSound(plan->tokens));
         EXPECT_EQ(Seen(plan->tokens, new_blocks, TrackMark::Delete), modified);
         EXPECT_EQ(Seen(plan->tokens, old_blocks, TrackMark::Insert), original);
+    }
+}
+
+// As "=a" for text and tables, "+." for ends.
+std::string Shown(const Plan& plan, const PerSide<std::vector<StoryBlock>>& blocks) {
+    std::string shown;
+    for (const PlanToken& token : plan.tokens) {
+        const bool deleted = token.mark == TrackMark::Delete;
+        const StoryBlock& block =
+            deleted ? blocks.original[token.original] : blocks.modified[token.modified];
+        shown += "=-+"[static_cast<int>(token.mark)];
+        shown += token.kind == TokenKind::End ? '.' : static_cast<char>(block.text.front());
+    }
+    return shown;
+}
+
+TEST(Plan, MarksTheEndBeforeWhereSomeReadersJoinNothing) {
+    const struct {
+        const char *original, *modified, *shown;
+        std::size_t note = 9;  // the block of the Modified that holds one
+    } rows[] = {
+        {"ax", "abx", "=a=.+b+.=x=."},
+        {"ax", "ab1x", "=a+.+b=.+1=x=."},
+        {"abc12x", "ax", "=a-.-b-.-c=.-1-2=x=."},
+        {"ab1x", "acx", "=a=.-b-.-1+c+.=x=."},
+        {"ax", "abx", "=a+.+b=.=x=.", 1},
+        {"ax", "abx", "=a=.+b+.=x=.", 0},
+        {"ax", "abcx", "=a=.+b+.+c+.=x=.", 1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.original) + " " + row.modified);
+        PerSide<std::vector<StoryBlock>> blocks{BlocksOf(row.original), BlocksOf(row.modified)};
+        if (row.note < blocks.modified.size())
+            blocks.modified[row.note].atoms.push_back({AtomKind::Note, {}});
+        const std::optional<Plan> plan =
+            MakePlan(AlignBlocks(blocks.original, blocks.modified, nullptr), blocks.original,
+                     blocks.modified);
+        ASSERT_TRUE(plan.has_value());
+        EXPECT_EQ(Shown(*plan, blocks), row.shown);
     }
 }
 

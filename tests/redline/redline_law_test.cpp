@@ -147,6 +147,10 @@ std::vector<LawRow> Rows() {
          {kKept + kOther},
          {kKept + kContents + kOther},
          {2, 0, 2}},
+        {"contents in front of an empty paragraph",
+         {kKept + Paragraph("") + kOther},
+         {kKept + kContents + kOther},
+         {2, 0, 1}},
         {"contents at the end", {kKept}, {kKept + kContents}, {2, 0, 2}},
         {"a simple field goes",
          {Paragraph(TextRun(kLong) + "<w:fldSimple w:instr=\"DATE\">" + TextRun("today") +
