@@ -1,5 +1,7 @@
 #include "app/compare_command.h"
 
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -11,52 +13,15 @@ namespace {
 using Arguments = std::vector<std::string>;
 
 TEST(CompareCommand, ReadsEveryOption) {
-    const CommandLineOutcome outcome = ParseUnixCommandLine({"compare",
-                                                             "a.txt",
-                                                             "b.txt",
-                                                             "-o",
-                                                             "r.HTML",
-                                                             "--report",
-                                                             "r.csv",
-                                                             "--json",
-                                                             "-",
-                                                             "--stat",
-                                                             "--color",
-                                                             "never",
-                                                             "--no-pager",
-                                                             "-U",
-                                                             "5",
-                                                             "--open",
-                                                             "--log",
-                                                             "run.log",
-                                                             "--view",
-                                                             "all-in-one",
-                                                             "--unchanged",
-                                                             "none",
-                                                             "--title",
-                                                             "T",
-                                                             "--original-label",
-                                                             "L",
-                                                             "--modified-label",
-                                                             "M",
-                                                             "-i",
-                                                             "-w",
-                                                             "-B",
-                                                             "--ignore-regex",
-                                                             "x*",
-                                                             "--ignore-regex",
-                                                             "y",
-                                                             "--letters",
-                                                             "--faster",
-                                                             "--larger-sections",
-                                                             "--bracket",
-                                                             "7",
-                                                             "--plain",
-                                                             "--remove-blank-lines",
-                                                             "--set",
-                                                             "sFontName=A=B",
-                                                             "--settings",
-                                                             "s.ini"});
+    std::istringstream words(
+        "compare a.txt b.txt -o r.HTML --report r.csv --json - --stat --color never --no-pager -U "
+        "5 "
+        "--open --log run.log --view all-in-one --unchanged none --title T --original-label L "
+        "--modified-label M -i -w -B --ignore-regex x* --ignore-regex y --letters --faster "
+        "--larger-sections --bracket 7 --plain --remove-blank-lines --set sFontName=A=B --settings "
+        "s.ini");
+    const CommandLineOutcome outcome =
+        ParseUnixCommandLine(Arguments(std::istream_iterator<std::string>(words), {}));
     ASSERT_TRUE(outcome.compare.has_value()) << outcome.error;
     const CompareCommand& command = *outcome.compare;
     EXPECT_EQ(command.original, "a.txt");

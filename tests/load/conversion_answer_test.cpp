@@ -1,5 +1,7 @@
 #include "load/conversion_answer.h"
 
+#include <sstream>
+
 #include <gtest/gtest.h>
 
 #include "load/redline_certificate.h"
@@ -16,127 +18,68 @@ constexpr std::uint64_t kSize = 100;
 struct AnswerRow {
     const char* name;
     AnswerShape shape;
-    ConversionMessage answer;
+    std::string answer;
     ReadError error;
 };
 
+/// Of "key value; key value".
+ConversionMessage MessageOf(const std::string& notation) {
+    ConversionMessage message;
+    std::istringstream entries(notation);
+    std::string key;
+    for (std::string value; entries >> key && std::getline(entries, value, ';');)
+        message[key] = value.empty() ? value : value.substr(1);
+    return message;
+}
+
 TEST(CheckedAnswer, BelievesOnlyWhatAReaderCanSay) {
     const std::string most = std::to_string(kMostSheets + 1);
+    using enum AnswerShape;
     const AnswerRow rows[] = {
-        {"one part",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "0 100"}},
+        {"one part", OneDocument, "error 0; part1 0 100", ReadError::None},
+        {"an empty part at the end", OneDocument, "error 0; part1 100 0", ReadError::None},
+        {"what lies beside it", OneDocument, "error 0; part1 0 60; beside 60 40", ReadError::None},
+        {"what lies beside it, inside of it", OneDocument, "error 0; part1 0 60; beside 59 1",
+         ReadError::Crashed},
+        {"what lies beside it, behind the end", OneDocument, "error 0; part1 0 60; beside 60 41",
+         ReadError::Crashed},
+        {"a list in place of its place", OneDocument, "error 0; part1 0 60; beside links 1 x",
+         ReadError::Crashed},
+        {"no part", OneDocument, "error 0", ReadError::Crashed},
+        {"a part one byte too long", OneDocument, "error 0; part1 0 101", ReadError::Crashed},
+        {"a part that ends behind the end", OneDocument, "error 0; part1 60 41",
+         ReadError::Crashed},
+        {"a part behind the end", OneDocument, "error 0; part1 101 0", ReadError::Crashed},
+        {"a sum that wraps round", OneDocument, "error 0; part1 2 18446744073709551615",
+         ReadError::Crashed},
+        {"a negative part", OneDocument, "error 0; part1 -1 5", ReadError::Crashed},
+        {"a file in place of a part", OneDocument, "error 0; part1 /etc/passwd",
+         ReadError::Crashed},
+        {"two sheets", Sheets, "error 0; sheets 2; sheet1 a; sheet2 b; part1 0 60; part2 60 40",
          ReadError::None},
-        {"an empty part at the end",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "100 0"}},
-         ReadError::None},
-        {"what lies beside it",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "0 60"}, {"beside", "60 40"}},
-         ReadError::None},
-        {"what lies beside it, inside of it",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "0 60"}, {"beside", "59 1"}},
+        {"parts that overlap", Sheets,
+         "error 0; sheets 2; sheet1 a; sheet2 b; part1 0 60; part2 59 1", ReadError::Crashed},
+        {"a sheet without a name", Sheets, "error 0; sheets 1; part1 0 1", ReadError::Crashed},
+        {"no sheets", Sheets, "error 0; sheets 0", ReadError::Crashed},
+        {"no names", SheetNames, "error 0; sheets 0", ReadError::None},
+        {"too many sheets", SheetNames, "error 0; sheets " + most, ReadError::Crashed},
+        {"two thousand million sheets", SheetNames, "error 0; sheets 2000000000",
          ReadError::Crashed},
-        {"what lies beside it, behind the end",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "0 60"}, {"beside", "60 41"}},
-         ReadError::Crashed},
-        {"a list in place of its place",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "0 60"}, {"beside", "links 1 x"}},
-         ReadError::Crashed},
-        {"no part", AnswerShape::OneDocument, {{"error", "0"}}, ReadError::Crashed},
-        {"a part one byte too long",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "0 101"}},
-         ReadError::Crashed},
-        {"a part that ends behind the end",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "60 41"}},
-         ReadError::Crashed},
-        {"a part behind the end",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "101 0"}},
-         ReadError::Crashed},
-        {"a sum that wraps round",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "2 18446744073709551615"}},
-         ReadError::Crashed},
-        {"a negative part",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "-1 5"}},
-         ReadError::Crashed},
-        {"a file in place of a part",
-         AnswerShape::OneDocument,
-         {{"error", "0"}, {"part1", "/etc/passwd"}},
-         ReadError::Crashed},
-        {"two sheets",
-         AnswerShape::Sheets,
-         {{"error", "0"},
-          {"sheets", "2"},
-          {"sheet1", "a"},
-          {"sheet2", "b"},
-          {"part1", "0 60"},
-          {"part2", "60 40"}},
-         ReadError::None},
-        {"parts that overlap",
-         AnswerShape::Sheets,
-         {{"error", "0"},
-          {"sheets", "2"},
-          {"sheet1", "a"},
-          {"sheet2", "b"},
-          {"part1", "0 60"},
-          {"part2", "59 1"}},
-         ReadError::Crashed},
-        {"a sheet without a name",
-         AnswerShape::Sheets,
-         {{"error", "0"}, {"sheets", "1"}, {"part1", "0 1"}},
-         ReadError::Crashed},
-        {"no sheets", AnswerShape::Sheets, {{"error", "0"}, {"sheets", "0"}}, ReadError::Crashed},
-        {"no names", AnswerShape::SheetNames, {{"error", "0"}, {"sheets", "0"}}, ReadError::None},
-        {"too many sheets",
-         AnswerShape::SheetNames,
-         {{"error", "0"}, {"sheets", most}},
-         ReadError::Crashed},
-        {"two thousand million sheets",
-         AnswerShape::SheetNames,
-         {{"error", "0"}, {"sheets", "2000000000"}},
-         ReadError::Crashed},
-        {"pages", AnswerShape::PageCount, {{"error", "0"}, {"pages", "7"}}, ReadError::None},
-        {"pages below nothing",
-         AnswerShape::PageCount,
-         {{"error", "0"}, {"pages", "-7"}},
-         ReadError::Crashed},
-        {"pages that are no number",
-         AnswerShape::PageCount,
-         {{"error", "0"}, {"pages", "7x"}},
-         ReadError::Crashed},
-        {"pages beyond a number",
-         AnswerShape::PageCount,
-         {{"error", "0"}, {"pages", "4294967303"}},
-         ReadError::Crashed},
-        {"an error of a reader", AnswerShape::PageCount, {{"error", "3"}}, ReadError::Damaged},
-        {"an unknown error", AnswerShape::PageCount, {{"error", "99"}}, ReadError::Crashed},
-        {"a negative error", AnswerShape::PageCount, {{"error", "-1"}}, ReadError::Crashed},
-        {"no error", AnswerShape::PageCount, {{"error", ""}, {"pages", "1"}}, ReadError::Crashed},
-        {"what only the waiting side tells",
-         AnswerShape::PageCount,
-         {{"error", "12"}},
-         ReadError::Crashed},
-        {"an office format",
-         AnswerShape::OneDocument,
-         {{"error", "6"}, {"office", "docx"}},
-         ReadError::NeedsOffice},
-        {"a format of its own",
-         AnswerShape::OneDocument,
-         {{"error", "6"}, {"office", "../../x"}},
-         ReadError::Crashed},
+        {"pages", PageCount, "error 0; pages 7", ReadError::None},
+        {"pages below nothing", PageCount, "error 0; pages -7", ReadError::Crashed},
+        {"pages that are no number", PageCount, "error 0; pages 7x", ReadError::Crashed},
+        {"pages beyond a number", PageCount, "error 0; pages 4294967303", ReadError::Crashed},
+        {"an error of a reader", PageCount, "error 3", ReadError::Damaged},
+        {"an unknown error", PageCount, "error 99", ReadError::Crashed},
+        {"a negative error", PageCount, "error -1", ReadError::Crashed},
+        {"no error", PageCount, "error ; pages 1", ReadError::Crashed},
+        {"what only the waiting side tells", PageCount, "error 12", ReadError::Crashed},
+        {"an office format", OneDocument, "error 6; office docx", ReadError::NeedsOffice},
+        {"a format of its own", OneDocument, "error 6; office ../../x", ReadError::Crashed},
     };
     for (const AnswerRow& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(CheckedAnswer(row.answer, row.shape, kSize).error, row.error);
+        EXPECT_EQ(CheckedAnswer(MessageOf(row.answer), row.shape, kSize).error, row.error);
     }
 }
 
@@ -152,13 +95,9 @@ TEST(CheckedAnswer, BoundsWhatIsReadIntoMemory) {
 }
 
 TEST(CheckedAnswer, TellsWhatItFound) {
-    const ConversionResult sheets = CheckedAnswer({{"error", "0"},
-                                                   {"sheets", "2"},
-                                                   {"sheet1", "a\nb"},
-                                                   {"sheet2", "c"},
-                                                   {"part1", "0 60"},
-                                                   {"part2", "70 30"}},
-                                                  AnswerShape::Sheets, kSize);
+    const ConversionResult sheets = CheckedAnswer(
+        MessageOf("error 0; sheets 2; sheet1 a\nb; sheet2 c; part1 0 60; part2 70 30"),
+        AnswerShape::Sheets, kSize);
     EXPECT_EQ(sheets.sheets, (std::vector<std::string>{"a\u240Ab", "c"}));
     EXPECT_EQ(sheets.parts, (std::vector<AnswerPart>{{0, 60}, {70, 30}}));
     EXPECT_EQ(CheckedAnswer({{"error", "0"}, {"pages", "7"}}, AnswerShape::PageCount, 0).pages, 7);
@@ -242,13 +181,9 @@ class FalseConverterTest : public testing::Test {
 
 TEST_F(FalseConverterTest, NamesNoFile) {
     const std::string witness = system_.folder.Write("witness", "stays");
-    const std::string answer = EncodeMessage({{"error", "0"},
-                                              {"files", "1"},
-                                              {"sheets", "1"},
-                                              {"sheet1", "a"},
-                                              {"file1", witness},
-                                              {"part1", "0 5"},
-                                              {"target", witness}});
+    const std::string answer =
+        EncodeMessage(MessageOf("error 0; files 1; sheets 1; sheet1 a; part1 0 5; file1 " +
+                                witness + "; target " + witness));
     for (const char* kind : {"word", "sheets"}) {
         SCOPED_TRACE(kind);
         const ConversionResult result = Run(answer, "", kind);

@@ -33,6 +33,25 @@ inline void Put(PdfPage& page, float x, float baseline, std::u32string_view text
     }
 }
 
+/// A line of a page; its texts are drawn in their order.
+struct Drawn {
+    struct Text {
+        float x;
+        std::u32string text;
+        float size = 10;
+    };
+    float baseline;
+    std::vector<Text> texts;
+};
+inline PdfPage Page(const std::vector<Drawn>& lines) {
+    PdfPage page = EmptyPage();
+    for (const Drawn& line : lines) {
+        for (const Drawn::Text& drawn : line.texts)
+            Put(page, drawn.x, line.baseline, drawn.text, drawn.size);
+    }
+    return page;
+}
+
 inline std::string Utf8(const std::vector<PdfLetter>& letters) {
     std::string text;
     for (const PdfLetter& letter : letters)

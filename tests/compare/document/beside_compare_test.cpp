@@ -1,5 +1,8 @@
 #include "compare/document/beside_compare.h"
 
+#include <map>
+#include <sstream>
+
 #include <gtest/gtest.h>
 
 #include "compare/document/format_compare.h"
@@ -8,19 +11,19 @@
 namespace zorvane {
 namespace {
 
-BesideItem Item(BesideKind kind, std::int32_t paragraph, std::string_view text) {
-    return {kind, paragraph, std::string(text), BesideDigest(text)};
-}
-BesideItem Link(std::int32_t paragraph, std::string_view text) {
-    return Item(BesideKind::Link, paragraph, text);
-}
-BesideItem Picture(std::int32_t paragraph, std::string_view text) {
-    return Item(BesideKind::Picture, paragraph, text);
-}
-/// In a cell of a sheet.
-BesideItem Comment(std::string_view cell, std::string_view text) {
-    return {BesideKind::Comment, 0, std::string(cell) + ": " + std::string(text),
-            BesideDigest(text)};
+/// Of "link 3 a, picture 4 p"; in "comment 0 B3: x" of a sheet "x" alone is compared.
+std::vector<BesideItem> Items(const std::string& notation) {
+    using enum BesideKind;
+    const std::map<std::string, BesideKind> kinds = {
+        {"link", Link}, {"picture", Picture}, {"metadata", Metadata}, {"comment", Comment}};
+    std::vector<BesideItem> items;
+    std::istringstream parts(notation);
+    std::string kind;
+    std::int32_t paragraph = 0;
+    for (std::string text; parts >> kind >> paragraph && std::getline(parts >> std::ws, text, ',');)
+        items.push_back({kinds.at(kind), paragraph, text,
+                         BesideDigest(kind == "comment" ? text.substr(text.find(": ")) : text)});
+    return items;
 }
 
 std::string Shown(const std::vector<BesideDifference>& differences) {
@@ -37,8 +40,8 @@ std::string Shown(const std::vector<BesideDifference>& differences) {
 
 struct Row {
     const char* name;
-    std::vector<BesideItem> original;
-    std::vector<BesideItem> modified;
+    const char* original;
+    const char* modified;
     ParagraphPartners partners;
     std::string_view shown;
 };
@@ -47,100 +50,51 @@ TEST(BesideCompare, TellsWhatChanged) {
     const ParagraphPartners straight = {1, 2, 3, 4};
     const ParagraphPartners second_deleted = {1, 0, 2, 3};
     const ParagraphPartners second_added = {1, 3, 4, 5};
+    const ParagraphPartners none;
     const Row rows[] = {
-        {"nothing", {}, {}, straight, ""},
-        {"the same", {Link(1, "a"), Link(1, "b")}, {Link(1, "a"), Link(1, "b")}, straight, ""},
-        {"the same behind a new paragraph",
-         {Link(2, "a"), Picture(4, "p")},
-         {Link(3, "a"), Picture(5, "p")},
-         second_added,
-         ""},
-        {"another target", {Link(3, "a")}, {Link(3, "b")}, straight, "links changed 3>3 a>b;"},
-        {"only the second of a paragraph",
-         {Link(1, "a"), Link(1, "b")},
-         {Link(1, "a"), Link(1, "c")},
-         straight,
+        {"nothing", "", "", straight, ""},
+        {"the same", "link 1 a, link 1 b", "link 1 a, link 1 b", straight, ""},
+        {"the same behind a new paragraph", "link 2 a, picture 4 p", "link 3 a, picture 5 p",
+         second_added, ""},
+        {"another target", "link 3 a", "link 3 b", straight, "links changed 3>3 a>b;"},
+        {"only the second of a paragraph", "link 1 a, link 1 b", "link 1 a, link 1 c", straight,
          "links changed 1>1 b>c;"},
-        {"the order in a paragraph is that of its words",
-         {Link(1, "a"), Link(1, "b")},
-         {Link(1, "b"), Link(1, "a")},
-         straight,
-         ""},
-        {"added and removed",
-         {Picture(1, "p")},
-         {Link(2, "a")},
-         straight,
+        {"the order in a paragraph is that of its words", "link 1 a, link 1 b",
+         "link 1 b, link 1 a", straight, ""},
+        {"added and removed", "picture 1 p", "link 2 a", straight,
          "pictures removed 1>0 p>;links added 0>2 >a;"},
-        {"twice the same, once gone",
-         {Picture(1, "p"), Picture(1, "p")},
-         {Picture(1, "p")},
-         straight,
+        {"twice the same, once gone", "picture 1 p, picture 1 p", "picture 1 p", straight,
          "pictures removed 1>0 p>;"},
-        {"two paragraphs' links exchanged",
-         {Link(1, "a"), Link(2, "b")},
-         {Link(1, "b"), Link(2, "a")},
-         straight,
+        {"two paragraphs' links exchanged", "link 1 a, link 2 b", "link 1 b, link 2 a", straight,
          "links changed 1>1 a>b;links changed 2>2 b>a;"},
-        {"two neighbours' pictures exchanged",
-         {Picture(1, "a"), Picture(2, "b")},
-         {Picture(1, "b"), Picture(2, "a")},
-         straight,
+        {"two neighbours' pictures exchanged", "picture 1 a, picture 2 b",
+         "picture 1 b, picture 2 a", straight,
          "pictures replaced 1>1 a>b;pictures replaced 2>2 b>a;"},
-        {"a picture that went to the next paragraph",
-         {Picture(2, "p")},
-         {Picture(3, "p")},
-         straight,
-         ""},
-        {"a picture that went farther",
-         {Picture(1, "p")},
-         {Picture(4, "p")},
-         straight,
+        {"a picture that went to the next paragraph", "picture 2 p", "picture 3 p", straight, ""},
+        {"a picture that went farther", "picture 1 p", "picture 4 p", straight,
          "pictures moved 1>4 p>p;"},
-        {"a link that went to the next paragraph",
-         {Link(2, "a")},
-         {Link(3, "a")},
-         straight,
+        {"a link that went to the next paragraph", "link 2 a", "link 3 a", straight,
          "links moved 2>3 a>a;"},
-        {"out of a paragraph that was deleted",
-         {Picture(2, "p")},
-         {Picture(3, "p")},
-         second_deleted,
-         ""},
-        {"gone with its paragraph",
-         {Picture(2, "p"), Link(2, "a")},
-         {},
-         second_deleted,
+        {"out of a paragraph that was deleted", "picture 2 p", "picture 3 p", second_deleted, ""},
+        {"gone with its paragraph", "picture 2 p, link 2 a", "", second_deleted,
          "pictures removed 2>0 p>;"},
-        {"come with its paragraph",
-         {},
-         {Picture(2, "p"), Link(2, "a")},
-         second_added,
+        {"come with its paragraph", "", "picture 2 p, link 2 a", second_added,
          "pictures added 0>2 >p;"},
-        {"another title",
-         {Item(BesideKind::Metadata, 0, "author: A"), Item(BesideKind::Metadata, 0, "title: T")},
-         {Item(BesideKind::Metadata, 0, "title: U"), Item(BesideKind::Metadata, 0, "author: A")},
-         straight,
+        {"another title", "metadata 0 author: A, metadata 0 title: T",
+         "metadata 0 title: U, metadata 0 author: A", straight,
          "metadata changed 0>0 title: T>title: U;"},
-        {"cells that a new row pushed down",
-         {Comment("S!B3", "x"), Comment("S!B4", "y")},
-         {Comment("S!B4", "x"), Comment("S!B5", "y")},
-         {},
-         ""},
-        {"cells that changed places",
-         {Comment("S!B3", "x"), Comment("S!B4", "y")},
-         {Comment("S!B3", "y"), Comment("S!B4", "x")},
-         {},
-         "comments moved 0>0 S!B3: x>S!B4: x;"},
-        {"a cell's comment changed",
-         {Comment("S!B3", "x"), Comment("S!B4", "y")},
-         {Comment("S!B3", "z"), Comment("S!B4", "y")},
-         {},
-         "comments changed 0>0 S!B3: x>S!B3: z;"},
-        {"numbers beyond the text", {Link(9, "a")}, {Link(9, "b")}, straight, ""},
+        {"cells that a new row pushed down", "comment 0 S!B3: x, comment 0 S!B4: y",
+         "comment 0 S!B4: x, comment 0 S!B5: y", none, ""},
+        {"cells that changed places", "comment 0 S!B3: x, comment 0 S!B4: y",
+         "comment 0 S!B3: y, comment 0 S!B4: x", none, "comments moved 0>0 S!B3: x>S!B4: x;"},
+        {"a cell's comment changed", "comment 0 S!B3: x, comment 0 S!B4: y",
+         "comment 0 S!B3: z, comment 0 S!B4: y", none, "comments changed 0>0 S!B3: x>S!B3: z;"},
+        {"numbers beyond the text", "link 9 a", "link 9 b", straight, ""},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(Shown(CompareBeside(row.original, row.modified, row.partners)), row.shown);
+        EXPECT_EQ(Shown(CompareBeside(Items(row.original), Items(row.modified), row.partners)),
+                  row.shown);
     }
 }
 

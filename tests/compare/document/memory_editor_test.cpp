@@ -92,29 +92,6 @@ TEST(MemoryEditor, MakesEveryLineEndOneBreak) {
     EXPECT_EQ(editor.Rich().paragraph_runs[1].length, 2);
 }
 
-TEST(MemoryEditor, FormatsARangeOnly) {
-    MemoryEditor editor;
-    editor.SetText(u"one two three");
-    editor.Format(At(4, 3), Bold());
-    EXPECT_EQ(Notation(editor.Rich()), "one [b:two] three");
-    EXPECT_EQ(Notation(editor.Rich(At(2, 4))), "e [b:tw]");
-    editor.Format(At(0, 4), Bold());
-    EXPECT_EQ(editor.Rich().char_runs.size(), 2U) << "equal neighbours are one run";
-    EXPECT_EQ(editor.Selection(), At(0, 0)) << "the selection is not a variable of others";
-}
-
-TEST(MemoryEditor, NewTextTakesTheFormatOfItsPlace) {
-    MemoryEditor editor;
-    editor.SetText(u"ab");
-    editor.Format(At(1, 1), Bold());
-    editor.Replace(At(1, 1), u"X");
-    EXPECT_EQ(Notation(editor.Rich()), "a[b:X]") << "of what it replaces";
-    editor.Replace(At(2, 0), u"Y");
-    EXPECT_EQ(Notation(editor.Rich()), "a[b:XY]") << "else of what stands in front";
-    editor.Replace(At(0, 0), u"0");
-    EXPECT_EQ(Notation(editor.Rich()), "0a[b:XY]");
-}
-
 TEST(MemoryEditor, CaretStandsBehindWhatWasPut) {
     MemoryEditor editor;
     editor.SetText(u"ad");
@@ -123,18 +100,6 @@ TEST(MemoryEditor, CaretStandsBehindWhatWasPut) {
     editor.ReplaceSelection(u"c");
     EXPECT_EQ(editor.Text(), u"abcd");
     EXPECT_EQ(editor.Selection(), At(3, 0));
-}
-
-TEST(MemoryEditor, FindsLines) {
-    MemoryEditor editor;
-    editor.SetText(u"ab\r\nc\vd\r\n");
-    EXPECT_EQ(editor.LineOfChar(CharPos{1}), 0);
-    EXPECT_EQ(editor.LineOfChar(CharPos{3}), 0) << "between CR and LF is in front of the break";
-    EXPECT_EQ(editor.LineOfChar(CharPos{4}), 1);
-    EXPECT_EQ(editor.LineOfChar(CharPos{6}), 2);
-    EXPECT_EQ(editor.FirstCharOfLine(2), CharPos{6});
-    EXPECT_EQ(editor.FirstCharOfLine(3), CharPos{9});
-    EXPECT_EQ(editor.FirstCharOfLine(99), CharPos{9});
 }
 
 TEST(MemoryEditor, LoadsAndSaves) {
@@ -308,6 +273,7 @@ class TwinEditors {
         const RichText expected = naive.Rich();
         ASSERT_EQ(Notation(editor.Rich()), Notation(expected));
         ASSERT_EQ(editor.Rich(), expected) << "runs";
+        ASSERT_EQ(editor.Selection(), At(0, 0)) << "the selection is not a variable of others";
         const std::int32_t first = Below(naive.Size() + 1);
         const std::int32_t length = Below(naive.Size() + 3);
         const TextRange range = editor.Clip(At(first, length));

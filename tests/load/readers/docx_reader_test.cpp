@@ -4,6 +4,7 @@
 
 #include "load/readers/word_readers.h"
 #include "tests/support/shown_document.h"
+#include "tests/support/text_rows.h"
 #include "tests/support/word_file.h"
 
 namespace zorvane {
@@ -17,19 +18,12 @@ std::string ShownWord(const WordFile& file) {
     });
 }
 
-struct Row {
-    const char* name;
-    std::string_view body;
-    std::string_view shown;
-};
-
-void Check(std::initializer_list<Row> rows, const WordFile& parts = {}) {
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        WordFile file = parts;
-        file.body = row.body;
-        EXPECT_EQ(ShownWord(file), row.shown);
-    }
+void Check(std::initializer_list<TextRow> rows, WordFile file = {}) {
+    const auto shown = [&](std::string_view body) {
+        file.body = body;
+        return ShownWord(file);
+    };
+    CheckRows(shown, rows);
 }
 
 TEST(DocxReader, ReadsTheTextOfRuns) {

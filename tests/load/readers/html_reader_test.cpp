@@ -4,6 +4,7 @@
 
 #include "load/readers/word_readers.h"
 #include "tests/support/shown_document.h"
+#include "tests/support/text_rows.h"
 
 namespace zorvane {
 namespace {
@@ -14,17 +15,8 @@ std::string ShownHtml(std::string_view page) {
     });
 }
 
-struct Row {
-    const char* name;
-    std::string_view page;
-    std::string_view shown;
-};
-
-void Check(std::initializer_list<Row> rows) {
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(ShownHtml(row.page), row.shown);
-    }
+void Check(std::initializer_list<TextRow> rows) {
+    CheckRows(ShownHtml, rows);
 }
 
 TEST(HtmlReader, CollapsesWhiteSpaceAsABrowserDoes) {

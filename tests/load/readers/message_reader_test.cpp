@@ -5,6 +5,7 @@
 #include "common/base/text_encoding.h"
 #include "load/readers/word_readers.h"
 #include "tests/support/shown_document.h"
+#include "tests/support/text_rows.h"
 
 namespace zorvane {
 namespace {
@@ -15,17 +16,8 @@ std::string ShownMessage(std::string_view bytes) {
     });
 }
 
-struct Row {
-    const char* name;
-    std::string_view bytes;
-    std::string_view shown;
-};
-
-void Check(std::initializer_list<Row> rows) {
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(ShownMessage(row.bytes), row.shown);
-    }
+void Check(std::initializer_list<TextRow> rows) {
+    CheckRows(ShownMessage, rows);
 }
 
 TEST(MessageReader, ShowsTheFieldsThatMatter) {

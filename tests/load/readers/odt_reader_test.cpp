@@ -4,6 +4,7 @@
 
 #include "load/readers/word_readers.h"
 #include "tests/support/shown_document.h"
+#include "tests/support/text_rows.h"
 #include "tests/support/zip_file.h"
 
 namespace zorvane {
@@ -38,18 +39,9 @@ std::string ShownText(std::string_view body, std::string_view own = "",
         Part("document-styles", named));
 }
 
-struct Row {
-    const char* name;
-    std::string_view body;
-    std::string_view shown;
-};
-
-void Check(std::initializer_list<Row> rows, std::string_view own = "",
+void Check(std::initializer_list<TextRow> rows, std::string_view own = "",
            std::string_view named = "") {
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(ShownText(row.body, own, named), row.shown);
-    }
+    CheckRows([&](std::string_view body) { return ShownText(body, own, named); }, rows);
 }
 
 TEST(OdtReader, ReadsTheTextOfParagraphs) {

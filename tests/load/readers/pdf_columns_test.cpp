@@ -1,5 +1,4 @@
 // Columns, tables and their order on pages that are made letter by letter.
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,8 +10,10 @@
 namespace zorvane {
 namespace {
 
+using test_pdf::Drawn;
 using test_pdf::EmptyPage;
 using test_pdf::LinesOf;
+using test_pdf::Page;
 using test_pdf::Put;
 
 std::u32string Numbered(std::u32string_view name, int number) {
@@ -51,91 +52,84 @@ std::string Joined(const std::vector<std::string>& texts) {
     return joined;
 }
 
+struct Block {
+    float x;
+    float y;
+    const char32_t* name;
+    int lines = 0;  ///< of `PutText`; 0: the name alone
+    float pitch = 12;
+};
 struct OrderRow {
     const char* name;
-    std::function<void(PdfPage&)> draw;
+    std::vector<Block> blocks;
     const char* expected;  ///< the first words of the lines
 };
 const OrderRow kOrderRows[] = {
     {"three columns, a line over them",
-     [](PdfPage& page) {
-         Put(page, 40, 40, U"title over all of the three columns that stand below it, as it is");
-         for (int column = 0; column < 3; ++column)
-             PutText(page, 40 + 170 * static_cast<float>(column), 70, Numbered(U"c", column) + U"l",
-                     4);
-     },
+     {{40, 40, U"title over all of the three columns that stand below it, as it is"},
+      {40, 70, U"c0l", 4},
+      {210, 70, U"c1l", 4},
+      {380, 70, U"c2l", 4}},
      "title c0l0 c0l1 c0l2 c0l3 c1l0 c1l1 c1l2 c1l3 c2l0 c2l1 c2l2 c2l3"},
     {"unequal columns with line grids of their own",
-     [](PdfPage& page) {
-         PutText(page, 40, 70, U"a", 6);
-         PutText(page, 210, 74, U"b", 4, 17);
-     },
+     {{40, 70, U"a", 6}, {210, 74, U"b", 4, 17}},
      "a0 a1 a2 a3 a4 a5 b0 b1 b2 b3"},
-    {"columns drawn line by line across the page",
-     [](PdfPage& page) {
-         for (int line = 0; line < 8; ++line) {
-             const float y = 70 + 12 * static_cast<float>(line);
-             Put(page, 40, y, Numbered(U"a", line) + U" with so many words here");
-             Put(page, 210, y, Numbered(U"b", line) + U" with so many words here");
-         }
-     },
-     "a0 a1 a2 a3 a4 a5 a6 a7 b0 b1 b2 b3 b4 b5 b6 b7"},
     {"a gap between paragraphs that both columns have",
-     [](PdfPage& page) {
-         PutText(page, 40, 70, U"a", 4);
-         PutText(page, 40, 150, U"b", 4);
-         PutText(page, 210, 70, U"c", 4);
-         PutText(page, 210, 150, U"d", 4);
-     },
+     {{40, 70, U"a", 4}, {40, 150, U"b", 4}, {210, 70, U"c", 4}, {210, 150, U"d", 4}},
      "a0 a1 a2 a3 b0 b1 b2 b3 c0 c1 c2 c3 d0 d1 d2 d3"},
     {"cards in rows",
-     [](PdfPage& page) {
-         PutText(page, 40, 70, U"a", 4);
-         PutText(page, 210, 70, U"c", 4);
-         PutText(page, 40, 150, U"b", 4);
-         PutText(page, 210, 150, U"d", 4);
-     },
+     {{40, 70, U"a", 4}, {210, 70, U"c", 4}, {40, 150, U"b", 4}, {210, 150, U"d", 4}},
      "a0 a1 a2 a3 c0 c1 c2 c3 b0 b1 b2 b3 d0 d1 d2 d3"},
     {"a heading above the right column alone",
-     [](PdfPage& page) {
-         PutText(page, 40, 90, U"a", 5);
-         Put(page, 210, 70, U"heading");
-         PutText(page, 210, 90, U"b", 5);
-     },
+     {{40, 90, U"a", 5}, {210, 70, U"heading"}, {210, 90, U"b", 5}},
      "a0 a1 a2 a3 a4 heading b0 b1 b2 b3 b4"},
-    {"names and amounts are rows, whatever was drawn first",
-     [](PdfPage& page) {
-         for (int line = 0; line < 5; ++line)
-             Put(page, 40, 70 + 12 * static_cast<float>(line), Numbered(U"name", line));
-         for (int line = 0; line < 5; ++line)
-             Put(page, 210, 70 + 12 * static_cast<float>(line), Numbered(U"10.0", line));
-     },
-     "name0 name1 name2 name3 name4"},
     {"a page number at the right of a heading",
-     [](PdfPage& page) {
-         Put(page, 40, 40, U"heading of the page");
-         Put(page, 500, 40, U"17");
-         PutText(page, 40, 70, U"a", 3);
-     },
+     {{40, 40, U"heading of the page"}, {500, 40, U"17"}, {40, 70, U"a", 3}},
      "heading a0 a1 a2"},
-    {"dots lead to their numbers",
-     [](PdfPage& page) {
-         for (int line = 0; line < 6; ++line) {
-             const float y = 70 + 12 * static_cast<float>(line);
-             Put(page, 40, y, Numbered(U"chapter", line));
-             Put(page, 120, y, U"..................................");
-             Put(page, 310, y, Numbered(U"1", line));
-         }
-     },
-     "chapter0 chapter1 chapter2 chapter3 chapter4 chapter5"},
 };
 TEST(PdfColumns, AreReadOneAfterTheOther) {
     for (const OrderRow& row : kOrderRows) {
         SCOPED_TRACE(row.name);
         PdfPage page = EmptyPage();
-        row.draw(page);
+        for (const Block& block : row.blocks) {
+            if (block.lines == 0)
+                Put(page, block.x, block.y, block.name);
+            PutText(page, block.x, block.y, block.name, block.lines, block.pitch);
+        }
         EXPECT_EQ(Joined(Starts(LinesOf(page))), row.expected);
     }
+}
+
+/// Lines of pieces whose "#" is the number of the line, drawn line by line or piece by piece.
+PdfPage Pieces(int lines, const std::vector<Drawn::Text>& pieces, bool piece_by_piece = false) {
+    PdfPage page = EmptyPage();
+    const auto put = [&](int line, const Drawn::Text& piece) {
+        std::u32string text = piece.text;
+        if (const std::size_t at = text.find(U'#'); at != std::u32string::npos)
+            text[at] = U'0' + static_cast<char32_t>(line);
+        Put(page, piece.x, 70 + 12 * static_cast<float>(line), text);
+    };
+    const int count = static_cast<int>(pieces.size());
+    for (int i = 0; i < lines * count; ++i) {
+        const int piece = piece_by_piece ? i / lines : i % count;
+        put(piece_by_piece ? i % lines : i / count, pieces[static_cast<std::size_t>(piece)]);
+    }
+    return page;
+}
+
+TEST(PdfColumns, AreToldFromRowsWhateverWasDrawnFirst) {
+    const auto starts = [](const PdfPage& page) { return Joined(Starts(LinesOf(page))); };
+    EXPECT_EQ(starts(Pieces(
+                  8, {{40, U"a# with so many words here"}, {210, U"b# with so many words here"}})),
+              "a0 a1 a2 a3 a4 a5 a6 a7 b0 b1 b2 b3 b4 b5 b6 b7");
+    EXPECT_EQ(starts(Pieces(5, {{40, U"name#"}, {210, U"10.0#"}}, true)),
+              "name0 name1 name2 name3 name4")
+        << "names and amounts";
+    EXPECT_EQ(
+        starts(Pieces(
+            6, {{40, U"chapter#"}, {120, U".................................."}, {310, U"1#"}})),
+        "chapter0 chapter1 chapter2 chapter3 chapter4 chapter5")
+        << "dots lead to their numbers";
 }
 
 // The order of drawing may be lost: words sorted by height still make columns.
@@ -173,125 +167,89 @@ void PutCells(PdfPage& page) {
     }
 }
 
+const std::string kCells =
+    "key0|a text that fills its cell to the end of it, as row 0 goes on|\n"
+    "key1|a text that fills its cell to the end of it, as row 1 goes on|\n"
+    "key2|a text that fills its cell to the end of it, as row 2 goes on|\n";
 struct GridRow {
     const char* name;
-    std::function<void(PdfPage&)> draw;
-    const char* expected;
-};
-const GridRow kGridRows[] = {
-    {"lines in both directions",
-     [](PdfPage& page) {
-         for (const float y : {50.0F, 80.0F, 110.0F, 140.0F})
-             PutAcross(page, y);
-         for (const float x : {40.0F, 140.0F, 440.0F})
-             PutDown(page, x, 50, 140);
-         PutCells(page);
-     },
-     "key0|a text that fills its cell to the end of it, as row 0 goes on|\n"
-     "key1|a text that fills its cell to the end of it, as row 1 goes on|\n"
-     "key2|a text that fills its cell to the end of it, as row 2 goes on|\n"},
-    {"vertical lines alone",
-     [](PdfPage& page) {
-         for (const float x : {40.0F, 140.0F, 440.0F})
-             PutDown(page, x, 50, 140);
-         PutCells(page);
-     },
-     "key0|a text that fills its cell to the end of it, as row 0 goes on|\n"
-     "key1|a text that fills its cell to the end of it, as row 1 goes on|\n"
-     "key2|a text that fills its cell to the end of it, as row 2 goes on|\n"},
-    {"horizontal lines alone",
-     [](PdfPage& page) {
-         for (const float y : {50.0F, 80.0F, 110.0F, 140.0F})
-             PutAcross(page, y);
-         PutCells(page);
-     },
-     "key0|a text that fills its cell to the end of it, as row 0 goes on|\n"
-     "key1|a text that fills its cell to the end of it, as row 1 goes on|\n"
-     "key2|a text that fills its cell to the end of it, as row 2 goes on|\n"},
-    {"a line in pieces",
-     [](PdfPage& page) {
-         for (const float y : {50.0F, 62.0F, 74.0F}) {
-             for (float x = 40; x < 440; x += 10)
-                 PutAcross(page, y, x, x + 9);
-         }
-         for (const float x : {40.0F, 240.0F, 440.0F})
-             PutDown(page, x, 50, 74);
-         for (const float y : {60.0F, 72.0F}) {
-             Put(page, 44, y, U"key");
-             Put(page, 244, y, U"value");
-         }
-     },
-     "key|value|\nkey|value|\n"},
-    {"cells of a grid without lines between its rows",
-     [](PdfPage& page) {
-         PutAcross(page, 50);
-         PutAcross(page, 100);
-         for (const float x : {40.0F, 240.0F, 440.0F})
-             PutDown(page, x, 50, 100);
-         for (int row = 0; row < 3; ++row) {
-             Put(page, 44, 62 + 12 * static_cast<float>(row), Numbered(U"12.0", row));
-             Put(page, 244, 62 + 12 * static_cast<float>(row), U"value");
-         }
-     },
-     "12.00|value|\n12.01|value|\n12.02|value|\n"},
-    {"a frame is no table",
-     [](PdfPage& page) {
-         PutAcross(page, 50);
-         PutAcross(page, 100);
-         PutDown(page, 40, 50, 100);
-         PutDown(page, 440, 50, 100);
-         Put(page, 44, 65, U"text in a frame");
-         Put(page, 44, 85, U"below it more");
-     },
-     "text in a frame\nbelow it more\n"},
-    {"a line between columns is no table",
-     [](PdfPage& page) {
-         PutDown(page, 200, 50, 140);
-         PutText(page, 40, 60, U"a", 3);
-         PutText(page, 210, 64, U"b", 3);
-     },
-     "a0 and many a word here\na1 with words that\na2 and many a word here\n"
-     "b0 and many a word here\nb1 with words that\nb2 and many a word here\n"},
-    {"a vertical line parts what stands close",
-     [](PdfPage& page) {
-         for (const float y : {50.0F, 62.0F, 74.0F})
-             PutAcross(page, y);
-         for (const float x : {40.0F, 100.0F, 440.0F})
-             PutDown(page, x, 50, 74);
-         for (const float y : {60.0F, 72.0F}) {
-             Put(page, 84, y, U"end");
-             Put(page, 102, y, U"begin");
-         }
-     },
-     "end|begin|\nend|begin|\n"},
+    std::vector<float> across;  ///< heights
+    std::vector<float> down;    ///< places of lines from 50 to `bottom`
+    float bottom;
+    PdfPage page;
+    std::string expected;
 };
 TEST(PdfColumns, TakeRuledTablesWhole) {
-    for (const GridRow& row : kGridRows) {
+    PdfPage cells = EmptyPage();
+    PutCells(cells);
+    PdfPage text = EmptyPage();
+    PutText(text, 40, 60, U"a", 3);
+    PutText(text, 210, 64, U"b", 3);
+    const GridRow rows[] = {
+        {"lines in both directions", {50, 80, 110, 140}, {40, 140, 440}, 140, cells, kCells},
+        {"vertical lines alone", {}, {40, 140, 440}, 140, cells, kCells},
+        {"horizontal lines alone", {50, 80, 110, 140}, {}, 0, cells, kCells},
+        {"cells of a grid without lines between its rows",
+         {50, 100},
+         {40, 240, 440},
+         100,
+         Page({{62, {{44, U"12.00"}, {244, U"value"}}},
+               {74, {{44, U"12.01"}, {244, U"value"}}},
+               {86, {{44, U"12.02"}, {244, U"value"}}}}),
+         "12.00|value|\n12.01|value|\n12.02|value|\n"},
+        {"a frame is no table",
+         {50, 100},
+         {40, 440},
+         100,
+         Page({{65, {{44, U"text in a frame"}}}, {85, {{44, U"below it more"}}}}),
+         "text in a frame\nbelow it more\n"},
+        {"a line between columns is no table",
+         {},
+         {200},
+         140,
+         text,
+         "a0 and many a word here\na1 with words that\na2 and many a word here\n"
+         "b0 and many a word here\nb1 with words that\nb2 and many a word here\n"},
+        {"a vertical line parts what stands close",
+         {50, 62, 74},
+         {40, 100, 440},
+         74,
+         Page({{60, {{84, U"end"}, {102, U"begin"}}}, {72, {{84, U"end"}, {102, U"begin"}}}}),
+         "end|begin|\nend|begin|\n"},
+    };
+    for (const GridRow& row : rows) {
         SCOPED_TRACE(row.name);
-        PdfPage page = EmptyPage();
-        row.draw(page);
+        PdfPage page = row.page;
+        for (const float y : row.across)
+            PutAcross(page, y);
+        for (const float x : row.down)
+            PutDown(page, x, 50, row.bottom);
         EXPECT_EQ(LinesOf(page), row.expected);
     }
 }
 
-TEST(PdfColumns, JoinWhatDotsLeadTo) {
-    PdfPage page = EmptyPage();
-    for (const float y : {50.0F, 62.0F}) {
-        Put(page, 40, y, U"chapter");
-        Put(page, 100, y, U"......");
-        Put(page, 150, y, U"17");
+TEST(PdfColumns, ALineMayBeDrawnInPieces) {
+    PdfPage page =
+        Page({{60, {{44, U"key"}, {244, U"value"}}}, {72, {{44, U"key"}, {244, U"value"}}}});
+    for (const float y : {50.0F, 62.0F, 74.0F}) {
+        for (float x = 40; x < 440; x += 10)
+            PutAcross(page, y, x, x + 9);
     }
+    for (const float x : {40.0F, 240.0F, 440.0F})
+        PutDown(page, x, 50, 74);
+    EXPECT_EQ(LinesOf(page), "key|value|\nkey|value|\n");
+}
+
+TEST(PdfColumns, JoinWhatDotsLeadTo) {
+    const PdfPage page = Pieces(2, {{40, U"chapter"}, {100, U"......"}, {150, U"17"}});
     EXPECT_EQ(LinesOf(page), "chapter ...... 17\nchapter ...... 17\n");
 }
 
 // A justified line with wide gaps is no row of cells.
 TEST(PdfColumns, KeepStretchedLines) {
-    PdfPage page = EmptyPage();
-    Put(page, 40, 50, U"a line of the text that is full of words");  // ends at 240
-    Put(page, 40, 62, U"wide");
-    Put(page, 100, 62, U"gaps");
-    Put(page, 205, 62, U"between");
-    Put(page, 40, 74, U"and a line that is full of words as well");
+    const PdfPage page = Page({{50, {{40, U"a line of the text that is full of words"}}},  // to 240
+                               {62, {{40, U"wide"}, {100, U"gaps"}, {205, U"between"}}},
+                               {74, {{40, U"and a line that is full of words as well"}}}});
     EXPECT_EQ(LinesOf(page),
               "a line of the text that is full of words\nwide gaps between\n"
               "and a line that is full of words as well\n");

@@ -1,5 +1,5 @@
-#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -15,15 +15,18 @@
 namespace zorvane {
 namespace {
 
+using test_pdf::Drawn;
 using test_pdf::EmptyPage;
 using test_pdf::LinesOf;
+using test_pdf::Page;
 using test_pdf::Put;
 using test_pdf::Utf8;
 
 struct PageRow {
     const char* name;
-    std::function<void(PdfPage&)> draw;
+    std::vector<Drawn> texts;
     const char* expected;
+    std::vector<float> rules = {};  // heights of lines across the page
 };
 
 // A line of 24 letters, 120 points wide.
@@ -42,87 +45,43 @@ std::string Repeated(int times, const char* text = "some words that fill her\n")
 }
 
 const PageRow kWordRows[] = {
-    {"nothing", [](PdfPage&) {}, ""},
-    {"words by drawn blanks", [](PdfPage& page) { Put(page, 50, 50, U"two words"); },
-     "two words\n"},
-    {"words by gaps",
-     [](PdfPage& page) {
-         Put(page, 50, 50, U"two");
-         Put(page, 68, 50, U"words");
-     },
-     "two words\n"},
-    {"pieces of one word",
-     [](PdfPage& page) {
-         Put(page, 50, 50, U"wo");
-         Put(page, 60.5F, 50, U"rd");
-     },
-     "word\n"},
-    {"drawn from right to left",
-     [](PdfPage& page) {
-         Put(page, 80, 50, U"second");
-         Put(page, 50, 50, U"first");
-     },
-     "first second\n"},
+    {"nothing", {}, ""},
+    {"words by drawn blanks", {{50, {{50, U"two words"}}}}, "two words\n"},
+    {"words by gaps", {{50, {{50, U"two"}, {68, U"words"}}}}, "two words\n"},
+    {"pieces of one word", {{50, {{50, U"wo"}, {60.5F, U"rd"}}}}, "word\n"},
+    {"drawn from right to left", {{50, {{80, U"second"}, {50, U"first"}}}}, "first second\n"},
     {"drawn twice for a bold look",
-     [](PdfPage& page) {
-         Put(page, 50, 50, U"bold");
-         Put(page, 50.4F, 50, U"bold");
-         Put(page, 80, 50, U"I");
-         Put(page, 80.3F, 50, U"I");
-     },
+     {{50, {{50, U"bold"}, {50.4F, U"bold"}, {80, U"I"}, {80.3F, U"I"}}}},
      "bold I\n"},
-    {"the same word again, farther on",
-     [](PdfPage& page) {
-         Put(page, 50, 50, U"bold");
-         Put(page, 73, 50, U"bold");
-     },
-     "bold bold\n"},
+    {"the same word again, farther on", {{50, {{50, U"bold"}, {73, U"bold"}}}}, "bold bold\n"},
     {"a raised number belongs to its line",
-     [](PdfPage& page) {
-         Put(page, 50, 46, U"2", 6);
-         Put(page, 20, 50, U"xxxxxx");
-         Put(page, 56, 50, U"yy");
-         Put(page, 20, 62, U"next");
-     },
+     {{46, {{50, U"2", 6}}}, {50, {{20, U"xxxxxx"}, {56, U"yy"}}}, {62, {{20, U"next"}}}},
      "xxxxxx2 yy\nnext\n"},
     {"an accent over its letter",
-     [](PdfPage& page) {
-         Put(page, 50, 50, U"caf");
-         Put(page, 65.2F, 50, U"\u00B4");
-         Put(page, 65, 50, U"e");
-     },
+     {{50, {{50, U"caf"}, {65.2F, U"\u00B4"}, {65, U"e"}}}},
      "caf\xC3\xA9\n"},
     {"a blank that is drawn elsewhere parts nothing",
-     [](PdfPage& page) {
-         Put(page, 50, 50, U"end");
-         Put(page, 300, 90, U" ");
-         Put(page, 65.1F, 50, U".");
-     },
+     {{50, {{50, U"end"}}}, {90, {{300, U" "}}}, {50, {{65.1F, U"."}}}},
      "end.\n"},
     {"lines of two columns at unequal heights",
-     [](PdfPage& page) {
-         for (const float y : {50.0F, 62.0F, 74.0F}) {
-             Put(page, 50, y, U"left");
-             Put(page, 300, y + 5, U"right");
-         }
-     },
+     {{50, {{50, U"left"}}},
+      {55, {{300, U"right"}}},
+      {62, {{50, U"left"}}},
+      {67, {{300, U"right"}}},
+      {74, {{50, U"left"}}},
+      {79, {{300, U"right"}}}},
      "left\nleft\nleft\nright\nright\nright\n"},
-    {"text that runs down stands behind the rest",
-     [](PdfPage& page) {
-         Put(page, 10, 20, U"aside");
-         for (PdfCharacter& character : page.characters)
-             character.direction = PdfDirection::Down;
-         Put(page, 50, 50, U"main text");
-     },
-     "main text\naside\n"},
 };
 TEST(PdfLayout, FindsWordsAndLines) {
     for (const PageRow& row : kWordRows) {
         SCOPED_TRACE(row.name);
-        PdfPage page = EmptyPage();
-        row.draw(page);
-        EXPECT_EQ(LinesOf(page), row.expected);
+        EXPECT_EQ(LinesOf(Page(row.texts)), row.expected);
     }
+    PdfPage page = Page({{20, {{10, U"aside"}}}});
+    for (PdfCharacter& character : page.characters)
+        character.direction = PdfDirection::Down;
+    Put(page, 50, 50, U"main text");
+    EXPECT_EQ(LinesOf(page), "main text\naside\n") << "what runs down stands behind the rest";
 }
 
 TEST(PdfLayout, ReadsColumnsOneAfterTheOther) {
@@ -142,13 +101,10 @@ TEST(PdfLayout, ReadsColumnsOneAfterTheOther) {
 
 // Three rows are too few for a page of one column: they are read as a row of cells.
 TEST(PdfLayout, TakesShortColumnsOnlyWhenToldOfColumns) {
-    PdfPage page = EmptyPage();
-    Put(page, 50, 60, U"left one that is long");
-    Put(page, 220, 60, U"right one, which is long");
-    Put(page, 50, 80, U"left two that is long");
-    Put(page, 220, 80, U"right two, which is long");
-    Put(page, 50, 100, U"left end that is long");
-    Put(page, 220, 100, U"right end, which is long");
+    const PdfPage page =
+        Page({{60, {{50, U"left one that is long"}, {220, U"right one, which is long"}}},
+              {80, {{50, U"left two that is long"}, {220, U"right two, which is long"}}},
+              {100, {{50, U"left end that is long"}, {220, U"right end, which is long"}}}});
     EXPECT_EQ(LinesOf(page).find("left one that is long\tright one"), 0U);
     PdfLineOptions many;
     many.document_type = PdfDocumentType::ManyColumns;
@@ -161,65 +117,40 @@ void PutRule(PdfPage& page, float y) {
 
 const PageRow kTableRows[] = {
     {"rows by spacing, a cell of two lines",
-     [](PdfPage& page) {
-         Put(page, 50, 50, U"name");
-         Put(page, 200, 50, U"what it is for");
-         Put(page, 50, 70, U"alpha");
-         Put(page, 200, 70, U"the first letter");
-         Put(page, 200, 82, U"of all");
-         Put(page, 50, 102, U"beta");
-         Put(page, 200, 102, U"the next one");
-     },
+     {{50, {{50, U"name"}, {200, U"what it is for"}}},
+      {70, {{50, U"alpha"}, {200, U"the first letter"}}},
+      {82, {{200, U"of all"}}},
+      {102, {{50, U"beta"}, {200, U"the next one"}}}},
      "name\twhat it is for\nalpha\tthe first letter of all\nbeta\tthe next one\n"},
     {"rows that follow as closely as lines",
-     [](PdfPage& page) {
-         for (const float y : {50.0F, 62.0F, 74.0F}) {
-             Put(page, 50, y, U"key");
-             Put(page, 200, y, U"value");
-             Put(page, 300, y, U"more");
-         }
-     },
+     {{50, {{50, U"key"}, {200, U"value"}, {300, U"more"}}},
+      {62, {{50, U"key"}, {200, U"value"}, {300, U"more"}}},
+      {74, {{50, U"key"}, {200, U"value"}, {300, U"more"}}}},
      "key\tvalue\tmore\nkey\tvalue\tmore\nkey\tvalue\tmore\n"},
     {"drawn rows with several lines each",
-     [](PdfPage& page) {
-         PutRule(page, 40);
-         Put(page, 50, 50, U"one");
-         Put(page, 200, 50, U"first line of it");
-         Put(page, 50, 62, U"two");
-         Put(page, 200, 62, U"second");
-         PutRule(page, 65);
-         Put(page, 50, 75, U"three");
-         Put(page, 200, 75, U"third, the longest of all");
-         PutRule(page, 78);
-         Put(page, 50, 88, U"four");
-         Put(page, 200, 88, U"fourth");
-     },
-     "one two|first line of it\vsecond|\nthree|third, the longest of all|\nfour|fourth|\n"},
+     {{50, {{50, U"one"}, {200, U"first line of it"}}},
+      {62, {{50, U"two"}, {200, U"second"}}},
+      {75, {{50, U"three"}, {200, U"third, the longest of all"}}},
+      {88, {{50, U"four"}, {200, U"fourth"}}}},
+     "one two|first line of it\vsecond|\nthree|third, the longest of all|\nfour|fourth|\n",
+     {40, 65, 78}},
     {"a rule under the heads of columns is no table of drawn rows",
-     [](PdfPage& page) {
-         Put(page, 50, 50, U"head");
-         Put(page, 200, 50, U"title");
-         PutRule(page, 53);
-         for (const float y : {63.0F, 75.0F, 87.0F}) {
-             Put(page, 50, y, U"key");
-             Put(page, 200, y, U"value");
-         }
-     },
-     "head\ttitle\nkey\tvalue\nkey\tvalue\nkey\tvalue\n"},
+     {{50, {{50, U"head"}, {200, U"title"}}},
+      {63, {{50, U"key"}, {200, U"value"}}},
+      {75, {{50, U"key"}, {200, U"value"}}},
+      {87, {{50, U"key"}, {200, U"value"}}}},
+     "head\ttitle\nkey\tvalue\nkey\tvalue\nkey\tvalue\n",
+     {53}},
     {"a numbered list is no table",
-     [](PdfPage& page) {
-         for (const float y : {50.0F, 62.0F}) {
-             Put(page, 50, y, U"1.");
-             Put(page, 80, y, U"item of it");
-         }
-     },
+     {{50, {{50, U"1."}, {80, U"item of it"}}}, {62, {{50, U"1."}, {80, U"item of it"}}}},
      "1.\titem of it\n1.\titem of it\n"},
 };
 TEST(PdfLayout, JoinsTheLinesOfATablesCells) {
     for (const PageRow& row : kTableRows) {
         SCOPED_TRACE(row.name);
-        PdfPage page = EmptyPage();
-        row.draw(page);
+        PdfPage page = Page(row.texts);
+        for (const float y : row.rules)
+            PutRule(page, y);
         EXPECT_EQ(LinesOf(page), row.expected);
     }
 }
@@ -253,18 +184,14 @@ TEST(PdfLayout, KeepsNumbersThatDoNotCountLines) {
 }
 
 TEST(PdfLayout, KeepsPlacesByBlanks) {
-    PdfPage page = EmptyPage();
-    Put(page, 50, 50, U"left");
-    Put(page, 150, 50, U"mid word");
-    Put(page, 100, 62, U"in");
+    const PdfPage page = Page({{50, {{50, U"left"}, {150, U"mid word"}}}, {62, {{100, U"in"}}}});
     PdfLineOptions layout;
     layout.by_layout = true;
     EXPECT_EQ(LinesOf(page, layout), "left                mid word\n          in\n");
 }
 
 TEST(PdfLayout, UnderlinesWhatALineRunsUnder) {
-    PdfPage page = EmptyPage();
-    Put(page, 50, 50, U"under over");
+    PdfPage page = Page({{50, {{50, U"under over"}}}});
     page.rules.push_back({50, 51, 75, 51.6F});
     page.rules.push_back({80, 46.5F, 100, 47});
     PutRule(page, 60);
@@ -280,9 +207,7 @@ TEST(PdfLayout, UnderlinesWhatALineRunsUnder) {
 }
 
 TEST(PdfLayout, TellsLinksBehindTheirTexts) {
-    PdfPage page = EmptyPage();
-    Put(page, 50, 50, U"see the site of");
-    Put(page, 50, 62, U"ours or not");
+    PdfPage page = Page({{50, {{50, U"see the site of"}}}, {62, {{50, U"ours or not"}}}});
     page.links.push_back({{110, 40, 130, 52}, "http://a"});
     page.links.push_back({{50, 53, 72, 64}, "http://a"});
     PdfLineOptions options;
@@ -334,17 +259,14 @@ TEST(PdfLayout, JoinsLines) {
 }
 
 TEST(PdfLayout, PutsRightToLeftLinesIntoTheirOrder) {
-    PdfPage page = EmptyPage();
+    const auto line = [](const char32_t* drawn) { return LinesOf(Page({{50, {{50, drawn}}}})); };
     // Drawn from the left: the last word first, each word turned round, the number as it reads.
-    Put(page, 50, 50, U"12 \u05D2\u05D1\u05D0 \u05E0\u05DE\u05DC");
-    EXPECT_EQ(LinesOf(page), "\xD7\x9C\xD7\x9E\xD7\xA0 \xD7\x90\xD7\x91\xD7\x92 12\n");
+    EXPECT_EQ(line(U"12 \u05D2\u05D1\u05D0 \u05E0\u05DE\u05DC"),
+              "\xD7\x9C\xD7\x9E\xD7\xA0 \xD7\x90\xD7\x91\xD7\x92 12\n");
     // A number with a sign at its end, which stands at its left when drawn.
-    PdfPage mixed = EmptyPage();
-    Put(mixed, 50, 50, U"\u05D2\u05D1 !12 \u05D0\u05E9");
-    EXPECT_EQ(LinesOf(mixed), "\xD7\xA9\xD7\x90 12! \xD7\x91\xD7\x92\n");
-    PdfPage words = EmptyPage();
-    Put(words, 50, 50, U"\u05D2\u05D1 12 ab \u05D0\u05E9");
-    EXPECT_EQ(LinesOf(words), "\xD7\xA9\xD7\x90 12 ab \xD7\x91\xD7\x92\n");
+    EXPECT_EQ(line(U"\u05D2\u05D1 !12 \u05D0\u05E9"), "\xD7\xA9\xD7\x90 12! \xD7\x91\xD7\x92\n");
+    EXPECT_EQ(line(U"\u05D2\u05D1 12 ab \u05D0\u05E9"),
+              "\xD7\xA9\xD7\x90 12 ab \xD7\x91\xD7\x92\n");
     std::vector<PdfLetter> latin = {{U'a'}, {U'b'}};
     EXPECT_FALSE(ReorderVisualLine(latin));
     EXPECT_EQ(Utf8(latin), "ab");
@@ -354,63 +276,43 @@ TEST(PdfLayout, PutsRightToLeftLinesIntoTheirOrder) {
     EXPECT_EQ(Composed(U'e', U'f'), char32_t{0});
 }
 
-struct FamilyRow {
-    const char* name;
-    const char* family;
-};
 TEST(PdfLayout, TellsTheFamilyOfAFont) {
-    const FamilyRow rows[] = {{"TimesNewRomanPS-BoldMT", "Times New Roman"},
-                              {"TimesNewRomanPSMT", "Times New Roman"},
-                              {"Times-Roman", "Times"},
-                              {"Helvetica-BoldOblique", "Helvetica"},
-                              {"ArialMT", "Arial"},
-                              {"Arial,Bold", "Arial"},
-                              {"CourierNewPS-ItalicMT", "Courier New"},
-                              {"LiberationSerif-Bold", "Liberation Serif"},
-                              {"DejaVuSansMono", "DejaVu Sans Mono"},
-                              {"CMR10", "CMR10"},
-                              {"Bold", "Bold"},
-                              {"-x", "-x"},
-                              {"", ""}};
-    for (const FamilyRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(FamilyOfFont(row.name), row.family);
-    }
+    const std::pair<const char*, const char*> rows[] = {
+        {"TimesNewRomanPS-BoldMT", "Times New Roman"},
+        {"TimesNewRomanPSMT", "Times New Roman"},
+        {"Times-Roman", "Times"},
+        {"Helvetica-BoldOblique", "Helvetica"},
+        {"ArialMT", "Arial"},
+        {"Arial,Bold", "Arial"},
+        {"CourierNewPS-ItalicMT", "Courier New"},
+        {"LiberationSerif-Bold", "Liberation Serif"},
+        {"DejaVuSansMono", "DejaVu Sans Mono"},
+        {"CMR10", "CMR10"},
+        {"Bold", "Bold"},
+        {"-x", "-x"},
+        {"", ""}};
+    for (const auto& [name, family] : rows)
+        EXPECT_EQ(FamilyOfFont(name), family) << name;
 }
 
-struct StyleRow {
-    const char* name;
-    bool bold;
-    bool italic;
-};
 TEST(PdfLayout, TellsTheStyleOfAFontByItsName) {
-    const StyleRow rows[] = {{"CMBX12", true, false},
-                             {"CMR10", false, false},
-                             {"CMTI10", false, true},
-                             {"CMMI7", false, true},
-                             {"CMBXTI10", true, true},
-                             {"SFBX1200", true, false},
-                             {"SFRM1095", false, false},
-                             {"SFTI1000", false, true},
-                             {"SFBI1000", true, true},
-                             {"CMSY10", false, false},
-                             {"NimbusRomNo9L-Medi", true, false},
-                             {"NimbusRomNo9L-MediItal", true, true},
-                             {"NimbusRomNo9L-ReguItal", false, true},
-                             {"Roboto-Medium", false, false},
-                             {"Arial-BoldMT", true, false},
-                             {"LMRoman10-Italic", false, true},
-                             {"LMRoman10-Bold", true, false},
-                             {"MyriadPro-It", false, true},
-                             {"Frutiger-B", true, false},
-                             {"MyriadPro-Bd", true, false},
-                             {"ItemList", false, false},
-                             {"CMBXVERSION", false, false}};
-    for (const StyleRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        const PdfFontStyle style = StyleOfFontName(row.name);
-        EXPECT_EQ(style.bold, row.bold);
-        EXPECT_EQ(style.italic, row.italic);
+    const std::pair<PdfFontStyle, std::vector<const char*>> rows[] = {
+        {{.bold = false, .italic = false},
+         {"CMR10", "SFRM1095", "CMSY10", "Roboto-Medium", "ItemList", "CMBXVERSION"}},
+        {{.bold = true, .italic = false},
+         {"CMBX12", "SFBX1200", "NimbusRomNo9L-Medi", "Arial-BoldMT", "LMRoman10-Bold",
+          "Frutiger-B", "MyriadPro-Bd"}},
+        {{.bold = false, .italic = true},
+         {"CMTI10", "CMMI7", "SFTI1000", "NimbusRomNo9L-ReguItal", "LMRoman10-Italic",
+          "MyriadPro-It"}},
+        {{.bold = true, .italic = true}, {"CMBXTI10", "SFBI1000", "NimbusRomNo9L-MediItal"}},
+    };
+    for (const auto& [style, names] : rows) {
+        for (const char* name : names) {
+            SCOPED_TRACE(name);
+            EXPECT_EQ(StyleOfFontName(name).bold, style.bold);
+            EXPECT_EQ(StyleOfFontName(name).italic, style.italic);
+        }
     }
 }
 

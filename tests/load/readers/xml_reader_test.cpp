@@ -4,6 +4,7 @@
 
 #include "load/readers/word_readers.h"
 #include "tests/support/shown_document.h"
+#include "tests/support/text_rows.h"
 
 namespace zorvane {
 namespace {
@@ -14,45 +15,36 @@ std::string ShownXml(std::string_view bytes) {
     });
 }
 
-struct Row {
-    const char* name;
-    std::string_view bytes;
-    std::string_view shown;
-};
+void Check(std::initializer_list<TextRow> rows) {
+    CheckRows(ShownXml, rows);
+}
 
 TEST(XmlReader, MakesAParagraphOfEachElementWithText) {
-    for (const Row& row : {
-             Row{"elements", "<a>\n <b>x</b>\n <c><d>y</d><e/></c>\n</a>", "x|y|"},
-             Row{"mixed content is one paragraph", "<a><p>x <b>y</b>\n z<i> w</i></p><q>v</q></a>",
-                 "x y z w|v|"},
-             Row{"white space", "<a>  x\n\t y  </a>", "x y|"},
-             Row{"nothing", "<a><b> </b></a>", ""},
-             Row{"the root's own text", "<a>x</a>", "x|"},
-             Row{"an empty root", "<a/>", ""},
-             Row{"sections of characters and references",
-                 "<a><![CDATA[<x>&amp;]]>&lt;&#233;&#x5D0;</a>", "<x>&amp;<\u00E9\u05D0|"},
-             Row{"comments, instructions and attributes show nothing",
-                 "<?xml version='1.0'?><!-- c --><?p i?><a b='c'>x<!-- d -->y</a>", "xy|"},
-             Row{"attributes of the root of mixed text", "<a>x<b c='d'/>y</a><!-- end -->", "xy|"},
-         }) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(ShownXml(row.bytes), row.shown);
-    }
+    Check({
+        {"elements", "<a>\n <b>x</b>\n <c><d>y</d><e/></c>\n</a>", "x|y|"},
+        {"mixed content is one paragraph", "<a><p>x <b>y</b>\n z<i> w</i></p><q>v</q></a>",
+         "x y z w|v|"},
+        {"white space", "<a>  x\n\t y  </a>", "x y|"},
+        {"nothing", "<a><b> </b></a>", ""},
+        {"the root's own text", "<a>x</a>", "x|"},
+        {"an empty root", "<a/>", ""},
+        {"sections of characters and references", "<a><![CDATA[<x>&amp;]]>&lt;&#233;&#x5D0;</a>",
+         "<x>&amp;<\u00E9\u05D0|"},
+        {"comments, instructions and attributes show nothing",
+         "<?xml version='1.0'?><!-- c --><?p i?><a b='c'>x<!-- d -->y</a>", "xy|"},
+        {"attributes of the root of mixed text", "<a>x<b c='d'/>y</a><!-- end -->", "xy|"},
+    });
 }
 
 TEST(XmlReader, DecodesAsTheDeclarationSays) {
-    for (const Row& row : {
-             Row{"latin", "<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE9</a>", "\u00E9|"},
-             Row{"Cyrillic", "<?xml version=\"1.0\" encoding=\"windows-1251\"?><a>\xC0</a>",
-                 "\u0410|"},
-             Row{"none is UTF-8", "<a>\u00E9</a>", "\u00E9|"},
-             Row{"a byte-order mark",
-                 "\xEF\xBB\xBF<?xml version='1.0' encoding='latin1'?><a>\u00E9</a>", "\u00E9|"},
-             Row{"UTF-16", std::string_view("\xFF\xFE<\0a\0>\0\xE9\0<\0/\0a\0>\0", 18), "\u00E9|"},
-         }) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(ShownXml(row.bytes), row.shown);
-    }
+    Check({
+        {"latin", "<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE9</a>", "\u00E9|"},
+        {"Cyrillic", "<?xml version=\"1.0\" encoding=\"windows-1251\"?><a>\xC0</a>", "\u0410|"},
+        {"none is UTF-8", "<a>\u00E9</a>", "\u00E9|"},
+        {"a byte-order mark", "\xEF\xBB\xBF<?xml version='1.0' encoding='latin1'?><a>\u00E9</a>",
+         "\u00E9|"},
+        {"UTF-16", std::string_view("\xFF\xFE<\0a\0>\0\xE9\0<\0/\0a\0>\0", 18), "\u00E9|"},
+    });
 }
 
 TEST(XmlReader, TellsTheLineOfAFault) {
