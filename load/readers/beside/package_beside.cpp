@@ -71,14 +71,16 @@ const std::string& PartDigests::Of(const std::string& part) {
     }
     BesideHash hash;
     std::array<char, std::size_t{1} << 16> buffer{};
-    for (std::size_t read = 0; read < std::min(left_, kMaxPartBytes);) {
-        const std::size_t got = stream->Read(buffer.data(), buffer.size());
-        if (got == 0)
-            break;
+    std::size_t most = std::min(left_, most_of_part_);
+    std::size_t got = 1;
+    while (got > 0 && most > 0) {
+        got = stream->Read(buffer.data(), std::min(buffer.size(), most));
         hash.Add({buffer.data(), got});
-        read += got;
-        left_ -= std::min(left_, got);
+        most -= got;
+        left_ -= got;
     }
+    if (got > 0)
+        hash.Add(package_.ToldChecksum(part));
     entry->second = hash.Digest();
     return entry->second;
 }

@@ -14,9 +14,11 @@ namespace zorvane {
 /// Digests of a package's parts, each read once.
 class PartDigests {
   public:
-    explicit PartDigests(Package& package) : package_(package) {}
-    /// Of a part that is missing, that of its name. Of more than `kMaxPartBytes`, and of all parts
-    /// together of more than three times that, only what comes first counts.
+    /// Of each part at most so many bytes are read, of all together three times that.
+    explicit PartDigests(Package& package, std::size_t most_of_part = kMaxPartBytes)
+        : package_(package), most_of_part_(most_of_part), left_(3 * most_of_part) {}
+    /// Of a part that is missing, that of its name. What is not read counts by the checksum that
+    /// the package tells.
     const std::string& Of(const std::string& part);
     /// Of the words of an XML part, so that a file that was only saved again has the same.
     std::string OfText(const std::string& part);
@@ -24,7 +26,8 @@ class PartDigests {
 
   private:
     Package& package_;
-    std::size_t left_ = 3 * kMaxPartBytes;
+    std::size_t most_of_part_;
+    std::size_t left_;
     std::unordered_map<std::string, std::string> digests_;
 };
 

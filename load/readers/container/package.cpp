@@ -108,6 +108,15 @@ class ZipPackage : public Package {
         return file == nullptr ? nullptr : std::make_unique<ZipStream>(file, budget_);
     }
 
+    std::string ToldChecksum(std::string_view name) const override {
+        const auto place = places_.find(Key(name));
+        zip_stat_t facts;
+        if (place == places_.end() || zip_stat_index(archive_, place->second, 0, &facts) != 0)
+            return {};
+        return std::to_string((facts.valid & ZIP_STAT_SIZE) != 0 ? facts.size : 0) + " " +
+               std::to_string((facts.valid & ZIP_STAT_CRC) != 0 ? facts.crc : 0);
+    }
+
     bool Encrypted() const override {
         zip_stat_t facts;
         for (const auto& [name, index] : places_) {

@@ -42,6 +42,9 @@ class Package {
     virtual std::optional<std::string> Read(std::string_view name, ReadError* error = nullptr) = 0;
     /// Nothing when there is no such part.
     virtual std::unique_ptr<PartStream> Stream(std::string_view name) = 0;
+    /// Size and checksum of a part as the package's directory tells them, without reading it; empty
+    /// when it tells of none.
+    virtual std::string ToldChecksum(std::string_view name) const = 0;
     /// True when a part of the package itself is encrypted (old ZIP encryption).
     virtual bool Encrypted() const = 0;
 

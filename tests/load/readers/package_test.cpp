@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "load/readers/beside/package_beside.h"
 #include "load/readers/container/xml_part.h"
 #include "load/readers/container/xml_scanner.h"
 #include "tests/support/zip_file.h"
@@ -21,6 +22,21 @@ TEST(Package, FindsPartsAsOfficeProgramsDo) {
     EXPECT_EQ(error, ReadError::WrongFormat);
     EXPECT_FALSE(package->Encrypted());
     EXPECT_EQ(package->Stream("none"), nullptr);
+}
+
+TEST(PartDigests, TellPartsApartThatTheyReadInPart) {
+    constexpr std::size_t kMost = 100'000;
+    const std::string part(3 * kMost / 2, 'x');
+    std::string other = part;
+    other.back() = 'y';
+    const std::string bytes = MakeZip({{"a", part}, {"b", other}, {"c", part}, {"d", other}});
+    const auto package = Package::Open(bytes);
+    PartDigests digests(*package, kMost);
+    EXPECT_NE(digests.Of("a"), digests.Of("b")) << "different behind what is read";
+    EXPECT_EQ(digests.Of("c"), digests.Of("a"));
+    EXPECT_NE(digests.Of("d"), digests.Of("a")) << "nothing is left to be read";
+    PartDigests whole(*package, part.size());
+    EXPECT_NE(whole.Of("a"), whole.Of("b"));
 }
 
 TEST(Package, RefusesWhatIsNoZipFile) {
