@@ -115,6 +115,8 @@ TEST(MarkdownReader, EndsSoonOnHostileText) {
         SCOPED_TRACE(piece);
         EXPECT_EQ(ShownMarkdown(Repeated(piece, kMany)).find("error"), std::string::npos);
     }
+    const std::string deep = Repeated("> ", 200'000);  // more than a stack holds
+    EXPECT_EQ(ShownMarkdown(deep).find("error"), std::string::npos);
     // Notes that name notes, and short rows of a wide table.
     std::string notes = "[^0]\n\n";
     for (int i = 0; i < 50; ++i)

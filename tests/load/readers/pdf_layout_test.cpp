@@ -80,8 +80,9 @@ TEST(PdfLayout, FindsWordsAndLines) {
     PdfPage page = Page({{20, {{10, U"aside"}}}});
     for (PdfCharacter& character : page.characters)
         character.direction = PdfDirection::Down;
-    Put(page, 50, 50, U"main text");
-    EXPECT_EQ(LinesOf(page), "main text\naside\n") << "what runs down stands behind the rest";
+    Put(page, 50, 50, U"title");
+    EXPECT_EQ(LinesOf(page), "title\naside\n")
+        << "what runs down stands behind as much that does not";
 }
 
 TEST(PdfLayout, ReadsColumnsOneAfterTheOther) {
