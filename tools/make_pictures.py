@@ -76,7 +76,7 @@ def draw_windows(painter, images, folder):
     kinds = office(folder, PAIR[0], "pdf").name, office(folder, PAIR[1], "docx").name
     # Names as short as they are given stand in the pictures.
     for pair, place, drawings in ((PAIR, ROOT, WINDOWS), (kinds, folder, KINDS)):
-        subprocess.run([painter, *pair, folder], check=True, cwd=place,
+        subprocess.run([painter, "compare", *pair, folder], check=True, cwd=place,
                        env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
         for drawn, name in drawings.items():
             shutil.copy(folder / f"{drawn}.png", images / f"{name}.png")

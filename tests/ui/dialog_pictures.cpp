@@ -1,45 +1,33 @@
-// Draws all dialogs to PNG files, to be looked at:
-//   QT_QPA_PLATFORM=offscreen zv_dialog_pictures folder [language folder-of-language-files]
-// With QT_SCALE_FACTOR=2 the files are named by it.
-#include <filesystem>
-#include <iostream>
-
+// Draws all dialogs.
 #include <QApplication>
-#include <QTest>
 #include <QTimer>
 
 #include "app/ui/about_dialog.h"
-#include "common/translator.h"
 #include "common/ui/font_dialog.h"
 #include "common/ui/language_dialog.h"
 #include "common/ui/question.h"
-#include "common/ui/theme.h"
 #include "compare/ui/advanced_options_dialog.h"
 #include "compare/ui/compare_dialogs.h"
 #include "compare/ui/report_options_dialog.h"
 #include "compare/ui/type_dialogs.h"
 #include "options/recent_items.h"
+#include "tests/ui/pictures.h"
 
 namespace zorvane {
 namespace {
 
-class Pictures {
+class DialogPictures {
   public:
-    Pictures(Theme& theme, UiText text, QString folder, QString language)
-        : theme_(theme),
-          text_(std::move(text)),
-          folder_(std::move(folder)),
-          language_(std::move(language)) {}
+    explicit DialogPictures(PictureRun& run) : run_(run) {}
 
-    bool Draw() {
+    void Draw() {
         for (const bool dark : {false, true}) {
-            theme_.Force(dark ? ColorTokens::Dark() : ColorTokens::Light());
-            suffix_ = dark ? QStringLiteral("-dark") : QStringLiteral("-light");
+            run_.theme.Force(dark ? ColorTokens::Dark() : ColorTokens::Light());
+            suffix_ = dark ? "-dark" : "-light";
             DrawTypes();
             DrawOptions();
             DrawSmall();
         }
-        return saved_;
     }
 
   private:
@@ -67,7 +55,7 @@ class Pictures {
         Show(AdvancedOptionsDialog(options, text_, nullptr), "advanced");
         options.sIgnoreRegularExpression.SetData("Draft (\\d+");
         AdvancedOptionsDialog wrong(options, text_, nullptr);
-        theme_.Dress(wrong);
+        run_.theme.Dress(wrong);
         wrong.show();
         wrong.accept();
         Show(std::move(wrong), "advanced-wrong");
@@ -102,7 +90,7 @@ class Pictures {
              "notice");
         QTimer::singleShot(0, [this] {
             if (auto* about = qobject_cast<Dialog*>(QApplication::activeModalWidget())) {
-                theme_.Dress(*about);
+                run_.theme.Dress(*about);
                 Save(*about, "about");
                 about->reject();
             }
@@ -114,61 +102,23 @@ class Pictures {
     }
 
     void Show(Dialog&& dialog, const char* name) {
-        theme_.Dress(dialog);
+        run_.theme.Dress(dialog);
         dialog.show();
         Save(dialog, name);
     }
-    void Save(QWidget& dialog, const char* name) {
-        QTest::qWait(40);
-        const QString ratio = dialog.devicePixelRatio() > 1 ? QStringLiteral("-2x") : QString();
-        saved_ = dialog.grab().save(folder_ + u'/' + QString::fromLatin1(name) + suffix_ +
-                                    language_ + ratio + QStringLiteral(".png")) &&
-                 saved_;
-    }
+    void Save(QWidget& dialog, const char* name) { run_.Save(dialog, name + suffix_); }
 
-    Theme& theme_;
-    UiText text_;
-    QString folder_;
-    QString language_;
-    QString suffix_;
-    bool saved_ = true;
+    PictureRun& run_;
+    const UiText text_{
+        [this](std::string_view english) { return run_.world.process.Translate(english); }};
+    std::string suffix_;
 };
 
-// A copy of the language file, since texts that it lacks are put at its end.
-bool Load(modTranslator& translator, const std::string& language, const std::string& files,
-          const std::string& folder) {
-    namespace fs = std::filesystem;
-    const std::string name = language + "-Zorvane.txt";
-    fs::copy_file(fs::path(files) / name, fs::path(folder) / name,
-                  fs::copy_options::overwrite_existing);
-    translator.gsLanguage = language;
-    translator.gsLanguageFile = (fs::path(folder) / name).string();
-    translator.glLanguageFileFormat = GetFileFormat(translator.gsLanguageFile);
-    return translator.LoadLanguageTable();
-}
-
 }  // namespace
-}  // namespace zorvane
 
-int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    if (argc != 2 && argc != 4) {
-        std::cerr << "usage: zv_dialog_pictures folder [language folder-of-language-files]\n";
-        return 2;
-    }
-    zorvane::Theme theme(application);
-    zorvane::modTranslator translator;
-    const std::string language = argc == 4 ? argv[2] : "";
-    if (!language.empty() && !zorvane::Load(translator, language, argv[3], argv[1])) {
-        std::cerr << "cannot read the language file\n";
-        return 1;
-    }
-    const zorvane::UiText text(
-        [&](std::string_view english) { return translator.Translate(english); });
-    zorvane::Pictures pictures(theme, text, QString::fromLocal8Bit(argv[1]),
-                               language.empty() ? QString() : zorvane::ToQt("-" + language));
-    return pictures.Draw() ? 0 : 1;
+bool DrawDialogs(PictureRun& run) {
+    DialogPictures(run).Draw();
+    return true;
 }
+
+}  // namespace zorvane
