@@ -24,8 +24,6 @@ namespace {
 
 using namespace zorvane;
 
-constexpr int kSettled = 400;  // the window has its place, and what is asked stands over it
-
 // Two paths open on both, one is the original; every other line is a session or a run of the slash
 // form.
 RunOutcome Start(ProcessState& process, const std::vector<std::string>& arguments,
@@ -42,7 +40,7 @@ RunOutcome Start(ProcessState& process, const std::vector<std::string>& argument
     if (paths)
         window.OpenFiles(arguments);
     else if (outcome.mode == RunMode::Interactive)
-        QTimer::singleShot(kSettled, &window, [&window] { window.TellRescued(); });
+        QTimer::singleShot(0, &window, [&window] { window.TellRescued(); });
     return {RunMode::Interactive, 0};
 }
 
