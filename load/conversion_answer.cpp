@@ -161,8 +161,7 @@ std::string VisibleText(std::string_view text) {
 
 ConversionResult CheckedAnswer(const ConversionMessage& answer, AnswerShape shape,
                                std::uint64_t answer_size) {
-    const ConversionResult nonsense =
-        FailedConversion(ReadError::Crashed, "its answer makes no sense");
+    ConversionResult nonsense = FailedConversion(ReadError::Crashed, "its answer makes no sense");
     const std::optional<ReadError> error = ErrorOf(answer);
     if (!error)
         return nonsense;

@@ -68,6 +68,23 @@ clsVarString& FileOption(clsCompareFileOptions& options, Side side) {
     return side == Side::Original ? options.sFileOriginal : options.sFileModified;
 }
 
+std::string LooksOf(const std::string& sFile, bool rich) {
+    return rich ? UpperExtension(sFile) : std::string();
+}
+
+// A sheet whose blank lines go loses its formats with them.
+bool RemovesBlankLines(clsCompareFileOptions& options, bool side, bool sheets) {
+    const bool removes = side && options.bRemoveBlankLines.Data();
+    if (removes && sheets)
+        options.bRemoveFormatting.SetData(true);
+    return removes;
+}
+
+void ShowSoftHyphens(clsRTBDocument& document, const ProcessState& process) {
+    if (!process.translator.gbDoubleByteLocale)
+        document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);
+}
+
 std::optional<LoadedFileIdentity> IdentityOf(const std::string& sFile) {
     struct stat facts {};
     if (stat(NativePath(sFile).c_str(), &facts) != 0)
@@ -201,10 +218,7 @@ void DocumentLoader::FillEditor(const std::string& sFile, const SideType& type, 
                                 EditorTarget target) {
     clsCompareFileOptions& options = parts_.options;
     const bool side = IsSide(target);
-    const bool spreadsheet = type.IsSheets();
-    const bool remove_blank_lines = side && options.bRemoveBlankLines.Data();
-    if (remove_blank_lines && spreadsheet)
-        options.bRemoveFormatting.SetData(true);
+    const bool remove_blank_lines = RemovesBlankLines(options, side, type.IsSheets());
     const bool plain = options.bRemoveFormatting.Data();
     bLoadedAsPlainText = plain || type.as_text;
     clsRTBDocument& document = parts_.document(target);
@@ -213,18 +227,14 @@ void DocumentLoader::FillEditor(const std::string& sFile, const SideType& type, 
     std::vector<BesideItem>& beside = side ? kept_.beside[SideOf(target)] : unused;
     const bool rich = !(side && bLoadedAsPlainText) && LooksLikeRtf(bytes);
     if (side)
-        kept_.looks[SideOf(target)] = rich ? UpperExtension(sFile) : "";
-    if (rich && side && options.bModifyOriginalDocuments.Data() && !spreadsheet)
+        kept_.looks[SideOf(target)] = LooksOf(sFile, rich);
+    if (rich && side && options.bModifyOriginalDocuments.Data() && !type.IsSheets())
         RewriteRichText(sFile, bytes);
-    RichText text = rich ? ReadRtf(bytes, beside, parts_.watcher)
+    RichText text = rich ? ReadFormatted(bytes, remove_blank_lines, beside, parts_.watcher)
                          : PlainText(type, bytes, remove_blank_lines, beside);
     if (!KeepGoing())
         return;
     std::string().swap(bytes);  // a text can be large
-    if (rich && remove_blank_lines) {
-        NumberWithoutEmptyLines(text.text, beside);
-        RemoveEmptyParagraphs(text);
-    }
     if (side)
         TakeNoText(sFile, type, text.text, SideOf(target));
     if (!rich)
@@ -235,10 +245,12 @@ void DocumentLoader::FillEditor(const std::string& sFile, const SideType& type, 
     document.RichTB().SetRich(std::move(text));
     if (!KeepGoing())
         return;
-    if (!parts_.process.translator.gbDoubleByteLocale && !(side && plain))
-        document.FindAndReplaceString({&kSoftHyphen, 1}, u"-", true);
-    if (!side)
+    if (!side) {
+        ShowSoftHyphens(document, parts_.process);
         return;
+    }
+    if (!plain)
+        ShowSoftHyphens(document, parts_.process);
     KeepBesideInText(document.RichTB(), beside);
     kept_.bForceReload[SideOf(target)] = false;
     if (std::exchange(bSpaceAddedToTextFile, false))

@@ -17,6 +17,15 @@ namespace {
 
 constexpr const char* kTookTooLong = ": reading the document took too long and was stopped";
 
+// The user's password first; the owner's where that one opens nothing.
+template <class Convert>
+EasyError WithEitherPassword(const CompareFilesSettings& settings, const Convert& convert) {
+    const EasyError error = convert(settings.sBCLPasswordUser);
+    const bool refused = error == EasyError::CannotOpenInput || error == EasyError::NoPermission;
+    return refused && !settings.sBCLPasswordOwner.empty() ? convert(settings.sBCLPasswordOwner)
+                                                          : error;
+}
+
 }  // namespace
 
 PageRange NormalisedRange(PageRange range, std::int32_t pages) {
@@ -142,10 +151,7 @@ bool PdfConversion::ConverterPDFToRTF(const std::string& sFile, const std::strin
         const PageRange range = NormalisedRange(RangeOf(side), pages);
         return converter.Convert(sFile, rich, password, range.from, range.to);
     };
-    EasyError error = convert(settings.sBCLPasswordUser);
-    const bool refused = error == EasyError::CannotOpenInput || error == EasyError::NoPermission;
-    if (refused && !settings.sBCLPasswordOwner.empty())
-        error = convert(settings.sBCLPasswordOwner);
+    EasyError error = WithEitherPassword(settings, convert);
     if (error == EasyError::Stopped && out_of_time_)
         error = EasyError::TimedOut;
     aborted_ = aborted_ || error == EasyError::Stopped;

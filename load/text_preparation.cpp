@@ -170,6 +170,16 @@ bool HasNumberedList(std::string_view rtf) {
     return rtf.find(kNumbering) != std::string_view::npos;
 }
 
+RichText ReadFormatted(std::string_view bytes, bool remove_empty, std::vector<BesideItem>& beside,
+                       RunWatcher* watcher) {
+    RichText text = ReadRtf(bytes, beside, watcher);
+    if (remove_empty && KeepGoing(watcher)) {
+        NumberWithoutEmptyLines(text.text, beside);
+        RemoveEmptyParagraphs(text);
+    }
+    return text;
+}
+
 void RemoveNumberedListAndEmptyLines(const StreamWait& wait, RunTelling& telling,
                                      clsCompareFileOptions& options, const clsMRU& extensions,
                                      const std::string& sTempFile, const std::string& sFile) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/base/run_watcher.h"
 #include "compare/document/beside.h"
 #include "compare/document/editor.h"
 #include "load/text_stream.h"
@@ -29,6 +30,10 @@ void RemoveEmptyParagraphs(RichText& rich);
 /// The numbers of items as they will be behind that; an item of a line that goes belongs to the
 /// next one.
 void NumberWithoutEmptyLines(std::u16string_view text, std::vector<BesideItem>& beside);
+
+/// Rich text as it is shown: without empty paragraphs if these go. After a stop it is not whole.
+RichText ReadFormatted(std::string_view bytes, bool remove_empty, std::vector<BesideItem>& beside,
+                       RunWatcher* watcher);
 
 /// Rewrites the raw rich text of a temporary file, so that generated list numbers do not take part.
 /// `sFile` is the user's file, for its extension: those of text and of spreadsheets are left alone.

@@ -24,6 +24,22 @@ ContentKind KindOfOpenDocument(std::string_view type) {
     return ContentKind::OpenText;
 }
 
+// The first that fits tells what a package is: a part of its content types, then a part.
+struct KindRow {
+    std::string_view name;
+    ContentKind kind;
+};
+constexpr KindRow kKindsByType[] = {{"wordprocessingml.", ContentKind::WordPackage},
+                                    {"ms-word.", ContentKind::WordPackage},
+                                    {"presentationml.", ContentKind::SlidePackage},
+                                    {"spreadsheetml.", ContentKind::SheetPackage},
+                                    {"ms-excel.", ContentKind::SheetPackage}};
+constexpr KindRow kKindsByPart[] = {{"word/document.xml", ContentKind::WordPackage},
+                                    {"ppt/presentation.xml", ContentKind::SlidePackage},
+                                    {"xl/workbook.xml", ContentKind::SheetPackage},
+                                    {"xl/workbook.bin", ContentKind::SheetPackage},
+                                    {"content.xml", ContentKind::OpenText}};
+
 ContentKind KindOfPackage(Package& package) {
     if (const auto type = package.Read("mimetype")) {
         if (type->find("epub") != std::string::npos)
@@ -34,23 +50,15 @@ ContentKind KindOfPackage(Package& package) {
     if (package.Has("META-INF/container.xml"))
         return ContentKind::Epub;
     if (const auto types = package.Read("[Content_Types].xml")) {
-        if (types->find("wordprocessingml.") != std::string::npos ||
-            types->find("ms-word.") != std::string::npos)
-            return ContentKind::WordPackage;
-        if (types->find("presentationml.") != std::string::npos)
-            return ContentKind::SlidePackage;
-        if (types->find("spreadsheetml.") != std::string::npos ||
-            types->find("ms-excel.") != std::string::npos)
-            return ContentKind::SheetPackage;
+        for (const KindRow& row : kKindsByType) {
+            if (types->find(row.name) != std::string::npos)
+                return row.kind;
+        }
     }
-    if (package.Has("word/document.xml"))
-        return ContentKind::WordPackage;
-    if (package.Has("ppt/presentation.xml"))
-        return ContentKind::SlidePackage;
-    if (package.Has("xl/workbook.xml") || package.Has("xl/workbook.bin"))
-        return ContentKind::SheetPackage;
-    if (package.Has("content.xml"))
-        return ContentKind::OpenText;
+    for (const KindRow& row : kKindsByPart) {
+        if (package.Has(row.name))
+            return row.kind;
+    }
     return ContentKind::OtherPackage;
 }
 

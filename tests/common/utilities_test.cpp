@@ -181,6 +181,15 @@ TEST(FileReplacement, LeavesTheOldFileUntilItIsFinished) {
     EXPECT_TRUE(file.value().Finish().ok());
     EXPECT_EQ(folder.Read("f"), "new words");
     EXPECT_EQ(files(), 1);
+    {
+        Result<FileReplacement> homeless = FileReplacement::Begin(path);
+        ASSERT_TRUE(homeless.ok() && homeless.value().Write("newer").ok());
+        std::filesystem::rename(path, folder.Path("kept"));
+        std::filesystem::create_directory(path);
+        EXPECT_FALSE(homeless.value().Finish().ok()) << "a rename that fails";
+    }
+    EXPECT_EQ(files(), 2) << "no half file is left";
+    EXPECT_EQ(folder.Read("kept"), "new words");
     Result<FileReplacement> full = FileReplacement::Begin("/dev/full");
     ASSERT_TRUE(full.ok());
     EXPECT_FALSE(full.value().Write("x").ok());
@@ -217,6 +226,9 @@ TEST(Files, ReadsWhateverHasBytes) {
     EXPECT_EQ(ReadWholeFile(folder.Write("e", "")).value(), "");
     EXPECT_EQ(ReadWholeFile("/dev/null").value(), "");
     EXPECT_EQ(ReadWholeFile(folder.Path()).failure().reason, folder.Path() + ": Is a directory");
+    EXPECT_EQ(ReadWholeFile("/proc/self/mem").failure().reason,
+              "/proc/self/mem: Input/output error")
+        << "a read that fails is no shorter file";
     EXPECT_FALSE(CheckReadable(folder.Path("none")).ok());
     EXPECT_TRUE(CheckReadable(folder.Path("e")).ok());
 }

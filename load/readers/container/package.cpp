@@ -167,6 +167,19 @@ class ZipPackage : public Package {
     std::unordered_map<std::string, zip_uint64_t> places_;
 };
 
+// From folder to folder; no step leads out of the package.
+void WalkSteps(std::string_view path, std::vector<std::string_view>& folders) {
+    while (!path.empty()) {
+        const std::size_t slash = std::min(path.find_first_of("/\\"), path.size());
+        const std::string_view step = path.substr(0, slash);
+        if (step == ".." && !folders.empty())
+            folders.pop_back();
+        else if (!step.empty() && step != "." && step != "..")
+            folders.push_back(step);
+        path.remove_prefix(std::min(slash + 1, path.size()));
+    }
+}
+
 }  // namespace
 
 std::unique_ptr<Package> Package::Open(std::string_view bytes, std::size_t most_bytes) {
@@ -184,24 +197,11 @@ std::unique_ptr<Package> Package::Open(std::string_view bytes, std::size_t most_
 
 std::string ResolvePart(std::string_view from_part, std::string_view reference) {
     std::vector<std::string_view> folders;
-    const auto walk = [&folders](std::string_view path, bool with_last) {
-        while (!path.empty()) {
-            const std::size_t slash = path.find_first_of("/\\");
-            const std::string_view step = path.substr(0, slash);
-            if (slash == std::string_view::npos && !with_last)
-                return;
-            if (step == ".." && !folders.empty())
-                folders.pop_back();
-            else if (!step.empty() && step != "." && step != "..")
-                folders.push_back(step);
-            if (slash == std::string_view::npos)
-                return;
-            path.remove_prefix(slash + 1);
-        }
-    };
-    if (!reference.starts_with('/') && !reference.starts_with('\\'))
-        walk(from_part, false);
-    walk(reference, true);
+    const bool from_the_top = reference.starts_with('/') || reference.starts_with('\\');
+    const std::size_t last = from_part.find_last_of("/\\");
+    if (!from_the_top && last != std::string_view::npos)
+        WalkSteps(from_part.substr(0, last), folders);
+    WalkSteps(reference, folders);
     std::string part;
     for (const std::string_view folder : folders)
         part += (part.empty() ? "" : "/") + std::string(folder);

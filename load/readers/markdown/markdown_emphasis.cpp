@@ -40,31 +40,40 @@ void Pair(MarkdownPiece& opener, MarkdownPiece& closer) {
     closer.close_tags += "</" + std::string(name) + ">";
 }
 
+// Those that may still be closed. Below its floor none fits a closer of that mark, kind and length.
+struct Openers {
+    std::vector<std::size_t> places;
+    std::array<std::size_t, 18> floors{};
+};
+
+void PairWithOpeners(std::vector<MarkdownPiece>& pieces, MarkdownPiece& closer, Openers& open) {
+    std::vector<std::size_t>& places = open.places;
+    while (closer.closes && !closer.text.empty()) {
+        std::size_t& own_floor = open.floors[KindOf(closer)];
+        const std::size_t opener = FindOpener(pieces, places, closer, own_floor);
+        if (opener == kNone) {
+            own_floor = places.size();
+            return;
+        }
+        Pair(pieces[places[opener]], closer);
+        places.resize(opener + (pieces[places[opener]].text.empty() ? 0 : 1));
+        for (std::size_t& floor : open.floors)
+            floor = std::min(floor, places.size());
+    }
+}
+
 }  // namespace
 
 // CommonMark's own procedure.
 void EmphasizeMarkdown(std::vector<MarkdownPiece>& pieces, std::size_t bottom) {
-    std::vector<std::size_t> openers;
-    // Below these places no opener fits a closer of that mark, kind and length.
-    std::array<std::size_t, 18> floors{};
+    Openers openers;
     for (std::size_t place = bottom; place < pieces.size(); ++place) {
         MarkdownPiece& closer = pieces[place];
         if (closer.mark == 0 || closer.mark == '[')
             continue;
-        while (closer.closes && !closer.text.empty()) {
-            const std::size_t kind = KindOf(closer);
-            const std::size_t opener = FindOpener(pieces, openers, closer, floors[kind]);
-            if (opener == kNone) {
-                floors[kind] = openers.size();
-                break;
-            }
-            Pair(pieces[openers[opener]], closer);
-            openers.resize(opener + (pieces[openers[opener]].text.empty() ? 0 : 1));
-            for (std::size_t& floor : floors)
-                floor = std::min(floor, openers.size());
-        }
+        PairWithOpeners(pieces, closer, openers);
         if (closer.opens && !closer.text.empty())
-            openers.push_back(place);
+            openers.places.push_back(place);
     }
     for (std::size_t place = bottom; place < pieces.size(); ++place) {
         MarkdownPiece& piece = pieces[place];

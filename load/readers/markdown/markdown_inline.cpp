@@ -243,14 +243,13 @@ class InlineText {
         }
         constexpr std::size_t kLongestLabel = 1000;
         const std::string_view own = text_.substr(bracket.place, at_ - bracket.place);
-        if (character == '[') {
-            const std::size_t end = text_.substr(0, next + kLongestLabel).find(']', next);
-            if (end != std::string_view::npos) {
-                const std::string_view label = text_.substr(next + 1, end - next - 1);
-                return IsDefined(label.empty() ? own : label) ? end + 1 : kNone;
-            }
-        }
-        return IsDefined(own) ? next : kNone;
+        const std::size_t end = character == '['
+                                    ? text_.substr(0, next + kLongestLabel).find(']', next)
+                                    : std::string_view::npos;
+        if (end == std::string_view::npos)
+            return IsDefined(own) ? next : kNone;
+        const std::string_view label = text_.substr(next + 1, end - next - 1);
+        return IsDefined(label.empty() ? own : label) ? end + 1 : kNone;
     }
 
     bool IsDefined(std::string_view label) const {
@@ -268,6 +267,20 @@ class InlineText {
         definitions_.bytes_left -= std::min(definitions_.bytes_left, bytes);
     }
 
+    // The place behind an address without angle brackets.
+    std::size_t SkipBareAddress(std::size_t at) const {
+        int depth = 0;
+        for (; at < text_.size() && !IsBlank(text_[at]); ++at) {
+            if (text_[at] == '\\')
+                ++at;
+            else if (text_[at] == '(')
+                ++depth;
+            else if (text_[at] == ')' && depth-- == 0)
+                break;
+        }
+        return std::min(at, text_.size());
+    }
+
     // Moves `at` from behind the bracket to behind "(address "title")", or to where it ceased to
     // be one.
     bool AddressEnd(std::size_t& at) const {
@@ -278,17 +291,9 @@ class InlineText {
                 return false;
             ++at;
         } else {
-            int depth = 0;
-            for (; at < text_.size() && !IsBlank(text_[at]); ++at) {
-                if (text_[at] == '\\')
-                    ++at;
-                else if (text_[at] == '(')
-                    ++depth;
-                else if (text_[at] == ')' && depth-- == 0)
-                    break;
-            }
+            at = SkipBareAddress(at);
         }
-        at = SkipBlanks(std::min(at, text_.size()));
+        at = SkipBlanks(at);
         const char quote = at < text_.size() ? text_[at] : '\0';
         if (quote == '"' || quote == '\'' || quote == '(') {
             at = std::min(text_.find(quote == '(' ? ')' : quote, at + 1), text_.size());
