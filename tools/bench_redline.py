@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Times a redline with tracked changes against the HTML report of the same pair, in one run.
 
-usage: tools/bench_redline.py build/release/zorvane [PAGES...]
+usage: tools/bench_redline.py build/release/zorvane [PAGES[+MB]...]
 
-A pair for each number of pages (100 and 1000 without one), every tenth paragraph edited. Printed are
+A pair for each number of pages (100 and 1000 without one), every tenth paragraph edited, both with
+that many megabytes of pictures that nothing can pack. Printed are
 the least processor time of seven runs with all processes, the least wall time, the peak memory of
 the largest process, and the ratios to the report and to both packages as they are unpacked."""
 
@@ -58,6 +59,13 @@ def measure(command, target):
     return best, wall, int(peak.stdout) / 1024
 
 
+def add_pictures(path, megabytes):
+    chance = random.Random(5)
+    with zipfile.ZipFile(path, "a") as package:
+        for number in range(megabytes):
+            package.writestr(f"word/media/{number}.png", chance.randbytes(1 << 20))
+
+
 def unpacked(path):
     with zipfile.ZipFile(path) as package:
         return sum(part.file_size for part in package.infolist()) / (1 << 20)
@@ -67,17 +75,20 @@ def main():
     program = os.path.abspath(sys.argv[1])
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
-        for pages in [int(number) for number in sys.argv[2:]] or [100, 1000]:
-            texts = bench_readers.paragraphs(pages * PARAGRAPHS_A_PAGE)
+        for asked in sys.argv[2:] or ["100", "1000"]:
+            pages, _, pictures = asked.partition("+")
+            texts = bench_readers.paragraphs(int(pages) * PARAGRAPHS_A_PAGE)
             pair = [folder / "old.docx", folder / "new.docx"]
             bench_readers.docx(pair[0], texts)
             bench_readers.docx(pair[1], edited(texts))
+            for path in pair:
+                add_pictures(path, int(pictures or "0"))
             size = sum(unpacked(path) for path in pair)
             report = None
             for kind in ["html", "docx"]:
                 result = measure([program, "compare", *pair, "-q", "-o"], folder / f"redline.{kind}")
                 report = report or result
-                print(f"{pages} pages, {kind}: {result[0] * 1000:.0f} ms cpu ({result[0] / report[0]:.1f}), "
+                print(f"{asked} pages, {kind}: {result[0] * 1000:.0f} ms cpu ({result[0] / report[0]:.1f}), "
                       f"{result[1] * 1000:.0f} ms wall ({result[1] / report[1]:.1f}), {result[2]:.0f} MiB "
                       f"({result[2] / size:.1f} times {size:.1f} MiB of packages)", flush=True)
 

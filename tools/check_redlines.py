@@ -57,9 +57,9 @@ class Checks:
         self.failed = False
         self.log = open(arguments.folder / "readings.log", "w", encoding="utf-8", buffering=1)
 
-    def note(self, check, good, pair, edits, detail="", only_ends=False):
+    def note(self, check, good, pair, edits, detail="", but_for=""):
         known = NOT_READ.get(check, set()).intersection(edits)
-        kind = ("good" if good else "but for ends of paragraphs" if only_ends
+        kind = ("good" if good else "but for " + but_for if but_for
                 else "not read" if known else "FAILED")
         self.tally[check][kind] += 1
         for edit in set(edits):
@@ -110,7 +110,7 @@ class Checks:
         for changes, wanted in (("accept", pair[1]), ("reject", pair[0])):
             got, same = read(redline, changes), read(wanted, "accept")
             self.note("pandoc", got == same, pair, edits, changes + ": " + first_other(got, same),
-                      " ".join(got) == " ".join(same))
+                      "ends of paragraphs" if " ".join(got) == " ".join(same) else "")
 
     def by_office(self, redline, pair, edits):
         exact = True
@@ -125,7 +125,7 @@ class Checks:
                 exact = False
                 continue
             self.note("LibreOffice", got == same, pair, edits,
-                      command + ": " + first_other(got, same), "".join(got) == "".join(same))
+                      command + ": " + first_other(got, same), same_but_for(got, same))
             exact = exact and got == same
         if self.arguments.pixels and exact:
             pages = [self.printed(redline, "AcceptAllTrackedChanges"),
@@ -141,6 +141,15 @@ class Checks:
             self.office.store(folder / "a.odt", folder / "a.pdf", "writer_pdf_Export")
             subprocess.run(["pdftoppm", "-r", "60", folder / "a.pdf", folder / "p"], check=True)
             return [page.read_bytes() for page in sorted(folder.glob("p*.ppm"))]
+
+
+def same_but_for(got, wanted):
+    """Of texts with pictures as numbers in brackets."""
+    got, wanted = "".join(got), "".join(wanted)
+    if got == wanted:
+        return "ends of paragraphs"
+    picture = re.compile(r"\[\d+\]")
+    return "pictures" if picture.sub("", got) == picture.sub("", wanted) else ""
 
 
 def first_other(got, wanted):

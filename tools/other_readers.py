@@ -28,7 +28,12 @@ local function Answer(verb, from, to)
   if verb == "make" then
     local document = pandoc.read(Whole(from), "markdown-auto_identifiers")
     local file = assert(io.open(to, "wb"))
-    file:write(pandoc.write(document, to:match("%a+$")))
+    local kind = to:match("%a+$")
+    local options = nil
+    if kind == "odt" then
+      options = {template = pandoc.template.compile(pandoc.template.default(kind))}
+    end
+    file:write(pandoc.write(document, kind, options))
     file:close()
     return ""
   end
@@ -108,7 +113,9 @@ def append_texts(holder, found):
 
 
 def letters_of(element, nested):
-    text = element.text or ""
+    # Between the elements of a frame there are blanks for the eye.
+    holds_text = element.tag.startswith(TEXT)
+    text = (element.text or "") if holds_text else ""
     for child in element:
         if child.tag in BLANKS:
             text += BLANKS[child.tag] * int(child.get(TEXT + "c", "1"))
@@ -118,7 +125,7 @@ def letters_of(element, nested):
             text += f"[{zlib.crc32(''.join((child.text or '').split()).encode())}]"
         elif child.tag not in (TEXT + "note-citation", DRAW + "object", OFFICE + "annotation"):
             text += letters_of(child, nested)
-        text += child.tail or ""
+        text += (child.tail or "") if holds_text else ""
     return text
 
 
