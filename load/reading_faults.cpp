@@ -60,8 +60,8 @@ constexpr std::string_view kReadingFaults[] = {
     "the workbook needs more memory than allowed",
     "the workbook's stream is broken",
     "the document's encryption cannot be read",
-    "the document is encrypted in a way that is not read (only AES with PBKDF2 is); save it "
-    "without a password",
+    ("the document is encrypted in a way that is not read (only AES with PBKDF2 is); save it "
+     "without a password"),
     "the document is protected by rights management",
     "the encryption of the document is damaged",
     "the encryption of the file is not supported",
