@@ -79,8 +79,8 @@ constexpr std::string_view kReadingFaults[] = {
     "the text needs too much memory",
     "its answer makes no sense",
     "the changes stand where no mark can be placed",
-    "the documents hold tracked changes already; without --keep-tracked they are compared as "
-    "accepted",
+    ("the documents hold tracked changes already; without --keep-tracked they are compared as "
+     "accepted"),
     "the modified holds macros, which a .docx may not",
     "the two documents name different things alike",
     "The file cannot be opened.",
