@@ -21,6 +21,11 @@ bool AreAllParagraphs(const pugi::xml_node& row, const Fits& fits) {
     return true;
 }
 
+template <class Sight>
+Sight HiddenOr(Sight otherwise, const OpenChars& chars) {
+    return chars.hidden ? Sight::Hidden : otherwise;
+}
+
 }  // namespace
 
 OdtBody::Sight OdtBody::SightOfNode(const pugi::xml_node& node, const OpenChars& chars,
@@ -29,7 +34,7 @@ OdtBody::Sight OdtBody::SightOfNode(const pugi::xml_node& node, const OpenChars&
     if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
         if (Trim(node.value()).empty())
             return Sight::Nothing;
-        return chars.hidden ? Sight::Hidden : Sight::Seen;
+        return HiddenOr(Sight::Seen, chars);
     }
     if (name == "hidden-text")
         return Sight::Hidden;
@@ -39,7 +44,7 @@ OdtBody::Sight OdtBody::SightOfNode(const pugi::xml_node& node, const OpenChars&
         return depth < kMaxDepth ? SightOf(node, own, depth + 1) : Sight::Seen;
     }
     if (name == "s" || name == "tab" || name == "line-break")
-        return chars.hidden ? Sight::Hidden : Sight::Nothing;
+        return HiddenOr(Sight::Nothing, chars);
     const bool shows = !node.first_child().empty() && name != "annotation";
     return shows ? Sight::Seen : Sight::Nothing;
 }
