@@ -3,13 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
-
-char Lower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A'))
-                                                : character;
-}
 
 bool Continues(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -38,7 +35,7 @@ bool MatchesOne(std::string_view pattern, std::string_view name) {
         } else if (wanted == '?') {
             ++in_pattern;
             in_name = BehindCharacter(name, in_name);
-        } else if (in_pattern < pattern.size() && wanted == Lower(name[in_name])) {
+        } else if (in_pattern < pattern.size() && wanted == AsciiLower(name[in_name])) {
             ++in_pattern;
             ++in_name;
         } else if (star != kNone) {
@@ -69,7 +66,7 @@ FilePatterns::FilePatterns(std::string_view patterns) {
         else if (!quoted && (character == ' ' || character == '\t' || character == ';'))
             take();
         else
-            one += Lower(character);
+            one += AsciiLower(character);
     }
     take();
     if (every)

@@ -60,8 +60,8 @@ constexpr std::string_view kReadingFaults[] = {
     "the workbook needs more memory than allowed",
     "the workbook's stream is broken",
     "the document's encryption cannot be read",
-    "the document is encrypted in a way that is not read (only AES with PBKDF2 is); save it "
-    "without a password",
+    ("the document is encrypted in a way that is not read (only AES with PBKDF2 is); save it "
+     "without a password"),
     "the document is protected by rights management",
     "the encryption of the document is damaged",
     "the encryption of the file is not supported",
@@ -79,8 +79,8 @@ constexpr std::string_view kReadingFaults[] = {
     "the text needs too much memory",
     "its answer makes no sense",
     "the changes stand where no mark can be placed",
-    "the documents hold tracked changes already; without --keep-tracked they are compared as "
-    "accepted",
+    ("the documents hold tracked changes already; without --keep-tracked they are compared as "
+     "accepted"),
     "the modified holds macros, which a .docx may not",
     "the two documents name different things alike",
     "The file cannot be opened.",

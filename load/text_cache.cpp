@@ -25,7 +25,7 @@ constexpr std::array<char, 8> kMagic{'Z', 'V', 'T', 'E', 'X', 'T', '0', '1'};
 constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 30;
 constexpr int kLevel = 1;  // reading is what should be fast
 constexpr std::uint32_t kPrivate = 0600;
-constexpr std::int64_t kDay = 24 * 60 * 60;
+constexpr std::int64_t kDay = std::int64_t{24} * 60 * 60;  // seconds
 constexpr const char* kSuffix = ".text";
 
 struct Header {
@@ -112,26 +112,29 @@ struct Entry {
     fs::file_time_type used;
 };
 
+void AddEntriesOf(const fs::path& shelf, std::vector<Entry>& entries) {
+    std::error_code error;
+    for (fs::directory_iterator file(shelf, error), end; !error && file != end;
+         file.increment(error)) {
+        std::error_code gone;
+        if (file->path().extension() != kSuffix)
+            continue;
+        Entry entry{file->path(), 0, {}};
+        entry.bytes = static_cast<std::int64_t>(file->file_size(gone));
+        entry.used = gone ? fs::file_time_type() : file->last_write_time(gone);
+        if (!gone)
+            entries.push_back(std::move(entry));
+    }
+}
+
 // Only what has the form of an entry: in a folder that is not ours alone nothing else is touched.
 std::vector<Entry> EntriesIn(const std::string& folder) {
     std::vector<Entry> entries;
     std::error_code error;
     for (fs::directory_iterator shelf(folder, error), end; !error && shelf != end;
          shelf.increment(error)) {
-        if (shelf->path().filename().string().size() != 2)
-            continue;
-        std::error_code inner;
-        for (fs::directory_iterator file(shelf->path(), inner); !inner && file != end;
-             file.increment(inner)) {
-            std::error_code gone;
-            if (file->path().extension() != kSuffix)
-                continue;
-            Entry entry{file->path(), 0, {}};
-            entry.bytes = static_cast<std::int64_t>(file->file_size(gone));
-            entry.used = gone ? fs::file_time_type() : file->last_write_time(gone);
-            if (!gone)
-                entries.push_back(std::move(entry));
-        }
+        if (shelf->path().filename().string().size() == 2)
+            AddEntriesOf(shelf->path(), entries);
     }
     return entries;
 }

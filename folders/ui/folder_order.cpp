@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
@@ -10,17 +12,13 @@ std::int64_t Difference(const PerSide<std::int64_t>& values) {
     return values.modified - values.original;
 }
 
-char LowerOf(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 // Upper and lower case of ASCII stand together, as in a list of files.
 int CompareNames(const ScannedEntry& one, const ScannedEntry& other) {
     const std::string_view names[] = {one.Name(), other.Name()};
     const std::size_t both = std::min(names[0].size(), names[1].size());
     for (std::size_t at = 0; at < both; ++at) {
-        const auto left = static_cast<unsigned char>(LowerOf(names[0][at]));
-        const auto right = static_cast<unsigned char>(LowerOf(names[1][at]));
+        const auto left = static_cast<unsigned char>(AsciiLower(names[0][at]));
+        const auto right = static_cast<unsigned char>(AsciiLower(names[1][at]));
         if (left != right)
             return left < right ? -1 : 1;
     }
@@ -67,7 +65,8 @@ SortKey KeyOfName(const ScannedEntry& entry) {
     SortKey key{};
     const std::string_view name = entry.Name();
     for (std::size_t at = 0; at < sizeof(key); ++at) {
-        const auto letter = at < name.size() ? static_cast<unsigned char>(LowerOf(name[at])) : 0U;
+        const auto letter =
+            at < name.size() ? static_cast<unsigned char>(AsciiLower(name[at])) : 0U;
         std::uint64_t& part = key[at / sizeof(std::uint64_t)];
         part = part << kBitsOfByte | letter;
     }

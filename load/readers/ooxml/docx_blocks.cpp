@@ -11,7 +11,6 @@ namespace {
 using Node = pugi::xml_node;
 
 constexpr std::string_view kLine(&kLineInParagraph, 1);
-constexpr std::string_view kCell(&kCellEnd, 1);
 
 bool MarkDeleted(const Node& properties) {
     const Node mark = Child(properties, "rPr");
@@ -162,7 +161,7 @@ void DocxWalker::Row(const Node& row, int depth) {
         BeginNested(false);
     } else {
         EndOpenParagraph(depth);
-        writer_.SetFormat({});
+        writer_.BeginRow();
         brackets_.BeginParagraph();
     }
     Cells(row, nested, depth + 1);
@@ -209,6 +208,14 @@ bool DocxWalker::IsHiddenParagraph(const Node& paragraph, int depth) const {
     });
 }
 
+// Of a table in a cell or a note no more than a tab is shown.
+void DocxWalker::EndCell(bool nested) {
+    if (nested)
+        return Put("\t", base_.chars);
+    writer_.EndCell(base_.chars);
+    brackets_.BeginParagraph();
+}
+
 void DocxWalker::Cells(const Node& row, bool nested, int depth) {
     for (const Node& cell : row.children()) {
         const std::string_view name = LocalName(cell);
@@ -222,7 +229,7 @@ void DocxWalker::Cells(const Node& row, bool nested, int depth) {
             Blocks(cell, depth + 1);
         joins_next_ = false;
         --nesting_;
-        Put(nested ? std::string_view("\t") : kCell, base_.chars);
+        EndCell(nested);
     }
     first_in_cell_ = false;
 }

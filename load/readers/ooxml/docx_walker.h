@@ -55,6 +55,7 @@ class DocxWalker {
     bool HidesAll(const Node& parent, int depth) const;
     bool IsHiddenParagraph(const Node& paragraph, int depth) const;
     void Cells(const Node& row, bool nested, int depth);
+    void EndCell(bool nested);
 
     // Inside a paragraph: docx_inline.cpp.
     void Inlines(const Node& parent, int depth);

@@ -11,7 +11,6 @@ namespace zorvane {
 namespace {
 
 constexpr std::string_view kLine(&kLineInParagraph, 1);
-constexpr std::string_view kCell(&kCellEnd, 1);
 
 std::string Circled(std::int32_t number) {
     if (number > 20)
@@ -178,14 +177,14 @@ void SlideTextWriter::Table(const pugi::xml_node& table, const SlideStyleChain& 
     for (const pugi::xml_node& row : table.children()) {
         if (!Is(row, "tr"))
             continue;
-        writer_.SetFormat({});
+        writer_.BeginRow();
         for (const pugi::xml_node& cell : row.children()) {
             if (!Is(cell, "tc"))
                 continue;
             // A cell that is merged into its neighbour shows nothing of what it may hold.
             if (!IsOn(Attribute(cell, "hMerge")) && !IsOn(Attribute(cell, "vMerge")))
                 Cell(cell, chain);
-            writer_.Text(kCell, PlainSlideStyle().run.format);
+            writer_.EndCell(PlainSlideStyle().run.format);
         }
         writer_.End();
     }

@@ -38,6 +38,7 @@ class OdtBody {
 
     bool Enter();
     Sight SightOf(const pugi::xml_node& parent, const OpenChars& chars, int depth) const;
+    Sight SightOfNode(const pugi::xml_node& node, const OpenChars& chars, int depth) const;
     bool IsHiddenParagraph(const pugi::xml_node& paragraph, const OpenChars& chars) const;
     bool IsHiddenRow(const pugi::xml_node& row) const;
     static bool IsDeletedRow(const pugi::xml_node& row);

@@ -21,32 +21,42 @@ bool AreAllParagraphs(const pugi::xml_node& row, const Fits& fits) {
     return true;
 }
 
+template <class Sight>
+Sight HiddenOr(Sight otherwise, const OpenChars& chars) {
+    return chars.hidden ? Sight::Hidden : otherwise;
+}
+
 }  // namespace
+
+OdtBody::Sight OdtBody::SightOfNode(const pugi::xml_node& node, const OpenChars& chars,
+                                    int depth) const {
+    const std::string_view name = LocalName(node);
+    if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
+        if (Trim(node.value()).empty())
+            return Sight::Nothing;
+        return HiddenOr(Sight::Seen, chars);
+    }
+    if (name == "hidden-text")
+        return Sight::Hidden;
+    if (name == "span" || name == "a") {
+        OpenChars own = chars;
+        styles_->ApplyText(Attribute(node, "style-name"), own);
+        return depth < kMaxDepth ? SightOf(node, own, depth + 1) : Sight::Seen;
+    }
+    if (name == "s" || name == "tab" || name == "line-break")
+        return HiddenOr(Sight::Nothing, chars);
+    const bool shows = !node.first_child().empty() && name != "annotation";
+    return shows ? Sight::Seen : Sight::Nothing;
+}
 
 // Stops at the first that is seen, which most often comes first.
 OdtBody::Sight OdtBody::SightOf(const pugi::xml_node& parent, const OpenChars& chars,
                                 int depth) const {
     Sight sight = Sight::Nothing;
     for (const pugi::xml_node& node : parent.children()) {
-        Sight part = Sight::Nothing;
-        const std::string_view name = LocalName(node);
-        if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
-            if (!Trim(node.value()).empty())
-                part = chars.hidden ? Sight::Hidden : Sight::Seen;
-        } else if (name == "hidden-text") {
-            part = Sight::Hidden;
-        } else if (name == "span" || name == "a") {
-            OpenChars own = chars;
-            styles_->ApplyText(Attribute(node, "style-name"), own);
-            part = depth < kMaxDepth ? SightOf(node, own, depth + 1) : Sight::Seen;
-        } else if (name == "s" || name == "tab" || name == "line-break") {
-            part = chars.hidden ? Sight::Hidden : Sight::Nothing;
-        } else if (!node.first_child().empty() && name != "annotation") {
-            part = Sight::Seen;
-        }
-        if (part == Sight::Seen)
-            return part;
-        sight = std::max(sight, part);
+        sight = std::max(sight, SightOfNode(node, chars, depth));
+        if (sight == Sight::Seen)
+            break;
     }
     return sight;
 }

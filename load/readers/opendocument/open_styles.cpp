@@ -106,8 +106,7 @@ void ApplyColors(const pugi::xml_node& properties, OpenColors colors, CharFormat
     }
     if (Attribute(properties, "use-window-font-color") == "true")
         format.fore_color.reset();
-    const std::string_view back = Attribute(properties, "background-color");
-    if (!back.empty())
+    if (const std::string_view back = Attribute(properties, "background-color"); !back.empty())
         format.back_color = ParseColor(back);
 }
 
@@ -149,8 +148,7 @@ void ApplyTabs(const pugi::xml_node& properties, ParagraphFormat& format) {
 }
 
 void ApplyLayout(const pugi::xml_node& properties, ParagraphFormat& format) {
-    const std::string_view mode = Attribute(properties, "writing-mode");
-    if (!mode.empty())
+    if (const std::string_view mode = Attribute(properties, "writing-mode"); !mode.empty())
         format.right_to_left = mode.starts_with("rl");
     ApplyAlignment(Attribute(properties, "text-align"), format);
     const std::string_view all = Attribute(properties, "margin");
@@ -322,17 +320,14 @@ void OpenStyles::ApplyChars(const pugi::xml_node& style, OpenChars& chars) const
     ApplyFont(properties, format);
     ApplySize(Attribute(properties, "font-size"), format);
     ApplyColors(properties, colors_, format);
-    const std::string_view weight = Attribute(properties, "font-weight");
-    if (!weight.empty())
+    if (const std::string_view weight = Attribute(properties, "font-weight"); !weight.empty())
         format.bold = weight == "bold" || (weight.size() == 3 && weight >= "600");
-    const std::string_view slope = Attribute(properties, "font-style");
-    if (!slope.empty())
+    if (const std::string_view slope = Attribute(properties, "font-style"); !slope.empty())
         format.italic = slope != "normal";
     format.underline = UnderlineOf(properties, format.underline);
     format.strikeout = StrikeoutOf(properties, format.strikeout);
     format.baseline = BaselineOf(Attribute(properties, "text-position"), format.baseline);
-    const std::string_view display = Attribute(properties, "display");
-    if (!display.empty())
+    if (const std::string_view display = Attribute(properties, "display"); !display.empty())
         chars.hidden = display == "none";
     if (const std::string_view form = Attribute(properties, "text-transform"); !form.empty())
         chars.capitals = form == "uppercase";

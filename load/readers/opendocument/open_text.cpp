@@ -10,7 +10,6 @@ namespace zorvane {
 namespace {
 
 constexpr std::string_view kLine(&kLineInParagraph, 1);
-constexpr std::string_view kCell(&kCellEnd, 1);
 constexpr std::int32_t kMostRepeats = 256;  // of cells and rows that say "again"
 
 constexpr std::size_t kMostTableText = std::size_t{256} << 20;
@@ -198,7 +197,7 @@ void OpenTextWriter::Rows(const pugi::xml_node& holder, int depth) {
 }
 
 void OpenTextWriter::Row(const pugi::xml_node& row) {
-    writer_.SetFormat({});
+    writer_.BeginRow();
     in_cell_ = true;
     for (const pugi::xml_node& cell : row.children()) {
         const bool covered = Is(cell, "covered-table-cell");
@@ -208,7 +207,7 @@ void OpenTextWriter::Row(const pugi::xml_node& row) {
             cell_has_paragraph_ = false;
             if (!covered)
                 Blocks(cell, {"table-cell", Attribute(cell, "style-name")});
-            writer_.Text(kCell, PlainSlideFormat());
+            writer_.EndCell(PlainSlideFormat());
         }
     }
     in_cell_ = false;

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 
+#include "load/readers/container/xml_scanner.h"
+
 namespace zorvane {
 namespace {
 
@@ -51,7 +53,7 @@ std::size_t Replace(std::string_view text, std::size_t at, std::string& result) 
             return 3;
         const std::u32string_view letters = LettersOfLigature(ThreeByteCharacter(rest));
         for (const char32_t letter : letters)
-            AppendUtf8(letter, result);
+            AppendCodePoint(letter, result);
         if (!letters.empty())
             return 3;
     }
@@ -67,26 +69,6 @@ std::u32string_view LettersOfLigature(char32_t character) {
     if (character >= 0xFB13 && character <= 0xFB17)
         return kArmenian[character - 0xFB13];
     return {};
-}
-
-void AppendUtf8(char32_t character, std::string& text) {
-    const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
-    const auto follow = [&](int shift) { put(0x80 | ((character >> shift) & 0x3F)); };
-    if (character < 0x80) {
-        put(character);
-    } else if (character < 0x800) {
-        put(0xC0 | character >> 6);
-        follow(0);
-    } else if (character < 0x10000) {
-        put(0xE0 | character >> 12);
-        follow(6);
-        follow(0);
-    } else {
-        put(0xF0 | character >> 18);
-        follow(12);
-        follow(6);
-        follow(0);
-    }
 }
 
 void PlainLetters(std::string& text, std::size_t start) {

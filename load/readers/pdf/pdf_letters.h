@@ -10,8 +10,6 @@ namespace zorvane {
 /// The letters of a ligature; empty for any other character.
 std::u32string_view LettersOfLigature(char32_t character);
 
-void AppendUtf8(char32_t character, std::string& text);
-
 /// Changes `text` from `start` on: ligatures become their letters, a drawn soft hyphen at the end
 /// of a line goes together with the line's end and is a hyphen elsewhere, and marks of direction,
 /// which nobody sees, go.

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "load/readers/container/xml_scanner.h"
 #include "load/readers/pdf/pdf_characters.h"
 #include "load/readers/pdf/pdf_document.h"
 #include "load/readers/pdf/pdf_letters.h"
@@ -142,8 +143,8 @@ ReadEnd CrowdedText(PDFDoc& document, std::int32_t page, std::string& text) {
                                   });
     for (const PdfLine& line : lines) {
         for (const PdfLetter& letter : line.letters)
-            AppendUtf8(letter.letter == static_cast<char32_t>(kCellEnd) ? U'\t' : letter.letter,
-                       text);
+            AppendCodePoint(
+                letter.letter == static_cast<char32_t>(kCellEnd) ? U'\t' : letter.letter, text);
         text += '\n';
     }
     text += '\f';

@@ -340,4 +340,9 @@ void ParagraphWriter::EndIfBegun() {
         End();
 }
 
+void ParagraphWriter::EndCell(const CharFormat& format) {
+    Open();
+    sink_.EndCell(format);
+}
+
 }  // namespace zorvane

@@ -14,12 +14,13 @@
 namespace zorvane {
 
 /// Marks inside the text of a paragraph. A table row is one paragraph, each of its cells ended by
-/// `kCellEnd`; a paragraph break inside a cell is a `kLineInParagraph`.
+/// `kCellEnd`, which `EndCell` writes; a paragraph break inside a cell is a `kLineInParagraph`.
 inline constexpr char kCellEnd = '\x07';
 inline constexpr char kLineInParagraph = '\x0B';
 
 /// The text is UTF-8 without CR and LF; other control characters but tab and the two marks above
-/// are dropped. Calls come as BeginParagraph (Text | ListLabel)* EndParagraph, not nested.
+/// are dropped. Calls come as BeginParagraph (Text | ListLabel)* EndParagraph, not nested, and
+/// those of a table as BeginRow ((Text | ListLabel)* EndCell)* EndRow.
 class DocumentSink {
   public:
     virtual ~DocumentSink() = default;
@@ -28,6 +29,9 @@ class DocumentSink {
     /// A generated number or bullet, without the tab that stands behind it.
     virtual void ListLabel(std::string_view utf8, const CharFormat& format) = 0;
     virtual void EndParagraph() = 0;
+    void BeginRow() { BeginParagraph(ParagraphFormat()); }
+    void EndCell(const CharFormat& format) { Text(std::string_view(&kCellEnd, 1), format); }
+    void EndRow() { EndParagraph(); }
     /// What lies beside the text at this place, in a paragraph or between two (then it belongs to
     /// the next one), or in the whole document when the item's paragraph is 0.
     virtual void Beside(const BesideItem& /*item*/) {}
@@ -63,6 +67,9 @@ class ParagraphWriter {
     void End();
     /// Ends the paragraph only when it has begun.
     void EndIfBegun();
+    /// The next paragraph is a row; it ends as paragraphs do.
+    void BeginRow() { SetFormat(ParagraphFormat()); }
+    void EndCell(const CharFormat& format);
     DocumentSink& Sink() { return sink_; }
 
   private:

@@ -7,9 +7,10 @@
 namespace zorvane {
 namespace {
 
-// What parts words where texts are compared: a tab does not.
+// What parts words where texts are compared: a tab does not, and behind the end of a
+// cell a paragraph begins.
 bool PartsWords(char character) {
-    return character == ' ' || character == kCellEnd || character == kLineInParagraph;
+    return character == ' ' || character == kLineInParagraph;
 }
 
 }  // namespace

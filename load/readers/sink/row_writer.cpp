@@ -41,7 +41,7 @@ void RowWriter::EndParagraph() {
 
 void RowWriter::BeginRow() {
     if (cells_.empty())
-        sink_.BeginParagraph(ParagraphFormat());
+        sink_.BeginRow();
     else if (line_waits_)
         sink_.Text(std::string_view(&kLineInParagraph, 1), CharFormat());
     line_waits_ = false;
@@ -58,13 +58,13 @@ void RowWriter::BeginCell() {
 void RowWriter::EndCell(const CharFormat& format) {
     line_waits_ = false;
     if (cells_.size() == 1)
-        sink_.Text(std::string_view(&kCellEnd, 1), format);
+        sink_.EndCell(format);
 }
 
 void RowWriter::EndRow() {
     cells_.pop_back();
     if (cells_.empty())
-        sink_.EndParagraph();
+        sink_.EndRow();
     line_waits_ = !cells_.empty();
 }
 

@@ -302,7 +302,7 @@ void HtmlFlow::BeginRow(Box& box) {
     box.number = 0;
     if (++rows_ > 1)
         return;
-    writer_.SetFormat(ParagraphFormat());
+    writer_.BeginRow();
     row_cells_ = 0;
     has_text_ = block_waits_ = false;
 }
@@ -357,7 +357,7 @@ void HtmlFlow::EndCell() {
     block_waits_ = false;
     const Box& box = boxes_.empty() ? RootBox() : boxes_.back();
     Prepare(box);
-    writer_.Text(std::string_view(&kCellEnd, 1), box.chars);
+    writer_.EndCell(box.chars);
     ++row_cells_;
     StartLine();
     has_text_ = false;
