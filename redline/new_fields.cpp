@@ -22,35 +22,50 @@ std::vector<bool> NewBlocks(const Plan& plan, std::size_t count) {
     return fresh;
 }
 
+bool IsBorder(const Atom& atom) {
+    const pugi::xml_node node = atom.parts.front().node;
+    return atom.kind == AtomKind::Marker && (Is(node, "fldChar") || Is(node, "instrText"));
+}
+
 struct OpenField {
     std::vector<Atom*> borders;
     bool fresh = true;
+};
+
+// Takes one border after the other.
+class OpenFields {
+  public:
+    void Take(Atom& border, bool fresh) {
+        const std::string_view kind = Attribute(border.parts.front().node, "fldCharType");
+        if (kind == "begin")
+            open_.emplace_back();
+        if (open_.empty())
+            return;
+        OpenField& field = open_.back();
+        field.borders.push_back(&border);
+        // An end in front of all text of its paragraph leaves that paragraph to what follows.
+        const bool ends = kind == "end";
+        field.fresh = field.fresh && (fresh || (ends && border.begin == 0));
+        if (!ends)
+            return;
+        for (Atom* const each : field.borders)
+            each->inserted = field.fresh;
+        open_.pop_back();
+    }
+
+  private:
+    std::vector<OpenField> open_;
 };
 
 }  // namespace
 
 void FindNewFields(const Plan& plan, std::vector<StoryBlock>& modified) {
     const std::vector<bool> fresh = NewBlocks(plan, modified.size());
-    std::vector<OpenField> open;
+    OpenFields open;
     for (std::size_t i = 0; i < modified.size(); ++i) {
         for (Atom& atom : modified[i].atoms) {
-            const pugi::xml_node node = atom.parts.front().node;
-            if (atom.kind != AtomKind::Marker || (!Is(node, "fldChar") && !Is(node, "instrText")))
-                continue;
-            const std::string_view kind = Attribute(node, "fldCharType");
-            if (kind == "begin")
-                open.emplace_back();
-            if (open.empty())
-                continue;
-            open.back().borders.push_back(&atom);
-            // An end in front of all text of its paragraph leaves that paragraph to what follows.
-            const bool ends = kind == "end";
-            open.back().fresh = open.back().fresh && (fresh[i] || (ends && atom.begin == 0));
-            if (!ends)
-                continue;
-            for (Atom* const border : open.back().borders)
-                border->inserted = open.back().fresh;
-            open.pop_back();
+            if (IsBorder(atom))
+                open.Take(atom, fresh[i]);
         }
     }
 }

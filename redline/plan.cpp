@@ -160,37 +160,43 @@ class Planner {
              0, false});
     }
 
-    void WriteStretch(Stretch stretch, Walk& old_walk, Walk& new_walk) {
-        const bool in_old = stretch.mark != TrackMark::Insert;
-        const bool in_new = stretch.mark != TrackMark::Delete;
-        while (stretch.length > 0) {
-            const std::size_t room =
-                in_old ? old_walk.End() - stretch.original : new_walk.End() - stretch.modified;
-            const std::size_t length = std::min(stretch.length, room);
+    // Nothing moves on a side that does not have the stretch.
+    struct StretchSide {
+        Walk& walk;
+        std::size_t place;  // in the joined text
+        bool there;
+        void Begin(std::size_t& block, std::size_t& block_begin) const {
+            if (!there)
+                return;
+            block = walk.Index();
+            block_begin = place - walk.begin;
+        }
+        void PassWithEnd(std::size_t length) {
+            if (!there)
+                return;
+            place += length + kBreakLength;
+            walk.Next();
+        }
+    };
+
+    void WriteStretch(const Stretch& stretch, Walk& old_walk, Walk& new_walk) {
+        StretchSide old_side{old_walk, stretch.original, stretch.mark != TrackMark::Insert};
+        StretchSide new_side{new_walk, stretch.modified, stretch.mark != TrackMark::Delete};
+        const StretchSide& told = old_side.there ? old_side : new_side;
+        for (std::size_t left = stretch.length; left > 0;) {
             PlanToken token;
             token.mark = stretch.mark;
-            if (in_old)
-                token.original = old_walk.Index();
-            if (in_new)
-                token.modified = new_walk.Index();
-            token.original_begin = in_old ? stretch.original - old_walk.begin : 0;
-            token.modified_begin = in_new ? stretch.modified - new_walk.begin : 0;
-            token.length = length;
-            if (length > 0)
+            token.length = std::min(left, told.walk.End() - told.place);
+            old_side.Begin(token.original, token.original_begin);
+            new_side.Begin(token.modified, token.modified_begin);
+            if (token.length > 0)
                 Put(token);
-            std::size_t done = length;
-            if (stretch.length > length) {
-                Put({TokenKind::End, token.mark, token.original, token.modified, 0, 0, 0, 0,
-                     false});
-                done += kBreakLength;
-                if (in_old)
-                    old_walk.Next();
-                if (in_new)
-                    new_walk.Next();
-            }
-            stretch.length -= std::min(done, stretch.length);
-            stretch.original += in_old ? done : 0;
-            stretch.modified += in_new ? done : 0;
+            if (left == token.length)
+                return;
+            Put({TokenKind::End, token.mark, token.original, token.modified, 0, 0, 0, 0, false});
+            old_side.PassWithEnd(token.length);
+            new_side.PassWithEnd(token.length);
+            left -= std::min(left, token.length + kBreakLength);
         }
     }
 
