@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
-#include <QScreen>
 
 #include "app/ui/frame_commands.h"
 #include "common/file_utilities.h"
@@ -14,6 +13,7 @@
 #include "common/ui/question.h"
 #include "common/ui/toolkit_texts.h"
 #include "common/ui/widget_words.h"
+#include "common/ui/window_placing.h"
 #include "compare/ui/command_buttons.h"
 #include "compare/ui/compare_commands.h"
 #include "find/ui/find_commands.h"
@@ -208,11 +208,7 @@ void MainWindow::SetRectangle(const FrameRectangle& rectangle) {
     QRect place(pixels(rectangle.left), pixels(rectangle.top), pixels(rectangle.width),
                 pixels(rectangle.height));
     place.setSize(place.size().expandedTo(minimumSize()));
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        if (!place.intersects(screen->virtualGeometry()))
-            place.moveTopLeft(screen->availableGeometry().topLeft());
-    }
-    setGeometry(place);
+    setGeometry(WhollyOnAScreen(place));
 }
 
 void MainWindow::ViewersChanged() {

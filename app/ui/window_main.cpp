@@ -19,12 +19,11 @@
 #include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
+#include "common/ui/window_placing.h"
 
 namespace {
 
 using namespace zorvane;
-
-constexpr int kSettled = 400;  // the window has its place, and what is asked stands over it
 
 // Two paths open on both, one is the original; every other line is a session or a run of the slash
 // form.
@@ -42,7 +41,7 @@ RunOutcome Start(ProcessState& process, const std::vector<std::string>& argument
     if (paths)
         window.OpenFiles(arguments);
     else if (outcome.mode == RunMode::Interactive)
-        QTimer::singleShot(kSettled, &window, [&window] { window.TellRescued(); });
+        QTimer::singleShot(0, &window, [&window] { window.TellRescued(); });
     return {RunMode::Interactive, 0};
 }
 
@@ -148,6 +147,7 @@ int main(int count, char** values) {
     Platform platform = MakePosixPlatform();
     ProcessState process(platform);
     MainWindow window(process, theme);
+    WindowPlacing::Watch(window);
     frmMainMDI frame(process, window, window.Viewers());
     window.SetFrame(frame);
     static EndWithoutDisplay ending(window);

@@ -5,6 +5,7 @@
 
 #include "common/ui/check_boxes.h"
 #include "common/ui/measures.h"
+#include "common/ui/window_placing.h"
 
 namespace zorvane {
 
@@ -32,7 +33,9 @@ QuestionDialog::QuestionDialog(const Question& question, QWidget* parent)
 
 Button* QuestionDialog::MakeChoice(const Question& question, int index, QWidget* holder) {
     const int usual = question.deletes ? question.escape : question.usual;
-    const bool filled = index == usual && !question.deletes;
+    // The way out is not what the person came for.
+    const bool filled =
+        index == usual && (usual != question.escape || question.choices.size() == 1);
     auto* button = new Button(question.choices[static_cast<std::size_t>(index)],
                               filled ? ButtonLook::Primary : ButtonLook::Plain, QString(), holder);
     button->setDefault(index == usual);
@@ -67,12 +70,14 @@ QWidget* QuestionDialog::MakeChoices(const Question& question) {
 }
 
 int Ask(const Question& question, QWidget* parent) {
+    WindowPlacing::WaitFor(parent);
     QuestionDialog dialog(question, parent);
     dialog.exec();
     return dialog.Answer();
 }
 
 bool Notify(const Question& question, QWidget* parent) {
+    WindowPlacing::WaitFor(parent);
     QuestionDialog dialog(question, parent);
     dialog.exec();
     return dialog.Checked();

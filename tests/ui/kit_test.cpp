@@ -21,6 +21,7 @@
 #include "common/ui/progress_card.h"
 #include "common/ui/question.h"
 #include "common/ui/toolkit_texts.h"
+#include "common/ui/window_placing.h"
 
 namespace zorvane {
 namespace {
@@ -338,6 +339,50 @@ TEST(Question, AnswersByEnterAndEscAndNeverDeletesByEnter) {
         QTest::keyClick(dialog.focusWidget(), row.key);
         EXPECT_FALSE(dialog.isVisible());
         EXPECT_EQ(dialog.Answer(), row.answer);
+    }
+}
+
+TEST(WindowPlacing, AQuestionStandsOverTheWindowWhereTheDesktopPutsIt) {
+    QWidget window;
+    WindowPlacing::Watch(window);
+    window.setGeometry(0, 0, 300, 200);
+    window.show();
+    const QRect place(400, 350, 300, 200);
+    QTimer::singleShot(50, &window, [&] {
+        window.setGeometry(place);
+        EXPECT_FALSE(window.close()) << "the question would go with it";
+    });
+    QRect asked;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        if (QWidget* question = QApplication::activeModalWidget()) {
+            asked = question->geometry();
+            question->close();
+        }
+    });
+    answer.start(10);
+    Ask({.title = "Start", .text = "Go on?", .choices = {"OK"}}, &window);
+    EXPECT_TRUE(place.contains(asked.center())) << asked.x() << "," << asked.y();
+}
+
+TEST(WindowPlacing, AStoredPlaceIsWhollyOnAScreen) {
+    struct Row {
+        const char* name;
+        QRect stored;
+        QRect expected;
+    };
+    const QRect screens[] = {{0, 30, 1000, 770}, {1000, 0, 800, 600}};
+    const Row rows[] = {
+        {"fits", {100, 100, 500, 400}, {100, 100, 500, 400}},
+        {"larger than the screen", {-50, 0, 3000, 2000}, {0, 30, 1000, 770}},
+        {"under the panel", {10, 0, 500, 400}, {10, 30, 500, 400}},
+        {"over the lower right edge", {1500, 400, 500, 400}, {1300, 200, 500, 400}},
+        {"of a screen that has gone", {5000, -900, 500, 400}, {500, 30, 500, 400}},
+        {"on the one that shows most of it", {900, 100, 500, 400}, {1000, 100, 500, 400}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(WhollyOnAScreen(row.stored, {screens[0], screens[1]}), row.expected);
     }
 }
 
