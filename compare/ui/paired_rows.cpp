@@ -157,29 +157,26 @@ namespace {
 // The folds in the order of rows, as somebody meets them who walks down.
 class FoldWalk {
   public:
-    FoldWalk(const ParagraphRows& rows, const FoldState& folds)
-        : rows_(rows),
-          folds_(folds),
-          foldable_(folds.folded ? FoldableRows(rows, folds.rule) : std::vector<RowSpan>()),
-          next_(foldable_.begin()) {}
+    /// `first_paragraph` of a row is what an opened fold is known by.
+    FoldWalk(std::vector<RowSpan> folds, const std::set<std::int32_t>& opened,
+             std::function<std::int32_t(std::int32_t row)> first_paragraph)
+        : folds_(std::move(folds)),
+          opened_(opened),
+          first_paragraph_(std::move(first_paragraph)),
+          next_(folds_.begin()) {}
 
     /// The fold that hides the row; nullptr for none. Rows ascend from call to call.
     const RowSpan* HidingRow(std::int32_t number) {
-        while (next_ != foldable_.end() && next_->end() <= number)
+        while (next_ != folds_.end() && next_->end() <= number)
             ++next_;
-        const bool inside = next_ != foldable_.end() && next_->first <= number;
-        return inside && !IsOpened(*next_) ? &*next_ : nullptr;
+        const bool inside = next_ != folds_.end() && next_->first <= number;
+        return inside && !opened_.contains(first_paragraph_(next_->first)) ? &*next_ : nullptr;
     }
 
   private:
-    bool IsOpened(const RowSpan& span) const {
-        const ParagraphNumber paragraph = rows_.Row(span.first).paragraphs.original.first;
-        return folds_.opened.contains(paragraph.value);
-    }
-
-    const ParagraphRows& rows_;
-    const FoldState& folds_;
-    std::vector<RowSpan> foldable_;
+    std::vector<RowSpan> folds_;
+    const std::set<std::int32_t>& opened_;
+    std::function<std::int32_t(std::int32_t)> first_paragraph_;
     std::vector<RowSpan>::const_iterator next_;
 };
 
@@ -204,7 +201,9 @@ void PairRows(const ParagraphRows& rows, const PerSide<const BlockIndex*>& index
               PairedRows& paired) {
     const PerSide<BlockTable> tables{BlockTable(indexes.original), BlockTable(indexes.modified)};
     RowWriter writer(tables.original, tables.modified);
-    FoldWalk walk(rows, folds);
+    FoldWalk walk(
+        folds.folded ? FoldableRows(rows, folds.rule) : std::vector<RowSpan>(), folds.opened,
+        [&rows](std::int32_t row) { return rows.Row(row).paragraphs.original.first.value; });
     for (std::int32_t first = 0; first < rows.Rows();) {
         const ParagraphRow run = rows.RunAt(first);
         const bool plain = run.record < 0 || run.kind == RowKind::Edited;
@@ -250,16 +249,13 @@ void FoldRows(const MarkSource& marks, const BlockIndex& index, const FoldState&
     const BlockTable none(nullptr);
     RowWriter writer(table, none);
     const std::int32_t count = index.ParagraphCount();
-    const std::vector<RowSpan> foldable =
-        folds.folded ? FoldableParagraphs(marks, count, folds.rule) : std::vector<RowSpan>();
-    auto fold = foldable.begin();
+    FoldWalk walk(
+        folds.folded ? FoldableParagraphs(marks, count, folds.rule) : std::vector<RowSpan>(),
+        folds.opened, [](std::int32_t row) { return row + 1; });
     for (std::int32_t paragraph = 1; paragraph <= count; ++paragraph) {
-        while (fold != foldable.end() && fold->end() < paragraph)
-            ++fold;
         PairedRow row;
         row.block.original = table.Start(paragraph);
-        if (fold != foldable.end() && fold->first < paragraph &&
-            !folds.opened.contains(fold->first + 1)) {
+        if (const RowSpan* fold = walk.HidingRow(paragraph - 1)) {
             row.folded = fold->count;
             paragraph = fold->end();
         } else {
