@@ -5,60 +5,21 @@
 //   zv_compare_window_times [ORIGINAL MODIFIED]
 // Without names it writes two texts of 500,000 words, every tenth paragraph changed. Milliseconds
 // of the processor, all threads together, and of the clock, until the window shows it.
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <QApplication>
 
 #include "app/run_modes.h"
 #include "app/ui/main_window.h"
+#include "bench/window_times.h"
 #include "common/platform/platform.h"
 #include "common/process_state.h"
 
 namespace zorvane {
 namespace {
-
-double Clock(clockid_t clock) {
-    timespec time{};
-    clock_gettime(clock, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
-
-struct Figures {
-    std::vector<double> cpu;
-    std::vector<double> wall;
-    // A step, and what goes on behind it until it is done and painted.
-    void Take(const std::function<void()>& step, const std::function<bool()>& done) {
-        const double cpu_begin = Clock(CLOCK_PROCESS_CPUTIME_ID);
-        const double wall_begin = Clock(CLOCK_MONOTONIC);
-        step();
-        QApplication::processEvents();
-        while (!done()) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            QApplication::processEvents();
-        }
-        QApplication::processEvents();
-        cpu.push_back(Clock(CLOCK_PROCESS_CPUTIME_ID) - cpu_begin);
-        wall.push_back(Clock(CLOCK_MONOTONIC) - wall_begin);
-    }
-    void Tell(const char* name) {
-        const auto part = [](std::vector<double>& times, std::size_t percent) {
-            std::sort(times.begin(), times.end());
-            return times[(times.size() - 1) * percent / 100];
-        };
-        std::printf("%-34s median %7.1f  99 %% %7.1f  (clock %7.1f, %7.1f)\n", name, part(cpu, 50),
-                    part(cpu, 99), part(wall, 50), part(wall, 99));
-        std::fflush(stdout);
-    }
-};
 
 void WriteText(const std::string& name, int changed) {
     constexpr int kParagraphs = 38'462;  // of thirteen words
@@ -98,7 +59,7 @@ class Bench {
     bool Done() { return !page_.Viewer()->Busy() && page_.Viewer()->ShownComparison() != nullptr; }
 
     void Each(const char* name, const std::vector<const char*>& commands, int times) {
-        Figures figures;
+        WindowTimes figures;
         for (int turn = 0; turn < times; ++turn)
             for (const char* command : commands)
                 figures.Take([&] { window_.Commands().Run(command); }, [this] { return Done(); });
@@ -113,19 +74,18 @@ class Bench {
     }
 
     void Resize(const char* name) {
-        Figures figures;
+        WindowTimes figures;
         for (int step = 0; step < kSteps; ++step)
-            figures.Take([&] { window_.resize(1280 + step % 100, 900 - step % 50); },
-                         [] { return true; });
+            figures.Take([&] { window_.resize(1280 + step % 100, 900 - step % 50); });
         figures.Tell(name);
     }
 
     void Scroll(const char* name) {
         ComparePane& pane = page_.Pane();
         RichTextView& view = pane.AllInOne() ? pane.MergedView() : pane.View(Side::Original);
-        Figures figures;
+        WindowTimes figures;
         for (int step = 0; step < kSteps; ++step)
-            figures.Take([&] { view.ScrollByPixels(60); }, [] { return true; });
+            figures.Take([&] { view.ScrollByPixels(60); });
         figures.Tell(name);
     }
 
@@ -144,7 +104,7 @@ int Run(Theme& theme, const std::string& original, const std::string& modified) 
     window.BeginInteractive();
     window.resize(1280, 900);
     QApplication::processEvents();
-    Figures compare;
+    WindowTimes compare;
     compare.Take([&] { window.OpenPair(original, modified); },
                  [&] {
                      const frmCompareFiles* viewer = window.ActivePage()->Viewer();

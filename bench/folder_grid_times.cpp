@@ -3,10 +3,8 @@
 // QT_QPA_PLATFORM=offscreen HOME=(an empty folder)
 //   zv_folder_grid_times ORIGINAL MODIFIED
 // Milliseconds of the processor, which a busy machine does not change, and of the clock.
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -21,6 +19,7 @@
 
 #include "app/run_modes.h"
 #include "app/ui/main_window.h"
+#include "bench/window_times.h"
 #include "common/platform/platform.h"
 #include "common/process_state.h"
 
@@ -28,33 +27,6 @@ namespace zorvane {
 namespace {
 
 constexpr int kSteps = 300;
-
-double Clock(clockid_t clock) {
-    timespec time{};
-    clock_gettime(clock, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
-
-struct Times {
-    std::vector<double> cpu;
-    std::vector<double> wall;
-    // The step and all that it makes Qt do until the window is painted.
-    void Take(const std::function<void()>& step) {
-        const double cpu_begin = Clock(CLOCK_THREAD_CPUTIME_ID);
-        const double wall_begin = Clock(CLOCK_MONOTONIC);
-        step();
-        QApplication::processEvents();
-        cpu.push_back(Clock(CLOCK_THREAD_CPUTIME_ID) - cpu_begin);
-        wall.push_back(Clock(CLOCK_MONOTONIC) - wall_begin);
-    }
-    void Tell(const char* name) {
-        std::sort(cpu.begin(), cpu.end());
-        std::sort(wall.begin(), wall.end());
-        std::printf("%-28s median %8.1f  worst %8.1f  (clock %8.1f, %8.1f)\n", name,
-                    cpu[cpu.size() / 2], cpu.back(), wall[wall.size() / 2], wall.back());
-        std::fflush(stdout);
-    }
-};
 
 double MegabytesInUse() {
     std::ifstream status("/proc/self/statm");
@@ -66,7 +38,7 @@ double MegabytesInUse() {
 }
 
 // The turns of the window until something beside it is done.
-void LiveUntil(Times& turns, const std::function<bool()>& done) {
+void LiveUntil(WindowTimes& turns, const std::function<bool()>& done) {
     while (!done()) {
         turns.Take([] {});
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -76,17 +48,17 @@ void LiveUntil(Times& turns, const std::function<bool()>& done) {
 void MeasureOrders(MainWindow& window, CompareFoldersPage& page) {
     const auto made = [&page] { return !page.Table().MakesOrder(); };
     for (int column = 0; column < page.Table().columnCount(); ++column) {
-        Times pauses;
-        const double begin = Clock(CLOCK_MONOTONIC);
+        WindowTimes pauses(CLOCK_THREAD_CPUTIME_ID);
+        const double begin = MillisecondsOf(CLOCK_MONOTONIC);
         for (int turn = 0; turn < 3; ++turn) {
             pauses.Take([&] { Q_EMIT page.Grid().horizontalHeader()->sectionClicked(column); });
             LiveUntil(pauses, made);
         }
         pauses.Tell(("sort by column " + std::to_string(column)).c_str());
         std::printf("  until the rows stood there: %.0f ms each\n",
-                    (Clock(CLOCK_MONOTONIC) - begin) / 3);
+                    (MillisecondsOf(CLOCK_MONOTONIC) - begin) / 3);
     }
-    Times filters;
+    WindowTimes filters(CLOCK_THREAD_CPUTIME_ID);
     for (const char* command : {"view.show_changes", "view.show_deletions", "folders.show_same",
                                 "view.show_additions", "view.show_all"}) {
         filters.Take([&] { window.Commands().Run(command); });
@@ -96,23 +68,23 @@ void MeasureOrders(MainWindow& window, CompareFoldersPage& page) {
 }
 
 void MeasureReport(MainWindow& window, CompareFoldersPage& page) {
-    Times pauses;
-    const double begin = Clock(CLOCK_MONOTONIC);
+    WindowTimes pauses(CLOCK_THREAD_CPUTIME_ID);
+    const double begin = MillisecondsOf(CLOCK_MONOTONIC);
     const std::string file =
         (std::filesystem::temp_directory_path() / "folder_grid_times.csv").string();
     page.Viewer()->Settings().txtDefaultReportCSV = file;
     pauses.Take([&] { window.Commands().Run("report.make"); });
     LiveUntil(pauses, [&page] { return !page.Viewer()->WritesReport(); });
     pauses.Tell("report");
-    std::printf("  written after %.0f ms\n", Clock(CLOCK_MONOTONIC) - begin);
+    std::printf("  written after %.0f ms\n", MillisecondsOf(CLOCK_MONOTONIC) - begin);
     std::filesystem::remove(file);
 }
 
 void Measure(MainWindow& window, CompareFoldersPage& page) {
     QScrollBar& bar = *page.Grid().verticalScrollBar();
     std::mt19937 random(1);
-    Times jumps;
-    Times steps;
+    WindowTimes jumps(CLOCK_THREAD_CPUTIME_ID);
+    WindowTimes steps(CLOCK_THREAD_CPUTIME_ID);
     for (int step = 0; step < kSteps; ++step) {
         jumps.Take([&] {
             bar.setValue(static_cast<int>(random() % static_cast<unsigned>(bar.maximum() + 1)));
@@ -145,13 +117,13 @@ int Run(Theme& theme, const std::string& original, const std::string& modified) 
     window.resize(1280, 800);
     QApplication::processEvents();
     const double before = MegabytesInUse();
-    const double begin = Clock(CLOCK_MONOTONIC);
+    const double begin = MillisecondsOf(CLOCK_MONOTONIC);
     window.OpenFolders({original, modified});
     CompareFoldersPage& page = *window.ActiveFolders();
-    Times turns;
+    WindowTimes turns(CLOCK_THREAD_CPUTIME_ID);
     LiveUntil(turns, [&page] { return page.Viewer()->CanReport(); });
     std::printf("%d rows after %.1f s, %.0f MB more than before\n", page.Table().rowCount(),
-                (Clock(CLOCK_MONOTONIC) - begin) / 1e3, MegabytesInUse() - before);
+                (MillisecondsOf(CLOCK_MONOTONIC) - begin) / 1e3, MegabytesInUse() - before);
     turns.Tell("the window while it runs");
     Measure(window, page);
     std::printf("%.0f MB more than before\n", MegabytesInUse() - before);
