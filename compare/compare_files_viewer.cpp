@@ -1,5 +1,7 @@
 #include "compare/compare_files_viewer.h"
 
+#include <algorithm>
+
 #include "common/log_message.h"
 #include "common/process_state.h"
 
@@ -8,6 +10,7 @@ namespace {
 
 constexpr std::int32_t kMostRecentFiles = 10;
 constexpr std::int32_t kMostExtensions = 15;
+constexpr const char* kNoFile = "Uninitialized";  // chosen yet
 
 }  // namespace
 
@@ -133,7 +136,9 @@ void frmCompareFiles::Close() {
 }
 
 std::vector<std::string> frmCompareFiles::FileNames() const {
-    return {options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+    std::vector<std::string> files{options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+    std::replace(files.begin(), files.end(), std::string(kNoFile), std::string());
+    return files;
 }
 
 void frmCompareFiles::EndWork() {

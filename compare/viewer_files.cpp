@@ -11,12 +11,6 @@
 
 namespace zorvane {
 
-namespace {
-
-constexpr std::string_view kNoFile = "Uninitialized";  // chosen yet
-
-}  // namespace
-
 ShownDocument& frmCompareFiles::DocumentOf(EditorTarget target) {
     switch (target) {
         case EditorTarget::AllInOneDiff:
@@ -96,13 +90,12 @@ void frmCompareFiles::SelectSavedFile(Side side, const std::string& file, std::u
 
 // Another file may be chosen already, which is not loaded yet.
 PerSide<std::string> frmCompareFiles::ShownFiles() const {
-    PerSide<std::string> files{options_.sFileOriginal.Data(), options_.sFileModified.Data()};
+    const std::vector<std::string> chosen = FileNames();
+    PerSide<std::string> files{chosen[0], chosen[1]};
     for (const Side side : kBothSides) {
         const std::string& watched = file_watch_.PathOf(side);
         if (!watched.empty())
             files[side] = watched;
-        else if (files[side] == kNoFile)
-            files[side].clear();
     }
     return files;
 }

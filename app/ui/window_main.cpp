@@ -19,6 +19,7 @@
 #include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
+#include "common/ui/window_placing.h"
 
 namespace {
 
@@ -146,6 +147,7 @@ int main(int count, char** values) {
     Platform platform = MakePosixPlatform();
     ProcessState process(platform);
     MainWindow window(process, theme);
+    WindowPlacing::Watch(window);
     frmMainMDI frame(process, window, window.Viewers());
     window.SetFrame(frame);
     static EndWithoutDisplay ending(window);

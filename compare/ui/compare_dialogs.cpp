@@ -1,6 +1,7 @@
 #include "compare/ui/compare_dialogs.h"
 
 #include <QHBoxLayout>
+#include <QShortcut>
 
 #include "common/ui/check_boxes.h"
 #include "common/ui/measures.h"
@@ -53,12 +54,20 @@ FindReplaceDialog::FindReplaceDialog(frmCompareFilesFindReplace& find, const UiT
     column->AddInLine({whole_, case_});
     SetButtons(text("&Find Next"), text("&Done"));
     AcceptButton()->disconnect(this);
-    connect(AcceptButton(), &QPushButton::clicked, this, [this] {
+    const auto search = [this](bool forward) {
         Store();
-        find_.Command1_Click();
+        forward ? find_.Command1_Click() : find_.FindPrevious();
         if (found)
             found();
-    });
+    };
+    connect(AcceptButton(), &QPushButton::clicked, this, [search] { search(true); });
+    // The window behind has the same keys.
+    const auto add_key = [&](const QKeySequence& key, bool forward) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this,
+                [search, forward] { search(forward); });
+    };
+    add_key(Qt::Key_F3, true);
+    add_key(Qt::SHIFT | Qt::Key_F3, false);
     AddReplaceButtons(text);
     SetFirstFocus(words_);
 }

@@ -13,15 +13,11 @@
 namespace zorvane {
 namespace {
 
-constexpr const char* kNoFile = "Uninitialized";
 constexpr int kLeastZoom = 25;
 constexpr int kMostZoom = 500;
 
 std::string FileOf(frmCompareFiles& viewer, Side side) {
-    const clsCompareFileOptions& options = viewer.Options();
-    const std::string file =
-        side == Side::Original ? options.sFileOriginal.Data() : options.sFileModified.Data();
-    return file == kNoFile ? std::string() : file;
+    return viewer.FileNames()[side == Side::Original ? 0 : 1];
 }
 
 bool HasText(frmCompareFiles& viewer, Side side) {

@@ -11,13 +11,12 @@
 namespace zorvane {
 namespace {
 
-const std::string& FileOf(frmCompareFiles& viewer, Side side) {
-    clsCompareFileOptions& options = viewer.Options();
-    return (side == Side::Original ? options.sFileOriginal : options.sFileModified).Data();
+std::string FileOf(const frmCompareFiles& viewer, Side side) {
+    return viewer.FileNames()[side == Side::Original ? 0 : 1];
 }
 
 bool HasSheets(frmCompareFiles& viewer, Side side) {
-    const std::string& file = FileOf(viewer, side);
+    const std::string file = FileOf(viewer, side);
     return ToUpper(file).find(".XLS") != std::string::npos && bFileExists(file);
 }
 
@@ -134,10 +133,7 @@ void CompareFilesPage::TellNotFresh() {
 }
 
 void CompareFilesPage::ReportOptions() {
-    const auto name = [this](Side side) {
-        const std::string& file = FileOf(*viewer_, side);
-        return file == "Uninitialized" ? QString() : FileNameOf(ToQt(file));
-    };
+    const auto name = [this](Side side) { return FileNameOf(ToQt(FileOf(*viewer_, side))); };
     const auto ask = [this](const QString& title, const QString& filter, const QString& start) {
         FileQuestion question{.title = FromQt(title),
                               .filter = FromQt(filter),

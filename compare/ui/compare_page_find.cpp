@@ -39,6 +39,8 @@ void CompareFilesPage::FindAgain(bool forward) {
     }
     if (forward ? find.Command1_Click() : find.FindPrevious())
         finding_in_->EnsureCaretVisible();
+    if (find_ != nullptr && find_->isVisible())
+        MarkHits();
 }
 
 // All hits in sight, and the selected one in a colour of its own, while the dialog is open.

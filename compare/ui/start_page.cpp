@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLocale>
 #include <QPainter>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "common/ui/cards.h"
@@ -107,11 +108,30 @@ QLabel* Heading(const QString& text, double size, QWidget* parent) {
     return label;
 }
 
+// A page in the middle of the window, scrolled where that is low.
+QScrollArea* MakeRoom(QWidget& parent) {
+    auto* scroll = new QScrollArea(&parent);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidgetResizable(true);
+    auto* room = new QWidget;
+    auto* line = new QHBoxLayout(room);
+    line->setContentsMargins(kWindowEdge, 0, kWindowEdge, 0);
+    auto* page = new QWidget(room);
+    page->setObjectName(QStringLiteral("page"));
+    page->setMaximumWidth(kWidest);
+    line->addWidget(page);
+    scroll->setWidget(room);
+    scroll->viewport()->setAutoFillBackground(false);
+    room->setAutoFillBackground(false);
+    return scroll;
+}
+
 }  // namespace
 
 StartPage::StartPage(CommandSet& commands, UiText text, QWidget* parent)
-    : QWidget(parent), text_(std::move(text)), middle_(new QWidget(this)) {
-    auto* rows = new QVBoxLayout(middle_);
+    : QWidget(parent), text_(std::move(text)), middle_(MakeRoom(*this)) {
+    auto* rows = new QVBoxLayout(middle_->findChild<QWidget*>(QStringLiteral("page")));
     rows->setContentsMargins(0, 40, 0, kLarge);
     rows->setSpacing(kMedium);
     rows->addWidget(Heading(text_("Compare two documents"), kStartTitleType, middle_));
@@ -238,8 +258,7 @@ void StartPage::paintEvent(QPaintEvent*) {
 }
 
 void StartPage::resizeEvent(QResizeEvent*) {
-    const int room = std::min(kWidest, width() - 2 * kWindowEdge);
-    middle_->setGeometry((width() - room) / 2, 0, room, height());
+    middle_->setGeometry(rect());
 }
 
 }  // namespace zorvane

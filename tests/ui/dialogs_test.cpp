@@ -51,6 +51,23 @@ TEST_F(DialogsTest, ThePaletteOpensOverTheFindDialogAndGivesItBack) {
     EXPECT_FALSE(world.Viewer().Tools().FindReplace().IsOpen());
 }
 
+TEST_F(DialogsTest, F3FindsOnWhileTheFindDialogHasTheKeys) {
+    const std::string file = Write("three.txt", "Alpha\r\nbeta\r\nalpha\r\nALPHA\r\n");
+    WindowWorld world(fakes, theme);
+    ASSERT_TRUE(world.Compare(file, file));
+    world.window.Commands().Run("edit.find");
+    auto* find = world.window.findChild<FindReplaceDialog*>();
+    ASSERT_TRUE(find != nullptr && WindowWorld::Until([&] { return find->isActiveWindow(); }));
+    QTest::keyClicks(find->focusWidget(), QStringLiteral("alpha"));
+    const auto hit = [&](Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(find, Qt::Key_F3, modifiers);
+        return world.Viewer().Editors().rtbOriginal.editor.Selection().first.value;
+    };
+    const std::int32_t first = hit(Qt::NoModifier);
+    EXPECT_GT(hit(Qt::NoModifier), first);
+    EXPECT_EQ(hit(Qt::ShiftModifier), first);
+}
+
 TEST_F(DialogsTest, PdfOptionsComeBackTheNextDay) {
     {
         WindowWorld world(fakes, theme);

@@ -93,6 +93,7 @@ TEST_F(FoldersPageTest, ShowsRowsCountsAndEachKindUnderItsFolder) {
     int files = 0;
     for (const auto& [command, names] : rows) {
         EXPECT_TRUE(world.window.Commands().Run(command));
+        ASSERT_TRUE(WindowWorld::Until([&] { return !page.Table().MakesOrder(); }));
         EXPECT_EQ(Names(page), names) << command;
         files += page.Table().Order().Files(page.Table().Order().Filter());
     }

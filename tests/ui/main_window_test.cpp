@@ -35,6 +35,7 @@ class MainWindowTest : public ::testing::Test {
 TEST_F(MainWindowTest, StartsWithAnEmptyPageAndWaitsForBothFiles) {
     WindowWorld world(fakes, theme);
     EXPECT_TRUE(world.Page().ShowsStart());
+    EXPECT_EQ(world.Viewer().FileNames(), (std::vector<std::string>{"", ""})) << "none was chosen";
     EXPECT_FALSE(world.window.Commands().Run("compare.run"));
     world.Page().TakeFile(Side::Original, ToQt(original));
     EXPECT_FALSE(world.window.Commands().Run("compare.run")) << "one side is missing";
