@@ -36,14 +36,20 @@ class DialogsTest : public ::testing::Test {
     static bool InDialog(CommandSet& commands, const char* id,
                          const std::function<void(Shown&)>& act) {
         bool came = false;
-        QTimer::singleShot(0, [&] {
-            auto* dialog = dynamic_cast<Shown*>(QApplication::activeModalWidget());
+        QTimer hand;
+        QObject::connect(&hand, &QTimer::timeout, [&] {
+            QWidget* shown = QApplication::activeModalWidget();
+            if (shown == nullptr)
+                return;  // a question waits until the window has its place
+            hand.stop();
+            auto* dialog = dynamic_cast<Shown*>(shown);
             came = dialog != nullptr;
             if (came)
                 act(*dialog);
             if (auto* left = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
                 left->reject();
         });
+        hand.start(1);
         commands.Run(id);
         return came;
     }
