@@ -95,6 +95,7 @@ void PdfBeside::Page(std::int32_t number, bool has_text) {
         return;
     page_ = number;
     page_pictures_.clear();
+    picture_in_part_ = false;
     forms_left_ = kMostForms;
     silent_ = !has_text;
     Pictures(page->getResourceDict(), 0);
@@ -104,7 +105,7 @@ void PdfBeside::Page(std::int32_t number, bool has_text) {
             Send(BesideKind::PageWithoutText, page_pictures_.empty() ? "drawing" : "picture",
                  digest);
     }
-    if (WasReadInPart(number))
+    if (WasReadInPart(number) || picture_in_part_)
         Send(BesideKind::DamagedPart, "read in part", BesideDigest("page"));
     const Object annotations = page->getAnnotsObject();
     const int count = annotations.isArray() ? annotations.arrayGetLength() : 0;
@@ -182,7 +183,8 @@ std::string PdfBeside::DigestOf(Object& stream) {
     BesideHash hash;
     std::array<unsigned char, 4096> buffer{};
     bytes->reset();
-    for (std::int64_t left = std::min(bytes_left_, kMostPictureBytes); left > 0;) {
+    std::int64_t left = std::min(bytes_left_, kMostPictureBytes);
+    while (left > 0) {
         const int got = bytes->doGetChars(static_cast<int>(buffer.size()), buffer.data());
         if (got <= 0)
             break;
@@ -192,6 +194,7 @@ std::string PdfBeside::DigestOf(Object& stream) {
         bytes_left_ -= got;
     }
     bytes->close();
+    picture_in_part_ = picture_in_part_ || left <= 0;
     return hash.Digest();
 }
 

@@ -43,6 +43,7 @@ class PdfBeside {
     std::map<int, std::string> digests_;       ///< of pictures, by the number of their object
     std::map<int, std::int32_t> first_pages_;  ///< where a picture was told
     std::int64_t bytes_left_ = std::int64_t{512} << 20;
+    bool picture_in_part_ = false;  ///< of a page: more bytes than are read
     int forms_left_ = 0;
 };
 

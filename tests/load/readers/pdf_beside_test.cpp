@@ -77,6 +77,10 @@ TEST(PdfBeside, TellsPicturesLinksPropertiesAndPagesWithoutText) {
               "1: Ann: why?; pages 0 page 2: picture; ");
     EXPECT_EQ(ShownItems(ItemsOf(test_pdf::MakePdf(Line(72, 700, "words")))), "");
     EXPECT_EQ(ShownItems(ItemsOf(test_pdf::MakePdf(std::string()))), "") << "an empty page";
+    scan.first.assign((std::size_t{64} << 20) + 1, 'x');
+    EXPECT_NE(ShownItems(ItemsOf(MakeScan(scan))).find("damaged 0 page 1: read in part"),
+              std::string::npos)
+        << "a picture that is too large to be read whole";
     EXPECT_EQ(ShownItems(ItemsOf(test_pdf::MakePdf("0 0 9 9 re f"))), "pages 0 page 1: drawing; ");
 }
 
