@@ -17,4 +17,12 @@ constexpr char AsciiLower(char character) {
     return IsAsciiUpper(character) ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
+/// 0 to 15; -1 for what is no hexadecimal digit.
+constexpr int HexDigit(char character) {
+    if (IsAsciiDigit(character))
+        return character - '0';
+    const char lower = AsciiLower(character);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
 }  // namespace zorvane

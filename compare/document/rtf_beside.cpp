@@ -60,13 +60,6 @@ std::string TextOf(std::string_view group, CodePage page) {
     return std::string(Trim(ToUtf8(ReadRtf(document).text)));
 }
 
-int HexValue(char digit) {
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    const char lower = static_cast<char>(digit | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
 // Takes the bytes of a \bin at `at` and gives the place behind them.
 std::size_t TakeBinary(std::string_view group, std::size_t at, std::string& bytes) {
     const std::size_t past = PastEscape(group, at);
@@ -80,7 +73,7 @@ std::size_t TakeBinary(std::string_view group, std::size_t at, std::string& byte
 class HexBytes {
   public:
     void Take(char digit, std::string& bytes) {
-        const int value = HexValue(digit);
+        const int value = HexDigit(digit);
         if (value < 0)
             return;
         if (high_ >= 0)

@@ -18,15 +18,6 @@ constexpr auto kEndsText = [] {
     return ends;
 }();
 
-std::optional<unsigned> HexDigit(char digit) {
-    if (IsAsciiDigit(digit))
-        return static_cast<unsigned>(digit - '0');
-    const char lower = AsciiLower(digit);
-    if (lower >= 'a' && lower <= 'f')
-        return static_cast<unsigned>(lower - 'a' + 10);
-    return std::nullopt;
-}
-
 }  // namespace
 
 bool RtfScanner::Next(RtfToken& token) {
@@ -95,13 +86,13 @@ void RtfScanner::HexByte(RtfToken& token) {
         at_ = bytes_.size();
         return;
     }
-    const auto high = HexDigit(bytes_[at_]);
-    const auto low = HexDigit(bytes_[at_ + 1]);
-    if (!high || !low)
+    const int high = HexDigit(bytes_[at_]);
+    const int low = HexDigit(bytes_[at_ + 1]);
+    if (high < 0 || low < 0)
         return;
     at_ += 2;
     token.kind = RtfToken::Kind::Byte;
-    token.byte = static_cast<char>(*high * 16 + *low);
+    token.byte = static_cast<char>(high * 16 + low);
 }
 
 std::optional<std::int32_t> RtfScanner::Parameter() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "load/readers/web/html_parser.h"
 #include "load/readers/web/html_reader.h"
@@ -21,13 +22,6 @@ std::string_view TakeLine(std::string_view& bytes) {
     if (line.ends_with('\r'))
         line.remove_suffix(1);
     return line;
-}
-
-int HexDigit(char character) {
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    const int letter = character | 0x20;
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
 // A byte behind `mark` in two hexadecimal digits; nothing (-1) without them.

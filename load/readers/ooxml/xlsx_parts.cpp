@@ -4,6 +4,7 @@
 #include <charconv>
 #include <unordered_map>
 
+#include "common/base/ascii.h"
 #include "common/base/surrogates.h"
 #include "load/readers/container/xml_part.h"
 
@@ -31,16 +32,6 @@ bool IsPlain(std::string_view number) {
         return true;
     return number[whole] == '.' && whole + 1 < number.size() && number.back() != '0' &&
            number.find_first_not_of("0123456789", whole + 1) == std::string_view::npos;
-}
-
-int HexDigit(char character) {
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    if (character >= 'A' && character <= 'F')
-        return character - 'A' + 10;
-    if (character >= 'a' && character <= 'f')
-        return character - 'a' + 10;
-    return -1;
 }
 
 // The unit of an escape "_xHHHH_" that begins here, -1 when none does.
