@@ -136,9 +136,13 @@ void frmCompareFiles::Close() {
 }
 
 std::vector<std::string> frmCompareFiles::FileNames() const {
-    std::vector<std::string> files{options_.sFileOriginal.Data(), options_.sFileModified.Data()};
-    std::replace(files.begin(), files.end(), std::string(kNoFile), std::string());
-    return files;
+    return {ChosenFile(Side::Original), ChosenFile(Side::Modified)};
+}
+
+std::string frmCompareFiles::ChosenFile(Side side) const {
+    const std::string& file =
+        (side == Side::Original ? options_.sFileOriginal : options_.sFileModified).Data();
+    return file == kNoFile ? std::string() : file;
 }
 
 void frmCompareFiles::EndWork() {

@@ -69,6 +69,8 @@ class frmCompareFiles : public Viewer {
     const std::string& Description() const override { return sDescription_; }
     ViewerKind Kind() const override { return ViewerKind::CompareFiles; }
     std::vector<std::string> FileNames() const override;
+    /// The file that was chosen for a side; empty: none.
+    std::string ChosenFile(Side side) const;
     /// The files whose texts stand in the editors; the chosen one as long as none was read, or "".
     PerSide<std::string> ShownFiles() const;
     void Activate() override { window_.Activate(); }

@@ -90,12 +90,10 @@ void frmCompareFiles::SelectSavedFile(Side side, const std::string& file, std::u
 
 // Another file may be chosen already, which is not loaded yet.
 PerSide<std::string> frmCompareFiles::ShownFiles() const {
-    const std::vector<std::string> chosen = FileNames();
-    PerSide<std::string> files{chosen[0], chosen[1]};
+    PerSide<std::string> files;
     for (const Side side : kBothSides) {
         const std::string& watched = file_watch_.PathOf(side);
-        if (!watched.empty())
-            files[side] = watched;
+        files[side] = watched.empty() ? ChosenFile(side) : watched;
     }
     return files;
 }

@@ -76,7 +76,7 @@ void frmCompareFiles::LoadAgain(Side side) {
     if (!MayLoseEdits(LosingStep::Load, loaded) || asking.GivenUp())
         return;
     PerSide<std::string> files;
-    files[side] = FileNames()[side == Side::Original ? 0 : 1];
+    files[side] = ChosenFile(side);
     LoadAgain(files);
 }
 

@@ -28,7 +28,7 @@ std::string FreePath(const std::string& stem) {
 }
 
 std::string StemOf(frmCompareFiles& viewer, Side side) {
-    const std::string path = viewer.FileNames()[side == Side::Original ? 0 : 1];
+    const std::string path = viewer.ChosenFile(side);
     const std::string stem = fs::path(NativePath(path)).stem().string();
     return (stem.empty() ? "untitled" : stem) +
            (side == Side::Original ? "-original" : "-modified");

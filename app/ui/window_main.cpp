@@ -19,7 +19,6 @@
 #include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
 #include "common/process_state.h"
-#include "common/ui/window_placing.h"
 
 namespace {
 
@@ -147,7 +146,6 @@ int main(int count, char** values) {
     Platform platform = MakePosixPlatform();
     ProcessState process(platform);
     MainWindow window(process, theme);
-    WindowPlacing::Watch(window);
     frmMainMDI frame(process, window, window.Viewers());
     window.SetFrame(frame);
     static EndWithoutDisplay ending(window);

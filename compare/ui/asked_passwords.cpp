@@ -20,11 +20,6 @@ clsVarString& Password(frmCompareFiles& viewer, FileTypeOptions type, Side side)
                                   : options.sDOCPassword_TO_Modified;
 }
 
-const std::string& FileOf(frmCompareFiles& viewer, Side side) {
-    clsCompareFileOptions& options = viewer.Options();
-    return (side == Side::Original ? options.sFileOriginal : options.sFileModified).Data();
-}
-
 std::string Stored(frmCompareFiles& viewer, FileTypeOptions type, Side side) {
     return type == FileTypeOptions::Pdf ? PdfPassword(viewer, side)
                                         : Password(viewer, type, side).Data();
@@ -46,7 +41,7 @@ bool AskedPasswords::Takes(FileTypeOptions type) {
 
 void AskedPasswords::Give(frmCompareFiles& viewer, Side side, FileTypeOptions type,
                           const std::string& password) {
-    given_for_[side] = FileOf(viewer, side);
+    given_for_[side] = viewer.ChosenFile(side);
     const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const Kept& kept) {
         return kept.type == type && kept.side == side;
     });
@@ -58,7 +53,7 @@ void AskedPasswords::Give(frmCompareFiles& viewer, Side side, FileTypeOptions ty
 }
 
 bool AskedPasswords::WasGiven(frmCompareFiles& viewer, Side side) const {
-    return !given_for_[side].empty() && given_for_[side] == FileOf(viewer, side);
+    return !given_for_[side].empty() && given_for_[side] == viewer.ChosenFile(side);
 }
 
 void AskedPasswords::TakeBack(frmCompareFiles& viewer) {

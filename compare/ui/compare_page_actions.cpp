@@ -16,10 +16,6 @@ namespace {
 constexpr int kLeastZoom = 25;
 constexpr int kMostZoom = 500;
 
-std::string FileOf(frmCompareFiles& viewer, Side side) {
-    return viewer.FileNames()[side == Side::Original ? 0 : 1];
-}
-
 bool HasText(frmCompareFiles& viewer, Side side) {
     ViewerEditors& texts = viewer.Editors();
     return (side == Side::Original ? texts.rtbOriginal : texts.rtbModified).editor.Length() > 0;
@@ -32,8 +28,8 @@ bool HasText(frmCompareFiles& viewer, Side side) {
 QString CompareFilesPage::Caption() const {
     if (viewer_ == nullptr)
         return {};
-    const QString original = FileNameOf(ToQt(FileOf(*viewer_, Side::Original)));
-    const QString modified = FileNameOf(ToQt(FileOf(*viewer_, Side::Modified)));
+    const QString original = FileNameOf(ToQt(viewer_->ChosenFile(Side::Original)));
+    const QString modified = FileNameOf(ToQt(viewer_->ChosenFile(Side::Modified)));
     if (original.isEmpty() && modified.isEmpty())
         return text_("Compare Files");
     if (original.isEmpty() || modified.isEmpty())
@@ -46,7 +42,8 @@ bool CompareFilesPage::ShowsStart() const {
 }
 
 bool CompareFilesPage::NamesFiles() const {
-    return !FileOf(*viewer_, Side::Original).empty() || !FileOf(*viewer_, Side::Modified).empty();
+    return !viewer_->ChosenFile(Side::Original).empty() ||
+           !viewer_->ChosenFile(Side::Modified).empty();
 }
 
 void CompareFilesPage::ShowRoom() {
@@ -62,9 +59,9 @@ void CompareFilesPage::ShowFiles() {
         for (auto item = items.rbegin(); item != items.rend(); ++item)
             recent.append(ToQt(*item));
         files_->Box(side).SetRecent(recent);
-        files_->Box(side).SetPath(ToQt(FileOf(*viewer_, side)));
+        files_->Box(side).SetPath(ToQt(viewer_->ChosenFile(side)));
         start_->SetRecent(side, recent);
-        start_->SetChosen(side, ToQt(FileOf(*viewer_, side)));
+        start_->SetChosen(side, ToQt(viewer_->ChosenFile(side)));
     }
     NameSides();
     host_.caption_changed();
@@ -131,8 +128,8 @@ void CompareFilesPage::SwapSides() {
 std::string_view CompareFilesPage::WhyNotCompare() const {
     if (!viewer_->IsEnabled(ViewerCommand::Refresh))
         return "A run goes on";
-    const bool files =
-        !FileOf(*viewer_, Side::Original).empty() && !FileOf(*viewer_, Side::Modified).empty();
+    const bool files = !viewer_->ChosenFile(Side::Original).empty() &&
+                       !viewer_->ChosenFile(Side::Modified).empty();
     const bool texts = HasText(*viewer_, Side::Original) && HasText(*viewer_, Side::Modified);
     return files || texts ? std::string_view() : "Choose both documents first";
 }
@@ -141,8 +138,8 @@ std::string_view CompareFilesPage::WhyNotCompare() const {
 void CompareFilesPage::Compare() {
     if (!WhyNotCompare().empty())
         return;
-    const bool files =
-        !FileOf(*viewer_, Side::Original).empty() && !FileOf(*viewer_, Side::Modified).empty();
+    const bool files = !viewer_->ChosenFile(Side::Original).empty() &&
+                       !viewer_->ChosenFile(Side::Modified).empty();
     if (files)
         viewer_->Refresh();
     else

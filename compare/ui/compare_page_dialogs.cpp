@@ -11,12 +11,8 @@
 namespace zorvane {
 namespace {
 
-std::string FileOf(const frmCompareFiles& viewer, Side side) {
-    return viewer.FileNames()[side == Side::Original ? 0 : 1];
-}
-
 bool HasSheets(frmCompareFiles& viewer, Side side) {
-    const std::string file = FileOf(viewer, side);
+    const std::string file = viewer.ChosenFile(side);
     return ToUpper(file).find(".XLS") != std::string::npos && bFileExists(file);
 }
 
@@ -106,7 +102,7 @@ bool CompareFilesPage::TextOptions() {
 
 bool CompareFilesPage::SheetOptions() {
     const auto read = [this](Side side, const std::string& password) {
-        return host_.sheet_names(FileOf(*viewer_, side), password);
+        return host_.sheet_names(viewer_->ChosenFile(side), password);
     };
     SheetOptionsDialog dialog(
         viewer_->Options(),
@@ -133,7 +129,7 @@ void CompareFilesPage::TellNotFresh() {
 }
 
 void CompareFilesPage::ReportOptions() {
-    const auto name = [this](Side side) { return FileNameOf(ToQt(FileOf(*viewer_, side))); };
+    const auto name = [this](Side side) { return FileNameOf(ToQt(viewer_->ChosenFile(side))); };
     const auto ask = [this](const QString& title, const QString& filter, const QString& start) {
         FileQuestion question{.title = FromQt(title),
                               .filter = FromQt(filter),

@@ -58,9 +58,8 @@ void CompareFilesPage::SayProgress() {
 
 void CompareFilesPage::NameSides() {
     for (const Side side : kBothSides) {
-        const bool original = side == Side::Original;
-        const QString file = QFileInfo(ToQt(viewer_->FileNames()[original ? 0 : 1])).fileName();
-        const QString name = text_(original ? "Original" : "Modified");
+        const QString file = QFileInfo(ToQt(viewer_->ChosenFile(side))).fileName();
+        const QString name = text_(side == Side::Original ? "Original" : "Modified");
         editors_->View(side).setAccessibleName(
             file.isEmpty() ? name : QStringLiteral("%1: %2").arg(name, file));
     }

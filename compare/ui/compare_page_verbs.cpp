@@ -46,10 +46,7 @@ std::string CompareFilesPage::BrowseFor(Side side) {
 
 // Where the side's document lies, or else the other's, or what was opened last.
 QString CompareFilesPage::FolderToBrowse(Side side) const {
-    const auto name = [this](Side of) {
-        return viewer_->FileNames()[of == Side::Original ? 0 : 1];
-    };
-    std::vector<std::string> near{name(side), name(OtherSide(side))};
+    std::vector<std::string> near{viewer_->ChosenFile(side), viewer_->ChosenFile(OtherSide(side))};
     for (const Side each : {side, OtherSide(side)}) {
         const std::vector<std::string>& recent = viewer_->RecentFiles(each).Items();
         near.insert(near.end(), recent.rbegin(), recent.rend());
