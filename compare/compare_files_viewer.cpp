@@ -1,7 +1,5 @@
 #include "compare/compare_files_viewer.h"
 
-#include <algorithm>
-
 #include "common/log_message.h"
 #include "common/process_state.h"
 

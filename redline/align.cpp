@@ -302,9 +302,7 @@ void WalkComparison(const Comparison& comparison, std::size_t original_count,
     std::int32_t modified = 0;
     for (std::size_t i = 0; i < comparison.records.size(); ++i) {
         const DifferenceRecord& record = comparison.records[i];
-        const bool added = record.type == DifferenceType::Addition;
-        const std::int32_t first = added ? record.paragraphs.original.first.value
-                                         : record.paragraphs.original.first.value - 1;
+        const std::int32_t first = record.InFront(Side::Original).value;
         while (original < first)
             on_equal(static_cast<std::size_t>(original++), static_cast<std::size_t>(modified++));
         on_record(i, Range(original, record.Count(Side::Original)),

@@ -213,11 +213,8 @@ class HtmlWriter {
         for (const DifferenceRecord& record : comparison_.records) {
             if (!status_.ok())
                 return;
-            // An addition or a deletion has its place behind the paragraph that it names.
-            const bool addition = record.type == DifferenceType::Addition;
-            const bool deletion = record.type == DifferenceType::Deletion;
-            Unchanged(at, {record.paragraphs.original.first.value + (addition ? 1 : 0),
-                           record.paragraphs.modified.first.value + (deletion ? 1 : 0)});
+            Unchanged(at, {record.InFront(Side::Original).value + 1,
+                           record.InFront(Side::Modified).value + 1});
             ++number_;
             Difference();
             at = {record.paragraphs.original.last.value + 1,

@@ -18,8 +18,7 @@ std::vector<Stretch> StretchesOf(const Comparison& comparison) {
     std::vector<Stretch> stretches;
     std::int32_t at = 0;
     for (const DifferenceRecord& record : comparison.records) {
-        const bool addition = record.type == DifferenceType::Addition;
-        const std::int32_t end = record.paragraphs.original.first.value - (addition ? 0 : 1);
+        const std::int32_t end = record.InFront(Side::Original).value;
         stretches.push_back({at, end, at > 0 || !stretches.empty(), true});
         at = record.paragraphs.original.last.value;
     }
