@@ -11,7 +11,7 @@
 namespace zorvane {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kCompareExamples = R"(Examples:
   zorvane compare old.rtf new.rtf                 the changes, on the terminal
   zorvane compare old.docx new.docx -o redline.docx
                                                   tracked changes, to accept or reject
@@ -80,7 +80,7 @@ void AddCompareCommand(Commands& commands) {
     commands.compare = commands.app.add_subcommand("compare", "Compare two files");
     CLI::App& compare = *commands.compare;
     CompareCommand& command = commands.compare_command;
-    compare.footer(kExamples);
+    compare.footer(kCompareExamples);
     compare.set_version_flag("-V,--version", VersionText());
     AddCompareArguments(compare, command, commands.raw);
 }
@@ -157,7 +157,7 @@ namespace {
 
 void AddCommands(Commands& commands) {
     CLI::App& app = commands.app;
-    app.footer(std::string(kExamples) + kFootnote);
+    app.footer(std::string(kCompareExamples) + kFootnote);
     app.set_version_flag("-V,--version", VersionText());
     app.require_subcommand(1);
     AddCompareCommand(commands);

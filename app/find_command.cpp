@@ -7,7 +7,7 @@
 namespace zorvane {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kFindExamples = R"(Examples:
   zorvane find 'total due' letters -r             the words, in all files of a folder and below
   zorvane find 'total due' letters -r --office    in documents, workbooks, slides and PDF too
   zorvane find -e 'v[0-9]+\.[0-9]+' . -r -C 2     an expression, with two lines around each hit
@@ -32,7 +32,7 @@ Exit status: 0 found, 1 nothing found, 2 trouble.
 
 CLI::App* AddFindCommand(CLI::App& app, FindCommand& command) {
     CLI::App* find = app.add_subcommand("find", "Find text in the files of a folder");
-    find->footer(kExamples);
+    find->footer(kFindExamples);
     find->set_version_flag("-V,--version", VersionText());
     find->add_option("TEXT", command.text, "What to find")->required();
     find->add_option("FOLDER", command.folder, "Where, or one file; without it, here");

@@ -4,6 +4,7 @@
 #include <thread>
 #include <utility>
 
+#include "app/exit_status.h"
 #include "app/find_command.h"
 #include "app/input_file.h"
 #include "app/passwords.h"
@@ -16,8 +17,6 @@
 
 namespace zorvane {
 namespace {
-
-enum ExitStatus : int { kFound = 0, kNothing = 1, kTrouble = 2 };
 
 using namespace std::chrono_literals;
 

@@ -8,7 +8,7 @@
 namespace zorvane {
 namespace {
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kFoldersExamples = R"(Examples:
   zorvane folders old new -r                      what differs, a line each
   zorvane folders old new -r --types '*.docx *.pdf' --text
                                                   changed documents, with how much of their words
@@ -25,10 +25,10 @@ m other bytes with the same words, ! not compared, = the same.
 Exit status: 0 no differences, 1 differences, 2 trouble.
 )";
 
-const std::map<std::string, ReportType> kReportTypes{{"html", ReportType::Html},
-                                                     {"text", ReportType::Text},
-                                                     {"csv", ReportType::Csv},
-                                                     {"doc", ReportType::Document}};
+const std::map<std::string, ReportType> kFolderReportTypes{{"html", ReportType::Html},
+                                                           {"text", ReportType::Text},
+                                                           {"csv", ReportType::Csv},
+                                                           {"doc", ReportType::Document}};
 
 void AddCompareOptions(CLI::App& app, FoldersCommand& command) {
     app.add_flag("-r,--recursive", command.recursive,
@@ -108,7 +108,7 @@ Status TakeOnly(const std::string& text, std::vector<FolderVerdict>& only) {
 
 CLI::App* AddFoldersCommand(CLI::App& app, FoldersCommand& command, RawFoldersOptions& raw) {
     CLI::App* folders = app.add_subcommand("folders", "Compare two folders, file by file");
-    folders->footer(kExamples);
+    folders->footer(kFoldersExamples);
     folders->set_version_flag("-V,--version", VersionText());
     folders->add_option("ORIGINAL", command.original, "The first folder")->required();
     folders->add_option("MODIFIED", command.modified, "The second folder")->required();
@@ -127,7 +127,7 @@ Status FinishFoldersCommand(const CLI::App& app, const RawFoldersOptions& raw,
         if (Status only = TakeOnly(raw.only, command.only); !only.ok())
             return only;
     }
-    command.report_type = kReportTypes.at(raw.report_type);
+    command.report_type = kFolderReportTypes.at(raw.report_type);
     command.text = command.text || !command.reports.empty();
     // Without its bytes the date is all that tells of a change that keeps the size.
     command.dates = command.dates || command.quick;

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "app/exit_status.h"
 #include "app/folders_command.h"
 #include "app/input_file.h"
 #include "app/terminal_window.h"
@@ -20,8 +21,6 @@
 
 namespace zorvane {
 namespace {
-
-enum ExitStatus : int { kSame = 0, kDifferent = 1, kTrouble = 2 };
 
 using namespace std::chrono_literals;
 

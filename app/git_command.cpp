@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fmt/format.h>
 
+#include "app/exit_status.h"
 #include "common/platform/exec_program.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
@@ -14,7 +15,6 @@
 namespace zorvane {
 namespace {
 
-constexpr int kTrouble = 2;
 constexpr int kNotSet = 1;  // of "git config --get"
 
 // What a compare reads and a person does not.
@@ -22,10 +22,10 @@ constexpr std::array kDocuments = {"docx", "docm", "doc", "odt",  "rtf", "pdf", 
                                    "xlsm", "xls",  "ods", "pptx", "ppt", "odp", "epub"};
 
 constexpr std::string_view kBegin = "# Begin of what \"zorvane install-git\" wrote";
-constexpr std::string_view kNewFile = ", in a file of its own";
+constexpr std::string_view kFileOfItsOwn = ", in a file of its own";
 constexpr std::string_view kEnd = "# End of what \"zorvane install-git\" wrote";
 
-constexpr const char* kExamples = R"(Examples:
+constexpr const char* kGitExamples = R"(Examples:
   zorvane install-git                 for all repositories of this user
   zorvane install-git --local         for this repository alone
   git diff report.docx                shows changed words of documents from then on
@@ -151,7 +151,8 @@ class GitSetup {
         if (begin == std::string::npos || end == std::string::npos)
             return text;
         std::string rest = text.value();
-        was_ours_alone = rest.compare(begin + kBegin.size(), kNewFile.size(), kNewFile) == 0;
+        was_ours_alone =
+            rest.compare(begin + kBegin.size(), kFileOfItsOwn.size(), kFileOfItsOwn) == 0;
         const std::size_t behind = rest.find('\n', end);
         rest.erase(begin, behind == std::string::npos ? std::string::npos : behind + 1 - begin);
         return rest;
@@ -165,7 +166,7 @@ class GitSetup {
             return others.failure();
         const bool is_new = ours_alone || !std::filesystem::exists(path);
         std::string part(kBegin);
-        part += is_new ? kNewFile : "";
+        part += is_new ? kFileOfItsOwn : "";
         part += "\n";
         for (const char* document : kDocuments)
             part += fmt::format("*.{0} diff=zorvane\n", document);
@@ -201,7 +202,7 @@ class GitSetup {
 
 CLI::App* AddGitCommand(CLI::App& app, GitCommand& command) {
     CLI::App* git = app.add_subcommand("install-git", "Show documents in git diff and difftool");
-    git->footer(kExamples);
+    git->footer(kGitExamples);
     CLI::Option* local = git->add_flag("--local", command.local, "For this repository alone");
     git->add_flag("--global", command.global, "For all repositories of this user (default)")
         ->excludes(local);

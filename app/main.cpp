@@ -6,6 +6,7 @@
 #include "app/command_line_parser.h"
 #include "app/compare_command.h"
 #include "app/compare_run.h"
+#include "app/exit_status.h"
 #include "app/main_frame.h"
 #include "app/output_check.h"
 #include "app/passwords.h"
@@ -21,8 +22,6 @@
 namespace {
 
 using namespace zorvane;
-
-constexpr int kTrouble = 2;
 
 int Complain(const std::string& message) {
     IgnoreFailure(WriteStream(Stream::Error, "zorvane: " + message + "\n"),

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 
 #include "common/base/json_text.h"
+#include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
@@ -21,10 +22,6 @@ using Json = nlohmann::json;
 
 constexpr const char* kSchema = "zorvane-pairs/1";
 constexpr mode_t kNewFile = 0666;
-
-Failure FaultOf(const std::string& file, int error) {
-    return Failure{file + ": " + std::strerror(error)};
-}
 
 Json Parsed(std::string_view line) {
     Json object = Json::parse(line, nullptr, false);
@@ -80,7 +77,7 @@ Result<PairResults> PairResults::Open(const std::string& file) {
         FileDescriptor(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, kNewFile));
     struct stat facts {};
     if (!results.descriptor_.IsOpen() || fstat(results.descriptor_.Get(), &facts) != 0)
-        return FaultOf(file, errno);
+        return SystemFailure(file, errno);
     if (!S_ISREG(facts.st_mode))  // a device or a pipe keeps nothing
         return results;
     if (flock(results.descriptor_.Get(), LOCK_EX | LOCK_NB) != 0)
@@ -116,7 +113,7 @@ Status PairResults::FindKept() {
     if (kept_ == 0 && end == 0 && !line.empty() && !line.starts_with("{\"sch"))
         return Failure{file_ + ": this holds no results of pairs; name another file"};
     if (ftruncate(descriptor_.Get(), end) != 0)
-        return FaultOf(file_, errno);
+        return SystemFailure(file_, errno);
     old_.clear();
     old_.seekg(0);
     return Status::Ok();
@@ -147,7 +144,7 @@ Result<CompareStatus> PairResults::TakeKept(const PairOutcome& pair) {
 Status PairResults::Write(std::string_view line) {
     if (!descriptor_.IsOpen())
         return WriteStream(Stream::Output, line);
-    return WriteAll(descriptor_.Get(), line) ? Status::Ok() : Status(FaultOf(file_, errno));
+    return WriteAll(descriptor_.Get(), line) ? Status::Ok() : Status(SystemFailure(file_, errno));
 }
 
 }  // namespace zorvane

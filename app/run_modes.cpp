@@ -4,6 +4,7 @@
 
 #include "app/command_line_parser.h"
 #include "app/command_line_runs.h"
+#include "app/exit_status.h"
 #include "app/settings_location.h"
 #include "app/start.h"
 #include "common/log_message.h"
@@ -12,8 +13,6 @@
 
 namespace zorvane {
 namespace {
-
-constexpr int kTrouble = 2;
 
 RunOutcome RunLine(ProcessState& process, CommandLineRequest& request, frmMainMDI& frame) {
     process.gbCommandLineRunning = true;

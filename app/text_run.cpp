@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "app/exit_status.h"
 #include "app/input_file.h"
 #include "app/terminal_window.h"
 #include "common/base/text_encoding.h"
@@ -35,7 +36,6 @@ class TextRunner {
         : command_(command), process_(platform) {}
 
     int Run() {
-        constexpr int kTrouble = 2;
         process_.telling.manner.sLogFile = command_.load.log_file;
         process_.bWithoutSandbox = command_.load.no_sandbox;
         Status step = BeginCommand(process_, command_.load.settings_file);

@@ -38,7 +38,7 @@ zorvane_external(zv_ext_poppler libpoppler.so poppler/PDFDoc.h)
 target_include_directories(zv_ext_poppler SYSTEM INTERFACE ${zv_ext_poppler_INCLUDE}/poppler)
 
 find_package(fmt REQUIRED)
-add_library(zv_ext_fmt ALIAS fmt::fmt-header-only)
+add_library(zv_ext_fmt ALIAS fmt::fmt)
 find_path(zv_ext_cli11_INCLUDE NAMES CLI/CLI.hpp REQUIRED)
 add_library(zv_ext_cli11 INTERFACE)
 target_include_directories(zv_ext_cli11 SYSTEM INTERFACE ${zv_ext_cli11_INCLUDE})

@@ -11,8 +11,6 @@
 namespace zorvane {
 namespace {
 
-constexpr const char* kEnglish = "English";
-
 std::vector<std::string> NamesOfLanguageFiles(const ProcessState& process) {
     const std::string behind = ToUpper("-" + process.translator.gsProductName + ".txt");
     std::vector<std::string> names;

@@ -67,7 +67,7 @@ class FormWalk {
   public:
     FormWalk(modTranslator& translator, const InstalledFonts& fonts)
         : translator_(translator),
-          japanese_(translator.gsLanguage != "English" && translator.glLocaleID == kJapanese) {
+          japanese_(translator.gsLanguage != kEnglish && translator.glLocaleID == kJapanese) {
         if (japanese_ && fonts.IsFontAvailable("MS UI Gothic"))
             japanese_font_ = "MS UI Gothic";
         if (!fonts.IsFontAvailable("Tahoma"))

@@ -7,15 +7,16 @@
 
 #include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
+#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {
 
-struct TokenRow {
+struct DateTokenRow {
     std::string_view token;
     const char* format;
 };
-constexpr TokenRow kDateTokens[] = {
+constexpr DateTokenRow kDateTokens[] = {
     {"[Y]", "%Y"}, {"[M]", "%m"}, {"[D]", "%d"}, {"[YMD]", "%Y%m%d"}, {"[MDY]", "%m%d%Y"},
     {"[H]", "%H"}, {"[I]", "%M"}, {"[S]", "%S"}, {"[HIS]", "%H%M%S"},
 };
@@ -91,7 +92,7 @@ std::string ProgressTicker::sProgressTicker(std::string_view s) {
     for (std::size_t left = 2 * counter_++; left > 0 && end < s.size(); --left) {
         do
             ++end;
-        while (end < s.size() && (static_cast<unsigned char>(s[end]) & 0xC0) == 0x80);
+        while (end < s.size() && IsContinuation(s[end]));
     }
     return std::string(s.substr(0, end));
 }
@@ -103,7 +104,7 @@ std::string ReplaceDateTokens(std::string_view sPath, std::chrono::system_clock:
     const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
     std::tm fields{};
     localtime_r(&seconds, &fields);
-    for (const TokenRow& row : kDateTokens) {
+    for (const DateTokenRow& row : kDateTokens) {
         const std::string text = Formatted(fields, row.format);
         std::size_t at = 0;
         while ((at = path.find(row.token, at)) != std::string::npos) {

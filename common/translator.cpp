@@ -15,7 +15,6 @@ namespace {
 constexpr const char* kSection = "Language";
 constexpr const char* kCodeKey = "Language_Code";
 constexpr const char* kFontKey = "Language_Font";
-constexpr const char* kEnglish = "English";
 constexpr std::size_t kValueBytes = 128;
 
 void Store(ProcessState& process, const char* key, const std::string& value) {

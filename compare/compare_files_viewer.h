@@ -140,8 +140,8 @@ class frmCompareFiles : public Viewer {
     }
     /// What the window shows at the moment: there a run looks for words first.
     void Look(ParagraphsInSight sight);
-    /// How much of a run is done, 0 to 1; it may go back between two steps.
-    double RunShare() const;
+    /// How much of a run is done; it may go back between two steps.
+    double RunPercent() const;
     const clsMRU& RecentFiles(Side side) const { return recent_files_[side]; }
     /// What the user says is text, by its extension.
     clsMRU& TextFileExtensions() { return TextFileExtensions_; }

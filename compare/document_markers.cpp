@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/text_encoding.h"
 #include "compare/document/api_highlight.h"
 #include "compare/engine/report_model.h"
@@ -10,9 +11,7 @@
 namespace zorvane {
 namespace {
 
-constexpr std::u16string_view kBreak = u"\r\n";
-
-RichText Paragraphs(clsRTBDocument& document, ParagraphRange range, LastBreak last_break) {
+RichText ParagraphsOf(clsRTBDocument& document, ParagraphRange range, LastBreak last_break) {
     return document.RichTB().Rich(document.RangeOf(range.first, range.last, last_break));
 }
 
@@ -50,12 +49,12 @@ class DocumentMarker : public RecordMarker {
 
     // Fills the small editors with the changed paragraphs.
     ChangeEditors FillChangeEditors(const DifferenceRecord& record, DocumentEditor& original) {
-        original.editor.SetRich(Paragraphs(editors_.rtbOriginal.document,
-                                           record.paragraphs.original, LastBreak::LeaveOut));
+        original.editor.SetRich(ParagraphsOf(editors_.rtbOriginal.document,
+                                             record.paragraphs.original, LastBreak::LeaveOut));
         monitor_.KeepGoing();  // a long record: the stop is seen by the pass
         MemoryEditor& modified = editors_.rtbModifiedDiffTemp.editor;
-        modified.SetRich(Paragraphs(editors_.rtbModified.document, record.paragraphs.modified,
-                                    LastBreak::LeaveOut));
+        modified.SetRich(ParagraphsOf(editors_.rtbModified.document, record.paragraphs.modified,
+                                      LastBreak::LeaveOut));
         return {original.editor, modified};
     }
 
@@ -104,8 +103,8 @@ class AllInOneMarker : public DocumentMarker {
   protected:
     RichText MarkAddition(std::size_t index, const DifferenceRecord& record) override {
         DocumentEditor& work = editors_.rtbAIODiffTemp;
-        work.editor.SetRich(Paragraphs(editors_.rtbModified.document, record.paragraphs.modified,
-                                       LastBreak::LeaveOut));
+        work.editor.SetRich(ParagraphsOf(editors_.rtbModified.document, record.paragraphs.modified,
+                                         LastBreak::LeaveOut));
         work.document.ColorizeAll(context_.Style(Mark::Addition));
         RichText entry = work.editor.Rich();
         // A block that opens the document ends with a break, all others begin with one.
@@ -150,7 +149,7 @@ class AllInOneMarker : public DocumentMarker {
         const std::int32_t added = AddedBehind(index);
         if (added == 0) {
             merged.ColorizeParagraphs(range.first, range.last, style);
-            return Paragraphs(merged, range, LastBreak::Keep);
+            return ParagraphsOf(merged, range, LastBreak::Keep);
         }
         // What was added stands in front of the last paragraph's own break.
         Editor& editor = merged.RichTB();
@@ -158,7 +157,7 @@ class AllInOneMarker : public DocumentMarker {
         ApplyMark(editor, text, style);
         if (const CharPos end = text.end() + added; end.value < editor.Length())
             ApplyMark(editor, {end, static_cast<std::int32_t>(kBreak.size())}, style);
-        return Paragraphs(merged, range, LastBreak::LeaveOut);
+        return ParagraphsOf(merged, range, LastBreak::LeaveOut);
     }
 
     // How much text the additions directly behind a record have put into the document.
@@ -268,7 +267,7 @@ class SideBySideMarker : public DocumentMarker {
   private:
     RichText MarkWhole(clsRTBDocument& document, ParagraphRange range, Mark mark) {
         document.ColorizeParagraphs(range.first, range.last, context_.Style(mark));
-        return Paragraphs(document, range, LastBreak::Keep);
+        return ParagraphsOf(document, range, LastBreak::Keep);
     }
 
     // The marked text, which is also put in the place of the same text unmarked.

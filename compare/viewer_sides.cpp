@@ -7,11 +7,12 @@
 namespace zorvane {
 
 // The parts of a run by their usual cost, so that one bar tells of all of it.
-double frmCompareFiles::RunShare() const {
+double frmCompareFiles::RunPercent() const {
     if (run_ == nullptr)
         return 0;
-    constexpr double kLoaded = 0.25;
-    constexpr double kCompared = 0.5;
+    constexpr double kLoaded = 25;
+    constexpr double kCompared = 50;
+    constexpr double kAll = 100;
     const double part = run_->Control().Part();
     switch (run_->Control().Step()) {
         case RunStep::LoadFiles:
@@ -26,7 +27,7 @@ double frmCompareFiles::RunShare() const {
             return kCompared;
         case RunStep::MarkAllInOne:
         case RunStep::MarkSideBySide:
-            return kCompared + (1 - kCompared) * part;
+            return kCompared + (kAll - kCompared) * part;
         case RunStep::None:
         case RunStep::ImportPdf:
         case RunStep::ImportSlides:

@@ -15,7 +15,7 @@ constexpr std::chrono::milliseconds kPatience{30};
 
 bool SeesJapanese(ProcessState& process) {
     return process.platform.locale->LocaleId() == kJapanese &&
-           process.translator.gsLanguage != "English" && !process.translator.gsLanguage.empty();
+           process.translator.gsLanguage != kEnglish && !process.translator.gsLanguage.empty();
 }
 
 }  // namespace

@@ -3,11 +3,10 @@
 #include "common/base/json_text.h"
 #include "common/base/text_encoding.h"
 #include "folders/folder_findings.h"
+#include "folders/pieces_at_once.h"
 
 namespace zorvane {
 namespace {
-
-constexpr std::size_t kPart = 1 << 16;
 
 class FolderJson {
   public:
@@ -23,7 +22,7 @@ class FolderJson {
         Counts();
         for (std::size_t index = 0; index < findings_.scan.Count(); ++index) {
             Record(static_cast<std::int32_t>(index));
-            if (out_.size() < kPart)
+            if (out_.size() < kBytesAtOnce)
                 continue;
             if (Status written = target_(out_); !written.ok())
                 return written;

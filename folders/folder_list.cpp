@@ -3,6 +3,7 @@
 #include "common/base/text_encoding.h"
 #include "common/base/visible_text.h"
 #include "folders/folder_findings.h"
+#include "folders/pieces_at_once.h"
 
 namespace zorvane {
 namespace {
@@ -57,10 +58,9 @@ class FolderList {
         : findings_(findings), style_(style) {}
 
     Status Write(const TextTarget& target) {
-        constexpr std::size_t kPart = 1 << 16;
         for (std::size_t index = 0; index < findings_.scan.Count(); ++index) {
             Line(static_cast<std::int32_t>(index));
-            if (out_.size() < kPart)
+            if (out_.size() < kBytesAtOnce)
                 continue;
             if (Status written = target(out_); !written.ok())
                 return written;

@@ -1,6 +1,7 @@
 #include "folders/folder_report.h"
 
 #include "common/platform/files.h"
+#include "folders/pieces_at_once.h"
 
 namespace zorvane {
 namespace {
@@ -50,7 +51,6 @@ void AddRow(const FolderReport& report, const FolderRecord& record, std::string&
 
 Status WriteFolderReport(const FolderReport& report, const std::string& file,
                          const WritingWatch& watch) {
-    constexpr std::size_t kPart = 1 << 16;
     Result<FileReplacement> target = FileReplacement::Begin(file);
     if (!target.ok())
         return target.failure();
@@ -61,7 +61,7 @@ Status WriteFolderReport(const FolderReport& report, const std::string& file,
         if (!found)
             break;
         AddRow(report, *found, out);
-        if (out.size() < kPart)
+        if (out.size() < kBytesAtOnce)
             continue;
         if (watch.stop())
             return Failure{"stopped"};

@@ -17,10 +17,6 @@ namespace {
 
 constexpr mode_t kPrivate = 0600;
 
-Failure SystemFailure(const std::string& path) {
-    return Failure{path + ": " + std::strerror(errno)};
-}
-
 // Where the file system has no nameless files, the name goes at once.
 int MakeNameless(const std::string& folder) {
     const int file = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kPrivate);
@@ -58,7 +54,7 @@ Result<AnswerFile> AnswerFile::Make(const std::string& folder) {
     AnswerFile made;
     made.file_ = FileDescriptor(MakeNameless(folder));
     if (!made.IsOpen())
-        return SystemFailure(folder);
+        return SystemFailure(folder, errno);
     return made;
 }
 
@@ -76,10 +72,10 @@ Status AnswerFile::CopyTo(const AnswerPart& part, const std::string& target) con
     const FileDescriptor file(
         open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kPrivate));
     if (!file.IsOpen())
-        return SystemFailure(target);
+        return SystemFailure(target, errno);
     if (CopyPart(file_.Get(), part, file.Get()))
         return Status::Ok();
-    const Failure failure = SystemFailure(target);
+    const Failure failure = SystemFailure(target, errno);
     unlink(native.c_str());
     return failure;
 }
@@ -113,7 +109,7 @@ Result<FileDescriptor> OpenDocument(const std::string& path, const std::string& 
     if (regular) {
         FileDescriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         if (!file.IsOpen())
-            return SystemFailure(path);
+            return SystemFailure(path, errno);
         return file;
     }
     const Result<std::string> bytes = ReadWholeFile(path);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/base/utf8_bytes.h"
+
 namespace zorvane {
 namespace {
 
@@ -165,7 +167,7 @@ std::string PlaceFinder::CellOf(const TextPlace& sheet, std::int64_t line, std::
     std::size_t end = at_;
     for (std::int32_t left = column - 1; left > 0 && end < text.size(); --left) {
         ++end;
-        while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        while (end < text.size() && IsContinuation(text[end]))
             ++end;
     }
     std::int64_t cell = 1;

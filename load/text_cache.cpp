@@ -21,15 +21,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<char, 8> kMagic{'Z', 'V', 'T', 'E', 'X', 'T', '0', '1'};
+constexpr std::array<char, 8> kCacheMagic{'Z', 'V', 'T', 'E', 'X', 'T', '0', '1'};
 constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 30;
 constexpr int kLevel = 1;  // reading is what should be fast
-constexpr std::uint32_t kPrivate = 0600;
+constexpr std::uint32_t kOwnerOnly = 0600;
 constexpr std::int64_t kDay = std::int64_t{24} * 60 * 60;  // seconds
 constexpr const char* kSuffix = ".text";
 
 struct Header {
-    std::array<char, 8> magic = kMagic;
+    std::array<char, 8> magic = kCacheMagic;
     TextKey key;
     std::uint64_t text_bytes = 0;
     std::uint64_t place_bytes = 0;
@@ -76,7 +76,7 @@ std::optional<DocumentText> Unpack(const std::string& bytes, const TextKey& key)
         return std::nullopt;
     std::memcpy(&header, bytes.data(), sizeof header);
     const std::string_view packed = std::string_view(bytes).substr(sizeof header);
-    if (header.magic != kMagic || header.key != key || header.packed_bytes != packed.size() ||
+    if (header.magic != kCacheMagic || header.key != key || header.packed_bytes != packed.size() ||
         header.text_bytes > kMostBytes || header.place_bytes > kMostBytes ||
         header.checksum != XXH3_64bits(packed.data(), packed.size()))
         return std::nullopt;
@@ -100,7 +100,7 @@ std::string Pack(const TextKey& key, const DocumentText& document) {
     if (ZSTD_isError(packed) != 0)
         return {};
     bytes.resize(sizeof(Header) + packed);
-    const Header header{kMagic,        key,    document.text.size(),
+    const Header header{kCacheMagic,   key,    document.text.size(),
                         places.size(), packed, XXH3_64bits(bytes.data() + sizeof(Header), packed)};
     std::memcpy(bytes.data(), &header, sizeof header);
     return bytes;
@@ -149,8 +149,8 @@ void RenewDate(const std::string& path) {
 bool MakePrivate(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder.parent_path(), error);
-    constexpr mode_t kOwnerOnly = 0700;
-    return mkdir(folder.c_str(), kOwnerOnly) == 0 || fs::is_directory(folder, error);
+    constexpr mode_t kOwnFolder = 0700;
+    return mkdir(folder.c_str(), kOwnFolder) == 0 || fs::is_directory(folder, error);
 }
 
 }  // namespace
@@ -190,14 +190,14 @@ void TextCache::Keep(const TextKey& key, const DocumentText& document) const {
     const std::string bytes = Pack(key, document);
     if (bytes.empty() || !MakePrivate(folder_) || !MakePrivate(fs::path(path).parent_path()))
         return;
-    IgnoreFailure(ReplaceFile(path, bytes, kPrivate), "the text is read anew next time");
+    IgnoreFailure(ReplaceFile(path, bytes, kOwnerOnly), "the text is read anew next time");
 }
 
 void TextCache::Trim() const {
     if (folder_.empty())
         return;
     const FileDescriptor lock(
-        open((folder_ + "/lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC | O_NOFOLLOW, kPrivate));
+        open((folder_ + "/lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC | O_NOFOLLOW, kOwnerOnly));
     // Somebody else who is at it does it for all.
     if (!lock.IsOpen() || flock(lock.Get(), LOCK_EX | LOCK_NB) != 0)
         return;

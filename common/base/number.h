@@ -57,5 +57,6 @@ using RecordIndex = Number<struct RecordKind>;
 using CharPos = Number<struct CharPosKind>;
 /// A twentieth of a point.
 using Twips = Number<struct TwipsKind>;
+inline constexpr std::int32_t kTwipsPerPoint = 20;
 
 }  // namespace zorvane

@@ -9,9 +9,6 @@ namespace zorvane {
 
 /// Length of the run of ASCII at the start.
 std::size_t AsciiRun(std::string_view bytes);
-constexpr bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
 /// Whether text of that encoding can be decoded.
 bool HasConverter(const std::string& encoding);
 

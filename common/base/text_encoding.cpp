@@ -8,6 +8,7 @@
 #include "common/base/surrogates.h"
 #include "common/base/text_bytes.h"
 #include "common/base/unit_search.h"
+#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {

@@ -47,4 +47,13 @@ inline std::size_t FindBreak(std::u16string_view text, std::size_t from = 0) {
     return at;
 }
 
+/// Nothing but blanks of width 1; true for an empty text.
+inline bool OnlyBlanks(std::u16string_view text) {
+    return text.find_first_not_of(u' ') == std::u16string_view::npos;
+}
+
+inline bool HasLineFeed(std::u16string_view text) {
+    return text.find(u'\n') != std::u16string_view::npos;
+}
+
 }  // namespace zorvane

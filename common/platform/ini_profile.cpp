@@ -38,7 +38,7 @@ std::string Cut(std::string_view value, std::size_t max_bytes) {
     if (value.size() <= max_bytes)
         return std::string(value);
     std::size_t end = max_bytes;
-    while (end > 0 && (static_cast<unsigned char>(value[end]) & 0xC0) == 0x80)
+    while (end > 0 && IsContinuation(value[end]))
         --end;
     return std::string(value.substr(0, end));
 }

@@ -201,11 +201,11 @@ class FileMutexes : public NamedMutexes {
         const std::string path = folder + "/" + std::string(name) + ".lock";
         const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
         if (descriptor < 0)
-            return Failure{path + ": " + std::strerror(errno)};
+            return SystemFailure(path, errno);
         while (flock(descriptor, LOCK_EX) != 0) {
             if (errno == EINTR)
                 continue;
-            const Failure failure{path + ": " + std::strerror(errno)};
+            const Failure failure = SystemFailure(path, errno);
             close(descriptor);
             return failure;
         }

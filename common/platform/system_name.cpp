@@ -8,7 +8,7 @@ namespace zorvane {
 namespace {
 
 // What a shell would make of a value: quotes go, a backslash protects what follows it.
-std::string Unquoted(std::string_view value) {
+std::string AsShellWord(std::string_view value) {
     std::string text;
     for (std::size_t at = 0; at < value.size(); ++at) {
         if (value[at] == '"' || value[at] == '\'')
@@ -26,7 +26,7 @@ std::string ValueOf(std::string_view os_release, std::string_view key) {
         const std::string_view line = os_release.substr(0, end);
         os_release.remove_prefix(end == std::string_view::npos ? os_release.size() : end + 1);
         if (line.starts_with(key) && line.size() > key.size() && line[key.size()] == '=')
-            return Unquoted(line.substr(key.size() + 1));
+            return AsShellWord(line.substr(key.size() + 1));
     }
     return {};
 }

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "common/platform/file_descriptor.h"
+#include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/platform/terminal.h"
 
@@ -18,10 +19,6 @@ namespace zorvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-Failure FailureOf(const std::string& path, int code) {
-    return Failure{path + ": " + std::generic_category().message(code)};
-}
 
 // As addresses of files are written.
 std::string Escaped(const std::string& path) {
@@ -73,7 +70,7 @@ bool MakePrivate(const std::string& folder) {
 Status MakeTrash(const std::string& trash) {
     for (const std::string& folder : {trash, trash + "/files", trash + "/info"}) {
         if (!MakePrivate(folder))
-            return FailureOf(folder, errno);
+            return SystemFailure(folder, errno);
     }
     return Status::Ok();
 }
@@ -91,7 +88,7 @@ Status PutInto(const std::string& trash, const std::string& file, const std::str
         if (!note.IsOpen() && errno == EEXIST)
             continue;
         if (!note.IsOpen())
-            return FailureOf(info, errno);
+            return SystemFailure(info, errno);
         struct stat there {};
         const std::string place = trash + "/files/" + own;
         const bool free = lstat(place.c_str(), &there) != 0;
@@ -102,9 +99,9 @@ Status PutInto(const std::string& trash, const std::string& file, const std::str
         const int code = errno;
         unlink(info.c_str());
         if (free)
-            return FailureOf(file, code);
+            return SystemFailure(file, code);
     }
-    return FailureOf(file, EEXIST);
+    return SystemFailure(file, EEXIST);
 }
 
 }  // namespace
@@ -118,10 +115,10 @@ Status MoveToTrash(const std::string& path, const std::string& data_home) {
     const std::string file = AbsolutePath(NativePath(path));
     struct stat told {};
     if (lstat(file.c_str(), &told) != 0)
-        return FailureOf(path, errno);
+        return SystemFailure(path, errno);
     const std::string home = data_home + "/Trash";
     if (!MakePrivate(home))
-        return FailureOf(home, errno);
+        return SystemFailure(home, errno);
     if (OnOneDisk(file, home))
         return PutInto(home, file, file);
     const std::string top = TopOf(file);

@@ -15,14 +15,14 @@ using namespace measures;
 
 namespace {
 
-constexpr int kGap = kSmall;
+constexpr int kBoxGap = kSmall;
 constexpr int kRow = 28;
 constexpr int kLeast = 160;  // below this width a caption is broken into single words
 constexpr int kTextFlags = Qt::TextWordWrap | Qt::TextShowMnemonic;
 
 QRect TextRoom(const QAbstractButton& button, int width) {
     const QRect lines = button.fontMetrics().boundingRect(
-        QRect(0, 0, std::max(1, width - kIndicatorSize - kGap - 2), 10'000), kTextFlags,
+        QRect(0, 0, std::max(1, width - kIndicatorSize - kBoxGap - 2), 10'000), kTextFlags,
         button.text());
     return lines;
 }
@@ -34,7 +34,7 @@ int HeightFor(const QAbstractButton& button, int width) {
 
 QSize HintFor(const QAbstractButton& button) {
     const QSize text = button.fontMetrics().size(Qt::TextShowMnemonic, button.text());
-    return {kIndicatorSize + kGap + text.width() + 4,
+    return {kIndicatorSize + kBoxGap + text.width() + 4,
             std::max(kRow, text.height() + kRow - button.fontMetrics().height())};
 }
 
@@ -67,7 +67,7 @@ void Paint(QAbstractButton& button, QStyle::PrimitiveElement indicator, QStyle::
     int flags = kTextFlags;
     if (button.style()->styleHint(QStyle::SH_UnderlineShortcut, &option, &button) == 0)
         flags |= Qt::TextHideMnemonic;
-    const int left = kIndicatorSize + kGap + 2;
+    const int left = kIndicatorSize + kBoxGap + 2;
     painter.drawText(visual({left, top, button.width() - left, lines.height() + 2}), flags,
                      button.text());
 }

@@ -11,7 +11,7 @@ namespace {
 constexpr int kWholePiece = 1000;
 constexpr int kWordStart = 300;
 constexpr int kScattered = 100;
-constexpr int kGap = 10;
+constexpr int kGapCost = 10;
 
 bool StartsWord(const QString& text, qsizetype at) {
     return at == 0 || !text[at - 1].isLetterOrNumber();
@@ -73,9 +73,9 @@ std::optional<int> MatchPiece(const QString& piece, const QString& text, FuzzyMa
     int score = kScattered;
     for (std::size_t at = before; at < places.size(); ++at) {
         if (at > before)
-            score -= kGap * (places[at] - places[at - 1] - 1 > 0 ? 1 : 0);
+            score -= kGapCost * (places[at] - places[at - 1] - 1 > 0 ? 1 : 0);
         if (StartsWord(text, places[at]))
-            score += kGap * 3;
+            score += kGapCost * 3;
     }
     return score - places[before];
 }

@@ -10,7 +10,7 @@ namespace zorvane {
 
 namespace {
 
-constexpr int kRows = 6;
+constexpr int kShownLanguages = 6;
 
 }  // namespace
 
@@ -20,7 +20,7 @@ LanguageDialog::LanguageDialog(const LanguageList& offered, const QString& font,
       actions_(std::move(actions)),
       text_(std::move(text)),
       font_(font),
-      languages_(new ListBox(text_("Language"), kRows, this)) {
+      languages_(new ListBox(text_("Language"), kShownLanguages, this)) {
     QStringList names;
     for (const std::string& language : offered.languages)
         names.append(ToQt(language));

@@ -39,6 +39,9 @@ inline constexpr int kNarrowDialog = 280;
 inline constexpr int kFormDialog = 576;
 inline constexpr int kWideDialog = 832;
 
+// Below this width of a row its buttons show no captions.
+inline constexpr int kCaptionsFrom = 700;
+
 inline constexpr int kPaletteWidth = 600;
 inline constexpr int kPaletteTop = 88;
 

@@ -7,6 +7,7 @@
 #include "common/base/ascii.h"
 #include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
+#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -14,10 +15,6 @@ namespace {
 constexpr std::string_view kHex = "0123456789abcdef";
 constexpr std::size_t kDigestDigits = 32;
 constexpr std::size_t kLongestLine = 2000;  // an item as it is written, at its longest
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
 
 bool StandsForItself(char byte) {
     constexpr std::string_view kPlain = ".,:;/?&=#@!'()*+-_~<>|";
@@ -63,7 +60,7 @@ std::string_view Word(std::string_view& rest) {
     return word;
 }
 
-std::optional<std::int32_t> Number(std::string_view text) {
+std::optional<std::int32_t> ParagraphIn(std::string_view text) {
     const auto number = ParseNumber<std::int32_t>(text);
     return number && *number >= kBesideHere ? number : std::nullopt;
 }
@@ -241,7 +238,7 @@ std::string EncodeBeside(const BesideItem& item) {
 std::optional<BesideItem> DecodeBeside(std::string_view bytes) {
     bytes = bytes.substr(0, kLongestLine);
     const std::string_view kind = Word(bytes);
-    const std::optional<std::int32_t> paragraph = Number(Word(bytes));
+    const std::optional<std::int32_t> paragraph = ParagraphIn(Word(bytes));
     const std::string_view digest = Word(bytes);
     const auto& names = BesideKindNames();
     const auto name = std::find_if(names.begin(), names.end(), [kind](const BesideKindName& row) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "common/base/paragraph_break.h"
+
 namespace zorvane {
 namespace {
 
@@ -105,7 +107,6 @@ class LookFinder {
     }
 
     void Paragraphs() {
-        constexpr std::u16string_view kBreak = u"\r\n";
         const std::u16string_view text = text_.text;
         std::size_t at = 0;
         for (std::int32_t number = 1; at <= text.size(); ++number) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "common/base/number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -20,7 +21,7 @@ struct Range {
     std::size_t end = 0;
 };
 
-bool IsBlank(char16_t unit) {
+bool ShowsNothing(char16_t unit) {
     return unit <= 0x20 || unit == 0xA0;
 }
 
@@ -139,7 +140,6 @@ class Differences {
         return std::to_string(half_points / 2) + (half_points % 2 == 0 ? " pt" : ".5 pt");
     }
     static std::string Indent(std::int32_t twips) {
-        constexpr std::int32_t kTwipsPerPoint = 20;
         return "indent " + std::to_string(twips / kTwipsPerPoint) + " pt";
     }
     void Flag(bool old_value, bool new_value, std::string_view name) {
@@ -169,7 +169,7 @@ std::vector<Range> WordsOf(std::u16string_view text) {
     std::vector<Range> words;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t begin = at;
-        while (at < text.size() && !IsBlank(text[at]))
+        while (at < text.size() && !ShowsNothing(text[at]))
             ++at;
         if (at > begin)
             words.push_back({begin, at});
@@ -272,7 +272,7 @@ class ParagraphCompare {
         const std::u16string_view new_text = modified_.Text(*new_range);
         // An empty line has no looks.
         const auto is_empty = [](std::u16string_view text) {
-            return std::all_of(text.begin(), text.end(), IsBlank);
+            return std::all_of(text.begin(), text.end(), ShowsNothing);
         };
         if (is_empty(old_text) || is_empty(new_text))
             return std::nullopt;
@@ -316,8 +316,8 @@ class ParagraphCompare {
         if (old_run.format == new_run.format)
             return;
         const std::u16string_view text = modified_.Text({at, at + length});
-        const bool seen =
-            std::any_of(text.begin(), text.end(), [](char16_t unit) { return !IsBlank(unit); });
+        const bool seen = std::any_of(text.begin(), text.end(),
+                                      [](char16_t unit) { return !ShowsNothing(unit); });
         if (!seen || !found_.Chars(old_run.format, new_run.format))
             return;
         if (at != excerpt_end_ && !excerpt_.empty())

@@ -7,12 +7,12 @@
 namespace zorvane {
 namespace {
 
-std::uint64_t Number(std::int32_t value) {
+std::uint64_t BitsOf(std::int32_t value) {
     return static_cast<std::uint32_t>(value);
 }
 
-std::uint64_t Number(const std::optional<Color>& color) {
-    return color ? Number(color->value) : ~std::uint64_t{0};
+std::uint64_t BitsOf(const std::optional<Color>& color) {
+    return color ? BitsOf(color->value) : ~std::uint64_t{0};
 }
 
 template <std::size_t kCount>
@@ -26,26 +26,26 @@ std::uint64_t Hash(const std::array<std::uint64_t, kCount>& numbers, std::uint64
 std::uint64_t HashOf(const CharFormat& format) {
     const std::uint64_t flags = (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) |
                                 (format.strikeout ? 4U : 0U) | (format.hidden ? 8U : 0U) |
-                                Number(static_cast<std::int32_t>(format.underline)) << 8U |
-                                Number(static_cast<std::int32_t>(format.baseline)) << 16U;
+                                BitsOf(static_cast<std::int32_t>(format.underline)) << 8U |
+                                BitsOf(static_cast<std::int32_t>(format.baseline)) << 16U;
     const std::string_view font = format.font.view();
-    return Hash(std::array{flags, Number(format.half_points), Number(format.fore_color),
-                           Number(format.back_color)},
+    return Hash(std::array{flags, BitsOf(format.half_points), BitsOf(format.fore_color),
+                           BitsOf(format.back_color)},
                 XXH3_64bits(font.data(), font.size()));
 }
 
 std::uint64_t HashOf(const ParagraphFormat& format) {
     const std::uint64_t flags = (format.right_to_left ? 1U : 0U) |
                                 (format.line_spacing_multiple ? 2U : 0U) |
-                                Number(static_cast<std::int32_t>(format.alignment)) << 8U;
+                                BitsOf(static_cast<std::int32_t>(format.alignment)) << 8U;
     std::uint64_t hash =
-        Hash(std::array{flags, Number(format.left_indent), Number(format.right_indent),
-                        Number(format.first_line_indent), Number(format.space_before),
-                        Number(format.space_after), Number(format.line_spacing)},
+        Hash(std::array{flags, BitsOf(format.left_indent), BitsOf(format.right_indent),
+                        BitsOf(format.first_line_indent), BitsOf(format.space_before),
+                        BitsOf(format.space_after), BitsOf(format.line_spacing)},
              format.tabs.size());
     for (const TabStop& tab : format.tabs)
         hash =
-            Hash(std::array{Number(tab.twips), Number(static_cast<std::int32_t>(tab.kind))}, hash);
+            Hash(std::array{BitsOf(tab.twips), BitsOf(static_cast<std::int32_t>(tab.kind))}, hash);
     return hash;
 }
 

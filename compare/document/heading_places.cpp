@@ -5,12 +5,13 @@
 #include <string_view>
 #include <utility>
 
+#include "common/base/paragraph_break.h"
+
 namespace zorvane {
 namespace {
 
 constexpr std::size_t kLongest = 240;
 constexpr std::int32_t kLarger = 108;  // hundredths of the size of most letters
-constexpr std::u16string_view kBreak = u"\r\n";
 
 struct Letters {
     std::int32_t half_points = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/text_encoding.h"
 #include "common/base/unit_search.h"
 #include "common/platform/files.h"
@@ -12,7 +13,6 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int32_t kBreakLength = 2;
 constexpr std::int32_t kSmall = 1 << 14;  // taken without asking in between
 
 // False after a stop.

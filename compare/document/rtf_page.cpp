@@ -38,10 +38,10 @@ class Walk {
     std::size_t end_ = 0;
 };
 
-constexpr std::size_t kUnitsBetweenStops = 1 << 16;
+constexpr std::size_t kUnitsOfPart = 1 << 16;
 constexpr std::size_t kMostBytesOfUnit = 16;     // a tab and what tells that it was a cell
 constexpr std::size_t kMostBytesOfMarks = 8192;  // formats, and a row's columns
-constexpr std::size_t kMostBytesOfPart = kUnitsBetweenStops * kMostBytesOfUnit + kMostBytesOfMarks;
+constexpr std::size_t kMostBytesOfPart = kUnitsOfPart * kMostBytesOfUnit + kMostBytesOfMarks;
 
 std::vector<Paragraph> ParagraphsOf(std::u16string_view text, RunWatcher* watcher) {
     std::vector<Paragraph> paragraphs;
@@ -109,7 +109,7 @@ class PageWriter {
             if (const CharFormat* format = chars_.At(begin))
                 body_.Chars(*format);
             // One run may be the whole document.
-            const std::size_t most = std::min(end, begin + kUnitsBetweenStops);
+            const std::size_t most = std::min(end, begin + kUnitsOfPart);
             const std::size_t stop = chars_.End() > begin ? std::min(most, chars_.End()) : most;
             if (!stop_.KeepGoing(static_cast<std::int64_t>(stop - begin)))
                 return;

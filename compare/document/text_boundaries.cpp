@@ -6,10 +6,11 @@
 #include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 
+#include "common/base/paragraph_break.h"
+
 namespace zorvane {
 namespace {
 
-constexpr std::int32_t kBreakLength = 2;
 constexpr std::int32_t kLookAround = 512;  // no word that is read is longer
 
 struct CloseIterator {

@@ -6,7 +6,7 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int64_t kBetweenStops = 256;    // paragraphs between two looks for a stop
+constexpr std::int64_t kParagraphsBetweenStops = 256;  // paragraphs between two looks for a stop
 constexpr std::int32_t kLargerSectionGap = 3;  // unchanged lines that do not part two differences
 
 struct Places {
@@ -63,7 +63,7 @@ class ComparisonBuilder {
           pairs_(documents.pairs),
           options_(options),
           finder_(sections),
-          stop_(sections.watcher, kBetweenStops),
+          stop_(sections.watcher, kParagraphsBetweenStops),
           out_(comparison) {
         for (std::size_t i = 0; i < pairs_.moves.size(); ++i) {
             for (const Side side : kBothSides)

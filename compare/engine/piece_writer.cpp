@@ -2,14 +2,11 @@
 #include <algorithm>
 
 #include "common/base/append_in_parts.h"
+#include "common/base/unit_search.h"
 #include "compare/engine/pieces.h"
 
 namespace zorvane {
 namespace {
-
-bool OnlyBlanks(std::u16string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit == u' '; });
-}
 
 // In the same blank, line break or cell mark, which is then not what changed.
 bool EndAlike(std::u16string_view original, std::u16string_view modified) {
@@ -18,13 +15,9 @@ bool EndAlike(std::u16string_view original, std::u16string_view modified) {
            kSeparators.find(original.back()) != std::u16string_view::npos;
 }
 
-bool HasBreak(std::u16string_view text) {
-    return text.find(u'\n') != std::u16string_view::npos;
-}
-
 // Blanks against a break: where both sides stand in one text, the break tells it all.
 bool GivesWay(std::u16string_view own, std::u16string_view other) {
-    return OnlyBlanks(own) && HasBreak(other);
+    return OnlyBlanks(own) && HasLineFeed(other);
 }
 
 PieceKind WholeKind(Side side) {

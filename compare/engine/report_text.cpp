@@ -12,11 +12,11 @@ namespace {
 
 constexpr std::size_t kColumns = 80;
 
-struct MarkRow {
+struct TextMarks {
     const char16_t* open;
     const char16_t* close;
 };
-MarkRow MarksOf(PieceKind kind) {
+TextMarks MarksOf(PieceKind kind) {
     switch (kind) {
         case PieceKind::Same:
             return {u"", u""};
@@ -126,7 +126,7 @@ void AppendSide(std::string_view sign, std::vector<Piece> pieces, std::string& o
         std::u16string text;
         text.reserve(RoomFor(paragraph));
         for (const Piece& piece : paragraph.pieces) {
-            const MarkRow marks = MarksOf(piece.kind);
+            const TextMarks marks = MarksOf(piece.kind);
             text.append(marks.open);
             WriteInParts(ToldText(piece.kind, piece.text, buffer), stop,
                          [&text](std::u16string_view part) { text += Visible(part); });

@@ -5,6 +5,7 @@
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
+#include "common/base/number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -179,7 +180,6 @@ std::string_view PdfFontName(std::size_t number) {
 }
 
 FontHeight PdfFontHeight(double points) {
-    constexpr double kTwipsPerPoint = 20;
     return {0.92 * points * kTwipsPerPoint, 0.24 * points * kTwipsPerPoint};
 }
 

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "common/base/number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -12,7 +13,7 @@ enum Known : std::size_t { kCatalog = 1, kPages = 2, kInfo = 3, kFirstFont = 4 }
 constexpr std::size_t kFirstFree = kFirstFont + kPdfFontCount;
 
 double Points(double twips) {
-    return twips / 20;
+    return twips / kTwipsPerPoint;
 }
 
 std::string Escaped(std::string_view bytes) {

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
+#include "common/base/number.h"
+
 namespace zorvane {
 namespace {
 
-constexpr double kTwipsPerPoint = 20;
 constexpr double kSmall = 0.65;  // of the font's size, off the line
 constexpr double kRaise = 0.35;
 constexpr double kLower = 0.15;

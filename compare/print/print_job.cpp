@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/number.h"
 #include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 
@@ -9,7 +10,6 @@ namespace zorvane {
 namespace {
 
 constexpr double kEdgePoints = 8;
-constexpr double kTwipsPerPoint = 20;
 constexpr double kEdgeGap = 100;    // between the text and what stands beside it
 constexpr double kLeastOuter = 80;  // of the paper beyond it
 constexpr double kBetween = 400;    // between title and date

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "common/base/number.h"
+
 namespace zorvane {
 namespace {
-
-constexpr double kTwipsPerPoint = 20;
 
 struct UnderlineLook {
     StrokeStyle style = StrokeStyle::Solid;

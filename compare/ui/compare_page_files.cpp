@@ -8,6 +8,7 @@
 #include <QPrintDialog>
 #include <QPrinterInfo>
 
+#include "common/base/number.h"
 #include "common/ui/file_dialogs.h"
 #include "common/ui/qt_text.h"
 #include "common/ui/question.h"
@@ -20,7 +21,6 @@
 namespace zorvane {
 namespace {
 
-constexpr double kTwipsPerPoint = 20;
 constexpr double kTwipsPerMillimeter = 1440 / 25.4;
 
 void TellPaper(const QPrinter& printer, PageSetup& page) {

@@ -6,11 +6,7 @@
 #include "compare/view/spoken_difference.h"
 
 namespace zorvane {
-namespace {
-
-constexpr double kPercent = 100;
-
-}  // namespace
+namespace {}  // namespace
 
 QString CompareFilesPage::Spoken(std::int32_t record, const SpokenRules& rules) const {
     const Comparison* shown = viewer_ == nullptr ? nullptr : viewer_->ShownComparison();
@@ -53,7 +49,7 @@ void CompareFilesPage::SayRun(bool begins) {
 }
 
 void CompareFilesPage::SayProgress() {
-    announcer_->Progress(kPercent * viewer_->RunShare());
+    announcer_->Progress(viewer_->RunPercent());
 }
 
 void CompareFilesPage::NameSides() {

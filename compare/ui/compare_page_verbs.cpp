@@ -12,11 +12,7 @@
 #include "compare/ui/compare_files_page.h"
 
 namespace zorvane {
-namespace {
-
-constexpr double kPercent = 100;
-
-}  // namespace
+namespace {}  // namespace
 
 // ---- questions ----
 
@@ -175,7 +171,7 @@ void CompareFilesPage::Tick() {
     if (viewer_ == nullptr)
         return;
     if (viewer_->Busy() && waiting_) {
-        progress_->SetProgress(kPercent * viewer_->RunShare(),
+        progress_->SetProgress(viewer_->RunPercent(),
                                status_->Panel(static_cast<int>(StatusPanel::Main)));
         SayProgress();
     }

@@ -40,7 +40,7 @@ class OverviewAccessible : public QAccessibleWidget, public QAccessibleValueInte
     DifferenceOverview& overview_;
 };
 
-QAccessibleInterface* MakeAccessible(const QString& /*class_name*/, QObject* object) {
+QAccessibleInterface* MakeOverviewAccessible(const QString& /*class_name*/, QObject* object) {
     auto* overview = dynamic_cast<DifferenceOverview*>(object);
     return overview == nullptr ? nullptr
                                : new OverviewAccessible(*overview);  // owned by Qt's cache
@@ -50,7 +50,7 @@ QAccessibleInterface* MakeAccessible(const QString& /*class_name*/, QObject* obj
 
 void InstallOverviewAccessible() {
     static const bool installed = [] {
-        QAccessible::installFactory(&MakeAccessible);
+        QAccessible::installFactory(&MakeOverviewAccessible);
         return true;
     }();
     static_cast<void>(installed);

@@ -6,10 +6,6 @@
 namespace zorvane {
 namespace {
 
-bool IsBlank(QChar unit) {
-    return unit.isSpace() || unit == QChar::LineSeparator;
-}
-
 Qt::PenStyle PenStyleOf(Underline kind) {
     switch (kind) {
         case Underline::ThickDotted:

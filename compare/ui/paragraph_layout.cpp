@@ -67,7 +67,7 @@ void SetTabs(QTextOption& option, const ParagraphFormat& format, double zoom) {
     option.setTabStopDistance(PixelsOf(kDefaultTab, zoom));
 }
 
-QTextOption OptionOf(const BlockText& block, const TextStyle& style, bool wrap) {
+QTextOption WrapOptionOf(const BlockText& block, const TextStyle& style, bool wrap) {
     QTextOption option;
     switch (block.paragraph.alignment) {
         case Alignment::Center:
@@ -285,7 +285,7 @@ double ParagraphLayout::LayOut(Cell& cell, const BlockText& block, const TextSty
     cell.layout->setCacheEnabled(true);
     // A cell has a neighbour, so its text wraps always.
     const bool wrap = style.wrap || IsTableRow();
-    cell.layout->setTextOption(OptionOf(block, style, wrap));
+    cell.layout->setTextOption(WrapOptionOf(block, style, wrap));
     cell.layout->setFormats(Formats(block, cell, style, formats));
 
     const double padding = IsTableRow() ? 2 * kCellPadding : 0;

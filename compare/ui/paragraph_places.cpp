@@ -13,10 +13,6 @@ namespace {
 constexpr double kSamePlace = 0.5;
 constexpr double kSameStop = 0.01;
 
-bool IsBlank(QChar unit) {
-    return unit.isSpace() || unit == QChar::LineSeparator;
-}
-
 // Left edges of the letters of a stretch, in no order.
 std::vector<double> LeftEdges(const QTextLine& line, std::int32_t begin, std::int32_t length) {
     std::vector<double> edges;

@@ -22,7 +22,7 @@ struct TextRow {
     const char* caption;
     bool Settings::*value;
 };
-constexpr TextRow kText[] = {
+constexpr TextRow kTextRows[] = {
     {"&Merge Paragraph", &Settings::bBCLMergeParagraph},
     {"Connect Hyphens", &Settings::bConnectHyphens},
     {"Remove Hidden Text (i.e. white font on white background)", &Settings::bRemoveHiddenText},
@@ -35,7 +35,7 @@ constexpr TextRow kText[] = {
 // What the dialog shows of the settings, and nothing else, as it comes.
 void SetDefaults(Settings& settings) {
     const Settings fresh;
-    for (const TextRow& row : kText)
+    for (const TextRow& row : kTextRows)
         settings.*row.value = fresh.*row.value;
     settings.bDoQuickTextExtraction = fresh.bDoQuickTextExtraction;
     settings.lBCLConversionMethod = fresh.lBCLConversionMethod;
@@ -119,7 +119,7 @@ QButtonGroup* PdfOptionsDialog::AddExtraction(FormColumn& column) {
 
 void PdfOptionsDialog::AddText(FormColumn& column) {
     column.AddHeading(text_("Text"));
-    for (const TextRow& row : kText) {
+    for (const TextRow& row : kTextRows) {
         WrappingCheckBox* box = AddTiedBox(column, ties_, text_(row.caption), settings_.*row.value);
         if (row.value == &Settings::bBCLDetectHeader)
             detect_header_ = box;

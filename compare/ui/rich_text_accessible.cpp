@@ -18,7 +18,7 @@ QString TextOf(const RichDocument& document, TextRange range) {
     return ToQt(text);
 }
 
-QAccessibleInterface* MakeAccessible(const QString& /*class_name*/, QObject* object) {
+QAccessibleInterface* MakeViewAccessible(const QString& /*class_name*/, QObject* object) {
     auto* view = dynamic_cast<RichTextView*>(object);
     return view == nullptr ? nullptr : new RichTextAccessible(*view);  // owned by Qt's cache
 }
@@ -56,7 +56,7 @@ RichTextAccessible::~RichTextAccessible() {
 
 void RichTextAccessible::Install() {
     static const bool installed = [] {
-        QAccessible::installFactory(&MakeAccessible);
+        QAccessible::installFactory(&MakeViewAccessible);
         return true;
     }();
     static_cast<void>(installed);

@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QScrollBar>
 
+#include "common/ui/measures.h"
 #include "compare/ui/rich_text_accessible.h"
 
 namespace zorvane {
@@ -25,7 +26,6 @@ constexpr double kPlainLeft = 16;
 constexpr double kNumberPoints = 8.5;
 constexpr double kLabelPoints = 9;
 constexpr double kLeastColumn = 60;
-constexpr int kFocusLine = 2;
 constexpr int kAutoScrollInterval = 40;
 constexpr int kEstimateDelay = 300;
 
@@ -47,7 +47,7 @@ RichTextView::RichTextView(RichDocument& document, QWidget* parent)
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_InputMethodEnabled);
-    setViewportMargins(0, kFocusLine, 0, 0);
+    setViewportMargins(0, measures::kFocusLine, 0, 0);
     viewport()->setCursor(Qt::IBeamCursor);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setMouseTracking(true);
@@ -218,7 +218,7 @@ void RichTextView::paintEvent(QPaintEvent* event) {
 bool RichTextView::event(QEvent* event) {
     if (event->type() == QEvent::Paint) {
         QPainter painter(this);
-        painter.fillRect(0, 0, width(), kFocusLine,
+        painter.fillRect(0, 0, width(), measures::kFocusLine,
                          hasFocus() ? style_.colors.ink : style_.colors.paper);
         return true;
     }

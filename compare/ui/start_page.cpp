@@ -26,7 +26,7 @@ using namespace measures;
 
 namespace {
 
-constexpr int kWidest = 920;
+constexpr int kWidestPage = 920;
 constexpr int kBetweenSides = 64;
 constexpr int kRecentHeight = 46;
 constexpr int kMostRecent = 3;
@@ -119,7 +119,7 @@ QScrollArea* MakeRoom(QWidget& parent) {
     line->setContentsMargins(kWindowEdge, 0, kWindowEdge, 0);
     auto* page = new QWidget(room);
     page->setObjectName(QStringLiteral("page"));
-    page->setMaximumWidth(kWidest);
+    page->setMaximumWidth(kWidestPage);
     line->addWidget(page);
     scroll->setWidget(room);
     scroll->viewport()->setAutoFillBackground(false);

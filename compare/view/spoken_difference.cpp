@@ -8,7 +8,7 @@
 namespace zorvane {
 namespace {
 
-bool IsBlank(char16_t unit) {
+bool IsSilent(char16_t unit) {
     return unit <= u' ' || unit == u'\u00A0' || unit == u'\u3000';
 }
 
@@ -17,7 +17,7 @@ std::u16string Plain(std::u16string_view text) {
     std::u16string plain;
     bool blank = false;
     for (const char16_t unit : text) {
-        if (IsBlank(unit)) {
+        if (IsSilent(unit)) {
             blank = !plain.empty();
             continue;
         }

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <unicode/uchar.h>
 
+#include "common/base/utf8_bytes.h"
+
 namespace zorvane {
 namespace {
 
@@ -31,7 +33,7 @@ std::size_t LengthAt(std::string_view bytes, std::size_t at) {
     if (lead > 0xF4 || at + length > bytes.size())
         return 1;
     for (std::size_t next = at + 1; next < at + length; ++next) {
-        if ((ByteAt(bytes, next) & 0xC0U) != 0x80U)
+        if (!IsContinuation(bytes[next]))
             return 1;
     }
     return length;

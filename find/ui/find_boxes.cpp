@@ -21,7 +21,6 @@ using namespace measures;
 
 namespace {
 
-constexpr int kCaptionsFrom = 700;
 constexpr int kTypesWidth = 232;
 constexpr int kNarrowTypesWidth = 120;
 constexpr int kWideTypesFrom = 900;

@@ -20,7 +20,6 @@ using namespace measures;
 
 namespace {
 
-constexpr int kCaptionsFrom = 700;
 constexpr std::int32_t kHalfPoints = 20;  // of the font that nobody chose
 constexpr int kHalves = 2;
 constexpr const char* kPlainFont = "Courier";

@@ -20,7 +20,7 @@ constexpr Segment kSegments[] = {
     {FolderFilter::OnlyModified, "Modified only", "added", "view.show_additions"},
     {FolderFilter::Same, "Same", "equal", "folders.show_same"},
 };
-constexpr int kCaptionsFrom = 900;
+constexpr int kWideFrom = 900;
 
 QString CaptionOf(const QString& words, std::int32_t files) {
     return words + u' ' + QString::number(files);
@@ -104,7 +104,7 @@ void FoldersBar::SetRunning(bool running) {
 
 void FoldersBar::resizeEvent(QResizeEvent* event) {
     ToolBar::resizeEvent(event);
-    const bool wide = width() >= kCaptionsFrom;
+    const bool wide = width() >= kWideFrom;
     options_->SetCaptionShown(wide);
     filters_->setVisible(wide);
     kinds_->setVisible(!wide);

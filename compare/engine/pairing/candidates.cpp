@@ -10,7 +10,7 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int64_t kBetweenStops = 64;           // paragraphs between two looks for a stop
+constexpr std::int64_t kSearchedBetweenStops = 64;   // paragraphs between two looks for a stop
 constexpr std::int64_t kRunsBetweenStops = 1 << 16;  // of one paragraph
 // Bounds for speed: moved by 30 % on 277 real revisions, holders and part change no pair.
 constexpr std::int32_t kMostHolders = 64;    // a run in more paragraphs leads nowhere
@@ -90,7 +90,7 @@ class PartnerFinder {
 
     template <class Call>
     void Run(std::int32_t most, Call call) {
-        StopCheck stop(text_.Watcher(), kBetweenStops);
+        StopCheck stop(text_.Watcher(), kSearchedBetweenStops);
         for (std::int32_t paragraph = 0; paragraph < from_count_ && stop.KeepGoing(); ++paragraph) {
             Collect(paragraph, stop);
             Choose(paragraph, most, call);
@@ -103,7 +103,7 @@ class PartnerFinder {
         runs_.clear();
         std::int64_t met = 0;
         for (const std::uint32_t run : (text_.*from_)(paragraph, paragraph + 1).runs) {
-            if (++met % kRunsBetweenStops == 0 && !stop.KeepGoing(kBetweenStops))
+            if (++met % kRunsBetweenStops == 0 && !stop.KeepGoing(kSearchedBetweenStops))
                 return;
             const std::int32_t holders = text_.Holders(run);
             if (holders > kMostHolders || last_[run] == paragraph)
@@ -239,7 +239,7 @@ std::int64_t TotalScore(std::int64_t kept, std::int32_t likeness, bool equal) {
 std::vector<Candidate> FindCandidates(const StretchText& text, PairScorer& scorer,
                                       const CandidateSwitches& switches) {
     std::vector<Candidate> candidates;
-    StopCheck stop(text.Watcher(), kBetweenStops);
+    StopCheck stop(text.Watcher(), kSearchedBetweenStops);
     for (const Place& place : FindPlaces(text, switches.most)) {
         if (!stop.KeepGoing())
             break;

@@ -22,7 +22,7 @@ bool GoesWithLetterInFront(char16_t unit) {
     return (U_MASK(u_charType(unit)) & (U_GC_MN_MASK | U_GC_ME_MASK)) != 0;
 }
 
-bool OnlyBlanks(std::u16string_view text, UnitRange range) {
+bool OnlySeparators(std::u16string_view text, UnitRange range) {
     return std::all_of(text.begin() + range.begin, text.begin() + range.end, PartsWords);
 }
 
@@ -153,8 +153,8 @@ void LetterFinder::Find(std::u16string_view first, std::u16string_view second,
         next = {pair.first + 1, pair.second + 1};
         if (letters.first.Length() == 0 && letters.second.Length() == 0)
             continue;
-        if (switches.ignore_whitespace && OnlyBlanks(first, letters.first) &&
-            OnlyBlanks(second, letters.second))
+        if (switches.ignore_whitespace && OnlySeparators(first, letters.first) &&
+            OnlySeparators(second, letters.second))
             continue;
         found.push_back(letters);
     }

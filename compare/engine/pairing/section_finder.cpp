@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/unit_search.h"
 #include "compare/engine/line_table.h"
 #include "compare/engine/pairing/cheap_alignment.h"
 #include "compare/engine/pairing/word_costs.h"
@@ -11,17 +12,9 @@ namespace {
 
 constexpr std::int32_t kSlack = 8;  // equal words left at trimmed ends, so that blocks can slide
 
-bool HasBreak(std::u16string_view separator) {
-    return separator.find(u'\n') != std::u16string_view::npos;
-}
-
 std::u16string_view Part(std::u16string_view text, UnitRange range) {
     return text.substr(static_cast<std::size_t>(range.begin),
                        static_cast<std::size_t>(range.Length()));
-}
-
-bool OnlyBlanks(std::u16string_view text) {
-    return text.find_first_not_of(u' ') == std::u16string_view::npos;
 }
 
 // A break that both sides end in is not what changed, nor are blanks that both have.
@@ -153,7 +146,8 @@ std::vector<AlignedPair> SectionFinder::Align(const StretchText* weights) {
 bool SectionFinder::SeparatorsDiffer(std::int32_t i, std::int32_t j) const {
     const std::u16string_view left = first_.Separator(i);
     const std::u16string_view right = second_.Separator(j);
-    return switches_.tokens.ignore_whitespace ? HasBreak(left) != HasBreak(right) : left != right;
+    return switches_.tokens.ignore_whitespace ? HasLineFeed(left) != HasLineFeed(right)
+                                              : left != right;
 }
 
 bool SectionFinder::OnlyNothing(std::int32_t first_begin, std::int32_t first_end,

@@ -20,7 +20,7 @@ using Node = pugi::xml_node;
 using Relationships = std::unordered_map<std::string, Relationship>;
 using Token = XmlScanner::Token;
 
-constexpr std::size_t kMostText = std::size_t{1} << 20;  // of one comment
+constexpr std::size_t kMostComment = std::size_t{1} << 20;  // of one comment
 
 // 0-based: 0 and 2 give "A3".
 std::string CellName(std::int64_t column, std::int64_t row) {
@@ -195,7 +195,7 @@ class OdsBeside {
                 Start(scanner);
             if (token == Token::End || (token == Token::Start && scanner.SelfClosing()))
                 End(scanner.Name());
-            if (token == Token::Text && in_comment_ && comment_.size() < kMostText)
+            if (token == Token::Text && in_comment_ && comment_.size() < kMostComment)
                 scanner.AppendText(comment_);
         }
     }

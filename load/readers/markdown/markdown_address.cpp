@@ -3,11 +3,10 @@
 #include <algorithm>
 
 #include "common/base/text_encoding.h"
+#include "load/readers/markdown/markdown_lines.h"
 
 namespace zorvane {
 namespace {
-
-constexpr std::string_view kBlanks = " \t\r\n";
 
 // The address in front of a title, without its angle brackets and backslashes.
 std::string AddressIn(std::string_view text) {
@@ -24,7 +23,7 @@ std::string AddressIn(std::string_view text) {
             address += text[++at];
             continue;
         }
-        if (angles ? text[at] == '>' : kBlanks.find(text[at]) != std::string_view::npos)
+        if (angles ? text[at] == '>' : kMarkdownBlanks.find(text[at]) != std::string_view::npos)
             break;
         address += text[at];
     }

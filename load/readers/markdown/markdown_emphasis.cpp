@@ -7,7 +7,7 @@
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+constexpr std::size_t kNoOpener = static_cast<std::size_t>(-1);
 constexpr char kDone = '.';  // paired, or found to be text
 
 std::size_t KindOf(const MarkdownPiece& closer) {
@@ -28,7 +28,7 @@ std::size_t FindOpener(const std::vector<MarkdownPiece>& pieces,
         if (!odd)
             return place;
     }
-    return kNone;
+    return kNoOpener;
 }
 
 void Pair(MarkdownPiece& opener, MarkdownPiece& closer) {
@@ -51,7 +51,7 @@ void PairWithOpeners(std::vector<MarkdownPiece>& pieces, MarkdownPiece& closer, 
     while (closer.closes && !closer.text.empty()) {
         std::size_t& own_floor = open.floors[KindOf(closer)];
         const std::size_t opener = FindOpener(pieces, places, closer, own_floor);
-        if (opener == kNone) {
+        if (opener == kNoOpener) {
             own_floor = places.size();
             return;
         }

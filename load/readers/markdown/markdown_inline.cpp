@@ -11,7 +11,6 @@ namespace zorvane {
 namespace {
 
 constexpr std::string_view kPunctuation = "!\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
-constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr std::size_t kShortTag = 4096;
 
@@ -20,7 +19,7 @@ bool IsPunctuation(char character) {
 }
 
 bool IsBlank(char character) {
-    return kBlanks.find(character) != std::string_view::npos;
+    return kMarkdownBlanks.find(character) != std::string_view::npos;
 }
 
 // A no-break or ideographic blank, or punctuation beyond ASCII, is read as a letter: it is rare
@@ -197,8 +196,8 @@ class InlineText {
             return false;
         const auto note =
             definitions_.notes.find(MarkdownLabel(text_.substr(at_ + 2, end - at_ - 2)));
-        constexpr int kMostNested = 3;
-        if (note == definitions_.notes.end() || depth_ >= kMostNested ||
+        constexpr int kMostNestedNotes = 3;
+        if (note == definitions_.notes.end() || depth_ >= kMostNestedNotes ||
             definitions_.note_bytes_left < note->second.size())
             return false;
         definitions_.note_bytes_left -= note->second.size();
@@ -258,7 +257,7 @@ class InlineText {
     }
 
     std::size_t SkipBlanks(std::size_t at) const {
-        return std::min(text_.find_first_not_of(kBlanks, at), text_.size());
+        return std::min(text_.find_first_not_of(kMarkdownBlanks, at), text_.size());
     }
 
     // Of what is found the text goes on behind it, but what is not found may be looked for again

@@ -9,6 +9,7 @@
 namespace zorvane {
 
 inline constexpr std::size_t kCodeIndent = 4;  ///< blanks in front that make a line code
+inline constexpr std::string_view kMarkdownBlanks = " \t\r\n";
 
 /// A list's item: "- ", "1. ".
 struct MarkdownMarker {

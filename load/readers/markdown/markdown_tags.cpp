@@ -6,8 +6,6 @@
 namespace zorvane {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
 std::size_t SkipName(std::string_view text, std::size_t at, std::string_view more) {
     while (at < text.size() && (IsAsciiLetter(text[at]) || (text[at] >= '0' && text[at] <= '9') ||
                                 more.find(text[at]) != std::string_view::npos))
@@ -17,10 +15,11 @@ std::size_t SkipName(std::string_view text, std::size_t at, std::string_view mor
 
 // Behind "= value"; where it was without one, and `std::string_view::npos` for a broken one.
 std::size_t SkipTagValue(std::string_view text, std::size_t at) {
-    const std::size_t equals = std::min(text.find_first_not_of(kBlanks, at), text.size());
+    const std::size_t equals = std::min(text.find_first_not_of(kMarkdownBlanks, at), text.size());
     if (equals >= text.size() || text[equals] != '=')
         return at;
-    const std::size_t from = std::min(text.find_first_not_of(kBlanks, equals + 1), text.size());
+    const std::size_t from =
+        std::min(text.find_first_not_of(kMarkdownBlanks, equals + 1), text.size());
     const char quote = from < text.size() ? text[from] : '\0';
     if (quote != '"' && quote != '\'') {
         const std::size_t end = std::min(text.find_first_of(" \t\r\n\"'=<>`", from), text.size());
@@ -57,7 +56,8 @@ bool IsHtmlTag(std::string_view inner) {
         return false;
     std::size_t at = SkipName(inner, 0, "-");
     while (at < inner.size()) {
-        const std::size_t name = std::min(inner.find_first_not_of(kBlanks, at), inner.size());
+        const std::size_t name =
+            std::min(inner.find_first_not_of(kMarkdownBlanks, at), inner.size());
         if (name == inner.size())
             return true;
         const std::size_t end = SkipName(inner, name, "_:.-");

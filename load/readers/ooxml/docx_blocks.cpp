@@ -10,8 +10,6 @@ namespace {
 
 using Node = pugi::xml_node;
 
-constexpr std::string_view kLine(&kLineInParagraph, 1);
-
 bool MarkDeleted(const Node& properties) {
     const Node mark = Child(properties, "rPr");
     return Child(mark, "del") || Child(mark, "moveFrom");
@@ -132,7 +130,7 @@ void DocxWalker::BeginNested(bool joined) {
         if (brackets_.InNote())
             brackets_.BreakInNote();
         else
-            Put(kLine, base_.chars);
+            Put(kLineText, base_.chars);
     }
     first_in_cell_ = false;
 }

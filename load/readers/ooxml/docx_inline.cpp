@@ -14,7 +14,6 @@ using Node = pugi::xml_node;
 
 constexpr std::string_view kNoBreakHyphen = "\xE2\x80\x91";
 constexpr std::string_view kSoftHyphen = "\xC2\xAD";
-constexpr std::string_view kLine(&kLineInParagraph, 1);
 
 // What the walk does with an element of that name inside a paragraph or a run.
 enum class Inline : std::uint8_t {
@@ -103,7 +102,7 @@ void DocxWalker::Break(const RunLook& look) {
     if (brackets_.InNote())
         brackets_.BreakInNote();
     else
-        Write(kLine, look);
+        Write(kLineText, look);
 }
 
 void DocxWalker::TakeInline(const Node& node, const RunLook& look, int depth) {

@@ -54,7 +54,7 @@ std::optional<Color> HexColor(std::string_view text) {
         static_cast<std::int32_t>((*value >> 16) | (*value & 0xFF00) | ((*value & 0xFF) << 16))};
 }
 
-bool IsOn(const pugi::xml_node& node) {
+bool TurnsOn(const pugi::xml_node& node) {
     const std::string_view value = Attribute(node, "val");
     return value != "0" && value != "false" && value != "off" && value != "none";
 }
@@ -177,15 +177,15 @@ void DocxStyles::ApplyRunOwn(const pugi::xml_node& properties, RunLook& look) co
         const std::string_view name = LocalName(node);
         const auto value = [&node] { return Attribute(node, "val"); };
         if (name == "b")
-            chars.bold = IsOn(node);
+            chars.bold = TurnsOn(node);
         else if (name == "i")
-            chars.italic = IsOn(node);
+            chars.italic = TurnsOn(node);
         else if (name == "u")
             chars.underline = UnderlineNamed(value());
         else if (name == "strike" || name == "dstrike")
-            chars.strikeout = IsOn(node);
+            chars.strikeout = TurnsOn(node);
         else if (name == "vanish")
-            look.hidden = IsOn(node);
+            look.hidden = TurnsOn(node);
         else if (name == "sz")
             chars.half_points = std::clamp(NumberOf(value(), chars.half_points), 1, 3276);
         else if (name == "color")
@@ -211,7 +211,7 @@ void DocxStyles::ApplyParagraph(const pugi::xml_node& properties, DocxParagraphL
         else if (name == "spacing")
             ApplySpacing(node, look.format);
         else if (name == "bidi")
-            look.format.right_to_left = IsOn(node);
+            look.format.right_to_left = TurnsOn(node);
         else if (name == "numPr")
             ApplyNumbering(node, look);
     }

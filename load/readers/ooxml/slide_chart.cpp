@@ -64,7 +64,7 @@ void WriteSeriesName(const pugi::xml_node& series, SlideTextWriter& text) {
         text.Line(literal);
 }
 
-bool IsOn(const pugi::xml_node& node) {
+bool IsTrue(const pugi::xml_node& node) {
     const std::string_view value = Attribute(node, "val");
     return node && value != "0" && value != "false";
 }
@@ -80,14 +80,14 @@ bool ShowsSeries(const pugi::xml_node& chart, const pugi::xml_node& plot, std::s
     if (Child(chart, "legend") && !IsPie(plot))
         return true;
     return series == 1 && !Child(Child(chart, "title"), "tx") &&
-           !IsOn(Child(chart, "autoTitleDeleted"));
+           !IsTrue(Child(chart, "autoTitleDeleted"));
 }
 
 // Values are seen where points are labelled with them.
 void WriteLabelledValues(const pugi::xml_node& plot, const pugi::xml_node& series,
                          SlideTextWriter& text) {
     const pugi::xml_node own = Child(series, "dLbls");
-    if (IsOn(Child(own ? own : Child(plot, "dLbls"), "showVal")))
+    if (IsTrue(Child(own ? own : Child(plot, "dLbls"), "showVal")))
         WriteTexts(Child(series, "val"), text);
 }
 

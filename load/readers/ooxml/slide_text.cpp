@@ -10,8 +10,6 @@
 namespace zorvane {
 namespace {
 
-constexpr std::string_view kLine(&kLineInParagraph, 1);
-
 std::string Circled(std::int32_t number) {
     if (number > 20)
         return std::to_string(number);
@@ -135,7 +133,7 @@ void SlideTextWriter::Runs(const pugi::xml_node& paragraph, const SlideRunStyle&
         if (Is(child, "r") || Is(child, "fld"))
             Run(child, style);
         else if (Is(child, "br"))
-            Put(kLine, style);
+            Put(kLineText, style);
         else if (Is(child, "AlternateContent"))
             Runs(ChosenForm(child), style, depth + 1);
         else if (Is(child, "t"))  // of a formula
@@ -203,7 +201,7 @@ void SlideTextWriter::Cell(const pugi::xml_node& cell, const SlideStyleChain& ch
         ApplyChain(chain, level, theme_, style);
         ApplyParagraph(properties, theme_, style);
         if (!first)
-            Put(kLine, style.run);
+            Put(kLineText, style.run);
         first = false;
         // A label in the middle of a row would end in a tab, as cells do.
         if (HasText(paragraph)) {

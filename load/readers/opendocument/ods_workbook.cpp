@@ -17,7 +17,7 @@ namespace {
 
 using Token = XmlScanner::Token;
 
-constexpr std::size_t kMostSheets = 10'000;
+constexpr std::size_t kMostTables = 10'000;
 constexpr std::int32_t kRowsBetweenProgress = 2048;
 
 // Collects the shown text of one cell: its paragraphs as lines.
@@ -277,7 +277,7 @@ class OdsWorkbook : public Workbook {
     }
 
     void AddSheet(const XmlScanner& scanner) {
-        if (sheets_.size() >= kMostSheets)
+        if (sheets_.size() >= kMostTables)
             return;
         SheetInfo sheet;
         AppendDecoded(scanner.Attribute("name"), sheet.name);

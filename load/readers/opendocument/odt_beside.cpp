@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "common/base/one_of.h"
 #include "common/base/text_encoding.h"
 #include "load/readers/beside/formula_text.h"
 #include "load/readers/opendocument/odt_body.h"
@@ -15,11 +16,6 @@ using Node = pugi::xml_node;
 
 constexpr std::size_t kMostHidden = std::size_t{1} << 20;
 constexpr std::size_t kMostChanges = 50'000;
-
-template <std::size_t kCount>
-bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& names) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
 
 // Elements whose text is made by the program when it shows the document.
 bool IsField(std::string_view name) {

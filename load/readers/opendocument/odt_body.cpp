@@ -3,16 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "common/base/one_of.h"
 #include "load/readers/sink/symbol_fonts.h"
 #include "load/readers/word_readers.h"
 
 namespace zorvane {
 namespace {
-
-template <std::size_t kCount>
-bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& names) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
 
 // Elements whose children are paragraphs and the like.
 bool IsContainer(std::string_view name) {

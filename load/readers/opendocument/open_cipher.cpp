@@ -127,7 +127,7 @@ ReadEnd Unpack(const std::string& packed, std::size_t size, std::string& part) {
 }
 
 /// No reader looks at these, and each costs as much as a text.
-bool IsLeftOut(std::string_view name) {
+bool IsNotEncrypted(std::string_view name) {
     return name.ends_with('/') || name.starts_with("Thumbnails/") ||
            name.starts_with("Configurations2/") || name.starts_with("META-INF/");
 }
@@ -137,7 +137,7 @@ using Parts = std::map<std::string, std::string, std::less<>>;
 ReadEnd DecipherParts(Package& package, const PartCiphers& ciphers, std::string_view password,
                       Parts& parts) {
     for (const std::string& name : package.Names()) {
-        if (IsLeftOut(name))
+        if (IsNotEncrypted(name))
             continue;
         ReadError error = ReadError::None;
         std::optional<std::string> bytes = package.Read(name, &error);

@@ -7,20 +7,20 @@ namespace {
 
 constexpr int kMostNames = 10'000;
 
-void AddText(const pugi::xml_node& node, int depth, std::string& text) {
+void AddParagraphText(const pugi::xml_node& node, int depth, std::string& text) {
     if (depth > kMaxDepth || Is(node, "annotation"))
         return;
     for (const pugi::xml_node& child : node.children()) {
         if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata)
             text += child.value();
         else
-            AddText(child, depth + 1, text);
+            AddParagraphText(child, depth + 1, text);
     }
 }
 
 void WriteText(const pugi::xml_node& node, OpenTextWriter& writer) {
     std::string text;
-    AddText(node, 0, text);
+    AddParagraphText(node, 0, text);
     if (text.find_first_not_of(" \t\r\n") != std::string::npos)
         writer.Line(text);
 }

@@ -36,7 +36,7 @@ bool CutEnd(std::string_view& name, std::string_view end) {
     return true;
 }
 
-bool IsLower(char letter) {
+bool IsAsciiLetterLower(char letter) {
     return letter >= 'a' && letter <= 'z';
 }
 
@@ -44,7 +44,7 @@ bool IsLower(char letter) {
 std::string Spaced(std::string_view name) {
     std::string words;
     for (std::size_t index = 0; index < name.size(); ++index) {
-        if (index > 0 && IsAsciiUpper(name[index]) && IsLower(name[index - 1]))
+        if (index > 0 && IsAsciiUpper(name[index]) && IsAsciiLetterLower(name[index - 1]))
             words += ' ';
         words += name[index];
     }

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kMostPictures = 2000;
 constexpr std::size_t kMostPatches = 12'000;
-constexpr std::size_t kMostLooked = 64;  // patches for one letter
+constexpr std::size_t kMostPatchesLooked = 64;  // patches for one letter
 
 bool IsBlank(const PdfCharacter& letter) {
     return letter.letter == U' ' || letter.letter == 0xA0 || letter.letter == U'\t';
@@ -20,9 +20,9 @@ struct Place {
     float y = 0;
 };
 Place MiddleOf(const PdfCharacter& letter) {
-    constexpr float kMiddle = 0.3F;  // above the baseline, of the size
+    constexpr float kMiddleOfLetter = 0.3F;  // above the baseline, of the size
     const float along = (letter.x0 + letter.x1) / 2;
-    const float across = letter.baseline - kMiddle * letter.size;
+    const float across = letter.baseline - kMiddleOfLetter * letter.size;
     switch (letter.direction) {
         case PdfDirection::Left:
             return {-along, -across};
@@ -83,7 +83,8 @@ bool PdfGround::HasColorOf(const PdfCharacter& letter, Color color) const {
         letter.direction == PdfDirection::Slanting)
         return false;
     const Place middle = MiddleOf(letter);
-    const std::size_t first = patches_.size() > kMostLooked ? patches_.size() - kMostLooked : 0;
+    const std::size_t first =
+        patches_.size() > kMostPatchesLooked ? patches_.size() - kMostPatchesLooked : 0;
     for (std::size_t index = patches_.size(); index > first; --index) {
         const Patch& patch = patches_[index - 1];
         if (Contains(patch.box, middle, 0))
@@ -100,7 +101,7 @@ void PdfGround::Settle(std::vector<PdfCharacter>& letters) const {
 bool PdfGround::IsCovered(const PdfCharacter& letter, std::size_t number) const {
     const Place middle = MiddleOf(letter);
     std::size_t looked = 0;
-    for (auto patch = patches_.rbegin(); patch != patches_.rend() && looked < kMostLooked;
+    for (auto patch = patches_.rbegin(); patch != patches_.rend() && looked < kMostPatchesLooked;
          ++patch, ++looked) {
         if (!patch->rectangle)
             continue;

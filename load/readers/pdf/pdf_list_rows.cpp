@@ -10,7 +10,7 @@
 namespace zorvane {
 namespace {
 
-constexpr float kEdge = 3;          // points between the texts of one list
+constexpr float kListEdge = 3;      // points between the texts of one list
 constexpr float kHeadPitch = 2.5F;  // of the size; the head of a column stands so near
 constexpr std::size_t kReach = 40;  // labels looked at on each side
 
@@ -42,10 +42,10 @@ class Marker {
             return;
         const PdfWord& word = segments.front()->words.front();
         std::u32string text;
-        constexpr std::uint32_t kLongest = 12;
-        for (std::uint32_t index = 0; index < std::min(word.count, kLongest); ++index)
+        constexpr std::uint32_t kLongestLabel = 12;
+        for (std::uint32_t index = 0; index < std::min(word.count, kLongestLabel); ++index)
             text += characters_[word.first + index].letter;
-        if (word.count > kLongest)
+        if (word.count > kLongestLabel)
             return;
         std::vector<PdfLabel> readings = LabelsOf(text);
         if (!readings.empty())
@@ -59,7 +59,7 @@ class Marker {
         const std::size_t first = index > kReach ? index - kReach : 0;
         const std::size_t end = std::min(items_.size(), index + kReach + 1);
         for (std::size_t other = first; other < end; ++other) {
-            if (other != index && std::fabs(items_[other].text_x0 - item.text_x0) <= kEdge &&
+            if (other != index && std::fabs(items_[other].text_x0 - item.text_x0) <= kListEdge &&
                 (other < index ? AnyFollows(items_[other], item) : AnyFollows(item, items_[other])))
                 return true;
         }
@@ -92,9 +92,9 @@ class Marker {
         const PdfSegment& label = *lines_[item.line].segments.front();
         return above.segments.size() > 1 &&
                label.baseline - above.segments.front()->baseline < kHeadPitch * label.size &&
-               above.segments[0]->x0 <= item.label_x0 + kEdge &&
-               above.segments[0]->x1 >= item.label_x0 - kEdge &&
-               std::fabs(above.segments[1]->x0 - item.text_x0) <= kEdge;
+               above.segments[0]->x0 <= item.label_x0 + kListEdge &&
+               above.segments[0]->x1 >= item.label_x0 - kListEdge &&
+               std::fabs(above.segments[1]->x0 - item.text_x0) <= kListEdge;
     }
 
     const std::vector<PdfCharacter>& characters_;

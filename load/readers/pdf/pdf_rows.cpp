@@ -13,7 +13,7 @@ namespace {
 // A wider gap parts two words. Sharp: at 0.08 words break, at 0.18 they run together.
 constexpr float kWordGap = 0.1F;
 constexpr float kNarrowestBlank = 0.04F;
-constexpr float kJump = 0.4F;
+constexpr float kRowJump = 0.4F;
 constexpr float kFarthestBack = 0.7F;  // an accent is drawn over the letter before it
 constexpr float kSameBaseline = 0.05F;
 constexpr float kSameSize = 0.05F;
@@ -174,14 +174,14 @@ void SettleBaseline(PdfSegment& segment) {
 
 // Segments of nearly one height that leave each other room are one row to a reader.
 void NumberRows(std::vector<PdfSegment>& segments) {
-    constexpr std::size_t kMostLooked = 40;
+    constexpr std::size_t kMostRowsLooked = 40;
     std::size_t first = 0;  // of the row
     std::uint32_t number = 0;
     for (std::size_t index = 0; index < segments.size(); ++index) {
         PdfSegment& segment = segments[index];
         const float size = std::min(segment.size, segments[first].size);
         bool joins = std::fabs(segment.baseline - segments[first].baseline) <= kNearRow * size;
-        const std::size_t from = index - first > kMostLooked ? index - kMostLooked : first;
+        const std::size_t from = index - first > kMostRowsLooked ? index - kMostRowsLooked : first;
         for (std::size_t other = from; joins && other < index; ++other)
             joins = segment.x0 >= segments[other].x1 || segment.x1 <= segments[other].x0;
         if (!joins) {
@@ -233,7 +233,7 @@ PdfGap GapBetween(const PdfWord& left, const PdfWord& right) {
     const bool blank = neighbours && (left.blank_after || right.blank_before);
     if ((left.leader || right.leader) && gap > size * kWordGap)
         return PdfGap::Blank;
-    if (IsJump(left, right) && gap > size * kJump)
+    if (IsJump(left, right) && gap > size * kRowJump)
         return PdfGap::Wide;
     if (gap > size * (blank ? kWideGapBehindBlank : kWideGap))
         return PdfGap::Wide;

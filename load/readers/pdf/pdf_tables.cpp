@@ -14,7 +14,7 @@ constexpr std::size_t kMostColumns = 64;
 constexpr std::size_t kFewestRows = 2;
 
 // Shares of the font size.
-constexpr float kFarthestRow = 5;
+constexpr float kFarthestTableRow = 5;
 constexpr float kTightest = 1.5F;  // a wider pitch parts rows by itself
 
 struct Column {
@@ -156,7 +156,7 @@ class Grouping {
         if (lines_[line].is_list_item)
             return true;
         return line > first &&
-               (Pitch(line) > kFarthestRow * Size(lines_[line]) || IsRuledTwice(line));
+               (Pitch(line) > kFarthestTableRow * Size(lines_[line]) || IsRuledTwice(line));
     }
 
     float Pitch(std::size_t line) const {
@@ -171,8 +171,8 @@ class Grouping {
         auto rule = std::lower_bound(rules_.begin(), rules_.end(), from,
                                      [](const PdfBox& box, float y) { return box.y0 < y; });
         std::pair<float, float> heights{0, 0};
-        constexpr int kMostLooked = 300;
-        for (int looked = 0; rule != rules_.end() && rule->y0 <= to && looked < kMostLooked;
+        constexpr int kMostRulesLooked = 300;
+        for (int looked = 0; rule != rules_.end() && rule->y0 <= to && looked < kMostRulesLooked;
              ++rule, ++looked) {
             const float common = std::min(rule->x1, segment.x1) - std::max(rule->x0, segment.x0);
             // A line under a word ends with it; a border goes on.

@@ -1,6 +1,7 @@
 // A list of system calls and what becomes of each, loaded into the kernel. Uses libseccomp.
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <seccomp.h>
 #include <string>
@@ -8,6 +9,14 @@
 #include "common/base/result.h"
 
 namespace zorvane {
+
+/// A condition: of `argument`, the bits of `mask` are `bits`.
+constexpr scmp_arg_cmp BitsAre(unsigned argument, std::uint64_t mask, std::uint64_t bits) {
+    return {argument, SCMP_CMP_MASKED_EQ, mask, bits};
+}
+constexpr scmp_arg_cmp Is(unsigned argument, std::uint64_t value) {
+    return {argument, SCMP_CMP_EQ, value, 0};
+}
 
 class CallFilter {
   public:

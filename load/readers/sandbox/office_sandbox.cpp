@@ -13,13 +13,6 @@
 namespace zorvane {
 namespace {
 
-scmp_arg_cmp BitsAre(unsigned argument, std::uint64_t mask, std::uint64_t bits) {
-    return {argument, SCMP_CMP_MASKED_EQ, mask, bits};
-}
-scmp_arg_cmp Is(unsigned argument, std::uint64_t value) {
-    return {argument, SCMP_CMP_EQ, value, 0};
-}
-
 // Without those that change modes, owners, times and attributes, which Landlock lets pass.
 void AllowFiles(CallFilter& filter) {
     filter.Add(
@@ -45,7 +38,7 @@ void AllowFiles(CallFilter& filter) {
 }
 
 // Executable and shared memory stay open: the suite's bridges between its languages need them.
-void AllowMemory(CallFilter& filter) {
+void AllowAnyMemory(CallFilter& filter) {
     filter.Add(SCMP_ACT_ALLOW,
                {SCMP_SYS(brk), SCMP_SYS(mmap), SCMP_SYS(munmap), SCMP_SYS(mremap),
                 SCMP_SYS(mprotect), SCMP_SYS(madvise), SCMP_SYS(mincore), SCMP_SYS(msync)});
@@ -123,7 +116,7 @@ Status EnterOfficeSandbox(const FolderRights& rights, bool may_start_programs) {
         return closed;
     CallFilter filter(SCMP_ACT_ERRNO(EPERM));
     AllowFiles(filter);
-    AllowMemory(filter);
+    AllowAnyMemory(filter);
     AllowThreads(filter, may_start_programs);
     AllowWaitingAndAsking(filter);
     if (may_start_programs)

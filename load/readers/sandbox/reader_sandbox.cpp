@@ -16,13 +16,6 @@
 namespace zorvane {
 namespace {
 
-scmp_arg_cmp BitsAre(unsigned argument, std::uint64_t mask, std::uint64_t bits) {
-    return {argument, SCMP_CMP_MASKED_EQ, mask, bits};
-}
-scmp_arg_cmp Is(unsigned argument, std::uint64_t value) {
-    return {argument, SCMP_CMP_EQ, value, 0};
-}
-
 // Memory that is this process's own and never runs: nothing shared escapes the limit of memory.
 void AllowMemory(CallFilter& filter) {
     constexpr std::uint64_t kAnyBut = 0xFFFFFFFF;

@@ -2,6 +2,7 @@
 #include <charconv>
 
 #include "common/base/ascii.h"
+#include "common/base/utf8_bytes.h"
 #include "load/readers/sheets/number_format_parts.h"
 
 namespace zorvane::number_format {
@@ -20,7 +21,7 @@ std::size_t CharacterSize(std::string_view text) {
     if (text.empty())
         return 0;
     std::size_t size = 1;
-    while (size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80)
+    while (size < text.size() && IsContinuation(text[size]))
         ++size;
     return size;
 }

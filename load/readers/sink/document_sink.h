@@ -17,6 +17,7 @@ namespace zorvane {
 /// `kCellEnd`, which `EndCell` writes; a paragraph break inside a cell is a `kLineInParagraph`.
 inline constexpr char kCellEnd = '\x07';
 inline constexpr char kLineInParagraph = '\x0B';
+inline constexpr std::string_view kLineText(&kLineInParagraph, 1);
 
 /// The text is UTF-8 without CR and LF; other control characters but tab and the two marks above
 /// are dropped. Calls come as BeginParagraph (Text | ListLabel)* EndParagraph, not nested, and

@@ -102,8 +102,8 @@ CssDisplay DisplayOf(const HtmlElement& element) {
 // Attributes such as "hidden" as a page writes them, or the start of the content of an element, up
 // to its end tag. What lies farther away than this is not looked at.
 std::string_view ContentUpTo(std::string_view rest, std::string_view end_tag) {
-    constexpr std::size_t kFarthest = std::size_t{1} << 14;
-    rest = rest.substr(0, kFarthest);
+    constexpr std::size_t kFarthestStyle = std::size_t{1} << 14;
+    rest = rest.substr(0, kFarthestStyle);
     return rest.substr(0, rest.find(end_tag));
 }
 

@@ -10,11 +10,6 @@ namespace {
 
 constexpr std::int32_t kLabelIndent = 360;
 
-bool IsBlank(char character) {
-    return character == ' ' || character == '\n' || character == '\t' || character == '\r' ||
-           character == '\f';
-}
-
 bool IsList(GumboTag tag) {
     return tag == GUMBO_TAG_OL || tag == GUMBO_TAG_UL || tag == GUMBO_TAG_MENU ||
            tag == GUMBO_TAG_DIR;
@@ -166,9 +161,9 @@ void HtmlFlow::WriteCollapsed(std::string_view utf8, const Box& box) {
     scratch_.clear();
     std::size_t at = 0;
     while (at < utf8.size()) {
-        if (!IsBlank(utf8[at])) {
+        if (!IsHtmlBlank(utf8[at])) {
             const std::size_t from = at;
-            while (at < utf8.size() && !IsBlank(utf8[at]))
+            while (at < utf8.size() && !IsHtmlBlank(utf8[at]))
                 ++at;
             TakeBlank(box);
             scratch_ += utf8.substr(from, at - from);

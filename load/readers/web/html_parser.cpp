@@ -8,15 +8,10 @@
 namespace zorvane {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\n\f\r";
 constexpr std::size_t kMostAttributes = 256;
 
-bool IsBlank(char character) {
-    return kBlanks.find(character) != std::string_view::npos;
-}
-
 bool EndsTagName(char character) {
-    return IsBlank(character) || character == '/' || character == '>';
+    return IsHtmlBlank(character) || character == '/' || character == '>';
 }
 
 }  // namespace
@@ -66,7 +61,7 @@ void HtmlParser::TextRun(std::size_t end) {
     const std::string_view text = page_.substr(at_, end - at_);
     at_ = end;
     if ((!body_begun_ || pending_formats_.size() > pending_base_) &&
-        text.find_first_not_of(kBlanks) != std::string_view::npos) {
+        text.find_first_not_of(kHtmlBlanks) != std::string_view::npos) {
         body_begun_ = true;
         Reopen();
     }
@@ -120,7 +115,7 @@ void HtmlParser::CharacterData() {
 }
 
 void HtmlParser::SkipBlanks() {
-    while (at_ < page_.size() && IsBlank(page_[at_]))
+    while (at_ < page_.size() && IsHtmlBlank(page_[at_]))
         ++at_;
 }
 
@@ -143,7 +138,7 @@ void HtmlParser::ReadTag(std::size_t name_at, Tag& tag) {
 
 // False at the end of the tag.
 bool HtmlParser::ReadAttribute() {
-    while (at_ < page_.size() && (IsBlank(page_[at_]) || page_[at_] == '/'))
+    while (at_ < page_.size() && (IsHtmlBlank(page_[at_]) || page_[at_] == '/'))
         ++at_;
     if (at_ >= page_.size() || page_[at_] == '>')
         return false;
@@ -173,7 +168,7 @@ std::string_view HtmlParser::ReadValue() {
         return page_.substr(std::min(from, page_.size()), end - std::min(from, page_.size()));
     }
     const std::size_t from = at_;
-    while (at_ < page_.size() && !IsBlank(page_[at_]) && page_[at_] != '>')
+    while (at_ < page_.size() && !IsHtmlBlank(page_[at_]) && page_[at_] != '>')
         ++at_;
     return page_.substr(from, at_ - from);
 }

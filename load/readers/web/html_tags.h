@@ -2,8 +2,15 @@
 #pragma once
 
 #include <gumbo.h>
+#include <string_view>
 
 namespace zorvane {
+
+/// What HTML takes for white space.
+inline constexpr std::string_view kHtmlBlanks = " \t\n\f\r";
+constexpr bool IsHtmlBlank(char character) {
+    return kHtmlBlanks.find(character) != std::string_view::npos;
+}
 
 /// Shown on lines of their own.
 bool IsBlockTag(GumboTag tag);

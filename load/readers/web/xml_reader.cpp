@@ -105,7 +105,7 @@ class XmlWalk {
 };
 
 // What the declaration in front calls the encoding; empty without one.
-std::string DeclaredEncoding(std::string_view bytes) {
+std::string EncodingOfDeclaration(std::string_view bytes) {
     if (!bytes.starts_with("<?xml"))
         return {};
     const std::string_view declaration = bytes.substr(0, std::min(bytes.find("?>"), bytes.size()));
@@ -124,7 +124,7 @@ std::string XmlAsUtf8(std::string_view bytes) {
     DetectedEncoding encoding = DetectEncoding(bytes, "UTF-8");
     const bool wide = encoding.name.starts_with("UTF-16") || encoding.name.starts_with("UTF-32");
     if (encoding.bom_size == 0 && !wide) {
-        const std::string declared = DeclaredEncoding(bytes);
+        const std::string declared = EncodingOfDeclaration(bytes);
         encoding.name = declared.empty() ? "UTF-8" : declared;
     }
     std::string text = ToUtf8(DecodeText(bytes, encoding));
