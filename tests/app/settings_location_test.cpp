@@ -31,15 +31,16 @@ class SettingsLocationTest : public ::testing::Test {
     ProcessState process;
 };
 
-struct PlaceRow {
+struct SettingsPlaceRow {
     const char* name;
     const char* file;
 };
 TEST_F(SettingsLocationTest, FindsWhatIsInstalledFromEitherFolder) {
     // Later rows win, since what is really installed does.
-    for (const PlaceRow& row : {PlaceRow{"beside the program", "program/help/Zorvane.html"},
-                                {"only built", "program/share/zorvane/help/Zorvane.html"},
-                                {"installed", "share/zorvane/help/Zorvane.html"}}) {
+    for (const SettingsPlaceRow& row :
+         {SettingsPlaceRow{"beside the program", "program/help/Zorvane.html"},
+          {"only built", "program/share/zorvane/help/Zorvane.html"},
+          {"installed", "share/zorvane/help/Zorvane.html"}}) {
         SCOPED_TRACE(row.name);
         Put(row.file);
         EXPECT_EQ(InstalledData(*process.platform.folders, "help/Zorvane.html"),

@@ -40,12 +40,12 @@ class FindCliTest : public ::testing::Test {
 };
 
 TEST_F(FindCliTest, ObeysItsOptions) {
-    struct OptionRow {
+    struct FindOptionRow {
         const char* line;
         int status;
         const char* output;
     };
-    const OptionRow rows[] = {
+    const FindOptionRow rows[] = {
         {"find two", 0, ".hidden:1:two\nb.log:1:two\nb.log:2:twofold two\n"},
         {"find two . --no-hidden -r", 0,
          "./b.log:1:two\n./b.log:2:twofold two\n./sub/c.txt:1:two\n"},
@@ -65,7 +65,7 @@ TEST_F(FindCliTest, ObeysItsOptions) {
         {"find 'C:\\x' .", 1, ""},
         {"find -- -two .", 1, ""},
     };
-    for (const OptionRow& row : rows) {
+    for (const FindOptionRow& row : rows) {
         SCOPED_TRACE(row.line);
         const ShellRun run = Run(row.line);
         EXPECT_EQ(run.status, row.status);

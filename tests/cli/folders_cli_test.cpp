@@ -99,15 +99,16 @@ TEST_F(FoldersCliTest, ComparesWordsAndWritesWhatWasAskedFor) {
 
 TEST_F(FoldersCliTest, SaysWhatItCannotDo) {
     trees.Write(Side::Original, "file", "1");
-    struct TroubleRow {
+    struct FolderTroubleRow {
         const char* command;
         const char* words;
     };
-    for (const TroubleRow& row : {TroubleRow{"folders a none", "none: there is no such folder"},
-                                  {"folders a a/file", "a/file: this is a file"},
-                                  {"folders a b -o b/t", "--output: b/t: this lies in a folder"},
-                                  {"folders a b -o no/t", "no/t"},
-                                  {"folders a", "MODIFIED"}}) {
+    for (const FolderTroubleRow& row :
+         {FolderTroubleRow{"folders a none", "none: there is no such folder"},
+          {"folders a a/file", "a/file: this is a file"},
+          {"folders a b -o b/t", "--output: b/t: this lies in a folder"},
+          {"folders a b -o no/t", "no/t"},
+          {"folders a", "MODIFIED"}}) {
         const ShellRun run = Run(std::string("\"" ZORVANE_PROGRAM "\" ") + row.command);
         EXPECT_EQ(run.status, 2) << row.command;
         EXPECT_NE(run.error.find(row.words), std::string::npos) << run.error;

@@ -102,10 +102,10 @@ TEST(AppendOnly, AReaderSeesWholeRecordsThatStayWhereTheyAre) {
     };
     AppendOnly<Row> rows;
     TextArena texts;
-    constexpr std::size_t kRows = 3 * 8192 + 1;
+    constexpr std::size_t kOrdered = 3 * 8192 + 1;
     std::size_t faults = 0;
     std::thread reader([&] {
-        for (std::size_t seen = 0; seen < kRows;) {
+        for (std::size_t seen = 0; seen < kOrdered;) {
             const std::size_t count = rows.size();
             for (; seen < count; ++seen)
                 faults += rows[seen].text != std::to_string(rows[seen].number) ||
@@ -113,7 +113,7 @@ TEST(AppendOnly, AReaderSeesWholeRecordsThatStayWhereTheyAre) {
         }
     });
     const Row* first = nullptr;
-    for (std::size_t index = 0; index < kRows; ++index) {
+    for (std::size_t index = 0; index < kOrdered; ++index) {
         rows.Append({index, texts.Add(std::to_string(index))});
         first = index == 0 ? &rows[0] : first;
     }

@@ -140,13 +140,13 @@ TEST(TextCache, ServesSeveralAtOnce) {
 }
 
 TEST(DocumentText, TellsWhereItsLinesStand) {
-    struct PlaceRow {
+    struct LinkPlaceRow {
         PlaceMarks marks;
         const char* text;
         const char* left;  ///< of the text
         const char* places;
     };
-    const PlaceRow rows[] = {
+    const LinkPlaceRow rows[] = {
         {PlaceMarks::None, "a\fb\n", "a\fb\n", " | "},
         {PlaceMarks::FormFeeds, "a\n\fb\nc\n\f\fd\n", "a\nb\nc\nd\n",
          "page 1 | page 2 | page 2 | page 4 | page 4"},
@@ -158,7 +158,7 @@ TEST(DocumentText, TellsWhereItsLinesStand) {
          "============= C =============\ns\n",
          nullptr, "A b | A b!A1 | A b!A2 | A b!A2 | A b!A3 | C | C!A1 | C!A2"},
     };
-    for (const PlaceRow& row : rows) {
+    for (const LinkPlaceRow& row : rows) {
         SCOPED_TRACE(row.text);
         const DocumentText document = WithPlaces(row.text, row.marks);
         EXPECT_EQ(document.text, row.left == nullptr ? row.text : row.left);

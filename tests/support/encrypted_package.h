@@ -21,7 +21,7 @@ inline unsigned char* Data(std::string& text) {
     return reinterpret_cast<unsigned char*>(text.data());  // NOLINT
 }
 
-inline std::string Number(std::uint64_t value, int bytes) {
+inline std::string NumberBytes(std::uint64_t value, int bytes) {
     std::string text;
     for (int i = 0; i < bytes; ++i)
         text += static_cast<char>(value >> (8 * i) & 0xFF);
@@ -49,7 +49,7 @@ inline std::string Spun(const std::string& hash, std::string_view salt, std::str
                         std::uint32_t count) {
     std::string digest = Hash(hash, std::string(salt) + Wide(password));
     for (std::uint32_t i = 0; i < count; ++i)
-        digest = Hash(hash, Number(i, 4) + digest);
+        digest = Hash(hash, NumberBytes(i, 4) + digest);
     return digest;
 }
 
@@ -95,7 +95,7 @@ inline std::string StandardEncrypted(const std::string& plain, std::string_view 
                                      std::size_t bits) {
     using namespace encrypting;
     const std::string salt = "0123456789abcdef";
-    const std::string last = Hash("SHA1", Spun("SHA1", salt, password, 50'000) + Number(0, 4));
+    const std::string last = Hash("SHA1", Spun("SHA1", salt, password, 50'000) + NumberBytes(0, 4));
     std::string inner(64, '\x36');
     std::string outer(64, '\x5C');
     for (std::size_t i = 0; i < last.size(); ++i) {
@@ -104,14 +104,15 @@ inline std::string StandardEncrypted(const std::string& plain, std::string_view 
     }
     const std::string key = (Hash("SHA1", inner) + Hash("SHA1", outer)).substr(0, bits / 8);
     const std::string verifier = "the verifier 16b";
-    const std::string header =
-        Number(0x24, 4) + Number(0, 4) + Number(0x660E + (bits - 128) / 64, 4) + Number(0x8004, 4) +
-        Number(bits, 4) + Number(24, 4) + Number(0, 8) + Wide("Provider") + Number(0, 2);
-    const std::string info = Number(3, 2) + Number(2, 2) + Number(0x24, 4) +
-                             Number(header.size(), 4) + header + Number(16, 4) + salt +
-                             Encrypt("ECB", key, "", verifier) + Number(20, 4) +
+    const std::string header = NumberBytes(0x24, 4) + NumberBytes(0, 4) +
+                               NumberBytes(0x660E + (bits - 128) / 64, 4) + NumberBytes(0x8004, 4) +
+                               NumberBytes(bits, 4) + NumberBytes(24, 4) + NumberBytes(0, 8) +
+                               Wide("Provider") + NumberBytes(0, 2);
+    const std::string info = NumberBytes(3, 2) + NumberBytes(2, 2) + NumberBytes(0x24, 4) +
+                             NumberBytes(header.size(), 4) + header + NumberBytes(16, 4) + salt +
+                             Encrypt("ECB", key, "", verifier) + NumberBytes(20, 4) +
                              Encrypt("ECB", key, "", Hash("SHA1", verifier));
-    return Compound(info, Number(plain.size(), 8) + Encrypt("ECB", key, "", plain));
+    return Compound(info, NumberBytes(plain.size(), 8) + Encrypt("ECB", key, "", plain));
 }
 
 struct AgileChoice {
@@ -134,9 +135,9 @@ inline std::string AgileEncrypted(const std::string& plain, std::string_view pas
         const std::string key = Sized(Hash(hash, spun + std::string(block)), size);
         return Base64(Encrypt("CBC", key, key_salt, value));
     };
-    std::string package = Number(plain.size(), 8);
+    std::string package = NumberBytes(plain.size(), 8);
     for (std::size_t place = 0; place < plain.size(); place += 4096) {
-        const std::string start = Sized(Hash(hash, data_salt + Number(place / 4096, 4)), 16);
+        const std::string start = Sized(Hash(hash, data_salt + NumberBytes(place / 4096, 4)), 16);
         package += Encrypt("CBC", secret, start, plain.substr(place, 4096));
     }
     const auto with_secret = [&](std::string_view block, const std::string& value) {
@@ -169,7 +170,7 @@ inline std::string AgileEncrypted(const std::string& plain, std::string_view pas
            with_password("\xD7\xAA\x0F\x6D\x30\x61\x34\x4E", Hash(hash, verifier)) +
            "\" encryptedKeyValue=\"" + with_password("\x14\x6E\x0B\xE7\xAB\xAC\xD0\xD6", secret) +
            "\"/></keyEncryptor></keyEncryptors></encryption>";
-    return Compound(Number(4, 2) + Number(4, 2) + Number(0x40, 4) + xml, package);
+    return Compound(NumberBytes(4, 2) + NumberBytes(4, 2) + NumberBytes(0x40, 4) + xml, package);
 }
 
 /// An OpenDocument package whose "content.xml" is `plain` (below 64 KB), of `size` bytes as the
@@ -180,7 +181,7 @@ inline std::string OpenEncrypted(const std::string& plain, std::string_view pass
     using namespace encrypting;
     // A block that is not packed is deflated text, too.
     std::string packed =
-        '\x01' + Number(plain.size(), 2) + Number(~plain.size() & 0xFFFF, 2) + plain;
+        '\x01' + NumberBytes(plain.size(), 2) + NumberBytes(~plain.size() & 0xFFFF, 2) + plain;
     const std::string check = Hash(hash, packed.substr(0, 1024));
     const std::size_t filled = 16 - packed.size() % 16;
     packed.append(filled, static_cast<char>(filled));

@@ -52,7 +52,7 @@ TEST(FolderScan, TellsSizeDateAndContentOfEachPair) {
     EXPECT_EQ(Scan(trees), expected);
 }
 
-struct OptionRow {
+struct ScanOptionRow {
     const char* name;
     void (*set)(FolderScanOptions&);
     Notes expected;
@@ -69,7 +69,7 @@ TEST(FolderScan, KeepsToItsOptions) {
     trees.Write(Side::Original, "left", "1");
     trees.Write(Side::Modified, "right", "1");
     trees.Write(Side::Modified, ".git/config", "1");
-    const OptionRow rows[] = {
+    const ScanOptionRow rows[] = {
         {"nothing set",
          [](FolderScanOptions&) {},
          {"= .hidden", "~ bytes.txt content", "~ date.TXT date>", "< left", "> right", "= same.doc",
@@ -107,7 +107,7 @@ TEST(FolderScan, KeepsToItsOptions) {
          [](FolderScanOptions& options) { options.subfolders = options.hidden = false; },
          {"~ bytes.txt content", "~ date.TXT date>", "< left", "> right", "= same.doc", "= sub/"}},
     };
-    for (const OptionRow& row : rows) {
+    for (const ScanOptionRow& row : rows) {
         SCOPED_TRACE(row.name);
         FolderScanOptions options;
         row.set(options);

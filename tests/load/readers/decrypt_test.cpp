@@ -147,7 +147,7 @@ TEST(Decrypt, SaysWhatItCannotRead) {
 TEST(Decrypt, ChangedBytesFailTheIntegrityCheck) {
     const std::string plain = Plain();
     std::string file = AgileEncrypted(plain, "a", {"SHA256", 128, 5});
-    const std::size_t place = file.find(encrypting::Number(plain.size(), 8));
+    const std::size_t place = file.find(encrypting::NumberBytes(plain.size(), 8));
     ASSERT_NE(place, std::string::npos);
     file[place + 5000] = static_cast<char>(file[place + 5000] ^ 1);
     std::string package;
@@ -159,11 +159,11 @@ TEST(Decrypt, SizeBeyondTheStreamIsDamage) {
     for (const std::string& file : {StandardEncrypted(plain, "a", 128),
                                     AgileEncrypted(plain, "a", {"SHA1", 128, 1, false})}) {
         std::string package;
-        EXPECT_EQ(
-            DecryptPackage(Replaced(file, encrypting::Number(5000, 8), encrypting::Number(6000, 8)),
-                           "a", package)
-                .error,
-            ReadError::Damaged);
+        EXPECT_EQ(DecryptPackage(Replaced(file, encrypting::NumberBytes(5000, 8),
+                                          encrypting::NumberBytes(6000, 8)),
+                                 "a", package)
+                      .error,
+                  ReadError::Damaged);
     }
 }
 
