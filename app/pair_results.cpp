@@ -104,6 +104,8 @@ Status PairResults::FindKept() {
         end += static_cast<std::int64_t>(line.size()) + 1;
         last.swap(line);
     }
+    if (!old_.is_open() || old_.bad())
+        return Failure{file_ + ": the results in it cannot be read"};
     if (kept_ == 1 && !IsWhole(last))
         return Failure{file_ + ": this holds no results of pairs; name another file"};
     if (kept_ > 0 && !IsWhole(last)) {
@@ -121,7 +123,8 @@ Status PairResults::FindKept() {
 
 Result<CompareStatus> PairResults::TakeKept(const PairOutcome& pair) {
     std::string line;
-    std::getline(old_, line);
+    if (!std::getline(old_, line))
+        return Failure{file_ + ": the results in it cannot be read"};
     const Json object = Parsed(line);
     const std::string place = file_ + ": line " + std::to_string(pair.number);
     if (object.is_null())
@@ -145,6 +148,10 @@ Status PairResults::Write(std::string_view line) {
     if (!descriptor_.IsOpen())
         return WriteStream(Stream::Output, line);
     return WriteAll(descriptor_.Get(), line) ? Status::Ok() : Status(SystemFailure(file_, errno));
+}
+
+Status PairResults::Close() {
+    return descriptor_.Close() ? Status::Ok() : Status(SystemFailure(file_, errno));
 }
 
 }  // namespace zorvane

@@ -41,6 +41,8 @@ class PairResults {
     Result<CompareStatus> TakeKept(const PairOutcome& pair);
     /// All of it in one write.
     Status Write(std::string_view line);
+    /// What the system finds at the end alone, as on a full network disk.
+    Status Close();
 
   private:
     Status FindKept();

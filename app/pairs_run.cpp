@@ -63,6 +63,8 @@ class PairsRun {
         for (std::thread& thread : threads_)
             thread.join();
         window_.Clear();
+        if (Status closed = results_.Close(); trouble_.ok())
+            trouble_ = std::move(closed);
         return trouble_.ok() ? static_cast<int>(worst_) : Tell(trouble_);
     }
 
@@ -84,6 +86,8 @@ class PairsRun {
             if (Status readable = CheckReadable(list); !readable.ok())
                 return readable;
             list_file_.open(NativePath(list), std::ios::binary);
+            if (!list_file_)
+                return SystemFailure(list, errno);
         }
         Result<PairResults> results = PairResults::Open(command_.pairs_output);
         if (!results.ok())
@@ -124,6 +128,8 @@ class PairsRun {
                 return Status::Ok();
             }
         }
+        if (list.bad())
+            return Failure{*command_.pairs + ": the list cannot be read to its end"};
         if (number < results_.Kept())
             return Failure{command_.pairs_output + ": this holds " +
                            std::to_string(results_.Kept()) + " results, but the list only " +

@@ -69,11 +69,10 @@ Status AnswerFile::CopyTo(const AnswerPart& part, const std::string& target) con
     struct stat facts {};
     if (lstat(native.c_str(), &facts) == 0 && S_ISREG(facts.st_mode))
         unlink(native.c_str());
-    const FileDescriptor file(
-        open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kPrivate));
+    FileDescriptor file(open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kPrivate));
     if (!file.IsOpen())
         return SystemFailure(target, errno);
-    if (CopyPart(file_.Get(), part, file.Get()))
+    if (CopyPart(file_.Get(), part, file.Get()) && file.Close())
         return Status::Ok();
     const Failure failure = SystemFailure(target, errno);
     unlink(native.c_str());
