@@ -7,7 +7,7 @@
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kBuffer = 128 * 1024;
+constexpr std::size_t kBuffer = std::size_t{128} * 1024;
 
 bool Failed(const PairVerdict& verdict) {
     return verdict.errors.original || verdict.errors.modified;
@@ -38,20 +38,24 @@ PairVerdict FilePairs::Compare(const TreeEntry& entry, const PerSide<FolderHandl
         CompareFiles(entry, handles, stop, verdict);
     } else {
         LookUp(entry, handles, verdict);
-        const PerSide<EntryFacts>& facts = verdict.facts;
-        if (entry.InBoth() && !Failed(verdict)) {
-            if (facts.original.kind != facts.modified.kind ||
-                facts.original.special != facts.modified.special)
-                verdict.content = PairContent::Different;
-            else if (facts.original.kind == EntryKind::Link)
-                CompareLinks(entry, handles, verdict);
-            else if (facts.original.kind == EntryKind::File && rules_.content)
-                CompareFiles(entry, handles, stop, verdict);
-        }
+        if (entry.InBoth() && !Failed(verdict))
+            CompareKinds(entry, handles, stop, verdict);
     }
     if (Failed(verdict) || verdict.shrank)
         verdict.content = PairContent::Failed;
     return verdict;
+}
+
+void FilePairs::CompareKinds(const TreeEntry& entry, const PerSide<FolderHandle*>& handles,
+                             const OrderedWork& stop, PairVerdict& verdict) {
+    const EntryFacts& one = verdict.facts.original;
+    const EntryFacts& two = verdict.facts.modified;
+    if (one.kind != two.kind || one.special != two.special)
+        verdict.content = PairContent::Different;
+    else if (one.kind == EntryKind::Link)
+        CompareLinks(entry, handles, verdict);
+    else if (one.kind == EntryKind::File && rules_.content)
+        CompareFiles(entry, handles, stop, verdict);
 }
 
 void FilePairs::LookUp(const TreeEntry& entry, const PerSide<FolderHandle*>& handles,
@@ -107,10 +111,11 @@ void FilePairs::CompareBytes(const Files& files, const OrderedWork& stop, PairVe
         if (!buffers_[side])
             buffers_[side] = std::make_unique_for_overwrite<char[]>(kBuffer);
     }
-    const auto told = static_cast<std::uint64_t>(verdict.facts.original.size);
-    for (std::uint64_t at = 0; (told == 0 || at < told) && !stop.Aborted(); at += kBuffer) {
-        const auto wanted = static_cast<std::size_t>(
-            told == 0 ? kBuffer : std::min<std::uint64_t>(told - at, kBuffer));
+    constexpr std::uint64_t kUntold = ~std::uint64_t{0};
+    const auto size = static_cast<std::uint64_t>(verdict.facts.original.size);
+    const std::uint64_t told = size == 0 ? kUntold : size;
+    for (std::uint64_t at = 0; at < told && !stop.Aborted(); at += kBuffer) {
+        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(told - at, kBuffer));
         PerSide<std::size_t> got{0, 0};
         for (const Side side : kBothSides)
             verdict.errors[side] =

@@ -39,6 +39,8 @@ class FilePairs {
   private:
     using Files = PerSide<std::unique_ptr<OpenedFile>>;
 
+    void CompareKinds(const TreeEntry& entry, const PerSide<FolderHandle*>& handles,
+                      const OrderedWork& stop, PairVerdict& verdict);
     void LookUp(const TreeEntry& entry, const PerSide<FolderHandle*>& handles,
                 PairVerdict& verdict) const;
     void CompareFiles(const TreeEntry& entry, const PerSide<FolderHandle*>& handles,

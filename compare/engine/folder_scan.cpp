@@ -22,6 +22,22 @@ std::string WithSeparator(const std::string& root) {
     return root.empty() || !IsPathSeparator(root.back()) ? root + SeparatorOf(root) : root;
 }
 
+ScannedEntry EntryOf(const TreeEntry& file, const PairVerdict& verdict) {
+    ScannedEntry entry;
+    entry.name = file.name;
+    entry.length = static_cast<std::uint16_t>(file.length);
+    entry.original = file.kinds.original;
+    entry.modified = file.kinds.modified;
+    entry.content = verdict.content;
+    const bool known = !file.InBoth() || (verdict.facts.original.kind != EntryKind::None &&
+                                          verdict.facts.modified.kind != EntryKind::None);
+    for (const Side side : kBothSides) {
+        entry.sizes[side] = known ? verdict.facts[side].size : 0;
+        entry.seconds[side] = known ? verdict.facts[side].seconds : 0;
+    }
+    return entry;
+}
+
 }  // namespace
 
 std::int32_t ScannedEntry::SizeSign() const {
@@ -197,18 +213,7 @@ std::unique_ptr<TreeFindings> FolderScan::Files(const std::shared_ptr<const Tree
             continue;
         const PairVerdict verdict = pairs.Compare(file, handles, stop);
         TakeFaults(*folder, file.Name(), verdict, found->faults);
-        ScannedEntry entry;
-        entry.name = file.name;
-        entry.length = static_cast<std::uint16_t>(file.length);
-        entry.original = file.kinds.original;
-        entry.modified = file.kinds.modified;
-        entry.content = verdict.content;
-        const bool known = !file.InBoth() || (verdict.facts.original.kind != EntryKind::None &&
-                                              verdict.facts.modified.kind != EntryKind::None);
-        for (const Side side : kBothSides) {
-            entry.sizes[side] = known ? verdict.facts[side].size : 0;
-            entry.seconds[side] = known ? verdict.facts[side].seconds : 0;
-        }
+        const ScannedEntry entry = EntryOf(file, verdict);
         if (Shows(entry))
             found->entries.push_back(entry);
     }

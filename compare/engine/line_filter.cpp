@@ -93,6 +93,11 @@ void AppendUnicode(std::string_view line, const FilterSwitches& switches, std::s
     AppendUtf8(switches.ignore_case ? FoldCase(text) : text, out);
 }
 
+// One that stands for any character itself.
+bool HasDotInFront(std::string_view expression, std::size_t at) {
+    return at > 0 && expression[at - 1] == '.' && (at < 2 || expression[at - 2] != '\\');
+}
+
 }  // namespace
 
 struct LineFilter::Expressions {
@@ -139,18 +144,12 @@ std::string TranslateExpression(std::string_view expression) {
             continue;
         }
         if (in_class || character != '*') {
-            if (character == '[')
-                in_class = true;
-            else if (character == ']')
-                in_class = false;
+            in_class = character == '[' || (in_class && character != ']');
             pattern.push_back(character);
             continue;
         }
-        const bool dot_in_front =
-            i > 0 && expression[i - 1] == '.' && (i < 2 || expression[i - 2] != '\\');
-        const bool at_end = i + 1 == expression.size();
-        pattern += dot_in_front ? "*" : ".*";
-        if (!at_end)
+        pattern += HasDotInFront(expression, i) ? "*" : ".*";
+        if (i + 1 < expression.size())
             pattern += "?";
     }
     return pattern;
