@@ -4,18 +4,15 @@
 #include <cstddef>
 
 #include "common/base/ascii.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {
 
-bool Continues(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 // Names are bytes; where they are UTF-8, a character may be several.
 std::size_t BehindCharacter(std::string_view name, std::size_t at) {
     ++at;
-    while (at < name.size() && Continues(name[at]))
+    while (at < name.size() && IsContinuation(name[at]))
         ++at;
     return at;
 }

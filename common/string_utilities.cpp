@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "common/base/parse_number.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -91,7 +92,7 @@ std::string ProgressTicker::sProgressTicker(std::string_view s) {
     for (std::size_t left = 2 * counter_++; left > 0 && end < s.size(); --left) {
         do
             ++end;
-        while (end < s.size() && (static_cast<unsigned char>(s[end]) & 0xC0) == 0x80);
+        while (end < s.size() && IsContinuation(s[end]));
     }
     return std::string(s.substr(0, end));
 }

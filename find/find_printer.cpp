@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "common/base/json_text.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
 #include "common/base/visible_text.h"
 
@@ -15,13 +16,6 @@ constexpr const char* kPathColor = "\x1B[35m";
 constexpr const char* kLineColor = "\x1B[32m";
 constexpr const char* kMatchColor = "\x1B[1;31m";
 constexpr const char* kEndColor = "\x1B[0m";
-
-std::int32_t Characters(std::string_view text) {
-    std::int32_t count = 0;
-    for (const char byte : text)
-        count += (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U ? 1 : 0;
-    return count;
-}
 
 std::string Counted(std::int64_t count, const char* one, const char* many) {
     return std::to_string(count) + " " + (count == 1 ? one : many);
@@ -133,7 +127,7 @@ void FindPrinter::PrintObject(const FoundFile& file, const FoundLine& line, int 
             matches.push_back({line.item, line.item + line.item_length});
         for (const MatchSpan& match : matches) {
             fmt::format_to(std::back_inserter(out), "{}{{\"column\":{},\"text\":", comma,
-                           Characters(text.substr(0, match.begin)) + 1);
+                           CountUtf8(text.substr(0, match.begin)) + 1);
             AppendJsonString(text.substr(match.begin, match.end - match.begin), out);
             out += '}';
             comma = ",";

@@ -6,6 +6,7 @@
 #include <xxhash.h>
 
 #include "common/base/ascii.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -30,15 +31,11 @@ bool IsInWord(char byte) {
     return static_cast<unsigned char>(byte) >= 0x80 || IsAsciiLetter(byte) || IsAsciiDigit(byte);
 }
 
-bool GoesOn(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
 // The first word of `text`, which then begins behind it; empty: there was none.
 std::string_view TakeWord(std::string_view& text) {
     const auto first = std::find_if(text.begin(), text.end(), IsInWord);
     const bool alone = first != text.end() && IsWordAlone(*first);
-    const auto last = alone ? std::find_if_not(first + 1, text.end(), GoesOn)
+    const auto last = alone ? std::find_if_not(first + 1, text.end(), IsContinuation)
                             : std::find_if(first, text.end(), [](char byte) {
                                   return !IsInWord(byte) || IsWordAlone(byte);
                               });

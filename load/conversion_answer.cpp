@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "common/base/parse_number.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -147,7 +148,7 @@ std::string VisibleText(std::string_view text) {
     const bool cut = text.size() > kMostTextBytes;
     text = text.substr(0, kMostTextBytes);
     // The last character of a cut text may be half of one.
-    while (cut && !text.empty() && (static_cast<unsigned char>(text.back()) & 0xC0U) == 0x80)
+    while (cut && !text.empty() && IsContinuation(text.back()))
         text.remove_suffix(1);
     if (cut && !text.empty() && static_cast<unsigned char>(text.back()) >= 0xC0)
         text.remove_suffix(1);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/append_in_parts.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -28,9 +29,8 @@ bool IsEmptyRecord(const std::vector<std::string_view>& fields) {
 std::size_t WidthOf(std::string_view field) {
     std::size_t width = 0;
     for (std::size_t i = 0; i < field.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(field[i]);
-        const bool second = byte == '\n' && i > 0 && field[i - 1] == '\r';
-        width += (byte & 0xC0) != 0x80 && !second ? std::size_t{1} : 0;
+        const bool second = field[i] == '\n' && i > 0 && field[i - 1] == '\r';
+        width += !IsContinuation(field[i]) && !second ? std::size_t{1} : 0;
     }
     return width;
 }

@@ -135,6 +135,11 @@ void AppendUtf8(std::u16string_view utf16, std::string& out) {
     out.resize(static_cast<std::size_t>(target - out.data()));
 }
 
+void AppendUtf8(char32_t code, std::string& out) {
+    char bytes[4];
+    out.append(bytes, PutUtf8(code, bytes));
+}
+
 std::string ToUtf8(std::u16string_view utf16, RunWatcher* watcher) {
     constexpr std::size_t kUnits = std::size_t{1} << 18;
     std::string out;

@@ -6,6 +6,7 @@
 
 #include "common/base/ascii.h"
 #include "common/base/parse_number.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -14,10 +15,6 @@ namespace {
 constexpr std::string_view kHex = "0123456789abcdef";
 constexpr std::size_t kDigestDigits = 32;
 constexpr std::size_t kLongestLine = 2000;  // an item as it is written, at its longest
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
 
 bool StandsForItself(char byte) {
     constexpr std::string_view kPlain = ".,:;/?&=#@!'()*+-_~<>|";

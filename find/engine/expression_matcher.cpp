@@ -5,6 +5,8 @@
 #include <pcre2.h>
 #include <re2/re2.h>
 
+#include "common/base/text_bytes.h"
+
 namespace zorvane {
 namespace {
 
@@ -221,8 +223,7 @@ MatchEnd ExpressionMatcher::InLinePatiently(std::string_view line, std::size_t f
     for (std::size_t at = from; at <= line.size(); at += kPatientPlaces) {
         pcre2_set_offset_limit(state.patient.get(), at + kPatientPlaces - 1);
         // Inside a character no match begins; the library would refuse to look there.
-        while (at > from && at < line.size() &&
-               (static_cast<unsigned char>(line[at]) & 0xC0U) == 0x80U)
+        while (at > from && at < line.size() && IsContinuation(line[at]))
             ++at;
         const int result = pcre2_match(compiled_->patient.get(), Units(line), line.size(), at, 0,
                                        state.data.get(), state.patient.get());

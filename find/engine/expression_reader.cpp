@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "common/base/ascii.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -78,7 +79,7 @@ class ExpressionReader {
             return;
         }
         std::string piece(1, character);
-        while (at_ < text_.size() && (static_cast<unsigned char>(text_[at_]) & 0xC0U) == 0x80U)
+        while (at_ < text_.size() && IsContinuation(text_[at_]))
             piece += text_[at_++];
         PutPlain(piece);
     }

@@ -4,18 +4,13 @@
 #include <cstring>
 #include <utility>
 
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
 namespace {
 
 constexpr std::int32_t kOtherFault = -1;
-
-std::int32_t Characters(std::string_view text) {
-    return static_cast<std::int32_t>(std::count_if(text.begin(), text.end(), [](char byte) {
-        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-    }));
-}
 
 bool IsUtf8(std::string_view text) {
     return IsAsciiText(text) || IsValidUtf8(text);
@@ -175,11 +170,11 @@ std::int32_t FileSearch::AddText(std::string_view window, std::string_view bytes
     if (*window_text_ != WindowText::Other || IsUtf8(bytes)) {
         texts += bytes;
         return *window_text_ == WindowText::Ascii ? static_cast<std::int32_t>(bytes.size())
-                                                  : Characters(bytes);
+                                                  : CountUtf8(bytes);
     }
     const std::string decoded = windows_.Decoded(bytes);
     texts += decoded;
-    return Characters(decoded);
+    return CountUtf8(decoded);
 }
 
 // The line number is counted from hit to hit alone.

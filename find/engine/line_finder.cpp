@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "common/base/text_bytes.h"
 #include "find/engine/word_edges.h"
 
 namespace zorvane {
@@ -33,7 +34,7 @@ std::size_t WithoutBreak(std::string_view text, std::size_t begin, std::size_t e
 
 std::size_t NextCharacter(std::string_view line, std::size_t at) {
     ++at;
-    while (at < line.size() && (static_cast<unsigned char>(line[at]) & 0xC0U) == 0x80U)
+    while (at < line.size() && IsContinuation(line[at]))
         ++at;
     return at;
 }

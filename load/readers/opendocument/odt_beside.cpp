@@ -16,11 +16,6 @@ using Node = pugi::xml_node;
 constexpr std::size_t kMostHidden = std::size_t{1} << 20;
 constexpr std::size_t kMostChanges = 50'000;
 
-template <std::size_t kCount>
-bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& names) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
 // Elements whose text is made by the program when it shows the document.
 bool IsField(std::string_view name) {
     constexpr std::array<std::string_view, 26> kNames = {"date",

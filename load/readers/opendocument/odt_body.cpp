@@ -9,11 +9,6 @@
 namespace zorvane {
 namespace {
 
-template <std::size_t kCount>
-bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& names) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
 // Elements whose children are paragraphs and the like.
 bool IsContainer(std::string_view name) {
     constexpr std::array<std::string_view, 19> kNames = {"section",
