@@ -1,16 +1,16 @@
 #include "app/pair_results.h"
 
-#include <cstring>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <sys/file.h>
 #include <sys/stat.h>
 
 #include "common/base/json_text.h"
+#include "common/platform/file_lock.h"
 #include "common/platform/native_path.h"
 #include "common/platform/process_end.h"
+#include "common/platform/system_failure.h"
 #include "common/platform/terminal.h"
 #include "compare/engine/report_model.h"
 
@@ -21,10 +21,6 @@ using Json = nlohmann::json;
 
 constexpr const char* kSchema = "zorvane-pairs/1";
 constexpr mode_t kNewFile = 0666;
-
-Failure FaultOf(const std::string& file, int error) {
-    return Failure{file + ": " + std::strerror(error)};
-}
 
 Json Parsed(std::string_view line) {
     Json object = Json::parse(line, nullptr, false);
@@ -80,10 +76,10 @@ Result<PairResults> PairResults::Open(const std::string& file) {
         FileDescriptor(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, kNewFile));
     struct stat facts {};
     if (!results.descriptor_.IsOpen() || fstat(results.descriptor_.Get(), &facts) != 0)
-        return FaultOf(file, errno);
+        return SystemFailure(file);
     if (!S_ISREG(facts.st_mode))  // a device or a pipe keeps nothing
         return results;
-    if (flock(results.descriptor_.Get(), LOCK_EX | LOCK_NB) != 0)
+    if (!TryLock(results.descriptor_))
         return Failure{file + ": another run writes its results there"};
     results.old_.open(path, std::ios::binary);
     if (const Status found = results.FindKept(); !found.ok())
@@ -116,7 +112,7 @@ Status PairResults::FindKept() {
     if (kept_ == 0 && end == 0 && !line.empty() && !line.starts_with("{\"sch"))
         return Failure{file_ + ": this holds no results of pairs; name another file"};
     if (ftruncate(descriptor_.Get(), end) != 0)
-        return FaultOf(file_, errno);
+        return SystemFailure(file_);
     old_.clear();
     old_.seekg(0);
     return Status::Ok();
@@ -147,7 +143,7 @@ Result<CompareStatus> PairResults::TakeKept(const PairOutcome& pair) {
 Status PairResults::Write(std::string_view line) {
     if (!descriptor_.IsOpen())
         return WriteStream(Stream::Output, line);
-    return WriteAll(descriptor_.Get(), line) ? Status::Ok() : Status(FaultOf(file_, errno));
+    return WriteAll(descriptor_.Get(), line) ? Status::Ok() : Status(SystemFailure(file_));
 }
 
 }  // namespace zorvane

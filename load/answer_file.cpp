@@ -11,15 +11,12 @@
 #include "common/platform/file_descriptor.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
 
 constexpr mode_t kPrivate = 0600;
-
-Failure SystemFailure(const std::string& path) {
-    return Failure{path + ": " + std::strerror(errno)};
-}
 
 // Where the file system has no nameless files, the name goes at once.
 int MakeNameless(const std::string& folder) {

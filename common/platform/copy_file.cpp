@@ -12,13 +12,10 @@
 
 #include "common/platform/file_descriptor.h"
 #include "common/platform/native_path.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
-
-Failure FailureOf(const std::string& path, int code) {
-    return Failure{path + ": " + std::generic_category().message(code)};
-}
 
 // A file that goes with its owner, unless it was given its place.
 class FileBeside {
@@ -71,24 +68,24 @@ Status CopyFileKeeping(const std::string& from, const std::string& to) {
     const FileDescriptor source(open(NativePath(from).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat told {};
     if (!source.IsOpen() || fstat(source.Get(), &told) != 0)
-        return FailureOf(from, errno);
+        return SystemFailure(from);
     if (!S_ISREG(told.st_mode))
         return Failure{from + ": this is not a regular file"};
     struct stat old {};
     const bool exists = stat(target.c_str(), &old) == 0;
     constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
     if (exists && ((old.st_mode & kAnyWrite) == 0 || access(target.c_str(), W_OK) != 0))
-        return FailureOf(to, EACCES);
+        return SystemFailure(to, EACCES);
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(target).parent_path(), error);
     FileBeside copy(target);
     if (!copy.Descriptor().IsOpen())
-        return FailureOf(to, errno);
+        return SystemFailure(to);
     const int number = copy.Descriptor().Get();
     const timespec times[] = {told.st_atim, told.st_mtim};
     if (!CopyBytes(source.Get(), number) || fchmod(number, told.st_mode & 07777U) != 0 ||
         futimens(number, times) != 0 || !copy.TakePlaceOf(target))
-        return FailureOf(to, errno);
+        return SystemFailure(to);
     return Status::Ok();
 }
 

@@ -8,20 +8,17 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <new>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "common/platform/file_descriptor.h"
+#include "common/platform/file_lock.h"
 #include "common/platform/native_path.h"
 #include "common/platform/process_end.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
-
-Failure SystemFailure(const std::string& path) {
-    return Failure{path + ": " + std::strerror(errno)};
-}
 
 bool WriteInParts(int descriptor, std::string_view bytes, RunWatcher* watcher) {
     constexpr std::size_t kPart = std::size_t{1} << 22;
@@ -113,7 +110,7 @@ bool IsLeftHalf(const std::string& path) {
         time(nullptr) - facts.st_mtim.tv_sec < kSeconds)
         return false;
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
-    return file.Get() >= 0 && flock(file.Get(), LOCK_EX | LOCK_NB) == 0;
+    return TryLock(file);
 }
 
 }  // namespace
@@ -235,7 +232,7 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
     auto state = std::make_unique<State>(path, native, mkostemp(fresh.data(), O_CLOEXEC));
     if (state->file.Get() < 0)
         return SystemFailure(path);
-    flock(state->file.Get(), LOCK_EX | LOCK_NB);  // see `SweepHalfFiles`
+    TryLock(state->file);  // see `SweepHalfFiles`
     state->at_bad_end = UnlinkAtBadEnd(fresh);
     state->fresh = std::move(fresh);
     const mode_t mask = umask(0);

@@ -10,8 +10,10 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "common/base/ascii.h"
 #include "common/platform/file_descriptor.h"
 #include "common/platform/native_path.h"
+#include "common/platform/system_failure.h"
 #include "common/platform/terminal.h"
 
 namespace zorvane {
@@ -19,19 +21,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-Failure FailureOf(const std::string& path, int code) {
-    return Failure{path + ": " + std::generic_category().message(code)};
-}
-
 // As addresses of files are written.
 std::string Escaped(const std::string& path) {
     constexpr const char* kDigits = "0123456789ABCDEF";
     std::string escaped;
     for (const char character : path) {
         const auto byte = static_cast<unsigned char>(character);
-        const bool plain = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-                           (byte >= '0' && byte <= '9') || byte == '/' || byte == '.' ||
-                           byte == '-' || byte == '_' || byte == '~';
+        const bool plain = IsAsciiLetter(byte) || IsAsciiDigit(byte) ||
+                           std::string_view("/.-_~").find(character) != std::string_view::npos;
         if (plain)
             escaped += character;
         else
@@ -73,7 +70,7 @@ bool MakePrivate(const std::string& folder) {
 Status MakeTrash(const std::string& trash) {
     for (const std::string& folder : {trash, trash + "/files", trash + "/info"}) {
         if (!MakePrivate(folder))
-            return FailureOf(folder, errno);
+            return SystemFailure(folder);
     }
     return Status::Ok();
 }
@@ -91,7 +88,7 @@ Status PutInto(const std::string& trash, const std::string& file, const std::str
         if (!note.IsOpen() && errno == EEXIST)
             continue;
         if (!note.IsOpen())
-            return FailureOf(info, errno);
+            return SystemFailure(info);
         struct stat there {};
         const std::string place = trash + "/files/" + own;
         const bool free = lstat(place.c_str(), &there) != 0;
@@ -102,9 +99,9 @@ Status PutInto(const std::string& trash, const std::string& file, const std::str
         const int code = errno;
         unlink(info.c_str());
         if (free)
-            return FailureOf(file, code);
+            return SystemFailure(file, code);
     }
-    return FailureOf(file, EEXIST);
+    return SystemFailure(file, EEXIST);
 }
 
 }  // namespace
@@ -118,10 +115,10 @@ Status MoveToTrash(const std::string& path, const std::string& data_home) {
     const std::string file = AbsolutePath(NativePath(path));
     struct stat told {};
     if (lstat(file.c_str(), &told) != 0)
-        return FailureOf(path, errno);
+        return SystemFailure(path);
     const std::string home = data_home + "/Trash";
     if (!MakePrivate(home))
-        return FailureOf(home, errno);
+        return SystemFailure(home);
     if (OnOneDisk(file, home))
         return PutInto(home, file, file);
     const std::string top = TopOf(file);

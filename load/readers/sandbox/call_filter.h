@@ -1,6 +1,7 @@
 // A list of system calls and what becomes of each, loaded into the kernel. Uses libseccomp.
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <seccomp.h>
 #include <string>
@@ -8,6 +9,14 @@
 #include "common/base/result.h"
 
 namespace zorvane {
+
+/// Conditions on an argument of a call.
+inline scmp_arg_cmp ArgumentIs(unsigned argument, std::uint64_t value) {
+    return {argument, SCMP_CMP_EQ, value, 0};
+}
+inline scmp_arg_cmp ArgumentBits(unsigned argument, std::uint64_t mask, std::uint64_t bits) {
+    return {argument, SCMP_CMP_MASKED_EQ, mask, bits};
+}
 
 class CallFilter {
   public:
