@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/text_encoding.h"
 #include "compare/document/api_highlight.h"
 #include "compare/engine/report_model.h"
@@ -9,8 +10,6 @@
 
 namespace zorvane {
 namespace {
-
-constexpr std::u16string_view kBreak = u"\r\n";
 
 RichText Paragraphs(clsRTBDocument& document, ParagraphRange range, LastBreak last_break) {
     return document.RichTB().Rich(document.RangeOf(range.first, range.last, last_break));

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/free_aside.h"
+#include "common/base/paragraph_break.h"
 #include "common/base/text_encoding.h"
 #include "common/platform/files.h"
 #include "compare/document/api_highlight.h"
@@ -12,8 +13,6 @@
 
 namespace zorvane {
 namespace {
-
-constexpr std::u16string_view kBreak = u"\r\n";
 
 // Puts lines behind what the editor holds, in one font.
 class LineWriter {
@@ -151,7 +150,7 @@ Status WriteParts(const RtfParts& rtf, const std::string& path, RunWatcher* watc
         return file.failure();
     // The first failure is that of all further calls.
     IgnoreFailure(file.value().Write(rtf.head, watcher), "the next call tells it");
-    if (const Status written = file.value().Write(rtf.body, watcher); !written.ok())
+    if (Status written = file.value().Write(rtf.body, watcher); !written.ok())
         return written;
     return file.value().Finish();
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/surrogates.h"
 #include "common/base/unit_search.h"
 
@@ -14,7 +15,6 @@ namespace {
 constexpr std::size_t kMostEntries = 512;
 constexpr std::size_t kFilledEntries = 448;  // of a new chunk, so that first edits do not split it
 constexpr std::size_t kFewEntries = 128;     // a smaller chunk joins the one behind
-constexpr std::int32_t kBreakLength = 2;
 
 }  // namespace
 

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
+#include "common/base/paragraph_break.h"
 #include "compare/document/rtf_output.h"
 #include "compare/document/rtf_reader.h"
 #include "compare/document/rtf_writer.h"
 
 namespace zorvane {
 namespace {
-
-constexpr std::u16string_view kBreak = u"\r\n";
 
 void DropLastBreak(RichText& text) {
     text.text.resize(text.text.size() - kBreak.size());

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <map>
 
+#include "common/base/paragraph_break.h"
+#include "compare/document/heading_places.h"
+
 namespace zorvane {
 namespace {
-
-constexpr std::size_t kLongestHeading = 240;
 
 // The size that most of the text has, in half points.
 std::int32_t BodySizeOf(const RichText& text) {
@@ -105,7 +106,6 @@ class LookFinder {
     }
 
     void Paragraphs() {
-        constexpr std::u16string_view kBreak = u"\r\n";
         const std::u16string_view text = text_.text;
         std::size_t at = 0;
         for (std::int32_t number = 1; at <= text.size(); ++number) {

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/unit_search.h"
 
 namespace zorvane {
 
 void Paragraphs::Build(std::span<const std::u16string_view> pieces, RunWatcher* watcher) {
-    constexpr std::int32_t kBreakLength = 2;  // of the break behind the text
     Clear();
     StopCheck stop(watcher);
     std::int32_t start = 0;

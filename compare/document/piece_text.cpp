@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/base/append_in_parts.h"
+#include "common/base/paragraph_break.h"
 #include "common/base/unit_search.h"
 
 namespace zorvane {
@@ -41,8 +42,8 @@ std::u16string PieceText::TakeAll(RunWatcher* watcher) {
 
 std::u16string PieceText::Take(std::int32_t first, std::int32_t length, RunWatcher* watcher) const {
     std::u16string text;
-    constexpr std::size_t kBreakLength = 2;  // who adds one behind the text need not move it
-    text.reserve(static_cast<std::size_t>(length) + kBreakLength);
+    // Who adds a break behind the text need not move it.
+    text.reserve(static_cast<std::size_t>(length) + kBreak.size());
     StopCheck stop(watcher, kUnitsBetweenStops);
     pieces_.Walk(first, length, [&](Piece piece, std::int32_t units) {
         return AppendInParts(View(piece, units), stop, text);

@@ -4,6 +4,8 @@
 #include <cassert>
 #include <utility>
 
+#include "common/base/paragraph_break.h"
+
 namespace zorvane {
 namespace {
 
@@ -136,11 +138,10 @@ void RichDocument::ReplaceSelection(const RichText& text) {
 // ---- typing ----
 
 CharFormat RichDocument::TypingFormat() const {
-    constexpr std::int32_t kBreak = 2;
     // A paragraph goes on as it begins, not as the one before it ended.
     const CharPos caret = selection_.Caret();
-    const bool begins = selection_.Empty() && caret.value >= kBreak &&
-                        text_.Text({CharPos{caret.value - kBreak}, kBreak}) == u"\r\n";
+    const bool begins = selection_.Empty() && caret.value >= kBreakLength &&
+                        text_.Text({CharPos{caret.value - kBreakLength}, kBreakLength}) == kBreak;
     return begins ? FormatAt(caret) : text_.InsertionFormat(Selection());
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "common/base/append_in_parts.h"
+#include "common/base/paragraph_break.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -22,8 +24,7 @@ void AppendRun(std::vector<Run>& runs, const Run& run) {
 
 FontName::FontName(std::string_view utf8) {
     std::size_t size = std::min(utf8.size(), bytes_.size());
-    while (size < utf8.size() && size > 0 &&
-           (static_cast<unsigned char>(utf8[size]) & 0xC0) == 0x80)
+    while (size < utf8.size() && size > 0 && IsContinuation(utf8[size]))
         --size;
     std::copy_n(utf8.begin(), size, bytes_.begin());
     size_ = static_cast<std::uint8_t>(size);
@@ -74,9 +75,9 @@ void RichText::SetOneFormat(const CharFormat& format) {
 void RichText::Append(const RichText& other, RunWatcher* watcher) {
     StopCheck stop(watcher);
     if (text.capacity() - text.size() < other.text.size() && watcher != nullptr) {
-        constexpr std::size_t kBreak = 2;  // who ends it with one need not move it
+        // Who ends it with a break need not move it.
         std::u16string joined;
-        joined.reserve(text.size() + other.text.size() + kBreak);
+        joined.reserve(text.size() + other.text.size() + kBreak.size());
         AppendInParts(std::u16string_view(text), stop, joined);
         text = std::move(joined);
     }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 #include "common/base/unit_search.h"
@@ -14,7 +15,6 @@ namespace {
 
 constexpr ParagraphNumber kFirst{1};
 constexpr ParagraphNumber kBeforeFirst{0};
-constexpr std::u16string_view kBreak = u"\r\n";
 
 std::int32_t HalfPoints(double points) {
     return static_cast<std::int32_t>(std::lround(points * 2));

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/unit_search.h"
 
 namespace zorvane {
 namespace {
-
-constexpr std::u16string_view kBreak = u"\r\n";
 
 bool IsWanted(const PiecePlace& place, CutFor wanted) {
     if (wanted == CutFor::OriginalSide)

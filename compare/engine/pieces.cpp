@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/unit_search.h"
 
 namespace zorvane {
@@ -104,7 +105,6 @@ std::vector<SharedText> BestChain(const std::vector<SharedText>& shared) {
 }  // namespace
 
 std::vector<PieceParagraph> SplitPieces(std::vector<Piece> pieces) {
-    constexpr std::size_t kBreakLength = 2;
     std::vector<PieceParagraph> paragraphs(1);
     for (Piece& piece : pieces) {
         std::size_t from = 0;
@@ -115,7 +115,7 @@ std::vector<PieceParagraph> SplitPieces(std::vector<Piece> pieces) {
                     {piece.kind, piece.text.substr(from, end - from)});
             paragraphs.back().end = piece.kind;
             paragraphs.emplace_back();
-            from = end + kBreakLength;
+            from = end + kBreak.size();
         }
         if (from == piece.text.size())
             continue;

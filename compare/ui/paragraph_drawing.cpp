@@ -6,10 +6,6 @@
 namespace zorvane {
 namespace {
 
-bool IsBlank(QChar unit) {
-    return unit.isSpace() || unit == QChar::LineSeparator;
-}
-
 Qt::PenStyle PenStyleOf(Underline kind) {
     switch (kind) {
         case Underline::ThickDotted:
@@ -79,7 +75,7 @@ std::vector<ParagraphLayout::TextSpan> ParagraphLayout::SpansUnder(const OwnLine
         std::min(own.first + own.length, static_cast<std::int32_t>(text.size()));
     for (std::int32_t at = own.first; at < end;) {
         std::int32_t stop = at;
-        while (stop < end && !IsBlank(text.at(stop)))
+        while (stop < end && !text.at(stop).isSpace())
             ++stop;
         if (stop > at)
             spans.push_back({at, stop - at});

@@ -13,10 +13,6 @@ namespace {
 constexpr double kSamePlace = 0.5;
 constexpr double kSameStop = 0.01;
 
-bool IsBlank(QChar unit) {
-    return unit.isSpace() || unit == QChar::LineSeparator;
-}
-
 // Left edges of the letters of a stretch, in no order.
 std::vector<double> LeftEdges(const QTextLine& line, std::int32_t begin, std::int32_t length) {
     std::vector<double> edges;
@@ -194,9 +190,9 @@ void ParagraphLayout::AddBoxes(const Cell& cell, std::int32_t begin, std::int32_
         std::int32_t from = std::max(begin, line.textStart());
         std::int32_t to = std::min(end, line.textStart() + line.textLength());
         if (trim == EndTrim::Blanks) {
-            while (from < to && IsBlank(text.at(from)))
+            while (from < to && text.at(from).isSpace())
                 ++from;
-            while (from < to && IsBlank(text.at(to - 1)))
+            while (from < to && text.at(to - 1).isSpace())
                 --to;
         }
         if (from >= to)

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "common/base/paragraph_break.h"
+
 namespace zorvane {
 namespace {
-
-constexpr std::int32_t kBreakLength = 2;
 
 struct Inserted {
     std::int32_t breaks = 0;

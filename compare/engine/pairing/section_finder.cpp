@@ -15,11 +15,6 @@ bool HasBreak(std::u16string_view separator) {
     return separator.find(u'\n') != std::u16string_view::npos;
 }
 
-std::u16string_view Part(std::u16string_view text, UnitRange range) {
-    return text.substr(static_cast<std::size_t>(range.begin),
-                       static_cast<std::size_t>(range.Length()));
-}
-
 bool OnlyBlanks(std::u16string_view text) {
     return text.find_first_not_of(u' ') == std::u16string_view::npos;
 }
@@ -27,14 +22,13 @@ bool OnlyBlanks(std::u16string_view text) {
 // A break that both sides end in is not what changed, nor are blanks that both have.
 void TrimCommon(std::u16string_view first_text, UnitRange& first, std::u16string_view second_text,
                 UnitRange& second) {
-    if (OnlyBlanks(Part(first_text, first)) && OnlyBlanks(Part(second_text, second))) {
+    if (OnlyBlanks(first.In(first_text)) && OnlyBlanks(second.In(second_text))) {
         const std::int32_t common = std::min(first.Length(), second.Length());
         first.begin += common;
         second.begin += common;
         return;
     }
-    if (Part(first_text, first).ends_with(u"\r\n") &&
-        Part(second_text, second).ends_with(u"\r\n")) {
+    if (first.In(first_text).ends_with(u"\r\n") && second.In(second_text).ends_with(u"\r\n")) {
         first.end -= 2;
         second.end -= 2;
     }
@@ -171,8 +165,8 @@ bool SectionFinder::OnlyNothing(std::int32_t first_begin, std::int32_t first_end
 void SectionFinder::Emit(UnitRange first, UnitRange second, std::vector<FoundSection>& sections,
                          std::vector<FoundLetters>& letters) {
     TrimCommon(first_.Text(), first, second_.Text(), second);
-    const std::u16string_view left = Part(first_.Text(), first);
-    const std::u16string_view right = Part(second_.Text(), second);
+    const std::u16string_view left = first.In(first_.Text());
+    const std::u16string_view right = second.In(second_.Text());
     if (left == right)
         return;
     FoundSection section{first, second};
