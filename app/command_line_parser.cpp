@@ -28,13 +28,6 @@ std::string Trimmed(std::string_view text) {
     return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
 }
 
-std::optional<std::int32_t> SwitchNumber(std::string_view text) {
-    text = Trim(text);
-    if (text.starts_with('+'))
-        text.remove_prefix(1);
-    return ParseNumber<std::int32_t>(text);
-}
-
 std::string SlashesToBackslashes(std::string path) {
     std::replace(path.begin(), path.end(), '/', '\\');
     return path;
@@ -139,7 +132,7 @@ struct LineReader {
                 request.*row.flag = true;
                 return true;
             case SwitchValue::Number:
-                request.*row.number = SwitchNumber(value).value_or(request.*row.number);
+                request.*row.number = ParseTypedNumber(value).value_or(request.*row.number);
                 return true;
             case SwitchValue::Text:
                 request.*row.text = sStripQuotes(value);
@@ -291,7 +284,7 @@ bool TakeActions(std::string& line, Request& request) {
         const std::string cleaned = Cleaned(value);
         if (cleaned.empty())
             continue;
-        const auto number = SwitchNumber(cleaned);
+        const auto number = ParseTypedNumber(cleaned);
         if (!number)
             return false;
         request.colAdvancedActions.push_back(*number);
@@ -343,7 +336,7 @@ bool ExtractLongSwitches(std::string& line, CommandLineRequest& request) {
     std::string value;
     request.bClearHistory = TakeLongSwitch(line, "/CLEARHISTORY", value);
     if (TakeLongSwitch(line, "/WS", value)) {
-        const auto number = SwitchNumber(Cleaned(value));
+        const auto number = ParseTypedNumber(Cleaned(value));
         if (!number)
             return false;
         request.lWindowState = *number;

@@ -1,17 +1,16 @@
 #include "app/pair_results.h"
 
-#include <cstring>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <sys/file.h>
 #include <sys/stat.h>
 
 #include "common/base/json_text.h"
-#include "common/platform/files.h"
+#include "common/platform/file_lock.h"
 #include "common/platform/native_path.h"
 #include "common/platform/process_end.h"
+#include "common/platform/system_failure.h"
 #include "common/platform/terminal.h"
 #include "compare/engine/report_model.h"
 
@@ -77,10 +76,10 @@ Result<PairResults> PairResults::Open(const std::string& file) {
         FileDescriptor(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, kNewFile));
     struct stat facts {};
     if (!results.descriptor_.IsOpen() || fstat(results.descriptor_.Get(), &facts) != 0)
-        return SystemFailure(file, errno);
+        return SystemFailure(file);
     if (!S_ISREG(facts.st_mode))  // a device or a pipe keeps nothing
         return results;
-    if (flock(results.descriptor_.Get(), LOCK_EX | LOCK_NB) != 0)
+    if (!TryLock(results.descriptor_))
         return Failure{file + ": another run writes its results there"};
     results.old_.open(path, std::ios::binary);
     if (const Status found = results.FindKept(); !found.ok())
@@ -115,7 +114,7 @@ Status PairResults::FindKept() {
     if (kept_ == 0 && end == 0 && !line.empty() && !line.starts_with("{\"sch"))
         return Failure{file_ + ": this holds no results of pairs; name another file"};
     if (ftruncate(descriptor_.Get(), end) != 0)
-        return SystemFailure(file_, errno);
+        return SystemFailure(file_);
     old_.clear();
     old_.seekg(0);
     return Status::Ok();
@@ -147,11 +146,11 @@ Result<CompareStatus> PairResults::TakeKept(const PairOutcome& pair) {
 Status PairResults::Write(std::string_view line) {
     if (!descriptor_.IsOpen())
         return WriteStream(Stream::Output, line);
-    return WriteAll(descriptor_.Get(), line) ? Status::Ok() : Status(SystemFailure(file_, errno));
+    return WriteAll(descriptor_.Get(), line) ? Status::Ok() : Status(SystemFailure(file_));
 }
 
 Status PairResults::Close() {
-    return descriptor_.Close() ? Status::Ok() : Status(SystemFailure(file_, errno));
+    return descriptor_.Close() ? Status::Ok() : Status(SystemFailure(file_));
 }
 
 }  // namespace zorvane

@@ -22,6 +22,7 @@
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/platform/process_end.h"
+#include "common/platform/system_failure.h"
 #include "common/platform/terminal.h"
 #include "load/conversion_service.h"
 #include "load/warm_readers.h"
@@ -87,7 +88,7 @@ class PairsRun {
                 return readable;
             list_file_.open(NativePath(list), std::ios::binary);
             if (!list_file_)
-                return SystemFailure(list, errno);
+                return SystemFailure(list);
         }
         Result<PairResults> results = PairResults::Open(command_.pairs_output);
         if (!results.ok())

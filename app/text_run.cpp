@@ -18,17 +18,10 @@
 #include "compare/run/run_control.h"
 #include "compare/viewer_window.h"
 #include "load/document_loader.h"
+#include "load/document_text.h"
 
 namespace zorvane {
 namespace {
-
-// Breaks as a Unix tool wants them: a row's cells parted by tabs, lines in a paragraph apart.
-std::string ShownText(std::u16string text) {
-    std::erase(text, u'\r');
-    std::replace(text.begin(), text.end(), u'\x0B', u'\n');
-    std::replace(text.begin(), text.end(), u'\x07', u'\t');
-    return ToUtf8(text);
-}
 
 class TextRunner {
   public:
@@ -96,7 +89,7 @@ class TextRunner {
 
     Status Write() {
         const std::string text =
-            command_.rtf ? WriteRtf(editor_.Rich()) : ShownText(editor_.Text());
+            command_.rtf ? WriteRtf(editor_.Rich()) : PlainLines(editor_.Text());
         if (!command_.output.empty())
             return ReplaceFile(command_.output, text, mode_);
         const bool shown = IsTerminal(Stream::Output);

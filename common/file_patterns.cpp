@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "common/base/ascii.h"
-#include "common/base/utf8_bytes.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {

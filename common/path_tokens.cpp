@@ -1,5 +1,6 @@
 #include "common/path_tokens.h"
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "common/platform/services.h"
 
@@ -22,15 +23,6 @@ constexpr TokenRow kTokens[] = {
     {"%PROGRAMFILES%", "%PROGRAMFILES%", 38},
     {"%MYDOCUMENTS%", "%MYDOCUMENTS%", 5},
 };
-
-std::string AsciiUpper(std::string_view text) {
-    std::string upper(text);
-    for (char& character : upper) {
-        if (character >= 'a' && character <= 'z')
-            character = static_cast<char>(character - 'a' + 'A');
-    }
-    return upper;
-}
 
 std::string ReplaceAll(std::string path, std::string_view token, const std::string& folder) {
     std::string upper = AsciiUpper(path);

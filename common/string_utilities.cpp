@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "common/base/parse_number.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
-#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {

@@ -115,9 +115,7 @@ CharFormat frmCompareFiles::ViewerFormat() const {
 
 void frmCompareFiles::ApplyFont() {
     const CharFormat format = ViewerFormat();
-    for (ShownDocument* entry :
-         {&editors_.rtbOriginal, &editors_.rtbModified, &editors_.rtbOriginalDiffFinal,
-          &editors_.rtbModifiedDiffFinal, &editors_.rtbAIODiff})
+    for (ShownDocument* entry : editors_.Documents())
         entry->editor.SetDefaultFormat(format);
     for (RichDocument* summary :
          {&editors_.rtbDeletions, &editors_.rtbAdditions, &editors_.rtbChanges})

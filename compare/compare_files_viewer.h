@@ -241,10 +241,7 @@ class frmCompareFiles : public Viewer {
     struct Revisions {
         PerSide<std::uint32_t> texts{0, 0};
         std::uint32_t options = 0;
-        bool operator==(const Revisions& other) const {
-            return texts.original == other.texts.original &&
-                   texts.modified == other.texts.modified && options == other.options;
-        }
+        friend bool operator==(const Revisions&, const Revisions&) = default;
     };
     /// Counts the edits of one side, whoever makes them.
     class EditCounter : public DocumentObserver {

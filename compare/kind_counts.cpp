@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -21,13 +22,6 @@ bool IsBlank(char16_t letter) {
     constexpr char16_t kNoBreak = 0xA0;
     return letter == u' ' || letter == u'\t' || letter == u'\r' || letter == u'\n' ||
            letter == kNoBreak;
-}
-bool IsDigit(char16_t letter) {
-    return letter >= u'0' && letter <= u'9';
-}
-bool IsLatin(char16_t letter) {
-    const char16_t lower = letter | 0x20;
-    return lower >= u'a' && lower <= u'z';
 }
 bool IsRoman(char16_t letter) {
     const char16_t lower = letter | 0x20;
@@ -64,16 +58,16 @@ bool TakeNumber(Front& front) {
     constexpr std::size_t kDigits = 4;
     if (front.Take(u'§')) {
         front.Take(u' ');
-        const bool number = front.Take(IsDigit, kDigits) > 0;
-        front.Take([](char16_t letter) { return letter >= u'a' && letter <= u'z'; }, 1);
+        const bool number = front.Take(IsAsciiDigit<char16_t>, kDigits) > 0;
+        front.Take(IsAsciiLower<char16_t>, 1);
         return number;
     }
     front.Take(u'(');
     const std::size_t core = front.At();
-    if (front.Take(IsDigit, kDigits) > 0) {
+    if (front.Take(IsAsciiDigit<char16_t>, kDigits) > 0) {
         std::size_t levels = 0;
         for (std::size_t before = front.At(); front.Take(u'.'); before = front.At()) {
-            if (front.Take(IsDigit, kDigits) == 0) {
+            if (front.Take(IsAsciiDigit<char16_t>, kDigits) == 0) {
                 front.GoBack(before);
                 break;
             }
@@ -84,7 +78,7 @@ bool TakeNumber(Front& front) {
     if (front.Take(IsRoman, 7) > 0 && front.Take(IsClosing, 2) > 0)
         return true;
     front.GoBack(core);
-    return front.Take(IsLatin, 1) > 0 && front.Take(u')');
+    return front.Take(IsAsciiLetter<char16_t>, 1) > 0 && front.Take(u')');
 }
 
 // Walks two texts that are equal but for case and blanks, and counts both.

@@ -3,8 +3,7 @@
 namespace zorvane {
 
 ViewerEditors::ViewerEditors(Sound& sound) {
-    for (ShownDocument* entry :
-         {&rtbOriginal, &rtbModified, &rtbOriginalDiffFinal, &rtbModifiedDiffFinal, &rtbAIODiff})
+    for (ShownDocument* entry : Documents())
         entry->document.Setup(entry->editor, sound);
 }
 

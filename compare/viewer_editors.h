@@ -2,6 +2,8 @@
 // them; what a run works in is in run/run_editors.h.
 #pragma once
 
+#include <array>
+
 #include "compare/document/rich_document.h"
 #include "compare/document/rtb_document.h"
 #include "compare/paragraph_follower.h"
@@ -34,6 +36,12 @@ struct ViewerEditors {
     RichDocument rtbDeletions;  ///< the summaries
     RichDocument rtbAdditions;
     RichDocument rtbChanges;
+
+    /// The documents, which have paragraphs; summaries have none.
+    std::array<ShownDocument*, 5> Documents() {
+        return {&rtbOriginal, &rtbModified, &rtbOriginalDiffFinal, &rtbModifiedDiffFinal,
+                &rtbAIODiff};
+    }
 };
 
 }  // namespace zorvane

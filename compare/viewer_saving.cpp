@@ -48,10 +48,6 @@ bool HasWindowsEnds(const std::string& file) {
     return head.ok() && head.value().find("\r\n") != std::string::npos;
 }
 
-bool IsSide(EditorTarget target) {
-    return target == EditorTarget::Original || target == EditorTarget::Modified;
-}
-
 class Saving {
   public:
     Saving(const SavingParts& parts, EditorTarget target) : parts_(parts), target_(target) {}
@@ -67,7 +63,7 @@ class Saving {
             !Write())
             return {KeepGoing(parts_.watcher) ? SaveEnd::Failed : SaveEnd::Stopped, {}};
         if (IsSide(target_)) {
-            const Side side = target_ == EditorTarget::Original ? Side::Original : Side::Modified;
+            const Side side = SideOf(target_);
             parts_.select_file(side, file_);
             parts_.window.RefreshFileList(side);
         }

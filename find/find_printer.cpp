@@ -5,8 +5,8 @@
 #include <fmt/format.h>
 
 #include "common/base/json_text.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
-#include "common/base/utf8_bytes.h"
 #include "common/base/visible_text.h"
 
 namespace zorvane {
@@ -127,7 +127,7 @@ void FindPrinter::PrintObject(const FoundFile& file, const FoundLine& line, int 
             matches.push_back({line.item, line.item + line.item_length});
         for (const MatchSpan& match : matches) {
             fmt::format_to(std::back_inserter(out), "{}{{\"column\":{},\"text\":", comma,
-                           CharactersIn(text.substr(0, match.begin)) + 1);
+                           CountUtf8(text.substr(0, match.begin)) + 1);
             AppendJsonString(text.substr(match.begin, match.end - match.begin), out);
             out += '}';
             comma = ",";

@@ -6,7 +6,7 @@
 #include <xxhash.h>
 
 #include "common/base/ascii.h"
-#include "common/base/utf8_bytes.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {

@@ -21,10 +21,10 @@
 namespace zorvane {
 namespace {
 
-constexpr std::int64_t kLargestText = 1 << 20;
-constexpr std::int64_t kLargestDocument = 8 << 20;
-constexpr std::size_t kHeadOfText = 8192;
-constexpr std::int32_t kLeastPercent = 50;
+constexpr std::int64_t kLargestText = 1 << 20;      // bytes; larger files are known by their hash
+constexpr std::int64_t kLargestDocument = 8 << 20;  // alone
+constexpr std::size_t kHeadOfText = 8192;           // a zero in it: no text
+constexpr std::int32_t kLeastPercent = 50;          // that two texts have in common
 // Above this many files without a partner on one side their texts are not read.
 constexpr std::size_t kMostTexts = 20000;
 // Words of more text than that, on one side, would take three times the memory.

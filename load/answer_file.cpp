@@ -11,6 +11,7 @@
 #include "common/platform/file_descriptor.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
@@ -54,7 +55,7 @@ Result<AnswerFile> AnswerFile::Make(const std::string& folder) {
     AnswerFile made;
     made.file_ = FileDescriptor(MakeNameless(folder));
     if (!made.IsOpen())
-        return SystemFailure(folder, errno);
+        return SystemFailure(folder);
     return made;
 }
 
@@ -71,10 +72,10 @@ Status AnswerFile::CopyTo(const AnswerPart& part, const std::string& target) con
         unlink(native.c_str());
     FileDescriptor file(open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kPrivate));
     if (!file.IsOpen())
-        return SystemFailure(target, errno);
+        return SystemFailure(target);
     if (CopyPart(file_.Get(), part, file.Get()) && file.Close())
         return Status::Ok();
-    const Failure failure = SystemFailure(target, errno);
+    const Failure failure = SystemFailure(target);
     unlink(native.c_str());
     return failure;
 }
@@ -108,7 +109,7 @@ Result<FileDescriptor> OpenDocument(const std::string& path, const std::string& 
     if (regular) {
         FileDescriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         if (!file.IsOpen())
-            return SystemFailure(path, errno);
+            return SystemFailure(path);
         return file;
     }
     const Result<std::string> bytes = ReadWholeFile(path);

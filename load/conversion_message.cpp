@@ -1,7 +1,6 @@
 #include "load/conversion_message.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "common/base/ascii.h"
@@ -41,11 +40,10 @@ HeadState ReadHead(std::string_view bytes, EntryHead& head) {
     const std::size_t digits = rest.substr(0, kMostDigits + 1).find(':');
     if (digits == std::string_view::npos)
         return rest.size() > kMostDigits ? HeadState::Broken : HeadState::Partial;
-    const char* const end = rest.data() + digits;
-    const auto [parsed, error] = std::from_chars(rest.data(), end, head.length);
+    const auto length = ParseNumber<std::size_t>(rest.substr(0, digits));
+    head.length = length.value_or(0);
     head.size = equals + 1 + digits + 1;
-    const bool good = IsKey(head.key) && error == std::errc() && parsed == end &&
-                      head.length <= kLongestMessageValue;
+    const bool good = IsKey(head.key) && length && head.length <= kLongestMessageValue;
     return good ? HeadState::Whole : HeadState::Broken;
 }
 

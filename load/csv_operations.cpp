@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "common/base/append_in_parts.h"
-#include "common/base/utf8_bytes.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {

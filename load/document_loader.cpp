@@ -57,13 +57,6 @@ WordPasswords PasswordsOf(const clsCompareFileOptions& options, Side side) {
             options.sDOCPasswordTemplate_TOTW_Modified.Data()};
 }
 
-bool IsSide(EditorTarget target) {
-    return target == EditorTarget::Original || target == EditorTarget::Modified;
-}
-Side SideOf(EditorTarget target) {
-    return target == EditorTarget::Original ? Side::Original : Side::Modified;
-}
-
 clsVarString& FileOption(clsCompareFileOptions& options, Side side) {
     return side == Side::Original ? options.sFileOriginal : options.sFileModified;
 }

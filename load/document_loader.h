@@ -49,6 +49,14 @@ enum class EditorTarget : std::int32_t {
     Original = 4,
     Modified = 5
 };
+/// Whether it shows a document as it was loaded, and not a result.
+constexpr bool IsSide(EditorTarget target) {
+    return target == EditorTarget::Original || target == EditorTarget::Modified;
+}
+/// Of one that `IsSide`.
+constexpr Side SideOf(EditorTarget target) {
+    return target == EditorTarget::Original ? Side::Original : Side::Modified;
+}
 
 /// The editor that shows a side's document.
 constexpr EditorTarget TargetOf(Side side) {

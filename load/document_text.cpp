@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "common/base/utf8_bytes.h"
+#include "common/base/text_bytes.h"
+#include "common/base/text_encoding.h"
+#include "load/column_letters.h"
 
 namespace zorvane {
 namespace {
@@ -88,14 +90,14 @@ DocumentText WithSlides(const std::string& text) {
     return document;
 }
 
-std::string ColumnLetters(std::int64_t column) {
-    std::string letters;
-    for (; column > 0; column = (column - 1) / 26)
-        letters.insert(letters.begin(), static_cast<char>('A' + (column - 1) % 26));
-    return letters;
-}
-
 }  // namespace
+
+std::string PlainLines(std::u16string text) {
+    std::erase(text, u'\r');
+    std::replace(text.begin(), text.end(), u'\x0B', u'\n');
+    std::replace(text.begin(), text.end(), u'\x07', u'\t');
+    return ToUtf8(text);
+}
 
 DocumentText WithPlaces(std::string text, PlaceMarks marks) {
     switch (marks) {
@@ -170,13 +172,15 @@ std::string PlaceFinder::CellOf(const TextPlace& sheet, std::int64_t line, std::
         while (end < text.size() && IsContinuation(text[end]))
             ++end;
     }
-    std::int64_t cell = 1;
+    std::int64_t cell = 0;
     bool quoted = false;
     for (std::size_t at = row_at_; at < end; ++at) {
         quoted = quoted != (text[at] == '"');
         cell += text[at] == ',' && !quoted ? 1 : 0;
     }
-    return sheet.name + "!" + ColumnLetters(cell) + std::to_string(row_);
+    std::string place = sheet.name + "!";
+    AppendColumn(cell, place);
+    return place + std::to_string(row_);
 }
 
 }  // namespace zorvane

@@ -24,6 +24,10 @@ struct DocumentText {
     friend bool operator==(const DocumentText&, const DocumentText&) = default;
 };
 
+/// The text of an editor as a search and a Unix tool want it: lines ended by LF, those in a
+/// paragraph too, the cells of a row parted by tabs.
+std::string PlainLines(std::u16string text);
+
 /// The form in which a text comes out of a loader, told apart from its places.
 enum class PlaceMarks {
     None,

@@ -47,14 +47,6 @@ PlaceMarks MarksOf(LoadRoad road) {
     }
 }
 
-// Breaks as a search wants them: a row's cells parted by tabs, lines in a paragraph apart.
-std::string SearchedText(std::u16string text) {
-    std::erase(text, u'\r');
-    std::replace(text.begin(), text.end(), u'\x0B', u'\n');
-    std::replace(text.begin(), text.end(), u'\x07', u'\t');
-    return ToUtf8(text);
-}
-
 }  // namespace
 
 TextCache UserTextCache(ProcessState& process) {
@@ -167,7 +159,7 @@ ExtractedText ExtractedTexts::Extract(const std::string& path, const std::string
     ExtractedText text;
     if (load.Load(path, *service, watcher))
         text.document = std::make_shared<DocumentText>(
-            WithPlaces(SearchedText(load.Editor().Text()), MarksOf(load.Type(path).road)));
+            WithPlaces(PlainLines(load.Editor().Text()), MarksOf(load.Type(path).road)));
     else
         text.reason = load.Reason();
     text.wants_password = WantsPassword({text.reason}, process_.Translate(kPasswordWanted));

@@ -6,17 +6,10 @@
 #include <unistd.h>
 #include <utility>
 
+#include "common/platform/argument_pointers.h"
+
 namespace zorvane {
 namespace {
-
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 class SpawnSetup {
   public:
@@ -48,8 +41,8 @@ class SpawnSetup {
               std::vector<std::string> environment) {
         std::vector<std::string> texts = {program};
         texts.insert(texts.end(), arguments.begin(), arguments.end());
-        const std::vector<char*> values = Pointers(texts);
-        const std::vector<char*> variables = Pointers(environment);
+        const std::vector<char*> values = ArgumentPointers(texts);
+        const std::vector<char*> variables = ArgumentPointers(environment);
         pid_t process = -1;
         const int error = posix_spawn(&process, program.c_str(), &actions_, &attributes_,
                                       values.data(), variables.data());

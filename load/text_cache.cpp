@@ -5,14 +5,15 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <utility>
 #include <vector>
 #include <xxhash.h>
 #include <zstd.h>
 
+#include "common/base/parse_number.h"
 #include "common/platform/file_descriptor.h"
+#include "common/platform/file_lock.h"
 #include "common/platform/files.h"
 #include "common/platform/terminal.h"
 
@@ -59,13 +60,14 @@ std::vector<TextPlace> DecodePlaces(std::string_view text) {
     std::vector<TextPlace> places;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        const std::string line(text.substr(0, end));
+        const std::string_view line = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
         const std::size_t name = line.find(' ', 2);
-        if (name == std::string::npos || line[0] < '0' || line[0] > '2')
+        if (name == std::string_view::npos || line[0] < '0' || line[0] > '2')
             break;
         places.push_back({static_cast<PlaceKind>(line[0] - '0'),
-                          std::strtoll(line.c_str() + 2, nullptr, 10), line.substr(name + 1)});
+                          ReadNumber<std::int64_t>(line.substr(2)).value.value_or(0),
+                          std::string(line.substr(name + 1))});
     }
     return places;
 }
@@ -196,10 +198,9 @@ void TextCache::Keep(const TextKey& key, const DocumentText& document) const {
 void TextCache::Trim() const {
     if (folder_.empty())
         return;
-    const FileDescriptor lock(
-        open((folder_ + "/lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC | O_NOFOLLOW, kOwnerOnly));
+    const FileDescriptor lock = OpenLockFile(folder_ + "/lock");
     // Somebody else who is at it does it for all.
-    if (!lock.IsOpen() || flock(lock.Get(), LOCK_EX | LOCK_NB) != 0)
+    if (!TryLock(lock))
         return;
     std::vector<Entry> entries = EntriesIn(folder_);
     std::int64_t bytes = 0;

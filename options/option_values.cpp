@@ -4,29 +4,12 @@
 #include <cassert>
 #include <optional>
 
+#include "common/base/ascii.h"
 #include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
-namespace {
-
-std::optional<std::int32_t> Long(std::string_view text) {
-    text = Trim(text);
-    if (text.starts_with('+'))
-        text.remove_prefix(1);
-    return ParseNumber<std::int32_t>(text);
-}
-
-std::string Upper(std::string_view text) {
-    std::string upper(text);
-    for (char& character : upper) {
-        if (character >= 'a' && character <= 'z')
-            character = static_cast<char>(character - 'a' + 'A');
-    }
-    return upper;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 OptionValue::OptionValue(OptionSet& set, const char* name, std::string default_text)
     : name_(name), default_(std::move(default_text)) {
@@ -38,7 +21,7 @@ void OptionValue::CreateReport_ActiveData(std::string& out) const {
 }
 
 Status clsVarBoolean::LoadStateFromFile(IniProfile& file, std::string_view section) {
-    SetData(Upper(file.Read(section, Name(), Default())) != "FALSE");
+    SetData(AsciiUpper(file.Read(section, Name(), Default())) != "FALSE");
     return Status::Ok();
 }
 
@@ -47,7 +30,7 @@ void clsVarBoolean::SaveStateToFile(IniProfile& file, std::string_view section) 
 }
 
 Status clsVarBoolean::SetFromText(std::string_view text) {
-    const std::string upper = Upper(Trim(text));
+    const std::string upper = AsciiUpper(Trim(text));
     if (upper != "TRUE" && upper != "YES" && upper != "1" && upper != "FALSE" && upper != "NO" &&
         upper != "0")
         return Failure{Name() + "=" + std::string(text) + ": write true or false"};
@@ -59,7 +42,7 @@ Status clsVarLong::LoadStateFromFile(IniProfile& file, std::string_view section)
     const std::string text = file.Read(section, Name(), Default());
     if (SetFromText(text).ok())
         return Status::Ok();
-    SetData(Long(Default()).value_or(0));
+    SetData(ParseTypedNumber(Default()).value_or(0));
     return Failure{"[" + std::string(section) + "] " + Name() + "=" + text + ": not a number"};
 }
 
@@ -68,7 +51,7 @@ void clsVarLong::SaveStateToFile(IniProfile& file, std::string_view section) con
 }
 
 Status clsVarLong::SetFromText(std::string_view text) {
-    const std::optional<std::int32_t> number = Long(text);
+    const std::optional<std::int32_t> number = ParseTypedNumber(text);
     if (!number)
         return Failure{Name() + "=" + std::string(text) + ": not a number"};
     SetData(*number);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 #include "options/recent_items.h"
 
@@ -15,8 +16,7 @@ const std::vector<std::string>& DefaultEntries() {
 }
 
 bool IsLetterOrDigit(char character) {
-    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
-           (character >= 'a' && character <= 'z');
+    return IsAsciiDigit(character) || IsAsciiLetter(character);
 }
 
 }  // namespace

@@ -149,6 +149,7 @@ std::vector<Stretch> StretchesOf(const Comparison& comparison, std::size_t recor
 
 std::vector<std::size_t> Range(std::int32_t first, std::int32_t count) {
     std::vector<std::size_t> indexes;
+    indexes.reserve(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i)
         indexes.push_back(static_cast<std::size_t>(first + i));
     return indexes;
@@ -195,7 +196,7 @@ class GroupBuilder {
         const bool single = original.size() == 1 && modified.size() == 1;
         if (tables &&
             !(single && original_[original[0]].is_table && modified_[modified[0]].is_table))
-            return Apart(std::move(original), std::move(modified));
+            return Apart(original, modified);
         BlockGroup group{std::move(original), std::move(modified), true, tables, {}};
         if (!tables)
             group.stretches = StretchesOf(comparison, index, TextOf(original_, group.original),
@@ -289,6 +290,7 @@ class GroupBuilder {
 
 std::vector<const std::u16string*> LinesOf(const std::vector<StoryBlock>& blocks) {
     std::vector<const std::u16string*> lines;
+    lines.reserve(blocks.size());
     for (const StoryBlock& block : blocks)
         lines.push_back(&block.text);
     return lines;
@@ -360,6 +362,7 @@ std::vector<std::pair<std::size_t, std::size_t>> AlignLines(
     std::vector<std::pair<std::size_t, std::size_t>> pairs;
     const auto lines = [](const std::vector<std::u16string>& texts) {
         std::vector<const std::u16string*> pointers;
+        pointers.reserve(texts.size());
         for (const std::u16string& text : texts)
             pointers.push_back(&text);
         return pointers;

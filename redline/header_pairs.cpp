@@ -83,7 +83,7 @@ std::string TakeHeader(WordPackage& original, const LostHeader& lost, WordPackag
     });
     if (sections.empty() || taken)
         return {};
-    const std::string name = modified.Has(lost.part) ? modified.FreshName(lost.part) : lost.part;
+    std::string name = modified.Has(lost.part) ? modified.FreshName(lost.part) : lost.part;
     modified.Add(name, original.Current(lost.part));
     modified.SetContentType(name, original.ContentType(lost.part));
     for (PartRelation relation : original.Relations(original.MainPart())) {

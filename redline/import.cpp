@@ -172,7 +172,7 @@ std::string Importer::NumberingFor(const std::string& id) {
     const Node abstract = Numbered(old_lists, "abstractNum", "abstractNumId",
                                    Attribute(Child(list, "abstractNumId"), "val"));
     const std::string abstract_id = AddAbstractList(abstract, lists);
-    const std::string fresh = std::to_string(HighestNumber(lists, "num", "numId") + 1);
+    std::string fresh = std::to_string(HighestNumber(lists, "num", "numId") + 1);
     Node last = lists.last_child();
     for (const Node& node : lists.children()) {
         if (Is(node, "num"))
@@ -187,7 +187,7 @@ std::string Importer::NumberingFor(const std::string& id) {
 
 // Abstract lists stand in front of lists.
 std::string Importer::AddAbstractList(const Node& abstract, Node lists) {
-    const std::string id = std::to_string(HighestNumber(lists, "abstractNum", "abstractNumId") + 1);
+    std::string id = std::to_string(HighestNumber(lists, "abstractNum", "abstractNumId") + 1);
     Node place = Child(lists, "num");
     Node copy = place ? lists.insert_copy_before(abstract, place) : lists.append_copy(abstract);
     SetAttribute(copy, "w:abstractNumId", id);
@@ -238,7 +238,7 @@ std::string Importer::RelationFor(const std::string& id, const PartPair& parts) 
 std::string Importer::CopyPart(const std::string& part) {
     if (const auto found = parts_.find(part); found != parts_.end())
         return found->second;
-    const std::string name = modified_.Has(part) ? modified_.FreshName(part) : part;
+    std::string name = modified_.Has(part) ? modified_.FreshName(part) : part;
     parts_[part] = name;
     modified_.Add(name, std::string(original_.Bytes(part)));
     modified_.SetContentType(name, original_.ContentType(part));

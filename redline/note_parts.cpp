@@ -47,7 +47,7 @@ std::int32_t HighestId(const Node& notes) {
 // The Original's part without its notes, but with the lines that part notes from text.
 std::string MakePart(WordPackage& from, const std::string& part, const NoteKind& kind,
                      WordPackage& to) {
-    const std::string name = to.Has(part) ? to.FreshName(part) : part;
+    std::string name = to.Has(part) ? to.FreshName(part) : part;
     to.Add(name, from.Current(part));
     to.SetContentType(name, from.ContentType(part));
     for (PartRelation relation : from.Relations(from.MainPart())) {

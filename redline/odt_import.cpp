@@ -184,7 +184,7 @@ std::string OdtImporter::MappedStyle(const StyleKey& key, const std::string& par
 std::string OdtImporter::ImportStyle(const StyleKey& key, const Node& style,
                                      const std::string& part, bool automatic) {
     const std::string home = automatic ? part : kStyles;
-    const std::string name = FreshStyle(key, part);
+    std::string name = FreshStyle(key, part);
     styles_[{part, key}] = name;  // a style may name itself
     const Node root = modified_.Edit(home);
     Node list = automatic ? AutomaticStyles(root) : Child(root, "styles");

@@ -4,6 +4,7 @@
 
 #include "common/base/json_text.h"
 #include "common/base/text_encoding.h"
+#include "compare/engine/place_text.h"
 
 namespace zorvane {
 namespace {
@@ -145,18 +146,13 @@ class JsonWriter {
             for (const DetailRecord& letters : comparison_.CharactersOf(section)) {
                 out_ += first_letter ? "" : ",";
                 first_letter = false;
-                Detail(letters, PlaceText(original, section.places.original),
-                       PlaceText(modified, section.places.modified));
+                Detail(letters, TextAt(section.places.original, original),
+                       TextAt(section.places.modified, modified));
                 out_ += '}';
             }
             out_ += "]}";
         }
         out_ += ']';
-    }
-
-    static std::u16string_view PlaceText(std::u16string_view text, const DetailPlace& place) {
-        return text.substr(static_cast<std::size_t>(place.begin),
-                           static_cast<std::size_t>(place.Length()));
     }
 
     // Leaves the object open.
@@ -172,7 +168,7 @@ class JsonWriter {
         fmt::format_to(std::back_inserter(out_),
                        "\"{}\":{{\"first\":{},\"last\":{},\"begin\":{},\"end\":{},\"text\":", side,
                        place.first, place.last, place.begin, place.end);
-        Text(PlaceText(text, place));
+        Text(TextAt(place, text));
         out_ += '}';
     }
 

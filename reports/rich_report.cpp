@@ -150,7 +150,7 @@ Status WriteParts(const RtfParts& rtf, const std::string& path, RunWatcher* watc
         return file.failure();
     // The first failure is that of all further calls.
     IgnoreFailure(file.value().Write(rtf.head, watcher), "the next call tells it");
-    if (const Status written = file.value().Write(rtf.body, watcher); !written.ok())
+    if (Status written = file.value().Write(rtf.body, watcher); !written.ok())
         return written;
     return file.value().Finish();
 }

@@ -136,12 +136,16 @@ def doubles(texts):
                     yield f"{name}: defined in {path} and in {other}"
 
 
+def files_named(*patterns):
+    names = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard", *patterns],
+                           check=True, capture_output=True, text=True).stdout
+    return [path for path in names.splitlines() if pathlib.Path(path).exists()]
+
+
 def main():
-    names = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard",
-                            "*.cpp", "*.h"], check=True, capture_output=True, text=True).stdout
     texts = {path: pathlib.Path(path).read_text(encoding="utf-8")
-             for path in names.splitlines() if pathlib.Path(path).exists()}
-    faults = [*folders_without_page(texts), *doubles(texts)]
+             for path in files_named("*.cpp", "*.h")}
+    faults = [*folders_without_page(files_named("*.cpp", "*.h", "*.py", "*.sh")), *doubles(texts)]
     for path, text in texts.items():
         if path.startswith(EVERYTHING):
             continue

@@ -7,7 +7,6 @@
 
 #include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
-#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {

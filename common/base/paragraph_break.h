@@ -1,4 +1,4 @@
-// What ends a paragraph of an editor's text.
+// What parts the paragraphs of an editor's text, and stands once more behind the last.
 #pragma once
 
 #include <cstdint>

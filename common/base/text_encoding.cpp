@@ -8,7 +8,6 @@
 #include "common/base/surrogates.h"
 #include "common/base/text_bytes.h"
 #include "common/base/unit_search.h"
-#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -134,6 +133,11 @@ void AppendUtf8(std::u16string_view utf16, std::string& out) {
             target = PutUtf8(NextCodePoint(utf16, at), target);
     }
     out.resize(static_cast<std::size_t>(target - out.data()));
+}
+
+void AppendUtf8(char32_t code, std::string& out) {
+    char bytes[4];
+    out.append(bytes, PutUtf8(code, bytes));
 }
 
 std::string ToUtf8(std::u16string_view utf16, RunWatcher* watcher) {

@@ -11,8 +11,8 @@
 #include <unistd.h>
 
 #include "common/platform/file_descriptor.h"
-#include "common/platform/files.h"
 #include "common/platform/native_path.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
@@ -68,7 +68,7 @@ Status CopyFileKeeping(const std::string& from, const std::string& to) {
     const FileDescriptor source(open(NativePath(from).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat told {};
     if (!source.IsOpen() || fstat(source.Get(), &told) != 0)
-        return SystemFailure(from, errno);
+        return SystemFailure(from);
     if (!S_ISREG(told.st_mode))
         return Failure{from + ": this is not a regular file"};
     struct stat old {};
@@ -80,12 +80,12 @@ Status CopyFileKeeping(const std::string& from, const std::string& to) {
     std::filesystem::create_directories(std::filesystem::path(target).parent_path(), error);
     FileBeside copy(target);
     if (!copy.Descriptor().IsOpen())
-        return SystemFailure(to, errno);
+        return SystemFailure(to);
     const int number = copy.Descriptor().Get();
     const timespec times[] = {told.st_atim, told.st_mtim};
     if (!CopyBytes(source.Get(), number) || fchmod(number, told.st_mode & 07777U) != 0 ||
         futimens(number, times) != 0 || !copy.TakePlaceOf(target))
-        return SystemFailure(to, errno);
+        return SystemFailure(to);
     return Status::Ok();
 }
 

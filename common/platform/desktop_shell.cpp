@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "common/base/text_encoding.h"
+#include "common/platform/argument_pointers.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 #include "common/platform/process_environment.h"
@@ -21,11 +22,7 @@ namespace {
 enum class Streams { Closed, Inherited };
 
 Result<pid_t> Spawn(std::vector<std::string> words, Streams streams) {
-    std::vector<char*> arguments;
-    arguments.reserve(words.size() + 1);
-    for (std::string& word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
+    const std::vector<char*> arguments = ArgumentPointers(words);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     if (streams == Streams::Closed) {

@@ -1,11 +1,11 @@
 #include "common/platform/exec_program.h"
 
-#include <cerrno>
-#include <cstring>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "common/platform/argument_pointers.h"
 #include "common/platform/native_path.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 
@@ -17,14 +17,11 @@ bool IsProgram(const std::string& file) {
 }
 
 Status BecomeProgram(const std::string& program, const std::vector<std::string>& arguments) {
-    std::string path = NativePath(program);
-    std::vector<std::string> words = arguments;
-    std::vector<char*> pointers{path.data()};
-    for (std::string& word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-    execv(path.c_str(), pointers.data());
-    return Failure{program + ": " + std::strerror(errno)};
+    std::vector<std::string> words{NativePath(program)};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    const std::vector<char*> pointers = ArgumentPointers(words);
+    execv(pointers[0], pointers.data());
+    return SystemFailure(program);
 }
 
 }  // namespace zorvane

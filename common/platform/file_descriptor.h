@@ -25,6 +25,8 @@ class FileDescriptor {
     bool IsOpen() const { return number_ >= 0; }
     /// -1 for none.
     int Get() const { return number_; }
+    /// Whoever takes it closes it.
+    int Release() { return std::exchange(number_, -1); }
     /// False when the system finds a fault only at the end, as on a full network disk.
     bool Close() { return number_ < 0 || close(std::exchange(number_, -1)) == 0; }
 

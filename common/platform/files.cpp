@@ -8,14 +8,15 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <new>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
 #include "common/platform/file_descriptor.h"
+#include "common/platform/file_lock.h"
 #include "common/platform/native_path.h"
 #include "common/platform/process_end.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
@@ -37,9 +38,9 @@ Status WriteInPlace(const std::string& path, const std::string& native, std::str
                     std::uint32_t mode, RunWatcher* watcher) {
     FileDescriptor file(open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
     if (file.Get() < 0)
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     if (!WriteInParts(file.Get(), bytes, watcher) || !file.Close())
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     return Status::Ok();
 }
 
@@ -96,7 +97,7 @@ Result<std::string> ReadAll(int descriptor, const std::string& name, std::size_t
     std::string bytes;
     bytes.reserve(room);
     if (!ReadRest(descriptor, bytes, 0, watcher))
-        return errno == EFBIG ? TooLarge(name) : SystemFailure(name, errno);
+        return errno == EFBIG ? TooLarge(name) : SystemFailure(name);
     return bytes;
 }
 
@@ -110,14 +111,10 @@ bool IsLeftHalf(const std::string& path) {
         time(nullptr) - facts.st_mtim.tv_sec < kSeconds)
         return false;
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
-    return file.Get() >= 0 && flock(file.Get(), LOCK_EX | LOCK_NB) == 0;
+    return TryLock(file);
 }
 
 }  // namespace
-
-Failure SystemFailure(const std::string& path, int code) {
-    return Failure{path + ": " + std::generic_category().message(code)};
-}
 
 Result<std::string> ReadStandardInput() try {
     return ReadAll(STDIN_FILENO, "standard input", 0);
@@ -129,10 +126,10 @@ Result<std::string> ReadWholeFile(const std::string& path, RunWatcher* watcher) 
     const FileDescriptor file(open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC));
     struct stat facts {};
     if (file.Get() < 0 || fstat(file.Get(), &facts) != 0)
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     if (S_ISDIR(facts.st_mode)) {
         errno = EISDIR;
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     }
     if (static_cast<std::size_t>(facts.st_size) > kMostBytes)
         return TooLarge(path);
@@ -145,14 +142,14 @@ Result<std::string> ReadFileHead(const std::string& path, std::size_t most) {
     const std::string native = NativePath(path);
     struct stat facts {};
     if (stat(native.c_str(), &facts) != 0)
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     if (!S_ISREG(facts.st_mode))
         return Failure{path + ": not a regular file"};
     const FileDescriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC));
     std::string head(most, '\0');
     const ssize_t count = file.Get() < 0 ? -1 : read(file.Get(), head.data(), head.size());
     if (count < 0)
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     head.resize(static_cast<std::size_t>(count));
     return head;
 }
@@ -162,15 +159,14 @@ Status CheckReadable(const std::string& path) {
     struct stat facts {};
     // Who writes to a FIFO takes an open for the reader, and its close for the reader's end.
     if (stat(native.c_str(), &facts) == 0 && S_ISFIFO(facts.st_mode))
-        return access(native.c_str(), R_OK) == 0 ? Status::Ok()
-                                                 : Status(SystemFailure(path, errno));
+        return access(native.c_str(), R_OK) == 0 ? Status::Ok() : Status(SystemFailure(path));
     const FileDescriptor file(open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.Get() < 0 || fstat(file.Get(), &facts) != 0)
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     if (!S_ISDIR(facts.st_mode))
         return Status::Ok();
     errno = EISDIR;
-    return SystemFailure(path, errno);
+    return SystemFailure(path);
 }
 
 Status WriteWholeFile(const std::string& path, std::string_view bytes, RunWatcher* watcher) {
@@ -186,7 +182,7 @@ Status AppendToFile(const std::string& path, std::string_view bytes) {
     FileDescriptor file(
         open(NativePath(path).c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, kMode));
     if (file.Get() < 0 || !WriteAll(file.Get(), bytes) || !file.Close())
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     return Status::Ok();
 }
 
@@ -220,24 +216,24 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
     const bool exists = stat(native.c_str(), &facts) == 0;
     if (exists && S_ISDIR(facts.st_mode)) {
         errno = EISDIR;
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     }
     if (exists && !S_ISREG(facts.st_mode)) {
         constexpr int kInPlace = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
         auto state = std::make_unique<State>(path, native, open(native.c_str(), kInPlace, mode));
         if (state->file.Get() < 0)
-            return SystemFailure(path, errno);
+            return SystemFailure(path);
         return FileReplacement(std::move(state));
     }
     if (exists && access(native.c_str(), W_OK) != 0)
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     // A name of its own, since the file's with something behind it may be longer than names can be.
     std::string fresh = JoinPath(ParentOf(native), kHalfName);
     const EndingSignalsHeldBack until_it_is_known;
     auto state = std::make_unique<State>(path, native, mkostemp(fresh.data(), O_CLOEXEC));
     if (state->file.Get() < 0)
-        return SystemFailure(path, errno);
-    flock(state->file.Get(), LOCK_EX | LOCK_NB);  // see `SweepHalfFiles`
+        return SystemFailure(path);
+    TryLock(state->file);  // see `SweepHalfFiles`
     state->at_bad_end = UnlinkAtBadEnd(fresh);
     state->fresh = std::move(fresh);
     const mode_t mask = umask(0);
@@ -252,7 +248,7 @@ Result<FileReplacement> FileReplacement::Begin(const std::string& path, std::uin
 
 Status FileReplacement::Write(std::string_view bytes, RunWatcher* watcher) {
     if (state_->status.ok() && !WriteInParts(state_->file.Get(), bytes, watcher))
-        state_->status = SystemFailure(state_->path, errno);
+        state_->status = SystemFailure(state_->path);
     return state_->status;
 }
 
@@ -265,7 +261,7 @@ Status FileReplacement::Finish() {
                           state.file.Close() &&
                           (in_place || std::rename(state.fresh.c_str(), state.native.c_str()) == 0);
     if (!finished)
-        return state.status = SystemFailure(state.path, errno);
+        return state.status = SystemFailure(state.path);
     state.fresh.clear();
     return state.status;
 }

@@ -12,9 +12,6 @@
 
 namespace zorvane {
 
-/// "path: what the system calls it", of a value of errno.
-Failure SystemFailure(const std::string& path, int code);
-
 /// The bytes of a regular file, FIFO or character device. Failures name the file and the reason:
 /// "No such file or directory", "Is a directory", larger than 1 GiB, ...
 /// A stop is a failure here and below; whoever hands over a watcher asks it before telling one.

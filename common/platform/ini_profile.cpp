@@ -1,19 +1,17 @@
 #include "common/platform/ini_profile.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fcntl.h>
 #include <map>
 #include <optional>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
 #include "common/base/ascii.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
 #include "common/base/utf8_bytes.h"
+#include "common/platform/file_lock.h"
+#include "common/platform/file_stamp.h"
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
 
@@ -197,55 +195,6 @@ std::string Merged(std::string_view old_text, PendingMap pending) {
     return text;
 }
 
-// Held while the file is read, merged and replaced, so that two writers lose nothing of each other.
-// Where the system has no locks, or no place for one, the work is done without.
-class FileLock {
-  public:
-    FileLock(const std::string& native, std::chrono::milliseconds patience)
-        : descriptor_(open((native + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-        constexpr std::chrono::milliseconds kBetweenTries{10};
-        const auto end = std::chrono::steady_clock::now() + patience;
-        while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
-            if (errno != EINTR && errno != EWOULDBLOCK)
-                return;
-            if (std::chrono::steady_clock::now() >= end) {
-                timed_out_ = true;
-                return;
-            }
-            std::this_thread::sleep_for(kBetweenTries);
-        }
-    }
-    ~FileLock() {
-        if (descriptor_ >= 0)
-            close(descriptor_);
-    }
-    FileLock(const FileLock&) = delete;
-    FileLock& operator=(const FileLock&) = delete;
-
-    bool TimedOut() const { return timed_out_; }
-
-  private:
-    int descriptor_;
-    bool timed_out_ = false;
-};
-
-// What tells one state of a file from another; a replaced file is another file.
-struct FileStamp {
-    dev_t device = 0;
-    ino_t file = 0;
-    off_t size = -1;
-    std::int64_t seconds = 0;
-    std::int64_t nanoseconds = 0;
-    friend bool operator==(const FileStamp&, const FileStamp&) = default;
-};
-
-FileStamp StampOf(const std::string& path) {
-    struct stat facts {};
-    if (path.empty() || stat(NativePath(path).c_str(), &facts) != 0)
-        return {};
-    return {facts.st_dev, facts.st_ino, facts.st_size, facts.st_mtim.tv_sec, facts.st_mtim.tv_nsec};
-}
-
 class FileIniProfile : public IniProfile {
   public:
     FileIniProfile(std::string path, std::chrono::milliseconds lock_patience)
@@ -270,8 +219,10 @@ class FileIniProfile : public IniProfile {
         locked_elsewhere_ = false;
         if (pending_.empty() || path_.empty())
             return Status::Ok();
-        const FileLock lock(NativePath(path_), patience_);
-        locked_elsewhere_ = lock.TimedOut();
+        // Held while the file is read, merged and replaced, so that two writers lose nothing of
+        // each other. Where the system has no locks, or no place for one, the work is done without.
+        const FileDescriptor lock = OpenLockFile(NativePath(path_) + ".lock");
+        locked_elsewhere_ = LockFile(lock, patience_) == LockEnd::Busy;
         if (locked_elsewhere_) {
             patience_ = std::chrono::milliseconds(0);
             return Failure{path_ + ": another program keeps it locked"};
@@ -287,13 +238,13 @@ class FileIniProfile : public IniProfile {
         if (!written.ok())
             return written;
         pending_.clear();
-        stamp_ = StampOf(path_);
+        stamp_ = FileStampOf(path_);
         Take(text);
         return written;
     }
 
     void Refresh() override {
-        if (loaded_ && !path_.empty() && StampOf(path_) != stamp_) {
+        if (loaded_ && !path_.empty() && FileStampOf(path_) != stamp_) {
             loaded_ = false;
             Load();
         }
@@ -307,7 +258,7 @@ class FileIniProfile : public IniProfile {
             return;
         loaded_ = true;
         // The stamp first: a file that is replaced in between is then read again.
-        stamp_ = StampOf(path_);
+        stamp_ = FileStampOf(path_);
         const Result<std::string> text =
             path_.empty() ? Result<std::string>(std::string()) : ReadWholeFile(path_);
         Take(text.ok() ? AsUtf8(text.value()) : std::string());
@@ -334,7 +285,7 @@ class FileIniProfile : public IniProfile {
     std::chrono::milliseconds patience_;  // none after waiting in vain
     bool locked_elsewhere_ = false;
     bool loaded_ = false;
-    FileStamp stamp_;
+    std::optional<FileStamp> stamp_;
     std::map<Name, std::string> values_;
     PendingMap pending_;
 };

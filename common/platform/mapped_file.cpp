@@ -1,7 +1,5 @@
 #include "common/platform/mapped_file.h"
 
-#include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -10,6 +8,7 @@
 
 #include "common/platform/files.h"
 #include "common/platform/native_path.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 
@@ -57,7 +56,7 @@ Result<MappedFile> MappedFile::Of(int descriptor) {
         return file;
     if (fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_size == 0)
         return file;
-    return Failure{std::string("it cannot be mapped: ") + std::strerror(errno)};
+    return SystemFailure("it cannot be mapped");
 }
 
 Result<MappedFile> MappedFile::Open(const std::string& path) {

@@ -1,24 +1,24 @@
 // The services of services.h on a POSIX system with a freedesktop.org desktop.
 #include <array>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <mutex>
 #include <pwd.h>
 #include <spawn.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
 #include "common/base/text_encoding.h"
 #include "common/platform/desktop_shell.h"
+#include "common/platform/file_lock.h"
 #include "common/platform/files.h"
 #include "common/platform/ini_profile.h"
 #include "common/platform/native_path.h"
 #include "common/platform/platform.h"
 #include "common/platform/private_folder.h"
+#include "common/platform/system_failure.h"
 #include "common/platform/terminal.h"
 
 namespace zorvane {
@@ -199,17 +199,10 @@ class FileMutexes : public NamedMutexes {
         if (folder.empty())
             return Failure{std::string(name) + ": no private folder for locks"};
         const std::string path = folder + "/" + std::string(name) + ".lock";
-        const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-        if (descriptor < 0)
-            return SystemFailure(path, errno);
-        while (flock(descriptor, LOCK_EX) != 0) {
-            if (errno == EINTR)
-                continue;
-            const Failure failure = SystemFailure(path, errno);
-            close(descriptor);
-            return failure;
-        }
-        return descriptor;
+        FileDescriptor file = OpenLockFile(path);
+        if (LockFile(file, kWithoutLimit) != LockEnd::Taken)
+            return SystemFailure(path);
+        return file.Release();
     }
     void Unlock(int handle) override { close(handle); }
 

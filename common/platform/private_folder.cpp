@@ -7,10 +7,10 @@
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "common/platform/file_lock.h"
 #include "common/platform/process_end.h"
 #include "common/platform/terminal.h"
 
@@ -25,16 +25,12 @@ std::string SystemFolder() {
     return given.empty() ? "/tmp" : given;
 }
 
-bool Lock(const FileDescriptor& file) {
-    return file.IsOpen() && flock(file.Get(), LOCK_EX | LOCK_NB) == 0;
-}
-
 // It gets its name when it is locked already: who finds it unlocked finds an owner that ended.
 FileDescriptor MarkAsOwned(const std::string& folder) {
     const std::string name = folder + kOwnerFile;
     const std::string unlocked = name + ".new";
     FileDescriptor file(open(unlocked.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (Lock(file))
+    if (TryLock(file))
         rename(unlocked.c_str(), name.c_str());
     return file;
 }
@@ -44,7 +40,7 @@ bool IsAbandoned(const std::string& folder) {
     struct stat facts {};
     if (lstat(folder.c_str(), &facts) != 0 || !S_ISDIR(facts.st_mode) || facts.st_uid != geteuid())
         return false;
-    return Lock(
+    return TryLock(
         FileDescriptor(open((folder + kOwnerFile).c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW)));
 }
 

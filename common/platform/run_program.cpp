@@ -2,13 +2,14 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "common/platform/argument_pointers.h"
 #include "common/platform/process_environment.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
@@ -41,14 +42,10 @@ int WaitFor(pid_t child) {
 
 Result<ProgramAnswer> RunProgram(const std::vector<std::string>& words) {
     std::vector<std::string> copies = words;
-    std::vector<char*> pointers;
-    pointers.reserve(copies.size() + 1);
-    for (std::string& word : copies)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
+    const std::vector<char*> pointers = ArgumentPointers(copies);
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
-        return Failure{words[0] + ": " + std::strerror(errno)};
+        return SystemFailure(words[0]);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
@@ -63,7 +60,7 @@ Result<ProgramAnswer> RunProgram(const std::vector<std::string>& words) {
         answer.output = ReadToEnd(ends[0]);
     close(ends[0]);
     if (error != 0)
-        return Failure{words[0] + ": " + std::strerror(error)};
+        return SystemFailure(words[0], error);
     answer.status = WaitFor(child);
     return answer;
 }

@@ -4,13 +4,13 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include "common/platform/file_descriptor.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
@@ -64,8 +64,7 @@ Status WriteStream(Stream stream, std::string_view bytes) {
     const IgnoreSignal broken_pipe(SIGPIPE);
     if (WriteAll(Descriptor(stream), bytes))
         return Status::Ok();
-    const char* name = stream == Stream::Output ? "standard output: " : "standard error: ";
-    return Failure{std::string(name) + std::strerror(errno)};
+    return SystemFailure(stream == Stream::Output ? "standard output" : "standard error");
 }
 
 Result<std::string> AskSecret(std::string_view prompt) {

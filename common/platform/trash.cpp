@@ -10,9 +10,10 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "common/base/ascii.h"
 #include "common/platform/file_descriptor.h"
-#include "common/platform/files.h"
 #include "common/platform/native_path.h"
+#include "common/platform/system_failure.h"
 #include "common/platform/terminal.h"
 
 namespace zorvane {
@@ -26,9 +27,8 @@ std::string Escaped(const std::string& path) {
     std::string escaped;
     for (const char character : path) {
         const auto byte = static_cast<unsigned char>(character);
-        const bool plain = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-                           (byte >= '0' && byte <= '9') || byte == '/' || byte == '.' ||
-                           byte == '-' || byte == '_' || byte == '~';
+        const bool plain = IsAsciiLetter(byte) || IsAsciiDigit(byte) ||
+                           std::string_view("/.-_~").find(character) != std::string_view::npos;
         if (plain)
             escaped += character;
         else
@@ -70,7 +70,7 @@ bool MakePrivate(const std::string& folder) {
 Status MakeTrash(const std::string& trash) {
     for (const std::string& folder : {trash, trash + "/files", trash + "/info"}) {
         if (!MakePrivate(folder))
-            return SystemFailure(folder, errno);
+            return SystemFailure(folder);
     }
     return Status::Ok();
 }
@@ -88,7 +88,7 @@ Status PutInto(const std::string& trash, const std::string& file, const std::str
         if (!note.IsOpen() && errno == EEXIST)
             continue;
         if (!note.IsOpen())
-            return SystemFailure(info, errno);
+            return SystemFailure(info);
         struct stat there {};
         const std::string place = trash + "/files/" + own;
         const bool free = lstat(place.c_str(), &there) != 0;
@@ -115,10 +115,10 @@ Status MoveToTrash(const std::string& path, const std::string& data_home) {
     const std::string file = AbsolutePath(NativePath(path));
     struct stat told {};
     if (lstat(file.c_str(), &told) != 0)
-        return SystemFailure(path, errno);
+        return SystemFailure(path);
     const std::string home = data_home + "/Trash";
     if (!MakePrivate(home))
-        return SystemFailure(home, errno);
+        return SystemFailure(home);
     if (OnOneDisk(file, home))
         return PutInto(home, file, file);
     const std::string top = TopOf(file);

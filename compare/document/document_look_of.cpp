@@ -4,11 +4,10 @@
 #include <map>
 
 #include "common/base/paragraph_break.h"
+#include "compare/document/heading_places.h"
 
 namespace zorvane {
 namespace {
-
-constexpr std::size_t kLongestHeading = 240;
 
 // The size that most of the text has, in half points.
 std::int32_t BodySizeOf(const RichText& text) {

@@ -23,10 +23,10 @@ bool HasLoneBreak(std::u16string_view text, RunWatcher* watcher) {
         const std::size_t end = std::min(at + kPart, text.size());
         const std::size_t found =
             std::min(FindEitherUnit(text.substr(0, end), u'\r', u'\n', at), end);
-        const bool whole = text.substr(found, kBreakLength) == u"\r\n";
+        const bool whole = text.substr(found, kBreak.size()) == kBreak;
         if (found < end && !whole)
             return true;
-        const std::size_t next = whole ? found + kBreakLength : end;
+        const std::size_t next = whole ? found + kBreak.size() : end;
         if (!stop.KeepGoing(static_cast<std::int64_t>(next - at)))
             return false;
         at = next;
@@ -136,7 +136,7 @@ std::u16string MemoryEditor::Text(TextRange range) const {
     const TextRange inside = InText(range);
     std::u16string text = text_.Take(inside.first.value, inside.length);
     if (range.end() > inside.end() && range.length > 0)
-        text += u"\r\n";
+        text += kBreak;
     return text;
 }
 
@@ -151,7 +151,7 @@ RichText MemoryEditor::Rich(TextRange range) const {
         rich = {};
     if (range.end() > inside.end() && range.length > 0) {
         RichText last_break;
-        last_break.text = u"\r\n";
+        last_break.text = kBreak;
         last_break.char_runs.push_back({kBreakLength, rich.char_runs.empty()
                                                           ? InsertionFormat(inside)
                                                           : rich.char_runs.back().format});
@@ -265,7 +265,7 @@ TextRange MemoryEditor::Replace(TextRange range, const RichText& text) {
     const bool last_break = range.length > 0 && range.end() > inside.end();
     if (HasLoneBreak(text.text, watcher_))
         return Replace(range, Normalized(text));
-    if (!last_break || !text.text.ends_with(u"\r\n")) {
+    if (!last_break || !text.text.ends_with(kBreak)) {
         Put(inside, text);
         return {inside.first, text.Length()};
     }

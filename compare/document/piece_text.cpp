@@ -42,7 +42,8 @@ std::u16string PieceText::TakeAll(RunWatcher* watcher) {
 
 std::u16string PieceText::Take(std::int32_t first, std::int32_t length, RunWatcher* watcher) const {
     std::u16string text;
-    text.reserve(static_cast<std::size_t>(length) + kBreakLength);
+    // Who adds a break behind the text need not move it.
+    text.reserve(static_cast<std::size_t>(length) + kBreak.size());
     StopCheck stop(watcher, kUnitsBetweenStops);
     pieces_.Walk(first, length, [&](Piece piece, std::int32_t units) {
         return AppendInParts(View(piece, units), stop, text);

@@ -4,8 +4,8 @@
 
 #include "common/base/append_in_parts.h"
 #include "common/base/paragraph_break.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
-#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -75,9 +75,9 @@ void RichText::SetOneFormat(const CharFormat& format) {
 void RichText::Append(const RichText& other, RunWatcher* watcher) {
     StopCheck stop(watcher);
     if (text.capacity() - text.size() < other.text.size() && watcher != nullptr) {
-        std::u16string joined;
         // Who ends it with a break need not move it.
-        joined.reserve(text.size() + other.text.size() + kBreakLength);
+        std::u16string joined;
+        joined.reserve(text.size() + other.text.size() + kBreak.size());
         AppendInParts(std::u16string_view(text), stop, joined);
         text = std::move(joined);
     }

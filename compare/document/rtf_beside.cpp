@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <iterator>
 #include <utility>
 
 #include "common/base/ascii.h"
+#include "common/base/parse_number.h"
 #include "compare/document/rtf_reader.h"
 
 namespace zorvane {
@@ -15,20 +15,14 @@ namespace {
 constexpr std::size_t kMostTextBytes = std::size_t{1} << 20;  // of a group that is read as text
 constexpr std::size_t kMostUnseen = std::size_t{1} << 20;     // of a paragraph
 
-// The number in front of `text`; 0 without one.
-std::size_t NumberAt(std::string_view text) {
-    std::size_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
 // Behind the backslash at `at`: one step on, or past the bytes of a \bin.
 std::size_t PastEscape(std::string_view text, std::size_t at) {
     const std::string_view word = text.substr(at + 1, 4);
     if (!word.starts_with("bin") || (word.size() == 4 && IsAsciiLetter(word[3])))
         return at + 2;
     const std::size_t digits = at + 4;
-    const std::size_t bytes = NumberAt(text.substr(std::min(digits, text.size())));
+    const std::size_t bytes =
+        ReadNumber<std::size_t>(text.substr(std::min(digits, text.size()))).value.value_or(0);
     std::size_t begin = std::min(text.find_first_not_of("0123456789", digits), text.size());
     if (begin < text.size() && text[begin] == ' ')
         ++begin;

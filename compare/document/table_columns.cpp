@@ -9,7 +9,7 @@ namespace zorvane {
 namespace {
 
 constexpr std::size_t kMostUnits = 60;  // a longer text wraps
-constexpr std::size_t kLeastUnits = 4;
+constexpr std::size_t kLeastUnits = 4;  // of a column, so that an empty one can be seen
 constexpr std::int32_t kLeastWidth = 60;
 
 }  // namespace

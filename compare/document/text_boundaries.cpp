@@ -25,14 +25,6 @@ Iterator Open(UBreakIteratorType type, std::u16string_view text) {
     return U_SUCCESS(error) != 0 ? std::move(iterator) : nullptr;
 }
 
-bool EndsLine(char16_t unit) {
-    return unit == u'\r' || unit == u'\n' || unit == u'\v';
-}
-
-bool IsBlank(char16_t unit) {
-    return u_isblank(unit) != 0;
-}
-
 // What stands in the line of a place, a little around it, and where the place is in it.
 struct Surroundings {
     std::u16string text;
@@ -87,7 +79,7 @@ std::int32_t CharacterForward(const Surroundings& around) {
 
 std::int32_t WordBack(const Surroundings& around) {
     std::int32_t at = around.place;
-    while (at > 0 && IsBlank(around.At(at - 1)))
+    while (at > 0 && IsBlankUnit(around.At(at - 1)))
         --at;
     const Iterator words = Open(UBRK_WORD, around.text);
     return at == 0 ? 0 : Boundary(words, ubrk_preceding, at, at - 1);
@@ -96,14 +88,18 @@ std::int32_t WordBack(const Surroundings& around) {
 std::int32_t WordForward(const Surroundings& around) {
     const Iterator words = Open(UBRK_WORD, around.text);
     std::int32_t at = around.place;
-    if (!IsBlank(around.At(at)))
+    if (!IsBlankUnit(around.At(at)))
         at = Boundary(words, ubrk_following, at, at + 1);
-    while (at < around.Size() && IsBlank(around.At(at)))
+    while (at < around.Size() && IsBlankUnit(around.At(at)))
         ++at;
     return at;
 }
 
 }  // namespace
+
+bool IsBlankUnit(char16_t unit) {
+    return u_isblank(unit) != 0;
+}
 
 CharPos PlaceBack(const Editor& editor, CharPos from, TextUnit unit) {
     from = std::min(editor.Clip({from, 0}).first, CharPos{editor.Length()});
@@ -125,7 +121,7 @@ CharPos PlaceForward(const Editor& editor, CharPos from, TextUnit unit) {
     if (around.AtEnd()) {
         if (from == CharPos{editor.Length()})
             return from;
-        const bool break_behind = editor.Text({from, kBreakLength}) == u"\r\n";
+        const bool break_behind = editor.Text({from, kBreakLength}) == kBreak;
         return from + (break_behind ? kBreakLength : 1);
     }
     if (unit == TextUnit::Line) {

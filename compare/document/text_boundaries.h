@@ -8,6 +8,12 @@
 
 namespace zorvane {
 
+/// Whether a unit is a blank that stands in a line, or ends one.
+bool IsBlankUnit(char16_t unit);
+constexpr bool EndsLine(char16_t unit) {
+    return unit == u'\r' || unit == u'\n' || unit == u'\v';
+}
+
 enum class TextUnit : std::uint8_t { Character, Word, Line };
 
 /// The place that a key for the unit takes the caret to, or up to which it deletes. A word goes

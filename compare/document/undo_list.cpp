@@ -3,22 +3,16 @@
 #include <algorithm>
 #include <utility>
 
+#include "compare/document/text_boundaries.h"
+
 namespace zorvane {
 namespace {
 
 constexpr std::int32_t kLongestJoined = 10'000;  // a key held down long enough is several undos
 
-bool EndsTyping(char16_t unit) {
-    return unit == u' ' || unit == u'\t' || unit == 0x00A0 || unit == 0x3000;
-}
-
-bool IsBreak(char16_t unit) {
-    return unit == u'\r' || unit == u'\n' || unit == u'\v';
-}
-
 // A word is over where something else than a blank follows a blank. A break is a step of its own.
 bool EndsWord(char16_t last, char16_t next) {
-    return IsBreak(last) || IsBreak(next) || (EndsTyping(last) && !EndsTyping(next));
+    return EndsLine(last) || EndsLine(next) || (IsBlankUnit(last) && !IsBlankUnit(next));
 }
 
 // A change of formats touches places, not lengths.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "compare/engine/pairing/section_tokens.h"
+
 namespace zorvane {
 namespace {
 
@@ -28,19 +30,16 @@ class SectionNumbers {
     }
 
   private:
-    static bool IsSeparator(char16_t unit) {
-        return unit == u' ' || unit == u'\r' || unit == u'\n' || unit == u'\v' || unit == u'\a';
-    }
     // Separators in front of a position.
     std::int32_t Before(std::int32_t position) {
         for (; at_ < position; ++at_)
-            count_ += IsSeparator(text_[static_cast<std::size_t>(at_)]) ? 1 : 0;
+            count_ += EndsSection(text_[static_cast<std::size_t>(at_)]) ? 1 : 0;
         return count_;
     }
     std::int32_t InFront(std::int32_t position) {
         const std::int32_t before = Before(position);
         const bool begins =
-            position == 0 || IsSeparator(text_[static_cast<std::size_t>(position - 1)]);
+            position == 0 || EndsSection(text_[static_cast<std::size_t>(position - 1)]);
         return begins ? before : before + 1;
     }
 

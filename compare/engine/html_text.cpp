@@ -98,9 +98,10 @@ std::size_t HtmlText::PlaceOf(Side side, std::int32_t number) const {
 // Shares of the width by the longest cell of each column. What is too long to matter is cut, so
 // that a column of numbers keeps its room beside one of prose.
 const std::string& HtmlText::ColumnsOf(Side side, std::int32_t number) {
+    // Units, between which a column's share grows with its text.
     constexpr std::size_t kLeastShare = 6;
     constexpr std::size_t kMostShare = 40;
-    constexpr std::int32_t kMostRows = 2000;
+    constexpr std::int32_t kMostRows = 2000;  // that are looked at
     Table& table = tables_[side];
     if (number >= table.first && number <= table.last)
         return table.columns;

@@ -3,6 +3,7 @@
 
 #include "common/base/append_in_parts.h"
 #include "common/base/unit_search.h"
+#include "compare/engine/pairing/letter_finder.h"
 #include "compare/engine/pieces.h"
 
 namespace zorvane {
@@ -78,8 +79,9 @@ class PieceFinder {
 
     void Different(DifferenceType type, Ends end) {
         const Ends whole_end = end;
-        PerSide<std::u16string_view> texts{Part(change_.original, at_.original, end.original),
-                                           Part(change_.modified, at_.modified, end.modified)};
+        PerSide<std::u16string_view> texts{
+            UnitRange{at_.original, end.original}.In(change_.original),
+            UnitRange{at_.modified, end.modified}.In(change_.modified)};
         const bool change = type == DifferenceType::Change;
         if (change && EndAlike(texts.original, texts.modified)) {
             for (const Side side : kBothSides) {
@@ -113,11 +115,6 @@ class PieceFinder {
             pieces_.back().end = piece.end;
         else
             pieces_.push_back(piece);
-    }
-
-    static std::u16string_view Part(std::u16string_view text, std::int32_t begin,
-                                    std::int32_t end) {
-        return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
     }
 
     const Comparison& comparison_;

@@ -115,7 +115,7 @@ std::vector<PieceParagraph> SplitPieces(std::vector<Piece> pieces) {
                     {piece.kind, piece.text.substr(from, end - from)});
             paragraphs.back().end = piece.kind;
             paragraphs.emplace_back();
-            from = end + kBreakLength;
+            from = end + kBreak.size();
         }
         if (from == piece.text.size())
             continue;

@@ -9,7 +9,7 @@ RunEditors::RunEditors(Sound& sound, RunWatcher& watcher) {
         entry->document.Setup(entry->editor, sound);
         entry->editor.Watch(&watcher);
     }
-    for (MemoryEditor* summary : {&rtbDeletions, &rtbAdditions, &rtbChanges})
+    for (MemoryEditor* summary : Summaries())
         summary->Watch(&watcher);
 }
 

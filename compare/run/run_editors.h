@@ -2,6 +2,8 @@
 // nobody else.
 #pragma once
 
+#include <array>
+
 #include "compare/document/memory_editor.h"
 #include "compare/document/rtb_document.h"
 
@@ -31,6 +33,8 @@ struct RunEditors {
     MemoryEditor rtbDeletions;  ///< the summaries
     MemoryEditor rtbAdditions;
     MemoryEditor rtbChanges;
+
+    std::array<MemoryEditor*, 3> Summaries() { return {&rtbDeletions, &rtbAdditions, &rtbChanges}; }
 };
 
 }  // namespace zorvane

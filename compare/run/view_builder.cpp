@@ -116,8 +116,7 @@ void PrepareTexts(RunEditors& editors, const ViewWanted& wanted, RunWatcher& wat
 }
 
 bool BuildView(PassContext& context, const ViewWanted& wanted) {
-    for (MemoryEditor* summary : {&context.editors.rtbDeletions, &context.editors.rtbAdditions,
-                                  &context.editors.rtbChanges})
+    for (MemoryEditor* summary : context.editors.Summaries())
         summary->Clear();
     if (!(wanted.view == View::AllInOne ? BuildAllInOne(context, wanted)
                                         : BuildSideBySide(context, wanted)))

@@ -75,7 +75,7 @@ std::vector<ParagraphLayout::TextSpan> ParagraphLayout::SpansUnder(const OwnLine
         std::min(own.first + own.length, static_cast<std::int32_t>(text.size()));
     for (std::int32_t at = own.first; at < end;) {
         std::int32_t stop = at;
-        while (stop < end && !IsBlank(text.at(stop)))
+        while (stop < end && !text.at(stop).isSpace())
             ++stop;
         if (stop > at)
             spans.push_back({at, stop - at});

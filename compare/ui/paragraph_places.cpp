@@ -190,9 +190,9 @@ void ParagraphLayout::AddBoxes(const Cell& cell, std::int32_t begin, std::int32_
         std::int32_t from = std::max(begin, line.textStart());
         std::int32_t to = std::min(end, line.textStart() + line.textLength());
         if (trim == EndTrim::Blanks) {
-            while (from < to && IsBlank(text.at(from)))
+            while (from < to && text.at(from).isSpace())
                 ++from;
-            while (from < to && IsBlank(text.at(to - 1)))
+            while (from < to && text.at(to - 1).isSpace())
                 --to;
         }
         if (from >= to)

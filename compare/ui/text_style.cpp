@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/ui/mark_colors.h"
 #include "compare/ui/font_families.h"
 
 namespace zorvane {
@@ -82,7 +83,7 @@ QTextCharFormat::UnderlineStyle QtUnderlineOf(Underline underline) {
 }
 
 QColor QtColorOf(Color color) {
-    return {color.value & 0xFF, (color.value >> 8) & 0xFF, (color.value >> 16) & 0xFF};
+    return FromStored(color.value);
 }
 
 }  // namespace zorvane

@@ -2,10 +2,10 @@
 
 #include <string_view>
 
+#include "common/base/paragraph_break.h"
+
 namespace zorvane {
 namespace {
-
-constexpr std::int32_t kBreak = 2;  // CR LF
 
 // Where a paragraph begins; the text's end for the one behind the last.
 CharPos BeginOf(const CopyTexts& texts, Side side, ParagraphNumber number) {
@@ -23,7 +23,8 @@ bool IsLast(const CopyTexts& texts, Side side, ParagraphNumber number) {
 TextRange WordsOf(const CopyTexts& texts, Side side, const ParagraphSpan& span) {
     const CharPos first = BeginOf(texts, side, span.first);
     const CharPos end = BeginOf(texts, side, span.end());
-    return TextRange::Between(first, IsLast(texts, side, span.end() - 1) ? end : end - kBreak);
+    return TextRange::Between(first,
+                              IsLast(texts, side, span.end() - 1) ? end : end - kBreakLength);
 }
 
 // With one break, so that nothing is left of them: the one behind, at the text's end the one in
@@ -31,9 +32,9 @@ TextRange WordsOf(const CopyTexts& texts, Side side, const ParagraphSpan& span) 
 TextRange LinesOf(const CopyTexts& texts, Side side, const ParagraphSpan& span) {
     TextRange range = WordsOf(texts, side, span);
     if (!IsLast(texts, side, span.end() - 1))
-        range.length += kBreak;
+        range.length += kBreakLength;
     else if (span.first.value > 1)
-        range = {range.first - kBreak, range.length + kBreak};
+        range = {range.first - kBreakLength, range.length + kBreakLength};
     return range;
 }
 
@@ -44,12 +45,12 @@ void Insert(const CopyTexts& texts, Side from, const ParagraphSpan& source,
     const RichText words = texts.documents[from]->Rich(WordsOf(texts, from, source));
     const EditBatch one_step(target);
     if (place.first.value > texts.indexes[to]->ParagraphCount()) {
-        const TextRange added = target.Replace({CharPos{target.Length()}, 0}, u"\r\n");
+        const TextRange added = target.Replace({CharPos{target.Length()}, 0}, kBreak);
         target.Replace({added.end(), 0}, words);
         return;
     }
     const CharPos at = BeginOf(texts, to, place.first);
-    target.Replace({at, 0}, u"\r\n");
+    target.Replace({at, 0}, kBreak);
     target.Replace({at, 0}, words);
 }
 

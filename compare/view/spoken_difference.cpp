@@ -4,6 +4,7 @@
 
 #include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
+#include "compare/engine/place_text.h"
 
 namespace zorvane {
 namespace {
@@ -94,17 +95,12 @@ class Speaker {
         const std::size_t told = std::min(sections.size(), rules_.most_places);
         for (std::size_t i = 0; i < told; ++i) {
             text += i == 0 ? "" : "; ";
-            text += Exchange(Part(old_text, sections[i].places.original),
-                             Part(new_text, sections[i].places.modified));
+            text += Exchange(TextAt(sections[i].places.original, old_text),
+                             TextAt(sections[i].places.modified, new_text));
         }
         if (told < sections.size())
             text += "; " + std::to_string(sections.size() - told) + " " + translate_("more");
         return text;
-    }
-
-    static std::u16string_view Part(std::u16string_view text, const DetailPlace& place) {
-        return text.substr(static_cast<std::size_t>(place.begin),
-                           static_cast<std::size_t>(place.Length()));
     }
 
     std::string Exchange(std::u16string_view old_text, std::u16string_view new_text) {

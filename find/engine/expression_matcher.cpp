@@ -5,7 +5,7 @@
 #include <pcre2.h>
 #include <re2/re2.h>
 
-#include "common/base/utf8_bytes.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {

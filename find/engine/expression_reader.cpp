@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "common/base/ascii.h"
-#include "common/base/utf8_bytes.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
-#include "common/base/utf8_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -170,11 +170,11 @@ std::int32_t FileSearch::AddText(std::string_view window, std::string_view bytes
     if (*window_text_ != WindowText::Other || IsUtf8(bytes)) {
         texts += bytes;
         return *window_text_ == WindowText::Ascii ? static_cast<std::int32_t>(bytes.size())
-                                                  : CharactersIn(bytes);
+                                                  : CountUtf8(bytes);
     }
     const std::string decoded = windows_.Decoded(bytes);
     texts += decoded;
-    return CharactersIn(decoded);
+    return CountUtf8(decoded);
 }
 
 // The line number is counted from hit to hit alone.

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "common/base/utf8_bytes.h"
+#include "common/base/text_bytes.h"
 #include "find/engine/word_edges.h"
 
 namespace zorvane {

@@ -4,15 +4,15 @@
 #include <cstdint>
 #include <unicode/uchar.h>
 
-#include "common/base/utf8_bytes.h"
+#include "common/base/ascii.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {
 
 bool IsWordCharacter(UChar32 code) {
     if (code < 0x80) {
-        return (code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z') || code == '_' ||
-               (code >= 'a' && code <= 'z');
+        return IsAsciiDigit(code) || IsAsciiLetter(code) || code == '_';
     }
     constexpr std::uint32_t kParts = U_GC_M_MASK | U_GC_ND_MASK | U_GC_PC_MASK;
     return u_isUAlphabetic(code) != 0 || (U_GET_GC_MASK(code) & kParts) != 0;

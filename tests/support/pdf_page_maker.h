@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "load/readers/container/xml_scanner.h"
+#include "common/base/text_bytes.h"
 #include "load/readers/pdf/pdf_lines.h"
 #include "load/readers/pdf/pdf_page.h"
 
@@ -55,7 +55,7 @@ inline PdfPage Page(const std::vector<Drawn>& lines) {
 inline std::string Utf8(const std::vector<PdfLetter>& letters) {
     std::string text;
     for (const PdfLetter& letter : letters)
-        AppendCodePoint(letter.letter == 7 ? U'|' : letter.letter, text);
+        AppendUtf8(letter.letter == 7 ? U'|' : letter.letter, text);
     return text;
 }
 

@@ -1,8 +1,8 @@
 // Commands that look: what the state is, and whether it is as a script says.
 #include <algorithm>
-#include <charconv>
 #include <ostream>
 
+#include "common/base/parse_number.h"
 #include "tools/viewer_driver/driver.h"
 
 namespace zorvane {
@@ -23,14 +23,6 @@ std::optional<Claim> ReadClaim(const std::string& text) {
     return Claim{text.substr(0, at), text.substr(at, length), text.substr(at + length)};
 }
 
-std::optional<std::int64_t> NumberOf(const std::string& text) {
-    std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
-}
-
 Result<bool> IsSo(const Claim& claim, const std::string& value) {
     if (claim.operation == "=")
         return value == claim.value;
@@ -38,8 +30,8 @@ Result<bool> IsSo(const Claim& claim, const std::string& value) {
         return value != claim.value;
     if (claim.operation == "~")
         return value.find(claim.value) != std::string::npos;
-    const auto left = NumberOf(value);
-    const auto right = NumberOf(claim.value);
+    const auto left = ParseNumber<std::int64_t>(value);
+    const auto right = ParseNumber<std::int64_t>(claim.value);
     if (!left || !right || (claim.operation != "<=" && claim.operation != ">="))
         return Failure{"\"" + claim.operation + "\" compares numbers; it is \"" + value + "\""};
     return claim.operation == "<=" ? *left <= *right : *left >= *right;

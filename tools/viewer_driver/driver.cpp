@@ -24,73 +24,70 @@ Driver::Driver(std::string folder, std::string here, std::ostream& out)
 
 Driver::~Driver() = default;
 
-const std::vector<Driver::Command>& Driver::Commands() {
-    static const std::vector<Command> commands = {
-        // files
-        {"write", 2, &Driver::Write},
-        {"write-long", 3, &Driver::WriteLong},
-        {"remove", 1, &Driver::Remove},
-        {"exists", 2, &Driver::Exists},
-        {"holds", 2, &Driver::Holds},
-        // the frame
-        {"new", 0, &Driver::New},
-        {"viewer", 1, &Driver::ViewerNumber},
-        {"close", 0, &Driver::Close},
-        {"close-frame", 0, &Driver::CloseFrame},
-        {"restore", 0, &Driver::Restore},
-        {"line", 1, &Driver::Automate},
-        {"release", 0, &Driver::Release},
-        {"answer", 1, &Driver::Answer},
-        {"ask-before-close", 1, &Driver::AskBeforeClose},
-        {"during", 1, &Driver::During},
-        {"language", 1, &Driver::Language},
-        // runs
-        {"open", 2, &Driver::Open},
-        {"refresh", 0, &Driver::Refresh},
-        {"compare", 0, &Driver::Compare},
-        {"wait", 0, &Driver::Wait},
-        {"wait-for", 1, &Driver::WaitFor},
-        {"poll", 1, &Driver::PollTimes},
-        {"stop", 0, &Driver::Stop},
-        {"stop-after", 1, &Driver::StopAfter},
-        {"stop-randomly", 1, &Driver::StopRandomly},
-        {"view", 0, &Driver::View},
-        {"filter", 1, &Driver::Filter},
-        {"report", 0, &Driver::Report},
-        {"option", 1, &Driver::Option},
-        {"setting", 1, &Driver::Setting},
-        // differences and editors
-        {"next", 0, &Driver::Next},
-        {"previous", 0, &Driver::Previous},
-        {"first", 0, &Driver::First},
-        {"last", 0, &Driver::Last},
-        {"goto", 1, &Driver::GoTo},
-        {"pick", 1, &Driver::Pick},
-        {"select", 3, &Driver::Select},
-        {"type", 1, &Driver::Type},
-        {"delete", 0, &Driver::Delete},
-        {"undo", 0, &Driver::Undo},
-        {"redo", 0, &Driver::Redo},
-        {"caret", 1, &Driver::Caret},
-        {"find", 1, &Driver::Find},
-        {"find-next", 0, &Driver::FindNext},
-        {"replace", 2, &Driver::Replace},
-        {"replace-all", 2, &Driver::ReplaceAll},
-        {"compare-selected", 0, &Driver::CompareSelected},
-        {"next-line", 0, &Driver::Line},
-        {"save", 3, &Driver::Save},
-        {"print", 2, &Driver::Print},
-        {"check-files", 0, &Driver::CheckFiles},
-        // what is so
-        {"state", 0, &Driver::State},
-        {"expect", 1, &Driver::Expect},
-        {"remember", 0, &Driver::Remember},
-        {"same", 1, &Driver::Same},
-        {"changed", 1, &Driver::Changed},
-        {"echo", 0, &Driver::Echo},
-    };
-    return commands;
-}
+constexpr Driver::Command Driver::kCommands[] = {
+    // files
+    {"write", 2, &Driver::Write},
+    {"write-long", 3, &Driver::WriteLong},
+    {"remove", 1, &Driver::Remove},
+    {"exists", 2, &Driver::Exists},
+    {"holds", 2, &Driver::Holds},
+    // the frame
+    {"new", 0, &Driver::New},
+    {"viewer", 1, &Driver::ViewerNumber},
+    {"close", 0, &Driver::Close},
+    {"close-frame", 0, &Driver::CloseFrame},
+    {"restore", 0, &Driver::Restore},
+    {"line", 1, &Driver::Automate},
+    {"release", 0, &Driver::Release},
+    {"answer", 1, &Driver::Answer},
+    {"ask-before-close", 1, &Driver::AskBeforeClose},
+    {"during", 1, &Driver::During},
+    {"language", 1, &Driver::Language},
+    // runs
+    {"open", 2, &Driver::Open},
+    {"refresh", 0, &Driver::Refresh},
+    {"compare", 0, &Driver::Compare},
+    {"wait", 0, &Driver::Wait},
+    {"wait-for", 1, &Driver::WaitFor},
+    {"poll", 1, &Driver::PollTimes},
+    {"stop", 0, &Driver::Stop},
+    {"stop-after", 1, &Driver::StopAfter},
+    {"stop-randomly", 1, &Driver::StopRandomly},
+    {"view", 0, &Driver::View},
+    {"filter", 1, &Driver::Filter},
+    {"report", 0, &Driver::Report},
+    {"option", 1, &Driver::Option},
+    {"setting", 1, &Driver::Setting},
+    // differences and editors
+    {"next", 0, &Driver::Next},
+    {"previous", 0, &Driver::Previous},
+    {"first", 0, &Driver::First},
+    {"last", 0, &Driver::Last},
+    {"goto", 1, &Driver::GoTo},
+    {"pick", 1, &Driver::Pick},
+    {"select", 3, &Driver::Select},
+    {"type", 1, &Driver::Type},
+    {"delete", 0, &Driver::Delete},
+    {"undo", 0, &Driver::Undo},
+    {"redo", 0, &Driver::Redo},
+    {"caret", 1, &Driver::Caret},
+    {"find", 1, &Driver::Find},
+    {"find-next", 0, &Driver::FindNext},
+    {"replace", 2, &Driver::Replace},
+    {"replace-all", 2, &Driver::ReplaceAll},
+    {"compare-selected", 0, &Driver::CompareSelected},
+    {"next-line", 0, &Driver::Line},
+    {"save", 3, &Driver::Save},
+    {"print", 2, &Driver::Print},
+    {"check-files", 0, &Driver::CheckFiles},
+    // what is so
+    {"state", 0, &Driver::State},
+    {"expect", 1, &Driver::Expect},
+    {"remember", 0, &Driver::Remember},
+    {"same", 1, &Driver::Same},
+    {"changed", 1, &Driver::Changed},
+    {"echo", 0, &Driver::Echo},
+};
 
 Status Driver::Do(const std::string& line) {
     const std::optional<ScriptLine> read = ReadScriptLine(Filled(line));
@@ -98,9 +95,9 @@ Status Driver::Do(const std::string& line) {
         return Failure{"a quote is not closed"};
     if (read->command.empty())
         return Status::Ok();
-    const auto found = std::find_if(Commands().begin(), Commands().end(),
+    const auto found = std::find_if(std::begin(kCommands), std::end(kCommands),
                                     [&](const Command& row) { return read->command == row.name; });
-    if (found == Commands().end())
+    if (found == std::end(kCommands))
         return Failure{"there is no command \"" + read->command + "\""};
     // A line of another language is handed on as it stands.
     const bool whole = read->command == "line" || read->command == "during";

@@ -36,7 +36,7 @@ class Driver {
         std::size_t least;  ///< words
         Status (Driver::*run)(const Words& words);
     };
-    static const std::vector<Command>& Commands();
+    static const Command kCommands[];
     Status Carried(const Command& command, const Words& words);
 
     std::string Filled(std::string text) const;

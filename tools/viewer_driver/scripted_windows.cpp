@@ -1,8 +1,8 @@
 #include "tools/viewer_driver/scripted_windows.h"
 
-#include <charconv>
 #include <utility>
 
+#include "common/base/parse_number.h"
 #include "compare/print/pdf_painter.h"
 
 namespace zorvane {
@@ -54,10 +54,7 @@ bool ScriptedWindow::ConfirmClose() {
 
 std::int32_t ScriptedWindow::AskDifferenceNumber(std::int32_t, std::int32_t) {
     questions.push_back("Number?");
-    const std::string answer = answers_.Next();
-    std::int32_t number = -1;
-    std::from_chars(answer.data(), answer.data() + answer.size(), number);
-    return number;
+    return ReadNumber<std::int32_t>(answers_.Next()).value.value_or(-1);
 }
 
 std::int32_t ScriptedWindow::Choose(const WindowQuestion& question) {
@@ -65,8 +62,7 @@ std::int32_t ScriptedWindow::Choose(const WindowQuestion& question) {
     const std::string answer = answers_.Next();
     if (answer == "yes")
         return 0;
-    std::int32_t number = question.safe;
-    std::from_chars(answer.data(), answer.data() + answer.size(), number);
+    const std::int32_t number = ReadNumber<std::int32_t>(answer).value.value_or(question.safe);
     return number >= 0 && number < static_cast<std::int32_t>(question.answers.size())
                ? number
                : question.safe;

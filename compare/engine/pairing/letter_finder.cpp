@@ -26,10 +26,6 @@ bool OnlySeparators(std::u16string_view text, UnitRange range) {
     return std::all_of(text.begin() + range.begin, text.begin() + range.end, PartsWords);
 }
 
-std::u16string_view Part(std::u16string_view text, std::int32_t begin, std::int32_t end) {
-    return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
-}
-
 // A break of two units, a letter of two.
 bool AreOne(char16_t unit, char16_t next) {
     return (unit == u'\r' && next == u'\n') || (IsHighSurrogate(unit) && IsLowSurrogate(next));
@@ -63,8 +59,10 @@ void LetterFinder::Cut(std::u16string_view text, bool ignore_case, Letters& lett
 bool LetterFinder::Same(std::size_t i, std::size_t j) const {
     if (first_.ids[i] != second_.ids[j])
         return false;
-    const std::u16string_view left = Part(first_text_, first_.begins[i], first_.begins[i + 1]);
-    const std::u16string_view right = Part(second_text_, second_.begins[j], second_.begins[j + 1]);
+    const std::u16string_view left =
+        UnitRange{first_.begins[i], first_.begins[i + 1]}.In(first_text_);
+    const std::u16string_view right =
+        UnitRange{second_.begins[j], second_.begins[j + 1]}.In(second_text_);
     return left.size() == 1 ? right.size() == 1 : left == right;
 }
 
@@ -90,7 +88,7 @@ std::vector<AlignedPair> LetterFinder::AlignBySearch(std::size_t front, std::int
         for (std::int32_t i = 0; i < count && stop_.KeepGoing(); ++i) {
             const std::size_t at = front + static_cast<std::size_t>(i);
             const std::u16string_view letter =
-                Part(text, letters.begins[at], letters.begins[at + 1]);
+                UnitRange{letters.begins[at], letters.begins[at + 1]}.In(text);
             const bool single = letter.size() == 1;
             const char* bytes = single ? reinterpret_cast<const char*>(&letters.ids[at])
                                        : reinterpret_cast<const char*>(letter.data());

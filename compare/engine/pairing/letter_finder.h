@@ -15,6 +15,9 @@ struct UnitRange {
     std::int32_t begin = 0;
     std::int32_t end = 0;
     std::int32_t Length() const { return end - begin; }
+    std::u16string_view In(std::u16string_view text) const {
+        return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(Length()));
+    }
     friend bool operator==(const UnitRange&, const UnitRange&) = default;
 };
 

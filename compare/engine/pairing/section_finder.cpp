@@ -12,22 +12,16 @@ namespace {
 
 constexpr std::int32_t kSlack = 8;  // equal words left at trimmed ends, so that blocks can slide
 
-std::u16string_view Part(std::u16string_view text, UnitRange range) {
-    return text.substr(static_cast<std::size_t>(range.begin),
-                       static_cast<std::size_t>(range.Length()));
-}
-
 // A break that both sides end in is not what changed, nor are blanks that both have.
 void TrimCommon(std::u16string_view first_text, UnitRange& first, std::u16string_view second_text,
                 UnitRange& second) {
-    if (OnlyBlanks(Part(first_text, first)) && OnlyBlanks(Part(second_text, second))) {
+    if (OnlyBlanks(first.In(first_text)) && OnlyBlanks(second.In(second_text))) {
         const std::int32_t common = std::min(first.Length(), second.Length());
         first.begin += common;
         second.begin += common;
         return;
     }
-    if (Part(first_text, first).ends_with(u"\r\n") &&
-        Part(second_text, second).ends_with(u"\r\n")) {
+    if (first.In(first_text).ends_with(u"\r\n") && second.In(second_text).ends_with(u"\r\n")) {
         first.end -= 2;
         second.end -= 2;
     }
@@ -165,8 +159,8 @@ bool SectionFinder::OnlyNothing(std::int32_t first_begin, std::int32_t first_end
 void SectionFinder::Emit(UnitRange first, UnitRange second, std::vector<FoundSection>& sections,
                          std::vector<FoundLetters>& letters) {
     TrimCommon(first_.Text(), first, second_.Text(), second);
-    const std::u16string_view left = Part(first_.Text(), first);
-    const std::u16string_view right = Part(second_.Text(), second);
+    const std::u16string_view left = first.In(first_.Text());
+    const std::u16string_view right = second.In(second_.Text());
     if (left == right)
         return;
     FoundSection section{first, second};

@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::int32_t kSeparatorKeep = 200;  // a blank or break by itself proves nothing
 
-bool IsSeparator(char16_t unit) {
-    return unit == u' ' || unit == u'\r' || unit == u'\n' || unit == u'\v' || unit == u'\a';
-}
-
 bool HasBreakAt(std::u16string_view text, std::size_t at) {
     return at + 1 < text.size() && text[at] == u'\r' && text[at + 1] == u'\n';
 }
@@ -81,7 +77,7 @@ void TokenizedText::Cut(std::u16string_view text, const TokenSwitches& switches,
 
 void TokenizedText::CutOne(std::int32_t begin, bool ignore_whitespace) {
     const auto is_end = [&](char16_t unit) {
-        return IsSeparator(unit) || (ignore_whitespace && PartsWords(unit));
+        return EndsSection(unit) || (ignore_whitespace && PartsWords(unit));
     };
     const auto behind_blanks = [&](std::size_t at) {
         return ignore_whitespace ? BehindBlanks(text_, at) : at;

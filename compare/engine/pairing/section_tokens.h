@@ -29,9 +29,14 @@ struct TokenSwitches {
     const LineFilter* filter = nullptr;  ///< of words; nullptr: words are their own keys
 };
 
-/// One text cut into tokens. Separators are the codes 7, 10, 11, 13 and 32, a CR LF pair one of
-/// them; blanks behind a separator are one token, however many (padding). Where blanks are ignored,
-/// any of them part words, and each token takes all that follow it.
+/// Whether a unit is a separator.
+constexpr bool EndsSection(char16_t unit) {
+    return unit == u' ' || unit == u'\r' || unit == u'\n' || unit == u'\v' || unit == u'\a';
+}
+
+/// One text cut into tokens. A CR LF pair is one separator; blanks behind a separator are one
+/// token, however many (padding). Where blanks are ignored, any of them part words, and each token
+/// takes all that follow it.
 class TokenizedText {
   public:
     /// The text is borrowed.

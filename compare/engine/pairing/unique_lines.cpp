@@ -125,6 +125,7 @@ struct Sides {
 // What is left between unique lines: copies first, then what is alike where there is much of it.
 void FillGap(const Sides& sides, const Numbered& numbers, const PlaceRange& range,
              const PlaceRange& gap, std::vector<EqualRun>& runs) {
+    // On both sides; fewer lines are left as one gap.
     constexpr std::int32_t kManyLines = 2000;
     std::vector<EqualRun> equal;
     AppendShortest(numbers, range, gap, sides.first.Watcher(), equal);

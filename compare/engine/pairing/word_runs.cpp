@@ -2,6 +2,7 @@
 
 #include <unicode/uchar.h>
 
+#include "common/base/ascii.h"
 #include "common/base/surrogates.h"
 
 namespace zorvane {
@@ -18,9 +19,9 @@ constexpr std::int32_t kFewest = 3;  // letters up to which a run is a small wor
 enum class Kind : std::uint8_t { Blank, Letter, Digit, Alone, Sign };
 
 Kind KindOfAscii(char16_t unit) {
-    if ((unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_')
+    if (IsAsciiLetter(unit) || unit == u'_')
         return Kind::Letter;
-    if (unit >= u'0' && unit <= u'9')
+    if (IsAsciiDigit(unit))
         return Kind::Digit;
     return PartsWords(unit) ? Kind::Blank : Kind::Sign;
 }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "common/base/text_encoding.h"
+#include "load/column_letters.h"
 #include "load/readers/beside/package_beside.h"
 #include "load/readers/beside/placed_sink.h"
 #include "load/readers/container/xml_scanner.h"
@@ -24,10 +25,9 @@ constexpr std::size_t kMostComment = std::size_t{1} << 20;  // of one comment
 
 // 0-based: 0 and 2 give "A3".
 std::string CellName(std::int64_t column, std::int64_t row) {
-    std::string letters;
-    for (std::int64_t rest = column; rest >= 0; rest = rest / 26 - 1)
-        letters.insert(letters.begin(), static_cast<char>('A' + rest % 26));
-    return letters + std::to_string(row + 1);
+    std::string name;
+    AppendColumn(column, name);
+    return name + std::to_string(row + 1);
 }
 
 class XlsxBeside {
@@ -100,19 +100,22 @@ class XlsxBeside {
         if (stream == nullptr)
             return;
         XmlScanner scanner(*stream);
-        for (Token token = scanner.Next(); token != Token::Done && token != Token::Failed;
-             token = scanner.Next()) {
-            if (token != Token::Start || scanner.Name() != "hyperlink")
-                continue;
-            const auto found = relations.find(std::string(scanner.Attribute("id")));
-            std::string target = found == relations.end() ? std::string() : found->second.target;
-            std::string place;
-            AppendDecoded(scanner.Attribute("location"), place);
-            if (!place.empty())
-                target += "#" + place;
-            if (!target.empty())
-                Send(BesideKind::Link, scanner.Attribute("ref"), target, BesideDigest(target));
-        }
+        // Whoever reads the cells tells of a part that is damaged.
+        static_cast<void>(scanner.ForAllTokens([&](Token token) {
+            if (token == Token::Start && scanner.Name() == "hyperlink")
+                Link(scanner, relations);
+        }));
+    }
+
+    void Link(const XmlScanner& scanner, const Relationships& relations) {
+        const auto found = relations.find(std::string(scanner.Attribute("id")));
+        std::string target = found == relations.end() ? std::string() : found->second.target;
+        std::string place;
+        AppendDecoded(scanner.Attribute("location"), place);
+        if (!place.empty())
+            target += "#" + place;
+        if (!target.empty())
+            Send(BesideKind::Link, scanner.Attribute("ref"), target, BesideDigest(target));
     }
 
     void Drawing(const std::string& part) {
@@ -189,18 +192,20 @@ class OdsBeside {
         if (stream == nullptr)
             return;
         XmlScanner scanner(*stream);
-        for (Token token = scanner.Next(); token != Token::Done && token != Token::Failed;
-             token = scanner.Next()) {
-            if (token == Token::Start)
-                Start(scanner);
-            if (token == Token::End || (token == Token::Start && scanner.SelfClosing()))
-                End(scanner.Name());
-            if (token == Token::Text && in_comment_ && comment_.size() < kMostComment)
-                scanner.AppendText(comment_);
-        }
+        // Whoever reads the cells tells of a part that is damaged.
+        static_cast<void>(scanner.ForAllTokens([&](Token token) { Take(token, scanner); }));
     }
 
   private:
+    void Take(Token token, const XmlScanner& scanner) {
+        if (token == Token::Start)
+            Start(scanner);
+        if (token == Token::End || (token == Token::Start && scanner.SelfClosing()))
+            End(scanner.Name());
+        if (token == Token::Text && in_comment_ && comment_.size() < kMostText)
+            scanner.AppendText(comment_);
+    }
+
     static std::int64_t Repeats(const XmlScanner& scanner, std::string_view attribute) {
         return std::clamp(NumberOf(scanner.Attribute(attribute), 1), 1, 10'000'000);
     }

@@ -1,5 +1,7 @@
 #include <array>
 
+#include "common/base/ascii.h"
+#include "load/column_letters.h"
 #include "load/readers/binary_sheets/xls_records.h"
 
 namespace zorvane::xls {
@@ -177,7 +179,7 @@ class Decompiler {
         if (reference.last != reference.first)
             names += ":" + book_.sheet_names[static_cast<std::size_t>(reference.last)];
         const bool plain = names.find_first_of(" '-!()[],;+&{}\"#$%=<>") == std::string::npos &&
-                           !(names[0] >= '0' && names[0] <= '9');
+                           !IsAsciiDigit(names[0]);
         if (plain) {
             text = names + "!";
             return true;

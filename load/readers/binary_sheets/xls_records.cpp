@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 
+#include "common/base/text_bytes.h"
+
 namespace zorvane::xls {
 namespace {
 
@@ -135,7 +137,7 @@ void AppendNarrow(std::string_view bytes, const Book& book, std::string& out) {
         return;
     }
     for (const char character : bytes)
-        AppendCodePoint(static_cast<unsigned char>(character), out);
+        AppendUtf8(static_cast<unsigned char>(character), out);
 }
 
 void AppendText(Bytes& bytes, std::size_t count, const Book& book, std::string& out) {

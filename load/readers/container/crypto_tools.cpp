@@ -5,6 +5,8 @@
 #include <limits>
 #include <openssl/evp.h>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
@@ -47,11 +49,11 @@ const unsigned char* Bytes(std::string_view text) {
 }
 
 std::int32_t Base64Value(char character) {
-    if (character >= 'A' && character <= 'Z')
+    if (IsAsciiUpper(character))
         return character - 'A';
-    if (character >= 'a' && character <= 'z')
+    if (IsAsciiLower(character))
         return character - 'a' + 26;
-    if (character >= '0' && character <= '9')
+    if (IsAsciiDigit(character))
         return character - '0' + 52;
     if (character == '+')
         return 62;

@@ -1,6 +1,8 @@
 #include "load/readers/container/xml_part.h"
 
-#include <charconv>
+#include <algorithm>
+
+#include "common/base/parse_number.h"
 
 namespace zorvane {
 
@@ -62,12 +64,14 @@ std::string_view Attribute(const pugi::xml_node& node, std::string_view local_na
     return {};
 }
 
+bool IsOneOf(std::string_view name, std::span<const std::string_view> names) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
 std::int32_t NumberOf(std::string_view text, std::int32_t otherwise) {
     if (text.starts_with('+'))
         text.remove_prefix(1);
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end != text.data() ? number : otherwise;
+    return ReadNumber<std::int32_t>(text).value.value_or(otherwise);
 }
 
 std::unordered_map<std::string, Relationship> ReadRelationships(Package& package,

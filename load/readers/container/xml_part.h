@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <pugixml.hpp>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -32,6 +33,7 @@ std::string_view LocalName(const pugi::xml_node& node);
 inline bool Is(const pugi::xml_node& node, std::string_view local_name) {
     return LocalName(node) == local_name;
 }
+bool IsOneOf(std::string_view name, std::span<const std::string_view> names);
 /// First child of that local name, or an empty node.
 pugi::xml_node Child(const pugi::xml_node& node, std::string_view local_name);
 /// Value of the attribute of that local name; empty without one.

@@ -1,9 +1,10 @@
 #include "load/readers/container/xml_scanner.h"
 
-#include <charconv>
 #include <cstring>
 
+#include "common/base/parse_number.h"
 #include "common/base/surrogates.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -37,14 +38,9 @@ char32_t EntityOf(std::string_view name) {
     if (name.size() < 2 || name[0] != '#')
         return 0;
     const bool hexadecimal = name[1] == 'x' || name[1] == 'X';
-    const char* begin = name.data() + (hexadecimal ? 2 : 1);
-    std::uint32_t number = 0;
-    const auto [end, error] =
-        std::from_chars(begin, name.data() + name.size(), number, hexadecimal ? 16 : 10);
-    if (error != std::errc() || end != name.data() + name.size() || number > 0x10FFFF ||
-        IsSurrogate(number))
-        return 0xFFFD;
-    return number;
+    const auto number =
+        ParseNumber<std::uint32_t>(name.substr(hexadecimal ? 2 : 1), hexadecimal ? 16 : 10);
+    return number && *number <= 0x10FFFF && !IsSurrogate(*number) ? *number : 0xFFFD;
 }
 
 }  // namespace
@@ -253,51 +249,44 @@ ReadEnd XmlScanner::Fault() const {
     return ReadEnd::Fault(ReadError::Damaged, "a part of the document ends too early");
 }
 
+namespace {
+
+// CR LF becomes LF, and so does a CR alone.
+void AppendLineEnd(std::string_view& raw, std::string& out) {
+    raw.remove_prefix(1);
+    if (!raw.starts_with('\n'))
+        out += '\n';
+}
+
+// An ampersand that begins no entity stands for itself.
+void AppendEntity(std::string_view& raw, std::string& out) {
+    constexpr std::size_t kLongestEntity = 12;
+    const std::size_t end = raw.substr(0, kLongestEntity).find(';');
+    const char32_t character = end == std::string_view::npos ? 0 : EntityOf(raw.substr(1, end - 1));
+    if (character == 0) {
+        out += '&';
+        raw.remove_prefix(1);
+        return;
+    }
+    AppendUtf8(character, out);
+    raw.remove_prefix(end + 1);
+}
+
+}  // namespace
+
 void AppendDecoded(std::string_view raw, std::string& out) {
     while (true) {
         std::size_t special = 0;
         while (special < raw.size() && raw[special] != '&' && raw[special] != '\r')
             ++special;
         out += raw.substr(0, special);
-        if (special == raw.size())
-            return;
         raw.remove_prefix(special);
-        if (raw[0] == '\r') {
-            raw.remove_prefix(1);
-            if (!raw.starts_with('\n'))
-                out += '\n';
-            continue;
-        }
-        constexpr std::size_t kLongestEntity = 12;
-        const std::size_t end = raw.substr(0, kLongestEntity).find(';');
-        const char32_t character =
-            end == std::string_view::npos ? 0 : EntityOf(raw.substr(1, end - 1));
-        if (character == 0) {
-            out += '&';
-            raw.remove_prefix(1);
-        } else {
-            AppendCodePoint(character, out);
-            raw.remove_prefix(end + 1);
-        }
-    }
-}
-
-void AppendCodePoint(char32_t code_point, std::string& utf8) {
-    const auto put = [&utf8](char32_t byte) { utf8 += static_cast<char>(byte); };
-    if (code_point < 0x80) {
-        put(code_point);
-    } else if (code_point < 0x800) {
-        put(0xC0 | code_point >> 6);
-        put(0x80 | (code_point & 0x3F));
-    } else if (code_point < 0x10000) {
-        put(0xE0 | code_point >> 12);
-        put(0x80 | (code_point >> 6 & 0x3F));
-        put(0x80 | (code_point & 0x3F));
-    } else {
-        put(0xF0 | code_point >> 18);
-        put(0x80 | (code_point >> 12 & 0x3F));
-        put(0x80 | (code_point >> 6 & 0x3F));
-        put(0x80 | (code_point & 0x3F));
+        if (raw.empty())
+            return;
+        if (raw[0] == '\r')
+            AppendLineEnd(raw, out);
+        else
+            AppendEntity(raw, out);
     }
 }
 

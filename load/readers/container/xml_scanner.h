@@ -111,6 +111,5 @@ class MemoryStream : public PartStream {
 
 /// Replaces the five entities and numeric references; CR LF becomes LF.
 void AppendDecoded(std::string_view raw, std::string& out);
-void AppendCodePoint(char32_t code_point, std::string& utf8);
 
 }  // namespace zorvane

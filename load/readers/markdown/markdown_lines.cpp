@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/base/ascii.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -58,7 +59,7 @@ std::optional<MarkdownMarker> ReadMarker(std::string_view line) {
         return std::nullopt;
     MarkdownMarker marker;
     std::size_t at = indent;
-    while (at < line.size() && at - indent < 9 && line[at] >= '0' && line[at] <= '9')
+    while (at < line.size() && at - indent < 9 && IsAsciiDigit(line[at]))
         marker.number = marker.number * 10 + (line[at++] - '0');
     if (at >= line.size())
         return std::nullopt;

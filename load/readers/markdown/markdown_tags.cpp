@@ -7,7 +7,7 @@ namespace zorvane {
 namespace {
 
 std::size_t SkipName(std::string_view text, std::size_t at, std::string_view more) {
-    while (at < text.size() && (IsAsciiLetter(text[at]) || (text[at] >= '0' && text[at] <= '9') ||
+    while (at < text.size() && (IsAsciiLetter(text[at]) || IsAsciiDigit(text[at]) ||
                                 more.find(text[at]) != std::string_view::npos))
         ++at;
     return at;

@@ -11,6 +11,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "common/platform/argument_pointers.h"
 #include "common/platform/mapped_file.h"
 #include "load/readers/office/office_files.h"
 #include "load/readers/office/office_password.h"
@@ -75,15 +76,6 @@ ChildEnd WaitForChild(pid_t child, Clock::time_point deadline) {
     }
 }
 
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 /// This process's environment with the given entries in the place of its own ones.
 std::vector<std::string> EnvironmentWith(const std::vector<std::string>& entries) {
     std::vector<std::string> environment = entries;
@@ -125,8 +117,8 @@ ChildEnd OfficeProgram::RunOnce(std::vector<std::string> arguments,
                                 Clock::time_point deadline) const {
     std::vector<std::string> environment = EnvironmentWith(
         {"SAL_USE_VCLPLUGIN=svp", "LC_ALL=C.UTF-8", "TMPDIR=" + folder_.Temporary()});
-    const std::vector<char*> argument_pointers = Pointers(arguments);
-    const std::vector<char*> environment_pointers = Pointers(environment);
+    const std::vector<char*> argument_pointers = ArgumentPointers(arguments);
+    const std::vector<char*> environment_pointers = ArgumentPointers(environment);
     const pid_t child = fork();
     if (child < 0)
         return ChildEnd::NotStarted;

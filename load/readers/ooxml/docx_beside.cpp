@@ -1,7 +1,6 @@
 // Source: ECMA-376 part 1, 17 (WordprocessingML), 20 (DrawingML), part 4, 14 (VML).
 #include "load/readers/ooxml/docx_beside.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -17,11 +16,6 @@ using Node = pugi::xml_node;
 
 constexpr std::size_t kMostUnseen = std::size_t{1} << 20;  // bytes of one paragraph
 constexpr std::size_t kMostComments = 20'000;
-
-template <std::size_t kCount>
-bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& names) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
 
 void AppendBounded(std::string& text, std::string_view more) {
     if (text.size() < kMostUnseen)
@@ -83,6 +77,14 @@ bool IsVmlShape(std::string_view name) {
     constexpr std::array<std::string_view, 9> kNames = {
         "shape", "rect", "oval", "line", "polyline", "curve", "arc", "roundrect", "image"};
     return IsOneOf(name, kNames);
+}
+
+std::string_view Otherwise(std::string_view text, std::string_view otherwise) {
+    return text.empty() ? otherwise : text;
+}
+
+std::string_view FirstOf(const Node& node, std::string_view attribute, std::string_view other) {
+    return Otherwise(Attribute(node, attribute), Attribute(node, other));
 }
 
 }  // namespace
@@ -160,42 +162,52 @@ void DocxBeside::Walk(const Node& node, int depth) {
         const std::string_view name = LocalName(child);
         if (name == "AlternateContent") {
             Walk(ChosenForm(child), depth + 1);
-        } else if (!WalkSpecial(child, name, depth) && IsOneOf(name, kInside)) {
-            Walk(child, depth + 1);
+        } else if (!WalkSpecial(child, name, depth)) {
+            Tell(child, name);
+            if (IsOneOf(name, kInside))
+                Walk(child, depth + 1);
         }
     }
 }
 
-// True for what needs no further walk.
+// What walks on by itself. False for anything else.
 bool DocxBeside::WalkSpecial(const Node& node, std::string_view name, int depth) {
     constexpr std::array<std::string_view, 4> kTracked = {"ins", "moveTo", "del", "moveFrom"};
     if (name == "r")
         Run(node, depth + 1);
     else if (IsOneOf(name, kTracked))
         WalkTracked(node, name, depth);
-    else if (name == "oMath")
-        Formula(node);
-    else if (name == "fldChar")
-        FieldMark(node);
-    else if (name == "instrText" && !in_code_.empty() && in_code_.back())
-        AppendBounded(instruction_, node.text().get());
     else if (name == "drawing" || name == "pict")
         Drawing(node, depth + 1);
     else if (name == "object")
         Object(node, depth + 1);
-    else if (name == "commentReference")
-        Comment(Attribute(node, "id"));
-    else if (name == "hyperlink")
-        Link(node);
-    else if (name == "fldSimple")
-        AppendBounded(instruction_, Attribute(node, "instr"));
     else
         return false;
-    if (name == "fldSimple") {
-        if (const auto item = BesideOfFieldCode(std::exchange(instruction_, {})))
-            Send(*item);
+    return true;
+}
+
+// What tells something by itself, whatever is inside of it.
+void DocxBeside::Tell(const Node& node, std::string_view name) {
+    if (name == "oMath") {
+        Formula(node);
+    } else if (name == "fldChar") {
+        FieldMark(node);
+    } else if (name == "instrText") {
+        if (!in_code_.empty() && in_code_.back())
+            AppendBounded(instruction_, node.text().get());
+    } else if (name == "commentReference") {
+        Comment(Attribute(node, "id"));
+    } else if (name == "hyperlink") {
+        Link(node);
+    } else if (name == "fldSimple") {
+        AppendBounded(instruction_, Attribute(node, "instr"));
+        EndFieldCode();
     }
-    return name != "hyperlink" && name != "fldSimple";
+}
+
+void DocxBeside::EndFieldCode() {
+    if (const auto item = BesideOfFieldCode(std::exchange(instruction_, {})))
+        Send(*item);
 }
 
 void DocxBeside::WalkTracked(const Node& node, std::string_view name, int depth) {
@@ -232,10 +244,8 @@ void DocxBeside::FieldMark(const Node& mark) {
         instruction_.clear();
         in_code_.push_back(true);
     } else if (!in_code_.empty()) {
-        if (in_code_.back()) {
-            if (const auto item = BesideOfFieldCode(std::exchange(instruction_, {})))
-                Send(*item);
-        }
+        if (in_code_.back())
+            EndFieldCode();
         in_code_.back() = false;
         if (type == "end")
             in_code_.pop_back();
@@ -256,35 +266,35 @@ void DocxBeside::Graphic(const Node& node, const std::string& name, int depth) {
         return;
     for (const Node& child : node.children()) {
         const std::string_view element = LocalName(child);
-        if (element == "txbxContent") {
-            continue;  // its paragraphs come for themselves
-        }
         if (element == "AlternateContent") {
             Graphic(ChosenForm(child), name, depth + 1);
-            continue;
+        } else if (element != "txbxContent") {  // its paragraphs come for themselves
+            GraphicPart(child, element, name);
+            Graphic(child, name, depth + 1);
         }
-        if (element == "hlinkClick") {
-            Link(child);
-        } else if (element == "blip") {
-            Picture(child, Attribute(child, Attribute(child, "embed").empty() ? "link" : "embed"),
-                    name);
-        } else if (element == "imagedata") {
-            const std::string_view title = Attribute(child, "title");
-            Picture(child, Attribute(child, Attribute(child, "id").empty() ? "relid" : "id"),
-                    title.empty() ? std::string_view(name) : title);
-        } else if (element == "chart" || element == "relIds") {
-            const bool chart = element == "chart";
-            if (const Relationship* part = Find(child, Attribute(child, chart ? "id" : "dm"))) {
-                const std::string shown = name.empty() ? std::string(element) : name;
-                Send({chart ? BesideKind::Chart : BesideKind::Drawing, kBesideHere,
-                      BesideText(chart || !name.empty() ? shown : "diagram"),
-                      digests_.OfText(part->target)});
-            }
-        } else if (element == "wsp" || IsVmlShape(element)) {
-            Shape(child, name);
-        }
-        Graphic(child, name, depth + 1);
     }
+}
+
+void DocxBeside::GraphicPart(const Node& part, std::string_view element, const std::string& name) {
+    if (element == "hlinkClick")
+        Link(part);
+    else if (element == "blip")
+        Picture(part, FirstOf(part, "embed", "link"), name);
+    else if (element == "imagedata")
+        Picture(part, FirstOf(part, "id", "relid"), Otherwise(Attribute(part, "title"), name));
+    else if (element == "chart")
+        PartText(part, "id", BesideKind::Chart, Otherwise(name, "chart"));
+    else if (element == "relIds")
+        PartText(part, "dm", BesideKind::Drawing, Otherwise(name, "diagram"));
+    else if (element == "wsp" || IsVmlShape(element))
+        Shape(part, name);
+}
+
+// A chart or a diagram, by the text of the part that holds it.
+void DocxBeside::PartText(const Node& node, std::string_view relation, BesideKind kind,
+                          std::string_view shown) {
+    if (const Relationship* const part = Find(node, Attribute(node, relation)))
+        Send({kind, kBesideHere, BesideText(shown), digests_.OfText(part->target)});
 }
 
 // A shape without text and without a picture in it.
@@ -295,8 +305,7 @@ void DocxBeside::Shape(const Node& shape, const std::string& name) {
     const Node properties = Child(shape, "spPr");
     Look(properties ? properties : shape, 0, look);
     const std::string_view kind = Attribute(Child(properties, "prstGeom"), "prst");
-    const std::string shown = !name.empty() ? name : kind.empty() ? "shape" : std::string(kind);
-    Send(MakeBeside(BesideKind::Drawing, shown, look));
+    Send(MakeBeside(BesideKind::Drawing, Otherwise(name, Otherwise(kind, "shape")), look));
 }
 
 void DocxBeside::Picture(const Node& node, std::string_view relation, std::string_view name) {
@@ -304,7 +313,7 @@ void DocxBeside::Picture(const Node& node, std::string_view relation, std::strin
     if (part == nullptr)
         return;
     const std::string_view file = FileOfPart(part->target);
-    Send({BesideKind::Picture, kBesideHere, BesideText(name.empty() ? file : name),
+    Send({BesideKind::Picture, kBesideHere, BesideText(Otherwise(name, file)),
           part->external ? BesideDigest(part->target) : digests_.Of(part->target)});
 }
 

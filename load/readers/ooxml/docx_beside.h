@@ -37,12 +37,17 @@ class DocxBeside {
     void Walk(const pugi::xml_node& node, int depth);
     bool WalkSpecial(const pugi::xml_node& node, std::string_view name, int depth);
     void WalkTracked(const pugi::xml_node& node, std::string_view name, int depth);
+    void Tell(const pugi::xml_node& node, std::string_view name);
     void Run(const pugi::xml_node& run, int depth);
     void Link(const pugi::xml_node& link);
     void FieldMark(const pugi::xml_node& mark);
+    void EndFieldCode();
     void Formula(const pugi::xml_node& formula);
     void Drawing(const pugi::xml_node& drawing, int depth);
     void Graphic(const pugi::xml_node& node, const std::string& name, int depth);
+    void GraphicPart(const pugi::xml_node& part, std::string_view element, const std::string& name);
+    void PartText(const pugi::xml_node& node, std::string_view relation, BesideKind kind,
+                  std::string_view shown);
     void Shape(const pugi::xml_node& shape, const std::string& name);
     void Object(const pugi::xml_node& object, int depth);
     bool ObjectData(const pugi::xml_node& node, int depth);

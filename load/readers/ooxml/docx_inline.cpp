@@ -1,8 +1,8 @@
 // What stands inside the paragraphs of a WordprocessingML document.
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 #include "load/readers/ooxml/docx_walker.h"
 #include "load/readers/sink/symbol_fonts.h"
@@ -170,8 +170,8 @@ void DocxWalker::RunText(const Node& node, const RunLook& look) {
 }
 
 void DocxWalker::Symbol(const Node& node, const RunLook& look) {
-    const std::string code(Attribute(node, "char"));
-    const auto unit = static_cast<char16_t>(std::strtoul(code.c_str(), nullptr, 16));
+    const auto code = ReadNumber<std::uint32_t>(Attribute(node, "char"), 16);
+    const auto unit = static_cast<char16_t>(code.value.value_or(0));
     if (unit >= 0x20)
         Write(SymbolText(ToUtf8(std::u16string_view(&unit, 1)), Attribute(node, "font")), look);
 }

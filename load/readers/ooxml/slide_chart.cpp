@@ -1,8 +1,8 @@
 // The words of a chart. Source: ECMA-376 part 1, 21.2.
-#include <charconv>
 #include <string>
 #include <vector>
 
+#include "common/base/parse_number.h"
 #include "load/readers/ooxml/slide_page.h"
 #include "load/readers/sheets/number_format.h"
 
@@ -24,12 +24,11 @@ void AddNumbers(const pugi::xml_node& cache, std::vector<std::string>& texts) {
     const NumberFormat format(Child(cache, "formatCode").child_value());
     for (const pugi::xml_node& point : cache.children()) {
         const std::string_view text = Child(point, "v").child_value();
-        double value = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (!Is(point, "pt") || texts.size() >= kMostNames || error != std::errc())
+        const auto value = ReadNumber<double>(text).value;
+        if (!Is(point, "pt") || texts.size() >= kMostNames || !value)
             continue;
         texts.emplace_back();
-        format.Apply(value, false, texts.back());
+        format.Apply(*value, false, texts.back());
     }
 }
 

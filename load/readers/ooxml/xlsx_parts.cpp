@@ -1,11 +1,12 @@
 #include "load/readers/ooxml/xlsx_parts.h"
 
 #include <algorithm>
-#include <charconv>
 #include <unordered_map>
 
 #include "common/base/ascii.h"
+#include "common/base/parse_number.h"
 #include "common/base/surrogates.h"
+#include "common/base/text_bytes.h"
 #include "load/readers/container/xml_part.h"
 
 namespace zorvane {
@@ -58,11 +59,11 @@ class UnitsToText {
         if (IsHighSurrogate(unit))
             lead_ = unit;
         else if (!IsLowSurrogate(unit))
-            AppendCodePoint(unit, out_);
+            AppendUtf8(unit, out_);
         else if (lead == 0)
-            AppendCodePoint(0xFFFD, out_);
+            AppendUtf8(0xFFFD, out_);
         else
-            AppendCodePoint(OfSurrogates(lead, unit), out_);
+            AppendUtf8(OfSurrogates(lead, unit), out_);
     }
 
   private:
@@ -214,14 +215,13 @@ bool AppendFormatted(std::string_view number, const SheetFormat& format, bool da
         return true;
     }
     number = number.substr(std::min(number.find_first_not_of(" \n\t\r+"), number.size()));
-    double value = 0;
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (end == number.data())
+    const auto read = ReadNumber<double>(number);
+    if (read.size == 0)
         return false;
-    if (error == std::errc::result_out_of_range)
-        out += number;
+    if (read.value)
+        format.format.Apply(*read.value, date_1904, out);
     else
-        format.format.Apply(value, date_1904, out);
+        out += number;
     return true;
 }
 

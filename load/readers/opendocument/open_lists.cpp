@@ -1,8 +1,8 @@
 #include "load/readers/opendocument/open_lists.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "common/base/parse_number.h"
 #include "load/readers/container/xml_part.h"
 
 namespace zorvane {
@@ -42,13 +42,12 @@ std::string OpenCounters::LabelOf(const OpenListStyle& style, std::size_t level)
     if (!at.pattern.empty()) {
         std::string_view pattern = at.pattern;
         while (!pattern.empty()) {
-            std::size_t number = 0;
-            const auto [end, error] =
-                std::from_chars(pattern.data() + 1, pattern.data() + pattern.size(), number);
-            const auto length = static_cast<std::size_t>(end - pattern.data());
-            if (pattern.front() == '%' && error == std::errc() && number >= 1 &&
-                number <= kListLevels && length < pattern.size() && pattern[length] == '%') {
-                label += NumberOfLevel(style, number - 1);
+            const auto number = ReadNumber<std::size_t>(pattern.substr(1));
+            const std::size_t length = 1 + number.size;
+            const std::size_t shown = number.value.value_or(0);
+            if (pattern.front() == '%' && shown >= 1 && shown <= kListLevels &&
+                length < pattern.size() && pattern[length] == '%') {
+                label += NumberOfLevel(style, shown - 1);
                 pattern.remove_prefix(length + 1);
             } else {
                 label += pattern.front();

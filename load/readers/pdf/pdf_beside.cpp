@@ -10,8 +10,8 @@
 #include <array>
 #include <utility>
 
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
-#include "load/readers/container/xml_scanner.h"
 #include "load/readers/pdf/pdf_document.h"
 #include "load/readers/pdf/pdf_reader.h"
 
@@ -33,7 +33,7 @@ std::string TextOf(const std::string& bytes) {
     std::string text;
     for (const char byte : bytes) {
         if (const Unicode letter = pdfDocEncoding[static_cast<unsigned char>(byte)]; letter != 0)
-            AppendCodePoint(static_cast<char32_t>(letter), text);
+            AppendUtf8(static_cast<char32_t>(letter), text);
     }
     return text;
 }

@@ -1,7 +1,6 @@
 #include "load/readers/pdf/pdf_cell_flow.h"
 
 #include <algorithm>
-#include <cstddef>
 
 namespace zorvane {
 
@@ -12,8 +11,7 @@ PdfCellLine CellLineOf(const std::vector<PdfCharacter>& characters,
     line.blank = kBlank * segments.front()->size;
     const PdfWord* last = nullptr;
     bool first = true;
-    std::size_t digits = 0;
-    std::size_t letters = 0;
+    PdfDigitShare digits;
     for (const PdfSegment* const segment : segments) {
         line.x1 = std::max(line.x1, segment->x1);
         for (const PdfWord& word : segment->words) {
@@ -21,14 +19,10 @@ PdfCellLine CellLineOf(const std::vector<PdfCharacter>& characters,
             if (first)
                 line.first_word = word.x1 - segments.front()->x0;
             last = &word;
-            letters += word.count;
-            for (std::uint32_t index = 0; index < word.count; ++index) {
-                const char32_t letter = characters[word.first + index].letter;
-                digits += letter >= U'0' && letter <= U'9' ? 1U : 0U;
-            }
+            digits.Add(characters, word);
         }
     }
-    line.number = letters > 0 && digits * 2 >= letters;
+    line.number = digits.IsNumber();
     return line;
 }
 

@@ -56,7 +56,7 @@ std::string NameOf(const GfxFont& font) {
     std::string name = font.getName().value_or(std::string());
     constexpr std::size_t kPrefix = 6;
     const bool subset = name.size() > kPrefix + 1 && name[kPrefix] == '+' &&
-                        std::all_of(name.begin(), name.begin() + kPrefix, IsAsciiUpper);
+                        std::all_of(name.begin(), name.begin() + kPrefix, IsAsciiUpper<char>);
     return subset ? name.substr(kPrefix + 1) : name;
 }
 

@@ -33,30 +33,36 @@ class Splitter {
     void Split(const PdfNumbers& part, int level) {
         if (part.empty())
             return;
-        PdfParting best;
-        if (level < kMostLevels) {
-            for (const float gutter : Candidates(part)) {
-                PdfParting parting = PartAt(segments_, part, gutter, sides_);
-                if (parting.worth > best.worth)
-                    best = std::move(parting);
-            }
-        }
+        const PdfParting best = level < kMostLevels ? BestParting(part) : PdfParting();
         if (best.worth <= 0) {
             Emit(part);
             return;
         }
         for (const PdfStretch& stretch : best.stretches) {
-            if (!stretch.columns) {
+            if (stretch.columns)
+                SplitSides(stretch.segments, best.gutter, level + 1);
+            else
                 Split(stretch.segments, level + 1);
-                continue;
-            }
-            PdfNumbers left;
-            PdfNumbers right;
-            for (const std::uint32_t number : stretch.segments)
-                (segments_[number].x0 < best.gutter ? left : right).push_back(number);
-            Split(left, level + 1);
-            Split(right, level + 1);
         }
+    }
+
+    void SplitSides(const PdfNumbers& part, float gutter, int level) {
+        PdfNumbers left;
+        PdfNumbers right;
+        for (const std::uint32_t number : part)
+            (segments_[number].x0 < gutter ? left : right).push_back(number);
+        Split(left, level);
+        Split(right, level);
+    }
+
+    PdfParting BestParting(const PdfNumbers& part) const {
+        PdfParting best;
+        for (const float gutter : Candidates(part)) {
+            PdfParting parting = PartAt(segments_, part, gutter, sides_);
+            if (parting.worth > best.worth)
+                best = std::move(parting);
+        }
+        return best;
     }
 
     // Left edges of segments that have something at their left, the most frequent ones.

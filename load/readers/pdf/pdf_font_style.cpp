@@ -19,10 +19,6 @@ bool IsWord(std::string_view word, std::initializer_list<std::string_view> words
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-bool IsDigit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
-
 // "CMBX12": the family in capitals, then the size in points.
 struct TexRow {
     std::string_view family;
@@ -56,11 +52,12 @@ constexpr std::array<TexRow, 22> kTexFamilies = {{{"CMBX", {true, false}},
 constexpr std::array<std::string_view, 5> kEncodings = {"SF", "EC", "TC", "LA", "CM"};
 
 PdfFontStyle StyleOfTexName(std::string_view name) {
-    const auto digit = std::find_if(name.begin(), name.end(), IsDigit);
-    if (digit == name.end() || digit == name.begin() || !std::all_of(digit, name.end(), IsDigit))
+    const auto digit = std::find_if(name.begin(), name.end(), IsAsciiDigit<char>);
+    if (digit == name.end() || digit == name.begin() ||
+        !std::all_of(digit, name.end(), IsAsciiDigit<char>))
         return {};
     std::string_view family = name.substr(0, static_cast<std::size_t>(digit - name.begin()));
-    const bool upper = std::all_of(family.begin(), family.end(), IsAsciiUpper);
+    const bool upper = std::all_of(family.begin(), family.end(), IsAsciiUpper<char>);
     if (!upper || family.size() < 3)
         return {};
     if (!family.starts_with("CM")) {

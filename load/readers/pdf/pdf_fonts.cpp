@@ -36,15 +36,11 @@ bool CutEnd(std::string_view& name, std::string_view end) {
     return true;
 }
 
-bool IsAsciiLetterLower(char letter) {
-    return letter >= 'a' && letter <= 'z';
-}
-
 // "LiberationSerif" is "Liberation Serif"; "MSGothic" and "CMR10" stay whole.
 std::string Spaced(std::string_view name) {
     std::string words;
     for (std::size_t index = 0; index < name.size(); ++index) {
-        if (index > 0 && IsAsciiUpper(name[index]) && IsAsciiLetterLower(name[index - 1]))
+        if (index > 0 && IsAsciiUpper(name[index]) && IsAsciiLower(name[index - 1]))
             words += ' ';
         words += name[index];
     }

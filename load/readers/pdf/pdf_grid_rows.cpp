@@ -79,7 +79,8 @@ class Rows {
         return false;
     }
 
-    void PutBand(std::vector<CellLines>& band) {
+    // Of a band between two lines: where the text alone begins a row, if it does.
+    std::vector<bool> BeginsOf(const std::vector<CellLines>& band) const {
         std::vector<bool> begins(band.size(), false);
         std::size_t count = 0;
         for (std::size_t line = 1; line < band.size(); ++line) {
@@ -92,8 +93,15 @@ class Rows {
             band.size() < 2 ? 0 : static_cast<float>(count) / static_cast<float>(band.size() - 1);
         const bool many = !head && share >= (ruled ? kManyRuledRows : kManyRows);
         const bool by_line = grid_.across.size() < 2;
+        if (!many && !by_line)
+            begins.assign(band.size(), false);
+        return begins;
+    }
+
+    void PutBand(std::vector<CellLines>& band) {
+        const std::vector<bool> begins = BeginsOf(band);
         for (std::size_t line = 0; line < band.size(); ++line) {
-            if (line == 0 || ((many || by_line) && begins[line]))
+            if (line == 0 || begins[line])
                 OpenRow();
             for (std::size_t column = 0; column < columns_; ++column) {
                 if (!band[line][column].empty())

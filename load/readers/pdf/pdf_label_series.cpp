@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "common/base/ascii.h"
 #include "load/readers/pdf/pdf_labels.h"
 #include "load/readers/pdf/pdf_lines.h"
 
@@ -29,17 +30,11 @@ class Prover {
     explicit Prover(std::vector<PdfLine>& lines) : lines_(lines) {}
 
     void Settle() {
-        std::vector<bool> proven(lines_.size(), false);
         for (std::size_t index = 0; index < lines_.size(); ++index) {
             if (lines_[index].label > 0)
                 Enter(index);
         }
-        for (const Series& series : series_) {
-            if (IsProven(series)) {
-                for (const std::size_t index : series.lines)
-                    proven[index] = true;
-            }
-        }
+        const std::vector<bool> proven = Proven();
         for (std::size_t index = 0; index < lines_.size(); ++index) {
             PdfLine& line = lines_[index];
             if (line.label > 0 && proven[index])
@@ -50,6 +45,17 @@ class Prover {
     }
 
   private:
+    std::vector<bool> Proven() const {
+        std::vector<bool> proven(lines_.size(), false);
+        for (const Series& series : series_) {
+            if (!IsProven(series))
+                continue;
+            for (const std::size_t index : series.lines)
+                proven[index] = true;
+        }
+        return proven;
+    }
+
     // A text that hangs under what is no label goes on all the same.
     void DropLabel(std::size_t index) {
         PdfLine& line = lines_[index];
@@ -86,8 +92,7 @@ class Prover {
     // The sign of an amount.
     static bool LeadsNumber(const PdfLine& line) {
         const std::size_t text = line.label + 1U;
-        return text < line.letters.size() && line.letters[text].letter >= U'0' &&
-               line.letters[text].letter <= U'9';
+        return text < line.letters.size() && IsAsciiDigit(line.letters[text].letter);
     }
 
     bool GoesOn(const PdfLabel& label, std::size_t index) {

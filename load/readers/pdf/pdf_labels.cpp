@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
@@ -13,16 +15,6 @@ constexpr std::u32string_view kBullets =
     U"\u2714\u2756\u25C6\u25C7\u2751\u2752";
 constexpr std::u32string_view kDashes = U"-\u2013\u2014\u2212*o\u00B7";
 constexpr std::size_t kLongest = 12;
-
-bool IsDigit(char32_t letter) {
-    return letter >= U'0' && letter <= U'9';
-}
-bool IsLower(char32_t letter) {
-    return letter >= U'a' && letter <= U'z';
-}
-bool IsUpper(char32_t letter) {
-    return letter >= U'A' && letter <= U'Z';
-}
 
 /// A word without the signs around it; `style` tells these.
 struct Bare {
@@ -88,7 +80,7 @@ std::vector<std::int32_t> ValuesOf(std::u32string_view word) {
             digits = 0;
             continue;
         }
-        if (!IsDigit(letter) || ++digits > kMostDigits)
+        if (!IsAsciiDigit(letter) || ++digits > kMostDigits)
             return {};
         if (digits == 1)
             values.push_back(0);
@@ -97,30 +89,23 @@ std::vector<std::int32_t> ValuesOf(std::u32string_view word) {
     return digits == 0 ? std::vector<std::int32_t>() : values;
 }
 
-}  // namespace
+std::vector<PdfLabel> LabelOfSign(char32_t sign) {
+    const auto code = static_cast<std::uint32_t>(sign);
+    if (kBullets.find(sign) != std::u32string_view::npos)
+        return {{PdfLabelKind::Bullet, code, {}}};
+    if (kDashes.find(sign) != std::u32string_view::npos)
+        return {{PdfLabelKind::Dash, code, {}}};
+    return {};
+}
 
-std::vector<PdfLabel> LabelsOf(std::u32string_view word) {
-    if (word.empty() || word.size() > kLongest)
-        return {};
-    if (word.size() == 1 && kBullets.find(word[0]) != std::u32string_view::npos)
-        return {{PdfLabelKind::Bullet, static_cast<std::uint32_t>(word[0]), {}}};
-    if (word.size() == 1 && kDashes.find(word[0]) != std::u32string_view::npos)
-        return {{PdfLabelKind::Dash, static_cast<std::uint32_t>(word[0]), {}}};
-    const Bare bare = Stripped(word);
-    std::vector<PdfLabel> labels;
-    if (std::vector<std::int32_t> values = ValuesOf(bare.word); !values.empty()) {
-        const bool decimal = values.size() > 1;
-        if (decimal || bare.style > 0)
-            labels.push_back({decimal ? PdfLabelKind::Decimal : PdfLabelKind::Number, bare.style,
-                              std::move(values)});
-        return labels;
-    }
+std::vector<PdfLabel> LabelsOfLetters(const Bare& bare) {
     constexpr std::uint32_t kUpper = 8;
-    const bool lower = std::all_of(bare.word.begin(), bare.word.end(), IsLower);
-    const bool upper = std::all_of(bare.word.begin(), bare.word.end(), IsUpper);
+    const bool lower = std::all_of(bare.word.begin(), bare.word.end(), IsAsciiLower<char32_t>);
+    const bool upper = std::all_of(bare.word.begin(), bare.word.end(), IsAsciiUpper<char32_t>);
     if (bare.style == 0 || bare.word.empty() || !(lower || upper))
-        return labels;
+        return {};
     const std::uint32_t style = bare.style + (upper ? kUpper : 0);
+    std::vector<PdfLabel> labels;
     if (bare.word.size() == 1)
         labels.push_back({PdfLabelKind::Letter,
                           style,
@@ -128,6 +113,26 @@ std::vector<PdfLabel> LabelsOf(std::u32string_view word) {
     if (const std::int32_t value = RomanValue(bare.word); value > 0)
         labels.push_back({PdfLabelKind::Roman, style, {value}});
     return labels;
+}
+
+}  // namespace
+
+std::vector<PdfLabel> LabelsOf(std::u32string_view word) {
+    if (word.empty() || word.size() > kLongest)
+        return {};
+    if (word.size() == 1) {
+        if (std::vector<PdfLabel> labels = LabelOfSign(word[0]); !labels.empty())
+            return labels;
+    }
+    const Bare bare = Stripped(word);
+    std::vector<std::int32_t> values = ValuesOf(bare.word);
+    if (values.empty())
+        return LabelsOfLetters(bare);
+    const bool decimal = values.size() > 1;
+    if (!decimal && bare.style == 0)
+        return {};
+    return {
+        {decimal ? PdfLabelKind::Decimal : PdfLabelKind::Number, bare.style, std::move(values)}};
 }
 
 std::uint32_t LabelLength(std::u32string_view text) {

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "load/readers/container/xml_scanner.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {
@@ -53,7 +53,7 @@ std::size_t Replace(std::string_view text, std::size_t at, std::string& result) 
             return 3;
         const std::u32string_view letters = LettersOfLigature(ThreeByteCharacter(rest));
         for (const char32_t letter : letters)
-            AppendCodePoint(letter, result);
+            AppendUtf8(letter, result);
         if (!letters.empty())
             return 3;
     }

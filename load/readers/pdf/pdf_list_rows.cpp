@@ -75,8 +75,7 @@ class Marker {
 
     // The head of a table stands over its numbers; with it all lines up to the next that is none.
     void DropHeadedColumns() {
-        for (std::size_t index = 0; index < items_.size(); ++index) {
-            const Item& item = items_[index];
+        for (const Item& item : items_) {
             if (item.line == 0 || !lines_[item.line].is_list_item)
                 continue;
             const PdfTableLine& above = lines_[item.line - 1];

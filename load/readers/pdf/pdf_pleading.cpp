@@ -6,6 +6,8 @@
 #include <optional>
 #include <utility>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
@@ -26,7 +28,7 @@ std::optional<int> ValueOf(const std::vector<PdfCharacter>& characters, const Pd
     int value = 0;
     for (std::uint32_t index = 0; index < word.count; ++index) {
         const char32_t letter = characters[word.first + index].letter;
-        if (letter < U'0' || letter > U'9')
+        if (!IsAsciiDigit(letter))
             return std::nullopt;
         value = value * 10 + static_cast<int>(letter - U'0');
     }

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "load/readers/container/xml_scanner.h"
+#include "common/base/text_bytes.h"
 #include "load/readers/pdf/pdf_beside.h"
 #include "load/readers/pdf/pdf_characters.h"
 #include "load/readers/pdf/pdf_document.h"
@@ -104,7 +104,7 @@ class ParagraphPrinter {
     void Collect(const std::vector<PdfLetter>& letters, std::size_t first, std::size_t end) {
         text_.clear();
         for (std::size_t index = first; index < end; ++index)
-            AppendCodePoint(letters[index].letter, text_);
+            AppendUtf8(letters[index].letter, text_);
     }
 
     CharFormat FormatOf(const PdfLetter& letter) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "common/base/ascii.h"
 #include "load/readers/pdf/pdf_fragments.h"
 
 namespace zorvane {
@@ -219,6 +220,12 @@ void FindJumps(std::vector<PdfWord>& words) {
 }
 
 }  // namespace
+
+void PdfDigitShare::Add(const std::vector<PdfCharacter>& characters, const PdfWord& word) {
+    letters_ += word.count;
+    for (std::uint32_t index = 0; index < word.count; ++index)
+        digits_ += IsAsciiDigit(characters[word.first + index].letter) ? 1U : 0U;
+}
 
 bool IsPdfBlank(char32_t letter) {
     return letter == ' ' || letter == '\t' || letter == 0xA0 ||

@@ -1,6 +1,7 @@
 // Characters to words, words to rows: the first steps of laying out a page.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -48,6 +49,17 @@ enum class PdfGap : std::uint8_t { None, Blank, Wide };
 PdfGap GapBetween(const PdfWord& left, const PdfWord& right);
 
 bool IsPdfBlank(char32_t letter);
+
+/// Words are a number when at least half of their letters are digits.
+class PdfDigitShare {
+  public:
+    void Add(const std::vector<PdfCharacter>& characters, const PdfWord& word);
+    bool IsNumber() const { return letters_ > 0 && digits_ * 2 >= letters_; }
+
+  private:
+    std::size_t letters_ = 0;
+    std::size_t digits_ = 0;
+};
 
 /// The words of one direction, in the order of drawing. Hidden characters are left out as told.
 struct PdfHiddenText {

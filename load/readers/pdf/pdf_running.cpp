@@ -8,6 +8,8 @@
 #include <tuple>
 #include <utility>
 
+#include "common/base/ascii.h"
+
 namespace zorvane {
 namespace {
 
@@ -19,7 +21,7 @@ constexpr std::size_t kShareOfPages = 3;
 std::u32string Masked(const PdfLine& line) {
     std::u32string text;
     for (const PdfLetter& letter : line.letters) {
-        const bool digit = letter.letter >= U'0' && letter.letter <= U'9';
+        const bool digit = IsAsciiDigit(letter.letter);
         if (digit && !text.empty() && text.back() == U'#')
             continue;
         text += digit ? U'#' : letter.letter;

@@ -151,8 +151,7 @@ PdfSideLine PdfSides::LineOf(const PdfSegment& segment) const {
     line.size = segment.size;
     line.table = segment.table != kNoPdfTable;
     line.drawn = std::numeric_limits<std::uint32_t>::max();
-    std::size_t digits = 0;
-    std::size_t letters = 0;
+    PdfDigitShare digits;
     bool first = true;
     for (const PdfWord& word : segment.words) {
         line.drawn = std::min(line.drawn, word.number);
@@ -163,14 +162,11 @@ PdfSideLine PdfSides::LineOf(const PdfSegment& segment) const {
         }
         if (first)
             line.first_word = word.x1 - segment.x0;
-        for (std::uint32_t index = 0; index < word.count; ++index) {
-            const char32_t letter = characters_[word.first + index].letter;
-            digits += letter >= U'0' && letter <= U'9' ? 1U : 0U;
-            ++letters;
-            line.colon = letter == U':';
-        }
+        digits.Add(characters_, word);
+        if (word.count > 0)
+            line.colon = characters_[word.first + word.count - 1].letter == U':';
     }
-    line.number = letters > 0 && digits * 2 >= letters;
+    line.number = digits.IsNumber();
     return line;
 }
 
@@ -236,17 +232,26 @@ bool PdfSides::LooksLikeTable(const PdfTwoSides& sides) const {
     });
 }
 
-bool PdfSides::AreColumns(const PdfTwoSides& sides) const {
+// What two texts beside each other must have, and rows of a table may have as well.
+bool PdfSides::MayBeColumns(const PdfTwoSides& sides) const {
     if (sense_ == PdfColumnSense::None || sides.left.empty() || sides.right.empty())
         return false;
     const Extent left = ExtentOf(sides.left);
     const Extent right = ExtentOf(sides.right);
-    if (std::min(left.bottom, right.bottom) <= std::max(left.top, right.top) ||
-        IsLoneNumber(sides.left, sides.right) || IsLoneNumber(sides.right, sides.left) ||
-        !HasGutter(sides))
+    return std::min(left.bottom, right.bottom) > std::max(left.top, right.top) &&
+           !IsLoneNumber(sides.left, sides.right) && !IsLoneNumber(sides.right, sides.left) &&
+           HasGutter(sides);
+}
+
+bool PdfSides::AreColumns(const PdfTwoSides& sides) const {
+    if (!MayBeColumns(sides))
         return false;
-    if (HasTable(sides.left) || HasTable(sides.right))
-        return true;
+    return HasTable(sides.left) || HasTable(sides.right) || AreBrokenAlone(sides) ||
+           (sense_ == PdfColumnSense::Keen && IsFilled(sides.left) && IsFilled(sides.right));
+}
+
+// Each side's lines were broken and drawn without regard to the other's.
+bool PdfSides::AreBrokenAlone(const PdfTwoSides& sides) const {
     const float left_wrap = WrapShare(sides.left);
     const float right_wrap = WrapShare(sides.right);
     const float separation = Separation(sides);
@@ -263,11 +268,9 @@ bool PdfSides::AreColumns(const PdfTwoSides& sides) const {
     const float wrap = std::max(left_wrap, right_wrap);
     if (wrap >= kWrap && aligned < 0.5F && separation > 0.5F)
         return true;
-    if ((fewer >= 3 && aligned < 0.35F && separation > 0.3F) ||
-        (fewer >= 8 && aligned < 0.5F && separation > 0.5F) ||
-        (fewer >= 5 && aligned < 0.4F && wrap >= 0.7F))
-        return true;
-    return sense_ == PdfColumnSense::Keen && IsFilled(sides.left) && IsFilled(sides.right);
+    return (fewer >= 3 && aligned < 0.35F && separation > 0.3F) ||
+           (fewer >= 8 && aligned < 0.5F && separation > 0.5F) ||
+           (fewer >= 5 && aligned < 0.4F && wrap >= 0.7F);
 }
 
 }  // namespace zorvane

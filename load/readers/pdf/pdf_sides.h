@@ -55,6 +55,8 @@ class PdfSides {
 
   private:
     PdfSideLine LineOf(const PdfSegment& segment) const;
+    bool MayBeColumns(const PdfTwoSides& sides) const;
+    bool AreBrokenAlone(const PdfTwoSides& sides) const;
     bool LooksLikeTable(const PdfTwoSides& sides) const;
 
     const std::vector<PdfCharacter>& characters_;

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "load/readers/container/xml_scanner.h"
+#include "common/base/text_bytes.h"
 #include "load/readers/pdf/pdf_characters.h"
 #include "load/readers/pdf/pdf_document.h"
 #include "load/readers/pdf/pdf_letters.h"
@@ -136,15 +136,15 @@ ReadEnd CrowdedText(PDFDoc& document, std::int32_t page, std::string& text) {
     PdfCharacterDevice device(styles, clock);
     NoMonitor monitor;
     std::vector<PdfLine> lines;
-    const ReadEnd end = WalkPages(document, {{page, page}, PageBox::Media, device, clock}, monitor,
-                                  [&](std::int32_t number) {
-                                      AppendLines(device.Page(), number, {}, lines);
-                                      return !device.Overflow();
-                                  });
+    ReadEnd end = WalkPages(document, {{page, page}, PageBox::Media, device, clock}, monitor,
+                            [&](std::int32_t number) {
+                                AppendLines(device.Page(), number, {}, lines);
+                                return !device.Overflow();
+                            });
     for (const PdfLine& line : lines) {
         for (const PdfLetter& letter : line.letters)
-            AppendCodePoint(
-                letter.letter == static_cast<char32_t>(kCellEnd) ? U'\t' : letter.letter, text);
+            AppendUtf8(letter.letter == static_cast<char32_t>(kCellEnd) ? U'\t' : letter.letter,
+                       text);
         text += '\n';
     }
     text += '\f';

@@ -1,6 +1,6 @@
 #include "load/readers/sandbox/call_filter.h"
 
-#include <cstring>
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 
@@ -40,7 +40,7 @@ Status CallFilter::Load() {
         Note(seccomp_load(context_));
     if (error_ == 0)
         return Status::Ok();
-    return Failure{std::string("no filter of system calls: ") + std::strerror(error_)};
+    return SystemFailure("no filter of system calls", error_);
 }
 
 }  // namespace zorvane

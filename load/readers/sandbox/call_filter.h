@@ -10,12 +10,12 @@
 
 namespace zorvane {
 
-/// A condition: of `argument`, the bits of `mask` are `bits`.
-constexpr scmp_arg_cmp BitsAre(unsigned argument, std::uint64_t mask, std::uint64_t bits) {
-    return {argument, SCMP_CMP_MASKED_EQ, mask, bits};
-}
-constexpr scmp_arg_cmp Is(unsigned argument, std::uint64_t value) {
+/// Conditions on an argument of a call.
+inline scmp_arg_cmp ArgumentIs(unsigned argument, std::uint64_t value) {
     return {argument, SCMP_CMP_EQ, value, 0};
+}
+inline scmp_arg_cmp ArgumentBits(unsigned argument, std::uint64_t mask, std::uint64_t bits) {
+    return {argument, SCMP_CMP_MASKED_EQ, mask, bits};
 }
 
 class CallFilter {

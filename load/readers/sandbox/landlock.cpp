@@ -1,8 +1,6 @@
 #include "load/readers/sandbox/landlock.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
@@ -10,6 +8,7 @@
 #include <unistd.h>
 
 #include "common/platform/file_descriptor.h"
+#include "common/platform/system_failure.h"
 
 namespace zorvane {
 namespace {
@@ -67,10 +66,6 @@ std::size_t SizeAt(int version) {
     return version >= 4 ? 2 * sizeof(std::uint64_t) : sizeof(std::uint64_t);
 }
 
-Failure SystemFailure(const std::string& what) {
-    return Failure{"Landlock: " + what + ": " + std::strerror(errno)};
-}
-
 class Ruleset {
   public:
     explicit Ruleset(int version) : handled_(FileBits(version)) {
@@ -116,7 +111,7 @@ Status CloseFiles(const FolderRights& rights, int most_version) {
         return Failure{"the kernel has no Landlock"};
     Ruleset rules(version);
     if (!rules.IsOpen())
-        return SystemFailure("no rules can be made");
+        return SystemFailure("Landlock: no rules can be made");
     constexpr std::uint64_t kRead = kReadFile | kReadFolder;
     constexpr std::uint64_t kNotOwn =
         kExecute | kMakeCharacterDevice | kMakeBlockDevice | kMakeSocket | kDeviceControl;
@@ -125,9 +120,9 @@ Status CloseFiles(const FolderRights& rights, int most_version) {
                        rules.Allow(rights.write_device, kReadFile | kWriteFile) &&
                        rules.Allow(rights.own, ~kNotOwn);
     if (!added)
-        return SystemFailure("a rule is refused");
+        return SystemFailure("Landlock: a rule is refused");
     if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 || !rules.Enforce())
-        return SystemFailure("the rules are refused");
+        return SystemFailure("Landlock: the rules are refused");
     return Status::Ok();
 }
 

@@ -50,10 +50,10 @@ void AllowThreads(CallFilter& filter, bool may_start_programs) {
                                           CLONE_NEWIPC | CLONE_NEWUSER | CLONE_NEWPID |
                                           CLONE_NEWNET;
     if (may_start_programs)
-        filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(clone), {BitsAre(0, kNamespaces, 0)});
+        filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(clone), {ArgumentBits(0, kNamespaces, 0)});
     else
         filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(clone),
-                        {BitsAre(0, kThread | kNamespaces, kThread)});
+                        {ArgumentBits(0, kThread | kNamespaces, kThread)});
     // Its flags lie in memory, where no filter sees them; the C library then takes the old call.
     filter.Add(SCMP_ACT_ERRNO(ENOSYS), {SCMP_SYS(clone3)});
     filter.Add(SCMP_ACT_ALLOW,
@@ -68,10 +68,10 @@ void AllowThreads(CallFilter& filter, bool may_start_programs) {
                 SCMP_SYS(rt_sigpending), SCMP_SYS(rt_sigtimedwait), SCMP_SYS(sigaltstack),
                 SCMP_SYS(restart_syscall)});
     filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(tgkill),
-                    {Is(0, static_cast<std::uint64_t>(getpid()))});
+                    {ArgumentIs(0, static_cast<std::uint64_t>(getpid()))});
     for (const int operation : {PR_SET_NAME, PR_GET_NAME, PR_CAPBSET_READ})
         filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(prctl),
-                        {Is(0, static_cast<std::uint64_t>(operation))});
+                        {ArgumentIs(0, static_cast<std::uint64_t>(operation))});
 }
 
 void AllowWaitingAndAsking(CallFilter& filter) {
@@ -89,7 +89,7 @@ void AllowWaitingAndAsking(CallFilter& filter) {
                 SCMP_SYS(getuid), SCMP_SYS(geteuid), SCMP_SYS(getgid), SCMP_SYS(getegid),
                 SCMP_SYS(getgroups), SCMP_SYS(getpgrp), SCMP_SYS(getpgid), SCMP_SYS(getsid),
                 SCMP_SYS(getrandom), SCMP_SYS(recvmsg)});  // the last: the next request
-    filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(prlimit64), {Is(0, 0), Is(2, 0)});
+    filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(prlimit64), {ArgumentIs(0, 0), ArgumentIs(2, 0)});
 }
 
 // The suite's start program is a shell that starts another that starts the suite, which listens
@@ -102,11 +102,11 @@ void AllowPrograms(CallFilter& filter) {
                                 SCMP_SYS(accept4),     SCMP_SYS(sendto),     SCMP_SYS(sendmsg),
                                 SCMP_SYS(recvfrom),    SCMP_SYS(shutdown),   SCMP_SYS(getsockname),
                                 SCMP_SYS(getpeername), SCMP_SYS(setsockopt), SCMP_SYS(getsockopt)});
-    filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(socket), {Is(0, AF_UNIX)});
-    filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(socketpair), {Is(0, AF_UNIX)});
+    filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(socket), {ArgumentIs(0, AF_UNIX)});
+    filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(socketpair), {ArgumentIs(0, AF_UNIX)});
     // Its signals to itself carry the number of the process that it became.
     filter.Add(SCMP_ACT_ALLOW, {SCMP_SYS(tgkill), SCMP_SYS(prlimit64)});
-    filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(prctl), {Is(0, PR_SET_PDEATHSIG)});
+    filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(prctl), {ArgumentIs(0, PR_SET_PDEATHSIG)});
 }
 
 }  // namespace

@@ -22,10 +22,10 @@ void AllowMemory(CallFilter& filter) {
     filter.Add(SCMP_ACT_ALLOW, {SCMP_SYS(brk), SCMP_SYS(munmap)});
     constexpr std::uint64_t kKind = MAP_TYPE | MAP_ANONYMOUS;
     filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(mmap),
-                    {BitsAre(2, kAnyBut & ~std::uint64_t{PROT_READ | PROT_WRITE}, 0),
-                     BitsAre(3, kKind, MAP_PRIVATE | MAP_ANONYMOUS)});
+                    {ArgumentBits(2, kAnyBut & ~std::uint64_t{PROT_READ | PROT_WRITE}, 0),
+                     ArgumentBits(3, kKind, MAP_PRIVATE | MAP_ANONYMOUS)});
     filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(mremap),
-                    {BitsAre(3, kAnyBut & ~std::uint64_t{MREMAP_MAYMOVE}, 0)});
+                    {ArgumentBits(3, kAnyBut & ~std::uint64_t{MREMAP_MAYMOVE}, 0)});
 }
 
 void AllowWork(CallFilter& filter) {
@@ -38,11 +38,11 @@ void AllowWork(CallFilter& filter) {
                {SCMP_SYS(rt_sigreturn), SCMP_SYS(exit_group), SCMP_SYS(getpid), SCMP_SYS(gettid)});
     for (const int operation : {FUTEX_WAIT, FUTEX_WAKE, FUTEX_WAIT_BITSET, FUTEX_WAKE_BITSET})
         filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(futex),
-                        {BitsAre(1, static_cast<std::uint32_t>(FUTEX_CMD_MASK),
-                                 static_cast<std::uint64_t>(operation))});
+                        {ArgumentBits(1, static_cast<std::uint32_t>(FUTEX_CMD_MASK),
+                                      static_cast<std::uint64_t>(operation))});
     // What `abort` does.
     filter.AddWhere(SCMP_ACT_ALLOW, SCMP_SYS(tgkill),
-                    {Is(0, static_cast<std::uint64_t>(getpid())), Is(2, SIGABRT)});
+                    {ArgumentIs(0, static_cast<std::uint64_t>(getpid())), ArgumentIs(2, SIGABRT)});
     if (kUnderSanitizer)
         filter.Add(SCMP_ACT_ALLOW, {SCMP_SYS(pipe2), SCMP_SYS(sigaltstack), SCMP_SYS(madvise)});
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/ascii.h"
+#include "load/column_letters.h"
 
 namespace zorvane {
 namespace {
@@ -180,15 +181,6 @@ CellRange ParseRange(std::string_view text) {
     if (colon == std::string_view::npos)
         return {first, first};
     return {first, ParseCell(text.substr(colon + 1))};
-}
-
-void AppendColumn(std::int32_t column, std::string& out) {
-    char letters[8];
-    std::size_t count = 0;
-    for (std::int32_t rest = column + 1; rest > 0 && count < sizeof letters; rest = (rest - 1) / 26)
-        letters[count++] = static_cast<char>('A' + (rest - 1) % 26);
-    while (count > 0)
-        out += letters[--count];
 }
 
 void AppendShifted(std::string_view formula, std::int32_t rows, std::int32_t columns,

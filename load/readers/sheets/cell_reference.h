@@ -31,7 +31,6 @@ struct CellRange {
 CellPlace ParseCell(std::string_view text);
 /// "A1:B2", or "A1" for a range of one cell.
 CellRange ParseRange(std::string_view text);
-void AppendColumn(std::int32_t column, std::string& out);
 
 /// The formula as it reads in a cell that lies `rows` below and `columns` to the right of the one
 /// it was written for: relative references move, those with $ stay, one that leaves the sheet

@@ -1,7 +1,8 @@
 #include "load/readers/sheets/iso_date.h"
 
-#include <charconv>
 #include <cstddef>
+
+#include "common/base/parse_number.h"
 
 namespace zorvane {
 namespace {
@@ -10,8 +11,9 @@ namespace {
 bool ReadDigits(std::string_view text, std::size_t at, std::size_t count, int& value) {
     if (text.size() < at + count)
         return false;
-    const char* begin = text.data() + at;
-    return std::from_chars(begin, begin + count, value).ptr == begin + count;
+    const auto number = ParseNumber<int>(text.substr(at, count));
+    value = number.value_or(0);
+    return number.has_value();
 }
 
 // "2011-02-03" as days of the book's date system.
@@ -44,11 +46,10 @@ bool ParseIsoDate(std::string_view text, bool date_1904, double& serial) {
         text.remove_prefix(1);
     int hour = 0;
     int minute = 0;
-    double second = 0;
     if (!ReadDigits(text, 0, 2, hour) || !ReadDigits(text, 3, 2, minute))
         return has_day;
-    if (text.size() > 6)
-        std::from_chars(text.data() + 6, text.data() + text.size(), second);
+    const double second =
+        text.size() > 6 ? ReadNumber<double>(text.substr(6)).value.value_or(0) : 0;
     serial += (hour * 3600 + minute * 60 + second) / 86'400;
     return true;
 }

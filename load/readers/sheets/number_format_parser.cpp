@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <charconv>
 
 #include "common/base/ascii.h"
-#include "common/base/utf8_bytes.h"
+#include "common/base/parse_number.h"
+#include "common/base/text_bytes.h"
 #include "load/readers/sheets/number_format_parts.h"
 
 namespace zorvane::number_format {
@@ -122,9 +122,10 @@ class SectionParser {
     // "€-407": a currency's sign and the number of a language.
     bool Locale(std::string_view inside) {
         const std::size_t dash = std::min(inside.rfind('-'), inside.size());
-        if (dash < inside.size())
-            std::from_chars(inside.data() + dash + 1, inside.data() + inside.size(),
-                            section_->locale, 16);
+        if (dash < inside.size()) {
+            const auto locale = ReadNumber<std::uint32_t>(inside.substr(dash + 1), 16);
+            section_->locale = locale.value.value_or(section_->locale);
+        }
         return dash == 0 || AddLiteral(inside.substr(0, dash));
     }
 
@@ -134,10 +135,10 @@ class SectionParser {
             condition.sign += inside.front();
             inside.remove_prefix(1);
         }
-        const auto [end, error] =
-            std::from_chars(inside.data(), inside.data() + inside.size(), condition.bound);
-        if (error != std::errc() || condition.sign.size() > 2)
+        const auto bound = ReadNumber<double>(inside).value;
+        if (!bound || condition.sign.size() > 2)
             return false;
+        condition.bound = *bound;
         section_->condition = condition;
         return true;
     }

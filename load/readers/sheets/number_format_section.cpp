@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <charconv>
 
+#include "common/base/parse_number.h"
 #include "load/readers/sheets/number_format_parts.h"
 
 namespace zorvane::number_format {
@@ -79,10 +79,8 @@ std::int32_t FixedDenominator(std::vector<Part>& parts, std::size_t slash) {
         digits += '0';
         ++end;
     }
-    std::int32_t number = 0;
-    const auto [stop, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error != std::errc() || number <= 0 || number > 99'999)
+    const std::int32_t number = ParseNumber<std::int32_t>(digits).value_or(0);
+    if (number <= 0 || number > 99'999)
         return 0;
     const auto first = parts.begin() + static_cast<std::ptrdiff_t>(slash) + 1;
     parts.erase(first, parts.begin() + static_cast<std::ptrdiff_t>(end));

@@ -195,15 +195,24 @@ class HtmlSink : public DocumentSink {
             text_ += character;
     }
 
-    static std::string SpanOf(const CharFormat& format) {
-        std::string style = "font-family: '";
+    // Quotes and backslashes would end the name, or hide its end.
+    static std::string FontOf(const CharFormat& format) {
+        std::string name;
         for (const char character : format.font.view()) {
-            if (character != '\'' && character != '\\')
-                style += HtmlEscape(character).empty() ? std::string(1, character)
-                                                       : std::string(HtmlEscape(character));
+            const std::string_view escaped = HtmlEscape(character);
+            if (character == '\'' || character == '\\')
+                continue;
+            if (escaped.empty())
+                name += character;
+            else
+                name += escaped;
         }
-        style += "'; font-size: " + std::to_string(format.half_points / 2) +
-                 (format.half_points % 2 == 0 ? "pt" : ".5pt");
+        return "font-family: '" + name + "'; font-size: " + std::to_string(format.half_points / 2) +
+               (format.half_points % 2 == 0 ? "pt" : ".5pt");
+    }
+
+    static std::string SpanOf(const CharFormat& format) {
+        std::string style = FontOf(format);
         if (format.bold)
             style += "; font-weight: bold";
         if (format.italic)
@@ -268,46 +277,66 @@ class BesideReplay {
     std::size_t next_ = 0;
 };
 
+// A rich text run by run, cut where paragraphs end and where their format changes.
+class RunReplay {
+  public:
+    RunReplay(const RichText& text, DocumentSink& sink, const std::vector<BesideItem>& beside)
+        : text_(text), writer_(sink), items_(beside, sink) {}
+
+    void All() {
+        items_.UpTo(number_);
+        for (const CharRun& run : text_.char_runs) {
+            const std::int32_t end = at_ + run.length;
+            while (at_ < end)
+                Step(end, run.format);
+        }
+        items_.Rest();
+        writer_.EndIfBegun();
+    }
+
+  private:
+    void Step(std::int32_t end, const CharFormat& format) {
+        if (at_ >= paragraph_end_ && paragraph_ < text_.paragraph_runs.size()) {
+            paragraph_end_ += text_.paragraph_runs[paragraph_].length;
+            writer_.SetFormat(text_.paragraph_runs[paragraph_++].format);
+        }
+        const std::int32_t limit = paragraph_end_ > at_ ? std::min(end, paragraph_end_) : end;
+        const std::u16string_view rest =
+            std::u16string_view(text_.text)
+                .substr(static_cast<std::size_t>(at_), static_cast<std::size_t>(limit - at_));
+        const std::u16string_view line = rest.substr(0, rest.find(u'\r'));
+        if (!line.empty())
+            writer_.Text(ToUtf8(line), format);
+        const bool ends = line.size() < rest.size();
+        at_ = ends ? at_ + static_cast<std::int32_t>(line.size()) : limit;
+        if (ends)
+            EndParagraph(end);
+    }
+
+    // A break may lie in two runs.
+    void EndParagraph(std::int32_t end) {
+        writer_.End();
+        items_.UpTo(++number_);
+        const std::int32_t behind = std::min(at_ + 2, end);
+        while (at_ < behind && IsBreak(text_.text[static_cast<std::size_t>(at_)]))
+            ++at_;
+    }
+
+    static bool IsBreak(char16_t unit) { return unit == u'\r' || unit == u'\n'; }
+
+    const RichText& text_;
+    ParagraphWriter writer_;
+    BesideReplay items_;
+    std::int32_t number_ = 1;
+    std::size_t paragraph_ = 0;
+    std::int32_t paragraph_end_ = 0;
+    std::int32_t at_ = 0;
+};
+
 }  // namespace
 
 void Replay(const RichText& text, DocumentSink& sink, const std::vector<BesideItem>& beside) {
-    ParagraphWriter writer(sink);
-    BesideReplay items(beside, sink);
-    std::int32_t number = 1;
-    items.UpTo(number);
-    std::size_t paragraph = 0;
-    std::int32_t paragraph_end = 0;
-    std::int32_t at = 0;
-    for (const CharRun& run : text.char_runs) {
-        const std::int32_t end = at + run.length;
-        while (at < end) {
-            if (at >= paragraph_end && paragraph < text.paragraph_runs.size()) {
-                paragraph_end += text.paragraph_runs[paragraph].length;
-                writer.SetFormat(text.paragraph_runs[paragraph++].format);
-            }
-            const auto from = static_cast<std::size_t>(at);
-            std::size_t stop = text.text.find(u'\r', from);
-            const auto limit =
-                static_cast<std::size_t>(paragraph_end > at ? std::min(end, paragraph_end) : end);
-            const bool ends = stop < limit;
-            stop = std::min(stop, limit);
-            if (stop > from)
-                writer.Text(ToUtf8(std::u16string_view(text.text).substr(from, stop - from)),
-                            run.format);
-            if (ends) {
-                writer.End();
-                items.UpTo(++number);
-            }
-            at = static_cast<std::int32_t>(stop);
-            while (at < end &&
-                   (text.text[static_cast<std::size_t>(at)] == u'\r' ||
-                    text.text[static_cast<std::size_t>(at)] == u'\n') &&
-                   ends && at < static_cast<std::int32_t>(stop) + 2)
-                ++at;
-        }
-    }
-    items.Rest();
-    writer.EndIfBegun();
+    RunReplay(text, sink, beside).All();
 }
 
 void ParagraphWriter::Open() {

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -191,19 +190,13 @@ std::optional<Color> HexColor(std::string_view digits) {
 std::optional<Color> FunctionColor(std::string_view text) {
     std::array<std::uint32_t, 3> parts{};
     std::size_t count = 0;
-    const char* at = text.data();
-    const char* end = text.data() + text.size();
-    while (at < end && count < parts.size()) {
-        double value = 0;
-        const auto [stop, error] = std::from_chars(at, end, value);
-        if (error != std::errc()) {
-            ++at;
+    while (!text.empty() && count < parts.size()) {
+        const auto number = ReadNumber<double>(text);
+        text.remove_prefix(number.value ? number.size : 1);
+        if (!number.value)
             continue;
-        }
-        const bool percent = stop < end && *stop == '%';
-        value = std::clamp(percent ? value * 255 / 100 : value, 0.0, 255.0);
-        parts[count++] = static_cast<std::uint32_t>(std::lround(value));
-        at = stop;
+        const double value = text.starts_with('%') ? *number.value * 255 / 100 : *number.value;
+        parts[count++] = static_cast<std::uint32_t>(std::lround(std::clamp(value, 0.0, 255.0)));
     }
     if (count < parts.size())
         return std::nullopt;
@@ -238,12 +231,11 @@ std::optional<CssLength> ParseLength(std::string_view text) {
     text = Trim(text);
     if (text.starts_with('+'))
         text.remove_prefix(1);
-    double value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || !std::isfinite(value))
+    const auto number = ReadNumber<double>(text);
+    if (!number.value || !std::isfinite(*number.value))
         return std::nullopt;
-    const std::string unit =
-        ToLower(text.substr(static_cast<std::size_t>(end - text.data())).substr(0, 8));
+    const double value = *number.value;
+    const std::string unit = ToLower(text.substr(number.size).substr(0, 8));
     constexpr std::array<std::pair<std::string_view, double>, 8> kUnits = {{{"px", 15},
                                                                             {"pt", 20},
                                                                             {"pc", 240},

@@ -1,8 +1,8 @@
 // What attributes and style sheets change of how an element shows.
 #include <algorithm>
 #include <array>
-#include <charconv>
 
+#include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 #include "load/readers/web/html_flow.h"
 
@@ -118,11 +118,8 @@ std::string HtmlFlow::Decoded(const std::string_view* value) {
 
 std::int32_t HtmlFlow::ParseNumber(std::string_view text, std::int32_t otherwise) {
     constexpr std::int32_t kLargest = 1'000'000'000;
-    text = Trim(text);
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end != text.data() ? std::clamp(number, -kLargest, kLargest)
-                                                      : otherwise;
+    const auto number = ReadNumber<std::int32_t>(Trim(text)).value;
+    return number ? std::clamp(*number, -kLargest, kLargest) : otherwise;
 }
 
 }  // namespace zorvane

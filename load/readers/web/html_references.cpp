@@ -1,11 +1,12 @@
 #include "load/readers/web/html_references.h"
 
 #include <array>
-#include <charconv>
 #include <gumbo.h>
 
 #include "common/base/ascii.h"
+#include "common/base/parse_number.h"
 #include "common/base/surrogates.h"
+#include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
@@ -41,12 +42,6 @@ std::string AskParser(std::string_view reference) {
     return text.empty() ? std::string(reference) : text.substr(1);
 }
 
-std::u16string UnitsOf(std::uint32_t code) {
-    std::u16string units;
-    AppendCodePoint(code, units);
-    return units;
-}
-
 void AppendCode(std::uint32_t code, std::string& out) {
     if (code >= 0x80 && code <= 0x9F) {
         // Kept by every browser: such numbers mean the Windows code page.
@@ -55,7 +50,7 @@ void AppendCode(std::uint32_t code, std::string& out) {
         return;
     }
     const bool unknown = code == 0 || code > 0x10FFFF || IsSurrogate(code);
-    AppendUtf8(UnitsOf(unknown ? 0xFFFD : code), out);
+    AppendUtf8(char32_t{unknown ? 0xFFFD : code}, out);
 }
 
 }  // namespace
@@ -79,14 +74,12 @@ void HtmlReferences::Decode(std::string_view text, std::string& out) {
 
 std::size_t HtmlReferences::DecodeNumber(std::string_view text, std::string& out) {
     const bool hexadecimal = text.size() > 2 && (text[2] == 'x' || text[2] == 'X');
-    const char* begin = text.data() + (hexadecimal ? 3 : 2);
-    const char* end = text.data() + text.size();
-    std::uint32_t code = 0;
-    const auto [stop, error] = std::from_chars(begin, end, code, hexadecimal ? 16 : 10);
-    if (stop == begin)
+    const std::size_t mark = hexadecimal ? 3 : 2;
+    const auto code = ReadNumber<std::uint32_t>(text.substr(mark), hexadecimal ? 16 : 10);
+    if (code.size == 0)
         return 0;
-    AppendCode(error == std::errc() ? code : 0, out);
-    const auto used = static_cast<std::size_t>(stop - text.data());
+    AppendCode(code.value.value_or(0), out);
+    const std::size_t used = mark + code.size;
     return used < text.size() && text[used] == ';' ? used + 1 : used;
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "load/column_letters.h"
 #include "load/readers/sheets/merged_cells.h"
 
 namespace zorvane {
