@@ -82,6 +82,9 @@ TEST(Plan, MarksTheEndBeforeWhereSomeReadersJoinNothing) {
         {"ax", "abx", "=a+.+b=.=x=.", 1},
         {"ax", "abx", "=a=.+b+.=x=.", 0},
         {"ax", "abcx", "=a=.+b+.+c+.=x=.", 1},
+        {"abx", "acx", "=a=.-b-.+c+.=x=."},
+        {"abx", "acx", "=a=.-b+c=.=x=.", 1},
+        {"abx", "acdx", "=a=.-b-.+c+.+d+.=x=.", 1},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.original) + " " + row.modified);

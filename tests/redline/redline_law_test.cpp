@@ -53,6 +53,12 @@ PairFile Pictured(const std::string& drawing, const std::string& bytes = "one") 
     return file;
 }
 
+PairFile Diagram(const std::string& drawing) {
+    PairFile file = Pictured("<dgm:relIds r:dm=\"rm\"/>");
+    file.diagram = drawing;
+    return file;
+}
+
 std::vector<LawRow> Rows() {
     const std::string two_rows = Row({"Oak", "12"}) + Row({"Elm", "7"});
     const std::string notes = Note("1", "First note.") + Note("2", "Second note.");
@@ -131,6 +137,7 @@ std::vector<LawRow> Rows() {
          Pictured(Inline("9", "", "")),
          Pictured(Inline("9", "", "<a:srcRect l=\"1\"/>")),
          {1, 1}},
+        {"a diagram that only its drawing tells", Diagram("<a/>"), Diagram("<b/>"), {1, 1}},
         {"a word of a link",
          {Paragraph(Link(kLong))},
          {Paragraph(Link(With(kLong, "large", "small")))},
