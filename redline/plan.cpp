@@ -8,7 +8,7 @@ namespace {
 
 using Indexes = std::vector<std::size_t>;
 
-constexpr std::u16string_view::size_type kBreakLength = 2;
+constexpr std::size_t kBreakLength = kBlockBreak.size();
 
 std::size_t FirstTrailingTable(const Indexes& list, const std::vector<StoryBlock>& blocks) {
     std::size_t end = list.size();

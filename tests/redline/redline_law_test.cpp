@@ -8,7 +8,8 @@ struct LawRow {
     const char* name;
     PairFile original;
     PairFile modified;
-    RedlineCounts counts;  ///< insertions, deletions, marks of ends, rows, notes, properties
+    RedlineCounts counts;    ///< insertions, deletions, marks of ends, rows, notes, properties
+    std::int64_t twice = 0;  ///< rows that are deleted and inserted
 };
 
 const std::string kLong = "The committee decides about the large hall";
@@ -98,7 +99,24 @@ std::vector<LawRow> Rows() {
         {"another number of cells",
          {Table(two_rows) + kKept},
          {Table(Row({"Oak"}) + Row({"Elm", "7"})) + kKept},
-         {1, 2, 3, 2}},
+         {1, 2, 3, 2},
+         1},
+        {"a column more",
+         {Table(two_rows) + kKept},
+         {Table(Row({"Oak", "12", "a"}) + Row({"Elm", "7", "b"})) + kKept},
+         {6, 4, 10, 4},
+         2},
+        {"a column less beside a row that has it no more",
+         {Table(two_rows + Row({"Ash"})) + kKept},
+         {Table(Row({"Oak"}) + Row({"Elm"}) + Row({"Ash"})) + kKept},
+         {2, 4, 6, 4},
+         2},
+        {"cells that are merged now",
+         {Table(two_rows) + kKept},
+         {Table(With(two_rows, "<w:tcPr/>", "<w:tcPr><w:vMerge w:val=\"restart\"/></w:tcPr>")) +
+          kKept},
+         {2, 2, 4, 2},
+         1},
         {"a table more, in front of the last paragraph",
          {kOther + kKept},
          {kOther + Table(two_rows) + kKept},
@@ -194,6 +212,7 @@ TEST(RedlineLaw, HoldsForEachKindOfChangeWithFewMarks) {
         EXPECT_EQ(got, row.counts)
             << got.insertions << " " << got.deletions << " " << got.paragraph_marks << " "
             << got.rows << " " << got.notes << " " << got.properties;
+        EXPECT_EQ(written.untracked[UntrackedCount::RowsTwice], row.twice);
     }
 }
 
