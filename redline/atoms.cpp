@@ -197,6 +197,7 @@ std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std
 }
 
 std::u16string ObjectKeys::KeyOf(const std::string& form) {
+    // The last plane of private use, whose signs no font and so no text has.
     constexpr char32_t kFirst = 0x100000;
     constexpr char32_t kLast = 0x10FFFD;
     const auto next = static_cast<char32_t>(kFirst + keys_.size());

@@ -11,7 +11,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-constexpr std::size_t kKeyLength = 2;
+constexpr std::size_t kKeyLength = 2;  // of `ObjectKeys::KeyOf`, in UTF-16 units
 
 bool IsElement(const Node& node) {
     return node.type() == pugi::node_element;

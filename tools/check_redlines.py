@@ -189,6 +189,8 @@ NOT_IN_MARKS = {"hyperlink", "fldSimple", "p", "tbl"}
 def disorder_in(file):
     """Kinds of elements at places where the format has none for them."""
     found = set()
+    if not zipfile.is_zipfile(file):
+        return found  # behind a password
     with zipfile.ZipFile(file) as package:
         for name in package.namelist():
             if not re.fullmatch(r"word/(document|header\d*|footer\d*|footnotes|endnotes)\.xml", name):

@@ -14,10 +14,10 @@ import tempfile
 
 LOUD = 0xFF00FF
 TALL = 280000     # hundredths of a millimetre; the office takes up to 300000
-RESOLUTION = 60
-TALLEST_LINE = 24  # a band above it holds lines of a table, and is cut where only those go on
+RESOLUTION = 96
+TALLEST_LINE = 38  # a band above it holds lines of a table, and is cut where only those go on
 STRAIGHT = 3       # more rows alike than in a photograph, fewer than above a line of a table
-OFF = 0.03        # the share of pixels that may be off: letters are drawn between pixels
+OFF = 0.012       # the share of pixels that may be off: letters are drawn between pixels
 
 INK = bytes(1 if value < 176 else 0 for value in range(256))
 LOW = bytes(1 if value < 112 else 0 for value in range(256))
