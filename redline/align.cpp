@@ -11,34 +11,28 @@
 namespace zorvane {
 namespace {
 
-constexpr std::u16string_view kBreak = u"\r\n";
+using SharedText = std::shared_ptr<const std::u16string>;
 
-std::shared_ptr<const std::u16string> Joined(const std::vector<const std::u16string*>& lines) {
+SharedText Joined(const std::vector<std::u16string>& lines) {
     auto text = std::make_shared<std::u16string>();
-    std::size_t length = 0;
-    for (const std::u16string* line : lines)
-        length += kBreak.size() + line->size();
-    text->reserve(length);
-    for (const std::u16string* line : lines)
-        text->append(line == lines.front() ? u"" : kBreak).append(*line);
+    for (const std::u16string& line : lines)
+        text->append(&line == &lines.front() ? u"" : kBlockBreak).append(line);
     return text;
 }
 
 // All of it: nothing is left out, since what is written is both documents.
-Result<Comparison> Compared(const std::vector<const std::u16string*>& original,
-                            const std::vector<const std::u16string*>& modified, bool words,
-                            RunWatcher* watcher) {
+Result<Comparison> Compared(const PerSide<SharedText>& texts, bool words, RunWatcher* watcher) {
     CompareOptions options;
     options.find_sections = words;
     options.find_moves = false;
-    return CompareTexts({Joined(original), Joined(modified)}, options, watcher);
+    return CompareTexts(texts, options, watcher);
 }
 
 // ---- what stays of a replaced stretch ----
 
 // Where the unit of text ends that begins at `at`: a word, an object, a break, or one letter.
 std::size_t UnitEnd(std::u16string_view text, std::size_t at) {
-    if (text.substr(at, 2) == kBreak || (IsHighSurrogate(text[at]) && at + 1 < text.size()))
+    if (text.substr(at, 2) == kBlockBreak || (IsHighSurrogate(text[at]) && at + 1 < text.size()))
         return at + 2;
     const auto in_word = [&text](std::size_t place) {
         const char16_t unit = text[place];
@@ -128,8 +122,8 @@ std::u16string TextOf(const std::vector<StoryBlock>& blocks,
                       const std::vector<std::size_t>& chosen) {
     std::u16string text;
     for (const std::size_t index : chosen)
-        text.append(text.empty() && index == chosen.front() ? u"" : kBreak)
-            .append(blocks[index].text);
+        text.append(text.empty() && index == chosen.front() ? u"" : kBlockBreak)
+            .append(blocks[index].text.View());
     return text;
 }
 
@@ -264,8 +258,8 @@ class GroupBuilder {
             return false;
         if (in_step && GridOf(original_[original].node) == GridOf(modified_[modified].node))
             return true;
-        const auto old_units = UnitsOf(original_[original].text);
-        const auto new_units = UnitsOf(modified_[modified].text);
+        const auto old_units = UnitsOf(original_[original].text.View());
+        const auto new_units = UnitsOf(modified_[modified].text.View());
         const std::multiset<std::u16string_view> old_words(old_units.begin(), old_units.end());
         std::multiset<std::u16string_view> left = old_words;
         std::size_t shared = 0;
@@ -287,14 +281,6 @@ class GroupBuilder {
     const std::vector<StoryBlock>& modified_;
     std::vector<BlockGroup> groups_;
 };
-
-std::vector<const std::u16string*> LinesOf(const std::vector<StoryBlock>& blocks) {
-    std::vector<const std::u16string*> lines;
-    lines.reserve(blocks.size());
-    for (const StoryBlock& block : blocks)
-        lines.push_back(&block.text);
-    return lines;
-}
 
 // A walk over the records and over the equal lines between them.
 template <class OnEqual, class OnRecord>
@@ -320,7 +306,8 @@ void WalkComparison(const Comparison& comparison, std::size_t original_count,
 bool SameTexts(const std::vector<StoryBlock>& original, const std::vector<StoryBlock>& modified) {
     return std::equal(original.begin(), original.end(), modified.begin(), modified.end(),
                       [](const StoryBlock& one, const StoryBlock& other) {
-                          return one.is_table == other.is_table && one.text == other.text;
+                          return one.is_table == other.is_table &&
+                                 one.text.View() == other.text.View();
                       });
 }
 
@@ -337,7 +324,9 @@ std::vector<BlockGroup> AlignBlocks(const std::vector<StoryBlock>& original,
     // No text at all would be compared as one empty line.
     const bool nothing = original.empty() || modified.empty();
     const Result<Comparison> compared =
-        nothing ? Failure{} : Compared(LinesOf(original), LinesOf(modified), true, watcher);
+        nothing ? Failure{}
+                : Compared({original.front().text.Shared(), modified.front().text.Shared()}, true,
+                           watcher);
     if (!compared.ok()) {
         builder.Apart(Range(0, static_cast<std::int32_t>(original.size())),
                       Range(0, static_cast<std::int32_t>(modified.size())));
@@ -360,16 +349,9 @@ std::vector<std::pair<std::size_t, std::size_t>> AlignLines(
     const std::vector<std::u16string>& original, const std::vector<std::u16string>& modified,
     RunWatcher* watcher) {
     std::vector<std::pair<std::size_t, std::size_t>> pairs;
-    const auto lines = [](const std::vector<std::u16string>& texts) {
-        std::vector<const std::u16string*> pointers;
-        pointers.reserve(texts.size());
-        for (const std::u16string& text : texts)
-            pointers.push_back(&text);
-        return pointers;
-    };
     const bool nothing = original.empty() || modified.empty();
     const Result<Comparison> compared =
-        nothing ? Failure{} : Compared(lines(original), lines(modified), false, watcher);
+        nothing ? Failure{} : Compared({Joined(original), Joined(modified)}, false, watcher);
     if (!compared.ok())
         return pairs;
     WalkComparison(

@@ -197,6 +197,7 @@ std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std
 }
 
 std::u16string ObjectKeys::KeyOf(const std::string& form) {
+    // The last plane of private use, whose signs no font and so no text has.
     constexpr char32_t kFirst = 0x100000;
     constexpr char32_t kLast = 0x10FFFD;
     const auto next = static_cast<char32_t>(kFirst + keys_.size());
@@ -206,20 +207,31 @@ std::u16string ObjectKeys::KeyOf(const std::string& form) {
             static_cast<char16_t>(0xDC00 + (rest & 0x3FFU))};
 }
 
+void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks) {
+    const bool first = blocks.empty();
+    auto text = first ? std::make_shared<std::u16string>() : blocks.back().text.Shared();
+    if (!first)
+        text->append(kBlockBreak);
+    block.text.MoveInto(std::move(text));
+    blocks.push_back(std::move(block));
+}
+
 std::vector<StoryBlock> AtomReader::Blocks(const Node& container) const {
     std::vector<StoryBlock> blocks;
+    CollectBlocks(container, blocks);
+    return blocks;
+}
+
+void AtomReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& blocks) const {
     for (const Node& child : container.children()) {
         const std::string_view name = LocalName(child);
-        if (name == "p") {
-            blocks.push_back(Paragraph(child));
-        } else if (name == "tbl") {
-            blocks.push_back({child, true, PlainTextOf(child), {}});
-        } else if (IsBlockWrapper(name)) {
-            std::vector<StoryBlock> inner = Blocks(child);
-            std::move(inner.begin(), inner.end(), std::back_inserter(blocks));
-        }
+        if (name == "p")
+            AddBlock(Paragraph(child), blocks);
+        else if (name == "tbl")
+            AddBlock({child, true, BlockText(PlainTextOf(child)), {}}, blocks);
+        else if (IsBlockWrapper(name))
+            CollectBlocks(child, blocks);
     }
-    return blocks;
 }
 
 namespace {

@@ -4,7 +4,10 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "load/readers/container/xml_part.h"
@@ -40,13 +43,49 @@ inline bool HoldsStory(const Atom& atom) {
     return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
 }
 
+/// What stands between two blocks' texts.
+inline constexpr std::u16string_view kBlockBreak = u"\r\n";
+
+/// The text of a block: its own while it is read, then a stretch of the one that all blocks of a
+/// container share, so that there is never a second copy of a document's text.
+class BlockText {
+  public:
+    BlockText() = default;
+    explicit BlockText(std::u16string own) : own_(std::move(own)) {}
+    std::u16string_view View() const {
+        return shared_ ? std::u16string_view(*shared_).substr(begin_, size_) : own_;
+    }
+    std::size_t size() const { return shared_ ? size_ : own_.size(); }
+    BlockText& operator+=(std::u16string_view more) {
+        own_ += more;
+        return *this;
+    }
+    /// From then on nothing can be added.
+    void MoveInto(std::shared_ptr<std::u16string> shared) {
+        begin_ = shared->size();
+        size_ = own_.size();
+        shared->append(std::exchange(own_, {}));
+        shared_ = std::move(shared);
+    }
+    const std::shared_ptr<std::u16string>& Shared() const { return shared_; }
+
+  private:
+    std::u16string own_;
+    std::shared_ptr<std::u16string> shared_;
+    std::size_t begin_ = 0;
+    std::size_t size_ = 0;
+};
+
 /// A paragraph, or a table. A table's text only serves to find its partner.
 struct StoryBlock {
     pugi::xml_node node;
     bool is_table = false;
-    std::u16string text;
+    BlockText text;
     std::vector<Atom> atoms;
 };
+
+/// Puts a block behind the others of its container.
+void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks);
 
 /// The first atom that takes room and ends behind `place`; the end of the list without one.
 std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std::size_t place);
@@ -71,6 +110,7 @@ struct AtomReader {
     /// The blocks of a container, those in block controls among them.
     std::vector<StoryBlock> Blocks(const pugi::xml_node& container) const;
     StoryBlock Paragraph(const pugi::xml_node& node) const;
+    void CollectBlocks(const pugi::xml_node& container, std::vector<StoryBlock>& blocks) const;
     /// An object's form, without what says nothing (ids, names of parts).
     std::string FormOf(const pugi::xml_node& node) const;
 };

@@ -69,6 +69,7 @@ std::int64_t HighestId(WordPackage& package) {
 }
 
 std::int64_t FirstId(WordPackage& package, std::int32_t prefix) {
+    // Ids behind the digits asked for: two redlines with other digits share none up to here.
     constexpr std::int64_t kRoom = 100'000;
     return std::max(HighestId(package), prefix * kRoom) + 1;
 }

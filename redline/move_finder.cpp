@@ -22,7 +22,8 @@ bool IsWhole(const std::vector<PlanToken>& tokens, std::size_t at) {
 
 // Text alone: what holds stories of its own is left where it is.
 bool MayMove(const StoryBlock& block) {
-    return std::count(block.text.begin(), block.text.end(), u' ') >=
+    const std::u16string_view text = block.text.View();
+    return std::count(text.begin(), text.end(), u' ') >=
                static_cast<std::ptrdiff_t>(kFewestBlanks) &&
            std::none_of(block.atoms.begin(), block.atoms.end(), HoldsStory);
 }
@@ -45,7 +46,7 @@ void FindMoves(Plan& plan, const std::vector<StoryBlock>& original,
         const StoryBlock& block = deleted ? original[token.original] : modified[token.modified];
         if (token.length != block.text.size() || !MayMove(block))
             continue;
-        Places& place = places[block.text];
+        Places& place = places[block.text.View()];
         (deleted ? place.deleted : place.inserted).push_back(i);
     }
     std::size_t number = 0;

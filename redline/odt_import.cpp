@@ -85,7 +85,7 @@ bool NamesFont(std::string_view attribute) {
 // What a style means, with all that it names.
 std::string FormOfStyle(WordPackage& package, const std::string& part, const Node& style,
                         int depth) {
-    constexpr int kMostParents = 40;
+    constexpr int kMostParents = 40;  // styles of a hostile file can be each other's parents
     return CanonicalXml(
         style, [&](const Node& node, const pugi::xml_attribute& attribute, std::string& value) {
             const std::string_view name = attribute.name();

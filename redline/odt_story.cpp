@@ -11,7 +11,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-constexpr std::size_t kKeyLength = 2;
+constexpr std::size_t kKeyLength = 2;  // of `ObjectKeys::KeyOf`, in UTF-16 units
 
 bool IsElement(const Node& node) {
     return node.type() == pugi::node_element;
@@ -146,9 +146,9 @@ void OdtReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& bl
     for (const Node& child : container.children()) {
         const std::string_view name = LocalName(child);
         if (IsOdtParagraph(name))
-            blocks.push_back(Paragraph(child));
+            AddBlock(Paragraph(child), blocks);
         else if (name == "table")
-            blocks.push_back({child, true, OdtTextOf(child), {}});
+            AddBlock({child, true, BlockText(OdtTextOf(child)), {}}, blocks);
         else if (IsOdtBlockWrapper(name) && depth < kMaxDepth)
             CollectBlocks(child, blocks, depth + 1);
     }

@@ -8,7 +8,7 @@ namespace {
 
 using Indexes = std::vector<std::size_t>;
 
-constexpr std::u16string_view::size_type kBreakLength = 2;
+constexpr std::size_t kBreakLength = kBlockBreak.size();
 
 std::size_t FirstTrailingTable(const Indexes& list, const std::vector<StoryBlock>& blocks) {
     std::size_t end = list.size();
@@ -245,6 +245,15 @@ class Planner {
         return end < list.size() || HoldsStories(blocks[*last]);
     }
 
+    // Whether one that holds a note comes to the end where it shares one: some readers cannot join
+    // it with what follows.
+    bool NoteNeedsEnd(const BlockGroup& gap, std::size_t inserted) const {
+        const StoryBlock& old_block = original_[gap.original.back()];
+        const StoryBlock& new_block = modified_[gap.modified.back()];
+        return !old_block.is_table && !new_block.is_table &&
+               (HoldsStories(new_block) || (HoldsStories(old_block) && inserted == 1));
+    }
+
     // Tables that lead come first, so that no deleted end stands in front of an inserted one.
     void WriteGap(const BlockGroup& gap, bool open, bool paragraph_before) {
         const Indexes& old_list = gap.original;
@@ -261,7 +270,8 @@ class Planner {
         PutBlocks(TrackMark::Delete, old_list, 0, old_first);
         PutBlocks(TrackMark::Insert, new_list, 0, new_first);
         PutBlocks(TrackMark::Delete, old_list, old_first, old_end);
-        const bool shared = !open && old_end > old_first && new_end > new_first;
+        const bool shared = old_end > old_first && new_end > new_first &&
+                            (!open || NoteNeedsEnd(gap, new_end - new_first));
         if (shared)
             plan_.tokens.pop_back();
         PutBlocks(TrackMark::Insert, new_list, new_first, new_end);
@@ -332,65 +342,6 @@ std::optional<Plan> MakePlan(std::vector<BlockGroup> groups,
                              const std::vector<StoryBlock>& original,
                              const std::vector<StoryBlock>& modified) {
     return Planner(std::move(groups), original, modified).Make();
-}
-
-namespace {
-
-struct LinkPlace {
-    std::size_t end = 0;
-    std::string_view link;
-};
-
-// The link at a place of a block, and where it may be another one.
-LinkPlace LinkAt(const StoryBlock& block, std::size_t place) {
-    const auto atom = AtomBehind(block.atoms, place);
-    return atom == block.atoms.end() ? LinkPlace{block.text.size(), {}}
-                                     : LinkPlace{atom->End(), atom->link};
-}
-
-void AppendByLinks(const PlanToken& token, const StoryBlock& original, const StoryBlock& modified,
-                   std::vector<PlanToken>& tokens) {
-    for (std::size_t done = 0; done < token.length;) {
-        const LinkPlace old_link = LinkAt(original, token.original_begin + done);
-        const LinkPlace new_link = LinkAt(modified, token.modified_begin + done);
-        const std::size_t end = std::min({token.length, old_link.end - token.original_begin,
-                                          new_link.end - token.modified_begin});
-        PlanToken part = token;
-        part.original_begin += done;
-        part.modified_begin += done;
-        part.length = end - done;
-        done = end;
-        if (old_link.link != new_link.link) {
-            PlanToken deleted = part;
-            deleted.mark = TrackMark::Delete;
-            deleted.modified = PlanToken::kNone;
-            tokens.push_back(deleted);
-            part.mark = TrackMark::Insert;
-            part.original = PlanToken::kNone;
-            tokens.push_back(part);
-            continue;
-        }
-        PlanToken* const before = tokens.empty() ? nullptr : &tokens.back();
-        if (part.original_begin > token.original_begin && before != nullptr &&
-            before->mark == TrackMark::Keep)
-            before->length += part.length;
-        else
-            tokens.push_back(part);
-    }
-}
-
-}  // namespace
-
-void SplitAtLinks(Plan& plan, const std::vector<StoryBlock>& original,
-                  const std::vector<StoryBlock>& modified) {
-    std::vector<PlanToken> tokens;
-    for (const PlanToken& token : plan.tokens) {
-        if (token.kind == TokenKind::Text && token.mark == TrackMark::Keep)
-            AppendByLinks(token, original[token.original], modified[token.modified], tokens);
-        else
-            tokens.push_back(token);
-    }
-    plan.tokens = std::move(tokens);
 }
 
 bool EndsAreSound(const std::vector<PlanToken>& tokens) {

@@ -50,7 +50,7 @@ void WidenGrid(Node table) {
     std::int32_t wanted = 0;
     for (const Node& row : RowsOf(table))
         wanted = std::max(wanted, ColumnsOf(row));
-    constexpr std::int32_t kMostColumns = 63;
+    constexpr std::int32_t kMostColumns = 63;  // what word processors take in one table
     for (; there > 0 && there < std::min(wanted, kMostColumns); ++there)
         grid.insert_copy_after(Child(grid, "gridCol"), Child(grid, "gridCol"));
 }

@@ -13,7 +13,7 @@ namespace {
 using Lines = std::vector<ReadLine>;
 
 std::string Short(const std::string& text) {
-    constexpr std::size_t kMost = 60;
+    constexpr std::size_t kMost = 60;  // bytes of a paragraph, enough to find it
     std::string shown = text.substr(0, kMost);
     for (char& byte : shown) {
         if (static_cast<unsigned char>(byte) < ' ')

@@ -297,17 +297,53 @@ std::string StoryReading::ObjectText(const Node& node, int depth) {
     return "\x06" + (drawn ? std::string(name) : Spelled(node)) + "\x07";
 }
 
+// By the bytes of the part, and of all parts that it leads to.
 std::string StoryReading::RelationText(const std::string& id) const {
-    const auto found = relations_.find(id);
-    if (id.empty() || found == relations_.end())
+    if (id.empty() || !relations_.contains(id))
         return id.empty() ? "" : "nothing";
-    if (found->second.external)
-        return found->second.type + ">" + found->second.target;
-    const std::optional<std::string> bytes = package_.Read(found->second.target);
-    std::string digest = bytes ? Hasher(HashKind::Sha256).Digest({*bytes}) : "missing";
+    std::set<std::string> seen;
+    std::multiset<std::string> texts;
+    std::vector<Relationship> open{relations_.at(id)};
+    while (!open.empty()) {
+        const Relationship at = open.back();
+        open.pop_back();
+        if (at.external || !seen.insert(at.target).second) {
+            texts.insert(at.type + ">" + (at.external ? at.target : ""));
+            continue;
+        }
+        std::string drawing;
+        texts.insert(at.type + ":" + PartText(at, drawing));
+        if (const auto shown = relations_.find(drawing); shown != relations_.end())
+            open.push_back(shown->second);
+        for (const auto& [inner, relation] : ReadRelationships(package_, at.target))
+            open.push_back(relation);
+    }
+    std::string all;
+    for (const std::string& text : texts)
+        all += text + ";";
+    return all;
+}
+
+// A diagram's data names its drawing by an id, which the story knows and which may be any.
+std::string StoryReading::PartText(const Relationship& relation, std::string& drawing) const {
+    std::optional<std::string> content;
+    const XmlPart* const data =
+        relation.type == "diagramData" ? trees_.Load(relation.target) : nullptr;
+    if (data == nullptr) {
+        content = package_.Read(relation.target);
+    } else {
+        content = Spelled(data->Root());
+        constexpr std::string_view kId = " relId=";
+        const std::size_t begin = std::min(content->find(kId), content->size());
+        const std::size_t end = std::min(content->find_first_of(" >", begin + 1), content->size());
+        if (begin < end)
+            drawing = content->substr(begin + kId.size(), end - begin - kId.size());
+        content->erase(begin, end - begin);
+    }
+    std::string digest = content ? Hasher(HashKind::Sha256).Digest({*content}) : "missing";
     for (char& byte : digest)
         byte = static_cast<char>('a' + (static_cast<unsigned char>(byte) & 0xFU));
-    return found->second.type + ":" + digest;
+    return digest;
 }
 
 }  // namespace zorvane

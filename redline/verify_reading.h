@@ -92,6 +92,7 @@ class StoryReading {
     std::string NoteText(const Node& reference, int depth);
     std::string ObjectText(const Node& node, int depth);
     std::string RelationText(const std::string& id) const;
+    std::string PartText(const Relationship& relation, std::string& drawing) const;
     std::string LookOf(const Node& properties) const;
     std::string StyleText(const std::string& id, int depth) const;
     std::string ListText(std::string_view id) const;

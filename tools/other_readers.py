@@ -159,12 +159,12 @@ class Office:
                 time.sleep(0.5)
         else:
             sys.exit("LibreOffice does not start")
-        make = context.ServiceManager.createInstanceWithContext
-        self.desktop = make("com.sun.star.frame.Desktop", context)
-        self.dispatcher = make("com.sun.star.frame.DispatchHelper", context)
+        self.service = lambda name: context.ServiceManager.createInstanceWithContext(name, context)
+        self.desktop = self.service("com.sun.star.frame.Desktop")
+        self.dispatcher = self.service("com.sun.star.frame.DispatchHelper")
 
     @staticmethod
-    def _values(**named):
+    def values(**named):
         values = []
         for name, value in named.items():
             one = PropertyValue()
@@ -174,7 +174,7 @@ class Office:
 
     def open(self, file, command=None):
         document = self.desktop.loadComponentFromURL(file.resolve().as_uri(), "_blank", 0,
-                                                     self._values(Hidden=True))
+                                                     self.values(Hidden=True))
         if command:
             self.dispatcher.executeDispatch(document.CurrentController.Frame, ".uno:" + command, "",
                                             0, ())
@@ -189,9 +189,11 @@ class Office:
         append_texts(xml.etree.ElementTree.parse(flat).find(f"{OFFICE}body/{OFFICE}text"), found)
         return found
 
-    def store(self, file, target, filter_name, command=None):
+    def store(self, file, target, filter_name, command=None, change=None):
         document = self.open(file, command)
-        document.storeToURL(target.resolve().as_uri(), self._values(FilterName=filter_name))
+        if change:
+            change(document)
+        document.storeToURL(target.resolve().as_uri(), self.values(FilterName=filter_name))
         document.close(True)
 
     def close(self):

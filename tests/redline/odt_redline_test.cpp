@@ -19,7 +19,8 @@ struct OdtLaw {
     const char* name;
     OdtFile original;
     OdtFile modified;
-    RedlineCounts counts;  ///< insertions, deletions, ends, rows, notes
+    RedlineCounts counts;    ///< insertions, deletions, ends, rows, notes
+    std::int64_t twice = 0;  ///< rows or tables that are deleted and inserted
 };
 
 std::string With(std::string text, const std::string& what, const std::string& by) {
@@ -76,7 +77,12 @@ std::vector<OdtLaw> Rows() {
          {OdtTable(OdtRow({"", ""}) + rows)},
          {OdtTable(rows)},
          {0, 2, 0, 1}},
-        {"a column", {OdtTable(rows)}, {OdtTable(OdtRow({"Oak", "1", "2"}), 3)}, {3, 4, 0, 3}},
+        {"a column", {OdtTable(rows)}, {OdtTable(OdtRow({"Oak", "1", "2"}), 3)}, {3, 4, 0, 3}, 1},
+        {"cells that are merged now",
+         {OdtTable(rows)},
+         {OdtTable(With(rows, "-cell>", "-cell table:number-rows-spanned=\"2\">"))},
+         {2, 2, 0, 2},
+         1},
         {"a table less in front", {OdtTable(rows) + kKept}, {kKept}, {0, 4, 0, 2}},
         {"a table more at the end", {kKept}, {kKept + OdtTable(rows)}, {4, 0, 0, 2}},
         {"a table less between paragraphs that go",
@@ -113,6 +119,9 @@ TEST(OdtRedline, GivesBothDocumentsBackAndMarksLittle) {
         EXPECT_EQ(written.counts.paragraph_marks, row.counts.paragraph_marks);
         EXPECT_EQ(written.counts.rows, row.counts.rows);
         EXPECT_EQ(written.counts.notes, row.counts.notes);
+        EXPECT_EQ(written.untracked[UntrackedCount::RowsTwice] +
+                      written.untracked[UntrackedCount::TablesTwice],
+                  row.twice);
     }
 }
 

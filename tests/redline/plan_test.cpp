@@ -15,7 +15,7 @@ std::vector<StoryBlock> BlocksOf(const std::string& names) {
     for (const char name : names) {
         const bool table = name >= '0' && name <= '9';
         std::u16string text(6, static_cast<char16_t>(name));
-        blocks.push_back({{}, table, text + u" " + text, {}});
+        AddBlock({{}, table, BlockText(text + u" " + text), {}}, blocks);
     }
     return blocks;
 }
@@ -28,7 +28,7 @@ std::string Seen(const std::vector<PlanToken>& tokens, const std::vector<StoryBl
         if (token.mark == gone || token.kind == TokenKind::End)
             continue;
         const std::size_t index = gone == TrackMark::Delete ? token.modified : token.original;
-        seen += static_cast<char>(blocks[index].text.front());
+        seen += static_cast<char>(blocks[index].text.View().front());
     }
     return seen;
 }
@@ -65,7 +65,7 @@ std::string Shown(const Plan& plan, const PerSide<std::vector<StoryBlock>>& bloc
         const StoryBlock& block =
             deleted ? blocks.original[token.original] : blocks.modified[token.modified];
         shown += "=-+"[static_cast<int>(token.mark)];
-        shown += token.kind == TokenKind::End ? '.' : static_cast<char>(block.text.front());
+        shown += token.kind == TokenKind::End ? '.' : static_cast<char>(block.text.View().front());
     }
     return shown;
 }
@@ -82,6 +82,9 @@ TEST(Plan, MarksTheEndBeforeWhereSomeReadersJoinNothing) {
         {"ax", "abx", "=a+.+b=.=x=.", 1},
         {"ax", "abx", "=a=.+b+.=x=.", 0},
         {"ax", "abcx", "=a=.+b+.+c+.=x=.", 1},
+        {"abx", "acx", "=a=.-b-.+c+.=x=."},
+        {"abx", "acx", "=a=.-b+c=.=x=.", 1},
+        {"abx", "acdx", "=a=.-b-.+c+.+d+.=x=.", 1},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.original) + " " + row.modified);

@@ -8,7 +8,8 @@ struct LawRow {
     const char* name;
     PairFile original;
     PairFile modified;
-    RedlineCounts counts;  ///< insertions, deletions, marks of ends, rows, notes, properties
+    RedlineCounts counts;    ///< insertions, deletions, marks of ends, rows, notes, properties
+    std::int64_t twice = 0;  ///< rows that are deleted and inserted
 };
 
 const std::string kLong = "The committee decides about the large hall";
@@ -53,6 +54,12 @@ PairFile Pictured(const std::string& drawing, const std::string& bytes = "one") 
     return file;
 }
 
+PairFile Diagram(const std::string& drawing) {
+    PairFile file = Pictured("<dgm:relIds r:dm=\"rm\"/>");
+    file.diagram = drawing;
+    return file;
+}
+
 std::vector<LawRow> Rows() {
     const std::string two_rows = Row({"Oak", "12"}) + Row({"Elm", "7"});
     const std::string notes = Note("1", "First note.") + Note("2", "Second note.");
@@ -92,7 +99,24 @@ std::vector<LawRow> Rows() {
         {"another number of cells",
          {Table(two_rows) + kKept},
          {Table(Row({"Oak"}) + Row({"Elm", "7"})) + kKept},
-         {1, 2, 3, 2}},
+         {1, 2, 3, 2},
+         1},
+        {"a column more",
+         {Table(two_rows) + kKept},
+         {Table(Row({"Oak", "12", "a"}) + Row({"Elm", "7", "b"})) + kKept},
+         {6, 4, 10, 4},
+         2},
+        {"a column less beside a row that has it no more",
+         {Table(two_rows + Row({"Ash"})) + kKept},
+         {Table(Row({"Oak"}) + Row({"Elm"}) + Row({"Ash"})) + kKept},
+         {2, 4, 6, 4},
+         2},
+        {"cells that are merged now",
+         {Table(two_rows) + kKept},
+         {Table(With(two_rows, "<w:tcPr/>", "<w:tcPr><w:vMerge w:val=\"restart\"/></w:tcPr>")) +
+          kKept},
+         {2, 2, 4, 2},
+         1},
         {"a table more, in front of the last paragraph",
          {kOther + kKept},
          {kOther + Table(two_rows) + kKept},
@@ -131,6 +155,7 @@ std::vector<LawRow> Rows() {
          Pictured(Inline("9", "", "")),
          Pictured(Inline("9", "", "<a:srcRect l=\"1\"/>")),
          {1, 1}},
+        {"a diagram that only its drawing tells", Diagram("<a/>"), Diagram("<b/>"), {1, 1}},
         {"a word of a link",
          {Paragraph(Link(kLong))},
          {Paragraph(Link(With(kLong, "large", "small")))},
@@ -187,6 +212,7 @@ TEST(RedlineLaw, HoldsForEachKindOfChangeWithFewMarks) {
         EXPECT_EQ(got, row.counts)
             << got.insertions << " " << got.deletions << " " << got.paragraph_marks << " "
             << got.rows << " " << got.notes << " " << got.properties;
+        EXPECT_EQ(written.untracked[UntrackedCount::RowsTwice], row.twice);
     }
 }
 

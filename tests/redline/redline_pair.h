@@ -23,6 +23,7 @@ struct PairFile {
     std::string header{};     ///< likewise; the first section shows it
     std::string picture{};    ///< bytes of the part that relationship "rp" leads to
     std::string link = "http://example.org/";  ///< what relationship "rl" leads to
+    std::string diagram{};  ///< the drawing of the one whose data relationship "rm" leads to
 };
 
 inline const std::string kRelationKind =
@@ -63,6 +64,13 @@ inline std::string MakePairFile(const PairFile& file) {
     if (!file.picture.empty()) {
         relations += relation("rp", "image", "media/image1.png");
         parts.emplace_back("word/media/image1.png", file.picture);
+    }
+    if (!file.diagram.empty()) {
+        relations += relation("rm", "diagramData", "diagrams/data1.xml") +
+                     relation("rd", "diagramDrawing", "diagrams/drawing1.xml");
+        parts.emplace_back("word/diagrams/data1.xml",
+                           "<dgm:dataModel><dsp:dataModelExt relId=\"rd\"/></dgm:dataModel>");
+        parts.emplace_back("word/diagrams/drawing1.xml", file.diagram);
     }
     parts.emplace_back("word/_rels/document.xml.rels",
                        kRelationships + relations + "</Relationships>");

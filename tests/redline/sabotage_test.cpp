@@ -29,7 +29,8 @@ std::string Body(bool modified) {
                      "</w:hyperlink>" + TextRun(" and the map. ") +
                      "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>DATE"
                      "</w:instrText></w:r><w:r><w:fldChar w:fldCharType=\"end\"/></w:r>" +
-                     "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>") +
+                     "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>"
+                     "<w:r><w:drawing><dgm:relIds r:dm=\"rm\"/></w:drawing></w:r>") +
            Paragraph(TextRun("The end of ") + "<w:r><w:pict><w:txbxContent>" +
                      Paragraph(modified ? "boxed new" : "boxed old") +
                      "</w:txbxContent></w:pict></w:r>");
@@ -47,6 +48,7 @@ std::string Input(bool modified) {
     file.footnotes = Note("1", modified ? "Since this year." : "Since last year.");
     file.header = Paragraph(modified ? "Second edition" : "First edition");
     file.picture = "picture";
+    file.diagram = modified ? "<new/>" : "<old/>";
     return MakePairFile(file);
 }
 
@@ -89,6 +91,7 @@ constexpr Sabotage kRows[] = {
     {"no header", kText, "<w:headerReference", "<w:lostReference"},
     {"a text box's text", kText, "boxed ", "Boxed "},
     {"a picture", "word/media/image1.png", "picture", "pictore"},
+    {"a deleted diagram's drawing", "word/diagrams/data12.xml", "rIdOld2", "rd"},
     {"a field's code", kText, "DATE", "TIME"},
     {"what a link leads to", kRelations, "http://example.org/", "http://example.com/"},
     {"a relationship", kText, "r:embed=\"rp\"", "r:embed=\"rq\""},
