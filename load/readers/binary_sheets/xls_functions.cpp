@@ -12,7 +12,7 @@ struct Row {
     std::string_view name;
 };
 
-// Ascending, so that a search by halves finds them. Source: MS-XLS 2.5.198.17.
+// Ascending for a search by halves. Source: MS-XLS 2.5.198.17.
 constexpr Row kFunctions[] = {
     {0, -1, "COUNT"},
     {1, -1, "IF"},
@@ -250,6 +250,10 @@ constexpr Row kFunctions[] = {
     {366, -1, "STDEVA"},
     {367, -1, "VARA"},
 };
+static_assert(std::is_sorted(std::begin(kFunctions), std::end(kFunctions),
+                             [](const Row& left, const Row& right) {
+                                 return left.index <= right.index;
+                             }));
 
 }  // namespace
 

@@ -55,6 +55,7 @@ const ReadRow kReadRows[] = {
     {"a picture", "{\\rtf1 a{\\pict\\pngblip 89504e47}b}", "ab"},
     {"raw bytes", std::string("{\\rtf1 a\\bin3 }{\\b}", 19), "ab"},
     {"unknown groups", "{\\rtf1{\\*\\whatever x{y}}a{\\frob b}}", "ab"},
+    {"a star that begins no group", "{\\rtf1{\\~\\*\\whatever x}{a\\*\\whatever y}}", "\u00A0xay"},
     {"headers and footers", "{\\rtf1{\\header h}{\\footerf f}a}", "a"},
     {"the text of a box", "{\\rtf1{\\shp{\\*\\shpinst{\\sp{\\sn n}{\\sv v}}{\\shptxt in}}}out}",
      "out|in"},

@@ -129,7 +129,8 @@ TEST(HtmlReport, LaysOutDifferences) {
 }
 
 TEST(HtmlReport, FoldsLongUnchangedStretches) {
-    const auto folds = [](std::size_t before, std::size_t between, UnchangedText unchanged) {
+    const auto folds = [](std::size_t before, std::size_t between, UnchangedText unchanged,
+                          const Paragraphs& ahead = {}) {
         Paragraphs original(before, "same words");
         original.emplace_back("one thing to say");
         original.insert(original.end(), between, "same words");
@@ -137,7 +138,8 @@ TEST(HtmlReport, FoldsLongUnchangedStretches) {
         Paragraphs modified = original;
         modified[before] = "1 thing to say";
         modified.back() = "2 things to say";
-        const ComparedPair pair(original, modified);
+        modified.insert(modified.begin(), ahead.begin(), ahead.end());
+        const ComparedPair pair(original, modified, {.ignore_empty_lines = true});
         ReportModel model = pair.Model();
         model.unchanged = unchanged;
         std::string all;
@@ -157,6 +159,7 @@ TEST(HtmlReport, FoldsLongUnchangedStretches) {
     EXPECT_EQ(folds(7, 10, All), "19");
     EXPECT_EQ(folds(4, 6, None), "1 unchanged paragraph (1), left out of this page.11");
     EXPECT_EQ(folds(7, 6, Folded), "4 unchanged paragraphs (1 to 4);15");
+    EXPECT_EQ(folds(7, 6, Folded, {""}), "5 unchanged paragraphs;16") << "ignored, and on one side";
 }
 
 TEST(HtmlReport, LeavesOutWhatWouldMakeThePageTooLarge) {

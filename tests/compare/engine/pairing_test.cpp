@@ -176,6 +176,9 @@ const GoldenRow kMoves[] = {
      "d> " KEEPER "¶¶" STAIRS " | d  | a> " KEEPER
      "¶¶Visitors may climb the stairs on [-Sundays -]{+Mondays +}if the keeper has time and the "
      "weather is fair."},
+    {"short ones beside it go with it", "Lamps / " KEEPER " / See also the map. / " BELL " / " NETS,
+     BELL " / " NETS " / Lamps / " KEEPER " / See also the map.",
+     "d> Lamps¶" KEEPER "¶See also the map. | a> Lamps¶" KEEPER "¶See also the map."},
     {"what stands twice has not moved", KEEPER " / " KEEPER " / " BELL " / " NETS,
      BELL " / " NETS " / " KEEPER, "d " KEEPER "¶" KEEPER " | a " KEEPER},
     {"two that are as like it",
@@ -277,10 +280,10 @@ struct BlankRow {
 };
 TEST(IsBlankParagraph, IsNothingButBlanksAndPadding) {
     const BlankRow rows[] = {
-        {u"", true},        {u" \t", true},     {u"\u00A0\u3000", true}, {u"\a\v", true},
-        {u" , , ", true},   {u"  ;  ;", true},  {u" | |", true},         {u",", false},
-        {u",,,", false},    {u" ,,", false},    {u" , x", false},        {u"-", false},
-        {u"\u200B", false}, {u"\u2002,", true}, {u"0", false},           {u"\r", true},
+        {u"", true},        {u" \t", true},           {u"\u00A0\u3000", true}, {u"\a\v", true},
+        {u" , , ", true},   {u"  ;  ;", true},        {u" | |", true},         {u",", false},
+        {u",,,", false},    {u" ,,", false},          {u" , x", false},        {u"-", false},
+        {u"\u200B", false}, {u"\u2000\u200A,", true}, {u"0", false},           {u"\r", true},
     };
     for (const BlankRow& row : rows) {
         SCOPED_TRACE(ToUtf8(row.text));

@@ -23,7 +23,8 @@ std::vector<std::string> LinesOf(const std::string& text) {
 }
 
 TEST(TextReport, ShowsRecordsInOrder) {
-    const ComparedPair pair({"a b", "gone\x1B", "d"}, {"a\tc", "d", "more\amost"});
+    const ComparedPair pair({"a b", "gone\x1B\x1F ~\x7F\u009F\u00A0", "d"},
+                            {"a\tc", "d", "more\amost"});
     ReportModel model = pair.Model();
     model.title = "Title";
     model.names.original = "a\xFF";
@@ -40,7 +41,7 @@ TEST(TextReport, ShowsRecordsInOrder) {
                                                "+ {+a  c+}",
                                                "",
                                                "<<<2>>> Deletion of 1 paragraph at paragraph 2",
-                                               "- gone\uFFFD",
+                                               "- gone\uFFFD\uFFFD ~\uFFFD\uFFFD\u00A0",
                                                "",
                                                "<<<3>>> Addition of 1 paragraph behind paragraph 3",
                                                "+ more  most"};

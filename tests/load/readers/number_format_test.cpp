@@ -148,6 +148,22 @@ TEST(NumberFormat, ShowsNumbers) {
         SCOPED_TRACE(row.code);
         EXPECT_EQ(Shown(row.value, row.code), row.shown);
     }
+    EXPECT_EQ(Shown(5, std::string(199, '0')), std::string(198, '0') + "5");
+    EXPECT_EQ(Shown(5, std::string(200, '0')), "5") << "more than anybody wrote";
+}
+
+TEST(NumberFormat, ConditionsHoldUpToTheirBounds) {
+    const struct {
+        const char* sign;
+        const char* below_at_above;
+    } rows[] = {{"<", "+  "},  {"<=", "++ "}, {"=<", "++ "}, {">", "  +"}, {">=", " ++"},
+                {"=>", " ++"}, {"=", " + "},  {"<>", "+ +"}, {"><", "+ +"}};
+    for (const auto& row : rows) {
+        std::string held;
+        for (const double value : {4, 5, 6})
+            held += Shown(value, std::string("[") + row.sign + "5]\"+\";\" \"");
+        EXPECT_EQ(held, row.below_at_above) << row.sign;
+    }
 }
 
 constexpr NumberRow kDates[] = {
