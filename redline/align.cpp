@@ -118,8 +118,8 @@ class StretchBuilder {
     std::vector<Stretch> stretches_;
 };
 
-std::u16string TextOf(const std::vector<StoryBlock>& blocks,
-                      const std::vector<std::size_t>& chosen) {
+std::u16string TextOfBlocks(const std::vector<StoryBlock>& blocks,
+                            const std::vector<std::size_t>& chosen) {
     std::u16string text;
     for (const std::size_t index : chosen)
         text.append(text.empty() && index == chosen.front() ? u"" : kBlockBreak)
@@ -193,8 +193,9 @@ class GroupBuilder {
             return Apart(original, modified);
         BlockGroup group{std::move(original), std::move(modified), true, tables, {}};
         if (!tables)
-            group.stretches = StretchesOf(comparison, index, TextOf(original_, group.original),
-                                          TextOf(modified_, group.modified));
+            group.stretches =
+                StretchesOf(comparison, index, TextOfBlocks(original_, group.original),
+                            TextOfBlocks(modified_, group.modified));
         groups_.push_back(std::move(group));
     }
 

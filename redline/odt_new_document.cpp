@@ -19,7 +19,7 @@ constexpr std::string_view kNames =
     " xmlns:svg=\"urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0\""
     " xmlns:dc=\"http://purl.org/dc/elements/1.1/\" office:version=\"1.3\"";
 constexpr std::string_view kXml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-constexpr std::string_view kManifest =
+constexpr std::string_view kNewManifest =
     "<manifest:manifest xmlns:manifest=\"urn:oasis:names:tc:opendocument:xmlns:manifest:1.0\" "
     "manifest:version=\"1.3\"><manifest:file-entry manifest:full-path=\"/\" "
     "manifest:version=\"1.3\" "
@@ -51,7 +51,7 @@ std::string Points(std::int32_t twips) {
            (size < 10 ? ".0" : ".") + std::to_string(size) + "pt";
 }
 
-std::string LookOf(const CharFormat& format) {
+std::string OdtLookOf(const CharFormat& format) {
     std::string look;
     if (format.fore_color)
         AppendAttribute(look, "fo:color", "#" + HexOf(*format.fore_color));
@@ -76,7 +76,7 @@ std::string LookOf(const CharFormat& format) {
     return "<style:text-properties" + look + "/>";
 }
 
-std::string LookOf(const ParagraphFormat& format) {
+std::string OdtLookOf(const ParagraphFormat& format) {
     constexpr const char* kAlignments[] = {"left", "center", "right", "justify"};
     std::string look;
     AppendAttribute(look, "fo:text-align", kAlignments[static_cast<std::size_t>(format.alignment)]);
@@ -96,7 +96,7 @@ class OdtPen : public DocumentPen {
         in_list_ = !label.empty();
         if (in_list_)
             body_ += "<text:list text:style-name=\"" + ListFor(label) + "\"><text:list-item>";
-        body_ += "<text:p text:style-name=\"" + StyleFor("paragraph", LookOf(format)) + "\">";
+        body_ += "<text:p text:style-name=\"" + StyleFor("paragraph", OdtLookOf(format)) + "\">";
         after_blank_ = true;
     }
     void EndParagraph() override {
@@ -105,7 +105,7 @@ class OdtPen : public DocumentPen {
             body_ += "</text:list-item></text:list>";
     }
     void Run(const CharFormat& format, std::u16string_view text) override {
-        body_ += "<text:span text:style-name=\"" + StyleFor("text", LookOf(format)) + "\">";
+        body_ += "<text:span text:style-name=\"" + StyleFor("text", OdtLookOf(format)) + "\">";
         std::u16string plain;
         const auto flush = [&] {
             AppendXml(ToUtf8(plain), body_);
@@ -203,7 +203,7 @@ std::optional<std::string> NewOdtDocument(const RichText& text) {
     std::string styles(kXml);
     styles.append("<office:document-styles").append(kNames).append(">").append(kPage);
     styles += "</office:document-styles>";
-    const std::string manifest = std::string(kXml).append(kManifest);
+    const std::string manifest = std::string(kXml).append(kNewManifest);
     return WriteZip({{"mimetype", "application/vnd.oasis.opendocument.text"},
                      {"content.xml", content},
                      {"styles.xml", styles},

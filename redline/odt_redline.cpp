@@ -14,7 +14,7 @@ namespace {
 using Node = pugi::xml_node;
 
 const std::string kContent = "content.xml";
-const std::string kStyles = "styles.xml";
+const std::string kStylePart = "styles.xml";
 constexpr const char* kTextNames = "urn:oasis:names:tc:opendocument:xmlns:text:1.0";
 
 Node BodyOf(WordPackage& package) {
@@ -24,7 +24,7 @@ Node BodyOf(WordPackage& package) {
 // By page and kind, those of pages with their names.
 std::map<std::string, Node> HeadersOf(WordPackage& package) {
     std::map<std::string, Node> headers;
-    for (const Node& page : Child(package.Tree(kStyles), "master-styles").children()) {
+    for (const Node& page : Child(package.Tree(kStylePart), "master-styles").children()) {
         for (const Node& child : page.children()) {
             const std::string_view name = LocalName(child);
             if (name.starts_with("header") || name.starts_with("footer"))
@@ -34,8 +34,8 @@ std::map<std::string, Node> HeadersOf(WordPackage& package) {
     return headers;
 }
 
-ReadEnd CheckNames(WordPackage& package, const char* side) {
-    for (const std::string& part : {kContent, kStyles}) {
+ReadEnd CheckOdtNames(WordPackage& package, const char* side) {
+    for (const std::string& part : {kContent, kStylePart}) {
         if (package.Tree(part).attribute("xmlns:text").value() != std::string_view(kTextNames))
             return ReadEnd::Fault(
                 ReadError::NotTracked,
@@ -57,7 +57,7 @@ std::int32_t Prepare(WordPackage& package) {
     };
     take(BodyOf(package), kContent);
     for (const auto& [name, story] : HeadersOf(package))
-        take(story, kStyles);
+        take(story, kStylePart);
     return changes;
 }
 
@@ -85,7 +85,7 @@ class OdtRedline {
         if (state_.failed)
             return ReadEnd::Fault(ReadError::NotTracked,
                                   "the changes stand where no mark can be placed");
-        for (const std::string& part : {kContent, kStyles}) {
+        for (const std::string& part : {kContent, kStylePart}) {
             Declare(modified_.Tree(part));
             if (!UnitePrefixes(original_.Tree(part), modified_.Tree(part)))
                 return ReadEnd::Fault(ReadError::NotTracked,
@@ -98,7 +98,7 @@ class OdtRedline {
     OdtStamp StampOf(const RedlineRequest& request) {
         constexpr std::int64_t kRoom = 100'000;
         OdtStamp stamp{request.author, request.date, request.id_prefix * kRoom + 1};
-        for (const std::string& part : {kContent, kStyles}) {
+        for (const std::string& part : {kContent, kStylePart}) {
             VisitElements(modified_.Tree(part), [&stamp](const Node& node) {
                 for (const char* name : {"xml:id", "text:id"}) {
                     if (const pugi::xml_attribute id = node.attribute(name))
@@ -115,10 +115,10 @@ class OdtRedline {
             pugi::xml_document nothing;
             const Node empty = nothing.append_child("style:header").append_child("text:p").parent();
             const auto partner = old_headers.find(name);
-            OdtWriter writer(state_, kStyles, header);
+            OdtWriter writer(state_, kStylePart, header);
             writer.Merge(partner == old_headers.end() ? empty : partner->second, header);
             if (writer.Changed())
-                modified_.Edit(kStyles);
+                modified_.Edit(kStylePart);
             if (partner == old_headers.end())
                 ++frames_left_;
             else
@@ -133,14 +133,14 @@ class OdtRedline {
         if (OdtTextOf(header).empty())
             return;
         const std::string page_name = name.substr(0, name.find('|'));
-        for (Node page : Child(modified_.Tree(kStyles), "master-styles").children()) {
+        for (Node page : Child(modified_.Tree(kStylePart), "master-styles").children()) {
             if (Attribute(page, "name") != page_name)
                 continue;
             Node made = PlaceForHeader(page, header);
-            OdtWriter writer(state_, kStyles, made);
+            OdtWriter writer(state_, kStylePart, made);
             made.append_child("text:p");
             writer.Merge(header, made);
-            modified_.Edit(kStyles);
+            modified_.Edit(kStylePart);
             ++frames_left_;
             return;
         }
@@ -199,13 +199,14 @@ ReadEnd WriteOdtRedline(const PerSide<std::string_view>& packages, const Redline
         if (ReadEnd end = opened[side].OpenParts(packages[side]); !end.ok())
             return end;
         const bool old_side = side == Side::Original;
-        if (ReadEnd end = CheckNames(opened[side], old_side ? "original" : "modified"); !end.ok())
+        if (ReadEnd end = CheckOdtNames(opened[side], old_side ? "original" : "modified");
+            !end.ok())
             return end;
         const std::int32_t changes = Prepare(opened[side]);
         written.resolved_before += changes;
         if (changes > 0 && !old_side) {
             opened[side].Edit(kContent);
-            opened[side].Edit(kStyles);
+            opened[side].Edit(kStylePart);
         }
     }
     if (request.keep_tracked && written.resolved_before > 0)

@@ -12,16 +12,16 @@ namespace {
 using Node = pugi::xml_node;
 
 constexpr std::array<std::string_view, 2> kWrappers{"span", "a"};
-constexpr std::array<std::string_view, 14> kMarkers{
+constexpr std::array<std::string_view, 14> kOdtMarkers{
     "bookmark",           "bookmark-start", "bookmark-end", "reference-mark-start",
     "reference-mark-end", "toc-mark-start", "toc-mark-end", "alphabetical-index-mark-start",
     "soft-page-break",    "change",         "change-start", "change-end",
     "annotation",         "annotation-end"};
 
-bool IsElement(const Node& node) {
+bool IsTag(const Node& node) {
     return node.type() == pugi::node_element;
 }
-bool IsText(const Node& node) {
+bool IsTextNode(const Node& node) {
     return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
 }
 
@@ -42,7 +42,7 @@ struct RowContent {
 void LookInto(const Node& node, bool in_paragraph, RowContent& content, int depth) {
     for (const Node& child : node.children()) {
         const std::string_view name = LocalName(child);
-        if (IsText(child))
+        if (IsTextNode(child))
             content.text = content.text || in_paragraph;
         else if (name == "change")
             content.deletion = true;
@@ -121,7 +121,7 @@ class OdtResolver {
                 parent.remove_child(child);
             } else if (IsTrackedRow(child) && RowGoes(child)) {
                 parent.remove_child(child);
-            } else if (IsElement(child) && name != "tracked-changes") {
+            } else if (IsTag(child) && name != "tracked-changes") {
                 Strip(child, depth + 1);
                 if (name == "table" && !HasRows(child))
                     parent.remove_child(child);
@@ -156,10 +156,10 @@ class OdtResolver {
             parent.remove_child(child);
         } else if (IsOdtParagraph(name)) {
             TakeParagraph(child, depth);
-        } else if (inside_ && (IsText(child) || name == "table" || paragraph_) &&
+        } else if (inside_ && (IsTextNode(child) || name == "table" || paragraph_) &&
                    !IsOdtWrapper(name)) {
             parent.remove_child(child);
-        } else if (IsElement(child)) {
+        } else if (IsTag(child)) {
             TakeElement(parent, child, depth);
         }
     }
@@ -233,7 +233,7 @@ class OdtResolver {
         for (const Node& child : parent.children()) {
             if (Is(child, "change"))
                 changes.push_back(child);
-            else if (IsElement(child) && !Is(child, "tracked-changes") && depth < kMaxDepth)
+            else if (IsTag(child) && !Is(child, "tracked-changes") && depth < kMaxDepth)
                 Collect(child, changes, depth + 1);
         }
     }
@@ -243,7 +243,7 @@ class OdtResolver {
     void Restore(Node change, const Node& deletion) {
         std::vector<Node> blocks;
         for (const Node& child : deletion.children()) {
-            if (IsElement(child) && !Is(child, "change-info"))
+            if (IsTag(child) && !Is(child, "change-info"))
                 blocks.push_back(child);
         }
         const Node paragraph = ParagraphAround(change);
@@ -294,7 +294,7 @@ class OdtResolver {
     void Trace(Node node, int depth) {
         if (!IsOdtParagraph(LocalName(node))) {
             for (const Node& child : node.children()) {
-                if (IsElement(child) && depth < kMaxDepth)
+                if (IsTag(child) && depth < kMaxDepth)
                     Trace(child, depth + 1);
             }
             return;
@@ -343,7 +343,7 @@ bool IsOdtWrapper(std::string_view local_name) {
 }
 
 bool IsOdtMarker(std::string_view local_name) {
-    return std::find(kMarkers.begin(), kMarkers.end(), local_name) != kMarkers.end() ||
+    return std::find(kOdtMarkers.begin(), kOdtMarkers.end(), local_name) != kOdtMarkers.end() ||
            local_name.ends_with("-mark-end");
 }
 

@@ -16,12 +16,12 @@ constexpr std::size_t kKeyLength = 2;  // of `ObjectKeys::KeyOf`, in UTF-16 unit
 bool IsElement(const Node& node) {
     return node.type() == pugi::node_element;
 }
-bool IsText(const Node& node) {
+bool IsCharacters(const Node& node) {
     return node.type() == pugi::node_pcdata;
 }
 
 // Characters that keys and ends of paragraphs are made of count as objects.
-bool IsPlain(std::u16string_view text) {
+bool IsPlainText(std::u16string_view text) {
     return std::all_of(text.begin(), text.end(), [](char16_t unit) {
         return unit != u'\r' && (unit < 0xDBC0 || unit > 0xDBFF);
     });
@@ -80,8 +80,8 @@ class StretchCopy {
                 shell.append_copy(attribute);
             return Children(child, shell, depth + 1);
         }
-        const std::u16string text = IsText(child) ? ToUtf16(child.value()) : std::u16string();
-        if (!IsText(child) || !IsPlain(text)) {
+        const std::u16string text = IsCharacters(child) ? ToUtf16(child.value()) : std::u16string();
+        if (!IsCharacters(child) || !IsPlainText(text)) {
             to.append_copy(child);
             return;
         }
@@ -111,12 +111,12 @@ class StretchCopy {
     std::size_t left_out_ = 0;
 };
 
-void CollectText(const Node& node, std::string& text, int depth) {
+void CollectOdtText(const Node& node, std::string& text, int depth) {
     for (const Node& child : node.children()) {
-        if (IsText(child))
+        if (IsCharacters(child))
             text += child.value();
         else if (depth < kMaxDepth && !Is(child, "tracked-changes"))
-            CollectText(child, text, depth + 1);
+            CollectOdtText(child, text, depth + 1);
         const std::string_view name = LocalName(child);
         if (IsOdtParagraph(name) || name == "s" || name == "tab")
             text += ' ';
@@ -164,9 +164,9 @@ void OdtReader::CollectAtoms(const Node& parent, const std::string& link, StoryB
                              int depth) const {
     for (const Node& child : parent.children()) {
         const std::string_view name = LocalName(child);
-        if (IsText(child)) {
+        if (IsCharacters(child)) {
             const std::u16string text = ToUtf16(child.value());
-            const bool plain = IsPlain(text);
+            const bool plain = IsPlainText(text);
             const std::u16string form =
                 plain ? text : keys.KeyOf("text:" + std::string(child.value()));
             block.atoms.push_back({plain ? AtomKind::Text : AtomKind::Object,
@@ -217,9 +217,9 @@ std::string OdtReader::FormOf(const Node& node) const {
 
 std::size_t OdtLengthOf(const Node& node) {
     const std::string_view name = LocalName(node);
-    if (IsText(node)) {
+    if (IsCharacters(node)) {
         const std::u16string text = ToUtf16(node.value());
-        return IsPlain(text) ? text.size() : kKeyLength;
+        return IsPlainText(text) ? text.size() : kKeyLength;
     }
     if (!IsElement(node) || IsOdtMarker(name))
         return 0;
@@ -243,7 +243,7 @@ Node OdtCut(Node paragraph, std::size_t place) {
         if (at + length <= place) {
             at += length;
             child = child.next_sibling();
-        } else if (IsText(child)) {
+        } else if (IsCharacters(child)) {
             const std::u16string text = ToUtf16(child.value());
             Node head = parent.insert_child_before(pugi::node_pcdata, child);
             head.set_value(ToUtf8(text.substr(0, place - at)).c_str());
@@ -279,7 +279,7 @@ std::vector<Node> OdtStoriesIn(const Node& node) {
 
 std::u16string OdtTextOf(const Node& node) {
     std::string text;
-    CollectText(node, text, 0);
+    CollectOdtText(node, text, 0);
     return ToUtf16(text);
 }
 

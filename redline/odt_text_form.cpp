@@ -8,7 +8,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-bool IsText(const Node& node) {
+bool IsFormText(const Node& node) {
     return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
 }
 
@@ -31,7 +31,7 @@ class TextFormer {
     void Inline(Node parent, int depth) {
         for (Node child = parent.first_child(); child && depth < kMaxDepth;) {
             const Node next = child.next_sibling();
-            if (IsText(child))
+            if (IsFormText(child))
                 Collapse(parent, child);
             else if (child.type() == pugi::node_element)
                 Element(parent, child, depth);

@@ -22,7 +22,7 @@ void AtomsIn(const StoryBlock& block, std::size_t begin, std::size_t length, con
 }
 
 // Behind a last table readers have an empty paragraph, whether it is in the file or not.
-Node EndInParagraph(Node container) {
+Node LastPlaceIn(Node container) {
     const Node section = Child(container, "sectPr");
     const Node last = section ? section.previous_sibling() : container.last_child();
     if (!Is(last, "tbl"))
@@ -102,8 +102,8 @@ WriterTools StoryWriter::Tools() {
 }
 
 void StoryWriter::Merge(const Node& original, Node modified) {
-    EndInParagraph(original);
-    const Node end_added = EndInParagraph(modified);
+    LastPlaceIn(original);
+    const Node end_added = LastPlaceIn(modified);
     if (end_added && Is(modified, "body"))
         state_.marks.MarkTableEnd(end_added);
     const std::vector<StoryBlock> old_blocks = ReaderOf(TrackMark::Delete).Blocks(original);

@@ -19,7 +19,7 @@ void Collect(const Node& parent, std::string_view wanted, std::vector<Node>& fou
     }
 }
 
-std::string ShapeOf(const Node& row) {
+std::string RowShapeOf(const Node& row) {
     std::string shape;
     for (const Node& cell : CellsOf(row)) {
         const Node look = Child(cell, "tcPr");
@@ -31,7 +31,7 @@ std::string ShapeOf(const Node& row) {
     return shape;
 }
 
-std::int32_t ColumnsOf(const Node& row) {
+std::int32_t GridColumnsOf(const Node& row) {
     std::int32_t columns = 0;
     for (const Node& cell : CellsOf(row))
         columns +=
@@ -49,7 +49,7 @@ void WidenGrid(Node table) {
         there += Is(column, "gridCol") ? 1 : 0;
     std::int32_t wanted = 0;
     for (const Node& row : RowsOf(table))
-        wanted = std::max(wanted, ColumnsOf(row));
+        wanted = std::max(wanted, GridColumnsOf(row));
     constexpr std::int32_t kMostColumns = 63;  // what word processors take in one table
     for (; there > 0 && there < std::min(wanted, kMostColumns); ++there)
         grid.insert_copy_after(Child(grid, "gridCol"), Child(grid, "gridCol"));
@@ -72,7 +72,7 @@ std::vector<Node> CellsOf(const Node& row) {
 void StoryWriter::MergeTable(const Node& original, Node modified) {
     const std::int32_t rows_before = state_.marks.Counts().rows;
     state_.rows_twice += WeaveRows(
-        {RowsOf(original), RowsOf(modified)}, modified, {CellsOf, PlainTextOf, ShapeOf},
+        {RowsOf(original), RowsOf(modified)}, modified, {CellsOf, PlainTextOf, RowShapeOf},
         {[this](const Node& row, Node place, bool in_front) {
              return CopyRow(row, place, in_front);
          },

@@ -11,7 +11,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-constexpr std::string_view kTypes = "[Content_Types].xml";
+constexpr std::string_view kTypesPart = "[Content_Types].xml";
 
 bool SameName(std::string_view one, std::string_view other) {
     if (one.starts_with('/'))
@@ -220,7 +220,7 @@ std::string WordPackage::ContentType(std::string_view part) {
     const std::string_view extension =
         dot == std::string_view::npos ? std::string_view() : part.substr(dot + 1);
     std::string by_extension;
-    for (const Node& node : Tree(kTypes).children()) {
+    for (const Node& node : Tree(kTypesPart).children()) {
         if (Is(node, "Override") && SameName(Attribute(node, "PartName"), part))
             return std::string(Attribute(node, "ContentType"));
         if (Is(node, "Default") && SameName(Attribute(node, "Extension"), extension))
@@ -232,13 +232,13 @@ std::string WordPackage::ContentType(std::string_view part) {
 void WordPackage::SetContentType(std::string_view part, std::string_view type) {
     if (ContentType(part) == type)
         return;
-    for (Node node : Edit(kTypes).children()) {
+    for (Node node : Edit(kTypesPart).children()) {
         if (Is(node, "Override") && SameName(Attribute(node, "PartName"), part)) {
             node.attribute("ContentType").set_value(std::string(type).c_str());
             return;
         }
     }
-    Node node = Edit(kTypes).append_child("Override");
+    Node node = Edit(kTypesPart).append_child("Override");
     node.append_attribute("PartName") = ("/" + std::string(part)).c_str();
     node.append_attribute("ContentType") = std::string(type).c_str();
 }
