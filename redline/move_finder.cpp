@@ -31,28 +31,37 @@ bool MayMove(const StoryBlock& block) {
 struct Places {
     std::vector<std::size_t> deleted;
     std::vector<std::size_t> inserted;
+
+    // Of copies nobody knows which one went where.
+    bool AreOneMove() const { return deleted.size() == 1 && inserted.size() == 1; }
 };
 
-}  // namespace
+using PlacesByText = std::map<std::u16string_view, Places>;
 
-void FindMoves(Plan& plan, const std::vector<StoryBlock>& original,
-               const std::vector<StoryBlock>& modified) {
-    std::map<std::u16string_view, Places> places;
+PlacesByText PlacesOf(const Plan& plan, const std::vector<StoryBlock>& original,
+                      const std::vector<StoryBlock>& modified) {
+    PlacesByText places;
     for (std::size_t i = 0; i < plan.tokens.size(); ++i) {
         const PlanToken& token = plan.tokens[i];
-        const bool deleted = token.mark == TrackMark::Delete;
         if (!IsWhole(plan.tokens, i))
             continue;
+        const bool deleted = token.mark == TrackMark::Delete;
         const StoryBlock& block = deleted ? original[token.original] : modified[token.modified];
         if (token.length != block.text.size() || !MayMove(block))
             continue;
         Places& place = places[block.text.View()];
         (deleted ? place.deleted : place.inserted).push_back(i);
     }
+    return places;
+}
+
+}  // namespace
+
+void FindMoves(Plan& plan, const std::vector<StoryBlock>& original,
+               const std::vector<StoryBlock>& modified) {
     std::size_t number = 0;
-    for (const auto& [text, place] : places) {
-        // Of copies nobody knows which one went where.
-        if (place.deleted.size() != 1 || place.inserted.size() != 1)
+    for (const auto& [text, place] : PlacesOf(plan, original, modified)) {
+        if (!place.AreOneMove())
             continue;
         ++number;
         for (const std::size_t at : {place.deleted[0], place.inserted[0]}) {

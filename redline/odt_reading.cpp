@@ -171,25 +171,39 @@ class OdtReading {
             const std::string_view name = attribute.name();
             if (name == "xlink:href")
                 text += " " + Target(attribute.value());
-            else if (name.find("name") == std::string_view::npos && !name.ends_with("id") &&
-                     !name.ends_with("z-index") && !name.ends_with("mime-type") &&
-                     !Is(node, "note") && !Is(node, "frame"))
+            else if (!Is(node, "note") && !Is(node, "frame") && SaysWhatIsShown(name))
                 text += " " + std::string(name) + "=" + attribute.value();
         }
         for (const Node& child : node.children()) {
-            const std::string_view name = LocalName(child);
-            if (name == "note-body" || name == "text-box") {
-                std::vector<ReadLine> lines;
-                Container(child, lines, depth + 1);
-                for (const ReadLine& line : lines)
-                    text += "|" + line.border + line.Text();
-            } else if (child.type() == pugi::node_element && depth < kMaxDepth) {
-                text += Is(node, "note") ? "" : ObjectText(child, depth + 1);
-            } else {
-                text += child.value();
-            }
+            // A note's text says all but its number, which may be another one.
+            const bool passed_over = Is(node, "note") && IsElement(child) && !HoldsLines(child);
+            text += passed_over ? "" : ObjectChildText(child, depth);
         }
         return text + "}";
+    }
+
+    // Names and ids are made anew by every program.
+    static bool SaysWhatIsShown(std::string_view attribute) {
+        return attribute.find("name") == std::string_view::npos && !attribute.ends_with("id") &&
+               !attribute.ends_with("z-index") && !attribute.ends_with("mime-type");
+    }
+
+    static bool IsElement(const Node& node) { return node.type() == pugi::node_element; }
+    static bool HoldsLines(const Node& node) {
+        return Is(node, "note-body") || Is(node, "text-box");
+    }
+
+    std::string ObjectChildText(const Node& child, int depth) {
+        if (!IsElement(child) || depth >= kMaxDepth)
+            return child.value();
+        if (!HoldsLines(child))
+            return ObjectText(child, depth + 1);
+        std::string text;
+        std::vector<ReadLine> lines;
+        Container(child, lines, depth + 1);
+        for (const ReadLine& line : lines)
+            text += "|" + line.border + line.Text();
+        return text;
     }
 
     std::string Target(std::string address) {

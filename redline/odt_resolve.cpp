@@ -116,18 +116,21 @@ class OdtResolver {
     void Strip(Node parent, int depth) {
         for (Node child = parent.first_child(); child && depth < kMaxDepth;) {
             const Node next = child.next_sibling();
-            const std::string_view name = LocalName(child);
-            if (name.starts_with("change")) {
+            if (GoesOnAccept(child, depth))
                 parent.remove_child(child);
-            } else if (IsTrackedRow(child) && RowGoes(child)) {
-                parent.remove_child(child);
-            } else if (IsTag(child) && name != "tracked-changes") {
-                Strip(child, depth + 1);
-                if (name == "table" && !HasRows(child))
-                    parent.remove_child(child);
-            }
             child = next;
         }
+    }
+
+    // What stays has nothing in it any more that goes.
+    bool GoesOnAccept(const Node& node, int depth) {
+        const std::string_view name = LocalName(node);
+        if (name.starts_with("change") || (IsTrackedRow(node) && RowGoes(node)))
+            return true;
+        if (!IsTag(node) || name == "tracked-changes")
+            return false;
+        Strip(node, depth + 1);
+        return name == "table" && !HasRows(node);
     }
 
     static bool RowGoes(const Node& row) {
@@ -238,14 +241,19 @@ class OdtResolver {
         }
     }
 
-    // The first paragraph goes on behind what stands in front of the mark, the last one gets what
-    // stands behind it.
-    void Restore(Node change, const Node& deletion) {
+    static std::vector<Node> BlocksOf(const Node& deletion) {
         std::vector<Node> blocks;
         for (const Node& child : deletion.children()) {
             if (IsTag(child) && !Is(child, "change-info"))
                 blocks.push_back(child);
         }
+        return blocks;
+    }
+
+    // The first paragraph goes on behind what stands in front of the mark, the last one gets what
+    // stands behind it.
+    void Restore(Node change, const Node& deletion) {
+        const std::vector<Node> blocks = BlocksOf(deletion);
         const Node paragraph = ParagraphAround(change);
         if (blocks.empty() || !paragraph)
             return;
@@ -256,14 +264,13 @@ class OdtResolver {
         if (blocks.size() == 1 && melts)
             return;
         const bool empty_in_front = !melts && !change.previous_sibling();
-        const Node last = RestoreBlocks(paragraph, blocks, melts ? 1 : 0);
-        const Node end = LastParagraph(last);
-        while (const Node behind = change.next_sibling()) {
-            Node into = end ? end : paragraph;
-            into.append_move(behind);
-        }
-        if (empty_in_front && end) {
-            Node(end).prepend_move(change);
+        Node end = LastParagraph(RestoreBlocks(paragraph, blocks, melts ? 1 : 0));
+        if (!end)
+            return;  // behind a table the paragraph itself goes on
+        while (const Node behind = change.next_sibling())
+            end.append_move(behind);
+        if (empty_in_front) {
+            end.prepend_move(change);
             RemoveBlock(paragraph);
         }
     }

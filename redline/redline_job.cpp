@@ -220,23 +220,37 @@ ReadEnd ReadSide(std::string_view document, const ConversionMessage& job, ReadMo
     return end;
 }
 
+// What the job says of one of its two documents, as if it were of that one alone.
+ConversionMessage JobOf(Side side, const ConversionMessage& job) {
+    ConversionMessage own = job;
+    const bool second = side == Side::Modified;
+    own["password"] = TextOf(job, second ? "secondpassword" : "password");
+    if (second)
+        own["name"] = TextOf(job, "secondname");
+    return own;
+}
+
+// Of a document that the program has read, or that is read here.
+ReadEnd TextOfSide(const GivenSide& given, Side side, const ConversionMessage& job,
+                   ReadMonitor& monitor, RichText& text) {
+    if (!given.text.empty()) {
+        text = ReadRtf(given.text);
+        return ReadEnd::Ok();
+    }
+    ReadEnd end = ReadSide(given.document, JobOf(side, job), monitor, text);
+    if (!end.ok())
+        end.detail = (side == Side::Modified ? "the modified" : "the original") +
+                     (end.detail.empty() ? std::string() : ": " + end.detail);
+    return end;
+}
+
 // In packages of one kind.
 ReadEnd LayOut(const PerSide<GivenSide>& given, const ConversionMessage& job, ReadMonitor& monitor,
                PerSide<std::string>& packages) {
     for (const Side side : kBothSides) {
-        ConversionMessage own = job;
-        const bool second = side == Side::Modified;
-        own["password"] = TextOf(job, second ? "secondpassword" : "password");
-        if (second)
-            own["name"] = TextOf(job, "secondname");
         RichText text;
-        if (!given[side].text.empty()) {
-            text = ReadRtf(given[side].text);
-        } else if (ReadEnd end = ReadSide(given[side].document, own, monitor, text); !end.ok()) {
-            end.detail = (second ? "the modified" : "the original") +
-                         (end.detail.empty() ? std::string() : ": " + end.detail);
+        if (ReadEnd end = TextOfSide(given[side], side, job, monitor, text); !end.ok())
             return end;
-        }
         std::optional<std::string> package =
             TextOf(job, "format") == "odt" ? NewOdtDocument(text) : NewDocument(text);
         if (!package)

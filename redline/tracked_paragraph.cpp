@@ -35,28 +35,30 @@ bool IsDroppedMarker(const Node& node) {
 }  // namespace
 
 void TrackedParagraph::Write(const Atom& atom, std::size_t begin, std::size_t end, TrackMark mark) {
-    if (atom.kind == AtomKind::Marker) {
-        // Those of the Original do not come along; those of the Modified stay.
-        const std::string_view name = LocalName(atom.parts.front().node);
-        if (atom.inserted && mark != TrackMark::Delete)
-            return WritePart(atom.parts.front(), TrackMark::Insert, nullptr);
-        if (mark == TrackMark::Keep ||
-            (mark == TrackMark::Insert && name != "lastRenderedPageBreak"))
-            WritePart(atom.parts.front(), name == "commentReference" ? mark : TrackMark::Keep,
-                      nullptr);
-        return;
+    if (atom.kind == AtomKind::Marker)
+        return WriteMarker(atom, mark);
+    if (atom.kind == AtomKind::Text) {
+        const std::u16string whole = ToUtf16(atom.parts.front().node.text().get());
+        const std::u16string text = whole.substr(begin, end - begin);
+        return WritePart(atom.parts.front(), mark, text.size() == whole.size() ? nullptr : &text);
     }
-    if (atom.kind != AtomKind::Text) {
-        for (const AtomPart& part : atom.parts) {
-            const bool dropped = mark == TrackMark::Delete && IsDroppedMarker(part.node);
-            if (!dropped)
-                WritePart(part, mark, nullptr);
-        }
-        return;
+    for (const AtomPart& part : atom.parts) {
+        const bool dropped = mark == TrackMark::Delete && IsDroppedMarker(part.node);
+        if (!dropped)
+            WritePart(part, mark, nullptr);
     }
-    const std::u16string whole = ToUtf16(atom.parts.front().node.text().get());
-    const std::u16string text = whole.substr(begin, end - begin);
-    WritePart(atom.parts.front(), mark, text.size() == whole.size() ? nullptr : &text);
+}
+
+// Those of the Original do not come along; those of the Modified stay.
+void TrackedParagraph::WriteMarker(const Atom& atom, TrackMark mark) {
+    if (mark == TrackMark::Delete)
+        return;
+    const AtomPart& part = atom.parts.front();
+    if (atom.inserted)
+        return WritePart(part, TrackMark::Insert, nullptr);
+    if (mark == TrackMark::Insert && Is(part.node, "lastRenderedPageBreak"))
+        return;
+    WritePart(part, Is(part.node, "commentReference") ? mark : TrackMark::Keep, nullptr);
 }
 
 void TrackedParagraph::WritePart(const AtomPart& part, TrackMark mark, const std::u16string* text) {
@@ -139,25 +141,31 @@ Node TrackedParagraph::Holder(const Node& element, TrackMark mark) {
     mark_ = mark;
     wrappers_.resize(same);
     wrapper_copies_.resize(same);
-    for (std::size_t i = same; i < wanted.size(); ++i) {
-        Node parent = wrapper_copies_.empty() ? paragraph_ : wrapper_copies_.back();
-        Node copy = parent.append_child(wanted[i].name());
-        for (const pugi::xml_attribute& attribute : wanted[i].attributes())
-            copy.append_copy(attribute);
-        for (const Node& child : wanted[i].children()) {
-            if (LocalName(child).ends_with("Pr"))
-                copy.append_copy(child);
-        }
-        // A control that is written a second time is another one.
-        if (std::find(written_controls_.begin(), written_controls_.end(), wanted[i]) !=
-            written_controls_.end())
-            Child(copy, "sdtPr").remove_child("w:id");
-        written_controls_.push_back(wanted[i]);
-        Adopt(copy, mark);
-        wrappers_.push_back(wanted[i]);
-        wrapper_copies_.push_back(copy);
-    }
+    for (std::size_t i = same; i < wanted.size(); ++i)
+        OpenWrapper(wanted[i], mark);
+    return Innermost();
+}
+
+Node TrackedParagraph::Innermost() const {
     return wrapper_copies_.empty() ? paragraph_ : wrapper_copies_.back();
+}
+
+void TrackedParagraph::OpenWrapper(const Node& wrapper, TrackMark mark) {
+    Node copy = Innermost().append_child(wrapper.name());
+    for (const pugi::xml_attribute& attribute : wrapper.attributes())
+        copy.append_copy(attribute);
+    for (const Node& child : wrapper.children()) {
+        if (LocalName(child).ends_with("Pr"))
+            copy.append_copy(child);
+    }
+    // A control that is written a second time is another one.
+    if (std::find(written_controls_.begin(), written_controls_.end(), wrapper) !=
+        written_controls_.end())
+        Child(copy, "sdtPr").remove_child("w:id");
+    written_controls_.push_back(wrapper);
+    Adopt(copy, mark);
+    wrappers_.push_back(wrapper);
+    wrapper_copies_.push_back(copy);
 }
 
 std::vector<Node> TrackedParagraph::WrappersOf(const Node& element, TrackMark mark) const {

@@ -36,11 +36,14 @@ class TrackedParagraph {
   private:
     using Node = pugi::xml_node;
 
+    void WriteMarker(const Atom& atom, TrackMark mark);
     void WritePart(const AtomPart& part, TrackMark mark, const std::u16string* text);
     void WriteSimpleField(const Node& field, TrackMark mark);
     void FieldRun(const char* element, const char* value, TrackMark mark);
     Node Place(const Node& element, TrackMark mark);
     Node Holder(const Node& element, TrackMark mark);
+    void OpenWrapper(const Node& wrapper, TrackMark mark);
+    Node Innermost() const;
     Node RunFor(const Node& run, TrackMark mark);
     void Adopt(Node copy, TrackMark mark);
     std::vector<Node> WrappersOf(const Node& element, TrackMark mark) const;

@@ -22,26 +22,43 @@ std::string Short(const std::string& text) {
     return shown.empty() ? "an empty paragraph" : "\"" + shown + "\"";
 }
 
+// A place in a line, at a letter of a piece or behind the last one.
+class LetterWalk {
+  public:
+    explicit LetterWalk(const ReadLine& line) : pieces_(line.pieces) { PassEnds(); }
+    bool AtEnd() const { return piece_ == pieces_.size(); }
+    const ReadPiece& Piece() const { return pieces_[piece_]; }
+    /// Bytes of the piece from here on.
+    std::size_t Left() const { return Piece().text.size() - used_; }
+    void Advance(std::size_t bytes) {
+        used_ += bytes;
+        PassEnds();
+    }
+
+  private:
+    void PassEnds() {
+        for (; !AtEnd() && Left() == 0; ++piece_)
+            used_ = 0;
+    }
+
+    const std::vector<ReadPiece>& pieces_;
+    std::size_t piece_ = 0;
+    std::size_t used_ = 0;
+};
+
 // Letters with other looks, of all or of those that came back; text and links are the same.
 bool SameLooks(const ReadLine& got, const ReadLine& wanted, bool deleted_only) {
-    auto other = wanted.pieces.begin();
-    std::size_t used = 0;
-    for (const ReadPiece& piece : got.pieces) {
-        for (std::size_t done = 0; done < piece.text.size();) {
-            while (other != wanted.pieces.end() && used == other->text.size()) {
-                ++other;
-                used = 0;
-            }
-            if (other == wanted.pieces.end())
-                return false;
-            if ((piece.deleted || !deleted_only) && piece.look != other->look)
-                return false;
-            const std::size_t step = std::min(piece.text.size() - done, other->text.size() - used);
-            done += step;
-            used += step;
-        }
+    LetterWalk here(got);
+    LetterWalk there(wanted);
+    while (!here.AtEnd() && !there.AtEnd()) {
+        const bool counts = here.Piece().deleted || !deleted_only;
+        if (counts && here.Piece().look != there.Piece().look)
+            return false;
+        const std::size_t step = std::min(here.Left(), there.Left());
+        here.Advance(step);
+        there.Advance(step);
     }
-    return got.look == wanted.look || (deleted_only && !got.deleted);
+    return here.AtEnd() && (got.look == wanted.look || (deleted_only && !got.deleted));
 }
 
 struct LineCheck {
@@ -68,6 +85,23 @@ struct LineCheck {
     }
 };
 
+// Of one kind of headers; `left_out` is how many more may be missing.
+std::string KindFault(const std::string& kind, const std::vector<Lines>& got,
+                      const std::vector<Lines>& wanted, const LineCheck& check,
+                      std::int32_t& left_out) {
+    const LineCheck lines{check.place + ": " + kind, check.deleted_only};
+    std::size_t at = 0;
+    for (const Lines& story : wanted) {
+        const std::string fault = at < got.size() ? lines.FirstFault(got[at], story)
+                                                  : check.place + ": a " + kind + " is missing";
+        if (fault.empty())
+            ++at;
+        else if (--left_out < 0)
+            return fault;
+    }
+    return at < got.size() ? check.place + ": a " + kind + " too many" : "";
+}
+
 // Those of the Original that no section could take may be missing.
 std::string HeaderFault(const ReadStories& got, const ReadStories& wanted, const LineCheck& check,
                         std::int32_t left_out) {
@@ -77,19 +111,11 @@ std::string HeaderFault(const ReadStories& got, const ReadStories& wanted, const
     }
     for (const auto& [kind, stories] : wanted.headers) {
         const auto found = got.headers.find(kind);
-        std::size_t at = 0;
-        for (const Lines& story : stories) {
-            std::string fault = check.place + ": a " + kind + " is missing";
-            if (found != got.headers.end() && at < found->second.size())
-                fault = LineCheck{check.place + ": " + kind, check.deleted_only}.FirstFault(
-                    found->second[at], story);
-            if (fault.empty())
-                ++at;
-            else if (--left_out < 0)
-                return fault;
-        }
-        if (found != got.headers.end() && at < found->second.size())
-            return check.place + ": a " + kind + " too many";
+        const std::vector<Lines> none;
+        std::string fault = KindFault(kind, found == got.headers.end() ? none : found->second,
+                                      stories, check, left_out);
+        if (!fault.empty())
+            return fault;
     }
     return {};
 }

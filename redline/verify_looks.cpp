@@ -33,6 +33,17 @@ void Spell(const Node& node, std::string& out, int depth) {
     out += "/";
 }
 
+std::string LevelsOf(const Node& lists, std::string_view abstract) {
+    std::string text;
+    for (const Node& node : lists.children()) {
+        if (!Is(node, "abstractNum") || Attribute(node, "abstractNumId") != abstract)
+            continue;
+        for (const Node& level : node.children())
+            text += Is(level, "lvl") ? Spelled(level) : "";
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string Spelled(const Node& node) {
@@ -81,17 +92,8 @@ std::string StoryReading::StyleText(const std::string& id, int depth) const {
 
 std::string StoryReading::ListText(std::string_view id) const {
     for (const Node& list : lists_.children()) {
-        if (!Is(list, "num") || Attribute(list, "numId") != id)
-            continue;
-        const std::string_view abstract = Attribute(Child(list, "abstractNumId"), "val");
-        std::string text;
-        for (const Node& node : lists_.children()) {
-            if (!Is(node, "abstractNum") || Attribute(node, "abstractNumId") != abstract)
-                continue;
-            for (const Node& level : node.children())
-                text += Is(level, "lvl") ? Spelled(level) : "";
-        }
-        return text;
+        if (Is(list, "num") && Attribute(list, "numId") == id)
+            return LevelsOf(lists_, Attribute(Child(list, "abstractNumId"), "val"));
     }
     return id == "0" || id.empty() ? "none" : "no list " + std::string(id);
 }

@@ -18,12 +18,25 @@ bool PassedOver(std::string_view name) {
            name == "annotationRef";
 }
 
+// What stands in these counts as if it stood without them.
+bool SeenThrough(std::string_view name) {
+    return name == "sdt" || name == "sdtContent" || name == "smartTag" || name == "customXml" ||
+           name == "bdo" || name == "dir";
+}
+
 }  // namespace
 
 // One thing in a paragraph, before fields are known to be whole.
 struct StoryReading::Event {
     enum class Kind { Text, FieldBegin, FieldMiddle, FieldEnd, Code } kind = Kind::Text;
     ReadPiece piece;
+
+    void BecomeBorder(std::string_view type) {
+        kind = type == "begin" ? Kind::FieldBegin
+               : type == "end" ? Kind::FieldEnd
+                               : Kind::FieldMiddle;
+        piece.text = type == "begin" ? "\x01" : type == "end" ? "\x02" : "\x03";
+    }
 };
 
 std::string ReadLine::Text() const {
@@ -177,39 +190,51 @@ void StoryReading::Inline(const Node& parent, const Event& around, std::vector<E
                           int depth) {
     for (const Node& node : parent.children()) {
         const std::string_view name = LocalName(node);
-        Event event = around;
         if (depth > kMaxDepth || node.type() != pugi::node_element || name.ends_with("Pr") ||
             PassedOver(name))
             continue;
         if (name == "r") {
-            event.piece.look = LookOf(Child(node, "rPr"));
-            event.piece.deleted = around.piece.deleted || node.attribute(kCameBack);
-            for (const Node& child : node.children()) {
-                if (!Is(child, "rPr"))
-                    RunChild(child, event, events, depth + 1);
-            }
+            Run(node, around, events, depth);
         } else if (name == "hyperlink") {
+            Event event = around;
             event.piece.link = RelationText(node.attribute("r:id").value()) + "#" +
                                std::string(Attribute(node, "anchor"));
             Inline(node, event, events, depth + 1);
         } else if (name == "fldSimple") {
-            const auto put = [&](Event::Kind kind, std::string text) {
-                event.kind = kind;
-                event.piece.text = std::move(text);
-                events.push_back(event);
-            };
-            put(Event::Kind::FieldBegin, "\x01");
-            put(Event::Kind::Code, std::string(Attribute(node, "instr")));
-            put(Event::Kind::FieldMiddle, "\x03");
-            Inline(node, around, events, depth + 1);
-            put(Event::Kind::FieldEnd, "\x02");
-        } else if (name == "sdt" || name == "sdtContent" || name == "smartTag" ||
-                   name == "customXml" || name == "bdo" || name == "dir") {
+            SimpleField(node, around, events, depth);
+        } else if (SeenThrough(name)) {
             Inline(node, around, events, depth + 1);
         } else {
-            RunChild(node, event, events, depth + 1);
+            RunChild(node, around, events, depth + 1);
         }
     }
+}
+
+void StoryReading::Run(const Node& run, const Event& around, std::vector<Event>& events,
+                       int depth) {
+    Event event = around;
+    event.piece.look = LookOf(Child(run, "rPr"));
+    event.piece.deleted = around.piece.deleted || run.attribute(kCameBack);
+    for (const Node& child : run.children()) {
+        if (!Is(child, "rPr"))
+            RunChild(child, event, events, depth + 1);
+    }
+}
+
+void StoryReading::SimpleField(const Node& field, const Event& around, std::vector<Event>& events,
+                               int depth) {
+    Event event = around;
+    const auto put_border = [&](std::string_view type) {
+        event.BecomeBorder(type);
+        events.push_back(event);
+    };
+    put_border("begin");
+    event.kind = Event::Kind::Code;
+    event.piece.text = Attribute(field, "instr");
+    events.push_back(event);
+    put_border("separate");
+    Inline(field, around, events, depth + 1);
+    put_border("end");
 }
 
 void StoryReading::RunChild(const Node& node, const Event& around, std::vector<Event>& events,
@@ -223,11 +248,7 @@ void StoryReading::RunChild(const Node& node, const Event& around, std::vector<E
     } else if (name == "tab") {
         event.piece.text = "\t";
     } else if (name == "fldChar") {
-        const std::string_view type = Attribute(node, "fldCharType");
-        event.kind = type == "begin" ? Event::Kind::FieldBegin
-                     : type == "end" ? Event::Kind::FieldEnd
-                                     : Event::Kind::FieldMiddle;
-        event.piece.text = type == "begin" ? "\x01" : type == "end" ? "\x02" : "\x03";
+        event.BecomeBorder(Attribute(node, "fldCharType"));
     } else if (name == "instrText") {
         event.kind = Event::Kind::Code;
         event.piece.text = node.text().get();

@@ -87,6 +87,8 @@ class StoryReading {
     void Table(const Node& table, std::vector<ReadLine>& lines, int depth);
     void Paragraph(const Node& paragraph, std::vector<ReadLine>& lines, int depth);
     void Inline(const Node& parent, const Event& around, std::vector<Event>& events, int depth);
+    void Run(const Node& run, const Event& around, std::vector<Event>& events, int depth);
+    void SimpleField(const Node& field, const Event& around, std::vector<Event>& events, int depth);
     void RunChild(const Node& node, const Event& around, std::vector<Event>& events, int depth);
     std::string Nested(const Node& container, const std::string& part, int depth);
     std::string NoteText(const Node& reference, int depth);

@@ -84,33 +84,43 @@ class FileLook {
             defined.insert(std::string(name) + " " + std::string(Attribute(node, "id")));
     }
 
+    using Relationships = std::unordered_map<std::string, Relationship>;
+
     void Refer(const std::string& part, const std::set<std::string>& defined,
                std::set<std::string>& missing) {
-        const auto relations = ReadRelationships(Parts(), part);
+        const Relationships relations = ReadRelationships(Parts(), part);
         Walk(Root(part), [&](const Node& node) {
-            const std::string_view name = LocalName(node);
-            const auto value = [&node] { return std::string(Attribute(node, "val")); };
-            std::string wanted;
-            if (name == "pStyle" || name == "rStyle" || name == "tblStyle")
-                wanted = "style " + value();
-            else if (name == "numId" && value() != "0")
-                wanted = "list " + value();
-            else if (name == "footnoteReference" || name == "endnoteReference")
-                wanted = std::string(name.substr(0, name.find('R'))) + " " +
-                         std::string(Attribute(node, "id"));
+            const std::string wanted = WantedBy(node);
             if (!wanted.empty() && !defined.contains(wanted))
                 missing.insert(wanted);
             for (const pugi::xml_attribute& attribute : node.attributes()) {
-                if (!std::string_view(attribute.name()).starts_with("r:"))
-                    continue;
-                const auto found = relations.find(attribute.value());
-                const bool there = found != relations.end() &&
-                                   (found->second.external || Parts().Has(found->second.target));
-                if (!there && attribute.value()[0] != '\0')
+                if (LeadsNowhere(attribute, relations))
                     missing.insert("relationship " + std::string(attribute.value()) + " of " +
                                    part);
             }
         });
+    }
+
+    // What an element names, as `Define` spells it; mostly nothing.
+    static std::string WantedBy(const Node& node) {
+        const std::string_view name = LocalName(node);
+        const std::string value(Attribute(node, "val"));
+        if (name == "pStyle" || name == "rStyle" || name == "tblStyle")
+            return "style " + value;
+        if (name == "numId" && value != "0")
+            return "list " + value;
+        if (name == "footnoteReference" || name == "endnoteReference")
+            return std::string(name.substr(0, name.find('R'))) + " " +
+                   std::string(Attribute(node, "id"));
+        return {};
+    }
+
+    bool LeadsNowhere(const pugi::xml_attribute& attribute, const Relationships& relations) {
+        if (!std::string_view(attribute.name()).starts_with("r:") || *attribute.value() == '\0')
+            return false;
+        const auto found = relations.find(attribute.value());
+        return found == relations.end() ||
+               (!found->second.external && !Parts().Has(found->second.target));
     }
 
     bool HasType(const std::string& name) {
@@ -192,16 +202,10 @@ class MarkCheck {
 
     void Visit(const Node& node, Around around, int depth) {
         const std::string_view name = LocalName(node);
-        // A formula has texts of its own, which no name tells apart.
-        if (name == "t" && std::string_view(node.name()) == "w:t" && around.deleted &&
-            !around.boxed)
-            fault_ = "deleted text without its own name: " + std::string(node.text().get());
-        else if (name == "delText" && !around.deleted)
-            fault_ = "text named as deleted outside of a deletion";
-        else if (name == "r" || name == "p")
+        CheckText(node, around);
+        if (name == "r" || name == "p")
             CheckRow(node, name == "r", around);
-        const bool moved = name.starts_with("move") && !name.ends_with("End");
-        if ((name == "ins" || name == "del" || moved) && !node.attribute("w:author"))
+        if (IsChange(name) && !node.attribute("w:author"))
             fault_ = "a change without an author";
         around.deleted = around.deleted || name == "del";
         around.inserted = around.inserted || name == "ins";
@@ -212,6 +216,19 @@ class MarkCheck {
             if (depth < kMaxDepth && child.type() == pugi::node_element)
                 Visit(child, around, depth + 1);
         }
+    }
+
+    static bool IsChange(std::string_view name) {
+        return name == "ins" || name == "del" ||
+               (name.starts_with("move") && !name.ends_with("End"));
+    }
+
+    void CheckText(const Node& node, const Around& around) {
+        // A formula has texts of its own, which no name tells apart.
+        if (std::string_view(node.name()) == "w:t" && around.deleted && !around.boxed)
+            fault_ = "deleted text without its own name: " + std::string(node.text().get());
+        else if (Is(node, "delText") && !around.deleted)
+            fault_ = "text named as deleted outside of a deletion";
     }
 
     void CheckRow(const Node& node, bool run, const Around& around) {
