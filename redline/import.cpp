@@ -50,6 +50,11 @@ std::string FormOfList(const Node& lists, std::string_view id) {
     return form;
 }
 
+// The one that a paragraph names itself.
+std::string ListOf(const Node& paragraph) {
+    return std::string(Attribute(Child(Child(Child(paragraph, "pPr"), "numPr"), "numId"), "val"));
+}
+
 std::int32_t HighestNumber(const Node& lists, std::string_view element, const char* key) {
     std::int32_t highest = 0;
     for (const Node& node : lists.children()) {
@@ -206,11 +211,31 @@ void Importer::ImportStyle(const Node& style, const std::string& id) {
     }
 }
 
+Node Importer::Lists(WordPackage& package) {
+    return package.Tree(package.Related(package.MainPart(), "numbering"));
+}
+
+void Importer::PairLists(const Node& original, const Node& modified) {
+    const std::string old_id = ListOf(original);
+    const std::string new_id = ListOf(modified);
+    if (lists_.contains(old_id) || !lists_compared_.insert({old_id, new_id}).second)
+        return;
+    const Node old_lists = Lists(original_);
+    const Node new_lists = Lists(modified_);
+    if (Numbered(old_lists, "num", "numId", old_id) &&
+        Numbered(new_lists, "num", "numId", new_id) &&
+        FormOfList(old_lists, old_id) == FormOfList(new_lists, new_id))
+        lists_[old_id] = new_id;
+}
+
 std::string Importer::NumberingFor(const std::string& id) {
     if (const auto found = lists_.find(id); found != lists_.end())
         return found->second;
-    const Node old_lists = original_.Tree(original_.Related(original_.MainPart(), "numbering"));
+    const Node old_lists = Lists(original_);
     const Node list = Numbered(old_lists, "num", "numId", id);
+    // One of that id that is another list of the Original in the Modified would go on counting.
+    const bool taken = std::any_of(lists_.begin(), lists_.end(),
+                                   [&id](const auto& pair) { return pair.second == id; });
     lists_[id] = id;
     if (!list)
         return id;
@@ -225,7 +250,7 @@ std::string Importer::NumberingFor(const std::string& id) {
         return id;
     }
     Node lists = modified_.Edit(part);
-    if (FormOfList(lists, id) == FormOfList(old_lists, id))
+    if (!taken && FormOfList(lists, id) == FormOfList(old_lists, id))
         return id;
     const Node abstract = Numbered(old_lists, "abstractNum", "abstractNumId",
                                    Attribute(Child(list, "abstractNumId"), "val"));

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 
 #include "redline/word_package.h"
@@ -36,6 +37,9 @@ class Importer {
     /// The id in the Modified's package; `kind` is "paragraph", "character" or "table".
     std::string StyleFor(const std::string& id);
     std::string NumberingFor(const std::string& id);
+    /// Two paragraphs are one, so that their lists are, too, where these are of one form: what is
+    /// deleted from the list goes on counting in the Modified's, whatever id that has.
+    void PairLists(const pugi::xml_node& original, const pugi::xml_node& modified);
     std::string RelationFor(const std::string& id, const PartPair& parts);
     /// What an object's relationship leads to, the same in both packages.
     static std::string FormOfRelation(WordPackage& package, const std::string& part,
@@ -47,12 +51,14 @@ class Importer {
     void AdaptElement(pugi::xml_node element, const PartPair& parts);
     std::string CopyPart(const std::string& part);
     void ImportStyle(const pugi::xml_node& style, const std::string& id);
+    pugi::xml_node Lists(WordPackage& package);
     std::string AddAbstractList(const pugi::xml_node& abstract, pugi::xml_node lists);
 
     WordPackage& original_;
     WordPackage& modified_;
     std::map<std::string, std::string> styles_;
     std::map<std::string, std::string> lists_;
+    std::set<std::pair<std::string, std::string>> lists_compared_;
     std::map<std::pair<PartPair, std::string>, std::string> relations_;
     std::map<std::string, std::string> parts_;
     std::int32_t next_drawing_ = 0;

@@ -118,6 +118,7 @@ void StoryWriter::Merge(const Node& original, Node modified) {
     FindMoves(*plan, old_blocks, new_blocks);
     FindNewFields(*plan, new_blocks);
     state_.tables_twice += plan->tables_twice;
+    PairLists(*plan, old_blocks, new_blocks);
     MergeNested(*plan, old_blocks, new_blocks);
     Emit(*plan, modified, old_blocks, new_blocks);
     // Behind a table that stays nothing joins.
@@ -126,6 +127,15 @@ void StoryWriter::Merge(const Node& original, Node modified) {
         tokens[tokens.size() - 2].kind == TokenKind::Table &&
         tokens[tokens.size() - 2].mark == TrackMark::Keep)
         DropEmptyEnd(modified);
+}
+
+// Before anything deleted is written: it may stand in front of what stays of its list.
+void StoryWriter::PairLists(const Plan& plan, const std::vector<StoryBlock>& original,
+                            const std::vector<StoryBlock>& modified) {
+    for (const PlanToken& token : plan.tokens) {
+        if (token.kind == TokenKind::End && token.mark == TrackMark::Keep)
+            state_.importer.PairLists(original[token.original].node, modified[token.modified].node);
+    }
 }
 
 // ---- what lies inside of what stays ----

@@ -50,6 +50,8 @@ class StoryWriter {
     AtomReader ReaderOf(TrackMark mark);
     WriterTools Tools();
 
+    void PairLists(const Plan& plan, const std::vector<StoryBlock>& original,
+                   const std::vector<StoryBlock>& modified);
     void MergeNested(const Plan& plan, const std::vector<StoryBlock>& original,
                      const std::vector<StoryBlock>& modified);
     void MergeAtoms(const Atom& original, const Atom& modified);

@@ -216,6 +216,44 @@ TEST(RedlineLaw, HoldsForEachKindOfChangeWithFewMarks) {
     }
 }
 
+TEST(RedlineLaw, DeletedItemsCountInTheListThatTheyWereIn) {
+    struct Row {
+        const char* name;
+        const char* lists;  // of a deleted item and a kept one, and of the kept one in the Modified
+        const char* level;  // of the Modified's lists; the Original's are of level 0
+        const char* written;
+    };
+    const auto item = [](const std::string& text, char list) {
+        return Paragraph(text, "<w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"" +
+                                   std::string(1, list) + "\"/></w:numPr>");
+    };
+    const auto lists = [](const std::string& level) {
+        std::string all = "<w:abstractNum w:abstractNumId=\"0\"><w:lvl w:ilvl=\"" + level +
+                          "\"/></w:abstractNum>";
+        for (const char* id : {"1", "2", "3"})
+            all +=
+                "<w:num w:numId=\"" + std::string(id) + "\"><w:abstractNumId w:val=\"0\"/></w:num>";
+        return all;
+    };
+    for (const Row& row : {Row{"one list, two ids", "113", "0", "33"},
+                           Row{"its id is another list there", "121", "0", "41"},
+                           Row{"no list of its form", "113", "1", "43"}}) {
+        SCOPED_TRACE(row.name);
+        const std::string original =
+            MakePairFile({item("Zebra", row.lists[0]) + item(kLong, row.lists[1]), {}, lists("0")});
+        const std::string modified =
+            MakePairFile({item(kLong, row.lists[2]), {}, lists(row.level)});
+        const std::string redline = RedlineOf(original, modified).bytes;
+        EXPECT_EQ(LawBreach(original, modified, redline), "");
+        const std::string text = PartOf(redline, "word/document.xml");
+        constexpr std::string_view kId = "numId w:val=\"";
+        std::string written;
+        for (std::size_t at = 0; (at = text.find(kId, at)) != std::string::npos;)
+            written += text[at += kId.size()];
+        EXPECT_EQ(written, row.written);
+    }
+}
+
 TEST(RedlineLaw, TakesTrackedInputsAsAccepted) {
     const std::string original = MakePairFile({kKept});
     const std::string modified = MakePairFile(
