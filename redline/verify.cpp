@@ -92,8 +92,8 @@ std::string KindFault(const std::string& kind, const std::vector<Lines>& got,
     const LineCheck lines{check.place + ": " + kind, check.deleted_only};
     std::size_t at = 0;
     for (const Lines& story : wanted) {
-        const std::string fault = at < got.size() ? lines.FirstFault(got[at], story)
-                                                  : check.place + ": a " + kind + " is missing";
+        std::string fault = at < got.size() ? lines.FirstFault(got[at], story)
+                                            : check.place + ": a " + kind + " is missing";
         if (fault.empty())
             ++at;
         else if (--left_out < 0)

@@ -320,8 +320,10 @@ std::string StoryReading::ObjectText(const Node& node, int depth) {
 
 // By the bytes of the part, and of all parts that it leads to.
 std::string StoryReading::RelationText(const std::string& id) const {
-    if (id.empty() || !relations_.contains(id))
-        return id.empty() ? "" : "nothing";
+    if (id.empty())
+        return {};
+    if (!relations_.contains(id))
+        return "nothing";
     std::set<std::string> seen;
     std::multiset<std::string> texts;
     std::vector<Relationship> open{relations_.at(id)};
