@@ -88,6 +88,28 @@ TEST_F(FilesOfViewer, ASavedTextIsAsPrivateAsWhereItComesFrom) {
     EXPECT_EQ(facts.st_mode & 0077U, 0U) << "the chosen file is not the one that is shown";
 }
 
+TEST_F(FilesOfViewer, WhatARunShowsOfItselfGoesWithIt) {
+    ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));
+    viewer.Telling().manner.bSilent = false;
+    viewer.PumpEvery(0ms);
+    for (const bool stops : {false, true}) {
+        SCOPED_TRACE(stops);
+        window.status = {{StatusPanel::Time, "before"}};
+        std::string busy;
+        std::string time;
+        window.on_pump = [&] {
+            busy = window.Busy();
+            time = window.status[StatusPanel::Time];
+            if (stops)
+                viewer.Abort();
+        };
+        viewer.RunCompare(false);
+        EXPECT_EQ(busy, "hourglass wait abort no filters ");
+        EXPECT_EQ(time, "---");
+        EXPECT_EQ(window.Busy(), "");
+    }
+}
+
 // A conversion lets the window live, and its user type.
 TEST_F(FilesOfViewer, WhatIsTypedDuringASaveIsNotSaved) {
     ASSERT_TRUE(Compare("a\n", "b\n", View::SideBySide));

@@ -236,7 +236,13 @@ TEST_F(ViewerRunTest, ARunThatLoadsTakesNoEditsToItsEnd) {
 
 TEST_F(ViewerRunTest, BuildsTheOtherViewBesideTheWindow) {
     UseFiles();
+    viewer.BeginWith(View::AllInOne);
+    EXPECT_EQ(viewer.CurrentView(), View::AllInOne);
+    EXPECT_EQ(window.view, View::AllInOne);
+    viewer.BeginWith(View::SideBySide);
     viewer.Refresh();
+    viewer.BeginWith(View::AllInOne);
+    EXPECT_EQ(viewer.CurrentView(), View::SideBySide) << "nothing begins behind a result";
     viewer.RunInBackground(true);
     viewer.cmdChangeViewFormat_Click();
     EXPECT_TRUE(viewer.Busy());

@@ -38,6 +38,15 @@ class RecordingWindow : public SilentWindow {
             on_pump();
     }
     void SetAbortVisible(bool visible) override { abort_visible = visible; }
+    void SetHourglass(bool on) override { hourglass = on; }
+    void ShowPleaseWait(bool shown) override { please_wait = shown; }
+    void EnableFilterButtons(bool enabled) override { filter_buttons = enabled; }
+    /// What tells that a run goes on.
+    std::string Busy() const {
+        return std::string(hourglass ? "hourglass " : "") + (please_wait ? "wait " : "") +
+               (abort_visible ? "abort " : "") + (filter_buttons ? "" : "no filters ") +
+               (editable ? "" : "no edits");
+    }
     void SetEditable(bool on) override { editable = on; }
     void EnableFilter(ViewFilter filter, bool enabled) override { filters[filter] = enabled; }
     void EnableNavigation(const NavigationButtons& buttons) override { navigation = buttons; }
@@ -82,6 +91,9 @@ class RecordingWindow : public SilentWindow {
     std::function<void(ViewFilter)> on_filter;
     bool answer = false;
     bool abort_visible = false;
+    bool hourglass = false;
+    bool please_wait = false;
+    bool filter_buttons = true;
     bool editable = true;
     int pumps = 0;
     std::function<void()> on_pump;

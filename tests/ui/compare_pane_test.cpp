@@ -193,6 +193,32 @@ TEST(ComparePane, FoldsWhatDidNotChangeAndOpensItAgain) {
     EXPECT_EQ(shown.Page(Side::Original).Rows().Count(), rows);
 }
 
+TEST(ComparePane, EachFoldOpensForItself) {
+    const PerSide<RichText> texts = TwoTexts(80);
+    ShownPair shown(texts.original, texts.modified);
+    shown.pane.SetFoldRule({}, true);
+    for (const bool merged : {false, true}) {
+        SCOPED_TRACE(merged);
+        shown.pane.SetAllInOne(merged);
+        RichTextView& view = merged ? shown.pane.MergedView() : shown.pane.View(Side::Original);
+        const ViewRows& rows = view.Page().Rows();
+        const std::int32_t all = rows.Count();
+        shown.pane.SetFolded(true);
+        EXPECT_LT(rows.Count(), all);
+        for (std::int32_t row = 0; row < rows.Count(); ++row) {
+            const ViewRow fold = rows.At(row);
+            if (fold.folded == 0)
+                continue;
+            const std::int32_t before = rows.Count();
+            view.Events().fold_opened(row);
+            EXPECT_EQ(rows.Count(), before + fold.folded - 1);
+            EXPECT_EQ(rows.At(row).folded, 0);
+        }
+        EXPECT_EQ(rows.Count(), all);
+        shown.pane.SetFolded(false);
+    }
+}
+
 TEST(ComparePane, FoldsKeepTheHeadingAboveADifference) {
     RichText one;
     CharFormat bold;

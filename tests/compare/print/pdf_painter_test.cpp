@@ -42,10 +42,23 @@ TEST_F(PdfFile, IsWhole) {
     ASSERT_EQ(pdf.substr(row, 7), "xref\n0 ");
     const std::size_t count = std::stoul(pdf.substr(row + 7));
     row = pdf.find('\n', row + 7) + 1;
-    for (std::size_t number = 1; number < count; ++number) {
+    const auto object = [&](std::size_t number) {
         const std::size_t place = std::stoul(pdf.substr(row + 20 * number, 10));
-        EXPECT_EQ(pdf.substr(place, std::to_string(number).size() + 6),
-                  std::to_string(number) + " 0 obj");
+        return pdf.substr(place, pdf.find("endobj", place) - place);
+    };
+    for (std::size_t number = 1; number < count; ++number)
+        EXPECT_TRUE(object(number).starts_with(std::to_string(number) + " 0 obj"));
+    std::vector<std::pair<std::string, std::string>> leads = {
+        {"/Root ", "/Catalog"}, {"/Info ", "/Title "},     {"/Pages ", "/Type/Pages"},
+        {"/Kids[", "/Page/"},   {"/Parent ", "/Count 3/"}, {"/Contents ", "stream"}};
+    for (std::size_t font = 0; font < kPdfFontCount; ++font)
+        leads.emplace_back("/F" + std::to_string(font) + " ",
+                           "/BaseFont/" + std::string(PdfFontName(font)) + "/");
+    for (const auto& [from, target] : leads) {
+        SCOPED_TRACE(from);
+        // A page's own text names fonts too, but leads to none.
+        const std::size_t at = pdf.find(from, from.starts_with("/F") ? pdf.find("/Font<<") : 0);
+        EXPECT_EQ(Found(object(std::stoul(pdf.substr(at + from.size()))), target), target);
     }
     EXPECT_EQ(remark_, "");
 }

@@ -106,6 +106,13 @@ std::string Ref(std::uint64_t row, std::uint64_t column) {
 
 TEST(XlsWorkbook, ShowsFormulasAsText) {
     constexpr std::uint64_t kMoves = 0xC000;
+    // Behind what stands there already.
+    const auto call = [](std::uint64_t function, std::uint64_t operands) {
+        std::string tokens;
+        for (std::uint64_t operand = 1; operand <= operands; ++operand)
+            tokens += Low(0x1E, 1) + Low(operand);
+        return tokens + "\x41" + Low(function);
+    };
     const struct {
         const char* name;
         std::string tokens;
@@ -123,6 +130,9 @@ TEST(XlsWorkbook, ShowsFormulasAsText) {
          Ref(0, kMoves) + Low(0x1E, 1) + Low(2) + "\x41" + Low(27) + "\x1D\x01" + Low(0x42, 1) +
              Low(2, 1) + Low(36),
          "=AND(ROUND(A1,2),TRUE)"},
+        {"functions that take so many operands",
+         call(314, 2) + call(293, 3) + call(61, 2) + call(119, 3) + call(325, 1) + call(142, 2),
+         "=SLN(LARGE(REPLACE(MIRR(NORMDIST(STEYX(1,2),1,2,3),1,2),1,2,3),1),1,2)"},
         {"whole column and row",
          "\x25" + Low(0) + Low(0xFFFF) + Low(kMoves) + Low(1) + "\x25" + Low(4) + Low(4) + Low(0) +
              Low(0xFF) + "\x10",
