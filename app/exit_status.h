@@ -6,7 +6,6 @@ namespace zorvane {
 enum ExitStatus : int {
     kSame = 0,
     kFound = 0,
-    kDone = 0,
     kDifferent = 1,
     kNothing = 1,
     kTrouble = 2,

@@ -46,7 +46,7 @@ target_compile_options(zorvane_test_options INTERFACE -O1 -g1)
 
 # Ten files of a folder are one for the compiler, which then reads their headers, and makes what it makes
 # of templates, once: less than half of the work. Names in nameless namespaces of one folder differ
-# therefore. The builds "dev" and "tsan" keep files apart, which proves that each includes what it uses.
+# therefore. tools/check_apart.py proves that each file includes what it uses.
 function(zorvane_compile_together target)
     if(NOT ZORVANE_UNITY)
         return()

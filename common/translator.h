@@ -15,11 +15,11 @@ namespace zorvane {
 
 struct ProcessState;
 
-/// The dictionary of the language in force. Before it is started, and in English, every text is its
-/// own translation. Several runs may translate at once; the fields are set while none goes on.
 /// The language that needs no file.
 inline constexpr const char* kEnglish = "English";
 
+/// The dictionary of the language in force. Before it is started, and in English, every text is its
+/// own translation. Several runs may translate at once; the fields are set while none goes on.
 class modTranslator {
   public:
     std::string gsLanguage;  ///< empty: not started

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# The long round before a release: everything of tools/test.sh, the thread sanitizer, clang-tidy over
-# all folders, the fuzzers for a minute each, the benchmarks. Needs clang, clang-tidy and libFuzzer's
-# runtime besides what tools/setup.sh installs (packages clang, clang-tidy, libclang-rt-14-dev).
+# The long round before a release: everything of tools/test.sh, the thread sanitizer, each file
+# compiled by itself, clang-tidy over all folders, the fuzzers for a minute each, the benchmarks.
+# Needs clang, clang-tidy and libFuzzer's runtime besides what tools/setup.sh installs (packages
+# clang, clang-tidy, libclang-rt-14-dev).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 jobs=$(nproc)
@@ -13,6 +14,9 @@ printf '\n== Thread sanitizer\n'
 cmake --preset tsan >/dev/null
 cmake --build build/tsan -j "$jobs"
 ctest --preset tsan
+
+printf '\n== Each file by itself\n'
+tools/check_apart.py
 
 printf '\n== clang-tidy\n'
 tools/check_tidy.sh

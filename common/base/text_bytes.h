@@ -14,6 +14,9 @@ std::size_t AsciiRun(std::string_view bytes);
 constexpr bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
+/// Bytes of the character that `bytes` begin with; 0 where they begin with none: in names of files
+/// some may be no UTF-8.
+std::size_t FirstCharacter(std::string_view bytes);
 /// Characters of UTF-8, not bytes.
 inline std::int32_t CountUtf8(std::string_view text) {
     return static_cast<std::int32_t>(

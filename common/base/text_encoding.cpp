@@ -84,6 +84,12 @@ char32_t NextCodePoint(std::u16string_view text, std::size_t& at) {
 
 }  // namespace
 
+std::size_t FirstCharacter(std::string_view bytes) {
+    if (bytes.empty())
+        return 0;
+    return static_cast<unsigned char>(bytes.front()) < 0x80 ? 1 : ReadSequence(bytes).length;
+}
+
 constexpr std::uint64_t kHighBits = 0x8080808080808080U;
 
 // Found eight bytes at a time.

@@ -21,6 +21,9 @@ LockEnd WaitForLock(int file) {
 
 LockEnd LockFile(const FileDescriptor& file, std::chrono::milliseconds patience) {
     constexpr std::chrono::milliseconds kBetweenTries{10};
+    // Why it could not be opened is what the caller has to tell.
+    if (!file.IsOpen())
+        return LockEnd::Failed;
     if (patience == kWithoutLimit)
         return WaitForLock(file.Get());
     const auto end = std::chrono::steady_clock::now() + patience;

@@ -9,7 +9,6 @@
 #include "common/base/ascii.h"
 #include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
-#include "common/base/utf8_bytes.h"
 #include "common/platform/file_lock.h"
 #include "common/platform/file_stamp.h"
 #include "common/platform/files.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "common/base/utf8_bytes.h"
+#include "common/base/text_bytes.h"
 
 namespace zorvane {
 namespace {

@@ -7,7 +7,6 @@
 
 namespace zorvane {
 
-// Both lists of runs are walked together; a piece ends where either does.
 namespace {
 
 // Goes on from paragraph to paragraph with the places of a text.
@@ -35,6 +34,7 @@ class ParagraphStarts {
 
 }  // namespace
 
+// Both lists of runs are walked together; a piece ends where either does.
 std::string WriteRtf(const RichText& text, RunWatcher* watcher) {
     constexpr std::int32_t kUnitsAtOnce = 1 << 16;
     RtfBody body;

@@ -1,4 +1,6 @@
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <functional>
@@ -131,6 +133,17 @@ TEST(PosixFolders, KeepLocksPrivate) {
     std::filesystem::create_directory_symlink(folder.Path("a"), own);
     EXPECT_EQ(platform.folders->RuntimeFolder(), "") << "a trap that somebody else laid";
     EXPECT_FALSE(platform.mutexes->Lock("m").ok());
+}
+
+TEST(PosixFolders, SayWhyALockCannotBeHad) {
+    const TempFolder folder;
+    const ScopedVariable runtime("XDG_RUNTIME_DIR", folder.Path());
+    const Platform platform = MakePosixPlatform();
+    const std::string lock = platform.folders->RuntimeFolder() + "/m.lock";
+    std::filesystem::create_directory_symlink(folder.Path("elsewhere"), lock);
+    const Result<int> taken = platform.mutexes->Lock("m");
+    ASSERT_FALSE(taken.ok());
+    EXPECT_EQ(taken.failure().reason, lock + ": " + std::strerror(ELOOP));
 }
 
 TEST(PosixMutexes, ExcludeOtherProcesses) {

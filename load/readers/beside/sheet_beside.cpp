@@ -202,7 +202,7 @@ class OdsBeside {
             Start(scanner);
         if (token == Token::End || (token == Token::Start && scanner.SelfClosing()))
             End(scanner.Name());
-        if (token == Token::Text && in_comment_ && comment_.size() < kMostText)
+        if (token == Token::Text && in_comment_ && comment_.size() < kMostComment)
             scanner.AppendText(comment_);
     }
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 
-#include "common/base/one_of.h"
 #include "common/base/text_encoding.h"
 #include "load/readers/beside/formula_text.h"
 #include "load/readers/opendocument/odt_body.h"

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "common/base/one_of.h"
 #include "load/readers/sink/symbol_fonts.h"
 #include "load/readers/word_readers.h"
 

@@ -13,7 +13,6 @@
 namespace zorvane {
 namespace {
 
-constexpr float kEdge = 3;         // points between the texts of one list
 constexpr float kHang = 0.15F;     // of the size
 constexpr float kNoBlank = 0.45F;  // of the size; a wider gap is no blank; flat from 0.35 to 0.6
 constexpr float kNextLine = 2.2F;  // of the size
@@ -123,7 +122,7 @@ class Prover {
         const float there = a.text_x0 - a.region_x0;
         const float here = b.text_x0 - b.region_x0;
         return a.direction == b.direction &&
-               (std::fabs(a.text_x0 - b.text_x0) <= kEdge || std::fabs(there - here) <= kEdge);
+               (std::fabs(a.text_x0 - b.text_x0) <= kListEdge || std::fabs(there - here) <= kEdge);
     }
 
     bool Hangs(std::size_t index) const {

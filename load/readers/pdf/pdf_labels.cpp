@@ -14,7 +14,6 @@ constexpr std::u32string_view kBullets =
     U"\u2022\u25AA\u25AB\u25CF\u25CB\u25A0\u25A1\u2023\u2043\u25E6\u25B6\u25BA\u27A2\u27A4\u2713"
     U"\u2714\u2756\u25C6\u25C7\u2751\u2752";
 constexpr std::u32string_view kDashes = U"-\u2013\u2014\u2212*o\u00B7";
-constexpr std::size_t kLongest = 12;
 
 /// A word without the signs around it; `style` tells these.
 struct Bare {
@@ -118,7 +117,7 @@ std::vector<PdfLabel> LabelsOfLetters(const Bare& bare) {
 }  // namespace
 
 std::vector<PdfLabel> LabelsOf(std::u32string_view word) {
-    if (word.empty() || word.size() > kLongest)
+    if (word.empty() || word.size() > kLongestLabel)
         return {};
     if (word.size() == 1) {
         if (std::vector<PdfLabel> labels = LabelOfSign(word[0]); !labels.empty())

@@ -2,6 +2,7 @@
 // date, an amount or a year at the start of a line is text.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -10,6 +11,9 @@
 namespace zorvane {
 
 struct PdfLine;
+
+inline constexpr std::size_t kLongestLabel = 12;  ///< letters
+inline constexpr float kListEdge = 3;             ///< points between the texts of one list
 
 enum class PdfLabelKind : std::uint8_t {
     Bullet,   ///< a sign that is nothing else

@@ -10,7 +10,6 @@
 namespace zorvane {
 namespace {
 
-constexpr float kListEdge = 3;      // points between the texts of one list
 constexpr float kHeadPitch = 2.5F;  // of the size; the head of a column stands so near
 constexpr std::size_t kReach = 40;  // labels looked at on each side
 
@@ -42,11 +41,10 @@ class Marker {
             return;
         const PdfWord& word = segments.front()->words.front();
         std::u32string text;
-        constexpr std::uint32_t kLongestLabel = 12;
-        for (std::uint32_t index = 0; index < std::min(word.count, kLongestLabel); ++index)
-            text += characters_[word.first + index].letter;
         if (word.count > kLongestLabel)
             return;
+        for (std::uint32_t index = 0; index < word.count; ++index)
+            text += characters_[word.first + index].letter;
         std::vector<PdfLabel> readings = LabelsOf(text);
         if (!readings.empty())
             items_.push_back({line, std::move(readings), segments[0]->x0, segments[1]->x0});
