@@ -121,8 +121,8 @@ class Prover {
     static bool SameEdge(const PdfLine& a, const PdfLine& b) {
         const float there = a.text_x0 - a.region_x0;
         const float here = b.text_x0 - b.region_x0;
-        return a.direction == b.direction &&
-               (std::fabs(a.text_x0 - b.text_x0) <= kListEdge || std::fabs(there - here) <= kEdge);
+        return a.direction == b.direction && (std::fabs(a.text_x0 - b.text_x0) <= kListEdge ||
+                                              std::fabs(there - here) <= kListEdge);
     }
 
     bool Hangs(std::size_t index) const {
