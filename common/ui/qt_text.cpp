@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/text_bytes.h"
+#include "common/base/text_encoding.h"
 
 namespace zorvane {
 namespace {
