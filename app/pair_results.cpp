@@ -2,10 +2,10 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
 
+#include "common/base/append_format.h"
 #include "common/base/json_text.h"
 #include "common/platform/file_lock.h"
 #include "common/platform/native_path.h"
@@ -58,7 +58,7 @@ std::string PairLine(const PairOutcome& outcome) {
     AppendJsonPath("original", outcome.original, out);
     out += ',';
     AppendJsonPath("modified", outcome.modified, out);
-    fmt::format_to(std::back_inserter(out), ",\"status\":{}", static_cast<int>(outcome.status));
+    AppendFormat(out, ",\"status\":{}", static_cast<int>(outcome.status));
     out += outcome.found;
     AppendList("reports", outcome.written, out);
     AppendList("messages", outcome.messages, out);

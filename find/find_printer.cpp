@@ -4,6 +4,7 @@
 #include <charconv>
 #include <fmt/format.h>
 
+#include "common/base/append_format.h"
 #include "common/base/json_text.h"
 #include "common/base/text_bytes.h"
 #include "common/base/text_encoding.h"
@@ -110,7 +111,7 @@ void FindPrinter::PrintObject(const FoundFile& file, const FoundLine& line, int 
     const bool hit = line.column > 0;
     out += hit ? "{\"type\":\"hit\"," : "{\"type\":\"context\",";
     AppendJsonPath("path", file.path, out);
-    fmt::format_to(std::back_inserter(out), ",\"line\":{}", line.line);
+    AppendFormat(out, ",\"line\":{}", line.line);
     const std::string_view text = file.Text(line);
     if (hit) {
         if (file.place) {
@@ -126,8 +127,8 @@ void FindPrinter::PrintObject(const FoundFile& file, const FoundLine& line, int 
         if (matches.empty())
             matches.push_back({line.item, line.item + line.item_length});
         for (const MatchSpan& match : matches) {
-            fmt::format_to(std::back_inserter(out), "{}{{\"column\":{},\"text\":", comma,
-                           CountUtf8(text.substr(0, match.begin)) + 1);
+            AppendFormat(out, "{}{{\"column\":{},\"text\":", comma,
+                         CountUtf8(text.substr(0, match.begin)) + 1);
             AppendJsonString(text.substr(match.begin, match.end - match.begin), out);
             out += '}';
             comma = ",";

@@ -1,5 +1,5 @@
-#include <fmt/format.h>
 
+#include "common/base/append_format.h"
 #include "common/base/json_text.h"
 #include "common/base/text_encoding.h"
 #include "folders/folder_findings.h"
@@ -46,23 +46,20 @@ class FolderJson {
              {FolderVerdict::Changed, FolderVerdict::OnlyOriginal, FolderVerdict::OnlyModified,
               FolderVerdict::Renamed, FolderVerdict::Date, FolderVerdict::SameWords,
               FolderVerdict::Failed, FolderVerdict::Same})
-            fmt::format_to(std::back_inserter(out_), "\"{}\":{},", NameOf(verdict),
-                           counts.Of(verdict));
-        fmt::format_to(std::back_inserter(out_), "\"folders\":{}}},\n\"records\":[",
-                       counts.folders);
+            AppendFormat(out_, "\"{}\":{},", NameOf(verdict), counts.Of(verdict));
+        AppendFormat(out_, "\"folders\":{}}},\n\"records\":[", counts.folders);
     }
 
     void Record(std::int32_t record) {
         const auto index = static_cast<std::size_t>(record);
         const ScannedEntry& entry = findings_.scan.Entry(index);
-        fmt::format_to(std::back_inserter(out_), "{}\n{{\"record\":{},\"verdict\":\"{}\",",
-                       record == 0 ? "" : ",", record, NameOf(findings_.VerdictOf(record)));
+        AppendFormat(out_, "{}\n{{\"record\":{},\"verdict\":\"{}\",", record == 0 ? "" : ",",
+                     record, NameOf(findings_.VerdictOf(record)));
         AppendJsonPath("path", findings_.scan.PathBelow(index), out_);
         OneSide("original", entry, Side::Original);
         OneSide("modified", entry, Side::Modified);
         if (const RenamedEntry* renamed = findings_.RenamedOf(record))
-            fmt::format_to(std::back_inserter(out_), ",\"renamed\":{}",
-                           renamed - findings_.renamed.data());
+            AppendFormat(out_, ",\"renamed\":{}", renamed - findings_.renamed.data());
         const std::optional<TextCheck> check =
             findings_.text ? findings_.text(record) : std::nullopt;
         if (check)
@@ -73,25 +70,24 @@ class FolderJson {
     void OneSide(const char* name, const ScannedEntry& entry, Side side) {
         constexpr const char* kKinds[] = {"none", "file", "folder", "link", "special", "unknown"};
         if (!entry.Has(side)) {
-            fmt::format_to(std::back_inserter(out_), ",\"{}\":null", name);
+            AppendFormat(out_, ",\"{}\":null", name);
             return;
         }
         const EntryKind kind = side == Side::Original ? entry.original : entry.modified;
-        fmt::format_to(std::back_inserter(out_), ",\"{}\":{{\"kind\":\"{}\"", name,
-                       kKinds[static_cast<std::size_t>(kind)]);
+        AppendFormat(out_, ",\"{}\":{{\"kind\":\"{}\"", name,
+                     kKinds[static_cast<std::size_t>(kind)]);
         if (kind != EntryKind::Folder)
-            fmt::format_to(std::back_inserter(out_), ",\"size\":{},\"changed\":{}",
-                           entry.sizes[side], entry.seconds[side]);
+            AppendFormat(out_, ",\"size\":{},\"changed\":{}", entry.sizes[side],
+                         entry.seconds[side]);
         out_ += '}';
     }
 
     void Text(const TextCheck& check) {
-        fmt::format_to(
-            std::back_inserter(out_),
-            ",\"text\":{{\"compared\":{},\"changes\":{},\"additions\":{},\"deletions\":{},"
-            "\"beside\":{}",
-            check.end == TextCheckEnd::Compared, check.changed, check.added, check.deleted,
-            check.beside);
+        AppendFormat(out_,
+                     ",\"text\":{{\"compared\":{},\"changes\":{},\"additions\":{},\"deletions\":{},"
+                     "\"beside\":{}",
+                     check.end == TextCheckEnd::Compared, check.changed, check.added, check.deleted,
+                     check.beside);
         if (!check.report.empty()) {
             out_ += ',';
             AppendJsonPath("report", check.report, out_);
@@ -105,10 +101,9 @@ class FolderJson {
 
     void Renamed(std::size_t place) {
         const RenamedEntry& entry = findings_.renamed[place];
-        fmt::format_to(std::back_inserter(out_),
-                       "{}\n{{\"original\":{},\"modified\":{},\"percent\":{},\"folder\":{},",
-                       place == 0 ? "" : ",", entry.original, entry.modified, entry.percent,
-                       entry.folder);
+        AppendFormat(out_, "{}\n{{\"original\":{},\"modified\":{},\"percent\":{},\"folder\":{},",
+                     place == 0 ? "" : ",", entry.original, entry.modified, entry.percent,
+                     entry.folder);
         AppendJsonPath("from", findings_.scan.PathBelow(static_cast<std::size_t>(entry.original)),
                        out_);
         out_ += ',';
@@ -119,8 +114,7 @@ class FolderJson {
 
     void Fault(std::size_t index) {
         const FolderFault& fault = findings_.scan.Faults()[index];
-        fmt::format_to(std::back_inserter(out_),
-                       "{}\n{{\"code\":{},\"message\":", index == 0 ? "" : ",", fault.code);
+        AppendFormat(out_, "{}\n{{\"code\":{},\"message\":", index == 0 ? "" : ",", fault.code);
         AppendJsonString(fault.message, out_);
         out_ += '}';
     }

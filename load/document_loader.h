@@ -37,6 +37,7 @@ class LoadQuestions {
     /// A file that the user picks for that side; empty when the dialog is cancelled.
     virtual std::string BrowseFor(Side side) = 0;
     virtual void PumpEvents() = 0;
+    /// Calls nest: a load inside a run leaves the run's pointer as it is.
     virtual void SetHourglass(bool on) = 0;
     /// A notice with one way on; true when it is never to be shown again.
     virtual bool ShowNotice(const std::string& text, const std::string& title) = 0;

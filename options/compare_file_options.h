@@ -9,10 +9,9 @@ namespace zorvane {
 /// ranges can be written. Passwords are kept as plain text: `_TO` opens, `_TOTW` and `_TW` write.
 class clsCompareFileOptions : public OptionSet {
   public:
-    clsCompareFileOptions() : OptionSet("CompareFileOptions") {}
-    clsCompareFileOptions(const clsCompareFileOptions& other) : clsCompareFileOptions() {
-        CopyFrom(other);
-    }
+    clsCompareFileOptions();
+    clsCompareFileOptions(const clsCompareFileOptions& other);
+    ~clsCompareFileOptions() override;
     clsCompareFileOptions& operator=(const clsCompareFileOptions& other) {
         CopyFrom(other);
         return *this;

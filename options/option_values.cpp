@@ -9,7 +9,6 @@
 #include "common/base/text_encoding.h"
 
 namespace zorvane {
-namespace {}  // namespace
 
 OptionValue::OptionValue(OptionSet& set, const char* name, std::string default_text)
     : name_(name), default_(std::move(default_text)) {

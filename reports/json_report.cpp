@@ -1,7 +1,6 @@
 #include "reports/json_report.h"
 
-#include <fmt/format.h>
-
+#include "common/base/append_format.h"
 #include "common/base/json_text.h"
 #include "common/base/text_encoding.h"
 #include "compare/engine/place_text.h"
@@ -22,8 +21,8 @@ const char* Letter(DifferenceType type) {
 }
 
 void AppendCounts(const DifferenceCounts& counts, std::string& out) {
-    fmt::format_to(std::back_inserter(out), "\"changes\":{},\"additions\":{},\"deletions\":{}",
-                   counts.changes, counts.additions, counts.deletions);
+    AppendFormat(out, "\"changes\":{},\"additions\":{},\"deletions\":{}", counts.changes,
+                 counts.additions, counts.deletions);
 }
 
 class JsonWriter {
@@ -36,8 +35,8 @@ class JsonWriter {
         out_ = "{\"schema\":\"zorvane-compare/1\",\n";
         WriteSide("original", Side::Original);
         WriteSide("modified", Side::Modified);
-        fmt::format_to(std::back_inserter(out_), "\"counts\":{{\"records\":{},\"moves\":{},", count,
-                       comparison_.moves.size());
+        AppendFormat(out_, "\"counts\":{{\"records\":{},\"moves\":{},", count,
+                     comparison_.moves.size());
         AppendCounts(comparison_.record_counts, out_);
         out_ += ",\"sections\":{";
         AppendCounts(comparison_.section_counts, out_);
@@ -61,22 +60,20 @@ class JsonWriter {
 
   private:
     void WriteSide(const char* name, Side side) {
-        fmt::format_to(std::back_inserter(out_), "\"{}\":{{\"path\":", name);
+        AppendFormat(out_, "\"{}\":{{\"path\":", name);
         AppendJsonString(model_.names[side], out_);
-        fmt::format_to(std::back_inserter(out_), ",\"paragraphs\":{}}},\n",
-                       comparison_.Paragraphs(side));
+        AppendFormat(out_, ",\"paragraphs\":{}}},\n", comparison_.Paragraphs(side));
     }
 
     void Record(std::size_t index) {
         const DifferenceRecord& record = comparison_.records[index];
-        fmt::format_to(std::back_inserter(out_), "{}\n{{\"number\":{},\"type\":\"{}\",",
-                       index == 0 ? "" : ",", index + 1, Letter(record.type));
+        AppendFormat(out_, "{}\n{{\"number\":{},\"type\":\"{}\",", index == 0 ? "" : ",", index + 1,
+                     Letter(record.type));
         Lines("original", Side::Original, record);
         out_ += ',';
         Lines("modified", Side::Modified, record);
         if (const Move* move = comparison_.MoveOf(index))
-            fmt::format_to(std::back_inserter(out_), ",\"moved\":{}",
-                           PartnerOf(*move, record.type).value + 1);
+            AppendFormat(out_, ",\"moved\":{}", PartnerOf(*move, record.type).value + 1);
         out_ += ",\"sections\":";
         Sections(comparison_.SectionsOf(index), record, record);
         out_ += '}';
@@ -84,9 +81,9 @@ class JsonWriter {
 
     void WriteMove(std::size_t index) {
         const Move& move = comparison_.moves[index];
-        fmt::format_to(std::back_inserter(out_),
-                       "{}\n{{\"deletion\":{},\"addition\":{},\"sections\":", index == 0 ? "" : ",",
-                       move.deletion.value + 1, move.addition.value + 1);
+        AppendFormat(out_,
+                     "{}\n{{\"deletion\":{},\"addition\":{},\"sections\":", index == 0 ? "" : ",",
+                     move.deletion.value + 1, move.addition.value + 1);
         Sections(comparison_.SectionsOf(move), comparison_.Record(move.deletion),
                  comparison_.Record(move.addition));
         out_ += '}';
@@ -97,11 +94,11 @@ class JsonWriter {
         AppendJsonString(note.kind, out_);
         out_ += ",\"change\":";
         AppendJsonString(note.change, out_);
-        fmt::format_to(std::back_inserter(out_), ",\"original\":{{\"paragraph\":{},\"text\":",
-                       note.paragraphs.original.value);
+        AppendFormat(out_,
+                     ",\"original\":{{\"paragraph\":{},\"text\":", note.paragraphs.original.value);
         AppendJsonString(note.old_text, out_);
-        fmt::format_to(std::back_inserter(out_), "}},\"modified\":{{\"paragraph\":{},\"text\":",
-                       note.paragraphs.modified.value);
+        AppendFormat(
+            out_, "}},\"modified\":{{\"paragraph\":{},\"text\":", note.paragraphs.modified.value);
         AppendJsonString(note.new_text, out_);
         out_ += "}}";
     }
@@ -109,8 +106,8 @@ class JsonWriter {
     void Lines(const char* name, Side side, const DifferenceRecord& record) {
         const std::int32_t first = record.paragraphs[side].first.value;
         std::u16string buffer;
-        fmt::format_to(std::back_inserter(out_), "\"{}\":{{\"first\":{},\"last\":{},\"text\":[",
-                       name, first, record.paragraphs[side].last.value);
+        AppendFormat(out_, "\"{}\":{{\"first\":{},\"last\":{},\"text\":[", name, first,
+                     record.paragraphs[side].last.value);
         for (std::int32_t i = 0; i < record.Count(side); ++i) {
             if (i > 0)
                 out_ += ',';
@@ -158,16 +155,16 @@ class JsonWriter {
     // Leaves the object open.
     void Detail(const DetailRecord& record, std::u16string_view original,
                 std::u16string_view modified) {
-        fmt::format_to(std::back_inserter(out_), "{{\"type\":\"{}\",", Letter(record.type));
+        AppendFormat(out_, "{{\"type\":\"{}\",", Letter(record.type));
         Place("original", record.places.original, original);
         out_ += ',';
         Place("modified", record.places.modified, modified);
     }
 
     void Place(const char* side, const DetailPlace& place, std::u16string_view text) {
-        fmt::format_to(std::back_inserter(out_),
-                       "\"{}\":{{\"first\":{},\"last\":{},\"begin\":{},\"end\":{},\"text\":", side,
-                       place.first, place.last, place.begin, place.end);
+        AppendFormat(out_,
+                     "\"{}\":{{\"first\":{},\"last\":{},\"begin\":{},\"end\":{},\"text\":", side,
+                     place.first, place.last, place.begin, place.end);
         Text(TextAt(place, text));
         out_ += '}';
     }

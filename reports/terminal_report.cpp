@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <utility>
 
+#include "common/base/append_format.h"
 #include "common/base/text_encoding.h"
 #include "common/base/visible_text.h"
 #include "compare/engine/pieces.h"
@@ -179,8 +180,8 @@ class TerminalWriter {
 };
 
 void AppendStatRow(std::string_view name, const DifferenceCounts& counts, std::string& out) {
-    fmt::format_to(std::back_inserter(out), "{:<12}{:>10}{:>10}{:>10}\n", name, counts.changes,
-                   counts.additions, counts.deletions);
+    AppendFormat(out, "{:<12}{:>10}{:>10}{:>10}\n", name, counts.changes, counts.additions,
+                 counts.deletions);
 }
 
 }  // namespace
@@ -195,11 +196,10 @@ std::string WriteStat(const ReportModel& model) {
     const Comparison& comparison = model.comparison;
     std::string out;
     for (const Side side : kBothSides)
-        fmt::format_to(std::back_inserter(out), "{}: {} ({})\n",
-                       side == Side::Original ? "original" : "modified", Shown(model.names[side]),
-                       CountText(comparison.Paragraphs(side), "paragraph", "paragraphs"));
-    fmt::format_to(std::back_inserter(out), "{:<12}{:>10}{:>10}{:>10}\n", "", "changes",
-                   "additions", "deletions");
+        AppendFormat(out, "{}: {} ({})\n", side == Side::Original ? "original" : "modified",
+                     Shown(model.names[side]),
+                     CountText(comparison.Paragraphs(side), "paragraph", "paragraphs"));
+    AppendFormat(out, "{:<12}{:>10}{:>10}{:>10}\n", "", "changes", "additions", "deletions");
     AppendStatRow("paragraphs", comparison.record_counts, out);
     AppendStatRow("words", comparison.section_counts, out);
     if (comparison.by_character)

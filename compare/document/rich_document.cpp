@@ -16,6 +16,10 @@ constexpr std::int32_t kResetAbove = 1 << 20;
 
 // ---- a whole new text ----
 
+RichDocument::RichDocument() = default;
+
+RichDocument::~RichDocument() = default;
+
 RichText RichDocument::TakeRich() {
     RichText rich = text_.TakeRich();
     NoteReset();

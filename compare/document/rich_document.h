@@ -27,8 +27,8 @@ namespace zorvane {
 /// change; a `Reset` if that is very much.
 class RichDocument : public Editor {
   public:
-    RichDocument() = default;
-    ~RichDocument() override = default;
+    RichDocument();
+    ~RichDocument() override;
     RichDocument(const RichDocument&) = delete;
     RichDocument& operator=(const RichDocument&) = delete;
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <fmt/format.h>
 
+#include "common/base/append_format.h"
 #include "compare/engine/html_markup.h"
 
 namespace zorvane {
@@ -77,7 +77,7 @@ void HtmlRows::Gutter(std::int32_t number, CutKind kind) {
 void HtmlRows::Gutter(std::int32_t number, std::string_view sign) {
     page_ += "<b>";
     if (number > 0)
-        fmt::format_to(std::back_inserter(page_), "{}", number);
+        AppendFormat(page_, "{}", number);
     if (!sign.empty())
         page_.append("<i>").append(sign).append("</i>");
     page_ += "</b>";
@@ -86,8 +86,8 @@ void HtmlRows::Gutter(std::int32_t number, std::string_view sign) {
 // The place beside a paragraph that the other side has not; its label stands in the first row.
 void HtmlRows::Nothing(std::string_view label, std::int32_t linked_record, bool first) {
     if (linked_record > 0 && first)
-        fmt::format_to(std::back_inserter(page_),
-                       "<div class=\"n k\"><a href=\"#d{}\">{}</a></div>", linked_record, label);
+        AppendFormat(page_, "<div class=\"n k\"><a href=\"#d{}\">{}</a></div>", linked_record,
+                     label);
     else if (first)
         page_.append("<div class=\"n\"><span>").append(label).append("</span></div>");
     else
@@ -102,9 +102,8 @@ std::string HtmlRows::MoveLabel(const Move& move, Side shown) const {
 // All in one: a line of its own above the paragraphs.
 void HtmlRows::MoveLink(const std::string& label, std::int32_t linked_record) {
     Begin("r m");
-    fmt::format_to(std::back_inserter(page_),
-                   "<b></b><b></b><div class=\"k\"><a href=\"#d{}\">{}</a></div></div>\n",
-                   linked_record, label);
+    AppendFormat(page_, "<b></b><b></b><div class=\"k\"><a href=\"#d{}\">{}</a></div></div>\n",
+                 linked_record, label);
 }
 
 // ---- rows ----

@@ -4,6 +4,7 @@
 #include <array>
 #include <fmt/format.h>
 
+#include "common/base/append_format.h"
 #include "common/base/unit_search.h"
 #include "compare/engine/html_markup.h"
 
@@ -131,12 +132,11 @@ void HtmlText::Open(Side side, std::int32_t number, bool table) {
     const std::string classes = ClassesOf(look, table);
     page_ += "<div";
     if (!classes.empty())
-        fmt::format_to(std::back_inserter(page_), " class=\"{}\"", classes);
+        AppendFormat(page_, " class=\"{}\"", classes);
     if (table && !ColumnsOf(side, number).empty())
-        fmt::format_to(std::back_inserter(page_), " style=\"grid-template-columns:{}\"",
-                       ColumnsOf(side, number));
+        AppendFormat(page_, " style=\"grid-template-columns:{}\"", ColumnsOf(side, number));
     else if (look != nullptr && look->indent > 0)
-        fmt::format_to(std::back_inserter(page_), " style=\"--i:{}\"", look->indent);
+        AppendFormat(page_, " style=\"--i:{}\"", look->indent);
     page_ += table ? "><span>" : ">";
 }
 
@@ -199,7 +199,7 @@ void HtmlText::Marked(const TextPart& part, CellMark mark) {
     const std::size_t last = trims ? part.text.find_last_not_of(u' ') : part.text.npos;
     const std::size_t end = last == part.text.npos ? part.text.size() : last + 1;
     if (!tag.name.empty())
-        fmt::format_to(std::back_inserter(page_), "<{} class=\"{}\">", tag.name, tag.mark);
+        AppendFormat(page_, "<{} class=\"{}\">", tag.name, tag.mark);
     if (TellsNoBreakSpace(part.kind, part.text))
         Text(ToldText(part.kind, part.text.substr(0, end), buffer_));
     else
@@ -208,7 +208,7 @@ void HtmlText::Marked(const TextPart& part, CellMark mark) {
         page_.append("</").append(tag.name).append(">");
     if (end == part.text.size())
         return;
-    fmt::format_to(std::back_inserter(page_), "<{} class=\"z\">", tag.name);
+    AppendFormat(page_, "<{} class=\"z\">", tag.name);
     Text(part.text.substr(end));
     page_.append("</").append(tag.name).append(">");
 }

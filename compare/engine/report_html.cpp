@@ -1,7 +1,7 @@
 // The HTML report: one self-contained page, readable without script, well formed as XML too.
 #include <algorithm>
-#include <fmt/format.h>
 
+#include "common/base/append_format.h"
 #include "compare/engine/html_markup.h"
 #include "compare/engine/html_rows.h"
 #include "compare/engine/html_style.h"
@@ -53,7 +53,7 @@ class HtmlWriter {
 
     template <class... Values>
     void Print(fmt::format_string<Values...> format, Values&&... values) {
-        fmt::format_to(std::back_inserter(page_), format, std::forward<Values>(values)...);
+        AppendFormat(page_, format, std::forward<Values>(values)...);
     }
 
     // What has grown beyond `most` bytes goes to the target.

@@ -285,6 +285,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     MessageBar* result_line_ = nullptr;
     CardGround* verdict_ = nullptr;
     QStackedWidget* result_ = nullptr;
+    std::int32_t hourglasses_ = 0;  ///< how many want the busy pointer
     ComparePane* pane_ = nullptr;
     std::vector<RichTextView*> summaries_;  ///< additions, deletions, changes
     DifferencePanel* panel_ = nullptr;

@@ -6,7 +6,6 @@
 #include "compare/view/spoken_difference.h"
 
 namespace zorvane {
-namespace {}  // namespace
 
 QString CompareFilesPage::Spoken(std::int32_t record, const SpokenRules& rules) const {
     const Comparison* shown = viewer_ == nullptr ? nullptr : viewer_->ShownComparison();

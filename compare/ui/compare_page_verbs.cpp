@@ -12,7 +12,6 @@
 #include "compare/ui/compare_files_page.h"
 
 namespace zorvane {
-namespace {}  // namespace
 
 // ---- questions ----
 
@@ -62,8 +61,9 @@ void CompareFilesPage::PumpEvents() {
 }
 
 void CompareFilesPage::SetHourglass(bool on) {
+    hourglasses_ += on ? 1 : -1;
     if (rooms_ != nullptr)
-        result_->setCursor(on ? Qt::BusyCursor : Qt::ArrowCursor);
+        result_->setCursor(hourglasses_ > 0 ? Qt::BusyCursor : Qt::ArrowCursor);
 }
 
 bool CompareFilesPage::ShowNotice(const std::string& text, const std::string& title) {

@@ -24,11 +24,6 @@ struct Preedit {
     friend bool operator==(const Preedit&, const Preedit&) = default;
 };
 
-/// Where a line may end and a selection shrinks to its words.
-inline bool IsBlank(QChar unit) {
-    return unit.isSpace() || unit == QChar::LineSeparator;
-}
-
 /// A block as it is laid out. Positions below count from the block's begin, the break left out.
 struct BlockText {
     std::u16string text;  ///< without its break

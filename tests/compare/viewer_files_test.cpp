@@ -103,7 +103,7 @@ TEST_F(FilesOfViewer, WhatARunShowsOfItselfGoesWithIt) {
             if (stops)
                 viewer.Abort();
         };
-        viewer.RunCompare(false);
+        viewer.Refresh();  // loads inside the run
         EXPECT_EQ(busy, "hourglass wait abort no filters ");
         EXPECT_EQ(time, "---");
         EXPECT_EQ(window.Busy(), "");

@@ -38,12 +38,12 @@ class RecordingWindow : public SilentWindow {
             on_pump();
     }
     void SetAbortVisible(bool visible) override { abort_visible = visible; }
-    void SetHourglass(bool on) override { hourglass = on; }
+    void SetHourglass(bool on) override { hourglasses += on ? 1 : -1; }
     void ShowPleaseWait(bool shown) override { please_wait = shown; }
     void EnableFilterButtons(bool enabled) override { filter_buttons = enabled; }
     /// What tells that a run goes on.
     std::string Busy() const {
-        return std::string(hourglass ? "hourglass " : "") + (please_wait ? "wait " : "") +
+        return std::string(hourglasses > 0 ? "hourglass " : "") + (please_wait ? "wait " : "") +
                (abort_visible ? "abort " : "") + (filter_buttons ? "" : "no filters ") +
                (editable ? "" : "no edits");
     }
@@ -91,7 +91,7 @@ class RecordingWindow : public SilentWindow {
     std::function<void(ViewFilter)> on_filter;
     bool answer = false;
     bool abort_visible = false;
-    bool hourglass = false;
+    int hourglasses = 0;
     bool please_wait = false;
     bool filter_buttons = true;
     bool editable = true;

@@ -40,7 +40,7 @@ class ScriptedWindow : public SilentWindow {
     void ShowStatus(StatusPanel panel, const std::string& text) override { status[panel] = text; }
     void SetAbortVisible(bool visible) override { abort_visible = visible; }
     void ShowPleaseWait(bool shown) override { please_wait = shown; }
-    void SetHourglass(bool on) override { hourglass = on; }
+    void SetHourglass(bool on) override { hourglasses += on ? 1 : -1; }
     void EnableFilterButtons(bool enabled) override { filter_buttons = enabled; }
     void EnableFilter(ViewFilter shown, bool enabled) override { filters[shown] = enabled; }
     void ShowView(View shown) override { view = shown; }
@@ -77,7 +77,7 @@ class ScriptedWindow : public SilentWindow {
     std::int32_t list_index = -1;
     bool abort_visible = false;
     bool please_wait = false;
-    bool hourglass = false;
+    int hourglasses = 0;
     bool filter_buttons = true;
     bool asks_before_close = false;
     /// The user pressed a filter's button: the window tells the viewer, as true ones do.

@@ -138,7 +138,7 @@ Status StopLoop::CheckAfter(Kind kind, std::uint64_t before) {
     if (viewer_.State() != ViewerState::Idle || viewer_.IsStale() || viewer_.ShowsEarlyResult())
         return Failure{"the viewer is not at rest and fresh"};
     const ScriptedWindow& window = session_.WindowOf(viewer_);
-    if (window.abort_visible || window.hourglass || window.please_wait || !window.filter_buttons)
+    if (window.abort_visible || window.hourglasses > 0 || window.please_wait || !window.filter_buttons)
         return Failure{"the window still shows a run"};
     if (window.view != viewer_.CurrentView())
         return Failure{"the window shows the other view"};

@@ -159,7 +159,7 @@ void AddWindow(ScriptedWindow& window, StateValues& values) {
     values["filter"] = WordOf(window.filter);
     values["abort-button"] = YesNo(window.abort_visible);
     values["please-wait"] = YesNo(window.please_wait);
-    values["hourglass"] = YesNo(window.hourglass);
+    values["hourglass"] = YesNo(window.hourglasses > 0);
     values["filter-buttons"] = YesNo(window.filter_buttons);
     values["filter-additions"] = YesNo(window.filters[ViewFilter::Additions]);
     values["filter-deletions"] = YesNo(window.filters[ViewFilter::Deletions]);
