@@ -82,11 +82,10 @@ function(zorvane_library name)
     endif()
 endfunction()
 
-# zorvane_test(name SOURCES ... USES ... HEADERS set TOGETHER): one test program for one folder, run by
-# CTest as a whole; HEADERS is the set of its precompiled headers, "tests" unless told; TOGETHER where its
-# files may be compiled together, as their helpers have different names.
+# zorvane_test(name SOURCES ... USES ... HEADERS set): one test program for one folder, run by CTest as
+# a whole; HEADERS is the set of its precompiled headers, "tests" unless told.
 function(zorvane_test name)
-    cmake_parse_arguments(ARG "TOGETHER" "HEADERS" "SOURCES;USES" ${ARGN})
+    cmake_parse_arguments(ARG "" "HEADERS" "SOURCES;USES" ${ARGN})
     if(NOT ARG_SOURCES)
         return()
     endif()
@@ -96,9 +95,7 @@ function(zorvane_test name)
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE zorvane_test_options ${ARG_USES} GTest::gtest_main)
     zorvane_use_precompiled(${name} ${ARG_HEADERS})
-    if(ARG_TOGETHER)
-        zorvane_compile_together(${name})
-    endif()
+    zorvane_compile_together(${name})
     target_compile_definitions(${name} PRIVATE
         ZORVANE_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data"
         ZORVANE_CORPUS="${CMAKE_SOURCE_DIR}/../shared/corpus")

@@ -319,6 +319,7 @@ class frmCompareFiles : public Viewer {
     void SelectSavedFile(Side side, const std::string& file, std::uint32_t edits);
     PerSide<std::string> FilesOf(EditorTarget target) const;
     bool SaveBeforeLosing(Side side);
+    bool TakesNews(const FileNotice& notice);  // whether its file is loaded again
     std::optional<PerSide<bool>> EditsToKeep();
     void LoadAgain(const PerSide<std::string>& files);
     void TakeLoadedAgain(Begun& begun, CompareOutcome& outcome);

@@ -187,6 +187,14 @@ bool frmCompareFiles::SaveBeforeLosing(Side side) {
 
 // ---- files on the disk ----
 
+bool frmCompareFiles::TakesNews(const FileNotice& notice) {
+    const bool unsaved = std::any_of(std::begin(kBothSides), std::end(kBothSides), [&](Side side) {
+        return notice.sides[side] && DocumentOf(TargetOf(side)).editor.IsModified();
+    });
+    return window_.Choose(QuestionOf(process_, notice, unsaved)) == 0 &&
+           notice.news == FileNews::Changed;
+}
+
 void frmCompareFiles::CheckFilesOnDisk() {
     // A question runs the window's events, and with them the timer that comes here.
     if (!IsEnabled(ViewerCommand::Refresh) || asking_ > 0)
@@ -194,14 +202,7 @@ void frmCompareFiles::CheckFilesOnDisk() {
     const Asking asking(*this);
     PerSide<std::string> again;
     for (const FileNotice& notice : file_watch_.Poll(process_.platform.clock->TickMilliseconds())) {
-        if (window_.ShowFileNews(notice))
-            continue;
-        const bool unsaved =
-            std::any_of(std::begin(kBothSides), std::end(kBothSides), [&](Side side) {
-                return notice.sides[side] && DocumentOf(TargetOf(side)).editor.IsModified();
-            });
-        const bool load = window_.Choose(QuestionOf(process_, notice, unsaved)) == 0;
-        if (!load || notice.news != FileNews::Changed)
+        if (window_.ShowFileNews(notice) || !TakesNews(notice))
             continue;
         for (const Side side : kBothSides) {
             if (notice.sides[side])

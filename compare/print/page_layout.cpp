@@ -165,22 +165,26 @@ void PageLayout::PlaceParagraph(const PrintParagraph& paragraph) {
     std::optional<LinePainter> painter;
     if (painter_ != nullptr)
         painter.emplace(*painter_, measure, room);
+    if (PlaceLines(format, painter ? &*painter : nullptr))
+        y_ += std::max(format.space_after, 0);
+}
+
+// False where nothing follows: after a stop, and where an empty line was to begin a page.
+bool PageLayout::PlaceLines(const ParagraphFormat& format, LinePainter* painter) {
     for (std::size_t at = 0; at < lines_.size();) {
         const bool nothing_behind = at + 1 == lines_.size() && lines_[at].begin == lines_[at].end;
-        if (page_due_ && nothing_behind)
-            return;
-        if (!TurnDuePage())
-            return;
+        if ((page_due_ && nothing_behind) || !TurnDuePage())
+            return false;
         for (const std::size_t end = LinesThatFit(format, at); at < end; ++at) {
             const LinePlace place = TakeLine(format, lines_[at].height);
-            if (painter)
+            if (painter != nullptr)
                 painter->Paint(lines_[at], place);
         }
         page_due_ = at > 0 && lines_[at - 1].ends_page;
         if (!page_due_ && at < lines_.size() && !NewPage())
-            return;
+            return false;
     }
-    y_ += std::max(format.space_after, 0);
+    return true;
 }
 
 bool PageLayout::TurnDuePage() {

@@ -44,6 +44,7 @@ class PageLayout {
     double Room() const { return setup_.height - setup_.bottom - y_; }
     bool KeepGoing();
     void PlaceParagraph(const PrintParagraph& paragraph);
+    bool PlaceLines(const ParagraphFormat& format, LinePainter* painter);
     std::size_t LinesThatFit(const ParagraphFormat& format, std::size_t first) const;
     void PlaceRow(const PrintParagraph& row, const std::vector<std::int32_t>& ends);
     void PlaceRowPart(const std::vector<std::unique_ptr<Cell>>& cells);

@@ -12,7 +12,7 @@ constexpr double kRaise = 0.35;
 constexpr double kLower = 0.15;
 
 double TwipsOf(const CharFormat& format) {
-    return format.half_points * kTwipsPerPoint / 2;
+    return format.half_points / 2.0 * kTwipsPerPoint;
 }
 
 FontHeight HeightOf(TextMeasurer& measurer, const CharFormat& format) {

@@ -55,8 +55,7 @@ class TemporaryNames {
     TemporaryNames& operator=(const TemporaryNames&) = delete;
 
     Result<std::string> New(const std::string& extension) {
-        const Result<std::string> name =
-            process_.platform.temp_files->NewName("redline", extension);
+        Result<std::string> name = process_.platform.temp_files->NewName("redline", extension);
         if (name.ok())
             Add(name.value());
         return name;

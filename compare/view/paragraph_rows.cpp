@@ -242,7 +242,7 @@ void ParagraphRows::Touch(Side side, const ParagraphEdit& edit) {
     std::vector<RowPiece> touched = cut.inside;
     for (RowPiece& piece : touched)
         piece.kind = CountOn(piece, side) > 0 ? RowKind::Edited : piece.kind;
-    PutBack(std::move(cut), std::move(touched));
+    PutBack(std::move(cut), touched);
 }
 
 // Nobody knows which of the new paragraphs came from which, so the rows become one piece.

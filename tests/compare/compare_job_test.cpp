@@ -14,7 +14,7 @@
 #include "tests/support/rich_text_notation.h"
 #include "tests/support/stopping_watcher.h"
 
-namespace zorvane {
+namespace zorvane::compare_job_test {
 namespace {
 
 class NoQuestions : public SilentWindow {};
@@ -302,4 +302,4 @@ TEST_F(CompareJobTest, WordsInSightComeFirst) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::compare_job_test

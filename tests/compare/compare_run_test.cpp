@@ -7,7 +7,7 @@
 #include "tests/support/printers.h"
 #include "tests/support/viewer_fixture.h"
 
-namespace zorvane {
+namespace zorvane::compare_run_test {
 namespace {
 
 using CompareRunTest = ViewerTest;
@@ -337,4 +337,4 @@ TEST_F(CompareRunTest, SideBySideLeavesBothTextsAsTheyAre) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::compare_run_test

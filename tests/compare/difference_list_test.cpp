@@ -8,7 +8,7 @@
 #include "compare/engine/compare_texts.h"
 #include "tests/support/printers.h"
 
-namespace zorvane {
+namespace zorvane::difference_list_test {
 namespace {
 
 constexpr auto kA = DifferenceType::Addition;
@@ -160,4 +160,4 @@ TEST(NavigationFor, KeepsTheEndsShut) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::difference_list_test

@@ -9,7 +9,7 @@
 #include "tests/support/fakes.h"
 #include "tests/support/file_answers.h"
 
-namespace zorvane {
+namespace zorvane::file_watch_test {
 namespace {
 
 // A disk of stamps, looked at in steps of half a second.
@@ -177,4 +177,4 @@ TEST(UnsavedEdits, AreSavedOrLostOnlyAsTheUserSays) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::file_watch_test

@@ -13,6 +13,7 @@ void PrintTo(const KindCounts& counts, std::ostream* out) {
          << counts.numbering << ", moves " << counts.moves;
 }
 
+namespace kind_counts_test {
 namespace {
 
 Comparison Compared(const char16_t* original, const char16_t* modified,
@@ -111,4 +112,5 @@ TEST(KindCounts, KnowANumberInFrontAsTheCompareDoes) {
 }
 
 }  // namespace
+}  // namespace kind_counts_test
 }  // namespace zorvane

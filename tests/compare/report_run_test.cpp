@@ -15,7 +15,7 @@
 #include "tests/support/fakes.h"
 #include "tests/support/stopping_watcher.h"
 
-namespace zorvane {
+namespace zorvane::report_run_test {
 namespace {
 
 class ReportRunTest : public ::testing::Test {
@@ -132,4 +132,4 @@ TEST_F(ReportRunTest, LeavesWhatStoodThereWhenItIsStopped) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::report_run_test

@@ -4,7 +4,7 @@
 #include "tests/support/option_effects.h"
 #include "tests/support/viewer_fixture.h"
 
-namespace zorvane {
+namespace zorvane::run_options_test {
 namespace {
 
 void SetAll(const CompareOptions& asked, clsCompareFileOptions& options) {
@@ -89,4 +89,4 @@ TEST_F(RunOptionsTest, ReachTheMarksOfBothViews) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::run_options_test

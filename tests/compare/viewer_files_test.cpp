@@ -10,7 +10,7 @@
 #include "tests/support/page_notes.h"
 #include "tests/support/viewer_fixture.h"
 
-namespace zorvane {
+namespace zorvane::viewer_files_test {
 namespace {
 
 using namespace std::chrono_literals;
@@ -104,7 +104,7 @@ TEST_F(FilesOfViewer, WhatARunShowsOfItselfGoesWithIt) {
                 viewer.Abort();
         };
         viewer.Refresh();  // loads inside the run
-        EXPECT_EQ(busy, "hourglass wait abort no filters ");
+        EXPECT_EQ(busy, "hourglass wait abort no filters no edits");
         EXPECT_EQ(time, "---");
         EXPECT_EQ(window.Busy(), "");
     }
@@ -465,4 +465,4 @@ TEST_F(FilesOfViewer, NoNumberIsAskedForDuringARun) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::viewer_files_test

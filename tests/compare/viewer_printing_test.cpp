@@ -9,7 +9,7 @@
 #include "tests/support/file_answers.h"
 #include "tests/support/page_notes.h"
 
-namespace zorvane {
+namespace zorvane::viewer_printing_test {
 namespace {
 
 TEST(Margins, AreInchesOrHalfOne) {
@@ -129,4 +129,4 @@ TEST_F(PrintingTest, TellsWhatWentWrongAndNothingOfACancel) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::viewer_printing_test

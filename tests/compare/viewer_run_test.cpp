@@ -9,7 +9,7 @@
 #include "compare/run/question_relay.h"
 #include "tests/support/viewer_fixture.h"
 
-namespace zorvane {
+namespace zorvane::viewer_run_test {
 namespace {
 
 using namespace std::chrono_literals;
@@ -376,4 +376,4 @@ TEST(RunControl, MakesItsTextsFromStepAndPart) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::viewer_run_test

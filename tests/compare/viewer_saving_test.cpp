@@ -11,7 +11,7 @@
 #include "tests/support/fakes.h"
 #include "tests/support/file_answers.h"
 
-namespace zorvane {
+namespace zorvane::viewer_saving_test {
 namespace {
 
 using namespace std::literals;
@@ -267,4 +267,4 @@ TEST_F(SavingTest, LeavesTheFileAloneWhenItFails) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::viewer_saving_test

@@ -7,7 +7,7 @@
 #include "tests/support/printers.h"
 #include "tests/support/viewer_fixture.h"
 
-namespace zorvane {
+namespace zorvane::viewer_test {
 namespace {
 
 class FrmCompareFilesTest : public ViewerTest {
@@ -217,4 +217,4 @@ TEST_F(FrmCompareFilesTest, AMissingFileFailsWithItsName) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::viewer_test

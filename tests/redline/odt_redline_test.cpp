@@ -3,7 +3,7 @@
 #include "redline/odt_resolve.h"
 #include "tests/redline/odt_pair.h"
 
-namespace zorvane {
+namespace zorvane::odt_redline_test {
 namespace {
 
 const std::string kLong = "The committee decides about the large hall";
@@ -188,4 +188,4 @@ TEST(OdtRedline, TakesTrackedInputsAsAccepted) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::odt_redline_test

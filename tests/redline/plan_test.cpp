@@ -6,7 +6,7 @@
 
 #include "common/base/side.h"
 
-namespace zorvane {
+namespace zorvane::plan_test {
 namespace {
 
 // A container of paragraphs "a", "b", ... and tables "1", "2", ...; like names are partners.
@@ -100,4 +100,4 @@ TEST(Plan, MarksTheEndBeforeWhereSomeReadersJoinNothing) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::plan_test

@@ -8,7 +8,7 @@
 #include "tests/redline/odt_pair.h"
 #include "tests/support/shell_run.h"
 
-namespace zorvane {
+namespace zorvane::random_redline_test {
 namespace {
 
 constexpr const char* kWords[] = {"harbour", "lamp", "the", "of",   "keeper",  "12",  "tide",
@@ -419,4 +419,4 @@ TEST(RandomRedline, IsReadLikewiseByPandoc) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::random_redline_test

@@ -1,7 +1,7 @@
 // Small pairs with one kind of change each: the law holds, and as little is marked as can be.
 #include "tests/redline/redline_pair.h"
 
-namespace zorvane {
+namespace zorvane::redline_law_test {
 namespace {
 
 struct LawRow {
@@ -310,4 +310,4 @@ TEST(RedlineLaw, WritesTheSameBytesForTheSamePair) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::redline_law_test

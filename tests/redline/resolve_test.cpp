@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zorvane {
+namespace zorvane::resolve_test {
 namespace {
 
 std::string Resolved(const std::string& body, Resolution resolution) {
@@ -70,4 +70,4 @@ TEST(Resolve, CountsEndsWithNothingToJoin) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::resolve_test

@@ -2,7 +2,7 @@
 // check has to see every one of them. The last ones leave all text as it is.
 #include "tests/redline/redline_pair.h"
 
-namespace zorvane {
+namespace zorvane::sabotage_test {
 namespace {
 
 const std::string kStyleNamed = "<w:style w:type=\"paragraph\" w:styleId=\"";
@@ -128,4 +128,4 @@ TEST(RedlineCheck, RefusesAnotherPairsRedline) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::sabotage_test

@@ -35,14 +35,14 @@ TEST(JsonReportProperty, FitsTheSchemaAndMakesTheModified) {
     std::mt19937 random(21);
     for (unsigned round = 0; round < 200; ++round) {
         SCOPED_TRACE(round);
-        const Paragraphs original = RandomParagraphs(random, random() % 30);
-        const Paragraphs modified = EditedParagraphs(random, original);
+        const TextLines original = RandomParagraphs(random, random() % 30);
+        const TextLines modified = EditedParagraphs(random, original);
         const ComparedPair pair(original, modified, {.by_character = round % 2 == 0});
         const std::string bytes = WriteJsonReport(pair.Model());
         EXPECT_EQ(WriteJsonReport(pair.Model()), bytes);
         const Json json = Json::parse(bytes);
         ASSERT_EQ(schema.Fault(json), "");
-        Paragraphs made;
+        TextLines made;
         std::size_t at = 0;
         for (const Json& record : json["records"]) {
             const bool addition = record["type"] == "a";

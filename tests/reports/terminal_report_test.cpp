@@ -7,8 +7,8 @@ namespace {
 
 struct TerminalRow {
     const char* name;
-    Paragraphs original;
-    Paragraphs modified;
+    TextLines original;
+    TextLines modified;
     std::int32_t context;
     std::string text;
 };

@@ -12,11 +12,11 @@
 
 namespace zorvane {
 
-using Paragraphs = std::vector<std::string>;
+using TextLines = std::vector<std::string>;
 
 class ComparedPair {
   public:
-    ComparedPair(const Paragraphs& original, const Paragraphs& modified,
+    ComparedPair(const TextLines& original, const TextLines& modified,
                  const CompareOptions& options = {})
         : texts_{LineFile(original), LineFile(modified)} {
         Result<Comparison> result =
@@ -34,7 +34,7 @@ class ComparedPair {
     }
 
   private:
-    static std::string LineFile(const Paragraphs& paragraphs) {
+    static std::string LineFile(const TextLines& paragraphs) {
         std::string text;
         for (const std::string& paragraph : paragraphs)
             text += paragraph + "\r\n";
@@ -56,16 +56,16 @@ inline std::string RandomParagraph(std::mt19937& random) {
     return text;
 }
 
-inline Paragraphs RandomParagraphs(std::mt19937& random, std::size_t count) {
-    Paragraphs paragraphs;
+inline TextLines RandomParagraphs(std::mt19937& random, std::size_t count) {
+    TextLines paragraphs;
     for (std::size_t i = 0; i < count; ++i)
         paragraphs.push_back(RandomParagraph(random));
     return paragraphs;
 }
 
 /// Words and whole paragraphs changed, added and left out.
-inline Paragraphs EditedParagraphs(std::mt19937& random, const Paragraphs& paragraphs) {
-    Paragraphs out;
+inline TextLines EditedParagraphs(std::mt19937& random, const TextLines& paragraphs) {
+    TextLines out;
     for (const std::string& paragraph : paragraphs) {
         const unsigned kind = static_cast<unsigned>(random()) % 10;
         if (kind == 0)

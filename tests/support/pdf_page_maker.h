@@ -43,7 +43,7 @@ struct Drawn {
     float baseline;
     std::vector<Text> texts;
 };
-inline PdfPage Page(const std::vector<Drawn>& lines) {
+inline PdfPage PageOf(const std::vector<Drawn>& lines) {
     PdfPage page = EmptyPage();
     for (const Drawn& line : lines) {
         for (const Drawn::Text& drawn : line.texts)

@@ -8,7 +8,7 @@
 #include "compare/document/format_compare.h"
 #include "compare/document/rtf_reader.h"
 
-namespace zorvane {
+namespace zorvane::beside_compare_test {
 namespace {
 
 /// Of "link 3 a, picture 4 p"; in "comment 0 B3: x" of a sheet "x" alone is compared.
@@ -194,4 +194,4 @@ TEST(FormatCompare, FollowsThePairsOfParagraphs) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::beside_compare_test

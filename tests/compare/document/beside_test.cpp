@@ -12,6 +12,7 @@ std::ostream& operator<<(std::ostream& out, const BesideItem& item) {
                << item.digest;
 }
 
+namespace beside_test {
 namespace {
 
 TEST(Beside, NamesAreInTheOrderOfTheKinds) {
@@ -229,4 +230,5 @@ TEST(Beside, RichTextOfOthersTellsWhatItLeavesOut) {
 }
 
 }  // namespace
+}  // namespace beside_test
 }  // namespace zorvane

@@ -5,7 +5,7 @@
 #include "tests/support/printers.h"
 #include "tests/support/random_edits.h"
 
-namespace zorvane {
+namespace zorvane::block_index_test {
 namespace {
 
 std::string Told(const Block& block) {
@@ -224,4 +224,4 @@ TEST(BlockIndexProperty, AgreesInManyChunks) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::block_index_test

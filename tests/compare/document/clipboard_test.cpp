@@ -8,7 +8,7 @@
 #include "tests/support/fakes.h"
 #include "tests/support/rich_text_notation.h"
 
-namespace zorvane {
+namespace zorvane::clipboard_test {
 namespace {
 
 class ClipboardTest : public testing::Test {
@@ -99,4 +99,4 @@ TEST(PlainText, HasTabsBetweenCellsAndLinesAsLines) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::clipboard_test

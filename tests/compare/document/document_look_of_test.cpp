@@ -4,7 +4,7 @@
 
 #include "compare/document/heading_places.h"
 
-namespace zorvane {
+namespace zorvane::document_look_of_test {
 namespace {
 
 CharFormat Sized(std::int32_t points, bool bold = false, bool italic = false) {
@@ -128,4 +128,4 @@ TEST(HeadingPlaces, AreShortParagraphsThatStandOut) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::document_look_of_test

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zorvane {
+namespace zorvane::document_observer_test {
 namespace {
 
 struct Named : DocumentObserver {
@@ -56,4 +56,4 @@ TEST(ObserverList, TakesChangesInsideANotice) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::document_observer_test

@@ -9,7 +9,7 @@
 #include "tests/support/stopping_watcher.h"
 #include "tests/support/temp_folder.h"
 
-namespace zorvane {
+namespace zorvane::memory_editor_test {
 namespace {
 
 TextRange At(std::int32_t first, std::int32_t length) {
@@ -374,4 +374,4 @@ TEST(MemoryEditor, GivesAllOrNothingWhenItIsStopped) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::memory_editor_test

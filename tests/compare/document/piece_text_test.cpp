@@ -6,7 +6,7 @@
 
 #include "compare/document/format_table.h"
 
-namespace zorvane {
+namespace zorvane::piece_text_test {
 namespace {
 
 std::u16string Joined(const std::vector<std::u16string_view>& pieces) {
@@ -92,4 +92,4 @@ TEST(FormatTable, KnowsEachFormatOnce) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::piece_text_test

@@ -13,7 +13,7 @@
 #include "tests/support/rich_text_notation.h"
 #include "tests/support/temp_folder.h"
 
-namespace zorvane {
+namespace zorvane::rich_document_test {
 namespace {
 
 TextRange At(std::int32_t first, std::int32_t length) {
@@ -424,4 +424,4 @@ TEST(RichDocumentProperty, UndoOfEverythingIsTheStart) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::rich_document_test

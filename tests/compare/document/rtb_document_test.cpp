@@ -9,7 +9,7 @@
 #include "tests/support/printers.h"
 #include "tests/support/rich_text_notation.h"
 
-namespace zorvane {
+namespace zorvane::rtb_document_test {
 namespace {
 
 class RtbDocumentTest : public ::testing::Test {
@@ -364,4 +364,4 @@ TEST(Paragraphs, StayInOrderWhateverIsRemoved) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::rtb_document_test

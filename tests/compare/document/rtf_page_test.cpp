@@ -6,7 +6,7 @@
 #include "compare/document/rtf_writer.h"
 #include "tests/support/rich_text_notation.h"
 
-namespace zorvane {
+namespace zorvane::rtf_page_test {
 namespace {
 
 std::size_t CountIn(const std::string& text, std::string_view part) {
@@ -106,4 +106,4 @@ TEST(RtfWriter, EndsRaisedText) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::rtf_page_test

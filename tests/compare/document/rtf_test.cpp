@@ -8,7 +8,7 @@
 #include "compare/document/rtf_writer.h"
 #include "tests/support/rich_text_notation.h"
 
-namespace zorvane {
+namespace zorvane::rtf_test {
 namespace {
 
 struct ReadRow {
@@ -244,4 +244,4 @@ TEST(RtfCorpus, EveryDocumentReadsAndRoundsTrips) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::rtf_test

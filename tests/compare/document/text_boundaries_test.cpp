@@ -5,7 +5,7 @@
 #include "compare/document/memory_editor.h"
 #include "tests/support/printers.h"
 
-namespace zorvane {
+namespace zorvane::text_boundaries_test {
 namespace {
 
 struct PlaceRow {
@@ -82,4 +82,4 @@ TEST(TextBoundaries, FindTheWordAtAPlace) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::text_boundaries_test

@@ -5,7 +5,7 @@
 #include "compare/document/memory_editor.h"
 #include "tests/support/printers.h"
 
-namespace zorvane {
+namespace zorvane::text_selection_test {
 namespace {
 
 struct MoveRow {
@@ -81,4 +81,4 @@ TEST(TextSelection, ForgetsTheWantedXWithAMove) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::text_selection_test

@@ -4,7 +4,7 @@
 
 #include "tests/support/printers.h"
 
-namespace zorvane {
+namespace zorvane::undo_list_test {
 namespace {
 
 // A text whose edits go to an undo list, without an editor.
@@ -153,4 +153,4 @@ TEST(UndoList, ABatchOfNothingIsNothing) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::undo_list_test

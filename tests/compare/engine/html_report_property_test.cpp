@@ -55,7 +55,7 @@ void TakeRow(const HtmlNode& row, bool one, PerSide<Column>& columns) {
     EXPECT_EQ(at, row.children.size());
 }
 
-Column Expected(const Paragraphs& paragraphs) {
+Column Expected(const TextLines& paragraphs) {
     Column column;
     for (const std::string& paragraph : paragraphs) {
         column.numbers.push_back(std::to_string(column.numbers.size() + 1));
@@ -66,8 +66,8 @@ Column Expected(const Paragraphs& paragraphs) {
 }
 
 // Edited, with a long paragraph that stands elsewhere, changed a little, in every other round.
-Paragraphs EditedAndMoved(std::mt19937& random, Paragraphs& original, bool moves) {
-    Paragraphs modified = EditedParagraphs(random, original);
+TextLines EditedAndMoved(std::mt19937& random, TextLines& original, bool moves) {
+    TextLines modified = EditedParagraphs(random, original);
     if (!moves)
         return modified;
     std::string wanderer;
@@ -83,8 +83,8 @@ TEST(HtmlReportProperty, ShowsEveryParagraphOnceWithItsNumber) {
     std::size_t moves = 0;
     for (unsigned round = 0; round < 200; ++round) {
         SCOPED_TRACE(round);
-        Paragraphs original = RandomParagraphs(random, random() % 50);
-        const Paragraphs modified = EditedAndMoved(random, original, round % 5 < 2);
+        TextLines original = RandomParagraphs(random, random() % 50);
+        const TextLines modified = EditedAndMoved(random, original, round % 5 < 2);
         const ComparedPair pair(
             original, modified,
             {.ignore_empty_lines = round % 3 == 1, .by_character = round % 4 < 2});

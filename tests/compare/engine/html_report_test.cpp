@@ -20,8 +20,8 @@ const std::string kEdited =
 
 struct LayoutRow {
     const char* name;
-    Paragraphs original;
-    Paragraphs modified;
+    TextLines original;
+    TextLines modified;
     std::int32_t style;
     CompareOptions options;
     std::vector<std::string> rows;
@@ -130,12 +130,12 @@ TEST(HtmlReport, LaysOutDifferences) {
 
 TEST(HtmlReport, FoldsLongUnchangedStretches) {
     const auto folds = [](std::size_t before, std::size_t between, UnchangedText unchanged,
-                          const Paragraphs& ahead = {}) {
-        Paragraphs original(before, "same words");
+                          const TextLines& ahead = {}) {
+        TextLines original(before, "same words");
         original.emplace_back("one thing to say");
         original.insert(original.end(), between, "same words");
         original.emplace_back("two things to say");
-        Paragraphs modified = original;
+        TextLines modified = original;
         modified[before] = "1 thing to say";
         modified.back() = "2 things to say";
         modified.insert(modified.begin(), ahead.begin(), ahead.end());
@@ -163,9 +163,9 @@ TEST(HtmlReport, FoldsLongUnchangedStretches) {
 }
 
 TEST(HtmlReport, LeavesOutWhatWouldMakeThePageTooLarge) {
-    Paragraphs original(30'000, std::string(100, 'x'));
+    TextLines original(30'000, std::string(100, 'x'));
     original.emplace_back("the end of it");
-    Paragraphs modified = original;
+    TextLines modified = original;
     modified.back() = "the start of it";
     const ComparedPair pair(original, modified);
     ReportModel model = pair.Model();
@@ -289,12 +289,12 @@ TEST(HtmlReport, ShowsDatesAndWhatLiesBesideTheWords) {
 }
 
 TEST(HtmlReport, TakesHostileText) {
-    const Paragraphs hostile = {"</div></main><script>alert(1)</script>",
-                                "&lt; \" ' \x01\x1B\x7F\a\v",
-                                "\xC2\x85\xEF\xBF\xBE\xEF\xBF\xBF end",
-                                "\xFF\xC2",
-                                "cut \xF0\x9F",
-                                std::string(58, 'x') + " \xF0\x9F\x98\x80\xF0\x9F\x98\x80"};
+    const TextLines hostile = {"</div></main><script>alert(1)</script>",
+                               "&lt; \" ' \x01\x1B\x7F\a\v",
+                               "\xC2\x85\xEF\xBF\xBE\xEF\xBF\xBF end",
+                               "\xFF\xC2",
+                               "cut \xF0\x9F",
+                               std::string(58, 'x') + " \xF0\x9F\x98\x80\xF0\x9F\x98\x80"};
     const ComparedPair pair(hostile, {"other"});
     ReportModel model = pair.Model();
     model.title = "</title><script>";
@@ -313,10 +313,10 @@ TEST(HtmlReport, TakesHostileText) {
 // ---- writing ----
 
 TEST(HtmlReport, IsHandedOnInPartsAndStopsAtAFailure) {
-    Paragraphs original;
+    TextLines original;
     for (int i = 0; i < 12'000; ++i)
         original.push_back("paragraph number " + std::to_string(i) + " of a long text");
-    Paragraphs modified = original;
+    TextLines modified = original;
     for (std::size_t i = 0; i < modified.size(); i += 2)
         modified[i] += " indeed";
     const ComparedPair pair(original, modified);

@@ -120,7 +120,7 @@ bool OfModified(PieceKind kind) {
     return IsModifiedPiece(kind);
 }
 
-std::u16string JoinedParagraphs(const Paragraphs& paragraphs) {
+std::u16string JoinedParagraphs(const TextLines& paragraphs) {
     std::string text;
     for (const std::string& paragraph : paragraphs)
         text += (text.empty() ? "" : "\r\n") + paragraph;
@@ -144,7 +144,7 @@ TEST(PiecesProperty, HoldBothTexts) {
     std::mt19937 random(11);
     for (unsigned round = 0; round < 400; ++round) {
         SCOPED_TRACE(round);
-        const Paragraphs paragraphs = RandomParagraphs(random, 1 + round % 6);
+        const TextLines paragraphs = RandomParagraphs(random, 1 + round % 6);
         const std::u16string original = JoinedParagraphs(paragraphs);
         const std::u16string modified =
             JoinedParagraphs(round % 3 == 0 ? RandomParagraphs(random, 1 + random() % 5)
@@ -186,8 +186,8 @@ TEST(SplitPieces, CutsAtBreaks) {
 
 struct PairRow {
     const char* name;
-    Paragraphs original;
-    Paragraphs modified;
+    TextLines original;
+    TextLines modified;
     std::vector<ParagraphPair> pairs;
 };
 TEST(PairParagraphs, PutsWhatBelongsTogetherBesideEachOther) {

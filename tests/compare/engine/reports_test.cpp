@@ -78,8 +78,8 @@ TEST(TextReport, TakesAHugeParagraphInLinearTime) {
 // ---- comma-delimited ----
 
 // Reads by RFC 4180.
-std::vector<Paragraphs> CsvRows(const std::string& text) {
-    std::vector<Paragraphs> rows(1);
+std::vector<TextLines> CsvRows(const std::string& text) {
+    std::vector<TextLines> rows(1);
     std::string field;
     bool quoted = false;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -104,7 +104,7 @@ TEST(CsvReport, IsReadBackByASpreadsheet) {
     const ComparedPair pair({"a \"b\", c", "=1+1", "same"}, {"x\v\x01", "same", "-5", "@y\a"});
     const std::string bytes = WriteCsvReport(pair.Model());
     ASSERT_TRUE(bytes.starts_with("\xEF\xBB\xBF"));
-    const std::vector<Paragraphs> expected = {
+    const std::vector<TextLines> expected = {
         {"Number", "Type", "Original first", "Original last", "Modified first", "Modified last",
          "Original text", "Modified text", "Moved with"},
         {"1", "Deletion", "1", "2", "0", "0", "a \"b\", c\n=1+1", "", ""},
@@ -113,7 +113,7 @@ TEST(CsvReport, IsReadBackByASpreadsheet) {
     EXPECT_EQ(CsvRows(bytes.substr(3)), expected);
     const ComparedPair deleted({"=cmd", "b"}, {"b"});
     EXPECT_EQ(CsvRows(WriteCsvReport(deleted.Model())).at(1),
-              (Paragraphs{"1", "Deletion", "1", "1", "0", "0", "'=cmd", "", ""}));
+              (TextLines{"1", "Deletion", "1", "1", "0", "0", "'=cmd", "", ""}));
 }
 
 // ---- the engine's call ----

@@ -5,16 +5,16 @@
 namespace zorvane {
 namespace {
 
-// Paragraphs of ten bytes with their ends, a difference behind each stretch.
+// TextLines of ten bytes with their ends, a difference behind each stretch.
 ComparedPair StretchesOf(const std::vector<std::size_t>& lengths) {
-    Paragraphs original;
+    TextLines original;
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         original.insert(original.end(), lengths[i], "same same");
         original.push_back("w" + std::to_string(100 + i) + " x y z");
     }
     for (std::string& paragraph : original)
         paragraph.resize(8, '.');
-    Paragraphs modified = original;
+    TextLines modified = original;
     std::size_t at = 0;
     for (const std::size_t length : lengths) {
         at += length;
@@ -60,7 +60,7 @@ TEST(UnchangedPlan, KeepsWhatFits) {
 }
 
 TEST(UnchangedPlan, ShowsTextsWithoutDifferencesIfTheyFit) {
-    const ComparedPair same(Paragraphs(50, "12345678"), Paragraphs(50, "12345678"));
+    const ComparedPair same(TextLines(50, "12345678"), TextLines(50, "12345678"));
     const auto plan = [&](std::int64_t most) {
         return PlanUnchanged(same.comparison(), UnchangedText::Fitting, 1, most);
     };

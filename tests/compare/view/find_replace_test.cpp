@@ -9,7 +9,7 @@
 #include "compare/document/memory_editor.h"
 #include "tests/support/printers.h"
 
-namespace zorvane {
+namespace zorvane::find_replace_test {
 namespace {
 
 class FindReplaceTest : public ::testing::Test {
@@ -241,4 +241,4 @@ TEST(FrmCompareFilesGoTo, TakesANumber) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::find_replace_test

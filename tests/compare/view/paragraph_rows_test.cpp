@@ -11,7 +11,7 @@
 #include "tests/support/compared_pair.h"
 #include "tests/support/printers.h"
 
-namespace zorvane {
+namespace zorvane::paragraph_rows_test {
 namespace {
 
 // Every paragraph in one row, in order, and row and paragraph each from the other.
@@ -79,8 +79,8 @@ TEST(ParagraphRows, HoldEveryParagraphOfRandomComparisons) {
     std::mt19937 random(31);
     for (int round = 0; round < 300; ++round) {
         SCOPED_TRACE(round);
-        const Paragraphs original = RandomParagraphs(random, random() % 40);
-        const Paragraphs modified = EditedParagraphs(random, original);
+        const TextLines original = RandomParagraphs(random, random() % 40);
+        const TextLines modified = EditedParagraphs(random, original);
         const ComparedPair pair(original, modified, {.ignore_empty_lines = round % 3 == 0});
         ParagraphRows rows;
         rows.Assign(pair.comparison());
@@ -266,7 +266,7 @@ TEST(ParagraphRows, KeepWhatNobodyTouched) {
     };
     for (int round = 0; round < 20; ++round) {
         SCOPED_TRACE(round);
-        const Paragraphs original = RandomParagraphs(random, 1500);  // more than one chunk
+        const TextLines original = RandomParagraphs(random, 1500);  // more than one chunk
         const ComparedPair pair(original, EditedParagraphs(random, original),
                                 {.ignore_empty_lines = round % 2 == 0, .find_sections = false});
         ParagraphRows rows;
@@ -326,4 +326,4 @@ TEST(FoldableRows, GoAcrossWhatWasNotLookedAt) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::paragraph_rows_test

@@ -11,7 +11,7 @@
 #include "tests/compare/view/rows_notation.h"
 #include "tests/support/comparison_notation.h"
 
-namespace zorvane {
+namespace zorvane::rows_follower_test {
 namespace {
 
 // Two documents, compared, each followed.
@@ -169,4 +169,4 @@ TEST(RowsFollower, KeepsPairsUnderRandomEdits) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::rows_follower_test

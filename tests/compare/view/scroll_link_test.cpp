@@ -9,7 +9,7 @@
 
 #include "tests/support/compared_pair.h"
 
-namespace zorvane {
+namespace zorvane::scroll_link_test {
 namespace {
 
 constexpr std::int32_t kPage = 10;
@@ -217,8 +217,8 @@ class AlignedTest : public ScrollLinkTest {
         link.SetRows(&rows, &rows);
         link.SetAligned(true);
     }
-    static Paragraphs Texts(bool modified) {
-        Paragraphs texts;
+    static TextLines Texts(bool modified) {
+        TextLines texts;
         for (int i = 0; i < 90; ++i) {
             const std::string text = "paragraph number " + std::to_string(i * 7919) + " stays";
             if (i == 4 && modified) {
@@ -304,4 +304,4 @@ TEST_F(AlignedTest, TheOtherPairAndTheMergedViewGoByTheMode) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::scroll_link_test

@@ -5,7 +5,7 @@
 
 #include "tests/support/comparison_notation.h"
 
-namespace zorvane {
+namespace zorvane::spoken_difference_test {
 namespace {
 
 std::string English(std::string_view text) {
@@ -96,4 +96,4 @@ TEST(SpokenDifference, TellsThePlaceAndHowMuchMoreThereIs) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::spoken_difference_test

@@ -8,7 +8,7 @@
 #include "compare/view/overview.h"
 #include "tests/support/comparison_notation.h"
 
-namespace zorvane {
+namespace zorvane::view_state_test {
 namespace {
 
 using Editors = std::vector<ShownEditor>;
@@ -93,4 +93,4 @@ TEST(Overview, JoinsWhatNoPixelParts) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::view_state_test

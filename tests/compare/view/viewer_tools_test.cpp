@@ -7,7 +7,7 @@
 #include "tests/support/printers.h"
 #include "tests/support/viewer_fixture.h"
 
-namespace zorvane {
+namespace zorvane::viewer_tools_test {
 namespace {
 
 using ViewerToolsTest = ViewerTest;
@@ -148,4 +148,4 @@ TEST_F(ViewerToolsTest, RowsFollowTheRun) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::viewer_tools_test

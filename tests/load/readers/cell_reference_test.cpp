@@ -5,7 +5,7 @@
 #include "load/column_letters.h"
 #include "load/readers/sheets/merged_cells.h"
 
-namespace zorvane {
+namespace zorvane::cell_reference_test {
 namespace {
 
 TEST(CellReference, ReadsAddresses) {
@@ -97,4 +97,4 @@ TEST(MergedCells, StayFastWhenManyOverlap) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::cell_reference_test

@@ -6,7 +6,7 @@
 
 #include "tests/support/compound_bytes.h"
 
-namespace zorvane {
+namespace zorvane::compound_file_test {
 namespace {
 
 std::string Letters(std::size_t count) {
@@ -76,4 +76,4 @@ TEST(CompoundFile, SurvivesFlippedAndMissingBytes) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::compound_file_test

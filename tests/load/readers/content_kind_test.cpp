@@ -4,7 +4,7 @@
 
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::content_kind_test {
 namespace {
 
 using namespace std::literals;
@@ -79,4 +79,4 @@ TEST(ContentKind, IsToldByTheBytesBeforeTheName) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::content_kind_test

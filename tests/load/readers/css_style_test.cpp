@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zorvane {
+namespace zorvane::css_style_test {
 namespace {
 
 TEST(CssStyle, ReadsColors) {
@@ -175,4 +175,4 @@ TEST(CssSheet, IsBounded) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::css_style_test

@@ -11,7 +11,7 @@
 #include "tests/support/shown_beside.h"
 #include "tests/support/word_file.h"
 
-namespace zorvane {
+namespace zorvane::damaged_parts_test {
 namespace {
 
 using Items = std::vector<BesideItem>;
@@ -96,4 +96,4 @@ TEST(DamagedParts, AreNotSeenInWholeDocuments) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::damaged_parts_test

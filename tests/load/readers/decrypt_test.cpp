@@ -10,7 +10,7 @@
 #include "load/readers/protected_package.h"
 #include "tests/support/encrypted_package.h"
 
-namespace zorvane {
+namespace zorvane::decrypt_test {
 namespace {
 
 // Not a multiple of a block, of a segment or of a sector.
@@ -194,4 +194,4 @@ TEST(Decrypt, OpensTheCorpusFile) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::decrypt_test

@@ -5,7 +5,7 @@
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
 
-namespace zorvane {
+namespace zorvane::document_sink_test {
 namespace {
 
 // Two paragraphs: a numbered one with a bold word, and a row of two cells.
@@ -92,4 +92,4 @@ TEST(DocumentSink, ReplayIsTheSameText) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::document_sink_test

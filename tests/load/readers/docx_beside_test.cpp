@@ -7,7 +7,7 @@
 #include "tests/support/shown_beside.h"
 #include "tests/support/word_file.h"
 
-namespace zorvane {
+namespace zorvane::docx_beside_test {
 namespace {
 
 constexpr std::string_view kRelations =
@@ -212,4 +212,4 @@ TEST(DocxBeside, SeesEachThingThatChangesAndNothingElse) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::docx_beside_test

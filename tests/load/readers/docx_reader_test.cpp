@@ -7,7 +7,7 @@
 #include "tests/support/text_rows.h"
 #include "tests/support/word_file.h"
 
-namespace zorvane {
+namespace zorvane::docx_reader_test {
 namespace {
 
 std::string ShownWord(const WordFile& file) {
@@ -353,4 +353,4 @@ TEST(DocxReader, EndsOnHostileInput) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::docx_reader_test

@@ -6,7 +6,7 @@
 #include "tests/support/shown_beside.h"
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::epub_reader_test {
 namespace {
 
 constexpr std::string_view kContainer =
@@ -59,4 +59,4 @@ TEST(EpubReader, TellsWhatIsMissing) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::epub_reader_test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zorvane {
+namespace zorvane::formula_text_test {
 namespace {
 
 struct Row {
@@ -73,4 +73,4 @@ TEST(FormulaText, IsBounded) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::formula_text_test

@@ -8,7 +8,7 @@
 
 #include "load/readers/web/html_parser.h"
 
-namespace zorvane {
+namespace zorvane::html_nesting_test {
 namespace {
 
 // Each run of text with the formats it stands in, such as "b:w1 bi:w2".
@@ -159,4 +159,4 @@ TEST(HtmlNesting, KeepsEveryCharacterOfAnyPage) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::html_nesting_test

@@ -6,7 +6,7 @@
 #include "tests/support/shown_document.h"
 #include "tests/support/text_rows.h"
 
-namespace zorvane {
+namespace zorvane::html_reader_test {
 namespace {
 
 std::string ShownHtml(std::string_view page) {
@@ -236,4 +236,4 @@ TEST(HtmlReader, StopsWhenTold) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::html_reader_test

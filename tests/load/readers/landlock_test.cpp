@@ -12,7 +12,7 @@
 #include "tests/support/probe.h"
 #include "tests/support/temp_folder.h"
 
-namespace zorvane {
+namespace zorvane::landlock_test {
 namespace {
 
 bool Worked(long result) {
@@ -72,4 +72,4 @@ TEST_P(LandlockTest, OnlyNamedFoldersAreReached) {
 INSTANTIATE_TEST_SUITE_P(Versions, LandlockTest, testing::Values(1, 2, 3, 4, 5, 6));
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::landlock_test

@@ -9,7 +9,7 @@
 #include "tests/support/shown_document.h"
 #include "tests/support/word_file.h"
 
-namespace zorvane {
+namespace zorvane::list_labels_test {
 namespace {
 
 // What a document shows whose list has these levels and whose paragraphs stand on these levels.
@@ -114,4 +114,4 @@ TEST(SymbolFonts, ShowWhatTheirLettersLookLike) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::list_labels_test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zorvane {
+namespace zorvane::list_numbers_test {
 namespace {
 
 TEST(ListNumbers, ShowEachStyle) {
@@ -61,4 +61,4 @@ TEST(ListNumbers, BulletsChangeWithTheLevel) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::list_numbers_test

@@ -6,7 +6,7 @@
 #include "tests/support/shown_document.h"
 #include "tests/support/text_rows.h"
 
-namespace zorvane {
+namespace zorvane::markdown_reader_test {
 namespace {
 
 std::string ShownMarkdown(std::string_view text) {
@@ -128,4 +128,4 @@ TEST(MarkdownReader, EndsSoonOnHostileText) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::markdown_reader_test

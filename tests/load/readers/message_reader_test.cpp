@@ -7,7 +7,7 @@
 #include "tests/support/shown_document.h"
 #include "tests/support/text_rows.h"
 
-namespace zorvane {
+namespace zorvane::message_reader_test {
 namespace {
 
 std::string ShownMessage(std::string_view bytes) {
@@ -133,4 +133,4 @@ TEST(MessageReader, EndsSoonOnHostileMessages) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::message_reader_test

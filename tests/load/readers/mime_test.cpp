@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zorvane {
+namespace zorvane::mime_test {
 namespace {
 
 TEST(Mime, UnfoldsFieldsAndFindsTheBody) {
@@ -99,4 +99,4 @@ TEST(Mime, DecodesEncodedWords) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::mime_test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zorvane {
+namespace zorvane::number_format_test {
 namespace {
 
 struct NumberRow {
@@ -359,4 +359,4 @@ TEST(AppendGeneral, KeepsElevenCharacters) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::number_format_test

@@ -4,7 +4,7 @@
 #include "tests/support/shown_workbook.h"
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::ods_workbook_test {
 namespace {
 
 std::string MakeOds(std::string_view sheets) {
@@ -183,4 +183,4 @@ TEST(OdsWorkbook, TellsWhatItCannotRead) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::ods_workbook_test

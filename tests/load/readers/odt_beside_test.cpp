@@ -7,7 +7,7 @@
 #include "tests/support/shown_beside.h"
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::odt_beside_test {
 namespace {
 
 struct Parts {
@@ -158,4 +158,4 @@ TEST(OdtBeside, SeesEachThingThatChangesAndNothingElse) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::odt_beside_test

@@ -7,7 +7,7 @@
 #include "tests/support/text_rows.h"
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::odt_reader_test {
 namespace {
 
 constexpr std::string_view kNames =
@@ -453,4 +453,4 @@ TEST(OdtReader, EndsSoonOnHostileDocuments) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::odt_reader_test

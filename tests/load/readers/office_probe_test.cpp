@@ -19,7 +19,7 @@
 #include "tests/support/probe.h"
 #include "tests/support/temp_folder.h"
 
-namespace zorvane {
+namespace zorvane::office_probe_test {
 namespace {
 
 struct Prey {
@@ -138,4 +138,4 @@ TEST(OfficeProbe, OnlyWhatASuiteNeedsIsOpen) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::office_probe_test

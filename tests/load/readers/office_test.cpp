@@ -28,6 +28,7 @@ static void PrintTo(const ReadEnd& end, std::ostream* out) {
     *out << static_cast<int>(end.error) << " " << end.detail;
 }
 
+namespace office_test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -349,4 +350,5 @@ TEST_F(RealOffice, ConvertsThroughAChildWhereThereIsNoLibrary) {
 }
 
 }  // namespace
+}  // namespace office_test
 }  // namespace zorvane

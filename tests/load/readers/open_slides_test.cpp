@@ -11,7 +11,7 @@
 #include "tests/support/slide_reading.h"
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::open_slides_test {
 namespace {
 
 constexpr const char* kAutomatic =
@@ -278,4 +278,4 @@ TEST(OpenSlides, CorruptedFilesEnd) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::open_slides_test

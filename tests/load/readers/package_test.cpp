@@ -7,7 +7,7 @@
 #include "load/readers/container/xml_scanner.h"
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::package_test {
 namespace {
 
 TEST(Package, FindsPartsAsOfficeProgramsDo) {
@@ -180,4 +180,4 @@ TEST(XmlPart, NumbersOfAttributesAreBounded) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::package_test

@@ -7,7 +7,7 @@
 #include "tests/support/pdf_file.h"
 #include "tests/support/shown_beside.h"
 
-namespace zorvane {
+namespace zorvane::pdf_beside_test {
 namespace {
 
 using test_pdf::Line;
@@ -135,4 +135,4 @@ TEST(PdfBeside, FormsInsideOfFormsEnd) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::pdf_beside_test

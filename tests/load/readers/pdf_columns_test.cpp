@@ -7,13 +7,13 @@
 #include "load/readers/pdf/pdf_lines.h"
 #include "tests/support/pdf_page_maker.h"
 
-namespace zorvane {
+namespace zorvane::pdf_columns_test {
 namespace {
 
 using test_pdf::Drawn;
 using test_pdf::EmptyPage;
 using test_pdf::LinesOf;
-using test_pdf::Page;
+using test_pdf::PageOf;
 using test_pdf::Put;
 
 std::u32string Numbered(std::u32string_view name, int number) {
@@ -193,15 +193,15 @@ TEST(PdfColumns, TakeRuledTablesWhole) {
          {50, 100},
          {40, 240, 440},
          100,
-         Page({{62, {{44, U"12.00"}, {244, U"value"}}},
-               {74, {{44, U"12.01"}, {244, U"value"}}},
-               {86, {{44, U"12.02"}, {244, U"value"}}}}),
+         PageOf({{62, {{44, U"12.00"}, {244, U"value"}}},
+                 {74, {{44, U"12.01"}, {244, U"value"}}},
+                 {86, {{44, U"12.02"}, {244, U"value"}}}}),
          "12.00|value|\n12.01|value|\n12.02|value|\n"},
         {"a frame is no table",
          {50, 100},
          {40, 440},
          100,
-         Page({{65, {{44, U"text in a frame"}}}, {85, {{44, U"below it more"}}}}),
+         PageOf({{65, {{44, U"text in a frame"}}}, {85, {{44, U"below it more"}}}}),
          "text in a frame\nbelow it more\n"},
         {"a line between columns is no table",
          {},
@@ -214,7 +214,7 @@ TEST(PdfColumns, TakeRuledTablesWhole) {
          {50, 62, 74},
          {40, 100, 440},
          74,
-         Page({{60, {{84, U"end"}, {102, U"begin"}}}, {72, {{84, U"end"}, {102, U"begin"}}}}),
+         PageOf({{60, {{84, U"end"}, {102, U"begin"}}}, {72, {{84, U"end"}, {102, U"begin"}}}}),
          "end|begin|\nend|begin|\n"},
     };
     for (const GridRow& row : rows) {
@@ -230,7 +230,7 @@ TEST(PdfColumns, TakeRuledTablesWhole) {
 
 TEST(PdfColumns, ALineMayBeDrawnInPieces) {
     PdfPage page =
-        Page({{60, {{44, U"key"}, {244, U"value"}}}, {72, {{44, U"key"}, {244, U"value"}}}});
+        PageOf({{60, {{44, U"key"}, {244, U"value"}}}, {72, {{44, U"key"}, {244, U"value"}}}});
     for (const float y : {50.0F, 62.0F, 74.0F}) {
         for (float x = 40; x < 440; x += 10)
             PutAcross(page, y, x, x + 9);
@@ -247,13 +247,14 @@ TEST(PdfColumns, JoinWhatDotsLeadTo) {
 
 // A justified line with wide gaps is no row of cells.
 TEST(PdfColumns, KeepStretchedLines) {
-    const PdfPage page = Page({{50, {{40, U"a line of the text that is full of words"}}},  // to 240
-                               {62, {{40, U"wide"}, {100, U"gaps"}, {205, U"between"}}},
-                               {74, {{40, U"and a line that is full of words as well"}}}});
+    const PdfPage page =
+        PageOf({{50, {{40, U"a line of the text that is full of words"}}},  // to 240
+                {62, {{40, U"wide"}, {100, U"gaps"}, {205, U"between"}}},
+                {74, {{40, U"and a line that is full of words as well"}}}});
     EXPECT_EQ(LinesOf(page),
               "a line of the text that is full of words\nwide gaps between\n"
               "and a line that is full of words as well\n");
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::pdf_columns_test

@@ -11,7 +11,7 @@
 #include "load/readers/sink/document_sink.h"
 #include "tests/support/pdf_file.h"
 
-namespace zorvane {
+namespace zorvane::pdf_labels_test {
 namespace {
 
 using test_pdf::Line;
@@ -170,4 +170,4 @@ TEST(PdfLabels, AreNoneInATableOfThreeColumns) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::pdf_labels_test

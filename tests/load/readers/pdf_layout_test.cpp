@@ -12,13 +12,13 @@
 #include "load/readers/pdf/pdf_running.h"
 #include "tests/support/pdf_page_maker.h"
 
-namespace zorvane {
+namespace zorvane::pdf_layout_test {
 namespace {
 
 using test_pdf::Drawn;
 using test_pdf::EmptyPage;
 using test_pdf::LinesOf;
-using test_pdf::Page;
+using test_pdf::PageOf;
 using test_pdf::Put;
 using test_pdf::Utf8;
 
@@ -75,9 +75,9 @@ const PageRow kWordRows[] = {
 TEST(PdfLayout, FindsWordsAndLines) {
     for (const PageRow& row : kWordRows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(LinesOf(Page(row.texts)), row.expected);
+        EXPECT_EQ(LinesOf(PageOf(row.texts)), row.expected);
     }
-    PdfPage page = Page({{20, {{10, U"aside"}}}});
+    PdfPage page = PageOf({{20, {{10, U"aside"}}}});
     for (PdfCharacter& character : page.characters)
         character.direction = PdfDirection::Down;
     Put(page, 50, 50, U"title");
@@ -103,9 +103,9 @@ TEST(PdfLayout, ReadsColumnsOneAfterTheOther) {
 // Three rows are too few for a page of one column: they are read as a row of cells.
 TEST(PdfLayout, TakesShortColumnsOnlyWhenToldOfColumns) {
     const PdfPage page =
-        Page({{60, {{50, U"left one that is long"}, {220, U"right one, which is long"}}},
-              {80, {{50, U"left two that is long"}, {220, U"right two, which is long"}}},
-              {100, {{50, U"left end that is long"}, {220, U"right end, which is long"}}}});
+        PageOf({{60, {{50, U"left one that is long"}, {220, U"right one, which is long"}}},
+                {80, {{50, U"left two that is long"}, {220, U"right two, which is long"}}},
+                {100, {{50, U"left end that is long"}, {220, U"right end, which is long"}}}});
     EXPECT_EQ(LinesOf(page).find("left one that is long\tright one"), 0U);
     PdfLineOptions many;
     many.document_type = PdfDocumentType::ManyColumns;
@@ -149,7 +149,7 @@ const PageRow kTableRows[] = {
 TEST(PdfLayout, JoinsTheLinesOfATablesCells) {
     for (const PageRow& row : kTableRows) {
         SCOPED_TRACE(row.name);
-        PdfPage page = Page(row.texts);
+        PdfPage page = PageOf(row.texts);
         for (const float y : row.rules)
             PutRule(page, y);
         EXPECT_EQ(LinesOf(page), row.expected);
@@ -185,14 +185,14 @@ TEST(PdfLayout, KeepsNumbersThatDoNotCountLines) {
 }
 
 TEST(PdfLayout, KeepsPlacesByBlanks) {
-    const PdfPage page = Page({{50, {{50, U"left"}, {150, U"mid word"}}}, {62, {{100, U"in"}}}});
+    const PdfPage page = PageOf({{50, {{50, U"left"}, {150, U"mid word"}}}, {62, {{100, U"in"}}}});
     PdfLineOptions layout;
     layout.by_layout = true;
     EXPECT_EQ(LinesOf(page, layout), "left                mid word\n          in\n");
 }
 
 TEST(PdfLayout, UnderlinesWhatALineRunsUnder) {
-    PdfPage page = Page({{50, {{50, U"under over"}}}});
+    PdfPage page = PageOf({{50, {{50, U"under over"}}}});
     page.rules.push_back({50, 51, 75, 51.6F});
     page.rules.push_back({80, 46.5F, 100, 47});
     PutRule(page, 60);
@@ -208,7 +208,7 @@ TEST(PdfLayout, UnderlinesWhatALineRunsUnder) {
 }
 
 TEST(PdfLayout, TellsLinksBehindTheirTexts) {
-    PdfPage page = Page({{50, {{50, U"see the site of"}}}, {62, {{50, U"ours or not"}}}});
+    PdfPage page = PageOf({{50, {{50, U"see the site of"}}}, {62, {{50, U"ours or not"}}}});
     page.links.push_back({{110, 40, 130, 52}, "http://a"});
     page.links.push_back({{50, 53, 72, 64}, "http://a"});
     PdfLineOptions options;
@@ -260,7 +260,7 @@ TEST(PdfLayout, JoinsLines) {
 }
 
 TEST(PdfLayout, PutsRightToLeftLinesIntoTheirOrder) {
-    const auto line = [](const char32_t* drawn) { return LinesOf(Page({{50, {{50, drawn}}}})); };
+    const auto line = [](const char32_t* drawn) { return LinesOf(PageOf({{50, {{50, drawn}}}})); };
     // Drawn from the left: the last word first, each word turned round, the number as it reads.
     EXPECT_EQ(line(U"12 \u05D2\u05D1\u05D0 \u05E0\u05DE\u05DC"),
               "\xD7\x9C\xD7\x9E\xD7\xA0 \xD7\x90\xD7\x91\xD7\x92 12\n");
@@ -355,4 +355,4 @@ TEST(PdfLayout, FindsHeadsAndFeetByRepetition) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::pdf_layout_test

@@ -16,7 +16,7 @@
 #include "load/readers/sink/document_sink.h"
 #include "tests/support/pdf_file.h"
 
-namespace zorvane {
+namespace zorvane::pdf_rich_test {
 namespace {
 
 using test_pdf::Line;
@@ -462,4 +462,4 @@ TEST(PdfOptions, GetAcrossOneByOne) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::pdf_rich_test

@@ -10,7 +10,7 @@
 #include "load/readers/pdf/pdf_reader.h"
 #include "tests/support/pdf_file.h"
 
-namespace zorvane {
+namespace zorvane::pdf_text_test {
 namespace {
 
 using test_pdf::Line;
@@ -219,4 +219,4 @@ TEST(PdfText, OpensWithEitherPassword) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::pdf_text_test

@@ -6,7 +6,7 @@
 
 #include "tests/support/shown_document.h"
 
-namespace zorvane {
+namespace zorvane::row_writer_test {
 namespace {
 
 // "p" with a digit is a paragraph, "[" and "]" a row, "(" and ")" a cell.
@@ -66,4 +66,4 @@ TEST(RowWriter, SendsOnlyWellFormedText) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::row_writer_test

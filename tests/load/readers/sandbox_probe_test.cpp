@@ -30,7 +30,7 @@
 #include "tests/support/probe.h"
 #include "tests/support/temp_folder.h"
 
-namespace zorvane {
+namespace zorvane::sandbox_probe_test {
 namespace {
 
 constexpr std::uint64_t kMemory = std::uint64_t{64} << 20;
@@ -419,4 +419,4 @@ TEST_F(SandboxProbe, FileSizeAndFilesAreBounded) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::sandbox_probe_test

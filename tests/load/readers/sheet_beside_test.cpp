@@ -9,7 +9,7 @@
 #include "tests/support/shown_beside.h"
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::sheet_beside_test {
 namespace {
 
 std::vector<BesideItem> ItemsOf(const std::string& bytes,
@@ -146,4 +146,4 @@ TEST(SheetBeside, OpenDocumentTellsTheSame) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::sheet_beside_test

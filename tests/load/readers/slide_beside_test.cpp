@@ -8,7 +8,7 @@
 #include "tests/support/deck_file.h"
 #include "tests/support/shown_beside.h"
 
-namespace zorvane {
+namespace zorvane::slide_beside_test {
 namespace {
 
 struct Parts {
@@ -129,4 +129,4 @@ TEST(SlideBeside, OpenDocumentTellsTheSame) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::slide_beside_test

@@ -13,7 +13,7 @@
 #include "tests/support/deck_file.h"
 #include "tests/support/slide_reading.h"
 
-namespace zorvane {
+namespace zorvane::slide_reader_test {
 namespace {
 
 std::string OneSlide(const std::string& shapes, const SlideOptions& options = {}) {
@@ -521,4 +521,4 @@ TEST(SlideReader, ReadsTheCorpus) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::slide_reader_test

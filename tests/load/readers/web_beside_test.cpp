@@ -8,7 +8,7 @@
 #include "tests/support/shown_beside.h"
 #include "tests/support/zip_file.h"
 
-namespace zorvane {
+namespace zorvane::web_beside_test {
 namespace {
 
 std::vector<BesideItem> PageItems(std::string_view page) {
@@ -173,4 +173,4 @@ TEST(MessageBeside, TellsAttachmentsByTheirContent) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::web_beside_test

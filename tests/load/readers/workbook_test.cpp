@@ -12,7 +12,7 @@
 #include "tests/support/xls_stream.h"
 #include "tests/support/xlsx_file.h"
 
-namespace zorvane {
+namespace zorvane::workbook_test {
 namespace {
 
 std::string FileBytes(const std::filesystem::path& path) {
@@ -151,4 +151,4 @@ TEST(WorkbookCorpus, SurvivesFlippedAndMissingBytes) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::workbook_test

@@ -4,7 +4,7 @@
 #include "tests/support/shown_workbook.h"
 #include "tests/support/xls_stream.h"
 
-namespace zorvane {
+namespace zorvane::xls_workbook_test {
 namespace {
 
 std::string At(int row, int column, int style = 0) {
@@ -216,4 +216,4 @@ TEST(XlsWorkbook, GivesUpOnFormulasThatGrowWithoutEnd) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::xls_workbook_test

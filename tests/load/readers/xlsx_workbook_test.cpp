@@ -5,7 +5,7 @@
 #include "tests/support/shown_workbook.h"
 #include "tests/support/xlsx_file.h"
 
-namespace zorvane {
+namespace zorvane::xlsx_workbook_test {
 namespace {
 
 std::string Shown(const XlsxParts& parts, const SheetOptions& options = {}) {
@@ -204,4 +204,4 @@ TEST(XlsxWorkbook, OpensAnEncryptedOneByItsPassword) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::xlsx_workbook_test

@@ -6,7 +6,7 @@
 #include "tests/support/shown_document.h"
 #include "tests/support/text_rows.h"
 
-namespace zorvane {
+namespace zorvane::xml_reader_test {
 namespace {
 
 std::string ShownXml(std::string_view bytes) {
@@ -72,4 +72,4 @@ TEST(XmlReader, ReadsAnyDepth) {
 }
 
 }  // namespace
-}  // namespace zorvane
+}  // namespace zorvane::xml_reader_test
