@@ -200,6 +200,7 @@ class CompareFilesPage : public QWidget, public CompareFilesWindow, public Viewe
     QWidget* MakeBelow();
     void MakeResult();
     void MakeOptions(QWidget* parent);
+    void ConnectEditor(Side side);
     void ConnectEditors();
     void ConnectPane();
     void HookScrolls();

@@ -18,36 +18,39 @@ void Append(Event& event, More more) {
 
 }  // namespace
 
-void CompareFilesPage::ConnectEditors() {
+void CompareFilesPage::ConnectEditor(Side side) {
+    const bool original = side == Side::Original;
     ScrollLink& link = viewer_->Tools().Scrolls();
+    RichTextView& view = editors_->View(side);
     ViewerEditors& texts = viewer_->Editors();
-    for (const Side side : kBothSides) {
-        const bool original = side == Side::Original;
-        RichTextView& view = editors_->View(side);
-        RichDocument& document = original ? texts.rtbOriginal.editor : texts.rtbModified.editor;
-        const ShownEditor editor = original ? ShownEditor::Original : ShownEditor::Modified;
-        view.setAccessibleName(text_(original ? "Original" : "Modified"));
-        // The rows learn of an edit before the view's index does.
-        followers_[side] = std::make_unique<RowsFollower>(viewer_->Tools().EditorRows(), side,
-                                                          document, view.Page().Index());
-        document.RemoveObserver(view);
-        document.AddObserver(*followers_[side]);
-        document.AddObserver(view);
-        RichTextViewEvents& events = view.Events();
-        events.top_moved = [&link, editor](double) { link.OnLinkedEditorScrolled(editor); };
-        events.bar_used = [&link, editor](const ScrollMessage& message) {
-            link.HandleLinkedEditorMessage(message, editor);
-        };
-        events.pressed = [&link, editor] { link.OnPointerPressed(editor); };
-        events.caret_moved = [this, editor, seen = &view](std::int32_t, std::int32_t) {
-            if (seen == FocusedView())
-                viewer_->Tools().RefreshStatusBarItems(editor);
-        };
-        events.focus_changed = [this, editor](bool in) {
-            if (in)
-                viewer_->Tools().RefreshStatusBarItems(editor);
-        };
-    }
+    RichDocument& document = original ? texts.rtbOriginal.editor : texts.rtbModified.editor;
+    const ShownEditor editor = original ? ShownEditor::Original : ShownEditor::Modified;
+    view.setAccessibleName(text_(original ? "Original" : "Modified"));
+    // The rows learn of an edit before the view's index does.
+    followers_[side] = std::make_unique<RowsFollower>(viewer_->Tools().EditorRows(), side, document,
+                                                      view.Page().Index());
+    document.RemoveObserver(view);
+    document.AddObserver(*followers_[side]);
+    document.AddObserver(view);
+    RichTextViewEvents& events = view.Events();
+    events.top_moved = [&link, editor](double) { link.OnLinkedEditorScrolled(editor); };
+    events.bar_used = [&link, editor](const ScrollMessage& message) {
+        link.HandleLinkedEditorMessage(message, editor);
+    };
+    events.pressed = [&link, editor] { link.OnPointerPressed(editor); };
+    events.caret_moved = [this, editor, seen = &view](std::int32_t, std::int32_t) {
+        if (seen == FocusedView())
+            viewer_->Tools().RefreshStatusBarItems(editor);
+    };
+    events.focus_changed = [this, editor](bool in) {
+        if (in)
+            viewer_->Tools().RefreshStatusBarItems(editor);
+    };
+}
+
+void CompareFilesPage::ConnectEditors() {
+    for (const Side side : kBothSides)
+        ConnectEditor(side);
     ForViews([this](RichTextView& view) {
         Append(view.Events().focus_changed, [this, seen = &view](bool in) {
             if (in)

@@ -66,7 +66,7 @@ Status Driver::Expect(const Words& words) {
         if (!claim)
             return Failure{"\"" + word + "\" is no KEY=VALUE"};
         std::string value;
-        const Status known = Value(claim->key, value);
+        Status known = Value(claim->key, value);
         if (!known.ok())
             return known;
         const Result<bool> so = IsSo(*claim, value);
@@ -86,7 +86,7 @@ Status Driver::Remember(const Words&) {
 Status Driver::Same(const Words& words) {
     for (const std::string& key : words) {
         std::string value;
-        const Status known = Value(key, value);
+        Status known = Value(key, value);
         if (!known.ok())
             return known;
         if (value != remembered_[key])
@@ -98,7 +98,7 @@ Status Driver::Same(const Words& words) {
 Status Driver::Changed(const Words& words) {
     for (const std::string& key : words) {
         std::string value;
-        const Status known = Value(key, value);
+        Status known = Value(key, value);
         if (!known.ok())
             return known;
         if (value == remembered_[key])

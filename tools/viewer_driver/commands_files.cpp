@@ -29,9 +29,9 @@ Status WriteWhole(const std::string& path, const std::string& bytes) {
 std::string LongText(int paragraphs, unsigned seed, int edits) {
     constexpr int kWords = 12;
     std::mt19937 random(seed);
-    std::vector<std::string> words;
-    for (int at = 0; at < paragraphs * kWords; ++at)
-        words.push_back("word" + std::to_string(random() % 2000));
+    std::vector<std::string> words(static_cast<std::size_t>(paragraphs) * kWords);
+    for (std::string& word : words)
+        word = "word" + std::to_string(random() % 2000);
     for (int edit = 0; edit < edits; ++edit)
         words[random() % words.size()] = "other" + std::to_string(random() % 2000);
     std::string text;

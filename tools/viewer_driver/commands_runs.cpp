@@ -146,7 +146,7 @@ Status Driver::Option(const Words& words) {
         return read.status();
     if (!viewer.value()->IsEnabled(ViewerCommand::ChangeOptions))
         return Failure{"options cannot be changed now"};
-    const Status set = viewer.value()->Options().SetByName(read.value().first, read.value().second);
+    Status set = viewer.value()->Options().SetByName(read.value().first, read.value().second);
     if (set.ok())
         viewer.value()->OptionsChanged();
     return set;
@@ -170,7 +170,7 @@ Status Driver::StopRandomly(const Words& words) {
         return viewer.status();
     const unsigned seed = words.size() > 1 ? static_cast<unsigned>(std::stoul(words[1])) : 1;
     StopLoop loop(*session_, *viewer.value(), Path("stopped-report"), seed);
-    const Status done = loop.Run(std::stoi(words[0]));
+    Status done = loop.Run(std::stoi(words[0]));
     for (const auto& [key, value] : loop.Counts())
         own_[key] = value;
     return done;

@@ -104,7 +104,7 @@ Status Driver::Do(const std::string& line) {
     const Words words = whole && !read->rest.empty() ? Words{read->rest} : read->words;
     if (words.size() < found->least)
         return Failure{read->command + " wants more words"};
-    const Status done = Carried(*found, words);
+    Status done = Carried(*found, words);
     if (done.ok() && inside_)
         return *std::exchange(inside_, std::nullopt);
     return done;

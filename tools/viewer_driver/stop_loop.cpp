@@ -92,11 +92,11 @@ Status StopLoop::Learn() {
     viewer_.Settings().msgReportFileHTM_MD = report_;
     for (const Kind kind : {Kind::Load, Kind::SwitchView, Kind::Compare, Kind::Report, Kind::Load,
                             Kind::SwitchView, Kind::Compare, Kind::Report}) {
-        const Status done = Undisturbed(kind, "at first");
+        Status done = Undisturbed(kind, "at first");
         if (!done.ok())
             return done;
         shown_swapped_ = swapped_;
-        const Status learned = LearnView();
+        Status learned = LearnView();
         if (!learned.ok())
             return learned;
         if (kind == Kind::Report)
@@ -138,7 +138,8 @@ Status StopLoop::CheckAfter(Kind kind, std::uint64_t before) {
     if (viewer_.State() != ViewerState::Idle || viewer_.IsStale() || viewer_.ShowsEarlyResult())
         return Failure{"the viewer is not at rest and fresh"};
     const ScriptedWindow& window = session_.WindowOf(viewer_);
-    if (window.abort_visible || window.hourglasses > 0 || window.please_wait || !window.filter_buttons)
+    if (window.abort_visible || window.hourglasses > 0 || window.please_wait ||
+        !window.filter_buttons)
         return Failure{"the window still shows a run"};
     if (window.view != viewer_.CurrentView())
         return Failure{"the window shows the other view"};
@@ -160,7 +161,7 @@ Status StopLoop::StopOne(Kind kind) {
 }
 
 Status StopLoop::Run(int moments) {
-    const Status learned = Learn();
+    Status learned = Learn();
     if (!learned.ok())
         return learned;
     constexpr Kind kKinds[] = {Kind::Load, Kind::Compare, Kind::SwitchView, Kind::Report};
