@@ -18,7 +18,7 @@ namespace zorvane {
 namespace {
 
 // To be raised whenever another text is made of what the readers give.
-constexpr const char* kReading = "1 plain quick-pdf slide-numbers all-sheets notes";
+constexpr const char* kReading = "2 plain quick-pdf slide-numbers all-sheets notes";
 
 constexpr std::int32_t kHomeFolder = 40;
 

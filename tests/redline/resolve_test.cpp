@@ -4,17 +4,23 @@
 
 #include <gtest/gtest.h>
 
+#include "redline/odt_resolve.h"
+
 namespace zorvane::resolve_test {
 namespace {
+
+std::string Content(const pugi::xml_node& parent) {
+    std::ostringstream out;
+    for (const pugi::xml_node& node : parent.children())
+        node.print(out, "", pugi::format_raw);
+    return out.str();
+}
 
 std::string Resolved(const std::string& body, Resolution resolution) {
     XmlPart part;
     EXPECT_TRUE(XmlPart::Parse("<w:body>" + body + "</w:body>", part).ok());
     Resolve(part.Root(), resolution);
-    std::ostringstream out;
-    for (const pugi::xml_node& node : part.Root().children())
-        node.print(out, "", pugi::format_raw);
-    return out.str();
+    return Content(part.Root());
 }
 
 struct ResolveRow {
@@ -67,6 +73,18 @@ TEST(Resolve, CountsEndsWithNothingToJoin) {
                         .ok());
         EXPECT_EQ(Resolve(part.Root(), Resolution::Accept).without_partner, 1) << behind;
     }
+}
+
+TEST(Resolve, PutsBackNothingWhereADeletionHasNoContentOrNoParagraph) {
+    XmlPart part;
+    ASSERT_TRUE(
+        XmlPart::Parse("<b><o><c:tracked-changes><r id='1'><deletion/></r><r id='2'>"
+                       "<deletion><p>d</p></deletion></r></c:tracked-changes><p>a"
+                       "<change change-id='1'/>b</p><change change-id='2'/><p>c</p></o></b>",
+                       part)
+            .ok());
+    EXPECT_EQ(ResolveOdt(part.Root().first_child(), Resolution::Reject, {}), 2);
+    EXPECT_EQ(Content(part.Root()), "<o><p>ab</p><p>c</p></o>");
 }
 
 }  // namespace

@@ -58,4 +58,32 @@ inline std::string Notation(const RichText& text) {
     return out;
 }
 
+/// The formats of paragraphs: alignment, indents from the left, the right and of the first line,
+/// space before and after, line spacing ("*": a multiple), tabs, "<" from right to left.
+inline std::string ParagraphLooks(const RichText& text) {
+    std::string out;
+    for (const ParagraphRun& run : text.paragraph_runs) {
+        const ParagraphFormat& format = run.format;
+        out += "LCRJ"[static_cast<std::size_t>(format.alignment)];
+        for (const std::int32_t number :
+             {format.left_indent, format.right_indent, format.first_line_indent,
+              format.space_before, format.space_after, format.line_spacing})
+            out += " " + std::to_string(number);
+        out += format.line_spacing_multiple ? "*" : "";
+        for (const TabStop& tab : format.tabs)
+            out += " >" + std::to_string(tab.twips) + "LCRDB"[static_cast<std::size_t>(tab.kind)];
+        out += format.right_to_left ? "<|" : "|";
+    }
+    return out;
+}
+
+/// The runs of characters by font and half points.
+inline std::string FontLooks(const RichText& text) {
+    std::string out;
+    for (const CharRun& run : text.char_runs)
+        out += std::string(run.format.font.view()) + " " + std::to_string(run.format.half_points) +
+               "|";
+    return out;
+}
+
 }  // namespace zorvane

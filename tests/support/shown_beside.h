@@ -1,7 +1,11 @@
 // What a reader of documents finds beside the text, as lines: "links 2 http://x".
 #pragma once
 
+#include <initializer_list>
 #include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
 
 #include "tests/support/shown_document.h"
 
@@ -25,6 +29,27 @@ inline std::string ShownItems(const std::vector<BesideItem>& items) {
         text += std::string(NameOf(item.kind).option) + " " + std::to_string(item.paragraph) + " " +
                 item.text + "; ";
     return text;
+}
+
+template <class Parts>
+struct PartChange {
+    std::string Parts::*part;
+    std::string_view now;
+    std::string_view sentence;  ///< empty: none
+};
+
+/// Changes one part after the other. `told` compares a document of the parts with that of `parts`.
+template <class Parts, class Tell>
+void CheckChanges(const Parts& parts, const Tell& told,
+                  std::initializer_list<PartChange<Parts>> changes) {
+    EXPECT_EQ(told(parts), "");
+    for (const PartChange<Parts>& change : changes) {
+        SCOPED_TRACE(change.sentence);
+        Parts other = parts;
+        other.*change.part = change.now;
+        const std::string prefix = change.sentence.empty() ? "" : "Beside the words: ";
+        EXPECT_EQ(told(other), prefix + std::string(change.sentence));
+    }
 }
 
 }  // namespace zorvane

@@ -15,15 +15,15 @@ class SilentMonitor : public ReadMonitor {
     bool Progress(std::int64_t /*done*/, std::int64_t /*total*/) override { return true; }
 };
 
-/// `read` takes a sink and a monitor and tells how it ended.
+/// `read` takes a sink and a monitor and tells how it ended; `tell` makes words of the text.
 template <class Read>
-std::string Shown(Read&& read) {
+std::string Shown(Read&& read, std::string (*tell)(const RichText&) = Notation) {
     const auto sink = MakeRtfSink();
     SilentMonitor monitor;
     const ReadEnd end = read(*sink, monitor);
     if (!end.ok())
         return "error " + std::to_string(static_cast<int>(end.error)) + ": " + end.detail;
-    return Notation(ReadRtf(sink->Finish()));
+    return tell(ReadRtf(sink->Finish()));
 }
 
 }  // namespace zorvane

@@ -19,7 +19,7 @@ class RecordingMonitor : public ReadMonitor {
 
 using SlideReading = ReadEnd (*)(Package&, const SlideOptions&, DocumentSink&, ReadMonitor&);
 
-/// The text, lines ended by LF, or "error N" for a reading that failed.
+/// The text, lines ended by LF, or "error N: detail" for a reading that failed.
 inline std::string SlideText(SlideReading read, const std::string& file,
                              const SlideOptions& options = {}) {
     const std::unique_ptr<Package> package = Package::Open(file);
@@ -29,7 +29,7 @@ inline std::string SlideText(SlideReading read, const std::string& file,
     RecordingMonitor monitor;
     const ReadEnd end = read(*package, options, *sink, monitor);
     if (!end.ok())
-        return "error " + std::to_string(static_cast<int>(end.error));
+        return "error " + std::to_string(static_cast<int>(end.error)) + ": " + end.detail;
     std::string text = sink->Finish();
     std::erase(text, '\r');
     return text;

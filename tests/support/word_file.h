@@ -15,6 +15,8 @@ struct WordFile {
     std::string footnotes{};  ///< of w:footnotes
     std::string header{};     ///< of w:hdr, relationship "rh"
     std::string settings{};   ///< of w:settings
+    std::string endnotes{};   ///< of w:endnotes
+    std::string theme{};      ///< of a:theme
 };
 
 inline std::string WordPart(std::string_view root, std::string_view content) {
@@ -36,6 +38,8 @@ inline std::string MakeWordFile(const WordFile& file) {
         "<Relationship Id=\"rn\" Type=\"http://x/numbering\" Target=\"numbering.xml\"/>"
         "<Relationship Id=\"rf\" Type=\"http://x/footnotes\" Target=\"footnotes.xml\"/>"
         "<Relationship Id=\"rt\" Type=\"http://x/settings\" Target=\"settings.xml\"/>"
+        "<Relationship Id=\"re\" Type=\"http://x/endnotes\" Target=\"endnotes.xml\"/>"
+        "<Relationship Id=\"ra\" Type=\"http://x/theme\" Target=\"theme.xml\"/>"
         "<Relationship Id=\"rh\" Type=\"http://x/header\" Target=\"header1.xml\"/></Relationships>";
     return MakeZip(
         {{"[Content_Types].xml", kTypes},
@@ -46,6 +50,8 @@ inline std::string MakeWordFile(const WordFile& file) {
          {"word/numbering.xml", WordPart("numbering", file.numbering)},
          {"word/footnotes.xml", WordPart("footnotes", file.footnotes)},
          {"word/settings.xml", WordPart("settings", file.settings)},
+         {"word/endnotes.xml", WordPart("endnotes", file.endnotes)},
+         {"word/theme.xml", WordPart("theme", file.theme)},
          {"word/header1.xml", WordPart("hdr", file.header)}});
 }
 

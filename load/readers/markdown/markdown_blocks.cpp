@@ -99,9 +99,11 @@ class MarkdownText {
             return false;
         const std::string label = MarkdownLabel(line.substr(note ? 2 : 1, end - (note ? 2 : 1)));
         std::string content(Trim(line.substr(end + 2)));
+        if (!note && content.empty())
+            return false;
         if (!note) {
             definitions_.links.emplace(label, SharedAddress(content));
-            return !content.empty();
+            return true;
         }
         while (at + 1 < lines.size() &&
                (IsCodeLine(lines[at + 1]) ||

@@ -184,7 +184,7 @@ class SectionParser {
             letter = 'n';
         if (letter == 's' && last_time_ == 'm')
             MakeMinutes();
-        last_time_ = letter == 'n' ? 'n' : letter;
+        last_time_ = letter;
         return Add(PartKind::Date, letter, number);
     }
 

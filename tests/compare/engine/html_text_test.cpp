@@ -138,8 +138,9 @@ TEST_F(OwnLook, ParagraphsHaveTheirs) {
         Compared(u"Title\r\nmid\r\n1.\tone\r\nplain", u"Title\r\nmid\r\n1.\tone\r\nplain");
     const DocumentLook look{{},
                             {{.number = 1, .heading = 1},
-                             {.number = 2, .alignment = LookAlignment::Center},
-                             {.number = 3, .indent = 2, .hanging = true}}};
+                             {.number = 2, .indent = 1, .alignment = LookAlignment::Center},
+                             {.number = 3, .indent = 2, .hanging = true},
+                             {.number = 4, .hanging = true, .alignment = LookAlignment::Right}}};
     ReportModel model{.comparison = comparison};
     model.document_looks = {&look, nullptr};
     std::vector<std::string> cells;
@@ -147,8 +148,9 @@ TEST_F(OwnLook, ParagraphsHaveTheirs) {
         cells.push_back(row.children.at(1).attributes);
         EXPECT_EQ(row.children.at(3).attributes, "");
     }
-    EXPECT_EQ(cells, (std::vector<std::string>{" class=\"h1\"", " class=\"ac\"",
-                                               " class=\"hang in\" style=\"--i:2\"", ""}));
+    EXPECT_EQ(cells,
+              (std::vector<std::string>{" class=\"h1\"", " class=\"ac in\" style=\"--i:1\"",
+                                        " class=\"hang in\" style=\"--i:2\"", " class=\"ar\""}));
     EXPECT_NE(WriteHtmlReport(model, kSideBySide).find("box two rich"), std::string::npos);
 }
 

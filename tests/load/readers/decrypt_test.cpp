@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "load/readers/container/crypto_tools.h"
 #include "load/readers/container/package.h"
 #include "load/readers/protected_package.h"
 #include "tests/support/encrypted_package.h"
@@ -85,6 +86,14 @@ TEST(Decrypt, OpensOpenDocumentByItsPasswordAlone) {
                   row.error == ReadError::None && row.file.size() > 5000 ? plain : "");
         EXPECT_TRUE(parts == nullptr || !parts->Has("META-INF/manifest.xml"));
     }
+}
+
+TEST(Decrypt, ReadsBase64ToItsEnd) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"", ""},         {"QUI=", "AB"},   {"QQ==", "A"},   {" Q\tU\nJ\rD ", "ABC"},
+        {"+/z_", "none"}, {"Q=UI", "none"}, {"Q*==", "none"}};
+    for (const auto& [text, bytes] : rows)
+        EXPECT_EQ(FromBase64(text).value_or("none"), bytes) << text;
 }
 
 TEST(Decrypt, SegmentsAndBlocksEndWhereTheyEnd) {

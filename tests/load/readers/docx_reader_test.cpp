@@ -10,18 +10,20 @@
 namespace zorvane::docx_reader_test {
 namespace {
 
-std::string ShownWord(const WordFile& file) {
+std::string ShownWord(const WordFile& file, std::string (*tell)(const RichText&) = Notation) {
     const std::string bytes = MakeWordFile(file);
     const auto package = Package::Open(bytes);
-    return Shown([&](DocumentSink& sink, ReadMonitor& monitor) {
+    const auto read = [&](DocumentSink& sink, ReadMonitor& monitor) {
         return ReadWordPackage(*package, sink, monitor);
-    });
+    };
+    return Shown(read, tell);
 }
 
-void Check(std::initializer_list<TextRow> rows, WordFile file = {}) {
+void Check(std::initializer_list<TextRow> rows, WordFile file = {},
+           std::string (*tell)(const RichText&) = Notation) {
     const auto shown = [&](std::string_view body) {
         file.body = body;
-        return ShownWord(file);
+        return ShownWord(file, tell);
     };
     CheckRows(shown, rows);
 }
@@ -52,7 +54,14 @@ TEST(DocxReader, ReadsTheTextOfRuns) {
          "<w:p><w:ruby><w:rt><w:r><w:t>k</w:t></w:r></w:rt><w:rubyBase><w:r><w:t>K</w:t>"
          "</w:r></w:rubyBase></w:ruby></w:p>",
          "K(k)|"},
-        {"a formula", "<w:p><m:oMath><m:r><m:t>x=1</m:t></m:r></m:oMath></w:p>", "x=1|"},
+        {"formulas",
+         "<w:p><m:oMath><m:r><m:t>x=1</m:t></m:r></m:oMath></w:p><m:oMathPara><m:r><m:t>y</m:t>"
+         "</m:r></m:oMathPara>",
+         "x=1|y|"},
+        {"other tabs and lines, no ends of columns, no signs",
+         "<w:p><w:r><w:ptab/><w:cr/><w:br w:type=\"textWrapping\"/><w:br w:type=\"column\"/>"
+         "<w:sym w:char=\"1F\"/><w:sym w:char=\"41\"/></w:r></w:p>",
+         ">//A|"},
     });
 }
 
@@ -74,7 +83,15 @@ TEST(DocxReader, ShowsFieldsByTheirResult) {
          {"a checked box",
           "<w:p><w:r><w:fldChar w:fldCharType=\"begin\"><w:ffData><w:checkBox><w:checked/>"
           "</w:checkBox></w:ffData></w:fldChar></w:r></w:p>",
-          "\xE2\x98\x92|"}});
+          "\xE2\x98\x92|"},
+         {"one by its default, one that is not",
+          "<w:p><w:r><w:fldChar w:fldCharType=\"begin\"><w:ffData><w:checkBox><w:default/>"
+          "</w:checkBox></w:ffData></w:fldChar><w:fldChar w:fldCharType=\"end\"/><w:fldChar "
+          "w:fldCharType=\"begin\"><w:ffData><w:checkBox><w:default/><w:checked w:val=\"0\"/>"
+          "</w:checkBox></w:ffData></w:fldChar></w:r></w:p>",
+          "\xE2\x98\x92\xE2\x98\x90|"},
+         {"ends of no field",
+          "<w:p>" + std::string(kEnd) + std::string(kSeparate) + run("a") + "</w:p>", "a|"}});
 }
 
 TEST(DocxReader, ReadsTrackedChangesAsAccepted) {
@@ -95,6 +112,11 @@ TEST(DocxReader, ReadsTrackedChangesAsAccepted) {
          "<w:p><w:pPr><w:rPr><w:del/></w:rPr></w:pPr><w:r><w:t>a</w:t></w:r></w:p><w:tbl><w:tr>"
          "<w:tc><w:p><w:r><w:t>b</w:t></w:r></w:p></w:tc></w:tr></w:tbl>",
          "a|b!|"},
+        {"the mark of a moved paragraph joins, and in a cell one joins within it",
+         "<w:p><w:pPr><w:rPr><w:moveFrom/></w:rPr></w:pPr><w:r><w:t>a</w:t></w:r></w:p><w:p><w:r>"
+         "<w:t>b</w:t></w:r></w:p><w:tbl><w:tr><w:tc><w:p><w:pPr><w:rPr><w:del/></w:rPr></w:pPr>"
+         "<w:r><w:t>c</w:t></w:r></w:p><w:p><w:r><w:t>d</w:t></w:r></w:p></w:tc></w:tr></w:tbl>",
+         "ab|cd!|"},
         {"a deleted row",
          "<w:tbl><w:tr><w:trPr><w:del/></w:trPr><w:tc><w:p/></w:tc></w:tr></w:tbl>", ""},
     });
@@ -108,6 +130,9 @@ TEST(DocxReader, LeavesHiddenTextOutAndNotesIn) {
         "<w:footnote w:id=\"0\" w:type=\"separator\"><w:p><w:r><w:t>-</w:t></w:r></w:p>"
         "</w:footnote><w:footnote w:id=\"2\"><w:p><w:r><w:footnoteRef/><w:t>note</w:t></w:r></w:p>"
         "<w:p><w:r><w:t>more</w:t></w:r></w:p></w:footnote>";
+    parts.endnotes =
+        "<w:endnote w:id=\"0\" w:type=\"separator\"><w:p><w:r><w:t>-</w:t></w:r></w:p></w:endnote>"
+        "<w:endnote w:id=\"2\" w:type=\"normal\"><w:p><w:r><w:t>end</w:t></w:r></w:p></w:endnote>";
     Check(
         {{"hidden by its run", "<w:p><w:r><w:rPr><w:vanish/></w:rPr><w:t>x</w:t></w:r></w:p>", "|"},
          {"hidden by its style",
@@ -118,6 +143,14 @@ TEST(DocxReader, LeavesHiddenTextOutAndNotesIn) {
          {"a footnote at its place",
           "<w:p><w:r><w:t>a</w:t><w:footnoteReference w:id=\"2\"/><w:t>b</w:t></w:r></w:p>",
           "a [note: note more] b|"},
+         {"an endnote, and one that is no note",
+          "<w:p><w:r><w:t>a</w:t><w:endnoteReference w:id=\"2\"/><w:endnoteReference "
+          "w:id=\"0\"/></w:r></w:p>",
+          "a [note: end]|"},
+         {"a mark that is none of its own, and a note in an instruction",
+          "<w:p><w:r><w:footnoteReference w:id=\"2\" w:customMarkFollows=\"false\"/><w:t>a</w:t>"
+          "<w:fldChar w:fldCharType=\"begin\"/><w:footnoteReference w:id=\"2\"/></w:r></w:p>",
+          "[note: note more] a|"},
          {"a reference to nothing",
           "<w:p><w:r><w:t>a</w:t><w:footnoteReference w:id=\"7\"/></w:r></w:p>", "a|"}},
         parts);
@@ -137,6 +170,14 @@ TEST(DocxReader, MakesARowAParagraph) {
          "w:tc>" +
              cell + "</w:tr></w:tbl>",
          "!c!|"},
+        {"the cell that they begin in, and rows and cells in other elements",
+         "<w:tbl><w:sdt><w:sdtContent><w:tr><w:tc><w:tcPr><w:vMerge w:val=\"restart\"/></w:tcPr>"
+         "<w:p><w:r><w:t>x</w:t></w:r></w:p></w:tc><w:customXml>" +
+             cell +
+             "</w:customXml></w:tr></w:sdtContent></w:sdt><mc:AlternateContent><mc:Choice "
+             "Requires=\"w14\"><w:tr>" +
+             cell + "</w:tr></mc:Choice></mc:AlternateContent></w:tbl>",
+         "x!c!|c!|"},
         {"a table in a cell",
          "<w:tbl><w:tr><w:tc><w:tbl><w:tr>" + cell + cell +
              "</w:tr></w:tbl><w:p/></w:tc></w:tr></w:tbl>",
@@ -258,7 +299,15 @@ TEST(DocxReader, CountsLists) {
         "w:ascii=\"Symbol\"/></w:rPr></w:lvl></w:abstractNum><w:num w:numId=\"1\"><w:abstractNumId "
         "w:val=\"0\"/></w:num><w:num w:numId=\"2\"><w:abstractNumId w:val=\"0\"/><w:lvlOverride "
         "w:ilvl=\"0\"><w:startOverride w:val=\"7\"/></w:lvlOverride></w:num><w:num "
-        "w:numId=\"3\"><w:abstractNumId w:val=\"1\"/></w:num>";
+        "w:numId=\"3\"><w:abstractNumId w:val=\"1\"/></w:num><w:abstractNum "
+        "w:abstractNumId=\"2\"><w:numStyleLink w:val=\"S\"/></w:abstractNum><w:abstractNum "
+        "w:abstractNumId=\"3\"><w:styleLink w:val=\"S\"/><w:lvl w:ilvl=\"0\"><w:lvlText "
+        "w:val=\"§%1%\"/></w:lvl></w:abstractNum><w:num w:numId=\"4\"><w:abstractNumId "
+        "w:val=\"2\"/><w:lvlOverride w:ilvl=\"1\"><w:lvl><w:start w:val=\"2\"/><w:numFmt "
+        "w:val=\"upperLetter\"/><w:lvlText w:val=\"%2\"/></w:lvl></w:lvlOverride></w:num>";
+    parts.styles =
+        "<w:style w:styleId=\"L\"><w:pPr><w:numPr><w:numId w:val=\"1\"/></w:numPr></w:pPr>"
+        "</w:style>";
     Check({{"levels start again below an upper one",
             Item("1", "0", "a") + Item("1", "1", "b") + Item("1", "1", "c") + Item("1", "0", "d") +
                 Item("1", "1", "e"),
@@ -267,6 +316,13 @@ TEST(DocxReader, CountsLists) {
             Item("1", "0", "a") + Item("2", "0", "b") + Item("2", "0", "c"), "1.>a|7.>b|8.>c|"},
            {"a level whose upper one never came", Item("1", "1", "x"), "1.i)>x|"},
            {"bullets of a symbol font", Item("3", "0", "x"), "\xE2\x80\xA2>x|"},
+           {"levels of a list style, and of a list's own",
+            Item("4", "0", "a") + Item("4", "1", "b") + Item("4", "0", "c"), "§0%>a|B>b|§1%>c|"},
+           {"by the style of its paragraph; none where nothing but a section ends",
+            "<w:p><w:pPr><w:pStyle w:val=\"L\"/></w:pPr></w:p><w:p><w:pPr><w:pStyle "
+            "w:val=\"L\"/><w:sectPr/></w:pPr></w:p>" +
+                Item("1", "0", "c"),
+            "1.>||3.>c|"},
            {"no such list", Item("9", "0", "x") + Item("0", "0", "y"), "x|y|"}},
           parts);
 }
@@ -293,12 +349,57 @@ TEST(DocxReader, ResolvesStylesThroughTheirInheritance) {
     const std::string off = styled("A", "<w:b w:val=\"0\"/>");
     const std::string character = styled("none", "<w:rStyle w:val=\"C\"/><w:i w:val=\"false\"/>");
     const std::string marks =
-        styled("N", "<w:highlight w:val=\"yellow\"/><w:vertAlign w:val=\"superscript\"/>");
+        styled("N", "<w:highlight w:val=\"yellow\"/><w:vertAlign w:val=\"superscript\"/>") +
+        styled("N", "<w:highlight w:val=\"none\"/><w:vertAlign w:val=\"subscript\"/><w:u/>") +
+        styled("N", "<w:shd w:fill=\"010203\"/><w:color w:val=\"auto\"/><w:dstrike/>");
     Check({{"a circle of styles ends", circle, "[bs:x|]"},
            {"its own format goes before the style's", off, "[s:x|]"},
            {"a character style over the default one", character, "[u3#255:x|]"},
-           {"marks", marks, "[i^@65535:x|]"}},
+           {"marks", marks, "[i^@65535:x|][iu1_:x|][is@197121:x|]"}},
           parts);
+}
+
+TEST(DocxReader, TakesLooksOfParagraphsAndFonts) {
+    WordFile parts;
+    const auto paragraph = [](std::string_view properties, std::string_view run = "") {
+        return "<w:p><w:pPr>" + std::string(properties) + "</w:pPr><w:r><w:rPr>" +
+               std::string(run) + "</w:rPr><w:t>x</w:t></w:r></w:p>";
+    };
+    std::string alignments;
+    for (const std::string name : {"center", "right", "end", "both", "distribute", "start"})
+        alignments += paragraph("<w:jc w:val=\"" + name + "\"/>");
+    const std::string indents =
+        paragraph("<w:ind w:left=\"100\" w:right=\"200\" w:firstLine=\"50\"/>") +
+        paragraph("<w:ind w:start=\"100\" w:end=\"200\" w:hanging=\"60\"/>");
+    const std::string spaces =
+        paragraph("<w:spacing w:before=\"10\" w:after=\"20\" w:line=\"300\"/>") +
+        paragraph("<w:spacing w:line=\"300\" w:lineRule=\"exact\"/>") +
+        paragraph("<w:spacing w:line=\"300\" w:lineRule=\"atLeast\"/>");
+    const std::string directions = paragraph("<w:bidi/>") + paragraph("<w:bidi w:val=\"off\"/>");
+    const std::string list = "<w:numPr><w:numId w:val=\"1\"/></w:numPr>";
+    const std::string lists = paragraph(list) + paragraph(list + "<w:ind w:left=\"9\"/>");
+    parts.numbering =
+        "<w:abstractNum w:abstractNumId=\"0\"><w:lvl w:ilvl=\"0\"><w:pPr><w:ind w:left=\"720\" "
+        "w:hanging=\"360\"/></w:pPr></w:lvl></w:abstractNum><w:num w:numId=\"1\">"
+        "<w:abstractNumId w:val=\"0\"/></w:num>";
+    Check({{"alignment", alignments, "C 0 0 0 0 0 0|R 0 0 0 0 0 0|J 0 0 0 0 0 0|L 0 0 0 0 0 0|"},
+           {"indents", indents, "L 100 200 50 0 0 0|L 100 200 -60 0 0 0|"},
+           {"spaces", spaces, "L 0 0 0 10 20 300*|L 0 0 0 0 0 -300|L 0 0 0 0 0 300|"},
+           {"direction", directions, "L 0 0 0 0 0 0<|L 0 0 0 0 0 0|"},
+           {"of a list, or its own", lists, "L 720 0 -360 0 0 0|L 9 0 0 0 0 0|"}},
+          parts, ParagraphLooks);
+    parts.theme =
+        "<a:themeElements><a:fontScheme><a:majorFont><a:latin typeface=\"Major\"/></a:majorFont>"
+        "<a:minorFont><a:latin typeface=\"Minor\"/></a:minorFont></a:fontScheme></a:themeElements>";
+    parts.styles =
+        "<w:docDefaults><w:rPrDefault><w:rPr><w:rFonts w:asciiTheme=\"minorHAnsi\"/><w:sz "
+        "w:val=\"22\"/></w:rPr></w:rPrDefault></w:docDefaults><w:style w:styleId=\"Q\"><w:rPr>"
+        "<w:rFonts w:ascii=\"No\" w:asciiTheme=\"majorHAnsi\"/></w:rPr></w:style>";
+    const std::string style = paragraph("<w:pStyle w:val=\"Q\"/>");
+    const std::string own =
+        paragraph("", "<w:rFonts w:ascii=\"Own\"/><w:sz w:val=\"9999\"/>") + paragraph("");
+    Check({{"the theme's fonts", style, "Major 22|"}, {"its own", own, "Own 3276|Minor 22|"}},
+          parts, FontLooks);
 }
 
 TEST(DocxReader, ReadsHeadersOnceBehindTheBody) {
@@ -310,6 +411,10 @@ TEST(DocxReader, ReadsHeadersOnceBehindTheBody) {
     Check(
         {{"two sections with one header",
           "<w:p><w:pPr>" + section + "</w:pPr><w:r><w:t>a</w:t></w:r></w:p>" + section, "a|head|"},
+         {"that of a first page that is told apart, and a footer with its text",
+          "<w:p/><w:sectPr><w:titlePg/><w:footerReference r:id=\"rh\"/><w:headerReference "
+          "w:type=\"first\" r:id=\"rh\"/><w:footerReference r:id=\"none\"/></w:sectPr>",
+          "|head|"},
          {"a first page's header that is not shown",
           "<w:p/><w:sectPr><w:headerReference w:type=\"first\" r:id=\"rh\"/></w:sectPr>", "|"}},
         parts);

@@ -9,10 +9,14 @@
 namespace zorvane::html_reader_test {
 namespace {
 
-std::string ShownHtml(std::string_view page) {
-    return Shown([page](DocumentSink& sink, ReadMonitor& monitor) {
+std::string Told(std::string_view page, std::string (*tell)(const RichText&)) {
+    const auto read = [page](DocumentSink& sink, ReadMonitor& monitor) {
         return ReadHtml(page, "windows-1252", sink, monitor);
-    });
+    };
+    return Shown(read, tell);
+}
+std::string ShownHtml(std::string_view page) {
+    return Told(page, Notation);
 }
 
 void Check(std::initializer_list<TextRow> rows) {
@@ -134,7 +138,9 @@ TEST(HtmlReader, ShowsFormats) {
          "[b:a|]"},
         {"font", "<font color=navy>a</font><font color='#ff0000'>b</font>",
          "[#8388608:a][#255:b|]"},
-        {"capitals", "<p style='text-transform:uppercase'>a\u00E9</p>", "A\u00C9|"},
+        {"capitals and none",
+         "<p style='text-transform:uppercase'>a\u00E9</p><p style='text-transform:lowercase'>AB",
+         "A\u00C9|ab|"},
     });
 }
 
@@ -156,9 +162,21 @@ TEST(HtmlReader, LeavesOutWhatIsNotShown) {
          "<select><option>a<option selected>b</select><select><option>c<option>d</select>"
          "<select multiple><option>e<option>f</select>",
          "bce f|"},
-        {"fields", "<input type=hidden value=a><input type=submit><input type=checkbox value=b>",
-         "Submit|"},
-        {"drawings", "<svg><title>a</title><defs><text>b</text></defs><text>c</text>d</svg>", "c|"},
+        {"fields",
+         "<input type=hidden value=a><input type=submit><input type=checkbox value=b> <input "
+         "type=reset> <input type=reset value=c> <input type=reset value=''>d",
+         "Submit Reset c d|"},
+        {"lists of choices that show all, and a choice outside of them",
+         "<select size=2><option>a<option>b</select><option>c</option>d<q>e</q>",
+         "a b|c|d\u201Ce\u201D|"},
+        {"what a browser draws itself",
+         "<progress>a</progress><dialog>b</dialog><dialog open>c</dialog><img srcset=x alt=d>"
+         "<math><annotation>e</annotation><mi>f</mi></math>",
+         "c|f|"},
+        {"drawings",
+         "<svg><title>a</title><defs><text>b</text></defs><text>c</text>d<foreignObject>e</"
+         "foreignObject></svg>",
+         "c|e|"},
     });
 }
 
@@ -182,23 +200,26 @@ TEST(HtmlReader, DecodesAsThePageSays) {
     });
 }
 
-TEST(HtmlReader, WritesParagraphFormats) {
-    const auto sink = MakeRtfSink();
-    SilentMonitor monitor;
-    ASSERT_TRUE(ReadHtml("<p align=center style='margin-left:10pt;text-indent:1em'>a"
-                         "<p dir=rtl>b<ul><li>c</ul><h1>d</h1><code>e</code>",
-                         "UTF-8", *sink, monitor)
-                    .ok());
-    const RichText text = ReadRtf(sink->Finish());
-    ASSERT_EQ(text.paragraph_runs.size(), 5U);
-    const auto format = [&text](std::size_t run) { return text.paragraph_runs[run].format; };
-    EXPECT_EQ(format(0).alignment, Alignment::Center);
-    EXPECT_EQ(format(0).left_indent, 200);
-    EXPECT_EQ(format(0).first_line_indent, 240);
-    EXPECT_TRUE(format(1).right_to_left);
-    EXPECT_EQ(format(2).left_indent, 600);
-    EXPECT_EQ(text.char_runs.at(1).format.half_points, 48);
-    EXPECT_EQ(text.char_runs.at(2).format.font.view(), "Courier New");
+TEST(HtmlReader, TakesLooksOfParagraphsAndFonts) {
+    const auto paragraphs = [](std::string_view page) { return Told(page, ParagraphLooks); };
+    CheckRows(
+        paragraphs,
+        {{"told by its style",
+          "<p align=center style='margin-left:10pt;text-indent:1em'>a<p dir=rtl>b",
+          "C 200 0 240 0 240 0|L 0 0 0 0 240 0<|"},
+         {"blocks", "<h6>a</h6><blockquote>b</blockquote><center>c</center><dl><dt>d<dd>e</dl>",
+          "L 0 0 0 0 240 0|L 600 0 0 0 0 0|C 0 0 0 0 0 0|L 0 0 0 0 0 0|L 600 0 0 0 0 0|"},
+         {"lists", "<ul><li>a<ol><li>b<p>c</ol></ul>",
+          "L 600 0 -360 0 0 0|L 1200 0 -360 0 0 0|L 1200 0 0 0 240 0|"},
+         {"a rule in a cell is none, one behind it is",
+          "<center><table><td>a<hr>b</table><hr></center>", "L 0 0 0 0 0 0|C 0 0 0 0 0 0|"}});
+    const auto fonts = [](std::string_view page) { return Told(page, FontLooks); };
+    CheckRows(fonts,
+              {{"headings", "<h1>a<h2>b<h3>c<h4>d<h5>e<h6>f",
+                "Times New Roman 48|Times New Roman 36|Times New Roman 28|"
+                "Times New Roman 24|Times New Roman 20|Times New Roman 16|"},
+               {"small, large and fixed", "<small>a</small><big>b</big><pre>c<tt>d</tt></pre>",
+                "Times New Roman 20|Times New Roman 28|Courier New 20|"}});
 }
 
 std::string Repeated(std::string_view piece, std::size_t times) {

@@ -29,6 +29,19 @@ TEST(MarkdownReader, ReadsBlocks) {
         {"fences", "```cpp\na <b>\n\n~~~\n```\n~~~~\nc\n", "a <b>||~~~|c|"},
         {"quotes", "> a\nb\n> > c\n\nd", "a b|c|d|"},
         {"HTML", "<div>a\n*b*</div>\n\n<!-- x\n\ny -->\nc <b>d</b><br>e", "a *b*|c [b:d]/e|"},
+        {"levels of headings", "###### a\n####### b\n\n#\nc\n    ---\n# d ##",
+         "[b:a|]####### b|c ---|[b:d|]"},
+        {"no rules", "--\n\n* - *\n\n_ _ _\na\n=-", "--|\u2022>\u25E6>\u25AA>||a =-|"},
+        {"tabs", "\ta\n\n  \tb\n\n- c\n\n\td\n \t e", "a||b|\u2022>c|d e|"},
+        {"the ends of code", "    a\n\n\n\nb\n\n   ```\n   c\n     d\n e\n    ```\n   ````\nf",
+         "a|b|c|  d|e| ```|f|"},
+        {"no fence", "``` a`b\nc", "``` a`b c|"},
+        {"a quote and what goes on with it", "> ```\n> a\nb\n\n>c\n# d\n> \ne", "a|b|c|[b:d|]e|"},
+        {"HTML over blank lines",
+         "<pre>\na\n\nb</pre>\n*c*\n\n<script>\n\nd</script>\n*e*\n<?f?>\n</p>g",
+         "a||b|[i:c|e|]g|"},
+        {"no definitions", "a\n[b]: x\n\n    [c]: y\n\n[]: z\n\n[d]:\n\n[e[]: x",
+         "a [b]: x|[c]: y|[]: z|[d]:|[e[]: x|"},
         {"definitions are not shown", "[a]: http://x 'y'\n\nb [a] [c]", "b [u1#15597568:a] [c]|"},
     });
 }
@@ -40,6 +53,10 @@ TEST(MarkdownReader, ReadsLists) {
         {"a start", "7. a\n8. b", "7.>a|8.>b|"},
         {"an item with code", "-     a\n\n- b\n\n      c", "\u2022>a|\u2022>b|c|"},
         {"tasks", "- [ ] a\n- [x] b", "\u2022>\u2610 a|\u2022>\u2611 b|"},
+        {"numbers", "123456789) a\n\n1234567890. b\n\n-c\n1.d",
+         "123456789.>a|1234567890. b|-c 1.d|"},
+        {"other marks begin other lists", "- a\n+ b\n* c\n-\n- [y] d",
+         "\u2022>a|\u2022>b|\u2022>c|\u2022>|\u2022>[y] d|"},
         {"a number does not begin a list inside a paragraph", "in\n1986. a", "in 1986. a|"},
         {"text behind goes on, behind a blank line not", "- a\nb\n\nc", "\u2022>a b|c|"},
     });
@@ -50,7 +67,9 @@ TEST(MarkdownReader, ReadsTables) {
         {"a table", "| a | b |\n|:--|--:|\n| c `|` | d\\|e |\n| f |\n\ng",
          "[b:a]![b:b]!|c `!`!|f!!|g|"},
         {"without outer bars", "a|b\n-|-\n*c*|d", "[b:a]![b:b]!|[i:c]!d!|"},
-        {"no table", "a | b\nc | d", "a | b c | d|"},
+        {"no tables", "a | b\nc | d\n\na|b\n-|-|-\n\nc\n-|", "a | b c | d|a|b -|-|-|c -||"},
+        {"what ends a table, and a bar that is none of the table's", "a|b\n:-:|-\nc|d\\|\n# e",
+         "[b:a]![b:b]!|c!d|!|[b:e|]"},
     });
 }
 
@@ -61,12 +80,20 @@ TEST(MarkdownReader, ReadsInlineMarks) {
         {"nested", "**a *b* c** *d **e** f* g", "[b:a ][bi:b][b: c] [i:d ][bi:e][i: f] g|"},
         {"none", "2 * 3 * 4 snake_case_name ** a** ~b~ x",
          "2 * 3 * 4 snake_case_name ** a** ~b~ x|"},
+        {"beside signs", "(_a_), \"_b_\" c_(d)_ **(e)**f ~~ g~~ ~~~h~~~",
+         "([i:a]), \"[i:b]\" c_(d)_ **(e)**f ~~ g~~ ~~~h~~~|"},
         {"inside words", "a*b*c a_b_c d", "a[i:b]c a_b_c d|"},
         {"unpaired", "**a* b", "*[i:a] b|"},
         {"code", "a `*b*  <c>` ``d ` e`` `f", "a *b*  <c> d ` e `f|"},
         {"links", "[a *b*](http://x \"t\") [c][r] [r] <http://y> d\n\n[R]: /z",
          "[u1#15597568:a ][iu1#15597568:b] [u1#15597568:c] [u1#15597568:r] "
          "[u1#15597568:http://y] d|"},
+        {"addresses", "[a](<b c> 'd')[e](f(g)h)[i](j\\)k)[l]( m (n) )[o]()p [q](<r\ns>)",
+         "[u1#15597568:aeilo]p [q]()|"},
+        {"links in links, and pictures in them",
+         "[a [b](c) d](e) [![f](g)](h) [r][] ![s][r]\n\n[r]: x",
+         "[a [u1#15597568:b] d](e) [u1#15597568:f] [u1#15597568:r] s|"},
+        {"blanks of code", "`` ` `` ` ` `a\nb` `  c  `", "`   a b  c |"},
         {"no links", "[a] (b) [c](d e [f", "[a] (b) [c](d e [f|"},
         {"pictures", "a ![alt *t*](x.png) b", "a alt [i:t] b|"},
         {"escapes and references", "\\*a\\* \\<b> &copy; &lt; 1 < 2 & c",
@@ -103,6 +130,7 @@ TEST(MarkdownReader, ShowsTheSettingsInFrontOfTheText) {
     Check({
         {"between rules", "---\ntitle: *A*\ntags:\n  - x\n---\nb", "title: *A*|tags:|  - x|b|"},
         {"of the other kind", "+++\na = 1\n+++\n\nb", "a = 1|b|"},
+        {"another end, and none", "---\na: 1\n...\nb", "a: 1|b|"},
         {"a rule and text", "---\ntext\n", "|text|"},
     });
 }

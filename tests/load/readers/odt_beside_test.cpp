@@ -136,25 +136,13 @@ TEST(OdtBeside, SeesEachThingThatChangesAndNothingElse) {
     const auto told = [&](const Parts& other) {
         return BesideSentence(CompareBeside(ItemsOf(parts), ItemsOf(other), {1, 2, 3}));
     };
-    EXPECT_EQ(told(parts), "");
-    struct Change {
-        std::string Parts::*part;
-        std::string_view now;
-        std::string_view sentence;
-    };
-    const Change changes[] = {
-        {&Parts::picture, "two", "1 picture replaced (paragraph 1)."},
-        {&Parts::chart, "<chart:chart><text:p>13</text:p></chart:chart>",
-         "1 chart replaced (paragraph 2)."},
-        {&Parts::formula, "<msub><mi>x</mi><mn>2</mn></msub>", "1 formula changed (paragraph 3)."},
-        {&Parts::title, "Plans", "1 document property changed (title)."},
-    };
-    for (const Change& change : changes) {
-        SCOPED_TRACE(change.sentence);
-        Parts other = parts;
-        other.*change.part = change.now;
-        EXPECT_EQ(told(other), "Beside the words: " + std::string(change.sentence));
-    }
+    CheckChanges(
+        parts, told,
+        {{&Parts::picture, "two", "1 picture replaced (paragraph 1)."},
+         {&Parts::chart, "<chart:chart><text:p>13</text:p></chart:chart>",
+          "1 chart replaced (paragraph 2)."},
+         {&Parts::formula, "<msub><mi>x</mi><mn>2</mn></msub>", "1 formula changed (paragraph 3)."},
+         {&Parts::title, "Plans", "1 document property changed (title)."}});
 }
 
 }  // namespace

@@ -18,25 +18,30 @@ std::string Part(std::string_view name, std::string_view content) {
            "</office:" + std::string(name) + ">";
 }
 
+using Telling = std::string (*)(const RichText&);
+
 std::string ShownPackage(const std::string& content, const std::string& styles,
-                         const std::string& manifest = "<m/>") {
-    const std::string bytes = MakeZip(
-        {{"content.xml", content}, {"styles.xml", styles}, {"META-INF/manifest.xml", manifest}});
+                         const std::string& manifest = "<m/>", Telling tell = Notation) {
+    const std::string bytes = MakeZip({{"content.xml", content},
+                                       {"styles.xml", styles},
+                                       {"META-INF/manifest.xml", manifest},
+                                       {"F/content.xml", "<math><mi>y</mi></math>"}});
     const auto package = Package::Open(bytes);
-    return Shown([&](DocumentSink& sink, ReadMonitor& monitor) {
+    const auto read = [&](DocumentSink& sink, ReadMonitor& monitor) {
         return ReadOpenDocument(*package, sink, monitor);
-    });
+    };
+    return Shown(read, tell);
 }
 
 // The text's body, its own styles, and the content of styles.xml.
-std::string ShownText(std::string_view body, std::string_view own = "",
-                      std::string_view named = "") {
+std::string ShownText(std::string_view body, std::string_view own = "", std::string_view named = "",
+                      Telling tell = Notation) {
     const std::string automatic =
         "<office:automatic-styles>" + std::string(own) + "</office:automatic-styles>";
     return ShownPackage(
         Part("document-content", automatic + "<office:body><office:text>" + std::string(body) +
                                      "</office:text></office:body>"),
-        Part("document-styles", named));
+        Part("document-styles", named), "<m/>", tell);
 }
 
 void Check(std::initializer_list<TextRow> rows, std::string_view own = "",
@@ -86,8 +91,9 @@ TEST(OdtReader, LeavesOutWhatIsNotShown) {
              "<office:annotation-end/></text:p>",
              "ab|"},
             {"hidden text",
-             "<text:p>a<text:span text:style-name='H'>x<text:tab/></text:span>b<text:hidden-text>x"
-             "</text:hidden-text></text:p>",
+             "<text:p>a<text:span text:style-name='H'>x<text:tab/><text:line-break/><text:note>"
+             "<text:note-body><text:p>x</text:p></text:note-body></text:note></text:span>b"
+             "<text:hidden-text>x</text:hidden-text></text:p>",
              "ab|"},
             {"hidden sections",
              "<text:section text:display='none'><text:p>x</text:p></text:section>"
@@ -125,6 +131,11 @@ TEST(OdtReader, PutsNotesAtTheirMarkAndFramesBehindTheirParagraph) {
          "<text:p>a<draw:frame><draw:object><math><mi>x</mi><mo> = </mo><mn>1</mn>"
          "<annotation>x over 1</annotation></math></draw:object></draw:frame></text:p>",
          "ax=1|"},
+        {"a formula in a part of its own, and none",
+         "<text:p>a<draw:frame><draw:object "
+         "xlink:href='./F'/></draw:frame><draw:frame><draw:object "
+         "xlink:href='./G'/></draw:frame></text:p>",
+         "ay|"},
     });
 }
 
@@ -181,7 +192,8 @@ TEST(OdtReader, LeavesHiddenRowsAndParagraphsOut) {
     Check(
         {
             {"rows",
-             "<table:table>" + row(" table:visibility='collapse'", "x") + row("", hidden) +
+             "<table:table>" + row(" table:visibility='collapse'", "x") +
+                 row(" table:visibility='filter'", "x") + row("", hidden) +
                  "<table:table-row-group table:display='false'>" + row("", "x") +
                  "</table:table-row-group>" + row("", "a") + row("", "") +
                  row(" table:style-name='R'", "<text:change text:change-id='c1'/>") +
@@ -252,6 +264,11 @@ TEST(OdtReader, NumbersListsAndHeadings) {
                  "</text:list><text:list text:style-name='F'>" + item("b") +
                  "</text:list><text:list text:style-name='S'>" + item("c") + "</text:list>",
              "->a|<I>>b|\u25AA>c|"},
+            {"a heading that counts anew, and one below the last level",
+             "<text:h>a</text:h><text:h text:restart-numbering='true' text:start-value='7'>b"
+             "</text:h><text:h text:outline-level='99'>c</text:h><text:h "
+             "text:outline-level='1'>d</text:h>",
+             "1>a|7>b|c|8>d|"},
             {"headings",
              "<text:h text:outline-level='1'>a</text:h><text:h text:outline-level='2'>b</text:h>"
              "<text:h text:outline-level='1'><text:number>x</text:number>c</text:h>"
@@ -287,6 +304,11 @@ TEST(OdtReader, MakesARowAParagraph) {
                    "<table:covered-table-cell/>" + a) +
                row(a + "<table:covered-table-cell/>" + a)),
          "w!a!|a!!a!|"},
+        {"cells below one that is wide and high",
+         table(row(cell("<text:p>w</text:p>", "table:number-columns-spanned='3'") +
+                   "<table:covered-table-cell table:number-columns-repeated='2'/>" +
+                   "<table:covered-table-cell/>" + a)),
+         "w!!a!|"},
         {"a table in a cell",
          table(row(cell("<text:p>x</text:p>" + inner + "<text:p>y</text:p>") + a)),
          "x/a>a/a/y!a!|"},
@@ -334,38 +356,109 @@ TEST(OdtReader, ResolvesStylesThroughTheirParents) {
         kNamed);
 }
 
-TEST(OdtReader, ReadsParagraphFormats) {
-    const std::string body =
-        "<text:p text:style-name='P'>a</text:p><text:list text:style-name='N'><text:list-item>"
-        "<text:p>b</text:p></text:list-item></text:list>";
-    const std::string own =
-        "<style:style style:name='P' style:family='paragraph'><style:paragraph-properties "
-        "fo:text-align='end' fo:margin-left='1in' fo:text-indent='-0.5in' fo:margin-top='6pt' "
-        "style:writing-mode='rl-tb' fo:line-height='150%'/></style:style>"
-        "<text:list-style style:name='N'><text:list-level-style-number text:level='1' "
-        "style:num-format='1'><style:list-level-properties><style:list-level-label-alignment "
-        "fo:margin-left='0.5in' fo:text-indent='-0.25in'/></style:list-level-properties>"
-        "</text:list-level-style-number></text:list-style>";
-    const std::string bytes =
-        MakeZip({{"content.xml", Part("document-content",
-                                      "<office:automatic-styles>" + own +
-                                          "</office:automatic-styles><office:body><office:text>" +
-                                          body + "</office:text></office:body>")}});
-    const auto package = Package::Open(bytes);
-    const auto sink = MakeRtfSink();
-    SilentMonitor monitor;
-    ASSERT_TRUE(ReadOpenDocument(*package, *sink, monitor).ok());
-    const RichText text = ReadRtf(sink->Finish());
-    ASSERT_EQ(text.paragraph_runs.size(), 2U);
-    const ParagraphFormat& first = text.paragraph_runs[0].format;
-    EXPECT_EQ(first.alignment, Alignment::Right);
-    EXPECT_EQ(first.left_indent, 1440);
-    EXPECT_EQ(first.first_line_indent, -720);
-    EXPECT_EQ(first.space_before, 120);
-    EXPECT_EQ(first.line_spacing, 360);
-    EXPECT_TRUE(first.right_to_left);
-    EXPECT_EQ(text.paragraph_runs[1].format.left_indent, 720);
-    EXPECT_EQ(text.paragraph_runs[1].format.first_line_indent, -360);
+struct LookRow {
+    const char* name;
+    std::vector<std::string> properties;  ///< of a style each, up to the end of the element
+    const char* looks;
+};
+
+// A paragraph, or a span, for each set of properties.
+std::string ShownLook(const LookRow& row, bool spans, Telling tell) {
+    std::string own;
+    std::string body;
+    for (const std::string& properties : row.properties) {
+        const std::string name = "P" + std::to_string(own.size());
+        const std::string kind = spans ? "text" : "paragraph";
+        own += "<style:style style:name='" + name + "' style:family='" + kind + "'><style:" + kind +
+               "-properties " + properties + "</style:style>";
+        body += spans ? "<text:p><text:span text:style-name='" + name + "'>x</text:span></text:p>"
+                      : "<text:p text:style-name='" + name + "'>x</text:p>";
+    }
+    return ShownText(body, own,
+                     "<office:font-face-decls><style:font-face style:name='F' "
+                     "svg:font-family=\"'My Font'\"/></office:font-face-decls>",
+                     tell);
+}
+
+TEST(OdtReader, TakesLooksOfParagraphs) {
+    const LookRow rows[] = {
+        {"alignment",
+         {"fo:text-align='center'/>", "fo:text-align='justify'/>", "fo:text-align='right'/>",
+          "fo:text-align='end'/>", "fo:text-align='start'/>"},
+         "C 0 0 0 0 0 0|J 0 0 0 0 0 0|R 0 0 0 0 0 0|L 0 0 0 0 0 0|"},
+        {"indents",
+         {"fo:margin='0.5in'/>",
+          "fo:margin='9in' fo:margin-left='1in' fo:margin-right='0.1in' fo:text-indent='-0.5in'/>"},
+         "L 720 720 0 0 0 0|L 1440 144 -720 0 0 0|"},
+        {"spaces and lines",
+         {"fo:margin-top='6pt' fo:margin-bottom='3pt' fo:line-height='150%'/>",
+          "fo:line-height='0.5in'/>"},
+         "L 0 0 0 120 60 360*|L 0 0 0 0 0 -720|"},
+        {"direction",
+         {"style:writing-mode='rl-tb'/>", "style:writing-mode='lr-tb'/>"},
+         "L 0 0 0 0 0 0<|L 0 0 0 0 0 0|"},
+        {"tabs",
+         {"><style:tab-stops><style:tab-stop style:position='0in'/><style:tab-stop "
+          "style:position='1in'/><style:tab-stop style:position='2in' style:type='center'/>"
+          "<style:tab-stop style:position='3in' style:type='right'/><style:tab-stop "
+          "style:position='4in' "
+          "style:type='char'/></style:tab-stops></style:paragraph-properties>"},
+         "L 0 0 0 0 0 0 >1440L >2880C >4320R >5760D|"},
+    };
+    for (const LookRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(ShownLook(row, false, ParagraphLooks), row.looks);
+    }
+    const auto list = [](const std::string& name) {
+        return "<text:list text:style-name='" + name +
+               "'><text:list-item><text:p>a</text:p><text:p>b</text:p></text:list-item></"
+               "text:list>";
+    };
+    EXPECT_EQ(
+        ShownText(list("N") + list("O"),
+                  "<text:list-style style:name='N'><text:list-level-style-number text:level='1' "
+                  "style:num-format='1'><style:list-level-properties>"
+                  "<style:list-level-label-alignment fo:margin-left='0.5in' "
+                  "fo:text-indent='-0.25in'/></style:list-level-properties>"
+                  "</text:list-level-style-number></text:list-style><text:list-style "
+                  "style:name='O'><text:list-level-style-bullet text:level='1'>"
+                  "<style:list-level-properties text:space-before='1in' "
+                  "text:min-label-width='0.25in'/></text:list-level-style-bullet>"
+                  "</text:list-style>",
+                  "", ParagraphLooks),
+        "L 720 0 -360 0 0 0|L 720 0 0 0 0 0|L 1800 0 -360 0 0 0|L 1800 0 0 0 0 0|");
+}
+
+TEST(OdtReader, TakesLooksOfCharacters) {
+    const LookRow fonts = {"",
+                           {"style:font-name='F' fo:font-family='No'/>", "fo:font-family='A, B'/>",
+                            "style:font-name='C' fo:font-size='10.5pt'/>", "fo:font-size='200%'/>"},
+                           "My Font 24|A 24|C 21|Times New Roman 48|"};
+    EXPECT_EQ(ShownLook(fonts, true, FontLooks), fonts.looks);
+    const LookRow rows[] = {
+        {"lines under it",
+         {"style:text-underline-style='dotted'/>", "style:text-underline-style='long-dash'/>",
+          "style:text-underline-style='wave' style:text-underline-type='double'/>",
+          "style:text-underline-type='double'/>", "style:text-underline-style='none'/>",
+          "style:text-underline-style='solid' style:text-underline-mode='skip-white-space'/>",
+          "style:text-underline-style='solid' style:text-underline-width='bold'/>"},
+         "[u4:x|][u11:x|][u10:x|][u3:x|]x|[u2:x|][u9:x|]"},
+        {"lines through it",
+         {"style:text-line-through-type='single'/>",
+          "style:text-line-through-style='solid' style:text-line-through-type='none'/>"},
+         "[s:x|]x|"},
+        {"places",
+         {"style:text-position='sub 58%'/>", "style:text-position='-33% 58%'/>",
+          "style:text-position='0% 100%'/>", "style:text-position='33% 58%'/>"},
+         "[_:x|x|]x|[^:x|]"},
+        {"weights and slopes",
+         {"fo:font-weight='600'/>", "fo:font-weight='500'/>", "fo:font-style='oblique'/>"},
+         "[b:x|]x|[i:x|]"},
+    };
+    for (const LookRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(ShownLook(row, true, Notation), row.looks);
+    }
 }
 
 TEST(OdtReader, ShowsHeadersAndFootersOfTheUsedPagesOnce) {

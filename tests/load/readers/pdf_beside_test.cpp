@@ -91,19 +91,13 @@ TEST(PdfBeside, SeesEachThingThatChangesAndNothingElse) {
     const auto told = [&](const Scan& other) {
         return BesideSentence(CompareBeside(ItemsOf(MakeScan(scan)), ItemsOf(MakeScan(other)), {}));
     };
-    EXPECT_EQ(told(scan), "");
-    Scan other = scan;
-    other.first = "1ne";
-    EXPECT_EQ(told(other),
-              "Beside the words: 1 picture replaced (page 1), 1 page without text "
-              "replaced (page 2).")
-        << "the second page may show any picture of the shared list";
-    other = scan;
-    other.title = "0050";
-    EXPECT_EQ(told(other), "Beside the words: 1 document property changed (title).");
-    other = scan;
-    other.annotations = Link(0, 0, 9, 9, "http://y/");
-    EXPECT_EQ(told(other), "Beside the words: 1 link target changed (page 1).");
+    const std::string other_link = Link(0, 0, 9, 9, "http://y/");
+    // The second page may show any picture of the shared list.
+    CheckChanges(scan, told,
+                 {{&Scan::first, "1ne",
+                   "1 picture replaced (page 1), 1 page without text replaced (page 2)."},
+                  {&Scan::title, "0050", "1 document property changed (title)."},
+                  {&Scan::annotations, other_link, "1 link target changed (page 1)."}});
 }
 
 TEST(PdfBeside, TellsAPictureOfSeveralPagesOnce) {

@@ -1,7 +1,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <random>
 #include <string>
@@ -15,6 +14,7 @@
 #include "load/readers/pdf/pdf_reader.h"
 #include "load/readers/sink/document_sink.h"
 #include "tests/support/pdf_file.h"
+#include "tests/support/rich_text_notation.h"
 
 namespace zorvane::pdf_rich_test {
 namespace {
@@ -277,47 +277,33 @@ TEST(PdfRich, TellsAddressesOfLinks) {
 struct LookRow {
     const char* name;
     std::string content;
-    std::function<void(CharFormat&)> expected;  ///< from Times in 12 points
+    const char* marks;
+    const char* font;
 };
 TEST(PdfRich, KeepsTheLookOfCharacters) {
+    const std::string text = Line(72, 700, "text");
     const LookRow rows[] = {
-        {"plain", Line(72, 700, "text"), [](CharFormat&) {}},
-        {"bold", Line(72, 700, "text", 12, "B"), [](CharFormat& look) { look.bold = true; }},
-        {"italic", Line(72, 700, "text", 12, "I"), [](CharFormat& look) { look.italic = true; }},
-        {"another family", Line(72, 700, "text", 12, "H"),
-         [](CharFormat& look) { look.font = FontName("Helvetica"); }},
-        {"size by halves", Line(72, 700, "text", 10.6),
-         [](CharFormat& look) { look.half_points = 21; }},
-        {"size by the matrix", "q 2 0 0 2 0 0 cm\n" + Line(36, 350, "text", 7) + "Q\n",
-         [](CharFormat& look) { look.half_points = 28; }},
-        {"colour", "1 0 0 rg\n" + Line(72, 700, "text"),
-         [](CharFormat& look) { look.fore_color = Color{255}; }},
-        {"black is the reader's own", "0 0 0 rg\n" + Line(72, 700, "text"), [](CharFormat&) {}},
-        {"a filled line under it", Line(72, 700, "text") + "72 698 21 0.6 re f\n",
-         [](CharFormat& look) { look.underline = Underline::Single; }},
-        {"a drawn line under it", Line(72, 700, "text") + "0.5 w 72 698 m 92 698 l S\n",
-         [](CharFormat& look) { look.underline = Underline::Single; }},
-        {"a line through it", Line(72, 700, "text") + "72 703 21 0.6 re f\n",
-         [](CharFormat& look) { look.strikeout = true; }},
-        {"a line below is no underline", Line(72, 700, "text") + "72 690 21 0.6 re f\n",
-         [](CharFormat&) {}},
-        {"a subset keeps its name without prefix", Line(72, 700, "text", 12, "S"),
-         [](CharFormat& look) {
-             look.font = FontName("TimesNewRomanPS-BoldMT");
-             look.bold = true;
-         }},
+        {"plain", text, "text|", "Times 24|"},
+        {"bold", Line(72, 700, "text", 12, "B"), "[b:text|]", "Times 24|"},
+        {"italic", Line(72, 700, "text", 12, "I"), "[i:text|]", "Times 24|"},
+        {"another family", Line(72, 700, "text", 12, "H"), "text|", "Helvetica 24|"},
+        {"size by halves", Line(72, 700, "text", 10.6), "text|", "Times 21|"},
+        {"size by the matrix", "q 2 0 0 2 0 0 cm\n" + Line(36, 350, "text", 7) + "Q\n", "text|",
+         "Times 28|"},
+        {"colour", "1 0 0 rg\n" + text, "[#255:text|]", "Times 24|"},
+        {"black is the reader's own", "0 0 0 rg\n" + text, "text|", "Times 24|"},
+        {"a filled line under it", text + "72 698 21 0.6 re f\n", "[u1:text|]", "Times 24|"},
+        {"a drawn line under it", text + "0.5 w 72 698 m 92 698 l S\n", "[u1:text|]", "Times 24|"},
+        {"a line through it", text + "72 703 21 0.6 re f\n", "[s:text|]", "Times 24|"},
+        {"a line below is no underline", text + "72 690 21 0.6 re f\n", "text|", "Times 24|"},
+        {"a subset keeps its name without prefix", Line(72, 700, "text", 12, "S"), "[b:text|]",
+         "TimesNewRomanPS-BoldMT 24|"},
     };
     for (const LookRow& row : rows) {
         SCOPED_TRACE(row.name);
-        const RichText text = RichOf(MakePdf(row.content));
-        ASSERT_EQ(ToUtf8(text.text), "text\r\n");
-        CharFormat expected;
-        expected.font = FontName("Times");
-        expected.half_points = 24;
-        row.expected(expected);
-        EXPECT_TRUE(text.char_runs.at(0).format == expected)
-            << text.char_runs.at(0).format.font.view() << " "
-            << text.char_runs.at(0).format.half_points;
+        const RichText shown = RichOf(MakePdf(row.content));
+        EXPECT_EQ(Notation(shown), row.marks);
+        EXPECT_EQ(FontLooks(shown), row.font);
     }
 }
 
@@ -333,10 +319,8 @@ TEST(PdfRich, AdjustsNamesAndSizesWhenTold) {
 TEST(PdfRich, RaisesAndLowersSmallCharacters) {
     const RichText text = RichOf(MakePdf(Line(72, 700, "x") + Line(78.2, 704, "2", 7) +
                                          Line(82, 700, "y") + Line(88.2, 697, "i", 7)));
-    ASSERT_EQ(ToUtf8(text.text), "x2yi\r\n");
-    EXPECT_EQ(text.char_runs.at(1).format.baseline, Baseline::Superscript);
-    EXPECT_EQ(text.char_runs.at(1).format.half_points, 24);
-    EXPECT_EQ(text.char_runs.at(3).format.baseline, Baseline::Subscript);
+    EXPECT_EQ(Notation(text), "x[^:2]y[_:i|]");
+    EXPECT_EQ(FontLooks(text), "Times 24|Times 24|Times 24|Times 24|");
 }
 
 struct AlignmentRow {

@@ -89,30 +89,16 @@ TEST(SheetBeside, SeesEachThingThatChangesAndNothingElse) {
     const auto told = [](const Parts& other) {
         return BesideSentence(CompareBeside(ItemsOf(MakeBook({})), ItemsOf(MakeBook(other)), {}));
     };
-    EXPECT_EQ(told({}), "");
-    struct Change {
-        std::string Parts::*part;
-        std::string_view now;
-        std::string_view sentence;
-    };
-    const Change changes[] = {
-        {&Parts::comments, "<comment ref=\"B3\"><text><t>done</t></text></comment>",
-         "1 comment changed (A!B3)."},
-        {&Parts::comments, "<comment ref=\"B4\"><text><t>check</t></text></comment>", ""},
-        {&Parts::comments, "", "1 comment removed (A!B3)."},
-        {&Parts::target, "http://y/", "1 link target changed (A!A1)."},
-        {&Parts::picture, "two", "1 picture replaced (A!AB5)."},
-        {&Parts::chart, "<c:chart><c:v>2</c:v></c:chart>", "1 chart replaced (A!A1)."},
-        {&Parts::hidden, "8", "1 hidden text changed (H)."},
-        {&Parts::title, "Plans", "1 document property changed (title)."},
-    };
-    for (const Change& change : changes) {
-        SCOPED_TRACE(change.sentence);
-        Parts other;
-        other.*change.part = change.now;
-        const std::string prefix = change.sentence.empty() ? "" : "Beside the words: ";
-        EXPECT_EQ(told(other), prefix + std::string(change.sentence));
-    }
+    CheckChanges(Parts{}, told,
+                 {{&Parts::comments, "<comment ref=\"B3\"><text><t>done</t></text></comment>",
+                   "1 comment changed (A!B3)."},
+                  {&Parts::comments, "<comment ref=\"B4\"><text><t>check</t></text></comment>", ""},
+                  {&Parts::comments, "", "1 comment removed (A!B3)."},
+                  {&Parts::target, "http://y/", "1 link target changed (A!A1)."},
+                  {&Parts::picture, "two", "1 picture replaced (A!AB5)."},
+                  {&Parts::chart, "<c:chart><c:v>2</c:v></c:chart>", "1 chart replaced (A!A1)."},
+                  {&Parts::hidden, "8", "1 hidden text changed (H)."},
+                  {&Parts::title, "Plans", "1 document property changed (title)."}});
 }
 
 std::string MakeOpenBook(std::string_view rows) {

@@ -82,21 +82,13 @@ TEST(SlideBeside, SeesEachThingThatChangesAndNothingElse) {
     const auto told = [&](const Parts& other) {
         return BesideSentence(CompareBeside(ItemsOf({}), ItemsOf(other), {}));
     };
-    EXPECT_EQ(told({}), "");
-    Parts other;
-    other.picture = "two";
-    EXPECT_EQ(told(other),
-              "Beside the words: 2 pictures replaced (slide 2, slide 3), 1 page "
-              "without text replaced (slide 3).");
-    other = Parts();
-    other.target = "http://y/";
-    EXPECT_EQ(told(other), "Beside the words: 1 link target changed (slide 2).");
-    other = Parts();
-    other.comment = "because";
-    EXPECT_EQ(told(other), "Beside the words: 1 comment changed (slide 2).");
-    other = Parts();
-    other.notes = "say that";
-    EXPECT_EQ(told(other), "Beside the words: 1 hidden text changed (slide 2).");
+    CheckChanges(
+        Parts{}, told,
+        {{&Parts::picture, "two",
+          "2 pictures replaced (slide 2, slide 3), 1 page without text replaced (slide 3)."},
+         {&Parts::target, "http://y/", "1 link target changed (slide 2)."},
+         {&Parts::comment, "because", "1 comment changed (slide 2)."},
+         {&Parts::notes, "say that", "1 hidden text changed (slide 2)."}});
 }
 
 std::vector<BesideItem> OpenItems(const std::string& page, std::string_view picture = "one") {
