@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/surrogates.h"
 #include "compare/engine/compare_texts.h"
 #include "redline/xml_tools.h"
@@ -16,7 +17,7 @@ using SharedText = std::shared_ptr<const std::u16string>;
 SharedText Joined(const std::vector<std::u16string>& lines) {
     auto text = std::make_shared<std::u16string>();
     for (const std::u16string& line : lines)
-        text->append(&line == &lines.front() ? u"" : kBlockBreak).append(line);
+        text->append(&line == &lines.front() ? u"" : kBreak).append(line);
     return text;
 }
 
@@ -32,7 +33,7 @@ Result<Comparison> Compared(const PerSide<SharedText>& texts, bool words, RunWat
 
 // Where the unit of text ends that begins at `at`: a word, an object, a break, or one letter.
 std::size_t UnitEnd(std::u16string_view text, std::size_t at) {
-    if (text.substr(at, 2) == kBlockBreak || (IsHighSurrogate(text[at]) && at + 1 < text.size()))
+    if (text.substr(at, 2) == kBreak || (IsHighSurrogate(text[at]) && at + 1 < text.size()))
         return at + 2;
     const auto in_word = [&text](std::size_t place) {
         const char16_t unit = text[place];
@@ -122,7 +123,7 @@ std::u16string TextOfBlocks(const std::vector<StoryBlock>& blocks,
                             const std::vector<std::size_t>& chosen) {
     std::u16string text;
     for (const std::size_t index : chosen)
-        text.append(text.empty() && index == chosen.front() ? u"" : kBlockBreak)
+        text.append(text.empty() && index == chosen.front() ? u"" : kBreak)
             .append(blocks[index].text.View());
     return text;
 }

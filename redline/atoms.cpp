@@ -4,8 +4,10 @@
 #include <array>
 #include <optional>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
+#include "redline/node_kinds.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
@@ -20,13 +22,6 @@ constexpr std::array<std::string_view, 12> kMarkers{
 
 bool IsMarker(std::string_view name) {
     return std::find(kMarkers.begin(), kMarkers.end(), name) != kMarkers.end();
-}
-
-// Text that takes part letter by letter: what a key or a paragraph's end is made of is not.
-bool IsPlain(std::u16string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char16_t unit) {
-        return unit != u'\r' && (unit < 0xDBC0 || unit > 0xDBFF);
-    });
 }
 
 std::string FieldMarkOf(const AtomPart& part) {
@@ -77,7 +72,7 @@ class AtomCollector {
     void Collect(const Node& parent, int depth) {
         for (const Node& child : parent.children()) {
             const std::string_view name = LocalName(child);
-            if (child.type() != pugi::node_element || name.ends_with("Pr"))
+            if (!IsElement(child) || name.ends_with("Pr"))
                 continue;
             if (name == "r")
                 CollectRun(child);
@@ -98,7 +93,7 @@ class AtomCollector {
 
     void CollectRun(const Node& run) {
         for (const Node& child : run.children()) {
-            if (child.type() == pugi::node_element && !Is(child, "rPr"))
+            if (IsElement(child) && !Is(child, "rPr"))
                 parts_.push_back({run, child});
         }
     }
@@ -156,7 +151,7 @@ class AtomCollector {
     void TakeText(const AtomPart& part) {
         const std::string utf8 = part.node.text().get();
         const std::u16string text = ToUtf16(utf8);
-        if (IsPlain(text))
+        if (IsPlainText(text))
             Put(AtomKind::Text, {part}, text);
         else
             Put(AtomKind::Object, {part}, reader_.keys.KeyOf("text:" + utf8));
@@ -196,6 +191,11 @@ std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std
     return atom;
 }
 
+bool HoldsLink(const StoryBlock& block) {
+    return std::any_of(block.atoms.begin(), block.atoms.end(),
+                       [](const Atom& atom) { return !atom.link.empty(); });
+}
+
 std::u16string ObjectKeys::KeyOf(const std::string& form) {
     // The last plane of private use, whose signs no font and so no text has.
     constexpr char32_t kFirst = 0x100000;
@@ -207,11 +207,17 @@ std::u16string ObjectKeys::KeyOf(const std::string& form) {
             static_cast<char16_t>(0xDC00 + (rest & 0x3FFU))};
 }
 
+bool IsPlainText(std::u16string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char16_t unit) {
+        return unit != u'\r' && (unit < 0xDBC0 || unit > 0xDBFF);
+    });
+}
+
 void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks) {
     const bool first = blocks.empty();
     auto text = first ? std::make_shared<std::u16string>() : blocks.back().text.Shared();
     if (!first)
-        text->append(kBlockBreak);
+        text->append(kBreak);
     block.text.MoveInto(std::move(text));
     blocks.push_back(std::move(block));
 }
@@ -228,7 +234,7 @@ void AtomReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& b
         if (name == "p")
             AddBlock(Paragraph(child), blocks);
         else if (name == "tbl")
-            AddBlock({child, true, BlockText(PlainTextOf(child)), {}}, blocks);
+            AddBlock({child, true, BlockText(DocxTextOf(child)), {}}, blocks);
         else if (IsBlockWrapper(name))
             CollectBlocks(child, blocks);
     }
@@ -284,7 +290,7 @@ std::vector<Node> BoxesIn(const Node& node) {
     return boxes;
 }
 
-std::u16string PlainTextOf(const Node& node) {
+std::u16string DocxTextOf(const Node& node) {
     std::string text;
     CollectText(node, text, 0);
     return ToUtf16(text);

@@ -43,9 +43,6 @@ inline bool HoldsStory(const Atom& atom) {
     return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
 }
 
-/// What stands between two blocks' texts.
-inline constexpr std::u16string_view kBlockBreak = u"\r\n";
-
 /// The text of a block: its own while it is read, then a stretch of the one that all blocks of a
 /// container share, so that there is never a second copy of a document's text.
 class BlockText {
@@ -84,6 +81,8 @@ struct StoryBlock {
     std::vector<Atom> atoms;
 };
 
+bool HoldsLink(const StoryBlock& block);
+
 /// Puts a block behind the others of its container.
 void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks);
 
@@ -99,6 +98,9 @@ class ObjectKeys {
   private:
     std::map<std::string, char32_t> keys_;
 };
+
+/// Whether it takes part letter by letter: what keys and ends of paragraphs are made of does not.
+bool IsPlainText(std::u16string_view text);
 
 /// How an object is recognised in the other document: its relationships by what they lead to.
 using RelationForm = std::function<std::string(const std::string& id)>;
@@ -118,6 +120,6 @@ struct AtomReader {
 /// Elements below `node` that hold blocks of a text box, in order; not those of inner boxes.
 std::vector<pugi::xml_node> BoxesIn(const pugi::xml_node& node);
 /// All letters below, with a blank between paragraphs.
-std::u16string PlainTextOf(const pugi::xml_node& node);
+std::u16string DocxTextOf(const pugi::xml_node& node);
 
 }  // namespace zorvane

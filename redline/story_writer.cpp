@@ -88,11 +88,9 @@ StoryWriter::StoryWriter(RedlineState& state, PartPair parts)
 
 AtomReader StoryWriter::ReaderOf(TrackMark mark) {
     const bool old_side = mark == TrackMark::Delete;
-    WordPackage& package = old_side ? state_.original : state_.modified;
+    PartForms& forms = state_.importer.Forms(old_side ? Side::Original : Side::Modified);
     const std::string& part = old_side ? parts_.original : parts_.modified;
-    return {state_.keys, [&package, part](const std::string& id) {
-                return Importer::FormOfRelation(package, part, id);
-            }};
+    return {state_.keys, [&forms, part](const std::string& id) { return forms.Of(part, id); }};
 }
 
 WriterTools StoryWriter::Tools() {
@@ -242,21 +240,24 @@ void StoryWriter::EmitEnd(Output& output, const PlanToken& end) {
 }
 
 Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
+    const StoryBlock& block = end.mark == TrackMark::Delete ? output.original[end.original]
+                                                            : output.modified[end.modified];
+    // Some readers leave the end of a paragraph that moved with a link.
+    const bool moved = end.move > 0 && !HoldsLink(block);
     if (end.mark == TrackMark::Delete) {
         Node paragraph = output.InsertBlock("w:p");
-        if (const Node look = Child(output.original[end.original].node, "pPr"))
+        if (const Node look = Child(block.node, "pPr"))
             state_.importer.Adapt(paragraph.append_copy(look), parts_);
-        state_.marks.MarkEnd(paragraph, TrackMark::Delete, end.move > 0);
+        state_.marks.MarkEnd(paragraph, TrackMark::Delete, moved);
         return paragraph;
     }
-    Node old = output.modified[end.modified].node;
-    Node paragraph = old.parent().insert_child_before("w:p", old);
-    for (const pugi::xml_attribute& attribute : old.attributes())
+    Node paragraph = block.node.parent().insert_child_before("w:p", block.node);
+    for (const pugi::xml_attribute& attribute : block.node.attributes())
         paragraph.append_copy(attribute);
-    if (const Node look = Child(old, "pPr"))
+    if (const Node look = Child(block.node, "pPr"))
         paragraph.append_copy(look);
     if (end.mark == TrackMark::Insert)
-        state_.marks.MarkEnd(paragraph, TrackMark::Insert, end.move > 0);
+        state_.marks.MarkEnd(paragraph, TrackMark::Insert, moved);
     // An end that two paragraphs share keeps what each of them looks like.
     if (end.mark == TrackMark::Keep && (end.shifted || state_.looks != nullptr)) {
         FormerLooks own(state_.importer);
