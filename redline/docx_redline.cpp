@@ -31,8 +31,7 @@ std::vector<std::string> StoryParts(WordPackage& package) {
 bool HoldsTracking(const Node& root) {
     bool found = false;
     VisitElements(root, [&found](const Node& node) {
-        const std::string_view name = LocalName(node);
-        found = found || (IsTracking(name) && name != "tblGridChange");
+        found = found || (IsTracking(node) && !Is(node, "tblGridChange"));
     });
     return found;
 }
