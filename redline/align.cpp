@@ -7,7 +7,6 @@
 #include "common/base/paragraph_break.h"
 #include "common/base/surrogates.h"
 #include "compare/engine/compare_texts.h"
-#include "redline/xml_tools.h"
 
 namespace zorvane {
 namespace {
@@ -155,19 +154,6 @@ bool AnyTable(const std::vector<StoryBlock>& blocks, const std::vector<std::size
                        [&blocks](std::size_t index) { return blocks[index].is_table; });
 }
 
-// Its rows and cells, those of tables inside of it among them, in whatever format.
-std::string GridOf(const pugi::xml_node& table) {
-    std::string grid;
-    VisitElements(table, [&grid](const pugi::xml_node& node) {
-        const std::string_view name = LocalName(node);
-        if (name == "tr" || name == "table-row")
-            grid += 'r';
-        else if (name == "tc" || name == "table-cell")
-            grid += 'c';
-    });
-    return grid;
-}
-
 class GroupBuilder {
   public:
     GroupBuilder(const std::vector<StoryBlock>& original, const std::vector<StoryBlock>& modified)
@@ -258,7 +244,7 @@ class GroupBuilder {
     bool Alike(std::size_t original, std::size_t modified, bool in_step) const {
         if (!original_[original].is_table || !modified_[modified].is_table)
             return false;
-        if (in_step && GridOf(original_[original].node) == GridOf(modified_[modified].node))
+        if (in_step && original_[original].grid == modified_[modified].grid)
             return true;
         const auto old_units = UnitsOf(original_[original].text.View());
         const auto new_units = UnitsOf(modified_[modified].text.View());
@@ -345,6 +331,14 @@ std::vector<BlockGroup> AlignBlocks(const std::vector<StoryBlock>& original,
                 builder.Apart(o, m);
         });
     return builder.Take();
+}
+
+void TextsAlone::Align(RunWatcher* watcher) {
+    groups = AlignBlocks(blocks.original, blocks.modified, watcher);
+    for (std::vector<StoryBlock>* side : {&blocks.original, &blocks.modified}) {
+        for (StoryBlock& block : *side)
+            block.text.LetGo();
+    }
 }
 
 std::vector<std::pair<std::size_t, std::size_t>> AlignLines(

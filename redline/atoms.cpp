@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <xxhash.h>
 
 #include "common/base/paragraph_break.h"
 #include "common/base/surrogates.h"
@@ -161,7 +162,10 @@ class AtomCollector {
         std::string link = LinkAround(parts.front().run ? parts.front().run : parts.front().node);
         block_.atoms.push_back(
             {kind, std::move(parts), block_.text.size(), text.size(), std::move(link)});
-        block_.text += text;
+        if (reader_.with_texts)
+            block_.text += text;
+        else
+            block_.text.Pass(text.size());
     }
 
     std::string LinkAround(const Node& element) const {
@@ -189,6 +193,21 @@ std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std
     while (atom != atoms.end() && atom->length == 0)
         ++atom;
     return atom;
+}
+
+BlockText::Digest BlockText::Told() const {
+    if (digest_)
+        return *digest_;
+    const std::u16string_view text = View();
+    const XXH128_hash_t hash = XXH3_128bits(text.data(), text.size() * sizeof(char16_t));
+    const auto blanks = std::count(text.begin(), text.end(), u' ');
+    return {hash.high64, hash.low64, static_cast<std::uint64_t>(blanks)};
+}
+
+void BlockText::LetGo() {
+    digest_ = Told();
+    own_ = {};
+    shared_.reset();
 }
 
 bool HoldsLink(const StoryBlock& block) {
@@ -229,12 +248,18 @@ std::vector<StoryBlock> AtomReader::Blocks(const Node& container) const {
 }
 
 void AtomReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& blocks) const {
+    const auto add = [&](StoryBlock block) {
+        if (with_texts)
+            AddBlock(std::move(block), blocks);
+        else
+            blocks.push_back(std::move(block));
+    };
     for (const Node& child : container.children()) {
         const std::string_view name = LocalName(child);
         if (name == "p")
-            AddBlock(Paragraph(child), blocks);
+            add(Paragraph(child));
         else if (name == "tbl")
-            AddBlock({child, true, BlockText(DocxTextOf(child)), {}}, blocks);
+            add(Table(child));
         else if (IsBlockWrapper(name))
             CollectBlocks(child, blocks);
     }
@@ -263,6 +288,12 @@ std::string PictureForm(const Node& drawing, const RelationForm& relation) {
 
 }  // namespace
 
+StoryBlock AtomReader::Table(const Node& node) const {
+    if (!with_texts)
+        return {node, true, {}, {}};
+    return {node, true, BlockText(DocxTextOf(node)), {}, GridOf(node)};
+}
+
 StoryBlock AtomReader::Paragraph(const Node& node) const {
     StoryBlock block{node, false, {}, {}};
     AtomCollector(*this, block).Read(node);
@@ -288,6 +319,18 @@ std::vector<Node> BoxesIn(const Node& node) {
     std::vector<Node> boxes;
     CollectBoxes(node, boxes, 0);
     return boxes;
+}
+
+std::string GridOf(const Node& table) {
+    std::string grid;
+    VisitElements(table, [&grid](const Node& node) {
+        const std::string_view name = LocalName(node);
+        if (name == "tr" || name == "table-row")
+            grid += 'r';
+        else if (name == "tc" || name == "table-cell")
+            grid += 'c';
+    });
+    return grid;
 }
 
 std::u16string DocxTextOf(const Node& node) {

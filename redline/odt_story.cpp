@@ -135,7 +135,7 @@ void OdtReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& bl
         if (IsOdtParagraph(name))
             AddBlock(Paragraph(child), blocks);
         else if (name == "table")
-            AddBlock({child, true, BlockText(OdtTextOf(child)), {}}, blocks);
+            AddBlock({child, true, BlockText(OdtTextOf(child)), {}, GridOf(child)}, blocks);
         else if (IsOdtBlockWrapper(name) && depth < kMaxDepth)
             CollectBlocks(child, blocks, depth + 1);
     }
