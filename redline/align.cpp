@@ -4,9 +4,9 @@
 #include <memory>
 #include <set>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/surrogates.h"
 #include "compare/engine/compare_texts.h"
-#include "redline/xml_tools.h"
 
 namespace zorvane {
 namespace {
@@ -16,7 +16,7 @@ using SharedText = std::shared_ptr<const std::u16string>;
 SharedText Joined(const std::vector<std::u16string>& lines) {
     auto text = std::make_shared<std::u16string>();
     for (const std::u16string& line : lines)
-        text->append(&line == &lines.front() ? u"" : kBlockBreak).append(line);
+        text->append(&line == &lines.front() ? u"" : kBreak).append(line);
     return text;
 }
 
@@ -32,7 +32,7 @@ Result<Comparison> Compared(const PerSide<SharedText>& texts, bool words, RunWat
 
 // Where the unit of text ends that begins at `at`: a word, an object, a break, or one letter.
 std::size_t UnitEnd(std::u16string_view text, std::size_t at) {
-    if (text.substr(at, 2) == kBlockBreak || (IsHighSurrogate(text[at]) && at + 1 < text.size()))
+    if (text.substr(at, 2) == kBreak || (IsHighSurrogate(text[at]) && at + 1 < text.size()))
         return at + 2;
     const auto in_word = [&text](std::size_t place) {
         const char16_t unit = text[place];
@@ -122,7 +122,7 @@ std::u16string TextOfBlocks(const std::vector<StoryBlock>& blocks,
                             const std::vector<std::size_t>& chosen) {
     std::u16string text;
     for (const std::size_t index : chosen)
-        text.append(text.empty() && index == chosen.front() ? u"" : kBlockBreak)
+        text.append(text.empty() && index == chosen.front() ? u"" : kBreak)
             .append(blocks[index].text.View());
     return text;
 }
@@ -152,19 +152,6 @@ std::vector<std::size_t> Range(std::int32_t first, std::int32_t count) {
 bool AnyTable(const std::vector<StoryBlock>& blocks, const std::vector<std::size_t>& chosen) {
     return std::any_of(chosen.begin(), chosen.end(),
                        [&blocks](std::size_t index) { return blocks[index].is_table; });
-}
-
-// Its rows and cells, those of tables inside of it among them, in whatever format.
-std::string GridOf(const pugi::xml_node& table) {
-    std::string grid;
-    VisitElements(table, [&grid](const pugi::xml_node& node) {
-        const std::string_view name = LocalName(node);
-        if (name == "tr" || name == "table-row")
-            grid += 'r';
-        else if (name == "tc" || name == "table-cell")
-            grid += 'c';
-    });
-    return grid;
 }
 
 class GroupBuilder {
@@ -257,7 +244,7 @@ class GroupBuilder {
     bool Alike(std::size_t original, std::size_t modified, bool in_step) const {
         if (!original_[original].is_table || !modified_[modified].is_table)
             return false;
-        if (in_step && GridOf(original_[original].node) == GridOf(modified_[modified].node))
+        if (in_step && original_[original].grid == modified_[modified].grid)
             return true;
         const auto old_units = UnitsOf(original_[original].text.View());
         const auto new_units = UnitsOf(modified_[modified].text.View());
@@ -344,6 +331,14 @@ std::vector<BlockGroup> AlignBlocks(const std::vector<StoryBlock>& original,
                 builder.Apart(o, m);
         });
     return builder.Take();
+}
+
+void TextsAlone::Align(RunWatcher* watcher) {
+    groups = AlignBlocks(blocks.original, blocks.modified, watcher);
+    for (std::vector<StoryBlock>* side : {&blocks.original, &blocks.modified}) {
+        for (StoryBlock& block : *side)
+            block.text.LetGo();
+    }
 }
 
 std::vector<std::pair<std::size_t, std::size_t>> AlignLines(

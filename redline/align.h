@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/base/run_watcher.h"
+#include "common/base/side.h"
 #include "redline/atoms.h"
 
 namespace zorvane {
@@ -35,6 +36,15 @@ struct BlockGroup {
 /// In order; what stands on one side only between two kept groups is one group.
 std::vector<BlockGroup> AlignBlocks(const std::vector<StoryBlock>& original,
                                     const std::vector<StoryBlock>& modified, RunWatcher* watcher);
+
+/// Blocks of two containers whose trees are gone.
+struct TextsAlone {
+    PerSide<std::vector<StoryBlock>> blocks;  ///< without atoms
+    std::vector<BlockGroup> groups{};         ///< once they are aligned
+
+    /// Lets go of the texts, too.
+    void Align(RunWatcher* watcher);
+};
 
 /// Partners of rows, or of anything that is told apart by a line of text: pairs of indexes that
 /// ascend on both sides.

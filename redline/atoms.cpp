@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <xxhash.h>
 
+#include "common/base/paragraph_break.h"
 #include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
+#include "redline/node_kinds.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
@@ -20,13 +23,6 @@ constexpr std::array<std::string_view, 12> kMarkers{
 
 bool IsMarker(std::string_view name) {
     return std::find(kMarkers.begin(), kMarkers.end(), name) != kMarkers.end();
-}
-
-// Text that takes part letter by letter: what a key or a paragraph's end is made of is not.
-bool IsPlain(std::u16string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char16_t unit) {
-        return unit != u'\r' && (unit < 0xDBC0 || unit > 0xDBFF);
-    });
 }
 
 std::string FieldMarkOf(const AtomPart& part) {
@@ -77,7 +73,7 @@ class AtomCollector {
     void Collect(const Node& parent, int depth) {
         for (const Node& child : parent.children()) {
             const std::string_view name = LocalName(child);
-            if (child.type() != pugi::node_element || name.ends_with("Pr"))
+            if (!IsElement(child) || name.ends_with("Pr"))
                 continue;
             if (name == "r")
                 CollectRun(child);
@@ -98,7 +94,7 @@ class AtomCollector {
 
     void CollectRun(const Node& run) {
         for (const Node& child : run.children()) {
-            if (child.type() == pugi::node_element && !Is(child, "rPr"))
+            if (IsElement(child) && !Is(child, "rPr"))
                 parts_.push_back({run, child});
         }
     }
@@ -156,7 +152,7 @@ class AtomCollector {
     void TakeText(const AtomPart& part) {
         const std::string utf8 = part.node.text().get();
         const std::u16string text = ToUtf16(utf8);
-        if (IsPlain(text))
+        if (IsPlainText(text))
             Put(AtomKind::Text, {part}, text);
         else
             Put(AtomKind::Object, {part}, reader_.keys.KeyOf("text:" + utf8));
@@ -166,7 +162,10 @@ class AtomCollector {
         std::string link = LinkAround(parts.front().run ? parts.front().run : parts.front().node);
         block_.atoms.push_back(
             {kind, std::move(parts), block_.text.size(), text.size(), std::move(link)});
-        block_.text += text;
+        if (reader_.with_texts)
+            block_.text += text;
+        else
+            block_.text.Pass(text.size());
     }
 
     std::string LinkAround(const Node& element) const {
@@ -196,6 +195,26 @@ std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std
     return atom;
 }
 
+BlockText::Digest BlockText::Told() const {
+    if (digest_)
+        return *digest_;
+    const std::u16string_view text = View();
+    const XXH128_hash_t hash = XXH3_128bits(text.data(), text.size() * sizeof(char16_t));
+    const auto blanks = std::count(text.begin(), text.end(), u' ');
+    return {hash.high64, hash.low64, static_cast<std::uint64_t>(blanks)};
+}
+
+void BlockText::LetGo() {
+    digest_ = Told();
+    own_ = {};
+    shared_.reset();
+}
+
+bool HoldsLink(const StoryBlock& block) {
+    return std::any_of(block.atoms.begin(), block.atoms.end(),
+                       [](const Atom& atom) { return !atom.link.empty(); });
+}
+
 std::u16string ObjectKeys::KeyOf(const std::string& form) {
     // The last plane of private use, whose signs no font and so no text has.
     constexpr char32_t kFirst = 0x100000;
@@ -207,11 +226,17 @@ std::u16string ObjectKeys::KeyOf(const std::string& form) {
             static_cast<char16_t>(0xDC00 + (rest & 0x3FFU))};
 }
 
+bool IsPlainText(std::u16string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char16_t unit) {
+        return unit != u'\r' && (unit < 0xDBC0 || unit > 0xDBFF);
+    });
+}
+
 void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks) {
     const bool first = blocks.empty();
     auto text = first ? std::make_shared<std::u16string>() : blocks.back().text.Shared();
     if (!first)
-        text->append(kBlockBreak);
+        text->append(kBreak);
     block.text.MoveInto(std::move(text));
     blocks.push_back(std::move(block));
 }
@@ -223,12 +248,18 @@ std::vector<StoryBlock> AtomReader::Blocks(const Node& container) const {
 }
 
 void AtomReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& blocks) const {
+    const auto add = [&](StoryBlock block) {
+        if (with_texts)
+            AddBlock(std::move(block), blocks);
+        else
+            blocks.push_back(std::move(block));
+    };
     for (const Node& child : container.children()) {
         const std::string_view name = LocalName(child);
         if (name == "p")
-            AddBlock(Paragraph(child), blocks);
+            add(Paragraph(child));
         else if (name == "tbl")
-            AddBlock({child, true, BlockText(PlainTextOf(child)), {}}, blocks);
+            add(Table(child));
         else if (IsBlockWrapper(name))
             CollectBlocks(child, blocks);
     }
@@ -257,6 +288,12 @@ std::string PictureForm(const Node& drawing, const RelationForm& relation) {
 
 }  // namespace
 
+StoryBlock AtomReader::Table(const Node& node) const {
+    if (!with_texts)
+        return {node, true, {}, {}};
+    return {node, true, BlockText(DocxTextOf(node)), {}, GridOf(node)};
+}
+
 StoryBlock AtomReader::Paragraph(const Node& node) const {
     StoryBlock block{node, false, {}, {}};
     AtomCollector(*this, block).Read(node);
@@ -284,7 +321,19 @@ std::vector<Node> BoxesIn(const Node& node) {
     return boxes;
 }
 
-std::u16string PlainTextOf(const Node& node) {
+std::string GridOf(const Node& table) {
+    std::string grid;
+    VisitElements(table, [&grid](const Node& node) {
+        const std::string_view name = LocalName(node);
+        if (name == "tr" || name == "table-row")
+            grid += 'r';
+        else if (name == "tc" || name == "table-cell")
+            grid += 'c';
+    });
+    return grid;
+}
+
+std::u16string DocxTextOf(const Node& node) {
     std::string text;
     CollectText(node, text, 0);
     return ToUtf16(text);

@@ -2,9 +2,11 @@
 // notes, boxes) with the elements that they stand in. One walk serves both sides.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -43,37 +45,49 @@ inline bool HoldsStory(const Atom& atom) {
     return atom.kind == AtomKind::Note || atom.kind == AtomKind::Box;
 }
 
-/// What stands between two blocks' texts.
-inline constexpr std::u16string_view kBlockBreak = u"\r\n";
-
 /// The text of a block: its own while it is read, then a stretch of the one that all blocks of a
 /// container share, so that there is never a second copy of a document's text.
 class BlockText {
   public:
+    /// Two equal texts have one digest; others hardly ever.
+    struct Digest {
+        std::uint64_t high = 0;
+        std::uint64_t low = 0;
+        std::uint64_t blanks = 0;
+        friend auto operator<=>(const Digest&, const Digest&) = default;
+    };
+
     BlockText() = default;
-    explicit BlockText(std::u16string own) : own_(std::move(own)) {}
+    explicit BlockText(std::u16string own) : own_(std::move(own)), size_(own_.size()) {}
+    /// Nothing any more behind `LetGo`.
     std::u16string_view View() const {
         return shared_ ? std::u16string_view(*shared_).substr(begin_, size_) : own_;
     }
-    std::size_t size() const { return shared_ ? size_ : own_.size(); }
+    std::size_t size() const { return size_; }
     BlockText& operator+=(std::u16string_view more) {
         own_ += more;
+        size_ += more.size();
         return *this;
     }
+    /// Text that is counted alone.
+    void Pass(std::size_t units) { size_ += units; }
     /// From then on nothing can be added.
     void MoveInto(std::shared_ptr<std::u16string> shared) {
         begin_ = shared->size();
-        size_ = own_.size();
         shared->append(std::exchange(own_, {}));
         shared_ = std::move(shared);
     }
     const std::shared_ptr<std::u16string>& Shared() const { return shared_; }
+    Digest Told() const;
+    /// Size and digest stay.
+    void LetGo();
 
   private:
     std::u16string own_;
     std::shared_ptr<std::u16string> shared_;
     std::size_t begin_ = 0;
     std::size_t size_ = 0;
+    std::optional<Digest> digest_;  // of a text that is gone
 };
 
 /// A paragraph, or a table. A table's text only serves to find its partner.
@@ -82,7 +96,10 @@ struct StoryBlock {
     bool is_table = false;
     BlockText text;
     std::vector<Atom> atoms;
+    std::string grid{};  ///< of a table
 };
+
+bool HoldsLink(const StoryBlock& block);
 
 /// Puts a block behind the others of its container.
 void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks);
@@ -100,16 +117,21 @@ class ObjectKeys {
     std::map<std::string, char32_t> keys_;
 };
 
+/// Whether it takes part letter by letter: what keys and ends of paragraphs are made of does not.
+bool IsPlainText(std::u16string_view text);
+
 /// How an object is recognised in the other document: its relationships by what they lead to.
 using RelationForm = std::function<std::string(const std::string& id)>;
 
 struct AtomReader {
     ObjectKeys& keys;
     RelationForm relation;
+    bool with_texts = true;  ///< without, sizes alone
 
     /// The blocks of a container, those in block controls among them.
     std::vector<StoryBlock> Blocks(const pugi::xml_node& container) const;
     StoryBlock Paragraph(const pugi::xml_node& node) const;
+    StoryBlock Table(const pugi::xml_node& node) const;
     void CollectBlocks(const pugi::xml_node& container, std::vector<StoryBlock>& blocks) const;
     /// An object's form, without what says nothing (ids, names of parts).
     std::string FormOf(const pugi::xml_node& node) const;
@@ -117,7 +139,9 @@ struct AtomReader {
 
 /// Elements below `node` that hold blocks of a text box, in order; not those of inner boxes.
 std::vector<pugi::xml_node> BoxesIn(const pugi::xml_node& node);
+/// A table's rows and cells, those of tables inside of it among them, in whatever format.
+std::string GridOf(const pugi::xml_node& table);
 /// All letters below, with a blank between paragraphs.
-std::u16string PlainTextOf(const pugi::xml_node& node);
+std::u16string DocxTextOf(const pugi::xml_node& node);
 
 }  // namespace zorvane

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
+#include "redline/freed_memory.h"
 #include "redline/header_pairs.h"
 #include "redline/note_parts.h"
 #include "redline/resolve.h"
@@ -31,8 +33,7 @@ std::vector<std::string> StoryParts(WordPackage& package) {
 bool HoldsTracking(const Node& root) {
     bool found = false;
     VisitElements(root, [&found](const Node& node) {
-        const std::string_view name = LocalName(node);
-        found = found || (IsTracking(name) && name != "tblGridChange");
+        found = found || (IsTracking(node) && !Is(node, "tblGridChange"));
     });
     return found;
 }
@@ -97,6 +98,7 @@ class DocxRedline {
           marks_(request.author, request.date, FirstId(modified, request.id_prefix)),
           looks_(importer_),
           state_{original, modified, importer_, marks_, watcher},
+          large_texts_(request.large_texts),
           written_(written) {
         if (request.track_formatting)
             state_.looks = &looks_;
@@ -115,6 +117,7 @@ class DocxRedline {
                                   "the two documents name different things alike");
         written_.counts = marks_.Counts();
         Tell();
+        original_ = {};  // its trees are as large as what is written now
         std::optional<std::string> bytes = modified_.Save();
         if (!bytes)
             return ReadEnd::Fault(ReadError::TooLarge, "no memory for the package");
@@ -130,10 +133,32 @@ class DocxRedline {
 
     void MergePart(const std::string& original, const std::string& modified) {
         const RedlineCounts before = marks_.Counts();
-        StoryWriter(state_, {original, modified})
-            .Merge(Holder(original_.Tree(original)), Holder(modified_.Tree(modified)));
+        StoryWriter writer(state_, {original, modified});
+        std::optional<TextsAlone> ahead = AlignAhead(original, modified);
+        if (ahead) {
+            ahead->Align(state_.watcher);
+            ReturnFreedMemory();
+        }
+        const Node old_holder = Holder(original_.Tree(original));
+        const Node new_holder = Holder(modified_.Tree(modified));
+        writer.Merge(old_holder, new_holder, std::move(ahead));
         if (marks_.Counts() != before)
             Changed(original, modified);
+    }
+
+    // Nothing for what is not large, and for a tree that was changed: it cannot be read again.
+    std::optional<TextsAlone> AlignAhead(const std::string& original, const std::string& modified) {
+        if (original != original_.MainPart() || original_.IsEdited(original) ||
+            modified_.IsEdited(modified) ||
+            original_.Size(original) + modified_.Size(modified) < large_texts_)
+            return std::nullopt;
+        const StoryWriter writer(state_, {original, modified});
+        TextsAlone texts;
+        texts.blocks.original = writer.Texts(Holder(original_.Tree(original)), Side::Original);
+        original_.Forget(original);
+        texts.blocks.modified = writer.Texts(Holder(modified_.Tree(modified)), Side::Modified);
+        modified_.Forget(modified);
+        return texts;
     }
 
     void Changed(const std::string& original, const std::string& modified) {
@@ -194,6 +219,7 @@ class DocxRedline {
     RevisionMarks marks_;
     FormerLooks looks_;
     RedlineState state_;
+    std::size_t large_texts_;
     WrittenRedline& written_;
     std::vector<PartPair> changed_;
     std::int32_t frames_left_ = 0;

@@ -20,6 +20,9 @@ struct RedlineRequest {
     std::int32_t id_prefix = 0;     ///< ids of revisions begin with these digits; 0: no matter
     bool track_formatting = false;  ///< looks of text that stays, too
     bool keep_tracked = false;      ///< refuses documents that hold tracked changes
+    /// From that many bytes of both texts on they are compared without their trees in memory,
+    /// which are read twice then. The redline is the same.
+    std::size_t large_texts = std::size_t{2} << 20U;
 };
 
 /// A redline, and what its writer knows of it.

@@ -16,7 +16,7 @@ std::string FormOf(const Node& properties) {
     for (const Node& child : properties.children()) {
         const std::string_view name = LocalName(child);
         const bool of_end = name == "rPr" || name == "sectPr";
-        if (!IsTracking(name) && !(of_end && Is(properties, "pPr")))
+        if (!IsTracking(child) && !(of_end && Is(properties, "pPr")))
             parts.insert(CanonicalXml(child));
     }
     std::string form;

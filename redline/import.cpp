@@ -68,63 +68,6 @@ bool IsRelationAttribute(std::string_view name) {
     return name.starts_with("r:") || name == "o:relid";
 }
 
-constexpr std::string_view kDiagram = "diagramData";
-constexpr const char* kDrawingId = "relId";
-
-// Where a diagram's data names the drawing that readers show: by an id of the story it stands in,
-// not one of its own part.
-Node DrawingName(const Node& data) {
-    Node found;
-    VisitElements(data, [&found](const Node& node) {
-        if (Is(node, "dataModelExt"))
-            found = node;
-    });
-    return found;
-}
-
-std::string DigestOf(std::string_view bytes) {
-    return std::to_string(bytes.size()) + ":" +
-           std::to_string(std::hash<std::string_view>()(bytes));
-}
-
-// What a relationship of `owner` leads to, and all that this leads to in turn.
-std::string FormOfParts(WordPackage& package, const std::string& owner,
-                        const PartRelation& relation) {
-    std::vector<PartRelation> open{relation};
-    std::set<std::string> seen;
-    std::multiset<std::string> forms;
-    while (!open.empty()) {
-        const PartRelation at = std::move(open.back());
-        open.pop_back();
-        const std::string kind(KindOf(at));
-        if (at.external || !seen.insert(at.part).second) {
-            forms.insert(kind + ">" + at.target);
-            continue;
-        }
-        for (PartRelation& inner : package.Relations(at.part))
-            open.push_back(std::move(inner));
-        if (kind != kDiagram) {
-            forms.insert(kind + ":" + DigestOf(package.Bytes(at.part)));
-            continue;
-        }
-        const Node data = package.Tree(at.part);
-        const std::string_view drawing = Attribute(DrawingName(data), kDrawingId);
-        for (PartRelation& shown : package.Relations(owner)) {
-            if (shown.id == drawing)
-                open.push_back(std::move(shown));
-        }
-        const auto without_id = [](const Node&, const pugi::xml_attribute& attribute,
-                                   std::string&) {
-            return std::string_view(attribute.name()) != kDrawingId;
-        };
-        forms.insert(kind + ":" + DigestOf(CanonicalXml(data, without_id)));
-    }
-    std::string form;
-    for (const std::string& one : forms)
-        form += one + "|";
-    return form;
-}
-
 }  // namespace
 
 void Importer::Adapt(Node copy, const PartPair& parts) {
@@ -280,15 +223,6 @@ std::string Importer::AddAbstractList(const Node& abstract, Node lists) {
     return id;
 }
 
-std::string Importer::FormOfRelation(WordPackage& package, const std::string& part,
-                                     const std::string& id) {
-    for (const PartRelation& relation : package.Relations(part)) {
-        if (relation.id == id)
-            return FormOfParts(package, part, relation);
-    }
-    return id;
-}
-
 std::string Importer::RelationFor(const std::string& id, const PartPair& parts) {
     const auto key = std::make_pair(parts, id);
     if (const auto found = relations_.find(key); found != relations_.end())
@@ -299,17 +233,15 @@ std::string Importer::RelationFor(const std::string& id, const PartPair& parts) 
     if (old == old_relations.end())
         return relations_[key] = id;
     PartRelation wanted = *old;
-    const std::string form = FormOfParts(original_, parts.original, wanted);
-    for (const PartRelation& there : modified_.Relations(parts.modified)) {
-        const bool same = there.external == wanted.external && KindOf(there) == KindOf(wanted) &&
-                          FormOfParts(modified_, parts.modified, there) == form;
-        if (same)
-            return relations_[key] = there.id;
-    }
+    const std::string_view kind = KindOf(wanted);
+    const std::string form = forms_.original.Of(parts.original, id);
+    if (std::string there = forms_.modified.IdOf(parts.modified, kind, form); !there.empty())
+        return relations_[key] = std::move(there);
     if (!wanted.external)
         wanted.part = CopyPart(wanted.part);
     relations_[key] = modified_.AddRelation(parts.modified, wanted);
-    if (KindOf(wanted) == kDiagram) {
+    forms_.modified.Tell(parts.modified, kind, form, relations_[key]);
+    if (kind == kDiagram) {
         if (const Node name = DrawingName(modified_.Edit(wanted.part)))
             SetAttribute(name, kDrawingId,
                          RelationFor(std::string(Attribute(name, kDrawingId)), parts));

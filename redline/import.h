@@ -7,6 +7,8 @@
 #include <set>
 #include <string>
 
+#include "common/base/side.h"
+#include "redline/part_forms.h"
 #include "redline/word_package.h"
 
 namespace zorvane {
@@ -28,7 +30,9 @@ struct LeftBehind {
 class Importer {
   public:
     Importer(WordPackage& original, WordPackage& modified)
-        : original_(original), modified_(modified) {}
+        : original_(original),
+          modified_(modified),
+          forms_{PartForms(original), PartForms(modified)} {}
 
     /// `copy`, which stands in `parts.modified` already, was taken from `parts.original`. Its
     /// styles, lists, relationships and ids become the Modified's; what only the Original knows
@@ -41,9 +45,8 @@ class Importer {
     /// deleted from the list goes on counting in the Modified's, whatever id that has.
     void PairLists(const pugi::xml_node& original, const pugi::xml_node& modified);
     std::string RelationFor(const std::string& id, const PartPair& parts);
-    /// What an object's relationship leads to, the same in both packages.
-    static std::string FormOfRelation(WordPackage& package, const std::string& part,
-                                      const std::string& id);
+    /// What relationships lead to.
+    PartForms& Forms(Side side) { return forms_[side]; }
     const LeftBehind& Left() const { return left_; }
     LeftBehind& Left() { return left_; }
 
@@ -56,6 +59,7 @@ class Importer {
 
     WordPackage& original_;
     WordPackage& modified_;
+    PerSide<PartForms> forms_;
     std::map<std::string, std::string> styles_;
     std::map<std::string, std::string> lists_;
     std::set<std::pair<std::string, std::string>> lists_compared_;

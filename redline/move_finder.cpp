@@ -22,9 +22,7 @@ bool IsWhole(const std::vector<PlanToken>& tokens, std::size_t at) {
 
 // Text alone: what holds stories of its own is left where it is.
 bool MayMove(const StoryBlock& block) {
-    const std::u16string_view text = block.text.View();
-    return std::count(text.begin(), text.end(), u' ') >=
-               static_cast<std::ptrdiff_t>(kFewestBlanks) &&
+    return block.text.Told().blanks >= kFewestBlanks &&
            std::none_of(block.atoms.begin(), block.atoms.end(), HoldsStory);
 }
 
@@ -36,7 +34,7 @@ struct Places {
     bool AreOneMove() const { return deleted.size() == 1 && inserted.size() == 1; }
 };
 
-using PlacesByText = std::map<std::u16string_view, Places>;
+using PlacesByText = std::map<BlockText::Digest, Places>;
 
 PlacesByText PlacesOf(const Plan& plan, const std::vector<StoryBlock>& original,
                       const std::vector<StoryBlock>& modified) {
@@ -49,7 +47,7 @@ PlacesByText PlacesOf(const Plan& plan, const std::vector<StoryBlock>& original,
         const StoryBlock& block = deleted ? original[token.original] : modified[token.modified];
         if (token.length != block.text.size() || !MayMove(block))
             continue;
-        Places& place = places[block.text.View()];
+        Places& place = places[block.text.Told()];
         (deleted ? place.deleted : place.inserted).push_back(i);
     }
     return places;

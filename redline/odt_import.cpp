@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "redline/verify.h"
+#include "redline/part_forms.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
@@ -243,13 +243,16 @@ std::string OdtImporter::TrackedRowStyle(const std::string& like, const std::str
 
 // ---- pictures and objects ----
 
-std::string OdtImporter::FormOf(WordPackage& package, const std::string& address) {
+std::string OdtImporter::FormOf(Side side, const std::string& address) {
+    WordPackage& package = side == Side::Original ? original_ : modified_;
     const std::string part = PartOf(package, address);
     if (part.empty())
         return address;
-    std::string form;
+    std::string& form = forms_[side][part];
+    if (!form.empty())
+        return form;
     for (const std::string& name : PartsOf(package, part))
-        form += name.substr(part.size()) + "=" + HexDigest(package.Bytes(name)) + ";";
+        form += name.substr(part.size()) + "=" + ContentDigest(package.Bytes(name)) + ";";
     return form;
 }
 
@@ -258,7 +261,7 @@ std::string OdtImporter::MappedAddress(const std::string& address) {
     const std::string part = PartOf(original_, address);
     if (!is_new || part.empty())
         return place->second;
-    if (FormOf(original_, address) == FormOf(modified_, address))
+    if (FormOf(Side::Original, address) == FormOf(Side::Modified, address))
         return address;
     std::string fresh = part;
     for (int number = 2; !PartsOf(modified_, fresh).empty(); ++number) {

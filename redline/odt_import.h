@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/base/side.h"
 #include "redline/word_package.h"
 
 namespace zorvane {
@@ -24,7 +25,7 @@ class OdtImporter {
     /// The name of a row style like the one given whose rows go away with their text.
     std::string TrackedRowStyle(const std::string& like, const std::string& part);
     /// What an address leads to: bytes by their hash, or the address.
-    static std::string FormOf(WordPackage& package, const std::string& address);
+    std::string FormOf(Side side, const std::string& address);
 
   private:
     using Node = pugi::xml_node;
@@ -40,6 +41,7 @@ class OdtImporter {
 
     WordPackage& original_;
     WordPackage& modified_;
+    PerSide<std::map<std::string, std::string>> forms_;  // of parts, which nobody edits
     std::map<std::pair<std::string, StyleKey>, std::string> styles_;
     std::map<std::string, std::string> addresses_;
     std::map<std::string, std::string> row_styles_;

@@ -2,6 +2,7 @@
 #include <map>
 
 #include "load/readers/container/crypto_tools.h"
+#include "redline/node_kinds.h"
 #include "redline/odt_resolve.h"
 #include "redline/odt_verify.h"
 #include "redline/verify_spelling.h"
@@ -72,7 +73,7 @@ class OdtReading {
                 int depth) {
         for (const Node& child : parent.children()) {
             const std::string_view name = LocalName(child);
-            if (depth > kMaxDepth || child.type() != pugi::node_element)
+            if (depth > kMaxDepth || !IsElement(child))
                 continue;
             if (name == "p" || name == "h")
                 Paragraph(child, around, lines, depth);
@@ -136,14 +137,14 @@ class OdtReading {
             const std::string_view name = LocalName(child);
             ReadPiece piece = around;
             piece.look = Joined(look);
-            if (child.type() == pugi::node_pcdata) {
+            if (IsCharacters(child)) {
                 piece.text = child.value();
             } else if (IsOdtWrapper(name) && depth < kMaxDepth) {
                 Wrapper(child, piece, look, pieces, depth);
                 continue;
             } else if (name == "s" || name == "tab") {
                 piece.text = name == "s" ? " " : "\t";
-            } else if (child.type() == pugi::node_element && !IsOdtMarker(name)) {
+            } else if (IsElement(child) && !IsOdtMarker(name)) {
                 piece.text = ObjectText(child, depth);
                 piece.look.clear();
             }
@@ -184,11 +185,11 @@ class OdtReading {
 
     // Names and ids are made anew by every program.
     static bool SaysWhatIsShown(std::string_view attribute) {
-        return attribute.find("name") == std::string_view::npos && !attribute.ends_with("id") &&
+        return attribute != "draw:name" && attribute != "office:name" &&
+               !attribute.ends_with("style-name") && !attribute.ends_with("id") &&
                !attribute.ends_with("z-index") && !attribute.ends_with("mime-type");
     }
 
-    static bool IsElement(const Node& node) { return node.type() == pugi::node_element; }
     static bool HoldsLines(const Node& node) {
         return Is(node, "note-body") || Is(node, "text-box");
     }

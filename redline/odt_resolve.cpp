@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "redline/node_kinds.h"
+
 namespace zorvane {
 namespace {
 
@@ -17,13 +19,6 @@ constexpr std::array<std::string_view, 14> kOdtMarkers{
     "reference-mark-end", "toc-mark-start", "toc-mark-end", "alphabetical-index-mark-start",
     "soft-page-break",    "change",         "change-start", "change-end",
     "annotation",         "annotation-end"};
-
-bool IsTag(const Node& node) {
-    return node.type() == pugi::node_element;
-}
-bool IsTextNode(const Node& node) {
-    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
-}
 
 Node ParagraphAround(Node node) {
     for (node = node.parent(); node && !IsOdtParagraph(LocalName(node));)
@@ -42,7 +37,7 @@ struct RowContent {
 void LookInto(const Node& node, bool in_paragraph, RowContent& content, int depth) {
     for (const Node& child : node.children()) {
         const std::string_view name = LocalName(child);
-        if (IsTextNode(child))
+        if (IsCharacters(child))
             content.text = content.text || in_paragraph;
         else if (name == "change")
             content.deletion = true;
@@ -127,7 +122,7 @@ class OdtResolver {
         const std::string_view name = LocalName(node);
         if (name.starts_with("change") || (IsTrackedRow(node) && RowGoes(node)))
             return true;
-        if (!IsTag(node) || name == "tracked-changes")
+        if (!IsElement(node) || name == "tracked-changes")
             return false;
         Strip(node, depth + 1);
         return name == "table" && !HasRows(node);
@@ -159,10 +154,10 @@ class OdtResolver {
             parent.remove_child(child);
         } else if (IsOdtParagraph(name)) {
             TakeParagraph(child, depth);
-        } else if (inside_ && (IsTextNode(child) || name == "table" || paragraph_) &&
+        } else if (inside_ && (IsCharacters(child) || name == "table" || paragraph_) &&
                    !IsOdtWrapper(name)) {
             parent.remove_child(child);
-        } else if (IsTag(child)) {
+        } else if (IsElement(child)) {
             TakeElement(parent, child, depth);
         }
     }
@@ -236,7 +231,7 @@ class OdtResolver {
         for (const Node& child : parent.children()) {
             if (Is(child, "change"))
                 changes.push_back(child);
-            else if (IsTag(child) && !Is(child, "tracked-changes") && depth < kMaxDepth)
+            else if (IsElement(child) && !Is(child, "tracked-changes") && depth < kMaxDepth)
                 Collect(child, changes, depth + 1);
         }
     }
@@ -244,7 +239,7 @@ class OdtResolver {
     static std::vector<Node> BlocksOf(const Node& deletion) {
         std::vector<Node> blocks;
         for (const Node& child : deletion.children()) {
-            if (IsTag(child) && !Is(child, "change-info"))
+            if (IsElement(child) && !Is(child, "change-info"))
                 blocks.push_back(child);
         }
         return blocks;
@@ -301,7 +296,7 @@ class OdtResolver {
     void Trace(Node node, int depth) {
         if (!IsOdtParagraph(LocalName(node))) {
             for (const Node& child : node.children()) {
-                if (IsTag(child) && depth < kMaxDepth)
+                if (IsElement(child) && depth < kMaxDepth)
                     Trace(child, depth + 1);
             }
             return;

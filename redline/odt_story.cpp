@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/text_encoding.h"
+#include "redline/node_kinds.h"
 #include "redline/odt_resolve.h"
 #include "redline/xml_tools.h"
 
@@ -12,20 +13,6 @@ namespace {
 using Node = pugi::xml_node;
 
 constexpr std::size_t kKeyLength = 2;  // of `ObjectKeys::KeyOf`, in UTF-16 units
-
-bool IsElement(const Node& node) {
-    return node.type() == pugi::node_element;
-}
-bool IsCharacters(const Node& node) {
-    return node.type() == pugi::node_pcdata;
-}
-
-// Characters that keys and ends of paragraphs are made of count as objects.
-bool IsPlainText(std::u16string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char16_t unit) {
-        return unit != u'\r' && (unit < 0xDBC0 || unit > 0xDBFF);
-    });
-}
 
 // What holds blocks and shows nothing but a label itself.
 bool IsOdtBlockWrapper(std::string_view name) {
@@ -148,7 +135,7 @@ void OdtReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& bl
         if (IsOdtParagraph(name))
             AddBlock(Paragraph(child), blocks);
         else if (name == "table")
-            AddBlock({child, true, BlockText(OdtTextOf(child)), {}}, blocks);
+            AddBlock({child, true, BlockText(OdtTextOf(child)), {}, GridOf(child)}, blocks);
         else if (IsOdtBlockWrapper(name) && depth < kMaxDepth)
             CollectBlocks(child, blocks, depth + 1);
     }

@@ -2,6 +2,7 @@
 #include <map>
 #include <set>
 
+#include "redline/node_kinds.h"
 #include "redline/odt_resolve.h"
 #include "redline/odt_verify.h"
 
@@ -59,7 +60,7 @@ class OdtFile {
         if (deleted)
             CheckNames(node);
         for (const Node& child : node.children()) {
-            if (child.type() == pugi::node_element && depth < kMaxDepth)
+            if (IsElement(child) && depth < kMaxDepth)
                 Visit(child, deleted || name == "tracked-changes", depth + 1);
         }
     }
@@ -74,6 +75,9 @@ class OdtFile {
             if (!known.kind.empty() || std::string_view(region.attribute("xml:id").value()) !=
                                            region.attribute("text:id").value())
                 Fail("a change without an id of its own");
+            const Node info = Child(change, "change-info");
+            if (!Child(info, "creator") || !Child(info, "date"))
+                Fail("a change without an author");
             known.kind = LocalName(change);
             known.story = list.parent();
         }
@@ -126,7 +130,7 @@ class OdtFile {
             const std::string_view name = LocalName(child);
             deletion = deletion || name == "change";
             insertion = insertion || name == "change-start";
-            text = text || (in_paragraph && child.type() == pugi::node_pcdata);
+            text = text || (in_paragraph && IsCharacters(child));
             RowContent(child, in_paragraph || IsOdtParagraph(name), deletion, insertion, text);
         }
     }

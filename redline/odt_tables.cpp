@@ -2,6 +2,7 @@
 // text of the row is marked, and the row's style tells that it goes away with its text.
 #include <algorithm>
 
+#include "redline/node_kinds.h"
 #include "redline/odt_resolve.h"
 #include "redline/odt_writer.h"
 #include "redline/row_weaver.h"
@@ -12,7 +13,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-std::string ShapeOf(const Node& row) {
+std::string OdtRowShapeOf(const Node& row) {
     std::string shape;
     for (const Node& cell : OdtCellsOf(row))
         shape.append("|")
@@ -46,7 +47,8 @@ void OdtWriter::MergeTable(const Node& original, Node modified) {
         return;
     }
     state_.rows_twice += WeaveRows(
-        {OdtRowsOf(original), OdtRowsOf(modified)}, modified, {OdtCellsOf, OdtTextOf, ShapeOf},
+        {OdtRowsOf(original), OdtRowsOf(modified)}, modified,
+        {OdtCellsOf, OdtTextOf, OdtRowShapeOf},
         {[this](const Node& row, Node place, bool in_front) {
              return PutDeletedRow(row, place, in_front);
          },
@@ -111,7 +113,7 @@ void OdtWriter::MarkCellInserted(const Node& cell) {
 void OdtWriter::MarkCellDeleted(Node cell) {
     std::vector<Node> blocks;
     for (const Node& child : cell.children()) {
-        if (child.type() == pugi::node_element)
+        if (IsElement(child))
             blocks.push_back(child);
     }
     if (blocks.empty())

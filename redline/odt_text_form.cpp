@@ -1,6 +1,7 @@
 // White space of an OpenDocument text in the form in which it counts.
 #include <algorithm>
 
+#include "redline/node_kinds.h"
 #include "redline/odt_resolve.h"
 
 namespace zorvane {
@@ -8,15 +9,11 @@ namespace {
 
 using Node = pugi::xml_node;
 
-bool IsFormText(const Node& node) {
-    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
-}
-
 class TextFormer {
   public:
     void Blocks(Node parent, int depth) {
         for (const Node& child : parent.children()) {
-            if (child.type() != pugi::node_element || depth > kMaxDepth)
+            if (!IsElement(child) || depth > kMaxDepth)
                 continue;
             if (IsOdtParagraph(LocalName(child))) {
                 after_blank_ = true;
@@ -31,9 +28,9 @@ class TextFormer {
     void Inline(Node parent, int depth) {
         for (Node child = parent.first_child(); child && depth < kMaxDepth;) {
             const Node next = child.next_sibling();
-            if (IsFormText(child))
+            if (IsCharacters(child))
                 Collapse(parent, child);
-            else if (child.type() == pugi::node_element)
+            else if (IsElement(child))
                 Element(parent, child, depth);
             child = next;
         }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "load/readers/word_readers.h"
+#include "redline/node_kinds.h"
 #include "redline/odt_resolve.h"
 #include "redline/xml_tools.h"
 
@@ -23,7 +24,7 @@ std::vector<const Atom*> StoriesIn(const StoryBlock& block, std::size_t begin, s
 // Behind a last table readers have an empty paragraph, whether it is in the file or not.
 bool EndInParagraph(Node container) {
     Node last = container.last_child();
-    while (last && last.type() != pugi::node_element)
+    while (last && !IsElement(last))
         last = last.previous_sibling();
     if (!Is(last, "table"))
         return false;
@@ -61,9 +62,9 @@ struct OdtWriter::Container {
 };
 
 OdtReader OdtWriter::ReaderOf(TrackMark mark) {
-    WordPackage& package = mark == TrackMark::Delete ? state_.original : state_.modified;
-    return {state_.keys, [&package](const std::string& address) {
-                return OdtImporter::FormOf(package, address);
+    const Side side = mark == TrackMark::Delete ? Side::Original : Side::Modified;
+    return {state_.keys, [&importer = state_.importer, side](const std::string& address) {
+                return importer.FormOf(side, address);
             }};
 }
 

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/base/paragraph_break.h"
+
 namespace zorvane {
 namespace {
 
 using Indexes = std::vector<std::size_t>;
-
-constexpr std::size_t kBreakLength = kBlockBreak.size();
 
 std::size_t FirstTrailingTable(const Indexes& list, const std::vector<StoryBlock>& blocks) {
     std::size_t end = list.size();
@@ -146,7 +146,7 @@ class Planner {
         std::size_t Index() const { return chosen[at]; }
         std::size_t End() const { return begin + blocks[Index()].text.size(); }
         void Next() {
-            begin = End() + kBreakLength;
+            begin = End() + kBreak.size();
             ++at;
         }
     };
@@ -174,7 +174,7 @@ class Planner {
         void PassWithEnd(std::size_t length) {
             if (!there)
                 return;
-            place += length + kBreakLength;
+            place += length + kBreak.size();
             walk.Next();
         }
     };
@@ -196,7 +196,7 @@ class Planner {
             Put({TokenKind::End, token.mark, token.original, token.modified, 0, 0, 0, 0, false});
             old_side.PassWithEnd(token.length);
             new_side.PassWithEnd(token.length);
-            left -= std::min(left, token.length + kBreakLength);
+            left -= std::min(left, token.length + kBreak.size());
         }
     }
 

@@ -10,6 +10,7 @@
 #include "load/redline_certificate.h"
 #include "redline/document_layout.h"
 #include "redline/docx_redline.h"
+#include "redline/freed_memory.h"
 #include "redline/new_document.h"
 #include "redline/odt_redline.h"
 #include "redline/verify.h"
@@ -291,6 +292,7 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& files, const ConversionMe
     Verified verified;
     const bool verify = !IsSet(job, "noverify");
     watcher.BeginCheck();
+    ReturnFreedMemory();
     if (verify) {
         const Result<Verified> result =
             VerifyRedline({documents, written.bytes, asked.track_formatting,

@@ -4,6 +4,8 @@
 #include <array>
 #include <vector>
 
+#include "redline/node_kinds.h"
+
 namespace zorvane {
 namespace {
 
@@ -28,6 +30,12 @@ bool In(const std::array<std::string_view, N>& names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+// Empty, or with the colon.
+std::string_view PrefixOf(const Node& node) {
+    const std::string_view whole = node.name();
+    return whole.substr(0, whole.size() - LocalName(node).size());
+}
+
 bool IsDeletion(std::string_view name) {
     return name == "del" || name == "moveFrom" || name == "cellDel";
 }
@@ -40,6 +48,7 @@ class Resolver {
     Resolver(Resolution resolution, const char* trace) : resolution_(resolution), trace_(trace) {}
 
     Resolved Run(const Node& root) {
+        prefix_ = PrefixOf(root);
         Walk(root, 0);
         return found_;
     }
@@ -61,7 +70,9 @@ class Resolver {
 
     // False when something else stands in the child's place now, which begins at `after_`.
     bool Take(Node parent, Node child, int depth) {
-        const std::string_view name = LocalName(child);
+        // Drawings have elements that are called as changes are: those of a path move, too.
+        const std::string_view name =
+            PrefixOf(child) == prefix_ ? LocalName(child) : std::string_view();
         const bool in_properties = LocalName(parent) == "rPr" || LocalName(parent) == "trPr" ||
                                    LocalName(parent) == "tcPr";
         if (In(kEmpty, name)) {
@@ -93,7 +104,7 @@ class Resolver {
         for (Node inner = child.first_child(); inner;) {
             const Node next = inner.next_sibling();
             const Node moved = parent.insert_move_before(inner, child);
-            if (moved.type() == pugi::node_element)
+            if (IsElement(moved))
                 Restore(moved, was_deleted, 0);
             first = first ? first : moved;
             inner = next;
@@ -115,7 +126,7 @@ class Resolver {
         else if (name == "r" && trace_ != nullptr && was_deleted)
             node.append_attribute(trace_) = "deleted";
         for (const Node& child : node.children()) {
-            if (depth < kMaxDepth && child.type() == pugi::node_element)
+            if (depth < kMaxDepth && IsElement(child))
                 Restore(child, was_deleted, depth + 1);
         }
     }
@@ -244,6 +255,7 @@ class Resolver {
 
     Resolution resolution_;
     const char* trace_;
+    std::string prefix_;  // of the format's own elements
     Resolved found_;
     Node after_;
 };
@@ -254,8 +266,11 @@ Resolved Resolve(Node root, Resolution resolution, const char* trace) {
     return Resolver(resolution, trace).Run(root);
 }
 
-bool IsTracking(std::string_view name) {
-    return IsDeletion(name) || IsInsertion(name) || In(kFormer, name) || In(kEmpty, name);
+bool IsTracking(const Node& node) {
+    const std::string_view name = LocalName(node);
+    const bool tracks =
+        IsDeletion(name) || IsInsertion(name) || In(kFormer, name) || In(kEmpty, name);
+    return tracks && PrefixOf(node) == PrefixOf(node.root().first_child());
 }
 
 }  // namespace zorvane

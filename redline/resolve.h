@@ -23,7 +23,7 @@ struct Resolved {
 /// in a deletion or an insertion and stays keeps an attribute of that name.
 Resolved Resolve(pugi::xml_node root, Resolution resolution, const char* trace = nullptr);
 
-/// True for elements that exist only to track a change.
-bool IsTracking(std::string_view local_name);
+/// True for elements that exist only to track a change; those of its root's prefix are.
+bool IsTracking(const pugi::xml_node& node);
 
 }  // namespace zorvane

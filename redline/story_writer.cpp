@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "redline/new_fields.h"
 #include "redline/note_parts.h"
 #include "redline/xml_tools.h"
 
@@ -10,35 +9,6 @@ namespace zorvane {
 namespace {
 
 using Node = pugi::xml_node;
-
-// The atoms that lie in a stretch of a block's text.
-template <class Visit>
-void AtomsIn(const StoryBlock& block, std::size_t begin, std::size_t length, const Visit& visit) {
-    auto atom = AtomBehind(block.atoms, begin);
-    for (; atom != block.atoms.end() && atom->End() <= begin + length; ++atom) {
-        if (atom->length > 0 && atom->begin >= begin)
-            visit(*atom);
-    }
-}
-
-// Behind a last table readers have an empty paragraph, whether it is in the file or not.
-Node LastPlaceIn(Node container) {
-    const Node section = Child(container, "sectPr");
-    const Node last = section ? section.previous_sibling() : container.last_child();
-    if (!Is(last, "tbl"))
-        return {};
-    return section ? container.insert_child_before("w:p", section) : container.append_child("w:p");
-}
-
-// What stands behind a last table of a body for the sake of marks goes where it got none.
-void DropEmptyEnd(Node body) {
-    const Node section = Child(body, "sectPr");
-    const Node last = section ? section.previous_sibling() : body.last_child();
-    const bool blank = Is(last, "p") && !Child(last, "r") && !Child(last, "ins") &&
-                       !Child(last, "del") && !Child(last, "pPr");
-    if (blank && Is(last.previous_sibling(), "tbl"))
-        body.remove_child(last);
-}
 
 // A paragraph of the Modified that stays as it is.
 bool IsUntouched(const std::vector<PlanToken>& tokens, const PlanToken& end,
@@ -86,103 +56,16 @@ struct StoryWriter::Output {
 StoryWriter::StoryWriter(RedlineState& state, PartPair parts)
     : state_(state), parts_(std::move(parts)) {}
 
-AtomReader StoryWriter::ReaderOf(TrackMark mark) {
-    const bool old_side = mark == TrackMark::Delete;
-    WordPackage& package = old_side ? state_.original : state_.modified;
-    const std::string& part = old_side ? parts_.original : parts_.modified;
-    return {state_.keys, [&package, part](const std::string& id) {
-                return Importer::FormOfRelation(package, part, id);
-            }};
+AtomReader StoryWriter::ReaderOf(Side side) const {
+    PartForms& forms = state_.importer.Forms(side);
+    const std::string& part = side == Side::Original ? parts_.original : parts_.modified;
+    return {state_.keys, [&forms, part](const std::string& id) { return forms.Of(part, id); }};
 }
 
 WriterTools StoryWriter::Tools() {
     return {state_.marks, state_.importer, parts_,
             [this](const Node& reference) { return ImportNote(reference); },
             [this](const Node& reference) { MarkNote(reference); }};
-}
-
-void StoryWriter::Merge(const Node& original, Node modified) {
-    LastPlaceIn(original);
-    const Node end_added = LastPlaceIn(modified);
-    if (end_added && Is(modified, "body"))
-        state_.marks.MarkTableEnd(end_added);
-    const std::vector<StoryBlock> old_blocks = ReaderOf(TrackMark::Delete).Blocks(original);
-    std::vector<StoryBlock> new_blocks = ReaderOf(TrackMark::Insert).Blocks(modified);
-    std::optional<Plan> plan =
-        MakePlan(AlignBlocks(old_blocks, new_blocks, state_.watcher), old_blocks, new_blocks);
-    if (!plan) {
-        state_.failed = true;
-        return;
-    }
-    SplitAtLinks(*plan, old_blocks, new_blocks);
-    FindMoves(*plan, old_blocks, new_blocks);
-    FindNewFields(*plan, new_blocks);
-    state_.tables_twice += plan->tables_twice;
-    PairLists(*plan, old_blocks, new_blocks);
-    MergeNested(*plan, old_blocks, new_blocks);
-    Emit(*plan, modified, old_blocks, new_blocks);
-    // Behind a table that stays nothing joins.
-    const std::vector<PlanToken>& tokens = plan->tokens;
-    if (end_added && Is(modified, "body") && tokens.size() > 1 &&
-        tokens[tokens.size() - 2].kind == TokenKind::Table &&
-        tokens[tokens.size() - 2].mark == TrackMark::Keep)
-        DropEmptyEnd(modified);
-}
-
-// Before anything deleted is written: it may stand in front of what stays of its list.
-void StoryWriter::PairLists(const Plan& plan, const std::vector<StoryBlock>& original,
-                            const std::vector<StoryBlock>& modified) {
-    for (const PlanToken& token : plan.tokens) {
-        if (token.kind == TokenKind::End && token.mark == TrackMark::Keep)
-            state_.importer.PairLists(original[token.original].node, modified[token.modified].node);
-    }
-}
-
-// ---- what lies inside of what stays ----
-
-void StoryWriter::MergeNested(const Plan& plan, const std::vector<StoryBlock>& original,
-                              const std::vector<StoryBlock>& modified) {
-    for (const PlanToken& token : plan.tokens) {
-        if (token.mark != TrackMark::Keep)
-            continue;
-        if (token.kind == TokenKind::Table)
-            MergeTable(original[token.original].node, modified[token.modified].node);
-        if (token.kind != TokenKind::Text)
-            continue;
-        const StoryBlock& old_block = original[token.original];
-        AtomsIn(
-            modified[token.modified], token.modified_begin, token.length, [&](const Atom& atom) {
-                if (!HoldsStory(atom))
-                    return;
-                const std::size_t place = atom.begin - token.modified_begin + token.original_begin;
-                AtomsIn(old_block, place, atom.length,
-                        [&](const Atom& partner) { MergeAtoms(partner, atom); });
-            });
-    }
-}
-
-void StoryWriter::MergeAtoms(const Atom& original, const Atom& modified) {
-    const Node old_node = original.parts.front().node;
-    const Node new_node = modified.parts.front().node;
-    if (modified.kind == AtomKind::Note)
-        return MergeNote(old_node, new_node);
-    const std::vector<Node> old_boxes = BoxesIn(old_node);
-    const std::vector<Node> new_boxes = BoxesIn(new_node);
-    for (std::size_t i = 0; i < std::min(old_boxes.size(), new_boxes.size()); ++i)
-        Merge(old_boxes[i], new_boxes[i]);
-}
-
-void StoryWriter::MergeNote(const Node& original, const Node& modified) {
-    const NotePlace old_note = FindNote(state_.original, original);
-    const NotePlace new_note = FindNote(state_.modified, modified);
-    if (!old_note.note || !new_note.note || !state_.notes_marked.insert(new_note.Name()).second)
-        return;
-    const RedlineCounts before = state_.marks.Counts();
-    StoryWriter(state_, {old_note.part, new_note.part}).Merge(old_note.note, new_note.note);
-    if (state_.marks.Counts() != before) {
-        ++state_.marks.Counts().notes;
-        state_.modified.Edit(new_note.part);
-    }
 }
 
 std::string StoryWriter::ImportNote(const Node& reference) {
@@ -242,21 +125,24 @@ void StoryWriter::EmitEnd(Output& output, const PlanToken& end) {
 }
 
 Node StoryWriter::NewParagraph(Output& output, const PlanToken& end) {
+    const StoryBlock& block = end.mark == TrackMark::Delete ? output.original[end.original]
+                                                            : output.modified[end.modified];
+    // Some readers leave the end of a paragraph that moved with a link.
+    const bool moved = end.move > 0 && !HoldsLink(block);
     if (end.mark == TrackMark::Delete) {
         Node paragraph = output.InsertBlock("w:p");
-        if (const Node look = Child(output.original[end.original].node, "pPr"))
+        if (const Node look = Child(block.node, "pPr"))
             state_.importer.Adapt(paragraph.append_copy(look), parts_);
-        state_.marks.MarkEnd(paragraph, TrackMark::Delete, end.move > 0);
+        state_.marks.MarkEnd(paragraph, TrackMark::Delete, moved);
         return paragraph;
     }
-    Node old = output.modified[end.modified].node;
-    Node paragraph = old.parent().insert_child_before("w:p", old);
-    for (const pugi::xml_attribute& attribute : old.attributes())
+    Node paragraph = block.node.parent().insert_child_before("w:p", block.node);
+    for (const pugi::xml_attribute& attribute : block.node.attributes())
         paragraph.append_copy(attribute);
-    if (const Node look = Child(old, "pPr"))
+    if (const Node look = Child(block.node, "pPr"))
         paragraph.append_copy(look);
     if (end.mark == TrackMark::Insert)
-        state_.marks.MarkEnd(paragraph, TrackMark::Insert, end.move > 0);
+        state_.marks.MarkEnd(paragraph, TrackMark::Insert, moved);
     // An end that two paragraphs share keeps what each of them looks like.
     if (end.mark == TrackMark::Keep && (end.shifted || state_.looks != nullptr)) {
         FormerLooks own(state_.importer);
@@ -366,7 +252,8 @@ void StoryWriter::EmitTable(Output& output, const PlanToken& token) {
 // ---- content that is inserted or deleted whole ----
 
 void StoryWriter::MarkAll(Node container, TrackMark mark, bool last_too) {
-    const std::vector<StoryBlock> blocks = ReaderOf(mark).Blocks(container);
+    const std::vector<StoryBlock> blocks =
+        ReaderOf(mark == TrackMark::Delete ? Side::Original : Side::Modified).Blocks(container);
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         if (blocks[i].is_table)
             MarkTable(blocks[i].node, mark);

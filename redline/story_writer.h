@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -37,8 +38,12 @@ class StoryWriter {
   public:
     StoryWriter(RedlineState& state, PartPair parts);
 
-    /// Both hold blocks; the Modified's is changed.
-    void Merge(const pugi::xml_node& original, pugi::xml_node modified);
+    /// Both hold blocks; the Modified's is changed. `ahead`: their texts, if they were compared
+    /// before.
+    void Merge(const pugi::xml_node& original, pugi::xml_node modified,
+               std::optional<TextsAlone> ahead = std::nullopt);
+    /// The blocks of a container whose tree will be let go of.
+    std::vector<StoryBlock> Texts(const pugi::xml_node& container, Side side) const;
     /// All of a container is inserted, or is a copy of deleted content. The last end stays without
     /// a mark unless the container itself goes away.
     void MarkAll(pugi::xml_node container, TrackMark mark, bool last_too);
@@ -47,7 +52,9 @@ class StoryWriter {
     using Node = pugi::xml_node;
     struct Output;
 
-    AtomReader ReaderOf(TrackMark mark);
+    AtomReader ReaderOf(Side side) const;
+    std::vector<StoryBlock> BlocksOf(const Node& container, Side side,
+                                     std::optional<TextsAlone>& ahead) const;
     WriterTools Tools();
 
     void PairLists(const Plan& plan, const std::vector<StoryBlock>& original,

@@ -72,7 +72,7 @@ std::vector<Node> CellsOf(const Node& row) {
 void StoryWriter::MergeTable(const Node& original, Node modified) {
     const std::int32_t rows_before = state_.marks.Counts().rows;
     state_.rows_twice += WeaveRows(
-        {RowsOf(original), RowsOf(modified)}, modified, {CellsOf, PlainTextOf, RowShapeOf},
+        {RowsOf(original), RowsOf(modified)}, modified, {CellsOf, DocxTextOf, RowShapeOf},
         {[this](const Node& row, Node place, bool in_front) {
              return CopyRow(row, place, in_front);
          },

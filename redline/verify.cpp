@@ -6,6 +6,7 @@
 #include "common/base/text_encoding.h"
 #include "load/readers/container/crypto_tools.h"
 #include "redline/odt_verify.h"
+#include "redline/verify_spelling.h"
 
 namespace zorvane {
 namespace {
@@ -46,24 +47,35 @@ class LetterWalk {
     std::size_t used_ = 0;
 };
 
-// Letters with other looks, of all or of those that came back; text and links are the same.
-bool SameLooks(const ReadLine& got, const ReadLine& wanted, bool deleted_only) {
-    LetterWalk here(got);
-    LetterWalk there(wanted);
-    while (!here.AtEnd() && !there.AtEnd()) {
-        const bool counts = here.Piece().deleted || !deleted_only;
-        if (counts && here.Piece().look != there.Piece().look)
-            return false;
-        const std::size_t step = std::min(here.Left(), there.Left());
-        here.Advance(step);
-        there.Advance(step);
-    }
-    return here.AtEnd() && (got.look == wanted.look || (deleted_only && !got.deleted));
-}
-
 struct LineCheck {
     std::string place;  // "accepting all: body"
-    bool deleted_only = false;
+    bool rejecting = false;
+    bool all_looks = false;  // those of what stays are tracked, too
+
+    // Letters with other looks; text and links are the same.
+    bool SameLooks(const ReadLine& got, const ReadLine& wanted) const {
+        LetterWalk here(got);
+        LetterWalk there(wanted);
+        while (!here.AtEnd() && !there.AtEnd()) {
+            if (!SameLook(here.Piece(), there.Piece()))
+                return false;
+            const std::size_t step = std::min(here.Left(), there.Left());
+            here.Advance(step);
+            there.Advance(step);
+        }
+        const bool counts = !rejecting || all_looks || got.deleted;
+        return here.AtEnd() && (!counts || got.look == wanted.look);
+    }
+
+    // What stays looks as in the Modified, but for what was tracked of that.
+    bool SameLook(const ReadPiece& got, const ReadPiece& wanted) const {
+        if (!rejecting || got.deleted)
+            return got.look == wanted.look;
+        const auto of_letters = [](const std::string& look) {
+            return std::string_view(look).substr(0, look.find(kDrawn));
+        };
+        return !all_looks || of_letters(got.look) == of_letters(wanted.look);
+    }
 
     std::string FirstFault(const Lines& got, const Lines& wanted) const {
         std::size_t paragraph = 0;
@@ -78,7 +90,7 @@ struct LineCheck {
             if (!got[i].SaysTheSame(wanted[i]))
                 return where + ": " + Short(got[i].border + got[i].Text()) + " instead of " +
                        Short(wanted[i].border + wanted[i].Text());
-            if (!SameLooks(got[i], wanted[i], deleted_only))
+            if (!SameLooks(got[i], wanted[i]))
                 return where + " looks different: " + Short(got[i].Text());
         }
         return {};
@@ -89,7 +101,7 @@ struct LineCheck {
 std::string KindFault(const std::string& kind, const std::vector<Lines>& got,
                       const std::vector<Lines>& wanted, const LineCheck& check,
                       std::int32_t& left_out) {
-    const LineCheck lines{check.place + ": " + kind, check.deleted_only};
+    const LineCheck lines{check.place + ": " + kind, check.rejecting, check.all_looks};
     std::size_t at = 0;
     for (const Lines& story : wanted) {
         std::string fault = at < got.size() ? lines.FirstFault(got[at], story)
@@ -124,8 +136,8 @@ std::string HeaderFault(const ReadStories& got, const ReadStories& wanted, const
 std::string LawFault(const RedlineToCheck& check, Side side, const ReadStories& got,
                      const ReadStories& wanted) {
     const bool rejecting = side == Side::Original;
-    const LineCheck lines{rejecting ? "rejecting all" : "accepting all",
-                          rejecting && !check.all_looks};
+    const LineCheck lines{rejecting ? "rejecting all" : "accepting all", rejecting,
+                          check.all_looks};
     if (got.without_partner > 0)
         return lines.place + ": the mark of a paragraph joins it with nothing";
     std::string fault = lines.FirstFault(got.body, wanted.body);

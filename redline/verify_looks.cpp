@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <set>
 
+#include "redline/node_kinds.h"
 #include "redline/verify_reading.h"
 #include "redline/verify_spelling.h"
 
@@ -10,16 +11,25 @@ namespace {
 
 using Node = pugi::xml_node;
 
-void Spell(const Node& node, std::string& out, int depth) {
-    if (node.type() != pugi::node_element) {
+// What programs hand out anew, and what leads elsewhere.
+bool IsGiven(const Node& node, std::string_view attribute) {
+    return attribute.starts_with("r:") || attribute.ends_with("relid") ||
+           attribute.ends_with(":anchorId") || attribute.ends_with(":editId") ||
+           (attribute == "id" && Is(node, "docPr"));
+}
+
+void Spell(const Node& node, bool drawn, std::string& out, int depth) {
+    if (!IsElement(node)) {
         out += node.value();
         return;
     }
     std::set<std::string> attributes;
     for (const pugi::xml_attribute& attribute : node.attributes()) {
         const std::string_view name = attribute.name();
-        if (!name.starts_with("xmlns") && name.find("rsid") == std::string_view::npos &&
-            name != kCameBack)
+        const bool says_nothing = name.starts_with("xmlns") || name == kCameBack ||
+                                  name.find("rsid") != std::string_view::npos ||
+                                  (drawn && IsGiven(node, name));
+        if (!says_nothing)
             attributes.insert(std::string(name) + "=" + attribute.value());
     }
     out.append("<").append(LocalName(node));
@@ -27,8 +37,9 @@ void Spell(const Node& node, std::string& out, int depth) {
         out.append(" ").append(attribute);
     out += ">";
     for (const Node& child : node.children()) {
-        if (depth < kMaxDepth && !LocalName(child).starts_with("bookmark"))
-            Spell(child, out, depth + 1);
+        const std::string_view name = LocalName(child);
+        if (depth < kMaxDepth && !name.starts_with("bookmark") && !(drawn && name == "txbxContent"))
+            Spell(child, drawn, out, depth + 1);
     }
     out += "/";
 }
@@ -39,7 +50,7 @@ std::string LevelsOf(const Node& lists, std::string_view abstract) {
         if (!Is(node, "abstractNum") || Attribute(node, "abstractNumId") != abstract)
             continue;
         for (const Node& level : node.children())
-            text += Is(level, "lvl") ? Spelled(level) : "";
+            text += Is(level, "lvl") || Is(level, "numStyleLink") ? Spelled(level) : "";
     }
     return text;
 }
@@ -48,7 +59,13 @@ std::string LevelsOf(const Node& lists, std::string_view abstract) {
 
 std::string Spelled(const Node& node) {
     std::string out;
-    Spell(node, out, 0);
+    Spell(node, false, out, 0);
+    return out;
+}
+
+std::string DrawnForm(const Node& object) {
+    std::string out;
+    Spell(object, true, out, 0);
     return out;
 }
 
@@ -59,20 +76,25 @@ std::string StoryReading::LookOf(const Node& properties) const {
     for (const Node& child : properties.children()) {
         const std::string_view name = LocalName(child);
         const bool of_paragraph = Is(properties, "pPr");
-        if (name == "sectPr" || IsTracking(name) || (of_paragraph && name == "rPr"))
+        if (name == "sectPr" || IsTracking(child) || (of_paragraph && name == "rPr"))
             continue;
         if (name.ends_with("Style"))
             parts.insert(StyleText(std::string(Attribute(child, "val")), 0));
-        else if (name == "numPr")
-            parts.insert("list" + Spelled(Child(child, "ilvl")) +
-                         ListText(Attribute(Child(child, "numId"), "val")));
         else
-            parts.insert(Spelled(child));
+            parts.insert(PropertyText(child));
     }
     std::string look;
     for (const std::string& part : parts)
         look += part;
     return look;
+}
+
+// A list by its levels, whatever its id.
+std::string StoryReading::PropertyText(const Node& property) const {
+    if (!Is(property, "numPr"))
+        return Spelled(property);
+    return "list" + Spelled(Child(property, "ilvl")) +
+           ListText(Attribute(Child(property, "numId"), "val"));
 }
 
 std::string StoryReading::StyleText(const std::string& id, int depth) const {
@@ -84,16 +106,22 @@ std::string StoryReading::StyleText(const std::string& id, int depth) const {
         const std::string_view name = LocalName(child);
         if (name == "basedOn")
             text += StyleText(std::string(Attribute(child, "val")), depth + 1);
-        else if (name == "rPr" || (name == "pPr" && !Child(child, "numPr")))
-            text += Spelled(child);
+        else if (name == "rPr" || name == "pPr") {
+            for (const Node& property : child.children())
+                text += PropertyText(property);
+        }
     }
     return "{" + text + "}";
 }
 
 std::string StoryReading::ListText(std::string_view id) const {
     for (const Node& list : lists_.children()) {
-        if (Is(list, "num") && Attribute(list, "numId") == id)
-            return LevelsOf(lists_, Attribute(Child(list, "abstractNumId"), "val"));
+        if (!Is(list, "num") || Attribute(list, "numId") != id)
+            continue;
+        std::string text = LevelsOf(lists_, Attribute(Child(list, "abstractNumId"), "val"));
+        for (const Node& child : list.children())
+            text += Is(child, "lvlOverride") ? Spelled(child) : "";
+        return text;
     }
     return id == "0" || id.empty() ? "none" : "no list " + std::string(id);
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "load/readers/container/crypto_tools.h"
+#include "redline/node_kinds.h"
 #include "redline/verify_spelling.h"
 
 namespace zorvane {
@@ -190,8 +191,7 @@ void StoryReading::Inline(const Node& parent, const Event& around, std::vector<E
                           int depth) {
     for (const Node& node : parent.children()) {
         const std::string_view name = LocalName(node);
-        if (depth > kMaxDepth || node.type() != pugi::node_element || name.ends_with("Pr") ||
-            PassedOver(name))
+        if (depth > kMaxDepth || !IsElement(node) || name.ends_with("Pr") || PassedOver(name))
             continue;
         if (name == "r") {
             Run(node, around, events, depth);
@@ -240,7 +240,7 @@ void StoryReading::SimpleField(const Node& field, const Event& around, std::vect
 void StoryReading::RunChild(const Node& node, const Event& around, std::vector<Event>& events,
                             int depth) {
     const std::string_view name = LocalName(node);
-    if (node.type() != pugi::node_element || PassedOver(name))
+    if (!IsElement(node) || PassedOver(name))
         return;
     Event event = around;
     if (name == "t") {
@@ -249,6 +249,8 @@ void StoryReading::RunChild(const Node& node, const Event& around, std::vector<E
         event.piece.text = "\t";
     } else if (name == "fldChar") {
         event.BecomeBorder(Attribute(node, "fldCharType"));
+        for (const Node& form : node.children())
+            event.piece.text += Spelled(form);
     } else if (name == "instrText") {
         event.kind = Event::Kind::Code;
         event.piece.text = node.text().get();
@@ -256,6 +258,7 @@ void StoryReading::RunChild(const Node& node, const Event& around, std::vector<E
         event.piece.text = NoteText(node, depth);
     } else {
         event.piece.text = ObjectText(node, depth);
+        event.piece.look += kDrawn + DrawnForm(node);
     }
     if (!event.piece.text.empty())
         events.push_back(event);
@@ -292,10 +295,11 @@ std::string StoryReading::NoteText(const Node& reference, int depth) {
     return "\x06no note\x07";
 }
 
-// A picture by its bytes, a box by its stories, all else as it is spelled.
+// A picture by its bytes and size, a box by its stories, all else as it is spelled.
 std::string StoryReading::ObjectText(const Node& node, int depth) {
     std::string boxes;
     std::string related;
+    std::string size;
     std::vector<Node> open{node};
     while (!open.empty()) {
         const Node at = open.back();
@@ -308,14 +312,16 @@ std::string StoryReading::ObjectText(const Node& node, int depth) {
             if (std::string_view(attribute.name()).starts_with("r:"))
                 related += "|" + RelationText(attribute.value());
         }
+        if (Is(at, "extent"))
+            size = "|" + Spelled(at);
         std::vector<Node> children(at.begin(), at.end());
         open.insert(open.end(), children.rbegin(), children.rend());
     }
-    if (!boxes.empty() || !related.empty())
-        return "\x06" + std::string(LocalName(node)) + related + boxes + "\x07";
     const std::string_view name = LocalName(node);
-    const bool drawn = name == "drawing" || name == "pict" || name == "AlternateContent";
-    return "\x06" + (drawn ? std::string(name) : Spelled(node)) + "\x07";
+    const bool drawn = !boxes.empty() || !related.empty() || name == "drawing" || name == "pict" ||
+                       name == "AlternateContent";
+    return "\x06" + (drawn ? std::string(name) : Spelled(node)) + related +
+           (boxes.empty() ? size : boxes) + "\x07";
 }
 
 // By the bytes of the part, and of all parts that it leads to.

@@ -18,7 +18,7 @@ namespace zorvane {
 /// Letters of one look. Objects, notes and boxes stand in it by their content.
 struct ReadPiece {
     std::string text;
-    std::string look;
+    std::string look;      ///< of an object with `kDrawn` and what is drawn of it
     std::string link;      ///< what a link around it leads to
     bool deleted = false;  ///< it came back from a deletion
     friend bool operator==(const ReadPiece&, const ReadPiece&) = default;
@@ -96,6 +96,7 @@ class StoryReading {
     std::string RelationText(const std::string& id) const;
     std::string PartText(const Relationship& relation, std::string& drawing) const;
     std::string LookOf(const Node& properties) const;
+    std::string PropertyText(const Node& property) const;
     std::string StyleText(const std::string& id, int depth) const;
     std::string ListText(std::string_view id) const;
     void Headers(const Node& document);

@@ -2,10 +2,13 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <map>
 #include <set>
 
 #include "common/base/ascii.h"
+#include "redline/node_kinds.h"
 #include "redline/verify.h"
+#include "redline/verify_spelling.h"
 
 namespace zorvane {
 namespace {
@@ -15,7 +18,7 @@ using Node = pugi::xml_node;
 void Walk(const Node& node, const std::function<void(const Node&)>& visit, int depth = 0) {
     visit(node);
     for (const Node& child : node.children()) {
-        if (depth < kMaxDepth && child.type() == pugi::node_element)
+        if (depth < kMaxDepth && IsElement(child))
             Walk(child, visit, depth + 1);
     }
 }
@@ -67,7 +70,7 @@ class FileLook {
         for (const std::string& part : stories)
             Refer(part, defined, missing);
         for (const std::string& name : Parts().Names()) {
-            if (!name.ends_with('/') && !HasType(name))
+            if (!name.ends_with('/') && TypeOf(name).empty())
                 missing.insert("content type of " + name);
         }
         return missing;
@@ -89,6 +92,12 @@ class FileLook {
     void Refer(const std::string& part, const std::set<std::string>& defined,
                std::set<std::string>& missing) {
         const Relationships relations = ReadRelationships(Parts(), part);
+        // A type that no part of its kind has in the inputs is none that a reader would take.
+        for (const auto& [id, relation] : relations) {
+            if (!relation.external)
+                missing.insert("content type of a part for " + relation.type + " other than " +
+                               TypeOf(relation.target));
+        }
         Walk(Root(part), [&](const Node& node) {
             const std::string wanted = WantedBy(node);
             if (!wanted.empty() && !defined.contains(wanted))
@@ -123,21 +132,26 @@ class FileLook {
                (!found->second.external && !Parts().Has(found->second.target));
     }
 
-    bool HasType(const std::string& name) {
-        const auto equal = [](std::string_view one, std::string_view other) {
-            return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                              [](char a, char b) { return AsciiLower(a) == AsciiLower(b); });
-        };
+    // As the package tells it; empty where it does not.
+    std::string TypeOf(const std::string& name) {
         if (name == "[Content_Types].xml")
-            return true;
-        const std::string extension = name.substr(name.rfind('.') + 1);
-        const Node types = Root("[Content_Types].xml");
-        return std::any_of(types.begin(), types.end(), [&](const Node& type) {
-            return equal(Attribute(type, "Extension"), extension) ||
-                   equal(Attribute(type, "PartName"), "/" + name);
-        });
+            return "of the package";
+        if (types_.empty()) {
+            for (const Node& type : Root("[Content_Types].xml").children()) {
+                const bool own = Is(type, "Override");
+                const std::string key(Attribute(type, own ? "PartName" : "Extension"));
+                types_.emplace(AsciiUpper((own ? "" : ".") + key), Attribute(type, "ContentType"));
+            }
+        }
+        for (const std::string& key :
+             {"/" + name, name.substr(std::min(name.rfind('.'), name.size()))}) {
+            if (const auto found = types_.find(AsciiUpper(key)); found != types_.end())
+                return found->second;
+        }
+        return {};
     }
 
+    std::map<std::string, std::string> types_;  // by "/" and part, or "." and ending
     PartTrees& trees_;
 };
 
@@ -166,18 +180,31 @@ std::string IdFault(FileLook& file) {
     return fault;
 }
 
-// Each move has two halves.
+// Each move has two halves, and each half a begin and an end.
 std::string MoveFault(FileLook& file) {
     std::multiset<std::string> from;
     std::multiset<std::string> to;
+    std::set<std::string> open;
+    bool ends_alone = false;
     for (const std::string& part : file.Stories()) {
         Walk(file.Root(part), [&](const Node& node) {
-            const bool away = Is(node, "moveFromRangeStart");
-            if (away || Is(node, "moveToRangeStart"))
-                (away ? from : to).insert(node.attribute("w:name").value());
+            const std::string_view name = LocalName(node);
+            const std::size_t range = name.starts_with("move") ? name.find("Range") : name.npos;
+            if (range == name.npos)
+                return;
+            const std::string half =
+                std::string(name.substr(0, range)) + node.attribute("w:id").value();
+            if (name.ends_with("End")) {
+                ends_alone = open.erase(half) == 0 || ends_alone;
+                return;
+            }
+            open.insert(half);
+            (name.starts_with("moveFrom") ? from : to).insert(node.attribute("w:name").value());
         });
     }
     const bool twice = std::set<std::string>(from.begin(), from.end()).size() < from.size();
+    if (ends_alone || !open.empty())
+        return "half a move has no begin or no end";
     return from == to && !twice ? "" : "a move has not two halves";
 }
 
@@ -196,50 +223,49 @@ class MarkCheck {
     struct Around {
         bool deleted = false;
         bool inserted = false;
-        bool boxed = false;
         Node row;  // its properties
     };
 
     void Visit(const Node& node, Around around, int depth) {
         const std::string_view name = LocalName(node);
         CheckText(node, around);
-        if (name == "r" || name == "p")
-            CheckRow(node, name == "r", around);
-        if (IsChange(name) && !node.attribute("w:author"))
+        if (name == "r" || name == "p" || name == "tr")
+            CheckRow(node, name, around);
+        if (IsChange(node.name()) && !node.attribute("w:author"))
             fault_ = "a change without an author";
         around.deleted = around.deleted || name == "del";
         around.inserted = around.inserted || name == "ins";
-        around.boxed = around.boxed || name == "txbxContent";
         if (name == "tr")
             around.row = Child(node, "trPr");
+        if (name == "txbxContent")
+            around = {};  // a box has marks of its own
         for (const Node& child : node.children()) {
-            if (depth < kMaxDepth && child.type() == pugi::node_element)
+            if (depth < kMaxDepth && IsElement(child))
                 Visit(child, around, depth + 1);
         }
     }
 
     static bool IsChange(std::string_view name) {
-        return name == "ins" || name == "del" ||
-               (name.starts_with("move") && !name.ends_with("End"));
+        return name == "w:ins" || name == "w:del" || name.ends_with("PrChange") ||
+               (name.starts_with("w:move") && !name.ends_with("End"));
     }
 
     void CheckText(const Node& node, const Around& around) {
         // A formula has texts of its own, which no name tells apart.
-        if (std::string_view(node.name()) == "w:t" && around.deleted && !around.boxed)
+        const std::string_view name = node.name();
+        if ((name == "w:t" || name == "w:instrText") && around.deleted)
             fault_ = "deleted text without its own name: " + std::string(node.text().get());
-        else if (Is(node, "delText") && !around.deleted)
+        else if ((name == "w:delText" || name == "w:delInstrText") && !around.deleted)
             fault_ = "text named as deleted outside of a deletion";
     }
 
-    void CheckRow(const Node& node, bool run, const Around& around) {
-        if (!around.row || around.boxed)
-            return;
+    void CheckRow(const Node& node, std::string_view name, const Around& around) {
         for (const char* mark : {"ins", "del"}) {
             if (!Child(around.row, mark))
                 continue;
             const bool in_mark = *mark == 'i' ? around.inserted : around.deleted;
-            const bool marked = run ? in_mark : !!Child(Child(Child(node, "pPr"), "rPr"), mark);
-            if (!marked)
+            const Node look = name == "p" ? Child(Child(node, "pPr"), "rPr") : Child(node, "trPr");
+            if (!(name == "r" ? in_mark : !!Child(look, mark)))
                 fault_ = "a row is marked, something in it is not";
         }
     }
@@ -247,18 +273,39 @@ class MarkCheck {
     std::string fault_;
 };
 
-// Parts that no redline has to change.
+// What a part had at its top and has no more, as styles, lists and relationships.
+std::string LostFrom(const Node& before, const Node& now) {
+    std::multiset<std::string> there;
+    for (const Node& child : now.children())
+        there.insert(Spelled(child));
+    for (const Node& child : before.children()) {
+        const auto found = there.find(Spelled(child));
+        if (found == there.end() && IsElement(child))
+            return std::string(LocalName(child));
+        if (found != there.end())
+            there.erase(found);
+    }
+    return {};
+}
+
+// Parts that no redline has to change, and those that may get more.
 std::string PartFault(Package& modified, FileLook& redline) {
     const std::vector<std::string> stories = redline.Stories();
     for (const std::string& name : modified.Names()) {
-        const bool may_change = std::find(stories.begin(), stories.end(), name) != stories.end() ||
-                                name.ends_with("styles.xml") || name.ends_with("numbering.xml") ||
-                                name.ends_with(".rels") || name == "[Content_Types].xml" ||
-                                name.ends_with('/');
+        const bool grows = name.ends_with("styles.xml") || name.ends_with("numbering.xml") ||
+                           name.ends_with(".rels");
+        const bool may_change = grows ||
+                                std::find(stories.begin(), stories.end(), name) != stories.end() ||
+                                name == "[Content_Types].xml" || name.ends_with('/');
         if (!name.ends_with('/') && !redline.Parts().Has(name))
             return "the part " + name + " is missing";
         if (!may_change && modified.Read(name) != redline.Parts().Read(name))
             return "the part " + name + " has changed";
+        XmlPart before;
+        if (!grows || !XmlPart::Read(modified, name, before).ok())
+            continue;
+        if (const std::string lost = LostFrom(before.Root(), redline.Root(name)); !lost.empty())
+            return "the part " + name + " has lost a " + lost;
     }
     return {};
 }

@@ -131,6 +131,7 @@ Node WordPackage::Tree(std::string_view name) {
         return {};
     if (!part->xml) {
         part->xml = std::make_unique<XmlPart>();
+        static_cast<void>(BytesOf(*part));  // they are there again if they were gone
         part->gone = part->given;
         std::string text = part->given ? std::move(part->bytes) : part->bytes;
         if (!XmlPart::Parse(std::move(text), *part->xml).ok())
@@ -146,6 +147,21 @@ Node WordPackage::Edit(std::string_view name) {
     return root;
 }
 
+void WordPackage::Forget(std::string_view name) {
+    if (Part* part = Find(name); part != nullptr && !part->edited)
+        part->xml.reset();
+}
+
+bool WordPackage::IsEdited(std::string_view name) const {
+    const Part* part = Find(name);
+    return part != nullptr && part->edited;
+}
+
+std::size_t WordPackage::Size(std::string_view name) const {
+    const Part* part = Find(name);
+    return part == nullptr ? 0 : part->size;
+}
+
 void WordPackage::Remove(std::string_view name) {
     std::erase_if(parts_, [name](const Part& part) { return SameName(part.name, name); });
 }
@@ -154,6 +170,7 @@ void WordPackage::Add(std::string name, std::string bytes) {
     Part& part = parts_.emplace_back();
     part.name = std::move(name);
     part.bytes = std::move(bytes);
+    part.size = part.bytes.size();
 }
 
 std::string WordPackage::FreshName(std::string_view wanted) const {
@@ -246,8 +263,10 @@ void WordPackage::SetContentType(std::string_view part, std::string_view type) {
 std::optional<std::string> WordPackage::Save() {
     std::vector<ZipEntry> entries;
     for (Part& part : parts_) {
-        if (part.edited)
+        if (part.edited) {
             part.bytes = Printed(part.xml->Root());
+            part.xml.reset();  // nobody needs both, and they are large
+        }
         entries.push_back({part.name, part.edited ? part.bytes : BytesOf(part)});
     }
     return WriteZip(entries);

@@ -48,6 +48,11 @@ class WordPackage {
     pugi::xml_node Tree(std::string_view name);
     /// The same, to be changed.
     pugi::xml_node Edit(std::string_view name);
+    /// Lets go of a tree that nobody edited; it is read again when somebody asks.
+    void Forget(std::string_view name);
+    bool IsEdited(std::string_view name) const;
+    /// Of its bytes as they were read or added.
+    std::size_t Size(std::string_view name) const;
     void Add(std::string name, std::string bytes);
     /// A name that no part has: "word/media/image.png" and 2 give "word/media/image2.png".
     std::string FreshName(std::string_view wanted) const;
@@ -68,6 +73,7 @@ class WordPackage {
     struct Part {
         std::string name;
         mutable std::string bytes;
+        std::size_t size = 0;
         std::unique_ptr<XmlPart> xml;
         bool edited = false;
         bool given = false;         ///< it is one of the package that was opened

@@ -4,13 +4,15 @@
 #include <utility>
 #include <vector>
 
+#include "redline/node_kinds.h"
+
 namespace zorvane {
 namespace {
 
 using Node = pugi::xml_node;
 
 void AppendCanonical(const Node& node, const AttributeForm& form, std::string& out, int depth) {
-    if (node.type() != pugi::node_element) {
+    if (!IsElement(node)) {
         out += node.value();
         return;
     }
@@ -40,7 +42,7 @@ void Visit(const Node& node, const std::function<void(Node)>& visit, int depth) 
     visit(node);
     for (Node child = node.first_child(); child && depth < kMaxDepth;) {
         const Node next = child.next_sibling();
-        if (child.type() == pugi::node_element)
+        if (IsElement(child))
             Visit(child, visit, depth + 1);
         child = next;
     }

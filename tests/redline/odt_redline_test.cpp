@@ -128,12 +128,13 @@ TEST(OdtRedline, GivesBothDocumentsBackAndMarksLittle) {
 // Each of these stood in files that a faulty writer made.
 TEST(OdtRedline, IsRefusedByTheCheckWhereItIsBroken) {
     const std::string rows = OdtRow({"Oak", "12"}) + OdtRow({"Elm", "7"});
+    const std::string tail = kTail + "<text:bookmark-ref text:ref-name=\"a\">1</text:bookmark-ref>";
     const std::string original = MakeOdtFile(
-        {OdtParagraph(kLong + OdtSpan(" old", "T1") + OdtNote("First.") + kTail) + kOther + kKept +
+        {OdtParagraph(kLong + OdtSpan(" old", "T1") + OdtNote("First.") + tail) + kOther + kKept +
              OdtTable(rows + OdtRow({"Ash", "9"})) + Picture() + Link("http://a.b/"),
          kOther, kBold, "old"});
     const std::string modified =
-        MakeOdtFile({OdtParagraph(kLong + OdtSpan(" now", "T1") + OdtNote("Other.") + kTail) +
+        MakeOdtFile({OdtParagraph(kLong + OdtSpan(" now", "T1") + OdtNote("Other.") + tail) +
                          kKept + OdtTable(rows) + kOther + Picture() + Link("http://c.d/"),
                      kKept, kItalic, "new"});
     const WrittenRedline written = OdtRedlineOf(original, modified);
@@ -154,6 +155,8 @@ TEST(OdtRedline, IsRefusedByTheCheckWhereItIsBroken) {
              {"content.xml", "text:id=\"ct2\"", "text:id=\"ct1\""},
              {"content.xml", "xml:id=\"ct2\"", "xml:id=\"ct1\""},
              {"content.xml", "<text:insertion>", "<text:deletion>"},
+             {"content.xml", "<dc:creator>Zorvane</dc:creator>", ""},
+             {"content.xml", "text:ref-name=\"a\"", "text:ref-name=\"b\""},
              {"content.xml", "text:style-name=\"T1Original\"", "text:style-name=\"T1\""},
              {"content.xml", "text:style-name=\"T1Original\"", "text:style-name=\"T9\""},
              {"content.xml", "text-changes-only=\"false\"", "text-changes-only=\"true\""},

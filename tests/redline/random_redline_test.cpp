@@ -362,6 +362,9 @@ TEST(RandomRedline, GivesBothDocumentsBack) {
             const WrittenRedline written = RedlineOf(original, modified, request);
             EXPECT_EQ(LawBreach(original, modified, written.bytes, written.headers_left_out, looks),
                       "");
+            RedlineRequest as_large = request;
+            as_large.large_texts = 0;
+            EXPECT_EQ(RedlineOf(original, modified, as_large).bytes, written.bytes);
         }
     }
 }

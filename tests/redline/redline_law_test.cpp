@@ -10,6 +10,7 @@ struct LawRow {
     PairFile modified;
     RedlineCounts counts;    ///< insertions, deletions, marks of ends, rows, notes, properties
     std::int64_t twice = 0;  ///< rows that are deleted and inserted
+    const char* holds = "";  ///< what the document's part has
 };
 
 const std::string kLong = "The committee decides about the large hall";
@@ -81,6 +82,12 @@ std::vector<LawRow> Rows() {
          {kOther + kKept + kMore + Paragraph("Ends.")},
          {kKept + kMore + kOther + Paragraph("Ends.")},
          {0, 0, 2, 0, 0, 0, 1}},
+        {"moved with a link, whose end LibreOffice leaves unless it is deleted",
+         {Paragraph(TextRun(kLong) + Link("there")) + kKept + kMore + Paragraph("Ends.")},
+         {kKept + kMore + Paragraph(TextRun(kLong) + Link("there")) + Paragraph("Ends.")},
+         {0, 0, 2, 0, 0, 0, 1},
+         0,
+         "<w:rPr><w:del "},
         {"split", {Paragraph(kLong + kTail)}, {Paragraph(kLong) + Paragraph(kTail)}, {0, 0, 1}},
         {"joined", {Paragraph(kLong) + Paragraph(kTail)}, {Paragraph(kLong + kTail)}, {0, 0, 1}},
         {"the only cell, wholly",
@@ -213,6 +220,7 @@ TEST(RedlineLaw, HoldsForEachKindOfChangeWithFewMarks) {
             << got.insertions << " " << got.deletions << " " << got.paragraph_marks << " "
             << got.rows << " " << got.notes << " " << got.properties;
         EXPECT_EQ(written.untracked[UntrackedCount::RowsTwice], row.twice);
+        EXPECT_NE(PartOf(written.bytes, "word/document.xml").find(row.holds), std::string::npos);
     }
 }
 

@@ -54,6 +54,9 @@ constexpr ResolveRow kRows[] = {
      "<w:tbl><w:tr><w:trPr><w:ins/></w:trPr></w:tr></w:tbl><w:tbl><w:tr><w:trPr><w:del/></w:trPr>"
      "</w:tr></w:tbl>",
      "<w:tbl><w:tr><w:trPr/></w:tr></w:tbl>", "<w:tbl><w:tr><w:trPr/></w:tr></w:tbl>"},
+    {"what a drawing calls so", "<w:r><a:path><a:moveTo><a:pt/></a:moveTo></a:path></w:r>",
+     "<w:r><a:path><a:moveTo><a:pt/></a:moveTo></a:path></w:r>",
+     "<w:r><a:path><a:moveTo><a:pt/></a:moveTo></a:path></w:r>"},
 };
 
 TEST(Resolve, TakesAllChangesOneWayOrTheOther) {

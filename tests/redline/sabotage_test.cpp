@@ -7,7 +7,12 @@ namespace {
 
 const std::string kStyleNamed = "<w:style w:type=\"paragraph\" w:styleId=\"";
 
-std::string Body(bool modified) {
+const std::string kField =
+    "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>DATE</w:instrText></w:r>"
+    "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
+
+std::string Body(bool modified, const std::string& width) {
+    const std::string nested = "<w:tc><w:tcPr/>" + Table(Row({"3"})) + "<w:p/></w:tc>";
     const std::string word = modified ? "tide" : "weather";
     const std::string place = modified ? "quay" : "pier";
     const std::string wanders = Paragraph("Visitors sign the book at the gate.");
@@ -15,7 +20,9 @@ std::string Body(bool modified) {
            Paragraph("Rules of the harbour club", "<w:pStyle w:val=\"H\"/>") +
            Paragraph(TextRun("The keeper notes the ") + TextRun(word, modified ? "" : "<w:b/>") +
                      TextRun(" each morning.") + NoteReference("1")) +
-           (modified ? "" : Paragraph("Dogs stay on the leash.", "<w:pStyle w:val=\"S\"/>")) +
+           (modified ? ""
+                     : Paragraph(TextRun("Dogs stay on the leash.") + kField,
+                                 "<w:pStyle w:val=\"S\"/>")) +
            Paragraph("Boats are painted white each spring by the members of the club.") +
            (modified ? wanders : "") +
            Paragraph("Ropes are coiled and hung up behind the door of the shed.") +
@@ -24,23 +31,23 @@ std::string Body(bool modified) {
                                  "<w:numId w:val=\"1\"/></w:numPr>")
                      : "") +
            Table(Row({"Oak", modified ? "14" : "12"}) + Row({"Elm", "7"}) +
-                 (modified ? Row({"Fir", "3"}) : Row({"Ash", "9"}))) +
+                 (modified ? "<w:tr>" + Cell("Fir") + nested + "</w:tr>" : Row({"Ash", "9"}))) +
            Paragraph(TextRun("See ") + "<w:hyperlink r:id=\"rl\">" + TextRun("the " + place) +
-                     "</w:hyperlink>" + TextRun(" and the map. ") +
-                     "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>DATE"
-                     "</w:instrText></w:r><w:r><w:fldChar w:fldCharType=\"end\"/></w:r>" +
-                     "<w:r><w:drawing><a:blip r:embed=\"rp\"/></w:drawing></w:r>"
+                     "</w:hyperlink>" + TextRun(" and the map. ") + kField +
+                     "<w:r><w:drawing><wp:extent cx=\"" + width +
+                     "\"/><a:blip r:embed=\"rp\"/>"
+                     "<a:moveTo/></w:drawing></w:r>"
                      "<w:r><w:drawing><dgm:relIds r:dm=\"rm\"/></w:drawing></w:r>") +
            Paragraph(TextRun("The end of ") + "<w:r><w:pict><w:txbxContent>" +
                      Paragraph(modified ? "boxed new" : "boxed old") +
                      "</w:txbxContent></w:pict></w:r>");
 }
 
-std::string Input(bool modified) {
+std::string Input(bool modified, const std::string& width = "9") {
     PairFile file;
-    file.body = Body(modified);
+    file.body = Body(modified, width);
     file.styles =
-        kStyleNamed + "H\"><w:rPr><w:b/></w:rPr></w:style>" + kStyleNamed +
+        "<w:docDefaults/>" + kStyleNamed + "H\"><w:rPr><w:b/></w:rPr></w:style>" + kStyleNamed +
         (modified ? "S\"><w:rPr><w:b/></w:rPr></w:style>" : "S\"><w:rPr><w:i/></w:rPr></w:style>");
     file.numbering =
         "<w:abstractNum w:abstractNumId=\"0\"><w:lvl w:ilvl=\"0\"/></w:abstractNum>"
@@ -76,12 +83,15 @@ constexpr Sabotage kRows[] = {
     {"a mark in front of a table", kText, "</w:numPr>",
      "</w:numPr><w:rPr><w:ins w:id=\"999\" w:author=\"a\"/></w:rPr>"},
     {"an id twice", kText, "w:id=\"5\"", "w:id=\"4\""},
+    {"half a move without its end", kText, "w:moveFromRangeEnd", "w:bookmarkEnd"},
     {"half a move", kText, "w:moveToRangeStart", "w:bookmarkStart"},
     {"a change without an author", kText, "w:author=\"Zorvane\"", "w:who=\"Zorvane\""},
     {"a cell is lost", kText,
      "<w:tc><w:tcPr/><w:p><w:r><w:t xml:space=\"preserve\">7</w:t></w:r></w:p></w:tc>", ""},
     {"a row without its mark", kText, "<w:trPr><w:del", "<w:trPr><w:gone"},
     {"a row with the other mark", kText, "<w:trPr><w:ins", "<w:trPr><w:del"},
+    {"a row inside of a marked one", kText, "</w:tblGrid><w:tr><w:trPr><w:ins",
+     "</w:tblGrid><w:tr><w:trPr><w:gone"},
     {"a table is lost", kText, "</w:tbl>",
      "</w:tbl><w:tbl><w:tr><w:tc><w:p/></w:tc></w:tr></w:tbl>"},
     {"the wrong note", kText, "<w:footnoteReference w:id=\"1\"/>",
@@ -91,12 +101,17 @@ constexpr Sabotage kRows[] = {
     {"no header", kText, "<w:headerReference", "<w:lostReference"},
     {"a text box's text", kText, "boxed ", "Boxed "},
     {"a picture", "word/media/image1.png", "picture", "pictore"},
+    {"how something is drawn", kText, "<a:moveTo", "<a:lineTo"},
     {"a deleted diagram's drawing", "word/diagrams/data12.xml", "rIdOld2", "rd"},
-    {"a field's code", kText, "DATE", "TIME"},
+    {"a deleted field's code as one that stays", kText, "<w:delInstrText>DATE</w:delInstrText>",
+     "<w:instrText>DATE</w:instrText>"},
+    {"a field's code", kText, "<w:instrText>DATE", "<w:instrText>TIME"},
     {"what a link leads to", kRelations, "http://example.org/", "http://example.com/"},
     {"a relationship", kText, "r:embed=\"rp\"", "r:embed=\"rq\""},
     {"a part that nobody had to change", "docProps/app.xml", "Properties", "Property"},
     {"a type of content", "[Content_Types].xml", "png", "gif"},
+    {"a type of another kind", "[Content_Types].xml", "image/png", "application/xml"},
+    {"what all text looks like", "word/styles.xml", "<w:docDefaults/>", ""},
     {"a list", "word/numbering.xml", "w:numId=\"1\"", "w:numId=\"2\""},
     {"broken XML", kText, "</w:body>", "</w:bo>"},
     {"a deleted style is missing", "word/styles.xml", "SOriginal", "SOther"},
@@ -124,6 +139,7 @@ TEST(RedlineCheck, RefusesAnotherPairsRedline) {
     const std::string redline = RedlineOf(original, modified).bytes;
     EXPECT_NE(LawBreach(modified, original, redline), "");
     EXPECT_NE(LawBreach(original, modified, modified), "");
+    EXPECT_NE(LawBreach(Input(false, "8"), modified, redline), "") << "a picture that stays";
     EXPECT_NE(LawBreach(original, modified, "no package"), "");
 }
 

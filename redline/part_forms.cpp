@@ -1,0 +1,106 @@
+#include "redline/part_forms.h"
+
+#include <fmt/format.h>
+#include <set>
+#include <vector>
+#include <xxhash.h>
+
+#include "redline/xml_tools.h"
+
+namespace zorvane {
+
+std::string ContentDigest(std::string_view bytes) {
+    const XXH128_hash_t hash = XXH3_128bits(bytes.data(), bytes.size());
+    return fmt::format("{}:{:016x}{:016x}", bytes.size(), hash.high64, hash.low64);
+}
+
+pugi::xml_node DrawingName(const pugi::xml_node& data) {
+    pugi::xml_node found;
+    VisitElements(data, [&found](const pugi::xml_node& node) {
+        if (Is(node, "dataModelExt"))
+            found = node;
+    });
+    return found;
+}
+
+const std::string& PartForms::DigestOf(const PartRelation& relation, std::string& drawing) {
+    const auto [place, is_new] = digests_.try_emplace(relation.part);
+    Digest& digest = place->second;
+    if (is_new && KindOf(relation) != kDiagram) {
+        digest.digits = ContentDigest(package_.Bytes(relation.part));
+    } else if (is_new) {
+        const pugi::xml_node data = package_.Tree(relation.part);
+        digest.drawing = Attribute(DrawingName(data), kDrawingId);
+        digest.digits = ContentDigest(CanonicalXml(
+            data, [](const pugi::xml_node&, const pugi::xml_attribute& attribute, std::string&) {
+                return std::string_view(attribute.name()) != kDrawingId;
+            }));
+    }
+    drawing = digest.drawing;
+    return digest.digits;
+}
+
+std::string PartForms::FormOf(const std::string& owner, const PartRelation& relation) {
+    std::vector<PartRelation> open{relation};
+    std::set<std::string> seen;
+    std::multiset<std::string> forms;
+    while (!open.empty()) {
+        const PartRelation at = std::move(open.back());
+        open.pop_back();
+        const std::string kind(KindOf(at));
+        if (at.external || !seen.insert(at.part).second) {
+            forms.insert(kind + ">" + (at.external ? at.target : ""));
+            continue;
+        }
+        for (PartRelation& inner : package_.Relations(at.part))
+            open.push_back(std::move(inner));
+        std::string drawing;
+        forms.insert(kind + ":" + DigestOf(at, drawing));
+        if (drawing.empty())
+            continue;
+        for (PartRelation& shown : package_.Relations(owner)) {
+            if (shown.id == drawing)
+                open.push_back(std::move(shown));
+        }
+    }
+    std::string form;
+    for (const std::string& one : forms)
+        form += one + "|";
+    return form;
+}
+
+std::string PartForms::Of(const std::string& part, const std::string& id) {
+    const std::pair key(part, id);
+    if (const auto found = forms_.find(key); found != forms_.end())
+        return found->second;
+    for (const PartRelation& relation : package_.Relations(part)) {
+        if (relation.id == id)
+            return forms_[key] = FormOf(part, relation);
+    }
+    return id;
+}
+
+PartForms::Ids& PartForms::IdsOf(const std::string& part, std::string_view kind) {
+    const auto [place, is_new] = ids_.try_emplace({part, std::string(kind)});
+    if (is_new) {
+        for (const PartRelation& relation : package_.Relations(part)) {
+            if (KindOf(relation) == kind)
+                place->second.emplace(Of(part, relation.id), relation.id);
+        }
+    }
+    return place->second;
+}
+
+std::string PartForms::IdOf(const std::string& part, std::string_view kind,
+                            const std::string& form) {
+    const Ids& ids = IdsOf(part, kind);
+    const auto found = ids.find(form);
+    return found == ids.end() ? std::string() : found->second;
+}
+
+void PartForms::Tell(const std::string& part, std::string_view kind, const std::string& form,
+                     const std::string& id) {
+    IdsOf(part, kind).emplace(form, id);
+}
+
+}  // namespace zorvane
