@@ -9,7 +9,6 @@
 #include "tests/support/deck_file.h"
 #include "tests/support/loader_fixture.h"
 #include "tests/support/pdf_file.h"
-#include "tests/support/shown_beside.h"
 #include "tests/support/stopping_watcher.h"
 #include "tests/support/word_file.h"
 #include "tests/support/xlsx_file.h"
@@ -60,6 +59,14 @@ TEST_F(ConversionRoadsTest, ListNumbersOfDocumentsVanishUnlessTheyAreToStay) {
 
 // ---- what lies beside the words ----
 
+std::string ShownBeside(const std::vector<BesideItem>& items) {
+    std::string text;
+    for (const BesideItem& item : items)
+        text += std::string(NameOf(item.kind).option) + " " + std::to_string(item.paragraph) + " " +
+                item.text + "; ";
+    return text;
+}
+
 TEST_F(ConversionRoadsTest, WhatLiesBesideTheWordsComesOnEveryRoad) {
     constexpr std::string_view kPage =
         "<title>T</title><p>a<br>b<p> <p><a href='http://x/'>c</a><p><img src=p.png>";
@@ -83,10 +90,10 @@ TEST_F(ConversionRoadsTest, WhatLiesBesideTheWordsComesOnEveryRoad) {
         options_.bRemoveFormatting.SetData(row.plain);
         options_.bRemoveBlankLines.SetData(row.without_blank_lines);
         EXPECT_EQ(Loaded("a.html", kPage), row.text);
-        EXPECT_EQ(ShownItems(loader_.Memory().beside[Side::Original]), row.items);
+        EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), row.items);
     }
     EXPECT_EQ(Loaded("b.txt", "words"), "words");
-    EXPECT_EQ(ShownItems(loader_.Memory().beside[Side::Original]), "")
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "")
         << "nothing of the file before";
     EXPECT_EQ(Log(), "");
 }
@@ -95,17 +102,17 @@ TEST_F(ConversionRoadsTest, WhatLiesBesideRichTextComesWithoutItsFormattingToo) 
     constexpr std::string_view kRich =
         "{\\rtf1 a\\line b\\par\\par {\\field{\\*\\fldinst HYPERLINK http://x/}{\\fldrslt c}}}";
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\vb\r\n\r\nc");
-    EXPECT_EQ(ShownItems(loader_.Memory().beside[Side::Original]), "links 3 http://x/; ");
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "links 3 http://x/; ");
     options_.bRemoveBlankLines.SetData(true);
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\vb\r\nc");
-    EXPECT_EQ(ShownItems(loader_.Memory().beside[Side::Original]), "links 2 http://x/; ");
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "links 2 http://x/; ");
     options_.bRemoveBlankLines.SetData(false);
     options_.bRemoveFormatting.SetData(true);
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\r\nb\r\n\r\nc");
-    EXPECT_EQ(ShownItems(loader_.Memory().beside[Side::Original]), "links 4 http://x/; ");
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "links 4 http://x/; ");
     options_.bRemoveBlankLines.SetData(true);
     EXPECT_EQ(Loaded("a.rtf", kRich), "a\r\nb\r\nc");
-    EXPECT_EQ(ShownItems(loader_.Memory().beside[Side::Original]), "links 3 http://x/; ");
+    EXPECT_EQ(ShownBeside(loader_.Memory().beside[Side::Original]), "links 3 http://x/; ");
 }
 
 TEST_F(ConversionRoadsTest, AsMuchAsMayLieBesideTheWordsComesWhole) {

@@ -285,11 +285,6 @@ TEST_F(DocumentLoaderTest, AdvisesOnceWhateverTheAnswer) {
     loader_.WarnIfXLSAndWordWrapIsTrue({"a.xlsx", "b"});
     EXPECT_FALSE(settings_.mnuWordWrap);
     EXPECT_EQ(questions_.shown.size(), 3U);
-    int switched = 0;
-    for (const bool all_in_one : {false, true, true})
-        loader_.WarnIfDOCAndIsBigFile({"a.txt", "b.docx"}, all_in_one, [&] { ++switched; });
-    EXPECT_EQ(switched, 1);
-    EXPECT_EQ(questions_.asked.size(), 4U);
 }
 
 // ---- documents from outside ----

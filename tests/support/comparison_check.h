@@ -2,6 +2,7 @@
 // same check serves tables, random pairs and fuzzing.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/engine/compare_texts.h"
+#include "compare/engine/pairing/section_tokens.h"
 
 namespace zorvane {
 
@@ -82,6 +84,8 @@ class ComparisonCheck {
                   std::span<const SectionDetail> sections) {
         Details(original, modified, sections, ExactWords());
         for (const SectionDetail& section : sections) {
+            ExpectNumbers(original, section.places.original);
+            ExpectNumbers(modified, section.places.modified);
             const auto letters = comparison_.CharactersOf(section);
             EXPECT_TRUE(letters.empty() || options_.by_character);
             if (letters.empty())
@@ -94,6 +98,17 @@ class ComparisonCheck {
                 ExpectWholeLetters(new_text, letter.places.modified);
             }
         }
+    }
+
+    // Sections are numbered by the ends in front of them.
+    static void ExpectNumbers(std::u16string_view text, const DetailPlace& place) {
+        const auto ends = [&](std::int32_t end) {
+            return std::count_if(text.begin(), text.begin() + end, EndsSection);
+        };
+        const bool some = place.Length() > 0;
+        const bool inside = place.begin > 0 && ends(place.begin) == ends(place.begin - 1);
+        EXPECT_EQ(place.first, ends(place.begin) + (some || inside ? 1 : 0));
+        EXPECT_EQ(place.last, some ? ends(place.end - 1) + 1 : place.first);
     }
 
     bool ExactWords() const {

@@ -154,6 +154,18 @@ TEST_F(OwnLook, ParagraphsHaveTheirs) {
     EXPECT_NE(WriteHtmlReport(model, kSideBySide).find("box two rich"), std::string::npos);
 }
 
+TEST_F(OwnLook, ParagraphsOfOneSideKeepTheirs) {
+    const Comparison comparison = Compared(u"Title\r\nrest of it", u"rest of it\r\nEnd");
+    const PerSide<DocumentLook> looks{{{}, {{.number = 1, .heading = 1}}},
+                                      {{}, {{.number = 2, .heading = 2}}}};
+    ReportModel model{.comparison = comparison};
+    model.document_looks = {&looks.original, &looks.modified};
+    std::string cells;
+    for (const HtmlNode& row : RowsOf(ParsedPage(WriteHtmlReport(model, kAllInOne))))
+        cells += row.children.back().attributes + ";";
+    EXPECT_EQ(cells, " class=\"h1\";; class=\"h2\";");
+}
+
 TEST(HtmlTables, RowsShareTheirColumns) {
     const ComparedPair pair({"text", "Item\aA longer description of it\a", "X\ashort\a12\a",
                              "Y\aa rather long text that goes on\a7\a", "text"},

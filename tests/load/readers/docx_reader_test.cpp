@@ -294,6 +294,7 @@ TEST(DocxReader, CountsLists) {
     WordFile parts;
     parts.numbering =
         "<w:abstractNum w:abstractNumId=\"0\">" + std::string(kLevels) +
+        "<w:lvl w:ilvl=\"9\"><w:lvlText w:val=\"a level that there is not\"/></w:lvl>"
         "</w:abstractNum><w:abstractNum w:abstractNumId=\"1\"><w:lvl w:ilvl=\"0\"><w:numFmt "
         "w:val=\"bullet\"/><w:lvlText w:val=\"\xEF\x82\xB7\"/><w:rPr><w:rFonts "
         "w:ascii=\"Symbol\"/></w:rPr></w:lvl></w:abstractNum><w:num w:numId=\"1\"><w:abstractNumId "

@@ -100,6 +100,8 @@ constexpr SymbolRow kSymbols[] = {
      "\xCE\xB1\xE2\x84\xA6"},
     {"Greek by its letter", "abG", "Symbol", "αβΓ"},
     {"signs", "\xC2\xA5\xC2\xB9", "Symbol", "∞≠"},
+    {"beside the Greek, and beside the area", "@AZ[`az{\uEFFC\uF01F\uF100", "Symbol",
+     "@ΑΖ[`αζ{\uEFFC\uF01F\uF100"},
     {"a bullet", "\xEF\x82\xB7", "Symbol", "•"},
     {"pictures", "\xEF\x83\xBC\xC2\xA7", "Wingdings", "✓▪"},
     {"an unknown one stays", "\xEF\x80\xA1", "Wingdings", "\xEF\x80\xA1"},
@@ -111,6 +113,7 @@ TEST(SymbolFonts, ShowWhatTheirLettersLookLike) {
         EXPECT_EQ(SymbolText(row.text, row.font), row.shown);
     }
     EXPECT_EQ(SymbolBullet("\xEF\x80\xA1", "Wingdings"), "•") << "an unknown bullet is the usual";
+    EXPECT_EQ(SymbolBullet("\uE000-\uF8FF\uF900", "Arial"), "•-•\uF900");
 }
 
 }  // namespace
