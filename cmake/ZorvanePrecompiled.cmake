@@ -1,7 +1,6 @@
 # Headers from outside, read once for many files: half of what a compiler does for most of them.
 # A set for each kind of target, as their flags differ.
-# Headers of our own are in none; a file still names all it uses, which the build of the thread
-# sanitizer proves as it precompiles nothing.
+# Headers of our own are in none; a file still names all it uses, which tools/check_apart.py proves.
 
 option(ZORVANE_PRECOMPILE "Precompile headers from outside" ON)
 

@@ -1,5 +1,5 @@
-// Formatted text behind a text. The library's own `format_to` is compiled anew, in seconds, in every
-// file that calls it.
+// Formatted text behind a text. The library's own `format_to` is compiled anew, in seconds, in
+// every file that calls it.
 #pragma once
 
 #include <fmt/core.h>
