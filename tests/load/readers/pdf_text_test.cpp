@@ -1,4 +1,3 @@
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -160,7 +159,8 @@ constexpr EndRow kEndRows[] = {
     {"the header alone", "%PDF-1.4\n", ReadError::Damaged},
     {"a pointer into nothing", "x\nstartxref\n5\n%%EOF", ReadError::Damaged},
 };
-// Sorting so many pieces of text is not left to the library, whose time grows with their square.
+// Sorting so many pieces of text is not left to the library, whose time grows with their square: the
+// page would be refused.
 TEST(PdfText, ReadsAPageOfScatteredWords) {
     std::string content;
     constexpr int kWords = 15'000;
@@ -168,9 +168,7 @@ TEST(PdfText, ReadsAPageOfScatteredWords) {
         content += test_pdf::Line(10 + (word * 7919) % 580, 10 + (word * 104'729) % 770,
                                   "w" + std::to_string(word), 5);
     }
-    const std::clock_t start = std::clock();
     const std::string text = TextOf(MakePdf(content));
-    EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, 5.0);
     for (const int word : {0, 777, kWords - 1})
         EXPECT_NE(text.find("w" + std::to_string(word)), std::string::npos);
 }
