@@ -159,8 +159,8 @@ constexpr EndRow kEndRows[] = {
     {"the header alone", "%PDF-1.4\n", ReadError::Damaged},
     {"a pointer into nothing", "x\nstartxref\n5\n%%EOF", ReadError::Damaged},
 };
-// Sorting so many pieces of text is not left to the library, whose time grows with their square: the
-// page would be refused.
+// Sorting so many pieces of text is not left to the library, whose time grows with their square:
+// the page would be refused.
 TEST(PdfText, ReadsAPageOfScatteredWords) {
     std::string content;
     constexpr int kWords = 15'000;
