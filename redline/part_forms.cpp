@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 #include <set>
-#include <vector>
 #include <xxhash.h>
 
 #include "redline/xml_tools.h"
@@ -40,6 +39,22 @@ const std::string& PartForms::DigestOf(const PartRelation& relation, std::string
     return digest.digits;
 }
 
+// Of one part; what it leads to is open then, and the drawing that a diagram names in its owner.
+std::string PartForms::Follow(const std::string& owner, const PartRelation& at,
+                              std::vector<PartRelation>& open) {
+    for (PartRelation& inner : package_.Relations(at.part))
+        open.push_back(std::move(inner));
+    std::string drawing;
+    std::string form = std::string(KindOf(at)) + ":" + DigestOf(at, drawing);
+    if (drawing.empty())
+        return form;
+    for (PartRelation& shown : package_.Relations(owner)) {
+        if (shown.id == drawing)
+            open.push_back(std::move(shown));
+    }
+    return form;
+}
+
 std::string PartForms::FormOf(const std::string& owner, const PartRelation& relation) {
     std::vector<PartRelation> open{relation};
     std::set<std::string> seen;
@@ -47,21 +62,9 @@ std::string PartForms::FormOf(const std::string& owner, const PartRelation& rela
     while (!open.empty()) {
         const PartRelation at = std::move(open.back());
         open.pop_back();
-        const std::string kind(KindOf(at));
-        if (at.external || !seen.insert(at.part).second) {
-            forms.insert(kind + ">" + (at.external ? at.target : ""));
-            continue;
-        }
-        for (PartRelation& inner : package_.Relations(at.part))
-            open.push_back(std::move(inner));
-        std::string drawing;
-        forms.insert(kind + ":" + DigestOf(at, drawing));
-        if (drawing.empty())
-            continue;
-        for (PartRelation& shown : package_.Relations(owner)) {
-            if (shown.id == drawing)
-                open.push_back(std::move(shown));
-        }
+        const bool is_new = !at.external && seen.insert(at.part).second;
+        forms.insert(is_new ? Follow(owner, at, open)
+                            : std::string(KindOf(at)) + ">" + (at.external ? at.target : ""));
     }
     std::string form;
     for (const std::string& one : forms)

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "redline/word_package.h"
 
@@ -29,6 +30,8 @@ class PartForms {
   private:
     using Ids = std::map<std::string, std::string>;  // by form
     std::string FormOf(const std::string& owner, const PartRelation& relation);
+    std::string Follow(const std::string& owner, const PartRelation& at,
+                       std::vector<PartRelation>& open);
     const std::string& DigestOf(const PartRelation& relation, std::string& drawing);
     Ids& IdsOf(const std::string& part, std::string_view kind);
 
