@@ -181,31 +181,38 @@ std::string IdFault(FileLook& file) {
 }
 
 // Each move has two halves, and each half a begin and an end.
-std::string MoveFault(FileLook& file) {
-    std::multiset<std::string> from;
+struct MoveHalves {
+    std::multiset<std::string> from;  // names
     std::multiset<std::string> to;
     std::set<std::string> open;
     bool ends_alone = false;
-    for (const std::string& part : file.Stories()) {
-        Walk(file.Root(part), [&](const Node& node) {
-            const std::string_view name = LocalName(node);
-            const std::size_t range = name.starts_with("move") ? name.find("Range") : name.npos;
-            if (range == name.npos)
-                return;
-            const std::string half =
-                std::string(name.substr(0, range)) + node.attribute("w:id").value();
-            if (name.ends_with("End")) {
-                ends_alone = open.erase(half) == 0 || ends_alone;
-                return;
-            }
-            open.insert(half);
-            (name.starts_with("moveFrom") ? from : to).insert(node.attribute("w:name").value());
-        });
+
+    void Take(const Node& node) {
+        const std::string_view name = LocalName(node);
+        const std::size_t range = name.starts_with("move") ? name.find("Range") : name.npos;
+        if (range == name.npos)
+            return;
+        const std::string half =
+            std::string(name.substr(0, range)) + node.attribute("w:id").value();
+        if (name.ends_with("End")) {
+            ends_alone = open.erase(half) == 0 || ends_alone;
+            return;
+        }
+        open.insert(half);
+        (name.starts_with("moveFrom") ? from : to).insert(node.attribute("w:name").value());
     }
-    const bool twice = std::set<std::string>(from.begin(), from.end()).size() < from.size();
-    if (ends_alone || !open.empty())
+    bool AnyTwice() const {
+        return std::set<std::string>(from.begin(), from.end()).size() < from.size();
+    }
+};
+
+std::string MoveFault(FileLook& file) {
+    MoveHalves halves;
+    for (const std::string& part : file.Stories())
+        Walk(file.Root(part), [&halves](const Node& node) { halves.Take(node); });
+    if (halves.ends_alone || !halves.open.empty())
         return "half a move has no begin or no end";
-    return from == to && !twice ? "" : "a move has not two halves";
+    return halves.from == halves.to && !halves.AnyTwice() ? "" : "a move has not two halves";
 }
 
 // Inside a marked row every run and every end of a paragraph is marked alike; deleted text has
