@@ -12,6 +12,10 @@
 namespace zorvane {
 
 enum class TrackMark : std::uint8_t { Keep, Delete, Insert };
+/// Whose content bears a mark: what stays is the Modified's.
+constexpr Side SideOf(TrackMark mark) {
+    return mark == TrackMark::Delete ? Side::Original : Side::Modified;
+}
 
 /// A stretch of a group's text, its blocks joined by CR LF: on both sides when kept, else on one.
 struct Stretch {

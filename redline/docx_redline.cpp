@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "redline/freed_memory.h"
+#include "common/platform/freed_memory.h"
 #include "redline/header_pairs.h"
 #include "redline/note_parts.h"
 #include "redline/resolve.h"
@@ -134,11 +134,9 @@ class DocxRedline {
     void MergePart(const std::string& original, const std::string& modified) {
         const RedlineCounts before = marks_.Counts();
         StoryWriter writer(state_, {original, modified});
-        std::optional<TextsAlone> ahead = AlignAhead(original, modified);
-        if (ahead) {
-            ahead->Align(state_.watcher);
-            ReturnFreedMemory();
-        }
+        std::optional<TextsAlone> ahead;
+        if (AreReadTwice(original, modified))
+            ahead = AlignAhead(writer, {original, modified});
         const Node old_holder = Holder(original_.Tree(original));
         const Node new_holder = Holder(modified_.Tree(modified));
         writer.Merge(old_holder, new_holder, std::move(ahead));
@@ -146,18 +144,23 @@ class DocxRedline {
             Changed(original, modified);
     }
 
-    // Nothing for what is not large, and for a tree that was changed: it cannot be read again.
-    std::optional<TextsAlone> AlignAhead(const std::string& original, const std::string& modified) {
-        if (original != original_.MainPart() || original_.IsEdited(original) ||
-            modified_.IsEdited(modified) ||
-            original_.Size(original) + modified_.Size(modified) < large_texts_)
-            return std::nullopt;
-        const StoryWriter writer(state_, {original, modified});
+    // What is large, but for a tree that was changed.
+    bool AreReadTwice(const std::string& original, const std::string& modified) const {
+        return original == original_.MainPart() && !original_.IsEdited(original) &&
+               !modified_.IsEdited(modified) &&
+               original_.Size(original) + modified_.Size(modified) >= large_texts_;
+    }
+
+    TextsAlone AlignAhead(const StoryWriter& writer, const PartPair& parts) {
         TextsAlone texts;
-        texts.blocks.original = writer.Texts(Holder(original_.Tree(original)), Side::Original);
-        original_.Forget(original);
-        texts.blocks.modified = writer.Texts(Holder(modified_.Tree(modified)), Side::Modified);
-        modified_.Forget(modified);
+        texts.blocks.original =
+            writer.Texts(Holder(original_.Tree(parts.original)), Side::Original);
+        original_.Forget(parts.original);
+        texts.blocks.modified =
+            writer.Texts(Holder(modified_.Tree(parts.modified)), Side::Modified);
+        modified_.Forget(parts.modified);
+        texts.Align(state_.watcher);
+        ReturnFreedMemory();
         return texts;
     }
 

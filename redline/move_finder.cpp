@@ -21,8 +21,8 @@ bool IsWhole(const std::vector<PlanToken>& tokens, std::size_t at) {
 }
 
 // Text alone: what holds stories of its own is left where it is.
-bool MayMove(const StoryBlock& block) {
-    return block.text.Told().blanks >= kFewestBlanks &&
+bool MayMove(const StoryBlock& block, const BlockText::Digest& text) {
+    return text.blanks >= kFewestBlanks &&
            std::none_of(block.atoms.begin(), block.atoms.end(), HoldsStory);
 }
 
@@ -45,9 +45,12 @@ PlacesByText PlacesOf(const Plan& plan, const std::vector<StoryBlock>& original,
             continue;
         const bool deleted = token.mark == TrackMark::Delete;
         const StoryBlock& block = deleted ? original[token.original] : modified[token.modified];
-        if (token.length != block.text.size() || !MayMove(block))
+        if (token.length != block.text.size())
             continue;
-        Places& place = places[block.text.Told()];
+        const BlockText::Digest text = block.text.Told();
+        if (!MayMove(block, text))
+            continue;
+        Places& place = places[text];
         (deleted ? place.deleted : place.inserted).push_back(i);
     }
     return places;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "redline/part_forms.h"
+#include "compare/document/beside.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
@@ -252,7 +252,7 @@ std::string OdtImporter::FormOf(Side side, const std::string& address) {
     if (!form.empty())
         return form;
     for (const std::string& name : PartsOf(package, part))
-        form += name.substr(part.size()) + "=" + ContentDigest(package.Bytes(name)) + ";";
+        form += name.substr(part.size()) + "=" + BesideDigest(package.Bytes(name)) + ";";
     return form;
 }
 

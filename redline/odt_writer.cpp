@@ -62,7 +62,7 @@ struct OdtWriter::Container {
 };
 
 OdtReader OdtWriter::ReaderOf(TrackMark mark) {
-    const Side side = mark == TrackMark::Delete ? Side::Original : Side::Modified;
+    const Side side = SideOf(mark);
     return {state_.keys, [&importer = state_.importer, side](const std::string& address) {
                 return importer.FormOf(side, address);
             }};

@@ -1,17 +1,11 @@
 #include "redline/part_forms.h"
 
-#include <fmt/format.h>
 #include <set>
-#include <xxhash.h>
 
+#include "compare/document/beside.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
-
-std::string ContentDigest(std::string_view bytes) {
-    const XXH128_hash_t hash = XXH3_128bits(bytes.data(), bytes.size());
-    return fmt::format("{}:{:016x}{:016x}", bytes.size(), hash.high64, hash.low64);
-}
 
 pugi::xml_node DrawingName(const pugi::xml_node& data) {
     pugi::xml_node found;
@@ -22,21 +16,20 @@ pugi::xml_node DrawingName(const pugi::xml_node& data) {
     return found;
 }
 
-const std::string& PartForms::DigestOf(const PartRelation& relation, std::string& drawing) {
-    const auto [place, is_new] = digests_.try_emplace(relation.part);
-    Digest& digest = place->second;
+const PartForms::Look& PartForms::LookAt(const PartRelation& relation) {
+    const auto [place, is_new] = looks_.try_emplace(relation.part);
+    Look& look = place->second;
     if (is_new && KindOf(relation) != kDiagram) {
-        digest.digits = ContentDigest(package_.Bytes(relation.part));
+        look.digest = BesideDigest(package_.Bytes(relation.part));
     } else if (is_new) {
         const pugi::xml_node data = package_.Tree(relation.part);
-        digest.drawing = Attribute(DrawingName(data), kDrawingId);
-        digest.digits = ContentDigest(CanonicalXml(
+        look.drawing = Attribute(DrawingName(data), kDrawingId);
+        look.digest = BesideDigest(CanonicalXml(
             data, [](const pugi::xml_node&, const pugi::xml_attribute& attribute, std::string&) {
                 return std::string_view(attribute.name()) != kDrawingId;
             }));
     }
-    drawing = digest.drawing;
-    return digest.digits;
+    return look;
 }
 
 // Of one part; what it leads to is open then, and the drawing that a diagram names in its owner.
@@ -44,15 +37,14 @@ std::string PartForms::Follow(const std::string& owner, const PartRelation& at,
                               std::vector<PartRelation>& open) {
     for (PartRelation& inner : package_.Relations(at.part))
         open.push_back(std::move(inner));
-    std::string drawing;
-    std::string form = std::string(KindOf(at)) + ":" + DigestOf(at, drawing);
-    if (drawing.empty())
-        return form;
-    for (PartRelation& shown : package_.Relations(owner)) {
-        if (shown.id == drawing)
-            open.push_back(std::move(shown));
+    const Look& look = LookAt(at);
+    if (!look.drawing.empty()) {
+        for (PartRelation& shown : package_.Relations(owner)) {
+            if (shown.id == look.drawing)
+                open.push_back(std::move(shown));
+        }
     }
-    return form;
+    return std::string(KindOf(at)) + ":" + look.digest;
 }
 
 std::string PartForms::FormOf(const std::string& owner, const PartRelation& relation) {

@@ -29,20 +29,20 @@ class PartForms {
 
   private:
     using Ids = std::map<std::string, std::string>;  // by form
+    struct Look {
+        std::string digest;
+        std::string drawing;  // the id of the one that a diagram shows
+    };
     std::string FormOf(const std::string& owner, const PartRelation& relation);
     std::string Follow(const std::string& owner, const PartRelation& at,
                        std::vector<PartRelation>& open);
-    const std::string& DigestOf(const PartRelation& relation, std::string& drawing);
+    const Look& LookAt(const PartRelation& relation);
     Ids& IdsOf(const std::string& part, std::string_view kind);
 
     WordPackage& package_;
     std::map<std::pair<std::string, std::string>, std::string> forms_;  // by part and id
     std::map<std::pair<std::string, std::string>, Ids> ids_;            // by part and kind
-    struct Digest {
-        std::string digits;
-        std::string drawing;  // the id of the one that a diagram shows
-    };
-    std::map<std::string, Digest> digests_;  // by part
+    std::map<std::string, Look> looks_;                                 // by part
 };
 
 inline constexpr std::string_view kDiagram = "diagramData";
@@ -50,8 +50,5 @@ inline constexpr const char* kDrawingId = "relId";
 /// Where a diagram's data names the drawing that readers show: by an id of the story it stands in,
 /// not one of its own part.
 pugi::xml_node DrawingName(const pugi::xml_node& data);
-
-/// Of 128 bits and the size.
-std::string ContentDigest(std::string_view bytes);
 
 }  // namespace zorvane

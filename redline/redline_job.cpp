@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "common/base/text_encoding.h"
+#include "common/platform/freed_memory.h"
 #include "compare/document/rtf_reader.h"
 #include "load/readers/content_kind.h"
 #include "load/readers/sink/document_sink.h"
@@ -10,7 +11,6 @@
 #include "load/redline_certificate.h"
 #include "redline/document_layout.h"
 #include "redline/docx_redline.h"
-#include "redline/freed_memory.h"
 #include "redline/new_document.h"
 #include "redline/odt_redline.h"
 #include "redline/verify.h"
@@ -292,8 +292,8 @@ ReadEnd RunRedlineJob(const PerSide<std::string_view>& files, const ConversionMe
     Verified verified;
     const bool verify = !IsSet(job, "noverify");
     watcher.BeginCheck();
-    ReturnFreedMemory();
     if (verify) {
+        ReturnFreedMemory();
         const Result<Verified> result =
             VerifyRedline({documents, written.bytes, asked.track_formatting,
                            written.headers_left_out, &watcher, asked.open_document});

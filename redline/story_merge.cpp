@@ -1,6 +1,5 @@
 // What of two stories belongs together, and what lies inside of what stays.
 #include <algorithm>
-#include <cassert>
 #include <optional>
 
 #include "redline/new_fields.h"
@@ -62,8 +61,9 @@ std::vector<StoryBlock> StoryWriter::BlocksOf(const Node& container, Side side,
     if (!ahead)
         return blocks;
     std::vector<StoryBlock>& texts = ahead->blocks[side];
-    assert(texts.size() == blocks.size());  // of the same bytes
-    for (std::size_t i = 0; i < blocks.size(); ++i)
+    // They are of the same bytes; only memory may be short the second time.
+    state_.failed = state_.failed || texts.size() != blocks.size();
+    for (std::size_t i = 0; i < std::min(texts.size(), blocks.size()); ++i)
         blocks[i].text = std::move(texts[i].text);
     texts = {};
     return blocks;
@@ -76,6 +76,8 @@ void StoryWriter::Merge(const Node& original, Node modified, std::optional<Texts
         state_.marks.MarkTableEnd(end_added);
     const std::vector<StoryBlock> old_blocks = BlocksOf(original, Side::Original, ahead);
     std::vector<StoryBlock> new_blocks = BlocksOf(modified, Side::Modified, ahead);
+    if (state_.failed)
+        return;
     std::optional<Plan> plan = MakePlan(
         ahead ? std::move(ahead->groups) : AlignBlocks(old_blocks, new_blocks, state_.watcher),
         old_blocks, new_blocks);

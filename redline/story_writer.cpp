@@ -252,8 +252,7 @@ void StoryWriter::EmitTable(Output& output, const PlanToken& token) {
 // ---- content that is inserted or deleted whole ----
 
 void StoryWriter::MarkAll(Node container, TrackMark mark, bool last_too) {
-    const std::vector<StoryBlock> blocks =
-        ReaderOf(mark == TrackMark::Delete ? Side::Original : Side::Modified).Blocks(container);
+    const std::vector<StoryBlock> blocks = ReaderOf(SideOf(mark)).Blocks(container);
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         if (blocks[i].is_table)
             MarkTable(blocks[i].node, mark);

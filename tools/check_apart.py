@@ -3,6 +3,8 @@
 at once, which hides an include that is missing or a name that another file of the folder lends.
 
 usage: tools/check_apart.py [FILE...]        all files of the build where none is named; status 1 where one fails
+
+Fuzzers are no part of that build. Theirs compiles each by itself.
 """
 import concurrent.futures
 import json
@@ -26,7 +28,7 @@ def commands(named):
             seen[entry["file"]] = entry
     missing = wanted - seen.keys()
     if missing:
-        sys.exit("no part of the build: " + ", ".join(sorted(missing)))
+        print("no part of the build, not looked at:", *sorted(missing))
     return list(seen.values())
 
 

@@ -40,9 +40,9 @@ class Marker {
         if (segments.size() != 2 || segments.front()->words.size() > 1)
             return;
         const PdfWord& word = segments.front()->words.front();
-        std::u32string text;
         if (word.count > kLongestLabel)
             return;
+        std::u32string text;
         for (std::uint32_t index = 0; index < word.count; ++index)
             text += characters_[word.first + index].letter;
         std::vector<PdfLabel> readings = LabelsOf(text);

@@ -5,7 +5,7 @@
 namespace zorvane {
 namespace {
 
-// TextLines of ten bytes with their ends, a difference behind each stretch.
+// Paragraphs of ten bytes with their ends, a difference behind each stretch.
 ComparedPair StretchesOf(const std::vector<std::size_t>& lengths) {
     TextLines original;
     for (std::size_t i = 0; i < lengths.size(); ++i) {
