@@ -46,6 +46,8 @@ constexpr std::array<CountRow, CountsOf<UntrackedCount>::kKinds> kUntracked{{
                                "headers or footers of the original left out"}},
     {"tables_twice", Words{"table written twice", "tables written twice"}},
     {"rows_twice", Words{"row written twice", "rows written twice"}},
+    {"signatures",
+     Words{"signature of the modified, taken out", "signatures of the modified, taken out"}},
 }};
 
 // Calls `put` for each number with its row; `Counts` may be const.

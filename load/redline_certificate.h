@@ -36,6 +36,7 @@ enum class UntrackedCount : std::uint8_t {
     HeadersLeftOut,
     TablesTwice,
     RowsTwice,
+    Signatures,
     Count
 };
 

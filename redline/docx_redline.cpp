@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
 
 #include "common/platform/freed_memory.h"
 #include "redline/header_pairs.h"
 #include "redline/note_parts.h"
 #include "redline/resolve.h"
+#include "redline/signatures.h"
 #include "redline/story_writer.h"
 #include "redline/xml_tools.h"
 
@@ -59,20 +61,29 @@ ReadEnd CheckNames(WordPackage& package, const char* side) {
                                : ReadEnd::Fault(ReadError::WrongFormat, "no document text");
 }
 
-std::int64_t HighestId(WordPackage& package) {
-    std::int64_t highest = 0;
+// Ids that are taken.
+struct TakenIds {
+    std::int64_t highest = 0;  // of those that changes and bookmarks share
+    std::set<std::string> drawings;
+};
+
+TakenIds IdsOf(WordPackage& package) {
+    TakenIds ids;
     for (const std::string& part : StoryParts(package)) {
-        VisitElements(package.Tree(part), [&highest](const Node& node) {
-            highest = std::max<std::int64_t>(highest, NumberOf(node.attribute("w:id").value(), 0));
+        VisitElements(package.Tree(part), [&ids](const Node& node) {
+            ids.highest =
+                std::max<std::int64_t>(ids.highest, NumberOf(node.attribute("w:id").value(), 0));
+            if (Is(node, "docPr"))
+                ids.drawings.emplace(Attribute(node, "id"));
         });
     }
-    return highest;
+    return ids;
 }
 
-std::int64_t FirstId(WordPackage& package, std::int32_t prefix) {
+std::int64_t FirstId(const TakenIds& ids, std::int32_t prefix) {
     // Ids behind the digits asked for: two redlines with other digits share none up to here.
     constexpr std::int64_t kRoom = 100'000;
-    return std::max(HighestId(package), prefix * kRoom) + 1;
+    return std::max(ids.highest, prefix * kRoom) + 1;
 }
 
 // The redline is a document, whatever the Modified is.
@@ -91,11 +102,11 @@ ReadEnd TakeType(WordPackage& package) {
 class DocxRedline {
   public:
     DocxRedline(WordPackage& original, WordPackage& modified, const RedlineRequest& request,
-                RunWatcher* watcher, WrittenRedline& written)
+                RunWatcher* watcher, WrittenRedline& written, TakenIds taken)
         : original_(original),
           modified_(modified),
-          importer_(original, modified),
-          marks_(request.author, request.date, FirstId(modified, request.id_prefix)),
+          importer_(original, modified, std::move(taken.drawings)),
+          marks_(request.author, request.date, FirstId(taken, request.id_prefix)),
           looks_(importer_),
           state_{original, modified, importer_, marks_, watcher},
           large_texts_(request.large_texts),
@@ -117,6 +128,7 @@ class DocxRedline {
                                   "the two documents name different things alike");
         written_.counts = marks_.Counts();
         Tell();
+        written_.untracked[UntrackedCount::Signatures] = RemoveWordSignatures(modified_);
         original_ = {};  // its trees are as large as what is written now
         std::optional<std::string> bytes = modified_.Save();
         if (!bytes)
@@ -247,7 +259,9 @@ ReadEnd WriteDocxRedline(const PerSide<std::string_view>& packages, const Redlin
                               "--keep-tracked they are compared as accepted");
     if (ReadEnd end = TakeType(opened.modified); !end.ok())
         return end;
-    return DocxRedline(opened.original, opened.modified, request, watcher, written).Write();
+    return DocxRedline(opened.original, opened.modified, request, watcher, written,
+                       IdsOf(opened.modified))
+        .Write();
 }
 
 }  // namespace zorvane

@@ -107,7 +107,15 @@ void Importer::AdaptElement(Node element, const PartPair& parts) {
     else if (name == "numId")
         value.set_value(NumberingFor(value.value()).c_str());
     else if (name == "docPr")
-        SetAttribute(element, "id", std::to_string(900'000 + ++next_drawing_));
+        SetAttribute(element, "id", FreshDrawingId());
+}
+
+std::string Importer::FreshDrawingId() {
+    std::string id;
+    do
+        id = std::to_string(++last_drawing_);
+    while (drawings_.contains(id));
+    return id;
 }
 
 std::string Importer::StyleFor(const std::string& id) {

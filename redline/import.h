@@ -29,10 +29,12 @@ struct LeftBehind {
 
 class Importer {
   public:
-    Importer(WordPackage& original, WordPackage& modified)
+    /// `drawings`: ids of the Modified's, which no other gets.
+    Importer(WordPackage& original, WordPackage& modified, std::set<std::string> drawings)
         : original_(original),
           modified_(modified),
-          forms_{PartForms(original), PartForms(modified)} {}
+          forms_{PartForms(original), PartForms(modified)},
+          drawings_(std::move(drawings)) {}
 
     /// `copy`, which stands in `parts.modified` already, was taken from `parts.original`. Its
     /// styles, lists, relationships and ids become the Modified's; what only the Original knows
@@ -52,6 +54,7 @@ class Importer {
 
   private:
     void AdaptElement(pugi::xml_node element, const PartPair& parts);
+    std::string FreshDrawingId();
     std::string CopyPart(const std::string& part);
     void ImportStyle(const pugi::xml_node& style, const std::string& id);
     pugi::xml_node Lists(WordPackage& package);
@@ -65,7 +68,8 @@ class Importer {
     std::set<std::pair<std::string, std::string>> lists_compared_;
     std::map<std::pair<PartPair, std::string>, std::string> relations_;
     std::map<std::string, std::string> parts_;
-    std::int32_t next_drawing_ = 0;
+    std::set<std::string> drawings_;
+    std::int32_t last_drawing_ = 900'000;  // far from what programs count up from one
     LeftBehind left_;
 };
 

@@ -6,6 +6,7 @@
 #include "redline/import.h"
 #include "redline/odt_resolve.h"
 #include "redline/odt_writer.h"
+#include "redline/signatures.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
@@ -174,7 +175,7 @@ class OdtRedline {
     ReadEnd Save() {
         written_.counts = state_.counts;
         Tell();
-        modified_.Remove("META-INF/documentsignatures.xml");
+        written_.untracked[UntrackedCount::Signatures] = RemoveOdtSignatures(modified_);
         std::optional<std::string> bytes = modified_.Save();
         if (!bytes)
             return ReadEnd::Fault(ReadError::TooLarge, "no memory for the package");

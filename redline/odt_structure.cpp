@@ -174,6 +174,8 @@ class OdtFile {
         const std::string manifest = package_.Read("META-INF/manifest.xml").value_or("");
         if (package_.Names().empty() || package_.Names().front() != "mimetype")
             return "the package does not begin with its type";
+        if (package_.Has("META-INF/documentsignatures.xml"))
+            return "a signature is left, which does not fit";
         for (const std::string& name : modified.Names()) {
             const bool may = name == "content.xml" || name == "styles.xml" ||
                              name.starts_with("META-INF/") || name.ends_with('/');

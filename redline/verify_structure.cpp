@@ -69,6 +69,8 @@ class FileLook {
         }
         for (const std::string& part : stories)
             Refer(part, defined, missing);
+        for (const std::string& id : DrawingsTwice(stories))
+            missing.insert("an id of its own for the drawing " + id);
         for (const std::string& name : Parts().Names()) {
             if (!name.ends_with('/') && TypeOf(name).empty())
                 missing.insert("content type of " + name);
@@ -85,6 +87,19 @@ class FileLook {
             defined.insert("list " + std::string(Attribute(node, "numId")));
         else if (name == "footnote" || name == "endnote")
             defined.insert(std::string(name) + " " + std::string(Attribute(node, "id")));
+    }
+
+    std::set<std::string> DrawingsTwice(const std::vector<std::string>& stories) {
+        std::set<std::string> ids;
+        std::set<std::string> twice;
+        for (const std::string& part : stories) {
+            Walk(Root(part), [&](const Node& node) {
+                if (std::string id(Attribute(node, "id"));
+                    Is(node, "docPr") && !ids.insert(id).second)
+                    twice.insert(std::move(id));
+            });
+        }
+        return twice;
     }
 
     using Relationships = std::unordered_map<std::string, Relationship>;
@@ -287,7 +302,8 @@ std::string LostFrom(const Node& before, const Node& now) {
         there.insert(Spelled(child));
     for (const Node& child : before.children()) {
         const auto found = there.find(Spelled(child));
-        if (found == there.end() && IsElement(child))
+        if (found == there.end() && IsElement(child) &&
+            !Attribute(child, "Type").ends_with("/digital-signature/origin"))
             return std::string(LocalName(child));
         if (found != there.end())
             there.erase(found);
@@ -295,15 +311,43 @@ std::string LostFrom(const Node& before, const Node& now) {
     return {};
 }
 
+// Of signatures: the part that leads to all, these, and what they lead to in turn.
+std::set<std::string> SignatureParts(Package& package) {
+    std::vector<std::string> open;
+    for (const auto& [id, relation] : ReadRelationships(package, "")) {
+        if (relation.type == "origin")
+            open.push_back(relation.target);
+    }
+    std::set<std::string> parts;
+    while (!open.empty()) {
+        const std::string part = std::move(open.back());
+        open.pop_back();
+        if (!parts.insert(part).second)
+            continue;
+        const std::size_t file = part.rfind('/') + 1;
+        parts.insert(part.substr(0, file) + "_rels/" + part.substr(file) + ".rels");
+        for (const auto& [id, relation] : ReadRelationships(package, part)) {
+            if (!relation.external)
+                open.push_back(relation.target);
+        }
+    }
+    return parts;
+}
+
 // Parts that no redline has to change, and those that may get more.
 std::string PartFault(Package& modified, FileLook& redline) {
     const std::vector<std::string> stories = redline.Stories();
+    const std::set<std::string> signatures = SignatureParts(modified);
+    if (!SignatureParts(redline.Parts()).empty())
+        return "a signature is left, which does not fit";
     for (const std::string& name : modified.Names()) {
         const bool grows = name.ends_with("styles.xml") || name.ends_with("numbering.xml") ||
                            name.ends_with(".rels");
         const bool may_change = grows ||
                                 std::find(stories.begin(), stories.end(), name) != stories.end() ||
                                 name == "[Content_Types].xml" || name.ends_with('/');
+        if (signatures.contains(name))
+            continue;
         if (!name.ends_with('/') && !redline.Parts().Has(name))
             return "the part " + name + " is missing";
         if (!may_change && modified.Read(name) != redline.Parts().Read(name))

@@ -163,7 +163,15 @@ std::size_t WordPackage::Size(std::string_view name) const {
 }
 
 void WordPackage::Remove(std::string_view name) {
-    std::erase_if(parts_, [name](const Part& part) { return SameName(part.name, name); });
+    const auto tells = [name](const Node& node) {
+        return Is(node, "Override") && SameName(Attribute(node, "PartName"), name);
+    };
+    if (Tree(kTypesPart).find_child(tells))
+        Edit(kTypesPart).remove_child(Tree(kTypesPart).find_child(tells));
+    const std::string relations = RelationsPartOf(name);
+    std::erase_if(parts_, [&](const Part& part) {
+        return SameName(part.name, name) || SameName(part.name, relations);
+    });
 }
 
 void WordPackage::Add(std::string name, std::string bytes) {
@@ -230,6 +238,12 @@ std::string WordPackage::AddRelation(std::string_view part, const PartRelation& 
     if (relation.external)
         node.append_attribute("TargetMode") = "External";
     return id;
+}
+
+void WordPackage::RemoveRelation(std::string_view part, std::string_view id) {
+    Node relations = Edit(RelationsPartOf(part));
+    relations.remove_child(
+        relations.find_child([id](const Node& node) { return Attribute(node, "Id") == id; }));
 }
 
 std::string WordPackage::ContentType(std::string_view part) {

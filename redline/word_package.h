@@ -34,7 +34,6 @@ class WordPackage {
 
     /// The same of a package of any kind.
     ReadEnd OpenParts(std::string_view bytes);
-    void Remove(std::string_view name);
 
     /// The part with the document's text.
     const std::string& MainPart() const { return main_part_; }
@@ -54,6 +53,8 @@ class WordPackage {
     /// Of its bytes as they were read or added.
     std::size_t Size(std::string_view name) const;
     void Add(std::string name, std::string bytes);
+    /// With its relationships and what the package tells of its type.
+    void Remove(std::string_view name);
     /// A name that no part has: "word/media/image.png" and 2 give "word/media/image2.png".
     std::string FreshName(std::string_view wanted) const;
 
@@ -62,6 +63,7 @@ class WordPackage {
     std::string Related(std::string_view part, std::string_view kind);
     /// The id of the new relationship.
     std::string AddRelation(std::string_view part, const PartRelation& relation);
+    void RemoveRelation(std::string_view part, std::string_view id);
     /// Empty when nothing tells it.
     std::string ContentType(std::string_view part);
     void SetContentType(std::string_view part, std::string_view type);

@@ -13,6 +13,7 @@ struct OdtFile {
     std::string header{};
     std::string styles{};   ///< automatic ones of the text
     std::string picture{};  ///< bytes of Pictures/p.png
+    std::string signatures{};
 };
 
 inline std::string MakeOdtFile(const OdtFile& file) {
@@ -44,6 +45,8 @@ inline std::string MakeOdtFile(const OdtFile& file) {
          "</manifest:manifest>"}};
     if (!file.picture.empty())
         parts.emplace_back("Pictures/p.png", file.picture);
+    if (!file.signatures.empty())
+        parts.emplace_back("META-INF/documentsignatures.xml", file.signatures);
     return MakeZip(parts);
 }
 

@@ -176,6 +176,16 @@ TEST(OdtRedline, IsRefusedByTheCheckWhereItIsBroken) {
     }
 }
 
+TEST(OdtRedline, TakesSignaturesOutThatDoNotFit) {
+    const std::string original = MakeOdtFile({kKept + kOther});
+    OdtFile modified{kKept};
+    const std::string unsigned_bytes = OdtRedlineOf(original, MakeOdtFile(modified)).bytes;
+    modified.signatures = "<list><ds:Signature/><ds:Signature/></list>";
+    const WrittenRedline written = OdtRedlineOf(original, MakeOdtFile(modified));
+    EXPECT_EQ(written.bytes, unsigned_bytes);
+    EXPECT_EQ(written.untracked[UntrackedCount::Signatures], 2);
+}
+
 TEST(OdtRedline, TakesTrackedInputsAsAccepted) {
     const std::string tracked = MakeOdtFile(
         {"<text:tracked-changes><text:changed-region xml:id=\"ct1\"><text:deletion><text:p>gone "

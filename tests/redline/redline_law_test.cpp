@@ -286,6 +286,18 @@ TEST(RedlineLaw, TakesTrackedInputsAsAccepted) {
               ReadError::NotTracked);
 }
 
+TEST(RedlineLaw, TakesSignaturesOutThatDoNotFit) {
+    const auto written = [](bool is_signed) {
+        PairFile modified{kKept};
+        modified.is_signed = is_signed;
+        return RedlineOf(MakePairFile({kKept + kOther}), MakePairFile(modified));
+    };
+    const WrittenRedline redline = written(true);
+    EXPECT_EQ(redline.untracked[UntrackedCount::Signatures], 1);
+    EXPECT_EQ(Package::Open(redline.bytes)->Names(), Package::Open(written(false).bytes)->Names());
+    EXPECT_EQ(PartOf(redline.bytes, "[Content_Types].xml").find("signature"), std::string::npos);
+}
+
 TEST(RedlineLaw, RefusesOnlyNamesThatMeanSomethingElse) {
     struct Row {
         const char* name;

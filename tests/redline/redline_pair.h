@@ -24,6 +24,7 @@ struct PairFile {
     std::string picture{};    ///< bytes of the part that relationship "rp" leads to
     std::string link = "http://example.org/";  ///< what relationship "rl" leads to
     std::string diagram{};  ///< the drawing of the one whose data relationship "rm" leads to
+    bool is_signed = false;
 };
 
 inline const std::string kRelationKind =
@@ -31,11 +32,36 @@ inline const std::string kRelationKind =
 inline const std::string kRelationships =
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">";
 
+inline std::string RelationTo(const std::string& target, const std::string& id,
+                              const std::string& type, const char* mode = "") {
+    return "<Relationship Id=\"" + id + "\" Type=\"" + type + "\" Target=\"" + target + "\"" +
+           mode + "/>";
+}
+
+/// A signature as an office suite puts it into the package.
+inline void Sign(ZipParts& parts) {
+    const std::string kind =
+        "http://schemas.openxmlformats.org/package/2006/relationships/digital-signature/";
+    for (auto& [name, content] : parts) {
+        if (name == "[Content_Types].xml")
+            content.insert(content.rfind("</"),
+                           "<Override PartName=\"/_xmlsignatures/sig1.xml\" "
+                           "ContentType=\"application/signature\"/>");
+        else if (name == "_rels/.rels")
+            content.insert(content.rfind("</"),
+                           RelationTo("_xmlsignatures/origin.xml", "r2", kind + "origin"));
+    }
+    parts.emplace_back("_xmlsignatures/origin.xml", "<origin/>");
+    parts.emplace_back(
+        "_xmlsignatures/_rels/origin.xml.rels",
+        kRelationships + RelationTo("sig1.xml", "r1", kind + "signature") + "</Relationships>");
+    parts.emplace_back("_xmlsignatures/sig1.xml", "<Signature/>");
+}
+
 inline std::string MakePairFile(const PairFile& file) {
     const auto relation = [](const std::string& id, const std::string& kind,
                              const std::string& target, const char* mode = "") {
-        return "<Relationship Id=\"" + id + "\" Type=\"" + kRelationKind + kind + "\" Target=\"" +
-               target + "\"" + mode + "/>";
+        return RelationTo(target, id, kRelationKind + kind, mode);
     };
     std::string relations = relation("rs", "styles", "styles.xml") +
                             relation("rn", "numbering", "numbering.xml") +
@@ -76,6 +102,8 @@ inline std::string MakePairFile(const PairFile& file) {
                        kRelationships + relations + "</Relationships>");
     parts.emplace_back("word/document.xml",
                        WordPart("document", "<w:body>" + file.body + section + "</w:body>"));
+    if (file.is_signed)
+        Sign(parts);
     return MakeZip(parts);
 }
 

@@ -37,7 +37,8 @@ std::string Body(bool modified, const std::string& width) {
                      "<w:r><w:drawing><wp:extent cx=\"" + width +
                      "\"/><a:blip r:embed=\"rp\"/>"
                      "<a:moveTo/></w:drawing></w:r>"
-                     "<w:r><w:drawing><dgm:relIds r:dm=\"rm\"/></w:drawing></w:r>") +
+                     "<w:r><w:drawing><wp:docPr id=\"900001\"/><dgm:relIds r:dm=\"rm\"/>"
+                     "</w:drawing></w:r>") +
            Paragraph(TextRun("The end of ") + "<w:r><w:pict><w:txbxContent>" +
                      Paragraph(modified ? "boxed new" : "boxed old") +
                      "</w:txbxContent></w:pict></w:r>");
@@ -56,6 +57,7 @@ std::string Input(bool modified, const std::string& width = "9") {
     file.header = Paragraph(modified ? "Second edition" : "First edition");
     file.picture = "picture";
     file.diagram = modified ? "<new/>" : "<old/>";
+    file.is_signed = true;
     return MakePairFile(file);
 }
 
@@ -83,6 +85,9 @@ constexpr Sabotage kRows[] = {
     {"a mark in front of a table", kText, "</w:numPr>",
      "</w:numPr><w:rPr><w:ins w:id=\"999\" w:author=\"a\"/></w:rPr>"},
     {"an id twice", kText, "w:id=\"5\"", "w:id=\"4\""},
+    {"a drawing's id twice", kText, "docPr id=\"900002\"", "docPr id=\"900001\""},
+    {"a signature", "_rels/.rels", "Id=\"r1\"",
+     "Id=\"r2\" Type=\"digital-signature/origin\" Target=\"s.xml\"/><Relationship Id=\"r1\""},
     {"half a move without its end", kText, "w:moveFromRangeEnd", "w:bookmarkEnd"},
     {"half a move", kText, "w:moveToRangeStart", "w:bookmarkStart"},
     {"a change without an author", kText, "w:author=\"Zorvane\"", "w:who=\"Zorvane\""},
