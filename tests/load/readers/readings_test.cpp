@@ -3,10 +3,7 @@
 // lines that somebody has to look at again. With ZORVANE_WRITE_READINGS=1 the texts are written
 // anew.
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -15,18 +12,12 @@
 #include "load/readers/word_job.h"
 #include "tests/support/shown_document.h"
 #include "tests/support/shown_workbook.h"
+#include "tests/support/told_files.h"
 
 namespace zorvane::readings_test {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string BytesOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
-}
 
 std::string LookOf(const CharFormat& format) {
     return "{" + std::string(format.font.view()) + " " + std::to_string(format.half_points) +
@@ -133,7 +124,7 @@ std::string ToldSheets(std::string_view bytes, const ConversionMessage& job) {
 
 // All that is read of a document, by each road that its kind has.
 std::string Told(const fs::path& path) {
-    const std::string bytes = BytesOf(path);
+    const std::string bytes = ToldBytes(path);
     const ConversionMessage job{{"name", path.filename().string()}, {"locale", "windows-1252"}};
     std::string told = ToldReading("document", [&](DocumentSink& sink, ReadMonitor& monitor) {
         ConversionMessage answer;
@@ -155,37 +146,14 @@ std::string Told(const fs::path& path) {
     }
 }
 
-// The first line that differs, as it was looked at and as it is now.
-std::string Difference(const std::string& looked_at, const std::string& now) {
-    std::istringstream old_lines(looked_at);
-    std::istringstream new_lines(now);
-    std::string old_line;
-    std::string new_line;
-    for (int number = 1; looked_at != now; ++number) {
-        const bool more_old = !!std::getline(old_lines, old_line);
-        const bool more_new = !!std::getline(new_lines, new_line);
-        if (more_old != more_new || old_line != new_line)
-            return "line " + std::to_string(number) + "\n" + (more_old ? old_line : "(end)") +
-                   "\n" + (more_new ? new_line : "(end)");
-        if (!more_old)
-            break;
-    }
-    return {};
-}
-
 TEST(Readings, AreAsTheyWereLookedAt) {
     int documents = 0;
     for (const auto& entry : fs::directory_iterator(ZORVANE_TEST_DATA "/readings")) {
         const std::string name = entry.path().filename().string();
         if (!entry.is_regular_file() || name.ends_with(".told") || name == "README.md")
             continue;
-        SCOPED_TRACE(name);
         ++documents;
-        const std::string told = Told(entry.path());
-        const fs::path looked_at = entry.path().string() + ".told";
-        if (std::getenv("ZORVANE_WRITE_READINGS") != nullptr)
-            std::ofstream(looked_at, std::ios::binary) << told;
-        EXPECT_EQ(Difference(BytesOf(looked_at), told), "");
+        ExpectTold(entry.path().string() + ".told", Told(entry.path()));
     }
     EXPECT_GT(documents, 0);
 }
