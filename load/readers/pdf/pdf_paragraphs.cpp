@@ -100,6 +100,9 @@ void ShowSoftHyphens(std::vector<PdfLetter>& letters) {
 }
 
 Alignment AlignmentOf(const Group& group, const PdfLineFlow& flow) {
+    // Cells stand where their columns are.
+    if (group.lines.front()->wide_gaps > 0)
+        return Alignment::Left;
     bool centered = true;
     bool right = true;
     bool justified = group.lines.size() > 2;
