@@ -215,7 +215,10 @@ void PdfLineBuilder::PadTo(const PdfWord& word) {
     constexpr float kMostColumns = 500;
     const float column = std::clamp((word.x0 - margin_) / cell_, 0.0F, kMostColumns);
     const auto wanted = static_cast<std::size_t>(column);
-    PdfLetter blank = line_.letters.empty() ? PdfLetter{} : line_.letters.back();
+    // Blanks before the first word look like it.
+    PdfLetter blank = line_.letters.empty()
+                          ? PdfLetter{U' ', page_.characters[word.first].style, word.size}
+                          : line_.letters.back();
     blank.letter = U' ';
     blank.baseline = Baseline::Normal;
     std::size_t count = left_ == nullptr ? 0 : 1;

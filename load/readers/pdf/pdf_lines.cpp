@@ -189,9 +189,20 @@ class PageLines {
                 row.letters.push_back(mark);
             row.x1 = std::max(row.x1, cell.x1);
         }
+        LendLook(row.letters);
         row.label = 0;
         row.wide_gaps = 1;
         return row;
+    }
+
+    // The marks of empty cells at the start look like the first letter.
+    static void LendLook(std::vector<PdfLetter>& letters) {
+        const auto first = std::find_if(letters.begin(), letters.end(),
+                                        [](const PdfLetter& letter) { return letter.size > 0; });
+        for (auto mark = letters.begin(); first != letters.end() && mark != first; ++mark) {
+            mark->style = first->style;
+            mark->size = first->size;
+        }
     }
 
     // The lines of a cell are one text, parted where the next word had had room.

@@ -100,6 +100,9 @@ void ShowSoftHyphens(std::vector<PdfLetter>& letters) {
 }
 
 Alignment AlignmentOf(const Group& group, const PdfLineFlow& flow) {
+    // Cells stand where their columns are.
+    if (group.lines.front()->wide_gaps > 0)
+        return Alignment::Left;
     bool centered = true;
     bool right = true;
     bool justified = group.lines.size() > 2;
@@ -109,8 +112,11 @@ Alignment AlignmentOf(const Group& group, const PdfLineFlow& flow) {
         const float left_room = line.x0 - line.region_x0;
         const float right_room = flow.RightEdge(line) - line.x1;
         centered &= std::fabs(left_room - right_room) <= slack && left_room > 2 * line.size;
-        right &= right_room <= slack && left_room > 4 * line.size;
-        justified &= right_room <= slack || index + 1 == group.lines.size();
+        // Ragged lines that all go beyond a column's edge tell that it is not theirs.
+        right &= right_room <= slack && left_room > 4 * line.size &&
+                 std::fabs(line.x1 - group.lines.front()->x1) <= slack;
+        justified &=
+            (right_room <= slack && right_room > -2 * line.size) || index + 1 == group.lines.size();
     }
     if (centered)
         return Alignment::Center;
