@@ -193,20 +193,19 @@ void DocxBeside::Tell(const Node& node, std::string_view name) {
     } else if (name == "fldChar") {
         FieldMark(node);
     } else if (name == "instrText") {
-        if (!in_code_.empty() && in_code_.back())
-            AppendBounded(instruction_, node.text().get());
+        if (!fields_.empty() && fields_.back().in_code)
+            AppendBounded(fields_.back().code, node.text().get());
     } else if (name == "commentReference") {
         Comment(Attribute(node, "id"));
     } else if (name == "hyperlink") {
         Link(node);
     } else if (name == "fldSimple") {
-        AppendBounded(instruction_, Attribute(node, "instr"));
-        EndFieldCode();
+        FieldCode(Attribute(node, "instr"));
     }
 }
 
-void DocxBeside::EndFieldCode() {
-    if (const auto item = BesideOfFieldCode(std::exchange(instruction_, {})))
+void DocxBeside::FieldCode(std::string_view code) {
+    if (const auto item = BesideOfFieldCode(code.substr(0, kMostUnseen)))
         Send(*item);
 }
 
@@ -241,14 +240,12 @@ void DocxBeside::Link(const Node& link) {
 void DocxBeside::FieldMark(const Node& mark) {
     const std::string_view type = Attribute(mark, "fldCharType");
     if (type == "begin") {
-        instruction_.clear();
-        in_code_.push_back(true);
-    } else if (!in_code_.empty()) {
-        if (in_code_.back())
-            EndFieldCode();
-        in_code_.back() = false;
+        fields_.emplace_back();
+    } else if (!fields_.empty()) {
+        if (std::exchange(fields_.back().in_code, false))
+            FieldCode(fields_.back().code);
         if (type == "end")
-            in_code_.pop_back();
+            fields_.pop_back();
     }
 }
 
@@ -353,8 +350,9 @@ void DocxBeside::LoadComments() {
         for (const Node& comment : xml.Root().children()) {
             if (comments_.size() >= kMostComments)
                 return;
-            comments_.emplace(Attribute(comment, "id"), std::string(Attribute(comment, "author")) +
-                                                            ": " + TextInside(comment));
+            std::string text(Attribute(comment, "author"));
+            text += (text.empty() ? "" : ": ") + TextInside(comment);
+            comments_.emplace(Attribute(comment, "id"), std::move(text));
         }
     }
 }

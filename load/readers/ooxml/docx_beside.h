@@ -41,7 +41,7 @@ class DocxBeside {
     void Run(const pugi::xml_node& run, int depth);
     void Link(const pugi::xml_node& link);
     void FieldMark(const pugi::xml_node& mark);
-    void EndFieldCode();
+    void FieldCode(std::string_view code);
     void Formula(const pugi::xml_node& formula);
     void Drawing(const pugi::xml_node& drawing, int depth);
     void Graphic(const pugi::xml_node& node, const std::string& name, int depth);
@@ -70,8 +70,11 @@ class DocxBeside {
     std::unordered_map<std::string, std::string> comments_;  ///< by id
     RunLook base_;
     Unseen unseen_;
-    std::string instruction_;    ///< of the field whose code is being read
-    std::vector<bool> in_code_;  ///< one for each open field
+    struct Field {
+        std::string code;
+        bool in_code = true;
+    };
+    std::vector<Field> fields_;  ///< the open ones
 };
 
 }  // namespace zorvane

@@ -56,7 +56,7 @@ void DocxWalker::Blocks(const Node& parent, int depth) {
 
 void DocxWalker::Block(const Node& node, int depth) {
     const std::string_view name = LocalName(node);
-    if (name == "p")
+    if (name == "p" || name == "oMathPara" || name == "oMath")
         Paragraph(node, depth);
     else if (name == "tbl")
         Table(node, depth);
@@ -64,8 +64,6 @@ void DocxWalker::Block(const Node& node, int depth) {
         Blocks(ChosenForm(node), depth);
     else if (IsWrapper(name))
         Blocks(node, depth);
-    else if (name == "oMathPara" || name == "oMath")
-        MathText(node, depth);
 }
 
 void DocxWalker::Paragraph(const Node& node, int depth) {
@@ -87,7 +85,10 @@ void DocxWalker::Paragraph(const Node& node, int depth) {
     if (!label.empty() && HasContent(node))
         writer_.ListLabel(CleanText(label, scratch_), label_look.chars);
     const RunLook outer = std::exchange(base_, look.run);
-    Inlines(node, depth);
+    if (Is(node, "p"))
+        Inlines(node, depth);
+    else  // a formula that stands by itself
+        MathText(node, depth);
     base_ = outer;
     EndParagraph(MarkDeleted(properties), mark.hidden || IsTableEnd(node), depth);
 }

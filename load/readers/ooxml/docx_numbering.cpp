@@ -52,7 +52,9 @@ DocxNumbering::Level DocxNumbering::ReadLevel(const pugi::xml_node& node) {
     level.start = NumberOf(Attribute(Child(node, "start"), "val"), 0);
     level.restarts = Attribute(Child(node, "lvlRestart"), "val") != "0";
     level.legal = static_cast<bool>(Child(node, "isLgl"));
-    level.symbol_font = Attribute(Child(level.run, "rFonts"), "ascii");
+    const pugi::xml_node fonts = Child(level.run, "rFonts");
+    const std::string_view font = Attribute(fonts, "ascii");
+    level.symbol_font = font.empty() ? Attribute(fonts, "hAnsi") : font;
     return level;
 }
 
@@ -84,7 +86,7 @@ void DocxNumbering::ReadList(const pugi::xml_node& node) {
             continue;
         if (const pugi::xml_node start = Child(child, "startOverride")) {
             list.starts_over[static_cast<std::size_t>(level)] = true;
-            list.start_over[static_cast<std::size_t>(level)] = NumberOf(Attribute(start, "val"), 1);
+            list.start[static_cast<std::size_t>(level)] = NumberOf(Attribute(start, "val"), 1);
         }
         if (const pugi::xml_node own = Child(child, "lvl"))
             list.own_levels[level] = ReadLevel(own);
@@ -120,14 +122,20 @@ const DocxNumbering::Level& DocxNumbering::LevelOf(const Definition& definition,
     return own == list.own_levels.end() ? definition.levels[level] : own->second;
 }
 
+// Where the level begins, and begins anew below the next number of an upper one.
+std::int32_t DocxNumbering::StartOf(const Definition& definition, const List& list,
+                                    std::size_t level) {
+    return list.start[level].value_or(LevelOf(definition, list, level).start);
+}
+
 void DocxNumbering::Count(Definition& definition, List& list, std::size_t level) {
     if (list.starts_over[level]) {
-        definition.counts[level] = list.start_over[level];
+        definition.counts[level] = StartOf(definition, list, level);
         list.starts_over[level] = false;  // at the list's first paragraph only
     } else if (definition.begun[level]) {
         ++definition.counts[level];
     } else {
-        definition.counts[level] = LevelOf(definition, list, level).start;
+        definition.counts[level] = StartOf(definition, list, level);
     }
     definition.begun[level] = true;
     for (std::size_t deeper = level + 1; deeper < kLevels; ++deeper) {
@@ -137,7 +145,7 @@ void DocxNumbering::Count(Definition& definition, List& list, std::size_t level)
     // A level that was passed over counts as if it stood at its start.
     for (std::size_t upper = 0; upper < level; ++upper) {
         if (!definition.begun[upper]) {
-            definition.counts[upper] = LevelOf(definition, list, upper).start;
+            definition.counts[upper] = StartOf(definition, list, upper);
             definition.begun[upper] = true;
         }
     }
@@ -147,7 +155,7 @@ std::string DocxNumbering::Label(const Definition& definition, const List& list,
                                  std::size_t level) {
     const Level& own = LevelOf(definition, list, level);
     if (own.form == "bullet")
-        return IsSymbolFont(own.symbol_font) ? SymbolBullet(own.text, own.symbol_font) : own.text;
+        return SymbolBullet(own.text, own.symbol_font);
     std::string label;
     for (std::size_t at = 0; at < own.text.size(); ++at) {
         const char next = at + 1 < own.text.size() ? own.text[at + 1] : '\0';

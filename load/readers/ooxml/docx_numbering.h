@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -42,7 +43,7 @@ class DocxNumbering {
     };
     struct List {
         std::int32_t definition = -1;
-        std::array<std::int32_t, kLevels> start_over{};
+        std::array<std::optional<std::int32_t>, kLevels> start;  ///< of its own
         std::array<bool, kLevels> starts_over{};
         std::unordered_map<std::int32_t, Level> own_levels;
     };
@@ -50,6 +51,7 @@ class DocxNumbering {
     void ReadDefinition(const pugi::xml_node& node);
     void ReadList(const pugi::xml_node& node);
     void FollowStyleLinks();
+    static std::int32_t StartOf(const Definition& definition, const List& list, std::size_t level);
     static void Count(Definition& definition, List& list, std::size_t level);
     static std::string Label(const Definition& definition, const List& list, std::size_t level);
     static const Level& LevelOf(const Definition& definition, const List& list, std::size_t level);

@@ -48,7 +48,7 @@ void OdtBody::InlineElement(const pugi::xml_node& node, const OpenChars& chars) 
         Formula(node, chars);
     else if (IsOdtShape(name))
         anchored_.push_back(node);
-    else if (!IsLeftOut(name))
+    else if (!IsLeftOut(name) && Attribute(node, "display") != "none")
         Inline(node, chars);
 }
 

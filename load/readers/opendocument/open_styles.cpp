@@ -168,6 +168,7 @@ void ApplyLayout(const pugi::xml_node& properties, ParagraphFormat& format) {
             format.line_spacing = -format.line_spacing;
         if (format.line_spacing_multiple && format.line_spacing == 240)
             format.line_spacing = 0;
+        format.line_spacing_multiple = format.line_spacing_multiple && format.line_spacing != 0;
     }
     ApplyTabs(properties, format);
 }
