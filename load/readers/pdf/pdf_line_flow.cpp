@@ -245,7 +245,8 @@ bool PdfLineFlow::SentenceGoesOn(const PdfLine& line, const PdfLine& next) const
 bool PdfLineFlow::GoesOnElsewhere(const PdfParagraphSoFar& paragraph, const PdfLine& next) const {
     const PdfLine& last = *paragraph.last;
     if (next.label > 0 || next.wide_gaps > 0 || last.wide_gaps > 0 ||
-        last.direction != next.direction || !SameSize(last, next))
+        last.direction != next.direction || last.right_to_left != next.right_to_left ||
+        !SameSize(last, next))
         return false;
     const float last_indent =
         paragraph.lines > 1 ? paragraph.body_x0 - last.region_x0 : TextStart(last) - last.region_x0;
