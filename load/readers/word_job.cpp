@@ -39,6 +39,19 @@ ReadEnd ReadPdf(std::string_view bytes, const std::string& password, DocumentSin
     return ReadPdfRich(bytes, {password, password}, {}, {}, sink, monitor);
 }
 
+// A cell's text with its line ends as those inside a paragraph; no other control character means
+// anything.
+std::string CellText(std::string_view cell) {
+    std::string text;
+    for (const char character : cell) {
+        if (character == '\n')
+            text += kLineInParagraph;
+        else if (static_cast<unsigned char>(character) >= 0x20 || character == '\t')
+            text += character;
+    }
+    return text;
+}
+
 // Every sheet that is seen, a row a paragraph.
 ReadEnd ReadAllSheets(Workbook& book, DocumentSink& sink, ReadMonitor& monitor) {
     SheetProgress progress(monitor, std::max<std::size_t>(book.Sheets().size(), 1));
@@ -49,8 +62,8 @@ ReadEnd ReadAllSheets(Workbook& book, DocumentSink& sink, ReadMonitor& monitor) 
         const auto row = [&sink](const std::vector<std::string_view>& cells) {
             sink.BeginParagraph({});
             for (const std::string_view cell : cells) {
-                sink.Text(cell, {});
-                sink.Text("\x07", {});
+                sink.Text(CellText(cell), {});
+                sink.EndCell({});
             }
             sink.EndParagraph();
             return true;

@@ -19,8 +19,9 @@ constexpr std::array<std::string_view, 15> kOperators = {
 // Runs the tokens, which stand behind their operands, on a stack of texts.
 class Decompiler {
   public:
-    Decompiler(std::string_view tokens, const Book& book, CellPlace base)
-        : bytes_(tokens), book_(book), base_(base) {}
+    Decompiler(std::string_view tokens, std::string_view constants, const Book& book,
+               CellPlace base)
+        : bytes_(tokens), constants_(constants), book_(book), base_(base) {}
 
     bool Run(std::string& out) {
         while (!bytes_.Rest().empty()) {
@@ -98,10 +99,49 @@ class Decompiler {
     bool Text() {
         std::string inside;
         AppendText(bytes_, bytes_.U8(), book_, inside);
+        return Push(Quoted(inside));
+    }
+
+    static std::string Quoted(std::string_view inside) {
         std::string text = "\"";
         for (const char character : inside)
             text.append(character == '"' ? 2 : 1, character);
-        return Push(text + "\"");
+        return text + "\"";
+    }
+
+    // The values of a constant array stand behind all tokens.
+    bool Array() {
+        bytes_.View(7);
+        const std::size_t columns = constants_.U8();
+        const std::size_t rows = constants_.U16();
+        // An older book counts them, with 0 for 256; a later one gives the last.
+        const std::size_t width = book_.biff8 ? columns + 1 : columns == 0 ? 256 : columns;
+        const std::size_t height = book_.biff8 ? rows + 1 : rows;
+        std::string text = "{";
+        for (std::size_t i = 0; i < width * height && !constants_.Failed(); ++i) {
+            if (i > 0)
+                text += i % width == 0 ? ';' : ',';
+            AppendConstant(text);
+        }
+        return !constants_.Failed() && Push(text + "}");
+    }
+
+    void AppendConstant(std::string& text) {
+        const std::uint8_t kind = constants_.U8();
+        if (kind == 0x01)
+            return AppendGeneral(constants_.Double(), text);
+        if (kind == 0x02) {
+            std::string inside;
+            AppendText(constants_, book_.biff8 ? constants_.U16() : constants_.U8(), book_, inside);
+            text += Quoted(inside);
+            return;
+        }
+        const std::uint8_t value = constants_.U8();
+        constants_.View(7);
+        if (kind == 0x04)
+            text += value != 0 ? "TRUE" : "FALSE";
+        else if (kind == 0x10)
+            text += ErrorName(value);
     }
 
     bool Attribute() {
@@ -117,6 +157,8 @@ class Decompiler {
 
     bool Operand(std::uint8_t token) {
         switch (token) {
+            case 0x20:
+                return Array();
             case 0x21: {
                 const std::uint16_t index = bytes_.U16();
                 const Function function = FunctionOf(index);
@@ -297,6 +339,7 @@ class Decompiler {
     }
 
     Bytes bytes_;
+    Bytes constants_;
     const Book& book_;
     CellPlace base_;
     std::vector<std::string> stack_;
@@ -305,8 +348,9 @@ class Decompiler {
 
 }  // namespace
 
-bool AppendFormula(std::string_view tokens, const Book& book, CellPlace base, std::string& out) {
-    return tokens.size() <= kLongestTokens && Decompiler(tokens, book, base).Run(out);
+bool AppendFormula(std::string_view tokens, std::string_view constants, const Book& book,
+                   CellPlace base, std::string& out) {
+    return tokens.size() <= kLongestTokens && Decompiler(tokens, constants, book, base).Run(out);
 }
 
 }  // namespace zorvane::xls

@@ -97,9 +97,11 @@ ReadEnd ReadTexts(const Book& book, const Record& first, SharedTexts& texts);
 std::string_view ErrorName(std::uint8_t code);
 double DecodeRk(std::uint32_t rk);
 
-/// Appends the formula without its "=". False when a token of it is not known here. `base` is the
-/// cell for which relative tokens of a shared formula are read.
-bool AppendFormula(std::string_view tokens, const Book& book, CellPlace base, std::string& out);
+/// Appends the formula without its "=". False when a token of it is not known here. `constants`
+/// stand behind the tokens. `base` is the cell for which relative tokens of a shared formula are
+/// read.
+bool AppendFormula(std::string_view tokens, std::string_view constants, const Book& book,
+                   CellPlace base, std::string& out);
 
 /// Name and number of arguments of a built-in function; -1 when the token tells it.
 struct Function {

@@ -200,7 +200,7 @@ class SheetReader {
             std::string text;
             Bytes place(record.data);
             const std::int32_t row = place.U16();
-            if (Formula(tokens, {row, place.U16()}, text)) {
+            if (Formula(tokens, bytes.Rest(), {row, place.U16()}, text)) {
                 out += text;
                 if (!options_.values_too)
                     return;
@@ -210,11 +210,12 @@ class SheetReader {
         AppendResult(record, result, format, out);
     }
 
-    bool Formula(std::string_view tokens, CellPlace cell, std::string& text) const {
+    bool Formula(std::string_view tokens, std::string_view constants, CellPlace cell,
+                 std::string& text) const {
         Bytes bytes(tokens);
         if (bytes.U8() != 0x01) {
             text = "=";
-            return zorvane::xls::AppendFormula(tokens, book_, cell, text);
+            return zorvane::xls::AppendFormula(tokens, constants, book_, cell, text);
         }
         // The cell names another one, behind which the formula stands.
         const std::int32_t row = bytes.U16();
@@ -224,10 +225,10 @@ class SheetReader {
             return false;
         const bool array = record.id == kArray;
         Bytes formula(record.data);
-        formula.View(array ? (book_.biff8 ? 12 : 8) : 8);
+        formula.View(array ? 12 : 8);
         const std::string_view inner = formula.View(formula.U16());
         text = array ? "{=" : "=";
-        if (!zorvane::xls::AppendFormula(inner, book_, cell, text))
+        if (!zorvane::xls::AppendFormula(inner, formula.Rest(), book_, cell, text))
             return false;
         text += array ? "}" : "";
         return true;

@@ -79,7 +79,8 @@ void SlidePageWriter::Frame(const pugi::xml_node& frame) {
     for (const pugi::xml_node& content : data.children()) {
         if (Is(content, "tbl")) {
             NumberLine();
-            text_.Table(content, page_.design.ChainFor({}, page_.common_style));
+            text_.Table(content, page_.design.ChainFor({}, page_.common_style),
+                        BaseOf(frame, page_.design.theme));
         } else if (Is(content, "relIds")) {
             Diagram(content);
         } else if (Is(content, "chart")) {
@@ -131,7 +132,8 @@ void SlidePageWriter::DiagramPoints(const pugi::xml_node& model) {
         if ((!type.empty() && type != "node" && type != "asst") || !text_.HasText(body))
             continue;
         NumberLine();
-        text_.Body(body, page_.design.ChainFor({}, page_.common_style), PlainSlideStyle());
+        text_.Body(body, page_.design.ChainFor({}, page_.common_style),
+                   BaseOf(point, page_.design.theme));
     }
 }
 

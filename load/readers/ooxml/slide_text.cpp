@@ -171,7 +171,8 @@ void SlideTextWriter::Put(std::string_view text, const SlideRunStyle& style) {
         writer_.Text(text, style.format);
 }
 
-void SlideTextWriter::Table(const pugi::xml_node& table, const SlideStyleChain& chain) {
+void SlideTextWriter::Table(const pugi::xml_node& table, const SlideStyleChain& chain,
+                            const SlideLevelStyle& base) {
     for (const pugi::xml_node& row : table.children()) {
         if (!Is(row, "tr"))
             continue;
@@ -181,14 +182,15 @@ void SlideTextWriter::Table(const pugi::xml_node& table, const SlideStyleChain& 
                 continue;
             // A cell that is merged into its neighbour shows nothing of what it may hold.
             if (!IsOn(Attribute(cell, "hMerge")) && !IsOn(Attribute(cell, "vMerge")))
-                Cell(cell, chain);
+                Cell(cell, chain, base);
             writer_.EndCell(PlainSlideStyle().run.format);
         }
         writer_.End();
     }
 }
 
-void SlideTextWriter::Cell(const pugi::xml_node& cell, const SlideStyleChain& chain) {
+void SlideTextWriter::Cell(const pugi::xml_node& cell, const SlideStyleChain& chain,
+                           const SlideLevelStyle& base) {
     SlideNumbering numbering;
     const pugi::xml_node body = Child(cell, "txBody");
     bool first = true;
@@ -197,7 +199,7 @@ void SlideTextWriter::Cell(const pugi::xml_node& cell, const SlideStyleChain& ch
             continue;
         const pugi::xml_node properties = Child(paragraph, "pPr");
         const std::int32_t level = LevelOf(properties);
-        SlideLevelStyle style = PlainSlideStyle();
+        SlideLevelStyle style = base;
         ApplyChain(chain, level, theme_, style);
         ApplyParagraph(properties, theme_, style);
         if (!first)

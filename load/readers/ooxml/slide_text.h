@@ -45,13 +45,15 @@ class SlideTextWriter {
     void Body(const pugi::xml_node& body, const SlideStyleChain& chain,
               const SlideLevelStyle& base);
     /// A row a paragraph.
-    void Table(const pugi::xml_node& table, const SlideStyleChain& chain);
+    void Table(const pugi::xml_node& table, const SlideStyleChain& chain,
+               const SlideLevelStyle& base);
     /// One paragraph of plain text.
     void Line(std::string_view text);
 
   private:
     void Paragraph(const pugi::xml_node& paragraph, const SlideLevelStyle& style);
-    void Cell(const pugi::xml_node& cell, const SlideStyleChain& chain);
+    void Cell(const pugi::xml_node& cell, const SlideStyleChain& chain,
+              const SlideLevelStyle& base);
     void Runs(const pugi::xml_node& paragraph, const SlideRunStyle& style, int depth);
     void Run(const pugi::xml_node& run, const SlideRunStyle& style);
     void Put(std::string_view text, const SlideRunStyle& style);

@@ -84,11 +84,14 @@ std::string ChangeText(const Node& change) {
     return text;
 }
 
+// An empty paragraph stands in each shape that an office suite writes.
 bool HasText(const Node& node, int depth) {
     if (depth > kMaxDepth)
         return false;
     return std::any_of(node.begin(), node.end(), [depth](const Node& child) {
-        return Is(child, "p") || Is(child, "text-box") || HasText(child, depth + 1);
+        if (Is(child, "p"))
+            return !Trim(TextInside(child)).empty();
+        return Is(child, "text-box") || HasText(child, depth + 1);
     });
 }
 

@@ -14,8 +14,10 @@ constexpr std::int32_t kMostRepeats = 256;  // of cells and rows that say "again
 
 constexpr std::size_t kMostTableText = std::size_t{256} << 20;
 
+// What is written about a shape is none of its words.
 bool IsComment(const pugi::xml_node& node) {
-    return LocalName(node).starts_with("annotation");
+    const std::string_view name = node.name();
+    return LocalName(node).starts_with("annotation") || name == "svg:title" || name == "svg:desc";
 }
 
 bool IsField(const pugi::xml_node& node) {

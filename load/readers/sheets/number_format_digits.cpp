@@ -216,10 +216,9 @@ struct MixedNumber {
 
 MixedNumber Split(const Section& section, double magnitude) {
     constexpr double kLargest = 1e15;  // above it a double has no fraction left
-    const double value = std::min(magnitude, kLargest);
     MixedNumber number;
-    number.whole = section.integer_digits > 0 ? std::floor(value) : 0;
-    const double rest = value - number.whole;
+    number.whole = section.integer_digits > 0 ? std::floor(magnitude) : 0;
+    const double rest = std::min(magnitude - number.whole, kLargest);
     if (section.denominator > 0)
         number.ratio = {std::llround(rest * section.denominator), section.denominator};
     else
@@ -238,17 +237,20 @@ std::size_t DigitsEnd(const std::vector<Part>& parts, std::size_t index) {
     return index;
 }
 
-// The parts of a fraction from its numerator on.
-void AppendRatio(const Section& section, const Ratio& ratio, std::string& out) {
+// The parts of a fraction from its numerator on; behind a whole number with blanks in their place.
+void AppendRatio(const Section& section, const Ratio& ratio, bool blank, std::string& out) {
     bool numerator = true;
     for (std::size_t i = section.numerator; i < section.parts.size();) {
         const Part& part = section.parts[i];
         const std::size_t end = std::max(DigitsEnd(section.parts, i), i + 1);
+        const std::size_t from = out.size();
         if (part.kind == PartKind::Digit)
             AppendAligned(numerator ? ratio.numerator : ratio.denominator, end - i,
                           section.parts[end - 1].what, numerator, out);
         else
             out += part.kind == PartKind::Slash ? "/" : part.text;
+        if (blank && part.kind != PartKind::Literal)
+            std::fill(out.begin() + static_cast<std::ptrdiff_t>(from), out.end(), ' ');
         numerator = numerator && part.kind != PartKind::Slash;
         i = end;
     }
@@ -331,13 +333,9 @@ bool AppendFraction(const Section& section, double magnitude, std::string& out) 
         else
             out += part.text;
     }
-    const std::size_t from = out.size();
-    AppendRatio(section, number.ratio, out);
-    if (number.ratio.numerator > 0 || section.integer_digits == 0)
-        return number.ratio.numerator == 0;
-    // A whole number leaves blanks in the place of its fraction.
-    std::fill(out.begin() + static_cast<std::ptrdiff_t>(from), out.end(), ' ');
-    return number.whole == 0;
+    AppendRatio(section, number.ratio, number.ratio.numerator == 0 && section.integer_digits > 0,
+                out);
+    return zero;
 }
 
 }  // namespace zorvane::number_format
