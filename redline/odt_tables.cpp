@@ -57,10 +57,33 @@ void OdtWriter::MergeTable(const Node& original, Node modified) {
         state_.watcher);
 }
 
+namespace {
+
+// A list, or an item, becomes two: the first takes what stands in front of `second`. The second
+// list goes on counting, and the second half of an item gets no number.
+void SplitListPart(const Node& second) {
+    Node whole = second.parent();
+    Node first = whole.parent().insert_child_before(whole.name(), whole);
+    for (const pugi::xml_attribute& attribute : whole.attributes())
+        first.append_copy(attribute);
+    whole.remove_attribute("xml:id");
+    while (whole.first_child() != second)
+        first.append_move(whole.first_child());
+    if (Is(whole, "list"))
+        SetAttribute(whole, "text:continue-numbering", "true");
+    else
+        whole.set_name("text:list-header");
+}
+
+}  // namespace
+
 Node OdtWriter::PutDeletedTable(const Node& table, Node place, bool in_front) {
-    // Beside the outermost list: a list holds no tables of its own.
-    while (LocalName(place.parent()).starts_with("list"))
+    // Beside the outermost list, or between its halves: a list holds no tables of its own.
+    while (LocalName(place.parent()).starts_with("list")) {
+        if (in_front ? place.previous_sibling() : place.next_sibling())
+            SplitListPart(in_front ? place : place.next_sibling());
         place = place.parent();
+    }
     Node copy = CopyBeside(table, place, in_front);
     state_.importer.Adapt(copy, part_);
     MarkTable(copy, TrackMark::Delete);
