@@ -59,6 +59,13 @@ void OdtWriter::MergeTable(const Node& original, Node modified) {
 
 namespace {
 
+Node ElementBeside(Node node, bool in_front) {
+    do
+        node = in_front ? node.previous_sibling() : node.next_sibling();
+    while (node && !IsElement(node));
+    return node;
+}
+
 // A list, or an item, becomes two: the first takes what stands in front of `second`. The second
 // list goes on counting, and the second half of an item gets no number.
 void SplitListPart(const Node& second) {
@@ -80,8 +87,8 @@ void SplitListPart(const Node& second) {
 Node OdtWriter::PutDeletedTable(const Node& table, Node place, bool in_front) {
     // Beside the outermost list, or between its halves: a list holds no tables of its own.
     while (LocalName(place.parent()).starts_with("list")) {
-        if (in_front ? place.previous_sibling() : place.next_sibling())
-            SplitListPart(in_front ? place : place.next_sibling());
+        if (const Node beside = ElementBeside(place, in_front))
+            SplitListPart(in_front ? place : beside);
         place = place.parent();
     }
     Node copy = CopyBeside(table, place, in_front);
