@@ -77,7 +77,10 @@ class Trial:
 
     def sources(self, test):
         listed = subprocess.run(["ninja", "-C", self.build, "-t", "inputs", test], capture_output=True, text=True)
-        return {pathlib.Path(self.build, file).resolve() for file in listed.stdout.split("\n")}
+        files = {pathlib.Path(self.build, file).resolve() for file in listed.stdout.split("\n")}
+        for unity in [file for file in files if file.match("Unity/unity_*.cxx")]:
+            files.update(pathlib.Path(name) for name in re.findall(r'^#include "(.+)"', unity.read_text(), re.M))
+        return files
 
     def compiles(self, tests):
         return subprocess.run(["ninja", "-C", self.build, *tests], capture_output=True).returncode == 0

@@ -84,8 +84,10 @@ class MessageText {
             const std::string_view value = message.Field(name);
             if (value.empty())
                 continue;
+            std::string shown = DecodeField(value, locale_encoding_);
+            std::replace(shown.begin(), shown.end(), '\t', ' ');  // where a field was folded
             writer_.Text(label, bold_);
-            writer_.Text(CleanText(DecodeField(value, locale_encoding_)), CharFormat());
+            writer_.Text(CleanText(shown), CharFormat());
             writer_.End();
         }
         writer_.End();

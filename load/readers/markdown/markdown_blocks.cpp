@@ -200,17 +200,35 @@ class MarkdownText {
         html_ += "<" + name + MarkdownInline(text, definitions_) + "</" + name + "\n";
     }
 
+    // Follows whether a line without its mark may go on with a paragraph that stands inside.
+    class Inside {
+      public:
+        void Take(std::string_view line) {
+            const bool fence = FenceLength(line) > 0;
+            in_code_ = in_code_ != fence;
+            paragraph_ = !in_code_ && !fence && !IsBlankLine(line) && !IsCodeLine(line) &&
+                         HeadingLevel(line) == 0 && !IsRule(line);
+        }
+        bool GoesOnWith(std::string_view line) const {
+            return paragraph_ && !IsBlankLine(line) && !BeginsBlock(line);
+        }
+
+      private:
+        bool in_code_ = false;
+        bool paragraph_ = false;
+    };
+
     void Quote(const Lines& lines, std::size_t& at, int depth) {
         Lines inner;
-        bool paragraph = false;  // a line without its mark may go on with it
+        Inside inside;
         for (; at < lines.size(); ++at) {
             std::string_view line = lines[at];
             if (IsQuote(line)) {
                 line.remove_prefix(IndentOf(line) + 1);
                 if (line.starts_with(' '))
                     line.remove_prefix(1);
-                paragraph = !IsBlankLine(line) && !IsCodeLine(line) && FenceLength(line) == 0;
-            } else if (!paragraph || IsBlankLine(line) || BeginsBlock(line)) {
+                inside.Take(line);
+            } else if (!inside.GoesOnWith(line)) {
                 break;
             }
             inner.push_back(line);
@@ -235,6 +253,8 @@ class MarkdownText {
 
     void Item(const Lines& lines, std::size_t& at, const Marker& marker, int depth) {
         Lines inner = {lines[at].substr(std::min(marker.content, lines[at].size()))};
+        Inside content;
+        content.Take(inner.front());
         std::size_t blanks = 0;
         for (++at; at < lines.size(); ++at) {
             const std::string_view line = lines[at];
@@ -242,14 +262,15 @@ class MarkdownText {
                 ++blanks;
                 continue;
             }
-            const bool inside = IndentOf(line) >= marker.content;
-            const bool lazy = blanks == 0 && !IsBlankLine(inner.back()) && !BeginsBlock(line) &&
-                              !ReadMarker(line);
-            if (!inside && !lazy)
+            const bool begins_late = marker.empty && inner.size() == 1 && blanks > 0;
+            const bool inside = IndentOf(line) >= marker.content && !begins_late;
+            if (!inside && (blanks > 0 || !content.GoesOnWith(line) || ReadMarker(line)))
                 break;
             inner.insert(inner.end(), blanks, std::string_view());
             blanks = 0;
             inner.push_back(inside ? line.substr(marker.content) : line);
+            if (inside)
+                content.Take(inner.back());
         }
         html_ += "<li>";
         Task(inner.front());

@@ -11,8 +11,10 @@ namespace zorvane {
 void HtmlFlow::ApplyAttributes(const HtmlElement& element, Box& box) {
     if (element.attributes == nullptr)
         return;
-    for (const HtmlAttribute& attribute : *element.attributes)
-        ApplyAttribute(element.tag, attribute, box);
+    // Of two that bear one name the first counts.
+    for (auto attribute = element.attributes->rbegin(); attribute != element.attributes->rend();
+         ++attribute)
+        ApplyAttribute(element.tag, *attribute, box);
 }
 
 void HtmlFlow::ApplyAttribute(GumboTag tag, const HtmlAttribute& attribute, Box& box) {
@@ -109,10 +111,18 @@ void HtmlFlow::ApplyStyle(const CssStyle& style, const Box& outer, Box& box) {
     box.list = style.list.value_or(box.list);
 }
 
+// What stands in a line says nothing of the paragraph that it may begin.
+void HtmlFlow::KeepParagraph(const Box& outer, Box& box) {
+    box.alignment = outer.alignment;
+    box.left = outer.left;
+    box.text_indent = outer.text_indent;
+    box.right_to_left = outer.right_to_left;
+}
+
 std::string HtmlFlow::Decoded(const std::string_view* value) {
     std::string text;
     if (value != nullptr)
-        references_.Decode(*value, text);
+        references_.DecodeValue(*value, text);
     return text;
 }
 

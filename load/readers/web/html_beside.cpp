@@ -44,7 +44,7 @@ std::string_view FileOf(std::string_view address) {
 std::string HtmlBeside::Value(const HtmlElement& element, std::string_view name) {
     std::string value;
     if (const std::string_view* raw = element.Find(name))
-        references_.Decode(Trim(*raw), value);
+        references_.DecodeValue(Trim(*raw), value);
     return value;
 }
 
@@ -54,7 +54,7 @@ void HtmlBeside::Open(const HtmlElement& element, bool hidden) {
     if (element.tag == GUMBO_TAG_META || (element.tag == GUMBO_TAG_TITLE && !element.foreign))
         Meta(element);
     else if (!hidden || element.tag == GUMBO_TAG_IFRAME || element.tag == GUMBO_TAG_VIDEO ||
-             element.tag == GUMBO_TAG_AUDIO)
+             element.tag == GUMBO_TAG_AUDIO || element.tag == GUMBO_TAG_SOURCE)
         Special(element);
 }
 

@@ -146,13 +146,10 @@ void HtmlFlow::ApplyDefaults(const HtmlElement& element, Box& box) {
     else if (!element.foreign || element.tag == GUMBO_TAG_FOREIGNOBJECT || IsDrawnText(element))
         box.drawing = false;
     box.display = DisplayOf(element);
-    if (box.display == CssDisplay::Inline) {
+    if (box.display == CssDisplay::Inline)
         DefaultChars(element, box.chars);
-        if (element.tag == GUMBO_TAG_BDO)
-            return;
-    } else {
+    else
         DefaultBlock(element, box);
-    }
 }
 
 void HtmlFlow::DefaultChars(const HtmlElement& element, CharFormat& chars) {
@@ -211,6 +208,7 @@ void HtmlFlow::DefaultChars(const HtmlElement& element, CharFormat& chars) {
 }
 
 void HtmlFlow::DefaultBlock(const HtmlElement& element, Box& box) {
+    box.block_space = 0;
     if (IsHeadingTag(element.tag))
         ScaleHeading(element.tag, box.chars);
     switch (element.tag) {

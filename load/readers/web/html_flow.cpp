@@ -28,7 +28,6 @@ void HtmlFlow::Open(const HtmlElement& element) {
     box.tag = element.tag;
     box.display = CssDisplay::Inline;
     box.cell = box.row = box.listed = box.picked = false;
-    box.block_space = 0;
     if (!box.hidden)
         SetUp(element, outer, box);
     boxes_.push_back(box);
@@ -39,6 +38,7 @@ void HtmlFlow::Open(const HtmlElement& element) {
 
 void HtmlFlow::SetUp(const HtmlElement& element, const Box& outer, Box& box) {
     ApplyDefaults(element, box);
+    const bool in_line = box.display == CssDisplay::Inline;
     ApplyAttributes(element, box);
     if (!sheet_.Empty())
         ApplySheet(element, outer, box);
@@ -52,6 +52,10 @@ void HtmlFlow::SetUp(const HtmlElement& element, const Box& outer, Box& box) {
         box.display = CssDisplay::Block;
     if (IsBlockBox(box.display) || box.display == CssDisplay::TableCell)
         box.line_is_paragraph = box.space == CssSpace::Pre;
+    if (box.display == CssDisplay::Inline)
+        KeepParagraph(outer, box);
+    else if (in_line)
+        box.block_space = 0;
 }
 
 void HtmlFlow::ApplySheet(const HtmlElement& element, const Box& outer, Box& box) {

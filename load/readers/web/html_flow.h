@@ -63,6 +63,7 @@ class HtmlFlow : public HtmlHandler {
     // How an element shows.
     static const Box& RootBox();
     void SetUp(const HtmlElement& element, const Box& outer, Box& box);
+    static void KeepParagraph(const Box& outer, Box& box);
     static void ApplyDefaults(const HtmlElement& element, Box& box);
     static void DefaultBlock(const HtmlElement& element, Box& box);
     static void DefaultChars(const HtmlElement& element, CharFormat& chars);

@@ -55,7 +55,7 @@ void AppendCode(std::uint32_t code, std::string& out) {
 
 }  // namespace
 
-void HtmlReferences::Decode(std::string_view text, std::string& out) {
+void HtmlReferences::Decode(std::string_view text, Place place, std::string& out) {
     while (!text.empty()) {
         const std::size_t plain = std::min(text.find('&'), text.size());
         out += text.substr(0, plain);
@@ -63,7 +63,7 @@ void HtmlReferences::Decode(std::string_view text, std::string& out) {
         if (text.empty())
             return;
         const bool number = text.size() > 1 && text[1] == '#';
-        std::size_t used = number ? DecodeNumber(text, out) : DecodeName(text, out);
+        std::size_t used = number ? DecodeNumber(text, out) : DecodeName(text, place, out);
         if (used == 0) {
             out += '&';
             used = 1;
@@ -83,7 +83,7 @@ std::size_t HtmlReferences::DecodeNumber(std::string_view text, std::string& out
     return used < text.size() && text[used] == ';' ? used + 1 : used;
 }
 
-std::size_t HtmlReferences::DecodeName(std::string_view text, std::string& out) {
+std::size_t HtmlReferences::DecodeName(std::string_view text, Place place, std::string& out) {
     struct Common {
         std::string_view reference;
         std::string_view text;
@@ -107,8 +107,18 @@ std::size_t HtmlReferences::DecodeName(std::string_view text, std::string& out) 
         return 0;
     if (length < text.size() && text[length] == ';')
         ++length;
+    if (place == Place::Value && StaysInValue(text.substr(0, length), text.substr(length)))
+        return 0;
     out += LookUp(text.substr(0, length));
     return length;
+}
+
+// A name without a semicolon is none in front of more letters or of "=".
+bool HtmlReferences::StaysInValue(std::string_view reference, std::string_view behind) {
+    if (reference.ends_with(';'))
+        return false;
+    const std::string alone = LookUp(reference);
+    return behind.starts_with('=') || alone != LookUp(std::string(reference) + ';');
 }
 
 const std::string& HtmlReferences::LookUp(std::string_view reference) {

@@ -1,0 +1,2 @@
+<?php echo '<html>'; ?>
+<p>source</p>
