@@ -1,10 +1,13 @@
 # The libraries from outside. Static where Debian ships an archive: a start costs milliseconds, and
-# the dynamic linker's share of it is the largest.
+# the dynamic linker's share of it is the largest. Shared libraries of ours can't take archives in.
 
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 
 function(zorvane_external name archive header)
+    if(ZORVANE_SHARED)
+        string(REGEX REPLACE "\\.a$" ".so" archive ${archive})
+    endif()
     find_library(${name}_ARCHIVE NAMES ${archive} REQUIRED)
     find_path(${name}_INCLUDE NAMES ${header} REQUIRED)
     add_library(${name} INTERFACE)
@@ -18,8 +21,8 @@ zorvane_external(zv_ext_re2 libre2.a re2/re2.h)
 zorvane_external(zv_ext_zstd libzstd.a zstd.h)
 zorvane_external(zv_ext_uchardet libuchardet.a uchardet/uchardet.h)
 zorvane_external(zv_ext_icu libicuuc.a unicode/ucnv.h)
-find_library(zv_ext_icudata_ARCHIVE NAMES libicudata.a REQUIRED)
-target_link_libraries(zv_ext_icu INTERFACE ${zv_ext_icudata_ARCHIVE} Threads::Threads dl)
+zorvane_external(zv_ext_icudata libicudata.a unicode/ucnv.h)
+target_link_libraries(zv_ext_icu INTERFACE zv_ext_icudata Threads::Threads dl)
 
 # Header-only use: the hash is inlined where it is called.
 find_path(zv_ext_xxhash_INCLUDE NAMES xxhash.h REQUIRED)

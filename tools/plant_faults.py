@@ -1,21 +1,29 @@
 #!/usr/bin/env python3
 """Plants faults, one at a time, and tells which of them no test notices.
 
+    cmake --preset plant && cmake --build build/plant
     tools/plant_faults.py --count 40 --tests zv_engine_test zv_compare_test -- compare/engine/*.cpp
 
 A fault is a small change that somebody could make: a border moved by one, a condition turned round, the other
-side, a step left out. Each is built and the named test programs run, in their order, until one fails. What
-does not build is not counted. The files must be as committed; each is put back at once, also after Ctrl+C.
-Choose few, quick test programs first: a fault costs a compile, a link and a run; a program that is not made of
-the file is left out. Not part of any gate.
+side, a step left out. The file is compiled with it, alone and in a folder apart; its library is linked again
+with that in front, and the named test programs run with this library, in their order, until one fails. What
+does not compile is not counted. The files of the tree are read only; they must be as they were when
+build/plant was built. Programs that the tests start have the fault too, all but zorvane-convert, which starts
+without an environment (and reads no PDF in that build: leave the few tests out that need it to). Choose few,
+quick test programs first; one that does not use the library is left out. Not part of any gate.
 """
 import argparse
+import concurrent.futures
+import json
+import os
 import pathlib
 import random
 import re
 import resource
+import shlex
 import subprocess
 import sys
+import tempfile
 
 # (what it is called, where it stands, what takes its place)
 KINDS = [
@@ -63,41 +71,83 @@ def faults_of(path, lines):
                 yield path, number, name, line[: match.start()] + new + line[match.end():]
 
 
+class Build:
+    """What the build folder knows of its files: how each is compiled, and how its library is linked."""
+
+    def __init__(self, folder):
+        self.folder = pathlib.Path(folder)
+        self.compiled = {}  # file: (flags of the compiler, object of the build that holds it)
+        for entry in json.loads(self.ninja("-t", "compdb")):
+            if not entry["output"].endswith(".o"):
+                continue
+            unit = pathlib.Path(entry["file"])
+            flags = [f for f in shlex.split(entry["command"]) if re.match(r"-(D|I/|isystem|std|f(?!preprocessed))", f)]
+            files = [unit]
+            if unit.match("Unity/unity_*.cxx"):
+                files = [pathlib.Path(f) for f in re.findall(r'^#include "(.+)"', unit.read_text(), re.M)]
+            for file in files:
+                self.compiled[file.resolve()] = (flags, entry["output"])
+        self.links = {}  # object: (command of the linker, library)
+        for line in self.ninja("-t", "commands").split("\n"):
+            command = shlex.split(line.split(" && ")[1]) if " -shared " in line else []
+            if "-o" in command:
+                library = command[command.index("-o") + 1]
+                self.links.update({word: (command, library) for word in command if word.endswith(".o")})
+
+    def ninja(self, *words):
+        return subprocess.run(["ninja", "-C", self.folder, *words], capture_output=True, text=True, check=True).stdout
+
+    def libraries_of(self, program):
+        return self.ninja("-t", "inputs", program).split("\n")
+
+    def library_of(self, path):
+        """The library that holds the file, or None where it stands in no library."""
+        _, made = self.compiled.get(path.resolve(), (None, None))
+        return self.links.get(made, (None, None))[1]
+
+    def make(self, path, text, folder):
+        """The library with `text` in place of the file, in `folder`; whether that can be built."""
+        source = folder / path.name
+        source.write_text(text)
+        flags, made = self.compiled[path.resolve()]
+        mended = [*flags, "-I", str(path.resolve().parent), "-O0", "-w", "-UNDEBUG", "-U_FORTIFY_SOURCE"]
+        fault = folder / "fault.o"
+        compiler = ["g++", *mended, "-D_GLIBCXX_ASSERTIONS", "-c", str(source), "-o", str(fault)]
+        if subprocess.run(compiler, cwd=self.folder, capture_output=True).returncode:
+            return False
+        command, library = self.links[made]
+        at = next(i for i, word in enumerate(command) if word.endswith(".o"))
+        linker = [*command[:at], "-Wl,--allow-multiple-definition", str(fault), *command[at:]]
+        linker[linker.index("-o") + 1] = str(folder / pathlib.Path(library).name)
+        return subprocess.run(linker, cwd=self.folder, capture_output=True).returncode == 0
+
+
 class Trial:
     def __init__(self, build, tests, seconds):
-        self.build, self.tests, self.seconds = build, tests, seconds
+        self.build, self.seconds = build, seconds
         self.programs = [self.program(test) for test in tests]
-        self.made_of = {program: self.sources(program.name) for program in self.programs}
+        self.made_of = {program: build.libraries_of(program.name.split(":")[0]) for program, _ in self.programs}
 
     def program(self, test):
-        found = [p for p in pathlib.Path(self.build, "tests").rglob(test) if p.is_file()]
+        name, _, chosen = test.partition(":")
+        found = [p for p in (self.build.folder / "tests").rglob(name) if p.is_file()]
         if not found:
-            sys.exit(f"{test}: no such test program below {self.build}/tests; build it first")
-        return found[0]
+            sys.exit(f"{name}: no such test program below {self.build.folder}/tests; build it first")
+        return found[0].resolve(), chosen or "*"
 
-    def sources(self, test):
-        listed = subprocess.run(["ninja", "-C", self.build, "-t", "inputs", test], capture_output=True, text=True)
-        files = {pathlib.Path(self.build, file).resolve() for file in listed.stdout.split("\n")}
-        for unity in [file for file in files if file.match("Unity/unity_*.cxx")]:
-            files.update(pathlib.Path(name) for name in re.findall(r'^#include "(.+)"', unity.read_text(), re.M))
-        return files
-
-    def compiles(self, tests):
-        return subprocess.run(["ninja", "-C", self.build, *tests], capture_output=True).returncode == 0
-
-    def noticed_by(self, path=None):
-        """The first program that fails, "" where all pass, None where one does not build."""
-        for program in self.programs:
-            if path and path.resolve() not in self.made_of[program]:
+    def noticed_by(self, folder, library=None):
+        """The first program that fails with the libraries of `folder`, "" where all pass."""
+        environment = {**os.environ, "LD_LIBRARY_PATH": str(folder)}
+        # Processor time ends what has no end, so a busy machine makes no fault noticed that is not.
+        limit = lambda: resource.setrlimit(resource.RLIMIT_CPU, (self.seconds, self.seconds))
+        for program, chosen in self.programs:
+            if library and library not in self.made_of[program]:
                 continue
-            if not self.compiles([program.name]):
-                return None
-            # Processor time ends what has no end, so a busy machine makes no fault noticed that is not.
-            limit = lambda: resource.setrlimit(resource.RLIMIT_CPU, (self.seconds, self.seconds))
             try:
                 run = subprocess.run(
-                    [program, "--gtest_fail_fast", "--gtest_brief=1"], capture_output=True, text=True,
-                    errors="replace", timeout=10 * self.seconds, preexec_fn=limit)
+                    [program, "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=" + chosen],
+                    capture_output=True, text=True, errors="replace", timeout=10 * self.seconds, env=environment,
+                    preexec_fn=limit)
             except subprocess.TimeoutExpired:
                 return program.name + " (no end)"
             if run.returncode != 0:
@@ -105,47 +155,62 @@ class Trial:
                 return f"{program.name} {failed[1] if failed else run.returncode}"
         return ""
 
+    def noticed(self, fault):
+        """The test program that notices the fault, "" where none does, None where it does not build."""
+        path, number, _, new = fault
+        lines = path.read_text().split("\n")
+        lines[number] = new
+        with tempfile.TemporaryDirectory(prefix="zv-fault") as name:
+            folder = pathlib.Path(name)
+            if not self.build.make(path, "\n".join(lines), folder):
+                return None
+            return self.noticed_by(folder, self.build.library_of(path))
 
-def try_fault(trial, fault):
-    """The test program that notices the fault, "" where none does, None where it does not build."""
-    path, number, _, new = fault
-    whole = path.read_text()
-    lines = whole.split("\n")
-    lines[number] = new
-    try:
-        path.write_text("\n".join(lines))
-        return trial.noticed_by(path)
-    finally:
-        path.write_text(whole)
+
+def chosen_faults(asked, build):
+    """All faults that the files could have, in the order in which they are tried."""
+    found = [f for path in asked.files for f in faults_of(path, path.read_text().split("\n"))]
+    if asked.again:
+        wanted = set(re.findall(r"^SURVIVED: (.*)$", asked.again.read_text(), re.M))
+        return [f for f in found if told(f) in wanted]
+    random.Random(asked.seed).shuffle(found)
+    return found
+
+
+def told(fault):
+    path, number, name, new = fault
+    return f"{path}:{number + 1}: {name}: {new.strip()}"
 
 
 def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
-    arguments.add_argument("--build", default="build/release", help="folder of the build (build/release)")
-    arguments.add_argument("--tests", nargs="+", required=True, help="test programs, the quickest first")
+    arguments.add_argument("--build", default="build/plant", help="folder of the build (build/plant)")
+    arguments.add_argument("--tests", nargs="+", required=True, metavar="PROGRAM[:FILTER]",
+                           help="test programs, the quickest first")
     arguments.add_argument("--count", type=int, default=50, help="how many faults (50)")
     arguments.add_argument("--seed", type=int, default=1, help="which faults (1)")
+    arguments.add_argument("--again", type=pathlib.Path, metavar="FILE", help="the survivors that FILE tells of")
+    arguments.add_argument("--jobs", type=int, default=1, help="how many at once (1)")
     arguments.add_argument("--seconds", type=int, default=120, help="processor time of a test program (120)")
     arguments.add_argument("files", nargs="+", type=pathlib.Path)
     asked = arguments.parse_args()
-    if subprocess.run(["git", "diff", "--quiet", "HEAD", "--", *asked.files]).returncode:
-        sys.exit("the files differ from their commit")
-    trial = Trial(asked.build, asked.tests, asked.seconds)
-    if trial.noticed_by() != "":
+    build = Build(asked.build)
+    for path in [path for path in asked.files if not build.library_of(path)]:
+        sys.exit(f"{path}: in no shared library of {asked.build}; configure with the preset \"plant\"")
+    trial = Trial(build, asked.tests, asked.seconds)
+    if trial.noticed_by(build.folder) != "":
         sys.exit("the tests fail without any fault")
-    all_faults = [f for path in asked.files for f in faults_of(path, path.read_text().split("\n"))]
-    random.Random(asked.seed).shuffle(all_faults)
+    faults = chosen_faults(asked, build)
     planted = noticed = 0
-    for fault in all_faults:
-        if planted == asked.count:
-            break
-        by = try_fault(trial, fault)
-        if by is None:
-            continue
-        planted += 1
-        noticed += bool(by)
-        path, number, name, new = fault
-        print(f"{by or 'SURVIVED'}: {path}:{number + 1}: {name}: {new.strip()}", flush=True)
+    with concurrent.futures.ThreadPoolExecutor(asked.jobs) as pool:
+        while faults and planted < asked.count:
+            batch, faults = faults[: asked.count - planted], faults[asked.count - planted :]
+            for fault, by in zip(batch, pool.map(trial.noticed, batch)):
+                if by is None:
+                    continue
+                planted += 1
+                noticed += bool(by)
+                print(f"{by or 'SURVIVED'}: {told(fault)}", flush=True)
     if planted:
         print(f"{noticed} of {planted} noticed ({100 * noticed // planted} %)")
 
