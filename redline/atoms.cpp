@@ -195,19 +195,26 @@ std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std
     return atom;
 }
 
+std::u16string_view BlockText::View() const {
+    if (const auto* place = std::get_if<Place>(&held_))
+        return std::u16string_view(*place->text).substr(place->begin, size_);
+    const auto* own = std::get_if<std::u16string>(&held_);
+    return own == nullptr ? std::u16string_view() : std::u16string_view(*own);
+}
+
+void BlockText::MoveInto(std::shared_ptr<std::u16string> shared) {
+    const std::size_t begin = shared->size();
+    shared->append(View());
+    held_ = Place{std::move(shared), begin};
+}
+
 BlockText::Digest BlockText::Told() const {
-    if (digest_)
-        return *digest_;
+    if (const auto* digest = std::get_if<Digest>(&held_))
+        return *digest;
     const std::u16string_view text = View();
     const XXH128_hash_t hash = XXH3_128bits(text.data(), text.size() * sizeof(char16_t));
     const auto blanks = std::count(text.begin(), text.end(), u' ');
     return {hash.high64, hash.low64, static_cast<std::uint64_t>(blanks)};
-}
-
-void BlockText::LetGo() {
-    digest_ = Told();
-    own_ = {};
-    shared_.reset();
 }
 
 bool HoldsLink(const StoryBlock& block) {
@@ -232,10 +239,12 @@ bool IsPlainText(std::u16string_view text) {
     });
 }
 
-void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks) {
+void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks, std::size_t text_room) {
     const bool first = blocks.empty();
     auto text = first ? std::make_shared<std::u16string>() : blocks.back().text.Shared();
-    if (!first)
+    if (first)
+        text->reserve(text_room);
+    else
         text->append(kBreak);
     block.text.MoveInto(std::move(text));
     blocks.push_back(std::move(block));
@@ -249,8 +258,12 @@ std::vector<StoryBlock> AtomReader::Blocks(const Node& container) const {
 
 void AtomReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& blocks) const {
     const auto add = [&](StoryBlock block) {
+        if (!with_trees) {
+            block.node = {};
+            block.atoms = std::vector<Atom>();
+        }
         if (with_texts)
-            AddBlock(std::move(block), blocks);
+            AddBlock(std::move(block), blocks, text_room);
         else
             blocks.push_back(std::move(block));
     };

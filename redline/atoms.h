@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "load/readers/container/xml_part.h"
@@ -58,36 +59,34 @@ class BlockText {
     };
 
     BlockText() = default;
-    explicit BlockText(std::u16string own) : own_(std::move(own)), size_(own_.size()) {}
+    explicit BlockText(std::u16string own) : held_(std::move(own)), size_(View().size()) {}
     /// Nothing any more behind `LetGo`.
-    std::u16string_view View() const {
-        return shared_ ? std::u16string_view(*shared_).substr(begin_, size_) : own_;
-    }
+    std::u16string_view View() const;
     std::size_t size() const { return size_; }
     BlockText& operator+=(std::u16string_view more) {
-        own_ += more;
+        std::get<std::u16string>(held_) += more;
         size_ += more.size();
         return *this;
     }
     /// Text that is counted alone.
     void Pass(std::size_t units) { size_ += units; }
     /// From then on nothing can be added.
-    void MoveInto(std::shared_ptr<std::u16string> shared) {
-        begin_ = shared->size();
-        shared->append(std::exchange(own_, {}));
-        shared_ = std::move(shared);
-    }
-    const std::shared_ptr<std::u16string>& Shared() const { return shared_; }
+    void MoveInto(std::shared_ptr<std::u16string> shared);
+    /// What it was moved into.
+    const std::shared_ptr<std::u16string>& Shared() const { return std::get<Place>(held_).text; }
     Digest Told() const;
     /// Size and digest stay.
-    void LetGo();
+    void LetGo() { held_ = Told(); }
 
   private:
-    std::u16string own_;
-    std::shared_ptr<std::u16string> shared_;
-    std::size_t begin_ = 0;
+    struct Place {
+        std::shared_ptr<std::u16string> text;
+        std::size_t begin = 0;
+    };
+
+    // One after the other: there is one for each paragraph of a document.
+    std::variant<std::u16string, Place, Digest> held_;
     std::size_t size_ = 0;
-    std::optional<Digest> digest_;  // of a text that is gone
 };
 
 /// A paragraph, or a table. A table's text only serves to find its partner.
@@ -101,8 +100,8 @@ struct StoryBlock {
 
 bool HoldsLink(const StoryBlock& block);
 
-/// Puts a block behind the others of its container.
-void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks);
+/// Puts a block behind the others of its container, whose text gets that much room at first.
+void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks, std::size_t text_room = 0);
 
 /// The first atom that takes room and ends behind `place`; the end of the list without one.
 std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std::size_t place);
@@ -127,6 +126,8 @@ struct AtomReader {
     ObjectKeys& keys;
     RelationForm relation;
     bool with_texts = true;  ///< without, sizes alone
+    bool with_trees = true;  ///< without, neither nodes nor atoms: blocks that outlive their tree
+    std::size_t text_room = 0;  ///< UTF-16 units that a container's text hardly passes
 
     /// The blocks of a container, those in block controls among them.
     std::vector<StoryBlock> Blocks(const pugi::xml_node& container) const;

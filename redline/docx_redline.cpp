@@ -130,6 +130,7 @@ class DocxRedline {
         Tell();
         written_.untracked[UntrackedCount::Signatures] = RemoveWordSignatures(modified_);
         original_ = {};  // its trees are as large as what is written now
+        ReturnFreedMemory();
         std::optional<std::string> bytes = modified_.Save();
         if (!bytes)
             return ReadEnd::Fault(ReadError::TooLarge, "no memory for the package");
@@ -163,14 +164,17 @@ class DocxRedline {
                original_.Size(original) + modified_.Size(modified) >= large_texts_;
     }
 
+    // With one tree at a time.
     TextsAlone AlignAhead(const StoryWriter& writer, const PartPair& parts) {
         TextsAlone texts;
-        texts.blocks.original =
-            writer.Texts(Holder(original_.Tree(parts.original)), Side::Original);
-        original_.Forget(parts.original);
-        texts.blocks.modified =
-            writer.Texts(Holder(modified_.Tree(parts.modified)), Side::Modified);
+        const PerSide<WordPackage*> packages{&original_, &modified_};
+        const PerSide<std::string_view> names{parts.original, parts.modified};
         modified_.Forget(parts.modified);
+        for (const Side side : kBothSides) {
+            texts.blocks[side] = writer.Texts(Holder(packages[side]->Tree(names[side])), side,
+                                              packages[side]->Size(names[side]));
+            packages[side]->Forget(names[side]);
+        }
         texts.Align(state_.watcher);
         ReturnFreedMemory();
         return texts;

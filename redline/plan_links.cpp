@@ -53,6 +53,9 @@ void AppendByLinks(const PlanToken& token, const StoryBlock& original, const Sto
 
 void SplitAtLinks(Plan& plan, const std::vector<StoryBlock>& original,
                   const std::vector<StoryBlock>& modified) {
+    if (std::none_of(original.begin(), original.end(), HoldsLink) &&
+        std::none_of(modified.begin(), modified.end(), HoldsLink))
+        return;  // most often; a second plan is large
     std::vector<PlanToken> tokens;
     for (const PlanToken& token : plan.tokens) {
         if (token.kind == TokenKind::Text && token.mark == TrackMark::Keep)

@@ -265,6 +265,7 @@ ReadEnd LayOut(const PerSide<GivenSide>& given, const ConversionMessage& job, Re
 
 ReadEnd RunRedlineJob(const PerSide<std::string_view>& files, const ConversionMessage& job,
                       ReadMonitor& monitor, JobOutput& output) {
+    ReturnLargeBlocksAtOnce();
     MonitorWatcher watcher(monitor);
     const PerSide<GivenSide> given{SideOf(files.original, NumberOf(job, "text")),
                                    SideOf(files.modified, NumberOf(job, "secondtext"))};

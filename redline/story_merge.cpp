@@ -42,30 +42,30 @@ void DropEmptyEnd(Node body) {
 
 }  // namespace
 
-// Without what only a tree gives.
-std::vector<StoryBlock> StoryWriter::Texts(const Node& container, Side side) const {
+std::vector<StoryBlock> StoryWriter::Texts(const Node& container, Side side,
+                                           std::size_t size) const {
     LastPlaceIn(container);
-    std::vector<StoryBlock> blocks = ReaderOf(side).Blocks(container);
-    for (StoryBlock& block : blocks) {
-        block.node = {};
-        block.atoms = {};
-    }
-    return blocks;
+    AtomReader reader = ReaderOf(side);
+    reader.with_trees = false;
+    reader.text_room = size;
+    return reader.Blocks(container);
 }
 
 std::vector<StoryBlock> StoryWriter::BlocksOf(const Node& container, Side side,
                                               std::optional<TextsAlone>& ahead) const {
     AtomReader reader = ReaderOf(side);
-    reader.with_texts = !ahead;
-    std::vector<StoryBlock> blocks = reader.Blocks(container);
     if (!ahead)
-        return blocks;
+        return reader.Blocks(container);
+    reader.with_texts = false;
     std::vector<StoryBlock>& texts = ahead->blocks[side];
+    std::vector<StoryBlock> blocks;
+    blocks.reserve(texts.size());
+    reader.CollectBlocks(container, blocks);
     // They are of the same bytes; only memory may be short the second time.
     state_.failed = state_.failed || texts.size() != blocks.size();
     for (std::size_t i = 0; i < std::min(texts.size(), blocks.size()); ++i)
         blocks[i].text = std::move(texts[i].text);
-    texts = {};
+    texts = std::vector<StoryBlock>();  // {} would keep its room
     return blocks;
 }
 

@@ -43,7 +43,8 @@ class StoryWriter {
     void Merge(const pugi::xml_node& original, pugi::xml_node modified,
                std::optional<TextsAlone> ahead = std::nullopt);
     /// The blocks of a container whose tree will be let go of.
-    std::vector<StoryBlock> Texts(const pugi::xml_node& container, Side side) const;
+    std::vector<StoryBlock> Texts(const pugi::xml_node& container, Side side,
+                                  std::size_t size) const;
     /// All of a container is inserted, or is a copy of deleted content. The last end stays without
     /// a mark unless the container itself goes away.
     void MarkAll(pugi::xml_node container, TrackMark mark, bool last_too);

@@ -1,4 +1,4 @@
-// Between two large steps of one process.
+// For a process whose large steps follow each other.
 #pragma once
 
 #include <cstdlib>
@@ -13,6 +13,15 @@ namespace zorvane {
 inline void ReturnFreedMemory() {
 #ifdef __GLIBC__
     malloc_trim(0);
+#endif
+}
+
+/// From then on each block of 1 MiB and more goes back as soon as it is freed, for the price of clean
+/// pages for the next one. Otherwise the library keeps the largest ones, and small blocks settle in
+/// them.
+inline void ReturnLargeBlocksAtOnce() {
+#ifdef M_MMAP_THRESHOLD
+    mallopt(M_MMAP_THRESHOLD, 1 << 20);
 #endif
 }
 

@@ -129,24 +129,28 @@ class ZipPackage : public Package {
     }
 
   private:
-    // The size that the directory tells is a hint only: a hostile file can tell anything.
+    // The size that the directory tells is a hint only: a hostile file can tell anything, though no
+    // more than its packed bytes can become.
     std::size_t SizeHint(zip_uint64_t index) const {
-        constexpr std::size_t kLargestHint = std::size_t{1} << 24;
+        constexpr zip_uint64_t kMostDeflate = 1032;  // bytes that one packed byte can become
+        constexpr zip_uint64_t kNeeded = ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE;
         zip_stat_t facts;
-        if (zip_stat_index(archive_, index, 0, &facts) != 0 || (facts.valid & ZIP_STAT_SIZE) == 0)
+        if (zip_stat_index(archive_, index, 0, &facts) != 0 || (facts.valid & kNeeded) != kNeeded)
             return 0;
-        return std::min(static_cast<std::size_t>(facts.size), kLargestHint);
+        const zip_uint64_t can_be =
+            std::min<zip_uint64_t>(facts.comp_size, kMaxPartBytes) * kMostDeflate;
+        return std::min({facts.size, can_be, zip_uint64_t{kMaxPartBytes}});
     }
 
+    // Room that is not reached costs no memory: no more of it is touched than a step ahead.
     static std::optional<std::string> ReadAll(ZipStream& stream, std::size_t hint, ReadError& why) {
         constexpr std::size_t kStep = std::size_t{1} << 16;
         std::string bytes;
         bytes.reserve(hint + kStep);  // the end is only seen by another step
         while (true) {
             const std::size_t old = bytes.size();
-            const std::size_t room = std::max(kStep, bytes.capacity() - old);
-            bytes.resize(old + room);
-            const std::size_t got = stream.Read(bytes.data() + old, room);
+            bytes.resize(old + kStep);
+            const std::size_t got = stream.Read(bytes.data() + old, kStep);
             bytes.resize(old + got);
             if (stream.Failed()) {
                 why = stream.Error();
