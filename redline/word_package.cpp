@@ -283,7 +283,7 @@ std::optional<std::string> WordPackage::Save() {
         }
         entries.push_back({part.name, part.edited ? part.bytes : BytesOf(part)});
     }
-    return WriteZip(entries);
+    return WriteZip(entries, given_);
 }
 
 }  // namespace zorvane

@@ -14,7 +14,10 @@ struct ZipEntry {
 };
 
 /// In the order given, all of one fixed time; a first entry "mimetype" stays unpacked, as
-/// OpenDocument wants it. Nothing when there is no memory for it.
-std::optional<std::string> WriteZip(const std::vector<ZipEntry>& entries);
+/// OpenDocument wants it. Where `packed`, another package, holds an entry of the same name and
+/// content, its packed bytes are taken over: packing costs more than all else of a document with
+/// pictures. Nothing when there is no memory for it.
+std::optional<std::string> WriteZip(const std::vector<ZipEntry>& entries,
+                                    std::string_view packed = {});
 
 }  // namespace zorvane
