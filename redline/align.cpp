@@ -341,6 +341,15 @@ void TextsAlone::Align(RunWatcher* watcher) {
     }
 }
 
+bool TextsAlone::GiveTo(std::vector<StoryBlock>& read_again, Side side) {
+    std::vector<StoryBlock> texts = std::exchange(blocks[side], std::vector<StoryBlock>());
+    if (texts.size() != read_again.size())
+        return false;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        read_again[i].text = std::move(texts[i].text);
+    return true;
+}
+
 std::vector<std::pair<std::size_t, std::size_t>> AlignLines(
     const std::vector<std::u16string>& original, const std::vector<std::u16string>& modified,
     RunWatcher* watcher) {

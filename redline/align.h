@@ -48,6 +48,9 @@ struct TextsAlone {
 
     /// Lets go of the texts, too.
     void Align(RunWatcher* watcher);
+    /// Gives sizes and digests to the blocks of a side that were read again. They are of the same
+    /// bytes; only where memory was short there are not as many, and nothing is given.
+    bool GiveTo(std::vector<StoryBlock>& read_again, Side side);
 };
 
 /// Partners of rows, or of anything that is told apart by a line of text: pairs of indexes that

@@ -162,10 +162,7 @@ class AtomCollector {
         std::string link = LinkAround(parts.front().run ? parts.front().run : parts.front().node);
         block_.atoms.push_back(
             {kind, std::move(parts), block_.text.size(), text.size(), std::move(link)});
-        if (reader_.with_texts)
-            block_.text += text;
-        else
-            block_.text.Pass(text.size());
+        reader_.reading.AddLetters(text, block_);
     }
 
     std::string LinkAround(const Node& element) const {
@@ -239,7 +236,22 @@ bool IsPlainText(std::u16string_view text) {
     });
 }
 
-void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks, std::size_t text_room) {
+void BlockReading::AddLetters(std::u16string_view letters, StoryBlock& block) const {
+    if (with_texts)
+        block.text += letters;
+    else
+        block.text.Pass(letters.size());
+}
+
+void BlockReading::AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks) const {
+    if (!with_trees) {
+        block.node = {};
+        block.atoms = std::vector<Atom>();
+    }
+    if (!with_texts) {
+        blocks.push_back(std::move(block));
+        return;
+    }
     const bool first = blocks.empty();
     auto text = first ? std::make_shared<std::u16string>() : blocks.back().text.Shared();
     if (first)
@@ -257,22 +269,12 @@ std::vector<StoryBlock> AtomReader::Blocks(const Node& container) const {
 }
 
 void AtomReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& blocks) const {
-    const auto add = [&](StoryBlock block) {
-        if (!with_trees) {
-            block.node = {};
-            block.atoms = std::vector<Atom>();
-        }
-        if (with_texts)
-            AddBlock(std::move(block), blocks, text_room);
-        else
-            blocks.push_back(std::move(block));
-    };
     for (const Node& child : container.children()) {
         const std::string_view name = LocalName(child);
         if (name == "p")
-            add(Paragraph(child));
+            reading.AddBlock(Paragraph(child), blocks);
         else if (name == "tbl")
-            add(Table(child));
+            reading.AddBlock(Table(child), blocks);
         else if (IsBlockWrapper(name))
             CollectBlocks(child, blocks);
     }
@@ -302,7 +304,7 @@ std::string PictureForm(const Node& drawing, const RelationForm& relation) {
 }  // namespace
 
 StoryBlock AtomReader::Table(const Node& node) const {
-    if (!with_texts)
+    if (!reading.with_texts)
         return {node, true, {}, {}};
     return {node, true, BlockText(DocxTextOf(node)), {}, GridOf(node)};
 }

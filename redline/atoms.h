@@ -100,8 +100,17 @@ struct StoryBlock {
 
 bool HoldsLink(const StoryBlock& block);
 
-/// Puts a block behind the others of its container, whose text gets that much room at first.
-void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks, std::size_t text_room = 0);
+/// What a reader makes of the blocks of a container.
+struct BlockReading {
+    bool with_texts = true;  ///< without, sizes alone
+    /// Without, neither nodes nor atoms: blocks that outlive their tree.
+    bool with_trees = true;
+    std::size_t text_room = 0;  ///< UTF-16 units that a container's text hardly passes
+
+    void AddLetters(std::u16string_view letters, StoryBlock& block) const;
+    /// Puts a block behind the others of its container.
+    void AddBlock(StoryBlock block, std::vector<StoryBlock>& blocks) const;
+};
 
 /// The first atom that takes room and ends behind `place`; the end of the list without one.
 std::vector<Atom>::const_iterator AtomBehind(const std::vector<Atom>& atoms, std::size_t place);
@@ -125,9 +134,7 @@ using RelationForm = std::function<std::string(const std::string& id)>;
 struct AtomReader {
     ObjectKeys& keys;
     RelationForm relation;
-    bool with_texts = true;  ///< without, sizes alone
-    bool with_trees = true;  ///< without, neither nodes nor atoms: blocks that outlive their tree
-    std::size_t text_room = 0;  ///< UTF-16 units that a container's text hardly passes
+    BlockReading reading{};
 
     /// The blocks of a container, those in block controls among them.
     std::vector<StoryBlock> Blocks(const pugi::xml_node& container) const;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
+#include "common/platform/freed_memory.h"
 #include "redline/import.h"
 #include "redline/odt_resolve.h"
 #include "redline/odt_writer.h"
@@ -75,11 +77,15 @@ class OdtRedline {
           modified_(modified),
           importer_(original, modified),
           state_{original, modified, importer_, StampOf(request), watcher},
+          large_texts_(request.large_texts),
           written_(written) {}
 
     ReadEnd Write() {
+        std::optional<TextsAlone> ahead;
+        if (AreReadTwice())
+            ahead = AlignAhead();
         OdtWriter body(state_, kContent, BodyOf(modified_));
-        body.Merge(BodyOf(original_), BodyOf(modified_));
+        body.Merge(BodyOf(original_), BodyOf(modified_), std::move(ahead));
         if (body.Changed())
             modified_.Edit(kContent);
         MergeHeaders();
@@ -96,6 +102,32 @@ class OdtRedline {
     }
 
   private:
+    // What is large, but for trees that were changed when tracked changes were accepted.
+    bool AreReadTwice() const {
+        return written_.resolved_before == 0 &&
+               original_.Size(kContent) + modified_.Size(kContent) >= large_texts_;
+    }
+
+    // With one tree at a time.
+    TextsAlone AlignAhead() {
+        TextsAlone texts;
+        const PerSide<WordPackage*> packages{&original_, &modified_};
+        modified_.Forget(kContent);
+        for (const Side side : kBothSides) {
+            OdtReader reader = ReaderOf(state_, side);
+            reader.reading.with_trees = false;
+            reader.reading.text_room = packages[side]->Size(kContent);
+            FormText(BodyOf(*packages[side]));
+            texts.blocks[side] = reader.Blocks(BodyOf(*packages[side]));
+            packages[side]->Forget(kContent);
+        }
+        texts.Align(state_.watcher);
+        ReturnFreedMemory();
+        for (const Side side : kBothSides)
+            FormText(BodyOf(*packages[side]));
+        return texts;
+    }
+
     OdtStamp StampOf(const RedlineRequest& request) {
         constexpr std::int64_t kRoom = 100'000;
         OdtStamp stamp{request.author, request.date, request.id_prefix * kRoom + 1};
@@ -176,6 +208,8 @@ class OdtRedline {
         written_.counts = state_.counts;
         Tell();
         written_.untracked[UntrackedCount::Signatures] = RemoveOdtSignatures(modified_);
+        original_ = {};  // its tree is as large as what is written now
+        ReturnFreedMemory();
         std::optional<std::string> bytes = modified_.Save();
         if (!bytes)
             return ReadEnd::Fault(ReadError::TooLarge, "no memory for the package");
@@ -187,6 +221,7 @@ class OdtRedline {
     WordPackage& modified_;
     OdtImporter importer_;
     OdtState state_;
+    std::size_t large_texts_;
     WrittenRedline& written_;
     std::size_t frames_left_ = 0;
 };

@@ -124,7 +124,7 @@ void CollectNamed(const Node& parent, bool (*wanted)(std::string_view), std::vec
 
 std::vector<StoryBlock> OdtReader::Blocks(const Node& container) const {
     std::vector<StoryBlock> blocks;
-    CollectBlocks(container, blocks, 0);
+    CollectBlocks(container, blocks);
     return blocks;
 }
 
@@ -133,12 +133,18 @@ void OdtReader::CollectBlocks(const Node& container, std::vector<StoryBlock>& bl
     for (const Node& child : container.children()) {
         const std::string_view name = LocalName(child);
         if (IsOdtParagraph(name))
-            AddBlock(Paragraph(child), blocks);
+            reading.AddBlock(Paragraph(child), blocks);
         else if (name == "table")
-            AddBlock({child, true, BlockText(OdtTextOf(child)), {}, GridOf(child)}, blocks);
+            reading.AddBlock(Table(child), blocks);
         else if (IsOdtBlockWrapper(name) && depth < kMaxDepth)
             CollectBlocks(child, blocks, depth + 1);
     }
+}
+
+StoryBlock OdtReader::Table(const Node& node) const {
+    if (!reading.with_texts)
+        return {node, true, {}, {}};
+    return {node, true, BlockText(OdtTextOf(node)), {}, GridOf(node)};
 }
 
 StoryBlock OdtReader::Paragraph(const Node& node) const {
@@ -161,7 +167,7 @@ void OdtReader::CollectAtoms(const Node& parent, const std::string& link, StoryB
                                    block.text.size(),
                                    form.size(),
                                    link});
-            block.text += form;
+            reading.AddLetters(form, block);
         } else if (IsOdtWrapper(name) && depth < kMaxDepth) {
             CollectAtoms(child, name == "a" ? std::string(Attribute(child, "href")) : link, block,
                          depth + 1);
@@ -189,7 +195,7 @@ void OdtReader::TakeElement(const Node& node, const std::string& link, StoryBloc
         key = keys.KeyOf(FormOf(node));
     }
     block.atoms.push_back({kind, {{{}, node}}, block.text.size(), key.size(), link});
-    block.text += key;
+    reading.AddLetters(key, block);
 }
 
 std::string OdtReader::FormOf(const Node& node) const {

@@ -16,14 +16,16 @@ using AddressForm = std::function<std::string(const std::string& address)>;
 struct OdtReader {
     ObjectKeys& keys;
     AddressForm address;
+    BlockReading reading{};
 
     /// Paragraphs and tables of a container, those in lists and sections among them.
     std::vector<StoryBlock> Blocks(const pugi::xml_node& container) const;
     StoryBlock Paragraph(const pugi::xml_node& node) const;
+    void CollectBlocks(const pugi::xml_node& container, std::vector<StoryBlock>& blocks,
+                       int depth = 0) const;
 
   private:
-    void CollectBlocks(const pugi::xml_node& container, std::vector<StoryBlock>& blocks,
-                       int depth) const;
+    StoryBlock Table(const pugi::xml_node& node) const;
     void CollectAtoms(const pugi::xml_node& parent, const std::string& link, StoryBlock& block,
                       int depth) const;
     void TakeElement(const pugi::xml_node& node, const std::string& link, StoryBlock& block) const;

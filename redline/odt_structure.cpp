@@ -1,5 +1,6 @@
 // The file of an OpenDocument redline: its list of changes, ids, styles and parts.
 #include <map>
+#include <optional>
 #include <set>
 
 #include "redline/node_kinds.h"
@@ -34,6 +35,7 @@ class OdtFile {
     }
 
   private:
+    using Names = std::set<std::string>;
     struct Region {
         std::string kind;
         Node story;
@@ -140,21 +142,30 @@ class OdtFile {
             const std::string_view name = attribute.name();
             const std::string value = attribute.value();
             if (name.ends_with("style-name") && !value.empty() && !HasStyle(value) &&
-                Defines(original_, value))
+                OriginalDefines(value))
                 Fail("no style " + value);
             if (name == "xlink:href" && value.starts_with("Pictures/") && !package_.Has(value))
                 Fail("no part " + value);
         }
     }
 
-    // Documents name styles that they do not have.
-    static bool Defines(Package& package, const std::string& style) {
-        const std::string form = "style:name=\"" + style + "\"";
-        for (const char* part : {"content.xml", "styles.xml"}) {
-            if (package.Read(part).value_or("").find(form) != std::string::npos)
-                return true;
+    // Documents name styles that they do not have, in each paragraph perhaps.
+    bool OriginalDefines(const std::string& style) {
+        if (!original_styles_) {
+            original_styles_ = NamesIn(original_.Read("content.xml").value_or(""));
+            original_styles_->merge(NamesIn(original_.Read("styles.xml").value_or("")));
         }
-        return false;
+        return original_styles_->contains(style);
+    }
+
+    static Names NamesIn(std::string_view xml) {
+        constexpr std::string_view kName = "style:name=\"";
+        Names names;
+        for (std::size_t at = xml.find(kName); at != xml.npos; at = xml.find(kName, at)) {
+            at += kName.size();
+            names.emplace(xml.substr(at, xml.find('"', at) - at));
+        }
+        return names;
     }
 
     bool HasStyle(const std::string& wanted) {
@@ -193,9 +204,10 @@ class OdtFile {
     Package& original_;
     std::map<std::string, XmlPart> parts_;
     Node root_;
-    std::set<std::string> ids_;
-    std::set<std::string> rows_;
-    std::set<std::string> styles_;
+    Names ids_;
+    Names rows_;
+    Names styles_;
+    std::optional<Names> original_styles_;  // once somebody asked
     std::map<std::string, Region> regions_;
     std::string fault_;
 };

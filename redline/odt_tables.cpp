@@ -124,7 +124,7 @@ void OdtWriter::MarkRow(Node row, TrackMark mark) {
 // The blocks of the cell, whatever they are, in one region.
 void OdtWriter::MarkCellInserted(const Node& cell) {
     std::vector<Node> paragraphs;
-    for (const StoryBlock& block : ReaderOf(TrackMark::Insert).Blocks(cell)) {
+    for (const StoryBlock& block : ReaderOf(state_, Side::Modified).Blocks(cell)) {
         if (!block.is_table)
             paragraphs.push_back(block.node);
         else

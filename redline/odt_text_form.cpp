@@ -57,6 +57,8 @@ class TextFormer {
                 kept += blank ? ' ' : byte;
             after_blank_ = blank;
         }
+        if (kept == text.value())
+            return;  // as most are; a copy of all text is large
         if (!kept.empty())
             parent.insert_child_before(pugi::node_pcdata, text).set_value(kept.c_str());
         parent.remove_child(text);

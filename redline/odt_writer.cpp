@@ -61,32 +61,47 @@ struct OdtWriter::Container {
     }
 };
 
-OdtReader OdtWriter::ReaderOf(TrackMark mark) {
-    const Side side = SideOf(mark);
-    return {state_.keys, [&importer = state_.importer, side](const std::string& address) {
+OdtReader ReaderOf(OdtState& state, Side side) {
+    return {state.keys, [&importer = state.importer, side](const std::string& address) {
                 return importer.FormOf(side, address);
             }};
 }
 
-// Only where the marks need it a paragraph is added behind a last table.
-bool OdtWriter::PlanFor(const Node& original, const Node& modified, Planned& planned) {
-    const auto make = [&] {
-        planned.original = ReaderOf(TrackMark::Delete).Blocks(original);
-        planned.modified = ReaderOf(TrackMark::Insert).Blocks(modified);
-        planned.plan = MakePlan(AlignBlocks(planned.original, planned.modified, state_.watcher),
-                                planned.original, planned.modified);
-        return planned.plan.has_value();
-    };
-    if (make())
-        return true;
-    const bool old_ended = EndInParagraph(original);
-    const bool new_ended = EndInParagraph(modified);
-    return (old_ended || new_ended) && make();
+std::vector<BlockGroup> OdtWriter::ReadAgain(const PerSide<Node>& containers, TextsAlone ahead,
+                                             Planned& planned) {
+    const PerSide<std::vector<StoryBlock>*> blocks{&planned.original, &planned.modified};
+    for (const Side side : kBothSides) {
+        OdtReader reader = ReaderOf(state_, side);
+        reader.reading.with_texts = false;
+        blocks[side]->reserve(ahead.blocks[side].size());
+        reader.CollectBlocks(containers[side], *blocks[side]);
+        state_.failed = !ahead.GiveTo(*blocks[side], side) || state_.failed;
+    }
+    return std::move(ahead.groups);
 }
 
-void OdtWriter::Merge(const Node& original, Node modified) {
+// Only where the marks need it a paragraph is added behind a last table.
+bool OdtWriter::PlanFor(const PerSide<Node>& containers, std::optional<TextsAlone> ahead,
+                        Planned& planned) {
+    const auto make = [&](std::vector<BlockGroup> groups) {
+        planned.plan = MakePlan(std::move(groups), planned.original, planned.modified);
+        return planned.plan.has_value();
+    };
+    const auto align = [&] {
+        planned.original = ReaderOf(state_, Side::Original).Blocks(containers.original);
+        planned.modified = ReaderOf(state_, Side::Modified).Blocks(containers.modified);
+        return AlignBlocks(planned.original, planned.modified, state_.watcher);
+    };
+    if (make(ahead ? ReadAgain(containers, std::move(*ahead), planned) : align()))
+        return true;
+    const bool old_ended = EndInParagraph(containers.original);
+    const bool new_ended = EndInParagraph(containers.modified);
+    return (old_ended || new_ended) && make(align());
+}
+
+void OdtWriter::Merge(const Node& original, Node modified, std::optional<TextsAlone> ahead) {
     Planned planned;
-    if (!PlanFor(original, modified, planned)) {
+    if (!PlanFor({original, modified}, std::move(ahead), planned) || state_.failed) {
         state_.failed = true;
         return;
     }

@@ -29,6 +29,8 @@ struct OdtState {
     bool failed = false;  ///< a container that marks cannot be placed in
 };
 
+OdtReader ReaderOf(OdtState& state, Side side);
+
 class OdtWriter {
   public:
     /// `part` holds the story in both packages; `story` is the Modified's, with its list of
@@ -36,8 +38,10 @@ class OdtWriter {
     OdtWriter(OdtState& state, std::string part, pugi::xml_node story)
         : state_(state), part_(std::move(part)), regions_(story, state.stamp) {}
 
-    /// Both hold blocks; the Modified's is changed.
-    void Merge(const pugi::xml_node& original, pugi::xml_node modified);
+    /// Both hold blocks; the Modified's is changed. `ahead`: their texts, if they were compared
+    /// before.
+    void Merge(const pugi::xml_node& original, pugi::xml_node modified,
+               std::optional<TextsAlone> ahead = std::nullopt);
     bool Changed() const { return !regions_.Empty(); }
 
   private:
@@ -55,8 +59,10 @@ class OdtWriter {
         std::optional<Plan> plan{};
     };
 
-    OdtReader ReaderOf(TrackMark mark);
-    bool PlanFor(const Node& original, const Node& modified, Planned& planned);
+    std::vector<BlockGroup> ReadAgain(const PerSide<Node>& containers, TextsAlone ahead,
+                                      Planned& planned);
+    bool PlanFor(const PerSide<Node>& containers, std::optional<TextsAlone> ahead,
+                 Planned& planned);
     void MergeKept(const Plan& plan, const Container& in);
     void MergeAtoms(const Atom& original, const Atom& modified);
     void WriteStream(const Tokens& tokens, Container& in);

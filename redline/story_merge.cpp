@@ -46,8 +46,8 @@ std::vector<StoryBlock> StoryWriter::Texts(const Node& container, Side side,
                                            std::size_t size) const {
     LastPlaceIn(container);
     AtomReader reader = ReaderOf(side);
-    reader.with_trees = false;
-    reader.text_room = size;
+    reader.reading.with_trees = false;
+    reader.reading.text_room = size;
     return reader.Blocks(container);
 }
 
@@ -56,16 +56,11 @@ std::vector<StoryBlock> StoryWriter::BlocksOf(const Node& container, Side side,
     AtomReader reader = ReaderOf(side);
     if (!ahead)
         return reader.Blocks(container);
-    reader.with_texts = false;
-    std::vector<StoryBlock>& texts = ahead->blocks[side];
+    reader.reading.with_texts = false;
     std::vector<StoryBlock> blocks;
-    blocks.reserve(texts.size());
+    blocks.reserve(ahead->blocks[side].size());
     reader.CollectBlocks(container, blocks);
-    // They are of the same bytes; only memory may be short the second time.
-    state_.failed = state_.failed || texts.size() != blocks.size();
-    for (std::size_t i = 0; i < std::min(texts.size(), blocks.size()); ++i)
-        blocks[i].text = std::move(texts[i].text);
-    texts = std::vector<StoryBlock>();  // {} would keep its room
+    state_.failed = !ahead->GiveTo(blocks, side) || state_.failed;
     return blocks;
 }
 

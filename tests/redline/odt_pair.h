@@ -81,9 +81,10 @@ inline std::string OdtStyle(const std::string& name, const std::string& family,
 
 // ---- the redline ----
 
-inline WrittenRedline OdtRedlineOf(const std::string& original, const std::string& modified) {
+inline WrittenRedline OdtRedlineOf(const std::string& original, const std::string& modified,
+                                   const RedlineRequest& request = {}) {
     WrittenRedline written;
-    const ReadEnd end = WriteOdtRedline({original, modified}, {}, nullptr, written);
+    const ReadEnd end = WriteOdtRedline({original, modified}, request, nullptr, written);
     EXPECT_TRUE(end.ok()) << end.detail;
     return written;
 }

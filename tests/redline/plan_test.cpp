@@ -15,7 +15,7 @@ std::vector<StoryBlock> BlocksOf(const std::string& names) {
     for (const char name : names) {
         const bool table = name >= '0' && name <= '9';
         std::u16string text(6, static_cast<char16_t>(name));
-        AddBlock({{}, table, BlockText(text + u" " + text), {}}, blocks);
+        BlockReading().AddBlock({{}, table, BlockText(text + u" " + text), {}}, blocks);
     }
     return blocks;
 }

@@ -355,15 +355,18 @@ TEST(RandomRedline, GivesBothDocumentsBack) {
         SCOPED_TRACE(edits);
         const std::string modified = FileOf(story, 4, seed % 4 ? "head of all" : "");
         const std::string new_odt = OdtOf(story, 4, seed % 4 ? "head of all" : "");
-        EXPECT_EQ(OdtLawBreach(old_odt, new_odt, OdtRedlineOf(old_odt, new_odt)), "");
         RedlineRequest request;
+        RedlineRequest as_large;
+        as_large.large_texts = 0;
+        const WrittenRedline odt = OdtRedlineOf(old_odt, new_odt);
+        EXPECT_EQ(OdtLawBreach(old_odt, new_odt, odt), "");
+        EXPECT_EQ(OdtRedlineOf(old_odt, new_odt, as_large).bytes, odt.bytes);
         for (const bool looks : {false, true}) {
             request.track_formatting = looks;
             const WrittenRedline written = RedlineOf(original, modified, request);
             EXPECT_EQ(LawBreach(original, modified, written.bytes, written.headers_left_out, looks),
                       "");
-            RedlineRequest as_large = request;
-            as_large.large_texts = 0;
+            as_large.track_formatting = looks;
             EXPECT_EQ(RedlineOf(original, modified, as_large).bytes, written.bytes);
         }
     }
