@@ -51,6 +51,26 @@ def docx(path, texts):
                      '<w:body>' + body + '</w:body></w:document>')
 
 
+def odt(path, texts):
+    names = " ".join(f'xmlns:{name}="urn:oasis:names:tc:opendocument:xmlns:{name}:1.0"'
+                     for name in ["office", "style", "text"])
+    body = "".join(f'<text:p text:style-name="P1"><text:span>{text}</text:span></text:p>' for text in texts)
+    parts = {
+        "content.xml": f"<office:document-content {names}><office:body><office:text>{body}"
+                       "</office:text></office:body></office:document-content>",
+        "styles.xml": f"<office:document-styles {names}><office:styles/></office:document-styles>",
+        "META-INF/manifest.xml":
+            '<m:manifest xmlns:m="urn:oasis:names:tc:opendocument:xmlns:manifest:1.0">'
+            '<m:file-entry m:full-path="/" m:media-type="application/vnd.oasis.opendocument.text"/>'
+            '<m:file-entry m:full-path="content.xml" m:media-type="text/xml"/>'
+            '<m:file-entry m:full-path="styles.xml" m:media-type="text/xml"/></m:manifest>',
+    }
+    with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as package:
+        package.writestr("mimetype", "application/vnd.oasis.opendocument.text", zipfile.ZIP_STORED)
+        for name, content in parts.items():
+            package.writestr(name, content)
+
+
 def xlsx(path, rows, columns):
     chance = random.Random(3)
     with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as out:

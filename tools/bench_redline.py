@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Times a redline with tracked changes against the HTML report of the same pair, in one run.
 
-usage: tools/bench_redline.py build/release/zorvane [PAGES[+MB]...]
+usage: tools/bench_redline.py build/release/zorvane [PAGES[+MB][.odt]...]
 
-A pair for each number of pages (100 and 1000 without one), every tenth paragraph edited, both with
-that many megabytes of pictures that nothing can pack. Printed are
-the least processor time of seven runs with all processes, the least wall time, the peak memory of
-the largest process, and the ratios to the report and to both packages as they are unpacked."""
+A pair of .docx for each number of pages (100 and 1000 without one), or of .odt, every tenth paragraph
+edited, both with that many megabytes of pictures that nothing can pack. Printed are the least processor
+time of seven runs with all processes, the least wall time, the peak memory of the largest process, and
+the ratios to the report and to both packages as they are unpacked."""
 
 import os
 import pathlib
@@ -76,16 +76,19 @@ def main():
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         for asked in sys.argv[2:] or ["100", "1000"]:
-            pages, _, pictures = asked.partition("+")
+            number, _, form = asked.partition(".")
+            form = form or "docx"
+            pages, _, pictures = number.partition("+")
             texts = bench_readers.paragraphs(int(pages) * PARAGRAPHS_A_PAGE)
-            pair = [folder / "old.docx", folder / "new.docx"]
-            bench_readers.docx(pair[0], texts)
-            bench_readers.docx(pair[1], edited(texts))
+            pair = [folder / f"old.{form}", folder / f"new.{form}"]
+            make = {"docx": bench_readers.docx, "odt": bench_readers.odt}[form]
+            make(pair[0], texts)
+            make(pair[1], edited(texts))
             for path in pair:
                 add_pictures(path, int(pictures or "0"))
             size = sum(unpacked(path) for path in pair)
             report = None
-            for kind in ["html", "docx"]:
+            for kind in ["html", form]:
                 result = measure([program, "compare", *pair, "-q", "-o"], folder / f"redline.{kind}")
                 report = report or result
                 print(f"{asked} pages, {kind}: {result[0] * 1000:.0f} ms cpu ({result[0] / report[0]:.1f}), "
