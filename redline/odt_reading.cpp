@@ -207,7 +207,15 @@ class OdtReading {
         return text;
     }
 
-    std::string Target(std::string address) {
+    // Once for each address: a package counts all that it unpacks, and pictures are large.
+    const std::string& Target(const std::string& address) {
+        const auto [known, first] = targets_.try_emplace(address);
+        if (first)
+            known->second = ReadTarget(address);
+        return known->second;
+    }
+
+    std::string ReadTarget(std::string address) {
         if (address.starts_with("./"))
             address.erase(0, 2);
         std::string form;
@@ -276,6 +284,7 @@ class OdtReading {
     XmlPart content_;
     XmlPart styles_;
     Node root_;
+    std::map<std::string, std::string> targets_;
     ReadCounts* counts_ = nullptr;
     std::map<std::pair<std::size_t, std::string>, Properties> looks_;
 };
