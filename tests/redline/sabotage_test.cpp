@@ -10,6 +10,10 @@ const std::string kStyleNamed = "<w:style w:type=\"paragraph\" w:styleId=\"";
 const std::string kField =
     "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>DATE</w:instrText></w:r>"
     "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
+const std::string kBox =
+    "<w:r><w:fldChar w:fldCharType=\"begin\"><w:ffData><w:checkBox><w:default w:val=\"1\"/>"
+    "</w:checkBox></w:ffData></w:fldChar></w:r><w:r><w:instrText>FORMCHECKBOX</w:instrText></w:r>"
+    "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
 
 std::string Body(bool modified, const std::string& width) {
     const std::string nested = "<w:tc><w:tcPr/>" + Table(Row({"3"})) + "<w:p/></w:tc>";
@@ -21,7 +25,7 @@ std::string Body(bool modified, const std::string& width) {
            Paragraph(TextRun("The keeper notes the ") + TextRun(word, modified ? "" : "<w:b/>") +
                      TextRun(" each morning.") + NoteReference("1")) +
            (modified ? ""
-                     : Paragraph(TextRun("Dogs stay on the leash.") + kField,
+                     : Paragraph(TextRun("Dogs stay on the leash.") + kField + kBox,
                                  "<w:pStyle w:val=\"S\"/>")) +
            Paragraph("Boats are painted white each spring by the members of the club.") +
            (modified ? wanders : "") +
@@ -47,12 +51,18 @@ std::string Body(bool modified, const std::string& width) {
 std::string Input(bool modified, const std::string& width = "9") {
     PairFile file;
     file.body = Body(modified, width);
-    file.styles =
-        "<w:docDefaults/>" + kStyleNamed + "H\"><w:rPr><w:b/></w:rPr></w:style>" + kStyleNamed +
-        (modified ? "S\"><w:rPr><w:b/></w:rPr></w:style>" : "S\"><w:rPr><w:i/></w:rPr></w:style>");
+    file.styles = "<w:docDefaults/>" + kStyleNamed + "H\"><w:rPr><w:b/></w:rPr></w:style>" +
+                  kStyleNamed +
+                  (modified ? "S\"><w:rPr><w:b/></w:rPr></w:style>"
+                            : "S\"><w:pPr><w:numPr><w:numId w:val=\"1\"/></w:numPr></w:pPr>"
+                              "<w:rPr><w:i/></w:rPr></w:style>");
     file.numbering =
         "<w:abstractNum w:abstractNumId=\"0\"><w:lvl w:ilvl=\"0\"/></w:abstractNum>"
-        "<w:num w:numId=\"1\"><w:abstractNumId w:val=\"0\"/></w:num>";
+        "<w:num w:numId=\"1\"><w:abstractNumId w:val=\"0\"/>" +
+        std::string(modified ? ""
+                             : "<w:lvlOverride w:ilvl=\"0\"><w:startOverride w:val=\"3\"/>"
+                               "</w:lvlOverride>") +
+        "</w:num>";
     file.footnotes = Note("1", modified ? "Since this year." : "Since last year.");
     file.header = Paragraph(modified ? "Second edition" : "First edition");
     file.picture = "picture";
@@ -75,7 +85,8 @@ constexpr Sabotage kRows[] = {
     {"a kept blank", kText, "Boats are", "Boatsare"},
     {"a deleted word", kText, "weather</w:delText>", "wether</w:delText>"},
     {"an inserted word", kText, ">tide<", ">tides<"},
-    {"a deletion that is none", kText, "<w:delText", "<w:t"},
+    {"a deletion that is none", kText, "<w:delText xml:space=\"preserve\">weather</w:delText>",
+     "<w:t xml:space=\"preserve\">weather</w:t>"},
     {"an insertion outside of its mark", kText,
      "<w:t xml:space=\"preserve\">tide</w:t></w:r></w:ins>",
      "</w:r></w:ins><w:r><w:t>tide</w:t></w:r>"},
@@ -121,6 +132,11 @@ constexpr Sabotage kRows[] = {
     {"broken XML", kText, "</w:body>", "</w:bo>"},
     {"a deleted style is missing", "word/styles.xml", "SOriginal", "SOther"},
     {"a deleted style has another look", "word/styles.xml", "<w:i/>", "<w:u/>"},
+    {"a deleted style is of another list", "word/styles.xml", "<w:numId w:val=\"2\"",
+     "<w:numId w:val=\"1\""},
+    {"a deleted list begins elsewhere", "word/numbering.xml", "startOverride w:val=\"3\"",
+     "startOverride w:val=\"4\""},
+    {"a deleted box is not ticked", kText, "<w:default w:val=\"1\"", "<w:default w:val=\"0\""},
     {"a kept look", kText, "<w:pStyle w:val=\"H\"/>", "<w:pStyle w:val=\"SOriginal\"/>"},
     {"a deleted word's bold", kText, "<w:rPr><w:b/></w:rPr><w:delText", "<w:rPr/><w:delText"},
     {"an end inside a marked row", kText, "<w:tcPr/><w:p><w:pPr><w:rPr><w:ins ",
@@ -134,7 +150,11 @@ TEST(RedlineCheck, SeesEveryWayInWhichAWriterCouldFail) {
     ASSERT_EQ(LawBreach(original, modified, redline), "") << PartOf(redline, kText);
     for (const Sabotage& row : kRows) {
         SCOPED_TRACE(row.name);
-        EXPECT_NE(LawBreach(original, modified, WithPart(redline, row.part, row.what, row.by)), "");
+        const std::string breach =
+            LawBreach(original, modified, WithPart(redline, row.part, row.what, row.by));
+        EXPECT_NE(breach, "");
+        EXPECT_EQ(breach.ends_with("is no XML"), row.name == std::string_view("broken XML"))
+            << "seen for a reason that says nothing";
     }
 }
 
