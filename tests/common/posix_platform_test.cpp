@@ -225,27 +225,6 @@ TEST(PosixShell, EditsTextWithTheProgramForPlainText) {
     EXPECT_NE(none.failure().reason.find("VISUAL"), std::string::npos);
 }
 
-struct EntryCase {
-    const char* exec;
-    std::vector<std::string> words;  // none: it cannot be read
-};
-TEST(DesktopEntry, TakesTheFileWhereItSaysSo) {
-    const EntryCase rows[] = {
-        {"edit %f", {"edit", "/f x"}},
-        {"edit", {"edit", "/f x"}},
-        {"edit %i --file=%u -w", {"edit", "--file=/f x", "-w"}},
-        {"\"my editor\" \"a\\\"b\" %F", {"my editor", "a\"b", "/f x"}},
-        {"edit 100%% %f %f", {"edit", "100%", "/f x"}},
-        {"edit \"\" %f", {"edit", "", "/f x"}},
-        {"edit \"open %f", {}},
-        {"", {}},
-    };
-    for (const EntryCase& row : rows) {
-        SCOPED_TRACE(row.exec);
-        EXPECT_EQ(CommandOfEntry(row.exec, "/f x").value_or(std::vector<std::string>{}), row.words);
-    }
-}
-
 TEST(TempFiles, ArePrivateAndGoWithTheirOwner) {
     const TempFolder folder;
     const ScopedVariable temporary("TMPDIR", folder.Path());
