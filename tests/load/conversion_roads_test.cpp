@@ -2,33 +2,18 @@
 #include <gtest/gtest.h>
 
 #include "load/easy_converter.h"
-#include "load/grid_bridge.h"
 #include "load/office_place.h"
 #include "load/pdf_conversion.h"
 #include "load/trellis_port.h"
-#include "tests/support/deck_file.h"
-#include "tests/support/loader_fixture.h"
 #include "tests/support/pdf_file.h"
+#include "tests/support/roads_fixture.h"
 #include "tests/support/stopping_watcher.h"
 #include "tests/support/word_file.h"
-#include "tests/support/xlsx_file.h"
 
 namespace zorvane {
 namespace {
 
 using namespace std::literals;
-
-class ConversionRoadsTest : public LoaderFixture {
-  protected:
-    ConversionRoadsTest() { setenv("ZORVANE_OFFICE", "none", 1); }
-    std::string Loaded(std::string_view name, std::string_view bytes, Side side = Side::Original) {
-        const std::string file = system_.folder.Write(name, bytes);
-        loader_.Memory().bForceReload = {true, true};
-        if (!Load(file, side))
-            return "failed: " + Log();
-        return Text(TargetOf(side));
-    }
-};
 
 // ---- word processor ----
 
@@ -292,205 +277,6 @@ TEST_F(ConversionRoadsTest, AnOfficeSuiteReadsAndWritesWhatOnlyItCan) {
                     .Rich({CharPos{4}, 1})
                     .char_runs.at(0)
                     .format.bold);
-}
-
-// ---- PDF ----
-
-std::string ThreePages() {
-    return test_pdf::MakePdf({{test_pdf::Line(72, 700, "One"), ""},
-                              {test_pdf::Line(72, 700, "Two"), ""},
-                              {test_pdf::Line(72, 700, "Three"), ""}});
-}
-
-TEST(PageRange, IsNormalised) {
-    struct Row {
-        PageRange given;
-        PageRange normal;
-    };
-    constexpr Row kRows[] = {{{10, 5}, {5, 8}}, {{9, 12}, {1, 8}}, {{0, 3}, {1, 3}},
-                             {{1, 1}, {1, 1}},  {{8, 8}, {8, 8}},  {{-1, 9}, {1, 8}}};
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.given.from);
-        EXPECT_EQ(NormalisedRange(row.given, 8), row.normal);
-    }
-}
-
-TEST_F(ConversionRoadsTest, BothRoadsReadTheirSidesPages) {
-    settings_.bBCLUsingPageRange = true;
-    settings_.lBCLPageFrom = settings_.lBCLPageTo = 2;
-    settings_.lBCLPageFromModified = 5;
-    settings_.lBCLPageToModified = 3;
-    for (const bool quick : {false, true}) {
-        SCOPED_TRACE(quick);
-        settings_.bDoQuickTextExtraction = quick;
-        EXPECT_EQ(Trim(Loaded("a.pdf", ThreePages())), "Two");
-        EXPECT_EQ(Trim(Loaded("b.pdf", ThreePages(), Side::Modified)), "Three");
-        EXPECT_EQ(settings_.bDoQuickTextExtraction, quick);
-    }
-    options_.bRemoveFormatting.SetData(true);
-    settings_.bDoQuickTextExtraction = false;
-    EXPECT_EQ(Trim(Loaded("a.pdf", ThreePages())), "Two") << "the second stage gives plain text";
-}
-
-TEST_F(ConversionRoadsTest, AFailureTriesTheOtherRoadOnceAndTellsOnceInALife) {
-    process_.telling.manner.bSilent = false;
-    questions_.answer = true;
-    EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
-    EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
-    ASSERT_EQ(questions_.shown.size(), 1u);
-    EXPECT_TRUE(questions_.shown[0].starts_with(
-        "Conversion Failed|Could not load the PDF file: a.pdf, we will try"))
-        << questions_.shown[0];
-    EXPECT_TRUE(settings_.bWarnedAboutSwitchingPDFConversionMethods);
-    EXPECT_NE(Log().find("Original File Conversion Failed. LCCBB:Cannot open input file. Check "
-                         "file type, permissions etc.\r\nOriginal File Conversion Failed. TPORT: "
-                         "File is invalid or could not open\r\n"),
-              std::string::npos)
-        << Log();
-}
-
-// Ten forms that each show the next one ten times: some seconds of work in a small file.
-TEST_F(ConversionRoadsTest, TheRoadsOfAPdfShareOneLimit) {
-    const std::string bomb = test_pdf::MakeFormBomb(10, 10);
-    system_.clock().step = 30'000;  // between two looks, more than the limit
-    for (const bool quick : {false, true}) {
-        SCOPED_TRACE(quick);
-        settings_.bDoQuickTextExtraction = quick;
-        EXPECT_EQ(Loaded("a.pdf", bomb).substr(0, 7), "failed:");
-        EXPECT_NE(Log().find(quick ? "TPORT: PDF File is damaged" : "LCCBB:Conversion timed out"),
-                  std::string::npos)
-            << Log();
-        EXPECT_EQ(Log().find("TPORT") == std::string::npos, !quick) << "the other road was tried";
-        EXPECT_EQ(Log().find("LCCBB") == std::string::npos, quick) << "the other road was tried";
-        system_.folder.Write("log", "");
-    }
-}
-
-TEST(PdfErrors, HaveTheirTexts) {
-    struct PortRow {
-        std::int32_t code;
-        std::string_view text;
-    };
-    constexpr PortRow kPort[] = {{0, ""},   {-1, ""},  {-2, "TPORT: File is invalid or could"},
-                                 {-13, ""}, {-99, ""}, {-6, "TPORT: PDF File is damaged"}};
-    for (const PortRow& row : kPort) {
-        SCOPED_TRACE(row.code);
-        const std::string text = ReportTrellisPortError(row.code);
-        EXPECT_TRUE(row.text.empty() ? text.empty() : text.starts_with(row.text)) << text;
-    }
-    EXPECT_EQ(ReportBCLError(EasyError::None), "Successfully Converted.");
-    EXPECT_EQ(ReportBCLError(static_cast<EasyError>(0xFFFFFFFD)), "Unknown error.");
-    EXPECT_EQ(ReportBCLError(EasyError::BadPageRange), "Invalid page range numbers.");
-    EXPECT_EQ(ReportBCLError(static_cast<EasyError>(0x80050009)), "Unknown error.");
-    EXPECT_EQ(ReportBCLError(EasyError::TimedOut), "Conversion timed out");
-}
-
-// ---- sheets ----
-
-std::string Workbook() {
-    XlsxParts parts;
-    parts.rows =
-        "<row r=\"1\"><c t=\"inlineStr\"><is><t>a</t></is></c><c><v>1.5</v></c></row>"
-        "<row r=\"3\"><c><f>B1*2</f><v>3</v></c></row>";
-    return MakeXlsx(parts);
-}
-
-struct SheetRow {
-    const char* name;
-    void (*set)(clsCompareFileOptions&);
-    std::string_view shown;
-};
-
-TEST_F(ConversionRoadsTest, SheetsAreCroppedPaddedHeadedAndJoined) {
-    constexpr SheetRow kRows[] = {
-        {"padded to four", [](clsCompareFileOptions& options) { options.lPadLength.SetData(4); },
-         "============= One & only =============\r\na   ,1.5 \r\n    \r\n3   \r\n"},
-        {"all sheets that are seen",
-         [](clsCompareFileOptions& options) { options.sExcelSheetNumberMaster.SetData("*"); },
-         "============= One & only =============\r\na ,1.5\r\n\r\n3\r\n\r\n============= Chart "
-         "=============\r\n"},
-        {"a hidden sheet by its name, a blank line in front of it",
-         [](clsCompareFileOptions& options) {
-             options.sExcelSheetNumberMaster.SetData("1,Secret");
-             options.bExcelAddSheetNameBetweenSheets.SetData(false);
-         },
-         "a ,1.5\r\n\r\n3\r\n\r\n\r\n2\r\n"},
-        {"rows and columns",
-         [](clsCompareFileOptions& options) {
-             options.bExcelAddSheetNameBetweenSheets.SetData(false);
-             options.bExcelUseRowsMaster.SetData(true);
-             options.sExcelRowsMaster.SetData("1");
-             options.bExcelUseColsMaster.SetData(true);
-             options.sExcelColsMaster.SetData("2-");
-         },
-         "1.5\r\n"},
-        {"formulas",
-         [](clsCompareFileOptions& options) {
-             options.bExcelAddSheetNameBetweenSheets.SetData(false);
-             options.bExcelCompareFormulas.SetData(true);
-         },
-         "a ,1.5\r\n\r\n=B1*2\r\n"},
-        {"no such sheet",
-         [](clsCompareFileOptions& options) { options.sExcelSheetNumberMaster.SetData("9"); },
-         "failed: LoadFileIntoEditor(): Unable to convert spreadsheet.\n\n"},
-    };
-    for (const SheetRow& row : kRows) {
-        SCOPED_TRACE(row.name);
-        std::filesystem::remove(process_.telling.manner.sLogFile);
-        ASSERT_TRUE(options_.LoadStateFromFile(*profile_).ok());
-        options_.lPadLength.SetData(0);
-        row.set(options_);
-        const std::string shown = Loaded("a.xlsx", Workbook());
-        EXPECT_EQ(shown.starts_with("failed") ? shown.substr(0, row.shown.size()) : shown,
-                  row.shown);
-    }
-}
-
-TEST_F(ConversionRoadsTest, TheLibraryTellsTheSheetsOfAWorkbook) {
-    ConversionService service(system_.platform);
-    GridBridge bridge(service, {});
-    bridge.OptInputFileSet(system_.folder.Write("a.xlsx", Workbook()));
-    ASSERT_EQ(bridge.ExcelGetProperties(), 0);
-    std::string name;
-    EXPECT_EQ(bridge.GetSheetName(2, name), 0);
-    EXPECT_EQ(name, "Secret");
-    EXPECT_NE(bridge.GetSheetName(bridge.GetNumberOfSheets() + 1, name), 0);
-}
-
-TEST_F(ConversionRoadsTest, CommasOfAnyKindAndEncodingAreRecognised) {
-    options_.lPadLength.SetData(0);
-    EXPECT_EQ(Loaded("a.csv", "n;v\nM\xFCller;1,5\nK\xF6nig;\"a;b\"\n"),
-              "n ,v\r\nM\xC3\xBCller ,\"1,5\"\r\nK\xC3\xB6nig ,a;b\r\n");
-    EXPECT_EQ(Loaded("b.csv",
-                     "\xFF\xFE"
-                     "a\0\t\0b\0\n\0"
-                     "c\0\t\0d\0\n\0"sv),
-              "a ,b\r\nc ,d\r\n");
-}
-
-// ---- slides ----
-
-TEST_F(ConversionRoadsTest, SlidesFollowTheirSettings) {
-    Deck deck;
-    const auto shape = [](const char* text) {
-        return std::string(
-                   "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"a\"/><p:nvPr/></p:nvSpPr>"
-                   "<p:txBody><a:p><a:r><a:t>") +
-               text + "</a:t></a:r></a:p></p:txBody></p:sp>";
-    };
-    deck.AddSlide(shape("first"));
-    deck.AddSlide(shape("second"));
-    deck.AddSlide(shape("third"));
-    const std::string bytes = deck.Finish();
-    EXPECT_EQ(Loaded("a.pptx", bytes), "first\r\nsecond\r\nthird\r\n");
-    settings_.bConvertAllSlides = false;
-    settings_.lFromSlideOriginal = settings_.lToSlideOriginal = 2;
-    EXPECT_EQ(Loaded("a.pptx", bytes), "second\r\n");
-    EXPECT_EQ(Loaded("b.pptx", bytes, Side::Modified), "first\r\nsecond\r\n");
-    settings_.bShowSlideAndShapeNumber = true;
-    options_.bRemoveFormatting.SetData(true);
-    EXPECT_EQ(Loaded("a.pptx", bytes), "Slide 2\r\nShape 1:\r\nsecond\r\n");
-    EXPECT_FALSE(loader_.Memory().bSlidesFailed.original);
 }
 
 // ---- a stop ----
