@@ -26,42 +26,9 @@ Node StyleNamed(const Node& styles, std::string_view id) {
     return {};
 }
 
-Node Numbered(const Node& lists, std::string_view element, const char* key, std::string_view id) {
-    for (const Node& node : lists.children()) {
-        if (Is(node, element) && Attribute(node, key) == id)
-            return node;
-    }
-    return {};
-}
-
-// Without what a program notes for itself.
-std::string FormOfList(const Node& lists, std::string_view id) {
-    const Node list = Numbered(lists, "num", "numId", id);
-    const Node abstract = Numbered(lists, "abstractNum", "abstractNumId",
-                                   Attribute(Child(list, "abstractNumId"), "val"));
-    std::string form;
-    for (const Node& parent : {abstract, list}) {
-        for (const Node& child : parent.children()) {
-            if (Is(child, "lvl") || Is(child, "lvlOverride") || Is(child, "styleLink") ||
-                Is(child, "numStyleLink"))
-                form += CanonicalXml(child);
-        }
-    }
-    return form;
-}
-
 // The one that a paragraph names itself.
 std::string ListOf(const Node& paragraph) {
     return std::string(Attribute(Child(Child(Child(paragraph, "pPr"), "numPr"), "numId"), "val"));
-}
-
-std::int32_t HighestNumber(const Node& lists, std::string_view element, const char* key) {
-    std::int32_t highest = 0;
-    for (const Node& node : lists.children()) {
-        if (Is(node, element))
-            highest = std::max(highest, NumberOf(Attribute(node, key), 0));
-    }
-    return highest;
 }
 
 bool IsRelationAttribute(std::string_view name) {
@@ -162,8 +129,27 @@ void Importer::ImportStyle(const Node& style, const std::string& id) {
     }
 }
 
-Node Importer::Lists(WordPackage& package) {
+Node Importer::Lists(Side side) {
+    WordPackage& package = side == Side::Original ? original_ : modified_;
     return package.Tree(package.Related(package.MainPart(), "numbering"));
+}
+
+Node Importer::AbstractOf(Side side, const Node& list) {
+    return abstract_lists_[side].Find(Lists(side), Attribute(Child(list, "abstractNumId"), "val"));
+}
+
+// Without what a program notes for itself.
+std::string Importer::FormOfList(Side side, std::string_view id) {
+    const Node list = lists_of_[side].Find(Lists(side), id);
+    std::string form;
+    for (const Node& parent : {AbstractOf(side, list), list}) {
+        for (const Node& child : parent.children()) {
+            if (Is(child, "lvl") || Is(child, "lvlOverride") || Is(child, "styleLink") ||
+                Is(child, "numStyleLink"))
+                form += CanonicalXml(child);
+        }
+    }
+    return form;
 }
 
 void Importer::PairLists(const Node& original, const Node& modified) {
@@ -171,25 +157,28 @@ void Importer::PairLists(const Node& original, const Node& modified) {
     const std::string new_id = ListOf(modified);
     if (lists_.contains(old_id) || !lists_compared_.insert({old_id, new_id}).second)
         return;
-    const Node old_lists = Lists(original_);
-    const Node new_lists = Lists(modified_);
-    if (Numbered(old_lists, "num", "numId", old_id) &&
-        Numbered(new_lists, "num", "numId", new_id) &&
-        FormOfList(old_lists, old_id) == FormOfList(new_lists, new_id))
-        lists_[old_id] = new_id;
+    if (lists_of_.original.Find(Lists(Side::Original), old_id) &&
+        lists_of_.modified.Find(Lists(Side::Modified), new_id) &&
+        FormOfList(Side::Original, old_id) == FormOfList(Side::Modified, new_id))
+        Name(old_id, new_id);
+}
+
+void Importer::Name(const std::string& list, const std::string& name) {
+    lists_[list] = name;
+    list_names_.insert(name);
 }
 
 std::string Importer::NumberingFor(const std::string& id) {
     if (const auto found = lists_.find(id); found != lists_.end())
         return found->second;
-    const Node old_lists = Lists(original_);
-    const Node list = Numbered(old_lists, "num", "numId", id);
+    const Node list = lists_of_.original.Find(Lists(Side::Original), id);
     // One of that id that is another list of the Original in the Modified would go on counting.
-    const bool taken = std::any_of(lists_.begin(), lists_.end(),
-                                   [&id](const auto& pair) { return pair.second == id; });
+    const bool taken = list_names_.contains(id);
     lists_[id] = id;
-    if (!list)
+    if (!list) {
+        list_names_.insert(id);
         return id;
+    }
     std::string part = modified_.Related(modified_.MainPart(), "numbering");
     if (part.empty()) {
         // The whole part is the Original's then.
@@ -198,36 +187,39 @@ std::string Importer::NumberingFor(const std::string& id) {
             if (KindOf(relation) == "numbering")
                 modified_.AddRelation(modified_.MainPart(), {{}, relation.type, {}, false, part});
         }
+        list_names_.insert(id);
         return id;
     }
-    Node lists = modified_.Edit(part);
-    if (!taken && FormOfList(lists, id) == FormOfList(old_lists, id))
+    if (!taken && FormOfList(Side::Modified, id) == FormOfList(Side::Original, id)) {
+        list_names_.insert(id);
         return id;
-    const Node abstract = Numbered(old_lists, "abstractNum", "abstractNumId",
-                                   Attribute(Child(list, "abstractNumId"), "val"));
-    const std::string abstract_id = AddAbstractList(abstract, lists);
-    std::string fresh = std::to_string(HighestNumber(lists, "num", "numId") + 1);
-    Node last = lists.last_child();
-    for (const Node& node : lists.children()) {
-        if (Is(node, "num"))
-            last = node;
     }
-    Node copy = lists.insert_copy_after(list, last);
-    SetAttribute(copy, "w:numId", fresh);
-    SetAttribute(Child(copy, "abstractNumId"), "w:val", abstract_id);
-    lists_[id] = fresh;
+    std::string fresh = AddList(list, modified_.Edit(part));
+    Name(id, fresh);
     return fresh;
 }
 
 // Abstract lists stand in front of lists.
-std::string Importer::AddAbstractList(const Node& abstract, Node lists) {
-    std::string id = std::to_string(HighestNumber(lists, "abstractNum", "abstractNumId") + 1);
-    Node place = Child(lists, "num");
-    Node copy = place ? lists.insert_copy_before(abstract, place) : lists.append_copy(abstract);
-    SetAttribute(copy, "w:abstractNumId", id);
+std::string Importer::AddList(const Node& list, Node lists) {
+    ChildIndex& abstracts = abstract_lists_.modified;
+    ChildIndex& numbered = lists_of_.modified;
+    const std::string abstract_id = std::to_string(abstracts.Highest(lists) + 1);
+    const Node first = Child(lists, "num");
+    const Node abstract = AbstractOf(Side::Original, list);
+    Node levels = first ? lists.insert_copy_before(abstract, first) : lists.append_copy(abstract);
+    SetAttribute(levels, "w:abstractNumId", abstract_id);
     // Two lists of one of these ids would be taken for one.
     for (const char* own : {"w:nsid", "w:tmpl"})
-        copy.remove_child(own);
+        levels.remove_child(own);
+    abstracts.Add(levels);
+    std::string id = std::to_string(numbered.Highest(lists) + 1);
+    Node last = lists.last_child();
+    while (last.previous_sibling() && !Is(last, "num"))
+        last = last.previous_sibling();
+    Node copy = lists.insert_copy_after(list, Is(last, "num") ? last : lists.last_child());
+    SetAttribute(copy, "w:numId", id);
+    SetAttribute(Child(copy, "abstractNumId"), "w:val", abstract_id);
+    numbered.Add(copy);
     return id;
 }
 
@@ -235,10 +227,8 @@ std::string Importer::RelationFor(const std::string& id, const PartPair& parts) 
     const auto key = std::make_pair(parts, id);
     if (const auto found = relations_.find(key); found != relations_.end())
         return found->second;
-    const std::vector<PartRelation> old_relations = original_.Relations(parts.original);
-    const auto old = std::find_if(old_relations.begin(), old_relations.end(),
-                                  [&id](const PartRelation& one) { return one.id == id; });
-    if (old == old_relations.end())
+    const PartRelation* const old = original_.Relation(parts.original, id);
+    if (old == nullptr)
         return relations_[key] = id;
     PartRelation wanted = *old;
     const std::string_view kind = KindOf(wanted);

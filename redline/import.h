@@ -57,14 +57,21 @@ class Importer {
     std::string FreshDrawingId();
     std::string CopyPart(const std::string& part);
     void ImportStyle(const pugi::xml_node& style, const std::string& id);
-    pugi::xml_node Lists(WordPackage& package);
-    std::string AddAbstractList(const pugi::xml_node& abstract, pugi::xml_node lists);
+    pugi::xml_node Lists(Side side);
+    pugi::xml_node AbstractOf(Side side, const pugi::xml_node& list);
+    std::string FormOfList(Side side, std::string_view id);
+    void Name(const std::string& list, const std::string& name);
+    std::string AddList(const pugi::xml_node& list, pugi::xml_node lists);
 
     WordPackage& original_;
     WordPackage& modified_;
     PerSide<PartForms> forms_;
     std::map<std::string, std::string> styles_;
+    PerSide<ChildIndex> lists_of_{ChildIndex("numId", "num"), ChildIndex("numId", "num")};
+    PerSide<ChildIndex> abstract_lists_{ChildIndex("abstractNumId", "abstractNum"),
+                                        ChildIndex("abstractNumId", "abstractNum")};
     std::map<std::string, std::string> lists_;
+    std::set<std::string> list_names_;  // those that `lists_` gives
     std::set<std::pair<std::string, std::string>> lists_compared_;
     std::map<std::pair<PartPair, std::string>, std::string> relations_;
     std::map<std::string, std::string> parts_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <vector>
 
 #include "redline/xml_tools.h"
@@ -27,21 +28,6 @@ const NoteKind& KindOfReference(std::string_view reference) {
 bool IsNote(const Node& note) {
     const std::string_view type = Attribute(note, "type");
     return type.empty() || type == "normal";
-}
-
-Node NoteWith(const Node& notes, std::string_view id) {
-    for (const Node& note : notes.children()) {
-        if (Attribute(note, "id") == id)
-            return note;
-    }
-    return {};
-}
-
-std::int32_t HighestId(const Node& notes) {
-    std::int32_t highest = 0;
-    for (const Node& note : notes.children())
-        highest = std::max(highest, NumberOf(Attribute(note, "id"), 0));
-    return highest;
 }
 
 // The Original's part without its notes, but with the lines that part notes from text.
@@ -74,7 +60,7 @@ NotePlace FindNote(WordPackage& package, const Node& reference) {
     place.part = package.Related(package.MainPart(), kind.part);
     place.id = Attribute(reference, "id");
     if (!place.part.empty())
-        place.note = NoteWith(package.Tree(place.part), place.id);
+        place.note = package.WithId(place.part, place.id);
     return place;
 }
 
@@ -86,7 +72,7 @@ NotePlace CopyNote(WordPackage& from, const NotePlace& note, const std::string& 
     if (copy.part.empty())
         copy.part = MakePart(from, note.part, kind, to);
     Node notes = to.Edit(copy.part);
-    copy.id = std::to_string(HighestId(notes) + 1);
+    copy.id = std::to_string(to.HighestId(copy.part) + 1);
     copy.note = notes.append_copy(note.note);
     SetAttribute(copy.note, "w:id", copy.id);
     return copy;
@@ -107,17 +93,19 @@ std::int32_t FirstFreeId(const Node& notes) {
 void OrderNotesOf(const NoteKind& kind, Node document, Node notes) {
     std::vector<std::pair<Node, Node>> pairs;  // references and their notes
     std::vector<Node> ordered;
+    std::set<Node> placed;
+    ChildIndex by_id("id");
     VisitElements(document, [&](const Node& node) {
         if (!Is(node, kind.reference))
             return;
-        const Node note = NoteWith(notes, Attribute(node, "id"));
+        const Node note = by_id.Find(notes, Attribute(node, "id"));
         pairs.emplace_back(node, note);
-        if (note && std::find(ordered.begin(), ordered.end(), note) == ordered.end())
+        if (note && placed.insert(note).second)
             ordered.push_back(note);
     });
     // Those without a reference come last.
     for (const Node& note : notes.children()) {
-        if (IsNote(note) && std::find(ordered.begin(), ordered.end(), note) == ordered.end())
+        if (IsNote(note) && placed.insert(note).second)
             ordered.push_back(note);
     }
     std::int32_t next = FirstFreeId(notes);

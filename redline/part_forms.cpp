@@ -39,10 +39,8 @@ std::string PartForms::Follow(const std::string& owner, const PartRelation& at,
         open.push_back(std::move(inner));
     const Look& look = LookAt(at);
     if (!look.drawing.empty()) {
-        for (PartRelation& shown : package_.Relations(owner)) {
-            if (shown.id == look.drawing)
-                open.push_back(std::move(shown));
-        }
+        if (const PartRelation* const shown = package_.Relation(owner, look.drawing))
+            open.push_back(*shown);
     }
     return std::string(KindOf(at)) + ":" + look.digest;
 }
@@ -68,10 +66,8 @@ std::string PartForms::Of(const std::string& part, const std::string& id) {
     const std::pair key(part, id);
     if (const auto found = forms_.find(key); found != forms_.end())
         return found->second;
-    for (const PartRelation& relation : package_.Relations(part)) {
-        if (relation.id == id)
-            return forms_[key] = FormOf(part, relation);
-    }
+    if (const PartRelation* const relation = package_.Relation(part, id))
+        return forms_[key] = FormOf(part, *relation);
     return id;
 }
 

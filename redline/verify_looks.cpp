@@ -44,17 +44,6 @@ void Spell(const Node& node, bool drawn, std::string& out, int depth) {
     out += "/";
 }
 
-std::string LevelsOf(const Node& lists, std::string_view abstract) {
-    std::string text;
-    for (const Node& node : lists.children()) {
-        if (!Is(node, "abstractNum") || Attribute(node, "abstractNumId") != abstract)
-            continue;
-        for (const Node& level : node.children())
-            text += Is(level, "lvl") || Is(level, "numStyleLink") ? Spelled(level) : "";
-    }
-    return text;
-}
-
 }  // namespace
 
 std::string Spelled(const Node& node) {
@@ -115,15 +104,17 @@ std::string StoryReading::StyleText(const std::string& id, int depth) const {
 }
 
 std::string StoryReading::ListText(std::string_view id) const {
-    for (const Node& list : lists_.children()) {
-        if (!Is(list, "num") || Attribute(list, "numId") != id)
-            continue;
-        std::string text = LevelsOf(lists_, Attribute(Child(list, "abstractNumId"), "val"));
-        for (const Node& child : list.children())
-            text += Is(child, "lvlOverride") ? Spelled(child) : "";
-        return text;
-    }
-    return id == "0" || id.empty() ? "none" : "no list " + std::string(id);
+    const auto list = lists_.find(std::string(id));
+    if (list == lists_.end())
+        return id == "0" || id.empty() ? "none" : "no list " + std::string(id);
+    std::string text;
+    const auto abstract =
+        list_levels_.find(std::string(Attribute(Child(list->second, "abstractNumId"), "val")));
+    if (abstract != list_levels_.end())
+        text = abstract->second;
+    for (const Node& child : list->second.children())
+        text += Is(child, "lvlOverride") ? Spelled(child) : "";
+    return text;
 }
 
 // ---- headers and footers ----

@@ -88,6 +88,17 @@ ReadEnd StoryReading::Read(Resolution resolution, ReadStories& stories) {
     return ReadEnd::Ok();
 }
 
+namespace {
+
+std::string LevelsOf(const Node& abstract) {
+    std::string text;
+    for (const Node& level : abstract.children())
+        text += Is(level, "lvl") || Is(level, "numStyleLink") ? Spelled(level) : "";
+    return text;
+}
+
+}  // namespace
+
 void StoryReading::ReadStyles() {
     for (const auto& [id, relation] : main_relations_) {
         XmlPart* const part = relation.type == "styles" || relation.type == "numbering"
@@ -95,11 +106,13 @@ void StoryReading::ReadStyles() {
                                   : nullptr;
         if (part == nullptr)
             continue;
-        if (relation.type == "numbering")
-            lists_ = part->Root();
-        for (const Node& style : part->Root().children()) {
-            if (Is(style, "style"))
-                styles_.emplace(Attribute(style, "styleId"), style);
+        for (const Node& child : part->Root().children()) {
+            if (Is(child, "style"))
+                styles_.emplace(Attribute(child, "styleId"), child);
+            else if (Is(child, "num"))
+                lists_.emplace(Attribute(child, "numId"), child);
+            else if (Is(child, "abstractNum"))
+                list_levels_[std::string(Attribute(child, "abstractNumId"))] += LevelsOf(child);
         }
     }
 }
@@ -284,13 +297,17 @@ std::string StoryReading::NoteText(const Node& reference, int depth) {
         XmlPart* const part = relation.type == kind ? Load(relation.target) : nullptr;
         if (part == nullptr)
             continue;
-        for (const Node& note : part->Root().children()) {
-            if (Attribute(note, "id") != Attribute(reference, "id"))
-                continue;
-            ++stories_->counts.notes;
-            return "\x06" + std::string(kind) + ":" + Nested(note, relation.target, depth + 1) +
-                   "\x07";
+        const auto [notes, is_new] = notes_.try_emplace(relation.target);
+        if (is_new) {
+            for (const Node& note : part->Root().children())
+                notes->second.emplace(Attribute(note, "id"), note);
         }
+        const auto note = notes->second.find(std::string(Attribute(reference, "id")));
+        if (note == notes->second.end())
+            continue;
+        ++stories_->counts.notes;
+        return "\x06" + std::string(kind) + ":" + Nested(note->second, relation.target, depth + 1) +
+               "\x07";
     }
     return "\x06no note\x07";
 }

@@ -107,7 +107,9 @@ class StoryReading {
     std::unordered_map<std::string, Relationship> main_relations_;
     std::unordered_map<std::string, Relationship> relations_;  // of the part at work
     std::map<std::string, Node> styles_;
-    Node lists_;
+    std::unordered_map<std::string, Node> lists_;
+    std::unordered_map<std::string, std::string> list_levels_;  // as spelled, by abstract list
+    std::map<std::string, std::unordered_map<std::string, Node>> notes_;  // by part and id
     ReadStories* stories_ = nullptr;
 };
 

@@ -144,12 +144,23 @@ Node WordPackage::Edit(std::string_view name) {
     const Node root = Tree(name);
     if (root)
         Find(name)->edited = true;
+    ForgetRelationsIn(name);
     return root;
 }
 
+// What stood in a part of relationships that may change.
+void WordPackage::ForgetRelationsIn(std::string_view name) {
+    if (name.ends_with(".rels"))
+        std::erase_if(relations_, [name](const auto& list) {
+            return SameName(RelationsPartOf(list.first), name);
+        });
+}
+
 void WordPackage::Forget(std::string_view name) {
-    if (Part* part = Find(name); part != nullptr && !part->edited)
+    if (Part* part = Find(name); part != nullptr && !part->edited) {
         part->xml.reset();
+        children_.erase(std::string(name));
+    }
 }
 
 bool WordPackage::IsEdited(std::string_view name) const {
@@ -169,6 +180,8 @@ void WordPackage::Remove(std::string_view name) {
     if (Tree(kTypesPart).find_child(tells))
         Edit(kTypesPart).remove_child(Tree(kTypesPart).find_child(tells));
     const std::string relations = RelationsPartOf(name);
+    ForgetRelationsIn(relations);
+    children_.erase(std::string(name));
     std::erase_if(parts_, [&](const Part& part) {
         return SameName(part.name, name) || SameName(part.name, relations);
     });
@@ -191,8 +204,15 @@ std::string WordPackage::FreshName(std::string_view wanted) const {
     }
 }
 
-std::vector<PartRelation> WordPackage::Relations(std::string_view part) {
-    std::vector<PartRelation> relations;
+void WordPackage::RelationList::Add(PartRelation relation) {
+    places.emplace(relation.id, all.size());
+    all.push_back(std::move(relation));
+}
+
+WordPackage::RelationList& WordPackage::RelationsOf(std::string_view part) {
+    if (const auto known = relations_.find(part); known != relations_.end())
+        return known->second;
+    RelationList& list = relations_[std::string(part)];
     for (const Node& node : Tree(RelationsPartOf(part)).children()) {
         if (!Is(node, "Relationship"))
             continue;
@@ -202,13 +222,31 @@ std::vector<PartRelation> WordPackage::Relations(std::string_view part) {
                               Attribute(node, "TargetMode") == "External",
                               {}};
         relation.part = TargetFrom(part, relation);
-        relations.push_back(std::move(relation));
+        list.Add(std::move(relation));
     }
-    return relations;
+    return list;
+}
+
+std::vector<PartRelation> WordPackage::Relations(std::string_view part) {
+    return RelationsOf(part).all;
+}
+
+const PartRelation* WordPackage::Relation(std::string_view part, const std::string& id) {
+    const RelationList& list = RelationsOf(part);
+    const auto found = list.places.find(id);
+    return found == list.places.end() ? nullptr : &list.all[found->second];
+}
+
+Node WordPackage::WithId(std::string_view part, std::string_view id) {
+    return children_.try_emplace(std::string(part), "id").first->second.Find(Tree(part), id);
+}
+
+std::int32_t WordPackage::HighestId(std::string_view part) {
+    return children_.try_emplace(std::string(part), "id").first->second.Highest(Tree(part));
 }
 
 std::string WordPackage::Related(std::string_view part, std::string_view kind) {
-    for (const PartRelation& relation : Relations(part)) {
+    for (const PartRelation& relation : RelationsOf(part).all) {
         if (KindOf(relation) == kind)
             return relation.part;
     }
@@ -221,22 +259,21 @@ std::string WordPackage::AddRelation(std::string_view part, const PartRelation& 
         Add(name,
             "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/"
             "relationships\"/>");
-    std::size_t number = 1;
-    const std::vector<PartRelation> there = Relations(part);
-    const auto taken = [&there](const std::string& id) {
-        return std::any_of(there.begin(), there.end(),
-                           [&id](const PartRelation& other) { return other.id == id; });
-    };
-    while (taken("rIdOld" + std::to_string(number)))
-        ++number;
-    std::string id = "rIdOld" + std::to_string(number);
-    Node node = Edit(name).append_child("Relationship");
+    RelationList& there = RelationsOf(part);
+    while (there.places.contains("rIdOld" + std::to_string(there.fresh)))
+        ++there.fresh;
+    std::string id = "rIdOld" + std::to_string(there.fresh);
+    PartRelation added = relation;
+    added.id = id;
+    Node node = Tree(name).append_child("Relationship");
+    Find(name)->edited = true;
     node.append_attribute("Id") = id.c_str();
     node.append_attribute("Type") = relation.type.c_str();
     const std::string target = relation.external ? relation.target : "/" + relation.part;
     node.append_attribute("Target") = target.c_str();
     if (relation.external)
         node.append_attribute("TargetMode") = "External";
+    there.Add(std::move(added));
     return id;
 }
 

@@ -2,15 +2,19 @@
 // where somebody looks, relationships and content types. What nobody edits keeps its bytes.
 #pragma once
 
+#include <cstdint>
 #include <deque>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "load/readers/container/xml_part.h"
 #include "load/readers/reader.h"
+#include "redline/xml_tools.h"
 
 namespace zorvane {
 
@@ -59,6 +63,13 @@ class WordPackage {
     std::string FreshName(std::string_view wanted) const;
 
     std::vector<PartRelation> Relations(std::string_view part);
+    /// One of them; null without one. Good until the next call that changes relationships.
+    const PartRelation* Relation(std::string_view part, const std::string& id);
+    /// The child of a part's root that bears an id: there may be thousands of notes. None may be
+    /// removed once somebody asked.
+    pugi::xml_node WithId(std::string_view part, std::string_view id);
+    /// The highest of these ids.
+    std::int32_t HighestId(std::string_view part);
     /// The first part that `part` leads to by that kind; empty without one.
     std::string Related(std::string_view part, std::string_view kind);
     /// The id of the new relationship.
@@ -72,6 +83,15 @@ class WordPackage {
     std::optional<std::string> Save();
 
   private:
+    // A part's relationships in order, and their places by id.
+    struct RelationList {
+        std::vector<PartRelation> all;
+        std::unordered_map<std::string, std::size_t> places;
+        std::size_t fresh = 1;  // ids below are taken
+        void Add(PartRelation relation);
+    };
+    RelationList& RelationsOf(std::string_view part);
+    void ForgetRelationsIn(std::string_view name);
     struct Part {
         std::string name;
         mutable std::string bytes;
@@ -88,6 +108,8 @@ class WordPackage {
     std::string_view given_;
     std::deque<Part> parts_;
     std::string main_part_;
+    std::map<std::string, RelationList, std::less<>> relations_;  // by part
+    std::map<std::string, ChildIndex, std::less<>> children_;     // by part
 };
 
 /// "word/document.xml" gives "word/_rels/document.xml.rels".
