@@ -134,13 +134,22 @@ Node Importer::Lists(Side side) {
     return package.Tree(package.Related(package.MainPart(), "numbering"));
 }
 
+// Of lists and of what they are made of: each bears a key of its own.
+ChildIndex& Importer::ListsById(Side side) {
+    return (side == Side::Original ? original_ : modified_).Children(Lists(side), "numId");
+}
+
+ChildIndex& Importer::AbstractLists(Side side) {
+    return (side == Side::Original ? original_ : modified_).Children(Lists(side), "abstractNumId");
+}
+
 Node Importer::AbstractOf(Side side, const Node& list) {
-    return abstract_lists_[side].Find(Lists(side), Attribute(Child(list, "abstractNumId"), "val"));
+    return AbstractLists(side).Find(Attribute(Child(list, "abstractNumId"), "val"));
 }
 
 // Without what a program notes for itself.
 std::string Importer::FormOfList(Side side, std::string_view id) {
-    const Node list = lists_of_[side].Find(Lists(side), id);
+    const Node list = ListsById(side).Find(id);
     std::string form;
     for (const Node& parent : {AbstractOf(side, list), list}) {
         for (const Node& child : parent.children()) {
@@ -157,8 +166,7 @@ void Importer::PairLists(const Node& original, const Node& modified) {
     const std::string new_id = ListOf(modified);
     if (lists_.contains(old_id) || !lists_compared_.insert({old_id, new_id}).second)
         return;
-    if (lists_of_.original.Find(Lists(Side::Original), old_id) &&
-        lists_of_.modified.Find(Lists(Side::Modified), new_id) &&
+    if (ListsById(Side::Original).Find(old_id) && ListsById(Side::Modified).Find(new_id) &&
         FormOfList(Side::Original, old_id) == FormOfList(Side::Modified, new_id))
         Name(old_id, new_id);
 }
@@ -171,7 +179,7 @@ void Importer::Name(const std::string& list, const std::string& name) {
 std::string Importer::NumberingFor(const std::string& id) {
     if (const auto found = lists_.find(id); found != lists_.end())
         return found->second;
-    const Node list = lists_of_.original.Find(Lists(Side::Original), id);
+    const Node list = ListsById(Side::Original).Find(id);
     // One of that id that is another list of the Original in the Modified would go on counting.
     const bool taken = list_names_.contains(id);
     lists_[id] = id;
@@ -201,9 +209,9 @@ std::string Importer::NumberingFor(const std::string& id) {
 
 // Abstract lists stand in front of lists.
 std::string Importer::AddList(const Node& list, Node lists) {
-    ChildIndex& abstracts = abstract_lists_.modified;
-    ChildIndex& numbered = lists_of_.modified;
-    const std::string abstract_id = std::to_string(abstracts.Highest(lists) + 1);
+    ChildIndex& abstracts = AbstractLists(Side::Modified);
+    ChildIndex& numbered = ListsById(Side::Modified);
+    const std::string abstract_id = std::to_string(abstracts.Highest() + 1);
     const Node first = Child(lists, "num");
     const Node abstract = AbstractOf(Side::Original, list);
     Node levels = first ? lists.insert_copy_before(abstract, first) : lists.append_copy(abstract);
@@ -212,7 +220,7 @@ std::string Importer::AddList(const Node& list, Node lists) {
     for (const char* own : {"w:nsid", "w:tmpl"})
         levels.remove_child(own);
     abstracts.Add(levels);
-    std::string id = std::to_string(numbered.Highest(lists) + 1);
+    std::string id = std::to_string(numbered.Highest() + 1);
     Node last = lists.last_child();
     while (last.previous_sibling() && !Is(last, "num"))
         last = last.previous_sibling();

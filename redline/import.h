@@ -58,6 +58,8 @@ class Importer {
     std::string CopyPart(const std::string& part);
     void ImportStyle(const pugi::xml_node& style, const std::string& id);
     pugi::xml_node Lists(Side side);
+    ChildIndex& ListsById(Side side);
+    ChildIndex& AbstractLists(Side side);
     pugi::xml_node AbstractOf(Side side, const pugi::xml_node& list);
     std::string FormOfList(Side side, std::string_view id);
     void Name(const std::string& list, const std::string& name);
@@ -67,9 +69,6 @@ class Importer {
     WordPackage& modified_;
     PerSide<PartForms> forms_;
     std::map<std::string, std::string> styles_;
-    PerSide<ChildIndex> lists_of_{ChildIndex("numId", "num"), ChildIndex("numId", "num")};
-    PerSide<ChildIndex> abstract_lists_{ChildIndex("abstractNumId", "abstractNum"),
-                                        ChildIndex("abstractNumId", "abstractNum")};
     std::map<std::string, std::string> lists_;
     std::set<std::string> list_names_;  // those that `lists_` gives
     std::set<std::pair<std::string, std::string>> lists_compared_;

@@ -60,7 +60,7 @@ NotePlace FindNote(WordPackage& package, const Node& reference) {
     place.part = package.Related(package.MainPart(), kind.part);
     place.id = Attribute(reference, "id");
     if (!place.part.empty())
-        place.note = package.WithId(place.part, place.id);
+        place.note = package.Children(package.Tree(place.part), "id").Find(place.id);
     return place;
 }
 
@@ -72,7 +72,7 @@ NotePlace CopyNote(WordPackage& from, const NotePlace& note, const std::string& 
     if (copy.part.empty())
         copy.part = MakePart(from, note.part, kind, to);
     Node notes = to.Edit(copy.part);
-    copy.id = std::to_string(to.HighestId(copy.part) + 1);
+    copy.id = std::to_string(to.Children(notes, "id").Highest() + 1);
     copy.note = notes.append_copy(note.note);
     SetAttribute(copy.note, "w:id", copy.id);
     return copy;
@@ -94,11 +94,11 @@ void OrderNotesOf(const NoteKind& kind, Node document, Node notes) {
     std::vector<std::pair<Node, Node>> pairs;  // references and their notes
     std::vector<Node> ordered;
     std::set<Node> placed;
-    ChildIndex by_id("id");
+    ChildIndex by_id(notes, "id");
     VisitElements(document, [&](const Node& node) {
         if (!Is(node, kind.reference))
             return;
-        const Node note = by_id.Find(notes, Attribute(node, "id"));
+        const Node note = by_id.Find(Attribute(node, "id"));
         pairs.emplace_back(node, note);
         if (note && placed.insert(note).second)
             ordered.push_back(note);

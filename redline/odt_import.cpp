@@ -59,7 +59,10 @@ struct FoundStyle {
 FoundStyle FindStyle(WordPackage& package, const std::string& part, const std::string& family,
                      std::string_view name) {
     const auto in = [&](const Node& list) {
-        for (const Node& style : list.children()) {
+        const Node first = package.Children(list, "name").Find(name);
+        if (!first || FamilyOf(first) == family)
+            return first;
+        for (const Node& style : list.children()) {  // families may share a name
             if (Attribute(style, "name") == name && FamilyOf(style) == family)
                 return style;
         }

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 
 #include "load/readers/container/crypto_tools.h"
 #include "redline/node_kinds.h"
@@ -231,17 +232,22 @@ class OdtReading {
 
     // ---- looks ----
 
-    Node FindStyle(std::string_view family, const std::string& name) const {
+    // By family and name; those of the part at work go before those that all share.
+    Node FindStyle(const std::string& family, const std::string& name) {
+        const auto [index, is_new] = styles_of_.try_emplace(root_.hash_value());
         for (const Node& list :
              {Child(root_, "automatic-styles"), Child(styles_.Root(), "styles")}) {
+            if (!is_new)
+                break;
             for (const Node& style : list.children()) {
-                const bool fits = family == "list" ? Is(style, "list-style")
-                                                   : Attribute(style, "family") == family;
-                if (fits && Attribute(style, "name") == name)
-                    return style;
+                const std::string_view its =
+                    Is(style, "list-style") ? "list" : Attribute(style, "family");
+                index->second.emplace(
+                    std::string(its) + "|" + std::string(Attribute(style, "name")), style);
             }
         }
-        return {};
+        const auto found = index->second.find(family + "|" + name);
+        return found == index->second.end() ? Node() : found->second;
     }
 
     // Parents first; what a style says itself goes before.
@@ -285,6 +291,7 @@ class OdtReading {
     XmlPart styles_;
     Node root_;
     std::map<std::string, std::string> targets_;
+    std::map<std::size_t, std::unordered_map<std::string, Node>> styles_of_;  // by part
     ReadCounts* counts_ = nullptr;
     std::map<std::pair<std::size_t, std::string>, Properties> looks_;
 };

@@ -159,7 +159,7 @@ void WordPackage::ForgetRelationsIn(std::string_view name) {
 void WordPackage::Forget(std::string_view name) {
     if (Part* part = Find(name); part != nullptr && !part->edited) {
         part->xml.reset();
-        children_.erase(std::string(name));
+        children_.clear();
     }
 }
 
@@ -181,7 +181,7 @@ void WordPackage::Remove(std::string_view name) {
         Edit(kTypesPart).remove_child(Tree(kTypesPart).find_child(tells));
     const std::string relations = RelationsPartOf(name);
     ForgetRelationsIn(relations);
-    children_.erase(std::string(name));
+    children_.clear();
     std::erase_if(parts_, [&](const Part& part) {
         return SameName(part.name, name) || SameName(part.name, relations);
     });
@@ -237,12 +237,8 @@ const PartRelation* WordPackage::Relation(std::string_view part, const std::stri
     return found == list.places.end() ? nullptr : &list.all[found->second];
 }
 
-Node WordPackage::WithId(std::string_view part, std::string_view id) {
-    return children_.try_emplace(std::string(part), "id").first->second.Find(Tree(part), id);
-}
-
-std::int32_t WordPackage::HighestId(std::string_view part) {
-    return children_.try_emplace(std::string(part), "id").first->second.Highest(Tree(part));
+ChildIndex& WordPackage::Children(const Node& parent, const char* key) {
+    return children_.try_emplace({parent.hash_value(), key}, parent, key).first->second;
 }
 
 std::string WordPackage::Related(std::string_view part, std::string_view kind) {

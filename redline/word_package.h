@@ -65,11 +65,9 @@ class WordPackage {
     std::vector<PartRelation> Relations(std::string_view part);
     /// One of them; null without one. Good until the next call that changes relationships.
     const PartRelation* Relation(std::string_view part, const std::string& id);
-    /// The child of a part's root that bears an id: there may be thousands of notes. None may be
-    /// removed once somebody asked.
-    pugi::xml_node WithId(std::string_view part, std::string_view id);
-    /// The highest of these ids.
-    std::int32_t HighestId(std::string_view part);
+    /// The children of one element of this package, by an attribute's local name. None of them may
+    /// be removed once somebody asked.
+    ChildIndex& Children(const pugi::xml_node& parent, const char* key);
     /// The first part that `part` leads to by that kind; empty without one.
     std::string Related(std::string_view part, std::string_view kind);
     /// The id of the new relationship.
@@ -108,8 +106,8 @@ class WordPackage {
     std::string_view given_;
     std::deque<Part> parts_;
     std::string main_part_;
-    std::map<std::string, RelationList, std::less<>> relations_;  // by part
-    std::map<std::string, ChildIndex, std::less<>> children_;     // by part
+    std::map<std::string, RelationList, std::less<>> relations_;          // by part
+    std::map<std::pair<std::size_t, std::string>, ChildIndex> children_;  // by element and key
 };
 
 /// "word/document.xml" gives "word/_rels/document.xml.rels".

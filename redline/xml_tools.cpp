@@ -76,30 +76,27 @@ void SetAttribute(Node node, const char* name, std::string_view value) {
     attribute.set_value(std::string(value).c_str());
 }
 
-pugi::xml_node ChildIndex::Find(const pugi::xml_node& parent, std::string_view id) {
-    TakeIn(parent);
+pugi::xml_node ChildIndex::Find(std::string_view id) {
+    TakeIn();
     const auto found = children_.find(std::string(id));
     return found == children_.end() ? pugi::xml_node() : found->second;
 }
 
-std::int32_t ChildIndex::Highest(const pugi::xml_node& parent) {
-    TakeIn(parent);
+std::int32_t ChildIndex::Highest() {
+    TakeIn();
     return highest_;
 }
 
 void ChildIndex::Add(const pugi::xml_node& child) {
-    if (!element_.empty() && !Is(child, element_))
-        return;
     const std::string_view id = Attribute(child, key_);
+    if (id.empty())
+        return;
     children_.emplace(id, child);
     highest_ = std::max(highest_, NumberOf(id, 0));
 }
 
-void ChildIndex::TakeIn(const pugi::xml_node& parent) {
-    if (parent != parent_)
-        *this = ChildIndex(key_, element_);
-    parent_ = parent;
-    for (pugi::xml_node child = last_ ? last_.next_sibling() : parent.first_child(); child;
+void ChildIndex::TakeIn() {
+    for (pugi::xml_node child = last_ ? last_.next_sibling() : parent_.first_child(); child;
          child = child.next_sibling()) {
         Add(child);
         last_ = child;

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "load/readers/container/xml_part.h"
 
@@ -29,22 +30,21 @@ void SetAttribute(pugi::xml_node node, const char* name, std::string_view value)
 /// appended since is taken in by itself; none may be removed.
 class ChildIndex {
   public:
-    /// Children of that local name, or all, by the attribute of that local name.
-    explicit ChildIndex(const char* key, std::string_view element = {})
-        : key_(key), element_(element) {}
+    /// Of all children that have an attribute of that local name.
+    ChildIndex(const pugi::xml_node& parent, std::string key)
+        : parent_(parent), key_(std::move(key)) {}
     /// The first one; an empty node without one.
-    pugi::xml_node Find(const pugi::xml_node& parent, std::string_view id);
+    pugi::xml_node Find(std::string_view id);
     /// Of what is a number; 0 without one.
-    std::int32_t Highest(const pugi::xml_node& parent);
+    std::int32_t Highest();
     /// Takes in what was not appended as the last child.
     void Add(const pugi::xml_node& child);
 
   private:
-    void TakeIn(const pugi::xml_node& parent);
+    void TakeIn();
 
-    const char* key_;
-    std::string_view element_;
     pugi::xml_node parent_;
+    std::string key_;
     pugi::xml_node last_;
     std::unordered_map<std::string, pugi::xml_node> children_;
     std::int32_t highest_ = 0;
