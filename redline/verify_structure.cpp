@@ -334,29 +334,35 @@ std::set<std::string> SignatureParts(Package& package) {
     return parts;
 }
 
-// Parts that no redline has to change, and those that may get more.
+// Some parts no redline has to change, others may get more.
+std::string ChangeFault(const std::string& name, bool is_story, Package& modified,
+                        FileLook& redline) {
+    const bool grows =
+        name.ends_with("styles.xml") || name.ends_with("numbering.xml") || name.ends_with(".rels");
+    const bool may_change = grows || is_story || name == "[Content_Types].xml";
+    if (!redline.Parts().Has(name))
+        return " is missing";
+    if (!may_change && modified.Read(name) != redline.Parts().Read(name))
+        return " has changed";
+    XmlPart before;
+    if (!grows || !XmlPart::Read(modified, name, before).ok())
+        return {};
+    const std::string lost = LostFrom(before.Root(), redline.Root(name));
+    return lost.empty() ? "" : " has lost a " + lost;
+}
+
 std::string PartFault(Package& modified, FileLook& redline) {
     const std::vector<std::string> stories = redline.Stories();
     const std::set<std::string> signatures = SignatureParts(modified);
     if (!SignatureParts(redline.Parts()).empty())
         return "a signature is left, which does not fit";
     for (const std::string& name : modified.Names()) {
-        const bool grows = name.ends_with("styles.xml") || name.ends_with("numbering.xml") ||
-                           name.ends_with(".rels");
-        const bool may_change = grows ||
-                                std::find(stories.begin(), stories.end(), name) != stories.end() ||
-                                name == "[Content_Types].xml" || name.ends_with('/');
-        if (signatures.contains(name))
+        if (name.ends_with('/') || signatures.contains(name))
             continue;
-        if (!name.ends_with('/') && !redline.Parts().Has(name))
-            return "the part " + name + " is missing";
-        if (!may_change && modified.Read(name) != redline.Parts().Read(name))
-            return "the part " + name + " has changed";
-        XmlPart before;
-        if (!grows || !XmlPart::Read(modified, name, before).ok())
-            continue;
-        if (const std::string lost = LostFrom(before.Root(), redline.Root(name)); !lost.empty())
-            return "the part " + name + " has lost a " + lost;
+        const bool is_story = std::find(stories.begin(), stories.end(), name) != stories.end();
+        if (const std::string fault = ChangeFault(name, is_story, modified, redline);
+            !fault.empty())
+            return "the part " + name + fault;
     }
     return {};
 }
