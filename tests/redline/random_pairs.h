@@ -9,7 +9,7 @@
 
 #include "tests/redline/odt_pair.h"
 
-namespace zorvane {
+namespace zorvane::random_pairs {
 
 constexpr const char* kWords[] = {"harbour", "lamp", "the", "of",   "keeper",  "12",  "tide",
                                   "sails",   "a",    "in",  "rain", "morning", "340", "quay"};
@@ -337,4 +337,4 @@ inline std::string OdtOf(const Story& story, std::size_t cut, const std::string&
     return MakeOdtFile(file);
 }
 
-}  // namespace zorvane
+}  // namespace zorvane::random_pairs

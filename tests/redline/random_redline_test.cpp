@@ -9,6 +9,8 @@
 namespace zorvane::random_redline_test {
 namespace {
 
+using namespace random_pairs;
+
 // ZORVANE_REDLINE_PAIRS=1000 for a long look.
 std::uint32_t Pairs(std::uint32_t everyday) {
     const char* const asked = std::getenv("ZORVANE_REDLINE_PAIRS");
