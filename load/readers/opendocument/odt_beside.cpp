@@ -225,7 +225,7 @@ void OdtBeside::Drawing(const Node& shape, std::string_view name) {
 
 void OdtBeside::Frame(const Node& frame) {
     const std::string name = NameOfFrame(frame);
-    if (Child(frame, "text-box") || Object(frame, name))
+    if (Child(frame, "text-box") || Child(frame, "table") || Object(frame, name))
         return;
     // Several pictures in a frame are one in several forms.
     const Node image = Child(frame, "image");

@@ -183,7 +183,7 @@ void OdtBody::Label(const pugi::xml_node& node, bool heading, const OpenParagrap
     }
     list_.label_waits = false;
     const bool own_indent = style.format.left_indent != 0;
-    if (level == nullptr || label.empty() || own_indent)
+    if (level == nullptr || own_indent)
         return;
     format.left_indent = level->left_indent.value_or(format.left_indent);
     format.first_line_indent = level->first_line_indent.value_or(format.first_line_indent);

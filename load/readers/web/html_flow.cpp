@@ -23,6 +23,8 @@ bool IsBlockBox(CssDisplay display) {
 }  // namespace
 
 void HtmlFlow::Open(const HtmlElement& element) {
+    if (element.tag == GUMBO_TAG_BODY && !boxes_.empty())
+        StyleRoot(boxes_.back());
     Box box = boxes_.empty() ? RootBox() : boxes_.back();
     const Box& outer = boxes_.empty() ? RootBox() : boxes_.back();
     box.tag = element.tag;
@@ -56,17 +58,6 @@ void HtmlFlow::SetUp(const HtmlElement& element, const Box& outer, Box& box) {
         KeepParagraph(outer, box);
     else if (in_line)
         box.block_space = 0;
-}
-
-void HtmlFlow::ApplySheet(const HtmlElement& element, const Box& outer, Box& box) {
-    const std::string_view* classes = element.Find("class");
-    const std::string_view* id = element.Find("id");
-    const std::string_view tag = element.tag == GUMBO_TAG_UNKNOWN
-                                     ? std::string_view()
-                                     : std::string_view(gumbo_normalized_tagname(element.tag));
-    sheet_.Match(tag, classes == nullptr ? std::string_view() : *classes,
-                 id == nullptr ? std::string_view() : *id,
-                 [&](const CssStyle& style) { ApplyStyle(style, outer, box); });
 }
 
 void HtmlFlow::Begin(const HtmlElement& element, Box& box) {

@@ -72,6 +72,7 @@ class HtmlFlow : public HtmlHandler {
     void ApplyAttribute(GumboTag tag, const HtmlAttribute& attribute, Box& box);
     void ApplyFontAttribute(const HtmlAttribute& attribute, Box& box);
     static void ApplyListType(GumboTag tag, std::string_view type, Box& box);
+    void StyleRoot(Box& html);
     void ApplySheet(const HtmlElement& element, const Box& outer, Box& box);
     static void ApplyStyle(const CssStyle& style, const Box& outer, Box& box);
     std::string Decoded(const std::string_view* value);
