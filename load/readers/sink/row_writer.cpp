@@ -49,7 +49,6 @@ void RowWriter::BeginRow() {
 }
 
 void RowWriter::BeginCell() {
-    line_waits_ = false;
     if (cells_.size() > 1 && cells_.back() > 0)
         sink_.Text("\t", CharFormat());
     ++cells_.back();
