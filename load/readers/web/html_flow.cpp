@@ -345,9 +345,7 @@ void HtmlFlow::EndCell() {
     cells_ = 0;
     line_breaks_ = 0;
     block_waits_ = false;
-    const Box& box = boxes_.empty() ? RootBox() : boxes_.back();
-    Prepare(box);
-    writer_.EndCell(box.chars);
+    writer_.EndCell((boxes_.empty() ? RootBox() : boxes_.back()).chars);
     ++row_cells_;
     StartLine();
     has_text_ = false;
