@@ -323,15 +323,14 @@ void HtmlFlow::BeginCell(Box& box) {
         line_breaks_ = 0;
         return;
     }
-    for (std::size_t level = boxes_.size(); level-- > 0;) {
-        if (!boxes_[level].row)
-            continue;
-        if (boxes_[level].number++ > 0) {
-            block_waits_ = false;
-            StartLine();
-            Emit("\t", box.chars, box);
-        }
-        return;
+    const auto row =
+        std::find_if(boxes_.rbegin(), boxes_.rend(), [](const Box& each) { return each.row; });
+    if (row != boxes_.rend() && row->number++ > 0) {
+        block_waits_ = false;
+        StartLine();
+        Emit("\t", box.chars, box);
+        has_text_ = false;  // a block that begins the cell stands behind the tab
+        has_tab_ = true;
     }
 }
 
@@ -340,6 +339,7 @@ void HtmlFlow::EndCell() {
         --cells_;
         StartLine();
         block_waits_ = false;
+        has_text_ = has_text_ || has_tab_;
         return;
     }
     cells_ = 0;
@@ -348,7 +348,7 @@ void HtmlFlow::EndCell() {
     writer_.EndCell((boxes_.empty() ? RootBox() : boxes_.back()).chars);
     ++row_cells_;
     StartLine();
-    has_text_ = false;
+    has_text_ = has_tab_ = false;
 }
 
 std::size_t HtmlFlow::ListLevel() const {

@@ -116,6 +116,7 @@ class HtmlFlow : public HtmlHandler {
     bool blank_waits_ = false;
     bool line_has_text_ = false;   ///< a blank counts only behind text
     bool has_text_ = false;        ///< of the paragraph or the cell
+    bool has_tab_ = false;         ///< between cells of a row inside the cell at work
     bool block_waits_ = false;     ///< in a cell, a paragraph has ended
     std::size_t line_breaks_ = 0;  ///< wait for text behind them
     std::string scratch_;
