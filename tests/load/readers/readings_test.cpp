@@ -71,6 +71,21 @@ std::string ToldReading(const std::string& title, Read&& read) {
     return told;
 }
 
+// What is made of it where no rich text is wanted.
+std::string ToldForms(std::string_view bytes, const ConversionMessage& job) {
+    std::string told;
+    for (const auto& make : {MakeHtmlSink, MakePlainSink}) {
+        const auto sink = make();
+        SilentMonitor monitor;
+        ConversionMessage answer;
+        EXPECT_TRUE(ReadWordDocument(bytes, job, *sink, monitor, answer).ok());
+        for (const BesideItem& item : sink->TakeBeside())
+            told += "beside line " + std::to_string(item.paragraph) + " " + item.text + "\n";
+        told += "== without rich text\n" + sink->Finish();
+    }
+    return told;
+}
+
 std::string ToldPdf(std::string_view bytes) {
     std::string told;
     SilentMonitor monitor;
@@ -134,6 +149,8 @@ std::string Told(const fs::path& path) {
     switch (KindOfContent(bytes, path.filename().string(), package)) {
         case ContentKind::Pdf:
             return told + ToldPdf(bytes);
+        case ContentKind::Rtf:
+            return told + ToldForms(bytes, job);
         case ContentKind::SlidePackage:
         case ContentKind::OpenSlides:
             return told + ToldSlides(bytes, job);
