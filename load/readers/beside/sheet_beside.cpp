@@ -243,7 +243,7 @@ class OdsBeside {
     void Thing(const XmlScanner& scanner, std::string_view name) {
         std::string address;
         AppendDecoded(scanner.Attribute("href"), address);
-        if (name == "object")
+        if (name == "object" || name == "plugin")
             objects_ = frames_;
         // Inside of a frame that has an object its picture is a likeness only.
         const bool likeness = name == "image" && objects_ > 0;
@@ -260,7 +260,7 @@ class OdsBeside {
             const bool chart = digests_.Parts().Has(part);
             Send(chart ? BesideKind::Chart : BesideKind::Object, FileOfPart(address),
                  chart ? digests_.OfText(part) : PartDigest(address));
-        } else if (name == "object-ole") {
+        } else if (name == "object-ole" || name == "plugin") {
             Send(BesideKind::Object, FileOfPart(address), PartDigest(address));
         }
     }
