@@ -139,15 +139,16 @@ void RtfReading::EndParagraph() {
         return;
     if (state_.destination == Destination::Footnote || state_.in_table)
         BreakLine();
-    else if (state_.deleted)
-        beside_.EndParagraph(Paragraph());
     else
         EndParagraphOf();
 }
 
+// A deleted end joins the paragraph with the next one; a hidden one leaves no empty line.
 void RtfReading::EndParagraphOf() {
     row_hides_ = false;
     beside_.EndParagraph(Paragraph());
+    if (state_.deleted || (state_.chars.hidden && Out().AtParagraphBegin()))
+        return;
     if (state_.boxes > 0)
         boxes_.AtWork().EndParagraph(state_.chars, state_.paragraph);
     else

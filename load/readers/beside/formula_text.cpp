@@ -45,47 +45,51 @@ constexpr ShapeRow kShapes[] = {
 class FormulaWriter {
   public:
     std::string Write(const Node& formula) {
-        Children(formula, 0);
+        Children(formula);
         return std::move(text_);
     }
 
   private:
-    bool Full(int depth) const { return depth > kDeepest || text_.size() > kLongest; }
-
-    void Children(const Node& node, int depth) {
+    void Children(const Node& node) {
         for (const Node& child : node.children())
-            Any(child, depth + 1);
+            Any(child);
     }
 
-    void Any(const Node& node, int depth) {
-        if (Full(depth))
+    void Any(const Node& node) {
+        if (depth_ >= kDeepest || text_.size() > kLongest)
             return;
+        ++depth_;
+        Inside(node);
+        --depth_;
+    }
+
+    void Inside(const Node& node) {
         if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
             text_ += Trim(node.value());
             return;
         }
         const std::string_view name = LocalName(node);
         if (!name.ends_with("Pr") && !name.starts_with("annotation"))
-            Element(node, name, depth);
+            Element(node, name);
     }
 
-    void Element(const Node& node, std::string_view name, int depth) {
+    void Element(const Node& node, std::string_view name) {
         for (const ShapeRow& shape : kShapes) {
             if (name == shape.name)
-                return Shape(node, shape, depth);
+                return Shape(node, shape);
         }
         if (name == "rad" || name == "msqrt" || name == "mroot")
-            Root(node, name, depth);
+            Root(node, name);
         else if (name == "nary")
-            Nary(node, depth);
+            Nary(node);
         else if (name == "d" || name == "mfenced")
-            Fenced(node, name == "d", depth);
+            Fenced(node, name == "d");
         else if (name == "m" || name == "eqArr" || name == "mtable")
-            Rows(node, depth);
+            Rows(node);
         else if (name == "acc" || name == "groupChr" || name == "bar")
-            Accent(node, name, depth);
+            Accent(node, name);
         else
-            Children(node, depth);
+            Children(node);
     }
 
     static std::vector<Node> Elements(const Node& node) {
@@ -98,17 +102,17 @@ class FormulaWriter {
     }
 
     // In parentheses unless it is one letter.
-    void Operand(const Node& node, int depth) {
+    void Operand(const Node& node) {
         if (!node)
             return;
         const std::size_t begin = text_.size();
-        Any(node, depth + 1);
+        Any(node);
         const std::string operand = text_.substr(begin);
         if (operand.empty() || ToUtf16(operand).size() > 1)
             text_ = text_.substr(0, begin) + "(" + operand + ")";
     }
 
-    void Shape(const Node& node, const ShapeRow& shape, int depth) {
+    void Shape(const Node& node, const ShapeRow& shape) {
         const std::vector<Node> elements = Elements(node);
         const bool named = !shape.operands[0].empty();
         for (std::size_t i = 0; i < shape.operands.size(); ++i) {
@@ -118,11 +122,11 @@ class FormulaWriter {
             if (!operand)
                 continue;
             text_ += shape.joints[i];
-            Operand(operand, depth);
+            Operand(operand);
         }
     }
 
-    void Root(const Node& node, std::string_view name, int depth) {
+    void Root(const Node& node, std::string_view name) {
         const std::vector<Node> elements = Elements(node);
         Node degree;
         if (name == "rad")
@@ -131,7 +135,7 @@ class FormulaWriter {
             degree = elements[1];
         const std::size_t begin = text_.size();
         if (degree)
-            Any(degree, depth + 1);
+            Any(degree);
         const std::string shown = text_.substr(begin);
         text_.resize(begin);
         if (!shown.empty())
@@ -139,11 +143,11 @@ class FormulaWriter {
         text_ += kRoot;
         text_ += '(';
         if (name == "rad")
-            Any(Child(node, "e"), depth + 1);
+            Any(Child(node, "e"));
         else if (name == "mroot" && !elements.empty())
-            Any(elements[0], depth + 1);
+            Any(elements[0]);
         else
-            Children(node, depth);
+            Children(node);
         text_ += ')';
     }
 
@@ -153,7 +157,7 @@ class FormulaWriter {
         return property ? Attribute(property, "val") : otherwise;
     }
 
-    void Nary(const Node& node, int depth) {
+    void Nary(const Node& node) {
         text_ += Property(node, "naryPr", "chr", kIntegral);
         for (const auto& [name, joint] : {std::pair<std::string_view, char>{"sub", '_'},
                                           std::pair<std::string_view, char>{"sup", '^'}}) {
@@ -161,13 +165,13 @@ class FormulaWriter {
             if (Elements(limit).empty())
                 continue;
             text_ += joint;
-            Operand(limit, depth);
+            Operand(limit);
         }
         text_ += ' ';
-        Any(Child(node, "e"), depth + 1);
+        Any(Child(node, "e"));
     }
 
-    void Fenced(const Node& node, bool office, int depth) {
+    void Fenced(const Node& node, bool office) {
         const auto mark = [&](std::string_view office_name, std::string_view math_name,
                               std::string_view otherwise) {
             if (office)
@@ -181,12 +185,12 @@ class FormulaWriter {
             if (!first)
                 text_ += mark("sepChr", "separators", office ? "|" : ",");
             first = false;
-            Any(element, depth + 1);
+            Any(element);
         }
         text_ += mark("endChr", "close", ")");
     }
 
-    void Rows(const Node& node, int depth) {
+    void Rows(const Node& node) {
         text_ += '[';
         bool first_row = true;
         for (const Node& row : Elements(node)) {
@@ -197,18 +201,19 @@ class FormulaWriter {
                 const bool cells = Is(row, "mr") || Is(row, "mtr");
                 text_ += first || !cells ? "" : ", ";
                 first = false;
-                Any(cell, depth + 1);
+                Any(cell);
             }
         }
         text_ += ']';
     }
 
-    void Accent(const Node& node, std::string_view name, int depth) {
-        Operand(Child(node, "e"), depth);
+    void Accent(const Node& node, std::string_view name) {
+        Operand(Child(node, "e"));
         text_ += Property(node, std::string(name) + "Pr", "chr", name == "bar" ? "_" : "^");
     }
 
     std::string text_;
+    int depth_ = 0;
 };
 
 }  // namespace

@@ -202,8 +202,13 @@ class OdsBeside {
             Start(scanner);
         if (token == Token::End || (token == Token::Start && scanner.SelfClosing()))
             End(scanner.Name());
-        if (token == Token::Text && in_comment_ && comment_.size() < kMostComment)
-            scanner.AppendText(comment_);
+        if (token == Token::Text && words_ != nullptr && words_->size() < kMostComment)
+            scanner.AppendText(*words_);
+    }
+
+    static bool IsAboutComment(std::string_view name) {
+        return name == "creator" || name == "date" || name == "date-string" ||
+               name == "creator-initials";
     }
 
     static std::int64_t Repeats(const XmlScanner& scanner, std::string_view attribute) {
@@ -226,6 +231,10 @@ class OdsBeside {
         } else if (name == "annotation") {
             in_comment_ = true;
             comment_.clear();
+            author_.clear();
+            words_ = &comment_;
+        } else if (in_comment_ && IsAboutComment(name)) {
+            words_ = name == "creator" ? &author_ : nullptr;
         } else if (shown_ && tables_ > 0) {
             Thing(scanner, name);
         }
@@ -234,7 +243,7 @@ class OdsBeside {
     void Thing(const XmlScanner& scanner, std::string_view name) {
         std::string address;
         AppendDecoded(scanner.Attribute("href"), address);
-        if (name == "object")
+        if (name == "object" || name == "plugin")
             objects_ = frames_;
         // Inside of a frame that has an object its picture is a likeness only.
         const bool likeness = name == "image" && objects_ > 0;
@@ -251,7 +260,7 @@ class OdsBeside {
             const bool chart = digests_.Parts().Has(part);
             Send(chart ? BesideKind::Chart : BesideKind::Object, FileOfPart(address),
                  chart ? digests_.OfText(part) : PartDigest(address));
-        } else if (name == "object-ole") {
+        } else if (name == "object-ole" || name == "plugin") {
             Send(BesideKind::Object, FileOfPart(address), PartDigest(address));
         }
     }
@@ -268,8 +277,13 @@ class OdsBeside {
             frames_ = std::max(frames_ - 1, 0);
         } else if (name == "annotation") {
             in_comment_ = false;
+            words_ = nullptr;
+            if (!author_.empty())
+                comment_ = author_ + ": " + comment_;
             if (shown_)
                 Send(BesideKind::Comment, comment_, BesideDigest(comment_));
+        } else if (in_comment_ && IsAboutComment(name)) {
+            words_ = &comment_;
         }
     }
 
@@ -289,7 +303,9 @@ class OdsBeside {
     std::string sheet_;
     bool shown_ = false;
     bool in_comment_ = false;
+    std::string* words_ = nullptr;  ///< where the words of a comment go
     std::string comment_;
+    std::string author_;
     int tables_ = 0;
     int frames_ = 0;   ///< open ones
     int objects_ = 0;  ///< the frame whose object was told

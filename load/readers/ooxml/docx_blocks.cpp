@@ -32,6 +32,12 @@ bool ContinuesCellAbove(const Node& cell) {
     return merge && Attribute(merge, "val") != "restart";
 }
 
+bool HoldsParagraph(const Node& parent, int depth) {
+    return depth < kMaxDepth && std::any_of(parent.begin(), parent.end(), [&](const Node& node) {
+               return Is(node, "p") || HoldsParagraph(node, depth + 1);
+           });
+}
+
 // What holds blocks, and shows nothing itself.
 bool IsWrapper(std::string_view name) {
     return name == "sdt" || name == "sdtContent" || name == "customXml" || name == "ins" ||
@@ -175,8 +181,7 @@ bool DocxWalker::IsHiddenRow(const Node& row) const {
     const Node properties = Child(row, "trPr");
     if (Child(properties, "del") || IsOn(Child(properties, "hidden")))
         return true;
-    const Node cell = Child(row, "tc");
-    return Child(cell, "p") && HidesAll(row, 0);
+    return HoldsParagraph(row, 0) && HidesAll(row, 0);
 }
 
 // True as well for what holds nothing.

@@ -182,8 +182,7 @@ std::string DocxNumbering::Next(const DocxStyles& styles, DocxParagraphLook& loo
     const auto level = static_cast<std::size_t>(std::clamp(look.level, 0, 8));
     Count(definition->second, list->second, level);
     const Level& own = LevelOf(definition->second, list->second, level);
-    if (!look.own_indent)
-        DocxStyles::ApplyParagraph(Child(own.paragraph, "ind").parent(), look);
+    DocxStyles::ApplyListIndent(own.paragraph, look);
     styles.ApplyRun(own.run, label);
     return Label(definition->second, list->second, level);
 }

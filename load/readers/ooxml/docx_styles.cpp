@@ -92,18 +92,20 @@ Alignment AlignmentNamed(std::string_view name) {
 }
 
 void ApplyIndent(const pugi::xml_node& node, DocxParagraphLook& look) {
-    const auto take = [&node](std::string_view name, std::string_view other, std::int32_t& value) {
-        std::string_view text = Attribute(node, name);
-        if (text.empty())
-            text = Attribute(node, other);
-        value = NumberOf(text, value);
+    const auto take = [&node](std::string_view name, std::int32_t sign, std::int32_t& value,
+                              bool& own) {
+        if (const std::string_view text = Attribute(node, name); !text.empty()) {
+            value = sign * NumberOf(text, 0);
+            own = true;
+        }
     };
-    look.own_indent = true;
-    take("left", "start", look.format.left_indent);
-    take("right", "end", look.format.right_indent);
-    take("firstLine", "firstLine", look.format.first_line_indent);
-    if (const std::string_view hanging = Attribute(node, "hanging"); !hanging.empty())
-        look.format.first_line_indent = -NumberOf(hanging, 0);
+    ParagraphFormat& format = look.format;
+    take("start", 1, format.left_indent, look.own_left);
+    take("left", 1, format.left_indent, look.own_left);
+    take("end", 1, format.right_indent, look.own_right);
+    take("right", 1, format.right_indent, look.own_right);
+    take("firstLine", 1, format.first_line_indent, look.own_first_line);
+    take("hanging", -1, format.first_line_indent, look.own_first_line);
 }
 
 void ApplySpacing(const pugi::xml_node& node, ParagraphFormat& format) {
@@ -118,8 +120,11 @@ void ApplySpacing(const pugi::xml_node& node, ParagraphFormat& format) {
 }
 
 void ApplyNumbering(const pugi::xml_node& node, DocxParagraphLook& look) {
-    if (const pugi::xml_node list = Child(node, "numId"))
+    if (const pugi::xml_node list = Child(node, "numId")) {
         look.list = NumberOf(Attribute(list, "val"), 0);
+        // What is named together with the list or later goes before its indents.
+        look.own_left = look.own_right = look.own_first_line = false;
+    }
     if (const pugi::xml_node level = Child(node, "ilvl"))
         look.level = std::clamp(NumberOf(Attribute(level, "val"), 0), 0, 8);
 }
@@ -234,7 +239,6 @@ const DocxParagraphLook& DocxStyles::StyleLook(const std::string& id) const {
         return known->second;
     DocxParagraphLook look = defaults_;
     ApplyChain(id, 0, &look, look.run);
-    look.own_indent = false;  // the list's own indent goes before that of the style
     return looks_.emplace(id, look).first->second;
 }
 
@@ -251,8 +255,38 @@ void DocxStyles::ApplyRun(const pugi::xml_node& properties, RunLook& look) const
         return;
     if (const std::string_view style = Attribute(Child(properties, "rStyle"), "val");
         !style.empty())
-        ApplyChain(std::string(style), 0, nullptr, look);
+        ApplyCharacterStyle(std::string(style), look);
     ApplyRunOwn(properties, look);
+}
+
+// What the styles of the paragraph and of the letters both turn on is off again: emphasis within
+// emphasis. A style of letters turns nothing off, and nothing turns off what the document begins
+// with.
+void DocxStyles::ApplyCharacterStyle(const std::string& id, RunLook& look) const {
+    RunLook style;
+    ApplyChain(id, 0, nullptr, style);
+    RunLook both = look;
+    ApplyChain(id, 0, nullptr, both);
+    const auto merged = [](bool base, bool turned, bool always) {
+        return turned ? always || !base : base;
+    };
+    const CharFormat& always = defaults_.run.chars;
+    both.chars.bold = merged(look.chars.bold, style.chars.bold, always.bold);
+    both.chars.italic = merged(look.chars.italic, style.chars.italic, always.italic);
+    both.chars.strikeout = merged(look.chars.strikeout, style.chars.strikeout, always.strikeout);
+    both.hidden = merged(look.hidden, style.hidden, defaults_.run.hidden);
+    look = both;
+}
+
+void DocxStyles::ApplyListIndent(const pugi::xml_node& level, DocxParagraphLook& look) {
+    DocxParagraphLook listed = look;
+    ApplyIndent(Child(level, "ind"), listed);
+    if (!look.own_left)
+        look.format.left_indent = listed.format.left_indent;
+    if (!look.own_right)
+        look.format.right_indent = listed.format.right_indent;
+    if (!look.own_first_line)
+        look.format.first_line_indent = listed.format.first_line_indent;
 }
 
 }  // namespace zorvane

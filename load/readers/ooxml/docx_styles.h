@@ -19,10 +19,12 @@ struct RunLook {
 
 struct DocxParagraphLook {
     ParagraphFormat format;
-    RunLook run;              ///< of text without formats of its own
-    std::int32_t list = 0;    ///< number of the list definition; 0: no list
-    std::int32_t level = 0;   ///< 0 to 8
-    bool own_indent = false;  ///< an indent that goes before that of the list's level
+    RunLook run;             ///< of text without formats of its own
+    std::int32_t list = 0;   ///< number of the list definition; 0: no list
+    std::int32_t level = 0;  ///< 0 to 8
+    bool own_left = false;   ///< these indents go before those of the list's level
+    bool own_right = false;
+    bool own_first_line = false;
 };
 
 class DocxStyles {
@@ -33,8 +35,8 @@ class DocxStyles {
     DocxParagraphLook Paragraph(const pugi::xml_node& properties) const;
     /// Puts run properties (`rPr`), their character style first, over a look.
     void ApplyRun(const pugi::xml_node& properties, RunLook& look) const;
-    /// Puts the indent and the like of a list level over a look.
-    static void ApplyParagraph(const pugi::xml_node& properties, DocxParagraphLook& look);
+    /// Puts the indents of a list level (`pPr`) over those that are not the paragraph's own.
+    static void ApplyListIndent(const pugi::xml_node& level, DocxParagraphLook& look);
 
   private:
     struct Style {
@@ -42,9 +44,11 @@ class DocxStyles {
         pugi::xml_node run;
         pugi::xml_node paragraph;
     };
+    static void ApplyParagraph(const pugi::xml_node& properties, DocxParagraphLook& look);
     void ReadTheme(Package& package, std::string_view part);
     void ApplyChain(const std::string& id, int depth, DocxParagraphLook* paragraph,
                     RunLook& run) const;
+    void ApplyCharacterStyle(const std::string& id, RunLook& look) const;
     void ApplyRunOwn(const pugi::xml_node& properties, RunLook& look) const;
     void ApplyFont(const pugi::xml_node& fonts, CharFormat& chars) const;
     const DocxParagraphLook& StyleLook(const std::string& id) const;

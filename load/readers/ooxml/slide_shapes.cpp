@@ -83,14 +83,24 @@ class Collector {
     Collector(const SlideDesign* design, ShapeOrder order) : design_(design), order_(order) {}
 
     std::vector<pugi::xml_node> Collect(const pugi::xml_node& tree, const Frame& frame, int depth) {
+        return Opened(Ordered(tree, frame, depth));
+    }
+
+  private:
+    std::vector<PlacedShapes> Ordered(const pugi::xml_node& tree, const Frame& frame, int depth) {
         std::vector<PlacedShapes> items;
         Gather(tree, frame, depth, items);
         if (order_ == ShapeOrder::Reading)
             PutInReadingOrder(items);
-        return Opened(items);
+        return items;
     }
 
-  private:
+    static void TakeGroup(const std::vector<PlacedShapes>& inner, PlacedShapes& group) {
+        if (group.left == group.right && group.top == group.bottom)
+            LieAround(inner, group);
+        group.shapes = Opened(inner);
+    }
+
     void Gather(const pugi::xml_node& tree, const Frame& frame, int depth,
                 std::vector<PlacedShapes>& items) {
         if (depth > kMaxDepth)
@@ -109,8 +119,10 @@ class Collector {
                 const pugi::xml_node size = Child(transform, "ext");
                 item.right = item.left + frame.scale_x * Coordinate(size, "cx");
                 item.bottom = item.top + frame.scale_y * Coordinate(size, "cy");
-                item.shapes = group ? Collect(node, Inner(frame, transform), depth + 1)
-                                    : std::vector<pugi::xml_node>{node};
+                if (group)
+                    TakeGroup(Ordered(node, Inner(frame, transform), depth + 1), item);
+                else
+                    item.shapes = {node};
                 items.push_back(std::move(item));
             }
         }

@@ -225,7 +225,7 @@ void OdtBeside::Drawing(const Node& shape, std::string_view name) {
 
 void OdtBeside::Frame(const Node& frame) {
     const std::string name = NameOfFrame(frame);
-    if (Child(frame, "text-box") || Object(frame, name))
+    if (Child(frame, "text-box") || Child(frame, "table") || Object(frame, name))
         return;
     // Several pictures in a frame are one in several forms.
     const Node image = Child(frame, "image");
@@ -239,9 +239,11 @@ void OdtBeside::Frame(const Node& frame) {
 }
 
 bool OdtBeside::Object(const Node& frame, const std::string& name) {
-    if (const Node ole = Child(frame, "object-ole")) {
-        Part(BesideKind::Object, Attribute(ole, "href"), name);
-        return true;
+    for (const std::string_view element : {"object-ole", "plugin"}) {  // of films and sounds
+        if (const Node data = Child(frame, element)) {
+            Part(BesideKind::Object, Attribute(data, "href"), name);
+            return true;
+        }
     }
     const Node object = Child(frame, "object");
     if (!object)

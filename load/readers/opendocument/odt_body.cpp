@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "load/readers/sink/symbol_fonts.h"
 #include "load/readers/word_readers.h"
@@ -43,6 +44,13 @@ bool IsTableEnd(const pugi::xml_node& paragraph) {
         marked = marked || Attribute(child, "name") == kTableEndMark;
     }
     return marked;
+}
+
+constexpr std::size_t kMostAreas = 64;            // at work in one row
+constexpr std::int32_t kMostColumns = 1'000'000;  // beyond all tables
+
+std::int32_t Count(const pugi::xml_node& node, std::string_view attribute) {
+    return std::clamp(NumberOf(Attribute(node, attribute), 1), 1, kMostColumns);
 }
 
 bool IsHiddenByItself(const pugi::xml_node& node) {
@@ -183,7 +191,7 @@ void OdtBody::Label(const pugi::xml_node& node, bool heading, const OpenParagrap
     }
     list_.label_waits = false;
     const bool own_indent = style.format.left_indent != 0;
-    if (level == nullptr || label.empty() || own_indent)
+    if (level == nullptr || own_indent)
         return;
     format.left_indent = level->left_indent.value_or(format.left_indent);
     format.first_line_indent = level->first_line_indent.value_or(format.first_line_indent);
@@ -203,9 +211,10 @@ void OdtBody::Table(const pugi::xml_node& table) {
         return;
     if (IsHiddenByItself(table))
         return beside_.Hidden(table, "table");
-    const OpenListPlace outer = list_;
-    list_ = OpenListPlace();
+    const OpenListPlace outer = std::exchange(list_, {});
+    const std::vector<Area> outer_areas = std::exchange(areas_, {});
     TableRows(table);
+    areas_ = outer_areas;
     list_ = outer;
 }
 
@@ -253,25 +262,43 @@ void OdtBody::Row(const pugi::xml_node& row) {
     }
 }
 
+// Of what a cell covers, nothing stands at its right, and in each row below one cell.
 void OdtBody::Cells(const pugi::xml_node& row) {
+    std::int32_t column = 0;
     std::int32_t covered = 0;  // by the cell to the left
     for (const pugi::xml_node& cell : row.children()) {
         const bool hidden = Is(cell, "covered-table-cell");
         if (!hidden && !Is(cell, "table-cell"))
             continue;
-        const std::int32_t told = NumberOf(Attribute(cell, "number-columns-repeated"), 1);
+        const std::int32_t told = Count(cell, "number-columns-repeated");
+        const std::int32_t first = std::exchange(column, std::min(column + told, kMostColumns));
         if (hidden && covered > 0) {
-            covered -= std::max(told, 1);
+            covered -= told;
             continue;
         }
         const bool filled = !cell.first_child().empty();
         const std::int32_t repeats =
             Repeats(cell, "number-columns-repeated", filled || cell.next_sibling());
-        for (std::int32_t i = 0; i < repeats && Enter(); ++i)
-            Cell(cell);
-        if (!hidden)
-            covered = NumberOf(Attribute(cell, "number-columns-spanned"), 1) - 1;
+        for (std::int32_t i = 0; i < repeats && Enter(); ++i) {
+            if (!hidden || !LiesInArea(first + i))
+                Cell(cell);
+        }
+        if (hidden)
+            continue;
+        covered = Count(cell, "number-columns-spanned") - 1;
+        if (covered > 0 && areas_.size() < kMostAreas)
+            areas_.push_back({first, covered, Count(cell, "number-rows-spanned")});
     }
+    for (Area& area : areas_)
+        --area.rows;
+    std::erase_if(areas_, [](const Area& area) { return area.rows == 0; });
+}
+
+// Behind the first column of what a cell above covers.
+bool OdtBody::LiesInArea(std::int32_t column) const {
+    return std::any_of(areas_.begin(), areas_.end(), [column](const Area& area) {
+        return column > area.column && column <= area.column + area.more_columns;
+    });
 }
 
 void OdtBody::Cell(const pugi::xml_node& cell) {

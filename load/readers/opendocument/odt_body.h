@@ -36,6 +36,13 @@ class OdtBody {
     /// What a paragraph's text is, the strongest last.
     enum class Sight { Nothing, Hidden, Seen };
 
+    /// What a cell covers, from its first column; of rows, those from the one at work on.
+    struct Area {
+        std::int32_t column = 0;
+        std::int32_t more_columns = 0;
+        std::int32_t rows = 1;
+    };
+
     bool Enter();
     Sight SightOf(const pugi::xml_node& parent, const OpenChars& chars, int depth) const;
     Sight SightOfNode(const pugi::xml_node& node, const OpenChars& chars, int depth) const;
@@ -52,6 +59,7 @@ class OdtBody {
     void TableRows(const pugi::xml_node& parent);
     void Row(const pugi::xml_node& row);
     void Cells(const pugi::xml_node& row);
+    bool LiesInArea(std::int32_t column) const;
     void Cell(const pugi::xml_node& cell);
     void TakeShape(const pugi::xml_node& shape);
     void Shape(const pugi::xml_node& shape);
@@ -79,6 +87,7 @@ class OdtBody {
     OpenLists lists_;
     OpenCounters outline_;
     OpenListPlace list_;
+    std::vector<Area> areas_;  ///< of the table at work
     OpenBlanks blanks_;
     std::string scratch_;
     std::vector<pugi::xml_node> anchored_;  ///< shown behind the paragraph

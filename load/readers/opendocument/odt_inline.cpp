@@ -141,8 +141,6 @@ void OdtBody::Characters(std::string_view text, const OpenChars& chars) {
         return;
     scratch_.clear();
     blanks_.Append(text, scratch_);
-    if (scratch_.empty())
-        return;
     // Letters of picture fonts lie where no other font has any.
     const bool symbols =
         scratch_.find('\xEF') != std::string::npos && IsSymbolFont(chars.format.font.view());

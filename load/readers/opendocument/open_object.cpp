@@ -56,14 +56,22 @@ void WriteNames(const pugi::xml_node& chart, OpenTextWriter& writer) {
     }
 }
 
+pugi::xml_node ChartOf(const pugi::xml_node& root) {
+    return Child(Child(Child(root, "body"), "chart"), "chart");
+}
+
 }  // namespace
+
+bool HasOpenObjectWords(const pugi::xml_node& root) {
+    return Is(root, "math") || ChartOf(root);
+}
 
 void WriteOpenObject(const pugi::xml_node& root, OpenTextWriter& text) {
     if (Is(root, "math")) {
         text.Line(OpenMathText(root));
         return;
     }
-    const pugi::xml_node chart = Child(Child(Child(root, "body"), "chart"), "chart");
+    const pugi::xml_node chart = ChartOf(root);
     WriteTitles(chart, text);
     WriteNames(chart, text);
 }

@@ -68,9 +68,12 @@ double OpenEmu(std::string_view text) {
     return OpenLength(text).value_or(0) * kTwip;
 }
 
-double Place(const pugi::xml_node& shape, std::string_view attribute, std::size_t part) {
-    const std::string_view own = Attribute(shape, attribute);
-    return OpenEmu(own.empty() ? Translated(shape, part) : own);
+// `axis` is "x" or "y"; of a line the place of its beginning counts.
+double Place(const pugi::xml_node& shape, std::string_view axis) {
+    std::string_view own = Attribute(shape, axis);
+    if (own.empty())
+        own = Attribute(shape, std::string(axis) + "1");
+    return OpenEmu(own.empty() ? Translated(shape, axis == "x" ? 0 : 1) : own);
 }
 
 std::vector<PlacedShapes> Gather(const pugi::xml_node& holder, int depth);
@@ -79,14 +82,8 @@ std::vector<PlacedShapes> Gather(const pugi::xml_node& holder, int depth);
 PlacedShapes GroupOf(const pugi::xml_node& group, int depth) {
     std::vector<PlacedShapes> inner = Gather(group, depth);
     PutInReadingOrder(inner);
-    PlacedShapes item = inner.empty() ? PlacedShapes() : inner.front();
-    for (const PlacedShapes& one : inner) {
-        item.left = std::min(item.left, one.left);
-        item.top = std::min(item.top, one.top);
-        item.right = std::max(item.right, one.right);
-        item.bottom = std::max(item.bottom, one.bottom);
-    }
-    item.rank = ShapeRank::Free;
+    PlacedShapes item;
+    LieAround(inner, item);
     item.shapes = Opened(inner);
     return item;
 }
@@ -94,8 +91,8 @@ PlacedShapes GroupOf(const pugi::xml_node& group, int depth) {
 PlacedShapes ShapeOf(const pugi::xml_node& shape) {
     PlacedShapes item;
     item.rank = RankOf(Attribute(shape, "class"));
-    item.left = Place(shape, "x", 0);
-    item.top = Place(shape, "y", 1);
+    item.left = Place(shape, "x");
+    item.top = Place(shape, "y");
     item.right = item.left + OpenEmu(Attribute(shape, "width"));
     item.bottom = item.top + OpenEmu(Attribute(shape, "height"));
     item.shapes = {shape};
@@ -149,8 +146,8 @@ class OpenDeck {
     OpenFields FieldsOf(const pugi::xml_node& page, std::int32_t number) const;
     void Shapes(const std::vector<pugi::xml_node>& shapes, Which which, OpenStyles& styles,
                 const OpenFields& fields);
-    bool Shape(const pugi::xml_node& shape, OpenTextWriter& text, bool numbered);
-    void Object(const pugi::xml_node& object, OpenTextWriter& text);
+    void Shape(const pugi::xml_node& shape, OpenTextWriter& text, bool numbered);
+    void Object(const pugi::xml_node& object, OpenTextWriter& text, bool numbered);
     bool ShowsBackground() const {
         return Attribute(properties_, "background-objects-visible") != "false";
     }
@@ -319,16 +316,18 @@ void OpenDeck::Shapes(const std::vector<pugi::xml_node>& shapes, Which which, Op
     }
 }
 
-// A chart or a formula: a document inside the document.
-void OpenDeck::Object(const pugi::xml_node& object, OpenTextWriter& text) {
+// A chart or a formula: a document inside the document. Of others a picture is shown.
+void OpenDeck::Object(const pugi::xml_node& object, OpenTextWriter& text, bool numbered) {
     const std::string folder(Attribute(object, "href"));
     const std::string name = ResolvePart("", folder + "/content.xml");
     XmlPart part;
     if (folder.empty() || !objects_.insert(name).second || !package_.Has(name))
         return;
     end_ = XmlPart::Read(package_, name, part);
-    if (end_.ok())
-        WriteOpenObject(part.Root(), text);
+    if (!end_.ok() || !HasOpenObjectWords(part.Root()))
+        return;
+    NumberLine(text, numbered);
+    WriteOpenObject(part.Root(), text);
 }
 
 void OpenDeck::NumberLine(OpenTextWriter& text, bool numbered) {
@@ -336,7 +335,7 @@ void OpenDeck::NumberLine(OpenTextWriter& text, bool numbered) {
         text.Line("Shape " + std::to_string(++shape_number_) + ":");
 }
 
-bool OpenDeck::Shape(const pugi::xml_node& shape, OpenTextWriter& text, bool numbered) {
+void OpenDeck::Shape(const pugi::xml_node& shape, OpenTextWriter& text, bool numbered) {
     pugi::xml_node content = shape;
     // What a frame holds are forms of one thing, the best first.
     for (const pugi::xml_node& form : shape.children()) {
@@ -347,19 +346,17 @@ bool OpenDeck::Shape(const pugi::xml_node& shape, OpenTextWriter& text, bool num
         if (Is(form, "table")) {
             NumberLine(text, numbered);
             text.Table(form);
-            return true;
+            return;
         }
         if (Is(form, "object")) {
-            NumberLine(text, numbered);
-            Object(form, text);
-            return true;
+            Object(form, text, numbered);
+            return;
         }
     }
     if (!text.HasText(content))
-        return false;
+        return;
     NumberLine(text, numbered);
     text.Blocks(content, StyleOf(shape));
-    return true;
 }
 
 }  // namespace

@@ -13,7 +13,7 @@
 namespace zorvane {
 namespace {
 
-constexpr std::size_t kLongestChain = 64;
+constexpr std::size_t kLongestChain = 64;  // a longer one goes round in a circle
 
 std::string StyleKey(std::string_view family, std::string_view name) {
     std::string key(family);
@@ -159,7 +159,9 @@ void ApplyLayout(const pugi::xml_node& properties, ParagraphFormat& format) {
     SetLength(Attribute(properties, "margin-top"), format.space_before);
     SetLength(Attribute(properties, "margin-bottom"), format.space_after);
     SetLength(Attribute(properties, "text-indent"), format.first_line_indent);
-    const std::string_view spacing = Attribute(properties, "line-height");
+    std::string_view spacing = Attribute(properties, "line-height");
+    if (spacing == "normal")
+        spacing = "100%";
     if (const std::optional<CssLength> height = ParseLength(spacing)) {
         constexpr double kSingle = 240;  // twips of a single line in RTF's measure
         format.line_spacing_multiple = height->unit == CssLength::Unit::Percent;
@@ -293,11 +295,8 @@ template <class Apply>
 void OpenStyles::Inherit(std::string_view family, std::string_view name, Apply&& apply) const {
     std::vector<pugi::xml_node> chain;
     for (pugi::xml_node style = Find(family, name); style && chain.size() < kLongestChain;
-         style = Find(family, Attribute(style, "parent-style-name"))) {
-        if (std::find(chain.begin(), chain.end(), style) != chain.end())
-            break;
+         style = Find(family, Attribute(style, "parent-style-name")))
         chain.push_back(style);
-    }
     for (std::size_t place = chain.size(); place-- > 0;)
         apply(chain[place]);
 }

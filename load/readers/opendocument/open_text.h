@@ -65,6 +65,8 @@ class OpenTextWriter {
     std::string scratch_;
 };
 
+/// True for a chart and a formula.
+bool HasOpenObjectWords(const pugi::xml_node& root);
 /// The words of a chart or a formula that a slide holds: `root` of its own part.
 void WriteOpenObject(const pugi::xml_node& root, OpenTextWriter& text);
 

@@ -56,8 +56,6 @@ class PageLines {
         std::vector<PdfWord> words = WordsOf(page_.characters, direction, options_.hidden);
         if (options_.document_type == PdfDocumentType::Pleading && direction == PdfDirection::Right)
             DropLineNumbers(page_.characters, words);
-        if (words.empty())
-            return;
         const bool right = direction == PdfDirection::Right;
         std::vector<PdfSegment> segments = SegmentsOf(
             page_.characters, std::move(words), right ? page_.uprights : std::vector<PdfBox>());

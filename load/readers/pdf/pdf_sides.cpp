@@ -234,7 +234,7 @@ bool PdfSides::LooksLikeTable(const PdfTwoSides& sides) const {
 
 // What two texts beside each other must have, and rows of a table may have as well.
 bool PdfSides::MayBeColumns(const PdfTwoSides& sides) const {
-    if (sense_ == PdfColumnSense::None || sides.left.empty() || sides.right.empty())
+    if (sense_ == PdfColumnSense::None)
         return false;
     const Extent left = ExtentOf(sides.left);
     const Extent right = ExtentOf(sides.right);

@@ -11,7 +11,6 @@ void RowWriter::BeginParagraph(const ParagraphFormat& format) {
     }
     if (line_waits_)
         sink_.Text(std::string_view(&kLineInParagraph, 1), CharFormat());
-    line_waits_ = false;
 }
 
 void RowWriter::Put(std::string_view utf8, const CharFormat& format) {
@@ -49,7 +48,6 @@ void RowWriter::BeginRow() {
 }
 
 void RowWriter::BeginCell() {
-    line_waits_ = false;
     if (cells_.size() > 1 && cells_.back() > 0)
         sink_.Text("\t", CharFormat());
     ++cells_.back();

@@ -127,6 +127,16 @@ void PutInReadingOrder(std::vector<PlacedShapes>& items) {
     SortByGaps(first, std::find_if_not(first, items.end(), is_free), 0);
 }
 
+void LieAround(const std::vector<PlacedShapes>& inner, PlacedShapes& group) {
+    for (const PlacedShapes& one : inner) {
+        const bool first = &one == &inner.front();
+        group.left = first ? one.left : std::min(group.left, one.left);
+        group.top = first ? one.top : std::min(group.top, one.top);
+        group.right = first ? one.right : std::max(group.right, one.right);
+        group.bottom = first ? one.bottom : std::max(group.bottom, one.bottom);
+    }
+}
+
 std::vector<pugi::xml_node> Opened(const std::vector<PlacedShapes>& items) {
     std::vector<pugi::xml_node> shapes;
     for (const PlacedShapes& item : items)

@@ -27,6 +27,8 @@ struct PlacedShapes {
 /// By rank; what lies free as the eye goes: parted into rows or columns where gaps run through, and
 /// so on in each part; what overlaps by rows from the top, in a row from the left.
 void PutInReadingOrder(std::vector<PlacedShapes>& items);
+/// Gives a group without a place of its own that of what it holds.
+void LieAround(const std::vector<PlacedShapes>& inner, PlacedShapes& group);
 /// All shapes of all items.
 std::vector<pugi::xml_node> Opened(const std::vector<PlacedShapes>& items);
 

@@ -46,10 +46,11 @@ bool IsForScreen(std::string_view rule) {
 // Lower-case tag, class and id as one key; empty for a selector that is not simple.
 std::string KeyOf(std::string_view selector) {
     selector = Trim(selector);
-    for (const std::string_view state : {":link", ":root"}) {
-        if (selector.ends_with(state))
-            selector.remove_suffix(state.size());
-    }
+    if (selector == ":root")
+        return "html";
+    const bool link = selector.ends_with(kLinkClass);
+    if (link)
+        selector.remove_suffix(kLinkClass.size());
     const std::size_t mark = selector.find_first_of(".#");
     const std::string_view rest =
         mark == std::string_view::npos ? std::string_view() : selector.substr(mark + 1);
@@ -57,10 +58,11 @@ std::string KeyOf(std::string_view selector) {
         selector.find_first_of(" \t\r\n>+~:[]()\\") != std::string_view::npos ||
         rest.find_first_of(".#") != std::string_view::npos)
         return {};
-    std::string key = ToLower(selector.substr(0, mark));
-    if (key == "*" && mark != std::string_view::npos)
-        key.clear();
-    return mark == std::string_view::npos ? key : key + std::string(selector.substr(mark));
+    const std::string key = ToLower(selector.substr(0, mark));
+    const std::string part = mark != std::string_view::npos ? std::string(selector.substr(mark))
+                             : link                         ? "." + std::string(kLinkClass)
+                                                            : "";
+    return (key == "*" && !part.empty() ? "" : key) + part;
 }
 
 }  // namespace

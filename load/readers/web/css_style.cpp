@@ -139,21 +139,26 @@ void SetSize(std::string_view value, CssStyle& style) {
         Set(style.font_size, ParseLength(value));
 }
 
-// "italic bold 12pt/30px Georgia, serif"
+// "italic bold 12pt/30px Georgia, serif": sets all, or, where size or family is missing, nothing.
 void SetFont(std::string_view value, CssStyle& style) {
+    CssStyle font;
+    font.bold = font.italic = false;
     while (!value.empty()) {
         const std::size_t length = std::min(value.find(' '), value.size());
-        const std::string_view word = value.substr(0, length);
-        CssStyle size;
-        SetSize(word.substr(0, word.find('/')), size);
-        if (size.font_size && !(word.size() == 3 && word.ends_with("00"))) {
-            style.font_size = size.font_size;
-            SetFontFamily(value.substr(length), style);
+        const std::string word = ToLower(value.substr(0, length));
+        const std::string_view size = std::string_view(word).substr(0, word.find('/'));
+        value = Trim(value.substr(length));
+        if (size == "0" || size.find_first_not_of("0123456789.") != std::string_view::npos)
+            SetSize(size, font);
+        if (font.font_size && !value.empty()) {
+            SetFontFamily(value, style);
+            style.font_size = font.font_size;
+            style.bold = font.bold;
+            style.italic = font.italic;
             return;
         }
-        SetWeight(word, style);
-        SetStyle(word, style);
-        value = Trim(value.substr(length));
+        SetWeight(word, font);
+        SetStyle(word, font);
     }
 }
 

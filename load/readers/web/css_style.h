@@ -59,6 +59,9 @@ std::optional<CssLength> ParseLength(std::string_view text);
 /// "color: red; font-weight: bold".
 void ParseDeclarations(std::string_view text, CssStyle& style);
 
+/// A class that elements have that lead somewhere.
+inline constexpr std::string_view kLinkClass = ":link";
+
 /// Rules with simple selectors: tag, .class, #id, tag.class, tag#id, *. Others are passed over.
 class CssSheet {
   public:

@@ -5,6 +5,7 @@
 #include "common/base/parse_number.h"
 #include "common/base/text_encoding.h"
 #include "load/readers/web/html_flow.h"
+#include "load/readers/web/html_tags.h"
 
 namespace zorvane {
 
@@ -75,6 +76,28 @@ void HtmlFlow::ApplyListType(GumboTag tag, std::string_view type, Box& box) {
     CssStyle parsed;
     ParseDeclarations("list-style-type:" + std::string(style), parsed);
     ApplyStyle(parsed, box, box);
+}
+
+void HtmlFlow::ApplySheet(const HtmlElement& element, const Box& outer, Box& box) {
+    const std::string_view* classes = element.Find("class");
+    std::string all(classes == nullptr ? std::string_view() : *classes);
+    if (element.tag == GUMBO_TAG_A && element.Has("href"))
+        all.append(" ").append(kLinkClass);
+    const std::string_view* id = element.Find("id");
+    const std::string_view tag = element.tag == GUMBO_TAG_UNKNOWN
+                                     ? std::string_view()
+                                     : std::string_view(gumbo_normalized_tagname(element.tag));
+    sheet_.Match(tag, all, id == nullptr ? std::string_view() : *id,
+                 [&](const CssStyle& style) { ApplyStyle(style, outer, box); });
+}
+
+// Sheets stand inside of the page: they are known when its body begins.
+void HtmlFlow::StyleRoot(Box& html) {
+    Box styled = html;
+    sheet_.Match("html", "", "",
+                 [&](const CssStyle& style) { ApplyStyle(style, RootBox(), styled); });
+    html.chars = styled.chars;
+    html.alignment = styled.alignment;
 }
 
 void HtmlFlow::ApplyStyle(const CssStyle& style, const Box& outer, Box& box) {

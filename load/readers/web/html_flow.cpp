@@ -23,6 +23,8 @@ bool IsBlockBox(CssDisplay display) {
 }  // namespace
 
 void HtmlFlow::Open(const HtmlElement& element) {
+    if (element.tag == GUMBO_TAG_BODY && !boxes_.empty())
+        StyleRoot(boxes_.back());
     Box box = boxes_.empty() ? RootBox() : boxes_.back();
     const Box& outer = boxes_.empty() ? RootBox() : boxes_.back();
     box.tag = element.tag;
@@ -56,17 +58,6 @@ void HtmlFlow::SetUp(const HtmlElement& element, const Box& outer, Box& box) {
         KeepParagraph(outer, box);
     else if (in_line)
         box.block_space = 0;
-}
-
-void HtmlFlow::ApplySheet(const HtmlElement& element, const Box& outer, Box& box) {
-    const std::string_view* classes = element.Find("class");
-    const std::string_view* id = element.Find("id");
-    const std::string_view tag = element.tag == GUMBO_TAG_UNKNOWN
-                                     ? std::string_view()
-                                     : std::string_view(gumbo_normalized_tagname(element.tag));
-    sheet_.Match(tag, classes == nullptr ? std::string_view() : *classes,
-                 id == nullptr ? std::string_view() : *id,
-                 [&](const CssStyle& style) { ApplyStyle(style, outer, box); });
 }
 
 void HtmlFlow::Begin(const HtmlElement& element, Box& box) {
@@ -332,15 +323,14 @@ void HtmlFlow::BeginCell(Box& box) {
         line_breaks_ = 0;
         return;
     }
-    for (std::size_t level = boxes_.size(); level-- > 0;) {
-        if (!boxes_[level].row)
-            continue;
-        if (boxes_[level].number++ > 0) {
-            block_waits_ = false;
-            StartLine();
-            Emit("\t", box.chars, box);
-        }
-        return;
+    const auto row =
+        std::find_if(boxes_.rbegin(), boxes_.rend(), [](const Box& each) { return each.row; });
+    if (row != boxes_.rend() && row->number++ > 0) {
+        block_waits_ = false;
+        StartLine();
+        Emit("\t", box.chars, box);
+        has_text_ = false;  // a block that begins the cell stands behind the tab
+        has_tab_ = true;
     }
 }
 
@@ -349,17 +339,16 @@ void HtmlFlow::EndCell() {
         --cells_;
         StartLine();
         block_waits_ = false;
+        has_text_ = has_text_ || has_tab_;
         return;
     }
     cells_ = 0;
     line_breaks_ = 0;
     block_waits_ = false;
-    const Box& box = boxes_.empty() ? RootBox() : boxes_.back();
-    Prepare(box);
-    writer_.EndCell(box.chars);
+    writer_.EndCell((boxes_.empty() ? RootBox() : boxes_.back()).chars);
     ++row_cells_;
     StartLine();
-    has_text_ = false;
+    has_text_ = has_tab_ = false;
 }
 
 std::size_t HtmlFlow::ListLevel() const {

@@ -72,6 +72,7 @@ class HtmlFlow : public HtmlHandler {
     void ApplyAttribute(GumboTag tag, const HtmlAttribute& attribute, Box& box);
     void ApplyFontAttribute(const HtmlAttribute& attribute, Box& box);
     static void ApplyListType(GumboTag tag, std::string_view type, Box& box);
+    void StyleRoot(Box& html);
     void ApplySheet(const HtmlElement& element, const Box& outer, Box& box);
     static void ApplyStyle(const CssStyle& style, const Box& outer, Box& box);
     std::string Decoded(const std::string_view* value);
@@ -115,6 +116,7 @@ class HtmlFlow : public HtmlHandler {
     bool blank_waits_ = false;
     bool line_has_text_ = false;   ///< a blank counts only behind text
     bool has_text_ = false;        ///< of the paragraph or the cell
+    bool has_tab_ = false;         ///< between cells of a row inside the cell at work
     bool block_waits_ = false;     ///< in a cell, a paragraph has ended
     std::size_t line_breaks_ = 0;  ///< wait for text behind them
     std::string scratch_;

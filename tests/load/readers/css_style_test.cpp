@@ -146,7 +146,8 @@ TEST(CssSheet, MatchesSimpleSelectorsTheStrongestLast) {
         ".d{color:#040000} a:link, .e, p .f, p>b, [x]{color:#050000}");
     EXPECT_EQ(ColorsOf(sheet, "p", "d c", "i"), "1 2 3 4 6 7 ");
     EXPECT_EQ(ColorsOf(sheet, "b", " c  d ", ""), "1 3 4 ");
-    EXPECT_EQ(ColorsOf(sheet, "a", "", "x"), "1 5 ");
+    EXPECT_EQ(ColorsOf(sheet, "a", " :link", "x"), "1 5 ");
+    EXPECT_EQ(ColorsOf(sheet, "a", "", "x"), "1 ");
     EXPECT_EQ(ColorsOf(sheet, "q", "e f", ""), "1 5 ");
 }
 

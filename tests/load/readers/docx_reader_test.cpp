@@ -387,7 +387,7 @@ TEST(DocxReader, TakesLooksOfParagraphsAndFonts) {
            {"indents", indents, "L 100 200 50 0 0 0|L 100 200 -60 0 0 0|"},
            {"spaces", spaces, "L 0 0 0 10 20 300*|L 0 0 0 0 0 -300|L 0 0 0 0 0 300|"},
            {"direction", directions, "L 0 0 0 0 0 0<|L 0 0 0 0 0 0|"},
-           {"of a list, or its own", lists, "L 720 0 -360 0 0 0|L 9 0 0 0 0 0|"}},
+           {"of a list, or its own", lists, "L 720 0 -360 0 0 0|L 9 0 -360 0 0 0|"}},
           parts, ParagraphLooks);
     parts.theme =
         "<a:themeElements><a:fontScheme><a:majorFont><a:latin typeface=\"Major\"/></a:majorFont>"
