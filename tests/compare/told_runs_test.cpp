@@ -106,6 +106,10 @@ TEST_F(ToldRuns, AreAsTheyWereLookedAt) {
             asked.set(viewer.Options());
             ASSERT_TRUE(Compare(texts.original, texts.modified, View::AllInOne));
             told += std::string("== ") + asked.name + "\n" + Lines(AllInOne());
+            for (const RichDocument* summary :
+                 {&viewer.Editors().rtbAdditions, &viewer.Editors().rtbDeletions,
+                  &viewer.Editors().rtbChanges})
+                told += "-- summary\n" + Lines(Notation(summary->Rich()));
             ASSERT_TRUE(Compare(texts.original, texts.modified, View::SideBySide));
             told += "-- original\n" + Lines(Left()) + "-- modified\n" + Lines(Right()) + "--\n" +
                     DifferencesTold(viewer.Compared());
