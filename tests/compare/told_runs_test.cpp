@@ -94,6 +94,44 @@ std::string DifferencesTold(const Comparison& comparison) {
            ", moves " + std::to_string(kinds.moves) + "\n" + RowsTold(comparison);
 }
 
+// What a walk through all differences selects in the editors, and what the window says on the way.
+std::string WalkTold(frmCompareFiles& viewer, const RecordingWindow& window) {
+    std::string told;
+    const auto tell = [&](const std::string& moved) {
+        told += moved + ": " + window.status.at(StatusPanel::Main) + ";";
+        ViewerEditors& editors = viewer.Editors();
+        for (const RichDocument* shown :
+             {&editors.rtbOriginal.editor, &editors.rtbModified.editor,
+              &editors.rtbOriginalDiffFinal.editor, &editors.rtbModifiedDiffFinal.editor,
+              &editors.rtbAIODiff.editor})
+            told += " " + std::to_string(shown->Selection().first.value) + "+" +
+                    std::to_string(shown->Selection().length);
+        const NavigationButtons& buttons = window.navigation;
+        told += std::string(buttons.first ? " first" : "") + (buttons.previous ? " previous" : "") +
+                (buttons.next ? " next" : "") + (buttons.last ? " last" : "") + "\n";
+    };
+    viewer.ShowDifferenceLast();
+    tell("last");
+    viewer.ShowDifferencePrevious();
+    tell("previous");
+    viewer.ShowDifferenceFirst();
+    for (std::int32_t at = 1; at <= viewer.Compared().record_counts.All(); ++at) {
+        tell(std::to_string(viewer.mlCurrentDifference()));
+        viewer.ShowDifferenceNext();
+    }
+    viewer.SelectListItem(1);
+    tell("second of the list");
+    viewer.cmdChangeViewFormat_Click();
+    tell("the other view, " + std::to_string(static_cast<int>(window.view)));
+    for (const ViewFilter filter :
+         {ViewFilter::Additions, ViewFilter::Deletions, ViewFilter::Changes, ViewFilter::All}) {
+        viewer.ShowFilter(filter);
+        tell("focus on " + std::to_string(static_cast<int>(window.focus)));
+    }
+    viewer.cmdChangeViewFormat_Click();
+    return told;
+}
+
 TEST_F(ToldRuns, AreAsTheyWereLookedAt) {
     const std::filesystem::path folder = ZORVANE_TEST_DATA "/comparisons";
     for (const char* pair : {"rules-reports", "minutes-reports", "letters", "scripts"}) {
@@ -110,6 +148,7 @@ TEST_F(ToldRuns, AreAsTheyWereLookedAt) {
                  {&viewer.Editors().rtbAdditions, &viewer.Editors().rtbDeletions,
                   &viewer.Editors().rtbChanges})
                 told += "-- summary\n" + Lines(Notation(summary->Rich()));
+            told += "-- walk\n" + WalkTold(viewer, window);
             ASSERT_TRUE(Compare(texts.original, texts.modified, View::SideBySide));
             told += "-- original\n" + Lines(Left()) + "-- modified\n" + Lines(Right()) + "--\n" +
                     DifferencesTold(viewer.Compared());
