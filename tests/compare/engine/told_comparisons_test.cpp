@@ -7,6 +7,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/engine/compare_texts.h"
+#include "compare/engine/html_style.h"
 #include "compare/engine/report_model.h"
 #include "tests/support/comparison_notation.h"
 #include "tests/support/told_files.h"
@@ -210,6 +211,25 @@ TEST(ToldComparisons, AreAsTheyWereLookedAt) {
         ExpectTold(name + ".told", told);
     }
     EXPECT_GT(pairs, 0);
+}
+
+// The width of the numbers and the marks, of pages in the user's own look.
+std::string StyleTold(const ReportLook& look, std::int32_t largest_number) {
+    const std::string style = HtmlStyle(look, largest_number);
+    const std::size_t width = style.find("--g:");
+    return style.substr(width, style.find('}', width) - width) + "\n" +
+           style.substr(style.find("ins.a{")) + "\n";
+}
+
+TEST(ToldComparisons, PagesHaveTheUsersMarks) {
+    const MarkStyle bright{.ForeColor = 0x00FFFF, .bItalic = true};
+    const MarkStyle boxed{.BackColor = 0x400000, .bUnderline = true, .bStrikeout = true};
+    ReportLook similar{.addition = bright};
+    similar.similar_sub_paragraph_marks = true;
+    ExpectTold(
+        ZORVANE_TEST_DATA "/comparisons/marks.look",
+        StyleTold({}, 9) + StyleTold({}, 123456) + StyleTold(similar, 100) +
+            StyleTold({.addition = boxed, .deletion = bright, .change_modified = boxed}, 99));
 }
 
 }  // namespace

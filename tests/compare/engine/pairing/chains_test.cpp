@@ -168,5 +168,21 @@ TEST(AlikeLines, AreThoseWithOneEndThatStandsOnce) {
     EXPECT_EQ(found, partners);
 }
 
+// A line whose beginning went one way and whose end another goes where it crosses nothing.
+TEST(AlikeLines, GoByEitherEnd) {
+    const std::string next = "0123456789012345678901234567890123456789012345678901234567890123";
+    const std::string line = "A line of four and sixty letters, of which forty are at each end";
+    const std::string by_front = line.substr(0, 40) + std::string(24, '-');
+    const std::string by_back = std::string(24, '+') + line.substr(24);
+    const Lines first({line, next});
+    for (const bool front_behind : {true, false}) {
+        const Lines second(front_behind ? std::vector<std::string>{by_back, next, by_front}
+                                        : std::vector<std::string>{by_front, next, by_back});
+        const auto runs = RunsOfAlikeLines(first.side(), second.side(), {0, 2, 0, 3});
+        ASSERT_EQ(runs.size(), 1U);
+        EXPECT_EQ(runs[0], (EqualRun{0, 0, 2, true}));
+    }
+}
+
 }  // namespace
 }  // namespace zorvane::chains_test
