@@ -1,9 +1,10 @@
-// What each operation makes of awkward tables and lists, and where the lines of documents stand,
-// against what was looked at: `tests/data/tables.told`.
+// What each operation makes of awkward tables and lists, where the lines of documents stand, and
+// what a certificate says, against what was looked at: `tests/data/tables.told`.
 #include <iterator>
 
 #include "load/csv_operations.h"
 #include "load/document_text.h"
+#include "load/redline_certificate.h"
 #include "load/text_preparation.h"
 #include "tests/support/told_files.h"
 
@@ -139,9 +140,36 @@ std::string EmptyLinesTold() {
     return told;
 }
 
+template <class Kind, class Next>
+void Fill(CountsOf<Kind>& counts, const Next& next) {
+    for (std::size_t i = 0; i < CountsOf<Kind>::kKinds; ++i)
+        counts[static_cast<Kind>(i)] = next();
+}
+
+std::string CertificatesTold() {
+    std::string told;
+    for (const bool verified : {true, false}) {
+        RedlineCertificate certificate;
+        certificate.verified = certificate.laid_out = verified;
+        certificate.formatting = !verified;
+        certificate.original_sha256 = "a";
+        certificate.modified_sha256 = "b";
+        certificate.redline_sha256 = "c";
+        certificate.resolved_before = verified ? 3 : 0;
+        std::int64_t count = 0;
+        const auto next = [&count] { return ++count; };
+        Fill(certificate.accepted, next);
+        Fill(certificate.rejected, next);
+        Fill(certificate.marks, next);
+        Fill(certificate.untracked, [&] { return verified ? ++count % 3 : 0; });
+        told += CertificateText(certificate) + CertificateJson(certificate) + "\n";
+    }
+    return told;
+}
+
 TEST(ToldTables, AreAsTheyWereLookedAt) {
     ExpectTold(ZORVANE_TEST_DATA "/tables.told",
-               TablesTold() + ListsTold() + PlacesTold() + EmptyLinesTold());
+               TablesTold() + ListsTold() + PlacesTold() + EmptyLinesTold() + CertificatesTold());
 }
 
 }  // namespace
