@@ -81,6 +81,11 @@ TEST_F(Printed, LinesEndWhereTheScriptAllows) {
     }
 }
 
+TEST_F(Printed, ALineTooNarrowForALetterTakesOne) {
+    PrintRich(RichText::Plain(u"ab c\td"), {290, 3000, 100, 100, 100, 100});
+    EXPECT_EQ(notes_.Lines(0), (Strings{"a", "b", "c", "d"}));
+}
+
 TEST_F(Printed, PagesBreakBetweenLinesAndLeaveNoneAlone) {
     struct Row {
         const char* name;
