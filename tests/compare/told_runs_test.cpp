@@ -134,7 +134,8 @@ std::string WalkTold(frmCompareFiles& viewer, const RecordingWindow& window) {
 
 TEST_F(ToldRuns, AreAsTheyWereLookedAt) {
     const std::filesystem::path folder = ZORVANE_TEST_DATA "/comparisons";
-    for (const char* pair : {"rules-reports", "minutes-reports", "letters", "scripts", "numbers", "verses"}) {
+    for (const char* pair :
+         {"rules-reports", "minutes-reports", "letters", "scripts", "numbers", "verses"}) {
         SCOPED_TRACE(pair);
         const PerSide<std::string> texts{ToldBytes(folder / (std::string(pair) + ".original")),
                                          ToldBytes(folder / (std::string(pair) + ".modified"))};
