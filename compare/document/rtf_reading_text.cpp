@@ -21,6 +21,8 @@ void RtfReading::OpenBox() {
         SkipUnseenGroup();
         return;
     }
+    // What is unseen in front of the box belongs to the paragraph that anchors it.
+    beside_.EndParagraph(Paragraph());
     if (state_.boxes > 0)
         boxes_.EndOpenParagraph(state_.chars, state_.paragraph);
     state_.destination = Destination::Body;

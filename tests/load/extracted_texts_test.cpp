@@ -83,6 +83,12 @@ TEST_F(ExtractedTextsTest, TriesEachPasswordAndKeepsNothingOfWhatTheyOpen) {
     }
     texts_.UsePasswords({"first", "second"});
     EXPECT_EQ(TextOf(path).substr(0, 6), "needle");
+    XlsxParts parts;
+    parts.rows = "<row r=\"1\"><c r=\"A1\"><v>17</v></c></row>";
+    EXPECT_NE(
+        TextOf(system_.folder.Write("p.xlsx", StandardEncrypted(MakeXlsx(parts), "second", 128)))
+            .find("17"),
+        std::string::npos);
     EXPECT_EQ(texts_.Cache().Size().entries, 0);
 }
 

@@ -128,6 +128,10 @@ TEST_F(SideTypeTest, TellsWhatIsShownLetterByLetter) {
     EXPECT_FALSE(Of("a.unknown").as_text);
     EXPECT_TRUE(Of("a.eml").IsRendered());
     EXPECT_FALSE(Of("a.docx").IsRendered());
+    const FileType* page = Of("a.html").type;
+    options_.bHTMLCompareSource.SetData(true);
+    EXPECT_EQ(Of("a.html").type, page) << "its source is a page's";
+    EXPECT_EQ(Of("a.unknown").type, nullptr);
 }
 
 // The first two columns of the first table in docs/FORMATS.md.

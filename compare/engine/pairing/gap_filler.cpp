@@ -50,8 +50,7 @@ class GapFiller {
             --gap.second_end;
             ++back;
         }
-        if (gap.FirstCount() > 0 && gap.SecondCount() > 0)
-            FillMiddle(gap);
+        FillMiddle(gap);
         for (std::int32_t i = 0; i < back; ++i)
             Pair(gap.first_end + i, gap.second_end + i);
     }

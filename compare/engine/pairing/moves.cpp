@@ -127,8 +127,7 @@ class MoveFinder {
 
     bool Fits(const StretchText& text, PairScorer& scorer, std::int32_t first,
               std::int32_t second) const {
-        if (first < 0 || second < 0 || first >= text.FirstCount() || second >= text.SecondCount() ||
-            taken_first_[static_cast<std::size_t>(first)] ||
+        if (taken_first_[static_cast<std::size_t>(first)] ||
             taken_second_[static_cast<std::size_t>(second)])
             return false;
         return text.Equal(first, second) || scorer.Score(first, second).likeness >= kMovedLikeness;

@@ -147,6 +147,8 @@ TEST(FormatCompare, TellsOneDifferenceForAParagraph) {
         {"in a changed paragraph, what both have", "one {\\i two} three four",
          "zero two {\\b three} four", FormatDepth::Marks,
          "1>1 \u201Ctwo three\u201D italic, not bold>\u201Ctwo three\u201D not italic, bold"},
+        {"a word that stood there twice", "two {\\b two}", "two", FormatDepth::Marks, ""},
+        {"a word that came a second time", "two", "two {\\b two}", FormatDepth::Marks, ""},
         {"a blank has no looks", "a{\\b  }b", "a b", FormatDepth::Full, ""},
         {"an empty line has no looks", "\\qc\\b\\par", "\\pard\\par", FormatDepth::Full, ""},
         {"alignment", "\\qc a", "\\qr a", FormatDepth::Marks, "1>1 centred>right aligned"},

@@ -72,6 +72,8 @@ TEST(MemoryEditor, MakesEveryLineEndOneBreak) {
     EXPECT_EQ(editor.Text(), u"a\r\nb\r\nc\r\nd\r\n\r\n");
     editor.Replace(At(0, 0), u"\n");
     EXPECT_EQ(editor.Text({CharPos{0}, 3}), u"\r\na");
+    editor.SetText(u"\n\ra");
+    EXPECT_EQ(editor.Text(), u"\r\n\r\na");
     RichText rich = RichText::Plain(u"x");
     rich.text = u"p\nq";
     rich.char_runs = {{2, {}}, {1, {}}};

@@ -23,6 +23,7 @@ const ReadRow kReadRows[] = {
     {"raw line ends are nothing", "{\\rtf1 a\r\nb\n}", "ab"},
     {"escapes", "{\\rtf1 \\{\\\\\\}\\~\\-\\_}", "{\\}\u00A0\u00AD\u2011"},
     {"a code page", "{\\rtf1\\ansi\\ansicpg1251 \\'cf\\'f0}", "Пр"},
+    {"code pages of old", "{\\rtf1\\pca\\'d0}{\\rtf1\\pc\\'9b}{\\rtf1\\mac\\'8a}", "ð|¢|ä"},
     {"a font's charset", "{\\rtf1{\\fonttbl{\\f0 A;}{\\f1\\fcharset161 B;}}\\f1\\'e1\\f0\\'e1}",
      "αá"},
     {"two bytes a character", "{\\rtf1{\\fonttbl{\\f0\\fcharset128 M;}}\\f0\\'93\\'fa\\'96\\'7b}",
