@@ -161,7 +161,7 @@ std::u16string_view PartOf(std::u16string_view text, std::size_t begin, std::siz
 
 bool InsideNumber(std::u16string_view text, const DetailPlace& place) {
     const auto begin = static_cast<std::size_t>(place.begin);
-    const std::size_t line = text.rfind(u'\n', begin);  // no difference begins inside a break
+    const std::size_t line = begin == 0 ? std::u16string_view::npos : text.rfind(u'\n', begin - 1);
     const std::size_t first = line == std::u16string_view::npos ? 0 : line + 1;
     return static_cast<std::size_t>(place.end) <=
            first + NumberLength(PartOf(text, first, text.size()));

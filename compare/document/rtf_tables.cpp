@@ -226,7 +226,7 @@ constexpr auto kBegins = [] {
 }  // namespace
 
 const RtfWord* FindRtfWord(std::string_view name) {
-    if (name.front() < 'a' || name.front() > 'z')
+    if (name.empty() || name.front() < 'a' || name.front() > 'z')
         return nullptr;
     const auto letter = static_cast<std::size_t>(name.front() - 'a');
     const RtfWord* const end = kWords + kBegins[letter + 1];

@@ -74,7 +74,7 @@ struct RtfWord {
     std::int32_t value = 0;
 };
 
-/// Nothing for a word that the reader does not know; it has at least one letter.
+/// Nothing for a word that the reader does not know.
 const RtfWord* FindRtfWord(std::string_view name);
 
 /// Code page of a font's charset number; 42 is the mark of symbol fonts, 0 none of its own.

@@ -294,7 +294,8 @@ void HtmlRows::Pairs(const ChangeText& change, const DifferenceRecord& record) {
 
 CutKind HtmlRows::KindOf(ParagraphPair pair) const {
     const auto kind_in = [](const CutText& text, std::int32_t index) {
-        return CutKindOf(text, static_cast<std::size_t>(index));
+        const bool there = static_cast<std::size_t>(index) < text.Count();
+        return there ? CutKindOf(text, static_cast<std::size_t>(index)) : CutKind::Same;
     };
     if (pair.original >= 0 && pair.modified >= 0) {
         const CutKind kind = kind_in(left_, pair.original);

@@ -50,7 +50,8 @@ class GapFiller {
             --gap.second_end;
             ++back;
         }
-        FillMiddle(gap);
+        if (gap.FirstCount() > 0 && gap.SecondCount() > 0)
+            FillMiddle(gap);
         for (std::int32_t i = 0; i < back; ++i)
             Pair(gap.first_end + i, gap.second_end + i);
     }
