@@ -123,7 +123,14 @@ class AtomCollector {
     }
 
     void TakeField(std::size_t first, std::size_t end) {
-        std::string form = "field:";
+        Put(AtomKind::Object,
+            {parts_.begin() + static_cast<std::ptrdiff_t>(first),
+             parts_.begin() + static_cast<std::ptrdiff_t>(end)},
+            reader_.keys.KeyOf("field:" + FormOfParts(first, end)));
+    }
+
+    std::string FormOfParts(std::size_t first, std::size_t end) const {
+        std::string form;
         for (std::size_t i = first; i < end; ++i) {
             const AtomPart& part = parts_[i];
             const std::string_view name = LocalName(part.node);
@@ -132,10 +139,24 @@ class AtomCollector {
             else if (!IsMarker(name))
                 form += reader_.FormOf(part.node);
         }
-        Put(AtomKind::Object,
-            {parts_.begin() + static_cast<std::ptrdiff_t>(first),
-             parts_.begin() + static_cast<std::ptrdiff_t>(end)},
-            reader_.keys.KeyOf(form));
+        return form;
+    }
+
+    // As that of a field with marks of its own, as which it is written where it is tracked.
+    std::string SimpleFieldForm(const Node& field) const {
+        StoryBlock unused;
+        AtomCollector content(reader_, unused);
+        content.Collect(field, 0);
+        return "field:" + BorderForm("begin") + field.attribute("w:instr").value() +
+               BorderForm("separate") + content.FormOfParts(0, content.parts_.size()) +
+               BorderForm("end");
+    }
+
+    std::string BorderForm(const char* kind) const {
+        pugi::xml_document document;
+        Node border = document.append_child("w:fldChar");
+        border.append_attribute("w:fldCharType") = kind;
+        return reader_.FormOf(border);
     }
 
     void TakePart(const AtomPart& part) {
@@ -154,7 +175,9 @@ class AtomCollector {
         if (!boxes.empty())
             return Put(AtomKind::Box, {part},
                        reader_.keys.KeyOf("box:" + std::to_string(boxes.size())));
-        Put(AtomKind::Object, {part}, reader_.keys.KeyOf(reader_.FormOf(part.node)));
+        Put(AtomKind::Object, {part},
+            reader_.keys.KeyOf(name == "fldSimple" ? SimpleFieldForm(part.node)
+                                                   : reader_.FormOf(part.node)));
     }
 
     void TakeText(const AtomPart& part) {

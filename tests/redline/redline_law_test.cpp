@@ -207,6 +207,16 @@ std::vector<LawRow> Rows() {
                     "</w:fldSimple>")},
          {Paragraph(kLong)},
          {0, 1}},
+        {"a field that another program spells otherwise",
+         {Paragraph(TextRun(kLong) +
+                    "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText>DATE"
+                    "</w:instrText></w:r><w:r><w:fldChar w:fldCharType=\"separate\"/></w:r>" +
+                    TextRun("today") + "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>")},
+         {Paragraph(TextRun(kLong) + "<w:fldSimple w:instr=\"DATE\">" + TextRun("today") +
+                    "</w:fldSimple>")},
+         {},
+         0,
+         "<w:fldSimple"},
         {"a style of the deleted text",
          {Paragraph("Zebra", "<w:pStyle w:val=\"S\"/>") + kKept,
           kStyle + "<w:rPr><w:b/></w:rPr></w:style>"},
