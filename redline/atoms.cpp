@@ -9,6 +9,7 @@
 #include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 #include "redline/node_kinds.h"
+#include "redline/resolve.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
@@ -52,14 +53,6 @@ void CollectText(const Node& node, std::string& text, int depth) {
     }
 }
 
-// Which may not stand in a paragraph, and goes when changes are taken.
-bool IsEmptyTable(const Node& node) {
-    return Is(node, "tbl") && std::none_of(node.begin(), node.end(), [](const Node& child) {
-               const std::string_view name = LocalName(child);
-               return IsElement(child) && !name.ends_with("Pr") && name != "tblGrid";
-           });
-}
-
 // The walk through one paragraph.
 class AtomCollector {
   public:
@@ -81,7 +74,7 @@ class AtomCollector {
     void Collect(const Node& parent, int depth) {
         for (const Node& child : parent.children()) {
             const std::string_view name = LocalName(child);
-            if (!IsElement(child) || name.ends_with("Pr") || IsEmptyTable(child))
+            if (!IsElement(child) || name.ends_with("Pr") || (name == "tbl" && !HasRows(child)))
                 continue;
             if (name == "r")
                 CollectRun(child);

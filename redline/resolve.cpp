@@ -174,14 +174,6 @@ class Resolver {
             Walk(child, depth + 1);
     }
 
-    static bool HasRows(const Node& table) {
-        return std::any_of(table.begin(), table.end(), [](const Node& node) {
-            const std::string_view name = LocalName(node);
-            return name == "tr" || name == "sdt" || name == "customXml" ||
-                   name == "AlternateContent";
-        });
-    }
-
     // ---- paragraphs ----
 
     static void CollectBlocks(const Node& parent, std::vector<Node>& blocks) {
@@ -261,6 +253,13 @@ class Resolver {
 };
 
 }  // namespace
+
+bool HasRows(const Node& table) {
+    return std::any_of(table.begin(), table.end(), [](const Node& node) {
+        const std::string_view name = LocalName(node);
+        return name == "tr" || name == "sdt" || name == "customXml" || name == "AlternateContent";
+    });
+}
 
 Resolved Resolve(Node root, Resolution resolution, const char* trace) {
     return Resolver(resolution, trace).Run(root);
