@@ -9,7 +9,6 @@
 #include "common/base/surrogates.h"
 #include "common/base/text_encoding.h"
 #include "redline/node_kinds.h"
-#include "redline/resolve.h"
 #include "redline/xml_tools.h"
 
 namespace zorvane {
@@ -74,7 +73,7 @@ class AtomCollector {
     void Collect(const Node& parent, int depth) {
         for (const Node& child : parent.children()) {
             const std::string_view name = LocalName(child);
-            if (!IsElement(child) || name.ends_with("Pr") || (name == "tbl" && !HasRows(child)))
+            if (!IsElement(child) || name.ends_with("Pr"))
                 continue;
             if (name == "r")
                 CollectRun(child);

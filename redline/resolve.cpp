@@ -43,6 +43,13 @@ bool IsInsertion(std::string_view name) {
     return name == "ins" || name == "moveTo" || name == "cellIns";
 }
 
+bool HasRows(const Node& table) {
+    return std::any_of(table.begin(), table.end(), [](const Node& node) {
+        const std::string_view name = LocalName(node);
+        return name == "tr" || name == "sdt" || name == "customXml" || name == "AlternateContent";
+    });
+}
+
 class Resolver {
   public:
     Resolver(Resolution resolution, const char* trace) : resolution_(resolution), trace_(trace) {}
@@ -85,8 +92,9 @@ class Resolver {
             ++found_.changes;
             return TakeContent(parent, child);
         } else {
+            const bool had_rows = name == "tbl" && HasRows(child);
             Walk(child, depth + 1);
-            if (name == "tbl" && !HasRows(child))
+            if (had_rows && !HasRows(child))
                 parent.remove_child(child);
         }
         return true;
@@ -253,13 +261,6 @@ class Resolver {
 };
 
 }  // namespace
-
-bool HasRows(const Node& table) {
-    return std::any_of(table.begin(), table.end(), [](const Node& node) {
-        const std::string_view name = LocalName(node);
-        return name == "tr" || name == "sdt" || name == "customXml" || name == "AlternateContent";
-    });
-}
 
 Resolved Resolve(Node root, Resolution resolution, const char* trace) {
     return Resolver(resolution, trace).Run(root);

@@ -23,9 +23,6 @@ struct Resolved {
 /// in a deletion or an insertion and stays keeps an attribute of that name.
 Resolved Resolve(pugi::xml_node root, Resolution resolution, const char* trace = nullptr);
 
-/// A table without any goes when changes are taken.
-bool HasRows(const pugi::xml_node& table);
-
 /// True for elements that exist only to track a change; those of its root's prefix are.
 bool IsTracking(const pugi::xml_node& node);
 
