@@ -16,9 +16,9 @@ inline void ReturnFreedMemory() {
 #endif
 }
 
-/// From then on each block of 1 MiB and more goes back as soon as it is freed, for the price of clean
-/// pages for the next one. Otherwise the library keeps the largest ones, and small blocks settle in
-/// them.
+/// From then on each block of 1 MiB and more goes back as soon as it is freed, for the price of
+/// clean pages for the next one. Otherwise the library keeps the largest ones, and small blocks
+/// settle in them.
 inline void ReturnLargeBlocksAtOnce() {
 #ifdef M_MMAP_THRESHOLD
     mallopt(M_MMAP_THRESHOLD, 1 << 20);
