@@ -29,6 +29,7 @@ struct OdtState {
     bool failed = false;  ///< a container that marks cannot be placed in
 };
 
+/// Reads that side's stories; borrows the state.
 OdtReader ReaderOf(OdtState& state, Side side);
 
 class OdtWriter {

@@ -43,11 +43,11 @@ void DropEmptyEnd(Node body) {
 }  // namespace
 
 std::vector<StoryBlock> StoryWriter::Texts(const Node& container, Side side,
-                                           std::size_t size) const {
+                                           std::size_t room) const {
     LastPlaceIn(container);
     AtomReader reader = ReaderOf(side);
     reader.reading.with_trees = false;
-    reader.reading.text_room = size;
+    reader.reading.text_room = room;
     return reader.Blocks(container);
 }
 

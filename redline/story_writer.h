@@ -42,9 +42,10 @@ class StoryWriter {
     /// before.
     void Merge(const pugi::xml_node& original, pugi::xml_node modified,
                std::optional<TextsAlone> ahead = std::nullopt);
-    /// The blocks of a container whose tree will be let go of.
+    /// The blocks of a container whose tree will be let go of; its text hardly passes `room`
+    /// UTF-16 units.
     std::vector<StoryBlock> Texts(const pugi::xml_node& container, Side side,
-                                  std::size_t size) const;
+                                  std::size_t room) const;
     /// All of a container is inserted, or is a copy of deleted content. The last end stays without
     /// a mark unless the container itself goes away.
     void MarkAll(pugi::xml_node container, TrackMark mark, bool last_too);
