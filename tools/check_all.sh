@@ -13,13 +13,13 @@ tools/test.sh
 printf '\n== Thread sanitizer\n'
 cmake --preset tsan >/dev/null
 cmake --build build/tsan -j "$jobs"
-ctest --preset tsan
+ctest --preset tsan -j "$jobs"
 
 printf '\n== Each file by itself\n'
 tools/check_apart.py
 
 printf '\n== clang-tidy\n'
-tools/check_tidy.sh
+tools/check_tidy.py
 
 printf '\n== Fuzzers\n'
 cmake --preset fuzz >/dev/null

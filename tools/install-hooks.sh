@@ -14,7 +14,7 @@ files=$(git diff --cached --name-only --diff-filter=ACM -- '*.cpp')
 [ -z "$files" ] || tools/check_apart.py $files
 sources=$(git diff --cached --name-only --diff-filter=ACM -- '*.cpp' ':!tests' ':!bench')
 if [ -n "$sources" ] && command -v clang-tidy >/dev/null; then
-    tools/check_tidy.sh $sources
+    tools/check_tidy.py $sources
 fi
 HOOK
 chmod +x "$hook"
