@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include "common/ui/dropped_files.h"
-#include "tests/support/fake_folder.h"
 #include "tests/ui/dialogs_world.h"
 
 namespace zorvane {
@@ -69,11 +68,21 @@ class FoldersPageTest : public DialogsTest {
     }
     static void Choose(CompareFoldersPage& page, const std::string& name, FolderColumn column) {
         const int at = static_cast<int>(column);
-        for (int row = 0; row < page.Table().rowCount(); ++row) {
-            if (page.Table().CellText(row, column) == ToQt(name))
-                page.Grid().setCurrentIndex(page.Table().index(row, at));
-        }
+        page.Grid().setCurrentIndex(page.Table().index(RowOf(page, name, column), at));
         ASSERT_EQ(page.Grid().currentIndex().data().toString(), ToQt(name));
+    }
+    /// -1: there is none.
+    static int RowOf(CompareFoldersPage& page, const std::string& name, FolderColumn column) {
+        int row = page.Table().rowCount() - 1;
+        while (row >= 0 && page.Table().CellText(row, column) != ToQt(name))
+            --row;
+        return row;
+    }
+    static QAbstractButton* Box(QWidget& page, const char* words) {
+        for (QAbstractButton* found : page.findChildren<QAbstractButton*>())
+            if (WithoutMnemonic(found->text()) == QString::fromLatin1(words))
+                return found;
+        return nullptr;
     }
 };
 
@@ -148,23 +157,6 @@ TEST_F(FoldersPageTest, SortsFilesAndGoesBackToTheOrderOfRecords) {
     EXPECT_EQ(page.Grid().currentIndex().data().toString(), QStringLiteral("same 1.txt"));
     click(FolderColumn::Original);
     EXPECT_EQ(Names(page), before);
-}
-
-TEST_F(FoldersPageTest, AFolderThatCouldNotBeReadStandsAmongTheChanged) {
-    FakeEntry shut = FakeTree({});
-    shut.list_fault = EACCES;
-    const FakeEntry tree = FakeTree({{"open", FakeTree({})}, {"shut", shut}});
-    FolderScan scan;
-    scan.StartIn({std::make_unique<FakeFolder>(tree), std::make_unique<FakeFolder>(tree)},
-                 {"/a", "/b"}, {}, nullptr);
-    scan.Join();
-    FolderOrder order(scan);
-    order.Take(static_cast<std::int32_t>(scan.Count()));
-    for (const bool sorted : {false, true}) {
-        ASSERT_TRUE(order.Show(FolderFilter::Changed, {sorted}, [] { return false; }));
-        ASSERT_EQ(order.Count(), 1) << sorted;
-        EXPECT_EQ(scan.Entry(static_cast<std::size_t>(order.RecordAt(0))).Name(), "shut");
-    }
 }
 
 TEST_F(FoldersPageTest, ASortIsStoppedAtEachQuestion) {
@@ -350,10 +342,7 @@ TEST_F(FoldersPageTest, EditsTheOptionsOfTextsAndOfReports) {
     page.ShowTextOptions(PairOptionsDialog::Tab::Compare);
     EXPECT_EQ(page.TextOptions(), dialog);
     EXPECT_EQ(dialog->Pages().Tabs().currentIndex(), 0);
-    for (QAbstractButton* box : dialog->findChildren<QAbstractButton*>()) {
-        if (WithoutMnemonic(box->text()) == QStringLiteral("Ignore Case"))
-            box->click();
-    }
+    Box(*dialog, "Ignore Case")->click();
     for (const QAbstractButton* button : dialog->findChildren<Button*>())
         EXPECT_TRUE(button->isEnabled()) << FromQt(button->text());
     EXPECT_TRUE(InDialog<QDialog>(dialog->Commands(), "types.word", [](QDialog&) {}));
@@ -372,36 +361,26 @@ TEST_F(FoldersPageTest, TellsWhereARenamedFileStands) {
     WindowWorld world(fakes, theme);
     CompareFoldersPage& page = Run(world);
     ASSERT_TRUE(WindowWorld::Until([&] { return !page.Viewer()->LooksForRenamed(); }));
-    for (int at = 0; at < page.Table().rowCount(); ++at) {
-        if (page.Table().CellText(at, FolderColumn::Original) == QStringLiteral("first name.txt")) {
-            EXPECT_EQ(page.Table().CellText(at, FolderColumn::Modified),
-                      QStringLiteral("\u2192 b/second name.txt"));
-            EXPECT_TRUE(page.Table().Spoken(at).endsWith(QStringLiteral("second name.txt")));
-            return;
-        }
-    }
-    FAIL() << "no such row";
+    const int at = RowOf(page, "first name.txt", FolderColumn::Original);
+    ASSERT_GE(at, 0);
+    EXPECT_EQ(page.Table().CellText(at, FolderColumn::Modified),
+              QStringLiteral("\u2192 b/second name.txt"));
+    EXPECT_TRUE(page.Table().Spoken(at).endsWith(QStringLiteral("second name.txt")));
 }
 
 TEST_F(FoldersPageTest, ChecksTextsAndGreysWhatDependsOnThem) {
     WindowWorld world(fakes, theme);
     CompareFoldersPage& page = Run(world);
-    const auto box = [&page](const char* words) {
-        for (QAbstractButton* found : page.findChildren<QAbstractButton*>())
-            if (found->text() == QString::fromLatin1(words))
-                return found;
-        return static_cast<QAbstractButton*>(nullptr);
-    };
-    QAbstractButton* reports = box("Create Report");
+    QAbstractButton* reports = Box(page, "Create Report");
     ASSERT_NE(reports, nullptr);
     EXPECT_FALSE(reports->isEnabled());
-    box("Compare the Text of Files That Differ")->click();
+    Box(page, "Compare the Text of Files That Differ")->click();
     EXPECT_TRUE(reports->isEnabled());
     page.Compare();
     ASSERT_TRUE(WindowWorld::Until([&] { return page.Viewer()->CanReport(); }));
     EXPECT_EQ(page.Table().CellText(1, FolderColumn::Contents), QStringLiteral("0C, 1A, 1D"));
-    box("Different in Both")->click();
-    EXPECT_FALSE(box("Compare the Text of Files That Differ")->isEnabled());
+    Box(page, "Different in Both")->click();
+    EXPECT_FALSE(Box(page, "Compare the Text of Files That Differ")->isEnabled());
     EXPECT_FALSE(reports->isEnabled());
 }
 

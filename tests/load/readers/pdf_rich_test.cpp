@@ -182,21 +182,6 @@ std::string TwoColumns() {
     return content;
 }
 
-TEST(PdfRich, ReadsTwoColumnsInOrder) {
-    for (const std::int32_t type : {1, 2}) {
-        SCOPED_TRACE(type);
-        PdfRichOptions options;
-        options.lBCLDocumentType = type;
-        const std::string text = TextOf(MakePdf(TwoColumns()), options);
-        EXPECT_EQ(text.find("A title"), 0U);
-        EXPECT_LT(text.find("left words of the line that is number 7"),
-                  text.find("right words of the line which is number 0"));
-    }
-    PdfRichOptions layout;
-    layout.lBCLConversionMethod = 1;
-    EXPECT_NE(TextOf(MakePdf(TwoColumns()), layout).find("is number 3    "), std::string::npos);
-}
-
 /// One grey dot, 200 points wide, over the line at 700.
 const std::string kPicture = "q 200 0 0 30 60 690 cm\nBI /W 1 /H 1 /CS /G /BPC 8 ID x\nEI Q\n";
 
@@ -274,39 +259,6 @@ TEST(PdfRich, TellsAddressesOfLinks) {
     EXPECT_EQ(TextOf(pdf, options), "see the site <http://example.org/a> for more\n");
 }
 
-struct LookRow {
-    const char* name;
-    std::string content;
-    const char* marks;
-    const char* font;
-};
-TEST(PdfRich, KeepsTheLookOfCharacters) {
-    const std::string text = Line(72, 700, "text");
-    const LookRow rows[] = {
-        {"plain", text, "text|", "Times 24|"},
-        {"bold", Line(72, 700, "text", 12, "B"), "[b:text|]", "Times 24|"},
-        {"italic", Line(72, 700, "text", 12, "I"), "[i:text|]", "Times 24|"},
-        {"another family", Line(72, 700, "text", 12, "H"), "text|", "Helvetica 24|"},
-        {"size by halves", Line(72, 700, "text", 10.6), "text|", "Times 21|"},
-        {"size by the matrix", "q 2 0 0 2 0 0 cm\n" + Line(36, 350, "text", 7) + "Q\n", "text|",
-         "Times 28|"},
-        {"colour", "1 0 0 rg\n" + text, "[#255:text|]", "Times 24|"},
-        {"black is the reader's own", "0 0 0 rg\n" + text, "text|", "Times 24|"},
-        {"a filled line under it", text + "72 698 21 0.6 re f\n", "[u1:text|]", "Times 24|"},
-        {"a drawn line under it", text + "0.5 w 72 698 m 92 698 l S\n", "[u1:text|]", "Times 24|"},
-        {"a line through it", text + "72 703 21 0.6 re f\n", "[s:text|]", "Times 24|"},
-        {"a line below is no underline", text + "72 690 21 0.6 re f\n", "text|", "Times 24|"},
-        {"a subset keeps its name without prefix", Line(72, 700, "text", 12, "S"), "[b:text|]",
-         "TimesNewRomanPS-BoldMT 24|"},
-    };
-    for (const LookRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        const RichText shown = RichOf(MakePdf(row.content));
-        EXPECT_EQ(Notation(shown), row.marks);
-        EXPECT_EQ(FontLooks(shown), row.font);
-    }
-}
-
 TEST(PdfRich, AdjustsNamesAndSizesWhenTold) {
     PdfRichOptions options;
     options.bBCLAdjustFontNames = true;
@@ -314,13 +266,6 @@ TEST(PdfRich, AdjustsNamesAndSizesWhenTold) {
     const RichText text = RichOf(MakePdf(Line(72, 700, "text", 12, "S")), options);
     EXPECT_EQ(text.char_runs.at(0).format.font.view(), "Times New Roman");
     EXPECT_EQ(text.char_runs.at(0).format.half_points, 23);
-}
-
-TEST(PdfRich, RaisesAndLowersSmallCharacters) {
-    const RichText text = RichOf(MakePdf(Line(72, 700, "x") + Line(78.2, 704, "2", 7) +
-                                         Line(82, 700, "y") + Line(88.2, 697, "i", 7)));
-    EXPECT_EQ(Notation(text), "x[^:2]y[_:i|]");
-    EXPECT_EQ(FontLooks(text), "Times 24|Times 24|Times 24|Times 24|");
 }
 
 struct AlignmentRow {

@@ -1,17 +1,10 @@
 #include "load/readers/slides/slide_reader.h"
 
-#include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
-#include "common/base/text_encoding.h"
-#include "compare/document/rtf_reader.h"
-#include "load/readers/ooxml/slide_text.h"
 #include "tests/support/deck_file.h"
-#include "tests/support/rich_text_notation.h"
 #include "tests/support/slide_reading.h"
 
 namespace zorvane::slide_reader_test {
@@ -117,8 +110,6 @@ TEST(SlideReader, PlaceholdersLieWhereTheirLayoutSays) {
 
 TEST(SlideReader, ReadsTextBodies) {
     const std::string number = "<a:pPr><a:buAutoNum type=\"arabicPeriod\"/></a:pPr>";
-    const std::string third = "<a:pPr><a:buAutoNum type=\"romanLcParenR\" startAt=\"3\"/></a:pPr>";
-    const std::string deeper = "<a:pPr lvl=\"1\"><a:buAutoNum type=\"alphaUcParenBoth\"/></a:pPr>";
     const std::string none = "<a:pPr><a:buNone/></a:pPr>";
     const std::string level = "<a:pPr lvl=\"1\"/>";
     const auto p = [](const std::string& text, const std::string& properties = "") {
@@ -139,27 +130,8 @@ TEST(SlideReader, ReadsTextBodies) {
          Deck::Text("a\nb\x07"
                     "c"),
          "a bc\n"},
-        {"empty paragraphs between stay", Deck::Shape("", p("a") + "<a:p/>" + p("b")), "a\n\nb\n"},
         {"bullets by level, none where told", Body(p("a") + p("b", level) + p("c", none)),
          "*\ta\n-\tb\nc\n"},
-        {"own bullet",
-         Body(p("a",
-                "<a:pPr><a:buFont typeface=\"Wingdings\"/><a:buChar "
-                "char=\"\xC3\xBC\"/></a:pPr>")),
-         "\xE2\x9C\x93\ta\n"},
-        {"numbers count past deeper ones, which begin anew",
-         Body(p("a", number) + p("x", deeper) + p("y", deeper) + p("b", number) + p("z", deeper)),
-         "1.\ta\n(A)\tx\n(B)\ty\n2.\tb\n(A)\tz\n"},
-        {"a paragraph without number ends the count",
-         Body(p("a", number) + p("b", number) + p("c", none) + p("d", number)),
-         "1.\ta\n2.\tb\nc\n1.\td\n"},
-        {"an empty paragraph takes no number",
-         Body(p("a", number) + "<a:p>" + number + "</a:p>" + p("b", number)), "1.\ta\n\n2.\tb\n"},
-        {"start and another scheme", Body(p("a", third) + p("b", third) + p("c", number)),
-         "iii)\ta\niv)\tb\n1.\tc\n"},
-        {"capitals",
-         Deck::Shape("", "<a:p><a:r><a:rPr cap=\"all\"/><a:t>a\xC3\xA4</a:t></a:r></a:p>"),
-         "A\xC3\x84\n"},
         {"slide number is the true one",
          Deck::Shape("type=\"sldNum\"",
                      "<a:p><a:fld type=\"slidenum\"><a:t>99</a:t></a:fld></a:p>"),
@@ -184,23 +156,6 @@ TEST(SlideReader, ReadsTextBodies) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(OneSlide(row.shapes), row.text);
     }
-}
-
-TEST(SlideReader, NumbersLookAsTheirSchemes) {
-    const struct {
-        const char* scheme;
-        int number;
-        const char* text;
-    } rows[] = {{"arabicPlain", 10, "10"},
-                {"alphaLcPeriod", 26, "z."},
-                {"alphaLcParenR", 27, "aa)"},
-                {"romanUcPeriod", 1994, "MCMXCIV."},
-                {"romanLcParenBoth", 4, "(iv)"},
-                {"circleNumWdBlackPlain", 3, "\xE2\x91\xA2"},
-                {"unknown", 7, "7"},
-                {"arabicDbPeriod", 2, "2."}};
-    for (const auto& row : rows)
-        EXPECT_EQ(SlideNumberText(row.scheme, row.number), row.text) << row.scheme;
 }
 
 TEST(SlideReader, TakesSlidesByTheListAndTheRange) {
@@ -367,108 +322,6 @@ TEST(SlideReader, ReadsTheWordsOfCharts) {
     }
 }
 
-RichText Rich(const std::string& file) {
-    const std::unique_ptr<Package> package = Package::Open(file);
-    const auto sink = MakeRtfSink();
-    RecordingMonitor monitor;
-    EXPECT_TRUE(ReadSlides(*package, {}, *sink, monitor).ok());
-    return ReadRtf(sink->Finish());
-}
-
-TEST(SlideReader, TakesLooksFromMasterLayoutShapeAndRun) {
-    Deck deck;
-    deck.layout_shapes = Deck::Shape(
-        "type=\"body\" idx=\"1\"",
-        "<a:lstStyle><a:lvl1pPr><a:buNone/><a:defRPr i=\"1\"/></a:lvl1pPr></a:lstStyle>");
-    deck.AddSlide(
-        Deck::Shape("type=\"title\"", Deck::Paragraph("t")) +
-        Body("<a:lstStyle><a:lvl1pPr><a:defRPr b=\"1\"/></a:lvl1pPr></a:lstStyle><a:p><a:pPr "
-             "marL=\"635000\" indent=\"0\" algn=\"r\"/><a:r><a:rPr sz=\"1050\" u=\"dbl\" "
-             "baseline=\"30000\" strike=\"sngStrike\"><a:solidFill><a:schemeClr val=\"accent1\">"
-             "<a:lumMod val=\"50000\"/></a:schemeClr></a:solidFill><a:latin typeface=\"Mine\"/>"
-             "</a:rPr><a:t>r</a:t></a:r></a:p>"));
-    const RichText text = Rich(deck.Finish());
-    EXPECT_EQ(Notation(text), "t|[biu3s^#6567968:r|]") << "black is the reader's own colour";
-    EXPECT_EQ(FontLooks(text), "Head 88|Mine 21|");
-    EXPECT_EQ(ParagraphLooks(text), "C 0 0 0 0 0 0|R 1000 0 0 0 0 0|");
-}
-
-struct LookRow {
-    const char* name;
-    std::vector<std::string> properties;  ///< of paragraphs, or of runs
-    const char* looks;
-};
-
-TEST(SlideReader, TakesLooksOfParagraphs) {
-    const LookRow rows[] = {
-        {"alignment",
-         {"<a:pPr algn=\"ctr\"/>", "<a:pPr algn=\"r\"/>", "<a:pPr algn=\"just\"/>",
-          "<a:pPr algn=\"justLow\"/>", "<a:pPr algn=\"dist\"/>", "<a:pPr algn=\"thaiDist\"/>",
-          "<a:pPr algn=\"l\"/>"},
-         "C 0 0 0 0 0 0|R 0 0 0 0 0 0|J 0 0 0 0 0 0|L 0 0 0 0 0 0|"},
-        {"indents and direction",
-         {"<a:pPr marL=\"63500\" marR=\"127000\" indent=\"-38100\"/>",
-          "<a:pPr marL=\"99999999\" rtl=\"1\"/>"},
-         "L 100 200 -60 0 0 0|L 31680 0 0 0 0 0<|"},
-        {"spaces, in points and by the size of the text",
-         {"<a:pPr><a:spcBef><a:spcPts val=\"1000\"/></a:spcBef><a:spcAft><a:spcPct "
-          "val=\"50000\"/></a:spcAft><a:defRPr sz=\"2000\"/></a:pPr>"},
-         "L 0 0 0 200 200 0|"},
-        {"lines",
-         {"<a:pPr><a:lnSpc><a:spcPct val=\"150000\"/></a:lnSpc></a:pPr>",
-          "<a:pPr><a:lnSpc><a:spcPts val=\"2000\"/></a:lnSpc></a:pPr>",
-          "<a:pPr><a:lnSpc><a:spcPct val=\"100000\"/></a:lnSpc></a:pPr>"},
-         "L 0 0 0 0 0 360*|L 0 0 0 0 0 -400|L 0 0 0 0 0 0|"},
-        {"tabs",
-         {"<a:pPr><a:tabLst><a:tab pos=\"63500\"/><a:tab pos=\"127000\" algn=\"ctr\"/><a:tab "
-          "pos=\"190500\" algn=\"r\"/><a:tab pos=\"254000\" algn=\"dec\"/></a:tabLst></a:pPr>"},
-         "L 0 0 0 0 0 0 >100L >200C >300R >400D|"},
-    };
-    for (const LookRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        std::string paragraphs;
-        for (const std::string& properties : row.properties)
-            paragraphs += Deck::Paragraph("x", properties);
-        Deck deck;
-        deck.AddSlide(Deck::Shape("", paragraphs));
-        EXPECT_EQ(ParagraphLooks(Rich(deck.Finish())), row.looks);
-    }
-}
-
-TEST(SlideReader, TakesLooksOfRuns) {
-    const auto fill = [](const std::string& color) {
-        return "><a:solidFill><a:" + color + "</a:solidFill></a:rPr>";
-    };
-    const LookRow rows[] = {
-        {"lines under it", {"u=\"sng\"/>", "u=\"heavy\"/>", "u=\"zigzag\"/>"}, "[u1:x|][u9:x|]x|"},
-        {"other values",
-         {"baseline=\"-25000\" strike=\"noStrike\" b=\"on\" cap=\"small\"/>"},
-         "[b_:x|]"},
-        {"a background, a link and none",
-         {"><a:highlight><a:srgbClr val=\"00FF00\"/></a:highlight></a:rPr>",
-          "><a:hlinkClick r:id=\"r9\"/></a:rPr>", "><a:hlinkClick r:id=\"\"/></a:rPr>"},
-         "[@65280:x|][u1#12673797:x|]x|"},
-        {"colours, but for one that a white page swallows",
-         {fill("srgbClr val=\"FFFFFF\"/>"), fill("srgbClr val=\"FF0000\"/>")},
-         "x|[#255:x|]"},
-        {"changed colours",
-         {fill("srgbClr val=\"000000\"><a:lumOff val=\"50000\"/></a:srgbClr>"),
-          fill("prstClr val=\"blue\"><a:shade val=\"50000\"/></a:prstClr>"),
-          fill("srgbClr val=\"FF0000\"><a:tint val=\"50000\"/></a:srgbClr>"),
-          fill("sysClr lastClr=\"00FF00\"/>")},
-         "[#8421504:x|][#8388608:x|][#8421631:x|][#65280:x|]"},
-    };
-    for (const LookRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        std::string paragraphs;
-        for (const std::string& properties : row.properties)
-            paragraphs += "<a:p><a:r><a:rPr " + properties + "<a:t>x</a:t></a:r></a:p>";
-        Deck deck;
-        deck.AddSlide(Deck::Shape("", paragraphs));
-        EXPECT_EQ(Notation(Rich(deck.Finish())), row.looks);
-    }
-}
-
 TEST(SlideReader, TellsProgressAndStops) {
     Deck deck;
     for (int i = 0; i < 4; ++i)
@@ -524,12 +377,6 @@ TEST(SlideReader, HostileDecksEnd) {
     EXPECT_EQ(SlideText(ReadSlides, deck.Finish()), "once\n");
 }
 
-std::string ReadFile(const std::filesystem::path& path) {
-    std::stringstream bytes;
-    bytes << std::ifstream(path, std::ios::binary).rdbuf();
-    return bytes.str();
-}
-
 TEST(SlideReader, CorruptedDecksEnd) {
     std::mt19937 random(3);
     const std::string file = DeckWithNotes();
@@ -538,24 +385,6 @@ TEST(SlideReader, CorruptedDecksEnd) {
         for (int i = 0; i < 8 && !copy.empty(); ++i)
             copy[random() % copy.size()] = static_cast<char>(random() & 0xFF);
         SlideText(ReadSlides, copy, {0, 0, true, true, false});
-    }
-}
-
-TEST(SlideReader, ReadsTheCorpus) {
-    const std::filesystem::path folder = ZORVANE_CORPUS "/pptx";
-    if (!std::filesystem::exists(folder))
-        GTEST_SKIP() << "no documents";
-    SlideOptions options;
-    options.notes = true;
-    EXPECT_EQ(SlideText(ReadSlides, ReadFile(folder / "SampleShow.pptx"), options),
-              "Title of the first slide\nSubtitle of the first slide\n\nThis bit is in italic "
-              "green\nI am the notes of the first slide\nThis is the second slide\n\xE2\x80\xA2\t"
-              "It has bullet points on it\n\xE2\x80\xA2\tThey\xE2\x80\x99re fun, aren\xE2\x80\x99t "
-              "they?\n\xE2\x80\xA2\tEspecially in a different font like Arial Black at 16 point!\n"
-              "These are the notes of the 2nd slide\nTHIS LINE IS BOLD\n");
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        SCOPED_TRACE(entry.path().filename());
-        EXPECT_FALSE(SlideText(ReadSlides, ReadFile(entry.path()), options).starts_with("error"));
     }
 }
 
