@@ -24,11 +24,15 @@ tools/check_tidy.py
 printf '\n== Fuzzers\n'
 cmake --preset fuzz >/dev/null
 cmake --build build/fuzz -j "$jobs"
-for fuzzer in build/fuzz/bench/*_fuzz; do
-    corpus="build/fuzz/corpus/$(basename "$fuzzer")"
+fuzz() {
+    corpus="build/fuzz/corpus/$(basename "$1")"
     mkdir -p "$corpus"
-    "$fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 "$corpus"
-done
+    "$1" -max_total_time="$2" -timeout=10 -rss_limit_mb=2048 -artifact_prefix=build/fuzz/ "$corpus" >"$1.log" 2>&1 ||
+        { tail -40 "$1.log"; return 1; }
+    tail -1 "$1.log"
+}
+export -f fuzz
+printf '%s\n' build/fuzz/bench/*_fuzz | xargs -P "$jobs" -I '{}' bash -c 'fuzz {} '"$seconds"
 
 printf '\n== Benchmarks\n'
 for bench in build/release/bench/*_bench; do
