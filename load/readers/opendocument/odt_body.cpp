@@ -262,36 +262,38 @@ void OdtBody::Row(const pugi::xml_node& row) {
     }
 }
 
-// Of what a cell covers, nothing stands at its right, and in each row below one cell.
 void OdtBody::Cells(const pugi::xml_node& row) {
-    std::int32_t column = 0;
-    std::int32_t covered = 0;  // by the cell to the left
+    PlaceInRow place;
     for (const pugi::xml_node& cell : row.children()) {
-        const bool hidden = Is(cell, "covered-table-cell");
-        if (!hidden && !Is(cell, "table-cell"))
-            continue;
-        const std::int32_t told = Count(cell, "number-columns-repeated");
-        const std::int32_t first = std::exchange(column, std::min(column + told, kMostColumns));
-        if (hidden && covered > 0) {
-            covered -= told;
-            continue;
-        }
-        const bool filled = !cell.first_child().empty();
-        const std::int32_t repeats =
-            Repeats(cell, "number-columns-repeated", filled || cell.next_sibling());
-        for (std::int32_t i = 0; i < repeats && Enter(); ++i) {
-            if (!hidden || !LiesInArea(first + i))
-                Cell(cell);
-        }
-        if (hidden)
-            continue;
-        covered = Count(cell, "number-columns-spanned") - 1;
-        if (covered > 0 && areas_.size() < kMostAreas)
-            areas_.push_back({first, covered, Count(cell, "number-rows-spanned")});
+        if (Is(cell, "table-cell") || Is(cell, "covered-table-cell"))
+            CellsAt(place, cell);
     }
     for (Area& area : areas_)
         --area.rows;
     std::erase_if(areas_, [](const Area& area) { return area.rows == 0; });
+}
+
+// Of what a cell covers, nothing stands at its right, and in each row below one cell.
+void OdtBody::CellsAt(PlaceInRow& place, const pugi::xml_node& cell) {
+    const bool hidden = Is(cell, "covered-table-cell");
+    const std::int32_t told = Count(cell, "number-columns-repeated");
+    const std::int32_t first = place.column;
+    place.column = std::min(first + told, kMostColumns);
+    if (hidden && place.covered > 0) {
+        place.covered -= told;
+        return;
+    }
+    const bool filled = !cell.first_child().empty() || cell.next_sibling();
+    const std::int32_t repeats = Repeats(cell, "number-columns-repeated", filled);
+    for (std::int32_t i = 0; i < repeats && Enter(); ++i) {
+        if (!hidden || !LiesInArea(first + i))
+            Cell(cell);
+    }
+    if (hidden)
+        return;
+    place.covered = Count(cell, "number-columns-spanned") - 1;
+    if (place.covered > 0 && areas_.size() < kMostAreas)
+        areas_.push_back({first, place.covered, Count(cell, "number-rows-spanned")});
 }
 
 // Behind the first column of what a cell above covers.

@@ -42,6 +42,10 @@ class OdtBody {
         std::int32_t more_columns = 0;
         std::int32_t rows = 1;
     };
+    struct PlaceInRow {
+        std::int32_t column = 0;
+        std::int32_t covered = 0;  ///< columns from here on, by the cell to the left
+    };
 
     bool Enter();
     Sight SightOf(const pugi::xml_node& parent, const OpenChars& chars, int depth) const;
@@ -59,6 +63,7 @@ class OdtBody {
     void TableRows(const pugi::xml_node& parent);
     void Row(const pugi::xml_node& row);
     void Cells(const pugi::xml_node& row);
+    void CellsAt(PlaceInRow& place, const pugi::xml_node& cell);
     bool LiesInArea(std::int32_t column) const;
     void Cell(const pugi::xml_node& cell);
     void TakeShape(const pugi::xml_node& shape);
