@@ -43,8 +43,13 @@ class FoldersPageTest : public DialogsTest {
         EXPECT_TRUE(WindowWorld::Until([&] { return page.Viewer()->CanReport(); }));
         return page;
     }
+    /// Rows are put in order beside the window.
+    static void WaitForOrder(CompareFoldersPage& page) {
+        EXPECT_TRUE(WindowWorld::Until([&] { return !page.Table().MakesOrder(); }));
+    }
     /// What stands in the first column, or in the second where that is empty.
     static std::string Names(CompareFoldersPage& page) {
+        WaitForOrder(page);
         QStringList names;
         for (int row = 0; row < page.Table().rowCount(); ++row) {
             const QString left = page.Table().CellText(row, FolderColumn::Original);
@@ -102,7 +107,6 @@ TEST_F(FoldersPageTest, ShowsRowsCountsAndEachKindUnderItsFolder) {
     int files = 0;
     for (const auto& [command, names] : rows) {
         EXPECT_TRUE(world.window.Commands().Run(command));
-        ASSERT_TRUE(WindowWorld::Until([&] { return !page.Table().MakesOrder(); }));
         EXPECT_EQ(Names(page), names) << command;
         files += page.Table().Order().Files(page.Table().Order().Filter());
     }
@@ -208,6 +212,7 @@ TEST_F(FoldersPageTest, DeletesWhatIsChosenAndNothingThatAFilterHides) {
     WindowWorld world(fakes, theme);
     CompareFoldersPage& page = Run(world);
     world.window.Commands().Run("view.show_changes");
+    WaitForOrder(page);
     const QModelIndex first = page.Table().index(0, 0);
     const QModelIndex last = page.Table().index(page.Table().rowCount() - 1, 0);
     page.Grid().selectionModel()->select(QItemSelection(first, last),
