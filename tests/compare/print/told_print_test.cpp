@@ -68,12 +68,15 @@ TEST(ToldPrint, WholeDocumentsStandAsTheyWereLookedAt) {
 
 TEST(ToldPrint, PdfFilesAreAsTheyWereLookedAt) {
     const TempFolder folder;
-    const RichText text = Paged("pages");
-    Result<PdfPainter> painter = PdfPainter::Begin(folder.Path("out.pdf"), "A title \u03B1");
-    ASSERT_TRUE(painter.ok());
-    const PrintJob job{text, {9000, 12000, 720, 800, 720, 900}, {"(A) title", "d", "page", "of"}};
-    ASSERT_TRUE(PrintRTF(job, painter.value(), nullptr).ok());
-    ExpectTold(kFolder / "pages.pdf", folder.Read("out.pdf") + painter.value().Remark() + "\n");
+    for (const char* name : {"pages", "letters"}) {
+        const RichText text = Paged(name);
+        Result<PdfPainter> painter = PdfPainter::Begin(folder.Path("out.pdf"), "A title \u03B1");
+        ASSERT_TRUE(painter.ok());
+        const PrintJob job{text, {9000, 12000, 720, 800, 720, 900}, {"(A) b", "d", "page", "of"}};
+        ASSERT_TRUE(PrintRTF(job, painter.value(), nullptr).ok());
+        ExpectTold(kFolder / (std::string(name) + ".pdf"),
+                   folder.Read("out.pdf") + painter.value().Remark() + "\n");
+    }
 }
 
 }  // namespace
