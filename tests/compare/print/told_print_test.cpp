@@ -42,6 +42,8 @@ std::string Told(const PageNotes& notes) {
     return told;
 }
 
+constexpr PageSetup kNarrow{4000, 2950, 300, 200, 250, 150};
+
 // A text whose paragraph signs are ends of pages.
 RichText Paged(const std::string& name) {
     RichText text = ReadRtf(ToldBytes(kFolder / (name + ".rtf")));
@@ -54,8 +56,7 @@ TEST(ToldPrint, WholeDocumentsStandAsTheyWereLookedAt) {
     for (const char* name : {"words", "looks-old", "pages"}) {
         const RichText text = Paged(name);
         std::string told;
-        for (const PageSetup& setup : {PageSetup{4000, 3000, 300, 200, 250, 150},
-                                       PageSetup{9000, 9000, 720, 800, 720, 900}}) {
+        for (const PageSetup& setup : {kNarrow, PageSetup{9000, 9000, 720, 800, 720, 900}}) {
             PageNotes notes;
             ASSERT_TRUE(
                 PrintRTF({text, setup, {"A title of the print", "2001-02-03"}}, notes, nullptr)
@@ -63,6 +64,22 @@ TEST(ToldPrint, WholeDocumentsStandAsTheyWereLookedAt) {
             told += "== " + Rounded(setup.width) + "wide\n" + Told(notes);
         }
         ExpectTold(kFolder / (std::string(name) + ".print"), told);
+    }
+}
+
+TEST(ToldPrint, APageThatFailsIsTheLast) {
+    const RichText text = Paged("pages");
+    PageNotes whole;
+    ASSERT_TRUE(PrintRTF({text, kNarrow}, whole, nullptr).ok());
+    while (!whole.pages.empty()) {
+        PageNotes notes;
+        notes.fails_at_page = static_cast<int>(whole.pages.size());
+        const Result<std::int32_t> pages = PrintRTF({text, kNarrow}, notes, nullptr);
+        ASSERT_FALSE(pages.ok());
+        EXPECT_EQ(pages.failure().reason, "printer: out of paper");
+        EXPECT_FALSE(notes.finished);
+        whole.pages.pop_back();
+        EXPECT_EQ(Told(notes), Told(whole));
     }
 }
 
