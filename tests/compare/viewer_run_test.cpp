@@ -288,6 +288,7 @@ TEST_F(ViewerRunTest, WritesAReportBesideTheWindow) {
     line.sLogFile = fakes.folder.Path("log");
     line.sReportTitle = "A title";
     viewer.BeginCommandLine(line, true);
+    viewer.PresentDocumentReport({"first.rtf", "second.rtf"});
     viewer.RunInBackground(true);
     viewer.cmdViewReport();
     EXPECT_TRUE(viewer.Busy()) << "the all-in-one view is built first";
