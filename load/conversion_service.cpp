@@ -187,8 +187,6 @@ ConversionResult ConversionService::Start(const ConversionMessage& job,
     started.stall = kBaseStall + Milliseconds(size / kBytesPerMillisecond);
     ConversionMessage request = job;
     request.try_emplace("name", TextOf(job, "source"));
-    request.erase("source");
-    request.erase("second");
     request["locale"] = platform_.locale->EncodingName();
     request["memory"] = std::to_string(std::min(kBaseMemory + size * kMemoryPerByte, kMostMemory));
     request["filebytes"] = std::to_string(kMostAnswer);

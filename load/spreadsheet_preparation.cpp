@@ -1,5 +1,6 @@
 #include "load/spreadsheet_preparation.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 #include "common/file_utilities.h"
@@ -99,11 +100,7 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparingGridBridge(const std::
         LogLoadFailure(bridge.GetErrorString(), sFile);
         return false;
     }
-    for (const std::string& file : bridge.JustMade().files) {
-        if (!PrepareOne(file, options))
-            return false;
-    }
-    return AddHeaders(bridge.JustMade()) && JoinAll(bridge.JustMade(), sTempFile);
+    return PrepareAll(bridge.JustMade(), options);
 }
 
 bool SpreadsheetPreparation::CheckVersion() const {
@@ -129,11 +126,7 @@ bool SpreadsheetPreparation::bPrepareExcelFileForComparingTrellisGrid(const std:
     if (grid_.OpenXLSSaveAs(sFile, sTempFile, options.sheets, all.bExcelCompareFormulas.Data(),
                             all.bExcelIncludeValues.Data()) != 0)
         return false;  // without a message: the library has its try next
-    for (const std::string& file : grid_.JustMade().files) {
-        if (!PrepareOne(file, options))
-            return false;
-    }
-    return AddHeaders(grid_.JustMade()) && JoinAll(grid_.JustMade(), sTempFile);
+    return PrepareAll(grid_.JustMade(), options);
 }
 
 bool SpreadsheetPreparation::PrepareCommaDelimited(const std::string& sFile,
@@ -172,6 +165,12 @@ bool SpreadsheetPreparation::PrepareOne(const std::string& file, const SideOptio
     return true;
 }
 
+bool SpreadsheetPreparation::PrepareAll(const SheetFiles& made, const SideOptions& options) {
+    return std::all_of(made.files.begin(), made.files.end(),
+                       [&](const std::string& file) { return PrepareOne(file, options); }) &&
+           AddHeaders(made) && JoinAll(made);
+}
+
 bool SpreadsheetPreparation::AddHeaders(const SheetFiles& made) {
     for (std::size_t i = 0; i < made.files.size(); ++i) {
         std::string text;
@@ -195,18 +194,13 @@ bool SpreadsheetPreparation::AddStringToTopOfTextFile(const std::string& sFile,
            MoveFileByCopy(scratch, sFile).ok();
 }
 
-bool SpreadsheetPreparation::JoinAll(const SheetFiles& made, const std::string& sTempFile) {
-    constexpr std::string_view kTag = "SP_CONCATENATE_ALL";
-    constexpr std::string_view kUnable = "Unable to process CSV file.";
-    if (made.files.empty())
-        return true;
+// The first of them is the target itself.
+bool SpreadsheetPreparation::JoinAll(const SheetFiles& made) {
     for (std::size_t i = 1; i < made.files.size(); ++i) {
         if (grid_.ConcatenateTwoTextFilesEx(made.files[i], made.files[0]) != 0 ||
             !DeleteFileWithRetry(*context_.process.platform.clock, made.files[i]))
-            return Fail(kTag, kUnable);
+            return Fail("SP_CONCATENATE_ALL", "Unable to process CSV file.");
     }
-    if (made.files[0] != sTempFile && !MoveFileByCopy(made.files[0], sTempFile).ok())
-        return Fail(kTag, kUnable);
     return true;
 }
 

@@ -38,9 +38,11 @@ class SpreadsheetPreparation {
     bool bPrepareExcelFileForComparingTrellisGrid(const std::string& sFile,
                                                   const std::string& sTempFile, Side side);
     bool PrepareCommaDelimited(const std::string& sFile, const std::string& sTempFile, Side side);
+    /// Each sheet, then all of them with their headers as one file.
+    bool PrepareAll(const SheetFiles& made, const SideOptions& options);
     bool PrepareOne(const std::string& file, const SideOptions& options);
     bool AddHeaders(const SheetFiles& made);
-    bool JoinAll(const SheetFiles& made, const std::string& sTempFile);
+    bool JoinAll(const SheetFiles& made);
     bool AddStringToTopOfTextFile(const std::string& sFile, const std::string& sText);
     bool CheckVersion() const;
     bool Fail(std::string_view tag, std::string_view text);

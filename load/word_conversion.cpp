@@ -43,26 +43,26 @@ bool WordConversion::ConverterWordDoc(const std::string& sFile, const std::strin
 
 void WordConversion::ReportTrellisPageError(WordResult result, const std::string& sFile) {
     told_whole_reason = result == WordResult::Other;
+    if (result != WordResult::Ok)
+        LogMessage(telling, ReasonOf(result, sFile));
+}
+
+std::string WordConversion::ReasonOf(WordResult result, const std::string& sFile) const {
     switch (result) {
         case WordResult::SourceInvalid:
-            LogMessage(telling, process.Translate("Source file is invalid") + " \n  " + sFile);
-            return;
+            return process.Translate("Source file is invalid") + " \n  " + sFile;
         case WordResult::NotInstalled:
-            LogMessage(telling,
-                       process.Translate("Failed to Convert.  Check that MS Word is installed"));
-            return;
+            return process.Translate("Failed to Convert.  Check that MS Word is installed");
         case WordResult::PathEmpty:
-            LogMessage(telling, process.Translate("Source or Target file path is empty"));
-            return;
+            return process.Translate("Source or Target file path is empty");
         case WordResult::Protected:
-            LogMessage(telling, process.Translate("File is password protected"));
-            return;
+            return process.Translate("File is password protected");
         case WordResult::Other:
-            LogMessage(telling, page.ErrorString());
-            return;
+            return page.ErrorString();
         case WordResult::Ok:
-            return;
+            break;
     }
+    return {};
 }
 
 }  // namespace zorvane

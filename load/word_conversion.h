@@ -29,6 +29,7 @@ struct WordConversion {
     void TakePasswords(const WordPasswords& passwords);
     /// The log of a result other than 0.
     void ReportTrellisPageError(WordResult result, const std::string& sFile);
+    std::string ReasonOf(WordResult result, const std::string& sFile) const;
     /// The reason of the last failure as far as its log has not told it yet.
     std::string UnsaidReason() const { return told_whole_reason ? "" : page.ErrorString(); }
     /// False, with its log, when the word processor is too new to be driven.

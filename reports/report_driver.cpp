@@ -50,10 +50,8 @@ void LogTarget(ReportSource& source, const char* what, const std::string& file,
 void LogResult(ReportSource& source, ReportResult result, const std::string& file) {
     const Status& status = source.Engine().getReportStatus();
     const std::string reason = status.ok() ? std::string() : status.failure().reason;
-    if (result == ReportResult::TargetNotCreated) {
+    if (result == ReportResult::TargetNotCreated)
         LogTarget(source, "Unable to create target file", file, reason);
-        return;
-    }
     if (result == ReportResult::NotCompared && !reason.empty())
         Log(source, reason);
     TellReportResult(source.Process(), source.Telling(), result);

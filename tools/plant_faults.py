@@ -126,28 +126,30 @@ class Trial:
     def __init__(self, build, tests, seconds):
         self.build, self.seconds = build, seconds
         self.programs = [self.program(test) for test in tests]
-        self.made_of = {program: build.libraries_of(program.name.split(":")[0]) for program, _ in self.programs}
+        self.made_of = {program: build.libraries_of(program.name) for program, _ in self.programs}
 
     def program(self, test):
+        name, _, told = test.partition("@")
+        if told:
+            return (self.build.folder / name).resolve(), [str(pathlib.Path(told).resolve())]
         name, _, chosen = test.partition(":")
         found = [p for p in (self.build.folder / "tests").rglob(name) if p.is_file()]
         if not found:
             sys.exit(f"{name}: no such test program below {self.build.folder}/tests; build it first")
-        return found[0].resolve(), chosen or "*"
+        return found[0].resolve(), ["--gtest_fail_fast", "--gtest_brief=1", f"--gtest_filter={chosen or '*'}"]
 
     def noticed_by(self, folder, library=None):
         """The first program that fails with the libraries of `folder`, "" where all pass."""
         environment = {**os.environ, "LD_LIBRARY_PATH": str(folder)}
         # Processor time ends what has no end, so a busy machine makes no fault noticed that is not.
         limit = lambda: resource.setrlimit(resource.RLIMIT_CPU, (self.seconds, self.seconds))
-        for program, chosen in self.programs:
+        for program, arguments in self.programs:
             if library and library not in self.made_of[program]:
                 continue
             try:
                 run = subprocess.run(
-                    [program, "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=" + chosen],
-                    capture_output=True, text=True, errors="replace", timeout=10 * self.seconds, env=environment,
-                    preexec_fn=limit)
+                    [program, *arguments], capture_output=True, text=True, errors="replace",
+                    timeout=10 * self.seconds, env=environment, preexec_fn=limit)
             except subprocess.TimeoutExpired:
                 return program.name + " (no end)"
             if run.returncode != 0:
@@ -186,7 +188,7 @@ def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
     arguments.add_argument("--build", default="build/plant", help="folder of the build (build/plant)")
     arguments.add_argument("--tests", nargs="+", required=True, metavar="PROGRAM[:FILTER]",
-                           help="test programs, the quickest first")
+                           help="test programs, the quickest first; PROGRAM@FILE: any other, with that argument")
     arguments.add_argument("--count", type=int, default=50, help="how many faults (50)")
     arguments.add_argument("--seed", type=int, default=1, help="which faults (1)")
     arguments.add_argument("--again", type=pathlib.Path, metavar="FILE", help="the survivors that FILE tells of")

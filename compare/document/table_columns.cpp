@@ -12,6 +12,24 @@ constexpr std::size_t kMostUnits = 60;  // a longer text wraps
 constexpr std::size_t kLeastUnits = 4;  // of a column, so that an empty one can be seen
 constexpr std::int32_t kLeastWidth = 60;
 
+// What a column needs it has up to an equal share; what is left then goes to those that lack more.
+void KeepWithin(std::int32_t page_width, std::vector<std::int32_t>& widths) {
+    if (std::accumulate(widths.begin(), widths.end(), 0) <= page_width)
+        return;
+    const std::int32_t share = page_width / static_cast<std::int32_t>(widths.size());
+    std::int64_t left = page_width;
+    std::int64_t lack = 0;
+    for (const std::int32_t width : widths) {
+        left -= std::min(width, share);
+        lack += std::max(width - share, 0);
+    }
+    for (std::int32_t& width : widths) {
+        if (width > share)
+            width = share + static_cast<std::int32_t>(left * (width - share) / lack);
+        width = std::max(width, kLeastWidth);
+    }
+}
+
 }  // namespace
 
 std::vector<std::int32_t> CellEnds(std::u16string_view rows, std::int32_t page_width,
@@ -35,11 +53,8 @@ std::vector<std::int32_t> CellEnds(std::u16string_view rows, std::int32_t page_w
             begin = end + 2;
         }
     }
-    const std::int32_t whole = std::accumulate(widths.begin(), widths.end(), 0);
-    std::int32_t end = 0;
-    for (std::int32_t& width : widths)
-        width = end +=
-            whole > page_width ? std::max(width * page_width / whole, kLeastWidth) : width;
+    KeepWithin(page_width, widths);
+    std::partial_sum(widths.begin(), widths.end(), widths.begin());
     return widths;
 }
 

@@ -30,7 +30,7 @@ LinePen::Stop LinePen::FindStop() const {
         own = true;
     }
     // The indent of the later lines is a stop of the first, as lists need it.
-    if (room_.left >= from && (!own || room_.left < best.place) && room_.first < 0)
+    if (room_.left >= from && (!own || room_.left < best.place))
         best = {room_.left, TabKind::Left};
     return best;
 }

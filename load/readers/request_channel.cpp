@@ -23,7 +23,6 @@ bool RequestChannel::Fill(Request& request) {
     }
     if (got > 0)
         reader_.Feed({bytes.data(), static_cast<std::size_t>(got)});
-    ended_well_ = got == 0;
     return got > 0;
 }
 

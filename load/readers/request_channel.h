@@ -25,8 +25,6 @@ class RequestChannel {
     /// Waits. Nothing at the end of the requests, and for one that makes no sense or brings other
     /// than two or three files.
     std::optional<Request> Next();
-    /// True when the requests have ended as they should, and not in the middle of one.
-    bool EndedWell() const { return ended_well_; }
     /// False when nobody listens any more.
     bool Send(const ConversionMessage& message) const;
     /// True when the request is no longer wanted, or nobody listens. Does not wait.
@@ -37,7 +35,6 @@ class RequestChannel {
 
     int socket_;
     MessageReader reader_;
-    bool ended_well_ = false;
 };
 
 /// False when not all of it could be written.

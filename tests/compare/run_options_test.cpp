@@ -1,6 +1,7 @@
 // The user's options reach every level of a compare.
 #include "compare/run_options.h"
 
+#include "compare/run/redline_run.h"
 #include "tests/support/option_effects.h"
 #include "tests/support/viewer_fixture.h"
 
@@ -85,6 +86,31 @@ TEST_F(RunOptionsTest, ReachTheMarksOfBothViews) {
         }
         EXPECT_NE(shown[0], shown[2]);
         EXPECT_NE(shown[1], shown[3]);
+    }
+}
+
+TEST(RedlineDates, AreMomentsOfTheCalendar) {
+    struct Row {
+        const char* date;
+        const char* epoch;
+        const char* told;  // empty: refused
+    };
+    constexpr std::int64_t kNow = 1'000'000'000;
+    for (const Row& row :
+         {Row{"", "", "2001-09-09T01:46:40Z"}, Row{"", "0", "1970-01-01T00:00:00Z"},
+          Row{"", "253402300799", "9999-12-31T23:59:59Z"}, Row{"", "253402300800", ""},
+          Row{"", "-1", ""}, Row{"", "soon", ""},
+          Row{"2024-02-29T23:59:59", "0", "2024-02-29T23:59:59Z"},
+          Row{"2024-02-29T23:59:59Z", "x", "2024-02-29T23:59:59Z"},
+          Row{"2023-02-29T23:59:59", "", ""}, Row{"2024-02-29T24:00:00Z", "", ""},
+          Row{"2024-02-29T23:60:00Z", "", ""}, Row{"2024-02-29T23:59:60Z", "", ""},
+          Row{"2024-02-29 23:59:59Z", "", ""}, Row{"2024-02-2 T23:59:59Z", "", ""},
+          Row{"2024-02-29T23:59Z", "", ""}}) {
+        SCOPED_TRACE(std::string(row.date) + " " + row.epoch);
+        RedlineOptions options;
+        options.date = row.date;
+        const Result<std::string> told = RevisionDate(options, row.epoch, kNow);
+        EXPECT_EQ(told.ok() ? told.value() : "", row.told);
     }
 }
 

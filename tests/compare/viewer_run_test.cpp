@@ -284,6 +284,11 @@ TEST_F(ViewerRunTest, WritesAReportBesideTheWindow) {
     viewer.Refresh();
     viewer.Settings().mlReportDefaultFileType_MD = static_cast<std::int32_t>(ReportType::Document);
     viewer.Settings().msgReportFileDOC_MD = fakes.folder.Path("r.doc");
+    CommandLineRequest line;
+    line.sLogFile = fakes.folder.Path("log");
+    line.sReportTitle = "A title";
+    viewer.BeginCommandLine(line, true);
+    viewer.PresentDocumentReport({"first.rtf", "second.rtf"});
     viewer.RunInBackground(true);
     viewer.cmdViewReport();
     EXPECT_TRUE(viewer.Busy()) << "the all-in-one view is built first";
@@ -294,7 +299,7 @@ TEST_F(ViewerRunTest, WritesAReportBesideTheWindow) {
         ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(viewer.LastReport(), ReportResult::Ok);
     EXPECT_EQ(viewer.CurrentView(), View::SideBySide);
-    EXPECT_GT(fakes.folder.Read("r.doc").size(), 1000U);
+    EXPECT_NE(fakes.folder.Read("r.doc").find("A title"), std::string::npos);
     EXPECT_EQ(fakes.shell().calls, std::vector{"open " + fakes.folder.Path("r.doc")});
     viewer.Settings().bReportDOC_Tracked = true;
     viewer.cmdViewReport();

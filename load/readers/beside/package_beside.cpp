@@ -12,19 +12,19 @@ constexpr std::size_t kMostProperties = 200;
 
 // How properties are called to a user; those of a program's own and times of saving are not told.
 std::string_view PropertyName(std::string_view element) {
-    constexpr std::array<std::pair<std::string_view, std::string_view>, 12> kNames = {
-        {{"title", "title"},
-         {"subject", "subject"},
-         {"creator", "author"},
-         {"initial-creator", "author"},
-         {"keywords", "keywords"},
-         {"keyword", "keyword"},
-         {"description", "description"},
-         {"category", "category"},
-         {"contentStatus", "status"},
-         {"language", "language"},
-         {"Company", "company"},
-         {"Manager", "manager"}}};
+    constexpr std::pair<std::string_view, std::string_view> kNames[] = {
+        {"title", "title"},
+        {"subject", "subject"},
+        {"creator", "author"},
+        {"initial-creator", "author"},
+        {"keywords", "keywords"},
+        {"keyword", "keyword"},
+        {"description", "description"},
+        {"category", "category"},
+        {"contentStatus", "status"},
+        {"language", "language"},
+        {"Company", "company"},
+        {"Manager", "manager"}};
     for (const auto& [name, shown] : kNames) {
         if (name == element)
             return shown;

@@ -45,7 +45,6 @@ class AesDecryptor {
   public:
     AesDecryptor(CipherMode mode, std::string_view key);
 
-    bool Usable() const { return usable_; }
     /// `size` is a multiple of 16; `start` (16 bytes) is the initialization vector, unused for ECB.
     [[nodiscard]] bool Decrypt(std::string_view start, char* bytes, std::size_t size);
 

@@ -52,13 +52,12 @@ ReadEnd Serve(const Request& request, const Status& closed, OfficeSession& sessi
          std::string(TextOf(message, "password")), std::string(TextOf(message, "format"))});
 }
 
-int ServeAll(int socket, const Status& closed, OfficeSession& session) {
+// Until nobody asks or listens any more.
+void ServeAll(int socket, const Status& closed, OfficeSession& session) {
     RequestChannel channel(socket);
-    while (const std::optional<Request> request = channel.Next()) {
-        if (!Reply(channel, request->answer.Get(), Serve(*request, closed, session)))
-            return 1;
-    }
-    return channel.EndedWell() ? 0 : 1;
+    std::optional<Request> request = channel.Next();
+    while (request && Reply(channel, request->answer.Get(), Serve(*request, closed, session)))
+        request = channel.Next();
 }
 
 Status CloseIn(const OfficeWork& work) {
@@ -106,7 +105,8 @@ int RunOfficeWorker(int socket, const OfficeWork& work) {
         const Status closed = CloseIn(work);
         const std::unique_ptr<OfficeSession> session =
             OfficeSession::Make(work.place, work.profile);
-        return ServeAll(own_socket, closed, *session);
+        ServeAll(own_socket, closed, *session);
+        return 0;
     } catch (const std::exception&) {  // out of memory
         return 1;
     }

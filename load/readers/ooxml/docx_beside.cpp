@@ -315,23 +315,21 @@ void DocxBeside::Picture(const Node& node, std::string_view relation, std::strin
 }
 
 void DocxBeside::Object(const Node& object, int depth) {
-    if (!ObjectData(object, 0))
+    if (!ObjectData(object))
         Graphic(object, {}, depth);
 }
 
 // Beside an object's data its picture is a likeness only.
-bool DocxBeside::ObjectData(const Node& node, int depth) {
-    for (const Node& child : node.children()) {
-        const Relationship* const part = Find(child, Attribute(child, "id"));
-        if (Is(child, "OLEObject") && part != nullptr) {
-            Send({BesideKind::Object, kBesideHere, BesideText(Attribute(child, "ProgID")),
-                  part->external ? BesideDigest(part->target) : digests_.Of(part->target)});
-            return true;
-        }
-        if (depth < 3 && ObjectData(child, depth + 1))
-            return true;
-    }
-    return false;
+bool DocxBeside::ObjectData(const Node& object) {
+    const Node data = object.find_node([this](const Node& node) {
+        return Is(node, "OLEObject") && Find(node, Attribute(node, "id")) != nullptr;
+    });
+    if (!data)
+        return false;
+    const Relationship& part = *Find(data, Attribute(data, "id"));
+    Send({BesideKind::Object, kBesideHere, BesideText(Attribute(data, "ProgID")),
+          part.external ? BesideDigest(part.target) : digests_.Of(part.target)});
+    return true;
 }
 
 void DocxBeside::Comment(std::string_view id) {

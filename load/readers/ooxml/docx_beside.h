@@ -50,7 +50,7 @@ class DocxBeside {
                   std::string_view shown);
     void Shape(const pugi::xml_node& shape, const std::string& name);
     void Object(const pugi::xml_node& object, int depth);
-    bool ObjectData(const pugi::xml_node& node, int depth);
+    bool ObjectData(const pugi::xml_node& object);
     void Comment(std::string_view id);
     void LoadComments();
     void Picture(const pugi::xml_node& node, std::string_view relation, std::string_view name);

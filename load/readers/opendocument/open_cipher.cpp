@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::string_view kManifest = "META-INF/manifest.xml";
 constexpr std::size_t kChecked = 1024;  // bytes of a part that its checksum is of
+constexpr std::size_t kBlock = 16;      // AES has no other
 
 /// How one part is enciphered.
 struct PartCipher {
@@ -94,14 +95,19 @@ std::string KeyOf(const PartCipher& cipher, std::string_view password) {
     return made ? key : std::string();
 }
 
-/// False where it is not what was enciphered: another password, or damage.
+/// What no password opens is damaged.
+bool IsWhole(const PartCipher& cipher, std::string_view bytes) {
+    return cipher.vector.size() == kBlock && !bytes.empty() && bytes.size() % kBlock == 0;
+}
+
+/// False where it is not what was enciphered: another password, or damage. `bytes` are whole.
 bool Decipher(const PartCipher& cipher, std::string_view password, std::string& bytes) {
     AesDecryptor aes(CipherMode::Cbc, KeyOf(cipher, password));
-    if (bytes.empty() || !aes.Usable() || !aes.Decrypt(cipher.vector, bytes.data(), bytes.size()))
+    if (!aes.Decrypt(cipher.vector, bytes.data(), bytes.size()))
         return false;
     // The last byte tells how many were added to fill a block.
     const auto filled = static_cast<unsigned char>(bytes.back());
-    if (filled == 0 || filled > 16 || filled > bytes.size())
+    if (filled == 0 || filled > kBlock)
         return false;
     bytes.resize(bytes.size() - filled);
     const std::string_view begin = std::string_view(bytes).substr(0, kChecked);
@@ -148,6 +154,8 @@ ReadEnd DecipherParts(Package& package, const PartCiphers& ciphers, std::string_
             parts[name] = std::move(*bytes);
             continue;
         }
+        if (!IsWhole(cipher->second, *bytes))
+            return ReadEnd::Fault(ReadError::Damaged, "a part of the document is damaged");
         if (!Decipher(cipher->second, password, *bytes))
             return ReadEnd::Fault(ReadError::PasswordNeeded, "the document is encrypted");
         if (ReadEnd end = Unpack(*bytes, cipher->second.size, parts[name]); !end.ok())

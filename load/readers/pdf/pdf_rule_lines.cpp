@@ -19,14 +19,11 @@ std::vector<PdfRuleLine> Joined(std::vector<PdfRuleLine> pieces) {
         const auto behind = pieces.begin() + static_cast<std::ptrdiff_t>(end);
         std::sort(begin, behind,
                   [](const PdfRuleLine& a, const PdfRuleLine& b) { return a.first < b.first; });
-        bool open = false;
         for (auto piece = begin; piece != behind; ++piece) {
-            if (open && piece->first - lines.back().last <= kPdfRuleSlack) {
+            if (piece == begin || piece->first - lines.back().last > kPdfRuleSlack)
+                lines.push_back(*piece);
+            else
                 lines.back().last = std::max(lines.back().last, piece->last);
-                continue;
-            }
-            lines.push_back(*piece);
-            open = true;
         }
         first = end;
     }

@@ -122,14 +122,6 @@ TEST(VestrelX, BuildsRecords) {
     }
 }
 
-TEST(VestrelX, SlidesToWholeParagraphs) {
-    VestrelX engine;
-    const Lines master = {"one", "", "two", ""};
-    const Lines source = {"one", "", "new", "", "two", ""};
-    // Not the blank line in front of "new" with "new", but "new" with the blank line behind it.
-    EXPECT_EQ(Compared(engine, master, source), (Records{{kA, {{2, 2}, {3, 4}}}}));
-}
-
 struct SplitRow {
     const char* name;
     std::string text;
@@ -191,21 +183,6 @@ TEST(VestrelX, LeavesOutWhatIsIgnored) {
          {"alder b"},
          {"alder c"},
          {{kC, {{1, 1}, {1, 1}}}}},
-        {"empty lines",
-         [](VestrelX& e) { e.putIgnoreEmptyLines(true); },
-         {"a", "b"},
-         {"", "a", "", "", "b", ""},
-         {}},
-        {"empty lines are numbered",
-         [](VestrelX& e) { e.putIgnoreEmptyLines(true); },
-         {"a", "birch b", "c"},
-         {"a", "", "birch x", "", "c"},
-         {{kC, {{2, 2}, {3, 3}}}}},
-        {"an addition behind the common front, with empty lines ignored",
-         [](VestrelX& e) { e.putIgnoreEmptyLines(true); },
-         {"a", "b", "", "c"},
-         {"a", "b", "new", "c"},
-         {{kA, {{2, 2}, {3, 3}}}}},
         {"a run of any characters", expression("T*P"), {"the TIP"}, {"the T2343sdP"}, {}},
         {"a run behind a full stop", expression("v1\\.*;"), {"v1.2; a"}, {"v1.35; a"}, {}},
         {"a set", expression("[hb]at"), {"a hat"}, {"a bat"}, {}},
@@ -260,15 +237,6 @@ TEST(VestrelX, HostileExpressionEnds) {
     const Lines line = {std::string(5000, 'a') + "b"};
     EXPECT_EQ(Compared(engine, line, {"c"}),
               (Records{{kD, {{1, 1}, {0, 0}}}, {kA, {{1, 1}, {1, 1}}}}));
-}
-
-TEST(VestrelX, MergesNearDifferencesIntoLargerSections) {
-    VestrelX engine;
-    engine.putLargerSections(true);
-    EXPECT_EQ(Compared(engine, Split("abcdefghij"), Split("xbcdefXghij")),
-              (Records{{kC, {{1, 1}, {1, 1}}}, {kA, {{6, 6}, {7, 7}}}}));
-    EXPECT_EQ(Compared(engine, Split("abcdefghij"), Split("xbcXdefghij")),
-              (Records{{kC, {{1, 3}, {1, 4}}}}));
 }
 
 TEST(VestrelX, LooksNoFurtherThanTheBracket) {

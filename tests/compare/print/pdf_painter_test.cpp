@@ -22,13 +22,11 @@ class PdfFile : public testing::Test {
         EXPECT_TRUE(painter.ok());
         const RichText rich = RichText::Plain(text);
         EXPECT_TRUE(PrintRTF({rich, {}, {"t", "d"}}, painter.value(), nullptr).ok());
-        remark_ = painter.value().Remark();
         return folder_.Read("out.pdf");
     }
 
     TempFolder folder_;
     std::string file_;
-    std::string remark_;
 };
 
 // Every entry of the table of places leads to the object of its number.
@@ -60,32 +58,6 @@ TEST_F(PdfFile, IsWhole) {
         const std::size_t at = pdf.find(from, from.starts_with("/F") ? pdf.find("/Font<<") : 0);
         EXPECT_EQ(Found(object(std::stoul(pdf.substr(at + from.size()))), target), target);
     }
-    EXPECT_EQ(remark_, "");
-}
-
-TEST_F(PdfFile, SaysWhatItCannotShow) {
-    const std::string pdf = Print(u"(a\\b) \u20AC\u2019 \u03B1\u03B1\u0416 x\u2011y\u00AD");
-    EXPECT_EQ(Found(pdf, "(\\(a\\\\b\\) \x80\x92 ??? x-y\xAD)"),
-              "(\\(a\\\\b\\) \x80\x92 ??? x-y\xAD)");
-    EXPECT_EQ(remark_,
-              "3 characters cannot be shown by the fonts of this PDF and stand as \"?\": "
-              "\u03B1\u0416");
-}
-
-TEST(PdfFonts, AreOfTheFamilyThatTheNameSays) {
-    struct Row {
-        const char* name;
-        const char* font;
-    };
-    for (const Row& row : {Row{"Arial", "Helvetica"}, Row{"Times New Roman", "Times-Roman"},
-                           Row{"Courier New", "Courier"}, Row{"DejaVu Sans Mono", "Courier"},
-                           Row{"Noto Serif", "Times-Roman"}, Row{"MS Sans Serif", "Helvetica"}})
-        EXPECT_EQ(PdfFontName(PdfFontFor({FontName(row.name), 10, false, false})), row.font);
-    EXPECT_EQ(PdfFontName(PdfFontFor({FontName("Times"), 10, true, true})), "Times-BoldItalic");
-    EXPECT_EQ(PdfFontName(PdfFontFor({FontName("Arial"), 10, false, true})), "Helvetica-Oblique");
-    // "WA." at 10 points: 944 + 667 + 278 thousandths.
-    EXPECT_NEAR(PdfWidth("WA.", 0, 10), 1.889 * 200, 0.001);
-    EXPECT_NEAR(PdfWidth("WA.", 8, 10), 1.8 * 200, 0.001);
 }
 
 TEST(PdfFiles, StayAsTheyWereUntilTheJobIsDone) {

@@ -8,6 +8,7 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rich_document.h"
+#include "compare/view/copy_over.h"
 #include "tests/compare/view/rows_notation.h"
 #include "tests/support/comparison_notation.h"
 
@@ -36,6 +37,13 @@ class FollowedPair {
     }
     FollowedPair(const FollowedPair&) = delete;
     FollowedPair& operator=(const FollowedPair&) = delete;
+
+    bool Copy(std::int32_t record, Side from) {
+        return CopyOver(
+            rows,
+            {{&documents.original, &documents.modified}, {&blocks_.original, &blocks_.modified}},
+            record, from);
+    }
 
     PerSide<RichDocument> documents;
     ParagraphRows rows;
@@ -90,14 +98,34 @@ TEST(RowsFollower, KnowsWhatAnEditLeavesUntouched) {
     }
 }
 
-TEST(RowsFollower, CopiesDifferencesOver) {
-    FollowedPair pair("first here / only left / also left / last here", "first here / last here");
-    ASSERT_EQ(Notation(pair.rows), "1=1 2-0#0 1=1");
-    pair.documents.modified.Replace({CharPos{12}, 0}, u"only left\r\nalso left\r\n");
-    EXPECT_EQ(Notation(pair.rows), "1=1 2e2#0 1=1");
-    pair.documents.modified.Undo();
-    EXPECT_EQ(Notation(pair.rows), "1=1 2e0#0 1=1");
-    EXPECT_EQ(pair.rows.RowsOfRecord(0), (RowSpan{1, 2}));
+// Whatever differs, all of it copied over makes the other text, and each copy is one step to undo.
+TEST(CopyOver, MakesTheOtherText) {
+    const char* const texts[] = {
+        "first here",
+        "first here / only left / also left / last here",
+        "first here / last here",
+        "in front / first here / only left changed / last here / behind / and more behind",
+        "last here and / only left or right / first here",
+        "new / / words / first here / / of all kinds",
+    };
+    for (const char* original : texts) {
+        for (const char* modified : texts) {
+            for (const Side from : kBothSides) {
+                SCOPED_TRACE(std::string(original) + " | " + modified);
+                FollowedPair pair(original, modified);
+                RichDocument& target = pair.documents[OtherSide(from)];
+                const std::u16string old = target.Text();
+                int copied = 0;
+                while (pair.Copy(copied, from))
+                    ++copied;
+                EXPECT_EQ(target.Text(), pair.documents[from].Text());
+                for (; copied > 0; --copied)
+                    EXPECT_TRUE(target.Undo());
+                EXPECT_EQ(target.Text(), old);
+                EXPECT_FALSE(target.CanUndo());
+            }
+        }
+    }
 }
 
 TEST(RowsFollower, ALoadAndABatchAreTakenWhole) {

@@ -10,7 +10,6 @@
 
 #include "common/base/text_encoding.h"
 #include "compare/document/rtf_reader.h"
-#include "load/pdf_options.h"
 #include "load/readers/pdf/pdf_reader.h"
 #include "load/readers/sink/document_sink.h"
 #include "tests/support/pdf_file.h"
@@ -380,14 +379,6 @@ TEST(PdfRich, OutlivesDamagedFiles) {
         }
         ReadBothWays(original);
     }
-}
-
-TEST(PdfOptions, GetAcrossOneByOne) {
-    // None as it is when nobody asks.
-    const PdfRichOptions other{1, 2, false, true, true, true, true, false, true};
-    ConversionMessage job;
-    PutPdfOptions(other, job);
-    EXPECT_EQ(PdfOptionsOf<PdfRichOptions>(job), other);
 }
 
 }  // namespace

@@ -6,11 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include "load/readers/content_kind.h"
+#include "load/answer_file.h"
+#include "load/pdf_options.h"
+#include "load/readers/convert_jobs.h"
 #include "load/readers/pdf/pdf_reader.h"
-#include "load/readers/word_job.h"
 #include "tests/support/shown_document.h"
-#include "tests/support/shown_workbook.h"
 #include "tests/support/told_files.h"
 
 namespace zorvane::readings_test {
@@ -54,113 +54,106 @@ std::string ToldText(const RichText& text) {
     return told;
 }
 
-template <class Read>
-std::string ToldReading(const std::string& title, Read&& read) {
-    std::string told = "== " + title + "\n";
-    const auto sink = MakeRtfSink();
-    SilentMonitor monitor;
-    const ReadEnd end = read(*sink, monitor);
-    if (!end.ok())
-        return told + "error " + std::to_string(static_cast<int>(end.error)) + "\n";
-    std::vector<BesideItem> items;
-    told += ToldText(ReadRtf(sink->Finish(), items));
+struct Way {
+    std::string names;  ///< of the files that are read so; empty: of all
+    std::string title;
+    AnswerShape shape;
+    ConversionMessage job;
+};
+
+std::string ToldItems(const std::vector<BesideItem>& items) {
+    std::string told;
     for (const BesideItem& item : items)
         told += "beside " + std::to_string(item.paragraph) + " " +
                 std::string(NameOf(item.kind).option) + " " + item.text + " " + item.digest + "\n";
     return told;
 }
 
-// What is made of it where no rich text is wanted.
-std::string ToldForms(std::string_view bytes, const ConversionMessage& job) {
-    std::string told;
-    for (const auto& make : {MakeHtmlSink, MakePlainSink}) {
-        const auto sink = make();
-        SilentMonitor monitor;
-        ConversionMessage answer;
-        EXPECT_TRUE(ReadWordDocument(bytes, job, *sink, monitor, answer).ok());
-        for (const BesideItem& item : sink->TakeBeside())
-            told += "beside line " + std::to_string(item.paragraph) + " " + item.text + "\n";
-        told += "== without rich text\n" + sink->Finish();
+// What stands in a part of the answer, line for line.
+std::string ToldPart(const std::string& bytes) {
+    if (bytes.starts_with("{\\rtf")) {
+        std::vector<BesideItem> items;
+        const std::string told = ToldText(ReadRtf(bytes, items));
+        return told + ToldItems(items);
     }
-    return told;
+    std::string told = bytes;
+    std::erase(told, '\r');
+    std::replace(told.begin(), told.end(), '\f', '\n');
+    return told + "\n";
 }
 
-std::string ToldPdf(std::string_view bytes) {
-    std::string told;
+// As the program asks and hears it, the two processes apart.
+std::string ToldWay(std::string_view bytes, const Way& way) {
+    const std::string title = "== " + way.title + "\n";
+    const auto file = AnswerFile::Make(fs::temp_directory_path().string());
+    JobOutput output(file.value().Descriptor());
     SilentMonitor monitor;
-    std::string text;
-    static_cast<void>(ReadPdfText(bytes, {}, {}, 1, text, monitor));
-    std::replace(text.begin(), text.end(), '\f', '\n');
-    told += "== plain text\n" + text + "\n";
-    struct Way {
-        const char* title;
-        PdfRichOptions options;
+    const ReadEnd end = RunJob(bytes, way.job, monitor, output);
+    output.answer["error"] = std::to_string(static_cast<int>(end.error));
+    output.answer["detail"] = end.detail;
+    const ConversionResult result = CheckedAnswer(output.answer, way.shape, file.value().Size());
+    if (!result.ok())
+        return title + "error " + std::to_string(static_cast<int>(result.error)) + " " +
+               result.detail + result.office + "\n";
+    std::string told = title;
+    for (const std::string& sheet : result.sheets)
+        told += "sheet " + sheet + "\n";
+    for (const AnswerPart& part : result.parts)
+        told += ToldPart(file.value().Read(part).value());
+    if (way.shape == AnswerShape::PageCount)
+        told += std::to_string(result.pages) + "\n";
+    return told + ToldItems(DecodeBesideList(file.value().Read(result.beside).value()));
+}
+
+Way Rich(const char* title, const PdfRichOptions& options) {
+    Way way{".pdf", title, AnswerShape::OneDocument, {{"kind", "pdfrich"}}};
+    PutPdfOptions(options, way.job);
+    return way;
+}
+
+std::vector<Way> AllWays() {
+    constexpr auto kText = AnswerShape::OneDocument;
+    constexpr auto kSheets = AnswerShape::Sheets;
+    constexpr const char* kSlideNames = ".pptx.odp";
+    constexpr const char* kSheetNames = ".xlsx.xlsb.ods";
+    return {
+        {"", "document", kText, {{"kind", "word"}}},
+        {".pdf", "plain text", kText, {{"kind", "pdftext"}, {"delta", "10"}}},
+        {".pdf", "second page", kText, {{"kind", "pdftext"}, {"first", "2"}, {"last", "2"}}},
+        {".pdf", "pages", AnswerShape::PageCount, {{"kind", "pdfpages"}}},
+        Rich("flow of several columns",
+             {.lBCLDocumentType = 2, .bBCLDetectHeader = true, .bConnectHyphens = true}),
+        Rich("pleading",
+             {.lBCLDocumentType = 3, .bBCLAdjustFontNames = true, .bBCLExtractHyperlinks = true}),
+        Rich("by blanks", {.lBCLConversionMethod = 1, .bRemoveHiddenText = false}),
+        Rich("lines", {.bBCLMergeParagraph = false, .bBCLShrinkFonts = true}),
+        {".rtf", "page", kText, {{"kind", "word"}, {"format", "8"}}},
+        {".rtf", "plain text", kText, {{"kind", "word"}, {"format", "2"}}},
+        {kSlideNames, "all", kText, {{"kind", "slides"}, {"numbers", "1"}, {"notes", "1"}}},
+        {kSlideNames, "second", kText, {{"kind", "slides"}, {"first", "2"}, {"last", "2"}}},
+        {kSlideNames, "notes", kText, {{"kind", "slides"}, {"notesonly", "1"}, {"format", "200"}}},
+        {kSheetNames, "seen", kSheets, {{"kind", "sheets"}, {"sheets", "*"}}},
+        {kSheetNames,
+         "all",
+         kSheets,
+         {{"kind", "sheets"}, {"sheets", "1-"}, {"formulas", "1"}, {"values", "1"}}},
+        {kSheetNames, "names", AnswerShape::SheetNames, {{"kind", "sheetnames"}}},
     };
-    Way ways[] = {
-        {"flow of several columns", {}}, {"pleading", {}}, {"by blanks", {}}, {"lines", {}}};
-    ways[0].options.lBCLDocumentType = 2;
-    ways[0].options.bBCLDetectHeader = true;
-    ways[0].options.bConnectHyphens = true;
-    ways[1].options.lBCLDocumentType = 3;
-    ways[1].options.bBCLExtractHyperlinks = true;
-    ways[1].options.bBCLAdjustFontNames = true;
-    ways[2].options.lBCLConversionMethod = 1;
-    ways[2].options.bRemoveHiddenText = false;
-    ways[3].options.bBCLMergeParagraph = false;
-    ways[3].options.bBCLShrinkFonts = true;
-    for (const Way& way : ways)
-        told += ToldReading(way.title, [&](DocumentSink& sink, ReadMonitor& watcher) {
-            return ReadPdfRich(bytes, {}, {}, way.options, sink, watcher);
-        });
-    return told;
 }
 
-std::string ToldSlides(std::string_view bytes, const ConversionMessage& job) {
-    SlideOptions with_all;
-    with_all.show_numbers = with_all.notes = true;
-    return ToldReading("numbers and notes", [&](DocumentSink& sink, ReadMonitor& monitor) {
-        ConversionMessage answer;
-        return ReadSlideDocument(bytes, job, with_all, sink, monitor, answer);
-    });
-}
-
-std::string ToldSheets(std::string_view bytes, const ConversionMessage& job) {
-    std::unique_ptr<Workbook> book;
-    ConversionMessage answer;
-    if (!OpenSheets(bytes, job, book, answer).ok())
-        return "for an office suite: " + answer["office"] + "\n";
-    std::string told;
-    for (std::size_t index = 0; index < book->Sheets().size(); ++index)
-        told += "== " + book->Sheets()[index].name + "\n" +
-                ShownSheet(*book, index, {.formulas = true, .values_too = true});
-    return told;
-}
-
-// All that is read of a document, by each road that its kind has.
+// All that is read of a document, by each way that its kind has.
 std::string Told(const fs::path& path) {
     const std::string bytes = ToldBytes(path);
-    const ConversionMessage job{
-        {"name", path.filename().string()}, {"locale", "windows-1252"}, {"password", "pass"}};
-    std::string told = ToldReading("document", [&](DocumentSink& sink, ReadMonitor& monitor) {
-        ConversionMessage answer;
-        return ReadWordDocument(bytes, job, sink, monitor, answer);
-    });
-    std::unique_ptr<Package> package;
-    switch (KindOfContent(bytes, path.filename().string(), package)) {
-        case ContentKind::Pdf:
-            return told + ToldPdf(bytes);
-        case ContentKind::Rtf:
-            return told + ToldForms(bytes, job);
-        case ContentKind::SlidePackage:
-        case ContentKind::OpenSlides:
-            return told + ToldSlides(bytes, job);
-        case ContentKind::SheetPackage:
-        case ContentKind::OpenSheet:
-        case ContentKind::BinarySheet:
-            return told + ToldSheets(bytes, job);
-        default:
-            return told;
+    const std::string name = path.filename().string();
+    std::string told;
+    for (Way& way : AllWays()) {
+        if (way.names.find(path.extension().string()) == std::string::npos && !way.names.empty())
+            continue;
+        way.job.merge(ConversionMessage{
+            {"name", name}, {"locale", "windows-1252"}, {"password", "pass"}, {"user", "pass"}});
+        told += ToldWay(bytes, way);
     }
+    return told;
 }
 
 TEST(Readings, AreAsTheyWereLookedAt) {
