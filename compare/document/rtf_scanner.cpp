@@ -60,7 +60,7 @@ void RtfScanner::Skip(std::size_t bytes) {
 }
 
 void RtfScanner::Text(RtfToken& token) {
-    std::size_t end = at_;
+    std::size_t end = at_ + 1;
     while (end < bytes_.size() && !kEndsText[static_cast<unsigned char>(bytes_[end])])
         ++end;
     token.kind = RtfToken::Kind::Text;
