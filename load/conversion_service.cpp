@@ -186,7 +186,10 @@ ConversionResult ConversionService::Start(const ConversionMessage& job,
     started.job = job;
     started.stall = kBaseStall + Milliseconds(size / kBytesPerMillisecond);
     ConversionMessage request = job;
-    request.try_emplace("name", TextOf(job, "source"));
+    // A child knows no path of the user's.
+    request.try_emplace("name", FileNameOf(TextOf(job, "source")));
+    request.erase("source");
+    request.erase("second");
     request["locale"] = platform_.locale->EncodingName();
     request["memory"] = std::to_string(std::min(kBaseMemory + size * kMemoryPerByte, kMostMemory));
     request["filebytes"] = std::to_string(kMostAnswer);

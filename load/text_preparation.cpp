@@ -24,7 +24,7 @@ constexpr std::string_view kNumbering = "\\pn";
 constexpr std::int32_t kPathAccessError = 75;  // the number under which such faults are known
 
 // Numbers of the steps, as the log names them.
-enum class ListStep : std::int32_t { Open = 1, Read = 3, Replace = 4, SecondOpen = 8, Write = 10 };
+enum class ListStep : std::int32_t { Open = 1, SecondOpen = 8 };
 
 struct Line {
     std::size_t end;  // behind its break

@@ -1,8 +1,8 @@
 #include "load/readers/container/package_cipher.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
+#include <utility>
 
 #include "common/base/text_encoding.h"
 #include "load/readers/container/crypto_tools.h"
@@ -155,15 +155,10 @@ struct AgileInfo {
 };
 
 std::optional<HashKind> HashNamed(std::string_view name) {
-    constexpr std::array<std::pair<std::string_view, HashKind>, 8> kNames = {
-        {{"SHA1", HashKind::Sha1},
-         {"SHA-1", HashKind::Sha1},
-         {"SHA256", HashKind::Sha256},
-         {"SHA-256", HashKind::Sha256},
-         {"SHA384", HashKind::Sha384},
-         {"SHA-384", HashKind::Sha384},
-         {"SHA512", HashKind::Sha512},
-         {"SHA-512", HashKind::Sha512}}};
+    constexpr std::pair<std::string_view, HashKind> kNames[] = {
+        {"SHA1", HashKind::Sha1},      {"SHA-1", HashKind::Sha1},    {"SHA256", HashKind::Sha256},
+        {"SHA-256", HashKind::Sha256}, {"SHA384", HashKind::Sha384}, {"SHA-384", HashKind::Sha384},
+        {"SHA512", HashKind::Sha512},  {"SHA-512", HashKind::Sha512}};
     for (const auto& [known, kind] : kNames) {
         if (known == name)
             return kind;

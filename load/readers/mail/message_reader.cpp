@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
 
@@ -75,11 +74,11 @@ class MessageText {
   private:
     ReadEnd Message(const MimeEntity& message, int depth) {
         using Field = std::pair<std::string_view, std::string_view>;
-        constexpr std::array<Field, 5> kShown = {{{"from", "From: "},
-                                                  {"to", "To: "},
-                                                  {"cc", "Cc: "},
-                                                  {"date", "Date: "},
-                                                  {"subject", "Subject: "}}};
+        constexpr Field kShown[] = {{"from", "From: "},
+                                    {"to", "To: "},
+                                    {"cc", "Cc: "},
+                                    {"date", "Date: "},
+                                    {"subject", "Subject: "}};
         for (const auto& [name, label] : kShown) {
             const std::string_view value = message.Field(name);
             if (value.empty())

@@ -155,13 +155,8 @@ class MarkdownText {
 
     void IndentedCode(const Lines& lines, std::size_t& at) {
         Lines code;
-        std::size_t end = at;
-        for (; at < lines.size() && (IsCodeLine(lines[at]) || IsBlankLine(lines[at])); ++at) {
+        for (; at < lines.size() && (IsCodeLine(lines[at]) || IsBlankLine(lines[at])); ++at)
             code.push_back(lines[at].substr(std::min(kCodeIndent, lines[at].size())));
-            if (!IsBlankLine(lines[at]))
-                end = code.size();
-        }
-        code.resize(std::min(code.size(), end));
         while (!code.empty() && IsBlankLine(code.back()))
             code.pop_back();
         Code(code);

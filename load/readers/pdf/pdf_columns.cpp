@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <limits>
 #include <map>
 #include <utility>
@@ -71,7 +72,8 @@ class Splitter {
         float first_end = std::numeric_limits<float>::max();
         for (const std::uint32_t number : part)
             first_end = std::min(first_end, segments_[number].x1);
-        std::map<long, std::pair<std::size_t, float>> edges;
+        using Edge = std::pair<std::size_t, float>;  // how often, and where
+        std::map<long, Edge> edges;
         for (const std::uint32_t number : part) {
             const float x0 = segments_[number].x0;
             if (x0 < first_end)
@@ -80,12 +82,11 @@ class Splitter {
             ++count;
             edge = std::min(edge, x0);
         }
-        std::vector<std::pair<std::size_t, float>> order;
+        std::vector<Edge> order;
         order.reserve(edges.size());
         for (const auto& [key, edge] : edges)
             order.push_back(edge);
-        std::stable_sort(order.begin(), order.end(),
-                         [](const auto& a, const auto& b) { return a.first > b.first; });
+        std::ranges::stable_sort(order, std::ranges::greater(), &Edge::first);
         order.resize(std::min(order.size(), kMostCandidates));
         std::vector<float> candidates;
         candidates.reserve(order.size());

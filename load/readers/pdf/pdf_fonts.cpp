@@ -1,7 +1,7 @@
 #include "load/readers/pdf/pdf_fonts.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 #include "common/base/ascii.h"
 
@@ -13,21 +13,21 @@ struct FamilyRow {
     std::string_view family;
 };
 // Names that do not part into words by themselves.
-constexpr std::array<FamilyRow, 10> kFamilies = {{{"TimesNewRoman", "Times New Roman"},
-                                                  {"TimesNewRomanPS", "Times New Roman"},
-                                                  {"CourierNew", "Courier New"},
-                                                  {"CourierNewPS", "Courier New"},
-                                                  {"Arial", "Arial"},
-                                                  {"ArialNarrow", "Arial Narrow"},
-                                                  {"DejaVuSans", "DejaVu Sans"},
-                                                  {"DejaVuSansMono", "DejaVu Sans Mono"},
-                                                  {"DejaVuSerif", "DejaVu Serif"},
-                                                  {"ZapfDingbats", "Zapf Dingbats"}}};
+constexpr FamilyRow kFamilies[] = {{"TimesNewRoman", "Times New Roman"},
+                                   {"TimesNewRomanPS", "Times New Roman"},
+                                   {"CourierNew", "Courier New"},
+                                   {"CourierNewPS", "Courier New"},
+                                   {"Arial", "Arial"},
+                                   {"ArialNarrow", "Arial Narrow"},
+                                   {"DejaVuSans", "DejaVu Sans"},
+                                   {"DejaVuSansMono", "DejaVu Sans Mono"},
+                                   {"DejaVuSerif", "DejaVu Serif"},
+                                   {"ZapfDingbats", "Zapf Dingbats"}};
 
-constexpr std::array<std::string_view, 16> kStyles = {
-    "BoldItalic", "BoldOblique", "SemiBold",  "Semibold", "DemiBold", "ExtraBold",
-    "Bold",       "Italic",      "Oblique",   "Regular",  "Roman",    "Medium",
-    "Black",      "Light",       "Condensed", "Book"};
+constexpr std::string_view kStyles[] = {"BoldItalic", "BoldOblique", "SemiBold",  "Semibold",
+                                        "DemiBold",   "ExtraBold",   "Bold",      "Italic",
+                                        "Oblique",    "Regular",     "Roman",     "Medium",
+                                        "Black",      "Light",       "Condensed", "Book"};
 
 bool CutEnd(std::string_view& name, std::string_view end) {
     if (name.size() <= end.size() || !name.ends_with(end))
@@ -57,10 +57,10 @@ std::string FamilyOfFont(std::string_view name) {
     for (const std::string_view foundry : {"MT", "PS"})
         CutEnd(name, foundry);
     const auto known = [&] {
-        return std::find_if(kFamilies.begin(), kFamilies.end(),
+        return std::find_if(std::begin(kFamilies), std::end(kFamilies),
                             [&](const FamilyRow& row) { return row.name == name; });
     };
-    if (known() == kFamilies.end()) {
+    if (known() == std::end(kFamilies)) {
         for (const std::string_view end : kStyles)
             CutEnd(name, end);
     }
@@ -69,7 +69,7 @@ std::string FamilyOfFont(std::string_view name) {
     if (name.empty())
         return std::string(whole);
     const auto* const row = known();
-    return row != kFamilies.end() ? std::string(row->family) : Spaced(name);
+    return row != std::end(kFamilies) ? std::string(row->family) : Spaced(name);
 }
 
 }  // namespace zorvane

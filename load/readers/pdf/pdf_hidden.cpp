@@ -140,8 +140,6 @@ void PdfGround::ShowScan(std::vector<PdfCharacter>& letters) const {
         seen += letter.hidden == PdfHidden::No ? 1U : 0U;
         invisible += letter.hidden == PdfHidden::InvisibleMode ? 1U : 0U;
     }
-    if (invisible == 0)
-        return;
     constexpr std::size_t kNextToNone = 20;  // invisible letters for each that is seen
     const bool only_text = seen * kNextToNone <= invisible;
     for (PdfCharacter& letter : letters) {

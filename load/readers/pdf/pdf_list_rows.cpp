@@ -40,8 +40,6 @@ class Marker {
         if (segments.size() != 2 || segments.front()->words.size() > 1)
             return;
         const PdfWord& word = segments.front()->words.front();
-        if (word.count > kLongestLabel)
-            return;
         std::u32string text;
         for (std::uint32_t index = 0; index < word.count; ++index)
             text += characters_[word.first + index].letter;

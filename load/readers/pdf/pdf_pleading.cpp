@@ -83,8 +83,7 @@ void DropLineNumbers(const std::vector<PdfCharacter>& characters, std::vector<Pd
         if (value && words[index].x1 <= edge)
             numbers.push_back({index, *value, words[index].x1, words[index].baseline});
     }
-    std::stable_sort(numbers.begin(), numbers.end(),
-                     [](const Number& a, const Number& b) { return a.baseline < b.baseline; });
+    std::ranges::stable_sort(numbers, {}, &Number::baseline);
     KeepMargin(numbers);
     // Numbers of notes at the margin do not go on one by one.
     std::size_t follow = 0;

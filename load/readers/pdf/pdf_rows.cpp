@@ -68,8 +68,7 @@ float Bottom(const Row& row) {
 }
 
 void SortByPlace(std::vector<PdfWord>& words) {
-    std::stable_sort(words.begin(), words.end(),
-                     [](const PdfWord& a, const PdfWord& b) { return a.x0 < b.x0; });
+    std::ranges::stable_sort(words, {}, &PdfWord::x0);
 }
 
 // The largest words carry a row; what is raised or lowered is smaller.
@@ -85,8 +84,7 @@ void SettleRow(Row& row) {
 
 // Words on one baseline, from top to bottom.
 std::vector<Row> BaselinesOf(std::vector<PdfWord> words) {
-    std::stable_sort(words.begin(), words.end(),
-                     [](const PdfWord& a, const PdfWord& b) { return a.baseline < b.baseline; });
+    std::ranges::stable_sort(words, {}, &PdfWord::baseline);
     std::vector<Row> rows;
     for (const PdfWord& word : words) {
         if (rows.empty() ||
@@ -297,8 +295,7 @@ std::vector<PdfWord> WordsOf(const std::vector<PdfCharacter>& characters, PdfDir
 
 std::vector<PdfSegment> SegmentsOf(const std::vector<PdfCharacter>& characters,
                                    std::vector<PdfWord> words, std::vector<PdfBox> uprights) {
-    std::sort(uprights.begin(), uprights.end(),
-              [](const PdfBox& a, const PdfBox& b) { return a.x0 < b.x0; });
+    std::ranges::sort(uprights, {}, &PdfBox::x0);
     MarkLeaders(characters, words);
     std::vector<Row> rows = BaselinesOf(std::move(words));
     AttachScripts(rows);

@@ -8,8 +8,7 @@ namespace {
 
 // Pieces at one place, within the slack of the first, become lines.
 std::vector<PdfRuleLine> Joined(std::vector<PdfRuleLine> pieces) {
-    std::sort(pieces.begin(), pieces.end(),
-              [](const PdfRuleLine& a, const PdfRuleLine& b) { return a.at < b.at; });
+    std::ranges::sort(pieces, {}, &PdfRuleLine::at);
     std::vector<PdfRuleLine> lines;
     for (std::size_t first = 0; first < pieces.size();) {
         std::size_t end = first;
@@ -17,8 +16,7 @@ std::vector<PdfRuleLine> Joined(std::vector<PdfRuleLine> pieces) {
             ++end;
         const auto begin = pieces.begin() + static_cast<std::ptrdiff_t>(first);
         const auto behind = pieces.begin() + static_cast<std::ptrdiff_t>(end);
-        std::sort(begin, behind,
-                  [](const PdfRuleLine& a, const PdfRuleLine& b) { return a.first < b.first; });
+        std::ranges::sort(begin, behind, {}, &PdfRuleLine::first);
         for (auto piece = begin; piece != behind; ++piece) {
             if (piece == begin || piece->first - lines.back().last > kPdfRuleSlack)
                 lines.push_back(*piece);

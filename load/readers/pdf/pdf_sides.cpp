@@ -188,11 +188,8 @@ PdfTwoSides PdfSides::Measure(const std::vector<std::uint32_t>& part, float gutt
         if (right != nullptr)
             sides.right.push_back(LineOf(*right));
     }
-    const auto by_height = [](const PdfSideLine& a, const PdfSideLine& b) {
-        return a.baseline < b.baseline;
-    };
-    std::stable_sort(sides.left.begin(), sides.left.end(), by_height);
-    std::stable_sort(sides.right.begin(), sides.right.end(), by_height);
+    std::ranges::stable_sort(sides.left, {}, &PdfSideLine::baseline);
+    std::ranges::stable_sort(sides.right, {}, &PdfSideLine::baseline);
     return sides;
 }
 

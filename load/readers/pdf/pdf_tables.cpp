@@ -101,8 +101,7 @@ class Grouping {
     Grouping(const std::vector<PdfCharacter>& characters, const std::vector<PdfTableLine>& lines,
              const std::vector<PdfBox>& rules)
         : characters_(characters), lines_(lines), rules_(rules) {
-        std::sort(rules_.begin(), rules_.end(),
-                  [](const PdfBox& a, const PdfBox& b) { return a.y0 < b.y0; });
+        std::ranges::sort(rules_, {}, &PdfBox::y0);
     }
 
     std::vector<PdfRowGroup> Groups() {

@@ -1,6 +1,6 @@
 #include "load/readers/sheets/number_format.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -171,7 +171,7 @@ std::string_view NumberFormat::BuiltIn(std::int32_t id) {
         std::int32_t id;
         std::string_view code;
     };
-    static constexpr std::array<Row, 37> kRows = {{
+    static constexpr Row kRows[] = {
         {0, "General"},
         {1, "0"},
         {2, "0.00"},
@@ -209,7 +209,7 @@ std::string_view NumberFormat::BuiltIn(std::int32_t id) {
         {47, "mm:ss.0"},
         {48, "##0.0E+0"},
         {49, "@"},
-    }};
+    };
     // East Asian dates and times, whose look depends on the reader's language.
     if ((id >= 27 && id <= 31) || (id >= 50 && id <= 58))
         return "m/d/yyyy";
@@ -234,19 +234,16 @@ void AppendGeneral(double value, std::string& out) {
         out.append(text, std::to_chars(text, text + sizeof text, whole).ptr);
         return;
     }
-    if (value < 0)
+    if (std::signbit(value))
         out += '-';
     Decimal number(std::abs(value));
     const std::int32_t exponent = number.point - 1;
-    if (exponent >= 0 && exponent <= 10) {
-        number.Round(std::max(0, 9 - exponent));
-    } else if (exponent >= -4 && exponent < 0) {
-        number.Round(9);
-    } else if (exponent < -9 || exponent > 10 || number.count - number.point > 9) {
+    if (exponent > 10 || (exponent < -4 && number.count - number.point > 9)) {
         number.Round(5 - exponent);
         AppendScientific(number, out);
         return;
     }
+    number.Round(std::clamp(9 - exponent, 0, 9));
     if (number.point > 11)
         AppendScientific(number, out);
     else

@@ -38,11 +38,13 @@ void SetCivil(std::int64_t days, Moment& moment) {
 void SetDate(std::int64_t serial, Moment& moment) {
     constexpr std::int64_t kEpoch = 25'569;  // serial of 1970-01-01
     moment.weekday = (serial + 6) % 7;
-    if (serial == 60) {  // the leap day that 1900 did not have
+    if (serial > 60) {
+        SetCivil(serial - kEpoch, moment);
+    } else if (serial == 60) {  // the leap day that 1900 did not have
         moment.month = 2;
         moment.day = 29;
     } else if (serial > 0) {
-        SetCivil(serial - kEpoch + (serial < 60 ? 1 : 0), moment);
+        SetCivil(serial - kEpoch + 1, moment);
     }
 }
 

@@ -138,7 +138,7 @@ Ratio Nearest(double value, std::int64_t most) {
 void AppendAligned(std::int64_t number, std::size_t width, char fill, bool right,
                    std::string& out) {
     const std::string text = std::to_string(number);
-    const std::size_t missing = width > text.size() ? width - text.size() : 0;
+    const std::size_t missing = std::max(width, text.size()) - text.size();
     if (right && fill != '#')
         out.append(missing, fill == '0' ? '0' : ' ');
     out += text;

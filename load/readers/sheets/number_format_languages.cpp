@@ -1,5 +1,3 @@
-#include <array>
-
 #include "load/readers/sheets/number_format_parts.h"
 
 namespace zorvane::number_format {
@@ -14,7 +12,7 @@ struct Row {
     std::string_view short_days;
 };
 
-constexpr std::array<Row, 7> kRows = {{
+constexpr Row kRows[] = {
     {0x09, "January February March April May June July August September October November December",
      "Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec",
      "Sunday Monday Tuesday Wednesday Thursday Friday Saturday", "Sun Mon Tue Wed Thu Fri Sat"},
@@ -44,7 +42,7 @@ constexpr std::array<Row, 7> kRows = {{
      "jan fev mar abr mai jun jul ago set out nov dez",
      "domingo segunda-feira terça-feira quarta-feira quinta-feira sexta-feira sábado",
      "dom seg ter qua qui sex sáb"},
-}};
+};
 
 std::string_view NameAt(std::string_view names, std::size_t index) {
     for (; index > 0; --index)
