@@ -85,7 +85,8 @@ TEST_F(RichReport, ItsHeadSaysWhatTheReaderSees) {
     head.deletion.bStrikeout = true;
     head.change_original = {255, 0xFFFFFF, true, false, true};
     head.change_modified = {255, 0xFFFFFF, true, true};
-    const Comparison comparison = Compared("keep / one two / gone here / x", "keep / one 2 / x / y z");
+    const Comparison comparison =
+        Compared("keep / one two / gone here / x", "keep / one 2 / x / y z");
     const RichText report = Saved({.all_in_one = &all_, .comparison = &comparison, .head = &head});
     EXPECT_EQ(Notation(report),
               "[b:The title]|Original: old {1}.txt|Modified: n w.txt|"
