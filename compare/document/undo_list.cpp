@@ -25,12 +25,8 @@ class ChangedRange {
   public:
     void Add(CharPos first, std::int32_t length, std::int32_t length_after) {
         const CharPos end = first + length;
-        if (!any_) {
-            begin_ = first;
-            end_ = end;
-        }
+        begin_ = any_ ? std::min(begin_, first) : first;
         any_ = true;
-        begin_ = std::min(begin_, first);
         end_ = std::max(end_, end) + (length_after - length);
     }
     TextRange range() const { return TextRange::Between(begin_, end_); }

@@ -42,10 +42,8 @@ std::int32_t WithoutBlanks(std::u16string_view text, std::int32_t begin, std::in
 
 // From left to right; spans of a run that reads the other way stand in reverse order.
 void LinePainter::AddPieces(std::int32_t begin, std::int32_t end, Segment& segment) const {
-    std::vector<DirectedRun> runs;
-    directions_.RunsOf(begin, end, runs);
     const std::vector<PrintSpan>& spans = measure_.Paragraph().spans;
-    for (const DirectedRun& run : runs) {
+    for (const DirectedRun& run : directions_.RunsOf(begin, end)) {
         const std::size_t first = segment.pieces.size();
         for (std::size_t at = measure_.SpanAt(run.begin);
              at < spans.size() && spans[at].begin < run.end; ++at) {

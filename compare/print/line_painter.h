@@ -34,7 +34,7 @@ class TextDirections {
 
     /// The paragraph as a whole.
     bool RightToLeft() const;
-    void RunsOf(std::int32_t begin, std::int32_t end, std::vector<DirectedRun>& runs) const;
+    std::vector<DirectedRun> RunsOf(std::int32_t begin, std::int32_t end) const;
 
   private:
     struct State;

@@ -63,7 +63,7 @@ bool PrintReader::Next(PrintParagraph& paragraph) {
                                    static_cast<std::int32_t>(stop - place_), format});
         at = stop;
     }
-    paragraph.end_format = CharsAt(end < text.size() || end == place_ ? end : end - 1);
+    paragraph.end_format = CharsAt(std::min(end, text.size() - 1));
     place_ = std::min(end + 2, text.size());
     return true;
 }

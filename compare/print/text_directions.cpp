@@ -43,11 +43,9 @@ bool TextDirections::RightToLeft() const {
     return state_ != nullptr && state_->right_to_left;
 }
 
-void TextDirections::RunsOf(std::int32_t begin, std::int32_t end,
-                            std::vector<DirectedRun>& runs) const {
-    runs.clear();
+std::vector<DirectedRun> TextDirections::RunsOf(std::int32_t begin, std::int32_t end) const {
     if (begin >= end)
-        return;
+        return {};
     UErrorCode status = U_ZERO_ERROR;
     std::int32_t count = 0;
     if (state_ != nullptr) {
@@ -55,10 +53,9 @@ void TextDirections::RunsOf(std::int32_t begin, std::int32_t end,
         count = ubidi_countRuns(state_->line.get(), &status);
     }
     // A separator of paragraphs inside ours has no order of its own: it stays as it is read.
-    if (state_ == nullptr || U_FAILURE(status)) {
-        runs.push_back({begin, end, false});
-        return;
-    }
+    if (state_ == nullptr || U_FAILURE(status))
+        return {{begin, end, false}};
+    std::vector<DirectedRun> runs;
     for (std::int32_t at = 0; at < count; ++at) {
         std::int32_t first = 0;
         std::int32_t length = 0;
@@ -66,6 +63,7 @@ void TextDirections::RunsOf(std::int32_t begin, std::int32_t end,
             ubidi_getVisualRun(state_->line.get(), at, &first, &length) == UBIDI_RTL;
         runs.push_back({begin + first, begin + first + length, right_to_left});
     }
+    return runs;
 }
 
 }  // namespace zorvane

@@ -101,8 +101,13 @@ TEST(ReportLook, IsTheOptionsWhereNothingWasChosen) {
     clsCompareFileOptions options;
     ASSERT_TRUE(options.LoadStateFromFile(*file).ok());
     EXPECT_EQ(ReportLookOf(options), ReportLook{});
-    options.lViewDeletionForeColor.SetData(0x123456);
-    EXPECT_NE(ReportLookOf(options), ReportLook{});
+    for (clsVarLong* color :
+         {&options.lViewAdditionForeColor, &options.lViewDeletionForeColor,
+          &options.lViewChangeForeColorOriginal, &options.lViewChangeForeColorModified}) {
+        const ReportLook before = ReportLookOf(options);
+        color->SetData(0x123456);
+        EXPECT_NE(ReportLookOf(options), before);
+    }
 }
 
 TEST_F(ReportDriver, ExpandsDatesInTheirExactSpellingAndFolders) {

@@ -85,12 +85,13 @@ TEST_F(RichReport, ItsHeadSaysWhatTheReaderSees) {
     head.deletion.bStrikeout = true;
     head.change_original = {255, 0xFFFFFF, true, false, true};
     head.change_modified = {255, 0xFFFFFF, true, true};
-    const Comparison comparison = Compared("keep / one two / x", "keep / one 2 / x / y z");
+    const Comparison comparison =
+        Compared("keep / one two / gone here / x", "keep / one 2 / x / y z");
     const RichText report = Saved({.all_in_one = &all_, .comparison = &comparison, .head = &head});
     EXPECT_EQ(Notation(report),
               "[b:The title]|Original: old {1}.txt|Modified: n w.txt|"
-              "2 differences: 1 change, 1 addition, 0 deletions.|"
-              "1 paragraph changed, 1 paragraph added, 3 words added, 1 word deleted.|"
+              "3 differences: 1 change, 1 addition, 1 deletion.|1 paragraph changed, "
+              "1 paragraph added, 1 paragraph deleted, 3 words added, 3 words deleted.|"
               "Marks: [u3#0:added], [s#0:deleted], changed from [bs#255:old words] to "
               "[bu3#255:new words]. A number in brackets is that of the difference. A link is "
               "underlined, but not struck through.||one|[#255:two|]");

@@ -375,5 +375,15 @@ TEST(MemoryEditor, GivesAllOrNothingWhenItIsStopped) {
     EXPECT_GT(refused, 0);
 }
 
+TEST(MemoryEditor, AnEditInFrontLeavesTheFormatOfAnEmptyLastParagraph) {
+    MemoryEditor editor;
+    editor.SetText(u"a\r\n");
+    ParagraphFormatChange change;
+    change.alignment = Alignment::Center;
+    editor.FormatParagraphs({CharPos{3}, 0}, change);
+    editor.Replace({CharPos{0}, 1}, u"b");
+    EXPECT_EQ(editor.ParagraphFormatAt(CharPos{3}).alignment, Alignment::Center);
+}
+
 }  // namespace
 }  // namespace zorvane::memory_editor_test

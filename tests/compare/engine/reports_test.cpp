@@ -130,6 +130,11 @@ TEST(CreateEngineReport, TellsWhatWentWrong) {
     };
     EXPECT_EQ(result(target), ReportResult::Ok);
     EXPECT_NE(folder.Read("report").find("- a\r\n"), std::string::npos);
+    DocumentLook bold;
+    bold.words.push_back({.begin = 0, .bold = true});
+    engine.putDocumentLooks({bold, bold});
+    EXPECT_EQ(result(target, ReportType::Html), ReportResult::Ok);
+    EXPECT_NE(folder.Read("report").find(" rich"), std::string::npos);
     EXPECT_EQ(result(target, ReportType::Document), ReportResult::TargetNotCreated);
     EXPECT_EQ(result(folder.Path("none/report")), ReportResult::TargetNotCreated);
     EXPECT_EQ(result(folder.Path()), ReportResult::TargetNotCreated);
