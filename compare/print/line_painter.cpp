@@ -164,10 +164,12 @@ void LinePainter::PaintPiece(const Piece& piece, double x, const LinePlace& plac
     if (format.back_color)
         painter_.FillBox({x, place.top, marked.width, place.bottom - place.top},
                          *format.back_color);
+    // The blank at the end of a word that runs to the left, and the gap with it, is at its left.
+    const double text_x = piece.right_to_left ? x + piece.gap : x;
     painter_.DrawText({marked.text,
                        marked.font,
                        format.fore_color.value_or(Color{}),
-                       {x, place.baseline - RaiseOf(format)},
+                       {text_x, place.baseline - RaiseOf(format)},
                        piece.width,
                        piece.right_to_left});
     DrawMarks(painter_, marked, place.baseline - RaiseOf(format));
