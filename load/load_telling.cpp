@@ -90,10 +90,12 @@ std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& 
         return bytes;
     }
     hold.Drop();
-    if (reason.empty())
-        reason = sFile + ": " +
-                 (system_reason_.empty() ? parts_.process.Translate("it cannot be read")
-                                         : system_reason_);
+    if (reason.empty()) {
+        reason = system_reason_.empty() ? parts_.process.Translate("it cannot be read")
+                                        : system_reason_;
+        if (!reason.starts_with(sFile))
+            reason.insert(0, sFile + ": ");
+    }
     if (reason.starts_with(sFile))
         reason.replace(0, sFile.size(), ShownName(parts_.telling, sFile));
     if (!failed)

@@ -246,6 +246,14 @@ class DocxRedline {
 
 }  // namespace
 
+ReadEnd CheckTracked(const RedlineRequest& request, const WrittenRedline& written) {
+    if (request.keep_tracked && written.resolved_before > 0)
+        return ReadEnd::Fault(ReadError::NotTracked,
+                              "the documents hold tracked changes already; without "
+                              "--keep-tracked they are compared as accepted");
+    return {};
+}
+
 ReadEnd WriteDocxRedline(const PerSide<std::string_view>& packages, const RedlineRequest& request,
                          RunWatcher* watcher, WrittenRedline& written) {
     PerSide<WordPackage> opened;
@@ -257,10 +265,8 @@ ReadEnd WriteDocxRedline(const PerSide<std::string_view>& packages, const Redlin
             return end;
         written.resolved_before += AcceptAll(opened[side]);
     }
-    if (request.keep_tracked && written.resolved_before > 0)
-        return ReadEnd::Fault(ReadError::NotTracked,
-                              "the documents hold tracked changes already; without "
-                              "--keep-tracked they are compared as accepted");
+    if (ReadEnd end = CheckTracked(request, written); !end.ok())
+        return end;
     if (ReadEnd end = TakeType(opened.modified); !end.ok())
         return end;
     return DocxRedline(opened.original, opened.modified, request, watcher, written,

@@ -34,6 +34,10 @@ struct WrittenRedline {
     std::int32_t headers_left_out = 0;  ///< of the Original, which no section could take
 };
 
+/// A fault where the inputs held tracked changes, which were accepted, and the request refuses
+/// those.
+ReadEnd CheckTracked(const RedlineRequest& request, const WrittenRedline& written);
+
 ReadEnd WriteDocxRedline(const PerSide<std::string_view>& packages, const RedlineRequest& request,
                          RunWatcher* watcher, WrittenRedline& written);
 

@@ -245,10 +245,8 @@ ReadEnd WriteOdtRedline(const PerSide<std::string_view>& packages, const Redline
             opened[side].Edit(kStylePart);
         }
     }
-    if (request.keep_tracked && written.resolved_before > 0)
-        return ReadEnd::Fault(ReadError::NotTracked,
-                              "the documents hold tracked changes already; without "
-                              "--keep-tracked they are compared as accepted");
+    if (ReadEnd end = CheckTracked(request, written); !end.ok())
+        return end;
     return OdtRedline(opened.original, opened.modified, request, watcher, written).Write();
 }
 

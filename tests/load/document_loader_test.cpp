@@ -211,6 +211,18 @@ TEST_F(DocumentLoaderTest, TellsWhyAFileIsMissing) {
     EXPECT_TRUE(questions_.shown.empty()) << "a command line is never asked nor shown anything";
 }
 
+TEST_F(DocumentLoaderTest, TellsWhyAFileThatOpensCannotBeRead) {
+    const std::string unread = "/proc/self/mem";
+    EXPECT_FALSE(Load(unread));
+    EXPECT_NE(Log().find("Unable to copy file.\n\n" + unread + "\n" + unread + ": "),
+              std::string::npos)
+        << Log();
+    std::filesystem::remove(process_.telling.manner.sLogFile);
+    process_.telling.manner.bTellsPlainly = true;
+    EXPECT_FALSE(Load(unread));
+    EXPECT_EQ(Log(), unread + ": Input/output error\r\n");
+}
+
 TEST_F(DocumentLoaderTest, AsksForAFileWhenNoneIsSelected) {
     process_.telling.manner.bSilent = false;
     std::string file = " ";

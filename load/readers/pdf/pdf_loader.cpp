@@ -9,6 +9,14 @@
 namespace zorvane {
 namespace {
 
+// Readers that are a library of their own are not bound by -Bsymbolic; their names would be found
+// in the program first.
+#ifdef ZORVANE_SHARED
+constexpr int kOwnNamesFirst = RTLD_DEEPBIND;
+#else
+constexpr int kOwnNamesFirst = 0;
+#endif
+
 void* OpenModule(std::string& fault) {
     std::error_code error;
     const std::filesystem::path folder =
@@ -16,7 +24,7 @@ void* OpenModule(std::string& fault) {
     for (const std::filesystem::path& place :
          {folder / kPdfModuleFile, folder / "../lib/zorvane" / kPdfModuleFile}) {
         // Never closed: the readers live as long as the process.
-        if (void* module = dlopen(place.c_str(), RTLD_NOW | RTLD_LOCAL))
+        if (void* module = dlopen(place.c_str(), RTLD_NOW | RTLD_LOCAL | kOwnNamesFirst))
             return module;
         const char* reason = dlerror();
         if (fault.empty())
