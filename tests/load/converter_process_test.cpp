@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 
@@ -122,6 +123,33 @@ TEST_F(ConverterProcessTest, TellsEachWayOfEnding) {
     ConverterProcess process;
     EXPECT_FALSE(process.Start(folder_.Path("none"), {}));
     EXPECT_EQ(process.Wait({1s}, {}).end, ConversionEnd::NotStarted);
+}
+
+// From nothing to the whole; anything else is nonsense.
+TEST_F(ConverterProcessTest, ProgressHasBounds) {
+    struct Row {
+        const char* entry;
+        ConversionEnd end;
+    };
+    for (const Row& row :
+         {Row{"1:0", ConversionEnd::Answered}, Row{"2:-1", ConversionEnd::Crashed},
+          Row{"7:1000000", ConversionEnd::Answered}, Row{"7:1000001", ConversionEnd::Crashed}}) {
+        SCOPED_TRACE(row.entry);
+        const std::string script = "printf 'progress=" + std::string(row.entry) +
+                                   "\\n\\nerror=1:0\\n\\n' >&0; exec sleep 60";
+        EXPECT_EQ(Run(script).end, row.end);
+    }
+}
+
+TEST_F(ConverterProcessTest, WithoutDescriptorsNothingIsStarted) {
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const rlimit none{3, usual.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    ConverterProcess process;
+    EXPECT_FALSE(process.Start("/bin/true", {}));
+    EXPECT_FALSE(process.Running());
+    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &usual), 0);
 }
 
 TEST_F(ConverterProcessTest, ProgressIsTold) {

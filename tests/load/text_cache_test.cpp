@@ -38,9 +38,11 @@ TEST(TextCache, GivesBackWhatItKept) {
          {KeyOf("byteS", "plain"), KeyOf("bytes ", "plain"), KeyOf("bytes", "rich")})
         EXPECT_FALSE(cache.Find(other));
     EXPECT_EQ(cache.Size().entries, 1);
+    EXPECT_GT(cache.Size().bytes, static_cast<std::int64_t>(kDocument.text.size()));
     ASSERT_TRUE(cache.Clear().ok());
     EXPECT_FALSE(cache.Find(key));
     EXPECT_EQ(cache.Size().entries, 0);
+    EXPECT_EQ(cache.Size().bytes, 0);
 }
 
 TEST(TextCache, KeepsTextsToTheirOwner) {
