@@ -89,6 +89,8 @@ TEST(DetectCsv, FindsTheDelimiter) {
         {"semicolons in one quoted cell", "a,\"x;y\"\nb,\"x;y\"\n", ','},
         {"semicolons in a few cells", "a,x;y\nb,c\nd,e\nf,g\n", ','},
         {"numbers alone", "1,2,3\n4,5,6\n", ','},
+        {"semicolons behind a doubled quote", "a,\"x\"\"; y\"\nb,\"x\"\"; y\"\n", ','},
+        {"commas in front of numbers", "a;b,1\nc;d,2\ne;f,3\ng,4\n", ','},
         {"an odd record among even ones", "a;b\nonly one\nc;d\ne;f\n", ';'},
     };
     for (const auto& row : kRows) {

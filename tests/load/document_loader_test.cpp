@@ -121,6 +121,13 @@ TEST_F(DocumentLoaderTest, LoadsOtherTargetsAsTheyStand) {
     ASSERT_TRUE(loader_.LoadFileIntoEditor(file, EditorTarget::AllInOneDiff));
     EXPECT_EQ(Text(EditorTarget::AllInOneDiff), "x\r\n\r\ny");
     EXPECT_EQ(recent_.original.Count(), 0);
+    extensions_.AddUniqueItemToCollection("kin");
+    const std::string page = "<html><p>a</p></html>";
+    for (const auto& [name, text] : {std::pair{"a.Kin", page.c_str()}, std::pair{"a.ink", "a"}}) {
+        ASSERT_TRUE(loader_.LoadFileIntoEditor(system_.folder.Write(name, page),
+                                               EditorTarget::AllInOneDiff));
+        EXPECT_EQ(Trim(Text(EditorTarget::AllInOneDiff)), text) << name;
+    }
 }
 
 struct FailureRow {
