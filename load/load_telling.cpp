@@ -91,8 +91,8 @@ std::optional<std::string> DocumentLoader::RunTellingPlainly(const std::string& 
     }
     hold.Drop();
     if (reason.empty()) {
-        reason = system_reason_.empty() ? parts_.process.Translate("it cannot be read")
-                                        : system_reason_;
+        reason =
+            system_reason_.empty() ? parts_.process.Translate("it cannot be read") : system_reason_;
         if (!reason.starts_with(sFile))
             reason.insert(0, sFile + ": ");
     }
