@@ -9,8 +9,8 @@ side, a step left out. The file is compiled with it, alone and in a folder apart
 with that in front, and the named test programs run with this library, in their order, until one fails. What
 does not compile is not counted. The files of the tree are read only; they must be as they were when
 build/plant was built. Programs that the tests start have the fault too, all but zorvane-convert, which starts
-without an environment (and reads no PDF in that build: leave the few tests out that need it to). Choose few,
-quick test programs first; one that does not use the library is left out. Not part of any gate.
+without an environment. Choose few, quick test programs first; one that does not use the library is left out.
+Not part of any gate.
 """
 import argparse
 import concurrent.futures

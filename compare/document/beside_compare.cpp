@@ -131,16 +131,19 @@ class KindCompare {
     static bool Same(const Entry* left, const Entry* right) {
         return left->item->digest == right->item->digest;
     }
+    static bool SameInPlace(const Entry* left, const Entry* right) {
+        return Same(left, right) && BesidePlace(*left->item) == BesidePlace(*right->item);
+    }
 
     static void CommonSequence(std::vector<Entry*> left, std::vector<Entry*> right) {
-        constexpr std::size_t kMostCells = 4'000'000;
-        while (!left.empty() && !right.empty() && Same(left.back(), right.back())) {
+        constexpr std::size_t kMostCells = kMostBesideItems * kMostBesideItems;  // 64 MB
+        while (!left.empty() && !right.empty() && SameInPlace(left.back(), right.back())) {
             left.back()->done = right.back()->done = true;
             left.pop_back();
             right.pop_back();
         }
         std::size_t at = 0;
-        for (; at < std::min(left.size(), right.size()) && Same(left[at], right[at]); ++at)
+        for (; at < std::min(left.size(), right.size()) && SameInPlace(left[at], right[at]); ++at)
             left[at]->done = right[at]->done = true;
         left.erase(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(at));
         right.erase(right.begin(), right.begin() + static_cast<std::ptrdiff_t>(at));
@@ -148,26 +151,30 @@ class KindCompare {
             LongestCommon(left, right);
     }
 
+    // As many pairs as there can be; of ways to the same number, that with the most pairs in place:
+    // of two equal pictures the one that stands where it stood is the one that is left.
     static void LongestCommon(const std::vector<Entry*>& left, const std::vector<Entry*>& right) {
         const std::size_t width = right.size() + 1;
-        std::vector<std::uint16_t> length((left.size() + 1) * width);
+        const auto pair = static_cast<std::uint32_t>(width);  // worth more than all places
+        std::vector<std::uint32_t> worth((left.size() + 1) * width);
+        const auto paired = [&](std::size_t i, std::size_t j) {
+            if (!Same(left[i], right[j]))
+                return std::uint32_t{0};
+            return worth[(i + 1) * width + j + 1] + pair + (SameInPlace(left[i], right[j]) ? 1 : 0);
+        };
         for (std::size_t i = left.size(); i-- > 0;) {
-            for (std::size_t j = right.size(); j-- > 0;) {
-                const auto skip = std::max(length[(i + 1) * width + j], length[i * width + j + 1]);
-                length[i * width + j] =
-                    Same(left[i], right[j])
-                        ? static_cast<std::uint16_t>(length[(i + 1) * width + j + 1] + 1)
-                        : skip;
-            }
+            for (std::size_t j = right.size(); j-- > 0;)
+                worth[i * width + j] =
+                    std::max({worth[(i + 1) * width + j], worth[i * width + j + 1], paired(i, j)});
         }
         for (std::size_t i = 0, j = 0; i < left.size() && j < right.size();) {
-            if (Same(left[i], right[j])) {
+            const std::uint32_t best = worth[i * width + j];
+            if (best > 0 && best == paired(i, j))
                 left[i++]->done = right[j++]->done = true;
-            } else if (length[(i + 1) * width + j] >= length[i * width + j + 1]) {
+            else if (best == worth[(i + 1) * width + j])
                 ++i;
-            } else {
+            else
                 ++j;
-            }
         }
     }
 
@@ -204,6 +211,8 @@ class KindCompare {
     void ChangedInPlace() {
         Pair([this](const BesideItem& item) { return OldPlace(item); }, NewPlace,
              [this](const BesideItem& old_item, const BesideItem& new_item) {
+                 if (old_item.digest == new_item.digest)
+                     return false;  // what stood around it went past it
                  Report(BesideChange::Changed, &old_item, &new_item);
                  return true;
              });

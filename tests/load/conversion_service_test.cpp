@@ -204,6 +204,25 @@ TEST_F(ConversionServiceTest, TwoSuitesWorkAtOnce) {
     beside.join();
 }
 
+TEST_F(ConversionServiceTest, ASuiteStaysAsLongAsItIsToStay) {
+    unsetenv("ZORVANE_OFFICE");
+    if (!FindOffice())
+        GTEST_SKIP() << "no office suite is installed";
+    const auto has_children = [] {
+        siginfo_t ended{};
+        return waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0;
+    };
+    const std::string source = system_.folder.Write("a.rtf", "{\\rtf1 text\\par}");
+    for (const bool stays : {false, true}) {
+        SCOPED_TRACE(stays);
+        service_.SetOfficeStays(stays);
+        EXPECT_TRUE(service_.ConvertByOffice(source, "", source + ".doc", "doc", {}).ok());
+        EXPECT_EQ(has_children(), stays);
+    }
+    service_.SetOfficeStays(false);
+    EXPECT_FALSE(has_children());
+}
+
 TEST_F(ConversionServiceTest, WithoutAnOfficeSuiteItsFormatsAreRefused) {
     setenv("ZORVANE_OFFICE", "none", 1);
     EXPECT_FALSE(service_.OfficeInstalled());

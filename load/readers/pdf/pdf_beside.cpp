@@ -1,11 +1,10 @@
-// Source: ISO 32000-1, 7 (streams), 8 (graphics), 12 (annotations), 14.3 (properties).
+// Source: ISO 32000-1, 12 (annotations), 14.3 (properties).
 #include "load/readers/pdf/pdf_beside.h"
 
 #include <Catalog.h>
 #include <FileSpec.h>
 #include <PDFDocEncoding.h>
 #include <Page.h>
-#include <Stream.h>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -20,9 +19,6 @@ namespace {
 
 constexpr int kMostAnnotations = 10'000;  // of a page
 constexpr int kMostFiles = 1000;
-constexpr int kMostForms = 200;  // looked into for one page
-constexpr int kDeepestForm = 8;
-constexpr std::int64_t kMostPictureBytes = std::int64_t{64} << 20;
 
 // A text string: UTF-16 behind a mark, UTF-8 behind another, else the format's own encoding.
 std::string TextOf(const std::string& bytes) {
@@ -85,7 +81,7 @@ void PdfBeside::EmbeddedFiles() {
         if (stream == nullptr || !stream->isStream())
             continue;
         const std::string text = name == nullptr ? std::string("file") : TextOf(name->toStr());
-        sink_.Beside({BesideKind::Object, 0, BesideText(text), DigestOf(*stream)});
+        sink_.Beside({BesideKind::Object, 0, BesideText(text), pictures_.DigestOf(*stream)});
     }
 }
 
@@ -94,23 +90,52 @@ void PdfBeside::Page(std::int32_t number, bool has_text) {
     if (page == nullptr)
         return;
     page_ = number;
-    page_pictures_.clear();
-    picture_in_part_ = false;
-    forms_left_ = kMostForms;
-    silent_ = !has_text;
-    Pictures(page->getResourceDict(), 0);
-    if (!has_text) {
-        const std::string digest = ContentDigest(*page);
-        if (!digest.empty())
-            Send(BesideKind::PageWithoutText, page_pictures_.empty() ? "drawing" : "picture",
-                 digest);
+    const std::vector<PdfPicture> pictures = pictures_.Of(*page);
+    if (has_text) {
+        ++pages_with_text_;
+        for (const PdfPicture& picture : pictures)
+            Drawn(picture);
+    } else if (const std::string digest = ContentDigest(*page, pictures); !digest.empty()) {
+        Send(BesideKind::PageWithoutText, pictures.empty() ? "drawing" : "picture", digest);
     }
-    if (WasReadInPart(number) || picture_in_part_)
+    if (WasReadInPart(number) || pictures_.InPart())
         Send(BesideKind::DamagedPart, "read in part", BesideDigest("page"));
     const Object annotations = page->getAnnotsObject();
     const int count = annotations.isArray() ? annotations.arrayGetLength() : 0;
     for (int index = 0; index < std::min(count, kMostAnnotations); ++index)
         Annotation(annotations.arrayGet(index));
+}
+
+void PdfBeside::Drawn(const PdfPicture& picture) {
+    std::string text = "picture " + picture.size;
+    std::string digest = picture.digest;
+    if (picture.times > 1) {
+        text += ", " + std::to_string(picture.times) + " times";
+        digest = BesideDigest(digest + text);
+    }
+    ++pages_of_[digest];
+    drawn_.push_back({page_, std::move(text), std::move(digest)});
+}
+
+// What most pages show, a logo in their heads, is one thing, so that a page more is none.
+void PdfBeside::EndPages() {
+    constexpr std::int32_t kFewPages = 3;
+    for (const DrawnPicture& drawn : drawn_) {
+        page_ = drawn.page;
+        const auto pages = pages_of_.find(drawn.digest);
+        if (pages == pages_of_.end())
+            continue;  // told with the first page
+        const std::int32_t without = pages_with_text_ - pages->second;
+        if (pages_with_text_ <= kFewPages || without >= pages->second) {
+            Send(BesideKind::Picture, drawn.text, drawn.digest);
+            continue;
+        }
+        const std::string place =
+            without == 0 ? "all pages" : "all pages but " + std::to_string(without);
+        sink_.Beside({BesideKind::Picture, 0, BesideText(place + ": " + drawn.text),
+                      BesideDigest(drawn.digest + place)});
+        pages_of_.erase(pages);
+    }
 }
 
 void PdfBeside::Annotation(const Object& annotation) {
@@ -139,84 +164,25 @@ void PdfBeside::Link(const Object& action) {
         Send(BesideKind::Link, target, BesideDigest(target));
 }
 
-// Pictures may lie in forms, which may lie in forms.
-void PdfBeside::Pictures(Dict* resources, int depth) {
-    if (resources == nullptr || depth > kDeepestForm)
-        return;
-    const Object objects = resources->lookup("XObject");
-    if (!objects.isDict())
-        return;
-    for (int index = 0; index < objects.dictGetLength(); ++index) {
-        const Object& reference = objects.getDict()->getValNF(index);
-        Object object = objects.dictGetVal(index);
-        if (!object.isStream() || !reference.isRef())
-            continue;
-        const Object subtype = object.streamGetDict()->lookup("Subtype");
-        if (subtype.isName("Image")) {
-            Picture(object, reference.getRef().num);
-        } else if (subtype.isName("Form") && --forms_left_ >= 0) {
-            Object inner = object.streamGetDict()->lookup("Resources");
-            if (inner.isDict())
-                Pictures(inner.getDict(), depth + 1);
-        }
-    }
-}
-
-// Pages share what a resource list of the whole document names, so each picture is told once.
-void PdfBeside::Picture(Object& stream, int number) {
-    const auto [digest, fresh] = digests_.try_emplace(number);
-    if (fresh)
-        digest->second = DigestOf(stream);
-    page_pictures_.push_back(digest->second);
-    if (silent_ || !first_pages_.try_emplace(number, page_).second)
-        return;
-    const auto size = [&stream](const char* key) {
-        const Object value = stream.streamGetDict()->lookup(key);
-        return value.isInt() ? std::to_string(value.getInt()) : std::string("?");
-    };
-    Send(BesideKind::Picture, "picture " + size("Width") + " x " + size("Height"), digest->second);
-}
-
-// Of the bytes as the file holds them, decrypted but not unpacked.
-std::string PdfBeside::DigestOf(Object& stream) {
-    Stream* const bytes = stream.getStream()->getUndecodedStream();
-    BesideHash hash;
-    std::array<unsigned char, 4096> buffer{};
-    bytes->reset();
-    std::int64_t left = std::min(bytes_left_, kMostPictureBytes);
-    while (left > 0) {
-        const int got = bytes->doGetChars(static_cast<int>(buffer.size()), buffer.data());
-        if (got <= 0)
-            break;
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-        hash.Add({reinterpret_cast<const char*>(buffer.data()), static_cast<std::size_t>(got)});
-        left -= got;
-        bytes_left_ -= got;
-    }
-    bytes->close();
-    picture_in_part_ = picture_in_part_ || left <= 0;
-    return hash.Digest();
-}
-
 // Empty for a page on which nothing is drawn.
-std::string PdfBeside::ContentDigest(::Page& page) {
+std::string PdfBeside::ContentDigest(::Page& page, const std::vector<PdfPicture>& pictures) {
     Object contents = page.getContents();
     std::string parts;
     if (contents.isStream()) {
-        parts = DigestOf(contents);
+        parts = pictures_.DigestOf(contents);
     } else if (contents.isArray()) {
         constexpr int kMostParts = 1000;
         for (int index = 0; index < std::min(contents.arrayGetLength(), kMostParts); ++index) {
             Object part = contents.arrayGet(index);
             if (part.isStream())
-                parts += DigestOf(part);
+                parts += pictures_.DigestOf(part);
         }
     }
     const bool nothing = parts.empty() || parts == BesideDigest("");
-    if (nothing && page_pictures_.empty())
+    if (nothing && pictures.empty())
         return {};
-    for (const std::string& picture : page_pictures_)
-        parts += picture;
+    for (const PdfPicture& picture : pictures)
+        parts += picture.digest;
     return BesideDigest(parts);
 }
 
@@ -235,6 +201,7 @@ ReadEnd ReadPdfBeside(std::string_view bytes, const PdfPasswords& passwords, con
             beside.Page(page, !Trim(text.substr(0, feed)).empty());
             text.remove_prefix(std::min(feed + 1, text.size()));
         }
+        beside.EndPages();
     } catch (const std::bad_alloc&) {
         return ReadEnd::Fault(ReadError::TooLarge, "the PDF file needs too much memory");
     }

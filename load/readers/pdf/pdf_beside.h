@@ -4,11 +4,12 @@
 
 #include <PDFDoc.h>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
+#include "load/readers/pdf/pdf_pictures.h"
 #include "load/readers/sink/document_sink.h"
 
 namespace zorvane {
@@ -23,28 +24,31 @@ class PdfBeside {
     void Document();
     /// 1-based. `has_text`: a letter was found on it.
     void Page(std::int32_t number, bool has_text);
+    /// Behind the last page: the pictures of those with text.
+    void EndPages();
 
   private:
+    struct DrawnPicture {
+        std::int32_t page = 0;
+        std::string text;
+        std::string digest;
+    };
+
     void Info(const char* key, std::string_view name);
     void EmbeddedFiles();
     void Annotation(const Object& annotation);
     void Link(const Object& action);
-    void Pictures(Dict* resources, int depth);
-    void Picture(Object& stream, int number);
-    std::string DigestOf(Object& stream);
-    std::string ContentDigest(::Page& page);
+    void Drawn(const PdfPicture& picture);
+    std::string ContentDigest(::Page& page, const std::vector<PdfPicture>& pictures);
     void Send(BesideKind kind, std::string_view text, std::string digest);
 
     PDFDoc& document_;
     DocumentSink& sink_;
+    PdfPictures pictures_{document_};
     std::int32_t page_ = 0;
-    bool silent_ = false;  ///< the pictures of a page without text are told with the page
-    std::vector<std::string> page_pictures_;   ///< digests
-    std::map<int, std::string> digests_;       ///< of pictures, by the number of their object
-    std::map<int, std::int32_t> first_pages_;  ///< where a picture was told
-    std::int64_t bytes_left_ = std::int64_t{512} << 20;
-    bool picture_in_part_ = false;  ///< of a page: more bytes than are read
-    int forms_left_ = 0;
+    std::int32_t pages_with_text_ = 0;
+    std::vector<DrawnPicture> drawn_;                         ///< in the order of the pages
+    std::unordered_map<std::string, std::int32_t> pages_of_;  ///< how many, by digest
 };
 
 }  // namespace zorvane

@@ -200,6 +200,7 @@ ReadEnd ReadPdfRich(std::string_view bytes, const PdfPasswords& passwords, const
                     });
     if (!end.ok())
         return end;
+    beside.EndPages();
     try {
         return Put(std::move(lines), styles, options, sink);
     } catch (const std::bad_alloc&) {

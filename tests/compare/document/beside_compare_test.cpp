@@ -87,6 +87,14 @@ TEST(BesideCompare, TellsWhatChanged) {
          "comment 0 S!B4: x, comment 0 S!B5: y", none, ""},
         {"cells that changed places", "comment 0 S!B3: x, comment 0 S!B4: y",
          "comment 0 S!B3: y, comment 0 S!B4: x", none, "comments moved 0>0 S!B3: x>S!B4: x;"},
+        {"the second of two equal ones is gone", "comment 0 S!B3: x, comment 0 S!B4: x",
+         "comment 0 S!B3: x", none, "comments removed 0>0 S!B4: x>;"},
+        {"the first of two equal ones is gone", "comment 0 S!B3: x, comment 0 S!B4: x",
+         "comment 0 S!B4: x", none, "comments removed 0>0 S!B3: x>;"},
+        {"more pairs are better than one in place",
+         "comment 0 S!B1: y, comment 0 S!B2: z, comment 0 S!B3: x",
+         "comment 0 S!B3: x, comment 0 S!B4: y, comment 0 S!B5: z", none,
+         "comments moved 0>0 S!B3: x>S!B3: x;"},
         {"a cell's comment changed", "comment 0 S!B3: x, comment 0 S!B4: y",
          "comment 0 S!B3: z, comment 0 S!B4: y", none, "comments changed 0>0 S!B3: x>S!B3: z;"},
         {"numbers beyond the text", "link 9 a", "link 9 b", straight, ""},
@@ -96,6 +104,21 @@ TEST(BesideCompare, TellsWhatChanged) {
         EXPECT_EQ(Shown(CompareBeside(Items(row.original), Items(row.modified), row.partners)),
                   row.shown);
     }
+}
+
+TEST(BesideCompare, FollowsManyThingsThroughTwoChanges) {
+    std::string original;
+    std::string modified = "comment 0 A1: new,";
+    constexpr int kItems = 2500;
+    for (int item = 1; item <= kItems; ++item) {
+        const std::string text = std::to_string(item);
+        original += "comment 0 A" + text + ": " + text + ",";
+        modified += "comment 0 A" + std::to_string(item + 1) + ": " +
+                    (item == kItems - 1 ? "other" : text) + ",";
+    }
+    EXPECT_EQ(Shown(CompareBeside(Items(original), Items(modified), {})),
+              "comments removed 0>0 A2499: 2499>;comments added 0>0 >A1: new;comments added 0>0 "
+              ">A2500: other;");
 }
 
 TEST(BesideCompare, SaysItInOneSentence) {
