@@ -3,7 +3,9 @@
 #include <thread>
 
 #include "load/password_wanted.h"
+#include "tests/support/deck_file.h"
 #include "tests/support/encrypted_package.h"
+#include "tests/support/fake_suites.h"
 #include "tests/support/loader_fixture.h"
 #include "tests/support/word_file.h"
 #include "tests/support/xlsx_file.h"
@@ -60,6 +62,16 @@ TEST_F(ExtractedTextsTest, KnowsTheCellsOfASheet) {
               "One & only!B3");
 }
 
+TEST_F(ExtractedTextsTest, KnowsTheNotesOfASlide) {
+    Deck deck;
+    deck.AddSlide(Deck::Text("shown"), Deck::Relation("rN", "notesSlide", "../notes.xml"));
+    deck.Add("ppt/notes.xml",
+             Deck::Page("p:notes", Deck::Shape("type=\"body\"", Deck::Paragraph("spoken")), ""));
+    const std::string text = TextOf(system_.folder.Write("a.pptx", deck.Finish()));
+    EXPECT_NE(text.find("shown"), std::string::npos) << text;
+    EXPECT_NE(text.find("spoken"), std::string::npos) << text;
+}
+
 TEST_F(ExtractedTextsTest, TellsWhyThereIsNoText) {
     const std::string path = system_.folder.Write("a.docx", "PK\3\4 and no more");
     for (int round = 0; round < 2; ++round) {
@@ -106,6 +118,14 @@ TEST_F(ExtractedTextsTest, ReadsOneContentOnceForThreadsThatWantItAtOnce) {
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(texts_.Hits(), 4);
+}
+
+TEST_F(ExtractedTextsTest, TheUsersCacheLiesWhereTheDesktopKeepsThem) {
+    const Environment nowhere("XDG_CACHE_HOME", "relative");
+    constexpr std::string_view kBelowHome = "/40/.cache/zorvane/texts";
+    EXPECT_EQ(UserTextCache(process_).Folder(), system_.folder.Path() + std::string(kBelowHome));
+    const Environment given("XDG_CACHE_HOME", "/caches");
+    EXPECT_EQ(UserTextCache(process_).Folder(), "/caches/zorvane/texts");
 }
 
 TEST(ReadAsDocument, IsToldByTheName) {

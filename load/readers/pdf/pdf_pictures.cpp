@@ -1,8 +1,7 @@
-// Source: ISO 32000-1, 7.8 (content streams), 8.8 to 8.10 (external objects, images, forms).
+// Source: ISO 32000-1, 8.8 to 8.10 (external objects, images, forms).
 #include "load/readers/pdf/pdf_pictures.h"
 
 #include <Page.h>
-#include <Parser.h>
 #include <Stream.h>
 #include <algorithm>
 #include <array>
@@ -10,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "load/readers/pdf/pdf_content.h"
 #include "load/readers/pdf/pdf_document.h"
 
 namespace zorvane {
@@ -19,7 +19,7 @@ constexpr int kDeepestForm = 16;
 constexpr int kDeepestValue = 4;
 constexpr std::int64_t kMostPictureBytes = std::int64_t{64} << 20;
 
-constexpr std::string_view kBlanks("\0\t\n\f\r ", 6);
+constexpr std::size_t kMostContent = std::size_t{64} << 20;  // unpacked, of a page or form
 
 std::clock_t Clocks(double seconds) {
     return static_cast<std::clock_t>(seconds * CLOCKS_PER_SEC);
@@ -37,35 +37,19 @@ void Add(const PdfPicture& picture, std::vector<PdfPicture>& drawn) {
     known->times += std::min(room, picture.times);
 }
 
-std::string SizeOf(Dict& facts, const char* width, const char* height) {
+std::string SizeOf(Dict& facts) {
     const auto number = [&facts](const char* key) {
         const Object value = facts.lookup(key);
         return value.isInt() ? std::to_string(value.getInt()) : std::string("?");
     };
-    return number(width) + " x " + number(height);
+    return number("Width") + " x " + number("Height");
 }
 
-// The bytes of an inline picture end where "EI" stands as a word.
-void AddInlineBytes(Stream& bytes, BesideHash& hash) {
-    std::string piece;
-    constexpr std::size_t kPiece = 4096;
-    constexpr std::size_t kWord = 4;  // with the blanks around it
-    for (int byte = bytes.getChar(); byte != EOF; byte = bytes.getChar()) {
-        piece += static_cast<char>(byte);
-        const std::string_view tail =
-            std::string_view(piece).substr(piece.size() - std::min(piece.size(), kWord));
-        if (tail.size() == kWord && tail.substr(1, 2) == "EI" &&
-            kBlanks.find(tail.front()) != std::string_view::npos &&
-            kBlanks.find(tail.back()) != std::string_view::npos) {
-            piece.resize(piece.size() - kWord);
-            break;
-        }
-        if (piece.size() > kPiece) {
-            hash.Add(std::string_view(piece).substr(0, piece.size() - kWord));
-            piece.erase(0, piece.size() - kWord);
-        }
-    }
-    hash.Add(piece);
+PdfPicture InlinePicture(const PdfDrawing& drawing) {
+    const auto shown = [](std::string_view number) {
+        return number.empty() ? std::string("?") : std::string(number);
+    };
+    return {BesideDigest(drawing.bytes), shown(drawing.width) + " x " + shown(drawing.height)};
 }
 
 }  // namespace
@@ -81,31 +65,60 @@ std::vector<PdfPicture> PdfPictures::Of(Page& page) {
     const std::clock_t start = std::clock();
     page_end_ = start + std::min(left_, Clocks(kMaxPageSeconds));
     Object contents = page.getContents();
-    Drawn drawn;
-    if (contents.isStream() || contents.isArray())
-        drawn = Scan(contents, page.getResourceDict(), 0);
+    Drawn drawn = Scan(contents, page.getResourceDict(), 0);
     left_ -= std::min(left_, std::clock() - start);
     return drawn;
 }
 
 bool PdfPictures::TimeIsOver() {
-    constexpr std::uint32_t kSteps = 256;  // a look at the clock has its price
-    if (!time_is_over_ && ++tokens_ % kSteps == 0 && std::clock() > page_end_)
+    if (!time_is_over_ && std::clock() > page_end_)
         in_part_ = time_is_over_ = true;
     return time_is_over_;
 }
 
+void PdfPictures::AddUnpacked(Object& stream, std::string& text) {
+    constexpr std::size_t kPiece = std::size_t{64} << 10;
+    std::vector<unsigned char> piece(kPiece);
+    Stream* const bytes = stream.getStream();
+    bytes->reset();
+    while (text.size() < kMostContent && !TimeIsOver()) {
+        const int got = bytes->doGetChars(static_cast<int>(kPiece), piece.data());
+        if (got <= 0)
+            break;
+        text.append(piece.begin(), piece.begin() + got);
+    }
+    bytes->close();
+    text += '\n';  // a word ends with its stream
+    in_part_ = in_part_ || text.size() > kMostContent;
+}
+
+std::string PdfPictures::Unpacked(Object& contents) {
+    std::string text;
+    if (contents.isStream()) {
+        AddUnpacked(contents, text);
+    } else if (contents.isArray()) {
+        for (int index = 0; index < contents.arrayGetLength() && !TimeIsOver(); ++index) {
+            Object part = contents.arrayGet(index);
+            if (part.isStream())
+                AddUnpacked(part, text);
+        }
+    }
+    return text;
+}
+
 PdfPictures::Drawn PdfPictures::Scan(Object& contents, Dict* resources, int depth) {
+    constexpr std::uint32_t kSteps = 256;  // a look at the clock has its price
+    const std::string text = Unpacked(contents);
+    PdfContent content(text);
+    PdfDrawing drawing;
     Drawn drawn;
-    std::string name;
-    Parser parser(xref_, &contents, false);
-    for (Object token = parser.getObj(); !token.isEOF() && !TimeIsOver(); token = parser.getObj()) {
-        if (token.isName())
-            name = token.getName();
-        else if (token.isCmd("Do"))
-            Draw(name.c_str(), resources, depth, drawn);
-        else if (token.isCmd("BI"))
-            Add(Inline(parser), drawn);
+    for (std::uint32_t step = 1; content.Next(drawing) && !time_is_over_; ++step) {
+        if (drawing.name.empty())
+            Add(InlinePicture(drawing), drawn);
+        else
+            Draw(drawing.name.c_str(), resources, depth, drawn);
+        if (step % kSteps == 0)
+            TimeIsOver();
     }
     return drawn;
 }
@@ -139,7 +152,7 @@ const PdfPicture& PdfPictures::Picture(Object& stream, int number) {
     for (const char* key : {"Width", "Height", "BitsPerComponent", "ColorSpace", "Decode",
                             "ImageMask", "Mask", "SMask"})
         AddValue(facts.lookup(key), 0, hash);
-    return pictures_[number] = {hash.Digest(), SizeOf(facts, "Width", "Height")};
+    return pictures_[number] = {hash.Digest(), SizeOf(facts)};
 }
 
 PdfPictures::Drawn PdfPictures::Form(Object& stream, int number, Dict* resources, int depth) {
@@ -178,27 +191,6 @@ void PdfPictures::AddValue(const Object& value, int depth, BesideHash& hash) {
     } else if (value.isBool()) {
         hash.Add(value.getBool() ? "true" : "false");
     }
-}
-
-// Behind "BI": names with their values, "ID", one blank, the bytes.
-PdfPicture PdfPictures::Inline(Parser& parser) {
-    BesideHash hash;
-    Dict facts(xref_);
-    while (!TimeIsOver()) {
-        const Object key = parser.getObj();
-        if (key.isCmd("ID") || key.isEOF())
-            break;
-        if (!key.isName())
-            continue;
-        Object value = parser.getObj();
-        AddValue(key, 0, hash);
-        AddValue(value, 0, hash);
-        facts.add(key.getName(), std::move(value));
-    }
-    if (parser.getStream() != nullptr)
-        AddInlineBytes(*parser.getStream(), hash);
-    const bool is_short = !facts.lookup("W").isNull();
-    return {hash.Digest(), is_short ? SizeOf(facts, "W", "H") : SizeOf(facts, "Width", "Height")};
 }
 
 std::string PdfPictures::DigestOf(Object& stream) {

@@ -11,8 +11,6 @@
 
 #include "compare/document/beside.h"
 
-class Parser;
-
 namespace zorvane {
 
 struct PdfPicture {
@@ -44,13 +42,13 @@ class PdfPictures {
     const PdfPicture& Picture(Object& stream, int number);
     Drawn Form(Object& stream, int number, Dict* resources, int depth);
     void AddValue(const Object& value, int depth, BesideHash& hash);
-    PdfPicture Inline(Parser& parser);
+    std::string Unpacked(Object& contents);
+    void AddUnpacked(Object& stream, std::string& text);
     bool TimeIsOver();
 
     XRef* xref_;
     std::clock_t left_;  // of the processor, for all pages
     std::clock_t page_end_ = 0;
-    std::uint32_t tokens_ = 0;
     std::int64_t bytes_left_ = std::int64_t{512} << 20;
     bool in_part_ = false;
     bool time_is_over_ = false;           // for a page

@@ -8,7 +8,7 @@
 namespace zorvane::xlsx_workbook_test {
 namespace {
 
-std::string Shown(const XlsxParts& parts, const SheetOptions& options = {}) {
+std::string ShownSheets(const XlsxParts& parts, const SheetOptions& options = {}) {
     return ShownSheet(MakeXlsx(parts), 0, options);
 }
 
@@ -94,7 +94,7 @@ TEST(XlsxWorkbook, ShowsEachKindOfCell) {
         parts.styles =
             "<xf/><xf numFmtId=\"9\"/><xf numFmtId=\"14\"/><xf numFmtId=\"170\"/>"
             "<xf numFmtId=\"171\"/><xf numFmtId=\"172\"/>";
-        EXPECT_EQ(Shown(parts), row.shown);
+        EXPECT_EQ(ShownSheets(parts), row.shown);
     }
 }
 
@@ -103,7 +103,7 @@ TEST(XlsxWorkbook, ReadsDatesOfTheOtherSystem) {
     parts.rows = R"(<row><c s="0"><v>0</v></c><c s="0" t="d"><v>1904-01-03</v></c></row>)";
     parts.styles = "<xf numFmtId=\"14\"/>";
     parts.properties = "date1904=\"1\"";
-    EXPECT_EQ(Shown(parts), "1/1/1904|1/3/1904\n");
+    EXPECT_EQ(ShownSheets(parts), "1/1/1904|1/3/1904\n");
 }
 
 TEST(XlsxWorkbook, ShowsAMergedRangeInItsFirstCell) {
@@ -112,15 +112,15 @@ TEST(XlsxWorkbook, ShowsAMergedRangeInItsFirstCell) {
         R"(<row r="1"><c r="A1"><v>1</v></c><c r="B1"><v>2</v></c><c r="C1"><v>3</v></c></row>)"
         R"(<row r="2"><c r="A2"><v>4</v></c><c r="B2"><v>5</v></c><c r="C2"><v>6</v></c></row>)";
     parts.behind = R"(<mergeCells><mergeCell ref="A1:B2"/><mergeCell ref="B2:C2"/></mergeCells>)";
-    EXPECT_EQ(Shown(parts), "1||3\n||6\n");
+    EXPECT_EQ(ShownSheets(parts), "1||3\n||6\n");
     parts.behind = R"(<x:mergeCells><x:mergeCell note="" ref="A1:B2"/></x:mergeCells>)";
-    EXPECT_EQ(Shown(parts), "1||3\n||6\n");
+    EXPECT_EQ(ShownSheets(parts), "1||3\n||6\n");
     parts.behind = R"(<t>: mergeCell ref="A1:B2" and a:mergeCell ref="A1:B2"</t>)";
-    EXPECT_EQ(Shown(parts), "1|2|3\n4|5|6\n");
+    EXPECT_EQ(ShownSheets(parts), "1|2|3\n4|5|6\n");
     // Found wherever the tag stands in the chunks of the reading.
     for (std::size_t size = 262'000; size < 262'500; size += 7) {
         parts.behind = "<!--" + std::string(size, 'x') + "--><mergeCell ref=\"A1:B2\"/>";
-        ASSERT_EQ(Shown(parts), "1||3\n||6\n") << size;
+        ASSERT_EQ(ShownSheets(parts), "1||3\n||6\n") << size;
     }
 }
 
@@ -132,22 +132,22 @@ TEST(XlsxWorkbook, ShowsFormulasAsText) {
         R"(<c r="B2"><f t="shared" si="0"/><v>2</v></c></row>)"
         R"(<row r="3"><c r="A3"><f t="shared" si="0"/><v>3</v></c></row>)"
         R"(<row r="4"><c r="A4"><f t="array" ref="A4:B4">C1:D1*2</f><v>1</v></c><c r="B4"><v>2</v></c></row>)";
-    EXPECT_EQ(Shown(parts), "3|7\n1|2\n3\n1|2\n");
-    EXPECT_EQ(Shown(parts, {.formulas = true}),
+    EXPECT_EQ(ShownSheets(parts), "3|7\n1|2\n3\n1|2\n");
+    EXPECT_EQ(ShownSheets(parts, {.formulas = true}),
               "=SUM(B1:B2)&\"x\"|7\n=A1+$A1+A$1+LOG10(C1)|=B1+$A1+B$1+LOG10(D1)\n"
               "=A2+$A2+A$1+LOG10(C2)\n{=C1:D1*2}|{=C1:D1*2}\n");
-    EXPECT_EQ(Shown(parts, {.formulas = true, .values_too = true}).substr(0, 20),
+    EXPECT_EQ(ShownSheets(parts, {.formulas = true, .values_too = true}).substr(0, 20),
               "=SUM(B1:B2)&\"x\" 3|7\n");
 }
 
 TEST(XlsxWorkbook, StaysWithinBoundsAtHugeAddresses) {
     XlsxParts parts;
     parts.rows = R"(<row r="1"><c><v>1</v></c></row><row r="1048577"><c><v>2</v></c></row>)";
-    EXPECT_EQ(Shown(parts), "1\nerror 7\n");
+    EXPECT_EQ(ShownSheets(parts), "1\nerror 7\n");
     parts.rows = R"(<row><c r="XFE1"><v>1</v></c></row>)";
-    EXPECT_EQ(Shown(parts), "1\n");  // an address that is none is passed over
+    EXPECT_EQ(ShownSheets(parts), "1\n");  // an address that is none is passed over
     parts.rows = R"(<row><c r="XFD1"><v>1</v></c><c><v>2</v></c></row>)";
-    EXPECT_EQ(Shown(parts), "error 7\n");
+    EXPECT_EQ(ShownSheets(parts), "error 7\n");
 }
 
 TEST(XlsxWorkbook, EndsWhenItIsToldTo) {
@@ -189,7 +189,7 @@ TEST(XlsxWorkbook, TellsWhatItCannotRead) {
     // A sheet that stops in the middle of a tag.
     XlsxParts cut;
     cut.rows = "<row><c><v>1</v></c></row><row note=\"";
-    EXPECT_EQ(Shown(cut), "1\nerror 3\n");
+    EXPECT_EQ(ShownSheets(cut), "1\nerror 3\n");
 }
 
 TEST(XlsxWorkbook, OpensAnEncryptedOneByItsPassword) {
