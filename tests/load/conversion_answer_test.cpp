@@ -66,6 +66,8 @@ TEST(CheckedAnswer, BelievesOnlyWhatAReaderCanSay) {
         {"two thousand million sheets", SheetNames, "error 0; sheets 2000000000",
          ReadError::Crashed},
         {"pages", PageCount, "error 0; pages 7", ReadError::None},
+        {"as many pages as there may be", PageCount, "error 0; pages 10000000", ReadError::None},
+        {"more pages", PageCount, "error 0; pages 10000001", ReadError::Crashed},
         {"pages below nothing", PageCount, "error 0; pages -7", ReadError::Crashed},
         {"pages that are no number", PageCount, "error 0; pages 7x", ReadError::Crashed},
         {"pages beyond a number", PageCount, "error 0; pages 4294967303", ReadError::Crashed},

@@ -65,6 +65,19 @@ TEST_F(ConversionServiceTest, LeavesNoTargetAfterAFailure) {
     EXPECT_EQ(service_.Run(vanished, {}).error, ReadError::CannotOpen);
 }
 
+TEST_F(ConversionServiceTest, KeepsTheFirstFailureUntilItIsForgotten) {
+    const ConversionMessage first = Job("a.docx", "PK\x03\x04 broken");
+    const std::string named_first = std::string(TextOf(first, "source")) + ": ";
+    EXPECT_FALSE(service_.Run(first, {}).ok());
+    EXPECT_TRUE(service_.FirstFailure().starts_with(named_first)) << service_.FirstFailure();
+    const ConversionMessage second = Job("b.docx", "PK\x03\x04 broken too");
+    EXPECT_FALSE(service_.Run(second, {}).ok());
+    EXPECT_TRUE(service_.FirstFailure().starts_with(named_first)) << service_.FirstFailure();
+    service_.ForgetFailures();
+    EXPECT_TRUE(service_.Run(Job("c.html", "<p>x</p>"), {}).ok());
+    EXPECT_EQ(service_.FirstFailure(), "");
+}
+
 TEST_F(ConversionServiceTest, ACancelEndsAtOnce) {
     std::string page;
     for (int i = 0; i < 400000; ++i)

@@ -128,6 +128,7 @@ TEST(CsvRemoveControlCharacters, KeepsTabsAndRecords) {
                                          "b\tc,\x07\r\nd\n"),
               "ab\tc,\r\nd\r\n");
     EXPECT_EQ(csvRemoveControlCharacters("\"a\r\nb\",\"c\nd\",\"e\rf\"\n"), "a b,c d,e f\r\n");
+    EXPECT_EQ(csvRemoveControlCharacters("\"\na\",\"\r\n\r\nb\"\n"), " a,  b\r\n");
     EXPECT_EQ(csvRemoveControlCharacters("\"a\n\nb\"\n"), "a  b\r\n");
 }
 

@@ -248,6 +248,17 @@ TEST_F(DocumentLoaderTest, AsksForAFileWhenNoneIsSelected) {
     EXPECT_EQ(questions_.shown, std::vector{"Error|File does not exist:\r\n\r\nnone.txt"s});
 }
 
+TEST_F(DocumentLoaderTest, RemembersWhatEachSideLoads) {
+    const std::string original = system_.folder.Write("a.txt", "a");
+    const std::string modified = system_.folder.Write("b.txt", "b");
+    EXPECT_TRUE(Load(original));
+    EXPECT_TRUE(Load(modified, Side::Modified));
+    EXPECT_EQ(options_.sFileOriginal.Data(), original);
+    EXPECT_EQ(options_.sFileModified.Data(), modified);
+    EXPECT_EQ(recent_.original.Items(), std::vector{original});
+    EXPECT_EQ(recent_.modified.Items(), std::vector{modified});
+}
+
 // An edit in the editor tells whether a load was skipped.
 TEST_F(DocumentLoaderTest, SkipsAFileThatIsAsItWasLoaded) {
     const std::string file = system_.folder.Write("a.txt", "a");
@@ -304,6 +315,14 @@ TEST_F(DocumentLoaderTest, AdvisesOnceWhateverTheAnswer) {
     loader_.WarnIfXLSAndWordWrapIsTrue({"a.xlsx", "b"});
     EXPECT_FALSE(settings_.mnuWordWrap);
     EXPECT_EQ(questions_.shown.size(), 3U);
+    settings_.mnuWordWrap = true;
+    loader_.WarnIfXLSAndWordWrapIsTrue({"a.xlsx", "b"});
+    EXPECT_TRUE(settings_.mnuWordWrap) << "turned on again after the advice";
+    EXPECT_EQ(questions_.shown.size(), 3U);
+    int switched = 0;
+    for (const bool all_in_one : {false, true, true})
+        loader_.WarnIfDOCAndIsBigFile({"a.doc", "b"}, all_in_one, [&switched] { ++switched; });
+    EXPECT_EQ(switched, 1);
 }
 
 // ---- documents from outside ----

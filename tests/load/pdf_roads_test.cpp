@@ -49,9 +49,14 @@ TEST_F(ConversionRoadsTest, BothRoadsReadTheirSidesPages) {
 }
 
 TEST_F(ConversionRoadsTest, AFailureTriesTheOtherRoadOnceAndTellsOnceInALife) {
+    EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
+    EXPECT_TRUE(details_.empty()) << "a silent run has no status bar";
     process_.telling.manner.bSilent = false;
     questions_.answer = true;
     EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
+    EXPECT_EQ(
+        details_,
+        std::vector{"Original File Conversion Failed. TPORT: File is invalid or could not open"s});
     EXPECT_EQ(Loaded("a.pdf", "no pdf").substr(0, 7), "failed:");
     ASSERT_EQ(questions_.shown.size(), 1u);
     EXPECT_TRUE(questions_.shown[0].starts_with(

@@ -79,12 +79,14 @@ class LoaderFixture : public testing::Test {
     FakeQuestions questions_;
     PerSide<clsMRU> recent_;
     clsMRU extensions_;
+    std::vector<std::string> details_;  ///< of the status bar
     std::unique_ptr<IniProfile> profile_ = MakeMemoryIniProfile();
     std::map<EditorTarget, MemoryEditor> editors_;
     std::map<EditorTarget, clsRTBDocument> documents_;
     DocumentLoader loader_{
         {process_, process_.telling, options_, settings_, questions_, recent_, extensions_,
-         [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); }}};
+         [this](EditorTarget target) -> clsRTBDocument& { return DocumentOf(target); },
+         [this](const std::string& detail) { details_.push_back(detail); }}};
 };
 
 }  // namespace zorvane
