@@ -5,10 +5,12 @@
 #include "load/office_place.h"
 #include "load/pdf_conversion.h"
 #include "load/trellis_port.h"
+#include "tests/support/encrypted_package.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/roads_fixture.h"
 #include "tests/support/stopping_watcher.h"
 #include "tests/support/word_file.h"
+#include "tests/support/xlsx_file.h"
 
 namespace zorvane {
 namespace {
@@ -40,6 +42,46 @@ TEST_F(ConversionRoadsTest, ListNumbersOfDocumentsVanishUnlessTheyAreToStay) {
                     .format.bold);
     options_.bRemoveFormatting.SetData(true);
     EXPECT_EQ(Loaded("a.docx", ListDocument()), "4)\titem\r\n") << "plain text has them as text";
+}
+
+TEST_F(ConversionRoadsTest, EachPasswordOfItsOwnSideOpens) {
+    WordFile word;
+    word.body = "<w:p><w:r><w:t>words</w:t></w:r></w:p>";
+    const std::string document = StandardEncrypted(MakeWordFile(word), "key", 128);
+    XlsxParts sheet;
+    sheet.rows = "<row r=\"1\"><c r=\"A1\"><v>17</v></c></row>";
+    const std::string workbook = StandardEncrypted(MakeXlsx(sheet), "key", 128);
+    struct Row {
+        clsVarString& option;
+        Side side;
+        bool is_sheet;
+    };
+    const Row rows[] = {{options_.sDOCPassword_TO_Original, Side::Original, false},
+                        {options_.sDOCPassword_TOTW_Original, Side::Original, false},
+                        {options_.sDOCPasswordTemplate_TO_Original, Side::Original, false},
+                        {options_.sDOCPasswordTemplate_TOTW_Original, Side::Original, false},
+                        {options_.sDOCPassword_TO_Modified, Side::Modified, false},
+                        {options_.sDOCPassword_TOTW_Modified, Side::Modified, false},
+                        {options_.sDOCPasswordTemplate_TO_Modified, Side::Modified, false},
+                        {options_.sDOCPasswordTemplate_TOTW_Modified, Side::Modified, false},
+                        {options_.sExcelPasswordOriginal, Side::Original, true},
+                        {options_.sExcelPasswordOriginal_TW, Side::Original, true},
+                        {options_.sExcelPasswordModified, Side::Modified, true},
+                        {options_.sExcelPasswordModified_TW, Side::Modified, true}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        const std::string name = row.is_sheet ? "a.xlsx" : "a.docx";
+        const std::string& bytes = row.is_sheet ? workbook : document;
+        const Side other = row.side == Side::Original ? Side::Modified : Side::Original;
+        for (const bool quick : {false, true}) {
+            options_.bExcelQuickTextExtraction.SetData(quick);
+            row.option.SetData("key");
+            EXPECT_TRUE(
+                Trim(Loaded(name, bytes, row.side)).ends_with(row.is_sheet ? "17" : "words"));
+            EXPECT_EQ(Loaded(name, bytes, other).substr(0, 7), "failed:");
+            row.option.SetData("");
+        }
+    }
 }
 
 // ---- what lies beside the words ----
@@ -327,6 +369,7 @@ TEST_F(ConversionRoadsTest, AStopEndsTheLoadOnEveryRoad) {
             StoppingWatcher watcher(at);
             EXPECT_FALSE(load(watcher));
             EXPECT_LE(watcher.asked, at + 10) << "went on after the stop";
+            EXPECT_EQ(Log(), "") << "a stop is no failure";
         }
     }
 }

@@ -91,6 +91,7 @@ TEST(DetectCsv, FindsTheDelimiter) {
         {"numbers alone", "1,2,3\n4,5,6\n", ','},
         {"semicolons behind a doubled quote", "a,\"x\"\"; y\"\nb,\"x\"\"; y\"\n", ','},
         {"commas in front of numbers", "a;b,1\nc;d,2\ne;f,3\ng,4\n", ','},
+        {"empty lines among records", "a;b\n\n\n \nc;d\n\n\n\n", ';'},
         {"an odd record among even ones", "a;b\nonly one\nc;d\ne;f\n", ';'},
     };
     for (const auto& row : kRows) {
