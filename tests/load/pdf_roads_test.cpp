@@ -1,9 +1,12 @@
 // The roads of PDF from a file to the editor, with the real converter.
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
 #include "load/easy_converter.h"
 #include "load/pdf_conversion.h"
 #include "load/trellis_port.h"
+#include "tests/support/false_converter.h"
 #include "tests/support/pdf_file.h"
 #include "tests/support/roads_fixture.h"
 
@@ -84,6 +87,19 @@ TEST_F(ConversionRoadsTest, TheRoadsOfAPdfShareOneLimit) {
         EXPECT_EQ(Log().find("TPORT") == std::string::npos, !quick) << "the other road was tried";
         EXPECT_EQ(Log().find("LCCBB") == std::string::npos, quick) << "the other road was tried";
         system_.folder.Write("log", "");
+    }
+}
+
+TEST_F(ConversionRoadsTest, AReaderThatSaysNothingIsGivenUp) {
+    InstallFalseConverter(system_.folder.Path("program"), "", "");
+    std::filesystem::permissions(system_.folder.Path(), std::filesystem::perms::all);
+    system_.clock().step = 30'000;
+    for (const bool quick : {false, true}) {
+        SCOPED_TRACE(quick);
+        settings_.bDoQuickTextExtraction = quick;
+        system_.clock().ticks = 0;
+        EXPECT_EQ(Loaded("a.pdf", ThreePages()).substr(0, 7), "failed:");
+        EXPECT_LT(system_.clock().ticks / system_.clock().step, 20U) << "it was waited for";
     }
 }
 
