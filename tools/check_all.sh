@@ -35,6 +35,7 @@ export -f fuzz
 printf '%s\n' build/fuzz/bench/*_fuzz | xargs -P "$jobs" -I '{}' bash -c 'fuzz {} '"$seconds"
 
 printf '\n== Benchmarks\n'
+export QT_QPA_PLATFORM=offscreen
 for bench in build/release/bench/*_bench; do
     "$bench" --benchmark_min_time=0.05
 done
