@@ -184,8 +184,11 @@ std::optional<BesideItem> BesideOfFieldCode(std::string_view instruction) {
 }
 
 void RtfBeside::Add(BesideItem item, std::int32_t paragraph) {
-    if (item.paragraph == kBesideHere)
+    if (item.paragraph == kBesideHere) {
         item.paragraph = paragraph;
+        if (!margin_.empty())
+            item.text = BesideText(std::string(margin_) + ": " + item.text);
+    }
     list_.Add(std::move(item));
 }
 
@@ -202,9 +205,33 @@ void RtfBeside::Group(std::string_view name, std::string_view rest, std::int32_t
     } else if (name == "info") {
         Info(GroupContent(rest), page);
     } else if (IsMargin(name)) {
-        if (auto item = MakeMetadata(name.substr(0, 6), TextOf(GroupContent(rest), page)))
-            Add(std::move(*item), paragraph);
+        Margin(name.substr(0, std::string_view("header").size()), GroupContent(rest), page);
     }
+}
+
+// The things in a head or foot, which is no paragraph of the text.
+void RtfBeside::Margin(std::string_view name, std::string_view group, CodePage page) {
+    if (auto item = MakeMetadata(name, TextOf(group, page)))
+        Add(std::move(*item), 0);
+    margin_ = name;
+    constexpr std::string_view kBegin = "{\\";
+    constexpr std::string_view kOptional = "*\\";
+    for (std::size_t at = group.find(kBegin); at != std::string_view::npos;
+         at = group.find(kBegin, at)) {
+        std::string_view rest = group.substr(at + kBegin.size());
+        if (rest.starts_with(kOptional))
+            rest.remove_prefix(kOptional.size());
+        const auto end = std::find_if_not(rest.begin(), rest.end(), IsAsciiLetter<char>);
+        const std::string_view word = rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
+        rest.remove_prefix(word.size());
+        const bool is_field = word == "fldinst";
+        if (is_field)
+            FieldCode(TextOf(GroupContent(rest), page), 0);
+        // What a thing holds inside is its own; the second form of a picture is no other one.
+        const bool whole = is_field || word == "nonshppict" || Thing(word, rest, 0, page);
+        at = group.size() - rest.size() + (whole ? GroupContent(rest).size() : 0);
+    }
+    margin_ = {};
 }
 
 // What is no text. False for other groups.

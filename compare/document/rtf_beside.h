@@ -32,6 +32,7 @@ class RtfBeside {
   private:
     void Add(BesideItem item, std::int32_t paragraph);
     bool Thing(std::string_view name, std::string_view rest, std::int32_t paragraph, CodePage page);
+    void Margin(std::string_view name, std::string_view group, CodePage page);
     void Picture(std::string_view group, std::int32_t paragraph);
     void Object(std::string_view group, std::int32_t paragraph);
     void FieldCode(std::string_view code, std::int32_t paragraph);
@@ -42,8 +43,9 @@ class RtfBeside {
     BesideList list_;
     std::u16string hidden_;  ///< of the paragraph at work
     std::u16string deleted_;
-    std::string author_;  ///< of the next comment
-    std::string class_;   ///< of the next object
+    std::string_view margin_;  ///< the one at work
+    std::string author_;       ///< of the next comment
+    std::string class_;        ///< of the next object
 };
 
 /// A field's instruction as an item: a link for a hyperlink, else a field; nothing for what a

@@ -69,6 +69,12 @@ void SlideBeside::End() {
             {BesideKind::PageWithoutText, kBesideHere, "picture", BesideDigest(slide_digest_)});
 }
 
+void SlideBeside::Behind(const Node& page, const Relationships& relations) {
+    placed_.SetPlace(kBehindSlides);
+    relations_ = relations;
+    Walk(Child(page, "cSld"), 0);
+}
+
 void SlideBeside::Walk(const Node& node, int depth) {
     if (depth > kMaxDepth)
         return;

@@ -22,6 +22,9 @@ class SlideBeside {
                bool with_notes);
     /// Behind them.
     void End();
+    /// What a layout or master shows on slides, told once. `page`: its root.
+    void Behind(const pugi::xml_node& page,
+                const std::unordered_map<std::string, Relationship>& relations);
 
   private:
     using Relationships = std::unordered_map<std::string, Relationship>;
@@ -42,6 +45,8 @@ class SlideBeside {
     std::size_t drawn_ = 0;  ///< pictures and shapes of the slide
     bool has_properties_ = false;
 };
+
+inline constexpr std::string_view kBehindSlides = "behind the slides";
 
 /// Those of a page of an OpenDocument deck, by the same rule.
 void ReportOpenSlide(class OdtBeside& beside, PlacedSink& placed, const pugi::xml_node& page,

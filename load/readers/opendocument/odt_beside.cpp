@@ -194,21 +194,22 @@ void OdtBeside::Shape(const Node& shape, int depth) {
 void OdtBeside::Page(const Node& page, int depth) {
     if (depth > kMaxDepth)
         return;
-    for (const Node& child : page.children()) {
-        const std::string_view name = LocalName(child);
-        if (name == "notes")
-            continue;
-        if (name == "annotation") {
-            Comment(child);
-            continue;
-        }
-        if (IsOdtShape(name))
-            Shape(child);
-        if (name == "p" || name == "h")
-            Walk(child, OpenChars(), depth + 1);
-        else
-            Page(child, depth + 1);
-    }
+    for (const Node& child : page.children())
+        PagePart(child, depth);
+}
+
+void OdtBeside::PagePart(const Node& part, int depth) {
+    const std::string_view name = LocalName(part);
+    if (name == "notes")
+        return;
+    if (name == "annotation")
+        return Comment(part);
+    if (IsOdtShape(name))
+        Shape(part);
+    if (name == "p" || name == "h")
+        Walk(part, OpenChars(), depth + 1);
+    else
+        Page(part, depth + 1);
 }
 
 void OdtBeside::Drawing(const Node& shape, std::string_view name) {

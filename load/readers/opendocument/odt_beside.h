@@ -26,6 +26,8 @@ class OdtBeside {
     void Shape(const pugi::xml_node& shape, int depth = 0);
     /// All that a slide holds, in one go.
     void Page(const pugi::xml_node& page, int depth = 0);
+    /// One thing on it, with what it holds.
+    void PagePart(const pugi::xml_node& part, int depth = 0);
     /// A section, table or row that is not shown.
     void Hidden(const pugi::xml_node& node, std::string_view what);
 

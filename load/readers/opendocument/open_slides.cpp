@@ -230,8 +230,16 @@ ReadEnd OpenDeck::Read() {
             return end;
     }
     const OpenFields no_fields;
-    for (const pugi::xml_node& master : used_masters_)
-        Shapes(ShapesIn(master), Which::Own, master_styles_, no_fields);
+    OdtBeside behind(package_, placed);  // of another part
+    placed.SetPlace(kBehindSlides);
+    for (const pugi::xml_node& master : used_masters_) {
+        const std::vector<pugi::xml_node> shapes = ShapesIn(master);
+        Shapes(shapes, Which::Own, master_styles_, no_fields);
+        for (const pugi::xml_node& shape : shapes) {
+            if (IsWanted(shape, Which::Own))
+                behind.PagePart(shape);
+        }
+    }
     return ReadEnd::Ok();
 }
 

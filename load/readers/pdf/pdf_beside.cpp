@@ -38,6 +38,16 @@ std::string TextOf(const Object& value) {
     return value.isString() ? TextOf(value.getString()->toStr()) : std::string();
 }
 
+std::string TextOf(const PdfPicture& picture) {
+    const std::string text = "picture " + picture.size;
+    return picture.times == 1 ? text : text + ", " + std::to_string(picture.times) + " times";
+}
+
+// Of two pages that show it equally often.
+std::string KeyOf(const PdfPicture& picture) {
+    return picture.digest + " " + std::to_string(picture.times);
+}
+
 bool IsMarkup(const Object& subtype) {
     constexpr std::array<const char*, 9> kNames = {"Text",      "FreeText", "Highlight",
                                                    "Underline", "Squiggly", "StrikeOut",
@@ -106,34 +116,38 @@ void PdfBeside::Page(std::int32_t number, bool has_text) {
         Annotation(annotations.arrayGet(index));
 }
 
-void PdfBeside::Drawn(const PdfPicture& picture) {
-    std::string text = "picture " + picture.size;
-    std::string digest = picture.digest;
-    if (picture.times > 1) {
-        text += ", " + std::to_string(picture.times) + " times";
-        digest = BesideDigest(digest + text);
-    }
-    ++pages_of_[digest];
-    drawn_.push_back({page_, std::move(text), std::move(digest)});
+void PdfBeside::Drawn(PdfPicture picture) {
+    ++pages_of_[KeyOf(picture)];
+    drawn_.push_back({page_, std::move(picture)});
+}
+
+// A few times on a page are a thing each; a sign before each line is one.
+void PdfBeside::OnPage(const PdfPicture& picture) {
+    constexpr std::int32_t kFewTimes = 8;
+    if (picture.times > kFewTimes)
+        return Send(BesideKind::Picture, TextOf(picture), BesideDigest(KeyOf(picture)));
+    for (std::int32_t time = 0; time < picture.times; ++time)
+        Send(BesideKind::Picture, "picture " + picture.size, picture.digest);
 }
 
 // What most pages show, a logo in their heads, is one thing, so that a page more is none.
 void PdfBeside::EndPages() {
     constexpr std::int32_t kFewPages = 3;
-    for (const DrawnPicture& drawn : drawn_) {
-        page_ = drawn.page;
-        const auto pages = pages_of_.find(drawn.digest);
+    for (const auto& [page, picture] : drawn_) {
+        const std::string key = KeyOf(picture);
+        const auto pages = pages_of_.find(key);
         if (pages == pages_of_.end())
             continue;  // told with the first page
         const std::int32_t without = pages_with_text_ - pages->second;
         if (pages_with_text_ <= kFewPages || without >= pages->second) {
-            Send(BesideKind::Picture, drawn.text, drawn.digest);
+            page_ = page;
+            OnPage(picture);
             continue;
         }
         const std::string place =
             without == 0 ? "all pages" : "all pages but " + std::to_string(without);
-        sink_.Beside({BesideKind::Picture, 0, BesideText(place + ": " + drawn.text),
-                      BesideDigest(drawn.digest + place)});
+        sink_.Beside({BesideKind::Picture, 0, BesideText(place + ": " + TextOf(picture)),
+                      BesideDigest(key + place)});
         pages_of_.erase(pages);
     }
 }

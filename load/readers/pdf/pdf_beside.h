@@ -30,15 +30,15 @@ class PdfBeside {
   private:
     struct DrawnPicture {
         std::int32_t page = 0;
-        std::string text;
-        std::string digest;
+        PdfPicture picture;
     };
 
     void Info(const char* key, std::string_view name);
     void EmbeddedFiles();
     void Annotation(const Object& annotation);
     void Link(const Object& action);
-    void Drawn(const PdfPicture& picture);
+    void Drawn(PdfPicture picture);
+    void OnPage(const PdfPicture& picture);
     std::string ContentDigest(::Page& page, const std::vector<PdfPicture>& pictures);
     void Send(BesideKind kind, std::string_view text, std::string digest);
 
@@ -48,7 +48,7 @@ class PdfBeside {
     std::int32_t page_ = 0;
     std::int32_t pages_with_text_ = 0;
     std::vector<DrawnPicture> drawn_;                         ///< in the order of the pages
-    std::unordered_map<std::string, std::int32_t> pages_of_;  ///< how many, by digest
+    std::unordered_map<std::string, std::int32_t> pages_of_;  ///< by what it shows and how often
 };
 
 }  // namespace zorvane

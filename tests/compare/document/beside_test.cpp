@@ -200,6 +200,17 @@ TEST(Beside, RichTextOfOthersTellsWhatItLeavesOut) {
          {At(0, BesideKind::Metadata, "title: Plan"),
           At(0, BesideKind::Metadata, "author: \xC3\x84nn"),
           At(0, BesideKind::Metadata, "header: Draft")}},
+        {"in heads and feet",
+         "{\\headerf Draft{\\*\\shppict{\\pict\\pngblip 61}}{\\nonshppict{\\pict\\wmetafile8 62}}}"
+         "{\\footerr{\\field{\\*\\fldinst{HYPERLINK \"http://x/\"}}{\\fldrslt "
+         "t}}{\\object{\\*\\objclass "
+         "S}{\\*\\objdata 62}}}a{\\pict 63}",
+         "a",
+         {At(0, BesideKind::Metadata, "header: Draft"),
+          At(0, BesideKind::Picture, "header: PNG picture", "a"),
+          At(0, BesideKind::Metadata, "footer: t"),
+          At(0, BesideKind::Link, "footer: http://x/", "http://x/"),
+          At(0, BesideKind::Object, "footer: S", "b"), At(1, BesideKind::Picture, "picture", "c")}},
         {"in a box, whose paragraphs come behind the one that anchors it",
          "a{\\shp{\\*\\shpinst{\\shptxt x\\par y{\\*\\annotation n}{\\v h}}}}"
          "{\\shp{\\*\\shpinst{\\shptxt z{\\*\\annotation o}\\par}}}\\par b{\\*\\annotation m}",

@@ -145,7 +145,12 @@ TEST(PdfBeside, TellsWhatAPageDrawsAndNotWhatItCould) {
              Case{{a, ""}, "pictures 0 page 1: picture 3 x 1; "},
              Case{{a, a}, "pictures 0 page 1: picture 3 x 1; pictures 0 page 2: picture 3 x 1; "},
              Case{{b + a + b},
-                  "pictures 0 page 1: picture 3 x 1, 2 times; pictures 0 page 1: picture 3 x 1; "},
+                  "pictures 0 page 1: picture 3 x 1; pictures 0 page 1: picture 3 x "
+                  "1; pictures 0 page 1: picture 3 x 1; "},
+             Case{{a + a + a + a + a + a + a + a + a},
+                  "pictures 0 page 1: picture 3 x 1, 9 times; "},
+             Case{{a + a, a + a, a + a, ""},
+                  "pictures 0 all pages but 1: picture 3 x 1, 2 times; "},
              Case{{drawn_inline + a},
                   "pictures 0 page 1: picture 8 x 1; pictures 0 page 1: picture 3 x 1; "},
              Case{{"% /A Do\nBT /R 9 Tf (/A Do) Tj ET"}, ""},
@@ -178,7 +183,8 @@ TEST(PdfBeside, SeesAPictureThatOnePageMoreOrLessDraws) {
     for (const Case& row : {
              Case{{a, a}, {a, ""}, "1 picture removed (page 2)."},
              Case{{a, b}, {a, a}, "1 picture replaced (page 2)."},
-             Case{{a + a}, {a}, "1 picture replaced (page 1)."},
+             Case{{a + a}, {a}, "1 picture removed (page 1)."},
+             Case{{a, a, ""}, {a + a, a + a, a}, "3 pictures added (page 1, page 2, page 3)."},
              Case{{drawn_inline}, {other_inline}, "1 picture replaced (page 1)."},
              Case{{a, a, a, a}, {a, a, a, a, a}, ""},
              Case{{a, a, a, a},

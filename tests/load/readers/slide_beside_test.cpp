@@ -91,12 +91,38 @@ TEST(SlideBeside, SeesEachThingThatChangesAndNothingElse) {
          {&Parts::notes, "say that", "1 hidden text changed (slide 2)."}});
 }
 
+TEST(SlideBeside, TellsOnceWhatLayoutAndMasterShow) {
+    const auto shown = [](bool hides_master) {
+        Deck deck;
+        const std::string attributes = hides_master ? "showMasterSp=\"0\"" : "";
+        deck.AddSlide(std::string(kWords), "", attributes);
+        deck.AddSlide(std::string(kWords), "", attributes);
+        deck.layout_shapes = "<p:pic><p:blipFill><a:blip r:embed=\"r1\"/></p:blipFill></p:pic>";
+        deck.master_shapes =
+            "<p:sp><p:spPr><a:prstGeom prst=\"star5\"/></p:spPr></p:sp>"
+            "<p:sp><p:nvSpPr><p:nvPr><p:ph/></p:nvPr></p:nvSpPr></p:sp>";
+        const std::string bytes = deck.Finish();
+        const auto package = Package::Open(bytes);
+        return ShownItems(BesideItemsOf([&](DocumentSink& sink, ReadMonitor& monitor) {
+            return ReadSlides(*package, {}, sink, monitor);
+        }));
+    };
+    EXPECT_EQ(shown(false),
+              "pictures 0 behind the slides: master.xml; drawings 0 behind the slides: star5; ");
+    EXPECT_EQ(shown(true), "");
+}
+
 std::vector<BesideItem> OpenItems(const std::string& page, std::string_view picture = "one") {
     const std::string bytes = MakeZip(ZipParts{
         {"content.xml", "<office:document-content><office:body><office:presentation><draw:page/>" +
                             page +
                             "</office:presentation></office:body></office:document-content>"},
-        {"styles.xml", "<office:document-styles/>"},
+        {"styles.xml",
+         "<office:document-styles><office:master-styles><style:master-page style:name=\"M\">"
+         "<draw:frame><draw:image xlink:href=\"Pictures/a.png\"/></draw:frame><draw:frame "
+         "presentation:class=\"title\"><draw:text-box/></draw:frame><presentation:notes>"
+         "<draw:circle/></presentation:notes></style:master-page></office:master-styles>"
+         "</office:document-styles>"},
         {"Pictures/a.png", std::string(picture)},
         {"meta.xml", "<m><office:meta><dc:title>Talk</dc:title></office:meta></m>"}});
     const auto package = Package::Open(bytes);
@@ -118,6 +144,9 @@ TEST(SlideBeside, OpenDocumentTellsTheSame) {
               "slide 2: http://x/; hidden 0 slide 2: notes: say; ");
     EXPECT_EQ(BesideSentence(CompareBeside(OpenItems(page), OpenItems(page, "two"), {})),
               "Beside the words: 1 picture replaced (slide 2).");
+    const std::string two = "<draw:page draw:master-page-name=\"M\"/>";
+    EXPECT_EQ(ShownItems(OpenItems(two + two)),
+              "metadata 0 title: Talk; pictures 0 behind the slides: a.png; ");
 }
 
 }  // namespace
