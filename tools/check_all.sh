@@ -24,11 +24,13 @@ tools/check_tidy.py
 printf '\n== Fuzzers\n'
 cmake --preset fuzz >/dev/null
 cmake --build build/fuzz -j "$jobs"
+# In a folder of its own, whatever names of files it makes up.
 fuzz() {
-    corpus="build/fuzz/corpus/$(basename "$1")"
-    mkdir -p "$corpus"
-    "$1" -max_total_time="$2" -timeout=10 -rss_limit_mb=2048 -artifact_prefix=build/fuzz/ "$corpus" >"$1.log" 2>&1 ||
-        { tail -40 "$1.log"; return 1; }
+    program="$PWD/$1"
+    folder="$PWD/build/fuzz/runs/$(basename "$1")"
+    mkdir -p "$folder/corpus" "$folder/work"
+    (cd "$folder/work" && "$program" -max_total_time="$2" -timeout=10 -rss_limit_mb=2048 -artifact_prefix=../ \
+        ../corpus) >"$program.log" 2>&1 || { tail -40 "$program.log"; return 1; }
     tail -1 "$1.log"
 }
 export -f fuzz
