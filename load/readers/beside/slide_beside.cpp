@@ -69,10 +69,10 @@ void SlideBeside::End() {
             {BesideKind::PageWithoutText, kBesideHere, "picture", BesideDigest(slide_digest_)});
 }
 
-void SlideBeside::Behind(const Node& page, const Relationships& relations) {
+void SlideBeside::Behind(const Node& content, const Relationships& relations) {
     placed_.SetPlace(kBehindSlides);
     relations_ = relations;
-    Walk(Child(page, "cSld"), 0);
+    Walk(content, 0);
 }
 
 void SlideBeside::Walk(const Node& node, int depth) {

@@ -22,8 +22,8 @@ class SlideBeside {
                bool with_notes);
     /// Behind them.
     void End();
-    /// What a layout or master shows on slides, told once. `page`: its root.
-    void Behind(const pugi::xml_node& page,
+    /// What a layout or master shows on slides, told once.
+    void Behind(const pugi::xml_node& content,
                 const std::unordered_map<std::string, Relationship>& relations);
 
   private:

@@ -80,8 +80,8 @@ std::string RelatedPart(const SlideRelations& relations, std::string_view type) 
     return target;
 }
 
-pugi::xml_node SlideDesignPart::Shapes() const {
-    return xml.Empty() ? pugi::xml_node() : Child(Child(xml.Root(), "cSld"), "spTree");
+pugi::xml_node SlideDesignPart::Content() const {
+    return xml.Empty() ? pugi::xml_node() : Child(xml.Root(), "cSld");
 }
 
 bool SlideDesignPart::ShowsMaster() const {

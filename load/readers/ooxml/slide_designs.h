@@ -40,7 +40,9 @@ struct SlideDesignPart {
     /// Shapes of its own that show the number of the slide, so that each slide has its own text.
     std::vector<pugi::xml_node> numbered;
 
-    pugi::xml_node Shapes() const;
+    /// An empty node where the part could not be read.
+    pugi::xml_node Content() const;
+    pugi::xml_node Shapes() const { return Child(Content(), "spTree"); }
     /// The placeholder that `wanted` takes its looks from, or an empty node.
     pugi::xml_node Match(const SlidePlaceholder& wanted) const;
     /// False when the shapes of what lies under it are not shown.

@@ -172,7 +172,7 @@ ReadEnd SlideDeck::Backgrounds() {
         SlidePageWriter writer(package_, writer_, page, drawings_);
         if (ReadEnd end = writer.Write(part->Shapes(), SlidePart::OwnShapes); !end.ok())
             return end;
-        beside_.Behind(part->xml.Root(), part->relations);
+        beside_.Behind(part->Content(), part->relations);
     }
     return ReadEnd::Ok();
 }
