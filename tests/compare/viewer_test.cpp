@@ -65,6 +65,29 @@ TEST_F(FrmCompareFilesTest, BuildsOnlyWhatIsAskedFor) {
     EXPECT_EQ(report("views.htm"), page) << "the page does not depend on the editors";
 }
 
+TEST_F(FrmCompareFilesTest, ADocumentReportHoldsThePartsThatAreChosen) {
+    ASSERT_TRUE(Compare("same\nthe first line of two\nkept\ngone away\n",
+                        "same\nthe other line of two\nkept\nnewly\nkept too\n", View::AllInOne));
+    CompareFilesSettings& settings = viewer.Settings();
+    struct Part {
+        bool& chosen;
+        std::string_view shown;
+    };
+    const Part parts[] = {{settings.bReportDOC_ShowAllInOneDifferenceViewer, "kept\\par"},
+                          {settings.bReportDOC_Additions, "Additions Summary. 1 "},
+                          {settings.bReportDOC_ShowDeletions, "Deletions Summary. 1 "},
+                          {settings.bReportDOC_ShowChanges, "Change Summary. 1 "}};
+    for (const Part& wanted : parts) {
+        for (const Part& part : parts)
+            part.chosen = &part == &wanted;
+        std::string file = fakes.folder.Path("r.rtf");
+        EXPECT_EQ(viewer.CreateReport(file, ReportType::Document, 2), ReportResult::Ok);
+        const std::string report = fakes.folder.Read("r.rtf");
+        for (const Part& part : parts)
+            EXPECT_EQ(report.find(part.shown) != std::string::npos, part.chosen) << part.shown;
+    }
+}
+
 // At whichever yield the user asks for it, a run ends, and the next one is whole.
 TEST_F(FrmCompareFilesTest, EndsAtAnyYieldAndRunsAgain) {
     viewer.PumpEvery(std::chrono::milliseconds(0));

@@ -76,6 +76,20 @@ TEST(TextExtensions, ReachTheListByApplyAloneAndNeverLoseTheLastOne) {
     EXPECT_EQ(dialog.Entries(), (std::vector<std::string>{"txt", "log", "csv"}));
 }
 
+TEST(TextExtensions, AddsWhatIsValid) {
+    const auto file = MakeMemoryIniProfile();
+    clsMRU list = ListOf(*file, "txt");
+    frmAdvancedOptionsTEXT dialog(list);
+    dialog.Text = "a*b?";
+    EXPECT_FALSE(dialog.cmdAdd_Click());
+    EXPECT_FALSE(dialog.Changed());
+    dialog.Text = "md";
+    EXPECT_TRUE(dialog.cmdAdd_Click());
+    EXPECT_TRUE(dialog.Changed());
+    dialog.cmdApply_Click(list);
+    EXPECT_EQ(list.Items(), (std::vector<std::string>{"txt", "md"}));
+}
+
 TEST(TextExtensions, AnEmptyListIsShownAsTheDefault) {
     const frmAdvancedOptionsTEXT dialog{clsMRU()};
     EXPECT_EQ(dialog.Entries(), (std::vector<std::string>{"txt", "log", "csv"}));
