@@ -60,11 +60,16 @@ std::optional<Entry> ParseEntry(std::string_view line) {
     return Entry{Trim(line.substr(0, equals)), line.substr(equals + 1)};
 }
 
-// Files of other makers: a byte-order mark goes, UTF-16 and the old Western code page are read.
+// Files of other makers: a byte-order mark goes, UTF-16 and the old Western code page are read. A
+// second mark goes too: what is written begins with none, and one in front would be taken for it.
 std::string AsUtf8(const std::string& bytes) {
-    if (!LooksLikeUtf16(bytes) && !bytes.starts_with("\xEF\xBB\xBF"))
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    if (!LooksLikeUtf16(bytes) && !bytes.starts_with(kMark))
         return IsValidUtf8(bytes) ? bytes : ToUtf8(DecodeCodePage(bytes, CodePage{1252}));
-    return ToUtf8(DecodeText(bytes, DetectEncoding(bytes, "")));
+    std::string text = ToUtf8(DecodeText(bytes, DetectEncoding(bytes, "")));
+    while (text.starts_with(kMark))
+        text.erase(0, kMark.size());
+    return text;
 }
 
 // A name of a file may hold bytes that are no UTF-8, and one of them would make the whole file look

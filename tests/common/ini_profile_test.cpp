@@ -203,6 +203,7 @@ struct ForeignRow {
 TEST(IniProfile, ReadsFilesOfOtherMakers) {
     const ForeignRow rows[] = {
         {"UTF-8 with a mark", "\xEF\xBB\xBF[S]\r\nk=\xC3\xA4\r\n"},
+        {"UTF-8 with two marks", "\xEF\xBB\xBF\xEF\xBB\xBF[S]\r\nk=\xC3\xA4\r\n"},
         {"the old code page", "[S]\r\nk=\xE4\r\n"},
         {"UTF-16", std::string("\xFF\xFE[\0S\0]\0\n\0k\0=\0\xE4\0", 16)},
     };
