@@ -117,6 +117,26 @@ TEST_F(ConversionRoadsTest, SlidesFollowTheirSettings) {
     options_.bRemoveFormatting.SetData(true);
     EXPECT_EQ(Loaded("a.pptx", bytes), "Slide 2\r\nShape 1:\r\nsecond\r\n");
     EXPECT_FALSE(loader_.Memory().bSlidesFailed.original);
+    EXPECT_EQ(Loaded("c.pptx", "PK\3\4 broken"), "");
+    EXPECT_TRUE(loader_.Memory().bSlidesFailed.original);
+    EXPECT_EQ(Loaded("a.txt", "no slides"), "no slides");
+    EXPECT_FALSE(loader_.Memory().bSlidesFailed.original) << "that was another file";
+}
+
+TEST_F(ConversionRoadsTest, NotesOfSlidesComeWithPlainTextAlone) {
+    Deck deck;
+    deck.AddSlide(Deck::Text("shown"), Deck::Relation("rN", "notesSlide", "../notes.xml"));
+    deck.Add("ppt/notes.xml",
+             Deck::Page("p:notes", Deck::Shape("type=\"body\"", Deck::Paragraph("spoken")), ""));
+    const std::string bytes = deck.Finish();
+    settings_.bIncludeNotes = true;
+    EXPECT_EQ(Loaded("a.pptx", bytes), "shown\r\n");
+    options_.bRemoveFormatting.SetData(true);
+    EXPECT_EQ(Loaded("a.pptx", bytes), "shown\r\nspoken\r\n");
+    settings_.bIncludeNotesOnly = true;
+    EXPECT_EQ(Loaded("a.pptx", bytes), "spoken\r\n");
+    settings_.bIncludeNotes = false;
+    EXPECT_EQ(Loaded("a.pptx", bytes), "shown\r\n");
 }
 
 }  // namespace

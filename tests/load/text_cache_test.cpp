@@ -56,6 +56,25 @@ TEST(TextCache, KeepsTextsToTheirOwner) {
     EXPECT_EQ(facts.st_mode & 0777U, 0600U);
 }
 
+TEST(TextCache, TouchesNothingThatIsNoEntry) {
+    const TempFolder folder;
+    const TextCache cache(folder.Path("cache"), 1);
+    cache.Keep(KeyOf("bytes", ""), kDocument);
+    const fs::path entry = FilesIn(folder.Path("cache")).at(0);
+    const fs::path others[] = {entry.parent_path() / "note.txt",
+                               fs::path(folder.Path("cache")) / "letters" / "a.text"};
+    for (const fs::path& other : others) {
+        fs::create_directories(other.parent_path());
+        fs::copy_file(entry, other);
+    }
+    EXPECT_EQ(cache.Size().entries, 1);
+    cache.Trim();
+    EXPECT_FALSE(fs::exists(entry));
+    ASSERT_TRUE(cache.Clear().ok());
+    for (const fs::path& other : others)
+        EXPECT_TRUE(fs::exists(other)) << other;
+}
+
 // Any byte that is another, and any cut, is a miss, and the entry goes.
 TEST(TextCache, ServesNothingThatIsDamaged) {
     const TempFolder folder;
